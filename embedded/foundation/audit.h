@@ -1,0 +1,48 @@
+// What the platform holds for its clients at this moment, by kind. Counting costs an addition; nothing is switched on.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+#include "platform/export.h"
+
+namespace Embedded {
+
+enum class Held : std::size_t {
+    openObject,     // opens of database-resident objects, one for each opener
+    detachedObject, // host objects that are in no database
+    database,       // drawings
+    dictionaryIterator,
+    documentLock,
+    transaction,
+    hostBuffer, // qeutNewString, qeutNewBuffer
+    resbuf,
+    resbufMemory,     // qeapp_malloc
+    libraryObject,    // spatial-reference objects
+    disposableObject, // foundation objects
+    registryKey,
+    comMemory, // what CoTaskMemFree takes back
+    objectReactor,
+    decompositionReactor,
+    count
+};
+
+/// A count for each kind.
+struct AuditCounts {
+    std::array<long, static_cast<std::size_t>(Held::count)> held{};
+
+    long operator[](Held kind) const { return held[static_cast<std::size_t>(kind)]; }
+    friend bool operator==(const AuditCounts&, const AuditCounts&) = default;
+};
+
+class FQCORE_API Audit {
+public:
+    static void add(Held kind, long number = 1);
+    static void remove(Held kind, long number = 1) { add(kind, -number); }
+    static AuditCounts now();
+    /// What `later` holds beyond `earlier`, as a line such as "2 open objects, 1 resbuf"; empty when nothing.
+    static std::string difference(const AuditCounts& earlier, const AuditCounts& later);
+};
+
+} // namespace Embedded

@@ -1,0 +1,60 @@
+#include "platform/foundation/disposable.h"
+
+#include "embedded/foundation/audit.h"
+
+int FqObject::GetClassId()
+{
+    return 0;
+}
+
+const wchar_t* FqObject::GetClassName()
+{
+    return L"FqObject";
+}
+
+const char* FqObject::GetMultiByteClassName()
+{
+    return "FqObject";
+}
+
+const wchar_t* FqObject::GetNameSpace()
+{
+    return L"";
+}
+
+FqObject::~FqObject() = default;
+
+FqDisposable::~FqDisposable() = default;
+
+FqGuardDisposable::FqGuardDisposable()
+{
+    Embedded::Audit::add(Embedded::Held::disposableObject);
+}
+
+FqGuardDisposable::~FqGuardDisposable()
+{
+    Embedded::Audit::remove(Embedded::Held::disposableObject);
+}
+
+int FqGuardDisposable::GetRefCount()
+{
+    return references_;
+}
+
+int FqGuardDisposable::AddRef()
+{
+    return ++references_;
+}
+
+int FqGuardDisposable::Release()
+{
+    const int left = --references_;
+    if (left == 0 && disposesItself_)
+        Dispose();
+    return left;
+}
+
+void FqGuardDisposable::SetRefCountFlag(bool disposesItself)
+{
+    disposesItself_ = disposesItself;
+}

@@ -1,0 +1,27 @@
+// Wide text as UTF-8 and as UTF-16 little-endian. A wide character is a UTF-16 unit on Windows and a code point
+// elsewhere; unpaired surrogates are kept where the target can hold them.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "platform/export.h"
+
+namespace Embedded {
+
+/// Unpaired surrogates and numbers that are no code point become U+FFFD.
+FQCORE_API std::string utf8FromWide(std::wstring_view text);
+/// Invalid sequences become U+FFFD.
+FQCORE_API std::wstring wideFromUtf8(std::string_view utf8);
+FQCORE_API bool isValidUtf8(std::string_view utf8);
+/// Whether the text is made of Unicode scalar values (in well-formed UTF-16 where wide characters are units), so that
+/// utf8FromWide loses nothing.
+FQCORE_API bool isWellFormed(std::wstring_view text);
+
+/// Two bytes a unit, the low one first; without a NUL of its own.
+FQCORE_API std::string utf16leFromWide(std::wstring_view text);
+/// An odd last byte is ignored.
+FQCORE_API std::wstring wideFromUtf16le(std::string_view bytes);
+
+} // namespace Embedded

@@ -1,0 +1,56 @@
+// The embedded application: what a program that is itself a host sets up and drives.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "platform/export.h"
+#include "platform/host/application.h"
+#include "platform/host/database.h"
+#include "platform/host/error_status.h"
+#include "platform/host/runtime.h"
+
+namespace Embedded {
+
+/// Opens a document on the drawing, makes it current and its database the working one. The host owns the document and
+/// the drawing until closeDocument.
+QEHOST_API QeApDocument* openDocument(std::unique_ptr<QeDbDatabase> database);
+/// Closes the document and destroys its drawing. When it was the current one, the document opened last among the others
+/// becomes current, with its database the working one. eLockConflict for a locked document, eInvalidInput for one that
+/// is not open.
+QEHOST_API Qeapp::ErrorStatus closeDocument(QeApDocument* document);
+/// Makes an open document current and its database the working one.
+QEHOST_API Qeapp::ErrorStatus setCurrentDocument(QeApDocument* document);
+
+/// The per-user product registry root that the application services answer; a default is set at start.
+QEHOST_API void setUserRegistryProductRootKey(const std::wstring& path);
+
+/// For tests: whether the host has application services, a decomposition manager, a document manager.
+struct HostParts {
+    bool applicationServices = true;
+    bool decompositionManager = true;
+    bool documentManager = true;
+};
+QEHOST_API void setHostParts(HostParts parts);
+
+/// How loading a module ended; `handle` is null and `message` says why when it was refused.
+struct ModuleLoad {
+    Qeapp::ErrorStatus status = Qeapp::eOk;
+    std::string message;
+    void* handle = nullptr;
+};
+
+/// The host's dynamic linker: maps the shared library, checks its entry points and API version and sends it message 1.
+/// A module that is loaded already is answered with the same handle and no second message.
+/// eModuleNotFound when it cannot be mapped; eModuleRefused without an entry point or for another API version.
+QEHOST_API ModuleLoad loadModule(const std::filesystem::path& file);
+/// Sends message 2 and unmaps the module. eInvalidInput for a handle that is not loaded; eModuleRefused for a module
+/// that has not unlocked itself.
+QEHOST_API Qeapp::ErrorStatus unloadModule(void* handle);
+/// The address of a symbol of a loaded module, or null.
+QEHOST_API void* moduleSymbol(void* handle, const char* name);
+QEHOST_API bool isModuleUnlocked(void* handle);
+QEHOST_API bool isModuleMdiAware(void* handle);
+
+} // namespace Embedded

@@ -1,0 +1,32 @@
+#include "embedded/host/application_services.h"
+
+#include "embedded/host/application.h"
+#include "embedded/host/host_parts.h"
+
+QeDbHostApplicationServices::~QeDbHostApplicationServices() = default;
+
+namespace QeHost {
+
+void ApplicationServices::forget(const QeDbDatabase& database)
+{
+    if (workingDatabase_ == &database)
+        workingDatabase_ = nullptr;
+}
+
+ApplicationServices& applicationServices()
+{
+    static auto* const services = new ApplicationServices;
+    return *services;
+}
+
+} // namespace QeHost
+
+QeDbHostApplicationServices* qedbHostApplicationServices()
+{
+    return QeHost::hostParts().applicationServices ? &QeHost::applicationServices() : nullptr;
+}
+
+void Embedded::setUserRegistryProductRootKey(const std::wstring& path)
+{
+    QeHost::applicationServices().setRegistryRoot(path);
+}

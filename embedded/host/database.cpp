@@ -1,0 +1,70 @@
+#include "platform/host/database.h"
+
+#include "embedded/foundation/audit.h"
+#include "embedded/host/application_services.h"
+#include "embedded/host/database_imp.h"
+#include "embedded/host/decomposition_run.h"
+#include "embedded/host/fault.h"
+
+namespace QeHost {
+namespace {
+
+template <class T>
+Qeapp::ErrorStatus openRoot(T*& object, Stub* root, QeDb::OpenMode mode, std::string_view call)
+{
+    object = nullptr;
+    if (const auto fault = faultOf(call, Qeapp::eOpenForWrite))
+        return *fault;
+    QeDbObject* opened = nullptr;
+    const Qeapp::ErrorStatus status = openStub(opened, root, mode);
+    object = static_cast<T*>(opened);
+    return status;
+}
+
+} // namespace
+} // namespace QeHost
+
+QeDbDatabase::QeDbDatabase(QeDb::QeDbDwgVersion version) : imp_(nullptr)
+{
+    auto imp = std::make_unique<QeHost::DatabaseImp>(*this, version);
+    imp->createRoots();
+    imp_ = imp.release();
+    Embedded::Audit::add(Embedded::Held::database);
+}
+
+QeDbDatabase::~QeDbDatabase()
+{
+    QeHost::applicationServices().forget(*this);
+    delete imp_;
+    Embedded::Audit::remove(Embedded::Held::database);
+}
+
+Qeapp::ErrorStatus QeDbDatabase::getNamedObjectsDictionary(QeDbDictionary*& dictionary, QeDb::OpenMode mode)
+{
+    return QeHost::openRoot(dictionary, imp_->namedObjects, mode, "QeDbDatabase::getNamedObjectsDictionary");
+}
+
+Qeapp::ErrorStatus QeDbDatabase::getRegAppTable(QeDbRegAppTable*& table, QeDb::OpenMode mode)
+{
+    return QeHost::openRoot(table, imp_->regAppTable, mode, "QeDbDatabase::getRegAppTable");
+}
+
+Qeapp::ErrorStatus QeDbDatabase::getBlockTable(QeDbBlockTable*& table, QeDb::OpenMode mode)
+{
+    return QeHost::openRoot(table, imp_->blockTable, mode, "QeDbDatabase::getBlockTable");
+}
+
+QeDbTransactionManager* QeDbDatabase::transactionManager() const
+{
+    return &imp_->transactions;
+}
+
+QeDb::QeDbDwgVersion QeDbDatabase::drawingVersion() const
+{
+    return imp_->version;
+}
+
+void Embedded::setDrawingVersion(QeDbDatabase& database, QeDb::QeDbDwgVersion version)
+{
+    database.imp().version = version;
+}

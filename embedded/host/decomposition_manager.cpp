@@ -1,0 +1,68 @@
+#include "embedded/host/decomposition_manager.h"
+
+#include <algorithm>
+
+#include "embedded/foundation/audit.h"
+#include "embedded/host/fault.h"
+#include "embedded/host/host_parts.h"
+
+QeDbDecompositionManager::~QeDbDecompositionManager() = default;
+
+Qeapp::ErrorStatus QeDbDecompositionReactor::decomposeForSave(QeDbDatabase* /*database*/,
+                                                              QeDb::QeDbDwgVersion /*version*/,
+                                                              QeDbSaveErrorRecorder* /*errors*/,
+                                                              QeDbSaveErrorMessageRecorder* /*messages*/)
+{
+    return Qeapp::eOk;
+}
+
+void QeDbDecompositionReactor::saveCompleted(QeDbDatabase* /*database*/, QeDb::QeDbDwgVersion /*version*/)
+{
+}
+
+void QeDbDecompositionReactor::saveAborted(QeDbDatabase* /*database*/, QeDb::QeDbDwgVersion /*version*/)
+{
+}
+
+namespace QeHost {
+
+Qeapp::ErrorStatus DecompositionManager::addReactor(QeDbDecompositionReactor* reactor)
+{
+    if (const auto fault = faultOf("QeDbDecompositionManager::addReactor"))
+        return *fault;
+    if (reactor == nullptr)
+        return Qeapp::eInvalidInput;
+    if (isRegistered(reactor))
+        return Qeapp::eDuplicateKey;
+    reactors_.push_back(reactor);
+    Embedded::Audit::add(Embedded::Held::decompositionReactor);
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus DecompositionManager::removeReactor(QeDbDecompositionReactor* reactor)
+{
+    if (const auto fault = faultOf("QeDbDecompositionManager::removeReactor"))
+        return *fault;
+    if (std::erase(reactors_, reactor) == 0)
+        return Qeapp::eKeyNotFound;
+    Embedded::Audit::remove(Embedded::Held::decompositionReactor);
+    return Qeapp::eOk;
+}
+
+bool DecompositionManager::isRegistered(const QeDbDecompositionReactor* reactor) const
+{
+    return std::find(reactors_.begin(), reactors_.end(), reactor) != reactors_.end();
+}
+
+DecompositionManager& decompositionManager()
+{
+    static auto* const manager = new DecompositionManager;
+    return *manager;
+}
+
+} // namespace QeHost
+
+QeDbDecompositionManager* qedbGetDecompositionManager()
+{
+    return QeHost::hostParts().decompositionManager ? &QeHost::decompositionManager() : nullptr;
+}

@@ -1,0 +1,53 @@
+#include "embedded/host/dictionary_iterator.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "embedded/foundation/audit.h"
+
+namespace QeHost {
+
+DictionaryIterator::DictionaryIterator(const QeDbDictionary& dictionary)
+{
+    const auto& entries = stateOf<DictionaryState>(dictionary).entries;
+    std::copy_if(entries.begin(), entries.end(), std::back_inserter(entries_),
+                 [](const auto& entry) { return isLive(entry.second); });
+    Embedded::Audit::add(Embedded::Held::dictionaryIterator);
+}
+
+DictionaryIterator::~DictionaryIterator()
+{
+    Embedded::Audit::remove(Embedded::Held::dictionaryIterator);
+}
+
+bool DictionaryIterator::done() const
+{
+    return position_ >= entries_.size();
+}
+
+bool DictionaryIterator::next()
+{
+    if (done())
+        return false;
+    ++position_;
+    return !done();
+}
+
+const wchar_t* DictionaryIterator::name() const
+{
+    return done() ? L"" : entries_[position_].first.c_str();
+}
+
+QeDbObjectId DictionaryIterator::objectId() const
+{
+    return done() ? QeDbObjectId() : QeDbObjectId(entries_[position_].second);
+}
+
+Qeapp::ErrorStatus DictionaryIterator::getObject(QeDbObject*& object, QeDb::OpenMode mode) const
+{
+    return qedbOpenQeDbObject(object, objectId(), mode);
+}
+
+} // namespace QeHost
+
+QeDbDictionaryIterator::~QeDbDictionaryIterator() = default;

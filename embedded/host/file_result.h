@@ -1,0 +1,25 @@
+// How a file operation ended.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "embedded/foundation/text.h"
+#include "platform/host/error_status.h"
+
+namespace Embedded {
+
+/// eOk, or the code with a message that names the place.
+struct [[nodiscard]] FileResult {
+    Qeapp::ErrorStatus status = Qeapp::eOk;
+    std::string message;
+};
+
+/// A file's name as it may stand in a message, whatever bytes it is made of.
+inline std::string displayName(const std::filesystem::path& file)
+{
+    const auto utf8 = file.u8string();
+    return utf8FromWide(wideFromUtf8(std::string(utf8.begin(), utf8.end())));
+}
+
+} // namespace Embedded

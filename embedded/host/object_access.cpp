@@ -1,0 +1,75 @@
+#include "embedded/foundation/audit.h"
+#include "embedded/host/database_imp.h"
+#include "embedded/host/fault.h"
+#include "embedded/host/object_imp.h"
+
+namespace QeHost {
+
+bool isLive(const Stub* stub)
+{
+    return stub != nullptr && stub->object != nullptr && !stub->object->imp().state->erased;
+}
+
+Qeapp::ErrorStatus conflictOf(const Stub& stub, QeDb::OpenMode mode)
+{
+    const ObjectImp& imp = stub.object->imp();
+    if (imp.writing)
+        return Qeapp::eOpenForWrite;
+    if (imp.readers > 0 && mode == QeDb::kForWrite)
+        return Qeapp::eOpenForRead;
+    return Qeapp::eOk;
+}
+
+namespace {
+
+Qeapp::ErrorStatus refusalToOpen(const Stub* stub, QeDb::OpenMode mode, bool openErased)
+{
+    if (stub == nullptr)
+        return Qeapp::eNullObjectId;
+    if (mode != QeDb::kForRead && mode != QeDb::kForWrite)
+        return Qeapp::eNotApplicable;
+    if (stub->object == nullptr)
+        return Qeapp::eUnknownObjectId;
+    if (stub->undone || (!openErased && !isLive(stub)))
+        return Qeapp::eObjectErased;
+    return conflictOf(*stub, mode);
+}
+
+} // namespace
+
+Qeapp::ErrorStatus openStub(QeDbObject*& object, Stub* stub, QeDb::OpenMode mode, bool openErased)
+{
+    object = nullptr;
+    if (const Qeapp::ErrorStatus refusal = refusalToOpen(stub, mode, openErased); refusal != Qeapp::eOk)
+        return refusal;
+    ObjectImp& imp = stub->object->imp();
+    if (mode == QeDb::kForWrite)
+        imp.writing = true;
+    else
+        ++imp.readers;
+    Embedded::Audit::add(Embedded::Held::openObject);
+    object = stub->object;
+    return Qeapp::eOk;
+}
+
+void prepareToWrite(ObjectImp& imp)
+{
+    imp.modified = imp.modified || imp.writing; // the host itself also changes objects that nobody has open
+    if (imp.stub != nullptr)
+        imp.stub->database->transactions.recordWrite(*imp.stub);
+}
+
+} // namespace QeHost
+
+std::uint64_t QeDbObjectId::handle() const
+{
+    return stub_ != nullptr ? stub_->handle : 0;
+}
+
+Qeapp::ErrorStatus qedbOpenQeDbObject(QeDbObject*& object, QeDbObjectId id, QeDb::OpenMode mode, bool openErased)
+{
+    object = nullptr;
+    if (const auto fault = QeHost::faultOf("qedbOpenQeDbObject", Qeapp::eOpenForWrite))
+        return *fault;
+    return QeHost::openStub(object, id.stub(), mode, openErased);
+}

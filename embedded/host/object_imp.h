@@ -1,0 +1,64 @@
+// The host's record of an object, and the identity that outlives its erasure.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "embedded/host/object_state.h"
+#include "platform/host/object.h"
+
+namespace QeHost {
+
+struct DatabaseImp;
+
+/// What an object id points at; owned by the database for as long as the database lives.
+struct Stub {
+    DatabaseImp* database = nullptr;
+    std::uint64_t handle = 0;
+    QeDbObject* object = nullptr; // null only after a client deleted the object instead of closing it
+    bool undone = false;          // its creation was undone: erased for good
+};
+
+struct ObjectImp {
+    std::unique_ptr<ObjectState> state;
+    Stub* stub = nullptr; // null while the object is not database-resident
+    int readers = 0;
+    bool writing = false;
+    bool modified = false; // since it was opened for write
+    std::vector<QeDbObjectReactor*> reactors;
+
+    bool canRead() const { return stub == nullptr || writing || readers > 0; }
+    bool canWrite() const { return stub == nullptr || writing; }
+};
+
+/// Whether the stub's object is there and not erased; false for null.
+bool isLive(const Stub* stub);
+
+/// eOk when nobody has the object open; otherwise the status that refuses a second opener.
+Qeapp::ErrorStatus conflictOf(const Stub& stub, QeDb::OpenMode mode);
+
+/// Opens without being a fallible call of its own.
+Qeapp::ErrorStatus openStub(QeDbObject*& object, Stub* stub, QeDb::OpenMode mode, bool openErased = false);
+
+/// Tell the object's reactors, those that unregister meanwhile excepted.
+void notifyModified(const QeDbObject& object);
+void notifyErased(const QeDbObject& object, bool erasing);
+
+/// Keeps what the object holds for the innermost transaction and marks it modified.
+void prepareToWrite(ObjectImp& imp);
+
+template <class State>
+const State& stateOf(const QeDbObject& object)
+{
+    return static_cast<const State&>(*object.imp().state);
+}
+
+template <class State>
+State& writableStateOf(const QeDbObject& object)
+{
+    prepareToWrite(object.imp());
+    return static_cast<State&>(*object.imp().state);
+}
+
+} // namespace QeHost

@@ -1,0 +1,55 @@
+// The catalog as a list: what a program shows when a user looks for a system. The module has no need of it.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/export.h"
+
+namespace Embedded {
+
+/// One coordinate reference system of the catalog, as the catalog spells it.
+struct CatalogEntry {
+    std::wstring code; // AUTHORITY:CODE
+    std::wstring name;
+    int kind = 0; // CoordinateReferenceSystemKind
+    bool deprecated = false;
+    std::wstring areaOfUse;
+};
+
+struct CatalogQuery {
+    std::wstring text; // every word must occur in the code or the name, ignoring case
+    std::optional<int> kind;
+    std::wstring authority;  // empty: any
+    bool deprecated = false; // whether deprecated systems are answered too
+    std::size_t limit = 0;   // 0: all
+};
+
+/// Every system that can be loaded, each once, deprecated ones included, vertical-only ones excluded; read on first
+/// use.
+ZSR_API const std::vector<CatalogEntry>& catalogEntries();
+/// Exact code first, then exact name, then names that begin with the text, then the rest, each by authority and number.
+ZSR_API std::vector<CatalogEntry> searchCatalog(const CatalogQuery& query);
+/// The entry of a code as the loader would find it, or nothing.
+ZSR_API std::optional<CatalogEntry> findCatalogEntry(std::wstring_view code);
+/// Codes that replace a deprecated one, best first.
+ZSR_API std::vector<std::wstring> replacementsOf(std::wstring_view code);
+/// The nearest codes that exist to one that does not (misspelt authority, missing authority, swapped digits), best
+/// first, `limit` at most.
+ZSR_API std::vector<CatalogEntry> suggestCodes(std::wstring_view code, std::size_t limit);
+
+/// The names of the candidates for a transformation or path name that fits several, with their codes.
+struct OperationCandidate {
+    std::wstring code;
+    std::wstring name;
+};
+ZSR_API std::vector<OperationCandidate> transformationCandidates(std::wstring_view name);
+ZSR_API std::vector<OperationCandidate> pathCandidates(std::wstring_view name);
+
+/// "PROJ 9.1.1" and "EPSG v10.076" of this run.
+ZSR_API std::string projVersion();
+ZSR_API std::string catalogVersion();
+
+} // namespace Embedded

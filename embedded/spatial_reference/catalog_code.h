@@ -1,0 +1,28 @@
+// Codes of the form AUTHORITY:CODE.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Embedded {
+
+struct CatalogCode {
+    std::string authority;
+    std::string code;
+
+    std::string text() const { return authority + ':' + code; }
+    friend bool operator==(const CatalogCode&, const CatalogCode&) = default;
+};
+
+/// Splits at the first colon; nothing when either side is empty.
+std::optional<CatalogCode> splitCode(std::string_view utf8);
+
+/// The code with its authority as the catalog spells it, whatever case it came in; nothing for an authority that the
+/// catalog does not have.
+std::optional<CatalogCode> resolveCode(std::string_view utf8);
+
+/// Without regard to the case of ASCII letters.
+bool equalIgnoringCase(std::string_view left, std::string_view right);
+
+} // namespace Embedded

@@ -1,0 +1,84 @@
+#include "embedded/spatial_reference/catalog_loader.h"
+
+#include "embedded/foundation/text.h"
+#include "embedded/spatial_reference/canonical_document.h"
+#include "embedded/spatial_reference/local_systems.h"
+
+namespace Embedded {
+namespace {
+
+using namespace Zentara::Infrastructure::SpatialReference;
+
+PJ_CATEGORY categoryOf(DefinitionType type)
+{
+    switch (type) {
+    case DefinitionType::datum:
+        return PJ_CATEGORY_DATUM;
+    case DefinitionType::ellipsoid:
+        return PJ_CATEGORY_ELLIPSOID;
+    default:
+        return PJ_CATEGORY_CRS;
+    }
+}
+
+/// Vertical systems and datums share their category with the ones of this library.
+bool isOfThisLibrary(const DefinitionData& data)
+{
+    switch (data.type) {
+    case DefinitionType::coordinateReferenceSystem:
+        return data.kind != 0;
+    case DefinitionType::datum:
+        return data.ellipsoidNode() != nullptr;
+    default:
+        return true;
+    }
+}
+
+/// The database compares codes as numbers where they look like one, so that " 4326" and "04326" would find EPSG:4326
+/// and then go by a spelling that the catalog does not have.
+bool isSpelledOut(std::string_view code)
+{
+    constexpr std::string_view kDigits = "0123456789";
+    if (code.find_first_not_of(kDigits) == std::string_view::npos)
+        return code.size() == 1 || !code.starts_with('0');
+    return code.find_first_not_of("0123456789+-.eE \t\r\n\v\f") != std::string_view::npos;
+}
+
+Loaded notFound()
+{
+    return {isCatalogAvailable() ? statusNotFound : statusCatalogUnavailable, std::nullopt};
+}
+
+Loaded loadLocal(const CatalogCode& code, DefinitionType type)
+{
+    const Document* document = findLocalSystem(code.code);
+    if (!document || type != DefinitionType::coordinateReferenceSystem)
+        return {statusNotFound, std::nullopt};
+    return {statusOk, DefinitionData(type, code.text(), *document)};
+}
+
+} // namespace
+
+ProjObject catalogObject(const CatalogCode& code, PJ_CATEGORY category)
+{
+    if (!isSpelledOut(code.code))
+        return nullptr;
+    return ProjObject(proj_create_from_database(projContext(), code.authority.c_str(), code.code.c_str(), category,
+                                                /* usePROJAlternativeGridNames */ 0, nullptr));
+}
+
+Loaded loadFromCatalog(const wchar_t* text, DefinitionType type)
+{
+    const auto code = resolveCode(text ? utf8FromWide(text) : std::string());
+    if (!code)
+        return notFound();
+    if (code->authority == kLocalAuthority)
+        return loadLocal(*code, type);
+    const ProjObject object = catalogObject(*code, categoryOf(type));
+    if (!object)
+        return notFound();
+    DefinitionData data(type, code->text(), canonicalDocument(object.get()));
+    return isOfThisLibrary(data) ? Loaded{statusOk, std::move(data)} : notFound();
+}
+
+} // namespace Embedded

@@ -1,0 +1,26 @@
+// Definitions from the catalog, by code.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "embedded/spatial_reference/catalog_code.h"
+#include "embedded/spatial_reference/definition_data.h"
+#include "embedded/spatial_reference/proj_context.h"
+#include "platform/spatial_reference/status.h"
+
+namespace Embedded {
+
+/// The catalog's object, or null. `code` must be resolved.
+ProjObject catalogObject(const CatalogCode& code, PJ_CATEGORY category);
+
+/// What a load came to; `data` is present exactly when the status is statusOk.
+struct Loaded {
+    Zentara::Infrastructure::SpatialReference::Status status;
+    std::optional<DefinitionData> data;
+};
+
+/// A system, datum or ellipsoid; the code may be null.
+Loaded loadFromCatalog(const wchar_t* code, DefinitionType type);
+
+} // namespace Embedded

@@ -1,0 +1,43 @@
+#include "embedded/spatial_reference/proj_context.h"
+
+namespace Embedded {
+namespace {
+
+PJ_CONTEXT* silentContext()
+{
+    PJ_CONTEXT* context = proj_context_create();
+    proj_log_level(context, PJ_LOG_NONE);
+    proj_context_set_enable_network(context, 0);
+    return context;
+}
+
+std::vector<std::string> readAuthorities()
+{
+    std::vector<std::string> authorities;
+    PROJ_STRING_LIST list = proj_get_authorities_from_database(projContext());
+    for (auto entry = list; entry && *entry; ++entry)
+        authorities.emplace_back(*entry);
+    proj_string_list_destroy(list);
+    return authorities;
+}
+
+} // namespace
+
+PJ_CONTEXT* projContext()
+{
+    static const std::unique_ptr<PJ_CONTEXT, ProjRelease> context(silentContext());
+    return context.get();
+}
+
+bool isCatalogAvailable()
+{
+    return proj_context_get_database_path(projContext()) != nullptr;
+}
+
+const std::vector<std::string>& catalogAuthorities()
+{
+    static const std::vector<std::string> authorities = readAuthorities();
+    return authorities;
+}
+
+} // namespace Embedded

@@ -1,0 +1,16 @@
+// Systems that a user describes in a text of their own.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "embedded/spatial_reference/document.h"
+
+namespace Embedded {
+
+/// The document that WKT 1, WKT 2, PROJJSON or a PROJ string describes; nothing when the text is none of them or
+/// describes something else than a system of this library. An identifier in the text stays only when it is `code`.
+std::optional<Document> documentFromUserText(std::string_view utf8, std::string_view code);
+
+} // namespace Embedded

@@ -1,0 +1,107 @@
+#include <cwchar>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "embedded/foundation/audit.h"
+#include "embedded/foundation/faults.h"
+#include "platform/windows.h"
+
+namespace {
+
+using Embedded::Audit;
+using Embedded::Faults;
+using Embedded::Held;
+
+/// Where the hexadecimal digits of an identifier's text begin, field by field and byte by byte, and how many there are.
+struct DigitRun {
+    std::size_t at;
+    std::size_t count;
+};
+constexpr DigitRun kData1{1, 8};
+constexpr DigitRun kData2{10, 4};
+constexpr DigitRun kData3{15, 4};
+constexpr DigitRun kData4[8] = {{20, 2}, {22, 2}, {25, 2}, {27, 2}, {29, 2}, {31, 2}, {33, 2}, {35, 2}};
+constexpr std::wstring_view kPattern = L"{########-####-####-####-############}";
+
+std::optional<unsigned> digitValue(wchar_t digit)
+{
+    if (digit >= L'0' && digit <= L'9')
+        return static_cast<unsigned>(digit - L'0');
+    if (digit >= L'A' && digit <= L'F')
+        return static_cast<unsigned>(digit - L'A' + 10);
+    if (digit >= L'a' && digit <= L'f')
+        return static_cast<unsigned>(digit - L'a' + 10);
+    return std::nullopt;
+}
+
+bool matchesPattern(std::wstring_view text)
+{
+    if (text.size() != kPattern.size())
+        return false;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        if (kPattern[index] == L'#' ? !digitValue(text[index]) : text[index] != kPattern[index])
+            return false;
+    }
+    return true;
+}
+
+std::uint32_t readDigits(std::wstring_view text, DigitRun run)
+{
+    std::uint32_t value = 0;
+    for (const wchar_t digit : text.substr(run.at, run.count))
+        value = value << 4 | digitValue(digit).value_or(0);
+    return value;
+}
+
+void writeDigits(std::wstring& text, DigitRun run, std::uint32_t value)
+{
+    for (std::size_t index = run.count; index-- > 0; value >>= 4)
+        text[run.at + index] = L"0123456789ABCDEF"[value & 0xF];
+}
+
+} // namespace
+
+HRESULT CLSIDFromString(const wchar_t* text, CLSID* clsid)
+{
+    if (const auto fault = Faults::strike("CLSIDFromString", CO_E_CLASSSTRING))
+        return *fault;
+    if (clsid == nullptr)
+        return E_INVALIDARG;
+    if (text == nullptr || !matchesPattern(text))
+        return CO_E_CLASSSTRING;
+    clsid->Data1 = readDigits(text, kData1);
+    clsid->Data2 = static_cast<std::uint16_t>(readDigits(text, kData2));
+    clsid->Data3 = static_cast<std::uint16_t>(readDigits(text, kData3));
+    for (std::size_t index = 0; index < std::size(kData4); ++index)
+        clsid->Data4[index] = static_cast<unsigned char>(readDigits(text, kData4[index]));
+    return S_OK;
+}
+
+HRESULT StringFromCLSID(const CLSID& clsid, wchar_t** text)
+{
+    if (text == nullptr)
+        return E_INVALIDARG;
+    *text = nullptr;
+    if (const auto fault = Faults::strike("StringFromCLSID", E_OUTOFMEMORY))
+        return *fault;
+    std::wstring digits(kPattern);
+    writeDigits(digits, kData1, clsid.Data1);
+    writeDigits(digits, kData2, clsid.Data2);
+    writeDigits(digits, kData3, clsid.Data3);
+    for (std::size_t index = 0; index < std::size(kData4); ++index)
+        writeDigits(digits, kData4[index], clsid.Data4[index]);
+    *text = new wchar_t[digits.size() + 1];
+    std::wmemcpy(*text, digits.c_str(), digits.size() + 1);
+    Audit::add(Held::comMemory);
+    return S_OK;
+}
+
+void CoTaskMemFree(void* memory)
+{
+    if (memory == nullptr)
+        return;
+    delete[] static_cast<wchar_t*>(memory);
+    Audit::remove(Held::comMemory);
+}

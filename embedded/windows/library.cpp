@@ -1,0 +1,10 @@
+#include "embedded/foundation/faults.h"
+#include "platform/windows.h"
+
+// Nothing here sends thread notices, so there is nothing to switch off.
+BOOL DisableThreadLibraryCalls(HMODULE module)
+{
+    if (const auto fault = Embedded::Faults::strike("DisableThreadLibraryCalls", FALSE))
+        return *fault;
+    return module != nullptr ? TRUE : FALSE;
+}

@@ -1,0 +1,34 @@
+// How a symbol crosses a shared library's border. Each platform library defines its own macro from these two.
+#pragma once
+
+#if defined(_WIN32)
+#define PLATFORM_EXPORT __declspec(dllexport)
+#define PLATFORM_IMPORT __declspec(dllimport)
+#else
+#define PLATFORM_EXPORT __attribute__((visibility("default")))
+#define PLATFORM_IMPORT __attribute__((visibility("default")))
+#endif
+
+#if defined(QEHOST_BUILD)
+#define QEHOST_API PLATFORM_EXPORT
+#else
+#define QEHOST_API PLATFORM_IMPORT
+#endif
+
+#if defined(ZSR_BUILD)
+#define ZSR_API PLATFORM_EXPORT
+#else
+#define ZSR_API PLATFORM_IMPORT
+#endif
+
+#if defined(FQCORE_BUILD)
+#define FQCORE_API PLATFORM_EXPORT
+#else
+#define FQCORE_API PLATFORM_IMPORT
+#endif
+
+#if defined(WIN32_STANDIN_BUILD)
+#define WIN32_STANDIN_API PLATFORM_EXPORT
+#else
+#define WIN32_STANDIN_API PLATFORM_IMPORT
+#endif

@@ -1,0 +1,7 @@
+// The foundation object library: reference-counted objects and collections of them.
+// One of the four headers through which the module meets its platform.
+#pragma once
+
+#include "foundation/disposable.h"
+#include "foundation/disposable_collection.h"
+#include "foundation/ptr.h"

@@ -1,0 +1,80 @@
+// The host's runtime: class descriptors, the system registry, the dynamic linker and application messages.
+#pragma once
+
+#include "../export.h"
+#include "error_status.h"
+
+/// A class descriptor: one for each class, compared by address.
+class QEHOST_API QeRxClass {
+public:
+    QeRxClass(const wchar_t* name, const QeRxClass* parent) : name_(name), parent_(parent) {}
+    QeRxClass(const QeRxClass&) = delete;
+    QeRxClass& operator=(const QeRxClass&) = delete;
+
+    const wchar_t* name() const { return name_; }
+    const QeRxClass* parent() const { return parent_; }
+    /// Whether this class is `ancestor` or derives from it; false for null.
+    bool isDerivedFrom(const QeRxClass* ancestor) const;
+
+private:
+    const wchar_t* name_;
+    const QeRxClass* parent_;
+};
+
+/// Declares a class's descriptor and the query for an object's own.
+#define QERX_DECLARE_CLASS()                                                                                           \
+    static QeRxClass* desc();                                                                                          \
+    QeRxClass* isA() const override
+
+/// The root of the host's classes.
+class QEHOST_API QeRxObject {
+public:
+    virtual ~QeRxObject();
+    QeRxObject(const QeRxObject&) = delete;
+    QeRxObject& operator=(const QeRxObject&) = delete;
+
+    static QeRxClass* desc();
+    virtual QeRxClass* isA() const;
+    bool isKindOf(const QeRxClass* ancestor) const { return isA()->isDerivedFrom(ancestor); }
+
+protected:
+    QeRxObject() = default;
+};
+
+/// A dictionary of runtime objects by name; it does not own them.
+class QEHOST_API QeRxDictionary : public QeRxObject {
+public:
+    QERX_DECLARE_CLASS();
+    /// The object under the key, or null.
+    virtual QeRxObject* at(const wchar_t* key) const = 0;
+    /// Puts the object under the key and returns what was there before, or null.
+    virtual QeRxObject* atPut(const wchar_t* key, QeRxObject* object) = 0;
+    /// Takes the key out and returns what was there, or null.
+    virtual QeRxObject* remove(const wchar_t* key) = 0;
+};
+
+/// The key of the dynamic linker in the system registry.
+inline constexpr const wchar_t* kQeRxDynamicLinkerKey = L"DynamicLinker";
+
+/// Loads and unloads modules. A module that has not unlocked itself stays loaded.
+class QEHOST_API QeRxDynamicLinker : public QeRxObject {
+public:
+    QERX_DECLARE_CLASS();
+    /// Lets the module behind `appHandle` be unloaded on demand. False for a handle that it does not know.
+    virtual bool unlockApplication(void* appHandle) = 0;
+};
+
+/// Messages to a module's entry point.
+namespace QeRx {
+enum AppMsgCode : int { kNullMsg = 0, kInitAppMsg = 1, kUnloadAppMsg = 2, kLoadDwgMsg = 3, kUnloadDwgMsg = 4 };
+enum AppRetCode : int { kRetOK = 0, kRetError = 3 };
+} // namespace QeRx
+
+/// The host API version that a module built against these headers answers.
+inline constexpr int kQeRxApiVersion = 0x00180000;
+
+/// The dictionary of system services; never null.
+QEHOST_API QeRxDictionary* qerxSysRegistry();
+
+/// Declares that the module behind `appHandle` works with several open documents. False for an unknown handle.
+QEHOST_API bool qerxRegisterAppMDIAware(void* appHandle);

@@ -1,0 +1,110 @@
+// The Win32 calls that the module makes: the system's own on Windows, a stand-in of the same names elsewhere.
+// One of the four headers through which the module meets its platform.
+#pragma once
+
+#if defined(_WIN32)
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+//
+#include <objbase.h>
+#include <share.h>
+#include <shlobj.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <wchar.h>
+#undef GetClassName // a macro of the system's that would rename a class's own operation
+
+#else
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+
+#include "export.h"
+
+using BOOL = int;
+using BYTE = unsigned char;
+using DWORD = std::uint32_t;
+using UINT = unsigned int;
+using LONG = std::int32_t;
+using LSTATUS = LONG;
+using HRESULT = std::int32_t;
+using HWND = void*;
+using HMODULE = void*;
+using REGSAM = std::uint32_t;
+using errno_t = int;
+
+struct GUID {
+    std::uint32_t Data1;
+    std::uint16_t Data2;
+    std::uint16_t Data3;
+    unsigned char Data4[8];
+};
+using CLSID = GUID;
+
+struct RegistryKeyHandle;
+using HKEY = RegistryKeyHandle*;
+
+#define WINAPI
+inline constexpr DWORD DLL_PROCESS_ATTACH = 1;
+inline constexpr int TRUE = 1;
+inline constexpr int FALSE = 0;
+inline constexpr HRESULT S_OK = 0;
+inline constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000E);
+inline constexpr HRESULT E_INVALIDARG = static_cast<HRESULT>(0x80070057);
+inline constexpr HRESULT CO_E_CLASSSTRING = static_cast<HRESULT>(0x800401F3);
+inline constexpr LSTATUS ERROR_SUCCESS = 0;
+inline constexpr LSTATUS ERROR_NO_MORE_ITEMS = 259;
+inline constexpr UINT CP_UTF8 = 65001;
+inline constexpr int CSIDL_LOCAL_APPDATA = 28;
+inline constexpr DWORD REG_SZ = 1;
+inline constexpr DWORD REG_OPTION_NON_VOLATILE = 0;
+inline constexpr REGSAM KEY_READ = 0x20019;
+inline constexpr REGSAM KEY_WRITE = 0x20006;
+inline constexpr int _SH_DENYNO = 0x40;
+extern WIN32_STANDIN_API const HKEY HKEY_CURRENT_USER;
+
+extern "C" {
+/// From "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}" to its 16 bytes; CO_E_CLASSSTRING for anything else.
+WIN32_STANDIN_API HRESULT CLSIDFromString(const wchar_t* text, CLSID* clsid);
+/// The text in upper case; released with CoTaskMemFree.
+WIN32_STANDIN_API HRESULT StringFromCLSID(const CLSID& clsid, wchar_t** text);
+WIN32_STANDIN_API void CoTaskMemFree(void* memory);
+
+WIN32_STANDIN_API BOOL DisableThreadLibraryCalls(HMODULE module);
+
+/// `length` -1 takes the text up to and with its NUL; `outputLength` 0 answers the length needed; 0 is failure.
+WIN32_STANDIN_API int MultiByteToWideChar(UINT codePage, DWORD flags, const char* text, int length, wchar_t* output,
+                                          int outputLength);
+WIN32_STANDIN_API int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int length, char* output,
+                                          int outputLength, const char* defaultCharacter, BOOL* usedDefault);
+
+WIN32_STANDIN_API LSTATUS RegCreateKeyExW(HKEY key, const wchar_t* subKey, DWORD reserved, wchar_t* className,
+                                          DWORD options, REGSAM access, void* security, HKEY* result,
+                                          DWORD* disposition);
+WIN32_STANDIN_API LSTATUS RegOpenKeyExW(HKEY key, const wchar_t* subKey, DWORD options, REGSAM access, HKEY* result);
+WIN32_STANDIN_API LSTATUS RegCloseKey(HKEY key);
+WIN32_STANDIN_API LSTATUS RegSetValueExW(HKEY key, const wchar_t* name, DWORD reserved, DWORD type, const BYTE* data,
+                                         DWORD lengthInBytes);
+WIN32_STANDIN_API LSTATUS RegQueryValueExW(HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data,
+                                           DWORD* lengthInBytes);
+WIN32_STANDIN_API LSTATUS RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD* reserved,
+                                        DWORD* type, BYTE* data, DWORD* lengthInBytes);
+WIN32_STANDIN_API LSTATUS RegDeleteValueW(HKEY key, const wchar_t* name);
+
+WIN32_STANDIN_API BOOL SHGetSpecialFolderPathW(HWND owner, wchar_t* path, int folder, BOOL create);
+
+WIN32_STANDIN_API int _wcsicmp(const wchar_t* left, const wchar_t* right);
+WIN32_STANDIN_API errno_t _wgetenv_s(std::size_t* required, wchar_t* buffer, std::size_t characters,
+                                     const wchar_t* name);
+/// Opens a file as the C runtime does; text mode ("t") ends lines with CR LF on disk.
+WIN32_STANDIN_API std::FILE* _wfsopen(const wchar_t* path, const wchar_t* mode, int sharing);
+}
+
+#endif
