@@ -1,0 +1,13 @@
+#include "coordsys/database_argument.h"
+
+namespace Orvel {
+
+QeDbDatabase* ResolveDatabase(QeDbDatabase* database)
+{
+    if (database != nullptr)
+        return database;
+    const QeDbHostApplicationServices* const services = qedbHostApplicationServices();
+    return services != nullptr ? services->workingDatabase() : nullptr;
+}
+
+} // namespace Orvel

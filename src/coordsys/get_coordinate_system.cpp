@@ -1,0 +1,181 @@
+#include <string>
+
+#include "coordsys/database_argument.h"
+#include "coordsys/orvel_coordinate_system.h"
+#include "coordsys/scoped_report.h"
+#include "storage/definition_xrecord.h"
+#include "storage/geodata.h"
+#include "storage/host_holders.h"
+#include "storage/legacy_projection.h"
+#include "storage/library_holder.h"
+#include "storage/serialized_text.h"
+
+namespace Zentara::Gis::Orvel::CoordinateSystem {
+
+namespace Library = ::Orvel::Library;
+using ::Orvel::LibraryObject;
+using ::Orvel::ScopedStatusReport;
+
+namespace {
+
+using DefinitionHolder = LibraryObject<CoordinateReferenceSystemDefinition>;
+using ArrayHolder = LibraryObject<DefinitionBaseArray>;
+
+Qeapp::ErrorStatus readFromGeoData(DefinitionBaseArray*& definitions, QeDbDatabase* db, Status& libraryStatus)
+{
+    std::wstring text;
+    const Qeapp::ErrorStatus read = ::Orvel::ReadGeoDataCoordinateSystem(db, text);
+    if (read != Qeapp::eOk)
+        return read;
+    if (!text.empty()) {
+        libraryStatus = ::Orvel::DeserializeWideText(definitions, text.c_str());
+        return libraryStatus == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
+    }
+    libraryStatus = DefinitionBaseArray::CreateInstance(definitions);
+    if (libraryStatus == Library::statusOutOfMemory)
+        return Qeapp::eOutOfMemory;
+    return libraryStatus == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
+}
+
+/// The array takes the definition over when it can add it; an empty holder is passed over.
+template <class Definition>
+Qeapp::ErrorStatus add(DefinitionBaseArray& definitions, LibraryObject<Definition>& definition, Status& libraryStatus)
+{
+    if (!definition)
+        return Qeapp::eOk;
+    libraryStatus = definitions.Add(definition.get());
+    if (libraryStatus != Library::statusOk)
+        return Qeapp::eInvalidInput;
+    static_cast<void>(definition.release()); // the array's from here on
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus addStored(DefinitionBaseArray& definitions, ::Orvel::DefinitionSet& stored, Status& libraryStatus)
+{
+    Qeapp::ErrorStatus result = add(definitions, stored.system, libraryStatus);
+    if (result == Qeapp::eOk)
+        result = add(definitions, stored.datum, libraryStatus);
+    if (result == Qeapp::eOk)
+        result = add(definitions, stored.ellipsoid, libraryStatus);
+    return result;
+}
+
+Qeapp::ErrorStatus addFromCatalog(DefinitionBaseArray& definitions, const std::wstring& code, Status& libraryStatus)
+{
+    DefinitionHolder definition;
+    libraryStatus = CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
+    if (libraryStatus != Library::statusOk)
+        return Qeapp::eNotApplicable;
+    return add(definitions, definition, libraryStatus);
+}
+
+Qeapp::ErrorStatus readByLegacyCode(DefinitionBaseArray*& definitions, QeDbDatabase* db, const std::wstring& code,
+                                    Status& libraryStatus)
+{
+    libraryStatus = DefinitionBaseArray::CreateInstance(definitions);
+    if (libraryStatus != Library::statusOk)
+        return Qeapp::eInvalidInput;
+    ::Orvel::DefinitionSet stored;
+    if (::Orvel::ReadCsDefinitionXrecord(db, code.c_str(), stored))
+        return addStored(*definitions, stored, libraryStatus);
+    return addFromCatalog(*definitions, code, libraryStatus);
+}
+
+/// Takes the first coordinate reference system out of the array and destroys what stands before it.
+CoordinateReferenceSystemDefinition* takeSystem(DefinitionBaseArray& definitions)
+{
+    while (definitions.GetCount() > 0) {
+        LibraryObject<Library::DefinitionBase> item(definitions.Remove(0));
+        auto* const system = dynamic_cast<CoordinateReferenceSystemDefinition*>(item.get());
+        if (system != nullptr) {
+            static_cast<void>(item.release()); // handed out as the system
+            return system;
+        }
+    }
+    return nullptr;
+}
+
+Qeapp::ErrorStatus checkCatalog(const CoordinateReferenceSystemDefinition* definition, bool& known,
+                                Status& libraryStatus)
+{
+    const wchar_t* code = nullptr;
+    if (definition == nullptr || definition->GetCode(code) != Library::statusOk)
+        code = nullptr;
+    DefinitionHolder inCatalog;
+    libraryStatus = CoordinateReferenceSystemDefinition::Load(code, inCatalog.put());
+    known = libraryStatus == Library::statusOk;
+    if (known || libraryStatus == Library::statusNotFound)
+        return Qeapp::eOk;
+    if (libraryStatus == Library::statusOutOfMemory)
+        return Qeapp::eOutOfMemory;
+    libraryStatus = Library::statusCheckFailed;
+    return Qeapp::eInvalidInput;
+}
+
+Qeapp::ErrorStatus GetCoordinateSystemCode(wchar_t*& code, bool& knownToCatalog, QeDbDatabase* db)
+{
+    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    if (database == nullptr)
+        return Qeapp::eNoDatabase;
+    code = nullptr;
+    DefinitionHolder definition;
+    const Qeapp::ErrorStatus read = GetCoordinateSystem(definition.put(), &knownToCatalog, database, nullptr);
+    if (read != Qeapp::eOk || !definition)
+        return read;
+    const wchar_t* stored = nullptr;
+    if (definition->GetCode(stored) != Library::statusOk || stored == nullptr || *stored == L'\0')
+        return Qeapp::eInvalidInput;
+    return qeutNewString(stored, code);
+}
+
+} // namespace
+
+Qeapp::ErrorStatus GetCoordinateSystem(DefinitionBaseArray*& definitions, QeDbDatabase* db, Status* status)
+{
+    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    if (database == nullptr)
+        return Qeapp::eNoDatabase;
+    Status libraryStatus = Library::statusOk;
+    Qeapp::ErrorStatus result = Qeapp::eOk;
+    const ScopedStatusReport report(status, &libraryStatus, &result);
+    const std::wstring code = ::Orvel::ReadLegacyProjectionCode(database);
+    result = code.empty() ? readFromGeoData(definitions, database, libraryStatus)
+                          : readByLegacyCode(definitions, database, code, libraryStatus);
+    return result;
+}
+
+Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefinition*& definition, bool* knownToCatalog,
+                                       QeDbDatabase* db, Status* status)
+{
+    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    if (database == nullptr)
+        return Qeapp::eNoDatabase;
+    definition = nullptr;
+    bool known = false;
+    const ::Orvel::ScopedReport<bool> knownReport(knownToCatalog, &known, nullptr, false, false);
+    ArrayHolder definitions;
+    Qeapp::ErrorStatus result = GetCoordinateSystem(definitions.put(), database, status);
+    if (result != Qeapp::eOk || !definitions || definitions->GetCount() == 0)
+        return result;
+    Status libraryStatus = Library::statusOk;
+    const ScopedStatusReport report(status, &libraryStatus, &result);
+    definition = takeSystem(*definitions.get());
+    if (knownToCatalog != nullptr)
+        result = checkCatalog(definition, known, libraryStatus);
+    return result;
+}
+
+Qeapp::ErrorStatus GetCoordinateSystem(wchar_t*& code, QeDbDatabase* db)
+{
+    bool knownToCatalog = false;
+    const Qeapp::ErrorStatus read = GetCoordinateSystemCode(code, knownToCatalog, db);
+    if (read != Qeapp::eOk)
+        return read;
+    if (code != nullptr && !knownToCatalog) {
+        qeutDelBuffer(code);
+        return Qeapp::eInvalidInput;
+    }
+    return Qeapp::eOk;
+}
+
+} // namespace Zentara::Gis::Orvel::CoordinateSystem

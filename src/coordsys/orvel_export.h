@@ -1,0 +1,12 @@
+// How the module's symbols cross its border.
+#pragma once
+
+#if defined(_WIN32)
+#if defined(ORVEL_COORDSYS_CORE_BUILD)
+#define ORVEL_API __declspec(dllexport)
+#else
+#define ORVEL_API __declspec(dllimport)
+#endif
+#else
+#define ORVEL_API __attribute__((visibility("default")))
+#endif

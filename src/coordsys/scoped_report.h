@@ -1,0 +1,53 @@
+// How a function's optional out-parameter is filled on every way out of it.
+#pragma once
+
+#include "platform/host.h"
+#include "platform/spatial_reference.h"
+
+namespace Orvel {
+
+/// Writes the caller's out-parameter at the end of the scope:
+///  - nothing where the caller or the function keeps none;
+///  - the local value where the function succeeded, or tracks no result;
+///  - the fallback where it failed and the local value is still the unset one;
+///  - nothing where it failed with a local value: the caller may trust the out-parameter only on success or when it
+///    reads the fallback.
+template <class Value>
+class ScopedReport {
+public:
+    ScopedReport(Value* caller, const Value* local, const Qeapp::ErrorStatus* result, Value unset, Value fallback)
+        : caller_(caller), local_(local), result_(result), unset_(unset), fallback_(fallback)
+    {
+    }
+    ScopedReport(const ScopedReport&) = delete;
+    ScopedReport& operator=(const ScopedReport&) = delete;
+    ~ScopedReport()
+    {
+        if (caller_ == nullptr || local_ == nullptr)
+            return;
+        if (result_ == nullptr || *result_ == Qeapp::eOk)
+            *caller_ = *local_;
+        else if (*local_ == unset_)
+            *caller_ = fallback_;
+    }
+
+private:
+    Value* caller_;
+    const Value* local_;
+    const Qeapp::ErrorStatus* result_;
+    Value unset_;
+    Value fallback_;
+};
+
+/// The report of a library status: 0 is unset, 52 stands for a failure that no library call had part in.
+class ScopedStatusReport : public ScopedReport<Zentara::Infrastructure::SpatialReference::Status> {
+public:
+    using Status = Zentara::Infrastructure::SpatialReference::Status;
+    ScopedStatusReport(Status* caller, const Status* local, const Qeapp::ErrorStatus* result)
+        : ScopedReport(caller, local, result, Zentara::Infrastructure::SpatialReference::statusOk,
+                       Zentara::Infrastructure::SpatialReference::statusFailed)
+    {
+    }
+};
+
+} // namespace Orvel

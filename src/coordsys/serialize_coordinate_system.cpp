@@ -1,0 +1,95 @@
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "coordsys/orvel_coordinate_system.h"
+#include "coordsys/scoped_report.h"
+#include "storage/library_holder.h"
+#include "storage/packed_definition.h"
+#include "storage/serialized_text.h"
+#include "storage/utf16le.h"
+
+namespace Zentara::Gis::Orvel::CoordinateSystem {
+
+namespace Library = ::Orvel::Library;
+using ::Orvel::LibraryObject;
+using ::Orvel::ScopedStatusReport;
+
+namespace {
+
+Qeapp::ErrorStatus blockOf(const CoordinateReferenceSystemDefinition* definition, QeDb::QeDbDwgVersion version,
+                           std::vector<unsigned char>& block, Status& libraryStatus)
+{
+    if (version < QeDb::kGeoDataTextDwg)
+        return ::Orvel::EncodeDefinitionBytes(definition, block) ? Qeapp::eOk : Qeapp::eInvalidInput;
+    std::wstring text;
+    libraryStatus = ::Orvel::SerializeToWideText(text, definition, false);
+    if (libraryStatus != Library::statusOk)
+        return Qeapp::eInvalidInput;
+    block = ::Orvel::Utf16leBytes(text);
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus handOut(const std::vector<unsigned char>& block, unsigned char*& bytes, int& length)
+{
+    const Qeapp::ErrorStatus result = qeutNewBuffer(bytes, block.size());
+    if (result != Qeapp::eOk)
+        return result;
+    std::ranges::copy(block, bytes);
+    length = static_cast<int>(block.size());
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus readBlock(LibraryObject<DefinitionBaseArray>& definitions, const unsigned char* bytes,
+                             std::size_t length, Status& libraryStatus)
+{
+    libraryStatus = DefinitionBaseArray::CreateInstance(definitions.put());
+    if (libraryStatus != Library::statusOk)
+        return Qeapp::eInvalidInput;
+    LibraryObject<Library::DefinitionBase> packed(::Orvel::DecodeDefinitionBytes(bytes, length));
+    if (packed) {
+        libraryStatus = definitions->Add(packed.get());
+        if (libraryStatus == Library::statusOk)
+            static_cast<void>(packed.release()); // the array's from here on
+    } else {
+        libraryStatus = ::Orvel::DeserializeUtf16leText(definitions.put(), bytes);
+    }
+    return libraryStatus == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
+}
+
+} // namespace
+
+Qeapp::ErrorStatus SerializeCoordinateSystem(const CoordinateReferenceSystemDefinition* definition,
+                                             unsigned char*& bytes, int& length, QeDb::QeDbDwgVersion version,
+                                             Status* status)
+{
+    if (definition == nullptr)
+        return Qeapp::eInvalidInput;
+    bytes = nullptr;
+    length = -1;
+    Status libraryStatus = Library::statusOk;
+    Qeapp::ErrorStatus result = Qeapp::eOk;
+    const ScopedStatusReport report(status, &libraryStatus, &result);
+    std::vector<unsigned char> block;
+    result = blockOf(definition, version, block, libraryStatus);
+    if (result == Qeapp::eOk)
+        result = handOut(block, bytes, length);
+    return result;
+}
+
+Qeapp::ErrorStatus DeserializeCoordinateSystem(DefinitionBaseArray*& definitions, const unsigned char* bytes,
+                                               int length, Status* status)
+{
+    if (bytes == nullptr || length < 1)
+        return Qeapp::eInvalidInput;
+    Status libraryStatus = Library::statusOk;
+    Qeapp::ErrorStatus result = Qeapp::eOk;
+    const ScopedStatusReport report(status, &libraryStatus, &result);
+    LibraryObject<DefinitionBaseArray> read;
+    result = readBlock(read, bytes, static_cast<std::size_t>(length), libraryStatus);
+    if (result == Qeapp::eOk)
+        definitions = read.release();
+    return result;
+}
+
+} // namespace Zentara::Gis::Orvel::CoordinateSystem

@@ -1,0 +1,98 @@
+#include <string>
+
+#include "coordsys/database_argument.h"
+#include "coordsys/orvel_coordinate_system.h"
+#include "coordsys/reactor_notices.h"
+#include "coordsys/scoped_report.h"
+#include "storage/geodata.h"
+#include "storage/library_holder.h"
+#include "storage/stored_coordinate_system.h"
+
+namespace Zentara::Gis::Orvel::CoordinateSystem {
+
+using ::Orvel::LibraryObject;
+using ::Orvel::ScopedStatusReport;
+
+namespace {
+
+/// The name under which an assignment is announced: a copy, for a reactor may do what it likes meanwhile.
+std::wstring announcedName(const CoordinateReferenceSystemDefinition* definition)
+{
+    const wchar_t* code = nullptr;
+    if (definition == nullptr || definition->GetCode(code) != ::Orvel::Library::statusOk || code == nullptr)
+        return {};
+    return code;
+}
+
+Qeapp::ErrorStatus assign(const CoordinateReferenceSystemDefinition* definition, QeDbDatabase* db,
+                          Status& libraryStatus)
+{
+    const std::wstring name = announcedName(definition);
+    if (!NotifyCoordinateSystemWillChange(db, name.c_str()))
+        return Qeapp::eVetoed;
+    const Qeapp::ErrorStatus cleared = ClearCoordinateSystem(db); // with its own question and notice
+    if (cleared != Qeapp::eOk)
+        return cleared;
+    if (definition != nullptr) {
+        const Qeapp::ErrorStatus written = ::Orvel::WriteGeoDataSerialized(db, definition, libraryStatus);
+        if (written != Qeapp::eOk)
+            return written;
+    }
+    NotifyCoordinateSystemChanged(db, name.c_str());
+    return Qeapp::eOk;
+}
+
+bool isGiven(const wchar_t* code)
+{
+    return code != nullptr && *code != L'\0';
+}
+
+} // namespace
+
+Qeapp::ErrorStatus ClearCoordinateSystem(QeDbDatabase* db)
+{
+    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    if (database == nullptr)
+        return Qeapp::eNoDatabase;
+    if (!NotifyCoordinateSystemWillChange(database, nullptr))
+        return Qeapp::eVetoed;
+    const Qeapp::ErrorStatus cleared = ::Orvel::ClearStoredCoordinateSystem(database);
+    if (cleared != Qeapp::eOk)
+        return cleared;
+    NotifyCoordinateSystemChanged(database, nullptr);
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus SetCoordinateSystem(const CoordinateReferenceSystemDefinition* definition, QeDbDatabase* db,
+                                       Status* status)
+{
+    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    if (database == nullptr)
+        return Qeapp::eNoDatabase;
+    Status libraryStatus = ::Orvel::Library::statusOk;
+    Qeapp::ErrorStatus result = Qeapp::eOk;
+    const ScopedStatusReport report(status, &libraryStatus, &result);
+    result = assign(definition, database, libraryStatus);
+    return result;
+}
+
+Qeapp::ErrorStatus SetCoordinateSystem(const wchar_t* code, QeDbDatabase* db, Status* status)
+{
+    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    if (database == nullptr)
+        return Qeapp::eNoDatabase;
+    // The report follows the catalog alone: once the code was loaded the caller's status becomes 0, whatever the
+    // assignment came to.
+    const Status libraryStatus = ::Orvel::Library::statusOk;
+    Qeapp::ErrorStatus catalogResult = Qeapp::eOk;
+    const ScopedStatusReport report(status, &libraryStatus, &catalogResult);
+    LibraryObject<CoordinateReferenceSystemDefinition> definition;
+    if (isGiven(code) &&
+        CoordinateReferenceSystemDefinition::Load(code, definition.put()) != ::Orvel::Library::statusOk) {
+        catalogResult = Qeapp::eInvalidInput;
+        return catalogResult;
+    }
+    return SetCoordinateSystem(definition.get(), database, status);
+}
+
+} // namespace Zentara::Gis::Orvel::CoordinateSystem

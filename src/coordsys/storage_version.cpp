@@ -1,0 +1,95 @@
+#include "coordsys/database_argument.h"
+#include "coordsys/orvel_coordinate_system.h"
+#include "coordsys/scoped_report.h"
+#include "storage/definition_xrecord.h"
+#include "storage/geodata.h"
+#include "storage/legacy_projection.h"
+#include "storage/library_holder.h"
+#include "storage/stored_coordinate_system.h"
+
+namespace Zentara::Gis::Orvel::CoordinateSystem {
+
+namespace Library = ::Orvel::Library;
+using ::Orvel::LibraryObject;
+using ::Orvel::ScopedStatusReport;
+
+namespace {
+
+using Definition = CoordinateReferenceSystemDefinition;
+using CoordinateSystemWriter = Qeapp::ErrorStatus (*)(QeDbDatabase*, const Definition*, Status&);
+
+Qeapp::ErrorStatus WriteCoordinateSystemCurrentForm(QeDbDatabase* db, const Definition* definition,
+                                                    Status& libraryStatus)
+{
+    if (definition == nullptr)
+        return Qeapp::eInvalidInput;
+    const Qeapp::ErrorStatus result = ::Orvel::WriteGeoDataSerialized(db, definition, libraryStatus);
+    if (result == Qeapp::eOk)
+        libraryStatus = Library::statusOk;
+    return result;
+}
+
+const wchar_t* codeOf(const Definition& definition)
+{
+    const wchar_t* code = nullptr;
+    return definition.GetCode(code) == Library::statusOk ? code : nullptr;
+}
+
+Qeapp::ErrorStatus WriteCoordinateSystemLegacyForm(QeDbDatabase* db, const Definition* definition,
+                                                   Status& libraryStatus)
+{
+    if (definition == nullptr)
+        return Qeapp::eInvalidInput;
+    libraryStatus = Library::statusFailed;
+    const wchar_t* const code = codeOf(*definition);
+    if (code == nullptr || *code == L'\0')
+        return Qeapp::eInvalidInput;
+    const Qeapp::ErrorStatus recorded = ::Orvel::WriteLegacyProjectionCode(db, code);
+    if (recorded != Qeapp::eOk)
+        return recorded;
+    // The catalog's copy is preferred to the drawing's own: older readers compare with theirs.
+    LibraryObject<Definition> inCatalog;
+    const bool known = Definition::Load(code, inCatalog.put()) == Library::statusOk;
+    const Definition* const chosen = known ? inCatalog.get() : definition;
+    const Qeapp::ErrorStatus stored = ::Orvel::WriteCsDefinitionXrecord(chosen, db);
+    if (stored != Qeapp::eOk)
+        return stored;
+    static_cast<void>(::Orvel::WriteGeoDataWkt(db, chosen, libraryStatus)); // older readers can do without the WKT
+    libraryStatus = Library::statusOk;
+    return Qeapp::eOk;
+}
+
+CoordinateSystemWriter SelectCoordinateSystemWriter(QeDb::QeDbDwgVersion version)
+{
+    return version < QeDb::kGeoDataTextDwg ? WriteCoordinateSystemLegacyForm : WriteCoordinateSystemCurrentForm;
+}
+
+Qeapp::ErrorStatus rewrite(QeDbDatabase* db, CoordinateSystemWriter writer, Status& libraryStatus)
+{
+    LibraryObject<Definition> definition;
+    bool knownToCatalog = false;
+    const Qeapp::ErrorStatus read = GetCoordinateSystem(definition.put(), &knownToCatalog, db, &libraryStatus);
+    if (read != Qeapp::eOk)
+        return read;
+    const Qeapp::ErrorStatus cleared = ::Orvel::ClearStoredCoordinateSystem(db);
+    if (cleared != Qeapp::eOk)
+        return cleared;
+    return definition ? writer(db, definition.get(), libraryStatus) : Qeapp::eOk;
+}
+
+} // namespace
+
+Qeapp::ErrorStatus ApplyCoordinateSystemStorageVersion(QeDbDatabase* db, QeDb::QeDbDwgVersion version, Status* status)
+{
+    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    if (database == nullptr)
+        return Qeapp::eNoDatabase;
+    Status libraryStatus = Library::statusOk;
+    Qeapp::ErrorStatus result = Qeapp::eOk;
+    const ScopedStatusReport report(status, &libraryStatus, &result);
+    const CoordinateSystemWriter writer = SelectCoordinateSystemWriter(version);
+    result = writer != nullptr ? rewrite(database, writer, libraryStatus) : Qeapp::eInvalidDrawingVersion;
+    return result;
+}
+
+} // namespace Zentara::Gis::Orvel::CoordinateSystem

@@ -1,0 +1,46 @@
+#include "frame/application.h"
+
+#include <memory>
+
+#include "frame/decomposition_reactor.h"
+
+namespace {
+
+class TheApplication final : public COrvelCoordsysCoreApp {};
+
+constinit TheApplication application;
+constinit std::unique_ptr<OrvelCoordsysCoreDecompositionReactor> decompositionReactor;
+bool DecompositionReactorRegistered = false;
+
+} // namespace
+
+COrvelCoordsysCoreApp& orvelApplication()
+{
+    return application;
+}
+
+Qeapp::ErrorStatus COrvelCoordsysCoreApp::load()
+{
+    if (DecompositionReactorRegistered)
+        return Qeapp::eOk;
+    QeDbDecompositionManager* const manager = qedbGetDecompositionManager();
+    if (manager == nullptr)
+        return Qeapp::eNotApplicable;
+    decompositionReactor = std::make_unique<OrvelCoordsysCoreDecompositionReactor>();
+    static_cast<void>(manager->addReactor(decompositionReactor.get())); // a new reactor is not registered yet
+    DecompositionReactorRegistered = true;
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus COrvelCoordsysCoreApp::unload()
+{
+    if (!DecompositionReactorRegistered)
+        return Qeapp::eOk;
+    QeDbDecompositionManager* const manager = qedbGetDecompositionManager();
+    if (manager == nullptr)
+        return Qeapp::eNotApplicable;
+    static_cast<void>(manager->removeReactor(decompositionReactor.get())); // it is deleted whatever the manager says
+    decompositionReactor.reset();
+    DecompositionReactorRegistered = false;
+    return Qeapp::eOk;
+}

@@ -1,0 +1,39 @@
+#include "frame/entry_point.h"
+
+#include "frame/application.h"
+#include "platform/host.h"
+
+namespace {
+
+constexpr int kApiVersion = 0x00180000;
+
+/// The host puts its linker there before it loads the first module.
+QeRxDynamicLinker* dynamicLinker()
+{
+    QeRxObject* const service = qerxSysRegistry()->at(kQeRxDynamicLinkerKey);
+    const bool isLinker = service != nullptr && service->isKindOf(QeRxDynamicLinker::desc());
+    return isLinker ? static_cast<QeRxDynamicLinker*>(service) : nullptr;
+}
+
+void initialise(void* appHandle)
+{
+    qerxRegisterAppMDIAware(appHandle);
+    dynamicLinker()->unlockApplication(appHandle);
+    static_cast<void>(orvelApplication().load()); // a host without decomposition can use the module all the same
+}
+
+} // namespace
+
+int qerxGetApiVersion()
+{
+    return kApiVersion;
+}
+
+int qerxEntryPoint(int message, void* appHandle)
+{
+    if (message == QeRx::kInitAppMsg)
+        initialise(appHandle);
+    else if (message == QeRx::kUnloadAppMsg)
+        static_cast<void>(orvelApplication().unload()); // the host unmaps the module whatever the result
+    return QeRx::kRetOK;
+}

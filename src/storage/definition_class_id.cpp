@@ -1,0 +1,85 @@
+#include "storage/definition_class_id.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/windows.h"
+#include "storage/holder.h"
+#include "storage/library_holder.h"
+
+namespace Orvel {
+namespace {
+
+constexpr std::wstring_view kCoordinateReferenceSystem = L"{3C00EA4B-0B84-11D2-9DE2-080009ACE18E}";
+constexpr std::wstring_view kDatum = L"{B4E01DB6-0D13-11D2-9DE2-080009ACE18E}";
+constexpr std::wstring_view kEllipsoid = L"{B4E01DB4-0D13-11D2-9DE2-080009ACE18E}";
+
+struct ComTextPolicy {
+    using Handle = wchar_t*;
+    static void dispose(wchar_t* text) { CoTaskMemFree(text); }
+};
+
+std::wstring_view identifierTextOf(const Library::DefinitionBase& definition)
+{
+    if (dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(&definition) != nullptr)
+        return kCoordinateReferenceSystem;
+    if (dynamic_cast<const Library::DatumDefinition*>(&definition) != nullptr)
+        return kDatum;
+    if (dynamic_cast<const Library::EllipsoidDefinition*>(&definition) != nullptr)
+        return kEllipsoid;
+    return {};
+}
+
+/// The fields are written one by one: the order of the bytes is the format's, not the machine's.
+ClassIdBytes bytesOf(const CLSID& id)
+{
+    ClassIdBytes bytes{};
+    const auto put = [&](std::size_t at, std::size_t count, std::uint32_t value) {
+        for (std::size_t index = 0; index < count; ++index)
+            bytes[at + index] = static_cast<unsigned char>(value >> 8 * index & 0xFF);
+    };
+    put(0, 4, id.Data1);
+    put(4, 2, id.Data2);
+    put(6, 2, id.Data3);
+    std::copy(std::begin(id.Data4), std::end(id.Data4), bytes.begin() + 8);
+    return bytes;
+}
+
+CLSID identifierFrom(const ClassIdBytes& bytes)
+{
+    const auto take = [&](std::size_t at, std::size_t count) {
+        std::uint32_t value = 0;
+        for (std::size_t index = count; index-- > 0;)
+            value = value << 8 | bytes[at + index];
+        return value;
+    };
+    CLSID id{};
+    id.Data1 = take(0, 4);
+    id.Data2 = static_cast<std::uint16_t>(take(4, 2));
+    id.Data3 = static_cast<std::uint16_t>(take(6, 2));
+    std::copy(bytes.begin() + 8, bytes.end(), std::begin(id.Data4));
+    return id;
+}
+
+} // namespace
+
+std::optional<ClassIdBytes> DefinitionKindClsid(const Library::DefinitionBase& definition)
+{
+    const std::wstring_view text = identifierTextOf(definition);
+    CLSID id{};
+    if (text.empty() || CLSIDFromString(text.data(), &id) != S_OK)
+        return std::nullopt;
+    return bytesOf(id);
+}
+
+bool IsDefinitionKindClsid(const ClassIdBytes& bytes)
+{
+    Holder<ComTextPolicy> text;
+    if (StringFromCLSID(identifierFrom(bytes), &text.put()) != S_OK || !text)
+        return false;
+    const std::wstring_view found(text.get());
+    return found == kCoordinateReferenceSystem || found == kDatum || found == kEllipsoid;
+}
+
+} // namespace Orvel

@@ -1,0 +1,93 @@
+#include "storage/definition_set.h"
+
+#include <cwchar>
+
+#include "platform/windows.h"
+
+namespace Orvel {
+namespace {
+
+bool sameCode(const wchar_t* left, const wchar_t* right)
+{
+    return left != nullptr && right != nullptr && _wcsicmp(left, right) == 0;
+}
+
+const wchar_t* codeOf(const Library::DefinitionBase* definition)
+{
+    const wchar_t* code = nullptr;
+    return definition != nullptr && definition->GetCode(code) == Library::statusOk ? code : nullptr;
+}
+
+template <class Definition>
+const wchar_t* ellipsoidCodeOf(const Definition* definition)
+{
+    const wchar_t* code = nullptr;
+    return definition->GetEllipsoidCode(code) == Library::statusOk ? code : nullptr;
+}
+
+bool needsEllipsoid(int kind)
+{
+    return kind == Library::kindGeographic || kind == Library::kindProjected;
+}
+
+/// The code that the ellipsoid must have; null when the datum is not the one that the system names.
+const wchar_t* expectedEllipsoidCode(const Library::CoordinateReferenceSystemDefinition* system,
+                                     const Library::DatumDefinition* datum)
+{
+    const wchar_t* datumCode = nullptr;
+    if (system->GetDatumCode(datumCode) != Library::statusOk || datumCode == nullptr)
+        return nullptr;
+    if (*datumCode == L'\0')
+        return datum == nullptr ? ellipsoidCodeOf(system) : nullptr;
+    return sameCode(codeOf(datum), datumCode) ? ellipsoidCodeOf(datum) : nullptr;
+}
+
+template <class Definition>
+bool takeAs(LibraryObject<Definition>& slot, Library::DefinitionBase* definition)
+{
+    auto* const typed = dynamic_cast<Definition*>(definition);
+    if (typed != nullptr)
+        slot.reset(typed);
+    return typed != nullptr;
+}
+
+} // namespace
+
+void DefinitionSet::take(Library::DefinitionBase* definition)
+{
+    if (!takeAs(system, definition) && !takeAs(datum, definition) && !takeAs(ellipsoid, definition))
+        Library::Object::Destroy(definition);
+}
+
+bool ValidateCsDefinitionSet(const wchar_t* code, const Library::CoordinateReferenceSystemDefinition* system,
+                             const Library::DatumDefinition* datum, const Library::EllipsoidDefinition* ellipsoid)
+{
+    if (code == nullptr || *code == L'\0' || !sameCode(codeOf(system), code))
+        return false;
+    int kind = 0;
+    if (system->GetKind(kind) != Library::statusOk)
+        return false;
+    if (!needsEllipsoid(kind))
+        return true;
+    return ellipsoid != nullptr && sameCode(codeOf(ellipsoid), expectedEllipsoidCode(system, datum));
+}
+
+// A link that fails leaves the system as it was stored, which is whole: there is nothing to report.
+void LinkDefinitionSet(DefinitionSet& set)
+{
+    const wchar_t* datumCode = nullptr;
+    if (set.system->GetDatumCode(datumCode) != Library::statusOk || datumCode == nullptr)
+        return;
+    if (*datumCode == L'\0') {
+        if (set.ellipsoid)
+            static_cast<void>(set.system->SetEllipsoid(set.ellipsoid.get())); // see above
+        return;
+    }
+    if (!set.datum)
+        return;
+    if (set.ellipsoid)
+        static_cast<void>(set.datum->SetEllipsoid(set.ellipsoid.get())); // see above
+    static_cast<void>(set.system->SetDatum(set.datum.get()));            // see above
+}
+
+} // namespace Orvel

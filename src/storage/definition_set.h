@@ -1,0 +1,28 @@
+// A coordinate reference system with the datum and the ellipsoid that were stored beside it.
+#pragma once
+
+#include "storage/library_holder.h"
+
+namespace Orvel {
+
+/// Three slots, one for each kind of definition.
+struct DefinitionSet {
+    LibraryObject<Library::CoordinateReferenceSystemDefinition> system;
+    LibraryObject<Library::DatumDefinition> datum;
+    LibraryObject<Library::EllipsoidDefinition> ellipsoid;
+
+    /// Takes the definition into the slot of its kind, in the place of what was there; one of no such kind, or null, is
+    /// destroyed.
+    void take(Library::DefinitionBase* definition);
+};
+
+/// Whether the definitions belong together and to the code: the system has the code and, where it is geographic or
+/// projected, the datum and ellipsoid are the ones that it names. Codes are compared without regard to case; a query
+/// that fails makes the set invalid.
+bool ValidateCsDefinitionSet(const wchar_t* code, const Library::CoordinateReferenceSystemDefinition* system,
+                             const Library::DatumDefinition* datum, const Library::EllipsoidDefinition* ellipsoid);
+
+/// Gives the ellipsoid to the datum and the datum to the system, or the ellipsoid to a system without a datum.
+void LinkDefinitionSet(DefinitionSet& set);
+
+} // namespace Orvel

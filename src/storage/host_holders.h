@@ -1,0 +1,93 @@
+// Holders for what the host hands out: opened and new objects, resbuf chains, buffers, transactions.
+#pragma once
+
+#include "platform/host.h"
+#include "storage/holder.h"
+
+namespace Orvel {
+
+/// A database-resident object is closed; one that never got into a database is deleted.
+template <class T>
+struct HostObjectPolicy {
+    using Handle = T*;
+    static void dispose(T* object)
+    {
+        if (object->objectId().isNull())
+            delete object;
+        else
+            static_cast<void>(object->close()); // nothing can be done about it at the end of a scope
+    }
+};
+
+/// A host object with the result of the call that opened it.
+template <class T>
+class HostObject : public Holder<HostObjectPolicy<T>> {
+public:
+    using Holder<HostObjectPolicy<T>>::Holder;
+
+    Qeapp::ErrorStatus open(QeDbObjectId id, QeDb::OpenMode mode)
+    {
+        return openWith([&](T*& object) { return qedbOpenObject(object, id, mode); });
+    }
+
+    /// Opens through a call that fills an out-parameter. A success that gave no object is eNoObject.
+    template <class Open>
+    Qeapp::ErrorStatus openWith(const Open& open)
+    {
+        const Qeapp::ErrorStatus result = open(this->put());
+        return result == Qeapp::eOk && !*this ? Qeapp::eNoObject : result;
+    }
+};
+
+/// The named objects dictionary of a database.
+class NamedObjects : public HostObject<QeDbDictionary> {
+public:
+    Qeapp::ErrorStatus openIn(QeDbDatabase* database, QeDb::OpenMode mode)
+    {
+        return openWith([&](QeDbDictionary*& object) { return database->getNamedObjectsDictionary(object, mode); });
+    }
+};
+
+struct ResbufPolicy {
+    using Handle = resbuf*;
+    static void dispose(resbuf* chain) { qeutRelRb(chain); }
+};
+using ResbufChain = Holder<ResbufPolicy>;
+
+/// What qeutNewString and qeutNewBuffer hand out.
+template <class Element>
+struct HostBufferPolicy {
+    using Handle = Element*;
+    static void dispose(Element* buffer) { qeutDelBuffer(buffer); }
+};
+using HostString = Holder<HostBufferPolicy<wchar_t>>;
+
+/// A transaction that is aborted at the end of the scope unless it was committed.
+class Transaction {
+public:
+    explicit Transaction(QeDbTransactionManager* manager)
+        : manager_(manager->startTransaction() != nullptr ? manager : nullptr)
+    {
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction()
+    {
+        if (started())
+            static_cast<void>(manager_->abortTransaction()); // the failure that led here is what the caller hears of
+    }
+
+    [[nodiscard]] bool started() const { return manager_ != nullptr; }
+    Qeapp::ErrorStatus commit()
+    {
+        const Qeapp::ErrorStatus result = manager_->endTransaction();
+        if (result == Qeapp::eOk)
+            manager_ = nullptr;
+        return result;
+    }
+
+private:
+    QeDbTransactionManager* manager_;
+};
+
+} // namespace Orvel

@@ -1,0 +1,20 @@
+// The code of a drawing's coordinate system as older readers find it: extended data of the named objects dictionary.
+// See docs/formats/legacy-projection.md.
+#pragma once
+
+#include <string>
+
+#include "platform/host.h"
+
+namespace Orvel {
+
+inline constexpr const wchar_t* kLegacyProjectionApplication = L"KTN_PROJECTION";
+
+/// The code, or empty when the drawing has none or it cannot be read.
+std::wstring ReadLegacyProjectionCode(QeDbDatabase* database);
+
+/// Stores the code, registering the application where it is not; a null or empty code removes the record. eNoDatabase
+/// for a null database, eOutOfMemory, host results as they are.
+Qeapp::ErrorStatus WriteLegacyProjectionCode(QeDbDatabase* database, const wchar_t* code);
+
+} // namespace Orvel

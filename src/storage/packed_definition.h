@@ -1,0 +1,21 @@
+// One definition as packed bytes: its class identifier and its stream without the first byte, run-length packed.
+// See docs/formats/packed-definition.md.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "platform/spatial_reference.h"
+
+namespace Orvel {
+
+/// False for a null definition, one of another type than the three, and one whose stream needs more than 1,024 bytes;
+/// `bytes` is then empty.
+bool EncodeDefinitionBytes(const Zentara::Infrastructure::SpatialReference::DefinitionBase* definition,
+                           std::vector<unsigned char>& bytes);
+
+/// The definition in the bytes, the caller's to Destroy, or null when they do not hold exactly one.
+Zentara::Infrastructure::SpatialReference::DefinitionBase* DecodeDefinitionBytes(const unsigned char* bytes,
+                                                                                 std::size_t length);
+
+} // namespace Orvel

@@ -1,0 +1,43 @@
+#include "storage/serialized_text.h"
+
+#include <array>
+
+#include "storage/utf16le.h"
+
+namespace Orvel {
+namespace {
+
+constexpr std::size_t kLargestTextInBytes = 65536;
+constexpr std::size_t kNulLengthInBytes = 2;
+constexpr int kNewestSchema = -1;
+
+} // namespace
+
+Library::Status SerializeToWideText(std::wstring& text, const Library::DefinitionBase* definition,
+                                    bool includeDependents)
+{
+    std::array<unsigned char, kLargestTextInBytes> buffer{};
+    const Library::Status status = Library::DefinitionStream::Serialize_s(
+        definition, buffer.data(), buffer.size(), Library::formatText, kNewestSchema, includeDependents);
+    if (status == Library::statusOk)
+        text = TextFromUtf16le(buffer.data(), buffer.size());
+    return status;
+}
+
+Library::Status DeserializeWideText(Library::DefinitionBaseArray*& definitions, const wchar_t* text)
+{
+    return DeserializeUtf16leText(definitions, text != nullptr ? Utf16leBytes(text).data() : nullptr);
+}
+
+Library::Status DeserializeUtf16leText(Library::DefinitionBaseArray*& definitions, const unsigned char* text)
+{
+    if (text == nullptr)
+        return Library::statusNullText;
+    const std::size_t length = Utf16leLength(text);
+    if (length == 0)
+        return Library::statusEmptyText;
+    return Library::DefinitionStream::Deserialize_s(definitions, text, length + kNulLengthInBytes,
+                                                    Library::formatAutomatic, kNewestSchema);
+}
+
+} // namespace Orvel

@@ -1,0 +1,21 @@
+// Wide text as UTF-16 little-endian bytes: the form in which text outlives a call, the same on every system. A wide
+// character is a UTF-16 unit or a code point, as the system has it; unpaired surrogates pass through.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Orvel {
+
+/// The text's bytes with a terminating NUL unit.
+std::vector<unsigned char> Utf16leBytes(std::wstring_view text);
+
+/// The text up to its first NUL unit, or up to the end of the bytes; an odd last byte is ignored.
+std::wstring TextFromUtf16le(const unsigned char* bytes, std::size_t lengthInBytes);
+
+/// The length in bytes up to the first NUL unit, which the caller guarantees.
+std::size_t Utf16leLength(const unsigned char* text);
+
+} // namespace Orvel
