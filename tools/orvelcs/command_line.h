@@ -1,0 +1,46 @@
+// The command line: which command it names, with which options, or what is wrong with it.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "orvelcs/command.h"
+
+namespace Orvelcs {
+
+/// What the command line asks for.
+struct Invocation {
+    enum class Kind { command, help, version, wrongUsage };
+    Kind kind = Kind::wrongUsage;
+    std::string command; // "assign", "catalog search"; "command line" when it names none
+    std::string help;    // for help
+    std::string subject; // for wrong usage
+    std::string message;
+};
+
+class CommandLine {
+public:
+    CommandLine();
+    CommandLine(const CommandLine&) = delete;
+    CommandLine& operator=(const CommandLine&) = delete;
+
+    Invocation parse(int argumentCount, char** arguments);
+    const OutputOptions& outputOptions() const { return outputOptions_; }
+    /// Runs the command that the last `parse` found. Throws Failure.
+    ExitStatus run(Output& output) const;
+
+private:
+    Invocation wrongUsageOf(const std::string& error) const;
+    Invocation unknownArgument(const std::string& argument) const;
+    const CLI::App* selected() const;
+    std::string selectedName() const;
+    std::vector<std::string> knownOptions() const;
+
+    std::unique_ptr<CLI::App> program_;
+    std::vector<Command> commands_;
+    OutputOptions outputOptions_;
+    bool version_ = false;
+};
+
+} // namespace Orvelcs

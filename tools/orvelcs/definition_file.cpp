@@ -1,0 +1,53 @@
+#include "orvelcs/definition_file.h"
+
+#include <fmt/format.h>
+
+#include "embedded/foundation/text.h"
+#include "orvelcs/result_names.h"
+#include "orvelcs/standard_streams.h"
+
+namespace Orvelcs {
+
+namespace Library = Zentara::Infrastructure::SpatialReference;
+
+namespace {
+
+constexpr std::size_t kLongestDefinitionInBytes = std::size_t{1} << 20;
+
+std::wstring definitionText(const std::string& file)
+{
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    const std::string bytes = readWhole(file, kLongestDefinitionInBytes);
+    std::string_view utf8 = bytes;
+    if (utf8.starts_with(kByteOrderMark))
+        utf8.remove_prefix(kByteOrderMark.size());
+    if (!Embedded::isValidUtf8(utf8))
+        throw DefinitionFailure(file, "is not UTF-8", Library::statusOk);
+    if (utf8.find_first_not_of(" \t\r\n") == std::string_view::npos)
+        throw DefinitionFailure(file, "is empty", Library::statusOk);
+    if (utf8.find('\0') != std::string_view::npos)
+        throw DefinitionFailure(file, "holds a NUL character", Library::statusOk);
+    return Embedded::wideFromUtf8(utf8);
+}
+
+std::string reasonOf(Library::Status status)
+{
+    if (status == Library::statusUnreadable)
+        return "no coordinate reference system as WKT, PROJJSON or a PROJ string: " + statusName(status);
+    return "the definition cannot be used: " + statusName(status);
+}
+
+} // namespace
+
+DefinedSystem systemFromTextFile(const std::string& file, const std::wstring& code)
+{
+    const std::wstring text = definitionText(file);
+    DefinedSystem system;
+    const Library::Status status =
+        Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), system.put());
+    if (status != Library::statusOk || !system)
+        throw DefinitionFailure(file, reasonOf(status), status);
+    return system;
+}
+
+} // namespace Orvelcs

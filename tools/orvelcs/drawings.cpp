@@ -1,0 +1,120 @@
+#include "orvelcs/drawings.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+
+#include <fmt/format.h>
+
+#include "embedded/host/application.h"
+#include "embedded/host/decomposition_run.h"
+#include "orvelcs/failure.h"
+#include "orvelcs/loaded_module.h"
+#include "orvelcs/result_names.h"
+#include "orvelcs/standard_streams.h"
+
+namespace Orvelcs {
+namespace {
+
+Embedded::FileResult loadFromStandardInput(std::unique_ptr<QeDbDatabase>& database)
+{
+    try {
+        Embedded::DrawingImage image;
+        const std::string text = readWhole(kStandardStream, Embedded::kLargestDrawingFileInBytes);
+        Embedded::FileResult result = Embedded::drawingImageFrom(text, image);
+        if (result.status == Qeapp::eOk)
+            database = Embedded::databaseFrom(image);
+        return result;
+    } catch (const Failure& failure) {
+        return {Qeapp::eFileDamaged, failure.what()};
+    }
+}
+
+// What a save into a file would have written.
+Embedded::FileResult printDrawing(QeDbDatabase& database, Output& output)
+{
+    std::optional<Embedded::DecompositionRun> run;
+    if (database.drawingVersion() < QeDb::kGeoDataTextDwg)
+        run.emplace(database, database.drawingVersion());
+    if (run && run->status() != Qeapp::eOk)
+        return {run->status(), run->message()};
+    output.write(Embedded::drawingTextFrom(Embedded::imageOf(database)));
+    if (run)
+        run->complete();
+    return {};
+}
+
+} // namespace
+
+std::string describe(const std::string& file, const Embedded::FileResult& result)
+{
+    std::string_view message = result.message;
+    if (message.starts_with(file + ": "))
+        message.remove_prefix(file.size() + 2);
+    return message.empty() ? resultName(result.status) : fmt::format("{}: {}", resultName(result.status), message);
+}
+
+void require(const std::string& file, const Embedded::FileResult& result)
+{
+    if (result.status != Qeapp::eOk)
+        throw DrawingFailure(file, result);
+}
+
+OpenDrawing::~OpenDrawing()
+{
+    if (document_ != nullptr)
+        static_cast<void>(Embedded::closeDocument(document_)); // it is open and holds no lock, so it closes
+}
+
+Embedded::FileResult OpenDrawing::load()
+{
+    std::unique_ptr<QeDbDatabase> database;
+    Embedded::FileResult result = file_ == kStandardStream
+                                      ? loadFromStandardInput(database)
+                                      : Embedded::loadDrawing(std::filesystem::path(file_), database);
+    if (result.status == Qeapp::eOk)
+        document_ = Embedded::openDocument(std::move(database));
+    return result;
+}
+
+Embedded::FileResult OpenDrawing::save(Output& output)
+{
+    return saveDrawing(*database(), file_, output);
+}
+
+Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file, Output& output)
+{
+    if (file != kStandardStream)
+        return Embedded::saveDrawing(database, std::filesystem::path(file), database.drawingVersion());
+    return printDrawing(database, output);
+}
+
+ExitStatus forEachDrawing(const std::vector<std::string>& files, Output& output,
+                          const std::function<DrawingOutcome(const std::string& file)>& work)
+{
+    const LoadedModule module;
+    ExitStatus status = ExitStatus::done;
+    Json documents = Json::array();
+    for (std::size_t index = 0; index < files.size(); ++index) {
+        output.progress(index + 1, files.size(), files[index]);
+        DrawingOutcome outcome = work(files[index]);
+        status = worse(status, outcome.status);
+        if (output.json())
+            documents.push_back(std::move(outcome.json));
+    }
+    if (output.json())
+        output.document(files.size() == 1 ? documents.front() : documents);
+    return status;
+}
+
+void checkStandardStreams(const std::vector<std::string>& files, bool drawingIsPrinted, const Output& output)
+{
+    if (std::find(files.begin(), files.end(), kStandardStream) == files.end())
+        return;
+    if (files.size() > 1)
+        throw wrongUsage(kStandardStream, "stands for the only drawing, not for one of several");
+    if (drawingIsPrinted && output.json())
+        throw wrongUsage(kStandardStream, "the drawing itself goes to standard output, where --json has no place");
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,40 @@
+#include "orvelcs/loaded_module.h"
+
+#include <filesystem>
+
+#include <dlfcn.h>
+
+#include "coordsys/orvel_coordinate_system.h"
+#include "embedded/host/application.h"
+#include "orvelcs/failure.h"
+#include "orvelcs/result_names.h"
+
+namespace Orvelcs {
+namespace {
+
+// The program is linked with the module, which is therefore mapped already: the host is to load that very file.
+std::filesystem::path moduleFile()
+{
+    ::Dl_info info{};
+    const auto* address = reinterpret_cast<const void*>(&Zentara::Gis::Orvel::CoordinateSystem::ClearCoordinateSystem);
+    if (::dladdr(address, &info) == 0 || info.dli_fname == nullptr)
+        throw Failure("module", "cannot be found");
+    return info.dli_fname;
+}
+
+} // namespace
+
+LoadedModule::LoadedModule()
+{
+    const Embedded::ModuleLoad load = Embedded::loadModule(moduleFile());
+    if (load.handle == nullptr)
+        throw Failure("module", resultName(load.status) + ": " + load.message);
+    handle_ = load.handle;
+}
+
+LoadedModule::~LoadedModule()
+{
+    static_cast<void>(Embedded::unloadModule(handle_)); // the program ends, and the host with it
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,109 @@
+#include "orvelcs/output.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <system_error>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "orvelcs/display_text.h"
+#include "orvelcs/standard_streams.h"
+
+namespace Orvelcs {
+namespace {
+
+bool colorIsWanted(const OutputOptions& options)
+{
+    const char* noColor = std::getenv("NO_COLOR");
+    return !options.noColor && (noColor == nullptr || *noColor == '\0') && isTerminal(stdout);
+}
+
+void toStandardError(std::string_view text)
+{
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr)); // there is nowhere left to complain
+}
+
+} // namespace
+
+Output::Output(std::string command, const OutputOptions& options)
+    : command_(std::move(command)), options_(options), bold_(colorIsWanted(options))
+{
+}
+
+void Output::write(std::string_view bytes)
+{
+    hideProgress();
+    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) < bytes.size() && writeError_ == 0)
+        writeError_ = errno;
+}
+
+void Output::line(std::string_view utf8)
+{
+    write(fmt::format("{}\n", utf8));
+}
+
+void Output::heading(std::string_view utf8)
+{
+    line(bold_ ? fmt::format("\x1B[1m{}\x1B[0m", utf8) : std::string(utf8));
+}
+
+void Output::document(const Json& json)
+{
+    constexpr int kIndentation = 2;
+    write(json.dump(kIndentation, ' ', false, Json::error_handler_t::replace) + "\n");
+}
+
+void Output::confirm(std::string_view subject, std::string_view message)
+{
+    if (!options_.json && !options_.quiet)
+        line(fmt::format("{}: {}", oneLine(subject), oneLine(message)));
+}
+
+void Output::error(std::string_view subject, std::string_view message)
+{
+    diagnose(subject, message);
+}
+
+void Output::note(std::string_view subject, std::string_view message)
+{
+    if (!options_.quiet)
+        diagnose(subject, fmt::format("note: {}", message));
+}
+
+void Output::progress(std::size_t position, std::size_t total, std::string_view subject)
+{
+    if (options_.quiet || total < 2 || !isTerminal(stderr))
+        return;
+    toStandardError(fmt::format("\r\x1B[K[{}/{}] {}", position, total, oneLine(subject)));
+    progressIsShown_ = true;
+}
+
+ExitStatus Output::finish(ExitStatus status)
+{
+    hideProgress();
+    if (std::fflush(stdout) != 0 && writeError_ == 0)
+        writeError_ = errno;
+    if (writeError_ == 0)
+        return status;
+    error("standard output", "cannot be written: " + std::generic_category().message(writeError_));
+    return worse(status, ExitStatus::failed);
+}
+
+// Results that were printed before come first where both streams are one.
+void Output::diagnose(std::string_view subject, std::string_view message)
+{
+    hideProgress();
+    if (std::fflush(stdout) != 0 && writeError_ == 0)
+        writeError_ = errno;
+    toStandardError(fmt::format("orvelcs: {}: {}: {}\n", command_, oneLine(subject), oneLine(message)));
+}
+
+void Output::hideProgress()
+{
+    if (std::exchange(progressIsShown_, false))
+        toStandardError("\r\x1B[K");
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,60 @@
+// Where results, diagnostics and progress go.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "orvelcs/exit_status.h"
+#include "orvelcs/json.h"
+
+namespace Orvelcs {
+
+struct OutputOptions {
+    bool json = false;
+    bool quiet = false;
+    bool noColor = false;
+};
+
+/// Results go to standard output, everything else to standard error. Subjects and messages may hold any bytes.
+class Output {
+public:
+    Output(std::string command, const OutputOptions& options);
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+    ~Output() { hideProgress(); }
+
+    bool json() const { return options_.json; }
+
+    /// Bytes, exactly.
+    void write(std::string_view bytes);
+    /// A line of a result.
+    void line(std::string_view utf8);
+    /// A line that stands above others; bold on a terminal.
+    void heading(std::string_view utf8);
+    /// The one JSON document.
+    void document(const Json& json);
+    /// Says that something was done; not in JSON and not when quiet.
+    void confirm(std::string_view subject, std::string_view message);
+
+    void error(std::string_view subject, std::string_view message);
+    /// Something worth knowing that is no failure; not when quiet.
+    void note(std::string_view subject, std::string_view message);
+    /// Shows how far a batch has come; only on a terminal and not when quiet.
+    void progress(std::size_t position, std::size_t total, std::string_view subject);
+
+    /// Hands out what is still buffered. Answers `status`, or a worse one when the results could not be written.
+    [[nodiscard]] ExitStatus finish(ExitStatus status);
+
+private:
+    void diagnose(std::string_view subject, std::string_view message);
+    void hideProgress();
+
+    std::string command_;
+    OutputOptions options_;
+    bool bold_;
+    bool progressIsShown_ = false;
+    int writeError_ = 0;
+};
+
+} // namespace Orvelcs

@@ -1,0 +1,16 @@
+// Result codes as a person reads them: name and number.
+#pragma once
+
+#include <string>
+
+#include "platform/host/error_status.h"
+#include "platform/spatial_reference/status.h"
+
+namespace Orvelcs {
+
+/// "eVetoed (325)"; a code without a name is "result (99)".
+std::string resultName(Qeapp::ErrorStatus result);
+/// "statusUnreadable (43)"; a status without a name is "status (99)".
+std::string statusName(Zentara::Infrastructure::SpatialReference::Status status);
+
+} // namespace Orvelcs

@@ -1,0 +1,151 @@
+// show: what a drawing's coordinate reference system is, as the module reads it.
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "coordsys/orvel_coordinate_system.h"
+#include "embedded/foundation/text.h"
+#include "orvelcs/command.h"
+#include "orvelcs/display_text.h"
+#include "orvelcs/drawings.h"
+#include "orvelcs/failure.h"
+#include "orvelcs/result_names.h"
+#include "orvelcs/stored_forms.h"
+#include "orvelcs/system_description.h"
+#include "storage/library_holder.h"
+
+namespace Orvelcs {
+
+namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
+namespace Library = Zentara::Infrastructure::SpatialReference;
+
+namespace {
+
+struct ShowOptions {
+    std::vector<std::string> files;
+    bool wkt = false;
+};
+
+struct ShowReport {
+    std::string file;
+    std::optional<int> drawingVersion;
+    SystemDescription system;
+    std::optional<bool> knownToCatalog;
+    std::optional<std::string> source;
+    ExitStatus status = ExitStatus::done;
+    std::optional<int> result; // of what failed
+    std::string error;
+};
+
+void fail(ShowReport& report, Qeapp::ErrorStatus result, const std::string& message)
+{
+    report.status = ExitStatus::failed;
+    report.result = result;
+    report.error = message;
+}
+
+void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
+{
+    Orvel::LibraryObject<System> system;
+    bool known = false;
+    const Qeapp::ErrorStatus result = CoordinateSystem::GetCoordinateSystem(system.put(), &known, database);
+    if (hasLegacyCode(database))
+        report.source = "legacy";
+    if (result != Qeapp::eOk) {
+        fail(report, result, resultName(result) + ": the stored coordinate system cannot be read");
+        return;
+    }
+    if (!system) {
+        report.status = ExitStatus::nothingFound;
+        report.error = "has no coordinate system";
+        return;
+    }
+    if (!report.source)
+        report.source = "geodata";
+    report.system = describe(*system.get());
+    report.knownToCatalog = known;
+    if (wantsWkt)
+        report.system.wkt = wktOf(*system.get());
+}
+
+ShowReport readDrawing(const std::string& file, bool wantsWkt)
+{
+    ShowReport report;
+    report.file = file;
+    OpenDrawing drawing(file);
+    if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
+        fail(report, loaded.status, describe(file, loaded));
+        return report;
+    }
+    report.drawingVersion = drawing.version();
+    try {
+        readSystem(report, drawing.database(), wantsWkt);
+    } catch (const Failure& failure) {
+        report.status = failure.status();
+        report.error = fmt::format("{}: {}", failure.subject(), failure.what());
+    }
+    return report;
+}
+
+Json asJson(const ShowReport& report, bool wantsWkt)
+{
+    Json json = {{"file", report.file},
+                 {"drawingVersion", jsonValue(report.drawingVersion)},
+                 {"code", jsonText(report.system.code)},
+                 {"name", jsonText(report.system.name)},
+                 {"kind", jsonValue(report.system.kind)},
+                 {"datum", jsonText(report.system.datum)},
+                 {"ellipsoid", jsonText(report.system.ellipsoid)},
+                 {"knownToCatalog", jsonValue(report.knownToCatalog)},
+                 {"source", jsonValue(report.source)}};
+    if (wantsWkt)
+        json["wkt"] = jsonText(report.system.wkt);
+    if (report.status == ExitStatus::failed) {
+        json["result"] = jsonValue(report.result);
+        json["error"] = report.error;
+    }
+    return json;
+}
+
+void print(const ShowReport& report, Output& output)
+{
+    if (!report.system.kind)
+        return;
+    output.heading(oneLine(report.file));
+    LabelledLines lines;
+    lines.add("drawing version", std::to_string(report.drawingVersion.value_or(0)));
+    lines.add(report.system);
+    lines.add("known to catalog", report.knownToCatalog.value_or(false) ? "yes" : "no");
+    lines.add("source", report.source.value_or(""));
+    lines.add("wkt", report.system.wkt);
+    lines.print(output);
+}
+
+ExitStatus runShow(const ShowOptions& options, Output& output)
+{
+    checkStandardStreams(options.files, false, output);
+    return forEachDrawing(options.files, output, [&](const std::string& file) {
+        const ShowReport report = readDrawing(file, options.wkt);
+        if (!output.json())
+            print(report, output);
+        if (!report.error.empty())
+            output.error(file, report.error);
+        return DrawingOutcome{report.status, asJson(report, options.wkt)};
+    });
+}
+
+} // namespace
+
+Command declareShow(CLI::App& program)
+{
+    auto options = std::make_shared<ShowOptions>();
+    CLI::App* app = addCommand(program, {"show",
+                                         "Show the coordinate reference system of drawings",
+                                         {"show [OPTIONS] FILE..."},
+                                         "Exit status 3 for a drawing without one."});
+    addArguments(*app, "FILE", options->files, "the drawings; - is standard input")->required();
+    app->add_flag("--wkt", options->wkt, "the definition as well-known text too");
+    return {app, [options](Output& output) { return runShow(*options, output); }};
+}
+
+} // namespace Orvelcs

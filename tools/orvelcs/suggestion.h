@@ -1,0 +1,17 @@
+// What a misspelt word may have meant.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Orvelcs {
+
+/// The candidates nearest to the word by insertions, deletions, substitutions and swaps, ignoring case; all of those
+/// equally near, in the order given. Empty when none is near.
+std::vector<std::string> nearest(std::string_view word, const std::vector<std::string>& candidates);
+
+/// "; the nearest is A" or "; the nearest are A, B"; empty without names.
+std::string nearestClause(const std::vector<std::string>& names);
+
+} // namespace Orvelcs
