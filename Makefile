@@ -1,0 +1,68 @@
+# The front door. CMake and Ninja do the building; the presets are in CMakePresets.json.
+MAKEFLAGS += --no-print-directory
+.DEFAULT_GOAL := build
+
+JOBS := $(shell nproc 2>/dev/null || echo 2)
+PRESETS := dev release asan coverage
+ROOMS := $(wildcard src platform embedded tools tests fuzz bench examples)
+CXX_FILES = find $(ROOMS) -type f \( -name '*.h' -o -name '*.cpp' \) -print0
+CXX_SOURCES = find $(ROOMS) -type f -name '*.cpp' -print0
+
+.PHONY: build demo test format format-check tidy coverage clean help $(PRESETS:%=check-%)
+
+build: build/release/build.ninja ## Build the programs, optimised, into build/release/bin
+	@echo "Building the programs into build/release/bin"
+	@cmake --build build/release --target OrvelCoordsysCore orvelcs
+
+demo: ## Install what is missing, build the programs and show them at work
+	@scripts/install-dependencies.sh demo
+	@$(MAKE) build
+	@echo "Running the demonstration"
+	@scripts/demo.sh build/release/bin
+
+test: ## Install what is missing, then run every test with clang++ and sanitizers, and again with g++ optimised
+	@scripts/install-dependencies.sh test
+	@$(MAKE) check-asan
+	@$(MAKE) check-release
+
+$(PRESETS:%=check-%): check-%: build/%/tests/CTestTestfile.cmake
+	@echo "Building everything into build/$*"
+	@cmake --build build/$*
+	@echo "Running the tests of build/$*"
+	@ctest --preset $* -j $(JOBS)
+
+format: ## Lay out every C++ file as .clang-format says
+	@echo "Laying out the C++ files"
+	@$(CXX_FILES) | xargs -0 -P $(JOBS) -n 16 clang-format -i
+
+format-check: ## Fail when a C++ file is not laid out as .clang-format says
+	@echo "Checking the layout of the C++ files"
+	@$(CXX_FILES) | xargs -0 -P $(JOBS) -n 16 clang-format --dry-run -Werror
+
+tidy: build/asan/build.ninja ## Run clang-tidy over every C++ source
+	@echo "Running clang-tidy"
+	@$(CXX_SOURCES) | xargs -0 -P $(JOBS) -n 1 clang-tidy --quiet -p build/asan
+
+coverage: ## Run every test with coverage counters and print what they reached
+	@scripts/install-dependencies.sh coverage
+	@find build/coverage -name '*.gcda' -delete 2>/dev/null || true
+	@$(MAKE) check-coverage
+	@gcovr --root . --filter src/ --filter embedded/ --filter tools/ build/coverage
+
+clean: ## Remove everything that was built
+	@echo "Removing build"
+	@rm -rf build
+
+help: ## Show this list
+	@sed -n 's/^\([a-z-]*\):.* ## /\1\t/p' Makefile | expand -t 14
+
+$(PRESETS:%=build/%/build.ninja): build/%/build.ninja: CMakePresets.json
+	@echo "Configuring build/$*"
+	@cmake --preset $* || { scripts/install-dependencies.sh --check $(if $(filter release,$*),demo,test); exit 1; }
+	@touch $@
+
+# A folder that was configured before GoogleTest came has no tests yet, and is configured again.
+$(PRESETS:%=build/%/tests/CTestTestfile.cmake): build/%/tests/CTestTestfile.cmake: build/%/build.ninja
+	@test -f $@ || { echo "Configuring build/$* again, with the tests"; cmake --preset $*; }
+	@test -f $@ || { scripts/install-dependencies.sh --check test; exit 1; }
+	@touch $@

@@ -1,0 +1,84 @@
+#!/bin/sh
+# Installs the Debian or Ubuntu packages that a target of the Makefile needs, or with --check only names them.
+# Where nothing is missing it changes nothing and asks for no privileges.
+set -eu
+
+demo_packages='g++ cmake ninja-build make libproj-dev proj-data nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev'
+test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev"
+lint_packages="$test_packages clang-format clang-tidy"
+coverage_packages="$test_packages gcovr"
+
+usage() {
+    echo "usage: $0 [--check] demo|test|lint|coverage" >&2
+    exit 2
+}
+
+say() {
+    echo "install-dependencies: $*"
+}
+
+is_installed() {
+    dpkg-query --show --showformat='${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
+}
+
+missing_among() {
+    for package in "$@"; do
+        is_installed "$package" || printf ' %s' "$package"
+    done
+}
+
+as_administrator() {
+    if [ "$(id -u)" -eq 0 ]; then
+        env DEBIAN_FRONTEND=noninteractive "$@"
+    else
+        sudo env DEBIAN_FRONTEND=noninteractive "$@"
+    fi
+}
+
+check_only=no
+if [ "${1-}" = --check ]; then
+    check_only=yes
+    shift
+fi
+[ $# -eq 1 ] || usage
+target=$1
+case $target in
+    demo) packages=$demo_packages ;;
+    test) packages=$test_packages ;;
+    lint) packages=$lint_packages ;;
+    coverage) packages=$coverage_packages ;;
+    *) usage ;;
+esac
+
+if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    say "this system has no apt-get; what '$target' needs goes by these names in Debian: $packages" >&2
+    exit 0 # the tools may well be here under other names, and the build says which one it lacks
+fi
+
+# Word splitting is meant here and below: these are lists of package names.
+missing=$(missing_among $packages)
+if [ -z "$missing" ]; then
+    say "everything that '$target' needs is installed"
+    exit 0
+fi
+
+command="apt-get update && apt-get install --no-install-recommends$missing"
+if [ "$check_only" = yes ]; then
+    say "missing:$missing" >&2
+    say "install with: $0 $target (as root or with sudo)" >&2
+    exit 1
+fi
+if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
+    say "missing:$missing" >&2
+    say "there is no sudo here; run as root: $command" >&2
+    exit 1
+fi
+
+say "installing$missing"
+if ! as_administrator apt-get -qq update ||
+    ! as_administrator apt-get -qq --yes --no-install-recommends -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=300 \
+        install $missing >/dev/null; then
+    say "failed; to install by hand, run as root: $command" >&2
+    exit 1
+fi
+say "done"

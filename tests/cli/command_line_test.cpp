@@ -1,0 +1,85 @@
+#include "command_line_test.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace Tests {
+
+CommandLineTest::CommandLineTest()
+{
+    std::string name = (std::filesystem::temp_directory_path() / "orvelcs-test-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr)
+        throw std::runtime_error("no temporary folder");
+    root_ = name;
+    folder_ = root_ / "work";
+    captures_ = root_ / "captures";
+    std::filesystem::create_directory(folder_);
+    std::filesystem::create_directory(captures_);
+}
+
+CommandLineTest::~CommandLineTest()
+{
+    std::error_code ignored; // a folder that stays behind is no failure of the program
+    std::filesystem::remove_all(root_, ignored);
+}
+
+ProgramResult CommandLineTest::run(std::vector<std::string> arguments, const std::string& input) const
+{
+    ProgramRun programRun;
+    programRun.arguments = std::move(arguments);
+    programRun.input = input;
+    return run(programRun);
+}
+
+ProgramResult CommandLineTest::run(const ProgramRun& programRun) const
+{
+    return runProgram(programRun, folder_, captures_);
+}
+
+Json CommandLineTest::runForJson(std::vector<std::string> arguments, int expectedStatus) const
+{
+    arguments.push_back("--json");
+    const ProgramResult result = run(std::move(arguments));
+    EXPECT_EQ(result.status, expectedStatus) << result.errors;
+    EXPECT_TRUE(result.output.ends_with("\n"));
+    Json document = Json::parse(result.output, nullptr, false);
+    EXPECT_FALSE(document.is_discarded()) << result.output;
+    return document;
+}
+
+void CommandLineTest::givenDrawing(const std::string& name, int version) const
+{
+    const ProgramResult result = run({"new", "--quiet", "--drawing-version", std::to_string(version), name});
+    ASSERT_EQ(result.status, 0) << result.errors;
+}
+
+void CommandLineTest::givenDrawingWith(const std::string& name, const std::string& code) const
+{
+    givenDrawing(name);
+    const ProgramResult result = run({"assign", "--quiet", code, name});
+    ASSERT_EQ(result.status, 0) << result.errors;
+}
+
+std::vector<std::string> CommandLineTest::files() const
+{
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+void expectResult(const ProgramResult& result, int status, const std::string& output, const std::string& errors)
+{
+    EXPECT_EQ(result.status, status);
+    EXPECT_EQ(result.output, output);
+    EXPECT_EQ(result.errors, errors);
+}
+
+void expectWrongUsage(const ProgramResult& result, const std::string& line)
+{
+    expectResult(result, 2, "", line + "\n");
+}
+
+} // namespace Tests

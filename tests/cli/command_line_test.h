@@ -1,0 +1,52 @@
+// The fixture of tests that run the program: a temporary folder, in which it runs, and what it answers.
+#pragma once
+
+#include <filesystem>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "file_text.h"
+#include "program_run.h"
+#include "support/platform_test.h"
+
+namespace Tests {
+
+using Json = nlohmann::ordered_json;
+
+class CommandLineTest : public PlatformTest {
+protected:
+    CommandLineTest();
+    ~CommandLineTest() override;
+
+    ProgramResult run(std::vector<std::string> arguments, const std::string& input = "") const;
+    ProgramResult run(const ProgramRun& programRun) const;
+    /// Runs it with --json; expects the status and answers the document, which must be all that was printed.
+    Json runForJson(std::vector<std::string> arguments, int expectedStatus = 0) const;
+
+    /// A file of the temporary folder.
+    std::filesystem::path path(const std::string& name) const { return folder_ / name; }
+    std::string contents(const std::string& name) const { return readFile(path(name)); }
+    void given(const std::string& name, const std::string& bytes) const { writeFile(path(name), bytes); }
+    /// An empty drawing, of that version.
+    void givenDrawing(const std::string& name, int version = 33) const;
+    void givenDrawingWith(const std::string& name, const std::string& code) const;
+    /// The names of all files in the folder, in order.
+    std::vector<std::string> files() const;
+
+private:
+    std::filesystem::path root_;
+    std::filesystem::path folder_;
+    std::filesystem::path captures_;
+};
+
+/// The run ended with the status, printed exactly that, and said nothing else.
+void expectResult(const ProgramResult& result, int status, const std::string& output, const std::string& errors);
+/// A refused command line: status 2, nothing on standard output, this one line on standard error.
+void expectWrongUsage(const ProgramResult& result, const std::string& line);
+
+} // namespace Tests

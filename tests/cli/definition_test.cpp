@@ -1,0 +1,156 @@
+#include "command_line_test.h"
+
+namespace Tests {
+namespace {
+
+constexpr const char* kProjString = "+proj=tmerc +lat_0=0 +lon_0=9 +k=0.9996 +x_0=500000 +y_0=0 +ellps=GRS80 "
+                                    "+towgs84=0,0,0 +units=m +no_defs +type=crs";
+constexpr const char* kWkt =
+    R"(PROJCS["Works grid",GEOGCS["ETRS89",DATUM["European_Terrestrial_Reference_System_1989",)"
+    R"(SPHEROID["GRS 1980",6378137,298.257222101]],PRIMEM["Greenwich",0],)"
+    R"(UNIT["degree",0.0174532925199433]],PROJECTION["Transverse_Mercator"],)"
+    R"(PARAMETER["latitude_of_origin",0],PARAMETER["central_meridian",9],)"
+    R"(PARAMETER["scale_factor",1],PARAMETER["false_easting",1000],)"
+    R"(PARAMETER["false_northing",2000],UNIT["metre",1]])";
+
+class AssignDefinition : public CommandLineTest {
+protected:
+    ProgramResult assign(const std::string& definition, const std::string& code = "MINE:1") const
+    {
+        given("definition.txt", definition);
+        givenDrawing("plan.qedb");
+        return run({"assign", "--definition", "definition.txt", "--code", code, "plan.qedb"});
+    }
+
+    void expectRefusal(const std::string& definition, const std::string& message) const
+    {
+        given("definition.txt", definition);
+        givenDrawing("refused.qedb");
+        const std::string before = contents("refused.qedb");
+        expectResult(run({"assign", "--definition", "definition.txt", "--code", "MINE:1", "refused.qedb"}), 1, "",
+                     "orvelcs: assign: definition.txt: " + message + "\n");
+        EXPECT_EQ(contents("refused.qedb"), before);
+        std::filesystem::remove(path("refused.qedb"));
+    }
+};
+
+TEST_F(AssignDefinition, WktIsAssignedUnderTheUsersCode)
+{
+    expectResult(assign(kWkt), 0, "plan.qedb: assigned MINE:1\n", "");
+    const Json json = runForJson({"show", "plan.qedb"});
+    EXPECT_EQ(json["code"], "MINE:1");
+    EXPECT_EQ(json["name"], "Works grid");
+    EXPECT_EQ(json["kind"], 3);
+    EXPECT_EQ(json["knownToCatalog"], false);
+    EXPECT_EQ(json["source"], "geodata");
+}
+
+TEST_F(AssignDefinition, ProjStringIsAssigned)
+{
+    EXPECT_EQ(assign(kProjString).status, 0);
+    EXPECT_EQ(runForJson({"show", "plan.qedb"})["kind"], 3);
+}
+
+TEST_F(AssignDefinition, ByteOrderMarkIsSkipped)
+{
+    expectResult(assign(std::string("\xEF\xBB\xBF") + kWkt), 0, "plan.qedb: assigned MINE:1\n", "");
+}
+
+TEST_F(AssignDefinition, DashReadsStandardInput)
+{
+    givenDrawing("plan.qedb");
+    expectResult(run({"assign", "--definition", "-", "--code", "MINE:1", "plan.qedb"}, kWkt), 0,
+                 "plan.qedb: assigned MINE:1\n", "");
+}
+
+TEST_F(AssignDefinition, EventsCarryTheUsersCode)
+{
+    given("definition.txt", kWkt);
+    givenDrawing("plan.qedb");
+    const Json json = runForJson({"assign", "--definition", "definition.txt", "--code", "MINE:1", "plan.qedb"});
+    EXPECT_EQ(json["result"], 0);
+    EXPECT_EQ(json["events"][0], Json({{"event", "willChange"}, {"name", "MINE:1"}}));
+    EXPECT_EQ(json["events"][3], Json({{"event", "changed"}, {"name", "MINE:1"}}));
+}
+
+TEST_F(AssignDefinition, TextThatIsNoDefinition_IsRefused)
+{
+    expectRefusal("a grid of our own",
+                  "no coordinate reference system as WKT, PROJJSON or a PROJ string: statusUnreadable (43)");
+}
+
+TEST_F(AssignDefinition, EmptyText_IsRefused)
+{
+    expectRefusal("", "is empty");
+    expectRefusal("\xEF\xBB\xBF \n", "is empty");
+}
+
+TEST_F(AssignDefinition, TextThatIsNotUtf8_IsRefused)
+{
+    expectRefusal(std::string(kWkt) + "\xE9", "is not UTF-8");
+}
+
+TEST_F(AssignDefinition, NulCharacter_IsRefused)
+{
+    expectRefusal(std::string(kWkt) + '\0', "holds a NUL character");
+}
+
+TEST_F(AssignDefinition, OverlongText_IsRefused)
+{
+    expectRefusal(std::string((std::size_t{1} << 20) + 1, ' '), "longer than 1048576 bytes");
+}
+
+TEST_F(AssignDefinition, MissingFile_IsRefused)
+{
+    givenDrawing("plan.qedb");
+    expectResult(run({"assign", "--definition", "missing.txt", "--code", "MINE:1", "plan.qedb"}), 1, "",
+                 "orvelcs: assign: missing.txt: cannot be opened: No such file or directory\n");
+}
+
+TEST_F(AssignDefinition, Folder_IsRefused)
+{
+    givenDrawing("plan.qedb");
+    expectResult(run({"assign", "--definition", ".", "--code", "MINE:1", "plan.qedb"}), 1, "",
+                 "orvelcs: assign: .: cannot be read: Is a directory\n");
+}
+
+TEST_F(AssignDefinition, CodeOfTheCatalog_IsRefused)
+{
+    given("definition.txt", kWkt);
+    givenDrawing("plan.qedb");
+    const std::string before = contents("plan.qedb");
+    for (const std::string code : {"EPSG:25832", "epsg:25832"})
+        expectResult(run({"assign", "--definition", "definition.txt", "--code", code, "plan.qedb"}), 1, "",
+                     "orvelcs: assign: " + code +
+                         ": is the code of a system of the catalog; a definition needs a code of its own\n");
+    EXPECT_EQ(contents("plan.qedb"), before);
+}
+
+TEST_F(AssignDefinition, RefusedDefinition_IsInTheJsonOfEachDrawing)
+{
+    given("definition.txt", "nonsense");
+    const ProgramResult result =
+        run({"--json", "assign", "--definition", "definition.txt", "--code", "MINE:1", "a.qedb", "b.qedb"});
+    EXPECT_EQ(result.status, 1);
+    const std::string error = "no coordinate reference system as WKT, PROJJSON or a PROJ string: statusUnreadable (43)";
+    const auto drawing = [&](const char* file) {
+        return Json({{"file", file}, {"result", nullptr}, {"status", 43}, {"events", Json::array()}, {"error", error}});
+    };
+    EXPECT_EQ(Json::parse(result.output), Json::array({drawing("a.qedb"), drawing("b.qedb")}));
+    EXPECT_EQ(result.errors, "orvelcs: assign: definition.txt: " + error + "\n");
+}
+
+TEST_F(AssignDefinition, OptionsThatDoNotGoTogether_AreWrongUsage)
+{
+    expectWrongUsage(run({"assign", "--definition", "d.txt", "plan.qedb"}),
+                     "orvelcs: assign: --definition: needs --code, the code that the system is to have");
+    expectWrongUsage(run({"assign", "--code", "MINE:1", "EPSG:4326", "plan.qedb"}),
+                     "orvelcs: assign: --code: goes with --definition only");
+    expectWrongUsage(run({"assign", "--definition", "d.txt", "--code", "", "plan.qedb"}),
+                     "orvelcs: assign: --code: is empty");
+    expectWrongUsage(run({"assign", "--definition", "-", "--code", "MINE:1", "-"}),
+                     "orvelcs: assign: -: standard input cannot be both the definition and the drawing");
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,309 @@
+#include "command_line_test.h"
+
+namespace Tests {
+namespace {
+
+class FormsCommand : public CommandLineTest {
+protected:
+    /// Writes the forms and answers what the drawing holds then.
+    Json put(std::vector<std::string> values) const
+    {
+        if (!std::filesystem::exists(path("plan.qedb")))
+            givenDrawing("plan.qedb");
+        values.insert(values.begin(), {"forms", "plan.qedb", "--put"});
+        return runForJson(std::move(values));
+    }
+
+    /// A value that is refused: the drawing stays as it is.
+    void expectRefusal(const std::string& value, const std::string& message) const
+    {
+        givenDrawingWith("kept.qedb", "EPSG:4326");
+        const std::string before = contents("kept.qedb");
+        expectResult(run({"forms", "kept.qedb", "--put", "legacy=EPSG:25832", value}), 1, "",
+                     "orvelcs: forms: kept.qedb: " + message + "\n");
+        EXPECT_EQ(contents("kept.qedb"), before);
+        std::filesystem::remove(path("kept.qedb"));
+    }
+};
+
+TEST_F(FormsCommand, EmptyDrawing_HasNone)
+{
+    givenDrawing("plan.qedb", 29);
+    EXPECT_EQ(runForJson({"forms", "plan.qedb"}), Json({{"file", "plan.qedb"},
+                                                        {"drawingVersion", 29},
+                                                        {"legacyProjection", nullptr},
+                                                        {"definitionXrecord", nullptr},
+                                                        {"geoData", nullptr},
+                                                        {"transformationConfig", nullptr}}));
+}
+
+TEST_F(FormsCommand, EmptyDrawing_PrintsNoneOfEach)
+{
+    givenDrawing("plan.qedb");
+    expectResult(run({"forms", "plan.qedb"}), 0,
+                 "plan.qedb, drawing version 33\n"
+                 "  legacy projection: none\n"
+                 "  definition xrecord: none\n"
+                 "  GeoData: none\n"
+                 "  transformation configuration: none\n",
+                 "");
+}
+
+TEST_F(FormsCommand, AssignedDrawing_HasGeoDataAlone)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    const Json forms = runForJson({"forms", "plan.qedb"});
+    EXPECT_EQ(forms["legacyProjection"], nullptr);
+    EXPECT_EQ(forms["definitionXrecord"], nullptr);
+    EXPECT_EQ(forms["geoData"]["owner"], "model space");
+    EXPECT_THAT(forms["geoData"]["text"].get<std::string>(), testing::HasSubstr("ETRS89 / UTM zone 32N"));
+}
+
+TEST_F(FormsCommand, OlderDrawing_HoldsThreeDefinitions)
+{
+    givenDrawing("plan.qedb", 25);
+    ASSERT_EQ(run({"assign", "-q", "EPSG:25832", "plan.qedb"}).status, 0);
+    const Json record = runForJson({"forms", "plan.qedb"})["definitionXrecord"];
+    EXPECT_EQ(record["chain"][0], Json({{"code", 1071}, {"value", 1}}));
+    EXPECT_EQ(record["chain"][1], Json({{"code", 1002}, {"value", "{"}}));
+    EXPECT_EQ(record["chain"][2]["code"], 310);
+    EXPECT_EQ(record["definitions"], Json::parse(R"([
+        {"type": "CoordinateReferenceSystemDefinition", "code": "EPSG:25832"},
+        {"type": "DatumDefinition", "code": "EPSG:6258"},
+        {"type": "EllipsoidDefinition", "code": "EPSG:7019"}])"));
+}
+
+TEST_F(FormsCommand, StoredChain_CanBePutIntoAnotherDrawing)
+{
+    givenDrawing("old.qedb", 25);
+    ASSERT_EQ(run({"assign", "-q", "EPSG:25832", "old.qedb"}).status, 0);
+    const Json record = runForJson({"forms", "old.qedb"})["definitionXrecord"];
+    EXPECT_EQ(put({"xrecord-chain=" + record["chain"].dump()})["definitionXrecord"], record);
+}
+
+TEST_F(FormsCommand, LayoutZero_KeepsADefinitionInOneChunk)
+{
+    givenDrawing("old.qedb", 25);
+    ASSERT_EQ(run({"assign", "-q", "EPSG:4326", "old.qedb"}).status, 0);
+    const Json chain = runForJson({"forms", "old.qedb"})["definitionXrecord"]["chain"];
+    std::string hex;
+    for (std::size_t index = 2; chain[index]["code"] == 310; ++index)
+        hex += chain[index]["hex"].get<std::string>();
+    const Json record =
+        put({"xrecord-chain=" + Json::array({{{"code", 310}, {"hex", hex}}}).dump()})["definitionXrecord"];
+    EXPECT_EQ(record["layout"], 0);
+    EXPECT_EQ(record["definitions"],
+              Json::parse(R"([{"type": "CoordinateReferenceSystemDefinition", "code": "EPSG:4326"}])"));
+}
+
+TEST_F(FormsCommand, PutLegacy_RegistersTheApplicationAndStoresTheCode)
+{
+    EXPECT_EQ(put({"legacy=EPSG:25832"})["legacyProjection"], Json({{"code", "EPSG:25832"}}));
+    EXPECT_THAT(contents("plan.qedb"), testing::HasSubstr("KTN_PROJECTION"));
+    EXPECT_EQ(put({"legacy=EPSG:4326"})["legacyProjection"], Json({{"code", "EPSG:4326"}}));
+}
+
+TEST_F(FormsCommand, PutLegacyWithoutACode_RemovesTheRecord)
+{
+    EXPECT_NE(put({"legacy=EPSG:25832"})["legacyProjection"], nullptr);
+    EXPECT_EQ(put({"legacy="})["legacyProjection"], nullptr);
+}
+
+TEST_F(FormsCommand, PutLegacyChain_StoresItAsItIs)
+{
+    EXPECT_EQ(put({R"(legacy-chain=[{"code": 1000, "value": "EPSG:1"}])"})["legacyProjection"],
+              Json({{"code", "EPSG:1"}}));
+    EXPECT_EQ(put({R"(legacy-chain=[{"code": 1001, "value": "KTN_PROJECTION"}, {"code": 1040, "value": 1.5}])"})
+                  ["legacyProjection"],
+              Json({{"code", nullptr}}));
+    EXPECT_EQ(put({"legacy-chain="})["legacyProjection"], nullptr);
+}
+
+TEST_F(FormsCommand, PutXrecordChain_KeepsEveryKindOfValue)
+{
+    const Json chain = Json::parse(R"([{"code": 1071, "value": 2}, {"code": 1070, "value": -32768},
+        {"code": 1040, "value": 0.1}, {"code": 1000, "value": "L\u00e4nge \ud83c\udf0d"}, {"code": 300, "value": ""},
+        {"code": 310, "hex": "00ff0a"}, {"code": 310, "hex": ""}])");
+    const Json record = put({"xrecord-chain=" + chain.dump()})["definitionXrecord"];
+    EXPECT_EQ(record, Json({{"layout", 2}, {"chain", chain}, {"definitions", Json::array()}}));
+}
+
+TEST_F(FormsCommand, PutXrecordChain_TakesUpperCaseHexAndPrintsLowerCase)
+{
+    EXPECT_EQ(put({R"(xrecord-chain=[{"code": 310, "hex": "0AFF"}])"})["definitionXrecord"]["chain"][0]["hex"], "0aff");
+}
+
+TEST_F(FormsCommand, PutEmptyXrecordChain_StoresAnEmptyRecord)
+{
+    EXPECT_EQ(put({"xrecord-chain=[]"})["definitionXrecord"],
+              Json({{"layout", 0}, {"chain", Json::array()}, {"definitions", Json::array()}}));
+    EXPECT_EQ(put({"xrecord-chain="})["definitionXrecord"], nullptr);
+}
+
+TEST_F(FormsCommand, PutGeoData_MakesTheObjectInModelSpace)
+{
+    EXPECT_EQ(put({"geodata=a = \"b\"\nc"})["geoData"], Json({{"text", "a = \"b\"\nc"}, {"owner", "model space"}}));
+    EXPECT_EQ(put({"geodata="})["geoData"], Json({{"text", ""}, {"owner", "model space"}}));
+}
+
+TEST_F(FormsCommand, PutEmptyGeoData_MakesNoObject)
+{
+    EXPECT_EQ(put({"geodata="})["geoData"], nullptr);
+}
+
+TEST_F(FormsCommand, PutConfig_StoresTheText)
+{
+    EXPECT_EQ(put({"config=<Item/>"})["transformationConfig"], Json({{"text", "<Item/>"}}));
+    EXPECT_EQ(put({"config="})["transformationConfig"], Json({{"text", ""}}));
+}
+
+TEST_F(FormsCommand, SeveralPuts_AreWrittenInTheirOrder)
+{
+    givenDrawing("plan.qedb");
+    const Json forms = runForJson({"forms", "--put", "legacy=A", "--put", "legacy=B", "geodata=x", "plan.qedb"});
+    EXPECT_EQ(forms["legacyProjection"]["code"], "B");
+    EXPECT_EQ(forms["geoData"]["text"], "x");
+}
+
+TEST_F(FormsCommand, PrintsTheChainLineByLine)
+{
+    EXPECT_EQ(put({"legacy=A", R"(xrecord-chain=[{"code": 1071, "value": 2}, {"code": 310, "hex": "0aff"}])",
+                   "geodata=x\ny", "config=<Item/>"})["drawingVersion"],
+              33);
+    expectResult(run({"forms", "plan.qedb"}), 0,
+                 "plan.qedb, drawing version 33\n"
+                 "  legacy projection: \"A\"\n"
+                 "  definition xrecord: layout 2\n"
+                 "    1071  2\n"
+                 "     310  0aff\n"
+                 "  GeoData: \"x\\ny\"\n"
+                 "    owned by model space\n"
+                 "  transformation configuration: \"<Item/>\"\n",
+                 "");
+}
+
+TEST_F(FormsCommand, BadChain_IsRefusedWithItsPlace)
+{
+    const std::string prefix = "xrecord-chain: ";
+    expectRefusal("xrecord-chain={}",
+                  prefix + "must be a JSON array of objects with \"code\" and \"value\" or \"hex\"");
+    expectRefusal("xrecord-chain=[1]", prefix + "[0]: must be an object with a whole number as \"code\"");
+    expectRefusal(R"(xrecord-chain=[{"code": 1071, "value": 1}, {"code": 9999, "value": 1}])",
+                  prefix + "[1]: 9999 is no group code that a drawing stores");
+    expectRefusal(R"(xrecord-chain=[{"code": 1071, "value": "1"}])",
+                  prefix + "[0]: \"value\" must be a whole number from -2147483648 to 2147483647");
+    expectRefusal(R"(xrecord-chain=[{"code": 1071, "value": 2147483648}])",
+                  prefix + "[0]: \"value\" must be a whole number from -2147483648 to 2147483647");
+    expectRefusal(R"(xrecord-chain=[{"code": 1070, "value": 18446744073709551615}])",
+                  prefix + "[0]: \"value\" must be a whole number from -32768 to 32767");
+    expectRefusal(R"(xrecord-chain=[{"code": 1000, "value": 1}])", prefix + "[0]: \"value\" must be a string");
+    expectRefusal(R"(xrecord-chain=[{"code": 1040, "value": "1"}])", prefix + "[0]: \"value\" must be a number");
+    expectRefusal(R"(xrecord-chain=[{"code": 310, "value": "00"}])",
+                  prefix + "[0]: group code 310 takes \"code\" and \"hex\", nothing else");
+    expectRefusal(R"(xrecord-chain=[{"code": 1071, "value": 1, "note": 1}])",
+                  prefix + "[0]: group code 1071 takes \"code\" and \"value\", nothing else");
+    expectRefusal(R"(xrecord-chain=[{"code": 1000, "value": "a\u0000b"}])",
+                  prefix + "[0]: \"value\" holds a NUL character");
+}
+
+TEST_F(FormsCommand, BadHex_IsRefused)
+{
+    const std::string prefix = "xrecord-chain: [0]: ";
+    expectRefusal(R"(xrecord-chain=[{"code": 310, "hex": "0"}])", prefix + "\"hex\" has an odd number of digits");
+    expectRefusal(R"(xrecord-chain=[{"code": 310, "hex": "0g"}])",
+                  prefix + "\"hex\" holds \"g\", which is no hexadecimal digit");
+    expectRefusal(R"(xrecord-chain=[{"code": 310, "hex": 10}])", prefix + "\"hex\" must be a string");
+    expectRefusal("xrecord-chain=[{\"code\": 310, \"hex\": \"" + std::string(65536, '0') + "\"}]",
+                  prefix + "\"hex\" holds more than 32767 bytes");
+}
+
+TEST_F(FormsCommand, ChainThatIsNotJson_IsRefused)
+{
+    givenDrawing("plan.qedb");
+    for (const std::string value : {"[", "x", R"([{"code": 1000, "value": "\ud800"}])"}) {
+        const ProgramResult result = run({"forms", "plan.qedb", "--put", "xrecord-chain=" + value});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.output, "");
+        EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: forms: plan.qedb: xrecord-chain: not JSON: "));
+    }
+}
+
+TEST_F(FormsCommand, LoneSurrogate_IsNamedInTheRefusal)
+{
+    givenDrawing("plan.qedb");
+    EXPECT_THAT(run({"forms", "plan.qedb", "--put", R"(xrecord-chain=[{"code": 1000, "value": "\ud800"}])"}).errors,
+                testing::HasSubstr("surrogate"));
+}
+
+TEST_F(FormsCommand, LegacyChainThatTheHostRefuses_IsToldWithItsCode)
+{
+    expectRefusal(R"(legacy-chain=[{"code": 300, "value": "x"}])",
+                  "legacy-chain: the host refused it: eInvalidResbuf (7)");
+    expectRefusal(R"(legacy-chain=[{"code": 1001, "value": "OTHER"}])",
+                  "legacy-chain: [0]: the application must be KTN_PROJECTION");
+}
+
+TEST_F(FormsCommand, RefusalInJson_HasNullsAndTheError)
+{
+    givenDrawing("plan.qedb");
+    EXPECT_EQ(
+        runForJson({"forms", "plan.qedb", "--put", "xrecord-chain={}"}, 1),
+        Json({{"file", "plan.qedb"},
+              {"drawingVersion", nullptr},
+              {"legacyProjection", nullptr},
+              {"definitionXrecord", nullptr},
+              {"geoData", nullptr},
+              {"transformationConfig", nullptr},
+              {"result", nullptr},
+              {"error", "xrecord-chain: must be a JSON array of objects with \"code\" and \"value\" or \"hex\""}}));
+}
+
+TEST_F(FormsCommand, OlderDrawing_KeepsWhatIsPutRaw)
+{
+    givenDrawing("plan.qedb", 25);
+    const Json forms = put({"legacy=EPSG:25832", R"(xrecord-chain=[{"code": 1071, "value": 2}])", "geodata=nonsense"});
+    EXPECT_EQ(forms["definitionXrecord"]["layout"], 2);
+    EXPECT_EQ(runForJson({"forms", "plan.qedb"}), forms);
+}
+
+TEST_F(FormsCommand, DashWithPut_IsAFilter)
+{
+    givenDrawing("plan.qedb");
+    const std::string empty = contents("plan.qedb");
+    EXPECT_EQ(put({"geodata=x"})["geoData"]["text"], "x");
+    expectResult(run({"forms", "-", "--put", "geodata=x"}, empty), 0, contents("plan.qedb"), "");
+}
+
+TEST_F(FormsCommand, FileAfterTheForms_IsStillTheFile)
+{
+    givenDrawing("plan.qedb");
+    EXPECT_EQ(run({"forms", "--put", "geodata=x", "plan.qedb", "--quiet"}).status, 0);
+    EXPECT_EQ(runForJson({"forms", "plan.qedb"})["geoData"]["text"], "x");
+    expectWrongUsage(run({"forms", "--put", "geodata=x"}), "orvelcs: forms: FILE: is required");
+}
+
+TEST_F(FormsCommand, BadPut_IsWrongUsage)
+{
+    givenDrawing("plan.qedb");
+    expectWrongUsage(run({"forms", "plan.qedb", "--put", "legacy"}), "orvelcs: forms: --put: legacy is not FORM=VALUE");
+    expectWrongUsage(run({"forms", "plan.qedb", "--put", "legasy=1"}),
+                     "orvelcs: forms: --put: legasy is no form; the nearest is legacy");
+    expectWrongUsage(run({"forms", "plan.qedb", "--put", "geodata=\xFF"}),
+                     "orvelcs: forms: --put: the value of geodata is not UTF-8");
+    expectWrongUsage(run({"forms", "plan.qedb", "--put"}), "orvelcs: forms: --put: needs a value");
+}
+
+TEST_F(FormsCommand, UnpairedSurrogateInADrawing_IsShownAsAReplacementCharacter)
+{
+    EXPECT_EQ(put({"geodata=AXB"})["geoData"]["text"], "AXB");
+    std::string text = contents("plan.qedb");
+    const std::string stored = "\"coordinateSystem\": \"AXB\"";
+    ASSERT_NE(text.find(stored), std::string::npos);
+    given("plan.qedb",
+          text.replace(text.find(stored), stored.size(), "\"coordinateSystem\": {\"units\": [65, 55357, 66]}"));
+    EXPECT_EQ(runForJson({"forms", "plan.qedb"})["geoData"]["text"], "A\xEF\xBF\xBD"
+                                                                     "B");
+}
+
+} // namespace
+} // namespace Tests

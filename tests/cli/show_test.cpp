@@ -1,0 +1,168 @@
+#include "command_line_test.h"
+
+namespace Tests {
+namespace {
+
+using ShowCommand = CommandLineTest;
+
+Json shown(const std::string& source)
+{
+    return {
+        {"file", "plan.qedb"}, {"drawingVersion", 33}, {"code", "EPSG:25832"},     {"name", "ETRS89 / UTM zone 32N"},
+        {"kind", 3},           {"datum", "EPSG:6258"}, {"ellipsoid", "EPSG:7019"}, {"knownToCatalog", true},
+        {"source", source}};
+}
+
+Json nothing(const std::string& file)
+{
+    return {{"file", file},         {"drawingVersion", 33},      {"code", nullptr},
+            {"name", nullptr},      {"kind", nullptr},           {"datum", nullptr},
+            {"ellipsoid", nullptr}, {"knownToCatalog", nullptr}, {"source", nullptr}};
+}
+
+TEST_F(ShowCommand, TellsTheAssignedSystem)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    EXPECT_EQ(runForJson({"show", "plan.qedb"}), shown("geodata"));
+}
+
+TEST_F(ShowCommand, PrintsAlignedLines)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    expectResult(run({"show", "plan.qedb"}), 0,
+                 "plan.qedb\n"
+                 "  drawing version   33\n"
+                 "  code              EPSG:25832\n"
+                 "  name              ETRS89 / UTM zone 32N\n"
+                 "  kind              3 (projected)\n"
+                 "  datum             EPSG:6258\n"
+                 "  ellipsoid         EPSG:7019\n"
+                 "  known to catalog  yes\n"
+                 "  source            geodata\n",
+                 "");
+}
+
+TEST_F(ShowCommand, Wkt_IsTheLastLine)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    const Json json = runForJson({"show", "--wkt", "plan.qedb"});
+    EXPECT_EQ(json.size(), 10U);
+    const std::string wkt = json["wkt"];
+    EXPECT_THAT(wkt, testing::StartsWith("PROJCS[\"ETRS89 / UTM zone 32N\",GEOGCS["));
+    EXPECT_THAT(run({"show", "--wkt", "plan.qedb"}).output, testing::EndsWith("  wkt               " + wkt + "\n"));
+}
+
+TEST_F(ShowCommand, WktBeyondTheFirstVersion_IsTheSecond)
+{
+    givenDrawingWith("plan.qedb", "EPSG:4979");
+    EXPECT_THAT(runForJson({"show", "--wkt", "plan.qedb"})["wkt"].get<std::string>(),
+                testing::StartsWith("GEOGCRS[\"WGS 84\","));
+}
+
+TEST_F(ShowCommand, SystemWithoutADatumOfItsOwn_HasNull)
+{
+    givenDrawingWith("plan.qedb", "EPSG:4019");
+    const Json json = runForJson({"show", "plan.qedb"});
+    EXPECT_EQ(json["datum"], nullptr);
+    EXPECT_EQ(json["ellipsoid"], "EPSG:7019");
+}
+
+TEST_F(ShowCommand, LocalSystem_HasNeitherDatumNorEllipsoid)
+{
+    givenDrawingWith("plan.qedb", "LOCAL:METRE");
+    const Json json = runForJson({"show", "plan.qedb"});
+    EXPECT_EQ(json["kind"], 1);
+    EXPECT_EQ(json["datum"], nullptr);
+    EXPECT_EQ(json["ellipsoid"], nullptr);
+    EXPECT_EQ(json["knownToCatalog"], true);
+}
+
+TEST_F(ShowCommand, DrawingWithoutOne_IsStatusThree)
+{
+    givenDrawing("plan.qedb");
+    expectResult(run({"show", "plan.qedb"}), 3, "", "orvelcs: show: plan.qedb: has no coordinate system\n");
+    EXPECT_EQ(runForJson({"show", "plan.qedb"}, 3), nothing("plan.qedb"));
+}
+
+TEST_F(ShowCommand, DrawingWithoutOne_HasNoWktEither)
+{
+    givenDrawing("plan.qedb");
+    EXPECT_EQ(runForJson({"show", "--wkt", "plan.qedb"}, 3)["wkt"], nullptr);
+}
+
+TEST_F(ShowCommand, LegacyCode_IsReadFromTheCatalog)
+{
+    givenDrawing("plan.qedb");
+    ASSERT_EQ(run({"forms", "plan.qedb", "--put", "legacy=EPSG:25832", "geodata=nonsense"}).status, 0);
+    EXPECT_EQ(runForJson({"show", "plan.qedb"}), shown("legacy"));
+}
+
+TEST_F(ShowCommand, LegacyCodeOfADot_IsNone)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    ASSERT_EQ(run({"forms", "plan.qedb", "--put", "legacy=."}).status, 0);
+    EXPECT_EQ(runForJson({"show", "plan.qedb"}), shown("geodata"));
+}
+
+TEST_F(ShowCommand, UnknownLegacyCode_Fails)
+{
+    givenDrawing("plan.qedb");
+    ASSERT_EQ(run({"forms", "plan.qedb", "--put", "legacy=NO:1"}).status, 0);
+    expectResult(run({"show", "plan.qedb"}), 1, "",
+                 "orvelcs: show: plan.qedb: eNotApplicable (2): the stored coordinate system cannot be read\n");
+    Json expected = nothing("plan.qedb");
+    expected["source"] = "legacy";
+    expected["result"] = 2;
+    expected["error"] = "eNotApplicable (2): the stored coordinate system cannot be read";
+    EXPECT_EQ(runForJson({"show", "plan.qedb"}, 1), expected);
+}
+
+TEST_F(ShowCommand, UnreadableGeoData_Fails)
+{
+    givenDrawing("plan.qedb");
+    ASSERT_EQ(run({"forms", "plan.qedb", "--put", "geodata=nonsense"}).status, 0);
+    EXPECT_EQ(runForJson({"show", "plan.qedb"}, 1)["result"], 3);
+}
+
+TEST_F(ShowCommand, Batch_EndsWithTheLargestStatus)
+{
+    givenDrawingWith("a.qedb", "EPSG:4326");
+    givenDrawing("b.qedb");
+    const Json json = runForJson({"show", "a.qedb", "missing.qedb", "b.qedb"}, 3);
+    ASSERT_EQ(json.size(), 3U);
+    EXPECT_EQ(json[0]["code"], "EPSG:4326");
+    EXPECT_EQ(json[1]["drawingVersion"], nullptr);
+    EXPECT_EQ(json[1]["result"], 50);
+    EXPECT_EQ(json[2], nothing("b.qedb"));
+}
+
+TEST_F(ShowCommand, Dash_ReadsStandardInput)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    const ProgramResult result = run({"show", "-", "--json"}, contents("plan.qedb"));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(Json::parse(result.output)["code"], "EPSG:25832");
+}
+
+TEST_F(ShowCommand, DrawingIsNotWritten)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    const auto written = std::filesystem::last_write_time(path("plan.qedb"));
+    ASSERT_EQ(run({"show", "plan.qedb"}).status, 0);
+    EXPECT_EQ(std::filesystem::last_write_time(path("plan.qedb")), written);
+}
+
+TEST_F(ShowCommand, NameOutsideAscii_IsUtf8InEveryLocale)
+{
+    givenDrawingWith("plan.qedb", "EPSG:2397");
+    const std::string name = "Pulkovo 1942(83) / 3-degree Gauss-Kruger zone 3";
+    EXPECT_EQ(runForJson({"show", "plan.qedb"})["name"], name);
+    given("d.txt", "LOCAL_CS[\"Gel\xC3\xA4nde\",UNIT[\"metre\",1]]");
+    ASSERT_EQ(run({"assign", "--definition", "d.txt", "--code", "WERK:\xC3\x84", "plan.qedb"}).status, 0);
+    const Json json = runForJson({"show", "plan.qedb"});
+    EXPECT_EQ(json["code"], "WERK:\xC3\x84");
+    EXPECT_EQ(json["name"], "Gel\xC3\xA4nde");
+}
+
+} // namespace
+} // namespace Tests

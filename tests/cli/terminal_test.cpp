@@ -1,0 +1,106 @@
+#include <array>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "command_line_test.h"
+
+namespace Tests {
+namespace {
+
+/// The program with a terminal for all of its streams.
+class OnATerminal : public CommandLineTest {
+protected:
+    /// What appears on the terminal, line ends as the terminal makes them.
+    std::string shown(std::vector<std::string> arguments, const char* noColor = nullptr) const
+    {
+        arguments.insert(arguments.begin(), ORVELCS_PROGRAM);
+        std::vector<char*> words;
+        for (std::string& argument : arguments)
+            words.push_back(argument.data());
+        words.push_back(nullptr);
+        const std::string folder = path("").string();
+        int terminal = -1;
+        const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+        if (child == -1)
+            throw std::runtime_error("forkpty failed");
+        if (child == 0)
+            runIn(folder, words, noColor);
+        const std::string text = readToEnd(terminal);
+        ::close(terminal);
+        ::waitpid(child, nullptr, 0);
+        return text;
+    }
+
+private:
+    [[noreturn]] static void runIn(const std::string& folder, const std::vector<char*>& words, const char* noColor)
+    {
+        if (::chdir(folder.c_str()) == 0) {
+            ::unsetenv("NO_COLOR");
+            if (noColor != nullptr)
+                ::setenv("NO_COLOR", noColor, 1);
+            ::execv(words.front(), words.data());
+        }
+        ::_exit(127);
+    }
+
+    static std::string readToEnd(int terminal)
+    {
+        std::string text;
+        std::array<char, 4096> block{};
+        for (;;) {
+            const ssize_t length = ::read(terminal, block.data(), block.size());
+            if (length <= 0) // a terminal whose program has gone answers with an error
+                return text;
+            text.append(block.data(), static_cast<std::size_t>(length));
+        }
+    }
+};
+
+TEST_F(OnATerminal, Batch_ShowsItsProgressAndTakesItAway)
+{
+    givenDrawing("a.qedb");
+    givenDrawing("b.qedb");
+    EXPECT_EQ(shown({"clear", "a.qedb", "b.qedb"}), "\r\x1B[K[1/2] a.qedb"
+                                                    "\r\x1B[Ka.qedb: cleared\r\n"
+                                                    "\r\x1B[K[2/2] b.qedb"
+                                                    "\r\x1B[Kb.qedb: cleared\r\n");
+}
+
+TEST_F(OnATerminal, QuietBatch_ShowsNothing)
+{
+    givenDrawing("a.qedb");
+    givenDrawing("b.qedb");
+    EXPECT_EQ(shown({"clear", "--quiet", "a.qedb", "b.qedb"}), "");
+}
+
+TEST_F(OnATerminal, SingleDrawing_HasNoProgress)
+{
+    givenDrawing("a.qedb");
+    EXPECT_EQ(shown({"clear", "a.qedb"}), "a.qedb: cleared\r\n");
+}
+
+TEST_F(OnATerminal, Heading_IsBold)
+{
+    givenDrawing("a.qedb");
+    EXPECT_THAT(shown({"forms", "a.qedb"}), testing::StartsWith("\x1B[1ma.qedb, drawing version 33\x1B[0m\r\n"));
+}
+
+TEST_F(OnATerminal, NoColor_IsPlain)
+{
+    givenDrawing("a.qedb");
+    EXPECT_THAT(shown({"forms", "a.qedb", "--no-color"}), testing::StartsWith("a.qedb, drawing version 33\r\n"));
+    EXPECT_THAT(shown({"forms", "a.qedb"}, "1"), testing::StartsWith("a.qedb, drawing version 33\r\n"));
+}
+
+TEST_F(OnATerminal, EmptyNoColor_CountsAsNotSet)
+{
+    givenDrawing("a.qedb");
+    EXPECT_THAT(shown({"forms", "a.qedb"}, ""), testing::StartsWith("\x1B[1m"));
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,147 @@
+#include "command_line_test.h"
+
+namespace Tests {
+namespace {
+
+using CommandLineUsage = CommandLineTest;
+
+const std::vector<std::vector<std::string>> kCommands = {{"new"},
+                                                         {"assign"},
+                                                         {"clear"},
+                                                         {"show"},
+                                                         {"forms"},
+                                                         {"catalog"},
+                                                         {"catalog", "search"},
+                                                         {"catalog", "show"},
+                                                         {"codec"},
+                                                         {"codec", "pack"},
+                                                         {"codec", "unpack"}};
+
+TEST_F(CommandLineUsage, Help_ListsTheCommandsAndTheExitStatuses)
+{
+    for (const std::string option : {"--help", "-h"}) {
+        const ProgramResult result = run({option});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.errors, "");
+        EXPECT_THAT(result.output, testing::HasSubstr("Usage: orvelcs [OPTIONS] COMMAND ..."));
+        EXPECT_THAT(result.output, testing::HasSubstr("Exit status: 0 done, 1 failed"));
+        for (const auto& command : kCommands)
+            EXPECT_THAT(result.output, testing::HasSubstr("  " + command.front() + " "));
+    }
+}
+
+TEST_F(CommandLineUsage, HelpOfACommand_ShowsHowItIsCalled)
+{
+    for (const auto& command : kCommands) {
+        std::vector<std::string> arguments = command;
+        arguments.push_back("--help");
+        const ProgramResult result = run(arguments);
+        std::string name = "orvelcs";
+        for (const std::string& word : command)
+            name += " " + word;
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.errors, "");
+        EXPECT_THAT(result.output, testing::HasSubstr("Usage: " + name));
+        EXPECT_THAT(result.output, testing::HasSubstr("--no-color"));
+        EXPECT_THAT(result.output, testing::EndsWith("\n"));
+    }
+}
+
+TEST_F(CommandLineUsage, HelpBeforeTheCommand_IsTheCommandsHelp)
+{
+    EXPECT_THAT(run({"--json", "show", "--help"}).output, testing::HasSubstr("Usage: orvelcs show"));
+}
+
+TEST_F(CommandLineUsage, Version_NamesTheProgramProjAndTheCatalog)
+{
+    const ProgramResult result = run({"--version"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_THAT(result.output, testing::MatchesRegex("orvelcs [0-9.]+\nPROJ [0-9.]+\nEPSG v[0-9.]+\n"));
+}
+
+TEST_F(CommandLineUsage, VersionWithACommand_NeedsNoArguments)
+{
+    EXPECT_EQ(run({"show", "--version"}).output, run({"--version"}).output);
+}
+
+TEST_F(CommandLineUsage, VersionAsJson_IsADocument)
+{
+    const Json json = runForJson({"--version"});
+    EXPECT_EQ(json.size(), 3U);
+    EXPECT_THAT(json["proj"].get<std::string>(), testing::StartsWith("PROJ "));
+    EXPECT_THAT(json["catalog"].get<std::string>(), testing::StartsWith("EPSG v"));
+}
+
+TEST_F(CommandLineUsage, GlobalOptions_StandBeforeOrAfterTheCommand)
+{
+    givenDrawing("plan.qedb");
+    const ProgramResult before = run({"--json", "--no-color", "-q", "forms", "plan.qedb"});
+    const ProgramResult after = run({"forms", "plan.qedb", "--json", "--no-color", "--quiet"});
+    EXPECT_EQ(before.status, 0);
+    EXPECT_EQ(before.output, after.output);
+    EXPECT_EQ(before.errors, after.errors);
+}
+
+TEST_F(CommandLineUsage, NoCommand_IsWrongUsage)
+{
+    expectWrongUsage(
+        run(std::vector<std::string>{}),
+        "orvelcs: command line: COMMAND: is required; one of new, assign, clear, show, forms, catalog, codec");
+}
+
+TEST_F(CommandLineUsage, MisspeltCommand_IsAnsweredWithTheNearest)
+{
+    expectWrongUsage(run({"asign", "EPSG:4326", "plan.qedb"}),
+                     "orvelcs: command line: asign: no such command; the nearest is assign");
+    expectWrongUsage(run({"catalog", "serach", "x"}),
+                     "orvelcs: catalog: serach: no such command; the nearest is search");
+}
+
+TEST_F(CommandLineUsage, ForeignCommand_IsAnsweredWithAllThereAre)
+{
+    expectWrongUsage(run({"refurbish"}), "orvelcs: command line: refurbish: no such command; there are new, assign, "
+                                         "clear, show, forms, catalog, codec");
+}
+
+TEST_F(CommandLineUsage, MisspeltOption_IsAnsweredWithTheNearest)
+{
+    expectWrongUsage(run({"assign", "--evnts", "EPSG:4326", "plan.qedb"}),
+                     "orvelcs: assign: --evnts: no such option; the nearest is --events");
+    expectWrongUsage(run({"show", "--jsn=1", "plan.qedb"}),
+                     "orvelcs: show: --jsn: no such option; the nearest is --json");
+    expectWrongUsage(run({"--qiet", "show", "plan.qedb"}),
+                     "orvelcs: show: --qiet: no such option; the nearest is --quiet");
+    expectWrongUsage(run({"show", "-z", "plan.qedb"}), "orvelcs: show: -z: no such option");
+}
+
+TEST_F(CommandLineUsage, OptionOfAnotherCommand_IsWrongUsage)
+{
+    expectWrongUsage(run({"new", "--events", "plan.qedb"}), "orvelcs: new: --events: no such option");
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(CommandLineUsage, OptionWithoutItsValue_IsWrongUsage)
+{
+    expectWrongUsage(run({"new", "plan.qedb", "--drawing-version"}), "orvelcs: new: --drawing-version: needs a value");
+}
+
+TEST_F(CommandLineUsage, OptionGivenTwice_IsWrongUsage)
+{
+    expectWrongUsage(run({"new", "--drawing-version", "25", "--drawing-version", "26", "plan.qedb"}),
+                     "orvelcs: new: --drawing-version: is given more than once");
+}
+
+TEST_F(CommandLineUsage, MissingFile_IsWrongUsage)
+{
+    for (const std::string command : {"new", "clear", "show", "forms"})
+        expectWrongUsage(run({command}), "orvelcs: " + command + ": FILE: is required");
+}
+
+TEST_F(CommandLineUsage, WrongUsageWithJson_PrintsNothingOnStandardOutput)
+{
+    expectWrongUsage(run({"--json", "shwo"}), "orvelcs: command line: shwo: no such command; the nearest is show");
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,123 @@
+#include "support/coordsys_test.h"
+
+namespace {
+
+using namespace Tests;
+using Embedded::ScopedFault;
+
+class AssignCode : public CoordsysTest {
+protected:
+    void SetUp() override { ASSERT_EQ(reactor.add(), Qeapp::eOk); }
+};
+
+TEST_F(AssignCode, CodeOfTheCatalog_WritesTheCatalogsDefinition)
+{
+    EXPECT_EQ(assign(L"EPSG:25832"), Qeapp::eOk);
+    EXPECT_EQ(drawing.geoDataText(), serializedText(catalogSystem(L"EPSG:25832").get()));
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(AssignCode, CodeOfTheCatalog_IsAnnouncedAroundTheRemoval)
+{
+    ASSERT_EQ(assign(L"EPSG:25832"), Qeapp::eOk);
+    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+}
+
+TEST_F(AssignCode, CodeInAnotherCase_IsAnnouncedInTheCatalogsSpelling)
+{
+    ASSERT_EQ(assign(L"epsg:25832"), Qeapp::eOk);
+    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+}
+
+TEST_F(AssignCode, NoStatusNeedBeGiven)
+{
+    EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832", database()), Qeapp::eOk);
+    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+}
+
+TEST_F(AssignCode, NullCode_RemovesUnderTheEmptyName)
+{
+    giveSystem(L"EPSG:25832");
+    EXPECT_EQ(assign(static_cast<const wchar_t*>(nullptr)), Qeapp::eOk);
+    EXPECT_EQ(log, noticesOfAssignment(L""));
+    EXPECT_EQ(drawing.geoDataText(), L"");
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(AssignCode, EmptyCode_RemovesUnderTheEmptyName)
+{
+    giveSystem(L"EPSG:25832");
+    EXPECT_EQ(assign(L""), Qeapp::eOk);
+    EXPECT_EQ(log, noticesOfAssignment(L""));
+    EXPECT_EQ(drawing.geoDataText(), L"");
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(AssignCode, EmptyCode_DoesNotAskTheCatalog)
+{
+    Embedded::Faults::watch();
+    EXPECT_EQ(assign(L""), Qeapp::eOk);
+    EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
+}
+
+TEST_F(AssignCode, UnknownCode_IsInvalidInputAndStatus52)
+{
+    EXPECT_EQ(assign(L"MINE:1"), Qeapp::eInvalidInput);
+    EXPECT_EQ(status, 52);
+}
+
+TEST_F(AssignCode, UnknownCode_AsksNoReactorAndTouchesNothing)
+{
+    giveSystem(L"EPSG:25832");
+    drawing.withLegacyCode(L"EPSG:25832");
+    const auto before = drawing.image();
+    EXPECT_EQ(assign(L"MINE:1"), Qeapp::eInvalidInput);
+    EXPECT_EQ(log, Notices());
+    EXPECT_EQ(drawing.image(), before);
+}
+
+TEST_F(AssignCode, UnknownCodeWithoutAStatus_IsInvalidInput)
+{
+    EXPECT_EQ(Cs::SetCoordinateSystem(L"MINE:1", database()), Qeapp::eInvalidInput);
+}
+
+TEST_F(AssignCode, AnyFailureOfTheCatalog_IsInvalidInputAndStatus52)
+{
+    for (const int code : {35, 46, 57}) {
+        status = kUntouched;
+        const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = code});
+        EXPECT_EQ(assign(L"EPSG:25832"), Qeapp::eInvalidInput) << code;
+        EXPECT_EQ(status, 52) << code;
+    }
+    EXPECT_EQ(log, Notices());
+}
+
+TEST_F(AssignCode, VetoAfterTheCatalogKnewTheCode_ReportsStatusZero)
+{
+    reactor.answer = [](const Notice&) { return false; };
+    EXPECT_EQ(assign(L"EPSG:25832"), Qeapp::eVetoed);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(AssignCode, HostFailureAfterTheCatalogKnewTheCode_ReportsStatusZero)
+{
+    const ScopedFault fault({.call = "QeDbGeoData::postToDb", .code = 6});
+    EXPECT_EQ(assign(L"EPSG:25832"), 6);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(AssignCode, LibraryFailureAfterTheCatalogKnewTheCode_ReportsStatusZero)
+{
+    const ScopedFault fault({.call = "DefinitionStream::Serialize_s", .code = 42});
+    EXPECT_EQ(assign(L"EPSG:25832"), Qeapp::eInvalidInput);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(AssignCode, FailedRemovalOfANullCode_ReportsStatusZero)
+{
+    const ScopedFault fault({.call = "QeDbTransactionManager::startTransaction", .code = {}});
+    EXPECT_EQ(assign(L""), 8);
+    EXPECT_EQ(status, 0);
+}
+
+} // namespace

@@ -1,0 +1,219 @@
+#include "storage/definition_xrecord.h"
+#include "support/coordsys_test.h"
+
+namespace {
+
+using namespace Tests;
+using Embedded::ScopedFault;
+
+class AssignDefinition : public CoordsysTest {
+protected:
+    void SetUp() override { ASSERT_EQ(reactor.add(), Qeapp::eOk); }
+
+    Qeapp::ErrorStatus assignNothing()
+    {
+        return Cs::SetCoordinateSystem(static_cast<const Library::CoordinateReferenceSystemDefinition*>(nullptr),
+                                       database(), &status);
+    }
+    std::wstring storedCode() const
+    {
+        SystemHolder definition;
+        EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), nullptr, database()), Qeapp::eOk);
+        return described(definition.get());
+    }
+};
+
+TEST_F(AssignDefinition, WritesTheSerializedTextWithDatumAndEllipsoid)
+{
+    const SystemHolder definition = catalogSystem(L"EPSG:25832");
+    EXPECT_EQ(assign(definition), Qeapp::eOk);
+    EXPECT_EQ(drawing.geoDataText(), serializedText(definition.get(), true));
+    EXPECT_TRUE(drawing.geoDataIsInModelSpace());
+}
+
+TEST_F(AssignDefinition, WritesNoOlderForm)
+{
+    ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+    EXPECT_EQ(drawing.legacyChain(), std::nullopt);
+    EXPECT_EQ(drawing.xrecord(), std::nullopt);
+}
+
+TEST_F(AssignDefinition, ReportsStatusZero)
+{
+    ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(AssignDefinition, NeedsNoStatus)
+{
+    EXPECT_EQ(Cs::SetCoordinateSystem(catalogSystem(L"EPSG:25832").get(), database()), Qeapp::eOk);
+    EXPECT_EQ(storedCode(), L"system EPSG:25832");
+}
+
+TEST_F(AssignDefinition, LeavesTheDefinitionToTheCaller)
+{
+    const SystemHolder definition = catalogSystem(L"EPSG:25832");
+    const std::wstring before = serializedText(definition.get());
+    ASSERT_EQ(assign(definition), Qeapp::eOk);
+    EXPECT_EQ(serializedText(definition.get()), before);
+}
+
+TEST_F(AssignDefinition, AnnouncesTheCodeAroundTheRemoval)
+{
+    ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+}
+
+TEST_F(AssignDefinition, AnnouncesTheDrawingWithEachNotice)
+{
+    ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+    EXPECT_EQ(reactor.databases, std::vector<QeDbDatabase*>(4, database()));
+}
+
+TEST_F(AssignDefinition, EachReactorHearsANoticeBeforeTheNextIsSent)
+{
+    RecordingReactor second(log, "B");
+    ASSERT_EQ(second.add(), Qeapp::eOk);
+    ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+    const Notices first = noticesOfAssignment(L"EPSG:25832", "A");
+    const Notices other = noticesOfAssignment(L"EPSG:25832", "B");
+    EXPECT_EQ(log, Notices({first[0], other[0], first[1], other[1], first[2], other[2], first[3], other[3]}));
+}
+
+TEST_F(AssignDefinition, AtEachNoticeTheDrawingIsAsFarAsAnnounced)
+{
+    giveSystem(L"EPSG:2263");
+    std::vector<std::wstring> stored;
+    reactor.action = [&](const Notice&) { stored.push_back(storedCode()); };
+    ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+    EXPECT_EQ(stored, Texts({L"system EPSG:2263", L"system EPSG:2263", L"none", L"system EPSG:25832"}));
+}
+
+TEST_F(AssignDefinition, UserDefinedSystem_IsStoredAndAnnouncedUnderItsCode)
+{
+    EXPECT_EQ(assign(userSystem()), Qeapp::eOk);
+    EXPECT_EQ(log, noticesOfAssignment(L"MINE:1"));
+    EXPECT_EQ(storedCode(), L"system MINE:1");
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(AssignDefinition, DefinitionWhoseCodeCannotBeRead_IsAnnouncedWithTheEmptyText)
+{
+    const SystemHolder definition = catalogSystem(L"EPSG:25832");
+    {
+        const ScopedFault fault({.call = "DefinitionBase::GetCode", .code = {}});
+        EXPECT_EQ(assign(definition), Qeapp::eOk);
+    }
+    EXPECT_EQ(log, noticesOfAssignment(L""));
+    EXPECT_EQ(storedCode(), L"system EPSG:25832");
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(AssignDefinition, NullDefinition_AnnouncesTheEmptyTextAroundTheRemoval)
+{
+    giveSystem(L"EPSG:25832");
+    EXPECT_EQ(assignNothing(), Qeapp::eOk);
+    EXPECT_EQ(log, noticesOfAssignment(L""));
+}
+
+TEST_F(AssignDefinition, NullDefinition_RemovesWhatWasStored)
+{
+    giveSystem(L"EPSG:25832");
+    drawing.withLegacyCode(L"EPSG:2263").withXrecord({{300, L"anything"}});
+    EXPECT_EQ(assignNothing(), Qeapp::eOk);
+    EXPECT_EQ(drawing.geoDataText(), L"");
+    EXPECT_EQ(drawing.legacyChain(), std::nullopt);
+    EXPECT_EQ(drawing.xrecord(), std::nullopt);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(AssignDefinition, NullDefinition_MakesNoGeoData)
+{
+    EXPECT_EQ(assignNothing(), Qeapp::eOk);
+    EXPECT_EQ(drawing.geoDataText(), std::nullopt);
+}
+
+TEST_F(AssignDefinition, AnAssignmentOverAnother_ReplacesItInTheSameObject)
+{
+    ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+    const std::size_t objects = drawing.image().objects.size();
+    EXPECT_EQ(assign(catalogSystem(L"EPSG:2263")), Qeapp::eOk);
+    EXPECT_EQ(storedCode(), L"system EPSG:2263");
+    EXPECT_EQ(drawing.image().objects.size(), objects);
+}
+
+TEST_F(AssignDefinition, TheSameAssignmentAgain_LeavesAnEqualDrawing)
+{
+    ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+    const auto before = drawing.image();
+    EXPECT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+    EXPECT_EQ(drawing.image(), before);
+}
+
+TEST_F(AssignDefinition, OverALegacyDrawing_RemovesTheOlderForms)
+{
+    drawing.withLegacyCode(L"EPSG:2263");
+    ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:2263").get(), database()), Qeapp::eOk);
+    EXPECT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+    EXPECT_EQ(drawing.legacyChain(), std::nullopt);
+    EXPECT_EQ(drawing.xrecord(), std::nullopt);
+    EXPECT_EQ(storedCode(), L"system EPSG:25832");
+    EXPECT_TRUE(drawing.hasRegisteredApplication());
+}
+
+TEST_F(AssignDefinition, InsideATransactionThatIsAborted_IsUndone)
+{
+    drawing.withLegacyCode(L"EPSG:2263");
+    const auto before = drawing.image();
+    {
+        const Orvel::Transaction outer(database()->transactionManager());
+        ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+        ASSERT_EQ(storedCode(), L"system EPSG:25832");
+    }
+    EXPECT_EQ(drawing.image(), before);
+}
+
+TEST_F(AssignDefinition, InsideATransactionThatIsCommitted_Stays)
+{
+    Orvel::Transaction outer(database()->transactionManager());
+    ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
+    ASSERT_EQ(outer.commit(), Qeapp::eOk);
+    EXPECT_EQ(storedCode(), L"system EPSG:25832");
+}
+
+TEST_F(AssignDefinition, VetoOfTheFirstQuestion_ChangesNothing)
+{
+    giveSystem(L"EPSG:2263");
+    drawing.withLegacyCode(L"EPSG:2263");
+    const auto before = drawing.image();
+    reactor.answer = [](const Notice&) { return false; };
+    EXPECT_EQ(assign(catalogSystem(L"EPSG:25832")), 325);
+    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(log, Notices({{Event::asked, L"EPSG:25832"}, {Event::vetoed, L"EPSG:25832"}}));
+    EXPECT_EQ(status, 52);
+}
+
+TEST_F(AssignDefinition, VetoOfTheRemoval_ChangesNothing)
+{
+    giveSystem(L"EPSG:2263");
+    drawing.withLegacyCode(L"EPSG:2263");
+    const auto before = drawing.image();
+    reactor.answer = [](const Notice& notice) { return notice.name.has_value(); };
+    EXPECT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eVetoed);
+    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(log,
+              Notices({{Event::asked, L"EPSG:25832"}, {Event::asked, std::nullopt}, {Event::vetoed, std::nullopt}}));
+    EXPECT_EQ(status, 52);
+}
+
+TEST_F(AssignDefinition, VetoOfTheEmptyNameOfANullDefinition_ChangesNothing)
+{
+    giveSystem(L"EPSG:2263");
+    const auto before = drawing.image();
+    reactor.answer = [](const Notice& notice) { return notice.name != L""; };
+    EXPECT_EQ(assignNothing(), Qeapp::eVetoed);
+    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(log, Notices({{Event::asked, L""}, {Event::vetoed, L""}}));
+}
+
+} // namespace

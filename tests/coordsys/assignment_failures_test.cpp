@@ -1,0 +1,129 @@
+#include "support/coordsys_test.h"
+
+namespace {
+
+using namespace Tests;
+using Embedded::ScopedFault;
+
+const Notices kRemovalAlone{
+    {Event::asked, L"EPSG:25832"}, {Event::asked, std::nullopt}, {Event::changed, std::nullopt}};
+const Notices kQuestionsAlone{{Event::asked, L"EPSG:25832"}, {Event::asked, std::nullopt}};
+
+/// Assignments of EPSG:25832 that go wrong.
+class AssignmentFailures : public CoordsysTest {
+protected:
+    SystemHolder definition = catalogSystem(L"EPSG:25832");
+
+    void SetUp() override { ASSERT_EQ(reactor.add(), Qeapp::eOk); }
+
+    Qeapp::ErrorStatus assignWithFailing(const char* call, int code, std::size_t occurrence = 1)
+    {
+        const ScopedFault fault({.call = call, .occurrence = occurrence, .code = code});
+        return assign(definition);
+    }
+};
+
+TEST_F(AssignmentFailures, AFailedRemoval_ChangesNothing)
+{
+    giveSystem(L"EPSG:2263");
+    const auto before = drawing.image();
+    EXPECT_EQ(assignWithFailing("QeDbGeoData::setCoordinateSystem", 999), 999);
+    EXPECT_EQ(drawing.image(), before);
+}
+
+TEST_F(AssignmentFailures, AFailedRemoval_SendsNoNoticeAfterTheQuestions)
+{
+    giveSystem(L"EPSG:2263");
+    EXPECT_EQ(assignWithFailing("QeDbGeoData::setCoordinateSystem", 999), 999);
+    EXPECT_EQ(log, kQuestionsAlone);
+}
+
+TEST_F(AssignmentFailures, AFailedRemoval_ReportsStatus52)
+{
+    EXPECT_EQ(assignWithFailing("QeDbDatabase::getRegAppTable", 31), 31);
+    EXPECT_EQ(status, 52);
+}
+
+TEST_F(AssignmentFailures, NoTransaction_IsResult8)
+{
+    const auto before = drawing.image();
+    EXPECT_EQ(assignWithFailing("QeDbTransactionManager::startTransaction", 6), 8);
+    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(log, kQuestionsAlone);
+    EXPECT_EQ(status, 52);
+}
+
+TEST_F(AssignmentFailures, AFailedWrite_LeavesTheDrawingEmpty)
+{
+    giveSystem(L"EPSG:2263");
+    drawing.withLegacyCode(L"EPSG:2263");
+    EXPECT_EQ(assignWithFailing("QeDbGeoData::setCoordinateSystem", 999, 2), 999);
+    EXPECT_EQ(drawing.geoDataText(), L"");
+    EXPECT_EQ(drawing.legacyChain(), std::nullopt);
+}
+
+TEST_F(AssignmentFailures, AFailedWrite_TellsReactorsOfTheRemovalAlone)
+{
+    giveSystem(L"EPSG:2263");
+    EXPECT_EQ(assignWithFailing("QeDbGeoData::setCoordinateSystem", 999, 2), 999);
+    EXPECT_EQ(log, kRemovalAlone);
+}
+
+TEST_F(AssignmentFailures, AFailedWriteAfterTheSerialization_ReportsStatus52)
+{
+    giveSystem(L"EPSG:2263");
+    EXPECT_EQ(assignWithFailing("QeDbGeoData::setCoordinateSystem", 999, 2), 999);
+    EXPECT_EQ(status, 52);
+}
+
+TEST_F(AssignmentFailures, AFailedSerialization_IsInvalidInputAndLeavesTheStatus)
+{
+    EXPECT_EQ(assignWithFailing("DefinitionStream::Serialize_s", 42), Qeapp::eInvalidInput);
+    EXPECT_EQ(status, 77);
+}
+
+TEST_F(AssignmentFailures, ASerializationWithoutMemory_IsInvalidInputToo)
+{
+    EXPECT_EQ(assignWithFailing("DefinitionStream::Serialize_s", 57), Qeapp::eInvalidInput);
+    EXPECT_EQ(status, 77);
+}
+
+TEST_F(AssignmentFailures, AFailedSerialization_LeavesTheDrawingEmpty)
+{
+    giveSystem(L"EPSG:2263");
+    EXPECT_EQ(assignWithFailing("DefinitionStream::Serialize_s", 42), Qeapp::eInvalidInput);
+    EXPECT_EQ(drawing.geoDataText(), L"");
+    EXPECT_EQ(log, kRemovalAlone);
+}
+
+TEST_F(AssignmentFailures, GeoDataThatCannotBeMade_LeavesNoneBehind)
+{
+    for (const char* const call : {"QeDbSymbolUtilitiesServices::blockModelSpaceId",
+                                   "QeDbGeoData::setBlockTableRecordId", "QeDbGeoData::postToDb"}) {
+        log.clear();
+        status = kUntouched;
+        EXPECT_EQ(assignWithFailing(call, 999), 999) << call;
+        EXPECT_EQ(drawing.geoDataText(), std::nullopt) << call;
+        EXPECT_EQ(log, kRemovalAlone) << call;
+        EXPECT_EQ(status, 52) << call;
+    }
+}
+
+TEST_F(AssignmentFailures, GeoDataWithoutMemory_PassesTheExceptionOn)
+{
+    const ScopedFault fault(
+        {.call = "qeHeapAlloc", .occurrence = 2, .code = {}}); // the first is for the registered application
+    EXPECT_THROW(static_cast<void>(assign(definition)), std::bad_alloc);
+    EXPECT_EQ(drawing.geoDataText(), std::nullopt);
+    EXPECT_EQ(log, kRemovalAlone);
+}
+
+TEST_F(AssignmentFailures, AReactorThatRefusesTheRemovalOnly_LeavesEveryAssignmentVetoed)
+{
+    reactor.answer = [](const Notice& notice) { return notice.name.has_value(); };
+    for (const wchar_t* const code : {L"EPSG:25832", L"EPSG:2263", L""})
+        EXPECT_EQ(assign(code), Qeapp::eVetoed);
+    EXPECT_EQ(drawing.geoDataText(), std::nullopt);
+}
+
+} // namespace

@@ -1,0 +1,59 @@
+// The fixture of the functions that turn definitions into blocks of bytes and back, with out-parameters that were set
+// before.
+#pragma once
+
+#include <algorithm>
+#include <memory>
+
+#include "storage/host_holders.h"
+#include "support/coordsys_test.h"
+
+namespace Tests {
+
+using HostBlock = Orvel::Holder<Orvel::HostBufferPolicy<unsigned char>>;
+
+inline constexpr auto k29 = static_cast<QeDb::QeDbDwgVersion>(29);
+inline constexpr auto k30 = static_cast<QeDb::QeDbDwgVersion>(30);
+
+/// A copy on the heap, as long as the block and a NUL unit at an even place behind it: what a caller has to guarantee
+/// at the least, so that sanitizers see every read beyond it.
+class GuardedBlock {
+public:
+    explicit GuardedBlock(const Bytes& block)
+        : length_(block.size()), bytes_(std::make_unique<unsigned char[]>(block.size() + block.size() % 2 + 2))
+    {
+        std::ranges::copy(block, bytes_.get());
+    }
+
+    const unsigned char* get() const { return bytes_.get(); }
+    int length() const { return static_cast<int>(length_); }
+
+private:
+    std::size_t length_;
+    std::unique_ptr<unsigned char[]> bytes_;
+};
+
+class BlockTest : public PlatformTest {
+protected:
+    Library::Status status = kUntouched;
+
+    /// The block of a definition; fails the test when there is none.
+    static Bytes serialized(const Library::CoordinateReferenceSystemDefinition* definition,
+                            QeDb::QeDbDwgVersion version)
+    {
+        HostBlock bytes;
+        int length = 0;
+        EXPECT_EQ(Cs::SerializeCoordinateSystem(definition, bytes.put(), length, version), Qeapp::eOk);
+        return bytes ? Bytes(bytes.get(), bytes.get() + length) : Bytes();
+    }
+    /// What is in the block; fails the test when that is nothing.
+    static ArrayHolder deserialized(const Bytes& block)
+    {
+        const GuardedBlock guarded(block);
+        ArrayHolder definitions;
+        EXPECT_EQ(Cs::DeserializeCoordinateSystem(definitions.put(), guarded.get(), guarded.length()), Qeapp::eOk);
+        return definitions;
+    }
+};
+
+} // namespace Tests

@@ -1,0 +1,244 @@
+#include "storage/definition_group.h"
+#include "storage/definition_xrecord.h"
+#include "support/coordsys_test.h"
+
+namespace {
+
+using namespace Tests;
+using Embedded::Faults;
+
+const Texts kUtm32{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"};
+
+class ReadDefinitions : public CoordsysTest {
+protected:
+    ArrayHolder definitions;
+
+    Qeapp::ErrorStatus read() { return Cs::GetCoordinateSystem(definitions.put(), database(), &status); }
+    /// The xrecord as an older drawing format has it.
+    void giveXrecord(const SystemHolder& system)
+    {
+        ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(system.get(), database()), Qeapp::eOk);
+    }
+};
+
+Items group(const Library::DefinitionBase* definition)
+{
+    return itemsOf(Orvel::ResbufChain(Orvel::DefinitionToResbufGroup(definition)).get());
+}
+
+TEST_F(ReadDefinitions, DrawingWithNothingStored_GivesAnEmptyArray)
+{
+    EXPECT_EQ(read(), Qeapp::eOk);
+    ASSERT_TRUE(definitions);
+    EXPECT_EQ(definitions->GetCount(), 0);
+}
+
+TEST_F(ReadDefinitions, DrawingWithNothingStored_ReportsStatusZero)
+{
+    ASSERT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(ReadDefinitions, BlankGeoData_GivesAnEmptyArray)
+{
+    drawing.withGeoData(L"");
+    EXPECT_EQ(read(), Qeapp::eOk);
+    ASSERT_TRUE(definitions);
+    EXPECT_EQ(definitions->GetCount(), 0);
+}
+
+TEST_F(ReadDefinitions, GeoDataText_GivesWhatTheTextHolds)
+{
+    giveSystem(L"EPSG:25832");
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), kUtm32);
+}
+
+TEST_F(ReadDefinitions, GeoDataText_ReportsStatusZero)
+{
+    giveSystem(L"EPSG:25832");
+    ASSERT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(ReadDefinitions, GeoDataText_GivesTheTextsOrderWhateverItIs)
+{
+    drawing.withGeoData(joinedTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
+                                     serializedText(catalogEllipsoid(L"EPSG:7019").get(), false),
+                                     serializedText(catalogSystem(L"EPSG:25832").get(), false)}));
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), Texts({kUtm32[1], kUtm32[2], kUtm32[0]}));
+}
+
+TEST_F(ReadDefinitions, GeoDataText_NeedsNoCatalog)
+{
+    giveSystem(L"EPSG:25832");
+    Faults::watch();
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
+}
+
+TEST_F(ReadDefinitions, UserDefinedSystemInGeoData_IsRead)
+{
+    drawing.withGeoData(serializedText(userSystem().get(), false));
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), Texts{L"system MINE:1"});
+}
+
+TEST_F(ReadDefinitions, UnreadableGeoDataText_IsInvalidInput)
+{
+    drawing.withGeoData(L"no definition at all");
+    EXPECT_EQ(read(), Qeapp::eInvalidInput);
+    EXPECT_EQ(status, 77);
+    EXPECT_FALSE(definitions);
+}
+
+TEST_F(ReadDefinitions, LegacyCodeWithXrecord_GivesSystemDatumAndEllipsoid)
+{
+    drawing.withLegacyCode(L"EPSG:25832");
+    giveXrecord(catalogSystem(L"EPSG:25832"));
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(ReadDefinitions, LegacyCodeWithXrecord_NeedsNoCatalog)
+{
+    drawing.withLegacyCode(L"MINE:1");
+    giveXrecord(userSystem());
+    Faults::watch();
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
+    EXPECT_EQ(described(definitions).at(0), L"system MINE:1");
+}
+
+TEST_F(ReadDefinitions, LegacyCodeWithXrecord_GivesTheSystemFirstWhateverTheStoredOrder)
+{
+    Items chain{{1071, 1}};
+    for (const Items& items : {group(catalogEllipsoid(L"EPSG:7019").get()), group(catalogDatum(L"EPSG:6258").get()),
+                               group(catalogSystem(L"EPSG:25832").get())})
+        chain.insert(chain.end(), items.begin(), items.end());
+    drawing.withLegacyCode(L"EPSG:25832").withXrecord(chain);
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), kUtm32);
+}
+
+TEST_F(ReadDefinitions, LegacyCodeWithXrecordOfASystemWithoutDatum_GivesTheSystemAlone)
+{
+    drawing.withLegacyCode(L"LOCAL:METRE");
+    giveXrecord(catalogSystem(L"LOCAL:METRE"));
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), Texts{L"system LOCAL:METRE"});
+}
+
+TEST_F(ReadDefinitions, LegacyCodeWithoutXrecord_GivesTheCatalogsSystemAlone)
+{
+    drawing.withLegacyCode(L"EPSG:25832");
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(ReadDefinitions, LegacyCodeWithXrecordOfAnotherSystem_GivesTheCatalogsSystem)
+{
+    drawing.withLegacyCode(L"EPSG:2263");
+    giveXrecord(catalogSystem(L"EPSG:25832"));
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), Texts{L"system EPSG:2263"});
+}
+
+TEST_F(ReadDefinitions, LegacyCodeWithForeignXrecord_GivesTheCatalogsSystem)
+{
+    drawing.withLegacyCode(L"EPSG:2263").withXrecord({{1071, 1}, {300, L"something else"}});
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), Texts{L"system EPSG:2263"});
+}
+
+TEST_F(ReadDefinitions, LegacyCodeInAnotherCase_IsLoadedFromTheCatalog)
+{
+    drawing.withLegacyCode(L"epsg:25832");
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+}
+
+TEST_F(ReadDefinitions, LegacyCodeUnknownToXrecordAndCatalog_IsNotApplicable)
+{
+    drawing.withLegacyCode(L"MINE:1");
+    EXPECT_EQ(read(), Qeapp::eNotApplicable);
+    EXPECT_EQ(status, 77);
+}
+
+TEST_F(ReadDefinitions, LegacyCodeUnknownToXrecordAndCatalog_LeavesAnEmptyArrayToTheCaller)
+{
+    drawing.withLegacyCode(L"MINE:1");
+    ASSERT_EQ(read(), Qeapp::eNotApplicable);
+    ASSERT_TRUE(definitions);
+    EXPECT_EQ(definitions->GetCount(), 0);
+}
+
+TEST_F(ReadDefinitions, LegacyCodeOfADot_MeansThatGeoDataIsRead)
+{
+    giveSystem(L"EPSG:25832");
+    drawing.withLegacyCode(L".");
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), kUtm32);
+}
+
+TEST_F(ReadDefinitions, LegacyCodeThatIsEmpty_MeansThatGeoDataIsRead)
+{
+    giveSystem(L"EPSG:25832");
+    drawing.withLegacyCode(L"");
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), kUtm32);
+}
+
+TEST_F(ReadDefinitions, LegacyCodeBesideGeoData_Decides)
+{
+    giveSystem(L"EPSG:25832");
+    drawing.withLegacyCode(L"EPSG:2263");
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), Texts{L"system EPSG:2263"});
+}
+
+TEST_F(ReadDefinitions, LegacyCodeBesideGeoData_LeavesGeoDataUnconsulted)
+{
+    giveSystem(L"EPSG:25832");
+    drawing.withLegacyCode(L"MINE:1");
+    Faults::watch();
+    EXPECT_EQ(read(), Qeapp::eNotApplicable);
+    EXPECT_EQ(timesSeen("qedbGetGeoDataObjId"), 0U);
+}
+
+TEST_F(ReadDefinitions, XrecordWithoutLegacyCode_IsNotConsulted)
+{
+    giveXrecord(catalogSystem(L"EPSG:25832"));
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), Texts());
+}
+
+TEST_F(ReadDefinitions, NoStatusNeedBeGiven)
+{
+    giveSystem(L"EPSG:25832");
+    EXPECT_EQ(Cs::GetCoordinateSystem(definitions.put(), database()), Qeapp::eOk);
+    EXPECT_EQ(described(definitions), kUtm32);
+}
+
+TEST_F(ReadDefinitions, EachReadingGivesAnArrayOfItsOwn)
+{
+    giveSystem(L"EPSG:25832");
+    ArrayHolder second;
+    ASSERT_EQ(read(), Qeapp::eOk);
+    ASSERT_EQ(Cs::GetCoordinateSystem(second.put(), database()), Qeapp::eOk);
+    EXPECT_NE(definitions.get(), second.get());
+}
+
+TEST_F(ReadDefinitions, TheDrawingIsNotChanged)
+{
+    drawing.withLegacyCode(L"EPSG:25832").withGeoData(L"text");
+    giveXrecord(catalogSystem(L"EPSG:25832"));
+    const auto before = drawing.image();
+    ASSERT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(drawing.image(), before);
+}
+
+} // namespace

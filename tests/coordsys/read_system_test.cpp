@@ -1,0 +1,264 @@
+#include "storage/definition_xrecord.h"
+#include "support/coordsys_test.h"
+
+namespace {
+
+using namespace Tests;
+using Embedded::Faults;
+using Embedded::ScopedFault;
+
+constexpr const char* kLoad = "CoordinateReferenceSystemDefinition::Load";
+
+class ReadSystem : public CoordsysTest {
+protected:
+    SystemHolder definition;
+    bool known = true;
+
+    Qeapp::ErrorStatus read() { return Cs::GetCoordinateSystem(definition.put(), &known, database(), &status); }
+    Qeapp::ErrorStatus readWithoutFlag()
+    {
+        return Cs::GetCoordinateSystem(definition.put(), nullptr, database(), &status);
+    }
+    void giveDatumAndEllipsoidOnly()
+    {
+        drawing.withGeoData(joinedTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
+                                         serializedText(catalogEllipsoid(L"EPSG:7019").get(), false)}));
+    }
+};
+
+TEST_F(ReadSystem, DrawingWithNothingStored_GivesNoDefinition)
+{
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_FALSE(definition);
+    EXPECT_FALSE(known);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(ReadSystem, DrawingWithNothingStored_IsNotCheckedAgainstTheCatalog)
+{
+    Faults::watch();
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(timesSeen(kLoad), 0U);
+}
+
+TEST_F(ReadSystem, DrawingWithNothingStored_SetsTheCallersPointerToNull)
+{
+    const SystemHolder other = catalogSystem(L"EPSG:2263");
+    auto* callers = other.get();
+    EXPECT_EQ(Cs::GetCoordinateSystem(callers, nullptr, database()), Qeapp::eOk);
+    EXPECT_EQ(callers, nullptr);
+}
+
+TEST_F(ReadSystem, SystemOfTheCatalog_IsKnown)
+{
+    giveSystem(L"EPSG:25832");
+    known = false;
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_TRUE(known);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(ReadSystem, SystemThatTheCatalogDoesNotHave_IsGivenAndNotKnown)
+{
+    drawing.withGeoData(serializedText(userSystem().get()));
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definition.get()), L"system MINE:1");
+    EXPECT_FALSE(known);
+}
+
+TEST_F(ReadSystem, SystemThatTheCatalogDoesNotHave_ReportsStatus35)
+{
+    drawing.withGeoData(serializedText(userSystem().get()));
+    ASSERT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(status, 35);
+}
+
+TEST_F(ReadSystem, WithoutAFlag_TheCatalogIsNotAsked)
+{
+    drawing.withGeoData(serializedText(userSystem().get()));
+    Faults::watch();
+    EXPECT_EQ(readWithoutFlag(), Qeapp::eOk);
+    EXPECT_EQ(described(definition.get()), L"system MINE:1");
+    EXPECT_EQ(timesSeen(kLoad), 0U);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(ReadSystem, WithoutAStatus_EverythingElseIsFilled)
+{
+    giveSystem(L"EPSG:25832");
+    known = false;
+    EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), &known, database()), Qeapp::eOk);
+    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_TRUE(known);
+}
+
+TEST_F(ReadSystem, DatumAndEllipsoidBeforeTheSystem_ArePassedOver)
+{
+    drawing.withGeoData(joinedTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
+                                     serializedText(catalogEllipsoid(L"EPSG:7019").get(), false),
+                                     serializedText(catalogSystem(L"EPSG:25832").get(), false)}));
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_TRUE(known);
+}
+
+TEST_F(ReadSystem, OfSeveralSystems_TheFirstIsGiven)
+{
+    drawing.withGeoData(
+        joinedTexts({serializedText(catalogSystem(L"EPSG:2263").get()), serializedText(userSystem().get())}));
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definition.get()), L"system EPSG:2263");
+}
+
+TEST_F(ReadSystem, ArrayWithoutASystem_GivesNoDefinition)
+{
+    giveDatumAndEllipsoidOnly();
+    EXPECT_EQ(readWithoutFlag(), Qeapp::eOk);
+    EXPECT_FALSE(definition);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(ReadSystem, ArrayWithoutASystem_IsCheckedUnderNoCodeAndNotKnown)
+{
+    giveDatumAndEllipsoidOnly();
+    Faults::watch();
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(timesSeen(kLoad), 1U);
+    EXPECT_FALSE(definition);
+    EXPECT_FALSE(known);
+    EXPECT_EQ(status, 35);
+}
+
+TEST_F(ReadSystem, LegacyCodeWithXrecord_GivesTheStoredSystem)
+{
+    drawing.withLegacyCode(L"MINE:1").withGeoData(L"not consulted");
+    ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(userSystem().get(), database()), Qeapp::eOk);
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definition.get()), L"system MINE:1");
+    EXPECT_FALSE(known);
+    EXPECT_EQ(status, 35);
+}
+
+TEST_F(ReadSystem, LegacyCodeWithoutXrecord_GivesTheCatalogsSystem)
+{
+    drawing.withLegacyCode(L"EPSG:2263");
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definition.get()), L"system EPSG:2263");
+    EXPECT_TRUE(known);
+}
+
+TEST_F(ReadSystem, LegacyCodeUnknownToXrecordAndCatalog_IsNotApplicable)
+{
+    drawing.withLegacyCode(L"MINE:1");
+    EXPECT_EQ(read(), Qeapp::eNotApplicable);
+    EXPECT_FALSE(definition);
+    EXPECT_FALSE(known);
+    EXPECT_EQ(status, 77);
+}
+
+TEST_F(ReadSystem, FailedReading_SetsTheCallersPointerToNull)
+{
+    drawing.withLegacyCode(L"MINE:1");
+    const SystemHolder other = catalogSystem(L"EPSG:2263");
+    auto* callers = other.get();
+    EXPECT_EQ(Cs::GetCoordinateSystem(callers, nullptr, database()), Qeapp::eNotApplicable);
+    EXPECT_EQ(callers, nullptr);
+}
+
+TEST_F(ReadSystem, UnreadableText_IsInvalidInputAndLeavesTheStatus)
+{
+    drawing.withGeoData(L"no definition at all");
+    EXPECT_EQ(read(), Qeapp::eInvalidInput);
+    EXPECT_FALSE(definition);
+    EXPECT_FALSE(known);
+    EXPECT_EQ(status, 77);
+}
+
+TEST_F(ReadSystem, HostFailure_PassesOnWithStatus52)
+{
+    giveSystem(L"EPSG:25832");
+    const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = 31});
+    EXPECT_EQ(read(), 31);
+    EXPECT_FALSE(known);
+    EXPECT_EQ(status, 52);
+}
+
+TEST_F(ReadSystem, DeprecatedSystem_IsKnown)
+{
+    giveSystem(L"EPSG:3785");
+    known = false;
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_TRUE(known);
+}
+
+TEST_F(ReadSystem, CatalogWithoutMemory_IsOutOfMemoryWithTheDefinitionGiven)
+{
+    giveSystem(L"EPSG:25832");
+    const ScopedFault fault({.call = kLoad, .code = 57});
+    EXPECT_EQ(read(), Qeapp::eOutOfMemory);
+    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_FALSE(known);
+}
+
+TEST_F(ReadSystem, CatalogThatFailsOtherwise_IsInvalidInputWithTheDefinitionGiven)
+{
+    giveSystem(L"EPSG:25832");
+    const ScopedFault fault({.call = kLoad, .code = 46});
+    EXPECT_EQ(read(), Qeapp::eInvalidInput);
+    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_FALSE(known);
+}
+
+// The reading before the check succeeded and reported 0 into the same status; the failed check writes nothing over it,
+// neither 52 nor the status of the library's that made it fail.
+TEST_F(ReadSystem, FailedCatalogCheck_LeavesTheStatusOfTheReading)
+{
+    giveSystem(L"EPSG:25832");
+    for (const int code : {10, 46, 52, 57}) {
+        status = kUntouched;
+        const ScopedFault fault({.call = kLoad, .code = code});
+        EXPECT_NE(read(), Qeapp::eOk) << code;
+        EXPECT_EQ(status, 0) << code;
+    }
+}
+
+TEST_F(ReadSystem, CatalogThatAnswersNotFound_IsNoFailure)
+{
+    giveSystem(L"EPSG:25832");
+    const ScopedFault fault({.call = kLoad, .code = 35});
+    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_FALSE(known);
+    EXPECT_EQ(status, 35);
+}
+
+TEST_F(ReadSystem, FailedCatalogCheckAfterALegacyCode_KeepsTheDefinition)
+{
+    drawing.withLegacyCode(L"EPSG:2263");
+    const ScopedFault fault({.call = kLoad, .occurrence = 2, .code = 44});
+    EXPECT_EQ(read(), Qeapp::eInvalidInput);
+    EXPECT_EQ(described(definition.get()), L"system EPSG:2263");
+}
+
+TEST_F(ReadSystem, SystemWhoseCodeCannotBeRead_IsGivenAndNotKnown)
+{
+    giveSystem(L"EPSG:25832");
+    {
+        const ScopedFault fault({.call = "DefinitionBase::GetCode", .code = {}});
+        EXPECT_EQ(read(), Qeapp::eOk);
+    }
+    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_FALSE(known);
+    EXPECT_EQ(status, 35);
+}
+
+TEST_F(ReadSystem, ArrayThatFailedHalfway_IsReleased)
+{
+    drawing.withLegacyCode(L"EPSG:25832");
+    const ScopedFault fault({.call = "DefinitionBaseArray::Add", .code = {}});
+    EXPECT_EQ(read(), Qeapp::eInvalidInput);
+    EXPECT_FALSE(definition);
+}
+
+} // namespace

@@ -1,0 +1,245 @@
+#include <algorithm>
+
+#include "block_test.h"
+#include "storage/packed_definition.h"
+#include "storage/unusual_definitions.h"
+#include "storage/utf16le.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::Faults;
+using Embedded::ScopedFault;
+
+constexpr std::size_t kLargestTextInBytes = 65536;
+
+class Serialize : public BlockTest {
+protected:
+    const SystemHolder definition = catalogSystem(L"EPSG:25832");
+    HostBlock bytes;
+    int length = 4711;
+
+    Qeapp::ErrorStatus serialize(const SystemHolder& system, QeDb::QeDbDwgVersion version)
+    {
+        return Cs::SerializeCoordinateSystem(system.get(), bytes.put(), length, version, &status);
+    }
+    Qeapp::ErrorStatus serialize(QeDb::QeDbDwgVersion version) { return serialize(definition, version); }
+    Qeapp::ErrorStatus serializeWithFailing(const char* call, int code, QeDb::QeDbDwgVersion version)
+    {
+        const ScopedFault fault({.call = call, .code = code});
+        const Qeapp::ErrorStatus result = serialize(version);
+        EXPECT_GT(Faults::struck(), 0U) << call;
+        return result;
+    }
+    Bytes block() const { return bytes ? Bytes(bytes.get(), bytes.get() + length) : Bytes(); }
+    void expectNoBlock() const
+    {
+        EXPECT_EQ(bytes.get(), nullptr);
+        EXPECT_EQ(length, -1);
+    }
+
+    Bytes packedForm() const
+    {
+        Bytes form;
+        EXPECT_TRUE(Orvel::EncodeDefinitionBytes(definition.get(), form));
+        return form;
+    }
+    /// Of the system alone, with its NUL.
+    Bytes textForm() const { return Orvel::Utf16leBytes(serializedText(definition.get(), false)); }
+
+    /// A user's system whose text takes that many bytes with its NUL.
+    static SystemHolder systemOfTextLength(std::size_t lengthInBytes)
+    {
+        const std::size_t shortest = Orvel::Utf16leBytes(serializedText(namedSystem(1).get(), false)).size();
+        return namedSystem(1 + (lengthInBytes - shortest) / 2);
+    }
+    static SystemHolder namedSystem(std::size_t characters)
+    {
+        UserSystem system;
+        system.name = varied(characters);
+        return system.system();
+    }
+};
+
+TEST_F(Serialize, Version29_GivesThePackedDefinition)
+{
+    EXPECT_EQ(serialize(k29), Qeapp::eOk);
+    EXPECT_EQ(block(), packedForm());
+}
+
+TEST_F(Serialize, Version30_GivesTheTextOfTheSystemAloneWithItsNul)
+{
+    EXPECT_EQ(serialize(k30), Qeapp::eOk);
+    EXPECT_EQ(block(), textForm());
+    EXPECT_EQ(described(deserialized(block())), Texts{L"system EPSG:25832"});
+}
+
+TEST_F(Serialize, Version30_GivesAnEvenLengthAndZerosAtTheEnd)
+{
+    ASSERT_EQ(serialize(k30), Qeapp::eOk);
+    EXPECT_EQ(length % 2, 0);
+    ASSERT_GE(length, 2);
+    EXPECT_EQ(Bytes(bytes.get() + length - 2, bytes.get() + length), (Bytes{0, 0}));
+}
+
+TEST_F(Serialize, EveryVersionBelow30_GivesThePackedDefinition)
+{
+    for (const int version : {-1, 0, 1, 21, 22, 28, 29}) {
+        EXPECT_EQ(serialize(static_cast<QeDb::QeDbDwgVersion>(version)), Qeapp::eOk) << version;
+        EXPECT_EQ(block(), packedForm()) << version;
+    }
+}
+
+TEST_F(Serialize, EveryVersionFrom30_GivesTheText)
+{
+    for (const int version : {30, 31, 33, 34, 1000}) {
+        EXPECT_EQ(serialize(static_cast<QeDb::QeDbDwgVersion>(version)), Qeapp::eOk) << version;
+        EXPECT_EQ(block(), textForm()) << version;
+    }
+}
+
+// A musical clef is one character of Unicode and two units of UTF-16.
+TEST_F(Serialize, TextIsUtf16LittleEndianOnEverySystem)
+{
+    ASSERT_EQ(serialize(userSystem(L"MINE:\u00e9\U0001D11E"), k30), Qeapp::eOk);
+    const Bytes expected{'M', 0, 'I', 0, 'N', 0, 'E', 0, ':', 0, 0xe9, 0x00, 0x34, 0xd8, 0x1e, 0xdd, '"', 0};
+    const Bytes found = block();
+    EXPECT_NE(std::search(found.begin(), found.end(), expected.begin(), expected.end()), found.end());
+}
+
+TEST_F(Serialize, BlockIsAHostBuffer)
+{
+    const long before = Embedded::Audit::now()[Embedded::Held::hostBuffer];
+    ASSERT_EQ(serialize(k29), Qeapp::eOk);
+    EXPECT_EQ(Embedded::Audit::now()[Embedded::Held::hostBuffer], before + 1);
+    qeutDelBuffer(bytes.put());
+    EXPECT_EQ(Embedded::Audit::now()[Embedded::Held::hostBuffer], before);
+}
+
+TEST_F(Serialize, Success_ReportsStatusZero)
+{
+    for (const auto version : {k29, k30}) {
+        status = kUntouched;
+        ASSERT_EQ(serialize(version), Qeapp::eOk);
+        EXPECT_EQ(status, 0) << version;
+    }
+}
+
+TEST_F(Serialize, NeedsNoStatus)
+{
+    for (const auto version : {k29, k30})
+        EXPECT_EQ(Cs::SerializeCoordinateSystem(definition.get(), bytes.put(), length, version), Qeapp::eOk);
+}
+
+TEST_F(Serialize, LeavesTheDefinitionToTheCaller)
+{
+    const std::wstring before = serializedText(definition.get());
+    ASSERT_EQ(serialize(k29), Qeapp::eOk);
+    ASSERT_EQ(serialize(k30), Qeapp::eOk);
+    EXPECT_EQ(serializedText(definition.get()), before);
+}
+
+TEST_F(Serialize, NullDefinition_IsInvalidInputAndTouchesNothing)
+{
+    unsigned char former = 0;
+    for (const auto version : {k29, k30}) {
+        unsigned char* pointer = &former;
+        EXPECT_EQ(Cs::SerializeCoordinateSystem(nullptr, pointer, length, version, &status), Qeapp::eInvalidInput);
+        EXPECT_EQ(pointer, &former);
+        EXPECT_EQ(length, 4711);
+        EXPECT_EQ(status, kUntouched);
+    }
+}
+
+TEST_F(Serialize, FormerPointer_IsForgottenNotFreed)
+{
+    HostBlock former;
+    ASSERT_EQ(qeutNewBuffer(former.put(), 8), Qeapp::eOk);
+    unsigned char* pointer = former.get();
+    EXPECT_EQ(Cs::SerializeCoordinateSystem(definition.get(), pointer, length, k29), Qeapp::eOk);
+    EXPECT_NE(pointer, former.get());
+    bytes.reset(pointer);
+}
+
+TEST_F(Serialize, FormerPointer_IsNullAfterAFailure)
+{
+    unsigned char former = 0;
+    unsigned char* pointer = &former;
+    const ScopedFault fault({.call = "DefinitionStream::Write", .code = 42});
+    EXPECT_EQ(Cs::SerializeCoordinateSystem(definition.get(), pointer, length, k29), Qeapp::eInvalidInput);
+    EXPECT_EQ(pointer, nullptr);
+    EXPECT_EQ(length, -1);
+}
+
+TEST_F(Serialize, TextOf65536Bytes_Fits)
+{
+    ASSERT_EQ(serialize(systemOfTextLength(kLargestTextInBytes), k30), Qeapp::eOk);
+    EXPECT_EQ(length, 65536);
+}
+
+TEST_F(Serialize, TextOf65538Bytes_IsInvalidInputWithTheLibrarysStatus)
+{
+    EXPECT_EQ(serialize(systemOfTextLength(kLargestTextInBytes + 2), k30), Qeapp::eInvalidInput);
+    expectNoBlock();
+    EXPECT_EQ(status, kUntouched);
+}
+
+TEST_F(Serialize, DefinitionTooLongForPacking_IsInvalidInputWithStatus52)
+{
+    EXPECT_EQ(serialize(namedSystem(1100), k29), Qeapp::eInvalidInput);
+    expectNoBlock();
+    EXPECT_EQ(status, 52);
+}
+
+TEST_F(Serialize, DefinitionTooLongForPacking_StillHasItsText)
+{
+    EXPECT_EQ(serialize(namedSystem(1100), k30), Qeapp::eOk);
+}
+
+TEST_F(Serialize, FailingLibraryWhilePacking_IsInvalidInputWithStatus52)
+{
+    for (const char* const call :
+         {"CLSIDFromString", "DefinitionStream::CreateInstance", "DefinitionStream::Add", "DefinitionStream::Write"}) {
+        status = kUntouched;
+        EXPECT_EQ(serializeWithFailing(call, 57, k29), Qeapp::eInvalidInput) << call;
+        expectNoBlock();
+        EXPECT_EQ(status, 52) << call;
+    }
+}
+
+TEST_F(Serialize, FailingLibraryWhileWritingText_IsInvalidInputAndLeavesTheStatus)
+{
+    for (const int code : {10, 42, 52, 57}) {
+        EXPECT_EQ(serializeWithFailing("DefinitionStream::Serialize_s", code, k30), Qeapp::eInvalidInput) << code;
+        expectNoBlock();
+        EXPECT_EQ(status, kUntouched) << code;
+    }
+}
+
+TEST_F(Serialize, HostWithoutABuffer_PassesItsResultOnWithStatus52)
+{
+    for (const auto version : {k29, k30}) {
+        status = kUntouched;
+        EXPECT_EQ(serializeWithFailing("qeutNewBuffer", 999, version), 999);
+        expectNoBlock();
+        EXPECT_EQ(status, 52) << version;
+    }
+}
+
+TEST_F(Serialize, EveryFailingCall_LeavesNoBlock)
+{
+    for (const auto version : {k29, k30}) {
+        Faults::watch();
+        ASSERT_EQ(serialize(version), Qeapp::eOk);
+        const std::size_t calls = Faults::seen().size();
+        ASSERT_GT(calls, 0U);
+        for (std::size_t number = 1; number <= calls; ++number) {
+            const ScopedFault fault({.call = "", .occurrence = number, .code = {}});
+            EXPECT_NE(serialize(version), Qeapp::eOk) << Faults::seen().back();
+            expectNoBlock();
+        }
+    }
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,310 @@
+#include <new>
+#include <optional>
+
+#include "storage/unusual_definitions.h"
+#include "storage_version_test.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::Faults;
+using Embedded::ScopedFault;
+
+/// A result that no host call has for itself.
+constexpr int kPlanned = 999;
+
+class StorageVersionFailures : public StorageVersionTest {
+protected:
+    Qeapp::ErrorStatus applyWithFailing(const char* call, int code, int version, std::size_t occurrence = 1)
+    {
+        const ScopedFault fault({.call = call, .occurrence = occurrence, .code = code});
+        const Qeapp::ErrorStatus result = apply(version);
+        EXPECT_EQ(Faults::struck(), 1U) << call;
+        return result;
+    }
+    /// The operation fails while it reads or clears: the drawing is as it was.
+    void expectUnchanged(const char* call, int version, int expectedStatus)
+    {
+        const auto before = drawing.image();
+        status = kUntouched;
+        EXPECT_EQ(applyWithFailing(call, kPlanned, version), kPlanned) << call;
+        EXPECT_EQ(status, expectedStatus) << call;
+        EXPECT_EQ(drawing.image(), before) << call;
+    }
+};
+
+TEST_F(StorageVersionFailures, NoDatabase_IsResult124AndLeavesTheStatus)
+{
+    EXPECT_EQ(Cs::ApplyCoordinateSystemStorageVersion(nullptr, QeDb::kOldestDwg, &status), 124);
+    EXPECT_EQ(status, kUntouched);
+}
+
+// The code's definition was looked for in vain: the library's status, 35, is not told, and the reading's own local
+// status stays unset.
+TEST_F(StorageVersionFailures, UnknownLegacyCode_IsNotApplicableAndChangesNothing)
+{
+    drawing.withLegacyCode(L"MINE:1");
+    const auto before = drawing.image();
+    for (const int version : {29, 30}) {
+        status = kUntouched;
+        EXPECT_EQ(apply(version), Qeapp::eNotApplicable);
+        EXPECT_EQ(status, 52);
+        EXPECT_EQ(drawing.image(), before);
+    }
+}
+
+TEST_F(StorageVersionFailures, UnreadableText_IsInvalidInputAndChangesNothing)
+{
+    drawing.withGeoData(L"PROJCS[\"not a serialized text\"]");
+    const auto before = drawing.image();
+    for (const int version : {29, 30}) {
+        status = kUntouched;
+        EXPECT_EQ(apply(version), Qeapp::eInvalidInput);
+        EXPECT_EQ(status, 52);
+        EXPECT_EQ(drawing.image(), before);
+    }
+}
+
+// The reading reports 52 into the status that this function follows, so that the caller's is left alone.
+TEST_F(StorageVersionFailures, HostFailureWhileReading_IsPassedOnAndLeavesTheStatus)
+{
+    giveSystem(L"EPSG:25832");
+    for (const int version : {29, 30})
+        expectUnchanged("qedbOpenQeDbObject", version, kUntouched);
+}
+
+TEST_F(StorageVersionFailures, NoMemoryInTheCatalogCheck_IsOutOfMemoryAndChangesNothing)
+{
+    giveSystem(L"EPSG:25832");
+    const auto before = drawing.image();
+    EXPECT_EQ(applyWithFailing("CoordinateReferenceSystemDefinition::Load", 57, 29), Qeapp::eOutOfMemory);
+    EXPECT_EQ(drawing.image(), before);
+}
+
+TEST_F(StorageVersionFailures, FailingCatalogCheck_IsInvalidInputAndChangesNothing)
+{
+    giveSystem(L"EPSG:25832");
+    const auto before = drawing.image();
+    EXPECT_EQ(applyWithFailing("CoordinateReferenceSystemDefinition::Load", 46, 30), Qeapp::eInvalidInput);
+    EXPECT_EQ(drawing.image(), before);
+}
+
+TEST_F(StorageVersionFailures, NoTransaction_IsResult8AndChangesNothing)
+{
+    giveAllForms(L"EPSG:25832");
+    const auto before = drawing.image();
+    for (const int version : {29, 30}) {
+        status = kUntouched;
+        EXPECT_EQ(applyWithFailing("QeDbTransactionManager::startTransaction", kPlanned, version), 8);
+        EXPECT_EQ(status, 52);
+        EXPECT_EQ(drawing.image(), before);
+    }
+}
+
+TEST_F(StorageVersionFailures, FailedRemoval_IsPassedOnWithStatus52AndChangesNothing)
+{
+    giveAllForms(L"EPSG:25832");
+    for (const char* const call : {"QeDbDatabase::getRegAppTable", "QeDbObject::setXData", "QeDbDictionary::remove",
+                                   "QeDbGeoData::setCoordinateSystem", "QeDbTransactionManager::endTransaction"}) {
+        for (const int version : {29, 30})
+            expectUnchanged(call, version, 52);
+    }
+}
+
+// The last library status is the 35 of the catalog check.
+TEST_F(StorageVersionFailures, FailedRemovalOfASystemUnknownToTheCatalog_LeavesTheStatus)
+{
+    giveText(userSystem(L"MINE:1"));
+    expectUnchanged("QeDbGeoData::setCoordinateSystem", 29, kUntouched);
+}
+
+TEST_F(StorageVersionFailures, TextThatCannotBeWritten_LeavesTheDrawingWithoutAForm)
+{
+    giveAllForms(L"EPSG:25832");
+    EXPECT_EQ(applyWithFailing("QeDbGeoData::setCoordinateSystem", kPlanned, 30, 2), kPlanned);
+    EXPECT_EQ(status, 52);
+    expectNoForm();
+}
+
+TEST_F(StorageVersionFailures, TextThatCannotBeSerialized_IsInvalidInputAndLeavesTheStatus)
+{
+    for (const int code : {42, 57}) {
+        giveAllForms(L"EPSG:25832");
+        status = kUntouched;
+        EXPECT_EQ(applyWithFailing("DefinitionStream::Serialize_s", code, 30), Qeapp::eInvalidInput);
+        EXPECT_EQ(status, kUntouched);
+        expectNoForm();
+        drawing = Drawing();
+    }
+}
+
+// Writing the legacy forms begins with status 52, so that a failure leaves the caller's alone.
+TEST_F(StorageVersionFailures, CodeThatCannotBeRead_IsInvalidInputAndLeavesTheDrawingWithoutAForm)
+{
+    giveSystem(L"EPSG:25832");
+    EXPECT_EQ(applyWithFailing("DefinitionBase::GetCode", 52, 29, 2), Qeapp::eInvalidInput);
+    EXPECT_EQ(status, kUntouched);
+    expectNoForm();
+}
+
+TEST_F(StorageVersionFailures, LegacyRecordThatCannotBeWritten_LeavesTheDrawingWithoutAForm)
+{
+    giveSystem(L"EPSG:25832");
+    EXPECT_EQ(applyWithFailing("QeDbObject::setXData", kPlanned, 29, 2), kPlanned);
+    EXPECT_EQ(status, kUntouched);
+    expectNoForm();
+}
+
+TEST_F(StorageVersionFailures, XrecordThatCannotBeWritten_LeavesTheLegacyCodeAlone)
+{
+    for (const char* const call : {"QeDbXrecord::setFromRbChain", "QeDbDictionary::setAt"}) {
+        giveSystem(L"EPSG:25832");
+        status = kUntouched;
+        EXPECT_EQ(applyWithFailing(call, kPlanned, 29), kPlanned) << call;
+        EXPECT_EQ(status, kUntouched) << call;
+        EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}}));
+        EXPECT_EQ(drawing.xrecord(), std::nullopt) << call;
+        EXPECT_EQ(drawing.geoDataText(), L"") << call;
+        drawing = Drawing();
+    }
+}
+
+TEST_F(StorageVersionFailures, SystemTooLongForPacking_IsResult7)
+{
+    UserSystem system;
+    system.name = varied(1100);
+    giveText(system.system());
+    EXPECT_EQ(apply(29), Qeapp::eInvalidResbuf);
+    EXPECT_EQ(status, kUntouched);
+    EXPECT_EQ(drawing.xrecord(), std::nullopt);
+}
+
+TEST_F(StorageVersionFailures, SystemTooLongForPacking_CanBeStoredAsText)
+{
+    UserSystem system;
+    system.name = varied(1100);
+    giveText(system.system());
+    EXPECT_EQ(apply(30), Qeapp::eOk);
+    expectText(system.system());
+}
+
+// From the reading's check, the writing's choice and on: without the catalog the drawing's own definition is written.
+TEST_F(StorageVersionFailures, CatalogThatFailsOnWriting_LeavesTheDrawingsOwnDefinition)
+{
+    const SystemHolder own = userSystem(L"EPSG:25832");
+    for (const int code : {35, 46, 57}) {
+        giveText(own);
+        EXPECT_EQ(applyWithFailing("CoordinateReferenceSystemDefinition::Load", code, 29, 2), Qeapp::eOk);
+        EXPECT_EQ(status, 0);
+        expectLegacyForms(L"EPSG:25832", own);
+        drawing = Drawing();
+    }
+}
+
+TEST_F(StorageVersionFailures, WktThatCannotBeMade_IsNoFailure)
+{
+    giveSystem(L"EPSG:25832");
+    EXPECT_EQ(applyWithFailing("FormatConverter::DefinitionToWkt_s", 42, 29), Qeapp::eOk);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(drawing.xrecord(), xrecordOf(catalogSystem(L"EPSG:25832")));
+    EXPECT_EQ(drawing.geoDataText(), L"");
+}
+
+TEST_F(StorageVersionFailures, WktThatCannotBeWritten_IsNoFailure)
+{
+    giveSystem(L"EPSG:25832");
+    EXPECT_EQ(applyWithFailing("QeDbGeoData::setCoordinateSystem", kPlanned, 29, 2), Qeapp::eOk);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}}));
+    EXPECT_EQ(drawing.geoDataText(), L"");
+}
+
+/// Each platform call of the operation failing, one after the other, on a drawing made anew each time.
+class EachFailingCall : public StorageVersionTest {
+protected:
+    using Outcome = std::optional<Qeapp::ErrorStatus>; // nothing: std::bad_alloc
+
+    Outcome applyAndCatch(int version)
+    {
+        try {
+            return apply(version);
+        } catch (const std::bad_alloc&) {
+            return std::nullopt;
+        }
+    }
+
+    /// Until the operation makes no further call. `give` fills the drawing.
+    template <class Give>
+    void failEachCall(int version, const Give& give)
+    {
+        std::size_t number = 1;
+        for (; failCall(number, version, give); ++number) {
+        }
+        EXPECT_GT(number, 10U);
+    }
+
+    template <class Give>
+    bool failCall(std::size_t number, int version, const Give& give)
+    {
+        drawing = Drawing();
+        give();
+        const auto before = drawing.image();
+        const auto held = Embedded::Audit::now();
+        status = kUntouched;
+        Faults::arm({.call = "", .occurrence = number, .code = {}});
+        const Outcome outcome = applyAndCatch(version);
+        Faults::disarm();
+        if (Faults::struck() == 0)
+            return false;
+        SCOPED_TRACE("call " + std::to_string(number) + ", " + Faults::seen().at(number - 1));
+        EXPECT_EQ(Embedded::Audit::difference(held, Embedded::Audit::now()), "");
+        EXPECT_EQ(log, Notices());
+        expectRule(outcome, version, before);
+        return true;
+    }
+
+    /// Success reports 0; a failure either came before the removal was committed, or left at most the legacy code.
+    void expectRule(Outcome outcome, int version, const Embedded::DrawingImage& before) const
+    {
+        if (outcome == Qeapp::eOk) {
+            EXPECT_EQ(status, 0);
+            return;
+        }
+        if (outcome) {
+            EXPECT_TRUE(status == kUntouched || status == 52) << status;
+        }
+        if (drawing.image() == before)
+            return;
+        EXPECT_EQ(drawing.geoDataText().value_or(L""), L"");
+        EXPECT_EQ(drawing.xrecord(), std::nullopt);
+        EXPECT_TRUE(version < 30 || !drawing.legacyChain());
+    }
+};
+
+TEST_F(EachFailingCall, FromTextToTheLegacyForms)
+{
+    failEachCall(29, [this] { giveSystem(L"EPSG:25832"); });
+}
+
+TEST_F(EachFailingCall, FromAllFormsToTheLegacyForms)
+{
+    failEachCall(29, [this] { giveAllForms(L"EPSG:25832"); });
+}
+
+TEST_F(EachFailingCall, FromAllFormsToText)
+{
+    failEachCall(30, [this] { giveAllForms(L"EPSG:25832"); });
+}
+
+TEST_F(EachFailingCall, FromALegacyCodeAloneToText)
+{
+    failEachCall(33, [this] { drawing.withLegacyCode(L"EPSG:25832"); });
+}
+
+TEST_F(EachFailingCall, FromNothingToNothing)
+{
+    failEachCall(29, [] {});
+}
+
+} // namespace
+} // namespace Tests

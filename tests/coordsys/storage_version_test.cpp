@@ -1,0 +1,239 @@
+#include <algorithm>
+
+#include "storage_version_test.h"
+
+namespace Tests {
+namespace {
+
+using StorageVersion = StorageVersionTest;
+
+TEST_F(StorageVersion, Version29_WritesTheLegacyForms)
+{
+    giveSystem(L"EPSG:25832");
+    EXPECT_EQ(apply(29), Qeapp::eOk);
+    expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
+}
+
+TEST_F(StorageVersion, Version30_WritesTheTextWithDatumAndEllipsoid)
+{
+    giveAllForms(L"EPSG:25832");
+    EXPECT_EQ(apply(30), Qeapp::eOk);
+    expectText(catalogSystem(L"EPSG:25832"));
+}
+
+TEST_F(StorageVersion, EveryVersionBelow30_WritesTheLegacyForms)
+{
+    for (const int version : {-1, 0, 21, 22, 28, 29}) {
+        SCOPED_TRACE(version);
+        giveSystem(L"EPSG:25832");
+        EXPECT_EQ(apply(version), Qeapp::eOk);
+        expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
+        drawing = Drawing();
+    }
+}
+
+TEST_F(StorageVersion, EveryVersionFrom30_WritesTheText)
+{
+    for (const int version : {30, 31, 33, 34, 1000}) {
+        SCOPED_TRACE(version);
+        giveAllForms(L"EPSG:25832");
+        EXPECT_EQ(apply(version), Qeapp::eOk);
+        expectText(catalogSystem(L"EPSG:25832"));
+        drawing = Drawing();
+    }
+}
+
+TEST_F(StorageVersion, ThereAndBack_GivesTheSameText)
+{
+    for (const wchar_t* const code : {L"EPSG:25832", L"EPSG:4326", L"EPSG:4979", L"EPSG:7415", L"LOCAL:METRE"}) {
+        giveSystem(code);
+        EXPECT_EQ(apply(29), Qeapp::eOk);
+        expectLegacyForms(code, catalogSystem(code));
+        EXPECT_EQ(apply(33), Qeapp::eOk);
+        expectText(catalogSystem(code));
+        drawing = Drawing();
+    }
+}
+
+TEST_F(StorageVersion, TheSameVersionTwice_GivesTheSameForms)
+{
+    giveSystem(L"EPSG:25832");
+    for (const int version : {29, 29, 30, 30})
+        ASSERT_EQ(apply(version), Qeapp::eOk);
+    expectText(catalogSystem(L"EPSG:25832"));
+    for (const int version : {29, 29})
+        ASSERT_EQ(apply(version), Qeapp::eOk);
+    expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
+}
+
+TEST_F(StorageVersion, LegacyCodeAlone_BecomesText)
+{
+    drawing.withLegacyCode(L"EPSG:25832");
+    EXPECT_EQ(apply(30), Qeapp::eOk);
+    expectText(catalogSystem(L"EPSG:25832"));
+}
+
+TEST_F(StorageVersion, LegacyCodeAlone_BecomesAllLegacyForms)
+{
+    drawing.withLegacyCode(L"EPSG:25832");
+    EXPECT_EQ(apply(29), Qeapp::eOk);
+    expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
+}
+
+TEST_F(StorageVersion, LegacyCode_DecidesOverTheText)
+{
+    giveSystem(L"EPSG:2263");
+    drawing.withLegacyCode(L"EPSG:25832");
+    EXPECT_EQ(apply(30), Qeapp::eOk);
+    expectText(catalogSystem(L"EPSG:25832"));
+}
+
+TEST_F(StorageVersion, LegacyCodeThatSaysNone_LeavesTheTextToDecide)
+{
+    giveSystem(L"EPSG:2263");
+    drawing.withLegacyCode(L".");
+    EXPECT_EQ(apply(30), Qeapp::eOk);
+    expectText(catalogSystem(L"EPSG:2263"));
+}
+
+TEST_F(StorageVersion, LocalSystem_HasAnXrecordOfOneDefinition)
+{
+    giveSystem(L"LOCAL:METRE");
+    EXPECT_EQ(apply(29), Qeapp::eOk);
+    expectLegacyForms(L"LOCAL:METRE", catalogSystem(L"LOCAL:METRE"));
+    const Items chain = drawing.xrecord().value_or(Items());
+    EXPECT_EQ(std::ranges::count(chain, Item{1002, L"{"}), 1);
+}
+
+TEST_F(StorageVersion, GeographicSystem_HasAnXrecordOfThreeDefinitions)
+{
+    giveSystem(L"EPSG:4326");
+    EXPECT_EQ(apply(29), Qeapp::eOk);
+    const Items chain = drawing.xrecord().value_or(Items());
+    EXPECT_EQ(std::ranges::count(chain, Item{1002, L"{"}), 3);
+}
+
+TEST_F(StorageVersion, UserDefinedSystem_SurvivesBothForms)
+{
+    const SystemHolder own = userSystem(L"MINE:1");
+    giveText(own);
+    EXPECT_EQ(apply(29), Qeapp::eOk);
+    expectLegacyForms(L"MINE:1", own);
+    EXPECT_EQ(apply(30), Qeapp::eOk);
+    expectText(own);
+}
+
+// Readers of the older forms compare with their own catalog.
+TEST_F(StorageVersion, LegacyForms_HoldTheCatalogsDefinitionOfTheCode)
+{
+    giveText(userSystem(L"EPSG:25832"));
+    EXPECT_EQ(apply(29), Qeapp::eOk);
+    expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
+}
+
+TEST_F(StorageVersion, Text_HoldsTheDrawingsOwnDefinitionOfTheCode)
+{
+    const SystemHolder own = userSystem(L"EPSG:25832");
+    giveText(own);
+    EXPECT_EQ(apply(33), Qeapp::eOk);
+    expectText(own);
+}
+
+TEST_F(StorageVersion, DrawingWithoutASystem_IsGivenNoForm)
+{
+    for (const int version : {21, 29, 30, 33}) {
+        status = kUntouched;
+        EXPECT_EQ(apply(version), Qeapp::eOk) << version;
+        EXPECT_EQ(drawing.geoDataText(), std::nullopt) << version;
+        EXPECT_EQ(drawing.legacyChain(), std::nullopt) << version;
+        EXPECT_EQ(drawing.xrecord(), std::nullopt) << version;
+        EXPECT_EQ(status, 0) << version;
+    }
+}
+
+TEST_F(StorageVersion, DrawingWithoutASystem_IsClearedOfTracesOfOne)
+{
+    drawing.withLegacyCode(L".").withGeoData(L"").withXrecord({{1071, 1}});
+    EXPECT_EQ(apply(29), Qeapp::eOk);
+    EXPECT_EQ(drawing.legacyChain(), std::nullopt);
+    EXPECT_EQ(drawing.xrecord(), std::nullopt);
+    EXPECT_EQ(drawing.geoDataText(), L"");
+}
+
+// The reading found definitions, and looked in the catalog for the code of a system that is not among them.
+TEST_F(StorageVersion, TextWithoutASystem_IsRemovedWithStatus35)
+{
+    for (const int version : {29, 30}) {
+        drawing.withGeoData(serializedText(catalogDatum(L"EPSG:6258").get()));
+        status = kUntouched;
+        EXPECT_EQ(apply(version), Qeapp::eOk);
+        EXPECT_EQ(status, 35);
+        expectNoForm();
+        drawing = Drawing();
+    }
+}
+
+TEST_F(StorageVersion, OtherContents_StayAsTheyAre)
+{
+    giveSystem(L"EPSG:25832");
+    drawing.withXrecord({{300, L"mine"}}, L"OTHER").withDictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG");
+    ASSERT_EQ(apply(29), Qeapp::eOk);
+    ASSERT_EQ(apply(33), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(L"OTHER"), (Items{{300, L"mine"}}));
+    EXPECT_EQ(drawing.database()->drawingVersion(), QeDb::kCurrentDwg) << "the host's own affair";
+}
+
+TEST_F(StorageVersion, Success_ReportsStatusZero)
+{
+    giveSystem(L"EPSG:25832");
+    for (const int version : {29, 30}) {
+        status = kUntouched;
+        ASSERT_EQ(apply(version), Qeapp::eOk);
+        EXPECT_EQ(status, 0) << version;
+    }
+}
+
+// Reading such a system recorded 35, and writing it recorded 0.
+TEST_F(StorageVersion, SuccessWithASystemUnknownToTheCatalog_ReportsStatusZero)
+{
+    giveText(userSystem(L"MINE:1"));
+    for (const int version : {29, 30}) {
+        status = kUntouched;
+        ASSERT_EQ(apply(version), Qeapp::eOk);
+        EXPECT_EQ(status, 0) << version;
+    }
+}
+
+// Its WKT is WKT 2, with a status of its own on the way.
+TEST_F(StorageVersion, SuccessWithWktThatIsInexact_ReportsStatusZero)
+{
+    giveSystem(L"EPSG:4979");
+    ASSERT_EQ(apply(29), Qeapp::eOk);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(StorageVersion, NeedsNoStatus)
+{
+    giveSystem(L"EPSG:25832");
+    for (const auto version : {QeDb::kOldestDwg, QeDb::kCurrentDwg})
+        EXPECT_EQ(Cs::ApplyCoordinateSystemStorageVersion(database(), version), Qeapp::eOk);
+}
+
+TEST_F(StorageVersion, NoReactorIsTold)
+{
+    giveSystem(L"EPSG:25832");
+    for (const int version : {29, 30})
+        ASSERT_EQ(apply(version), Qeapp::eOk);
+    EXPECT_EQ(log, Notices());
+}
+
+TEST_F(StorageVersion, NoReactorIsAsked)
+{
+    giveSystem(L"EPSG:25832");
+    reactor.answer = [](const Notice&) { return false; };
+    EXPECT_EQ(apply(29), Qeapp::eOk);
+    expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "embedded/foundation/audit.h"
+#include "embedded/foundation/faults.h"
+
+namespace {
+
+using namespace Embedded;
+using Calls = std::vector<std::string>;
+
+TEST(Audit, TheDifferenceNamesWhatIsHeldBeyond)
+{
+    const AuditCounts before = Audit::now();
+    Audit::add(Held::openObject, 2);
+    Audit::add(Held::resbuf);
+    EXPECT_EQ(Audit::difference(before, Audit::now()), "2 open objects, 1 resbuf");
+    Audit::remove(Held::openObject, 2);
+    Audit::remove(Held::resbuf);
+    EXPECT_EQ(Audit::difference(before, Audit::now()), "");
+}
+
+TEST(Faults, NothingFailsUnlessArmed)
+{
+    Faults::disarm();
+    EXPECT_EQ(Faults::strike("call", 7), std::nullopt);
+}
+
+TEST(Faults, TheNthCallFailsOnce)
+{
+    const ScopedFault fault({.call = {}, .occurrence = 2, .code = {}});
+    EXPECT_EQ(Faults::strike("first", 7), std::nullopt);
+    EXPECT_EQ(Faults::strike("second", 7), 7);
+    EXPECT_EQ(Faults::strike("third", 7), std::nullopt);
+    EXPECT_EQ(Faults::struck(), 1U);
+    EXPECT_EQ(Faults::seen(), (Calls{"first", "second", "third"}));
+}
+
+TEST(Faults, FromTheNthCallOnAllFail)
+{
+    const ScopedFault fault({.call = {}, .occurrence = 2, .fromThenOn = true, .code = {}});
+    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
+    EXPECT_EQ(Faults::strike("b", 7), 7);
+    EXPECT_EQ(Faults::strike("c", 8), 8);
+    EXPECT_EQ(Faults::struck(), 2U);
+}
+
+TEST(Faults, OnlyTheNamedCallIsCountedAndFailed)
+{
+    const ScopedFault fault({.call = "b", .occurrence = 2, .code = 99});
+    EXPECT_EQ(Faults::strike("b", 7), std::nullopt);
+    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
+    EXPECT_EQ(Faults::strike("b", 7), 99);
+}
+
+TEST(Faults, WatchingRecordsAndFailsNothing)
+{
+    Faults::watch();
+    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
+    Faults::disarm();
+    EXPECT_EQ(Faults::strike("unseen", 7), std::nullopt);
+    EXPECT_EQ(Faults::seen(), Calls{"a"});
+    EXPECT_EQ(Faults::struck(), 0U);
+}
+
+} // namespace

@@ -1,0 +1,220 @@
+#include "frame/decomposition_reactor.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "embedded/host/decomposition_run.h"
+#include "frame_test.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::ScopedFault;
+
+constexpr auto k29 = static_cast<QeDb::QeDbDwgVersion>(29);
+constexpr auto k30 = static_cast<QeDb::QeDbDwgVersion>(30);
+
+/// A result that no host call has for itself.
+constexpr auto kPlanned = static_cast<Qeapp::ErrorStatus>(77);
+
+/// Writes down what is recorded, and answers as the test tells it.
+class Errors final : public QeDbSaveErrorRecorder {
+public:
+    std::vector<int> codes;
+    Qeapp::ErrorStatus answer = Qeapp::eOk;
+
+    Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code) override
+    {
+        codes.push_back(code);
+        return answer;
+    }
+};
+
+class Messages final : public QeDbSaveErrorMessageRecorder {
+public:
+    struct Entry {
+        int code = 0;
+        std::optional<std::wstring> message;
+        friend bool operator==(const Entry&, const Entry&) = default;
+    };
+    std::vector<Entry> entries;
+    Qeapp::ErrorStatus answer = Qeapp::eOk;
+
+    Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code, const wchar_t* message) override
+    {
+        entries.push_back({code, message != nullptr ? std::optional<std::wstring>(message) : std::nullopt});
+        return answer;
+    }
+};
+
+class DecompositionReactor : public FrameTest {
+protected:
+    Drawing drawing;
+    OrvelCoordsysCoreDecompositionReactor reactor;
+    Errors errors;
+    Messages messages;
+
+    void giveSystem() { drawing.withGeoData(serializedText(catalogSystem(L"EPSG:25832").get())); }
+    /// A code that neither the drawing nor the catalog can define: the conversion ends with eNotApplicable.
+    void giveUnknownCode() { drawing.withLegacyCode(L"MINE:1"); }
+
+    Qeapp::ErrorStatus decompose(QeDb::QeDbDwgVersion version)
+    {
+        return reactor.decomposeForSave(drawing.database(), version, &errors, &messages);
+    }
+    void expectNothingRecorded() const
+    {
+        EXPECT_TRUE(errors.codes.empty());
+        EXPECT_TRUE(messages.entries.empty());
+    }
+};
+
+TEST_F(DecompositionReactor, Version29_GetsTheLegacyForms)
+{
+    giveSystem();
+    EXPECT_EQ(decompose(k29), Qeapp::eOk);
+    EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}}));
+    EXPECT_TRUE(drawing.xrecord().has_value());
+    EXPECT_TRUE(drawing.geoDataText().value_or(L"").starts_with(L"PROJCS["));
+    expectNothingRecorded();
+}
+
+TEST_F(DecompositionReactor, Version30_GetsTheGeoDataTextAlone)
+{
+    giveSystem();
+    const std::wstring text = drawing.geoDataText().value_or(L"");
+    ASSERT_EQ(decompose(k29), Qeapp::eOk);
+    EXPECT_EQ(decompose(k30), Qeapp::eOk);
+    EXPECT_EQ(drawing.geoDataText(), text);
+    EXPECT_EQ(drawing.legacyChain(), std::nullopt);
+    EXPECT_EQ(drawing.xrecord(), std::nullopt);
+    expectNothingRecorded();
+}
+
+TEST_F(DecompositionReactor, OldestAndNewestVersions_AreServedAsTheirNeighbours)
+{
+    giveSystem();
+    EXPECT_EQ(decompose(QeDb::kOldestDwg), Qeapp::eOk);
+    EXPECT_TRUE(drawing.xrecord().has_value());
+    EXPECT_EQ(decompose(QeDb::kCurrentDwg), Qeapp::eOk);
+    EXPECT_FALSE(drawing.xrecord().has_value());
+}
+
+TEST_F(DecompositionReactor, DrawingWithoutASystem_SavesWithoutErrorAtAnyVersion)
+{
+    for (int version = QeDb::kOldestDwg; version <= QeDb::kCurrentDwg; ++version) {
+        EXPECT_EQ(decompose(static_cast<QeDb::QeDbDwgVersion>(version)), Qeapp::eOk) << version;
+        EXPECT_EQ(drawing.legacyChain(), std::nullopt) << version;
+        EXPECT_EQ(drawing.xrecord(), std::nullopt) << version;
+        EXPECT_EQ(drawing.geoDataText(), std::nullopt) << version;
+    }
+    expectNothingRecorded();
+}
+
+TEST_F(DecompositionReactor, NoDatabase_IsTheWorkingOne)
+{
+    auto* const document = Embedded::openDocument(std::make_unique<QeDbDatabase>());
+    EXPECT_EQ(reactor.decomposeForSave(nullptr, k29, nullptr, nullptr), Qeapp::eOk);
+    EXPECT_EQ(Embedded::closeDocument(document), Qeapp::eOk);
+    EXPECT_EQ(reactor.decomposeForSave(nullptr, k29, nullptr, nullptr), 124);
+}
+
+TEST_F(DecompositionReactor, Success_NeedsNoRecorder)
+{
+    giveSystem();
+    EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, nullptr), Qeapp::eOk);
+}
+
+TEST_F(DecompositionReactor, Failure_IsRecordedWithTheFirstRecorderAlone)
+{
+    giveUnknownCode();
+    EXPECT_EQ(decompose(k29), Qeapp::eOk) << "what the recording answered";
+    EXPECT_EQ(errors.codes, std::vector<int>{2});
+    EXPECT_TRUE(messages.entries.empty());
+}
+
+TEST_F(DecompositionReactor, Failure_IsAnsweredWithTheFirstRecordersAnswer)
+{
+    giveUnknownCode();
+    errors.answer = kPlanned;
+    EXPECT_EQ(decompose(k29), kPlanned);
+}
+
+TEST_F(DecompositionReactor, FailureWithTheFirstRecorderOnly_IsRecordedThere)
+{
+    giveUnknownCode();
+    EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k30, &errors, nullptr), Qeapp::eOk);
+    EXPECT_EQ(errors.codes, std::vector<int>{2});
+}
+
+TEST_F(DecompositionReactor, FailureWithTheSecondRecorderOnly_IsRecordedWithTheEmptyMessage)
+{
+    giveUnknownCode();
+    EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, &messages), Qeapp::eOk);
+    EXPECT_EQ(messages.entries, (std::vector<Messages::Entry>{{2, L""}}));
+}
+
+TEST_F(DecompositionReactor, FailureWithTheSecondRecorderOnly_IsAnsweredWithItsAnswer)
+{
+    giveUnknownCode();
+    messages.answer = kPlanned;
+    EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, &messages), kPlanned);
+}
+
+TEST_F(DecompositionReactor, FailureWithoutARecorder_IsTheResult)
+{
+    giveUnknownCode();
+    EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, nullptr), 2);
+}
+
+TEST_F(DecompositionReactor, HostResult_IsRecordedAsItIs)
+{
+    giveSystem();
+    const ScopedFault fault({.call = "QeDbObject::setXData", .occurrence = 2, .code = kPlanned});
+    EXPECT_EQ(decompose(k29), Qeapp::eOk);
+    EXPECT_EQ(errors.codes, std::vector<int>{77});
+}
+
+/// The reactor as the module registers it, asked by the host's own save.
+class RegisteredReactor : public DecompositionReactor {
+protected:
+    void SetUp() override { ASSERT_EQ(orvelApplication().load(), Qeapp::eOk); }
+};
+
+TEST_F(RegisteredReactor, IsAskedThroughTheManager)
+{
+    giveSystem();
+    Embedded::DecompositionRun run(*drawing.database(), k29);
+    ASSERT_EQ(run.status(), Qeapp::eOk) << run.message();
+    run.complete();
+    EXPECT_TRUE(drawing.xrecord().has_value());
+}
+
+TEST_F(RegisteredReactor, FailureStopsTheSaveAndIsUndone)
+{
+    giveUnknownCode();
+    const auto before = drawing.image();
+    const Embedded::DecompositionRun run(*drawing.database(), k29);
+    EXPECT_EQ(run.status(), Qeapp::eNotApplicable);
+    EXPECT_EQ(drawing.image(), before);
+}
+
+TEST_F(RegisteredReactor, SecondLoad_DoesNotConvertTwice)
+{
+    ASSERT_EQ(orvelApplication().load(), Qeapp::eOk);
+    giveSystem();
+    const auto calls = callsOf([&] { Embedded::DecompositionRun(*drawing.database(), k29).complete(); });
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "DefinitionStream::Deserialize_s"), 1);
+}
+
+TEST_F(RegisteredReactor, AfterUnload_NobodyConverts)
+{
+    ASSERT_EQ(orvelApplication().unload(), Qeapp::eOk);
+    giveSystem();
+    const auto before = drawing.image();
+    Embedded::DecompositionRun(*drawing.database(), k29).complete();
+    EXPECT_EQ(drawing.image(), before);
+}
+
+} // namespace
+} // namespace Tests

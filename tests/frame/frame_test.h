@@ -1,0 +1,41 @@
+// The fixture of the module's life: a drawing, and an application object that is unloaded at the end of each test.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "embedded/foundation/faults.h"
+#include "embedded/host/application.h"
+#include "frame/application.h"
+#include "frame/entry_point.h"
+#include "support/drawing.h"
+#include "support/library_definitions.h"
+#include "support/platform_test.h"
+
+namespace Tests {
+
+class FrameTest : public PlatformTest {
+protected:
+    ~FrameTest() override
+    {
+        Embedded::Faults::disarm();
+        Embedded::setHostParts({});
+        EXPECT_EQ(orvelApplication().unload(), Qeapp::eOk);
+    }
+
+    static long registeredReactors() { return Embedded::Audit::now()[Embedded::Held::decompositionReactor]; }
+    static void takeDecompositionManagerAway() { Embedded::setHostParts({.decompositionManager = false}); }
+    static void giveDecompositionManagerBack() { Embedded::setHostParts({}); }
+};
+
+/// The fallible platform calls that the operation makes.
+template <class Operation>
+std::vector<std::string> callsOf(const Operation& operation)
+{
+    Embedded::Faults::watch();
+    operation();
+    Embedded::Faults::disarm();
+    return Embedded::Faults::seen();
+}
+
+} // namespace Tests

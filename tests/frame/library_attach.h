@@ -1,0 +1,15 @@
+// The module's per-library entry, which the system calls and no header declares.
+#pragma once
+
+#include "platform/windows.h"
+
+extern "C" BOOL WINAPI DllMain(HMODULE module, DWORD reason, void* reserved);
+
+namespace Tests {
+
+inline constexpr DWORD kProcessDetach = 0;
+inline constexpr DWORD kProcessAttach = 1;
+inline constexpr DWORD kThreadAttach = 2;
+inline constexpr DWORD kThreadDetach = 3;
+
+} // namespace Tests

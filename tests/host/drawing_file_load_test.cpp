@@ -1,0 +1,139 @@
+// Opening drawing files.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "drawing_file_child_process.h"
+#include "drawing_file_samples.h"
+#include "drawing_file_temporary_folder.h"
+#include "embedded/foundation/faults.h"
+#include "embedded/host/drawing_file.h"
+#include "support/platform_test.h"
+
+namespace Tests {
+namespace {
+
+using namespace Embedded;
+namespace fs = std::filesystem;
+
+class DrawingFileLoad : public PlatformTest {
+protected:
+    void expectRefusal(const fs::path& path, Qeapp::ErrorStatus status, const std::string& reason)
+    {
+        auto database = std::make_unique<QeDbDatabase>();
+        const FileResult result = loadDrawing(path, database);
+        EXPECT_EQ(result.status, status);
+        EXPECT_EQ(result.message.substr(0, path.string().size() + 2 + reason.size()), path.string() + ": " + reason);
+        EXPECT_EQ(database, nullptr);
+    }
+    void expectRefusalOf(const std::string& text, Qeapp::ErrorStatus status, const std::string& reason)
+    {
+        put(file, text);
+        expectRefusal(file, status, reason);
+        EXPECT_EQ(contentsOf(file), text) << "touched by the attempt";
+    }
+
+    TemporaryFolder folder;
+    fs::path file = folder.path() / "a.qedb";
+};
+
+TEST_F(DrawingFileLoad, TheExample_BecomesItsDrawing)
+{
+    put(file, exampleText());
+    std::unique_ptr<QeDbDatabase> database;
+    const FileResult result = loadDrawing(file, database);
+    ASSERT_EQ(result.status, Qeapp::eOk) << result.message;
+    EXPECT_EQ(database->drawingVersion(), 29);
+    EXPECT_EQ(imageOf(*database), exampleImage());
+}
+
+TEST_F(DrawingFileLoad, AMissingFile_IsNotFound)
+{
+    expectRefusal(file, Qeapp::eFileNotFound, "No such file or directory");
+}
+
+TEST_F(DrawingFileLoad, APlaceBelowAFile_IsNotFound)
+{
+    put(file, "text");
+    expectRefusal(file / "b.qedb", Qeapp::eFileNotFound, "Not a directory");
+}
+
+TEST_F(DrawingFileLoad, ALinkToNothing_IsNotFound)
+{
+    fs::create_symlink("missing", file);
+    expectRefusal(file, Qeapp::eFileNotFound, "No such file or directory");
+}
+
+TEST_F(DrawingFileLoad, AFileThatMayNotBeRead_IsNotFound)
+{
+    put(file, exampleText());
+    ASSERT_EQ(::chmod(file.c_str(), 0), 0);
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+    const std::string answer = answerAsOrdinaryUser([this] {
+        std::unique_ptr<QeDbDatabase> database;
+        const FileResult result = loadDrawing(file, database);
+        return std::to_string(result.status) + " " + result.message;
+    });
+    EXPECT_EQ(answer, "50 " + file.string() + ": Permission denied");
+}
+
+TEST_F(DrawingFileLoad, AFolder_IsNoDrawing)
+{
+    expectRefusal(folder.path(), Qeapp::eFileDamaged, "is a folder");
+}
+
+TEST_F(DrawingFileLoad, APipe_IsNoDrawingAndIsNotWaitedFor)
+{
+    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+    expectRefusal(file, Qeapp::eFileDamaged, "is not a regular file");
+}
+
+TEST_F(DrawingFileLoad, AnEmptyFile_IsDamaged)
+{
+    expectRefusalOf("", Qeapp::eFileDamaged, "line 1, byte 1: ");
+}
+
+TEST_F(DrawingFileLoad, ATruncatedFile_IsDamagedAndStaysAsItIs)
+{
+    expectRefusalOf(exampleText().substr(0, 300), Qeapp::eFileDamaged, "line 12, byte 301: ");
+}
+
+TEST_F(DrawingFileLoad, ADamagedFile_IsRefusedWithThePlaceAndStaysAsItIs)
+{
+    expectRefusalOf(edited(exampleText(), R"("id": "8")", R"("id": "9")"), Qeapp::eFileDamaged,
+                    "objects[6].entries[0].id: 9 names no object");
+}
+
+TEST_F(DrawingFileLoad, AFileOfANewerFormat_IsRefusedAndStaysAsItIs)
+{
+    expectRefusalOf(edited(exampleText(), R"("formatVersion": 1)", R"("formatVersion": 2)"), Qeapp::eFileTooNew,
+                    "formatVersion: 2 is newer than this program, which understands 1");
+}
+
+TEST_F(DrawingFileLoad, OneGibibyteAndAByte_IsTooLarge)
+{
+    put(file, "{");
+    fs::resize_file(file, kLargestDrawingFileInBytes + 1);
+    expectRefusal(file, Qeapp::eFileTooLarge, "larger than the 1073741824 bytes that are read");
+    EXPECT_EQ(fs::file_size(file), kLargestDrawingFileInBytes + 1);
+}
+
+TEST_F(DrawingFileLoad, NulsAfterTheDocument_AreDamage)
+{
+    put(file, exampleText());
+    fs::resize_file(file, 10'000'000);
+    expectRefusal(file, Qeapp::eFileDamaged, "line 44, byte ");
+}
+
+TEST_F(DrawingFileLoad, APlannedFailure_IsTheResult)
+{
+    put(file, exampleText());
+    const ScopedFault fault({.call = "readWholeFile", .code = Qeapp::eOutOfMemory});
+    expectRefusal(file, Qeapp::eOutOfMemory, "Input/output error");
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,14 @@
+// The values of the drawing model as resbufs, and back.
+#pragma once
+
+#include "host/drawing_model.h"
+#include "host/drawing_test.h"
+
+namespace Tests {
+
+/// A new chain; each value is made from its number in the way of its group code.
+resbuf* chainOf(const DrawingModel::Values& values);
+/// The numbers that the values of the chain were made from.
+DrawingModel::Values valuesOf(const resbuf* chain);
+
+} // namespace Tests

@@ -1,0 +1,9 @@
+// A shared library that has nothing of a module.
+#include "platform/export.h"
+
+extern "C" PLATFORM_EXPORT int unrelated();
+
+int unrelated()
+{
+    return 0;
+}

@@ -1,0 +1,233 @@
+#include <fstream>
+#include <iterator>
+
+#include "embedded/foundation/faults.h"
+#include "embedded/host/drawing_file.h"
+#include "module_test.h"
+#include "support/drawing.h"
+#include "support/library_definitions.h"
+#include "support/temporary_folder.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::FileResult;
+using Embedded::ScopedFault;
+
+/// The host's save with the module loaded: drawings in files, converted on their way there.
+class ConvertingSave : public ModuleTest {
+protected:
+    TemporaryFolder folder;
+    std::filesystem::path file = folder.path() / "drawing.qedb";
+    Drawing drawing;
+    const std::wstring text = serializedText(catalogSystem(L"EPSG:25832").get());
+
+    void SetUp() override
+    {
+        load();
+        drawing.withGeoData(text);
+    }
+
+    static FileResult save(const Drawing& saved, const std::filesystem::path& target, int version)
+    {
+        return Embedded::saveDrawing(*saved.database(), target, static_cast<QeDb::QeDbDwgVersion>(version));
+    }
+    FileResult save(int version) const { return save(drawing, file, version); }
+    void saveWell(int version) const
+    {
+        const FileResult result = save(version);
+        ASSERT_EQ(result.status, Qeapp::eOk) << result.message;
+    }
+    std::string fileContents() const
+    {
+        std::ifstream stream(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+    std::size_t filesInFolder() const
+    {
+        const std::filesystem::directory_iterator files(folder.path());
+        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+    }
+
+    static void expectLegacyForms(const Drawing& converted)
+    {
+        EXPECT_EQ(converted.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}}));
+        ASSERT_TRUE(converted.xrecord().has_value());
+        EXPECT_EQ(converted.xrecord()->front(), (Item{1071, 1}));
+        EXPECT_TRUE(converted.geoDataText().value_or(L"").starts_with(L"PROJCS["));
+    }
+    void expectCurrentForm(const Drawing& converted) const
+    {
+        EXPECT_EQ(converted.geoDataText(), text);
+        EXPECT_EQ(converted.legacyChain(), std::nullopt);
+        EXPECT_EQ(converted.xrecord(), std::nullopt);
+    }
+    /// A failing save with this call failing: nothing is written and the drawing is as it was.
+    void expectNothingSaved(const ScopedFault&, int expected)
+    {
+        const auto image = drawing.image();
+        const std::string contents = fileContents();
+        const std::size_t files = filesInFolder();
+        const FileResult result = save(29);
+        EXPECT_EQ(result.status, expected);
+        EXPECT_NE(result.message, "");
+        EXPECT_GT(Embedded::Faults::struck(), 0U);
+        EXPECT_EQ(drawing.image(), image);
+        EXPECT_EQ(fileContents(), contents);
+        EXPECT_EQ(filesInFolder(), files);
+    }
+};
+
+/// A file as the host reads it, without the module's part in it.
+class SavedDrawing : public ConvertingSave {
+protected:
+    std::unique_ptr<QeDbDatabase> loaded;
+
+    void reload()
+    {
+        const FileResult result = Embedded::loadDrawing(file, loaded);
+        ASSERT_EQ(result.status, Qeapp::eOk) << result.message;
+    }
+};
+
+TEST_F(ConvertingSave, Version29_GetsTheLegacyForms)
+{
+    saveWell(29);
+    expectLegacyForms(drawing);
+}
+
+TEST_F(ConvertingSave, Version33AfterVersion29_GetsTheGeoDataTextAgain)
+{
+    saveWell(29);
+    saveWell(33);
+    expectCurrentForm(drawing);
+}
+
+TEST_F(ConvertingSave, BackToVersion29_GetsTheLegacyFormsAgain)
+{
+    saveWell(29);
+    saveWell(33);
+    saveWell(29);
+    expectLegacyForms(drawing);
+    EXPECT_EQ(drawing.database()->drawingVersion(), 29);
+}
+
+TEST_F(ConvertingSave, EveryOlderVersion_GetsTheLegacyForms)
+{
+    for (int version = 21; version < 30; ++version) {
+        SCOPED_TRACE(version);
+        saveWell(version);
+        expectLegacyForms(drawing);
+    }
+}
+
+TEST_F(ConvertingSave, EveryNewerVersion_GetsTheGeoDataText)
+{
+    for (int version = 30; version <= 33; ++version) {
+        SCOPED_TRACE(version);
+        saveWell(29);
+        saveWell(version);
+        expectCurrentForm(drawing);
+    }
+}
+
+TEST_F(SavedDrawing, FileOfVersion29_HoldsWhatTheDrawingHolds)
+{
+    saveWell(29);
+    reload();
+    EXPECT_EQ(Embedded::imageOf(*loaded), drawing.image());
+    EXPECT_EQ(loaded->drawingVersion(), 29);
+}
+
+TEST_F(SavedDrawing, FileOfVersion29_IsConvertedBackAfterLoading)
+{
+    saveWell(29);
+    reload();
+    ASSERT_EQ(Embedded::saveDrawing(*loaded, file, QeDb::kCurrentDwg).status, Qeapp::eOk);
+    reload();
+    ASSERT_EQ(save(drawing, folder.path() / "other.qedb", 33).status, Qeapp::eOk);
+    EXPECT_EQ(Embedded::imageOf(*loaded), drawing.image());
+    expectCurrentForm(drawing);
+}
+
+TEST_F(ConvertingSave, DrawingWithoutASystem_IsSavedAtAnyVersion)
+{
+    const Drawing empty;
+    for (int version = 21; version <= 33; ++version)
+        EXPECT_EQ(save(empty, file, version).status, Qeapp::eOk) << version;
+    EXPECT_EQ(empty.geoDataText(), std::nullopt);
+    EXPECT_EQ(empty.legacyChain(), std::nullopt);
+}
+
+TEST_F(ConvertingSave, WithoutTheModule_NothingIsConverted)
+{
+    unload();
+    saveWell(29);
+    expectCurrentForm(drawing);
+}
+
+TEST_F(ConvertingSave, FailingConversion_LeavesTheDrawingAndTheFileAsTheyWere)
+{
+    saveWell(33);
+    for (const char* const call : {"QeDbGeoData::setCoordinateSystem", "QeDbDictionary::setAt", "QeDbObject::setXData",
+                                   "QeDbXrecord::setFromRbChain", "qedbOpenQeDbObject"}) {
+        SCOPED_TRACE(call);
+        expectNothingSaved(ScopedFault({.call = call, .code = 999}), 999);
+    }
+}
+
+TEST_F(ConvertingSave, ConversionThatFailsHalfWay_LeavesTheDrawingAndTheFileAsTheyWere)
+{
+    saveWell(33);
+    expectNothingSaved(ScopedFault({.call = "QeDbObject::setXData", .occurrence = 2, .code = 999}), 999);
+}
+
+TEST_F(ConvertingSave, FailingConversion_WritesNoNewFile)
+{
+    expectNothingSaved(ScopedFault({.call = "QeDbXrecord::setFromRbChain", .code = 999}), 999);
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+TEST_F(ConvertingSave, SystemThatCannotBeRead_IsNotSavedInAnOlderVersion)
+{
+    saveWell(33);
+    expectNothingSaved(ScopedFault({.call = "DefinitionStream::Deserialize_s", .code = 43}), 3);
+}
+
+TEST_F(ConvertingSave, FileThatCannotBeWritten_LeavesTheDrawingAsItWas)
+{
+    saveWell(33);
+    for (const char* const step : {"open", "write", "sync", "rename"}) {
+        SCOPED_TRACE(step);
+        expectNothingSaved(ScopedFault({.call = std::string("writeFileAtomically.") + step, .code = {}}), 54);
+    }
+}
+
+TEST_F(ConvertingSave, FolderInTheFilesPlace_LeavesTheDrawingAsItWas)
+{
+    std::filesystem::create_directory(file);
+    const auto image = drawing.image();
+    const FileResult result = save(29);
+    EXPECT_EQ(result.status, Qeapp::eFileWriteFailed);
+    EXPECT_EQ(drawing.image(), image);
+    EXPECT_TRUE(std::filesystem::is_directory(file));
+    EXPECT_EQ(filesInFolder(), 1U);
+}
+
+TEST_F(ConvertingSave, MissingFolder_LeavesTheDrawingAsItWas)
+{
+    file = folder.path() / "missing" / "drawing.qedb";
+    const auto image = drawing.image();
+    EXPECT_EQ(save(29).status, Qeapp::eFileWriteFailed);
+    EXPECT_EQ(drawing.image(), image);
+}
+
+TEST_F(ConvertingSave, AfterAFailedSave_TheNextOneConverts)
+{
+    expectNothingSaved(ScopedFault({.call = "QeDbDictionary::setAt", .code = 999}), 999);
+    saveWell(29);
+    expectLegacyForms(drawing);
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,121 @@
+#include "embedded/foundation/faults.h"
+#include "module_test.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::Faults;
+using Calls = std::vector<std::string>;
+
+using LoadedModule = ModuleTest;
+
+TEST_F(LoadedModule, Load_SucceedsWithoutAMessage)
+{
+    const Embedded::ModuleLoad loaded = Embedded::loadModule(kModuleFile);
+    handle = loaded.handle;
+    EXPECT_EQ(loaded.status, Qeapp::eOk);
+    EXPECT_EQ(loaded.message, "");
+    EXPECT_NE(loaded.handle, nullptr);
+}
+
+TEST_F(LoadedModule, IsUnlocked)
+{
+    load();
+    EXPECT_TRUE(Embedded::isModuleUnlocked(handle));
+}
+
+TEST_F(LoadedModule, IsDeclaredForSeveralDocuments)
+{
+    load();
+    EXPECT_TRUE(Embedded::isModuleMdiAware(handle));
+}
+
+TEST_F(LoadedModule, HasRegisteredOneReactor)
+{
+    load();
+    EXPECT_EQ(registeredReactors(), 1);
+}
+
+TEST_F(LoadedModule, DoesWhatALoadAsksForAndNothingMore)
+{
+    Faults::watch();
+    load();
+    Faults::disarm();
+    EXPECT_EQ(Faults::seen(), (Calls{"qerxRegisterAppMDIAware", "QeRxDynamicLinker::unlockApplication",
+                                     "QeDbDecompositionManager::addReactor"}));
+}
+
+TEST_F(LoadedModule, AnswersTheHostsApiVersion)
+{
+    load();
+    using ApiVersion = int (*)();
+    void* const symbol = Embedded::moduleSymbol(handle, "qerxGetApiVersion");
+    ASSERT_NE(symbol, nullptr);
+    EXPECT_EQ(reinterpret_cast<ApiVersion>(symbol)(), 0x00180000);
+}
+
+TEST_F(LoadedModule, AnswersZeroToOtherMessages)
+{
+    load();
+    using EntryPoint = int (*)(int, void*);
+    void* const symbol = Embedded::moduleSymbol(handle, "qerxEntryPoint");
+    ASSERT_NE(symbol, nullptr);
+    for (const int message : {-1, 0, 3, 4, 5, 99})
+        EXPECT_EQ(reinterpret_cast<EntryPoint>(symbol)(message, handle), 0) << message;
+    EXPECT_EQ(registeredReactors(), 1);
+}
+
+TEST_F(LoadedModule, SecondLoad_IsTheSameModule)
+{
+    load();
+    const Embedded::ModuleLoad again = Embedded::loadModule(kModuleFile);
+    EXPECT_EQ(again.status, Qeapp::eOk);
+    EXPECT_EQ(again.handle, handle);
+    EXPECT_EQ(registeredReactors(), 1);
+}
+
+TEST_F(LoadedModule, Unload_RemovesTheReactor)
+{
+    load();
+    EXPECT_EQ(Embedded::unloadModule(handle), Qeapp::eOk);
+    EXPECT_EQ(registeredReactors(), 0);
+    EXPECT_EQ(Embedded::unloadModule(handle), Qeapp::eInvalidInput) << "the handle is gone";
+    handle = nullptr;
+}
+
+TEST_F(LoadedModule, LoadAfterUnload_StartsAnew)
+{
+    for (int round = 0; round < 3; ++round) {
+        load();
+        EXPECT_EQ(registeredReactors(), 1);
+        EXPECT_TRUE(Embedded::isModuleUnlocked(handle));
+        EXPECT_TRUE(Embedded::isModuleMdiAware(handle));
+        unload();
+        EXPECT_EQ(registeredReactors(), 0);
+    }
+}
+
+TEST_F(LoadedModule, HostWithoutDecomposition_LoadsItAllTheSame)
+{
+    Embedded::setHostParts({.decompositionManager = false});
+    load();
+    Embedded::setHostParts({});
+    EXPECT_EQ(registeredReactors(), 0);
+    EXPECT_TRUE(Embedded::isModuleUnlocked(handle));
+}
+
+TEST_F(LoadedModule, ModuleThatCouldNotUnlockItself_StaysUntilItIsUnlocked)
+{
+    {
+        const Embedded::ScopedFault fault({.call = "QeRxDynamicLinker::unlockApplication", .code = {}});
+        load();
+    }
+    EXPECT_FALSE(Embedded::isModuleUnlocked(handle));
+    EXPECT_EQ(Embedded::unloadModule(handle), Qeapp::eModuleRefused);
+    EXPECT_EQ(registeredReactors(), 1);
+    auto* const linker = static_cast<QeRxDynamicLinker*>(qerxSysRegistry()->at(kQeRxDynamicLinkerKey));
+    EXPECT_TRUE(linker->unlockApplication(handle));
+}
+
+} // namespace
+} // namespace Tests

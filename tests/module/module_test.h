@@ -1,0 +1,35 @@
+// The fixture of the module as a host has it: loaded from its file, known by its handle alone.
+#pragma once
+
+#include <filesystem>
+
+#include "embedded/host/application.h"
+#include "support/platform_test.h"
+
+namespace Tests {
+
+inline const std::filesystem::path kModuleFile = ORVEL_MODULE_FILE;
+
+class ModuleTest : public PlatformTest {
+protected:
+    ~ModuleTest() override { unload(); }
+
+    void* handle = nullptr;
+
+    void load()
+    {
+        const Embedded::ModuleLoad loaded = Embedded::loadModule(kModuleFile);
+        handle = loaded.handle;
+        ASSERT_EQ(loaded.status, Qeapp::eOk) << loaded.message;
+    }
+    void unload()
+    {
+        if (handle != nullptr) {
+            EXPECT_EQ(Embedded::unloadModule(handle), Qeapp::eOk);
+        }
+        handle = nullptr;
+    }
+    static long registeredReactors() { return Embedded::Audit::now()[Embedded::Held::decompositionReactor]; }
+};
+
+} // namespace Tests

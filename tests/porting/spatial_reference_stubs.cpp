@@ -1,0 +1,142 @@
+// A spatial-reference library with no catalog and no memory, enough to link the module.
+#include "platform/spatial_reference.h"
+
+namespace Zentara::Infrastructure::SpatialReference {
+
+namespace {
+
+/// There is no catalog and no memory: nothing comes into being.
+template <class T>
+Status none(T*& object, Status status)
+{
+    object = nullptr;
+    return status;
+}
+
+} // namespace
+
+Object::~Object() = default;
+DefinitionBase::~DefinitionBase() = default;
+EllipsoidDefinition::~EllipsoidDefinition() = default;
+DatumDefinition::~DatumDefinition() = default;
+CoordinateReferenceSystemDefinition::~CoordinateReferenceSystemDefinition() = default;
+DefinitionBaseArray::~DefinitionBaseArray() = default;
+DefinitionStream::~DefinitionStream() = default;
+CoordinateReferenceSystemOperation::~CoordinateReferenceSystemOperation() = default;
+
+void Object::Destroy(const Object* object)
+{
+    delete object;
+}
+
+Status DefinitionBase::GetCode(const wchar_t*&) const
+{
+    return statusFailed;
+}
+
+Status DatumDefinition::GetEllipsoidCode(const wchar_t*&) const
+{
+    return statusFailed;
+}
+Status DatumDefinition::SetEllipsoid(const EllipsoidDefinition*)
+{
+    return statusFailed;
+}
+
+Status CoordinateReferenceSystemDefinition::Load(const wchar_t*, CoordinateReferenceSystemDefinition*& definition)
+{
+    return none(definition, statusNotFound);
+}
+Status CoordinateReferenceSystemDefinition::GetKind(int&) const
+{
+    return statusFailed;
+}
+Status CoordinateReferenceSystemDefinition::GetDatumCode(const wchar_t*&) const
+{
+    return statusFailed;
+}
+Status CoordinateReferenceSystemDefinition::GetEllipsoidCode(const wchar_t*&) const
+{
+    return statusFailed;
+}
+Status CoordinateReferenceSystemDefinition::GetDatum(DatumDefinition*& datum) const
+{
+    return none(datum, statusNotFound);
+}
+Status CoordinateReferenceSystemDefinition::SetDatum(const DatumDefinition*)
+{
+    return statusFailed;
+}
+Status CoordinateReferenceSystemDefinition::SetEllipsoid(const EllipsoidDefinition*)
+{
+    return statusFailed;
+}
+
+Status DefinitionBaseArray::CreateInstance(DefinitionBaseArray*& array)
+{
+    return none(array, statusOutOfMemory);
+}
+int DefinitionBaseArray::GetCount() const
+{
+    return 0;
+}
+Status DefinitionBaseArray::Add(DefinitionBase*)
+{
+    return statusOutOfMemory;
+}
+DefinitionBase* DefinitionBaseArray::Remove(int)
+{
+    return nullptr;
+}
+
+Status DefinitionStream::CreateInstance(DefinitionStream*& stream)
+{
+    return none(stream, statusOutOfMemory);
+}
+Status DefinitionStream::Add(const DefinitionBase*)
+{
+    return statusOutOfMemory;
+}
+Status DefinitionStream::Write(unsigned char*, std::size_t&, int, int) const
+{
+    return statusFailed;
+}
+Status DefinitionStream::Read(const unsigned char*, std::size_t, int, int)
+{
+    return statusFailed;
+}
+Status DefinitionStream::GetDefinitions(DefinitionBaseArray*& definitions) const
+{
+    return none(definitions, statusOutOfMemory);
+}
+Status DefinitionStream::Serialize_s(const DefinitionBase*, unsigned char*, std::uint64_t, int, int, bool)
+{
+    return statusFailed;
+}
+Status DefinitionStream::Deserialize_s(DefinitionBaseArray*& definitions, const unsigned char*, std::uint64_t, int, int)
+{
+    return none(definitions, statusFailed);
+}
+
+Status FormatConverter::DefinitionToWkt_s(const CoordinateReferenceSystemDefinition*, int, wchar_t*, std::size_t)
+{
+    return statusFailed;
+}
+
+Status CoordinateReferenceSystemOperation::Load(const CoordinateReferenceSystemDefinition*,
+                                                CoordinateReferenceSystemOperation*& operation)
+{
+    return none(operation, statusFailed);
+}
+Status CoordinateReferenceSystemOperation::IsDatumBased(bool&) const
+{
+    return statusFailed;
+}
+
+Status CoordinateReferenceSystemUtil::GetEllipsoid(const CoordinateReferenceSystemDefinition*,
+                                                   EllipsoidDefinition*& ellipsoid)
+{
+    return none(ellipsoid, statusNotFound);
+}
+
+} // namespace Zentara::Infrastructure::SpatialReference

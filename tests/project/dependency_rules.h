@@ -1,0 +1,29 @@
+// Which way the project's #includes may point.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "project/source_tree.h"
+
+namespace Tests {
+
+struct IncludeDirective {
+    std::size_t line = 0;
+    std::string target;
+    bool angled = false; // <target> instead of "target"
+};
+
+std::vector<IncludeDirective> includesOf(const SourceFile& file);
+
+/// One complaint for each #include that breaks the direction of the dependencies:
+/// - src: the standard library, src itself and the platform's four headers, written "platform/….h"; storage knows no
+///   other room of src, coordsys not the frame;
+/// - platform: the standard library and itself; other system headers in windows.h alone;
+/// - embedded: platform, embedded and libraries; foundation no other room of embedded, host and spatial_reference not
+///   each other;
+/// - tools, tests and what else sits on top may include everything.
+std::vector<std::string> wrongIncludes(const std::vector<SourceFile>& files);
+
+} // namespace Tests

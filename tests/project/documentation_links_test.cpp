@@ -1,0 +1,77 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "project/markdown_links.h"
+#include "project/source_tree.h"
+#include "support/platform_test.h"
+
+namespace Tests {
+namespace {
+
+using DocumentationLinksTest = PlatformTest;
+using Targets = std::vector<std::string>;
+
+std::vector<SourceFile> readDocumentation()
+{
+    std::vector<SourceFile> pages = readFiles(ORVEL_SOURCE_DIR, {"docs"}, {".md"});
+    for (const char* page : {"README.md", "CHANGELOG.md"})
+        pages.push_back(readFile(ORVEL_SOURCE_DIR, page));
+    return pages;
+}
+
+/// What is wrong with a page docs/page.md that holds the text.
+std::vector<std::string> complaintsAbout(const std::string& text)
+{
+    return brokenLinks(ORVEL_SOURCE_DIR, {"docs/page.md", text});
+}
+
+TEST_F(DocumentationLinksTest, EveryRelativeLink_LeadsToAFile)
+{
+    std::vector<std::string> complaints;
+    for (const SourceFile& page : readDocumentation())
+        for (std::string& one : brokenLinks(ORVEL_SOURCE_DIR, page))
+            complaints.push_back(std::move(one));
+    EXPECT_EQ(joined(complaints), "");
+}
+
+TEST_F(DocumentationLinksTest, TheRepository_HasAFirstPage)
+{
+    EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::path(ORVEL_SOURCE_DIR) / "README.md"));
+}
+
+TEST_F(DocumentationLinksTest, LinksImagesAndReferences_AreRead)
+{
+    EXPECT_EQ(linksOf("[a](one.md), ![b](two.png) and [c](<three.md> \"title\").\n[label]: four.md\n"),
+              (Targets{"one.md", "two.png", "three.md", "four.md"}));
+}
+
+TEST_F(DocumentationLinksTest, CodeThatLooksLikeALink_IsNotRead)
+{
+    EXPECT_EQ(linksOf("`[](int x)`\n```\n[](int y)\n```\n[a](b.md)\n"), Targets{"b.md"});
+}
+
+TEST_F(DocumentationLinksTest, LinkToAPresentFile_IsWhole)
+{
+    EXPECT_EQ(joined(complaintsAbout("[a](../CMakeLists.txt), [b](../CMakeLists.txt#part) and [c](../src)")), "");
+}
+
+TEST_F(DocumentationLinksTest, LinkToAMissingFile_IsBroken)
+{
+    EXPECT_EQ(joined(complaintsAbout("[a](nowhere.md)")), "docs/page.md: nowhere.md leads to no file\n");
+}
+
+TEST_F(DocumentationLinksTest, LinkOutOfTheRepository_IsBroken)
+{
+    EXPECT_EQ(complaintsAbout("[a](../../x.md) and [b](/etc/passwd)").size(), 2U);
+}
+
+TEST_F(DocumentationLinksTest, LinksToHostsAndWithinThePage_AreNotFollowed)
+{
+    EXPECT_EQ(joined(complaintsAbout("[a](https://example.org/x) [b](mailto:a@example.org) [c](#part)")), "");
+}
+
+} // namespace
+} // namespace Tests

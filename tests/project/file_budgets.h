@@ -1,0 +1,14 @@
+// How long a source file may be.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "project/source_tree.h"
+
+namespace Tests {
+
+/// One complaint for each header of 200 lines or more and each .cpp of 400 or more.
+std::vector<std::string> filesOverBudget(const std::vector<SourceFile>& files);
+
+} // namespace Tests

@@ -1,0 +1,20 @@
+// The links of a Markdown page.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "project/source_tree.h"
+
+namespace Tests {
+
+/// The targets of the page's links and images as written, in order; code has none.
+std::vector<std::string> linksOf(std::string_view markdown);
+
+/// One complaint for each link to a file that is not there or lies outside the root. Links to other hosts, and those
+/// within the page, are not followed.
+std::vector<std::string> brokenLinks(const std::filesystem::path& root, const SourceFile& page);
+
+} // namespace Tests

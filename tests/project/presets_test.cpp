@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <string>
+
+#include "support/platform_test.h"
+
+namespace Tests {
+namespace {
+
+using Json = nlohmann::json;
+using Names = std::set<std::string>;
+
+/// Those that the Makefile works with.
+const Names kNeeded{"dev", "release", "asan", "coverage"};
+
+/// The names in a list of presets, hidden ones left out.
+Names visibleNames(const Json& presets)
+{
+    Names names;
+    for (const Json& preset : presets)
+        if (!preset.value("hidden", false))
+            names.insert(preset.at("name"));
+    return names;
+}
+
+Names missingFrom(const Json& presets)
+{
+    Names missing = kNeeded;
+    for (const std::string& name : visibleNames(presets))
+        missing.erase(name);
+    return missing;
+}
+
+Json presetNamed(const Json& presets, const std::string& name)
+{
+    for (const Json& preset : presets)
+        if (preset.at("name") == name)
+            return preset;
+    return nullptr;
+}
+
+class PresetsTest : public PlatformTest {
+protected:
+    static Json projectPresets()
+    {
+        std::ifstream file(std::filesystem::path(ORVEL_SOURCE_DIR) / "CMakePresets.json");
+        return Json::parse(file);
+    }
+};
+
+TEST_F(PresetsTest, ConfigurePresets_HaveThoseThatTheMakefileNeeds)
+{
+    EXPECT_EQ(missingFrom(projectPresets().at("configurePresets")), Names{});
+}
+
+TEST_F(PresetsTest, BuildPresets_HaveThoseThatTheMakefileNeeds)
+{
+    EXPECT_EQ(missingFrom(projectPresets().at("buildPresets")), Names{});
+}
+
+TEST_F(PresetsTest, TestPresets_HaveThoseThatTheMakefileNeeds)
+{
+    EXPECT_EQ(missingFrom(projectPresets().at("testPresets")), Names{});
+}
+
+TEST_F(PresetsTest, SanitizerPreset_TurnsTheSanitizersOnWithClang)
+{
+    const Json variables = presetNamed(projectPresets().at("configurePresets"), "asan").at("cacheVariables");
+    EXPECT_EQ(variables.at("ORVEL_SANITIZE"), "ON");
+    EXPECT_EQ(variables.at("CMAKE_CXX_COMPILER"), "clang++");
+}
+
+TEST_F(PresetsTest, ReleasePreset_IsOptimised)
+{
+    const Json variables = presetNamed(projectPresets().at("configurePresets"), "release").at("cacheVariables");
+    EXPECT_EQ(variables.at("CMAKE_BUILD_TYPE"), "Release");
+}
+
+TEST_F(PresetsTest, RunWithoutAnyTest_IsAnError)
+{
+    const Json base = presetNamed(projectPresets().at("testPresets"), "base");
+    EXPECT_EQ(base.at("execution").at("noTestsAction"), "error");
+}
+
+TEST_F(PresetsTest, HiddenPresets_CountAsMissing)
+{
+    const Json presets = Json::parse(
+        R"([{"name": "dev", "hidden": true}, {"name": "release"}, {"name": "asan"}, {"name": "coverage"}])");
+    EXPECT_EQ(missingFrom(presets), Names{"dev"});
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,191 @@
+#include "spatial_reference_test.h"
+
+#include <array>
+
+#include "embedded/foundation/text.h"
+#include "embedded/spatial_reference/catalog.h"
+
+namespace Tests {
+namespace {
+
+template <typename Definition>
+Held<Definition> load(const std::wstring& code)
+{
+    Definition* definition = nullptr;
+    EXPECT_EQ(Definition::Load(code.c_str(), definition), statusOk) << Embedded::utf8FromWide(code);
+    return Held<Definition>(definition);
+}
+
+} // namespace
+
+Held<CoordinateReferenceSystemDefinition> SpatialReferenceTest::system(const std::wstring& code)
+{
+    return load<CoordinateReferenceSystemDefinition>(code);
+}
+
+Held<DatumDefinition> SpatialReferenceTest::datum(const std::wstring& code)
+{
+    return load<DatumDefinition>(code);
+}
+
+Held<EllipsoidDefinition> SpatialReferenceTest::ellipsoid(const std::wstring& code)
+{
+    return load<EllipsoidDefinition>(code);
+}
+
+Held<CoordinateReferenceSystemDefinition> SpatialReferenceTest::fromText(const std::wstring& text,
+                                                                         const std::wstring& code)
+{
+    CoordinateReferenceSystemDefinition* definition = nullptr;
+    EXPECT_EQ(CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), definition), statusOk)
+        << Embedded::utf8FromWide(text);
+    return Held<CoordinateReferenceSystemDefinition>(definition);
+}
+
+Held<DatumDefinition> SpatialReferenceTest::datumOf(const CoordinateReferenceSystemDefinition& definition)
+{
+    DatumDefinition* result = nullptr;
+    EXPECT_EQ(definition.GetDatum(result), statusOk);
+    return Held<DatumDefinition>(result);
+}
+
+Held<EllipsoidDefinition> SpatialReferenceTest::ellipsoidOf(const CoordinateReferenceSystemDefinition& definition)
+{
+    EllipsoidDefinition* result = nullptr;
+    EXPECT_EQ(CoordinateReferenceSystemUtil::GetEllipsoid(&definition, result), statusOk);
+    return Held<EllipsoidDefinition>(result);
+}
+
+std::wstring SpatialReferenceTest::codeOf(const DefinitionBase& definition)
+{
+    const wchar_t* code = L"";
+    EXPECT_EQ(definition.GetCode(code), statusOk);
+    return code;
+}
+
+std::wstring SpatialReferenceTest::nameOf(const DefinitionBase& definition)
+{
+    const wchar_t* name = L"";
+    EXPECT_EQ(definition.GetName(name), statusOk);
+    return name;
+}
+
+int SpatialReferenceTest::kindOf(const CoordinateReferenceSystemDefinition& definition)
+{
+    int kind = 0;
+    EXPECT_EQ(definition.GetKind(kind), statusOk);
+    return kind;
+}
+
+std::wstring SpatialReferenceTest::datumCodeOf(const CoordinateReferenceSystemDefinition& definition)
+{
+    const wchar_t* code = L"";
+    EXPECT_EQ(definition.GetDatumCode(code), statusOk);
+    return code;
+}
+
+std::wstring SpatialReferenceTest::ellipsoidCodeOf(const CoordinateReferenceSystemDefinition& definition)
+{
+    const wchar_t* code = L"";
+    EXPECT_EQ(definition.GetEllipsoidCode(code), statusOk);
+    return code;
+}
+
+bool SpatialReferenceTest::isDatumBased(const CoordinateReferenceSystemDefinition& definition)
+{
+    CoordinateReferenceSystemOperation* operation = nullptr;
+    EXPECT_EQ(CoordinateReferenceSystemOperation::Load(&definition, operation), statusOk);
+    const Held<CoordinateReferenceSystemOperation> held(operation);
+    bool answer = false;
+    EXPECT_EQ(held->IsDatumBased(answer), statusOk);
+    return answer;
+}
+
+Bytes SpatialReferenceTest::bytesOf(const std::vector<const DefinitionBase*>& definitions)
+{
+    DefinitionStream* created = nullptr;
+    EXPECT_EQ(DefinitionStream::CreateInstance(created), statusOk);
+    const Held<DefinitionStream> stream(created);
+    for (const DefinitionBase* definition : definitions)
+        EXPECT_EQ(stream->Add(definition), statusOk);
+    Bytes bytes(1024);
+    std::size_t length = bytes.size();
+    const Status status = stream->Write(bytes.data(), length, formatBinary, 0);
+    bytes.resize(status == statusOk ? length : 0);
+    return bytes;
+}
+
+Held<DefinitionBaseArray> SpatialReferenceTest::read(const Bytes& bytes)
+{
+    const Held<DefinitionStream> stream(new DefinitionStream);
+    if (stream->Read(bytes.data(), bytes.size(), formatBinary, 1) != statusOk)
+        return nullptr;
+    DefinitionBaseArray* definitions = nullptr;
+    EXPECT_EQ(stream->GetDefinitions(definitions), statusOk);
+    return Held<DefinitionBaseArray>(definitions);
+}
+
+Status SpatialReferenceTest::readStatus(const Bytes& bytes)
+{
+    const Held<DefinitionStream> stream(new DefinitionStream);
+    const unsigned char none = 0;
+    return stream->Read(bytes.empty() ? &none : bytes.data(), bytes.size(), formatBinary, 1);
+}
+
+Bytes SpatialReferenceTest::serialized(const DefinitionBase& definition, bool includeDependents)
+{
+    static Bytes buffer(65536); // kept, because the whole catalog goes through it
+    if (DefinitionStream::Serialize_s(&definition, buffer.data(), buffer.size(), formatText, -1, includeDependents) !=
+        statusOk)
+        return {};
+    std::ptrdiff_t length = 0;
+    while (buffer[static_cast<std::size_t>(length)] != 0 || buffer[static_cast<std::size_t>(length) + 1] != 0)
+        length += 2;
+    return {buffer.begin(), buffer.begin() + length + 2};
+}
+
+std::wstring SpatialReferenceTest::textOf(const DefinitionBase& definition, bool includeDependents)
+{
+    const Bytes bytes = serialized(definition, includeDependents);
+    const std::string_view view(reinterpret_cast<const char*>(bytes.data()), bytes.empty() ? 0 : bytes.size() - 2);
+    return Embedded::wideFromUtf16le(view);
+}
+
+Bytes SpatialReferenceTest::utf16le(std::wstring_view text)
+{
+    const std::string bytes = Embedded::utf16leFromWide(text);
+    return {bytes.begin(), bytes.end()};
+}
+
+Status SpatialReferenceTest::deserialize(std::wstring_view text, Held<DefinitionBaseArray>& definitions)
+{
+    return deserialize(utf16le(std::wstring(text) + L'\0'), definitions);
+}
+
+Status SpatialReferenceTest::deserialize(const Bytes& bytes, Held<DefinitionBaseArray>& definitions)
+{
+    DefinitionBaseArray* array = nullptr;
+    const Status status = DefinitionStream::Deserialize_s(array, bytes.data(), bytes.size(), formatAutomatic, -1);
+    definitions.reset(array);
+    return status;
+}
+
+std::wstring SpatialReferenceTest::wktOf(const CoordinateReferenceSystemDefinition& definition, Status expected)
+{
+    std::array<wchar_t, 4096> buffer{};
+    EXPECT_EQ(FormatConverter::DefinitionToWkt_s(&definition, wktFlavorDefault, buffer.data(), buffer.size()),
+              expected);
+    return buffer.data();
+}
+
+std::wstring SpatialReferenceTest::factsOf(const DefinitionBase& definition)
+{
+    return textOf(definition, true);
+}
+
+bool SpatialReferenceTest::isReferenceCatalog()
+{
+    return Embedded::projVersion() == "PROJ 9.1.1" && Embedded::catalogVersion() == "EPSG v10.076";
+}
+
+} // namespace Tests

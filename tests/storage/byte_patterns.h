@@ -1,0 +1,20 @@
+// Bytes as the tables of these tests spell them.
+#pragma once
+
+#include <cstddef>
+#include <initializer_list>
+#include <string>
+
+#include "support/chain.h"
+
+namespace Tests {
+
+/// `count` times the same byte.
+Bytes repeated(unsigned char byte, std::size_t count);
+/// `count` bytes that count upwards, so that no two neighbours are equal.
+Bytes distinct(std::size_t count, unsigned char first = 0);
+Bytes joined(std::initializer_list<Bytes> parts);
+/// Two lower-case digits for each byte.
+std::string hexOf(const Bytes& bytes);
+
+} // namespace Tests

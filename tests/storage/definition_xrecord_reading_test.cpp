@@ -1,0 +1,343 @@
+#include <limits>
+#include <set>
+
+#include "storage/definition_xrecord.h"
+#include "storage/failing_calls.h"
+#include "storage/packed_forms.h"
+#include "storage/unusual_definitions.h"
+#include "support/drawing.h"
+#include "support/platform_test.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::ScopedFault;
+
+class DefinitionXrecordReading : public PlatformTest {
+protected:
+    const SystemHolder system = catalogSystem(L"EPSG:25832");
+    const DatumHolder datum = catalogDatum(L"EPSG:6258");
+    const EllipsoidHolder ellipsoid = catalogEllipsoid(L"EPSG:7019");
+    Orvel::DefinitionSet found;
+
+    Items groups() const
+    {
+        return joinedItems({groupOf(system.get()), groupOf(datum.get()), groupOf(ellipsoid.get())});
+    }
+    Items chunks() const
+    {
+        return joinedItems({chunkOf(system.get()), chunkOf(datum.get()), chunkOf(ellipsoid.get())});
+    }
+    static Items layout(int number) { return {{1071, number}}; }
+
+    bool readFrom(const Drawing& drawing, const wchar_t* code = L"EPSG:25832")
+    {
+        found.system = catalogSystem(L"LOCAL:FOOT"); // something that must be gone afterwards
+        return Orvel::ReadCsDefinitionXrecord(drawing.database(), code, found);
+    }
+    bool readFrom(const Items& chain, const wchar_t* code = L"EPSG:25832")
+    {
+        Drawing drawing;
+        drawing.withXrecord(chain);
+        const Embedded::DrawingImage before = drawing.image();
+        const bool result = readFrom(drawing, code);
+        EXPECT_EQ(drawing.image(), before);
+        return result;
+    }
+    Texts slots() const
+    {
+        return {described(found.system.get()), described(found.datum.get()), described(found.ellipsoid.get())};
+    }
+};
+
+const Texts kWhole{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"};
+const Texts kNothing{L"none", L"none", L"none"};
+
+TEST_F(DefinitionXrecordReading, CurrentLayoutGivesTheThreeDefinitions)
+{
+    ASSERT_TRUE(readFrom(joinedItems({layout(1), groups()})));
+    EXPECT_EQ(slots(), kWhole);
+}
+
+TEST_F(DefinitionXrecordReading, GroupsMayStandInAnyOrder)
+{
+    ASSERT_TRUE(
+        readFrom(joinedItems({layout(1), groupOf(ellipsoid.get()), groupOf(datum.get()), groupOf(system.get())})));
+    EXPECT_EQ(slots(), kWhole);
+}
+
+TEST_F(DefinitionXrecordReading, ChainWithoutALayoutHoldsStandaloneChunks)
+{
+    ASSERT_TRUE(readFrom(chunks()));
+    EXPECT_EQ(slots(), kWhole);
+}
+
+TEST_F(DefinitionXrecordReading, LayoutZeroHoldsStandaloneChunks)
+{
+    ASSERT_TRUE(readFrom(joinedItems({layout(0), chunks()})));
+    EXPECT_EQ(slots(), kWhole);
+}
+
+TEST_F(DefinitionXrecordReading, EveryOtherCodeIsSkippedAmongStandaloneChunks)
+{
+    const Items others{{300, L"text"},      {1000, L"string"}, {1002, L"{"}, {1002, L"}"},
+                       {1004, Bytes{1, 2}}, {1040, 1.5},       {1070, 3},    {1071, 9}};
+    const Items chain = joinedItems({{{300, L"first"}},
+                                     chunkOf(system.get()),
+                                     others,
+                                     chunkOf(datum.get()),
+                                     others,
+                                     chunkOf(ellipsoid.get()),
+                                     others});
+    ASSERT_TRUE(readFrom(chain));
+    EXPECT_EQ(slots(), kWhole);
+    ASSERT_TRUE(readFrom(joinedItems({layout(0), others, chain})));
+    EXPECT_EQ(slots(), kWhole);
+}
+
+TEST_F(DefinitionXrecordReading, LayoutNumberCountsOnlyAtTheBeginning)
+{
+    EXPECT_TRUE(readFrom(joinedItems({chunks(), layout(1)})));
+    EXPECT_FALSE(readFrom(joinedItems({{{300, L"first"}}, layout(1), groups()})));
+}
+
+TEST_F(DefinitionXrecordReading, GroupsAreNotReadInLayoutZero)
+{
+    EXPECT_FALSE(readFrom(joinedItems({layout(0), groups()})));
+}
+
+TEST_F(DefinitionXrecordReading, StandaloneChunksAreNotReadInTheCurrentLayout)
+{
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), chunks()})));
+}
+
+TEST_F(DefinitionXrecordReading, AnyOtherLayoutIsRejected)
+{
+    for (const int number : {2, 3, 256, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+        EXPECT_FALSE(readFrom(joinedItems({layout(number), groups()}))) << number;
+        EXPECT_FALSE(readFrom(joinedItems({layout(number), chunks()}))) << number;
+        EXPECT_EQ(slots(), kNothing);
+    }
+}
+
+TEST_F(DefinitionXrecordReading, SystemOfKindOneStandsAlone)
+{
+    const auto local = catalogSystem(L"LOCAL:METRE");
+    ASSERT_TRUE(readFrom(joinedItems({layout(1), groupOf(local.get())}), L"LOCAL:METRE"));
+    EXPECT_EQ(slots(), (Texts{L"system LOCAL:METRE", L"none", L"none"}));
+}
+
+TEST_F(DefinitionXrecordReading, SystemWithoutADatumStandsWithItsEllipsoid)
+{
+    const auto withoutDatum = catalogSystem(L"EPSG:4019");
+    const Items chain = joinedItems({layout(1), groupOf(withoutDatum.get()), groupOf(ellipsoid.get())});
+    ASSERT_TRUE(readFrom(chain, L"EPSG:4019"));
+    EXPECT_EQ(slots(), (Texts{L"system EPSG:4019", L"none", L"ellipsoid EPSG:7019"}));
+}
+
+TEST_F(DefinitionXrecordReading, CodeInOtherLettersIsAccepted)
+{
+    ASSERT_TRUE(readFrom(joinedItems({layout(1), groups()}), L"epsg:25832"));
+    EXPECT_EQ(slots(), kWhole);
+}
+
+TEST_F(DefinitionXrecordReading, AnotherCodeIsRejected)
+{
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), groups()}), L"EPSG:25833"));
+    EXPECT_EQ(slots(), kNothing);
+}
+
+TEST_F(DefinitionXrecordReading, NoCodeIsRejected)
+{
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), groups()}), L""));
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), groups()}), nullptr));
+    EXPECT_EQ(slots(), kNothing);
+}
+
+TEST_F(DefinitionXrecordReading, MissingGroupIsRejected)
+{
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), groupOf(system.get()), groupOf(datum.get())})));
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), groupOf(system.get()), groupOf(ellipsoid.get())})));
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), groupOf(datum.get()), groupOf(ellipsoid.get())})));
+    EXPECT_EQ(slots(), kNothing);
+}
+
+TEST_F(DefinitionXrecordReading, ForeignPieceIsRejected)
+{
+    const auto otherDatum = catalogDatum(L"EPSG:6269");
+    const auto otherEllipsoid = catalogEllipsoid(L"EPSG:7004");
+    EXPECT_FALSE(
+        readFrom(joinedItems({layout(1), groupOf(system.get()), groupOf(otherDatum.get()), groupOf(ellipsoid.get())})));
+    EXPECT_FALSE(
+        readFrom(joinedItems({layout(1), groupOf(system.get()), groupOf(datum.get()), groupOf(otherEllipsoid.get())})));
+}
+
+TEST_F(DefinitionXrecordReading, LaterDefinitionOfAKindReplacesTheEarlier)
+{
+    const Items chain = joinedItems({layout(1), groupOf(catalogSystem(L"EPSG:25833").get()), groups()});
+    EXPECT_TRUE(readFrom(chain, L"EPSG:25832"));
+    EXPECT_EQ(slots(), kWhole);
+    EXPECT_FALSE(readFrom(chain, L"EPSG:25833"));
+}
+
+TEST_F(DefinitionXrecordReading, LaterChunkOfAKindReplacesTheEarlier)
+{
+    const Items chain = joinedItems({chunkOf(catalogSystem(L"EPSG:25833").get()), chunks()});
+    EXPECT_TRUE(readFrom(chain, L"EPSG:25832"));
+    EXPECT_FALSE(readFrom(chain, L"EPSG:25833"));
+}
+
+TEST_F(DefinitionXrecordReading, GroupThatCannotBeDecodedIsPassedOver)
+{
+    const Items damaged = groupOf(Bytes{0x05, 1, 2});
+    const Items empty{{1002, L"{"}, {1002, L"}"}};
+    EXPECT_TRUE(readFrom(joinedItems({layout(1), damaged, groups(), empty})));
+    EXPECT_EQ(slots(), kWhole);
+}
+
+TEST_F(DefinitionXrecordReading, ChunkThatCannotBeDecodedIsPassedOver)
+{
+    EXPECT_TRUE(readFrom(joinedItems({{{310, Bytes{0x05, 1, 2}}}, chunks(), {{310, Bytes()}}})));
+    EXPECT_EQ(slots(), kWhole);
+}
+
+TEST_F(DefinitionXrecordReading, DefinitionThatIsNoSingleOneIsPassedOver)
+{
+    const Bytes two = packedForm(kDatumClassId, streamOf({datum.get(), ellipsoid.get()}));
+    EXPECT_TRUE(readFrom(joinedItems({layout(1), groupOf(two), groups()})));
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), groupOf(system.get()), groupOf(two)})));
+}
+
+TEST_F(DefinitionXrecordReading, WhatStandsBetweenTheChunksAndTheClosingBraceIsPassedOver)
+{
+    Items chain = joinedItems({layout(1), groups()});
+    chain.insert(chain.end() - 1, {{300, L"text"}, {1002, L"{"}, {1002, L" }"}, {310, Bytes{1}}});
+    EXPECT_TRUE(readFrom(chain));
+    EXPECT_EQ(slots(), kWhole);
+}
+
+TEST_F(DefinitionXrecordReading, GroupThatIsNeverClosedMakesTheChainUnreadable)
+{
+    Items chain = joinedItems({layout(1), groups()});
+    chain.pop_back();
+    EXPECT_FALSE(readFrom(chain));
+    EXPECT_EQ(slots(), kNothing);
+}
+
+TEST_F(DefinitionXrecordReading, OnlyTheExactTextClosesAGroup)
+{
+    for (const wchar_t* const text : {L"", L"{", L" }", L"} ", L"}}"}) {
+        Items chain = joinedItems({layout(1), groups()});
+        chain.back().value = std::wstring(text);
+        EXPECT_FALSE(readFrom(chain));
+    }
+}
+
+TEST_F(DefinitionXrecordReading, OnlyAControlStringClosesAGroup)
+{
+    Items chain = joinedItems({layout(1), groups()});
+    chain.back().code = 1000;
+    EXPECT_FALSE(readFrom(chain));
+}
+
+TEST_F(DefinitionXrecordReading, UnclosedGroupInTheMiddleSwallowsTheNextOne)
+{
+    Items first = groupOf(system.get());
+    first.pop_back();
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), first, groupOf(datum.get()), groupOf(ellipsoid.get())})));
+}
+
+TEST_F(DefinitionXrecordReading, EmptyXrecordIsRejected)
+{
+    EXPECT_FALSE(readFrom(Items{}));
+    EXPECT_EQ(slots(), kNothing);
+}
+
+TEST_F(DefinitionXrecordReading, LayoutAloneIsRejected)
+{
+    EXPECT_FALSE(readFrom(layout(0)));
+    EXPECT_FALSE(readFrom(layout(1)));
+    EXPECT_FALSE(readFrom(layout(2)));
+}
+
+TEST_F(DefinitionXrecordReading, DrawingWithoutTheEntryIsRejected)
+{
+    EXPECT_FALSE(readFrom(GivenDrawing()));
+    EXPECT_EQ(slots(), kNothing);
+}
+
+TEST_F(DefinitionXrecordReading, EntryUnderAnotherKeyIsNotTheEntry)
+{
+    EXPECT_FALSE(readFrom(Drawing().withXrecord(joinedItems({layout(1), groups()}), L"orvel_csindwg_regapp")));
+}
+
+TEST_F(DefinitionXrecordReading, EntryThatIsADictionaryIsRejected)
+{
+    EXPECT_FALSE(readFrom(Drawing().withDictionary(L"ORVEL_CSINDWG_REGAPP")));
+    EXPECT_EQ(slots(), kNothing);
+}
+
+TEST_F(DefinitionXrecordReading, DictionaryThatIsBeingWrittenIsRejected)
+{
+    Drawing drawing;
+    drawing.withXrecord(joinedItems({layout(1), groups()}));
+    Orvel::NamedObjects writer;
+    ASSERT_EQ(writer.openIn(drawing.database(), QeDb::kForWrite), Qeapp::eOk);
+    EXPECT_FALSE(readFrom(drawing));
+}
+
+TEST_F(DefinitionXrecordReading, DefinitionsAreLinked)
+{
+    Drawing drawing;
+    const UserSystem stored{.semiMajorAxis = 6371000};
+    const UserSystem other{.semiMajorAxis = 6373000};
+    drawing.withXrecord(joinedItems({layout(1), groupOf(stored.system().get()), groupOf(stored.datumOfSystem().get()),
+                                     groupOf(other.ellipsoidOfSystem().get())}));
+    ASSERT_TRUE(readFrom(drawing, L"MINE:1"));
+    EllipsoidHolder linked;
+    ASSERT_EQ(Library::CoordinateReferenceSystemUtil::GetEllipsoid(found.system.get(), linked.put()),
+              Library::statusOk);
+    double axis = 0;
+    ASSERT_EQ(linked->GetSemiMajorAxisInMetres(axis), Library::statusOk);
+    EXPECT_EQ(axis, 6373000);
+}
+
+/// Calls that come after the set was found valid.
+bool isPartOfLinking(const FallibleCall& call)
+{
+    static const std::set<std::string> links{"DatumDefinition::SetEllipsoid",
+                                             "CoordinateReferenceSystemDefinition::SetDatum"};
+    return links.contains(call.name) ||
+           (call.name == "CoordinateReferenceSystemDefinition::GetDatumCode" && call.occurrence == 2);
+}
+
+TEST_F(DefinitionXrecordReading, EveryFailingCallBeforeTheLinkingIsRejected)
+{
+    Drawing drawing;
+    drawing.withXrecord(joinedItems({layout(1), groups()}));
+    const Embedded::DrawingImage before = drawing.image();
+    const auto calls = fallibleCallsOf([&] { EXPECT_TRUE(readFrom(drawing)); });
+    for (const FallibleCall& call : calls) {
+        if (call.name.ends_with("Definition::Load"))
+            continue; // of this test, not of the reading
+        const ScopedFault fault(failing(call));
+        EXPECT_EQ(readFrom(drawing), isPartOfLinking(call)) << call;
+        EXPECT_EQ(slots(), isPartOfLinking(call) ? kWhole : kNothing) << call;
+        EXPECT_EQ(drawing.image(), before) << call;
+    }
+}
+
+TEST_F(DefinitionXrecordReading, SuccessWithoutAnObjectIsRejected)
+{
+    Drawing drawing;
+    drawing.withXrecord(joinedItems({layout(1), groups()}));
+    for (const char* const call : {"QeDbDatabase::getNamedObjectsDictionary", "QeDbDictionary::getAt",
+                                   "qedbOpenQeDbObject", "QeDbXrecord::rbChain"}) {
+        const ScopedFault fault(failing(call, 0));
+        EXPECT_FALSE(readFrom(drawing)) << call;
+        EXPECT_EQ(slots(), kNothing) << call;
+    }
+}
+
+} // namespace
+} // namespace Tests

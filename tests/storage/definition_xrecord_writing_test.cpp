@@ -1,0 +1,337 @@
+#include "storage/definition_xrecord.h"
+#include "storage/failing_calls.h"
+#include "storage/packed_forms.h"
+#include "storage/unusual_definitions.h"
+#include "support/drawing.h"
+#include "support/platform_test.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::ScopedFault;
+using Orvel::StoreCsXrecordChain;
+using Orvel::WriteCsDefinitionXrecord;
+
+const Items kLayout{{1071, 1}};
+
+DatumHolder datumOf(const SystemHolder& system)
+{
+    DatumHolder datum;
+    EXPECT_EQ(system->GetDatum(datum.put()), Library::statusOk);
+    return datum;
+}
+
+EllipsoidHolder ellipsoidOf(const SystemHolder& system)
+{
+    EllipsoidHolder ellipsoid;
+    EXPECT_EQ(Library::CoordinateReferenceSystemUtil::GetEllipsoid(system.get(), ellipsoid.put()), Library::statusOk);
+    return ellipsoid;
+}
+
+Items wholeChainOf(const SystemHolder& system)
+{
+    return joinedItems(
+        {kLayout, groupOf(system.get()), groupOf(datumOf(system).get()), groupOf(ellipsoidOf(system).get())});
+}
+
+class DefinitionXrecordWriting : public PlatformTest {
+protected:
+    Drawing drawing;
+    const SystemHolder system = catalogSystem(L"EPSG:25832");
+
+    Qeapp::ErrorStatus write(const SystemHolder& definition)
+    {
+        return WriteCsDefinitionXrecord(definition.get(), drawing.database());
+    }
+};
+
+TEST_F(DefinitionXrecordWriting, ProjectedSystemIsStoredWithItsDatumAndItsEllipsoid)
+{
+    ASSERT_EQ(write(system), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(), wholeChainOf(system));
+}
+
+TEST_F(DefinitionXrecordWriting, GeographicSystemIsStoredWithItsDatumAndItsEllipsoid)
+{
+    const auto geographic = catalogSystem(L"EPSG:4258");
+    ASSERT_EQ(write(geographic), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(), wholeChainOf(geographic));
+}
+
+TEST_F(DefinitionXrecordWriting, SystemOfKindFourIsStoredWithItsDatumAndItsEllipsoid)
+{
+    const auto geocentric = catalogSystem(L"EPSG:4978");
+    ASSERT_EQ(write(geocentric), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(), wholeChainOf(geocentric));
+}
+
+TEST_F(DefinitionXrecordWriting, UserDefinedSystemIsStoredWithItsDatumAndItsEllipsoid)
+{
+    const auto mine = UserSystem().system();
+    ASSERT_EQ(write(mine), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(), wholeChainOf(mine));
+}
+
+TEST_F(DefinitionXrecordWriting, SystemOfKindOneIsTheLayoutAndOneGroup)
+{
+    const auto local = catalogSystem(L"LOCAL:METRE");
+    ASSERT_EQ(write(local), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(), joinedItems({kLayout, groupOf(local.get())}));
+}
+
+TEST_F(DefinitionXrecordWriting, SystemWithoutADatumHasNoDatumGroup)
+{
+    const auto withoutDatum = catalogSystem(L"EPSG:4019");
+    ASSERT_EQ(write(withoutDatum), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(),
+              joinedItems({kLayout, groupOf(withoutDatum.get()), groupOf(ellipsoidOf(withoutDatum).get())}));
+}
+
+TEST_F(DefinitionXrecordWriting, WhatIsWrittenIsReadBack)
+{
+    for (const wchar_t* const code :
+         {L"EPSG:25832", L"EPSG:4258", L"EPSG:4978", L"EPSG:4019", L"EPSG:7415", L"LOCAL:US-SURVEY-FOOT"}) {
+        ASSERT_EQ(write(catalogSystem(code)), Qeapp::eOk);
+        Orvel::DefinitionSet found;
+        EXPECT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), code, found));
+        EXPECT_EQ(serializedText(found.system.get()), serializedText(catalogSystem(code).get()));
+    }
+}
+
+TEST_F(DefinitionXrecordWriting, EarlierXrecordIsReplaced)
+{
+    drawing.withXrecord({{300, L"earlier"}});
+    ASSERT_EQ(write(catalogSystem(L"EPSG:25833")), Qeapp::eOk);
+    ASSERT_EQ(write(system), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(), wholeChainOf(system));
+    EXPECT_EQ(drawing.image().objects.size(), Drawing().image().objects.size() + 1);
+}
+
+TEST_F(DefinitionXrecordWriting, NothingElseIsTouched)
+{
+    drawing.withLegacyCode(L"EPSG:2263").withGeoData(L"text");
+    ASSERT_EQ(write(system), Qeapp::eOk);
+    EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:2263"}}));
+    EXPECT_EQ(drawing.geoDataText(), L"text");
+}
+
+TEST_F(DefinitionXrecordWriting, NoApplicationOfTheKeysNameIsRegistered)
+{
+    ASSERT_EQ(write(system), Qeapp::eOk);
+    EXPECT_FALSE(drawing.hasRegisteredApplication(L"ORVEL_CSINDWG_REGAPP"));
+}
+
+TEST_F(DefinitionXrecordWriting, NoDatabaseIs124)
+{
+    EXPECT_EQ(WriteCsDefinitionXrecord(system.get(), nullptr), 124);
+    EXPECT_EQ(WriteCsDefinitionXrecord(nullptr, nullptr), 124);
+}
+
+TEST_F(DefinitionXrecordWriting, NoDefinitionIsThree)
+{
+    drawing.withXrecord({{300, L"earlier"}});
+    EXPECT_EQ(write({}), 3);
+    EXPECT_EQ(drawing.xrecord(), (Items{{300, L"earlier"}}));
+}
+
+TEST_F(DefinitionXrecordWriting, DefinitionThatCannotBePackedIsSeven)
+{
+    drawing.withXrecord({{300, L"earlier"}});
+    EXPECT_EQ(write(UserSystem{.name = varied(3000)}.system()), 7);
+    EXPECT_EQ(drawing.xrecord(), (Items{{300, L"earlier"}}));
+}
+
+/// What each failing call comes to. A chunk or a brace that cannot be allocated is a group that cannot be built.
+int expectedFailure(const FallibleCall& call)
+{
+    static const std::map<std::string, int> results{
+        {"CLSIDFromString", 7},
+        {"CoordinateReferenceSystemDefinition::GetDatum", 7},
+        {"CoordinateReferenceSystemDefinition::GetKind", 3},
+        {"CoordinateReferenceSystemOperation::IsDatumBased", 3},
+        {"CoordinateReferenceSystemOperation::Load", 3},
+        {"CoordinateReferenceSystemUtil::GetEllipsoid", 7},
+        {"DefinitionStream::Add", 7},
+        {"DefinitionStream::CreateInstance", 7},
+        {"DefinitionStream::Write", 7},
+        {"QeDbDatabase::getNamedObjectsDictionary", kPlanned},
+        {"QeDbDictionary::setAt", kPlanned},
+        {"QeDbXrecord::setFromRbChain", kPlanned},
+        {"qeHeapAlloc", 6},
+        {"qeapp_malloc", 7},
+    };
+    if (call.name == "qeutNewRb")
+        return call.occurrence == 1 ? 6 : 7; // the first is the layout's
+    return results.at(call.name);
+}
+
+TEST_F(DefinitionXrecordWriting, EveryFailingCallHasItsResultAndChangesNothing)
+{
+    drawing.withXrecord({{300, L"earlier"}});
+    const Embedded::DrawingImage before = drawing.image();
+    const Drawing other;
+    const auto calls =
+        fallibleCallsOf([&] { EXPECT_EQ(WriteCsDefinitionXrecord(system.get(), other.database()), Qeapp::eOk); });
+    for (const FallibleCall& call : calls) {
+        const ScopedFault fault(failing(call));
+        EXPECT_EQ(write(system), expectedFailure(call)) << call;
+        EXPECT_EQ(drawing.image(), before) << call;
+    }
+}
+
+TEST_F(DefinitionXrecordWriting, CallsThatGiveNothingDespiteSuccessAreFailures)
+{
+    const Embedded::DrawingImage before = drawing.image();
+    for (const char* const call :
+         {"CoordinateReferenceSystemDefinition::GetDatum", "CoordinateReferenceSystemUtil::GetEllipsoid"}) {
+        const ScopedFault fault(failing(call, 0));
+        EXPECT_EQ(write(system), 7) << call;
+        EXPECT_EQ(drawing.image(), before) << call;
+    }
+}
+
+class XrecordChainStoring : public PlatformTest {
+protected:
+    Drawing drawing;
+
+    Qeapp::ErrorStatus store(const Items& items)
+    {
+        return StoreCsXrecordChain(drawing.database(), chainOf(items).get());
+    }
+    Qeapp::ErrorStatus remove() { return StoreCsXrecordChain(drawing.database(), nullptr); }
+    QeDbObjectId storedId() const
+    {
+        Orvel::NamedObjects dictionary;
+        EXPECT_EQ(dictionary.openIn(drawing.database(), QeDb::kForRead), Qeapp::eOk);
+        QeDbObjectId id;
+        EXPECT_EQ(dictionary->getAt(L"ORVEL_CSINDWG_REGAPP", id), Qeapp::eOk);
+        return id;
+    }
+};
+
+TEST_F(XrecordChainStoring, ChainIsStoredAsItIsAndStaysTheCallers)
+{
+    const Items items{{1071, 5}, {300, L"text"}, {310, Bytes{0, 255}}, {1040, 2.5}};
+    const Orvel::ResbufChain chain = chainOf(items);
+    ASSERT_EQ(StoreCsXrecordChain(drawing.database(), chain.get()), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(), items);
+    EXPECT_EQ(itemsOf(chain.get()), items);
+}
+
+TEST_F(XrecordChainStoring, EarlierEntryOfTheKeyIsReplacedByANewXrecord)
+{
+    ASSERT_EQ(store({{300, L"earlier"}}), Qeapp::eOk);
+    const QeDbObjectId earlier = storedId();
+    ASSERT_EQ(store({{300, L"later"}}), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(), (Items{{300, L"later"}}));
+    EXPECT_NE(storedId().handle(), earlier.handle());
+}
+
+TEST_F(XrecordChainStoring, EntryOfAnotherClassIsReplacedToo)
+{
+    drawing.withDictionary(L"ORVEL_CSINDWG_REGAPP");
+    ASSERT_EQ(store({{300, L"later"}}), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(), (Items{{300, L"later"}}));
+}
+
+TEST_F(XrecordChainStoring, NoChainRemovesTheEntry)
+{
+    ASSERT_EQ(store({{300, L"text"}}), Qeapp::eOk);
+    EXPECT_EQ(remove(), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(), std::nullopt);
+}
+
+TEST_F(XrecordChainStoring, RemovedXrecordIsDetachedAndNotErased)
+{
+    ASSERT_EQ(store({{300, L"text"}}), Qeapp::eOk);
+    const QeDbObjectId id = storedId();
+    ASSERT_EQ(remove(), Qeapp::eOk);
+    Orvel::HostObject<QeDbXrecord> xrecord;
+    ASSERT_EQ(xrecord.open(id, QeDb::kForRead), Qeapp::eOk);
+    EXPECT_FALSE(xrecord->isErased());
+    EXPECT_TRUE(xrecord->ownerId().isNull());
+}
+
+TEST_F(XrecordChainStoring, RemovingAMissingEntrySucceeds)
+{
+    const Embedded::DrawingImage before = drawing.image();
+    EXPECT_EQ(remove(), Qeapp::eOk);
+    EXPECT_EQ(drawing.image(), before);
+}
+
+TEST_F(XrecordChainStoring, OtherEntriesStay)
+{
+    drawing.withXrecord({{300, L"other"}}, L"OTHER");
+    ASSERT_EQ(store({{300, L"text"}}), Qeapp::eOk);
+    ASSERT_EQ(remove(), Qeapp::eOk);
+    EXPECT_EQ(drawing.xrecord(L"OTHER"), (Items{{300, L"other"}}));
+}
+
+TEST_F(XrecordChainStoring, NoDatabaseIs124)
+{
+    EXPECT_EQ(StoreCsXrecordChain(nullptr, chainOf({{300, L"text"}}).get()), 124);
+    EXPECT_EQ(StoreCsXrecordChain(nullptr, nullptr), 124);
+}
+
+TEST_F(XrecordChainStoring, ChainThatTheHostRefusesLeavesTheEarlierEntry)
+{
+    ASSERT_EQ(store({{300, L"earlier"}}), Qeapp::eOk);
+    const Embedded::DrawingImage before = drawing.image();
+    const Orvel::ResbufChain chain = chainOf({{1071, 1}});
+    chain->restype = 9999;
+    EXPECT_EQ(StoreCsXrecordChain(drawing.database(), chain.get()), Qeapp::eInvalidResbuf);
+    EXPECT_EQ(drawing.image(), before);
+}
+
+TEST_F(XrecordChainStoring, DictionaryThatSomeoneReadsIsPassedOnUnchanged)
+{
+    Orvel::NamedObjects reader;
+    ASSERT_EQ(reader.openIn(drawing.database(), QeDb::kForRead), Qeapp::eOk);
+    EXPECT_EQ(store({{300, L"text"}}), Qeapp::eOpenForRead);
+    EXPECT_EQ(remove(), Qeapp::eOpenForRead);
+}
+
+TEST_F(XrecordChainStoring, EveryFailingCallOfStoringHasItsResultAndChangesNothing)
+{
+    ASSERT_EQ(store({{300, L"earlier"}}), Qeapp::eOk);
+    const Embedded::DrawingImage before = drawing.image();
+    const Orvel::ResbufChain chain = chainOf({{300, L"later"}});
+    const Drawing other;
+    const auto calls =
+        fallibleCallsOf([&] { EXPECT_EQ(StoreCsXrecordChain(other.database(), chain.get()), Qeapp::eOk); });
+    ASSERT_EQ(calls.size(), 4U) << "opening, allocating, filling, adding";
+    for (const FallibleCall& call : calls) {
+        const ScopedFault fault(failing(call));
+        EXPECT_EQ(StoreCsXrecordChain(drawing.database(), chain.get()), call.name == "qeHeapAlloc" ? 6 : kPlanned)
+            << call;
+        EXPECT_EQ(drawing.image(), before) << call;
+    }
+}
+
+TEST_F(XrecordChainStoring, EveryFailingCallOfRemovingIsPassedOnAndChangesNothing)
+{
+    ASSERT_EQ(store({{300, L"text"}}), Qeapp::eOk);
+    const Embedded::DrawingImage before = drawing.image();
+    for (const char* const call : {"QeDbDatabase::getNamedObjectsDictionary", "QeDbDictionary::remove"}) {
+        const ScopedFault fault(failing(call));
+        EXPECT_EQ(remove(), kPlanned) << call;
+        EXPECT_EQ(drawing.image(), before) << call;
+    }
+}
+
+TEST_F(XrecordChainStoring, OnlyAMissingKeyCountsAsRemoved)
+{
+    for (const int code : {22, 16, 3, 24}) {
+        const ScopedFault fault(failing("QeDbDictionary::remove", code));
+        EXPECT_EQ(remove(), code == 22 ? 0 : code);
+    }
+}
+
+TEST_F(XrecordChainStoring, DictionaryThatIsNotThereDespiteSuccessIsFifteen)
+{
+    const ScopedFault fault(failing("QeDbDatabase::getNamedObjectsDictionary", 0));
+    EXPECT_EQ(store({{300, L"text"}}), 15);
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,146 @@
+#include "storage/documented_example.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+
+#include "embedded/foundation/text.h"
+#include "storage/byte_patterns.h"
+
+namespace Tests {
+namespace {
+
+constexpr std::size_t kBytesPerLine = 32;
+
+std::string contentsOf(const std::string& page)
+{
+    std::ifstream file(ORVEL_SOURCE_DIR "/docs/formats/" + page, std::ios::binary);
+    if (!file)
+        throw std::runtime_error("docs/formats/" + page + " cannot be read");
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string withoutRemark(const std::string& line)
+{
+    return line.substr(0, line.find(';'));
+}
+
+int digitValue(char digit)
+{
+    const std::size_t value = std::string_view("0123456789abcdef").find(digit);
+    if (value == std::string_view::npos)
+        throw std::runtime_error(std::string("not a hexadecimal digit: ") + digit);
+    return static_cast<int>(value);
+}
+
+void appendHex(Bytes& bytes, const std::string& text)
+{
+    std::string digits;
+    for (const char character : text) {
+        if (character != ' ')
+            digits += character;
+    }
+    if (digits.size() % 2 != 0)
+        throw std::runtime_error("an odd number of hexadecimal digits: " + text);
+    for (std::size_t index = 0; index < digits.size(); index += 2)
+        bytes.push_back(static_cast<unsigned char>(digitValue(digits[index]) * 16 + digitValue(digits[index + 1])));
+}
+
+Item itemOf(int code, const std::string& value)
+{
+    if (value.starts_with('"'))
+        return {code, Embedded::wideFromUtf8(value.substr(1, value.rfind('"') - 1))};
+    if (code == 1040)
+        return {code, std::stod(value)};
+    if (code != 310)
+        return {code, std::stoi(value)};
+    Bytes bytes;
+    appendHex(bytes, value);
+    return {code, bytes};
+}
+
+struct ValuePrinter {
+    std::string operator()(const std::wstring& text) const { return '"' + Embedded::utf8FromWide(text) + '"'; }
+    std::string operator()(int number) const { return std::to_string(number); }
+    std::string operator()(double number) const { return std::to_string(number); }
+    std::string operator()(const Bytes& bytes) const
+    {
+        std::string text;
+        for (std::size_t at = 0; at < bytes.size(); at += kBytesPerLine) {
+            const std::size_t count = std::min(kBytesPerLine, bytes.size() - at);
+            text += (at == 0 ? "" : "\n      ") + hexOf(Bytes(bytes.data() + at, bytes.data() + at + count));
+        }
+        return text;
+    }
+};
+
+} // namespace
+
+DocumentedExample::DocumentedExample(const std::string& page, const std::string& label) : page_(page), label_(label)
+{
+    const std::string contents = contentsOf(page);
+    const std::string opening = "\n```" + label + '\n';
+    const std::size_t begin = contents.find(opening);
+    const std::size_t end = begin == std::string::npos ? begin : contents.find("\n```", begin + opening.size());
+    if (end == std::string::npos)
+        throw std::runtime_error("docs/formats/" + page + " has no block labelled " + label);
+    text_ = contents.substr(begin + opening.size(), end - begin - opening.size());
+}
+
+Bytes DocumentedExample::bytes() const
+{
+    Bytes bytes;
+    std::istringstream lines(text_);
+    for (std::string line; std::getline(lines, line);)
+        appendHex(bytes, withoutRemark(line));
+    return bytes;
+}
+
+Items DocumentedExample::chain() const
+{
+    Items items;
+    std::istringstream lines(text_);
+    for (std::string line; std::getline(lines, line);) {
+        line = withoutRemark(line);
+        if (line.starts_with(' ')) {
+            appendHex(std::get<Bytes>(items.back().value), line);
+            continue;
+        }
+        const std::size_t value = line.find_first_not_of(' ', line.find(' '));
+        items.push_back(itemOf(std::stoi(line), line.substr(value)));
+    }
+    return items;
+}
+
+std::string DocumentedExample::correction(const std::string& block) const
+{
+    return "The block \"" + label_ + "\" of docs/formats/" + page_ +
+           " is not what the module writes. If the format was changed on purpose, put this into the block and write "
+           "the remarks anew:\n" +
+           block + '\n';
+}
+
+std::string printed(const Bytes& bytes)
+{
+    std::string text;
+    for (std::size_t at = 0; at < bytes.size(); at += kBytesPerLine) {
+        const std::size_t count = std::min(kBytesPerLine, bytes.size() - at);
+        text += (at == 0 ? "" : "\n") + hexOf(Bytes(bytes.data() + at, bytes.data() + at + count));
+    }
+    return text;
+}
+
+std::string printed(const Items& chain)
+{
+    std::string text;
+    for (const Item& item : chain) {
+        const std::string code = std::to_string(item.code);
+        text += (text.empty() ? "" : "\n") + code + std::string(6 - code.size(), ' ') +
+                std::visit(ValuePrinter{}, item.value);
+    }
+    return text;
+}
+
+} // namespace Tests

@@ -1,0 +1,53 @@
+// Reading knows no failures: what cannot be read for want of memory is not there.
+#include "embedded/foundation/faults.h"
+#include "storage/definition_xrecord.h"
+#include "storage/failing_allocation.h"
+#include "storage/legacy_projection.h"
+#include "storage/packed_forms.h"
+#include "support/drawing.h"
+#include "support/platform_test.h"
+
+namespace Tests {
+namespace {
+
+class ExceptionsWhileReading : public PlatformTest {};
+
+TEST_F(ExceptionsWhileReading, CodeThatCannotBeCopiedReadsAsNone)
+{
+    const std::wstring code(300, L'x'); // longer than any text that needs no allocation
+    const std::size_t size = (code.size() + 1) * sizeof(wchar_t);
+    Drawing drawing;
+    drawing.withLegacyCode(code);
+    std::size_t allocations = 0;
+    {
+        const ScopedFailingAllocation counting(size, 0);
+        EXPECT_EQ(Orvel::ReadLegacyProjectionCode(drawing.database()), code);
+        allocations = counting.count();
+    }
+    ASSERT_GE(allocations, 1U);
+    const ScopedFailingAllocation last(size, allocations); // the earlier ones are the host's
+    EXPECT_EQ(Orvel::ReadLegacyProjectionCode(drawing.database()), L"");
+}
+
+TEST_F(ExceptionsWhileReading, ChainWhoseFetchingThrowsIsRejected)
+{
+    const auto local = catalogSystem(L"LOCAL:METRE");
+    Drawing drawing;
+    drawing.withXrecord(joinedItems({{{1071, 1}}, groupOf(local.get())}));
+    Orvel::DefinitionSet found;
+    // A host that takes note of its calls allocates the name of each; fetching is the only one of this length.
+    const std::size_t nameOfFetching = std::string("QeDbXrecord::rbChain").size() + 1;
+    Embedded::Faults::watch();
+    {
+        const ScopedFailingAllocation failing(nameOfFetching, 1);
+        const bool wasRead = Orvel::ReadCsDefinitionXrecord(drawing.database(), L"LOCAL:METRE", found);
+        if (failing.count() == 0)
+            GTEST_SKIP() << "the host's allocations are not this program's here";
+        EXPECT_FALSE(wasRead);
+    }
+    EXPECT_FALSE(found.system);
+    EXPECT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"LOCAL:METRE", found)) << "nothing was left open";
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,25 @@
+// The packing calls with buffers whose borders are watched.
+#pragma once
+
+#include "support/chain.h"
+
+namespace Tests {
+
+/// What a call gave back, and what it wrote when that was not 0.
+struct Written {
+    std::size_t length = 0;
+    Bytes bytes;
+};
+
+/// Call with an output of exactly `capacity` bytes and fail the test when a byte beyond it is touched.
+Written packInto(std::size_t capacity, const Bytes& input);
+Written unpackInto(std::size_t capacity, const Bytes& input);
+
+std::size_t packedSize(const Bytes& input);
+std::size_t unpackedSize(const Bytes& input);
+
+/// The whole packed form, and back; fail the test when size and call disagree.
+Bytes packed(const Bytes& input);
+Bytes unpacked(const Bytes& input);
+
+} // namespace Tests

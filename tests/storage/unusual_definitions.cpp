@@ -1,0 +1,60 @@
+#include "storage/unusual_definitions.h"
+
+#include <stdexcept>
+
+namespace Tests {
+namespace {
+
+void require(Library::Status status)
+{
+    if (status != Library::statusOk)
+        throw std::runtime_error("setting up a definition: library status " + std::to_string(static_cast<int>(status)));
+}
+
+class OtherDefinition final : public Library::DefinitionBase {
+public:
+    OtherDefinition() : DefinitionBase(nullptr) {}
+};
+
+} // namespace
+
+SystemHolder UserSystem::system() const
+{
+    const std::wstring identifier = ellipsoidIdentifier.empty() ? L"" : L"," + ellipsoidIdentifier;
+    const std::wstring text = L"GEOGCRS[\"" + name + L"\",DATUM[\"" + datum + L"\",ELLIPSOID[\"" + ellipsoid + L"\"," +
+                              std::to_wstring(semiMajorAxis) + L",298,LENGTHUNIT[\"metre\",1]" + identifier +
+                              L"]],CS[ellipsoidal,2],AXIS[\"latitude\",north],AXIS[\"longitude\",east],"
+                              L"ANGLEUNIT[\"degree\",0.0174532925199433]]";
+    SystemHolder definition;
+    require(Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), definition.put()));
+    return definition;
+}
+
+DatumHolder UserSystem::datumOfSystem() const
+{
+    DatumHolder definition;
+    require(system()->GetDatum(definition.put()));
+    return definition;
+}
+
+EllipsoidHolder UserSystem::ellipsoidOfSystem() const
+{
+    EllipsoidHolder definition;
+    require(Library::CoordinateReferenceSystemUtil::GetEllipsoid(system().get(), definition.put()));
+    return definition;
+}
+
+std::wstring varied(std::size_t characters)
+{
+    std::wstring text;
+    for (std::size_t index = 0; index < characters; ++index)
+        text += static_cast<wchar_t>(L'a' + (index * 7 + index / 26) % 26);
+    return text;
+}
+
+Orvel::LibraryObject<Library::DefinitionBase> otherDefinition()
+{
+    return Orvel::LibraryObject<Library::DefinitionBase>(new OtherDefinition);
+}
+
+} // namespace Tests

@@ -1,0 +1,131 @@
+#include "storage/utf16le.h"
+
+#include <gtest/gtest.h>
+
+#include "storage/byte_patterns.h"
+
+namespace Tests {
+namespace {
+
+using Orvel::TextFromUtf16le;
+using Orvel::Utf16leBytes;
+
+std::wstring textFrom(const Bytes& bytes)
+{
+    return TextFromUtf16le(bytes.data(), bytes.size());
+}
+
+TEST(Utf16le, EmptyTextIsTheTerminatingNul)
+{
+    EXPECT_EQ(Utf16leBytes(L""), (Bytes{0, 0}));
+}
+
+TEST(Utf16le, LowByteComesFirst)
+{
+    EXPECT_EQ(Utf16leBytes(L"A\x00E4\x4E16"), (Bytes{0x41, 0x00, 0xE4, 0x00, 0x16, 0x4E, 0, 0}));
+}
+
+TEST(Utf16le, LengthIsTwoBytesForEachUnitAndTwoMore)
+{
+    EXPECT_EQ(Utf16leBytes(std::wstring(1000, L'x')).size(), 2002U);
+}
+
+TEST(Utf16le, SupplementaryCharacterIsAPairOfSurrogates)
+{
+    EXPECT_EQ(Utf16leBytes(L"\U0001F30D"), (Bytes{0x3C, 0xD8, 0x0D, 0xDF, 0, 0}));
+    EXPECT_EQ(Utf16leBytes(L"\U00010000"), (Bytes{0x00, 0xD8, 0x00, 0xDC, 0, 0}));
+    EXPECT_EQ(Utf16leBytes(L"\U0010FFFF"), (Bytes{0xFF, 0xDB, 0xFF, 0xDF, 0, 0}));
+}
+
+TEST(Utf16le, LastCharacterOfOneUnitStaysOne)
+{
+    EXPECT_EQ(Utf16leBytes(L"\xFFFF"), (Bytes{0xFF, 0xFF, 0, 0}));
+}
+
+TEST(Utf16le, UnpairedSurrogatesPassThrough)
+{
+    const std::wstring text{static_cast<wchar_t>(0xD800), L'a', static_cast<wchar_t>(0xDC00)};
+    EXPECT_EQ(Utf16leBytes(text), (Bytes{0x00, 0xD8, 0x61, 0x00, 0x00, 0xDC, 0, 0}));
+    EXPECT_EQ(textFrom({0x00, 0xD8, 0x61, 0x00, 0x00, 0xDC, 0, 0}), text);
+}
+
+TEST(Utf16le, SurrogatesInTheWrongOrderStayTwo)
+{
+    const std::wstring text{static_cast<wchar_t>(0xDC00), static_cast<wchar_t>(0xD800)};
+    EXPECT_EQ(textFrom(Utf16leBytes(text)), text);
+}
+
+TEST(Utf16le, PairOfSurrogatesIsOneCharacterWhereTheSystemHasItSo)
+{
+    EXPECT_EQ(textFrom({0x3C, 0xD8, 0x0D, 0xDF, 0, 0}), L"\U0001F30D");
+}
+
+TEST(Utf16le, HighSurrogateBeforeAPairStaysForItself)
+{
+    std::wstring text{static_cast<wchar_t>(0xD800)};
+    text += L"\U0001F30D";
+    EXPECT_EQ(textFrom({0x00, 0xD8, 0x3C, 0xD8, 0x0D, 0xDF, 0, 0}), text);
+}
+
+TEST(Utf16le, LowSurrogateAfterAPairStaysForItself)
+{
+    std::wstring text = L"\U0001F30D";
+    text += static_cast<wchar_t>(0xDC00);
+    EXPECT_EQ(textFrom({0x3C, 0xD8, 0x0D, 0xDF, 0x00, 0xDC, 0, 0}), text);
+}
+
+TEST(Utf16le, TextEndsAtItsFirstNul)
+{
+    EXPECT_EQ(textFrom({0x41, 0, 0, 0, 0x42, 0}), L"A");
+}
+
+TEST(Utf16le, ZeroByteInAUnitIsNoNul)
+{
+    EXPECT_EQ(textFrom({0x00, 0x01, 0x41, 0x00, 0, 0}), L"\x0100"
+                                                        L"A");
+}
+
+TEST(Utf16le, TextWithoutANulEndsWithTheBytes)
+{
+    EXPECT_EQ(textFrom({0x41, 0, 0x42, 0}), L"AB");
+}
+
+TEST(Utf16le, OddLastByteIsIgnored)
+{
+    EXPECT_EQ(textFrom({0x41, 0, 0x42}), L"A");
+    EXPECT_EQ(textFrom({0x41}), L"");
+}
+
+TEST(Utf16le, NoBytesAreAnEmptyText)
+{
+    EXPECT_EQ(textFrom({}), L"");
+    EXPECT_EQ(TextFromUtf16le(nullptr, 0), L"");
+}
+
+TEST(Utf16le, EveryUnitComesBack)
+{
+    std::wstring text;
+    for (unsigned unit = 1; unit < 0x10000; ++unit) {
+        text += static_cast<wchar_t>(unit);
+        text += L'.'; // keeps surrogates apart
+    }
+    EXPECT_TRUE(textFrom(Utf16leBytes(text)) == text);
+}
+
+TEST(Utf16le, CharactersFromEverySupplementaryPlaneComeBack)
+{
+    std::wstring text;
+    for (char32_t character = 0x10000; character < 0x110000; character += 0x3FD) {
+        const char32_t offset = character - 0x10000;
+        if (sizeof(wchar_t) > 2) {
+            text += static_cast<wchar_t>(character);
+            continue;
+        }
+        text += static_cast<wchar_t>(0xD800 + (offset >> 10));
+        text += static_cast<wchar_t>(0xDC00 + (offset & 0x3FF));
+    }
+    EXPECT_TRUE(textFrom(Utf16leBytes(text)) == text);
+}
+
+} // namespace
+} // namespace Tests

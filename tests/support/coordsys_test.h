@@ -1,0 +1,48 @@
+// The fixture of the coordinate-system functions: a drawing, a log of notices, and an out-parameter that was set
+// before.
+#pragma once
+
+#include <string>
+
+#include "coordsys/orvel_coordinate_system.h"
+#include "embedded/foundation/faults.h"
+#include "support/drawing.h"
+#include "support/library_definitions.h"
+#include "support/platform_test.h"
+#include "support/recording_reactor.h"
+
+namespace Tests {
+
+namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
+
+/// A library status that no function produces: where it is still there, nothing was written.
+inline constexpr auto kUntouched = static_cast<Library::Status>(77);
+
+/// How often the call was begun since Faults::watch or Faults::arm.
+inline std::size_t timesSeen(const std::string& call)
+{
+    std::size_t times = 0;
+    for (const std::string& seen : Embedded::Faults::seen())
+        times += seen == call ? 1U : 0U;
+    return times;
+}
+
+class CoordsysTest : public PlatformTest {
+protected:
+    Drawing drawing;
+    Notices log;
+    RecordingReactor reactor{log};
+    Library::Status status = kUntouched;
+
+    QeDbDatabase* database() const { return drawing.database(); }
+
+    Qeapp::ErrorStatus assign(const wchar_t* code) { return Cs::SetCoordinateSystem(code, database(), &status); }
+    Qeapp::ErrorStatus assign(const SystemHolder& definition)
+    {
+        return Cs::SetCoordinateSystem(definition.get(), database(), &status);
+    }
+    /// As a user's earlier assignment, of which no reactor and no status tells.
+    void giveSystem(const wchar_t* code) { drawing.withGeoData(serializedText(catalogSystem(code).get())); }
+};
+
+} // namespace Tests

@@ -1,0 +1,100 @@
+#include "support/library_definitions.h"
+
+#include <stdexcept>
+
+#include "embedded/foundation/text.h"
+#include "platform/spatial_reference.h"
+
+namespace Tests {
+namespace {
+
+/// Setting up a test must not go wrong unnoticed.
+void require(Library::Status status)
+{
+    if (status != Library::statusOk)
+        throw std::runtime_error("setting up a definition: library status " + std::to_string(static_cast<int>(status)));
+}
+
+template <class Definition>
+Orvel::LibraryObject<Definition> loaded(const wchar_t* code)
+{
+    Orvel::LibraryObject<Definition> definition;
+    require(Definition::Load(code, definition.put()));
+    return definition;
+}
+
+const wchar_t* kindOf(const Library::DefinitionBase* definition)
+{
+    if (dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(definition) != nullptr)
+        return L"system ";
+    if (dynamic_cast<const Library::DatumDefinition*>(definition) != nullptr)
+        return L"datum ";
+    return dynamic_cast<const Library::EllipsoidDefinition*>(definition) != nullptr ? L"ellipsoid " : L"other ";
+}
+
+} // namespace
+
+SystemHolder catalogSystem(const wchar_t* code)
+{
+    return loaded<Library::CoordinateReferenceSystemDefinition>(code);
+}
+
+DatumHolder catalogDatum(const wchar_t* code)
+{
+    return loaded<Library::DatumDefinition>(code);
+}
+
+EllipsoidHolder catalogEllipsoid(const wchar_t* code)
+{
+    return loaded<Library::EllipsoidDefinition>(code);
+}
+
+SystemHolder userSystem(const wchar_t* code)
+{
+    SystemHolder definition;
+    require(Library::CoordinateReferenceSystemDefinition::CreateFromText(L"+proj=longlat +a=6378000 +rf=298 +no_defs",
+                                                                         code, definition.put()));
+    return definition;
+}
+
+std::wstring serializedText(const Library::DefinitionBase* definition, bool includeDependents)
+{
+    std::vector<unsigned char> bytes(65536);
+    require(Library::DefinitionStream::Serialize_s(definition, bytes.data(), bytes.size(), Library::formatText, -1,
+                                                   includeDependents));
+    const std::wstring text = Embedded::wideFromUtf16le({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    return text.substr(0, text.find(L'\0'));
+}
+
+std::wstring joinedTexts(const Texts& texts)
+{
+    std::wstring joined;
+    for (const std::wstring& text : texts) {
+        const std::size_t begin = text.find(L'[');
+        const std::size_t end = text.rfind(L']');
+        if (begin == std::wstring::npos || end == std::wstring::npos)
+            throw std::runtime_error("a text without a list of definitions");
+        joined += joined.empty() ? text.substr(0, begin + 1) : L",";
+        joined += text.substr(begin + 1, end - begin - 1);
+    }
+    return joined + texts.back().substr(texts.back().rfind(L']'));
+}
+
+std::wstring described(const Library::DefinitionBase* definition)
+{
+    if (definition == nullptr)
+        return L"none";
+    const wchar_t* code = nullptr;
+    require(definition->GetCode(code));
+    return std::wstring(kindOf(definition)) + code;
+}
+
+Texts described(const ArrayHolder& definitions)
+{
+    Texts texts;
+    for (int index = 0; definitions && index < definitions->GetCount(); ++index)
+        texts.push_back(described(definitions->GetItem(index)));
+    return texts;
+}
+
+} // namespace Tests

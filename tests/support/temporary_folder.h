@@ -1,0 +1,21 @@
+// A folder of a test's own, gone with everything in it at the end of the scope.
+#pragma once
+
+#include <filesystem>
+
+namespace Tests {
+
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder();
+
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+} // namespace Tests

@@ -1,0 +1,27 @@
+#include "platform/windows.h"
+#include "support/platform_test.h"
+
+namespace {
+
+TEST(WideText, ComparisonIgnoresTheCaseOfAsciiLetters)
+{
+    EXPECT_EQ(_wcsicmp(L"epsg:25832", L"EPSG:25832"), 0);
+    EXPECT_LT(_wcsicmp(L"EPSG:1", L"epsg:2"), 0);
+    EXPECT_GT(_wcsicmp(L"b", L"A"), 0);
+    EXPECT_LT(_wcsicmp(L"abc", L"abcd"), 0);
+    EXPECT_GT(_wcsicmp(L"abcd", L"abc"), 0);
+    EXPECT_EQ(_wcsicmp(L"", L""), 0);
+}
+
+TEST(WideText, OtherLettersKeepTheirCase)
+{
+    EXPECT_NE(_wcsicmp(L"\u00C4", L"\u00E4"), 0);
+}
+
+TEST(WideText, TheGapBetweenUpperAndLowerCaseIsNoLetter)
+{
+    EXPECT_NE(_wcsicmp(L"[", L"{"), 0);
+    EXPECT_NE(_wcsicmp(L"@", L"`"), 0);
+}
+
+} // namespace
