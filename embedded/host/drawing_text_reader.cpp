@@ -157,7 +157,7 @@ ObjectImage objectFrom(const JsonNode& node)
 void requireFormat(const JsonNode& root)
 {
     if (!root.has("format") || root.member("format").utf8() != DrawingFormat::kName)
-        root.refuse("not a drawing file: its field \"format\" is not \"" + std::string(DrawingFormat::kName) + "\"");
+        root.refuse(R"(not a drawing file: its field "format" is not ")" + std::string(DrawingFormat::kName) + '"');
     const auto version = root.member("formatVersion").integer(1, std::numeric_limits<int>::max());
     if (version > DrawingFormat::kVersion)
         throw DrawingRefusal{Qeapp::eFileTooNew, "formatVersion: " + std::to_string(version) +

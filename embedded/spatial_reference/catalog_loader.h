@@ -16,11 +16,11 @@ ProjObject catalogObject(const CatalogCode& code, PJ_CATEGORY category);
 
 /// What a load came to; `data` is present exactly when the status is statusOk.
 struct Loaded {
-    Zentara::Infrastructure::SpatialReference::Status status;
+    Zentara::Infrastructure::SpatialReference::Status status = Zentara::Infrastructure::SpatialReference::statusFailed;
     std::optional<DefinitionData> data;
 };
 
-/// A system, datum or ellipsoid; the code may be null.
-Loaded loadFromCatalog(const wchar_t* code, DefinitionType type);
+/// A system, datum or ellipsoid by its code; the text may be null.
+Loaded loadFromCatalog(const wchar_t* text, DefinitionType type);
 
 } // namespace Embedded

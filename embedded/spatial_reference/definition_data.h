@@ -25,10 +25,11 @@ enum class DefinitionType : unsigned char {
 namespace Zentara::Infrastructure::SpatialReference {
 
 struct DefinitionData {
-    DefinitionData(Embedded::DefinitionType type, std::string codeUtf8, Embedded::Document document);
+    DefinitionData(Embedded::DefinitionType definitionType, std::string definitionCode,
+                   Embedded::Document definitionDocument);
 
     /// Replaces the document and what follows from it.
-    void setDocument(Embedded::Document document);
+    void setDocument(Embedded::Document changed);
 
     Embedded::DefinitionType type;
     std::string codeUtf8;

@@ -50,6 +50,7 @@ std::string lineOf(const Bytes& bytes)
 {
     std::string line = hexOf(bytes) + std::string((kBytesPerLine - bytes.size()) * 2, ' ') + " ; ";
     std::ranges::transform(bytes, std::back_inserter(line), printable);
+    line.erase(line.find_last_not_of(' ') + 1);
     return line;
 }
 

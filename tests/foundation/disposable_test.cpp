@@ -52,7 +52,7 @@ TEST_F(Disposables, APointerTakesOverTheReferenceItIsGiven)
     int disposals = 0;
     {
         const Ptr<Counted> first(new Counted(disposals));
-        const Ptr<Counted> second = first;
+        const Ptr<Counted> second = first; // NOLINT(performance-unnecessary-copy-initialization): the copy is tested
         EXPECT_EQ(second->GetRefCount(), 2);
     }
     EXPECT_EQ(disposals, 1);
