@@ -22,7 +22,7 @@ FileResult tooLarge(std::uint64_t mostBytes)
 }
 
 /// Asked before the file is opened: opening a pipe would wait for its writer.
-FileResult inspect(const fs::path& file, std::uint64_t mostBytes, std::uint64_t& size)
+FileResult inspect(const fs::path& file)
 {
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
@@ -30,10 +30,16 @@ FileResult inspect(const fs::path& file, std::uint64_t mostBytes, std::uint64_t&
         return {Qeapp::eFileNotFound, error ? error.message() : reasonOf(ENOENT)};
     if (!fs::is_regular_file(status))
         return {Qeapp::eFileDamaged, fs::is_directory(status) ? "is a folder" : "is not a regular file"};
-    size = fs::file_size(file, error);
-    if (error)
-        return {Qeapp::eFileNotFound, error.message()};
-    return size > mostBytes ? tooLarge(mostBytes) : FileResult{};
+    return {};
+}
+
+/// Of the file that was opened: another may have taken its name since.
+std::uint64_t sizeOf(std::ifstream& stream)
+{
+    stream.seekg(0, std::ios::end);
+    const std::streamoff size = stream.tellg();
+    stream.seekg(0);
+    return size > 0 ? static_cast<std::uint64_t>(size) : 0;
 }
 
 } // namespace
@@ -43,18 +49,18 @@ FileResult readWholeFile(const fs::path& file, std::uint64_t mostBytes, std::str
     text.clear();
     if (const auto fault = QeHost::faultOf("readWholeFile", Qeapp::eFileNotFound))
         return {*fault, reasonOf(EIO)};
-    std::uint64_t size = 0;
-    if (FileResult refusal = inspect(file, mostBytes, size); refusal.status != Qeapp::eOk)
+    if (FileResult refusal = inspect(file); refusal.status != Qeapp::eOk)
         return refusal;
     errno = 0;
     std::ifstream stream(file, std::ios::binary);
     if (!stream)
         return {Qeapp::eFileNotFound, reasonOf(errno != 0 ? errno : EIO)};
+    const std::uint64_t size = sizeOf(stream);
+    if (size > mostBytes)
+        return tooLarge(mostBytes);
     std::string contents(size, '\0');
     if (!stream.read(contents.data(), static_cast<std::streamsize>(size)))
         return {Qeapp::eFileDamaged, "cannot be read to its end"};
-    if (stream.peek() != std::ifstream::traits_type::eof())
-        return {Qeapp::eFileDamaged, "is being written to"};
     text = std::move(contents);
     return {};
 }

@@ -12,9 +12,9 @@ struct Method {
     std::string_view name;
 };
 
-// Geoid and height-correction grids are read in one direction only; polynomials have no closed inverse; point motion
-// and the perspective views lose what an inverse would need. The methods 1099, 1106 and 1109 and the two newest height
-// grids follow their families, EPSG's flag for them was not at hand.
+// Height grids are read in one direction only, polynomials have no closed inverse, point motion and the perspective views
+// lose what an inverse would need. Most are flagged so in a 2018 copy of the EPSG dataset; five newer ones belong to the
+// same families and are taken to be like them.
 constexpr std::array kMethods{
     Method{"1025", "Geographic3D to GravityRelatedHeight (EGM2008)"},
     Method{"1030", "Geographic3D to GravityRelatedHeight (NZgeoid)"},

@@ -3,10 +3,16 @@
 namespace Embedded {
 namespace {
 
+void ignore(void* /*data*/, int /*level*/, const char* /*message*/)
+{
+}
+
+/// Some of PROJ's messages pass over the level, so that what takes them has to be silent too.
 PJ_CONTEXT* silentContext()
 {
     PJ_CONTEXT* context = proj_context_create();
     proj_log_level(context, PJ_LOG_NONE);
+    proj_log_func(context, nullptr, ignore);
     proj_context_set_enable_network(context, 0);
     return context;
 }

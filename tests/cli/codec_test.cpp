@@ -57,7 +57,7 @@ TEST_F(CodecCommand, EmptyInputGivesEmptyOutput)
 TEST_F(CodecCommand, LargeInputComesBack)
 {
     std::string input;
-    for (int index = 0; index < 2'000'000; ++index)
+    for (unsigned index = 0; index < 2'000'000; ++index)
         input.push_back(static_cast<char>((index * 7919) >> (index % 13)));
     const ProgramResult packed = run({"codec", "pack"}, input);
     EXPECT_EQ(packed.status, 0);
