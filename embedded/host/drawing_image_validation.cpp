@@ -18,6 +18,8 @@
 namespace Embedded {
 namespace {
 
+constexpr Handle kLargestNextHandle = 0x7FFF'FFFF'FFFF'FFFF;
+
 std::string objectPlace(std::size_t index)
 {
     return "objects[" + std::to_string(index) + "]";
@@ -48,6 +50,7 @@ public:
 private:
     bool fail(const std::string& place, const std::string& message);
     bool checkVersion();
+    bool checkNextHandle();
     bool checkHandles();
     bool checkHandle(std::size_t index);
     template <class Contents>
@@ -99,8 +102,8 @@ const ObjectImage* ImageValidator::find(Handle handle) const
 
 std::string ImageValidator::firstFault()
 {
-    static_cast<void>(checkVersion() && checkHandles() && checkRoots() && checkContents() && checkModelSpace() &&
-                      checkOwners() && checkOwnerCycles()); // fault_ tells
+    static_cast<void>(checkVersion() && checkNextHandle() && checkHandles() && checkRoots() && checkContents() &&
+                      checkModelSpace() && checkOwners() && checkOwnerCycles()); // fault_ tells
     return std::move(fault_);
 }
 
@@ -110,6 +113,14 @@ bool ImageValidator::checkVersion()
         return true;
     return fail("drawingVersion", std::to_string(image_.drawingVersion) + " is not from " +
                                       std::to_string(QeDb::kOldestDwg) + " to " + std::to_string(QeDb::kCurrentDwg));
+}
+
+/// Leaves room for the handles of objects to come.
+bool ImageValidator::checkNextHandle()
+{
+    if (image_.nextHandle <= kLargestNextHandle)
+        return true;
+    return fail("nextHandle", textFromHandle(image_.nextHandle) + " is above " + textFromHandle(kLargestNextHandle));
 }
 
 bool ImageValidator::checkHandles()

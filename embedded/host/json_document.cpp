@@ -152,10 +152,12 @@ void TreeBuilder::refuse(const std::string& message) const
 
 json parseJsonDocument(std::string_view text)
 {
+    if (text.empty())
+        throw DrawingRefusal{Qeapp::eFileDamaged, "line 1, byte 1: the file is empty"};
     TreeBuilder builder(text);
     if (!json::sax_parse(text, &builder))
         throw DrawingRefusal{Qeapp::eFileDamaged, "byte 1: no JSON document"};
-    if (text.empty() || text.back() != '\n')
+    if (text.back() != '\n')
         throw DrawingRefusal{Qeapp::eFileDamaged,
                              positionIn(text, text.size() + 1) + ": the newline that ends the file is missing"};
     return builder.take();

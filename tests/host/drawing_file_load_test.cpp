@@ -93,7 +93,7 @@ TEST_F(DrawingFileLoad, APipe_IsNoDrawingAndIsNotWaitedFor)
 
 TEST_F(DrawingFileLoad, AnEmptyFile_IsDamaged)
 {
-    expectRefusalOf("", Qeapp::eFileDamaged, "line 1, byte 1: ");
+    expectRefusalOf("", Qeapp::eFileDamaged, "line 1, byte 1: the file is empty");
 }
 
 TEST_F(DrawingFileLoad, ATruncatedFile_IsDamagedAndStaysAsItIs)

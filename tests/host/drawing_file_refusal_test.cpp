@@ -290,6 +290,9 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Objects, DrawingFileRefusal,
     testing::Values(
+        Refusal{"ANextHandleWithoutRoomAboveIt",
+                {{R"("nextHandle": "B")", R"("nextHandle": "FFFFFFFFFFFFFFFE")"}},
+                "nextHandle: FFFFFFFFFFFFFFFE is above 7FFFFFFFFFFFFFFF"},
         Refusal{"AHandleThatIsNotBelowTheNext",
                 {{R"("nextHandle": "B")", R"("nextHandle": "A")"}},
                 "objects[8].handle: A is not below nextHandle"},

@@ -184,9 +184,9 @@ TEST_F(DrawingFileText, TheLargestChunkOfExtendedData_ComesBack)
 TEST_F(DrawingFileText, TheLargestHandles_ComeBack)
 {
     DrawingImage image = exampleImage();
-    image.nextHandle = std::numeric_limits<Handle>::max();
+    image.nextHandle = Handle{0x7FFF'FFFF'FFFF'FFFF};
     image.objects.back().handle = image.nextHandle - 1;
-    expectLine(drawingTextFrom(image), R"(  "nextHandle": "FFFFFFFFFFFFFFFF",)");
+    expectLine(drawingTextFrom(image), R"(  "nextHandle": "7FFFFFFFFFFFFFFF",)");
     EXPECT_EQ(read(drawingTextFrom(image)), image);
 }
 
