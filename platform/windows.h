@@ -70,6 +70,8 @@ inline constexpr REGSAM KEY_WRITE = 0x20006;
 inline constexpr int _SH_DENYNO = 0x40;
 extern WIN32_STANDIN_API const HKEY HKEY_CURRENT_USER;
 
+// A stand-in answers for what is called: the registry, the code pages and the text files get theirs with the stores
+// that are to use them.
 extern "C" {
 /// From "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}" to its 16 bytes; CO_E_CLASSSTRING for anything else.
 WIN32_STANDIN_API HRESULT CLSIDFromString(const wchar_t* text, CLSID* clsid);

@@ -1,7 +1,7 @@
 // Makes chosen platform calls fail, so that a client's failure paths can be walked.
 //
-// Every fallible call of the host, of the spatial-reference library and of the Win32 stand-in, every allocation of
-// theirs included, begins with a strike that names it, "QeDbDictionary::setAt" for instance. A sweep counts the calls
+// Every fallible call of the host, of the spatial-reference library and of the Win32 stand-in, the host's allocators
+// among them, begins with a strike that names it, "QeDbDictionary::setAt" for instance. A sweep counts the calls
 // of an operation and then fails them one after another.
 #pragma once
 

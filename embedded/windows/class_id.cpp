@@ -1,5 +1,6 @@
 #include <cwchar>
 #include <iterator>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -92,7 +93,9 @@ HRESULT StringFromCLSID(const CLSID& clsid, wchar_t** text)
     writeDigits(digits, kData3, clsid.Data3);
     for (std::size_t index = 0; index < std::size(kData4); ++index)
         writeDigits(digits, kData4[index], clsid.Data4[index]);
-    *text = new wchar_t[digits.size() + 1];
+    *text = new (std::nothrow) wchar_t[digits.size() + 1];
+    if (*text == nullptr)
+        return E_OUTOFMEMORY;
     std::wmemcpy(*text, digits.c_str(), digits.size() + 1);
     Audit::add(Held::comMemory);
     return S_OK;

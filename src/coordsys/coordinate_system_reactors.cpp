@@ -18,13 +18,10 @@ ReactorList::iterator find(const OrvelCoordinateSystemReactor* reactor)
     return std::ranges::find(CoordinateSystemReactorList, reactor);
 }
 
-/// Calls `event` for each reactor of a copy of the list, so that reactors may add and remove reactors meanwhile. False
-/// as soon as `event` answers false.
-template <class Event>
-bool forEachReactor(const Event& event)
+/// A copy, so that reactors may add and remove reactors meanwhile.
+ReactorList snapshot()
 {
-    const ReactorList snapshot = CoordinateSystemReactorList;
-    return std::ranges::all_of(snapshot, event);
+    return CoordinateSystemReactorList;
 }
 
 } // namespace
@@ -74,8 +71,11 @@ Qeapp::ErrorStatus RemoveCoordinateSystemReactor(OrvelCoordinateSystemReactor* r
 
 bool NotifyCoordinateSystemWillChange(QeDbDatabase* db, const wchar_t* name)
 {
-    if (forEachReactor(
-            [=](OrvelCoordinateSystemReactor* reactor) { return reactor->CoordinateSystemWillChange(db, name); }))
+    const auto allows = [=](OrvelCoordinateSystemReactor* reactor) {
+        return reactor->CoordinateSystemWillChange(db, name);
+    };
+    const ReactorList asked = snapshot();
+    if (std::ranges::all_of(asked, allows))
         return true;
     NotifyCoordinateSystemChangeVetoed(db, name);
     return false;
@@ -83,26 +83,20 @@ bool NotifyCoordinateSystemWillChange(QeDbDatabase* db, const wchar_t* name)
 
 void NotifyCoordinateSystemChanged(QeDbDatabase* db, const wchar_t* name)
 {
-    forEachReactor([=](OrvelCoordinateSystemReactor* reactor) {
+    for (OrvelCoordinateSystemReactor* const reactor : snapshot())
         reactor->CoordinateSystemChanged(db, name);
-        return true;
-    });
 }
 
 void NotifyCoordinateSystemChangeVetoed(QeDbDatabase* db, const wchar_t* name)
 {
-    forEachReactor([=](OrvelCoordinateSystemReactor* reactor) {
+    for (OrvelCoordinateSystemReactor* const reactor : snapshot())
         reactor->CoordinateSystemChangeVetoed(db, name);
-        return true;
-    });
 }
 
 void NotifyCsTransformationChanged()
 {
-    forEachReactor([](OrvelCoordinateSystemReactor* reactor) {
+    for (OrvelCoordinateSystemReactor* const reactor : snapshot())
         reactor->CsTransformationChanged();
-        return true;
-    });
 }
 
 } // namespace Zentara::Gis::Orvel::CoordinateSystem

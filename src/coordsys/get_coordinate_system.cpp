@@ -3,6 +3,7 @@
 #include "coordsys/database_argument.h"
 #include "coordsys/orvel_coordinate_system.h"
 #include "coordsys/scoped_report.h"
+#include "storage/definition_code.h"
 #include "storage/definition_xrecord.h"
 #include "storage/geodata.h"
 #include "storage/host_holders.h"
@@ -98,11 +99,8 @@ CoordinateReferenceSystemDefinition* takeSystem(DefinitionBaseArray& definitions
 Qeapp::ErrorStatus checkCatalog(const CoordinateReferenceSystemDefinition* definition, bool& known,
                                 Status& libraryStatus)
 {
-    const wchar_t* code = nullptr;
-    if (definition == nullptr || definition->GetCode(code) != Library::statusOk)
-        code = nullptr;
     DefinitionHolder inCatalog;
-    libraryStatus = CoordinateReferenceSystemDefinition::Load(code, inCatalog.put());
+    libraryStatus = CoordinateReferenceSystemDefinition::Load(::Orvel::CodeOf(definition), inCatalog.put());
     known = libraryStatus == Library::statusOk;
     if (known || libraryStatus == Library::statusNotFound)
         return Qeapp::eOk;
@@ -112,20 +110,15 @@ Qeapp::ErrorStatus checkCatalog(const CoordinateReferenceSystemDefinition* defin
     return Qeapp::eInvalidInput;
 }
 
-Qeapp::ErrorStatus GetCoordinateSystemCode(wchar_t*& code, bool& knownToCatalog, QeDbDatabase* db)
+/// Leaves `code` empty where the drawing has no coordinate system.
+Qeapp::ErrorStatus GetCoordinateSystemCode(::Orvel::HostString& code, bool& knownToCatalog, QeDbDatabase* db)
 {
-    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
-    if (database == nullptr)
-        return Qeapp::eNoDatabase;
-    code = nullptr;
     DefinitionHolder definition;
-    const Qeapp::ErrorStatus read = GetCoordinateSystem(definition.put(), &knownToCatalog, database, nullptr);
+    const Qeapp::ErrorStatus read = GetCoordinateSystem(definition.put(), &knownToCatalog, db, nullptr);
     if (read != Qeapp::eOk || !definition)
         return read;
-    const wchar_t* stored = nullptr;
-    if (definition->GetCode(stored) != Library::statusOk || stored == nullptr || *stored == L'\0')
-        return Qeapp::eInvalidInput;
-    return qeutNewString(stored, code);
+    const wchar_t* const stored = ::Orvel::CodeOf(definition.get());
+    return ::Orvel::IsBlank(stored) ? Qeapp::eInvalidInput : qeutNewString(stored, code.put());
 }
 
 } // namespace
@@ -167,14 +160,18 @@ Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefinition*& def
 
 Qeapp::ErrorStatus GetCoordinateSystem(wchar_t*& code, QeDbDatabase* db)
 {
+    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    if (database == nullptr)
+        return Qeapp::eNoDatabase;
+    code = nullptr;
+    ::Orvel::HostString stored;
     bool knownToCatalog = false;
-    const Qeapp::ErrorStatus read = GetCoordinateSystemCode(code, knownToCatalog, db);
+    const Qeapp::ErrorStatus read = GetCoordinateSystemCode(stored, knownToCatalog, database);
     if (read != Qeapp::eOk)
         return read;
-    if (code != nullptr && !knownToCatalog) {
-        qeutDelBuffer(code);
+    if (stored && !knownToCatalog)
         return Qeapp::eInvalidInput;
-    }
+    code = stored.release();
     return Qeapp::eOk;
 }
 

@@ -9,6 +9,8 @@
 //  - on failure it becomes 52 when no library call had failed, and otherwise stays as the caller set it. Set it before
 //    the call, and trust it only on eOk or when it reads 52;
 //  - eNoDatabase leaves it untouched.
+// SetCoordinateSystem by code and ApplyCoordinateSystemStorageVersion differ, as they say: decide by their result
+// alone.
 #pragma once
 
 #include "coordsys/orvel_coordinate_system_reactor.h"
@@ -29,7 +31,8 @@ using Infrastructure::SpatialReference::Status;
 /// failure it may hold an array made in this call. In both cases the caller releases it with Object::Destroy, so set it
 /// to null before the call.
 /// Returns eOk; eNoDatabase (no `db` and no working database; nothing is touched); eInvalidInput when the library
-/// cannot read the GeoData text or fills no array; eOutOfMemory when it is short of memory; eNotApplicable for a legacy
+/// cannot read the GeoData text or fills no array; eOutOfMemory when it has no memory for the empty array of a drawing
+/// without a coordinate system; eNotApplicable for a legacy
 /// code that is neither stored as a definition nor in the catalog.
 ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(DefinitionBaseArray*& definitions, QeDbDatabase* db = nullptr,
                                                  Status* status = nullptr);
@@ -49,6 +52,7 @@ ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefini
 /// On eOk `code` is a new host string that the caller releases with qeutDelBuffer, or null for a drawing without a
 /// coordinate system; on failure null.
 /// Returns as the overloads above, and eInvalidInput for a code that is empty or that the catalog does not know.
+/// eNoDatabase touches nothing.
 ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(wchar_t*& code, QeDbDatabase* db = nullptr);
 
 /// Assigns a definition, which stays the caller's, to the drawing: removes every stored form and writes the definition
@@ -95,9 +99,11 @@ ORVEL_API Qeapp::ErrorStatus DeserializeCoordinateSystem(DefinitionBaseArray*& d
 /// Rewrites what the drawing holds of its coordinate system into the forms of a drawing version: below version 30 the
 /// legacy projection record, the definition xrecord and WKT in the GeoData object; from 30 on the text in the GeoData
 /// object alone. No reactor is told: the coordinate system stays the same.
-/// Returns eOk, also for a drawing without a coordinate system; eNoDatabase; eInvalidDrawingVersion for a version that
-/// has no forms; otherwise as GetCoordinateSystem, ClearCoordinateSystem and the writing of the forms do. A failure
-/// after the removal of the former forms leaves the drawing without a coordinate system: the host's save undoes it.
+/// On failure `status` says nothing of use: it may have become 52 or stayed, by the status of the step that failed.
+/// Returns eOk, also for a drawing without a coordinate system; eNoDatabase; eInvalidDrawingVersion, a guard
+/// against a version without forms, of which there is none; otherwise as GetCoordinateSystem, ClearCoordinateSystem and
+/// the writing of the forms do. A failure after the removal of the former forms leaves the drawing without a coordinate
+/// system: the host's save undoes it.
 ORVEL_API Qeapp::ErrorStatus ApplyCoordinateSystemStorageVersion(QeDbDatabase* db, QeDb::QeDbDwgVersion version,
                                                                  Status* status = nullptr);
 
@@ -109,9 +115,11 @@ ORVEL_API Qeapp::ErrorStatus AddCoordinateSystemReactor(OrvelCoordinateSystemRea
 /// Takes a reactor off the list. Returns eOk; eInvalidInput for null and for one that is not registered.
 ORVEL_API Qeapp::ErrorStatus RemoveCoordinateSystemReactor(OrvelCoordinateSystemReactor* reactor);
 
-/// A setting that client modules share: whether to initialise GeoData parameters. The module keeps it, false when it is
-/// loaded, and does not act on it. Both always return eOk.
+/// Copies into `value` a setting that client modules share: whether to initialise GeoData parameters. The module keeps
+/// it, false when it is loaded, and does not act on it. Always returns eOk.
 ORVEL_API Qeapp::ErrorStatus GetInitializeGeodataParameters(bool& value);
+
+/// Changes that setting until the module is unloaded. Always returns eOk.
 ORVEL_API Qeapp::ErrorStatus SetInitializeGeodataParameters(bool value);
 
 } // namespace Zentara::Gis::Orvel::CoordinateSystem

@@ -6,7 +6,7 @@ class QeDbDatabase;
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 
 /// Asks until one says no; then every reactor is told of the veto and the answer is false.
-bool NotifyCoordinateSystemWillChange(QeDbDatabase* db, const wchar_t* name);
+[[nodiscard]] bool NotifyCoordinateSystemWillChange(QeDbDatabase* db, const wchar_t* name);
 void NotifyCoordinateSystemChanged(QeDbDatabase* db, const wchar_t* name);
 void NotifyCoordinateSystemChangeVetoed(QeDbDatabase* db, const wchar_t* name);
 void NotifyCsTransformationChanged();

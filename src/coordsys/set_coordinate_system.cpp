@@ -4,6 +4,7 @@
 #include "coordsys/orvel_coordinate_system.h"
 #include "coordsys/reactor_notices.h"
 #include "coordsys/scoped_report.h"
+#include "storage/definition_code.h"
 #include "storage/geodata.h"
 #include "storage/library_holder.h"
 #include "storage/stored_coordinate_system.h"
@@ -18,10 +19,8 @@ namespace {
 /// The name under which an assignment is announced: a copy, for a reactor may do what it likes meanwhile.
 std::wstring announcedName(const CoordinateReferenceSystemDefinition* definition)
 {
-    const wchar_t* code = nullptr;
-    if (definition == nullptr || definition->GetCode(code) != ::Orvel::Library::statusOk || code == nullptr)
-        return {};
-    return code;
+    const wchar_t* const code = ::Orvel::CodeOf(definition);
+    return code != nullptr ? std::wstring(code) : std::wstring();
 }
 
 Qeapp::ErrorStatus assign(const CoordinateReferenceSystemDefinition* definition, QeDbDatabase* db,
@@ -40,11 +39,6 @@ Qeapp::ErrorStatus assign(const CoordinateReferenceSystemDefinition* definition,
     }
     NotifyCoordinateSystemChanged(db, name.c_str());
     return Qeapp::eOk;
-}
-
-bool isGiven(const wchar_t* code)
-{
-    return code != nullptr && *code != L'\0';
 }
 
 } // namespace
@@ -87,7 +81,7 @@ Qeapp::ErrorStatus SetCoordinateSystem(const wchar_t* code, QeDbDatabase* db, St
     Qeapp::ErrorStatus catalogResult = Qeapp::eOk;
     const ScopedStatusReport report(status, &libraryStatus, &catalogResult);
     LibraryObject<CoordinateReferenceSystemDefinition> definition;
-    if (isGiven(code) &&
+    if (!::Orvel::IsBlank(code) &&
         CoordinateReferenceSystemDefinition::Load(code, definition.put()) != ::Orvel::Library::statusOk) {
         catalogResult = Qeapp::eInvalidInput;
         return catalogResult;

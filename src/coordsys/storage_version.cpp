@@ -1,6 +1,7 @@
 #include "coordsys/database_argument.h"
 #include "coordsys/orvel_coordinate_system.h"
 #include "coordsys/scoped_report.h"
+#include "storage/definition_code.h"
 #include "storage/definition_xrecord.h"
 #include "storage/geodata.h"
 #include "storage/legacy_projection.h"
@@ -29,25 +30,19 @@ Qeapp::ErrorStatus WriteCoordinateSystemCurrentForm(QeDbDatabase* db, const Defi
     return result;
 }
 
-const wchar_t* codeOf(const Definition& definition)
-{
-    const wchar_t* code = nullptr;
-    return definition.GetCode(code) == Library::statusOk ? code : nullptr;
-}
-
 Qeapp::ErrorStatus WriteCoordinateSystemLegacyForm(QeDbDatabase* db, const Definition* definition,
                                                    Status& libraryStatus)
 {
     if (definition == nullptr)
         return Qeapp::eInvalidInput;
     libraryStatus = Library::statusFailed;
-    const wchar_t* const code = codeOf(*definition);
-    if (code == nullptr || *code == L'\0')
+    const wchar_t* const code = ::Orvel::CodeOf(definition);
+    if (::Orvel::IsBlank(code))
         return Qeapp::eInvalidInput;
     const Qeapp::ErrorStatus recorded = ::Orvel::WriteLegacyProjectionCode(db, code);
     if (recorded != Qeapp::eOk)
         return recorded;
-    // The catalog's copy is preferred to the drawing's own: older readers compare with theirs.
+    // The catalog's copy is preferred to the drawing's own on purpose.
     LibraryObject<Definition> inCatalog;
     const bool known = Definition::Load(code, inCatalog.put()) == Library::statusOk;
     const Definition* const chosen = known ? inCatalog.get() : definition;

@@ -6,6 +6,7 @@
 
 namespace {
 
+/// Only a final class may have a destructor that is neither virtual nor hidden.
 class TheApplication final : public COrvelCoordsysCoreApp {};
 
 constinit TheApplication application;
@@ -27,7 +28,8 @@ Qeapp::ErrorStatus COrvelCoordsysCoreApp::load()
     if (manager == nullptr)
         return Qeapp::eNotApplicable;
     decompositionReactor = std::make_unique<OrvelCoordsysCoreDecompositionReactor>();
-    static_cast<void>(manager->addReactor(decompositionReactor.get())); // a new reactor is not registered yet
+    static_cast<void>(
+        manager->addReactor(decompositionReactor.get())); // loaded is loaded: the host refuses no new reactor
     DecompositionReactorRegistered = true;
     return Qeapp::eOk;
 }

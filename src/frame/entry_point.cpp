@@ -7,7 +7,7 @@ namespace {
 
 constexpr int kApiVersion = 0x00180000;
 
-/// The host puts its linker there before it loads the first module.
+/// A host that loads modules has its linker there: the caller relies on it and does not test for it.
 QeRxDynamicLinker* dynamicLinker()
 {
     QeRxObject* const service = qerxSysRegistry()->at(kQeRxDynamicLinkerKey);

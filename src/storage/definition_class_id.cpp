@@ -1,7 +1,9 @@
 #include "storage/definition_class_id.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 
 #include "platform/windows.h"

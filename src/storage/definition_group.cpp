@@ -1,6 +1,7 @@
 #include "storage/definition_group.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <cwchar>
 #include <span>

@@ -3,6 +3,7 @@
 #include <cwchar>
 
 #include "platform/windows.h"
+#include "storage/definition_code.h"
 
 namespace Orvel {
 namespace {
@@ -10,12 +11,6 @@ namespace {
 bool sameCode(const wchar_t* left, const wchar_t* right)
 {
     return left != nullptr && right != nullptr && _wcsicmp(left, right) == 0;
-}
-
-const wchar_t* codeOf(const Library::DefinitionBase* definition)
-{
-    const wchar_t* code = nullptr;
-    return definition != nullptr && definition->GetCode(code) == Library::statusOk ? code : nullptr;
 }
 
 template <class Definition>
@@ -39,7 +34,7 @@ const wchar_t* expectedEllipsoidCode(const Library::CoordinateReferenceSystemDef
         return nullptr;
     if (*datumCode == L'\0')
         return datum == nullptr ? ellipsoidCodeOf(system) : nullptr;
-    return sameCode(codeOf(datum), datumCode) ? ellipsoidCodeOf(datum) : nullptr;
+    return sameCode(CodeOf(datum), datumCode) ? ellipsoidCodeOf(datum) : nullptr;
 }
 
 template <class Definition>
@@ -62,14 +57,14 @@ void DefinitionSet::take(Library::DefinitionBase* definition)
 bool ValidateCsDefinitionSet(const wchar_t* code, const Library::CoordinateReferenceSystemDefinition* system,
                              const Library::DatumDefinition* datum, const Library::EllipsoidDefinition* ellipsoid)
 {
-    if (code == nullptr || *code == L'\0' || !sameCode(codeOf(system), code))
+    if (IsBlank(code) || !sameCode(CodeOf(system), code))
         return false;
     int kind = 0;
     if (system->GetKind(kind) != Library::statusOk)
         return false;
     if (!needsEllipsoid(kind))
         return true;
-    return ellipsoid != nullptr && sameCode(codeOf(ellipsoid), expectedEllipsoidCode(system, datum));
+    return ellipsoid != nullptr && sameCode(CodeOf(ellipsoid), expectedEllipsoidCode(system, datum));
 }
 
 // A link that fails leaves the system as it was stored, which is whole: there is nothing to report.

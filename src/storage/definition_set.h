@@ -19,8 +19,10 @@ struct DefinitionSet {
 /// Whether the definitions belong together and to the code: the system has the code and, where it is geographic or
 /// projected, the datum and ellipsoid are the ones that it names. Codes are compared without regard to case; a query
 /// that fails makes the set invalid.
-bool ValidateCsDefinitionSet(const wchar_t* code, const Library::CoordinateReferenceSystemDefinition* system,
-                             const Library::DatumDefinition* datum, const Library::EllipsoidDefinition* ellipsoid);
+[[nodiscard]] bool ValidateCsDefinitionSet(const wchar_t* code,
+                                           const Library::CoordinateReferenceSystemDefinition* system,
+                                           const Library::DatumDefinition* datum,
+                                           const Library::EllipsoidDefinition* ellipsoid);
 
 /// Gives the ellipsoid to the datum and the datum to the system, or the ellipsoid to a system without a datum.
 void LinkDefinitionSet(DefinitionSet& set);

@@ -11,6 +11,9 @@ namespace Orvel {
 /// Despite its name a dictionary key only; no application of that name is registered.
 inline constexpr const wchar_t* kCsDefinitionXrecordKey = L"ORVEL_CSINDWG_REGAPP";
 
+/// The layouts of its chain: definitions as chunks of their own, which is only read, and as groups.
+enum CsDefinitionXrecordLayout : int { kStandaloneChunksLayout = 0, kGroupsLayout = 1 };
+
 /// Stores the system in the current layout. eNoDatabase and eInvalidInput for null arguments, eInvalidInput when a
 /// library query fails, eOutOfMemory, eInvalidResbuf when a definition cannot be packed; host results as they are.
 Qeapp::ErrorStatus WriteCsDefinitionXrecord(const Library::CoordinateReferenceSystemDefinition* definition,
@@ -22,6 +25,6 @@ Qeapp::ErrorStatus StoreCsXrecordChain(QeDbDatabase* database, const resbuf* cha
 
 /// Reads either layout. True when what is stored is valid for the code; the definitions are then linked, and datum and
 /// ellipsoid may be null. Otherwise false, and `definitions` is empty.
-bool ReadCsDefinitionXrecord(QeDbDatabase* database, const wchar_t* code, DefinitionSet& definitions);
+[[nodiscard]] bool ReadCsDefinitionXrecord(QeDbDatabase* database, const wchar_t* code, DefinitionSet& definitions);
 
 } // namespace Orvel

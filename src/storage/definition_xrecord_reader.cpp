@@ -1,4 +1,6 @@
+#include <cstdint>
 #include <cwchar>
+#include <utility>
 
 #include "storage/definition_group.h"
 #include "storage/definition_xrecord.h"
@@ -6,9 +8,6 @@
 
 namespace Orvel {
 namespace {
-
-constexpr std::int32_t kStandaloneChunksLayout = 0;
-constexpr std::int32_t kGroupsLayout = 1;
 
 bool openXrecord(QeDbDatabase* database, HostObject<QeDbXrecord>& xrecord)
 {
@@ -59,20 +58,20 @@ bool readGroups(const resbuf* item, DefinitionSet& definitions)
     return true;
 }
 
-bool readStandaloneChunks(const resbuf* item, DefinitionSet& definitions)
+void readStandaloneChunks(const resbuf* item, DefinitionSet& definitions)
 {
     for (; item != nullptr; item = item->rbnext)
         definitions.take(ResbufChunkToDefinition(item));
-    return true;
 }
 
 bool readChain(const resbuf* chain, bool hasLayout, DefinitionSet& definitions)
 {
     const std::int32_t layout = hasLayout ? chain->resval.rlong : kStandaloneChunksLayout;
     const resbuf* const first = hasLayout ? chain->rbnext : chain;
-    if (layout == kStandaloneChunksLayout)
-        return readStandaloneChunks(first, definitions);
-    return layout == kGroupsLayout && readGroups(first, definitions);
+    if (layout == kGroupsLayout)
+        return readGroups(first, definitions);
+    readStandaloneChunks(layout == kStandaloneChunksLayout ? first : nullptr, definitions);
+    return layout == kStandaloneChunksLayout;
 }
 
 } // namespace

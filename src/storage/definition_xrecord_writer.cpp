@@ -7,8 +7,6 @@
 namespace Orvel {
 namespace {
 
-constexpr int kCurrentLayout = 1;
-
 resbuf& lastOf(resbuf& chain)
 {
     resbuf* item = &chain;
@@ -47,7 +45,7 @@ Qeapp::ErrorStatus appendDatumAndEllipsoid(resbuf& chain,
     LibraryObject<Library::CoordinateReferenceSystemOperation> operation;
     bool datumBased = false;
     if (Library::CoordinateReferenceSystemOperation::Load(definition, operation.put()) != Library::statusOk ||
-        operation->IsDatumBased(datumBased) != Library::statusOk)
+        !operation || operation->IsDatumBased(datumBased) != Library::statusOk)
         return Qeapp::eInvalidInput;
     if (datumBased) {
         const Qeapp::ErrorStatus result = appendDatum(chain, definition);
@@ -62,7 +60,7 @@ Qeapp::ErrorStatus buildChain(const Library::CoordinateReferenceSystemDefinition
     chain.reset(qeutNewRb(QeRb::kXdataInteger32));
     if (!chain)
         return Qeapp::eOutOfMemory;
-    chain->resval.rlong = kCurrentLayout;
+    chain->resval.rlong = kGroupsLayout;
     const Qeapp::ErrorStatus result = appendGroup(*chain.get(), definition);
     if (result != Qeapp::eOk)
         return result;

@@ -1,7 +1,10 @@
 #include "storage/geodata.h"
 
 #include <array>
+#include <cstddef>
+#include <utility>
 
+#include "storage/definition_code.h"
 #include "storage/host_holders.h"
 #include "storage/serialized_text.h"
 
@@ -66,7 +69,7 @@ Qeapp::ErrorStatus WriteGeoDataCoordinateSystem(QeDbDatabase* database, const wc
 {
     if (database == nullptr)
         return Qeapp::eNoDatabase;
-    const bool create = text != nullptr && *text != L'\0';
+    const bool create = !IsBlank(text);
     HostObject<QeDbGeoData> geoData;
     const Qeapp::ErrorStatus opened = OpenGeoDataForWrite(database, geoData.put(), create);
     if (opened != Qeapp::eOk || !geoData)

@@ -19,7 +19,7 @@ struct HostObjectPolicy {
     }
 };
 
-/// A host object with the result of the call that opened it.
+/// A host object and the ways to open it; a success that gave no object is answered with eNoObject.
 template <class T>
 class HostObject : public Holder<HostObjectPolicy<T>> {
 public:
@@ -30,7 +30,7 @@ public:
         return openWith([&](T*& object) { return qedbOpenObject(object, id, mode); });
     }
 
-    /// Opens through a call that fills an out-parameter. A success that gave no object is eNoObject.
+    /// Opens through a call that fills an out-parameter.
     template <class Open>
     Qeapp::ErrorStatus openWith(const Open& open)
     {

@@ -3,6 +3,7 @@
 #include <cwchar>
 #include <new>
 
+#include "storage/definition_code.h"
 #include "storage/host_holders.h"
 
 namespace Orvel {
@@ -49,7 +50,7 @@ Qeapp::ErrorStatus registerApplication(QeDbDatabase* database)
 /// The application's name alone stands for "no data".
 ResbufChain recordChain(const wchar_t* code)
 {
-    if (code == nullptr || *code == L'\0')
+    if (IsBlank(code))
         return ResbufChain(qeutBuildList(QeRb::kXdataAppName, kLegacyProjectionApplication, QeRb::kListEnd));
     return ResbufChain(
         qeutBuildList(QeRb::kXdataAppName, kLegacyProjectionApplication, QeRb::kXdataString, code, QeRb::kListEnd));

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <tuple>
 
 #include "storage/definition_class_id.h"
 #include "storage/library_holder.h"

@@ -11,11 +11,11 @@ namespace Orvel {
 
 /// False for a null definition, one of another type than the three, and one whose stream needs more than 1,024 bytes;
 /// `bytes` is then empty.
-bool EncodeDefinitionBytes(const Zentara::Infrastructure::SpatialReference::DefinitionBase* definition,
-                           std::vector<unsigned char>& bytes);
+[[nodiscard]] bool EncodeDefinitionBytes(const Zentara::Infrastructure::SpatialReference::DefinitionBase* definition,
+                                         std::vector<unsigned char>& bytes);
 
 /// The definition in the bytes, the caller's to Destroy, or null when they do not hold exactly one.
-Zentara::Infrastructure::SpatialReference::DefinitionBase* DecodeDefinitionBytes(const unsigned char* bytes,
-                                                                                 std::size_t length);
+[[nodiscard]] Zentara::Infrastructure::SpatialReference::DefinitionBase*
+DecodeDefinitionBytes(const unsigned char* bytes, std::size_t length);
 
 } // namespace Orvel

@@ -8,17 +8,19 @@ namespace Orvel {
 
 /// The number of equal bytes at `position`, that byte included; it stops at `end` and at 128. `position` is before
 /// `end`.
-std::size_t RunLength(const unsigned char* position, const unsigned char* end);
+[[nodiscard]] std::size_t RunLength(const unsigned char* position, const unsigned char* end);
 
 /// Packs into `output` and gives the packed length in bytes; 0 for empty input and when `capacity` is too small.
-std::size_t PackRuns(const unsigned char* input, std::size_t length, unsigned char* output, std::size_t capacity);
+[[nodiscard]] std::size_t PackRuns(const unsigned char* input, std::size_t length, unsigned char* output,
+                                   std::size_t capacity);
 /// The length that PackRuns would give with room enough.
-std::size_t PackedSize(const unsigned char* input, std::size_t length);
+[[nodiscard]] std::size_t PackedSize(const unsigned char* input, std::size_t length);
 
 /// Unpacks into `output` and gives the unpacked length in bytes; 0 for empty input, for input that ends inside a packet
 /// and when `capacity` is too small.
-std::size_t UnpackRuns(const unsigned char* input, std::size_t length, unsigned char* output, std::size_t capacity);
+[[nodiscard]] std::size_t UnpackRuns(const unsigned char* input, std::size_t length, unsigned char* output,
+                                     std::size_t capacity);
 /// The length that UnpackRuns would give with room enough; 0 where it would fail.
-std::size_t UnpackedSize(const unsigned char* input, std::size_t length);
+[[nodiscard]] std::size_t UnpackedSize(const unsigned char* input, std::size_t length);
 
 } // namespace Orvel

@@ -4,6 +4,8 @@ namespace Orvel {
 namespace {
 
 constexpr char32_t kFirstSupplementary = 0x10000;
+constexpr char32_t kLastCodePoint = 0x10FFFF;
+constexpr char32_t kReplacement = 0xFFFD;
 constexpr char32_t kHighSurrogate = 0xD800;
 constexpr char32_t kLowSurrogate = 0xDC00;
 constexpr char32_t kSurrogateBits = 0x3FF;
@@ -19,6 +21,10 @@ void appendWideCharacter(std::vector<unsigned char>& bytes, char32_t character)
 {
     if (character < kFirstSupplementary) {
         appendUnit(bytes, character);
+        return;
+    }
+    if (character > kLastCodePoint) {
+        appendUnit(bytes, kReplacement);
         return;
     }
     const char32_t offset = character - kFirstSupplementary;

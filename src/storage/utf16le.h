@@ -1,5 +1,6 @@
 // Wide text as UTF-16 little-endian bytes: the form in which text outlives a call, the same on every system. A wide
-// character is a UTF-16 unit or a code point, as the system has it; unpaired surrogates pass through.
+// character is a UTF-16 unit or a code point, as the system has it; unpaired surrogates pass through, and what is
+// no code point becomes U+FFFD.
 #pragma once
 
 #include <cstddef>
