@@ -306,4 +306,12 @@ TEST_F(FormsCommand, UnpairedSurrogateInADrawing_IsShownAsAReplacementCharacter)
 }
 
 } // namespace
+TEST_F(FormsCommand, NumberBeyondAllBounds_IsABadChain)
+{
+    givenDrawing("a.qedb");
+    const ProgramResult result = run({"forms", "a.qedb", "--put", R"(xrecord-chain=[{"code":1040,"value":1e400}])"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: forms: a.qedb: xrecord-chain: not JSON: number overflow"));
+}
+
 } // namespace Tests

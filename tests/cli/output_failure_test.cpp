@@ -82,4 +82,35 @@ TEST_F(OutputFailure, CommandThatPrintsNothing_NeedsNoOutput)
 }
 
 } // namespace
+// The shell sets the limit and becomes the program.
+TEST_F(OutputFailure, OfADrawingBeyondTheLargestFileSize_LeavesTheOldOneAndNothingElse)
+{
+    givenDrawing("a.qedb");
+    const std::string before = contents("a.qedb");
+    const ProgramResult result =
+        run({.arguments = {"-c", "ulimit -f 1; exec \"$0\" assign EPSG:31467 a.qedb", ORVELCS_PROGRAM},
+             .input = {},
+             .environment = {},
+             .program = "/bin/sh"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "orvelcs: assign: a.qedb: eFileWriteFailed (54): cannot be written: File too large\n");
+    EXPECT_EQ(contents("a.qedb"), before);
+    EXPECT_EQ(files(), std::vector<std::string>{"a.qedb"});
+}
+
+TEST_F(OutputFailure, OfAnUnavailableCatalog_IsToldAsSuch)
+{
+    givenDrawing("a.qedb");
+    const std::map<std::string, std::string> nowhere = {{"PROJ_LIB", "/nonexistent"}, {"PROJ_DATA", "/nonexistent"}};
+    const ProgramResult search = run({.arguments = {"catalog", "search", "utm"}, .input = {}, .environment = nowhere});
+    EXPECT_EQ(search.status, 1);
+    EXPECT_EQ(search.errors,
+              "orvelcs: catalog search: utm: the catalog cannot be opened: statusCatalogUnavailable (46)\n");
+    const ProgramResult assign =
+        run({.arguments = {"assign", "EPSG:4326", "a.qedb"}, .input = {}, .environment = nowhere});
+    EXPECT_EQ(assign.status, 1);
+    EXPECT_EQ(assign.errors, "orvelcs: assign: a.qedb: eInvalidInput (3): the catalog cannot be opened: "
+                             "statusCatalogUnavailable (46)\n");
+}
+
 } // namespace Tests

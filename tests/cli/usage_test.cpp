@@ -144,4 +144,23 @@ TEST_F(CommandLineUsage, WrongUsageWithJson_PrintsNothingOnStandardOutput)
 }
 
 } // namespace
+TEST_F(CommandLineUsage, WhatFollowsTwoDashes_IsNoOption)
+{
+    givenDrawing("a.qedb");
+    EXPECT_EQ(run({"new", "--", "-x.qedb", "--json"}).status, 0);
+    EXPECT_EQ(run({"assign", "EPSG:4326", "--", "-x.qedb", "a.qedb"}).status, 0);
+    EXPECT_EQ(run({"assign", "EPSG:4326", "a.qedb", "--", "-x.qedb"}).status, 0);
+    EXPECT_EQ(run({"assign", "--", "EPSG:4326", "--json"}).status, 0);
+    EXPECT_EQ(run({"show", "a.qedb", "--", "-x.qedb", "--json"}).status, 0);
+    EXPECT_EQ(run({"clear", "-q", "--", "-x.qedb"}).status, 0);
+    EXPECT_EQ(run({"catalog", "search", "UTM", "--", "-32N"}).status, 3);
+}
+
+TEST_F(CommandLineUsage, TooManyArgumentsAfterTwoDashes_AreNamedAsTheyWereGiven)
+{
+    const ProgramResult result = run({"catalog", "show", "EPSG:4326", "--", "-x"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.errors, "orvelcs: catalog show: -x: one argument too many\n");
+}
+
 } // namespace Tests

@@ -9,7 +9,9 @@
 #include "orvelcs/catalog_suggestion.h"
 #include "orvelcs/change.h"
 #include "orvelcs/definition_file.h"
+#include "orvelcs/result_names.h"
 #include "orvelcs/standard_streams.h"
+#include "storage/library_holder.h"
 
 namespace Orvelcs {
 
@@ -73,7 +75,12 @@ ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& c
     };
     change.done = doneText(code);
     change.reason = [&](Qeapp::ErrorStatus) {
-        if (Embedded::findCatalogEntry(code))
+        Orvel::LibraryObject<Library::CoordinateReferenceSystemDefinition> definition;
+        const Library::Status status =
+            Library::CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
+        if (status == Library::statusCatalogUnavailable)
+            return "the catalog cannot be opened: " + statusName(status);
+        if (status != Library::statusNotFound)
             return std::string("the coordinate system could not be assigned");
         return fmt::format("the catalog has no {}{}", Embedded::utf8FromWide(code), nearestCodesClause(code));
     };

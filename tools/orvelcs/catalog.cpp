@@ -78,11 +78,20 @@ void print(const std::vector<Embedded::CatalogEntry>& entries, Output& output)
                                 oneLine(entry.name), entry.deprecated ? " (deprecated)" : ""));
 }
 
+bool isCatalogAvailable()
+{
+    Orvel::LibraryObject<System> system;
+    return System::Load(L"EPSG:4326", system.put()) != Library::statusCatalogUnavailable;
+}
+
 std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
 {
     if (!query.authority.empty())
         checkAuthority(query.authority);
     std::vector<Embedded::CatalogEntry> entries = Embedded::searchCatalog(query);
+    if (entries.empty() && !isCatalogAvailable())
+        throw Failure(Embedded::utf8FromWide(query.text),
+                      "the catalog cannot be opened: " + statusName(Library::statusCatalogUnavailable));
     if (entries.empty())
         throw Failure(Embedded::utf8FromWide(query.text), "nothing matches" + nearestCodesClause(query.text),
                       ExitStatus::nothingFound);

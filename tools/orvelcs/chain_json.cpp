@@ -1,5 +1,6 @@
 #include "orvelcs/chain_json.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -97,7 +98,7 @@ void setBinary(resbuf& buffer, const Json& hex, const Place& place)
     auto* copy = static_cast<char*>(qeapp_malloc(bytes.size()));
     if (copy == nullptr)
         throw std::bad_alloc();
-    std::memcpy(copy, bytes.data(), bytes.size());
+    std::copy(bytes.begin(), bytes.end(), copy);
     buffer.resval.rbinary = {static_cast<short>(bytes.size()), copy};
 }
 
@@ -152,7 +153,7 @@ Orvel::ResbufChain bufferFromJson(const Json& element, const Place& place)
     const QeRb::ValueKind kind = qeutValueKind(code);
     const char* key = kind == QeRb::ValueKind::binary ? "hex" : "value";
     if (element.size() != 2 || !element.contains(key))
-        throw place.failure(fmt::format("group code {} takes \"code\" and \"{}\", nothing else", code, key));
+        throw place.failure(fmt::format(R"(group code {} takes "code" and "{}", nothing else)", code, key));
     Orvel::ResbufChain buffer(qeutNewRb(code));
     if (!buffer)
         throw std::bad_alloc();
@@ -164,7 +165,7 @@ Json parsed(const std::string& subject, std::string_view text)
 {
     try {
         return Json::parse(text);
-    } catch (const Json::parse_error& error) {
+    } catch (const Json::exception& error) { // a number beyond all bounds is not a parse error there
         // The library's message begins with its own name and number in brackets.
         const std::string message = error.what();
         throw Failure(subject, "not JSON: " + message.substr(message.find("] ") + 2));
@@ -201,7 +202,7 @@ Orvel::ResbufChain chainFromJson(const std::string& subject, std::string_view te
 {
     const Json document = parsed(subject, text);
     if (!document.is_array())
-        throw Failure(subject, "must be a JSON array of objects with \"code\" and \"value\" or \"hex\"");
+        throw Failure(subject, R"(must be a JSON array of objects with "code" and "value" or "hex")");
     Orvel::ResbufChain chain;
     resbuf* last = nullptr;
     for (std::size_t index = 0; index < document.size(); ++index) {

@@ -1,5 +1,6 @@
 #include "orvelcs/command.h"
 
+#include <algorithm>
 #include <charconv>
 #include <memory>
 
@@ -37,9 +38,9 @@ private:
     std::vector<std::string> usage_;
 };
 
-std::string withoutMark(const std::string& argument)
+bool needsMark(const std::string& argument)
 {
-    return argument.starts_with(kMark) ? argument.substr(1) : argument;
+    return argument.starts_with(kMark) || (argument.starts_with('[') && argument.ends_with(']'));
 }
 
 // "--kind N" is the option --kind with a value that the help calls N.
@@ -94,10 +95,23 @@ CLI::Option* addArguments(CLI::App& command, const std::string& name, std::vecto
     return finish(command.add_option(split.option, values, description), split.value);
 }
 
-std::string keptWhole(const std::string& argument)
+std::vector<std::string> keptWhole(const std::vector<std::string>& arguments)
 {
-    const bool looksLikeList = argument.starts_with('[') && argument.ends_with(']');
-    return looksLikeList || argument.starts_with(kMark) ? kMark + argument : argument;
+    std::vector<std::string> kept;
+    kept.reserve(arguments.size());
+    const auto separator = std::ranges::find(arguments, "--");
+    for (auto argument = arguments.begin(); argument != separator; ++argument)
+        kept.push_back(needsMark(*argument) ? kMark + *argument : *argument);
+    for (auto argument = separator; argument != arguments.end(); ++argument) {
+        if (argument != separator)
+            kept.push_back(kMark + *argument);
+    }
+    return kept;
+}
+
+std::string withoutMark(const std::string& argument)
+{
+    return argument.starts_with(kMark) ? argument.substr(1) : argument;
 }
 
 int wholeNumber(const std::string& option, const std::string& text, int least, int most)

@@ -38,9 +38,11 @@ CLI::Option* addArgument(CLI::App& command, const std::string& name, std::string
 CLI::Option* addArguments(CLI::App& command, const std::string& name, std::vector<std::string>& values,
                           const std::string& description);
 
-/// The parser takes "[a,b]" for a list of two. An argument in that form is marked before parsing, and the mark is taken
-/// off what addArgument and addArguments deliver.
-std::string keptWhole(const std::string& argument);
+/// The parser takes "[a,b]" for a list of two, and knows "--" before a command's first positional argument alone. An
+/// argument in that form is marked before parsing, and so is each that follows a "--", which is left out itself; the
+/// mark is taken off what addArgument and addArguments deliver.
+std::vector<std::string> keptWhole(const std::vector<std::string>& arguments);
+std::string withoutMark(const std::string& argument);
 
 /// Throws Failure for wrong usage unless the text is a whole number from `least` to `most`.
 int wholeNumber(const std::string& option, const std::string& text, int least, int most);

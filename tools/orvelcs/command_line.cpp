@@ -74,9 +74,8 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
 Invocation CommandLine::parse(int argumentCount, char** arguments)
 {
     Invocation invocation;
-    std::vector<std::string> words;
-    for (int index = argumentCount - 1; index > 0; --index) // the parser wants them from the back
-        words.push_back(keptWhole(arguments[index]));
+    std::vector<std::string> words = keptWhole({arguments + 1, arguments + std::max(argumentCount, 1)});
+    std::ranges::reverse(words); // the parser wants them from the back
     try {
         program_->parse(std::move(words));
         invocation.kind = version_ ? Invocation::Kind::version : Invocation::Kind::command;
@@ -125,6 +124,7 @@ Invocation CommandLine::unknownArgument(const std::string& argument) const
     }
     const std::vector<std::string> commands = subcommandNames(*selected());
     if (commands.empty()) {
+        invocation.subject = withoutMark(argument);
         invocation.message = "one argument too many";
         return invocation;
     }

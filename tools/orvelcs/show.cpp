@@ -17,7 +17,6 @@
 namespace Orvelcs {
 
 namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
-namespace Library = Zentara::Infrastructure::SpatialReference;
 
 namespace {
 

@@ -56,7 +56,9 @@ void prepareStandardStreams()
     occupy(STDIN_FILENO, O_WRONLY);
     occupy(STDOUT_FILENO, O_RDONLY);
     occupy(STDERR_FILENO, O_WRONLY);
-    static_cast<void>(std::signal(SIGPIPE, SIG_IGN)); // cannot fail for this signal
+    // Writing fails instead, and is told as any other failure. Neither call can fail for these signals.
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
 }
 
 bool isTerminal(std::FILE* stream)
