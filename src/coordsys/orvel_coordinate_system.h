@@ -9,8 +9,8 @@
 //  - on failure it becomes 52 when no library call had failed, and otherwise stays as the caller set it. Set it before
 //    the call, and trust it only on eOk or when it reads 52;
 //  - eNoDatabase leaves it untouched.
-// SetCoordinateSystem by code and ApplyCoordinateSystemStorageVersion differ, as they say: decide by their result
-// alone.
+// SetCoordinateSystem by code and ApplyCoordinateSystemStorageVersion differ, as they say: decide by their
+// result alone.
 #pragma once
 
 #include "coordsys/orvel_coordinate_system_reactor.h"
@@ -32,8 +32,8 @@ using Infrastructure::SpatialReference::Status;
 /// to null before the call.
 /// Returns eOk; eNoDatabase (no `db` and no working database; nothing is touched); eInvalidInput when the library
 /// cannot read the GeoData text or fills no array; eOutOfMemory when it has no memory for the empty array of a drawing
-/// without a coordinate system; eNotApplicable for a legacy
-/// code that is neither stored as a definition nor in the catalog.
+/// without a coordinate system; eNotApplicable for a legacy code that is neither stored as a definition nor in the
+/// catalog.
 ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(DefinitionBaseArray*& definitions, QeDbDatabase* db = nullptr,
                                                  Status* status = nullptr);
 
@@ -41,8 +41,8 @@ ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(DefinitionBaseArray*& definitio
 /// On eOk `definition` is a new definition that the caller releases with Object::Destroy, or null for a drawing without
 /// one; on failure null, or the definition when only the catalog check failed.
 /// `knownToCatalog` may be null, and then the catalog is not asked; otherwise it tells whether the catalog has a
-/// definition of the same code, and is false on failure. `status` is 35 on eOk when the catalog has none; where
-/// only the catalog check fails it keeps what the reading wrote, 0.
+/// definition of the same code, and is false on failure. `status` is 35 on eOk when the catalog has none; where only
+/// the catalog check fails it keeps what the reading wrote, 0.
 /// Returns as the overload above; in the catalog check also eOutOfMemory (library status 57) and eInvalidInput (any
 /// other library failure). eNoDatabase touches nothing.
 ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefinition*& definition, bool* knownToCatalog,
