@@ -203,5 +203,11 @@ TEST_F(AssignCommand, DrawingOfAnOlderVersion_IsSavedInTheOlderForms)
     EXPECT_EQ(runForJson({"show", "plan.qedb"})["source"], "legacy");
 }
 
+TEST_F(AssignCommand, Confirmation_SpellsTheCodeAsTheCatalogDoes)
+{
+    givenDrawing("plan.qedb");
+    expectResult(run({"assign", "epsg:25832", "plan.qedb"}), 0, "plan.qedb: assigned EPSG:25832\n", "");
+}
+
 } // namespace
 } // namespace Tests

@@ -134,7 +134,11 @@ TEST_F(AssignDefinition, RefusedDefinition_IsInTheJsonOfEachDrawing)
     EXPECT_EQ(result.status, 1);
     const std::string error = "no coordinate reference system as WKT, PROJJSON or a PROJ string: statusUnreadable (43)";
     const auto drawing = [&](const char* file) {
-        return Json({{"file", file}, {"result", nullptr}, {"status", 43}, {"events", Json::array()}, {"error", error}});
+        return Json({{"file", file},
+                     {"result", nullptr},
+                     {"status", 43},
+                     {"events", Json::array()},
+                     {"error", "definition.txt: " + error}});
     };
     EXPECT_EQ(Json::parse(result.output), Json::array({drawing("a.qedb"), drawing("b.qedb")}));
     EXPECT_EQ(result.errors, "orvelcs: assign: definition.txt: " + error + "\n");
@@ -150,6 +154,13 @@ TEST_F(AssignDefinition, OptionsThatDoNotGoTogether_AreWrongUsage)
                      "orvelcs: assign: --code: is empty");
     expectWrongUsage(run({"assign", "--definition", "-", "--code", "MINE:1", "-"}),
                      "orvelcs: assign: -: standard input cannot be both the definition and the drawing");
+}
+
+TEST_F(AssignDefinition, MissingFile_IsNamedInTheJson)
+{
+    givenDrawing("plan.qedb");
+    EXPECT_EQ(runForJson({"assign", "--definition", "nope", "--code", "X:1", "plan.qedb"}, 1)["error"],
+              "nope: cannot be opened: No such file or directory");
 }
 
 } // namespace

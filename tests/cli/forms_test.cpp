@@ -179,7 +179,7 @@ TEST_F(FormsCommand, PrintsTheChainLineByLine)
                  "  GeoData: \"x\\ny\"\n"
                  "    owned by model space\n"
                  "  transformation configuration: \"<Item/>\"\n",
-                 "");
+                 "orvelcs: forms: plan.qedb: note: definition xrecord of layout 2: not readable by the module\n");
 }
 
 TEST_F(FormsCommand, BadChain_IsRefusedWithItsPlace)
@@ -305,13 +305,57 @@ TEST_F(FormsCommand, UnpairedSurrogateInADrawing_IsShownAsAReplacementCharacter)
                                                                      "B");
 }
 
-} // namespace
 TEST_F(FormsCommand, NumberBeyondAllBounds_IsABadChain)
 {
     givenDrawing("a.qedb");
     const ProgramResult result = run({"forms", "a.qedb", "--put", R"(xrecord-chain=[{"code":1040,"value":1e400}])"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: forms: a.qedb: xrecord-chain: not JSON: number overflow"));
+    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: forms: a.qedb: xrecord-chain: [0]: number overflow"));
 }
 
+TEST_F(FormsCommand, NumberBeyondAllBounds_IsToldWithItsPlaceAndInTheJson)
+{
+    expectRefusal(R"(xrecord-chain=[{"code":1071,"value":1},{"code":1040,"value":1e400}])",
+                  "xrecord-chain: [1]: number overflow parsing '1e400'");
+    givenDrawing("plan.qedb");
+    EXPECT_EQ(runForJson({"forms", "plan.qedb", "--put", R"(xrecord-chain=[{"code":1040,"value":1e400}])"}, 1)["error"],
+              "xrecord-chain: [0]: number overflow parsing '1e400'");
+}
+
+TEST_F(FormsCommand, KeyThatStandsTwice_IsRefused)
+{
+    expectRefusal(R"(xrecord-chain=[{"code":1071,"value":1},{"code":1071,"code":1070,"value":1}])",
+                  "xrecord-chain: [1]: \"code\" stands there twice");
+    expectRefusal(R"(xrecord-chain=[{"code":1071,"value":1,"value":1}])",
+                  "xrecord-chain: [0]: \"value\" stands there twice");
+}
+
+TEST_F(FormsCommand, UnknownForm_IsAnsweredWithAllThereAre)
+{
+    givenDrawing("plan.qedb");
+    expectWrongUsage(run({"forms", "plan.qedb", "--put", "leg=1"}),
+                     "orvelcs: forms: --put: leg is no form; there are config, geodata, legacy, legacy-chain, "
+                     "xrecord-chain");
+}
+
+TEST_F(FormsCommand, ChainThatTheModuleDoesNotRead_IsNoted)
+{
+    const auto noteOf = [&](const std::string& chain) {
+        EXPECT_NE(put({"xrecord-chain=" + chain})["definitionXrecord"], nullptr);
+        return run({"forms", "plan.qedb"}).errors;
+    };
+    const auto note = [](const std::string& layout) {
+        return "orvelcs: forms: plan.qedb: note: definition xrecord of layout " + layout +
+               ": not readable by the module\n";
+    };
+    EXPECT_EQ(noteOf(R"([{"code": 1071, "value": 2}])"), note("2"));
+    EXPECT_EQ(noteOf(R"([{"code": 1071, "value": 1}, {"code": 1002, "value": "{"}, {"code": 310, "hex": "00"}])"),
+              note("1"));
+    EXPECT_EQ(noteOf("[]"), note("0"));
+    EXPECT_EQ(noteOf(R"([{"code": 1071, "value": 1}, {"code": 1002, "value": "{"}, {"code": 1002, "value": "}"}])"),
+              "");
+    EXPECT_EQ(noteOf(R"([{"code": 310, "hex": "00"}])"), "");
+}
+
+} // namespace
 } // namespace Tests

@@ -81,7 +81,6 @@ TEST_F(OutputFailure, CommandThatPrintsNothing_NeedsNoOutput)
     EXPECT_EQ(Json::parse(contents("plan.qedb"))["drawingVersion"], 33);
 }
 
-} // namespace
 // The shell sets the limit and becomes the program.
 TEST_F(OutputFailure, OfADrawingBeyondTheLargestFileSize_LeavesTheOldOneAndNothingElse)
 {
@@ -113,4 +112,45 @@ TEST_F(OutputFailure, OfAnUnavailableCatalog_IsToldAsSuch)
                              "statusCatalogUnavailable (46)\n");
 }
 
+TEST_F(OutputFailure, OfResultsBeyondTheLargestFileSize_IsToldAsAnyOther)
+{
+    const auto limited = [&](const std::string& arguments, const std::string& input) {
+        return run({.arguments = {"-c", "ulimit -f 1; exec \"$0\" " + arguments, ORVELCS_PROGRAM},
+                    .input = input,
+                    .environment = {},
+                    .program = "/bin/sh"});
+    };
+    const ProgramResult show = limited("catalog show --json --wkt EPSG:25832", "");
+    EXPECT_EQ(show.status, 1);
+    EXPECT_EQ(show.errors, "orvelcs: catalog show: standard output: cannot be written: File too large\n");
+    std::string bytes; // without runs, so that packing does not shorten it
+    for (int index = 0; index < 2000; ++index)
+        bytes.push_back(static_cast<char>(index % 251));
+    const ProgramResult pack = limited("codec pack", bytes);
+    EXPECT_EQ(pack.status, 1);
+    EXPECT_EQ(pack.errors, "orvelcs: codec pack: standard output: cannot be written: File too large\n");
+}
+
+TEST_F(OutputFailure, OfTheCatalogsTemporaryFile_IsNotTakenForAnEmptyCatalog)
+{
+    const ProgramResult search =
+        run({.arguments = {"-c", "ulimit -f 1; exec \"$0\" catalog search UTM", ORVELCS_PROGRAM},
+             .input = {},
+             .environment = {},
+             .program = "/bin/sh"});
+    expectResult(search, 1, "", "orvelcs: catalog search: UTM: the catalog cannot be read\n");
+}
+
+TEST_F(OutputFailure, OfAnUnavailableCatalog_IsNotTakenForAnUnknownAuthorityOrCode)
+{
+    const std::map<std::string, std::string> nowhere = {{"PROJ_LIB", "/nonexistent"}, {"PROJ_DATA", "/nonexistent"}};
+    const auto runNowhere = [&](const std::vector<std::string>& arguments) {
+        return run({.arguments = arguments, .input = {}, .environment = nowhere});
+    };
+    const ProgramResult search = runNowhere({"catalog", "search", "--authority", "EPSG", "utm"});
+    EXPECT_EQ(search.status, 1);
+    EXPECT_THAT(search.errors, testing::HasSubstr("the catalog cannot be opened: statusCatalogUnavailable (46)"));
+}
+
+} // namespace
 } // namespace Tests

@@ -15,7 +15,8 @@ namespace {
 class OnATerminal : public CommandLineTest {
 protected:
     /// What appears on the terminal, line ends as the terminal makes them.
-    std::string shown(std::vector<std::string> arguments, const char* noColor = nullptr) const
+    std::string shown(std::vector<std::string> arguments, const char* noColor = nullptr,
+                      const char* type = "xterm") const
     {
         arguments.insert(arguments.begin(), ORVELCS_PROGRAM);
         std::vector<char*> words;
@@ -28,7 +29,7 @@ protected:
         if (child == -1)
             throw std::runtime_error("forkpty failed");
         if (child == 0)
-            runIn(folder, words, noColor);
+            runIn(folder, words, noColor, type);
         const std::string text = readToEnd(terminal);
         ::close(terminal);
         ::waitpid(child, nullptr, 0);
@@ -36,9 +37,11 @@ protected:
     }
 
 private:
-    [[noreturn]] static void runIn(const std::string& folder, const std::vector<char*>& words, const char* noColor)
+    [[noreturn]] static void runIn(const std::string& folder, const std::vector<char*>& words, const char* noColor,
+                                   const char* type)
     {
         if (::chdir(folder.c_str()) == 0) {
+            ::setenv("TERM", type, 1);
             ::unsetenv("NO_COLOR");
             if (noColor != nullptr)
                 ::setenv("NO_COLOR", noColor, 1);
@@ -100,6 +103,22 @@ TEST_F(OnATerminal, EmptyNoColor_CountsAsNotSet)
 {
     givenDrawing("a.qedb");
     EXPECT_THAT(shown({"forms", "a.qedb"}, ""), testing::StartsWith("\x1B[1m"));
+}
+
+TEST_F(OnATerminal, ProgressWithoutEscapeSequences_IsOneLineForEach)
+{
+    givenDrawing("a.qedb");
+    givenDrawing("b.qedb");
+    const std::string plain = "[1/2] a.qedb\r\na.qedb: cleared\r\n[2/2] b.qedb\r\nb.qedb: cleared\r\n";
+    EXPECT_EQ(shown({"clear", "--no-color", "a.qedb", "b.qedb"}), plain);
+    EXPECT_EQ(shown({"clear", "a.qedb", "b.qedb"}, "1"), plain);
+    EXPECT_EQ(shown({"clear", "a.qedb", "b.qedb"}, nullptr, "dumb"), plain);
+}
+
+TEST_F(OnATerminal, DumbTerminal_IsPlain)
+{
+    givenDrawing("a.qedb");
+    EXPECT_THAT(shown({"forms", "a.qedb"}, nullptr, "dumb"), testing::StartsWith("a.qedb, drawing version 33\r\n"));
 }
 
 } // namespace

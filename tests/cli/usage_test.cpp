@@ -143,7 +143,6 @@ TEST_F(CommandLineUsage, WrongUsageWithJson_PrintsNothingOnStandardOutput)
     expectWrongUsage(run({"--json", "shwo"}), "orvelcs: command line: shwo: no such command; the nearest is show");
 }
 
-} // namespace
 TEST_F(CommandLineUsage, WhatFollowsTwoDashes_IsNoOption)
 {
     givenDrawing("a.qedb");
@@ -163,4 +162,97 @@ TEST_F(CommandLineUsage, TooManyArgumentsAfterTwoDashes_AreNamedAsTheyWereGiven)
     EXPECT_EQ(result.errors, "orvelcs: catalog show: -x: one argument too many\n");
 }
 
+TEST_F(CommandLineUsage, TwoDashes_EndTheValuesOfAnOption)
+{
+    givenDrawing("a.qedb");
+    givenDrawing("x=y.qedb");
+    EXPECT_EQ(run({"forms", "--put", "geodata=x", "--", "x=y.qedb"}).status, 0);
+    EXPECT_EQ(runForJson({"forms", "x=y.qedb"})["geoData"]["text"], "x");
+    expectWrongUsage(run({"forms", "a.qedb", "--put", "geodata=x", "--", "config=y"}),
+                     "orvelcs: forms: config=y: one argument too many");
+    expectWrongUsage(run({"new", "--drawing-version", "--", "25"}), "orvelcs: new: --drawing-version: needs a value");
+    EXPECT_EQ(files(), (std::vector<std::string>{"a.qedb", "x=y.qedb"}));
+}
+
+TEST_F(CommandLineUsage, CommandAfterTwoDashes_IsNoCommand)
+{
+    expectWrongUsage(run({"catalog", "--", "search"}),
+                     "orvelcs: catalog: search: no such command; the nearest is search");
+}
+
+TEST_F(CommandLineUsage, EmptyValueOfAnOption_IsWrongUsage)
+{
+    expectWrongUsage(run({"new", "--drawing-version", "", "a.qedb"}), "orvelcs: new: --drawing-version: is empty");
+    expectWrongUsage(run({"catalog", "search", "--limit", "", "UTM"}), "orvelcs: catalog search: --limit: is empty");
+    expectWrongUsage(run({"catalog", "search", "UTM", "--kind", ""}), "orvelcs: catalog search: --kind: is empty");
+    expectWrongUsage(run({"catalog", "search", "--authority", "", "UTM"}),
+                     "orvelcs: catalog search: --authority: is empty");
+    expectWrongUsage(run({"assign", "--definition", "", "--code", "X:1", "a.qedb"}),
+                     "orvelcs: assign: --definition: is empty");
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(CommandLineUsage, EqualsSignWithoutAValue_DoesNotTakeTheNextWord)
+{
+    expectWrongUsage(run({"new", "--drawing-version=", "c.qedb"}), "orvelcs: new: --drawing-version: needs a value");
+    expectWrongUsage(run({"assign", "--definition=", "--code", "X:1", "f"}),
+                     "orvelcs: assign: --definition: needs a value");
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(CommandLineUsage, EqualsSign_JoinsAnOptionAndItsValue)
+{
+    EXPECT_EQ(run({"new", "--drawing-version=25", "a.qedb"}).status, 0);
+    EXPECT_EQ(runForJson({"forms", "a.qedb"})["drawingVersion"], 25);
+}
+
+TEST_F(CommandLineUsage, FlagWithAValue_IsWrongUsage)
+{
+    givenDrawing("a.qedb");
+    expectWrongUsage(run({"show", "--json=maybe", "a.qedb"}), "orvelcs: show: --json: takes no value");
+    expectWrongUsage(run({"--json=false", "show", "a.qedb"}), "orvelcs: command line: --json: takes no value");
+    expectWrongUsage(run({"new", "--force=false", "a.qedb"}), "orvelcs: new: --force: takes no value");
+    expectWrongUsage(run({"catalog", "show", "--wkt=", "EPSG:4326"}), "orvelcs: catalog show: --wkt: takes no value");
+}
+
+TEST_F(CommandLineUsage, ValueThatIsAlsoACommand_IsAValue)
+{
+    expectWrongUsage(run({"catalog", "search", "--authority", "search", "UTM", "--limit="}),
+                     "orvelcs: catalog search: --limit: needs a value");
+}
+
+TEST_F(CommandLineUsage, EmptyFileName_IsWrongUsage)
+{
+    for (const std::string command : {"new", "clear", "show", "forms"})
+        expectWrongUsage(run({command, ""}), "orvelcs: " + command + ": FILE: is empty");
+    expectWrongUsage(run({"assign", "EPSG:4326", "a.qedb", ""}), "orvelcs: assign: FILE: is empty");
+    expectWrongUsage(run({"forms", "", "--put", "geodata=x"}), "orvelcs: forms: FILE: is empty");
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(CommandLineUsage, EmptyCodeOrText_IsWrongUsage)
+{
+    expectWrongUsage(run({"assign", ""}), "orvelcs: assign: CODE: is empty; to remove a coordinate system use clear");
+    expectWrongUsage(run({"catalog", "search", ""}), "orvelcs: catalog search: TEXT: is empty");
+    expectWrongUsage(run({"catalog", "show", ""}), "orvelcs: catalog show: CODE: is empty");
+}
+
+TEST_F(CommandLineUsage, OptionOfTheCommandBeforeIt_IsToldToGoAfter)
+{
+    givenDrawing("a.qedb");
+    expectWrongUsage(run({"--events", "assign", "EPSG:4326", "a.qedb"}),
+                     "orvelcs: assign: --events: is an option of assign and goes after assign");
+    expectWrongUsage(run({"catalog", "--wkt", "show", "EPSG:4326"}),
+                     "orvelcs: catalog show: --wkt: is an option of catalog show and goes after catalog show");
+}
+
+TEST_F(CommandLineUsage, FileNameThatIsNotUtf8_IsToldOnce)
+{
+    const std::string name = "nope\xFF";
+    const std::string shown = "nope\xEF\xBF\xBD";
+    expectResult(run({"show", name}), 1, "",
+                 "orvelcs: show: " + shown + ": eFileNotFound (50): No such file or directory\n");
+}
+
+} // namespace
 } // namespace Tests

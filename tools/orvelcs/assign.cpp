@@ -47,11 +47,11 @@ std::wstring takeArguments(AssignOptions& options)
     }
     if (options.codeOption->count() > 0)
         throw wrongUsage("--code", "goes with --definition only");
+    if (options.arguments.front().empty())
+        throw wrongUsage("CODE", "is empty; to remove a coordinate system use clear");
     if (options.arguments.size() < 2)
         throw wrongUsage("FILE", "is required after CODE");
     options.change.files.erase(options.change.files.begin());
-    if (options.arguments.front().empty())
-        throw wrongUsage("CODE", "is empty; to remove a coordinate system use clear");
     return wideArgument("CODE", options.arguments.front());
 }
 
@@ -73,7 +73,8 @@ ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& c
     change.apply = [&](QeDbDatabase* database, Library::Status& status) {
         return CoordinateSystem::SetCoordinateSystem(code.c_str(), database, &status);
     };
-    change.done = doneText(code);
+    const std::optional<Embedded::CatalogEntry> entry = Embedded::findCatalogEntry(code);
+    change.done = doneText(entry ? entry->code : code); // as the catalog spells it
     change.reason = [&](Qeapp::ErrorStatus) {
         Orvel::LibraryObject<Library::CoordinateReferenceSystemDefinition> definition;
         const Library::Status status =
@@ -116,7 +117,7 @@ ExitStatus runAssign(AssignOptions& options, Output& output)
     } catch (const Failure& failure) {
         const auto* definition = dynamic_cast<const DefinitionFailure*>(&failure);
         printUntried(options.change.files, definition != nullptr ? definition->libraryStatus() : Library::statusOk,
-                     failure.what(), output);
+                     fmt::format("{}: {}", failure.subject(), failure.what()), output);
         throw;
     }
 }

@@ -40,9 +40,9 @@ struct ShowOptions {
 Embedded::CatalogQuery queryFrom(const SearchOptions& options)
 {
     Embedded::CatalogQuery query;
-    const std::string text = fmt::format("{}", fmt::join(options.words, " "));
-    if (!text.empty())
-        query.text = wideArgument("TEXT", text);
+    if (std::find(options.words.begin(), options.words.end(), "") != options.words.end())
+        throw wrongUsage("TEXT", "is empty");
+    query.text = wideArgument("TEXT", fmt::format("{}", fmt::join(options.words, " ")));
     if (!options.kind.empty())
         query.kind = wholeNumber("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric);
     if (!options.limit.empty())
@@ -84,14 +84,24 @@ bool isCatalogAvailable()
     return System::Load(L"EPSG:4326", system.put()) != Library::statusCatalogUnavailable;
 }
 
+// The database can be opened and yet not be listed, for want of room for a temporary file; the local systems, which are
+// not of it, are there all the same.
+bool isCatalogListed()
+{
+    const std::vector<Embedded::CatalogEntry>& all = Embedded::catalogEntries();
+    return std::any_of(all.begin(), all.end(), [](const auto& entry) { return !entry.code.starts_with(L"LOCAL:"); });
+}
+
 std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
 {
+    if (!isCatalogAvailable()) // first, or no authority would be known
+        throw Failure(Embedded::utf8FromWide(query.text),
+                      "the catalog cannot be opened: " + statusName(Library::statusCatalogUnavailable));
+    if (!isCatalogListed())
+        throw Failure(Embedded::utf8FromWide(query.text), "the catalog cannot be read");
     if (!query.authority.empty())
         checkAuthority(query.authority);
     std::vector<Embedded::CatalogEntry> entries = Embedded::searchCatalog(query);
-    if (entries.empty() && !isCatalogAvailable())
-        throw Failure(Embedded::utf8FromWide(query.text),
-                      "the catalog cannot be opened: " + statusName(Library::statusCatalogUnavailable));
     if (entries.empty())
         throw Failure(Embedded::utf8FromWide(query.text), "nothing matches" + nearestCodesClause(query.text),
                       ExitStatus::nothingFound);

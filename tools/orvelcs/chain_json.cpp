@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <set>
 
 #include <fmt/format.h>
 
@@ -161,14 +162,49 @@ Orvel::ResbufChain bufferFromJson(const Json& element, const Place& place)
     return buffer;
 }
 
+/// Follows the parsing of a chain: which of its objects is being read, and which keys that has had.
+class ChainProgress {
+public:
+    explicit ChainProgress(const std::string& subject) : place_{subject, 0} {}
+    const Place& place() const { return place_; }
+
+    void follow(int depth, Json::parse_event_t event, const Json& parsed)
+    {
+        constexpr int kObject = 1;
+        constexpr int kKey = 2;
+        if (depth == kObject && event == Json::parse_event_t::object_start)
+            keys_.clear();
+        else if (depth == kObject && event != Json::parse_event_t::array_start && event != Json::parse_event_t::key)
+            ++place_.index;
+        else if (depth == kKey && event == Json::parse_event_t::key && !keys_.insert(parsed.get<std::string>()).second)
+            throw place_.failure(
+                fmt::format("{} stands there twice", parsed.dump(-1, ' ', false, Json::error_handler_t::replace)));
+    }
+
+private:
+    Place place_;
+    std::set<std::string> keys_;
+};
+
+// The library's messages begin with its own name and number in brackets.
+std::string messageOf(const Json::exception& error)
+{
+    const std::string message = error.what();
+    return message.substr(message.find("] ") + 2);
+}
+
 Json parsed(const std::string& subject, std::string_view text)
 {
+    ChainProgress progress(subject);
     try {
-        return Json::parse(text);
-    } catch (const Json::exception& error) { // a number beyond all bounds is not a parse error there
-        // The library's message begins with its own name and number in brackets.
-        const std::string message = error.what();
-        throw Failure(subject, "not JSON: " + message.substr(message.find("] ") + 2));
+        return Json::parse(text, [&](int depth, Json::parse_event_t event, const Json& value) {
+            progress.follow(depth, event, value);
+            return true;
+        });
+    } catch (const Json::parse_error& error) {
+        throw Failure(subject, "not JSON: " + messageOf(error));
+    } catch (const Json::exception& error) { // a number beyond all bounds, which is not a parse error there
+        throw progress.place().failure(messageOf(error));
     }
 }
 

@@ -104,7 +104,7 @@ void checkChangeOptions(const ChangeOptions& options, const Output& output)
         if (std::find(known.begin(), known.end(), veto) == known.end())
             throw wrongUsage(
                 "--veto", fmt::format("{} is neither named nor removal{}", veto, nearestClause(nearest(veto, known))));
-    checkStandardStreams(options.files, true, output);
+    checkFileNames(options.files, true, output);
     if (options.events && options.files.front() == kStandardStream)
         throw wrongUsage(kStandardStream, "the drawing itself goes to standard output, where --events has no place");
 }

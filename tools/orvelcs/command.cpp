@@ -102,10 +102,11 @@ std::vector<std::string> keptWhole(const std::vector<std::string>& arguments)
     const auto separator = std::ranges::find(arguments, "--");
     for (auto argument = arguments.begin(); argument != separator; ++argument)
         kept.push_back(needsMark(*argument) ? kMark + *argument : *argument);
-    for (auto argument = separator; argument != arguments.end(); ++argument) {
-        if (argument != separator)
-            kept.push_back(kMark + *argument);
-    }
+    if (separator == arguments.end())
+        return kept;
+    kept.emplace_back(kSeparatorFlag); // ends the values of an option that takes many
+    for (auto argument = separator + 1; argument != arguments.end(); ++argument)
+        kept.push_back(kMark + *argument);
     return kept;
 }
 

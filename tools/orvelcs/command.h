@@ -40,7 +40,8 @@ CLI::Option* addArguments(CLI::App& command, const std::string& name, std::vecto
 
 /// The parser takes "[a,b]" for a list of two, and knows "--" before a command's first positional argument alone. An
 /// argument in that form is marked before parsing, and so is each that follows a "--", which is left out itself; the
-/// mark is taken off what addArgument and addArguments deliver.
+/// mark is taken off what addArgument and addArguments deliver. The flag kSeparatorFlag stands in its place.
+inline constexpr const char* kSeparatorFlag = "--_";
 std::vector<std::string> keptWhole(const std::vector<std::string>& arguments);
 std::string withoutMark(const std::string& argument);
 

@@ -7,6 +7,7 @@
 #include <fmt/ranges.h>
 
 #include "orvelcs/failure.h"
+#include "orvelcs/option_values.h"
 #include "orvelcs/suggestion.h"
 
 namespace Orvelcs {
@@ -28,6 +29,14 @@ std::vector<std::string> subcommandNames(const CLI::App& command)
 bool looksLikeOption(const std::string& argument)
 {
     return argument.size() > 1 && argument.front() == '-';
+}
+
+std::string nameOf(const CLI::App* command)
+{
+    std::string name;
+    for (const CLI::App* app = command; app->get_parent() != nullptr; app = app->get_parent())
+        name = name.empty() ? app->get_name() : app->get_name() + " " + name;
+    return name.empty() ? "command line" : name;
 }
 
 // The parser's messages are "NAME is required" and "NAME: what is wrong".
@@ -61,6 +70,7 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
     program_->add_flag("--no-color", outputOptions_.noColor, "no colour on a terminal either");
     program_->add_flag("--version", version_, "print the versions of the program, of PROJ and of the catalog");
     program_->set_help_flag("-h,--help", "print this help, or a command's");
+    program_->add_flag(kSeparatorFlag)->group(""); // not for people, and so in no help
     program_->footer("orvelcs COMMAND --help tells more of a command.\n"
                      "Exit status: 0 done, 1 failed or refused, 2 wrong usage, 3 nothing found.");
     program_->require_subcommand(1);
@@ -74,7 +84,14 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
 Invocation CommandLine::parse(int argumentCount, char** arguments)
 {
     Invocation invocation;
-    std::vector<std::string> words = keptWhole({arguments + 1, arguments + std::max(argumentCount, 1)});
+    const std::vector<std::string> given(arguments + std::min(argumentCount, 1), arguments + argumentCount);
+    if (const std::optional<MisusedOption> misused = misusedOption(*program_, given)) {
+        invocation.command = nameOf(misused->command);
+        invocation.subject = misused->option;
+        invocation.message = misused->message;
+        return invocation;
+    }
+    std::vector<std::string> words = keptWhole(given);
     std::ranges::reverse(words); // the parser wants them from the back
     try {
         program_->parse(std::move(words));
@@ -88,7 +105,7 @@ Invocation CommandLine::parse(int argumentCount, char** arguments)
         else
             invocation = wrongUsageOf(error.what());
     }
-    invocation.command = selectedName();
+    invocation.command = nameOf(selected());
     return invocation;
 }
 
@@ -114,23 +131,30 @@ Invocation CommandLine::wrongUsageOf(const std::string& error) const
 
 Invocation CommandLine::unknownArgument(const std::string& argument) const
 {
+    if (looksLikeOption(argument))
+        return unknownOption(argument.substr(0, argument.find('=')));
     Invocation invocation;
-    invocation.subject = argument;
-    if (looksLikeOption(argument)) {
-        const std::string name = argument.substr(0, argument.find('='));
-        invocation.subject = name;
-        invocation.message = "no such option" + nearestClause(nearest(name, knownOptions()));
-        return invocation;
-    }
+    invocation.subject = withoutMark(argument);
     const std::vector<std::string> commands = subcommandNames(*selected());
     if (commands.empty()) {
-        invocation.subject = withoutMark(argument);
         invocation.message = "one argument too many";
         return invocation;
     }
-    const std::vector<std::string> near = nearest(argument, commands);
+    const std::vector<std::string> near = nearest(invocation.subject, commands);
     invocation.message = "no such command" + (near.empty() ? fmt::format("; there are {}", fmt::join(commands, ", "))
                                                            : nearestClause(near));
+    return invocation;
+}
+
+Invocation CommandLine::unknownOption(const std::string& name) const
+{
+    Invocation invocation;
+    invocation.subject = name;
+    const std::vector<std::string> known = knownOptions();
+    if (std::find(known.begin(), known.end(), name) != known.end()) // it was not looked for where it stands
+        invocation.message = fmt::format("is an option of {0} and goes after {0}", nameOf(selected()));
+    else
+        invocation.message = "no such option" + nearestClause(nearest(name, known));
     return invocation;
 }
 
@@ -142,21 +166,13 @@ const CLI::App* CommandLine::selected() const
     return app;
 }
 
-std::string CommandLine::selectedName() const
-{
-    std::string name;
-    for (const CLI::App* app = selected(); app != program_.get(); app = app->get_parent())
-        name = name.empty() ? app->get_name() : app->get_name() + " " + name;
-    return name.empty() ? "command line" : name;
-}
-
 std::vector<std::string> CommandLine::knownOptions() const
 {
     std::vector<std::string> names;
     for (const CLI::App* app = selected(); app != nullptr; app = app->get_parent())
         for (const CLI::Option* option : app->get_options())
             for (const std::string& name : option->get_lnames())
-                if (std::find(names.begin(), names.end(), "--" + name) == names.end())
+                if (!option->get_group().empty() && std::find(names.begin(), names.end(), "--" + name) == names.end())
                     names.push_back("--" + name);
     return names;
 }

@@ -33,8 +33,8 @@ public:
 private:
     Invocation wrongUsageOf(const std::string& error) const;
     Invocation unknownArgument(const std::string& argument) const;
+    Invocation unknownOption(const std::string& name) const;
     const CLI::App* selected() const;
-    std::string selectedName() const;
     std::vector<std::string> knownOptions() const;
 
     std::unique_ptr<CLI::App> program_;

@@ -49,8 +49,8 @@ Embedded::FileResult printDrawing(QeDbDatabase& database, Output& output)
 std::string describe(const std::string& file, const Embedded::FileResult& result)
 {
     std::string_view message = result.message;
-    if (message.starts_with(file + ": "))
-        message.remove_prefix(file.size() + 2);
+    if (const std::string prefix = Embedded::displayName(file) + ": "; message.starts_with(prefix))
+        message.remove_prefix(prefix.size());
     return message.empty() ? resultName(result.status) : fmt::format("{}: {}", resultName(result.status), message);
 }
 
@@ -107,8 +107,10 @@ ExitStatus forEachDrawing(const std::vector<std::string>& files, Output& output,
     return status;
 }
 
-void checkStandardStreams(const std::vector<std::string>& files, bool drawingIsPrinted, const Output& output)
+void checkFileNames(const std::vector<std::string>& files, bool drawingIsPrinted, const Output& output)
 {
+    if (std::find(files.begin(), files.end(), "") != files.end())
+        throw wrongUsage("FILE", "is empty");
     if (std::find(files.begin(), files.end(), kStandardStream) == files.end())
         return;
     if (files.size() > 1)

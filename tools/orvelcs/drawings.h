@@ -66,7 +66,8 @@ struct DrawingOutcome {
 ExitStatus forEachDrawing(const std::vector<std::string>& files, Output& output,
                           const std::function<DrawingOutcome(const std::string& file)>& work);
 
-/// Throws Failure for "-" among several drawings, and where the drawing that it prints would meet other results.
-void checkStandardStreams(const std::vector<std::string>& files, bool drawingIsPrinted, const Output& output);
+/// Throws Failure for an empty name, for "-" among several drawings, and where the drawing that it prints would meet
+/// other results.
+void checkFileNames(const std::vector<std::string>& files, bool drawingIsPrinted, const Output& output);
 
 } // namespace Orvelcs

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "embedded/foundation/text.h"
 #include "orvelcs/chain_json.h"
@@ -32,6 +33,12 @@ std::vector<std::string> formNames()
     for (const auto& [name, form] : formsByName())
         names.push_back(name);
     return names;
+}
+
+std::string nearestFormsClause(const std::string& name)
+{
+    const std::vector<std::string> near = nearest(name, formNames());
+    return near.empty() ? fmt::format("; there are {}", fmt::join(formNames(), ", ")) : nearestClause(near);
 }
 
 void require(Qeapp::ErrorStatus result, const std::string& form)
@@ -163,7 +170,7 @@ FormValue parseFormValue(const std::string& argument)
     const std::string name = argument.substr(0, equals);
     const auto form = formsByName().find(name);
     if (form == formsByName().end())
-        throw wrongUsage("--put", name + " is no form" + nearestClause(nearest(name, formNames())));
+        throw wrongUsage("--put", name + " is no form" + nearestFormsClause(name));
     if (!Embedded::isValidUtf8(argument))
         throw wrongUsage("--put", "the value of " + name + " is not UTF-8");
     return {form->second, name, argument.substr(equals + 1)};

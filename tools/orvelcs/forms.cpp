@@ -19,6 +19,7 @@ namespace {
 struct FormsOptions {
     std::string file;
     std::vector<std::string> puts;
+    CLI::Option* fileArgument = nullptr;
 };
 
 Json definitionsAsJson(const std::vector<StoredDefinition>& definitions)
@@ -114,6 +115,9 @@ void showForms(const FormsOptions& options, const std::vector<FormValue>& values
     if (!values.empty() && options.file == kStandardStream)
         return;
     const StoredForms forms = readStoredForms(drawing.database());
+    if (const auto& record = forms.definitionXrecord; record && !record->readable)
+        output.note(options.file,
+                    fmt::format("definition xrecord of layout {}: not readable by the module", record->layout));
     if (output.json())
         output.document(asJson(options.file, drawing.version(), forms));
     else
@@ -131,7 +135,7 @@ ExitStatus fail(const FormsOptions& options, const std::optional<int>& result, c
 // After "--put A=B" the file may stand among the values.
 void takeFile(FormsOptions& options)
 {
-    if (!options.file.empty())
+    if (options.fileArgument->count() > 0)
         return;
     if (options.puts.empty() || options.puts.back().find('=') != std::string::npos)
         throw wrongUsage("FILE", "is required");
@@ -145,7 +149,7 @@ ExitStatus runForms(FormsOptions& options, Output& output)
     std::vector<FormValue> values;
     for (const std::string& put : options.puts)
         values.push_back(parseFormValue(put));
-    checkStandardStreams({options.file}, !values.empty(), output);
+    checkFileNames({options.file}, !values.empty(), output);
     try {
         showForms(options, values, output);
         return ExitStatus::done;
@@ -173,7 +177,7 @@ Command declareForms(CLI::App& program)
                   "  config=TEXT          the transformation configuration\n"
                   "A chain is written as [{\"code\": 1071, \"value\": 1}, {\"code\": 310, \"hex\": \"0aff\"}].\n"
                   "All are written, in the order given, or none."});
-    addArgument(*app, "FILE", options->file, "the drawing; - is standard input");
+    options->fileArgument = addArgument(*app, "FILE", options->file, "the drawing; - is standard input");
     addArguments(*app, "--put FORM=VALUE...", options->puts, "write these forms");
     return {app, [options](Output& output) { return runForms(*options, output); }};
 }

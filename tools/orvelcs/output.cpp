@@ -14,10 +14,12 @@
 namespace Orvelcs {
 namespace {
 
-bool colorIsWanted(const OutputOptions& options)
+bool escapesAreWanted(const OutputOptions& options)
 {
     const char* noColor = std::getenv("NO_COLOR");
-    return !options.noColor && (noColor == nullptr || *noColor == '\0') && isTerminal(stdout);
+    const char* terminal = std::getenv("TERM");
+    return !options.noColor && (noColor == nullptr || *noColor == '\0') &&
+           (terminal == nullptr || std::string_view(terminal) != "dumb");
 }
 
 void toStandardError(std::string_view text)
@@ -28,7 +30,10 @@ void toStandardError(std::string_view text)
 } // namespace
 
 Output::Output(std::string command, const OutputOptions& options)
-    : command_(std::move(command)), options_(options), bold_(colorIsWanted(options))
+    : command_(std::move(command)),
+      options_(options),
+      escapes_(escapesAreWanted(options)),
+      bold_(escapes_ && isTerminal(stdout))
 {
 }
 
@@ -76,8 +81,9 @@ void Output::progress(std::size_t position, std::size_t total, std::string_view 
 {
     if (options_.quiet || total < 2 || !isTerminal(stderr))
         return;
-    toStandardError(fmt::format("\r\x1B[K[{}/{}] {}", position, total, oneLine(subject)));
-    progressIsShown_ = true;
+    const std::string text = fmt::format("[{}/{}] {}", position, total, oneLine(subject));
+    toStandardError(escapes_ ? "\r\x1B[K" + text : text + "\n");
+    progressIsShown_ = escapes_;
 }
 
 ExitStatus Output::finish(ExitStatus status)

@@ -52,6 +52,7 @@ private:
 
     std::string command_;
     OutputOptions options_;
+    bool escapes_; // whether a terminal may be sent escape sequences
     bool bold_;
     bool progressIsShown_ = false;
     int writeError_ = 0;

@@ -122,7 +122,7 @@ void print(const ShowReport& report, Output& output)
 
 ExitStatus runShow(const ShowOptions& options, Output& output)
 {
-    checkStandardStreams(options.files, false, output);
+    checkFileNames(options.files, false, output);
     return forEachDrawing(options.files, output, [&](const std::string& file) {
         const ShowReport report = readDrawing(file, options.wkt);
         if (!output.json())

@@ -10,7 +10,8 @@ namespace Orvelcs {
 /// The name that stands for standard input or output where a file is expected.
 inline constexpr const char* kStandardStream = "-";
 
-/// Makes a write to a closed pipe or a closed stream fail instead of ending the program or landing in another file.
+/// Makes a write to a closed pipe or a closed stream, or beyond the process's limit on the size of files, fail instead
+/// of ending the program or landing in another file.
 void prepareStandardStreams();
 
 bool isTerminal(std::FILE* stream);

@@ -77,6 +77,25 @@ std::vector<StoredDefinition> unpackDefinitions(const resbuf* chain, int layout)
     return definitions;
 }
 
+bool closesGroup(const resbuf* buffer)
+{
+    return buffer->restype == QeRb::kXdataControl && isString(buffer) &&
+           std::wstring_view(buffer->resval.rstring) == L"}";
+}
+
+// The module takes groups up to their closing braces, and nothing may stand behind the last.
+bool isReadable(const resbuf* chain, int layout)
+{
+    constexpr int kChunks = 0;
+    constexpr int kGroups = 1;
+    if (chain == nullptr || layout == kChunks)
+        return chain != nullptr;
+    const resbuf* last = chain;
+    while (last->rbnext != nullptr)
+        last = last->rbnext;
+    return layout == kGroups && (last == chain || closesGroup(last));
+}
+
 Orvel::HostObject<QeDbXrecord> openXrecord(const QeDbDictionary& dictionary, const wchar_t* key)
 {
     Orvel::HostObject<QeDbXrecord> xrecord;
@@ -105,6 +124,7 @@ std::optional<DefinitionXrecord> readDefinitionXrecord(const QeDbDictionary& nam
     record.chain = chainOf(*xrecord.get());
     if (record.chain && record.chain->restype == QeRb::kXdataInteger32)
         record.layout = record.chain->resval.rlong;
+    record.readable = isReadable(record.chain.get(), record.layout);
     record.definitions = unpackDefinitions(record.chain.get(), record.layout);
     return record;
 }

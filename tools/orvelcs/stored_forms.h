@@ -27,7 +27,8 @@ struct StoredDefinition {
 };
 
 struct DefinitionXrecord {
-    int layout = 0; // 0 without a header
+    int layout = 0;       // 0 without a header
+    bool readable = true; // whether the module reads such a chain; what is packed in it is another matter
     Orvel::ResbufChain chain;
     std::vector<StoredDefinition> definitions; // those that can be unpacked
 };
