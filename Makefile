@@ -3,6 +3,8 @@ MAKEFLAGS += --no-print-directory
 .DEFAULT_GOAL := build
 
 JOBS := $(shell nproc 2>/dev/null || echo 2)
+# Some tests wait for the disk more than they compute.
+TEST_JOBS := $(shell expr $(JOBS) + 1)
 PRESETS := dev release asan coverage
 ROOMS := $(wildcard src platform embedded tools tests fuzz bench examples)
 CXX_FILES = find $(ROOMS) -type f \( -name '*.h' -o -name '*.cpp' \) -print0
@@ -29,7 +31,7 @@ $(PRESETS:%=check-%): check-%: build/%/tests/CTestTestfile.cmake
 	@echo "Building everything into build/$*"
 	@cmake --build build/$*
 	@echo "Running the tests of build/$*"
-	@ctest --preset $* -j $(JOBS)
+	@ctest --preset $* -j $(TEST_JOBS)
 
 format: ## Lay out every C++ file as .clang-format says
 	@echo "Laying out the C++ files"
