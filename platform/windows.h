@@ -60,18 +60,37 @@ inline constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000E);
 inline constexpr HRESULT E_INVALIDARG = static_cast<HRESULT>(0x80070057);
 inline constexpr HRESULT CO_E_CLASSSTRING = static_cast<HRESULT>(0x800401F3);
 inline constexpr LSTATUS ERROR_SUCCESS = 0;
+inline constexpr LSTATUS ERROR_FILE_NOT_FOUND = 2;
+inline constexpr LSTATUS ERROR_ACCESS_DENIED = 5;
+inline constexpr LSTATUS ERROR_INVALID_HANDLE = 6;
+inline constexpr LSTATUS ERROR_OUTOFMEMORY = 14;
+inline constexpr LSTATUS ERROR_INVALID_PARAMETER = 87;
+inline constexpr LSTATUS ERROR_BAD_PATHNAME = 161;
+inline constexpr LSTATUS ERROR_MORE_DATA = 234;
 inline constexpr LSTATUS ERROR_NO_MORE_ITEMS = 259;
+inline constexpr LSTATUS ERROR_REGISTRY_CORRUPT = 1015;
+inline constexpr LSTATUS ERROR_REGISTRY_IO_FAILED = 1016;
+inline constexpr LSTATUS ERROR_KEY_DELETED = 1018;
 inline constexpr UINT CP_UTF8 = 65001;
 inline constexpr int CSIDL_LOCAL_APPDATA = 28;
+inline constexpr DWORD REG_NONE = 0;
 inline constexpr DWORD REG_SZ = 1;
+inline constexpr DWORD REG_EXPAND_SZ = 2;
+inline constexpr DWORD REG_BINARY = 3;
+inline constexpr DWORD REG_DWORD = 4;
+inline constexpr DWORD REG_MULTI_SZ = 7;
 inline constexpr DWORD REG_OPTION_NON_VOLATILE = 0;
+inline constexpr DWORD REG_CREATED_NEW_KEY = 1;
+inline constexpr DWORD REG_OPENED_EXISTING_KEY = 2;
+inline constexpr REGSAM KEY_QUERY_VALUE = 0x1;
+inline constexpr REGSAM KEY_SET_VALUE = 0x2;
+inline constexpr REGSAM KEY_ALL_ACCESS = 0xF003F;
 inline constexpr REGSAM KEY_READ = 0x20019;
 inline constexpr REGSAM KEY_WRITE = 0x20006;
 inline constexpr int _SH_DENYNO = 0x40;
 extern WIN32_STANDIN_API const HKEY HKEY_CURRENT_USER;
 
-// A stand-in answers for what is called: the registry, the code pages and the text files get theirs with the stores
-// that are to use them.
+// What the stand-in cannot do as Windows does, it refuses as Windows refuses what it cannot do.
 extern "C" {
 /// From "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}" to its 16 bytes; CO_E_CLASSSTRING for anything else.
 WIN32_STANDIN_API HRESULT CLSIDFromString(const wchar_t* text, CLSID* clsid);
@@ -81,12 +100,15 @@ WIN32_STANDIN_API void CoTaskMemFree(void* memory);
 
 WIN32_STANDIN_API BOOL DisableThreadLibraryCalls(HMODULE module);
 
-/// `length` -1 takes the text up to and with its NUL; `outputLength` 0 answers the length needed; 0 is failure.
+/// For code page 65001 without flags, each ill-formed sequence becoming U+FFFD; any other answers 0, which is failure.
+/// `length` -1 takes the text up to and with its NUL; `outputLength` 0 answers the length needed.
 WIN32_STANDIN_API int MultiByteToWideChar(UINT codePage, DWORD flags, const char* text, int length, wchar_t* output,
                                           int outputLength);
 WIN32_STANDIN_API int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int length, char* output,
                                           int outputLength, const char* defaultCharacter, BOOL* usedDefault);
 
+/// The registry of the current user, in a file (embedded/windows/registry_file.h). The data of REG_SZ and REG_EXPAND_SZ
+/// are wide characters, and lengths count the bytes of those; data of all other types are bytes.
 WIN32_STANDIN_API LSTATUS RegCreateKeyExW(HKEY key, const wchar_t* subKey, DWORD reserved, wchar_t* className,
                                           DWORD options, REGSAM access, void* security, HKEY* result,
                                           DWORD* disposition);
@@ -100,12 +122,15 @@ WIN32_STANDIN_API LSTATUS RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DW
                                         DWORD* type, BYTE* data, DWORD* lengthInBytes);
 WIN32_STANDIN_API LSTATUS RegDeleteValueW(HKEY key, const wchar_t* name);
 
+/// CSIDL_LOCAL_APPDATA only: the user's data folder into `path`, which takes 260 characters.
 WIN32_STANDIN_API BOOL SHGetSpecialFolderPathW(HWND owner, wchar_t* path, int folder, BOOL create);
 
 WIN32_STANDIN_API int _wcsicmp(const wchar_t* left, const wchar_t* right);
+WIN32_STANDIN_API int _wcsnicmp(const wchar_t* left, const wchar_t* right, std::size_t count);
+/// 0 and the value's length with its NUL in `required`, 0 without such a variable; ERANGE when it does not fit.
 WIN32_STANDIN_API errno_t _wgetenv_s(std::size_t* required, wchar_t* buffer, std::size_t characters,
                                      const wchar_t* name);
-/// Opens a file as the C runtime does; text mode ("t") ends lines with CR LF on disk.
+/// Opens a file as the C runtime does, without locks on it; a mode without "b" ends lines with CR LF on disk.
 WIN32_STANDIN_API std::FILE* _wfsopen(const wchar_t* path, const wchar_t* mode, int sharing);
 }
 

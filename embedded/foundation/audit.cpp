@@ -10,9 +10,10 @@ AuditCounts& counts()
 }
 
 constexpr std::array<const char*, static_cast<std::size_t>(Held::count)> kNames = {
-    "open object",       "detached object", "database",         "dictionary iterator", "document lock",
-    "transaction",       "host buffer",     "resbuf",           "resbuf memory block", "library object",
-    "disposable object", "registry key",    "COM memory block", "object reactor",      "decomposition reactor",
+    "open object",         "detached object",  "database",          "dictionary iterator",
+    "document lock",       "transaction",      "host buffer",       "resbuf",
+    "resbuf memory block", "library object",   "disposable object", "registry key",
+    "open file",           "COM memory block", "object reactor",    "decomposition reactor",
 };
 
 } // namespace

@@ -22,6 +22,7 @@ enum class Held : std::size_t {
     libraryObject,    // spatial-reference objects
     disposableObject, // foundation objects
     registryKey,
+    textFile,  // streams of _wfsopen
     comMemory, // what CoTaskMemFree takes back
     objectReactor,
     decompositionReactor,

@@ -1,6 +1,9 @@
 #include "platform/foundation/disposable.h"
 
+#include <new>
+
 #include "embedded/foundation/audit.h"
+#include "embedded/foundation/faults.h"
 
 int FqObject::GetClassId()
 {
@@ -26,8 +29,11 @@ FqObject::~FqObject() = default;
 
 FqDisposable::~FqDisposable() = default;
 
+// An object is always allocated with its count, so that this is where its allocation can be made to fail.
 FqGuardDisposable::FqGuardDisposable()
 {
+    if (Embedded::Faults::strike("FqGuardDisposable::FqGuardDisposable", 0))
+        throw std::bad_alloc();
     Embedded::Audit::add(Embedded::Held::disposableObject);
 }
 

@@ -41,28 +41,46 @@ bool needsDecomposition(const QeDbDatabase& database, QeDb::QeDbDwgVersion versi
     return version != database.drawingVersion() || version < QeDb::kGeoDataTextDwg;
 }
 
-FileResult write(const QeDbDatabase& database, const std::filesystem::path& file, QeDb::QeDbDwgVersion version)
+/// Where a save goes, and what its messages begin with.
+struct Destination {
+    std::string prefix;
+    const DrawingWriter& write;
+};
+
+FileResult write(const QeDbDatabase& database, QeDb::QeDbDwgVersion version, const Destination& destination)
 {
     DrawingImage image = imageOf(database);
     image.drawingVersion = version;
-    if (std::string fault = validateImage(image); !fault.empty())
-        return named(file, {Qeapp::eInvalidInput, "would not be readable: " + std::move(fault)});
-    return writeFileAtomically(file, drawingTextFrom(image));
+    if (const std::string fault = validateImage(image); !fault.empty())
+        return {Qeapp::eInvalidInput, destination.prefix + "would not be readable: " + fault};
+    return destination.write(drawingTextFrom(image));
 }
 
-FileResult save(QeDbDatabase& database, const std::filesystem::path& file, QeDb::QeDbDwgVersion version)
+FileResult saveConverted(QeDbDatabase& database, QeDb::QeDbDwgVersion version, const Destination& destination)
 {
     std::optional<DecompositionRun> run; // undone on every way out but the last
     if (needsDecomposition(database, version))
         run.emplace(database, version);
     if (run && run->status() != Qeapp::eOk)
         return {run->status(), run->message()};
-    if (FileResult result = write(database, file, version); result.status != Qeapp::eOk)
+    if (FileResult result = write(database, version, destination); result.status != Qeapp::eOk)
         return result;
     setDrawingVersion(database, version);
     if (run)
         run->complete();
     return {};
+}
+
+FileResult save(QeDbDatabase& database, QeDb::QeDbDwgVersion version, const Destination& destination)
+{
+    if (!isDrawingVersion(version))
+        return {Qeapp::eInvalidDrawingVersion,
+                destination.prefix + std::to_string(static_cast<int>(version)) + " is no drawing version to save in"};
+    try {
+        return saveConverted(database, version, destination);
+    } catch (const std::bad_alloc&) {
+        return {Qeapp::eOutOfMemory, destination.prefix + "not enough memory to save the drawing"};
+    }
 }
 
 } // namespace
@@ -79,14 +97,13 @@ FileResult loadDrawing(const std::filesystem::path& file, std::unique_ptr<QeDbDa
 
 FileResult saveDrawing(QeDbDatabase& database, const std::filesystem::path& file, QeDb::QeDbDwgVersion version)
 {
-    if (!isDrawingVersion(version))
-        return named(file, {Qeapp::eInvalidDrawingVersion,
-                            std::to_string(static_cast<int>(version)) + " is no drawing version to save in"});
-    try {
-        return save(database, file, version);
-    } catch (const std::bad_alloc&) {
-        return named(file, {Qeapp::eOutOfMemory, "not enough memory to save the drawing"});
-    }
+    const DrawingWriter toFile = [&](std::string_view text) { return writeFileAtomically(file, text); };
+    return save(database, version, {displayName(file) + ": ", toFile});
+}
+
+FileResult saveDrawing(QeDbDatabase& database, QeDb::QeDbDwgVersion version, const DrawingWriter& write)
+{
+    return save(database, version, {"", write});
 }
 
 } // namespace Embedded

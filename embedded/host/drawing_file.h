@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -35,5 +36,12 @@ QEHOST_API FileResult loadDrawing(const std::filesystem::path& file, std::unique
 /// in.
 QEHOST_API FileResult saveDrawing(QeDbDatabase& database, const std::filesystem::path& file,
                                   QeDb::QeDbDwgVersion version);
+
+/// Takes a drawing file's text to where it belongs.
+using DrawingWriter = std::function<FileResult(std::string_view text)>;
+
+/// The same save to somewhere else than a file. A result of `write` other than eOk undoes it and is the save's; no file
+/// is named in a message.
+QEHOST_API FileResult saveDrawing(QeDbDatabase& database, QeDb::QeDbDwgVersion version, const DrawingWriter& write);
 
 } // namespace Embedded

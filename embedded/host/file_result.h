@@ -1,10 +1,9 @@
 // How a file operation ended.
 #pragma once
 
-#include <filesystem>
 #include <string>
 
-#include "embedded/foundation/text.h"
+#include "embedded/foundation/display_name.h"
 #include "platform/host/error_status.h"
 
 namespace Embedded {
@@ -14,12 +13,5 @@ struct [[nodiscard]] FileResult {
     Qeapp::ErrorStatus status = Qeapp::eOk;
     std::string message;
 };
-
-/// A file's name as it may stand in a message, whatever bytes it is made of.
-inline std::string displayName(const std::filesystem::path& file)
-{
-    const auto utf8 = file.u8string();
-    return utf8FromWide(wideFromUtf8(std::string(utf8.begin(), utf8.end())));
-}
 
 } // namespace Embedded

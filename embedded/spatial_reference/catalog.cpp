@@ -116,6 +116,13 @@ const std::vector<CatalogEntry>& catalogEntries()
     return entries;
 }
 
+CatalogState catalogState()
+{
+    if (!isCatalogAvailable())
+        return CatalogState::unavailable;
+    return catalogEntries().size() > localSystems().size() ? CatalogState::listed : CatalogState::unreadable;
+}
+
 std::optional<CatalogEntry> findCatalogEntry(std::wstring_view code)
 {
     const auto loaded = loadFromCatalog(std::wstring(code).c_str(), DefinitionType::coordinateReferenceSystem);

@@ -27,8 +27,13 @@ struct CatalogQuery {
     std::size_t limit = 0;   // 0: all
 };
 
+/// Whether there is a catalog to search: PROJ has no database, or has one that cannot be listed (it needs room for a
+/// temporary file), or has listed it.
+enum class CatalogState { unavailable, unreadable, listed };
+ZSR_API CatalogState catalogState();
+
 /// Every system that can be loaded, each once, deprecated ones included, vertical-only ones excluded; read on first
-/// use.
+/// use. The local systems alone, which are not of PROJ's database, unless the catalog is listed.
 ZSR_API const std::vector<CatalogEntry>& catalogEntries();
 /// Exact code first, then exact name, then names that begin with the text, then the rest, each by authority and number.
 ZSR_API std::vector<CatalogEntry> searchCatalog(const CatalogQuery& query);

@@ -44,6 +44,14 @@ bool isSpelledOut(std::string_view code)
     return code.find_first_not_of("0123456789+-.eE \t\r\n\v\f") != std::string_view::npos;
 }
 
+ProjObject objectOfDatabase(const CatalogCode& code, PJ_CATEGORY category, bool usesProjGridNames)
+{
+    if (!isSpelledOut(code.code))
+        return nullptr;
+    return ProjObject(proj_create_from_database(projContext(), code.authority.c_str(), code.code.c_str(), category,
+                                                usesProjGridNames ? 1 : 0, nullptr));
+}
+
 Loaded notFound()
 {
     return {isCatalogAvailable() ? statusNotFound : statusCatalogUnavailable, std::nullopt};
@@ -61,10 +69,12 @@ Loaded loadLocal(const CatalogCode& code, DefinitionType type)
 
 ProjObject catalogObject(const CatalogCode& code, PJ_CATEGORY category)
 {
-    if (!isSpelledOut(code.code))
-        return nullptr;
-    return ProjObject(proj_create_from_database(projContext(), code.authority.c_str(), code.code.c_str(), category,
-                                                /* usePROJAlternativeGridNames */ 0, nullptr));
+    return objectOfDatabase(code, category, /* usesProjGridNames */ false);
+}
+
+ProjObject operationWithInstalledGrids(const CatalogCode& code)
+{
+    return objectOfDatabase(code, PJ_CATEGORY_COORDINATE_OPERATION, /* usesProjGridNames */ true);
 }
 
 Loaded loadFromCatalog(const wchar_t* text, DefinitionType type)

@@ -13,6 +13,9 @@ namespace Embedded {
 
 /// The catalog's object, or null. `code` must be resolved.
 ProjObject catalogObject(const CatalogCode& code, PJ_CATEGORY category);
+/// The same for an operation, with its grids under the names of the files that PROJ would read, which need not be the
+/// catalog's; it has another code then.
+ProjObject operationWithInstalledGrids(const CatalogCode& code);
 
 /// What a load came to; `data` is present exactly when the status is statusOk.
 struct Loaded {

@@ -4,6 +4,7 @@
 
 #include "embedded/foundation/text.h"
 #include "embedded/spatial_reference/irreversible_methods.h"
+#include "embedded/spatial_reference/proj_identifier.h"
 
 namespace Embedded {
 namespace {
@@ -57,13 +58,6 @@ bool isReversible(const PJ* operation)
             return false;
     }
     return steps > 0;
-}
-
-std::string codeOfObject(const PJ* object)
-{
-    const char* authority = proj_get_id_auth_name(object, 0);
-    const char* code = proj_get_id_code(object, 0);
-    return authority && code ? CatalogCode{authority, code}.text() : std::string();
 }
 
 DefinitionData operationData(const PJ* operation, DefinitionType type)

@@ -20,7 +20,7 @@ struct CatalogOrder {
     std::wstring authority;
     std::uint64_t number; // after all numbers for what is none
     std::wstring code;
-    friend auto operator<=>(const CatalogOrder&, const CatalogOrder&) = default;
+    friend auto operator<=>(const CatalogOrder&, const CatalogOrder&) = default; // NOLINT(modernize-use-nullptr)
 };
 CatalogOrder catalogOrderOf(std::wstring_view code);
 

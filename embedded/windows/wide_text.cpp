@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "platform/windows.h"
 
 namespace {
@@ -12,11 +14,18 @@ wchar_t folded(wchar_t character)
 
 int _wcsicmp(const wchar_t* left, const wchar_t* right)
 {
-    while (*left != L'\0' && folded(*left) == folded(*right)) {
-        ++left;
-        ++right;
+    return _wcsnicmp(left, right, std::numeric_limits<std::size_t>::max());
+}
+
+int _wcsnicmp(const wchar_t* left, const wchar_t* right, std::size_t count)
+{
+    for (; count > 0; --count, ++left, ++right) {
+        const wchar_t first = folded(*left);
+        const wchar_t second = folded(*right);
+        if (first != second)
+            return first < second ? -1 : 1;
+        if (first == L'\0')
+            break;
     }
-    const wchar_t first = folded(*left);
-    const wchar_t second = folded(*right);
-    return first < second ? -1 : static_cast<int>(first > second);
+    return 0;
 }

@@ -3,6 +3,10 @@
 
 #include "../export.h"
 
+#if defined(_WIN32)
+#undef GetClassName // a macro of the system's that would rename the class's own operation
+#endif
+
 /// The root: an object that can say what class it is. The texts are literals of the class and live as long as the
 /// program.
 class FQCORE_API FqObject {

@@ -1,3 +1,6 @@
+#include <new>
+
+#include "embedded/foundation/faults.h"
 #include "platform/foundation.h"
 #include "support/platform_test.h"
 
@@ -111,6 +114,24 @@ TEST_F(Disposables, ADisposedCollectionReleasesItsItems)
         list->Add(item.get());
     }
     EXPECT_EQ(disposals, 1);
+}
+
+TEST_F(Disposables, AnObjectFailsToBeAllocatedOnRequest)
+{
+    int disposals = 0;
+    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const Embedded::ScopedFault fault({.call = "FqGuardDisposable::FqGuardDisposable", .code = {}});
+    EXPECT_THROW(static_cast<void>(new Counted(disposals)), std::bad_alloc); // no object comes of it
+    EXPECT_EQ(Embedded::Audit::now(), before);
+    EXPECT_EQ(disposals, 0);
+}
+
+TEST_F(Disposables, AnObjectAliveIsCounted)
+{
+    int disposals = 0;
+    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const Ptr<Counted> object(new Counted(disposals));
+    EXPECT_EQ(Embedded::Audit::difference(before, Embedded::Audit::now()), "1 disposable object");
 }
 
 TEST_F(Disposables, AnObjectSaysWhatClassItIs)

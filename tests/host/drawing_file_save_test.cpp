@@ -233,5 +233,41 @@ TEST_F(DrawingFileSave, APlaceThatCannotBeWrittenTo_IsRefused)
     EXPECT_EQ(imageOf(*database), exampleImage());
 }
 
+TEST_F(DrawingFileSave, ToSomewhereElse_GivesTheTextOfTheFile)
+{
+    std::string text;
+    const FileResult result = saveDrawing(*database, version(29), [&](std::string_view whole) {
+        text = whole;
+        return FileResult();
+    });
+    EXPECT_EQ(result.status, Qeapp::eOk);
+    EXPECT_EQ(text, exampleText());
+    EXPECT_EQ(folder.names(), std::set<std::string>());
+}
+
+TEST_F(DrawingFileSave, ToSomewhereElse_IsUndoneWhereItCannotBeWritten)
+{
+    Decomposer decomposer;
+    const FileResult result = saveDrawing(*database, version(33), [](std::string_view) {
+        return FileResult{Qeapp::eFileWriteFailed, "no room"};
+    });
+    EXPECT_EQ(result.status, Qeapp::eFileWriteFailed);
+    EXPECT_EQ(result.message, "no room");
+    EXPECT_EQ(decomposer.told, (Told{"decompose 33", "aborted 33"}));
+    EXPECT_EQ(imageOf(*database), exampleImage());
+}
+
+TEST_F(DrawingFileSave, ToSomewhereElse_NamesNoFile)
+{
+    bool written = false;
+    const FileResult result = saveDrawing(*database, version(34), [&](std::string_view) {
+        written = true;
+        return FileResult();
+    });
+    EXPECT_EQ(result.status, Qeapp::eInvalidDrawingVersion);
+    EXPECT_EQ(result.message, "34 is no drawing version to save in");
+    EXPECT_FALSE(written);
+}
+
 } // namespace
 } // namespace Tests

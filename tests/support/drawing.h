@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "embedded/host/drawing_image.h"
 #include "platform/host.h"
@@ -14,6 +15,7 @@ namespace Tests {
 class Drawing {
 public:
     explicit Drawing(QeDb::QeDbDwgVersion version = QeDb::kCurrentDwg);
+    explicit Drawing(std::unique_ptr<QeDbDatabase> database) : database_(std::move(database)) {}
 
     QeDbDatabase* database() const { return database_.get(); }
 

@@ -13,6 +13,20 @@ TEST(WideText, ComparisonIgnoresTheCaseOfAsciiLetters)
     EXPECT_EQ(_wcsicmp(L"", L""), 0);
 }
 
+TEST(WideText, ABoundedComparisonLooksNoFurther)
+{
+    EXPECT_EQ(_wcsnicmp(L"EPSG:1", L"epsg:2", 5), 0);
+    EXPECT_LT(_wcsnicmp(L"EPSG:1", L"epsg:2", 6), 0);
+    EXPECT_GT(_wcsnicmp(L"b", L"A", 1), 0);
+    EXPECT_EQ(_wcsnicmp(L"a", L"b", 0), 0);
+}
+
+TEST(WideText, ABoundedComparisonEndsWithTheText)
+{
+    EXPECT_EQ(_wcsnicmp(L"ab\0c", L"AB\0d", 4), 0);
+    EXPECT_LT(_wcsnicmp(L"ab", L"abc", 9), 0);
+}
+
 TEST(WideText, OtherLettersKeepTheirCase)
 {
     EXPECT_NE(_wcsicmp(L"\u00C4", L"\u00E4"), 0);

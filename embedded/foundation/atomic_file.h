@@ -1,0 +1,27 @@
+// Files that are replaced whole or not at all.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/export.h"
+
+namespace Embedded {
+
+/// Why a file was not replaced.
+struct ReplacementFailure {
+    int error = 0;       // of errno
+    int plannedCode = 0; // what a planned fault is to answer, where its plan says
+    std::string message; // names the file and the reason
+};
+
+/// Writes the text so that the file holds either what it held before or all of it: a temporary file in the same folder,
+/// flushed, renamed over, the folder flushed. A symbolic link is followed and the file's permissions are kept; a file
+/// that may not be written to is not replaced either, nor is anything but a regular file.
+/// A failure leaves the old file as it was and no temporary file behind.
+[[nodiscard]] FQCORE_API std::optional<ReplacementFailure> replaceFile(const std::filesystem::path& file,
+                                                                       std::string_view text);
+
+} // namespace Embedded

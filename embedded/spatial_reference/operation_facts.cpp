@@ -1,0 +1,71 @@
+#include "embedded/spatial_reference/operation_facts.h"
+
+#include <algorithm>
+
+#include "embedded/foundation/text.h"
+
+namespace Embedded {
+
+std::vector<OperationGrid> gridsOf(const PJ* operation)
+{
+    std::vector<OperationGrid> grids;
+    const int count = proj_coordoperation_get_grid_used_count(projContext(), operation);
+    for (int index = 0; index < count; ++index) {
+        const char* name = nullptr;
+        const char* url = nullptr;
+        int isInstalled = 0;
+        if (proj_coordoperation_get_grid_used(projContext(), operation, index, &name, nullptr, nullptr, &url, nullptr,
+                                              nullptr, &isInstalled))
+            grids.push_back({wideFromUtf8(name ? name : ""), isInstalled != 0, wideFromUtf8(url ? url : "")});
+    }
+    return grids;
+}
+
+std::optional<double> accuracyOf(const PJ* operation)
+{
+    const double metres = proj_coordoperation_get_accuracy(projContext(), operation);
+    if (metres >= 0)
+        return metres;
+    const bool isExact = std::ranges::all_of(
+        stepsOf(operation), [](const ProjObject& step) { return proj_get_type(step.get()) == PJ_TYPE_CONVERSION; });
+    return isExact ? std::optional(0.0) : std::nullopt;
+}
+
+std::wstring areaOfUseOf(const PJ* operation)
+{
+    const char* name = nullptr;
+    if (!proj_get_area_of_use(projContext(), operation, nullptr, nullptr, nullptr, nullptr, &name) || !name)
+        return {};
+    return wideFromUtf8(name);
+}
+
+bool isInstantiable(const PJ* operation)
+{
+    return proj_coordoperation_is_instantiable(projContext(), operation) != 0;
+}
+
+bool isApplicable(PJ* operation, OperationDirection direction)
+{
+    return isInstantiable(operation) &&
+           (direction == OperationDirection::forward || proj_pj_info(operation).has_inverse != 0);
+}
+
+bool isBallpark(const PJ* operation)
+{
+    return proj_coordoperation_has_ballpark_transformation(projContext(), operation) != 0;
+}
+
+std::vector<ProjObject> stepsOf(const PJ* operation)
+{
+    std::vector<ProjObject> steps;
+    if (proj_get_type(operation) != PJ_TYPE_CONCATENATED_OPERATION) {
+        steps.emplace_back(proj_clone(projContext(), operation));
+        return steps;
+    }
+    const int count = proj_concatoperation_get_step_count(projContext(), operation);
+    for (int index = 0; index < count; ++index)
+        steps.emplace_back(proj_concatoperation_get_step(projContext(), operation, index));
+    return steps;
+}
+
+} // namespace Embedded

@@ -1,0 +1,181 @@
+// The code page of UTF-8, the only one there is here.
+#include <climits>
+#include <cstring>
+#include <cwchar>
+#include <optional>
+#include <string_view>
+
+#include "embedded/foundation/faults.h"
+#include "platform/windows.h"
+
+namespace {
+
+using Embedded::Faults;
+
+constexpr char32_t kReplacement = 0xFFFD;
+constexpr bool kWideIsUtf16 = sizeof(wchar_t) == 2;
+
+/// Counts what it is given, and keeps it where there is room. Texts are too long to be converted into a copy first.
+template <class Unit>
+class Output {
+public:
+    Output(Unit* units, int capacity) : units_(units), capacity_(static_cast<std::size_t>(capacity)) {}
+
+    void put(char32_t unit)
+    {
+        if (count_ < capacity_)
+            units_[count_] = static_cast<Unit>(unit);
+        ++count_;
+    }
+    /// What the call answers: the number of units, 0 when they are too many.
+    int answer() const
+    {
+        const bool fits = capacity_ == 0 || count_ <= capacity_;
+        return fits && count_ <= INT_MAX ? static_cast<int>(count_) : 0;
+    }
+
+private:
+    Unit* units_;
+    std::size_t capacity_; // 0: only count
+    std::size_t count_ = 0;
+};
+
+constexpr bool isHighSurrogate(char32_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+constexpr bool isLowSurrogate(char32_t unit)
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+/// What a byte may begin: how many bytes follow it, and between which bounds the first of them lies. The bounds shut
+/// out overlong forms, surrogates and what is beyond the last code point.
+struct Lead {
+    int following;
+    unsigned char least;
+    unsigned char most;
+    char32_t bits;
+};
+
+std::optional<Lead> leadOf(unsigned char byte)
+{
+    if (byte < 0xC2 || byte > 0xF4)
+        return std::nullopt;
+    if (byte < 0xE0)
+        return Lead{1, 0x80, 0xBF, byte & 0x1FU};
+    if (byte < 0xF0)
+        return Lead{2, static_cast<unsigned char>(byte == 0xE0 ? 0xA0 : 0x80),
+                    static_cast<unsigned char>(byte == 0xED ? 0x9F : 0xBF), byte & 0x0FU};
+    return Lead{3, static_cast<unsigned char>(byte == 0xF0 ? 0x90 : 0x80),
+                static_cast<unsigned char>(byte == 0xF4 ? 0x8F : 0xBF), byte & 0x07U};
+}
+
+/// The code point at the front, of more bytes than one, or the replacement for the longest part of a sequence that is
+/// there. A byte that does not go on with the sequence is left.
+char32_t takeSequence(std::string_view& bytes)
+{
+    const std::optional<Lead> lead = leadOf(static_cast<unsigned char>(bytes.front()));
+    bytes.remove_prefix(1);
+    if (!lead)
+        return kReplacement;
+    char32_t codePoint = lead->bits;
+    for (int index = 0; index < lead->following; ++index) {
+        const auto byte = static_cast<unsigned char>(bytes.empty() ? '\0' : bytes.front());
+        if (byte < (index == 0 ? lead->least : 0x80) || byte > (index == 0 ? lead->most : 0xBF))
+            return kReplacement;
+        codePoint = codePoint << 6 | (byte & 0x3FU);
+        bytes.remove_prefix(1);
+    }
+    return codePoint;
+}
+
+void decode(std::string_view bytes, Output<wchar_t>& output)
+{
+    while (!bytes.empty()) {
+        const auto first = static_cast<unsigned char>(bytes.front());
+        if (first < 0x80) {
+            output.put(first);
+            bytes.remove_prefix(1);
+            continue;
+        }
+        const char32_t codePoint = takeSequence(bytes);
+        if (kWideIsUtf16 && codePoint > 0xFFFF) {
+            output.put(0xD800 + ((codePoint - 0x10000) >> 10));
+            output.put(0xDC00 + ((codePoint - 0x10000) & 0x3FF));
+        } else {
+            output.put(codePoint);
+        }
+    }
+}
+
+/// One code point, of two surrogates where they are a pair.
+char32_t takeCodePoint(std::wstring_view& text)
+{
+    const auto first = static_cast<char32_t>(text.front());
+    text.remove_prefix(1);
+    if (isHighSurrogate(first) && !text.empty() && isLowSurrogate(static_cast<char32_t>(text.front()))) {
+        const auto second = static_cast<char32_t>(text.front());
+        text.remove_prefix(1);
+        return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
+    }
+    const bool isScalarValue = first <= 0x10FFFF && !isHighSurrogate(first) && !isLowSurrogate(first);
+    return isScalarValue ? first : kReplacement;
+}
+
+void encode(char32_t codePoint, Output<char>& output)
+{
+    if (codePoint < 0x80) {
+        output.put(codePoint);
+        return;
+    }
+    if (codePoint < 0x800) {
+        output.put(0xC0 | codePoint >> 6);
+    } else {
+        if (codePoint < 0x10000) {
+            output.put(0xE0 | codePoint >> 12);
+        } else {
+            output.put(0xF0 | codePoint >> 18);
+            output.put(0x80 | (codePoint >> 12 & 0x3F));
+        }
+        output.put(0x80 | (codePoint >> 6 & 0x3F));
+    }
+    output.put(0x80 | (codePoint & 0x3F));
+}
+
+/// Whether the call is one that the stand-in can answer.
+bool isAnswerable(UINT codePage, DWORD flags, const void* text, int length, const void* output, int outputLength)
+{
+    return codePage == CP_UTF8 && flags == 0 && text != nullptr && length != 0 && outputLength >= 0 &&
+           (output != nullptr || outputLength == 0);
+}
+
+} // namespace
+
+int MultiByteToWideChar(UINT codePage, DWORD flags, const char* text, int length, wchar_t* output, int outputLength)
+{
+    if (const auto fault = Faults::strike("MultiByteToWideChar", 0))
+        return *fault;
+    if (!isAnswerable(codePage, flags, text, length, output, outputLength))
+        return 0;
+    Output<wchar_t> wide(output, outputLength);
+    decode({text, length < 0 ? std::strlen(text) + 1 : static_cast<std::size_t>(length)}, wide);
+    return wide.answer();
+}
+
+int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int length, char* output, int outputLength,
+                        const char* defaultCharacter, BOOL* usedDefault) // NOLINT(readability-non-const-parameter)
+{
+    if (const auto fault = Faults::strike("WideCharToMultiByte", 0))
+        return *fault;
+    // Windows, too, takes no default character for this code page.
+    if (defaultCharacter != nullptr || usedDefault != nullptr ||
+        !isAnswerable(codePage, flags, text, length, output, outputLength))
+        return 0;
+    Output<char> bytes(output, outputLength);
+    std::wstring_view rest(text, length < 0 ? std::wcslen(text) + 1 : static_cast<std::size_t>(length));
+    while (!rest.empty())
+        encode(takeCodePoint(rest), bytes);
+    return bytes.answer();
+}

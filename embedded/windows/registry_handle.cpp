@@ -1,0 +1,51 @@
+#include "embedded/windows/registry_handle.h"
+
+#include <map>
+#include <memory>
+
+#include "embedded/foundation/audit.h"
+
+namespace {
+
+RegistryKeyHandle currentUser;
+
+} // namespace
+
+const HKEY HKEY_CURRENT_USER = &currentUser;
+
+namespace Embedded {
+namespace {
+
+std::map<HKEY, std::unique_ptr<RegistryKeyHandle>>& openHandles()
+{
+    static std::map<HKEY, std::unique_ptr<RegistryKeyHandle>> handles;
+    return handles;
+}
+
+} // namespace
+
+HKEY openHandle(std::wstring path, REGSAM access)
+{
+    auto handle = std::make_unique<RegistryKeyHandle>(RegistryKeyHandle{std::move(path), access});
+    const HKEY key = handle.get();
+    openHandles().emplace(key, std::move(handle));
+    Audit::add(Held::registryKey);
+    return key;
+}
+
+bool isOpenHandle(HKEY key)
+{
+    return key == HKEY_CURRENT_USER || openHandles().contains(key);
+}
+
+bool closeHandle(HKEY key)
+{
+    if (key == HKEY_CURRENT_USER)
+        return true;
+    if (openHandles().erase(key) == 0)
+        return false;
+    Audit::remove(Held::registryKey);
+    return true;
+}
+
+} // namespace Embedded

@@ -1,0 +1,21 @@
+// What a key handle stands for, and which handles are open.
+#pragma once
+
+#include <string>
+
+#include "platform/windows.h"
+
+struct RegistryKeyHandle {
+    std::wstring path; // empty: the current user's root
+    REGSAM access = KEY_ALL_ACCESS;
+};
+
+namespace Embedded {
+
+HKEY openHandle(std::wstring path, REGSAM access);
+/// Whether it is open, or predefined; other handles must not be looked into.
+bool isOpenHandle(HKEY key);
+/// False when it was not open. The predefined one stays open.
+bool closeHandle(HKEY key);
+
+} // namespace Embedded

@@ -1,0 +1,83 @@
+#include <string>
+
+#include "embedded/windows/current_registry.h"
+#include "embedded/windows/registry_call.h"
+#include "embedded/windows/registry_handle.h"
+#include "embedded/windows/registry_name.h"
+#include "platform/windows.h"
+
+namespace {
+
+using namespace Embedded;
+
+constexpr REGSAM kMaximumAllowed = 0x02000000;
+
+REGSAM granted(REGSAM access)
+{
+    return (access & kMaximumAllowed) != 0 ? KEY_ALL_ACCESS : access;
+}
+
+/// The sub-key's path from the root. Throws RegistryFailure for a handle or a path that will not do.
+std::wstring pathBelow(HKEY key, const wchar_t* subKey)
+{
+    if (!isOpenHandle(key))
+        throw RegistryFailure{ERROR_INVALID_HANDLE, {}};
+    std::wstring path = key->path;
+    const std::wstring below = normalName(subKey);
+    if (below.starts_with(L'\\'))
+        throw RegistryFailure{ERROR_BAD_PATHNAME, {}};
+    for (const std::wstring_view part : pathParts(below)) {
+        if (utf16Length(part) > kLongestKeyName)
+            throw RegistryFailure{ERROR_INVALID_PARAMETER, {}};
+        path += (path.empty() ? L"" : L"\\") + std::wstring(part);
+    }
+    return path;
+}
+
+/// Whether it had to be created.
+bool createKey(RegistryJournal& registry, const std::wstring& path)
+{
+    if (registry.current().find(path) != nullptr)
+        return false;
+    RegistryJournal::Change change(registry);
+    if (change.tree().find(path) != nullptr) // another process was faster
+        return false;
+    change.record({RegistryChange::Kind::createKey, path, {}, REG_NONE, {}});
+    return true;
+}
+
+} // namespace
+
+LSTATUS RegCreateKeyExW(HKEY key, const wchar_t* subKey, DWORD reserved, wchar_t*, DWORD options, REGSAM access, void*,
+                        HKEY* result, DWORD* disposition)
+{
+    return answered("RegCreateKeyExW", ERROR_ACCESS_DENIED, [&]() -> LSTATUS {
+        if (subKey == nullptr || reserved != 0 || options != REG_OPTION_NON_VOLATILE || result == nullptr)
+            return ERROR_INVALID_PARAMETER;
+        const std::wstring path = pathBelow(key, subKey);
+        const bool created = createKey(currentRegistry(), path);
+        *result = openHandle(path, granted(access));
+        if (disposition != nullptr)
+            *disposition = created ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
+        return ERROR_SUCCESS;
+    });
+}
+
+LSTATUS RegOpenKeyExW(HKEY key, const wchar_t* subKey, DWORD options, REGSAM access, HKEY* result)
+{
+    return answered("RegOpenKeyExW", ERROR_ACCESS_DENIED, [&]() -> LSTATUS {
+        if (options != 0 || result == nullptr)
+            return ERROR_INVALID_PARAMETER;
+        const std::wstring path = pathBelow(key, subKey);
+        if (currentRegistry().current().find(path) == nullptr)
+            return ERROR_FILE_NOT_FOUND;
+        *result = openHandle(path, granted(access));
+        return ERROR_SUCCESS;
+    });
+}
+
+// It ends something, so that no fault is ever planned for it.
+LSTATUS RegCloseKey(HKEY key)
+{
+    return closeHandle(key) ? ERROR_SUCCESS : ERROR_INVALID_HANDLE;
+}

@@ -1,0 +1,233 @@
+// Files as the C runtime of Windows opens them: lines that end with LF in memory and with CR LF on disk.
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "embedded/foundation/audit.h"
+#include "embedded/foundation/faults.h"
+#include "embedded/foundation/file_descriptor.h"
+#include "embedded/foundation/text.h"
+#include "platform/windows.h"
+
+namespace {
+
+using Embedded::Audit;
+using Embedded::Faults;
+using Embedded::FileDescriptor;
+using Embedded::Held;
+using Embedded::retried;
+
+constexpr std::size_t kBufferInBytes = 1U << 16;
+
+struct Mode {
+    int flags = 0;
+    bool isBinary = false;
+};
+
+/// "r", "w" or "a", then "t" or "b" at most.
+std::optional<Mode> modeOf(std::wstring_view text)
+{
+    const std::wstring_view kind = text.substr(0, 1);
+    const std::wstring_view translation = text.substr(std::min<std::size_t>(1, text.size()));
+    Mode mode{.flags = O_RDONLY, .isBinary = translation == L"b"};
+    if (kind == L"w")
+        mode.flags = O_WRONLY | O_CREAT | O_TRUNC;
+    else if (kind == L"a")
+        mode.flags = O_WRONLY | O_CREAT | O_APPEND;
+    else if (kind != L"r")
+        return std::nullopt;
+    if (!translation.empty() && translation != L"t" && translation != L"b")
+        return std::nullopt;
+    return mode;
+}
+
+/// What stands between a stream and its file.
+class OpenFile {
+public:
+    OpenFile(FileDescriptor descriptor, bool isBinary) : descriptor_(std::move(descriptor)), isBinary_(isBinary)
+    {
+        Audit::add(Held::textFile);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    ~OpenFile() { Audit::remove(Held::textFile); }
+
+    /// Both as the system's calls: a count, 0 at the end, -1 with errno.
+    ssize_t read(char* output, std::size_t size);
+    ssize_t write(std::string_view bytes);
+    bool close() { return descriptor_.close(); }
+    std::array<char, kBufferInBytes>& streamBuffer() { return streamBuffer_; }
+
+private:
+    bool isLineFeedNext() const;
+    std::size_t withoutCarriageReturns(char* bytes, std::size_t size) const;
+    bool writeAll(std::string_view bytes);
+
+    FileDescriptor descriptor_;
+    bool isBinary_;
+    std::array<char, kBufferInBytes> streamBuffer_{};
+    std::array<char, 2 * kBufferInBytes> translated_{};
+};
+
+/// Looks at the next byte without taking it; what is no regular file has none to look at.
+bool OpenFile::isLineFeedNext() const
+{
+    const off_t position = ::lseek(descriptor_.get(), 0, SEEK_CUR);
+    char next = '\0';
+    return position >= 0 && retried([&] { return ::pread(descriptor_.get(), &next, 1, position); }) == 1 &&
+           next == '\n';
+}
+
+/// Drops each CR before an LF, in place.
+std::size_t OpenFile::withoutCarriageReturns(char* bytes, std::size_t size) const
+{
+    const bool endsInLine = size > 0 && bytes[size - 1] == '\r' && isLineFeedNext();
+    const char* const end = bytes + size - (endsInLine ? 1 : 0);
+    char* kept = bytes;
+    for (const char* from = bytes; from != end;) {
+        const auto* const found =
+            static_cast<const char*>(std::memchr(from, '\r', static_cast<std::size_t>(end - from)));
+        const char* const stop = found != nullptr ? found : end;
+        kept = std::copy(from, stop, kept);
+        from = stop;
+        if (from == end)
+            break;
+        if (from + 1 == end || from[1] != '\n')
+            *kept++ = '\r';
+        ++from;
+    }
+    return static_cast<std::size_t>(kept - bytes);
+}
+
+ssize_t OpenFile::read(char* output, std::size_t size)
+{
+    for (;;) {
+        const ssize_t count = retried([&] { return ::read(descriptor_.get(), output, size); });
+        if (count <= 0 || isBinary_)
+            return count;
+        const std::size_t kept = withoutCarriageReturns(output, static_cast<std::size_t>(count));
+        if (kept > 0) // none at all would mean the end
+            return static_cast<ssize_t>(kept);
+    }
+}
+
+bool OpenFile::writeAll(std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t written = retried([&] { return ::write(descriptor_.get(), bytes.data(), bytes.size()); });
+        if (written <= 0)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+ssize_t OpenFile::write(std::string_view bytes)
+{
+    const auto whole = static_cast<ssize_t>(bytes.size());
+    if (isBinary_)
+        return writeAll(bytes) ? whole : -1;
+    while (!bytes.empty()) {
+        const std::string_view part = bytes.substr(0, kBufferInBytes);
+        bytes.remove_prefix(part.size());
+        char* end = translated_.data();
+        for (const char byte : part) {
+            if (byte == '\n')
+                *end++ = '\r';
+            *end++ = byte;
+        }
+        if (!writeAll({translated_.data(), static_cast<std::size_t>(end - translated_.data())}))
+            return -1;
+    }
+    return whole;
+}
+
+ssize_t readFrom(void* file, char* output, std::size_t size)
+{
+    if (const auto fault = Faults::strike("_wfsopen.read", EIO)) {
+        errno = *fault;
+        return -1;
+    }
+    return static_cast<OpenFile*>(file)->read(output, size);
+}
+
+/// A stream takes 0 for a failure.
+ssize_t writeTo(void* file, const char* bytes, std::size_t size)
+{
+    if (const auto fault = Faults::strike("_wfsopen.write", ENOSPC)) {
+        errno = *fault;
+        return 0;
+    }
+    return std::max<ssize_t>(0, static_cast<OpenFile*>(file)->write({bytes, size}));
+}
+
+/// Whatever comes of it, the file is closed.
+int closeFile(void* file)
+{
+    const std::unique_ptr<OpenFile> owner(static_cast<OpenFile*>(file));
+    const bool closed = owner->close();
+    if (const auto fault = Faults::strike("_wfsopen.close", EIO)) {
+        errno = *fault;
+        return EOF;
+    }
+    return closed ? 0 : EOF;
+}
+
+std::string nativePath(const wchar_t* path)
+{
+    std::string native = Embedded::utf8FromWide(path);
+    std::ranges::replace(native, '\\', '/');
+    return native;
+}
+
+/// Closed with errno when the file cannot be opened, or is a folder.
+FileDescriptor openFile(const std::string& path, const Mode& mode)
+{
+    FileDescriptor descriptor(retried([&] { return ::open(path.c_str(), mode.flags | O_CLOEXEC, 0666); }));
+    struct stat found {};
+    if (descriptor.isOpen() && ::fstat(descriptor.get(), &found) == 0 && S_ISDIR(found.st_mode)) {
+        errno = EACCES;
+        return FileDescriptor();
+    }
+    return descriptor;
+}
+
+std::FILE* streamOf(std::unique_ptr<OpenFile> file, const Mode& mode)
+{
+    const cookie_io_functions_t calls{.read = readFrom, .write = writeTo, .seek = nullptr, .close = closeFile};
+    std::FILE* const stream = ::fopencookie(file.get(), mode.flags == O_RDONLY ? "r" : "w", calls);
+    if (stream == nullptr)
+        return nullptr;
+    auto& buffer = file.release()->streamBuffer();
+    if (std::setvbuf(stream, buffer.data(), _IOFBF, buffer.size()) != 0)
+        errno = 0; // the stream keeps a buffer of its own, which is slower and nothing else
+    return stream;
+}
+
+} // namespace
+
+std::FILE* _wfsopen(const wchar_t* path, const wchar_t* mode, int sharing)
+{
+    if (const auto fault = Faults::strike("_wfsopen", EACCES)) {
+        errno = *fault;
+        return nullptr;
+    }
+    const std::optional<Mode> wanted = mode != nullptr ? modeOf(mode) : std::nullopt;
+    if (path == nullptr || !wanted || sharing != _SH_DENYNO) {
+        errno = EINVAL;
+        return nullptr;
+    }
+    FileDescriptor descriptor = openFile(nativePath(path), *wanted);
+    if (!descriptor.isOpen())
+        return nullptr;
+    return streamOf(std::make_unique<OpenFile>(std::move(descriptor), wanted->isBinary), *wanted);
+}

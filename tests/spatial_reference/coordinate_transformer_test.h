@@ -1,0 +1,70 @@
+// What the tests of coordinate transformers have in common.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "embedded/spatial_reference/coordinate_operations.h"
+#include "spatial_reference_test.h"
+
+namespace Tests {
+
+class CoordinateTransformerTest : public SpatialReferenceTest {
+protected:
+    using Configured = std::optional<Embedded::ConfiguredOperation>;
+    using Transformer = std::unique_ptr<Embedded::CoordinateTransformer>;
+
+    static Configured path(const wchar_t* codeOrName)
+    {
+        return Embedded::ConfiguredOperation{codeOrName, transformationPath};
+    }
+    static Configured transformation(const wchar_t* codeOrName)
+    {
+        return Embedded::ConfiguredOperation{codeOrName, transformationSingle};
+    }
+
+    static Transformer transformer(const wchar_t* source, const wchar_t* target,
+                                   const Configured& configured = std::nullopt)
+    {
+        Embedded::TransformerResult result = Embedded::makeTransformer(source, target, configured);
+        if (result.refusal)
+            throw std::runtime_error("refused"); // fails the test and leaves nothing to be used
+        return std::move(result.transformer);
+    }
+    static Embedded::OperationRefusal refusal(const wchar_t* source, const wchar_t* target,
+                                              const Configured& configured)
+    {
+        Embedded::TransformerResult result = Embedded::makeTransformer(source, target, configured);
+        EXPECT_EQ(result.transformer, nullptr);
+        return result.refusal.value_or(Embedded::OperationRefusal());
+    }
+
+    static Embedded::CoordinatePoint transformed(const Embedded::CoordinateTransformer& transformer,
+                                                 const Embedded::CoordinatePoint& point)
+    {
+        const Embedded::TransformedPoint answer = transformer.transform(point);
+        EXPECT_TRUE(answer.point.has_value());
+        return answer.point.value_or(Embedded::CoordinatePoint{});
+    }
+    static void expectNear(const Embedded::CoordinatePoint& point, double x, double y, double tolerance)
+    {
+        EXPECT_NEAR(point.x, x, tolerance);
+        EXPECT_NEAR(point.y, y, tolerance);
+    }
+    static void expectNear(const Embedded::CoordinatePoint& point, const Embedded::CoordinatePoint& expected,
+                           double tolerance)
+    {
+        expectNear(point, expected.x, expected.y, tolerance);
+        ASSERT_EQ(point.z.has_value(), expected.z.has_value());
+        EXPECT_NEAR(point.z.value_or(0), expected.z.value_or(0), kMetres);
+    }
+
+    static constexpr double kDegrees = 1e-9;
+    static constexpr double kMetres = 1e-6;
+};
+
+} // namespace Tests

@@ -1,0 +1,38 @@
+// A document of the host's own, current for the length of a scope.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "embedded/host/application.h"
+
+namespace Tests {
+
+class ScopedDocument {
+public:
+    explicit ScopedDocument(std::unique_ptr<QeDbDatabase> database = std::make_unique<QeDbDatabase>())
+        : document_(Embedded::openDocument(std::move(database)))
+    {
+    }
+    ~ScopedDocument() { EXPECT_EQ(Embedded::closeDocument(document_), Qeapp::eOk); }
+    ScopedDocument(const ScopedDocument&) = delete;
+    ScopedDocument& operator=(const ScopedDocument&) = delete;
+
+    QeApDocument* get() const { return document_; }
+    QeDbDatabase* database() const { return document_->database(); }
+
+private:
+    QeApDocument* document_;
+};
+
+/// The host without some of its parts, for the length of a scope.
+class ScopedHostParts {
+public:
+    explicit ScopedHostParts(Embedded::HostParts parts) { Embedded::setHostParts(parts); }
+    ~ScopedHostParts() { Embedded::setHostParts({}); }
+    ScopedHostParts(const ScopedHostParts&) = delete;
+    ScopedHostParts& operator=(const ScopedHostParts&) = delete;
+};
+
+} // namespace Tests

@@ -1,0 +1,156 @@
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "embedded/foundation/faults.h"
+#include "platform/windows.h"
+#include "support/platform_test.h"
+
+namespace {
+
+using CodePage = Tests::PlatformTest;
+using namespace std::string_literals;
+
+/// What is read, asked for its length first as the callers do.
+std::wstring read(const std::string& bytes)
+{
+    const auto length = static_cast<int>(bytes.size());
+    std::wstring text(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, bytes.data(), length, nullptr, 0)),
+                      L'?');
+    const auto room = static_cast<int>(text.size());
+    EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, bytes.data(), length, text.data(), room), room);
+    return text;
+}
+
+std::string written(const std::wstring& text)
+{
+    const auto length = static_cast<int>(text.size());
+    const int room = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<std::size_t>(room), '?');
+    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), room, nullptr, nullptr), room);
+    return bytes;
+}
+
+std::wstring wide(std::initializer_list<std::uint32_t> units)
+{
+    std::wstring text;
+    for (const std::uint32_t unit : units)
+        text += static_cast<wchar_t>(unit);
+    return text;
+}
+
+struct Characters {
+    std::wstring text;
+    std::string bytes;
+};
+
+TEST_F(CodePage, EachLengthOfCharacterIsReadAndWrittenAlike)
+{
+    const Characters table[] = {{L"A", "A"},
+                                {wide({0}), "\0"s},
+                                {wide({0x7F}), "\x7F"},
+                                {wide({0x80}), "\xC2\x80"},
+                                {wide({0x7FF}), "\xDF\xBF"},
+                                {wide({0x800}), "\xE0\xA0\x80"},
+                                {wide({0xD7FF}), "\xED\x9F\xBF"},
+                                {wide({0xE000}), "\xEE\x80\x80"},
+                                {wide({0xFFFF}), "\xEF\xBF\xBF"},
+                                {L"\U00010000", "\xF0\x90\x80\x80"},
+                                {L"\U0010FFFF", "\xF4\x8F\xBF\xBF"},
+                                {L"K\u00F8ge", "K\xC3\xB8ge"}};
+    for (const Characters& row : table) {
+        EXPECT_EQ(read(row.bytes), row.text) << row.bytes;
+        EXPECT_EQ(written(row.text), row.bytes) << row.bytes;
+    }
+}
+
+TEST_F(CodePage, ACharacterBeyondTheBasicPlaneIsReadAsItsPlatformHasIt)
+{
+    EXPECT_EQ(read("\xF0\x9F\x8C\x8D").size(), sizeof(wchar_t) == 2 ? 2U : 1U);
+}
+
+TEST_F(CodePage, APairOfSurrogatesIsWrittenAsOneCharacter)
+{
+    EXPECT_EQ(written(wide({0xD83C, 0xDF0D})), "\xF0\x9F\x8C\x8D");
+    EXPECT_EQ(written(wide({0xD83C, 0xD83C, 0xDF0D})), "\xEF\xBF\xBD\xF0\x9F\x8C\x8D");
+}
+
+TEST_F(CodePage, WhatIsNoCharacterIsWrittenAsTheReplacement)
+{
+    for (const std::uint32_t unit : {0xD800U, 0xDBFFU, 0xDC00U, 0xDFFFU, 0x110000U, 0xFFFFFFFFU})
+        EXPECT_EQ(written(L"a" + wide({unit}) + L"b"), "a\xEF\xBF\xBD"
+                                                       "b")
+            << unit;
+}
+
+TEST_F(CodePage, EachIllFormedPartBecomesOneReplacement)
+{
+    const Characters table[] = {
+        {L"\uFFFD", "\x80"},                               // no beginning
+        {L"\uFFFD\uFFFD", "\xC0\xAF"},                     // overlong
+        {L"\uFFFD\uFFFD\uFFFD", "\xE0\x80\xAF"},           // overlong
+        {L"\uFFFD\uFFFD\uFFFD\uFFFD", "\xF0\x82\x82\xAC"}, // overlong
+        {L"\uFFFD\uFFFD\uFFFD", "\xED\xA0\x80"},           // a surrogate
+        {L"\uFFFD\uFFFD\uFFFD\uFFFD", "\xF4\x90\x80\x80"}, // beyond the last
+        {L"\uFFFD\uFFFD", "\xF5\x80"},                     // beyond the last
+        {L"\uFFFD", "\xE2\x82"},                           // cut short at the end
+        {L"\uFFFD", "\xF0\x9F\x8C"},                       // cut short at the end
+        {L"\uFFFDA", "\xE2\x82\x41"},                      // cut short by a letter
+        {L"\uFFFD\u20AC", "\xE2\x82\xE2\x82\xAC"},         // cut short by another character
+        {L"a\uFFFD\uFFFD\uFFFDb\uFFFDc\uFFFD\uFFFDd",      // a run of everything
+         "\x61\xF1\x80\x80\xE1\x80\xC2\x62\x80\x63\x80\xBF\x64"},
+    };
+    for (const Characters& row : table)
+        EXPECT_EQ(read(row.bytes), row.text) << testing::PrintToString(row.bytes);
+}
+
+TEST_F(CodePage, LengthMinusOneTakesTheTextAndItsEnd)
+{
+    wchar_t text[3] = {};
+    EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "ab", -1, nullptr, 0), 3);
+    EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "ab", -1, text, 3), 3);
+    EXPECT_STREQ(text, L"ab");
+    char bytes[3] = {};
+    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"\u00F8", -1, nullptr, 0, nullptr, nullptr), 3);
+    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"\u00F8", -1, bytes, 3, nullptr, nullptr), 3);
+    EXPECT_STREQ(bytes, "\xC3\xB8");
+}
+
+TEST_F(CodePage, TooLittleRoomAnswersZero)
+{
+    wchar_t text[2] = {};
+    EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "ab", -1, text, 2), 0);
+    char bytes[2] = {};
+    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"\u00F8", -1, bytes, 2, nullptr, nullptr), 0);
+}
+
+TEST_F(CodePage, WhatIsNotAskedForHereAnswersZero)
+{
+    wchar_t text[4] = {};
+    EXPECT_EQ(MultiByteToWideChar(1252, 0, "ab", 2, text, 4), 0);
+    EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 8, "ab", 2, text, 4), 0);
+    EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, nullptr, 2, text, 4), 0);
+    EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "ab", 0, text, 4), 0);
+    EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "ab", 2, nullptr, 4), 0);
+    EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "ab", 2, text, -1), 0);
+    char bytes[4] = {};
+    BOOL used = FALSE;
+    EXPECT_EQ(WideCharToMultiByte(1252, 0, L"ab", 2, bytes, 4, nullptr, nullptr), 0);
+    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"ab", 2, bytes, 4, "?", nullptr), 0);
+    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"ab", 2, bytes, 4, nullptr, &used), 0);
+}
+
+TEST_F(CodePage, FailsOnRequest)
+{
+    for (const char* const call : {"MultiByteToWideChar", "WideCharToMultiByte"}) {
+        const Embedded::ScopedFault fault({.call = call, .code = {}});
+        const bool reads = std::string_view(call) == "MultiByteToWideChar";
+        EXPECT_EQ(reads ? MultiByteToWideChar(CP_UTF8, 0, "a", 1, nullptr, 0)
+                        : WideCharToMultiByte(CP_UTF8, 0, L"a", 1, nullptr, 0, nullptr, nullptr),
+                  0);
+        EXPECT_EQ(Embedded::Faults::struck(), 1U);
+    }
+}
+
+} // namespace

@@ -1,0 +1,164 @@
+#include "embedded/foundation/faults.h"
+#include "registry_test.h"
+#include "support/scoped_variable.h"
+
+namespace Tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+class RegistryKeys : public RegistryTest {};
+
+TEST_F(RegistryKeys, AKeyIsNotThereUntilItIsCreated)
+{
+    EXPECT_EQ(openStatus(L"Software\\Test"), ERROR_FILE_NOT_FOUND);
+    created();
+    EXPECT_EQ(openStatus(L"Software\\Test"), ERROR_SUCCESS);
+    readAfresh();
+    EXPECT_EQ(openStatus(L"Software\\Test"), ERROR_SUCCESS);
+}
+
+TEST_F(RegistryKeys, TheKeysAboveAreCreatedWithIt)
+{
+    created(L"A\\B\\C");
+    EXPECT_EQ(openStatus(L"A"), ERROR_SUCCESS);
+    EXPECT_EQ(openStatus(L"A\\B"), ERROR_SUCCESS);
+    EXPECT_EQ(openStatus(L"B"), ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(RegistryKeys, TheDispositionSaysWhetherItWasThere)
+{
+    HKEY key = nullptr;
+    DWORD disposition = 0;
+    ASSERT_EQ(create(L"A", &key, KEY_WRITE, &disposition), ERROR_SUCCESS);
+    EXPECT_EQ(disposition, REG_CREATED_NEW_KEY);
+    EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
+    ASSERT_EQ(create(L"A", &key, KEY_WRITE, &disposition), ERROR_SUCCESS);
+    EXPECT_EQ(disposition, REG_OPENED_EXISTING_KEY);
+    EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
+}
+
+TEST_F(RegistryKeys, NamesDifferByMoreThanCase)
+{
+    created(L"Software\\K\u00D8GE \u0394 \u0416");
+    EXPECT_EQ(openStatus(L"SOFTWARE\\k\u00F8ge \u03B4 \u0436"), ERROR_SUCCESS);
+    EXPECT_EQ(openStatus(L"Software\\Koge \u0394 \u0416"), ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(RegistryKeys, APathBelowAKeyIsReachedThroughIt)
+{
+    const OpenKey above = created(L"A");
+    HKEY below = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(above.get(), L"B\\C", 0, nullptr, 0, KEY_WRITE, nullptr, &below, nullptr), ERROR_SUCCESS);
+    const OpenKey closed(below);
+    EXPECT_EQ(openStatus(L"A\\B\\C"), ERROR_SUCCESS);
+}
+
+TEST_F(RegistryKeys, AnEmptyPathIsTheKeyItself)
+{
+    EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
+    EXPECT_EQ(openStatus(nullptr), ERROR_SUCCESS);
+    created(L"");
+    EXPECT_FALSE(fs::exists(file));
+}
+
+TEST_F(RegistryKeys, BackslashesAtTheEndOrRepeatedAreOneAndInFrontAreRefused)
+{
+    created(L"A\\\\B\\");
+    EXPECT_EQ(openStatus(L"A\\B"), ERROR_SUCCESS);
+    EXPECT_EQ(openStatus(L"\\A"), ERROR_BAD_PATHNAME);
+    HKEY key = nullptr;
+    EXPECT_EQ(create(L"\\A", &key), ERROR_BAD_PATHNAME);
+    EXPECT_EQ(key, nullptr);
+}
+
+TEST_F(RegistryKeys, ANameOf255CharactersFitsAndALongerOneDoesNot)
+{
+    created((L"A\\" + std::wstring(255, L'x')).c_str());
+    HKEY key = nullptr;
+    EXPECT_EQ(create((L"A\\" + std::wstring(256, L'x')).c_str(), &key), ERROR_INVALID_PARAMETER);
+}
+
+TEST_F(RegistryKeys, WhatIsNotKnownHereIsRefused)
+{
+    HKEY key = nullptr;
+    EXPECT_EQ(create(nullptr, &key), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(create(L"A", nullptr), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"A", 1, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr),
+              ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"A", 0, nullptr, 1, KEY_WRITE, nullptr, &key, nullptr),
+              ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"", 0, KEY_READ, nullptr), ERROR_INVALID_PARAMETER);
+}
+
+TEST_F(RegistryKeys, AHandleThatIsNotOpenIsRefused)
+{
+    HKEY key = nullptr;
+    ASSERT_EQ(create(L"A", &key), ERROR_SUCCESS);
+    ASSERT_EQ(RegCloseKey(key), ERROR_SUCCESS);
+    EXPECT_EQ(RegCloseKey(key), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(RegDeleteValueW(key, L"x"), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(RegQueryValueExW(nullptr, L"x", nullptr, nullptr, nullptr, nullptr), ERROR_INVALID_HANDLE);
+    HKEY below = nullptr;
+    EXPECT_EQ(RegOpenKeyExW(key, L"B", 0, KEY_READ, &below), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(RegCloseKey(nullptr), ERROR_INVALID_HANDLE);
+}
+
+TEST_F(RegistryKeys, ThePredefinedHandleStaysOpen)
+{
+    EXPECT_EQ(RegCloseKey(HKEY_CURRENT_USER), ERROR_SUCCESS);
+    EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
+}
+
+TEST_F(RegistryKeys, AnOpenHandleIsCounted)
+{
+    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const OpenKey key = created();
+    EXPECT_EQ(Embedded::Audit::difference(before, Embedded::Audit::now()), "1 registry key");
+}
+
+TEST_F(RegistryKeys, ReadingCreatesNothing)
+{
+    EXPECT_EQ(openStatus(L"A"), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
+    EXPECT_EQ(Embedded::checkRegistryFile(), "");
+    EXPECT_TRUE(fs::is_empty(folder.path()));
+}
+
+TEST_F(RegistryKeys, AKeyThatWentWithItsFileIsGone)
+{
+    const OpenKey key = created();
+    fs::remove(file);
+    EXPECT_EQ(set(key, L"a", L"b"), ERROR_KEY_DELETED);
+    EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, nullptr, nullptr, nullptr), ERROR_KEY_DELETED);
+    EXPECT_FALSE(fs::exists(file));
+}
+
+TEST_F(RegistryKeys, WithoutAChoiceTheFileIsInTheUsersSettings)
+{
+    Embedded::useRegistryFile({});
+    const ScopedVariable home("HOME", folder.path().string());
+    {
+        const ScopedVariable settings("XDG_CONFIG_HOME", (folder.path() / "config").string());
+        EXPECT_EQ(Embedded::registryFile(), folder.path() / "config/orvel/registry.jsonl");
+        created();
+        EXPECT_TRUE(fs::exists(folder.path() / "config/orvel/registry.jsonl"));
+    }
+    const ScopedVariable settings("XDG_CONFIG_HOME", "relative");
+    EXPECT_EQ(Embedded::registryFile(), folder.path() / ".config/orvel/registry.jsonl");
+    EXPECT_EQ(openStatus(L"Software\\Test"), ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(RegistryKeys, WithoutAPlaceForAFileNothingCanBeWritten)
+{
+    Embedded::useRegistryFile({});
+    const ScopedVariable home("HOME");
+    const ScopedVariable settings("XDG_CONFIG_HOME");
+    EXPECT_EQ(Embedded::registryFile(), fs::path());
+    EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
+    HKEY key = nullptr;
+    EXPECT_EQ(create(L"A", &key), ERROR_REGISTRY_IO_FAILED);
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,226 @@
+#include "registry_test.h"
+
+namespace Tests {
+namespace {
+
+using namespace std::string_literals;
+using Names = std::vector<std::wstring>;
+
+class RegistryValues : public RegistryTest {
+protected:
+    OpenKey key = created();
+};
+
+TEST_F(RegistryValues, ATextComesBackWithItsEnd)
+{
+    EXPECT_EQ(set(key, L"Item1", L"<Item>K\u00F8ge \U0001F30D</Item>"), ERROR_SUCCESS);
+    readAfresh();
+    EXPECT_EQ(textOf(key, L"Item1"), ended(L"<Item>K\u00F8ge \U0001F30D</Item>"));
+}
+
+TEST_F(RegistryValues, LengthsCountTheBytesOfWideCharacters)
+{
+    ASSERT_EQ(set(key, L"a", L"four"), ERROR_SUCCESS);
+    DWORD type = 99;
+    DWORD length = 99;
+    EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, &type, nullptr, &length), ERROR_SUCCESS);
+    EXPECT_EQ(type, REG_SZ);
+    EXPECT_EQ(length, 5 * sizeof(wchar_t));
+}
+
+TEST_F(RegistryValues, TooLittleRoomAnswersTheLengthAndLeavesTheBuffer)
+{
+    ASSERT_EQ(set(key, L"a", L"four"), ERROR_SUCCESS);
+    BYTE data[5 * sizeof(wchar_t)] = {7};
+    DWORD length = sizeof data - 1;
+    EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, nullptr, data, &length), ERROR_MORE_DATA);
+    EXPECT_EQ(length, sizeof data);
+    EXPECT_EQ(data[0], 7);
+    EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, nullptr, data, &length), ERROR_SUCCESS);
+}
+
+TEST_F(RegistryValues, NamesDifferByMoreThanCaseAndKeepTheirFirstSpelling)
+{
+    ASSERT_EQ(set(key, L"Item\u00C9", L"first"), ERROR_SUCCESS);
+    ASSERT_EQ(set(key, L"iTEM\u00E9", L"second"), ERROR_SUCCESS);
+    readAfresh();
+    EXPECT_EQ(textOf(key, L"item\u00C9"), ended(L"second"));
+    EXPECT_EQ(namesOf(key), Names{L"Item\u00C9"});
+}
+
+TEST_F(RegistryValues, ValuesAreEnumeratedInTheOrderOfTheirCreation)
+{
+    for (const wchar_t* const name : {L"c", L"a", L"b"})
+        ASSERT_EQ(set(key, name, name), ERROR_SUCCESS);
+    ASSERT_EQ(set(key, L"a", L"replaced"), ERROR_SUCCESS);
+    EXPECT_EQ(namesOf(key), (Names{L"c", L"a", L"b"}));
+    ASSERT_EQ(RegDeleteValueW(key.get(), L"C"), ERROR_SUCCESS);
+    ASSERT_EQ(set(key, L"c", L"again"), ERROR_SUCCESS);
+    readAfresh();
+    EXPECT_EQ(namesOf(key), (Names{L"a", L"b", L"c"}));
+}
+
+TEST_F(RegistryValues, ADeletedValueIsGone)
+{
+    ASSERT_EQ(set(key, L"a", L"text"), ERROR_SUCCESS);
+    EXPECT_EQ(RegDeleteValueW(key.get(), L"A"), ERROR_SUCCESS);
+    EXPECT_EQ(textOf(key, L"a"), std::nullopt);
+    EXPECT_EQ(RegDeleteValueW(key.get(), L"a"), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, nullptr, nullptr, nullptr), ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(RegistryValues, TheUnnamedValueHasTheEmptyName)
+{
+    ASSERT_EQ(set(key, nullptr, L"unnamed"), ERROR_SUCCESS);
+    EXPECT_EQ(textOf(key, L""), ended(L"unnamed"));
+    EXPECT_EQ(namesOf(key), Names{L""});
+    EXPECT_EQ(RegDeleteValueW(key.get(), L""), ERROR_SUCCESS);
+    EXPECT_EQ(textOf(key, nullptr), std::nullopt);
+}
+
+TEST_F(RegistryValues, TheRootHasValuesToo)
+{
+    const OpenKey root = created(L"");
+    ASSERT_EQ(set(root, L"a", L"text"), ERROR_SUCCESS);
+    readAfresh();
+    EXPECT_EQ(textOf(root, L"a"), ended(L"text"));
+}
+
+TEST_F(RegistryValues, OtherTypesAreBytesAsTheyAre)
+{
+    const std::string bytes = "\0\xFF\x41\0odd"s;
+    for (const DWORD type : {REG_NONE, REG_BINARY, REG_DWORD, REG_MULTI_SZ, 0xFFFFFFFFU}) {
+        ASSERT_EQ(setBytes(key, L"a", type, bytes), ERROR_SUCCESS);
+        readAfresh();
+        DWORD found = 99;
+        EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, &found, nullptr, nullptr), ERROR_SUCCESS);
+        EXPECT_EQ(found, type);
+        EXPECT_EQ(bytesOf(key, L"a"), bytes);
+    }
+}
+
+TEST_F(RegistryValues, EmptyDataIsKept)
+{
+    for (const DWORD type : {REG_SZ, REG_BINARY}) {
+        ASSERT_EQ(RegSetValueExW(key.get(), L"a", 0, type, nullptr, 0), ERROR_SUCCESS);
+        readAfresh();
+        EXPECT_EQ(bytesOf(key, L"a"), "");
+    }
+}
+
+TEST_F(RegistryValues, TextsWithoutAnEndOrWithMoreThanOneKeepTheirLength)
+{
+    for (const std::wstring& text : {L"none"s, L"\0"s, L"in\0side"s, L"two\0\0"s, L"\xD800 alone"s}) {
+        const std::string bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
+        for (const DWORD type : {REG_SZ, REG_EXPAND_SZ}) {
+            ASSERT_EQ(setBytes(key, L"a", type, bytes), ERROR_SUCCESS);
+            readAfresh();
+            EXPECT_EQ(textOf(key, L"a"), text);
+        }
+    }
+}
+
+TEST_F(RegistryValues, BytesOfATextThatMakeNoWholeCharacterAreLeftOut)
+{
+    std::string bytes(sizeof(wchar_t), '\0');
+    bytes[0] = 'a';
+    ASSERT_EQ(setBytes(key, L"a", REG_SZ, bytes + "b"), ERROR_SUCCESS);
+    EXPECT_EQ(bytesOf(key, L"a"), bytes);
+}
+
+TEST_F(RegistryValues, ANameOf16383CharactersFitsAndALongerOneDoesNot)
+{
+    const std::wstring longest(16'383, L'x');
+    EXPECT_EQ(set(key, longest.c_str(), L"text"), ERROR_SUCCESS);
+    EXPECT_EQ(set(key, (longest + L'x').c_str(), L"text"), ERROR_INVALID_PARAMETER);
+    readAfresh();
+    EXPECT_EQ(namesOf(key), Names{longest});
+}
+
+TEST_F(RegistryValues, ANameWithAnUnpairedSurrogateIsKept)
+{
+    const std::wstring name = {L'a', static_cast<wchar_t>(0xD800)};
+    ASSERT_EQ(set(key, name.c_str(), L"text"), ERROR_SUCCESS);
+    readAfresh();
+    EXPECT_EQ(namesOf(key), Names{name});
+}
+
+TEST_F(RegistryValues, AnEnumeratedNameNeedsRoomForItsEnd)
+{
+    ASSERT_EQ(set(key, L"abc", L"text"), ERROR_SUCCESS);
+    wchar_t name[4];
+    DWORD length = 3;
+    EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_MORE_DATA);
+    length = 4;
+    EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
+    EXPECT_EQ(length, 3U);
+    EXPECT_STREQ(name, L"abc");
+    EXPECT_EQ(RegEnumValueW(key.get(), 1, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_NO_MORE_ITEMS);
+}
+
+TEST_F(RegistryValues, EnumeratingHandsOutTypeAndDataToo)
+{
+    ASSERT_EQ(setBytes(key, L"a", REG_BINARY, "\1\2\3"), ERROR_SUCCESS);
+    wchar_t name[8];
+    BYTE data[3] = {};
+    DWORD nameLength = 8;
+    DWORD type = 99;
+    DWORD length = 2;
+    EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &nameLength, nullptr, &type, data, &length), ERROR_MORE_DATA);
+    EXPECT_EQ(length, 3U);
+    EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &nameLength, nullptr, &type, data, &length), ERROR_SUCCESS);
+    EXPECT_EQ(type, REG_BINARY);
+    EXPECT_EQ(data[2], 3);
+}
+
+TEST_F(RegistryValues, AHandleDoesWhatItWasOpenedFor)
+{
+    ASSERT_EQ(set(key, L"a", L"text"), ERROR_SUCCESS);
+    const OpenKey reader = created(L"Software\\Test", KEY_READ);
+    const OpenKey writer = created(L"Software\\Test", KEY_WRITE);
+    EXPECT_EQ(set(reader, L"a", L"other"), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(RegDeleteValueW(reader.get(), L"a"), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(RegQueryValueExW(writer.get(), L"a", nullptr, nullptr, nullptr, nullptr), ERROR_ACCESS_DENIED);
+    wchar_t name[8];
+    DWORD length = 8;
+    EXPECT_EQ(RegEnumValueW(writer.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(textOf(reader, L"a"), ended(L"text"));
+    EXPECT_EQ(set(writer, L"a", L"other"), ERROR_SUCCESS);
+}
+
+TEST_F(RegistryValues, NullWhereSomethingIsNeededIsRefused)
+{
+    BYTE data[4];
+    DWORD number = 0;
+    wchar_t name[4];
+    EXPECT_EQ(RegSetValueExW(key.get(), L"a", 1, REG_BINARY, data, 1), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegSetValueExW(key.get(), L"a", 0, REG_BINARY, nullptr, 1), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, nullptr, data, nullptr), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegQueryValueExW(key.get(), L"a", &number, nullptr, nullptr, nullptr), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegEnumValueW(key.get(), 0, nullptr, &number, nullptr, nullptr, nullptr, nullptr),
+              ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegEnumValueW(key.get(), 0, name, nullptr, nullptr, nullptr, nullptr, nullptr), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &number, nullptr, nullptr, data, nullptr), ERROR_INVALID_PARAMETER);
+}
+
+// Taking the first one away again and again, and putting all of them there before, costs each the same.
+TEST_F(RegistryValues, ManyAreWrittenListedAndDeleted)
+{
+    constexpr int kMany = 2'000;
+    for (int number = 0; number < kMany; ++number)
+        ASSERT_EQ(set(key, std::to_wstring(number).c_str(), L"text"), ERROR_SUCCESS);
+    const Names names = namesOf(key);
+    ASSERT_EQ(names.size(), static_cast<std::size_t>(kMany));
+    EXPECT_EQ(names.front(), L"0");
+    EXPECT_EQ(names.back(), std::to_wstring(kMany - 1));
+    const auto longest = std::filesystem::file_size(file);
+    for (const std::wstring& name : names)
+        ASSERT_EQ(RegDeleteValueW(key.get(), name.c_str()), ERROR_SUCCESS);
+    EXPECT_EQ(namesOf(key), Names{});
+    EXPECT_LT(std::filesystem::file_size(file), longest / 2) << "superfluous lines are left out now and then";
+    readAfresh();
+    EXPECT_EQ(namesOf(key), Names{});
+}
+
+} // namespace
+} // namespace Tests

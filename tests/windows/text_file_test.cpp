@@ -1,0 +1,249 @@
+#include <fcntl.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "embedded/foundation/faults.h"
+#include "embedded/foundation/text.h"
+#include "platform/windows.h"
+#include "support/platform_test.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Embedded::ScopedFault;
+
+class TextFile : public Tests::PlatformTest {
+protected:
+    std::FILE* open(const wchar_t* mode) const { return _wfsopen(wideName(file).c_str(), mode, _SH_DENYNO); }
+    static std::wstring wideName(const fs::path& path) { return Embedded::wideFromUtf8(path.string()); }
+
+    void write(const std::string& text, const wchar_t* mode = L"w") const
+    {
+        std::FILE* const stream = open(mode);
+        ASSERT_NE(stream, nullptr);
+        EXPECT_EQ(std::fwrite(text.data(), 1, text.size(), stream), text.size());
+        EXPECT_EQ(std::fclose(stream), 0);
+    }
+    std::string read(const wchar_t* mode = L"r") const
+    {
+        std::FILE* const stream = open(mode);
+        EXPECT_NE(stream, nullptr);
+        std::string text;
+        for (int byte = std::fgetc(stream); byte != EOF; byte = std::fgetc(stream))
+            text += static_cast<char>(byte);
+        EXPECT_EQ(std::ferror(stream), 0);
+        EXPECT_EQ(std::fclose(stream), 0);
+        return text;
+    }
+    void put(const std::string& bytes) const { std::ofstream(file, std::ios::binary) << bytes; }
+    std::string onDisk() const
+    {
+        std::ifstream stream(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    Tests::TemporaryFolder folder;
+    fs::path file = folder.path() / "settings.xml";
+};
+
+TEST_F(TextFile, LinesEndWithCarriageReturnAndLineFeedOnDisk)
+{
+    write("one\ntwo\n\nthree");
+    EXPECT_EQ(onDisk(), "one\r\ntwo\r\n\r\nthree");
+}
+
+TEST_F(TextFile, ACarriageReturnInTheTextIsWrittenBesideTheOneOfTheLinesEnd)
+{
+    write("a\r\nb\rc");
+    EXPECT_EQ(onDisk(), "a\r\r\nb\rc");
+}
+
+TEST_F(TextFile, TheModesSayWhatBecomesOfTheFile)
+{
+    write("old\n");
+    write("new\n", L"wt");
+    EXPECT_EQ(onDisk(), "new\r\n");
+    write("more\n", L"a");
+    write("yet more\n", L"at");
+    EXPECT_EQ(onDisk(), "new\r\nmore\r\nyet more\r\n");
+}
+
+TEST_F(TextFile, BinaryModesTranslateNothing)
+{
+    write("a\nb\r\n", L"wb");
+    EXPECT_EQ(onDisk(), "a\nb\r\n");
+    EXPECT_EQ(read(L"rb"), "a\nb\r\n");
+    write("\n", L"ab");
+    EXPECT_EQ(onDisk(), "a\nb\r\n\n");
+}
+
+TEST_F(TextFile, ReadingDropsTheCarriageReturnOfALinesEndOnly)
+{
+    put("a\r\nb\nc\rd\r\r\ne\r");
+    EXPECT_EQ(read(), "a\nb\nc\rd\r\ne\r");
+    EXPECT_EQ(read(L"rt"), "a\nb\nc\rd\r\ne\r");
+}
+
+TEST_F(TextFile, ALinesEndAcrossTheBuffersIsDroppedToo)
+{
+    for (const std::size_t length : {65'534U, 65'535U, 65'536U, 131'071U}) {
+        put(std::string(length, 'x') + "\r\ny\r" + std::string(65'535, 'z') + "\r");
+        EXPECT_TRUE(read() == std::string(length, 'x') + "\ny\r" + std::string(65'535, 'z') + "\r") << length;
+    }
+}
+
+TEST_F(TextFile, AStreamWithoutABufferReadsTheSame)
+{
+    put("a\r\nb\rc\r\n");
+    std::FILE* const stream = open(L"r");
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(std::setvbuf(stream, nullptr, _IONBF, 0), 0);
+    std::string text;
+    for (int byte = std::fgetc(stream); byte != EOF; byte = std::fgetc(stream))
+        text += static_cast<char>(byte);
+    EXPECT_EQ(std::fclose(stream), 0);
+    EXPECT_EQ(text, "a\nb\rc\n");
+}
+
+TEST_F(TextFile, LinesAreReadOneByOne)
+{
+    put("one\r\n\r\nlast");
+    std::FILE* const stream = open(L"r");
+    ASSERT_NE(stream, nullptr);
+    char line[16];
+    EXPECT_STREQ(std::fgets(line, sizeof line, stream), "one\n");
+    EXPECT_STREQ(std::fgets(line, sizeof line, stream), "\n");
+    EXPECT_STREQ(std::fgets(line, sizeof line, stream), "last");
+    EXPECT_EQ(std::fgets(line, sizeof line, stream), nullptr);
+    EXPECT_NE(std::feof(stream), 0);
+    EXPECT_EQ(std::fclose(stream), 0);
+}
+
+TEST_F(TextFile, WhatIsFlushedIsOnDisk)
+{
+    std::FILE* const stream = open(L"w");
+    ASSERT_NE(stream, nullptr);
+    EXPECT_GE(std::fputs("line\n", stream), 0);
+    EXPECT_EQ(std::fflush(stream), 0);
+    EXPECT_EQ(onDisk(), "line\r\n");
+    EXPECT_EQ(std::fclose(stream), 0);
+}
+
+TEST_F(TextFile, ManyLinesAreTranslatedBothWays)
+{
+    std::string text;
+    for (int line = 0; line < 50'000; ++line)
+        text += std::to_string(line) + '\n';
+    write(text);
+    EXPECT_EQ(fs::file_size(file), text.size() + 50'000);
+    EXPECT_TRUE(read() == text);
+}
+
+TEST_F(TextFile, BackslashesSeparateFolders)
+{
+    fs::create_directory(folder.path() / "a");
+    std::FILE* const stream = _wfsopen((wideName(folder.path()) + L"\\a\\\\b.txt").c_str(), L"w", _SH_DENYNO);
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(std::fclose(stream), 0);
+    EXPECT_TRUE(fs::exists(folder.path() / "a/b.txt"));
+}
+
+TEST_F(TextFile, ANameOutsideAsciiIsUtf8)
+{
+    file = folder.path() / "K\xC3\xB8ge \xF0\x9F\x8C\x8D";
+    write("x");
+    EXPECT_EQ(onDisk(), "x");
+}
+
+TEST_F(TextFile, WhatIsNotThereIsNotOpened)
+{
+    EXPECT_EQ(open(L"r"), nullptr);
+    EXPECT_EQ(errno, ENOENT);
+    file = folder.path() / "missing/settings.xml";
+    EXPECT_EQ(open(L"w"), nullptr);
+    EXPECT_FALSE(fs::exists(folder.path() / "missing"));
+}
+
+TEST_F(TextFile, AFolderIsNotOpened)
+{
+    file = folder.path();
+    EXPECT_EQ(open(L"r"), nullptr);
+    EXPECT_EQ(errno, EACCES);
+    EXPECT_EQ(open(L"w"), nullptr);
+}
+
+TEST_F(TextFile, OtherModesAndNullAreRefused)
+{
+    for (const wchar_t* const mode : {L"", L"x", L"rw", L"r+", L"rtb", L"t", static_cast<const wchar_t*>(nullptr)}) {
+        EXPECT_EQ(open(mode), nullptr);
+        EXPECT_EQ(errno, EINVAL);
+    }
+    EXPECT_EQ(_wfsopen(nullptr, L"r", _SH_DENYNO), nullptr);
+    EXPECT_EQ(_wfsopen(wideName(file).c_str(), L"w", 0x10), nullptr); // a lock on the file, which there is none of here
+    EXPECT_FALSE(fs::exists(file));
+}
+
+TEST_F(TextFile, AnOpenOneIsCounted)
+{
+    const Embedded::AuditCounts before = Embedded::Audit::now();
+    std::FILE* const stream = open(L"w");
+    EXPECT_EQ(Embedded::Audit::difference(before, Embedded::Audit::now()), "1 open file");
+    EXPECT_EQ(std::fclose(stream), 0);
+    EXPECT_EQ(Embedded::Audit::now(), before);
+}
+
+TEST_F(TextFile, FailsToOpenOnRequest)
+{
+    const ScopedFault fault({.call = "_wfsopen", .code = {}});
+    EXPECT_EQ(open(L"w"), nullptr);
+    EXPECT_EQ(errno, EACCES);
+    EXPECT_FALSE(fs::exists(file));
+}
+
+TEST_F(TextFile, FailsToReadOnRequest)
+{
+    put("text");
+    std::FILE* const stream = open(L"r");
+    const ScopedFault fault({.call = "_wfsopen.read", .code = {}});
+    EXPECT_EQ(std::fgetc(stream), EOF);
+    EXPECT_NE(std::ferror(stream), 0);
+    EXPECT_EQ(std::feof(stream), 0);
+    EXPECT_EQ(std::fclose(stream), 0);
+}
+
+TEST_F(TextFile, FailsToWriteOnRequest)
+{
+    std::FILE* const stream = open(L"w");
+    EXPECT_GE(std::fputs("text", stream), 0);
+    const ScopedFault fault({.call = "_wfsopen.write", .code = {}});
+    EXPECT_EQ(std::fflush(stream), EOF);
+    EXPECT_NE(std::ferror(stream), 0);
+    static_cast<void>(std::fclose(stream)); // it may try the text once more
+}
+
+TEST_F(TextFile, FailsToCloseOnRequestAndIsClosed)
+{
+    std::FILE* const stream = open(L"w");
+    const ScopedFault fault({.call = "_wfsopen.close", .code = {}});
+    EXPECT_EQ(std::fclose(stream), EOF);
+}
+
+TEST_F(TextFile, AFullDiskComesThrough)
+{
+    fs::create_symlink("/dev/full", file);
+    std::FILE* const stream = open(L"w");
+    ASSERT_NE(stream, nullptr);
+    EXPECT_GE(std::fputs("line\n", stream), 0);
+    EXPECT_EQ(std::fflush(stream), EOF);
+    EXPECT_EQ(errno, ENOSPC);
+    EXPECT_NE(std::ferror(stream), 0);
+    static_cast<void>(std::fclose(stream)); // it may try the text once more
+}
+
+} // namespace
