@@ -1,8 +1,8 @@
 #include <string>
 
-#include "coordsys/database_argument.h"
 #include "coordsys/orvel_coordinate_system.h"
 #include "coordsys/scoped_report.h"
+#include "storage/database_argument.h"
 #include "storage/definition_code.h"
 #include "storage/definition_xrecord.h"
 #include "storage/geodata.h"
@@ -38,17 +38,14 @@ Qeapp::ErrorStatus readFromGeoData(DefinitionBaseArray*& definitions, QeDbDataba
     return libraryStatus == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
 }
 
-/// The array takes the definition over when it can add it; an empty holder is passed over.
+/// An empty holder is passed over.
 template <class Definition>
 Qeapp::ErrorStatus add(DefinitionBaseArray& definitions, LibraryObject<Definition>& definition, Status& libraryStatus)
 {
     if (!definition)
         return Qeapp::eOk;
-    libraryStatus = definitions.Add(definition.get());
-    if (libraryStatus != Library::statusOk)
-        return Qeapp::eInvalidInput;
-    static_cast<void>(definition.release()); // the array's from here on
-    return Qeapp::eOk;
+    libraryStatus = ::Orvel::AddDefinition(definitions, definition);
+    return libraryStatus == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
 }
 
 Qeapp::ErrorStatus addStored(DefinitionBaseArray& definitions, ::Orvel::DefinitionSet& stored, Status& libraryStatus)

@@ -47,13 +47,8 @@ Qeapp::ErrorStatus readBlock(LibraryObject<DefinitionBaseArray>& definitions, co
     if (libraryStatus != Library::statusOk)
         return Qeapp::eInvalidInput;
     LibraryObject<Library::DefinitionBase> packed(::Orvel::DecodeDefinitionBytes(bytes, length));
-    if (packed) {
-        libraryStatus = definitions->Add(packed.get());
-        if (libraryStatus == Library::statusOk)
-            static_cast<void>(packed.release()); // the array's from here on
-    } else {
-        libraryStatus = ::Orvel::DeserializeUtf16leText(definitions.put(), bytes);
-    }
+    libraryStatus = packed ? ::Orvel::AddDefinition(*definitions.get(), packed)
+                           : ::Orvel::DeserializeUtf16leText(definitions.put(), bytes);
     return libraryStatus == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
 }
 

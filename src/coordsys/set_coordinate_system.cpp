@@ -1,9 +1,9 @@
 #include <string>
 
-#include "coordsys/database_argument.h"
 #include "coordsys/orvel_coordinate_system.h"
 #include "coordsys/reactor_notices.h"
 #include "coordsys/scoped_report.h"
+#include "storage/database_argument.h"
 #include "storage/definition_code.h"
 #include "storage/geodata.h"
 #include "storage/library_holder.h"

@@ -1,6 +1,6 @@
-#include "coordsys/database_argument.h"
 #include "coordsys/orvel_coordinate_system.h"
 #include "coordsys/scoped_report.h"
+#include "storage/database_argument.h"
 #include "storage/definition_code.h"
 #include "storage/definition_xrecord.h"
 #include "storage/geodata.h"

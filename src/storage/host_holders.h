@@ -90,4 +90,33 @@ private:
     QeDbTransactionManager* manager_;
 };
 
+/// The current document, locked for write until the scope ends.
+class DocumentLock {
+public:
+    DocumentLock() : manager_(qeDocManager()), document_(manager_ != nullptr ? lockCurrent(*manager_) : nullptr) {}
+    DocumentLock(const DocumentLock&) = delete;
+    DocumentLock& operator=(const DocumentLock&) = delete;
+    ~DocumentLock()
+    {
+        if (document_ != nullptr)
+            static_cast<void>(
+                manager_->unlockDocument(document_)); // nothing can be done about it at the end of a scope
+    }
+
+    explicit operator bool() const { return document_ != nullptr; }
+
+private:
+    /// Null when it cannot be locked.
+    static QeApDocument* lockCurrent(QeApDocManager& manager)
+    {
+        QeApDocument* const document = manager.curDocument();
+        if (document == nullptr)
+            return nullptr;
+        return manager.lockDocument(document, QeAp::kWrite, nullptr, nullptr, true) == Qeapp::eOk ? document : nullptr;
+    }
+
+    QeApDocManager* manager_;
+    QeApDocument* document_;
+};
+
 } // namespace Orvel

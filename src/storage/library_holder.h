@@ -16,4 +16,15 @@ struct LibraryObjectPolicy {
 template <class T>
 using LibraryObject = Holder<LibraryObjectPolicy<T>>;
 
+/// The array takes the definition over when it can add it; otherwise the holder keeps it.
+template <class Definition>
+[[nodiscard]] Library::Status AddDefinition(Library::DefinitionBaseArray& definitions,
+                                            LibraryObject<Definition>& definition)
+{
+    const Library::Status added = definitions.Add(definition.get());
+    if (added == Library::statusOk)
+        static_cast<void>(definition.release()); // the array's from here on
+    return added;
+}
+
 } // namespace Orvel

@@ -2,6 +2,8 @@
 
 #include <proj.h>
 
+#include <algorithm>
+#include <initializer_list>
 #include <memory>
 
 #include "embedded/foundation/text.h"
@@ -16,14 +18,7 @@ struct ListDeleter {
     void operator()(PROJ_CRS_INFO** list) const { proj_crs_info_list_destroy(list); }
 };
 
-bool isProjectedOrGeographic(PJ_TYPE type)
-{
-    return type == PJ_TYPE_PROJECTED_CRS || type == PJ_TYPE_GEOGRAPHIC_2D_CRS || type == PJ_TYPE_GEOGRAPHIC_3D_CRS;
-}
-
-} // namespace
-
-std::vector<std::wstring> liveProjectedAndGeographicCodes()
+std::vector<std::wstring> liveCodes(std::initializer_list<PJ_TYPE> types)
 {
     const std::unique_ptr<PJ_CONTEXT, ContextDeleter> context(proj_context_create());
     int count = 0;
@@ -32,11 +27,30 @@ std::vector<std::wstring> liveProjectedAndGeographicCodes()
     std::vector<std::wstring> codes;
     for (int index = 0; index < count; ++index) {
         const PROJ_CRS_INFO& info = *list.get()[index];
-        if (info.deprecated != 0 || !isProjectedOrGeographic(info.type))
-            continue;
-        codes.push_back(Embedded::wideFromUtf8(std::string(info.auth_name) + ':' + info.code));
+        if (info.deprecated == 0 && std::ranges::find(types, info.type) != types.end())
+            codes.push_back(Embedded::wideFromUtf8(std::string(info.auth_name) + ':' + info.code));
     }
     return codes;
+}
+
+} // namespace
+
+std::vector<std::wstring> partOf(const std::vector<std::wstring>& codes, std::size_t part)
+{
+    std::vector<std::wstring> taken;
+    for (std::size_t index = part * kCatalogStride; index < codes.size(); index += kCatalogParts * kCatalogStride)
+        taken.push_back(codes[index]);
+    return taken;
+}
+
+std::vector<std::wstring> liveProjectedAndGeographicCodes()
+{
+    return liveCodes({PJ_TYPE_PROJECTED_CRS, PJ_TYPE_GEOGRAPHIC_2D_CRS, PJ_TYPE_GEOGRAPHIC_3D_CRS});
+}
+
+std::vector<std::wstring> liveCompoundAndGeocentricCodes()
+{
+    return liveCodes({PJ_TYPE_COMPOUND_CRS, PJ_TYPE_GEOCENTRIC_CRS});
 }
 
 } // namespace Tests

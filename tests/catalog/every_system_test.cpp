@@ -1,152 +1,219 @@
-// Every live projected and geographic system of the catalog, through a drawing file and through the definition xrecord.
-#include <algorithm>
+// Every live system of the catalog on one journey: assigned to a drawing, saved in an older version, opened, saved in
+// the current version and opened again. What each form holds on the way, and what is read from it.
 #include <array>
-#include <filesystem>
 #include <iostream>
-#include <set>
+#include <optional>
 #include <string>
-#include <tuple>
 
 #include "catalog/catalog_codes.h"
+#include "catalog/saved_drawing.h"
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/foundation/text.h"
-#include "embedded/host/drawing_file.h"
-#include "storage/definition_xrecord.h"
-#include "storage/library_holder.h"
+#include "embedded/host/application.h"
 #include "support/drawing.h"
+#include "support/library_definitions.h"
 #include "support/platform_test.h"
-#include "support/temporary_folder.h"
 
+namespace Tests {
 namespace {
 
 namespace Module = Zentara::Gis::Orvel::CoordinateSystem;
-namespace Library = Orvel::Library;
 using Definition = Library::CoordinateReferenceSystemDefinition;
-using DefinitionHolder = Orvel::LibraryObject<Definition>;
 
-constexpr std::size_t kLargestStream = 1024;
-
-std::wstring text(const Definition& definition, Library::Status (Definition::*query)(const wchar_t*&) const)
-{
-    const wchar_t* answer = nullptr;
-    return (definition.*query)(answer) == Library::statusOk ? answer : L"(failed)";
-}
-
-std::wstring wktOf(const Definition& definition)
-{
-    std::array<wchar_t, 4096> wkt{};
-    const Library::Status status =
-        Library::FormatConverter::DefinitionToWkt_s(&definition, Library::wktFlavorDefault, wkt.data(), wkt.size());
-    return std::to_wstring(static_cast<int>(status)) + L' ' + wkt.data();
-}
-
-/// What has to come back the same: code, name, kind, datum code, ellipsoid code, WKT with its status.
-using Facts = std::tuple<std::wstring, std::wstring, int, std::wstring, std::wstring, std::wstring>;
-
-Facts factsOf(const Definition& definition)
-{
-    int kind = 0;
-    EXPECT_EQ(definition.GetKind(kind), Library::statusOk);
-    return {text(definition, &Definition::GetCode),
-            text(definition, &Definition::GetName),
-            kind,
-            text(definition, &Definition::GetDatumCode),
-            text(definition, &Definition::GetEllipsoidCode),
-            wktOf(definition)};
-}
-
-std::size_t streamLengthOf(const Definition& definition)
-{
-    Orvel::LibraryObject<Library::DefinitionStream> stream;
-    EXPECT_EQ(Library::DefinitionStream::CreateInstance(stream.put()), Library::statusOk);
-    EXPECT_EQ(stream->Add(&definition), Library::statusOk);
-    std::array<unsigned char, 65536> buffer{};
-    std::size_t length = buffer.size();
-    EXPECT_EQ(stream->Write(buffer.data(), length, Library::formatBinary, 0), Library::statusOk);
-    EXPECT_EQ(buffer[0], 0);
-    return length;
-}
-
-class EverySystem : public Tests::PlatformTest, public testing::WithParamInterface<std::size_t> {
-protected:
-    static constexpr std::size_t kParts = 2;
-    /// How many systems there are for each one that is taken.
-    static constexpr std::size_t kStride = ORVEL_CATALOG_STRIDE;
-
-    /// This part's codes: every second one, so that two processes can share the work.
-    std::vector<std::wstring> codes() const
+/// The module as the host has it, so that it takes part in the host's saves.
+class LoadedModule {
+public:
+    LoadedModule() : loaded_(Embedded::loadModule(ORVEL_MODULE_FILE))
     {
-        std::vector<std::wstring> mine;
-        for (std::size_t index = GetParam() * kStride; index < all_.size(); index += kParts * kStride)
-            mine.push_back(all_[index]);
-        return mine;
+        EXPECT_EQ(loaded_.status, Qeapp::eOk) << loaded_.message;
     }
+    LoadedModule(const LoadedModule&) = delete;
+    LoadedModule& operator=(const LoadedModule&) = delete;
+    ~LoadedModule() { EXPECT_EQ(Embedded::unloadModule(loaded_.handle), Qeapp::eOk); }
 
-    void report(std::size_t count, const char* from) const
+private:
+    Embedded::ModuleLoad loaded_;
+};
+
+/// What has to be the same throughout; the WKT with its status.
+struct Facts {
+    std::wstring code;
+    std::wstring name;
+    int kind = 0;
+    std::wstring datum;
+    std::wstring ellipsoid;
+    Library::Status wktStatus = Library::statusOk;
+    std::wstring wkt;
+
+    friend bool operator==(const Facts&, const Facts&) = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Facts& facts)
+{
+    const std::wstring line = facts.code + L", " + facts.name + L", kind " + std::to_wstring(facts.kind) + L", datum " +
+                              facts.datum + L", ellipsoid " + facts.ellipsoid + L", " + facts.wkt;
+    return out << Embedded::utf8FromWide(line) << ", status " << static_cast<int>(facts.wktStatus);
+}
+
+std::wstring answer(const Definition& system, Library::Status (Definition::*query)(const wchar_t*&) const)
+{
+    const wchar_t* text = nullptr;
+    EXPECT_EQ((system.*query)(text), Library::statusOk);
+    return text != nullptr ? text : L"(null)";
+}
+
+Facts factsOf(const Definition& system)
+{
+    Facts facts{.code = answer(system, &Definition::GetCode),
+                .name = answer(system, &Definition::GetName),
+                .datum = answer(system, &Definition::GetDatumCode),
+                .ellipsoid = answer(system, &Definition::GetEllipsoidCode),
+                .wkt = {}};
+    EXPECT_EQ(system.GetKind(facts.kind), Library::statusOk);
+    std::array<wchar_t, 4096> wkt{}; // the room that older readers give it
+    facts.wktStatus =
+        Library::FormatConverter::DefinitionToWkt_s(&system, Library::wktFlavorDefault, wkt.data(), wkt.size());
+    facts.wkt = wkt.data();
+    return facts;
+}
+
+/// The system, its datum where it has one, its ellipsoid where it is referenced to the Earth.
+Texts definitionsOf(const Facts& facts)
+{
+    Texts definitions = {L"system " + facts.code};
+    if (!facts.datum.empty())
+        definitions.push_back(L"datum " + facts.datum);
+    if (facts.kind != Library::kindNotEarthReferenced)
+        definitions.push_back(L"ellipsoid " + facts.ellipsoid);
+    return definitions;
+}
+
+Texts storedDefinitions(const Drawing& drawing)
+{
+    ArrayHolder definitions;
+    EXPECT_EQ(Module::GetCoordinateSystem(definitions.put(), drawing.database()), Qeapp::eOk);
+    return definitions ? described(definitions) : Texts();
+}
+
+/// The items of the chain but its chunks: the layout and the braces of the groups.
+Items frameOf(const Items& chain)
+{
+    Items frame;
+    for (const Item& item : chain) {
+        if (item.code != QeRb::kBinaryChunk)
+            frame.push_back(item);
+    }
+    return frame;
+}
+
+Items expectedFrame(std::size_t groups)
+{
+    Items frame = {{1071, 1}};
+    for (std::size_t group = 0; group < groups; ++group) {
+        frame.push_back({1002, L"{"});
+        frame.push_back({1002, L"}"});
+    }
+    return frame;
+}
+
+void expectOlderForms(const Drawing& drawing, const Facts& facts)
+{
+    const Texts definitions = definitionsOf(facts);
+    ASSERT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, facts.code}}));
+    ASSERT_EQ(frameOf(drawing.xrecord().value_or(Items())), expectedFrame(definitions.size()));
+    ASSERT_NE(facts.wkt, L"");
+    ASSERT_EQ(drawing.geoDataText(), facts.wkt);
+    // The catalog, which answers where the xrecord does not, would give a system on the Earth alone.
+    ASSERT_EQ(storedDefinitions(drawing), definitions);
+}
+
+void expectCurrentForm(const Drawing& drawing, const std::optional<std::wstring>& text)
+{
+    ASSERT_EQ(drawing.legacyChain(), std::nullopt);
+    ASSERT_EQ(drawing.xrecord(), std::nullopt);
+    ASSERT_EQ(drawing.geoDataText(), text);
+}
+
+void expectSystem(const Drawing& drawing, const Facts& facts)
+{
+    SystemHolder read;
+    bool known = false;
+    ASSERT_EQ(Module::GetCoordinateSystem(read.put(), &known, drawing.database()), Qeapp::eOk);
+    ASSERT_TRUE(read);
+    EXPECT_TRUE(known);
+    ASSERT_EQ(factsOf(*read.get()), facts);
+}
+
+class EverySystem : public PlatformTest, public testing::WithParamInterface<std::size_t> {
+protected:
+    /// Goes there and back with this part's systems. What cannot is told, and must have written nothing.
+    void expectRoundTrips(const char* kind, const std::vector<std::wstring>& codes)
     {
-        const std::set<std::wstring> distinct(all_.begin(), all_.end());
-        std::cout << count << " systems came back from " << from << ", of " << all_.size()
-                  << " that the catalog lists (" << distinct.size() << " distinct)\n";
+        const LoadedModule module;
+        const std::vector<std::wstring> part = partOf(codes, GetParam());
+        for (const std::wstring& code : part) {
+            SCOPED_TRACE(Embedded::utf8FromWide(code));
+            expectRoundTrip(code);
+            if (HasFatalFailure())
+                return;
+        }
+        report(kind, codes.size());
+        EXPECT_EQ(stored_, part.size());
+        EXPECT_EQ(refused_, Texts());
     }
 
 private:
-    const std::vector<std::wstring> all_ = Tests::liveProjectedAndGeographicCodes();
+    void expectRoundTrip(const std::wstring& code)
+    {
+        const SystemHolder system = catalogSystem(code.c_str());
+        const Facts facts = factsOf(*system.get());
+        const Drawing drawing;
+        ASSERT_EQ(Module::SetCoordinateSystem(system.get(), drawing.database()), Qeapp::eOk);
+        const std::optional<std::wstring> text = drawing.geoDataText();
+        const std::optional<std::string> older = savedText(drawing, 29);
+        if (!older) {
+            expectCurrentForm(drawing, text);
+            return refused_.push_back(code);
+        }
+        const Drawing opened = openedDrawing(*older);
+        expectOlderForms(opened, facts);
+        const std::optional<std::string> current = savedText(opened, QeDb::kCurrentDwg);
+        ASSERT_TRUE(current);
+        const Drawing openedAgain = openedDrawing(*current);
+        expectCurrentForm(openedAgain, text);
+        expectSystem(openedAgain, facts);
+        ++stored_;
+    }
+
+    void report(const char* kind, std::size_t listed) const
+    {
+        std::cout << stored_ << ' ' << kind << " systems went through the older forms and back, of " << listed
+                  << " that the catalog lists; " << refused_.size() << " were refused";
+        for (const std::wstring& code : refused_)
+            std::cout << ' ' << Embedded::utf8FromWide(code);
+        std::cout << '\n';
+    }
+
+    std::size_t stored_ = 0;
+    Texts refused_;
 };
 
-TEST_P(EverySystem, ComesBackFromADrawingFile)
+TEST_P(EverySystem, ProjectedOrGeographic_GoesThroughTheOlderFormsAndBack)
 {
-    const Tests::TemporaryFolder folder;
-    const std::filesystem::path file = folder.path() / "drawing.qedb";
-    std::size_t count = 0;
-    for (const std::wstring& code : codes()) {
-        SCOPED_TRACE(Embedded::utf8FromWide(code));
-        DefinitionHolder original;
-        ASSERT_EQ(Definition::Load(code.c_str(), original.put()), Library::statusOk);
-        {
-            const Tests::Drawing drawing;
-            ASSERT_EQ(Module::SetCoordinateSystem(original.get(), drawing.database()), Qeapp::eOk);
-            const Embedded::FileResult saved = Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg);
-            ASSERT_EQ(saved.status, Qeapp::eOk) << saved.message;
-        }
-        std::unique_ptr<QeDbDatabase> reopened;
-        const Embedded::FileResult loaded = Embedded::loadDrawing(file, reopened);
-        ASSERT_EQ(loaded.status, Qeapp::eOk) << loaded.message;
-        DefinitionHolder read;
-        bool known = false;
-        ASSERT_EQ(Module::GetCoordinateSystem(read.put(), &known, reopened.get()), Qeapp::eOk);
-        ASSERT_TRUE(read);
-        EXPECT_TRUE(known);
-        ASSERT_EQ(factsOf(*read.get()), factsOf(*original.get()));
-        ++count;
-    }
-    EXPECT_GT(count, 4000U / kStride);
-    report(count, "a drawing file");
+    const std::vector<std::wstring> codes = liveProjectedAndGeographicCodes();
+    EXPECT_GT(codes.size(), 9000U);
+    expectRoundTrips("projected and geographic", codes);
 }
 
-TEST_P(EverySystem, ComesBackFromTheDefinitionXrecord)
+TEST_P(EverySystem, CompoundGeocentricOrLocal_GoesThroughTheOlderFormsAndBack)
 {
-    const Tests::Drawing drawing;
-    std::size_t count = 0;
-    std::pair<std::size_t, std::wstring> longest;
-    for (const std::wstring& code : codes()) {
-        SCOPED_TRACE(Embedded::utf8FromWide(code));
-        DefinitionHolder original;
-        ASSERT_EQ(Definition::Load(code.c_str(), original.put()), Library::statusOk);
-        ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(original.get(), drawing.database()), Qeapp::eOk);
-        Orvel::DefinitionSet stored;
-        ASSERT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), code.c_str(), stored));
-        ASSERT_EQ(factsOf(*stored.system.get()), factsOf(*original.get()));
-        EXPECT_TRUE(stored.ellipsoid);
-        EXPECT_EQ(static_cast<bool>(stored.datum), !text(*original.get(), &Definition::GetDatumCode).empty());
-        longest = std::max(longest, {streamLengthOf(*original.get()), code});
-        ++count;
-    }
-    EXPECT_LE(longest.first, kLargestStream);
-    report(count, "the definition xrecord");
-    std::cout << "the longest stream among them is " << longest.first << " bytes ("
-              << Embedded::utf8FromWide(longest.second) << ")\n";
+    std::vector<std::wstring> codes = liveCompoundAndGeocentricCodes();
+    EXPECT_GT(codes.size(), 900U);
+    codes.insert(codes.end(), {L"LOCAL:METRE", L"LOCAL:FOOT", L"LOCAL:US-SURVEY-FOOT"});
+    expectRoundTrips("compound, geocentric and local", codes);
 }
 
-INSTANTIATE_TEST_SUITE_P(Half, EverySystem, testing::Values(0U, 1U));
+INSTANTIATE_TEST_SUITE_P(Half, EverySystem, testing::Range(std::size_t{0}, kCatalogParts));
 
 } // namespace
+} // namespace Tests

@@ -1,34 +1,11 @@
 #include <functional>
-#include <memory>
 
-#include "embedded/host/application.h"
 #include "support/coordsys_test.h"
+#include "support/scoped_document.h"
 
 namespace {
 
 using namespace Tests;
-
-/// The host without application services, for the length of a scope.
-class ScopedShutdown {
-public:
-    ScopedShutdown() { Embedded::setHostParts({.applicationServices = false}); }
-    ~ScopedShutdown() { Embedded::setHostParts({}); }
-    ScopedShutdown(const ScopedShutdown&) = delete;
-    ScopedShutdown& operator=(const ScopedShutdown&) = delete;
-};
-
-/// A document of the host's own, current for the length of a scope.
-class ScopedDocument {
-public:
-    ScopedDocument() : document_(Embedded::openDocument(std::make_unique<QeDbDatabase>())) {}
-    ~ScopedDocument() { EXPECT_EQ(Embedded::closeDocument(document_), Qeapp::eOk); }
-    ScopedDocument(const ScopedDocument&) = delete;
-    ScopedDocument& operator=(const ScopedDocument&) = delete;
-    QeDbDatabase* database() const { return document_->database(); }
-
-private:
-    QeApDocument* document_;
-};
 
 /// Every function that has a database argument, with null for it, and out-parameters that tell whether it wrote.
 class DatabaseArgument : public CoordsysTest {
@@ -134,28 +111,28 @@ TEST_F(DatabaseArgument, WithoutAWorkingDatabase_NoFallibleCallIsMade)
 TEST_F(DatabaseArgument, WithoutApplicationServices_AnArrayReadingTouchesNothing)
 {
     const ScopedDocument document;
-    const ScopedShutdown shutdown;
+    const ScopedHostParts shutdown({.applicationServices = false});
     expectAnArrayReadingTouchesNothing();
 }
 
 TEST_F(DatabaseArgument, WithoutApplicationServices_ASystemReadingTouchesNothing)
 {
     const ScopedDocument document;
-    const ScopedShutdown shutdown;
+    const ScopedHostParts shutdown({.applicationServices = false});
     expectASystemReadingTouchesNothing();
 }
 
 TEST_F(DatabaseArgument, WithoutApplicationServices_ACodeReadingTouchesNothing)
 {
     const ScopedDocument document;
-    const ScopedShutdown shutdown;
+    const ScopedHostParts shutdown({.applicationServices = false});
     expectACodeReadingTouchesNothing();
 }
 
 TEST_F(DatabaseArgument, WithoutApplicationServices_AssigningAndClearingAreRefused)
 {
     const ScopedDocument document;
-    const ScopedShutdown shutdown;
+    const ScopedHostParts shutdown({.applicationServices = false});
     expectNoAssignment(L"EPSG:25832");
     expectNoAssignmentOfADefinition();
     expectNoClearing();
@@ -211,7 +188,7 @@ TEST_F(DatabaseArgument, AGivenDatabase_IsPreferredToTheWorkingOne)
 
 TEST_F(DatabaseArgument, AGivenDatabase_NeedsNoApplicationServices)
 {
-    const ScopedShutdown shutdown;
+    const ScopedHostParts shutdown({.applicationServices = false});
     EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832", database()), Qeapp::eOk);
 }
 

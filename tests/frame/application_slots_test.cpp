@@ -1,13 +1,11 @@
-// The order of the application object's operations in its table of virtual functions is fixed. This reads the table as
-// the Itanium C++ ABI lays it out, which g++ and clang++ follow on every system.
+// The order of the application object's operations in its table of virtual functions is fixed.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstddef>
-#include <cstring>
 #include <type_traits>
 
 #include "frame/application.h"
+#include "support/virtual_table.h"
 
 namespace Tests {
 namespace {
@@ -24,15 +22,9 @@ struct UnloadOnly final : COrvelCoordsysCoreApp {
     Qeapp::ErrorStatus unload() override { return Qeapp::eOk; }
 };
 
-using Table = std::array<const void*, kSlots>;
-
-Table tableOf(const COrvelCoordsysCoreApp& application)
+VirtualTable<kSlots> tableOf(const COrvelCoordsysCoreApp& object)
 {
-    const void* table = nullptr;
-    std::memcpy(&table, static_cast<const void*>(&application), sizeof table);
-    Table slots{};
-    std::memcpy(slots.data(), table, sizeof slots);
-    return slots;
+    return virtualTableOf<kSlots>(&object);
 }
 
 TEST(ApplicationSlots, TheObjectHasNoData)
@@ -43,16 +35,16 @@ TEST(ApplicationSlots, TheObjectHasNoData)
 
 TEST(ApplicationSlots, LoadComesFirst)
 {
-    const Table base = tableOf(NothingOverridden());
-    const Table derived = tableOf(LoadOnly());
+    const VirtualTable<kSlots> base = tableOf(NothingOverridden());
+    const VirtualTable<kSlots> derived = tableOf(LoadOnly());
     EXPECT_NE(derived[kLoad], base[kLoad]);
     EXPECT_EQ(derived[kUnload], base[kUnload]);
 }
 
 TEST(ApplicationSlots, UnloadComesNext)
 {
-    const Table base = tableOf(NothingOverridden());
-    const Table derived = tableOf(UnloadOnly());
+    const VirtualTable<kSlots> base = tableOf(NothingOverridden());
+    const VirtualTable<kSlots> derived = tableOf(UnloadOnly());
     EXPECT_EQ(derived[kLoad], base[kLoad]);
     EXPECT_NE(derived[kUnload], base[kUnload]);
 }

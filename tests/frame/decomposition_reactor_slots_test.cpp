@@ -1,13 +1,12 @@
 // The host calls the reactor through its table of virtual functions: the callback first, then two that are not the
-// module's. This reads the table as the Itanium C++ ABI lays it out, which g++ and clang++ follow on every system.
+// module's.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstddef>
-#include <cstring>
 #include <type_traits>
 
 #include "frame/decomposition_reactor.h"
+#include "support/virtual_table.h"
 
 namespace Tests {
 namespace {
@@ -16,15 +15,9 @@ constexpr std::size_t kSlots = 3;
 
 struct NothingOverridden final : QeDbDecompositionReactor {};
 
-using Table = std::array<const void*, kSlots>;
-
-Table tableOf(const QeDbDecompositionReactor& reactor)
+VirtualTable<kSlots> tableOf(const QeDbDecompositionReactor& object)
 {
-    const void* table = nullptr;
-    std::memcpy(&table, static_cast<const void*>(&reactor), sizeof table);
-    Table slots{};
-    std::memcpy(slots.data(), table, sizeof slots);
-    return slots;
+    return virtualTableOf<kSlots>(&object);
 }
 
 TEST(DecompositionReactorSlots, TheObjectHasNoDataAndNoVirtualDestructor)
@@ -40,8 +33,8 @@ TEST(DecompositionReactorSlots, TheCallbackComesFirstAndIsTheModules)
 
 TEST(DecompositionReactorSlots, TheTwoOthersAreTheHosts)
 {
-    const Table host = tableOf(NothingOverridden());
-    const Table module = tableOf(OrvelCoordsysCoreDecompositionReactor());
+    const VirtualTable<kSlots> host = tableOf(NothingOverridden());
+    const VirtualTable<kSlots> module = tableOf(OrvelCoordsysCoreDecompositionReactor());
     EXPECT_EQ(module[1], host[1]);
     EXPECT_EQ(module[2], host[2]);
 }

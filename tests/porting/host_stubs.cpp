@@ -275,3 +275,71 @@ QeDbTransactionManager* QeDbDatabase::transactionManager() const
 {
     return nullptr;
 }
+
+QeDbDatabase* QeDbObject::database() const
+{
+    return nullptr;
+}
+void QeDbObject::addReactor(QeDbObjectReactor*)
+{
+}
+
+QeDbDictionaryIterator::~QeDbDictionaryIterator() = default;
+bool QeDbDictionaryIterator::done() const
+{
+    return true;
+}
+bool QeDbDictionaryIterator::next()
+{
+    return false;
+}
+const wchar_t* QeDbDictionaryIterator::name() const
+{
+    return L"";
+}
+QeDbObjectId QeDbDictionaryIterator::objectId() const
+{
+    return {};
+}
+Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t*)
+{
+    return eKeyNotFound;
+}
+Qeapp::ErrorStatus QeDbDictionary::remove(QeDbObjectId)
+{
+    return eKeyNotFound;
+}
+bool QeDbDictionary::has(const wchar_t*) const
+{
+    return false;
+}
+unsigned QeDbDictionary::numEntries() const
+{
+    return 0;
+}
+QeDbDictionaryIterator* QeDbDictionary::newIterator() const
+{
+    return nullptr;
+}
+
+const wchar_t* QeDbHostApplicationServices::getUserRegistryProductRootKey() const
+{
+    return L"";
+}
+
+QeApDocManager* qeDocManager()
+{
+    return nullptr;
+}
+QeApDocument* QeApDocManager::curDocument() const
+{
+    return nullptr;
+}
+Qeapp::ErrorStatus QeApDocManager::lockDocument(QeApDocument*, int, const wchar_t*, const wchar_t*, bool)
+{
+    return eInvalidInput;
+}
+Qeapp::ErrorStatus QeApDocManager::unlockDocument(QeApDocument*)
+{
+    return eInvalidInput;
+}

@@ -139,4 +139,38 @@ Status CoordinateReferenceSystemUtil::GetEllipsoid(const CoordinateReferenceSyst
     return none(ellipsoid, statusNotFound);
 }
 
+GeodeticTransformationDefinition::~GeodeticTransformationDefinition() = default;
+Status GeodeticTransformationDefinition::Load(const wchar_t*, GeodeticTransformationDefinition*& definition)
+{
+    return none(definition, statusNotFound);
+}
+Status GeodeticTransformationDefinition::IsReversible(bool&) const
+{
+    return statusFailed;
+}
+
+GeodeticPathDefinition::~GeodeticPathDefinition() = default;
+Status GeodeticPathDefinition::Load(const wchar_t*, GeodeticPathDefinition*& definition)
+{
+    return none(definition, statusNotFound);
+}
+Status GeodeticPathDefinition::IsReversible(bool&) const
+{
+    return statusFailed;
+}
+
+TransformationInfo::~TransformationInfo() = default;
+Status TransformationInfo::CreateInstance(TransformationInfo*& info)
+{
+    return none(info, statusOutOfMemory);
+}
+Status TransformationInfo::SetName(const wchar_t*)
+{
+    return statusFailed;
+}
+Status TransformationInfo::SetKind(int)
+{
+    return statusFailed;
+}
+
 } // namespace Zentara::Infrastructure::SpatialReference

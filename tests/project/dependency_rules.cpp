@@ -29,6 +29,8 @@ constexpr std::array kForbidden{
     ForbiddenArrow{"src/storage/", "src/frame/"},
     ForbiddenArrow{"src/storage/", "src/transformation/"},
     ForbiddenArrow{"src/coordsys/", "src/frame/"},
+    ForbiddenArrow{"src/coordsys/", "src/transformation/"},
+    ForbiddenArrow{"src/transformation/", "src/frame/"},
     ForbiddenArrow{"embedded/foundation/", "embedded/host/"},
     ForbiddenArrow{"embedded/foundation/", "embedded/spatial_reference/"},
     ForbiddenArrow{"embedded/foundation/", "embedded/windows/"},

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-
 #pragma GCC visibility push(default)
 
 namespace Qeapp {
@@ -24,6 +23,7 @@ enum [[nodiscard]] ErrorStatus : int{eOk = 0,
 
 namespace QeRb {
 enum : int {
+    kText = 300,
     kBinaryChunk = 310,
     kXdataString = 1000,
     kXdataAppName = 1001,
@@ -66,27 +66,22 @@ struct QeRxClass;
 struct QeRxObject {
     bool isKindOf(const QeRxClass*) const;
 };
-
 struct QeRxDynamicLinker : QeRxObject {
     static QeRxClass* desc();
     bool unlockApplication(void*);
 };
-
 struct QeRxDictionary {
     QeRxObject* at(const wchar_t*) const;
 };
-
 inline constexpr const wchar_t* kQeRxDynamicLinkerKey = L"DynamicLinker";
 QeRxDictionary* qerxSysRegistry();
 bool qerxRegisterAppMDIAware(void*);
-
 namespace QeDb {
-enum OpenMode : int { kForRead, kForWrite };
+enum OpenMode : int { kForRead, kForWrite, kForNotify };
 enum QeDbDwgVersion : int { kGeoDataTextDwg = 30 };
 } // namespace QeDb
 
 class QeDbDatabase;
-
 class QeDbObjectId {
 public:
     bool isNull() const;
@@ -94,48 +89,55 @@ public:
 private:
     void* stub_ = nullptr;
 };
-
+struct QeDbObjectReactor {};
 struct QeDbObject {
     QeDbObjectId objectId() const;
+    QeDbDatabase* database() const;
+    void addReactor(QeDbObjectReactor*);
     Qeapp::ErrorStatus close();
     Qeapp::ErrorStatus upgradeOpen();
     resbuf* xData(const wchar_t*) const;
     Qeapp::ErrorStatus setXData(const resbuf*);
 };
-
 template <class T>
 Qeapp::ErrorStatus qedbOpenObject(T*& object, QeDbObjectId, QeDb::OpenMode)
 {
     object = nullptr;
     return Qeapp::eKeyNotFound;
 }
-
+struct QeDbDictionaryIterator {
+    virtual ~QeDbDictionaryIterator();
+    bool done() const;
+    bool next();
+    const wchar_t* name() const;
+    QeDbObjectId objectId() const;
+};
 struct QeDbDictionary : QeDbObject {
     Qeapp::ErrorStatus getAt(const wchar_t*, QeDbObjectId&) const;
     Qeapp::ErrorStatus setAt(const wchar_t*, QeDbObject*, QeDbObjectId&);
     Qeapp::ErrorStatus remove(const wchar_t*, QeDbObjectId&);
+    Qeapp::ErrorStatus remove(const wchar_t*);
+    Qeapp::ErrorStatus remove(QeDbObjectId);
+    bool has(const wchar_t*) const;
+    unsigned numEntries() const;
+    QeDbDictionaryIterator* newIterator() const;
 };
-
 struct QeDbXrecord : QeDbObject {
     Qeapp::ErrorStatus setFromRbChain(const resbuf*, QeDbDatabase*);
     Qeapp::ErrorStatus rbChain(resbuf*&, QeDbDatabase*) const;
 };
-
 struct QeDbXrecordIterator {
     explicit QeDbXrecordIterator(const QeDbXrecord*);
     bool done() const;
     short curResType() const;
 };
-
 struct QeDbRegAppTableRecord : QeDbObject {
     Qeapp::ErrorStatus setName(const wchar_t*);
 };
-
 struct QeDbRegAppTable : QeDbObject {
     bool has(const wchar_t*) const;
     Qeapp::ErrorStatus add(QeDbObjectId&, QeDbRegAppTableRecord*);
 };
-
 struct QeDbGeoData : QeDbObject {
     const wchar_t* coordinateSystem() const;
     Qeapp::ErrorStatus setCoordinateSystem(const wchar_t*);
@@ -143,40 +145,44 @@ struct QeDbGeoData : QeDbObject {
     Qeapp::ErrorStatus postToDb(QeDbObjectId&);
 };
 Qeapp::ErrorStatus qedbGetGeoDataObjId(QeDbDatabase*, QeDbObjectId&);
-
 struct QeDbSymbolUtilitiesServices {
     Qeapp::ErrorStatus blockModelSpaceId(QeDbDatabase*, QeDbObjectId&) const;
 };
 const QeDbSymbolUtilitiesServices* qedbSymUtil();
-
 struct QeDbTransaction;
-
 struct QeDbTransactionManager {
     QeDbTransaction* startTransaction();
     Qeapp::ErrorStatus endTransaction();
     Qeapp::ErrorStatus abortTransaction();
 };
-
 class QeDbDatabase {
 public:
     Qeapp::ErrorStatus getNamedObjectsDictionary(QeDbDictionary*&, QeDb::OpenMode);
     Qeapp::ErrorStatus getRegAppTable(QeDbRegAppTable*&, QeDb::OpenMode);
     QeDbTransactionManager* transactionManager() const;
 };
-
 struct QeDbHostApplicationServices {
     QeDbDatabase* workingDatabase() const;
+    const wchar_t* getUserRegistryProductRootKey() const;
 };
 QeDbHostApplicationServices* qedbHostApplicationServices();
+namespace QeAp {
+enum : int { kWrite = 4 };
+} // namespace QeAp
 
+struct QeApDocument {};
+struct QeApDocManager {
+    QeApDocument* curDocument() const;
+    Qeapp::ErrorStatus lockDocument(QeApDocument*, int, const wchar_t*, const wchar_t*, bool);
+    Qeapp::ErrorStatus unlockDocument(QeApDocument*);
+};
+QeApDocManager* qeDocManager();
 struct QeDbSaveErrorRecorder {
     Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus);
 };
-
 struct QeDbSaveErrorMessageRecorder {
     Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus, const wchar_t*);
 };
-
 struct QeDbDecompositionReactor {
     virtual Qeapp::ErrorStatus decomposeForSave(QeDbDatabase*, QeDb::QeDbDwgVersion, QeDbSaveErrorRecorder*,
                                                 QeDbSaveErrorMessageRecorder*);
@@ -184,7 +190,6 @@ struct QeDbDecompositionReactor {
 protected:
     ~QeDbDecompositionReactor() = default;
 };
-
 struct QeDbDecompositionManager {
     Qeapp::ErrorStatus addReactor(QeDbDecompositionReactor*);
     Qeapp::ErrorStatus removeReactor(QeDbDecompositionReactor*);

@@ -107,6 +107,36 @@ public:
     static Status GetEllipsoid(const CoordinateReferenceSystemDefinition*, EllipsoidDefinition*&);
 };
 
+enum : int { transformationNone = 0, transformationPath = 1 };
+
+class GeodeticTransformationDefinition final : public DefinitionBase {
+public:
+    static Status Load(const wchar_t*, GeodeticTransformationDefinition*&);
+    Status IsReversible(bool&) const;
+
+protected:
+    ~GeodeticTransformationDefinition() override;
+};
+
+class GeodeticPathDefinition final : public DefinitionBase {
+public:
+    static Status Load(const wchar_t*, GeodeticPathDefinition*&);
+    Status IsReversible(bool&) const;
+
+protected:
+    ~GeodeticPathDefinition() override;
+};
+
+class TransformationInfo final : public Object {
+public:
+    static Status CreateInstance(TransformationInfo*&);
+    Status SetName(const wchar_t*);
+    Status SetKind(int);
+
+protected:
+    ~TransformationInfo() override;
+};
+
 } // namespace Zentara::Infrastructure::SpatialReference
 
 #pragma GCC visibility pop

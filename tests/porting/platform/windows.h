@@ -2,15 +2,20 @@
 // It declares what docs/porting.md lists, no more; a test compares the two.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <cstdio>
 
 #pragma GCC visibility push(default)
 
 #define WINAPI
 
 using BOOL = int;
+using BYTE = unsigned char;
 using DWORD = unsigned int;
 using HMODULE = void*;
+struct RegistryKey;
+using HKEY = RegistryKey*;
 
 struct CLSID {
     std::uint32_t Data1;
@@ -20,8 +25,19 @@ struct CLSID {
 };
 
 inline constexpr BOOL TRUE = 1;
+inline constexpr BOOL FALSE = 0;
 inline constexpr DWORD DLL_PROCESS_ATTACH = 1;
 inline constexpr int S_OK = 0;
+inline constexpr int ERROR_SUCCESS = 0;
+inline constexpr int ERROR_NO_MORE_ITEMS = 259;
+inline constexpr unsigned CP_UTF8 = 65001;
+inline constexpr int CSIDL_LOCAL_APPDATA = 28;
+inline constexpr DWORD REG_SZ = 1;
+inline constexpr DWORD REG_OPTION_NON_VOLATILE = 0;
+inline constexpr DWORD KEY_READ = 0x20019;
+inline constexpr DWORD KEY_WRITE = 0x20006;
+inline constexpr int _SH_DENYNO = 0x40;
+extern const HKEY HKEY_CURRENT_USER;
 
 extern "C" {
 BOOL DisableThreadLibraryCalls(HMODULE);
@@ -29,6 +45,19 @@ int CLSIDFromString(const wchar_t*, CLSID*);
 int StringFromCLSID(const CLSID&, wchar_t**);
 void CoTaskMemFree(void*);
 int _wcsicmp(const wchar_t*, const wchar_t*);
+int _wcsnicmp(const wchar_t*, const wchar_t*, std::size_t);
+int _wgetenv_s(std::size_t*, wchar_t*, std::size_t, const wchar_t*);
+std::FILE* _wfsopen(const wchar_t*, const wchar_t*, int);
+BOOL SHGetSpecialFolderPathW(void*, wchar_t*, int, BOOL);
+int MultiByteToWideChar(unsigned, DWORD, const char*, int, wchar_t*, int);
+int WideCharToMultiByte(unsigned, DWORD, const wchar_t*, int, char*, int, const char*, BOOL*);
+int RegCreateKeyExW(HKEY, const wchar_t*, DWORD, wchar_t*, DWORD, DWORD, void*, HKEY*, DWORD*);
+int RegOpenKeyExW(HKEY, const wchar_t*, DWORD, DWORD, HKEY*);
+int RegCloseKey(HKEY);
+int RegSetValueExW(HKEY, const wchar_t*, DWORD, DWORD, const BYTE*, DWORD);
+int RegQueryValueExW(HKEY, const wchar_t*, DWORD*, DWORD*, BYTE*, DWORD*);
+int RegEnumValueW(HKEY, DWORD, wchar_t*, DWORD*, DWORD*, DWORD*, BYTE*, DWORD*);
+int RegDeleteValueW(HKEY, const wchar_t*);
 }
 
 #pragma GCC visibility pop

@@ -1,4 +1,4 @@
-#include "coordsys/database_argument.h"
+#include "storage/database_argument.h"
 
 namespace Orvel {
 

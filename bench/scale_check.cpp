@@ -1,0 +1,159 @@
+// Fails when a configuration of twice the length takes more than 2.2 times the time, or more than three times
+// the memory of its text. Both lengths are measured in one run, in turns.
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <limits>
+#include <set>
+#include <span>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "allocation_count.h"
+#include "configuration_operations.h"
+
+namespace Bench {
+namespace {
+
+constexpr double kLeastPlausible = 1.9;
+constexpr double kMostMemory = 3.0;
+/// What a drawing and its objects take whatever the text's length.
+constexpr double kMemoryApartFromText = 64.0 * 1024;
+/// What is over sooner is not worth comparing.
+constexpr double kShortestComparable = 100e-6;
+
+struct Plan {
+    std::size_t items; // and twice as many
+    int leastRounds;
+    int mostRounds; // where the growth looks too large until then
+    double mostGrowth;
+};
+constexpr Plan kFull{500'000, 1, 6, 2.2};
+/// These texts are of the caches' size, so that one may fit where twice of it does not.
+constexpr Plan kQuick{20'000, 2, 20, 2.6};
+
+/// The processor's time, which other processes do not lengthen.
+double now()
+{
+    timespec time{};
+    static_cast<void>(clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time)); // the clock is always there
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+/// One length of an operation: the shortest time and the largest memory of all its runs.
+struct Measurement {
+    std::size_t items = 0;
+    double seconds = std::numeric_limits<double>::infinity();
+    double memory = 0;
+    bool fits = true;
+    bool succeeded = true;
+};
+
+struct Comparison {
+    const Operation* operation;
+    double mostGrowth;
+    Measurement single;
+    Measurement twice;
+
+    double growth() const
+    {
+        return std::max(twice.seconds, kShortestComparable) / std::max(single.seconds, kShortestComparable);
+    }
+    bool isLinear() const { return growth() <= mostGrowth; }
+    /// Too slow, or so good that something else must have slowed the shorter runs down, which hides what is not linear.
+    bool isDoubtful() const
+    {
+        return !isLinear() || (twice.seconds > kShortestComparable && growth() < kLeastPlausible);
+    }
+    bool fits() const { return single.fits && twice.fits; }
+    bool succeeded() const { return single.succeeded && twice.succeeded; }
+    bool passed() const { return isLinear() && fits() && succeeded(); }
+};
+
+void run(const Operation& operation, ConfigurationScene& scene, Measurement& measurement)
+{
+    operation.prepare(scene);
+    operation.renew(scene);
+    resetPeak();
+    const double start = now();
+    operation.run(scene);
+    measurement.seconds = std::min(measurement.seconds, now() - start);
+    const double peak = peakPerText(operation, scene);
+    measurement.items = scene.items();
+    measurement.memory = std::max(measurement.memory, peak);
+    measurement.fits &= peak <= kMostMemory + kMemoryApartFromText / static_cast<double>(scene.textInBytes());
+    measurement.succeeded &= operation.succeeded(scene);
+}
+
+/// One length, for every operation that is measured at it and, unless it is for all, whose growth is in doubt.
+void runAll(std::span<Comparison> comparisons, Measurement Comparison::*length, std::size_t items,
+            std::size_t fewerItems, bool isForAll)
+{
+    ConfigurationScene scene(items / fewerItems);
+    std::string_view store;
+    for (Comparison& comparison : comparisons) {
+        const Operation& operation = *comparison.operation;
+        if (operation.fewerItems != fewerItems || (!isForAll && !comparison.isDoubtful()))
+            continue;
+        if (std::exchange(store, operation.store) != operation.store)
+            scene.clear();
+        run(operation, scene, comparison.*length);
+    }
+}
+
+void print(const Comparison& comparison)
+{
+    const Operation& operation = *comparison.operation;
+    const Measurement& single = comparison.single;
+    const Measurement& twice = comparison.twice;
+    std::printf("%-10s %-16s %8zu %9.3f ms %8zu %9.3f ms   x %4.2f %s  %5.3f %s%s\n", operation.store, operation.name,
+                single.items, 1e3 * single.seconds, twice.items, 1e3 * twice.seconds, comparison.growth(),
+                comparison.isLinear() ? "ok" : "TOO SLOW", std::max(single.memory, twice.memory),
+                comparison.fits() ? "ok" : "TOO LARGE", comparison.succeeded() ? "" : "  WRONG RESULT");
+}
+
+std::vector<Comparison> compared(const Plan& plan)
+{
+    std::vector<Comparison> comparisons;
+    std::set<std::size_t> fewerItems;
+    for (const Operation& operation : operations()) {
+        comparisons.push_back({&operation, plan.mostGrowth, {}, {}});
+        fewerItems.insert(operation.fewerItems);
+    }
+    for (int round = 0; round < plan.mostRounds; ++round) {
+        const bool isForAll = round < plan.leastRounds;
+        if (!isForAll && std::ranges::all_of(comparisons, &Comparison::isLinear))
+            break;
+        for (const std::size_t fewer : fewerItems) {
+            runAll(comparisons, &Comparison::single, plan.items, fewer, isForAll);
+            runAll(comparisons, &Comparison::twice, 2 * plan.items, fewer, isForAll);
+            runAll(comparisons, &Comparison::single, plan.items, fewer, false);
+        }
+    }
+    return comparisons;
+}
+
+bool check(const Plan& plan)
+{
+    const std::vector<Comparison> comparisons = compared(plan);
+    std::printf("%-10s %-16s %8s %12s %8s %12s   %s  %s\n", "store", "operation", "items", "time", "items", "time",
+                "growth", "peak/text");
+    std::ranges::for_each(comparisons, print);
+    return std::ranges::all_of(comparisons, &Comparison::passed);
+}
+
+} // namespace
+} // namespace Bench
+
+int main(int argc, char** argv)
+{
+    const std::span arguments(argv, static_cast<std::size_t>(argc));
+    const bool isQuick = argc == 2 && std::string_view(arguments[1]) == "--quick";
+    if (argc > 1 && !isQuick) {
+        std::fputs("usage: orvel_scale_check [--quick]\n", stderr);
+        return 2;
+    }
+    Bench::giveLongTextsBack();
+    return Bench::check(isQuick ? Bench::kQuick : Bench::kFull) ? 0 : 1;
+}

@@ -1,0 +1,43 @@
+// A named dictionary below a drawing's named objects dictionary whose entries are xrecords.
+#pragma once
+
+#include <string>
+
+#include "platform/host.h"
+#include "storage/resbuf_dictionary_iterator.h"
+
+namespace Orvel {
+
+/// Keyed reading, writing and removal. Every operation closes what it opens, unless it says otherwise, and tells of a
+/// failure by its result alone. Writers lock the current document, readers do not.
+class CResbufDictionary {
+public:
+    /// A null `database` means the working database of that moment.
+    CResbufDictionary(const wchar_t* name, QeDbDatabase* database);
+
+    /// The dictionary, open in `mode`, for the caller to close; null when it cannot be had, and for kForNotify. Opened
+    /// for write it is made when it is missing; what else lies under the name is left alone.
+    [[nodiscard]] QeDbDictionary* OpenDictionary(QeDb::OpenMode mode) const;
+    /// At the first entry, for the caller to delete; null when the dictionary is missing.
+    [[nodiscard]] CResbufDictionaryIterator* NewIterator() const;
+    /// 0 when the dictionary is missing.
+    [[nodiscard]] int GetEntryCount() const;
+    [[nodiscard]] bool HasKey(const wchar_t* key) const;
+    /// On true `chain` is a copy to be released with qeutRelRb; on false it is untouched.
+    [[nodiscard]] bool GetResbuf(const wchar_t* key, resbuf*& chain) const;
+    /// Stores a copy of the chain, in place of what the key had. `reactor`, which may be null, is attached to the new
+    /// xrecord. On false the former entry is as it was.
+    [[nodiscard]] bool SetResbuf(const wchar_t* key, const resbuf* chain, QeDbObjectReactor* reactor) const;
+    [[nodiscard]] bool RemoveKey(const wchar_t* key) const;
+    /// Removes every entry, without locking the document. False when any of them cannot be removed.
+    [[nodiscard]] bool RemoveAll() const;
+    /// A key that no entry has, made of as much of the prefix as fits and a number, in a buffer of 32 characters that
+    /// every call overwrites; null when the numbers run out.
+    [[nodiscard]] const wchar_t* MakeUniqueKey(const wchar_t* prefix) const;
+
+private:
+    std::wstring name_;
+    QeDbDatabase* database_;
+};
+
+} // namespace Orvel

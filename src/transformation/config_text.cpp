@@ -1,0 +1,19 @@
+#include "transformation/config_text.h"
+
+namespace Orvel {
+
+wchar_t* SharedEmptyText()
+{
+    static wchar_t empty[] = L"";
+    return empty;
+}
+
+HostString NewConfigText(std::size_t characters)
+{
+    unsigned char* buffer = nullptr;
+    if (qeutNewBuffer(buffer, characters * sizeof(wchar_t)) != Qeapp::eOk)
+        return {};
+    return HostString(reinterpret_cast<wchar_t*>(buffer));
+}
+
+} // namespace Orvel

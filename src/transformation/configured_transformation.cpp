@@ -1,0 +1,78 @@
+#include "transformation/configured_transformation.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/windows.h"
+#include "storage/library_holder.h"
+#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
+
+namespace Orvel {
+namespace {
+
+bool isSameCode(std::wstring_view left, std::wstring_view right)
+{
+    return left.size() == right.size() && _wcsnicmp(left.data(), right.data(), left.size()) == 0;
+}
+
+bool leads(const ItemText& item, std::wstring_view source, std::wstring_view target)
+{
+    return isSameCode(item.sourceCs.value_or(L""), source) && isSameCode(item.targetCs.value_or(L""), target);
+}
+
+/// The first item that fits; the text is read without copying any.
+template <class Fits>
+std::optional<ItemText> firstItem(std::wstring_view text, const Fits& fits)
+{
+    while (const std::optional<std::wstring_view> chunk = TakeItemChunk(text)) {
+        const ItemText item = ParseItemText(*chunk);
+        if (fits(item))
+            return item;
+    }
+    return std::nullopt;
+}
+
+/// One that cannot be loaded is not.
+template <class Definition>
+bool isReversible(const std::wstring& name)
+{
+    LibraryObject<Definition> definition;
+    static_cast<void>(Definition::Load(name.c_str(), definition.put())); // a definition tells more than its status
+    bool reversible = false;
+    return definition && definition->IsReversible(reversible) == Library::statusOk && reversible;
+}
+
+bool isReversible(const ItemText& item)
+{
+    const std::wstring name(item.name.value_or(L""));
+    return item.type == Library::transformationPath ? isReversible<Library::GeodeticPathDefinition>(name)
+                                                    : isReversible<Library::GeodeticTransformationDefinition>(name);
+}
+
+Library::TransformationInfo* newInfo(const ItemText& item)
+{
+    LibraryObject<Library::TransformationInfo> info;
+    const bool made = Library::TransformationInfo::CreateInstance(info.put()) == Library::statusOk && info &&
+                      info->SetName(std::wstring(item.name.value_or(L"")).c_str()) == Library::statusOk &&
+                      info->SetKind(item.type.value_or(Library::transformationNone)) == Library::statusOk;
+    return made ? info.release() : nullptr;
+}
+
+} // namespace
+
+Library::TransformationInfo* FindConfiguredTransformation(const wchar_t* sourceCs, const wchar_t* targetCs,
+                                                          const wchar_t* text)
+{
+    if (sourceCs == nullptr || targetCs == nullptr || text == nullptr || _wcsicmp(sourceCs, targetCs) == 0)
+        return nullptr;
+    std::optional<ItemText> item =
+        firstItem(text, [&](const ItemText& each) { return leads(each, sourceCs, targetCs); });
+    if (!item)
+        item = firstItem(text,
+                         [&](const ItemText& each) { return leads(each, targetCs, sourceCs) && isReversible(each); });
+    return item ? newInfo(*item) : nullptr;
+}
+
+} // namespace Orvel

@@ -1,0 +1,50 @@
+#include "transformation/drawing_config.h"
+
+#include <memory>
+
+#include "storage/database_argument.h"
+#include "storage/resbuf_dictionary.h"
+#include "transformation/config_text.h"
+
+namespace Orvel {
+namespace {
+
+/// Whatever the first entry's key is: later ones are never read.
+ResbufChain firstChainOf(const CResbufDictionary& dictionary)
+{
+    ResbufChain chain;
+    const std::unique_ptr<CResbufDictionaryIterator> entry(dictionary.NewIterator());
+    if (entry && !entry->GetResbuf(chain.put()))
+        chain.reset();
+    return chain;
+}
+
+} // namespace
+
+bool ReadDrawingTransformationConfig(wchar_t*& text)
+{
+    text = SharedEmptyText();
+    QeDbDatabase* const database = ResolveDatabase(nullptr);
+    if (database == nullptr)
+        return false;
+    const ResbufChain chain = firstChainOf(CResbufDictionary(kTransformationConfigDictionary, database));
+    if (!chain || chain->restype != QeRb::kText)
+        return false;
+    HostString copy;
+    if (qeutNewString(chain->resval.rstring, copy.put()) != Qeapp::eOk)
+        return false;
+    text = copy.release();
+    return true;
+}
+
+bool WriteDrawingTransformationConfig(const wchar_t* text)
+{
+    QeDbDatabase* const database = ResolveDatabase(nullptr);
+    if (database == nullptr)
+        return false;
+    const ResbufChain chain(qeutBuildList(QeRb::kText, text, QeRb::kListEnd));
+    return chain && CResbufDictionary(kTransformationConfigDictionary, database)
+                        .SetResbuf(kTransformationConfigKey, chain.get(), nullptr);
+}
+
+} // namespace Orvel

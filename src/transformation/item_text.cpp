@@ -1,0 +1,80 @@
+#include "transformation/item_text.h"
+
+namespace Orvel {
+namespace {
+
+constexpr std::wstring_view kOpening = L"<Item>";
+constexpr std::wstring_view kClosing = L"</Item>";
+constexpr std::wstring_view kBlanks = L" \t\n\v\f\r"; // what isspace accepts
+
+std::wstring_view trimmed(std::wstring_view text)
+{
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::wstring_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
+}
+
+bool isElement(std::wstring_view text)
+{
+    return text.size() > kOpening.size() + kClosing.size() && text.starts_with(kOpening) && text.ends_with(kClosing);
+}
+
+/// Where the tag stands first, begun by "<" or "</". The tag is not put together first: a text can have a million of
+/// items, and each is searched ten times.
+std::size_t findTag(std::wstring_view text, std::wstring_view beginning, std::wstring_view name)
+{
+    std::size_t at = text.find(beginning);
+    for (; at != std::wstring_view::npos; at = text.find(beginning, at + 1)) {
+        const std::wstring_view rest = text.substr(at + beginning.size());
+        if (rest.starts_with(name) && rest.substr(name.size()).starts_with(L'>'))
+            break;
+    }
+    return at;
+}
+
+bool extract(std::wstring_view text, std::wstring_view tag, std::optional<std::wstring_view>& field)
+{
+    std::wstring_view value;
+    if (ExtractElementText(text, tag, value) != 0)
+        return false;
+    field = value;
+    return true;
+}
+
+int typeOf(std::wstring_view text)
+{
+    if (text == L"1")
+        return 1;
+    return text == L"2" ? 2 : 0;
+}
+
+} // namespace
+
+int ExtractElementText(std::wstring_view text, std::wstring_view tag, std::wstring_view& value)
+{
+    const std::size_t openingLength = tag.size() + 2;
+    const std::size_t start = findTag(text, L"<", tag);
+    const std::size_t end = findTag(text, L"</", tag);
+    if (start == std::wstring_view::npos || end == std::wstring_view::npos)
+        return -1;
+    const std::size_t span = end - start; // wraps round when the closing tag stands first, which is meant
+    if (openingLength > span)
+        return -1;
+    value = text.substr(start + openingLength, span - openingLength);
+    return 0;
+}
+
+ItemText ParseItemText(std::wstring_view text)
+{
+    const std::wstring_view element = trimmed(text);
+    ItemText item;
+    std::optional<std::wstring_view> type;
+    if (isElement(element) && extract(element, L"SourceCs", item.sourceCs) &&
+        extract(element, L"TargetCs", item.targetCs) && extract(element, L"Name", item.name) &&
+        extract(element, L"Type", type) && extract(element, L"Note", item.note))
+        item.type = typeOf(*type);
+    return item;
+}
+
+} // namespace Orvel

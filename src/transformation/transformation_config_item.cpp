@@ -1,0 +1,114 @@
+#include "coordsys/orvel_transformation_config_item.h"
+
+#include <cstdint>
+#include <new>
+
+#include "transformation/item_text.h"
+#include "transformation/transformation_config_item_imp.h"
+
+namespace Zentara::Gis::Orvel::CoordinateSystem {
+namespace {
+
+constexpr std::size_t kLongestType = 6; // "-32768"
+
+void appendElement(std::wstring& text, const wchar_t* tag, const std::wstring& value)
+{
+    text.append(L"<").append(tag).append(L">").append(value).append(L"</").append(tag).append(L">");
+}
+
+/// "<tag></tag>"
+constexpr std::size_t lengthOfTags(std::wstring_view tag)
+{
+    return 2 * tag.size() + 5;
+}
+
+constexpr std::size_t kLengthOfAllTags = lengthOfTags(L"Item") + lengthOfTags(L"Version") + lengthOfTags(L"SourceCs") +
+                                         lengthOfTags(L"TargetCs") + lengthOfTags(L"Name") + lengthOfTags(L"Type") +
+                                         lengthOfTags(L"Note");
+
+/// A field that the text lacks keeps what it holds.
+void take(std::wstring& field, const std::optional<std::wstring_view>& value)
+{
+    if (value)
+        field = *value;
+}
+
+} // namespace
+
+OrvelTransformationConfigItem::OrvelTransformationConfigItem() = default;
+OrvelTransformationConfigItem::~OrvelTransformationConfigItem() = default;
+OrvelTransformationConfigItemImp::~OrvelTransformationConfigItemImp() = default;
+
+OrvelTransformationConfigItem* OrvelTransformationConfigItem::CreateInstance()
+{
+    try {
+        return new OrvelTransformationConfigItemImp;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+void OrvelTransformationConfigItem::Dispose()
+{
+    delete this;
+}
+
+void OrvelTransformationConfigItemImp::Dispose()
+{
+    delete this;
+}
+
+std::wstring OrvelTransformationConfigItemImp::ToXmlString()
+{
+    std::wstring text;
+    text.reserve(LongestXmlText());
+    AppendXmlText(text);
+    return text;
+}
+
+bool OrvelTransformationConfigItemImp::IsComplete() const
+{
+    return !sourceCs_.empty() && !targetCs_.empty() && !name_.empty() && type_ != 0;
+}
+
+std::size_t OrvelTransformationConfigItemImp::LongestXmlText() const
+{
+    if (!IsComplete())
+        return 0;
+    return kLengthOfAllTags + version_.size() + sourceCs_.size() + targetCs_.size() + name_.size() + kLongestType +
+           note_.size();
+}
+
+void OrvelTransformationConfigItemImp::AppendXmlText(std::wstring& text) const
+{
+    if (!IsComplete())
+        return;
+    text.append(L"<Item>");
+    appendElement(text, L"Version", version_);
+    appendElement(text, L"SourceCs", sourceCs_);
+    appendElement(text, L"TargetCs", targetCs_);
+    appendElement(text, L"Name", name_);
+    const auto type = static_cast<std::int16_t>(type_); // the number is written from its low 16 bits
+    appendElement(text, L"Type", std::to_wstring(type));
+    appendElement(text, L"Note", note_);
+    text.append(L"</Item>");
+}
+
+void OrvelTransformationConfigItemImp::FromXmlString(const wchar_t* text)
+{
+    // From a copy, for the text may be one of the fields that are about to be replaced.
+    if (text != nullptr)
+        FromXmlText(std::wstring(text));
+}
+
+void OrvelTransformationConfigItemImp::FromXmlText(std::wstring_view text)
+{
+    const ::Orvel::ItemText item = ::Orvel::ParseItemText(text);
+    take(sourceCs_, item.sourceCs);
+    take(targetCs_, item.targetCs);
+    take(name_, item.name);
+    take(note_, item.note);
+    type_ = item.type.value_or(type_);
+}
+
+} // namespace Zentara::Gis::Orvel::CoordinateSystem

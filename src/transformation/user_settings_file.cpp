@@ -1,0 +1,143 @@
+#include "transformation/user_settings_file.h"
+
+#include <array>
+#include <cstdio>
+#include <limits>
+#include <new>
+#include <optional>
+#include <string_view>
+
+#include "platform/windows.h"
+#include "transformation/config_text.h"
+#include "transformation/item_chunks.h"
+
+namespace Orvel {
+namespace {
+
+constexpr const wchar_t* kFolderVariable = L"VORLEN_USER_DICTIONARY_PATH";
+constexpr const wchar_t* kSubfolders = L"\\Zentara\\User Geospatial Coordinate Systems";
+constexpr const wchar_t* kFileName = L"\\TransformationSetting.xml";
+
+using FolderText = std::array<wchar_t, 260>; // as much as the system's own folder paths have
+
+struct TextFilePolicy {
+    using Handle = std::FILE*;
+    // What a stream could not hand on by the time it is closed is recorded on the stream alone.
+    static void dispose(std::FILE* file) { static_cast<void>(std::fclose(file)); }
+};
+using TextFile = Holder<TextFilePolicy>;
+
+/// Shared with every other opener.
+TextFile openSettings(const wchar_t* mode)
+{
+    const std::wstring path = GetUserTransformationSettingsPath();
+    return TextFile(path.empty() ? nullptr : _wfsopen(path.c_str(), mode, _SH_DENYNO));
+}
+
+std::wstring userFolder()
+{
+    FolderText folder{};
+    std::size_t characters = 0;
+    if (_wgetenv_s(&characters, folder.data(), folder.size(), kFolderVariable) == 0 && folder[0] != L'\0')
+        return folder.data();
+    folder[0] = L'\0'; // a value that does not fit counts as none
+    if (!SHGetSpecialFolderPathW(nullptr, folder.data(), CSIDL_LOCAL_APPDATA, FALSE))
+        return {};
+    return folder.data() + std::wstring(kSubfolders);
+}
+
+/// The lines without their ends; nothing after a read error.
+std::optional<std::string> joinedLines(std::FILE* file)
+{
+    std::string joined;
+    std::array<char, 65536> block; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
+    while (const std::size_t read = std::fread(block.data(), 1, block.size(), file)) {
+        for (std::string_view part(block.data(), read); !part.empty();) {
+            const std::size_t end = part.find('\n');
+            joined.append(part.substr(0, end));
+            part.remove_prefix(end == std::string_view::npos ? part.size() : end + 1);
+        }
+    }
+    return std::ferror(file) == 0 ? std::optional(std::move(joined)) : std::nullopt;
+}
+
+HostString wideTextOf(const std::string& utf8)
+{
+    const int characters = MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, nullptr, 0);
+    if (characters <= 0)
+        return {};
+    HostString text = NewConfigText(static_cast<std::size_t>(characters));
+    if (text)
+        static_cast<void>(MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, text.get(), characters)); // measured above
+    return text;
+}
+
+/// Nothing when it cannot be converted.
+std::optional<std::string> utf8Of(std::wstring_view chunk)
+{
+    if (chunk.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        return std::nullopt;
+    const int characters = static_cast<int>(chunk.size());
+    const int bytes = WideCharToMultiByte(CP_UTF8, 0, chunk.data(), characters, nullptr, 0, nullptr, nullptr);
+    if (bytes <= 0)
+        return std::nullopt;
+    std::string utf8(static_cast<std::size_t>(bytes), '\0');
+    static_cast<void>(WideCharToMultiByte(CP_UTF8, 0, chunk.data(), characters, utf8.data(), bytes, nullptr,
+                                          nullptr)); // measured above
+    return utf8;
+}
+
+/// A line that cannot be written is recorded on the stream alone, as at closing.
+void writeLine(std::FILE* file, std::string line)
+{
+    line += '\n';
+    static_cast<void>(std::fwrite(line.data(), 1, line.size(), file)); // see above
+    static_cast<void>(std::fflush(file));                              // see above
+}
+
+} // namespace
+
+std::wstring GetUserTransformationSettingsPath()
+{
+    try {
+        std::wstring path = userFolder();
+        return path.empty() ? path : path + kFileName;
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
+bool ReadUserTransformationSettings(wchar_t*& text)
+{
+    text = SharedEmptyText();
+    TextFile file = openSettings(L"rt");
+    if (!file)
+        return false;
+    std::optional<std::string> lines = joinedLines(file.get());
+    file.reset();
+    if (!lines)
+        return false;
+    lines->shrink_to_fit(); // it has grown to up to twice its length, and the wide text comes beside it
+    HostString wide = wideTextOf(*lines);
+    if (!wide)
+        return false;
+    text = wide.release();
+    return true;
+}
+
+bool WriteUserTransformationSettings(const wchar_t* text)
+{
+    const TextFile file = openSettings(L"wt");
+    if (!file)
+        return false;
+    std::wstring_view remaining = text;
+    while (const std::optional<std::wstring_view> chunk = TakeItemChunk(remaining)) {
+        std::optional<std::string> line = utf8Of(*chunk);
+        if (!line)
+            return false;
+        writeLine(file.get(), *std::move(line));
+    }
+    return true;
+}
+
+} // namespace Orvel

@@ -1,0 +1,26 @@
+// A foundation library that counts no references and keeps no lists, enough to link the module.
+#include "platform/foundation.h"
+
+FqDisposable::~FqDisposable() = default;
+FqGuardDisposable::~FqGuardDisposable() = default;
+FqDisposableCollection::~FqDisposableCollection() = default;
+
+void FqDisposableCollection::Dispose()
+{
+    delete this;
+}
+int FqDisposableCollection::Add(FqDisposable*)
+{
+    return -1;
+}
+void FqDisposableCollection::Clear()
+{
+}
+int FqDisposableCollection::GetCount()
+{
+    return 0;
+}
+FqDisposable* FqDisposableCollection::GetItem(int)
+{
+    return nullptr;
+}

@@ -1,0 +1,112 @@
+// Who has no dictionary, who may not write it, and every call that can fail.
+#include "embedded/host/foreign_document_lock.h"
+#include "resbuf_dictionary_test.h"
+
+namespace Tests {
+namespace {
+
+TEST_F(ResbufDictionary, WithoutAnyDatabase_HasNothingAndTakesNothing)
+{
+    const ScopedHostParts shutdown({.applicationServices = false});
+    const CResbufDictionary none(L"NAMES", nullptr);
+    ResbufChain chain;
+    EXPECT_EQ(none.OpenDictionary(QeDb::kForRead), nullptr);
+    EXPECT_EQ(none.OpenDictionary(QeDb::kForWrite), nullptr);
+    EXPECT_EQ(none.NewIterator(), nullptr);
+    EXPECT_EQ(none.GetEntryCount(), 0);
+    EXPECT_FALSE(none.GetResbuf(L"A", chain.put()));
+    EXPECT_FALSE(none.SetResbuf(L"A", chainOf(kFirst).get(), nullptr));
+    EXPECT_FALSE(none.RemoveKey(L"A"));
+    EXPECT_TRUE(none.RemoveAll());
+}
+
+TEST_F(ResbufDictionary, DocumentThatSomeoneElseLocks_IsNotWritten)
+{
+    ASSERT_TRUE(set(L"A", kFirst));
+    const auto before = image();
+    const Embedded::ForeignDocumentLock other(document.get());
+    EXPECT_FALSE(set(L"A", kSecond));
+    EXPECT_FALSE(dictionary.RemoveKey(L"A"));
+    EXPECT_EQ(image(), before);
+    EXPECT_EQ(at(L"A"), kFirst) << "readers lock nothing";
+}
+
+TEST_F(ResbufDictionary, Writing_LocksTheCurrentDocumentForWriteAndUnlocksIt)
+{
+    const QeAp::DocLockMode before = document.get()->lockMode();
+    const ResbufChain chain = chainOf(kFirst);
+    Embedded::Faults::watch();
+    ASSERT_TRUE(dictionary.SetResbuf(L"A", chain.get(), nullptr));
+    Embedded::Faults::disarm();
+    EXPECT_EQ(Embedded::Faults::seen().front(), "QeApDocManager::lockDocument");
+    EXPECT_EQ(document.get()->lockMode(), before);
+}
+
+TEST_F(ResbufDictionary, WithoutADocumentManager_NothingIsWritten)
+{
+    const auto before = image();
+    const ScopedHostParts parts({.documentManager = false});
+    EXPECT_FALSE(set(L"A", kFirst));
+    EXPECT_FALSE(dictionary.RemoveKey(L"A"));
+    EXPECT_EQ(image(), before);
+}
+
+TEST_F(ResbufDictionary, RemovingAll_GoesOnAfterAFailure)
+{
+    ASSERT_TRUE(set(L"A", kFirst));
+    ASSERT_TRUE(set(L"B", kSecond));
+    ASSERT_TRUE(set(L"C", kSecond));
+    {
+        const Embedded::ScopedFault fault({.call = "QeDbDictionary::remove", .occurrence = 2});
+        EXPECT_FALSE(dictionary.RemoveAll());
+    }
+    EXPECT_EQ(dictionary.GetEntryCount(), 1);
+    EXPECT_TRUE(dictionary.HasKey(L"B"));
+}
+
+TEST_F(ResbufDictionary, EveryCallOfWriting_CanFailWithoutLosingTheFormerEntry)
+{
+    ASSERT_TRUE(set(L"A", kFirst));
+    const ResbufChain chain = chainOf(kSecond);
+    const auto calls = fallibleCallsOf([&] { ASSERT_TRUE(dictionary.SetResbuf(L"A", chain.get(), nullptr)); });
+    ASSERT_GE(calls.size(), 5U);
+    ASSERT_TRUE(set(L"A", kFirst));
+    for (const FallibleCall& call : calls) {
+        SCOPED_TRACE(call.name);
+        const Embedded::ScopedFault fault(failing(call));
+        const bool stored = dictionary.SetResbuf(L"A", chain.get(), nullptr);
+        Embedded::Faults::disarm();
+        EXPECT_EQ(stored, isPassedOver(call));
+        EXPECT_EQ(at(L"A"), stored ? kSecond : kFirst);
+        ASSERT_TRUE(set(L"A", kFirst));
+    }
+}
+
+TEST_F(ResbufDictionary, EveryCallOfTheFirstWriting_CanFail)
+{
+    const auto calls = fallibleCallsOf([&] { ASSERT_TRUE(set(L"A", kFirst)); });
+    for (const FallibleCall& call : calls) {
+        SCOPED_TRACE(call.name);
+        const ScopedDocument fresh;
+        const CResbufDictionary first(L"NAMES", fresh.database());
+        const ResbufChain chain = chainOf(kFirst);
+        const Embedded::ScopedFault fault(failing(call));
+        const bool stored = first.SetResbuf(L"A", chain.get(), nullptr);
+        Embedded::Faults::disarm();
+        EXPECT_EQ(first.HasKey(L"A"), stored);
+        EXPECT_TRUE(first.SetResbuf(L"A", chain.get(), nullptr)) << "the next one is not hindered";
+    }
+}
+
+TEST_F(ResbufDictionary, EveryCallOfReading_CanFail)
+{
+    ASSERT_TRUE(set(L"A", kFirst));
+    for (const FallibleCall& call : fallibleCallsOf([&] { ASSERT_EQ(at(L"A"), kFirst); })) {
+        SCOPED_TRACE(call.name);
+        const Embedded::ScopedFault fault(failing(call));
+        EXPECT_EQ(at(L"A"), isPassedOver(call) ? std::optional(kFirst) : std::nullopt);
+    }
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,60 @@
+// The fixture of the dictionaries of xrecords: one in a current document.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "embedded/host/drawing_image.h"
+#include "storage/failing_calls.h"
+#include "storage/resbuf_dictionary.h"
+#include "support/chain.h"
+#include "support/platform_test.h"
+#include "support/scoped_document.h"
+
+namespace Tests {
+
+using Iterator = std::unique_ptr<Orvel::CResbufDictionaryIterator>;
+using OpenedDictionary = Orvel::HostObject<QeDbDictionary>;
+using Orvel::CResbufDictionary;
+using Orvel::ResbufChain;
+
+inline const Items kFirst{{300, L"first"}};
+inline const Items kSecond{{300, L"second"}, {1071, 2}};
+
+class ResbufDictionary : public PlatformTest {
+protected:
+    ScopedDocument document;
+    CResbufDictionary dictionary{L"NAMES", document.database()};
+
+    Embedded::DrawingImage image() const { return Embedded::imageOf(*document.database()); }
+
+    bool set(const wchar_t* key, const Items& items, QeDbObjectReactor* reactor = nullptr)
+    {
+        return dictionary.SetResbuf(key, chainOf(items).get(), reactor);
+    }
+    /// Nothing where there is no chain.
+    std::optional<Items> at(const wchar_t* key) const
+    {
+        ResbufChain chain;
+        return dictionary.GetResbuf(key, chain.put()) ? std::optional(itemsOf(chain.get())) : std::nullopt;
+    }
+    /// An entry that is a dictionary.
+    void setDictionary(const wchar_t* key)
+    {
+        const OpenedDictionary parent(dictionary.OpenDictionary(QeDb::kForWrite));
+        const OpenedDictionary child(new QeDbDictionary);
+        QeDbObjectId id;
+        ASSERT_EQ(parent->setAt(key, child.get(), id), Qeapp::eOk);
+    }
+    /// An xrecord under the dictionary's own name.
+    void occupyName()
+    {
+        Orvel::NamedObjects parent;
+        ASSERT_EQ(parent.openIn(document.database(), QeDb::kForWrite), Qeapp::eOk);
+        const Orvel::HostObject<QeDbXrecord> xrecord(new QeDbXrecord);
+        QeDbObjectId id;
+        ASSERT_EQ(parent->setAt(L"NAMES", xrecord.get(), id), Qeapp::eOk);
+    }
+};
+
+} // namespace Tests

@@ -1,0 +1,127 @@
+// The text of a collection.
+#include "support/platform_test.h"
+#include "transformation/config_items.h"
+
+namespace Tests {
+namespace {
+
+/// An item of a client's own, which writes what it likes.
+class ClientItem : public ConfigItem {
+public:
+    void Dispose() override { delete this; }
+    void SetSourceCs(const wchar_t*) override {}
+    const wchar_t* GetSourceCs() override { return L"source"; }
+    void SetTargetCs(const wchar_t*) override {}
+    const wchar_t* GetTargetCs() override { return L"target"; }
+    void SetName(const wchar_t*) override {}
+    const wchar_t* GetName() override { return L"name"; }
+    void SetType(int) override {}
+    int GetType() override { return 1; }
+    void SetNote(const wchar_t*) override {}
+    const wchar_t* GetNote() override { return L"note"; }
+    void SetVersion(const wchar_t*) override {}
+    const wchar_t* GetVersion() override { return L"version"; }
+    std::wstring ToXmlString() override { return L"written by the client"; }
+    void FromXmlString(const wchar_t*) override {}
+};
+
+/// What a client can hand over that no compiler holds back. The collection uses it as a counted object, which it is.
+ConfigItem* passedOffAsItem(ConfigCollection& stranger)
+{
+    return reinterpret_cast<ConfigItem*>(&stranger);
+}
+
+class CollectionWriting : public PlatformTest {
+protected:
+    const Ptr<ConfigCollection> collection = newCollection();
+
+    void add(const ItemFields& fields) { collection->Add(newItem(fields).get()); }
+};
+
+constexpr const wchar_t* kFirst = L"<Item><Version>1.0</Version><SourceCs>a</SourceCs><TargetCs>b</TargetCs>"
+                                  L"<Name>first</Name><Type>1</Type><Note>d</Note></Item>";
+constexpr const wchar_t* kSecond = L"<Item><Version>1.0</Version><SourceCs>a</SourceCs><TargetCs>b</TargetCs>"
+                                   L"<Name>second</Name><Type>1</Type><Note>d</Note></Item>";
+
+TEST_F(CollectionWriting, AnEmptyCollectionIsWrittenAsNothing)
+{
+    EXPECT_EQ(collection->ToXmlString(), L"");
+}
+
+TEST_F(CollectionWriting, ItemsAreWrittenInOrderWithNothingBetween)
+{
+    collection->Add(newCompleteItem(L"second").get());
+    collection->Add(newCompleteItem(L"first").get());
+    EXPECT_EQ(collection->ToXmlString(), std::wstring(kSecond) + kFirst);
+}
+
+TEST_F(CollectionWriting, IncompleteItemsVanish)
+{
+    add({.target = L"b", .name = L"c", .type = 1});
+    collection->Add(newCompleteItem(L"first").get());
+    add({.source = L"a", .name = L"c", .type = 1});
+    add({.source = L"a", .target = L"b", .type = 1});
+    collection->Add(newCompleteItem(L"second").get());
+    add({.source = L"a", .target = L"b", .name = L"c"});
+    EXPECT_EQ(collection->ToXmlString(), std::wstring(kFirst) + kSecond);
+}
+
+TEST_F(CollectionWriting, OfIncompleteItemsAloneNothingIsWritten)
+{
+    add({});
+    add({.source = L"a"});
+    EXPECT_EQ(collection->ToXmlString(), L"");
+    EXPECT_EQ(collection->GetCount(), 2);
+}
+
+TEST_F(CollectionWriting, AnItemThatIsThereTwiceIsWrittenTwice)
+{
+    const Ptr<ConfigItem> item = newCompleteItem(L"first");
+    collection->Add(item.get());
+    collection->Add(item.get());
+    EXPECT_EQ(collection->ToXmlString(), std::wstring(kFirst) + kFirst);
+}
+
+TEST_F(CollectionWriting, AnItemIsWrittenAsItIsByThen)
+{
+    const Ptr<ConfigItem> item = newItem();
+    collection->Add(item.get());
+    setFields(*item, fieldsOf(*newCompleteItem(L"second")));
+    EXPECT_EQ(collection->ToXmlString(), kSecond);
+}
+
+TEST_F(CollectionWriting, AnItemOfAClientsOwnWritesItself)
+{
+    collection->Add(newCompleteItem(L"first").get());
+    collection->Add(Ptr<ConfigItem>(new ClientItem).get());
+    collection->Add(newCompleteItem(L"second").get());
+    EXPECT_EQ(collection->ToXmlString(), std::wstring(kFirst) + L"written by the client" + kSecond);
+}
+
+TEST_F(CollectionWriting, AnEntryThatIsNoItemMakesTheWholeTextEmpty)
+{
+    const Ptr<ConfigCollection> stranger = newCollection();
+    collection->Add(newCompleteItem(L"first").get());
+    collection->Add(passedOffAsItem(*stranger));
+    collection->Add(newCompleteItem(L"second").get());
+    EXPECT_EQ(collection->ToXmlString(), L"");
+    EXPECT_EQ(collection->GetCount(), 3);
+}
+
+TEST_F(CollectionWriting, WritingLeavesEveryCountAsItWas)
+{
+    const Ptr<ConfigItem> item = newCompleteItem();
+    collection->Add(item.get());
+    static_cast<void>(collection->ToXmlString()); // only its side effects matter here
+    EXPECT_EQ(item->GetRefCount(), 2);
+}
+
+TEST_F(CollectionWriting, WritingTwiceGivesTheSame)
+{
+    collection->Add(newCompleteItem().get());
+    const std::wstring text = collection->ToXmlString();
+    EXPECT_EQ(collection->ToXmlString(), text);
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,44 @@
+// Configuration items and collections as the tests make and see them.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "coordsys/orvel_transformation_config_item_collection.h"
+
+namespace Tests {
+
+namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
+
+using ConfigItem = Cs::OrvelTransformationConfigItem;
+using ConfigCollection = Cs::OrvelTransformationConfigItemCollection;
+
+/// The fields of an item as values; at first those of a new one.
+struct ItemFields {
+    std::wstring source{};
+    std::wstring target{};
+    std::wstring name{};
+    int type = 0;
+    std::wstring note{};
+    std::wstring version = L"1.0";
+
+    friend bool operator==(const ItemFields&, const ItemFields&) = default;
+};
+
+/// In this order with a stroke between them.
+std::string lineOf(const ItemFields& fields);
+std::ostream& operator<<(std::ostream& stream, const ItemFields& fields);
+
+ItemFields fieldsOf(ConfigItem& item);
+void setFields(ConfigItem& item, const ItemFields& fields);
+Ptr<ConfigItem> newItem(const ItemFields& fields = {});
+/// A complete one, that its name tells from others.
+Ptr<ConfigItem> newCompleteItem(const wchar_t* name = L"c");
+
+Ptr<ConfigCollection> newCollection();
+/// Null where there is none.
+Ptr<ConfigItem> itemAt(ConfigCollection& collection, int index);
+std::vector<ItemFields> fieldsOf(ConfigCollection& collection);
+
+} // namespace Tests

@@ -1,0 +1,187 @@
+// Finding a pair of coordinate systems in a configuration text.
+#include "transformation/configured_transformation.h"
+
+#include "storage/failing_calls.h"
+#include "storage/library_holder.h"
+#include "transformation_test.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::ScopedFault;
+using Orvel::Library::TransformationInfo;
+
+// Real definitions of the catalog, for the question whether they can be used in reverse.
+constexpr const wchar_t* kReversible = L"NTF to WGS 84 (1)";
+constexpr const wchar_t* kIrreversible = L"WGS 84 to EGM2008 height (2)";
+constexpr const wchar_t* kReversiblePath = L"Amersfoort to ED50 (1)";
+
+struct Found {
+    std::wstring name;
+    int kind = 0;
+    friend bool operator==(const Found&, const Found&) = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Found& found)
+{
+    return out << '"' << Embedded::utf8FromWide(found.name) << "\" of kind " << found.kind;
+}
+
+class ConfiguredTransformation : public TransformationTest {
+protected:
+    /// Nothing for null.
+    static std::optional<Found> find(const std::wstring& text, const wchar_t* source = L"A",
+                                     const wchar_t* target = L"B")
+    {
+        const Orvel::LibraryObject<TransformationInfo> info(
+            Orvel::FindConfiguredTransformation(source, target, text.c_str()));
+        return info ? std::optional(Found{info->GetName(), info->GetKind()}) : std::nullopt;
+    }
+};
+
+TEST_F(ConfiguredTransformation, ItemOfTheTwoCodes_Answers)
+{
+    EXPECT_EQ(find(elementOf(L"A", L"B", L"n", 2)), (Found{L"n", 2}));
+    EXPECT_EQ(find(elementOf(L"A", L"B", L"n", 1)), (Found{L"n", 1}));
+}
+
+TEST_F(ConfiguredTransformation, OtherTypes_AreKindNone)
+{
+    EXPECT_EQ(find(elementOf(L"A", L"B", L"n", 0)), (Found{L"n", 0}));
+    EXPECT_EQ(find(elementOf(L"A", L"B", L"n", 3)), (Found{L"n", 0}));
+}
+
+TEST_F(ConfiguredTransformation, NullArguments_FindNothing)
+{
+    const std::wstring text = elementOf(L"A", L"B", L"n");
+    EXPECT_EQ(Orvel::FindConfiguredTransformation(nullptr, L"B", text.c_str()), nullptr);
+    EXPECT_EQ(Orvel::FindConfiguredTransformation(L"A", nullptr, text.c_str()), nullptr);
+    EXPECT_EQ(Orvel::FindConfiguredTransformation(L"A", L"B", nullptr), nullptr);
+}
+
+TEST_F(ConfiguredTransformation, EqualCodes_FindNothing)
+{
+    EXPECT_EQ(find(elementOf(L"EPSG:1", L"epsg:1", L"n"), L"EPSG:1", L"epsg:1"), std::nullopt);
+}
+
+TEST_F(ConfiguredTransformation, TextWithoutItems_FindsNothing)
+{
+    EXPECT_EQ(find(L""), std::nullopt);
+    EXPECT_EQ(find(L"<Item>"), std::nullopt);
+}
+
+TEST_F(ConfiguredTransformation, Codes_AreComparedWithoutRegardToCase)
+{
+    EXPECT_EQ(find(elementOf(L"epsg:4230", L"Epsg:4326", L"n"), L"EPSG:4230", L"EPSG:4326"), (Found{L"n", 2}));
+}
+
+TEST_F(ConfiguredTransformation, Codes_AreComparedWhole)
+{
+    EXPECT_EQ(find(elementOf(L"AA", L"B", L"n")), std::nullopt);
+    EXPECT_EQ(find(elementOf(L"A", L"BB", L"n")), std::nullopt);
+    EXPECT_EQ(find(elementOf(L" A", L"B ", L"n")), std::nullopt);
+    EXPECT_EQ(find(elementOf(L"", L"", L"n")), std::nullopt);
+}
+
+TEST_F(ConfiguredTransformation, FirstOfSeveral_Answers)
+{
+    EXPECT_EQ(find(elementOf(L"X", L"B", L"0") + elementOf(L"A", L"B", L"1", 1) + elementOf(L"A", L"B", L"2")),
+              (Found{L"1", 1}));
+}
+
+TEST_F(ConfiguredTransformation, ForwardItem_ComesBeforeAnEarlierReverseOne)
+{
+    EXPECT_EQ(find(elementOf(L"B", L"A", kReversible) + elementOf(L"A", L"B", L"forward")), (Found{L"forward", 2}));
+}
+
+TEST_F(ConfiguredTransformation, ReverseItem_AnswersWhenItsTransformationIsReversible)
+{
+    EXPECT_EQ(find(elementOf(L"B", L"A", kReversible)), (Found{kReversible, 2}));
+}
+
+TEST_F(ConfiguredTransformation, ReverseItem_AnswersWhenItsPathIsReversible)
+{
+    EXPECT_EQ(find(elementOf(L"B", L"A", kReversiblePath, 1)), (Found{kReversiblePath, 1}));
+}
+
+TEST_F(ConfiguredTransformation, ReverseItemThatIsNot_DoesNotAnswer)
+{
+    EXPECT_EQ(find(elementOf(L"B", L"A", kIrreversible)), std::nullopt);
+}
+
+TEST_F(ConfiguredTransformation, ReverseItemThatTheCatalogLacks_DoesNotAnswer)
+{
+    EXPECT_EQ(find(elementOf(L"B", L"A", L"no such thing")), std::nullopt);
+    EXPECT_EQ(find(elementOf(L"B", L"A", L"")), std::nullopt);
+}
+
+TEST_F(ConfiguredTransformation, ReverseItem_IsLookedUpAsItsTypeSays)
+{
+    EXPECT_EQ(find(elementOf(L"B", L"A", kReversible, 1)), std::nullopt) << "there is no path of that name";
+    EXPECT_EQ(find(elementOf(L"B", L"A", kReversiblePath, 2)), std::nullopt) << "and no transformation of this one";
+}
+
+TEST_F(ConfiguredTransformation, ReverseItemOfNoType_IsATransformation)
+{
+    EXPECT_EQ(find(elementOf(L"B", L"A", kReversible, 0)), (Found{kReversible, 0}));
+}
+
+TEST_F(ConfiguredTransformation, ReverseItemThatIsNot_IsPassedOverForALaterOne)
+{
+    EXPECT_EQ(find(elementOf(L"B", L"A", kIrreversible) + elementOf(L"b", L"a", kReversible)), (Found{kReversible, 2}));
+}
+
+TEST_F(ConfiguredTransformation, ItemThatLacksItsLastFields_AnswersAllTheSame)
+{
+    EXPECT_EQ(find(L"<Item><SourceCs>A</SourceCs><TargetCs>B</TargetCs></Item>"), (Found{L"", 0}));
+    EXPECT_EQ(find(L"<Item><SourceCs>A</SourceCs><TargetCs>B</TargetCs><Name>n</Name><Type>2</Type></Item>"),
+              (Found{L"n", 0}))
+        << "a type counts only in an item with a note";
+}
+
+TEST_F(ConfiguredTransformation, RootTag_HidesTheFirstItemAlone)
+{
+    const std::wstring text = L"<Items>" + elementOf(L"A", L"B", L"1") + elementOf(L"A", L"B", L"2") + L"</Items>";
+    EXPECT_EQ(find(text), (Found{L"2", 2}));
+}
+
+TEST_F(ConfiguredTransformation, ClosingTagOfAnItemInANote_CutsTheItem)
+{
+    const std::wstring text = elementOf(L"A", L"B", L"1", 2, L"a</Item>b") + elementOf(L"A", L"B", L"2");
+    EXPECT_EQ(find(text), (Found{L"1", 0})) << "the note has no end in what is left of the item";
+}
+
+TEST_F(ConfiguredTransformation, ForwardItem_AsksTheCatalogNothing)
+{
+    Embedded::Faults::watch();
+    EXPECT_TRUE(find(elementOf(L"B", L"A", kReversible) + elementOf(L"A", L"B", L"forward")));
+    Embedded::Faults::disarm();
+    EXPECT_EQ(Embedded::Faults::seen(),
+              (std::vector<std::string>{"TransformationInfo::CreateInstance", "TransformationInfo::SetName",
+                                        "TransformationInfo::SetKind"}));
+}
+
+TEST_F(ConfiguredTransformation, EveryCallOfAForwardSearch_CanFail)
+{
+    const std::wstring text = elementOf(L"A", L"B", L"n");
+    for (const FallibleCall& call : fallibleCallsOf([&] { ASSERT_TRUE(find(text)); })) {
+        SCOPED_TRACE(call.name);
+        const ScopedFault fault(failing(call));
+        EXPECT_EQ(find(text), std::nullopt);
+    }
+}
+
+TEST_F(ConfiguredTransformation, EveryCallOfAReverseSearch_CanFail)
+{
+    const std::wstring text = elementOf(L"B", L"A", kReversible);
+    const auto calls = fallibleCallsOf([&] { ASSERT_TRUE(find(text)); });
+    ASSERT_EQ(calls.front().name, "GeodeticTransformationDefinition::Load");
+    for (const FallibleCall& call : calls) {
+        SCOPED_TRACE(call.name);
+        const ScopedFault fault(failing(call));
+        EXPECT_EQ(find(text), std::nullopt);
+    }
+}
+
+} // namespace
+} // namespace Tests

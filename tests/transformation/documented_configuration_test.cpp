@@ -1,0 +1,66 @@
+// The examples of the page about configuration texts.
+#include "embedded/foundation/text.h"
+#include "storage/documented_example.h"
+#include "support/platform_test.h"
+#include "transformation/reference_item_parser.h"
+
+namespace Tests {
+namespace {
+
+const std::string kPage = "transformation-configuration.md";
+
+/// A line without the indentation before it and the remark behind it.
+std::string contentOf(const std::string& line)
+{
+    const std::size_t begin = line.find_first_not_of(' ');
+    const std::string content = line.substr(begin, line.find(" //") - begin);
+    return content.substr(0, content.find_last_not_of(' ') + 1);
+}
+
+std::string onOneLine(const std::string& block)
+{
+    std::string text;
+    std::istringstream lines(block);
+    for (std::string line; std::getline(lines, line);)
+        text += contentOf(line);
+    return text;
+}
+
+std::string linesOf(const std::vector<ItemFields>& items)
+{
+    std::string lines;
+    for (const ItemFields& item : items)
+        lines += (lines.empty() ? "" : "\n") + lineOf(item);
+    return lines;
+}
+
+class DocumentedConfiguration : public PlatformTest {
+protected:
+    const Ptr<ConfigCollection> collection = newCollection();
+
+    void read(const std::string& text) { collection->FromXmlString(Embedded::wideFromUtf8(text).c_str()); }
+};
+
+TEST_F(DocumentedConfiguration, TextOfThePageIsReadAndWrittenAlike)
+{
+    const std::string text = onOneLine(DocumentedExample(kPage, "configuration").text());
+    read(text);
+    EXPECT_EQ(Embedded::utf8FromWide(collection->ToXmlString()), text);
+}
+
+TEST_F(DocumentedConfiguration, TextOfThePageHoldsTheItemsOfThePage)
+{
+    read(onOneLine(DocumentedExample(kPage, "configuration").text()));
+    const DocumentedExample items(kPage, "items");
+    EXPECT_EQ(linesOf(fieldsOf(*collection)), items.text()) << items.correction(linesOf(fieldsOf(*collection)));
+}
+
+TEST_F(DocumentedConfiguration, TextThatAPersonMadeHoldsTheItemsOfThePage)
+{
+    read(DocumentedExample(kPage, "handmade").text());
+    const DocumentedExample items(kPage, "handmade-items");
+    EXPECT_EQ(linesOf(fieldsOf(*collection)), items.text()) << items.correction(linesOf(fieldsOf(*collection)));
+}
+
+} // namespace
+} // namespace Tests

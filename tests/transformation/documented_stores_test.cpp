@@ -1,0 +1,56 @@
+// The examples of the page about the places of configurations.
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+#include "storage/documented_example.h"
+#include "transformation/drawing_config.h"
+#include "transformation/registry_settings.h"
+#include "transformation/registry_value.h"
+#include "transformation/user_settings_file.h"
+#include "transformation_test.h"
+
+namespace Tests {
+namespace {
+
+const std::string kPage = "transformation-stores.md";
+
+using DocumentedStores = TransformationTest;
+
+TEST_F(DocumentedStores, DrawingsChain_IsThePages)
+{
+    const Items documented = DocumentedExample(kPage, "drawing-configuration").chain();
+    ASSERT_EQ(documented.size(), 1U);
+    const auto text = std::get<std::wstring>(documented.front().value);
+    ASSERT_TRUE(Orvel::WriteDrawingTransformationConfig(text.c_str()));
+    Orvel::ResbufChain chain;
+    ASSERT_TRUE(Orvel::CResbufDictionary(Orvel::kTransformationConfigDictionary, nullptr)
+                    .GetResbuf(Orvel::kTransformationConfigKey, chain.put()));
+    EXPECT_EQ(itemsOf(chain.get()), documented);
+}
+
+TEST_F(DocumentedStores, SettingsFile_IsThePages)
+{
+    ASSERT_TRUE(Orvel::WriteUserTransformationSettings(L"<Item>\u00E9</Item><Item>\U0001F310</Item> rest"));
+    std::ifstream file(settingsFile(), std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_EQ(Bytes(bytes.begin(), bytes.end()), DocumentedExample(kPage, "settings-file").bytes());
+}
+
+TEST_F(DocumentedStores, RegistryValues_AreThePages)
+{
+    ASSERT_TRUE(Orvel::WriteRegistryTransformationSettings(L"<Item>one</Item><Item>two</Item> rest"));
+    std::vector<std::wstring> names;
+    ASSERT_TRUE(Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, Orvel::RegistrySettingsKey(), names));
+    std::wstring lines;
+    for (const std::wstring& name : names) {
+        std::wstring value;
+        ASSERT_TRUE(Orvel::RegistryQueryString(HKEY_CURRENT_USER, Orvel::RegistrySettingsKey(), name, value));
+        lines += (lines.empty() ? L"" : L"\n") + name + L"=" + value;
+    }
+    const DocumentedExample example(kPage, "registry-values");
+    EXPECT_EQ(Embedded::utf8FromWide(lines), example.text()) << example.correction(Embedded::utf8FromWide(lines));
+}
+
+} // namespace
+} // namespace Tests

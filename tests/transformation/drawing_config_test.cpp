@@ -1,0 +1,172 @@
+#include "transformation/drawing_config.h"
+
+#include "embedded/host/foreign_document_lock.h"
+#include "storage/failing_calls.h"
+#include "transformation_test.h"
+
+namespace Tests {
+namespace {
+
+const ReadText kNothing{false, L""};
+
+class DrawingConfig : public TransformationTest {
+protected:
+    static ReadText read() { return readWith(Orvel::ReadDrawingTransformationConfig); }
+    static bool write(const std::wstring& text) { return Orvel::WriteDrawingTransformationConfig(text.c_str()); }
+
+    std::optional<Items> storedUnder(const wchar_t* key) const
+    {
+        const Orvel::CResbufDictionary dictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", document.database());
+        Orvel::ResbufChain chain;
+        return dictionary.GetResbuf(key, chain.put()) ? std::optional(itemsOf(chain.get())) : std::nullopt;
+    }
+};
+
+TEST_F(DrawingConfig, WithoutOne_ReadsAsNothingAndMakesNothing)
+{
+    const auto before = image();
+    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(image(), before);
+}
+
+TEST_F(DrawingConfig, NoText_IsAlwaysTheSameEmptyOne)
+{
+    wchar_t* first = nullptr;
+    wchar_t* second = nullptr;
+    EXPECT_FALSE(Orvel::ReadDrawingTransformationConfig(first));
+    EXPECT_FALSE(Orvel::ReadDrawingTransformationConfig(second));
+    EXPECT_EQ(first, second);
+    EXPECT_STREQ(first, L"");
+}
+
+TEST_F(DrawingConfig, TextOfTwoItems_ComesBackAsItWas)
+{
+    const std::wstring text = elementOf(L"A", L"B", L"one") + L"\r\n " + elementOf(L"B", L"C", L"two") + L" rest ";
+    ASSERT_TRUE(write(text));
+    EXPECT_EQ(read(), (ReadText{true, text}));
+}
+
+TEST_F(DrawingConfig, AnyText_ComesBackAsItWas)
+{
+    for (const std::wstring& text : {std::wstring(), std::wstring(L"no item"), std::wstring(L"é Ω 測 \U0001F310 < & >"),
+                                     std::wstring(2, static_cast<wchar_t>(0xD800)), std::wstring(1000000, L'x')}) {
+        ASSERT_TRUE(write(text));
+        EXPECT_EQ(read(), (ReadText{true, text}));
+    }
+}
+
+TEST_F(DrawingConfig, IsOneTextUnderItsKey)
+{
+    ASSERT_TRUE(write(L"text"));
+    EXPECT_EQ(storedUnder(L"CONFIG_ITEM"), (Items{{300, L"text"}}));
+}
+
+TEST_F(DrawingConfig, WritingAgain_ReplacesTheWhole)
+{
+    ASSERT_TRUE(write(elementOf(L"A", L"B", L"one")));
+    ASSERT_TRUE(write(elementOf(L"B", L"C", L"two")));
+    EXPECT_EQ(read().text, elementOf(L"B", L"C", L"two"));
+    EXPECT_EQ(Orvel::CResbufDictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", nullptr).GetEntryCount(), 1);
+}
+
+TEST_F(DrawingConfig, EmptyText_LeavesAnEntryThatHoldsIt)
+{
+    ASSERT_TRUE(write(L"text"));
+    ASSERT_TRUE(write(L""));
+    EXPECT_EQ(storedUnder(L"CONFIG_ITEM"), (Items{{300, L""}}));
+    EXPECT_EQ(read(), (ReadText{true, L""}));
+}
+
+TEST_F(DrawingConfig, FirstEntry_AnswersWhateverItsKeyIs)
+{
+    ASSERT_TRUE(write(L"text"));
+    giveEntry(L"AN_EARLIER_KEY", {{300, L"earlier"}});
+    EXPECT_EQ(read(), (ReadText{true, L"earlier"}));
+}
+
+TEST_F(DrawingConfig, FirstEntryOfAnotherCode_HidesALaterText)
+{
+    ASSERT_TRUE(write(L"text"));
+    giveEntry(L"A", {{1071, 1}, {300, L"second"}});
+    EXPECT_EQ(read(), kNothing);
+}
+
+TEST_F(DrawingConfig, LaterResbufsOfTheFirstEntry_ArePassedOver)
+{
+    giveEntry(L"CONFIG_ITEM", {{300, L"first"}, {300, L"second"}});
+    EXPECT_EQ(read(), (ReadText{true, L"first"}));
+}
+
+TEST_F(DrawingConfig, EmptyXrecord_ReadsAsNothing)
+{
+    giveEntry(L"CONFIG_ITEM", {});
+    EXPECT_EQ(read(), kNothing);
+}
+
+TEST_F(DrawingConfig, EmptyDictionary_ReadsAsNothing)
+{
+    ASSERT_TRUE(write(L"text"));
+    ASSERT_TRUE(Orvel::CResbufDictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", nullptr).RemoveKey(L"CONFIG_ITEM"));
+    EXPECT_EQ(read(), kNothing);
+}
+
+TEST_F(DrawingConfig, IsTheWorkingDrawings)
+{
+    ASSERT_TRUE(write(L"text"));
+    {
+        const ScopedDocument other;
+        EXPECT_EQ(read(), kNothing);
+        ASSERT_TRUE(write(L"other"));
+    }
+    EXPECT_EQ(read(), (ReadText{true, L"text"}));
+}
+
+TEST_F(DrawingConfig, WithoutAWorkingDrawing_IsNeitherReadNorWritten)
+{
+    qedbHostApplicationServices()->setWorkingDatabase(nullptr);
+    EXPECT_EQ(read(), kNothing);
+    EXPECT_FALSE(write(L"text"));
+    qedbHostApplicationServices()->setWorkingDatabase(document.database());
+}
+
+TEST_F(DrawingConfig, WithoutApplicationServices_IsNeitherReadNorWritten)
+{
+    const ScopedHostParts shutdown({.applicationServices = false});
+    EXPECT_EQ(read(), kNothing);
+    EXPECT_FALSE(write(L"text"));
+}
+
+TEST_F(DrawingConfig, DocumentThatSomeoneElseLocks_KeepsItsText)
+{
+    ASSERT_TRUE(write(L"text"));
+    const Embedded::ForeignDocumentLock other(document.get());
+    EXPECT_FALSE(write(L"other"));
+    EXPECT_EQ(read(), (ReadText{true, L"text"}));
+}
+
+TEST_F(DrawingConfig, EveryCallOfReading_CanFail)
+{
+    ASSERT_TRUE(write(L"text"));
+    for (const FallibleCall& call : fallibleCallsOf([] { ASSERT_TRUE(read().read); })) {
+        SCOPED_TRACE(call.name);
+        const Embedded::ScopedFault fault(failing(call));
+        EXPECT_EQ(read(), isPassedOver(call) ? (ReadText{true, L"text"}) : kNothing);
+    }
+}
+
+TEST_F(DrawingConfig, EveryCallOfWriting_CanFailAndLeavesTheFormerText)
+{
+    ASSERT_TRUE(write(L"text"));
+    for (const FallibleCall& call : fallibleCallsOf([] { ASSERT_TRUE(write(L"text")); })) {
+        SCOPED_TRACE(call.name);
+        const Embedded::ScopedFault fault(failing(call));
+        const bool written = write(L"other");
+        Embedded::Faults::disarm();
+        EXPECT_EQ(written, isPassedOver(call));
+        EXPECT_EQ(read(), (ReadText{true, written ? L"other" : L"text"}));
+        ASSERT_TRUE(write(L"text"));
+    }
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,199 @@
+#include "transformation/registry_value.h"
+
+#include <array>
+#include <cstring>
+
+#include "storage/failing_calls.h"
+#include "storage/holder.h"
+#include "transformation_test.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::ScopedFault;
+using Names = std::vector<std::wstring>;
+
+const std::wstring kSubKey = L"Software\\A product\\Place";
+
+class RegistryValue : public TransformationTest {
+protected:
+    static bool set(const std::wstring& name, const std::wstring& data)
+    {
+        return Orvel::RegistrySetString(HKEY_CURRENT_USER, kSubKey, name, data);
+    }
+    /// Nothing on failure, and then the text that the out-parameter was left with is in `left`.
+    std::optional<std::wstring> query(const std::wstring& name)
+    {
+        left = L"former";
+        return Orvel::RegistryQueryString(HKEY_CURRENT_USER, kSubKey, name, left) ? std::optional(left) : std::nullopt;
+    }
+    static std::optional<Names> names()
+    {
+        Names found{L"former"};
+        return Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, kSubKey, found) ? std::optional(found) : std::nullopt;
+    }
+    static bool remove(const std::wstring& name)
+    {
+        return Orvel::RegistryDeleteValue(HKEY_CURRENT_USER, kSubKey, name);
+    }
+    /// As another program may leave a value.
+    static void giveValue(const wchar_t* name, DWORD type, const void* data, std::size_t lengthInBytes)
+    {
+        ASSERT_TRUE(set({}, {}));
+        HKEY key = nullptr;
+        ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, kSubKey.c_str(), 0, KEY_WRITE, &key), ERROR_SUCCESS);
+        EXPECT_EQ(RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(lengthInBytes)),
+                  ERROR_SUCCESS);
+        EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
+    }
+
+    std::wstring left;
+};
+
+TEST_F(RegistryValue, Text_ComesBackAsItWas)
+{
+    for (const std::wstring& text :
+         {std::wstring(), std::wstring(L"text"), std::wstring(L"É Ω 測 \U0001F310"), std::wstring(100000, L'x')}) {
+        ASSERT_TRUE(set(L"Name", text));
+        EXPECT_EQ(query(L"Name"), text);
+    }
+}
+
+TEST_F(RegistryValue, EmptyName_OnlyMakesTheKey)
+{
+    EXPECT_EQ(names(), std::nullopt);
+    EXPECT_TRUE(set({}, L"data"));
+    EXPECT_EQ(names(), Names());
+    EXPECT_EQ(query({}), std::nullopt);
+}
+
+TEST_F(RegistryValue, QueryWithoutTheKey_LeavesTheText)
+{
+    EXPECT_EQ(query(L"Name"), std::nullopt);
+    EXPECT_EQ(left, L"former");
+    EXPECT_FALSE(std::filesystem::exists(Embedded::registryFile())) << "nothing is made by asking";
+}
+
+TEST_F(RegistryValue, QueryWithoutTheValue_LeavesTheText)
+{
+    ASSERT_TRUE(set(L"Other", L"data"));
+    EXPECT_EQ(query(L"Name"), std::nullopt);
+    EXPECT_EQ(left, L"former");
+}
+
+TEST_F(RegistryValue, ValueThatCannotBeReadOnceMeasured_EmptiesTheText)
+{
+    ASSERT_TRUE(set(L"Name", L"data"));
+    const ScopedFault fault({.call = "RegQueryValueExW", .occurrence = 2});
+    EXPECT_EQ(query(L"Name"), std::nullopt);
+    EXPECT_EQ(left, L"");
+}
+
+TEST_F(RegistryValue, TextWithoutItsNul_IsReadWhole)
+{
+    const wchar_t text[] = {L'a', L'b', L'c'};
+    giveValue(L"Name", REG_SZ, text, sizeof text);
+    EXPECT_EQ(query(L"Name"), L"abc");
+}
+
+TEST_F(RegistryValue, Text_EndsAtItsFirstNul)
+{
+    const wchar_t text[] = L"ab\0cd";
+    giveValue(L"Name", REG_SZ, text, sizeof text);
+    EXPECT_EQ(query(L"Name"), L"ab");
+}
+
+TEST_F(RegistryValue, OtherTypes_AreReadAsTheTextThatTheirBytesAre)
+{
+    const wchar_t text[] = L"bytes";
+    giveValue(L"Binary", 3, text, sizeof text);
+    const DWORD number = L'N';
+    giveValue(L"Number", 4, &number, sizeof number);
+    giveValue(L"None", 3, text, 0);
+    EXPECT_EQ(query(L"Binary"), L"bytes");
+    EXPECT_EQ(query(L"Number"), L"N");
+    EXPECT_EQ(query(L"None"), L"");
+}
+
+TEST_F(RegistryValue, Names_AreInTheOrderInWhichTheValuesWereMade)
+{
+    ASSERT_TRUE(set(L"Item10", L""));
+    ASSERT_TRUE(set(L"Item2", L""));
+    ASSERT_TRUE(set(L"another", L""));
+    ASSERT_TRUE(set(L"Item10", L"again"));
+    EXPECT_EQ(names(), (Names{L"Item10", L"Item2", L"another"}));
+}
+
+TEST_F(RegistryValue, NameThatDoesNotFit_IsListedAsAnEmptyOne)
+{
+    const std::wstring fits(2047, L'n');
+    const std::wstring tooLong(2048, L'n');
+    giveValue(tooLong.c_str(), REG_SZ, L"", sizeof(wchar_t));
+    giveValue(fits.c_str(), REG_SZ, L"", sizeof(wchar_t));
+    const auto listed = names();
+    ASSERT_TRUE(listed);
+    ASSERT_EQ(listed->size(), 2U);
+    EXPECT_EQ((*listed)[1], fits);
+}
+
+TEST_F(RegistryValue, DefaultValue_IsListedUnderAnEmptyName)
+{
+    ASSERT_TRUE(set(L"A", L"a"));
+    giveValue(L"", REG_SZ, L"default", sizeof L"default");
+    ASSERT_TRUE(set(L"B", L"b"));
+    EXPECT_EQ(names(), (Names{L"A", L"", L"B"}));
+    EXPECT_EQ(query({}), L"default");
+}
+
+TEST_F(RegistryValue, FailureOfOneName_GoesOnWithTheNext)
+{
+    ASSERT_TRUE(set(L"A", L""));
+    ASSERT_TRUE(set(L"B", L""));
+    ASSERT_TRUE(set(L"C", L""));
+    const ScopedFault fault({.call = "RegEnumValueW", .occurrence = 2, .code = 5});
+    EXPECT_EQ(names(), (Names{L"A", L"", L"C"}));
+}
+
+TEST_F(RegistryValue, KeyThatIsNotThere_HasNoNames)
+{
+    Names found{L"former"};
+    EXPECT_FALSE(Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, kSubKey, found));
+    EXPECT_EQ(found, Names());
+}
+
+TEST_F(RegistryValue, DeletedValue_IsGone)
+{
+    ASSERT_TRUE(set(L"A", L"a"));
+    EXPECT_TRUE(remove(L"A"));
+    EXPECT_EQ(names(), Names());
+    EXPECT_FALSE(remove(L"A"));
+}
+
+TEST_F(RegistryValue, DeletingAnEmptyName_DeletesNothingAndMakesTheKey)
+{
+    EXPECT_TRUE(remove({}));
+    EXPECT_EQ(names(), Names());
+    giveValue(L"", REG_SZ, L"default", sizeof L"default");
+    EXPECT_TRUE(remove({}));
+    EXPECT_EQ(query({}), L"default");
+}
+
+TEST_F(RegistryValue, EveryCall_CanFail)
+{
+    ASSERT_TRUE(set(L"A", L"a"));
+    const auto failsWith = [](const char* call, const auto& operation) {
+        const ScopedFault fault({.call = call, .code = 5});
+        return !operation();
+    };
+    EXPECT_TRUE(failsWith("RegCreateKeyExW", [] { return set(L"A", L"b"); }));
+    EXPECT_TRUE(failsWith("RegSetValueExW", [] { return set(L"A", L"b"); }));
+    EXPECT_TRUE(failsWith("RegOpenKeyExW", [] { return names().has_value(); }));
+    EXPECT_TRUE(failsWith("RegOpenKeyExW", [&] { return query(L"A").has_value(); }));
+    EXPECT_TRUE(failsWith("RegQueryValueExW", [&] { return query(L"A").has_value(); }));
+    EXPECT_TRUE(failsWith("RegCreateKeyExW", [] { return remove(L"A"); }));
+    EXPECT_TRUE(failsWith("RegDeleteValueW", [] { return remove(L"A"); }));
+    EXPECT_EQ(query(L"A"), L"a");
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,191 @@
+// The exported functions over the stores.
+#include "coordsys/orvel_transformation_config.h"
+
+#include "embedded/host/foreign_document_lock.h"
+#include "storage/library_holder.h"
+#include "transformation/registry_settings.h"
+#include "transformation/user_settings_file.h"
+#include "transformation_test.h"
+
+namespace Tests {
+namespace {
+
+using Target = Cs::CsTransformationConfigTargetType;
+
+constexpr auto kUnknownTarget = static_cast<Target>(3);
+const ReadText kNothing{false, L""};
+const Notices kOneNotice{{Event::transformationChanged, std::nullopt}};
+
+class TransformationConfig : public TransformationTest {
+protected:
+    const std::wstring one = elementOf(L"A", L"B", L"one");
+    const std::wstring two = elementOf(L"A", L"B", L"two");
+
+    void SetUp() override { ASSERT_EQ(reactor.add(), Qeapp::eOk); }
+
+    static ReadText get(Target target)
+    {
+        return readWith([&](wchar_t*& text) { return Cs::GetCsTransformationConfig(text, target); });
+    }
+    static bool set(const std::wstring& text, Target target)
+    {
+        return Cs::SetCsTransformationConfig(text.c_str(), target);
+    }
+    /// The name that is configured; nothing for null.
+    static std::optional<std::wstring> configured(const wchar_t* source, const wchar_t* target)
+    {
+        const Orvel::LibraryObject<Cs::TransformationInfo> info(Cs::GetCsConfiguredTransformationInfo(source, target));
+        return info ? std::optional<std::wstring>(info->GetName()) : std::nullopt;
+    }
+};
+
+TEST_F(TransformationConfig, TextForTheDrawing_IsTheDrawings)
+{
+    EXPECT_TRUE(set(one, Target::Drawing));
+    EXPECT_EQ(get(Target::Drawing), (ReadText{true, one}));
+    EXPECT_EQ(get(Target::User), kNothing);
+}
+
+TEST_F(TransformationConfig, TextForTheUser_IsInTheSettingsFile)
+{
+    EXPECT_TRUE(set(one, Target::User));
+    EXPECT_EQ(get(Target::User), (ReadText{true, one}));
+    EXPECT_EQ(get(Target::Drawing), kNothing);
+    EXPECT_TRUE(std::filesystem::exists(settingsFile()));
+}
+
+TEST_F(TransformationConfig, OtherTargets_AreNotRead)
+{
+    for (const int target : {0, 3, -1}) {
+        wchar_t former[] = L"former";
+        wchar_t* text = former;
+        EXPECT_FALSE(Cs::GetCsTransformationConfig(text, static_cast<Target>(target)));
+        EXPECT_EQ(text, former);
+    }
+}
+
+TEST_F(TransformationConfig, OtherTargets_AreNotWrittenAndNotifyAllTheSame)
+{
+    const auto before = image();
+    EXPECT_FALSE(set(one, kUnknownTarget));
+    EXPECT_EQ(log, kOneNotice);
+    EXPECT_FALSE(Cs::ClearCsTransformationConfig(kUnknownTarget));
+    EXPECT_EQ(log.size(), 2U);
+    EXPECT_EQ(image(), before);
+    EXPECT_FALSE(std::filesystem::exists(settingsFile()));
+}
+
+TEST_F(TransformationConfig, EachChange_IsToldToEveryReactorInOrder)
+{
+    RecordingReactor second(log, "B");
+    ASSERT_EQ(second.add(), Qeapp::eOk);
+    EXPECT_TRUE(set(one, Target::User));
+    EXPECT_EQ(log, (Notices{{Event::transformationChanged, std::nullopt, "A"},
+                            {Event::transformationChanged, std::nullopt, "B"}}));
+}
+
+TEST_F(TransformationConfig, NoticeOfAChange_ComesWhenItIsDone)
+{
+    ReadText seen;
+    reactor.action = [&](const Notice&) { seen = get(Target::Drawing); };
+    EXPECT_TRUE(set(one, Target::Drawing));
+    EXPECT_EQ(seen, (ReadText{true, one}));
+}
+
+TEST_F(TransformationConfig, FailedWrite_NotifiesAllTheSame)
+{
+    const Embedded::ForeignDocumentLock other(document.get());
+    EXPECT_FALSE(set(one, Target::Drawing));
+    EXPECT_EQ(log, kOneNotice);
+    EXPECT_FALSE(Cs::ClearCsTransformationConfig(Target::Drawing));
+    EXPECT_EQ(log.size(), 2U);
+}
+
+TEST_F(TransformationConfig, Reading_NotifiesNobody)
+{
+    get(Target::Drawing);
+    get(Target::User);
+    EXPECT_EQ(configured(L"A", L"B"), std::nullopt);
+    EXPECT_EQ(log, Notices());
+}
+
+TEST_F(TransformationConfig, ReactorThatThrows_IsHeardByTheCallerAfterTheWork)
+{
+    reactor.action = [](const Notice&) { throw std::runtime_error("reactor"); };
+    EXPECT_THROW(set(one, Target::Drawing), std::runtime_error);
+    EXPECT_EQ(get(Target::Drawing), (ReadText{true, one}));
+}
+
+TEST_F(TransformationConfig, ClearedDrawing_HoldsAnEmptyText)
+{
+    ASSERT_TRUE(set(one, Target::Drawing));
+    EXPECT_TRUE(Cs::ClearCsTransformationConfig(Target::Drawing));
+    EXPECT_EQ(get(Target::Drawing), (ReadText{true, L""}));
+}
+
+TEST_F(TransformationConfig, ClearedUser_KeepsTheSettingsFileAndLosesTheRegistrysStore)
+{
+    ASSERT_TRUE(set(one, Target::User));
+    ASSERT_TRUE(Orvel::WriteRegistryTransformationSettings(two.c_str()));
+    EXPECT_TRUE(Cs::ClearCsTransformationConfig(Target::User));
+    EXPECT_EQ(get(Target::User), (ReadText{true, one}));
+    EXPECT_EQ(readWith(Orvel::ReadRegistryTransformationSettings), (ReadText{true, L""}));
+}
+
+TEST_F(TransformationConfig, ClearedUserWithoutARegistry_IsFalse)
+{
+    const Embedded::ScopedFault fault({.call = "RegCreateKeyExW"});
+    EXPECT_FALSE(Cs::ClearCsTransformationConfig(Target::User));
+    EXPECT_EQ(log, kOneNotice);
+}
+
+TEST_F(TransformationConfig, DrawingsItem_ComesBeforeTheUsers)
+{
+    ASSERT_TRUE(set(one, Target::Drawing));
+    ASSERT_TRUE(set(two, Target::User));
+    EXPECT_EQ(configured(L"A", L"B"), L"one");
+}
+
+TEST_F(TransformationConfig, DrawingWithoutTheItem_LeavesItToTheUser)
+{
+    ASSERT_TRUE(set(elementOf(L"A", L"C", L"other"), Target::Drawing));
+    ASSERT_TRUE(set(two, Target::User));
+    EXPECT_EQ(configured(L"a", L"b"), L"two");
+}
+
+TEST_F(TransformationConfig, ClearedDrawing_LeavesItToTheUser)
+{
+    ASSERT_TRUE(set(one, Target::Drawing));
+    ASSERT_TRUE(set(two, Target::User));
+    ASSERT_TRUE(Cs::ClearCsTransformationConfig(Target::Drawing));
+    EXPECT_EQ(configured(L"A", L"B"), L"two");
+}
+
+TEST_F(TransformationConfig, WithoutAWorkingDrawing_TheUsersItemAnswers)
+{
+    ASSERT_TRUE(set(two, Target::User));
+    qedbHostApplicationServices()->setWorkingDatabase(nullptr);
+    EXPECT_EQ(configured(L"A", L"B"), L"two");
+    qedbHostApplicationServices()->setWorkingDatabase(document.database());
+}
+
+TEST_F(TransformationConfig, DrawingsReverseItem_ComesBeforeTheUsersForwardOne)
+{
+    ASSERT_TRUE(set(elementOf(L"B", L"A", L"NTF to WGS 84 (1)"), Target::Drawing));
+    ASSERT_TRUE(set(two, Target::User));
+    EXPECT_EQ(configured(L"A", L"B"), L"NTF to WGS 84 (1)");
+}
+
+TEST_F(TransformationConfig, NullOrEqualCodes_AreAnsweredWithoutReadingAStore)
+{
+    ASSERT_TRUE(set(elementOf(L"A", L"a", L"same"), Target::Drawing));
+    Embedded::Faults::watch();
+    EXPECT_EQ(configured(nullptr, L"B"), std::nullopt);
+    EXPECT_EQ(configured(L"A", nullptr), std::nullopt);
+    EXPECT_EQ(configured(L"A", L"a"), std::nullopt);
+    Embedded::Faults::disarm();
+    EXPECT_EQ(Embedded::Faults::seen(), std::vector<std::string>());
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,81 @@
+// The fixture of the transformation configuration: a current document, a user with a folder and a registry of the
+// test's own, and a log of notices.
+#pragma once
+
+#include <string>
+
+#include "coordsys/orvel_transformation_config.h"
+#include "embedded/foundation/faults.h"
+#include "embedded/host/drawing_image.h"
+#include "embedded/windows/registry_file.h"
+#include "storage/host_holders.h"
+#include "storage/resbuf_dictionary.h"
+#include "support/chain.h"
+#include "support/platform_test.h"
+#include "support/recording_reactor.h"
+#include "support/scoped_document.h"
+#include "support/scoped_variable.h"
+#include "support/temporary_folder.h"
+
+namespace Tests {
+
+namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
+using Orvel::HostString;
+
+/// The element of an item, as the module writes it.
+inline std::wstring elementOf(const std::wstring& source, const std::wstring& target, const std::wstring& name,
+                              int type = 2, const std::wstring& note = L"")
+{
+    return L"<Item><Version>1.0</Version><SourceCs>" + source + L"</SourceCs><TargetCs>" + target +
+           L"</TargetCs><Name>" + name + L"</Name><Type>" + std::to_wstring(type) + L"</Type><Note>" + note +
+           L"</Note></Item>";
+}
+
+/// What a reader of configurations answered: whether it read, and the text, which is given back.
+struct ReadText {
+    bool read = false;
+    std::wstring text;
+    friend bool operator==(const ReadText&, const ReadText&) = default;
+};
+
+inline std::ostream& operator<<(std::ostream& out, const ReadText& answer)
+{
+    return out << (answer.read ? "read \"" : "not read \"") << Embedded::utf8FromWide(answer.text) << '"';
+}
+
+class TransformationTest : public PlatformTest {
+protected:
+    TransformationTest() { Embedded::useRegistryFile(folder.path() / "registry.jsonl"); }
+    ~TransformationTest() override { Embedded::useRegistryFile({}); }
+
+    TemporaryFolder folder;
+    ScopedVariable userFolder{"VORLEN_USER_DICTIONARY_PATH", folder.path().string()};
+    ScopedDocument document;
+    Notices log;
+    RecordingReactor reactor{log};
+
+    std::filesystem::path settingsFile() const { return folder.path() / "TransformationSetting.xml"; }
+    Embedded::DrawingImage image() const { return Embedded::imageOf(*document.database()); }
+
+    /// Runs a reader with an out-parameter that was set before, and gives back what it handed out.
+    template <class Reader>
+    static ReadText readWith(const Reader& reader)
+    {
+        wchar_t former[] = L"former";
+        wchar_t* text = former;
+        const bool read = reader(text);
+        ReadText answer{read, text};
+        if (read)
+            qeutDelBuffer(text);
+        return answer;
+    }
+
+    /// Stores a chain under a key of the drawing's dictionary of configurations.
+    void giveEntry(const wchar_t* key, const Items& items) const
+    {
+        const Orvel::CResbufDictionary dictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", document.database());
+        ASSERT_TRUE(dictionary.SetResbuf(key, chainOf(items).get(), nullptr));
+    }
+};
+
+} // namespace Tests

@@ -1,0 +1,297 @@
+#include "transformation/user_settings_file.h"
+
+#include <unistd.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "embedded/foundation/faults.h"
+#include "transformation_test.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::ScopedFault;
+
+const ReadText kNothing{false, L""};
+
+class UserSettingsFile : public TransformationTest {
+protected:
+    const std::wstring one = elementOf(L"A", L"B", L"one");
+    const std::wstring two = elementOf(L"B", L"C", L"two");
+
+    static ReadText read() { return readWith(Orvel::ReadUserTransformationSettings); }
+    static bool write(const std::wstring& text) { return Orvel::WriteUserTransformationSettings(text.c_str()); }
+    static std::wstring path() { return Orvel::GetUserTransformationSettingsPath(); }
+
+    void giveFile(const std::string& bytes) const { std::ofstream(settingsFile(), std::ios::binary) << bytes; }
+    std::string fileBytes() const
+    {
+        std::ifstream file(settingsFile(), std::ios::binary);
+        EXPECT_TRUE(file.is_open());
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    static std::string utf8(const std::wstring& text) { return Embedded::utf8FromWide(text); }
+};
+
+TEST_F(UserSettingsFile, LiesInTheFolderOfTheEnvironment)
+{
+    userFolder.set("/some folder");
+    EXPECT_EQ(path(), L"/some folder\\TransformationSetting.xml");
+}
+
+TEST_F(UserSettingsFile, FolderWithABackslashAtItsEnd_GetsASecondOne)
+{
+    userFolder.set("C:\\folder\\");
+    EXPECT_EQ(path(), L"C:\\folder\\\\TransformationSetting.xml");
+}
+
+TEST_F(UserSettingsFile, DoubledSeparator_LeadsToTheSameFile)
+{
+    userFolder.set(folder.path().string() + "\\");
+    ASSERT_TRUE(write(one));
+    EXPECT_EQ(fileBytes(), utf8(one) + "\r\n");
+}
+
+TEST_F(UserSettingsFile, FolderOf259Characters_IsTaken)
+{
+    const std::string longFolder(259, 'f');
+    userFolder.set(longFolder);
+    EXPECT_EQ(path(), Embedded::wideFromUtf8(longFolder) + L"\\TransformationSetting.xml");
+}
+
+/// Without a folder in the environment.
+class LocalApplicationData : public UserSettingsFile {
+protected:
+    ScopedVariable data{"XDG_DATA_HOME", folder.path().string()};
+
+    void SetUp() override { userFolder.set(std::nullopt); }
+    std::filesystem::path makeFolders() const
+    {
+        const auto made = folder.path() / "Zentara" / "User Geospatial Coordinate Systems";
+        std::filesystem::create_directories(made);
+        return made;
+    }
+    std::wstring expectedPath() const
+    {
+        return Embedded::wideFromUtf8(folder.path().string()) +
+               L"\\Zentara\\User Geospatial Coordinate Systems\\TransformationSetting.xml";
+    }
+};
+
+TEST_F(LocalApplicationData, IsWhereTheFileLiesThen)
+{
+    EXPECT_EQ(path(), expectedPath());
+}
+
+TEST_F(LocalApplicationData, ServesForAnEmptyVariable)
+{
+    userFolder.set("");
+    EXPECT_EQ(path(), expectedPath());
+}
+
+TEST_F(LocalApplicationData, ServesForAVariableOf260Characters)
+{
+    userFolder.set(std::string(260, 'f'));
+    EXPECT_EQ(path(), expectedPath());
+}
+
+TEST_F(LocalApplicationData, MissingFolders_AreNotMade)
+{
+    EXPECT_FALSE(write(one));
+    EXPECT_EQ(read(), kNothing);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+TEST_F(LocalApplicationData, PresentFolders_HoldTheFile)
+{
+    const auto made = makeFolders();
+    ASSERT_TRUE(write(one));
+    EXPECT_TRUE(std::filesystem::exists(made / "TransformationSetting.xml"));
+    EXPECT_EQ(read(), (ReadText{true, one}));
+}
+
+TEST_F(LocalApplicationData, ThatTheSystemDoesNotHave_LeavesNoPath)
+{
+    const ScopedFault fault({.call = "SHGetSpecialFolderPathW", .fromThenOn = true});
+    EXPECT_EQ(path(), L"");
+    EXPECT_FALSE(write(one));
+    EXPECT_EQ(read(), kNothing);
+}
+
+TEST_F(UserSettingsFile, TwoItems_AreTwoLinesOfUtf8)
+{
+    ASSERT_TRUE(write(one + two));
+    EXPECT_EQ(fileBytes(), utf8(one) + "\r\n" + utf8(two) + "\r\n");
+    EXPECT_EQ(read(), (ReadText{true, one + two}));
+}
+
+TEST_F(UserSettingsFile, WhatFollowsTheLastItem_IsNotKept)
+{
+    ASSERT_TRUE(write(one + two + L"\r\n</Items> "));
+    EXPECT_EQ(read(), (ReadText{true, one + two}));
+}
+
+TEST_F(UserSettingsFile, WhatStandsBeforeAnItem_IsOfItsLine)
+{
+    ASSERT_TRUE(write(L" <Items> " + one));
+    EXPECT_EQ(fileBytes(), " <Items> " + utf8(one) + "\r\n");
+}
+
+TEST_F(UserSettingsFile, LineBreakInsideAnItem_IsWrittenAndLost)
+{
+    ASSERT_TRUE(write(elementOf(L"A", L"B", L"one", 2, L"first\nsecond")));
+    EXPECT_NE(fileBytes().find("first\r\nsecond"), std::string::npos);
+    EXPECT_EQ(read(), (ReadText{true, elementOf(L"A", L"B", L"one", 2, L"firstsecond")}));
+}
+
+TEST_F(UserSettingsFile, EmptyText_LeavesAnEmptyFile)
+{
+    ASSERT_TRUE(write(one));
+    ASSERT_TRUE(write(L""));
+    EXPECT_EQ(fileBytes(), "");
+    EXPECT_EQ(read(), (ReadText{true, L""}));
+}
+
+TEST_F(UserSettingsFile, TextWithoutAnItem_LeavesAnEmptyFileToo)
+{
+    ASSERT_TRUE(write(one));
+    ASSERT_TRUE(write(L"<Item>cut off"));
+    EXPECT_EQ(fileBytes(), "");
+}
+
+TEST_F(UserSettingsFile, TextsOfTheWorld_ComeBackAsTheyWere)
+{
+    const std::wstring text = elementOf(L"É", L"Ω", L"測地系", 1, L"\U0001F310 \U0010FFFF");
+    ASSERT_TRUE(write(text));
+    EXPECT_EQ(fileBytes(), "<Item><Version>1.0</Version><SourceCs>\xC3\x89</SourceCs><TargetCs>\xCE\xA9</TargetCs>"
+                           "<Name>\xE6\xB8\xAC\xE5\x9C\xB0\xE7\xB3\xBB</Name><Type>1</Type><Note>\xF0\x9F\x8C\x90 "
+                           "\xF4\x8F\xBF\xBF</Note></Item>\r\n");
+    EXPECT_EQ(read(), (ReadText{true, text}));
+}
+
+TEST_F(UserSettingsFile, MissingFile_ReadsAsNothing)
+{
+    EXPECT_EQ(read(), kNothing);
+}
+
+TEST_F(UserSettingsFile, MissingFolder_IsNotMade)
+{
+    userFolder.set((folder.path() / "missing").string());
+    EXPECT_FALSE(write(one));
+    EXPECT_EQ(read(), kNothing);
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "missing"));
+}
+
+TEST_F(UserSettingsFile, FolderInItsPlace_IsNeitherReadNorWritten)
+{
+    std::filesystem::create_directory(settingsFile());
+    EXPECT_EQ(read(), kNothing);
+    EXPECT_FALSE(write(one));
+}
+
+TEST_F(UserSettingsFile, ReadOnlyFile_IsReadAndNotWritten)
+{
+    giveFile("<Item>x</Item>\r\n");
+    std::filesystem::permissions(settingsFile(), std::filesystem::perms::owner_read);
+    EXPECT_EQ(read(), (ReadText{true, L"<Item>x</Item>"}));
+    const bool mayWriteAnything = ::geteuid() == 0;
+    EXPECT_EQ(write(one), mayWriteAnything);
+    EXPECT_EQ(fileBytes(), mayWriteAnything ? utf8(one) + "\r\n" : "<Item>x</Item>\r\n");
+}
+
+struct Content {
+    const char* name;
+    std::string bytes;
+    std::wstring text;
+};
+
+TEST_F(UserSettingsFile, WhatSomeoneElseWrote_IsReadLineByLine)
+{
+    const Content contents[] = {
+        {"empty", "", L""},
+        {"line feeds", "a\nb\n", L"ab"},
+        {"carriage return and line feed", "a\r\nb\r\n", L"ab"},
+        {"no end of the last line", "a\r\nb", L"ab"},
+        {"empty lines", "\r\n\r\na\n\n", L"a"},
+        {"a carriage return alone", "a\rb\r\n", L"a\rb"},
+        {"one item over several lines", "<Item>\r\n  <Name>n\r\n</Name>\r\n</Item>\r\n",
+         L"<Item>  <Name>n</Name></Item>"},
+        {"a byte-order mark",
+         "\xEF\xBB\xBF"
+         "a",
+         L"\uFEFFa"},
+        {"bytes that are no UTF-8",
+         "a\xFF\xFE"
+         "b",
+         L"a\uFFFD\uFFFDb"},
+        {"a sequence cut off", "a\xE6\xB8", L"a\uFFFD"},
+        {"an overlong sequence", "\xC0\xAF", L"\uFFFD\uFFFD"},
+        {"a NUL, at which the text ends", std::string("a\0b", 3), L"a"},
+        {"a character on two lines", "\xC3\r\n\xA9", L"\u00E9"},
+    };
+    for (const Content& content : contents) {
+        SCOPED_TRACE(content.name);
+        giveFile(content.bytes);
+        EXPECT_EQ(read(), (ReadText{true, content.text}));
+    }
+}
+
+TEST_F(UserSettingsFile, LongText_ComesBackWhole)
+{
+    std::wstring text;
+    for (int index = 0; index < 3000; ++index)
+        text += elementOf(L"EPSG:" + std::to_wstring(index), L"EPSG:4326", L"測 " + std::to_wstring(index));
+    ASSERT_TRUE(write(text));
+    EXPECT_EQ(read(), (ReadText{true, text}));
+}
+
+TEST_F(UserSettingsFile, FileThatCannotBeOpened_IsNeitherReadNorWritten)
+{
+    ASSERT_TRUE(write(one));
+    const ScopedFault fault({.call = "_wfsopen", .fromThenOn = true});
+    EXPECT_EQ(read(), kNothing);
+    EXPECT_FALSE(write(two));
+}
+
+TEST_F(UserSettingsFile, FileThatCannotBeReadToItsEnd_ReadsAsNothing)
+{
+    ASSERT_TRUE(write(one));
+    const ScopedFault fault({.call = "_wfsopen.read"});
+    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(Embedded::Faults::struck(), 1U);
+}
+
+TEST_F(UserSettingsFile, TextThatCannotBeMeasured_ReadsAsNothing)
+{
+    ASSERT_TRUE(write(one));
+    const ScopedFault fault({.call = "MultiByteToWideChar"});
+    EXPECT_EQ(read(), kNothing);
+}
+
+TEST_F(UserSettingsFile, WithoutMemoryForTheText_ReadsAsNothing)
+{
+    ASSERT_TRUE(write(one));
+    const ScopedFault fault({.call = "qeutNewBuffer"});
+    EXPECT_EQ(read(), kNothing);
+}
+
+TEST_F(UserSettingsFile, ItemThatCannotBeConverted_LeavesThoseBeforeIt)
+{
+    const ScopedFault fault({.call = "WideCharToMultiByte", .occurrence = 3});
+    EXPECT_FALSE(write(one + two));
+    Embedded::Faults::disarm();
+    EXPECT_EQ(read(), (ReadText{true, one}));
+}
+
+TEST_F(UserSettingsFile, FailureToClose_IsPassedOver)
+{
+    ASSERT_TRUE(write(one));
+    const ScopedFault fault({.call = "_wfsopen.close", .fromThenOn = true});
+    EXPECT_TRUE(write(two));
+    EXPECT_TRUE(read().read);
+    EXPECT_EQ(Embedded::Faults::struck(), 2U);
+}
+
+} // namespace
+} // namespace Tests
