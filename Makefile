@@ -10,7 +10,7 @@ ROOMS := $(wildcard src platform embedded tools tests fuzz bench examples)
 CXX_FILES = find $(ROOMS) -type f \( -name '*.h' -o -name '*.cpp' \) -print0
 CXX_SOURCES = find $(ROOMS) -type f -name '*.cpp' -print0
 
-.PHONY: build demo test format format-check tidy coverage clean help $(PRESETS:%=check-%)
+.PHONY: build demo test format format-check tidy coverage bench clean help $(PRESETS:%=check-%)
 
 build: build/release/build.ninja ## Build the programs, optimised, into build/release/bin
 	@echo "Building the programs into build/release/bin"
@@ -50,6 +50,17 @@ coverage: ## Run every test with coverage counters and print what they reached
 	@find build/coverage -name '*.gcda' -delete 2>/dev/null || true
 	@$(MAKE) check-coverage
 	@gcovr --root . --filter src/ --filter embedded/ --filter tools/ build/coverage
+
+bench: ## Install what is missing, then measure what transformation configurations cost, by their length
+	@scripts/install-dependencies.sh bench
+	@echo "Configuring build/release, with the benchmarks"
+	@cmake --preset release
+	@echo "Building the benchmarks into build/release/bin"
+	@cmake --build build/release --target orvel_scale_check orvel_bench
+	@echo "Comparing a length with twice the length"
+	@build/release/bin/orvel_scale_check
+	@echo "Running the benchmarks"
+	@build/release/bin/orvel_bench
 
 clean: ## Remove everything that was built
 	@echo "Removing build"

@@ -85,4 +85,48 @@ demand 0 orvelcs show plan.qedb
 step "The catalog does not know it"
 demand 3 orvelcs catalog show WORKS:1
 
+step "Save it for an older reader, and see its three forms: a code, the packed definition, well-known text"
+demand 0 orvelcs assign EPSG:25832 plan.qedb
+demand 0 orvelcs convert plan.qedb --to 29 -o older.qedb
+demand 0 orvelcs forms older.qedb
+
+step "What is in such packed bytes"
+demand 0 orvelcs encode EPSG:25832 --drawing-version 29 -o packed.bin
+demand 0 od -A d -t x1z packed.bin
+demand 0 orvelcs decode packed.bin
+
+step "The older drawing says the same, and becomes a new one again"
+demand 0 orvelcs show older.qedb
+demand 0 orvelcs convert older.qedb --to 33
+demand 0 orvelcs forms older.qedb
+
+step "Between two systems there are many transformations, metres apart"
+demand 0 sh -c 'orvelcs transformation list EPSG:4230 EPSG:4326 | grep "^EPSG" | head -n 5'
+
+step "Configure one in the drawing, and another one for the user"
+mkdir user
+export VORLEN_USER_DICTIONARY_PATH="$folder/user"
+demand 0 orvelcs config add --source EPSG:4230 --target EPSG:4326 --name 'ED50 to WGS 84 (1)' --type transformation --drawing plan.qedb
+demand 0 orvelcs config add --source EPSG:4230 --target EPSG:4326 --name 'ED50 to WGS 84 (18)' --type transformation --user
+demand 0 orvelcs config get --drawing plan.qedb
+echo
+
+step "The drawing's choice comes first"
+demand 0 orvelcs transformation EPSG:4230 EPSG:4326 --drawing plan.qedb
+echo '50 7' > points.txt
+demand 0 sh -c 'orvelcs transform EPSG:4230 EPSG:4326 --drawing plan.qedb < points.txt | tee drawing.txt'
+
+step "Once the drawing's is cleared, the user's takes over"
+demand 0 orvelcs config clear --drawing plan.qedb
+demand 0 orvelcs transformation EPSG:4230 EPSG:4326 --drawing plan.qedb
+demand 0 sh -c 'orvelcs transform EPSG:4230 EPSG:4326 --drawing plan.qedb < points.txt | tee user.txt'
+
+step "How far apart the two answers are"
+paste -d ' ' drawing.txt user.txt | awk '{
+    radian = atan2(0, -1) / 180
+    north = ($3 - $1) * radian * 6371000
+    east = ($4 - $2) * radian * 6371000 * cos($1 * radian)
+    printf "%.1f metres\n", sqrt(north * north + east * east)
+}'
+
 step "Done"

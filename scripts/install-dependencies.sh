@@ -4,12 +4,13 @@
 set -eu
 
 demo_packages='g++ cmake ninja-build make libproj-dev proj-data nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev'
-test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev"
+test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin"
 lint_packages="$test_packages clang-format clang-tidy"
 coverage_packages="$test_packages gcovr"
+bench_packages="$demo_packages libbenchmark-dev"
 
 usage() {
-    echo "usage: $0 [--check] demo|test|lint|coverage" >&2
+    echo "usage: $0 [--check] demo|test|lint|coverage|bench" >&2
     exit 2
 }
 
@@ -47,6 +48,7 @@ case $target in
     test) packages=$test_packages ;;
     lint) packages=$lint_packages ;;
     coverage) packages=$coverage_packages ;;
+    bench) packages=$bench_packages ;;
     *) usage ;;
 esac
 

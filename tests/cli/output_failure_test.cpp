@@ -55,6 +55,20 @@ TEST_F(OutputFailure, OfForms)
     expectFailure({"forms", "plan.qedb"}, "forms");
 }
 
+TEST_F(OutputFailure, OfConvert)
+{
+    givenDrawingWith("plan.qedb", "EPSG:4326");
+    expectFailure({"convert", "plan.qedb", "--to", "33"}, "convert");
+    expectFailure({"convert", "plan.qedb", "--to", "29", "-o", "-"}, "convert");
+    EXPECT_EQ(runForJson({"show", "plan.qedb"})["drawingVersion"], 33);
+}
+
+TEST_F(OutputFailure, OfEncodeAndDecode)
+{
+    expectFailure({"encode", "EPSG:4326", "--drawing-version", "33"}, "encode");
+    expectFailure({"decode"}, "decode", run({"encode", "EPSG:4326", "--drawing-version", "33"}).output);
+}
+
 TEST_F(OutputFailure, OfTheCatalog)
 {
     expectFailure({"catalog", "search", "UTM"}, "catalog search");

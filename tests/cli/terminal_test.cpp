@@ -92,6 +92,15 @@ TEST_F(OnATerminal, Heading_IsBold)
     EXPECT_THAT(shown({"forms", "a.qedb"}), testing::StartsWith("\x1B[1ma.qedb, drawing version 33\x1B[0m\r\n"));
 }
 
+TEST_F(OnATerminal, Bytes_AreNotPrinted)
+{
+    const std::string refusal = "orvelcs: encode: standard output: is a terminal, and the output is bytes; -o writes "
+                                "them into a file\r\n";
+    EXPECT_EQ(shown({"encode", "EPSG:4326", "--drawing-version", "29"}), refusal);
+    EXPECT_EQ(shown({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "-"}), refusal);
+    EXPECT_EQ(shown({"encode", "EPSG:4326", "--drawing-version", "29", "-q", "-o", "block"}), "");
+}
+
 TEST_F(OnATerminal, NoColor_IsPlain)
 {
     givenDrawing("a.qedb");

@@ -85,9 +85,9 @@ TEST_F(CommandLineUsage, GlobalOptions_StandBeforeOrAfterTheCommand)
 
 TEST_F(CommandLineUsage, NoCommand_IsWrongUsage)
 {
-    expectWrongUsage(
-        run(std::vector<std::string>{}),
-        "orvelcs: command line: COMMAND: is required; one of new, assign, clear, show, forms, catalog, codec");
+    expectWrongUsage(run(std::vector<std::string>{}),
+                     "orvelcs: command line: COMMAND: is required; one of new, assign, clear, show, forms, convert, "
+                     "catalog, encode, decode, codec, config, transformation, transform");
 }
 
 TEST_F(CommandLineUsage, MisspeltCommand_IsAnsweredWithTheNearest)
@@ -100,8 +100,9 @@ TEST_F(CommandLineUsage, MisspeltCommand_IsAnsweredWithTheNearest)
 
 TEST_F(CommandLineUsage, ForeignCommand_IsAnsweredWithAllThereAre)
 {
-    expectWrongUsage(run({"refurbish"}), "orvelcs: command line: refurbish: no such command; there are new, assign, "
-                                         "clear, show, forms, catalog, codec");
+    expectWrongUsage(run({"refurbish"}),
+                     "orvelcs: command line: refurbish: no such command; there are new, assign, "
+                     "clear, show, forms, convert, catalog, encode, decode, codec, config, transformation, transform");
 }
 
 TEST_F(CommandLineUsage, MisspeltOption_IsAnsweredWithTheNearest)

@@ -127,7 +127,17 @@ TEST_F(InstallDependenciesTest, Test_NeedsTheTestToolsToo)
 {
     givenDemoPackagesBut("");
     EXPECT_EQ(run("test"), 0);
-    EXPECT_TRUE(linesOf(aptCalls()).at(1).ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev"));
+    EXPECT_TRUE(
+        linesOf(aptCalls()).at(1).ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin"));
+}
+
+TEST_F(InstallDependenciesTest, OnlyTheBenchmarks_NeedTheirLibrary)
+{
+    givenDemoPackagesBut("");
+    EXPECT_EQ(run("bench"), 0);
+    EXPECT_TRUE(linesOf(aptCalls()).at(1).ends_with("install libbenchmark-dev"));
+    EXPECT_EQ(run("test"), 0);
+    EXPECT_EQ(linesOf(aptCalls()).at(3).find("benchmark"), std::string::npos);
 }
 
 TEST_F(InstallDependenciesTest, FailedInstallation_FailsAndTellsTheCommand)

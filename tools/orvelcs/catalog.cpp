@@ -78,27 +78,17 @@ void print(const std::vector<Embedded::CatalogEntry>& entries, Output& output)
                                 oneLine(entry.name), entry.deprecated ? " (deprecated)" : ""));
 }
 
-bool isCatalogAvailable()
-{
-    Orvel::LibraryObject<System> system;
-    return System::Load(L"EPSG:4326", system.put()) != Library::statusCatalogUnavailable;
-}
-
-// The database can be opened and yet not be listed, for want of room for a temporary file; the local systems, which are
-// not of it, are there all the same.
-bool isCatalogListed()
-{
-    const std::vector<Embedded::CatalogEntry>& all = Embedded::catalogEntries();
-    return std::any_of(all.begin(), all.end(), [](const auto& entry) { return !entry.code.starts_with(L"LOCAL:"); });
-}
-
 std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
 {
-    if (!isCatalogAvailable()) // first, or no authority would be known
+    switch (Embedded::catalogState()) { // first, or no authority would be known
+    case Embedded::CatalogState::unavailable:
         throw Failure(Embedded::utf8FromWide(query.text),
                       "the catalog cannot be opened: " + statusName(Library::statusCatalogUnavailable));
-    if (!isCatalogListed())
+    case Embedded::CatalogState::unreadable:
         throw Failure(Embedded::utf8FromWide(query.text), "the catalog cannot be read");
+    case Embedded::CatalogState::listed:
+        break;
+    }
     if (!query.authority.empty())
         checkAuthority(query.authority);
     std::vector<Embedded::CatalogEntry> entries = Embedded::searchCatalog(query);

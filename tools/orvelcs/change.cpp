@@ -25,14 +25,6 @@ struct ChangeReport {
     std::string error; // empty: it was done
 };
 
-Vetoes vetoesOf(const ChangeOptions& options)
-{
-    Vetoes vetoes;
-    for (const std::string& veto : options.vetoes)
-        (veto == "named" ? vetoes.named : vetoes.removal) = true;
-    return vetoes;
-}
-
 void fail(ChangeReport& report, const Embedded::FileResult& file)
 {
     report.result = file.status;
@@ -78,9 +70,7 @@ Json asJson(const ChangeReport& report)
 
 void print(const ChangeReport& report, const ChangeOptions& options, const Change& change, Output& output)
 {
-    if (options.events && !output.json())
-        for (const Event& event : report.events)
-            output.line(fmt::format("{}: {}", oneLine(report.file), eventAsLine(event)));
+    printEvents(report.file, report.events, options, output);
     if (!report.error.empty())
         output.error(report.file, report.error);
     else if (report.file != kStandardStream)
@@ -107,6 +97,22 @@ void checkChangeOptions(const ChangeOptions& options, const Output& output)
     checkFileNames(options.files, true, output);
     if (options.events && options.files.front() == kStandardStream)
         throw wrongUsage(kStandardStream, "the drawing itself goes to standard output, where --events has no place");
+}
+
+Vetoes vetoesOf(const ChangeOptions& options)
+{
+    Vetoes vetoes;
+    for (const std::string& veto : options.vetoes)
+        (veto == "named" ? vetoes.named : vetoes.removal) = true;
+    return vetoes;
+}
+
+void printEvents(const std::string& file, const std::vector<Event>& events, const ChangeOptions& options,
+                 Output& output)
+{
+    if (options.events && !output.json())
+        for (const Event& event : events)
+            output.line(fmt::format("{}: {}", oneLine(file), eventAsLine(event)));
 }
 
 ExitStatus changeDrawings(const ChangeOptions& options, const Change& change, Output& output)

@@ -22,6 +22,10 @@ struct ChangeOptions {
 void addChangeOptions(CLI::App& command, ChangeOptions& options);
 /// Throws Failure for wrong usage.
 void checkChangeOptions(const ChangeOptions& options, const Output& output);
+Vetoes vetoesOf(const ChangeOptions& options);
+/// Prints the notices that the reactor received of a drawing, where they are wanted and JSON does not tell them.
+void printEvents(const std::string& file, const std::vector<Event>& events, const ChangeOptions& options,
+                 Output& output);
 
 struct Change {
     /// The module's call.

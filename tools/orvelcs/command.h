@@ -55,7 +55,13 @@ Command declareAssign(CLI::App& program);
 Command declareClear(CLI::App& program);
 Command declareShow(CLI::App& program);
 Command declareForms(CLI::App& program);
+Command declareConvert(CLI::App& program);
 std::vector<Command> declareCatalog(CLI::App& program);
+Command declareEncode(CLI::App& program);
+Command declareDecode(CLI::App& program);
 std::vector<Command> declareCodec(CLI::App& program);
+std::vector<Command> declareConfig(CLI::App& program);
+std::vector<Command> declareTransformation(CLI::App& program);
+Command declareTransform(CLI::App& program);
 
 } // namespace Orvelcs

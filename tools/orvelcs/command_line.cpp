@@ -26,9 +26,10 @@ std::vector<std::string> subcommandNames(const CLI::App& command)
     return namesOf(command.get_subcommands([](const CLI::App*) { return true; }));
 }
 
-bool looksLikeOption(const std::string& argument)
+// A command that does something by itself too has arguments of its own.
+std::vector<std::string> requiredSubcommands(const CLI::App& command)
 {
-    return argument.size() > 1 && argument.front() == '-';
+    return command.get_require_subcommand_min() > 0 ? subcommandNames(command) : std::vector<std::string>();
 }
 
 std::string nameOf(const CLI::App* command)
@@ -68,6 +69,7 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
     program_->add_flag("--json", outputOptions_.json, "print one JSON document");
     program_->add_flag("-q,--quiet", outputOptions_.quiet, "no notes, confirmations and progress");
     program_->add_flag("--no-color", outputOptions_.noColor, "no colour on a terminal either");
+    addUserOptions(*program_, userOptions_);
     program_->add_flag("--version", version_, "print the versions of the program, of PROJ and of the catalog");
     program_->set_help_flag("-h,--help", "print this help, or a command's");
     program_->add_flag(kSeparatorFlag)->group(""); // not for people, and so in no help
@@ -75,10 +77,15 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
                      "Exit status: 0 done, 1 failed or refused, 2 wrong usage, 3 nothing found.");
     program_->require_subcommand(1);
 
-    commands_ = {declareNew(*program_), declareAssign(*program_), declareClear(*program_), declareShow(*program_),
-                 declareForms(*program_)};
+    commands_ = {declareNew(*program_),  declareAssign(*program_), declareClear(*program_),
+                 declareShow(*program_), declareForms(*program_),  declareConvert(*program_)};
     std::ranges::move(declareCatalog(*program_), std::back_inserter(commands_));
+    commands_.push_back(declareEncode(*program_));
+    commands_.push_back(declareDecode(*program_));
     std::ranges::move(declareCodec(*program_), std::back_inserter(commands_));
+    std::ranges::move(declareConfig(*program_), std::back_inserter(commands_));
+    std::ranges::move(declareTransformation(*program_), std::back_inserter(commands_));
+    commands_.push_back(declareTransform(*program_));
 }
 
 Invocation CommandLine::parse(int argumentCount, char** arguments)
@@ -122,7 +129,7 @@ Invocation CommandLine::wrongUsageOf(const std::string& error) const
     if (!rest.empty())
         return unknownArgument(rest.front());
     Invocation invocation = fromParserMessage(error);
-    if (const std::vector<std::string> commands = subcommandNames(*selected()); !commands.empty()) {
+    if (const std::vector<std::string> commands = requiredSubcommands(*selected()); !commands.empty()) {
         invocation.subject = "COMMAND";
         invocation.message = fmt::format("is required; one of {}", fmt::join(commands, ", "));
     }
@@ -135,7 +142,7 @@ Invocation CommandLine::unknownArgument(const std::string& argument) const
         return unknownOption(argument.substr(0, argument.find('=')));
     Invocation invocation;
     invocation.subject = withoutMark(argument);
-    const std::vector<std::string> commands = subcommandNames(*selected());
+    const std::vector<std::string> commands = requiredSubcommands(*selected());
     if (commands.empty()) {
         invocation.message = "one argument too many";
         return invocation;

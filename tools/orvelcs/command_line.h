@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "orvelcs/command.h"
+#include "orvelcs/user_options.h"
 
 namespace Orvelcs {
 
@@ -27,6 +28,7 @@ public:
 
     Invocation parse(int argumentCount, char** arguments);
     const OutputOptions& outputOptions() const { return outputOptions_; }
+    const UserOptions& userOptions() const { return userOptions_; }
     /// Runs the command that the last `parse` found. Throws Failure.
     ExitStatus run(Output& output) const;
 
@@ -40,6 +42,7 @@ private:
     std::unique_ptr<CLI::App> program_;
     std::vector<Command> commands_;
     OutputOptions outputOptions_;
+    UserOptions userOptions_;
     bool version_ = false;
 };
 

@@ -5,6 +5,7 @@
 #include "embedded/foundation/text.h"
 #include "orvelcs/result_names.h"
 #include "orvelcs/standard_streams.h"
+#include "orvelcs/text_bytes.h"
 
 namespace Orvelcs {
 
@@ -16,17 +17,12 @@ constexpr std::size_t kLongestDefinitionInBytes = std::size_t{1} << 20;
 
 std::wstring definitionText(const std::string& file)
 {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     const std::string bytes = readWhole(file, kLongestDefinitionInBytes);
-    std::string_view utf8 = bytes;
-    if (utf8.starts_with(kByteOrderMark))
-        utf8.remove_prefix(kByteOrderMark.size());
-    if (!Embedded::isValidUtf8(utf8))
-        throw DefinitionFailure(file, "is not UTF-8", Library::statusOk);
+    const std::string_view utf8 = withoutByteOrderMark(bytes);
+    if (const auto fault = faultOfText(utf8))
+        throw DefinitionFailure(file, *fault, Library::statusOk);
     if (utf8.find_first_not_of(" \t\r\n") == std::string_view::npos)
         throw DefinitionFailure(file, "is empty", Library::statusOk);
-    if (utf8.find('\0') != std::string_view::npos)
-        throw DefinitionFailure(file, "holds a NUL character", Library::statusOk);
     return Embedded::wideFromUtf8(utf8);
 }
 

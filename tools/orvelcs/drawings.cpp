@@ -2,12 +2,10 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <optional>
 
 #include <fmt/format.h>
 
 #include "embedded/host/application.h"
-#include "embedded/host/decomposition_run.h"
 #include "orvelcs/failure.h"
 #include "orvelcs/loaded_module.h"
 #include "orvelcs/result_names.h"
@@ -28,20 +26,6 @@ Embedded::FileResult loadFromStandardInput(std::unique_ptr<QeDbDatabase>& databa
     } catch (const Failure& failure) {
         return {Qeapp::eFileDamaged, failure.what()};
     }
-}
-
-// What a save into a file would have written.
-Embedded::FileResult printDrawing(QeDbDatabase& database, Output& output)
-{
-    std::optional<Embedded::DecompositionRun> run;
-    if (database.drawingVersion() < QeDb::kGeoDataTextDwg)
-        run.emplace(database, database.drawingVersion());
-    if (run && run->status() != Qeapp::eOk)
-        return {run->status(), run->message()};
-    output.write(Embedded::drawingTextFrom(Embedded::imageOf(database)));
-    if (run)
-        run->complete();
-    return {};
 }
 
 } // namespace
@@ -79,14 +63,18 @@ Embedded::FileResult OpenDrawing::load()
 
 Embedded::FileResult OpenDrawing::save(Output& output)
 {
-    return saveDrawing(*database(), file_, output);
+    return saveDrawing(*database(), file_, database()->drawingVersion(), output);
 }
 
-Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file, Output& output)
+Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file, QeDb::QeDbDwgVersion version,
+                                 Output& output)
 {
     if (file != kStandardStream)
-        return Embedded::saveDrawing(database, std::filesystem::path(file), database.drawingVersion());
-    return printDrawing(database, output);
+        return Embedded::saveDrawing(database, std::filesystem::path(file), version);
+    return Embedded::saveDrawing(database, version, [&](std::string_view text) {
+        output.write(text); // what comes of it is told when the program ends
+        return Embedded::FileResult();
+    });
 }
 
 ExitStatus forEachDrawing(const std::vector<std::string>& files, Output& output,

@@ -52,8 +52,9 @@ private:
     QeApDocument* document_ = nullptr;
 };
 
-/// Saves into a file, or prints the drawing for "-".
-[[nodiscard]] Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file, Output& output);
+/// Saves in a drawing version into a file, or prints what would stand there for "-".
+[[nodiscard]] Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file,
+                                               QeDb::QeDbDwgVersion version, Output& output);
 
 /// What became of one drawing of a batch, and its part of the JSON document.
 struct DrawingOutcome {

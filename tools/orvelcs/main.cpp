@@ -24,6 +24,7 @@ ExitStatus carryOut(const CommandLine& commandLine, const Invocation& invocation
 {
     switch (invocation.kind) {
     case Invocation::Kind::command:
+        applyUserOptions(commandLine.userOptions());
         return commandLine.run(output);
     case Invocation::Kind::help:
         output.write(invocation.help);

@@ -33,7 +33,7 @@ NewReport makeDrawing(const std::string& file, int version, bool force, Output& 
     if (!force && exists(file))
         return {std::nullopt, "exists; --force overwrites it"};
     QeDbDatabase database(static_cast<QeDb::QeDbDwgVersion>(version));
-    const Embedded::FileResult saved = saveDrawing(database, file, output);
+    const Embedded::FileResult saved = saveDrawing(database, file, database.drawingVersion(), output);
     return {saved.status, saved.status == Qeapp::eOk ? "" : describe(file, saved)};
 }
 

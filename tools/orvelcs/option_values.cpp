@@ -7,11 +7,6 @@ namespace {
 
 constexpr const char* kSeparator = "--";
 
-bool looksLikeOption(const std::string& word)
-{
-    return word.size() > 1 && word.front() == '-';
-}
-
 const CLI::App* subcommandOf(const CLI::App& command, const std::string& name)
 {
     const auto found =
@@ -47,6 +42,11 @@ std::string misuseOf(const CLI::Option& option, const std::string& word, const s
 }
 
 } // namespace
+
+bool looksLikeOption(const std::string& word)
+{
+    return word.size() > 1 && word.front() == '-';
+}
 
 std::optional<MisusedOption> misusedOption(const CLI::App& program, const std::vector<std::string>& words)
 {

@@ -9,6 +9,9 @@
 
 namespace Orvelcs {
 
+/// "-" alone stands for a stream.
+bool looksLikeOption(const std::string& word);
+
 /// An option whose value is not one that it can have, and what is wrong with it.
 struct MisusedOption {
     const CLI::App* command = nullptr; // the one it was given to

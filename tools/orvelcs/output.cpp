@@ -86,12 +86,17 @@ void Output::progress(std::size_t position, std::size_t total, std::string_view 
     progressIsShown_ = escapes_;
 }
 
+bool Output::flush()
+{
+    if (std::fflush(stdout) != 0 && writeError_ == 0)
+        writeError_ = errno;
+    return writeError_ == 0;
+}
+
 ExitStatus Output::finish(ExitStatus status)
 {
     hideProgress();
-    if (std::fflush(stdout) != 0 && writeError_ == 0)
-        writeError_ = errno;
-    if (writeError_ == 0)
+    if (flush())
         return status;
     error("standard output", "cannot be written: " + std::generic_category().message(writeError_));
     return worse(status, ExitStatus::failed);
@@ -101,8 +106,7 @@ ExitStatus Output::finish(ExitStatus status)
 void Output::diagnose(std::string_view subject, std::string_view message)
 {
     hideProgress();
-    if (std::fflush(stdout) != 0 && writeError_ == 0)
-        writeError_ = errno;
+    static_cast<void>(flush()); // finish() tells of it
     toStandardError(fmt::format("orvelcs: {}: {}: {}\n", command_, oneLine(subject), oneLine(message)));
 }
 

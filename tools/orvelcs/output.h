@@ -34,6 +34,8 @@ public:
     void heading(std::string_view utf8);
     /// The one JSON document.
     void document(const Json& json);
+    /// Hands out what was printed so far, for a reader that waits for it; false when nothing can be printed any more.
+    [[nodiscard]] bool flush();
     /// Says that something was done; not in JSON and not when quiet.
     void confirm(std::string_view subject, std::string_view message);
 

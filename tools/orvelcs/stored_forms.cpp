@@ -1,5 +1,6 @@
 #include "orvelcs/stored_forms.h"
 
+#include "orvelcs/definition_type.h"
 #include "orvelcs/failure.h"
 #include "orvelcs/result_names.h"
 #include "storage/definition_group.h"
@@ -37,23 +38,12 @@ std::optional<LegacyProjection> readLegacyProjection(const QeDbDictionary& named
     return legacy;
 }
 
-std::string typeName(const Library::DefinitionBase* definition)
-{
-    if (dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(definition) != nullptr)
-        return "CoordinateReferenceSystemDefinition";
-    if (dynamic_cast<const Library::DatumDefinition*>(definition) != nullptr)
-        return "DatumDefinition";
-    if (dynamic_cast<const Library::EllipsoidDefinition*>(definition) != nullptr)
-        return "EllipsoidDefinition";
-    return "DefinitionBase";
-}
-
 void addDefinition(std::vector<StoredDefinition>& definitions, const StoredObject& definition)
 {
     if (!definition)
         return;
     StoredDefinition& stored = definitions.emplace_back();
-    stored.type = typeName(definition.get());
+    stored.type = definitionType(*definition.get());
     if (const wchar_t* code = nullptr; definition->GetCode(code) == Library::statusOk && code != nullptr)
         stored.code = code;
 }

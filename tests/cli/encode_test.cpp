@@ -1,0 +1,114 @@
+#include <sstream>
+
+#include "command_line_test.h"
+
+namespace Tests {
+namespace {
+
+class EncodeCommand : public CommandLineTest {
+protected:
+    /// The bytes of a block that was written once and must be written the same for ever.
+    static std::string goldenBlock(const std::string& name)
+    {
+        std::istringstream lines(
+            readFile(std::filesystem::path(ORVEL_SOURCE_DIR) / "tests" / "coordsys" / "golden" / (name + ".hex")));
+        std::string bytes;
+        for (std::string line; std::getline(lines, line);) {
+            const std::string digits = line.substr(0, line.find(' '));
+            for (std::size_t at = 0; at < digits.size(); at += 2)
+                bytes.push_back(static_cast<char>(std::stoi(digits.substr(at, 2), nullptr, 16)));
+        }
+        return bytes;
+    }
+
+    void expectGolden(const std::string& code, const std::string& name) const
+    {
+        expectResult(run({"encode", code, "--drawing-version", "29"}), 0, goldenBlock(name + ".packed"), "");
+        expectResult(run({"encode", code, "--drawing-version", "30"}), 0, goldenBlock(name + ".text"), "");
+    }
+};
+
+TEST_F(EncodeCommand, WritesTheBytesThatItAlwaysWrote)
+{
+    ASSERT_GT(goldenBlock("projected.packed").size(), 100U);
+    expectGolden("EPSG:25832", "projected");
+    expectGolden("EPSG:4326", "geographic");
+    expectGolden("EPSG:4979", "geographic_3d");
+    expectGolden("EPSG:7415", "compound");
+    expectGolden("LOCAL:METRE", "local");
+}
+
+TEST_F(EncodeCommand, EveryVersionOfAForm_HasTheSameBytes)
+{
+    EXPECT_EQ(run({"encode", "EPSG:4326", "--drawing-version", "21"}).output, goldenBlock("geographic.packed"));
+    EXPECT_EQ(run({"encode", "EPSG:4326", "--drawing-version", "33"}).output, goldenBlock("geographic.text"));
+}
+
+TEST_F(EncodeCommand, Output_IsAFileWithTheBytes)
+{
+    given("block", "something else");
+    expectResult(run({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "block"}), 0,
+                 "block: EPSG:4326 for drawing version 29, " + std::to_string(goldenBlock("geographic.packed").size()) +
+                     " bytes\n",
+                 "");
+    EXPECT_EQ(contents("block"), goldenBlock("geographic.packed"));
+    EXPECT_EQ(files(), std::vector<std::string>{"block"});
+}
+
+TEST_F(EncodeCommand, Json_TellsTheFileAndTheNumberOfBytes)
+{
+    EXPECT_EQ(runForJson({"encode", "epsg:4326", "--drawing-version", "33", "-o", "block"}),
+              Json({{"file", "block"}, {"bytes", goldenBlock("geographic.text").size()}}));
+    EXPECT_EQ(contents("block"), goldenBlock("geographic.text"));
+}
+
+TEST_F(EncodeCommand, OutputDash_IsStandardOutput)
+{
+    expectResult(run({"encode", "LOCAL:METRE", "--drawing-version", "29", "-o", "-"}), 0, goldenBlock("local.packed"),
+                 "");
+}
+
+TEST_F(EncodeCommand, UnknownCode_IsNotFoundButTheNearestAre)
+{
+    const ProgramResult result = run({"encode", "EPGS:25832", "--drawing-version", "29", "-o", "block"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.errors,
+                testing::StartsWith("orvelcs: encode: EPGS:25832: the catalog has no such code; the nearest "));
+    EXPECT_THAT(result.errors, testing::HasSubstr("EPSG:25832"));
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(EncodeCommand, UnknownCodeInJson_HasNoBytes)
+{
+    const Json json = runForJson({"encode", "NO:1", "--drawing-version", "29", "-o", "block"}, 3);
+    EXPECT_EQ(json["file"], "block");
+    EXPECT_EQ(json["bytes"], nullptr);
+    EXPECT_THAT(json["error"].get<std::string>(), testing::StartsWith("NO:1: the catalog has no such code"));
+}
+
+TEST_F(EncodeCommand, OutputThatIsAFolder_IsRefused)
+{
+    std::filesystem::create_directory(path("folder"));
+    expectResult(run({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "folder"}), 1, "",
+                 "orvelcs: encode: folder: eFileWriteFailed (54): cannot be written: Is a directory\n");
+}
+
+TEST_F(EncodeCommand, JsonWithoutAFile_IsWrongUsage)
+{
+    expectWrongUsage(run({"encode", "EPSG:4326", "--drawing-version", "29", "--json"}),
+                     "orvelcs: encode: --json: has no place here; the output is bytes, unless they go into a file");
+}
+
+TEST_F(EncodeCommand, MissingOrWrongArguments_AreWrongUsage)
+{
+    expectWrongUsage(run({"encode"}), "orvelcs: encode: CODE: is required");
+    expectWrongUsage(run({"encode", "EPSG:4326"}), "orvelcs: encode: --drawing-version: is required");
+    expectWrongUsage(run({"encode", "EPSG:4326", "--drawing-version", "34"}),
+                     "orvelcs: encode: --drawing-version: 34 is not a whole number from 21 to 33");
+    expectWrongUsage(run({"encode", "", "--drawing-version", "29"}), "orvelcs: encode: CODE: is empty");
+    expectWrongUsage(run({"encode", "\xFF", "--drawing-version", "29"}), "orvelcs: encode: CODE: is not UTF-8");
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,203 @@
+#include <algorithm>
+
+#include "command_line_test.h"
+
+namespace Tests {
+namespace {
+
+class TransformCommand : public CommandLineTest {
+protected:
+    void givenConfiguredDrawing(const std::string& source, const std::string& target, const std::string& name,
+                                const std::string& type) const
+    {
+        givenDrawing("plan.qedb");
+        const std::string item = "<Item><Version>1.0</Version><SourceCs>" + source + "</SourceCs><TargetCs>" + target +
+                                 "</TargetCs><Name>" + name + "</Name><Type>" + type + "</Type><Note></Note></Item>";
+        ASSERT_EQ(run({"forms", "plan.qedb", "--quiet", "--put", "config=" + item}).status, 0);
+    }
+    ProgramResult configured(const std::string& source, const std::string& target, const std::string& points) const
+    {
+        return run({"transform", source, target, "--drawing", "plan.qedb"}, points);
+    }
+    /// UTM 32N from its own geographic system: no datum comes into it.
+    ProgramResult projected(const std::string& points, std::vector<std::string> options = {}) const
+    {
+        std::vector<std::string> arguments = {"transform", "EPSG:4258", "EPSG:25832", "--quiet"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return run(std::move(arguments), points);
+    }
+};
+
+TEST_F(TransformCommand, EachPointIsALine)
+{
+    expectResult(projected("0 9\n0 9 12.5\n"), 0, "500000.000000 0.000000\n500000.000000 0.000000 12.500000\n", "");
+}
+
+TEST_F(TransformCommand, AnglesHaveTenDecimals)
+{
+    expectResult(run({"transform", "-q", "EPSG:25832", "EPSG:4258"}, "500000 0\n"), 0, "0.0000000000 9.0000000000\n",
+                 "");
+}
+
+TEST_F(TransformCommand, Json_IsOneArray)
+{
+    expectResult(projected("0 9\nnonsense\n0 9 1\n", {"--json"}), 1,
+                 "[\n  [500000.000000, 0.000000],\n  null,\n  [500000.000000, 0.000000, 1.000000]\n]\n",
+                 "orvelcs: transform: line 2: not a point: two or three numbers are\n"
+                 "orvelcs: transform: standard input: 1 of 3 points could not be transformed\n");
+    expectResult(projected("", {"--json"}), 0, "[]\n", "");
+}
+
+TEST_F(TransformCommand, NoPoints_GiveNothing)
+{
+    expectResult(projected(""), 0, "", "");
+}
+
+TEST_F(TransformCommand, EmptyLinesAndComments_AreSkippedButCounted)
+{
+    const ProgramResult result = projected("# x y\n\n  \t\n0 9\n  # more\nfoo\n");
+    EXPECT_EQ(result.output, "500000.000000 0.000000\n*\n");
+    EXPECT_THAT(result.errors, testing::HasSubstr("transform: line 6: not a point"));
+    EXPECT_THAT(result.errors, testing::HasSubstr("1 of 2 points could not be transformed"));
+}
+
+TEST_F(TransformCommand, BlanksLineEndsAndAByteOrderMarkDoNotMatter)
+{
+    expectResult(projected("\xEF\xBB\xBF+0\t  9e0 \r\n 0.0 9."), 0, "500000.000000 0.000000\n500000.000000 0.000000\n",
+                 "");
+}
+
+TEST_F(TransformCommand, WhatIsNoPoint_IsAnsweredWithAnAsterisk)
+{
+    for (const std::string line : {"0", "0 9 1 2", "0,9", "0 9x", "0 nan", "inf 9", "1e999 9", "0x0 9", "+-0 9",
+                                   "0 9 z", "zero nine", "--1 9"}) {
+        const ProgramResult result = projected(line + "\n0 9\n");
+        EXPECT_EQ(result.status, 1) << line;
+        EXPECT_EQ(result.output, "*\n500000.000000 0.000000\n") << line;
+    }
+}
+
+TEST_F(TransformCommand, ALineTooLong_IsNoPoint)
+{
+    const ProgramResult result = projected("0 9" + std::string(5000, ' ') + "\n0 9\n");
+    EXPECT_EQ(result.output, "*\n500000.000000 0.000000\n");
+    EXPECT_THAT(result.errors, testing::HasSubstr("line 1: longer than 4096 bytes"));
+}
+
+TEST_F(TransformCommand, APointOutsideOfTheDomain_FailsAlone)
+{
+    const ProgramResult result = projected("95 9\n0 9\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "*\n500000.000000 0.000000\n");
+    EXPECT_THAT(result.errors, testing::HasSubstr("transform: line 1: "));
+}
+
+TEST_F(TransformCommand, NothingConfigured_IsNotedWithWhatIsUsed)
+{
+    const ProgramResult result = run({"transform", "EPSG:4807", "EPSG:4326"}, "");
+    expectResult(result, 0, "",
+                 "orvelcs: transform: EPSG:4807 to EPSG:4326: note: no transformation is configured; PROJ's best is "
+                 "EPSG:8094 NTF (Paris) to WGS 84 (1), accuracy 2 m\n");
+    expectResult(run({"transform", "--quiet", "EPSG:4807", "EPSG:4326"}, ""), 0, "", "");
+}
+
+TEST_F(TransformCommand, DatumsTakenForEqual_AreNoted)
+{
+    const ProgramResult result = run({"transform", "EPSG:4230", "EPSG:4283"}, "");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.errors, testing::HasSubstr("; it is a ballpark one, which takes datums for equal\n"));
+}
+
+TEST_F(TransformCommand, Configured_IsUsedForwardAndInReverseWithoutANote)
+{
+    givenConfiguredDrawing("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", "2");
+    const ProgramResult there = configured("EPSG:4275", "EPSG:4326", "48 2\n");
+    expectResult(there, 0, "47.9999346059 1.9992750467\n", "");
+    const ProgramResult back = configured("EPSG:4326", "EPSG:4275", there.output);
+    EXPECT_EQ(back.status, 0);
+    EXPECT_EQ(back.errors, "");
+    EXPECT_EQ(back.output.substr(0, 9), "48.000000");
+}
+
+TEST_F(TransformCommand, Configured_ThatDoesNotFit_IsRefused)
+{
+    givenConfiguredDrawing("EPSG:4230", "EPSG:4326", "NTF to WGS 84 (1)", "2");
+    expectResult(configured("EPSG:4230", "EPSG:4326", "48 2\n"), 1, "",
+                 "orvelcs: transform: EPSG:1193: leads from EPSG:4275 (NTF) to EPSG:4326 (WGS 84), and so does not fit "
+                 "between EPSG:4230 (ED50) and EPSG:4326 (WGS 84)\n");
+}
+
+TEST_F(TransformCommand, Configured_WithAnUnknownName_IsRefused)
+{
+    givenConfiguredDrawing("EPSG:4230", "EPSG:4326", "ED50 to Atlantis (1)", "2");
+    expectResult(configured("EPSG:4230", "EPSG:4326", "48 2\n"), 1, "",
+                 "orvelcs: transform: ED50 to Atlantis (1): the catalog has no such transformation\n");
+}
+
+TEST_F(TransformCommand, Configured_WithoutItsGrid_IsRefusedWithTheGridsName)
+{
+    const Json list = runForJson({"transformation", "list", "EPSG:4314", "EPSG:4258"});
+    const auto missing = std::find_if(list.begin(), list.end(), [](const Json& one) {
+        return !one["grids"].empty() && one["grids"][0]["available"] == false;
+    });
+    if (missing == list.end())
+        GTEST_SKIP() << "every grid is installed";
+    givenConfiguredDrawing("EPSG:4314", "EPSG:4258", (*missing)["code"], "2");
+    const ProgramResult result = configured("EPSG:4314", "EPSG:4258", "52 9\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.errors,
+                testing::HasSubstr("needs the grid " + (*missing)["grids"][0]["name"].get<std::string>() +
+                                   ", which is not installed"));
+}
+
+TEST_F(TransformCommand, AMisspeltCode_IsRefusedWithTheNearest)
+{
+    const ProgramResult result = run({"transform", "EPSG:4326", "EPSG:48078", "--json"}, "48 2\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "null\n");
+    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: transform: EPSG:48078: the catalog has no such code; the "
+                                                   "nearest are EPSG:4807"));
+}
+
+TEST_F(TransformCommand, ALocalPlane_IsRefused)
+{
+    expectResult(run({"transform", "LOCAL:METRE", "EPSG:4326"}, "1 2\n"), 1, "",
+                 "orvelcs: transform: LOCAL:METRE: is not referenced to the Earth, so nothing leads from or to it\n");
+}
+
+TEST_F(TransformCommand, PointsAndDrawingOnStandardInput_AreWrongUsage)
+{
+    expectWrongUsage(run({"transform", "EPSG:4326", "EPSG:25832", "--drawing", "-", "--json"}, "1 2\n"),
+                     "orvelcs: transform: --drawing: standard input holds the points");
+}
+
+TEST_F(TransformCommand, ALineIsAnsweredBeforeTheNextIsAskedFor)
+{
+    ProgramRun script;
+    script.program = "/bin/sh";
+    script.arguments = {
+        "-c",
+        "mkfifo points answers\n"
+        "\"$1\" transform -q EPSG:4258 EPSG:25832 <points >answers &\n"
+        "exec 3>points 4<answers\n"
+        "for point in '0 9' '0 9 5'; do echo \"$point\" >&3; read -r answer <&4; echo \"$answer\"; done\n"
+        "exec 3>&-\n"
+        "wait $!\n",
+        "sh", ORVELCS_PROGRAM};
+    expectResult(run(script), 0, "500000.000000 0.000000\n500000.000000 0.000000 5.000000\n", "");
+}
+
+TEST_F(TransformCommand, AReaderThatGoesAway_EndsIt)
+{
+    ProgramRun programRun;
+    programRun.arguments = {"transform", "--quiet", "EPSG:4258", "EPSG:25832"};
+    programRun.input = "0 9\n";
+    programRun.target = OutputTarget::closedPipe;
+    const ProgramResult result = run(programRun);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "orvelcs: transform: standard output: cannot be written: Broken pipe\n");
+}
+
+} // namespace
+} // namespace Tests

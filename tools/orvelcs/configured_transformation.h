@@ -1,0 +1,16 @@
+// What the module answers when it is asked for the transformation between two systems.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "embedded/spatial_reference/coordinate_operations.h"
+
+namespace Orvelcs {
+
+/// With the drawing, if one is named, as the host's current one. Throws DrawingFailure when it cannot be loaded.
+std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std::wstring& source,
+                                                                      const std::wstring& target,
+                                                                      const std::optional<std::string>& drawing);
+
+} // namespace Orvelcs

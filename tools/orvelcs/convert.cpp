@@ -1,0 +1,140 @@
+// convert: a drawing saved by the host in another drawing version.
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "coordsys/orvel_coordinate_system.h"
+#include "embedded/foundation/text.h"
+#include "orvelcs/change.h"
+#include "orvelcs/standard_streams.h"
+#include "orvelcs/system_description.h"
+#include "storage/library_holder.h"
+
+namespace Orvelcs {
+
+namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
+
+namespace {
+
+struct ConvertOptions {
+    std::string file;
+    std::string version;
+    std::string target;
+    CLI::Option* targetOption = nullptr;
+    ChangeOptions change; // its files are where the drawing goes
+
+    bool isReplaced() const { return targetOption->count() == 0; }
+};
+
+struct ConvertReport {
+    std::optional<int> version; // none when nothing was written
+    int result = Qeapp::eOk;
+    std::vector<Event> events;
+    std::string subject; // of the error
+    std::string error;   // empty: it was done
+};
+
+// What the host's message does not say, because it does not know what its reactors keep in a drawing. The failed save
+// has left the drawing as it was.
+std::string conversionReason(QeDbDatabase* database, Qeapp::ErrorStatus failure)
+{
+    Orvel::LibraryObject<System> system;
+    if (CoordinateSystem::GetCoordinateSystem(system.put(), nullptr, database) != Qeapp::eOk)
+        return ": its coordinate system cannot be read";
+    if (!system || failure != Qeapp::eInvalidResbuf)
+        return "";
+    const SystemDescription description = describe(*system.get());
+    return fmt::format(": {} does not fit into the older forms",
+                       Embedded::utf8FromWide(description.code.value_or(L"its coordinate system")));
+}
+
+void failSave(ConvertReport& report, const ConvertOptions& options, OpenDrawing& drawing,
+              const Embedded::FileResult& saved)
+{
+    const bool isWriting = saved.status == Qeapp::eFileWriteFailed;
+    const std::string& target = options.change.files.front();
+    report.result = saved.status;
+    report.subject = isWriting ? target : options.file;
+    report.error = describe(target, saved);
+    if (!isWriting)
+        report.error += conversionReason(drawing.database(), saved.status);
+}
+
+ConvertReport convertDrawing(const ConvertOptions& options, int version, Output& output)
+{
+    ConvertReport report;
+    OpenDrawing drawing(options.file);
+    if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
+        report.result = loaded.status;
+        report.subject = options.file;
+        report.error = describe(options.file, loaded);
+        return report;
+    }
+    const RecordingReactor reactor(vetoesOf(options.change));
+    const Embedded::FileResult saved = saveDrawing(*drawing.database(), options.change.files.front(),
+                                                   static_cast<QeDb::QeDbDwgVersion>(version), output);
+    report.events = reactor.events();
+    if (saved.status == Qeapp::eOk)
+        report.version = version;
+    else
+        failSave(report, options, drawing, saved);
+    return report;
+}
+
+Json convertedAsJson(const ConvertOptions& options, const ConvertReport& report)
+{
+    Json json = {{"file", options.file},
+                 {"drawingVersion", jsonValue(report.version)},
+                 {"result", report.result},
+                 {"events", eventsAsJson(report.events)}};
+    if (!report.error.empty())
+        json["error"] = report.subject == options.file ? report.error : report.subject + ": " + report.error;
+    return json;
+}
+
+void printConverted(const ConvertOptions& options, const ConvertReport& report, Output& output)
+{
+    const std::string& target = options.change.files.front();
+    printEvents(options.file, report.events, options.change, output);
+    if (!report.error.empty())
+        output.error(report.subject, report.error);
+    else if (target != kStandardStream)
+        output.confirm(options.file, fmt::format("converted to drawing version {}{}", *report.version,
+                                                 options.isReplaced() ? "" : ", in " + target));
+}
+
+ExitStatus runConvert(ConvertOptions& options, Output& output)
+{
+    const int version = wholeNumber("--to", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+    checkFileNames({options.file}, false, output);
+    options.change.files = {options.isReplaced() ? options.file : options.target};
+    checkChangeOptions(options.change, output);
+    return forEachDrawing({options.file}, output, [&](const std::string&) {
+        const ConvertReport report = convertDrawing(options, version, output);
+        printConverted(options, report, output);
+        return DrawingOutcome{report.error.empty() ? ExitStatus::done : ExitStatus::failed,
+                              convertedAsJson(options, report)};
+    });
+}
+
+} // namespace
+
+Command declareConvert(CLI::App& program)
+{
+    auto options = std::make_shared<ConvertOptions>();
+    CLI::App* app =
+        addCommand(program, {"convert",
+                             "Save a drawing in another drawing version",
+                             {"convert [OPTIONS] FILE --to N", "convert [OPTIONS] FILE --to N -o OUT"},
+                             "Below version 30 the coordinate system is stored in the older forms, from 30 on as the\n"
+                             "GeoData text alone. A drawing that cannot be converted is left exactly as it was, and\n"
+                             "so is OUT. The coordinate system stays the same, so reactors hear of nothing."});
+    addArgument(*app, "FILE", options->file, "the drawing; - is standard input, and the result is printed")->required();
+    addArgument(*app, "--to N", options->version, "the drawing version, 21 to 33")->required();
+    options->targetOption = addArgument(*app, "-o,--output OUT", options->target,
+                                        "write there, over what exists, and leave FILE alone; - prints the drawing");
+    addChangeOptions(*app, options->change);
+    return {app, [options](Output& output) { return runConvert(*options, output); }};
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,93 @@
+#include "orvelcs/point_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <numbers>
+
+#include <fmt/format.h>
+
+namespace Orvelcs {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r";
+
+std::vector<std::string_view> wordsOf(std::string_view line)
+{
+    std::vector<std::string_view> words;
+    for (std::size_t begin = line.find_first_not_of(kBlanks); begin != std::string_view::npos;) {
+        const std::size_t end = std::min(line.find_first_of(kBlanks, begin), line.size());
+        words.push_back(line.substr(begin, end - begin));
+        begin = line.find_first_not_of(kBlanks, end);
+    }
+    return words;
+}
+
+std::optional<double> numberFrom(std::string_view word)
+{
+    if (word.starts_with('+') && !word.starts_with("+-"))
+        word.remove_prefix(1);
+    double number = 0;
+    const char* end = word.data() + word.size();
+    const auto [stop, error] = std::from_chars(word.data(), end, number);
+    if (error != std::errc() || stop != end || !std::isfinite(number))
+        return std::nullopt;
+    return number;
+}
+
+int decimalsFor(const Embedded::AxisUnit& axis)
+{
+    constexpr double kFinestLengthInMetres = 1e-6;
+    constexpr double kFinestAngleInRadians = 1e-10 * std::numbers::pi / 180;
+    constexpr double kRounding = 1e-6; // a unit's factor is not exact to the last digit
+    const double finest = axis.isAngular ? kFinestAngleInRadians : kFinestLengthInMetres;
+    return std::max(0, static_cast<int>(std::ceil(std::log10(axis.toBaseUnit / finest) - kRounding)));
+}
+
+std::string numberText(double number, int decimals)
+{
+    std::string text = fmt::format("{:.{}f}", number, decimals);
+    if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos)
+        text.erase(0, 1);
+    return text;
+}
+
+} // namespace
+
+bool isBlankOrComment(std::string_view line)
+{
+    const std::size_t begin = line.find_first_not_of(kBlanks);
+    return begin == std::string_view::npos || line[begin] == '#';
+}
+
+std::optional<Embedded::CoordinatePoint> pointFromLine(std::string_view line)
+{
+    const std::vector<std::string_view> words = wordsOf(line);
+    if (words.size() != 2 && words.size() != 3)
+        return std::nullopt;
+    const std::optional<double> x = numberFrom(words[0]);
+    const std::optional<double> y = numberFrom(words[1]);
+    const std::optional<double> z = words.size() == 3 ? numberFrom(words[2]) : std::nullopt;
+    if (!x || !y || z.has_value() != (words.size() == 3))
+        return std::nullopt;
+    return Embedded::CoordinatePoint{*x, *y, z};
+}
+
+std::vector<int> decimalsFor(const std::vector<Embedded::AxisUnit>& axes)
+{
+    std::vector<int> decimals;
+    decimals.reserve(axes.size());
+    for (const Embedded::AxisUnit& axis : axes)
+        decimals.push_back(decimalsFor(axis));
+    return decimals;
+}
+
+std::vector<std::string> numbersOf(const Embedded::CoordinatePoint& point, const std::vector<int>& decimals)
+{
+    std::vector<std::string> numbers = {numberText(point.x, decimals[0]), numberText(point.y, decimals[1])};
+    if (point.z)
+        numbers.push_back(numberText(*point.z, decimals[2]));
+    return numbers;
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,40 @@
+#include "orvelcs/user_options.h"
+
+#include <cstdlib>
+
+#include "embedded/windows/registry_file.h"
+#include "orvelcs/command.h"
+#include "orvelcs/failure.h"
+
+namespace Orvelcs {
+namespace {
+
+constexpr const char* kFolderVariable = "VORLEN_USER_DICTIONARY_PATH";
+constexpr std::size_t kLongestFolder = 259; // in characters; the module takes no notice of a longer one
+
+} // namespace
+
+void addUserOptions(CLI::App& program, UserOptions& options)
+{
+    options.folderOption =
+        addArgument(program, "--user-dir DIR", options.folder, "the folder of the user's settings file");
+    options.registryOption =
+        addArgument(program, "--registry FILE", options.registry, "the file that stands for the registry of the user");
+}
+
+void applyUserOptions(const UserOptions& options)
+{
+    if (options.folderOption->count() > 0) {
+        if (wideArgument("--user-dir", options.folder).size() > kLongestFolder)
+            throw wrongUsage("--user-dir", "is longer than 259 characters");
+        if (::setenv(kFolderVariable, options.folder.c_str(), 1) != 0)
+            throw Failure("--user-dir", "cannot be set");
+    }
+    if (options.registryOption->count() > 0) {
+        if (options.registry.empty())
+            throw wrongUsage("--registry", "is empty");
+        Embedded::useRegistryFile(options.registry);
+    }
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,22 @@
+// Where the user's own configuration is for this run.
+#pragma once
+
+#include <string>
+
+#include <CLI/App.hpp>
+
+namespace Orvelcs {
+
+/// --user-dir and --registry.
+struct UserOptions {
+    std::string folder;
+    CLI::Option* folderOption = nullptr;
+    std::string registry;
+    CLI::Option* registryOption = nullptr;
+};
+
+void addUserOptions(CLI::App& program, UserOptions& options);
+/// Sets them for this process, before the module is loaded. Throws Failure for a folder that the module would not take.
+void applyUserOptions(const UserOptions& options);
+
+} // namespace Orvelcs
