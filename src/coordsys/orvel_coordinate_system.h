@@ -1,4 +1,5 @@
-// The module's interface: a drawing's geodetic coordinate system.
+// The module's interface: a drawing's geodetic coordinate system. Which transformation to use between two systems is in
+// orvel_transformation_config.h.
 //
 // Every function is for the host's main thread. A null `db` means the host's working database. Results are the host's;
 // a host result that has no mention below comes from a host call and is passed on as it is. No function raises an

@@ -134,6 +134,30 @@ TEST_F(TransformCommand, Configured_WithAnUnknownName_IsRefused)
                  "orvelcs: transform: ED50 to Atlantis (1): the catalog has no such transformation\n");
 }
 
+TEST_F(TransformCommand, Configured_WithANameThatSeveralHave_IsRefusedWithThem)
+{
+    const std::string name = "NKG_ETRF14 to ETRF93@2000.0";
+    givenConfiguredDrawing("EPSG:9069", "EPSG:4258", name, "2");
+    const ProgramResult result = configured("EPSG:9069", "EPSG:4258", "60 10\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: transform: " + name + ": "));
+    const auto noted = run({"config", "add", "--source", "A", "--target", "B", "--name", name, "--type",
+                            "transformation", "--drawing", "plan.qedb"});
+    EXPECT_EQ(noted.status, 0);
+    EXPECT_THAT(noted.errors, testing::HasSubstr("several have this name: "));
+}
+
+TEST_F(TransformCommand, ConfiguredTheOtherWayRound_IsFoundOnlyWhereItMayBeReversed)
+{
+    givenConfiguredDrawing("EPSG:4979", "EPSG:3855", "WGS 84 to EGM2008 height (2)", "2");
+    EXPECT_EQ(run({"transformation", "EPSG:4979", "EPSG:3855", "--drawing", "plan.qedb"}).status, 0);
+    EXPECT_EQ(run({"transformation", "EPSG:3855", "EPSG:4979", "--drawing", "plan.qedb"}).status, 3);
+    std::filesystem::remove(path("plan.qedb"));
+    givenConfiguredDrawing("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", "2");
+    EXPECT_EQ(run({"transformation", "EPSG:4326", "EPSG:4275", "--drawing", "plan.qedb"}).status, 0);
+}
+
 TEST_F(TransformCommand, Configured_WithoutItsGrid_IsRefusedWithTheGridsName)
 {
     const Json list = runForJson({"transformation", "list", "EPSG:4314", "EPSG:4258"});

@@ -15,7 +15,19 @@ const std::vector<std::vector<std::string>> kCommands = {{"new"},
                                                          {"catalog", "show"},
                                                          {"codec"},
                                                          {"codec", "pack"},
-                                                         {"codec", "unpack"}};
+                                                         {"codec", "unpack"},
+                                                         {"convert"},
+                                                         {"encode"},
+                                                         {"decode"},
+                                                         {"config"},
+                                                         {"config", "get"},
+                                                         {"config", "set"},
+                                                         {"config", "clear"},
+                                                         {"config", "items"},
+                                                         {"config", "add"},
+                                                         {"transformation"},
+                                                         {"transformation", "list"},
+                                                         {"transform"}};
 
 TEST_F(CommandLineUsage, Help_ListsTheCommandsAndTheExitStatuses)
 {
