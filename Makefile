@@ -5,12 +5,12 @@ MAKEFLAGS += --no-print-directory
 JOBS := $(shell nproc 2>/dev/null || echo 2)
 # Some tests wait for the disk more than they compute.
 TEST_JOBS := $(shell expr $(JOBS) + 1)
-PRESETS := dev release asan coverage
+PRESETS := dev release asan coverage windows
 ROOMS := $(wildcard src platform embedded tools tests fuzz bench examples)
 CXX_FILES = find $(ROOMS) -type f \( -name '*.h' -o -name '*.cpp' \) -print0
 CXX_SOURCES = find $(ROOMS) -type f -name '*.cpp' -print0
 
-.PHONY: build demo test format format-check tidy coverage bench clean help $(PRESETS:%=check-%)
+.PHONY: build demo test windows test-windows package format format-check tidy coverage bench clean help $(PRESETS:%=check-%)
 
 build: build/release/build.ninja ## Build the programs, optimised, into build/release/bin
 	@echo "Building the programs into build/release/bin"
@@ -27,6 +27,25 @@ test: ## Install what is missing, then run every test with clang++ and sanitizer
 	@$(MAKE) check-asan
 	@$(MAKE) check-release
 
+windows: ## Install what is missing and cross-build the programs for Windows into build/windows/bin
+	@scripts/install-dependencies.sh windows
+	@scripts/windows-libraries.sh
+	@$(MAKE) build/windows/build.ninja
+	@echo "Building the programs for Windows into build/windows/bin"
+	@cmake --build build/windows --target OrvelCoordsysCore orvelcs
+
+test-windows: ## Install what is missing, then run every test of the Windows edition in Wine
+	@scripts/install-dependencies.sh windows
+	@scripts/windows-libraries.sh
+	@scripts/wine-prefix.sh build/windows/wine
+	@$(MAKE) check-windows
+
+package: ## Install what is missing, build for Linux and for Windows, and pack both into build/packages
+	@scripts/install-dependencies.sh package
+	@$(MAKE) build
+	@$(MAKE) windows
+	@scripts/make-packages.sh build/packages build/windows build/release
+
 $(PRESETS:%=check-%): check-%: build/%/tests/CTestTestfile.cmake
 	@echo "Building everything into build/$*"
 	@cmake --build build/$*
@@ -41,9 +60,9 @@ format-check: ## Fail when a C++ file is not laid out as .clang-format says
 	@echo "Checking the layout of the C++ files"
 	@$(CXX_FILES) | xargs -0 -P $(JOBS) -n 16 clang-format --dry-run -Werror
 
-tidy: build/asan/build.ninja ## Run clang-tidy over every C++ source
+tidy: build/tidy/build.ninja ## Run clang-tidy over every C++ source
 	@echo "Running clang-tidy"
-	@$(CXX_SOURCES) | xargs -0 -P $(JOBS) -n 1 clang-tidy --quiet -p build/asan
+	@$(CXX_SOURCES) | xargs -0 -P $(JOBS) -n 1 clang-tidy --quiet -p build/tidy
 
 coverage: ## Run every test with coverage counters and print what they reached
 	@scripts/install-dependencies.sh coverage
@@ -69,13 +88,13 @@ clean: ## Remove everything that was built
 help: ## Show this list
 	@sed -n 's/^\([a-z-]*\):.* ## /\1\t/p' Makefile | expand -t 14
 
-$(PRESETS:%=build/%/build.ninja): build/%/build.ninja: CMakePresets.json
+$(PRESETS:%=build/%/build.ninja) build/tidy/build.ninja: build/%/build.ninja: CMakePresets.json
 	@echo "Configuring build/$*"
-	@cmake --preset $* || { scripts/install-dependencies.sh --check $(if $(filter release,$*),demo,test); exit 1; }
+	@cmake --preset $* || { scripts/install-dependencies.sh --check $(or $(filter windows,$*),$(if $(filter release,$*),demo,test)); exit 1; }
 	@touch $@
 
 # A folder that was configured before GoogleTest came has no tests yet, and is configured again.
 $(PRESETS:%=build/%/tests/CTestTestfile.cmake): build/%/tests/CTestTestfile.cmake: build/%/build.ninja
 	@test -f $@ || { echo "Configuring build/$* again, with the tests"; cmake --preset $*; }
-	@test -f $@ || { scripts/install-dependencies.sh --check test; exit 1; }
+	@test -f $@ || { scripts/install-dependencies.sh --check $(or $(filter windows,$*),test); exit 1; }
 	@touch $@

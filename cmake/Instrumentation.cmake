@@ -1,9 +1,21 @@
-# Sanitizers and coverage go into every object or into none.
+# Sanitizers, coverage and hardening go into every object or into none.
 if(ORVEL_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+        add_compile_options("-fsanitize-ignorelist=${CMAKE_SOURCE_DIR}/cmake/UndefinedBehaviourElsewhere.txt")
+    endif()
     add_link_options(-fsanitize=address,undefined)
 endif()
 if(ORVEL_COVERAGE)
     add_compile_options(--coverage)
     add_link_options(--coverage)
+endif()
+if(ORVEL_HARDENED)
+    add_compile_options(-fsanitize=undefined -fsanitize-undefined-trap-on-error -fstack-protector-strong)
+    add_compile_definitions(_GLIBCXX_ASSERTIONS)
+    add_link_options(-fstack-protector-strong)
+endif()
+# The programs are to run where nothing of the compiler's is installed.
+if(MINGW)
+    add_link_options(-static)
 endif()

@@ -27,7 +27,9 @@
 #define FQCORE_API PLATFORM_IMPORT
 #endif
 
-#if defined(WIN32_STANDIN_BUILD)
+#if defined(_WIN32)
+#define WIN32_STANDIN_API // nothing stands in for the system there
+#elif defined(WIN32_STANDIN_BUILD)
 #define WIN32_STANDIN_API PLATFORM_EXPORT
 #else
 #define WIN32_STANDIN_API PLATFORM_IMPORT

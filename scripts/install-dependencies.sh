@@ -8,9 +8,12 @@ test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev pr
 lint_packages="$test_packages clang-format clang-tidy"
 coverage_packages="$test_packages gcovr"
 bench_packages="$demo_packages libbenchmark-dev"
+# What scripts/windows-libraries.sh makes its libraries with, the compiler among it, and Wine to run them in.
+windows_packages="$demo_packages g++-mingw-w64-x86-64-posix dpkg-dev tcl sqlite3 libsqlite3-0 googletest wine wine64"
+package_packages="$windows_packages file zip"
 
 usage() {
-    echo "usage: $0 [--check] demo|test|lint|coverage|bench" >&2
+    echo "usage: $0 [--check] demo|test|lint|coverage|bench|windows|package" >&2
     exit 2
 }
 
@@ -49,6 +52,8 @@ case $target in
     lint) packages=$lint_packages ;;
     coverage) packages=$coverage_packages ;;
     bench) packages=$bench_packages ;;
+    windows) packages=$windows_packages ;;
+    package) packages=$package_packages ;;
     *) usage ;;
 esac
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "embedded/foundation/atomic_file.h"
 #include "embedded/host/decomposition_run.h"
 #include "embedded/host/file_reading.h"
 
@@ -89,6 +90,8 @@ FileResult loadDrawing(const std::filesystem::path& file, std::unique_ptr<QeDbDa
 {
     database.reset();
     try {
+        if (const auto failure = recoverReplacedFile(file))
+            return {Qeapp::eFileNotFound, failure->message};
         return named(file, load(file, database));
     } catch (const std::bad_alloc&) {
         return named(file, {Qeapp::eOutOfMemory, "not enough memory for the drawing"});

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "embedded/foundation/display_name.h"
 #include "embedded/host/fault.h"
 
 namespace QeHost {
@@ -22,7 +23,7 @@ Function functionOf(const SharedLibrary& library, const char* name)
 
 Embedded::ModuleLoad refused(const std::filesystem::path& file, const std::string& reason)
 {
-    return {Qeapp::eModuleRefused, file.string() + ": " + reason, nullptr};
+    return {Qeapp::eModuleRefused, Embedded::displayName(file) + ": " + reason, nullptr};
 }
 
 std::string hexadecimal(int number)

@@ -3,7 +3,10 @@
 #include <cerrno>
 #include <fstream>
 #include <system_error>
+#include <utility>
 
+#include "embedded/foundation/file_look_up.h"
+#include "embedded/foundation/system_path.h"
 #include "embedded/host/fault.h"
 
 namespace Embedded {
@@ -24,13 +27,18 @@ FileResult tooLarge(std::uint64_t mostBytes)
 /// Asked before the file is opened: opening a pipe would wait for its writer.
 FileResult inspect(const fs::path& file)
 {
-    std::error_code error;
-    const fs::file_status status = fs::status(file, error);
-    if (!fs::status_known(status) || !fs::exists(status))
-        return {Qeapp::eFileNotFound, error ? error.message() : reasonOf(ENOENT)};
-    if (!fs::is_regular_file(status))
-        return {Qeapp::eFileDamaged, fs::is_directory(status) ? "is a folder" : "is not a regular file"};
-    return {};
+    FileLookUp found = lookUpFile(file);
+    switch (found.kind) {
+    case FileKind::regular:
+        return {};
+    case FileKind::nothing:
+        return {Qeapp::eFileNotFound, std::move(found.reason)};
+    case FileKind::folder:
+        return {Qeapp::eFileDamaged, "is a folder"};
+    case FileKind::other:
+        break;
+    }
+    return {Qeapp::eFileDamaged, "is not a regular file"};
 }
 
 /// Of the file that was opened: another may have taken its name since.
@@ -52,7 +60,7 @@ FileResult readWholeFile(const fs::path& file, std::uint64_t mostBytes, std::str
     if (FileResult refusal = inspect(file); refusal.status != Qeapp::eOk)
         return refusal;
     errno = 0;
-    std::ifstream stream(file, std::ios::binary);
+    std::ifstream stream(systemPath(file), std::ios::binary);
     if (!stream)
         return {Qeapp::eFileNotFound, reasonOf(errno != 0 ? errno : EIO)};
     const std::uint64_t size = sizeOf(stream);

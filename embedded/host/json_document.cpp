@@ -148,12 +148,34 @@ void TreeBuilder::refuse(const std::string& message) const
     throw DrawingRefusal{Qeapp::eFileDamaged, path() + ": " + message};
 }
 
+/// Looks through the text before it is parsed: the C runtime's conversion of a number takes time with the square of its
+/// digits on some systems, hours for one that fills a drawing file.
+void refuseLongNumbers(std::string_view text)
+{
+    std::size_t length = 0;
+    bool isInString = false;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        const char character = text[index];
+        if (isInString && character == '\\') {
+            ++index;
+            continue;
+        }
+        isInString = isInString != (character == '"');
+        const bool isDigit = character >= '0' && character <= '9';
+        length = !isInString && (isDigit || character == '.') ? length + 1 : 0;
+        if (length > DrawingFormat::kLongestNumber)
+            throw DrawingRefusal{Qeapp::eFileDamaged, positionIn(text, index + 1) + ": the number has more than " +
+                                                          std::to_string(DrawingFormat::kLongestNumber) + " digits"};
+    }
+}
+
 } // namespace
 
 json parseJsonDocument(std::string_view text)
 {
     if (text.empty())
         throw DrawingRefusal{Qeapp::eFileDamaged, "line 1, byte 1: the file is empty"};
+    refuseLongNumbers(text);
     TreeBuilder builder(text);
     if (!json::sax_parse(text, &builder))
         throw DrawingRefusal{Qeapp::eFileDamaged, "byte 1: no JSON document"};

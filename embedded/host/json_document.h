@@ -8,7 +8,7 @@
 namespace Embedded {
 
 /// Parses the text. Throws DrawingRefusal for a text that is not JSON, that nests deeper than drawing files do, repeats
-/// a key in an object, or has a number that no double can hold.
+/// a key in an object, or has a number that is very long or that no double can hold.
 nlohmann::json parseJsonDocument(std::string_view text);
 
 } // namespace Embedded

@@ -62,9 +62,9 @@ bool changesNoDatum(const std::vector<ProjObject>& steps, bool isOneDatum)
     });
 }
 
-ProjObject datumOf(const PJ* horizontal)
+ProjObject horizontalDatumOf(const PJ* system)
 {
-    return partsOf(ProjObject(proj_clone(projContext(), horizontal))).datum;
+    return partsOf(ProjObject(proj_clone(projContext(), system))).datum;
 }
 
 } // namespace
@@ -74,7 +74,7 @@ std::optional<DatumPreservingConversion> datumPreservingConversion(const PJ* fro
     const std::string code = codeOfObject(from);
     if (!code.empty() && code == codeOfObject(to))
         return DatumPreservingConversion{};
-    const bool isOneDatum = isSameDatum(datumOf(from).get(), datumOf(to).get());
+    const bool isOneDatum = isSameDatum(horizontalDatumOf(from).get(), horizontalDatumOf(to).get());
     for (ProjObject& operation : searchOperations(from, to, OperationSearch::directOnly)) {
         const auto steps = stepsOf(operation.get());
         if (isInstantiable(operation.get()) && changesNoDatum(steps, isOneDatum))

@@ -12,7 +12,7 @@ using Embedded::struck;
 namespace {
 
 template <typename Definition>
-Status load(const wchar_t* code, DefinitionType type, Definition*& definition)
+Status loadDefinition(const wchar_t* code, DefinitionType type, Definition*& definition)
 {
     return guarded(statusFailed, [&] {
         auto [status, data] = Embedded::loadFromCatalog(code, type);
@@ -59,7 +59,7 @@ Status EllipsoidDefinition::Load(const wchar_t* code, EllipsoidDefinition*& defi
     definition = nullptr;
     if (const auto failure = struck("EllipsoidDefinition::Load", statusOutOfMemory))
         return *failure;
-    return load(code, DefinitionType::ellipsoid, definition);
+    return loadDefinition(code, DefinitionType::ellipsoid, definition);
 }
 
 Status EllipsoidDefinition::GetSemiMajorAxisInMetres(double& value) const
@@ -88,7 +88,7 @@ Status DatumDefinition::Load(const wchar_t* code, DatumDefinition*& definition)
     definition = nullptr;
     if (const auto failure = struck("DatumDefinition::Load", statusOutOfMemory))
         return *failure;
-    return load(code, DefinitionType::datum, definition);
+    return loadDefinition(code, DefinitionType::datum, definition);
 }
 
 Status DatumDefinition::GetEllipsoidCode(const wchar_t*& code) const

@@ -1,10 +1,31 @@
 #include "embedded/spatial_reference/proj_context.h"
 
+#include <sstream>
+
+#include "embedded/spatial_reference/shipped_catalog.h"
+
 namespace Embedded {
 namespace {
 
 void ignore(void* /*data*/, int /*level*/, const char* /*message*/)
 {
+}
+
+/// PROJ looks into the folder of the shipped catalog first, and then where it would have looked without one: its
+/// database must fit the library, whatever other programs have set for theirs, and the grids that the user has may lie
+/// anywhere.
+void useShippedCatalog(PJ_CONTEXT* context)
+{
+    std::vector<std::string> folders{shippedCatalogFolder()};
+    if (folders.front().empty())
+        return;
+    std::istringstream others(proj_info().searchpath);
+    for (std::string folder; std::getline(others, folder, ';');) // as PROJ separates them where catalogs are shipped
+        folders.push_back(folder);
+    std::vector<const char*> paths;
+    for (const std::string& folder : folders)
+        paths.push_back(folder.c_str());
+    proj_context_set_search_paths(context, static_cast<int>(paths.size()), paths.data());
 }
 
 /// Some of PROJ's messages pass over the level, so that what takes them has to be silent too.
@@ -14,6 +35,7 @@ PJ_CONTEXT* silentContext()
     proj_log_level(context, PJ_LOG_NONE);
     proj_log_func(context, nullptr, ignore);
     proj_context_set_enable_network(context, 0);
+    useShippedCatalog(context);
     return context;
 }
 

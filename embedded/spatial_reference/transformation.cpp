@@ -13,7 +13,7 @@ using Embedded::struck;
 namespace {
 
 template <typename Definition>
-Status load(const wchar_t* codeOrName, DefinitionType type, Definition*& definition)
+Status loadOperationDefinition(const wchar_t* codeOrName, DefinitionType type, Definition*& definition)
 {
     return Embedded::guarded(statusFailed, [&] {
         auto [status, data] = Embedded::loadOperation(codeOrName, type);
@@ -35,7 +35,7 @@ Status GeodeticTransformationDefinition::Load(const wchar_t* codeOrName, Geodeti
     definition = nullptr;
     if (const auto failure = struck("GeodeticTransformationDefinition::Load", statusOutOfMemory))
         return *failure;
-    return load(codeOrName, DefinitionType::transformation, definition);
+    return loadOperationDefinition(codeOrName, DefinitionType::transformation, definition);
 }
 
 Status GeodeticTransformationDefinition::IsReversible(bool& answer) const
@@ -56,7 +56,7 @@ Status GeodeticPathDefinition::Load(const wchar_t* codeOrName, GeodeticPathDefin
     definition = nullptr;
     if (const auto failure = struck("GeodeticPathDefinition::Load", statusOutOfMemory))
         return *failure;
-    return load(codeOrName, DefinitionType::path, definition);
+    return loadOperationDefinition(codeOrName, DefinitionType::path, definition);
 }
 
 Status GeodeticPathDefinition::IsReversible(bool& answer) const

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "embedded/foundation/file_descriptor.h"
+#include "embedded/foundation/posix/file_descriptor.h"
 #include "embedded/windows/registry_change.h"
 #include "embedded/windows/registry_tree.h"
 #include "embedded/windows/running_checksum.h"

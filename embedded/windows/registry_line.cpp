@@ -8,6 +8,8 @@
 namespace Embedded {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 constexpr std::size_t kChecksumDigits = 8;
 constexpr const char* kFormat = "embedded registry";
 constexpr int kFormatVersion = 1;
@@ -51,16 +53,16 @@ std::string_view unframed(std::string_view line, RunningChecksum& checksum)
 
 std::string headerJson()
 {
-    return nlohmann::ordered_json{{"format", kFormat}, {"formatVersion", kFormatVersion}}.dump();
+    return Json{{"format", kFormat}, {"formatVersion", kFormatVersion}}.dump();
 }
 
 void checkHeader(std::string_view line)
 {
     const auto header =
-        nlohmann::json::parse(isFramed(line) ? line.substr(kChecksumDigits + 1) : std::string_view(), nullptr, false);
-    if (!header.is_object() || header.value("format", nlohmann::json()) != kFormat)
+        Json::parse(isFramed(line) ? line.substr(kChecksumDigits + 1) : std::string_view(), nullptr, false);
+    if (!header.is_object() || header.value("format", Json()) != kFormat)
         throw RegistryDamage{"this is not a registry file"};
-    const auto version = header.value("formatVersion", nlohmann::json());
+    const auto version = header.value("formatVersion", Json());
     if (!version.is_number_unsigned() || version == 0U)
         throw RegistryDamage{"the format version is not a number from 1"};
     if (version != kFormatVersion)

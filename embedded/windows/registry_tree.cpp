@@ -120,13 +120,12 @@ void RegistryTree::apply(const RegistryChange& change, std::size_t lineInBytes)
 
 std::vector<RegistryChange> RegistryTree::changes() const
 {
-    using Kind = RegistryChange::Kind;
     std::vector<RegistryChange> changes;
     for (const auto& [folded, key] : keys_) {
         if (!folded.empty())
-            changes.push_back({Kind::createKey, key.path(), {}, REG_NONE, {}});
+            changes.push_back({RegistryChange::Kind::createKey, key.path(), {}, REG_NONE, {}});
         for (const RegistryValue& value : key.values())
-            changes.push_back({Kind::setValue, key.path(), value.name, value.type, value.data});
+            changes.push_back({RegistryChange::Kind::setValue, key.path(), value.name, value.type, value.data});
     }
     return changes;
 }

@@ -82,7 +82,9 @@ LSTATUS RegSetValueExW(HKEY key, const wchar_t* name, DWORD reserved, DWORD type
     return answered("RegSetValueExW", ERROR_ACCESS_DENIED, [&]() -> LSTATUS {
         require(key, KEY_SET_VALUE);
         const std::wstring valueName = normalName(name);
-        if (reserved != 0 || (data == nullptr && lengthInBytes != 0) || utf16Length(valueName) > kLongestValueName)
+        if (data == nullptr && lengthInBytes != 0)
+            return ERROR_NOACCESS;
+        if (reserved != 0 || utf16Length(valueName) > kLongestValueName)
             return ERROR_INVALID_PARAMETER;
         RegistryJournal::Change change(currentRegistry());
         const std::wstring& path = keyOf(key, change.tree()).path();

@@ -1,4 +1,5 @@
-// Files as the C runtime of Windows opens them: lines that end with LF in memory and with CR LF on disk.
+// Files as the C runtime of Windows opens them: lines that end with LF in memory and with CR LF on disk, and texts that
+// end at a control-Z.
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -14,7 +15,7 @@
 
 #include "embedded/foundation/audit.h"
 #include "embedded/foundation/faults.h"
-#include "embedded/foundation/file_descriptor.h"
+#include "embedded/foundation/posix/file_descriptor.h"
 #include "embedded/foundation/text.h"
 #include "platform/windows.h"
 
@@ -69,11 +70,13 @@ public:
 
 private:
     bool isLineFeedNext() const;
+    std::size_t upToControlZ(const char* bytes, std::size_t size);
     std::size_t withoutCarriageReturns(char* bytes, std::size_t size) const;
     bool writeAll(std::string_view bytes);
 
     FileDescriptor descriptor_;
     bool isBinary_;
+    bool isAtEnd_ = false; // before what follows a control-Z
     std::array<char, kBufferInBytes> streamBuffer_{};
     std::array<char, 2 * kBufferInBytes> translated_{};
 };
@@ -87,10 +90,18 @@ bool OpenFile::isLineFeedNext() const
            next == '\n';
 }
 
+/// How many bytes there are before one, which ends a text.
+std::size_t OpenFile::upToControlZ(const char* bytes, std::size_t size)
+{
+    const auto* const end = static_cast<const char*>(std::memchr(bytes, '\x1A', size));
+    isAtEnd_ = end != nullptr;
+    return end != nullptr ? static_cast<std::size_t>(end - bytes) : size;
+}
+
 /// Drops each CR before an LF, in place.
 std::size_t OpenFile::withoutCarriageReturns(char* bytes, std::size_t size) const
 {
-    const bool endsInLine = size > 0 && bytes[size - 1] == '\r' && isLineFeedNext();
+    const bool endsInLine = !isAtEnd_ && size > 0 && bytes[size - 1] == '\r' && isLineFeedNext();
     const char* const end = bytes + size - (endsInLine ? 1 : 0);
     char* kept = bytes;
     for (const char* from = bytes; from != end;) {
@@ -110,14 +121,15 @@ std::size_t OpenFile::withoutCarriageReturns(char* bytes, std::size_t size) cons
 
 ssize_t OpenFile::read(char* output, std::size_t size)
 {
-    for (;;) {
+    while (!isAtEnd_) {
         const ssize_t count = retried([&] { return ::read(descriptor_.get(), output, size); });
         if (count <= 0 || isBinary_)
             return count;
-        const std::size_t kept = withoutCarriageReturns(output, static_cast<std::size_t>(count));
+        const std::size_t kept = withoutCarriageReturns(output, upToControlZ(output, static_cast<std::size_t>(count)));
         if (kept > 0) // none at all would mean the end
             return static_cast<ssize_t>(kept);
     }
+    return 0;
 }
 
 bool OpenFile::writeAll(std::string_view bytes)

@@ -5,7 +5,7 @@
 namespace {
 
 /// Only the letters A to Z have two cases, as in the C locale that a process starts with.
-wchar_t folded(wchar_t character)
+wchar_t lowerCased(wchar_t character)
 {
     return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character - L'A' + L'a') : character;
 }
@@ -20,8 +20,8 @@ int _wcsicmp(const wchar_t* left, const wchar_t* right)
 int _wcsnicmp(const wchar_t* left, const wchar_t* right, std::size_t count)
 {
     for (; count > 0; --count, ++left, ++right) {
-        const wchar_t first = folded(*left);
-        const wchar_t second = folded(*right);
+        const wchar_t first = lowerCased(*left);
+        const wchar_t second = lowerCased(*right);
         if (first != second)
             return first < second ? -1 : 1;
         if (first == L'\0')

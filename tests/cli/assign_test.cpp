@@ -165,31 +165,10 @@ TEST_F(AssignCommand, EmptyCode_IsWrongUsage)
     EXPECT_EQ(runForJson({"show", "plan.qedb"})["code"], "EPSG:25832");
 }
 
-TEST_F(AssignCommand, CodeThatIsNotUtf8_IsWrongUsage)
-{
-    expectWrongUsage(run({"assign", "\xFF", "plan.qedb"}), "orvelcs: assign: CODE: is not UTF-8");
-}
-
 TEST_F(AssignCommand, MissingArguments_AreWrongUsage)
 {
     expectWrongUsage(run({"assign"}), "orvelcs: assign: CODE: is required");
     expectWrongUsage(run({"assign", "EPSG:25832"}), "orvelcs: assign: FILE: is required after CODE");
-}
-
-TEST_F(AssignCommand, FailingSave_KeepsTheDrawingAndLeavesNothingBeside)
-{
-    givenDrawing("plan.qedb");
-    const std::string before = contents("plan.qedb");
-    ProgramRun limited;
-    limited.program = "/bin/sh"; // files longer than one block cannot be written
-    limited.arguments = {
-        "-c", "trap '' XFSZ; ulimit -f 1; exec \"$0\" \"$@\"", ORVELCS_PROGRAM, "assign", "EPSG:25832", "plan.qedb"};
-    const ProgramResult result = run(limited);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.output, "");
-    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: assign: plan.qedb: eFileWriteFailed (54): "));
-    EXPECT_EQ(contents("plan.qedb"), before);
-    EXPECT_EQ(files(), std::vector<std::string>{"plan.qedb"});
 }
 
 TEST_F(AssignCommand, DrawingOfAnOlderVersion_IsSavedInTheOlderForms)

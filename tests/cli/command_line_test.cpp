@@ -1,27 +1,13 @@
 #include "command_line_test.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <stdexcept>
 
 namespace Tests {
 
 CommandLineTest::CommandLineTest()
 {
-    std::string name = (std::filesystem::temp_directory_path() / "orvelcs-test-XXXXXX").string();
-    if (::mkdtemp(name.data()) == nullptr)
-        throw std::runtime_error("no temporary folder");
-    root_ = name;
-    folder_ = root_ / "work";
-    captures_ = root_ / "captures";
     std::filesystem::create_directory(folder_);
     std::filesystem::create_directory(captures_);
-}
-
-CommandLineTest::~CommandLineTest()
-{
-    std::error_code ignored; // a folder that stays behind is no failure of the program
-    std::filesystem::remove_all(root_, ignored);
 }
 
 ProgramResult CommandLineTest::run(std::vector<std::string> arguments, const std::string& input) const
@@ -35,6 +21,13 @@ ProgramResult CommandLineTest::run(std::vector<std::string> arguments, const std
 ProgramResult CommandLineTest::run(const ProgramRun& programRun) const
 {
     return runProgram(programRun, folder_, captures_);
+}
+
+ProgramResult CommandLineTest::runWithoutCatalog(std::vector<std::string> arguments) const
+{
+    ProgramRun programRun;
+    programRun.arguments = std::move(arguments);
+    return run(withoutCatalog(std::move(programRun), captures_));
 }
 
 Json CommandLineTest::runForJson(std::vector<std::string> arguments, int expectedStatus) const

@@ -10,9 +10,12 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "embedded/foundation/utf8_path.h"
 #include "file_text.h"
 #include "program_run.h"
 #include "support/platform_test.h"
+#include "support/scoped_registry.h"
+#include "support/temporary_folder.h"
 
 namespace Tests {
 
@@ -21,15 +24,15 @@ using Json = nlohmann::ordered_json;
 class CommandLineTest : public PlatformTest {
 protected:
     CommandLineTest();
-    ~CommandLineTest() override;
 
     ProgramResult run(std::vector<std::string> arguments, const std::string& input = "") const;
     ProgramResult run(const ProgramRun& programRun) const;
+    ProgramResult runWithoutCatalog(std::vector<std::string> arguments) const;
     /// Runs it with --json; expects the status and answers the document, which must be all that was printed.
     Json runForJson(std::vector<std::string> arguments, int expectedStatus = 0) const;
 
     /// A file of the temporary folder.
-    std::filesystem::path path(const std::string& name) const { return folder_ / name; }
+    std::filesystem::path path(const std::string& name) const { return folder_ / Embedded::pathFromUtf8(name); }
     std::string contents(const std::string& name) const { return readFile(path(name)); }
     void given(const std::string& name, const std::string& bytes) const { writeFile(path(name), bytes); }
     /// An empty drawing, of that version.
@@ -39,9 +42,10 @@ protected:
     std::vector<std::string> files() const;
 
 private:
-    std::filesystem::path root_;
-    std::filesystem::path folder_;
-    std::filesystem::path captures_;
+    TemporaryFolder root_;
+    std::filesystem::path folder_ = root_.path() / "work";
+    std::filesystem::path captures_ = root_.path() / "captures";
+    ScopedRegistry registry_{root_, root_.path() / "registry"}; // takes those of the runs with it
 };
 
 /// The run ended with the status, printed exactly that, and said nothing else.

@@ -108,15 +108,6 @@ TEST_F(ConfigCommand, SettingsFileThatIsNoText_IsNotTakenForOneAndNotChanged)
                                    "ELF\xFF\xFE");
 }
 
-TEST_F(ConfigCommand, SettingsFileThatIsADevice_IsNamed)
-{
-    std::filesystem::create_symlink("/dev/full", path(kSettings));
-    const ProgramResult result = runAsUser({"config", "set", "-", "--user"}, kItem);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors, HasSubstr("is no regular file\n"));
-    EXPECT_EQ(runAsUser({"config", "get", "--user"}).status, 1);
-}
-
 TEST_F(ConfigCommand, Get_WithoutAConfiguration_IsStatusThree)
 {
     givenDrawing("a.qedb");
@@ -152,17 +143,6 @@ TEST_F(ConfigCommand, Clear_OfTheUser_EmptiesTheRegistryAndSaysWhatStays)
     EXPECT_THAT(result.errors, HasSubstr("note: the settings file stays as it is and goes on answering\n"));
     EXPECT_EQ(runAsUser({"config", "get", "--user"}).output, kItem);
     expectResult(runAsUser({"config", "get", "--registry-store"}), 0, "", "");
-}
-
-TEST_F(ConfigCommand, RegistryFileThatIsDamaged_IsNamedAndLeftAlone)
-{
-    given("registry", "not a registry\n");
-    EXPECT_EQ(runAsUser({"config", "get", "--registry-store"}).status, 1);
-    const ProgramResult result = runAsUser({"config", "clear", "--user", "--json"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(Json::parse(result.output)["result"], false);
-    EXPECT_THAT(result.errors, HasSubstr("registry"));
-    EXPECT_EQ(contents("registry"), "not a registry\n");
 }
 
 TEST_F(ConfigCommand, Items_AreWhatTheModuleReads)

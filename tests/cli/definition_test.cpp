@@ -111,7 +111,7 @@ TEST_F(AssignDefinition, Folder_IsRefused)
 {
     givenDrawing("plan.qedb");
     expectResult(run({"assign", "--definition", ".", "--code", "MINE:1", "plan.qedb"}), 1, "",
-                 "orvelcs: assign: .: cannot be read: Is a directory\n");
+                 "orvelcs: assign: .: is a folder\n");
 }
 
 TEST_F(AssignDefinition, CodeOfTheCatalog_IsRefused)

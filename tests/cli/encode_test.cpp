@@ -107,7 +107,6 @@ TEST_F(EncodeCommand, MissingOrWrongArguments_AreWrongUsage)
     expectWrongUsage(run({"encode", "EPSG:4326", "--drawing-version", "34"}),
                      "orvelcs: encode: --drawing-version: 34 is not a whole number from 21 to 33");
     expectWrongUsage(run({"encode", "", "--drawing-version", "29"}), "orvelcs: encode: CODE: is empty");
-    expectWrongUsage(run({"encode", "\xFF", "--drawing-version", "29"}), "orvelcs: encode: CODE: is not UTF-8");
 }
 
 } // namespace

@@ -90,11 +90,6 @@ TEST_F(NewCommand, NameInUtf8_IsUsedAsItIs)
                                                 "e.qedb"});
 }
 
-TEST_F(NewCommand, NameWithALineEnd_StaysOnOneLine)
-{
-    expectResult(run({"new", "a\nb.qedb"}), 0, "a\\nb.qedb: new drawing, version 33\n", "");
-}
-
 TEST_F(NewCommand, NameBeginningWithADash_IsTakenAfterTwoDashes)
 {
     expectResult(run({"new", "-q", "--", "-plan.qedb"}), 0, "", "");

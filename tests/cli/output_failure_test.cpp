@@ -9,11 +9,7 @@ protected:
     void expectFailure(const std::vector<std::string>& arguments, const std::string& command,
                        const std::string& input = "") const
     {
-        const std::vector<std::pair<OutputTarget, std::string>> targets = {
-            {OutputTarget::full, "No space left on device"},
-            {OutputTarget::closed, "Bad file descriptor"},
-            {OutputTarget::closedPipe, "Broken pipe"}};
-        for (const auto& [target, reason] : targets) {
+        for (const auto& [target, reason] : unwritableOutputs()) {
             ProgramRun programRun;
             programRun.arguments = arguments;
             programRun.input = input;
@@ -95,73 +91,22 @@ TEST_F(OutputFailure, CommandThatPrintsNothing_NeedsNoOutput)
     EXPECT_EQ(Json::parse(contents("plan.qedb"))["drawingVersion"], 33);
 }
 
-// The shell sets the limit and becomes the program.
-TEST_F(OutputFailure, OfADrawingBeyondTheLargestFileSize_LeavesTheOldOneAndNothingElse)
-{
-    givenDrawing("a.qedb");
-    const std::string before = contents("a.qedb");
-    const ProgramResult result =
-        run({.arguments = {"-c", "ulimit -f 1; exec \"$0\" assign EPSG:31467 a.qedb", ORVELCS_PROGRAM},
-             .input = {},
-             .environment = {},
-             .program = "/bin/sh"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.errors, "orvelcs: assign: a.qedb: eFileWriteFailed (54): cannot be written: File too large\n");
-    EXPECT_EQ(contents("a.qedb"), before);
-    EXPECT_EQ(files(), std::vector<std::string>{"a.qedb"});
-}
-
 TEST_F(OutputFailure, OfAnUnavailableCatalog_IsToldAsSuch)
 {
     givenDrawing("a.qedb");
-    const std::map<std::string, std::string> nowhere = {{"PROJ_LIB", "/nonexistent"}, {"PROJ_DATA", "/nonexistent"}};
-    const ProgramResult search = run({.arguments = {"catalog", "search", "utm"}, .input = {}, .environment = nowhere});
+    const ProgramResult search = runWithoutCatalog({"catalog", "search", "utm"});
     EXPECT_EQ(search.status, 1);
     EXPECT_EQ(search.errors,
               "orvelcs: catalog search: utm: the catalog cannot be opened: statusCatalogUnavailable (46)\n");
-    const ProgramResult assign =
-        run({.arguments = {"assign", "EPSG:4326", "a.qedb"}, .input = {}, .environment = nowhere});
+    const ProgramResult assign = runWithoutCatalog({"assign", "EPSG:4326", "a.qedb"});
     EXPECT_EQ(assign.status, 1);
     EXPECT_EQ(assign.errors, "orvelcs: assign: a.qedb: eInvalidInput (3): the catalog cannot be opened: "
                              "statusCatalogUnavailable (46)\n");
 }
 
-TEST_F(OutputFailure, OfResultsBeyondTheLargestFileSize_IsToldAsAnyOther)
-{
-    const auto limited = [&](const std::string& arguments, const std::string& input) {
-        return run({.arguments = {"-c", "ulimit -f 1; exec \"$0\" " + arguments, ORVELCS_PROGRAM},
-                    .input = input,
-                    .environment = {},
-                    .program = "/bin/sh"});
-    };
-    const ProgramResult show = limited("catalog show --json --wkt EPSG:25832", "");
-    EXPECT_EQ(show.status, 1);
-    EXPECT_EQ(show.errors, "orvelcs: catalog show: standard output: cannot be written: File too large\n");
-    std::string bytes; // without runs, so that packing does not shorten it
-    for (int index = 0; index < 2000; ++index)
-        bytes.push_back(static_cast<char>(index % 251));
-    const ProgramResult pack = limited("codec pack", bytes);
-    EXPECT_EQ(pack.status, 1);
-    EXPECT_EQ(pack.errors, "orvelcs: codec pack: standard output: cannot be written: File too large\n");
-}
-
-TEST_F(OutputFailure, OfTheCatalogsTemporaryFile_IsNotTakenForAnEmptyCatalog)
-{
-    const ProgramResult search =
-        run({.arguments = {"-c", "ulimit -f 1; exec \"$0\" catalog search UTM", ORVELCS_PROGRAM},
-             .input = {},
-             .environment = {},
-             .program = "/bin/sh"});
-    expectResult(search, 1, "", "orvelcs: catalog search: UTM: the catalog cannot be read\n");
-}
-
 TEST_F(OutputFailure, OfAnUnavailableCatalog_IsNotTakenForAnUnknownAuthorityOrCode)
 {
-    const std::map<std::string, std::string> nowhere = {{"PROJ_LIB", "/nonexistent"}, {"PROJ_DATA", "/nonexistent"}};
-    const auto runNowhere = [&](const std::vector<std::string>& arguments) {
-        return run({.arguments = arguments, .input = {}, .environment = nowhere});
-    };
-    const ProgramResult search = runNowhere({"catalog", "search", "--authority", "EPSG", "utm"});
+    const ProgramResult search = runWithoutCatalog({"catalog", "search", "--authority", "EPSG", "utm"});
     EXPECT_EQ(search.status, 1);
     EXPECT_THAT(search.errors, testing::HasSubstr("the catalog cannot be opened: statusCatalogUnavailable (46)"));
 }

@@ -1,12 +1,12 @@
-// Points through what a drawing configures, against PROJ's own program for coordinate operations.
+// Points through what a drawing configures, against PROJ itself.
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <iostream>
 #include <sstream>
 
 #include "command_line_test.h"
+#include "proj_points.h"
 
 namespace Tests {
 namespace {
@@ -66,28 +66,6 @@ protected:
         return points;
     }
 
-    static std::filesystem::path cct()
-    {
-        std::istringstream folders(std::getenv("PATH") != nullptr ? std::getenv("PATH") : "");
-        for (std::string folder; std::getline(folders, folder, ':');) {
-            if (std::filesystem::exists(std::filesystem::path(folder) / "cct"))
-                return std::filesystem::path(folder) / "cct";
-        }
-        return {};
-    }
-
-    std::vector<Point> pointsOfCct(const Comparison& one, bool isInverse, const std::string& points) const
-    {
-        ProgramRun programRun;
-        programRun.program = cct();
-        programRun.arguments = {"-d", "12", "-t", "0"};
-        if (isInverse)
-            programRun.arguments.emplace_back("-I");
-        programRun.arguments.emplace_back(one.code);
-        programRun.input = points;
-        return pointsFrom(run(programRun).output);
-    }
-
     std::vector<Point> pointsOfOrvelcs(const Comparison& one, bool isInverse, const std::string& points) const
     {
         const ProgramResult result = run({"transform", isInverse ? one.target : one.source,
@@ -96,6 +74,11 @@ protected:
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(result.errors, ""); // and so no note that nothing was configured
         return pointsFrom(result.output);
+    }
+
+    std::string carriedOver(const char* code, bool isInverse, const std::string& points) const
+    {
+        return carriedOverByProj(code, isInverse, points, path(""));
     }
 
     /// In each axis; fails unless there are as many points of both as were given.
@@ -112,14 +95,13 @@ protected:
 
     void expectAgreement(const Comparison& one, bool isInverse, const Area& area) const
     {
-        ASSERT_FALSE(cct().empty()) << "cct is missing: install proj-bin";
         const std::string points = pointsOf(area);
         const auto ours = pointsOfOrvelcs(one, isInverse, points);
-        const Point largest = largestDifference(ours, pointsOfCct(one, isInverse, points));
+        const Point largest = largestDifference(ours, pointsFrom(carriedOver(one.code, isInverse, points)));
         std::ostringstream text;
         text.precision(1);
         text << std::scientific << one.code << (isInverse ? " in reverse" : "") << ", " << kPoints
-             << " points: the largest differences from cct are " << largest[0] << ", " << largest[1] << " and "
+             << " points: the largest differences from PROJ are " << largest[0] << ", " << largest[1] << " and "
              << largest[2] << " m\n";
         std::cout << text.str();
         EXPECT_LE(largest[0], 1e-9);
@@ -133,21 +115,21 @@ constexpr Comparison kNtfParis{"EPSG:4807", "EPSG:4326", "NTF (Paris) to WGS 84 
 constexpr Comparison kAmersfoort{"EPSG:4289", "EPSG:4230", "Amersfoort to ED50 (1)", "EPSG:4837", 1};
 constexpr Comparison kEd50{"EPSG:4230", "EPSG:4326", "ED50 to WGS 84 (18)", "EPSG:1311", 2};
 
-TEST_F(TransformAgreement, APathOfTwoSteps_AgreesWithCctInBothDirections)
+TEST_F(TransformAgreement, APathOfTwoSteps_AgreesWithProjInBothDirections)
 {
     givenConfiguration(kNtfParis);
     expectAgreement(kNtfParis, false, {46.7, 56.7, -7.5, 8}); // grads of France, from Paris
     expectAgreement(kNtfParis, true, {42, 51, -5, 9});
 }
 
-TEST_F(TransformAgreement, AReversiblePath_AgreesWithCctInBothDirections)
+TEST_F(TransformAgreement, AReversiblePath_AgreesWithProjInBothDirections)
 {
     givenConfiguration(kAmersfoort);
     expectAgreement(kAmersfoort, false, {50.7, 53.6, 3.3, 7.3});
     expectAgreement(kAmersfoort, true, {50.7, 53.6, 3.3, 7.3});
 }
 
-TEST_F(TransformAgreement, ASingleTransformation_AgreesWithCctInBothDirections)
+TEST_F(TransformAgreement, ASingleTransformation_AgreesWithProjInBothDirections)
 {
     givenConfiguration(kEd50);
     expectAgreement(kEd50, true, {49, 63, -12, 6}); // the North Sea

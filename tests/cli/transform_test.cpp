@@ -196,22 +196,6 @@ TEST_F(TransformCommand, PointsAndDrawingOnStandardInput_AreWrongUsage)
                      "orvelcs: transform: --drawing: standard input holds the points");
 }
 
-TEST_F(TransformCommand, ALineIsAnsweredBeforeTheNextIsAskedFor)
-{
-    ProgramRun script;
-    script.program = "/bin/sh";
-    script.arguments = {
-        "-c",
-        "mkfifo points answers\n"
-        "\"$1\" transform -q EPSG:4258 EPSG:25832 <points >answers &\n"
-        "exec 3>points 4<answers\n"
-        "for point in '0 9' '0 9 5'; do echo \"$point\" >&3; read -r answer <&4; echo \"$answer\"; done\n"
-        "exec 3>&-\n"
-        "wait $!\n",
-        "sh", ORVELCS_PROGRAM};
-    expectResult(run(script), 0, "500000.000000 0.000000\n500000.000000 0.000000 5.000000\n", "");
-}
-
 TEST_F(TransformCommand, AReaderThatGoesAway_EndsIt)
 {
     ProgramRun programRun;

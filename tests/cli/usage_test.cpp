@@ -1,3 +1,5 @@
+#include <regex>
+
 #include "command_line_test.h"
 
 namespace Tests {
@@ -69,7 +71,8 @@ TEST_F(CommandLineUsage, Version_NamesTheProgramProjAndTheCatalog)
     const ProgramResult result = run({"--version"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
-    EXPECT_THAT(result.output, testing::MatchesRegex("orvelcs [0-9.]+\nPROJ [0-9.]+\nEPSG v[0-9.]+\n"));
+    const std::regex versions("orvelcs [0-9.]+\nPROJ [0-9.]+\nEPSG v[0-9.]+\n");
+    EXPECT_TRUE(std::regex_match(result.output, versions)) << result.output;
 }
 
 TEST_F(CommandLineUsage, VersionWithACommand_NeedsNoArguments)
@@ -257,14 +260,6 @@ TEST_F(CommandLineUsage, OptionOfTheCommandBeforeIt_IsToldToGoAfter)
                      "orvelcs: assign: --events: is an option of assign and goes after assign");
     expectWrongUsage(run({"catalog", "--wkt", "show", "EPSG:4326"}),
                      "orvelcs: catalog show: --wkt: is an option of catalog show and goes after catalog show");
-}
-
-TEST_F(CommandLineUsage, FileNameThatIsNotUtf8_IsToldOnce)
-{
-    const std::string name = "nope\xFF";
-    const std::string shown = "nope\xEF\xBF\xBD";
-    expectResult(run({"show", name}), 1, "",
-                 "orvelcs: show: " + shown + ": eFileNotFound (50): No such file or directory\n");
 }
 
 } // namespace

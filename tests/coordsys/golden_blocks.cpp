@@ -13,7 +13,7 @@ namespace {
 
 constexpr auto kPackedVersion = static_cast<QeDb::QeDbDwgVersion>(29);
 constexpr auto kTextVersion = static_cast<QeDb::QeDbDwgVersion>(30);
-constexpr std::size_t kBytesPerLine = 32;
+constexpr std::size_t kBytesPerGoldenLine = 32;
 
 constexpr const wchar_t* kUserCode = L"MINE:GRID";
 constexpr const wchar_t* kUserText =
@@ -33,14 +33,6 @@ std::filesystem::path fileOf(const GoldenBlock& block)
     return std::filesystem::path(ORVEL_SOURCE_DIR) / "tests" / "coordsys" / "golden" / (block.name + form);
 }
 
-void appendHex(Bytes& bytes, std::string line)
-{
-    line.resize(std::min(line.size(), line.find(';')));
-    std::erase(line, ' ');
-    for (std::size_t at = 0; at < line.size(); at += 2)
-        bytes.push_back(static_cast<unsigned char>(std::stoi(line.substr(at, 2), nullptr, 16)));
-}
-
 char printable(unsigned char byte)
 {
     return byte >= ' ' && byte <= '~' ? static_cast<char>(byte) : '.';
@@ -48,7 +40,7 @@ char printable(unsigned char byte)
 
 std::string lineOf(const Bytes& bytes)
 {
-    std::string line = hexOf(bytes) + std::string((kBytesPerLine - bytes.size()) * 2, ' ') + " ; ";
+    std::string line = hexOf(bytes) + std::string((kBytesPerGoldenLine - bytes.size()) * 2, ' ') + " ; ";
     std::ranges::transform(bytes, std::back_inserter(line), printable);
     line.erase(line.find_last_not_of(' ') + 1);
     return line;
@@ -86,8 +78,10 @@ Bytes GoldenBlock::bytes() const
     if (!file)
         throw std::runtime_error(fileOf(*this).string() + " cannot be read");
     Bytes bytes;
-    for (std::string line; std::getline(file, line);)
-        appendHex(bytes, line);
+    for (std::string line; std::getline(file, line);) {
+        const Bytes more = bytesOfHex(line.substr(0, line.find(';')));
+        bytes.insert(bytes.end(), more.begin(), more.end());
+    }
     return bytes;
 }
 
@@ -104,9 +98,9 @@ SystemHolder sourceOf(const GoldenBlock& block)
 
 void writeGoldenBlock(const GoldenBlock& block, const Bytes& bytes)
 {
-    std::ofstream file(fileOf(block));
-    for (std::size_t at = 0; at < bytes.size(); at += kBytesPerLine) {
-        const std::size_t count = std::min(kBytesPerLine, bytes.size() - at);
+    std::ofstream file(fileOf(block), std::ios::binary);
+    for (std::size_t at = 0; at < bytes.size(); at += kBytesPerGoldenLine) {
+        const std::size_t count = std::min(kBytesPerGoldenLine, bytes.size() - at);
         file << lineOf(Bytes(bytes.data() + at, bytes.data() + at + count)) << '\n';
     }
     if (!file.flush())

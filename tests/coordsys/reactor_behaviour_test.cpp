@@ -5,8 +5,6 @@ namespace {
 
 using namespace Tests;
 
-constexpr const wchar_t* kName = L"EPSG:25832";
-
 struct Objection {};
 
 /// Two reactors, of which the first is about to misbehave.
@@ -47,10 +45,10 @@ TEST_F(ReactorBehaviour, ThrowingAtTheFirstQuestion_PassesAndChangesNothing)
 {
     giveSystem(L"EPSG:2263");
     const auto before = drawing.image();
-    throwAt({Event::asked, kName});
-    EXPECT_THROW(static_cast<void>(assign(kName)), Objection);
+    throwAt({Event::asked, kAssignedCode});
+    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
     EXPECT_EQ(drawing.image(), before);
-    EXPECT_EQ(log, Notices({{Event::asked, kName}}));
+    EXPECT_EQ(log, Notices({{Event::asked, kAssignedCode}}));
     expectListIntact();
 }
 
@@ -59,7 +57,7 @@ TEST_F(ReactorBehaviour, ThrowingAtTheRemovalsQuestion_PassesAndChangesNothing)
     giveSystem(L"EPSG:2263");
     const auto before = drawing.image();
     throwAt({Event::asked, std::nullopt});
-    EXPECT_THROW(static_cast<void>(assign(kName)), Objection);
+    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
     EXPECT_EQ(drawing.image(), before);
     expectListIntact();
 }
@@ -68,7 +66,7 @@ TEST_F(ReactorBehaviour, ThrowingAtTheRemovalsNotice_LeavesTheDrawingEmpty)
 {
     giveSystem(L"EPSG:2263");
     throwAt({Event::changed, std::nullopt});
-    EXPECT_THROW(static_cast<void>(assign(kName)), Objection);
+    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
     EXPECT_EQ(storedCode(), L"none");
     EXPECT_EQ(log.back(), (Notice{Event::changed, std::nullopt, "A"}));
     expectListIntact();
@@ -76,8 +74,8 @@ TEST_F(ReactorBehaviour, ThrowingAtTheRemovalsNotice_LeavesTheDrawingEmpty)
 
 TEST_F(ReactorBehaviour, ThrowingAtTheLastNotice_LeavesTheAssignmentDone)
 {
-    throwAt({Event::changed, kName});
-    EXPECT_THROW(static_cast<void>(assign(kName)), Objection);
+    throwAt({Event::changed, kAssignedCode});
+    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
     EXPECT_EQ(storedCode(), L"system EPSG:25832");
     expectListIntact();
 }
@@ -87,8 +85,8 @@ TEST_F(ReactorBehaviour, ThrowingAtAVeto_PassesAndChangesNothing)
     giveSystem(L"EPSG:2263");
     const auto before = drawing.image();
     second.answer = [](const Notice&) { return false; };
-    throwAt({Event::vetoed, kName});
-    EXPECT_THROW(static_cast<void>(assign(kName)), Objection);
+    throwAt({Event::vetoed, kAssignedCode});
+    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
     EXPECT_EQ(drawing.image(), before);
     expectListIntact();
 }
@@ -109,8 +107,8 @@ TEST_F(ReactorBehaviour, ThrowingOnClearing_PassesAndLeavesNoTransaction)
 
 TEST_F(ReactorBehaviour, ThrowingBeforeAnyFailure_ReportsStatusZero)
 {
-    throwAt({Event::asked, kName});
-    const SystemHolder definition = catalogSystem(kName);
+    throwAt({Event::asked, kAssignedCode});
+    const SystemHolder definition = catalogSystem(kAssignedCode);
     EXPECT_THROW(static_cast<void>(assign(definition)), Objection);
     EXPECT_EQ(status, 0);
 }
@@ -119,12 +117,12 @@ TEST_F(ReactorBehaviour, AssigningInsideTheLastNotice_IsAWholeAssignmentOfItsOwn
 {
     ASSERT_EQ(second.remove(), Qeapp::eOk);
     reactor.action = [&](const Notice& notice) {
-        if (notice == Notice{Event::changed, kName}) {
+        if (notice == Notice{Event::changed, kAssignedCode}) {
             EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:2263", database()), Qeapp::eOk);
         }
     };
-    EXPECT_EQ(assign(kName), Qeapp::eOk);
-    Notices expected = noticesOfAssignment(kName);
+    EXPECT_EQ(assign(kAssignedCode), Qeapp::eOk);
+    Notices expected = noticesOfAssignment(kAssignedCode);
     for (const Notice& notice : noticesOfAssignment(L"EPSG:2263"))
         expected.push_back(notice);
     EXPECT_EQ(log, expected);
@@ -134,18 +132,18 @@ TEST_F(ReactorBehaviour, AssigningInsideTheLastNotice_IsAWholeAssignmentOfItsOwn
 TEST_F(ReactorBehaviour, AssigningInsideTheLastNotice_ReachesTheOtherReactorsBeforeTheOuterNotice)
 {
     reactor.action = [&](const Notice& notice) {
-        if (notice == Notice{Event::changed, kName}) {
+        if (notice == Notice{Event::changed, kAssignedCode}) {
             EXPECT_EQ(Cs::ClearCoordinateSystem(database()), Qeapp::eOk);
         }
     };
-    EXPECT_EQ(assign(kName), Qeapp::eOk);
+    EXPECT_EQ(assign(kAssignedCode), Qeapp::eOk);
     const Notices tail(log.end() - 6, log.end());
-    EXPECT_EQ(tail, Notices({{Event::changed, kName, "A"},
+    EXPECT_EQ(tail, Notices({{Event::changed, kAssignedCode, "A"},
                              {Event::asked, std::nullopt, "A"},
                              {Event::asked, std::nullopt, "B"},
                              {Event::changed, std::nullopt, "A"},
                              {Event::changed, std::nullopt, "B"},
-                             {Event::changed, kName, "B"}}));
+                             {Event::changed, kAssignedCode, "B"}}));
     EXPECT_EQ(storedCode(), L"none");
 }
 
@@ -157,7 +155,7 @@ TEST_F(ReactorBehaviour, AssigningInsideTheRemovalsNotice_IsOverwrittenByTheOute
         done = true;
         EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:2263", database()), Qeapp::eOk);
     };
-    EXPECT_EQ(assign(kName), Qeapp::eOk);
+    EXPECT_EQ(assign(kAssignedCode), Qeapp::eOk);
     EXPECT_EQ(storedCode(), L"system EPSG:25832");
 }
 
@@ -169,20 +167,20 @@ TEST_F(ReactorBehaviour, ReadingInsideAQuestion_IsAllowed)
         seen = storedCode();
         return false;
     };
-    EXPECT_EQ(assign(kName), Qeapp::eVetoed);
+    EXPECT_EQ(assign(kAssignedCode), Qeapp::eVetoed);
     EXPECT_EQ(seen, L"system EPSG:2263");
 }
 
 TEST_F(ReactorBehaviour, TheAnnouncedNameOutlivesWhatAReactorDoesToTheDefinition)
 {
-    SystemHolder definition = catalogSystem(kName);
+    SystemHolder definition = catalogSystem(kAssignedCode);
     reactor.action = [&](const Notice& notice) {
-        if (notice == Notice{Event::asked, kName}) {
+        if (notice == Notice{Event::asked, kAssignedCode}) {
             ASSERT_EQ(definition->SetDatum(catalogDatum(L"EPSG:6258").get()), Library::statusOk);
         }
     };
     EXPECT_EQ(assign(definition), Qeapp::eOk);
-    EXPECT_EQ(log.back(), (Notice{Event::changed, kName, "B"}));
+    EXPECT_EQ(log.back(), (Notice{Event::changed, kAssignedCode, "B"}));
 }
 
 TEST_F(ReactorBehaviour, AnotherWorkingDatabaseMeanwhile_DoesNotDivertTheAssignment)
@@ -191,7 +189,7 @@ TEST_F(ReactorBehaviour, AnotherWorkingDatabaseMeanwhile_DoesNotDivertTheAssignm
     QeDbHostApplicationServices* const services = qedbHostApplicationServices();
     services->setWorkingDatabase(database());
     reactor.action = [&](const Notice&) { services->setWorkingDatabase(other.database()); };
-    EXPECT_EQ(Cs::SetCoordinateSystem(kName), Qeapp::eOk);
+    EXPECT_EQ(Cs::SetCoordinateSystem(kAssignedCode), Qeapp::eOk);
     services->setWorkingDatabase(nullptr);
     EXPECT_EQ(reactor.databases, std::vector<QeDbDatabase*>(4, database()));
     EXPECT_EQ(storedCode(), L"system EPSG:25832");

@@ -5,8 +5,6 @@ namespace {
 
 using namespace Tests;
 
-constexpr const wchar_t* kName = L"EPSG:25832";
-
 /// Three registered reactors A, B, C and one, D, that is not.
 class ReactorNotices : public CoordsysTest {
 protected:
@@ -35,21 +33,21 @@ protected:
     }
     std::string heardOfQuestion()
     {
-        return heardOf([&] { EXPECT_TRUE(Cs::NotifyCoordinateSystemWillChange(database(), kName)); });
+        return heardOf([&] { EXPECT_TRUE(Cs::NotifyCoordinateSystemWillChange(database(), kAssignedCode)); });
     }
     std::string heardOfChange()
     {
-        return heardOf([&] { Cs::NotifyCoordinateSystemChanged(database(), kName); });
+        return heardOf([&] { Cs::NotifyCoordinateSystemChanged(database(), kAssignedCode); });
     }
     std::string heardOfVeto()
     {
-        return heardOf([&] { Cs::NotifyCoordinateSystemChangeVetoed(database(), kName); });
+        return heardOf([&] { Cs::NotifyCoordinateSystemChangeVetoed(database(), kAssignedCode); });
     }
     std::string heardOfTransformation()
     {
         return heardOf([] { Cs::NotifyCsTransformationChanged(); });
     }
-    bool ask(const wchar_t* name = kName) { return Cs::NotifyCoordinateSystemWillChange(database(), name); }
+    bool ask(const wchar_t* name = kAssignedCode) { return Cs::NotifyCoordinateSystemWillChange(database(), name); }
 };
 
 Notices toEach(Event event, const std::optional<std::wstring>& name)
@@ -60,7 +58,7 @@ Notices toEach(Event event, const std::optional<std::wstring>& name)
 TEST_F(ReactorNotices, AQuestionGoesToEachReactorWithDrawingAndName)
 {
     EXPECT_TRUE(ask());
-    EXPECT_EQ(log, toEach(Event::asked, kName));
+    EXPECT_EQ(log, toEach(Event::asked, kAssignedCode));
     EXPECT_EQ(third.databases, std::vector<QeDbDatabase*>{database()});
 }
 
@@ -82,14 +80,14 @@ TEST_F(ReactorNotices, AnEmptyNameStaysEmpty)
 
 TEST_F(ReactorNotices, AChangeGoesToEachReactor)
 {
-    Cs::NotifyCoordinateSystemChanged(database(), kName);
-    EXPECT_EQ(log, toEach(Event::changed, kName));
+    Cs::NotifyCoordinateSystemChanged(database(), kAssignedCode);
+    EXPECT_EQ(log, toEach(Event::changed, kAssignedCode));
 }
 
 TEST_F(ReactorNotices, AVetoGoesToEachReactor)
 {
-    Cs::NotifyCoordinateSystemChangeVetoed(database(), kName);
-    EXPECT_EQ(log, toEach(Event::vetoed, kName));
+    Cs::NotifyCoordinateSystemChangeVetoed(database(), kAssignedCode);
+    EXPECT_EQ(log, toEach(Event::vetoed, kAssignedCode));
 }
 
 TEST_F(ReactorNotices, AChangeOfTheTransformationsGoesToEachReactor)
@@ -102,19 +100,19 @@ TEST_F(ReactorNotices, WhenTheSecondVetoesTheThirdIsNotAskedAndAllHearOfIt)
 {
     second.answer = [](const Notice&) { return false; };
     EXPECT_FALSE(ask());
-    EXPECT_EQ(log, Notices({{Event::asked, kName, "A"},
-                            {Event::asked, kName, "B"},
-                            {Event::vetoed, kName, "A"},
-                            {Event::vetoed, kName, "B"},
-                            {Event::vetoed, kName, "C"}}));
+    EXPECT_EQ(log, Notices({{Event::asked, kAssignedCode, "A"},
+                            {Event::asked, kAssignedCode, "B"},
+                            {Event::vetoed, kAssignedCode, "A"},
+                            {Event::vetoed, kAssignedCode, "B"},
+                            {Event::vetoed, kAssignedCode, "C"}}));
 }
 
 TEST_F(ReactorNotices, WhenTheLastVetoesAllWereAsked)
 {
     third.answer = [](const Notice&) { return false; };
     EXPECT_FALSE(ask());
-    Notices expected = toEach(Event::asked, kName);
-    for (const Notice& notice : toEach(Event::vetoed, kName))
+    Notices expected = toEach(Event::asked, kAssignedCode);
+    for (const Notice& notice : toEach(Event::vetoed, kAssignedCode))
         expected.push_back(notice);
     EXPECT_EQ(log, expected);
 }
@@ -133,17 +131,17 @@ TEST_F(ReactorNotices, AReactorAddedDuringAVetoedQuestionHearsOfTheVeto)
 {
     second.answer = [&](const Notice&) { return spare.add() != Qeapp::eOk; };
     EXPECT_FALSE(ask());
-    EXPECT_EQ(log.back(), (Notice{Event::vetoed, kName, "D"}));
+    EXPECT_EQ(log.back(), (Notice{Event::vetoed, kAssignedCode, "D"}));
 }
 
 TEST_F(ReactorNotices, AReactorRemovedDuringAVetoedQuestionDoesNotHearOfTheVeto)
 {
     second.answer = [&](const Notice&) { return first.remove() != Qeapp::eOk; };
     EXPECT_FALSE(ask());
-    EXPECT_EQ(log, Notices({{Event::asked, kName, "A"},
-                            {Event::asked, kName, "B"},
-                            {Event::vetoed, kName, "B"},
-                            {Event::vetoed, kName, "C"}}));
+    EXPECT_EQ(log, Notices({{Event::asked, kAssignedCode, "A"},
+                            {Event::asked, kAssignedCode, "B"},
+                            {Event::vetoed, kAssignedCode, "B"},
+                            {Event::vetoed, kAssignedCode, "C"}}));
 }
 
 TEST_F(ReactorNotices, AReactorThatAddsAnotherDuringAQuestion_AddsItForTheNextEvent)
@@ -222,14 +220,14 @@ TEST_F(ReactorNotices, AnAssignmentTakesAReactorUpFromItsNextNotice)
     first.action = [&](const Notice&) { static_cast<void>(spare.add()); }; // refused the second time
     ASSERT_EQ(second.remove(), Qeapp::eOk);
     ASSERT_EQ(third.remove(), Qeapp::eOk);
-    ASSERT_EQ(assign(kName), Qeapp::eOk);
-    EXPECT_EQ(log, Notices({{Event::asked, kName, "A"},
+    ASSERT_EQ(assign(kAssignedCode), Qeapp::eOk);
+    EXPECT_EQ(log, Notices({{Event::asked, kAssignedCode, "A"},
                             {Event::asked, std::nullopt, "A"},
                             {Event::asked, std::nullopt, "D"},
                             {Event::changed, std::nullopt, "A"},
                             {Event::changed, std::nullopt, "D"},
-                            {Event::changed, kName, "A"},
-                            {Event::changed, kName, "D"}}));
+                            {Event::changed, kAssignedCode, "A"},
+                            {Event::changed, kAssignedCode, "D"}}));
 }
 
 } // namespace

@@ -6,7 +6,6 @@ using namespace Tests;
 using Embedded::Faults;
 using Embedded::ScopedFault;
 
-constexpr const char* kLoad = "CoordinateReferenceSystemDefinition::Load";
 constexpr const char* kGetCode = "DefinitionBase::GetCode";
 
 class ReadCode : public CoordsysTest {
@@ -101,7 +100,7 @@ TEST_F(ReadCode, HostFailure_PassesOn)
 TEST_F(ReadCode, CatalogWithoutMemory_IsOutOfMemory)
 {
     giveSystem(L"EPSG:25832");
-    const ScopedFault fault({.call = kLoad, .code = 57});
+    const ScopedFault fault({.call = kLoadSystem, .code = 57});
     EXPECT_EQ(read(), Qeapp::eOutOfMemory);
     EXPECT_EQ(text(), std::nullopt);
 }
@@ -109,7 +108,7 @@ TEST_F(ReadCode, CatalogWithoutMemory_IsOutOfMemory)
 TEST_F(ReadCode, CatalogThatFailsOtherwise_IsInvalidInput)
 {
     giveSystem(L"EPSG:25832");
-    const ScopedFault fault({.call = kLoad, .code = 46});
+    const ScopedFault fault({.call = kLoadSystem, .code = 46});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
 }

@@ -7,8 +7,6 @@ using namespace Tests;
 using Embedded::Faults;
 using Embedded::ScopedFault;
 
-constexpr const char* kLoad = "CoordinateReferenceSystemDefinition::Load";
-
 class ReadSystem : public CoordsysTest {
 protected:
     SystemHolder definition;
@@ -38,7 +36,7 @@ TEST_F(ReadSystem, DrawingWithNothingStored_IsNotCheckedAgainstTheCatalog)
 {
     Faults::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(timesSeen(kLoad), 0U);
+    EXPECT_EQ(timesSeen(kLoadSystem), 0U);
 }
 
 TEST_F(ReadSystem, DrawingWithNothingStored_SetsTheCallersPointerToNull)
@@ -80,7 +78,7 @@ TEST_F(ReadSystem, WithoutAFlag_TheCatalogIsNotAsked)
     Faults::watch();
     EXPECT_EQ(readWithoutFlag(), Qeapp::eOk);
     EXPECT_EQ(described(definition.get()), L"system MINE:1");
-    EXPECT_EQ(timesSeen(kLoad), 0U);
+    EXPECT_EQ(timesSeen(kLoadSystem), 0U);
     EXPECT_EQ(status, 0);
 }
 
@@ -124,7 +122,7 @@ TEST_F(ReadSystem, ArrayWithoutASystem_IsCheckedUnderNoCodeAndNotKnown)
     giveDatumAndEllipsoidOnly();
     Faults::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(timesSeen(kLoad), 1U);
+    EXPECT_EQ(timesSeen(kLoadSystem), 1U);
     EXPECT_FALSE(definition);
     EXPECT_FALSE(known);
     EXPECT_EQ(status, 35);
@@ -195,7 +193,7 @@ TEST_F(ReadSystem, DeprecatedSystem_IsKnown)
 TEST_F(ReadSystem, CatalogWithoutMemory_IsOutOfMemoryWithTheDefinitionGiven)
 {
     giveSystem(L"EPSG:25832");
-    const ScopedFault fault({.call = kLoad, .code = 57});
+    const ScopedFault fault({.call = kLoadSystem, .code = 57});
     EXPECT_EQ(read(), Qeapp::eOutOfMemory);
     EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
     EXPECT_FALSE(known);
@@ -204,7 +202,7 @@ TEST_F(ReadSystem, CatalogWithoutMemory_IsOutOfMemoryWithTheDefinitionGiven)
 TEST_F(ReadSystem, CatalogThatFailsOtherwise_IsInvalidInputWithTheDefinitionGiven)
 {
     giveSystem(L"EPSG:25832");
-    const ScopedFault fault({.call = kLoad, .code = 46});
+    const ScopedFault fault({.call = kLoadSystem, .code = 46});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
     EXPECT_FALSE(known);
@@ -217,7 +215,7 @@ TEST_F(ReadSystem, FailedCatalogCheck_LeavesTheStatusOfTheReading)
     giveSystem(L"EPSG:25832");
     for (const int code : {10, 46, 52, 57}) {
         status = kUntouched;
-        const ScopedFault fault({.call = kLoad, .code = code});
+        const ScopedFault fault({.call = kLoadSystem, .code = code});
         EXPECT_NE(read(), Qeapp::eOk) << code;
         EXPECT_EQ(status, 0) << code;
     }
@@ -226,7 +224,7 @@ TEST_F(ReadSystem, FailedCatalogCheck_LeavesTheStatusOfTheReading)
 TEST_F(ReadSystem, CatalogThatAnswersNotFound_IsNoFailure)
 {
     giveSystem(L"EPSG:25832");
-    const ScopedFault fault({.call = kLoad, .code = 35});
+    const ScopedFault fault({.call = kLoadSystem, .code = 35});
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
     EXPECT_FALSE(known);
@@ -236,7 +234,7 @@ TEST_F(ReadSystem, CatalogThatAnswersNotFound_IsNoFailure)
 TEST_F(ReadSystem, FailedCatalogCheckAfterALegacyCode_KeepsTheDefinition)
 {
     drawing.withLegacyCode(L"EPSG:2263");
-    const ScopedFault fault({.call = kLoad, .occurrence = 2, .code = 44});
+    const ScopedFault fault({.call = kLoadSystem, .occurrence = 2, .code = 44});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(described(definition.get()), L"system EPSG:2263");
 }

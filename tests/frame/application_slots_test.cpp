@@ -10,11 +10,11 @@
 namespace Tests {
 namespace {
 
-constexpr std::size_t kSlots = 2;
-constexpr std::size_t kLoad = 0;
-constexpr std::size_t kUnload = 1;
+constexpr std::size_t kApplicationSlots = 2;
+constexpr std::size_t kLoadSlot = 0;
+constexpr std::size_t kUnloadSlot = 1;
 
-struct NothingOverridden final : COrvelCoordsysCoreApp {};
+struct PlainApplication final : COrvelCoordsysCoreApp {};
 struct LoadOnly final : COrvelCoordsysCoreApp {
     Qeapp::ErrorStatus load() override { return Qeapp::eOk; }
 };
@@ -22,9 +22,9 @@ struct UnloadOnly final : COrvelCoordsysCoreApp {
     Qeapp::ErrorStatus unload() override { return Qeapp::eOk; }
 };
 
-VirtualTable<kSlots> tableOf(const COrvelCoordsysCoreApp& object)
+VirtualTable<kApplicationSlots> tableOf(const COrvelCoordsysCoreApp& object)
 {
-    return virtualTableOf<kSlots>(&object);
+    return virtualTableOf<kApplicationSlots>(&object);
 }
 
 TEST(ApplicationSlots, TheObjectHasNoData)
@@ -35,23 +35,23 @@ TEST(ApplicationSlots, TheObjectHasNoData)
 
 TEST(ApplicationSlots, LoadComesFirst)
 {
-    const VirtualTable<kSlots> base = tableOf(NothingOverridden());
-    const VirtualTable<kSlots> derived = tableOf(LoadOnly());
-    EXPECT_NE(derived[kLoad], base[kLoad]);
-    EXPECT_EQ(derived[kUnload], base[kUnload]);
+    const VirtualTable<kApplicationSlots> base = tableOf(PlainApplication());
+    const VirtualTable<kApplicationSlots> derived = tableOf(LoadOnly());
+    EXPECT_NE(derived[kLoadSlot], base[kLoadSlot]);
+    EXPECT_EQ(derived[kUnloadSlot], base[kUnloadSlot]);
 }
 
 TEST(ApplicationSlots, UnloadComesNext)
 {
-    const VirtualTable<kSlots> base = tableOf(NothingOverridden());
-    const VirtualTable<kSlots> derived = tableOf(UnloadOnly());
-    EXPECT_EQ(derived[kLoad], base[kLoad]);
-    EXPECT_NE(derived[kUnload], base[kUnload]);
+    const VirtualTable<kApplicationSlots> base = tableOf(PlainApplication());
+    const VirtualTable<kApplicationSlots> derived = tableOf(UnloadOnly());
+    EXPECT_EQ(derived[kLoadSlot], base[kLoadSlot]);
+    EXPECT_NE(derived[kUnloadSlot], base[kUnloadSlot]);
 }
 
 TEST(ApplicationSlots, TheModulesOwnObject_HasTheOperationsOfTheClass)
 {
-    EXPECT_EQ(tableOf(orvelApplication()), tableOf(NothingOverridden()));
+    EXPECT_EQ(tableOf(orvelApplication()), tableOf(PlainApplication()));
 }
 
 } // namespace

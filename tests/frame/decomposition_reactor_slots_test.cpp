@@ -11,13 +11,13 @@
 namespace Tests {
 namespace {
 
-constexpr std::size_t kSlots = 3;
+constexpr std::size_t kReactorSlots = 3;
 
-struct NothingOverridden final : QeDbDecompositionReactor {};
+struct PlainReactor final : QeDbDecompositionReactor {};
 
-VirtualTable<kSlots> tableOf(const QeDbDecompositionReactor& object)
+VirtualTable<kReactorSlots> tableOf(const QeDbDecompositionReactor& object)
 {
-    return virtualTableOf<kSlots>(&object);
+    return virtualTableOf<kReactorSlots>(&object);
 }
 
 TEST(DecompositionReactorSlots, TheObjectHasNoDataAndNoVirtualDestructor)
@@ -28,13 +28,13 @@ TEST(DecompositionReactorSlots, TheObjectHasNoDataAndNoVirtualDestructor)
 
 TEST(DecompositionReactorSlots, TheCallbackComesFirstAndIsTheModules)
 {
-    EXPECT_NE(tableOf(OrvelCoordsysCoreDecompositionReactor())[0], tableOf(NothingOverridden())[0]);
+    EXPECT_NE(tableOf(OrvelCoordsysCoreDecompositionReactor())[0], tableOf(PlainReactor())[0]);
 }
 
 TEST(DecompositionReactorSlots, TheTwoOthersAreTheHosts)
 {
-    const VirtualTable<kSlots> host = tableOf(NothingOverridden());
-    const VirtualTable<kSlots> module = tableOf(OrvelCoordsysCoreDecompositionReactor());
+    const VirtualTable<kReactorSlots> host = tableOf(PlainReactor());
+    const VirtualTable<kReactorSlots> module = tableOf(OrvelCoordsysCoreDecompositionReactor());
     EXPECT_EQ(module[1], host[1]);
     EXPECT_EQ(module[2], host[2]);
 }

@@ -1,44 +1,16 @@
 // Opening drawing files.
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
 #include <filesystem>
 #include <memory>
 #include <string>
 
-#include "drawing_file_child_process.h"
-#include "drawing_file_samples.h"
-#include "drawing_file_temporary_folder.h"
+#include "drawing_file_load_test.h"
 #include "embedded/foundation/faults.h"
-#include "embedded/host/drawing_file.h"
-#include "support/platform_test.h"
 
 namespace Tests {
 namespace {
 
 using namespace Embedded;
 namespace fs = std::filesystem;
-
-class DrawingFileLoad : public PlatformTest {
-protected:
-    void expectRefusal(const fs::path& path, Qeapp::ErrorStatus status, const std::string& reason)
-    {
-        auto database = std::make_unique<QeDbDatabase>();
-        const FileResult result = loadDrawing(path, database);
-        EXPECT_EQ(result.status, status);
-        EXPECT_EQ(result.message.substr(0, path.string().size() + 2 + reason.size()), path.string() + ": " + reason);
-        EXPECT_EQ(database, nullptr);
-    }
-    void expectRefusalOf(const std::string& text, Qeapp::ErrorStatus status, const std::string& reason)
-    {
-        put(file, text);
-        expectRefusal(file, status, reason);
-        EXPECT_EQ(contentsOf(file), text) << "touched by the attempt";
-    }
-
-    TemporaryFolder folder;
-    fs::path file = folder.path() / "a.qedb";
-};
 
 TEST_F(DrawingFileLoad, TheExample_BecomesItsDrawing)
 {
@@ -55,40 +27,9 @@ TEST_F(DrawingFileLoad, AMissingFile_IsNotFound)
     expectRefusal(file, Qeapp::eFileNotFound, "No such file or directory");
 }
 
-TEST_F(DrawingFileLoad, APlaceBelowAFile_IsNotFound)
-{
-    put(file, "text");
-    expectRefusal(file / "b.qedb", Qeapp::eFileNotFound, "Not a directory");
-}
-
-TEST_F(DrawingFileLoad, ALinkToNothing_IsNotFound)
-{
-    fs::create_symlink("missing", file);
-    expectRefusal(file, Qeapp::eFileNotFound, "No such file or directory");
-}
-
-TEST_F(DrawingFileLoad, AFileThatMayNotBeRead_IsNotFound)
-{
-    put(file, exampleText());
-    ASSERT_EQ(::chmod(file.c_str(), 0), 0);
-    ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
-    const std::string answer = answerAsOrdinaryUser([this] {
-        std::unique_ptr<QeDbDatabase> database;
-        const FileResult result = loadDrawing(file, database);
-        return std::to_string(result.status) + " " + result.message;
-    });
-    EXPECT_EQ(answer, "50 " + file.string() + ": Permission denied");
-}
-
 TEST_F(DrawingFileLoad, AFolder_IsNoDrawing)
 {
     expectRefusal(folder.path(), Qeapp::eFileDamaged, "is a folder");
-}
-
-TEST_F(DrawingFileLoad, APipe_IsNoDrawingAndIsNotWaitedFor)
-{
-    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
-    expectRefusal(file, Qeapp::eFileDamaged, "is not a regular file");
 }
 
 TEST_F(DrawingFileLoad, AnEmptyFile_IsDamaged)

@@ -8,6 +8,7 @@
 
 #include "drawing_file_samples.h"
 #include "embedded/host/drawing_file.h"
+#include "support/case_name.h"
 #include "support/platform_test.h"
 
 namespace Tests {
@@ -41,11 +42,6 @@ TEST_P(DrawingFileRefusal, IsRefusedWithThePlace)
     EXPECT_EQ(result.message.substr(0, GetParam().message.size()), GetParam().message);
     EXPECT_FALSE(result.message.empty());
     EXPECT_EQ(image, before) << "touched by a refused text";
-}
-
-std::string nameOf(const testing::TestParamInfo<Refusal>& info)
-{
-    return info.param.name;
 }
 
 std::string nested(std::size_t arrays)
@@ -95,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(
                             {{R"("value": 1})",
                               R"("value": [)" + std::string(57, '[') + R"({"a": {}})" + std::string(57, ']') + "]}"}},
                             "objects[5].chain[0].value[0][0]"}),
-    nameOf);
+    caseName);
 
 INSTANTIATE_TEST_SUITE_P(
     Format, DrawingFileRefusal,
@@ -131,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P(
                 {{"29,", "29, \"" + std::string(39, 'x') + "\xC3\xA4\\n\": 4,"}},
                 std::string(39, 'x') + "…: unknown field"},
         Refusal{"AnUnknownFieldWithANewlineInItsName", {{"29,", R"(29, "a\nb": 4,)"}}, "a?b: unknown field"}),
-    nameOf);
+    caseName);
 
 INSTANTIATE_TEST_SUITE_P(
     Fields, DrawingFileRefusal,
@@ -184,7 +180,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"ExtendedDataWithAnUnknownField",
                 {{R"("application": )", R"("version": 1, "application": )"}},
                 "objects[0].extendedData[0].version: unknown field"}),
-    nameOf);
+    caseName);
 
 INSTANTIATE_TEST_SUITE_P(
     Values, DrawingFileRefusal,
@@ -261,7 +257,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"AUnitWithAFraction", {{"55357", "65.0"}}, "objects[7].chain[1].value: must be a text"},
         Refusal{"UnitsThatAreNoArray", {{"[65, 55357, 66]", "\"A\""}}, "objects[7].chain[1].value: must be a text"},
         Refusal{"UnitsWithAnUnknownField", {{"66]", "66], \"x\": 1"}}, "objects[7].chain[1].value: must be a text"}),
-    nameOf);
+    caseName);
 
 INSTANTIATE_TEST_SUITE_P(
     ExtendedData, DrawingFileRefusal,
@@ -285,7 +281,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"AChunkOf128Bytes",
                 {{R"("code": 1000, "value": "EPSG:25832")", R"("code": 1004, "hex": ")" + std::string(256, 'a') + '"'}},
                 "objects[0].extendedData[0].chain[0].hex: 128 bytes are more than the 127 of a chunk"}),
-    nameOf);
+    caseName);
 
 INSTANTIATE_TEST_SUITE_P(
     Objects, DrawingFileRefusal,
@@ -374,7 +370,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"ARegisteredApplicationWithoutAnOwner",
                 {{R"("owner": "2", )", ""}},
                 "objects[1].records[0]: 5 has another owner"}),
-    nameOf);
+    caseName);
 
 } // namespace
 } // namespace Tests

@@ -146,6 +146,29 @@ TEST_F(DrawingFileRobustness, AVeryLongToken_DoesNotMakeAVeryLongMessage)
     EXPECT_LT(resultOf(edited(exampleText(), "6378137.0", token)).message.size(), 200U);
 }
 
+TEST_F(DrawingFileRobustness, ANumberOf1024Characters_IsNotTooLong)
+{
+    DrawingImage image;
+    const std::string number = "6378137." + std::string(1'016, '0');
+    EXPECT_EQ(drawingImageFrom(edited(exampleText(), "6378137.0", number), image).message, "");
+    EXPECT_EQ(image, exampleImage());
+    EXPECT_EQ(drawingImageFrom(edited(exampleText(), "6378137.0", number + "e0"), image).message, "");
+}
+
+TEST_F(DrawingFileRobustness, ANumberOf1025Characters_IsRefusedWithItsPlace)
+{
+    const std::string number = "6378137." + std::string(1'017, '0');
+    const FileResult result = resultOf(edited(exampleText(), "6378137.0", number));
+    EXPECT_EQ(result.status, Qeapp::eFileDamaged);
+    EXPECT_EQ(result.message, "line 36, byte 2447: the number has more than 1024 digits");
+}
+
+TEST_F(DrawingFileRobustness, DigitsInAString_AreNoNumber)
+{
+    const std::string text = edited(exampleText(), "\"{\"", "\"\\\"" + std::string(5'000, '7') + "\\\\\"");
+    EXPECT_EQ(resultOf(text).message, "");
+}
+
 TEST_F(DrawingFileRobustness, ADrawingWithManyObjects_IsReadAndWritten)
 {
     DrawingImage image = exampleImage();

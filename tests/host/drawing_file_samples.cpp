@@ -51,6 +51,14 @@ void put(const std::filesystem::path& file, const std::string& contents)
     EXPECT_TRUE(stream.flush()) << file;
 }
 
+std::set<std::string> namesIn(const std::filesystem::path& folder)
+{
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.insert(entry.path().filename().string());
+    return names;
+}
+
 std::string exampleText()
 {
     static const std::string opening = "```json\n";

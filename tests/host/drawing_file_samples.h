@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <random>
+#include <set>
 #include <string>
 
 #include "embedded/host/drawing_image.h"
@@ -19,6 +20,8 @@ std::string edited(std::string text, const std::string& from, const std::string&
 
 std::string contentsOf(const std::filesystem::path& file);
 void put(const std::filesystem::path& file, const std::string& contents);
+/// Of everything in the folder.
+std::set<std::string> namesIn(const std::filesystem::path& folder);
 
 /// Valid images of every kind of object and value, with texts that are hard on an encoder.
 class RandomImages {

@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "drawing_file_samples.h"
-#include "drawing_file_temporary_folder.h"
 #include "embedded/foundation/faults.h"
 #include "embedded/host/drawing_file.h"
 #include "platform/host.h"
 #include "support/platform_test.h"
+#include "support/temporary_folder.h"
 
 namespace Tests {
 namespace {
@@ -97,7 +97,7 @@ protected:
         EXPECT_EQ(result.message, message);
         EXPECT_EQ(imageOf(*database), before);
         EXPECT_EQ(contentsOf(file), "what was there before");
-        EXPECT_EQ(folder.names(), std::set<std::string>{"a.qedb"});
+        EXPECT_EQ(namesIn(folder.path()), std::set<std::string>{"a.qedb"});
     }
 
     TemporaryFolder folder;
@@ -242,7 +242,7 @@ TEST_F(DrawingFileSave, ToSomewhereElse_GivesTheTextOfTheFile)
     });
     EXPECT_EQ(result.status, Qeapp::eOk);
     EXPECT_EQ(text, exampleText());
-    EXPECT_EQ(folder.names(), std::set<std::string>());
+    EXPECT_EQ(namesIn(folder.path()), std::set<std::string>());
 }
 
 TEST_F(DrawingFileSave, ToSomewhereElse_IsUndoneWhereItCannotBeWritten)

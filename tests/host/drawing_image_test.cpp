@@ -31,7 +31,7 @@ protected:
         addBlock(L"Block");
         addGeoData(L"text");
         addXrecord(addDictionary(L"nested"), L"inner");
-        addXrecord(L"outer", L"\x1F600 \xD800");
+        addXrecord(L"outer", (std::wstring(L"\U0001F600 ") + static_cast<wchar_t>(0xD800)).c_str());
         const Chain data(qeutBuildList(1001, L"ktn", 1000, L"code", 1040, -0.0, 1001, L"ALPHA", 1070, 1, 5000));
         EXPECT_EQ(namedObjects(QeDb::kForWrite)->setXData(data.get()), Qeapp::eOk);
     }

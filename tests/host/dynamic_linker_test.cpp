@@ -47,7 +47,8 @@ TEST_F(DynamicLinker, LoadedModule_IsNotInitialisedAgain)
 {
     const ModuleLoad first = loadModule(GOOD_MODULE);
     ASSERT_EQ(first.status, Qeapp::eOk) << first.message;
-    const auto otherSpelling = std::filesystem::path(GOOD_MODULE).parent_path() / "." / "good_module.so";
+    const auto otherSpelling =
+        std::filesystem::path(GOOD_MODULE).parent_path() / "." / std::filesystem::path(GOOD_MODULE).filename();
     const ModuleLoad second = loadModule(otherSpelling);
     EXPECT_EQ(second.status, Qeapp::eOk);
     EXPECT_EQ(second.handle, first.handle);

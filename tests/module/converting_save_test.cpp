@@ -3,7 +3,7 @@
 
 #include "embedded/foundation/faults.h"
 #include "embedded/host/drawing_file.h"
-#include "module_test.h"
+#include "module/module_test.h"
 #include "support/drawing.h"
 #include "support/library_definitions.h"
 #include "support/temporary_folder.h"

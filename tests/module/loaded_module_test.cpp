@@ -1,5 +1,5 @@
 #include "embedded/foundation/faults.h"
-#include "module_test.h"
+#include "module/module_test.h"
 
 namespace Tests {
 namespace {

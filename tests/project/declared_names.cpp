@@ -261,7 +261,7 @@ private:
 
 } // namespace
 
-std::set<std::string> declaredNames(std::string_view header)
+Names declaredNames(std::string_view header)
 {
     return DeclarationReader(tokensOf(header)).run();
 }

@@ -8,7 +8,6 @@
 namespace Tests {
 namespace {
 
-using Names = std::set<std::string>;
 using Tokens = std::vector<std::string>;
 
 class DeclaredNamesTest : public PlatformTest {};

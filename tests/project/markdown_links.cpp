@@ -30,7 +30,7 @@ bool leadsElsewhere(const std::string& target)
 
 bool isInside(const fs::path& path)
 {
-    return !path.is_absolute() && *path.begin() != "..";
+    return path.root_path().empty() && *path.begin() != "..";
 }
 
 } // namespace

@@ -7,11 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "project/declared_names.h"
 #include "project/source_tree.h"
 
 namespace Tests {
-
-using Names = std::set<std::string>;
 
 /// The names in the sources of the module, by the way in which they stand there.
 struct Usage {

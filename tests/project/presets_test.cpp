@@ -12,24 +12,24 @@ namespace Tests {
 namespace {
 
 using Json = nlohmann::json;
-using Names = std::set<std::string>;
+using PresetNames = std::set<std::string>;
 
 /// Those that the Makefile works with.
-const Names kNeeded{"dev", "release", "asan", "coverage"};
+const PresetNames kNeeded{"dev", "release", "asan", "coverage"};
 
 /// The names in a list of presets, hidden ones left out.
-Names visibleNames(const Json& presets)
+PresetNames visibleNames(const Json& presets)
 {
-    Names names;
+    PresetNames names;
     for (const Json& preset : presets)
         if (!preset.value("hidden", false))
             names.insert(preset.at("name"));
     return names;
 }
 
-Names missingFrom(const Json& presets)
+PresetNames missingFrom(const Json& presets)
 {
-    Names missing = kNeeded;
+    PresetNames missing = kNeeded;
     for (const std::string& name : visibleNames(presets))
         missing.erase(name);
     return missing;
@@ -54,17 +54,17 @@ protected:
 
 TEST_F(PresetsTest, ConfigurePresets_HaveThoseThatTheMakefileNeeds)
 {
-    EXPECT_EQ(missingFrom(projectPresets().at("configurePresets")), Names{});
+    EXPECT_EQ(missingFrom(projectPresets().at("configurePresets")), PresetNames{});
 }
 
 TEST_F(PresetsTest, BuildPresets_HaveThoseThatTheMakefileNeeds)
 {
-    EXPECT_EQ(missingFrom(projectPresets().at("buildPresets")), Names{});
+    EXPECT_EQ(missingFrom(projectPresets().at("buildPresets")), PresetNames{});
 }
 
 TEST_F(PresetsTest, TestPresets_HaveThoseThatTheMakefileNeeds)
 {
-    EXPECT_EQ(missingFrom(projectPresets().at("testPresets")), Names{});
+    EXPECT_EQ(missingFrom(projectPresets().at("testPresets")), PresetNames{});
 }
 
 TEST_F(PresetsTest, SanitizerPreset_TurnsTheSanitizersOnWithClang)
@@ -80,6 +80,14 @@ TEST_F(PresetsTest, ReleasePreset_IsOptimised)
     EXPECT_EQ(variables.at("CMAKE_BUILD_TYPE"), "Release");
 }
 
+TEST_F(PresetsTest, PresetForClangTidy_HasACompileCommandForEachSource)
+{
+    const Json tidy = presetNamed(projectPresets().at("configurePresets"), "tidy");
+    ASSERT_FALSE(tidy.is_null());
+    EXPECT_EQ(tidy.at("inherits"), "asan");
+    EXPECT_EQ(tidy.at("cacheVariables").at("CMAKE_UNITY_BUILD"), "OFF");
+}
+
 TEST_F(PresetsTest, RunWithoutAnyTest_IsAnError)
 {
     const Json base = presetNamed(projectPresets().at("testPresets"), "base");
@@ -90,7 +98,7 @@ TEST_F(PresetsTest, HiddenPresets_CountAsMissing)
 {
     const Json presets = Json::parse(
         R"([{"name": "dev", "hidden": true}, {"name": "release"}, {"name": "asan"}, {"name": "coverage"}])");
-    EXPECT_EQ(missingFrom(presets), Names{"dev"});
+    EXPECT_EQ(missingFrom(presets), PresetNames{"dev"});
 }
 
 } // namespace

@@ -7,7 +7,15 @@
 namespace {
 
 using namespace Tests;
-using namespace Embedded;
+using Embedded::catalogEntries;
+using Embedded::CatalogEntry;
+using Embedded::CatalogQuery;
+using Embedded::catalogVersion;
+using Embedded::findCatalogEntry;
+using Embedded::projVersion;
+using Embedded::replacementsOf;
+using Embedded::searchCatalog;
+using Embedded::suggestCodes;
 
 class CatalogSearch : public SpatialReferenceTest {
 protected:

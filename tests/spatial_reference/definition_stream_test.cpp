@@ -14,7 +14,8 @@ std::uint32_t checksum(const Bytes& bytes, std::size_t length)
 {
     std::uint32_t value = ~0U;
     for (std::size_t index = 0; index < length * 8; ++index) {
-        const std::uint32_t bit = (bytes[index / 8] >> (index % 8) & 1U) ^ (value & 1U);
+        const std::uint32_t byte = bytes[index / 8];
+        const std::uint32_t bit = (byte >> (index % 8) & 1U) ^ (value & 1U);
         value = value >> 1 ^ bit * 0xEDB88320U;
     }
     return ~value;

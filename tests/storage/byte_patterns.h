@@ -16,5 +16,7 @@ Bytes distinct(std::size_t count, unsigned char first = 0);
 Bytes joined(std::initializer_list<Bytes> parts);
 /// Two lower-case digits for each byte.
 std::string hexOf(const Bytes& bytes);
+/// The bytes of such digits, with blanks anywhere; throws where there is anything else.
+Bytes bytesOfHex(const std::string& digits);
 
 } // namespace Tests

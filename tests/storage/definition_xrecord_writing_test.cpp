@@ -142,7 +142,7 @@ TEST_F(DefinitionXrecordWriting, DefinitionThatCannotBePackedIsSeven)
 }
 
 /// What each failing call comes to. A chunk or a brace that cannot be allocated is a group that cannot be built.
-int expectedFailure(const FallibleCall& call)
+int expectedFailureOfWriting(const FallibleCall& call)
 {
     static const std::map<std::string, int> results{
         {"CLSIDFromString", 7},
@@ -174,7 +174,7 @@ TEST_F(DefinitionXrecordWriting, EveryFailingCallHasItsResultAndChangesNothing)
         fallibleCallsOf([&] { EXPECT_EQ(WriteCsDefinitionXrecord(system.get(), other.database()), Qeapp::eOk); });
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
-        EXPECT_EQ(write(system), expectedFailure(call)) << call;
+        EXPECT_EQ(write(system), expectedFailureOfWriting(call)) << call;
         EXPECT_EQ(drawing.image(), before) << call;
     }
 }

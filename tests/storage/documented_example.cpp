@@ -27,25 +27,9 @@ std::string withoutRemark(const std::string& line)
     return line.substr(0, line.find(';'));
 }
 
-int digitValue(char digit)
+void append(Bytes& bytes, const Bytes& more)
 {
-    const std::size_t value = std::string_view("0123456789abcdef").find(digit);
-    if (value == std::string_view::npos)
-        throw std::runtime_error(std::string("not a hexadecimal digit: ") + digit);
-    return static_cast<int>(value);
-}
-
-void appendHex(Bytes& bytes, const std::string& text)
-{
-    std::string digits;
-    for (const char character : text) {
-        if (character != ' ')
-            digits += character;
-    }
-    if (digits.size() % 2 != 0)
-        throw std::runtime_error("an odd number of hexadecimal digits: " + text);
-    for (std::size_t index = 0; index < digits.size(); index += 2)
-        bytes.push_back(static_cast<unsigned char>(digitValue(digits[index]) * 16 + digitValue(digits[index + 1])));
+    bytes.insert(bytes.end(), more.begin(), more.end());
 }
 
 Item itemOf(int code, const std::string& value)
@@ -56,9 +40,7 @@ Item itemOf(int code, const std::string& value)
         return {code, std::stod(value)};
     if (code != 310)
         return {code, std::stoi(value)};
-    Bytes bytes;
-    appendHex(bytes, value);
-    return {code, bytes};
+    return {code, bytesOfHex(value)};
 }
 
 struct ValuePrinter {
@@ -94,7 +76,7 @@ Bytes DocumentedExample::bytes() const
     Bytes bytes;
     std::istringstream lines(text_);
     for (std::string line; std::getline(lines, line);)
-        appendHex(bytes, withoutRemark(line));
+        append(bytes, bytesOfHex(withoutRemark(line)));
     return bytes;
 }
 
@@ -105,7 +87,7 @@ Items DocumentedExample::chain() const
     for (std::string line; std::getline(lines, line);) {
         line = withoutRemark(line);
         if (line.starts_with(' ')) {
-            appendHex(std::get<Bytes>(items.back().value), line);
+            append(std::get<Bytes>(items.back().value), bytesOfHex(line));
             continue;
         }
         const std::size_t value = line.find_first_not_of(' ', line.find(' '));

@@ -11,7 +11,7 @@ using Embedded::ScopedFault;
 using Orvel::WriteGeoDataSerialized;
 using Orvel::WriteGeoDataWkt;
 
-constexpr auto kUntouched = static_cast<Library::Status>(99);
+constexpr auto kUntouchedStatus = static_cast<Library::Status>(99);
 
 std::wstring wktOf(const SystemHolder& system, Library::Status expected)
 {
@@ -25,7 +25,7 @@ class GeoDataDefinition : public PlatformTest {
 protected:
     Drawing drawing;
     const SystemHolder system = catalogSystem(L"EPSG:25832");
-    Library::Status status = kUntouched;
+    Library::Status status = kUntouchedStatus;
 
     Qeapp::ErrorStatus writeWkt(const SystemHolder& definition)
     {
@@ -59,7 +59,7 @@ TEST_F(GeoDataDefinition, WktOfNoDefinitionBlanksTheObjectAndTouchesNoStatus)
     drawing.withGeoData(L"text");
     EXPECT_EQ(writeWkt({}), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), L"");
-    EXPECT_EQ(status, kUntouched);
+    EXPECT_EQ(status, kUntouchedStatus);
 }
 
 TEST_F(GeoDataDefinition, WktOfNoDefinitionCreatesNoObject)
@@ -134,7 +134,7 @@ TEST_F(GeoDataDefinition, SerializedNoDefinitionBlanksTheObjectAndTouchesNoStatu
     drawing.withGeoData(L"text");
     EXPECT_EQ(writeSerialized({}), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), L"");
-    EXPECT_EQ(status, kUntouched);
+    EXPECT_EQ(status, kUntouchedStatus);
 }
 
 TEST_F(GeoDataDefinition, SerializedNoDefinitionCreatesNoObject)

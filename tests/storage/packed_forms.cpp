@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <stdexcept>
 
 #include "storage/packed_definition.h"
 #include "storage/reference_run_length.h"
@@ -17,25 +16,15 @@ const Bytes kDatumClassId{0xB6, 0x1D, 0xE0, 0xB4, 0x13, 0x0D, 0xD2, 0x11,
 const Bytes kEllipsoidClassId{0xB4, 0x1D, 0xE0, 0xB4, 0x13, 0x0D, 0xD2, 0x11,
                               0x9D, 0xE2, 0x08, 0x00, 0x09, 0xAC, 0xE1, 0x8E};
 
-namespace {
-
-void require(Library::Status status)
-{
-    if (status != Library::statusOk)
-        throw std::runtime_error("setting up a stream: library status " + std::to_string(static_cast<int>(status)));
-}
-
-} // namespace
-
 Bytes streamOf(std::initializer_list<const Library::DefinitionBase*> definitions)
 {
     Orvel::LibraryObject<Library::DefinitionStream> stream;
-    require(Library::DefinitionStream::CreateInstance(stream.put()));
+    requireOk(Library::DefinitionStream::CreateInstance(stream.put()));
     for (const Library::DefinitionBase* definition : definitions)
-        require(stream->Add(definition));
+        requireOk(stream->Add(definition));
     Bytes bytes(1024);
     std::size_t length = bytes.size();
-    require(stream->Write(bytes.data(), length, Library::formatBinary, 0));
+    requireOk(stream->Write(bytes.data(), length, Library::formatBinary, 0));
     bytes.resize(length);
     return bytes;
 }

@@ -9,15 +9,15 @@ namespace {
 
 using Call = std::size_t (*)(const unsigned char*, std::size_t, unsigned char*, std::size_t);
 
-constexpr unsigned char kUntouched = 0xA5;
+constexpr unsigned char kUntouchedByte = 0xA5;
 constexpr std::size_t kBorder = 160; // more than any packet
 
 Written callInto(Call call, std::size_t capacity, const Bytes& input)
 {
-    Bytes output(capacity + kBorder, kUntouched);
+    Bytes output(capacity + kBorder, kUntouchedByte);
     const std::size_t length = call(input.data(), input.size(), output.data(), capacity);
     EXPECT_LE(length, capacity);
-    EXPECT_EQ(Bytes(output.end() - kBorder, output.end()), Bytes(kBorder, kUntouched)) << "written past the end";
+    EXPECT_EQ(Bytes(output.end() - kBorder, output.end()), Bytes(kBorder, kUntouchedByte)) << "written past the end";
     output.resize(length);
     return {length, output};
 }

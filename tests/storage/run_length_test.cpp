@@ -5,6 +5,7 @@
 #include "storage/byte_patterns.h"
 #include "storage/run_length.h"
 #include "storage/run_length_calls.h"
+#include "support/case_name.h"
 
 namespace Tests {
 namespace {
@@ -85,11 +86,9 @@ std::vector<Case> mixedCases()
 
 class RunLengthTable : public testing::TestWithParam<Case> {};
 
-constexpr auto nameOf = [](const auto& parameter) { return std::string(parameter.param.name); };
-
-INSTANTIATE_TEST_SUITE_P(Runs, RunLengthTable, testing::ValuesIn(runCases()), nameOf);
-INSTANTIATE_TEST_SUITE_P(Literals, RunLengthTable, testing::ValuesIn(literalCases()), nameOf);
-INSTANTIATE_TEST_SUITE_P(Mixed, RunLengthTable, testing::ValuesIn(mixedCases()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Runs, RunLengthTable, testing::ValuesIn(runCases()), caseName);
+INSTANTIATE_TEST_SUITE_P(Literals, RunLengthTable, testing::ValuesIn(literalCases()), caseName);
+INSTANTIATE_TEST_SUITE_P(Mixed, RunLengthTable, testing::ValuesIn(mixedCases()), caseName);
 
 TEST_P(RunLengthTable, PacksIntoTheExactBytes)
 {
@@ -236,7 +235,7 @@ INSTANTIATE_TEST_SUITE_P(Table, MalformedRunLength,
                                          Malformed{"RunHeaderAfterALiteral", {0x01, 7, 0x83}},
                                          Malformed{"LiteralCutShortAfterARun", {0x83, 7, 0x02, 1}},
                                          Malformed{"ZerosAlone", repeated(0, 128)}),
-                         nameOf);
+                         caseName);
 
 TEST_P(MalformedRunLength, IsRefused)
 {

@@ -96,7 +96,7 @@ TEST_F(StoredCoordinateSystem, TransactionThatCannotBeStartedIsEightAndNothingIs
 }
 
 /// What each failing call comes to; every other one is passed on.
-int expectedFailure(const FallibleCall& call)
+int expectedFailureOfClearing(const FallibleCall& call)
 {
     static const std::map<std::string, int> results{
         {"QeDbTransactionManager::startTransaction", 8},
@@ -122,7 +122,7 @@ TEST_F(StoredCoordinateSystem, AnyFailingCallLeavesAllThreeForms)
     for (const FallibleCall& call : calls) {
         {
             const ScopedFault fault(failing(call));
-            EXPECT_EQ(clear(), expectedFailure(call)) << call;
+            EXPECT_EQ(clear(), expectedFailureOfClearing(call)) << call;
         }
         EXPECT_EQ(drawing.image(), before) << call;
         EXPECT_EQ(transactions().numActiveTransactions(), 0) << call;
@@ -141,7 +141,7 @@ TEST_F(StoredCoordinateSystem, AnyFailingCallUndoesTheRegistrationOfTheApplicati
         if (call.name == "QeDbDictionary::remove" || call.name == "qedbGetGeoDataObjId")
             continue; // their own tests say which failures count
         const ScopedFault fault(failing(call));
-        EXPECT_EQ(ClearStoredCoordinateSystem(empty.database()), expectedFailure(call)) << call;
+        EXPECT_EQ(ClearStoredCoordinateSystem(empty.database()), expectedFailureOfClearing(call)) << call;
         EXPECT_FALSE(empty.hasRegisteredApplication()) << call;
     }
 }

@@ -1,15 +1,7 @@
 #include "storage/unusual_definitions.h"
 
-#include <stdexcept>
-
 namespace Tests {
 namespace {
-
-void require(Library::Status status)
-{
-    if (status != Library::statusOk)
-        throw std::runtime_error("setting up a definition: library status " + std::to_string(static_cast<int>(status)));
-}
 
 class OtherDefinition final : public Library::DefinitionBase {
 public:
@@ -26,21 +18,22 @@ SystemHolder UserSystem::system() const
                               L"]],CS[ellipsoidal,2],AXIS[\"latitude\",north],AXIS[\"longitude\",east],"
                               L"ANGLEUNIT[\"degree\",0.0174532925199433]]";
     SystemHolder definition;
-    require(Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), definition.put()));
+    requireOk(
+        Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), definition.put()));
     return definition;
 }
 
 DatumHolder UserSystem::datumOfSystem() const
 {
     DatumHolder definition;
-    require(system()->GetDatum(definition.put()));
+    requireOk(system()->GetDatum(definition.put()));
     return definition;
 }
 
 EllipsoidHolder UserSystem::ellipsoidOfSystem() const
 {
     EllipsoidHolder definition;
-    require(Library::CoordinateReferenceSystemUtil::GetEllipsoid(system().get(), definition.put()));
+    requireOk(Library::CoordinateReferenceSystemUtil::GetEllipsoid(system().get(), definition.put()));
     return definition;
 }
 

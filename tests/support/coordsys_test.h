@@ -18,6 +18,12 @@ namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 /// A library status that no function produces: where it is still there, nothing was written.
 inline constexpr auto kUntouched = static_cast<Library::Status>(77);
 
+/// The system that reactors are told of.
+inline constexpr const wchar_t* kAssignedCode = L"EPSG:25832";
+
+/// The library's call that looks a system up in the catalog.
+inline constexpr const char* kLoadSystem = "CoordinateReferenceSystemDefinition::Load";
+
 /// How often the call was begun since Faults::watch or Faults::arm.
 inline std::size_t timesSeen(const std::string& call)
 {

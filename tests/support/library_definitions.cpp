@@ -9,17 +9,11 @@ namespace Tests {
 namespace {
 
 /// Setting up a test must not go wrong unnoticed.
-void require(Library::Status status)
-{
-    if (status != Library::statusOk)
-        throw std::runtime_error("setting up a definition: library status " + std::to_string(static_cast<int>(status)));
-}
-
 template <class Definition>
 Orvel::LibraryObject<Definition> loaded(const wchar_t* code)
 {
     Orvel::LibraryObject<Definition> definition;
-    require(Definition::Load(code, definition.put()));
+    requireOk(Definition::Load(code, definition.put()));
     return definition;
 }
 
@@ -33,6 +27,12 @@ const wchar_t* kindOf(const Library::DefinitionBase* definition)
 }
 
 } // namespace
+
+void requireOk(Library::Status status)
+{
+    if (status != Library::statusOk)
+        throw std::runtime_error("setting up a definition: library status " + std::to_string(static_cast<int>(status)));
+}
 
 SystemHolder catalogSystem(const wchar_t* code)
 {
@@ -52,16 +52,16 @@ EllipsoidHolder catalogEllipsoid(const wchar_t* code)
 SystemHolder userSystem(const wchar_t* code)
 {
     SystemHolder definition;
-    require(Library::CoordinateReferenceSystemDefinition::CreateFromText(L"+proj=longlat +a=6378000 +rf=298 +no_defs",
-                                                                         code, definition.put()));
+    requireOk(Library::CoordinateReferenceSystemDefinition::CreateFromText(L"+proj=longlat +a=6378000 +rf=298 +no_defs",
+                                                                           code, definition.put()));
     return definition;
 }
 
 std::wstring serializedText(const Library::DefinitionBase* definition, bool includeDependents)
 {
     std::vector<unsigned char> bytes(65536);
-    require(Library::DefinitionStream::Serialize_s(definition, bytes.data(), bytes.size(), Library::formatText, -1,
-                                                   includeDependents));
+    requireOk(Library::DefinitionStream::Serialize_s(definition, bytes.data(), bytes.size(), Library::formatText, -1,
+                                                     includeDependents));
     const std::wstring text = Embedded::wideFromUtf16le({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     return text.substr(0, text.find(L'\0'));
 }
@@ -85,7 +85,7 @@ std::wstring described(const Library::DefinitionBase* definition)
     if (definition == nullptr)
         return L"none";
     const wchar_t* code = nullptr;
-    require(definition->GetCode(code));
+    requireOk(definition->GetCode(code));
     return std::wstring(kindOf(definition)) + code;
 }
 

@@ -15,6 +15,9 @@ using EllipsoidHolder = Orvel::LibraryObject<Library::EllipsoidDefinition>;
 using ArrayHolder = Orvel::LibraryObject<Library::DefinitionBaseArray>;
 using Texts = std::vector<std::wstring>;
 
+/// Throws when the library refused what a test is set up with.
+void requireOk(Library::Status status);
+
 /// The catalog's system of a code.
 SystemHolder catalogSystem(const wchar_t* code);
 /// A geographic system under a code that the catalog does not have.

@@ -4,7 +4,7 @@ namespace Tests {
 namespace {
 
 // Texts that hold no item, but perhaps the tags of one.
-constexpr CollectionTextCase kCases[] = {
+constexpr CollectionTextCase kMarkerTexts[] = {
     {"Empty", L"", 0, {}, kNothing},
     {"OneBlank", L" ", 0, {}, kNothing},
     {"PlainText", L"EPSG:4326", 0, {}, kNothing},
@@ -40,7 +40,7 @@ constexpr CollectionTextCase kCases[] = {
 
 std::span<const CollectionTextCase> collectionMarkerTexts()
 {
-    return kCases;
+    return kMarkerTexts;
 }
 
 } // namespace Tests

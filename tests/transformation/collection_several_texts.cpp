@@ -4,7 +4,7 @@ namespace Tests {
 namespace {
 
 // Several elements.
-constexpr CollectionTextCase kCases[] = {
+constexpr CollectionTextCase kSeveralTexts[] = {
     {"Two",
      L"<Item><SourceCs>s1</SourceCs><TargetCs>t1</TargetCs><Name>n1</Name><Type>1</Type><Note></Note></"
      L"Item><Item><SourceCs>s2</SourceCs><TargetCs>t2</TargetCs><Name>n2</Name><Type>2</Type><Note>x</Note></Item>",
@@ -288,7 +288,7 @@ constexpr CollectionTextCase kCases[] = {
 
 std::span<const CollectionTextCase> collectionSeveralTexts()
 {
-    return kCases;
+    return kSeveralTexts;
 }
 
 } // namespace Tests

@@ -4,7 +4,7 @@ namespace Tests {
 namespace {
 
 // One element, with this and that around it.
-constexpr CollectionTextCase kCases[] = {
+constexpr CollectionTextCase kSingleTexts[] = {
     {"One",
      L"<Item><SourceCs>s1</SourceCs><TargetCs>t1</TargetCs><Name>n1</Name><Type>1</Type><Note></Note></Item>",
      1,
@@ -230,7 +230,7 @@ constexpr CollectionTextCase kCases[] = {
 
 std::span<const CollectionTextCase> collectionSingleTexts()
 {
-    return kCases;
+    return kSingleTexts;
 }
 
 } // namespace Tests

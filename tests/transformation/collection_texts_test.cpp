@@ -1,4 +1,5 @@
 // Reading configuration texts, and writing them again.
+#include "support/case_name.h"
 #include "support/platform_test.h"
 #include "transformation/collection_texts.h"
 
@@ -38,11 +39,6 @@ TEST_P(CollectionTexts, AreWrittenAsTheTableSays)
 {
     read();
     EXPECT_EQ(collection->ToXmlString(), GetParam().written);
-}
-
-std::string caseName(const testing::TestParamInfo<CollectionTextCase>& info)
-{
-    return info.param.name;
 }
 
 INSTANTIATE_TEST_SUITE_P(Markers, CollectionTexts, testing::ValuesIn(collectionMarkerTexts()), caseName);

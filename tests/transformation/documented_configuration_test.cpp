@@ -7,7 +7,7 @@
 namespace Tests {
 namespace {
 
-const std::string kPage = "transformation-configuration.md";
+const std::string kConfigurationPage = "transformation-configuration.md";
 
 /// A line without the indentation before it and the remark behind it.
 std::string contentOf(const std::string& line)
@@ -43,22 +43,22 @@ protected:
 
 TEST_F(DocumentedConfiguration, TextOfThePageIsReadAndWrittenAlike)
 {
-    const std::string text = onOneLine(DocumentedExample(kPage, "configuration").text());
+    const std::string text = onOneLine(DocumentedExample(kConfigurationPage, "configuration").text());
     read(text);
     EXPECT_EQ(Embedded::utf8FromWide(collection->ToXmlString()), text);
 }
 
 TEST_F(DocumentedConfiguration, TextOfThePageHoldsTheItemsOfThePage)
 {
-    read(onOneLine(DocumentedExample(kPage, "configuration").text()));
-    const DocumentedExample items(kPage, "items");
+    read(onOneLine(DocumentedExample(kConfigurationPage, "configuration").text()));
+    const DocumentedExample items(kConfigurationPage, "items");
     EXPECT_EQ(linesOf(fieldsOf(*collection)), items.text()) << items.correction(linesOf(fieldsOf(*collection)));
 }
 
 TEST_F(DocumentedConfiguration, TextThatAPersonMadeHoldsTheItemsOfThePage)
 {
-    read(DocumentedExample(kPage, "handmade").text());
-    const DocumentedExample items(kPage, "handmade-items");
+    read(DocumentedExample(kConfigurationPage, "handmade").text());
+    const DocumentedExample items(kConfigurationPage, "handmade-items");
     EXPECT_EQ(linesOf(fieldsOf(*collection)), items.text()) << items.correction(linesOf(fieldsOf(*collection)));
 }
 

@@ -13,13 +13,13 @@
 namespace Tests {
 namespace {
 
-const std::string kPage = "transformation-stores.md";
+const std::string kStoresPage = "transformation-stores.md";
 
 using DocumentedStores = TransformationTest;
 
 TEST_F(DocumentedStores, DrawingsChain_IsThePages)
 {
-    const Items documented = DocumentedExample(kPage, "drawing-configuration").chain();
+    const Items documented = DocumentedExample(kStoresPage, "drawing-configuration").chain();
     ASSERT_EQ(documented.size(), 1U);
     const auto text = std::get<std::wstring>(documented.front().value);
     ASSERT_TRUE(Orvel::WriteDrawingTransformationConfig(text.c_str()));
@@ -34,7 +34,7 @@ TEST_F(DocumentedStores, SettingsFile_IsThePages)
     ASSERT_TRUE(Orvel::WriteUserTransformationSettings(L"<Item>\u00E9</Item><Item>\U0001F310</Item> rest"));
     std::ifstream file(settingsFile(), std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    EXPECT_EQ(Bytes(bytes.begin(), bytes.end()), DocumentedExample(kPage, "settings-file").bytes());
+    EXPECT_EQ(Bytes(bytes.begin(), bytes.end()), DocumentedExample(kStoresPage, "settings-file").bytes());
 }
 
 TEST_F(DocumentedStores, RegistryValues_AreThePages)
@@ -48,7 +48,7 @@ TEST_F(DocumentedStores, RegistryValues_AreThePages)
         ASSERT_TRUE(Orvel::RegistryQueryString(HKEY_CURRENT_USER, Orvel::RegistrySettingsKey(), name, value));
         lines += (lines.empty() ? L"" : L"\n") + name + L"=" + value;
     }
-    const DocumentedExample example(kPage, "registry-values");
+    const DocumentedExample example(kStoresPage, "registry-values");
     EXPECT_EQ(Embedded::utf8FromWide(lines), example.text()) << example.correction(Embedded::utf8FromWide(lines));
 }
 

@@ -7,8 +7,6 @@
 namespace Tests {
 namespace {
 
-const ReadText kNothing{false, L""};
-
 class DrawingConfig : public TransformationTest {
 protected:
     static ReadText read() { return readWith(Orvel::ReadDrawingTransformationConfig); }
@@ -25,7 +23,7 @@ protected:
 TEST_F(DrawingConfig, WithoutOne_ReadsAsNothingAndMakesNothing)
 {
     const auto before = image();
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
     EXPECT_EQ(image(), before);
 }
 
@@ -88,7 +86,7 @@ TEST_F(DrawingConfig, FirstEntryOfAnotherCode_HidesALaterText)
 {
     ASSERT_TRUE(write(L"text"));
     giveEntry(L"A", {{1071, 1}, {300, L"second"}});
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
 }
 
 TEST_F(DrawingConfig, LaterResbufsOfTheFirstEntry_ArePassedOver)
@@ -100,14 +98,14 @@ TEST_F(DrawingConfig, LaterResbufsOfTheFirstEntry_ArePassedOver)
 TEST_F(DrawingConfig, EmptyXrecord_ReadsAsNothing)
 {
     giveEntry(L"CONFIG_ITEM", {});
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
 }
 
 TEST_F(DrawingConfig, EmptyDictionary_ReadsAsNothing)
 {
     ASSERT_TRUE(write(L"text"));
     ASSERT_TRUE(Orvel::CResbufDictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", nullptr).RemoveKey(L"CONFIG_ITEM"));
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
 }
 
 TEST_F(DrawingConfig, IsTheWorkingDrawings)
@@ -115,7 +113,7 @@ TEST_F(DrawingConfig, IsTheWorkingDrawings)
     ASSERT_TRUE(write(L"text"));
     {
         const ScopedDocument other;
-        EXPECT_EQ(read(), kNothing);
+        EXPECT_EQ(read(), kNothingRead);
         ASSERT_TRUE(write(L"other"));
     }
     EXPECT_EQ(read(), (ReadText{true, L"text"}));
@@ -124,7 +122,7 @@ TEST_F(DrawingConfig, IsTheWorkingDrawings)
 TEST_F(DrawingConfig, WithoutAWorkingDrawing_IsNeitherReadNorWritten)
 {
     qedbHostApplicationServices()->setWorkingDatabase(nullptr);
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
     EXPECT_FALSE(write(L"text"));
     qedbHostApplicationServices()->setWorkingDatabase(document.database());
 }
@@ -132,7 +130,7 @@ TEST_F(DrawingConfig, WithoutAWorkingDrawing_IsNeitherReadNorWritten)
 TEST_F(DrawingConfig, WithoutApplicationServices_IsNeitherReadNorWritten)
 {
     const ScopedHostParts shutdown({.applicationServices = false});
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
     EXPECT_FALSE(write(L"text"));
 }
 
@@ -150,7 +148,7 @@ TEST_F(DrawingConfig, EveryCallOfReading_CanFail)
     for (const FallibleCall& call : fallibleCallsOf([] { ASSERT_TRUE(read().read); })) {
         SCOPED_TRACE(call.name);
         const Embedded::ScopedFault fault(failing(call));
-        EXPECT_EQ(read(), isPassedOver(call) ? (ReadText{true, L"text"}) : kNothing);
+        EXPECT_EQ(read(), isPassedOver(call) ? (ReadText{true, L"text"}) : kNothingRead);
     }
 }
 

@@ -1,6 +1,7 @@
 // The search for the value of one element, by itself.
 #include <array>
 
+#include "support/case_name.h"
 #include "support/platform_test.h"
 #include "transformation/item_text.h"
 
@@ -19,7 +20,7 @@ struct ExtractionCase {
     friend std::ostream& operator<<(std::ostream& stream, const ExtractionCase& one) { return stream << one.name; }
 };
 
-constexpr std::array kCases{
+constexpr std::array kExtractions{
     ExtractionCase{"Value", L"<A>x</A>", L"A", 0, L"x"},
     ExtractionCase{"EmptyValue", L"<A></A>", L"A", 0, L""},
     ExtractionCase{"TextAround", L"12<A>x</A>34", L"A", 0, L"x"},
@@ -63,12 +64,7 @@ TEST_P(ElementExtraction, GivesTheResultAndTheValueOfTheTable)
     EXPECT_EQ(value, GetParam().value);
 }
 
-std::string caseName(const testing::TestParamInfo<ExtractionCase>& info)
-{
-    return info.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Texts, ElementExtraction, testing::ValuesIn(kCases), caseName);
+INSTANTIATE_TEST_SUITE_P(Texts, ElementExtraction, testing::ValuesIn(kExtractions), caseName);
 
 using ElementValue = PlatformTest;
 

@@ -4,7 +4,7 @@ namespace Tests {
 namespace {
 
 // What stands around an element, and its two tags.
-constexpr ItemTextCase kCases[] = {
+constexpr ItemTextCase kShapeTexts[] = {
     {"Empty", L"", kUntouched, kUntouchedText},
     {"OneBlank", L" ", kUntouched, kUntouchedText},
     {"EveryBlankAndNothingElse", L" \t\n\v\f\r", kUntouched, kUntouchedText},
@@ -260,7 +260,7 @@ constexpr ItemTextCase kCases[] = {
 
 std::span<const ItemTextCase> itemShapeTexts()
 {
-    return kCases;
+    return kShapeTexts;
 }
 
 } // namespace Tests

@@ -4,7 +4,7 @@ namespace Tests {
 namespace {
 
 // The tags within an element: which are there, in which order and in which spelling.
-constexpr ItemTextCase kCases[] = {
+constexpr ItemTextCase kTagTexts[] = {
     {"NothingButSource",
      L"<Item><SourceCs>a</SourceCs></Item>",
      {L"a", L"t0", L"n0", 7, L"o0"},
@@ -334,7 +334,7 @@ constexpr ItemTextCase kCases[] = {
 
 std::span<const ItemTextCase> itemTagTexts()
 {
-    return kCases;
+    return kTagTexts;
 }
 
 } // namespace Tests

@@ -1,6 +1,7 @@
 // Reading the text of one item.
 #include <algorithm>
 
+#include "support/case_name.h"
 #include "support/platform_test.h"
 #include "transformation/item_texts.h"
 
@@ -55,11 +56,6 @@ TEST_P(ItemTexts, AreWrittenAfterwardsAsTheTableSays)
     const Ptr<ConfigItem> item = itemAsBefore();
     item->FromXmlString(std::wstring(GetParam().text).c_str());
     EXPECT_EQ(item->ToXmlString(), GetParam().written);
-}
-
-std::string caseName(const testing::TestParamInfo<ItemTextCase>& info)
-{
-    return info.param.name;
 }
 
 INSTANTIATE_TEST_SUITE_P(Shapes, ItemTexts, testing::ValuesIn(itemShapeTexts()), caseName);

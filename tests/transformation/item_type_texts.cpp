@@ -4,7 +4,7 @@ namespace Tests {
 namespace {
 
 // What stands in the type.
-constexpr ItemTextCase kCases[] = {
+constexpr ItemTextCase kTypeTexts[] = {
     {"TypeEmpty",
      L"<Item><SourceCs>a</SourceCs><TargetCs>b</TargetCs><Name>c</Name><Type></Type><Note>d</Note></Item>",
      {L"a", L"b", L"c", 0, L"d"},
@@ -122,7 +122,7 @@ constexpr ItemTextCase kCases[] = {
 
 std::span<const ItemTextCase> itemTypeTexts()
 {
-    return kCases;
+    return kTypeTexts;
 }
 
 } // namespace Tests

@@ -4,7 +4,7 @@ namespace Tests {
 namespace {
 
 // What stands in the other fields.
-constexpr ItemTextCase kCases[] = {
+constexpr ItemTextCase kValueTexts[] = {
     {"AllValuesEmpty",
      L"<Item><SourceCs></SourceCs><TargetCs></TargetCs><Name></Name><Type></Type><Note></Note></Item>",
      {L"", L"", L"", 0, L""},
@@ -276,7 +276,7 @@ constexpr ItemTextCase kCases[] = {
 
 std::span<const ItemTextCase> itemValueTexts()
 {
-    return kCases;
+    return kValueTexts;
 }
 
 } // namespace Tests

@@ -1,56 +1,18 @@
-#include "transformation/registry_settings.h"
+#include "registry_settings_test.h"
 
+#include <gmock/gmock.h>
+
+#include "registry_names.h"
 #include "storage/failing_calls.h"
-#include "transformation/registry_value.h"
-#include "transformation_test.h"
 
 namespace Tests {
 namespace {
 
 using Embedded::ScopedFault;
-using Names = std::vector<std::wstring>;
+using testing::UnorderedElementsAre;
+using testing::UnorderedElementsAreArray;
 
-const std::wstring kProduct = L"Software\\A product\\7";
-const std::wstring kStore = kProduct + L"\\Applications\\OrvelCoordinateSystem\\Transformation";
-
-class RegistrySettings : public TransformationTest {
-protected:
-    RegistrySettings() { Embedded::setUserRegistryProductRootKey(kProduct); }
-    ~RegistrySettings() override { Embedded::setUserRegistryProductRootKey(formerRoot); }
-
-    static bool write(const std::wstring& text) { return Orvel::WriteRegistryTransformationSettings(text.c_str()); }
-    static ReadText read() { return readWith(Orvel::ReadRegistryTransformationSettings); }
-    static std::optional<Names> names()
-    {
-        Names found;
-        return Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, kStore, found) ? std::optional(found) : std::nullopt;
-    }
-    static std::wstring value(const std::wstring& name)
-    {
-        std::wstring text = L"missing";
-        static_cast<void>(Orvel::RegistryQueryString(HKEY_CURRENT_USER, kStore, name, text)); // the text tells
-        return text;
-    }
-    static void give(const std::wstring& name, const std::wstring& text)
-    {
-        ASSERT_TRUE(Orvel::RegistrySetString(HKEY_CURRENT_USER, kStore, name, text));
-    }
-    static void giveDefault(const wchar_t* text)
-    {
-        HKEY key = nullptr;
-        ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, kStore.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE,
-                                  nullptr, &key, nullptr),
-                  ERROR_SUCCESS);
-        const auto lengthInBytes = static_cast<DWORD>((std::wcslen(text) + 1) * sizeof(wchar_t));
-        EXPECT_EQ(RegSetValueExW(key, L"", 0, REG_SZ, reinterpret_cast<const BYTE*>(text), lengthInBytes),
-                  ERROR_SUCCESS);
-        EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
-    }
-    static std::wstring item(int number) { return elementOf(L"A", L"B", std::to_wstring(number)); }
-
-private:
-    std::wstring formerRoot = qedbHostApplicationServices()->getUserRegistryProductRootKey();
-};
+class RegistrySettings : public RegistrySettingsTest {};
 
 TEST_F(RegistrySettings, TwelveItems_AreTwelveNumberedValues)
 {
@@ -61,10 +23,10 @@ TEST_F(RegistrySettings, TwelveItems_AreTwelveNumberedValues)
         expected.push_back(L"Item" + std::to_wstring(number));
     }
     ASSERT_TRUE(write(text + L" not kept"));
-    EXPECT_EQ(names(), expected);
+    EXPECT_THAT(namesInRegistry(kStore), UnorderedElementsAreArray(expected));
     for (int number = 1; number <= 12; ++number)
         EXPECT_EQ(value(L"Item" + std::to_wstring(number)), item(number));
-    EXPECT_EQ(read(), (ReadText{true, text}));
+    EXPECT_EQ(read(), (ReadText{true, joinedValues(namesInRegistry(kStore))}));
 }
 
 TEST_F(RegistrySettings, EmptyText_LeavesAnEmptyKey)
@@ -108,17 +70,50 @@ TEST_F(RegistrySettings, DefaultValue_SurvivesAndIsReadInItsPlace)
     give(L"First", L"1");
     giveDefault(L"2");
     give(L"Third", L"3");
-    EXPECT_EQ(read(), (ReadText{true, L"123"}));
+    const Names before = namesInRegistry(kStore);
+    EXPECT_THAT(before, UnorderedElementsAre(L"First", L"", L"Third"));
+    EXPECT_EQ(read(), (ReadText{true, joinedValues(before)}));
     ASSERT_TRUE(write(item(1)));
-    EXPECT_EQ(names(), (Names{L"", L"Item1"}));
-    EXPECT_EQ(read(), (ReadText{true, L"2" + item(1)}));
+    const Names after = namesInRegistry(kStore);
+    EXPECT_THAT(after, UnorderedElementsAre(L"", L"Item1"));
+    EXPECT_EQ(read(), (ReadText{true, joinedValues(after)}));
 }
 
 TEST_F(RegistrySettings, Values_AreReadInTheRegistrysOrder)
 {
     give(L"Item2", L"two");
+    give(L"Item10", L"ten");
     give(L"Item1", L"one");
-    EXPECT_EQ(read(), (ReadText{true, L"twoone"}));
+    EXPECT_EQ(read(), (ReadText{true, joinedValues(namesInRegistry(kStore))}));
+}
+
+TEST_F(RegistrySettings, NameThatDoesNotFit_KeepsTheStoreFromBeingReadAndSurvives)
+{
+    for (const std::size_t characters : {2048U, 16'383U}) {
+        const std::wstring longName(characters, L'n');
+        give(L"A", L"a");
+        give(longName, L"text");
+        EXPECT_EQ(read(), (ReadText{false, L"former"}));
+        EXPECT_TRUE(write(item(1)));
+        EXPECT_THAT(namesInRegistry(kStore), UnorderedElementsAre(longName, L"Item1"));
+        ASSERT_TRUE(Orvel::RegistryDeleteValue(HKEY_CURRENT_USER, kStore, longName));
+        EXPECT_EQ(read(), (ReadText{true, item(1)}));
+    }
+}
+
+TEST_F(RegistrySettings, NameOf2047Characters_IsReadAndReplaced)
+{
+    give(std::wstring(2047, L'n'), L"text");
+    EXPECT_EQ(read(), (ReadText{true, L"text"}));
+    EXPECT_TRUE(write(item(1)));
+    EXPECT_EQ(names(), Names{L"Item1"});
+}
+
+TEST_F(RegistrySettings, TextsOfTheWorld_ComeBackAsTheyWere)
+{
+    const std::wstring text = elementOf(L"É", L"Ω", L"測地系", 1, L"\U0001F310 \U0010FFFF");
+    ASSERT_TRUE(write(text));
+    EXPECT_EQ(read(), (ReadText{true, text}));
 }
 
 TEST_F(RegistrySettings, Root_IsAskedOfTheHostEachTime)

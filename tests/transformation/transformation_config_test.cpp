@@ -13,7 +13,6 @@ namespace {
 using Target = Cs::CsTransformationConfigTargetType;
 
 constexpr auto kUnknownTarget = static_cast<Target>(3);
-const ReadText kNothing{false, L""};
 const Notices kOneNotice{{Event::transformationChanged, std::nullopt}};
 
 class TransformationConfig : public TransformationTest {
@@ -43,14 +42,14 @@ TEST_F(TransformationConfig, TextForTheDrawing_IsTheDrawings)
 {
     EXPECT_TRUE(set(one, Target::Drawing));
     EXPECT_EQ(get(Target::Drawing), (ReadText{true, one}));
-    EXPECT_EQ(get(Target::User), kNothing);
+    EXPECT_EQ(get(Target::User), kNothingRead);
 }
 
 TEST_F(TransformationConfig, TextForTheUser_IsInTheSettingsFile)
 {
     EXPECT_TRUE(set(one, Target::User));
     EXPECT_EQ(get(Target::User), (ReadText{true, one}));
-    EXPECT_EQ(get(Target::Drawing), kNothing);
+    EXPECT_EQ(get(Target::Drawing), kNothingRead);
     EXPECT_TRUE(std::filesystem::exists(settingsFile()));
 }
 

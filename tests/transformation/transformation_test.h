@@ -7,13 +7,13 @@
 #include "coordsys/orvel_transformation_config.h"
 #include "embedded/foundation/faults.h"
 #include "embedded/host/drawing_image.h"
-#include "embedded/windows/registry_file.h"
 #include "storage/host_holders.h"
 #include "storage/resbuf_dictionary.h"
 #include "support/chain.h"
 #include "support/platform_test.h"
 #include "support/recording_reactor.h"
 #include "support/scoped_document.h"
+#include "support/scoped_registry.h"
 #include "support/scoped_variable.h"
 #include "support/temporary_folder.h"
 
@@ -37,6 +37,7 @@ struct ReadText {
     std::wstring text;
     friend bool operator==(const ReadText&, const ReadText&) = default;
 };
+inline const ReadText kNothingRead{false, L""};
 
 inline std::ostream& operator<<(std::ostream& out, const ReadText& answer)
 {
@@ -45,10 +46,8 @@ inline std::ostream& operator<<(std::ostream& out, const ReadText& answer)
 
 class TransformationTest : public PlatformTest {
 protected:
-    TransformationTest() { Embedded::useRegistryFile(folder.path() / "registry.jsonl"); }
-    ~TransformationTest() override { Embedded::useRegistryFile({}); }
-
     TemporaryFolder folder;
+    ScopedRegistry registry{folder, folder.path() / "registry.jsonl"};
     ScopedVariable userFolder{"VORLEN_USER_DICTIONARY_PATH", folder.path().string()};
     ScopedDocument document;
     Notices log;

@@ -1,19 +1,16 @@
 #include "transformation/user_settings_file.h"
 
-#include <unistd.h>
-
 #include <fstream>
 #include <iterator>
 
 #include "embedded/foundation/faults.h"
+#include "support/local_application_data.h"
 #include "transformation_test.h"
 
 namespace Tests {
 namespace {
 
 using Embedded::ScopedFault;
-
-const ReadText kNothing{false, L""};
 
 class UserSettingsFile : public TransformationTest {
 protected:
@@ -63,9 +60,13 @@ TEST_F(UserSettingsFile, FolderOf259Characters_IsTaken)
 /// Without a folder in the environment.
 class LocalApplicationData : public UserSettingsFile {
 protected:
-    ScopedVariable data{"XDG_DATA_HOME", folder.path().string()};
+    ScopedVariable data{"XDG_DATA_HOME"};
 
-    void SetUp() override { userFolder.set(std::nullopt); }
+    void SetUp() override
+    {
+        userFolder.set(std::nullopt);
+        useLocalApplicationData(folder.path());
+    }
     std::filesystem::path makeFolders() const
     {
         const auto made = folder.path() / "Zentara" / "User Geospatial Coordinate Systems";
@@ -96,10 +97,17 @@ TEST_F(LocalApplicationData, ServesForAVariableOf260Characters)
     EXPECT_EQ(path(), expectedPath());
 }
 
+TEST_F(LocalApplicationData, ServesForAVariableThatCannotBeRead)
+{
+    userFolder.set("/some folder");
+    const ScopedFault fault({.call = "_wgetenv_s"});
+    EXPECT_EQ(path(), expectedPath());
+}
+
 TEST_F(LocalApplicationData, MissingFolders_AreNotMade)
 {
     EXPECT_FALSE(write(one));
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
@@ -116,7 +124,7 @@ TEST_F(LocalApplicationData, ThatTheSystemDoesNotHave_LeavesNoPath)
     const ScopedFault fault({.call = "SHGetSpecialFolderPathW", .fromThenOn = true});
     EXPECT_EQ(path(), L"");
     EXPECT_FALSE(write(one));
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
 }
 
 TEST_F(UserSettingsFile, TwoItems_AreTwoLinesOfUtf8)
@@ -170,23 +178,34 @@ TEST_F(UserSettingsFile, TextsOfTheWorld_ComeBackAsTheyWere)
     EXPECT_EQ(read(), (ReadText{true, text}));
 }
 
+TEST_F(UserSettingsFile, FolderOfAnyName_HoldsTheFile)
+{
+    const auto named = folder.path() / std::u8string(u8"É Ω 測 \U0001F310");
+    std::filesystem::create_directory(named);
+    const std::u8string name = named.u8string();
+    userFolder.set(std::string(name.begin(), name.end()));
+    ASSERT_TRUE(write(one));
+    EXPECT_TRUE(std::filesystem::exists(named / "TransformationSetting.xml"));
+    EXPECT_EQ(read(), (ReadText{true, one}));
+}
+
 TEST_F(UserSettingsFile, MissingFile_ReadsAsNothing)
 {
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
 }
 
 TEST_F(UserSettingsFile, MissingFolder_IsNotMade)
 {
     userFolder.set((folder.path() / "missing").string());
     EXPECT_FALSE(write(one));
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "missing"));
 }
 
 TEST_F(UserSettingsFile, FolderInItsPlace_IsNeitherReadNorWritten)
 {
     std::filesystem::create_directory(settingsFile());
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
     EXPECT_FALSE(write(one));
 }
 
@@ -195,9 +214,10 @@ TEST_F(UserSettingsFile, ReadOnlyFile_IsReadAndNotWritten)
     giveFile("<Item>x</Item>\r\n");
     std::filesystem::permissions(settingsFile(), std::filesystem::perms::owner_read);
     EXPECT_EQ(read(), (ReadText{true, L"<Item>x</Item>"}));
-    const bool mayWriteAnything = ::geteuid() == 0;
+    const bool mayWriteAnything = std::ofstream(settingsFile(), std::ios::app).is_open();
     EXPECT_EQ(write(one), mayWriteAnything);
     EXPECT_EQ(fileBytes(), mayWriteAnything ? utf8(one) + "\r\n" : "<Item>x</Item>\r\n");
+    std::filesystem::permissions(settingsFile(), std::filesystem::perms::owner_all); // or it outlives its folder
 }
 
 struct Content {
@@ -228,6 +248,7 @@ TEST_F(UserSettingsFile, WhatSomeoneElseWrote_IsReadLineByLine)
         {"a sequence cut off", "a\xE6\xB8", L"a\uFFFD"},
         {"an overlong sequence", "\xC0\xAF", L"\uFFFD\uFFFD"},
         {"a NUL, at which the text ends", std::string("a\0b", 3), L"a"},
+        {"a control-Z, at which the file ends", "a\r\nb\x1A\r\nc", L"ab"},
         {"a character on two lines", "\xC3\r\n\xA9", L"\u00E9"},
     };
     for (const Content& content : contents) {
@@ -250,7 +271,7 @@ TEST_F(UserSettingsFile, FileThatCannotBeOpened_IsNeitherReadNorWritten)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "_wfsopen", .fromThenOn = true});
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
     EXPECT_FALSE(write(two));
 }
 
@@ -258,7 +279,7 @@ TEST_F(UserSettingsFile, FileThatCannotBeReadToItsEnd_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "_wfsopen.read"});
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
     EXPECT_EQ(Embedded::Faults::struck(), 1U);
 }
 
@@ -266,14 +287,14 @@ TEST_F(UserSettingsFile, TextThatCannotBeMeasured_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "MultiByteToWideChar"});
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
 }
 
 TEST_F(UserSettingsFile, WithoutMemoryForTheText_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "qeutNewBuffer"});
-    EXPECT_EQ(read(), kNothing);
+    EXPECT_EQ(read(), kNothingRead);
 }
 
 TEST_F(UserSettingsFile, ItemThatCannotBeConverted_LeavesThoseBeforeIt)
@@ -282,6 +303,13 @@ TEST_F(UserSettingsFile, ItemThatCannotBeConverted_LeavesThoseBeforeIt)
     EXPECT_FALSE(write(one + two));
     Embedded::Faults::disarm();
     EXPECT_EQ(read(), (ReadText{true, one}));
+}
+
+TEST_F(UserSettingsFile, FailureToWriteALine_IsPassedOver)
+{
+    const ScopedFault fault({.call = "_wfsopen.write"});
+    EXPECT_TRUE(write(one + two));
+    EXPECT_EQ(Embedded::Faults::struck(), 1U);
 }
 
 TEST_F(UserSettingsFile, FailureToClose_IsPassedOver)

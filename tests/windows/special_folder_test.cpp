@@ -2,95 +2,64 @@
 #include <string>
 
 #include "embedded/foundation/faults.h"
-#include "embedded/foundation/text.h"
+#include "embedded/foundation/system_path.h"
 #include "platform/windows.h"
+#include "support/local_application_data.h"
 #include "support/platform_test.h"
+#include "support/scoped_registry.h"
 #include "support/scoped_variable.h"
 #include "support/temporary_folder.h"
 
+namespace Tests {
 namespace {
 
 namespace fs = std::filesystem;
-using Tests::ScopedVariable;
 
-class SpecialFolder : public Tests::PlatformTest {
+class SpecialFolder : public PlatformTest {
 protected:
     BOOL ask(BOOL create = FALSE) { return SHGetSpecialFolderPathW(nullptr, path, CSIDL_LOCAL_APPDATA, create); }
-    static std::wstring wide(const fs::path& folder) { return Embedded::wideFromUtf8(folder.string()); }
 
-    Tests::TemporaryFolder folder;
-    ScopedVariable home{"HOME", folder.path().string()};
+    TemporaryFolder folder;
+    ScopedRegistry registry{folder, folder.path() / "registry.jsonl"};
     ScopedVariable data{"XDG_DATA_HOME"};
     wchar_t path[260] = L"before";
 };
 
 TEST_F(SpecialFolder, TheUsersDataFolderIsAnswered)
 {
-    const ScopedVariable set("XDG_DATA_HOME", folder.path().string());
+    useLocalApplicationData(folder.path());
     EXPECT_EQ(ask(), TRUE);
-    EXPECT_EQ(path, wide(folder.path()));
-}
-
-TEST_F(SpecialFolder, WithoutOneOfTheirOwnItIsInTheirHome)
-{
-    fs::create_directories(folder.path() / ".local/share");
-    EXPECT_EQ(ask(), TRUE);
-    EXPECT_EQ(path, wide(folder.path() / ".local/share"));
-}
-
-TEST_F(SpecialFolder, ARelativeOneIsPassedOver)
-{
-    fs::create_directories(folder.path() / ".local/share");
-    const ScopedVariable set("XDG_DATA_HOME", "relative");
-    EXPECT_EQ(ask(), TRUE);
-    EXPECT_EQ(path, wide(folder.path() / ".local/share"));
+    EXPECT_EQ(path, folder.path().wstring());
 }
 
 TEST_F(SpecialFolder, OneThatIsMissingIsCreatedOnlyOnRequest)
 {
+    const fs::path missing = folder.path() / "not there" / "nor this";
+    useLocalApplicationData(missing);
     EXPECT_EQ(ask(), FALSE);
-    EXPECT_STREQ(path, L"");
-    EXPECT_TRUE(fs::is_empty(folder.path()));
+    EXPECT_FALSE(fs::exists(folder.path() / "not there"));
     EXPECT_EQ(ask(TRUE), TRUE);
-    EXPECT_TRUE(fs::is_directory(folder.path() / ".local/share"));
+    EXPECT_EQ(path, missing.wstring());
+    EXPECT_TRUE(fs::is_directory(missing));
 }
 
-TEST_F(SpecialFolder, WithoutAHomeThereIsNone)
+TEST_F(SpecialFolder, APathOf259CharactersFits)
 {
-    const ScopedVariable none("HOME");
-    EXPECT_EQ(ask(TRUE), FALSE);
-}
-
-TEST_F(SpecialFolder, APathOf259CharactersFitsAndALongerOneDoesNot)
-{
-    const auto ofLength = [&](std::size_t length) {
-        fs::path result = folder.path() / std::string(100, 'a');
-        result /= std::string(length - result.string().size() - 1, 'b');
-        fs::create_directories(result);
-        return result.string();
-    };
-    {
-        const ScopedVariable set("XDG_DATA_HOME", ofLength(259));
-        EXPECT_EQ(ask(), TRUE);
-        EXPECT_EQ(std::wstring(path).size(), 259U);
-    }
-    const ScopedVariable set("XDG_DATA_HOME", ofLength(260));
-    EXPECT_EQ(ask(), FALSE);
-}
-
-TEST_F(SpecialFolder, OtherFoldersAndNullAreRefused)
-{
-    const ScopedVariable set("XDG_DATA_HOME", folder.path().string());
-    EXPECT_EQ(SHGetSpecialFolderPathW(nullptr, path, 26, FALSE), FALSE);
-    EXPECT_EQ(SHGetSpecialFolderPathW(nullptr, nullptr, CSIDL_LOCAL_APPDATA, FALSE), FALSE);
+    fs::path longest = folder.path() / std::string(100, 'a');
+    longest /= std::string(259 - longest.string().size() - 1, 'b');
+    fs::create_directory(Embedded::systemPath(longest.parent_path()));
+    fs::create_directory(Embedded::systemPath(longest));
+    useLocalApplicationData(longest);
+    EXPECT_EQ(ask(), TRUE);
+    EXPECT_EQ(path, longest.wstring());
 }
 
 TEST_F(SpecialFolder, FailsOnRequest)
 {
-    const ScopedVariable set("XDG_DATA_HOME", folder.path().string());
+    useLocalApplicationData(folder.path());
     const Embedded::ScopedFault fault({.call = "SHGetSpecialFolderPathW", .code = {}});
     EXPECT_EQ(ask(), FALSE);
-    EXPECT_STREQ(path, L"");
 }
 
 } // namespace
+} // namespace Tests

@@ -55,25 +55,25 @@ std::wstring takeArguments(AssignOptions& options)
     return wideArgument("CODE", options.arguments.front());
 }
 
-void noteDeprecation(const std::wstring& code, Output& output)
+void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)
 {
-    const std::optional<Embedded::CatalogEntry> entry = Embedded::findCatalogEntry(code);
-    if (!entry || !entry->deprecated)
+    if (!entry.deprecated)
         return;
-    const std::vector<std::wstring> replacements = Embedded::replacementsOf(entry->code);
-    output.note(Embedded::utf8FromWide(entry->code),
+    const std::vector<std::wstring> replacements = Embedded::replacementsOf(entry.code);
+    output.note(Embedded::utf8FromWide(entry.code),
                 replacements.empty() ? "deprecated"
                                      : "deprecated; replaced by " + Embedded::utf8FromWide(replacements.front()));
 }
 
 ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& code, Output& output)
 {
-    noteDeprecation(code, output);
+    const std::optional<Embedded::CatalogEntry> entry = Embedded::findCatalogEntry(code);
+    if (entry)
+        noteDeprecation(*entry, output);
     Change change;
     change.apply = [&](QeDbDatabase* database, Library::Status& status) {
         return CoordinateSystem::SetCoordinateSystem(code.c_str(), database, &status);
     };
-    const std::optional<Embedded::CatalogEntry> entry = Embedded::findCatalogEntry(code);
     change.done = doneText(entry ? entry->code : code); // as the catalog spells it
     change.reason = [&](Qeapp::ErrorStatus) {
         Orvel::LibraryObject<Library::CoordinateReferenceSystemDefinition> definition;

@@ -10,12 +10,12 @@
 
 #include "embedded/foundation/text.h"
 #include "orvelcs/catalog_suggestion.h"
+#include "orvelcs/catalog_system.h"
 #include "orvelcs/command.h"
 #include "orvelcs/display_text.h"
-#include "orvelcs/failure.h"
+#include "orvelcs/failure_document.h"
 #include "orvelcs/result_names.h"
 #include "orvelcs/system_description.h"
-#include "storage/library_holder.h"
 
 namespace Orvelcs {
 
@@ -32,7 +32,7 @@ struct SearchOptions {
     CLI::Option* authorityOption = nullptr;
 };
 
-struct ShowOptions {
+struct CatalogShowOptions {
     std::string code;
     bool wkt = false;
 };
@@ -101,18 +101,14 @@ std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
 ExitStatus runSearch(const SearchOptions& options, Output& output)
 {
     const Embedded::CatalogQuery query = queryFrom(options);
-    try {
+    return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
         const std::vector<Embedded::CatalogEntry> entries = search(query);
         if (output.json())
             output.document(asJson(entries));
         else
             print(entries, output);
         return ExitStatus::done;
-    } catch (const Failure&) {
-        if (output.json())
-            output.document(Json::array());
-        throw;
-    }
+    });
 }
 
 /// A system of the catalog with what the catalog says beside its definition.
@@ -124,14 +120,10 @@ struct CatalogSystem {
 
 CatalogSystem load(const std::wstring& code, bool wantsWkt)
 {
-    Orvel::LibraryObject<System> system;
-    const Library::Status status = System::Load(code.c_str(), system.put());
+    const CatalogSystemDefinition system = systemFromCatalog(code);
     const std::optional<Embedded::CatalogEntry> entry = Embedded::findCatalogEntry(code);
-    const std::string subject = Embedded::utf8FromWide(code);
-    if (status == Library::statusNotFound || (status == Library::statusOk && !entry))
-        throw Failure(subject, "the catalog has no such code" + nearestCodesClause(code), ExitStatus::nothingFound);
-    if (status != Library::statusOk || !system)
-        throw Failure(subject, "cannot be loaded: " + statusName(status));
+    if (!entry) // the catalog went away in between
+        throw noSuchCode(code);
     CatalogSystem found{describe(*system.get()), *entry, {}};
     if (wantsWkt)
         found.system.wkt = wktOf(*system.get());
@@ -184,21 +176,17 @@ void print(const CatalogSystem& found, Output& output)
     lines.print(output);
 }
 
-ExitStatus runShow(const ShowOptions& options, Output& output)
+ExitStatus runCatalogShow(const CatalogShowOptions& options, Output& output)
 {
     const std::wstring code = wideArgument("CODE", options.code);
-    try {
+    return withFailureDocument(nullptr, DocumentedFailures::all, output, [&] {
         const CatalogSystem found = load(code, options.wkt);
         if (output.json())
             output.document(asJson(found, options.wkt));
         else
             print(found, output);
         return ExitStatus::done;
-    } catch (const Failure&) {
-        if (output.json())
-            output.document(nullptr);
-        throw;
-    }
+    });
 }
 
 Command declareSearch(CLI::App& catalog)
@@ -219,14 +207,14 @@ Command declareSearch(CLI::App& catalog)
 
 Command declareCatalogShow(CLI::App& catalog)
 {
-    auto options = std::make_shared<ShowOptions>();
+    auto options = std::make_shared<CatalogShowOptions>();
     CLI::App* app = addCommand(catalog, {"show",
                                          "Show one system of the catalog",
                                          {"catalog show [OPTIONS] CODE"},
                                          "Exit status 3 for a code that the catalog does not have."});
     addArgument(*app, "CODE", options->code, "a code such as EPSG:25832")->required();
     app->add_flag("--wkt", options->wkt, "the definition as well-known text too");
-    return {app, [options](Output& output) { return runShow(*options, output); }};
+    return {app, [options](Output& output) { return runCatalogShow(*options, output); }};
 }
 
 } // namespace

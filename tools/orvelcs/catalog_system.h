@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "orvelcs/failure.h"
 #include "orvelcs/system_description.h"
 #include "storage/library_holder.h"
 
@@ -10,7 +11,10 @@ namespace Orvelcs {
 
 using CatalogSystemDefinition = Orvel::LibraryObject<System>;
 
-/// Throws Failure: nothing found for a code that the catalog does not have, with the nearest that exist.
+/// Nothing found, with the nearest codes that exist.
+Failure noSuchCode(const std::wstring& code);
+
+/// Throws Failure: noSuchCode for a code that the catalog does not have, or why the system cannot be loaded.
 CatalogSystemDefinition systemFromCatalog(const std::wstring& code);
 
 } // namespace Orvelcs

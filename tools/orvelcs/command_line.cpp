@@ -88,7 +88,7 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
     commands_.push_back(declareTransform(*program_));
 }
 
-Invocation CommandLine::parse(int argumentCount, char** arguments)
+Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
 {
     Invocation invocation;
     const std::vector<std::string> given(arguments + std::min(argumentCount, 1), arguments + argumentCount);
@@ -147,9 +147,9 @@ Invocation CommandLine::unknownArgument(const std::string& argument) const
         invocation.message = "one argument too many";
         return invocation;
     }
-    const std::vector<std::string> near = nearest(invocation.subject, commands);
-    invocation.message = "no such command" + (near.empty() ? fmt::format("; there are {}", fmt::join(commands, ", "))
-                                                           : nearestClause(near));
+    const std::vector<std::string> similar = nearest(invocation.subject, commands);
+    invocation.message = "no such command" + (similar.empty() ? fmt::format("; there are {}", fmt::join(commands, ", "))
+                                                              : nearestClause(similar));
     return invocation;
 }
 

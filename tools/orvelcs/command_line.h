@@ -26,7 +26,7 @@ public:
     CommandLine(const CommandLine&) = delete;
     CommandLine& operator=(const CommandLine&) = delete;
 
-    Invocation parse(int argumentCount, char** arguments);
+    Invocation parse(int argumentCount, const char* const* arguments);
     const OutputOptions& outputOptions() const { return outputOptions_; }
     const UserOptions& userOptions() const { return userOptions_; }
     /// Runs the command that the last `parse` found. Throws Failure.

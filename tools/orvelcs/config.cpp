@@ -7,7 +7,7 @@
 #include "orvelcs/config_item.h"
 #include "orvelcs/config_store.h"
 #include "orvelcs/display_text.h"
-#include "orvelcs/failure.h"
+#include "orvelcs/failure_document.h"
 #include "orvelcs/standard_streams.h"
 #include "orvelcs/text_bytes.h"
 
@@ -125,24 +125,16 @@ using Run = ExitStatus (*)(const ConfigOptions&, Output&);
 const Json kNoText = nullptr;
 const Json kNotDone = {{"result", false}, {"events", Json::array()}};
 
-ExitStatus runWith(Run run, const ConfigOptions& options, const Json& failed, Output& output)
-{
-    try {
-        return run(options, output);
-    } catch (const Failure& failure) {
-        if (output.json() && failure.status() != ExitStatus::wrongUsage)
-            output.document(failed);
-        throw;
-    }
-}
-
 Command declare(CLI::App& config, const CommandText& text, Run run, const Json& failed,
                 const std::function<void(CLI::App&, ConfigOptions&)>& addOptions)
 {
     auto options = std::make_shared<ConfigOptions>();
     CLI::App* app = addCommand(config, text);
     addOptions(*app, *options);
-    return {app, [options, run, &failed](Output& output) { return runWith(run, *options, failed, output); }};
+    return {app, [options, run, &failed](Output& output) {
+                return withFailureDocument(failed, DocumentedFailures::allButWrongUsage, output,
+                                           [&] { return run(*options, output); });
+            }};
 }
 
 void addItemOptions(CLI::App& app, ConfigOptions& options)

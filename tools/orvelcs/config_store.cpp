@@ -8,6 +8,7 @@
 
 #include "coordsys/orvel_transformation_config.h"
 #include "embedded/foundation/text.h"
+#include "embedded/foundation/utf8_path.h"
 #include "embedded/windows/registry_file.h"
 #include "orvelcs/drawings.h"
 #include "orvelcs/loaded_module.h"
@@ -44,7 +45,7 @@ std::filesystem::path settingsFile()
 {
     std::string path = Embedded::utf8FromWide(Orvel::GetUserTransformationSettingsPath());
     std::ranges::replace(path, '\\', '/');
-    return path;
+    return Embedded::pathFromUtf8(path);
 }
 
 std::optional<std::wstring> readDrawing(const std::string& file)

@@ -8,9 +8,10 @@
 #include "orvelcs/command.h"
 #include "orvelcs/definition_type.h"
 #include "orvelcs/display_text.h"
-#include "orvelcs/failure.h"
+#include "orvelcs/failure_document.h"
 #include "orvelcs/result_names.h"
 #include "orvelcs/standard_streams.h"
+#include "orvelcs/text_query.h"
 #include "storage/library_holder.h"
 
 namespace Orvelcs {
@@ -29,16 +30,6 @@ struct DecodedDefinition {
     std::optional<std::wstring> code;
     std::optional<std::wstring> name;
 };
-
-using DefinitionText = Library::Status (Library::DefinitionBase::*)(const wchar_t*&) const;
-
-std::optional<std::wstring> answerOf(const Library::DefinitionBase& definition, DefinitionText query)
-{
-    const wchar_t* text = nullptr;
-    if ((definition.*query)(text) != Library::statusOk || text == nullptr || *text == L'\0')
-        return std::nullopt;
-    return text;
-}
 
 std::vector<DecodedDefinition> definitionsIn(const Library::DefinitionBaseArray& array)
 {
@@ -120,18 +111,14 @@ void printDecoded(const std::vector<DecodedDefinition>& definitions, Output& out
 ExitStatus runDecode(const DecodeOptions& options, Output& output)
 {
     const std::string subject = options.file == kStandardStream ? "standard input" : options.file;
-    try {
+    return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
         const std::vector<DecodedDefinition> definitions = decodeBlock(readWhole(options.file), subject);
         if (output.json())
             output.document(decodedAsJson(definitions));
         else
             printDecoded(definitions, output);
         return ExitStatus::done;
-    } catch (const Failure&) {
-        if (output.json())
-            output.document(Json::array());
-        throw;
-    }
+    });
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 #include "orvelcs/drawings.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include <fmt/format.h>
 
+#include "embedded/foundation/utf8_path.h"
 #include "embedded/host/application.h"
 #include "orvelcs/failure.h"
 #include "orvelcs/loaded_module.h"
@@ -33,7 +33,8 @@ Embedded::FileResult loadFromStandardInput(std::unique_ptr<QeDbDatabase>& databa
 std::string describe(const std::string& file, const Embedded::FileResult& result)
 {
     std::string_view message = result.message;
-    if (const std::string prefix = Embedded::displayName(file) + ": "; message.starts_with(prefix))
+    if (const std::string prefix = Embedded::displayName(Embedded::pathFromUtf8(file)) + ": ";
+        message.starts_with(prefix))
         message.remove_prefix(prefix.size());
     return message.empty() ? resultName(result.status) : fmt::format("{}: {}", resultName(result.status), message);
 }
@@ -55,7 +56,7 @@ Embedded::FileResult OpenDrawing::load()
     std::unique_ptr<QeDbDatabase> database;
     Embedded::FileResult result = file_ == kStandardStream
                                       ? loadFromStandardInput(database)
-                                      : Embedded::loadDrawing(std::filesystem::path(file_), database);
+                                      : Embedded::loadDrawing(Embedded::pathFromUtf8(file_), database);
     if (result.status == Qeapp::eOk)
         document_ = Embedded::openDocument(std::move(database));
     return result;
@@ -70,7 +71,7 @@ Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file
                                  Output& output)
 {
     if (file != kStandardStream)
-        return Embedded::saveDrawing(database, std::filesystem::path(file), version);
+        return Embedded::saveDrawing(database, Embedded::pathFromUtf8(file), version);
     return Embedded::saveDrawing(database, version, [&](std::string_view text) {
         output.write(text); // what comes of it is told when the program ends
         return Embedded::FileResult();

@@ -5,11 +5,13 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/foundation/text.h"
+#include "embedded/foundation/utf8_path.h"
 #include "embedded/host/atomic_file.h"
 #include "orvelcs/catalog_system.h"
 #include "orvelcs/command.h"
 #include "orvelcs/drawings.h"
 #include "orvelcs/failure.h"
+#include "orvelcs/process.h"
 #include "orvelcs/result_names.h"
 #include "orvelcs/standard_streams.h"
 #include "storage/host_holders.h"
@@ -47,7 +49,7 @@ void putBlock(const EncodeOptions& options, const std::string& block, Output& ou
 {
     if (options.isPrinted())
         return output.write(block);
-    const Embedded::FileResult written = Embedded::writeFileAtomically(options.target, block);
+    const Embedded::FileResult written = Embedded::writeFileAtomically(Embedded::pathFromUtf8(options.target), block);
     if (written.status != Qeapp::eOk)
         throw DrawingFailure(options.target, written);
     output.confirm(options.target,

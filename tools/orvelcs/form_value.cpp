@@ -37,11 +37,11 @@ std::vector<std::string> formNames()
 
 std::string nearestFormsClause(const std::string& name)
 {
-    const std::vector<std::string> near = nearest(name, formNames());
-    return near.empty() ? fmt::format("; there are {}", fmt::join(formNames(), ", ")) : nearestClause(near);
+    const std::vector<std::string> similar = nearest(name, formNames());
+    return similar.empty() ? fmt::format("; there are {}", fmt::join(formNames(), ", ")) : nearestClause(similar);
 }
 
-void require(Qeapp::ErrorStatus result, const std::string& form)
+void requireWritten(Qeapp::ErrorStatus result, const std::string& form)
 {
     if (result != Qeapp::eOk)
         throw Failure(form, "the host refused it: " + resultName(result));
@@ -58,14 +58,15 @@ Orvel::ResbufChain textBuffer(int groupCode, const wchar_t* text)
 void registerLegacyApplication(QeDbDatabase* database, const std::string& form)
 {
     Orvel::HostObject<QeDbRegAppTable> table;
-    require(table.openWith([&](QeDbRegAppTable*& object) { return database->getRegAppTable(object, QeDb::kForWrite); }),
-            form);
+    requireWritten(
+        table.openWith([&](QeDbRegAppTable*& object) { return database->getRegAppTable(object, QeDb::kForWrite); }),
+        form);
     if (table->has(kLegacyApplication))
         return;
     Orvel::HostObject<QeDbRegAppTableRecord> record(new QeDbRegAppTableRecord);
-    require(record->setName(kLegacyApplication), form);
+    requireWritten(record->setName(kLegacyApplication), form);
     QeDbObjectId id;
-    require(table->add(id, record.get()), form);
+    requireWritten(table->add(id, record.get()), form);
 }
 
 // `values` is what follows the application's name; none of it removes the record.
@@ -83,8 +84,8 @@ void putLegacyChain(QeDbDatabase* database, const FormValue& value, Orvel::Resbu
     }
     registerLegacyApplication(database, value.name);
     Orvel::NamedObjects namedObjects;
-    require(namedObjects.openIn(database, QeDb::kForWrite), value.name);
-    require(namedObjects->setXData(chain.get()), value.name);
+    requireWritten(namedObjects.openIn(database, QeDb::kForWrite), value.name);
+    requireWritten(namedObjects->setXData(chain.get()), value.name);
 }
 
 void putLegacyCode(QeDbDatabase* database, const FormValue& value)
@@ -97,18 +98,18 @@ void putXrecord(QeDbDictionary& dictionary, const wchar_t* key, const resbuf* ch
                 const std::string& form)
 {
     Orvel::HostObject<QeDbXrecord> xrecord(new QeDbXrecord);
-    require(xrecord->setFromRbChain(chain, database), form);
+    requireWritten(xrecord->setFromRbChain(chain, database), form);
     QeDbObjectId id;
-    require(dictionary.setAt(key, xrecord.get(), id), form);
+    requireWritten(dictionary.setAt(key, xrecord.get(), id), form);
 }
 
 void putDefinitionChain(QeDbDatabase* database, const FormValue& value)
 {
     Orvel::NamedObjects namedObjects;
-    require(namedObjects.openIn(database, QeDb::kForWrite), value.name);
+    requireWritten(namedObjects.openIn(database, QeDb::kForWrite), value.name);
     if (value.value.empty()) {
         if (namedObjects->has(kDefinitionKey))
-            require(namedObjects->remove(kDefinitionKey), value.name);
+            requireWritten(namedObjects->remove(kDefinitionKey), value.name);
         return;
     }
     const Orvel::ResbufChain chain = chainFromJson(value.name, value.value);
@@ -118,11 +119,11 @@ void putDefinitionChain(QeDbDatabase* database, const FormValue& value)
 Orvel::HostObject<QeDbGeoData> newGeoData(QeDbDatabase* database, const std::string& form)
 {
     QeDbObjectId modelSpace;
-    require(qedbSymUtil()->blockModelSpaceId(database, modelSpace), form);
+    requireWritten(qedbSymUtil()->blockModelSpaceId(database, modelSpace), form);
     Orvel::HostObject<QeDbGeoData> geoData(new QeDbGeoData);
-    require(geoData->setBlockTableRecordId(modelSpace), form);
+    requireWritten(geoData->setBlockTableRecordId(modelSpace), form);
     QeDbObjectId id;
-    require(geoData->postToDb(id), form);
+    requireWritten(geoData->postToDb(id), form);
     return geoData;
 }
 
@@ -131,25 +132,25 @@ void putGeoData(QeDbDatabase* database, const FormValue& value)
     Orvel::HostObject<QeDbGeoData> geoData;
     QeDbObjectId id;
     if (qedbGetGeoDataObjId(database, id) == Qeapp::eOk && !id.isNull())
-        require(geoData.open(id, QeDb::kForWrite), value.name);
+        requireWritten(geoData.open(id, QeDb::kForWrite), value.name);
     else if (!value.value.empty())
         geoData = newGeoData(database, value.name);
     if (geoData)
-        require(geoData->setCoordinateSystem(Embedded::wideFromUtf8(value.value).c_str()), value.name);
+        requireWritten(geoData->setCoordinateSystem(Embedded::wideFromUtf8(value.value).c_str()), value.name);
 }
 
 Orvel::HostObject<QeDbDictionary> configurationDictionary(QeDbDatabase* database, const std::string& form)
 {
     Orvel::NamedObjects namedObjects;
-    require(namedObjects.openIn(database, QeDb::kForWrite), form);
+    requireWritten(namedObjects.openIn(database, QeDb::kForWrite), form);
     QeDbObjectId id;
     Orvel::HostObject<QeDbDictionary> dictionary;
     if (namedObjects->getAt(kConfigurationDictionary, id) == Qeapp::eOk) {
-        require(dictionary.open(id, QeDb::kForWrite), form);
+        requireWritten(dictionary.open(id, QeDb::kForWrite), form);
         return dictionary;
     }
     dictionary.reset(new QeDbDictionary);
-    require(namedObjects->setAt(kConfigurationDictionary, dictionary.get(), id), form);
+    requireWritten(namedObjects->setAt(kConfigurationDictionary, dictionary.get(), id), form);
     return dictionary;
 }
 

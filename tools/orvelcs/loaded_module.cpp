@@ -2,11 +2,10 @@
 
 #include <filesystem>
 
-#include <dlfcn.h>
-
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/host/application.h"
 #include "orvelcs/failure.h"
+#include "orvelcs/process.h"
 #include "orvelcs/result_names.h"
 
 namespace Orvelcs {
@@ -15,11 +14,11 @@ namespace {
 // The program is linked with the module, which is therefore mapped already: the host is to load that very file.
 std::filesystem::path moduleFile()
 {
-    ::Dl_info info{};
     const auto* address = reinterpret_cast<const void*>(&Zentara::Gis::Orvel::CoordinateSystem::ClearCoordinateSystem);
-    if (::dladdr(address, &info) == 0 || info.dli_fname == nullptr)
+    std::filesystem::path file = libraryFileOf(address);
+    if (file.empty())
         throw Failure("module", "cannot be found");
-    return info.dli_fname;
+    return file;
 }
 
 } // namespace

@@ -1,9 +1,11 @@
 // new: empty drawings.
-#include <filesystem>
 #include <memory>
 
 #include <fmt/format.h>
 
+#include "embedded/foundation/atomic_file.h"
+#include "embedded/foundation/file_look_up.h"
+#include "embedded/foundation/utf8_path.h"
 #include "orvelcs/command.h"
 #include "orvelcs/drawings.h"
 #include "orvelcs/standard_streams.h"
@@ -24,12 +26,23 @@ struct NewReport {
 
 bool exists(const std::string& file)
 {
-    std::error_code ignored; // what cannot be looked at cannot be written either, and the save says why
-    return file != kStandardStream && std::filesystem::exists(std::filesystem::path(file), ignored);
+    // What cannot be looked at cannot be written either, and the save says why.
+    return file != kStandardStream &&
+           Embedded::lookUpFile(Embedded::pathFromUtf8(file)).kind != Embedded::FileKind::nothing;
+}
+
+/// Gives back the file that an interrupted save has put aside: it exists all the same.
+Embedded::FileResult recover(const std::string& file)
+{
+    const auto failure =
+        file != kStandardStream ? Embedded::recoverReplacedFile(Embedded::pathFromUtf8(file)) : std::nullopt;
+    return failure ? Embedded::FileResult{Qeapp::eFileWriteFailed, failure->message} : Embedded::FileResult();
 }
 
 NewReport makeDrawing(const std::string& file, int version, bool force, Output& output)
 {
+    if (const Embedded::FileResult recovered = recover(file); recovered.status != Qeapp::eOk)
+        return {recovered.status, describe(file, recovered)};
     if (!force && exists(file))
         return {std::nullopt, "exists; --force overwrites it"};
     QeDbDatabase database(static_cast<QeDb::QeDbDwgVersion>(version));

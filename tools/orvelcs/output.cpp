@@ -1,6 +1,5 @@
 #include "orvelcs/output.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <system_error>
@@ -9,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "orvelcs/display_text.h"
+#include "orvelcs/process.h"
 #include "orvelcs/standard_streams.h"
 
 namespace Orvelcs {
@@ -33,7 +33,7 @@ Output::Output(std::string command, const OutputOptions& options)
     : command_(std::move(command)),
       options_(options),
       escapes_(escapesAreWanted(options)),
-      bold_(escapes_ && isTerminal(stdout))
+      bold_(escapes_ && takesEscapes(stdout))
 {
 }
 
@@ -41,7 +41,7 @@ void Output::write(std::string_view bytes)
 {
     hideProgress();
     if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) < bytes.size() && writeError_ == 0)
-        writeError_ = errno;
+        writeError_ = streamError();
 }
 
 void Output::line(std::string_view utf8)
@@ -82,14 +82,14 @@ void Output::progress(std::size_t position, std::size_t total, std::string_view 
     if (options_.quiet || total < 2 || !isTerminal(stderr))
         return;
     const std::string text = fmt::format("[{}/{}] {}", position, total, oneLine(subject));
-    toStandardError(escapes_ ? "\r\x1B[K" + text : text + "\n");
-    progressIsShown_ = escapes_;
+    progressIsShown_ = escapes_ && takesEscapes(stderr);
+    toStandardError(progressIsShown_ ? "\r\x1B[K" + text : text + "\n");
 }
 
 bool Output::flush()
 {
     if (std::fflush(stdout) != 0 && writeError_ == 0)
-        writeError_ = errno;
+        writeError_ = streamError();
     return writeError_ == 0;
 }
 

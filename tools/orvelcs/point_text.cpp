@@ -35,7 +35,7 @@ std::optional<double> numberFrom(std::string_view word)
     return number;
 }
 
-int decimalsFor(const Embedded::AxisUnit& axis)
+int decimalsOf(const Embedded::AxisUnit& axis)
 {
     constexpr double kFinestLengthInMetres = 1e-6;
     constexpr double kFinestAngleInRadians = 1e-10 * std::numbers::pi / 180;
@@ -78,7 +78,7 @@ std::vector<int> decimalsFor(const std::vector<Embedded::AxisUnit>& axes)
     std::vector<int> decimals;
     decimals.reserve(axes.size());
     for (const Embedded::AxisUnit& axis : axes)
-        decimals.push_back(decimalsFor(axis));
+        decimals.push_back(decimalsOf(axis));
     return decimals;
 }
 

@@ -1,20 +1,13 @@
-// The process's standard streams, and reading a file or standard input to its end.
+// Reading a file or standard input to its end.
 #pragma once
 
 #include <cstddef>
-#include <cstdio>
 #include <string>
 
 namespace Orvelcs {
 
 /// The name that stands for standard input or output where a file is expected.
 inline constexpr const char* kStandardStream = "-";
-
-/// Makes a write to a closed pipe or a closed stream, or beyond the process's limit on the size of files, fail instead
-/// of ending the program or landing in another file.
-void prepareStandardStreams();
-
-bool isTerminal(std::FILE* stream);
 
 /// Everything up to the end of the file, or of standard input for "-". Throws Failure when it cannot be read or is
 /// longer than `limitInBytes` (0: no limit).

@@ -14,7 +14,7 @@ namespace {
 
 using StoredObject = Orvel::LibraryObject<Library::DefinitionBase>;
 
-void require(Qeapp::ErrorStatus result, const char* subject)
+void requireRead(Qeapp::ErrorStatus result, const char* subject)
 {
     if (result != Qeapp::eOk)
         throw Failure(subject, resultName(result));
@@ -94,14 +94,14 @@ Orvel::HostObject<QeDbXrecord> openXrecord(const QeDbDictionary& dictionary, con
         return xrecord;
     const Qeapp::ErrorStatus opened = xrecord.open(id, QeDb::kForRead);
     if (opened != Qeapp::eNotThatKindOfClass)
-        require(opened, "xrecord");
+        requireRead(opened, "xrecord");
     return xrecord;
 }
 
 Orvel::ResbufChain chainOf(const QeDbXrecord& xrecord)
 {
     Orvel::ResbufChain chain;
-    require(xrecord.rbChain(chain.put()), "xrecord");
+    requireRead(xrecord.rbChain(chain.put()), "xrecord");
     return chain;
 }
 
@@ -152,7 +152,7 @@ std::optional<StoredGeoData> readGeoData(QeDbDatabase* database)
     if (qedbGetGeoDataObjId(database, id) != Qeapp::eOk || id.isNull())
         return std::nullopt;
     Orvel::HostObject<QeDbGeoData> geoData;
-    require(geoData.open(id, QeDb::kForRead), "GeoData object");
+    requireRead(geoData.open(id, QeDb::kForRead), "GeoData object");
     return StoredGeoData{geoData->coordinateSystem(), blockName(geoData->ownerId())};
 }
 
@@ -161,7 +161,7 @@ std::optional<StoredGeoData> readGeoData(QeDbDatabase* database)
 StoredForms readStoredForms(QeDbDatabase* database)
 {
     Orvel::NamedObjects namedObjects;
-    require(namedObjects.openIn(database, QeDb::kForRead), "named objects dictionary");
+    requireRead(namedObjects.openIn(database, QeDb::kForRead), "named objects dictionary");
     StoredForms forms;
     forms.legacyProjection = readLegacyProjection(*namedObjects.get());
     forms.definitionXrecord = readDefinitionXrecord(*namedObjects.get());
@@ -173,7 +173,7 @@ StoredForms readStoredForms(QeDbDatabase* database)
 bool hasLegacyCode(QeDbDatabase* database)
 {
     Orvel::NamedObjects namedObjects;
-    require(namedObjects.openIn(database, QeDb::kForRead), "named objects dictionary");
+    requireRead(namedObjects.openIn(database, QeDb::kForRead), "named objects dictionary");
     const std::optional<LegacyProjection> legacy = readLegacyProjection(*namedObjects.get());
     return legacy && legacy->code && !legacy->code->empty() && *legacy->code != L".";
 }

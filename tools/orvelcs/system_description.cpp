@@ -8,34 +8,21 @@
 #include "orvelcs/display_text.h"
 #include "orvelcs/failure.h"
 #include "orvelcs/result_names.h"
+#include "orvelcs/text_query.h"
 
 namespace Orvelcs {
 
 namespace Library = Zentara::Infrastructure::SpatialReference;
 
-namespace {
-
-// An empty answer is the library's way of saying that there is none.
-template <class Owner>
-std::optional<std::wstring> textOf(const System& system, Library::Status (Owner::*query)(const wchar_t*&) const)
-{
-    const wchar_t* text = nullptr;
-    if ((system.*query)(text) != Library::statusOk || text == nullptr || *text == L'\0')
-        return std::nullopt;
-    return text;
-}
-
-} // namespace
-
 SystemDescription describe(const System& system)
 {
     SystemDescription description;
-    description.code = textOf(system, &System::GetCode);
-    description.name = textOf(system, &System::GetName);
+    description.code = answerOf(system, &System::GetCode);
+    description.name = answerOf(system, &System::GetName);
     if (int kind = 0; system.GetKind(kind) == Library::statusOk)
         description.kind = kind;
-    description.datum = textOf(system, &System::GetDatumCode);
-    description.ellipsoid = textOf(system, &System::GetEllipsoidCode);
+    description.datum = answerOf(system, &System::GetDatumCode);
+    description.ellipsoid = answerOf(system, &System::GetEllipsoidCode);
     return description;
 }
 
@@ -46,7 +33,7 @@ std::wstring wktOf(const System& system)
     const Library::Status status =
         Library::FormatConverter::DefinitionToWkt_s(&system, Library::wktFlavorDefault, buffer.data(), buffer.size());
     if (status != Library::statusOk && status != Library::statusInexact) {
-        const std::optional<std::wstring> code = textOf(system, &System::GetCode);
+        const std::optional<std::wstring> code = answerOf(system, &System::GetCode);
         throw Failure(code ? Embedded::utf8FromWide(*code) : "the system",
                       "cannot be written as WKT: " + statusName(status));
     }

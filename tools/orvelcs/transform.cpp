@@ -9,6 +9,7 @@
 #include "embedded/spatial_reference/coordinate_operations.h"
 #include "orvelcs/command.h"
 #include "orvelcs/configured_transformation.h"
+#include "orvelcs/failure_document.h"
 #include "orvelcs/line_reader.h"
 #include "orvelcs/operation_failure.h"
 #include "orvelcs/point_text.h"
@@ -117,14 +118,8 @@ std::unique_ptr<Embedded::CoordinateTransformer> transformerFor(const TransformO
 
 ExitStatus runTransform(const TransformOptions& options, Output& output)
 {
-    std::unique_ptr<Embedded::CoordinateTransformer> transformer;
-    try {
-        transformer = transformerFor(options, output);
-    } catch (const Failure& failure) {
-        if (output.json() && failure.status() != ExitStatus::wrongUsage)
-            output.document(nullptr);
-        throw;
-    }
+    const auto transformer = withFailureDocument(nullptr, DocumentedFailures::allButWrongUsage, output,
+                                                 [&] { return transformerFor(options, output); });
     PointPrinter printer(transformer->targetUnits(), output);
     const ExitStatus status = transformLines(*transformer, printer, output);
     printer.finish();

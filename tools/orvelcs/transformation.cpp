@@ -10,6 +10,7 @@
 #include "orvelcs/command.h"
 #include "orvelcs/configured_transformation.h"
 #include "orvelcs/display_text.h"
+#include "orvelcs/failure_document.h"
 #include "orvelcs/operation_failure.h"
 #include "orvelcs/system_description.h"
 #include "orvelcs/transformation_kind.h"
@@ -66,13 +67,8 @@ ExitStatus runConfigured(const TransformationOptions& options, Output& output)
     for (const auto& [name, value] : {std::pair("SRC", &options.source), std::pair("DST", &options.target)})
         if (value->empty())
             throw wrongUsage(name, "is required");
-    try {
-        return reportConfigured(options, output);
-    } catch (const Failure&) {
-        if (output.json())
-            output.document(nullptr);
-        throw;
-    }
+    return withFailureDocument(nullptr, DocumentedFailures::all, output,
+                               [&] { return reportConfigured(options, output); });
 }
 
 const char* directionName(Embedded::OperationDirection direction)
@@ -168,7 +164,7 @@ void refuseForeignArguments(const TransformationOptions& options)
 ExitStatus runList(const TransformationOptions& options, Output& output)
 {
     refuseForeignArguments(options);
-    try {
+    return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
         const auto operations = operationsFor(options);
         if (!output.json()) {
             print(operations, output);
@@ -179,11 +175,7 @@ ExitStatus runList(const TransformationOptions& options, Output& output)
             array.push_back(asJson(operation));
         output.document(array);
         return ExitStatus::done;
-    } catch (const Failure&) {
-        if (output.json())
-            output.document(Json::array());
-        throw;
-    }
+    });
 }
 
 } // namespace

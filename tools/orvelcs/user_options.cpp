@@ -1,10 +1,10 @@
 #include "orvelcs/user_options.h"
 
-#include <cstdlib>
-
+#include "embedded/foundation/utf8_path.h"
 #include "embedded/windows/registry_file.h"
 #include "orvelcs/command.h"
 #include "orvelcs/failure.h"
+#include "orvelcs/process.h"
 
 namespace Orvelcs {
 namespace {
@@ -27,13 +27,13 @@ void applyUserOptions(const UserOptions& options)
     if (options.folderOption->count() > 0) {
         if (wideArgument("--user-dir", options.folder).size() > kLongestFolder)
             throw wrongUsage("--user-dir", "is longer than 259 characters");
-        if (::setenv(kFolderVariable, options.folder.c_str(), 1) != 0)
+        if (!setVariable(kFolderVariable, options.folder))
             throw Failure("--user-dir", "cannot be set");
     }
     if (options.registryOption->count() > 0) {
         if (options.registry.empty())
             throw wrongUsage("--registry", "is empty");
-        Embedded::useRegistryFile(options.registry);
+        Embedded::useRegistryFile(Embedded::pathFromUtf8(options.registry));
     }
 }
 

@@ -1,0 +1,16 @@
+# Where files go below the prefix of an installation. On Windows libraries are looked for beside the program, and all else
+# is by itself in a folder of the product's; elsewhere the prefix is shared with others, so that what is not looked for by
+# the system lies in folders of the project's name.
+if(WIN32)
+    set(ORVEL_LIBRARY_FOLDER lib)
+    set(ORVEL_HEADER_FOLDER include)
+    set(ORVEL_DOCUMENT_FOLDER .)
+else()
+    set(ORVEL_LIBRARY_FOLDER "")
+    cmake_path(APPEND ORVEL_LIBRARY_FOLDER lib "${CMAKE_LIBRARY_ARCHITECTURE}" orvel-coordsys-core)
+    set(ORVEL_HEADER_FOLDER include/orvel-coordsys-core)
+    set(ORVEL_DOCUMENT_FOLDER share/doc/orvel-coordsys-core)
+endif()
+set(ORVEL_CONFIG_FOLDER lib/cmake/OrvelCoordsysCore)
+# The libraries find each other wherever the prefix is moved to.
+set(CMAKE_INSTALL_RPATH "$ORIGIN")

@@ -1,0 +1,29 @@
+#include "embedded/host/shared_library.h"
+
+#include "embedded/foundation/display_name.h"
+#include "embedded/foundation/win32/full_name.h"
+#include "embedded/foundation/win32/system_error.h"
+
+namespace QeHost {
+
+SharedLibrary SharedLibrary::open(const std::filesystem::path& file, std::string& error)
+{
+    // The libraries that it needs are looked for in its own folder first, not in that of the program.
+    SharedLibrary library(LoadLibraryExW(Embedded::fullNameOf(file).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+    if (!library)
+        error = Embedded::displayName(file) + ": " + Embedded::systemMessage(GetLastError());
+    return library;
+}
+
+SharedLibrary::~SharedLibrary()
+{
+    if (handle_ != nullptr)
+        static_cast<void>(FreeLibrary(static_cast<HMODULE>(handle_))); // nothing is left to do about one that stays
+}
+
+void* SharedLibrary::symbol(const char* name) const
+{
+    return handle_ != nullptr ? reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(handle_), name)) : nullptr;
+}
+
+} // namespace QeHost

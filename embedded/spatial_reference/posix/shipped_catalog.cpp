@@ -1,0 +1,10 @@
+#include "embedded/spatial_reference/shipped_catalog.h"
+
+namespace Embedded {
+
+std::string shippedCatalogFolder()
+{
+    return {};
+}
+
+} // namespace Embedded

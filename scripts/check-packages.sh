@@ -1,0 +1,139 @@
+#!/bin/sh
+# Checks the packages of `make package`: check-packages.sh [FOLDER], by default build/packages. They are made once more in
+# a copy of the tree elsewhere and compared; each is unpacked into an empty folder and put to work there; a program of
+# another project is built against each. Nothing is installed, and privileges are not needed.
+set -eu
+
+root=$(cd "$(dirname "$0")/.." && pwd)
+packages=$(cd "${1:-$root/build/packages}" && pwd)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+trap 'exit 1' HUP INT TERM
+
+say() {
+    echo "check-packages: $*"
+}
+
+fail() {
+    say "$*" >&2
+    exit 1
+}
+
+# The one package of that name.
+package() {
+    set -- "$packages"/$1
+    [ $# -eq 1 ] && [ -f "$1" ] || fail "where one is expected there is: $*"
+    echo "$1"
+}
+
+quietly() { # LOG COMMAND…
+    log=$1
+    shift
+    "$@" >"$log" 2>&1 </dev/null || {
+        tail -n 40 "$log" >&2
+        fail "failed: $*"
+    }
+}
+
+make_again() { # in a copy of the sources at a path of another length
+    copy=$work/made_again/in/another/place
+    mkdir -p "$copy"
+    tar -C "$root" --exclude=./build --exclude=./.git -cf - . | tar -C "$copy" -xf -
+    SOURCE_DATE_EPOCH=$("$root/scripts/make-packages.sh" --date) # the copy has no history to tell it
+    export SOURCE_DATE_EPOCH
+    (
+        cd "$copy"
+        for preset in release windows; do
+            quietly "$work/$preset.log" cmake --preset "$preset" -DBUILD_TESTING=OFF
+            quietly "$work/$preset.log" cmake --build "build/$preset" --target OrvelCoordsysCore orvelcs
+        done
+        quietly "$work/again.log" scripts/make-packages.sh "$work/again" build/windows build/release
+    )
+}
+
+compare() {
+    for file in "$packages"/*; do
+        cmp "$file" "$work/again/${file##*/}" || fail "made again, ${file##*/} is another"
+        say "${file##*/}: $(stat -c %s "$file") bytes, the same when made again"
+    done
+}
+
+# The main job, by a program that finds nothing but what is beside it. RUN is what the program is started with.
+do_main_job() { # FOLDER PROGRAM…
+    mkdir -p "$1"
+    cd "$1"
+    shift
+    for step in 'new plan.qedb' 'assign EPSG:25832 plan.qedb' 'show plan.qedb'; do
+        # Word splitting is meant: no argument has a space.
+        env -u PROJ_LIB -u PROJ_DATA "$@" $step >"$work/output" 2>&1 </dev/null || {
+            cat "$work/output" >&2
+            fail "$step: failed"
+        }
+    done
+    grep -q 'ETRS89 / UTM zone 32N' "$work/output" || fail "show does not tell the system's name"
+    cd "$root"
+}
+
+build_consumer() { # NAME PREFIX OPTIONS…
+    name=$1
+    prefix=$2
+    shift 2
+    quietly "$work/consumer.log" cmake -S "$root/tests/packages/consumer" -B "$work/consumer-$name" -G Ninja \
+        -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH="$prefix" "$@"
+    quietly "$work/consumer.log" cmake --build "$work/consumer-$name"
+}
+
+check_linux_tree() { # NAME PREFIX
+    for file in "$2"/bin/orvelcs "$2"/lib/*/orvel-coordsys-core/*.so; do
+        case $(ldd "$file") in *'not found'*) ldd "$file" >&2 && fail "$file misses libraries" ;; esac
+    done
+    do_main_job "$work/drawings-$1" "$2/bin/orvelcs"
+    build_consumer "$1" "$2"
+    quietly "$work/consumer.log" "$work/consumer-$1/consumer"
+    say "$1: works where it was unpacked, and so does a program built against it"
+}
+
+check_debian_package() {
+    deb=$(package '*.deb')
+    dpkg-deb -x "$deb" "$work/debian"
+    depends=$(dpkg-deb -f "$deb" Depends)
+    for library in libc6 libproj libstdc++6; do
+        case $depends in *"$library"*) ;; *) fail "the package does not depend on $library: $depends" ;; esac
+    done
+    say "Depends: $depends"
+    check_linux_tree deb "$work/debian/usr"
+}
+
+check_archive() {
+    mkdir "$work/archive"
+    archive=$(package '*.tar.gz')
+    tar -C "$work/archive" -xzf "$archive"
+    set -- "$work"/archive/*
+    check_linux_tree tar.gz "$1"
+}
+
+check_windows() {
+    folder="$work/Büro für Vermessung 测量"
+    archive=$(package '*.zip')
+    mkdir "$folder"
+    (cd "$folder" && cmake -E tar xf "$archive")
+    set -- "$folder"/*
+    prefix=$1
+    WINEPREFIX=$work/wine
+    export WINEPREFIX WINEDEBUG=-all
+    "$root/scripts/wine-prefix.sh" "$WINEPREFIX"
+    do_main_job "$work/drawings-zip" wine "$prefix/bin/orvelcs.exe"
+    build_consumer zip "$prefix" -DCMAKE_SYSTEM_NAME=Windows \
+        -DCMAKE_CXX_COMPILER=x86_64-w64-mingw32-g++-posix
+    cp "$work/consumer-zip/consumer.exe" "$prefix/bin"
+    quietly "$work/consumer.log" wine "$prefix/bin/consumer.exe"
+    wineserver -k
+    say "zip: works where it was unpacked, and so does a program built against it"
+}
+
+check_archive
+check_debian_package
+check_windows
+make_again
+compare
+say "done"

@@ -1,0 +1,48 @@
+// A program whose files may not grow beyond one block. Windows has no such limit.
+#include "cli/command_line_test.h"
+
+namespace Tests {
+namespace {
+
+class FileSizeLimit : public CommandLineTest {
+protected:
+    /// The shell sets the limit and becomes the program.
+    ProgramResult runLimited(const std::string& arguments, const std::string& input = "") const
+    {
+        return run({.arguments = {"-c", "ulimit -f 1; exec \"$0\" " + arguments, ORVELCS_PROGRAM},
+                    .input = input,
+                    .environment = {},
+                    .program = "/bin/sh"});
+    }
+};
+
+TEST_F(FileSizeLimit, ForADrawing_LeavesTheOldOneAndNothingElse)
+{
+    givenDrawing("a.qedb");
+    const std::string before = contents("a.qedb");
+    expectResult(runLimited("assign EPSG:31467 a.qedb"), 1, "",
+                 "orvelcs: assign: a.qedb: eFileWriteFailed (54): cannot be written: File too large\n");
+    EXPECT_EQ(contents("a.qedb"), before);
+    EXPECT_EQ(files(), std::vector<std::string>{"a.qedb"});
+}
+
+TEST_F(FileSizeLimit, ForResults_IsToldAsAnyOtherFailure)
+{
+    const ProgramResult show = runLimited("catalog show --json --wkt EPSG:25832");
+    EXPECT_EQ(show.status, 1);
+    EXPECT_EQ(show.errors, "orvelcs: catalog show: standard output: cannot be written: File too large\n");
+    std::string bytes; // without runs, so that packing does not shorten it
+    for (int index = 0; index < 2000; ++index)
+        bytes.push_back(static_cast<char>(index % 251));
+    const ProgramResult pack = runLimited("codec pack", bytes);
+    EXPECT_EQ(pack.status, 1);
+    EXPECT_EQ(pack.errors, "orvelcs: codec pack: standard output: cannot be written: File too large\n");
+}
+
+TEST_F(FileSizeLimit, ForTheCatalogsTemporaryFile_IsNotTakenForAnEmptyCatalog)
+{
+    expectResult(runLimited("catalog search UTM"), 1, "", "orvelcs: catalog search: UTM: the catalog cannot be read\n");
+}
+
+} // namespace
+} // namespace Tests

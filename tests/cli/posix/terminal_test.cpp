@@ -1,0 +1,134 @@
+#include <array>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "cli/command_line_test.h"
+
+namespace Tests {
+namespace {
+
+/// The program with a terminal for all of its streams.
+class OnATerminal : public CommandLineTest {
+protected:
+    /// What appears on the terminal, line ends as the terminal makes them.
+    std::string shown(std::vector<std::string> arguments, const char* noColor = nullptr,
+                      const char* type = "xterm") const
+    {
+        arguments.insert(arguments.begin(), ORVELCS_PROGRAM);
+        std::vector<char*> words;
+        for (std::string& argument : arguments)
+            words.push_back(argument.data());
+        words.push_back(nullptr);
+        const std::string folder = path("").string();
+        int terminal = -1;
+        const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+        if (child == -1)
+            throw std::runtime_error("forkpty failed");
+        if (child == 0)
+            runIn(folder, words, noColor, type);
+        const std::string text = readToEnd(terminal);
+        ::close(terminal);
+        ::waitpid(child, nullptr, 0);
+        return text;
+    }
+
+private:
+    [[noreturn]] static void runIn(const std::string& folder, const std::vector<char*>& words, const char* noColor,
+                                   const char* type)
+    {
+        if (::chdir(folder.c_str()) == 0) {
+            ::setenv("TERM", type, 1);
+            ::unsetenv("NO_COLOR");
+            if (noColor != nullptr)
+                ::setenv("NO_COLOR", noColor, 1);
+            ::execv(words.front(), words.data());
+        }
+        ::_exit(127);
+    }
+
+    static std::string readToEnd(int terminal)
+    {
+        std::string text;
+        std::array<char, 4096> block{};
+        for (;;) {
+            const ssize_t length = ::read(terminal, block.data(), block.size());
+            if (length <= 0) // a terminal whose program has gone answers with an error
+                return text;
+            text.append(block.data(), static_cast<std::size_t>(length));
+        }
+    }
+};
+
+TEST_F(OnATerminal, Batch_ShowsItsProgressAndTakesItAway)
+{
+    givenDrawing("a.qedb");
+    givenDrawing("b.qedb");
+    EXPECT_EQ(shown({"clear", "a.qedb", "b.qedb"}), "\r\x1B[K[1/2] a.qedb"
+                                                    "\r\x1B[Ka.qedb: cleared\r\n"
+                                                    "\r\x1B[K[2/2] b.qedb"
+                                                    "\r\x1B[Kb.qedb: cleared\r\n");
+}
+
+TEST_F(OnATerminal, QuietBatch_ShowsNothing)
+{
+    givenDrawing("a.qedb");
+    givenDrawing("b.qedb");
+    EXPECT_EQ(shown({"clear", "--quiet", "a.qedb", "b.qedb"}), "");
+}
+
+TEST_F(OnATerminal, SingleDrawing_HasNoProgress)
+{
+    givenDrawing("a.qedb");
+    EXPECT_EQ(shown({"clear", "a.qedb"}), "a.qedb: cleared\r\n");
+}
+
+TEST_F(OnATerminal, Heading_IsBold)
+{
+    givenDrawing("a.qedb");
+    EXPECT_THAT(shown({"forms", "a.qedb"}), testing::StartsWith("\x1B[1ma.qedb, drawing version 33\x1B[0m\r\n"));
+}
+
+TEST_F(OnATerminal, Bytes_AreNotPrinted)
+{
+    const std::string refusal = "orvelcs: encode: standard output: is a terminal, and the output is bytes; -o writes "
+                                "them into a file\r\n";
+    EXPECT_EQ(shown({"encode", "EPSG:4326", "--drawing-version", "29"}), refusal);
+    EXPECT_EQ(shown({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "-"}), refusal);
+    EXPECT_EQ(shown({"encode", "EPSG:4326", "--drawing-version", "29", "-q", "-o", "block"}), "");
+}
+
+TEST_F(OnATerminal, NoColor_IsPlain)
+{
+    givenDrawing("a.qedb");
+    EXPECT_THAT(shown({"forms", "a.qedb", "--no-color"}), testing::StartsWith("a.qedb, drawing version 33\r\n"));
+    EXPECT_THAT(shown({"forms", "a.qedb"}, "1"), testing::StartsWith("a.qedb, drawing version 33\r\n"));
+}
+
+TEST_F(OnATerminal, EmptyNoColor_CountsAsNotSet)
+{
+    givenDrawing("a.qedb");
+    EXPECT_THAT(shown({"forms", "a.qedb"}, ""), testing::StartsWith("\x1B[1m"));
+}
+
+TEST_F(OnATerminal, ProgressWithoutEscapeSequences_IsOneLineForEach)
+{
+    givenDrawing("a.qedb");
+    givenDrawing("b.qedb");
+    const std::string plain = "[1/2] a.qedb\r\na.qedb: cleared\r\n[2/2] b.qedb\r\nb.qedb: cleared\r\n";
+    EXPECT_EQ(shown({"clear", "--no-color", "a.qedb", "b.qedb"}), plain);
+    EXPECT_EQ(shown({"clear", "a.qedb", "b.qedb"}, "1"), plain);
+    EXPECT_EQ(shown({"clear", "a.qedb", "b.qedb"}, nullptr, "dumb"), plain);
+}
+
+TEST_F(OnATerminal, DumbTerminal_IsPlain)
+{
+    givenDrawing("a.qedb");
+    EXPECT_THAT(shown({"forms", "a.qedb"}, nullptr, "dumb"), testing::StartsWith("a.qedb, drawing version 33\r\n"));
+}
+
+} // namespace
+} // namespace Tests

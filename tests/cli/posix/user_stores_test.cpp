@@ -1,0 +1,32 @@
+// What only files can be: a device in the place of the user's settings, and a damaged registry.
+#include "cli/command_line_test.h"
+
+namespace Tests {
+namespace {
+
+using UserStores = CommandLineTest;
+
+TEST_F(UserStores, SettingsFileThatIsADevice_IsNamed)
+{
+    std::filesystem::create_symlink("/dev/full", path("TransformationSetting.xml"));
+    const std::string folder = path("").string();
+    const ProgramResult result = run({"config", "set", "-", "--user", "--user-dir", folder}, "<Item></Item>");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, testing::HasSubstr("is no regular file\n"));
+    EXPECT_EQ(run({"config", "get", "--user", "--user-dir", folder}).status, 1);
+}
+
+TEST_F(UserStores, RegistryFileThatIsDamaged_IsNamedAndLeftAlone)
+{
+    given("registry", "not a registry\n");
+    EXPECT_EQ(run({"config", "get", "--registry-store", "--registry", "registry"}).status, 1);
+    const ProgramResult result =
+        run({"config", "clear", "--user", "--json", "--user-dir", path("").string(), "--registry", "registry"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(Json::parse(result.output)["result"], false);
+    EXPECT_THAT(result.errors, testing::HasSubstr("registry"));
+    EXPECT_EQ(contents("registry"), "not a registry\n");
+}
+
+} // namespace
+} // namespace Tests

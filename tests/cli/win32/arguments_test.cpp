@@ -1,0 +1,46 @@
+// What only the command line of this system can hold: surrogates without their other half, and file names that no file
+// has.
+#include "cli/command_line_test.h"
+
+namespace Tests {
+namespace {
+
+using Arguments = CommandLineTest;
+
+TEST_F(Arguments, HalfASurrogatePair_IsWrongUsageWhereverItStands)
+{
+    givenDrawing("plan.qedb");
+    const std::string before = contents("plan.qedb");
+    const std::string line = "orvelcs: command line: a\xEF\xBF\xBDz: holds half a surrogate pair";
+    expectWrongUsage(run({"assign", "a\xED\xA0\x80z", "plan.qedb"}), line);
+    expectWrongUsage(run({"new", "a\xED\xBF\xBFz"}), line);
+    expectWrongUsage(run({"forms", "plan.qedb", "--put", "a\xED\xB0\x80z"}), line);
+    EXPECT_EQ(contents("plan.qedb"), before);
+    EXPECT_EQ(files(), std::vector<std::string>{"plan.qedb"});
+}
+
+TEST_F(Arguments, FileNameThatNoFileHas_IsRefusedInOneLine)
+{
+    expectResult(run({"new", "a\nb.qedb"}), 1, "",
+                 "orvelcs: new: a\\nb.qedb: eFileWriteFailed (54): cannot be written: no name that a file can have\n");
+    expectResult(run({"show", "what?.qedb"}), 1, "",
+                 "orvelcs: show: what?.qedb: eFileNotFound (50): no name that a file can have\n");
+    EXPECT_EQ(files(), std::vector<std::string>());
+}
+
+TEST_F(Arguments, NameOfADevice_IsNoDrawing)
+{
+    expectResult(run({"show", "NUL"}), 1, "", "orvelcs: show: NUL: eFileDamaged (51): is not a regular file\n");
+    expectResult(run({"new", "--force", "NUL"}), 1, "",
+                 "orvelcs: new: NUL: eFileWriteFailed (54): cannot be written: Invalid argument\n");
+}
+
+TEST_F(Arguments, BackslashesInAFileName_AreFolders)
+{
+    std::filesystem::create_directory(path("plans"));
+    expectResult(run({"new", "plans\\a.qedb"}), 0, "plans\\a.qedb: new drawing, version 33\n", "");
+    EXPECT_EQ(runForJson({"show", "plans/a.qedb"}, 3)["file"], "plans/a.qedb");
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,49 @@
+// A program that is talked to through pipes.
+#include "cli/command_line_test.h"
+#include "cli/win32/started_program.h"
+
+namespace Tests {
+namespace {
+
+class Conversation : public CommandLineTest {
+protected:
+    static void say(const Embedded::FileHandle& pipe, const std::string& line)
+    {
+        DWORD written = 0;
+        ASSERT_TRUE(WriteFile(pipe.get(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr));
+        ASSERT_EQ(written, line.size());
+    }
+    /// Up to the next line end, which it waits for; the program's end ends it too.
+    static std::string lineFrom(const Embedded::FileHandle& pipe)
+    {
+        std::string line;
+        char character = '\0';
+        DWORD read = 0;
+        while (!line.ends_with('\n') && ReadFile(pipe.get(), &character, 1, &read, nullptr) && read == 1)
+            line += character;
+        return line;
+    }
+};
+
+TEST_F(Conversation, ALineToTransform_IsAnsweredBeforeTheNextIsAskedFor)
+{
+    ProgramRun programRun;
+    programRun.arguments = {"transform", "-q", "EPSG:4258", "EPSG:25832"};
+    Pipe points(Pipe::Own::writing);
+    Pipe answers(Pipe::Own::reading);
+    const Embedded::FileHandle errors = openInherited(path("errors"), GENERIC_WRITE, CREATE_ALWAYS);
+    const StartedProgram program(programRun, path(""), {points.reading.get(), answers.writing.get(), errors.get()});
+    points.reading.close();
+    answers.writing.close();
+
+    say(points.writing, "0 9\r\n");
+    EXPECT_EQ(lineFrom(answers.reading), "500000.000000 0.000000\n");
+    say(points.writing, "0 9 5\n");
+    EXPECT_EQ(lineFrom(answers.reading), "500000.000000 0.000000 5.000000\n");
+    points.writing.close();
+    EXPECT_EQ(lineFrom(answers.reading), "");
+    EXPECT_EQ(program.wait(), 0);
+}
+
+} // namespace
+} // namespace Tests

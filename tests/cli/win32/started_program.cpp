@@ -1,0 +1,130 @@
+#include "cli/win32/started_program.h"
+
+#include <cstdlib>
+#include <stdexcept>
+
+#include "embedded/foundation/text.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::FileHandle;
+using Embedded::wideFromUtf8;
+
+void check(bool done, const std::string& call)
+{
+    if (!done)
+        throw std::runtime_error(call + ": error " + std::to_string(GetLastError()));
+}
+
+constexpr std::size_t kLongestCommandLine = 32'766; // of this system
+
+/// UTF-8, but for surrogates without their other half, which stand in the three bytes that UTF-8 has no use for.
+std::wstring wideArgument(const std::string& argument)
+{
+    std::wstring text;
+    std::size_t begin = 0;
+    const auto byteAt = [&](std::size_t index) { return static_cast<unsigned char>(argument[index]); };
+    for (std::size_t index = 0; index + 2 < argument.size(); ++index) {
+        if (byteAt(index) != 0xED || byteAt(index + 1) < 0xA0)
+            continue;
+        text += wideFromUtf8(std::string_view(argument).substr(begin, index - begin));
+        text += static_cast<wchar_t>(0xD000 | (byteAt(index + 1) & 0x3F) << 6 | (byteAt(index + 2) & 0x3F));
+        begin = index + 3;
+    }
+    return text + wideFromUtf8(std::string_view(argument).substr(begin));
+}
+
+/// In quotation marks, so that the program's start-up code finds this very word. It takes a backslash for what it is,
+/// but for one in a row that ends with a quotation mark.
+std::wstring quoted(const std::wstring& word)
+{
+    std::wstring text = L"\"";
+    std::size_t backslashes = 0;
+    for (const wchar_t character : word) {
+        if (character == L'"')
+            text.append(backslashes + 1, L'\\');
+        backslashes = character == L'\\' ? backslashes + 1 : 0;
+        text += character;
+    }
+    return text.append(backslashes, L'\\') + L'"';
+}
+
+std::wstring commandLineOf(const ProgramRun& run)
+{
+    std::wstring line = quoted(run.program.wstring());
+    for (const std::string& argument : run.arguments)
+        line += L' ' + quoted(wideArgument(argument));
+    if (line.size() > kLongestCommandLine)
+        throw std::runtime_error("a command line of " + std::to_string(line.size()) + " characters");
+    return line;
+}
+
+/// NAME=VALUE one after another, each with a NUL behind, and another NUL.
+std::wstring environmentOf(const ProgramRun& run)
+{
+    std::map<std::wstring, std::wstring> all;
+    for (const wchar_t* name : {L"PATH", L"SystemRoot", L"SystemDrive", L"windir", L"ComSpec", L"USERPROFILE",
+                                L"HOMEDRIVE", L"HOMEPATH", L"APPDATA", L"LOCALAPPDATA", L"ProgramData", L"TEMP", L"TMP",
+                                L"LANG", L"LC_ALL", L"WINEPREFIX", L"WINEDEBUG"})
+        if (const wchar_t* value = _wgetenv(name); value != nullptr)
+            all[name] = value;
+    for (const auto& [name, value] : run.environment)
+        all[wideFromUtf8(name)] = wideFromUtf8(value);
+    std::wstring block;
+    for (const auto& [name, value] : all)
+        block += name + L'=' + value + L'\0';
+    return block + L'\0';
+}
+
+} // namespace
+
+StartedProgram::StartedProgram(const ProgramRun& run, const std::filesystem::path& folder,
+                               const ProgramStreams& streams)
+{
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdInput = streams.input;
+    startup.hStdOutput = streams.output;
+    startup.hStdError = streams.errors;
+    PROCESS_INFORMATION started{};
+    const std::filesystem::path program = std::filesystem::path(run.program).make_preferred();
+    check(CreateProcessW(program.c_str(), commandLineOf(run).data(), nullptr, nullptr, TRUE, CREATE_UNICODE_ENVIRONMENT,
+                         environmentOf(run).data(), folder.c_str(), &startup, &started) != 0,
+          "CreateProcessW");
+    process_ = FileHandle(started.hProcess);
+    const FileHandle thread(started.hThread); // which nobody asks for
+}
+
+int StartedProgram::wait() const
+{
+    DWORD status = 0;
+    check(WaitForSingleObject(process_.get(), INFINITE) == WAIT_OBJECT_0, "WaitForSingleObject");
+    check(GetExitCodeProcess(process_.get(), &status) != 0, "GetExitCodeProcess");
+    return static_cast<int>(status);
+}
+
+FileHandle openInherited(const std::filesystem::path& file, DWORD access, DWORD disposition)
+{
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    FileHandle handle(
+        CreateFileW(file.c_str(), access, FILE_SHARE_READ, &inherited, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    check(handle.isOpen(), "CreateFileW " + file.string());
+    return handle;
+}
+
+Pipe::Pipe(Own own)
+{
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    HANDLE readingEnd = nullptr;
+    HANDLE writingEnd = nullptr;
+    check(CreatePipe(&readingEnd, &writingEnd, &inherited, 0) != 0, "CreatePipe");
+    reading = FileHandle(readingEnd);
+    writing = FileHandle(writingEnd);
+    if (own != Own::none)
+        check(SetHandleInformation(own == Own::reading ? readingEnd : writingEnd, HANDLE_FLAG_INHERIT, 0) != 0,
+              "SetHandleInformation");
+}
+
+} // namespace Tests

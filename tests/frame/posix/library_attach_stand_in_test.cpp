@@ -1,0 +1,50 @@
+// What the per-library entry asks of the system. Only the stand-in for Win32 tells; the real one does not.
+#include "embedded/foundation/faults.h"
+#include "frame/library_attach.h"
+#include "support/platform_test.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::Faults;
+using Calls = std::vector<std::string>;
+
+class LibraryAttachCalls : public PlatformTest {
+protected:
+    int module = 0;
+
+    Calls callsOn(DWORD reason)
+    {
+        Faults::watch();
+        EXPECT_EQ(DllMain(&module, reason, nullptr), TRUE);
+        Faults::disarm();
+        return Faults::seen();
+    }
+};
+
+TEST_F(LibraryAttachCalls, ProcessAttach_SwitchesThreadNoticesOff)
+{
+    EXPECT_EQ(callsOn(kProcessAttach), Calls{"DisableThreadLibraryCalls"});
+}
+
+TEST_F(LibraryAttachCalls, OtherReasons_AskNothing)
+{
+    for (const DWORD reason : {kProcessDetach, kThreadAttach, kThreadDetach, DWORD{4}})
+        EXPECT_EQ(callsOn(reason), Calls()) << reason;
+}
+
+TEST_F(LibraryAttachCalls, NoticesThatCannotBeSwitchedOff_AreNoFailure)
+{
+    const Embedded::ScopedFault fault({.call = "DisableThreadLibraryCalls", .code = {}});
+    EXPECT_EQ(DllMain(&module, kProcessAttach, nullptr), TRUE);
+    EXPECT_EQ(Faults::struck(), 1U);
+}
+
+TEST_F(LibraryAttachCalls, StandIn_NeedsAModule)
+{
+    EXPECT_EQ(DisableThreadLibraryCalls(&module), TRUE);
+    EXPECT_EQ(DisableThreadLibraryCalls(nullptr), FALSE);
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,27 @@
+#include "support/variables.h"
+
+#include <windows.h>
+
+#include <cstdlib>
+
+#include "embedded/foundation/text.h"
+
+namespace Tests {
+
+std::optional<std::string> variableNamed(const std::string& name)
+{
+    const wchar_t* const value = _wgetenv(Embedded::wideFromUtf8(name).c_str());
+    return value != nullptr ? std::optional<std::string>(Embedded::utf8FromWide(value)) : std::nullopt;
+}
+
+void setVariable(const std::string& name, const std::optional<std::string>& value)
+{
+    const std::wstring wideName = Embedded::wideFromUtf8(name);
+    const std::wstring wideValue = Embedded::wideFromUtf8(value.value_or(""));
+    static_cast<void>(_wputenv_s(wideName.c_str(), wideValue.c_str())); // an empty value removes it there
+    // The C runtime knows no empty variables; the system does.
+    if (value && value->empty())
+        SetEnvironmentVariableW(wideName.c_str(), L"");
+}
+
+} // namespace Tests

@@ -1,0 +1,67 @@
+// The user's configuration in the registry, with a product's root of the test's own.
+#pragma once
+
+#include <cwchar>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "transformation/registry_settings.h"
+#include "transformation/registry_value.h"
+#include "transformation/transformation_test.h"
+
+namespace Tests {
+
+inline const std::wstring kProduct = L"Software\\A product\\7";
+inline const std::wstring kStore = kProduct + L"\\Applications\\OrvelCoordinateSystem\\Transformation";
+
+class RegistrySettingsTest : public TransformationTest {
+protected:
+    using Names = std::vector<std::wstring>;
+
+    RegistrySettingsTest() { Embedded::setUserRegistryProductRootKey(kProduct); }
+    ~RegistrySettingsTest() override { Embedded::setUserRegistryProductRootKey(formerRoot); }
+
+    static bool write(const std::wstring& text) { return Orvel::WriteRegistryTransformationSettings(text.c_str()); }
+    static ReadText read() { return readWith(Orvel::ReadRegistryTransformationSettings); }
+    static std::optional<Names> names()
+    {
+        Names found;
+        return Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, kStore, found) ? std::optional(found) : std::nullopt;
+    }
+    static std::wstring value(const std::wstring& name)
+    {
+        std::wstring text = L"missing";
+        static_cast<void>(Orvel::RegistryQueryString(HKEY_CURRENT_USER, kStore, name, text)); // the text tells
+        return text;
+    }
+    /// The values one after another, in the order of these names.
+    static std::wstring joinedValues(const Names& inOrder)
+    {
+        std::wstring joined;
+        for (const std::wstring& name : inOrder)
+            joined += value(name);
+        return joined;
+    }
+    static void give(const std::wstring& name, const std::wstring& text)
+    {
+        ASSERT_TRUE(Orvel::RegistrySetString(HKEY_CURRENT_USER, kStore, name, text));
+    }
+    static void giveDefault(const wchar_t* text)
+    {
+        HKEY key = nullptr;
+        ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, kStore.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE,
+                                  nullptr, &key, nullptr),
+                  ERROR_SUCCESS);
+        const auto lengthInBytes = static_cast<DWORD>((std::wcslen(text) + 1) * sizeof(wchar_t));
+        EXPECT_EQ(RegSetValueExW(key, L"", 0, REG_SZ, reinterpret_cast<const BYTE*>(text), lengthInBytes),
+                  ERROR_SUCCESS);
+        EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
+    }
+    static std::wstring item(int number) { return elementOf(L"A", L"B", std::to_wstring(number)); }
+
+private:
+    std::wstring formerRoot = qedbHostApplicationServices()->getUserRegistryProductRootKey();
+};
+
+} // namespace Tests

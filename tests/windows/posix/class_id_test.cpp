@@ -1,0 +1,21 @@
+// What the stand-in does where Windows promises nothing.
+#include <cstring>
+
+#include "platform/windows.h"
+#include "support/platform_test.h"
+
+namespace {
+
+using ClassIdStandIn = Tests::PlatformTest;
+
+TEST_F(ClassIdStandIn, ATextThatIsRefusedLeavesTheIdentifier)
+{
+    constexpr CLSID kBefore = {1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
+    for (const wchar_t* const text : {static_cast<const wchar_t*>(nullptr), L"", L"{3C00EA4B-0B84-11D2-9DE2-08000"}) {
+        CLSID id = kBefore;
+        EXPECT_EQ(CLSIDFromString(text, &id), CO_E_CLASSSTRING);
+        EXPECT_EQ(std::memcmp(&id, &kBefore, sizeof id), 0);
+    }
+}
+
+} // namespace

@@ -1,0 +1,151 @@
+// Several processes with one registry.
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "host/posix/child_process.h"
+#include "windows/posix/registry_file_test.h"
+
+namespace Tests {
+namespace {
+
+class RegistryProcesses : public RegistryFileTest {
+protected:
+    static constexpr int kValues = 200;
+
+    static std::wstring nameOf(const wchar_t* writer, int number) { return writer + std::to_wstring(number); }
+    /// The number of values written.
+    static int writeAll(const wchar_t* writer)
+    {
+        int count = 0;
+        for (int number = 0; number < kValues; ++number) {
+            const OpenKey key = created(L"Software\\Shared", KEY_WRITE);
+            count += set(key, nameOf(writer, number).c_str(), nameOf(writer, number)) == ERROR_SUCCESS ? 1 : 0;
+        }
+        return count;
+    }
+    static pid_t start(const std::function<int()>& function)
+    {
+        const pid_t child = ::fork();
+        EXPECT_GE(child, 0);
+        if (child == 0)
+            ::_exit(function());
+        return child;
+    }
+    static int statusOf(pid_t child)
+    {
+        int status = -1;
+        EXPECT_EQ(::waitpid(child, &status, 0), child);
+        return status;
+    }
+};
+
+TEST_F(RegistryProcesses, TwoWritersLoseNothingOfEachOther)
+{
+    const pid_t first = start([] { return writeAll(L"first") == kValues ? 0 : 1; });
+    const pid_t second = start([] { return writeAll(L"second") == kValues ? 0 : 1; });
+    EXPECT_EQ(statusOf(first), 0);
+    EXPECT_EQ(statusOf(second), 0);
+    const OpenKey key = created(L"Software\\Shared");
+    EXPECT_EQ(namesOf(key).size(), 2U * kValues);
+    for (int number = 0; number < kValues; ++number) {
+        EXPECT_EQ(textOf(key, nameOf(L"first", number).c_str()), ended(nameOf(L"first", number)));
+        EXPECT_EQ(textOf(key, nameOf(L"second", number).c_str()), ended(nameOf(L"second", number)));
+    }
+}
+
+TEST_F(RegistryProcesses, AReaderSeesEachStateWholeWhileAnotherRewritesTheFile)
+{
+    created(L"Software\\Shared");
+    const std::wstring text(2'000, L'x'); // long enough to have the file compacted again and again
+    const pid_t writer = start([&] {
+        const OpenKey key = created(L"Software\\Shared");
+        for (int number = 100; number < 400; ++number) { // all of one length, which is asked first
+            if (set(key, L"a", text + std::to_wstring(number)) != ERROR_SUCCESS)
+                return 1;
+        }
+        return 0;
+    });
+    const OpenKey key = created(L"Software\\Shared", KEY_READ);
+    int status = -1;
+    while (::waitpid(writer, &status, WNOHANG) == 0) {
+        EXPECT_EQ(Embedded::checkRegistryFile(), "");
+        const auto found = textOf(key, L"a");
+        EXPECT_TRUE(!found || found->starts_with(text));
+    }
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(textOf(key, L"a"), ended(text + L"399"));
+}
+
+TEST_F(RegistryProcesses, WhatAnotherProcessWroteIsSeenThroughAHandleOpenedBefore)
+{
+    const OpenKey key = created();
+    EXPECT_EQ(answerOfChild([&] { return std::to_string(set(key, L"a", L"from the child")); }), "0");
+    EXPECT_EQ(textOf(key, L"a"), ended(L"from the child"));
+}
+
+TEST_F(RegistryProcesses, AWriterThatIsKilledLeavesTheLockAndWholeValues)
+{
+    created(L"Software\\Shared");
+    int ends[2] = {-1, -1};
+    ASSERT_EQ(::pipe(ends), 0);
+    const pid_t child = start([&] {
+        const OpenKey key = created(L"Software\\Shared");
+        for (int number = 0;; ++number) {
+            if (set(key, std::to_wstring(number).c_str(), std::to_wstring(number)) != ERROR_SUCCESS ||
+                ::write(ends[1], "x", 1) != 1)
+                return 1;
+        }
+    });
+    char written[50];
+    for (std::size_t count = 0; count < sizeof written;) {
+        const ssize_t more = ::read(ends[0], written, sizeof written - count);
+        ASSERT_GT(more, 0);
+        count += static_cast<std::size_t>(more);
+    }
+    ASSERT_EQ(::kill(child, SIGKILL), 0);
+    EXPECT_TRUE(WIFSIGNALED(statusOf(child)));
+    ::close(ends[0]);
+    ::close(ends[1]);
+    const OpenKey key = created(L"Software\\Shared");
+    const auto names = namesOf(key);
+    EXPECT_GE(names.size(), sizeof written);
+    for (const std::wstring& name : names)
+        EXPECT_EQ(textOf(key, name.c_str()), ended(name));
+    EXPECT_EQ(set(key, L"after", L"it"), ERROR_SUCCESS);
+}
+
+TEST_F(RegistryProcesses, AFileThatMayNotBeWrittenAnswersThatAccessIsDenied)
+{
+    {
+        const OpenKey key = created();
+        ASSERT_EQ(set(key, L"a", L"old"), ERROR_SUCCESS);
+    }
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+    ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
+    const std::string before = onDisk();
+    const std::string codes = answerAsOrdinaryUser([] {
+        const OpenKey key = created();
+        HKEY fresh = nullptr;
+        return std::to_string(set(key, L"a", L"new")) + ' ' + std::to_string(RegDeleteValueW(key.get(), L"a")) + ' ' +
+               std::to_string(create(L"Fresh", &fresh)) + ' ' + (textOf(key, L"a") == ended(L"old") ? "old" : "new");
+    });
+    EXPECT_EQ(codes, "5 5 5 old");
+    EXPECT_EQ(onDisk(), before);
+}
+
+TEST_F(RegistryProcesses, AFileThatMayNotBeReadAnswersThatAccessIsDenied)
+{
+    created();
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+    ASSERT_EQ(::chmod(file.c_str(), 0000), 0);
+    const std::string answer = answerAsOrdinaryUser([this] {
+        readAfresh();
+        return std::to_string(openStatus(L"Software")) + ' ' + Embedded::checkRegistryFile();
+    });
+    EXPECT_EQ(answer, "5 " + file.string() + ": cannot be read: Permission denied");
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,103 @@
+#include "orvelcs/process.h"
+
+#include <windows.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <optional>
+
+#include <fcntl.h>
+#include <io.h>
+
+#include "embedded/foundation/atomic_file.h"
+#include "embedded/foundation/system_path.h"
+#include "embedded/foundation/text.h"
+#include "embedded/foundation/utf8_path.h"
+#include "orvelcs/win32/console.h"
+
+namespace Orvelcs {
+namespace {
+
+constexpr UINT kUnhandledFailure = 70;
+
+[[noreturn]] void endProcess()
+{
+    TerminateProcess(GetCurrentProcess(), kUnhandledFailure);
+    std::_Exit(kUnhandledFailure); // not reached
+}
+
+LONG WINAPI endAfterException(EXCEPTION_POINTERS* /*exception*/)
+{
+    endProcess();
+}
+
+void endAfterAbort(int /*signal*/)
+{
+    endProcess();
+}
+
+/// Whether the stream is a console, and how it is set. Other devices count as terminals for the C runtime.
+std::optional<DWORD> consoleModeOf(std::FILE* stream)
+{
+    DWORD mode = 0;
+    if (GetConsoleMode(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))), &mode) == 0)
+        return std::nullopt;
+    return mode;
+}
+
+} // namespace
+
+void prepareForUnhandledFailures()
+{
+    static_cast<void>(SetUnhandledExceptionFilter(endAfterException)); // answers the former one
+    static_cast<void>(std::signal(SIGABRT, endAfterAbort));            // cannot fail for this signal
+}
+
+void prepareStandardStreams()
+{
+    static const ConsoleSettings settings; // until the process ends
+    for (std::FILE* stream : {stdin, stdout, stderr})
+        static_cast<void>(_setmode(_fileno(stream), _O_BINARY)); // a stream that is closed has no mode
+}
+
+// The C runtime takes a pipe that nobody reads any more for a wrong argument.
+int streamError()
+{
+    return errno == EINVAL && _doserrno == ERROR_NO_DATA ? EPIPE : errno;
+}
+
+bool isTerminal(std::FILE* stream)
+{
+    return consoleModeOf(stream).has_value();
+}
+
+bool takesEscapes(std::FILE* stream)
+{
+    return (consoleModeOf(stream).value_or(0) & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+std::FILE* openForReading(const std::string& file)
+{
+    const std::filesystem::path path = Embedded::pathFromUtf8(file);
+    static_cast<void>(Embedded::recoverReplacedFile(path)); // one that stays away cannot be opened
+    return _wfopen(Embedded::systemPath(path).c_str(), L"rb");
+}
+
+bool setVariable(const char* name, const std::string& value)
+{
+    return _wputenv_s(Embedded::wideFromUtf8(name).c_str(), Embedded::wideFromUtf8(value).c_str()) == 0;
+}
+
+std::filesystem::path libraryFileOf(const void* address)
+{
+    HMODULE library = nullptr;
+    if (GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                           static_cast<const wchar_t*>(address), &library) == 0)
+        return {};
+    std::wstring name(32768, L'\0'); // the longest there is
+    name.resize(GetModuleFileNameW(library, name.data(), static_cast<DWORD>(name.size())));
+    return name;
+}
+
+} // namespace Orvelcs
