@@ -16,7 +16,14 @@ install(FILES "${CMAKE_CURRENT_BINARY_DIR}/package/OrvelCoordsysCoreConfig.cmake
     "${CMAKE_CURRENT_BINARY_DIR}/package/OrvelCoordsysCoreConfigVersion.cmake"
     DESTINATION "${ORVEL_CONFIG_FOLDER}")
 
-install(FILES README.md CHANGELOG.md DESTINATION "${ORVEL_DOCUMENT_FOLDER}")
+# The first page leads to the headers, which lie elsewhere there.
+file(RELATIVE_PATH headers "/${ORVEL_DOCUMENT_FOLDER}" "/${ORVEL_HEADER_FOLDER}")
+file(READ README.md first_page)
+string(REPLACE "](src/" "](${headers}/" first_page "${first_page}")
+file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/package/first_page.md" CONTENT "${first_page}" @ONLY)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS README.md)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/package/first_page.md" DESTINATION "${ORVEL_DOCUMENT_FOLDER}" RENAME README.md)
+install(FILES CHANGELOG.md DESTINATION "${ORVEL_DOCUMENT_FOLDER}")
 install(DIRECTORY docs DESTINATION "${ORVEL_DOCUMENT_FOLDER}")
 
 # The terms of what is compiled in, by the packages that it came from. What is a package of its own on the user's machine

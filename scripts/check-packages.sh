@@ -74,6 +74,13 @@ do_main_job() { # FOLDER PROGRAM…
     cd "$root"
 }
 
+check_links() { # FOLDER with the first page
+    grep -o ']([^)#]*' "$1/README.md" | sed 's/^](//' | while read -r link; do
+        case $link in *://*) continue ;; esac
+        [ -e "$1/$link" ] || fail "the first page leads to $link, which is not there"
+    done
+}
+
 build_consumer() { # NAME PREFIX OPTIONS…
     name=$1
     prefix=$2
@@ -87,6 +94,7 @@ check_linux_tree() { # NAME PREFIX
     for file in "$2"/bin/orvelcs "$2"/lib/*/orvel-coordsys-core/*.so; do
         case $(ldd "$file") in *'not found'*) ldd "$file" >&2 && fail "$file misses libraries" ;; esac
     done
+    check_links "$2/share/doc/orvel-coordsys-core"
     do_main_job "$work/drawings-$1" "$2/bin/orvelcs"
     build_consumer "$1" "$2"
     quietly "$work/consumer.log" "$work/consumer-$1/consumer"
@@ -119,6 +127,7 @@ check_windows() {
     (cd "$folder" && cmake -E tar xf "$archive")
     set -- "$folder"/*
     prefix=$1
+    check_links "$prefix"
     WINEPREFIX=$work/wine
     export WINEPREFIX WINEDEBUG=-all
     "$root/scripts/wine-prefix.sh" "$WINEPREFIX"

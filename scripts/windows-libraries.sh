@@ -77,8 +77,10 @@ cross_build() { # NAME SOURCES OPTIONS…
     cmake --install "$name"
 }
 
+# The folder that the data are installed in is of no use on the machine that the library gets to, and tells who built it.
 build_proj() {
     cross_build proj proj-[0-9]* -DENABLE_TIFF=OFF -DENABLE_CURL=OFF -DBUILD_APPS=OFF -DBUILD_TESTING=OFF \
+        -DCMAKE_C_FLAGS=-UPROJ_DATA -DCMAKE_CXX_FLAGS=-UPROJ_DATA \
         -DNLOHMANN_JSON_ORIGIN=internal -DEXE_SQLITE3="$(command -v sqlite3)" \
         -DSQLITE3_INCLUDE_DIR="$prefix/include" -DSQLITE3_LIBRARY="$prefix/lib/libsqlite3.a"
 }

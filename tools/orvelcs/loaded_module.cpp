@@ -3,9 +3,9 @@
 #include <filesystem>
 
 #include "coordsys/orvel_coordinate_system.h"
+#include "embedded/foundation/library_file.h"
 #include "embedded/host/application.h"
 #include "orvelcs/failure.h"
-#include "orvelcs/process.h"
 #include "orvelcs/result_names.h"
 
 namespace Orvelcs {
@@ -15,7 +15,7 @@ namespace {
 std::filesystem::path moduleFile()
 {
     const auto* address = reinterpret_cast<const void*>(&Zentara::Gis::Orvel::CoordinateSystem::ClearCoordinateSystem);
-    std::filesystem::path file = libraryFileOf(address);
+    std::filesystem::path file = Embedded::libraryFileOf(address);
     if (file.empty())
         throw Failure("module", "cannot be found");
     return file;

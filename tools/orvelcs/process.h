@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdio>
-#include <filesystem>
 #include <string>
 
 namespace Orvelcs {
@@ -27,8 +26,5 @@ std::FILE* openForReading(const std::string& file);
 
 /// For this process and the libraries in it; false when it cannot be set.
 [[nodiscard]] bool setVariable(const char* name, const std::string& value);
-
-/// The file of the shared library that has this address in it; empty when there is none.
-std::filesystem::path libraryFileOf(const void* address);
 
 } // namespace Orvelcs

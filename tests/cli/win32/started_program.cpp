@@ -18,6 +18,7 @@ void check(bool done, const std::string& call)
 }
 
 constexpr std::size_t kLongestCommandLine = 32'766; // of this system
+constexpr int kMostStarts = 5;
 
 /// UTF-8, but for surrogates without their other half, which stand in the three bytes that UTF-8 has no use for.
 std::wstring wideArgument(const std::string& argument)
@@ -77,6 +78,12 @@ std::wstring environmentOf(const ProgramRun& run)
     return block + L'\0';
 }
 
+/// Wine now and then (once in some thousand starts on a busy machine) loses a process before its first instruction.
+bool isLostByWine(DWORD error)
+{
+    return error == ERROR_INTERNAL_ERROR;
+}
+
 } // namespace
 
 StartedProgram::StartedProgram(const ProgramRun& run, const std::filesystem::path& folder,
@@ -90,9 +97,15 @@ StartedProgram::StartedProgram(const ProgramRun& run, const std::filesystem::pat
     startup.hStdError = streams.errors;
     PROCESS_INFORMATION started{};
     const std::filesystem::path program = std::filesystem::path(run.program).make_preferred();
-    check(CreateProcessW(program.c_str(), commandLineOf(run).data(), nullptr, nullptr, TRUE, CREATE_UNICODE_ENVIRONMENT,
-                         environmentOf(run).data(), folder.c_str(), &startup, &started) != 0,
-          "CreateProcessW");
+    const auto start = [&] {
+        return CreateProcessW(program.c_str(), commandLineOf(run).data(), nullptr, nullptr, TRUE,
+                              CREATE_UNICODE_ENVIRONMENT, environmentOf(run).data(), folder.c_str(), &startup,
+                              &started) != 0;
+    };
+    bool isStarted = start();
+    for (int starts = 1; !isStarted && isLostByWine(GetLastError()) && starts < kMostStarts; ++starts)
+        isStarted = start();
+    check(isStarted, "CreateProcessW");
     process_ = FileHandle(started.hProcess);
     const FileHandle thread(started.hThread); // which nobody asks for
 }

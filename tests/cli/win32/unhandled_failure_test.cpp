@@ -14,7 +14,7 @@ TEST_P(UnhandledFailure, IsStatusSeventy)
     EXPECT_EQ(result.output, "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, UnhandledFailure, testing::Values("exception", "violation", "abort"),
+INSTANTIATE_TEST_SUITE_P(Each, UnhandledFailure, testing::Values("exception", "violation", "overflow", "abort"),
                          [](const auto& way) { return way.param; });
 
 using EndedProgram = CommandLineTest;

@@ -4,7 +4,6 @@
 #include <csignal>
 #include <cstdlib>
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -58,14 +57,6 @@ std::FILE* openForReading(const std::string& file)
 bool setVariable(const char* name, const std::string& value)
 {
     return ::setenv(name, value.c_str(), 1) == 0;
-}
-
-std::filesystem::path libraryFileOf(const void* address)
-{
-    ::Dl_info info{};
-    if (::dladdr(address, &info) == 0 || info.dli_fname == nullptr)
-        return {};
-    return info.dli_fname;
 }
 
 } // namespace Orvelcs

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <optional>
 
 #include <fcntl.h>
@@ -20,6 +21,7 @@ namespace Orvelcs {
 namespace {
 
 constexpr UINT kUnhandledFailure = 70;
+constexpr ULONG kBeforeOthers = 1;
 
 [[noreturn]] void endProcess()
 {
@@ -30,6 +32,14 @@ constexpr UINT kUnhandledFailure = 70;
 LONG WINAPI endAfterException(EXCEPTION_POINTERS* /*exception*/)
 {
     endProcess();
+}
+
+/// What is left of the stack then does not always suffice for the search that ends at the filter.
+LONG WINAPI endAfterStackOverflow(EXCEPTION_POINTERS* exception)
+{
+    if (exception->ExceptionRecord->ExceptionCode == EXCEPTION_STACK_OVERFLOW)
+        endProcess();
+    return EXCEPTION_CONTINUE_SEARCH;
 }
 
 void endAfterAbort(int /*signal*/)
@@ -50,6 +60,8 @@ std::optional<DWORD> consoleModeOf(std::FILE* stream)
 
 void prepareForUnhandledFailures()
 {
+    // Without it nothing is worse than before.
+    static_cast<void>(AddVectoredExceptionHandler(kBeforeOthers, endAfterStackOverflow));
     static_cast<void>(SetUnhandledExceptionFilter(endAfterException)); // answers the former one
     static_cast<void>(std::signal(SIGABRT, endAfterAbort));            // cannot fail for this signal
 }
@@ -87,17 +99,6 @@ std::FILE* openForReading(const std::string& file)
 bool setVariable(const char* name, const std::string& value)
 {
     return _wputenv_s(Embedded::wideFromUtf8(name).c_str(), Embedded::wideFromUtf8(value).c_str()) == 0;
-}
-
-std::filesystem::path libraryFileOf(const void* address)
-{
-    HMODULE library = nullptr;
-    if (GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                           static_cast<const wchar_t*>(address), &library) == 0)
-        return {};
-    std::wstring name(32768, L'\0'); // the longest there is
-    name.resize(GetModuleFileNameW(library, name.data(), static_cast<DWORD>(name.size())));
-    return name;
 }
 
 } // namespace Orvelcs

@@ -5,6 +5,18 @@
 
 #include "orvelcs/process.h"
 
+namespace {
+
+/// Needs more of the stack than there is; volatile, so that no call of it becomes a loop.
+int descend(volatile int* above)
+{
+    volatile int here[1024]{};
+    here[0] = *above + 1;
+    return here[0] == 0 ? 0 : descend(here) + here[0];
+}
+
+} // namespace
+
 int main(int argumentCount, char** arguments)
 {
     Orvelcs::prepareForUnhandledFailures();
@@ -13,6 +25,10 @@ int main(int argumentCount, char** arguments)
         throw std::runtime_error("which nothing catches");
     if (way == "violation")
         *static_cast<volatile int*>(nullptr) = 1;
+    if (way == "overflow") {
+        volatile int top = 0;
+        return descend(&top);
+    }
     if (way == "abort")
         std::abort();
     return 3;
