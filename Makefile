@@ -5,12 +5,13 @@ MAKEFLAGS += --no-print-directory
 JOBS := $(shell nproc 2>/dev/null || echo 2)
 # Some tests wait for the disk more than they compute.
 TEST_JOBS := $(shell expr $(JOBS) + 1)
+TORTURES := orvel_codec_torture orvel_kill_torture
 PRESETS := dev release asan coverage windows
 ROOMS := $(wildcard src platform embedded tools tests fuzz bench examples)
 CXX_FILES = find $(ROOMS) -type f \( -name '*.h' -o -name '*.cpp' \) -print0
 CXX_SOURCES = find $(ROOMS) -type f -name '*.cpp' -print0
 
-.PHONY: build demo test windows test-windows package format format-check tidy coverage bench clean help $(PRESETS:%=check-%)
+.PHONY: build demo test windows test-windows package format format-check tidy coverage bench fuzz torture valgrind mutate clean help $(PRESETS:%=check-%)
 
 build: build/release/build.ninja ## Build the programs, optimised, into build/release/bin
 	@echo "Building the programs into build/release/bin"
@@ -81,6 +82,33 @@ bench: ## Install what is missing, then measure what transformation configuratio
 	@echo "Running the benchmarks"
 	@build/release/bin/orvel_bench
 
+fuzz: ## Install what is missing, then fuzz each target for FUZZ_SECONDS, 60 unless set
+	@scripts/install-dependencies.sh fuzz
+	@$(MAKE) build/fuzz/build.ninja
+	@echo "Building the fuzzers into build/fuzz/bin"
+	@cmake --build build/fuzz --target fuzzers
+	@echo "Fuzzing"
+	@scripts/fuzz.sh build/fuzz/bin
+
+torture: build/release/build.ninja ## Run what is too long for every test, for minutes: packing, killed saves, growth
+	@echo "Building what tortures into build/release/bin"
+	@cmake --build build/release --target $(TORTURES) memory_tests
+	@for program in $(TORTURES); do echo "Running $$program"; build/release/bin/$$program || exit 1; done
+	@echo "Running memory_tests for long"
+	@ORVEL_ROUNDS=100000 ORVEL_REACTORS=100000 build/release/bin/memory_tests
+
+valgrind: ## Install what is missing, then run the test programs under valgrind
+	@scripts/install-dependencies.sh valgrind
+	@$(MAKE) build/valgrind/build.ninja
+	@echo "Building everything into build/valgrind"
+	@cmake --build build/valgrind
+	@echo "Running the tests under valgrind"
+	@scripts/valgrind.sh build/valgrind/bin
+
+mutate: ## Install what is missing, then tell which changes of FILES, or with ALL=1 of all of src/, no test notices
+	@scripts/install-dependencies.sh mutate
+	@scripts/mutate $(if $(ALL),--all,$(FILES))
+
 clean: ## Remove everything that was built
 	@echo "Removing build"
 	@rm -rf build
@@ -88,7 +116,7 @@ clean: ## Remove everything that was built
 help: ## Show this list
 	@sed -n 's/^\([a-z-]*\):.* ## /\1\t/p' Makefile | expand -t 14
 
-$(PRESETS:%=build/%/build.ninja) build/tidy/build.ninja: build/%/build.ninja: CMakePresets.json
+$(PRESETS:%=build/%/build.ninja) build/tidy/build.ninja build/fuzz/build.ninja build/valgrind/build.ninja: build/%/build.ninja: CMakePresets.json
 	@echo "Configuring build/$*"
 	@cmake --preset $* || { scripts/install-dependencies.sh --check $(or $(filter windows,$*),$(if $(filter release,$*),demo,test)); exit 1; }
 	@touch $@

@@ -7,13 +7,15 @@ demo_packages='g++ cmake ninja-build make libproj-dev proj-data nlohmann-json3-d
 test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin"
 lint_packages="$test_packages clang-format clang-tidy"
 coverage_packages="$test_packages gcovr"
+valgrind_packages="$test_packages valgrind"
+mutate_packages="$test_packages git python3 python3-clang"
 bench_packages="$demo_packages libbenchmark-dev"
 # What scripts/windows-libraries.sh makes its libraries with, the compiler among it, and Wine to run them in.
 windows_packages="$demo_packages g++-mingw-w64-x86-64-posix dpkg-dev tcl sqlite3 libsqlite3-0 googletest wine wine64"
 package_packages="$windows_packages file zip"
 
 usage() {
-    echo "usage: $0 [--check] demo|test|lint|coverage|bench|windows|package" >&2
+    echo "usage: $0 [--check] demo|test|lint|coverage|valgrind|mutate|fuzz|bench|windows|package" >&2
     exit 2
 }
 
@@ -51,6 +53,9 @@ case $target in
     test) packages=$test_packages ;;
     lint) packages=$lint_packages ;;
     coverage) packages=$coverage_packages ;;
+    valgrind) packages=$valgrind_packages ;;
+    mutate) packages=$mutate_packages ;;
+    fuzz) packages=$test_packages ;;
     bench) packages=$bench_packages ;;
     windows) packages=$windows_packages ;;
     package) packages=$package_packages ;;

@@ -20,7 +20,8 @@ struct ReplacementFailure {
 /// Writes the text so that the file holds either what it held before or all of it: a temporary file in the same folder,
 /// flushed, renamed over, the folder flushed. A symbolic link is followed and the file's permissions are kept; a file
 /// that may not be written to is not replaced either, nor is anything but a regular file.
-/// A failure leaves the old file as it was and no temporary file behind.
+/// A failure leaves the old file as it was and no temporary file behind. One that a killed process has left is removed
+/// by the next replacement in its folder, on Windows by the user.
 /// Windows takes two steps for the renaming: for a moment the old file bears its name with ".before-save" behind. A
 /// link that leads to nothing is refused there.
 [[nodiscard]] FQCORE_API std::optional<ReplacementFailure> replaceFile(const std::filesystem::path& file,

@@ -1,5 +1,8 @@
 #include "embedded/foundation/faults.h"
 
+#include <new>
+#include <stdexcept>
+
 namespace Embedded {
 namespace {
 
@@ -9,6 +12,14 @@ struct State {
     std::size_t matches = 0;
     std::size_t struck = 0;
     std::vector<std::string> seen;
+
+    /// Whether the match that was just counted is to fail.
+    bool isHit() const
+    {
+        if (matches == plan.occurrence || (plan.second != 0 && matches == plan.second))
+            return true;
+        return plan.fromThenOn && matches > plan.occurrence;
+    }
 };
 
 State& state()
@@ -52,13 +63,16 @@ std::optional<int> Faults::decide(std::string_view call, int failure)
 {
     State& now = state();
     now.seen.emplace_back(call);
+    if (now.plan.limit != 0 && now.seen.size() > now.plan.limit)
+        throw std::runtime_error("more than " + std::to_string(now.plan.limit) + " fallible calls");
     if (!now.failing || (!now.plan.call.empty() && now.plan.call != call))
         return std::nullopt;
     ++now.matches;
-    const bool hit = now.plan.fromThenOn ? now.matches >= now.plan.occurrence : now.matches == now.plan.occurrence;
-    if (!hit)
+    if (!now.isHit())
         return std::nullopt;
     ++now.struck;
+    if (now.plan.throws)
+        throw std::bad_alloc();
     return now.plan.code.value_or(failure);
 }
 

@@ -21,6 +21,9 @@ struct FaultPlan {
     std::size_t occurrence = 1; // the first to fail, counted from 1 among those that match
     bool fromThenOn = false;    // every later one too
     std::optional<int> code{};  // the result to fail with; otherwise the call's own choice
+    std::size_t second = 0;     // one more to fail, counted likewise; 0: none
+    bool throws = false;        // with std::bad_alloc; only for calls that the platform may let throw
+    std::size_t limit = 0;      // one call more ends with std::runtime_error, so that no loop is endless; 0: none
 };
 
 class FQCORE_API Faults {

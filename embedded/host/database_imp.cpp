@@ -11,15 +11,21 @@ using Embedded::Held;
 namespace QeHost {
 namespace {
 
-Stub& addStub(DatabaseImp& database, QeDbObject& object, Stub* owner, Embedded::Handle handle)
+/// Of which the object knows nothing yet.
+Stub& addStub(DatabaseImp& database, QeDbObject& object, Embedded::Handle handle)
 {
-    auto stub = std::make_unique<Stub>(Stub{&database, handle, &object, false});
+    auto stub = std::make_unique<Stub>(
+        Stub{.database = &database, .handle = handle, .object = &object, .position = database.stubs.size()});
     database.stubs.push_back(std::move(stub));
-    Stub& added = *database.stubs.back();
-    object.imp().stub = &added;
-    object.imp().state->owner = owner;
+    return *database.stubs.back();
+}
+
+void attach(Stub& stub, Stub* owner)
+{
+    ObjectImp& imp = stub.object->imp();
+    imp.stub = &stub;
+    imp.state->owner = owner;
     Audit::remove(Held::detachedObject);
-    return added;
 }
 
 } // namespace
@@ -34,18 +40,41 @@ DatabaseImp::~DatabaseImp()
     clear();
 }
 
+void DatabaseImp::destroy(Stub& stub)
+{
+    std::erase(geoDataObjects, &stub);
+    delete stub.object;
+    const std::size_t position = stub.position;
+    stubs.back()->position = position;
+    std::swap(stubs[position], stubs.back());
+    stubs.pop_back();
+}
+
 void DatabaseImp::clear()
 {
+    for (const std::unique_ptr<Stub>& stub : stubs) {
+        stub->database = nullptr; // from here on a stub ends with its last id, this one
+        ++stub->ids;
+    }
     for (const std::unique_ptr<Stub>& stub : stubs)
         delete stub->object;
+    for (std::unique_ptr<Stub>& stub : stubs)
+        releaseId(*stub.release());
     stubs.clear();
     geoDataObjects.clear();
+    waiting.clear();
 }
 
 Stub& DatabaseImp::adopt(QeDbObject& object, Stub* owner)
 {
-    Stub& stub = addStub(*this, object, owner, nextHandle);
-    transactions.recordCreation(stub);
+    Stub& stub = addStub(*this, object, nextHandle);
+    try {
+        transactions.recordCreation(stub);
+    } catch (...) {
+        stubs.pop_back();
+        throw;
+    }
+    attach(stub, owner);
     ++nextHandle;
     object.imp().writing = true;
     object.imp().modified = false;
@@ -56,7 +85,9 @@ Stub& DatabaseImp::adopt(QeDbObject& object, Stub* owner)
 Stub& DatabaseImp::place(QeDbObject& object, Stub* owner, Embedded::Handle handle)
 {
     nextHandle = std::max(nextHandle, handle + 1);
-    return addStub(*this, object, owner, handle);
+    Stub& stub = addStub(*this, object, handle);
+    attach(stub, owner);
+    return stub;
 }
 
 void DatabaseImp::createRoots()

@@ -11,6 +11,14 @@
 
 namespace QeHost {
 
+/// So that the next push_back needs no memory, and what comes before it may be done.
+template <class T>
+void makeRoomForOne(std::vector<T>& list)
+{
+    if (list.size() == list.capacity())
+        list.reserve(2 * list.size() + 1);
+}
+
 struct DatabaseImp {
     DatabaseImp(QeDbDatabase& itself, QeDb::QeDbDwgVersion itsVersion);
     ~DatabaseImp();
@@ -21,6 +29,8 @@ struct DatabaseImp {
     Stub& adopt(QeDbObject& object, Stub* owner);
     /// The same under a given handle, closed, and outside every transaction; for the host's own objects and loading.
     Stub& place(QeDbObject& object, Stub* owner, Embedded::Handle handle);
+    /// Destroys one object and forgets that there was one.
+    void destroy(Stub& stub);
     /// Destroys every object, the roots included; for loading into an empty drawing.
     void clear();
     /// Makes the roots and the model space of an empty drawing.
@@ -39,7 +49,8 @@ struct DatabaseImp {
     Stub* modelSpace = nullptr;
     std::vector<std::unique_ptr<Stub>> stubs;
     std::vector<Stub*> geoDataObjects; // every one that was ever added; one of them is live at most
-    TransactionManager transactions{nextHandle};
+    TransactionManager transactions{*this};
+    std::vector<QeDbObjectId> waiting; // for the end of the last transaction, when they may be lost
 };
 
 } // namespace QeHost

@@ -39,14 +39,15 @@ Qeapp::ErrorStatus DecompositionManager::addReactor(QeDbDecompositionReactor* re
     return Qeapp::eOk;
 }
 
+// It lets go of the reactor even when it is to fail, for the client deletes the reactor next.
 Qeapp::ErrorStatus DecompositionManager::removeReactor(QeDbDecompositionReactor* reactor)
 {
+    const bool wasRegistered = std::erase(reactors_, reactor) != 0;
+    if (wasRegistered)
+        Embedded::Audit::remove(Embedded::Held::decompositionReactor);
     if (const auto fault = faultOf("QeDbDecompositionManager::removeReactor"))
         return *fault;
-    if (std::erase(reactors_, reactor) == 0)
-        return Qeapp::eKeyNotFound;
-    Embedded::Audit::remove(Embedded::Held::decompositionReactor);
-    return Qeapp::eOk;
+    return wasRegistered ? Qeapp::eOk : Qeapp::eKeyNotFound;
 }
 
 bool DecompositionManager::isRegistered(const QeDbDecompositionReactor* reactor) const

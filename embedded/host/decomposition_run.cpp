@@ -101,8 +101,8 @@ void DecompositionRun::complete()
 {
     if (!active_)
         return;
+    database_.imp().transactions.commitTo(depth_); // without memory the run is still active, and is undone
     active_ = false;
-    database_.imp().transactions.commitTo(depth_);
     forEachReactor([&](QeDbDecompositionReactor& reactor) {
         reactor.saveCompleted(&database_, version_);
         return true;

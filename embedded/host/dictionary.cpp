@@ -60,16 +60,35 @@ void detach(const Stub& stub)
 }
 
 /// Erases what an entry holds, or, where that is erased already, lets go of it, so that it cannot come back.
-void discard(const Stub& stub)
+void discard(Stub& stub)
 {
     if (stub.object == nullptr)
         return;
+    const QeDbObjectId kept(&stub); // at least until its reactors were told
     const bool wasLive = isLive(&stub);
     detach(stub);
     if (!wasLive)
         return;
     stub.object->imp().state->erased = true;
     notifyErased(*stub.object, true);
+}
+
+/// Puts the new object under the key and says what was there, or null. Without memory the dictionary stays as it was.
+Stub* putEntry(const QeDbDictionary& dictionary, const wchar_t* key, QeDbObject& object)
+{
+    Entries& entries = writableStateOf<DictionaryState>(dictionary).entries;
+    const auto [entry, isNew] = entries.try_emplace(key, nullptr);
+    Stub* const replaced = entry->second;
+    if (replaced != nullptr && replaced->object != nullptr)
+        prepareToWrite(replaced->object->imp()); // discarding it can fail no more
+    try {
+        entry->second = &dictionary.imp().stub->database->adopt(object, dictionary.imp().stub);
+    } catch (...) {
+        if (isNew)
+            entries.erase(entry);
+        throw;
+    }
+    return replaced;
 }
 
 Qeapp::ErrorStatus removeEntry(const QeDbDictionary& dictionary, const std::wstring& key)
@@ -142,10 +161,8 @@ Qeapp::ErrorStatus QeDbDictionary::setAt(const wchar_t* key, QeDbObject* object,
         return *fault;
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToAdd(*this, key, object); refusal != Qeapp::eOk)
         return refusal;
-    QeHost::Stub*& entry = QeHost::writableStateOf<QeHost::DictionaryState>(*this).entries[key];
-    const QeHost::Stub* replaced = entry;
-    entry = &imp().stub->database->adopt(*object, imp().stub);
-    id = QeDbObjectId(entry);
+    QeHost::Stub* const replaced = QeHost::putEntry(*this, key, *object);
+    id = object->objectId();
     if (replaced != nullptr)
         QeHost::discard(*replaced);
     return Qeapp::eOk;

@@ -1,17 +1,15 @@
 #include "embedded/host/dictionary_iterator.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include "embedded/foundation/audit.h"
 
 namespace QeHost {
 
 DictionaryIterator::DictionaryIterator(const QeDbDictionary& dictionary)
 {
-    const auto& entries = stateOf<DictionaryState>(dictionary).entries;
-    std::copy_if(entries.begin(), entries.end(), std::back_inserter(entries_),
-                 [](const auto& entry) { return isLive(entry.second); });
+    for (const auto& [key, stub] : stateOf<DictionaryState>(dictionary).entries) {
+        if (isLive(stub))
+            entries_.emplace_back(key, stub);
+    }
     Embedded::Audit::add(Embedded::Held::dictionaryIterator);
 }
 
@@ -40,7 +38,7 @@ const wchar_t* DictionaryIterator::name() const
 
 QeDbObjectId DictionaryIterator::objectId() const
 {
-    return done() ? QeDbObjectId() : QeDbObjectId(entries_[position_].second);
+    return done() ? QeDbObjectId() : entries_[position_].second;
 }
 
 Qeapp::ErrorStatus DictionaryIterator::getObject(QeDbObject*& object, QeDb::OpenMode mode) const

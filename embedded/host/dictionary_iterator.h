@@ -24,7 +24,7 @@ public:
     Qeapp::ErrorStatus getObject(QeDbObject*& object, QeDb::OpenMode mode) const override;
 
 private:
-    std::vector<std::pair<std::wstring, Stub*>> entries_;
+    std::vector<std::pair<std::wstring, QeDbObjectId>> entries_;
     std::size_t position_ = 0;
 };
 

@@ -120,7 +120,7 @@ private:
     {
         auto& state = writableStateOf<GeoDataState>(*stub.object);
         state.coordinateSystem = image.coordinateSystem;
-        state.block = at(image.block);
+        state.block = QeDbObjectId(at(image.block));
         database_.geoDataObjects.push_back(&stub);
     }
 

@@ -102,7 +102,7 @@ decltype(Embedded::ObjectImage::contents) contentsOf(const QeDbObject& object)
     if (object.isKindOf(QeDbBlockTableRecord::desc()))
         return Embedded::BlockRecordImage{stateOf<SymbolRecordState>(object).name};
     const auto& geoData = stateOf<GeoDataState>(object);
-    return Embedded::GeoDataImage{geoData.coordinateSystem, handleOf(geoData.block)};
+    return Embedded::GeoDataImage{geoData.coordinateSystem, geoData.block.handle()};
 }
 
 Embedded::ObjectImage objectImage(const Stub& stub)

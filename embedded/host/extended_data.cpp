@@ -110,6 +110,9 @@ Qeapp::ErrorStatus QeDbObject::setXData(const resbuf* chain)
     const Qeapp::ErrorStatus status = QeHost::split(*imp_->stub->database, chain, applications);
     if (status != Qeapp::eOk)
         return status;
-    QeHost::replace(QeHost::writableStateOf<QeHost::ObjectState>(*this).extendedData, std::move(applications));
+    auto& data = QeHost::writableStateOf<QeHost::ObjectState>(*this).extendedData;
+    auto replaced = data; // so that, without memory, the object's data stays as it was
+    QeHost::replace(replaced, std::move(applications));
+    data.swap(replaced);
     return Qeapp::eOk;
 }

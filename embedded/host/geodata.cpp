@@ -52,7 +52,7 @@ Qeapp::ErrorStatus QeDbGeoData::setCoordinateSystem(const wchar_t* text)
 
 QeDbObjectId QeDbGeoData::blockTableRecordId() const
 {
-    return QeDbObjectId(QeHost::stateOf<QeHost::GeoDataState>(*this).block);
+    return QeHost::stateOf<QeHost::GeoDataState>(*this).block;
 }
 
 Qeapp::ErrorStatus QeDbGeoData::setBlockTableRecordId(QeDbObjectId id)
@@ -63,7 +63,7 @@ Qeapp::ErrorStatus QeDbGeoData::setBlockTableRecordId(QeDbObjectId id)
         return Qeapp::eAlreadyInDatabase;
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToOwn(id.stub()); refusal != Qeapp::eOk)
         return refusal;
-    QeHost::writableStateOf<QeHost::GeoDataState>(*this).block = id.stub();
+    QeHost::writableStateOf<QeHost::GeoDataState>(*this).block = id;
     return Qeapp::eOk;
 }
 
@@ -74,12 +74,13 @@ Qeapp::ErrorStatus QeDbGeoData::postToDb(QeDbObjectId& id)
         return *fault;
     if (imp().stub != nullptr)
         return Qeapp::eAlreadyInDatabase;
-    QeHost::Stub* block = QeHost::stateOf<QeHost::GeoDataState>(*this).block;
+    QeHost::Stub* block = QeHost::stateOf<QeHost::GeoDataState>(*this).block.stub();
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToOwn(block); refusal != Qeapp::eOk)
         return refusal;
     QeHost::DatabaseImp& database = *block->database;
     if (database.geoData() != nullptr)
         return Qeapp::eDuplicateKey;
+    QeHost::makeRoomForOne(database.geoDataObjects);
     QeHost::Stub& stub = database.adopt(*this, block);
     database.geoDataObjects.push_back(&stub);
     id = QeDbObjectId(&stub);

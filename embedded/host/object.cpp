@@ -5,6 +5,7 @@
 #include "embedded/foundation/audit.h"
 #include "embedded/host/database_imp.h"
 #include "embedded/host/fault.h"
+#include "embedded/host/lost_objects.h"
 #include "embedded/host/symbol_table_search.h"
 #include "platform/host/geodata.h"
 #include "platform/host/memory.h"
@@ -107,6 +108,7 @@ Qeapp::ErrorStatus QeDbObject::close()
     else
         return Qeapp::eNotOpenForRead;
     Audit::remove(Held::openObject);
+    QeHost::destroyIfLost(*imp_->stub); // perhaps this object
     return Qeapp::eOk;
 }
 

@@ -1,6 +1,7 @@
 #include "embedded/foundation/audit.h"
 #include "embedded/host/database_imp.h"
 #include "embedded/host/fault.h"
+#include "embedded/host/lost_objects.h"
 #include "embedded/host/object_imp.h"
 
 namespace QeHost {
@@ -52,6 +53,15 @@ Qeapp::ErrorStatus openStub(QeDbObject*& object, Stub* stub, QeDb::OpenMode mode
     return Qeapp::eOk;
 }
 
+void releaseId(Stub& stub)
+{
+    --stub.ids;
+    if (stub.database != nullptr)
+        destroyIfLost(stub);
+    else if (stub.ids == 0)
+        delete &stub;
+}
+
 void prepareToWrite(ObjectImp& imp)
 {
     imp.modified = imp.modified || imp.writing; // the host itself also changes objects that nobody has open
@@ -60,6 +70,17 @@ void prepareToWrite(ObjectImp& imp)
 }
 
 } // namespace QeHost
+
+void QeDbObjectId::retain() const
+{
+    if (stub_ != nullptr)
+        ++stub_->ids;
+}
+
+void QeDbObjectId::release(QeHost::Stub& stub)
+{
+    QeHost::releaseId(stub);
+}
 
 std::uint64_t QeDbObjectId::handle() const
 {

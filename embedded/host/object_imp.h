@@ -12,12 +12,14 @@ namespace QeHost {
 
 struct DatabaseImp;
 
-/// What an object id points at; owned by the database for as long as the database lives.
+/// What an object id points at; owned by the database for as long as the database lives, and then by its ids.
 struct Stub {
-    DatabaseImp* database = nullptr;
+    DatabaseImp* database = nullptr; // null once it is gone
     std::uint64_t handle = 0;
     QeDbObject* object = nullptr; // null only after a client deleted the object instead of closing it
     bool undone = false;          // its creation was undone: erased for good
+    std::size_t ids = 0;          // how many name it
+    std::size_t position = 0;     // among the database's
 };
 
 struct ObjectImp {
@@ -28,12 +30,16 @@ struct ObjectImp {
     bool modified = false; // since it was opened for write
     std::vector<QeDbObjectReactor*> reactors;
 
+    bool isOpen() const { return writing || readers > 0; }
     bool canRead() const { return stub == nullptr || writing || readers > 0; }
     bool canWrite() const { return stub == nullptr || writing; }
 };
 
 /// Whether the stub's object is there and not erased; false for null.
 bool isLive(const Stub* stub);
+
+/// Ends one id.
+void releaseId(Stub& stub);
 
 /// eOk when nobody has the object open; otherwise the status that refuses a second opener.
 Qeapp::ErrorStatus conflictOf(const Stub& stub, QeDb::OpenMode mode);

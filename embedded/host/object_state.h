@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "embedded/host/drawing_image.h"
+#include "platform/host/object.h"
 
 namespace QeHost {
 
@@ -20,6 +21,12 @@ struct ObjectState {
 
     virtual ~ObjectState() = default;
     virtual std::unique_ptr<ObjectState> clone() const = 0;
+    /// Ends all references to other objects, which may be gone before this one.
+    virtual void letGo()
+    {
+        owner = nullptr;
+        extendedData.clear();
+    }
 
 protected:
     ObjectState() = default;
@@ -38,6 +45,12 @@ struct CloneableState : ObjectState {
 /// An entry whose object is erased stays, so that it is back when the object is unerased; no query shows it.
 struct DictionaryState final : CloneableState<DictionaryState> {
     std::map<std::wstring, Stub*> entries;
+
+    void letGo() override
+    {
+        CloneableState::letGo();
+        entries.clear();
+    }
 };
 
 struct XrecordState final : CloneableState<XrecordState> {
@@ -47,6 +60,12 @@ struct XrecordState final : CloneableState<XrecordState> {
 /// Erased records stay, for the same reason.
 struct SymbolTableState final : CloneableState<SymbolTableState> {
     std::vector<Stub*> records;
+
+    void letGo() override
+    {
+        CloneableState::letGo();
+        records.clear();
+    }
 };
 
 struct SymbolRecordState final : CloneableState<SymbolRecordState> {
@@ -55,7 +74,13 @@ struct SymbolRecordState final : CloneableState<SymbolRecordState> {
 
 struct GeoDataState final : CloneableState<GeoDataState> {
     std::wstring coordinateSystem;
-    Stub* block = nullptr;
+    QeDbObjectId block;
+
+    void letGo() override
+    {
+        CloneableState::letGo();
+        block.setNull();
+    }
 };
 
 } // namespace QeHost

@@ -138,6 +138,7 @@ Qeapp::ErrorStatus QeDbSymbolTable::addRecord(QeDbObjectId& id, QeDbSymbolTableR
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToAdd(imp(), record); refusal != Qeapp::eOk)
         return refusal;
     auto& records = QeHost::writableStateOf<QeHost::SymbolTableState>(*this).records;
+    QeHost::makeRoomForOne(records);
     QeHost::Stub& stub = imp().stub->database->adopt(*record, imp().stub);
     records.push_back(&stub);
     id = QeDbObjectId(&stub);

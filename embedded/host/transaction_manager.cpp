@@ -3,7 +3,9 @@
 #include <utility>
 
 #include "embedded/foundation/audit.h"
+#include "embedded/host/database_imp.h"
 #include "embedded/host/fault.h"
+#include "embedded/host/lost_objects.h"
 
 using Embedded::Audit;
 using Embedded::Held;
@@ -19,10 +21,13 @@ void undo(Stub& stub, std::unique_ptr<ObjectState>& before)
         stub.undone = true;
     if (stub.object == nullptr)
         return;
-    if (before == nullptr)
-        stub.object->imp().state->erased = true;
-    else
-        stub.object->imp().state = std::move(before);
+    ObjectImp& imp = stub.object->imp();
+    if (before != nullptr) {
+        imp.state = std::move(before);
+        return;
+    }
+    imp.state->erased = true;
+    imp.state->letGo();
 }
 
 } // namespace
@@ -32,7 +37,7 @@ QeDbTransaction* TransactionManager::startTransaction()
     if (isStruck("QeDbTransactionManager::startTransaction"))
         return nullptr;
     active_.push_back(std::make_unique<QeDbTransaction>());
-    active_.back()->nextHandle = nextHandle_;
+    active_.back()->nextHandle = database_.nextHandle;
     Audit::add(Held::transaction);
     return active_.back().get();
 }
@@ -87,10 +92,14 @@ void TransactionManager::abortTo(int depth)
 
 void TransactionManager::commitInnermost()
 {
+    QeDbTransaction* const outer = active_.size() > 1 ? active_[active_.size() - 2].get() : nullptr;
+    if (outer != nullptr) // without memory the transaction stays active
+        outer->before.reserve(outer->before.size() + active_.back()->before.size());
     const std::unique_ptr<QeDbTransaction> ended = std::move(active_.back());
     active_.pop_back();
-    if (!active_.empty())
-        active_.back()->before.merge(ended->before); // what the outer one knows of is older and stays
+    if (outer != nullptr)
+        outer->before.merge(ended->before); // what the outer one knows of is older and stays
+    const LostWithTransaction lost(database_, ended->before);
     Audit::remove(Held::transaction);
 }
 
@@ -98,9 +107,10 @@ void TransactionManager::abortInnermost()
 {
     const std::unique_ptr<QeDbTransaction> ended = std::move(active_.back());
     active_.pop_back();
+    const LostWithTransaction lost(database_, ended->before);
     for (auto& [stub, before] : ended->before)
         undo(*stub, before);
-    nextHandle_ = ended->nextHandle;
+    database_.nextHandle = ended->nextHandle; // taken back with the objects that are undone
     Audit::remove(Held::transaction);
 }
 

@@ -19,7 +19,7 @@ namespace QeHost {
 
 class TransactionManager final : public QeDbTransactionManager {
 public:
-    explicit TransactionManager(Embedded::Handle& nextHandle) : nextHandle_(nextHandle) {}
+    explicit TransactionManager(DatabaseImp& database) : database_(database) {}
 
     QeDbTransaction* startTransaction() override;
     Qeapp::ErrorStatus endTransaction() override;
@@ -37,7 +37,7 @@ private:
     void commitInnermost();
     void abortInnermost();
 
-    Embedded::Handle& nextHandle_; // taken back with the objects that are undone
+    DatabaseImp& database_;
     std::vector<std::unique_ptr<QeDbTransaction>> active_;
 };
 

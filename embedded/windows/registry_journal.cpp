@@ -185,7 +185,7 @@ void RegistryJournal::append(const RegistryChange& change)
         fail(file_, "cannot be written", errno);
     const auto end = static_cast<off_t>(place_.offset);
     // Behind the last line there may be the beginning of one whose writer came to an end before it did.
-    if (::ftruncate(opened.get(), end) != 0 || !writeAt(opened.get(), line, place_.offset)) {
+    if (retried([&] { return ::ftruncate(opened.get(), end); }) != 0 || !writeAt(opened.get(), line, place_.offset)) {
         const int error = errno;
         const int taken = ::ftruncate(opened.get(), end);
         static_cast<void>(taken); // a beginning that stays is passed over by readers and taken away by the next writer
@@ -206,9 +206,8 @@ void RegistryJournal::compactWhenWorthwhile()
     std::string text = framedLine(headerJson(), checksum);
     for (const RegistryChange& change : tree_.changes())
         text += framedLine(jsonOf(change), checksum);
-    if (replaceFile(file_, text))
-        return; // the long file says the same, and the next change tries again
-    current();
+    if (!replaceFile(file_, text)) // else the long file says the same, and the next change tries again
+        forget();
 }
 
 RegistryJournal::Change::Change(RegistryJournal& journal) : journal_(journal), lock_(lockBeside(journal.file_))
@@ -220,14 +219,14 @@ void RegistryJournal::Change::record(const RegistryChange& change)
 {
     if (journal_.seenFile_.isOpen()) {
         journal_.append(change);
-    } else {
-        RunningChecksum checksum;
-        std::string text = framedLine(headerJson(), checksum);
-        text += framedLine(jsonOf(change), checksum);
-        journal_.writeNew(text);
-        journal_.current();
+        journal_.compactWhenWorthwhile();
+        return;
     }
-    journal_.compactWhenWorthwhile();
+    RunningChecksum checksum;
+    std::string text = framedLine(headerJson(), checksum);
+    text += framedLine(jsonOf(change), checksum);
+    journal_.writeNew(text);
+    journal_.forget(); // the change is made, whether or not the file can be read now
 }
 
 } // namespace Embedded

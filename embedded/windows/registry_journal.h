@@ -59,7 +59,8 @@ public:
     explicit Change(RegistryJournal& journal);
 
     const RegistryTree& tree() const { return journal_.tree_; }
-    /// Saved when it returns. A RegistryFailure leaves file and tree as they were.
+    /// Once in a scope. Saved when it returns, and the tree is perhaps not read again yet. A RegistryFailure leaves
+    /// file and tree as they were.
     void record(const RegistryChange& change);
 
 private:

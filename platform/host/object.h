@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <new>
+#include <utility>
 
 #include "../export.h"
 #include "error_status.h"
@@ -24,19 +25,36 @@ enum OpenMode : int { kForRead = 0, kForWrite = 1, kForNotify = 2 };
 } // namespace QeDb
 
 /// The identity of a database-resident object. A value; null by default. Valid for the life of its database, also
-/// after the object is erased.
+/// after the object is erased; afterwards it can still be copied, compared and asked for its handle. The host counts
+/// the ids of an object, and keeps an object that has left the drawing for as long as there is one.
 class QEHOST_API QeDbObjectId {
 public:
     QeDbObjectId() = default;
-    explicit QeDbObjectId(QeHost::Stub* stub) : stub_(stub) {}
+    explicit QeDbObjectId(QeHost::Stub* stub) : stub_(stub) { retain(); }
+    QeDbObjectId(const QeDbObjectId& other) : stub_(other.stub_) { retain(); }
+    QeDbObjectId(QeDbObjectId&& other) noexcept : stub_(std::exchange(other.stub_, nullptr)) {}
+    QeDbObjectId& operator=(QeDbObjectId other) noexcept
+    {
+        std::swap(stub_, other.stub_);
+        return *this;
+    }
+    ~QeDbObjectId() { setNull(); }
+
     bool isNull() const { return stub_ == nullptr; }
-    void setNull() { stub_ = nullptr; }
+    void setNull()
+    {
+        if (stub_ != nullptr)
+            release(*std::exchange(stub_, nullptr));
+    }
     /// The object's number in its drawing; 0 for the null id.
     std::uint64_t handle() const;
     QeHost::Stub* stub() const { return stub_; }
     friend bool operator==(const QeDbObjectId&, const QeDbObjectId&) = default;
 
 private:
+    void retain() const;
+    static void release(QeHost::Stub& stub);
+
     QeHost::Stub* stub_ = nullptr;
 };
 
@@ -70,9 +88,10 @@ public:
     Qeapp::ErrorStatus upgradeOpen();
     /// From the writer to a reader.
     Qeapp::ErrorStatus downgradeOpen();
-    /// Marks the object erased (or not); it stays in the database until the drawing is closed but is not saved.
-    /// eNotApplicable for what a drawing cannot do without: its roots and model space. Unerasing answers eDuplicateKey
-    /// when another object has taken the place, eObjectErased when the object's creation was undone.
+    /// Marks the object erased (or not); it is not saved but stays in the database, until the drawing is closed or,
+    /// when it has lost its place in the drawing, until nobody has it open or an id of it. eNotApplicable for what a
+    /// drawing cannot do without: its roots and model space. Unerasing answers eDuplicateKey when another object has
+    /// taken the place, eObjectErased when the object's creation was undone.
     Qeapp::ErrorStatus erase(bool erasing = true);
 
     bool isErased() const;

@@ -66,6 +66,8 @@ Qeapp::ErrorStatus RemoveCoordinateSystemReactor(OrvelCoordinateSystemReactor* r
     if (found == CoordinateSystemReactorList.end())
         return Qeapp::eInvalidInput;
     CoordinateSystemReactorList.erase(found);
+    if (CoordinateSystemReactorList.empty())
+        ReactorList().swap(CoordinateSystemReactorList); // without clients no memory is held for them
     return Qeapp::eOk;
 }
 

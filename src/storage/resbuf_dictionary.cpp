@@ -146,7 +146,7 @@ bool CResbufDictionary::RemoveAll() const
         return true;
     const Dictionary dictionary(OpenDictionary(QeDb::kForWrite));
     bool removed = static_cast<bool>(dictionary);
-    for (const QeDbObjectId entry : entries)
+    for (const QeDbObjectId& entry : entries)
         removed = dictionary && dictionary->remove(entry) == Qeapp::eOk && removed;
     return removed;
 }

@@ -61,14 +61,16 @@ std::optional<std::string> joinedLines(std::FILE* file)
     return std::ferror(file) == 0 ? std::optional(std::move(joined)) : std::nullopt;
 }
 
+/// The buffer, which is zero, has room for a terminator of its own: not every system leaves one alone that follows the
+/// first byte of a sequence.
 HostString wideTextOf(const std::string& utf8)
 {
     const int characters = MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, nullptr, 0);
     if (characters <= 0)
         return {};
-    HostString text = NewConfigText(static_cast<std::size_t>(characters));
-    if (text)
-        static_cast<void>(MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, text.get(), characters)); // measured above
+    HostString text = NewConfigText(static_cast<std::size_t>(characters) + 1);
+    if (text && MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, text.get(), characters) != characters)
+        text.reset();
     return text;
 }
 
@@ -82,8 +84,8 @@ std::optional<std::string> utf8Of(std::wstring_view chunk)
     if (bytes <= 0)
         return std::nullopt;
     std::string utf8(static_cast<std::size_t>(bytes), '\0');
-    static_cast<void>(WideCharToMultiByte(CP_UTF8, 0, chunk.data(), characters, utf8.data(), bytes, nullptr,
-                                          nullptr)); // measured above
+    if (WideCharToMultiByte(CP_UTF8, 0, chunk.data(), characters, utf8.data(), bytes, nullptr, nullptr) != bytes)
+        return std::nullopt;
     return utf8;
 }
 

@@ -259,4 +259,16 @@ TEST_F(ReadSystem, ArrayThatFailedHalfway_IsReleased)
     EXPECT_FALSE(definition);
 }
 
+TEST_F(ReadSystem, SystemInAnArrayThatFailedLater_IsNotGiven)
+{
+    drawing.withLegacyCode(L"EPSG:25832");
+    ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:25832").get(), database()), Qeapp::eOk);
+    Embedded::Faults::watch();
+    ASSERT_EQ(read(), Qeapp::eOk);
+    const std::size_t additions = timesSeen("DefinitionBaseArray::Add");
+    const ScopedFault last({.call = "DefinitionBaseArray::Add", .occurrence = additions, .code = 57});
+    EXPECT_EQ(read(), Qeapp::eInvalidInput);
+    EXPECT_FALSE(definition);
+}
+
 } // namespace

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <new>
 #include <optional>
+#include <stdexcept>
 
 #include "embedded/foundation/audit.h"
 #include "embedded/foundation/faults.h"
@@ -52,6 +54,33 @@ TEST(Faults, OnlyTheNamedCallIsCountedAndFailed)
     EXPECT_EQ(Faults::strike("b", 7), std::nullopt);
     EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
     EXPECT_EQ(Faults::strike("b", 7), 99);
+}
+
+TEST(Faults, ASecondCallFailsToo)
+{
+    const ScopedFault fault({.call = {}, .occurrence = 1, .code = {}, .second = 3});
+    EXPECT_EQ(Faults::strike("a", 7), 7);
+    EXPECT_EQ(Faults::strike("b", 7), std::nullopt);
+    EXPECT_EQ(Faults::strike("c", 7), 7);
+    EXPECT_EQ(Faults::strike("d", 7), std::nullopt);
+    EXPECT_EQ(Faults::struck(), 2U);
+}
+
+TEST(Faults, ACallCanFailByAnException)
+{
+    const ScopedFault fault({.call = {}, .occurrence = 2, .code = {}, .throws = true});
+    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
+    EXPECT_THROW(static_cast<void>(Faults::strike("b", 7)), std::bad_alloc); // there is no answer
+    EXPECT_EQ(Faults::strike("c", 7), std::nullopt);
+    EXPECT_EQ(Faults::struck(), 1U);
+}
+
+TEST(Faults, CallsBeyondTheLimitAreCutOff)
+{
+    const ScopedFault fault({.call = "none", .occurrence = 1, .code = {}, .limit = 2});
+    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
+    EXPECT_EQ(Faults::strike("b", 7), std::nullopt);
+    EXPECT_THROW(static_cast<void>(Faults::strike("c", 7)), std::runtime_error); // there is no answer
 }
 
 TEST(Faults, WatchingRecordsAndFailsNothing)

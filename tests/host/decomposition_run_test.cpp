@@ -219,6 +219,19 @@ TEST_F(DecompositionRunTest, Reactors_AreRegisteredOnceAndCounted)
     EXPECT_EQ(Audit::now()[Embedded::Held::decompositionReactor], 1);
 }
 
+TEST_F(DecompositionRunTest, ReactorWhoseRemovalFails_IsLetGoOfAllTheSame)
+{
+    class Silent final : public QeDbDecompositionReactor {};
+    Silent silent;
+    QeDbDecompositionManager& manager = *qedbGetDecompositionManager();
+    ASSERT_EQ(manager.addReactor(&silent), Qeapp::eOk);
+    {
+        const Embedded::ScopedFault fault({.call = "QeDbDecompositionManager::removeReactor"});
+        EXPECT_EQ(manager.removeReactor(&silent), Qeapp::eOutOfMemory);
+    }
+    EXPECT_EQ(manager.removeReactor(&silent), Qeapp::eKeyNotFound);
+}
+
 TEST_F(DecompositionRunTest, ReactorThatDoesNothing_LetsEverythingPass)
 {
     class Silent final : public QeDbDecompositionReactor {};

@@ -96,7 +96,7 @@ TEST_F(DrawingImageTest, ErasedObjects_AreNotWritten)
     const QeDbObjectId application = registerApplication(L"KTN");
     const QeDbObjectId geoData = addGeoData();
     const QeDbObjectId all[] = {entry, application, geoData};
-    for (const QeDbObjectId id : all) {
+    for (const QeDbObjectId& id : all) {
         EXPECT_TRUE(isWritten(id));
         erase(id);
         EXPECT_FALSE(isWritten(id));

@@ -59,7 +59,7 @@ TEST_F(ObjectErase, RootsAndModelSpace_CannotBeErased)
 {
     const QeDbObjectId roots[] = {namedObjects()->objectId(), regAppTable()->objectId(), blockTable()->objectId(),
                                   modelSpace()};
-    for (const QeDbObjectId root : roots)
+    for (const QeDbObjectId& root : roots)
         EXPECT_EQ(open(root, QeDb::kForWrite)->erase(), Qeapp::eNotApplicable);
 }
 

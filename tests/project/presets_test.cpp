@@ -74,6 +74,14 @@ TEST_F(PresetsTest, SanitizerPreset_TurnsTheSanitizersOnWithClang)
     EXPECT_EQ(variables.at("CMAKE_CXX_COMPILER"), "clang++");
 }
 
+TEST_F(PresetsTest, FuzzPreset_HasTheSanitizersAndLibFuzzersCounters)
+{
+    const Json fuzz = presetNamed(projectPresets().at("configurePresets"), "fuzz");
+    ASSERT_FALSE(fuzz.is_null());
+    EXPECT_EQ(fuzz.at("inherits"), "asan");
+    EXPECT_EQ(fuzz.at("cacheVariables").at("ORVEL_FUZZ"), "ON");
+}
+
 TEST_F(PresetsTest, ReleasePreset_IsOptimised)
 {
     const Json variables = presetNamed(projectPresets().at("configurePresets"), "release").at("cacheVariables");

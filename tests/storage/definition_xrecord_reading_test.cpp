@@ -286,6 +286,20 @@ TEST_F(DefinitionXrecordReading, DictionaryThatIsBeingWrittenIsRejected)
     EXPECT_FALSE(readFrom(drawing));
 }
 
+TEST_F(DefinitionXrecordReading, XrecordThatSomeoneReadsIsReadAllTheSame)
+{
+    Drawing drawing;
+    drawing.withXrecord(joinedItems({layout(1), groups()}));
+    Orvel::NamedObjects reader;
+    ASSERT_EQ(reader.openIn(drawing.database(), QeDb::kForRead), Qeapp::eOk);
+    QeDbObjectId id;
+    ASSERT_EQ(reader->getAt(Orvel::kCsDefinitionXrecordKey, id), Qeapp::eOk);
+    Orvel::HostObject<QeDbXrecord> xrecord;
+    ASSERT_EQ(xrecord.open(id, QeDb::kForRead), Qeapp::eOk);
+    EXPECT_TRUE(readFrom(drawing));
+    EXPECT_EQ(slots(), kWhole);
+}
+
 TEST_F(DefinitionXrecordReading, DefinitionsAreLinked)
 {
     Drawing drawing;

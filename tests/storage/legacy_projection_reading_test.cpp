@@ -102,6 +102,15 @@ TEST_F(LegacyProjectionReading, DictionaryThatIsBeingWrittenReadsAsNone)
     EXPECT_EQ(readFrom(drawing), L"");
 }
 
+TEST_F(LegacyProjectionReading, DictionaryThatSomeoneReadsIsReadAllTheSame)
+{
+    Drawing drawing;
+    drawing.withLegacyCode(L"EPSG:25832");
+    Orvel::NamedObjects reader;
+    ASSERT_EQ(reader.openIn(drawing.database(), QeDb::kForRead), Qeapp::eOk);
+    EXPECT_EQ(readFrom(drawing), L"EPSG:25832");
+}
+
 TEST_F(LegacyProjectionReading, EveryFailingCallReadsAsNone)
 {
     Drawing drawing;

@@ -20,6 +20,12 @@ TEST_F(ResbufDictionary, MissingOne_IsMadeForWrite)
     EXPECT_EQ(opened->numEntries(), 0U);
 }
 
+TEST_F(ResbufDictionary, MissingOneThatCannotBeAdded_IsNotGiven)
+{
+    const Embedded::ScopedFault fault({.call = "QeDbDictionary::setAt", .code = Qeapp::eOutOfMemory});
+    EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForWrite), nullptr);
+}
+
 TEST_F(ResbufDictionary, PresentOne_IsOpenedInTheModeThatWasAskedFor)
 {
     ASSERT_TRUE(set(L"A", kFirst));
@@ -80,6 +86,20 @@ TEST_F(ResbufDictionary, CountsItsEntriesAndKnowsItsKeys)
     EXPECT_EQ(dictionary.GetEntryCount(), 2);
     EXPECT_TRUE(dictionary.HasKey(L"A"));
     EXPECT_FALSE(dictionary.HasKey(L"a"));
+}
+
+TEST_F(ResbufDictionary, ThatSomeoneReads_IsReadAllTheSame)
+{
+    ASSERT_TRUE(set(L"A", kFirst));
+    const OpenedDictionary reader(dictionary.OpenDictionary(QeDb::kForRead));
+    QeDbObjectId id;
+    ASSERT_EQ(reader->getAt(L"A", id), Qeapp::eOk);
+    Orvel::HostObject<QeDbXrecord> xrecord;
+    ASSERT_EQ(xrecord.open(id, QeDb::kForRead), Qeapp::eOk);
+    EXPECT_EQ(dictionary.GetEntryCount(), 1);
+    EXPECT_TRUE(dictionary.HasKey(L"A"));
+    EXPECT_EQ(at(L"A"), kFirst);
+    EXPECT_TRUE(Iterator(dictionary.NewIterator()));
 }
 
 TEST_F(ResbufDictionary, MissingKey_LeavesTheChain)

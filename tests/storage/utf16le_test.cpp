@@ -42,6 +42,14 @@ TEST(Utf16le, LastCharacterOfOneUnitStaysOne)
     EXPECT_EQ(Utf16leBytes(L"\xFFFF"), (Bytes{0xFF, 0xFF, 0, 0}));
 }
 
+TEST(Utf16le, WhatIsBeyondTheLastCharacterBecomesTheReplacementCharacter)
+{
+    if (sizeof(wchar_t) == 2)
+        GTEST_SKIP() << "every wide character is a unit of the text here";
+    for (const char32_t beyond : {U'\x110000', U'\x7FFFFFFF'})
+        EXPECT_EQ(Utf16leBytes(std::wstring(1, static_cast<wchar_t>(beyond))), (Bytes{0xFD, 0xFF, 0, 0}));
+}
+
 TEST(Utf16le, UnpairedSurrogatesPassThrough)
 {
     const std::wstring text{static_cast<wchar_t>(0xD800), L'a', static_cast<wchar_t>(0xDC00)};
@@ -83,6 +91,12 @@ TEST(Utf16le, ZeroByteInAUnitIsNoNul)
 {
     EXPECT_EQ(textFrom({0x00, 0x01, 0x41, 0x00, 0, 0}), L"\x0100"
                                                         L"A");
+}
+
+TEST(Utf16le, ZeroByteInAUnitDoesNotEndTheLength)
+{
+    EXPECT_EQ(Orvel::Utf16leLength(Bytes{0x00, 0x01, 0x41, 0x00, 0, 0}.data()), 4U);
+    EXPECT_EQ(Orvel::Utf16leLength(Bytes{0x42, 0x00, 0x00, 0x01, 0x41, 0x00, 0, 0}.data()), 6U);
 }
 
 TEST(Utf16le, TextWithoutANulEndsWithTheBytes)

@@ -131,6 +131,13 @@ TEST_F(ConfiguredTransformation, ReverseItemThatIsNot_IsPassedOverForALaterOne)
     EXPECT_EQ(find(elementOf(L"B", L"A", kIrreversible) + elementOf(L"b", L"a", kReversible)), (Found{kReversible, 2}));
 }
 
+TEST_F(ConfiguredTransformation, ReversibleItemOfAnotherPair_DoesNotAnswer)
+{
+    EXPECT_EQ(find(elementOf(L"B", L"C", kReversible)), std::nullopt);
+    EXPECT_EQ(find(elementOf(L"C", L"A", kReversible) + elementOf(L"B", L"A", kReversiblePath, 1)),
+              (Found{kReversiblePath, 1}));
+}
+
 TEST_F(ConfiguredTransformation, ItemThatLacksItsLastFields_AnswersAllTheSame)
 {
     EXPECT_EQ(find(L"<Item><SourceCs>A</SourceCs><TargetCs>B</TargetCs></Item>"), (Found{L"", 0}));

@@ -64,6 +64,19 @@ TEST_F(RegistryValue, Text_ComesBackAsItWas)
     }
 }
 
+TEST_F(RegistryValue, Text_IsStoredAsOneWithItsNul)
+{
+    ASSERT_TRUE(set(L"A", L"text"));
+    HKEY key = nullptr;
+    ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, kSubKey.c_str(), 0, KEY_READ, &key), ERROR_SUCCESS);
+    DWORD type = 0;
+    DWORD lengthInBytes = 0;
+    EXPECT_EQ(RegQueryValueExW(key, L"A", nullptr, &type, nullptr, &lengthInBytes), ERROR_SUCCESS);
+    EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
+    EXPECT_EQ(type, DWORD{REG_SZ});
+    EXPECT_EQ(lengthInBytes, sizeof L"text");
+}
+
 TEST_F(RegistryValue, EmptyName_OnlyMakesTheKey)
 {
     EXPECT_EQ(names(), std::nullopt);
@@ -195,6 +208,7 @@ TEST_F(RegistryValue, EveryCall_CanFail)
     EXPECT_TRUE(failsWith("RegOpenKeyExW", [&] { return query(L"A").has_value(); }));
     EXPECT_TRUE(failsWith("RegQueryValueExW", [&] { return query(L"A").has_value(); }));
     EXPECT_TRUE(failsWith("RegCreateKeyExW", [] { return remove(L"A"); }));
+    EXPECT_TRUE(failsWith("RegCreateKeyExW", [] { return remove({}); }));
     EXPECT_TRUE(failsWith("RegDeleteValueW", [] { return remove(L"A"); }));
     EXPECT_EQ(query(L"A"), L"a");
 }

@@ -100,6 +100,13 @@ TEST_F(TransformationConfig, FailedWrite_NotifiesAllTheSame)
     EXPECT_EQ(log.size(), 2U);
 }
 
+TEST_F(TransformationConfig, UserWithoutASettingsFolder_IsFalse)
+{
+    userFolder.set((folder.path() / "missing").string());
+    EXPECT_FALSE(set(one, Target::User));
+    EXPECT_EQ(log, kOneNotice);
+}
+
 TEST_F(TransformationConfig, Reading_NotifiesNobody)
 {
     get(Target::Drawing);

@@ -127,6 +127,14 @@ TEST_F(LocalApplicationData, ThatTheSystemDoesNotHave_LeavesNoPath)
     EXPECT_EQ(read(), kNothingRead);
 }
 
+TEST_F(LocalApplicationData, ThatIsMissingItself_IsNotMadeAndLeavesNoPath)
+{
+    const std::filesystem::path missing = folder.path() / "missing";
+    useLocalApplicationData(missing);
+    EXPECT_EQ(path(), L"");
+    EXPECT_FALSE(std::filesystem::exists(missing));
+}
+
 TEST_F(UserSettingsFile, TwoItems_AreTwoLinesOfUtf8)
 {
     ASSERT_TRUE(write(one + two));
@@ -246,6 +254,7 @@ TEST_F(UserSettingsFile, WhatSomeoneElseWrote_IsReadLineByLine)
          "b",
          L"a\uFFFD\uFFFDb"},
         {"a sequence cut off", "a\xE6\xB8", L"a\uFFFD"},
+        {"a sequence cut off after its first byte", "a\xED", L"a\uFFFD"},
         {"an overlong sequence", "\xC0\xAF", L"\uFFFD\uFFFD"},
         {"a NUL, at which the text ends", std::string("a\0b", 3), L"a"},
         {"a control-Z, at which the file ends", "a\r\nb\x1A\r\nc", L"ab"},
@@ -290,6 +299,13 @@ TEST_F(UserSettingsFile, TextThatCannotBeMeasured_ReadsAsNothing)
     EXPECT_EQ(read(), kNothingRead);
 }
 
+TEST_F(UserSettingsFile, TextThatWasMeasuredAndCannotBeConverted_ReadsAsNothing)
+{
+    ASSERT_TRUE(write(one));
+    const ScopedFault fault({.call = "MultiByteToWideChar", .occurrence = 2});
+    EXPECT_EQ(read(), kNothingRead);
+}
+
 TEST_F(UserSettingsFile, WithoutMemoryForTheText_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
@@ -300,6 +316,14 @@ TEST_F(UserSettingsFile, WithoutMemoryForTheText_ReadsAsNothing)
 TEST_F(UserSettingsFile, ItemThatCannotBeConverted_LeavesThoseBeforeIt)
 {
     const ScopedFault fault({.call = "WideCharToMultiByte", .occurrence = 3});
+    EXPECT_FALSE(write(one + two));
+    Embedded::Faults::disarm();
+    EXPECT_EQ(read(), (ReadText{true, one}));
+}
+
+TEST_F(UserSettingsFile, ItemThatWasMeasuredAndCannotBeConverted_LeavesThoseBeforeIt)
+{
+    const ScopedFault fault({.call = "WideCharToMultiByte", .occurrence = 4});
     EXPECT_FALSE(write(one + two));
     Embedded::Faults::disarm();
     EXPECT_EQ(read(), (ReadText{true, one}));

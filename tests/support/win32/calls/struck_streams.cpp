@@ -1,8 +1,9 @@
 // Streams of _wfsopen, whose reading, writing and closing can be made to fail. The C runtime is called by name and not
 // through a pointer; the linker is told to lead those names here (`--wrap`), where other streams just pass.
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
-#include <set>
 
 #include "embedded/foundation/audit.h"
 #include "platform/windows.h"
@@ -21,10 +22,17 @@ using Embedded::Audit;
 using Embedded::Faults;
 using Embedded::Held;
 
-std::set<std::FILE*>& openStreams()
+/// Nothing is allocated for them: that would be counted among the module's own allocations.
+std::array<std::FILE*, 64> openStreams;
+
+/// Replaces one entry by another; null stands for a place that is free.
+bool replaceOpenStream(std::FILE* former, std::FILE* next)
 {
-    static auto* const streams = new std::set<std::FILE*>; // the C runtime may close some at the very end
-    return *streams;
+    const auto place = std::ranges::find(openStreams, former);
+    if (place == openStreams.end())
+        return false;
+    *place = next;
+    return true;
 }
 
 std::FILE* openStream(const wchar_t* path, const wchar_t* mode, int sharing)
@@ -35,7 +43,7 @@ std::FILE* openStream(const wchar_t* path, const wchar_t* mode, int sharing)
         return nullptr;
     }
     std::FILE* const stream = real(path, mode, sharing);
-    if (stream != nullptr && openStreams().insert(stream).second)
+    if (stream != nullptr && replaceOpenStream(nullptr, stream))
         Audit::add(Held::textFile);
     return stream;
 }
@@ -43,7 +51,7 @@ std::FILE* openStream(const wchar_t* path, const wchar_t* mode, int sharing)
 /// Whether the stream's next step fails, and then marks it as the C runtime does.
 bool fails(std::FILE* stream, const char* step, int failure)
 {
-    if (!openStreams().contains(stream))
+    if (std::ranges::find(openStreams, stream) == openStreams.end())
         return false;
     const auto planned = Faults::strike(step, failure);
     if (planned) {
@@ -76,7 +84,7 @@ int __wrap_fclose(std::FILE* stream)
 {
     const bool planned = Tests::fails(stream, "_wfsopen.close", EIO);
     const int plannedError = errno;
-    if (Tests::openStreams().erase(stream) > 0)
+    if (Tests::replaceOpenStream(stream, nullptr))
         Embedded::Audit::remove(Embedded::Held::textFile);
     const int result = __real_fclose(stream);
     if (!planned)

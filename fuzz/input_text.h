@@ -1,0 +1,23 @@
+// The input as a text of wide characters.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "embedded/foundation/text.h"
+#include "fuzz/targets.h"
+
+namespace Fuzz {
+
+inline std::string_view viewOf(Input input)
+{
+    return {reinterpret_cast<const char*>(input.data()), input.size()};
+}
+
+/// From UTF-8, up to the first NUL.
+inline std::wstring wideTextOf(Input input)
+{
+    return Embedded::wideFromUtf8(viewOf(input).substr(0, viewOf(input).find('\0')));
+}
+
+} // namespace Fuzz

@@ -1,0 +1,24 @@
+#include "fuzz/oracle.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace Fuzz {
+
+void require(bool holds, std::string_view promise)
+{
+    if (holds)
+        return;
+    std::fprintf(stderr, "A promise that does not hold: %.*s\n", static_cast<int>(promise.size()), promise.data());
+    std::fflush(stderr);
+    std::abort();
+}
+
+NothingLeft::~NothingLeft()
+{
+    const std::string left = Embedded::Audit::difference(before_, Embedded::Audit::now());
+    require(left.empty(), "nothing is left behind; there is " + left);
+}
+
+} // namespace Fuzz

@@ -1,0 +1,49 @@
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "coordsys/orvel_coordinate_system.h"
+#include "embedded/foundation/text.h"
+#include "fuzz/byte_source.h"
+#include "fuzz/definition_round_trip.h"
+#include "fuzz/oracle.h"
+#include "fuzz/targets.h"
+
+namespace Fuzz {
+namespace {
+
+namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
+using DefinitionArray = Orvel::LibraryObject<Orvel::Library::DefinitionBaseArray>;
+
+/// As it is, or made of UTF-8, in which a fuzzer finds its way better; with the NUL unit that the caller owes.
+std::string blockOf(Input input)
+{
+    ByteSource source(input);
+    const bool isText = source.below(2) == 1;
+    const Input rest = source.rest();
+    const std::string_view bytes(reinterpret_cast<const char*>(rest.data()), rest.size());
+    std::string block = isText ? Embedded::utf16leFromWide(Embedded::wideFromUtf8(bytes)) : std::string(bytes);
+    block.append(block.size() % 2 + 2, '\0');
+    return block;
+}
+
+} // namespace
+
+void serializedBlock(Input input)
+{
+    const NothingLeft guard;
+    const std::string block = blockOf(input);
+    const std::vector<unsigned char> bytes(block.begin(), block.end());
+    DefinitionArray definitions;
+    const Qeapp::ErrorStatus result =
+        Cs::DeserializeCoordinateSystem(definitions.put(), bytes.data(), static_cast<int>(bytes.size()));
+    require(result == Qeapp::eOk || result == Qeapp::eInvalidInput, "bytes are a block or invalid input");
+    require(static_cast<bool>(definitions) == (result == Qeapp::eOk), "an array is handed out on success alone");
+    if (!definitions)
+        return;
+    require(definitions->GetCount() > 0, "a block holds a definition");
+    for (int index = 0; index < definitions->GetCount(); ++index)
+        requireTextRoundTrip(*definitions->GetItem(index));
+}
+
+} // namespace Fuzz

@@ -1,0 +1,126 @@
+#include "fuzz/session.h"
+
+#include <array>
+#include <exception>
+#include <memory>
+
+#include "embedded/host/application.h"
+#include "frame/application.h"
+#include "fuzz/oracle.h"
+#include "fuzz/sample_definitions.h"
+#include "storage/library_holder.h"
+
+namespace Fuzz {
+
+Session::Session(Input input)
+    : source_(input), document_(Embedded::openDocument(std::make_unique<QeDbDatabase>(anyVersion())))
+{
+    require(orvelApplication().load() == Qeapp::eOk, "the module can be loaded");
+}
+
+Session::~Session()
+{
+    letGoOfNamedObjects();
+    while (!snapshots_.empty())
+        abortTransaction();
+    if (isRegistered_)
+        removeReactor();
+    require(orvelApplication().unload() == Qeapp::eOk, "the module can be unloaded");
+    require(Embedded::closeDocument(document_) == Qeapp::eOk, "the document is not locked");
+}
+
+const std::vector<Session::Step>& Session::steps()
+{
+    static const std::vector<Step> all{
+        {&Session::startTransaction, true},
+        {&Session::commitTransaction, true},
+        {&Session::abortTransaction, true},
+        {&Session::holdNamedObjects, true},
+        {&Session::letGoOfNamedObjects, true},
+        {&Session::putForeignXrecord},
+        {&Session::putDefinitionChain},
+        {&Session::putLegacyCode},
+        {&Session::putGeoDataText},
+        {&Session::save},
+        {&Session::planFault},
+        {&Session::assignCode},
+        {&Session::assignDefinition},
+        {&Session::clear},
+        {&Session::readDefinitions},
+        {&Session::readDefinition},
+        {&Session::readCode},
+        {&Session::applyStorageVersion},
+        {&Session::serialize},
+        {&Session::addReactor},
+        {&Session::removeReactor},
+        {&Session::setReactorsMind},
+        {&Session::setConfiguration},
+        {&Session::clearConfiguration},
+        {&Session::findConfigured},
+    };
+    return all;
+}
+
+void Session::step()
+{
+    const Step& step = steps()[source_.below(steps().size())];
+    const Embedded::AuditCounts before = Embedded::Audit::now();
+    (this->*step.make)();
+    const std::string left = Embedded::Audit::difference(before, Embedded::Audit::now());
+    require(step.holds || left.empty(), "a step leaves nothing behind; there is " + left);
+}
+
+std::wstring Session::anyCode()
+{
+    static constexpr std::array kOthers{L"", L"EPSG:1", L"epsg:25832", L"nonsense"};
+    const std::vector<SampleDefinition>& samples = sampleDefinitions();
+    const std::size_t choice = source_.below(samples.size() + kOthers.size());
+    return choice < samples.size() ? samples[choice].code : kOthers.at(choice - samples.size());
+}
+
+QeDb::QeDbDwgVersion Session::anyVersion()
+{
+    constexpr int kVersions = QeDb::kCurrentDwg - QeDb::kOldestDwg + 1;
+    return static_cast<QeDb::QeDbDwgVersion>(QeDb::kOldestDwg + static_cast<int>(source_.below(kVersions)));
+}
+
+Qeapp::ErrorStatus Session::underFault(const std::function<Qeapp::ErrorStatus()>& call)
+{
+    const bool isPlanned = fault_.has_value();
+    if (isPlanned)
+        Embedded::Faults::arm(*fault_);
+    fault_.reset();
+    Qeapp::ErrorStatus result = Qeapp::eOutOfMemory;
+    try {
+        result = call();
+    } catch (const std::exception&) { // one that the library or an allocation raised passes through the module
+        result = Qeapp::eOutOfMemory;
+    }
+    Embedded::Faults::disarm();
+    isStruck_ = isPlanned && Embedded::Faults::struck() > 0;
+    return result;
+}
+
+std::optional<Embedded::DrawingImage> Session::image() const
+{
+    if (held_ && held_->isWriteEnabled())
+        return std::nullopt;
+    return Embedded::imageOf(*database());
+}
+
+std::optional<std::wstring> Session::storedCode() const
+{
+    Orvel::LibraryObject<Cs::CoordinateReferenceSystemDefinition> definition;
+    if (Cs::GetCoordinateSystem(definition.put(), nullptr, database()) != Qeapp::eOk)
+        return std::nullopt;
+    const wchar_t* code = L"";
+    require(!definition || definition->GetCode(code) == Orvel::Library::statusOk, "a definition has a code");
+    return code;
+}
+
+void Session::requireUnchanged(const std::optional<Embedded::DrawingImage>& before, std::string_view promise) const
+{
+    require(!before || Embedded::imageOf(*database()) == *before, promise);
+}
+
+} // namespace Fuzz

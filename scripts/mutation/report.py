@@ -1,0 +1,80 @@
+"""What became of the mutants, by file, and which survivors are not known to make no difference."""
+
+from pathlib import Path
+
+EQUIVALENT = Path("scripts/mutation/equivalent.txt")
+
+
+def known_equivalents(root: Path) -> dict[tuple[str, str, str], str]:
+    """File, text and change with the reason. The lines are told by their text, for their numbers change."""
+    path = root / EQUIVALENT
+    known = {}
+    for line in path.read_text().splitlines() if path.exists() else []:
+        if line.strip() and not line.startswith("#"):
+            file, text, change, reason = (part.strip() for part in line.split(" | "))
+            known[file, text, change] = reason
+    return known
+
+
+class Report:
+    def __init__(self, root: Path, files):
+        self.files = files
+        self.known = known_equivalents(root)
+        self.verdicts: dict = {}
+        self.described = {}
+        for each in files:
+            lines = each.source.decode().splitlines()
+            for place in each.places:
+                text = " ".join(each.source[place.begin : place.end].decode().split())
+                for index, change in enumerate(place.changes):
+                    self.described[place.first + index] = (each.name, place.line, text, change,
+                                                           lines[place.line - 1].strip())
+
+    def take(self, mutant: int, verdict):
+        self.verdicts[mutant] = verdict
+        if len(self.verdicts) % 100 == 0:
+            print(f"mutate: {len(self.verdicts)} of {len(self.described)} mutants were tried", flush=True)
+        if self.is_survivor(mutant):
+            print(self.line_of(mutant), flush=True)
+
+    def is_known(self, mutant: int) -> bool:
+        file, _, text, change, _ = self.described[mutant]
+        return (file, text, change) in self.known
+
+    def results(self) -> list[dict]:
+        keys = ("file", "line", "text", "change", "source")
+        return [dict(zip(keys, self.described[mutant])) | {"number": mutant} | vars(verdict)
+                for mutant, verdict in sorted(self.verdicts.items())]
+
+    def table(self) -> str:
+        rows = [("file", "mutants", "killed", "equivalent", "survived", "%", "left out", "seconds")]
+        for each in self.files:
+            rows.append(self.row(each.name, [each]))
+        if len(self.files) > 1:
+            rows.append(self.row("together", self.files))
+        widths = [max(len(row[column]) for row in rows) for column in range(len(rows[0]))]
+        return "\n".join("  ".join(cell.ljust(width) for cell, width in zip(row, widths)).rstrip() for row in rows)
+
+    def row(self, name: str, files) -> tuple[str, ...]:
+        numbers = [place.first + index for each in files for place in each.places
+                   for index in range(len(place.changes))]
+        made = [mutant for mutant in numbers if self.verdicts[mutant].outcome != "cannot be made"]
+        killed = [mutant for mutant in made if self.verdicts[mutant].outcome == "killed"]
+        equivalent = [mutant for mutant in made if mutant not in set(killed) and self.is_known(mutant)]
+        survived = len(made) - len(killed) - len(equivalent)
+        share = 100 * len(killed) / (len(killed) + survived) if killed or survived else 100
+        left_out = sum(each.left_out + each.refused for each in files) + len(numbers) - len(made)
+        seconds = sum(self.verdicts[mutant].seconds for mutant in numbers)
+        return (name, str(len(made)), str(len(killed)), str(len(equivalent)), str(survived), f"{share:.1f}",
+                str(left_out), f"{seconds:.0f}")
+
+    def is_survivor(self, mutant: int) -> bool:
+        return self.verdicts[mutant].outcome in ("survived", "not reached") and not self.is_known(mutant)
+
+    def line_of(self, mutant: int) -> str:
+        file, line, text, change, source = self.described[mutant]
+        outcome = self.verdicts[mutant].outcome
+        return f"{file}:{line}: {change} in `{text}` ({outcome}, {mutant})\n    {source}"
+
+    def survivors(self) -> list[str]:
+        return [self.line_of(mutant) for mutant in sorted(self.verdicts) if self.is_survivor(mutant)]

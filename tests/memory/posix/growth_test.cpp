@@ -1,0 +1,97 @@
+// One drawing, used again and again: nothing that the host, the module or the library keep for it may add up.
+#include <cstdlib>
+#include <functional>
+#include <iostream>
+
+#include "coordsys/orvel_transformation_config.h"
+#include "memory/posix/allocated_bytes.h"
+#include "storage/host_holders.h"
+#include "support/coordsys_test.h"
+#include "support/scoped_document.h"
+
+namespace Tests {
+namespace {
+
+constexpr auto kTheDrawing = Cs::CsTransformationConfigTargetType::Drawing;
+constexpr int kRoundsToWarmUp = 50;
+/// What the library may still put into its caches after that; a byte a round would be more.
+constexpr std::size_t kMostGrowthInBytes = 4096;
+
+/// ORVEL_ROUNDS in the environment asks for more than there are in an ordinary run.
+int rounds()
+{
+    const char* const wanted = std::getenv("ORVEL_ROUNDS");
+    return wanted != nullptr ? std::atoi(wanted) : ORVEL_MEMORY_ROUNDS;
+}
+
+class Growth : public PlatformTest {
+protected:
+    void expectNone(const std::function<void()>& round)
+    {
+        for (int count = 0; count < kRoundsToWarmUp; ++count)
+            round();
+        const Embedded::AuditCounts held = Embedded::Audit::now();
+        const std::size_t before = allocatedBytes();
+        for (int count = 0; count < rounds() && !HasFailure(); ++count)
+            round();
+        EXPECT_EQ(Embedded::Audit::difference(held, Embedded::Audit::now()), "");
+        const std::size_t now = allocatedBytes();
+        EXPECT_LE(now, before + kMostGrowthInBytes);
+        std::cout << rounds() << " rounds: " << static_cast<long>(now) - static_cast<long>(before) << " bytes more\n";
+    }
+    void assign(const wchar_t* code) { EXPECT_EQ(Cs::SetCoordinateSystem(code, drawing.database()), Qeapp::eOk); }
+    void expectCode(const wchar_t* expected)
+    {
+        Orvel::HostString code;
+        EXPECT_EQ(Cs::GetCoordinateSystem(code.put(), drawing.database()), Qeapp::eOk);
+        EXPECT_STREQ(code.get(), expected);
+    }
+    void convert(QeDb::QeDbDwgVersion version)
+    {
+        Library::Status status = kUntouched;
+        EXPECT_EQ(Cs::ApplyCoordinateSystemStorageVersion(drawing.database(), version, &status), Qeapp::eOk);
+    }
+
+    ScopedDocument drawing;
+};
+
+TEST_F(Growth, AssigningReadingConvertingAndClearing_LeavesNothingBehind)
+{
+    bool odd = false;
+    expectNone([&] {
+        odd = !odd;
+        const wchar_t* const code = odd ? L"EPSG:25832" : L"EPSG:27700";
+        assign(code);
+        expectCode(code);
+        convert(static_cast<QeDb::QeDbDwgVersion>(27));
+        expectCode(code);
+        convert(QeDb::kCurrentDwg);
+        EXPECT_EQ(Cs::ClearCoordinateSystem(drawing.database()), Qeapp::eOk);
+    });
+}
+
+TEST_F(Growth, ReplacingTheConfiguration_LeavesNothingBehind)
+{
+    const std::wstring text(1000, L'x');
+    expectNone([&] {
+        EXPECT_TRUE(Cs::SetCsTransformationConfig(text.c_str(), kTheDrawing));
+        Orvel::HostString read;
+        ASSERT_TRUE(Cs::GetCsTransformationConfig(read.put(), kTheDrawing));
+        EXPECT_EQ(read.get(), text);
+        EXPECT_TRUE(Cs::ClearCsTransformationConfig(kTheDrawing));
+    });
+}
+
+TEST_F(Growth, ConvertingAndTakingItBack_LeavesNothingBehind)
+{
+    QeDbTransactionManager& transactions = *drawing.database()->transactionManager();
+    assign(L"EPSG:25832");
+    expectNone([&] {
+        EXPECT_NE(transactions.startTransaction(), nullptr);
+        convert(static_cast<QeDb::QeDbDwgVersion>(27));
+        EXPECT_EQ(transactions.abortTransaction(), Qeapp::eOk);
+    });
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,109 @@
+// Every call of a save failing, once or from then on, or doing only part of its work: a save that reports success has
+// saved, and one that reports failure has changed nothing.
+#include "saves/posix/interrupted_save.h"
+
+#include <cerrno>
+
+namespace Tests {
+namespace {
+
+namespace fs = std::filesystem;
+using Way = Interruption::Way;
+
+class FailingSave : public InterruptedSave {
+protected:
+    struct Outcome {
+        bool succeeded = false;
+        fs::path folder;
+        std::vector<DiskCall> calls;
+    };
+
+    Outcome saveWith(const Interruption& interruption)
+    {
+        const fs::path place = fresh();
+        const WatchedFolder watched(place, interruption);
+        const bool succeeded = scenario().save(place);
+        return {succeeded, place, watched.calls()};
+    }
+    /// Fails, or does in another way, one call after the other, up to beyond the last.
+    template <class Check>
+    void atEachCall(Way way, int error, Check check)
+    {
+        for (std::size_t call = 0;; ++call) {
+            SCOPED_TRACE(nameOf(call));
+            const Outcome outcome = saveWith({way, call, error});
+            EXPECT_EQ(scenario().content(outcome.folder), outcome.succeeded ? after : before);
+            check(outcome);
+            if (call >= outcome.calls.size())
+                break;
+        }
+    }
+    static bool canBeInterrupted(const DiskCall& call)
+    {
+        using enum DiskCall::Kind;
+        constexpr DiskCall::Kind kinds[] = {open, create, write, truncate, flush, close};
+        return std::ranges::find(kinds, call.kind) != std::end(kinds) || call.name == "flock";
+    }
+    void expectNothingLeft(const Outcome& outcome)
+    {
+        for (const std::string& name : namesBelow(outcome.folder))
+            EXPECT_EQ(name.find(".saving-"), std::string::npos) << name;
+    }
+    void expectTheNextSaveToSucceed(const Outcome& outcome)
+    {
+        EXPECT_TRUE(scenario().save(outcome.folder));
+        EXPECT_EQ(scenario().content(outcome.folder), after);
+        EXPECT_EQ(namesBelow(outcome.folder), names);
+    }
+};
+
+TEST_P(FailingSave, ACallThatFailsLeavesTheOldOrTheNewAndNothingElse)
+{
+    for (const int error : {EIO, EACCES, ENOSPC}) {
+        atEachCall(Way::fails, error, [&](const Outcome& outcome) {
+            expectNothingLeft(outcome);
+            expectTheNextSaveToSucceed(outcome);
+        });
+    }
+}
+
+TEST_P(FailingSave, ADiskThatFailsFromSomeCallOnLeavesTheOldOrTheNew)
+{
+    atEachCall(Way::failsFromHereOn, EIO, [&](const Outcome& outcome) { expectTheNextSaveToSucceed(outcome); });
+}
+
+TEST_P(FailingSave, ASignalInterruptsAndDoesNotHinder)
+{
+    for (std::size_t call = 0; call < calls.size(); ++call) {
+        if (!canBeInterrupted(calls[call]))
+            continue;
+        SCOPED_TRACE(nameOf(call));
+        const Outcome outcome = saveWith({Way::interrupted, call, 0});
+        EXPECT_TRUE(outcome.succeeded);
+        EXPECT_EQ(scenario().content(outcome.folder), after);
+        EXPECT_EQ(namesBelow(outcome.folder), names);
+    }
+}
+
+TEST_P(FailingSave, AWriteThatTakesOneByteOnlyIsContinued)
+{
+    atEachCall(Way::writesOne, 0, [&](const Outcome& outcome) { EXPECT_TRUE(outcome.succeeded); });
+}
+
+TEST_P(FailingSave, AWriteThatTakesNothingIsAFailure)
+{
+    std::size_t refused = 0;
+    atEachCall(Way::writesNone, 0, [&](const Outcome& outcome) {
+        refused += outcome.succeeded ? 0U : 1U;
+        expectNothingLeft(outcome);
+    });
+    EXPECT_GE(refused, 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, FailingSave,
+                         testing::Values(kNewDrawing, kReplacedDrawing, kLinkedDrawing, kFirstValue, kFurtherValue,
+                                         kCompaction),
+                         [](const auto& scenario) { return std::string(scenario.param.name); });
+
+} // namespace
+} // namespace Tests

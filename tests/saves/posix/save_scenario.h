@@ -1,0 +1,41 @@
+// What is saved, in a folder of a test's own: the kinds of saves that the tests interrupt.
+#pragma once
+
+#include <filesystem>
+#include <ostream>
+#include <string>
+
+namespace Tests {
+
+struct SaveScenario {
+    const char* name; // a constant, as the others are, for the tests are listed before all else
+    /// Puts into an empty folder what is there before the save.
+    void (*prepare)(const std::filesystem::path& folder);
+    /// The save. Whether it reported success.
+    bool (*save)(const std::filesystem::path& folder);
+    /// What a program finds that opens it, as a text: empty where there is nothing, and with "refused" in front where
+    /// that is not understood.
+    std::string (*content)(const std::filesystem::path& folder);
+
+    friend std::ostream& operator<<(std::ostream& stream, const SaveScenario& scenario)
+    {
+        return stream << scenario.name;
+    }
+};
+
+/// A drawing where there was none, one that replaces an older one, and one that does so where a link leads.
+extern const SaveScenario kNewDrawing;
+extern const SaveScenario kReplacedDrawing;
+extern const SaveScenario kLinkedDrawing;
+/// The registry's first value, which makes the file and its folder; one more value; and one with which the file is
+/// rewritten without what is superfluous.
+extern const SaveScenario kFirstValue;
+extern const SaveScenario kFurtherValue;
+extern const SaveScenario kCompaction;
+
+/// As the values of those scenarios are read from whatever registry file.
+std::string registryContent(const std::filesystem::path& folder);
+/// Sets one value of them. Whether that succeeded.
+bool setRegistryValue(const std::filesystem::path& folder, const wchar_t* name, const std::wstring& text);
+
+} // namespace Tests

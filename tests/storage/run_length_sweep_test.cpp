@@ -1,0 +1,48 @@
+// Every small input, and every pair of runs and literals. Of what would take long, each so-manieth; the whole is walked
+// by orvel_codec_torture.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+
+#include "storage/run_length_sweep.h"
+
+namespace Tests {
+namespace {
+
+constexpr std::size_t kMostCapacity = 130; // what a run and a literal at their borders take
+
+void expectAgreement(const SweepResult& result, std::uint64_t inputs)
+{
+    EXPECT_EQ(result.disagreement, "");
+    EXPECT_EQ(result.inputs, inputs);
+}
+
+TEST(RunLengthSweep, EveryInputOfUpToTwoBytes_IsUnpackedAlikeIntoEveryCapacity)
+{
+    expectAgreement(sweepUnpacking(0, kMostCapacity), 1);
+    expectAgreement(sweepUnpacking(1, kMostCapacity), 256);
+    expectAgreement(sweepUnpacking(2, kMostCapacity), 65536);
+}
+
+TEST(RunLengthSweep, InputsOfThreeBytes_AreUnpackedAlikeIntoEveryCapacity)
+{
+    constexpr std::uint64_t kStride = std::uint64_t{7} * ORVEL_TEXT_STRIDE;
+    expectAgreement(sweepUnpacking(3, kMostCapacity, kStride), 0x1000000 / kStride + 1);
+}
+
+TEST(RunLengthSweep, EveryStringOfUpToTenBytesOverThreeSymbols_IsPackedAlikeAndBack)
+{
+    std::uint64_t strings = 1;
+    for (std::size_t length = 0; length <= 10; ++length, strings *= 3)
+        expectAgreement(sweepPacking(length, 3), strings);
+}
+
+TEST(RunLengthSweep, RunsAndLiteralsSideBySide_ArePackedAlikeAndBack)
+{
+    constexpr std::uint64_t kStride =
+        std::uint64_t{3} * ORVEL_TEXT_STRIDE; // no divisor of the lengths, so that all of them occur
+    expectAgreement(sweepAlternations(400, kStride), 8 * (160000 / kStride + 1));
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,30 @@
+#include "sweep/configurations.h"
+
+#include <stdexcept>
+
+#include "embedded/foundation/text.h"
+#include "support/chain.h"
+#include "sweep/systems.h"
+#include "transformation/drawing_config.h"
+
+namespace Tests {
+
+Setting configuredDrawing(const std::wstring& text)
+{
+    const ScopedDocument document;
+    const Orvel::CResbufDictionary dictionary(Orvel::kTransformationConfigDictionary, document.database());
+    if (!dictionary.SetResbuf(Orvel::kTransformationConfigKey, chainOf({{300, text}}).get(), nullptr))
+        throw std::runtime_error("setting up a drawing: its configuration");
+    return {.drawing = Embedded::imageOf(*document.database())};
+}
+
+Setting configuredUser(const std::vector<std::wstring>& elements)
+{
+    Setting setting = emptyDrawing();
+    setting.settingsFile.emplace();
+    for (const std::wstring& element : elements)
+        *setting.settingsFile += Embedded::utf8FromWide(element) + "\r\n";
+    return setting;
+}
+
+} // namespace Tests

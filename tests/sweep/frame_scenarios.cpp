@@ -1,0 +1,47 @@
+// The entry point: loading and unloading.
+#include "embedded/host/application.h"
+#include "frame/application.h"
+#include "frame/entry_point.h"
+#include "sweep/scenario.h"
+#include "sweep/systems.h"
+
+namespace Tests {
+namespace {
+
+/// In the end the module is unloaded, whatever became of the message.
+class SendMessage : public Call {
+public:
+    SendMessage(int message, bool isLoadedBefore) : message_(message)
+    {
+        if (isLoadedBefore) {
+            EXPECT_EQ(orvelApplication().load(), Qeapp::eOk);
+        }
+    }
+    ~SendMessage() override { EXPECT_EQ(orvelApplication().unload(), Qeapp::eOk); }
+    int make(Stage& /*stage*/) override { return qerxEntryPoint(message_, &handle_); }
+
+private:
+    int message_;
+    int handle_ = 0; // the host knows no such module
+};
+
+Scenario sending(const std::string& name, int message, bool isLoadedBefore)
+{
+    return {.function = "qerxEntryPoint",
+            .name = name,
+            .setting = emptyDrawing,
+            .call = calling<SendMessage>(message, isLoadedBefore)};
+}
+
+} // namespace
+
+Scenarios frameScenarios()
+{
+    return {
+        sending("load", QeRx::kInitAppMsg, false),
+        sending("load twice", QeRx::kInitAppMsg, true),
+        sending("unload", QeRx::kUnloadAppMsg, true),
+    };
+}
+
+} // namespace Tests

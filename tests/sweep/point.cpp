@@ -1,0 +1,49 @@
+#include "sweep/point.h"
+
+#include <cstdlib>
+#include <stdexcept>
+
+#include "support/variables.h"
+
+namespace Tests {
+namespace {
+
+const std::optional<std::string>& wanted()
+{
+    static const std::optional<std::string> name = variableNamed("ORVEL_SWEEP_POINT");
+    return name;
+}
+
+std::string prefixOf(const Scenario& scenario, FaultKind kind)
+{
+    return nameOf(scenario) + ":" + nameOf(kind) + ":";
+}
+
+} // namespace
+
+std::string pointName(const Scenario& scenario, FaultKind kind, const FaultPlace& place)
+{
+    return prefixOf(scenario, kind) + textOf(place);
+}
+
+bool isReplaying()
+{
+    return wanted().has_value();
+}
+
+std::optional<FaultPlace> placeToReplay(const Scenario& scenario, FaultKind kind)
+{
+    const std::string prefix = prefixOf(scenario, kind);
+    if (!wanted() || !wanted()->starts_with(prefix))
+        return std::nullopt;
+    const std::string numbers = wanted()->substr(prefix.size());
+    const std::size_t comma = numbers.find(',');
+    try {
+        const std::size_t first = std::stoul(numbers);
+        return FaultPlace{first, comma == std::string::npos ? 0 : std::stoul(numbers.substr(comma + 1))};
+    } catch (const std::logic_error&) {
+        throw std::runtime_error("ORVEL_SWEEP_POINT ends in no number: " + *wanted());
+    }
+}
+
+} // namespace Tests

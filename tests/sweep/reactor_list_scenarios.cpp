@@ -1,0 +1,134 @@
+// The list of reactors and the setting that clients share.
+#include "coordsys/orvel_coordinate_system.h"
+#include "sweep/scenario.h"
+#include "sweep/systems.h"
+
+namespace Tests {
+namespace {
+
+namespace Reactors = Zentara::Gis::Orvel::CoordinateSystem;
+
+/// With more registered before, so that the list has to grow.
+class AddReactor : public Call {
+public:
+    explicit AddReactor(std::size_t others) : others_(others, CountingReactor(Veto::none))
+    {
+        for (CountingReactor& other : others_)
+            EXPECT_EQ(Reactors::AddCoordinateSystemReactor(&other), Qeapp::eOk);
+    }
+    ~AddReactor() override
+    {
+        for (CountingReactor& other : others_)
+            EXPECT_EQ(Reactors::RemoveCoordinateSystemReactor(&other), Qeapp::eOk);
+        const bool isRegistered = Reactors::RemoveCoordinateSystemReactor(&added_) == Qeapp::eOk;
+        EXPECT_EQ(isRegistered, wasAdded_);
+    }
+    int make(Stage& /*stage*/) override
+    {
+        const Qeapp::ErrorStatus result = Reactors::AddCoordinateSystemReactor(&added_);
+        wasAdded_ = result == Qeapp::eOk;
+        return result;
+    }
+
+private:
+    std::vector<CountingReactor> others_;
+    CountingReactor added_{Veto::none};
+    bool wasAdded_ = false;
+};
+
+/// What happened to the reactor before, and how many others there are.
+class RemoveReactor : public Call {
+public:
+    RemoveReactor(bool wasAdded, std::size_t others) : others_(others, CountingReactor(Veto::none))
+    {
+        if (wasAdded) {
+            EXPECT_EQ(Reactors::AddCoordinateSystemReactor(&reactor_), Qeapp::eOk);
+        }
+        for (CountingReactor& other : others_)
+            EXPECT_EQ(Reactors::AddCoordinateSystemReactor(&other), Qeapp::eOk);
+    }
+    ~RemoveReactor() override
+    {
+        for (CountingReactor& other : others_)
+            EXPECT_EQ(Reactors::RemoveCoordinateSystemReactor(&other), Qeapp::eOk);
+    }
+    int make(Stage& /*stage*/) override { return Reactors::RemoveCoordinateSystemReactor(&reactor_); }
+
+private:
+    std::vector<CountingReactor> others_;
+    CountingReactor reactor_{Veto::none};
+};
+
+class SetFlag : public Call {
+public:
+    explicit SetFlag(bool value) : value_(value) {}
+    ~SetFlag() override { EXPECT_EQ(Reactors::SetInitializeGeodataParameters(false), Qeapp::eOk); }
+    int make(Stage& /*stage*/) override { return Reactors::SetInitializeGeodataParameters(value_); }
+
+private:
+    bool value_;
+};
+
+class GetFlag : public Call {
+public:
+    explicit GetFlag(bool value) : value_(value), read_(!value)
+    {
+        EXPECT_EQ(Reactors::SetInitializeGeodataParameters(value), Qeapp::eOk);
+    }
+    ~GetFlag() override { EXPECT_EQ(Reactors::SetInitializeGeodataParameters(false), Qeapp::eOk); }
+    int make(Stage& /*stage*/) override { return Reactors::GetInitializeGeodataParameters(read_); }
+    void expectOutParameters(const Outcome& /*outcome*/) const override { EXPECT_EQ(read_, value_); }
+
+private:
+    bool value_;
+    bool read_;
+};
+
+/// The stage's own, which is registered.
+class AddRegisteredReactor : public Call {
+public:
+    int make(Stage& stage) override { return Reactors::AddCoordinateSystemReactor(&stage.reactor()); }
+};
+
+Scenario ofTheList(const std::string& function, const std::string& name, std::function<std::unique_ptr<Call>()> call)
+{
+    return {.function = function,
+            .name = name,
+            .setting = emptyDrawing,
+            .call = std::move(call),
+            .answersOutOfMemory = true};
+}
+
+/// One that has nothing to fail.
+Scenario infallible(const std::string& function, const std::string& name, std::function<std::unique_ptr<Call>()> call,
+                    int expected = Qeapp::eOk)
+{
+    Scenario scenario = ofTheList(function, name, std::move(call));
+    scenario.setting = [] { return heard(emptyDrawing()); };
+    scenario.canFail = false;
+    scenario.expected = expected;
+    return scenario;
+}
+
+} // namespace
+
+Scenarios reactorListScenarios()
+{
+    const std::string adding = "AddCoordinateSystemReactor";
+    const std::string removing = "RemoveCoordinateSystemReactor";
+    return {
+        ofTheList(adding, "first", calling<AddReactor>(0U)),
+        ofTheList(adding, "third", calling<AddReactor>(2U)),
+        ofTheList(adding, "fifth", calling<AddReactor>(4U)),
+        infallible(adding, "twice", calling<AddRegisteredReactor>(), Qeapp::eInvalidInput),
+        infallible(removing, "one of two", calling<RemoveReactor>(true, 0U)),
+        infallible(removing, "one of six", calling<RemoveReactor>(true, 4U)),
+        infallible(removing, "not registered", calling<RemoveReactor>(false, 1U), Qeapp::eInvalidInput),
+        infallible("SetInitializeGeodataParameters", "to true", calling<SetFlag>(true)),
+        infallible("SetInitializeGeodataParameters", "to false", calling<SetFlag>(false)),
+        infallible("GetInitializeGeodataParameters", "true", calling<GetFlag>(true)),
+        infallible("GetInitializeGeodataParameters", "false", calling<GetFlag>(false)),
+    };
+}
+
+} // namespace Tests

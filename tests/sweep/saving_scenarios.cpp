@@ -1,0 +1,74 @@
+// A drawing saved by the host, for which the module's decomposition reactor converts it.
+#include "embedded/host/drawing_file.h"
+#include "frame/application.h"
+#include "sweep/scenario.h"
+#include "sweep/systems.h"
+
+namespace Tests {
+namespace {
+
+constexpr auto kOldVersion = static_cast<QeDb::QeDbDwgVersion>(29);
+
+/// With the module loaded for as long as it takes.
+class Save : public Call {
+public:
+    Save(QeDb::QeDbDwgVersion version, bool toFile) : version_(version), toFile_(toFile)
+    {
+        EXPECT_EQ(orvelApplication().load(), Qeapp::eOk);
+    }
+    ~Save() override { EXPECT_EQ(orvelApplication().unload(), Qeapp::eOk); }
+    int make(Stage& stage) override
+    {
+        if (toFile_)
+            return Embedded::saveDrawing(*stage.database(), stage.drawingFile(), version_).status;
+        return Embedded::saveDrawing(*stage.database(), version_,
+                                     [this](std::string_view text) {
+                                         length_ = text.size();
+                                         return Embedded::FileResult{};
+                                     })
+            .status;
+    }
+    void expectOutParameters(const Outcome& outcome) const override
+    {
+        EXPECT_FALSE(outcome == returning(0) && !toFile_ && length_ == 0) << "nothing was written";
+    }
+
+private:
+    QeDb::QeDbDwgVersion version_;
+    bool toFile_;
+    std::size_t length_ = 0;
+};
+
+Scenario saving(const std::string& name, std::function<Setting()> setting, QeDb::QeDbDwgVersion version,
+                bool toFile = false, int expected = 0)
+{
+    return {.function = "saving a drawing",
+            .name = name,
+            .setting = std::move(setting),
+            .call = calling<Save>(version, toFile),
+            .promise = Promise::allOrNothing,
+            .expected = expected,
+            .survivesHostShortage = false, // the JSON library's destructors allocate
+            .answersOutOfMemory = true};
+}
+
+Setting savedBefore()
+{
+    Setting setting = drawingWithGeoData();
+    setting.savedDrawing = "what was saved before";
+    return setting;
+}
+
+} // namespace
+
+Scenarios savingScenarios()
+{
+    return {
+        saving("for an older version", drawingWithGeoData, kOldVersion),
+        saving("for an older version again", drawingWithAllForms, kOldVersion),
+        saving("refused conversion", drawingWithUnknownLegacyCode, kOldVersion, false, Qeapp::eNotApplicable),
+        saving("over a file", savedBefore, kOldVersion, true),
+    };
+}
+
+} // namespace Tests

@@ -1,0 +1,158 @@
+#include "sweep/stage.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "embedded/host/drawing_file.h"
+#include "sweep/drawing_contents.h"
+#include "transformation/registry_settings.h"
+#include "transformation/registry_value.h"
+
+namespace Tests {
+namespace {
+
+using Names = std::vector<std::wstring>;
+
+void demand(bool done, const char* what)
+{
+    if (!done)
+        throw std::runtime_error(std::string("setting a stage: ") + what);
+}
+
+std::optional<std::string> bytesOf(const std::filesystem::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream)
+        return std::nullopt;
+    return std::string(std::istreambuf_iterator<char>(stream), {});
+}
+
+void putFile(const std::filesystem::path& file, const std::optional<std::string>& bytes)
+{
+    std::filesystem::remove(file);
+    if (bytes)
+        demand(static_cast<bool>(std::ofstream(file, std::ios::binary) << *bytes), "the settings file");
+}
+
+/// Each value, in the registry's order.
+std::vector<std::wstring> valuesInRegistry()
+{
+    const std::wstring key = Orvel::RegistrySettingsKey();
+    Names names;
+    std::vector<std::wstring> values;
+    if (!Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, key, names))
+        return values;
+    for (const std::wstring& name : names) {
+        std::wstring value;
+        demand(Orvel::RegistryQueryString(HKEY_CURRENT_USER, key, name, value), "a registry value");
+        values.push_back(value);
+    }
+    return values;
+}
+
+bool isBlankChain(const Embedded::ObjectImage& object)
+{
+    return object.extendedData.empty();
+}
+
+bool hasXrecordEntry(const Embedded::ObjectImage& object)
+{
+    const auto* const dictionary = std::get_if<Embedded::DictionaryImage>(&object.contents);
+    if (dictionary == nullptr)
+        return false;
+    for (const auto& [key, handle] : dictionary->entries) {
+        if (key == L"ORVEL_CSINDWG_REGAPP")
+            return true;
+    }
+    return false;
+}
+
+bool hasGeoDataText(const Embedded::ObjectImage& object)
+{
+    const auto* const geoData = std::get_if<Embedded::GeoDataImage>(&object.contents);
+    return geoData != nullptr && !geoData->coordinateSystem.empty();
+}
+
+} // namespace
+
+std::string differenceOf(const Stored& left, const Stored& right)
+{
+    std::string difference;
+    if (!(left.drawing == right.drawing))
+        difference +=
+            Embedded::drawingTextFrom(left.drawing) + "\ndiffers from\n" + Embedded::drawingTextFrom(right.drawing);
+    if (left.settingsFile != right.settingsFile)
+        difference += "settings file: " + left.settingsFile.value_or("none") + "\ndiffers from\n" +
+                      right.settingsFile.value_or("none");
+    if (left.registryValues != right.registryValues)
+        difference += "registry: " + std::to_string(left.registryValues.size()) + " values differ from " +
+                      std::to_string(right.registryValues.size());
+    if (left.savedDrawing != right.savedDrawing)
+        difference += "saved drawing";
+    return difference;
+}
+
+bool haveSameContents(const Stored& left, const Stored& right)
+{
+    return contentsOf(left.drawing) == contentsOf(right.drawing) && left.settingsFile == right.settingsFile &&
+           left.registryValues == right.registryValues &&
+           left.savedDrawing.has_value() == right.savedDrawing.has_value();
+}
+
+Stage::Stage(const Setting& setting, const TemporaryFolder& folder)
+    : folder_(folder.path()),
+      drawingFile_(folder.path() / "drawing.qedb"),
+      hasReactor_(setting.hasReactor),
+      userFolder_("VORLEN_USER_DICTIONARY_PATH", folder.path().string()),
+      document_(Embedded::databaseFrom(setting.drawing)),
+      reactor_(setting.veto)
+{
+    putFile(settingsFile(), setting.settingsFile);
+    putFile(drawingFile_, setting.savedDrawing);
+    if (setting.usesRegistry) {
+        std::filesystem::remove(folder_ / "registry.jsonl");
+        registry_.emplace(folder, folder_ / "registry.jsonl");
+        putRegistryValues(setting.registryValues);
+    }
+    if (setting.isLockedElsewhere)
+        otherLock_.emplace(document_.get());
+    if (hasReactor_)
+        demand(Zentara::Gis::Orvel::CoordinateSystem::AddCoordinateSystemReactor(&reactor_) == Qeapp::eOk,
+               "the reactor");
+}
+
+Stage::~Stage()
+{
+    if (hasReactor_) {
+        EXPECT_EQ(Zentara::Gis::Orvel::CoordinateSystem::RemoveCoordinateSystemReactor(&reactor_), Qeapp::eOk);
+    }
+}
+
+Stored Stage::stored() const
+{
+    return {Embedded::imageOf(*database()), bytesOf(settingsFile()),
+            registry_ ? valuesInRegistry() : std::vector<std::wstring>(), bytesOf(drawingFile_)};
+}
+
+bool Stage::hasNoSystem() const
+{
+    const Embedded::DrawingImage image = Embedded::imageOf(*database());
+    for (const Embedded::ObjectImage& object : image.objects) {
+        if (!isBlankChain(object) || hasXrecordEntry(object) || hasGeoDataText(object))
+            return false;
+    }
+    return true;
+}
+
+void Stage::putRegistryValues(const std::vector<std::wstring>& values) const
+{
+    int number = 0;
+    for (const std::wstring& value : values)
+        demand(Orvel::RegistrySetString(HKEY_CURRENT_USER, Orvel::RegistrySettingsKey(),
+                                        L"Item" + std::to_wstring(++number), value),
+               "a registry value");
+}
+
+} // namespace Tests

@@ -1,0 +1,202 @@
+// Kills processes that save, at random moments, and looks at what they leave: the last state that was reported as saved
+// or the one that was on its way, whole.
+//
+//     orvel_kill_torture [KILLS [SEED]]
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <random>
+#include <stdexcept>
+#include <string>
+
+#include "embedded/host/drawing_file.h"
+#include "saves/posix/save_scenario.h"
+#include "support/drawing.h"
+#include "support/temporary_folder.h"
+
+namespace Tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Number = std::uint32_t;
+
+/// Something that can be saved with a number in it.
+struct Saved {
+    const char* name;
+    bool (*save)(const fs::path& folder, Number number);
+    /// The number that is found; throws when that is nothing whole.
+    Number (*found)(const fs::path& folder);
+};
+
+[[noreturn]] void refuse(const std::string& found)
+{
+    throw std::runtime_error("found: " + found.substr(0, 200));
+}
+
+/// So long that a save takes a while, and of a length that depends on the number, so that no two mix unnoticed.
+std::wstring textOf(Number number)
+{
+    return std::to_wstring(number) + L':' +
+           std::wstring(2'000 + number % 3'000, static_cast<wchar_t>(L'a' + number % 26));
+}
+
+Number numberIn(const std::wstring& text)
+{
+    const auto number = static_cast<Number>(std::wcstoul(text.c_str(), nullptr, 10));
+    if (text != textOf(number))
+        refuse("a text that was never saved");
+    return number;
+}
+
+bool saveDrawing(const fs::path& folder, Number number)
+{
+    Drawing drawing;
+    drawing.withGeoData(textOf(number)).withXrecord({{300, textOf(number)}});
+    return Embedded::saveDrawing(*drawing.database(), folder / "a.qedb", QeDb::kCurrentDwg).status == Qeapp::eOk;
+}
+
+Number drawingFound(const fs::path& folder)
+{
+    std::unique_ptr<QeDbDatabase> database;
+    if (const Embedded::FileResult result = Embedded::loadDrawing(folder / "a.qedb", database); !database)
+        refuse(result.message);
+    const Drawing drawing(std::move(database));
+    const Number number = numberIn(drawing.geoDataText().value_or(L""));
+    if (drawing.xrecord() != Items{{300, textOf(number)}})
+        refuse("two numbers in one drawing");
+    return number;
+}
+
+bool saveValue(const fs::path& folder, Number number)
+{
+    return setRegistryValue(folder, L"value", textOf(number));
+}
+
+Number valueFound(const fs::path& folder)
+{
+    const std::string content = registryContent(folder);
+    if (!content.starts_with("value=") || !content.ends_with('\n'))
+        refuse(content);
+    return numberIn(std::wstring(content.begin() + 6, content.end() - 1));
+}
+
+/// A process that saves one number after the other and reports each.
+class Saver {
+public:
+    Saver(const Saved& saved, const fs::path& folder, Number first)
+    {
+        int ends[2] = {-1, -1};
+        if (::pipe(ends) != 0 || (process_ = ::fork()) < 0)
+            throw std::runtime_error("no process could be started");
+        reports_ = ends[0];
+        if (process_ != 0) {
+            static_cast<void>(::close(ends[1])); // or the reports would never end
+            return;
+        }
+        for (Number number = first; saved.save(folder, number); ++number) {
+            if (::write(ends[1], &number, sizeof number) != sizeof number)
+                break;
+        }
+        ::_exit(1);
+    }
+    Saver(const Saver&) = delete;
+    Saver& operator=(const Saver&) = delete;
+    ~Saver() { static_cast<void>(::close(reports_)); } // it was read to its end
+
+    /// The last number that was reported, after that time; 0 for none.
+    Number killAfter(unsigned microseconds)
+    {
+        static_cast<void>(::usleep(microseconds)); // a shorter time is as random
+        if (::kill(process_, SIGKILL) != 0)
+            throw std::runtime_error("the process could not be killed");
+        int status = 0;
+        if (::waitpid(process_, &status, 0) != process_ || !WIFSIGNALED(status))
+            throw std::runtime_error("the process ended by itself");
+        Number last = 0;
+        for (Number number = 0; ::read(reports_, &number, sizeof number) == sizeof number;)
+            last = number;
+        return last;
+    }
+
+private:
+    int reports_ = -1;
+    pid_t process_ = -1;
+};
+
+struct Counts {
+    int old = 0;
+    int replaced = 0;
+    int leftBehind = 0;
+};
+
+bool isTemporaryThere(const fs::path& folder)
+{
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        if (entry.path().filename().native().starts_with(".saving-"))
+            return true;
+    }
+    return false;
+}
+
+/// Number 1 is saved before the first process begins.
+Counts killOften(const Saved& saved, int kills, std::mt19937_64& random)
+{
+    const TemporaryFolder folder;
+    Counts counts;
+    Number last = 1;
+    if (!saved.save(folder.path(), last))
+        throw std::runtime_error("the first save failed");
+    for (int kill = 0; kill < kills; ++kill) {
+        const Number reported =
+            Saver(saved, folder.path(), last + 1).killAfter(static_cast<unsigned>(random() % 20'000));
+        last = reported != 0 ? reported : last;
+        counts.leftBehind += isTemporaryThere(folder.path()) ? 1 : 0;
+        const Number found = saved.found(folder.path());
+        if (found != last && found != last + 1)
+            refuse("number " + std::to_string(found) + " after " + std::to_string(last) + " was reported");
+        ++(found == last ? counts.old : counts.replaced);
+        last = found;
+    }
+    if (!saved.save(folder.path(), last + 1) || saved.found(folder.path()) != last + 1)
+        throw std::runtime_error("the last save failed");
+    if (isTemporaryThere(folder.path()))
+        throw std::runtime_error("a temporary file was left");
+    return counts;
+}
+
+constexpr Saved kDrawing = {"drawings", saveDrawing, drawingFound};
+constexpr Saved kRegistry = {"registry", saveValue, valueFound};
+
+int run(int kills, std::uint64_t seed)
+{
+    std::printf("kill torture: %d kills each, seed %llu\n", kills, static_cast<unsigned long long>(seed));
+    std::mt19937_64 random(seed);
+    for (const Saved& saved : {kDrawing, kRegistry}) {
+        try {
+            const Counts counts = killOften(saved, kills, random);
+            std::printf("%s: the old was found %d times and the new %d times, both whole; %d temporary files were left "
+                        "and removed\n",
+                        saved.name, counts.old, counts.replaced, counts.leftBehind);
+        } catch (const std::exception& failure) {
+            std::printf("%s: FAILED: %s\n", saved.name, failure.what());
+            return 1;
+        }
+    }
+    return 0;
+}
+
+} // namespace
+} // namespace Tests
+
+int main(int count, char** arguments)
+{
+    const int kills = count > 1 ? std::atoi(arguments[1]) : 1'000;
+    const std::uint64_t seed = count > 2 ? std::strtoull(arguments[2], nullptr, 10) : std::random_device()();
+    return Tests::run(kills, seed);
+}
