@@ -65,11 +65,12 @@ tidy: build/tidy/build.ninja ## Run clang-tidy over every C++ source
 	@echo "Running clang-tidy"
 	@$(CXX_SOURCES) | xargs -0 -P $(JOBS) -n 1 clang-tidy --quiet -p build/tidy
 
-coverage: ## Run every test with coverage counters and print what they reached
+coverage: ## Install what is missing, then tell how much of each folder the tests reach, and fail below the goals
 	@scripts/install-dependencies.sh coverage
 	@find build/coverage -name '*.gcda' -delete 2>/dev/null || true
 	@$(MAKE) check-coverage
-	@gcovr --root . --filter src/ --filter embedded/ --filter tools/ build/coverage
+	@echo "Summing up what was reached"
+	@scripts/coverage.py build/coverage
 
 bench: ## Install what is missing, then measure what transformation configurations cost, by their length
 	@scripts/install-dependencies.sh bench
@@ -105,9 +106,9 @@ valgrind: ## Install what is missing, then run the test programs under valgrind
 	@echo "Running the tests under valgrind"
 	@scripts/valgrind.sh build/valgrind/bin
 
-mutate: ## Install what is missing, then tell which changes of FILES, or with ALL=1 of all of src/, no test notices
+mutate: ## Install what is missing, then tell which changes of FILES, SINCE=REVISION or ALL=1 no test notices
 	@scripts/install-dependencies.sh mutate
-	@scripts/mutate $(if $(ALL),--all,$(FILES))
+	@scripts/mutate $(if $(ALL),--all,$(if $(SINCE),--since $(SINCE),$(FILES)))
 
 clean: ## Remove everything that was built
 	@echo "Removing build"

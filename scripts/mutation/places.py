@@ -145,8 +145,16 @@ class Finder:
 
     def at_call_expr(self, cursor):
         arguments = list(cursor.get_arguments())
+        if self.makes_room_only(cursor):
+            self.left_out += 1
+            return arguments
         if cursor.spelling in ("operator==", "operator!=", "operator<") and len(arguments) == 2:
             self.operands(cursor, *arguments)
+        return None
+
+    def makes_room_only(self, cursor) -> bool:
+        """No result depends on how much room a container has."""
+        return cursor.kind == Kind.CALL_EXPR and cursor.spelling == "reserve"
 
     def operands(self, cursor, left, right):
         written = self.operator_between(left, right)
@@ -348,7 +356,7 @@ class Finder:
             inner = self.inner(statement)
             step = inner.kind == Kind.UNARY_OPERATOR and re.search(rb"^(\+\+|--)|(\+\+|--)$", self.text_of(inner))
             assignment = inner.kind == Kind.BINARY_OPERATOR  # the only one that stands for itself
-            if inner.kind in CALLS or step or assignment:
+            if (inner.kind in CALLS and not self.makes_room_only(inner)) or step or assignment:
                 self.left_out_statement(statement)
 
     def left_out_statement(self, statement):

@@ -1,18 +1,25 @@
 """What became of the mutants, by file, and which survivors are not known to make no difference."""
 
+import re
 from pathlib import Path
 
 EQUIVALENT = Path("scripts/mutation/equivalent.txt")
+# The text and the change may be about the operator | themselves.
+LINE = re.compile(r"(?P<file>\S+) \| (?P<text>.+) \| "
+                  r"(?P<change>\| -> \S+|(?!-> )(?:(?! \| ).)+(?: \|)?) \| (?P<reason>[^|]+)")
 
 
 def known_equivalents(root: Path) -> dict[tuple[str, str, str], str]:
-    """File, text and change with the reason. The lines are told by their text, for their numbers change."""
+    """File, text and change with the reason. The places are told by their text, for the numbers of lines change; where
+    the same text stands elsewhere in the file, the text is the whole line of the source but for a comment."""
     path = root / EQUIVALENT
     known = {}
     for line in path.read_text().splitlines() if path.exists() else []:
         if line.strip() and not line.startswith("#"):
-            file, text, change, reason = (part.strip() for part in line.split(" | "))
-            known[file, text, change] = reason
+            parts = LINE.fullmatch(line.strip())
+            if parts is None:
+                raise ValueError(f"{EQUIVALENT}: no file, text, change and reason: {line}")
+            known[parts["file"], parts["text"], parts["change"]] = parts["reason"]
     return known
 
 
@@ -38,8 +45,9 @@ class Report:
             print(self.line_of(mutant), flush=True)
 
     def is_known(self, mutant: int) -> bool:
-        file, _, text, change, _ = self.described[mutant]
-        return (file, text, change) in self.known
+        file, _, text, change, source = self.described[mutant]
+        line = source.split(" //")[0].rstrip()
+        return (file, text, change) in self.known or (file, line, change) in self.known
 
     def results(self) -> list[dict]:
         keys = ("file", "line", "text", "change", "source")

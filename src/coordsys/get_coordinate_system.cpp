@@ -142,7 +142,7 @@ Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefinition*& def
         return Qeapp::eNoDatabase;
     definition = nullptr;
     bool known = false;
-    const ::Orvel::ScopedReport<bool> knownReport(knownToCatalog, &known, nullptr, false, false);
+    const ::Orvel::ScopedReport<bool> knownReport(knownToCatalog, &known);
     ArrayHolder definitions;
     Qeapp::ErrorStatus result = GetCoordinateSystem(definitions.put(), database, status);
     if (result != Qeapp::eOk || !definitions || definitions->GetCount() == 0)

@@ -15,7 +15,9 @@ namespace Orvel {
 template <class Value>
 class ScopedReport {
 public:
-    ScopedReport(Value* caller, const Value* local, const Qeapp::ErrorStatus* result, Value unset, Value fallback)
+    /// Without a result to track the last two do not matter.
+    ScopedReport(Value* caller, const Value* local, const Qeapp::ErrorStatus* result = nullptr, Value unset = {},
+                 Value fallback = {})
         : caller_(caller), local_(local), result_(result), unset_(unset), fallback_(fallback)
     {
     }

@@ -20,7 +20,7 @@ namespace {
 std::wstring announcedName(const CoordinateReferenceSystemDefinition* definition)
 {
     const wchar_t* const code = ::Orvel::CodeOf(definition);
-    return code != nullptr ? std::wstring(code) : std::wstring();
+    return code != nullptr ? code : L"";
 }
 
 Qeapp::ErrorStatus assign(const CoordinateReferenceSystemDefinition* definition, QeDbDatabase* db,

@@ -1,6 +1,7 @@
 #include "frame/application.h"
 
 #include <memory>
+#include <utility>
 
 #include "frame/decomposition_reactor.h"
 
@@ -41,8 +42,8 @@ Qeapp::ErrorStatus COrvelCoordsysCoreApp::unload()
     QeDbDecompositionManager* const manager = qedbGetDecompositionManager();
     if (manager == nullptr)
         return Qeapp::eNotApplicable;
-    static_cast<void>(manager->removeReactor(decompositionReactor.get())); // it is deleted whatever the manager says
-    decompositionReactor.reset();
+    const auto reactor = std::move(decompositionReactor);     // for the end of this scope to delete
+    static_cast<void>(manager->removeReactor(reactor.get())); // it is deleted whatever the manager says
     DecompositionReactorRegistered = false;
     return Qeapp::eOk;
 }

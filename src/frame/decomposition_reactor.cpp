@@ -10,7 +10,7 @@ Qeapp::ErrorStatus OrvelCoordsysCoreDecompositionReactor::decomposeForSave(QeDbD
     const Qeapp::ErrorStatus result =
         Zentara::Gis::Orvel::CoordinateSystem::ApplyCoordinateSystemStorageVersion(database, version, nullptr);
     if (result == Qeapp::eOk)
-        return result;
+        return Qeapp::eOk;
     if (errors != nullptr)
         return errors->recordError(result);
     if (messages != nullptr)

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <iterator>
 #include <string_view>
+#include <type_traits>
 
 #include "platform/windows.h"
 #include "storage/holder.h"
@@ -22,51 +23,51 @@ struct ComTextPolicy {
     static void dispose(wchar_t* text) { CoTaskMemFree(text); }
 };
 
-std::wstring_view identifierTextOf(const Library::DefinitionBase& definition)
+std::wstring_view identifierTextOf(const Library::DefinitionBase* definition)
 {
-    if (dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(&definition) != nullptr)
+    if (dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(definition) != nullptr)
         return kCoordinateReferenceSystem;
-    if (dynamic_cast<const Library::DatumDefinition*>(&definition) != nullptr)
+    if (dynamic_cast<const Library::DatumDefinition*>(definition) != nullptr)
         return kDatum;
-    if (dynamic_cast<const Library::EllipsoidDefinition*>(&definition) != nullptr)
+    if (dynamic_cast<const Library::EllipsoidDefinition*>(definition) != nullptr)
         return kEllipsoid;
     return {};
 }
 
-/// The fields are written one by one: the order of the bytes is the format's, not the machine's.
+/// The fields are taken one by one: the order of the bytes is the format's, not the machine's.
 ClassIdBytes bytesOf(const CLSID& id)
 {
     ClassIdBytes bytes{};
-    const auto put = [&](std::size_t at, std::size_t count, std::uint32_t value) {
-        for (std::size_t index = 0; index < count; ++index)
-            bytes[at + index] = static_cast<unsigned char>(value >> 8 * index & 0xFF);
+    unsigned char* next = bytes.data();
+    const auto put = [&](auto field) {
+        for (std::size_t index = 0; index < sizeof field; ++index)
+            *next++ = static_cast<unsigned char>(field >> 8 * index & 0xFF);
     };
-    put(0, 4, id.Data1);
-    put(4, 2, id.Data2);
-    put(6, 2, id.Data3);
-    std::copy(std::begin(id.Data4), std::end(id.Data4), bytes.begin() + 8);
+    put(id.Data1);
+    put(id.Data2);
+    put(id.Data3);
+    std::copy(std::begin(id.Data4), std::end(id.Data4), next);
     return bytes;
 }
 
 CLSID identifierFrom(const ClassIdBytes& bytes)
 {
-    const auto take = [&](std::size_t at, std::size_t count) {
-        std::uint32_t value = 0;
-        for (std::size_t index = count; index-- > 0;)
-            value = value << 8 | bytes[at + index];
-        return value;
-    };
     CLSID id{};
-    id.Data1 = take(0, 4);
-    id.Data2 = static_cast<std::uint16_t>(take(4, 2));
-    id.Data3 = static_cast<std::uint16_t>(take(6, 2));
-    std::copy(bytes.begin() + 8, bytes.end(), std::begin(id.Data4));
+    const unsigned char* next = bytes.data();
+    const auto take = [&](auto& field) {
+        for (std::size_t index = 0; index < sizeof field; ++index)
+            field = static_cast<std::remove_reference_t<decltype(field)>>(field | std::uint32_t{*next++} << 8 * index);
+    };
+    take(id.Data1);
+    take(id.Data2);
+    take(id.Data3);
+    std::copy_n(next, std::size(id.Data4), std::begin(id.Data4));
     return id;
 }
 
 } // namespace
 
-std::optional<ClassIdBytes> DefinitionKindClsid(const Library::DefinitionBase& definition)
+std::optional<ClassIdBytes> DefinitionKindClsid(const Library::DefinitionBase* definition)
 {
     const std::wstring_view text = identifierTextOf(definition);
     CLSID id{};

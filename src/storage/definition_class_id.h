@@ -11,9 +11,10 @@ namespace Orvel {
 /// The 16 bytes of an identifier in memory order: a 32-bit and two 16-bit fields, little-endian, then eight bytes.
 using ClassIdBytes = std::array<unsigned char, 16>;
 
-/// The identifier of the definition's run-time type; nothing for another type or when it cannot be converted.
+/// The identifier of the definition's run-time type; nothing for null, for another type and when it cannot be
+/// converted.
 std::optional<ClassIdBytes>
-DefinitionKindClsid(const Zentara::Infrastructure::SpatialReference::DefinitionBase& definition);
+DefinitionKindClsid(const Zentara::Infrastructure::SpatialReference::DefinitionBase* definition);
 
 /// Whether the bytes are the identifier of one of the three kinds.
 bool IsDefinitionKindClsid(const ClassIdBytes& bytes);

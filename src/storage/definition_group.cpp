@@ -1,9 +1,9 @@
 #include "storage/definition_group.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstring>
-#include <cwchar>
 #include <span>
 #include <vector>
 
@@ -14,19 +14,20 @@
 namespace Orvel {
 namespace {
 
-constexpr std::size_t kLargestPackedLength = 32767;
 constexpr std::size_t kLargestChunk = 127;
+static_assert(kLongestPackedDefinition <= 32767, "more is not stored in a drawing");
 
-ResbufChain controlResbuf(const wchar_t* text)
+/// A resbuf whose text is the brace alone.
+ResbufChain braceResbuf(wchar_t brace)
 {
+    const std::array<wchar_t, 2> text{brace};
     ResbufChain item(qeutNewRb(QeRb::kXdataControl));
     if (!item)
-        return item;
-    const std::size_t lengthInBytes = (std::wcslen(text) + 1) * sizeof(wchar_t);
-    item->resval.rstring = static_cast<wchar_t*>(qeapp_malloc(lengthInBytes));
+        return ResbufChain();
+    item->resval.rstring = static_cast<wchar_t*>(qeapp_malloc(sizeof text));
     if (item->resval.rstring == nullptr)
         return ResbufChain();
-    std::memcpy(item->resval.rstring, text, lengthInBytes);
+    std::memcpy(item->resval.rstring, text.data(), sizeof text);
     return item;
 }
 
@@ -34,7 +35,7 @@ ResbufChain chunkResbuf(std::span<const unsigned char> bytes)
 {
     ResbufChain item(qeutNewRb(QeRb::kBinaryChunk));
     if (!item)
-        return item;
+        return ResbufChain();
     QeBinaryChunk& chunk = item->resval.rbinary;
     chunk.buf = static_cast<char*>(qeapp_malloc(bytes.size()));
     if (chunk.buf == nullptr)
@@ -49,7 +50,7 @@ class ChainBuilder {
 public:
     void append(ResbufChain item)
     {
-        if (!item || failed_) {
+        if (!item) {
             failed_ = true;
             return;
         }
@@ -80,16 +81,16 @@ std::span<const unsigned char> bytesOf(const resbuf& chunk)
 resbuf* DefinitionToResbufGroup(const Library::DefinitionBase* definition)
 {
     std::vector<unsigned char> packed;
-    if (!EncodeDefinitionBytes(definition, packed) || packed.size() > kLargestPackedLength)
+    if (!EncodeDefinitionBytes(definition, packed))
         return nullptr;
     ChainBuilder chain;
-    chain.append(controlResbuf(L"{"));
+    chain.append(braceResbuf(L'{'));
     for (std::span<const unsigned char> rest(packed); !rest.empty();) {
         const std::size_t length = std::min(rest.size(), kLargestChunk);
         chain.append(chunkResbuf(rest.first(length)));
         rest = rest.subspan(length);
     }
-    chain.append(controlResbuf(L"}"));
+    chain.append(braceResbuf(L'}'));
     return chain.release();
 }
 
@@ -105,7 +106,7 @@ Library::DefinitionBase* ResbufGroupToDefinition(const resbuf* group)
         const std::span<const unsigned char> bytes = bytesOf(*item);
         packed.insert(packed.end(), bytes.begin(), bytes.end());
     }
-    return packed.empty() ? nullptr : DecodeDefinitionBytes(packed.data(), packed.size());
+    return DecodeDefinitionBytes(packed.data(), packed.size());
 }
 
 Library::DefinitionBase* ResbufChunkToDefinition(const resbuf* chunk)

@@ -8,7 +8,7 @@
 namespace Orvel {
 
 /// A new chain of "{" (1002), chunks of at most 127 bytes (310) and "}" (1002), which the caller releases with
-/// qeutRelRb. Null when the definition cannot be packed into 32,767 bytes or without memory.
+/// qeutRelRb. Null when the definition cannot be packed and without memory.
 [[nodiscard]] resbuf*
 DefinitionToResbufGroup(const Zentara::Infrastructure::SpatialReference::DefinitionBase* definition);
 

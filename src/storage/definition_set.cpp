@@ -20,6 +20,13 @@ const wchar_t* ellipsoidCodeOf(const Definition* definition)
     return definition->GetEllipsoidCode(code) == Library::statusOk ? code : nullptr;
 }
 
+/// Empty for a system without a datum; null when the query fails.
+const wchar_t* datumCodeOf(const Library::CoordinateReferenceSystemDefinition& system)
+{
+    const wchar_t* code = nullptr;
+    return system.GetDatumCode(code) == Library::statusOk ? code : nullptr;
+}
+
 bool needsEllipsoid(int kind)
 {
     return kind == Library::kindGeographic || kind == Library::kindProjected;
@@ -29,8 +36,8 @@ bool needsEllipsoid(int kind)
 const wchar_t* expectedEllipsoidCode(const Library::CoordinateReferenceSystemDefinition* system,
                                      const Library::DatumDefinition* datum)
 {
-    const wchar_t* datumCode = nullptr;
-    if (system->GetDatumCode(datumCode) != Library::statusOk || datumCode == nullptr)
+    const wchar_t* const datumCode = datumCodeOf(*system);
+    if (datumCode == nullptr)
         return nullptr;
     if (*datumCode == L'\0')
         return datum == nullptr ? ellipsoidCodeOf(system) : nullptr;
@@ -64,14 +71,14 @@ bool ValidateCsDefinitionSet(const wchar_t* code, const Library::CoordinateRefer
         return false;
     if (!needsEllipsoid(kind))
         return true;
-    return ellipsoid != nullptr && sameCode(CodeOf(ellipsoid), expectedEllipsoidCode(system, datum));
+    return sameCode(CodeOf(ellipsoid), expectedEllipsoidCode(system, datum));
 }
 
 // A link that fails leaves the system as it was stored, which is whole: there is nothing to report.
 void LinkDefinitionSet(DefinitionSet& set)
 {
-    const wchar_t* datumCode = nullptr;
-    if (set.system->GetDatumCode(datumCode) != Library::statusOk || datumCode == nullptr)
+    const wchar_t* const datumCode = datumCodeOf(*set.system.get());
+    if (datumCode == nullptr)
         return;
     if (*datumCode == L'\0') {
         if (set.ellipsoid)

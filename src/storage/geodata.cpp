@@ -72,7 +72,7 @@ Qeapp::ErrorStatus WriteGeoDataCoordinateSystem(QeDbDatabase* database, const wc
     const bool create = !IsBlank(text);
     HostObject<QeDbGeoData> geoData;
     const Qeapp::ErrorStatus opened = OpenGeoDataForWrite(database, geoData.put(), create);
-    if (opened != Qeapp::eOk || !geoData)
+    if (!geoData)
         return opened;
     return geoData->setCoordinateSystem(create ? text : L"");
 }

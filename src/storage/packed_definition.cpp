@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::size_t kLargestStream = 1024;
 constexpr std::size_t kClassIdLength = std::tuple_size_v<ClassIdBytes>;
+static_assert(kLongestPackedDefinition == (kClassIdLength + kLargestStream - 1) * 2);
 constexpr int kWriteFlags = 0;
 constexpr int kReadFlags = 1;
 
@@ -35,8 +36,7 @@ std::vector<unsigned char> streamBytesOf(const Library::DefinitionBase* definiti
 std::vector<unsigned char> packed(const std::vector<unsigned char>& unpacked)
 {
     std::vector<unsigned char> bytes(PackedSize(unpacked.data(), unpacked.size()));
-    if (PackRuns(unpacked.data(), unpacked.size(), bytes.data(), bytes.size()) != bytes.size())
-        return {};
+    bytes.resize(PackRuns(unpacked.data(), unpacked.size(), bytes.data(), bytes.size()));
     return bytes;
 }
 
@@ -44,8 +44,7 @@ std::vector<unsigned char> packed(const std::vector<unsigned char>& unpacked)
 std::vector<unsigned char> unpacked(const unsigned char* bytes, std::size_t length)
 {
     std::vector<unsigned char> form(UnpackedSize(bytes, length));
-    if (UnpackRuns(bytes, length, form.data(), form.size()) != form.size())
-        return {};
+    form.resize(UnpackRuns(bytes, length, form.data(), form.size()));
     return form;
 }
 
@@ -67,9 +66,7 @@ Library::DefinitionBase* definitionIn(const unsigned char* streamBytes, std::siz
 bool EncodeDefinitionBytes(const Library::DefinitionBase* definition, std::vector<unsigned char>& bytes)
 {
     bytes.clear();
-    if (definition == nullptr)
-        return false;
-    const auto classId = DefinitionKindClsid(*definition);
+    const auto classId = DefinitionKindClsid(definition);
     if (!classId)
         return false;
     const std::vector<unsigned char> stream = streamBytesOf(definition);
@@ -92,8 +89,8 @@ Library::DefinitionBase* DecodeDefinitionBytes(const unsigned char* bytes, std::
     std::copy_n(form.begin(), kClassIdLength, classId.begin());
     if (!IsDefinitionKindClsid(classId))
         return nullptr;
-    form.insert(form.begin() + kClassIdLength, 0); // the stream's first byte, which is not stored
-    return definitionIn(form.data() + kClassIdLength, form.size() - kClassIdLength);
+    form[kClassIdLength - 1] = 0; // the stream's first byte, which is not stored, in the place of the identifier's last
+    return definitionIn(form.data() + kClassIdLength - 1, form.size() - kClassIdLength + 1);
 }
 
 } // namespace Orvel

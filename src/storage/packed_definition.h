@@ -9,6 +9,10 @@
 
 namespace Orvel {
 
+/// No packed definition is longer: 16 bytes of identifier, the 1,023 of the longest stream that are stored, and at
+/// worst a header for each of them.
+inline constexpr std::size_t kLongestPackedDefinition = std::size_t{16 + 1023} * 2;
+
 /// False for a null definition, one of another type than the three, and one whose stream needs more than 1,024 bytes;
 /// `bytes` is then empty.
 [[nodiscard]] bool EncodeDefinitionBytes(const Zentara::Infrastructure::SpatialReference::DefinitionBase* definition,

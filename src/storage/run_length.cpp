@@ -23,32 +23,27 @@ struct Packet {
     }
 };
 
-/// The length of the literal at `position`: up to the next run of three or more, the end, or the longest packet.
-std::size_t literalLength(const unsigned char* position, const unsigned char* end)
+/// The length of the literal that begins with `count` bytes at `position`: up to the next run of three or more, the
+/// end, or the longest packet.
+std::size_t literalLength(const unsigned char* position, std::size_t count, const unsigned char* end)
 {
-    const auto left = static_cast<std::size_t>(end - position);
-    std::size_t count = 1;
-    while (count < kLongestPacket) {
-        if (count >= left)
-            return left;
+    const std::size_t longest = std::min(static_cast<std::size_t>(end - position), kLongestPacket);
+    while (count < longest) {
         const std::size_t run = RunLength(position + count, end);
         if (run >= kShortestRun)
             break;
         count += run;
     }
-    return std::min(count, kLongestPacket);
+    return std::min(count, longest);
 }
 
 /// The one rule by which input is cut into packets; there is at least one byte.
 Packet packetAt(const unsigned char* position, const unsigned char* end)
 {
-    const auto left = static_cast<std::size_t>(end - position);
-    if (left < kShortestRun)
-        return {.isRun = false, .count = left};
     const std::size_t run = RunLength(position, end);
     if (run >= kShortestRun)
         return {.isRun = true, .count = run};
-    return {.isRun = false, .count = literalLength(position, end)};
+    return {.isRun = false, .count = literalLength(position, run, end)};
 }
 
 /// Reads packed input packet by packet and gives each to `take`, with its body. False when the input ends inside a

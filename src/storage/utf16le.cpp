@@ -41,17 +41,15 @@ constexpr bool isLow(char32_t unit)
     return (unit & ~kSurrogateBits) == kLowSurrogate;
 }
 
-/// Joins a unit to the text: where wide characters are code points, a low surrogate completes a high one before it.
-void appendUnitToText(std::wstring& text, char32_t unit)
+char32_t unitAt(const unsigned char* bytes)
 {
-    if constexpr (sizeof(wchar_t) > 2) {
-        if (isLow(unit) && !text.empty() && isHigh(static_cast<char32_t>(text.back()))) {
-            const char32_t high = static_cast<char32_t>(text.back()) & kSurrogateBits;
-            text.back() = static_cast<wchar_t>(kFirstSupplementary + (high << 10) + (unit & kSurrogateBits));
-            return;
-        }
-    }
-    text += static_cast<wchar_t>(unit);
+    return static_cast<char32_t>(bytes[0] | bytes[1] << 8);
+}
+
+/// The character of a pair, where wide characters are code points.
+wchar_t joined(char32_t high, char32_t low)
+{
+    return static_cast<wchar_t>(kFirstSupplementary + ((high & kSurrogateBits) << 10) + (low & kSurrogateBits));
 }
 
 } // namespace
@@ -70,10 +68,16 @@ std::wstring TextFromUtf16le(const unsigned char* bytes, std::size_t lengthInByt
 {
     std::wstring text;
     for (std::size_t index = 0; index + 1 < lengthInBytes; index += 2) {
-        const auto unit = static_cast<char32_t>(bytes[index] | bytes[index + 1] << 8);
+        const char32_t unit = unitAt(bytes + index);
         if (unit == U'\0')
             break;
-        appendUnitToText(text, unit);
+        if constexpr (sizeof(wchar_t) > 2) {
+            if (index != 0 && isLow(unit) && isHigh(unitAt(bytes + index - 2))) {
+                text.back() = joined(unitAt(bytes + index - 2), unit);
+                continue;
+            }
+        }
+        text += static_cast<wchar_t>(unit);
     }
     return text;
 }

@@ -11,8 +11,7 @@ wchar_t* SharedEmptyText()
 HostString NewConfigText(std::size_t characters)
 {
     unsigned char* buffer = nullptr;
-    if (qeutNewBuffer(buffer, characters * sizeof(wchar_t)) != Qeapp::eOk)
-        return {};
+    static_cast<void>(qeutNewBuffer(buffer, characters * sizeof(wchar_t))); // without memory the pointer stays null
     return HostString(reinterpret_cast<wchar_t*>(buffer));
 }
 

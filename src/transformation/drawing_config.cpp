@@ -14,8 +14,8 @@ ResbufChain firstChainOf(const CResbufDictionary& dictionary)
 {
     ResbufChain chain;
     const std::unique_ptr<CResbufDictionaryIterator> entry(dictionary.NewIterator());
-    if (entry && !entry->GetResbuf(chain.put()))
-        chain.reset();
+    if (entry)
+        static_cast<void>(entry->GetResbuf(chain.put())); // which leaves what it cannot read at null
     return chain;
 }
 
@@ -24,10 +24,7 @@ ResbufChain firstChainOf(const CResbufDictionary& dictionary)
 bool ReadDrawingTransformationConfig(wchar_t*& text)
 {
     text = SharedEmptyText();
-    QeDbDatabase* const database = ResolveDatabase(nullptr);
-    if (database == nullptr)
-        return false;
-    const ResbufChain chain = firstChainOf(CResbufDictionary(kTransformationConfigDictionary, database));
+    const ResbufChain chain = firstChainOf(CResbufDictionary(kTransformationConfigDictionary, nullptr));
     if (!chain || chain->restype != QeRb::kText)
         return false;
     HostString copy;
@@ -41,7 +38,7 @@ bool WriteDrawingTransformationConfig(const wchar_t* text)
 {
     QeDbDatabase* const database = ResolveDatabase(nullptr);
     if (database == nullptr)
-        return false;
+        return false; // before a document is locked
     const ResbufChain chain(qeutBuildList(QeRb::kText, text, QeRb::kListEnd));
     return chain && CResbufDictionary(kTransformationConfigDictionary, database)
                         .SetResbuf(kTransformationConfigKey, chain.get(), nullptr);

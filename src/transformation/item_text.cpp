@@ -15,9 +15,10 @@ std::wstring_view trimmed(std::wstring_view text)
     return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
 }
 
+/// The two tags cannot overlap; between them there may be nothing, in which nothing is found.
 bool isElement(std::wstring_view text)
 {
-    return text.size() > kOpening.size() + kClosing.size() && text.starts_with(kOpening) && text.ends_with(kClosing);
+    return text.starts_with(kOpening) && text.ends_with(kClosing);
 }
 
 /// Where the tag stands first, begun by "<" or "</". The tag is not put together first: a text can have a million of

@@ -51,7 +51,7 @@ HostString joined(const std::vector<std::wstring>& parts)
         characters += part.size();
     HostString whole = NewConfigText(characters);
     if (!whole)
-        return whole;
+        return {};
     wchar_t* end = whole.get();
     for (const std::wstring& part : parts)
         end = std::copy(part.begin(), part.end(), end);

@@ -56,8 +56,8 @@ bool RegistryQueryString(HKEY root, const std::wstring& subKey, const std::wstri
     DWORD lengthInBytes = 0;
     if (!key || RegQueryValueExW(key.get(), name.c_str(), nullptr, nullptr, nullptr, &lengthInBytes) != ERROR_SUCCESS)
         return false;
-    // Twice the size: a value that lacks its NUL is ended by the zeros behind it.
-    std::wstring buffer(std::size_t{lengthInBytes} * 2 / sizeof(wchar_t) + 1, L'\0');
+    // A character for each byte: a value that lacks its NUL is ended by the zeros behind it.
+    std::wstring buffer(lengthInBytes, L'\0');
     if (RegQueryValueExW(key.get(), name.c_str(), nullptr, nullptr, bytesOf(buffer.data()), &lengthInBytes) !=
         ERROR_SUCCESS) {
         data.clear();

@@ -16,15 +16,9 @@ void appendElement(std::wstring& text, const wchar_t* tag, const std::wstring& v
     text.append(L"<").append(tag).append(L">").append(value).append(L"</").append(tag).append(L">");
 }
 
-/// "<tag></tag>"
-constexpr std::size_t lengthOfTags(std::wstring_view tag)
-{
-    return 2 * tag.size() + 5;
-}
-
-constexpr std::size_t kLengthOfAllTags = lengthOfTags(L"Item") + lengthOfTags(L"Version") + lengthOfTags(L"SourceCs") +
-                                         lengthOfTags(L"TargetCs") + lengthOfTags(L"Name") + lengthOfTags(L"Type") +
-                                         lengthOfTags(L"Note");
+/// All that is written but the fields.
+constexpr std::wstring_view kAllTags = L"<Item><Version></Version><SourceCs></SourceCs><TargetCs></TargetCs>"
+                                       L"<Name></Name><Type></Type><Note></Note></Item>";
 
 /// A field that the text lacks keeps what it holds.
 void take(std::wstring& field, const std::optional<std::wstring_view>& value)
@@ -75,7 +69,7 @@ std::size_t OrvelTransformationConfigItemImp::LongestXmlText() const
 {
     if (!IsComplete())
         return 0;
-    return kLengthOfAllTags + version_.size() + sourceCs_.size() + targetCs_.size() + name_.size() + kLongestType +
+    return kAllTags.size() + version_.size() + sourceCs_.size() + targetCs_.size() + name_.size() + kLongestType +
            note_.size();
 }
 

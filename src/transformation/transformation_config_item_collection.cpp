@@ -10,16 +10,28 @@
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
 
+/// In order, each held while it is visited; false as soon as a visit is.
+template <class Visit>
+bool visitEach(FqDisposableCollection& items, const Visit& visit)
+{
+    const int count = items.GetCount();
+    for (int index = 0; index < count; ++index) {
+        const Ptr<FqDisposable> entry(items.GetItem(index));
+        if (!visit(entry.get()))
+            return false;
+    }
+    return true;
+}
+
 /// Without the items that are a client's own. A long text that has to grow takes three times its length for a while.
 std::size_t longestText(FqDisposableCollection& items)
 {
     std::size_t length = 0;
-    const int count = items.GetCount();
-    for (int index = 0; index < count; ++index) {
-        const Ptr<FqDisposable> entry(items.GetItem(index));
-        if (const auto* const item = dynamic_cast<OrvelTransformationConfigItemImp*>(entry.get()))
+    static_cast<void>(visitEach(items, [&](FqDisposable* entry) { // which goes on to the end
+        if (const auto* const item = dynamic_cast<OrvelTransformationConfigItemImp*>(entry))
             length += item->LongestXmlText();
-    }
+        return true;
+    }));
     return length;
 }
 
@@ -95,12 +107,8 @@ std::wstring OrvelTransformationConfigItemCollectionImp::ToXmlString()
 {
     std::wstring text;
     text.reserve(longestText(*items_.get()));
-    const int count = items_->GetCount();
-    for (int index = 0; index < count; ++index) {
-        const Ptr<FqDisposable> entry(items_->GetItem(index));
-        if (!appendItem(text, entry.get()))
-            return {};
-    }
+    if (!visitEach(*items_.get(), [&](FqDisposable* entry) { return appendItem(text, entry); }))
+        return {};
     return text;
 }
 

@@ -18,6 +18,8 @@ constexpr const wchar_t* kFolderVariable = L"VORLEN_USER_DICTIONARY_PATH";
 constexpr const wchar_t* kSubfolders = L"\\Zentara\\User Geospatial Coordinate Systems";
 constexpr const wchar_t* kFileName = L"\\TransformationSetting.xml";
 
+constexpr int kUpToItsNul = -1; // the length of a text that ends there
+
 using FolderText = std::array<wchar_t, 260>; // as much as the system's own folder paths have
 
 struct TextFilePolicy {
@@ -40,36 +42,39 @@ std::wstring userFolder()
     std::size_t characters = 0;
     if (_wgetenv_s(&characters, folder.data(), folder.size(), kFolderVariable) == 0 && folder[0] != L'\0')
         return folder.data();
-    folder[0] = L'\0'; // a value that does not fit counts as none
+    // A value that does not fit counts as none.
     if (!SHGetSpecialFolderPathW(nullptr, folder.data(), CSIDL_LOCAL_APPDATA, FALSE))
         return {};
     return folder.data() + std::wstring(kSubfolders);
 }
 
-/// The lines without their ends; nothing after a read error.
-std::optional<std::string> joinedLines(std::FILE* file)
+/// The file's lines without their ends; nothing without a file and after a read error.
+std::optional<std::string> joinedLines()
 {
+    const TextFile file = openSettings(L"rt");
+    if (!file)
+        return std::nullopt;
     std::string joined;
     std::array<char, 65536> block; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
-    while (const std::size_t read = std::fread(block.data(), 1, block.size(), file)) {
+    while (const std::size_t read = std::fread(block.data(), 1, block.size(), file.get())) {
         for (std::string_view part(block.data(), read); !part.empty();) {
             const std::size_t end = part.find('\n');
             joined.append(part.substr(0, end));
             part.remove_prefix(end == std::string_view::npos ? part.size() : end + 1);
         }
     }
-    return std::ferror(file) == 0 ? std::optional(std::move(joined)) : std::nullopt;
+    return std::ferror(file.get()) == 0 ? std::optional(std::move(joined)) : std::nullopt;
 }
 
 /// The buffer, which is zero, has room for a terminator of its own: not every system leaves one alone that follows the
 /// first byte of a sequence.
 HostString wideTextOf(const std::string& utf8)
 {
-    const int characters = MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, nullptr, 0);
+    const int characters = MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), kUpToItsNul, nullptr, 0);
     if (characters <= 0)
         return {};
     HostString text = NewConfigText(static_cast<std::size_t>(characters) + 1);
-    if (text && MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, text.get(), characters) != characters)
+    if (text && MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), kUpToItsNul, text.get(), characters) != characters)
         text.reset();
     return text;
 }
@@ -77,8 +82,8 @@ HostString wideTextOf(const std::string& utf8)
 /// Nothing when it cannot be converted.
 std::optional<std::string> utf8Of(std::wstring_view chunk)
 {
-    if (chunk.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
-        return std::nullopt;
+    if (chunk.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) // GCOVR_EXCL_BR_LINE: takes 8 GB
+        return std::nullopt;                                                      // GCOVR_EXCL_LINE: see above
     const int characters = static_cast<int>(chunk.size());
     const int bytes = WideCharToMultiByte(CP_UTF8, 0, chunk.data(), characters, nullptr, 0, nullptr, nullptr);
     if (bytes <= 0)
@@ -112,11 +117,7 @@ std::wstring GetUserTransformationSettingsPath()
 bool ReadUserTransformationSettings(wchar_t*& text)
 {
     text = SharedEmptyText();
-    TextFile file = openSettings(L"rt");
-    if (!file)
-        return false;
-    std::optional<std::string> lines = joinedLines(file.get());
-    file.reset();
+    std::optional<std::string> lines = joinedLines();
     if (!lines)
         return false;
     lines->shrink_to_fit(); // it has grown to up to twice its length, and the wide text comes beside it

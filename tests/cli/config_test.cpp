@@ -232,6 +232,16 @@ TEST_F(ConfigCommand, WrongUsage_IsToldPlainly)
         "orvelcs: config add: --type: map is neither path nor transformation");
     expectWrongUsage(run({"config", "get", "--user", "--user-dir", std::string(260, 'x')}),
                      "orvelcs: config get: --user-dir: is longer than 259 characters");
+    expectWrongUsage(run({"config", "set", "", "--drawing", "a.qedb"}), "orvelcs: config set: TEXTFILE: is empty");
+}
+
+TEST_F(ConfigCommand, StandardInput_IsNotReadTwice)
+{
+    expectWrongUsage(run({"config", "set", "-", "--drawing", "-"}, kItem),
+                     "orvelcs: config set: -: cannot be both the text and the drawing");
+    expectWrongUsage(
+        run({"config", "add", "--source", "A", "--target", "B", "--name", "n", "--type", "path", "--drawing", "-"}),
+        "orvelcs: config add: --drawing: a drawing from standard input is read once; name a file");
 }
 
 TEST_F(ConfigCommand, DrawingThatCannotBeLoaded_IsNamed)

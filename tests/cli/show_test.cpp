@@ -26,6 +26,17 @@ TEST_F(ShowCommand, TellsTheAssignedSystem)
     EXPECT_EQ(runForJson({"show", "plan.qedb"}), shown("geodata"));
 }
 
+TEST_F(ShowCommand, TellsEachKindByItsName)
+{
+    for (const auto& [code, kind] :
+         {std::pair{"LOCAL:METRE", "1 (not referenced to the Earth)"}, std::pair{"EPSG:4326", "2 (geographic)"},
+          std::pair{"EPSG:4978", "4 (geocentric)"}}) {
+        givenDrawingWith("plan.qedb", code);
+        EXPECT_THAT(run({"show", "plan.qedb"}).output, testing::HasSubstr(std::string("  kind              ") + kind));
+        std::filesystem::remove(path("plan.qedb"));
+    }
+}
+
 TEST_F(ShowCommand, PrintsAlignedLines)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");

@@ -24,6 +24,12 @@ protected:
     }
 };
 
+TEST_F(TextOfEveryScript, ControlCharacters_AreSpelledOutOnTheLine)
+{
+    expectResult(run({"catalog", "show", "x\ny\tz\rw\x01"}), 3, "",
+                 "orvelcs: catalog show: x\\ny\\tz\\rw\\x01: the catalog has no such code\n");
+}
+
 TEST_F(TextOfEveryScript, InADrawingsName_IsUsedAndTold)
 {
     expectResult(run({"new", kDrawing}), 0, kDrawing + ": new drawing, version 33\n", "");

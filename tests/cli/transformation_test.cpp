@@ -136,6 +136,15 @@ TEST_F(TransformationCommand, List_WithoutAny_IsEmpty)
                  "between the two\n");
 }
 
+TEST_F(TransformationCommand, List_SaysWhatProjDoesNotImplement)
+{
+    const Json listed = runForJson({"transformation", "list", "EPSG:7660", "EPSG:7677"});
+    ASSERT_EQ(listed.size(), 1U);
+    const bool isUsable = listed[0]["usable"]; // which is PROJ's to say, by its version
+    const std::string printed = run({"transformation", "list", "EPSG:7660", "EPSG:7677"}).output;
+    EXPECT_EQ(printed.find("PROJ does not implement its method") == std::string::npos, isUsable) << printed;
+}
+
 TEST_F(TransformationCommand, List_OfAMisspeltCode_NamesTheNearest)
 {
     const ProgramResult result = run({"transformation", "list", "EPSG:48078", "EPSG:4326", "--json"});

@@ -246,6 +246,18 @@ TEST_F(CommandLineUsage, EmptyFileName_IsWrongUsage)
     EXPECT_TRUE(files().empty());
 }
 
+TEST_F(CommandLineUsage, EmptyPlaceOfTheUsersFiles_IsWrongUsage)
+{
+    expectWrongUsage(run({"show", "a.qedb", "--registry", ""}), "orvelcs: show: --registry: is empty");
+    expectWrongUsage(run({"show", "a.qedb", "--user-dir", ""}), "orvelcs: show: --user-dir: is empty");
+}
+
+TEST_F(CommandLineUsage, WordTooLongForAMisspelling_HasNoNearest)
+{
+    const std::string word = "transformation" + std::string(51, 'n');
+    EXPECT_THAT(run({word}).errors, testing::HasSubstr(": no such command; there are new, "));
+}
+
 TEST_F(CommandLineUsage, EmptyCodeOrText_IsWrongUsage)
 {
     expectWrongUsage(run({"assign", ""}), "orvelcs: assign: CODE: is empty; to remove a coordinate system use clear");

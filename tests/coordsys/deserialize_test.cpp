@@ -1,4 +1,5 @@
 #include <climits>
+#include <new>
 
 #include "block_test.h"
 #include "storage/packed_definition.h"
@@ -103,7 +104,9 @@ TEST_F(Deserialize, NeedsNoStatus)
 
 TEST_F(Deserialize, NullBytes_AreInvalidInputAndTouchNothing)
 {
+    Faults::watch();
     EXPECT_EQ(Cs::DeserializeCoordinateSystem(definitions.put(), nullptr, 190, &status), Qeapp::eInvalidInput);
+    EXPECT_EQ(Faults::seen(), std::vector<std::string>()) << "the library is not asked at all";
     EXPECT_EQ(status, kUntouched);
     EXPECT_FALSE(definitions);
 }
@@ -241,6 +244,18 @@ TEST_F(Deserialize, PackedBlockThatCannotBeDecoded_IsTriedAsText)
     const ScopedFault fault({.call = "DefinitionStream::Read", .code = 43});
     expectUnreadable(packedBlock);
     EXPECT_EQ(timesSeen("DefinitionStream::Deserialize_s"), 1U);
+}
+
+// What passes through is neither a result nor a status.
+TEST_F(Deserialize, ExceptionOnTheWay_GivesNoArrayAndReportsStatusZero)
+{
+    for (const char* const call : {"DefinitionBaseArray::CreateInstance", "DefinitionStream::Deserialize_s"}) {
+        status = kUntouched;
+        const ScopedFault fault({.call = call, .throws = true});
+        EXPECT_THROW(static_cast<void>(deserialize(textBlock)), std::bad_alloc) << call; // there is no result
+        EXPECT_FALSE(definitions) << call;
+        EXPECT_EQ(status, 0) << call;
+    }
 }
 
 TEST_F(Deserialize, EveryFailingCallOfAPackedBlock_GivesNoArray)

@@ -144,6 +144,7 @@ TEST_F(ReadCode, CodeThatIsNotThere_IsInvalidInput)
     const ScopedFault fault({.call = kGetCode, .occurrence = lastQuestionForTheCode(), .code = 0});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
+    EXPECT_EQ(timesSeen("qeutNewString"), 0U) << "the host is not asked to copy it";
 }
 
 TEST_F(ReadCode, StringThatTheHostCannotMake_PassesTheHostResultOn)

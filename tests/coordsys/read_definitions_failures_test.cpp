@@ -1,3 +1,5 @@
+#include <new>
+
 #include "storage/definition_xrecord.h"
 #include "support/coordsys_test.h"
 
@@ -81,6 +83,16 @@ TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryHasNoMemoryFor_IsInvalidInput
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = 57});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
+}
+
+// What passes through is neither a result nor a status.
+TEST_F(ReadDefinitionsFailures, AnExceptionOnTheWay_ReportsStatusZero)
+{
+    giveSystem(L"EPSG:25832");
+    const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .throws = true});
+    EXPECT_THROW(static_cast<void>(read()), std::bad_alloc); // there is no result
+    EXPECT_EQ(status, 0);
+    EXPECT_FALSE(definitions);
 }
 
 TEST_F(ReadDefinitionsFailures, NoMemoryForAnEmptyArray_IsOutOfMemory)

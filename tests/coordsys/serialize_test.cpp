@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <new>
 
 #include "block_test.h"
 #include "storage/packed_definition.h"
@@ -224,6 +225,23 @@ TEST_F(Serialize, HostWithoutABuffer_PassesItsResultOnWithStatus52)
         expectNoBlock();
         EXPECT_EQ(status, 52) << version;
     }
+}
+
+TEST_F(Serialize, DefinitionWithoutAForm_IsNotAnsweredWithABufferOfTheHosts)
+{
+    EXPECT_EQ(serializeWithFailing("DefinitionStream::Write", 42, k29), Qeapp::eInvalidInput);
+    EXPECT_EQ(timesSeen("qeutNewBuffer"), 0U);
+    EXPECT_EQ(serializeWithFailing("DefinitionStream::Serialize_s", 42, k30), Qeapp::eInvalidInput);
+    EXPECT_EQ(timesSeen("qeutNewBuffer"), 0U);
+}
+
+// What passes through is neither a result nor a status.
+TEST_F(Serialize, ExceptionOnTheWay_LeavesNoBlockAndReportsStatusZero)
+{
+    const ScopedFault fault({.call = "DefinitionStream::Serialize_s", .throws = true});
+    EXPECT_THROW(static_cast<void>(serialize(k30)), std::bad_alloc); // there is no result
+    expectNoBlock();
+    EXPECT_EQ(status, 0);
 }
 
 TEST_F(Serialize, EveryFailingCall_LeavesNoBlock)

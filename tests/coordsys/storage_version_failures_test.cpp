@@ -65,6 +65,20 @@ TEST_F(StorageVersionFailures, UnreadableText_IsInvalidInputAndChangesNothing)
     }
 }
 
+// What passes through is neither a result nor a status.
+TEST_F(StorageVersionFailures, ExceptionWhileReading_ReportsStatusZeroAndChangesNothing)
+{
+    giveSystem(L"EPSG:25832");
+    const auto before = drawing.image();
+    for (const int version : {29, 30}) {
+        status = kUntouched;
+        const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .throws = true});
+        EXPECT_THROW(static_cast<void>(apply(version)), std::bad_alloc); // there is no result
+        EXPECT_EQ(status, 0);
+        EXPECT_EQ(drawing.image(), before);
+    }
+}
+
 // The reading reports 52 into the status that this function follows, so that the caller's is left alone.
 TEST_F(StorageVersionFailures, HostFailureWhileReading_IsPassedOnAndLeavesTheStatus)
 {

@@ -45,5 +45,12 @@ TEST_F(ClassDescriptor, Objects_AreOfTheirClassAndItsAncestors)
     EXPECT_FALSE(xrecord.isKindOf(nullptr));
 }
 
+TEST_F(ClassDescriptor, ObjectsOfAClassWithoutADescriptor_AreOfTheirParents)
+{
+    class Service final : public QeRxObject {};
+    EXPECT_EQ(Service().isA(), QeRxObject::desc());
+    EXPECT_EQ(qerxSysRegistry()->isA(), QeRxDictionary::desc());
+}
+
 } // namespace
 } // namespace Tests

@@ -43,6 +43,17 @@ TEST_F(ObjectReactor, Write_IsHeardAtClose)
     EXPECT_TRUE(listener.readable);
 }
 
+TEST_F(ObjectReactor, ReactorThatTakesNoNotice_IsInNobodysWay)
+{
+    class Indifferent final : public QeDbObjectReactor {};
+    Indifferent indifferent;
+    open(xrecord)->addReactor(&indifferent);
+    listenTo(xrecord);
+    writeText(xrecord, L"other");
+    EXPECT_EQ(open(xrecord, QeDb::kForWrite)->erase(), Qeapp::eOk);
+    EXPECT_EQ(listener.heard, "modified erased modified "); // the last at close
+}
+
 TEST_F(ObjectReactor, CloseWithoutWrite_IsNotHeard)
 {
     listenTo(xrecord);

@@ -114,6 +114,7 @@ TEST_F(Xrecord, Iterator_ShowsTheGroupCodesInOrder)
     EXPECT_EQ(iterator.curResType(), 300);
     EXPECT_FALSE(iterator.next());
     EXPECT_TRUE(iterator.done());
+    EXPECT_FALSE(iterator.next());
     EXPECT_EQ(iterator.curResType(), -1);
 }
 

@@ -82,6 +82,13 @@ TEST_F(PresetsTest, FuzzPreset_HasTheSanitizersAndLibFuzzersCounters)
     EXPECT_EQ(fuzz.at("cacheVariables").at("ORVEL_FUZZ"), "ON");
 }
 
+TEST_F(PresetsTest, CoveragePreset_HasTheCountersAndNothingOptimisedAway)
+{
+    const Json variables = presetNamed(projectPresets().at("configurePresets"), "coverage").at("cacheVariables");
+    EXPECT_EQ(variables.at("ORVEL_COVERAGE"), "ON");
+    EXPECT_EQ(variables.at("CMAKE_CXX_FLAGS_DEBUG"), "-O0");
+}
+
 TEST_F(PresetsTest, ReleasePreset_IsOptimised)
 {
     const Json variables = presetNamed(projectPresets().at("configurePresets"), "release").at("cacheVariables");

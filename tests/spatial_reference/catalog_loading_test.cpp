@@ -180,6 +180,16 @@ INSTANTIATE_TEST_SUITE_P(Catalog, KnownEllipsoid,
                                          EllipsoidFacts{L"EPSG:7042", 6377299.365595, 300.80172554}, // Indian feet
                                          EllipsoidFacts{L"EPSG:7048", 6371007, 0}));                 // a sphere
 
+TEST_F(CatalogLoading, NothingIsMadeOfNoSystem)
+{
+    CoordinateReferenceSystemOperation* operation = nullptr;
+    EXPECT_EQ(CoordinateReferenceSystemOperation::Load(nullptr, operation), statusInvalidArgument);
+    EXPECT_EQ(operation, nullptr);
+    EllipsoidDefinition* figure = nullptr;
+    EXPECT_EQ(CoordinateReferenceSystemUtil::GetEllipsoid(nullptr, figure), statusInvalidArgument);
+    EXPECT_EQ(figure, nullptr);
+}
+
 TEST_F(CatalogLoading, LoadingKeepsNoCountOfItsOwn)
 {
     for (int repeat = 0; repeat < 3; ++repeat)

@@ -87,6 +87,7 @@ TEST_F(CatalogSearch, AnExactCodeComesFirst)
 {
     EXPECT_EQ(codes(searchCatalog(query(L"epsg:4326", 1))), Codes{L"EPSG:4326"});
     EXPECT_EQ(codes(searchCatalog(query(L"25832", 1))), Codes{L"EPSG:25832"});
+    EXPECT_EQ(codes(searchCatalog(query(L" \tEPSG:25832 ", 1))), Codes{L"EPSG:25832"});
 }
 
 TEST_F(CatalogSearch, AnExactNameComesBeforeNamesThatBeginWithIt)

@@ -14,7 +14,7 @@ using Embedded::ScopedFault;
 
 class DefinitionClassId : public PlatformTest {
 protected:
-    static std::string hexOfClassId(const Library::DefinitionBase& definition)
+    static std::string hexOfClassId(const Library::DefinitionBase* definition)
     {
         const auto bytes = Orvel::DefinitionKindClsid(definition);
         return bytes ? hexOf(Bytes(bytes->begin(), bytes->end())) : "none";
@@ -30,36 +30,47 @@ protected:
 
 TEST_F(DefinitionClassId, SystemHasItsSixteenBytes)
 {
-    EXPECT_EQ(hexOfClassId(*catalogSystem(L"EPSG:25832").get()), "4bea003c840bd2119de2080009ace18e");
+    EXPECT_EQ(hexOfClassId(catalogSystem(L"EPSG:25832").get()), "4bea003c840bd2119de2080009ace18e");
 }
 
 TEST_F(DefinitionClassId, DatumHasItsSixteenBytes)
 {
-    EXPECT_EQ(hexOfClassId(*catalogDatum(L"EPSG:6258").get()), "b61de0b4130dd2119de2080009ace18e");
+    EXPECT_EQ(hexOfClassId(catalogDatum(L"EPSG:6258").get()), "b61de0b4130dd2119de2080009ace18e");
 }
 
 TEST_F(DefinitionClassId, EllipsoidHasItsSixteenBytes)
 {
-    EXPECT_EQ(hexOfClassId(*catalogEllipsoid(L"EPSG:7019").get()), "b41de0b4130dd2119de2080009ace18e");
+    EXPECT_EQ(hexOfClassId(catalogEllipsoid(L"EPSG:7019").get()), "b41de0b4130dd2119de2080009ace18e");
 }
 
 TEST_F(DefinitionClassId, DefinitionOfAnotherTypeHasNone)
 {
-    EXPECT_EQ(hexOfClassId(*otherDefinition().get()), "none");
+    EXPECT_EQ(hexOfClassId(otherDefinition().get()), "none");
+}
+
+TEST_F(DefinitionClassId, NullHasNone)
+{
+    EXPECT_EQ(hexOfClassId(nullptr), "none");
+}
+
+TEST_F(DefinitionClassId, WhereThereIsNoTextNothingIsConverted)
+{
+    const ScopedFault anyTextIsConverted(failing("CLSIDFromString", 0));
+    EXPECT_EQ(hexOfClassId(otherDefinition().get()), "none");
 }
 
 TEST_F(DefinitionClassId, TransformationHasNone)
 {
     Orvel::LibraryObject<Library::GeodeticTransformationDefinition> transformation;
     ASSERT_EQ(Library::GeodeticTransformationDefinition::Load(L"EPSG:3859", transformation.put()), Library::statusOk);
-    EXPECT_EQ(hexOfClassId(*transformation.get()), "none");
+    EXPECT_EQ(hexOfClassId(transformation.get()), "none");
 }
 
 TEST_F(DefinitionClassId, FailingConversionOfTheTextGivesNone)
 {
     const auto system = catalogSystem(L"EPSG:25832");
     const ScopedFault fault(failing("CLSIDFromString"));
-    EXPECT_EQ(hexOfClassId(*system.get()), "none");
+    EXPECT_EQ(hexOfClassId(system.get()), "none");
 }
 
 TEST_F(DefinitionClassId, TheThreeIdentifiersAreKnown)

@@ -43,6 +43,12 @@ TEST_F(DefinitionSetValidation, EmptyCodeIsInvalid)
     EXPECT_FALSE(isValid(L"", projected, datum, ellipsoid));
 }
 
+TEST_F(DefinitionSetValidation, WithoutACodeTheDefinitionsAreNotAsked)
+{
+    const auto calls = fallibleCallsOf([&] { EXPECT_FALSE(isValid(L"", projected, datum, ellipsoid)); });
+    EXPECT_TRUE(calls.empty());
+}
+
 TEST_F(DefinitionSetValidation, NoSystemIsInvalid)
 {
     EXPECT_FALSE(isValid(L"EPSG:25832", {}, datum, ellipsoid));
@@ -229,6 +235,14 @@ protected:
         set.ellipsoid =
             UserSystem{.ellipsoidIdentifier = L"ID[\"EPSG\",7019]", .semiMajorAxis = 6373000}.ellipsoidOfSystem();
     }
+    using Calls = std::vector<std::string>;
+    Calls callsOfLinking()
+    {
+        Calls names;
+        for (const FallibleCall& call : fallibleCallsOf([&] { Orvel::LinkDefinitionSet(set); }))
+            names.push_back(call.name);
+        return names;
+    }
     static double axisOf(const EllipsoidHolder& ellipsoid)
     {
         double axis = 0;
@@ -273,6 +287,17 @@ TEST_F(DefinitionSetLinking, SystemWithoutADatumAndWithoutAnEllipsoidStaysAsItIs
     const double before = axisOfSystem();
     Orvel::LinkDefinitionSet(set);
     EXPECT_EQ(axisOfSystem(), before);
+}
+
+TEST_F(DefinitionSetLinking, MissingEllipsoidIsGivenToNeither)
+{
+    giveSystemWithDatum();
+    set.ellipsoid.reset();
+    EXPECT_EQ(callsOfLinking(), (Calls{"CoordinateReferenceSystemDefinition::GetDatumCode",
+                                       "CoordinateReferenceSystemDefinition::SetDatum"}));
+    giveSystemWithoutDatum();
+    set.ellipsoid.reset();
+    EXPECT_EQ(callsOfLinking(), (Calls{"CoordinateReferenceSystemDefinition::GetDatumCode"}));
 }
 
 TEST_F(DefinitionSetLinking, KindOneStaysAsItIs)

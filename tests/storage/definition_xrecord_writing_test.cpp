@@ -190,6 +190,14 @@ TEST_F(DefinitionXrecordWriting, CallsThatGiveNothingDespiteSuccessAreFailures)
     }
 }
 
+TEST_F(DefinitionXrecordWriting, OperationThatIsNotThereDespiteSuccessIsAFailure)
+{
+    const Embedded::DrawingImage before = drawing.image();
+    const ScopedFault fault(failing("CoordinateReferenceSystemOperation::Load", 0));
+    EXPECT_EQ(write(system), 3);
+    EXPECT_EQ(drawing.image(), before);
+}
+
 class XrecordChainStoring : public PlatformTest {
 protected:
     Drawing drawing;

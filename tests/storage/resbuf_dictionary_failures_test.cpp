@@ -1,4 +1,6 @@
 // Who has no dictionary, who may not write it, and every call that can fail.
+#include <algorithm>
+
 #include "embedded/host/foreign_document_lock.h"
 #include "resbuf_dictionary_test.h"
 
@@ -95,6 +97,18 @@ TEST_F(ResbufDictionary, EveryCallOfTheFirstWriting_CanFail)
         Embedded::Faults::disarm();
         EXPECT_EQ(first.HasKey(L"A"), stored);
         EXPECT_TRUE(first.SetResbuf(L"A", chain.get(), nullptr)) << "the next one is not hindered";
+    }
+}
+
+TEST_F(ResbufDictionary, DictionaryThatCannotBeMade_IsNotAdded)
+{
+    const ResbufChain chain = chainOf(kFirst);
+    for (const char* const call : {"QeDbObject::upgradeOpen", "qeHeapAlloc"}) {
+        const Embedded::ScopedFault fault(failing(call));
+        EXPECT_FALSE(dictionary.SetResbuf(L"A", chain.get(), nullptr)) << call;
+        const std::vector<std::string>& seen = Embedded::Faults::seen();
+        EXPECT_EQ(std::count(seen.begin(), seen.end(), call), 1);
+        EXPECT_EQ(std::count(seen.begin(), seen.end(), "QeDbDictionary::setAt"), 0) << call;
     }
 }
 

@@ -82,6 +82,12 @@ TEST(Utf16le, LowSurrogateAfterAPairStaysForItself)
     EXPECT_EQ(textFrom({0x3C, 0xD8, 0x0D, 0xDF, 0x00, 0xDC, 0, 0}), text);
 }
 
+TEST(Utf16le, HighSurrogateBeforeTheFirstByteIsNoPartOfTheText)
+{
+    const Bytes bytes{0x3C, 0xD8, 0x0D, 0xDF};
+    EXPECT_EQ(TextFromUtf16le(bytes.data() + 2, 2), std::wstring(1, static_cast<wchar_t>(0xDF0D)));
+}
+
 TEST(Utf16le, TextEndsAtItsFirstNul)
 {
     EXPECT_EQ(textFrom({0x41, 0, 0, 0, 0x42, 0}), L"A");

@@ -1,29 +1,9 @@
 // The text of a collection.
 #include "support/platform_test.h"
-#include "transformation/config_items.h"
+#include "transformation/client_item.h"
 
 namespace Tests {
 namespace {
-
-/// An item of a client's own, which writes what it likes.
-class ClientItem : public ConfigItem {
-public:
-    void Dispose() override { delete this; }
-    void SetSourceCs(const wchar_t*) override {}
-    const wchar_t* GetSourceCs() override { return L"source"; }
-    void SetTargetCs(const wchar_t*) override {}
-    const wchar_t* GetTargetCs() override { return L"target"; }
-    void SetName(const wchar_t*) override {}
-    const wchar_t* GetName() override { return L"name"; }
-    void SetType(int) override {}
-    int GetType() override { return 1; }
-    void SetNote(const wchar_t*) override {}
-    const wchar_t* GetNote() override { return L"note"; }
-    void SetVersion(const wchar_t*) override {}
-    const wchar_t* GetVersion() override { return L"version"; }
-    std::wstring ToXmlString() override { return L"written by the client"; }
-    void FromXmlString(const wchar_t*) override {}
-};
 
 /// What a client can hand over that no compiler holds back. The collection uses it as a counted object, which it is.
 ConfigItem* passedOffAsItem(ConfigCollection& stranger)

@@ -168,6 +168,24 @@ TEST_F(ConfiguredTransformation, ForwardItem_AsksTheCatalogNothing)
                                         "TransformationInfo::SetKind"}));
 }
 
+TEST_F(ConfiguredTransformation, SuccessWithoutAnInfo_FindsNothing)
+{
+    const ScopedFault fault({.call = "TransformationInfo::CreateInstance", .code = 0});
+    EXPECT_EQ(find(elementOf(L"A", L"B", L"n")), std::nullopt);
+}
+
+TEST_F(ConfiguredTransformation, SuccessWithoutAnAnswer_IsNotReversible)
+{
+    {
+        const ScopedFault fault({.call = "GeodeticTransformationDefinition::IsReversible", .code = 0});
+        EXPECT_EQ(find(elementOf(L"B", L"A", kReversible)), std::nullopt);
+        EXPECT_EQ(Embedded::Faults::struck(), 1U);
+    }
+    const ScopedFault fault({.call = "GeodeticPathDefinition::IsReversible", .code = 0});
+    EXPECT_EQ(find(elementOf(L"B", L"A", kReversiblePath, 1)), std::nullopt);
+    EXPECT_EQ(Embedded::Faults::struck(), 1U);
+}
+
 TEST_F(ConfiguredTransformation, EveryCallOfAForwardSearch_CanFail)
 {
     const std::wstring text = elementOf(L"A", L"B", L"n");

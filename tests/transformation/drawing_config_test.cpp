@@ -123,7 +123,9 @@ TEST_F(DrawingConfig, WithoutAWorkingDrawing_IsNeitherReadNorWritten)
 {
     qedbHostApplicationServices()->setWorkingDatabase(nullptr);
     EXPECT_EQ(read(), kNothingRead);
+    Embedded::Faults::watch();
     EXPECT_FALSE(write(L"text"));
+    EXPECT_EQ(Embedded::Faults::seen(), std::vector<std::string>()) << "no document is locked for it";
     qedbHostApplicationServices()->setWorkingDatabase(document.database());
 }
 

@@ -125,6 +125,12 @@ TEST_F(RegistrySettings, Root_IsAskedOfTheHostEachTime)
     EXPECT_EQ(read(), (ReadText{true, item(1)}));
 }
 
+TEST_F(RegistrySettings, HostWithoutServices_HasAnEmptyRoot)
+{
+    const ScopedHostParts shutdown({.applicationServices = false});
+    EXPECT_EQ(Orvel::RegistrySettingsKey(), L"\\Applications\\OrvelCoordinateSystem\\Transformation");
+}
+
 TEST_F(RegistrySettings, NoText_LeavesTheCallersPointer)
 {
     const ScopedFault fault({.call = "RegCreateKeyExW"});

@@ -99,6 +99,22 @@ TEST_F(RegistryValue, QueryWithoutTheValue_LeavesTheText)
     EXPECT_EQ(left, L"former");
 }
 
+TEST_F(RegistryValue, KeyThatCannotBeOpened_IsAskedForNoValue)
+{
+    ASSERT_TRUE(set(L"Name", L"data"));
+    const ScopedFault fault({.call = "RegOpenKeyExW", .code = 5});
+    EXPECT_EQ(query(L"Name"), std::nullopt);
+    EXPECT_EQ(Embedded::Faults::seen(), std::vector<std::string>{"RegOpenKeyExW"});
+}
+
+TEST_F(RegistryValue, SuccessThatTellsNoSize_IsTakenForNone)
+{
+    giveValue(L"Name", 3, "A", 1);
+    const ScopedFault fault({.call = "RegQueryValueExW", .code = 0});
+    EXPECT_EQ(query(L"Name"), std::nullopt);
+    EXPECT_EQ(left, L"");
+}
+
 TEST_F(RegistryValue, ValueThatCannotBeReadOnceMeasured_EmptiesTheText)
 {
     ASSERT_TRUE(set(L"Name", L"data"));
@@ -127,9 +143,11 @@ TEST_F(RegistryValue, OtherTypes_AreReadAsTheTextThatTheirBytesAre)
     giveValue(L"Binary", 3, text, sizeof text);
     const DWORD number = L'N';
     giveValue(L"Number", 4, &number, sizeof number);
+    giveValue(L"Byte", 3, "A", 1);
     giveValue(L"None", 3, text, 0);
     EXPECT_EQ(query(L"Binary"), L"bytes");
     EXPECT_EQ(query(L"Number"), L"N");
+    EXPECT_EQ(query(L"Byte"), L"A");
     EXPECT_EQ(query(L"None"), L"");
 }
 

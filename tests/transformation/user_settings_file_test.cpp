@@ -1,5 +1,7 @@
 #include "transformation/user_settings_file.h"
 
+#include <gmock/gmock.h>
+
 #include <fstream>
 #include <iterator>
 
@@ -11,6 +13,8 @@ namespace Tests {
 namespace {
 
 using Embedded::ScopedFault;
+using testing::Contains;
+using testing::Not;
 
 class UserSettingsFile : public TransformationTest {
 protected:
@@ -48,6 +52,12 @@ TEST_F(UserSettingsFile, DoubledSeparator_LeadsToTheSameFile)
     userFolder.set(folder.path().string() + "\\");
     ASSERT_TRUE(write(one));
     EXPECT_EQ(fileBytes(), utf8(one) + "\r\n");
+}
+
+TEST_F(UserSettingsFile, FolderOfOneCharacter_IsTaken)
+{
+    userFolder.set("f");
+    EXPECT_EQ(path(), L"f\\TransformationSetting.xml");
 }
 
 TEST_F(UserSettingsFile, FolderOf259Characters_IsTaken)
@@ -125,6 +135,7 @@ TEST_F(LocalApplicationData, ThatTheSystemDoesNotHave_LeavesNoPath)
     EXPECT_EQ(path(), L"");
     EXPECT_FALSE(write(one));
     EXPECT_EQ(read(), kNothingRead);
+    EXPECT_THAT(Embedded::Faults::seen(), Not(Contains("_wfsopen")));
 }
 
 TEST_F(LocalApplicationData, ThatIsMissingItself_IsNotMadeAndLeavesNoPath)
@@ -295,8 +306,10 @@ TEST_F(UserSettingsFile, FileThatCannotBeReadToItsEnd_ReadsAsNothing)
 TEST_F(UserSettingsFile, TextThatCannotBeMeasured_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
-    const ScopedFault fault({.call = "MultiByteToWideChar"});
-    EXPECT_EQ(read(), kNothingRead);
+    for (const bool fromThenOn : {false, true}) {
+        const ScopedFault fault({.call = "MultiByteToWideChar", .fromThenOn = fromThenOn});
+        EXPECT_EQ(read(), kNothingRead);
+    }
 }
 
 TEST_F(UserSettingsFile, TextThatWasMeasuredAndCannotBeConverted_ReadsAsNothing)
@@ -311,6 +324,7 @@ TEST_F(UserSettingsFile, WithoutMemoryForTheText_ReadsAsNothing)
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "qeutNewBuffer"});
     EXPECT_EQ(read(), kNothingRead);
+    EXPECT_EQ(Embedded::Faults::seen().back(), "qeutNewBuffer") << "nothing is converted into it";
 }
 
 TEST_F(UserSettingsFile, ItemThatCannotBeConverted_LeavesThoseBeforeIt)
@@ -332,6 +346,13 @@ TEST_F(UserSettingsFile, ItemThatWasMeasuredAndCannotBeConverted_LeavesThoseBefo
 TEST_F(UserSettingsFile, FailureToWriteALine_IsPassedOver)
 {
     const ScopedFault fault({.call = "_wfsopen.write"});
+    EXPECT_TRUE(write(one + two));
+    EXPECT_EQ(Embedded::Faults::struck(), 1U);
+}
+
+TEST_F(UserSettingsFile, EachLine_IsHandedToTheSystemByItself)
+{
+    const ScopedFault fault({.call = "_wfsopen.write", .occurrence = 2});
     EXPECT_TRUE(write(one + two));
     EXPECT_EQ(Embedded::Faults::struck(), 1U);
 }

@@ -18,4 +18,10 @@ TEST_F(ClassIdStandIn, ATextThatIsRefusedLeavesTheIdentifier)
     }
 }
 
+TEST_F(ClassIdStandIn, NowhereToPutTheAnswer_IsAnInvalidArgument)
+{
+    EXPECT_EQ(CLSIDFromString(L"{3C00EA4B-0B84-11D2-9DE2-080009E6C5A1}", nullptr), E_INVALIDARG);
+    EXPECT_EQ(StringFromCLSID(CLSID{}, nullptr), E_INVALIDARG);
+}
+
 } // namespace

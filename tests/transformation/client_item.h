@@ -1,0 +1,27 @@
+// What a client of the module can make of its public classes.
+#pragma once
+
+#include "transformation/config_items.h"
+
+namespace Tests {
+
+/// An item of a client's own, which writes what it likes and inherits how it is disposed of.
+class ClientItem : public ConfigItem {
+public:
+    void SetSourceCs(const wchar_t*) override {}
+    const wchar_t* GetSourceCs() override { return L"source"; }
+    void SetTargetCs(const wchar_t*) override {}
+    const wchar_t* GetTargetCs() override { return L"target"; }
+    void SetName(const wchar_t*) override {}
+    const wchar_t* GetName() override { return L"name"; }
+    void SetType(int) override {}
+    int GetType() override { return 1; }
+    void SetNote(const wchar_t*) override {}
+    const wchar_t* GetNote() override { return L"note"; }
+    void SetVersion(const wchar_t*) override {}
+    const wchar_t* GetVersion() override { return L"version"; }
+    std::wstring ToXmlString() override { return L"written by the client"; }
+    void FromXmlString(const wchar_t*) override {}
+};
+
+} // namespace Tests

@@ -1,0 +1,49 @@
+// Classes of a client's own, which are disposed of as the public classes say.
+#include "support/platform_test.h"
+#include "transformation/client_item.h"
+
+namespace Tests {
+namespace {
+
+/// A collection of a client's own that has nothing in it.
+class EmptyClientCollection : public ConfigCollection {
+public:
+    void Add(ConfigItem*) override {}
+    void Clear() override {}
+    int GetCount() override { return 0; }
+    FqDisposable* GetItem(int) override { return nullptr; }
+    std::wstring ToXmlString() override { return {}; }
+    void FromXmlString(const wchar_t*) override {}
+};
+
+class InheritedDisposal : public PlatformTest {
+protected:
+    static long objects() { return Embedded::Audit::now()[Embedded::Held::disposableObject]; }
+    const long before = objects();
+};
+
+TEST_F(InheritedDisposal, DeletesAnItem)
+{
+    ConfigItem* const item = new ClientItem;
+    ASSERT_EQ(objects(), before + 1);
+    item->Dispose();
+    EXPECT_EQ(objects(), before);
+}
+
+TEST_F(InheritedDisposal, DeletesACollection)
+{
+    ConfigCollection* const collection = new EmptyClientCollection;
+    ASSERT_EQ(objects(), before + 1);
+    collection->Dispose();
+    EXPECT_EQ(objects(), before);
+}
+
+TEST_F(InheritedDisposal, FollowsTheLastRelease)
+{
+    ConfigItem* const item = new ClientItem;
+    EXPECT_EQ(item->Release(), 0);
+    EXPECT_EQ(objects(), before);
+}
+
+} // namespace
+} // namespace Tests
