@@ -97,13 +97,13 @@ class MutatedTree:
             options.append("-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
         self.run(["cmake", "-S", str(self.tree), "-B", str(self.build), *options])
 
-    def make(self, jobs: int):
+    def make(self):
         """Builds, and leaves out what does not compile, until everything does."""
         self.copy()
         self.write_files()
         self.configure()
         while True:
-            told = self.run(["ninja", "-C", str(self.build), f"-j{jobs}", "-k0", *self.programs], may_fail=True)
+            told = self.run(["ninja", "-C", str(self.build), "-k0", *self.programs], may_fail=True)
             if told is None:
                 return
             if not self.drop_refused(told):

@@ -11,7 +11,6 @@ from dataclasses import dataclass
 from pathlib import Path
 
 CANNOT_BE_MADE = 97  # selection.h
-BUSY = 3.0  # the load from which on one process runs, not two
 BATCHES_MS = (300, 4000, float("inf"))  # most mutants fall to a few quick tests
 LARGEST_MEMORY = 4 << 30
 
@@ -117,20 +116,17 @@ class Trials:
         turn = threading.Lock()
         waiting = iter(mutants)
 
-        def work(spare: bool):
+        def work():
             while True:
-                while spare and os.getloadavg()[0] > BUSY and not self.done:
-                    time.sleep(5)
                 with turn:
                     mutant = next(waiting, None)
-                    self.done = mutant is None
                 if mutant is None:
                     return
                 verdict = self.judge(*mutant)
                 with turn:
                     told(mutant[2], verdict)
 
-        self.done = False
-        with ThreadPoolExecutor(2) as pool:
-            for each in [pool.submit(work, False), pool.submit(work, True)]:
+        jobs = os.cpu_count()
+        with ThreadPoolExecutor(jobs) as pool:
+            for each in [pool.submit(work) for _ in range(jobs)]:
                 each.result()

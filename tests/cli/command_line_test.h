@@ -11,8 +11,8 @@
 #include <nlohmann/json.hpp>
 
 #include "embedded/foundation/utf8_path.h"
-#include "file_text.h"
 #include "program_run.h"
+#include "support/file_text.h"
 #include "support/platform_test.h"
 #include "support/scoped_registry.h"
 #include "support/temporary_folder.h"

@@ -1,26 +1,17 @@
 #include "storage/documented_example.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <stdexcept>
 
 #include "embedded/foundation/text.h"
 #include "storage/byte_patterns.h"
+#include "support/file_text.h"
 
 namespace Tests {
 namespace {
 
 constexpr std::size_t kBytesPerLine = 32;
-
-std::string contentsOf(const std::string& page)
-{
-    std::ifstream file(ORVEL_SOURCE_DIR "/docs/formats/" + page, std::ios::binary);
-    if (!file)
-        throw std::runtime_error("docs/formats/" + page + " cannot be read");
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 std::string withoutRemark(const std::string& line)
 {
@@ -62,7 +53,7 @@ struct ValuePrinter {
 
 DocumentedExample::DocumentedExample(const std::string& page, const std::string& label) : page_(page), label_(label)
 {
-    const std::string contents = contentsOf(page);
+    const std::string contents = readFile(ORVEL_SOURCE_DIR "/docs/formats/" + page);
     const std::string opening = "\n```" + label + '\n';
     const std::size_t begin = contents.find(opening);
     const std::size_t end = begin == std::string::npos ? begin : contents.find("\n```", begin + opening.size());

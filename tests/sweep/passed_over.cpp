@@ -2,48 +2,20 @@
 
 #include <map>
 
+#include "support/excused_calls.h"
+
 namespace Tests {
 namespace {
 
-using Reasons = std::map<std::string, std::string>;
+/// Whatever the drawing holds.
+const ExcusedCalls kReading = kReadingWithoutALegacyCode + kReadingOfTheXrecord +
+                              ExcusedCalls{
+                                  {"allocation", "a legacy code that cannot be copied is none"},
+                                  {"hostAllocation", "a stored form that cannot be read is none"},
+                              };
 
-Reasons operator+(Reasons left, const Reasons& right)
-{
-    left.insert(right.begin(), right.end());
-    return left;
-}
-
-const Reasons kReading{
-    {"allocation", "a legacy code that cannot be copied is none"},
-    {"hostAllocation", "a stored form that cannot be read is none"},
-    {"QeDbDatabase::getNamedObjectsDictionary", "a legacy code that cannot be read is none, and so is an xrecord"},
-    {"QeDbObject::xData", "a legacy code that cannot be read is none"},
-    {"qedbGetGeoDataObjId", "a GeoData object that cannot be found is none"},
-    {"qeutNewRb", "a legacy code that cannot be copied is none"},
-    {"qeapp_malloc", "a legacy code that cannot be copied is none"},
-    {"QeDbDictionary::getAt", "an xrecord that cannot be read is none: the catalog answers"},
-    {"qedbOpenQeDbObject", "an xrecord that cannot be read is none: the catalog answers"},
-    {"QeDbXrecord::rbChain", "an xrecord that cannot be read is none: the catalog answers"},
-    {"StringFromCLSID", "a stored definition that cannot be decoded is none"},
-    {"DefinitionStream::CreateInstance", "a stored definition that cannot be decoded is none"},
-    {"DefinitionStream::Read", "a stored definition that cannot be decoded is none"},
-    {"DefinitionStream::GetDefinitions", "a stored definition that cannot be decoded is none"},
-    {"DefinitionBaseArray::Add", "the library's own additions while it decodes"},
-    {"DefinitionBase::GetCode", "a stored set that cannot be checked is none; a system without a code is unknown"},
-    {"CoordinateReferenceSystemDefinition::GetKind", "a stored set that cannot be checked is none"},
-    {"CoordinateReferenceSystemDefinition::GetDatumCode", "a stored set that cannot be checked is none"},
-    {"DatumDefinition::GetEllipsoidCode", "a stored set that cannot be checked is none"},
-    {"DatumDefinition::SetEllipsoid", "a stored system that cannot be linked is whole without it"},
-    {"CoordinateReferenceSystemDefinition::SetDatum", "a stored system that cannot be linked is whole without it"},
-};
-
-const Reasons kAssigning{
-    {"DefinitionBase::GetCode", "a definition without a code is announced with the empty text"},
-    {"qedbGetGeoDataObjId", "on writing, an object that cannot be found is made"},
-};
-
-const Reasons kConverting =
-    kReading + Reasons{
+const ExcusedCalls kConverting =
+    kReading + ExcusedCalls{
                    {"CoordinateReferenceSystemDefinition::Load", "the drawing's own definition is as good"},
                    {"FormatConverter::DefinitionToWkt_s", "older readers can do without the WKT"},
                    {"QeDbSymbolUtilitiesServices::blockModelSpaceId", "older readers can do without the WKT"},
@@ -53,45 +25,45 @@ const Reasons kConverting =
                };
 
 /// What an exception in the host comes to where it is caught.
-const Reasons kRemoving{
+const ExcusedCalls kRemoving{
     {"hostAllocation", "an object that cannot be destroyed at once is destroyed with its drawing"},
 };
 
-const Reasons kReadingOfSettings{
+const ExcusedCalls kReadingOfSettings{
     {"_wfsopen.close", "all has been read by then"},
 };
 
-const Reasons kWritingOfSettings{
+const ExcusedCalls kWritingOfSettings{
     {"_wfsopen.write", "documented: a file that could be opened is answered with true"},
     {"_wfsopen.close", "documented: a file that could be opened is answered with true"},
 };
 
-const Reasons kEmptyingOfSettings{
+const ExcusedCalls kEmptyingOfSettings{
     {"RegEnumValueW", "its own failure is the answer that there are no more values"},
 };
 
-const Reasons kLookingUp =
-    kReadingOfSettings + Reasons{
+const ExcusedCalls kLookingUp =
+    kReadingOfSettings + ExcusedCalls{
                              {"QeDbDatabase::getNamedObjectsDictionary", "then the user's settings answer"},
                              {"QeDbDictionary::getAt", "then the user's settings answer"},
                              {"allocation", "what has been read is kept in more memory than it needs"},
                          };
 
-const Reasons kEntering{
+const ExcusedCalls kEntering{
     {"qerxRegisterAppMDIAware", "a host that keeps no note of it can use the module all the same"},
     {"QeRxDynamicLinker::unlockApplication", "the module stays loaded, that is all"},
     {"QeDbDecompositionManager::addReactor", "a host without decomposition can use the module all the same"},
     {"QeDbDecompositionManager::removeReactor", "the host unmaps the module whatever the result"},
 };
 
-const std::map<std::string, Reasons>& tableOfReasons()
+const std::map<std::string, ExcusedCalls>& tableOfReasons()
 {
-    static const std::map<std::string, Reasons> table{
+    static const std::map<std::string, ExcusedCalls> table{
         {"GetCoordinateSystem(array)", kReading},
         {"GetCoordinateSystem(definition)", kReading},
         {"GetCoordinateSystem(code)", kReading},
-        {"SetCoordinateSystem(definition)", kAssigning + kRemoving},
-        {"SetCoordinateSystem(code)", kAssigning + kRemoving},
+        {"SetCoordinateSystem(definition)", kAssigning + kMakingGeoData + kRemoving},
+        {"SetCoordinateSystem(code)", kAssigning + kMakingGeoData + kRemoving},
         {"ClearCoordinateSystem", kRemoving},
         {"ApplyCoordinateSystemStorageVersion", kConverting},
         {"saving a drawing", kConverting},

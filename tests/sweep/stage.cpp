@@ -1,11 +1,10 @@
 #include "sweep/stage.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "embedded/host/drawing_file.h"
+#include "support/file_text.h"
 #include "sweep/drawing_contents.h"
 #include "transformation/registry_settings.h"
 #include "transformation/registry_value.h"
@@ -23,17 +22,14 @@ void demand(bool done, const char* what)
 
 std::optional<std::string> bytesOf(const std::filesystem::path& file)
 {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream)
-        return std::nullopt;
-    return std::string(std::istreambuf_iterator<char>(stream), {});
+    return std::filesystem::exists(file) ? std::optional(readFile(file)) : std::nullopt;
 }
 
 void putFile(const std::filesystem::path& file, const std::optional<std::string>& bytes)
 {
     std::filesystem::remove(file);
     if (bytes)
-        demand(static_cast<bool>(std::ofstream(file, std::ios::binary) << *bytes), "the settings file");
+        writeFile(file, *bytes);
 }
 
 /// Each value, in the registry's order.

@@ -1,6 +1,6 @@
 // The text of a collection.
 #include "support/platform_test.h"
-#include "transformation/client_item.h"
+#include "transformation/client_classes.h"
 
 namespace Tests {
 namespace {

@@ -1,20 +1,9 @@
 // Classes of a client's own, which are disposed of as the public classes say.
 #include "support/platform_test.h"
-#include "transformation/client_item.h"
+#include "transformation/client_classes.h"
 
 namespace Tests {
 namespace {
-
-/// A collection of a client's own that has nothing in it.
-class EmptyClientCollection : public ConfigCollection {
-public:
-    void Add(ConfigItem*) override {}
-    void Clear() override {}
-    int GetCount() override { return 0; }
-    FqDisposable* GetItem(int) override { return nullptr; }
-    std::wstring ToXmlString() override { return {}; }
-    void FromXmlString(const wchar_t*) override {}
-};
 
 class InheritedDisposal : public PlatformTest {
 protected:
@@ -32,7 +21,7 @@ TEST_F(InheritedDisposal, DeletesAnItem)
 
 TEST_F(InheritedDisposal, DeletesACollection)
 {
-    ConfigCollection* const collection = new EmptyClientCollection;
+    ConfigCollection* const collection = new ClientCollection;
     ASSERT_EQ(objects(), before + 1);
     collection->Dispose();
     EXPECT_EQ(objects(), before);

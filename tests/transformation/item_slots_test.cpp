@@ -3,7 +3,7 @@
 #include "platform/foundation.h"
 #include "support/platform_test.h"
 #include "support/virtual_table.h"
-#include "transformation/config_items.h"
+#include "transformation/client_classes.h"
 
 namespace Tests {
 namespace {
@@ -50,95 +50,65 @@ struct Foundation {
 };
 
 // Objects of these are on the stack, where nothing disposes them.
-struct PlainItem : ConfigItem {
-    PlainItem() = default;
-    ~PlainItem() override = default;
-    void SetSourceCs(const wchar_t*) override {}
-    const wchar_t* GetSourceCs() override { return L""; }
-    void SetTargetCs(const wchar_t*) override {}
-    const wchar_t* GetTargetCs() override { return L""; }
-    void SetName(const wchar_t*) override {}
-    const wchar_t* GetName() override { return L""; }
-    void SetType(int) override {}
-    int GetType() override { return 0; }
-    void SetNote(const wchar_t*) override {}
-    const wchar_t* GetNote() override { return L""; }
-    void SetVersion(const wchar_t*) override {}
-    const wchar_t* GetVersion() override { return L""; }
-    std::wstring ToXmlString() override { return {}; }
-    void FromXmlString(const wchar_t*) override {}
-};
-
-struct SetSourceCsOnly : PlainItem {
+struct SetSourceCsOnly : ClientItem {
     void SetSourceCs(const wchar_t*) override {}
 };
-struct GetSourceCsOnly : PlainItem {
+struct GetSourceCsOnly : ClientItem {
     const wchar_t* GetSourceCs() override { return L"a"; }
 };
-struct SetTargetCsOnly : PlainItem {
+struct SetTargetCsOnly : ClientItem {
     void SetTargetCs(const wchar_t*) override {}
 };
-struct GetTargetCsOnly : PlainItem {
+struct GetTargetCsOnly : ClientItem {
     const wchar_t* GetTargetCs() override { return L"a"; }
 };
-struct SetNameOnly : PlainItem {
+struct SetNameOnly : ClientItem {
     void SetName(const wchar_t*) override {}
 };
-struct GetNameOnly : PlainItem {
+struct GetNameOnly : ClientItem {
     const wchar_t* GetName() override { return L"a"; }
 };
-struct SetTypeOnly : PlainItem {
+struct SetTypeOnly : ClientItem {
     void SetType(int) override {}
 };
-struct GetTypeOnly : PlainItem {
+struct GetTypeOnly : ClientItem {
     int GetType() override { return 1; }
 };
-struct SetNoteOnly : PlainItem {
+struct SetNoteOnly : ClientItem {
     void SetNote(const wchar_t*) override {}
 };
-struct GetNoteOnly : PlainItem {
+struct GetNoteOnly : ClientItem {
     const wchar_t* GetNote() override { return L"a"; }
 };
-struct SetVersionOnly : PlainItem {
+struct SetVersionOnly : ClientItem {
     void SetVersion(const wchar_t*) override {}
 };
-struct GetVersionOnly : PlainItem {
+struct GetVersionOnly : ClientItem {
     const wchar_t* GetVersion() override { return L"a"; }
 };
-struct ItemToXmlStringOnly : PlainItem {
+struct ItemToXmlStringOnly : ClientItem {
     std::wstring ToXmlString() override { return L"a"; }
 };
-struct ItemFromXmlStringOnly : PlainItem {
+struct ItemFromXmlStringOnly : ClientItem {
     void FromXmlString(const wchar_t*) override {}
 };
 
-struct PlainCollection : ConfigCollection {
-    PlainCollection() = default;
-    ~PlainCollection() override = default;
-    void Add(ConfigItem*) override {}
-    void Clear() override {}
-    int GetCount() override { return 0; }
-    FqDisposable* GetItem(int) override { return nullptr; }
-    std::wstring ToXmlString() override { return {}; }
-    void FromXmlString(const wchar_t*) override {}
-};
-
-struct AddOnly : PlainCollection {
+struct AddOnly : ClientCollection {
     void Add(ConfigItem*) override {}
 };
-struct ClearOnly : PlainCollection {
+struct ClearOnly : ClientCollection {
     void Clear() override {}
 };
-struct GetCountOnly : PlainCollection {
+struct GetCountOnly : ClientCollection {
     int GetCount() override { return 1; }
 };
-struct GetItemOnly : PlainCollection {
+struct GetItemOnly : ClientCollection {
     FqDisposable* GetItem(int) override { return this; }
 };
-struct CollectionToXmlStringOnly : PlainCollection {
+struct CollectionToXmlStringOnly : ClientCollection {
     std::wstring ToXmlString() override { return L"a"; }
 };
-struct CollectionFromXmlStringOnly : PlainCollection {
+struct CollectionFromXmlStringOnly : ClientCollection {
     void FromXmlString(const wchar_t*) override {}
 };
 
@@ -156,13 +126,13 @@ Slots overridden()
 template <class Derived>
 Slots itemSlots()
 {
-    return overridden<Derived, PlainItem, kItemSlots>();
+    return overridden<Derived, ClientItem, kItemSlots>();
 }
 
 template <class Derived>
 Slots collectionSlots()
 {
-    return overridden<Derived, PlainCollection, kCollectionSlots>();
+    return overridden<Derived, ClientCollection, kCollectionSlots>();
 }
 
 template <class Plain, std::size_t slots>
@@ -186,7 +156,7 @@ class ConfigCollectionSlots : public PlatformTest {};
 
 TEST_F(ConfigItemSlots, TheFoundationsOperationsComeFirst)
 {
-    expectTheFoundationFirst<PlainItem, kItemSlots>();
+    expectTheFoundationFirst<ClientItem, kItemSlots>();
 }
 
 TEST_F(ConfigItemSlots, TheFieldsComeNextEachSetterBeforeItsGetter)
@@ -213,7 +183,7 @@ TEST_F(ConfigItemSlots, WritingAndReadingComeLast)
 
 TEST_F(ConfigCollectionSlots, TheFoundationsOperationsComeFirst)
 {
-    expectTheFoundationFirst<PlainCollection, kCollectionSlots>();
+    expectTheFoundationFirst<ClientCollection, kCollectionSlots>();
 }
 
 TEST_F(ConfigCollectionSlots, TheListsOperationsComeNext)

@@ -1,6 +1,6 @@
 // Texts are written into room that was made for them at once: one that grows takes three times its length for a while.
 #include "support/platform_test.h"
-#include "transformation/client_item.h"
+#include "transformation/client_classes.h"
 
 namespace Tests {
 namespace {

@@ -8,7 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "cli/file_text.h"
+#include "support/file_text.h"
 
 namespace Tests {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-#include "cli/file_text.h"
 #include "cli/win32/started_program.h"
+#include "support/file_text.h"
 
 namespace Tests {
 namespace {

@@ -1,7 +1,6 @@
 #include "saves/posix/simulated_disk.h"
 
-#include <fstream>
-#include <iterator>
+#include "support/file_text.h"
 
 namespace Tests {
 
@@ -158,7 +157,7 @@ void makeFolder(const fs::path& folder, const FolderContents& contents)
     fs::create_directories(folder);
     for (const auto& [name, content] : contents) {
         fs::create_directories((folder / name).parent_path());
-        std::ofstream(folder / name, std::ios::binary) << content;
+        writeFile(folder / name, content);
     }
 }
 
@@ -168,8 +167,7 @@ FolderContents contentsBelow(const fs::path& folder)
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
         if (!entry.is_regular_file())
             continue;
-        std::ifstream stream(entry.path(), std::ios::binary);
-        contents[entry.path().lexically_relative(folder)] = {std::istreambuf_iterator<char>(stream), {}};
+        contents[entry.path().lexically_relative(folder)] = readFile(entry.path());
     }
     return contents;
 }

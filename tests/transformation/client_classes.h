@@ -8,6 +8,8 @@ namespace Tests {
 /// An item of a client's own, which writes what it likes and inherits how it is disposed of.
 class ClientItem : public ConfigItem {
 public:
+    ClientItem() = default;
+    ~ClientItem() override = default;
     void SetSourceCs(const wchar_t*) override {}
     const wchar_t* GetSourceCs() override { return L"source"; }
     void SetTargetCs(const wchar_t*) override {}
@@ -21,6 +23,19 @@ public:
     void SetVersion(const wchar_t*) override {}
     const wchar_t* GetVersion() override { return L"version"; }
     std::wstring ToXmlString() override { return L"written by the client"; }
+    void FromXmlString(const wchar_t*) override {}
+};
+
+/// A collection of a client's own that has nothing in it.
+class ClientCollection : public ConfigCollection {
+public:
+    ClientCollection() = default;
+    ~ClientCollection() override = default;
+    void Add(ConfigItem*) override {}
+    void Clear() override {}
+    int GetCount() override { return 0; }
+    FqDisposable* GetItem(int) override { return nullptr; }
+    std::wstring ToXmlString() override { return {}; }
     void FromXmlString(const wchar_t*) override {}
 };
 
