@@ -1,6 +1,7 @@
 #include "command_line_test.h"
 
 #include <algorithm>
+#include <map>
 
 namespace Tests {
 
@@ -43,15 +44,26 @@ Json CommandLineTest::runForJson(std::vector<std::string> arguments, int expecte
 
 void CommandLineTest::givenDrawing(const std::string& name, int version) const
 {
-    const ProgramResult result = run({"new", "--quiet", "--drawing-version", std::to_string(version), name});
-    ASSERT_EQ(result.status, 0) << result.errors;
+    givenOnceMade(name, {{"new", "--quiet", "--drawing-version", std::to_string(version)}});
 }
 
 void CommandLineTest::givenDrawingWith(const std::string& name, const std::string& code) const
 {
-    givenDrawing(name);
-    const ProgramResult result = run({"assign", "--quiet", code, name});
-    ASSERT_EQ(result.status, 0) << result.errors;
+    givenOnceMade(name, {{"new", "--quiet"}, {"assign", "--quiet", code}});
+}
+
+void CommandLineTest::givenOnceMade(const std::string& name, const CommandLines& commands) const
+{
+    static std::map<CommandLines, std::string> made;
+    const auto known = made.find(commands);
+    if (known != made.end())
+        return given(name, known->second);
+    for (std::vector<std::string> arguments : commands) {
+        arguments.push_back(name);
+        const ProgramResult result = run(std::move(arguments));
+        ASSERT_EQ(result.status, 0) << result.errors;
+    }
+    made.emplace(commands, contents(name));
 }
 
 std::vector<std::string> CommandLineTest::files() const

@@ -42,6 +42,10 @@ protected:
     std::vector<std::string> files() const;
 
 private:
+    using CommandLines = std::vector<std::vector<std::string>>;
+    /// The drawing that the commands make of nothing: the same bytes each time, and so one of an earlier test will do.
+    void givenOnceMade(const std::string& name, const CommandLines& commands) const;
+
     TemporaryFolder root_;
     std::filesystem::path folder_ = root_.path() / "work";
     std::filesystem::path captures_ = root_.path() / "captures";
