@@ -1,10 +1,12 @@
 #include "embedded/spatial_reference/binary_stream.h"
 
+#include <string>
 #include <utility>
 
 #include "embedded/spatial_reference/byte_coding.h"
 #include "embedded/spatial_reference/document_check.h"
 #include "embedded/spatial_reference/document_coding.h"
+#include "embedded/spatial_reference/remembered.h"
 
 namespace Embedded {
 namespace {
@@ -54,6 +56,27 @@ std::optional<std::string_view> withoutChecksum(std::string_view bytes)
     return checksum == crc32(body) ? std::optional(body) : std::nullopt;
 }
 
+std::optional<std::vector<DefinitionData>> readStream(std::string_view bytes)
+{
+    const auto body = withoutChecksum(bytes);
+    if (!body)
+        return std::nullopt;
+    ByteReader reader(*body);
+    if (reader.byte() != kFirstByte || reader.byte() != kVersion)
+        return std::nullopt;
+    const auto count = reader.count();
+    std::vector<DefinitionData> definitions;
+    for (std::size_t index = 0; count && index < *count; ++index) {
+        auto definition = readDefinition(reader);
+        if (!definition)
+            return std::nullopt;
+        definitions.push_back(*std::move(definition));
+    }
+    if (!count || reader.remaining() != 0)
+        return std::nullopt;
+    return definitions;
+}
+
 } // namespace
 
 std::string binaryStreamFrom(const std::vector<DefinitionData>& definitions)
@@ -73,22 +96,13 @@ std::string binaryStreamFrom(const std::vector<DefinitionData>& definitions)
 
 std::optional<std::vector<DefinitionData>> definitionsFromBinaryStream(std::string_view bytes)
 {
-    const auto body = withoutChecksum(bytes);
-    if (!body)
-        return std::nullopt;
-    ByteReader reader(*body);
-    if (reader.byte() != kFirstByte || reader.byte() != kVersion)
-        return std::nullopt;
-    const auto count = reader.count();
-    std::vector<DefinitionData> definitions;
-    for (std::size_t index = 0; count && index < *count; ++index) {
-        auto definition = readDefinition(reader);
-        if (!definition)
-            return std::nullopt;
-        definitions.push_back(*std::move(definition));
-    }
-    if (!count || reader.remaining() != 0)
-        return std::nullopt;
+    static Remembered<std::string, std::vector<DefinitionData>> streams;
+    std::string key(bytes);
+    if (const std::vector<DefinitionData>* const known = streams.find(key))
+        return *known;
+    auto definitions = readStream(bytes);
+    if (definitions)
+        streams.keep(std::move(key), *definitions);
     return definitions;
 }
 

@@ -1,8 +1,11 @@
 #include "embedded/spatial_reference/catalog_loader.h"
 
+#include <utility>
+
 #include "embedded/foundation/text.h"
 #include "embedded/spatial_reference/canonical_document.h"
 #include "embedded/spatial_reference/local_systems.h"
+#include "embedded/spatial_reference/remembered.h"
 
 namespace Embedded {
 namespace {
@@ -65,6 +68,27 @@ Loaded loadLocal(const CatalogCode& code, DefinitionType type)
     return {statusOk, DefinitionData(type, code.text(), *document)};
 }
 
+std::optional<DefinitionData> readFromDatabase(const CatalogCode& code, DefinitionType type)
+{
+    const ProjObject object = catalogObject(code, categoryOf(type));
+    if (!object)
+        return std::nullopt;
+    DefinitionData data(type, code.text(), canonicalDocument(object.get()));
+    return isOfThisLibrary(data) ? std::optional(std::move(data)) : std::nullopt;
+}
+
+std::optional<DefinitionData> rememberedDefinition(const CatalogCode& code, DefinitionType type)
+{
+    static Remembered<std::pair<DefinitionType, std::string>, DefinitionData> definitions;
+    const std::pair key(type, code.text());
+    if (const DefinitionData* const known = definitions.find(key))
+        return *known;
+    std::optional<DefinitionData> data = readFromDatabase(code, type);
+    if (data)
+        definitions.keep(key, *data);
+    return data;
+}
+
 } // namespace
 
 ProjObject catalogObject(const CatalogCode& code, PJ_CATEGORY category)
@@ -84,11 +108,8 @@ Loaded loadFromCatalog(const wchar_t* text, DefinitionType type)
         return notFound();
     if (code->authority == kLocalAuthority)
         return loadLocal(*code, type);
-    const ProjObject object = catalogObject(*code, categoryOf(type));
-    if (!object)
-        return notFound();
-    DefinitionData data(type, code->text(), canonicalDocument(object.get()));
-    return isOfThisLibrary(data) ? Loaded{statusOk, std::move(data)} : notFound();
+    std::optional<DefinitionData> data = rememberedDefinition(*code, type);
+    return data ? Loaded{statusOk, std::move(data)} : notFound();
 }
 
 } // namespace Embedded

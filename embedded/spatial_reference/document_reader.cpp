@@ -118,7 +118,7 @@ private:
                 return std::nullopt;
             result.push_back(*std::move(element));
         }
-        return count ? std::optional(result) : std::nullopt;
+        return count ? std::optional(std::move(result)) : std::nullopt;
     }
 
     std::optional<Document> object(int depth)
@@ -132,7 +132,7 @@ private:
                 return std::nullopt;
             result[key->get_ref<const std::string&>()] = *std::move(member);
         }
-        return count ? std::optional(result) : std::nullopt;
+        return count ? std::optional(std::move(result)) : std::nullopt;
     }
 
     std::optional<Document> epsgIdentifier()

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "embedded/foundation/text.h"
 #include "embedded/spatial_reference/canonical_document.h"
 #include "embedded/spatial_reference/definition_data.h"
 #include "embedded/spatial_reference/outcome.h"
+#include "embedded/spatial_reference/remembered.h"
 
 namespace Zentara::Infrastructure::SpatialReference {
 namespace {
@@ -29,31 +32,48 @@ void copyWithNul(const std::wstring& text, wchar_t* buffer)
     std::copy_n(text.c_str(), text.size() + 1, buffer);
 }
 
-Status writeWkt2(const PJ* system, wchar_t* buffer, std::size_t bufferCharacters)
+/// What a system can be written as, and what writing it so comes to.
+struct Forms {
+    Status status = statusFailed;
+    std::vector<std::wstring> texts{}; // the best one first
+};
+
+Forms formsOf(const PJ* system)
 {
-    auto text = wktOf(system, PJ_WKT2_2019);
-    if (text && !fits(*text, bufferCharacters))
-        text = wktOf(system, PJ_WKT2_2019_SIMPLIFIED);
-    if (!text)
-        return statusFailed;
-    if (!fits(*text, bufferCharacters))
-        return statusBufferTooSmall;
-    copyWithNul(*text, buffer);
-    return statusInexact;
+    if (auto text = wktOf(system, PJ_WKT1_GDAL))
+        return {statusOk, {*std::move(text)}};
+    Forms forms{statusInexact};
+    for (const PJ_WKT_TYPE type : {PJ_WKT2_2019, PJ_WKT2_2019_SIMPLIFIED}) {
+        if (auto text = wktOf(system, type))
+            forms.texts.push_back(*std::move(text));
+    }
+    return forms;
+}
+
+Forms formsOf(const Embedded::Document& document)
+{
+    static Embedded::Remembered<std::string, Forms> remembered;
+    std::string key = document.dump();
+    if (const Forms* const known = remembered.find(key))
+        return *known;
+    const Embedded::ProjObject system = Embedded::projObjectFrom(document);
+    Forms forms = system ? formsOf(system.get()) : Forms();
+    if (!forms.texts.empty())
+        remembered.keep(std::move(key), forms);
+    return forms;
 }
 
 Status writeWkt(const Embedded::Document& document, wchar_t* buffer, std::size_t bufferCharacters)
 {
-    const Embedded::ProjObject system = Embedded::projObjectFrom(document);
-    if (!system)
+    const Forms forms = formsOf(document);
+    if (forms.texts.empty())
         return statusFailed;
-    const auto text = wktOf(system.get(), PJ_WKT1_GDAL);
-    if (!text)
-        return writeWkt2(system.get(), buffer, bufferCharacters);
-    if (!fits(*text, bufferCharacters))
+    const auto text = std::ranges::find_if(
+        forms.texts, [bufferCharacters](const std::wstring& form) { return fits(form, bufferCharacters); });
+    if (text == forms.texts.end())
         return statusBufferTooSmall;
     copyWithNul(*text, buffer);
-    return statusOk;
+    return forms.status;
 }
 
 } // namespace

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "embedded/foundation/text.h"
 #include "embedded/spatial_reference/document_check.h"
 #include "embedded/spatial_reference/json_reader.h"
+#include "embedded/spatial_reference/remembered.h"
 
 namespace Embedded {
 namespace {
@@ -84,6 +86,19 @@ std::optional<std::wstring> wideTextFrom(std::string_view utf16le)
     return text;
 }
 
+TextReading readUtf16le(std::string_view utf16le)
+{
+    if (utf16le.empty())
+        return {statusEmptyText, {}};
+    const auto text = wideTextFrom(utf16le);
+    if (!text)
+        return {statusUnreadable, {}};
+    if (text->empty())
+        return {statusEmptyText, {}};
+    const auto frame = isWellFormed(*text) ? readJson(utf8FromWide(*text)) : std::nullopt;
+    return frame ? readFrame(*frame) : TextReading{statusUnreadable, {}};
+}
+
 } // namespace
 
 std::string textFrameFrom(const DefinitionData& definition, bool includeDependents)
@@ -101,15 +116,14 @@ std::string textFrameFrom(const DefinitionData& definition, bool includeDependen
 
 TextReading definitionsFromTextFrame(std::string_view utf16le)
 {
-    if (utf16le.empty())
-        return {statusEmptyText, {}};
-    const auto text = wideTextFrom(utf16le);
-    if (!text)
-        return {statusUnreadable, {}};
-    if (text->empty())
-        return {statusEmptyText, {}};
-    const auto frame = isWellFormed(*text) ? readJson(utf8FromWide(*text)) : std::nullopt;
-    return frame ? readFrame(*frame) : TextReading{statusUnreadable, {}};
+    static Remembered<std::string, TextReading> readings;
+    std::string key(utf16le);
+    if (const TextReading* const known = readings.find(key))
+        return *known;
+    TextReading reading = readUtf16le(utf16le);
+    if (reading.status == statusOk)
+        readings.keep(std::move(key), reading);
+    return reading;
 }
 
 } // namespace Embedded
