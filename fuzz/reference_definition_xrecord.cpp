@@ -1,6 +1,7 @@
 #include "fuzz/reference_definition_xrecord.h"
 
 #include <cwctype>
+#include <map>
 
 #include "fuzz/definition_round_trip.h"
 #include "storage/packed_definition.h"
@@ -31,32 +32,78 @@ std::wstring asked(const auto& query)
     return text;
 }
 
-void gatherSystem(const Library::CoordinateReferenceSystemDefinition& system, Gathered& gathered)
+/// What a definition says of itself.
+struct Facts {
+    enum class Kind { system, datum, ellipsoid };
+    Kind kind;
+    std::wstring code;
+    std::wstring datum{};
+    std::wstring ellipsoid{};
+    int systemKind = 0;
+};
+
+Facts factsOf(const Library::CoordinateReferenceSystemDefinition& system)
 {
-    gathered.codes.system = asked([&](const wchar_t*& text) { return system.GetCode(text); });
-    gathered.namedDatum = asked([&](const wchar_t*& text) { return system.GetDatumCode(text); });
-    gathered.ellipsoidOfSystem = asked([&](const wchar_t*& text) { return system.GetEllipsoidCode(text); });
-    Tests::requireOk(system.GetKind(gathered.systemKind));
+    Facts facts{Facts::Kind::system, asked([&](const wchar_t*& text) { return system.GetCode(text); })};
+    facts.datum = asked([&](const wchar_t*& text) { return system.GetDatumCode(text); });
+    facts.ellipsoid = asked([&](const wchar_t*& text) { return system.GetEllipsoidCode(text); });
+    Tests::requireOk(system.GetKind(facts.systemKind));
+    return facts;
 }
 
-void gatherDatum(const Library::DatumDefinition& datum, Gathered& gathered)
+Facts factsOf(const Library::DatumDefinition& datum)
 {
-    gathered.codes.datum = asked([&](const wchar_t*& text) { return datum.GetCode(text); });
-    gathered.ellipsoidOfDatum = asked([&](const wchar_t*& text) { return datum.GetEllipsoidCode(text); });
+    Facts facts{Facts::Kind::datum, asked([&](const wchar_t*& text) { return datum.GetCode(text); })};
+    facts.ellipsoid = asked([&](const wchar_t*& text) { return datum.GetEllipsoidCode(text); });
+    return facts;
+}
+
+std::optional<Facts> factsIn(const Bytes& packed)
+{
+    const DefinitionHolder held(Orvel::DecodeDefinitionBytes(packed.data(), packed.size()));
+    const Library::DefinitionBase* const definition = held.get();
+    if (const auto* const system = dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(definition))
+        return factsOf(*system);
+    if (const auto* const datum = dynamic_cast<const Library::DatumDefinition*>(definition))
+        return factsOf(*datum);
+    if (const auto* const ellipsoid = dynamic_cast<const Library::EllipsoidDefinition*>(definition))
+        return Facts{Facts::Kind::ellipsoid, asked([&](const wchar_t*& text) { return ellipsoid->GetCode(text); })};
+    return std::nullopt;
+}
+
+/// Of the definitions that can be read most are samples, and reading one takes longer than all else.
+std::optional<Facts> rememberedFactsIn(const Bytes& packed)
+{
+    constexpr std::size_t kMostRemembered = 64;
+    static std::map<Bytes, Facts> remembered;
+    if (const auto found = remembered.find(packed); found != remembered.end())
+        return found->second;
+    std::optional<Facts> facts = factsIn(packed);
+    if (facts && remembered.size() < kMostRemembered)
+        remembered.emplace(packed, *facts);
+    return facts;
 }
 
 void gather(const Bytes& packed, Gathered& gathered)
 {
-    if (packed.empty())
+    const std::optional<Facts> facts = packed.empty() ? std::nullopt : rememberedFactsIn(packed);
+    if (!facts)
         return;
-    const DefinitionHolder held(Orvel::DecodeDefinitionBytes(packed.data(), packed.size()));
-    const Library::DefinitionBase* const definition = held.get();
-    if (const auto* const system = dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(definition))
-        gatherSystem(*system, gathered);
-    else if (const auto* const datum = dynamic_cast<const Library::DatumDefinition*>(definition))
-        gatherDatum(*datum, gathered);
-    else if (const auto* const ellipsoid = dynamic_cast<const Library::EllipsoidDefinition*>(definition))
-        gathered.codes.ellipsoid = asked([&](const wchar_t*& text) { return ellipsoid->GetCode(text); });
+    switch (facts->kind) {
+    case Facts::Kind::system:
+        gathered.codes.system = facts->code;
+        gathered.systemKind = facts->systemKind;
+        gathered.namedDatum = facts->datum;
+        gathered.ellipsoidOfSystem = facts->ellipsoid;
+        break;
+    case Facts::Kind::datum:
+        gathered.codes.datum = facts->code;
+        gathered.ellipsoidOfDatum = facts->ellipsoid;
+        break;
+    case Facts::Kind::ellipsoid:
+        gathered.codes.ellipsoid = facts->code;
+        break;
+    }
 }
 
 /// The bytes of the chunks from `at` on, which an empty one spoils.

@@ -3,6 +3,7 @@
 #include <array>
 #include <exception>
 #include <memory>
+#include <utility>
 
 #include "embedded/host/application.h"
 #include "frame/application.h"
@@ -108,7 +109,15 @@ std::optional<Embedded::DrawingImage> Session::image() const
     return Embedded::imageOf(*database());
 }
 
-std::optional<std::wstring> Session::storedCode() const
+std::optional<std::wstring> Session::storedCode()
+{
+    std::optional<Embedded::DrawingImage> now = image();
+    if (!now || lastReading_.image != now)
+        lastReading_ = {std::move(now), readStoredCode()};
+    return lastReading_.code;
+}
+
+std::optional<std::wstring> Session::readStoredCode() const
 {
     Orvel::LibraryObject<Cs::CoordinateReferenceSystemDefinition> definition;
     if (Cs::GetCoordinateSystem(definition.put(), nullptr, database()) != Qeapp::eOk)

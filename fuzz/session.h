@@ -44,6 +44,10 @@ private:
         bool holds = false; // whether it may change what the platform holds
     };
     static const std::vector<Step>& steps();
+    struct Reading {
+        std::optional<Embedded::DrawingImage> image{};
+        std::optional<std::wstring> code{};
+    };
 
     // What the host does.
     void startTransaction();
@@ -86,8 +90,10 @@ private:
     Qeapp::ErrorStatus underFault(const std::function<Qeapp::ErrorStatus()>& call);
     /// Nothing while someone writes.
     std::optional<Embedded::DrawingImage> image() const;
-    /// Of the coordinate system; empty where there is none, nothing where it cannot be read.
-    std::optional<std::wstring> storedCode() const;
+    /// Of the coordinate system; empty where there is none, nothing where it cannot be read. It is read again only
+    /// where the drawing is another one than at the last reading.
+    std::optional<std::wstring> storedCode();
+    std::optional<std::wstring> readStoredCode() const;
     void requireUnchanged(const std::optional<Embedded::DrawingImage>& before, std::string_view promise) const;
 
     ByteSource source_;
@@ -96,6 +102,8 @@ private:
     bool isRegistered_ = false;
     std::optional<Embedded::FaultPlan> fault_;
     bool isStruck_ = false;
+    Reading lastReading_;
+    int saves_ = 0;
     Orvel::NamedObjects held_;
     std::vector<Embedded::DrawingImage> snapshots_; // one for each transaction that is active
 };

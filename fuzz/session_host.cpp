@@ -14,6 +14,7 @@ namespace Fuzz {
 namespace {
 
 constexpr std::size_t kDeepestTransactions = 4;
+constexpr int kMostSaves = 3; // one takes as long as all other steps of a session
 
 /// Puts a new xrecord under the key, whatever is there.
 Qeapp::ErrorStatus putXrecord(QeDbDatabase* database, const wchar_t* key, const Tests::Items& items)
@@ -112,6 +113,9 @@ void Session::putGeoDataText()
 void Session::save()
 {
     const QeDb::QeDbDwgVersion version = anyVersion();
+    if (saves_ == kMostSaves)
+        return;
+    ++saves_;
     const bool isChecked = !held_; // what someone holds open may be out of the module's reach
     const std::optional<std::wstring> code = isChecked ? storedCode() : std::nullopt;
     const std::optional<Embedded::DrawingImage> before = image();
