@@ -6,10 +6,10 @@ if(ORVEL_SANITIZE)
     endif()
     add_link_options(-fsanitize=address,undefined)
 endif()
-# `count_for_fuzzers(TARGET [SOURCE…])` has libFuzzer's counters in a target, or in some of its sources: what they count is
-# what leads the fuzzers on, and counting all else is most of what an execution costs. In single sources the comparisons
-# are not counted, which would be those of a JSON library's inside. The counters themselves are in each fuzzer, so that a
-# shared library has them from the program that uses it.
+# `count_for_fuzzers(TARGET [SOURCE…])` has libFuzzer's counters in a target, or in some of its sources: what they count
+# is what leads the fuzzers on, and counting all else is most of what an execution costs. In single sources the
+# comparisons are not counted, which would be those of a JSON library's inside. The counters themselves are in each
+# fuzzer, so that a shared library has them from the program that uses it.
 function(count_for_fuzzers target)
     if(NOT ORVEL_FUZZ)
         return()
