@@ -20,8 +20,7 @@ export ASAN_OPTIONS
 longest_input() {
     case $1 in
     unpack | pack) echo 300 ;;
-    definition_xrecord) echo 64 ;;
-    operations) echo 100 ;;
+    definition_xrecord | operations) echo 64 ;;
     serialized_block) echo 2500 ;;
     drawing_file) echo 4000 ;;
     *) echo 600 ;;
