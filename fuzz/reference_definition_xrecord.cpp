@@ -1,8 +1,8 @@
 #include "fuzz/reference_definition_xrecord.h"
 
 #include <cwctype>
-#include <map>
 
+#include "embedded/spatial_reference/remembered.h"
 #include "fuzz/definition_round_trip.h"
 #include "storage/packed_definition.h"
 #include "support/library_definitions.h"
@@ -74,14 +74,10 @@ std::optional<Facts> factsIn(const Bytes& packed)
 /// Of the definitions that can be read most are samples, and reading one takes longer than all else.
 std::optional<Facts> rememberedFactsIn(const Bytes& packed)
 {
-    constexpr std::size_t kMostRemembered = 64;
-    static std::map<Bytes, Facts> remembered;
-    if (const auto found = remembered.find(packed); found != remembered.end())
-        return found->second;
-    std::optional<Facts> facts = factsIn(packed);
-    if (facts && remembered.size() < kMostRemembered)
-        remembered.emplace(packed, *facts);
-    return facts;
+    static Embedded::Remembered<Bytes, std::optional<Facts>> remembered;
+    return remembered.of(
+        packed, [&packed] { return factsIn(packed); },
+        [](const std::optional<Facts>& facts) { return facts.has_value(); });
 }
 
 void gather(const Bytes& packed, Gathered& gathered)

@@ -96,14 +96,10 @@ std::string binaryStreamFrom(const std::vector<DefinitionData>& definitions)
 
 std::optional<std::vector<DefinitionData>> definitionsFromBinaryStream(std::string_view bytes)
 {
-    static Remembered<std::string, std::vector<DefinitionData>> streams;
-    std::string key(bytes);
-    if (const std::vector<DefinitionData>* const known = streams.find(key))
-        return *known;
-    auto definitions = readStream(bytes);
-    if (definitions)
-        streams.keep(std::move(key), *definitions);
-    return definitions;
+    using Definitions = std::optional<std::vector<DefinitionData>>;
+    static Remembered<std::string, Definitions> streams;
+    return streams.of(
+        bytes, [bytes] { return readStream(bytes); }, [](const Definitions& read) { return read.has_value(); });
 }
 
 } // namespace Embedded

@@ -79,14 +79,11 @@ std::optional<DefinitionData> readFromDatabase(const CatalogCode& code, Definiti
 
 std::optional<DefinitionData> rememberedDefinition(const CatalogCode& code, DefinitionType type)
 {
-    static Remembered<std::pair<DefinitionType, std::string>, DefinitionData> definitions;
-    const std::pair key(type, code.text());
-    if (const DefinitionData* const known = definitions.find(key))
-        return *known;
-    std::optional<DefinitionData> data = readFromDatabase(code, type);
-    if (data)
-        definitions.keep(key, *data);
-    return data;
+    using Definition = std::optional<DefinitionData>;
+    static Remembered<std::pair<DefinitionType, std::string>, Definition> definitions;
+    return definitions.of(
+        std::pair(type, code.text()), [&] { return readFromDatabase(code, type); },
+        [](const Definition& read) { return read.has_value(); });
 }
 
 } // namespace

@@ -53,14 +53,11 @@ Forms formsOf(const PJ* system)
 Forms formsOf(const Embedded::Document& document)
 {
     static Embedded::Remembered<std::string, Forms> remembered;
-    std::string key = document.dump();
-    if (const Forms* const known = remembered.find(key))
-        return *known;
-    const Embedded::ProjObject system = Embedded::projObjectFrom(document);
-    Forms forms = system ? formsOf(system.get()) : Forms();
-    if (!forms.texts.empty())
-        remembered.keep(std::move(key), forms);
-    return forms;
+    const auto make = [&document] {
+        const Embedded::ProjObject system = Embedded::projObjectFrom(document);
+        return system ? formsOf(system.get()) : Forms();
+    };
+    return remembered.of(document.dump(), make, [](const Forms& forms) { return !forms.texts.empty(); });
 }
 
 Status writeWkt(const Embedded::Document& document, wchar_t* buffer, std::size_t bufferCharacters)

@@ -117,13 +117,9 @@ std::string textFrameFrom(const DefinitionData& definition, bool includeDependen
 TextReading definitionsFromTextFrame(std::string_view utf16le)
 {
     static Remembered<std::string, TextReading> readings;
-    std::string key(utf16le);
-    if (const TextReading* const known = readings.find(key))
-        return *known;
-    TextReading reading = readUtf16le(utf16le);
-    if (reading.status == statusOk)
-        readings.keep(std::move(key), reading);
-    return reading;
+    return readings.of(
+        utf16le, [utf16le] { return readUtf16le(utf16le); },
+        [](const TextReading& reading) { return reading.status == statusOk; });
 }
 
 } // namespace Embedded

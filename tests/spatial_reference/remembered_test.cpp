@@ -1,5 +1,6 @@
 #include "embedded/spatial_reference/remembered.h"
 
+#include <optional>
 #include <string>
 
 #include "spatial_reference_test.h"
@@ -8,33 +9,48 @@ namespace {
 
 using namespace Tests;
 
+/// What is remembered of the key, or nothing, which is not kept.
+template <class Key>
+std::optional<int> found(Embedded::Remembered<Key, std::optional<int>>& numbers, const Key& key)
+{
+    return numbers.of(
+        key, [] { return std::optional<int>(); }, [](const auto&) { return false; });
+}
+
+template <class Key>
+void keep(Embedded::Remembered<Key, std::optional<int>>& numbers, const Key& key, int number)
+{
+    EXPECT_EQ(numbers.of(
+                  key, [number] { return std::optional(number); }, [](const auto&) { return true; }),
+              number);
+}
+
 TEST(Remembered, WhatWasKept_IsFound)
 {
-    Embedded::Remembered<std::string, int> numbers;
-    numbers.keep("one", 1);
-    ASSERT_NE(numbers.find("one"), nullptr);
-    EXPECT_EQ(*numbers.find("one"), 1);
-    EXPECT_EQ(numbers.find("two"), nullptr);
+    Embedded::Remembered<std::string, std::optional<int>> numbers;
+    keep<std::string>(numbers, "one", 1);
+    EXPECT_EQ(found<std::string>(numbers, "one"), 1);
+    EXPECT_EQ(found<std::string>(numbers, "two"), std::nullopt);
 }
 
 TEST(Remembered, WhatIsKeptBeyondTheRoom_TakesTheOthersPlace)
 {
-    Embedded::Remembered<int, int> numbers;
+    Embedded::Remembered<int, std::optional<int>> numbers;
     constexpr int kMore = 65;
     for (int number = 0; number < kMore; ++number)
-        numbers.keep(number, number);
-    EXPECT_EQ(numbers.find(0), nullptr);
-    EXPECT_NE(numbers.find(kMore - 1), nullptr);
+        keep(numbers, number, number);
+    EXPECT_EQ(found(numbers, 0), std::nullopt);
+    EXPECT_NE(found(numbers, kMore - 1), std::nullopt);
 }
 
 TEST(Remembered, WhatIsLongerThanADefinition_IsNotKept)
 {
-    Embedded::Remembered<std::string, int> numbers;
+    Embedded::Remembered<std::string, std::optional<int>> numbers;
     const std::string longest(16384, 'x');
-    numbers.keep(longest, 1);
-    numbers.keep(longest + 'x', 2);
-    EXPECT_NE(numbers.find(longest), nullptr);
-    EXPECT_EQ(numbers.find(longest + 'x'), nullptr);
+    keep(numbers, longest, 1);
+    keep(numbers, longest + 'x', 2);
+    EXPECT_NE(found(numbers, longest), std::nullopt);
+    EXPECT_EQ(found(numbers, longest + 'x'), std::nullopt);
 }
 
 class RememberedDefinition : public SpatialReferenceTest {
