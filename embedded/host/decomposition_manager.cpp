@@ -39,13 +39,15 @@ Qeapp::ErrorStatus DecompositionManager::addReactor(QeDbDecompositionReactor* re
     return Qeapp::eOk;
 }
 
-// It lets go of the reactor even when it is to fail, for the client deletes the reactor next.
+// A call that throws leaves the reactor registered. One that fails with a result has removed it all the same, because
+// the client deletes the reactor next.
 Qeapp::ErrorStatus DecompositionManager::removeReactor(QeDbDecompositionReactor* reactor)
 {
+    const auto fault = faultOf("QeDbDecompositionManager::removeReactor");
     const bool wasRegistered = std::erase(reactors_, reactor) != 0;
     if (wasRegistered)
         Embedded::Audit::remove(Embedded::Held::decompositionReactor);
-    if (const auto fault = faultOf("QeDbDecompositionManager::removeReactor"))
+    if (fault)
         return *fault;
     return wasRegistered ? Qeapp::eOk : Qeapp::eKeyNotFound;
 }

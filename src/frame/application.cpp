@@ -1,7 +1,6 @@
 #include "frame/application.h"
 
 #include <memory>
-#include <utility>
 
 #include "frame/decomposition_reactor.h"
 
@@ -29,8 +28,7 @@ Qeapp::ErrorStatus COrvelCoordsysCoreApp::load()
     if (manager == nullptr)
         return Qeapp::eNotApplicable;
     decompositionReactor = std::make_unique<OrvelCoordsysCoreDecompositionReactor>();
-    static_cast<void>(
-        manager->addReactor(decompositionReactor.get())); // loaded is loaded: the host refuses no new reactor
+    static_cast<void>(manager->addReactor(decompositionReactor.get())); // the host refuses no new reactor
     DecompositionReactorRegistered = true;
     return Qeapp::eOk;
 }
@@ -42,8 +40,10 @@ Qeapp::ErrorStatus COrvelCoordsysCoreApp::unload()
     QeDbDecompositionManager* const manager = qedbGetDecompositionManager();
     if (manager == nullptr)
         return Qeapp::eNotApplicable;
-    const auto reactor = std::move(decompositionReactor);     // for the end of this scope to delete
-    static_cast<void>(manager->removeReactor(reactor.get())); // it is deleted whatever the manager says
+    // The reactor is deleted whatever the manager answers. Where the call throws, the host may have kept the reactor,
+    // so it stays alive and registered until the next unload.
+    static_cast<void>(manager->removeReactor(decompositionReactor.get()));
+    decompositionReactor.reset();
     DecompositionReactorRegistered = false;
     return Qeapp::eOk;
 }

@@ -101,6 +101,20 @@ TEST_F(Application, UnloadAfterOneWithoutAManager_RemovesTheReactor)
     EXPECT_EQ(registeredReactors(), 0);
 }
 
+// The host may still call a reactor that it could not remove.
+TEST_F(Application, UnloadWhoseRemovalThrows_LeavesTheReactorAliveAndRegistered)
+{
+    ASSERT_EQ(application.load(), Qeapp::eOk);
+    {
+        const ScopedFault fault({.call = "QeDbDecompositionManager::removeReactor", .code = {}, .throws = true});
+        EXPECT_THROW(static_cast<void>(application.unload()), std::bad_alloc); // there is no result
+    }
+    EXPECT_EQ(registeredReactors(), 1);
+    EXPECT_EQ(callsOf([&] { EXPECT_EQ(application.load(), Qeapp::eOk); }), Calls()) << "it is loaded";
+    EXPECT_EQ(application.unload(), Qeapp::eOk);
+    EXPECT_EQ(registeredReactors(), 0);
+}
+
 TEST_F(Application, LoadAfterUnload_RegistersAgain)
 {
     for (int round = 0; round < 3; ++round) {

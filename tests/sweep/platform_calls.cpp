@@ -42,8 +42,7 @@ bool isOfTheHostsMemory(std::string_view call)
 
 bool mayThrow(const std::string& call)
 {
-    const bool isRelease = call == "QeDbDecompositionManager::removeReactor";
-    return !isRelease && (isOfTheLibrary(call) || isOfTheHostsObjects(call));
+    return isOfTheLibrary(call) || isOfTheHostsObjects(call);
 }
 
 bool throwsByItself(const std::string& call)
