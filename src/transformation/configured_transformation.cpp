@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "platform/windows.h"
-#include "storage/library_holder.h"
 #include "transformation/item_chunks.h"
 #include "transformation/item_text.h"
 
@@ -34,7 +33,7 @@ std::optional<ItemText> firstItem(std::wstring_view text, const Fits& fits)
     return std::nullopt;
 }
 
-/// One that cannot be loaded is not.
+/// A definition that cannot be loaded counts as not reversible.
 template <class Definition>
 bool isReversible(const std::wstring& name)
 {
@@ -51,28 +50,30 @@ bool isReversible(const ItemText& item)
                                                     : isReversible<Library::GeodeticTransformationDefinition>(name);
 }
 
-Library::TransformationInfo* newInfo(const ItemText& item)
+LibraryObject<Library::TransformationInfo> newInfo(const ItemText& item)
 {
     LibraryObject<Library::TransformationInfo> info;
     const bool made = Library::TransformationInfo::CreateInstance(info.put()) == Library::statusOk && info &&
                       info->SetName(std::wstring(item.name.value_or(L"")).c_str()) == Library::statusOk &&
                       info->SetKind(item.type.value_or(Library::transformationNone)) == Library::statusOk;
-    return made ? info.release() : nullptr;
+    if (!made)
+        info.reset();
+    return info;
 }
 
 } // namespace
 
-Library::TransformationInfo* FindConfiguredTransformation(const wchar_t* sourceCs, const wchar_t* targetCs,
-                                                          const wchar_t* text)
+LibraryObject<Library::TransformationInfo> FindConfiguredTransformation(const wchar_t* sourceCs,
+                                                                        const wchar_t* targetCs, const wchar_t* text)
 {
     if (sourceCs == nullptr || targetCs == nullptr || text == nullptr || _wcsicmp(sourceCs, targetCs) == 0)
-        return nullptr;
+        return {};
     std::optional<ItemText> item =
         firstItem(text, [&](const ItemText& each) { return leads(each, sourceCs, targetCs); });
     if (!item)
         item = firstItem(text,
                          [&](const ItemText& each) { return leads(each, targetCs, sourceCs) && isReversible(each); });
-    return item ? newInfo(*item) : nullptr;
+    return item ? newInfo(*item) : LibraryObject<Library::TransformationInfo>();
 }
 
 } // namespace Orvel

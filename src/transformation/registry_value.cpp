@@ -1,5 +1,6 @@
 #include "transformation/registry_value.h"
 
+#include <algorithm>
 #include <array>
 
 #include "storage/holder.h"
@@ -74,12 +75,14 @@ bool RegistryEnumValueNames(HKEY root, const std::wstring& subKey, std::vector<s
     if (!key)
         return false;
     std::array<wchar_t, kNameCapacity> name{};
+    // The list ends at ERROR_NO_MORE_ITEMS and at nothing else: a registry that fails in another way at every index is
+    // asked without end.
     for (DWORD index = 0;; ++index) {
         DWORD length = kNameCapacity;
         if (RegEnumValueW(key.get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr) ==
             ERROR_NO_MORE_ITEMS)
             return true;
-        names.emplace_back(name.data());
+        names.emplace_back(name.begin(), std::ranges::find(name, L'\0')); // a failed call may have left no NUL
         name.fill(L'\0');
     }
 }

@@ -18,7 +18,7 @@ namespace Orvel {
                                        std::wstring& data);
 
 /// The names in the order in which the registry has them; an empty one for the key's default value, and for each that
-/// cannot be had.
+/// cannot be read. Only the registry's answer that there are no more ends the list.
 [[nodiscard]] bool RegistryEnumValueNames(HKEY root, const std::wstring& subKey, std::vector<std::wstring>& names);
 
 /// Makes the key if it is missing and deletes the value; an empty name deletes none.

@@ -1,5 +1,8 @@
 #include "coordsys/orvel_transformation_config.h"
 
+#include <algorithm>
+#include <array>
+
 #include "coordsys/reactor_notices.h"
 #include "platform/windows.h"
 #include "storage/host_holders.h"
@@ -11,63 +14,66 @@
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
 
-using Read = bool (*)(wchar_t*&);
+using Reader = bool (*)(wchar_t*&);
+using Writer = bool (*)(const wchar_t*);
 
-/// Nothing when the configuration cannot be read, and when it has no such pair.
-TransformationInfo* findIn(Read read, const wchar_t* sourceCs, const wchar_t* targetCs)
+/// What serves a target. Clearing writes the empty text.
+struct Target {
+    CsTransformationConfigTargetType type;
+    Reader read;
+    Writer write;
+    Writer clear;
+};
+
+/// The user's settings file is read and written; clearing empties the registry and leaves the file as it is.
+constexpr std::array kTargets{
+    Target{.type = CsTransformationConfigTargetType::Drawing,
+           .read = ::Orvel::ReadDrawingTransformationConfig,
+           .write = ::Orvel::WriteDrawingTransformationConfig,
+           .clear = ::Orvel::WriteDrawingTransformationConfig},
+    Target{.type = CsTransformationConfigTargetType::User,
+           .read = ::Orvel::ReadUserTransformationSettings,
+           .write = ::Orvel::WriteUserTransformationSettings,
+           .clear = ::Orvel::WriteRegistryTransformationSettings},
+};
+
+/// Null for an unknown target.
+const Target* findTarget(CsTransformationConfigTargetType type)
+{
+    const auto* const found = std::ranges::find(kTargets, type, &Target::type);
+    return found != kTargets.end() ? found : nullptr;
+}
+
+/// Null when the configuration cannot be read, and when it has no such pair.
+TransformationInfo* findIn(Reader read, const wchar_t* sourceCs, const wchar_t* targetCs)
 {
     wchar_t* text = nullptr;
     if (!read(text))
         return nullptr;
     const ::Orvel::HostString owned(text);
-    return ::Orvel::FindConfiguredTransformation(sourceCs, targetCs, text);
-}
-
-bool store(const wchar_t* text, CsTransformationConfigTargetType target)
-{
-    switch (target) {
-    case CsTransformationConfigTargetType::Drawing:
-        return ::Orvel::WriteDrawingTransformationConfig(text);
-    case CsTransformationConfigTargetType::User:
-        return ::Orvel::WriteUserTransformationSettings(text);
-    }
-    return false;
-}
-
-bool empty(CsTransformationConfigTargetType target)
-{
-    switch (target) {
-    case CsTransformationConfigTargetType::Drawing:
-        return ::Orvel::WriteDrawingTransformationConfig(L"");
-    case CsTransformationConfigTargetType::User:
-        return ::Orvel::WriteRegistryTransformationSettings(L"");
-    }
-    return false;
+    return ::Orvel::FindConfiguredTransformation(sourceCs, targetCs, text).release();
 }
 
 } // namespace
 
 bool GetCsTransformationConfig(wchar_t*& text, CsTransformationConfigTargetType target)
 {
-    switch (target) {
-    case CsTransformationConfigTargetType::Drawing:
-        return ::Orvel::ReadDrawingTransformationConfig(text);
-    case CsTransformationConfigTargetType::User:
-        return ::Orvel::ReadUserTransformationSettings(text);
-    }
-    return false;
+    const Target* const found = findTarget(target);
+    return found != nullptr && found->read(text);
 }
 
 bool SetCsTransformationConfig(const wchar_t* text, CsTransformationConfigTargetType target)
 {
-    const bool stored = store(text, target);
+    const Target* const found = findTarget(target);
+    const bool stored = found != nullptr && found->write(text);
     NotifyCsTransformationChanged();
     return stored;
 }
 
 bool ClearCsTransformationConfig(CsTransformationConfigTargetType target)
 {
-    const bool cleared = empty(target);
+    const Target* const found = findTarget(target);
+    const bool cleared = found != nullptr && found->clear(L"");
     NotifyCsTransformationChanged();
     return cleared;
 }

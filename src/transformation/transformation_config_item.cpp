@@ -9,16 +9,10 @@
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
 
-constexpr std::size_t kLongestType = 6; // "-32768"
-
 void appendElement(std::wstring& text, const wchar_t* tag, const std::wstring& value)
 {
     text.append(L"<").append(tag).append(L">").append(value).append(L"</").append(tag).append(L">");
 }
-
-/// All that is written but the fields.
-constexpr std::wstring_view kAllTags = L"<Item><Version></Version><SourceCs></SourceCs><TargetCs></TargetCs>"
-                                       L"<Name></Name><Type></Type><Note></Note></Item>";
 
 /// A field that the text lacks keeps what it holds.
 void take(std::wstring& field, const std::optional<std::wstring_view>& value)
@@ -54,30 +48,9 @@ void OrvelTransformationConfigItemImp::Dispose()
 
 std::wstring OrvelTransformationConfigItemImp::ToXmlString()
 {
-    std::wstring text;
-    text.reserve(LongestXmlText());
-    AppendXmlText(text);
-    return text;
-}
-
-bool OrvelTransformationConfigItemImp::IsComplete() const
-{
-    return !sourceCs_.empty() && !targetCs_.empty() && !name_.empty() && type_ != 0;
-}
-
-std::size_t OrvelTransformationConfigItemImp::LongestXmlText() const
-{
-    if (!IsComplete())
-        return 0;
-    return kAllTags.size() + version_.size() + sourceCs_.size() + targetCs_.size() + name_.size() + kLongestType +
-           note_.size();
-}
-
-void OrvelTransformationConfigItemImp::AppendXmlText(std::wstring& text) const
-{
-    if (!IsComplete())
-        return;
-    text.append(L"<Item>");
+    if (sourceCs_.empty() || targetCs_.empty() || name_.empty() || type_ == 0)
+        return {};
+    std::wstring text = L"<Item>";
     appendElement(text, L"Version", version_);
     appendElement(text, L"SourceCs", sourceCs_);
     appendElement(text, L"TargetCs", targetCs_);
@@ -86,6 +59,7 @@ void OrvelTransformationConfigItemImp::AppendXmlText(std::wstring& text) const
     appendElement(text, L"Type", std::to_wstring(type));
     appendElement(text, L"Note", note_);
     text.append(L"</Item>");
+    return text;
 }
 
 void OrvelTransformationConfigItemImp::FromXmlString(const wchar_t* text)

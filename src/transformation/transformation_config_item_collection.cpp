@@ -2,6 +2,7 @@
 
 #include <new>
 #include <string_view>
+#include <vector>
 
 #include "transformation/item_chunks.h"
 #include "transformation/transformation_config_item_collection_imp.h"
@@ -10,42 +11,14 @@
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
 
-/// In order, each held while it is visited; false as soon as a visit is.
-template <class Visit>
-bool visitEach(FqDisposableCollection& items, const Visit& visit)
+std::vector<Ptr<FqDisposable>> heldItems(FqDisposableCollection& items)
 {
+    std::vector<Ptr<FqDisposable>> held;
     const int count = items.GetCount();
-    for (int index = 0; index < count; ++index) {
-        const Ptr<FqDisposable> entry(items.GetItem(index));
-        if (!visit(entry.get()))
-            return false;
-    }
-    return true;
-}
-
-/// Without the items that are a client's own. A long text that has to grow takes three times its length for a while.
-std::size_t longestText(FqDisposableCollection& items)
-{
-    std::size_t length = 0;
-    static_cast<void>(visitEach(items, [&](FqDisposable* entry) { // which goes on to the end
-        if (const auto* const item = dynamic_cast<OrvelTransformationConfigItemImp*>(entry))
-            length += item->LongestXmlText();
-        return true;
-    }));
-    return length;
-}
-
-/// False for what is no item.
-bool appendItem(std::wstring& text, FqDisposable* entry)
-{
-    if (const auto* const item = dynamic_cast<OrvelTransformationConfigItemImp*>(entry)) {
-        item->AppendXmlText(text);
-        return true;
-    }
-    auto* const item = dynamic_cast<OrvelTransformationConfigItem*>(entry);
-    if (item != nullptr)
-        text += item->ToXmlString();
-    return item != nullptr;
+    held.reserve(static_cast<std::size_t>(count));
+    for (int index = 0; index < count; ++index)
+        held.emplace_back(items.GetItem(index));
+    return held;
 }
 
 } // namespace
@@ -106,14 +79,21 @@ FqDisposable* OrvelTransformationConfigItemCollectionImp::GetItem(int index)
 std::wstring OrvelTransformationConfigItemCollectionImp::ToXmlString()
 {
     std::wstring text;
-    text.reserve(longestText(*items_.get()));
-    if (!visitEach(*items_.get(), [&](FqDisposable* entry) { return appendItem(text, entry); }))
-        return {};
+    const int count = items_->GetCount();
+    for (int index = 0; index < count; ++index) {
+        const Ptr<FqDisposable> entry(items_->GetItem(index)); // held while it is written
+        auto* const item = dynamic_cast<OrvelTransformationConfigItem*>(entry.get());
+        if (item == nullptr)
+            return {};
+        text += item->ToXmlString();
+    }
     return text;
 }
 
 void OrvelTransformationConfigItemCollectionImp::FromXmlString(const wchar_t* text)
 {
+    const auto former =
+        heldItems(*items_.get()); // the text may belong to one of them, so they are kept until it is read
     items_->Clear();
     std::wstring_view remaining = text != nullptr ? text : L"";
     while (const auto chunk = ::Orvel::TakeItemChunk(remaining)) {

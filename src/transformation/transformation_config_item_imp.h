@@ -1,7 +1,6 @@
 // The item behind the public class.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -32,17 +31,11 @@ public:
     void FromXmlString(const wchar_t* text) override;
     /// The same for a part of a longer text.
     void FromXmlText(std::wstring_view text);
-    /// Appends what ToXmlString returns.
-    void AppendXmlText(std::wstring& text) const;
-    /// At most how many characters that is, and at most five more than it is.
-    std::size_t LongestXmlText() const;
 
 protected:
     ~OrvelTransformationConfigItemImp() override;
 
 private:
-    bool IsComplete() const;
-
     std::wstring sourceCs_;
     std::wstring targetCs_;
     std::wstring name_;

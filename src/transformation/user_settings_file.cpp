@@ -94,12 +94,11 @@ std::optional<std::string> utf8Of(std::wstring_view chunk)
     return utf8;
 }
 
-/// A line that cannot be written is recorded on the stream alone, as at closing.
-void writeLine(std::FILE* file, std::string line)
+/// False when the line could not be written whole.
+[[nodiscard]] bool writeLine(std::FILE* file, std::string line)
 {
     line += '\n';
-    static_cast<void>(std::fwrite(line.data(), 1, line.size(), file)); // see above
-    static_cast<void>(std::fflush(file));                              // see above
+    return std::fwrite(line.data(), 1, line.size(), file) == line.size() && std::fflush(file) == 0;
 }
 
 } // namespace
@@ -134,11 +133,12 @@ bool WriteUserTransformationSettings(const wchar_t* text)
     if (!file)
         return false;
     std::wstring_view remaining = text;
+    bool isWritten = true; // after a line that is not, no other is tried; the result tells of conversions alone
     while (const std::optional<std::wstring_view> chunk = TakeItemChunk(remaining)) {
         std::optional<std::string> line = utf8Of(*chunk);
         if (!line)
             return false;
-        writeLine(file.get(), *std::move(line));
+        isWritten = isWritten && writeLine(file.get(), *std::move(line));
     }
     return true;
 }

@@ -14,7 +14,8 @@ namespace Orvel {
 [[nodiscard]] bool ReadUserTransformationSettings(wchar_t*& text);
 
 /// Replaces the file's content by the items of `text`, up to and including the last "</Item>". False when the file
-/// cannot be opened, with nothing written, or when an item cannot be converted, with those before it written.
+/// cannot be opened, with nothing written, or when an item cannot be converted, with those before it written. After a
+/// line that cannot be written no other is written, and the result is true all the same.
 [[nodiscard]] bool WriteUserTransformationSettings(const wchar_t* text);
 
 } // namespace Orvel

@@ -54,9 +54,9 @@ TEST_F(ConfiguredTransformation, OtherTypes_AreKindNone)
 TEST_F(ConfiguredTransformation, NullArguments_FindNothing)
 {
     const std::wstring text = elementOf(L"A", L"B", L"n");
-    EXPECT_EQ(Orvel::FindConfiguredTransformation(nullptr, L"B", text.c_str()), nullptr);
-    EXPECT_EQ(Orvel::FindConfiguredTransformation(L"A", nullptr, text.c_str()), nullptr);
-    EXPECT_EQ(Orvel::FindConfiguredTransformation(L"A", L"B", nullptr), nullptr);
+    EXPECT_FALSE(Orvel::FindConfiguredTransformation(nullptr, L"B", text.c_str()));
+    EXPECT_FALSE(Orvel::FindConfiguredTransformation(L"A", nullptr, text.c_str()));
+    EXPECT_FALSE(Orvel::FindConfiguredTransformation(L"A", L"B", nullptr));
 }
 
 TEST_F(ConfiguredTransformation, EqualCodes_FindNothing)

@@ -245,6 +245,21 @@ TEST_F(WithoutMemory, TheNextItemIsThereAgain)
     EXPECT_TRUE(newItem());
 }
 
+TEST_F(ItemLifetime, ACollectionReadsATextThatBelongsToOneOfItsItems)
+{
+    const Ptr<ConfigCollection> collection = newCollection();
+    {
+        const Ptr<ConfigItem> item = newCompleteItem();
+        item->SetNote(L"<Item><SourceCs>S</SourceCs><TargetCs>T</TargetCs><Name>N</Name><Type>1</Type>"
+                      L"<Note></Note></Item>");
+        collection->Add(item.get());
+    }
+    collection->FromXmlString(itemAt(*collection, 0)->GetNote()); // nobody else holds the item
+    ASSERT_EQ(collection->GetCount(), 1);
+    EXPECT_STREQ(itemAt(*collection, 0)->GetSourceCs(), L"S");
+    EXPECT_EQ(made(), 3) << "the former item is gone";
+}
+
 TEST_F(WithoutMemory, ReadingLeavesTheItemsThatItCameTo)
 {
     const Ptr<ConfigCollection> collection = newCollection();

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 
@@ -343,11 +344,27 @@ TEST_F(UserSettingsFile, ItemThatWasMeasuredAndCannotBeConverted_LeavesThoseBefo
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
-TEST_F(UserSettingsFile, FailureToWriteALine_IsPassedOver)
+TEST_F(UserSettingsFile, FailureToWriteALine_KeepsTheFollowingOnesFromBeingWrittenAndIsPassedOver)
 {
-    const ScopedFault fault({.call = "_wfsopen.write"});
-    EXPECT_TRUE(write(one + two));
-    EXPECT_EQ(Embedded::Faults::struck(), 1U);
+    {
+        const ScopedFault fault({.call = "_wfsopen.write", .occurrence = 2});
+        EXPECT_TRUE(write(one + two + one));
+        EXPECT_EQ(Embedded::Faults::struck(), 1U);
+    }
+    EXPECT_EQ(read(), (ReadText{true, one}));
+}
+
+TEST_F(UserSettingsFile, ItemThatCannotBeConvertedAfterALineThatCannotBeWritten_IsStillAFailure)
+{
+    Embedded::Faults::watch();
+    ASSERT_TRUE(write(one + two));
+    const std::vector<std::string> calls = Embedded::Faults::seen();
+    const auto line = std::ranges::find(calls, "_wfsopen.write");
+    const auto conversion = std::find(line, calls.end(), "WideCharToMultiByte");
+    ASSERT_NE(conversion, calls.end());
+    const auto place = [&](auto call) { return static_cast<std::size_t>(call - calls.begin()) + 1; };
+    const ScopedFault fault({.call = "", .occurrence = place(line), .second = place(conversion)});
+    EXPECT_FALSE(write(one + two));
 }
 
 TEST_F(UserSettingsFile, EachLine_IsHandedToTheSystemByItself)
