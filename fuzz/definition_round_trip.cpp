@@ -14,7 +14,7 @@ void requirePackedRoundTrip(const Orvel::Library::DefinitionBase& definition)
     std::vector<unsigned char> first;
     require(Orvel::EncodeDefinitionBytes(&definition, first),
             "a definition that came out of packed bytes can be packed");
-    const DefinitionHolder again(Orvel::DecodeDefinitionBytes(first.data(), first.size()));
+    const DefinitionHolder again = Orvel::DecodeDefinitionBytes(first.data(), first.size());
     require(static_cast<bool>(again), "packed bytes can be read");
     std::vector<unsigned char> second;
     require(Orvel::EncodeDefinitionBytes(again.get(), second), "a definition that was packed can be packed again");
@@ -29,7 +29,7 @@ void requireTextRoundTrip(const Orvel::Library::DefinitionBase& definition)
         return; // a text that was read may be longer than one that is written
     require(written == Orvel::Library::statusOk, "a definition that came out of a text can be written");
     Orvel::LibraryObject<Orvel::Library::DefinitionBaseArray> again;
-    require(Orvel::DeserializeWideText(again.put(), first.c_str()) == Orvel::Library::statusOk, "a text can be read");
+    require(Orvel::DeserializeWideText(again, first.c_str()) == Orvel::Library::statusOk, "a text can be read");
     require(again->GetCount() == 1, "the text of one definition gives one");
     std::wstring second;
     require(Orvel::SerializeToWideText(second, again->GetItem(0), false) == Orvel::Library::statusOk,

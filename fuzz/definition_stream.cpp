@@ -13,7 +13,7 @@ void definitionStream(Input input)
     ByteSource source(input);
     const std::size_t kind = source.below(kDefinitionKinds);
     const Bytes packed = packedForm(kind, source.rest());
-    const DefinitionHolder definition(Orvel::DecodeDefinitionBytes(packed.data(), packed.size()));
+    const DefinitionHolder definition = Orvel::DecodeDefinitionBytes(packed.data(), packed.size());
     if (definition)
         requirePackedRoundTrip(*definition.get());
 }

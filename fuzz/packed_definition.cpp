@@ -10,7 +10,7 @@ namespace Fuzz {
 void packedDefinition(Input input)
 {
     const NothingLeft guard;
-    const DefinitionHolder definition(Orvel::DecodeDefinitionBytes(input.data(), input.size()));
+    const DefinitionHolder definition = Orvel::DecodeDefinitionBytes(input.data(), input.size());
     if (!definition)
         return;
     require(packedStream(Bytes(input.begin(), input.end())).has_value(),

@@ -60,7 +60,7 @@ Facts factsOf(const Library::DatumDefinition& datum)
 
 std::optional<Facts> factsIn(const Bytes& packed)
 {
-    const DefinitionHolder held(Orvel::DecodeDefinitionBytes(packed.data(), packed.size()));
+    const DefinitionHolder held = Orvel::DecodeDefinitionBytes(packed.data(), packed.size());
     const Library::DefinitionBase* const definition = held.get();
     if (const auto* const system = dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(definition))
         return factsOf(*system);

@@ -20,7 +20,7 @@ constexpr auto kDrawing = Cs::CsTransformationConfigTargetType::Drawing;
 /// Null for a sample that is no system.
 SystemHolder systemOf(const SampleDefinition& sample)
 {
-    DefinitionHolder definition(Orvel::DecodeDefinitionBytes(sample.packed.data(), sample.packed.size()));
+    DefinitionHolder definition = Orvel::DecodeDefinitionBytes(sample.packed.data(), sample.packed.size());
     auto* const system = dynamic_cast<Cs::CoordinateReferenceSystemDefinition*>(definition.get());
     if (system != nullptr)
         static_cast<void>(definition.release()); // the other holder's from here on

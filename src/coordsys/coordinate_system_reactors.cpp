@@ -1,6 +1,6 @@
 #include <algorithm>
+#include <list>
 #include <new>
-#include <vector>
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "coordsys/reactor_notices.h"
@@ -8,10 +8,10 @@
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
 
-using ReactorList = std::vector<OrvelCoordinateSystemReactor*>;
+using ReactorList = std::list<OrvelCoordinateSystemReactor*>;
 
-/// Module-wide; the reactors belong to their clients, who take them out.
-constinit ReactorList CoordinateSystemReactorList;
+/// Module-wide. The reactors belong to their clients, who remove them; unloading leaves the list as it is.
+ReactorList CoordinateSystemReactorList;
 
 ReactorList::iterator find(const OrvelCoordinateSystemReactor* reactor)
 {
@@ -66,8 +66,6 @@ Qeapp::ErrorStatus RemoveCoordinateSystemReactor(OrvelCoordinateSystemReactor* r
     if (found == CoordinateSystemReactorList.end())
         return Qeapp::eInvalidInput;
     CoordinateSystemReactorList.erase(found);
-    if (CoordinateSystemReactorList.empty())
-        ReactorList().swap(CoordinateSystemReactorList); // without clients no memory is held for them
     return Qeapp::eOk;
 }
 

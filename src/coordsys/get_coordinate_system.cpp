@@ -8,7 +8,7 @@
 #include "storage/geodata.h"
 #include "storage/host_holders.h"
 #include "storage/legacy_projection.h"
-#include "storage/library_holder.h"
+#include "storage/library_result.h"
 #include "storage/serialized_text.h"
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {
@@ -22,20 +22,30 @@ namespace {
 using DefinitionHolder = LibraryObject<CoordinateReferenceSystemDefinition>;
 using ArrayHolder = LibraryObject<DefinitionBaseArray>;
 
+Qeapp::ErrorStatus createEmptyArray(ArrayHolder& array, Status& libraryStatus)
+{
+    libraryStatus = DefinitionBaseArray::CreateInstance(array.put());
+    return ::Orvel::LibraryResult(libraryStatus, array);
+}
+
 Qeapp::ErrorStatus readFromGeoData(DefinitionBaseArray*& definitions, QeDbDatabase* db, Status& libraryStatus)
 {
     std::wstring text;
-    const Qeapp::ErrorStatus read = ::Orvel::ReadGeoDataCoordinateSystem(db, text);
-    if (read != Qeapp::eOk)
-        return read;
-    if (!text.empty()) {
-        libraryStatus = ::Orvel::DeserializeWideText(definitions, text.c_str());
-        return libraryStatus == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
+    const Qeapp::ErrorStatus fetched = ::Orvel::ReadGeoDataCoordinateSystem(db, text);
+    if (fetched != Qeapp::eOk)
+        return fetched;
+    ArrayHolder array;
+    if (text.empty()) {
+        const Qeapp::ErrorStatus created = createEmptyArray(array, libraryStatus);
+        if (created == Qeapp::eOk)
+            definitions = array.release();
+        return libraryStatus == Library::statusOutOfMemory ? Qeapp::eOutOfMemory : created;
     }
-    libraryStatus = DefinitionBaseArray::CreateInstance(definitions);
-    if (libraryStatus == Library::statusOutOfMemory)
-        return Qeapp::eOutOfMemory;
-    return libraryStatus == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
+    libraryStatus = ::Orvel::DeserializeWideText(array, text.c_str());
+    const Qeapp::ErrorStatus read = ::Orvel::LibraryResult(libraryStatus);
+    if (read == Qeapp::eOk)
+        definitions = array.release(); // null where the library gives nothing for the text: it holds no system
+    return read;
 }
 
 /// An empty holder is passed over.
@@ -45,7 +55,7 @@ Qeapp::ErrorStatus add(DefinitionBaseArray& definitions, LibraryObject<Definitio
     if (!definition)
         return Qeapp::eOk;
     libraryStatus = ::Orvel::AddDefinition(definitions, definition);
-    return libraryStatus == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
+    return ::Orvel::LibraryResult(libraryStatus);
 }
 
 Qeapp::ErrorStatus addStored(DefinitionBaseArray& definitions, ::Orvel::DefinitionSet& stored, Status& libraryStatus)
@@ -62,7 +72,7 @@ Qeapp::ErrorStatus addFromCatalog(DefinitionBaseArray& definitions, const std::w
 {
     DefinitionHolder definition;
     libraryStatus = CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
-    if (libraryStatus != Library::statusOk)
+    if (::Orvel::LibraryResult(libraryStatus, definition) != Qeapp::eOk)
         return Qeapp::eNotApplicable;
     return add(definitions, definition, libraryStatus);
 }
@@ -70,9 +80,11 @@ Qeapp::ErrorStatus addFromCatalog(DefinitionBaseArray& definitions, const std::w
 Qeapp::ErrorStatus readByLegacyCode(DefinitionBaseArray*& definitions, QeDbDatabase* db, const std::wstring& code,
                                     Status& libraryStatus)
 {
-    libraryStatus = DefinitionBaseArray::CreateInstance(definitions);
-    if (libraryStatus != Library::statusOk)
-        return Qeapp::eInvalidInput;
+    ArrayHolder array;
+    const Qeapp::ErrorStatus created = createEmptyArray(array, libraryStatus);
+    if (created != Qeapp::eOk)
+        return created;
+    definitions = array.release(); // the caller's from here on, also when what follows fails
     ::Orvel::DefinitionSet stored;
     if (::Orvel::ReadCsDefinitionXrecord(db, code.c_str(), stored))
         return addStored(*definitions, stored, libraryStatus);
@@ -80,17 +92,14 @@ Qeapp::ErrorStatus readByLegacyCode(DefinitionBaseArray*& definitions, QeDbDatab
 }
 
 /// Takes the first coordinate reference system out of the array and destroys what stands before it.
-CoordinateReferenceSystemDefinition* takeSystem(DefinitionBaseArray& definitions)
+DefinitionHolder takeSystem(DefinitionBaseArray& definitions)
 {
-    while (definitions.GetCount() > 0) {
+    DefinitionHolder system;
+    while (!system && definitions.GetCount() > 0) {
         LibraryObject<Library::DefinitionBase> item(definitions.Remove(0));
-        auto* const system = dynamic_cast<CoordinateReferenceSystemDefinition*>(item.get());
-        if (system != nullptr) {
-            static_cast<void>(item.release()); // handed out as the system
-            return system;
-        }
+        system = ::Orvel::TakeAs<CoordinateReferenceSystemDefinition>(item);
     }
-    return nullptr;
+    return system;
 }
 
 Qeapp::ErrorStatus checkCatalog(const CoordinateReferenceSystemDefinition* definition, bool& known,
@@ -149,7 +158,7 @@ Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefinition*& def
         return result;
     Status libraryStatus = Library::statusOk;
     const ScopedStatusReport report(status, &libraryStatus, &result);
-    definition = takeSystem(*definitions.get());
+    definition = takeSystem(*definitions.get()).release();
     if (knownToCatalog != nullptr)
         result = checkCatalog(definition, known, libraryStatus);
     return result;

@@ -7,8 +7,8 @@
 //
 // A function's `status`, where it has one, may be null. It tells the last status of the spatial-reference library:
 //  - on eOk it is written: 0, or the last library status that the function accepted;
-//  - on failure it becomes 52 when no library call had failed, and otherwise stays as the caller set it. Set it before
-//    the call, and trust it only on eOk or when it reads 52;
+//  - on failure it becomes 52 when no library status was recorded, and otherwise stays as the caller set it. Set it
+//    before the call, and trust it only on eOk or when it reads 52;
 //  - eNoDatabase leaves it untouched.
 // SetCoordinateSystem by code and ApplyCoordinateSystemStorageVersion differ, as they say: decide by their
 // result alone.
@@ -32,10 +32,10 @@ using Infrastructure::SpatialReference::Status;
 /// failure it may hold an array made in this call. In both cases the caller releases it with Object::Destroy, so set it
 /// to null before the call.
 /// Returns eOk; eNoDatabase (no `db` and no working database; nothing is touched); eInvalidInput when the library
-/// cannot read the GeoData text or fills no array; eOutOfMemory when it has no memory for the empty array of a drawing
+/// cannot read the GeoData text or gives no array; eOutOfMemory when it has no memory for the empty array of a drawing
 /// without a coordinate system; eNotApplicable for a legacy code that is neither stored as a definition nor in the
-/// catalog.
-ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(DefinitionBaseArray*& definitions, QeDbDatabase* db = nullptr,
+/// catalog; eNoObject when the host opens the GeoData object and gives none.
+ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(DefinitionBaseArray*& definitions, QeDbDatabase* db,
                                                  Status* status = nullptr);
 
 /// Reads the drawing's coordinate system.
@@ -47,36 +47,37 @@ ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(DefinitionBaseArray*& definitio
 /// Returns as the overload above; in the catalog check also eOutOfMemory (library status 57) and eInvalidInput (any
 /// other library failure). eNoDatabase touches nothing.
 ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefinition*& definition, bool* knownToCatalog,
-                                                 QeDbDatabase* db = nullptr, Status* status = nullptr);
+                                                 QeDbDatabase* db, Status* status = nullptr);
 
 /// Reads the code of the drawing's coordinate system, if the catalog knows it.
 /// On eOk `code` is a new host string that the caller releases with qeutDelBuffer, or null for a drawing without a
 /// coordinate system; on failure null.
 /// Returns as the overloads above, and eInvalidInput for a code that is empty or that the catalog does not know.
 /// eNoDatabase touches nothing.
-ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(wchar_t*& code, QeDbDatabase* db = nullptr);
+ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(wchar_t*& code, QeDbDatabase* db);
 
 /// Assigns a definition, which stays the caller's, to the drawing: removes every stored form and writes the definition
 /// into the GeoData object, which is made in model space when it is missing. A null definition removes only.
 /// Reactors are asked and told in this order: will change (code), will change (null), changed (null), changed (code).
-/// Returns eOk; eNoDatabase (no reactor is asked); eVetoed, and nothing has changed; eInvalidInput when the library
-/// cannot serialize the definition, eNoTransaction when no transaction could be started. A failure after the removal
-/// leaves the drawing without a coordinate system, and the reactors have heard of the removal alone.
+/// Returns eOk; eNoDatabase (no reactor is asked); eVetoed, and nothing has changed; as ClearCoordinateSystem when the
+/// removal fails; eInvalidInput when the library cannot serialize the definition; eNoObject when the host opens the
+/// GeoData object and gives none. A failure after the removal leaves the drawing without a coordinate system, and the
+/// reactors have heard of the removal alone.
 ORVEL_API Qeapp::ErrorStatus SetCoordinateSystem(const CoordinateReferenceSystemDefinition* definition,
-                                                 QeDbDatabase* db = nullptr, Status* status = nullptr);
+                                                 QeDbDatabase* db, Status* status = nullptr);
 
 /// Assigns the catalog's system of that code; a null or empty code removes only.
 /// Returns as the overload above, and eInvalidInput for a code that the catalog cannot load: no reactor is asked, the
 /// drawing is untouched and `status` becomes 52. In every other case `status` becomes 0, also when the assignment
 /// failed: learn that from the result.
-ORVEL_API Qeapp::ErrorStatus SetCoordinateSystem(const wchar_t* code, QeDbDatabase* db = nullptr,
-                                                 Status* status = nullptr);
+ORVEL_API Qeapp::ErrorStatus SetCoordinateSystem(const wchar_t* code, QeDbDatabase* db, Status* status = nullptr);
 
 /// Removes every stored form of the drawing's coordinate system, all of them or none. Reactors are asked and told with
 /// a null name.
 /// Returns eOk, also for a drawing without a coordinate system; eNoDatabase; eVetoed; eNoTransaction when no
-/// transaction could be started.
-ORVEL_API Qeapp::ErrorStatus ClearCoordinateSystem(QeDbDatabase* db = nullptr);
+/// transaction could be started; eOutOfMemory for a host object or a resbuf that cannot be allocated; eNoObject when
+/// the host opens an object and gives none.
+ORVEL_API Qeapp::ErrorStatus ClearCoordinateSystem(QeDbDatabase* db);
 
 /// Turns a definition into a block of bytes in the form that belongs to a drawing version: packed bytes below version
 /// 30, and from 30 on the library's text as UTF-16 little-endian with its NUL. The bytes are the same on every system.
@@ -102,9 +103,11 @@ ORVEL_API Qeapp::ErrorStatus DeserializeCoordinateSystem(DefinitionBaseArray*& d
 /// object alone. No reactor is told: the coordinate system stays the same.
 /// On failure `status` says nothing of use: it may have become 52 or stayed, by the status of the step that failed.
 /// Returns eOk, also for a drawing without a coordinate system; eNoDatabase; eInvalidDrawingVersion, a guard
-/// against a version without forms, of which there is none; otherwise as GetCoordinateSystem, ClearCoordinateSystem and
-/// the writing of the forms do. A failure after the removal of the former forms leaves the drawing without a coordinate
-/// system: the host's save undoes it.
+/// against a version without forms, of which there is none; as GetCoordinateSystem (definition) when the reading fails
+/// and as ClearCoordinateSystem when the removal does. The writing of the legacy forms adds eInvalidInput for a system
+/// whose code is empty or ".", or of which the library cannot give what is asked; eInvalidResbuf for a definition that
+/// cannot be packed or that lacks a datum or ellipsoid which it needs; eOutOfMemory; and eNoObject. A failure after the
+/// removal of the former forms leaves the drawing without a coordinate system: the host's save undoes it.
 ORVEL_API Qeapp::ErrorStatus ApplyCoordinateSystemStorageVersion(QeDbDatabase* db, QeDb::QeDbDwgVersion version,
                                                                  Status* status = nullptr);
 

@@ -41,7 +41,7 @@ private:
     Value fallback_;
 };
 
-/// The report of a library status: 0 is unset, 52 stands for a failure that no library call had part in.
+/// The report of a library status: 0 is unset, 52 stands for a failure for which no library status was recorded.
 class ScopedStatusReport : public ScopedReport<Zentara::Infrastructure::SpatialReference::Status> {
 public:
     using Status = Zentara::Infrastructure::SpatialReference::Status;

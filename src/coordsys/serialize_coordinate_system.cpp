@@ -4,7 +4,7 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "coordsys/scoped_report.h"
-#include "storage/library_holder.h"
+#include "storage/library_result.h"
 #include "storage/packed_definition.h"
 #include "storage/serialized_text.h"
 #include "storage/utf16le.h"
@@ -24,10 +24,10 @@ Qeapp::ErrorStatus blockOf(const CoordinateReferenceSystemDefinition* definition
         return ::Orvel::EncodeDefinitionBytes(definition, block) ? Qeapp::eOk : Qeapp::eInvalidInput;
     std::wstring text;
     libraryStatus = ::Orvel::SerializeToWideText(text, definition, false);
-    if (libraryStatus != Library::statusOk)
-        return Qeapp::eInvalidInput;
-    block = ::Orvel::Utf16leBytes(text);
-    return Qeapp::eOk;
+    const Qeapp::ErrorStatus result = ::Orvel::LibraryResult(libraryStatus);
+    if (result == Qeapp::eOk)
+        block = ::Orvel::Utf16leBytes(text);
+    return result;
 }
 
 Qeapp::ErrorStatus handOut(const std::vector<unsigned char>& block, unsigned char*& bytes, int& length)
@@ -44,12 +44,13 @@ Qeapp::ErrorStatus readBlock(LibraryObject<DefinitionBaseArray>& definitions, co
                              std::size_t length, Status& libraryStatus)
 {
     libraryStatus = DefinitionBaseArray::CreateInstance(definitions.put());
-    if (libraryStatus != Library::statusOk)
-        return Qeapp::eInvalidInput;
-    LibraryObject<Library::DefinitionBase> packed(::Orvel::DecodeDefinitionBytes(bytes, length));
+    const Qeapp::ErrorStatus created = ::Orvel::LibraryResult(libraryStatus, definitions);
+    if (created != Qeapp::eOk)
+        return created;
+    LibraryObject<Library::DefinitionBase> packed = ::Orvel::DecodeDefinitionBytes(bytes, length);
     libraryStatus = packed ? ::Orvel::AddDefinition(*definitions.get(), packed)
-                           : ::Orvel::DeserializeUtf16leText(definitions.put(), bytes);
-    return libraryStatus == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
+                           : ::Orvel::DeserializeUtf16leText(definitions, bytes);
+    return ::Orvel::LibraryResult(libraryStatus, definitions);
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 #include "storage/database_argument.h"
 #include "storage/definition_code.h"
 #include "storage/geodata.h"
-#include "storage/library_holder.h"
+#include "storage/library_result.h"
 #include "storage/stored_coordinate_system.h"
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {
@@ -81,11 +81,12 @@ Qeapp::ErrorStatus SetCoordinateSystem(const wchar_t* code, QeDbDatabase* db, St
     Qeapp::ErrorStatus catalogResult = Qeapp::eOk;
     const ScopedStatusReport report(status, &libraryStatus, &catalogResult);
     LibraryObject<CoordinateReferenceSystemDefinition> definition;
-    if (!::Orvel::IsBlank(code) &&
-        CoordinateReferenceSystemDefinition::Load(code, definition.put()) != ::Orvel::Library::statusOk) {
-        catalogResult = Qeapp::eInvalidInput;
-        return catalogResult;
+    if (!::Orvel::IsBlank(code)) {
+        const Status loaded = CoordinateReferenceSystemDefinition::Load(code, definition.put());
+        catalogResult = ::Orvel::LibraryResult(loaded, definition);
     }
+    if (catalogResult != Qeapp::eOk)
+        return catalogResult;
     return SetCoordinateSystem(definition.get(), database, status);
 }
 

@@ -5,7 +5,7 @@
 #include "storage/definition_xrecord.h"
 #include "storage/geodata.h"
 #include "storage/legacy_projection.h"
-#include "storage/library_holder.h"
+#include "storage/library_result.h"
 #include "storage/stored_coordinate_system.h"
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {
@@ -34,14 +34,15 @@ Qeapp::ErrorStatus WriteCoordinateSystemLegacyForm(QeDbDatabase* db, const Defin
         return Qeapp::eInvalidInput; // GCOVR_EXCL_LINE: see above
     libraryStatus = Library::statusFailed;
     const wchar_t* const code = ::Orvel::CodeOf(definition);
-    if (::Orvel::IsBlank(code))
+    if (!::Orvel::IsLegacyProjectionCode(code))
         return Qeapp::eInvalidInput;
     const Qeapp::ErrorStatus recorded = ::Orvel::WriteLegacyProjectionCode(db, code);
     if (recorded != Qeapp::eOk)
         return recorded;
     // The catalog's copy is preferred to the drawing's own on purpose.
     LibraryObject<Definition> inCatalog;
-    const bool known = Definition::Load(code, inCatalog.put()) == Library::statusOk;
+    const Status loaded = Definition::Load(code, inCatalog.put());
+    const bool known = ::Orvel::LibraryResult(loaded, inCatalog) == Qeapp::eOk;
     const Definition* const chosen = known ? inCatalog.get() : definition;
     const Qeapp::ErrorStatus stored = ::Orvel::WriteCsDefinitionXrecord(chosen, db);
     if (stored != Qeapp::eOk)

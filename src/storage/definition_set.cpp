@@ -1,6 +1,7 @@
 #include "storage/definition_set.h"
 
 #include <cwchar>
+#include <utility>
 
 #include "platform/windows.h"
 #include "storage/definition_code.h"
@@ -44,21 +45,21 @@ const wchar_t* expectedEllipsoidCode(const Library::CoordinateReferenceSystemDef
     return sameCode(CodeOf(datum), datumCode) ? ellipsoidCodeOf(datum) : nullptr;
 }
 
-template <class Definition>
-bool takeAs(LibraryObject<Definition>& slot, Library::DefinitionBase* definition)
+/// A link that fails leaves the system as it was stored, which is whole: there is nothing to report.
+void ignoreLink(Library::Status /*status*/)
 {
-    auto* const typed = dynamic_cast<Definition*>(definition);
-    if (typed != nullptr)
-        slot.reset(typed);
-    return typed != nullptr;
 }
 
 } // namespace
 
-void DefinitionSet::take(Library::DefinitionBase* definition)
+void DefinitionSet::take(LibraryObject<Library::DefinitionBase> definition)
 {
-    if (!takeAs(system, definition) && !takeAs(datum, definition) && !takeAs(ellipsoid, definition))
-        Library::Object::Destroy(definition);
+    if (auto asSystem = TakeAs<Library::CoordinateReferenceSystemDefinition>(definition))
+        system = std::move(asSystem);
+    else if (auto asDatum = TakeAs<Library::DatumDefinition>(definition))
+        datum = std::move(asDatum);
+    else if (auto asEllipsoid = TakeAs<Library::EllipsoidDefinition>(definition))
+        ellipsoid = std::move(asEllipsoid);
 }
 
 bool ValidateCsDefinitionSet(const wchar_t* code, const Library::CoordinateReferenceSystemDefinition* system,
@@ -74,7 +75,6 @@ bool ValidateCsDefinitionSet(const wchar_t* code, const Library::CoordinateRefer
     return sameCode(CodeOf(ellipsoid), expectedEllipsoidCode(system, datum));
 }
 
-// A link that fails leaves the system as it was stored, which is whole: there is nothing to report.
 void LinkDefinitionSet(DefinitionSet& set)
 {
     const wchar_t* const datumCode = datumCodeOf(*set.system.get());
@@ -82,14 +82,14 @@ void LinkDefinitionSet(DefinitionSet& set)
         return;
     if (*datumCode == L'\0') {
         if (set.ellipsoid)
-            static_cast<void>(set.system->SetEllipsoid(set.ellipsoid.get())); // see above
+            ignoreLink(set.system->SetEllipsoid(set.ellipsoid.get()));
         return;
     }
     if (!set.datum)
         return;
     if (set.ellipsoid)
-        static_cast<void>(set.datum->SetEllipsoid(set.ellipsoid.get())); // see above
-    static_cast<void>(set.system->SetDatum(set.datum.get()));            // see above
+        ignoreLink(set.datum->SetEllipsoid(set.ellipsoid.get()));
+    ignoreLink(set.system->SetDatum(set.datum.get()));
 }
 
 } // namespace Orvel

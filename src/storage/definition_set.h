@@ -11,9 +11,9 @@ struct DefinitionSet {
     LibraryObject<Library::DatumDefinition> datum;
     LibraryObject<Library::EllipsoidDefinition> ellipsoid;
 
-    /// Takes the definition into the slot of its kind, in the place of what was there; one of no such kind, or null, is
-    /// destroyed.
-    void take(Library::DefinitionBase* definition);
+    /// Puts the definition into the slot of its kind, in place of what was there. A definition of another kind is
+    /// destroyed; an empty holder changes nothing.
+    void take(LibraryObject<Library::DefinitionBase> definition);
 };
 
 /// Whether the definitions belong together and to the code: the system has the code and, where it is geographic or

@@ -15,7 +15,8 @@ inline constexpr const wchar_t* kCsDefinitionXrecordKey = L"ORVEL_CSINDWG_REGAPP
 enum CsDefinitionXrecordLayout : int { kStandaloneChunksLayout = 0, kGroupsLayout = 1 };
 
 /// Stores the system in the current layout. eNoDatabase and eInvalidInput for null arguments, eInvalidInput when a
-/// library query fails, eOutOfMemory, eInvalidResbuf when a definition cannot be packed; host results as they are.
+/// library query fails, eOutOfMemory, eInvalidResbuf when there is no datum or ellipsoid where one is needed and when a
+/// definition cannot be packed; host results as they are.
 Qeapp::ErrorStatus WriteCsDefinitionXrecord(const Library::CoordinateReferenceSystemDefinition* definition,
                                             QeDbDatabase* database);
 

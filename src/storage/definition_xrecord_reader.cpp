@@ -59,16 +59,17 @@ bool closesGroup(const resbuf& item)
     // GCOVR_EXCL_BR_STOP
 }
 
-/// False when a group is not closed before the chain ends.
-bool readGroups(const resbuf* item, DefinitionSet& definitions)
+/// False when a group is not closed before the chain ends. Whatever its own text, the opening brace closes nothing.
+bool readGroups(const resbuf* opening, DefinitionSet& definitions)
 {
-    while (item != nullptr) {
-        definitions.take(ResbufGroupToDefinition(item));
-        while (item != nullptr && !closesGroup(*item))
-            item = item->rbnext;
-        if (item == nullptr)
+    while (opening != nullptr) {
+        definitions.take(ResbufGroupToDefinition(opening));
+        const resbuf* closing = opening->rbnext;
+        while (closing != nullptr && !closesGroup(*closing))
+            closing = closing->rbnext;
+        if (closing == nullptr)
             return false;
-        item = item->rbnext;
+        opening = closing->rbnext;
     }
     return true;
 }

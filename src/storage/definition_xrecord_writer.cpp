@@ -2,44 +2,35 @@
 
 #include "storage/definition_group.h"
 #include "storage/definition_xrecord.h"
-#include "storage/host_holders.h"
+#include "storage/resbuf_chain_builder.h"
 
 namespace Orvel {
 namespace {
 
-resbuf& lastOf(resbuf& chain)
+Qeapp::ErrorStatus appendGroup(ResbufChainBuilder& chain, const Library::DefinitionBase* definition)
 {
-    resbuf* item = &chain;
-    while (item->rbnext != nullptr)
-        item = item->rbnext;
-    return *item;
+    return chain.append(DefinitionToResbufGroup(definition)) ? Qeapp::eOk : Qeapp::eInvalidResbuf;
 }
 
-Qeapp::ErrorStatus appendGroup(resbuf& chain, const Library::DefinitionBase* definition)
-{
-    resbuf* const group = DefinitionToResbufGroup(definition);
-    if (group == nullptr)
-        return Qeapp::eInvalidResbuf;
-    lastOf(chain).rbnext = group;
-    return Qeapp::eOk;
-}
-
-// A datum or an ellipsoid that cannot be fetched stays null, and then there is no group for it.
-Qeapp::ErrorStatus appendDatum(resbuf& chain, const Library::CoordinateReferenceSystemDefinition* definition)
+Qeapp::ErrorStatus appendDatum(ResbufChainBuilder& chain,
+                               const Library::CoordinateReferenceSystemDefinition* definition)
 {
     LibraryObject<Library::DatumDefinition> datum;
-    static_cast<void>(definition->GetDatum(datum.put())); // see above
+    if (definition->GetDatum(datum.put()) != Library::statusOk)
+        return Qeapp::eInvalidInput;
     return appendGroup(chain, datum.get());
 }
 
-Qeapp::ErrorStatus appendEllipsoid(resbuf& chain, const Library::CoordinateReferenceSystemDefinition* definition)
+Qeapp::ErrorStatus appendEllipsoid(ResbufChainBuilder& chain,
+                                   const Library::CoordinateReferenceSystemDefinition* definition)
 {
     LibraryObject<Library::EllipsoidDefinition> ellipsoid;
-    static_cast<void>(Library::CoordinateReferenceSystemUtil::GetEllipsoid(definition, ellipsoid.put())); // see above
+    if (Library::CoordinateReferenceSystemUtil::GetEllipsoid(definition, ellipsoid.put()) != Library::statusOk)
+        return Qeapp::eInvalidInput;
     return appendGroup(chain, ellipsoid.get());
 }
 
-Qeapp::ErrorStatus appendDatumAndEllipsoid(resbuf& chain,
+Qeapp::ErrorStatus appendDatumAndEllipsoid(ResbufChainBuilder& chain,
                                            const Library::CoordinateReferenceSystemDefinition* definition)
 {
     LibraryObject<Library::CoordinateReferenceSystemOperation> operation;
@@ -55,19 +46,25 @@ Qeapp::ErrorStatus appendDatumAndEllipsoid(resbuf& chain,
     return appendEllipsoid(chain, definition);
 }
 
-Qeapp::ErrorStatus buildChain(const Library::CoordinateReferenceSystemDefinition* definition, ResbufChain& chain)
+ResbufChain layoutResbuf()
 {
-    chain.reset(qeutNewRb(QeRb::kXdataInteger32));
-    if (!chain)
+    ResbufChain layout(qeutNewRb(QeRb::kXdataInteger32));
+    if (layout)
+        layout->resval.rlong = kGroupsLayout;
+    return layout;
+}
+
+Qeapp::ErrorStatus buildChain(ResbufChainBuilder& chain, const Library::CoordinateReferenceSystemDefinition* definition)
+{
+    if (!chain.append(layoutResbuf()))
         return Qeapp::eOutOfMemory;
-    chain->resval.rlong = kGroupsLayout;
-    const Qeapp::ErrorStatus result = appendGroup(*chain.get(), definition);
+    const Qeapp::ErrorStatus result = appendGroup(chain, definition);
     if (result != Qeapp::eOk)
         return result;
     int kind = 0;
     if (definition->GetKind(kind) != Library::statusOk)
         return Qeapp::eInvalidInput;
-    return kind == Library::kindNotEarthReferenced ? Qeapp::eOk : appendDatumAndEllipsoid(*chain.get(), definition);
+    return kind == Library::kindNotEarthReferenced ? Qeapp::eOk : appendDatumAndEllipsoid(chain, definition);
 }
 
 Qeapp::ErrorStatus putXrecord(QeDbDatabase* database, QeDbDictionary& dictionary, const resbuf* chain)
@@ -98,8 +95,8 @@ Qeapp::ErrorStatus WriteCsDefinitionXrecord(const Library::CoordinateReferenceSy
         return Qeapp::eNoDatabase;
     if (definition == nullptr)
         return Qeapp::eInvalidInput;
-    ResbufChain chain;
-    const Qeapp::ErrorStatus result = buildChain(definition, chain);
+    ResbufChainBuilder chain;
+    const Qeapp::ErrorStatus result = buildChain(chain, definition);
     return result == Qeapp::eOk ? StoreCsXrecordChain(database, chain.get()) : result;
 }
 

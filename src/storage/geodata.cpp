@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "storage/definition_code.h"
-#include "storage/host_holders.h"
+#include "storage/library_result.h"
 #include "storage/serialized_text.h"
 
 namespace Orvel {
@@ -51,30 +51,29 @@ Qeapp::ErrorStatus ReadGeoDataCoordinateSystem(QeDbDatabase* database, std::wstr
     return opened;
 }
 
-Qeapp::ErrorStatus OpenGeoDataForWrite(QeDbDatabase* database, QeDbGeoData*& object, bool create)
+Qeapp::ErrorStatus OpenGeoDataForWrite(QeDbDatabase* database, HostObject<QeDbGeoData>& object, bool create)
 {
-    object = nullptr;
+    object.reset();
     QeDbObjectId id;
-    HostObject<QeDbGeoData> geoData;
-    Qeapp::ErrorStatus result = Qeapp::eOk;
-    if (qedbGetGeoDataObjId(database, id) == Qeapp::eOk)
-        result = geoData.open(id, QeDb::kForWrite);
-    else if (create)
-        result = createGeoData(database, geoData);
-    object = geoData.release();
-    return result;
+    if (qedbGetGeoDataObjId(database, id) != Qeapp::eOk)
+        return create ? createGeoData(database, object) : Qeapp::eOk;
+    HostObject<QeDbGeoData> present;
+    const Qeapp::ErrorStatus opened = present.open(id, QeDb::kForWrite);
+    if (opened == Qeapp::eOk)
+        object = std::move(present);
+    return opened;
 }
 
 Qeapp::ErrorStatus WriteGeoDataCoordinateSystem(QeDbDatabase* database, const wchar_t* text)
 {
     if (database == nullptr)
         return Qeapp::eNoDatabase;
-    const bool create = !IsBlank(text);
+    const bool isBlank = IsBlank(text);
     HostObject<QeDbGeoData> geoData;
-    const Qeapp::ErrorStatus opened = OpenGeoDataForWrite(database, geoData.put(), create);
+    const Qeapp::ErrorStatus opened = OpenGeoDataForWrite(database, geoData, !isBlank);
     if (!geoData)
         return opened;
-    return geoData->setCoordinateSystem(create ? text : L"");
+    return geoData->setCoordinateSystem(isBlank ? L"" : text);
 }
 
 Qeapp::ErrorStatus WriteGeoDataWkt(QeDbDatabase* database,
@@ -98,8 +97,8 @@ Qeapp::ErrorStatus WriteGeoDataSerialized(QeDbDatabase* database,
     std::wstring text;
     if (definition != nullptr) {
         libraryStatus = SerializeToWideText(text, definition, true);
-        if (libraryStatus != Library::statusOk)
-            return Qeapp::eInvalidInput;
+        if (const Qeapp::ErrorStatus serialized = LibraryResult(libraryStatus); serialized != Qeapp::eOk)
+            return serialized;
     }
     return WriteGeoDataCoordinateSystem(database, text.c_str());
 }

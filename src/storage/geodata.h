@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/host.h"
+#include "storage/host_holders.h"
 #include "storage/library_holder.h"
 
 namespace Orvel {
@@ -12,9 +12,9 @@ namespace Orvel {
 /// The text, or empty where the drawing has no GeoData object. A host result of the opening as it is.
 Qeapp::ErrorStatus ReadGeoDataCoordinateSystem(QeDbDatabase* database, std::wstring& text);
 
-/// Opens the GeoData object for write into `object`, for the caller to close, making it in model space when it is
-/// missing and `create` asks for it; null with eOk when it is missing otherwise. On failure null.
-Qeapp::ErrorStatus OpenGeoDataForWrite(QeDbDatabase* database, QeDbGeoData*& object, bool create);
+/// Opens the GeoData object for write. Where there is none, makes one in model space if `create` is set, and otherwise
+/// returns eOk with an empty `object`. On failure `object` is empty.
+Qeapp::ErrorStatus OpenGeoDataForWrite(QeDbDatabase* database, HostObject<QeDbGeoData>& object, bool create);
 
 /// Writes a ready-made text. A null or empty one blanks an existing object and creates none. eNoDatabase for a null
 /// database.

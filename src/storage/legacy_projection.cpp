@@ -1,7 +1,7 @@
 #include "storage/legacy_projection.h"
 
-#include <cwchar>
 #include <new>
+#include <string_view>
 
 #include "storage/definition_code.h"
 #include "storage/host_holders.h"
@@ -9,8 +9,8 @@
 namespace Orvel {
 namespace {
 
-/// Written by some older products for "none".
-constexpr const wchar_t* kNoCode = L".";
+/// Some older products wrote "." for "none".
+constexpr std::wstring_view kNoCode = L".";
 
 /// Null when the record, which stands second in its chain, is absent or says that there is no code.
 const wchar_t* codeIn(const resbuf* chain)
@@ -19,9 +19,7 @@ const wchar_t* codeIn(const resbuf* chain)
     if (item == nullptr || item->restype != QeRb::kXdataString)
         return nullptr;
     const wchar_t* const code = item->resval.rstring;
-    // GCOVR_EXCL_BR_START: the embedded host gives out an empty text for a null one; another host may not
-    return code == nullptr || std::wcscmp(code, kNoCode) == 0 ? nullptr : code;
-    // GCOVR_EXCL_BR_STOP
+    return IsLegacyProjectionCode(code) ? code : nullptr;
 }
 
 Qeapp::ErrorStatus addApplication(QeDbRegAppTable& table)
@@ -60,6 +58,11 @@ ResbufChain recordChain(const wchar_t* code)
 
 } // namespace
 
+bool IsLegacyProjectionCode(const wchar_t* code)
+{
+    return !IsBlank(code) && code != kNoCode;
+}
+
 std::wstring ReadLegacyProjectionCode(QeDbDatabase* database)
 {
     NamedObjects dictionary;
@@ -78,6 +81,8 @@ Qeapp::ErrorStatus WriteLegacyProjectionCode(QeDbDatabase* database, const wchar
 {
     if (database == nullptr)
         return Qeapp::eNoDatabase;
+    if (!IsBlank(code) && !IsLegacyProjectionCode(code))
+        return Qeapp::eInvalidInput; // before anything is changed
     const Qeapp::ErrorStatus registered = registerApplication(database);
     if (registered != Qeapp::eOk)
         return registered;

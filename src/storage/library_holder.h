@@ -16,6 +16,17 @@ struct LibraryObjectPolicy {
 template <class T>
 using LibraryObject = Holder<LibraryObjectPolicy<T>>;
 
+/// Moves the definition into a holder of its run-time type. A definition of another type stays where it is, and the
+/// result is empty.
+template <class T>
+[[nodiscard]] LibraryObject<T> TakeAs(LibraryObject<Library::DefinitionBase>& definition)
+{
+    LibraryObject<T> typed(dynamic_cast<T*>(definition.get()));
+    if (typed)
+        static_cast<void>(definition.release()); // `typed` owns it now
+    return typed;
+}
+
 /// The array takes the definition over when it can add it; otherwise the holder keeps it.
 template <class Definition>
 [[nodiscard]] Library::Status AddDefinition(Library::DefinitionBaseArray& definitions,

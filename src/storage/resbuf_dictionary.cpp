@@ -20,21 +20,43 @@ using Dictionary = HostObject<QeDbDictionary>;
 constexpr std::size_t kUniqueKeyCapacity = 32; // in characters, the NUL included
 std::array<wchar_t, kUniqueKeyCapacity> uniqueKey;
 
-/// An object of another class is closed again and left alone, as is one that cannot be opened.
-QeDbDictionary* openPresent(QeDbObjectId id, QeDb::OpenMode mode)
+Qeapp::ErrorStatus openPresent(const NamedObjects& parent, const std::wstring& name, QeDb::OpenMode mode,
+                               Dictionary& dictionary)
 {
-    Dictionary found;
-    return found.open(id, mode) == Qeapp::eOk ? found.release() : nullptr;
+    QeDbObjectId id;
+    const Qeapp::ErrorStatus lookedUp = parent->getAt(name.c_str(), id);
+    return lookedUp == Qeapp::eOk ? dictionary.open(id, mode) : lookedUp;
 }
 
-/// Of a new object that could not be added, the holder deletes it.
-QeDbDictionary* addDictionary(NamedObjects& parent, const std::wstring& name)
+/// Whether there is no such dictionary: no entry, an erased one, or one of another class. Any other failure, such as an
+/// entry that somebody has open, says nothing of what is there.
+bool isMissing(Qeapp::ErrorStatus opened)
+{
+    return opened == Qeapp::eKeyNotFound || opened == Qeapp::eObjectErased || opened == Qeapp::eNotThatKindOfClass;
+}
+
+/// Replaces what lies under the name. The holder deletes a new dictionary that could not be added.
+Dictionary addDictionary(const NamedObjects& parent, const std::wstring& name)
 {
     if (parent->upgradeOpen() != Qeapp::eOk)
-        return nullptr;
+        return {};
     Dictionary added(new (std::nothrow) QeDbDictionary);
     QeDbObjectId id;
-    return added && parent->setAt(name.c_str(), added.get(), id) == Qeapp::eOk ? added.release() : nullptr;
+    if (!added || parent->setAt(name.c_str(), added.get(), id) != Qeapp::eOk)
+        return {};
+    return added;
+}
+
+/// Null when there is no memory for it.
+CResbufDictionaryIterator* newIteratorOver(const Dictionary& dictionary)
+{
+    std::unique_ptr<QeDbDictionaryIterator> inner(dictionary->newIterator());
+    if (!inner)
+        return nullptr;
+    auto* const iterator = new (std::nothrow) CResbufDictionaryIterator(inner.get());
+    if (iterator != nullptr)
+        static_cast<void>(inner.release()); // the iterator owns it now
+    return iterator;
 }
 
 bool storeXrecord(QeDbDictionary& dictionary, const wchar_t* key, const resbuf* chain, QeDbObjectReactor* reactor)
@@ -50,13 +72,15 @@ bool storeXrecord(QeDbDictionary& dictionary, const wchar_t* key, const resbuf* 
     return true;
 }
 
-std::vector<QeDbObjectId> entriesOf(const CResbufDictionary& dictionary)
+/// False when the entries cannot be listed.
+bool listEntries(const Dictionary& dictionary, std::vector<QeDbObjectId>& entries)
 {
-    std::vector<QeDbObjectId> entries;
-    const std::unique_ptr<CResbufDictionaryIterator> entry(dictionary.NewIterator());
-    for (; entry && !entry->Done(); entry->Next())
+    const std::unique_ptr<CResbufDictionaryIterator> entry(newIteratorOver(dictionary));
+    if (!entry)
+        return false;
+    for (; !entry->Done(); entry->Next())
         entry->GetObjectId(entries.emplace_back());
-    return entries;
+    return true;
 }
 
 /// "%s%s" of the prefix, cut to what the number leaves of the buffer, and the number.
@@ -81,25 +105,17 @@ QeDbDictionary* CResbufDictionary::OpenDictionary(QeDb::OpenMode mode) const
     NamedObjects parent;
     if (mode == QeDb::kForNotify || database_ == nullptr || parent.openIn(database_, QeDb::kForRead) != Qeapp::eOk)
         return nullptr;
-    QeDbObjectId id;
-    const Qeapp::ErrorStatus lookedUp = parent->getAt(name_.c_str(), id);
-    if (lookedUp == Qeapp::eOk)
-        return openPresent(id, mode);
-    return lookedUp == Qeapp::eKeyNotFound && mode == QeDb::kForWrite ? addDictionary(parent, name_) : nullptr;
+    Dictionary dictionary;
+    const Qeapp::ErrorStatus opened = openPresent(parent, name_, mode, dictionary);
+    if (mode == QeDb::kForWrite && isMissing(opened))
+        dictionary = addDictionary(parent, name_);
+    return dictionary.release();
 }
 
 CResbufDictionaryIterator* CResbufDictionary::NewIterator() const
 {
     const Dictionary dictionary(OpenDictionary(QeDb::kForRead));
-    if (!dictionary)
-        return nullptr;
-    std::unique_ptr<QeDbDictionaryIterator> inner(dictionary->newIterator());
-    if (!inner)
-        return nullptr;
-    auto* const iterator = new (std::nothrow) CResbufDictionaryIterator(inner.get());
-    if (iterator != nullptr)
-        static_cast<void>(inner.release()); // the iterator owns it now
-    return iterator;
+    return dictionary ? newIteratorOver(dictionary) : nullptr;
 }
 
 int CResbufDictionary::GetEntryCount() const
@@ -141,9 +157,23 @@ bool CResbufDictionary::RemoveKey(const wchar_t* key) const
     return dictionary && dictionary->remove(key) == Qeapp::eOk;
 }
 
+bool CResbufDictionary::ListEntries(std::vector<QeDbObjectId>& entries) const
+{
+    if (database_ == nullptr)
+        return true; // there is no dictionary
+    NamedObjects parent;
+    if (parent.openIn(database_, QeDb::kForRead) != Qeapp::eOk)
+        return false;
+    Dictionary dictionary;
+    const Qeapp::ErrorStatus opened = openPresent(parent, name_, QeDb::kForRead, dictionary);
+    return opened == Qeapp::eOk ? listEntries(dictionary, entries) : isMissing(opened);
+}
+
 bool CResbufDictionary::RemoveAll() const
 {
-    const std::vector<QeDbObjectId> entries = entriesOf(*this);
+    std::vector<QeDbObjectId> entries;
+    if (!ListEntries(entries))
+        return false;
     if (entries.empty())
         return true;
     const Dictionary dictionary(OpenDictionary(QeDb::kForWrite));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/host.h"
 #include "storage/resbuf_dictionary_iterator.h"
@@ -15,8 +16,10 @@ public:
     /// A null `database` means the working database of that moment.
     CResbufDictionary(const wchar_t* name, QeDbDatabase* database);
 
-    /// The dictionary, open in `mode`, for the caller to close; null when it cannot be had, and for kForNotify. Opened
-    /// for write it is made when it is missing; what else lies under the name is left alone.
+    /// The dictionary, open in `mode`, for the caller to close; null when it cannot be opened, and for kForNotify.
+    /// Opened for write it is made where the entry is missing, erased or of another class, and replaces that entry.
+    /// Where the entry cannot be looked up or opened for another reason, such as somebody having it open, nothing is
+    /// replaced and the result is null.
     [[nodiscard]] QeDbDictionary* OpenDictionary(QeDb::OpenMode mode) const;
     /// At the first entry, for the caller to delete; null when the dictionary is missing.
     [[nodiscard]] CResbufDictionaryIterator* NewIterator() const;
@@ -29,13 +32,17 @@ public:
     /// xrecord. On false the former entry is as it was.
     [[nodiscard]] bool SetResbuf(const wchar_t* key, const resbuf* chain, QeDbObjectReactor* reactor) const;
     [[nodiscard]] bool RemoveKey(const wchar_t* key) const;
-    /// Removes every entry, without locking the document. False when any of them cannot be removed.
+    /// Removes every entry, without locking the document. True also for a dictionary that is missing or empty; false
+    /// when the dictionary cannot be opened or any of its entries cannot be removed.
     [[nodiscard]] bool RemoveAll() const;
     /// A key that no entry has, made of as much of the prefix as fits and a number, in a buffer of 32 characters that
     /// every call overwrites; null when the numbers run out.
     [[nodiscard]] const wchar_t* MakeUniqueKey(const wchar_t* prefix) const;
 
 private:
+    /// True, with no entries, for a dictionary that is missing; false when it cannot be opened.
+    [[nodiscard]] bool ListEntries(std::vector<QeDbObjectId>& entries) const;
+
     std::wstring name_;
     QeDbDatabase* database_;
 };

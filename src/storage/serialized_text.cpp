@@ -24,19 +24,20 @@ Library::Status SerializeToWideText(std::wstring& text, const Library::Definitio
     return status;
 }
 
-Library::Status DeserializeWideText(Library::DefinitionBaseArray*& definitions, const wchar_t* text)
+Library::Status DeserializeWideText(LibraryObject<Library::DefinitionBaseArray>& definitions, const wchar_t* text)
 {
     return DeserializeUtf16leText(definitions, text != nullptr ? Utf16leBytes(text).data() : nullptr);
 }
 
-Library::Status DeserializeUtf16leText(Library::DefinitionBaseArray*& definitions, const unsigned char* text)
+Library::Status DeserializeUtf16leText(LibraryObject<Library::DefinitionBaseArray>& definitions,
+                                       const unsigned char* text)
 {
     if (text == nullptr)
         return Library::statusNullText;
     const std::size_t length = Utf16leLength(text);
     if (length == 0)
         return Library::statusEmptyText;
-    return Library::DefinitionStream::Deserialize_s(definitions, text, length + kNulLengthInBytes,
+    return Library::DefinitionStream::Deserialize_s(definitions.put(), text, length + kNulLengthInBytes,
                                                     Library::formatAutomatic, kNewestSchema);
 }
 

@@ -13,11 +13,12 @@ namespace Orvel {
 Library::Status SerializeToWideText(std::wstring& text, const Library::DefinitionBase* definition,
                                     bool includeDependents);
 
-/// Reads such a text into a new array, the caller's to Destroy. statusNullText for a null text, statusEmptyText for an
-/// empty one; otherwise the library's status.
-Library::Status DeserializeWideText(Library::DefinitionBaseArray*& definitions, const wchar_t* text);
+/// Reads such a text into a new array. statusNullText for a null text, statusEmptyText for an empty one; otherwise the
+/// library's status.
+Library::Status DeserializeWideText(LibraryObject<Library::DefinitionBaseArray>& definitions, const wchar_t* text);
 
 /// The same from UTF-16 little-endian bytes, which end with their first NUL unit: the caller guarantees one.
-Library::Status DeserializeUtf16leText(Library::DefinitionBaseArray*& definitions, const unsigned char* text);
+Library::Status DeserializeUtf16leText(LibraryObject<Library::DefinitionBaseArray>& definitions,
+                                       const unsigned char* text);
 
 } // namespace Orvel

@@ -126,6 +126,18 @@ TEST_F(AssignDefinition, CodeOfTheCatalog_IsRefused)
     EXPECT_EQ(contents("plan.qedb"), before);
 }
 
+TEST_F(AssignDefinition, CodeThatOlderVersionsTakeForNone_IsRefused)
+{
+    given("definition.txt", kWkt);
+    givenDrawing("plan.qedb");
+    const std::string before = contents("plan.qedb");
+    expectResult(
+        run({"assign", "--definition", "definition.txt", "--code", ".", "plan.qedb"}), 1, "",
+        "orvelcs: assign: --code: expected a code, found \".\", which readers of older drawing versions take for "
+        "none\n");
+    EXPECT_EQ(contents("plan.qedb"), before);
+}
+
 TEST_F(AssignDefinition, RefusedDefinition_IsInTheJsonOfEachDrawing)
 {
     given("definition.txt", "nonsense");

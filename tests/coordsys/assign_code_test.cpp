@@ -92,6 +92,17 @@ TEST_F(AssignCode, AnyFailureOfTheCatalog_IsInvalidInputAndStatus52)
     EXPECT_EQ(log, Notices());
 }
 
+TEST_F(AssignCode, CatalogThatGivesNothingDespiteSuccess_IsAFailureAndTouchesNothing)
+{
+    giveSystem(L"EPSG:2263");
+    const auto before = drawing.image();
+    const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = 0});
+    EXPECT_EQ(assign(L"EPSG:25832"), Qeapp::eInvalidInput);
+    EXPECT_EQ(status, 52);
+    EXPECT_EQ(log, Notices());
+    EXPECT_EQ(drawing.image(), before);
+}
+
 TEST_F(AssignCode, VetoAfterTheCatalogKnewTheCode_ReportsStatusZero)
 {
     reactor.answer = [](const Notice&) { return false; };

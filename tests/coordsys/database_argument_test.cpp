@@ -141,7 +141,7 @@ TEST_F(DatabaseArgument, WithoutApplicationServices_AssigningAndClearingAreRefus
 TEST_F(DatabaseArgument, NullOnAssigningACode_MeansTheWorkingDatabase)
 {
     const ScopedDocument document;
-    EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832"), Qeapp::eOk);
+    EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832", nullptr), Qeapp::eOk);
     EXPECT_EQ(reactor.databases, std::vector<QeDbDatabase*>(4, document.database()));
     Orvel::HostString code;
     ASSERT_EQ(Cs::GetCoordinateSystem(code.put(), document.database()), Qeapp::eOk);
@@ -151,29 +151,29 @@ TEST_F(DatabaseArgument, NullOnAssigningACode_MeansTheWorkingDatabase)
 TEST_F(DatabaseArgument, NullOnAssigningADefinition_MeansTheWorkingDatabase)
 {
     const ScopedDocument document;
-    EXPECT_EQ(Cs::SetCoordinateSystem(former.get()), Qeapp::eOk);
+    EXPECT_EQ(Cs::SetCoordinateSystem(former.get(), nullptr), Qeapp::eOk);
     EXPECT_EQ(reactor.databases, std::vector<QeDbDatabase*>(4, document.database()));
 }
 
 TEST_F(DatabaseArgument, NullOnClearing_MeansTheWorkingDatabase)
 {
     const ScopedDocument document;
-    EXPECT_EQ(Cs::ClearCoordinateSystem(), Qeapp::eOk);
+    EXPECT_EQ(Cs::ClearCoordinateSystem(nullptr), Qeapp::eOk);
     EXPECT_EQ(reactor.databases, std::vector<QeDbDatabase*>(2, document.database()));
 }
 
 TEST_F(DatabaseArgument, NullOnReading_MeansTheWorkingDatabase)
 {
     const ScopedDocument document;
-    ASSERT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832"), Qeapp::eOk);
+    ASSERT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832", nullptr), Qeapp::eOk);
     ArrayHolder definitions;
     SystemHolder definition;
     Orvel::HostString code;
-    EXPECT_EQ(Cs::GetCoordinateSystem(definitions.put()), Qeapp::eOk);
+    EXPECT_EQ(Cs::GetCoordinateSystem(definitions.put(), nullptr), Qeapp::eOk);
     EXPECT_EQ(described(definitions).size(), 3U);
-    EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), nullptr), Qeapp::eOk);
+    EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), nullptr, nullptr), Qeapp::eOk);
     EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
-    EXPECT_EQ(Cs::GetCoordinateSystem(code.put()), Qeapp::eOk);
+    EXPECT_EQ(Cs::GetCoordinateSystem(code.put(), nullptr), Qeapp::eOk);
     EXPECT_STREQ(code.get(), L"EPSG:25832");
 }
 
@@ -182,7 +182,7 @@ TEST_F(DatabaseArgument, AGivenDatabase_IsPreferredToTheWorkingOne)
     const ScopedDocument document;
     EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832", database()), Qeapp::eOk);
     Orvel::HostString code;
-    EXPECT_EQ(Cs::GetCoordinateSystem(code.put()), Qeapp::eOk);
+    EXPECT_EQ(Cs::GetCoordinateSystem(code.put(), nullptr), Qeapp::eOk);
     EXPECT_EQ(code.get(), nullptr);
 }
 

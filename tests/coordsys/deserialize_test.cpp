@@ -239,6 +239,17 @@ TEST_F(Deserialize, FailingLibraryWhileReadingText_IsInvalidInput)
     }
 }
 
+TEST_F(Deserialize, ArrayThatIsNotThereDespiteSuccess_IsInvalidInput)
+{
+    for (const char* const call : {"DefinitionBaseArray::CreateInstance", "DefinitionStream::Deserialize_s"}) {
+        const ScopedFault fault({.call = call, .code = 0});
+        status = kUntouched;
+        EXPECT_EQ(deserialize(textBlock), Qeapp::eInvalidInput) << call;
+        EXPECT_FALSE(definitions) << call;
+        EXPECT_EQ(status, 52) << call;
+    }
+}
+
 TEST_F(Deserialize, PackedBlockThatCannotBeDecoded_IsTriedAsText)
 {
     const ScopedFault fault({.call = "DefinitionStream::Read", .code = 43});

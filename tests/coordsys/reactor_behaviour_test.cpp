@@ -189,7 +189,7 @@ TEST_F(ReactorBehaviour, AnotherWorkingDatabaseMeanwhile_DoesNotDivertTheAssignm
     QeDbHostApplicationServices* const services = qedbHostApplicationServices();
     services->setWorkingDatabase(database());
     reactor.action = [&](const Notice&) { services->setWorkingDatabase(other.database()); };
-    EXPECT_EQ(Cs::SetCoordinateSystem(kAssignedCode), Qeapp::eOk);
+    EXPECT_EQ(Cs::SetCoordinateSystem(kAssignedCode, nullptr), Qeapp::eOk);
     services->setWorkingDatabase(nullptr);
     EXPECT_EQ(reactor.databases, std::vector<QeDbDatabase*>(4, database()));
     EXPECT_EQ(storedCode(), L"system EPSG:25832");

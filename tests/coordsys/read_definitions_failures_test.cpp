@@ -128,6 +128,28 @@ TEST_F(ReadDefinitionsFailures, AnyFailureOfTheCatalogForALegacyCode_IsNotApplic
     EXPECT_EQ(described(definitions), Texts());
 }
 
+TEST_F(ReadDefinitionsFailures, CatalogThatGivesNothingDespiteSuccess_IsNotApplicable)
+{
+    drawing.withLegacyCode(L"EPSG:25832");
+    const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = 0});
+    EXPECT_EQ(read(), Qeapp::eNotApplicable);
+    EXPECT_EQ(status, 52);
+    EXPECT_EQ(described(definitions), Texts());
+}
+
+// Without a legacy code and with one; in both the caller's pointer is not to be taken for an array.
+TEST_F(ReadDefinitionsFailures, ArrayThatIsNotThereDespiteSuccess_IsInvalidInput)
+{
+    for (const wchar_t* const code : {L"", L"EPSG:25832"}) {
+        drawing.withLegacyCode(code);
+        status = kUntouched;
+        const ScopedFault fault({.call = "DefinitionBaseArray::CreateInstance", .code = 0});
+        EXPECT_EQ(read(), Qeapp::eInvalidInput);
+        EXPECT_EQ(status, 52);
+        EXPECT_FALSE(definitions);
+    }
+}
+
 TEST_F(ReadDefinitionsFailures, TheCatalogsSystemThatCannotBeAdded_IsInvalidInput)
 {
     drawing.withLegacyCode(L"EPSG:25832");

@@ -23,7 +23,7 @@ protected:
 
 Items group(const Library::DefinitionBase* definition)
 {
-    return itemsOf(Orvel::ResbufChain(Orvel::DefinitionToResbufGroup(definition)).get());
+    return itemsOf(Orvel::DefinitionToResbufGroup(definition).get());
 }
 
 TEST_F(ReadDefinitions, DrawingWithNothingStored_GivesAnEmptyArray)

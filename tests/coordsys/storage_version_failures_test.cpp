@@ -161,6 +161,22 @@ TEST_F(StorageVersionFailures, CodeThatCannotBeRead_IsInvalidInputAndLeavesTheDr
     expectNoForm();
 }
 
+// No reader of the legacy record would find a system of that code again.
+TEST_F(StorageVersionFailures, CodeThatReadersTakeForNone_IsInvalidInputInTheLegacyForms)
+{
+    giveText(userSystem(L"."));
+    EXPECT_EQ(apply(29), 3);
+    EXPECT_EQ(status, kUntouched);
+    expectNoForm();
+}
+
+TEST_F(StorageVersionFailures, CodeThatReadersTakeForNone_CanBeStoredAsText)
+{
+    giveText(userSystem(L"."));
+    EXPECT_EQ(apply(30), Qeapp::eOk);
+    expectText(userSystem(L"."));
+}
+
 TEST_F(StorageVersionFailures, LegacyRecordThatCannotBeWritten_LeavesTheDrawingWithoutAForm)
 {
     giveSystem(L"EPSG:25832");
@@ -206,7 +222,7 @@ TEST_F(StorageVersionFailures, SystemTooLongForPacking_CanBeStoredAsText)
 TEST_F(StorageVersionFailures, CatalogThatFailsOnWriting_LeavesTheDrawingsOwnDefinition)
 {
     const SystemHolder own = userSystem(L"EPSG:25832");
-    for (const int code : {35, 46, 57}) {
+    for (const int code : {35, 46, 57, 0}) { // 0: a success that gives no definition
         giveText(own);
         EXPECT_EQ(applyWithFailing("CoordinateReferenceSystemDefinition::Load", code, 29, 2), Qeapp::eOk);
         EXPECT_EQ(status, 0);

@@ -194,6 +194,18 @@ TEST_F(ConvertingSave, SystemThatCannotBeRead_IsNotSavedInAnOlderVersion)
     expectNothingSaved(ScopedFault({.call = "DefinitionStream::Deserialize_s", .code = 43}), 3);
 }
 
+TEST_F(ConvertingSave, SystemWhoseCodeReadersTakeForNone_IsNotSavedInAnOlderVersion)
+{
+    Drawing unnamed;
+    unnamed.withGeoData(serializedText(userSystem(L".").get()));
+    ASSERT_EQ(save(unnamed, file, 33).status, Qeapp::eOk);
+    const auto image = unnamed.image();
+    const std::string contents = fileContents();
+    EXPECT_EQ(save(unnamed, file, 29).status, 3);
+    EXPECT_EQ(unnamed.image(), image);
+    EXPECT_EQ(fileContents(), contents);
+}
+
 TEST_F(ConvertingSave, FileThatCannotBeWritten_LeavesTheDrawingAsItWas)
 {
     saveWell(33);

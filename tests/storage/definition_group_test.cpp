@@ -19,18 +19,18 @@ protected:
 
     static Items writtenAs(const Library::DefinitionBase* definition)
     {
-        const ResbufChain chain(Orvel::DefinitionToResbufGroup(definition));
+        const ResbufChain chain = Orvel::DefinitionToResbufGroup(definition);
         return itemsOf(chain.get());
     }
     static std::wstring readFrom(const Items& items) { return readFrom(chainOf(items)); }
     static std::wstring readFrom(const ResbufChain& chain)
     {
-        const Orvel::LibraryObject<Library::DefinitionBase> definition(Orvel::ResbufGroupToDefinition(chain.get()));
+        const Orvel::LibraryObject<Library::DefinitionBase> definition = Orvel::ResbufGroupToDefinition(chain.get());
         return described(definition.get());
     }
     static std::wstring readFromChunk(const ResbufChain& chain)
     {
-        const Orvel::LibraryObject<Library::DefinitionBase> definition(Orvel::ResbufChunkToDefinition(chain.get()));
+        const Orvel::LibraryObject<Library::DefinitionBase> definition = Orvel::ResbufChunkToDefinition(chain.get());
         return described(definition.get());
     }
 
@@ -110,13 +110,13 @@ TEST_F(DefinitionGroup, DefinitionsOfEveryLengthAreChunkedAlike)
 
 TEST_F(DefinitionGroup, NullGivesNoGroup)
 {
-    EXPECT_EQ(Orvel::DefinitionToResbufGroup(nullptr), nullptr);
+    EXPECT_FALSE(Orvel::DefinitionToResbufGroup(nullptr));
 }
 
 TEST_F(DefinitionGroup, DefinitionThatCannotBePackedGivesNoGroup)
 {
-    EXPECT_EQ(Orvel::DefinitionToResbufGroup(otherDefinition().get()), nullptr);
-    EXPECT_EQ(Orvel::DefinitionToResbufGroup(UserSystem{.name = varied(3000)}.system().get()), nullptr);
+    EXPECT_FALSE(Orvel::DefinitionToResbufGroup(otherDefinition().get()));
+    EXPECT_FALSE(Orvel::DefinitionToResbufGroup(UserSystem{.name = varied(3000)}.system().get()));
 }
 
 TEST_F(DefinitionGroup, EveryFailingCallGivesNoGroupAndLeavesNothing)
@@ -127,7 +127,7 @@ TEST_F(DefinitionGroup, EveryFailingCallGivesNoGroupAndLeavesNothing)
     const Embedded::AuditCounts before = Embedded::Audit::now();
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
-        EXPECT_EQ(Orvel::DefinitionToResbufGroup(system.get()), nullptr) << call;
+        EXPECT_FALSE(Orvel::DefinitionToResbufGroup(system.get())) << call;
         EXPECT_EQ(Embedded::Audit::difference(before, Embedded::Audit::now()), "") << call;
     }
 }
@@ -176,7 +176,7 @@ TEST_F(DefinitionGroup, AnyOtherCodeInFrontGivesNone)
 
 TEST_F(DefinitionGroup, NullGivesNone)
 {
-    EXPECT_EQ(Orvel::ResbufGroupToDefinition(nullptr), nullptr);
+    EXPECT_FALSE(Orvel::ResbufGroupToDefinition(nullptr));
 }
 
 TEST_F(DefinitionGroup, GroupWithoutChunksGivesNone)
@@ -237,7 +237,7 @@ TEST_F(DefinitionGroup, StandaloneChunkStandsForItself)
 
 TEST_F(DefinitionGroup, StandaloneChunkMustBeAChunk)
 {
-    EXPECT_EQ(Orvel::ResbufChunkToDefinition(nullptr), nullptr);
+    EXPECT_FALSE(Orvel::ResbufChunkToDefinition(nullptr));
     EXPECT_EQ(readFromChunk(chainOf({{1004, encoded(ellipsoid.get())}})), L"none");
     EXPECT_EQ(readFromChunk(chainOf({{311, encoded(ellipsoid.get())}})), L"none");
     EXPECT_EQ(readFromChunk(chainOf({{1002, L"{"}})), L"none");

@@ -176,7 +176,10 @@ class DefinitionSetSlots : public PlatformTest {
 protected:
     Orvel::DefinitionSet set;
 
-    void take(Library::DefinitionBase* definition) { set.take(definition); }
+    void take(Library::DefinitionBase* definition)
+    {
+        set.take(Orvel::LibraryObject<Library::DefinitionBase>(definition));
+    }
     Texts slots() const
     {
         return {described(set.system.get()), described(set.datum.get()), described(set.ellipsoid.get())};

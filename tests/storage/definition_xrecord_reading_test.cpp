@@ -240,6 +240,16 @@ TEST_F(DefinitionXrecordReading, OnlyAControlStringClosesAGroup)
     EXPECT_FALSE(readFrom(chain));
 }
 
+TEST_F(DefinitionXrecordReading, OpeningBraceIsNotItsOwnClosingOneWhateverItsText)
+{
+    for (const wchar_t* const text : {L"}", L"", L"{ "}) {
+        Items chain = joinedItems({layout(1), groups()});
+        chain.at(1).value = std::wstring(text);
+        EXPECT_TRUE(readFrom(chain));
+        EXPECT_EQ(slots(), kWhole);
+    }
+}
+
 TEST_F(DefinitionXrecordReading, UnclosedGroupInTheMiddleSwallowsTheNextOne)
 {
     Items first = groupOf(system.get());

@@ -18,7 +18,7 @@ class DocumentedFormats : public PlatformTest {
 protected:
     static Orvel::LibraryObject<Library::DefinitionBase> decoded(const Bytes& bytes)
     {
-        return Orvel::LibraryObject<Library::DefinitionBase>(Orvel::DecodeDefinitionBytes(bytes.data(), bytes.size()));
+        return Orvel::DecodeDefinitionBytes(bytes.data(), bytes.size());
     }
 
     /// The example as the definition it should hold, and that definition's bytes as the example.

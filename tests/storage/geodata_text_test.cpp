@@ -193,73 +193,70 @@ TEST_F(GeoDataText, FailingLookupBesideAnObjectIsTheHostsRefusalToPostASecond)
 
 class GeoDataOpening : public GeoDataText {
 protected:
-    QeDbGeoData unrelated;
-    QeDbGeoData* object = &unrelated; // something that must be gone afterwards
+    Orvel::HostObject<QeDbGeoData> object{new QeDbGeoData}; // something that must be gone afterwards
 };
 
 TEST_F(GeoDataOpening, ObjectGoesToTheCallerOpenForWriting)
 {
     ASSERT_EQ(OpenGeoDataForWrite(drawing.database(), object, false), Qeapp::eOk);
-    ASSERT_NE(object, nullptr);
+    ASSERT_TRUE(object);
     EXPECT_TRUE(object->isWriteEnabled());
     EXPECT_STREQ(object->coordinateSystem(), L"text");
-    EXPECT_EQ(object->close(), Qeapp::eOk);
 }
 
 TEST_F(GeoDataOpening, ExistingObjectIsOpenedAlsoWhereOneMayBeCreated)
 {
     ASSERT_EQ(OpenGeoDataForWrite(drawing.database(), object, true), Qeapp::eOk);
-    ASSERT_NE(object, nullptr);
+    ASSERT_TRUE(object);
     EXPECT_STREQ(object->coordinateSystem(), L"text");
-    EXPECT_EQ(object->close(), Qeapp::eOk);
     EXPECT_EQ(geoDataObjects(drawing), 1);
 }
 
 TEST_F(GeoDataOpening, CreatedObjectGoesToTheCallerOpenAndBlank)
 {
     ASSERT_EQ(OpenGeoDataForWrite(empty.database(), object, true), Qeapp::eOk);
-    ASSERT_NE(object, nullptr);
+    ASSERT_TRUE(object);
     EXPECT_TRUE(object->isWriteEnabled());
     EXPECT_STREQ(object->coordinateSystem(), L"");
-    EXPECT_EQ(object->close(), Qeapp::eOk);
+    object.reset();
     EXPECT_TRUE(empty.geoDataIsInModelSpace());
 }
 
 TEST_F(GeoDataOpening, MissingObjectIsNoFailureWhereNoneMayBeCreated)
 {
     EXPECT_EQ(OpenGeoDataForWrite(empty.database(), object, false), Qeapp::eOk);
-    EXPECT_EQ(object, nullptr);
+    EXPECT_FALSE(object);
 }
 
 TEST_F(GeoDataOpening, AnyFailingLookupCountsAsMissing)
 {
     const ScopedFault fault(failing("qedbGetGeoDataObjId"));
     EXPECT_EQ(OpenGeoDataForWrite(drawing.database(), object, false), Qeapp::eOk);
-    EXPECT_EQ(object, nullptr);
+    EXPECT_FALSE(object);
 }
 
 TEST_F(GeoDataOpening, SuccessWithoutAnObjectIsFifteen)
 {
     const ScopedFault fault(failing("qedbOpenQeDbObject", 0));
     EXPECT_EQ(OpenGeoDataForWrite(drawing.database(), object, false), 15);
-    EXPECT_EQ(object, nullptr);
+    EXPECT_FALSE(object);
 }
 
 TEST_F(GeoDataOpening, FailingOpenIsPassedOnUnchanged)
 {
     const ScopedFault fault(failing("qedbOpenQeDbObject"));
     EXPECT_EQ(OpenGeoDataForWrite(drawing.database(), object, true), kPlanned);
-    EXPECT_EQ(object, nullptr);
+    EXPECT_FALSE(object);
 }
 
 TEST_F(GeoDataOpening, FailureToCreateLeavesNoObject)
 {
     for (const char* const call : {"QeDbSymbolUtilitiesServices::blockModelSpaceId",
                                    "QeDbGeoData::setBlockTableRecordId", "QeDbGeoData::postToDb"}) {
-        object = &unrelated;
+        object.reset(new QeDbGeoData);
         const ScopedFault fault(failing(call));
         EXPECT_EQ(OpenGeoDataForWrite(empty.database(), object, true), kPlanned) << call;
-        EXPECT_EQ(object, nullptr) << call;
+        EXPECT_FALSE(object) << call;
     }
 }
 
@@ -268,7 +265,7 @@ TEST_F(GeoDataOpening, AllocationThatFailsLeavesNoObject)
     const ScopedFault fault(failing("qeHeapAlloc"));
     EXPECT_THROW(static_cast<void>(OpenGeoDataForWrite(empty.database(), object, true)), // it does not return
                  std::bad_alloc);
-    EXPECT_EQ(object, nullptr);
+    EXPECT_FALSE(object);
 }
 
 class GeoDataClearing : public GeoDataText {};

@@ -52,6 +52,20 @@ TEST_F(LegacyProjectionWriting, ApplicationIsNotRegisteredTwice)
     EXPECT_EQ(registeredApplications(), 1);
 }
 
+TEST_F(LegacyProjectionWriting, TheCodeThatReadersTakeForNoneIsRefusedAndChangesNothing)
+{
+    const Embedded::DrawingImage empty = drawing.image();
+    EXPECT_EQ(write(L"."), 3);
+    EXPECT_EQ(drawing.image(), empty) << "no application is registered";
+    drawing.withLegacyCode(L"EPSG:2263");
+    const Embedded::DrawingImage before = drawing.image();
+    EXPECT_EQ(write(L"."), 3);
+    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(WriteLegacyProjectionCode(nullptr, L"."), 124);
+    EXPECT_EQ(write(L".."), Qeapp::eOk);
+    EXPECT_EQ(drawing.legacyChain(), recordOf(L".."));
+}
+
 TEST_F(LegacyProjectionWriting, LaterCodeReplacesTheEarlier)
 {
     ASSERT_EQ(write(L"EPSG:25832"), Qeapp::eOk);

@@ -19,7 +19,7 @@ protected:
 
     static Orvel::LibraryObject<Library::DefinitionBase> decoded(const Bytes& bytes)
     {
-        return Orvel::LibraryObject<Library::DefinitionBase>(Orvel::DecodeDefinitionBytes(bytes.data(), bytes.size()));
+        return Orvel::DecodeDefinitionBytes(bytes.data(), bytes.size());
     }
     /// Kind and code, or "none".
     static std::wstring decodedAs(const Bytes& bytes) { return described(decoded(bytes).get()); }
@@ -52,13 +52,13 @@ TEST_F(PackedDefinitionDecoding, DecodedSystemEncodesIntoTheSameBytes)
 
 TEST_F(PackedDefinitionDecoding, NullGivesNone)
 {
-    EXPECT_EQ(Orvel::DecodeDefinitionBytes(nullptr, 10), nullptr);
+    EXPECT_FALSE(Orvel::DecodeDefinitionBytes(nullptr, 10));
 }
 
 TEST_F(PackedDefinitionDecoding, NoBytesGiveNone)
 {
     const unsigned char byte = 1;
-    EXPECT_EQ(Orvel::DecodeDefinitionBytes(&byte, 0), nullptr);
+    EXPECT_FALSE(Orvel::DecodeDefinitionBytes(&byte, 0));
 }
 
 TEST_F(PackedDefinitionDecoding, MalformedPacketsGiveNone)

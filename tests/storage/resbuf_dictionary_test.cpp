@@ -48,14 +48,66 @@ TEST_F(ResbufDictionary, IsNeverOpenedForNotification)
     EXPECT_TRUE(Embedded::Faults::seen().empty()) << "nothing is opened for it";
 }
 
-TEST_F(ResbufDictionary, AnObjectOfAnotherClassUnderTheName_IsLeftAlone)
+TEST_F(ResbufDictionary, AnObjectOfAnotherClassUnderTheName_IsLeftAloneByReaders)
 {
     occupyName();
     const auto before = image();
     EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForRead), nullptr);
-    EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForWrite), nullptr);
-    EXPECT_FALSE(set(L"A", kFirst));
     EXPECT_EQ(dictionary.NewIterator(), nullptr);
+    EXPECT_EQ(dictionary.GetEntryCount(), 0);
+    EXPECT_EQ(image(), before);
+}
+
+TEST_F(ResbufDictionary, AnObjectOfAnotherClassUnderTheName_IsReplacedByWriters)
+{
+    occupyName();
+    EXPECT_TRUE(set(L"A", kFirst));
+    EXPECT_EQ(at(L"A"), kFirst);
+    EXPECT_EQ(dictionary.GetEntryCount(), 1);
+}
+
+TEST_F(ResbufDictionary, AnObjectOfAnotherClassThatSomeoneReads_IsNotReplaced)
+{
+    occupyName();
+    const auto before = image();
+    Orvel::NamedObjects parent;
+    ASSERT_EQ(parent.openIn(document.database(), QeDb::kForRead), Qeapp::eOk);
+    QeDbObjectId id;
+    ASSERT_EQ(parent->getAt(L"NAMES", id), Qeapp::eOk);
+
+    Orvel::HostObject<QeDbXrecord> reader;
+    ASSERT_EQ(reader.open(id, QeDb::kForRead), Qeapp::eOk);
+    EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForWrite), nullptr);
+    reader.reset();
+    EXPECT_EQ(image(), before);
+}
+
+TEST_F(ResbufDictionary, AnErasedEntry_IsReplacedByWritersAndMissingForReaders)
+{
+    ASSERT_TRUE(set(L"A", kFirst));
+    {
+        const Embedded::ScopedFault fault(failing("qedbOpenQeDbObject", Qeapp::eObjectErased));
+        EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForRead), nullptr);
+    }
+    {
+        const Embedded::ScopedFault fault(failing("qedbOpenQeDbObject", Qeapp::eObjectErased));
+        const OpenedDictionary opened(dictionary.OpenDictionary(QeDb::kForWrite));
+        ASSERT_TRUE(opened);
+        EXPECT_EQ(opened->numEntries(), 0U) << "it is a new one";
+    }
+    EXPECT_EQ(dictionary.GetEntryCount(), 0);
+}
+
+TEST_F(ResbufDictionary, AnyOtherFailureToLookUpOrOpen_ReplacesNothing)
+{
+    ASSERT_TRUE(set(L"A", kFirst));
+    const auto before = image();
+    for (const char* const call : {"QeDbDictionary::getAt", "qedbOpenQeDbObject"}) {
+        for (const int code : {static_cast<int>(Qeapp::eOpenForRead), kPlanned}) {
+            const Embedded::ScopedFault fault(failing(call, code));
+            EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForWrite), nullptr) << call << ' ' << code;
+        }
+    }
     EXPECT_EQ(image(), before);
 }
 
@@ -191,6 +243,25 @@ TEST_F(ResbufDictionary, RemovingAllOfNone_IsDone)
     ASSERT_TRUE(set(L"A", kFirst));
     ASSERT_TRUE(dictionary.RemoveKey(L"A"));
     EXPECT_TRUE(dictionary.RemoveAll()) << "it is empty";
+}
+
+TEST_F(ResbufDictionary, RemovingAllWhereAnObjectOfAnotherClassLies_IsDoneAndLeavesIt)
+{
+    occupyName();
+    const auto before = image();
+    EXPECT_TRUE(dictionary.RemoveAll()) << "there is no dictionary";
+    EXPECT_EQ(image(), before);
+}
+
+TEST_F(ResbufDictionary, RemovingAllFromOneThatCannotBeOpened_Fails)
+{
+    ASSERT_TRUE(set(L"A", kFirst));
+    for (const char* const call : {"QeDbDatabase::getNamedObjectsDictionary", "QeDbDictionary::getAt",
+                                   "qedbOpenQeDbObject", "QeDbDictionary::newIterator"}) {
+        const Embedded::ScopedFault fault(failing(call));
+        EXPECT_FALSE(dictionary.RemoveAll()) << call;
+    }
+    EXPECT_EQ(dictionary.GetEntryCount(), 1);
 }
 
 TEST_F(ResbufDictionary, RemovingAllFromOneThatCannotBeWritten_Fails)

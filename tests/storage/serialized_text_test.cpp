@@ -30,14 +30,14 @@ TEST_F(SerializedText, HoldsTheDependentsOnlyWhereTheyAreAskedFor)
 {
     ASSERT_EQ(SerializeToWideText(text, system.get(), false), Library::statusOk);
     EXPECT_EQ(text, serializedText(system.get(), false));
-    ASSERT_EQ(DeserializeWideText(definitions.put(), text.c_str()), Library::statusOk);
+    ASSERT_EQ(DeserializeWideText(definitions, text.c_str()), Library::statusOk);
     EXPECT_EQ(described(definitions), (Texts{L"system EPSG:25832"}));
 }
 
 TEST_F(SerializedText, GivesTheSystemItsDatumAndItsEllipsoidInThatOrder)
 {
     ASSERT_EQ(SerializeToWideText(text, system.get(), true), Library::statusOk);
-    ASSERT_EQ(DeserializeWideText(definitions.put(), text.c_str()), Library::statusOk);
+    ASSERT_EQ(DeserializeWideText(definitions, text.c_str()), Library::statusOk);
     EXPECT_EQ(described(definitions), (Texts{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"}));
 }
 
@@ -45,7 +45,7 @@ TEST_F(SerializedText, KeepsWideCharacters)
 {
     const auto mine = UserSystem{.code = L"MINE:\x00C4\U0001F30D", .name = L"\x4E16\x754C"}.system();
     ASSERT_EQ(SerializeToWideText(text, mine.get(), false), Library::statusOk);
-    ASSERT_EQ(DeserializeWideText(definitions.put(), text.c_str()), Library::statusOk);
+    ASSERT_EQ(DeserializeWideText(definitions, text.c_str()), Library::statusOk);
     EXPECT_EQ(described(definitions), (Texts{L"system MINE:\x00C4\U0001F30D"}));
     const wchar_t* name = nullptr;
     ASSERT_EQ(definitions->GetItem(0)->GetName(name), Library::statusOk);
@@ -80,21 +80,21 @@ TEST_F(SerializedText, FailingSerializationIsTheLibrarysStatusAndNoText)
 
 TEST_F(SerializedText, NullTextIs54)
 {
-    const auto calls = fallibleCallsOf([&] { EXPECT_EQ(DeserializeWideText(definitions.put(), nullptr), 54); });
+    const auto calls = fallibleCallsOf([&] { EXPECT_EQ(DeserializeWideText(definitions, nullptr), 54); });
     EXPECT_EQ(calls.size(), 0U) << "the library is not asked";
     EXPECT_FALSE(definitions);
 }
 
 TEST_F(SerializedText, EmptyTextIs55)
 {
-    const auto calls = fallibleCallsOf([&] { EXPECT_EQ(DeserializeWideText(definitions.put(), L""), 55); });
+    const auto calls = fallibleCallsOf([&] { EXPECT_EQ(DeserializeWideText(definitions, L""), 55); });
     EXPECT_EQ(calls.size(), 0U) << "the library is not asked";
     EXPECT_FALSE(definitions);
 }
 
 TEST_F(SerializedText, ForeignTextIsTheLibrarysStatus)
 {
-    EXPECT_EQ(DeserializeWideText(definitions.put(), L"PROJCS[\"no such text\"]"), Library::statusUnreadable);
+    EXPECT_EQ(DeserializeWideText(definitions, L"PROJCS[\"no such text\"]"), Library::statusUnreadable);
     EXPECT_FALSE(definitions);
 }
 
@@ -102,7 +102,7 @@ TEST_F(SerializedText, FailingDeserializationIsTheLibrarysStatus)
 {
     text = serializedText(system.get());
     const ScopedFault fault(failing("DefinitionStream::Deserialize_s"));
-    EXPECT_EQ(DeserializeWideText(definitions.put(), text.c_str()), kPlanned);
+    EXPECT_EQ(DeserializeWideText(definitions, text.c_str()), kPlanned);
     EXPECT_FALSE(definitions);
 }
 

@@ -20,6 +20,9 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 
 namespace {
 
+/// A drawing saved for an older version could not hold it.
+constexpr std::wstring_view kCodeOfNone = L".";
+
 struct AssignOptions {
     std::vector<std::string> arguments; // CODE FILE…, or FILE… with a definition
     std::string definitionFile;
@@ -93,6 +96,10 @@ ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& co
     if (const auto entry = Embedded::findCatalogEntry(code))
         throw DefinitionFailure(Embedded::utf8FromWide(code),
                                 "is the code of a system of the catalog; a definition needs a code of its own",
+                                Library::statusOk);
+    if (code == kCodeOfNone)
+        throw DefinitionFailure("--code",
+                                "expected a code, found \".\", which readers of older drawing versions take for none",
                                 Library::statusOk);
     const DefinedSystem system = systemFromTextFile(options.definitionFile, code);
     Change change;

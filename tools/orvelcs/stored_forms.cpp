@@ -60,9 +60,9 @@ std::vector<StoredDefinition> unpackDefinitions(const resbuf* chain, int layout)
     std::vector<StoredDefinition> definitions;
     for (const resbuf* buffer = chain; buffer != nullptr; buffer = buffer->rbnext) {
         if (layout == 0 && buffer->restype == QeRb::kBinaryChunk)
-            addDefinition(definitions, StoredObject(Orvel::ResbufChunkToDefinition(buffer)));
+            addDefinition(definitions, Orvel::ResbufChunkToDefinition(buffer));
         else if (layout != 0 && opensGroup(buffer))
-            addDefinition(definitions, StoredObject(Orvel::ResbufGroupToDefinition(buffer)));
+            addDefinition(definitions, Orvel::ResbufGroupToDefinition(buffer));
     }
     return definitions;
 }

@@ -15,7 +15,9 @@ enum [[nodiscard]] ErrorStatus : int{eOk = 0,
                                      eNoTransaction = 8,
                                      eNoObject = 15,
                                      eNullObjectId = 16,
+                                     eObjectErased = 17,
                                      eKeyNotFound = 22,
+                                     eNotThatKindOfClass = 26,
                                      eInvalidDrawingVersion = 37,
                                      eNoDatabase = 124,
                                      eVetoed = 325};
@@ -169,7 +171,6 @@ QeDbHostApplicationServices* qedbHostApplicationServices();
 namespace QeAp {
 enum : int { kWrite = 4 };
 } // namespace QeAp
-
 struct QeApDocument {};
 struct QeApDocManager {
     QeApDocument* curDocument() const;
@@ -195,5 +196,4 @@ struct QeDbDecompositionManager {
     Qeapp::ErrorStatus removeReactor(QeDbDecompositionReactor*);
 };
 QeDbDecompositionManager* qedbGetDecompositionManager();
-
 #pragma GCC visibility pop
