@@ -22,12 +22,6 @@ namespace {
 using DefinitionHolder = LibraryObject<CoordinateReferenceSystemDefinition>;
 using ArrayHolder = LibraryObject<DefinitionBaseArray>;
 
-Qeapp::ErrorStatus createEmptyArray(ArrayHolder& array, Status& libraryStatus)
-{
-    libraryStatus = DefinitionBaseArray::CreateInstance(array.put());
-    return ::Orvel::LibraryResult(libraryStatus, array);
-}
-
 Qeapp::ErrorStatus readFromGeoData(DefinitionBaseArray*& definitions, QeDbDatabase* db, Status& libraryStatus)
 {
     std::wstring text;
@@ -35,17 +29,14 @@ Qeapp::ErrorStatus readFromGeoData(DefinitionBaseArray*& definitions, QeDbDataba
     if (fetched != Qeapp::eOk)
         return fetched;
     ArrayHolder array;
-    if (text.empty()) {
-        const Qeapp::ErrorStatus created = createEmptyArray(array, libraryStatus);
-        if (created == Qeapp::eOk)
-            definitions = array.release();
-        return libraryStatus == Library::statusOutOfMemory ? Qeapp::eOutOfMemory : created;
-    }
-    libraryStatus = ::Orvel::DeserializeWideText(array, text.c_str());
-    const Qeapp::ErrorStatus read = ::Orvel::LibraryResult(libraryStatus);
-    if (read == Qeapp::eOk)
-        definitions = array.release(); // null where the library gives nothing for the text: it holds no system
-    return read;
+    libraryStatus = text.empty() ? DefinitionBaseArray::CreateInstance(array.put())
+                                 : ::Orvel::DeserializeWideText(array, text.c_str());
+    if (text.empty() && libraryStatus == Library::statusOutOfMemory)
+        return Qeapp::eOutOfMemory;
+    const Qeapp::ErrorStatus result = ::Orvel::LibraryResult(libraryStatus, array);
+    if (result == Qeapp::eOk)
+        definitions = array.release();
+    return result;
 }
 
 /// An empty holder is passed over.
@@ -81,7 +72,8 @@ Qeapp::ErrorStatus readByLegacyCode(DefinitionBaseArray*& definitions, QeDbDatab
                                     Status& libraryStatus)
 {
     ArrayHolder array;
-    const Qeapp::ErrorStatus created = createEmptyArray(array, libraryStatus);
+    libraryStatus = DefinitionBaseArray::CreateInstance(array.put());
+    const Qeapp::ErrorStatus created = ::Orvel::LibraryResult(libraryStatus, array);
     if (created != Qeapp::eOk)
         return created;
     definitions = array.release(); // the caller's from here on, also when what follows fails
@@ -154,7 +146,7 @@ Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefinition*& def
     const ::Orvel::ScopedReport<bool> knownReport(knownToCatalog, &known);
     ArrayHolder definitions;
     Qeapp::ErrorStatus result = GetCoordinateSystem(definitions.put(), database, status);
-    if (result != Qeapp::eOk || !definitions || definitions->GetCount() == 0)
+    if (result != Qeapp::eOk || definitions->GetCount() == 0)
         return result;
     Status libraryStatus = Library::statusOk;
     const ScopedStatusReport report(status, &libraryStatus, &result);

@@ -1,6 +1,8 @@
 // How a resbuf chain is put together.
 #pragma once
 
+#include <utility>
+
 #include "storage/host_holders.h"
 
 namespace Orvel {
@@ -22,7 +24,12 @@ public:
 
     /// The first resbuf; null while there is none.
     [[nodiscard]] resbuf* get() const { return chain_.get(); }
-    [[nodiscard]] ResbufChain take() { return std::move(chain_); }
+    /// Hands the chain out; the builder is empty afterwards.
+    [[nodiscard]] ResbufChain take()
+    {
+        last_ = nullptr;
+        return std::move(chain_);
+    }
 
 private:
     ResbufChain chain_;

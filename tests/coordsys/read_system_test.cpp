@@ -173,14 +173,14 @@ TEST_F(ReadSystem, UnreadableText_IsInvalidInputAndLeavesTheStatus)
     EXPECT_EQ(status, 77);
 }
 
-TEST_F(ReadSystem, SuccessThatGivesNoArray_GivesNoDefinition)
+TEST_F(ReadSystem, SuccessThatGivesNoArray_IsInvalidInputAndNotADrawingWithoutASystem)
 {
     giveSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = 0});
-    EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_FALSE(definition);
     EXPECT_FALSE(known);
-    EXPECT_EQ(status, 0);
+    EXPECT_EQ(status, 52);
 }
 
 TEST_F(ReadSystem, HostFailure_PassesOnWithStatus52)

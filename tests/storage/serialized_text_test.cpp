@@ -71,6 +71,14 @@ TEST_F(SerializedText, OverItsLimitIsTheLibrarysStatusAndNoText)
     EXPECT_EQ(text, L"before");
 }
 
+// The buffer that the library is given is zero.
+TEST_F(SerializedText, SuccessThatWritesNothingIsAnEmptyText)
+{
+    const ScopedFault fault(failing("DefinitionStream::Serialize_s", 0));
+    EXPECT_EQ(SerializeToWideText(text, system.get(), true), Library::statusOk);
+    EXPECT_EQ(text, L"");
+}
+
 TEST_F(SerializedText, FailingSerializationIsTheLibrarysStatusAndNoText)
 {
     const ScopedFault fault(failing("DefinitionStream::Serialize_s"));
