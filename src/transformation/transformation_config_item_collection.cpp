@@ -11,13 +11,13 @@
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
 
-std::vector<Ptr<FqDisposable>> heldItems(FqDisposableCollection& items)
+std::vector<Ptr<FqDisposable>> heldItems(const Ptr<FqDisposableCollection>& items)
 {
     std::vector<Ptr<FqDisposable>> held;
-    const int count = items.GetCount();
+    const int count = items->GetCount();
     held.reserve(static_cast<std::size_t>(count));
     for (int index = 0; index < count; ++index)
-        held.emplace_back(items.GetItem(index));
+        held.emplace_back(items->GetItem(index));
     return held;
 }
 
@@ -92,8 +92,7 @@ std::wstring OrvelTransformationConfigItemCollectionImp::ToXmlString()
 
 void OrvelTransformationConfigItemCollectionImp::FromXmlString(const wchar_t* text)
 {
-    const auto former =
-        heldItems(*items_.get()); // the text may belong to one of them, so they are kept until it is read
+    const auto former = heldItems(items_); // the text may belong to one of them, so they are kept until it is read
     items_->Clear();
     std::wstring_view remaining = text != nullptr ? text : L"";
     while (const auto chunk = ::Orvel::TakeItemChunk(remaining)) {
