@@ -3,6 +3,8 @@
 import re
 from pathlib import Path
 
+from place import flat
+
 EQUIVALENT = Path("scripts/mutation/equivalent.txt")
 # The text and the change may be about the operator | themselves.
 LINE = re.compile(r"(?P<file>\S+) \| (?P<text>.+) \| "
@@ -32,10 +34,11 @@ class Report:
         for each in files:
             lines = each.source.decode().splitlines()
             for place in each.places:
-                text = " ".join(each.source[place.begin : place.end].decode().split())
                 for index, change in enumerate(place.changes):
-                    self.described[place.first + index] = (each.name, place.line, text, change,
-                                                           lines[place.line - 1].strip())
+                    begin, end = place.part(index)
+                    line = each.source.count(b"\n", 0, begin) + 1
+                    text = " ".join(flat(each.source[begin:end]).decode().split())
+                    self.described[place.first + index] = (each.name, line, text, change, lines[line - 1].strip())
 
     def take(self, mutant: int, verdict):
         self.verdicts[mutant] = verdict

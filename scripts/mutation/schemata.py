@@ -2,7 +2,7 @@
 
 import re
 
-from places import Place
+from place import Place
 
 NUMBERED = re.compile(rb"::Mutation::\w+(?:<[^()]*?>)?\((\d+)")
 HEAD = b'#include "mutation/selection.h"\n#line 1\n'  # keeps the numbers of the lines

@@ -88,18 +88,26 @@ constexpr Result applied(const A& a, const B& b)
 }
 
 /// An operator and what it can be changed into.
-template <class Original, class One, class Other = void, class A, class B>
+template <class Original, class... Others, class A, class B>
 constexpr auto binary(int first, const A& a, const B& b)
 {
     using Result = std::invoke_result_t<Original, const A&, const B&>;
-    const int choice = chosen(first, std::is_void_v<Other> ? 1 : 2);
-    if (choice == 1)
-        return applied<One, Result>(a, b);
-    if constexpr (!std::is_void_v<Other>) {
-        if (choice == 2)
-            return applied<Other, Result>(a, b);
-    }
-    return Original{}(a, b);
+    const int choice = chosen(first, sizeof...(Others));
+    if (choice == 0)
+        return Original{}(a, b);
+    Result result{};
+    int number = 0;
+    static_cast<void>(((++number == choice && (result = applied<Others, Result>(a, b), true)) || ...));
+    return result;
+}
+
+/// Which statement of a block comes at a step, where a choice other than 0 lets that statement change places with the
+/// one before it.
+constexpr int inOrder(int choice, int step)
+{
+    if (choice != 0 && step == choice)
+        return choice - 1;
+    return choice != 0 && step == choice - 1 ? choice : step;
 }
 
 /// A condition can be true, false, and the opposite.

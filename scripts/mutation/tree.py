@@ -8,7 +8,8 @@ from pathlib import Path
 
 from clang.cindex import Index
 
-from places import Finder, Place
+from place import Place
+from places import Finder
 from schemata import Rewriter, place_at
 
 COPIED = ("CMakeLists.txt", "CHANGELOG.md", "README.md", "bench", "cmake", "docs", "embedded", "fuzz", "platform",
