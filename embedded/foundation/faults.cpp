@@ -2,6 +2,7 @@
 
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 namespace Embedded {
 namespace {
@@ -12,6 +13,7 @@ struct State {
     std::size_t matches = 0;
     std::size_t struck = 0;
     std::vector<std::string> seen;
+    std::function<void(std::string_view)> observer;
 
     /// Whether the match that was just counted is to fail.
     bool isHit() const
@@ -34,7 +36,7 @@ bool Faults::listening_ = false;
 
 void Faults::arm(FaultPlan plan)
 {
-    state() = State{.plan = std::move(plan), .failing = true, .matches = 0, .struck = 0, .seen = {}};
+    state() = State{.plan = std::move(plan), .failing = true, .matches = 0, .struck = 0, .seen = {}, .observer = {}};
     listening_ = true;
 }
 
@@ -43,9 +45,10 @@ void Faults::disarm()
     listening_ = false;
 }
 
-void Faults::watch()
+void Faults::watch(std::function<void(std::string_view)> observer)
 {
     state() = State{};
+    state().observer = std::move(observer);
     listening_ = true;
 }
 
@@ -63,6 +66,8 @@ std::optional<int> Faults::decide(std::string_view call, int failure)
 {
     State& now = state();
     now.seen.emplace_back(call);
+    if (now.observer)
+        now.observer(call);
     if (now.plan.limit != 0 && now.seen.size() > now.plan.limit)
         throw std::runtime_error("more than " + std::to_string(now.plan.limit) + " fallible calls");
     if (!now.failing || (!now.plan.call.empty() && now.plan.call != call))

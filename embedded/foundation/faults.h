@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,8 +33,9 @@ public:
     static void arm(FaultPlan plan);
     /// No call fails any more; the names seen since `arm` or `watch` stay readable.
     static void disarm();
-    /// Fails nothing, but records the names of the calls that could have failed.
-    static void watch();
+    /// Fails nothing, but records the names of the calls that could have failed. `observer` hears of each before it is
+    /// made; what it throws comes out of the call.
+    static void watch(std::function<void(std::string_view call)> observer = {});
     /// The calls seen since the last `arm` or `watch`, in order.
     static const std::vector<std::string>& seen();
     /// How many of them were made to fail.

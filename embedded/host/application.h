@@ -8,6 +8,7 @@
 #include "platform/export.h"
 #include "platform/host/application.h"
 #include "platform/host/database.h"
+#include "platform/host/decomposition.h"
 #include "platform/host/error_status.h"
 #include "platform/host/runtime.h"
 
@@ -26,11 +27,15 @@ QEHOST_API Qeapp::ErrorStatus setCurrentDocument(QeApDocument* document);
 /// The per-user product registry root that the application services answer; a default is set at start.
 QEHOST_API void setUserRegistryProductRootKey(const std::wstring& path);
 
-/// For tests: whether the host has application services, a decomposition manager, a document manager.
+/// For tests: whether the host has application services, a decomposition manager, a document manager; and what it
+/// answers in the place of its own where that is not null.
 struct HostParts {
     bool applicationServices = true;
     bool decompositionManager = true;
     bool documentManager = true;
+    QeDbHostApplicationServices* otherApplicationServices = nullptr;
+    QeDbDecompositionManager* otherDecompositionManager = nullptr;
+    QeApDocManager* otherDocumentManager = nullptr;
 };
 QEHOST_API void setHostParts(HostParts parts);
 

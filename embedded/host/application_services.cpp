@@ -23,7 +23,10 @@ ApplicationServices& applicationServices()
 
 QeDbHostApplicationServices* qedbHostApplicationServices()
 {
-    return QeHost::hostParts().applicationServices ? &QeHost::applicationServices() : nullptr;
+    const Embedded::HostParts& parts = QeHost::hostParts();
+    if (parts.otherApplicationServices != nullptr)
+        return parts.otherApplicationServices;
+    return parts.applicationServices ? &QeHost::applicationServices() : nullptr;
 }
 
 void Embedded::setUserRegistryProductRootKey(const std::wstring& path)

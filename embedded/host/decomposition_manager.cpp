@@ -67,5 +67,8 @@ DecompositionManager& decompositionManager()
 
 QeDbDecompositionManager* qedbGetDecompositionManager()
 {
-    return QeHost::hostParts().decompositionManager ? &QeHost::decompositionManager() : nullptr;
+    const Embedded::HostParts& parts = QeHost::hostParts();
+    if (parts.otherDecompositionManager != nullptr)
+        return parts.otherDecompositionManager;
+    return parts.decompositionManager ? &QeHost::decompositionManager() : nullptr;
 }

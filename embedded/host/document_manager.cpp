@@ -132,7 +132,10 @@ DocumentManager& documentManager()
 
 QeApDocManager* qeDocManager()
 {
-    return QeHost::hostParts().documentManager ? &QeHost::documentManager() : nullptr;
+    const Embedded::HostParts& parts = QeHost::hostParts();
+    if (parts.otherDocumentManager != nullptr)
+        return parts.otherDocumentManager;
+    return parts.documentManager ? &QeHost::documentManager() : nullptr;
 }
 
 namespace Embedded {

@@ -93,4 +93,20 @@ TEST(Faults, WatchingRecordsAndFailsNothing)
     EXPECT_EQ(Faults::struck(), 0U);
 }
 
+TEST(Faults, AnObserverHearsOfEachCallAndMayThrow)
+{
+    Calls heard;
+    Faults::watch([&](std::string_view call) {
+        heard.emplace_back(call);
+        if (call == "b")
+            throw std::runtime_error("b");
+    });
+    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
+    EXPECT_THROW(static_cast<void>(Faults::strike("b", 7)), std::runtime_error);
+    Faults::watch();
+    EXPECT_EQ(Faults::strike("c", 7), std::nullopt);
+    Faults::disarm();
+    EXPECT_EQ(heard, (Calls{"a", "b"}));
+}
+
 } // namespace
