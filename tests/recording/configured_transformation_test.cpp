@@ -1,0 +1,98 @@
+// What the look-up of a configured transformation makes of the library's answers.
+#include <optional>
+
+#include "recording/recording_test.h"
+#include "transformation/configured_transformation.h"
+
+namespace Tests {
+namespace {
+
+constexpr const char* kLoadTransformation = "GeodeticTransformationDefinition::Load";
+constexpr const char* kLoadPath = "GeodeticPathDefinition::Load";
+
+class ConfiguredTransformation : public RecordingTest {
+protected:
+    ConfiguredTransformation()
+    {
+        answers().catalog[L"shift"] = {.type = Type::transformation, .code = L"shift", .reversible = true};
+        answers().catalog[L"path"] = {.type = Type::path, .code = L"path", .reversible = true};
+    }
+
+    static std::wstring item(const std::wstring& source, const std::wstring& target, const std::wstring& name, int type)
+    {
+        return L"<Item><SourceCs>" + source + L"</SourceCs><TargetCs>" + target + L"</TargetCs><Name>" + name +
+               L"</Name><Type>" + std::to_wstring(type) + L"</Type><Note></Note></Item>";
+    }
+    /// Name and kind of what is found; nothing where there is none.
+    static std::optional<std::wstring> find(const std::wstring& text, const wchar_t* source = L"A",
+                                            const wchar_t* target = L"B")
+    {
+        const Orvel::LibraryObject<Library::TransformationInfo> found(
+            Orvel::FindConfiguredTransformation(source, target, text.c_str()));
+        if (!found)
+            return std::nullopt;
+        return found->GetName() + (L" " + std::to_wstring(found->GetKind()));
+    }
+
+    const std::wstring forward = item(L"A", L"B", L"shift", 2);
+    const std::wstring reverse = item(L"B", L"A", L"shift", 2);
+    const std::wstring reversePath = item(L"B", L"A", L"path", 1);
+};
+
+TEST_F(ConfiguredTransformation, Reversible_AnswersInReverse)
+{
+    EXPECT_EQ(find(reverse), L"shift 2");
+    EXPECT_EQ(find(reversePath), L"path 1");
+}
+
+TEST_F(ConfiguredTransformation, DefinitionWhoseLoadingFails_CountsAllTheSameWhenItCame)
+{
+    fail(kLoadTransformation);
+    fail(kLoadPath);
+    EXPECT_EQ(find(reverse), L"shift 2");
+    EXPECT_EQ(find(reversePath), L"path 1");
+}
+
+TEST_F(ConfiguredTransformation, DefinitionThatDidNotCome_IsNotReversible)
+{
+    answers().withoutObject = {kLoadTransformation, kLoadPath};
+    EXPECT_EQ(find(reverse), std::nullopt);
+    EXPECT_EQ(find(reversePath), std::nullopt);
+}
+
+TEST_F(ConfiguredTransformation, QuestionThatFails_IsNo)
+{
+    fail("GeodeticTransformationDefinition::IsReversible");
+    fail("GeodeticPathDefinition::IsReversible");
+    EXPECT_EQ(find(reverse), std::nullopt);
+    EXPECT_EQ(find(reversePath), std::nullopt);
+}
+
+TEST_F(ConfiguredTransformation, AnswerThatCannotBeMade_IsNone)
+{
+    for (const char* const call :
+         {"TransformationInfo::CreateInstance", "TransformationInfo::SetName", "TransformationInfo::SetKind"}) {
+        fail(call);
+        EXPECT_EQ(find(forward), std::nullopt) << call;
+        answers().statuses.clear();
+    }
+    answers().withoutObject = {"TransformationInfo::CreateInstance"};
+    EXPECT_EQ(find(forward), std::nullopt);
+}
+
+TEST_F(ConfiguredTransformation, CodesOfEitherOrder_AreDifferentCodes)
+{
+    EXPECT_EQ(find(forward, L"A", L"B"), L"shift 2");
+    EXPECT_EQ(find(item(L"B", L"A", L"shift", 2), L"B", L"A"), L"shift 2");
+}
+
+TEST_F(ConfiguredTransformation, OnlyLetters_HaveTwoCases)
+{
+    EXPECT_EQ(find(forward, L"a", L"b"), L"shift 2");
+    EXPECT_EQ(find(item(L"@", L"B", L"shift", 2), L"`", L"B"), std::nullopt);
+    EXPECT_EQ(find(item(L"A", L"{", L"shift", 2), L"A", L"["), std::nullopt);
+    EXPECT_EQ(find(item(L"`", L"@", L"shift", 2), L"`", L"@"), L"shift 2") << "which are not the same code";
+}
+
+} // namespace
+} // namespace Tests

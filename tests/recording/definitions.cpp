@@ -1,0 +1,270 @@
+// Definitions of the recording library: they answer what the test said of them.
+#include "embedded/foundation/audit.h"
+#include "recording/recorded_call.h"
+
+namespace Zentara::Infrastructure::SpatialReference {
+
+using Tests::Recording::Definition;
+using Tests::Recording::Type;
+
+namespace {
+
+using Tests::Recording::answers;
+using Tests::Recording::fill;
+using Tests::Recording::record;
+using Tests::Recording::textOf;
+
+Status textQuery(const std::string& name, const DefinitionBase* definition, const std::wstring& value,
+                 const wchar_t*& output)
+{
+    const Status status = record(name, {textOf(definition)});
+    output = value.c_str();
+    return status;
+}
+
+/// From the catalog, where it is of that class.
+template <class Class>
+Status load(const std::string& name, const wchar_t* code, Class*& definition)
+{
+    const Status status = record(name, {textOf(code)});
+    const auto found = answers().catalog.find(code != nullptr ? code : L"");
+    definition = nullptr;
+    if (found == answers().catalog.end())
+        return status == statusOk ? statusNotFound : status;
+    fill(name, definition, [&] { return dynamic_cast<Class*>(Tests::Recording::newDefinition(found->second)); });
+    return status;
+}
+
+} // namespace
+
+Object::Object()
+{
+    Embedded::Audit::add(Embedded::Held::libraryObject);
+}
+
+Object::~Object()
+{
+    Embedded::Audit::remove(Embedded::Held::libraryObject);
+}
+
+void Object::Destroy(const Object* object)
+{
+    delete object;
+}
+
+DefinitionBase::DefinitionBase(DefinitionData* data) : data_(data)
+{
+}
+
+DefinitionBase::~DefinitionBase()
+{
+    delete data_;
+}
+
+Status DefinitionBase::GetCode(const wchar_t*& code) const
+{
+    return textQuery("DefinitionBase::GetCode", this, data_->definition.code, code);
+}
+
+EllipsoidDefinition::EllipsoidDefinition(DefinitionData* data) : DefinitionBase(data)
+{
+}
+
+EllipsoidDefinition::~EllipsoidDefinition() = default;
+
+DatumDefinition::DatumDefinition(DefinitionData* data) : DefinitionBase(data)
+{
+}
+
+DatumDefinition::~DatumDefinition() = default;
+
+Status DatumDefinition::GetEllipsoidCode(const wchar_t*& code) const
+{
+    return textQuery("DatumDefinition::GetEllipsoidCode", this, data().definition.ellipsoidCode, code);
+}
+
+Status DatumDefinition::SetEllipsoid(const EllipsoidDefinition* ellipsoid)
+{
+    return record("DatumDefinition::SetEllipsoid", {textOf(this), textOf(ellipsoid)});
+}
+
+using System = CoordinateReferenceSystemDefinition;
+
+System::CoordinateReferenceSystemDefinition(DefinitionData* data) : DefinitionBase(data)
+{
+}
+
+System::~CoordinateReferenceSystemDefinition() = default;
+
+Status System::Load(const wchar_t* code, CoordinateReferenceSystemDefinition*& definition)
+{
+    return load("CoordinateReferenceSystemDefinition::Load", code, definition);
+}
+
+Status System::GetKind(int& kind) const
+{
+    const Status status = record("CoordinateReferenceSystemDefinition::GetKind", {textOf(this)});
+    kind = data().definition.kind;
+    return status;
+}
+
+Status System::GetDatumCode(const wchar_t*& code) const
+{
+    return textQuery("CoordinateReferenceSystemDefinition::GetDatumCode", this, data().definition.datumCode, code);
+}
+
+Status System::GetEllipsoidCode(const wchar_t*& code) const
+{
+    return textQuery("CoordinateReferenceSystemDefinition::GetEllipsoidCode", this, data().definition.ellipsoidCode,
+                     code);
+}
+
+Status System::GetDatum(DatumDefinition*& datum) const
+{
+    const char* const name = "CoordinateReferenceSystemDefinition::GetDatum";
+    const Status status = record(name, {textOf(this)});
+    const Definition& own = data().definition;
+    fill(name, datum, [&] {
+        return new DatumDefinition(
+            new DefinitionData{{.type = Type::datum, .code = own.datumCode, .ellipsoidCode = own.ellipsoidCode}});
+    });
+    return status;
+}
+
+Status System::SetDatum(const DatumDefinition* datum)
+{
+    return record("CoordinateReferenceSystemDefinition::SetDatum", {textOf(this), textOf(datum)});
+}
+
+Status System::SetEllipsoid(const EllipsoidDefinition* ellipsoid)
+{
+    return record("CoordinateReferenceSystemDefinition::SetEllipsoid", {textOf(this), textOf(ellipsoid)});
+}
+
+struct OperationData {
+    bool datumBased;
+};
+
+using Operation = CoordinateReferenceSystemOperation;
+
+Operation::CoordinateReferenceSystemOperation(OperationData* data) : data_(data)
+{
+}
+
+Operation::~CoordinateReferenceSystemOperation()
+{
+    delete data_;
+}
+
+Status Operation::Load(const CoordinateReferenceSystemDefinition* definition,
+                       CoordinateReferenceSystemOperation*& operation)
+{
+    const char* const name = "CoordinateReferenceSystemOperation::Load";
+    const Status status = record(name, {textOf(definition)});
+    fill(name, operation,
+         [&] { return new Operation(new OperationData{!definition->data().definition.datumCode.empty()}); });
+    return status;
+}
+
+Status Operation::IsDatumBased(bool& answer) const
+{
+    const Status status = record("CoordinateReferenceSystemOperation::IsDatumBased", {});
+    answer = data_->datumBased;
+    return status;
+}
+
+Status CoordinateReferenceSystemUtil::GetEllipsoid(const CoordinateReferenceSystemDefinition* definition,
+                                                   EllipsoidDefinition*& ellipsoid)
+{
+    const char* const name = "CoordinateReferenceSystemUtil::GetEllipsoid";
+    const Status status = record(name, {textOf(definition)});
+    fill(name, ellipsoid, [&] {
+        return new EllipsoidDefinition(
+            new DefinitionData{{.type = Type::ellipsoid, .code = definition->data().definition.ellipsoidCode}});
+    });
+    return status;
+}
+
+GeodeticTransformationDefinition::GeodeticTransformationDefinition(DefinitionData* data) : DefinitionBase(data)
+{
+}
+
+GeodeticTransformationDefinition::~GeodeticTransformationDefinition() = default;
+
+Status GeodeticTransformationDefinition::Load(const wchar_t* codeOrName, GeodeticTransformationDefinition*& definition)
+{
+    return load("GeodeticTransformationDefinition::Load", codeOrName, definition);
+}
+
+Status GeodeticTransformationDefinition::IsReversible(bool& answer) const
+{
+    const Status status = record("GeodeticTransformationDefinition::IsReversible", {textOf(this)});
+    answer = data().definition.reversible;
+    return status;
+}
+
+GeodeticPathDefinition::GeodeticPathDefinition(DefinitionData* data) : DefinitionBase(data)
+{
+}
+
+GeodeticPathDefinition::~GeodeticPathDefinition() = default;
+
+Status GeodeticPathDefinition::Load(const wchar_t* codeOrName, GeodeticPathDefinition*& definition)
+{
+    return load("GeodeticPathDefinition::Load", codeOrName, definition);
+}
+
+Status GeodeticPathDefinition::IsReversible(bool& answer) const
+{
+    const Status status = record("GeodeticPathDefinition::IsReversible", {textOf(this)});
+    answer = data().definition.reversible;
+    return status;
+}
+
+struct TransformationInfoData {
+    std::wstring name;
+    int kind = transformationNone;
+};
+
+TransformationInfo::TransformationInfo() : data_(new TransformationInfoData)
+{
+}
+
+TransformationInfo::~TransformationInfo()
+{
+    delete data_;
+}
+
+Status TransformationInfo::CreateInstance(TransformationInfo*& info)
+{
+    const char* const name = "TransformationInfo::CreateInstance";
+    const Status status = record(name, {});
+    fill(name, info, [] { return new TransformationInfo; });
+    return status;
+}
+
+const wchar_t* TransformationInfo::GetName() const
+{
+    return data_->name.c_str();
+}
+
+Status TransformationInfo::SetName(const wchar_t* name)
+{
+    const Status status = record("TransformationInfo::SetName", {textOf(name)});
+    data_->name = name;
+    return status;
+}
+
+int TransformationInfo::GetKind() const
+{
+    return data_->kind;
+}
+
+Status TransformationInfo::SetKind(int kind)
+{
+    const Status status = record("TransformationInfo::SetKind", {std::to_string(kind)});
+    data_->kind = kind;
+    return status;
+}
+
+} // namespace Zentara::Infrastructure::SpatialReference

@@ -1,0 +1,118 @@
+// What the module asks of the library when it writes and reads definitions.
+#include "recording/recording_test.h"
+
+namespace Tests {
+namespace {
+
+constexpr auto kTextVersion = QeDb::kGeoDataTextDwg;
+constexpr auto kPackedVersion = static_cast<QeDb::QeDbDwgVersion>(QeDb::kGeoDataTextDwg - 1);
+
+class SerializationArguments : public RecordingTest {
+protected:
+    Qeapp::ErrorStatus serialize(QeDb::QeDbDwgVersion version)
+    {
+        unsigned char* bytes = nullptr;
+        int length = 0;
+        const Qeapp::ErrorStatus serialized =
+            Cs::SerializeCoordinateSystem(system().get(), bytes, length, version, &status);
+        block = bytes != nullptr ? Bytes(bytes, bytes + length) : Bytes();
+        qeutDelBuffer(bytes);
+        return serialized;
+    }
+    /// The codes of what is in the block, behind which there is a NUL unit.
+    Texts deserialize(Bytes bytes)
+    {
+        const auto length = static_cast<int>(bytes.size());
+        bytes.insert(bytes.end(), {0, 0, 0});
+        ArrayHolder definitions;
+        result = Cs::DeserializeCoordinateSystem(definitions.put(), bytes.data(), length, &status);
+        Texts codes;
+        for (int index = 0; definitions && index < definitions->GetCount(); ++index)
+            codes.push_back(Orvel::CodeOf(definitions->GetItem(index)));
+        return codes;
+    }
+
+    Bytes block;
+};
+
+TEST_F(SerializationArguments, AssignedSystem_IsWrittenInFormat4AndTheNewestSchemaIntoAZeroedBuffer)
+{
+    ASSERT_EQ(Cs::SetCoordinateSystem(system().get(), database(), &status), Qeapp::eOk);
+    EXPECT_THAT(
+        Recording::callsOf("DefinitionStream::Serialize_s"),
+        ElementsAre("DefinitionStream::Serialize_s(MINE:1, 65536 zero bytes, format 4, schema -1, with dependents)"));
+}
+
+TEST_F(SerializationArguments, TextBlock_IsWrittenWithoutDependents)
+{
+    ASSERT_EQ(serialize(kTextVersion), Qeapp::eOk);
+    EXPECT_THAT(Recording::callsOf("DefinitionStream::Serialize_s"),
+                ElementsAre("DefinitionStream::Serialize_s(MINE:1, 65536 zero bytes, format 4, schema -1, "
+                            "without dependents)"));
+}
+
+TEST_F(SerializationArguments, SuccessThatWritesNoText_GivesAnEmptyOne)
+{
+    answers().written = Bytes();
+    ASSERT_EQ(serialize(kTextVersion), Qeapp::eOk);
+    EXPECT_EQ(block, Bytes({0, 0}));
+}
+
+TEST_F(SerializationArguments, FailureThatWritesAText_IsAFailure)
+{
+    fail("DefinitionStream::Serialize_s");
+    EXPECT_EQ(serialize(kTextVersion), Qeapp::eInvalidInput);
+    EXPECT_EQ(Cs::SetCoordinateSystem(system().get(), database(), &status), Qeapp::eInvalidInput);
+    EXPECT_EQ(drawing.geoDataText().value_or(L""), L"");
+}
+
+TEST_F(SerializationArguments, GeoDataText_IsReadInFormat0AndTheNewestSchema)
+{
+    drawing.withGeoData(L"ab");
+    EXPECT_EQ(read(), Texts());
+    EXPECT_THAT(Recording::callsOf("DefinitionStream::Deserialize_s"),
+                ElementsAre("DefinitionStream::Deserialize_s(610062000000, format 0, schema -1)"));
+}
+
+TEST_F(SerializationArguments, TextBlock_IsReadInFormat0AndTheNewestSchema)
+{
+    EXPECT_EQ(deserialize({'a', 0, 'b', 0, 0, 0}), Texts());
+    EXPECT_THAT(Recording::callsOf("DefinitionStream::Deserialize_s"),
+                ElementsAre("DefinitionStream::Deserialize_s(610062000000, format 0, schema -1)"));
+}
+
+TEST_F(SerializationArguments, PackedBlock_IsWrittenInFormat2WithoutFlagsIntoAZeroedBuffer)
+{
+    ASSERT_EQ(serialize(kPackedVersion), Qeapp::eOk);
+    EXPECT_THAT(Recording::callsOf("DefinitionStream::Add"), ElementsAre("DefinitionStream::Add(MINE:1)"));
+    EXPECT_THAT(Recording::callsOf("DefinitionStream::Write"),
+                ElementsAre("DefinitionStream::Write(1024 zero bytes, format 2, flags 0)"));
+}
+
+TEST_F(SerializationArguments, PackedBlock_IsReadInFormat2WithFlag1)
+{
+    ASSERT_EQ(serialize(kPackedVersion), Qeapp::eOk);
+    EXPECT_EQ(deserialize(block), Texts{L"MINE:1"});
+    EXPECT_THAT(Recording::callsOf("DefinitionStream::Read"),
+                ElementsAre("DefinitionStream::Read(0001, format 2, flags 1)"));
+}
+
+TEST_F(SerializationArguments, StreamWhoseReadingFailsWithADefinitionInIt_IsRead)
+{
+    ASSERT_EQ(serialize(kPackedVersion), Qeapp::eOk);
+    fail("DefinitionStream::Read");
+    EXPECT_EQ(deserialize(block), Texts{L"MINE:1"});
+    EXPECT_EQ(result, Qeapp::eOk);
+}
+
+TEST_F(SerializationArguments, Wkt_IsWrittenInTheDefaultFlavorInto4096Characters)
+{
+    ASSERT_EQ(Cs::SetCoordinateSystem(system().get(), database(), &status), Qeapp::eOk);
+    ASSERT_EQ(Cs::ApplyCoordinateSystemStorageVersion(database(), kPackedVersion, &status), Qeapp::eOk);
+    EXPECT_THAT(Recording::callsOf("FormatConverter::DefinitionToWkt_s"),
+                ElementsAre("FormatConverter::DefinitionToWkt_s(MINE:1, flavor 0, 4096 characters)"));
+    EXPECT_EQ(drawing.geoDataText(), L"WKT");
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,193 @@
+// Arrays, streams and texts of the recording library. A stream is {0, number} and a text "#number"; the number is that
+// of the definitions that were written.
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "recording/recorded_call.h"
+
+namespace Zentara::Infrastructure::SpatialReference {
+
+using Tests::Recording::Definition;
+
+struct DefinitionArrayData {
+    std::vector<DefinitionBase*> items;
+};
+
+struct DefinitionStreamData {
+    std::vector<Definition> definitions;
+};
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+using Tests::Recording::answers;
+using Tests::Recording::bufferText;
+using Tests::Recording::fill;
+using Tests::Recording::record;
+using Tests::Recording::textOf;
+
+std::string textOfFormat(SerializationFormat format)
+{
+    return "format " + std::to_string(format);
+}
+
+/// What the test wants written, else what is found again.
+Bytes write(unsigned char* buffer, std::size_t capacity, const Bytes& own)
+{
+    Bytes bytes = answers().written.value_or(own);
+    std::copy_n(bytes.begin(), std::min(bytes.size(), capacity), buffer);
+    return bytes;
+}
+
+unsigned char numberOf(const std::vector<Definition>& definitions)
+{
+    return static_cast<unsigned char>(Tests::Recording::store(definitions));
+}
+
+/// What the next array begins with.
+std::vector<Definition> upcoming;
+
+DefinitionBaseArray* newArray(const std::vector<Definition>& definitions)
+{
+    upcoming = definitions;
+    return new DefinitionBaseArray;
+}
+
+} // namespace
+
+DefinitionBaseArray::DefinitionBaseArray() : data_(new DefinitionArrayData)
+{
+    for (const Definition& each : std::exchange(upcoming, {}))
+        data_->items.push_back(Tests::Recording::newDefinition(each));
+}
+
+DefinitionBaseArray::~DefinitionBaseArray()
+{
+    for (const DefinitionBase* item : data_->items)
+        Destroy(item);
+    delete data_;
+}
+
+Status DefinitionBaseArray::CreateInstance(DefinitionBaseArray*& array)
+{
+    const char* const name = "DefinitionBaseArray::CreateInstance";
+    const Status status = record(name, {});
+    fill(name, array, [] { return new DefinitionBaseArray; });
+    return status;
+}
+
+int DefinitionBaseArray::GetCount() const
+{
+    return static_cast<int>(data_->items.size());
+}
+
+Status DefinitionBaseArray::Add(DefinitionBase* definition)
+{
+    const Status status = record("DefinitionBaseArray::Add", {textOf(definition)});
+    if (status == statusOk)
+        data_->items.push_back(definition);
+    return status;
+}
+
+const DefinitionBase* DefinitionBaseArray::GetItem(int index) const
+{
+    return index >= 0 && index < GetCount() ? data_->items[static_cast<std::size_t>(index)] : nullptr;
+}
+
+DefinitionBase* DefinitionBaseArray::Remove(int index)
+{
+    if (index < 0 || index >= GetCount())
+        return nullptr;
+    const auto place = data_->items.begin() + index;
+    DefinitionBase* const definition = *place;
+    data_->items.erase(place);
+    return definition;
+}
+
+DefinitionStream::DefinitionStream() : data_(new DefinitionStreamData)
+{
+}
+
+DefinitionStream::~DefinitionStream()
+{
+    delete data_;
+}
+
+Status DefinitionStream::CreateInstance(DefinitionStream*& stream)
+{
+    const char* const name = "DefinitionStream::CreateInstance";
+    const Status status = record(name, {});
+    fill(name, stream, [] { return new DefinitionStream; });
+    return status;
+}
+
+Status DefinitionStream::Add(const DefinitionBase* definition)
+{
+    const Status status = record("DefinitionStream::Add", {textOf(definition)});
+    data_->definitions.push_back(definition->data().definition);
+    return status;
+}
+
+Status DefinitionStream::Write(unsigned char* buffer, std::size_t& lengthInBytes, SerializationFormat format,
+                               int flags) const
+{
+    const Status status = record("DefinitionStream::Write", {bufferText(buffer, lengthInBytes), textOfFormat(format),
+                                                             "flags " + std::to_string(flags)});
+    const Bytes written = write(buffer, lengthInBytes, {0, numberOf(data_->definitions)});
+    lengthInBytes = answers().writtenLength.value_or(written.size());
+    return status;
+}
+
+Status DefinitionStream::Read(const unsigned char* bytes, std::size_t lengthInBytes, SerializationFormat format,
+                              int flags)
+{
+    const Status status = record("DefinitionStream::Read", {textOf(bytes, lengthInBytes), textOfFormat(format),
+                                                            "flags " + std::to_string(flags)});
+    data_->definitions = Tests::Recording::stored(lengthInBytes >= 2 ? bytes[1] : 0);
+    return status;
+}
+
+Status DefinitionStream::GetDefinitions(DefinitionBaseArray*& definitions) const
+{
+    const char* const name = "DefinitionStream::GetDefinitions";
+    const Status status = record(name, {});
+    fill(name, definitions, [&] { return newArray(data_->definitions); });
+    return status;
+}
+
+Status DefinitionStream::Serialize_s(const DefinitionBase* definition, unsigned char* buffer,
+                                     std::uint64_t bufferLengthInBytes, SerializationFormat format, int schemaVersion,
+                                     bool includeDependents)
+{
+    const Status status =
+        record("DefinitionStream::Serialize_s", {textOf(definition), bufferText(buffer, bufferLengthInBytes),
+                                                 textOfFormat(format), "schema " + std::to_string(schemaVersion),
+                                                 includeDependents ? "with dependents" : "without dependents"});
+    static_cast<void>(write(buffer, bufferLengthInBytes, {'#', 0, numberOf({definition->data().definition}), 0, 0, 0}));
+    return status;
+}
+
+Status DefinitionStream::Deserialize_s(DefinitionBaseArray*& definitions, const unsigned char* bytes,
+                                       std::uint64_t lengthInBytes, SerializationFormat format, int schemaVersion)
+{
+    const char* const name = "DefinitionStream::Deserialize_s";
+    const Status status =
+        record(name, {textOf(bytes, lengthInBytes), textOfFormat(format), "schema " + std::to_string(schemaVersion)});
+    fill(name, definitions,
+         [&] { return newArray(Tests::Recording::stored(lengthInBytes >= 4 && bytes[0] == '#' ? bytes[2] : 0)); });
+    return status;
+}
+
+Status FormatConverter::DefinitionToWkt_s(const CoordinateReferenceSystemDefinition* definition, WktFlavor flavor,
+                                          wchar_t* buffer, std::size_t bufferCharacters)
+{
+    const Status status =
+        record("FormatConverter::DefinitionToWkt_s", {textOf(definition), "flavor " + std::to_string(flavor),
+                                                      std::to_string(bufferCharacters) + " characters"});
+    constexpr std::wstring_view kWkt(L"WKT\0", 4);
+    kWkt.copy(buffer, bufferCharacters);
+    return status;
+}
+
+} // namespace Zentara::Infrastructure::SpatialReference
