@@ -128,6 +128,7 @@ TEST_F(ReadDefinitions, LegacyCodeWithXrecordOfASystemWithoutDatum_GivesTheSyste
     drawing.withLegacyCode(L"LOCAL:METRE");
     giveXrecord(catalogSystem(L"LOCAL:METRE"));
     EXPECT_EQ(read(), Qeapp::eOk);
+    EXPECT_EQ(status, Library::statusOk);
     EXPECT_EQ(described(definitions), Texts{L"system LOCAL:METRE"});
 }
 

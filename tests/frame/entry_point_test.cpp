@@ -19,7 +19,7 @@ protected:
 };
 
 /// What the linker is told, in the place of the host's own.
-class OwnLinker final : public QeRxDynamicLinker {
+class OwnLinker : public QeRxDynamicLinker {
 public:
     OwnLinker() : former_(qerxSysRegistry()->atPut(kQeRxDynamicLinkerKey, this)) {}
     ~OwnLinker() override { static_cast<void>(qerxSysRegistry()->atPut(kQeRxDynamicLinkerKey, former_)); } // itself
@@ -36,6 +36,17 @@ public:
 
 private:
     QeRxObject* former_;
+};
+
+/// A linker of a class of its own, as a product's host has it.
+class DerivedLinker final : public OwnLinker {
+public:
+    static QeRxClass* desc()
+    {
+        static QeRxClass descriptor(L"DerivedLinker", QeRxDynamicLinker::desc());
+        return &descriptor;
+    }
+    QeRxClass* isA() const override { return desc(); }
 };
 
 TEST_F(EntryPoint, ApiVersion_IsThatOfTheHost)
@@ -55,6 +66,13 @@ TEST_F(EntryPoint, Initialisation_DeclaresUnlocksAndLoadsInThisOrder)
 TEST_F(EntryPoint, Initialisation_UnlocksTheHandleThatItWasGiven)
 {
     OwnLinker linker;
+    ASSERT_EQ(send(kInitialise), 0);
+    EXPECT_EQ(linker.unlocked, std::vector<void*>{&strange});
+}
+
+TEST_F(EntryPoint, Initialisation_TakesALinkerOfADerivedClass)
+{
+    DerivedLinker linker;
     ASSERT_EQ(send(kInitialise), 0);
     EXPECT_EQ(linker.unlocked, std::vector<void*>{&strange});
 }

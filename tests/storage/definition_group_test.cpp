@@ -166,10 +166,11 @@ TEST_F(DefinitionGroup, OpeningBraceMayHaveNoTextAtAll)
 
 TEST_F(DefinitionGroup, AnyOtherCodeInFrontGivesNone)
 {
-    for (const int code : {1000, 1001, 300}) {
+    const std::vector<Item> openers{{1000, L"{"}, {1001, L"{"}, {300, L"{"}, {1004, Bytes{1}}, {1040, 1.0}, {1071, 1}};
+    for (const Item& opener : openers) {
         Items items = groupOf(ellipsoid.get());
-        items.front().code = code;
-        EXPECT_EQ(readFrom(items), L"none") << code;
+        items.front() = opener;
+        EXPECT_EQ(readFrom(items), L"none") << opener;
     }
     EXPECT_EQ(readFrom(chunkOf(ellipsoid.get())), L"none");
 }
@@ -241,6 +242,14 @@ TEST_F(DefinitionGroup, StandaloneChunkMustBeAChunk)
     EXPECT_EQ(readFromChunk(chainOf({{1004, encoded(ellipsoid.get())}})), L"none");
     EXPECT_EQ(readFromChunk(chainOf({{311, encoded(ellipsoid.get())}})), L"none");
     EXPECT_EQ(readFromChunk(chainOf({{1002, L"{"}})), L"none");
+}
+
+TEST_F(DefinitionGroup, BytesUnderALowerCodeAreNoStandaloneChunk)
+{
+    const ResbufChain chain = chainOf(chunkOf(ellipsoid.get()));
+    chain->restype = 309;
+    EXPECT_EQ(readFromChunk(chain), L"none");
+    chain->restype = 310; // under which the host releases the bytes
 }
 
 TEST_F(DefinitionGroup, StandaloneChunkMustHoldBytes)

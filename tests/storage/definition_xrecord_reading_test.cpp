@@ -211,7 +211,8 @@ TEST_F(DefinitionXrecordReading, DefinitionThatIsNoSingleOneIsPassedOver)
 TEST_F(DefinitionXrecordReading, WhatStandsBetweenTheChunksAndTheClosingBraceIsPassedOver)
 {
     Items chain = joinedItems({layout(1), groups()});
-    chain.insert(chain.end() - 1, {{300, L"text"}, {1002, L"{"}, {1002, L" }"}, {310, Bytes{1}}});
+    chain.insert(chain.end() - 1,
+                 {{300, L"text"}, {1002, L"{"}, {1002, L" }"}, {310, Bytes{1}}, {1071, 1}, {1040, 1.0}});
     EXPECT_TRUE(readFrom(chain));
     EXPECT_EQ(slots(), kWhole);
 }

@@ -57,6 +57,14 @@ TEST(Utf16le, UnpairedSurrogatesPassThrough)
     EXPECT_EQ(textFrom({0x00, 0xD8, 0x61, 0x00, 0x00, 0xDC, 0, 0}), text);
 }
 
+TEST(Utf16le, HighSurrogateBeforeACharacterBehindTheSurrogatesStaysForItself)
+{
+    for (const wchar_t behind : {L'\xE000', L'\xFFFD'}) {
+        const std::wstring text{static_cast<wchar_t>(0xD83C), behind};
+        EXPECT_EQ(textFrom(Utf16leBytes(text)), text);
+    }
+}
+
 TEST(Utf16le, SurrogatesInTheWrongOrderStayTwo)
 {
     const std::wstring text{static_cast<wchar_t>(0xDC00), static_cast<wchar_t>(0xD800)};

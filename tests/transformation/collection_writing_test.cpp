@@ -18,6 +18,24 @@ protected:
     void add(const ItemFields& fields) { collection->Add(newItem(fields).get()); }
 };
 
+/// Empties its collection while it is written, so that nobody but the writer holds it.
+class ItemThatEmpties final : public ClientItem {
+public:
+    ItemThatEmpties(ConfigCollection& collection, bool& alive) : collection_(&collection), alive_(&alive) {}
+    ~ItemThatEmpties() override { *alive_ = false; }
+
+    std::wstring ToXmlString() override
+    {
+        bool& alive = *alive_;
+        collection_->Clear();
+        return alive ? L"alive" : L"released";
+    }
+
+private:
+    ConfigCollection* collection_;
+    bool* alive_;
+};
+
 constexpr const wchar_t* kFirst = L"<Item><Version>1.0</Version><SourceCs>a</SourceCs><TargetCs>b</TargetCs>"
                                   L"<Name>first</Name><Type>1</Type><Note>d</Note></Item>";
 constexpr const wchar_t* kSecond = L"<Item><Version>1.0</Version><SourceCs>a</SourceCs><TargetCs>b</TargetCs>"
@@ -26,6 +44,16 @@ constexpr const wchar_t* kSecond = L"<Item><Version>1.0</Version><SourceCs>a</So
 TEST_F(CollectionWriting, AnEmptyCollectionIsWrittenAsNothing)
 {
     EXPECT_EQ(collection->ToXmlString(), L"");
+}
+
+TEST_F(CollectionWriting, AnItemIsHeldWhileItIsWritten)
+{
+    bool alive = true;
+    Ptr<ConfigItem> item(new ItemThatEmpties(*collection.get(), alive));
+    collection->Add(item.get());
+    item = Ptr<ConfigItem>();
+    EXPECT_EQ(collection->ToXmlString(), L"alive");
+    EXPECT_FALSE(alive);
 }
 
 TEST_F(CollectionWriting, ItemsAreWrittenInOrderWithNothingBetween)

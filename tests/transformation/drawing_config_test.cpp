@@ -89,6 +89,29 @@ TEST_F(DrawingConfig, FirstEntryOfAnotherCode_HidesALaterText)
     EXPECT_EQ(read(), kNothingRead);
 }
 
+TEST_F(DrawingConfig, FirstEntryThatGivesNoText_HidesALaterOne)
+{
+    ASSERT_TRUE(write(L"text"));
+    giveEntry(L"A", {});
+    EXPECT_EQ(read(), kNothingRead) << "an empty xrecord";
+    {
+        const Orvel::CResbufDictionary dictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", document.database());
+        const Orvel::HostObject<QeDbDictionary> parent(dictionary.OpenDictionary(QeDb::kForWrite));
+        const Orvel::HostObject<QeDbDictionary> child(new QeDbDictionary);
+        QeDbObjectId id;
+        ASSERT_EQ(parent->setAt(L"A", child.get(), id), Qeapp::eOk);
+    }
+    EXPECT_EQ(read(), kNothingRead) << "no xrecord at all";
+}
+
+TEST_F(DrawingConfig, OtherCodesOfText_ReadAsNothing)
+{
+    for (int code = 301; code <= 309; ++code) {
+        giveEntry(L"CONFIG_ITEM", {{code, L"text"}});
+        EXPECT_EQ(read(), kNothingRead) << code;
+    }
+}
+
 TEST_F(DrawingConfig, LaterResbufsOfTheFirstEntry_ArePassedOver)
 {
     giveEntry(L"CONFIG_ITEM", {{300, L"first"}, {300, L"second"}});

@@ -185,8 +185,10 @@ TEST_F(RegistryValue, FailureOfOneName_GoesOnWithTheNext)
     ASSERT_TRUE(set(L"A", L""));
     ASSERT_TRUE(set(L"B", L""));
     ASSERT_TRUE(set(L"C", L""));
-    const ScopedFault fault({.call = "RegEnumValueW", .occurrence = 2, .code = 5});
-    EXPECT_EQ(names(), (Names{L"A", L"", L"C"}));
+    for (const int code : {5, 234, 1015}) {
+        const ScopedFault fault({.call = "RegEnumValueW", .occurrence = 2, .code = code});
+        EXPECT_EQ(names(), (Names{L"A", L"", L"C"})) << code;
+    }
 }
 
 TEST_F(RegistryValue, KeyThatIsNotThere_HasNoNames)

@@ -53,6 +53,19 @@ TEST_F(TransformationConfig, TextForTheUser_IsInTheSettingsFile)
     EXPECT_TRUE(std::filesystem::exists(settingsFile()));
 }
 
+TEST_F(TransformationConfig, NoText_IsTheSameEmptyOneForDrawingAndUser)
+{
+    wchar_t* drawing = nullptr;
+    wchar_t* user = nullptr;
+    wchar_t* again = nullptr;
+    EXPECT_FALSE(Cs::GetCsTransformationConfig(drawing, Target::Drawing));
+    EXPECT_FALSE(Cs::GetCsTransformationConfig(user, Target::User));
+    EXPECT_FALSE(Cs::GetCsTransformationConfig(again, Target::User));
+    EXPECT_EQ(user, drawing);
+    EXPECT_EQ(again, drawing);
+    EXPECT_STREQ(drawing, L"");
+}
+
 TEST_F(TransformationConfig, OtherTargets_AreNotRead)
 {
     for (const int target : {0, 3, -1}) {
@@ -138,6 +151,16 @@ TEST_F(TransformationConfig, ClearedUser_KeepsTheSettingsFileAndLosesTheRegistry
     EXPECT_EQ(readWith(Orvel::ReadRegistryTransformationSettings), (ReadText{true, L""}));
 }
 
+TEST_F(TransformationConfig, NoticeOfAClearedUser_ComesOnceWhenTheStoreIsEmpty)
+{
+    ASSERT_TRUE(Orvel::WriteRegistryTransformationSettings(two.c_str()));
+    ReadText seen;
+    reactor.action = [&](const Notice&) { seen = readWith(Orvel::ReadRegistryTransformationSettings); };
+    EXPECT_TRUE(Cs::ClearCsTransformationConfig(Target::User));
+    EXPECT_EQ(log, kOneNotice);
+    EXPECT_EQ(seen, (ReadText{true, L""}));
+}
+
 TEST_F(TransformationConfig, ClearedUserWithoutARegistry_IsFalse)
 {
     const Embedded::ScopedFault fault({.call = "RegCreateKeyExW"});
@@ -150,6 +173,13 @@ TEST_F(TransformationConfig, DrawingsItem_ComesBeforeTheUsers)
     ASSERT_TRUE(set(one, Target::Drawing));
     ASSERT_TRUE(set(two, Target::User));
     EXPECT_EQ(configured(L"A", L"B"), L"one");
+}
+
+TEST_F(TransformationConfig, Codes_AnswerInWhicheverOrderTheyFollowEachOther)
+{
+    ASSERT_TRUE(set(elementOf(L"A", L"B", L"one") + elementOf(L"B", L"A", L"two"), Target::Drawing));
+    EXPECT_EQ(configured(L"A", L"B"), L"one");
+    EXPECT_EQ(configured(L"B", L"A"), L"two");
 }
 
 TEST_F(TransformationConfig, DrawingWithoutTheItem_LeavesItToTheUser)

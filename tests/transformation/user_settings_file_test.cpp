@@ -296,6 +296,15 @@ TEST_F(UserSettingsFile, FileThatCannotBeOpened_IsNeitherReadNorWritten)
     EXPECT_FALSE(write(two));
 }
 
+TEST_F(UserSettingsFile, PathThatThereIsNoMemoryFor_IsNoPath)
+{
+    ASSERT_TRUE(write(one));
+    const ScopedFault fault({.call = "_wgetenv_s", .fromThenOn = true, .throws = true});
+    EXPECT_EQ(path(), L"");
+    EXPECT_EQ(read(), kNothingRead);
+    EXPECT_FALSE(write(two));
+}
+
 TEST_F(UserSettingsFile, FileThatCannotBeReadToItsEnd_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
