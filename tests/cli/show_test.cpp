@@ -135,11 +135,11 @@ TEST_F(ShowCommand, UnreadableGeoData_Fails)
     EXPECT_EQ(runForJson({"show", "plan.qedb"}, 1)["result"], 3);
 }
 
-TEST_F(ShowCommand, Batch_EndsWithTheLargestStatus)
+TEST_F(ShowCommand, Batch_InWhichOneFailsAndOneHasNothing_Fails)
 {
     givenDrawingWith("a.qedb", "EPSG:4326");
     givenDrawing("b.qedb");
-    const Json json = runForJson({"show", "a.qedb", "missing.qedb", "b.qedb"}, 3);
+    const Json json = runForJson({"show", "a.qedb", "missing.qedb", "b.qedb"}, 1);
     ASSERT_EQ(json.size(), 3U);
     EXPECT_EQ(json[0]["code"], "EPSG:4326");
     EXPECT_EQ(json[1]["drawingVersion"], nullptr);

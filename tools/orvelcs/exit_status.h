@@ -1,7 +1,7 @@
 // How the program ends; the number is the process's exit status.
 #pragma once
 
-#include <algorithm>
+#include <initializer_list>
 
 namespace Orvelcs {
 
@@ -12,10 +12,13 @@ enum class ExitStatus : int {
     nothingFound = 3 // where something was looked for
 };
 
-/// A batch ends with the largest of its drawings' statuses.
+/// The status of a batch in which both occur: a failure outweighs something that was not found.
 inline ExitStatus worse(ExitStatus left, ExitStatus right)
 {
-    return std::max(left, right);
+    for (const ExitStatus status : {ExitStatus::wrongUsage, ExitStatus::failed, ExitStatus::nothingFound})
+        if (left == status || right == status)
+            return status;
+    return ExitStatus::done;
 }
 
 } // namespace Orvelcs
