@@ -226,7 +226,7 @@ TEST_F(ConfigCommand, WrongUsage_IsToldPlainly)
     expectWrongUsage(run({"config", "get"}), "orvelcs: config get: --drawing: or --user is required: whose "
                                              "configuration?");
     expectWrongUsage(run({"config", "get", "--user", "--drawing", "a.qedb"}),
-                     "orvelcs: config get: --drawing: names one store and another option a second one");
+                     "orvelcs: config get: --drawing: more than one store is named; name one");
     expectWrongUsage(
         run({"config", "add", "--source", "A", "--target", "B", "--name", "n", "--type", "map", "--drawing", "a.qedb"}),
         "orvelcs: config add: --type: map is neither path nor transformation");

@@ -77,13 +77,14 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
 ExitStatus runClear(const ConfigOptions& options, Output& output)
 {
     checkConfigTarget(options.target, true, output);
+    const bool settingsFileStays = options.target.user && readConfig(options.target).has_value();
     const ConfigChange change = clearConfig(options.target, output);
     if (options.target.isDrawing())
         return report(options.target, change, "configuration cleared", output);
     ConfigTarget registry = options.target;
     registry.registryStore = true;
     const ExitStatus status = report(registry, change, "emptied", output);
-    if (change.error.empty() && readConfig(options.target))
+    if (change.error.empty() && settingsFileStays)
         output.note(settingsFileName(), "the settings file stays as it is and goes on answering");
     return status;
 }

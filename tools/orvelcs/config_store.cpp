@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <system_error>
 
 #include <fmt/format.h>
 
@@ -56,21 +57,35 @@ std::optional<std::wstring> readDrawing(const std::string& file)
         [](wchar_t*& text) { return CoordinateSystem::GetCsTransformationConfig(text, ConfigTargetType::Drawing); });
 }
 
-/// Nothing for a file with contents of its own, and for one that is not there.
+/// Why the module must not open the file, which links are followed to: a pipe waits for its writer, and a device may
+/// have no end. Nothing for a regular file, and where there is none.
 std::optional<std::string> faultOfPlace(const std::filesystem::path& file)
 {
-    if (std::filesystem::is_directory(file))
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(file, error);
+    switch (status.type()) {
+    case std::filesystem::file_type::regular:
+    case std::filesystem::file_type::not_found:
+        return std::nullopt;
+    case std::filesystem::file_type::directory:
         return "is a folder";
-    if (std::filesystem::exists(file) && !std::filesystem::is_regular_file(file))
-        return "is no regular file";
-    return std::nullopt;
+    case std::filesystem::file_type::none:
+        return "cannot be looked up: " + error.message();
+    default:
+        return "is not a regular file";
+    }
+}
+
+/// Throws Failure for what must not be opened.
+void checkPlace(const std::filesystem::path& file)
+{
+    if (const auto fault = faultOfPlace(file))
+        throw Failure(file.string(), *fault);
 }
 
 /// The module would hand out other text than the file holds, or none, without a word.
 void checkSettingsFile(const std::filesystem::path& file)
 {
-    if (const auto fault = faultOfPlace(file))
-        throw Failure(file.string(), *fault);
     if (const auto fault = faultOfText(readWhole(file.string())))
         throw Failure(file.string(), *fault);
 }
@@ -78,6 +93,7 @@ void checkSettingsFile(const std::filesystem::path& file)
 std::optional<std::wstring> readSettingsFile()
 {
     const std::filesystem::path file = settingsFile();
+    checkPlace(file);
     if (file.empty() || !std::filesystem::exists(file))
         return std::nullopt;
     checkSettingsFile(file);
@@ -137,7 +153,7 @@ std::string whyNotWritten(const std::filesystem::path& file)
         return "there is no folder for it";
     if (!std::filesystem::is_directory(file.parent_path()))
         return "its folder does not exist and is not made";
-    return faultOfPlace(file).value_or("cannot be written");
+    return "cannot be written";
 }
 
 /// What the module reads back once it has written: the chunks, and no line break in them.
@@ -172,7 +188,7 @@ void checkConfigTarget(const ConfigTarget& target, bool drawingIsPrinted, const 
     const int chosen = (target.isDrawing() ? 1 : 0) + (target.user ? 1 : 0) + (target.registryStore ? 1 : 0);
     if (chosen != 1)
         throw wrongUsage("--drawing", chosen == 0 ? "or --user is required: whose configuration?"
-                                                  : "names one store and another option a second one");
+                                                  : "more than one store is named; name one");
     if (target.isDrawing())
         checkFileNames({target.drawing}, drawingIsPrinted, output);
 }
@@ -184,6 +200,11 @@ std::optional<std::wstring> readConfig(const ConfigTarget& target)
     return target.registryStore ? readRegistryStore() : readSettingsFile();
 }
 
+void checkUserConfig()
+{
+    static_cast<void>(readSettingsFile()); // it throws
+}
+
 ConfigChange writeConfig(const ConfigTarget& target, const std::wstring& text, Output& output)
 {
     const LoadedModule module;
@@ -192,12 +213,11 @@ ConfigChange writeConfig(const ConfigTarget& target, const std::wstring& text, O
     };
     if (target.isDrawing())
         return changeDrawing(target.drawing, call, output);
-    ConfigChange change = callModule(call, ConfigTargetType::User);
     const std::filesystem::path file = settingsFile();
+    checkPlace(file);
+    ConfigChange change = callModule(call, ConfigTargetType::User);
     if (!change.result)
         change.error = whyNotWritten(file);
-    else if (const auto fault = faultOfPlace(file))
-        change.error = *fault;
     else if (readSettingsFile() != asReadBack(text))
         change.error = "was not written to its end";
     return change;

@@ -31,6 +31,8 @@ void checkConfigTarget(const ConfigTarget& target, bool drawingIsPrinted, const 
 /// The stored text; nothing where there is none. Nothing is made by asking. Throws Failure for a store that cannot be
 /// read, or whose text is not what the module would read from it.
 std::optional<std::wstring> readConfig(const ConfigTarget& target);
+/// Throws Failure for a settings file of the user's that is there and cannot be read. To the module it is absent.
+void checkUserConfig();
 
 /// What became of a change, and what reactors heard of it.
 struct ConfigChange {
@@ -40,7 +42,7 @@ struct ConfigChange {
 };
 
 /// Replaces the drawing's or the user's text, and saves the drawing. Throws Failure for a drawing that cannot be
-/// loaded.
+/// loaded, and for a settings file that is a folder, a device or a pipe.
 ConfigChange writeConfig(const ConfigTarget& target, const std::wstring& text, Output& output);
 /// The module's clearing: the drawing's text becomes empty; for the user the registry's store does.
 ConfigChange clearConfig(const ConfigTarget& target, Output& output);

@@ -1,13 +1,34 @@
 #include "orvelcs/configured_transformation.h"
 
 #include "coordsys/orvel_transformation_config.h"
+#include "orvelcs/config_store.h"
 #include "orvelcs/drawings.h"
 #include "orvelcs/loaded_module.h"
+#include "storage/host_holders.h"
 #include "storage/library_holder.h"
+#include "transformation/configured_transformation.h"
 
 namespace Orvelcs {
 
 namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
+
+namespace {
+
+using Info = Orvel::LibraryObject<CoordinateSystem::TransformationInfo>;
+
+/// The module asks the user's configuration only where the drawing's does not answer.
+bool drawingAnswers(const std::wstring& source, const std::wstring& target)
+{
+    wchar_t* text = nullptr;
+    const bool isRead =
+        CoordinateSystem::GetCsTransformationConfig(text, CoordinateSystem::CsTransformationConfigTargetType::Drawing);
+    const Orvel::HostString owned(isRead ? text : nullptr);
+    Info info;
+    info.reset(owned ? Orvel::FindConfiguredTransformation(source.c_str(), target.c_str(), text) : nullptr);
+    return static_cast<bool>(info);
+}
+
+} // namespace
 
 std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std::wstring& source,
                                                                       const std::wstring& target,
@@ -19,7 +40,9 @@ std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std:
         current.emplace(*drawing);
         require(*drawing, current->load());
     }
-    Orvel::LibraryObject<CoordinateSystem::TransformationInfo> info;
+    if (!drawing || !drawingAnswers(source, target))
+        checkUserConfig();
+    Info info;
     info.reset(CoordinateSystem::GetCsConfiguredTransformationInfo(source.c_str(), target.c_str()));
     if (!info)
         return std::nullopt;

@@ -8,7 +8,8 @@
 
 namespace Orvelcs {
 
-/// With the drawing, if one is named, as the host's current one. Throws DrawingFailure when it cannot be loaded.
+/// With the drawing, if one is named, as the host's current one. Throws DrawingFailure when it cannot be loaded, and
+/// Failure for a settings file of the user's that would be asked and cannot be read.
 std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std::wstring& source,
                                                                       const std::wstring& target,
                                                                       const std::optional<std::string>& drawing);

@@ -12,7 +12,7 @@ TEST_F(UserStores, SettingsFileThatIsADevice_IsNamed)
     const std::string folder = path("").string();
     const ProgramResult result = run({"config", "set", "-", "--user", "--user-dir", folder}, "<Item></Item>");
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors, testing::HasSubstr("is no regular file\n"));
+    EXPECT_THAT(result.errors, testing::HasSubstr("is not a regular file\n"));
     EXPECT_EQ(run({"config", "get", "--user", "--user-dir", folder}).status, 1);
 }
 
