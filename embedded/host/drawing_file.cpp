@@ -76,7 +76,7 @@ FileResult save(QeDbDatabase& database, QeDb::QeDbDwgVersion version, const Dest
 {
     if (!isDrawingVersion(version))
         return {Qeapp::eInvalidDrawingVersion,
-                destination.prefix + std::to_string(static_cast<int>(version)) + " is no drawing version to save in"};
+                destination.prefix + std::to_string(static_cast<int>(version)) + " is not a drawing version that can be saved"};
     try {
         return saveConverted(database, version, destination);
     } catch (const std::bad_alloc&) {

@@ -45,7 +45,7 @@ ImageValue valueFrom(const JsonNode& node)
     const auto code = static_cast<int>(codeNode.integer(0, std::numeric_limits<short>::max()));
     const QeRb::ValueKind kind = qeutValueKind(code);
     if (kind == QeRb::ValueKind::none)
-        codeNode.refuse(std::to_string(code) + " is no group code of a stored value");
+        codeNode.refuse(std::to_string(code) + " is not a group code of a stored value");
     const char* const name = kind == QeRb::ValueKind::binary ? "hex" : "value";
     node.allowOnly({"code", name});
     const JsonNode value = node.member(name);

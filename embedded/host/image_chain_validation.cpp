@@ -17,9 +17,9 @@ constexpr std::size_t kLargestChunkInBytes = std::numeric_limits<short>::max();
 std::string codeFault(int code, ChainUse use)
 {
     if (qeutValueKind(code) == QeRb::ValueKind::none)
-        return std::to_string(code) + " is no group code of a stored value";
+        return std::to_string(code) + " is not a group code of a stored value";
     if (use == ChainUse::extendedData && (code < QeRb::kXdataString || code == QeRb::kXdataAppName))
-        return std::to_string(code) + " is no group code of a value in extended data";
+        return std::to_string(code) + " is not a group code of a value in extended data";
     return {};
 }
 
@@ -52,7 +52,7 @@ std::string valueFault(const ImageValue& value)
         return {};
     const std::int32_t number = std::get<std::int32_t>(value.value);
     const bool fits = number == static_cast<std::int16_t>(number);
-    return fits ? std::string() : std::to_string(number) + " is no 16-bit integer";
+    return fits ? std::string() : std::to_string(number) + " is not a 16-bit integer";
 }
 
 std::string chunkFault(const ImageValue& value, ChainUse use)

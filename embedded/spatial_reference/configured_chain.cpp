@@ -123,7 +123,7 @@ void checkUsable(const LoadedOperation& operation, OperationDirection direction)
         if (!grid.isInstalled)
             refuse(RefusalReason::missingGrid, code,
                    "needs the grid " + utf8FromWide(grid.name) + ", which is not installed" +
-                       (grid.url.empty() ? "" : "; it is to be had from " + utf8FromWide(grid.url)));
+                       (grid.url.empty() ? "" : "; download it from " + utf8FromWide(grid.url)));
     }
     if (!isApplicable(operation.object.get(), direction))
         refuse(RefusalReason::notImplemented, code,

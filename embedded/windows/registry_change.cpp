@@ -130,7 +130,7 @@ std::string bytesOfHex(const std::string& hex)
         const std::size_t high = kDigits.find(hex[at]);
         const std::size_t low = kDigits.find(hex[at + 1]);
         if (high == std::string_view::npos || low == std::string_view::npos)
-            refuse("\"hex\" has what is no digit");
+            refuse("\"hex\" holds a character that is not a hexadecimal digit");
         bytes += static_cast<char>(high << 4 | low);
     }
     return bytes;
@@ -153,7 +153,7 @@ Kind kindField(const Json& object)
     if (word == "set")
         return Kind::setValue;
     if (word != "delete")
-        refuse("\"do\" is none of create, set and delete");
+        refuse("\"do\" is not create, set or delete");
     return Kind::deleteValue;
 }
 

@@ -76,7 +76,7 @@ TEST_F(AssignDefinition, EventsCarryTheUsersCode)
 TEST_F(AssignDefinition, TextThatIsNoDefinition_IsRefused)
 {
     expectRefusal("a grid of our own",
-                  "no coordinate reference system as WKT, PROJJSON or a PROJ string: statusUnreadable (43)");
+                  "not a coordinate reference system as WKT, PROJJSON or a PROJ string: statusUnreadable (43)");
 }
 
 TEST_F(AssignDefinition, EmptyText_IsRefused)
@@ -144,7 +144,8 @@ TEST_F(AssignDefinition, RefusedDefinition_IsInTheJsonOfEachDrawing)
     const ProgramResult result =
         run({"--json", "assign", "--definition", "definition.txt", "--code", "MINE:1", "a.qedb", "b.qedb"});
     EXPECT_EQ(result.status, 1);
-    const std::string error = "no coordinate reference system as WKT, PROJJSON or a PROJ string: statusUnreadable (43)";
+    const std::string error =
+        "not a coordinate reference system as WKT, PROJJSON or a PROJ string: statusUnreadable (43)";
     const auto drawing = [&](const char* file) {
         return Json({{"file", file},
                      {"result", nullptr},

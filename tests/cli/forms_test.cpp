@@ -189,7 +189,7 @@ TEST_F(FormsCommand, BadChain_IsRefusedWithItsPlace)
                   prefix + "must be a JSON array of objects with \"code\" and \"value\" or \"hex\"");
     expectRefusal("xrecord-chain=[1]", prefix + "[0]: must be an object with a whole number as \"code\"");
     expectRefusal(R"(xrecord-chain=[{"code": 1071, "value": 1}, {"code": 9999, "value": 1}])",
-                  prefix + "[1]: 9999 is no group code that a drawing stores");
+                  prefix + "[1]: 9999 is not a group code that a drawing stores");
     expectRefusal(R"(xrecord-chain=[{"code": 1071, "value": "1"}])",
                   prefix + "[0]: \"value\" must be a whole number from -2147483648 to 2147483647");
     expectRefusal(R"(xrecord-chain=[{"code": 1071, "value": 2147483648}])",
@@ -211,7 +211,7 @@ TEST_F(FormsCommand, BadHex_IsRefused)
     const std::string prefix = "xrecord-chain: [0]: ";
     expectRefusal(R"(xrecord-chain=[{"code": 310, "hex": "0"}])", prefix + "\"hex\" has an odd number of digits");
     expectRefusal(R"(xrecord-chain=[{"code": 310, "hex": "0g"}])",
-                  prefix + "\"hex\" holds \"g\", which is no hexadecimal digit");
+                  prefix + "\"hex\" holds \"g\", which is not a hexadecimal digit");
     expectRefusal(R"(xrecord-chain=[{"code": 310, "hex": 10}])", prefix + "\"hex\" must be a string");
 }
 
@@ -285,7 +285,7 @@ TEST_F(FormsCommand, BadPut_IsWrongUsage)
     givenDrawing("plan.qedb");
     expectWrongUsage(run({"forms", "plan.qedb", "--put", "legacy"}), "orvelcs: forms: --put: legacy is not FORM=VALUE");
     expectWrongUsage(run({"forms", "plan.qedb", "--put", "legasy=1"}),
-                     "orvelcs: forms: --put: legasy is no form; the nearest is legacy");
+                     "orvelcs: forms: --put: legasy is not a form; the nearest is legacy");
     expectWrongUsage(run({"forms", "plan.qedb", "--put"}), "orvelcs: forms: --put: needs a value");
 }
 
@@ -321,16 +321,16 @@ TEST_F(FormsCommand, NumberBeyondAllBounds_IsToldWithItsPlaceAndInTheJson)
 TEST_F(FormsCommand, KeyThatStandsTwice_IsRefused)
 {
     expectRefusal(R"(xrecord-chain=[{"code":1071,"value":1},{"code":1071,"code":1070,"value":1}])",
-                  "xrecord-chain: [1]: \"code\" stands there twice");
+                  "xrecord-chain: [1]: \"code\" appears twice");
     expectRefusal(R"(xrecord-chain=[{"code":1071,"value":1,"value":1}])",
-                  "xrecord-chain: [0]: \"value\" stands there twice");
+                  "xrecord-chain: [0]: \"value\" appears twice");
 }
 
 TEST_F(FormsCommand, UnknownForm_IsAnsweredWithAllThereAre)
 {
     givenDrawing("plan.qedb");
     expectWrongUsage(run({"forms", "plan.qedb", "--put", "leg=1"}),
-                     "orvelcs: forms: --put: leg is no form; there are config, geodata, legacy, legacy-chain, "
+                     "orvelcs: forms: --put: leg is not a form; there are config, geodata, legacy, legacy-chain, "
                      "xrecord-chain");
 }
 

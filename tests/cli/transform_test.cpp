@@ -43,7 +43,7 @@ TEST_F(TransformCommand, Json_IsOneArray)
 {
     expectResult(projected("0 9\nnonsense\n0 9 1\n", {"--json"}), 1,
                  "[\n  [500000.000000, 0.000000],\n  null,\n  [500000.000000, 0.000000, 1.000000]\n]\n",
-                 "orvelcs: transform: line 2: not a point: two or three numbers are\n"
+                 "orvelcs: transform: line 2: expected 2 or 3 numbers, found \"nonsense\"\n"
                  "orvelcs: transform: standard input: 1 of 3 points could not be transformed\n");
     expectResult(projected("", {"--json"}), 0, "[]\n", "");
 }
@@ -57,7 +57,7 @@ TEST_F(TransformCommand, EmptyLinesAndComments_AreSkippedButCounted)
 {
     const ProgramResult result = projected("# x y\n\n  \t\n0 9\n  # more\nfoo\n");
     EXPECT_EQ(result.output, "500000.000000 0.000000\n*\n");
-    EXPECT_THAT(result.errors, testing::HasSubstr("transform: line 6: not a point"));
+    EXPECT_THAT(result.errors, testing::HasSubstr("transform: line 6: expected 2 or 3 numbers, found \"foo\""));
     EXPECT_THAT(result.errors, testing::HasSubstr("1 of 2 points could not be transformed"));
 }
 
@@ -75,6 +75,19 @@ TEST_F(TransformCommand, WhatIsNoPoint_IsAnsweredWithAnAsterisk)
         EXPECT_EQ(result.status, 1) << line;
         EXPECT_EQ(result.output, "*\n500000.000000 0.000000\n") << line;
     }
+}
+
+TEST_F(TransformCommand, ALineWithoutAPoint_IsToldWithWhatItHolds)
+{
+    const auto toldOf = [this](const std::string& line) {
+        const std::string errors = projected(line + "\n").errors;
+        return errors.substr(0, errors.find('\n'));
+    };
+    const std::string expected = "orvelcs: transform: line 1: expected 2 or 3 numbers, found ";
+    EXPECT_EQ(toldOf("0"), expected + "1");
+    EXPECT_EQ(toldOf("0 9 1 2"), expected + "4");
+    EXPECT_EQ(toldOf("0 nine"), expected + "\"nine\"");
+    EXPECT_EQ(toldOf("0 " + std::string(39, 'x') + "\xC3\xA9"), expected + '"' + std::string(39, 'x') + '"');
 }
 
 TEST_F(TransformCommand, ALineTooLong_IsNoPoint)

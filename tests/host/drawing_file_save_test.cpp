@@ -138,8 +138,8 @@ TEST_F(DrawingFileSave, AnotherVersion_IsTheDrawingsFromThenOn)
 
 TEST_F(DrawingFileSave, VersionsThatAreNone_AreRefused)
 {
-    expectNothingSaved(20, Qeapp::eInvalidDrawingVersion, file.string() + ": 20 is no drawing version to save in");
-    expectNothingSaved(34, Qeapp::eInvalidDrawingVersion, file.string() + ": 34 is no drawing version to save in");
+    expectNothingSaved(20, Qeapp::eInvalidDrawingVersion, file.string() + ": 20 is not a drawing version that can be saved");
+    expectNothingSaved(34, Qeapp::eInvalidDrawingVersion, file.string() + ": 34 is not a drawing version that can be saved");
 }
 
 TEST_F(DrawingFileSave, AVersionFrom30ThatTheDrawingHas_NeedsNoDecomposition)
@@ -265,7 +265,7 @@ TEST_F(DrawingFileSave, ToSomewhereElse_NamesNoFile)
         return FileResult();
     });
     EXPECT_EQ(result.status, Qeapp::eInvalidDrawingVersion);
-    EXPECT_EQ(result.message, "34 is no drawing version to save in");
+    EXPECT_EQ(result.message, "34 is not a drawing version that can be saved");
     EXPECT_FALSE(written);
 }
 

@@ -150,7 +150,7 @@ TEST_F(DrawingFileValidation, AValueOfAnotherKindThanItsCode_IsRefused)
 TEST_F(DrawingFileValidation, A16BitIntegerBeyondItsRange_IsRefused)
 {
     firstValue() = {1070, 32'768};
-    EXPECT_EQ(validateImage(image), "objects[5].chain[0].value: 32768 is no 16-bit integer");
+    EXPECT_EQ(validateImage(image), "objects[5].chain[0].value: 32768 is not a 16-bit integer");
 }
 
 TEST_F(DrawingFileValidation, ALongWayUpToTheRoot_IsNoCycle)

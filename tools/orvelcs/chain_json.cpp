@@ -64,7 +64,7 @@ std::string bytesOf(const std::string& hex, const Place& place)
         const int high = digitOf(hex[index]);
         const int low = digitOf(hex[index + 1]);
         if (high < 0 || low < 0)
-            throw place.failure(fmt::format("\"hex\" holds {}, which is no hexadecimal digit",
+            throw place.failure(fmt::format("\"hex\" holds {}, which is not a hexadecimal digit",
                                             Json(std::string(1, hex[high < 0 ? index : index + 1]))
                                                 .dump(-1, ' ', true, Json::error_handler_t::replace)));
         bytes.push_back(static_cast<char>(high * 16 + low));
@@ -144,7 +144,7 @@ int groupCodeOf(const Json& element, const Place& place)
     const auto code = element["code"].get<std::int64_t>();
     if (code < 0 || code > std::numeric_limits<short>::max() ||
         qeutValueKind(static_cast<int>(code)) == QeRb::ValueKind::none)
-        throw place.failure(fmt::format("{} is no group code that a drawing stores", element["code"].dump()));
+        throw place.failure(fmt::format("{} is not a group code that a drawing stores", element["code"].dump()));
     return static_cast<int>(code);
 }
 
@@ -178,7 +178,7 @@ public:
             ++place_.index;
         else if (depth == kKey && event == Json::parse_event_t::key && !keys_.insert(parsed.get<std::string>()).second)
             throw place_.failure(
-                fmt::format("{} stands there twice", parsed.dump(-1, ' ', false, Json::error_handler_t::replace)));
+                fmt::format("{} appears twice", parsed.dump(-1, ' ', false, Json::error_handler_t::replace)));
     }
 
 private:

@@ -29,7 +29,7 @@ std::wstring definitionText(const std::string& file)
 std::string reasonOf(Library::Status status)
 {
     if (status == Library::statusUnreadable)
-        return "no coordinate reference system as WKT, PROJJSON or a PROJ string: " + statusName(status);
+        return "not a coordinate reference system as WKT, PROJJSON or a PROJ string: " + statusName(status);
     return "the definition cannot be used: " + statusName(status);
 }
 

@@ -171,7 +171,7 @@ FormValue parseFormValue(const std::string& argument)
     const std::string name = argument.substr(0, equals);
     const auto form = formsByName().find(name);
     if (form == formsByName().end())
-        throw wrongUsage("--put", name + " is no form" + nearestFormsClause(name));
+        throw wrongUsage("--put", name + " is not a form" + nearestFormsClause(name));
     if (!Embedded::isValidUtf8(argument))
         throw wrongUsage("--put", "the value of " + name + " is not UTF-8");
     return {form->second, name, argument.substr(equals + 1)};

@@ -35,6 +35,19 @@ std::optional<double> numberFrom(std::string_view word)
     return number;
 }
 
+/// As much of a word as a message has room for, cut between characters.
+std::string_view beginningOfWord(std::string_view utf8)
+{
+    constexpr std::size_t kMostBytes = 40;
+    constexpr unsigned kContinuationMask = 0xC0;
+    constexpr unsigned kContinuation = 0x80;
+    std::size_t length = std::min(kMostBytes, utf8.size());
+    while (length > 0 && length < utf8.size() &&
+           (static_cast<unsigned char>(utf8[length]) & kContinuationMask) == kContinuation)
+        --length;
+    return utf8.substr(0, length);
+}
+
 int decimalsOf(const Embedded::AxisUnit& axis)
 {
     constexpr double kFinestLengthInMetres = 1e-6;
@@ -71,6 +84,16 @@ std::optional<Embedded::CoordinatePoint> pointFromLine(std::string_view line)
     if (!x || !y || z.has_value() != (words.size() == 3))
         return std::nullopt;
     return Embedded::CoordinatePoint{*x, *y, z};
+}
+
+std::string describeLineWithoutPoint(std::string_view line)
+{
+    constexpr std::string_view kExpected = "expected 2 or 3 numbers, found ";
+    const std::vector<std::string_view> words = wordsOf(line);
+    const auto other = std::ranges::find_if_not(words, [](auto word) { return numberFrom(word).has_value(); });
+    if (other == words.end())
+        return fmt::format("{}{}", kExpected, words.size());
+    return fmt::format("{}\"{}\"", kExpected, beginningOfWord(*other));
 }
 
 std::vector<int> decimalsFor(const std::vector<Embedded::AxisUnit>& axes)

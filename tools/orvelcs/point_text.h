@@ -15,6 +15,8 @@ bool isBlankOrComment(std::string_view line);
 
 /// "x y" or "x y z", separated by blanks and tabs; nothing for anything else and for numbers that are not finite.
 std::optional<Embedded::CoordinatePoint> pointFromLine(std::string_view line);
+/// What a line holds instead of a point: "expected 2 or 3 numbers, found 4".
+std::string describeLineWithoutPoint(std::string_view line);
 
 /// How many decimals tell a tenth of a nanodegree, or a micrometre, in each axis: ten in degrees, six in metres.
 std::vector<int> decimalsFor(const std::vector<Embedded::AxisUnit>& axes);

@@ -47,7 +47,7 @@ ExitStatus attempt(const CommandLine& commandLine, const Invocation& invocation,
         output.error(failure.subject(), failure.what());
         return failure.status();
     } catch (const std::bad_alloc&) {
-        output.error("memory", "there is not enough of it");
+        output.error("memory", "not enough memory");
     } catch (const std::exception& exception) {
         output.error("unexpected failure", exception.what());
     }

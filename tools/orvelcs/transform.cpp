@@ -67,7 +67,8 @@ Embedded::TransformedPoint answerTo(const LineReader& reader, const Embedded::Co
         return {std::nullopt, L"longer than " + std::to_wstring(LineReader::kLongestLineInBytes) + L" bytes"};
     const std::optional<Embedded::CoordinatePoint> point = pointFromLine(reader.line());
     return point ? transformer.transform(*point)
-                 : Embedded::TransformedPoint{std::nullopt, L"not a point: two or three numbers are"};
+                 : Embedded::TransformedPoint{std::nullopt,
+                                              Embedded::wideFromUtf8(describeLineWithoutPoint(reader.line()))};
 }
 
 /// Answers each line as it comes, so that both ends of a pipe can work at the same time.
@@ -121,9 +122,14 @@ ExitStatus runTransform(const TransformOptions& options, Output& output)
     const auto transformer = withFailureDocument(nullptr, DocumentedFailures::allButWrongUsage, output,
                                                  [&] { return transformerFor(options, output); });
     PointPrinter printer(transformer->targetUnits(), output);
-    const ExitStatus status = transformLines(*transformer, printer, output);
-    printer.finish();
-    return status;
+    try {
+        const ExitStatus status = transformLines(*transformer, printer, output);
+        printer.finish();
+        return status;
+    } catch (const Failure&) { // the points cannot be read to their end
+        printer.finish();
+        throw;
+    }
 }
 
 } // namespace

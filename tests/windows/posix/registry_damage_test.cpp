@@ -98,7 +98,7 @@ TEST_F(DamagedRegistry, ALineThatSaysNothingIsNamed)
         {"[]", "not a JSON object"},
         {"{}", "there is no \"do\""},
         {R"({"do":1})", "\"do\" is not a text"},
-        {R"({"do":"rename","key":"A"})", "\"do\" is none of create, set and delete"},
+        {R"({"do":"rename","key":"A"})", "\"do\" is not create, set or delete"},
         {R"({"do":"create"})", "there is no \"key\""},
         {R"({"do":"create","key":1})", "\"key\" is not a text"},
         {R"({"do":"create","key":"A\\\\B"})", "\"key\" has an empty part"},
@@ -116,7 +116,7 @@ TEST_F(DamagedRegistry, ALineThatSaysNothingIsNamed)
         {R"({"do":"set","key":"Software","name":"a","type":1})", "there is no \"hex\""},
         {R"({"do":"set","key":"Software","name":"a","type":3,"text":"x"})", "\"text\" is not for type 3"},
         {R"({"do":"set","key":"Software","name":"a","type":3,"hex":"0"})", "\"hex\" has an odd number of digits"},
-        {R"({"do":"set","key":"Software","name":"a","type":3,"hex":"0G"})", "\"hex\" has what is no digit"},
+        {R"({"do":"set","key":"Software","name":"a","type":3,"hex":"0G"})", "\"hex\" holds a character that is not a hexadecimal digit"},
         {R"({"do":"set","key":"Other","name":"a","type":3,"hex":""})", "there is no such key"},
     };
     for (const DamagedFile& damaged : table)
