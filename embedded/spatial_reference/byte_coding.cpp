@@ -67,6 +67,8 @@ std::optional<std::string> ByteReader::text()
     if (!length || !isValidUtf8(bytes_.substr(0, *length)))
         return std::nullopt;
     std::string utf8(bytes_.substr(0, *length));
+    if (utf8.find('\0') != std::string::npos) // it would end there for whoever asks
+        return std::nullopt;
     bytes_.remove_prefix(*length);
     return utf8;
 }

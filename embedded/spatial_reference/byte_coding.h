@@ -32,7 +32,7 @@ public:
     std::optional<unsigned> byte();
     std::optional<std::uint64_t> varint();
     std::optional<std::uint64_t> littleEndian(int count);
-    /// Valid UTF-8 only.
+    /// Valid UTF-8 without NUL only.
     std::optional<std::string> text();
     /// A number of things that take at least one byte each.
     std::optional<std::size_t> count();

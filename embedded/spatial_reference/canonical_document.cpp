@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <numbers>
 #include <string>
 
 namespace Embedded {
@@ -55,17 +56,49 @@ void setIdentifier(const PJ* object, Document& node)
         node["id"] = identifier(authority, code);
 }
 
-/// PROJJSON has fifteen digits; a number that was rounded by them gets its other digits back.
+/// PROJJSON has fifteen digits.
+bool isRounded(double number, double exact)
+{
+    return std::abs(number - exact) <= 1e-13 * std::abs(exact);
+}
+
+/// A number that was rounded to PROJJSON's digits gets its other digits back.
 void restoreDigits(Document& number, double exact)
 {
-    const bool near = number.is_number() && std::abs(number.get<double>() - exact) <= 1e-13 * std::abs(exact);
-    if (near && number.get<double>() != exact)
+    if (number.is_number() && isRounded(number.get<double>(), exact) && number.get<double>() != exact)
         number = exact;
 }
 
-/// Only a unit that is spelled out has a factor or can carry an identifier; PROJ knows those that are a mere name.
+/// A unit that PROJJSON writes as a mere name.
+struct NamedUnit {
+    const char* name;
+    const char* type;
+    double factor;
+};
+constexpr NamedUnit kMetre{"metre", "LinearUnit", 1.0};
+constexpr NamedUnit kDegree{"degree", "AngularUnit", std::numbers::pi / 180};
+constexpr NamedUnit kUnity{"unity", "ScaleUnit", 1.0};
+
+Document spelledOut(const NamedUnit& unit, double factor)
+{
+    return {{"type", unit.type}, {"name", unit.name}, {"conversion_factor", factor}};
+}
+
+/// PROJ writes the mere name for every unit of that name, even if it has another factor.
+void spellOutOtherFactor(Document& unit, double factor)
+{
+    for (const NamedUnit& known : {kMetre, kDegree, kUnity}) {
+        if (unit == known.name && !isRounded(factor, known.factor)) {
+            unit = spelledOut(known, factor);
+            return;
+        }
+    }
+}
+
+/// Only a unit that is spelled out has a factor or can carry an identifier.
 void completeUnit(Document& unit, double factor, const char* authority, const char* code)
 {
+    spellOutOtherFactor(unit, factor);
     if (!unit.is_object())
         return;
     restoreDigits(unit["conversion_factor"], factor);
@@ -137,8 +170,12 @@ double factorFrom(double product, double value)
 
 void restoreLength(Document& length, double metres)
 {
-    if (length.is_number())
-        return restoreDigits(length, metres);
+    if (length.is_number() && isRounded(length.get<double>(), metres)) {
+        restoreDigits(length, metres);
+    } else if (length.is_number()) { // of a unit that is called metre and is none
+        const double factor = factorFrom(metres, length.get<double>());
+        length = {{"value", length}, {"unit", spelledOut(kMetre, factor)}};
+    }
     if (length.is_object() && length.contains("value") && length.contains("unit") && length["unit"].is_object())
         restoreDigits(length["unit"]["conversion_factor"], factorFrom(metres, length["value"].get<double>()));
 }
@@ -173,10 +210,14 @@ Document meridianDocument(const PJ* meridian)
     Document document = projjsonOf(meridian);
     double longitude = 0;
     double factor = 0;
-    if (proj_prime_meridian_get_parameters(projContext(), meridian, &longitude, &factor, nullptr) &&
-        document["longitude"].is_object()) {
-        restoreDigits(document["longitude"]["value"], longitude);
-        completeUnit(document["longitude"]["unit"], factor, nullptr, nullptr);
+    Document& place = document["longitude"];
+    if (proj_prime_meridian_get_parameters(projContext(), meridian, &longitude, &factor, nullptr)) {
+        if (place.is_number() && !isRounded(factor, kDegree.factor))
+            place = {{"value", place}, {"unit", kDegree.name}};
+        if (place.is_object()) {
+            restoreDigits(place["value"], longitude);
+            completeUnit(place["unit"], factor, nullptr, nullptr);
+        }
     }
     document.erase("type");
     setIdentifier(meridian, document);

@@ -6,6 +6,7 @@
 #include "embedded/spatial_reference/canonical_document.h"
 #include "embedded/spatial_reference/document_check.h"
 #include "embedded/spatial_reference/json_reader.h"
+#include "embedded/spatial_reference/unit_check.h"
 
 namespace Embedded {
 namespace {
@@ -31,6 +32,11 @@ bool looksLikeWkt(std::string_view text)
     return end != text.begin() && bracket != std::string_view::npos && (text[bracket] == '[' || text[bracket] == '(');
 }
 
+bool looksLikeJson(std::string_view text)
+{
+    return text.starts_with('{');
+}
+
 bool looksLikeProjString(std::string_view text)
 {
     return text.starts_with("+proj=") || text.starts_with("proj=") || text.find(" +proj=") != std::string_view::npos;
@@ -38,8 +44,8 @@ bool looksLikeProjString(std::string_view text)
 
 ProjObject objectFromText(const std::string& text)
 {
-    if (text.starts_with('{'))
-        return isReadableJson(text) ? ProjObject(proj_create(projContext(), text.c_str())) : nullptr;
+    if (looksLikeJson(text))
+        return faultOfJson(text) ? nullptr : ProjObject(proj_create(projContext(), text.c_str()));
     if (looksLikeProjString(text)) {
         if (text.find("proj=pipeline") != std::string::npos)
             return nullptr; // an operation, which PROJ would read as the system of its last step
@@ -52,14 +58,32 @@ ProjObject objectFromText(const std::string& text)
     return ProjObject(proj_create_from_wkt(projContext(), text.c_str(), options, nullptr, nullptr));
 }
 
+bool describesSystem(const ProjObject& object)
+{
+    return object && proj_is_crs(object.get());
+}
+
 } // namespace
+
+std::optional<std::string> whyNoDocument(std::string_view utf8)
+{
+    const std::string text(trimmed(utf8));
+    if (const auto fault = looksLikeJson(text) ? faultOfJson(text) : std::nullopt)
+        return fault;
+    const ProjObject object = objectFromText(text);
+    if (describesSystem(object) && !keepsUnits(object.get(), canonicalDocument(object.get())))
+        return "a unit cannot be stored as the definition has it";
+    return std::nullopt;
+}
 
 std::optional<Document> documentFromUserText(std::string_view utf8, std::string_view code)
 {
     const ProjObject object = objectFromText(std::string(trimmed(utf8)));
-    if (!object || !proj_is_crs(object.get()))
+    if (!describesSystem(object))
         return std::nullopt;
     Document document = canonicalDocument(object.get());
+    if (!keepsUnits(object.get(), document))
+        return std::nullopt;
     if (hasIdentifier(document) && codeOf(document) != code) {
         document.erase("id");
         document.erase("ids");

@@ -95,6 +95,35 @@ TEST_F(AssignDefinition, NulCharacter_IsRefused)
     expectRefusal(std::string(kWkt) + '\0', "holds a NUL character");
 }
 
+TEST_F(AssignDefinition, NulInANameOfPROJJSON_IsRefused)
+{
+    expectRefusal(R"({"type":"EngineeringCRS","name":"Yard\u0000 2"})",
+                  "a text holds a NUL character (\\u0000): statusUnreadable (43)");
+}
+
+TEST_F(AssignDefinition, MetreWithAFactorOfItsOwn_IsKept)
+{
+    std::string wkt = kWkt;
+    wkt.replace(wkt.find("UNIT[\"metre\",1]"), 15, "UNIT[\"metre\",0.01]");
+    EXPECT_EQ(assign(wkt).status, 0);
+    const auto expectKept = [this](const std::string& drawing) {
+        EXPECT_THAT(runForJson({"show", "--wkt", drawing})["wkt"].get<std::string>(),
+                    testing::HasSubstr("UNIT[\"metre\",0.01]"));
+    };
+    expectKept("plan.qedb");
+    ASSERT_EQ(run({"convert", "-q", "plan.qedb", "--to", "29", "-o", "old.qedb"}).status, 0); // packed
+    expectKept("old.qedb");
+    ASSERT_EQ(run({"convert", "-q", "old.qedb", "--to", "33", "-o", "new.qedb"}).status, 0);
+    expectKept("new.qedb");
+}
+
+TEST_F(AssignDefinition, UnitThatCannotBeStored_IsRefused)
+{
+    expectRefusal(R"(GEOGCRS["x",DATUM["d",ELLIPSOID["s",6378137,298]],CS[ellipsoidal,2],AXIS["latitude",north],)"
+                  R"(AXIS["longitude",east],ANGLEUNIT["metre",0.01]])",
+                  "a unit cannot be stored as the definition has it: statusUnreadable (43)");
+}
+
 TEST_F(AssignDefinition, OverlongText_IsRefused)
 {
     expectRefusal(std::string((std::size_t{1} << 20) + 1, ' '), "longer than 1048576 bytes");

@@ -55,6 +55,18 @@ protected:
     static Bytes streamOf(const std::wstring& code) { return bytesOf({system(code).get()}); }
 };
 
+TEST_F(DefinitionStreams, ANameWithANulIsUnreadable)
+{
+    const auto definition = fromText(L"LOCAL_CS[\"Yard\",UNIT[\"metre\",1]]");
+    Bytes body = withoutChecksum(bytesOf({definition.get()}));
+    EXPECT_TRUE(read(sealed(body)));
+    const std::string name = "Yard";
+    const auto place = std::ranges::search(body, name);
+    ASSERT_FALSE(place.empty());
+    *(place.begin() + 1) = 0;
+    EXPECT_EQ(readStatus(sealed(body)), statusUnreadable);
+}
+
 TEST_F(DefinitionStreams, ASystemIsWrittenAsTheFormatSays)
 {
     const Bytes expected{

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "embedded/foundation/text.h"
+#include "embedded/spatial_reference/user_text.h"
 #include "orvelcs/result_names.h"
 #include "orvelcs/standard_streams.h"
 #include "orvelcs/text_bytes.h"
@@ -26,8 +27,10 @@ std::wstring definitionText(const std::string& file)
     return Embedded::wideFromUtf8(utf8);
 }
 
-std::string reasonOf(Library::Status status)
+std::string reasonOf(Library::Status status, const std::wstring& text)
 {
+    if (const auto reason = Embedded::whyNoDocument(Embedded::utf8FromWide(text)))
+        return *reason + ": " + statusName(status);
     if (status == Library::statusUnreadable)
         return "not a coordinate reference system as WKT, PROJJSON or a PROJ string: " + statusName(status);
     return "the definition cannot be used: " + statusName(status);
@@ -42,7 +45,7 @@ DefinedSystem systemFromTextFile(const std::string& file, const std::wstring& co
     const Library::Status status =
         Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), system.put());
     if (status != Library::statusOk || !system)
-        throw DefinitionFailure(file, reasonOf(status), status);
+        throw DefinitionFailure(file, reasonOf(status, text), status);
     return system;
 }
 
