@@ -96,6 +96,11 @@ std::vector<OperationCandidate> candidates(std::wstring_view name, DefinitionTyp
     return found;
 }
 
+std::optional<std::string> causeOf(const std::optional<CatalogFault>& fault)
+{
+    return fault ? std::optional(fault->cause) : std::nullopt;
+}
+
 CatalogEntry entryOfLoaded(const DefinitionData& data, const PJ* object)
 {
     const char* area = nullptr;
@@ -121,6 +126,27 @@ CatalogState catalogState()
     if (!isCatalogAvailable())
         return CatalogState::unavailable;
     return catalogEntries().size() > localSystems().size() ? CatalogState::listed : CatalogState::unreadable;
+}
+
+std::optional<std::string> whyCatalogFails(std::wstring_view code)
+{
+    return causeOf(faultBehindMissing(utf8FromWide(code), DefinitionType::coordinateReferenceSystem));
+}
+
+std::optional<std::string> checkCatalog()
+{
+    return causeOf(faultOfWholeCatalog());
+}
+
+std::string whyCatalogIsUnlisted()
+{
+    return causeOf(faultOfLastAnswer()).value_or(catalogPath() + ": PROJ cannot list its systems");
+}
+
+std::string catalogPath()
+{
+    const char* path = proj_context_get_database_path(projContext());
+    return path ? path : "";
 }
 
 std::optional<CatalogEntry> findCatalogEntry(std::wstring_view code)

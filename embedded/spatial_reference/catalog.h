@@ -37,6 +37,16 @@ ZSR_API CatalogState catalogState();
 ZSR_API const std::vector<CatalogEntry>& catalogEntries();
 /// Exact code first, then exact name, then names that begin with the text, then the rest, each by authority and number.
 ZSR_API std::vector<CatalogEntry> searchCatalog(const CatalogQuery& query);
+/// For a system's code that the loader gives nothing for: why the catalog could not be asked for it. Nothing when it
+/// was asked and does not have it.
+ZSR_API std::optional<std::string> whyCatalogFails(std::wstring_view code);
+/// Reads PROJ's database whole: why it cannot be opened, or the first damage that is found. Nothing for a sound one.
+ZSR_API std::optional<std::string> checkCatalog();
+/// Why PROJ could not list the systems of its database.
+ZSR_API std::string whyCatalogIsUnlisted();
+/// The path of PROJ's database; empty when it has none open.
+ZSR_API std::string catalogPath();
+
 /// The entry of a code as the loader would find it, or nothing.
 ZSR_API std::optional<CatalogEntry> findCatalogEntry(std::wstring_view code);
 /// Codes that replace a deprecated one, best first.

@@ -55,9 +55,11 @@ ProjObject objectOfDatabase(const CatalogCode& code, PJ_CATEGORY category, bool 
                                                 usesProjGridNames ? 1 : 0, nullptr));
 }
 
-Loaded notFound()
+/// PROJ has an object of that code, but none of this library.
+bool isOfAnotherLibrary(const CatalogCode& code, DefinitionType type)
 {
-    return {isCatalogAvailable() ? statusNotFound : statusCatalogUnavailable, std::nullopt};
+    const ProjObject object = catalogObject(code, categoryOf(type));
+    return object && !canonicalDocument(object.get()).empty();
 }
 
 Loaded loadLocal(const CatalogCode& code, DefinitionType type)
@@ -100,13 +102,25 @@ ProjObject operationWithInstalledGrids(const CatalogCode& code)
 
 Loaded loadFromCatalog(const wchar_t* text, DefinitionType type)
 {
-    const auto code = resolveCode(text ? utf8FromWide(text) : std::string());
-    if (!code)
-        return notFound();
-    if (code->authority == kLocalAuthority)
+    const std::string utf8 = text ? utf8FromWide(text) : std::string();
+    const auto code = resolveCode(utf8);
+    if (code && code->authority == kLocalAuthority)
         return loadLocal(*code, type);
-    std::optional<DefinitionData> data = rememberedDefinition(*code, type);
-    return data ? Loaded{statusOk, std::move(data)} : notFound();
+    std::optional<DefinitionData> data = code ? rememberedDefinition(*code, type) : std::nullopt;
+    return data ? Loaded{statusOk, std::move(data)}
+                : Loaded{statusOfMissing(faultBehindMissing(utf8, type)), std::nullopt};
+}
+
+std::optional<CatalogFault> faultBehindMissing(std::string_view utf8, DefinitionType type)
+{
+    const auto code = resolveCode(utf8);
+    if (!code)
+        return faultBehindMissingAuthority();
+    if (code->authority == kLocalAuthority)
+        return std::nullopt;
+    if (!isSpelledOut(code->code) || isOfAnotherLibrary(*code, type))
+        return faultOfOpening();
+    return faultBehindMissingCode(*code, type);
 }
 
 } // namespace Embedded

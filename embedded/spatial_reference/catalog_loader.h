@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "embedded/spatial_reference/catalog_code.h"
+#include "embedded/spatial_reference/catalog_database.h"
 #include "embedded/spatial_reference/definition_data.h"
 #include "embedded/spatial_reference/proj_context.h"
 #include "platform/spatial_reference/status.h"
@@ -23,7 +24,11 @@ struct Loaded {
     std::optional<DefinitionData> data;
 };
 
-/// A system, datum or ellipsoid by its code; the text may be null.
+/// A system, datum or ellipsoid by its code; the text may be null. statusNotFound says that the catalog was asked and
+/// does not have it.
 Loaded loadFromCatalog(const wchar_t* text, DefinitionType type);
+
+/// For a code that loadFromCatalog gives nothing for: why the catalog could not be asked, or nothing when it was.
+std::optional<CatalogFault> faultBehindMissing(std::string_view utf8, DefinitionType type);
 
 } // namespace Embedded

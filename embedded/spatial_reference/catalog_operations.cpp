@@ -108,7 +108,9 @@ std::vector<ProjObject> objectsNamed(const std::string& name, DefinitionType typ
 Loaded loadByCode(const CatalogCode& code, DefinitionType type)
 {
     const ProjObject object = catalogObject(code, PJ_CATEGORY_COORDINATE_OPERATION);
-    if (!object || !isOfType(object.get(), type))
+    if (!object)
+        return {statusOfMissing(faultBehindMissingCode(code, type)), std::nullopt};
+    if (!isOfType(object.get(), type))
         return {statusNotFound, std::nullopt};
     return {statusOk, operationData(object.get(), type)};
 }
@@ -132,16 +134,14 @@ Loaded loadOperation(const wchar_t* codeOrName, DefinitionType type)
 {
     if (!codeOrName || !*codeOrName)
         return {statusNotFound, std::nullopt};
-    if (!isCatalogAvailable())
-        return {statusCatalogUnavailable, std::nullopt};
     const std::string text = utf8FromWide(codeOrName);
     if (const auto code = resolveCode(text)) {
-        if (auto loaded = loadByCode(*code, type); loaded.data)
+        if (auto loaded = loadByCode(*code, type); loaded.status != statusNotFound)
             return loaded;
     }
     auto operations = operationsNamed(text, type);
     if (operations.empty())
-        return {statusNotFound, std::nullopt};
+        return {statusOfMissing(faultBehindMissingName(text)), std::nullopt};
     if (operations.size() > 1)
         return {statusAmbiguous, std::nullopt};
     return {statusOk, std::move(operations.front())};

@@ -48,7 +48,10 @@ DefinitionData loadConfigured(const ConfiguredOperation& configured)
     Loaded loaded = loadOperation(name.c_str(), type);
     if (loaded.data)
         return *std::move(loaded.data);
-    if (loaded.status != statusAmbiguous)
+    if (loaded.status != statusNotFound && loaded.status != statusAmbiguous)
+        refuse(RefusalReason::catalogUnavailable, name,
+               "the catalog cannot be read: " + checkCatalog().value_or("PROJ gives nothing for this name"));
+    if (loaded.status == statusNotFound)
         refuse(RefusalReason::unknownOperation, name,
                type == DefinitionType::path ? "the catalog has no such path"
                                             : "the catalog has no such transformation");

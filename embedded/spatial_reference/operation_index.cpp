@@ -3,6 +3,7 @@
 #include <map>
 
 #include "embedded/spatial_reference/catalog_loader.h"
+#include "embedded/spatial_reference/operation_refused.h"
 #include "embedded/spatial_reference/proj_identifier.h"
 
 namespace Embedded {
@@ -17,10 +18,12 @@ class IndexReader {
 public:
     Index read()
     {
+        static_cast<void>(takeReadFailure()); // of earlier questions
         for (const std::string& authority : catalogAuthorities()) {
             readCodes(authority, PJ_TYPE_TRANSFORMATION, DefinitionType::transformation);
             readCodes(authority, PJ_TYPE_CONCATENATED_OPERATION, DefinitionType::path);
         }
+        requireCompleteAnswer();
         return std::move(index_);
     }
 

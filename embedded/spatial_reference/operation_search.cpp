@@ -1,5 +1,7 @@
 #include "embedded/spatial_reference/operation_search.h"
 
+#include "embedded/spatial_reference/operation_refused.h"
+
 namespace Embedded {
 namespace {
 
@@ -29,8 +31,10 @@ SearchContext searchContext(OperationSearch search)
 
 std::vector<ProjObject> searchOperations(const PJ* source, const PJ* target, OperationSearch search)
 {
+    static_cast<void>(takeReadFailure()); // of earlier questions
     const SearchContext settings = searchContext(search);
     const ProjList list(proj_create_operations(projContext(), source, target, settings.get()));
+    requireCompleteAnswer();
     std::vector<ProjObject> operations;
     const int count = list ? proj_list_get_count(list.get()) : 0;
     for (int index = 0; index < count; ++index) {

@@ -1,14 +1,25 @@
 #include "embedded/spatial_reference/proj_context.h"
 
 #include <sstream>
+#include <string_view>
+#include <utility>
 
 #include "embedded/spatial_reference/shipped_catalog.h"
 
 namespace Embedded {
 namespace {
 
-void ignore(void* /*data*/, int /*level*/, const char* /*message*/)
+ReadFailure readFailure = ReadFailure::none;
+
+/// PROJ's messages are not printed, but for some failures they are the only sign.
+void notice(void* /*data*/, int /*level*/, const char* message)
 {
+    const std::string_view text = message ? message : "";
+    const auto holds = [text](std::string_view part) { return text.find(part) != std::string_view::npos; };
+    if (holds("bad_alloc") || holds("out of memory"))
+        readFailure = ReadFailure::memory;
+    else if (holds("SQLite error") && readFailure == ReadFailure::none)
+        readFailure = ReadFailure::database;
 }
 
 /// PROJ looks into the folder of the shipped catalog first, and then where it would have looked without one: its
@@ -16,24 +27,20 @@ void ignore(void* /*data*/, int /*level*/, const char* /*message*/)
 /// anywhere.
 void useShippedCatalog(PJ_CONTEXT* context)
 {
-    std::vector<std::string> folders{shippedCatalogFolder()};
-    if (folders.front().empty())
+    if (shippedCatalogFolder().empty())
         return;
-    std::istringstream others(proj_info().searchpath);
-    for (std::string folder; std::getline(others, folder, ';');) // as PROJ separates them where catalogs are shipped
-        folders.push_back(folder);
+    const std::vector<std::string> folders = catalogFolders();
     std::vector<const char*> paths;
     for (const std::string& folder : folders)
         paths.push_back(folder.c_str());
     proj_context_set_search_paths(context, static_cast<int>(paths.size()), paths.data());
 }
 
-/// Some of PROJ's messages pass over the level, so that what takes them has to be silent too.
 PJ_CONTEXT* silentContext()
 {
     PJ_CONTEXT* context = proj_context_create();
-    proj_log_level(context, PJ_LOG_NONE);
-    proj_log_func(context, nullptr, ignore);
+    proj_log_level(context, PJ_LOG_ERROR);
+    proj_log_func(context, nullptr, notice);
     proj_context_set_enable_network(context, 0);
     useShippedCatalog(context);
     return context;
@@ -57,14 +64,33 @@ PJ_CONTEXT* projContext()
     return context.get();
 }
 
+std::vector<std::string> catalogFolders()
+{
+    const std::string shipped = shippedCatalogFolder();
+    std::vector<std::string> folders;
+    if (!shipped.empty())
+        folders.push_back(shipped);
+    std::istringstream others(proj_info().searchpath);
+    for (std::string folder; std::getline(others, folder, searchPathSeparator());)
+        folders.push_back(folder);
+    return folders;
+}
+
 bool isCatalogAvailable()
 {
     return proj_context_get_database_path(projContext()) != nullptr;
 }
 
+ReadFailure takeReadFailure()
+{
+    return std::exchange(readFailure, ReadFailure::none);
+}
+
 const std::vector<std::string>& catalogAuthorities()
 {
-    static const std::vector<std::string> authorities = readAuthorities();
+    static std::vector<std::string> authorities;
+    if (authorities.empty()) // PROJ could not read them before
+        authorities = readAuthorities();
     return authorities;
 }
 

@@ -20,8 +20,16 @@ using ProjList = std::unique_ptr<PJ_OBJ_LIST, ProjRelease>;
 /// Silent and without network; made on first use and kept for the process.
 PJ_CONTEXT* projContext();
 
-/// Whether PROJ has found its database.
+/// Where PROJ looks for its database and for grids, in order.
+std::vector<std::string> catalogFolders();
+
+/// Whether PROJ has found and opened its database.
 bool isCatalogAvailable();
+
+/// What has kept PROJ from reading its database. Its lists are shorter then, or empty.
+enum class ReadFailure { none, database, memory };
+/// What has since this was last asked.
+ReadFailure takeReadFailure();
 
 /// The authorities of the database, as it spells them.
 const std::vector<std::string>& catalogAuthorities();

@@ -18,6 +18,13 @@ ProjObject datumOf(const PJ* horizontal)
     return ProjObject(geodetic ? proj_crs_get_datum_forced(projContext(), geodetic.get()) : nullptr);
 }
 
+void requireReadableAliases()
+{
+    static const std::optional<CatalogFault> fault = faultOfAliases();
+    if (fault)
+        refuse(RefusalReason::catalogUnavailable, L"proj.db", "the catalog cannot be read: " + fault->cause);
+}
+
 } // namespace
 
 bool SystemParts::hasEllipsoidalHeight() const
@@ -50,10 +57,11 @@ SystemParts partsOfCatalogSystem(std::wstring_view code)
 {
     const std::wstring subject(code);
     const auto loaded = loadFromCatalog(subject.c_str(), DefinitionType::coordinateReferenceSystem);
-    if (loaded.status == statusCatalogUnavailable)
-        refuse(RefusalReason::catalogUnavailable, subject, "the catalog cannot be opened");
-    if (!loaded.data)
+    if (loaded.status == statusNotFound)
         refuse(RefusalReason::unknownSystem, subject, "the catalog has no such code");
+    if (!loaded.data)
+        refuse(RefusalReason::catalogUnavailable, subject,
+               "the catalog cannot be read: " + whyCatalogFails(subject).value_or("PROJ gives nothing for this code"));
     if (loaded.data->kind == kindNotEarthReferenced)
         refuse(RefusalReason::notEarthReferenced, loaded.data->code,
                "is not referenced to the Earth, so nothing leads from or to it");
@@ -71,6 +79,7 @@ bool isSameDatum(const PJ* left, const PJ* right)
 {
     if (!left || !right)
         return false;
+    requireReadableAliases();
     const std::string code = codeOfObject(left);
     return (!code.empty() && code == codeOfObject(right)) ||
            proj_is_equivalent_to_with_ctx(projContext(), left, right, PJ_COMP_EQUIVALENT);

@@ -96,19 +96,21 @@ TEST_F(OutputFailure, OfAnUnavailableCatalog_IsToldAsSuch)
     givenDrawing("a.qedb");
     const ProgramResult search = runWithoutCatalog({"catalog", "search", "utm"});
     EXPECT_EQ(search.status, 1);
-    EXPECT_EQ(search.errors,
-              "orvelcs: catalog search: utm: the catalog cannot be opened: statusCatalogUnavailable (46)\n");
+    EXPECT_THAT(
+        search.errors,
+        testing::StartsWith("orvelcs: catalog search: utm: the catalog cannot be read: there is no proj.db in "));
     const ProgramResult assign = runWithoutCatalog({"assign", "EPSG:4326", "a.qedb"});
     EXPECT_EQ(assign.status, 1);
-    EXPECT_EQ(assign.errors, "orvelcs: assign: a.qedb: eInvalidInput (3): the catalog cannot be opened: "
-                             "statusCatalogUnavailable (46)\n");
+    EXPECT_THAT(assign.errors, testing::StartsWith("orvelcs: assign: a.qedb: eInvalidInput (3): the catalog cannot be "
+                                                   "read: there is no proj.db in "));
+    EXPECT_THAT(assign.errors, testing::EndsWith(": statusCatalogUnavailable (46)\n"));
 }
 
 TEST_F(OutputFailure, OfAnUnavailableCatalog_IsNotTakenForAnUnknownAuthorityOrCode)
 {
     const ProgramResult search = runWithoutCatalog({"catalog", "search", "--authority", "EPSG", "utm"});
     EXPECT_EQ(search.status, 1);
-    EXPECT_THAT(search.errors, testing::HasSubstr("the catalog cannot be opened: statusCatalogUnavailable (46)"));
+    EXPECT_THAT(search.errors, testing::HasSubstr("the catalog cannot be read: there is no proj.db in "));
 }
 
 } // namespace

@@ -88,6 +88,22 @@ TEST_F(CommandLineUsage, VersionAsJson_IsADocument)
     EXPECT_THAT(json["catalog"].get<std::string>(), testing::StartsWith("EPSG v"));
 }
 
+TEST_F(CommandLineUsage, VersionWithCheck_ReadsTheWholeCatalog)
+{
+    const ProgramResult result = run({"--check", "--version"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_THAT(result.output, testing::EndsWith("proj.db: no damage found\n"));
+    const Json check = runForJson({"--version", "--check"})["check"];
+    EXPECT_THAT(check["database"].get<std::string>(), testing::EndsWith("proj.db"));
+    EXPECT_EQ(check["fault"], nullptr);
+}
+
+TEST_F(CommandLineUsage, CheckWithoutVersion_IsWrongUsage)
+{
+    expectWrongUsage(run({"show", "a.qedb", "--check"}), "orvelcs: show: --check: goes with --version only");
+}
+
 TEST_F(CommandLineUsage, GlobalOptions_StandBeforeOrAfterTheCommand)
 {
     givenDrawing("plan.qedb");

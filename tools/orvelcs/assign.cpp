@@ -7,9 +7,9 @@
 #include "embedded/foundation/text.h"
 #include "embedded/spatial_reference/catalog.h"
 #include "orvelcs/catalog_suggestion.h"
+#include "orvelcs/catalog_system.h"
 #include "orvelcs/change.h"
 #include "orvelcs/definition_file.h"
-#include "orvelcs/result_names.h"
 #include "orvelcs/standard_streams.h"
 #include "storage/library_holder.h"
 
@@ -82,10 +82,10 @@ ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& c
         Orvel::LibraryObject<Library::CoordinateReferenceSystemDefinition> definition;
         const Library::Status status =
             Library::CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
-        if (status == Library::statusCatalogUnavailable)
-            return "the catalog cannot be opened: " + statusName(status);
-        if (status != Library::statusNotFound)
+        if (status == Library::statusOk)
             return std::string("the coordinate system could not be assigned");
+        if (status != Library::statusNotFound)
+            return describeLoadFailure(code, status);
         return fmt::format("the catalog has no {}{}", Embedded::utf8FromWide(code), nearestCodesClause(code));
     };
     return changeDrawings(options.change, change, output);
@@ -93,7 +93,7 @@ ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& c
 
 ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& code, Output& output)
 {
-    if (const auto entry = Embedded::findCatalogEntry(code))
+    if (catalogEntry(code))
         throw DefinitionFailure(Embedded::utf8FromWide(code),
                                 "is the code of a system of the catalog; a definition needs a code of its own",
                                 Library::statusOk);

@@ -14,7 +14,6 @@
 #include "orvelcs/command.h"
 #include "orvelcs/display_text.h"
 #include "orvelcs/failure_document.h"
-#include "orvelcs/result_names.h"
 #include "orvelcs/system_description.h"
 
 namespace Orvelcs {
@@ -80,15 +79,9 @@ void print(const std::vector<Embedded::CatalogEntry>& entries, Output& output)
 
 std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
 {
-    switch (Embedded::catalogState()) { // first, or no authority would be known
-    case Embedded::CatalogState::unavailable:
+    if (Embedded::catalogState() != Embedded::CatalogState::listed) // first, or no authority would be known
         throw Failure(Embedded::utf8FromWide(query.text),
-                      "the catalog cannot be opened: " + statusName(Library::statusCatalogUnavailable));
-    case Embedded::CatalogState::unreadable:
-        throw Failure(Embedded::utf8FromWide(query.text), "the catalog cannot be read");
-    case Embedded::CatalogState::listed:
-        break;
-    }
+                      "the catalog cannot be read: " + Embedded::whyCatalogIsUnlisted());
     if (!query.authority.empty())
         checkAuthority(query.authority);
     std::vector<Embedded::CatalogEntry> entries = Embedded::searchCatalog(query);
@@ -121,7 +114,7 @@ struct CatalogSystem {
 CatalogSystem load(const std::wstring& code, bool wantsWkt)
 {
     const CatalogSystemDefinition system = systemFromCatalog(code);
-    const std::optional<Embedded::CatalogEntry> entry = Embedded::findCatalogEntry(code);
+    const std::optional<Embedded::CatalogEntry> entry = catalogEntry(code);
     if (!entry) // the catalog went away in between
         throw noSuchCode(code);
     CatalogSystem found{describe(*system.get()), *entry, {}};

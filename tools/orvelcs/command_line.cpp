@@ -40,6 +40,14 @@ std::string nameOf(const CLI::App* command)
     return name.empty() ? "command line" : name;
 }
 
+Invocation misused(const std::string& option, const std::string& message)
+{
+    Invocation invocation;
+    invocation.subject = option;
+    invocation.message = message;
+    return invocation;
+}
+
 // The parser's messages are "NAME is required" and "NAME: what is wrong".
 Invocation fromParserMessage(const std::string& error)
 {
@@ -71,6 +79,7 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
     program_->add_flag("--no-color", outputOptions_.noColor, "no colour on a terminal either");
     addUserOptions(*program_, userOptions_);
     program_->add_flag("--version", version_, "print the versions of the program, of PROJ and of the catalog");
+    program_->add_flag("--check", check_, "with --version: read the whole catalog and look for damage");
     program_->set_help_flag("-h,--help", "print this help, or a command's");
     program_->add_flag(kSeparatorFlag)->group(""); // not for people, and so in no help
     program_->footer("orvelcs COMMAND --help tells more of a command.\n"
@@ -102,7 +111,12 @@ Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
     std::ranges::reverse(words); // the parser wants them from the back
     try {
         program_->parse(std::move(words));
-        invocation.kind = version_ ? Invocation::Kind::version : Invocation::Kind::command;
+        if (version_)
+            invocation.kind = Invocation::Kind::version;
+        else if (check_)
+            invocation = misused("--check", "goes with --version only");
+        else
+            invocation.kind = Invocation::Kind::command;
     } catch (const CLI::CallForHelp&) {
         invocation.kind = Invocation::Kind::help;
         invocation.help = program_->help();
@@ -113,6 +127,7 @@ Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
             invocation = wrongUsageOf(error.what());
     }
     invocation.command = nameOf(selected());
+    invocation.checksCatalog = check_;
     return invocation;
 }
 

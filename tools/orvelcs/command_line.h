@@ -14,9 +14,10 @@ namespace Orvelcs {
 struct Invocation {
     enum class Kind { command, help, version, wrongUsage };
     Kind kind = Kind::wrongUsage;
-    std::string command; // "assign", "catalog search"; "command line" when it names none
-    std::string help;    // for help
-    std::string subject; // for wrong usage
+    std::string command;        // "assign", "catalog search"; "command line" when it names none
+    std::string help;           // for help
+    bool checksCatalog = false; // for version
+    std::string subject;        // for wrong usage
     std::string message;
 };
 
@@ -44,6 +45,7 @@ private:
     OutputOptions outputOptions_;
     UserOptions userOptions_;
     bool version_ = false;
+    bool check_ = false;
 };
 
 } // namespace Orvelcs

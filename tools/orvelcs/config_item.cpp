@@ -7,6 +7,7 @@
 #include "orvelcs/command.h"
 #include "orvelcs/display_text.h"
 #include "orvelcs/failure.h"
+#include "orvelcs/result_names.h"
 #include "orvelcs/transformation_kind.h"
 #include "storage/library_holder.h"
 #include "transformation/item_chunks.h"
@@ -112,16 +113,34 @@ std::wstring elementOf(const ConfigItemText& item)
     return element;
 }
 
+Library::Status statusOfOperation(const std::wstring& name, int kind)
+{
+    return kind == Library::transformationPath ? statusOf<Library::GeodeticPathDefinition>(name)
+                                               : statusOf<Library::GeodeticTransformationDefinition>(name);
+}
+
+bool isCatalogAnswer(Library::Status status)
+{
+    return status == Library::statusOk || status == Library::statusNotFound || status == Library::statusAmbiguous;
+}
+
+std::string describeCatalogFailure(Library::Status status)
+{
+    return "the catalog cannot be read: " + Embedded::checkCatalog().value_or("PROJ gives nothing") + ": " +
+           statusName(status);
+}
+
 void noteDoubtfulName(const ConfigItemText& item, Output& output)
 {
     const std::wstring name = Embedded::wideFromUtf8(item.name);
     const bool isPath = item.type == Library::transformationPath;
-    const Library::Status status = isPath ? statusOf<Library::GeodeticPathDefinition>(name)
-                                          : statusOf<Library::GeodeticTransformationDefinition>(name);
+    const Library::Status status = statusOfOperation(name, item.type);
     if (status == Library::statusAmbiguous)
         output.note(item.name, fmt::format("several have this name: {}; a code says which is meant",
                                            candidatesClause(isPath ? Embedded::pathCandidates(name)
                                                                    : Embedded::transformationCandidates(name))));
+    else if (!isCatalogAnswer(status))
+        output.note(item.name, describeCatalogFailure(status));
     else if (status != Library::statusOk)
         output.note(item.name, fmt::format("the catalog has no {} of this name", transformationKindName(item.type)));
 }

@@ -36,6 +36,12 @@ struct ConfigItemText {
 
 /// Its element. Throws Failure for a field that is empty, or that a configuration text cannot hold.
 std::wstring elementOf(const ConfigItemText& item);
+/// What the loading of a path or transformation, which an item names by its name or code, comes to.
+Zentara::Infrastructure::SpatialReference::Status statusOfOperation(const std::wstring& name, int kind);
+/// Whether the catalog could be asked: it has the name, lacks it or has it several times.
+bool isCatalogAnswer(Zentara::Infrastructure::SpatialReference::Status status);
+/// "the catalog cannot be read: ...", with the cause, for a status that is no answer.
+std::string describeCatalogFailure(Zentara::Infrastructure::SpatialReference::Status status);
 /// Notes a name that the catalog lacks or has more than once; the item can be stored all the same.
 void noteDoubtfulName(const ConfigItemText& item, Output& output);
 

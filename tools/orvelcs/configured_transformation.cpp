@@ -1,8 +1,11 @@
 #include "orvelcs/configured_transformation.h"
 
 #include "coordsys/orvel_transformation_config.h"
+#include "embedded/foundation/text.h"
+#include "orvelcs/config_item.h"
 #include "orvelcs/config_store.h"
 #include "orvelcs/drawings.h"
+#include "orvelcs/failure.h"
 #include "orvelcs/loaded_module.h"
 #include "storage/host_holders.h"
 #include "storage/library_holder.h"
@@ -28,6 +31,19 @@ bool drawingAnswers(const std::wstring& source, const std::wstring& target)
     return static_cast<bool>(info);
 }
 
+/// An item of the opposite direction answers when the catalog says that its definition is reversible. The module takes
+/// a catalog that cannot be read for one that says no.
+void requireAnswerForOpposite(const std::wstring& source, const std::wstring& target)
+{
+    Info opposite;
+    opposite.reset(CoordinateSystem::GetCsConfiguredTransformationInfo(target.c_str(), source.c_str()));
+    if (!opposite)
+        return;
+    const auto status = statusOfOperation(opposite->GetName(), opposite->GetKind());
+    if (!isCatalogAnswer(status))
+        throw Failure(Embedded::utf8FromWide(opposite->GetName()), describeCatalogFailure(status));
+}
+
 } // namespace
 
 std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std::wstring& source,
@@ -44,8 +60,10 @@ std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std:
         checkUserConfig();
     Info info;
     info.reset(CoordinateSystem::GetCsConfiguredTransformationInfo(source.c_str(), target.c_str()));
-    if (!info)
+    if (!info) {
+        requireAnswerForOpposite(source, target);
         return std::nullopt;
+    }
     return Embedded::ConfiguredOperation{info->GetName(), info->GetKind()};
 }
 

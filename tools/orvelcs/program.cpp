@@ -5,20 +5,50 @@
 
 #include "embedded/spatial_reference/catalog.h"
 #include "orvelcs/command_line.h"
+#include "orvelcs/display_text.h"
 #include "orvelcs/failure.h"
 #include "orvelcs/process.h"
 
 namespace Orvelcs {
 namespace {
 
-void printVersion(Output& output)
+struct CatalogCheck {
+    std::string path;
+    std::optional<std::string> fault;
+};
+
+Json asJson(const CatalogCheck& check)
 {
-    if (output.json())
-        output.document(
-            {{"version", ORVELCS_VERSION}, {"proj", Embedded::projVersion()}, {"catalog", Embedded::catalogVersion()}});
-    else
-        output.write(std::string("orvelcs ") + ORVELCS_VERSION + "\n" + Embedded::projVersion() + "\n" +
-                     Embedded::catalogVersion() + "\n");
+    return {{"database", check.path.empty() ? Json(nullptr) : Json(check.path)}, {"fault", jsonValue(check.fault)}};
+}
+
+void printVersion(const std::optional<CatalogCheck>& check, Output& output)
+{
+    if (output.json()) {
+        Json json = {
+            {"version", ORVELCS_VERSION}, {"proj", Embedded::projVersion()}, {"catalog", Embedded::catalogVersion()}};
+        if (check)
+            json["check"] = asJson(*check);
+        output.document(json);
+        return;
+    }
+    output.line(std::string("orvelcs ") + ORVELCS_VERSION);
+    output.line(Embedded::projVersion());
+    output.line(Embedded::catalogVersion());
+    if (check && !check->fault)
+        output.line(oneLine(check->path) + ": no damage found");
+}
+
+ExitStatus reportVersion(bool checksCatalog, Output& output)
+{
+    std::optional<CatalogCheck> check;
+    if (checksCatalog)
+        check = CatalogCheck{Embedded::catalogPath(), Embedded::checkCatalog()};
+    printVersion(check, output);
+    if (!check || !check->fault)
+        return ExitStatus::done;
+    output.error("catalog", *check->fault);
+    return ExitStatus::failed;
 }
 
 ExitStatus carryOut(const CommandLine& commandLine, const Invocation& invocation, Output& output)
@@ -31,8 +61,7 @@ ExitStatus carryOut(const CommandLine& commandLine, const Invocation& invocation
         output.write(invocation.help);
         return ExitStatus::done;
     case Invocation::Kind::version:
-        printVersion(output);
-        return ExitStatus::done;
+        return reportVersion(invocation.checksCatalog, output);
     case Invocation::Kind::wrongUsage:
         break;
     }

@@ -5,6 +5,7 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/foundation/text.h"
+#include "embedded/spatial_reference/catalog.h"
 #include "orvelcs/command.h"
 #include "orvelcs/display_text.h"
 #include "orvelcs/drawings.h"
@@ -12,6 +13,7 @@
 #include "orvelcs/result_names.h"
 #include "orvelcs/stored_forms.h"
 #include "orvelcs/system_description.h"
+#include "storage/legacy_projection.h"
 #include "storage/library_holder.h"
 
 namespace Orvelcs {
@@ -34,6 +36,7 @@ struct ShowReport {
     ExitStatus status = ExitStatus::done;
     std::optional<int> result; // of what failed
     std::string error;
+    std::string note;
 };
 
 void fail(ShowReport& report, Qeapp::ErrorStatus result, const std::string& message)
@@ -43,15 +46,42 @@ void fail(ShowReport& report, Qeapp::ErrorStatus result, const std::string& mess
     report.error = message;
 }
 
-void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
+using SystemHolder = Orvel::LibraryObject<System>;
+
+/// Where the module cannot ask the catalog whether it knows the system, the drawing's own definition answers alone.
+Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToCatalog, QeDbDatabase* database)
 {
-    Orvel::LibraryObject<System> system;
     bool known = false;
     const Qeapp::ErrorStatus result = CoordinateSystem::GetCoordinateSystem(system.put(), &known, database);
+    if (result == Qeapp::eOk && system)
+        knownToCatalog = known;
+    if (result == Qeapp::eOk || result == Qeapp::eOutOfMemory)
+        return result;
+    return CoordinateSystem::GetCoordinateSystem(system.put(), nullptr, database);
+}
+
+std::string whyNotAsked(const std::wstring& code)
+{
+    return "the catalog cannot be read: " +
+           Embedded::whyCatalogFails(code).value_or("PROJ gives nothing for this code");
+}
+
+/// A drawing with a legacy code alone has its definition from the catalog.
+std::string describeUnreadable(Qeapp::ErrorStatus result, QeDbDatabase* database)
+{
+    const std::string message = resultName(result) + ": the stored coordinate system cannot be read";
+    const auto cause = Embedded::whyCatalogFails(Orvel::ReadLegacyProjectionCode(database));
+    return hasLegacyCode(database) && cause ? message + ": the catalog cannot be read: " + *cause : message;
+}
+
+void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
+{
+    SystemHolder system;
+    const Qeapp::ErrorStatus result = askModule(system, report.knownToCatalog, database);
     if (hasLegacyCode(database))
         report.source = "legacy";
     if (result != Qeapp::eOk) {
-        fail(report, result, resultName(result) + ": the stored coordinate system cannot be read");
+        fail(report, result, describeUnreadable(result, database));
         return;
     }
     if (!system) {
@@ -62,7 +92,8 @@ void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
     if (!report.source)
         report.source = "geodata";
     report.system = describe(*system.get());
-    report.knownToCatalog = known;
+    if (!report.knownToCatalog)
+        report.note = "this is the drawing's own definition; " + whyNotAsked(report.system.code.value_or(L""));
     if (wantsWkt)
         report.system.wkt = wktOf(*system.get());
 }
@@ -114,7 +145,7 @@ void print(const ShowReport& report, Output& output)
     LabelledLines lines;
     lines.add("drawing version", std::to_string(report.drawingVersion.value_or(0)));
     lines.add(report.system);
-    lines.add("known to catalog", report.knownToCatalog.value_or(false) ? "yes" : "no");
+    lines.add("known to catalog", !report.knownToCatalog ? "not asked" : *report.knownToCatalog ? "yes" : "no");
     lines.add("source", report.source.value_or(""));
     lines.add("wkt", report.system.wkt);
     lines.print(output);
@@ -127,6 +158,8 @@ ExitStatus runShow(const ShowOptions& options, Output& output)
         const ShowReport report = readDrawing(file, options.wkt);
         if (!output.json())
             print(report, output);
+        if (!report.note.empty())
+            output.note(file, report.note);
         if (!report.error.empty())
             output.error(file, report.error);
         return DrawingOutcome{report.status, asJson(report, options.wkt)};

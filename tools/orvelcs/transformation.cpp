@@ -7,6 +7,7 @@
 #include "embedded/foundation/text.h"
 #include "embedded/spatial_reference/coordinate_operations.h"
 #include "orvelcs/catalog_suggestion.h"
+#include "orvelcs/catalog_system.h"
 #include "orvelcs/command.h"
 #include "orvelcs/configured_transformation.h"
 #include "orvelcs/display_text.h"
@@ -32,7 +33,7 @@ std::string unknownCodesClause(const std::vector<std::wstring>& codes)
 {
     std::string clause;
     for (const std::wstring& code : codes)
-        if (!Embedded::findCatalogEntry(code))
+        if (catalogLacks(code))
             clause += fmt::format("; the catalog has no {}{}", Embedded::utf8FromWide(code), nearestCodesClause(code));
     return clause;
 }

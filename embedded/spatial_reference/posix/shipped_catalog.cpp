@@ -7,4 +7,9 @@ std::string shippedCatalogFolder()
     return {};
 }
 
+char searchPathSeparator()
+{
+    return ':';
+}
+
 } // namespace Embedded

@@ -18,4 +18,9 @@ std::string shippedCatalogFolder()
     return utf8FromWide(folder.wstring());
 }
 
+char searchPathSeparator()
+{
+    return ';';
+}
+
 } // namespace Embedded

@@ -41,7 +41,11 @@ TEST_F(FileSizeLimit, ForResults_IsToldAsAnyOtherFailure)
 
 TEST_F(FileSizeLimit, ForTheCatalogsTemporaryFile_IsNotTakenForAnEmptyCatalog)
 {
-    expectResult(runLimited("catalog search UTM"), 1, "", "orvelcs: catalog search: UTM: the catalog cannot be read\n");
+    const ProgramResult search = runLimited("catalog search UTM");
+    EXPECT_EQ(search.status, 1);
+    EXPECT_EQ(search.output, "");
+    EXPECT_THAT(search.errors, testing::StartsWith("orvelcs: catalog search: UTM: the catalog cannot be read: "));
+    EXPECT_THAT(search.errors, testing::EndsWith("proj.db: PROJ cannot read all of it\n"));
 }
 
 } // namespace

@@ -1,0 +1,233 @@
+// A catalog that is missing, damaged or cannot be read for want of memory: never taken for one that lacks a code.
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <fstream>
+#include <memory>
+
+#include "cli/command_line_test.h"
+#include "embedded/spatial_reference/catalog.h"
+
+namespace Tests {
+namespace {
+
+using testing::HasSubstr;
+using Commands = std::vector<std::vector<std::string>>;
+
+struct CloseDatabase {
+    void operator()(sqlite3* database) const { sqlite3_close(database); }
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+
+/// The pages in which a table and its indexes begin, from 1.
+std::vector<std::int64_t> firstPagesOf(const std::string& file, const std::string& table)
+{
+    sqlite3* opened = nullptr;
+    EXPECT_EQ(sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
+    const std::unique_ptr<sqlite3, CloseDatabase> database(opened);
+    sqlite3_stmt* prepared = nullptr;
+    EXPECT_EQ(sqlite3_prepare_v2(opened, "SELECT rootpage FROM sqlite_master WHERE tbl_name = ?1 AND rootpage > 0", -1,
+                                 &prepared, nullptr),
+              SQLITE_OK);
+    const std::unique_ptr<sqlite3_stmt, CloseDatabase> statement(prepared);
+    EXPECT_EQ(sqlite3_bind_text(prepared, 1, table.c_str(), -1, nullptr), SQLITE_OK);
+    std::vector<std::int64_t> pages;
+    while (sqlite3_step(prepared) == SQLITE_ROW)
+        pages.push_back(sqlite3_column_int64(prepared, 0));
+    return pages;
+}
+
+class DamagedCatalog : public CommandLineTest {
+protected:
+    DamagedCatalog() { std::filesystem::create_directory(folder()); }
+
+    std::filesystem::path folder() const { return path("catalog"); }
+    std::string database() const { return (folder() / "proj.db").string(); }
+
+    /// A copy of the catalog in which the first pages of a table hold nothing that SQLite understands.
+    void givenCatalogWithDamaged(const std::string& table) const
+    {
+        std::filesystem::copy_file(Embedded::catalogPath(), database());
+        constexpr std::int64_t kPageInBytes = 4096;
+        const std::vector<std::int64_t> pages = firstPagesOf(database(), table);
+        ASSERT_FALSE(pages.empty()) << table;
+        std::fstream file(database(), std::ios::in | std::ios::out | std::ios::binary);
+        for (const std::int64_t page : pages) {
+            file.seekp((page - 1) * kPageInBytes);
+            file << std::string(kPageInBytes, '\xFF');
+        }
+        ASSERT_TRUE(file.flush());
+    }
+    ProgramResult runThere(std::vector<std::string> arguments, const std::string& input = "48 2\n") const
+    {
+        ProgramRun programRun;
+        programRun.arguments = std::move(arguments);
+        programRun.input = input;
+        programRun.environment["PROJ_DATA"] = folder().string();
+        return run(programRun);
+    }
+    /// What looks something up in the catalog.
+    static Commands lookUps()
+    {
+        return {{"catalog", "show", "EPSG:25832"},
+                {"catalog", "show", "EPSG:99999"},
+                {"catalog", "search", "utm"},
+                {"catalog", "search", "--authority", "EPSG", "nothing of this name"},
+                {"encode", "EPSG:25832", "--drawing-version", "30", "-o", "bytes"},
+                {"assign", "EPSG:25832", "empty.qedb"},
+                {"transform", "EPSG:4275", "EPSG:4326"},
+                {"transformation", "list", "EPSG:4275", "EPSG:4326"}};
+    }
+    void expectFailures(const Commands& commands, const std::string& cause) const
+    {
+        givenDrawing("empty.qedb");
+        for (const auto& command : commands) {
+            const ProgramResult result = runThere(command);
+            EXPECT_EQ(result.status, 1) << command[0];
+            EXPECT_EQ(result.output, "") << command[0];
+            EXPECT_THAT(result.errors, HasSubstr("the catalog cannot be read: ")) << command[0];
+            EXPECT_THAT(result.errors, HasSubstr(cause)) << command[0];
+        }
+    }
+    void expectOwnDefinition(const std::string& cause) const
+    {
+        givenDrawingWith("plan.qedb", "EPSG:25832");
+        const ProgramResult result = runThere({"show", "--json", "plan.qedb"});
+        EXPECT_EQ(result.status, 0);
+        const Json json = Json::parse(result.output);
+        EXPECT_EQ(json["code"], "EPSG:25832");
+        EXPECT_EQ(json["name"], "ETRS89 / UTM zone 32N");
+        EXPECT_EQ(json["datum"], "EPSG:6258");
+        EXPECT_EQ(json["knownToCatalog"], nullptr);
+        EXPECT_FALSE(json.contains("error"));
+        EXPECT_THAT(result.errors,
+                    HasSubstr("plan.qedb: note: this is the drawing's own definition; the catalog cannot "
+                              "be read: "));
+        EXPECT_THAT(result.errors, HasSubstr(cause));
+        EXPECT_THAT(runThere({"show", "-q", "plan.qedb"}).output, HasSubstr("known to catalog  not asked\n"));
+    }
+};
+
+TEST_F(DamagedCatalog, ThatIsMissing_IsAFailureThatNamesTheFolders)
+{
+    expectFailures(lookUps(), "there is no proj.db in ");
+    expectFailures(lookUps(), folder().string());
+    expectOwnDefinition("there is no proj.db in ");
+}
+
+TEST_F(DamagedCatalog, ThatIsNoDatabase_IsAFailureThatNamesTheFile)
+{
+    given("catalog/proj.db", "nonsense that is no database at all");
+    expectFailures(lookUps(), database() + ": file is not a database");
+    expectOwnDefinition(database());
+    given("catalog/proj.db", "");
+    expectFailures(lookUps(), database() + ": no such table: metadata");
+    std::filesystem::remove(database());
+    std::filesystem::create_directory(database());
+    expectFailures(lookUps(), database() + ": not a regular file");
+}
+
+TEST_F(DamagedCatalog, OfWhichATableCannotBeRead_IsAFailureThatNamesTheFile)
+{
+    givenCatalogWithDamaged("projected_crs");
+    expectFailures(lookUps(), database());
+    expectOwnDefinition(database() + ": database disk image is malformed");
+}
+
+TEST_F(DamagedCatalog, ThatHasACodeWhichPROJCannotRead_IsAFailure)
+{
+    givenCatalogWithDamaged("conversion_table");
+    expectFailures({{"catalog", "show", "EPSG:25832"}, {"encode", "EPSG:25832", "--drawing-version", "30", "-o", "b"}},
+                   database() + ": PROJ cannot read EPSG:25832, which is there");
+    expectFailures({{"transformation", "list", "EPSG:4275", "EPSG:4326"}}, database() + ": damaged: ");
+    EXPECT_EQ(runThere({"catalog", "show", "EPSG:99999"}).status, 3); // what is damaged has no part in it
+    EXPECT_EQ(runThere({"catalog", "show", "EPSG:4275"}).status, 0);
+}
+
+TEST_F(DamagedCatalog, WhoseOtherNamesCannotBeRead_DoesNotEndTheProgram)
+{
+    givenCatalogWithDamaged("alias_name");
+    expectFailures({{"transformation", "list", "EPSG:4275", "EPSG:4326"}},
+                   database() + ": database disk image is malformed");
+}
+
+TEST_F(DamagedCatalog, LeavesADrawingThatHasACodeAloneUnreadable)
+{
+    givenDrawing("plan.qedb");
+    ASSERT_EQ(run({"forms", "plan.qedb", "-q", "--put", "legacy=EPSG:25832"}).status, 0);
+    const ProgramResult result = runThere({"show", "plan.qedb"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, HasSubstr("eNotApplicable (2): the stored coordinate system cannot be read: the catalog "
+                                         "cannot be read: there is no proj.db in "));
+}
+
+TEST_F(DamagedCatalog, IsNotTakenForOneThatSaysADefinitionIsNotReversible)
+{
+    givenDrawing("plan.qedb");
+    ASSERT_EQ(run({"config", "add", "--source", "EPSG:4275", "--target", "EPSG:4326", "--name", "NTF to WGS 84 (1)",
+                   "--type", "transformation", "--drawing", "plan.qedb"})
+                  .status,
+              0);
+    const ProgramResult result = runThere({"transformation", "EPSG:4326", "EPSG:4275", "--drawing", "plan.qedb"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, HasSubstr("NTF to WGS 84 (1): the catalog cannot be read: there is no proj.db in "));
+}
+
+TEST_F(DamagedCatalog, DoesNotLetADefinitionHaveACodeThatMayBeItsOwn)
+{
+    givenDrawing("plan.qedb");
+    given("plane.wkt", "LOCAL_CS[\"Plane\",UNIT[\"metre\",1]]");
+    const ProgramResult result = runThere({"assign", "--definition", "plane.wkt", "--code", "EPSG:25832", "plan.qedb"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, HasSubstr("EPSG:25832: the catalog cannot be read: there is no proj.db in "));
+}
+
+TEST_F(DamagedCatalog, IsFoundByTheCheckThatReadsItWhole)
+{
+    givenCatalogWithDamaged("alias_name");
+    EXPECT_EQ(runThere({"catalog", "show", "EPSG:25832"}).status, 0);
+    const ProgramResult version = runThere({"--version"});
+    EXPECT_EQ(version.status, 0);
+    const ProgramResult checked = runThere({"--version", "--check"});
+    EXPECT_EQ(checked.status, 1);
+    EXPECT_EQ(checked.output, version.output);
+    EXPECT_THAT(checked.errors, testing::StartsWith("orvelcs: command line: catalog: " + database() + ": damaged: "));
+    const Json json = Json::parse(runThere({"--version", "--check", "--json"}).output);
+    EXPECT_EQ(json["check"]["database"], database());
+    EXPECT_THAT(json["check"]["fault"].get<std::string>(), HasSubstr("damaged"));
+}
+
+TEST_F(DamagedCatalog, ThatIsMissing_FailsTheCheck)
+{
+    const ProgramResult result = runThere({"--version", "--check", "--json"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(Json::parse(result.output)["check"]["database"], nullptr);
+    EXPECT_THAT(result.errors, HasSubstr("catalog: there is no proj.db in "));
+}
+
+TEST_F(DamagedCatalog, ForWantOfMemory_IsNoMissingCode)
+{
+    const auto runWithin = [this](int kilobytes) {
+        ProgramRun limited;
+        limited.program = "/bin/sh";
+        limited.arguments = {"-c", "ulimit -v " + std::to_string(kilobytes) + "; exec \"$0\" catalog show EPSG:25832",
+                             ORVELCS_PROGRAM};
+        return run(limited);
+    };
+    constexpr int kEnough = 200'000;
+    if (runWithin(kEnough).status != 0)
+        GTEST_SKIP() << "the address sanitizer needs more address space than can be limited";
+    int failures = 0;
+    for (int kilobytes = 30'000; kilobytes <= 60'000; kilobytes += 1'000) {
+        const ProgramResult result = runWithin(kilobytes);
+        EXPECT_NE(result.status, 3) << kilobytes << ": " << result.errors;
+        if (result.status == 1) {
+            ++failures;
+            EXPECT_THAT(result.errors, HasSubstr("not enough memory")) << kilobytes;
+        }
+    }
+    EXPECT_GT(failures, 0);
+}
+
+} // namespace
+} // namespace Tests
