@@ -75,8 +75,8 @@ FileResult saveConverted(QeDbDatabase& database, QeDb::QeDbDwgVersion version, c
 FileResult save(QeDbDatabase& database, QeDb::QeDbDwgVersion version, const Destination& destination)
 {
     if (!isDrawingVersion(version))
-        return {Qeapp::eInvalidDrawingVersion,
-                destination.prefix + std::to_string(static_cast<int>(version)) + " is not a drawing version that can be saved"};
+        return {Qeapp::eInvalidDrawingVersion, destination.prefix + std::to_string(static_cast<int>(version)) +
+                                                   " is not a drawing version that can be saved"};
     try {
         return saveConverted(database, version, destination);
     } catch (const std::bad_alloc&) {

@@ -138,8 +138,10 @@ TEST_F(DrawingFileSave, AnotherVersion_IsTheDrawingsFromThenOn)
 
 TEST_F(DrawingFileSave, VersionsThatAreNone_AreRefused)
 {
-    expectNothingSaved(20, Qeapp::eInvalidDrawingVersion, file.string() + ": 20 is not a drawing version that can be saved");
-    expectNothingSaved(34, Qeapp::eInvalidDrawingVersion, file.string() + ": 34 is not a drawing version that can be saved");
+    expectNothingSaved(20, Qeapp::eInvalidDrawingVersion,
+                       file.string() + ": 20 is not a drawing version that can be saved");
+    expectNothingSaved(34, Qeapp::eInvalidDrawingVersion,
+                       file.string() + ": 34 is not a drawing version that can be saved");
 }
 
 TEST_F(DrawingFileSave, AVersionFrom30ThatTheDrawingHas_NeedsNoDecomposition)

@@ -116,7 +116,8 @@ TEST_F(DamagedRegistry, ALineThatSaysNothingIsNamed)
         {R"({"do":"set","key":"Software","name":"a","type":1})", "there is no \"hex\""},
         {R"({"do":"set","key":"Software","name":"a","type":3,"text":"x"})", "\"text\" is not for type 3"},
         {R"({"do":"set","key":"Software","name":"a","type":3,"hex":"0"})", "\"hex\" has an odd number of digits"},
-        {R"({"do":"set","key":"Software","name":"a","type":3,"hex":"0G"})", "\"hex\" holds a character that is not a hexadecimal digit"},
+        {R"({"do":"set","key":"Software","name":"a","type":3,"hex":"0G"})",
+         "\"hex\" holds a character that is not a hexadecimal digit"},
         {R"({"do":"set","key":"Other","name":"a","type":3,"hex":""})", "there is no such key"},
     };
     for (const DamagedFile& damaged : table)
