@@ -26,9 +26,7 @@ bool drawingAnswers(const std::wstring& source, const std::wstring& target)
     const bool isRead =
         CoordinateSystem::GetCsTransformationConfig(text, CoordinateSystem::CsTransformationConfigTargetType::Drawing);
     const Orvel::HostString owned(isRead ? text : nullptr);
-    Info info;
-    info.reset(owned ? Orvel::FindConfiguredTransformation(source.c_str(), target.c_str(), text) : nullptr);
-    return static_cast<bool>(info);
+    return owned && Orvel::FindConfiguredTransformation(source.c_str(), target.c_str(), text);
 }
 
 /// An item of the opposite direction answers when the catalog says that its definition is reversible. The module takes
