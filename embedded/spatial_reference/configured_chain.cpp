@@ -159,8 +159,11 @@ std::unique_ptr<OperationChain> configuredChain(const SystemParts& source, const
     const bool isForward = fit.direction == OperationDirection::forward;
     const SystemParts& entry = isForward ? operation.source : operation.target;
     const SystemParts& exit = isForward ? operation.target : operation.source;
-    UsedOperation used{operation.data.code, operation.data.name, accuracyOf(operation.object.get()),
-                       /* isBallpark */ false, fit.direction};
+    UsedOperation used{.code = operation.data.code,
+                       .name = operation.data.name,
+                       .accuracyInMetres = accuracyOf(operation.object.get()),
+                       .isTimeDependent = isTimeDependent(operation.object.get()),
+                       .direction = fit.direction};
     auto chain =
         std::make_unique<OperationChain>(source, target, std::move(used), heightRuleOf(operation, source, target));
     chain->append(std::move(fit.before.operation), PJ_FWD, !entry.vertical.empty());

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "embedded/spatial_reference/coordinate_operations.h"
+#include "embedded/spatial_reference/coordinate_transformer.h"
 #include "embedded/spatial_reference/system_parts.h"
 
 namespace Embedded {
@@ -21,26 +21,25 @@ enum class HeightRule {
     unknown  // the systems' heights differ and no step says how
 };
 
-class OperationChain {
+class OperationChain : public CoordinateTransformer {
 public:
     OperationChain(const SystemParts& source, const SystemParts& target, UsedOperation used, HeightRule heights);
 
     /// Without an operation there is nothing to do.
     void append(ProjObject operation, PJ_DIRECTION direction, bool keepsHeight);
 
-    [[nodiscard]] TransformedPoint transform(const CoordinatePoint& point) const;
-    const UsedOperation& used() const { return used_; }
-    const std::vector<AxisUnit>& targetUnits() const { return targetUnits_; }
+    [[nodiscard]] TransformedPoint transform(const CoordinatePoint& point) override;
+    /// A configured operation has its grids.
+    void lookForMissingGrids(const CoordinatePoint& /*point*/, std::size_t /*operation*/) override {}
+    bool choosesForEachPoint() const override { return false; }
 
 private:
     const char* refusalOf(const CoordinatePoint& point) const;
 
     std::vector<ChainStep> steps_;
-    UsedOperation used_;
     HeightRule heights_;
     bool sourceNeedsHeight_;
     bool targetNeedsHeight_;
-    std::vector<AxisUnit> targetUnits_;
 };
 
 } // namespace Embedded

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "embedded/foundation/text.h"
+#include "embedded/spatial_reference/proj_identifier.h"
 
 namespace Embedded {
 
@@ -53,6 +54,25 @@ bool isApplicable(PJ* operation, OperationDirection direction)
 bool isBallpark(const PJ* operation)
 {
     return proj_coordoperation_has_ballpark_transformation(projContext(), operation) != 0;
+}
+
+bool isTimeDependent(PJ* operation)
+{
+    // PROJ does not tell, but its own definition has a reference epoch or a model of motion then.
+    const std::string_view definition = proj_pj_info(operation).definition;
+    return definition.find("t_epoch=") != std::string_view::npos ||
+           definition.find("proj=defmodel") != std::string_view::npos;
+}
+
+UsedOperation describeOperation(PJ* operation)
+{
+    const bool isInverse = codeOfObject(operation).find("INVERSE(") != std::string::npos;
+    return {.code = wideFromUtf8(originalCodeOf(operation)),
+            .name = wideFromUtf8(proj_get_name(operation)),
+            .accuracyInMetres = accuracyOf(operation),
+            .isBallpark = isBallpark(operation),
+            .isTimeDependent = isTimeDependent(operation),
+            .direction = isInverse ? OperationDirection::inverse : OperationDirection::forward};
 }
 
 std::vector<ProjObject> stepsOf(const PJ* operation)

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/spatial_reference/coordinate_operations.h"
+#include "embedded/spatial_reference/coordinate_transformer.h"
 #include "embedded/spatial_reference/proj_context.h"
 
 namespace Embedded {
@@ -20,6 +20,10 @@ bool isInstantiable(const PJ* operation);
 /// The same, and the method has that direction.
 bool isApplicable(PJ* operation, OperationDirection direction);
 bool isBallpark(const PJ* operation);
+/// Whether what it does to a point depends on the point's epoch.
+bool isTimeDependent(PJ* operation);
+/// All of that at once.
+UsedOperation describeOperation(PJ* operation);
 /// The operation alone, or the steps of a concatenated one.
 std::vector<ProjObject> stepsOf(const PJ* operation);
 

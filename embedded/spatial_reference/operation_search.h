@@ -9,7 +9,8 @@ namespace Embedded {
 
 enum class OperationSearch {
     directOnly, // nothing by way of a third system, nothing that takes datums for equal, whatever the area
-    everything  // by way of a third system where nothing is direct, for the systems' common area
+    everything // what PROJ chooses from if it has all grids: for the systems' common area, and by way of a third system
+               // where nothing is direct
 };
 
 /// Best first as PROJ sees it, those whose grids are installed before those whose are not.

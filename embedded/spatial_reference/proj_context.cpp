@@ -1,5 +1,6 @@
 #include "embedded/spatial_reference/proj_context.h"
 
+#include <cstdlib>
 #include <sstream>
 #include <string_view>
 #include <utility>
@@ -36,12 +37,20 @@ void useShippedCatalog(PJ_CONTEXT* context)
     proj_context_set_search_paths(context, static_cast<int>(paths.size()), paths.data());
 }
 
+/// Grids come over the network only where the environment says so: PROJ's own settings file is not the user's word.
+void chooseNetwork(PJ_CONTEXT* context)
+{
+    const char* wish = std::getenv("PROJ_NETWORK"); // PROJ reads it itself
+    if (wish == nullptr || *wish == '\0')
+        proj_context_set_enable_network(context, 0);
+}
+
 PJ_CONTEXT* silentContext()
 {
     PJ_CONTEXT* context = proj_context_create();
     proj_log_level(context, PJ_LOG_ERROR);
     proj_log_func(context, nullptr, notice);
-    proj_context_set_enable_network(context, 0);
+    chooseNetwork(context);
     useShippedCatalog(context);
     return context;
 }

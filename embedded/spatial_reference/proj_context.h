@@ -17,7 +17,8 @@ struct ProjRelease {
 using ProjObject = std::unique_ptr<PJ, ProjRelease>;
 using ProjList = std::unique_ptr<PJ_OBJ_LIST, ProjRelease>;
 
-/// Silent and without network; made on first use and kept for the process.
+/// Silent, and without network unless the environment variable PROJ_NETWORK asks for it; made on first use and kept for
+/// the process.
 PJ_CONTEXT* projContext();
 
 /// Where PROJ looks for its database and for grids, in order.

@@ -39,13 +39,33 @@ TEST_F(TransformCommand, AnglesHaveTenDecimals)
                  "");
 }
 
-TEST_F(TransformCommand, Json_IsOneArray)
+TEST_F(TransformCommand, Json_IsOneObject)
 {
+    constexpr const char* kTail = R"("operations": [
+    {
+      "code": "EPSG:16032",
+      "name": "UTM zone 32N",
+      "accuracy": 0.0,
+      "ballpark": false,
+      "timeDependent": false,
+      "points": 2
+    }
+  ],
+  "missingGrids": [],
+  "network": false,
+  "epochMissing": false
+}
+)";
     expectResult(projected("0 9\nnonsense\n0 9 1\n", {"--json"}), 1,
-                 "[\n  [500000.000000, 0.000000],\n  null,\n  [500000.000000, 0.000000, 1.000000]\n]\n",
-                 "orvelcs: transform: line 2: expected 2 or 3 numbers, found \"nonsense\"\n"
+                 std::string("{\n  \"source\": \"EPSG:4258\",\n  \"target\": \"EPSG:25832\",\n"
+                             "  \"configured\": false,\n  \"points\": [\n    [500000.000000, 0.000000],\n    null,\n"
+                             "    [500000.000000, 0.000000, 1.000000]\n  ],\n  ") +
+                     kTail,
+                 "orvelcs: transform: line 2: expected 2 to 4 numbers, found \"nonsense\"\n"
                  "orvelcs: transform: standard input: 1 of 3 points could not be transformed\n");
-    expectResult(projected("", {"--json"}), 0, "[]\n", "");
+    const Json empty = Json::parse(projected("", {"--json"}).output);
+    EXPECT_EQ(empty["points"], Json::array());
+    EXPECT_EQ(empty["operations"][0]["points"], 0);
 }
 
 TEST_F(TransformCommand, NoPoints_GiveNothing)
@@ -57,7 +77,7 @@ TEST_F(TransformCommand, EmptyLinesAndComments_AreSkippedButCounted)
 {
     const ProgramResult result = projected("# x y\n\n  \t\n0 9\n  # more\nfoo\n");
     EXPECT_EQ(result.output, "500000.000000 0.000000\n*\n");
-    EXPECT_THAT(result.errors, testing::HasSubstr("transform: line 6: expected 2 or 3 numbers, found \"foo\""));
+    EXPECT_THAT(result.errors, testing::HasSubstr("transform: line 6: expected 2 to 4 numbers, found \"foo\""));
     EXPECT_THAT(result.errors, testing::HasSubstr("1 of 2 points could not be transformed"));
 }
 
@@ -70,7 +90,7 @@ TEST_F(TransformCommand, BlanksLineEndsAndAByteOrderMarkDoNotMatter)
 TEST_F(TransformCommand, WhatIsNoPoint_IsAnsweredWithAnAsterisk)
 {
     for (const std::string line : {"0", "0 9 1 2", "0,9", "0 9x", "0 nan", "inf 9", "1e999 9", "0x0 9", "+-0 9",
-                                   "0 9 z", "zero nine", "--1 9"}) {
+                                   "0 9 z", "zero nine", "--1 9", "0 9 1 2020 3", "0 9 1 z"}) {
         const ProgramResult result = projected(line + "\n0 9\n");
         EXPECT_EQ(result.status, 1) << line;
         EXPECT_EQ(result.output, "*\n500000.000000 0.000000\n") << line;
@@ -83,7 +103,7 @@ TEST_F(TransformCommand, ALineWithoutAPoint_IsToldWithWhatItHolds)
         const std::string errors = projected(line + "\n").errors;
         return errors.substr(0, errors.find('\n'));
     };
-    const std::string expected = "orvelcs: transform: line 1: expected 2 or 3 numbers, found ";
+    const std::string expected = "orvelcs: transform: line 1: expected 2 to 4 numbers, found ";
     EXPECT_EQ(toldOf("0"), expected + "1");
     EXPECT_EQ(toldOf("0 9 1 2"), expected + "4");
     EXPECT_EQ(toldOf("0 nine"), expected + "\"nine\"");
@@ -109,16 +129,18 @@ TEST_F(TransformCommand, NothingConfigured_IsNotedWithWhatIsUsed)
 {
     const ProgramResult result = run({"transform", "EPSG:4807", "EPSG:4326"}, "");
     expectResult(result, 0, "",
-                 "orvelcs: transform: EPSG:4807 to EPSG:4326: note: no transformation is configured; PROJ's best is "
+                 "orvelcs: transform: EPSG:4807 to EPSG:4326: note: no transformation is configured; PROJ uses "
                  "EPSG:8094 NTF (Paris) to WGS 84 (1), accuracy 2 m\n");
     expectResult(run({"transform", "--quiet", "EPSG:4807", "EPSG:4326"}, ""), 0, "", "");
 }
 
-TEST_F(TransformCommand, DatumsTakenForEqual_AreNoted)
+TEST_F(TransformCommand, DatumsTakenForEqual_AreNotedEvenWhenQuiet)
 {
-    const ProgramResult result = run({"transform", "EPSG:4230", "EPSG:4283"}, "");
-    EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.errors, testing::HasSubstr("; it is a ballpark one, which takes datums for equal\n"));
+    const std::string line = "orvelcs: transform: EPSG:4230 to EPSG:4283: note: no transformation is configured; PROJ "
+                             "uses Ballpark geographic offset from ED50 to GDA94, accuracy unknown; it is a ballpark "
+                             "one, which takes datums for equal\n";
+    expectResult(run({"transform", "EPSG:4230", "EPSG:4283"}, ""), 0, "", line);
+    expectResult(run({"transform", "EPSG:4230", "EPSG:4283", "-q"}, ""), 0, "", line);
 }
 
 TEST_F(TransformCommand, Configured_IsUsedForwardAndInReverseWithoutANote)

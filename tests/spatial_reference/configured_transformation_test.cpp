@@ -25,10 +25,10 @@ TEST_F(ConfiguredTransformation, APathGoesThroughItsSteps)
 TEST_F(ConfiguredTransformation, APathIsNamedByItsNameAsWellAsByItsCode)
 {
     const auto named = transformer(L"EPSG:4807", L"EPSG:4326", path(L"NTF (Paris) to WGS 84 (1)"));
-    EXPECT_EQ(named->operation().code, L"EPSG:8094");
-    EXPECT_EQ(named->operation().name, L"NTF (Paris) to WGS 84 (1)");
-    EXPECT_EQ(named->operation().accuracyInMetres, 2.0);
-    EXPECT_FALSE(named->operation().isBallpark);
+    EXPECT_EQ(named->operations().front().code, L"EPSG:8094");
+    EXPECT_EQ(named->operations().front().name, L"NTF (Paris) to WGS 84 (1)");
+    EXPECT_EQ(named->operations().front().accuracyInMetres, 2.0);
+    EXPECT_FALSE(named->operations().front().isBallpark);
 }
 
 TEST_F(ConfiguredTransformation, ThereAndBackIsWhereItBegan)
@@ -44,8 +44,8 @@ TEST_F(ConfiguredTransformation, ThereAndBackIsWhereItBegan)
                             Case{L"EPSG:4230", L"EPSG:4326", transformation(L"EPSG:1133"), {50, 8, std::nullopt}}}) {
         const auto there = transformer(one.source, one.target, one.configured);
         const auto back = transformer(one.target, one.source, one.configured);
-        EXPECT_EQ(there->operation().direction, OperationDirection::forward);
-        EXPECT_EQ(back->operation().direction, OperationDirection::inverse);
+        EXPECT_EQ(there->operations().front().direction, OperationDirection::forward);
+        EXPECT_EQ(back->operations().front().direction, OperationDirection::inverse);
         const CoordinatePoint arrived = transformed(*there, one.point);
         EXPECT_GT(std::abs(arrived.x - one.point.x) + std::abs(arrived.y - one.point.y), 1e-5);
         // Two coordinates do not hold what the shift makes of the height, some tens of metres of it.
@@ -78,8 +78,8 @@ TEST_F(ConfiguredTransformation, ATurnItself_IsTakenInTheDirectionThatNeedsNoOth
 {
     const auto there = transformer(L"EPSG:4807", L"EPSG:4275", transformation(L"EPSG:1763"));
     const auto back = transformer(L"EPSG:4275", L"EPSG:4807", transformation(L"EPSG:1763"));
-    EXPECT_EQ(there->operation().direction, OperationDirection::forward);
-    EXPECT_EQ(back->operation().direction, OperationDirection::inverse);
+    EXPECT_EQ(there->operations().front().direction, OperationDirection::forward);
+    EXPECT_EQ(back->operations().front().direction, OperationDirection::inverse);
     constexpr double kParisInGrads = 2.5969213;
     constexpr double kDigitsOfProj = 5e-9; // in which it has the meridian
     expectNear(transformed(*there, {50, 0, std::nullopt}), 45, kParisInGrads * 0.9, kDigitsOfProj);
@@ -107,6 +107,15 @@ TEST_F(ConfiguredTransformation, OneThatFitsAtOneEndOnly_IsRefused)
 {
     EXPECT_EQ(refusal(L"EPSG:4230", L"EPSG:4258", transformation(L"EPSG:1133")).reason, RefusalReason::doesNotFit);
     EXPECT_EQ(refusal(L"EPSG:4258", L"EPSG:4326", transformation(L"EPSG:1133")).reason, RefusalReason::doesNotFit);
+}
+
+TEST_F(ConfiguredTransformation, OneThatDependsOnTime_TakesThePointsEpoch)
+{
+    const auto configured = transformer(L"EPSG:9000", L"EPSG:7844", transformation(L"EPSG:8049"));
+    EXPECT_TRUE(configured->operations().front().isTimeDependent);
+    const CoordinatePoint without = transformed(*configured, {-30, 130});
+    expectNear(transformed(*configured, {-30, 130, std::nullopt, 2020.0}), without, kDegrees);
+    EXPECT_GT(std::abs(transformed(*configured, {-30, 130, std::nullopt, 2030.0}).x - without.x), 1e-6);
 }
 
 TEST_F(ConfiguredTransformation, AMissingGrid_IsRefusedWithItsName)
@@ -137,7 +146,8 @@ TEST_F(ConfiguredTransformation, EveryListedOneIsMadeOrRefusedAsTheListSays)
             const auto result = Embedded::makeTransformer(
                 source, target, Embedded::ConfiguredOperation{operation.code, operation.kind});
             ASSERT_EQ(result.transformer != nullptr, operation.isUsable()) << operation.code.c_str();
-            const auto direction = result.transformer ? result.transformer->operation().direction : operation.direction;
+            const auto direction =
+                result.transformer ? result.transformer->operations().front().direction : operation.direction;
             EXPECT_EQ(direction, operation.direction) << operation.code.c_str();
         }
     }

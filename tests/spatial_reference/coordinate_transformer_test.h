@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "embedded/spatial_reference/coordinate_operations.h"
+#include "embedded/spatial_reference/coordinate_transformer.h"
 #include "spatial_reference_test.h"
 
 namespace Tests {
@@ -43,7 +43,7 @@ protected:
         return result.refusal.value_or(Embedded::OperationRefusal());
     }
 
-    static Embedded::CoordinatePoint transformed(const Embedded::CoordinateTransformer& transformer,
+    static Embedded::CoordinatePoint transformed(Embedded::CoordinateTransformer& transformer,
                                                  const Embedded::CoordinatePoint& point)
     {
         const Embedded::TransformedPoint answer = transformer.transform(point);

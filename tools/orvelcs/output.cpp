@@ -74,7 +74,12 @@ void Output::error(std::string_view subject, std::string_view message)
 void Output::note(std::string_view subject, std::string_view message)
 {
     if (!options_.quiet)
-        diagnose(subject, fmt::format("note: {}", message));
+        importantNote(subject, message);
+}
+
+void Output::importantNote(std::string_view subject, std::string_view message)
+{
+    diagnose(subject, fmt::format("note: {}", message));
 }
 
 void Output::progress(std::size_t position, std::size_t total, std::string_view subject)

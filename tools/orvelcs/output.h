@@ -25,6 +25,7 @@ public:
     ~Output() { hideProgress(); }
 
     bool json() const { return options_.json; }
+    bool isQuiet() const { return options_.quiet; }
 
     /// Bytes, exactly.
     void write(std::string_view bytes);
@@ -42,6 +43,8 @@ public:
     void error(std::string_view subject, std::string_view message);
     /// Something worth knowing that is no failure; not when quiet.
     void note(std::string_view subject, std::string_view message);
+    /// A note that nobody may miss; also when quiet.
+    void importantNote(std::string_view subject, std::string_view message);
     /// Shows how far a batch has come; only on a terminal and not when quiet.
     void progress(std::size_t position, std::size_t total, std::string_view subject);
 

@@ -75,20 +75,39 @@ bool isBlankOrComment(std::string_view line)
 
 std::optional<Embedded::CoordinatePoint> pointFromLine(std::string_view line)
 {
-    const std::vector<std::string_view> words = wordsOf(line);
-    if (words.size() != 2 && words.size() != 3)
+    constexpr std::size_t kFewest = 2;
+    constexpr std::size_t kMost = 4;
+    std::vector<double> numbers;
+    for (const std::string_view word : wordsOf(line)) {
+        const std::optional<double> number = numberFrom(word);
+        if (!number || numbers.size() == kMost)
+            return std::nullopt;
+        numbers.push_back(*number);
+    }
+    if (numbers.size() < kFewest)
         return std::nullopt;
-    const std::optional<double> x = numberFrom(words[0]);
-    const std::optional<double> y = numberFrom(words[1]);
-    const std::optional<double> z = words.size() == 3 ? numberFrom(words[2]) : std::nullopt;
-    if (!x || !y || z.has_value() != (words.size() == 3))
-        return std::nullopt;
-    return Embedded::CoordinatePoint{*x, *y, z};
+    Embedded::CoordinatePoint point{numbers[0], numbers[1]};
+    if (numbers.size() > kFewest)
+        point.z = numbers[2];
+    if (numbers.size() == kMost)
+        point.epoch = numbers[3];
+    return point;
+}
+
+bool isEpoch(double year)
+{
+    return year >= kEarliestEpoch && year <= kLatestEpoch;
+}
+
+std::optional<double> epochFromText(std::string_view text)
+{
+    const std::optional<double> year = numberFrom(text);
+    return year && isEpoch(*year) ? year : std::nullopt;
 }
 
 std::string describeLineWithoutPoint(std::string_view line)
 {
-    constexpr std::string_view kExpected = "expected 2 or 3 numbers, found ";
+    constexpr std::string_view kExpected = "expected 2 to 4 numbers, found ";
     const std::vector<std::string_view> words = wordsOf(line);
     const auto other = std::ranges::find_if_not(words, [](auto word) { return numberFrom(word).has_value(); });
     if (other == words.end())
@@ -110,6 +129,8 @@ std::vector<std::string> numbersOf(const Embedded::CoordinatePoint& point, const
     std::vector<std::string> numbers = {numberText(point.x, decimals[0]), numberText(point.y, decimals[1])};
     if (point.z)
         numbers.push_back(numberText(*point.z, decimals[2]));
+    if (point.z && point.epoch)
+        numbers.push_back(fmt::format("{}", *point.epoch));
     return numbers;
 }
 

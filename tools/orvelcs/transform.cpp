@@ -3,17 +3,18 @@
 #include <optional>
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include "embedded/foundation/text.h"
-#include "embedded/spatial_reference/coordinate_operations.h"
+#include "embedded/spatial_reference/coordinate_transformer.h"
 #include "orvelcs/command.h"
 #include "orvelcs/configured_transformation.h"
 #include "orvelcs/failure_document.h"
 #include "orvelcs/line_reader.h"
 #include "orvelcs/operation_failure.h"
+#include "orvelcs/point_printer.h"
 #include "orvelcs/point_text.h"
 #include "orvelcs/standard_streams.h"
+#include "orvelcs/transform_summary.h"
 
 namespace Orvelcs {
 namespace {
@@ -23,56 +24,53 @@ struct TransformOptions {
     std::string target;
     std::string drawing;
     CLI::Option* drawingOption = nullptr;
+    std::string epoch;
+    CLI::Option* epochOption = nullptr;
+    bool withOperations = false;
 };
 
-/// The answers in the order of the points: a line each, or elements of one array.
-class PointPrinter {
-public:
-    PointPrinter(const std::vector<Embedded::AxisUnit>& axes, Output& output)
-        : decimals_(decimalsFor(axes)), output_(output)
-    {
-        if (output_.json())
-            output_.write("[");
-    }
-
-    void print(const std::optional<Embedded::CoordinatePoint>& point)
-    {
-        if (output_.json())
-            output_.write(fmt::format("{}\n  {}", isFirst_ ? "" : ",", element(point)));
-        else
-            output_.line(point ? fmt::format("{}", fmt::join(numbersOf(*point, decimals_), " ")) : "*");
-        isFirst_ = false;
-    }
-
-    void finish()
-    {
-        if (output_.json())
-            output_.write(isFirst_ ? "]\n" : "\n]\n");
-    }
-
-private:
-    std::string element(const std::optional<Embedded::CoordinatePoint>& point) const
-    {
-        return point ? fmt::format("[{}]", fmt::join(numbersOf(*point, decimals_), ", ")) : "null";
-    }
-
-    std::vector<int> decimals_;
-    Output& output_;
-    bool isFirst_ = true;
+/// What the lines go through.
+struct PointTask {
+    std::unique_ptr<Embedded::CoordinateTransformer> transformer;
+    bool isConfigured = false;
+    std::optional<double> epoch;      // of points without one of their own
+    bool lookForMissingGrids = false; // which takes a while
 };
 
-Embedded::TransformedPoint answerTo(const LineReader& reader, const Embedded::CoordinateTransformer& transformer)
+struct PointAnswer {
+    Embedded::TransformedPoint transformed;
+    bool hasEpoch = false;
+};
+
+PointAnswer failedAnswer(const std::string& message)
+{
+    return {{std::nullopt, Embedded::wideFromUtf8(message)}};
+}
+
+PointAnswer answerTo(const LineReader& reader, PointTask& task)
 {
     if (reader.isTooLong())
-        return {std::nullopt, L"longer than " + std::to_wstring(LineReader::kLongestLineInBytes) + L" bytes"};
-    const std::optional<Embedded::CoordinatePoint> point = pointFromLine(reader.line());
-    return point ? transformer.transform(*point)
-                 : Embedded::TransformedPoint{std::nullopt,
-                                              Embedded::wideFromUtf8(describeLineWithoutPoint(reader.line()))};
+        return failedAnswer(fmt::format("longer than {} bytes", LineReader::kLongestLineInBytes));
+    std::optional<Embedded::CoordinatePoint> point = pointFromLine(reader.line());
+    if (!point)
+        return failedAnswer(describeLineWithoutPoint(reader.line()));
+    if (point->epoch && !isEpoch(*point->epoch))
+        return failedAnswer(fmt::format("expected a year from {} to {} in the fourth column, found {}", kEarliestEpoch,
+                                        kLatestEpoch, *point->epoch));
+    const std::optional<double> ownEpoch = point->epoch;
+    if (!ownEpoch)
+        point->epoch = task.epoch;
+    PointAnswer answer{task.transformer->transform(*point), point->epoch.has_value()};
+    if (!answer.transformed.point)
+        return answer;
+    answer.transformed.point->epoch = ownEpoch;
+    if (task.lookForMissingGrids)
+        task.transformer->lookForMissingGrids(*point, answer.transformed.operation);
+    return answer;
 }
 
 /// Answers each line as it comes, so that both ends of a pipe can work at the same time.
-ExitStatus transformLines(const Embedded::CoordinateTransformer& transformer, PointPrinter& printer, Output& output)
+ExitStatus transformLines(PointTask& task, PointPrinter& printer, TransformSummary& summary, Output& output)
 {
     LineReader reader;
     std::size_t points = 0;
@@ -81,8 +79,9 @@ ExitStatus transformLines(const Embedded::CoordinateTransformer& transformer, Po
         if (isBlankOrComment(reader.line()))
             continue;
         ++points;
-        const Embedded::TransformedPoint answer = answerTo(reader, transformer);
-        printer.print(answer.point);
+        const auto& [answer, hasEpoch] = answerTo(reader, task);
+        summary.count(answer, hasEpoch);
+        printer.print(answer.point, answer.point ? &task.transformer->operations()[answer.operation] : nullptr);
         if (!answer.point && ++failures == 1)
             output.error(fmt::format("line {}", reader.number()), Embedded::utf8FromWide(answer.failure));
     }
@@ -92,19 +91,22 @@ ExitStatus transformLines(const Embedded::CoordinateTransformer& transformer, Po
     return ExitStatus::failed;
 }
 
-void noteUsed(const std::string& systems, const Embedded::UsedOperation& used, Output& output)
+std::optional<double> epochOption(const TransformOptions& options)
 {
-    const std::string name = Embedded::utf8FromWide(used.code.empty() ? used.name : used.code + L" " + used.name);
-    const std::string accuracy =
-        used.accuracyInMetres ? fmt::format("accuracy {} m", *used.accuracyInMetres) : "accuracy unknown";
-    output.note(systems, fmt::format("no transformation is configured; PROJ's best is {}, {}{}", name, accuracy,
-                                     used.isBallpark ? "; it is a ballpark one, which takes datums for equal" : ""));
+    if (options.epochOption->count() == 0)
+        return std::nullopt;
+    const std::optional<double> epoch = epochFromText(options.epoch);
+    if (!epoch)
+        throw wrongUsage("--epoch", fmt::format("expected a decimal year from {} to {}, found {}", kEarliestEpoch,
+                                                kLatestEpoch, options.epoch));
+    return epoch;
 }
 
-std::unique_ptr<Embedded::CoordinateTransformer> transformerFor(const TransformOptions& options, Output& output)
+PointTask taskFor(const TransformOptions& options, const Output& output)
 {
     const std::wstring source = wideArgument("SRC", options.source);
     const std::wstring target = wideArgument("DST", options.target);
+    const std::optional<double> epoch = epochOption(options);
     const auto drawing = options.drawingOption->count() > 0 ? std::optional(options.drawing) : std::nullopt;
     if (drawing == kStandardStream)
         throw wrongUsage("--drawing", "standard input holds the points");
@@ -112,22 +114,28 @@ std::unique_ptr<Embedded::CoordinateTransformer> transformerFor(const TransformO
     Embedded::TransformerResult result = Embedded::makeTransformer(source, target, configured);
     if (result.refusal)
         throw failureOf(*result.refusal, ExitStatus::failed);
-    if (!configured)
-        noteUsed(options.source + " to " + options.target, result.transformer->operation(), output);
-    return std::move(result.transformer);
+    return {std::move(result.transformer), configured.has_value(), epoch, output.json() || !output.isQuiet()};
 }
 
 ExitStatus runTransform(const TransformOptions& options, Output& output)
 {
-    const auto transformer = withFailureDocument(nullptr, DocumentedFailures::allButWrongUsage, output,
-                                                 [&] { return transformerFor(options, output); });
-    PointPrinter printer(transformer->targetUnits(), output);
+    PointTask task = withFailureDocument(nullptr, DocumentedFailures::allButWrongUsage, output,
+                                         [&] { return taskFor(options, output); });
+    TransformSummary summary(options.source + " to " + options.target, task.isConfigured, *task.transformer);
+    summary.noteBefore(output);
+    PointPrinter printer(task.transformer->targetUnits(), options.withOperations,
+                         {{"source", options.source}, {"target", options.target}, {"configured", task.isConfigured}},
+                         output);
+    const auto finish = [&] {
+        printer.finish(summary.asJson());
+        summary.noteAfter(output);
+    };
     try {
-        const ExitStatus status = transformLines(*transformer, printer, output);
-        printer.finish();
+        const ExitStatus status = transformLines(task, printer, summary, output);
+        finish();
         return status;
-    } catch (const Failure&) { // the points cannot be read to their end
-        printer.finish();
+    } catch (...) { // the document is closed whatever happens
+        finish();
         throw;
     }
 }
@@ -141,13 +149,19 @@ Command declareTransform(CLI::App& program)
         program, {"transform",
                   "Transform points from one system to another",
                   {"transform [OPTIONS] SRC DST < POINTS"},
-                  "A point is a line of x y or x y z in the order of the system's own axes; empty lines and\n"
-                  "lines that begin with # are skipped. One that cannot be transformed is answered with *,\n"
-                  "and the exit status is 1 then."});
+                  "A point is a line of x y, x y z or x y z epoch in the order of the system's own axes: a third\n"
+                  "number is always a height, a fourth always the epoch, a decimal year. Empty lines and lines\n"
+                  "that begin with # are skipped. One that cannot be transformed is answered with *, and the\n"
+                  "exit status is 1 then. Without a configured transformation each point goes through what PROJ\n"
+                  "chooses for it."});
     addArgument(*app, "SRC", options->source, "the code of the points' system")->required();
     addArgument(*app, "DST", options->target, "the code of the system to transform to")->required();
     options->drawingOption =
         addArgument(*app, "--drawing FILE", options->drawing, "the drawing whose configuration goes before the user's");
+    options->epochOption =
+        addArgument(*app, "--epoch YEAR", options->epoch, "the epoch of points without a fourth number");
+    app->add_flag("--operations", options->withOperations,
+                  "after each point a tab, the code of what it went through, a tab and its name");
     return {app, [options](Output& output) { return runTransform(*options, output); }};
 }
 
