@@ -1,0 +1,239 @@
+// Points through what PROJ chooses, against PROJ's own program for that.
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <future>
+#include <iostream>
+#include <numbers>
+#include <optional>
+#include <sstream>
+
+#include "cli/command_line_test.h"
+#include "cli/posix/catalog_pairs.h"
+#include "cli/posix/proj_program.h"
+#include "embedded/foundation/text.h"
+#include "embedded/spatial_reference/coordinate_transformer.h"
+
+namespace Tests {
+namespace {
+
+/// Nothing for a point that was refused.
+using Answers = std::vector<std::optional<SourcePoint>>;
+using Units = std::vector<Embedded::AxisUnit>;
+
+constexpr double kDegreeInRadians = std::numbers::pi / 180;
+
+std::string textOf(const std::vector<SourcePoint>& points, double horizontalFactor)
+{
+    std::ostringstream text;
+    text.precision(12);
+    text << std::fixed;
+    for (const SourcePoint& point : points)
+        text << point[0] * horizontalFactor << ' ' << point[1] * horizontalFactor << ' ' << point[2] << '\n';
+    return text.str();
+}
+
+/// Three numbers a line; a line of anything else is a refusal.
+Answers answersFrom(const std::string& text)
+{
+    Answers answers;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        SourcePoint point{};
+        words >> point[0] >> point[1] >> point[2];
+        answers.push_back(words.fail() ? std::nullopt : std::optional(point));
+    }
+    return answers;
+}
+
+/// What the program does, without the program around it.
+struct LibraryAnswers {
+    Answers answers;
+    Units units = Units(3);
+    bool hasChoice = false;
+};
+
+LibraryAnswers answersOfLibrary(const CatalogPair& pair)
+{
+    const auto [transformer, refusal] = Embedded::makeTransformer(Embedded::wideFromUtf8(pair.source),
+                                                                  Embedded::wideFromUtf8(pair.target), std::nullopt);
+    LibraryAnswers all;
+    for (const SourcePoint& point : pair.points) {
+        const auto answer =
+            transformer ? transformer->transform({point[0], point[1], point[2]}) : Embedded::TransformedPoint();
+        all.answers.push_back(answer.point ? std::optional(SourcePoint{answer.point->x, answer.point->y,
+                                                                       answer.point->z.value_or(HUGE_VAL)})
+                                           : std::nullopt);
+    }
+    if (transformer) {
+        all.units = transformer->targetUnits();
+        all.hasChoice = transformer->choosesForEachPoint();
+    }
+    return all;
+}
+
+/// It takes and gives degrees, whatever a system's angles are.
+Answers answerOfCs2cs(const CatalogPair& pair, const std::filesystem::path& folder)
+{
+    ProgramRun programRun;
+    programRun.program = programOfProj("cs2cs");
+    programRun.arguments = {"-f", "%.12f", pair.source, pair.target};
+    programRun.input = textOf(pair.points, pair.degreesInSourceUnit);
+    Answers answers = answersFrom(runProgram(programRun, folder, folder).output);
+    answers.resize(pair.points.size()); // none of them where it ended early
+    return answers;
+}
+
+class Cs2csAgreement : public CommandLineTest {
+protected:
+    static constexpr double kMostDegrees = 1e-7;
+    static constexpr double kMostMetres = 0.01;
+
+    struct Counts {
+        int pairs = 0;
+        int points = 0;
+        int withTwoDatums = 0;
+        int withChoice = 0;
+        int refusedByBoth = 0; // at all of their points
+        double largestDegrees = 0;
+        double largestMetres = 0;
+    };
+
+    Answers answersOfProgram(const CatalogPair& pair) const
+    {
+        Answers answers =
+            answersFrom(run({"transform", "-q", pair.source, pair.target}, textOf(pair.points, 1)).output);
+        answers.resize(pair.points.size());
+        return answers;
+    }
+    void count(const CatalogPair& pair, const LibraryAnswers& ours)
+    {
+        ++counts_.pairs;
+        counts_.points += static_cast<int>(pair.points.size());
+        counts_.withTwoDatums += pair.hasTwoDatums ? 1 : 0;
+        counts_.withChoice += ours.hasChoice ? 1 : 0;
+        counts_.refusedByBoth += std::ranges::none_of(ours.answers, &std::optional<SourcePoint>::has_value) ? 1 : 0;
+    }
+
+    void expectSame(const CatalogPair& pair, const Units& units, const Answers& ours, const Answers& theirs)
+    {
+        ASSERT_EQ(ours.size(), theirs.size()) << pair.source << " to " << pair.target;
+        for (std::size_t index = 0; index < ours.size(); ++index) {
+            ASSERT_EQ(ours[index].has_value(), theirs[index].has_value())
+                << pair.source << " to " << pair.target << ", point " << index;
+            for (std::size_t axis = 0; ours[index] && axis < units.size(); ++axis)
+                expectNear(pair, units[axis], (*ours[index])[axis], (*theirs[index])[axis]);
+        }
+    }
+
+    Counts counts_;
+
+private:
+    void expectNear(const CatalogPair& pair, const Embedded::AxisUnit& unit, double ours, double theirs)
+    {
+        const double difference = unit.isAngular ? std::abs(ours * unit.toBaseUnit / kDegreeInRadians - theirs)
+                                                 : std::abs(ours - theirs) * unit.toBaseUnit;
+        EXPECT_LE(difference, unit.isAngular ? kMostDegrees : kMostMetres)
+            << pair.source << " to " << pair.target << ": " << ours << " and " << theirs;
+        double& largest = unit.isAngular ? counts_.largestDegrees : counts_.largestMetres;
+        largest = std::max(largest, difference);
+    }
+};
+
+/// Where the build is slow, a share of the pairs.
+constexpr int kPairs = 400 / ORVEL_CATALOG_STRIDE;
+constexpr bool kAreAll = ORVEL_CATALOG_STRIDE == 1;
+
+unsigned seedOfPairs()
+{
+    const char* wish = std::getenv("ORVEL_PAIRS_SEED");
+    return wish != nullptr ? static_cast<unsigned>(std::strtoul(wish, nullptr, 10)) : 1;
+}
+
+std::vector<CatalogPair> drawnPairs()
+{
+    CatalogPairs catalog(seedOfPairs());
+    std::vector<CatalogPair> pairs(kPairs);
+    std::ranges::generate(pairs, [&] { return catalog.draw(); });
+    return pairs;
+}
+
+std::vector<Answers> answersOfCs2cs(const std::vector<CatalogPair>& pairs)
+{
+    const TemporaryFolder folder;
+    std::vector<Answers> answers;
+    for (const CatalogPair& pair : pairs)
+        answers.push_back(answerOfCs2cs(pair, folder.path()));
+    return answers;
+}
+
+/// ORVEL_PAIRS_SEED draws others.
+TEST_F(Cs2csAgreement, PairsDrawnFromTheCatalog)
+{
+    const std::vector<CatalogPair> pairs = drawnPairs();
+    auto waiting = std::async(std::launch::async, [&] { return answersOfCs2cs(pairs); }); // takes as long as ours
+    std::vector<LibraryAnswers> ours;
+    for (const CatalogPair& pair : pairs)
+        ours.push_back(answersOfLibrary(pair));
+    const std::vector<Answers> theirs = waiting.get();
+    for (std::size_t index = 0; index < pairs.size(); ++index) {
+        expectSame(pairs[index], ours[index].units, ours[index].answers, theirs[index]);
+        count(pairs[index], ours[index]);
+    }
+    std::cout << counts_.pairs << " pairs with " << counts_.points << " points by seed " << seedOfPairs() << ": "
+              << counts_.withTwoDatums << " with different datums, " << counts_.withChoice
+              << " whose operation depends on the place, " << counts_.refusedByBoth
+              << " that both refuse; largest differences " << counts_.largestDegrees << " degrees and "
+              << counts_.largestMetres << " m\n";
+    if (!kAreAll)
+        return;
+    EXPECT_EQ(counts_.pairs, 400);
+    EXPECT_GE(counts_.withTwoDatums, 200);
+    EXPECT_GE(counts_.withChoice, 50);
+    EXPECT_LE(counts_.refusedByBoth, 20);
+}
+
+TEST_F(Cs2csAgreement, TheProgramItself_InAllKindsOfAxesUnitsAndHeights)
+{
+    const CatalogPair cases[] = {
+        {"EPSG:4301", "EPSG:6668", 1, {{35.68, 139.77, 0}}}, // Tokyo, in Japan
+        {"EPSG:4267", "EPSG:4269", 1, {{40, -100, 0}, {60, -100, 0}, {25, -80, 0}, {0, 0, 0}}},
+        {"EPSG:4135", "EPSG:4152", 1, {{21.3, -157.9, 0}, {19.6, -155.5, 0}}}, // islands of Hawaii
+        {"EPSG:4230", "EPSG:4326", 1, {{38, -9, 0}, {52, 9, 0}, {63, 10, 0}}},
+        {"EPSG:4267", "EPSG:2263", 1, {{40.7, -74, 0}}}, // US survey feet
+        {"EPSG:2263", "EPSG:4326", 1, {{980000, 200000, 0}}},
+        {"EPSG:4807", "EPSG:4326", 0.9, {{54, 1, 0}, {50, -5, 0}}}, // grads from Paris
+        {"EPSG:4258", "EPSG:4807", 1, {{48.6, 3.2, 0}}},
+        {"EPSG:4326", "EPSG:2193", 1, {{-41.3, 174.8, 0}}}, // north before east
+        {"EPSG:2193", "EPSG:3857", 1, {{5427000, 1749000, 0}}},
+        {"EPSG:4326", "EPSG:2053", 1, {{-29.9, 30.9, 0}}}, // to the west and the south
+        {"EPSG:2053", "EPSG:22235", 1, {{10000, 3300000, 0}}},
+        {"EPSG:4326", "EPSG:32761", 1, {{-85, 30, 0}}}, // a pole
+        {"EPSG:4326", "EPSG:3408", 1, {{85, 30, 0}}},
+        {"EPSG:4979", "EPSG:4978", 1, {{48, 11, 500}}},
+        {"EPSG:4978", "EPSG:4937", 1, {{4177000, 855000, 4728000}}},
+        {"EPSG:4979", "EPSG:9707", 1, {{49, 2, 100}}}, // heights above a geoid
+        {"EPSG:7415", "EPSG:4979", 1, {{100000, 400000, 5}}},
+        {"EPSG:6349", "EPSG:6360", 1, {{40, -100, 30}}}, // heights in feet
+        {"EPSG:9000", "EPSG:7844", 1, {{-30, 130, 0}}},  // a plate that moves
+    };
+    const TemporaryFolder folder;
+    for (const CatalogPair& pair : cases)
+        expectSame(pair, answersOfLibrary(pair).units, answersOfProgram(pair), answerOfCs2cs(pair, folder.path()));
+    EXPECT_GT(counts_.largestDegrees + counts_.largestMetres, 0); // so something was compared
+}
+
+/// The program prints what the library answers, at places and between systems that nobody chose.
+TEST_F(Cs2csAgreement, TheProgramItself_ForPairsDrawnFromTheCatalog)
+{
+    constexpr std::size_t kShare = 40;
+    const std::vector<CatalogPair> pairs = drawnPairs();
+    const TemporaryFolder folder;
+    for (std::size_t index = 0; index < pairs.size(); index += kShare)
+        expectSame(pairs[index], answersOfLibrary(pairs[index]).units, answersOfProgram(pairs[index]),
+                   answerOfCs2cs(pairs[index], folder.path()));
+}
+
+} // namespace
+} // namespace Tests
