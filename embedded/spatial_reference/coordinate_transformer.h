@@ -28,7 +28,8 @@ struct TransformedPoint {
 
 /// An operation that points go through.
 struct UsedOperation {
-    std::wstring code; // empty for PROJ's own compositions
+    /// The catalog's, also where PROJ composes it with conversions alone; empty for several in a row and for none.
+    std::wstring code;
     std::wstring name;
     std::optional<double> accuracyInMetres;
     bool isBallpark = false;      // whether datums are taken for equal for want of anything better

@@ -6,6 +6,18 @@
 #include "embedded/spatial_reference/proj_identifier.h"
 
 namespace Embedded {
+namespace {
+
+/// The operation itself, or the only step of PROJ's composition that is no conversion.
+ProjObject catalogOperationWithin(const PJ* operation)
+{
+    std::vector<ProjObject> steps = stepsOf(operation);
+    std::erase_if(steps, [](const auto& step) { return proj_get_type(step.get()) == PJ_TYPE_CONVERSION; });
+    const bool isStep = codeOfObject(operation).empty() && steps.size() == 1;
+    return isStep ? std::move(steps.front()) : ProjObject(proj_clone(projContext(), operation));
+}
+
+} // namespace
 
 std::vector<OperationGrid> gridsOf(const PJ* operation)
 {
@@ -66,8 +78,9 @@ bool isTimeDependent(PJ* operation)
 
 UsedOperation describeOperation(PJ* operation)
 {
-    const bool isInverse = codeOfObject(operation).find("INVERSE(") != std::string::npos;
-    return {.code = wideFromUtf8(originalCodeOf(operation)),
+    const ProjObject catalogOperation = catalogOperationWithin(operation);
+    const bool isInverse = codeOfObject(catalogOperation.get()).find("INVERSE(") != std::string::npos;
+    return {.code = wideFromUtf8(originalCodeOf(catalogOperation.get())),
             .name = wideFromUtf8(proj_get_name(operation)),
             .accuracyInMetres = accuracyOf(operation),
             .isBallpark = isBallpark(operation),

@@ -105,7 +105,7 @@ TEST_F(TransformCommand, ALineWithoutAPoint_IsToldWithWhatItHolds)
     };
     const std::string expected = "orvelcs: transform: line 1: expected 2 to 4 numbers, found ";
     EXPECT_EQ(toldOf("0"), expected + "1");
-    EXPECT_EQ(toldOf("0 9 1 2"), expected + "4");
+    EXPECT_EQ(toldOf("0 9 1 2020 2"), expected + "5");
     EXPECT_EQ(toldOf("0 nine"), expected + "\"nine\"");
     EXPECT_EQ(toldOf("0 " + std::string(39, 'x') + "\xC3\xA9"), expected + '"' + std::string(39, 'x') + '"');
 }
@@ -152,6 +152,28 @@ TEST_F(TransformCommand, Configured_IsUsedForwardAndInReverseWithoutANote)
     EXPECT_EQ(back.status, 0);
     EXPECT_EQ(back.errors, "");
     EXPECT_EQ(back.output.substr(0, 9), "48.000000");
+}
+
+TEST_F(TransformCommand, Configured_IsToldInJsonAndTakesEpochs)
+{
+    givenConfiguredDrawing("EPSG:9000", "EPSG:7844", "ITRF2014 to GDA2020 (1)", "2");
+    const auto document = [this](const std::string& points, std::vector<std::string> options) {
+        std::vector<std::string> arguments = {"transform", "EPSG:9000", "EPSG:7844",
+                                              "--drawing", "plan.qedb", "--json"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return Json::parse(run(std::move(arguments), points).output);
+    };
+    const Json without = document("-30 130\n", {});
+    EXPECT_EQ(without["configured"], true);
+    EXPECT_EQ(without["operations"][0]["code"], "EPSG:8049");
+    EXPECT_EQ(without["operations"][0]["timeDependent"], true);
+    EXPECT_EQ(without["operations"][0]["points"], 1);
+    EXPECT_EQ(without["missingGrids"], Json::array());
+    EXPECT_EQ(without["epochMissing"], true);
+    const Json in2030 = document("-30 130\n", {"--epoch", "2030"});
+    EXPECT_EQ(in2030["epochMissing"], false);
+    EXPECT_NE(in2030["points"], without["points"]);
+    EXPECT_EQ(document("-30 130\n", {"--epoch", "2020"})["points"], without["points"]);
 }
 
 TEST_F(TransformCommand, Configured_ThatDoesNotFit_IsRefused)

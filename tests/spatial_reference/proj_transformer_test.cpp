@@ -7,6 +7,7 @@ namespace {
 
 using namespace Tests;
 using Embedded::CoordinatePoint;
+using Embedded::OperationDirection;
 using Embedded::RefusalReason;
 
 using ProjChoice = CoordinateTransformerTest;
@@ -25,6 +26,24 @@ TEST_F(ProjChoice, ACompositionIsToldByItsName)
     EXPECT_EQ(chosen->operations().front().name, L"UTM zone 32N");
     EXPECT_EQ(chosen->operations().front().accuracyInMetres, 0.0);
     expectNear(transformed(*chosen, {0, 9, std::nullopt}), 500000, 0, kMetres);
+}
+
+TEST_F(ProjChoice, OneOperationOfTheCatalogBetweenProjections_IsToldWithItsCode)
+{
+    const auto chosen = transformer(L"EPSG:25832", L"EPSG:32632");
+    EXPECT_EQ(chosen->operations().front().code, L"EPSG:1149");
+    EXPECT_EQ(chosen->operations().front().direction, OperationDirection::forward);
+    const auto back = transformer(L"EPSG:32632", L"EPSG:25832");
+    EXPECT_EQ(back->operations().front().code, L"EPSG:1149");
+    EXPECT_EQ(back->operations().front().direction, OperationDirection::inverse);
+}
+
+TEST_F(ProjChoice, SeveralOperationsOfTheCatalog_AreToldByTheirNamesAlone)
+{
+    const auto chosen = transformer(L"EPSG:4267", L"EPSG:4269");
+    const auto answer = chosen->transform({60, -100}); // by way of WGS 84
+    EXPECT_EQ(chosen->operations().at(answer.operation).code, L"");
+    EXPECT_NE(chosen->operations().at(answer.operation).name.find(L" + "), std::wstring::npos);
 }
 
 TEST_F(ProjChoice, AProjectionAloneIsExact)
