@@ -189,10 +189,11 @@ CatalogPair CatalogPairs::draw()
     Place place = placeIn(source);
     const CatalogSystem& target = partnerOf(source, place);
     const Object sourceObject = system(source.code);
-    CatalogPair pair{source.code, target.code};
-    pair.hasTwoDatums = !proj_is_equivalent_to(datumOf(sourceObject.get()).get(),
-                                               datumOf(system(target.code).get()).get(), PJ_COMP_EQUIVALENT);
-    pair.degreesInSourceUnit = degreesInUnitOf(sourceObject.get());
+    const Object targetObject = system(target.code);
+    CatalogPair pair{source.code, target.code, degreesInUnitOf(sourceObject.get()),
+                     degreesInUnitOf(targetObject.get())};
+    pair.hasTwoDatums = !proj_is_equivalent_to(datumOf(sourceObject.get()).get(), datumOf(targetObject.get()).get(),
+                                               PJ_COMP_EQUIVALENT);
     const Placement placement(sourceObject.get());
     const bool hasHeights = hasHeight(sourceObject.get());
     for (int count = 0; count < kPlaces; ++count, place = placeIn(source)) {

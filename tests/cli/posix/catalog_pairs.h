@@ -26,7 +26,8 @@ using SourcePoint = std::array<double, 3>;
 struct CatalogPair {
     std::string source;
     std::string target;
-    double degreesInSourceUnit = 1; // 1 too where the source has no angles
+    double degreesInSourceUnit = 1; // 1 too for a system that is not geographic itself
+    double degreesInTargetUnit = 1;
     std::vector<SourcePoint> points = {};
     bool hasTwoDatums = false;
 };
