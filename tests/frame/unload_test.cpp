@@ -13,18 +13,20 @@ namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 constexpr int kInitialiseMessage = 1;
 constexpr int kUnloadMessage = 2;
 
-/// Refuses its first reactor with an exception, as a host may.
-class ThrowingOnce final : public QeDbDecompositionManager {
+/// Throws where it is told to, as a host may.
+class ThrowingManager final : public QeDbDecompositionManager {
 public:
     Qeapp::ErrorStatus addReactor(QeDbDecompositionReactor* reactor) override
     {
-        if (++asked == 1)
-            throw std::runtime_error("not now");
+        ++additions;
+        throwIf(additionThrows);
         registered = reactor;
         return Qeapp::eOk;
     }
     Qeapp::ErrorStatus removeReactor(QeDbDecompositionReactor* reactor) override
     {
+        ++removals;
+        throwIf(removalThrows);
         EXPECT_EQ(reactor, registered);
         // It is alive as yet.
         EXPECT_EQ(reactor->decomposeForSave(nullptr, QeDb::kCurrentDwg, nullptr, nullptr), Qeapp::eNoDatabase);
@@ -32,8 +34,18 @@ public:
         return Qeapp::eOk;
     }
 
-    int asked = 0;
+    int additions = 0;
+    int removals = 0;
+    bool additionThrows = false;
+    bool removalThrows = false;
     QeDbDecompositionReactor* registered = nullptr;
+
+private:
+    static void throwIf(bool wanted)
+    {
+        if (wanted)
+            throw std::runtime_error("not now");
+    }
 };
 
 class Unload : public FrameTest {
@@ -66,8 +78,7 @@ TEST_F(Unload, LeavesTheSharedSetting)
 
 TEST_F(Unload, RemovesAReactorThatIsAliveAndLetsTheNextLoadRegisterAnother)
 {
-    ThrowingOnce manager;
-    manager.asked = 1; // the one exception is over
+    ThrowingManager manager;
     Embedded::setHostParts({.otherDecompositionManager = &manager});
     for (int round = 0; round < 2; ++round) {
         ASSERT_EQ(send(kInitialiseMessage), 0);
@@ -75,18 +86,33 @@ TEST_F(Unload, RemovesAReactorThatIsAliveAndLetsTheNextLoadRegisterAnother)
         ASSERT_EQ(send(kUnloadMessage), 0);
         EXPECT_EQ(manager.registered, nullptr);
     }
-    EXPECT_EQ(manager.asked, 3);
+    EXPECT_EQ(manager.additions, 2);
 }
 
 TEST_F(Unload, LoadWhoseRegistrationThrows_IsNoLoad)
 {
-    ThrowingOnce manager;
+    ThrowingManager manager;
     Embedded::setHostParts({.otherDecompositionManager = &manager});
+    manager.additionThrows = true;
     EXPECT_THROW(static_cast<void>(orvelApplication().load()), std::runtime_error);
+    manager.additionThrows = false;
     EXPECT_EQ(orvelApplication().load(), Qeapp::eOk);
-    EXPECT_EQ(manager.asked, 2) << "the second load registers";
-    EXPECT_NE(manager.registered, nullptr);
+    EXPECT_NE(manager.registered, nullptr) << "the second load registers";
     EXPECT_EQ(orvelApplication().unload(), Qeapp::eOk);
+}
+
+TEST_F(Unload, RemovalThatThrows_IsTriedAgainByTheNextOne)
+{
+    ThrowingManager manager;
+    Embedded::setHostParts({.otherDecompositionManager = &manager});
+    ASSERT_EQ(orvelApplication().load(), Qeapp::eOk);
+    manager.removalThrows = true;
+    EXPECT_THROW(static_cast<void>(orvelApplication().unload()), std::runtime_error);
+    ASSERT_NE(manager.registered, nullptr);
+    EXPECT_EQ(manager.registered->decomposeForSave(nullptr, QeDb::kCurrentDwg, nullptr, nullptr), Qeapp::eNoDatabase)
+        << "the host may still call it";
+    EXPECT_THROW(static_cast<void>(orvelApplication().unload()), std::runtime_error);
+    EXPECT_EQ(manager.removals, 2);
 }
 
 } // namespace

@@ -95,7 +95,8 @@ TEST_F(FailingCalls, OfWritingTheStoredDefinitions_AreFailures)
 {
     for (const char* const call :
          {"CoordinateReferenceSystemDefinition::GetKind", "CoordinateReferenceSystemOperation::Load",
-          "CoordinateReferenceSystemOperation::IsDatumBased"}) {
+          "CoordinateReferenceSystemOperation::IsDatumBased", "CoordinateReferenceSystemDefinition::GetDatum",
+          "CoordinateReferenceSystemUtil::GetEllipsoid"}) {
         fail(call);
         EXPECT_EQ(writeXrecord(), Qeapp::eInvalidInput) << call;
         answers().statuses.clear();
@@ -108,6 +109,16 @@ TEST_F(FailingCalls, OfWritingTheStoredDefinitions_AreFailures)
     }
     EXPECT_TRUE(hasNoXrecord());
     EXPECT_EQ(writeXrecord(), Qeapp::eOk);
+}
+
+TEST_F(FailingCalls, ThatGiveNoDatumOrEllipsoidDespiteSuccess_LeaveNothingToPack)
+{
+    for (const char* const call :
+         {"CoordinateReferenceSystemDefinition::GetDatum", "CoordinateReferenceSystemUtil::GetEllipsoid"}) {
+        answers().withoutObject = {call};
+        EXPECT_EQ(writeXrecord(), Qeapp::eInvalidResbuf) << call;
+    }
+    EXPECT_TRUE(hasNoXrecord());
 }
 
 TEST_F(FailingCalls, OfWritingTheCode_RefuseTheOlderForms)

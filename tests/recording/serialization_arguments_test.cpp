@@ -89,6 +89,14 @@ TEST_F(SerializationArguments, PackedBlock_IsWrittenInFormat2WithoutFlagsIntoAZe
                 ElementsAre("DefinitionStream::Write(1024 zero bytes, format 2, flags 0)"));
 }
 
+TEST_F(SerializationArguments, StreamReportedLongerThanItsBuffer_IsNotPacked)
+{
+    answers().writtenLength = 1024;
+    EXPECT_EQ(serialize(kPackedVersion), Qeapp::eOk);
+    answers().writtenLength = 1025;
+    EXPECT_EQ(serialize(kPackedVersion), Qeapp::eInvalidInput);
+}
+
 TEST_F(SerializationArguments, PackedBlock_IsReadInFormat2WithFlag1)
 {
     ASSERT_EQ(serialize(kPackedVersion), Qeapp::eOk);

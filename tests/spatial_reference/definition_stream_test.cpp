@@ -61,9 +61,9 @@ TEST_F(DefinitionStreams, ANameWithANulIsUnreadable)
     Bytes body = withoutChecksum(bytesOf({definition.get()}));
     EXPECT_TRUE(read(sealed(body)));
     const std::string name = "Yard";
-    const auto place = std::ranges::search(body, name);
-    ASSERT_FALSE(place.empty());
-    *(place.begin() + 1) = 0;
+    const auto place = std::search(body.begin(), body.end(), name.begin(), name.end());
+    ASSERT_NE(place, body.end());
+    *(place + 1) = 0;
     EXPECT_EQ(readStatus(sealed(body)), statusUnreadable);
 }
 

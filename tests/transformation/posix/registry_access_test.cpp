@@ -1,13 +1,18 @@
-// With which rights the module opens the registry's keys. The calls are put in front of the stand-in's.
+// With which rights the module opens the registry's keys, and how it reads the names of values. The calls are put in
+// front of the stand-in's.
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "transformation/registry_settings_test.h"
+#include "transformation/registry_value.h"
 
 namespace {
 
 std::vector<REGSAM> created;
 std::vector<REGSAM> opened;
+bool namesHaveNoEnd = false; // the first one fills the buffer without a NUL, as a failing call may
 
 template <class Function>
 Function* standIn(const char* name)
@@ -31,6 +36,18 @@ LSTATUS RegOpenKeyExW(HKEY key, const wchar_t* subKey, DWORD options, REGSAM acc
 {
     opened.push_back(access);
     return standIn<decltype(RegOpenKeyExW)>("RegOpenKeyExW")(key, subKey, options, access, result);
+}
+
+LSTATUS RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DWORD* length, DWORD* reserved, DWORD* type, BYTE* data,
+                      DWORD* dataLength)
+{
+    if (!namesHaveNoEnd)
+        return standIn<decltype(RegEnumValueW)>("RegEnumValueW")(key, index, name, length, reserved, type, data,
+                                                                 dataLength);
+    if (index > 0)
+        return ERROR_NO_MORE_ITEMS;
+    std::fill_n(name, *length, L'n');
+    return ERROR_MORE_DATA;
 }
 
 } // extern "C"
@@ -64,6 +81,17 @@ TEST_F(RegistryAccess, Keys_AreReadWithTheRightToReadAlone)
     opened.clear();
     ASSERT_TRUE(read().read);
     EXPECT_THAT(opened, AllOf(Each(KEY_READ), SizeIs(testing::Ge(2))));
+}
+
+TEST_F(RegistryAccess, ANameWithoutAnEnd_IsTakenUpToTheEndOfItsBuffer)
+{
+    ASSERT_TRUE(write(item(1)));
+    std::vector<std::wstring> names;
+    namesHaveNoEnd = true;
+    const bool listed = Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, Orvel::RegistrySettingsKey(), names);
+    namesHaveNoEnd = false;
+    EXPECT_TRUE(listed);
+    EXPECT_EQ(names, std::vector<std::wstring>{std::wstring(2048, L'n')});
 }
 
 } // namespace
