@@ -177,7 +177,8 @@ constexpr std::array kOperations{
     Operation{"file", "get", 1, false, kStoreInFile, release, get<kUser>, hasRead},
     Operation{"file", "find last pair", 1, false, kStoreInFile, release, findLast, hasFoundLast},
     Operation{"collection", "parse", 1, true, nothing, renewCollection, parse, hasParsed},
-    Operation{"collection", "write", 1, false, store<renewAndParse>, release, write, hasWritten},
+    // A text that grows has up to twice its length in room, and as much again as it had while it is copied.
+    Operation{"collection", "write", 1, false, store<renewAndParse>, release, write, hasWritten, 4},
     Operation{"registry", "set", kFewerInRegistry, true, nothing, clear<kUser>, setRegistry, saysSo},
     Operation{"registry", "get", kFewerInRegistry, false, kStoreInRegistry, release, getRegistry, hasRead},
     Operation{"registry", "clear", kFewerInRegistry, false, nothing, kStoreInRegistry, clear<kUser>, registryIsEmpty},

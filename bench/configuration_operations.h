@@ -22,6 +22,8 @@ struct Operation {
     Step renew;     // before each run
     Step run;       // what is measured
     Test succeeded; // after each run
+    /// The most memory that a run may have at once, as a multiple of the text's bytes.
+    double mostMemory = 3;
 };
 
 [[nodiscard]] std::span<const Operation> operations();

@@ -17,7 +17,6 @@ namespace Bench {
 namespace {
 
 constexpr double kLeastPlausible = 1.9;
-constexpr double kMostMemory = 3.0;
 /// What a drawing and its objects take whatever the text's length.
 constexpr double kMemoryApartFromText = 64.0 * 1024;
 /// What is over sooner is not worth comparing.
@@ -82,7 +81,7 @@ void run(const Operation& operation, ConfigurationScene& scene, Measurement& mea
     const double peak = peakPerText(operation, scene);
     measurement.items = scene.items();
     measurement.memory = std::max(measurement.memory, peak);
-    measurement.fits &= peak <= kMostMemory + kMemoryApartFromText / static_cast<double>(scene.textInBytes());
+    measurement.fits &= peak <= operation.mostMemory + kMemoryApartFromText / static_cast<double>(scene.textInBytes());
     measurement.succeeded &= operation.succeeded(scene);
 }
 
