@@ -43,10 +43,10 @@ TEST_F(TransformChoice, ForEachPoint_IsNotedWithAllThatWereChosenAndHowOften)
 {
     const ProgramResult result = shifted(std::string(kKansas) + kCanada + kKansas);
     EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.errors, testing::ContainsRegex(
-                                   "orvelcs: transform: EPSG:4267 to EPSG:4269: note: no transformation is configured; "
-                                   "PROJ chooses for each point: .*NAD27 to [^;]*, accuracy [0-9.]+ m .2 points.; "
-                                   ".*NAD27 to [^;]*, accuracy [0-9.]+ m .1 point.\n"));
+    EXPECT_THAT(result.errors, HasSubstr("orvelcs: transform: EPSG:4267 to EPSG:4269: note: no transformation is "
+                                         "configured; PROJ chooses for each point: NAD27 to "));
+    EXPECT_THAT(result.errors, HasSubstr(" m (2 points); NAD27 to "));
+    EXPECT_THAT(result.errors, HasSubstr(" m (1 point)\n"));
     EXPECT_THAT(result.errors, Not(HasSubstr("ballpark")));
     EXPECT_THAT(shifted("").errors, HasSubstr("PROJ chooses for each point\n"));
     EXPECT_EQ(shifted(kKansas, {"-q"}).errors, "");
