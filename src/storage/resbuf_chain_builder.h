@@ -24,12 +24,8 @@ public:
 
     /// The first resbuf; null while there is none.
     [[nodiscard]] resbuf* get() const { return chain_.get(); }
-    /// Hands the chain out; the builder is empty afterwards.
-    [[nodiscard]] ResbufChain take()
-    {
-        last_ = nullptr;
-        return std::move(chain_);
-    }
+    /// Hands the chain out. The builder is of no use afterwards.
+    [[nodiscard]] ResbufChain take() { return std::move(chain_); }
 
 private:
     ResbufChain chain_;

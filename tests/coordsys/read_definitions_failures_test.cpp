@@ -128,6 +128,21 @@ TEST_F(ReadDefinitionsFailures, AnyFailureOfTheCatalogForALegacyCode_IsNotApplic
     EXPECT_EQ(described(definitions), Texts());
 }
 
+TEST_F(ReadDefinitionsFailures, AFailureToMakeOrReadAnArrayLeavesTheArrayPointerAsItWas)
+{
+    giveSystem(L"EPSG:25832");
+    ASSERT_EQ(read(), Qeapp::eOk);
+    auto* array = definitions.get();
+    const auto expectUntouched = [&](const char* call) {
+        const ScopedFault fault({.call = call, .code = 43});
+        EXPECT_EQ(Cs::GetCoordinateSystem(array, database(), &status), Qeapp::eInvalidInput) << call;
+        EXPECT_EQ(array, definitions.get()) << call;
+    };
+    expectUntouched("DefinitionStream::Deserialize_s");
+    drawing.withLegacyCode(L"EPSG:25832");
+    expectUntouched("DefinitionBaseArray::CreateInstance");
+}
+
 TEST_F(ReadDefinitionsFailures, CatalogThatGivesNothingDespiteSuccess_IsNotApplicable)
 {
     drawing.withLegacyCode(L"EPSG:25832");

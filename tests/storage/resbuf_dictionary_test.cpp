@@ -243,6 +243,10 @@ TEST_F(ResbufDictionary, RemovingAllOfNone_IsDone)
     ASSERT_TRUE(set(L"A", kFirst));
     ASSERT_TRUE(dictionary.RemoveKey(L"A"));
     EXPECT_TRUE(dictionary.RemoveAll()) << "it is empty";
+    Orvel::NamedObjects parent;
+    ASSERT_EQ(parent.openIn(document.database(), QeDb::kForRead), Qeapp::eOk);
+    const OpenedDictionary reader(dictionary.OpenDictionary(QeDb::kForRead));
+    EXPECT_TRUE(dictionary.RemoveAll()) << "others may read what it only looks into";
 }
 
 TEST_F(ResbufDictionary, RemovingAllWhereAnObjectOfAnotherClassLies_IsDoneAndLeavesIt)

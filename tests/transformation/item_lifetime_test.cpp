@@ -1,7 +1,9 @@
 // Who holds an item or a collection, and for how long.
+#include <algorithm>
+
 #include "embedded/foundation/faults.h"
 #include "support/platform_test.h"
-#include "transformation/config_items.h"
+#include "transformation/client_classes.h"
 
 namespace Tests {
 namespace {
@@ -245,19 +247,30 @@ TEST_F(WithoutMemory, TheNextItemIsThereAgain)
     EXPECT_TRUE(newItem());
 }
 
+/// An item of a client's own. Its text goes with it.
+class TextOwner final : public ClientItem {
+public:
+    explicit TextOwner(std::wstring& text) : text_(text) {}
+    ~TextOwner() override { std::ranges::fill(text_, L' '); }
+
+private:
+    std::wstring& text_;
+};
+
 TEST_F(ItemLifetime, ACollectionReadsATextThatBelongsToOneOfItsItems)
 {
-    const Ptr<ConfigCollection> collection = newCollection();
-    {
-        const Ptr<ConfigItem> item = newCompleteItem();
-        item->SetNote(L"<Item><SourceCs>S</SourceCs><TargetCs>T</TargetCs><Name>N</Name><Type>1</Type>"
-                      L"<Note></Note></Item>");
-        collection->Add(item.get());
+    for (int place = 0; place < 3; ++place) {
+        std::wstring text = newCompleteItem(L"first")->ToXmlString() + newCompleteItem(L"second")->ToXmlString();
+        const Ptr<ConfigCollection> collection = newCollection();
+        for (int index = 0; index < 3; ++index) {
+            const Ptr<ConfigItem> item = index == place ? Ptr<ConfigItem>(new TextOwner(text)) : newCompleteItem();
+            collection->Add(item.get());
+        }
+        collection->FromXmlString(text.c_str());
+        ASSERT_EQ(collection->GetCount(), 2) << place;
+        EXPECT_STREQ(itemAt(*collection, 1)->GetName(), L"second") << place;
+        EXPECT_EQ(text.find_first_not_of(L' '), std::wstring::npos) << "the former items are gone";
     }
-    collection->FromXmlString(itemAt(*collection, 0)->GetNote()); // nobody else holds the item
-    ASSERT_EQ(collection->GetCount(), 1);
-    EXPECT_STREQ(itemAt(*collection, 0)->GetSourceCs(), L"S");
-    EXPECT_EQ(made(), 3) << "the former item is gone";
 }
 
 TEST_F(WithoutMemory, ReadingLeavesTheItemsThatItCameTo)

@@ -364,6 +364,17 @@ TEST_F(UserSettingsFile, FailureToWriteALine_KeepsTheFollowingOnesFromBeingWritt
     EXPECT_THAT(read(), testing::AnyOf(ReadText{true, one}, ReadText{true, one + two}));
 }
 
+TEST_F(UserSettingsFile, FailureToWriteALineLongerThanAnyBuffer_KeepsTheFollowingOnesFromBeingWritten)
+{
+    const std::wstring longOne = std::wstring(200'000, L'x') + one;
+    {
+        const ScopedFault fault({.call = "_wfsopen.write"});
+        EXPECT_TRUE(write(longOne + two));
+        EXPECT_EQ(Embedded::Faults::struck(), 1U);
+    }
+    EXPECT_EQ(read().text.find(two), std::wstring::npos);
+}
+
 TEST_F(UserSettingsFile, ItemThatCannotBeConvertedAfterALineThatCannotBeWritten_IsStillAFailure)
 {
     Embedded::Faults::watch();
