@@ -60,8 +60,9 @@ public:
     /// the operation's own reference epoch.
     [[nodiscard]] virtual TransformedPoint transform(const CoordinatePoint& point) = 0;
     /// Looks for grids without which the point had to go through operations()[operation]. The first look takes as long
-    /// as making the transformer.
-    virtual void lookForMissingGrids(const CoordinatePoint& point, std::size_t operation) = 0;
+    /// as making the transformer. Returns why the catalog could not be asked; nothing when it was.
+    [[nodiscard]] virtual std::optional<OperationRefusal> lookForMissingGrids(const CoordinatePoint& point,
+                                                                              std::size_t operation) = 0;
 
     /// Whether there are several operations, of which each point goes through the one that suits it.
     virtual bool choosesForEachPoint() const = 0;

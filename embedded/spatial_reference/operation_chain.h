@@ -30,7 +30,11 @@ public:
 
     [[nodiscard]] TransformedPoint transform(const CoordinatePoint& point) override;
     /// A configured operation has its grids.
-    void lookForMissingGrids(const CoordinatePoint& /*point*/, std::size_t /*operation*/) override {}
+    [[nodiscard]] std::optional<OperationRefusal> lookForMissingGrids(const CoordinatePoint& /*point*/,
+                                                                      std::size_t /*operation*/) override
+    {
+        return std::nullopt;
+    }
     bool choosesForEachPoint() const override { return false; }
 
 private:

@@ -80,9 +80,19 @@ bool ProjTransformer::isLastUsed(std::size_t operation, const PJ_PROJ_INFO& info
            signatures_[operation].definition == info.definition;
 }
 
-void ProjTransformer::lookForMissingGrids(const CoordinatePoint& point, std::size_t operation)
+std::optional<OperationRefusal> ProjTransformer::lookForMissingGrids(const CoordinatePoint& point,
+                                                                     std::size_t operation)
 {
-    const UsedOperation& used = operations_[operation];
+    try {
+        collectMissingGrids(point, operations_[operation]);
+    } catch (OperationRefused& refused) {
+        return std::move(refused.refusal);
+    }
+    return std::nullopt;
+}
+
+void ProjTransformer::collectMissingGrids(const CoordinatePoint& point, const UsedOperation& used)
+{
     if (used.accuracyInMetres == 0.0)
         return;
     if (!missingGridSearch_)

@@ -17,7 +17,8 @@ public:
     ProjTransformer(SystemParts source, SystemParts target);
 
     [[nodiscard]] TransformedPoint transform(const CoordinatePoint& point) override;
-    void lookForMissingGrids(const CoordinatePoint& point, std::size_t operation) override;
+    [[nodiscard]] std::optional<OperationRefusal> lookForMissingGrids(const CoordinatePoint& point,
+                                                                      std::size_t operation) override;
     bool choosesForEachPoint() const override { return choosesForEachPoint_; }
 
 private:
@@ -27,6 +28,7 @@ private:
         std::string definition;
     };
 
+    void collectMissingGrids(const CoordinatePoint& point, const UsedOperation& used);
     std::size_t lastUsedOperation();
     bool isLastUsed(std::size_t operation, const PJ_PROJ_INFO& info) const;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -66,17 +67,34 @@ std::vector<std::string> unitsIn(std::string_view wkt)
     return units;
 }
 
-} // namespace
+/// The factor stands behind the name, and is 0 where it is too small for a number.
+bool isAboveZero(std::string_view unit)
+{
+    const std::string_view text = unit.substr(std::min(unit.rfind(',') + 1, unit.size()));
+    double factor = 0;
+    std::from_chars(text.data(), text.data() + text.size(), factor);
+    return factor > 0;
+}
 
-bool keepsUnits(const PJ* object, const Document& document)
+std::optional<std::vector<std::string>> unitsOfObject(const PJ* object)
 {
     const char* const options[] = {"MULTILINE=NO", nullptr};
-    const char* before = proj_as_wkt(projContext(), object, PJ_WKT2_2019, options);
-    if (!before)
-        return true;
-    const ProjObject kept = projObjectFrom(document);
-    const char* after = kept ? proj_as_wkt(projContext(), kept.get(), PJ_WKT2_2019, options) : nullptr;
-    return after && unitsIn(before) == unitsIn(after);
+    const char* wkt = object ? proj_as_wkt(projContext(), object, PJ_WKT2_2019, options) : nullptr;
+    return wkt ? std::optional(unitsIn(wkt)) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string> faultOfUnits(const PJ* object, const Document& document)
+{
+    const auto units = unitsOfObject(object);
+    if (!units)
+        return std::nullopt;
+    if (!std::ranges::all_of(*units, isAboveZero))
+        return "a unit has a factor that is not above 0";
+    if (unitsOfObject(projObjectFrom(document).get()) != units)
+        return "a unit cannot be stored as the definition has it";
+    return std::nullopt;
 }
 
 } // namespace Embedded

@@ -1,14 +1,18 @@
-// Whether a document kept the units of the object that it was made from.
+// Whether the units of a definition can be stored.
 #pragma once
+
+#include <optional>
+#include <string>
 
 #include "embedded/spatial_reference/document.h"
 #include "embedded/spatial_reference/proj_context.h"
 
 namespace Embedded {
 
-/// Compares kind, name and factor of every unit, in order: PROJ takes units of one name for equal when it writes
-/// PROJJSON, so that a document can come to hold another unit. True for an object that cannot be written as WKT 2,
+/// Why a document that was made from the object is not to be stored, for a person: a unit has a factor that is not
+/// above 0, or the document holds another unit. Kind, name and factor of every unit are compared, in order, since PROJ
+/// takes units of one name for equal when it writes PROJJSON. Nothing for an object that cannot be written as WKT 2,
 /// which tells the units.
-bool keepsUnits(const PJ* object, const Document& document);
+std::optional<std::string> faultOfUnits(const PJ* object, const Document& document);
 
 } // namespace Embedded

@@ -71,9 +71,7 @@ std::optional<std::string> whyNoDocument(std::string_view utf8)
     if (const auto fault = looksLikeJson(text) ? faultOfJson(text) : std::nullopt)
         return fault;
     const ProjObject object = objectFromText(text);
-    if (describesSystem(object) && !keepsUnits(object.get(), canonicalDocument(object.get())))
-        return "a unit cannot be stored as the definition has it";
-    return std::nullopt;
+    return describesSystem(object) ? faultOfUnits(object.get(), canonicalDocument(object.get())) : std::nullopt;
 }
 
 std::optional<Document> documentFromUserText(std::string_view utf8, std::string_view code)
@@ -82,7 +80,7 @@ std::optional<Document> documentFromUserText(std::string_view utf8, std::string_
     if (!describesSystem(object))
         return std::nullopt;
     Document document = canonicalDocument(object.get());
-    if (!keepsUnits(object.get(), document))
+    if (faultOfUnits(object.get(), document))
         return std::nullopt;
     if (hasIdentifier(document) && codeOf(document) != code) {
         document.erase("id");

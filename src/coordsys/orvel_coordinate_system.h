@@ -52,7 +52,8 @@ ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefini
 /// Reads the code of the drawing's coordinate system, if the catalog knows it.
 /// On eOk `code` is a new host string that the caller releases with qeutDelBuffer, or null for a drawing without a
 /// coordinate system; on failure null.
-/// Returns as the overloads above, and eInvalidInput for a code that is empty or that the catalog does not know.
+/// Returns as the overloads above; eInvalidInput for a code that is empty or that the catalog does not know;
+/// eOutOfMemory when the host has no memory for the string.
 /// eNoDatabase touches nothing.
 ORVEL_API Qeapp::ErrorStatus GetCoordinateSystem(wchar_t*& code, QeDbDatabase* db);
 
@@ -84,7 +85,8 @@ ORVEL_API Qeapp::ErrorStatus ClearCoordinateSystem(QeDbDatabase* db);
 /// On eOk `bytes` is a host buffer of `length` bytes that the caller releases with qeutDelBuffer; on failure `bytes` is
 /// null and `length` is -1.
 /// Returns eOk; eInvalidInput for a null definition (the out-parameters and `status` are untouched) and for one that
-/// the library cannot write (packed bytes: in 1,024 bytes; text: in 65,536 bytes).
+/// the library cannot write (packed bytes: in 1,024 bytes; text: in 65,536 bytes); eOutOfMemory when the host has no
+/// memory for the buffer.
 ORVEL_API Qeapp::ErrorStatus SerializeCoordinateSystem(const CoordinateReferenceSystemDefinition* definition,
                                                        unsigned char*& bytes, int& length, QeDb::QeDbDwgVersion version,
                                                        Status* status = nullptr);

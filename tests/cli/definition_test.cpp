@@ -124,6 +124,15 @@ TEST_F(AssignDefinition, UnitThatCannotBeStored_IsRefused)
                   "a unit cannot be stored as the definition has it: statusUnreadable (43)");
 }
 
+TEST_F(AssignDefinition, UnitWithAFactorThatIsNotAboveZero_IsRefused)
+{
+    for (const std::string factor : {"0", "-1", "1e-400"}) {
+        std::string wkt = kWkt;
+        wkt.replace(wkt.find("UNIT[\"metre\",1]"), 15, "UNIT[\"metre\"," + factor + "]");
+        expectRefusal(wkt, "a unit has a factor that is not above 0: statusUnreadable (43)");
+    }
+}
+
 TEST_F(AssignDefinition, OverlongText_IsRefused)
 {
     expectRefusal(std::string((std::size_t{1} << 20) + 1, ' '), "longer than 1048576 bytes");

@@ -74,18 +74,28 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
     return status;
 }
 
+/// Clearing the user's configuration leaves the settings file, which goes on answering where it can be read.
+void noteSettingsFile(const ConfigTarget& target, Output& output)
+{
+    try {
+        if (readConfig(target))
+            output.note(settingsFileName(), "the settings file stays as it is and goes on answering");
+    } catch (const Failure& failure) {
+        output.note(failure.subject(), failure.what());
+    }
+}
+
 ExitStatus runClear(const ConfigOptions& options, Output& output)
 {
     checkConfigTarget(options.target, true, output);
-    const bool settingsFileStays = options.target.user && readConfig(options.target).has_value();
     const ConfigChange change = clearConfig(options.target, output);
     if (options.target.isDrawing())
         return report(options.target, change, "configuration cleared", output);
     ConfigTarget registry = options.target;
     registry.registryStore = true;
     const ExitStatus status = report(registry, change, "emptied", output);
-    if (change.error.empty() && settingsFileStays)
-        output.note(settingsFileName(), "the settings file stays as it is and goes on answering");
+    if (change.error.empty())
+        noteSettingsFile(options.target, output);
     return status;
 }
 

@@ -239,7 +239,8 @@ ConfigChange clearConfig(const ConfigTarget& target, Output& output)
 
 std::string settingsFileName()
 {
-    return settingsFile().string();
+    const std::string name = settingsFile().string();
+    return name.empty() ? "settings file" : name;
 }
 
 } // namespace Orvelcs

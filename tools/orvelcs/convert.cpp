@@ -5,6 +5,7 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/foundation/text.h"
+#include "embedded/spatial_reference/catalog.h"
 #include "orvelcs/change.h"
 #include "orvelcs/standard_streams.h"
 #include "orvelcs/system_description.h"
@@ -41,9 +42,14 @@ std::string conversionReason(QeDbDatabase* database, Qeapp::ErrorStatus failure)
     Orvel::LibraryObject<System> system;
     if (CoordinateSystem::GetCoordinateSystem(system.put(), nullptr, database) != Qeapp::eOk)
         return ": its coordinate system cannot be read";
-    if (!system || failure != Qeapp::eInvalidResbuf)
+    if (!system)
         return "";
     const SystemDescription description = describe(*system.get());
+    if (const auto cause =
+            failure == Qeapp::eInvalidInput ? Embedded::whyCatalogFails(description.code.value_or(L"")) : std::nullopt)
+        return ": the catalog cannot be read: " + *cause;
+    if (failure != Qeapp::eInvalidResbuf)
+        return "";
     return fmt::format(": {} does not fit into the older forms",
                        Embedded::utf8FromWide(description.code.value_or(L"its coordinate system")));
 }

@@ -70,8 +70,9 @@ std::string whyNotAsked(const std::wstring& code)
 std::string describeUnreadable(Qeapp::ErrorStatus result, QeDbDatabase* database)
 {
     const std::string message = resultName(result) + ": the stored coordinate system cannot be read";
-    const auto cause = Embedded::whyCatalogFails(Orvel::ReadLegacyProjectionCode(database));
-    return hasLegacyCode(database) && cause ? message + ": the catalog cannot be read: " + *cause : message;
+    const std::wstring code = Orvel::ReadLegacyProjectionCode(database);
+    const auto cause = code.empty() ? std::nullopt : Embedded::whyCatalogFails(code);
+    return cause ? message + ": the catalog cannot be read: " + *cause : message;
 }
 
 void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)

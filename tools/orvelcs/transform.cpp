@@ -38,13 +38,13 @@ struct PointTask {
 };
 
 struct PointAnswer {
+    Embedded::CoordinatePoint given;
     Embedded::TransformedPoint transformed;
-    bool hasEpoch = false;
 };
 
 PointAnswer failedAnswer(const std::string& message)
 {
-    return {{std::nullopt, Embedded::wideFromUtf8(message)}};
+    return {{}, {std::nullopt, Embedded::wideFromUtf8(message)}};
 }
 
 PointAnswer answerTo(const LineReader& reader, PointTask& task)
@@ -60,13 +60,17 @@ PointAnswer answerTo(const LineReader& reader, PointTask& task)
     const std::optional<double> ownEpoch = point->epoch;
     if (!ownEpoch)
         point->epoch = task.epoch;
-    PointAnswer answer{task.transformer->transform(*point), point->epoch.has_value()};
-    if (!answer.transformed.point)
-        return answer;
-    answer.transformed.point->epoch = ownEpoch;
-    if (task.lookForMissingGrids)
-        task.transformer->lookForMissingGrids(*point, answer.transformed.operation);
+    PointAnswer answer{*point, task.transformer->transform(*point)};
+    if (answer.transformed.point)
+        answer.transformed.point->epoch = ownEpoch;
     return answer;
+}
+
+/// Throws Failure where the catalog cannot be asked.
+void lookForMissingGrids(PointTask& task, const PointAnswer& answer)
+{
+    if (const auto refusal = task.transformer->lookForMissingGrids(answer.given, answer.transformed.operation))
+        throw failureOf(*refusal, ExitStatus::failed);
 }
 
 /// Answers each line as it comes, so that both ends of a pipe can work at the same time.
@@ -79,11 +83,14 @@ ExitStatus transformLines(PointTask& task, PointPrinter& printer, TransformSumma
         if (isBlankOrComment(reader.line()))
             continue;
         ++points;
-        const auto& [answer, hasEpoch] = answerTo(reader, task);
-        summary.count(answer, hasEpoch);
-        printer.print(answer.point, answer.point ? &task.transformer->operations()[answer.operation] : nullptr);
-        if (!answer.point && ++failures == 1)
-            output.error(fmt::format("line {}", reader.number()), Embedded::utf8FromWide(answer.failure));
+        const PointAnswer answer = answerTo(reader, task);
+        const auto& [point, failure, operation] = answer.transformed;
+        summary.count(answer.transformed, answer.given.epoch.has_value());
+        printer.print(point, point ? &task.transformer->operations()[operation] : nullptr);
+        if (!point && ++failures == 1)
+            output.error(fmt::format("line {}", reader.number()), Embedded::utf8FromWide(failure));
+        if (point && task.lookForMissingGrids)
+            lookForMissingGrids(task, answer);
     }
     if (failures == 0)
         return ExitStatus::done;
@@ -151,9 +158,9 @@ Command declareTransform(CLI::App& program)
                   {"transform [OPTIONS] SRC DST < POINTS"},
                   "A point is a line of x y, x y z or x y z epoch in the order of the system's own axes: a third\n"
                   "number is always a height, a fourth always the epoch, a decimal year. Empty lines and lines\n"
-                  "that begin with # are skipped. One that cannot be transformed is answered with *, and the\n"
-                  "exit status is 1 then. Without a configured transformation each point goes through what PROJ\n"
-                  "chooses for it."});
+                  "that begin with # are skipped. A point that cannot be transformed is answered with *, and\n"
+                  "the exit status is 1 then. Without a configured transformation each point goes through what\n"
+                  "PROJ chooses for it."});
     addArgument(*app, "SRC", options->source, "the code of the points' system")->required();
     addArgument(*app, "DST", options->target, "the code of the system to transform to")->required();
     options->drawingOption =

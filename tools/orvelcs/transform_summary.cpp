@@ -1,5 +1,7 @@
 #include "orvelcs/transform_summary.h"
 
+#include <algorithm>
+#include <span>
 #include <utility>
 
 #include <fmt/format.h>
@@ -31,6 +33,27 @@ bool isDownloadable(const Embedded::MissingGrid& missing)
 std::string commandFor(const Embedded::MissingGrid& missing)
 {
     return "projsync --file " + Embedded::utf8FromWide(missing.grid.name);
+}
+
+/// Of one operation, which needs all of them.
+std::string describeMissingGrids(std::span<const Embedded::MissingGrid> missing)
+{
+    std::vector<std::string> names;
+    std::vector<std::string> commands;
+    for (const Embedded::MissingGrid& each : missing) {
+        names.push_back(Embedded::utf8FromWide(each.grid.name));
+        commands.push_back(commandFor(each));
+    }
+    const bool isOne = missing.size() == 1;
+    const std::string problem = fmt::format("the {} {} {} not installed; {} would allow {}", isOne ? "grid" : "grids",
+                                            fmt::join(names, " and "), isOne ? "is" : "are", isOne ? "it" : "they",
+                                            labelOf(missing.front().operation));
+    const std::string folder = Embedded::gridFolder();
+    if (!std::ranges::all_of(missing, isDownloadable))
+        return fmt::format("{}; PROJ offers no download; {} in {}", problem, isOne ? "it belongs" : "they belong",
+                           folder);
+    return fmt::format("{}; {} {} into {}", problem, fmt::join(commands, " and "), isOne ? "puts it" : "put them",
+                       folder);
 }
 
 Json gridAsJson(const Embedded::MissingGrid& missing)
@@ -122,12 +145,20 @@ void TransformSummary::noteBallparks(Output& output) const
 
 void TransformSummary::noteMissingGrids(Output& output) const
 {
-    for (const Embedded::MissingGrid& missing : transformer_.missingGrids()) {
-        const std::string advice =
-            isDownloadable(missing) ? commandFor(missing) + " puts it" : "PROJ offers no download of it; it belongs";
-        output.note(systems_, fmt::format("the grid {} is not installed; it would allow {}; {} into {}",
-                                          Embedded::utf8FromWide(missing.grid.name), labelOf(missing.operation), advice,
-                                          Embedded::gridFolder()));
+    constexpr int kMostNotes = 5;
+    const std::vector<Embedded::MissingGrid>& missing = transformer_.missingGrids();
+    int notes = 0;
+    for (auto first = missing.begin(); first != missing.end();) {
+        if (notes++ == kMostNotes) {
+            output.note(systems_, fmt::format("{} more grids that are not installed would allow better operations; "
+                                              "--json names them",
+                                              missing.end() - first));
+            return;
+        }
+        const auto isOfAnother = [&](const auto& other) { return other.operation.name != first->operation.name; };
+        const auto end = std::find_if(first, missing.end(), isOfAnother);
+        output.note(systems_, describeMissingGrids({first, end}));
+        first = end;
     }
 }
 

@@ -161,6 +161,40 @@ TEST_F(DamagedCatalog, LeavesADrawingThatHasACodeAloneUnreadable)
                                          "cannot be read: there is no proj.db in "));
 }
 
+TEST_F(DamagedCatalog, IsNamedWhereADrawingCannotBeConvertedWithoutIt)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    const std::string before = contents("plan.qedb");
+    const ProgramResult result = runThere({"convert", "plan.qedb", "--to", "29"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, HasSubstr("plan.qedb: eInvalidInput (3): "));
+    EXPECT_THAT(result.errors, HasSubstr(": the catalog cannot be read: there is no proj.db in "));
+    EXPECT_EQ(contents("plan.qedb"), before);
+}
+
+TEST_F(DamagedCatalog, BetweenTwoPoints_IsAFailureThatKeepsThePointsBefore)
+{
+    std::filesystem::copy_file(Embedded::catalogPath(), database());
+    ProgramRun script;
+    script.program = "/bin/sh";
+    script.arguments = {"-c", R"(mkfifo in out
+                                 "$0" transform EPSG:4267 EPSG:4269 <in >out 2>errors &
+                                 exec 3>in 4<out
+                                 echo nonsense >&3
+                                 read -r answer <&4
+                                 dd if=/dev/zero of=catalog/proj.db bs=4096 count=1000 conv=notrunc 2>dd
+                                 echo 40 -100 >&3
+                                 exec 3>&-
+                                 cat <&4 >rest
+                                 wait $!
+                                 echo $?)",
+                        ORVELCS_PROGRAM};
+    script.environment["PROJ_DATA"] = folder().string();
+    EXPECT_EQ(run(script).output, "1\n");
+    EXPECT_THAT(contents("rest"), testing::StartsWith("39.9999968834 -100.0004155886\n"));
+    EXPECT_THAT(contents("errors"), HasSubstr("the catalog cannot be read: " + database()));
+}
+
 TEST_F(DamagedCatalog, IsNotTakenForOneThatSaysADefinitionIsNotReversible)
 {
     givenDrawing("plan.qedb");

@@ -29,7 +29,6 @@ protected:
             {"transformation", "EPSG:4275", "EPSG:4326"},
             {"config", "get", "--user"},
             {"config", "set", "-", "--user"},
-            {"config", "clear", "--user"},
             {"config", "add", "--source", "A", "--target", "B", "--name", "n", "--type", "path", "--user"}};
         for (CommandWords& command : commands)
             command.insert(command.end(), {"--json", "--user-dir", userFolder()});
@@ -118,6 +117,14 @@ TEST_F(UnreadableSettings, NotUtf8_AreRefused)
     for (const CommandWords& command : commands())
         if (command[1] != "set")
             expectRefusal(command, "is not UTF-8");
+}
+
+TEST_F(UnreadableSettings, DoNotKeepTheRegistryFromBeingCleared)
+{
+    std::filesystem::create_directory(settings());
+    const ProgramResult result = run({"config", "clear", "--user", "--user-dir", userFolder()});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.errors, HasSubstr(settings().string() + ": note: is a folder\n"));
 }
 
 TEST_F(UnreadableSettings, AreNotAskedWhereTheDrawingAnswers)

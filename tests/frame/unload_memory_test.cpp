@@ -35,9 +35,9 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept
 namespace Tests {
 namespace {
 
-using ReactorMemory = FrameTest;
+using UnloadMemory = FrameTest;
 
-TEST_F(ReactorMemory, IsGivenBackByUnloading)
+TEST_F(UnloadMemory, IsGivenBackByUnloading)
 {
     ASSERT_EQ(orvelApplication().load(), Qeapp::eOk); // the host's own list has its room from here on
     ASSERT_EQ(orvelApplication().unload(), Qeapp::eOk);
