@@ -76,9 +76,13 @@ ResbufChain DefinitionToResbufGroup(const Library::DefinitionBase* definition)
         return {};
     // GCOVR_EXCL_BR_STOP
     ResbufChainBuilder group;
-    const bool complete =
-        group.append(braceResbuf(L'{')) && appendChunks(group, packed) && group.append(braceResbuf(L'}'));
-    return complete ? group.take() : ResbufChain();
+    if (!group.append(braceResbuf(L'{')))
+        return {};
+    if (!appendChunks(group, packed))
+        return {};
+    if (!group.append(braceResbuf(L'}')))
+        return {};
+    return group.take();
 }
 
 LibraryObject<Library::DefinitionBase> ResbufGroupToDefinition(const resbuf* group)

@@ -7,10 +7,7 @@
 namespace Orvel {
 
 /// eOk for success, eInvalidInput for every failure.
-[[nodiscard]] inline Qeapp::ErrorStatus LibraryResult(Library::Status status)
-{
-    return status == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
-}
+[[nodiscard]] Qeapp::ErrorStatus LibraryResult(Library::Status status);
 
 /// The same for a call that hands out an object. A success without an object counts as a failure.
 template <class T>

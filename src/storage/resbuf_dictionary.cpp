@@ -25,7 +25,9 @@ Qeapp::ErrorStatus openPresent(const NamedObjects& parent, const std::wstring& n
 {
     QeDbObjectId id;
     const Qeapp::ErrorStatus lookedUp = parent->getAt(name.c_str(), id);
-    return lookedUp == Qeapp::eOk ? dictionary.open(id, mode) : lookedUp;
+    if (lookedUp != Qeapp::eOk)
+        return lookedUp;
+    return dictionary.open(id, mode);
 }
 
 /// Whether there is no such dictionary: no entry, an erased one, or one of another class. Any other failure, such as an

@@ -138,7 +138,8 @@ bool WriteUserTransformationSettings(const wchar_t* text)
         std::optional<std::string> line = utf8Of(*chunk);
         if (!line)
             return false;
-        isWritten = isWritten && writeLine(file.get(), *std::move(line));
+        if (isWritten)
+            isWritten = writeLine(file.get(), *std::move(line));
     }
     return true;
 }
