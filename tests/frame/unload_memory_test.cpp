@@ -11,12 +11,19 @@ long blocksHeld = 0;
 
 } // namespace
 
-void* operator new(std::size_t size)
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
 {
     void* const memory = std::malloc(size == 0 ? 1 : size);
+    if (memory != nullptr)
+        ++blocksHeld;
+    return memory;
+}
+
+void* operator new(std::size_t size)
+{
+    void* const memory = operator new(size, std::nothrow);
     if (memory == nullptr)
         throw std::bad_alloc();
-    ++blocksHeld;
     return memory;
 }
 
@@ -25,6 +32,11 @@ void operator delete(void* memory) noexcept
     if (memory != nullptr)
         --blocksHeld;
     std::free(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
+{
+    operator delete(memory);
 }
 
 void operator delete(void* memory, std::size_t /*size*/) noexcept
