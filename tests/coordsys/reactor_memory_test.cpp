@@ -1,80 +1,14 @@
-// What the reactor list does with memory. The program's own allocation functions stand here, so that the next
-// allocation can be made to fail and what is held can be counted.
-#include <cstdlib>
+// What the reactor list does with memory.
 #include <memory>
 #include <new>
 
 #include "coordsys/reactor_notices.h"
+#include "support/allocations/counted_allocations.h"
 #include "support/coordsys_test.h"
 
 namespace {
 
-bool nextAllocationFails = false;
-long blocksHeld = 0;
-
-void* allocate(std::size_t size)
-{
-    if (nextAllocationFails) {
-        nextAllocationFails = false;
-        throw std::bad_alloc();
-    }
-    void* const memory = std::malloc(size == 0 ? 1 : size);
-    if (memory == nullptr)
-        throw std::bad_alloc();
-    ++blocksHeld;
-    return memory;
-}
-
-void release(void* memory) noexcept
-{
-    if (memory != nullptr)
-        --blocksHeld;
-    std::free(memory);
-}
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    return allocate(size);
-}
-
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept
-{
-    try {
-        return allocate(size);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-
-void operator delete(void* memory) noexcept
-{
-    release(memory);
-}
-
-void operator delete(void* memory, const std::nothrow_t&) noexcept
-{
-    release(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    release(memory);
-}
-
-namespace {
-
 using namespace Tests;
-
-/// The next allocation fails, if there is one before the end of the scope.
-class ScopedShortage {
-public:
-    ScopedShortage() { nextAllocationFails = true; }
-    ~ScopedShortage() { nextAllocationFails = false; }
-    ScopedShortage(const ScopedShortage&) = delete;
-    ScopedShortage& operator=(const ScopedShortage&) = delete;
-};
 
 class ReactorMemory : public CoordsysTest {
 protected:
@@ -131,9 +65,9 @@ TEST_F(ReactorMemory, ANoticeHoldsNothingAfterwards)
 {
     addReactor();
     log.reserve(8);
-    const long before = blocksHeld;
+    const long before = allocatedBlocks();
     Cs::NotifyCsTransformationChanged();
-    EXPECT_EQ(blocksHeld, before);
+    EXPECT_EQ(allocatedBlocks(), before);
 }
 
 TEST_F(ReactorMemory, AThrowingReactorLeavesNoSnapshotBehind)
@@ -141,9 +75,9 @@ TEST_F(ReactorMemory, AThrowingReactorLeavesNoSnapshotBehind)
     addReactor();
     log.reserve(8);
     reactors.back()->action = [](const Notice&) { throw 1; };
-    const long before = blocksHeld;
+    const long before = allocatedBlocks();
     EXPECT_THROW(Cs::NotifyCsTransformationChanged(), int);
-    EXPECT_EQ(blocksHeld, before);
+    EXPECT_EQ(allocatedBlocks(), before);
 }
 
 } // namespace

@@ -10,8 +10,8 @@ using Tests::Recording::Type;
 namespace {
 
 using Tests::Recording::answers;
-using Tests::Recording::fill;
 using Tests::Recording::record;
+using Tests::Recording::recordMaking;
 using Tests::Recording::textOf;
 
 Status textQuery(const std::string& name, const DefinitionBase* definition, const std::wstring& value,
@@ -26,13 +26,12 @@ Status textQuery(const std::string& name, const DefinitionBase* definition, cons
 template <class Class>
 Status load(const std::string& name, const wchar_t* code, Class*& definition)
 {
-    const Status status = record(name, {textOf(code)});
     const auto found = answers().catalog.find(code != nullptr ? code : L"");
-    definition = nullptr;
-    if (found == answers().catalog.end())
-        return status == statusOk ? statusNotFound : status;
-    fill(name, definition, [&] { return dynamic_cast<Class*>(Tests::Recording::newDefinition(found->second)); });
-    return status;
+    const bool isThere = found != answers().catalog.end();
+    const Status status = recordMaking(name, {textOf(code)}, definition, [&] {
+        return isThere ? dynamic_cast<Class*>(Tests::Recording::newDefinition(found->second)) : nullptr;
+    });
+    return isThere || status != statusOk ? status : statusNotFound;
 }
 
 } // namespace
@@ -121,14 +120,11 @@ Status System::GetEllipsoidCode(const wchar_t*& code) const
 
 Status System::GetDatum(DatumDefinition*& datum) const
 {
-    const char* const name = "CoordinateReferenceSystemDefinition::GetDatum";
-    const Status status = record(name, {textOf(this)});
     const Definition& own = data().definition;
-    fill(name, datum, [&] {
+    return recordMaking("CoordinateReferenceSystemDefinition::GetDatum", {textOf(this)}, datum, [&] {
         return new DatumDefinition(
             new DefinitionData{{.type = Type::datum, .code = own.datumCode, .ellipsoidCode = own.ellipsoidCode}});
     });
-    return status;
 }
 
 Status System::SetDatum(const DatumDefinition* datum)
@@ -159,11 +155,9 @@ Operation::~CoordinateReferenceSystemOperation()
 Status Operation::Load(const CoordinateReferenceSystemDefinition* definition,
                        CoordinateReferenceSystemOperation*& operation)
 {
-    const char* const name = "CoordinateReferenceSystemOperation::Load";
-    const Status status = record(name, {textOf(definition)});
-    fill(name, operation,
-         [&] { return new Operation(new OperationData{!definition->data().definition.datumCode.empty()}); });
-    return status;
+    return recordMaking("CoordinateReferenceSystemOperation::Load", {textOf(definition)}, operation, [&] {
+        return new Operation(new OperationData{!definition->data().definition.datumCode.empty()});
+    });
 }
 
 Status Operation::IsDatumBased(bool& answer) const
@@ -176,13 +170,10 @@ Status Operation::IsDatumBased(bool& answer) const
 Status CoordinateReferenceSystemUtil::GetEllipsoid(const CoordinateReferenceSystemDefinition* definition,
                                                    EllipsoidDefinition*& ellipsoid)
 {
-    const char* const name = "CoordinateReferenceSystemUtil::GetEllipsoid";
-    const Status status = record(name, {textOf(definition)});
-    fill(name, ellipsoid, [&] {
+    return recordMaking("CoordinateReferenceSystemUtil::GetEllipsoid", {textOf(definition)}, ellipsoid, [&] {
         return new EllipsoidDefinition(
             new DefinitionData{{.type = Type::ellipsoid, .code = definition->data().definition.ellipsoidCode}});
     });
-    return status;
 }
 
 GeodeticTransformationDefinition::GeodeticTransformationDefinition(DefinitionData* data) : DefinitionBase(data)
@@ -237,10 +228,7 @@ TransformationInfo::~TransformationInfo()
 
 Status TransformationInfo::CreateInstance(TransformationInfo*& info)
 {
-    const char* const name = "TransformationInfo::CreateInstance";
-    const Status status = record(name, {});
-    fill(name, info, [] { return new TransformationInfo; });
-    return status;
+    return recordMaking("TransformationInfo::CreateInstance", {}, info, [] { return new TransformationInfo; });
 }
 
 const wchar_t* TransformationInfo::GetName() const

@@ -28,11 +28,14 @@ std::string textOf(const unsigned char* bytes, std::size_t length);
 /// "1024 zero bytes", or how many that are not all zero.
 std::string bufferText(const unsigned char* buffer, std::size_t length);
 
-/// Hands out what `make` makes, or null where the test wants that.
+/// Records a call that hands out an object: what `make` makes, or null if the test wants that.
 template <class Object, class Make>
-void fill(const std::string& name, Object*& output, const Make& make)
+Library::Status recordMaking(const std::string& name, std::initializer_list<std::string> arguments, Object*& output,
+                             const Make& make)
 {
+    const Library::Status status = record(name, arguments);
     output = answers().withoutObject.contains(name) ? nullptr : make();
+    return status;
 }
 
 /// The number under which the definitions can be found again.

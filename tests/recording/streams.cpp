@@ -23,8 +23,8 @@ namespace {
 using Bytes = std::vector<unsigned char>;
 using Tests::Recording::answers;
 using Tests::Recording::bufferText;
-using Tests::Recording::fill;
 using Tests::Recording::record;
+using Tests::Recording::recordMaking;
 using Tests::Recording::textOf;
 
 std::string textOfFormat(SerializationFormat format)
@@ -71,10 +71,7 @@ DefinitionBaseArray::~DefinitionBaseArray()
 
 Status DefinitionBaseArray::CreateInstance(DefinitionBaseArray*& array)
 {
-    const char* const name = "DefinitionBaseArray::CreateInstance";
-    const Status status = record(name, {});
-    fill(name, array, [] { return new DefinitionBaseArray; });
-    return status;
+    return recordMaking("DefinitionBaseArray::CreateInstance", {}, array, [] { return new DefinitionBaseArray; });
 }
 
 int DefinitionBaseArray::GetCount() const
@@ -116,10 +113,7 @@ DefinitionStream::~DefinitionStream()
 
 Status DefinitionStream::CreateInstance(DefinitionStream*& stream)
 {
-    const char* const name = "DefinitionStream::CreateInstance";
-    const Status status = record(name, {});
-    fill(name, stream, [] { return new DefinitionStream; });
-    return status;
+    return recordMaking("DefinitionStream::CreateInstance", {}, stream, [] { return new DefinitionStream; });
 }
 
 Status DefinitionStream::Add(const DefinitionBase* definition)
@@ -150,10 +144,8 @@ Status DefinitionStream::Read(const unsigned char* bytes, std::size_t lengthInBy
 
 Status DefinitionStream::GetDefinitions(DefinitionBaseArray*& definitions) const
 {
-    const char* const name = "DefinitionStream::GetDefinitions";
-    const Status status = record(name, {});
-    fill(name, definitions, [&] { return newArray(data_->definitions); });
-    return status;
+    return recordMaking("DefinitionStream::GetDefinitions", {}, definitions,
+                        [&] { return newArray(data_->definitions); });
 }
 
 Status DefinitionStream::Serialize_s(const DefinitionBase* definition, unsigned char* buffer,
@@ -171,12 +163,10 @@ Status DefinitionStream::Serialize_s(const DefinitionBase* definition, unsigned 
 Status DefinitionStream::Deserialize_s(DefinitionBaseArray*& definitions, const unsigned char* bytes,
                                        std::uint64_t lengthInBytes, SerializationFormat format, int schemaVersion)
 {
-    const char* const name = "DefinitionStream::Deserialize_s";
-    const Status status =
-        record(name, {textOf(bytes, lengthInBytes), textOfFormat(format), "schema " + std::to_string(schemaVersion)});
-    fill(name, definitions,
-         [&] { return newArray(Tests::Recording::stored(lengthInBytes >= 4 && bytes[0] == '#' ? bytes[2] : 0)); });
-    return status;
+    return recordMaking(
+        "DefinitionStream::Deserialize_s",
+        {textOf(bytes, lengthInBytes), textOfFormat(format), "schema " + std::to_string(schemaVersion)}, definitions,
+        [&] { return newArray(Tests::Recording::stored(lengthInBytes >= 4 && bytes[0] == '#' ? bytes[2] : 0)); });
 }
 
 Status FormatConverter::DefinitionToWkt_s(const CoordinateReferenceSystemDefinition* definition, WktFlavor flavor,
