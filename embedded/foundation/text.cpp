@@ -2,6 +2,7 @@
 
 #include <utf8.h>
 
+#include <algorithm>
 #include <iterator>
 
 namespace Embedded {
@@ -64,6 +65,11 @@ char32_t unitAt(std::string_view bytes, std::size_t index)
     return static_cast<char32_t>(low | high << 8);
 }
 
+bool isContinuationByte(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
 } // namespace
 
 std::string utf8FromWide(std::wstring_view text)
@@ -89,6 +95,14 @@ std::wstring wideFromUtf8(std::string_view utf8)
 bool isValidUtf8(std::string_view utf8)
 {
     return utf8::is_valid(utf8.begin(), utf8.end());
+}
+
+std::string_view beginningOfUtf8(std::string_view utf8, std::size_t mostBytes)
+{
+    std::size_t length = std::min(utf8.size(), mostBytes);
+    while (length > 0 && length < utf8.size() && isContinuationByte(utf8[length]))
+        --length;
+    return utf8.substr(0, length);
 }
 
 bool isWellFormed(std::wstring_view text)

@@ -15,6 +15,8 @@ FQCORE_API std::string utf8FromWide(std::wstring_view text);
 /// Invalid sequences become U+FFFD.
 FQCORE_API std::wstring wideFromUtf8(std::string_view utf8);
 FQCORE_API bool isValidUtf8(std::string_view utf8);
+/// The beginning of the text, of `mostBytes` at most, cut between characters.
+FQCORE_API std::string_view beginningOfUtf8(std::string_view utf8, std::size_t mostBytes);
 /// Whether the text is made of Unicode scalar values (in well-formed UTF-16 where wide characters are units), so that
 /// utf8FromWide loses nothing.
 FQCORE_API bool isWellFormed(std::wstring_view text);

@@ -1,4 +1,4 @@
-// The units in which a system's coordinates are told.
+// The units of a system's coordinates.
 #pragma once
 
 #include <vector>
@@ -8,7 +8,7 @@
 
 namespace Embedded {
 
-/// Of three axes; where the system has no height, metres.
+/// The units of the three axes. The third one is the metre when the system has no height.
 std::vector<AxisUnit> unitsOf(const SystemParts& system);
 
 } // namespace Embedded

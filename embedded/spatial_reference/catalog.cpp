@@ -121,13 +121,6 @@ const std::vector<CatalogEntry>& catalogEntries()
     return entries;
 }
 
-CatalogState catalogState()
-{
-    if (!isCatalogAvailable())
-        return CatalogState::unavailable;
-    return catalogEntries().size() > localSystems().size() ? CatalogState::listed : CatalogState::unreadable;
-}
-
 std::optional<std::string> whyCatalogFails(std::wstring_view code)
 {
     return causeOf(faultBehindMissing(utf8FromWide(code), DefinitionType::coordinateReferenceSystem));
@@ -138,9 +131,16 @@ std::optional<std::string> checkCatalog()
     return causeOf(faultOfWholeCatalog());
 }
 
-std::string whyCatalogIsUnlisted()
+std::optional<std::string> whyCatalogIsUnlisted()
 {
+    if (isCatalogAvailable() && catalogEntries().size() > localSystems().size())
+        return std::nullopt;
     return causeOf(faultOfLastAnswer()).value_or(catalogPath() + ": PROJ cannot list its systems");
+}
+
+std::string unreadableCatalogMessage(std::string_view cause)
+{
+    return std::string("the catalog cannot be read: ").append(cause);
 }
 
 std::string catalogPath()

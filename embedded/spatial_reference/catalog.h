@@ -27,13 +27,8 @@ struct CatalogQuery {
     std::size_t limit = 0;   // 0: all
 };
 
-/// Whether there is a catalog to search: PROJ has no database, or has one that cannot be listed (it needs room for a
-/// temporary file), or has listed it.
-enum class CatalogState { unavailable, unreadable, listed };
-ZSR_API CatalogState catalogState();
-
 /// Every system that can be loaded, each once, deprecated ones included, vertical-only ones excluded; read on first
-/// use. The local systems alone, which are not of PROJ's database, unless the catalog is listed.
+/// use. Holds only the local systems, which are not of PROJ's database, when whyCatalogIsUnlisted has an answer.
 ZSR_API const std::vector<CatalogEntry>& catalogEntries();
 /// Exact code first, then exact name, then names that begin with the text, then the rest, each by authority and number.
 ZSR_API std::vector<CatalogEntry> searchCatalog(const CatalogQuery& query);
@@ -42,8 +37,11 @@ ZSR_API std::vector<CatalogEntry> searchCatalog(const CatalogQuery& query);
 ZSR_API std::optional<std::string> whyCatalogFails(std::wstring_view code);
 /// Reads PROJ's database whole: why it cannot be opened, or the first damage that is found. Nothing for a sound one.
 ZSR_API std::optional<std::string> checkCatalog();
-/// Why PROJ could not list the systems of its database.
-ZSR_API std::string whyCatalogIsUnlisted();
+/// Why PROJ could not list the systems of its database: it has none open, or cannot read it, for which it needs room
+/// for a temporary file. Nothing when it has listed them.
+ZSR_API std::optional<std::string> whyCatalogIsUnlisted();
+/// "the catalog cannot be read: " followed by the cause.
+ZSR_API std::string unreadableCatalogMessage(std::string_view cause);
 /// The path of PROJ's database; empty when it has none open.
 ZSR_API std::string catalogPath();
 

@@ -20,7 +20,7 @@ struct SqliteRelease {
 };
 using Statement = std::unique_ptr<sqlite3_stmt, SqliteRelease>;
 
-/// What a question came to: SQLite's result, its message where it is an error, and the rows' first columns.
+/// The answer to a query: SQLite's result code, its message if that is an error, and the first column of each row.
 struct Answer {
     int result = SQLITE_DONE;
     std::string message{};
@@ -29,7 +29,7 @@ struct Answer {
     bool isError() const { return result != SQLITE_DONE; }
 };
 
-/// One file, opened for reading.
+/// A database file that is open for reading.
 class Database {
 public:
     explicit Database(std::string path) : path_(std::move(path))
@@ -104,7 +104,8 @@ const Database& openedDatabase()
     return database;
 }
 
-/// The first file of that name in the folders, which PROJ would not open; empty where there is none.
+/// The path of the first proj.db in the folders that PROJ searches. Called when PROJ has opened none; empty when no
+/// folder holds one.
 std::string unopenedDatabase()
 {
     for (const std::string& folder : catalogFolders()) {
@@ -123,7 +124,7 @@ std::string joinedFolders()
     return joined;
 }
 
-/// A check takes a page that there is no memory for as damaged.
+/// SQLite's check reports a page as damaged when there is no memory to read it. The report then ends with this code.
 constexpr std::string_view kOutOfMemory = "error code=7";
 static_assert(SQLITE_NOMEM == 7);
 
@@ -136,7 +137,7 @@ std::string firstDamage(const std::vector<std::string>& rows)
     return name == std::string::npos ? damage : damage.substr(name + kEndOfName.size());
 }
 
-/// What the names of the tables are like that hold the definitions of a type.
+/// A LIKE pattern for the names of the tables that hold definitions of the type.
 const char* tablesOf(DefinitionType type)
 {
     switch (type) {

@@ -1,5 +1,5 @@
-// PROJ's database, asked through SQLite itself. PROJ answers alike, with nothing, what the database lacks, what is
-// damaged and what there was no memory for.
+// Queries PROJ's database through SQLite to find out why PROJ gave no object: the database lacks it, the database is
+// damaged, or there was not enough memory. PROJ's own answer is the same in all three cases.
 #pragma once
 
 #include <optional>
@@ -17,24 +17,26 @@ struct CatalogFault {
     std::string cause; // for a person, with the path of the database, or with the folders in which there is none
 };
 
-/// Nothing when PROJ has opened its database.
+/// Why PROJ has no database open; nothing when it has one.
 std::optional<CatalogFault> faultOfOpening();
-/// For a code, as the catalog spells its authority, that PROJ gives nothing for. Nothing when the database lacks it
-/// too, and for an operation that is there, since PROJ cannot make all of them.
+/// Why PROJ gives no object for the code, whose authority is spelled as in the catalog. Nothing when the database lacks
+/// the code as well. Nothing for an operation that the database has, since PROJ cannot make all of them.
 std::optional<CatalogFault> faultBehindMissingCode(const CatalogCode& code, DefinitionType type);
-/// For the name of an operation that PROJ gives nothing for. Nothing when the database can be read.
+/// Why PROJ gives no operation for the name. Nothing when the database can be read.
 std::optional<CatalogFault> faultBehindMissingName(const std::string& name);
-/// For an authority that is not among those that PROJ reads. Nothing when PROJ reads any.
+/// Why PROJ does not list an authority. Nothing when PROJ lists any authority at all.
 std::optional<CatalogFault> faultBehindMissingAuthority();
-/// Of the other names of its objects. PROJ ends the process when it compares two objects and cannot read these.
+/// Why the table of alternative names cannot be read; nothing when it can. PROJ ends the process when it compares two
+/// objects and cannot read that table.
 std::optional<CatalogFault> faultOfAliases();
-/// Reads the whole database and compares its indexes with its tables; takes some tenths of a second.
+/// Reads the whole database, compares its indexes with its tables, and returns the first fault. This takes some tenths
+/// of a second.
 std::optional<CatalogFault> faultOfWholeCatalog();
 
-/// Of an answer of PROJ's that may lack something, or all. Nothing when PROJ could read what it had to.
+/// Why PROJ's last answer may be incomplete or empty. Nothing when PROJ could read all that it needed.
 std::optional<CatalogFault> faultOfLastAnswer();
 
-/// statusNotFound where there is no fault.
+/// The fault's status; statusNotFound when there is no fault.
 Zentara::Infrastructure::SpatialReference::Status statusOfMissing(const std::optional<CatalogFault>& fault);
 
 } // namespace Embedded

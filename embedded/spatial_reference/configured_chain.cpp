@@ -50,7 +50,7 @@ DefinitionData loadConfigured(const ConfiguredOperation& configured)
         return *std::move(loaded.data);
     if (loaded.status != statusNotFound && loaded.status != statusAmbiguous)
         refuse(RefusalReason::catalogUnavailable, name,
-               "the catalog cannot be read: " + checkCatalog().value_or("PROJ gives nothing for this name"));
+               unreadableCatalogMessage(checkCatalog().value_or("PROJ gives nothing for this name")));
     if (loaded.status == statusNotFound)
         refuse(RefusalReason::unknownOperation, name,
                type == DefinitionType::path ? "the catalog has no such path"

@@ -64,13 +64,14 @@ public:
     [[nodiscard]] virtual std::optional<OperationRefusal> lookForMissingGrids(const CoordinatePoint& point,
                                                                               std::size_t operation) = 0;
 
-    /// Whether there are several operations, of which each point goes through the one that suits it.
+    /// Whether PROJ has several operations for the two systems and chooses one of them for each point.
     virtual bool choosesForEachPoint() const = 0;
-    /// Where it chooses, those that points went through so far, in the order of their first use; else the only one.
+    /// The operations that points went through so far, in the order of their first use. Holds the one operation from
+    /// the start when there is no choice.
     const std::vector<UsedOperation>& operations() const { return operations_; }
-    /// What was found, each grid once.
+    /// The grids that lookForMissingGrids has found so far, each one once.
     const std::vector<MissingGrid>& missingGrids() const { return missingGrids_; }
-    /// Of the target's three axes; where it has no height, metres.
+    /// The units of the target's three axes. The third one is the metre when the target has no height.
     const std::vector<AxisUnit>& targetUnits() const { return targetUnits_; }
 
 protected:

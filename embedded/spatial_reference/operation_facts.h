@@ -22,7 +22,7 @@ bool isApplicable(PJ* operation, OperationDirection direction);
 bool isBallpark(const PJ* operation);
 /// Whether what it does to a point depends on the point's epoch.
 bool isTimeDependent(PJ* operation);
-/// All of that at once.
+/// The operation's code, name, accuracy and the other facts that a program shows.
 UsedOperation describeOperation(PJ* operation);
 /// The operation alone, or the steps of a concatenated one.
 std::vector<ProjObject> stepsOf(const PJ* operation);

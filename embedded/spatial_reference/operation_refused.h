@@ -1,6 +1,7 @@
 // How the making of an operation ends early, inside this library only.
 #pragma once
 
+#include <optional>
 #include <utility>
 
 #include "embedded/foundation/text.h"
@@ -19,11 +20,17 @@ struct OperationRefused {
     throw OperationRefused{{reason, std::move(subject), wideFromUtf8(message), std::move(candidates)}};
 }
 
+/// Refuses where there is a fault.
+inline void requireReadable(const std::optional<CatalogFault>& fault)
+{
+    if (fault)
+        refuse(RefusalReason::catalogUnavailable, L"proj.db", unreadableCatalogMessage(fault->cause));
+}
+
 /// Refuses to go on with what PROJ has answered when it could not read all of its database.
 inline void requireCompleteAnswer()
 {
-    if (const auto fault = faultOfLastAnswer())
-        refuse(RefusalReason::catalogUnavailable, L"proj.db", "the catalog cannot be read: " + fault->cause);
+    requireReadable(faultOfLastAnswer());
 }
 
 } // namespace Embedded

@@ -27,9 +27,9 @@ std::vector<std::string> catalogFolders();
 /// Whether PROJ has found and opened its database.
 bool isCatalogAvailable();
 
-/// What has kept PROJ from reading its database. Its lists are shorter then, or empty.
+/// What kept PROJ from reading its database. PROJ's lists are then shorter, or empty.
 enum class ReadFailure { none, database, memory };
-/// What has since this was last asked.
+/// The failure since the last call, which is forgotten by this call.
 ReadFailure takeReadFailure();
 
 /// The authorities of the database, as it spells them.

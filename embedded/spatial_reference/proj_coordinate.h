@@ -6,10 +6,10 @@
 
 namespace Embedded {
 
-/// Why a point cannot be transformed at all; null: it can.
+/// Why the point cannot be transformed at all; null when it can.
 const char* problemOf(const CoordinatePoint& point, bool isGeocentric);
 
-/// Without a height it lies at height 0.
+/// A point without a height gets height 0, one without an epoch no epoch.
 PJ_COORD projCoordinate(const CoordinatePoint& point);
 
 /// Why proj_trans() of the operation gave no coordinates: PROJ's message, or that the point lies outside.

@@ -21,8 +21,7 @@ ProjObject datumOf(const PJ* horizontal)
 void requireReadableAliases()
 {
     static const std::optional<CatalogFault> fault = faultOfAliases();
-    if (fault)
-        refuse(RefusalReason::catalogUnavailable, L"proj.db", "the catalog cannot be read: " + fault->cause);
+    requireReadable(fault);
 }
 
 } // namespace
@@ -61,7 +60,7 @@ SystemParts partsOfCatalogSystem(std::wstring_view code)
         refuse(RefusalReason::unknownSystem, subject, "the catalog has no such code");
     if (!loaded.data)
         refuse(RefusalReason::catalogUnavailable, subject,
-               "the catalog cannot be read: " + whyCatalogFails(subject).value_or("PROJ gives nothing for this code"));
+               unreadableCatalogMessage(whyCatalogFails(subject).value_or("PROJ gives nothing for this code")));
     if (loaded.data->kind == kindNotEarthReferenced)
         refuse(RefusalReason::notEarthReferenced, loaded.data->code,
                "is not referenced to the Earth, so nothing leads from or to it");

@@ -11,6 +11,7 @@
 #include "orvelcs/change.h"
 #include "orvelcs/definition_file.h"
 #include "orvelcs/standard_streams.h"
+#include "storage/legacy_projection.h"
 #include "storage/library_holder.h"
 
 namespace Orvelcs {
@@ -19,9 +20,6 @@ namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
 namespace Library = Zentara::Infrastructure::SpatialReference;
 
 namespace {
-
-/// A drawing saved for an older version could not hold it.
-constexpr std::wstring_view kCodeOfNone = L".";
 
 struct AssignOptions {
     std::vector<std::string> arguments; // CODE FILE…, or FILE… with a definition
@@ -97,7 +95,7 @@ ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& co
         throw DefinitionFailure(Embedded::utf8FromWide(code),
                                 "is the code of a system of the catalog; a definition needs a code of its own",
                                 Library::statusOk);
-    if (code == kCodeOfNone)
+    if (!code.empty() && !Orvel::IsLegacyProjectionCode(code.c_str()))
         throw DefinitionFailure("--code",
                                 "expected a code, found \".\", which readers of older drawing versions take for none",
                                 Library::statusOk);

@@ -79,9 +79,8 @@ void print(const std::vector<Embedded::CatalogEntry>& entries, Output& output)
 
 std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
 {
-    if (Embedded::catalogState() != Embedded::CatalogState::listed) // first, or no authority would be known
-        throw Failure(Embedded::utf8FromWide(query.text),
-                      "the catalog cannot be read: " + Embedded::whyCatalogIsUnlisted());
+    if (const auto cause = Embedded::whyCatalogIsUnlisted()) // first, or no authority would be known
+        throw Failure(Embedded::utf8FromWide(query.text), Embedded::unreadableCatalogMessage(*cause));
     if (!query.authority.empty())
         checkAuthority(query.authority);
     std::vector<Embedded::CatalogEntry> entries = Embedded::searchCatalog(query);

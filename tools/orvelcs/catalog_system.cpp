@@ -1,7 +1,5 @@
 #include "orvelcs/catalog_system.h"
 
-#include <fmt/format.h>
-
 #include "embedded/foundation/text.h"
 #include "orvelcs/catalog_suggestion.h"
 #include "orvelcs/result_names.h"
@@ -29,7 +27,7 @@ Failure noSuchCode(const std::wstring& code)
 std::string describeLoadFailure(const std::wstring& code, Library::Status status)
 {
     if (const auto cause = Embedded::whyCatalogFails(code))
-        return fmt::format("the catalog cannot be read: {}: {}", *cause, statusName(status));
+        return Embedded::unreadableCatalogMessage(*cause) + ": " + statusName(status);
     return "cannot be loaded: " + statusName(status);
 }
 

@@ -126,7 +126,7 @@ bool isCatalogAnswer(Library::Status status)
 
 std::string describeCatalogFailure(Library::Status status)
 {
-    return "the catalog cannot be read: " + Embedded::checkCatalog().value_or("PROJ gives nothing") + ": " +
+    return Embedded::unreadableCatalogMessage(Embedded::checkCatalog().value_or("PROJ gives nothing")) + ": " +
            statusName(status);
 }
 

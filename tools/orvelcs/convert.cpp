@@ -47,7 +47,7 @@ std::string conversionReason(QeDbDatabase* database, Qeapp::ErrorStatus failure)
     const SystemDescription description = describe(*system.get());
     if (const auto cause =
             failure == Qeapp::eInvalidInput ? Embedded::whyCatalogFails(description.code.value_or(L"")) : std::nullopt)
-        return ": the catalog cannot be read: " + *cause;
+        return ": " + Embedded::unreadableCatalogMessage(*cause);
     if (failure != Qeapp::eInvalidResbuf)
         return "";
     return fmt::format(": {} does not fit into the older forms",

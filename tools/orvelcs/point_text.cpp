@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include "embedded/foundation/text.h"
+
 namespace Orvelcs {
 namespace {
 
@@ -33,19 +35,6 @@ std::optional<double> numberFrom(std::string_view word)
     if (error != std::errc() || stop != end || !std::isfinite(number))
         return std::nullopt;
     return number;
-}
-
-/// As much of a word as a message has room for, cut between characters.
-std::string_view beginningOfWord(std::string_view utf8)
-{
-    constexpr std::size_t kMostBytes = 40;
-    constexpr unsigned kContinuationMask = 0xC0;
-    constexpr unsigned kContinuation = 0x80;
-    std::size_t length = std::min(kMostBytes, utf8.size());
-    while (length > 0 && length < utf8.size() &&
-           (static_cast<unsigned char>(utf8[length]) & kContinuationMask) == kContinuation)
-        --length;
-    return utf8.substr(0, length);
 }
 
 int decimalsOf(const Embedded::AxisUnit& axis)
@@ -108,11 +97,12 @@ std::optional<double> epochFromText(std::string_view text)
 std::string describeLineWithoutPoint(std::string_view line)
 {
     constexpr std::string_view kExpected = "expected 2 to 4 numbers, found ";
+    constexpr std::size_t kMostBytesOfWord = 40;
     const std::vector<std::string_view> words = wordsOf(line);
     const auto other = std::ranges::find_if_not(words, [](auto word) { return numberFrom(word).has_value(); });
     if (other == words.end())
         return fmt::format("{}{}", kExpected, words.size());
-    return fmt::format("{}\"{}\"", kExpected, beginningOfWord(*other));
+    return fmt::format("{}\"{}\"", kExpected, Embedded::beginningOfUtf8(*other, kMostBytesOfWord));
 }
 
 std::vector<int> decimalsFor(const std::vector<Embedded::AxisUnit>& axes)

@@ -62,8 +62,8 @@ Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToC
 
 std::string whyNotAsked(const std::wstring& code)
 {
-    return "the catalog cannot be read: " +
-           Embedded::whyCatalogFails(code).value_or("PROJ gives nothing for this code");
+    return Embedded::unreadableCatalogMessage(
+        Embedded::whyCatalogFails(code).value_or("PROJ gives nothing for this code"));
 }
 
 /// A drawing with a legacy code alone has its definition from the catalog.
@@ -72,7 +72,7 @@ std::string describeUnreadable(Qeapp::ErrorStatus result, QeDbDatabase* database
     const std::string message = resultName(result) + ": the stored coordinate system cannot be read";
     const std::wstring code = Orvel::ReadLegacyProjectionCode(database);
     const auto cause = code.empty() ? std::nullopt : Embedded::whyCatalogFails(code);
-    return cause ? message + ": the catalog cannot be read: " + *cause : message;
+    return cause ? message + ": " + Embedded::unreadableCatalogMessage(*cause) : message;
 }
 
 void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
