@@ -1,6 +1,6 @@
 #!/bin/sh
-# Cross-builds what the Windows edition is linked with, once, into a folder that every build shares: PROJ and SQLite
-# from Debian's sources, as static libraries, GoogleTest from Debian's package of its sources, and links to the
+# Cross-builds what the Windows edition is linked with, once, into a folder that every build shares: PROJ, SQLite
+# and SQLiteCpp from Debian's sources, as static libraries, GoogleTest from Debian's package of its sources, and links to the
 # header-only libraries that the machine has installed. With --where it only prints the folder.
 set -eu
 
@@ -23,7 +23,7 @@ say() {
 recipe() {
     cksum <"$root/scripts/windows-libraries.sh"
     cksum <"$root/cmake/mingw-w64.cmake"
-    dpkg-query --show libproj-dev libsqlite3-0 googletest g++-mingw-w64-x86-64-posix
+    dpkg-query --show libproj-dev libsqlite3-0 libsqlitecpp-dev googletest g++-mingw-w64-x86-64-posix
 }
 
 # The sources come by the machine's own package lists, asked for sources instead. Nothing of the machine's state is
@@ -51,7 +51,7 @@ apt_get() {
 fetch_sources() {
     make_source_lists
     apt_get update
-    apt_get source proj sqlite3
+    apt_get source proj sqlite3 sqlitecpp
 }
 
 build_sqlite() {
@@ -85,10 +85,16 @@ build_proj() {
         -DSQLITE3_INCLUDE_DIR="$prefix/include" -DSQLITE3_LIBRARY="$prefix/lib/libsqlite3.a"
 }
 
+build_sqlitecpp() {
+    cross_build sqlitecpp sqlitecpp-[0-9]* -DSQLITECPP_INTERNAL_SQLITE=OFF -DSQLITECPP_RUN_CPPLINT=OFF \
+        -DSQLITECPP_USE_STACK_PROTECTION=OFF \
+        -DSQLite3_INCLUDE_DIR="$prefix/include" -DSQLite3_LIBRARY="$prefix/lib/libsqlite3.a"
+}
+
 # Links, one for each library: with -I/usr/include the machine's own C headers would come along.
 link_headers() {
     mkdir -p "$prefix/header-only"
-    for library in nlohmann CLI fmt utf8 utf8.h; do
+    for library in nlohmann CLI fmt utf8 utf8.h xxhash.h; do
         ln -s "/usr/include/$library" "$prefix/header-only/$library"
     done
 }
@@ -97,6 +103,7 @@ build_all() {
     mkdir -p "$prefix/lib" "$prefix/include"
     fetch_sources
     build_sqlite
+    build_sqlitecpp
     build_proj
     cross_build googletest /usr/src/googletest
     link_headers
