@@ -43,7 +43,7 @@ void ConfigurationScene::clear()
     renewDrawing();
     std::filesystem::remove_all(userFolder_);
     std::filesystem::create_directory(userFolder_);
-    Embedded::useRegistryFile(userFolder_ / "registry.jsonl");
+    Embedded::useRegistryFile(userFolder_ / "registry.db");
     static_cast<void>(Embedded::checkRegistryFile()); // asked only so that nothing of the former file stays in memory
 }
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "embedded/windows/running_checksum.h"
 #include "fuzz/oracle.h"
+#include "fuzz/running_checksum.h"
 #include "storage/reference_run_length.h"
 
 namespace Fuzz {
@@ -21,7 +21,7 @@ constexpr std::array kFirstByte{'\0'};
 
 std::uint32_t checksumOf(Input stream)
 {
-    Embedded::RunningChecksum checksum;
+    RunningChecksum checksum;
     checksum.add({kFirstByte.data(), kFirstByte.size()});
     checksum.add({reinterpret_cast<const char*>(stream.data()), stream.size()});
     return checksum.value();

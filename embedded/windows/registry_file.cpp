@@ -1,9 +1,10 @@
 #include "embedded/windows/registry_file.h"
 
-#include <optional>
+#include <utility>
 
-#include "embedded/windows/current_registry.h"
-#include "embedded/windows/registry_failure.h"
+#include "embedded/foundation/display_name.h"
+#include "embedded/windows/registry_call.h"
+#include "embedded/windows/registry_transaction.h"
 #include "embedded/windows/user_folder.h"
 
 namespace Embedded {
@@ -19,6 +20,7 @@ std::filesystem::path& chosenFile()
 
 void useRegistryFile(const std::filesystem::path& file)
 {
+    disconnectRegistry();
     chosenFile() = file;
 }
 
@@ -27,26 +29,20 @@ std::filesystem::path registryFile()
     if (!chosenFile().empty())
         return chosenFile();
     const auto folder = userFolder("XDG_CONFIG_HOME", ".config");
-    return folder ? *folder / "orvel" / "registry.jsonl" : std::filesystem::path();
+    return folder ? *folder / "orvel" / "registry.db" : std::filesystem::path();
 }
 
 std::string checkRegistryFile()
 {
-    try {
-        static_cast<void>(currentRegistry().current()); // only asked whether it can be read
-        return {};
-    } catch (const RegistryFailure& failure) {
-        return failure.message;
-    }
+    disconnectRegistry();
+    const auto failure = registryFailureOf([] { const RegistryTransaction check(RegistryTransaction::Intent::read); });
+    return failure ? displayName(registryFile()) + ": " + failure->what() : std::string();
 }
 
-RegistryJournal& currentRegistry()
+void setRegistryWait(std::chrono::milliseconds most, std::function<void(std::chrono::milliseconds waited)> waiting)
 {
-    static std::optional<RegistryJournal> journal;
-    std::filesystem::path file = registryFile();
-    if (!journal || journal->file() != file)
-        journal.emplace(std::move(file));
-    return *journal;
+    registryWait().most = most;
+    registryWait().waiting = std::move(waiting);
 }
 
 } // namespace Embedded

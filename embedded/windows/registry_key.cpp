@@ -1,14 +1,15 @@
 #include <string>
 
-#include "embedded/windows/current_registry.h"
 #include "embedded/windows/registry_call.h"
 #include "embedded/windows/registry_handle.h"
 #include "embedded/windows/registry_name.h"
+#include "embedded/windows/registry_transaction.h"
 #include "platform/windows.h"
 
 namespace {
 
 using namespace Embedded;
+using Intent = RegistryTransaction::Intent;
 
 constexpr REGSAM kMaximumAllowed = 0x02000000;
 
@@ -21,29 +22,34 @@ REGSAM granted(REGSAM access)
 std::wstring pathBelow(HKEY key, const wchar_t* subKey)
 {
     if (!isOpenHandle(key))
-        throw RegistryFailure{ERROR_INVALID_HANDLE, {}};
+        throw RegistryFailure(ERROR_INVALID_HANDLE);
     std::wstring path = key->path;
     const std::wstring below = normalName(subKey);
     if (below.starts_with(L'\\'))
-        throw RegistryFailure{ERROR_BAD_PATHNAME, {}};
+        throw RegistryFailure(ERROR_BAD_PATHNAME);
     for (const std::wstring_view part : pathParts(below)) {
         if (utf16Length(part) > kLongestKeyName)
-            throw RegistryFailure{ERROR_INVALID_PARAMETER, {}};
+            throw RegistryFailure(ERROR_INVALID_PARAMETER);
         path += (path.empty() ? L"" : L"\\") + std::wstring(part);
     }
     return path;
 }
 
-/// Whether it had to be created.
-bool createKey(RegistryJournal& registry, const std::wstring& path)
+bool isThere(const std::wstring& path)
 {
-    if (registry.current().find(path) != nullptr)
+    return RegistryTransaction(Intent::read).findKey(path).has_value();
+}
+
+/// Whether it had to be created.
+bool ensureKey(const std::wstring& path)
+{
+    if (isThere(path))
         return false;
-    RegistryJournal::Change change(registry);
-    if (change.tree().find(path) != nullptr) // another process was faster
-        return false;
-    change.record({RegistryChange::Kind::createKey, path, {}, REG_NONE, {}});
-    return true;
+    RegistryTransaction change(Intent::create);
+    const bool isNew = !change.findKey(path); // or another process was faster
+    change.createKey(path);
+    change.commit();
+    return isNew;
 }
 
 } // namespace
@@ -51,11 +57,11 @@ bool createKey(RegistryJournal& registry, const std::wstring& path)
 LSTATUS RegCreateKeyExW(HKEY key, const wchar_t* subKey, DWORD reserved, wchar_t*, DWORD options, REGSAM access, void*,
                         HKEY* result, DWORD* disposition)
 {
-    return answered("RegCreateKeyExW", ERROR_ACCESS_DENIED, [&]() -> LSTATUS {
+    return registryCall("RegCreateKeyExW", ERROR_ACCESS_DENIED, [&]() -> LSTATUS {
         if (subKey == nullptr || reserved != 0 || options != REG_OPTION_NON_VOLATILE || result == nullptr)
             return ERROR_INVALID_PARAMETER;
         const std::wstring path = pathBelow(key, subKey);
-        const bool created = createKey(currentRegistry(), path);
+        const bool created = ensureKey(path);
         *result = openHandle(path, granted(access));
         if (disposition != nullptr)
             *disposition = created ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
@@ -65,11 +71,11 @@ LSTATUS RegCreateKeyExW(HKEY key, const wchar_t* subKey, DWORD reserved, wchar_t
 
 LSTATUS RegOpenKeyExW(HKEY key, const wchar_t* subKey, DWORD options, REGSAM access, HKEY* result)
 {
-    return answered("RegOpenKeyExW", ERROR_ACCESS_DENIED, [&]() -> LSTATUS {
+    return registryCall("RegOpenKeyExW", ERROR_ACCESS_DENIED, [&]() -> LSTATUS {
         if (options != 0 || result == nullptr)
             return ERROR_INVALID_PARAMETER;
         const std::wstring path = pathBelow(key, subKey);
-        if (currentRegistry().current().find(path) == nullptr)
+        if (!isThere(path))
             return ERROR_FILE_NOT_FOUND;
         *result = openHandle(path, granted(access));
         return ERROR_SUCCESS;

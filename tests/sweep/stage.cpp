@@ -108,8 +108,8 @@ Stage::Stage(const Setting& setting, const TemporaryFolder& folder)
     putFile(settingsFile(), setting.settingsFile);
     putFile(drawingFile_, setting.savedDrawing);
     if (setting.usesRegistry) {
-        std::filesystem::remove(folder_ / "registry.jsonl");
-        registry_.emplace(folder, folder_ / "registry.jsonl");
+        std::filesystem::remove(folder_ / "registry.db");
+        registry_.emplace(folder, folder_ / "registry.db");
         putRegistryValues(setting.registryValues);
     }
     if (setting.isLockedElsewhere)

@@ -47,7 +47,7 @@ inline std::ostream& operator<<(std::ostream& out, const ReadText& answer)
 class TransformationTest : public PlatformTest {
 protected:
     TemporaryFolder folder;
-    ScopedRegistry registry{folder, folder.path() / "registry.jsonl"};
+    ScopedRegistry registry{folder, folder.path() / "registry.db"};
     ScopedVariable userFolder{"VORLEN_USER_DICTIONARY_PATH", folder.path().string()};
     ScopedDocument document;
     Notices log;

@@ -107,7 +107,7 @@ protected:
     /// What another process would see: nothing is known from before.
     void readAfresh() const
     {
-        Embedded::useRegistryFile(file.parent_path() / "other.jsonl");
+        Embedded::useRegistryFile(file.parent_path() / "other.db");
         EXPECT_EQ(Embedded::checkRegistryFile(), "");
         Embedded::useRegistryFile(file);
     }
@@ -115,7 +115,7 @@ protected:
     static std::wstring ended(const std::wstring& text) { return text + L'\0'; }
 
     TemporaryFolder folder;
-    std::filesystem::path file = folder.path() / "settings" / "registry.jsonl";
+    std::filesystem::path file = folder.path() / "settings" / "registry.db";
     ScopedRegistry registry{folder, file};
 };
 

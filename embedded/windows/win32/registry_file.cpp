@@ -56,4 +56,8 @@ std::string checkRegistryFile()
     return outcome == ERROR_SUCCESS ? std::string() : systemMessage(static_cast<DWORD>(outcome));
 }
 
+void setRegistryWait(std::chrono::milliseconds /*most*/, std::function<void(std::chrono::milliseconds)> /*waiting*/)
+{
+}
+
 } // namespace Embedded

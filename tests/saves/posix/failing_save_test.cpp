@@ -100,9 +100,7 @@ TEST_P(FailingSave, AWriteThatTakesNothingIsAFailure)
     EXPECT_GE(refused, 1U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, FailingSave,
-                         testing::Values(kNewDrawing, kReplacedDrawing, kLinkedDrawing, kFirstValue, kFurtherValue,
-                                         kCompaction),
+INSTANTIATE_TEST_SUITE_P(Each, FailingSave, testing::Values(kNewDrawing, kReplacedDrawing, kLinkedDrawing),
                          [](const auto& scenario) { return std::string(scenario.param.name); });
 
 } // namespace

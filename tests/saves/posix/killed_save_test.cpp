@@ -65,9 +65,7 @@ TEST_P(KilledSave, InTheMiddleOfAWrite_LeavesTheOldOrTheNew)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, KilledSave,
-                         testing::Values(kNewDrawing, kReplacedDrawing, kLinkedDrawing, kFirstValue, kFurtherValue,
-                                         kCompaction),
+INSTANTIATE_TEST_SUITE_P(Each, KilledSave, testing::Values(kNewDrawing, kReplacedDrawing, kLinkedDrawing),
                          [](const auto& scenario) { return std::string(scenario.param.name); });
 
 } // namespace

@@ -27,15 +27,5 @@ struct SaveScenario {
 extern const SaveScenario kNewDrawing;
 extern const SaveScenario kReplacedDrawing;
 extern const SaveScenario kLinkedDrawing;
-/// The registry's first value, which makes the file and its folder; one more value; and one with which the file is
-/// rewritten without what is superfluous.
-extern const SaveScenario kFirstValue;
-extern const SaveScenario kFurtherValue;
-extern const SaveScenario kCompaction;
-
-/// As the values of those scenarios are read from whatever registry file.
-std::string registryContent(const std::filesystem::path& folder);
-/// Sets one value of them. Whether that succeeded.
-bool setRegistryValue(const std::filesystem::path& folder, const wchar_t* name, const std::wstring& text);
 
 } // namespace Tests

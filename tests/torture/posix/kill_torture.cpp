@@ -15,7 +15,8 @@
 #include <string>
 
 #include "embedded/host/drawing_file.h"
-#include "saves/posix/save_scenario.h"
+#include "embedded/windows/registry_file.h"
+#include "platform/windows.h"
 #include "support/drawing.h"
 #include "support/temporary_folder.h"
 
@@ -73,17 +74,41 @@ Number drawingFound(const fs::path& folder)
     return number;
 }
 
+class RegistryKey {
+public:
+    explicit RegistryKey(const fs::path& folder)
+    {
+        Embedded::useRegistryFile(folder / "registry.db");
+        if (RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Saved", 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
+                            nullptr, &key_, nullptr) != ERROR_SUCCESS)
+            refuse(Embedded::checkRegistryFile());
+    }
+    RegistryKey(const RegistryKey&) = delete;
+    RegistryKey& operator=(const RegistryKey&) = delete;
+    ~RegistryKey() { static_cast<void>(RegCloseKey(key_)); } // a key that was opened can be closed
+
+    HKEY get() const { return key_; }
+
+private:
+    HKEY key_ = nullptr;
+};
+
 bool saveValue(const fs::path& folder, Number number)
 {
-    return setRegistryValue(folder, L"value", textOf(number));
+    const std::wstring text = textOf(number);
+    return RegSetValueExW(RegistryKey(folder).get(), L"value", 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
+                          static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))) == ERROR_SUCCESS;
 }
 
 Number valueFound(const fs::path& folder)
 {
-    const std::string content = registryContent(folder);
-    if (!content.starts_with("value=") || !content.ends_with('\n'))
-        refuse(content);
-    return numberIn(std::wstring(content.begin() + 6, content.end() - 1));
+    const RegistryKey key(folder);
+    std::wstring text(6'000, L'\0');
+    auto length = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+    if (RegQueryValueExW(key.get(), L"value", nullptr, nullptr, reinterpret_cast<BYTE*>(text.data()), &length) !=
+        ERROR_SUCCESS)
+        refuse("no value: " + Embedded::checkRegistryFile());
+    return numberIn(text.c_str());
 }
 
 /// A process that saves one number after the other and reports each.
@@ -135,10 +160,12 @@ struct Counts {
     int leftBehind = 0;
 };
 
-bool isTemporaryThere(const fs::path& folder)
+/// Whether there is something that a killed process left: a temporary file, or a journal of SQLite's.
+bool isSomethingLeft(const fs::path& folder)
 {
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-        if (entry.path().filename().native().starts_with(".saving-"))
+        const std::string name = entry.path().filename();
+        if (name.starts_with(".saving-") || name.ends_with("-journal"))
             return true;
     }
     return false;
@@ -156,7 +183,7 @@ Counts killOften(const Saved& saved, int kills, std::mt19937_64& random)
         const Number reported =
             Saver(saved, folder.path(), last + 1).killAfter(static_cast<unsigned>(random() % 20'000));
         last = reported != 0 ? reported : last;
-        counts.leftBehind += isTemporaryThere(folder.path()) ? 1 : 0;
+        counts.leftBehind += isSomethingLeft(folder.path()) ? 1 : 0;
         const Number found = saved.found(folder.path());
         if (found != last && found != last + 1)
             refuse("number " + std::to_string(found) + " after " + std::to_string(last) + " was reported");
@@ -165,8 +192,8 @@ Counts killOften(const Saved& saved, int kills, std::mt19937_64& random)
     }
     if (!saved.save(folder.path(), last + 1) || saved.found(folder.path()) != last + 1)
         throw std::runtime_error("the last save failed");
-    if (isTemporaryThere(folder.path()))
-        throw std::runtime_error("a temporary file was left");
+    if (isSomethingLeft(folder.path()))
+        throw std::runtime_error("a file was left behind");
     return counts;
 }
 
@@ -180,8 +207,8 @@ int run(int kills, std::uint64_t seed)
     for (const Saved& saved : {kDrawing, kRegistry}) {
         try {
             const Counts counts = killOften(saved, kills, random);
-            std::printf("%s: the old was found %d times and the new %d times, both whole; %d temporary files were left "
-                        "and removed\n",
+            std::printf("%s: the old was found %d times and the new %d times, both whole; %d times a file was left "
+                        "behind and removed\n",
                         saved.name, counts.old, counts.replaced, counts.leftBehind);
         } catch (const std::exception& failure) {
             std::printf("%s: FAILED: %s\n", saved.name, failure.what());

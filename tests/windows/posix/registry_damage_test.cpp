@@ -1,138 +1,179 @@
 // Files that are not what they should be: each call refuses them and leaves them as they are.
+#include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "embedded/windows/running_checksum.h"
+#include <map>
+
+#include "support/posix/sql_query.h"
 #include "windows/posix/registry_file_test.h"
 
 namespace Tests {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = std::string;
-
-constexpr const char* kHeader = R"({"format":"embedded registry","formatVersion":1})";
-constexpr const char* kKey = R"({"do":"create","key":"Software"})";
-
-/// The lines with the checksums that belong to them.
-std::string framed(const std::vector<Json>& lines)
-{
-    Embedded::RunningChecksum checksum;
-    std::string text;
-    for (const Json& line : lines) {
-        checksum.add(line);
-        char digits[9];
-        EXPECT_EQ(std::snprintf(digits, sizeof digits, "%08x", checksum.value()), 8);
-        text += std::string(digits) + ' ' + line + '\n';
-    }
-    return text;
-}
-
-struct DamagedFile {
-    std::string bytes;
-    std::string place; // and what is wrong
-};
+using testing::MatchesRegex;
 
 class DamagedRegistry : public RegistryFileTest {
 protected:
-    void expectRefusal(const DamagedFile& damaged)
+    DamagedRegistry()
     {
-        put(damaged.bytes);
-        EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": " + damaged.place);
-        EXPECT_EQ(openStatus(L"Software"), ERROR_REGISTRY_CORRUPT) << damaged.place;
-        HKEY key = nullptr;
-        EXPECT_EQ(create(L"Software", &key), ERROR_REGISTRY_CORRUPT) << damaged.place;
-        EXPECT_EQ(RegDeleteValueW(HKEY_CURRENT_USER, L"a"), ERROR_REGISTRY_CORRUPT) << damaged.place;
-        EXPECT_EQ(setBytes(OpenKey(), L"a", REG_BINARY, ""), ERROR_INVALID_HANDLE);
-        EXPECT_EQ(onDisk(), damaged.bytes);
+        const OpenKey key = created(L"Software");
+        EXPECT_EQ(set(key, L"text", L"K\u00F8ge"), ERROR_SUCCESS);
+        EXPECT_EQ(set(key, L"\xD800", L"odd"), ERROR_SUCCESS);
+        EXPECT_EQ(setBytes(key, L"", REG_BINARY, "bytes"), ERROR_SUCCESS);
+        Embedded::useRegistryFile(file); // nothing is kept of it
+        good = onDisk();
     }
+
+    void expectRefusal(const std::string& reason)
+    {
+        const std::string before = onDisk();
+        EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": " + reason);
+        EXPECT_EQ(openStatus(L"Software"), ERROR_REGISTRY_CORRUPT) << reason;
+        HKEY key = nullptr;
+        EXPECT_EQ(create(L"Other", &key), ERROR_REGISTRY_CORRUPT) << reason;
+        EXPECT_EQ(RegSetValueExW(HKEY_CURRENT_USER, L"a", 0, REG_BINARY, nullptr, 0), ERROR_REGISTRY_CORRUPT) << reason;
+        EXPECT_EQ(RegDeleteValueW(HKEY_CURRENT_USER, L"a"), ERROR_REGISTRY_CORRUPT) << reason;
+        EXPECT_EQ(onDisk(), before) << reason;
+    }
+    /// Changes the database as any program can.
+    void expectRefusalAfter(const std::string& statements, const std::string& reason)
+    {
+        put(good);
+        sqlQuery(file, statements);
+        expectRefusal(reason);
+    }
+    /// The values by their names. Nothing when a call finds the file damaged.
+    static std::optional<std::map<std::wstring, std::wstring>> values()
+    {
+        HKEY opened = nullptr;
+        const LSTATUS status = RegOpenKeyExW(HKEY_CURRENT_USER, L"Software", 0, KEY_READ, &opened);
+        const OpenKey key(opened);
+        if (status == ERROR_REGISTRY_CORRUPT)
+            return std::nullopt;
+        EXPECT_EQ(status, ERROR_SUCCESS);
+        std::map<std::wstring, std::wstring> found;
+        for (const std::wstring& name : namesOf(key)) {
+            const std::string bytes = bytesOf(key, name.c_str()).value_or("missing");
+            found[name] = std::wstring(bytes.begin(), bytes.end());
+        }
+        return found;
+    }
+
+    std::string good;
 };
 
-TEST_F(DamagedRegistry, WhatIsNoRegistryFileIsSaidToBeNone)
+TEST_F(DamagedRegistry, WhatIsNoDatabaseIsSaidToBeNone)
 {
-    const DamagedFile table[] = {
-        {"", "is empty"},
-        {"hello", "line 1: this is not a registry file"},
-        {"hello\n", "line 1: this is not a registry file"},
-        {std::string(100, '\0') + '\n', "line 1: this is not a registry file"},
-        {"\n", "line 1: this is not a registry file"},
-        {R"({"format":"embedded registry","formatVersion":1})"
-         "\n",
-         "line 1: this is not a registry file"},
-        {framed({R"({"format":"embedded host drawing","formatVersion":1})"}), "line 1: this is not a registry file"},
-        {framed({"[1]"}), "line 1: this is not a registry file"},
-        {framed({R"({"format":"embedded registry","formatVersion":0})"}),
-         "line 1: the format version is not a number from 1"},
-        {framed({R"({"format":"embedded registry"})"}), "line 1: the format version is not a number from 1"},
-        {framed({R"({"format":"embedded registry","formatVersion":2})"}),
-         "line 1: format version 2 is newer than 1, the newest that is known here"},
-    };
-    for (const DamagedFile& damaged : table)
-        expectRefusal(damaged);
-}
-
-TEST_F(DamagedRegistry, AChangedByteIsFoundInWhateverLineItIs)
-{
-    const std::string good = framed({kHeader, kKey, R"({"do":"set","key":"Software","name":"a","type":1,"text":"x"})"});
-    for (const std::size_t at : {std::size_t{1}, good.find("create"), good.find("\"x\"") + 1, good.size() - 2}) {
-        std::string bytes = good;
-        bytes[at] = static_cast<char>(bytes[at] ^ 1);
-        const auto line = 1 + std::count(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(at), '\n');
-        expectRefusal({bytes, "line " + std::to_string(line) + ": the checksum does not fit"});
+    for (const std::string& bytes : {std::string("hello"), std::string("{\"format\":\"embedded registry\"}\n"),
+                                     std::string(5'000, '\0'), good.substr(1)}) {
+        put(bytes);
+        expectRefusal("is not a database; choose another file");
     }
 }
 
-TEST_F(DamagedRegistry, ALineThatIsMissingOrMovedIsFound)
+TEST_F(DamagedRegistry, ADatabaseOfAnotherProgramIsRefused)
 {
-    const std::string header = framed({kHeader});
-    const std::string good = framed({kHeader, kKey, R"({"do":"create","key":"Other"})"});
-    const std::size_t third = good.find('\n', header.size()) + 1;
-    expectRefusal({header + good.substr(third), "line 2: the checksum does not fit"});
-    expectRefusal({header + good.substr(third) + good.substr(header.size(), third - header.size()),
-                   "line 2: the checksum does not fit"});
+    const std::string reason = "is a database, but not a registry; choose another file";
+    expectRefusalAfter("PRAGMA application_id = 0", reason);
+    expectRefusalAfter("PRAGMA application_id = 1", reason);
 }
 
-TEST_F(DamagedRegistry, ALineThatSaysNothingIsNamed)
+TEST_F(DamagedRegistry, AnotherFormatIsRefused)
 {
-    const DamagedFile table[] = {
-        {"x", "not a JSON object"},
-        {"[]", "not a JSON object"},
-        {"{}", "there is no \"do\""},
-        {R"({"do":1})", "\"do\" is not a text"},
-        {R"({"do":"rename","key":"A"})", "\"do\" is not create, set or delete"},
-        {R"({"do":"create"})", "there is no \"key\""},
-        {R"({"do":"create","key":1})", "\"key\" is not a text"},
-        {R"({"do":"create","key":"A\\\\B"})", "\"key\" has an empty part"},
-        {R"({"do":"create","key":"\\A"})", "\"key\" has an empty part"},
-        {R"({"do":"create","key":"A\u0000B"})", "\"key\" holds a NUL"},
-        {R"({"do":"create","key":{"units":[65,65536]}})", "\"units\" is not a number from 0 to 65535"},
-        {R"({"do":"create","key":")" + std::string(256, 'x') + "\"}", "a part of \"key\" is longer than 255"},
-        {R"({"do":"delete","key":"Software"})", "there is no \"name\""},
-        {R"({"do":"delete","key":"Software","name":"a"})", "there is no such value"},
-        {R"({"do":"delete","key":"Other","name":"a"})", "there is no such key"},
-        {R"({"do":"delete","key":"Software","name":")" + std::string(16'384, 'x') + "\"}",
-         "\"name\" is longer than 16383"},
-        {R"({"do":"set","key":"Software","name":"a"})", "there is no \"type\""},
-        {R"({"do":"set","key":"Software","name":"a","type":-1})", "\"type\" is not a number from 0 to 4294967295"},
-        {R"({"do":"set","key":"Software","name":"a","type":1})", "there is no \"hex\""},
-        {R"({"do":"set","key":"Software","name":"a","type":3,"text":"x"})", "\"text\" is not for type 3"},
-        {R"({"do":"set","key":"Software","name":"a","type":3,"hex":"0"})", "\"hex\" has an odd number of digits"},
-        {R"({"do":"set","key":"Software","name":"a","type":3,"hex":"0G"})",
-         "\"hex\" holds a character that is not a hexadecimal digit"},
-        {R"({"do":"set","key":"Other","name":"a","type":3,"hex":""})", "there is no such key"},
+    expectRefusalAfter("PRAGMA user_version = 2",
+                       "has format 2, but only format 1 is known here; use the program that wrote it");
+    expectRefusalAfter("PRAGMA user_version = 0",
+                       "has format 0, but only format 1 is known here; use the program that wrote it");
+}
+
+TEST_F(DamagedRegistry, AnotherSchemaIsRefused)
+{
+    const char* const changes[] = {
+        "DROP TABLE registry",
+        "CREATE TABLE other (a)",
+        "CREATE INDEX byName ON registry (name)",
+        "CREATE VIEW everything AS SELECT * FROM registry",
+        "CREATE TRIGGER doubled AFTER DELETE ON registry BEGIN DELETE FROM registry; END",
+        "ALTER TABLE registry ADD COLUMN more ANY",
+        "ALTER TABLE registry RENAME TO other; CREATE VIEW registry AS SELECT * FROM other",
+        "PRAGMA journal_mode = WAL",
     };
-    for (const DamagedFile& damaged : table)
-        expectRefusal({framed({kHeader, kKey, damaged.bytes}), "line 3: " + damaged.place});
+    for (const char* const change : changes)
+        expectRefusalAfter(change, "has other tables than a registry; restore the file from a copy");
 }
 
-TEST_F(DamagedRegistry, ALineWithoutAChecksumIsFound)
+TEST_F(DamagedRegistry, AChangedRowIsFoundByItsChecksum)
 {
-    expectRefusal({framed({kHeader}) + kKey + '\n', "line 2: not a checksum and a JSON object"});
+    const char* const changes[] = {
+        "name = 'other' WHERE name = 'text'", "folded = 'other' WHERE name = 'text'",
+        "type = 2 WHERE name = 'text'",       "data = 'other' WHERE name = 'text'",
+        "data = x'6100' WHERE name = 'text'", "checksum = checksum + 1 WHERE name = 'text'",
+        "owner = 1 WHERE name = 'text'",      "type = type + 4294967296 WHERE name = 'text'",
+    };
+    for (const char* const change : changes)
+        expectRefusalAfter(std::string("UPDATE registry SET ") + change,
+                           "is damaged: the checksum of row 3 does not fit; restore the file from a copy");
+    expectRefusalAfter("UPDATE registry SET id = 9 WHERE name = 'text'",
+                       "is damaged: the checksum of row 9 does not fit; restore the file from a copy");
+}
+
+// Bytes that nothing is stored in may have any value, so that few of them will do.
+TEST_F(DamagedRegistry, NoDamagedByteChangesAValueUnseen)
+{
+    const auto isUsed = [this](std::size_t at) {
+        return good[at] != 0 || good[at - 1] != 0 || (at + 1 < good.size() && good[at + 1] != 0);
+    };
+    const auto whole = values();
+    ASSERT_TRUE(whole);
+    ASSERT_EQ(whole->size(), 3U);
+    std::size_t refusals = 0;
+    std::string bytes = good;
+    for (std::size_t at = 0; at < bytes.size(); at += ORVEL_TEXT_STRIDE) {
+        if (at % 64 != 0 && !isUsed(at))
+            continue;
+        bytes[at] = static_cast<char>(bytes[at] ^ (1 << at % 8));
+        put(bytes);
+        Embedded::useRegistryFile(file);
+        if (const auto found = values()) {
+            EXPECT_EQ(found, whole) << at;
+        } else {
+            ++refusals;
+            EXPECT_THAT(Embedded::checkRegistryFile(), MatchesRegex(".*/registry.db: (is|has) [^\n]*; [^\n]*")) << at;
+        }
+        Embedded::useRegistryFile({});
+        EXPECT_EQ(onDisk(), bytes) << at;
+        bytes[at] = good[at];
+    }
+    EXPECT_GT(refusals, 500U / ORVEL_TEXT_STRIDE);
+}
+
+// SQLite takes a file of one byte for one of none.
+TEST_F(DamagedRegistry, ATruncatedFileIsRefused)
+{
+    for (std::size_t length = 2; length < good.size(); length += 101) {
+        put(good.substr(0, length));
+        Embedded::useRegistryFile(file);
+        EXPECT_EQ(openStatus(L"Software"), ERROR_REGISTRY_CORRUPT) << length;
+    }
+}
+
+TEST_F(DamagedRegistry, AFileOfNoBytesIsAnEmptyRegistry)
+{
+    put("");
+    EXPECT_EQ(Embedded::checkRegistryFile(), "");
+    EXPECT_EQ(openStatus(L"Software"), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
+    EXPECT_EQ(onDisk(), "");
+    created(L"Software");
+    EXPECT_EQ(openStatus(L"Software"), ERROR_SUCCESS);
 }
 
 TEST_F(DamagedRegistry, AFolderInItsPlaceIsRefused)
 {
+    fs::remove(file);
     fs::create_directories(file);
-    EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": is a folder");
+    EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": is a folder; choose another file");
     EXPECT_EQ(openStatus(L""), ERROR_REGISTRY_CORRUPT);
     HKEY key = nullptr;
     EXPECT_EQ(create(L"A", &key), ERROR_REGISTRY_CORRUPT);
@@ -140,15 +181,16 @@ TEST_F(DamagedRegistry, AFolderInItsPlaceIsRefused)
 
 TEST_F(DamagedRegistry, APipeInItsPlaceIsRefusedWithoutWaitingForIt)
 {
-    fs::create_directories(file.parent_path());
+    fs::remove(file);
     ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
-    EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": is not a regular file");
+    EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": is not a file; choose another file");
     EXPECT_EQ(openStatus(L""), ERROR_REGISTRY_CORRUPT);
 }
 
 TEST_F(DamagedRegistry, AFolderThatCannotBeMadeIsAFailureToWrite)
 {
-    std::ofstream(folder.path() / "settings") << "a file where the folder should be";
+    std::ofstream(folder.path() / "other") << "a file where the folder should be";
+    const ScopedRegistry below(folder, folder.path() / "other" / "registry.db");
     EXPECT_EQ(openStatus(L"A"), ERROR_FILE_NOT_FOUND);
     HKEY key = nullptr;
     EXPECT_EQ(create(L"A", &key), ERROR_REGISTRY_IO_FAILED);
@@ -156,36 +198,36 @@ TEST_F(DamagedRegistry, AFolderThatCannotBeMadeIsAFailureToWrite)
 
 TEST_F(DamagedRegistry, AHandleThatIsOpenMeetsTheDamageToo)
 {
-    const OpenKey key = created();
-    ASSERT_EQ(set(key, L"a", L"text"), ERROR_SUCCESS);
-    put(onDisk() + "00000000 {}\n");
+    const OpenKey key = created(L"Software");
+    ASSERT_NE(textOf(key, L"text"), std::nullopt);
+    sqlQuery(file, "UPDATE registry SET checksum = checksum + 1");
     wchar_t name[8];
     DWORD length = 8;
-    EXPECT_EQ(set(key, L"a", L"other"), ERROR_REGISTRY_CORRUPT);
-    EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, nullptr, nullptr, nullptr), ERROR_REGISTRY_CORRUPT);
+    EXPECT_EQ(set(key, L"text", L"other"), ERROR_REGISTRY_CORRUPT);
+    EXPECT_EQ(RegQueryValueExW(key.get(), L"text", nullptr, nullptr, nullptr, nullptr), ERROR_REGISTRY_CORRUPT);
     EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_REGISTRY_CORRUPT);
-    EXPECT_EQ(RegDeleteValueW(key.get(), L"a"), ERROR_REGISTRY_CORRUPT);
+    EXPECT_EQ(RegDeleteValueW(key.get(), L"text"), ERROR_REGISTRY_CORRUPT);
 }
 
 TEST_F(DamagedRegistry, AFileThatIsMendedIsReadAgain)
 {
     put("damaged\n");
     EXPECT_EQ(openStatus(L"Software"), ERROR_REGISTRY_CORRUPT);
-    put(framed({kHeader, kKey}));
+    put(good);
     EXPECT_EQ(openStatus(L"Software"), ERROR_SUCCESS);
 }
 
-TEST_F(DamagedRegistry, ALineThatWasNeverFinishedIsPassedOverAndWrittenOver)
+TEST_F(DamagedRegistry, AFileThatIsReplacedIsReadAndWrittenInPlaceOfTheOldOne)
 {
-    const std::string good = framed({kHeader, kKey});
-    const std::string next = framed({kHeader, kKey, R"({"do":"create","key":"Other"})"}).substr(good.size());
-    for (std::size_t length = 1; length < next.size(); ++length) {
-        put(good + next.substr(0, length));
-        EXPECT_EQ(Embedded::checkRegistryFile(), "");
-        EXPECT_EQ(openStatus(L"Other"), ERROR_FILE_NOT_FOUND);
-        created(L"Other");
-        EXPECT_EQ(onDisk(), good + next);
-    }
+    const OpenKey key = created(L"Software");
+    ASSERT_EQ(set(key, L"text", L"new"), ERROR_SUCCESS);
+    writeFile(folder.path() / "copy", good);
+    fs::rename(folder.path() / "copy", file);
+    EXPECT_EQ(textOf(key, L"text"), ended(L"K\u00F8ge"));
+    writeFile(folder.path() / "copy", good);
+    fs::rename(folder.path() / "copy", file);
+    ASSERT_EQ(set(key, L"more", L"more"), ERROR_SUCCESS);
+    EXPECT_EQ(sqlQuery(file, "SELECT data FROM registry WHERE name = 'more'"), "more\n");
 }
 
 } // namespace

@@ -1,3 +1,5 @@
+#include <sqlite3.h>
+
 #include "embedded/foundation/faults.h"
 #include "windows/posix/registry_file_test.h"
 
@@ -6,18 +8,17 @@ namespace {
 
 using Embedded::ScopedFault;
 
-class RegistryFaultsStandIn : public RegistryFileTest {};
-
-TEST_F(RegistryFaultsStandIn, AFirstSaveThatFailsLeavesNoFile)
-{
-    for (const char* const step : {"open", "write", "sync", "rename"}) {
-        const ScopedFault fault({.call = std::string("writeFileAtomically.") + step, .code = {}});
-        HKEY made = nullptr;
-        EXPECT_NE(create(L"Other", &made), ERROR_SUCCESS) << step;
-        EXPECT_EQ(made, nullptr);
-        EXPECT_FALSE(std::filesystem::exists(file));
-    }
-}
+class RegistryFaultsStandIn : public RegistryFileTest {
+protected:
+    /// What SQLite may allocate beyond what it holds now, for the length of a scope.
+    class ScopedMemory {
+    public:
+        explicit ScopedMemory(sqlite3_int64 bytes) { sqlite3_hard_heap_limit64(sqlite3_memory_used() + bytes); }
+        ScopedMemory(const ScopedMemory&) = delete;
+        ScopedMemory& operator=(const ScopedMemory&) = delete;
+        ~ScopedMemory() { sqlite3_hard_heap_limit64(0); }
+    };
+};
 
 TEST_F(RegistryFaultsStandIn, AFailureChangesNothingInTheFile)
 {
@@ -30,6 +31,38 @@ TEST_F(RegistryFaultsStandIn, AFailureChangesNothingInTheFile)
     EXPECT_EQ(set(key, L"a", L"other"), ERROR_ACCESS_DENIED);
     EXPECT_EQ(RegDeleteValueW(key.get(), L"a"), ERROR_ACCESS_DENIED);
     EXPECT_EQ(onDisk(), before);
+}
+
+// From too little for the first step on to enough.
+TEST_F(RegistryFaultsStandIn, WantOfMemoryIsAnsweredAndChangesNothing)
+{
+    const OpenKey key = created();
+    ASSERT_EQ(set(key, L"a", L"old"), ERROR_SUCCESS);
+    int shortages = 0;
+    LSTATUS status = ERROR_OUTOFMEMORY;
+    for (sqlite3_int64 bytes = 500; status != ERROR_SUCCESS; bytes += 500) {
+        ASSERT_LT(bytes, 1'000'000);
+        Embedded::useRegistryFile(file);
+        {
+            const ScopedMemory memory(bytes);
+            status = set(key, L"a", L"new");
+        }
+        if (status == ERROR_SUCCESS)
+            break;
+        ++shortages;
+        ASSERT_EQ(status, ERROR_OUTOFMEMORY) << bytes;
+        ASSERT_EQ(textOf(key, L"a"), ended(L"old")) << bytes;
+    }
+    EXPECT_EQ(textOf(key, L"a"), ended(L"new"));
+    EXPECT_GT(shortages, 10);
+}
+
+TEST_F(RegistryFaultsStandIn, DataThatIsTooLongIsRefusedBeforeItIsRead)
+{
+    const OpenKey key = created();
+    const BYTE data[] = {1};
+    EXPECT_EQ(RegSetValueExW(key.get(), L"a", 0, REG_BINARY, data, 1'000'000'001), ERROR_OUTOFMEMORY);
+    EXPECT_EQ(bytesOf(key, L"a"), std::nullopt);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "support/file_text.h"
 #include "windows/registry_test.h"
 
 namespace Tests {

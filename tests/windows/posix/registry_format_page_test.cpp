@@ -1,49 +1,66 @@
-// The example of the page about the registry's file is what is written, and what it says is read.
+// The page about the registry's file says what is in one.
+#include <bit>
+#include <sstream>
+
+#include "storage/documented_example.h"
+#include "support/posix/sql_query.h"
 #include "windows/posix/registry_file_test.h"
+
+#define XXH_INLINE_ALL
+#include <xxhash.h>
 
 namespace Tests {
 namespace {
 
 class RegistryFormatPage : public RegistryFileTest {
 protected:
-    static std::string example()
+    RegistryFormatPage()
     {
-        std::ifstream stream(std::string(ORVEL_SOURCE_DIR) + "/docs/formats/registry-stand-in.md");
-        const std::string page{std::istreambuf_iterator<char>(stream), {}};
-        const std::string opening = "\n```registry-file\n";
-        const std::size_t begin = page.find(opening);
-        EXPECT_NE(begin, std::string::npos);
-        const std::size_t end = page.find("```", begin + opening.size());
-        return page.substr(begin + opening.size(), end - begin - opening.size());
+        const OpenKey key = created(L"Software\\Example");
+        EXPECT_EQ(set(key, L"Place", L"K\u00F8benhavn"), ERROR_SUCCESS);
+        EXPECT_EQ(setBytes(key, L"Flags", REG_DWORD, std::string("\x05\0\0\0", 4)), ERROR_SUCCESS);
+        const std::wstring unended = L"ab";
+        EXPECT_EQ(RegSetValueExW(key.get(), L"Unended", 0, REG_SZ, reinterpret_cast<const BYTE*>(unended.data()),
+                                 static_cast<DWORD>(unended.size() * sizeof(wchar_t))),
+                  ERROR_SUCCESS);
+        const wchar_t unpaired[] = {L'X', static_cast<wchar_t>(0xD800), L'\0'};
+        EXPECT_EQ(setBytes(key, unpaired, REG_BINARY, ""), ERROR_SUCCESS);
+    }
+    static std::string block(const std::string& label)
+    {
+        return DocumentedExample("registry-stand-in.md", label).text() + '\n';
     }
 };
 
-TEST_F(RegistryFormatPage, TheExampleIsWhatIsWritten)
+TEST_F(RegistryFormatPage, TheSchemaIsThatOfTheFile)
 {
-    const OpenKey key = created(L"Software\\Example\\Transformation");
-    ASSERT_EQ(set(key, L"Item1", L"<Item>K\u00F8benhavn</Item>"), ERROR_SUCCESS);
-    ASSERT_EQ(set(key, L"", L""), ERROR_SUCCESS);
-    ASSERT_EQ(setBytes(key, L"Flags", REG_DWORD, std::string("\x05\0\0\0", 4)), ERROR_SUCCESS);
-    const std::wstring unended = L"ab";
-    ASSERT_EQ(RegSetValueExW(key.get(), L"Unended", 0, REG_EXPAND_SZ, reinterpret_cast<const BYTE*>(unended.data()),
-                             static_cast<DWORD>(unended.size() * sizeof(wchar_t))),
-              ERROR_SUCCESS);
-    const wchar_t unpaired[] = {L'x', static_cast<wchar_t>(0xD800), L'\0'};
-    ASSERT_EQ(setBytes(key, unpaired, REG_BINARY, ""), ERROR_SUCCESS);
-    ASSERT_EQ(RegDeleteValueW(key.get(), L"flags"), ERROR_SUCCESS);
-    EXPECT_EQ(onDisk(), example());
+    EXPECT_EQ(sqlQuery(file, "SELECT sql || ';' FROM sqlite_schema WHERE sql IS NOT NULL"), block("registry-schema"));
 }
 
-TEST_F(RegistryFormatPage, TheExampleIsRead)
+TEST_F(RegistryFormatPage, TheRowsAreThoseOfTheFile)
 {
-    put(example());
-    ASSERT_EQ(Embedded::checkRegistryFile(), "");
-    const OpenKey key = created(L"Software\\Example\\Transformation");
-    EXPECT_EQ(textOf(key, L"Item1"), ended(L"<Item>K\u00F8benhavn</Item>"));
-    EXPECT_EQ(textOf(key, L""), ended(L""));
-    EXPECT_EQ(textOf(key, L"Flags"), std::nullopt);
-    EXPECT_EQ(textOf(key, L"Unended"), L"ab");
-    EXPECT_EQ(namesOf(key), (std::vector<std::wstring>{L"Item1", L"", L"Unended", L"x\xD800"}));
+    EXPECT_EQ(sqlQuery(file, block("registry-rows-query")), block("registry-rows"));
+}
+
+// Made from the page alone: which bytes are hashed, and how.
+TEST_F(RegistryFormatPage, TheChecksumIsMadeAsThePageSays)
+{
+    const auto part = [](const std::string& column) {
+        return "' ' || typeof(" + column + ") || ' ' || length(CAST(" + column + " AS BLOB)) || ' ' || CAST(" + column +
+               " AS BLOB)";
+    };
+    const std::string rows =
+        sqlQuery(file, "SELECT hex(CAST(id || ' ' || owner || ' ' || type || " + part("name") + " || " +
+                           part("folded") + " || " + part("data") + " AS BLOB)), checksum FROM registry");
+    std::istringstream lines(rows);
+    std::size_t count = 0;
+    for (std::string hex, checksum; std::getline(lines, hex, '|') && std::getline(lines, checksum); ++count) {
+        std::string bytes;
+        for (std::size_t at = 0; at < hex.size(); at += 2)
+            bytes += static_cast<char>(std::stoi(hex.substr(at, 2), nullptr, 16));
+        EXPECT_EQ(checksum, std::to_string(std::bit_cast<std::int64_t>(XXH3_64bits(bytes.data(), bytes.size()))));
+    }
+    EXPECT_EQ(count, 7U);
 }
 
 } // namespace

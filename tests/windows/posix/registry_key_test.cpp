@@ -50,12 +50,12 @@ TEST_F(RegistryKeysStandIn, WithoutAChoiceTheFileIsInTheUsersSettings)
     const ScopedVariable home("HOME", folder.path().string());
     {
         const ScopedVariable settings("XDG_CONFIG_HOME", (folder.path() / "config").string());
-        EXPECT_EQ(Embedded::registryFile(), folder.path() / "config/orvel/registry.jsonl");
+        EXPECT_EQ(Embedded::registryFile(), folder.path() / "config/orvel/registry.db");
         created();
-        EXPECT_TRUE(fs::exists(folder.path() / "config/orvel/registry.jsonl"));
+        EXPECT_TRUE(fs::exists(folder.path() / "config/orvel/registry.db"));
     }
     const ScopedVariable settings("XDG_CONFIG_HOME", "relative");
-    EXPECT_EQ(Embedded::registryFile(), folder.path() / ".config/orvel/registry.jsonl");
+    EXPECT_EQ(Embedded::registryFile(), folder.path() / ".config/orvel/registry.db");
     EXPECT_EQ(openStatus(L"Software\\Test"), ERROR_FILE_NOT_FOUND);
 }
 

@@ -38,21 +38,5 @@ TEST_F(RegistryValuesStandIn, WhatIsReservedIsZero)
     EXPECT_EQ(RegSetValueExW(key.get(), L"a", 1, REG_BINARY, data, 1), ERROR_INVALID_PARAMETER);
 }
 
-// Taking the first one away again and again, and putting all of them there before, costs each the same.
-TEST_F(RegistryValuesStandIn, ManyAreDeletedAndTheirLinesLeftOut)
-{
-    constexpr int kMany = 2'000;
-    for (int number = 0; number < kMany; ++number)
-        ASSERT_EQ(set(key, std::to_wstring(number).c_str(), L"text"), ERROR_SUCCESS);
-    const Names names = namesOf(key);
-    ASSERT_EQ(names.size(), static_cast<std::size_t>(kMany));
-    EXPECT_EQ(names.front(), L"0");
-    EXPECT_EQ(names.back(), std::to_wstring(kMany - 1));
-    const auto longest = std::filesystem::file_size(file);
-    for (const std::wstring& name : names)
-        ASSERT_EQ(RegDeleteValueW(key.get(), name.c_str()), ERROR_SUCCESS);
-    EXPECT_LT(std::filesystem::file_size(file), longest / 2) << "superfluous lines are left out now and then";
-}
-
 } // namespace
 } // namespace Tests

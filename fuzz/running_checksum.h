@@ -1,11 +1,11 @@
-// The CRC-32 of everything that a file said so far.
+// The CRC-32 of the bytes so far.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <string_view>
 
-namespace Embedded {
+namespace Fuzz {
 
 /// CRC-32 as in Ethernet and ZIP: polynomial 04C11DB7, reflected, all bits inverted at both ends.
 class RunningChecksum {
@@ -36,4 +36,4 @@ private:
 
 inline constexpr std::array<std::uint32_t, 256> RunningChecksum::kTable = RunningChecksum::table();
 
-} // namespace Embedded
+} // namespace Fuzz

@@ -1,0 +1,155 @@
+#include "embedded/windows/registry_connection.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "embedded/windows/registry_call.h"
+#include "embedded/windows/registry_file.h"
+#include "embedded/windows/registry_row.h"
+
+namespace Embedded {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::int32_t kApplicationId = 0x4F727267; // "Orrg"
+constexpr int kFormat = 1;
+// The comments are for those who ask for the schema.
+constexpr const char* kTable = R"(CREATE TABLE registry (
+  id INTEGER PRIMARY KEY,    -- in the order of creation
+  owner INTEGER NOT NULL,    -- 0 for a key; for a value, the id of its key
+  name ANY NOT NULL,         -- the path of a key, the name of a value
+  folded ANY NOT NULL,       -- the same in lower case, to find it by
+  type INTEGER NOT NULL,     -- of a value
+  data ANY NOT NULL,         -- TEXT for types 1 and 2, otherwise a BLOB
+  checksum INTEGER NOT NULL, -- over all other columns
+  UNIQUE (owner, folded)
+) STRICT)";
+
+std::unique_ptr<RegistryConnection>& currentConnection()
+{
+    static std::unique_ptr<RegistryConnection> connection;
+    return connection;
+}
+
+[[noreturn]] void refuse(const std::string& reason)
+{
+    throw RegistryFailure(ERROR_REGISTRY_CORRUPT, reason);
+}
+
+} // namespace
+
+// A name such as ":memory:" means something else to SQLite, unless it is an absolute path.
+RegistryConnection::RegistryConnection(fs::path file, bool creates)
+    : file_(std::move(file)),
+      process_(::getpid()),
+      database_(fs::absolute(file_).string(), SQLite::OPEN_READWRITE | (creates ? SQLite::OPEN_CREATE : 0))
+{
+    makeDefensive(database_.getHandle());
+    setWait(database_.getHandle(), registryWait());
+    database_.exec("PRAGMA synchronous = FULL");
+}
+
+bool RegistryConnection::isInherited() const
+{
+    return process_ != ::getpid();
+}
+
+bool RegistryConnection::isStale() const
+{
+    int hasMoved = 0;
+    sqlite3_file_control(database_.getHandle(), "main", SQLITE_FCNTL_HAS_MOVED, &hasMoved);
+    return hasMoved != 0;
+}
+
+unsigned RegistryConnection::version() const
+{
+    unsigned version = 0;
+    sqlite3_file_control(database_.getHandle(), "main", SQLITE_FCNTL_DATA_VERSION, &version);
+    return version;
+}
+
+bool RegistryConnection::hasRegistry()
+{
+    const int application = database_.execAndGet("PRAGMA application_id").getInt();
+    if (application == 0 && database_.execAndGet("PRAGMA schema_version").getInt() == 0)
+        return false; // nothing was ever stored
+    if (application != kApplicationId)
+        refuse("is a database, but not a registry; choose another file");
+    const int format = database_.execAndGet("PRAGMA user_version").getInt();
+    if (format != kFormat)
+        refuse("has format " + std::to_string(format) + ", but only format " + std::to_string(kFormat) +
+               " is known here; use the program that wrote it");
+    if (!isChecked_)
+        checkContent();
+    isChecked_ = true;
+    return true;
+}
+
+void RegistryConnection::checkContent()
+{
+    if (database_.execAndGet("PRAGMA journal_mode").getString() != "delete" ||
+        database_.execAndGet("SELECT group_concat(sql, ';') FROM sqlite_schema").getString() != kTable)
+        refuse("has other tables than a registry; restore the file from a copy");
+    std::string verdict = database_.execAndGet("PRAGMA integrity_check(1)").getString();
+    if (verdict.ends_with("error code=" + std::to_string(SQLITE_NOMEM))) // no fault of the page that it names
+        throw std::bad_alloc();
+    std::ranges::replace(verdict, '\n', ' ');
+    if (verdict != "ok")
+        refuse("is damaged: " + verdict + "; restore the file from a copy");
+    SQLite::Statement rows(database_, std::string("SELECT ") + kRegistryColumns + " FROM registry");
+    while (rows.executeStep())
+        static_cast<void>(readRow(rows)); // throws where the checksum does not fit
+}
+
+void RegistryConnection::createRegistry()
+{
+    database_.exec("PRAGMA application_id = " + std::to_string(kApplicationId));
+    database_.exec("PRAGMA user_version = " + std::to_string(kFormat));
+    database_.exec(kTable);
+    SQLite::Statement root(database_, "INSERT INTO registry VALUES (?, ?, ?, ?, ?, ?, ?)");
+    bindRow(root, {.id = 1, .owner = 0, .name = {}, .type = REG_NONE, .data = {}});
+    root.exec();
+}
+
+RegistryConnection* connectRegistry(bool creates)
+{
+    std::unique_ptr<RegistryConnection>& connection = currentConnection();
+    if (connection && connection->isInherited())
+        static_cast<void>(connection.release()); // to close it here is not safe for the process that uses it
+    const fs::path file = registryFile();
+    if (connection && connection->isFor(file) && !connection->isStale())
+        return connection.get();
+    connection.reset();
+    if (file.empty() && creates)
+        throw RegistryFailure(ERROR_REGISTRY_IO_FAILED);
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (status.type() == fs::file_type::not_found && !creates)
+        return nullptr;
+    if (fs::exists(status) && !fs::is_regular_file(status))
+        refuse(fs::is_directory(status) ? "is a folder; choose another file" : "is not a file; choose another file");
+    if (creates)
+        fs::create_directories(file.parent_path(), error); // when this fails, so does the opening
+    connection = std::make_unique<RegistryConnection>(file, creates);
+    return connection.get();
+}
+
+void disconnectRegistry()
+{
+    currentConnection().reset();
+}
+
+SqlWait& registryWait()
+{
+    static SqlWait wait;
+    return wait;
+}
+
+} // namespace Embedded

@@ -1,0 +1,57 @@
+// The registry's file, which is opened when it is first needed and stays open.
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <filesystem>
+
+#include "embedded/foundation/sqlite.h"
+#include "platform/windows.h"
+
+namespace Embedded {
+
+class RegistryConnection {
+public:
+    RegistryConnection(std::filesystem::path file, bool creates);
+
+    SQLite::Database& database() { return database_; }
+    bool isFor(const std::filesystem::path& file) const { return file_ == file; }
+    /// Whether the process that opened the file is another one, which has forked this one since.
+    bool isInherited() const;
+    /// Whether the file was deleted or replaced since it was opened.
+    bool isStale() const;
+    /// Grows with each change of the file, whichever process makes it; within a transaction.
+    unsigned version() const;
+    /// Within a transaction: whether the file holds a registry; it may have no bytes yet. Throws RegistryFailure for a
+    /// file that is something else, too new or damaged.
+    bool hasRegistry();
+    /// Makes one in a file of no bytes, within a transaction.
+    void createRegistry();
+
+    /// Which value was enumerated last.
+    struct Place {
+        std::int64_t key = 0;
+        DWORD index = 0;
+        std::int64_t row = 0;
+        unsigned version = 0;
+    };
+    Place place;
+
+private:
+    void checkContent();
+
+    std::filesystem::path file_;
+    pid_t process_;
+    SQLite::Database database_;
+    bool isChecked_ = false;
+};
+
+/// The connection to the file in use. Null when there is no file and none is to be made.
+RegistryConnection* connectRegistry(bool creates);
+/// The next call opens the file and checks all of it.
+void disconnectRegistry();
+/// How all connections wait for other processes.
+SqlWait& registryWait();
+
+} // namespace Embedded
