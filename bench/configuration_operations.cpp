@@ -15,7 +15,7 @@ using Collection = Cs::OrvelTransformationConfigItemCollection;
 using Scene = ConfigurationScene;
 using Target = Cs::CsTransformationConfigTargetType;
 
-constexpr std::size_t kFewerInRegistry = 100;
+constexpr std::size_t kFewerInRegistry = 500; // each value waits for the disk
 
 void nothing(Scene& /*scene*/)
 {

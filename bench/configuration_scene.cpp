@@ -44,7 +44,6 @@ void ConfigurationScene::clear()
     std::filesystem::remove_all(userFolder_);
     std::filesystem::create_directory(userFolder_);
     Embedded::useRegistryFile(userFolder_ / "registry.db");
-    static_cast<void>(Embedded::checkRegistryFile()); // asked only so that nothing of the former file stays in memory
 }
 
 void ConfigurationScene::renewDrawing()

@@ -61,6 +61,11 @@ bool RegistryConnection::isInherited() const
     return process_ != ::getpid();
 }
 
+bool RegistryConnection::isUsableFor(const fs::path& file) const
+{
+    return !isInherited() && file_ == file && !isStale();
+}
+
 bool RegistryConnection::isStale() const
 {
     int hasMoved = 0;
@@ -120,13 +125,12 @@ void RegistryConnection::createRegistry()
 
 RegistryConnection* connectRegistry(bool creates)
 {
-    std::unique_ptr<RegistryConnection>& connection = currentConnection();
-    if (connection && connection->isInherited())
-        static_cast<void>(connection.release()); // to close it here is not safe for the process that uses it
     const fs::path file = registryFile();
-    if (connection && connection->isFor(file) && !connection->isStale())
+    std::unique_ptr<RegistryConnection>& connection = currentConnection();
+    if (connection && !connection->isUsableFor(file))
+        disconnectRegistry();
+    if (connection)
         return connection.get();
-    connection.reset();
     if (file.empty() && creates)
         throw RegistryFailure(ERROR_REGISTRY_IO_FAILED);
     std::error_code error;
@@ -143,7 +147,11 @@ RegistryConnection* connectRegistry(bool creates)
 
 void disconnectRegistry()
 {
-    currentConnection().reset();
+    std::unique_ptr<RegistryConnection>& connection = currentConnection();
+    // SQLite allows a child process neither to use nor to close what its parent has opened.
+    if (connection && connection->isInherited())
+        static_cast<void>(connection.release());
+    connection.reset();
 }
 
 SqlWait& registryWait()

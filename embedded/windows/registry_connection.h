@@ -16,8 +16,8 @@ public:
     RegistryConnection(std::filesystem::path file, bool creates);
 
     SQLite::Database& database() { return database_; }
-    bool isFor(const std::filesystem::path& file) const { return file_ == file; }
-    /// Whether the process that opened the file is another one, which has forked this one since.
+    bool isUsableFor(const std::filesystem::path& file) const;
+    /// Whether another process opened the file, which has forked this one since.
     bool isInherited() const;
     /// Whether the file was deleted or replaced since it was opened.
     bool isStale() const;

@@ -211,7 +211,7 @@ TEST_F(RegistryValues, NullWhereSomethingIsNeededIsRefused)
 
 TEST_F(RegistryValues, ManyAreWrittenListedAndDeleted)
 {
-    constexpr int kMany = 200;
+    constexpr int kMany = 50;
     for (int number = 0; number < kMany; ++number)
         ASSERT_EQ(set(key, std::to_wstring(number).c_str(), L"text"), ERROR_SUCCESS);
     const Names names = namesOf(key);
