@@ -108,19 +108,15 @@ void RegistryConnection::checkContent()
     std::ranges::replace(verdict, '\n', ' ');
     if (verdict != "ok")
         refuse("is damaged: " + verdict + "; restore the file from a copy");
-    SQLite::Statement rows(database_, std::string("SELECT ") + kRegistryColumns + " FROM registry");
+    SQLite::Statement rows(database_, "SELECT * FROM registry");
     while (rows.executeStep())
         static_cast<void>(readRow(rows)); // throws where the checksum does not fit
 }
 
-void RegistryConnection::createRegistry()
+void RegistryConnection::createTable()
 {
-    database_.exec("PRAGMA application_id = " + std::to_string(kApplicationId));
-    database_.exec("PRAGMA user_version = " + std::to_string(kFormat));
-    database_.exec(kTable);
-    SQLite::Statement root(database_, "INSERT INTO registry VALUES (?, ?, ?, ?, ?, ?, ?)");
-    bindRow(root, {.id = 1, .owner = 0, .name = {}, .type = REG_NONE, .data = {}});
-    root.exec();
+    database_.exec("PRAGMA application_id = " + std::to_string(kApplicationId) +
+                   "; PRAGMA user_version = " + std::to_string(kFormat) + "; " + kTable);
 }
 
 RegistryConnection* connectRegistry(bool creates)

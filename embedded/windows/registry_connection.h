@@ -26,8 +26,8 @@ public:
     /// Within a transaction: whether the file holds a registry; it may have no bytes yet. Throws RegistryFailure for a
     /// file that is something else, too new or damaged.
     bool hasRegistry();
-    /// Makes one in a file of no bytes, within a transaction.
-    void createRegistry();
+    /// Within a transaction: makes the table in a file of no bytes.
+    void createTable();
 
     /// Which value was enumerated last.
     struct Place {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "embedded/foundation/audit.h"
+#include "embedded/windows/registry_call.h"
 
 namespace {
 
@@ -33,9 +34,12 @@ HKEY openHandle(std::wstring path, REGSAM access)
     return key;
 }
 
-bool isOpenHandle(HKEY key)
+void requireHandle(HKEY key, REGSAM access)
 {
-    return key == HKEY_CURRENT_USER || openHandles().contains(key);
+    if (key != HKEY_CURRENT_USER && !openHandles().contains(key))
+        throw RegistryFailure(ERROR_INVALID_HANDLE); // it must not be looked into
+    if ((key->access & access) != access)
+        throw RegistryFailure(ERROR_ACCESS_DENIED);
 }
 
 bool closeHandle(HKEY key)

@@ -13,8 +13,8 @@ struct RegistryKeyHandle {
 namespace Embedded {
 
 HKEY openHandle(std::wstring path, REGSAM access);
-/// Whether it is open, or predefined; other handles must not be looked into.
-bool isOpenHandle(HKEY key);
+/// Throws RegistryFailure unless the handle is open, or predefined, and has these rights.
+void requireHandle(HKEY key, REGSAM access = 0);
 /// False when it was not open. The predefined one stays open.
 bool closeHandle(HKEY key);
 

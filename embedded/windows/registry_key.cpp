@@ -21,8 +21,7 @@ REGSAM granted(REGSAM access)
 /// The sub-key's path from the root. Throws RegistryFailure for a handle or a path that will not do.
 std::wstring pathBelow(HKEY key, const wchar_t* subKey)
 {
-    if (!isOpenHandle(key))
-        throw RegistryFailure(ERROR_INVALID_HANDLE);
+    requireHandle(key);
     std::wstring path = key->path;
     const std::wstring below = normalName(subKey);
     if (below.starts_with(L'\\'))

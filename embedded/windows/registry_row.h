@@ -19,14 +19,11 @@ struct RegistryRow {
     std::string data; // as callers have it
 };
 
-/// The columns, in the order in which the functions below take and give them.
-inline constexpr const char* kRegistryColumns = "id, owner, name, folded, type, data, checksum";
-
-/// Binds all columns, from the first parameter on.
+/// Binds all columns in their order, from the first parameter on.
 void bindRow(SQLite::Statement& statement, const RegistryRow& row);
 /// Binds what the column `folded` has for a name or a path.
 void bindFolded(SQLite::Statement& statement, int parameter, std::wstring_view name);
-/// The row that a statement stands at. Throws RegistryFailure when its checksum does not fit.
+/// The row that a statement of all columns stands at. Throws RegistryFailure when its checksum does not fit.
 RegistryRow readRow(SQLite::Statement& statement);
 
 } // namespace Embedded

@@ -1,6 +1,7 @@
 #include "embedded/windows/registry_transaction.h"
 
 #include <string>
+#include <utility>
 
 #include "embedded/windows/registry_name.h"
 
@@ -8,11 +9,6 @@ namespace Embedded {
 namespace {
 
 constexpr std::int64_t kOwnerOfKeys = 0;
-
-std::string selection(const char* condition)
-{
-    return std::string("SELECT ") + kRegistryColumns + " FROM registry WHERE " + condition;
-}
 
 std::optional<RegistryRow> rowOf(SQLite::Statement& statement)
 {
@@ -46,7 +42,8 @@ bool RegistryTransaction::begin(Intent intent)
     if (connection_->hasRegistry())
         return true;
     if (intent == Intent::create) {
-        connection_->createRegistry();
+        connection_->createTable();
+        put({}); // the root
     } else {
         open_.reset();
         connection_ = nullptr;
@@ -62,7 +59,7 @@ void RegistryTransaction::commit()
 
 std::optional<RegistryRow> RegistryTransaction::find(std::int64_t owner, std::wstring_view name) const
 {
-    SQLite::Statement found(connection_->database(), selection("owner = ? AND folded = ?"));
+    SQLite::Statement found(connection_->database(), "SELECT * FROM registry WHERE owner = ? AND folded = ?");
     found.bind(1, owner);
     bindFolded(found, 2, name);
     return rowOf(found);
@@ -88,7 +85,8 @@ std::optional<RegistryRow> RegistryTransaction::valueAt(const RegistryRow& key, 
     if (last.key != key.id || last.version != connection_->version() || index < last.index)
         last = {.key = key.id, .index = 0, .row = 0, .version = connection_->version()};
     // In the order of the rows: the index has another, which would have to be sorted for each value.
-    SQLite::Statement next(connection_->database(), selection("id >= ? AND +owner = ? ORDER BY id LIMIT 1 OFFSET ?"));
+    SQLite::Statement next(connection_->database(),
+                           "SELECT * FROM registry WHERE id >= ? AND +owner = ? ORDER BY id LIMIT 1 OFFSET ?");
     next.bind(1, last.row);
     next.bind(2, key.id);
     next.bind(3, static_cast<std::int64_t>(index - last.index));
@@ -103,7 +101,7 @@ std::optional<RegistryRow> RegistryTransaction::valueAt(const RegistryRow& key, 
 void RegistryTransaction::put(RegistryRow row)
 {
     if (row.id == 0)
-        row.id = connection_->database().execAndGet("SELECT max(id) + 1 FROM registry").getInt64();
+        row.id = connection_->database().execAndGet("SELECT coalesce(max(id), 0) + 1 FROM registry").getInt64();
     SQLite::Statement replacement(connection_->database(), "REPLACE INTO registry VALUES (?, ?, ?, ?, ?, ?, ?)");
     bindRow(replacement, row);
     replacement.exec();

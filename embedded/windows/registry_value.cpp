@@ -16,15 +16,6 @@ using Intent = RegistryTransaction::Intent;
 
 constexpr DWORD kLongestData = 1'000'000'000; // SQLite takes no more
 
-/// Throws RegistryFailure unless the handle is open for it.
-void require(HKEY key, REGSAM access)
-{
-    if (!isOpenHandle(key))
-        throw RegistryFailure(ERROR_INVALID_HANDLE);
-    if ((key->access & access) != access)
-        throw RegistryFailure(ERROR_ACCESS_DENIED);
-}
-
 /// Throws RegistryFailure when the key has gone since the handle was opened, with the file it was in.
 RegistryRow requireKey(HKEY key, const RegistryTransaction& registry)
 {
@@ -56,7 +47,7 @@ LSTATUS handOut(const RegistryRow& value, DWORD* type, BYTE* data, DWORD* length
 LSTATUS RegSetValueExW(HKEY key, const wchar_t* name, DWORD reserved, DWORD type, const BYTE* data, DWORD lengthInBytes)
 {
     return registryCall("RegSetValueExW", ERROR_ACCESS_DENIED, [&]() -> LSTATUS {
-        require(key, KEY_SET_VALUE);
+        requireHandle(key, KEY_SET_VALUE);
         const std::wstring valueName = normalName(name);
         if (data == nullptr && lengthInBytes != 0)
             return ERROR_NOACCESS;
@@ -79,7 +70,7 @@ LSTATUS RegSetValueExW(HKEY key, const wchar_t* name, DWORD reserved, DWORD type
 LSTATUS RegQueryValueExW(HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* lengthInBytes)
 {
     return registryCall("RegQueryValueExW", ERROR_FILE_NOT_FOUND, [&]() -> LSTATUS {
-        require(key, KEY_QUERY_VALUE);
+        requireHandle(key, KEY_QUERY_VALUE);
         if (reserved != nullptr || (data != nullptr && lengthInBytes == nullptr))
             return ERROR_INVALID_PARAMETER;
         const RegistryTransaction registry(Intent::read);
@@ -94,7 +85,7 @@ LSTATUS RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, D
                       DWORD* lengthInBytes)
 {
     return registryCall("RegEnumValueW", ERROR_NO_MORE_ITEMS, [&]() -> LSTATUS {
-        require(key, KEY_QUERY_VALUE);
+        requireHandle(key, KEY_QUERY_VALUE);
         if (name == nullptr || nameLength == nullptr || reserved != nullptr ||
             (data != nullptr && lengthInBytes == nullptr))
             return ERROR_INVALID_PARAMETER;
@@ -115,7 +106,7 @@ LSTATUS RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, D
 LSTATUS RegDeleteValueW(HKEY key, const wchar_t* name)
 {
     return registryCall("RegDeleteValueW", ERROR_ACCESS_DENIED, [&]() -> LSTATUS {
-        require(key, KEY_SET_VALUE);
+        requireHandle(key, KEY_SET_VALUE);
         RegistryTransaction change(Intent::change);
         const auto value = change.findValue(requireKey(key, change), normalName(name));
         if (!value)

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -108,7 +109,8 @@ Number valueFound(const fs::path& folder)
     if (RegQueryValueExW(key.get(), L"value", nullptr, nullptr, reinterpret_cast<BYTE*>(text.data()), &length) !=
         ERROR_SUCCESS)
         refuse("no value: " + Embedded::checkRegistryFile());
-    return numberIn(text.c_str());
+    text.resize(text.find(L'\0'));
+    return numberIn(text);
 }
 
 /// A process that saves one number after the other and reports each.
@@ -163,12 +165,10 @@ struct Counts {
 /// Whether there is something that a killed process left: a temporary file, or a journal of SQLite's.
 bool isSomethingLeft(const fs::path& folder)
 {
-    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    return std::ranges::any_of(fs::recursive_directory_iterator(folder), [](const fs::directory_entry& entry) {
         const std::string name = entry.path().filename();
-        if (name.starts_with(".saving-") || name.ends_with("-journal"))
-            return true;
-    }
-    return false;
+        return name.starts_with(".saving-") || name.ends_with("-journal");
+    });
 }
 
 /// Number 1 is saved before the first process begins.

@@ -48,9 +48,9 @@ TEST_F(RegistryProcesses, EightWritersLoseNothingOfEachOther)
 {
     constexpr int kWriters = 8;
     created(L"Other"); // the connection to the file is inherited
-    std::vector<pid_t> writers;
+    std::vector<pid_t> writers(kWriters);
     for (int writer = 0; writer < kWriters; ++writer)
-        writers.push_back(start([writer] { return writeAll(writer) == kValues ? 0 : 1; }));
+        writers[static_cast<std::size_t>(writer)] = start([writer] { return writeAll(writer) == kValues ? 0 : 1; });
     for (const pid_t writer : writers)
         EXPECT_EQ(statusOf(writer), 0);
     const OpenKey key = created(L"Software\\Shared");
