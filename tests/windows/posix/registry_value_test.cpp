@@ -1,4 +1,5 @@
 // What the stand-in does beyond what Windows promises.
+#include "host/posix/child_process.h"
 #include "windows/posix/registry_file_test.h"
 
 namespace Tests {
@@ -21,6 +22,24 @@ TEST_F(RegistryValuesStandIn, ValuesAreEnumeratedInTheOrderOfTheirCreation)
     ASSERT_EQ(set(key, L"c", L"again"), ERROR_SUCCESS);
     readAfresh();
     EXPECT_EQ(namesOf(key), (Names{L"a", L"b", L"c"}));
+}
+
+TEST_F(RegistryValuesStandIn, EnumeratingGoesOnWithWhatIsThereAfterAChange)
+{
+    for (const wchar_t* const name : {L"a", L"b", L"c", L"d"})
+        ASSERT_EQ(set(key, name, name), ERROR_SUCCESS);
+    const auto nameAt = [this](DWORD index) {
+        wchar_t name[8] = L"";
+        DWORD length = 8;
+        EXPECT_EQ(RegEnumValueW(key.get(), index, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
+        return std::wstring(name);
+    };
+    EXPECT_EQ(nameAt(1), L"b");
+    ASSERT_EQ(RegDeleteValueW(key.get(), L"a"), ERROR_SUCCESS);
+    EXPECT_EQ(nameAt(1), L"c");
+    EXPECT_EQ(answerOfChild([this] { return std::to_string(RegDeleteValueW(key.get(), L"b")); }), "0");
+    EXPECT_EQ(nameAt(1), L"d");
+    EXPECT_EQ(nameAt(0), L"c");
 }
 
 // Wide characters have another size in the file than here.
