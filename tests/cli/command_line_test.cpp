@@ -24,14 +24,12 @@ ProgramResult CommandLineTest::run(const ProgramRun& programRun) const
     return runProgram(programRun, folder_, captures_);
 }
 
-ProgramResult CommandLineTest::runBeside(const std::vector<std::string>& arguments, int number,
-                                         const std::string& input) const
+ProgramResult CommandLineTest::runBeside(const std::vector<std::string>& arguments, int number) const
 {
     const std::filesystem::path captures = captures_ / std::to_string(number);
     std::filesystem::create_directory(captures);
     ProgramRun programRun;
     programRun.arguments = arguments;
-    programRun.input = input;
     return runProgram(programRun, folder_, captures);
 }
 

@@ -1,4 +1,5 @@
 // Several processes that change the user's configuration at once.
+#include <algorithm>
 #include <cstdlib>
 #include <future>
 
@@ -56,29 +57,6 @@ TEST_F(ConcurrentConfig, EveryItemThatWasAddedIsThere)
         for (auto& process : processes)
             expectResult(process.get(), 0, "", "");
         EXPECT_EQ(storedSources(), expected) << "round " << round;
-    }
-}
-
-TEST_F(ConcurrentConfig, AReaderSeesTheOldTextOrTheNewOne)
-{
-    std::string texts[2];
-    for (int number = 0; number < 200; ++number)
-        for (std::size_t which = 0; which < 2; ++which)
-            texts[which] += "<Item>" + std::string(100 * which, 'x') + std::to_string(number) + "</Item>";
-    const std::vector<std::string> user = {"--user", "--quiet", "--user-dir", path("user").string()};
-    const auto withUser = [&](std::vector<std::string> arguments) {
-        arguments.insert(arguments.end(), user.begin(), user.end());
-        return arguments;
-    };
-    ASSERT_EQ(run(withUser({"config", "set", "-"}), texts[0]).status, 0);
-    for (std::size_t round = 1; round <= 10; ++round) {
-        auto writer = std::async(std::launch::async, [&] {
-            return runBeside(withUser({"config", "set", "-"}), 1, texts[round % 2]);
-        });
-        const ProgramResult reader = run(withUser({"config", "get"}));
-        EXPECT_EQ(reader.status, 0);
-        EXPECT_TRUE(reader.output == texts[0] || reader.output == texts[1]) << reader.output.size() << " bytes";
-        EXPECT_EQ(writer.get().status, 0);
     }
 }
 
