@@ -9,7 +9,7 @@ namespace Tests {
 namespace {
 
 constexpr int kProcesses = 8;
-constexpr int kRounds = 4;
+constexpr int kRounds = 2;
 
 /// ORVEL_ROUNDS in the environment asks for more than there are in an ordinary run.
 int rounds()

@@ -18,10 +18,15 @@ TEST_F(WaitOption, OtherText_IsWrongUsage)
 {
     for (const std::string text : {"x", "1s", "1,5", "1e3", "0x10", "inf", "nan", "+1", " 1", "1 ", "-1", "-0.5",
                                    "86400.001", "86401", "1.2.3", ".", "99999999999999999999999999999999999999999"}) {
-        const std::string reason = ": --wait: " + text + " is not a number of seconds from 0 to 86400";
-        expectWrongUsage(run({"config", "items", "--wait=" + text}), "orvelcs: config items" + reason);
-        expectWrongUsage(run({"--wait=" + text, "catalog", "show", "EPSG:4326"}), "orvelcs: catalog show" + reason);
+        expectWrongUsage(run({"config", "items", "--wait=" + text}),
+                         "orvelcs: config items: --wait: " + text + " is not a number of seconds from 0 to 86400");
     }
+}
+
+TEST_F(WaitOption, OtherTextBeforeACommandThatNeverWaits_IsWrongUsageToo)
+{
+    expectWrongUsage(run({"--wait", "soon", "catalog", "show", "EPSG:4326"}),
+                     "orvelcs: catalog show: --wait: soon is not a number of seconds from 0 to 86400");
 }
 
 TEST_F(WaitOption, MissingOrRepeatedValue_IsWrongUsage)

@@ -95,10 +95,12 @@ std::filesystem::path settingsFolder(const std::filesystem::path& file)
 std::optional<std::wstring> readSettingsFile()
 {
     const std::filesystem::path file = settingsFile();
+    if (file.empty())
+        return std::nullopt;
     if (const auto failure = Embedded::recoverReplacedFile(file))
         throw Failure(file.string(), reasonFor(file, *failure));
     checkPlace(file);
-    if (file.empty() || !std::filesystem::exists(file))
+    if (!std::filesystem::exists(file))
         return std::nullopt;
     checkSettingsFile(file);
     auto text = copyModuleText([](wchar_t*& out) {
