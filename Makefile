@@ -93,10 +93,12 @@ fuzz: ## Install what is missing, then fuzz each target for FUZZ_SECONDS, 60 unl
 
 torture: build/release/build.ninja ## Run what is too long for every test, for minutes: packing, killed saves, growth
 	@echo "Building what tortures into build/release/bin"
-	@cmake --build build/release --target $(TORTURES) memory_tests
+	@cmake --build build/release --target $(TORTURES) memory_tests cli_tests
 	@for program in $(TORTURES); do echo "Running $$program"; build/release/bin/$$program || exit 1; done
 	@echo "Running memory_tests for long"
 	@ORVEL_ROUNDS=100000 ORVEL_REACTORS=100000 build/release/bin/memory_tests
+	@echo "Running processes that change the user's configuration at once"
+	@ORVEL_ROUNDS=200 build/release/bin/cli_tests --gtest_filter='ConcurrentConfig.*'
 
 valgrind: ## Install what is missing, then run the test programs under valgrind
 	@scripts/install-dependencies.sh valgrind

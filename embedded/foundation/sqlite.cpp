@@ -13,22 +13,26 @@ using std::chrono::milliseconds;
 constexpr milliseconds kLongestPause{50};
 
 // Called by SQLite between two attempts; 0 gives up.
-int waitOnce(void* argument, int attempt)
+int whenBusy(void* wait, int attempt)
 {
-    auto& wait = *static_cast<SqlWait*>(argument);
+    return waitOnce(*static_cast<SqlWait*>(wait), attempt) ? 1 : 0;
+}
+
+} // namespace
+
+bool waitOnce(SqlWait& wait, int attempt)
+{
     const auto now = std::chrono::steady_clock::now();
     if (attempt == 0)
         wait.began = now;
     const auto waited = std::chrono::duration_cast<milliseconds>(now - wait.began);
     if (waited >= wait.most)
-        return 0;
+        return false;
     if (wait.waiting)
         wait.waiting(waited);
     std::this_thread::sleep_for(std::min({milliseconds(1 + attempt), kLongestPause, wait.most - waited}));
-    return 1;
+    return true;
 }
-
-} // namespace
 
 void makeDefensive(sqlite3* connection)
 {
@@ -48,7 +52,7 @@ void makeDefensive(sqlite3* connection)
 
 void setWait(sqlite3* connection, SqlWait& wait)
 {
-    sqlite3_busy_handler(connection, waitOnce, &wait);
+    sqlite3_busy_handler(connection, whenBusy, &wait);
 }
 
 } // namespace Embedded

@@ -51,6 +51,9 @@ struct SqlWait {
     std::chrono::steady_clock::time_point began; // of the wait that is going on
 };
 
+/// Pauses between two attempts to get what another process holds. `attempt` counts from 0. False when the time is over.
+[[nodiscard]] FQCORE_API bool waitOnce(SqlWait& wait, int attempt);
+
 /// The connection waits so from now on. `wait` must outlive it.
 FQCORE_API void setWait(sqlite3* connection, SqlWait& wait);
 

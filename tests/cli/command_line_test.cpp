@@ -24,6 +24,15 @@ ProgramResult CommandLineTest::run(const ProgramRun& programRun) const
     return runProgram(programRun, folder_, captures_);
 }
 
+ProgramResult CommandLineTest::runBeside(const std::vector<std::string>& arguments, int number) const
+{
+    const std::filesystem::path captures = captures_ / std::to_string(number);
+    std::filesystem::create_directory(captures);
+    ProgramRun programRun;
+    programRun.arguments = arguments;
+    return runProgram(programRun, folder_, captures);
+}
+
 ProgramResult CommandLineTest::runWithoutCatalog(std::vector<std::string> arguments) const
 {
     ProgramRun programRun;

@@ -27,6 +27,8 @@ protected:
 
     ProgramResult run(std::vector<std::string> arguments, const std::string& input = "") const;
     ProgramResult run(const ProgramRun& programRun) const;
+    /// For runs at the same time, each with a number of its own.
+    ProgramResult runBeside(const std::vector<std::string>& arguments, int number) const;
     ProgramResult runWithoutCatalog(std::vector<std::string> arguments) const;
     /// Runs it with --json; expects the status and answers the document, which must be all that was printed.
     Json runForJson(std::vector<std::string> arguments, int expectedStatus = 0) const;

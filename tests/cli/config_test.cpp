@@ -76,13 +76,46 @@ TEST_F(ConfigCommand, Set_RefusesWhatIsNoText)
     EXPECT_EQ(contents("a.qedb"), before);
 }
 
-TEST_F(ConfigCommand, Set_WithoutAFolderForTheUser_FailsAndMakesNone)
+TEST_F(ConfigCommand, Set_MakesTheFolderForTheUser)
 {
-    const ProgramResult result = run({"config", "set", "-", "--user", "--user-dir", "missing", "--json"}, kItem);
+    expectResult(run({"config", "set", "-", "--user", "--user-dir", "new/folder", "-q"}, kItem), 0, "", "");
+    EXPECT_EQ(contents(std::string("new/folder/") + kSettings), std::string(kItem) + "\r\n");
+}
+
+TEST_F(ConfigCommand, Set_WhereTheFolderForTheUserCannotBeMade_NamesIt)
+{
+    given("file", "");
+    const ProgramResult result = run({"config", "set", "-", "--user", "--user-dir", "file/folder", "--json"}, kItem);
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(Json::parse(result.output)["result"], false);
-    EXPECT_THAT(result.errors, HasSubstr("its folder does not exist and is not made\n"));
-    EXPECT_EQ(files(), std::vector<std::string>());
+    EXPECT_THAT(result.errors, HasSubstr("folder: cannot be made: "));
+    EXPECT_EQ(files(), std::vector<std::string>{"file"});
+}
+
+TEST_F(ConfigCommand, Set_LeavesTheSettingsFileAndTheLockFileAlone)
+{
+    ASSERT_EQ(run({"config", "set", "-", "--user", "--user-dir", path("").string()}, kItem).status, 0);
+    ASSERT_EQ(run({"config", "set", "-", "--user", "--user-dir", path("").string()}, kOther).status, 0);
+    EXPECT_EQ(files(), (std::vector<std::string>{kSettings, "orvelcs.lock"}));
+}
+
+TEST_F(ConfigCommand, Set_OfATextThatDoesNotComeBackWhole_LeavesTheOldOne)
+{
+    ASSERT_EQ(runAsUser({"config", "set", "-", "--user"}, kItem).status, 0);
+    const ProgramResult result = runAsUser({"config", "set", "-", "--user", "--json"}, "<Item>a\x1A</Item>");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(Json::parse(result.output)["result"], false);
+    EXPECT_THAT(result.errors, HasSubstr(std::string(kSettings) + ": was not written to its end\n"));
+    EXPECT_EQ(contents(kSettings), std::string(kItem) + "\r\n");
+}
+
+TEST_F(ConfigCommand, Set_AfterOneThatWasKilled_RemovesWhatItLeft)
+{
+    std::filesystem::create_directory(path(".orvelcs-new"));
+    given(std::string(".orvelcs-new/") + kSettings, "<Item>");
+    ASSERT_EQ(runAsUser({"config", "set", "-", "--user"}, kItem).status, 0);
+    EXPECT_EQ(contents(kSettings), std::string(kItem) + "\r\n");
+    EXPECT_EQ(files(), (std::vector<std::string>{kSettings, "orvelcs.lock"}));
 }
 
 TEST_F(ConfigCommand, SettingsFileThatIsAFolder_IsNamed)

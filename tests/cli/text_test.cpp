@@ -117,7 +117,7 @@ TEST_F(TextOfEveryScript, InTheNameOfTheUsersFolder_IsFollowed)
         run({"config", "set", "-", "--user", "--user-dir", folder, "--registry", path("registry").string()}, element)
             .status,
         0);
-    EXPECT_EQ(namesInTheFolder(), std::vector<std::string>{"TransformationSetting.xml"});
+    EXPECT_THAT(namesInTheFolder(), testing::UnorderedElementsAre("TransformationSetting.xml", "orvelcs.lock"));
     EXPECT_EQ(contents(kFolder + "/TransformationSetting.xml"), element + "\r\n");
     expectResult(run({"config", "get", "--user", "--user-dir", folder}), 0, element, "");
 }

@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t kHelpColumn = 30;
 constexpr const char* kEverywhere =
     "Options of every command, before or after it: --json, -q/--quiet, --no-color, --user-dir DIR,\n"
-    "--registry FILE, --help";
+    "--registry FILE, --wait SECONDS, --help";
 constexpr char kMark = '\x1F';
 
 class HelpText : public CLI::Formatter {

@@ -78,6 +78,7 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
     program_->add_flag("-q,--quiet", outputOptions_.quiet, "no notes, confirmations and progress");
     program_->add_flag("--no-color", outputOptions_.noColor, "no colour on a terminal either");
     addUserOptions(*program_, userOptions_);
+    addWaitOption(*program_, waitOption_);
     program_->add_flag("--version", version_, "print the versions of the program, of PROJ and of the catalog");
     program_->add_flag("--check", check_, "with --version: read the whole catalog and look for damage");
     program_->set_help_flag("-h,--help", "print this help, or a command's");

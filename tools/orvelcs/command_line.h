@@ -7,6 +7,7 @@
 
 #include "orvelcs/command.h"
 #include "orvelcs/user_options.h"
+#include "orvelcs/wait.h"
 
 namespace Orvelcs {
 
@@ -30,6 +31,7 @@ public:
     Invocation parse(int argumentCount, const char* const* arguments);
     const OutputOptions& outputOptions() const { return outputOptions_; }
     const UserOptions& userOptions() const { return userOptions_; }
+    const WaitOption& waitOption() const { return waitOption_; }
     /// Runs the command that the last `parse` found. Throws Failure.
     ExitStatus run(Output& output) const;
 
@@ -44,6 +46,7 @@ private:
     std::vector<Command> commands_;
     OutputOptions outputOptions_;
     UserOptions userOptions_;
+    WaitOption waitOption_;
     bool version_ = false;
     bool check_ = false;
 };

@@ -8,8 +8,10 @@
 #include "orvelcs/config_store.h"
 #include "orvelcs/display_text.h"
 #include "orvelcs/failure_document.h"
+#include "orvelcs/settings_file.h"
 #include "orvelcs/standard_streams.h"
 #include "orvelcs/text_bytes.h"
+#include "orvelcs/user_stores_lock.h"
 
 namespace Orvelcs {
 namespace {
@@ -31,6 +33,12 @@ std::wstring textOf(const std::string& file)
     if (const auto fault = faultOfText(utf8))
         throw Failure(file == kStandardStream ? "standard input" : file, *fault);
     return Embedded::wideFromUtf8(utf8);
+}
+
+/// Held as long as the command reads and changes a store of the user's. A drawing needs none.
+std::unique_ptr<LockFile> lockFor(const ConfigTarget& target, const Output& output)
+{
+    return target.isDrawing() ? nullptr : lockUserStores(output);
 }
 
 ExitStatus report(const ConfigTarget& target, const ConfigChange& change, const std::string& done, Output& output)
@@ -67,6 +75,7 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
     if (options.textFile == kStandardStream && options.target.drawing == kStandardStream)
         throw wrongUsage(kStandardStream, "cannot be both the text and the drawing");
     const std::wstring text = textOf(options.textFile);
+    const auto lock = lockFor(options.target, output);
     const ExitStatus status =
         report(options.target, writeConfig(options.target, text, output), "configuration stored", output);
     if (status == ExitStatus::done && options.target.user && !tailOf(text).empty())
@@ -88,6 +97,7 @@ void noteSettingsFile(const ConfigTarget& target, Output& output)
 ExitStatus runClear(const ConfigOptions& options, Output& output)
 {
     checkConfigTarget(options.target, true, output);
+    const auto lock = lockFor(options.target, output);
     const ConfigChange change = clearConfig(options.target, output);
     if (options.target.isDrawing())
         return report(options.target, change, "configuration cleared", output);
@@ -124,6 +134,7 @@ ExitStatus runAdd(const ConfigOptions& options, Output& output)
     const std::wstring element = elementOf(item);
     if (options.target.drawing == kStandardStream)
         throw wrongUsage("--drawing", "a drawing from standard input is read once; name a file");
+    const auto lock = lockFor(options.target, output);
     const std::wstring stored = readConfig(options.target).value_or(std::wstring());
     noteDoubtfulName(item, output);
     return report(options.target, writeConfig(options.target, withElement(stored, element), output), "item added",

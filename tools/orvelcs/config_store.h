@@ -47,7 +47,4 @@ ConfigChange writeConfig(const ConfigTarget& target, const std::wstring& text, O
 /// The module's clearing: the drawing's text becomes empty; for the user the registry's store does.
 ConfigChange clearConfig(const ConfigTarget& target, Output& output);
 
-/// The user's settings file, for a message.
-std::string settingsFileName();
-
 } // namespace Orvelcs

@@ -84,9 +84,19 @@ void Output::importantNote(std::string_view subject, std::string_view message)
 
 void Output::progress(std::size_t position, std::size_t total, std::string_view subject)
 {
-    if (options_.quiet || total < 2 || !isTerminal(stderr))
+    if (total > 1)
+        showProgress(fmt::format("[{}/{}] {}", position, total, oneLine(subject)));
+}
+
+void Output::showWaiting(std::string_view what) const
+{
+    showProgress(fmt::format("waiting for {}, which another process is changing", oneLine(what)));
+}
+
+void Output::showProgress(const std::string& text) const
+{
+    if (options_.quiet || !isTerminal(stderr))
         return;
-    const std::string text = fmt::format("[{}/{}] {}", position, total, oneLine(subject));
     progressIsShown_ = escapes_ && takesEscapes(stderr);
     toStandardError(progressIsShown_ ? "\r\x1B[K" + text : text + "\n");
 }
@@ -115,7 +125,7 @@ void Output::diagnose(std::string_view subject, std::string_view message)
     toStandardError(fmt::format("orvelcs: {}: {}: {}\n", command_, oneLine(subject), oneLine(message)));
 }
 
-void Output::hideProgress()
+void Output::hideProgress() const
 {
     if (std::exchange(progressIsShown_, false))
         toStandardError("\r\x1B[K");

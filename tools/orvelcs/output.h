@@ -47,19 +47,23 @@ public:
     void importantNote(std::string_view subject, std::string_view message);
     /// Shows how far a batch has come; only on a terminal and not when quiet.
     void progress(std::size_t position, std::size_t total, std::string_view subject);
+    /// Shows that the command waits for another process; only on a terminal and not when quiet.
+    void showWaiting(std::string_view what) const;
+    /// Takes away what the two show, as all further output does.
+    void hideProgress() const;
 
     /// Hands out what is still buffered. Answers `status`, or a worse one when the results could not be written.
     [[nodiscard]] ExitStatus finish(ExitStatus status);
 
 private:
     void diagnose(std::string_view subject, std::string_view message);
-    void hideProgress();
+    void showProgress(const std::string& text) const;
 
     std::string command_;
     OutputOptions options_;
     bool escapes_; // whether a terminal may be sent escape sequences
     bool bold_;
-    bool progressIsShown_ = false;
+    mutable bool progressIsShown_ = false; // which tells of the terminal alone
     int writeError_ = 0;
 };
 

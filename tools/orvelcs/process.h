@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdio>
+#include <optional>
 #include <string>
 
 namespace Orvelcs {
@@ -24,7 +25,9 @@ bool takesEscapes(std::FILE* stream);
 /// Null when it cannot be opened, with the reason in errno.
 std::FILE* openForReading(const std::string& file);
 
-/// For this process and the libraries in it; false when it cannot be set.
-[[nodiscard]] bool setVariable(const char* name, const std::string& value);
+/// The environment variable, UTF-8; nothing where there is none.
+std::optional<std::string> variable(const char* name);
+/// For this process and the libraries in it; removed without a value. False when it cannot be set.
+[[nodiscard]] bool setVariable(const char* name, const std::optional<std::string>& value);
 
 } // namespace Orvelcs

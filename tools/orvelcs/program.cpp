@@ -56,6 +56,7 @@ ExitStatus carryOut(const CommandLine& commandLine, const Invocation& invocation
     switch (invocation.kind) {
     case Invocation::Kind::command:
         applyUserOptions(commandLine.userOptions());
+        applyWaitOption(commandLine.waitOption());
         return commandLine.run(output);
     case Invocation::Kind::help:
         output.write(invocation.help);

@@ -9,7 +9,6 @@
 namespace Orvelcs {
 namespace {
 
-constexpr const char* kFolderVariable = "VORLEN_USER_DICTIONARY_PATH";
 constexpr std::size_t kLongestFolder = 259; // in characters; the module takes no notice of a longer one
 
 } // namespace
@@ -27,7 +26,7 @@ void applyUserOptions(const UserOptions& options)
     if (options.folderOption->count() > 0) {
         if (wideArgument("--user-dir", options.folder).size() > kLongestFolder)
             throw wrongUsage("--user-dir", "is longer than 259 characters");
-        if (!setVariable(kFolderVariable, options.folder))
+        if (!setVariable(kUserFolderVariable, options.folder))
             throw Failure("--user-dir", "cannot be set");
     }
     if (options.registryOption->count() > 0) {

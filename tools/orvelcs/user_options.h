@@ -7,6 +7,9 @@
 
 namespace Orvelcs {
 
+/// The environment variable from which the module takes the folder of the user's settings file.
+inline constexpr const char* kUserFolderVariable = "VORLEN_USER_DICTIONARY_PATH";
+
 /// --user-dir and --registry.
 struct UserOptions {
     std::string folder;

@@ -1,4 +1,6 @@
 #include <array>
+#include <csignal>
+#include <functional>
 #include <stdexcept>
 
 #include <fcntl.h>
@@ -7,6 +9,7 @@
 #include <unistd.h>
 
 #include "cli/command_line_test.h"
+#include "cli/posix/held_lock.h"
 
 namespace Tests {
 namespace {
@@ -14,9 +17,12 @@ namespace {
 /// The program with a terminal for all of its streams.
 class OnATerminal : public CommandLineTest {
 protected:
+    /// Hears of everything that has appeared so far, and of the terminal's descriptor.
+    using Spectator = std::function<void(const std::string& text, int terminal)>;
+
     /// What appears on the terminal, line ends as the terminal makes them.
-    std::string shown(std::vector<std::string> arguments, const char* noColor = nullptr,
-                      const char* type = "xterm") const
+    std::string shown(std::vector<std::string> arguments, const char* noColor = nullptr, const char* type = "xterm",
+                      const Spectator& spectator = {})
     {
         arguments.insert(arguments.begin(), ORVELCS_PROGRAM);
         std::vector<char*> words;
@@ -30,11 +36,13 @@ protected:
             throw std::runtime_error("forkpty failed");
         if (child == 0)
             runIn(folder, words, noColor, type);
-        const std::string text = readToEnd(terminal);
+        const std::string text = readToEnd(terminal, spectator);
         ::close(terminal);
-        ::waitpid(child, nullptr, 0);
+        ::waitpid(child, &ended, 0);
         return text;
     }
+
+    int ended = 0; // how the last one did, as waitpid tells it
 
 private:
     [[noreturn]] static void runIn(const std::string& folder, const std::vector<char*>& words, const char* noColor,
@@ -50,7 +58,7 @@ private:
         ::_exit(127);
     }
 
-    static std::string readToEnd(int terminal)
+    static std::string readToEnd(int terminal, const Spectator& spectator)
     {
         std::string text;
         std::array<char, 4096> block{};
@@ -59,6 +67,8 @@ private:
             if (length <= 0) // a terminal whose program has gone answers with an error
                 return text;
             text.append(block.data(), static_cast<std::size_t>(length));
+            if (spectator)
+                spectator(text, terminal);
         }
     }
 };
@@ -128,6 +138,60 @@ TEST_F(OnATerminal, DumbTerminal_IsPlain)
 {
     givenDrawing("a.qedb");
     EXPECT_THAT(shown({"forms", "a.qedb"}, nullptr, "dumb"), testing::StartsWith("a.qedb, drawing version 33\r\n"));
+}
+
+class WaitOnATerminal : public OnATerminal {
+protected:
+    WaitOnATerminal() { given("text", "<Item></Item>"); }
+
+    std::vector<std::string> change() const
+    {
+        return {"config", "set", "text", "--user", "--wait", "60", "--user-dir", path("").string()};
+    }
+    /// The lock is released when the waiting is shown.
+    std::string shownUntilReleased(const std::vector<std::string>& arguments, const char* type = "xterm")
+    {
+        return shown(arguments, nullptr, type, [this](const std::string& text, int) {
+            if (text.find(kWaiting) != std::string::npos)
+                held.release();
+        });
+    }
+
+    static constexpr const char* kWaiting = "waiting for the user's configuration, which another process is changing";
+    const std::string stored_ = path("").string() + "/TransformationSetting.xml" + ": configuration stored\r\n";
+    HeldLock held{path("orvelcs.lock")};
+};
+
+TEST_F(WaitOnATerminal, IsShownAndTakenAway)
+{
+    EXPECT_EQ(shownUntilReleased(change()), "\r\x1B[K" + std::string(kWaiting) + "\r\x1B[K" + stored_);
+}
+
+TEST_F(WaitOnATerminal, WithoutEscapeSequences_IsOneLine)
+{
+    EXPECT_EQ(shownUntilReleased(change(), "dumb"), kWaiting + ("\r\n" + stored_));
+}
+
+TEST_F(WaitOnATerminal, ThatIsShortOrQuiet_IsNotShown)
+{
+    std::vector<std::string> arguments = change();
+    arguments[5] = "0.3";
+    EXPECT_THAT(shown(arguments), testing::Not(testing::HasSubstr("waiting")));
+    arguments[5] = "0.7";
+    arguments.push_back("--quiet");
+    EXPECT_THAT(shown(arguments), testing::Not(testing::HasSubstr("waiting")));
+    EXPECT_EQ(WEXITSTATUS(ended), 1);
+}
+
+TEST_F(WaitOnATerminal, EndsAtOnceWhenInterrupted)
+{
+    const auto interrupt = [](const std::string& text, int terminal) {
+        if (text.ends_with(kWaiting) && ::write(terminal, "\x03", 1) != 1)
+            throw std::runtime_error("the terminal takes nothing");
+    };
+    EXPECT_THAT(shown(change(), nullptr, "xterm", interrupt), testing::Not(testing::HasSubstr("stored")));
+    EXPECT_TRUE(WIFSIGNALED(ended));
+    EXPECT_EQ(WTERMSIG(ended), SIGINT);
 }
 
 } // namespace

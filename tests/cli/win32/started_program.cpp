@@ -121,8 +121,10 @@ int StartedProgram::wait() const
 FileHandle openInherited(const std::filesystem::path& file, DWORD access, DWORD disposition)
 {
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    // A program that was started at the same time may have inherited the handle that the file was written with.
+    constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_WRITE;
     FileHandle handle(
-        CreateFileW(file.c_str(), access, FILE_SHARE_READ, &inherited, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+        CreateFileW(file.c_str(), access, kShared, &inherited, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
     check(handle.isOpen(), "CreateFileW " + file.string());
     return handle;
 }

@@ -54,9 +54,15 @@ std::FILE* openForReading(const std::string& file)
     return std::fopen(file.c_str(), "rb");
 }
 
-bool setVariable(const char* name, const std::string& value)
+std::optional<std::string> variable(const char* name)
 {
-    return ::setenv(name, value.c_str(), 1) == 0;
+    const char* value = std::getenv(name);
+    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+}
+
+bool setVariable(const char* name, const std::optional<std::string>& value)
+{
+    return (value ? ::setenv(name, value->c_str(), 1) : ::unsetenv(name)) == 0;
 }
 
 } // namespace Orvelcs

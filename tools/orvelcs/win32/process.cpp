@@ -96,9 +96,16 @@ std::FILE* openForReading(const std::string& file)
     return _wfopen(Embedded::systemPath(path).c_str(), L"rb");
 }
 
-bool setVariable(const char* name, const std::string& value)
+std::optional<std::string> variable(const char* name)
 {
-    return _wputenv_s(Embedded::wideFromUtf8(name).c_str(), Embedded::wideFromUtf8(value).c_str()) == 0;
+    const wchar_t* value = _wgetenv(Embedded::wideFromUtf8(name).c_str());
+    return value != nullptr ? std::optional(Embedded::utf8FromWide(value)) : std::nullopt;
+}
+
+// An empty value removes it, for the C runtime knows no other way.
+bool setVariable(const char* name, const std::optional<std::string>& value)
+{
+    return _wputenv_s(Embedded::wideFromUtf8(name).c_str(), Embedded::wideFromUtf8(value.value_or("")).c_str()) == 0;
 }
 
 } // namespace Orvelcs

@@ -1,0 +1,27 @@
+// The user's settings file, as the program finds, reads and replaces it.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace Orvelcs {
+
+/// Where the module looks for it; empty when there is no folder for it.
+std::filesystem::path settingsFile();
+/// For a message.
+std::string settingsFileName();
+/// The folder of the file that a link of this name leads to, and of the file itself where it is no link.
+std::filesystem::path settingsFolder(const std::filesystem::path& file);
+
+/// The text that the module reads from it; nothing where there is no file. Throws Failure for a file that is there and
+/// cannot be read.
+std::optional<std::wstring> readSettingsFile();
+
+/// Replaces the file by what the module writes for `text` when `write` calls it: whole, or not at all. Answers what
+/// went wrong, or nothing. To be called under the lock of the user's stores. Throws Failure for a file that is a
+/// folder, a device or a pipe, and where nothing can be written beside it.
+std::optional<std::string> replaceSettingsFile(const std::wstring& text, const std::function<bool()>& write);
+
+} // namespace Orvelcs
