@@ -77,7 +77,9 @@ bench: ## Install what is missing, then measure what transformation configuratio
 	@echo "Configuring build/release, with the benchmarks"
 	@cmake --preset release
 	@echo "Building the benchmarks into build/release/bin"
-	@cmake --build build/release --target orvel_scale_check orvel_bench
+	@cmake --build build/release --target orvel_scale_check orvel_bench orvel_drawing_scale
+	@echo "Comparing small drawings with large ones"
+	@build/release/bin/orvel_drawing_scale
 	@echo "Comparing a length with twice the length"
 	@build/release/bin/orvel_scale_check
 	@echo "Running the benchmarks"
@@ -97,8 +99,8 @@ torture: build/release/build.ninja ## Run what is too long for every test, for m
 	@for program in $(TORTURES); do echo "Running $$program"; build/release/bin/$$program || exit 1; done
 	@echo "Running memory_tests for long"
 	@ORVEL_ROUNDS=100000 ORVEL_REACTORS=100000 build/release/bin/memory_tests
-	@echo "Running processes that change the user's configuration at once"
-	@ORVEL_ROUNDS=200 build/release/bin/cli_tests --gtest_filter='ConcurrentConfig.*'
+	@echo "Running processes that change the user's configuration, or one drawing, at once"
+	@ORVEL_ROUNDS=200 build/release/bin/cli_tests --gtest_filter='Concurrent*:MixedCommands.*'
 
 valgrind: ## Install what is missing, then run the test programs under valgrind
 	@scripts/install-dependencies.sh valgrind

@@ -10,6 +10,7 @@
 #include "fuzz/oracle.h"
 #include "fuzz/sample_definitions.h"
 #include "storage/library_holder.h"
+#include "support/drawing.h"
 
 namespace Fuzz {
 
@@ -102,17 +103,17 @@ Qeapp::ErrorStatus Session::underFault(const std::function<Qeapp::ErrorStatus()>
     return result;
 }
 
-std::optional<Embedded::DrawingImage> Session::image() const
+std::optional<std::string> Session::contents() const
 {
     if (held_ && held_->isWriteEnabled())
         return std::nullopt;
-    return Embedded::imageOf(*database());
+    return Tests::contentsOf(*database());
 }
 
 std::optional<std::wstring> Session::storedCode()
 {
-    std::optional<Embedded::DrawingImage> now = image();
-    if (!now || lastReading_.image != now)
+    std::optional<std::string> now = contents();
+    if (!now || lastReading_.contents != now)
         lastReading_ = {std::move(now), readStoredCode()};
     return lastReading_.code;
 }
@@ -127,9 +128,9 @@ std::optional<std::wstring> Session::readStoredCode() const
     return code;
 }
 
-void Session::requireUnchanged(const std::optional<Embedded::DrawingImage>& before, std::string_view promise) const
+void Session::requireUnchanged(const std::optional<std::string>& before, std::string_view promise) const
 {
-    require(!before || Embedded::imageOf(*database()) == *before, promise);
+    require(!before || Tests::contentsOf(*database()) == *before, promise);
 }
 
 } // namespace Fuzz

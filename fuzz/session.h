@@ -9,7 +9,6 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/foundation/faults.h"
-#include "embedded/host/drawing_image.h"
 #include "fuzz/byte_source.h"
 #include "storage/host_holders.h"
 
@@ -45,7 +44,7 @@ private:
     };
     static const std::vector<Step>& steps();
     struct Reading {
-        std::optional<Embedded::DrawingImage> image{};
+        std::optional<std::string> contents{};
         std::optional<std::wstring> code{};
     };
 
@@ -89,12 +88,12 @@ private:
     /// so that what was stored is asked for only where none did.
     Qeapp::ErrorStatus underFault(const std::function<Qeapp::ErrorStatus()>& call);
     /// Nothing while someone writes.
-    std::optional<Embedded::DrawingImage> image() const;
+    std::optional<std::string> contents() const;
     /// Of the coordinate system; empty where there is none, nothing where it cannot be read. It is read again only
     /// where the drawing is another one than at the last reading.
     std::optional<std::wstring> storedCode();
     std::optional<std::wstring> readStoredCode() const;
-    void requireUnchanged(const std::optional<Embedded::DrawingImage>& before, std::string_view promise) const;
+    void requireUnchanged(const std::optional<std::string>& before, std::string_view promise) const;
 
     ByteSource source_;
     QeApDocument* document_;
@@ -105,7 +104,7 @@ private:
     Reading lastReading_;
     int saves_ = 0;
     Orvel::NamedObjects held_;
-    std::vector<Embedded::DrawingImage> snapshots_; // one for each transaction that is active
+    std::vector<std::string> snapshots_; // one for each transaction that is active
 };
 
 } // namespace Fuzz

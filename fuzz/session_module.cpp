@@ -48,7 +48,7 @@ std::wstring elementOf(const std::wstring& source, const std::wstring& target, i
 void Session::assignCode()
 {
     const std::wstring code = anyCode();
-    const std::optional<Embedded::DrawingImage> before = image();
+    const std::optional<std::string> before = contents();
     QeDbDatabase* const argument = anyArgument();
     const Qeapp::ErrorStatus result = underFault([&] { return Cs::SetCoordinateSystem(code.c_str(), argument); });
     if (result == Qeapp::eVetoed)
@@ -62,7 +62,7 @@ void Session::assignDefinition()
     const std::vector<SampleDefinition>& samples = sampleDefinitions();
     const SampleDefinition& sample = samples[source_.below(samples.size())];
     const SystemHolder system = systemOf(sample);
-    const std::optional<Embedded::DrawingImage> before = image();
+    const std::optional<std::string> before = contents();
     QeDbDatabase* const argument = anyArgument();
     const Qeapp::ErrorStatus result = underFault([&] { return Cs::SetCoordinateSystem(system.get(), argument); });
     if (result == Qeapp::eVetoed)
@@ -73,7 +73,7 @@ void Session::assignDefinition()
 
 void Session::clear()
 {
-    const std::optional<Embedded::DrawingImage> before = image();
+    const std::optional<std::string> before = contents();
     QeDbDatabase* const argument = anyArgument();
     const Qeapp::ErrorStatus result = underFault([&] { return Cs::ClearCoordinateSystem(argument); });
     if (result != Qeapp::eOk)
@@ -83,7 +83,7 @@ void Session::clear()
 
 void Session::readDefinitions()
 {
-    const std::optional<Embedded::DrawingImage> before = image();
+    const std::optional<std::string> before = contents();
     ArrayHolder definitions;
     const Qeapp::ErrorStatus result =
         underFault([&] { return Cs::GetCoordinateSystem(definitions.put(), anyArgument()); });
@@ -93,7 +93,7 @@ void Session::readDefinitions()
 
 void Session::readDefinition()
 {
-    const std::optional<Embedded::DrawingImage> before = image();
+    const std::optional<std::string> before = contents();
     SystemHolder definition;
     bool isKnown = true;
     const Qeapp::ErrorStatus result =
@@ -104,7 +104,7 @@ void Session::readDefinition()
 
 void Session::readCode()
 {
-    const std::optional<Embedded::DrawingImage> before = image();
+    const std::optional<std::string> before = contents();
     HostString code;
     const Qeapp::ErrorStatus result = underFault([&] { return Cs::GetCoordinateSystem(code.put(), anyArgument()); });
     require(result == Qeapp::eOk || !code, "a code is handed out on success alone");
@@ -182,7 +182,7 @@ void Session::findConfigured()
 {
     const std::wstring source = anyCode();
     const std::wstring target = anyCode();
-    const std::optional<Embedded::DrawingImage> before = image();
+    const std::optional<std::string> before = contents();
     Orvel::LibraryObject<Cs::TransformationInfo> info;
     static_cast<void>(underFault([&] {
         info.reset(Cs::GetCsConfiguredTransformationInfo(source.c_str(), target.c_str()));

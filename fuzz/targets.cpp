@@ -18,6 +18,7 @@ constexpr std::array kTargets{
     Target{"item_text", itemText},
     Target{"collection_text", collectionText},
     Target{"settings_file", settingsFile},
+    Target{"drawing_rows", drawingRows},
     Target{"drawing_file", drawingFile},
     Target{"operations", operations},
 };

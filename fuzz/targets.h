@@ -28,7 +28,9 @@ void itemText(Input input);
 void collectionText(Input input);
 /// Any bytes as the user's settings file.
 void settingsFile(Input input);
-/// Any bytes as a drawing file, which is loaded, saved and loaded.
+/// Changed rows of a drawing, whose file is loaded, saved and loaded.
+void drawingRows(Input input);
+/// Any bytes as a drawing file, or changed bytes of one, which is loaded, saved and loaded.
 void drawingFile(Input input);
 /// Sequences of operations of the host and of the module.
 void operations(Input input);

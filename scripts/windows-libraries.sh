@@ -87,7 +87,7 @@ build_proj() {
 
 build_sqlitecpp() {
     cross_build sqlitecpp sqlitecpp-[0-9]* -DSQLITECPP_INTERNAL_SQLITE=OFF -DSQLITECPP_RUN_CPPLINT=OFF \
-        -DSQLITECPP_USE_STACK_PROTECTION=OFF \
+        -DSQLITECPP_USE_STACK_PROTECTION=OFF -DSQLITE_OMIT_LOAD_EXTENSION=ON -DSQLITE_ENABLE_COLUMN_METADATA=OFF \
         -DSQLite3_INCLUDE_DIR="$prefix/include" -DSQLite3_LIBRARY="$prefix/lib/libsqlite3.a"
 }
 

@@ -21,14 +21,8 @@ struct ReplacementFailure {
 /// flushed, renamed over, the folder flushed. A symbolic link is followed and the file's permissions are kept; a file
 /// that may not be written to is not replaced either, nor is anything but a regular file.
 /// A failure leaves the old file as it was and no temporary file behind. One that a killed process has left is removed
-/// by the next replacement in its folder, on Windows by the user.
-/// Windows takes two steps for the renaming: for a moment the old file bears its name with ".before-save" behind. A
-/// link that leads to nothing is refused there.
+/// by the next replacement in its folder, on Windows by the user. A link that leads to nothing is refused there.
 [[nodiscard]] FQCORE_API std::optional<ReplacementFailure> replaceFile(const std::filesystem::path& file,
                                                                        std::string_view text);
-
-/// Where a replacement was interrupted between the two steps that it takes on Windows, gives the old file its name
-/// back. To be called before a file is looked for. Elsewhere there is never anything to recover.
-[[nodiscard]] FQCORE_API std::optional<ReplacementFailure> recoverReplacedFile(const std::filesystem::path& file);
 
 } // namespace Embedded

@@ -4,6 +4,7 @@
 #include "embedded/host/application_services.h"
 #include "embedded/host/database_imp.h"
 #include "embedded/host/decomposition_run.h"
+#include "embedded/host/drawing_refusal.h"
 #include "embedded/host/fault.h"
 
 namespace QeHost {
@@ -16,7 +17,11 @@ Qeapp::ErrorStatus openRoot(T*& object, Stub* root, QeDb::OpenMode mode, std::st
     if (const auto fault = faultOf(call, Qeapp::eOpenForWrite))
         return *fault;
     QeDbObject* opened = nullptr;
-    const Qeapp::ErrorStatus status = openStub(opened, root, mode);
+    const Qeapp::ErrorStatus status = answered([&] {
+        if (!loaded(*root).isKindOf(T::desc()))
+            root->database->store->refuse(Embedded::placeOf(root->handle) + "is a root of another class");
+        return openStub(opened, root, mode);
+    });
     object = static_cast<T*>(opened);
     return status;
 }

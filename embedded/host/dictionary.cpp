@@ -1,19 +1,17 @@
 #include "platform/host/dictionary.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "embedded/host/database_imp.h"
 #include "embedded/host/dictionary_iterator.h"
-
 #include "embedded/host/fault.h"
 #include "platform/host/xrecord.h"
 
 namespace QeHost {
 namespace {
 
-using Entries = std::map<std::wstring, Stub*>;
-
-const Entries& entriesOf(const QeDbDictionary& dictionary)
+const DictionaryEntries& entriesOf(const QeDbDictionary& dictionary)
 {
     return stateOf<DictionaryState>(dictionary).entries;
 }
@@ -21,9 +19,8 @@ const Entries& entriesOf(const QeDbDictionary& dictionary)
 /// The live object under the key, or null.
 Stub* findEntry(const QeDbDictionary& dictionary, const wchar_t* key)
 {
-    const Entries& entries = entriesOf(dictionary);
-    const auto found = entries.find(key);
-    return found != entries.end() && isLive(found->second) ? found->second : nullptr;
+    Stub* const found = entriesOf(dictionary).find(key);
+    return isLive(found) ? found : nullptr;
 }
 
 bool canBeEntry(const QeDbObject& object)
@@ -54,15 +51,20 @@ Qeapp::ErrorStatus refusalToAdd(const QeDbDictionary& dictionary, const wchar_t*
     return replaced != nullptr ? conflictOf(*replaced, QeDb::kForWrite) : Qeapp::eOk;
 }
 
-void detach(const Stub& stub)
+void detach(Stub& stub)
 {
-    writableStateOf<ObjectState>(*stub.object).owner = nullptr;
+    writableStateOf<ObjectState>(loaded(stub)).owner = nullptr;
 }
 
-/// Erases what an entry holds, or, where that is erased already, lets go of it, so that it cannot come back.
+bool isThere(const Stub& stub)
+{
+    return stub.object != nullptr || stub.isStored;
+}
+
+/// Erases what an entry held, or, where that is erased already, lets go of it, so that it cannot come back.
 void discard(Stub& stub)
 {
-    if (stub.object == nullptr)
+    if (!isThere(stub))
         return;
     const QeDbObjectId kept(&stub); // at least until its reactors were told
     const bool wasLive = isLive(&stub);
@@ -76,28 +78,44 @@ void discard(Stub& stub)
 /// Puts the new object under the key and says what was there, or null. Without memory the dictionary stays as it was.
 Stub* putEntry(const QeDbDictionary& dictionary, const wchar_t* key, QeDbObject& object)
 {
-    Entries& entries = writableStateOf<DictionaryState>(dictionary).entries;
-    const auto [entry, isNew] = entries.try_emplace(key, nullptr);
-    Stub* const replaced = entry->second;
-    if (replaced != nullptr && replaced->object != nullptr)
-        prepareToWrite(replaced->object->imp()); // discarding it can fail no more
-    try {
-        entry->second = &dictionary.imp().stub->database->adopt(object, dictionary.imp().stub);
-    } catch (...) {
-        if (isNew)
-            entries.erase(entry);
-        throw;
-    }
+    DictionaryEntries& entries = writableStateOf<DictionaryState>(dictionary).entries;
+    Stub* const replaced = entries.find(key);
+    if (replaced != nullptr && isThere(*replaced))
+        prepareToWrite(loaded(*replaced).imp()); // discarding it can fail no more
+    DictionaryEntries::Map entry;
+    Stub*& added = entry[key];
+    added = &dictionary.imp().stub->database->adopt(object, dictionary.imp().stub);
+    entries.put(std::move(entry));
     return replaced;
 }
 
 Qeapp::ErrorStatus removeEntry(const QeDbDictionary& dictionary, const std::wstring& key)
 {
-    Entries& entries = writableStateOf<DictionaryState>(dictionary).entries;
-    const auto found = entries.find(key);
-    detach(*found->second);
-    entries.erase(found);
+    DictionaryEntries& entries = writableStateOf<DictionaryState>(dictionary).entries;
+    Stub& object = *entries.find(key);
+    prepareToWrite(loaded(object).imp()); // detaching it can fail no more
+    entries.remove(key);
+    detach(object);
     return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus removeLiveEntry(const QeDbDictionary& dictionary, const wchar_t* key, QeDbObjectId& id)
+{
+    if (key == nullptr)
+        return Qeapp::eInvalidKey;
+    Stub* const stub = findEntry(dictionary, key);
+    if (stub == nullptr)
+        return Qeapp::eKeyNotFound;
+    id = QeDbObjectId(stub);
+    return removeEntry(dictionary, key);
+}
+
+Qeapp::ErrorStatus removeObject(const QeDbDictionary& dictionary, const QeDbObjectId& id)
+{
+    if (id.isNull())
+        return Qeapp::eNullObjectId;
+    const std::wstring key = isLive(id.stub()) ? entriesOf(dictionary).keyOf(*id.stub()) : std::wstring();
+    return key.empty() ? Qeapp::eKeyNotFound : removeEntry(dictionary, key);
 }
 
 } // namespace
@@ -127,8 +145,10 @@ Qeapp::ErrorStatus QeDbDictionary::getAt(const wchar_t* key, QeDbObjectId& id) c
         return Qeapp::eNotOpenForRead;
     if (key == nullptr)
         return Qeapp::eInvalidKey;
-    id = QeDbObjectId(QeHost::findEntry(*this, key));
-    return id.isNull() ? Qeapp::eKeyNotFound : Qeapp::eOk;
+    return QeHost::answered([&] {
+        id = QeDbObjectId(QeHost::findEntry(*this, key));
+        return id.isNull() ? Qeapp::eKeyNotFound : Qeapp::eOk;
+    });
 }
 
 Qeapp::ErrorStatus QeDbDictionary::getAt(const wchar_t* key, QeDbObject*& object, QeDb::OpenMode mode) const
@@ -142,16 +162,22 @@ Qeapp::ErrorStatus QeDbDictionary::getAt(const wchar_t* key, QeDbObject*& object
 
 bool QeDbDictionary::has(const wchar_t* key) const
 {
-    return key != nullptr && imp().canRead() && QeHost::findEntry(*this, key) != nullptr;
+    const auto find = [&] { return QeHost::findEntry(*this, key) != nullptr ? Qeapp::eOk : Qeapp::eKeyNotFound; };
+    return key != nullptr && imp().canRead() && QeHost::answered(find) == Qeapp::eOk;
 }
 
 std::uint32_t QeDbDictionary::numEntries() const
 {
     if (!imp().canRead())
         return 0;
-    const QeHost::Entries& entries = QeHost::entriesOf(*this);
-    return static_cast<std::uint32_t>(
-        std::count_if(entries.begin(), entries.end(), [](const auto& entry) { return QeHost::isLive(entry.second); }));
+    std::ptrdiff_t live = 0;
+    const Qeapp::ErrorStatus counted = QeHost::answered([&] {
+        const auto entries = QeHost::entriesOf(*this).all();
+        live = std::count_if(entries.begin(), entries.end(),
+                             [](const auto& entry) { return QeHost::isLive(entry.second); });
+        return Qeapp::eOk;
+    });
+    return counted == Qeapp::eOk ? static_cast<std::uint32_t>(live) : 0;
 }
 
 Qeapp::ErrorStatus QeDbDictionary::setAt(const wchar_t* key, QeDbObject* object, QeDbObjectId& id)
@@ -159,13 +185,15 @@ Qeapp::ErrorStatus QeDbDictionary::setAt(const wchar_t* key, QeDbObject* object,
     id.setNull();
     if (const auto fault = QeHost::faultOf("QeDbDictionary::setAt"))
         return *fault;
-    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToAdd(*this, key, object); refusal != Qeapp::eOk)
-        return refusal;
-    QeHost::Stub* const replaced = QeHost::putEntry(*this, key, *object);
-    id = object->objectId();
-    if (replaced != nullptr)
-        QeHost::discard(*replaced);
-    return Qeapp::eOk;
+    return QeHost::answered([&] {
+        if (const Qeapp::ErrorStatus refusal = QeHost::refusalToAdd(*this, key, object); refusal != Qeapp::eOk)
+            return refusal;
+        QeHost::Stub* const replaced = QeHost::putEntry(*this, key, *object);
+        id = object->objectId();
+        if (replaced != nullptr)
+            QeHost::discard(*replaced);
+        return Qeapp::eOk;
+    });
 }
 
 Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key, QeDbObjectId& id)
@@ -175,13 +203,7 @@ Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key, QeDbObjectId& id)
         return *fault;
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToChange(*this); refusal != Qeapp::eOk)
         return refusal;
-    if (key == nullptr)
-        return Qeapp::eInvalidKey;
-    QeHost::Stub* stub = QeHost::findEntry(*this, key);
-    if (stub == nullptr)
-        return Qeapp::eKeyNotFound;
-    id = QeDbObjectId(stub);
-    return QeHost::removeEntry(*this, key);
+    return QeHost::answered([&] { return QeHost::removeLiveEntry(*this, key, id); });
 }
 
 Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key)
@@ -196,18 +218,17 @@ Qeapp::ErrorStatus QeDbDictionary::remove(QeDbObjectId id)
         return *fault;
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToChange(*this); refusal != Qeapp::eOk)
         return refusal;
-    if (id.isNull())
-        return Qeapp::eNullObjectId;
-    const QeHost::Entries& entries = QeHost::entriesOf(*this);
-    const auto found = std::find_if(entries.begin(), entries.end(), [id](const auto& entry) {
-        return entry.second == id.stub() && QeHost::isLive(entry.second);
-    });
-    return found != entries.end() ? QeHost::removeEntry(*this, std::wstring(found->first)) : Qeapp::eKeyNotFound;
+    return QeHost::answered([&] { return QeHost::removeObject(*this, id); });
 }
 
 QeDbDictionaryIterator* QeDbDictionary::newIterator() const
 {
     if (QeHost::isStruck("QeDbDictionary::newIterator") || !imp().canRead())
         return nullptr;
-    return new QeHost::DictionaryIterator(*this);
+    QeDbDictionaryIterator* iterator = nullptr;
+    static_cast<void>(QeHost::answered([&] { // without one, the caller knows that it failed
+        iterator = new QeHost::DictionaryIterator(*this);
+        return Qeapp::eOk;
+    }));
+    return iterator;
 }

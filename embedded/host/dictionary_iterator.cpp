@@ -6,7 +6,7 @@ namespace QeHost {
 
 DictionaryIterator::DictionaryIterator(const QeDbDictionary& dictionary)
 {
-    for (const auto& [key, stub] : stateOf<DictionaryState>(dictionary).entries) {
+    for (const auto& [key, stub] : stateOf<DictionaryState>(dictionary).entries.all()) {
         if (isLive(stub))
             entries_.emplace_back(key, stub);
     }

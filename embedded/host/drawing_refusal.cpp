@@ -1,6 +1,8 @@
 #include "embedded/host/drawing_refusal.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 
 #include "embedded/foundation/text.h"
 
@@ -15,6 +17,21 @@ bool isControl(char character)
 }
 
 } // namespace
+
+std::string hexFromHandle(std::uint64_t handle)
+{
+    std::array<char, 2 * sizeof handle> digits{};
+    char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), handle, 16).ptr;
+    std::string text(digits.data(), end);
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char digit) { return digit >= 'a' ? static_cast<char>(digit - 'a' + 'A') : digit; });
+    return text;
+}
+
+std::string placeOf(std::uint64_t handle)
+{
+    return "object " + hexFromHandle(handle) + ": ";
+}
 
 std::string excerpt(std::string_view utf8)
 {

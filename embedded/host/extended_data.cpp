@@ -15,7 +15,7 @@ namespace {
 constexpr short kLowestCode = 1000;
 constexpr short kLongestChunkInBytes = 127;
 
-using Applications = std::vector<std::pair<Stub*, Embedded::ImageChain>>;
+using Applications = std::vector<std::pair<Stub*, Embedded::ResbufValues>>;
 
 bool fitsExtendedData(const resbuf& item)
 {
@@ -25,18 +25,18 @@ bool fitsExtendedData(const resbuf& item)
 }
 
 /// Begins the data of the application that the item names.
-Qeapp::ErrorStatus beginApplication(const DatabaseImp& database, const Embedded::ImageValue& item, Applications& found)
+Qeapp::ErrorStatus beginApplication(const DatabaseImp& database, const Embedded::ResbufValue& item, Applications& found)
 {
     Stub* record = findRecord(*database.regAppTable, std::get<std::wstring>(item.value));
     if (record == nullptr)
         return Qeapp::eRegappNotRegistered;
-    found.emplace_back(record, Embedded::ImageChain{});
+    found.emplace_back(record, Embedded::ResbufValues{});
     return Qeapp::eOk;
 }
 
 Qeapp::ErrorStatus take(const DatabaseImp& database, const resbuf& item, Applications& found)
 {
-    std::optional<Embedded::ImageValue> value = valueOf(item);
+    std::optional<Embedded::ResbufValue> value = valueOf(item);
     if (!value || !fitsExtendedData(item))
         return Qeapp::eInvalidResbuf;
     if (value->code == QeRb::kXdataAppName)
@@ -58,7 +58,7 @@ Qeapp::ErrorStatus split(const DatabaseImp& database, const resbuf* chain, Appli
     return Qeapp::eOk;
 }
 
-void replace(std::map<Stub*, Embedded::ImageChain>& data, Applications&& applications)
+void replace(std::map<Stub*, Embedded::ResbufValues>& data, Applications&& applications)
 {
     for (auto& [record, chain] : applications) {
         if (chain.empty())
@@ -70,9 +70,9 @@ void replace(std::map<Stub*, Embedded::ImageChain>& data, Applications&& applica
 
 } // namespace
 
-std::vector<std::pair<std::wstring, Embedded::ImageChain>> extendedDataOf(const QeDbObject& object)
+std::vector<std::pair<std::wstring, Embedded::ResbufValues>> extendedDataOf(const QeDbObject& object)
 {
-    std::vector<std::pair<std::wstring, Embedded::ImageChain>> data;
+    std::vector<std::pair<std::wstring, Embedded::ResbufValues>> data;
     for (const auto& [record, chain] : object.imp().state->extendedData) {
         if (isLive(record))
             data.emplace_back(nameOf(*record), chain);
@@ -92,7 +92,7 @@ resbuf* QeDbObject::xData(const wchar_t* appName) const
     for (const auto& [name, values] : QeHost::extendedDataOf(*this)) {
         if (appName != nullptr && !QeHost::isSameName(appName, name))
             continue;
-        if (!chain.append(Embedded::ImageValue{QeRb::kXdataAppName, name}) || !chain.append(values))
+        if (!chain.append(Embedded::ResbufValue{QeRb::kXdataAppName, name}) || !chain.append(values))
             return nullptr;
     }
     return chain.release();

@@ -6,13 +6,14 @@
 namespace QeHost {
 namespace {
 
-Qeapp::ErrorStatus refusalToOwn(const Stub* block)
+/// Throws StoreFailure.
+Qeapp::ErrorStatus refusalToOwn(Stub* block)
 {
     if (block == nullptr)
         return Qeapp::eNullObjectId;
     if (!isLive(block))
         return Qeapp::eObjectErased;
-    return block->object->isKindOf(QeDbBlockTableRecord::desc()) ? Qeapp::eOk : Qeapp::eNotThatKindOfClass;
+    return loaded(*block).isKindOf(QeDbBlockTableRecord::desc()) ? Qeapp::eOk : Qeapp::eNotThatKindOfClass;
 }
 
 } // namespace
@@ -61,10 +62,12 @@ Qeapp::ErrorStatus QeDbGeoData::setBlockTableRecordId(QeDbObjectId id)
         return *fault;
     if (imp().stub != nullptr)
         return Qeapp::eAlreadyInDatabase;
-    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToOwn(id.stub()); refusal != Qeapp::eOk)
+    return QeHost::answered([&] {
+        const Qeapp::ErrorStatus refusal = QeHost::refusalToOwn(id.stub());
+        if (refusal == Qeapp::eOk)
+            QeHost::writableStateOf<QeHost::GeoDataState>(*this).block = id;
         return refusal;
-    QeHost::writableStateOf<QeHost::GeoDataState>(*this).block = id;
-    return Qeapp::eOk;
+    });
 }
 
 Qeapp::ErrorStatus QeDbGeoData::postToDb(QeDbObjectId& id)
@@ -75,7 +78,8 @@ Qeapp::ErrorStatus QeDbGeoData::postToDb(QeDbObjectId& id)
     if (imp().stub != nullptr)
         return Qeapp::eAlreadyInDatabase;
     QeHost::Stub* block = QeHost::stateOf<QeHost::GeoDataState>(*this).block.stub();
-    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToOwn(block); refusal != Qeapp::eOk)
+    const Qeapp::ErrorStatus refusal = QeHost::answered([&] { return QeHost::refusalToOwn(block); });
+    if (refusal != Qeapp::eOk)
         return refusal;
     QeHost::DatabaseImp& database = *block->database;
     if (database.geoData() != nullptr)

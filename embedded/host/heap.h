@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <new>
 
+#include "platform/host/memory.h"
+
 namespace QeHost {
 
 /// Zero-filled memory, or null; not a fallible call of its own. Released with qeHeapFree.
@@ -16,7 +18,12 @@ T* makeHostObject()
     void* memory = allocateZeroed(sizeof(T));
     if (memory == nullptr)
         throw std::bad_alloc();
-    return ::new (memory) T;
+    try {
+        return ::new (memory) T;
+    } catch (...) {
+        qeHeapFree(memory);
+        throw;
+    }
 }
 
 } // namespace QeHost

@@ -39,7 +39,10 @@ std::vector<Stub*> unreachableFrom(Stub& top)
             return {};
         if (!stub.object->isKindOf(QeDbDictionary::desc()))
             continue;
-        for (const auto& [key, entry] : stateOf<DictionaryState>(*stub.object).entries)
+        const DictionaryEntries& entries = stateOf<DictionaryState>(*stub.object).entries;
+        if (!entries.isComplete())
+            return {};
+        for (const auto& [key, entry] : entries.all())
             found.push_back(entry);
     }
     return found;

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "embedded/host/object_imp.h"
+#include "embedded/host/object_snapshot.h"
 
 namespace QeHost {
 
@@ -13,14 +14,15 @@ namespace QeHost {
 /// nobody has it open, and there is no id of it to open it by. What a lost dictionary holds is lost with it, and keeps
 /// it while it is not lost itself, for an object knows its owner.
 /// Destroys the object if it is lost; while a transaction is active that waits for its end, which may bring it back.
-/// Without memory to find out, the object stays until the drawing is closed.
+/// Without memory to find out, and below a dictionary of which not everything is loaded, the object stays until the
+/// drawing is closed.
 void destroyIfLost(Stub& stub) noexcept;
 
 /// Keeps what a transaction that ends had to do with until the scope ends, and then destroys what of it is lost; with
 /// the last transaction also what waited.
 class LostWithTransaction {
 public:
-    using Touched = std::unordered_map<Stub*, std::unique_ptr<ObjectState>>;
+    using Touched = std::unordered_map<Stub*, std::unique_ptr<ObjectSnapshot>>;
 
     LostWithTransaction(DatabaseImp& database, const Touched& touched);
     LostWithTransaction(const LostWithTransaction&) = delete;

@@ -3,22 +3,34 @@
 #include "embedded/host/fault.h"
 #include "embedded/host/lost_objects.h"
 #include "embedded/host/object_imp.h"
+#include "embedded/host/object_store.h"
 
 namespace QeHost {
 
 bool isLive(const Stub* stub)
 {
-    return stub != nullptr && stub->object != nullptr && !stub->object->imp().state->erased;
+    if (stub == nullptr)
+        return false;
+    return stub->object != nullptr ? !stub->object->imp().state->erased : stub->isStored;
 }
 
 Qeapp::ErrorStatus conflictOf(const Stub& stub, QeDb::OpenMode mode)
 {
+    if (stub.object == nullptr)
+        return Qeapp::eOk;
     const ObjectImp& imp = stub.object->imp();
     if (imp.writing)
         return Qeapp::eOpenForWrite;
     if (imp.readers > 0 && mode == QeDb::kForWrite)
         return Qeapp::eOpenForRead;
     return Qeapp::eOk;
+}
+
+QeDbObject& loaded(Stub& stub)
+{
+    if (stub.object == nullptr)
+        stub.database->load(stub);
+    return *stub.object;
 }
 
 namespace {
@@ -29,7 +41,7 @@ Qeapp::ErrorStatus refusalToOpen(const Stub* stub, QeDb::OpenMode mode, bool ope
         return Qeapp::eNullObjectId;
     if (mode != QeDb::kForRead && mode != QeDb::kForWrite)
         return Qeapp::eNotApplicable;
-    if (stub->object == nullptr)
+    if (stub->object == nullptr && !stub->isStored)
         return Qeapp::eUnknownObjectId;
     if (stub->undone || (!openErased && !isLive(stub)))
         return Qeapp::eObjectErased;
@@ -43,7 +55,7 @@ Qeapp::ErrorStatus openStub(QeDbObject*& object, Stub* stub, QeDb::OpenMode mode
     object = nullptr;
     if (const Qeapp::ErrorStatus refusal = refusalToOpen(stub, mode, openErased); refusal != Qeapp::eOk)
         return refusal;
-    ObjectImp& imp = stub->object->imp();
+    ObjectImp& imp = loaded(*stub).imp();
     if (mode == QeDb::kForWrite)
         imp.writing = true;
     else
@@ -64,9 +76,11 @@ void releaseId(Stub& stub)
 
 void prepareToWrite(ObjectImp& imp)
 {
-    imp.modified = imp.modified || imp.writing; // the host itself also changes objects that nobody has open
-    if (imp.stub != nullptr)
+    if (imp.stub != nullptr) {
         imp.stub->database->transactions.recordWrite(*imp.stub);
+        imp.stub->isChanged = true;
+    }
+    imp.modified = imp.modified || imp.writing; // the host itself also changes objects that nobody has open
 }
 
 } // namespace QeHost
@@ -92,5 +106,5 @@ Qeapp::ErrorStatus qedbOpenQeDbObject(QeDbObject*& object, QeDbObjectId id, QeDb
     object = nullptr;
     if (const auto fault = QeHost::faultOf("qedbOpenQeDbObject", Qeapp::eOpenForWrite))
         return *fault;
-    return QeHost::openStub(object, id.stub(), mode, openErased);
+    return QeHost::answered([&] { return QeHost::openStub(object, id.stub(), mode, openErased); });
 }

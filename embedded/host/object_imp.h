@@ -16,7 +16,11 @@ struct DatabaseImp;
 struct Stub {
     DatabaseImp* database = nullptr; // null once it is gone
     std::uint64_t handle = 0;
-    QeDbObject* object = nullptr; // null only after a client deleted the object instead of closing it
+    QeDbObject* object = nullptr; // null before it is loaded, and after a client deleted it instead of closing it
+    std::uint64_t listedBy = 0;   // the dictionary that has it as an entry, if that was looked at before it was loaded
+    bool isStored = false;        // waits in the drawing's file to be loaded
+    bool isInFile = false;        // the drawing's file has it
+    bool isChanged = false;       // since the drawing was last loaded or saved
     bool undone = false;          // its creation was undone: erased for good
     std::size_t ids = 0;          // how many name it
     std::size_t position = 0;     // among the database's
@@ -41,17 +45,21 @@ bool isLive(const Stub* stub);
 /// Ends one id.
 void releaseId(Stub& stub);
 
+/// The stub's object, which may have to be loaded first: StoreFailure. Not for one that is gone.
+QeDbObject& loaded(Stub& stub);
+
 /// eOk when nobody has the object open; otherwise the status that refuses a second opener.
 Qeapp::ErrorStatus conflictOf(const Stub& stub, QeDb::OpenMode mode);
 
-/// Opens without being a fallible call of its own.
+/// Opens without being a fallible call of its own. Throws StoreFailure for what cannot be loaded.
 Qeapp::ErrorStatus openStub(QeDbObject*& object, Stub* stub, QeDb::OpenMode mode, bool openErased = false);
 
 /// Tell the object's reactors, those that unregister meanwhile excepted.
 void notifyModified(const QeDbObject& object);
 void notifyErased(const QeDbObject& object, bool erasing);
 
-/// Keeps what the object holds for the innermost transaction and marks it modified.
+/// Keeps what the object holds for the innermost transaction and marks it modified, for its reactors and for the next
+/// save.
 void prepareToWrite(ObjectImp& imp);
 
 template <class State>

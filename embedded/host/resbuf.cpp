@@ -17,14 +17,14 @@ struct Arguments {
     va_list list;
 };
 
-std::optional<Embedded::ImageValue> stringArgument(int code, const wchar_t* text)
+std::optional<Embedded::ResbufValue> stringArgument(int code, const wchar_t* text)
 {
     if (text == nullptr)
         return std::nullopt;
-    return Embedded::ImageValue{code, std::wstring(text)};
+    return Embedded::ResbufValue{code, std::wstring(text)};
 }
 
-std::optional<Embedded::ImageValue> chunkArgument(int code, const QeBinaryChunk* chunk)
+std::optional<Embedded::ResbufValue> chunkArgument(int code, const QeBinaryChunk* chunk)
 {
     if (chunk == nullptr)
         return std::nullopt;
@@ -34,7 +34,7 @@ std::optional<Embedded::ImageValue> chunkArgument(int code, const QeBinaryChunk*
     return valueOf(item);
 }
 
-std::optional<Embedded::ImageValue> takeValue(int code, Arguments& arguments)
+std::optional<Embedded::ResbufValue> takeValue(int code, Arguments& arguments)
 {
     switch (qeutValueKind(code)) {
     case QeRb::ValueKind::string:
@@ -42,10 +42,10 @@ std::optional<Embedded::ImageValue> takeValue(int code, Arguments& arguments)
     case QeRb::ValueKind::binary:
         return chunkArgument(code, va_arg(arguments.list, const QeBinaryChunk*));
     case QeRb::ValueKind::real:
-        return Embedded::ImageValue{code, va_arg(arguments.list, double)};
+        return Embedded::ResbufValue{code, va_arg(arguments.list, double)};
     case QeRb::ValueKind::integer16:
     case QeRb::ValueKind::integer32:
-        return Embedded::ImageValue{code, std::int32_t{va_arg(arguments.list, int)}};
+        return Embedded::ResbufValue{code, std::int32_t{va_arg(arguments.list, int)}};
     case QeRb::ValueKind::none:
         break;
     }
@@ -55,7 +55,7 @@ std::optional<Embedded::ImageValue> takeValue(int code, Arguments& arguments)
 bool appendAll(ChainBuilder& chain, int code, Arguments& arguments)
 {
     while (code != QeRb::kListEnd) {
-        const std::optional<Embedded::ImageValue> value = takeValue(code, arguments);
+        const std::optional<Embedded::ResbufValue> value = takeValue(code, arguments);
         if (!value || !chain.append(*value))
             return false;
         code = va_arg(arguments.list, int);
@@ -128,7 +128,7 @@ resbuf* qeutCopyRb(const resbuf* chain)
 {
     if (QeHost::isStruck("qeutCopyRb"))
         return nullptr;
-    const std::optional<Embedded::ImageChain> values = QeHost::valuesOf(chain);
+    const std::optional<Embedded::ResbufValues> values = QeHost::valuesOf(chain);
     QeHost::ChainBuilder copy;
     return values && copy.append(*values) ? copy.release() : nullptr;
 }

@@ -42,7 +42,7 @@ bool putInteger16(resbuf& item, std::int32_t number)
     return true;
 }
 
-bool put(resbuf& item, const Embedded::ImageValue& value)
+bool put(resbuf& item, const Embedded::ResbufValue& value)
 {
     switch (qeutValueKind(value.code)) {
     case QeRb::ValueKind::string:
@@ -72,7 +72,7 @@ std::optional<Bytes> bytesOf(const QeBinaryChunk& chunk)
 
 } // namespace
 
-bool ChainBuilder::append(const Embedded::ImageValue& value)
+bool ChainBuilder::append(const Embedded::ResbufValue& value)
 {
     std::unique_ptr<resbuf, Release> item(qeutNewRb(value.code));
     if (item == nullptr || !put(*item, value))
@@ -86,7 +86,7 @@ bool ChainBuilder::append(const Embedded::ImageValue& value)
     return true;
 }
 
-bool ChainBuilder::append(const Embedded::ImageChain& values)
+bool ChainBuilder::append(const Embedded::ResbufValues& values)
 {
     return std::all_of(values.begin(), values.end(), [this](const auto& value) { return append(value); });
 }
@@ -97,33 +97,33 @@ resbuf* ChainBuilder::release()
     return first_.release();
 }
 
-std::optional<Embedded::ImageValue> valueOf(const resbuf& item)
+std::optional<Embedded::ResbufValue> valueOf(const resbuf& item)
 {
     const int code = item.restype;
     switch (qeutValueKind(code)) {
     case QeRb::ValueKind::string:
-        return Embedded::ImageValue{code, std::wstring(item.resval.rstring != nullptr ? item.resval.rstring : L"")};
+        return Embedded::ResbufValue{code, std::wstring(item.resval.rstring != nullptr ? item.resval.rstring : L"")};
     case QeRb::ValueKind::binary:
         if (std::optional<Bytes> bytes = bytesOf(item.resval.rbinary))
-            return Embedded::ImageValue{code, std::move(*bytes)};
+            return Embedded::ResbufValue{code, std::move(*bytes)};
         return std::nullopt;
     case QeRb::ValueKind::real:
-        return Embedded::ImageValue{code, item.resval.rreal};
+        return Embedded::ResbufValue{code, item.resval.rreal};
     case QeRb::ValueKind::integer16:
-        return Embedded::ImageValue{code, std::int32_t{item.resval.rint}};
+        return Embedded::ResbufValue{code, std::int32_t{item.resval.rint}};
     case QeRb::ValueKind::integer32:
-        return Embedded::ImageValue{code, item.resval.rlong};
+        return Embedded::ResbufValue{code, item.resval.rlong};
     case QeRb::ValueKind::none:
         break;
     }
     return std::nullopt;
 }
 
-std::optional<Embedded::ImageChain> valuesOf(const resbuf* chain)
+std::optional<Embedded::ResbufValues> valuesOf(const resbuf* chain)
 {
-    Embedded::ImageChain values;
+    Embedded::ResbufValues values;
     for (; chain != nullptr; chain = chain->rbnext) {
-        std::optional<Embedded::ImageValue> value = valueOf(*chain);
+        std::optional<Embedded::ResbufValue> value = valueOf(*chain);
         if (!value)
             return std::nullopt;
         values.push_back(std::move(*value));

@@ -4,7 +4,7 @@
 #include <memory>
 #include <optional>
 
-#include "embedded/host/drawing_image.h"
+#include "embedded/host/resbuf_value.h"
 #include "platform/host/resbuf.h"
 
 namespace QeHost {
@@ -13,8 +13,8 @@ namespace QeHost {
 class ChainBuilder {
 public:
     /// Appends a resbuf with the value; false without memory or for a value that its group code does not carry.
-    bool append(const Embedded::ImageValue& value);
-    bool append(const Embedded::ImageChain& values);
+    bool append(const Embedded::ResbufValue& value);
+    bool append(const Embedded::ResbufValues& values);
     resbuf* release();
 
 private:
@@ -27,8 +27,8 @@ private:
 
 /// The value of one resbuf, a null string being an empty one; nothing for a group code that the host does not store
 /// and for a chunk without bytes of its length.
-std::optional<Embedded::ImageValue> valueOf(const resbuf& item);
+std::optional<Embedded::ResbufValue> valueOf(const resbuf& item);
 /// The values of a whole chain.
-std::optional<Embedded::ImageChain> valuesOf(const resbuf* chain);
+std::optional<Embedded::ResbufValues> valuesOf(const resbuf* chain);
 
 } // namespace QeHost

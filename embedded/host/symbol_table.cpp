@@ -19,7 +19,7 @@ Stub* findRecord(const Stub& table, std::wstring_view name)
 {
     const auto& records = stateOf<SymbolTableState>(*table.object).records;
     const auto found = std::find_if(records.begin(), records.end(), [name](const Stub* record) {
-        return isLive(record) && isSameName(nameOf(*record), name);
+        return record->object != nullptr && isLive(record) && isSameName(nameOf(*record), name);
     });
     return found != records.end() ? *found : nullptr;
 }

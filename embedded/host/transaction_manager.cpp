@@ -15,19 +15,20 @@ QeDbTransactionManager::~QeDbTransactionManager() = default;
 namespace QeHost {
 namespace {
 
-void undo(Stub& stub, std::unique_ptr<ObjectState>& before)
+void undo(Stub& stub, std::unique_ptr<ObjectSnapshot>& before)
 {
+    stub.isChanged = true; // a save may have come between
     if (before == nullptr)
         stub.undone = true;
     if (stub.object == nullptr)
         return;
-    ObjectImp& imp = stub.object->imp();
+    ObjectState& state = *stub.object->imp().state;
     if (before != nullptr) {
-        imp.state = std::move(before);
+        before->restore(state);
         return;
     }
-    imp.state->erased = true;
-    imp.state->letGo();
+    state.erased = true;
+    letGo(state);
 }
 
 } // namespace
@@ -75,7 +76,7 @@ void TransactionManager::recordWrite(Stub& stub)
 {
     if (active_.empty() || active_.back()->before.contains(&stub))
         return;
-    active_.back()->before.emplace(&stub, stub.object->imp().state->clone());
+    active_.back()->before.emplace(&stub, std::make_unique<ObjectSnapshot>(*stub.object->imp().state));
 }
 
 void TransactionManager::commitTo(int depth)

@@ -6,12 +6,13 @@
 #include <vector>
 
 #include "embedded/host/object_imp.h"
+#include "embedded/host/object_snapshot.h"
 #include "platform/host/transaction.h"
 
 class QeDbTransaction {
 public:
     /// Null for an object that was created in the transaction.
-    std::unordered_map<QeHost::Stub*, std::unique_ptr<QeHost::ObjectState>> before;
+    std::unordered_map<QeHost::Stub*, std::unique_ptr<QeHost::ObjectSnapshot>> before;
     Embedded::Handle nextHandle = 0;
 };
 

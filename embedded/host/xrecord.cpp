@@ -41,10 +41,10 @@ Qeapp::ErrorStatus QeDbXrecord::setFromRbChain(const resbuf* chain, QeDbDatabase
         return Qeapp::eNotOpenForWrite;
     if (QeHost::isForeign(*this, database))
         return Qeapp::eWrongDatabase;
-    std::optional<Embedded::ImageChain> values = QeHost::valuesOf(chain);
+    std::optional<Embedded::ResbufValues> values = QeHost::valuesOf(chain);
     if (!values)
         return Qeapp::eInvalidResbuf;
-    QeHost::writableStateOf<QeHost::XrecordState>(*this).chain = std::move(*values);
+    QeHost::writableStateOf<QeHost::XrecordState>(*this).values = std::move(*values);
     return Qeapp::eOk;
 }
 
@@ -58,7 +58,7 @@ Qeapp::ErrorStatus QeDbXrecord::rbChain(resbuf*& chain, QeDbDatabase* database) 
     if (QeHost::isForeign(*this, database))
         return Qeapp::eWrongDatabase;
     QeHost::ChainBuilder copy;
-    if (!copy.append(QeHost::stateOf<QeHost::XrecordState>(*this).chain))
+    if (!copy.append(QeHost::stateOf<QeHost::XrecordState>(*this).values))
         return Qeapp::eOutOfMemory;
     chain = copy.release();
     return Qeapp::eOk;
@@ -70,7 +70,7 @@ QeDbXrecordIterator::QeDbXrecordIterator(const QeDbXrecord* record) : record_(re
 
 bool QeDbXrecordIterator::done() const
 {
-    return record_ == nullptr || position_ >= QeHost::stateOf<QeHost::XrecordState>(*record_).chain.size();
+    return record_ == nullptr || position_ >= QeHost::stateOf<QeHost::XrecordState>(*record_).values.size();
 }
 
 bool QeDbXrecordIterator::next()
@@ -85,5 +85,5 @@ short QeDbXrecordIterator::curResType() const
 {
     if (done())
         return -1;
-    return static_cast<short>(QeHost::stateOf<QeHost::XrecordState>(*record_).chain[position_].code);
+    return static_cast<short>(QeHost::stateOf<QeHost::XrecordState>(*record_).values[position_].code);
 }

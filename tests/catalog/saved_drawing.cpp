@@ -2,30 +2,23 @@
 
 #include <stdexcept>
 
-#include "embedded/host/drawing_file.h"
+#include "embedded/host/drawing_file/drawing_file.h"
 
 namespace Tests {
 
 std::optional<std::string> savedText(const Drawing& drawing, int version)
 {
-    std::optional<std::string> text;
-    const Embedded::FileResult saved = Embedded::saveDrawing(
-        *drawing.database(), static_cast<QeDb::QeDbDwgVersion>(version), [&](std::string_view whole) {
-            text = whole;
-            return Embedded::FileResult();
-        });
-    if (saved.status != Qeapp::eOk && text)
+    std::string bytes;
+    const auto wanted = static_cast<QeDb::QeDbDwgVersion>(version);
+    const Embedded::FileResult saved = Embedded::saveDrawingToBytes(*drawing.database(), wanted, bytes);
+    if (saved.status != Qeapp::eOk && !bytes.empty())
         throw std::runtime_error("a save that failed has written: " + saved.message);
-    return text;
+    return saved.status == Qeapp::eOk ? std::optional(bytes) : std::nullopt;
 }
 
-Drawing openedDrawing(const std::string& text)
+Drawing openedDrawing(const std::string& bytes)
 {
-    Embedded::DrawingImage image;
-    const Embedded::FileResult read = Embedded::drawingImageFrom(text, image);
-    if (read.status != Qeapp::eOk)
-        throw std::runtime_error(read.message);
-    return Drawing(Embedded::databaseFrom(image));
+    return Drawing(loadedFromMemory(bytes));
 }
 
 } // namespace Tests

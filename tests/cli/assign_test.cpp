@@ -57,12 +57,12 @@ TEST_F(AssignCommand, AuthorityInAnotherCase_IsTheCatalogsSystem)
     EXPECT_EQ(runForJson({"assign", "epsg:25832", "plan.qedb"})["events"], events("EPSG:25832"));
 }
 
-TEST_F(AssignCommand, SameAssignmentAgain_GivesTheSameFile)
+TEST_F(AssignCommand, SameAssignmentAgain_GivesTheSameDrawing)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
-    const std::string before = contents("plan.qedb");
+    const std::string before = drawing("plan.qedb");
     EXPECT_EQ(run({"assign", "EPSG:25832", "plan.qedb"}).status, 0);
-    EXPECT_EQ(contents("plan.qedb"), before);
+    EXPECT_EQ(drawing("plan.qedb"), before);
 }
 
 TEST_F(AssignCommand, UnknownCode_IsRefusedWithTheNearest)
@@ -130,7 +130,7 @@ TEST_F(AssignCommand, Dash_IsAFilter)
 {
     givenDrawing("empty.qedb");
     givenDrawingWith("plan.qedb", "EPSG:25832");
-    expectResult(run({"assign", "EPSG:25832", "-"}, contents("empty.qedb")), 0, contents("plan.qedb"), "");
+    expectPrinted(run({"assign", "EPSG:25832", "-"}, contents("empty.qedb")), "plan.qedb");
 }
 
 TEST_F(AssignCommand, DashWithAnOlderDrawing_PrintsTheOlderForms)
@@ -138,7 +138,7 @@ TEST_F(AssignCommand, DashWithAnOlderDrawing_PrintsTheOlderForms)
     givenDrawing("plan.qedb", 25);
     const std::string empty = contents("plan.qedb");
     ASSERT_EQ(run({"assign", "EPSG:25832", "plan.qedb"}).status, 0);
-    expectResult(run({"assign", "EPSG:25832", "-"}, empty), 0, contents("plan.qedb"), "");
+    expectPrinted(run({"assign", "EPSG:25832", "-"}, empty), "plan.qedb");
 }
 
 TEST_F(AssignCommand, DashWithAnUnknownCode_PrintsNothing)

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include <sqlite3.h>
+
 namespace Tests {
 
 CommandLineTest::CommandLineTest()
@@ -82,6 +84,14 @@ std::vector<std::string> CommandLineTest::files() const
         names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
+}
+
+void CommandLineTest::edit(const std::string& name, const std::string& sql) const
+{
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path(name).string().c_str(), &database), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
+    sqlite3_close(database);
 }
 
 void expectResult(const ProgramResult& result, int status, const std::string& output, const std::string& errors)

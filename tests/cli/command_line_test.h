@@ -12,6 +12,7 @@
 
 #include "embedded/foundation/utf8_path.h"
 #include "program_run.h"
+#include "support/drawing.h"
 #include "support/file_text.h"
 #include "support/platform_test.h"
 #include "support/scoped_registry.h"
@@ -37,6 +38,18 @@ protected:
     std::filesystem::path path(const std::string& name) const { return folder_ / Embedded::pathFromUtf8(name); }
     std::string contents(const std::string& name) const { return readFile(path(name)); }
     void given(const std::string& name, const std::string& bytes) const { writeFile(path(name), bytes); }
+    /// What a drawing of the temporary folder, or one that was printed, holds.
+    std::string drawing(const std::string& name) const { return drawingIn(contents(name)); }
+    static std::string drawingIn(const std::string& bytes) { return contentsOf(*loadedFromMemory(bytes)); }
+    /// The run printed a drawing that is equal to the file's, and nothing else.
+    void expectPrinted(const ProgramResult& result, const std::string& name) const
+    {
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.errors, "");
+        EXPECT_EQ(drawingIn(result.output), drawing(name));
+    }
+    /// Runs SQL on a file of the temporary folder, past all checks.
+    void edit(const std::string& name, const std::string& sql) const;
     /// An empty drawing, of that version.
     void givenDrawing(const std::string& name, int version = 33) const;
     void givenDrawingWith(const std::string& name, const std::string& code) const;

@@ -101,30 +101,63 @@ TEST_F(ConvertCommand, Output_LeavesTheDrawingItself)
     EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29", "-o", "old.qedb"}), converted("plan.qedb", 29));
     EXPECT_EQ(contents("plan.qedb"), before);
     ASSERT_EQ(run({"convert", "plan.qedb", "--to", "29"}).status, 0);
-    EXPECT_EQ(contents("old.qedb"), contents("plan.qedb"));
+    EXPECT_EQ(drawing("old.qedb"), drawing("plan.qedb"));
     EXPECT_EQ(files(), (std::vector<std::string>{"old.qedb", "plan.qedb"}));
 }
 
-TEST_F(ConvertCommand, OutputThatExists_IsReplaced)
+TEST_F(ConvertCommand, OutputThatExists_IsReplacedByForceAlone)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    givenDrawing("old.qedb");
+    const std::string before = contents("old.qedb");
+    expectResult(run({"convert", "plan.qedb", "--to", "29", "--output", "old.qedb"}), 1, "",
+                 "orvelcs: convert: old.qedb: exists; --force overwrites it\n");
+    EXPECT_EQ(contents("old.qedb"), before);
+    ASSERT_EQ(run({"convert", "plan.qedb", "--to", "29", "--output", "old.qedb", "--force"}).status, 0);
+    EXPECT_EQ(runForJson({"show", "old.qedb"})["code"], "EPSG:25832");
+    EXPECT_EQ(files(), (std::vector<std::string>{"old.qedb", "plan.qedb"}));
+}
+
+TEST_F(ConvertCommand, OutputThatIsNoDrawing_IsNotReplaced)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     given("old.qedb", "something else");
-    ASSERT_EQ(run({"convert", "plan.qedb", "--to", "29", "--output", "old.qedb"}).status, 0);
+    expectResult(
+        run({"convert", "plan.qedb", "--to", "29", "-o", "old.qedb", "--force"}), 1, "",
+        "orvelcs: convert: old.qedb: eFileDamaged (51): is no drawing file: not an SQLite database; what is no "
+        "drawing is not overwritten\n");
+    EXPECT_EQ(contents("old.qedb"), "something else");
+    EXPECT_EQ(files(), (std::vector<std::string>{"old.qedb", "plan.qedb"}));
+}
+
+TEST_F(ConvertCommand, OutputOfNoBytes_CountsAsAbsent)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    given("old.qedb", "");
+    ASSERT_EQ(run({"convert", "plan.qedb", "--to", "29", "-o", "old.qedb"}).status, 0);
     EXPECT_EQ(runForJson({"show", "old.qedb"})["code"], "EPSG:25832");
+}
+
+TEST_F(ConvertCommand, OutputThatIsTheDrawing_ReplacesIt)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    ASSERT_EQ(run({"convert", "plan.qedb", "--to", "29", "-o", "./plan.qedb"}).status, 0);
+    EXPECT_EQ(runForJson({"show", "plan.qedb"})["source"], "legacy");
+    EXPECT_EQ(files(), std::vector<std::string>{"plan.qedb"});
 }
 
 TEST_F(ConvertCommand, OutputDash_PrintsTheDrawing)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     ASSERT_EQ(run({"convert", "plan.qedb", "--to", "29", "-o", "old.qedb"}).status, 0);
-    expectResult(run({"convert", "plan.qedb", "--to", "29", "-o", "-"}), 0, contents("old.qedb"), "");
+    expectPrinted(run({"convert", "plan.qedb", "--to", "29", "-o", "-"}), "old.qedb");
 }
 
 TEST_F(ConvertCommand, Dash_IsAFilter)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     ASSERT_EQ(run({"convert", "plan.qedb", "--to", "29", "-o", "old.qedb"}).status, 0);
-    expectResult(run({"convert", "-", "--to", "29"}, contents("plan.qedb")), 0, contents("old.qedb"), "");
+    expectPrinted(run({"convert", "-", "--to", "29"}, contents("plan.qedb")), "old.qedb");
 }
 
 TEST_F(ConvertCommand, DashWithAnOutput_WritesTheFile)
@@ -190,7 +223,7 @@ TEST_F(ConvertCommand, OutputThatIsAFolder_IsRefused)
     givenDrawingWith("plan.qedb", "EPSG:25832");
     const std::string before = contents("plan.qedb");
     std::filesystem::create_directory(path("folder"));
-    const std::string error = "eFileWriteFailed (54): cannot be written: Is a directory";
+    const std::string error = "eFileWriteFailed (54): is a folder";
     expectResult(run({"convert", "plan.qedb", "--to", "29", "-o", "folder"}), 1, "",
                  "orvelcs: convert: folder: " + error + "\n");
     EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29", "-o", "folder"}, 1),

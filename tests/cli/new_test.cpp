@@ -8,7 +8,7 @@ using NewCommand = CommandLineTest;
 TEST_F(NewCommand, MakesADrawingOfTheCurrentVersion)
 {
     EXPECT_EQ(runForJson({"new", "plan.qedb"}), Json({{"file", "plan.qedb"}, {"drawingVersion", 33}}));
-    EXPECT_EQ(Json::parse(contents("plan.qedb"))["drawingVersion"], 33);
+    EXPECT_THAT(drawing("plan.qedb"), testing::StartsWith("drawing version " + std::to_string(33)));
 }
 
 TEST_F(NewCommand, SaysWhatItMade)
@@ -33,7 +33,7 @@ TEST_F(NewCommand, OldestAndNewestVersionAreTaken)
     for (const int version : {21, 33}) {
         const std::string name = "v" + std::to_string(version) + ".qedb";
         EXPECT_EQ(runForJson({"new", "--drawing-version=" + std::to_string(version), name})["drawingVersion"], version);
-        EXPECT_EQ(Json::parse(contents(name))["drawingVersion"], version);
+        EXPECT_THAT(drawing(name), testing::StartsWith("drawing version " + std::to_string(version)));
     }
 }
 
@@ -66,7 +66,7 @@ TEST_F(NewCommand, Force_OverwritesAndLeavesNothingBeside)
 {
     given("plan.qedb", "mine");
     expectResult(run({"new", "--force", "--quiet", "plan.qedb"}), 0, "", "");
-    EXPECT_EQ(Json::parse(contents("plan.qedb"))["drawingVersion"], 33);
+    EXPECT_THAT(drawing("plan.qedb"), testing::StartsWith("drawing version " + std::to_string(33)));
     EXPECT_EQ(files(), std::vector<std::string>{"plan.qedb"});
 }
 
@@ -111,7 +111,9 @@ TEST_F(NewCommand, NameInBrackets_IsOneFile)
 TEST_F(NewCommand, Dash_PrintsTheDrawing)
 {
     givenDrawing("plan.qedb", 25);
-    expectResult(run({"new", "--drawing-version", "25", "-"}), 0, contents("plan.qedb"), "");
+    const ProgramResult result = run({"new", "--drawing-version", "25", "-"});
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(drawingIn(result.output), drawing("plan.qedb"));
 }
 
 TEST_F(NewCommand, DashWithJson_IsWrongUsage)

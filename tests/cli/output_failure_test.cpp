@@ -88,7 +88,7 @@ TEST_F(OutputFailure, CommandThatPrintsNothing_NeedsNoOutput)
     programRun.arguments = {"new", "--quiet", "plan.qedb"};
     programRun.target = OutputTarget::closed;
     expectResult(run(programRun), 0, "", "");
-    EXPECT_EQ(Json::parse(contents("plan.qedb"))["drawingVersion"], 33);
+    EXPECT_THAT(drawing("plan.qedb"), testing::StartsWith("drawing version 33\n"));
 }
 
 TEST_F(OutputFailure, OfAnUnavailableCatalog_IsToldAsSuch)

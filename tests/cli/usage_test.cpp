@@ -19,6 +19,8 @@ const std::vector<std::vector<std::string>> kCommands = {{"new"},
                                                          {"codec", "pack"},
                                                          {"codec", "unpack"},
                                                          {"convert"},
+                                                         {"check"},
+                                                         {"dump"},
                                                          {"encode"},
                                                          {"decode"},
                                                          {"config"},
@@ -116,9 +118,10 @@ TEST_F(CommandLineUsage, GlobalOptions_StandBeforeOrAfterTheCommand)
 
 TEST_F(CommandLineUsage, NoCommand_IsWrongUsage)
 {
-    expectWrongUsage(run(std::vector<std::string>{}),
-                     "orvelcs: command line: COMMAND: is required; one of new, assign, clear, show, forms, convert, "
-                     "catalog, encode, decode, codec, config, transformation, transform");
+    expectWrongUsage(
+        run(std::vector<std::string>{}),
+        "orvelcs: command line: COMMAND: is required; one of new, assign, clear, show, forms, convert, check, dump, "
+        "catalog, encode, decode, codec, config, transformation, transform");
 }
 
 TEST_F(CommandLineUsage, MisspeltCommand_IsAnsweredWithTheNearest)
@@ -131,9 +134,10 @@ TEST_F(CommandLineUsage, MisspeltCommand_IsAnsweredWithTheNearest)
 
 TEST_F(CommandLineUsage, ForeignCommand_IsAnsweredWithAllThereAre)
 {
-    expectWrongUsage(run({"refurbish"}),
-                     "orvelcs: command line: refurbish: no such command; there are new, assign, "
-                     "clear, show, forms, convert, catalog, encode, decode, codec, config, transformation, transform");
+    expectWrongUsage(
+        run({"refurbish"}),
+        "orvelcs: command line: refurbish: no such command; there are new, assign, "
+        "clear, show, forms, convert, check, dump, catalog, encode, decode, codec, config, transformation, transform");
 }
 
 TEST_F(CommandLineUsage, MisspeltOption_IsAnsweredWithTheNearest)

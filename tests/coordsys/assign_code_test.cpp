@@ -70,10 +70,10 @@ TEST_F(AssignCode, UnknownCode_AsksNoReactorAndTouchesNothing)
 {
     giveSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"EPSG:25832");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     EXPECT_EQ(assign(L"MINE:1"), Qeapp::eInvalidInput);
     EXPECT_EQ(log, Notices());
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(AssignCode, UnknownCodeWithoutAStatus_IsInvalidInput)
@@ -95,12 +95,12 @@ TEST_F(AssignCode, AnyFailureOfTheCatalog_IsInvalidInputAndStatus52)
 TEST_F(AssignCode, CatalogThatGivesNothingDespiteSuccess_IsAFailureAndTouchesNothing)
 {
     giveSystem(L"EPSG:2263");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = 0});
     EXPECT_EQ(assign(L"EPSG:25832"), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 52);
     EXPECT_EQ(log, Notices());
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(AssignCode, VetoAfterTheCatalogKnewTheCode_ReportsStatusZero)

@@ -136,18 +136,18 @@ TEST_F(AssignDefinition, NullDefinition_MakesNoGeoData)
 TEST_F(AssignDefinition, AnAssignmentOverAnother_ReplacesItInTheSameObject)
 {
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
-    const std::size_t objects = drawing.image().objects.size();
+    const auto objects = timesIn(drawing.contents(), "\nobject ");
     EXPECT_EQ(assign(catalogSystem(L"EPSG:2263")), Qeapp::eOk);
     EXPECT_EQ(storedCode(), L"system EPSG:2263");
-    EXPECT_EQ(drawing.image().objects.size(), objects);
+    EXPECT_EQ(timesIn(drawing.contents(), "\nobject "), objects);
 }
 
 TEST_F(AssignDefinition, TheSameAssignmentAgain_LeavesAnEqualDrawing)
 {
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     EXPECT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(AssignDefinition, OverALegacyDrawing_RemovesTheOlderForms)
@@ -164,13 +164,13 @@ TEST_F(AssignDefinition, OverALegacyDrawing_RemovesTheOlderForms)
 TEST_F(AssignDefinition, InsideATransactionThatIsAborted_IsUndone)
 {
     drawing.withLegacyCode(L"EPSG:2263");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     {
         const Orvel::Transaction outer(database()->transactionManager());
         ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
         ASSERT_EQ(storedCode(), L"system EPSG:25832");
     }
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(AssignDefinition, InsideATransactionThatIsCommitted_Stays)
@@ -185,10 +185,10 @@ TEST_F(AssignDefinition, VetoOfTheFirstQuestion_ChangesNothing)
 {
     giveSystem(L"EPSG:2263");
     drawing.withLegacyCode(L"EPSG:2263");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     reactor.answer = [](const Notice&) { return false; };
     EXPECT_EQ(assign(catalogSystem(L"EPSG:25832")), 325);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(log, Notices({{Event::asked, L"EPSG:25832"}, {Event::vetoed, L"EPSG:25832"}}));
     EXPECT_EQ(status, 52);
 }
@@ -197,10 +197,10 @@ TEST_F(AssignDefinition, VetoOfTheRemoval_ChangesNothing)
 {
     giveSystem(L"EPSG:2263");
     drawing.withLegacyCode(L"EPSG:2263");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     reactor.answer = [](const Notice& notice) { return notice.name.has_value(); };
     EXPECT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eVetoed);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(log,
               Notices({{Event::asked, L"EPSG:25832"}, {Event::asked, std::nullopt}, {Event::vetoed, std::nullopt}}));
     EXPECT_EQ(status, 52);
@@ -209,10 +209,10 @@ TEST_F(AssignDefinition, VetoOfTheRemoval_ChangesNothing)
 TEST_F(AssignDefinition, VetoOfTheEmptyNameOfANullDefinition_ChangesNothing)
 {
     giveSystem(L"EPSG:2263");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     reactor.answer = [](const Notice& notice) { return notice.name != L""; };
     EXPECT_EQ(assignNothing(), Qeapp::eVetoed);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(log, Notices({{Event::asked, L""}, {Event::vetoed, L""}}));
 }
 

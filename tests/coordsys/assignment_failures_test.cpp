@@ -26,9 +26,9 @@ protected:
 TEST_F(AssignmentFailures, AFailedRemoval_ChangesNothing)
 {
     giveSystem(L"EPSG:2263");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     EXPECT_EQ(assignWithFailing("QeDbGeoData::setCoordinateSystem", 999), 999);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(AssignmentFailures, AFailedRemoval_SendsNoNoticeAfterTheQuestions)
@@ -46,9 +46,9 @@ TEST_F(AssignmentFailures, AFailedRemoval_ReportsStatus52)
 
 TEST_F(AssignmentFailures, NoTransaction_IsResult8)
 {
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     EXPECT_EQ(assignWithFailing("QeDbTransactionManager::startTransaction", 6), 8);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(log, kQuestionsAlone);
     EXPECT_EQ(status, 52);
 }

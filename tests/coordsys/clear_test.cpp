@@ -20,13 +20,13 @@ protected:
     /// With the named call failing by the code: the result, and that nothing but the question came of it.
     void expectNothingWhenFailing(const char* call, int code, int result)
     {
-        const auto before = drawing.image();
+        const auto before = drawing.contents();
         log.clear();
         {
             const ScopedFault fault({.call = call, .code = code});
             EXPECT_EQ(clear(), result) << call;
         }
-        EXPECT_EQ(drawing.image(), before) << call;
+        EXPECT_EQ(drawing.contents(), before) << call;
         EXPECT_EQ(log, Notices({{Event::asked, std::nullopt}})) << call;
     }
 };
@@ -75,10 +75,10 @@ TEST_F(Clear, WithoutReactors_IsDoneAllTheSame)
 TEST_F(Clear, Veto_ChangesNothing)
 {
     giveAllForms();
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     reactor.answer = [](const Notice&) { return false; };
     EXPECT_EQ(clear(), 325);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(log, Notices({{Event::asked, std::nullopt}, {Event::vetoed, std::nullopt}}));
 }
 
@@ -111,24 +111,24 @@ TEST_F(Clear, HostAnswersThatMeanThatNothingIsThere_AreNoFailures)
 TEST_F(Clear, ADrawingThatSomeoneReads_IsRefusedAndUnchanged)
 {
     giveAllForms();
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     {
         Orvel::NamedObjects reader;
         ASSERT_EQ(reader.openIn(database(), QeDb::kForRead), Qeapp::eOk);
         EXPECT_EQ(clear(), Qeapp::eOpenForRead);
     }
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(Clear, InsideATransactionThatIsAborted_IsUndone)
 {
     giveAllForms();
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     {
         const Orvel::Transaction outer(database()->transactionManager());
         ASSERT_EQ(clear(), Qeapp::eOk);
     }
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 } // namespace

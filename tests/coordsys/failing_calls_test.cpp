@@ -49,7 +49,7 @@ private:
         Drawing drawing;
         prepare(drawing);
         log.clear();
-        const auto image = drawing.image();
+        const std::string before = drawing.contents();
         const auto held = Embedded::Audit::now();
         Faults::arm({.call = "", .occurrence = number, .code = {}});
         const Outcome outcome = run(operation, drawing.database());
@@ -60,7 +60,7 @@ private:
         SCOPED_TRACE("call " + std::to_string(number) + ", " + call);
         EXPECT_EQ(Embedded::Audit::difference(held, Embedded::Audit::now()), "");
         expectFailure(outcome, call, excused);
-        expectDrawing(outcome, drawing, image);
+        expectDrawing(outcome, drawing, before);
         return true;
     }
 
@@ -71,12 +71,12 @@ private:
 
     /// Unchanged until reactors hear of the removal, cleared until they hear of the assignment; and they hear of the
     /// assignment when it is done.
-    void expectDrawing(const Outcome& outcome, const Drawing& drawing, const Embedded::DrawingImage& before)
+    void expectDrawing(const Outcome& outcome, const Drawing& drawing, const std::string& before)
     {
         if (outcome == Qeapp::eOk && !log.empty())
             return;
         if (log.empty() || log.back().event != Event::changed) {
-            EXPECT_EQ(drawing.image(), before);
+            EXPECT_EQ(drawing.contents(), before);
             return;
         }
         EXPECT_EQ(log.back().name, std::nullopt);

@@ -44,10 +44,10 @@ protected:
 TEST_F(ReactorBehaviour, ThrowingAtTheFirstQuestion_PassesAndChangesNothing)
 {
     giveSystem(L"EPSG:2263");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     throwAt({Event::asked, kAssignedCode});
     EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(log, Notices({{Event::asked, kAssignedCode}}));
     expectListIntact();
 }
@@ -55,10 +55,10 @@ TEST_F(ReactorBehaviour, ThrowingAtTheFirstQuestion_PassesAndChangesNothing)
 TEST_F(ReactorBehaviour, ThrowingAtTheRemovalsQuestion_PassesAndChangesNothing)
 {
     giveSystem(L"EPSG:2263");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     throwAt({Event::asked, std::nullopt});
     EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
     expectListIntact();
 }
 
@@ -83,11 +83,11 @@ TEST_F(ReactorBehaviour, ThrowingAtTheLastNotice_LeavesTheAssignmentDone)
 TEST_F(ReactorBehaviour, ThrowingAtAVeto_PassesAndChangesNothing)
 {
     giveSystem(L"EPSG:2263");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     second.answer = [](const Notice&) { return false; };
     throwAt({Event::vetoed, kAssignedCode});
     EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
     expectListIntact();
 }
 

@@ -237,9 +237,9 @@ TEST_F(ReadDefinitions, TheDrawingIsNotChanged)
 {
     drawing.withLegacyCode(L"EPSG:25832").withGeoData(L"text");
     giveXrecord(catalogSystem(L"EPSG:25832"));
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     ASSERT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 } // namespace

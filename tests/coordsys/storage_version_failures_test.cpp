@@ -25,11 +25,11 @@ protected:
     /// The operation fails while it reads or clears: the drawing is as it was.
     void expectUnchanged(const char* call, int version, int expectedStatus)
     {
-        const auto before = drawing.image();
+        const auto before = drawing.contents();
         status = kUntouched;
         EXPECT_EQ(applyWithFailing(call, kPlanned, version), kPlanned) << call;
         EXPECT_EQ(status, expectedStatus) << call;
-        EXPECT_EQ(drawing.image(), before) << call;
+        EXPECT_EQ(drawing.contents(), before) << call;
     }
 };
 
@@ -44,24 +44,24 @@ TEST_F(StorageVersionFailures, NoDatabase_IsResult124AndLeavesTheStatus)
 TEST_F(StorageVersionFailures, UnknownLegacyCode_IsNotApplicableAndChangesNothing)
 {
     drawing.withLegacyCode(L"MINE:1");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     for (const int version : {29, 30}) {
         status = kUntouched;
         EXPECT_EQ(apply(version), Qeapp::eNotApplicable);
         EXPECT_EQ(status, 52);
-        EXPECT_EQ(drawing.image(), before);
+        EXPECT_EQ(drawing.contents(), before);
     }
 }
 
 TEST_F(StorageVersionFailures, UnreadableText_IsInvalidInputAndChangesNothing)
 {
     drawing.withGeoData(L"PROJCS[\"not a serialized text\"]");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     for (const int version : {29, 30}) {
         status = kUntouched;
         EXPECT_EQ(apply(version), Qeapp::eInvalidInput);
         EXPECT_EQ(status, 52);
-        EXPECT_EQ(drawing.image(), before);
+        EXPECT_EQ(drawing.contents(), before);
     }
 }
 
@@ -69,13 +69,13 @@ TEST_F(StorageVersionFailures, UnreadableText_IsInvalidInputAndChangesNothing)
 TEST_F(StorageVersionFailures, ExceptionWhileReading_ReportsStatusZeroAndChangesNothing)
 {
     giveSystem(L"EPSG:25832");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     for (const int version : {29, 30}) {
         status = kUntouched;
         const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .throws = true});
         EXPECT_THROW(static_cast<void>(apply(version)), std::bad_alloc); // there is no result
         EXPECT_EQ(status, 0);
-        EXPECT_EQ(drawing.image(), before);
+        EXPECT_EQ(drawing.contents(), before);
     }
 }
 
@@ -90,28 +90,28 @@ TEST_F(StorageVersionFailures, HostFailureWhileReading_IsPassedOnAndLeavesTheSta
 TEST_F(StorageVersionFailures, NoMemoryInTheCatalogCheck_IsOutOfMemoryAndChangesNothing)
 {
     giveSystem(L"EPSG:25832");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     EXPECT_EQ(applyWithFailing("CoordinateReferenceSystemDefinition::Load", 57, 29), Qeapp::eOutOfMemory);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(StorageVersionFailures, FailingCatalogCheck_IsInvalidInputAndChangesNothing)
 {
     giveSystem(L"EPSG:25832");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     EXPECT_EQ(applyWithFailing("CoordinateReferenceSystemDefinition::Load", 46, 30), Qeapp::eInvalidInput);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(StorageVersionFailures, NoTransaction_IsResult8AndChangesNothing)
 {
     giveAllForms(L"EPSG:25832");
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     for (const int version : {29, 30}) {
         status = kUntouched;
         EXPECT_EQ(applyWithFailing("QeDbTransactionManager::startTransaction", kPlanned, version), 8);
         EXPECT_EQ(status, 52);
-        EXPECT_EQ(drawing.image(), before);
+        EXPECT_EQ(drawing.contents(), before);
     }
 }
 
@@ -278,7 +278,7 @@ protected:
     {
         drawing = Drawing();
         give();
-        const auto before = drawing.image();
+        const auto before = drawing.contents();
         const auto held = Embedded::Audit::now();
         status = kUntouched;
         Faults::arm({.call = "", .occurrence = number, .code = {}});
@@ -294,7 +294,7 @@ protected:
     }
 
     /// Success reports 0; a failure either came before the removal was committed, or left at most the legacy code.
-    void expectRule(Outcome outcome, int version, const Embedded::DrawingImage& before) const
+    void expectRule(Outcome outcome, int version, const std::string& before) const
     {
         if (outcome == Qeapp::eOk) {
             EXPECT_EQ(status, 0);
@@ -303,7 +303,7 @@ protected:
         if (outcome) {
             EXPECT_TRUE(status == kUntouched || status == 52) << status;
         }
-        if (drawing.image() == before)
+        if (drawing.contents() == before)
             return;
         EXPECT_EQ(drawing.geoDataText().value_or(L""), L"");
         EXPECT_EQ(drawing.xrecord(), std::nullopt);

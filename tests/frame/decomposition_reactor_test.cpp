@@ -193,10 +193,10 @@ TEST_F(RegisteredReactor, IsAskedThroughTheManager)
 TEST_F(RegisteredReactor, FailureStopsTheSaveAndIsUndone)
 {
     giveUnknownCode();
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     const Embedded::DecompositionRun run(*drawing.database(), k29);
     EXPECT_EQ(run.status(), Qeapp::eNotApplicable);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(RegisteredReactor, SecondLoad_DoesNotConvertTwice)
@@ -211,9 +211,9 @@ TEST_F(RegisteredReactor, AfterUnload_NobodyConverts)
 {
     ASSERT_EQ(orvelApplication().unload(), Qeapp::eOk);
     giveSystem();
-    const auto before = drawing.image();
+    const auto before = drawing.contents();
     Embedded::DecompositionRun(*drawing.database(), k29).complete();
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 } // namespace

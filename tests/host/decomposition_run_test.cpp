@@ -5,14 +5,12 @@
 #include "embedded/foundation/faults.h"
 #include "embedded/host/application.h"
 #include "embedded/host/decomposition_run.h"
-#include "embedded/host/drawing_image.h"
 #include "host/drawing_test.h"
 
 namespace Tests {
 namespace {
 
 using Embedded::DecompositionRun;
-using Embedded::imageOf;
 
 constexpr auto kOldVersion = static_cast<QeDb::QeDbDwgVersion>(29);
 
@@ -90,7 +88,7 @@ TEST_F(DecompositionRunTest, CompletedRun_KeepsWhatTheReactorsDid)
 
 TEST_F(DecompositionRunTest, RunThatIsNotCompleted_IsUndone)
 {
-    const auto before = imageOf(database);
+    const auto before = contents();
     Converter converter(heard);
     converter.work = [&](auto*, auto*) { return addKey(); };
     {
@@ -98,12 +96,12 @@ TEST_F(DecompositionRunTest, RunThatIsNotCompleted_IsUndone)
         EXPECT_EQ(run.status(), Qeapp::eOk);
     }
     EXPECT_EQ(heard, "decompose29 aborted ");
-    EXPECT_EQ(imageOf(database), before);
+    EXPECT_EQ(contents(), before);
 }
 
 TEST_F(DecompositionRunTest, FailingReactor_StopsTheRunAndUndoesIt)
 {
-    const auto before = imageOf(database);
+    const auto before = contents();
     Converter first(heard);
     Converter second(heard);
     first.work = [&](auto*, auto*) {
@@ -114,7 +112,7 @@ TEST_F(DecompositionRunTest, FailingReactor_StopsTheRunAndUndoesIt)
     EXPECT_EQ(run.status(), Qeapp::eNotApplicable);
     EXPECT_EQ(run.message(), "the drawing's contents cannot be converted for drawing version 29 (status 2)");
     EXPECT_EQ(heard, "decompose29 aborted aborted ");
-    EXPECT_EQ(imageOf(database), before) << "at once";
+    EXPECT_EQ(contents(), before) << "at once";
     run.complete();
     EXPECT_EQ(heard, "decompose29 aborted aborted ") << "a failed run cannot be completed";
 }

@@ -243,7 +243,7 @@ void DrawingModel::markReachable(Number number, std::map<Number, bool>& reachabl
         markReachable(entry, reachable);
 }
 
-void DrawingModel::saveAndLoad()
+DrawingModel DrawingModel::saved() const
 {
     std::map<Number, bool> reachable;
     markReachable(kNamedObjects, reachable);
@@ -251,12 +251,15 @@ void DrawingModel::saveAndLoad()
         if (object.kind != Kind::dictionary && object.kind != Kind::xrecord)
             markReachable(number, reachable);
     }
-    std::erase_if(objects_, [&](const auto& each) { return !reachable[each.first]; });
-    for (auto& [number, object] : objects_) {
-        std::erase_if(object.entries, [&](const auto& entry) { return !objects_.contains(entry.second); });
-        std::erase_if(object.extendedData, [&](const auto& data) { return !objects_.contains(data.first); });
+    DrawingModel saved;
+    saved.nextNumber_ = nextNumber_;
+    saved.objects_ = objects_;
+    std::erase_if(saved.objects_, [&](const auto& each) { return !reachable[each.first]; });
+    for (auto& [number, object] : saved.objects_) {
+        std::erase_if(object.entries, [&](const auto& entry) { return !saved.objects_.contains(entry.second); });
+        std::erase_if(object.extendedData, [&](const auto& data) { return !saved.objects_.contains(data.first); });
     }
-    opens_.clear();
+    return saved;
 }
 
 DrawingModel::Number DrawingModel::geoData() const
@@ -275,6 +278,16 @@ DrawingModel::Number DrawingModel::findApplication(const std::wstring& name) con
             return number;
     }
     return 0;
+}
+
+std::map<std::wstring, DrawingModel::Number> DrawingModel::applications() const
+{
+    std::map<std::wstring, Number> live;
+    for (const auto& [number, object] : objects_) {
+        if (object.kind == Kind::application && !object.erased)
+            live.emplace(lower(object.text), number);
+    }
+    return live;
 }
 
 DrawingModel::Number DrawingModel::findEntry(Number dictionary, const std::wstring& key) const

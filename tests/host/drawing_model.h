@@ -59,8 +59,10 @@ public:
     void begin() { snapshots_.emplace_back(objects_, nextNumber_); }
     Status commit();
     Status abort();
-    /// Keeps what a file keeps. Nothing may be open, and no transaction active.
-    void saveAndLoad();
+    /// What a file keeps of it: nothing that is erased or was taken out, no opens and no transactions.
+    DrawingModel saved() const;
+    /// What saved() holds, as the host prints a drawing.
+    std::string printed() const;
 
     const std::map<Number, Object>& objects() const { return objects_; }
     bool has(Number number) const { return objects_.contains(number); }
@@ -84,6 +86,9 @@ private:
 
     Status conflict(Number number, bool write) const;
     void create(Kind kind, Number owner, const std::wstring& text);
+    std::string printed(Number number) const;
+    /// The live ones, in the order of their names without case.
+    std::map<std::wstring, Number> applications() const;
     void markReachable(Number number, std::map<Number, bool>& reachable) const;
 
     Objects objects_;

@@ -1,7 +1,6 @@
-#include "embedded/host/drawing_file.h"
-#include "embedded/host/drawing_image.h"
 #include "host/model_run.h"
 #include "support/platform_test.h"
+#include "support/temporary_folder.h"
 
 namespace Tests {
 namespace {
@@ -11,19 +10,6 @@ constexpr int kStepsBetweenComparisons = 500;
 
 class DrawingModelTest : public PlatformTest, public testing::WithParamInterface<std::uint64_t> {
 protected:
-    static std::unique_ptr<QeDbDatabase> throughImage(const QeDbDatabase& database)
-    {
-        return Embedded::databaseFrom(Embedded::imageOf(database));
-    }
-
-    static std::unique_ptr<QeDbDatabase> throughText(const QeDbDatabase& database)
-    {
-        Embedded::DrawingImage image;
-        const auto result = Embedded::drawingImageFrom(Embedded::drawingTextFrom(Embedded::imageOf(database)), image);
-        EXPECT_EQ(result.status, Qeapp::eOk) << result.message;
-        return result.status == Qeapp::eOk ? Embedded::databaseFrom(image) : nullptr;
-    }
-
     /// Every kind of operation must have been made often and, where it can be refused, also have been refused.
     static void expectVariety(const ModelRun& run)
     {
@@ -45,7 +31,8 @@ TEST_P(DrawingModelTest, RandomOperations_AgreeWithThePlainModel)
 {
     const std::uint64_t seed = GetParam();
     SCOPED_TRACE("seed " + std::to_string(seed));
-    ModelRun run(seed, seed % 2 == 0 ? throughImage : throughText);
+    const TemporaryFolder folder;
+    ModelRun run(seed, folder.path() / "a.qedb");
     for (int step = 1; step <= kStepsOfAPart; ++step) {
         const bool same = run.step() && (step % kStepsBetweenComparisons != 0 || run.compare());
         ASSERT_TRUE(same) << "at step " << step;

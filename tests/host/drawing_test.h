@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/host.h"
+#include "support/drawing.h"
 #include "support/platform_test.h"
 
 namespace Tests {
@@ -84,6 +85,8 @@ protected:
     void erase(QeDbObjectId id, bool erasing = true);
     void writeText(QeDbObjectId xrecord, const wchar_t* text);
     std::string contentsOf(QeDbObjectId xrecord);
+    /// Everything that the drawing holds.
+    std::string contents() const { return Tests::contentsOf(database); }
     /// What the named objects dictionary shows: "a b".
     std::wstring keys();
 

@@ -4,14 +4,12 @@
 
 #include "embedded/foundation/audit.h"
 #include "embedded/foundation/faults.h"
-#include "embedded/host/drawing_image.h"
 #include "host/drawing_test.h"
 
 namespace Tests {
 namespace {
 
 using Embedded::Faults;
-using Embedded::imageOf;
 using Embedded::ScopedFault;
 
 /// A drawing with one of everything, and objects open that the calls can be made on.
@@ -81,7 +79,7 @@ std::vector<HostFault::Call> HostFault::statusCalls()
 
 TEST_F(HostFault, StruckCall_AnswersThePlannedCodeAndChangesNothing)
 {
-    const auto before = imageOf(database);
+    const auto before = contents();
     const auto held = Embedded::Audit::now();
     for (const Call& call : statusCalls()) {
         SCOPED_TRACE(call.name);
@@ -94,7 +92,7 @@ TEST_F(HostFault, StruckCall_AnswersThePlannedCodeAndChangesNothing)
         EXPECT_EQ(copy, nullptr);
         EXPECT_EQ(Embedded::Audit::difference(held, Embedded::Audit::now()), "");
     }
-    EXPECT_EQ(imageOf(database), before);
+    EXPECT_EQ(contents(), before);
     EXPECT_STREQ(record->getName(), L"NEW");
     EXPECT_STREQ(geoData->coordinateSystem(), L"");
 }
@@ -156,8 +154,16 @@ TEST_F(HostFault, EmptyDrawing_IsMadeWhateverIsArmed)
 {
     const ScopedFault fault({.call = "", .fromThenOn = true, .code = {}});
     QeDbDatabase other;
-    EXPECT_EQ(imageOf(other).objects.size(), 4U);
-    EXPECT_EQ(imageOf(*Embedded::databaseFrom(imageOf(other))), imageOf(other));
+    EXPECT_EQ(Tests::contentsOf(other), R"(drawing version 33
+next handle 5
+object 1 QeDbDictionary
+object 2 QeDbRegAppTable
+object 3 QeDbBlockTable
+  record 4
+object 4 QeDbBlockTableRecord of 3
+  name "*Model_Space"
+)");
+    EXPECT_EQ(Tests::contentsOf(*loadedFromMemory(savedInMemory(other))), Tests::contentsOf(other));
     EXPECT_EQ(Faults::struck(), 0U);
 }
 

@@ -1,6 +1,5 @@
 #include <algorithm>
 
-#include "embedded/host/drawing_image.h"
 #include "host/model_run.h"
 #include "host/model_values.h"
 
@@ -40,7 +39,7 @@ bool ModelRun::compareShape()
 
 bool ModelRun::compare()
 {
-    EXPECT_EQ(Embedded::imageOf(*database_).nextHandle, model_.nextNumber());
+    EXPECT_EQ(contentsOf(*database_), model_.printed());
     for (const auto& [number, object] : model_.objects()) {
         if (same_ && !compareObject(number, object)) {
             ADD_FAILURE() << "object " << number << " differs";
@@ -57,7 +56,7 @@ bool ModelRun::compareObject(Number number, const DrawingModel::Object& expected
     if (open != opens_.end())
         return compareContents(*open->object, expected);
     QeDbObject* object = nullptr;
-    if (qedbOpenQeDbObject(object, ids_.at(number), QeDb::kForRead, true) != Qeapp::eOk)
+    if (qedbOpenQeDbObject(object, idOf(number), QeDb::kForRead, true) != Qeapp::eOk)
         return false;
     const bool same = compareContents(*object, expected);
     return object->close() == Qeapp::eOk && same;
@@ -104,42 +103,6 @@ bool ModelRun::compareExtendedData(const QeDbObject& object, const DrawingModel:
     }
     const Chain chain(object.xData());
     return byApplication(chain.get()) == data;
-}
-
-void ModelRun::collectIds(QeDbObjectId id)
-{
-    ids_[id.handle()] = id;
-    QeDbDictionary* dictionary = nullptr;
-    if (qedbOpenObject(dictionary, id, QeDb::kForRead) != Qeapp::eOk)
-        return;
-    const std::unique_ptr<QeDbDictionaryIterator> iterator(dictionary->newIterator());
-    EXPECT_EQ(dictionary->close(), Qeapp::eOk);
-    for (; !iterator->done(); iterator->next())
-        collectIds(iterator->objectId());
-}
-
-void ModelRun::collectAllIds()
-{
-    ids_.clear();
-    QeDbDictionary* dictionary = nullptr;
-    QeDbRegAppTable* applications = nullptr;
-    QeDbBlockTable* blocks = nullptr;
-    ASSERT_EQ(database_->getNamedObjectsDictionary(dictionary), Qeapp::eOk);
-    ASSERT_EQ(database_->getRegAppTable(applications), Qeapp::eOk);
-    ASSERT_EQ(database_->getBlockTable(blocks), Qeapp::eOk);
-    const Opened<QeDbObject> opened[] = {Opened<QeDbObject>(dictionary), Opened<QeDbObject>(applications),
-                                         Opened<QeDbObject>(blocks)};
-    for (const auto& each : opened)
-        collectIds(each->objectId());
-    QeDbObjectId id;
-    ASSERT_EQ(blocks->getAt(kQeDbModelSpaceName, id), Qeapp::eOk);
-    ids_[id.handle()] = id;
-    if (qedbGetGeoDataObjId(database_.get(), id) == Qeapp::eOk)
-        ids_[id.handle()] = id;
-    for (const auto& [number, object] : model_.objects()) {
-        if (object.kind == Kind::application && applications->getAt(object.text.c_str(), id) == Qeapp::eOk)
-            ids_[id.handle()] = id;
-    }
 }
 
 } // namespace Tests

@@ -1,7 +1,8 @@
-// Random operations made on a drawing and on its model at once; every answer has to be the same.
+// Random operations made on a drawing and on its model at once; every answer has to be the same. The drawing is open in
+// a file: it is saved there at random moments, and at others let go of and opened again as it was saved.
 #pragma once
 
-#include <functional>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -14,12 +15,10 @@
 
 namespace Tests {
 
-/// How a drawing is saved and loaded again.
-using SaveAndLoad = std::function<std::unique_ptr<QeDbDatabase>(const QeDbDatabase&)>;
-
 class ModelRun {
 public:
-    ModelRun(std::uint64_t seed, SaveAndLoad saveAndLoad);
+    /// `file` is made.
+    ModelRun(std::uint64_t seed, std::filesystem::path file);
     ~ModelRun();
     ModelRun(const ModelRun&) = delete;
     ModelRun& operator=(const ModelRun&) = delete;
@@ -72,12 +71,20 @@ private:
     void stepRename();
     void stepGeoData();
     void stepTransaction();
-    void stepSaveAndLoad();
+    void stepSave();
+    void stepCopy();
+    void stepReopen();
 
+    /// The object's id. Of one that was not met since the drawing was opened it is asked for along its owners.
+    QeDbObjectId idOf(Number number);
+    QeDbObjectId askFor(Number number);
+    void meet(Number number);
+    void load();
+    /// That the other drawing is what the model says is saved.
+    void expectSaved(const QeDbDatabase& other);
     void endEverything();
     void closeUndone();
-    void collectIds(QeDbObjectId id);
-    void collectAllIds();
+    void collectRoots();
     bool compareShape();
     bool compareObject(Number number, const DrawingModel::Object& expected);
     bool compareContents(const QeDbObject& object, const DrawingModel::Object& expected);
@@ -85,10 +92,11 @@ private:
     bool compareExtendedData(const QeDbObject& object, const DrawingModel::Object& expected);
 
     std::mt19937_64 random_;
-    SaveAndLoad saveAndLoad_;
+    std::filesystem::path file_;
     DrawingModel model_;
-    std::unique_ptr<QeDbDatabase> database_ = std::make_unique<QeDbDatabase>();
-    std::map<Number, QeDbObjectId> ids_;
+    DrawingModel saved_; // what is in the file
+    std::unique_ptr<QeDbDatabase> database_;
+    std::map<Number, QeDbObjectId> ids_; // of the objects that were met since the drawing was opened
     std::vector<Open> opens_;
     std::map<std::string, std::pair<long, long>> tally_;
     bool same_ = true;

@@ -5,8 +5,6 @@
 namespace Tests {
 namespace {
 
-constexpr double kScale = 8; // exact in binary
-
 resbuf* newItem(int code, int number)
 {
     char bytes[sizeof number];
@@ -18,7 +16,7 @@ resbuf* newItem(int code, int number)
     case QeRb::ValueKind::binary:
         return qeutBuildList(code, &chunk, QeRb::kListEnd);
     case QeRb::ValueKind::real:
-        return qeutBuildList(code, number / kScale, QeRb::kListEnd);
+        return qeutBuildList(code, number / kModelScale, QeRb::kListEnd);
     default:
         return qeutBuildList(code, number, QeRb::kListEnd);
     }
@@ -35,7 +33,7 @@ int numberOf(const resbuf& item)
             std::memcpy(&number, item.resval.rbinary.buf, sizeof number);
         return number;
     case QeRb::ValueKind::real:
-        return static_cast<int>(item.resval.rreal * kScale);
+        return static_cast<int>(item.resval.rreal * kModelScale);
     case QeRb::ValueKind::integer16:
         return item.resval.rint;
     default:

@@ -6,6 +6,8 @@
 
 namespace Tests {
 
+inline constexpr double kModelScale = 8; // of reals; exact in binary
+
 /// A new chain; each value is made from its number in the way of its group code.
 resbuf* chainOf(const DrawingModel::Values& values);
 /// The numbers that the values of the chain were made from.

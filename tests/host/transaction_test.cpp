@@ -1,12 +1,9 @@
 #include "embedded/foundation/audit.h"
 #include "embedded/foundation/faults.h"
-#include "embedded/host/drawing_image.h"
 #include "host/drawing_test.h"
 
 namespace Tests {
 namespace {
-
-using Embedded::imageOf;
 
 class Transaction : public DrawingTest {};
 
@@ -180,16 +177,16 @@ TEST_F(Transaction, AbortedDrawing_EqualsWhatItWas)
     registerApplication(L"KTN");
     const QeDbObjectId nested = addDictionary(L"nested");
     addXrecord(nested, L"inner");
-    const Embedded::DrawingImage before = imageOf(database);
+    const std::string before = contents();
     begin();
     addXrecord(nested, L"inner", L"replaced");
     addGeoData(L"text");
     registerApplication(L"OTHER");
     addBlock(L"block");
     EXPECT_EQ(namedObjects(QeDb::kForWrite)->remove(nested), Qeapp::eOk);
-    EXPECT_NE(imageOf(database), before);
+    EXPECT_NE(contents(), before);
     abort();
-    EXPECT_EQ(imageOf(database), before);
+    EXPECT_EQ(contents(), before);
 }
 
 TEST_F(Transaction, StruckStart_GivesNull)

@@ -1,6 +1,6 @@
 // Ten megabytes of configuration text in a drawing.
 #include "coordsys/orvel_transformation_config.h"
-#include "embedded/host/drawing_file.h"
+#include "embedded/host/drawing_file/drawing_file.h"
 #include "storage/host_holders.h"
 #include "support/coordsys_test.h"
 #include "support/scoped_document.h"

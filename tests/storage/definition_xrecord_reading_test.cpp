@@ -39,9 +39,9 @@ protected:
     {
         Drawing drawing;
         drawing.withXrecord(chain);
-        const Embedded::DrawingImage before = drawing.image();
+        const std::string before = drawing.contents();
         const bool result = readFrom(drawing, code);
-        EXPECT_EQ(drawing.image(), before);
+        EXPECT_EQ(drawing.contents(), before);
         return result;
     }
     Texts slots() const
@@ -340,7 +340,7 @@ TEST_F(DefinitionXrecordReading, EveryFailingCallBeforeTheLinkingIsRejected)
 {
     Drawing drawing;
     drawing.withXrecord(joinedItems({layout(1), groups()}));
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     const auto calls = fallibleCallsOf([&] { EXPECT_TRUE(readFrom(drawing)); });
     for (const FallibleCall& call : calls) {
         if (call.name.ends_with("Definition::Load"))
@@ -348,7 +348,7 @@ TEST_F(DefinitionXrecordReading, EveryFailingCallBeforeTheLinkingIsRejected)
         const ScopedFault fault(failing(call));
         EXPECT_EQ(readFrom(drawing), isPartOfLinking(call)) << call;
         EXPECT_EQ(slots(), isPartOfLinking(call) ? kWhole : kNothing) << call;
-        EXPECT_EQ(drawing.image(), before) << call;
+        EXPECT_EQ(drawing.contents(), before) << call;
     }
 }
 

@@ -104,7 +104,7 @@ TEST_F(DefinitionXrecordWriting, EarlierXrecordIsReplaced)
     ASSERT_EQ(write(catalogSystem(L"EPSG:25833")), Qeapp::eOk);
     ASSERT_EQ(write(system), Qeapp::eOk);
     EXPECT_EQ(drawing.xrecord(), wholeChainOf(system));
-    EXPECT_EQ(drawing.image().objects.size(), Drawing().image().objects.size() + 1);
+    EXPECT_EQ(timesIn(drawing.contents(), "\nobject "), timesIn(Drawing().contents(), "\nobject ") + 1);
 }
 
 TEST_F(DefinitionXrecordWriting, NothingElseIsTouched)
@@ -168,34 +168,34 @@ int expectedFailureOfWriting(const FallibleCall& call)
 TEST_F(DefinitionXrecordWriting, EveryFailingCallHasItsResultAndChangesNothing)
 {
     drawing.withXrecord({{300, L"earlier"}});
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     const Drawing other;
     const auto calls =
         fallibleCallsOf([&] { EXPECT_EQ(WriteCsDefinitionXrecord(system.get(), other.database()), Qeapp::eOk); });
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
         EXPECT_EQ(write(system), expectedFailureOfWriting(call)) << call;
-        EXPECT_EQ(drawing.image(), before) << call;
+        EXPECT_EQ(drawing.contents(), before) << call;
     }
 }
 
 TEST_F(DefinitionXrecordWriting, CallsThatGiveNothingDespiteSuccessAreFailures)
 {
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     for (const char* const call :
          {"CoordinateReferenceSystemDefinition::GetDatum", "CoordinateReferenceSystemUtil::GetEllipsoid"}) {
         const ScopedFault fault(failing(call, 0));
         EXPECT_EQ(write(system), 7) << call;
-        EXPECT_EQ(drawing.image(), before) << call;
+        EXPECT_EQ(drawing.contents(), before) << call;
     }
 }
 
 TEST_F(DefinitionXrecordWriting, OperationThatIsNotThereDespiteSuccessIsAFailure)
 {
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     const ScopedFault fault(failing("CoordinateReferenceSystemOperation::Load", 0));
     EXPECT_EQ(write(system), 3);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 class XrecordChainStoring : public PlatformTest {
@@ -262,9 +262,9 @@ TEST_F(XrecordChainStoring, RemovedXrecordIsDetachedAndNotErased)
 
 TEST_F(XrecordChainStoring, RemovingAMissingEntrySucceeds)
 {
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     EXPECT_EQ(remove(), Qeapp::eOk);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(XrecordChainStoring, OtherEntriesStay)
@@ -284,11 +284,11 @@ TEST_F(XrecordChainStoring, NoDatabaseIs124)
 TEST_F(XrecordChainStoring, ChainThatTheHostRefusesLeavesTheEarlierEntry)
 {
     ASSERT_EQ(store({{300, L"earlier"}}), Qeapp::eOk);
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     const Orvel::ResbufChain chain = chainOf({{1071, 1}});
     chain->restype = 9999;
     EXPECT_EQ(StoreCsXrecordChain(drawing.database(), chain.get()), Qeapp::eInvalidResbuf);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(XrecordChainStoring, DictionaryThatSomeoneReadsIsPassedOnUnchanged)
@@ -302,7 +302,7 @@ TEST_F(XrecordChainStoring, DictionaryThatSomeoneReadsIsPassedOnUnchanged)
 TEST_F(XrecordChainStoring, EveryFailingCallOfStoringHasItsResultAndChangesNothing)
 {
     ASSERT_EQ(store({{300, L"earlier"}}), Qeapp::eOk);
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     const Orvel::ResbufChain chain = chainOf({{300, L"later"}});
     const Drawing other;
     const auto calls =
@@ -312,18 +312,18 @@ TEST_F(XrecordChainStoring, EveryFailingCallOfStoringHasItsResultAndChangesNothi
         const ScopedFault fault(failing(call));
         EXPECT_EQ(StoreCsXrecordChain(drawing.database(), chain.get()), call.name == "qeHeapAlloc" ? 6 : kPlanned)
             << call;
-        EXPECT_EQ(drawing.image(), before) << call;
+        EXPECT_EQ(drawing.contents(), before) << call;
     }
 }
 
 TEST_F(XrecordChainStoring, EveryFailingCallOfRemovingIsPassedOnAndChangesNothing)
 {
     ASSERT_EQ(store({{300, L"text"}}), Qeapp::eOk);
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     for (const char* const call : {"QeDbDatabase::getNamedObjectsDictionary", "QeDbDictionary::remove"}) {
         const ScopedFault fault(failing(call));
         EXPECT_EQ(remove(), kPlanned) << call;
-        EXPECT_EQ(drawing.image(), before) << call;
+        EXPECT_EQ(drawing.contents(), before) << call;
     }
 }
 

@@ -182,10 +182,10 @@ TEST_F(GeoDataDefinition, HostsFailureWhileWritingTheSerializedTextIsPassedOnUnc
 TEST_F(GeoDataDefinition, SecondAssignmentReplacesTheTextOfTheOneObject)
 {
     ASSERT_EQ(writeSerialized(system), Qeapp::eOk);
-    const std::size_t objects = drawing.image().objects.size();
+    const auto objects = timesIn(drawing.contents(), "\nobject ");
     ASSERT_EQ(writeSerialized(catalogSystem(L"EPSG:2263")), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), serializedText(catalogSystem(L"EPSG:2263").get()));
-    EXPECT_EQ(drawing.image().objects.size(), objects);
+    EXPECT_EQ(timesIn(drawing.contents(), "\nobject "), objects);
 }
 
 } // namespace

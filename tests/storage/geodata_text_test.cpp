@@ -23,13 +23,7 @@ protected:
 
     GeoDataText() { drawing.withGeoData(L"text"); }
 
-    static std::ptrdiff_t geoDataObjects(const Drawing& one)
-    {
-        const Embedded::DrawingImage image = one.image();
-        return std::ranges::count_if(image.objects, [](const Embedded::ObjectImage& object) {
-            return std::holds_alternative<Embedded::GeoDataImage>(object.contents);
-        });
-    }
+    static std::ptrdiff_t geoDataObjects(const Drawing& one) { return timesIn(one.contents(), " QeDbGeoData of "); }
     /// Keeps the GeoData object open for as long as it lives.
     Orvel::HostObject<QeDbGeoData> opened(QeDb::OpenMode mode) const
     {
@@ -98,9 +92,9 @@ TEST_F(GeoDataText, ObjectThatIsBeingReadCanBeReadAndNotWritten)
 
 TEST_F(GeoDataText, ReadingChangesNothing)
 {
-    const Embedded::DrawingImage before = empty.image();
+    const std::string before = empty.contents();
     EXPECT_EQ(ReadGeoDataCoordinateSystem(empty.database(), text), Qeapp::eOk);
-    EXPECT_EQ(empty.image(), before);
+    EXPECT_EQ(empty.contents(), before);
 }
 
 TEST_F(GeoDataText, WritingIntoADrawingWithoutOneCreatesItInModelSpace)
@@ -121,10 +115,10 @@ TEST_F(GeoDataText, WritingAgainKeepsTheOneObject)
 
 TEST_F(GeoDataText, WritingNothingIntoADrawingWithoutOneCreatesNone)
 {
-    const Embedded::DrawingImage before = empty.image();
+    const std::string before = empty.contents();
     EXPECT_EQ(WriteGeoDataCoordinateSystem(empty.database(), L""), Qeapp::eOk);
     EXPECT_EQ(WriteGeoDataCoordinateSystem(empty.database(), nullptr), Qeapp::eOk);
-    EXPECT_EQ(empty.image(), before);
+    EXPECT_EQ(empty.contents(), before);
 }
 
 TEST_F(GeoDataText, WritingAnEmptyTextBlanksTheObject)
@@ -148,32 +142,32 @@ TEST_F(GeoDataText, WritingWithoutADatabaseIs124)
 
 TEST_F(GeoDataText, EveryFailingCallOfWritingIntoTheObjectIsPassedOn)
 {
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     for (const char* const call : {"qedbOpenQeDbObject", "QeDbGeoData::setCoordinateSystem"}) {
         const ScopedFault fault(failing(call));
         EXPECT_EQ(WriteGeoDataCoordinateSystem(drawing.database(), L"later"), kPlanned) << call;
-        EXPECT_EQ(drawing.image(), before) << call;
+        EXPECT_EQ(drawing.contents(), before) << call;
     }
 }
 
 TEST_F(GeoDataText, FailureBeforeTheObjectIsPostedLeavesNone)
 {
-    const Embedded::DrawingImage before = empty.image();
+    const std::string before = empty.contents();
     for (const char* const call : {"QeDbSymbolUtilitiesServices::blockModelSpaceId",
                                    "QeDbGeoData::setBlockTableRecordId", "QeDbGeoData::postToDb"}) {
         const ScopedFault fault(failing(call));
         EXPECT_EQ(WriteGeoDataCoordinateSystem(empty.database(), L"new"), kPlanned) << call;
-        EXPECT_EQ(empty.image(), before) << call;
+        EXPECT_EQ(empty.contents(), before) << call;
     }
 }
 
 TEST_F(GeoDataText, ObjectThatCannotBeAllocatedIsAnOutOfMemoryFailure)
 {
-    const Embedded::DrawingImage before = empty.image();
+    const std::string before = empty.contents();
     const ScopedFault fault(failing("qeHeapAlloc"));
     EXPECT_THROW(static_cast<void>(WriteGeoDataCoordinateSystem(empty.database(), L"new")), // it does not return
                  std::bad_alloc);
-    EXPECT_EQ(empty.image(), before);
+    EXPECT_EQ(empty.contents(), before);
 }
 
 TEST_F(GeoDataText, ObjectThatWasPostedStaysBlankWhenItsTextCannotBeSet)
@@ -185,10 +179,10 @@ TEST_F(GeoDataText, ObjectThatWasPostedStaysBlankWhenItsTextCannotBeSet)
 
 TEST_F(GeoDataText, FailingLookupBesideAnObjectIsTheHostsRefusalToPostASecond)
 {
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     const ScopedFault fault(failing("qedbGetGeoDataObjId"));
     EXPECT_EQ(WriteGeoDataCoordinateSystem(drawing.database(), L"later"), Qeapp::eDuplicateKey);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 class GeoDataOpening : public GeoDataText {
@@ -279,18 +273,18 @@ TEST_F(GeoDataClearing, BlanksTheTextAndKeepsTheObject)
 
 TEST_F(GeoDataClearing, DrawingWithoutOneIsASuccess)
 {
-    const Embedded::DrawingImage before = empty.image();
+    const std::string before = empty.contents();
     EXPECT_EQ(ClearGeoDataCoordinateSystem(empty.database()), Qeapp::eOk);
-    EXPECT_EQ(empty.image(), before);
+    EXPECT_EQ(empty.contents(), before);
 }
 
 TEST_F(GeoDataClearing, LookupThatAnswers16Or22IsASuccess)
 {
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     for (const int code : {16, 22}) {
         const ScopedFault fault(failing("qedbGetGeoDataObjId", code));
         EXPECT_EQ(ClearGeoDataCoordinateSystem(drawing.database()), Qeapp::eOk) << code;
-        EXPECT_EQ(drawing.image(), before);
+        EXPECT_EQ(drawing.contents(), before);
     }
 }
 

@@ -134,9 +134,9 @@ TEST_F(LegacyProjectionReading, DictionaryThatIsNotThereDespiteSuccessReadsAsNon
 TEST_F(LegacyProjectionReading, NothingInTheDrawingChanges)
 {
     Drawing drawing;
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     EXPECT_EQ(readFrom(drawing), L"");
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 } // namespace

@@ -21,14 +21,7 @@ protected:
     Drawing drawing;
 
     Qeapp::ErrorStatus write(const wchar_t* code) { return WriteLegacyProjectionCode(drawing.database(), code); }
-    std::ptrdiff_t registeredApplications() const
-    {
-        const Embedded::DrawingImage image = drawing.image();
-        return std::ranges::count_if(image.objects, [](const Embedded::ObjectImage& object) {
-            const auto* const record = std::get_if<Embedded::RegAppRecordImage>(&object.contents);
-            return record != nullptr && record->name == L"KTN_PROJECTION";
-        });
-    }
+    std::ptrdiff_t registeredApplications() const { return timesIn(drawing.contents(), "name \"KTN_PROJECTION\""); }
 };
 
 TEST_F(LegacyProjectionWriting, CodeIsStoredAfterTheApplicationsName)
@@ -54,13 +47,13 @@ TEST_F(LegacyProjectionWriting, ApplicationIsNotRegisteredTwice)
 
 TEST_F(LegacyProjectionWriting, TheCodeThatReadersTakeForNoneIsRefusedAndChangesNothing)
 {
-    const Embedded::DrawingImage empty = drawing.image();
+    const std::string empty = drawing.contents();
     EXPECT_EQ(write(L"."), 3);
-    EXPECT_EQ(drawing.image(), empty) << "no application is registered";
+    EXPECT_EQ(drawing.contents(), empty) << "no application is registered";
     drawing.withLegacyCode(L"EPSG:2263");
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     EXPECT_EQ(write(L"."), 3);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(WriteLegacyProjectionCode(nullptr, L"."), 124);
     EXPECT_EQ(write(L".."), Qeapp::eOk);
     EXPECT_EQ(drawing.legacyChain(), recordOf(L".."));
@@ -178,7 +171,7 @@ TEST_F(LegacyProjectionWriting, EveryFailingCallHasItsResultAndStoresNoCode)
     EXPECT_GE(calls.size(), failures().size());
     for (const FallibleCall& call : calls) {
         const Drawing fresh;
-        const Embedded::DrawingImage before = fresh.image();
+        const std::string before = fresh.contents();
         const Failure& expected = failures().at(call.name);
         {
             const ScopedFault fault(failing(call));
@@ -186,19 +179,19 @@ TEST_F(LegacyProjectionWriting, EveryFailingCallHasItsResultAndStoresNoCode)
         }
         EXPECT_EQ(fresh.legacyChain(), std::nullopt) << call;
         EXPECT_EQ(fresh.hasRegisteredApplication(), expected.applicationIsRegistered) << call;
-        EXPECT_EQ(fresh.image() == before, !expected.applicationIsRegistered) << call;
+        EXPECT_EQ(fresh.contents() == before, !expected.applicationIsRegistered) << call;
     }
 }
 
 TEST_F(LegacyProjectionWriting, EveryFailingCallLeavesAnEarlierRecord)
 {
     drawing.withLegacyCode(L"EPSG:2263");
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     for (const char* const call : {"QeDbDatabase::getRegAppTable", "QeDbDatabase::getNamedObjectsDictionary",
                                    "qeutBuildList", "qeutNewRb", "qeapp_malloc", "QeDbObject::setXData"}) {
         const ScopedFault fault(failing(call));
         EXPECT_EQ(write(nullptr), failures().at(call).result) << call;
-        EXPECT_EQ(drawing.image(), before) << call;
+        EXPECT_EQ(drawing.contents(), before) << call;
     }
 }
 

@@ -25,11 +25,11 @@ TEST_F(ResbufDictionary, WithoutAnyDatabase_HasNothingAndTakesNothing)
 TEST_F(ResbufDictionary, DocumentThatSomeoneElseLocks_IsNotWritten)
 {
     ASSERT_TRUE(set(L"A", kFirst));
-    const auto before = image();
+    const auto before = contents();
     const Embedded::ForeignDocumentLock other(document.get());
     EXPECT_FALSE(set(L"A", kSecond));
     EXPECT_FALSE(dictionary.RemoveKey(L"A"));
-    EXPECT_EQ(image(), before);
+    EXPECT_EQ(contents(), before);
     EXPECT_EQ(at(L"A"), kFirst) << "readers lock nothing";
 }
 
@@ -46,11 +46,11 @@ TEST_F(ResbufDictionary, Writing_LocksTheCurrentDocumentForWriteAndUnlocksIt)
 
 TEST_F(ResbufDictionary, WithoutADocumentManager_NothingIsWritten)
 {
-    const auto before = image();
+    const auto before = contents();
     const ScopedHostParts parts({.documentManager = false});
     EXPECT_FALSE(set(L"A", kFirst));
     EXPECT_FALSE(dictionary.RemoveKey(L"A"));
-    EXPECT_EQ(image(), before);
+    EXPECT_EQ(contents(), before);
 }
 
 TEST_F(ResbufDictionary, RemovingAll_GoesOnAfterAFailure)

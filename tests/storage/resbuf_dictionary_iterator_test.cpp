@@ -39,9 +39,9 @@ TEST_F(ResbufDictionary, Iterator_AnswersTheEntrysIdTwice)
 
 TEST_F(ResbufDictionary, Iterator_NeedsADictionary)
 {
-    const auto before = image();
+    const auto before = contents();
     EXPECT_EQ(dictionary.NewIterator(), nullptr);
-    EXPECT_EQ(image(), before);
+    EXPECT_EQ(contents(), before);
 }
 
 TEST_F(ResbufDictionary, EntryThatSomeoneWrites_HasNoChainForOthers)

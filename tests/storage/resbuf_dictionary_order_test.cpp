@@ -118,12 +118,12 @@ TEST_F(ResbufDictionaryOrder, Iterator_KeepsNothingOpen)
 
 TEST_F(ResbufDictionaryOrder, LookUpThatFails_MakesNoDictionary)
 {
-    const auto before = image();
+    const auto before = contents();
     for (const int code : {3, 21, 23, 31}) {
         const Embedded::ScopedFault fault({.call = "QeDbDictionary::getAt", .code = code});
         EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForWrite), nullptr) << code;
     }
-    EXPECT_EQ(image(), before);
+    EXPECT_EQ(contents(), before);
 }
 
 } // namespace

@@ -7,9 +7,9 @@ namespace {
 
 TEST_F(ResbufDictionary, MissingOne_CannotBeOpenedForReadAndIsNotMade)
 {
-    const auto before = image();
+    const auto before = contents();
     EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForRead), nullptr);
-    EXPECT_EQ(image(), before);
+    EXPECT_EQ(contents(), before);
 }
 
 TEST_F(ResbufDictionary, MissingOne_IsMadeForWrite)
@@ -51,11 +51,11 @@ TEST_F(ResbufDictionary, IsNeverOpenedForNotification)
 TEST_F(ResbufDictionary, AnObjectOfAnotherClassUnderTheName_IsLeftAloneByReaders)
 {
     occupyName();
-    const auto before = image();
+    const auto before = contents();
     EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForRead), nullptr);
     EXPECT_EQ(dictionary.NewIterator(), nullptr);
     EXPECT_EQ(dictionary.GetEntryCount(), 0);
-    EXPECT_EQ(image(), before);
+    EXPECT_EQ(contents(), before);
 }
 
 TEST_F(ResbufDictionary, AnObjectOfAnotherClassUnderTheName_IsReplacedByWriters)
@@ -69,7 +69,7 @@ TEST_F(ResbufDictionary, AnObjectOfAnotherClassUnderTheName_IsReplacedByWriters)
 TEST_F(ResbufDictionary, AnObjectOfAnotherClassThatSomeoneReads_IsNotReplaced)
 {
     occupyName();
-    const auto before = image();
+    const auto before = contents();
     Orvel::NamedObjects parent;
     ASSERT_EQ(parent.openIn(document.database(), QeDb::kForRead), Qeapp::eOk);
     QeDbObjectId id;
@@ -79,7 +79,7 @@ TEST_F(ResbufDictionary, AnObjectOfAnotherClassThatSomeoneReads_IsNotReplaced)
     ASSERT_EQ(reader.open(id, QeDb::kForRead), Qeapp::eOk);
     EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForWrite), nullptr);
     reader.reset();
-    EXPECT_EQ(image(), before);
+    EXPECT_EQ(contents(), before);
 }
 
 TEST_F(ResbufDictionary, AnErasedEntry_IsReplacedByWritersAndMissingForReaders)
@@ -101,14 +101,14 @@ TEST_F(ResbufDictionary, AnErasedEntry_IsReplacedByWritersAndMissingForReaders)
 TEST_F(ResbufDictionary, AnyOtherFailureToLookUpOrOpen_ReplacesNothing)
 {
     ASSERT_TRUE(set(L"A", kFirst));
-    const auto before = image();
+    const auto before = contents();
     for (const char* const call : {"QeDbDictionary::getAt", "qedbOpenQeDbObject"}) {
         for (const int code : {static_cast<int>(Qeapp::eOpenForRead), kPlanned}) {
             const Embedded::ScopedFault fault(failing(call, code));
             EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForWrite), nullptr) << call << ' ' << code;
         }
     }
-    EXPECT_EQ(image(), before);
+    EXPECT_EQ(contents(), before);
 }
 
 TEST_F(ResbufDictionary, ADictionaryThatSomeoneReads_IsNeitherWrittenNorReplaced)
@@ -237,9 +237,9 @@ TEST_F(ResbufDictionary, RemovingAll_TakesEveryEntryWithoutALock)
 
 TEST_F(ResbufDictionary, RemovingAllOfNone_IsDone)
 {
-    const auto before = image();
+    const auto before = contents();
     EXPECT_TRUE(dictionary.RemoveAll()) << "there is no dictionary";
-    EXPECT_EQ(image(), before) << "and none was made";
+    EXPECT_EQ(contents(), before) << "and none was made";
     ASSERT_TRUE(set(L"A", kFirst));
     ASSERT_TRUE(dictionary.RemoveKey(L"A"));
     EXPECT_TRUE(dictionary.RemoveAll()) << "it is empty";
@@ -252,9 +252,9 @@ TEST_F(ResbufDictionary, RemovingAllOfNone_IsDone)
 TEST_F(ResbufDictionary, RemovingAllWhereAnObjectOfAnotherClassLies_IsDoneAndLeavesIt)
 {
     occupyName();
-    const auto before = image();
+    const auto before = contents();
     EXPECT_TRUE(dictionary.RemoveAll()) << "there is no dictionary";
-    EXPECT_EQ(image(), before);
+    EXPECT_EQ(contents(), before);
 }
 
 TEST_F(ResbufDictionary, RemovingAllFromOneThatCannotBeOpened_Fails)

@@ -4,10 +4,10 @@
 #include <memory>
 #include <optional>
 
-#include "embedded/host/drawing_image.h"
 #include "storage/failing_calls.h"
 #include "storage/resbuf_dictionary.h"
 #include "support/chain.h"
+#include "support/drawing.h"
 #include "support/platform_test.h"
 #include "support/scoped_document.h"
 
@@ -26,7 +26,7 @@ protected:
     ScopedDocument document;
     CResbufDictionary dictionary{L"NAMES", document.database()};
 
-    Embedded::DrawingImage image() const { return Embedded::imageOf(*document.database()); }
+    std::string contents() const { return contentsOf(*document.database()); }
 
     bool set(const wchar_t* key, const Items& items, QeDbObjectReactor* reactor = nullptr)
     {

@@ -88,10 +88,10 @@ TEST_F(StoredCoordinateSystem, NoDatabaseIs124)
 
 TEST_F(StoredCoordinateSystem, TransactionThatCannotBeStartedIsEightAndNothingIsTouched)
 {
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     const ScopedFault fault(failing("QeDbTransactionManager::startTransaction"));
     EXPECT_EQ(clear(), 8);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(Embedded::Faults::seen().size(), 1U) << "nothing else was tried";
 }
 
@@ -118,13 +118,13 @@ TEST_F(StoredCoordinateSystem, AnyFailingCallLeavesAllThreeForms)
         EXPECT_EQ(ClearStoredCoordinateSystem(other.database()), Qeapp::eOk);
     });
     EXPECT_GE(calls.size(), 10U);
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     for (const FallibleCall& call : calls) {
         {
             const ScopedFault fault(failing(call));
             EXPECT_EQ(clear(), expectedFailureOfClearing(call)) << call;
         }
-        EXPECT_EQ(drawing.image(), before) << call;
+        EXPECT_EQ(drawing.contents(), before) << call;
         EXPECT_EQ(transactions().numActiveTransactions(), 0) << call;
     }
 }
@@ -136,7 +136,7 @@ TEST_F(StoredCoordinateSystem, AnyFailingCallUndoesTheRegistrationOfTheApplicati
         EXPECT_EQ(ClearStoredCoordinateSystem(other.database()), Qeapp::eOk);
     });
     Drawing empty;
-    const Embedded::DrawingImage before = empty.image();
+    const std::string before = empty.contents();
     for (const FallibleCall& call : calls) {
         if (call.name == "QeDbDictionary::remove" || call.name == "qedbGetGeoDataObjId")
             continue; // their own tests say which failures count
@@ -170,10 +170,10 @@ TEST_F(StoredCoordinateSystem, StepsGoFromTheLegacyRecordToTheGeoData)
 
 TEST_F(StoredCoordinateSystem, FailingEndOfTheTransactionLeavesAllThreeForms)
 {
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     const ScopedFault fault(failing("QeDbTransactionManager::endTransaction"));
     EXPECT_EQ(clear(), kPlanned);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(transactions().numActiveTransactions(), 0);
 }
 
@@ -188,11 +188,11 @@ TEST_F(StoredCoordinateSystem, OuterTransactionKeepsTheClearing)
 
 TEST_F(StoredCoordinateSystem, AbortedOuterTransactionUndoesTheClearing)
 {
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     ASSERT_NE(transactions().startTransaction(), nullptr);
     EXPECT_EQ(clear(), Qeapp::eOk);
     ASSERT_EQ(transactions().abortTransaction(), Qeapp::eOk);
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 TEST_F(StoredCoordinateSystem, FailingClearingUndoesOnlyItselfInAnOuterTransaction)
@@ -212,14 +212,14 @@ TEST_F(StoredCoordinateSystem, FailingClearingUndoesOnlyItselfInAnOuterTransacti
 
 TEST_F(StoredCoordinateSystem, ObjectThatIsInUseLeavesAllThreeForms)
 {
-    const Embedded::DrawingImage before = drawing.image();
+    const std::string before = drawing.contents();
     QeDbObjectId id;
     ASSERT_EQ(qedbGetGeoDataObjId(drawing.database(), id), Qeapp::eOk);
     Orvel::HostObject<QeDbGeoData> reader;
     ASSERT_EQ(reader.open(id, QeDb::kForRead), Qeapp::eOk);
     EXPECT_EQ(clear(), Qeapp::eOpenForRead);
     reader.reset();
-    EXPECT_EQ(drawing.image(), before);
+    EXPECT_EQ(drawing.contents(), before);
 }
 
 } // namespace

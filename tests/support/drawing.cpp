@@ -2,6 +2,9 @@
 
 #include <stdexcept>
 
+#include "embedded/host/drawing_dump.h"
+#include "embedded/host/drawing_file/drawing_file.h"
+
 namespace Tests {
 namespace {
 
@@ -43,7 +46,42 @@ void putAt(QeDbDatabase* database, const wchar_t* key, QeDbObject* object)
     require(dictionary->setAt(key, object, id));
 }
 
+void require(const Embedded::FileResult& result)
+{
+    if (result.status != Qeapp::eOk)
+        throw std::runtime_error("a drawing of a test: " + result.message);
+}
+
 } // namespace
+
+std::string contentsOf(const QeDbDatabase& database)
+{
+    std::string text;
+    require(Embedded::dumpDrawing(database, text));
+    return text;
+}
+
+std::ptrdiff_t timesIn(std::string_view text, std::string_view part)
+{
+    std::ptrdiff_t number = 0;
+    for (std::size_t at = text.find(part); at != std::string_view::npos; at = text.find(part, at + part.size()))
+        ++number;
+    return number;
+}
+
+std::string savedInMemory(QeDbDatabase& database)
+{
+    std::string bytes;
+    require(Embedded::saveDrawingToBytes(database, database.drawingVersion(), bytes));
+    return bytes;
+}
+
+std::unique_ptr<QeDbDatabase> loadedFromMemory(const std::string& bytes)
+{
+    std::unique_ptr<QeDbDatabase> database;
+    require(Embedded::loadDrawingFromBytes(bytes, database));
+    return database;
+}
 
 Drawing::Drawing(QeDb::QeDbDwgVersion version) : database_(std::make_unique<QeDbDatabase>(version))
 {

@@ -4,13 +4,21 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
-#include "embedded/host/drawing_image.h"
 #include "platform/host.h"
 #include "support/chain.h"
 
 namespace Tests {
+
+/// Everything that a drawing holds, for comparing before and after.
+std::string contentsOf(const QeDbDatabase& database);
+/// How often one text occurs in another.
+std::ptrdiff_t timesIn(std::string_view text, std::string_view part);
+/// A drawing file in memory, and a drawing of its own from it.
+std::string savedInMemory(QeDbDatabase& database);
+std::unique_ptr<QeDbDatabase> loadedFromMemory(const std::string& bytes);
 
 class Drawing {
 public:
@@ -39,7 +47,7 @@ public:
     /// Whether the GeoData object is owned by model space.
     bool geoDataIsInModelSpace() const;
     /// Everything, for comparing before and after.
-    Embedded::DrawingImage image() const { return Embedded::imageOf(*database_); }
+    std::string contents() const { return contentsOf(*database_); }
 
 private:
     std::unique_ptr<QeDbDatabase> database_;

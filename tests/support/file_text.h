@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 
@@ -14,7 +13,10 @@ inline std::string readFile(const std::filesystem::path& file)
     std::ifstream stream(file, std::ios::binary);
     if (!stream)
         throw std::runtime_error("cannot read " + file.string());
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    std::string bytes(std::filesystem::file_size(file), '\0');
+    stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(stream.gcount()));
+    return bytes;
 }
 
 inline void writeFile(const std::filesystem::path& file, const std::string& bytes)

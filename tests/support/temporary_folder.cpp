@@ -30,4 +30,12 @@ TemporaryFolder::~TemporaryFolder()
     std::filesystem::remove_all(path_, ignored);
 }
 
+std::set<std::string> TemporaryFolder::names() const
+{
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(path_))
+        names.insert(entry.path().filename().string());
+    return names;
+}
+
 } // namespace Tests

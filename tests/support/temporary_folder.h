@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <set>
+#include <string>
 
 namespace Tests {
 
@@ -13,6 +15,8 @@ public:
     ~TemporaryFolder();
 
     const std::filesystem::path& path() const { return path_; }
+    /// Of everything that lies in it.
+    std::set<std::string> names() const;
 
 private:
     std::filesystem::path path_;

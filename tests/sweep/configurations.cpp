@@ -4,6 +4,7 @@
 
 #include "embedded/foundation/text.h"
 #include "support/chain.h"
+#include "support/drawing.h"
 #include "sweep/systems.h"
 #include "transformation/drawing_config.h"
 
@@ -15,7 +16,7 @@ Setting configuredDrawing(const std::wstring& text)
     const Orvel::CResbufDictionary dictionary(Orvel::kTransformationConfigDictionary, document.database());
     if (!dictionary.SetResbuf(Orvel::kTransformationConfigKey, chainOf({{300, text}}).get(), nullptr))
         throw std::runtime_error("setting up a drawing: its configuration");
-    return {.drawing = Embedded::imageOf(*document.database())};
+    return {.drawing = savedInMemory(*document.database())};
 }
 
 Setting configuredUser(const std::vector<std::wstring>& elements)

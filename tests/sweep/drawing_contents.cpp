@@ -1,62 +1,67 @@
 #include "sweep/drawing_contents.h"
 
-#include <algorithm>
+#include <sstream>
 #include <utility>
+#include <vector>
 
 namespace Tests {
 namespace {
 
-using Embedded::DictionaryImage;
-using Embedded::Handle;
-using Embedded::ObjectImage;
+struct TextOfObject {
+    std::string className;
+    std::string lines;                                        // without handles
+    std::vector<std::pair<std::string, std::string>> entries; // keys and handles
+};
 
-const ObjectImage* objectOf(const Embedded::DrawingImage& image, Handle handle)
-{
-    const auto found = std::ranges::find(image.objects, handle, &ObjectImage::handle);
-    return found != image.objects.end() ? &*found : nullptr;
-}
+using TextsOfObjects = std::map<std::string, TextOfObject>;
 
-ObjectImage withoutHandles(ObjectImage object)
+TextsOfObjects objectsIn(const std::string& contents)
 {
-    object.handle = 0;
-    object.owner = 0;
-    if (auto* const geoData = std::get_if<Embedded::GeoDataImage>(&object.contents))
-        geoData->block = 0;
-    if (auto* const dictionary = std::get_if<DictionaryImage>(&object.contents))
-        dictionary->entries.clear(); // they follow as entries of their own
-    return object;
-}
-
-bool isWorthTelling(const ObjectImage& object)
-{
-    return !std::holds_alternative<DictionaryImage>(object.contents) || !object.extendedData.empty();
-}
-
-void addWithEntries(const Embedded::DrawingImage& image, Handle handle, const std::wstring& way,
-                    DrawingContents& contents)
-{
-    const ObjectImage* const object = objectOf(image, handle);
-    if (object == nullptr)
-        return;
-    if (isWorthTelling(*object))
-        contents.emplace(way, withoutHandles(*object));
-    if (const auto* const dictionary = std::get_if<DictionaryImage>(&object->contents)) {
-        for (const auto& [key, entry] : dictionary->entries)
-            addWithEntries(image, entry, way + L"/" + key, contents);
+    TextsOfObjects objects;
+    TextOfObject* current = nullptr;
+    std::istringstream lines(contents);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string word;
+        words >> word;
+        if (word == "object") {
+            std::string handle;
+            words >> handle;
+            current = &objects[handle];
+            words >> current->className;
+        } else if (word == "entry") {
+            const std::size_t end = line.rfind(' ');
+            current->entries.emplace_back(line.substr(0, end), line.substr(end + 1));
+        } else if (current != nullptr && word != "record" && word != "block") {
+            current->lines += line + "\n";
+        }
     }
+    return objects;
+}
+
+void addWithEntries(const TextsOfObjects& objects, const std::string& handle, const std::string& way,
+                    ObjectsByWay& found)
+{
+    const TextOfObject& object = objects.at(handle);
+    if (object.className != "QeDbDictionary" || !object.lines.empty())
+        found.emplace(way, object.className + "\n" + object.lines);
+    for (const auto& [key, entry] : object.entries)
+        addWithEntries(objects, entry, way + "/" + key, found);
 }
 
 } // namespace
 
-DrawingContents contentsOf(const Embedded::DrawingImage& image)
+ObjectsByWay objectsByWay(const std::string& contents)
 {
-    DrawingContents contents;
-    addWithEntries(image, image.namedObjects, L"", contents);
-    for (const ObjectImage& object : image.objects) {
-        if (std::holds_alternative<Embedded::GeoDataImage>(object.contents))
-            contents.emplace(L"GeoData", withoutHandles(object));
+    constexpr const char* kNamedObjects = "1"; // the handle that every drawing gives its first root
+    const TextsOfObjects objects = objectsIn(contents);
+    ObjectsByWay found;
+    addWithEntries(objects, kNamedObjects, "", found);
+    for (const auto& [handle, object] : objects) {
+        if (object.className == "QeDbGeoData")
+            found.emplace("GeoData", object.lines);
     }
-    return contents;
+    return found;
 }
 
 } // namespace Tests

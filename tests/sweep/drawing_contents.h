@@ -4,13 +4,12 @@
 #include <map>
 #include <string>
 
-#include "embedded/host/drawing_image.h"
-
 namespace Tests {
 
 /// The objects that can be reached, by the way that leads to them, with no handle in them; without empty dictionaries.
-using DrawingContents = std::map<std::wstring, Embedded::ObjectImage>;
+using ObjectsByWay = std::map<std::string, std::string>;
 
-DrawingContents contentsOf(const Embedded::DrawingImage& image);
+/// Of the text that `contentsOf` makes of a drawing.
+ObjectsByWay objectsByWay(const std::string& contents);
 
 } // namespace Tests

@@ -1,5 +1,5 @@
 // A drawing saved by the host, for which the module's decomposition reactor converts it.
-#include "embedded/host/drawing_file.h"
+#include "embedded/host/drawing_file/drawing_file.h"
 #include "frame/application.h"
 #include "sweep/scenario.h"
 #include "sweep/systems.h"
@@ -20,23 +20,20 @@ public:
     int make(Stage& stage) override
     {
         if (toFile_)
-            return Embedded::saveDrawing(*stage.database(), stage.drawingFile(), version_).status;
-        return Embedded::saveDrawing(*stage.database(), version_,
-                                     [this](std::string_view text) {
-                                         length_ = text.size();
-                                         return Embedded::FileResult{};
-                                     })
-            .status;
+            return Embedded::saveDrawing(*stage.database(), stage.drawingFile(), version_,
+                                         Embedded::Overwriting::drawings)
+                .status;
+        return Embedded::saveDrawingToBytes(*stage.database(), version_, bytes_).status;
     }
     void expectOutParameters(const Outcome& outcome) const override
     {
-        EXPECT_FALSE(outcome == returning(0) && !toFile_ && length_ == 0) << "nothing was written";
+        EXPECT_FALSE(outcome == returning(0) && !toFile_ && bytes_.empty()) << "nothing was written";
     }
 
 private:
     QeDb::QeDbDwgVersion version_;
     bool toFile_;
-    std::size_t length_ = 0;
+    std::string bytes_;
 };
 
 Scenario saving(const std::string& name, std::function<Setting()> setting, QeDb::QeDbDwgVersion version,
@@ -55,7 +52,7 @@ Scenario saving(const std::string& name, std::function<Setting()> setting, QeDb:
 Setting savedBefore()
 {
     Setting setting = drawingWithGeoData();
-    setting.savedDrawing = "what was saved before";
+    setting.savedDrawing = emptyDrawing().drawing;
     return setting;
 }
 

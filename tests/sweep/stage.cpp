@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "embedded/host/drawing_file.h"
+#include "support/drawing.h"
 #include "support/file_text.h"
 #include "sweep/drawing_contents.h"
 #include "transformation/registry_settings.h"
@@ -48,37 +48,13 @@ std::vector<std::wstring> valuesInRegistry()
     return values;
 }
 
-bool isBlankChain(const Embedded::ObjectImage& object)
-{
-    return object.extendedData.empty();
-}
-
-bool hasXrecordEntry(const Embedded::ObjectImage& object)
-{
-    const auto* const dictionary = std::get_if<Embedded::DictionaryImage>(&object.contents);
-    if (dictionary == nullptr)
-        return false;
-    for (const auto& [key, handle] : dictionary->entries) {
-        if (key == L"ORVEL_CSINDWG_REGAPP")
-            return true;
-    }
-    return false;
-}
-
-bool hasGeoDataText(const Embedded::ObjectImage& object)
-{
-    const auto* const geoData = std::get_if<Embedded::GeoDataImage>(&object.contents);
-    return geoData != nullptr && !geoData->coordinateSystem.empty();
-}
-
 } // namespace
 
 std::string differenceOf(const Stored& left, const Stored& right)
 {
     std::string difference;
     if (!(left.drawing == right.drawing))
-        difference +=
-            Embedded::drawingTextFrom(left.drawing) + "\ndiffers from\n" + Embedded::drawingTextFrom(right.drawing);
+        difference += left.drawing + "\ndiffers from\n" + right.drawing;
     if (left.settingsFile != right.settingsFile)
         difference += "settings file: " + left.settingsFile.value_or("none") + "\ndiffers from\n" +
                       right.settingsFile.value_or("none");
@@ -92,7 +68,7 @@ std::string differenceOf(const Stored& left, const Stored& right)
 
 bool haveSameContents(const Stored& left, const Stored& right)
 {
-    return contentsOf(left.drawing) == contentsOf(right.drawing) && left.settingsFile == right.settingsFile &&
+    return objectsByWay(left.drawing) == objectsByWay(right.drawing) && left.settingsFile == right.settingsFile &&
            left.registryValues == right.registryValues &&
            left.savedDrawing.has_value() == right.savedDrawing.has_value();
 }
@@ -102,7 +78,7 @@ Stage::Stage(const Setting& setting, const TemporaryFolder& folder)
       drawingFile_(folder.path() / "drawing.qedb"),
       hasReactor_(setting.hasReactor),
       userFolder_("VORLEN_USER_DICTIONARY_PATH", folder.path().string()),
-      document_(Embedded::databaseFrom(setting.drawing)),
+      document_(loadedFromMemory(setting.drawing)),
       reactor_(setting.veto)
 {
     putFile(settingsFile(), setting.settingsFile);
@@ -128,18 +104,16 @@ Stage::~Stage()
 
 Stored Stage::stored() const
 {
-    return {Embedded::imageOf(*database()), bytesOf(settingsFile()),
+    return {contentsOf(*database()), bytesOf(settingsFile()),
             registry_ ? valuesInRegistry() : std::vector<std::wstring>(), bytesOf(drawingFile_)};
 }
 
 bool Stage::hasNoSystem() const
 {
-    const Embedded::DrawingImage image = Embedded::imageOf(*database());
-    for (const Embedded::ObjectImage& object : image.objects) {
-        if (!isBlankChain(object) || hasXrecordEntry(object) || hasGeoDataText(object))
-            return false;
-    }
-    return true;
+    const std::string contents = contentsOf(*database());
+    const auto has = [&](const char* part) { return timesIn(contents, part) > 0; };
+    const bool hasGeoDataText = has("  coordinate system ") && !has("  coordinate system \"\"");
+    return !has("  extended data of ") && !has("  entry \"ORVEL_CSINDWG_REGAPP\"") && !hasGeoDataText;
 }
 
 void Stage::putRegistryValues(const std::vector<std::wstring>& values) const

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "embedded/host/drawing_image.h"
 #include "embedded/host/foreign_document_lock.h"
 #include "support/scoped_document.h"
 #include "support/scoped_registry.h"
@@ -17,7 +16,7 @@ namespace Tests {
 
 /// What a stage begins with; made once for all points of a scenario.
 struct Setting {
-    Embedded::DrawingImage drawing;
+    std::string drawing;                       // a file in memory
     std::optional<std::string> settingsFile{}; // its bytes
     std::vector<std::wstring> registryValues{};
     std::optional<std::string> savedDrawing{}; // the bytes of the file that is saved over
@@ -29,7 +28,7 @@ struct Setting {
 
 /// All that a call may change, as values to compare.
 struct Stored {
-    Embedded::DrawingImage drawing;
+    std::string drawing; // its contents
     std::optional<std::string> settingsFile;
     std::vector<std::wstring> registryValues;
     std::optional<std::string> savedDrawing;

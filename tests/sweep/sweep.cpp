@@ -95,8 +95,8 @@ std::vector<FaultPlace> Sweep::placesOf(FaultKind kind)
 // made when a copy throws.
 bool Sweep::hostMayRunShort() const
 {
-    const auto hasExtendedData = [](const Embedded::ObjectImage& object) { return !object.extendedData.empty(); };
-    return scenario_.survivesHostShortage && std::ranges::none_of(setting_.drawing.objects, hasExtendedData);
+    const std::string contents = contentsOf(*loadedFromMemory(setting_.drawing));
+    return scenario_.survivesHostShortage && timesIn(contents, "  extended data of ") == 0;
 }
 
 std::vector<FaultPlace> Sweep::placesToThrow() const

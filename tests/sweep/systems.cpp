@@ -9,7 +9,7 @@ namespace {
 
 Setting holding(const Drawing& drawing)
 {
-    return {.drawing = drawing.image()};
+    return {.drawing = savedInMemory(*drawing.database())};
 }
 
 } // namespace

@@ -22,9 +22,9 @@ protected:
 
 TEST_F(DrawingConfig, WithoutOne_ReadsAsNothingAndMakesNothing)
 {
-    const auto before = image();
+    const auto before = contents();
     EXPECT_EQ(read(), kNothingRead);
-    EXPECT_EQ(image(), before);
+    EXPECT_EQ(contents(), before);
 }
 
 TEST_F(DrawingConfig, NoText_IsAlwaysTheSameEmptyOne)

@@ -78,12 +78,12 @@ TEST_F(TransformationConfig, OtherTargets_AreNotRead)
 
 TEST_F(TransformationConfig, OtherTargets_AreNotWrittenAndNotifyAllTheSame)
 {
-    const auto before = image();
+    const auto before = contents();
     EXPECT_FALSE(set(one, kUnknownTarget));
     EXPECT_EQ(log, kOneNotice);
     EXPECT_FALSE(Cs::ClearCsTransformationConfig(kUnknownTarget));
     EXPECT_EQ(log.size(), 2U);
-    EXPECT_EQ(image(), before);
+    EXPECT_EQ(contents(), before);
     EXPECT_FALSE(std::filesystem::exists(settingsFile()));
 }
 

@@ -6,10 +6,10 @@
 
 #include "coordsys/orvel_transformation_config.h"
 #include "embedded/foundation/faults.h"
-#include "embedded/host/drawing_image.h"
 #include "storage/host_holders.h"
 #include "storage/resbuf_dictionary.h"
 #include "support/chain.h"
+#include "support/drawing.h"
 #include "support/platform_test.h"
 #include "support/recording_reactor.h"
 #include "support/scoped_document.h"
@@ -54,7 +54,7 @@ protected:
     RecordingReactor reactor{log};
 
     std::filesystem::path settingsFile() const { return folder.path() / "TransformationSetting.xml"; }
-    Embedded::DrawingImage image() const { return Embedded::imageOf(*document.database()); }
+    std::string contents() const { return contentsOf(*document.database()); }
 
     /// Runs a reader with an out-parameter that was set before, and gives back what it handed out.
     template <class Reader>

@@ -42,7 +42,7 @@ ChangeReport changeOne(const std::string& file, const ChangeOptions& options, co
 {
     ChangeReport report;
     report.file = file;
-    OpenDrawing drawing(file);
+    OpenDrawing drawing(file, Embedded::DrawingAccess::changing, output);
     if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
         fail(report, loaded);
         return report;
@@ -50,7 +50,9 @@ ChangeReport changeOne(const std::string& file, const ChangeOptions& options, co
     RecordingReactor reactor(vetoesOf(options));
     const Qeapp::ErrorStatus result = change.apply(drawing.database(), report.status);
     report.events = reactor.events();
-    if (result != Qeapp::eOk)
+    if (const Embedded::FileResult failure = drawing.loadingFailure(); failure.status != Qeapp::eOk)
+        fail(report, failure);
+    else if (result != Qeapp::eOk)
         fail(report, result, change);
     else if (const Embedded::FileResult saved = drawing.save(output); saved.status != Qeapp::eOk)
         fail(report, saved);

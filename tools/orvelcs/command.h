@@ -56,6 +56,8 @@ Command declareClear(CLI::App& program);
 Command declareShow(CLI::App& program);
 Command declareForms(CLI::App& program);
 Command declareConvert(CLI::App& program);
+Command declareCheck(CLI::App& program);
+Command declareDump(CLI::App& program);
 std::vector<Command> declareCatalog(CLI::App& program);
 Command declareEncode(CLI::App& program);
 Command declareDecode(CLI::App& program);

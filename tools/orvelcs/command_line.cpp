@@ -87,8 +87,8 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
                      "Exit status: 0 done, 1 failed or refused, 2 wrong usage, 3 nothing found.");
     program_->require_subcommand(1);
 
-    commands_ = {declareNew(*program_),  declareAssign(*program_), declareClear(*program_),
-                 declareShow(*program_), declareForms(*program_),  declareConvert(*program_)};
+    commands_ = {declareNew(*program_),   declareAssign(*program_),  declareClear(*program_), declareShow(*program_),
+                 declareForms(*program_), declareConvert(*program_), declareCheck(*program_), declareDump(*program_)};
     std::ranges::move(declareCatalog(*program_), std::back_inserter(commands_));
     commands_.push_back(declareEncode(*program_));
     commands_.push_back(declareDecode(*program_));

@@ -59,7 +59,7 @@ ExitStatus report(const ConfigTarget& target, const ConfigChange& change, const 
 ExitStatus runGet(const ConfigOptions& options, Output& output)
 {
     checkConfigTarget(options.target, false, output);
-    const std::optional<std::wstring> text = readConfig(options.target);
+    const std::optional<std::wstring> text = readConfig(options.target, output);
     if (output.json())
         output.document(text ? Json({{"text", jsonText(text)}}) : Json(nullptr));
     else if (text)
@@ -76,8 +76,10 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
         throw wrongUsage(kStandardStream, "cannot be both the text and the drawing");
     const std::wstring text = textOf(options.textFile);
     const auto lock = lockFor(options.target, output);
-    const ExitStatus status =
-        report(options.target, writeConfig(options.target, text, output), "configuration stored", output);
+    const ExitStatus status = report(options.target,
+                                     writeConfig(
+                                         options.target, [&](const StoredConfig&) { return text; }, output),
+                                     "configuration stored", output);
     if (status == ExitStatus::done && options.target.user && !tailOf(text).empty())
         output.note(options.target.subject(), "what follows the last </Item> is not kept there");
     return status;
@@ -87,7 +89,7 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
 void noteSettingsFile(const ConfigTarget& target, Output& output)
 {
     try {
-        if (readConfig(target))
+        if (readConfig(target, output))
             output.note(settingsFileName(), "the settings file stays as it is and goes on answering");
     } catch (const Failure& failure) {
         output.note(failure.subject(), failure.what());
@@ -135,10 +137,11 @@ ExitStatus runAdd(const ConfigOptions& options, Output& output)
     if (options.target.drawing == kStandardStream)
         throw wrongUsage("--drawing", "a drawing from standard input is read once; name a file");
     const auto lock = lockFor(options.target, output);
-    const std::wstring stored = readConfig(options.target).value_or(std::wstring());
     noteDoubtfulName(item, output);
-    return report(options.target, writeConfig(options.target, withElement(stored, element), output), "item added",
-                  output);
+    const ConfigEdit edit = [&](const StoredConfig& stored) {
+        return withElement(stored().value_or(std::wstring()), element);
+    };
+    return report(options.target, writeConfig(options.target, edit, output), "item added", output);
 }
 
 using Run = ExitStatus (*)(const ConfigOptions&, Output&);

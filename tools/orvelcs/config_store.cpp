@@ -21,12 +21,19 @@ namespace {
 
 constexpr const char* kRegistryStore = "registry store";
 
-std::optional<std::wstring> readDrawing(const std::string& file)
+std::optional<std::wstring> readOpenDrawing(const std::string& file, const OpenDrawing& drawing)
 {
-    OpenDrawing drawing(file);
+    auto text = copyModuleText(
+        [](wchar_t*& out) { return CoordinateSystem::GetCsTransformationConfig(out, ConfigTargetType::Drawing); });
+    require(file, drawing.loadingFailure());
+    return text;
+}
+
+std::optional<std::wstring> readDrawing(const std::string& file, const Output& output)
+{
+    OpenDrawing drawing(file, Embedded::DrawingAccess::reading, output);
     require(file, drawing.load());
-    return copyModuleText(
-        [](wchar_t*& text) { return CoordinateSystem::GetCsTransformationConfig(text, ConfigTargetType::Drawing); });
+    return readOpenDrawing(file, drawing);
 }
 
 void checkRegistry()
@@ -58,12 +65,18 @@ ConfigChange callModule(const ModuleCall& call, ConfigTargetType target)
     return change;
 }
 
-ConfigChange changeDrawing(const std::string& file, const ModuleCall& call, Output& output)
+/// `prepare` is called with the stored text before the call.
+ConfigChange changeDrawing(const std::string& file, const std::function<void(const StoredConfig&)>& prepare,
+                           const ModuleCall& call, Output& output)
 {
-    OpenDrawing drawing(file);
+    OpenDrawing drawing(file, Embedded::DrawingAccess::changing, output);
     require(file, drawing.load());
+    prepare([&] { return readOpenDrawing(file, drawing); });
     ConfigChange change = callModule(call, ConfigTargetType::Drawing);
-    if (!change.result) {
+    if (const Embedded::FileResult failure = drawing.loadingFailure(); failure.status != Qeapp::eOk) {
+        change.result = false;
+        change.error = describe(file, failure);
+    } else if (!change.result) {
         change.error = "the module could not store the configuration";
     } else if (const Embedded::FileResult saved = drawing.save(output); saved.status != Qeapp::eOk) {
         change.result = false;
@@ -99,10 +112,10 @@ void checkConfigTarget(const ConfigTarget& target, bool drawingIsPrinted, const 
         checkFileNames({target.drawing}, drawingIsPrinted, output);
 }
 
-std::optional<std::wstring> readConfig(const ConfigTarget& target)
+std::optional<std::wstring> readConfig(const ConfigTarget& target, const Output& output)
 {
     if (target.isDrawing())
-        return readDrawing(target.drawing);
+        return readDrawing(target.drawing, output);
     return target.registryStore ? readRegistryStore() : readSettingsFile();
 }
 
@@ -111,14 +124,17 @@ void checkUserConfig()
     static_cast<void>(readSettingsFile()); // it throws
 }
 
-ConfigChange writeConfig(const ConfigTarget& target, const std::wstring& text, Output& output)
+ConfigChange writeConfig(const ConfigTarget& target, const ConfigEdit& edit, Output& output)
 {
     const LoadedModule module;
+    std::wstring text;
     const ModuleCall call = [&](ConfigTargetType type) {
         return CoordinateSystem::SetCsTransformationConfig(text.c_str(), type);
     };
     if (target.isDrawing())
-        return changeDrawing(target.drawing, call, output);
+        return changeDrawing(
+            target.drawing, [&](const StoredConfig& stored) { text = edit(stored); }, call, output);
+    text = edit(readSettingsFile);
     ConfigChange change;
     const auto error = replaceSettingsFile(text, [&] {
         change = callModule(call, ConfigTargetType::User);
@@ -136,7 +152,8 @@ ConfigChange clearConfig(const ConfigTarget& target, Output& output)
     const LoadedModule module;
     const ModuleCall call = CoordinateSystem::ClearCsTransformationConfig;
     if (target.isDrawing())
-        return changeDrawing(target.drawing, call, output);
+        return changeDrawing(
+            target.drawing, [](const StoredConfig&) {}, call, output);
     ConfigChange change = callModule(call, ConfigTargetType::User);
     if (!change.result) {
         const std::string fault = Embedded::checkRegistryFile();

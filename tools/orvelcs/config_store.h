@@ -1,6 +1,7 @@
 // The places in which a transformation configuration is kept, as the program reads and changes them.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,7 +31,7 @@ void checkConfigTarget(const ConfigTarget& target, bool drawingIsPrinted, const 
 
 /// The stored text; nothing where there is none. Nothing is made by asking. Throws Failure for a store that cannot be
 /// read, or whose text is not what the module would read from it.
-std::optional<std::wstring> readConfig(const ConfigTarget& target);
+std::optional<std::wstring> readConfig(const ConfigTarget& target, const Output& output);
 /// Throws Failure for a settings file of the user's that is there and cannot be read. To the module it is absent.
 void checkUserConfig();
 
@@ -41,9 +42,14 @@ struct ConfigChange {
     std::string error; // empty: it was done
 };
 
+/// Asks for the stored text, as readConfig does.
+using StoredConfig = std::function<std::optional<std::wstring>()>;
+/// Makes the new text, while nobody else changes the stored one.
+using ConfigEdit = std::function<std::wstring(const StoredConfig& stored)>;
+
 /// Replaces the drawing's or the user's text, and saves the drawing. Throws Failure for a drawing that cannot be
 /// loaded, and for a settings file that is a folder, a device or a pipe.
-ConfigChange writeConfig(const ConfigTarget& target, const std::wstring& text, Output& output);
+ConfigChange writeConfig(const ConfigTarget& target, const ConfigEdit& edit, Output& output);
 /// The module's clearing: the drawing's text becomes empty; for the user the registry's store does.
 ConfigChange clearConfig(const ConfigTarget& target, Output& output);
 

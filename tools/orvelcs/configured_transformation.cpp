@@ -46,18 +46,21 @@ void requireAnswerForOpposite(const std::wstring& source, const std::wstring& ta
 
 std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std::wstring& source,
                                                                       const std::wstring& target,
-                                                                      const std::optional<std::string>& drawing)
+                                                                      const std::optional<std::string>& drawing,
+                                                                      const Output& output)
 {
     const LoadedModule module;
     std::optional<OpenDrawing> current;
     if (drawing) {
-        current.emplace(*drawing);
+        current.emplace(*drawing, Embedded::DrawingAccess::reading, output);
         require(*drawing, current->load());
     }
     if (!drawing || !drawingAnswers(source, target))
         checkUserConfig();
     Info info;
     info.reset(CoordinateSystem::GetCsConfiguredTransformationInfo(source.c_str(), target.c_str()));
+    if (drawing)
+        require(*drawing, current->loadingFailure());
     if (!info) {
         requireAnswerForOpposite(source, target);
         return std::nullopt;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "embedded/spatial_reference/coordinate_operations.h"
+#include "orvelcs/output.h"
 
 namespace Orvelcs {
 
@@ -12,6 +13,7 @@ namespace Orvelcs {
 /// Failure for a settings file of the user's that would be asked and cannot be read.
 std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std::wstring& source,
                                                                       const std::wstring& target,
-                                                                      const std::optional<std::string>& drawing);
+                                                                      const std::optional<std::string>& drawing,
+                                                                      const Output& output);
 
 } // namespace Orvelcs

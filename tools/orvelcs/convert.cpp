@@ -5,6 +5,7 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/foundation/text.h"
+#include "embedded/foundation/utf8_path.h"
 #include "embedded/spatial_reference/catalog.h"
 #include "orvelcs/change.h"
 #include "orvelcs/standard_streams.h"
@@ -22,9 +23,14 @@ struct ConvertOptions {
     std::string version;
     std::string target;
     CLI::Option* targetOption = nullptr;
+    bool force = false;
     ChangeOptions change; // its files are where the drawing goes
 
     bool isReplaced() const { return targetOption->count() == 0; }
+    Embedded::DrawingAccess access() const
+    {
+        return isReplaced() ? Embedded::DrawingAccess::changing : Embedded::DrawingAccess::reading;
+    }
 };
 
 struct ConvertReport {
@@ -57,19 +63,19 @@ std::string conversionReason(QeDbDatabase* database, Qeapp::ErrorStatus failure)
 void failSave(ConvertReport& report, const ConvertOptions& options, OpenDrawing& drawing,
               const Embedded::FileResult& saved)
 {
-    const bool isWriting = saved.status == Qeapp::eFileWriteFailed;
     const std::string& target = options.change.files.front();
+    const bool isOfTarget = saved.message.starts_with(Embedded::displayName(Embedded::pathFromUtf8(target)) + ": ");
     report.result = saved.status;
-    report.subject = isWriting ? target : options.file;
-    report.error = describe(target, saved);
-    if (!isWriting)
+    report.subject = isOfTarget ? target : options.file;
+    report.error = saved.status == Qeapp::eFileExists ? kExists : describe(report.subject, saved);
+    if (!isOfTarget)
         report.error += conversionReason(drawing.database(), saved.status);
 }
 
 ConvertReport convertDrawing(const ConvertOptions& options, int version, Output& output)
 {
     ConvertReport report;
-    OpenDrawing drawing(options.file);
+    OpenDrawing drawing(options.file, options.access(), output);
     if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
         report.result = loaded.status;
         report.subject = options.file;
@@ -77,8 +83,9 @@ ConvertReport convertDrawing(const ConvertOptions& options, int version, Output&
         return report;
     }
     const RecordingReactor reactor(vetoesOf(options.change));
-    const Embedded::FileResult saved = saveDrawing(*drawing.database(), options.change.files.front(),
-                                                   static_cast<QeDb::QeDbDwgVersion>(version), output);
+    const Embedded::FileResult saved =
+        saveDrawing(*drawing.database(), options.change.files.front(), static_cast<QeDb::QeDbDwgVersion>(version),
+                    options.force ? Embedded::Overwriting::drawings : Embedded::Overwriting::refused, output);
     report.events = reactor.events();
     if (saved.status == Qeapp::eOk)
         report.version = version;
@@ -138,7 +145,8 @@ Command declareConvert(CLI::App& program)
     addArgument(*app, "FILE", options->file, "the drawing; - is standard input, and the result is printed")->required();
     addArgument(*app, "--to N", options->version, "the drawing version, 21 to 33")->required();
     options->targetOption = addArgument(*app, "-o,--output OUT", options->target,
-                                        "write there, over what exists, and leave FILE alone; - prints the drawing");
+                                        "write there, and leave FILE alone; - prints the drawing");
+    app->add_flag("--force", options->force, "overwrite a drawing that exists as OUT");
     addChangeOptions(*app, options->change);
     return {app, [options](Output& output) { return runConvert(*options, output); }};
 }

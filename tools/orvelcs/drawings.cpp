@@ -10,19 +10,17 @@
 #include "orvelcs/loaded_module.h"
 #include "orvelcs/result_names.h"
 #include "orvelcs/standard_streams.h"
+#include "orvelcs/wait.h"
 
 namespace Orvelcs {
 namespace {
 
+constexpr std::size_t kMostBytesInMemory = std::size_t{1} << 30; // of a drawing on standard input
+
 Embedded::FileResult loadFromStandardInput(std::unique_ptr<QeDbDatabase>& database)
 {
     try {
-        Embedded::DrawingImage image;
-        const std::string text = readWhole(kStandardStream, Embedded::kLargestDrawingFileInBytes);
-        Embedded::FileResult result = Embedded::drawingImageFrom(text, image);
-        if (result.status == Qeapp::eOk)
-            database = Embedded::databaseFrom(image);
-        return result;
+        return Embedded::loadDrawingFromBytes(readWhole(kStandardStream, kMostBytesInMemory), database);
     } catch (const Failure& failure) {
         return {Qeapp::eFileDamaged, failure.what()};
     }
@@ -32,6 +30,8 @@ Embedded::FileResult loadFromStandardInput(std::unique_ptr<QeDbDatabase>& databa
 
 std::string describe(const std::string& file, const Embedded::FileResult& result)
 {
+    if (result.status == Qeapp::eFileLocked)
+        return fmt::format("{}: {}", resultName(result.status), stillHeldMessage());
     std::string_view message = result.message;
     if (const std::string prefix = Embedded::displayName(Embedded::pathFromUtf8(file)) + ": ";
         message.starts_with(prefix))
@@ -45,6 +45,11 @@ void require(const std::string& file, const Embedded::FileResult& result)
         throw DrawingFailure(file, result);
 }
 
+OpenDrawing::OpenDrawing(std::string file, Embedded::DrawingAccess access, const Output& output)
+    : file_(std::move(file)), access_(access), output_(output)
+{
+}
+
 OpenDrawing::~OpenDrawing()
 {
     if (document_ != nullptr)
@@ -54,9 +59,10 @@ OpenDrawing::~OpenDrawing()
 Embedded::FileResult OpenDrawing::load()
 {
     std::unique_ptr<QeDbDatabase> database;
-    Embedded::FileResult result = file_ == kStandardStream
-                                      ? loadFromStandardInput(database)
-                                      : Embedded::loadDrawing(Embedded::pathFromUtf8(file_), database);
+    Embedded::FileResult result =
+        file_ == kStandardStream
+            ? loadFromStandardInput(database)
+            : Embedded::loadDrawing(Embedded::pathFromUtf8(file_), database, access_, waitFor(file_, output_));
     if (result.status == Qeapp::eOk)
         document_ = Embedded::openDocument(std::move(database));
     return result;
@@ -64,18 +70,20 @@ Embedded::FileResult OpenDrawing::load()
 
 Embedded::FileResult OpenDrawing::save(Output& output)
 {
-    return saveDrawing(*database(), file_, database()->drawingVersion(), output);
+    return saveDrawing(*database(), file_, database()->drawingVersion(), Embedded::Overwriting::drawings, output);
 }
 
 Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file, QeDb::QeDbDwgVersion version,
-                                 Output& output)
+                                 Embedded::Overwriting overwriting, Output& output)
 {
     if (file != kStandardStream)
-        return Embedded::saveDrawing(database, Embedded::pathFromUtf8(file), version);
-    return Embedded::saveDrawing(database, version, [&](std::string_view text) {
-        output.write(text); // what comes of it is told when the program ends
-        return Embedded::FileResult();
-    });
+        return Embedded::saveDrawing(database, Embedded::pathFromUtf8(file), version, overwriting,
+                                     waitFor(file, output));
+    std::string bytes;
+    Embedded::FileResult result = Embedded::saveDrawingToBytes(database, version, bytes);
+    if (result.status == Qeapp::eOk)
+        output.write(bytes); // what comes of it is told when the program ends
+    return result;
 }
 
 ExitStatus forEachDrawing(const std::vector<std::string>& files, Output& output,

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/host/drawing_file.h"
+#include "embedded/host/drawing_file/drawing_file.h"
 #include "orvelcs/failure.h"
 #include "orvelcs/output.h"
 #include "platform/host.h"
@@ -31,11 +31,15 @@ private:
 /// Throws DrawingFailure unless the result is eOk.
 void require(const std::string& file, const Embedded::FileResult& result);
 
+/// What is said of a file that is there already.
+inline constexpr const char* kExists = "exists; --force overwrites it";
+
 /// A drawing that is the host's current document for the length of a scope. "-" is standard input, and standard output
 /// when it is saved.
 class OpenDrawing {
 public:
-    explicit OpenDrawing(std::string file) : file_(std::move(file)) {}
+    /// `output` shows that it waits for another process, and must outlive it.
+    OpenDrawing(std::string file, Embedded::DrawingAccess access, const Output& output);
     OpenDrawing(const OpenDrawing&) = delete;
     OpenDrawing& operator=(const OpenDrawing&) = delete;
     ~OpenDrawing();
@@ -44,17 +48,24 @@ public:
     /// To where it came from, in the version that it has.
     [[nodiscard]] Embedded::FileResult save(Output& output);
 
+    /// What of the drawing could not be read since it was loaded. The module's answers do not tell it from what is
+    /// absent.
+    [[nodiscard]] Embedded::FileResult loadingFailure() const { return Embedded::loadingFailure(*database()); }
+
     QeDbDatabase* database() const { return document_->database(); }
     int version() const { return database()->drawingVersion(); }
 
 private:
     std::string file_;
+    Embedded::DrawingAccess access_;
+    const Output& output_;
     QeApDocument* document_ = nullptr;
 };
 
 /// Saves in a drawing version into a file, or prints what would stand there for "-".
 [[nodiscard]] Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file,
-                                               QeDb::QeDbDwgVersion version, Output& output);
+                                               QeDb::QeDbDwgVersion version, Embedded::Overwriting overwriting,
+                                               Output& output);
 
 /// What became of one drawing of a batch, and its part of the JSON document.
 struct DrawingOutcome {

@@ -4,9 +4,9 @@
 #include <fmt/format.h>
 
 #include "coordsys/orvel_coordinate_system.h"
+#include "embedded/foundation/atomic_file.h"
 #include "embedded/foundation/text.h"
 #include "embedded/foundation/utf8_path.h"
-#include "embedded/host/atomic_file.h"
 #include "orvelcs/catalog_system.h"
 #include "orvelcs/command.h"
 #include "orvelcs/drawings.h"
@@ -49,9 +49,8 @@ void putBlock(const EncodeOptions& options, const std::string& block, Output& ou
 {
     if (options.isPrinted())
         return output.write(block);
-    const Embedded::FileResult written = Embedded::writeFileAtomically(Embedded::pathFromUtf8(options.target), block);
-    if (written.status != Qeapp::eOk)
-        throw DrawingFailure(options.target, written);
+    if (const auto failure = Embedded::replaceFile(Embedded::pathFromUtf8(options.target), block))
+        throw DrawingFailure(options.target, {Qeapp::eFileWriteFailed, failure->message});
     output.confirm(options.target,
                    fmt::format("{} for drawing version {}, {} bytes", options.code, options.version, block.size()));
 }

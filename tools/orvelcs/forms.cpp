@@ -108,13 +108,15 @@ void putForms(OpenDrawing& drawing, const FormsOptions& options, const std::vect
 // A half-done change dies with the open drawing; the file is written only when all of it went well.
 void showForms(const FormsOptions& options, const std::vector<FormValue>& values, Output& output)
 {
-    OpenDrawing drawing(options.file);
+    const auto access = values.empty() ? Embedded::DrawingAccess::reading : Embedded::DrawingAccess::changing;
+    OpenDrawing drawing(options.file, access, output);
     require(options.file, drawing.load());
     if (!values.empty())
         putForms(drawing, options, values, output);
     if (!values.empty() && options.file == kStandardStream)
         return;
     const StoredForms forms = readStoredForms(drawing.database());
+    require(options.file, drawing.loadingFailure());
     if (const auto& record = forms.definitionXrecord; record && !record->readable)
         output.note(options.file,
                     fmt::format("definition xrecord of layout {}: not readable by the module", record->layout));

@@ -3,9 +3,6 @@
 
 #include <fmt/format.h>
 
-#include "embedded/foundation/atomic_file.h"
-#include "embedded/foundation/file_look_up.h"
-#include "embedded/foundation/utf8_path.h"
 #include "orvelcs/command.h"
 #include "orvelcs/drawings.h"
 #include "orvelcs/standard_streams.h"
@@ -20,33 +17,17 @@ struct NewOptions {
 };
 
 struct NewReport {
-    std::optional<int> result; // none when the host was not asked
+    std::optional<int> result; // none for a file that exists
     std::string error;         // empty: it was made
 };
 
-bool exists(const std::string& file)
-{
-    // What cannot be looked at cannot be written either, and the save says why.
-    return file != kStandardStream &&
-           Embedded::lookUpFile(Embedded::pathFromUtf8(file)).kind != Embedded::FileKind::nothing;
-}
-
-/// Gives back the file that an interrupted save has put aside: it exists all the same.
-Embedded::FileResult recover(const std::string& file)
-{
-    const auto failure =
-        file != kStandardStream ? Embedded::recoverReplacedFile(Embedded::pathFromUtf8(file)) : std::nullopt;
-    return failure ? Embedded::FileResult{Qeapp::eFileWriteFailed, failure->message} : Embedded::FileResult();
-}
-
 NewReport makeDrawing(const std::string& file, int version, bool force, Output& output)
 {
-    if (const Embedded::FileResult recovered = recover(file); recovered.status != Qeapp::eOk)
-        return {recovered.status, describe(file, recovered)};
-    if (!force && exists(file))
-        return {std::nullopt, "exists; --force overwrites it"};
     QeDbDatabase database(static_cast<QeDb::QeDbDwgVersion>(version));
-    const Embedded::FileResult saved = saveDrawing(database, file, database.drawingVersion(), output);
+    const auto overwriting = force ? Embedded::Overwriting::noDatabase : Embedded::Overwriting::refused;
+    const Embedded::FileResult saved = saveDrawing(database, file, database.drawingVersion(), overwriting, output);
+    if (saved.status == Qeapp::eFileExists)
+        return {std::nullopt, kExists};
     return {saved.status, saved.status == Qeapp::eOk ? "" : describe(file, saved)};
 }
 
@@ -82,7 +63,7 @@ Command declareNew(CLI::App& program)
     CLI::App* app = addCommand(program, {"new", "Make empty drawings", {"new [OPTIONS] FILE..."}, ""});
     addArguments(*app, "FILE", options->files, "the drawings to make; - prints one")->required();
     addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33 (33)");
-    app->add_flag("--force", options->force, "overwrite what exists");
+    app->add_flag("--force", options->force, "overwrite what exists, unless it is the database of another application");
     return {app, [options](Output& output) { return runNew(*options, output); }};
 }
 

@@ -97,8 +97,6 @@ std::optional<std::wstring> readSettingsFile()
     const std::filesystem::path file = settingsFile();
     if (file.empty())
         return std::nullopt;
-    if (const auto failure = Embedded::recoverReplacedFile(file))
-        throw Failure(file.string(), reasonFor(file, *failure));
     checkPlace(file);
     if (!std::filesystem::exists(file))
         return std::nullopt;

@@ -99,11 +99,11 @@ void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
         report.system.wkt = wktOf(*system.get());
 }
 
-ShowReport readDrawing(const std::string& file, bool wantsWkt)
+ShowReport readDrawing(const std::string& file, bool wantsWkt, const Output& output)
 {
     ShowReport report;
     report.file = file;
-    OpenDrawing drawing(file);
+    OpenDrawing drawing(file, Embedded::DrawingAccess::reading, output);
     if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
         fail(report, loaded.status, describe(file, loaded));
         return report;
@@ -111,6 +111,8 @@ ShowReport readDrawing(const std::string& file, bool wantsWkt)
     report.drawingVersion = drawing.version();
     try {
         readSystem(report, drawing.database(), wantsWkt);
+        if (const Embedded::FileResult failure = drawing.loadingFailure(); failure.status != Qeapp::eOk)
+            fail(report, failure.status, describe(file, failure));
     } catch (const Failure& failure) {
         report.status = failure.status();
         report.error = fmt::format("{}: {}", failure.subject(), failure.what());
@@ -156,7 +158,7 @@ ExitStatus runShow(const ShowOptions& options, Output& output)
 {
     checkFileNames(options.files, false, output);
     return forEachDrawing(options.files, output, [&](const std::string& file) {
-        const ShowReport report = readDrawing(file, options.wkt);
+        const ShowReport report = readDrawing(file, options.wkt, output);
         if (!output.json())
             print(report, output);
         if (!report.note.empty())

@@ -117,7 +117,7 @@ PointTask taskFor(const TransformOptions& options, const Output& output)
     const auto drawing = options.drawingOption->count() > 0 ? std::optional(options.drawing) : std::nullopt;
     if (drawing == kStandardStream)
         throw wrongUsage("--drawing", "standard input holds the points");
-    const auto configured = configuredTransformation(source, target, drawing);
+    const auto configured = configuredTransformation(source, target, drawing, output);
     Embedded::TransformerResult result = Embedded::makeTransformer(source, target, configured);
     if (result.refusal)
         throw failureOf(*result.refusal, ExitStatus::failed);

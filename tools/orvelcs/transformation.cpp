@@ -51,7 +51,7 @@ ExitStatus reportConfigured(const TransformationOptions& options, Output& output
     const std::wstring source = wideArgument("SRC", options.source);
     const std::wstring target = wideArgument("DST", options.target);
     const auto drawing = options.drawingOption->count() > 0 ? std::optional(options.drawing) : std::nullopt;
-    const auto configured = configuredTransformation(source, target, drawing);
+    const auto configured = configuredTransformation(source, target, drawing, output);
     if (!configured)
         throw Failure(options.source + " to " + options.target,
                       "no transformation is configured" + unknownCodesClause({source, target}),

@@ -5,7 +5,7 @@
 
 #include <CLI/App.hpp>
 
-#include "embedded/foundation/sqlite.h"
+#include "embedded/foundation/sql_wait.h"
 #include "orvelcs/output.h"
 
 namespace Orvelcs {

@@ -52,15 +52,6 @@ std::optional<struct stat> originalAt(const fs::path& target)
     return original;
 }
 
-/// So that the new name outlasts a loss of power. The new file is in place by now, and a failure that was reported
-/// would be taken for the old one being there still.
-void flushFolder(const fs::path& folder)
-{
-    const FileDescriptor opened(retried([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
-    if (opened.get() >= 0)
-        static_cast<void>(retried([&] { return ::fsync(opened.get()); })); // see above
-}
-
 void replace(const fs::path& target, std::string_view text)
 {
     const std::optional<struct stat> original = originalAt(target);
@@ -87,11 +78,6 @@ std::optional<ReplacementFailure> replaceFile(const fs::path& file, std::string_
                                   displayName(file) +
                                       ": cannot be written: " + std::generic_category().message(failure.error)};
     }
-}
-
-std::optional<ReplacementFailure> recoverReplacedFile(const fs::path& /*file*/)
-{
-    return std::nullopt;
 }
 
 } // namespace Embedded

@@ -86,6 +86,14 @@ void removeIfAbandoned(const fs::path& name)
 
 } // namespace
 
+// The new file is in place by now, and a failure that was reported would be taken for the old one being there still.
+void flushFolder(const fs::path& folder)
+{
+    const FileDescriptor opened(retried([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+    if (opened.get() >= 0)
+        static_cast<void>(retried([&] { return ::fsync(opened.get()); })); // see above
+}
+
 TemporaryFile::TemporaryFile(const fs::path& folder, mode_t mode)
 {
     strike("writeFileAtomically.open", EACCES);
@@ -154,6 +162,17 @@ void TemporaryFile::renameTo(const fs::path& target)
     if (::rename(name_.c_str(), target.c_str()) != 0)
         throw WriteFailure{errno};
     name_.clear();
+}
+
+bool TemporaryFile::renameToNew(const fs::path& target)
+{
+    if (::link(name_.c_str(), target.c_str()) != 0) {
+        if (errno == EEXIST)
+            return false;
+        throw WriteFailure{errno};
+    }
+    removeUnderItsName();
+    return true;
 }
 
 void TemporaryFile::removeAbandoned(const fs::path& folder)

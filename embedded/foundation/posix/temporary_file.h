@@ -29,6 +29,9 @@ public:
     void write(std::string_view text);
     void flush();
     void renameTo(const std::filesystem::path& target);
+    /// False for a target that exists.
+    bool renameToNew(const std::filesystem::path& target);
+    const std::filesystem::path& name() const { return name_; }
 
     /// Removes from the folder what killed processes of this user have left there. What cannot be removed stays.
     static void removeAbandoned(const std::filesystem::path& folder);
@@ -39,5 +42,8 @@ private:
     FileDescriptor descriptor_;
     std::filesystem::path name_;
 };
+
+/// So that a new name in the folder outlasts a loss of power.
+void flushFolder(const std::filesystem::path& folder);
 
 } // namespace Embedded

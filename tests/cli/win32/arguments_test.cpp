@@ -32,7 +32,7 @@ TEST_F(Arguments, NameOfADevice_IsNoDrawing)
 {
     expectResult(run({"show", "NUL"}), 1, "", "orvelcs: show: NUL: eFileDamaged (51): is not a regular file\n");
     expectResult(run({"new", "--force", "NUL"}), 1, "",
-                 "orvelcs: new: NUL: eFileWriteFailed (54): cannot be written: Invalid argument\n");
+                 "orvelcs: new: NUL: eFileWriteFailed (54): is not a regular file\n");
 }
 
 TEST_F(Arguments, BackslashesInAFileName_AreFolders)

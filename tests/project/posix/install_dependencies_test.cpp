@@ -44,8 +44,9 @@ protected:
     void givenDemoPackagesBut(const std::string& left)
     {
         std::ofstream list(folder_ / "installed");
-        for (const char* package : {"g++", "cmake", "ninja-build", "make", "libproj-dev", "proj-data", "libsqlite3-dev",
-                                    "nlohmann-json3-dev", "libcli11-dev", "libfmt-dev", "libutfcpp-dev"})
+        for (const char* package :
+             {"g++", "cmake", "ninja-build", "make", "libproj-dev", "proj-data", "libsqlite3-dev", "libsqlitecpp-dev",
+              "libxxhash-dev", "nlohmann-json3-dev", "libcli11-dev", "libfmt-dev", "libutfcpp-dev"})
             if (package != left)
                 list << package << "\n";
     }

@@ -27,7 +27,7 @@ namespace fs = std::filesystem;
 class AbandonedSave : public PlatformTest {
 protected:
     void put(const std::string& name) const { std::ofstream(folder.path() / name) << "left behind"; }
-    void save() const { EXPECT_FALSE(Embedded::replaceFile(folder.path() / "a.qedb", "new")); }
+    void save() const { EXPECT_FALSE(Embedded::replaceFile(folder.path() / "a.txt", "new")); }
     bool isThere(const std::string& name) const { return fs::exists(fs::symlink_status(folder.path() / name)); }
 
     TemporaryFolder folder;
@@ -39,7 +39,7 @@ TEST_F(AbandonedSave, IsRemovedByTheNextSave)
     put(abandoned);
     put(".saving-4294967295-4294967295.tmp");
     save();
-    EXPECT_EQ(contentsBelow(folder.path()), (FolderContents{{"a.qedb", "new"}}));
+    EXPECT_EQ(contentsBelow(folder.path()), (FolderContents{{"a.txt", "new"}}));
 }
 
 TEST_F(AbandonedSave, OfAProcessOfTheSameNumber_IsNotInTheWay)
@@ -47,7 +47,7 @@ TEST_F(AbandonedSave, OfAProcessOfTheSameNumber_IsNotInTheWay)
     for (int count = 0; count < 150; ++count)
         put(".saving-" + std::to_string(::getpid()) + "-" + std::to_string(count) + ".tmp");
     save();
-    EXPECT_EQ(contentsBelow(folder.path()), (FolderContents{{"a.qedb", "new"}}));
+    EXPECT_EQ(contentsBelow(folder.path()), (FolderContents{{"a.txt", "new"}}));
 }
 
 TEST_F(AbandonedSave, OfAnotherName_Stays)
@@ -90,7 +90,7 @@ TEST_F(AbandonedSave, OfAnotherUser_Stays)
     ASSERT_EQ(::chmod((folder.path() / abandoned).c_str(), 0666), 0);
     const bool isRoot = ::geteuid() == 0;
     EXPECT_EQ(answerAsOrdinaryUser(
-                  [this] { return Embedded::replaceFile(folder.path() / "a.qedb", "new") ? "failed" : "saved"; }),
+                  [this] { return Embedded::replaceFile(folder.path() / "a.txt", "new") ? "failed" : "saved"; }),
               "saved");
     EXPECT_EQ(isThere(abandoned), isRoot); // an ordinary user is the same user still
 }
@@ -103,7 +103,7 @@ TEST_F(AbandonedSave, ThatTurnsOutToBeAnotherOne_Stays)
         std::optional<Embedded::FileDescriptor> writer;
         const WatchedFolder watched(folder.path(),
                                     {Interruption::Way::meanwhile, call, 0, [&] {
-                                         fs::rename(folder.path() / abandoned, folder.path() / "b.qedb");
+                                         fs::rename(folder.path() / abandoned, folder.path() / "b.txt");
                                          put(abandoned);
                                          writer.emplace(::open((folder.path() / abandoned).c_str(), O_WRONLY));
                                          ASSERT_EQ(::flock(writer->get(), LOCK_EX | LOCK_NB), 0);
@@ -131,14 +131,14 @@ TEST_F(AbandonedSave, IsNeverTheSaveOfAnotherProcessThatGoesOn)
         const WatchedFolder watched(folder.path(), {Interruption::Way::meanwhile, call, 0, [this] {
                                                         EXPECT_EQ(answerOfChild([this] {
                                                                       const auto failure = Embedded::replaceFile(
-                                                                          folder.path() / "b.qedb", "other");
+                                                                          folder.path() / "b.txt", "other");
                                                                       return failure ? failure->message : "saved";
                                                                   }),
                                                                   "saved");
                                                     }});
         save();
     }
-    EXPECT_EQ(contentsBelow(folder.path()), (FolderContents{{"a.qedb", "new"}, {"b.qedb", "other"}}));
+    EXPECT_EQ(contentsBelow(folder.path()), (FolderContents{{"a.txt", "new"}, {"b.txt", "other"}}));
 }
 
 } // namespace

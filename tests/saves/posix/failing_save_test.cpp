@@ -100,7 +100,7 @@ TEST_P(FailingSave, AWriteThatTakesNothingIsAFailure)
     EXPECT_GE(refused, 1U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, FailingSave, testing::Values(kNewDrawing, kReplacedDrawing, kLinkedDrawing),
+INSTANTIATE_TEST_SUITE_P(Each, FailingSave, testing::Values(kNewFile, kReplacedFile, kLinkedFile),
                          [](const auto& scenario) { return std::string(scenario.param.name); });
 
 } // namespace

@@ -65,7 +65,7 @@ TEST_P(KilledSave, InTheMiddleOfAWrite_LeavesTheOldOrTheNew)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, KilledSave, testing::Values(kNewDrawing, kReplacedDrawing, kLinkedDrawing),
+INSTANTIATE_TEST_SUITE_P(Each, KilledSave, testing::Values(kNewFile, kReplacedFile, kLinkedFile),
                          [](const auto& scenario) { return std::string(scenario.param.name); });
 
 } // namespace

@@ -66,7 +66,7 @@ TEST_P(PowerLoss, AtAnyMoment_LeavesTheOldOrTheNew)
     EXPECT_EQ(foundAtAnyMoment(calls), (std::set<std::string>{before, after}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, PowerLoss, testing::Values(kNewDrawing, kReplacedDrawing),
+INSTANTIATE_TEST_SUITE_P(Each, PowerLoss, testing::Values(kNewFile, kReplacedFile),
                          [](const auto& scenario) { return std::string(scenario.param.name); });
 
 /// What replaces a file whole, and does not return before that is on the disk.
@@ -82,7 +82,7 @@ TEST_P(PowerLossOfAWholeFile, WithoutTheFlushes_WouldLeaveNeither)
     EXPECT_GT(foundAtAnyMoment(callsWithoutFlushes()).size(), 2U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, PowerLossOfAWholeFile, testing::Values(kNewDrawing, kReplacedDrawing),
+INSTANTIATE_TEST_SUITE_P(Each, PowerLossOfAWholeFile, testing::Values(kNewFile, kReplacedFile),
                          [](const auto& scenario) { return std::string(scenario.param.name); });
 
 } // namespace

@@ -1,4 +1,4 @@
-// What is saved, in a folder of a test's own: the kinds of saves that the tests interrupt.
+// What is replaced, in a folder of a test's own: the kinds of replacements that the tests interrupt.
 #pragma once
 
 #include <filesystem>
@@ -13,8 +13,8 @@ struct SaveScenario {
     void (*prepare)(const std::filesystem::path& folder);
     /// The save. Whether it reported success.
     bool (*save)(const std::filesystem::path& folder);
-    /// What a program finds that opens it, as a text: empty where there is nothing, and with "refused" in front where
-    /// that is not understood.
+    /// What a program finds that reads it, as a text: empty where there is nothing, and with "refused" in front where
+    /// that is not what it has to be.
     std::string (*content)(const std::filesystem::path& folder);
 
     friend std::ostream& operator<<(std::ostream& stream, const SaveScenario& scenario)
@@ -23,9 +23,9 @@ struct SaveScenario {
     }
 };
 
-/// A drawing where there was none, one that replaces an older one, and one that does so where a link leads.
-extern const SaveScenario kNewDrawing;
-extern const SaveScenario kReplacedDrawing;
-extern const SaveScenario kLinkedDrawing;
+/// A file where there was none, one that replaces an older one, and one that does so where a link leads.
+extern const SaveScenario kNewFile;
+extern const SaveScenario kReplacedFile;
+extern const SaveScenario kLinkedFile;
 
 } // namespace Tests

@@ -11,11 +11,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
+#include <optional>
 #include <random>
 #include <stdexcept>
 #include <string>
 
-#include "embedded/host/drawing_file.h"
+#include "embedded/host/drawing_file/drawing_file.h"
 #include "embedded/windows/registry_file.h"
 #include "platform/windows.h"
 #include "support/drawing.h"
@@ -56,11 +58,32 @@ Number numberIn(const std::wstring& text)
     return number;
 }
 
+Drawing& withNumber(Drawing& drawing, Number number)
+{
+    return drawing.withXrecord({{300, textOf(number)}}, L"first").withXrecord({{300, textOf(number)}}, L"second");
+}
+
+/// Changes the drawing that is there, or makes one.
 bool saveDrawing(const fs::path& folder, Number number)
 {
+    const fs::path file = folder / "a.qedb";
+    std::unique_ptr<QeDbDatabase> database = std::make_unique<QeDbDatabase>();
+    if (fs::exists(file) &&
+        Embedded::loadDrawing(file, database, Embedded::DrawingAccess::changing).status != Qeapp::eOk)
+        return false;
+    Drawing drawing(std::move(database));
+    withNumber(drawing, number);
+    return Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg).status == Qeapp::eOk;
+}
+
+/// Writes a drawing over the one that is there.
+bool overwriteDrawing(const fs::path& folder, Number number)
+{
     Drawing drawing;
-    drawing.withGeoData(textOf(number)).withXrecord({{300, textOf(number)}});
-    return Embedded::saveDrawing(*drawing.database(), folder / "a.qedb", QeDb::kCurrentDwg).status == Qeapp::eOk;
+    withNumber(drawing, number);
+    return Embedded::saveDrawing(*drawing.database(), folder / "a.qedb", QeDb::kCurrentDwg,
+                                 Embedded::Overwriting::drawings)
+               .status == Qeapp::eOk;
 }
 
 Number drawingFound(const fs::path& folder)
@@ -69,10 +92,10 @@ Number drawingFound(const fs::path& folder)
     if (const Embedded::FileResult result = Embedded::loadDrawing(folder / "a.qedb", database); !database)
         refuse(result.message);
     const Drawing drawing(std::move(database));
-    const Number number = numberIn(drawing.geoDataText().value_or(L""));
-    if (drawing.xrecord() != Items{{300, textOf(number)}})
+    const std::optional<Items> first = drawing.xrecord(L"first");
+    if (!first || first != drawing.xrecord(L"second"))
         refuse("two numbers in one drawing");
-    return number;
+    return numberIn(std::get<std::wstring>(first->at(0).value));
 }
 
 class RegistryKey {
@@ -197,14 +220,15 @@ Counts killOften(const Saved& saved, int kills, std::mt19937_64& random)
     return counts;
 }
 
-constexpr Saved kDrawing = {"drawings", saveDrawing, drawingFound};
+constexpr Saved kDrawing = {"changed drawings", saveDrawing, drawingFound};
+constexpr Saved kOverwritten = {"overwritten drawings", overwriteDrawing, drawingFound};
 constexpr Saved kRegistry = {"registry", saveValue, valueFound};
 
 int run(int kills, std::uint64_t seed)
 {
     std::printf("kill torture: %d kills each, seed %llu\n", kills, static_cast<unsigned long long>(seed));
     std::mt19937_64 random(seed);
-    for (const Saved& saved : {kDrawing, kRegistry}) {
+    for (const Saved& saved : {kDrawing, kOverwritten, kRegistry}) {
         try {
             const Counts counts = killOften(saved, kills, random);
             std::printf("%s: the old was found %d times and the new %d times, both whole; %d times a file was left "

@@ -11,7 +11,6 @@
 #include <fcntl.h>
 #include <io.h>
 
-#include "embedded/foundation/atomic_file.h"
 #include "embedded/foundation/system_path.h"
 #include "embedded/foundation/text.h"
 #include "embedded/foundation/utf8_path.h"
@@ -92,7 +91,6 @@ bool takesEscapes(std::FILE* stream)
 std::FILE* openForReading(const std::string& file)
 {
     const std::filesystem::path path = Embedded::pathFromUtf8(file);
-    static_cast<void>(Embedded::recoverReplacedFile(path)); // one that stays away cannot be opened
     return _wfopen(Embedded::systemPath(path).c_str(), L"rb");
 }
 

@@ -1,0 +1,306 @@
+#include "embedded/host/drawing_file/drawing_check.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+#include <unordered_map>
+#include <utility>
+
+#include "embedded/foundation/display_name.h"
+#include "embedded/foundation/text.h"
+#include "embedded/host/drawing_file/drawing_failure.h"
+#include "embedded/host/drawing_file/drawing_opening.h"
+#include "embedded/host/drawing_file/drawing_store.h"
+#include "embedded/host/drawing_file/object_rows.h"
+#include "embedded/host/drawing_file/sealed_pages.h"
+#include "embedded/host/drawing_refusal.h"
+#include "embedded/host/object_classes.h"
+#include "embedded/host/symbol_name.h"
+#include "embedded/host/symbol_table_search.h"
+#include "platform/host/symbol_table.h"
+
+namespace Embedded {
+namespace {
+
+using QeHost::Stub;
+
+constexpr std::size_t kMostTold = 100;
+
+class FaultList {
+public:
+    explicit FaultList(DrawingFaults& faults) : faults_(faults) {}
+
+    void add(std::string place, std::string message)
+    {
+        if (++faults_.number <= kMostTold)
+            faults_.told.push_back({std::move(place), std::move(message)});
+    }
+
+    /// Of a message that begins with its place.
+    void add(const std::string& message)
+    {
+        const std::size_t end = message.find(": ");
+        if (end == std::string::npos)
+            add("database", message);
+        else
+            add(message.substr(0, end), message.substr(end + 2));
+    }
+
+    /// Runs a step; what stops it is a fault, and the next step begins.
+    template <class Step>
+    void step(Step step)
+    {
+        try {
+            if (const auto failure = sqlFailureOf(step))
+                add("database", failure->message);
+        } catch (const DrawingRefusal& refusal) {
+            add(refusal.message);
+        } catch (const QeHost::StoreFailure& failure) {
+            add("database", failure.result.message);
+        }
+    }
+
+private:
+    DrawingFaults& faults_;
+};
+
+/// What the rows say of one object.
+struct CheckedObject {
+    Handle owner = 0;
+    bool isThere = false; // its own row
+    RowDigest expectedOwned;
+    RowDigest expectedDetails;
+    RowDigest owned;
+    RowDigest details;
+    Handle listedBy = 0;
+    int listings = 0;
+};
+
+/// One of the tables whose rows belong to objects.
+struct PartTable {
+    std::string_view name;
+    const char* query;
+    std::size_t object; // the column of the object that the row belongs to
+    RowDigest CheckedObject::*digest;
+    std::size_t listed = 0; // the column of the object that is listed, where there is one
+    bool lists = false;
+};
+
+constexpr std::array kPartTables{
+    PartTable{"entries", "SELECT * FROM entries", 0, &CheckedObject::owned, 2, true},
+    PartTable{"records", "SELECT * FROM records", 1, &CheckedObject::owned, 0, true},
+    PartTable{"fields", "SELECT * FROM fields", 0, &CheckedObject::details},
+    PartTable{"resbufs", "SELECT * FROM resbufs", 0, &CheckedObject::details},
+    PartTable{"extended_data", "SELECT * FROM extended_data", 0, &CheckedObject::details},
+};
+
+class Checker {
+public:
+    Checker(DrawingConnection& connection, DrawingFaults& faults) : connection_(connection), faults_(faults) {}
+
+    void checkDatabase()
+    {
+        if (hasSeals(connection_.handle())) {
+            for (const std::uint32_t page : brokenSeals(connection_.handle()))
+                faults_.add("page " + std::to_string(page), "is not as it was written");
+        } else {
+            faults_.add("pages", "have no seals, because another program has made the file");
+        }
+        faults_.step([&] {
+            Query pages(connection_, "PRAGMA page_count");
+            Query size(connection_, "PRAGMA page_size");
+            if (pages.next() && size.next() && pages.integer(0) * size.integer(0) != connection_.fileSize())
+                faults_.add("database", "is not as long as its header says");
+        });
+        faults_.step([&] {
+            Query query(connection_, "PRAGMA integrity_check(100)");
+            while (query.next()) {
+                std::string line = query.text(0);
+                std::replace(line.begin(), line.end(), '\n', ' ');
+                if (line != "ok")
+                    faults_.add("database", line);
+            }
+        });
+        faults_.step([&] {
+            Query query(connection_, "PRAGMA foreign_key_check");
+            while (query.next())
+                faults_.add("table " + query.text(0),
+                            "row " + query.text(1) + " refers to an object that is not there");
+        });
+    }
+
+    void checkRows()
+    {
+        faults_.step([&] { readObjects(); });
+        for (const PartTable& table : kPartTables)
+            faults_.step([&] { readParts(table); });
+        faults_.step([&] {
+            const DrawingHeader read = readHeader(connection_);
+            header_ = read; // g++ 12 would write the result of a call that throws into it, as far as that came
+        });
+        for (const auto& [handle, object] : objects_)
+            checkObject(handle, object);
+        if (hasHeader())
+            checkOwners();
+    }
+
+    void checkFields(QeHost::DatabaseImp& database)
+    {
+        for (const auto& [handle, object] : objects_)
+            if (object.isThere)
+                faults_.step([&, handle = handle] { readObject(database, handle); });
+        faults_.step([&] { checkNames(*database.regAppTable); });
+        faults_.step([&] { checkNames(*database.blockTable); });
+        faults_.step([&] {
+            if (const QeDbObject& space = QeHost::loaded(*database.modelSpace);
+                !space.isKindOf(QeDbBlockTableRecord::desc()) ||
+                QeHost::nameOf(*database.modelSpace) != kQeDbModelSpaceName)
+                faults_.add(placeOf(database.modelSpace->handle) + "is not the block of model space");
+        });
+    }
+
+private:
+    void readObjects()
+    {
+        Query query(connection_, "SELECT * FROM objects");
+        while (query.next())
+            faults_.step([&] {
+                RowDigest read;
+                const ObjectRow row = objectRowIn(query.row("objects", read));
+                CheckedObject& object = objects_[static_cast<Handle>(query.integer(0))];
+                object.isThere = true;
+                object.owner = row.owner;
+                object.expectedOwned = row.owned;
+                object.expectedDetails = row.details;
+            });
+    }
+
+    void readParts(const PartTable& table)
+    {
+        Query query(connection_, table.query);
+        while (query.next())
+            faults_.step([&] {
+                RowDigest digest;
+                const StoredRow row = query.row(table.name, digest);
+                const Handle owner = handleIn(row[table.object]);
+                objects_[owner].*table.digest += digest;
+                if (table.lists) {
+                    CheckedObject& listed = objects_[handleIn(row[table.listed])];
+                    listed.listedBy = owner;
+                    ++listed.listings;
+                }
+            });
+    }
+
+    bool hasHeader() const { return header_.nextHandle != 0; }
+
+    bool isRoot(Handle handle) const
+    {
+        return handle == header_.namedObjects || handle == header_.regAppTable || handle == header_.blockTable;
+    }
+
+    void checkObject(Handle handle, const CheckedObject& object)
+    {
+        const auto add = [&](const char* message) { faults_.add(placeOf(handle) + message); };
+        if (!object.isThere)
+            return add("is not there");
+        if (object.owned != object.expectedOwned)
+            add("what it lists is not all there, or more than there was");
+        if (object.details != object.expectedDetails)
+            add("its values are not all there, or more than there were");
+        if (!hasHeader())
+            return; // and so what the roots are
+        if (isRoot(handle) || handle == header_.geoData) {
+            if (object.listings != 0)
+                add("is listed, where nobody lists it");
+        } else if (object.listings != 1) {
+            add(object.listings == 0 ? "nobody lists it" : "is listed more than once");
+        } else if (object.listedBy != object.owner) {
+            add("is listed by another object than its owner");
+        }
+    }
+
+    /// Each object's owners lead to a root.
+    void checkOwners()
+    {
+        std::unordered_map<Handle, Handle> lastSeenFrom;
+        for (const auto& [handle, object] : objects_) {
+            Handle each = handle;
+            while (each != 0 && !isRoot(each) && !lastSeenFrom.contains(each)) {
+                lastSeenFrom.emplace(each, handle);
+                const auto found = objects_.find(each);
+                each = found != objects_.end() ? found->second.owner : 0;
+                if (each == 0)
+                    faults_.add(placeOf(handle) + "its owners do not lead to a root");
+            }
+            if (const auto seen = lastSeenFrom.find(each); seen != lastSeenFrom.end() && seen->second == handle)
+                faults_.add(placeOf(each) + "belongs to itself, through its owners");
+        }
+    }
+
+    /// Reads the fields as loading does, into an object that nobody keeps.
+    void readObject(QeHost::DatabaseImp& database, Handle handle)
+    {
+        const ObjectRow row = readObjectRow(connection_, handle);
+        const QeHost::ObjectClass* const itsClass = QeHost::findClass(wideFromUtf8(row.className));
+        if (itsClass == nullptr)
+            return faults_.add(placeOf(handle) + "is of an unknown class, " + excerpt(row.className));
+        const std::unique_ptr<QeDbObject> object(itsClass->make());
+        Stub stub{.database = &database, .handle = handle};
+        readFields(connection_, stub, *object->imp().state);
+        if (!isRoot(handle))
+            checkClassOfOwner(handle, row.owner, *itsClass);
+    }
+
+    void checkClassOfOwner(Handle handle, Handle owner, const QeHost::ObjectClass& itsClass)
+    {
+        const auto found = objects_.find(owner);
+        if (found == objects_.end() || !found->second.isThere)
+            return; // told already
+        const auto* const ownersClass = QeHost::findClass(wideFromUtf8(readObjectRow(connection_, owner).className));
+        if (ownersClass != nullptr &&
+            (itsClass.owner == nullptr || !ownersClass->desc()->isDerivedFrom(itsClass.owner())))
+            faults_.add(placeOf(handle) + "cannot belong to object " + hexFromHandle(owner));
+    }
+
+    void checkNames(Stub& table)
+    {
+        QeHost::loaded(table);
+        std::set<std::wstring> names;
+        for (const Stub* const record : QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records) {
+            const std::wstring& name = QeHost::nameOf(*record);
+            if (name.empty())
+                faults_.add(placeOf(record->handle) + "has no name");
+            else if (!names.insert(QeHost::foldedName(name)).second)
+                faults_.add(placeOf(record->handle) + "has the name of another record");
+        }
+    }
+
+    DrawingConnection& connection_;
+    FaultList faults_;
+    DrawingHeader header_;
+    std::map<Handle, CheckedObject> objects_;
+};
+
+} // namespace
+
+FileResult checkDrawing(const std::filesystem::path& file, const SqlWait& wait, DrawingFaults& faults)
+{
+    faults = {};
+    std::unique_ptr<DrawingConnection> connection;
+    if (FileResult result = connect(file, DrawingAccess::reading, wait, connection); result.status != Qeapp::eOk)
+        return result;
+    DrawingConnection& opened = *connection;
+    Checker checker(opened, faults);
+    checker.checkDatabase();
+    checker.checkRows();
+    std::unique_ptr<QeDbDatabase> database;
+    FileResult attached = attachDrawing(std::move(connection), file, false, database);
+    if (attached.status == Qeapp::eOk)
+        checker.checkFields(database->imp());
+    else if (faults.number == 0) // otherwise it was told what keeps the drawing from being opened
+        FaultList(faults).add(attached.message.substr(displayName(file).size() + 2));
+    return {};
+}
+
+} // namespace Embedded

@@ -1,0 +1,97 @@
+// A connection to the database that a drawing file is, with the statements that are prepared on it.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "embedded/foundation/sqlite.h"
+#include "embedded/host/drawing_file/row_checksum.h"
+#include "embedded/host/drawing_file/stored_text.h"
+
+namespace Embedded {
+
+/// A value of a row: null, INTEGER, REAL, TEXT or BLOB.
+using StoredValue = std::variant<std::monostate, std::int64_t, double, StoredText>;
+/// The values of a row of one of the drawing's tables, without its checksum.
+using StoredRow = std::vector<StoredValue>;
+
+class DrawingConnection {
+public:
+    /// `file` as UTF-8, or ":memory:". `flags` of sqlite3_open_v2.
+    DrawingConnection(const std::string& file, int flags, SqlWait wait);
+    DrawingConnection(const DrawingConnection&) = delete;
+    DrawingConnection& operator=(const DrawingConnection&) = delete;
+
+    SQLite::Database& database() { return database_; }
+    sqlite3* handle() const { return database_.getHandle(); }
+    bool isInTransaction() const { return sqlite3_get_autocommit(handle()) == 0; }
+    /// In bytes, by SQLite's own descriptor: closing another would end the locks of this process.
+    std::int64_t fileSize() const;
+    /// Ends a transaction without keeping what was done in it; does nothing without one.
+    void rollBack() noexcept;
+
+    /// Prepared once; reset, and without values.
+    SQLite::Statement& prepared(const char* sql);
+
+private:
+    SqlWait wait_;
+    SQLite::Database database_;
+    std::map<std::string_view, SQLite::Statement> statements_; // by text, which is a literal
+};
+
+/// The first bytes of the connection's file, zeros where there are fewer; empty when they cannot be read. They are read
+/// through SQLite: closing another descriptor would end the locks that this process holds on the file.
+std::string beginningOfFile(sqlite3* connection);
+
+/// Makes the other database equal to this one, in a transaction of its own. Throws what SQLiteCpp throws.
+void copyDatabase(DrawingConnection& from, DrawingConnection& to);
+
+/// One run of a statement, which ends with it: a statement that goes on keeps the file locked.
+class Query {
+public:
+    template <class... Values>
+    Query(DrawingConnection& connection, const char* sql, const Values&... values)
+        : statement_(connection.prepared(sql))
+    {
+        [[maybe_unused]] int index = 0;
+        (bindNext(index, values), ...);
+    }
+    Query(const Query&) = delete;
+    Query& operator=(const Query&) = delete;
+    ~Query();
+
+    bool next() { return statement_.executeStep(); }
+    void run() { statement_.exec(); }
+    std::int64_t integer(int column) const { return statement_.getColumn(column).getInt64(); }
+    std::string text(int column) const { return statement_.getColumn(column).getString(); }
+    StoredValue value(int column) const;
+    /// The values of a row of the table, all of whose columns were asked for, and of which its checksum is the last. A
+    /// checksum that does not fit throws DrawingRefusal.
+    StoredRow row(std::string_view table, RowDigest& digest) const;
+
+private:
+    template <class Value>
+    void bindNext(int& index, const Value& value)
+    {
+        bind(++index, value);
+    }
+    void bindNext(int& index, const StoredRow& row)
+    {
+        for (const StoredValue& value : row)
+            bind(++index, value);
+    }
+    void bind(int index, std::int64_t value) { statement_.bind(index, value); }
+    void bind(int index, std::uint64_t value) { bind(index, static_cast<std::int64_t>(value)); }
+    void bind(int index, const StoredText& text);
+    void bind(int index, const StoredValue& value);
+
+    SQLite::Statement& statement_;
+};
+
+std::int64_t checksumOf(std::string_view table, const StoredRow& row);
+
+} // namespace Embedded

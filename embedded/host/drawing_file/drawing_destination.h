@@ -1,0 +1,29 @@
+// Where a save goes.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "embedded/foundation/sql_wait.h"
+#include "embedded/host/drawing_file/drawing_file.h"
+#include "embedded/host/drawing_file/drawing_store.h"
+#include "embedded/host/save_plan.h"
+
+namespace Embedded {
+
+class DrawingDestination {
+public:
+    virtual ~DrawingDestination() = default;
+    /// How messages name it.
+    virtual std::string name() const = 0;
+    /// Writes the drawing, whole or not at all.
+    virtual FileResult write(QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version) = 0;
+};
+
+/// The drawing's own file, if `store` has it open; otherwise another one, to which the whole drawing goes.
+std::unique_ptr<DrawingDestination> destinationFor(DrawingStore* store, const std::filesystem::path& file,
+                                                   Overwriting overwriting, const SqlWait& wait);
+std::unique_ptr<DrawingDestination> destinationInMemory(DrawingStore* store, std::string& bytes);
+
+} // namespace Embedded

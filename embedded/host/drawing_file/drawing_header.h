@@ -1,0 +1,25 @@
+// The header of a drawing file: what is known of the drawing before any object is.
+#pragma once
+
+#include "embedded/host/database_imp.h"
+#include "embedded/host/drawing_file/drawing_connection.h"
+
+namespace Embedded {
+
+/// Handles of 0 are of objects that the drawing does not have.
+struct DrawingHeader {
+    std::int64_t version = 0; // of the drawing
+    Handle nextHandle = 0;
+    Handle namedObjects = 0;
+    Handle regAppTable = 0;
+    Handle blockTable = 0;
+    Handle modelSpace = 0;
+    Handle geoData = 0;
+};
+
+DrawingHeader headerOf(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version);
+void writeHeader(DrawingConnection& connection, const DrawingHeader& header);
+/// Throws DrawingRefusal.
+DrawingHeader readHeader(DrawingConnection& connection);
+
+} // namespace Embedded

@@ -1,0 +1,244 @@
+#include "embedded/host/drawing_file/drawing_salvage.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "embedded/foundation/display_name.h"
+#include "embedded/foundation/text.h"
+#include "embedded/host/drawing_file/drawing_failure.h"
+#include "embedded/host/drawing_file/drawing_file.h"
+#include "embedded/host/drawing_file/drawing_header.h"
+#include "embedded/host/drawing_file/drawing_opening.h"
+#include "embedded/host/drawing_file/object_rows.h"
+#include "embedded/host/drawing_file/salvaged_objects.h"
+#include "embedded/host/drawing_refusal.h"
+#include "platform/host/dictionary.h"
+#include "platform/host/symbol_table.h"
+
+namespace Embedded {
+namespace {
+
+constexpr const wchar_t* kSalvagedKey = L"SALVAGED";
+
+/// Writes objects into a drawing that has nothing but its roots and model space.
+class SalvageWriter {
+public:
+    SalvageWriter(DrawingConnection& connection, std::map<Handle, SavedObject> objects, Salvage& salvage)
+        : connection_(connection), objects_(std::move(objects)), salvage_(salvage)
+    {
+    }
+
+    void write(std::int64_t version, const DrawingHeader& roots, Handle geoData)
+    {
+        roots_ = roots;
+        placeAll();
+        for (auto& [handle, object] : objects_)
+            writeDetails(handle, object);
+        for (const auto& [handle, object] : objects_)
+            list(handle, object);
+        for (const auto& [handle, row] : rows_)
+            writeObjectRow(connection_, handle, row);
+        const auto found = objects_.find(geoData);
+        roots_.geoData = found != objects_.end() ? geoData : 0;
+        roots_.version = version;
+        const Handle highest = rows_.empty() ? 0 : rows_.rbegin()->first;
+        roots_.nextHandle = std::max(roots_.nextHandle, highest + 1);
+        writeHeader(connection_, roots_);
+        salvage_.objects = objects_.size();
+    }
+
+private:
+    bool isRoot(Handle handle) const
+    {
+        return handle == roots_.namedObjects || handle == roots_.regAppTable || handle == roots_.blockTable;
+    }
+
+    /// Whether the object may lie below the owner.
+    bool fits(const SavedObject& object, Handle owner) const
+    {
+        const auto found = objects_.find(owner);
+        const QeRxClass* const needed = object.itsClass->owner != nullptr ? object.itsClass->owner() : nullptr;
+        return found != objects_.end() && needed != nullptr && found->second.itsClass->desc()->isDerivedFrom(needed);
+    }
+
+    /// Gives each object an owner that leads to a root, or loses it.
+    void placeAll()
+    {
+        for (const Handle root : {roots_.namedObjects, roots_.regAppTable, roots_.blockTable, roots_.modelSpace})
+            addRoot(root);
+        std::set<Handle> placed = {roots_.namedObjects, roots_.regAppTable, roots_.blockTable};
+        for (auto each = objects_.begin(); each != objects_.end();) {
+            const Handle handle = each->first;
+            const bool isKept = place(handle, placed);
+            ++each;
+            if (!isKept)
+                objects_.erase(handle);
+        }
+    }
+
+    /// The file has these already, as empty ones; what was saved of them comes in their place.
+    void addRoot(Handle root)
+    {
+        const ObjectRow made = readObjectRow(connection_, root);
+        SavedObject& object = objects_[root];
+        const auto* const itsClass = QeHost::findClass(wideFromUtf8(made.className));
+        if (object.itsClass != itsClass) {
+            object = {.className = made.className, .itsClass = itsClass, .owner = made.owner, .details = {}, .key = {}};
+            RowDigest digest;
+            object.details = detailsOf(connection_, root, digest);
+        }
+        object.owner = made.owner;
+        for (const DetailTable& table : kDetailTables)
+            Query(connection_, deletionFrom(table), root).run();
+    }
+
+    static const char* deletionFrom(const DetailTable& table)
+    {
+        if (&table == &kDetailTables[0])
+            return "DELETE FROM fields WHERE object = ?";
+        return &table == &kDetailTables[1] ? "DELETE FROM resbufs WHERE object = ?"
+                                           : "DELETE FROM extended_data WHERE object = ?";
+    }
+
+    bool place(Handle handle, std::set<Handle>& placed)
+    {
+        std::vector<Handle> path;
+        std::set<Handle> onPath;
+        for (Handle each = handle; !placed.contains(each) && objects_.contains(each);) {
+            if (!onPath.insert(each).second)
+                break; // a cycle ends at the object at which it closes
+            path.push_back(each);
+            const SavedObject& object = objects_.at(each);
+            if (!fits(object, object.owner))
+                break;
+            each = object.owner;
+        }
+        for (auto each = path.rbegin(); each != path.rend(); ++each)
+            if (!placeOne(*each, placed))
+                return false;
+        return true;
+    }
+
+    bool placeOne(Handle handle, std::set<Handle>& placed)
+    {
+        const auto found = objects_.find(handle);
+        if (found == objects_.end())
+            return false;
+        SavedObject& object = found->second;
+        const bool isEntry = object.itsClass->owner != nullptr && object.itsClass->owner() == QeDbDictionary::desc();
+        const bool hasPlace = placed.contains(object.owner) && fits(object, object.owner);
+        if (!hasPlace || (isEntry && object.key.bytes.empty())) {
+            if (!isEntry) {
+                salvage_.lost.push_back({handle, object.className, "its owner is lost"});
+                return false;
+            }
+            object.owner = salvaged();
+            object.key = {hexFromHandle(handle), false};
+            placed.insert(object.owner);
+        }
+        placed.insert(handle);
+        return true;
+    }
+
+    /// The dictionary for what has lost its owner.
+    Handle salvaged()
+    {
+        if (salvaged_ != 0)
+            return salvaged_;
+        salvaged_ = std::max(objects_.rbegin()->first + 1, roots_.nextHandle);
+        const std::wstring name = QeDbDictionary::desc()->name();
+        objects_[salvaged_] = {.className = utf8FromWide(name),
+                               .itsClass = QeHost::findClass(name),
+                               .owner = roots_.namedObjects,
+                               .details = {},
+                               .key = storedFromWide(kSalvagedKey)};
+        return salvaged_;
+    }
+
+    void writeDetails(Handle handle, const SavedObject& object)
+    {
+        ObjectRow& row = rows_[handle];
+        row.className = object.className;
+        row.owner = object.owner;
+        for (const DetailRow& detail : object.details)
+            row.details.add(insertRow(connection_, detail.table->insert, detail.table->name, detail.values));
+    }
+
+    void list(Handle handle, const SavedObject& object)
+    {
+        if (isRoot(handle))
+            return;
+        const auto owner = objects_.find(object.owner);
+        if (!object.key.bytes.empty())
+            rows_[object.owner].owned.add(insertRow(connection_, "INSERT OR REPLACE INTO entries VALUES (?, ?, ?, ?)",
+                                                    "entries",
+                                                    {storedHandle(object.owner), object.key, storedHandle(handle)}));
+        else if (owner != objects_.end() && owner->second.itsClass->desc()->isDerivedFrom(QeDbSymbolTable::desc()))
+            rows_[object.owner].owned.add(insertRow(connection_, "INSERT OR REPLACE INTO records VALUES (?, ?, ?)",
+                                                    "records", {storedHandle(handle), storedHandle(object.owner)}));
+    }
+
+    DrawingConnection& connection_;
+    std::map<Handle, SavedObject> objects_;
+    Salvage& salvage_;
+    DrawingHeader roots_;
+    std::map<Handle, ObjectRow> rows_;
+    Handle salvaged_ = 0;
+};
+
+/// What the damaged file's header says; nothing where it cannot be read.
+std::optional<DrawingHeader> salvagedHeader(DrawingConnection& connection)
+{
+    std::optional<DrawingHeader> header;
+    try {
+        if (sqlFailureOf([&] { header.emplace(readHeader(connection)); }))
+            header.reset();
+    } catch (const DrawingRefusal&) {
+        header.reset();
+    }
+    return header;
+}
+
+/// The only GeoData object, where the header does not name it.
+Handle geoDataAmong(const std::map<Handle, SavedObject>& objects, Handle named)
+{
+    if (objects.contains(named))
+        return named;
+    for (const auto& [handle, object] : objects)
+        if (object.itsClass->owner != nullptr && object.itsClass->owner() == QeDbBlockTableRecord::desc())
+            return handle;
+    return 0;
+}
+
+} // namespace
+
+FileResult salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file, const SqlWait& wait,
+                          Salvage& salvage)
+{
+    salvage = {};
+    std::unique_ptr<DrawingConnection> source;
+    if (FileResult result = connect(damaged, DrawingAccess::reading, wait, source); result.status != Qeapp::eOk)
+        return result;
+    const std::optional<DrawingHeader> header = salvagedHeader(*source);
+    std::map<Handle, SavedObject> objects = readSalvagedObjects(*source, salvage);
+    QeDbDatabase empty;
+    if (FileResult result = saveDrawing(empty, file, QeDb::kCurrentDwg, Overwriting::refused, wait);
+        result.status != Qeapp::eOk)
+        return result;
+    std::unique_ptr<DrawingConnection> target;
+    if (FileResult result = connect(file, DrawingAccess::changing, wait, target); result.status != Qeapp::eOk)
+        return result;
+    return drawingResult(*target, displayName(file), [&] {
+        const Handle geoData = geoDataAmong(objects, header ? header->geoData : 0);
+        Query(*target, "DELETE FROM entries").run();
+        Query(*target, "DELETE FROM records").run();
+        SalvageWriter(*target, std::move(objects), salvage)
+            .write(header ? header->version : std::int64_t{QeDb::kCurrentDwg}, readHeader(*target), geoData);
+        target->database().exec("COMMIT");
+    });
+}
+
+} // namespace Embedded

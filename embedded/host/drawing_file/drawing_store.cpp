@@ -1,0 +1,210 @@
+#include "embedded/host/drawing_file/drawing_store.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "embedded/foundation/text.h"
+#include "embedded/host/drawing_file/drawing_failure.h"
+#include "embedded/host/drawing_file/drawing_opening.h"
+#include "embedded/host/drawing_file/object_rows.h"
+#include "embedded/host/drawing_refusal.h"
+
+namespace Embedded {
+namespace {
+
+/// Of the file, which each commit increments by one. To be asked for in a transaction that has read something.
+/// (SQLite's own answer, data_version, also moves when a save of this connection fails.)
+std::uint32_t changeCounter(const DrawingConnection& connection)
+{
+    constexpr std::size_t kOffset = 24; // of its header, the high byte first
+    const std::string beginning = beginningOfFile(connection.handle());
+    std::uint32_t counter = 0;
+    for (std::size_t byte = kOffset; byte < kOffset + sizeof counter && byte < beginning.size(); ++byte)
+        counter = counter << 8 | static_cast<unsigned char>(beginning[byte]);
+    return counter;
+}
+
+/// A read transaction for as long as it lives, unless there is a transaction already.
+class ReadTransaction {
+public:
+    explicit ReadTransaction(DrawingConnection& connection)
+        : connection_(connection), isOwn_(!connection.isInTransaction())
+    {
+        if (isOwn_)
+            connection_.database().exec("BEGIN; PRAGMA user_version"); // it begins with the first reading
+    }
+    ReadTransaction(const ReadTransaction&) = delete;
+    ReadTransaction& operator=(const ReadTransaction&) = delete;
+    ~ReadTransaction()
+    {
+        if (isOwn_)
+            connection_.rollBack();
+    }
+
+private:
+    DrawingConnection& connection_;
+    bool isOwn_;
+};
+
+void requireDifferent(const std::vector<std::pair<std::wstring, Handle>>& entries)
+{
+    std::vector<Handle> objects;
+    for (const auto& [key, object] : entries)
+        objects.push_back(object);
+    std::sort(objects.begin(), objects.end());
+    if (const auto twice = std::adjacent_find(objects.begin(), objects.end()); twice != objects.end())
+        throw DrawingRefusal{Qeapp::eFileDamaged, placeOf(*twice) + "is listed twice"};
+}
+
+std::wstring keyFrom(const StoredValue& value)
+{
+    const auto* stored = std::get_if<StoredText>(&value);
+    std::optional<std::wstring> key = stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
+    if (!key || key->empty())
+        throw DrawingRefusal{Qeapp::eFileDamaged, "entries: a key is no text"};
+    return std::move(*key);
+}
+
+} // namespace
+
+DrawingStore::DrawingStore(std::unique_ptr<DrawingConnection> connection, std::filesystem::path path, std::string file)
+    : connection_(std::move(connection)),
+      path_(std::move(path)),
+      file_(std::move(file)),
+      version_(changeCounter(*connection_))
+{
+}
+
+template <class Read>
+auto DrawingStore::reading(Read read)
+{
+    if (failure_.status != Qeapp::eOk)
+        throw QeHost::StoreFailure{failure_};
+    decltype(read()) answer{};
+    FileResult result = drawingResult(*connection_, file_, [&] {
+        const ReadTransaction transaction(*connection_);
+        requireUnchanged();
+        answer = read();
+    });
+    if (result.status == Qeapp::eOk)
+        return answer;
+    if (result.status != Qeapp::eFileLocked)
+        failure_ = result;
+    throw QeHost::StoreFailure{std::move(result)};
+}
+
+void DrawingStore::requireUnchanged()
+{
+    if (changeCounter(*connection_) != version_)
+        throw DrawingRefusal{Qeapp::eFileChanged, "was changed by another program since it was opened; open it again"};
+}
+
+DrawingHeader DrawingStore::header()
+{
+    return reading([&] { return readHeader(*connection_); });
+}
+
+QeHost::StoredObject DrawingStore::look(Handle object)
+{
+    return reading([&] {
+        const ObjectRow row = readObjectRow(*connection_, object);
+        return QeHost::StoredObject{wideFromUtf8(row.className), row.owner};
+    });
+}
+
+void DrawingStore::load(QeHost::Stub& object, QeHost::ObjectState& state)
+{
+    reading([&] {
+        readFields(*connection_, object, state);
+        return true;
+    });
+}
+
+Handle DrawingStore::findEntry(Handle dictionary, const std::wstring& key)
+{
+    return reading([&] {
+        Query query(*connection_, "SELECT * FROM entries WHERE dictionary = ? AND key = ?", dictionary,
+                    storedFromWide(key));
+        RowDigest digest;
+        return query.next() ? handleIn(query.row("entries", digest)[2]) : Handle{0};
+    });
+}
+
+std::vector<std::pair<std::wstring, Handle>> DrawingStore::entriesOf(Handle dictionary)
+{
+    return reading([&] {
+        const ObjectRow owner = readObjectRow(*connection_, dictionary);
+        std::vector<std::pair<std::wstring, Handle>> entries;
+        RowDigest digest;
+        Query query(*connection_, "SELECT * FROM entries WHERE dictionary = ?", dictionary);
+        while (query.next()) {
+            const StoredRow row = query.row("entries", digest);
+            if (digest.rows > owner.owned.rows) // a damaged tree may give some again and again
+                break;
+            entries.emplace_back(keyFrom(row[1]), handleIn(row[2]));
+        }
+        requireDifferent(entries);
+        if (digest != owner.owned)
+            throw DrawingRefusal{Qeapp::eFileDamaged, placeOf(dictionary) + "not all of its entries are there"};
+        return entries;
+    });
+}
+
+std::pair<Handle, std::wstring> DrawingStore::entryOf(Handle object)
+{
+    return reading([&] {
+        Query query(*connection_, "SELECT * FROM entries WHERE object = ?", object);
+        RowDigest digest;
+        if (!query.next())
+            return std::pair<Handle, std::wstring>();
+        const StoredRow row = query.row("entries", digest);
+        return std::pair(handleIn(row[0]), keyFrom(row[1]));
+    });
+}
+
+std::vector<Handle> DrawingStore::usersOf(Handle application)
+{
+    return reading([&] {
+        std::vector<Handle> users;
+        Query query(*connection_, "SELECT DISTINCT object FROM extended_data WHERE application = ?", application);
+        while (query.next())
+            users.push_back(static_cast<Handle>(query.integer(0)));
+        return users;
+    });
+}
+
+void DrawingStore::refuse(const std::string& fault)
+{
+    failure_ = {Qeapp::eFileDamaged, file_ + ": " + fault};
+    throw QeHost::StoreFailure{failure_};
+}
+
+void DrawingStore::copyTo(DrawingConnection& other)
+{
+    const ReadTransaction transaction(*connection_);
+    reading([] { return true; }); // that the file is unchanged
+    if (sqlite3_txn_state(connection_->handle(), "main") != SQLITE_TXN_WRITE)
+        return copyDatabase(*connection_, other);
+    // SQLite does not copy from a connection that holds the lock for writing. It has not written anything yet.
+    DrawingConnection reader(sqliteName(path_), SQLite::OPEN_READONLY, SqlWait());
+    copyDatabase(reader, other);
+}
+
+void DrawingStore::beginSaving()
+{
+    if (sqlite3_txn_state(connection_->handle(), "main") == SQLITE_TXN_WRITE)
+        return;
+    if (FileResult result = requireOneName(path_); result.status != Qeapp::eOk)
+        throw DrawingRefusal{result.status, std::move(result.message)};
+    connection_->rollBack(); // what was only read
+    connection_->database().exec("BEGIN IMMEDIATE");
+    requireUnchanged();
+}
+
+void DrawingStore::commit()
+{
+    connection_->database().exec("COMMIT");
+    ++version_;
+}
+
+} // namespace Embedded

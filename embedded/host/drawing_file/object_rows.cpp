@@ -1,0 +1,321 @@
+#include "embedded/host/drawing_file/object_rows.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "embedded/foundation/text.h"
+#include "embedded/host/database_imp.h"
+#include "embedded/host/drawing_file/stored_resbuf.h"
+#include "embedded/host/drawing_refusal.h"
+#include "platform/host/resbuf.h"
+#include "platform/host/symbol_table.h"
+
+namespace Embedded {
+namespace {
+
+using QeHost::DictionaryEntries;
+using QeHost::ExtendedData;
+using QeHost::Stub;
+
+constexpr std::int64_t kLowestExtendedCode = 1000;
+constexpr std::size_t kLongestExtendedChunk = 127;
+
+[[noreturn]] void refuse(const std::string& fault)
+{
+    throw DrawingRefusal{Qeapp::eFileDamaged, fault};
+}
+
+std::int64_t integerIn(const StoredValue& value)
+{
+    const auto* integer = std::get_if<std::int64_t>(&value);
+    if (integer == nullptr)
+        refuse("a value is no INTEGER");
+    return *integer;
+}
+
+const std::string& textIn(const StoredValue& value)
+{
+    const auto* text = std::get_if<StoredText>(&value);
+    if (text == nullptr || text->isBlob)
+        refuse("a value is no TEXT");
+    return text->bytes;
+}
+
+ResbufValue resbufIn(const StoredValue& code, const StoredValue& value, const std::string& place)
+{
+    std::optional<ResbufValue> resbuf = resbufFromStored(integerIn(code), value);
+    if (!resbuf)
+        refuse(place + "holds a value that does not fit the group code " + std::to_string(integerIn(code)));
+    return std::move(*resbuf);
+}
+
+void requirePosition(const StoredValue& position, std::size_t expected, const std::string& place)
+{
+    if (integerIn(position) != static_cast<std::int64_t>(expected))
+        refuse(place + "a value is missing at position " + std::to_string(expected));
+}
+
+/// Fills the fields that a class lists from the rows of one object.
+class FieldReader final : public QeHost::FieldVisitor {
+public:
+    FieldReader(DrawingConnection& connection, Stub& stub, const ObjectRow& own)
+        : connection_(connection), stub_(stub), row_(own)
+    {
+        Query query(connection_, "SELECT * FROM fields WHERE object = ?", stub_.handle);
+        while (query.next()) {
+            StoredRow row = next(query, "fields");
+            std::string name = textIn(row[1]);
+            fields_.emplace(std::move(name), std::move(row));
+        }
+    }
+
+    void text(std::string_view field, std::wstring& text) override
+    {
+        const StoredRow row = take(field);
+        const auto* stored = std::get_if<StoredText>(&row[2]);
+        std::optional<std::wstring> wide =
+            stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
+        if (!wide)
+            refuse(place() + std::string(field) + " is no text");
+        text = std::move(*wide);
+    }
+
+    void reference(std::string_view field, QeDbObjectId& object) override
+    {
+        const StoredRow row = take(field);
+        if (!std::holds_alternative<std::int64_t>(row[3]))
+            refuse(place() + std::string(field) + " names no object");
+        object = QeDbObjectId(&stub_.database->storedStub(handleIn(row[3])));
+    }
+
+    void values(ResbufValues& values) override
+    {
+        Query query(connection_, "SELECT * FROM resbufs WHERE object = ? ORDER BY position", stub_.handle);
+        while (query.next()) {
+            const StoredRow row = next(query, "resbufs");
+            requirePosition(row[1], values.size(), place());
+            values.push_back(resbufIn(row[2], row[3], place()));
+        }
+    }
+
+    void entries(DictionaryEntries& entries) override { entries.loadedFrom(stub_); }
+
+    void records(std::vector<Stub*>& records) override
+    {
+        Query query(connection_, "SELECT * FROM records WHERE symbol_table = ? ORDER BY object", stub_.handle);
+        while (query.next())
+            records.push_back(&stub_.database->storedStub(handleIn(next(query, "records")[0])));
+        ownRecords_ = &records;
+    }
+
+    void extendedData(ExtendedData& data) override
+    {
+        Query query(connection_, "SELECT * FROM extended_data WHERE object = ? ORDER BY application, position",
+                    stub_.handle);
+        while (query.next()) {
+            const StoredRow row = next(query, "extended_data");
+            ResbufValues& values = data[&application(handleIn(row[1]))];
+            requirePosition(row[2], values.size(), place());
+            values.push_back(resbufIn(row[3], row[4], place()));
+            requireExtended(values.back());
+        }
+    }
+
+    /// That nothing is missing, and nothing is left over.
+    void finish() const
+    {
+        if (!fields_.empty())
+            refuse(place() + "has a field that its class does not know, " + excerpt(fields_.begin()->first));
+        if (details_ != row_.details)
+            refuse(place() + "not all of its values are there");
+        if (ownRecords_ != nullptr && records_ != row_.owned)
+            refuse(place() + "not all of its records are there");
+    }
+
+private:
+    std::string place() const { return placeOf(stub_.handle); }
+
+    /// No more rows than the object says: a damaged tree may give some again and again.
+    StoredRow next(const Query& query, std::string_view table)
+    {
+        const bool isRecord = table == "records";
+        RowDigest& digest = isRecord ? records_ : details_;
+        StoredRow row = query.row(table, digest);
+        if (digest.rows > (isRecord ? row_.owned : row_.details).rows)
+            refuse(place() + "more belongs to it than there was");
+        return row;
+    }
+
+    StoredRow take(std::string_view field)
+    {
+        const auto found = fields_.find(field);
+        if (found == fields_.end())
+            refuse(place() + "its " + std::string(field) + " is missing");
+        return std::move(fields_.extract(found).mapped());
+    }
+
+    Stub& application(Handle handle) const
+    {
+        const auto known = stub_.database->storedStubs.find(handle);
+        if (known == stub_.database->storedStubs.end() || !isApplication(*known->second))
+            refuse(place() + "extended data of " + hexFromHandle(handle) + ", which is no registered application");
+        return *known->second;
+    }
+
+    /// The table of registered applications is loaded before all other objects. While it is, its records may not be
+    /// there yet, although it, or one of them, has extended data of them.
+    bool isApplication(const Stub& record) const
+    {
+        if (record.object != nullptr)
+            return record.object->isKindOf(QeDbRegAppTableRecord::desc());
+        const Stub& table = *stub_.database->regAppTable;
+        const std::vector<Stub*>* const records =
+            table.object != nullptr ? &QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records : ownRecords_;
+        return records != nullptr && std::find(records->begin(), records->end(), &record) != records->end();
+    }
+
+    void requireExtended(const ResbufValue& value) const
+    {
+        const auto* chunk = std::get_if<std::vector<unsigned char>>(&value.value);
+        const bool fits = value.code >= kLowestExtendedCode && value.code != QeRb::kXdataAppName &&
+                          (chunk == nullptr || chunk->size() <= kLongestExtendedChunk);
+        if (!fits)
+            refuse(place() + "its extended data hold a value that they cannot hold, of the group code " +
+                   std::to_string(value.code));
+    }
+
+    DrawingConnection& connection_;
+    Stub& stub_;
+    const ObjectRow& row_;
+    std::map<std::string, StoredRow, std::less<>> fields_;
+    RowDigest details_;
+    RowDigest records_;
+    const std::vector<Stub*>* ownRecords_ = nullptr; // of a table
+};
+
+/// Writes the fields that a class lists, but for what the object owns: rows of that are written with what is owned.
+class FieldWriter final : public QeHost::FieldVisitor {
+public:
+    FieldWriter(DrawingConnection& connection, Handle object) : connection_(connection), object_(storedHandle(object))
+    {
+    }
+
+    void text(std::string_view field, std::wstring& text) override
+    {
+        insertField(field, storedFromWide(text), StoredValue());
+    }
+
+    void reference(std::string_view field, QeDbObjectId& object) override
+    {
+        if (!object.isNull())
+            insertField(field, StoredValue(), storedHandle(object.handle()));
+    }
+
+    void values(ResbufValues& values) override
+    {
+        std::int64_t position = 0;
+        for (const ResbufValue& value : values)
+            digest_.add(insertRow(connection_, "INSERT INTO resbufs VALUES (?, ?, ?, ?, ?)", "resbufs",
+                                  {object_, position++, std::int64_t{value.code}, storedFromResbuf(value)}));
+    }
+
+    void entries(DictionaryEntries& /*entries*/) override {}
+    void records(std::vector<Stub*>& /*records*/) override {}
+
+    void extendedData(ExtendedData& data) override
+    {
+        for (const auto& [application, values] : data) {
+            if (!QeHost::isLive(application))
+                continue;
+            std::int64_t position = 0;
+            for (const ResbufValue& value : values)
+                digest_.add(insertRow(connection_, "INSERT INTO extended_data VALUES (?, ?, ?, ?, ?, ?)",
+                                      "extended_data",
+                                      {object_, storedHandle(application->handle), position++, std::int64_t{value.code},
+                                       storedFromResbuf(value)}));
+        }
+    }
+
+    const RowDigest& digest() const { return digest_; }
+
+private:
+    void insertField(std::string_view field, StoredValue value, StoredValue target)
+    {
+        digest_.add(insertRow(connection_, "INSERT INTO fields VALUES (?, ?, ?, ?, ?)", "fields",
+                              {object_, StoredText{std::string(field), false}, std::move(value), std::move(target)}));
+    }
+
+    DrawingConnection& connection_;
+    std::int64_t object_;
+    RowDigest digest_;
+};
+
+StoredRow valuesOf(Handle object, const ObjectRow& row)
+{
+    const StoredValue owner = row.owner != 0 ? StoredValue(storedHandle(row.owner)) : StoredValue();
+    return {
+        storedHandle(object), StoredText{row.className, false}, owner, row.owned.rows, row.owned.sum, row.details.rows,
+        row.details.sum};
+}
+
+} // namespace
+
+Handle handleIn(const StoredValue& value)
+{
+    const std::int64_t number = integerIn(value);
+    if (number <= 0)
+        refuse("a handle is not above 0");
+    return static_cast<Handle>(number);
+}
+
+std::int64_t insertRow(DrawingConnection& connection, const char* insert, std::string_view table, const StoredRow& row)
+{
+    const std::int64_t checksum = checksumOf(table, row);
+    Query(connection, insert, row, checksum).run();
+    return checksum;
+}
+
+ObjectRow objectRowIn(const StoredRow& row)
+{
+    return {textIn(row[1]),
+            std::holds_alternative<std::monostate>(row[2]) ? 0 : handleIn(row[2]),
+            {integerIn(row[3]), integerIn(row[4])},
+            {integerIn(row[5]), integerIn(row[6])}};
+}
+
+ObjectRow readObjectRow(DrawingConnection& connection, Handle object)
+{
+    Query query(connection, "SELECT * FROM objects WHERE handle = ?", object);
+    if (!query.next())
+        refuse(placeOf(object) + "is not there");
+    RowDigest read;
+    return objectRowIn(query.row("objects", read));
+}
+
+void writeObjectRow(DrawingConnection& connection, Handle object, const ObjectRow& row)
+{
+    insertRow(connection,
+              "INSERT INTO objects VALUES (?, ?, ?, ?, ?, ?, ?, ?) ON CONFLICT (handle) DO UPDATE SET "
+              "class = excluded.class, owner = excluded.owner, owned = excluded.owned, "
+              "owned_digest = excluded.owned_digest, details = excluded.details, "
+              "details_digest = excluded.details_digest, checksum = excluded.checksum",
+              "objects", valuesOf(object, row));
+}
+
+void readFields(DrawingConnection& connection, Stub& stub, QeHost::ObjectState& state)
+{
+    const ObjectRow row = readObjectRow(connection, stub.handle);
+    FieldReader reader(connection, stub, row);
+    state.visitAll(reader);
+    reader.finish();
+}
+
+RowDigest writeFields(DrawingConnection& connection, Handle object, QeHost::ObjectState& state)
+{
+    FieldWriter writer(connection, object);
+    state.visitAll(writer);
+    return writer.digest();
+}
+
+} // namespace Embedded

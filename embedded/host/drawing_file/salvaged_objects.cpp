@@ -1,0 +1,168 @@
+#include "embedded/host/drawing_file/salvaged_objects.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "embedded/foundation/text.h"
+#include "embedded/host/drawing_file/object_rows.h"
+#include "embedded/host/drawing_refusal.h"
+
+namespace Embedded {
+
+std::vector<DetailRow> detailsOf(DrawingConnection& connection, Handle object, RowDigest& digest)
+{
+    std::vector<DetailRow> details;
+    for (const DetailTable& table : kDetailTables) {
+        Query query(connection, table.query, object);
+        while (query.next())
+            details.push_back({&table, query.row(table.name, digest)});
+    }
+    return details;
+}
+
+namespace {
+
+/// Reads what can be read, one object after the other.
+class SalvageReader {
+public:
+    SalvageReader(DrawingConnection& connection, Salvage& salvage) : connection_(connection), salvage_(salvage) {}
+
+    std::map<Handle, SavedObject> read()
+    {
+        for (const Handle handle : handles())
+            readOne(handle);
+        dropWhatRefersToLost();
+        return std::move(objects_);
+    }
+
+private:
+    /// Runs a step, and answers why it could not be done; empty when it could.
+    template <class Step>
+    static std::string refusalOf(Step step)
+    {
+        try {
+            const auto failure = sqlFailureOf(step);
+            return failure ? failure->message : "";
+        } catch (const DrawingRefusal& refusal) {
+            return refusal.message;
+        }
+    }
+
+    /// From every table and index that names handles: where one is damaged, another may not be.
+    std::set<Handle> handles()
+    {
+        std::set<Handle> found;
+        for (const char* query :
+             {"SELECT handle FROM objects NOT INDEXED WHERE handle > ? ORDER BY handle",
+              "SELECT handle FROM objects INDEXED BY objects_by_owner WHERE owner IS NOT NULL AND handle > ?",
+              "SELECT object FROM entries WHERE object > ? ORDER BY object",
+              "SELECT object FROM records WHERE object > ? ORDER BY object",
+              "SELECT object FROM resbufs WHERE object > ? ORDER BY object",
+              "SELECT object FROM fields WHERE object > ? ORDER BY object"})
+            collect(query, found);
+        return found;
+    }
+
+    /// Behind a damaged page the scan goes on with higher handles, farther away each time.
+    void collect(const char* query, std::set<Handle>& found)
+    {
+        Handle last = 0;
+        for (Handle step = 1; step < Handle{1} << 40; step *= 2) {
+            const Handle before = last;
+            const std::string refusal = refusalOf([&] {
+                Query rows(connection_, query, last);
+                while (rows.next()) {
+                    last = static_cast<Handle>(std::max<std::int64_t>(rows.integer(0), 0));
+                    found.insert(last);
+                }
+            });
+            if (refusal.empty())
+                return;
+            if (last != before)
+                step = 1;
+            last += step;
+        }
+    }
+
+    void readOne(Handle handle)
+    {
+        if (handle == 0)
+            return;
+        SavedObject object;
+        const std::string refusal = refusalOf([&] {
+            const ObjectRow row = readObjectRow(connection_, handle);
+            object.className = row.className;
+            object.itsClass = QeHost::findClass(wideFromUtf8(row.className));
+            if (object.itsClass == nullptr)
+                throw DrawingRefusal{Qeapp::eFileDamaged, "is of an unknown class"};
+            object.owner = row.owner;
+            readDetails(handle, row, object);
+        });
+        if (!refusal.empty()) {
+            salvage_.lost.push_back({handle, object.className, refusal});
+            return;
+        }
+        static_cast<void>(refusalOf([&] { readKey(handle, object); })); // without one it has lost its place
+        objects_.emplace(handle, std::move(object));
+    }
+
+    void readDetails(Handle handle, const ObjectRow& row, SavedObject& object)
+    {
+        RowDigest digest;
+        object.details = detailsOf(connection_, handle, digest);
+        if (digest != row.details)
+            throw DrawingRefusal{Qeapp::eFileDamaged, "not all of its values are there"};
+    }
+
+    void readKey(Handle handle, SavedObject& object)
+    {
+        RowDigest digest;
+        Query query(connection_, "SELECT * FROM entries WHERE object = ?", handle);
+        if (!query.next())
+            return;
+        const StoredRow row = query.row("entries", digest);
+        if (handleIn(row[0]) == object.owner)
+            object.key = std::get<StoredText>(row[1]);
+    }
+
+    /// Fields that refer to a lost object make their own one lost; extended data of a lost application are dropped.
+    void dropWhatRefersToLost()
+    {
+        for (bool isDone = false; !isDone;) {
+            isDone = true;
+            for (auto each = objects_.begin(); each != objects_.end();) {
+                SavedObject& object = each->second;
+                const auto ofLostApplication = [&](const DetailRow& row) {
+                    return row.table == &kDetailTables[2] && !objects_.contains(handleIn(row.values[1]));
+                };
+                if (std::erase_if(object.details, ofLostApplication) != 0)
+                    salvage_.lost.push_back(
+                        {each->first, object.className, "extended data of an application that is lost"});
+                const bool isLost = std::ranges::any_of(object.details, [&](const DetailRow& row) {
+                    const auto* target =
+                        row.table == &kDetailTables[0] ? std::get_if<std::int64_t>(&row.values[3]) : nullptr;
+                    return target != nullptr && !objects_.contains(static_cast<Handle>(*target));
+                });
+                if (isLost) {
+                    salvage_.lost.push_back({each->first, object.className, "refers to an object that is lost"});
+                    isDone = false;
+                }
+                each = isLost ? objects_.erase(each) : std::next(each);
+            }
+        }
+    }
+
+    DrawingConnection& connection_;
+    Salvage& salvage_;
+    std::map<Handle, SavedObject> objects_;
+};
+
+} // namespace
+
+std::map<Handle, SavedObject> readSalvagedObjects(DrawingConnection& connection, Salvage& salvage)
+{
+    return SalvageReader(connection, salvage).read();
+}
+
+} // namespace Embedded

@@ -1,0 +1,20 @@
+// The tables of a drawing file; see docs/formats/drawing-file.md.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+namespace Embedded::DrawingSchema {
+
+inline constexpr std::int32_t kApplicationId = 0x4F434457; // "OCDW"
+inline constexpr int kFormat = 2;
+inline constexpr int kPageSize = 4096;
+
+/// Makes the tables in an empty database.
+void create(SQLite::Database& database);
+/// What of the database's schema is not as it has to be; empty when all of it is. Nothing but the schema is read.
+std::string faultOf(SQLite::Database& database);
+
+} // namespace Embedded::DrawingSchema

@@ -1,0 +1,66 @@
+#include "fuzz/drawing_round_trip.h"
+#include "fuzz/loose_drawing.h"
+#include "fuzz/oracle.h"
+#include "fuzz/targets.h"
+#include "storage/geodata.h"
+#include "storage/host_holders.h"
+#include "storage/legacy_projection.h"
+
+namespace Fuzz {
+namespace {
+
+// What a host may do to a drawing before all of it was read. Each may fail: not everything can be read.
+
+void leaveAsItIs(QeDbDatabase& /*database*/)
+{
+}
+
+void writeOtherForms(QeDbDatabase& database)
+{
+    static_cast<void>(Orvel::WriteLegacyProjectionCode(&database, L"EPSG:4326"));
+    static_cast<void>(Orvel::WriteGeoDataCoordinateSystem(&database, L"text"));
+}
+
+void addAnXrecord(QeDbDatabase& database)
+{
+    Orvel::NamedObjects root;
+    if (root.openIn(&database, QeDb::kForWrite) != Qeapp::eOk)
+        return;
+    const Orvel::HostObject<QeDbXrecord> xrecord(new QeDbXrecord);
+    QeDbObjectId id;
+    static_cast<void>(root->setAt(L"EMPTY", xrecord.get(), id));
+}
+
+void eraseADictionary(QeDbDatabase& database)
+{
+    Orvel::NamedObjects root;
+    QeDbObjectId id;
+    if (root.openIn(&database, QeDb::kForRead) != Qeapp::eOk || root->getAt(L"A", id) != Qeapp::eOk)
+        return;
+    Orvel::HostObject<QeDbObject> object;
+    if (object.open(id, QeDb::kForWrite) == Qeapp::eOk)
+        static_cast<void>(object->erase());
+}
+
+constexpr std::array kHostActions{leaveAsItIs, writeOtherForms, addAnXrecord, eraseADictionary};
+
+} // namespace
+
+void drawingRows(Input input)
+{
+    constexpr std::size_t kMostChanges = 12;
+    static LooseDrawing withIndexes(LooseDrawing::Indexes::kept);
+    static LooseDrawing withStaleIndexes(LooseDrawing::Indexes::stale);
+    const NothingLeft guard;
+    ByteSource source(input);
+    const bool isStale = source.below(4) == 3;
+    const auto& act = kHostActions.at(source.below(kHostActions.size()));
+    std::vector<RowChange> changes;
+    while (!source.isEmpty() && changes.size() < kMostChanges)
+        changes.push_back(nextRowChange(source));
+    const std::string bytes = (isStale ? withStaleIndexes : withIndexes).fileWith(changes);
+    const Soundness soundness = act == leaveAsItIs ? Soundness::sound : Soundness::unusedRows;
+    requireReadOrRefused(bytes, act, isStale ? Soundness::damagedPages : soundness);
+}
+
+} // namespace Fuzz

@@ -1,0 +1,110 @@
+// Files that are replaced whole or not at all.
+#include "foundation/atomic_file_test.h"
+#include "embedded/foundation/faults.h"
+
+namespace Tests {
+namespace {
+
+using namespace Embedded;
+namespace fs = std::filesystem;
+
+TEST_F(AtomicFile, ANewFile_HoldsTheText)
+{
+    write(file, "text\n");
+    EXPECT_EQ(readFile(file), "text\n");
+    EXPECT_EQ(folder.names(), Names{"a.txt"});
+}
+
+TEST_F(AtomicFile, AnExistingFile_IsReplaced)
+{
+    writeFile(file, "a much longer text than the new one");
+    write(file, "new");
+    EXPECT_EQ(readFile(file), "new");
+    EXPECT_EQ(folder.names(), Names{"a.txt"});
+}
+
+TEST_F(AtomicFile, AnEmptyText_GivesAnEmptyFile)
+{
+    writeFile(file, "old");
+    write(file, "");
+    EXPECT_EQ(readFile(file), "");
+}
+
+TEST_F(AtomicFile, BytesOfEveryKind_AreKept)
+{
+    std::string text;
+    for (int count = 0; count < 100'000; ++count)
+        text += static_cast<char>(count);
+    write(file, text);
+    EXPECT_EQ(readFile(file), text);
+}
+
+TEST_F(AtomicFile, AFolderThatDoesNotExist_IsRefused)
+{
+    expectRefusal(folder.path() / "missing/a.txt", "No such file or directory");
+}
+
+TEST_F(AtomicFile, AFolderInThePlaceOfTheFile_IsRefused)
+{
+    expectRefusal(folder.path(), "Is a directory");
+}
+
+TEST_F(AtomicFile, TheLongestName_IsNotTooLongForTheTemporaryFile)
+{
+    const fs::path longest = folder.path() / std::string(255, 'x');
+    write(longest, "text");
+    EXPECT_EQ(readFile(longest), "text");
+}
+
+TEST_F(AtomicFile, AFileWithoutAFolder_IsInTheWorkingFolder)
+{
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.path());
+    write("a.txt", "text");
+    fs::current_path(before);
+    EXPECT_EQ(readFile(file), "text");
+}
+
+class AtomicFileStep : public AtomicFile, public testing::WithParamInterface<std::string> {
+protected:
+    void expectFailure(const std::string& reason)
+    {
+        const ScopedFault fault({.call = "writeFileAtomically." + GetParam(), .occurrence = 1, .code = {}});
+        expectRefusal(file, reason);
+        EXPECT_EQ(Faults::struck(), 1U);
+    }
+    std::string reason() const
+    {
+        return GetParam() == "open"    ? "Permission denied"
+               : GetParam() == "write" ? "No space left on device"
+                                       : "Input/output error";
+    }
+};
+
+TEST_P(AtomicFileStep, ThatFails_LeavesTheOldFile)
+{
+    writeFile(file, "old");
+    expectFailure(reason());
+    EXPECT_EQ(readFile(file), "old");
+    EXPECT_EQ(folder.names(), Names{"a.txt"});
+}
+
+TEST_P(AtomicFileStep, ThatFails_LeavesNothingWhereNothingWas)
+{
+    expectFailure(reason());
+    EXPECT_EQ(folder.names(), Names{});
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, AtomicFileStep, testing::Values("open", "write", "sync", "rename"),
+                         [](const auto& step) { return step.param; });
+
+TEST_F(AtomicFile, APlannedCode_IsTheResult)
+{
+    const ScopedFault fault({.call = "writeFileAtomically.sync", .code = 77});
+    const auto failure = replaceFile(file, "new");
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(failure->plannedCode, 77);
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,73 @@
+BEGIN;
+PRAGMA application_id = 1329808471;
+PRAGMA user_version = 2;
+CREATE TABLE header (
+    field TEXT PRIMARY KEY,
+    value INTEGER NOT NULL,
+    checksum INTEGER NOT NULL
+) STRICT, WITHOUT ROWID;
+CREATE TABLE objects (
+    handle INTEGER PRIMARY KEY CHECK (handle > 0),
+    class TEXT NOT NULL,
+    owner INTEGER REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    owned INTEGER NOT NULL,
+    owned_digest INTEGER NOT NULL,
+    details INTEGER NOT NULL,
+    details_digest INTEGER NOT NULL,
+    checksum INTEGER NOT NULL
+) STRICT;
+CREATE INDEX objects_by_owner ON objects (owner);
+CREATE TABLE entries (
+    dictionary INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    key ANY NOT NULL,
+    object INTEGER NOT NULL UNIQUE REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    checksum INTEGER NOT NULL,
+    PRIMARY KEY (dictionary, key)
+) STRICT, WITHOUT ROWID;
+CREATE TABLE records (
+    object INTEGER PRIMARY KEY REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    symbol_table INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    checksum INTEGER NOT NULL
+) STRICT;
+CREATE INDEX records_by_table ON records (symbol_table);
+CREATE TABLE fields (
+    object INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    field TEXT NOT NULL,
+    value ANY,
+    target INTEGER REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    checksum INTEGER NOT NULL,
+    UNIQUE (object, field),
+    CHECK ((value IS NULL) <> (target IS NULL))
+) STRICT;
+CREATE INDEX fields_by_target ON fields (target) WHERE target IS NOT NULL;
+CREATE TABLE resbufs (
+    object INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    position INTEGER NOT NULL,
+    code INTEGER NOT NULL,
+    value ANY NOT NULL,
+    checksum INTEGER NOT NULL,
+    UNIQUE (object, position)
+) STRICT;
+CREATE TABLE extended_data (
+    object INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    application INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    position INTEGER NOT NULL,
+    code INTEGER NOT NULL,
+    value ANY NOT NULL,
+    checksum INTEGER NOT NULL,
+    UNIQUE (object, application, position)
+) STRICT;
+CREATE INDEX extended_data_by_application ON extended_data (application);
+INSERT INTO header VALUES ('blocks', 3, 6728306050056177514);
+INSERT INTO header VALUES ('drawing version', 33, 4815067063335457132);
+INSERT INTO header VALUES ('model space', 4, -4023595747607332244);
+INSERT INTO header VALUES ('named objects', 1, -4001931389623562440);
+INSERT INTO header VALUES ('next handle', 5, -6026137476811811276);
+INSERT INTO header VALUES ('registered applications', 2, 3995093980002186048);
+INSERT INTO objects VALUES (1, 'QeDbDictionary', NULL, 0, 0, 0, 0, -5348401149220839838);
+INSERT INTO objects VALUES (2, 'QeDbRegAppTable', NULL, 0, 0, 0, 0, -4077261549085100019);
+INSERT INTO objects VALUES (3, 'QeDbBlockTable', NULL, 1, 4404446271977984324, 0, 0, 2404358482200767306);
+INSERT INTO objects VALUES (4, 'QeDbBlockTableRecord', 3, 0, 0, 1, -1962289611191684778, -754227135236331885);
+INSERT INTO records VALUES (4, 3, 4404446271977984324);
+INSERT INTO fields VALUES (4, 'name', '*Model_Space', NULL, -1962289611191684778);
+COMMIT;

@@ -1,0 +1,104 @@
+// The power goes at some moment of a drawing's save: in every state in which the disk may then be found, there is the
+// old or the new.
+#include "saves/posix/interrupted_drawing.h"
+#include "saves/posix/simulated_disk.h"
+
+namespace Tests {
+namespace {
+
+class DrawingPowerLoss : public InterruptedDrawing {
+protected:
+    DrawingPowerLoss()
+    {
+        held_ = scenario().held();
+        held_.try_emplace("a.qedb"); // a new drawing begins as a file of no bytes
+    }
+
+    /// What a program finds in some of the states that the disk may have at any moment of those calls: the states are
+    /// many, and neighbours are alike.
+    std::set<std::string> foundAtAnyMoment(const std::vector<DiskCall>& saved)
+    {
+        constexpr std::size_t kStride = ORVEL_TEXT_STRIDE > 1 ? 41 : 7;
+        std::set<std::string> contents = foundAfter(saved);
+        SimulatedDisk disk(folder, held_);
+        std::size_t number = 0;
+        for (const DiskCall& call : saved) {
+            disk.apply(call);
+            for (const FolderContents& state : disk.afterPowerLoss()) {
+                if (number++ % kStride == 0)
+                    contents.insert(foundIn(state));
+            }
+        }
+        return contents;
+    }
+    std::set<std::string> foundAfter(const std::vector<DiskCall>& saved)
+    {
+        SimulatedDisk disk(folder, held_);
+        for (const DiskCall& call : saved)
+            disk.apply(call);
+        std::set<std::string> contents;
+        for (const FolderContents& state : disk.afterPowerLoss())
+            contents.insert(foundIn(state));
+        return contents;
+    }
+    std::string foundIn(const FolderContents& state)
+    {
+        makeFolder(place_.path() / "found", state);
+        const std::string found = drawingsIn(place_.path() / "found");
+        return found == before ? "the old" : found == after ? "the new" : found.substr(0, 200);
+    }
+
+    FolderContents held_;
+
+private:
+    TemporaryFolder place_;
+};
+
+TEST_P(DrawingPowerLoss, TheCallsAreAllThatTheSaveDoes)
+{
+    FolderContents held = scenario().held();
+    held.try_emplace("a.qedb");
+    SimulatedDisk disk(folder, held);
+    for (const DiskCall& call : calls)
+        disk.apply(call);
+    EXPECT_TRUE(disk.seen() == contentsBelow(folder));
+}
+
+TEST_P(DrawingPowerLoss, AtAnyMoment_LeavesTheOldOrTheNew)
+{
+    EXPECT_EQ(foundAtAnyMoment(calls), (std::set<std::string>{"the new", "the old"}));
+}
+
+TEST_P(DrawingPowerLoss, AfterTheSave_LeavesTheNew)
+{
+    EXPECT_EQ(foundAfter(calls), std::set<std::string>{"the new"});
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, DrawingPowerLoss, testing::Values(kNewDrawing, kChangedDrawing, kShrunkDrawing),
+                         [](const auto& scenario) { return std::string(scenario.param.name); });
+
+/// That the states are bad enough to show a save that does not flush its journal.
+class UnflushedDrawing : public DrawingPowerLoss {};
+
+TEST_P(UnflushedDrawing, MightBeLeftAsNeither)
+{
+    SimulatedDisk disk(folder, held_);
+    bool isNeither = false;
+    for (const DiskCall& call : calls) {
+        const bool isJournals = call.path.extension() == ".qedb-journal";
+        if (call.kind == DiskCall::Kind::flush || (isJournals && call.kind == DiskCall::Kind::write))
+            continue; // what was written to the journal did not reach the disk
+        disk.apply(call);
+    }
+    for (const FolderContents& state : disk.afterPowerLoss()) {
+        const std::string found = foundIn(state);
+        isNeither = isNeither || (found != "the old" && found != "the new");
+    }
+    EXPECT_TRUE(isNeither);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, UnflushedDrawing, testing::Values(kChangedDrawing),
+                         [](const auto& scenario) { return std::string(scenario.param.name); });
+
+} // namespace
+} // namespace Tests

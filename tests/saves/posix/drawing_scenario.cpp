@@ -1,0 +1,176 @@
+#include "saves/posix/drawing_scenario.h"
+
+#include <memory>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+
+#include "embedded/host/drawing_dump.h"
+#include "embedded/host/drawing_file/drawing_file.h"
+#include "support/drawing.h"
+
+namespace Tests {
+namespace {
+
+namespace fs = std::filesystem;
+using Embedded::DrawingAccess;
+using Embedded::Overwriting;
+
+constexpr int kXrecords = 5;
+
+Embedded::SqlWait noWait()
+{
+    Embedded::SqlWait wait;
+    wait.most = wait.most.zero();
+    return wait;
+}
+
+std::wstring keyOf(int number)
+{
+    return L"key " + std::to_wstring(number);
+}
+
+void fill(Drawing& drawing, wchar_t unit, std::size_t length)
+{
+    for (int number = 0; number < kXrecords; ++number)
+        drawing.withXrecord({{300, std::wstring(length, unit)}}, keyOf(number).c_str());
+}
+
+const FolderContents& emptyFolder()
+{
+    static const FolderContents held;
+    return held;
+}
+
+const FolderContents& oneDrawing()
+{
+    static const FolderContents held = [] {
+        Drawing drawing;
+        fill(drawing, L'o', 2'000);
+        drawing.withGeoData(L"old").withLegacyCode(L"EPSG:25832");
+        return FolderContents{{"a.qedb", savedInMemory(*drawing.database())}};
+    }();
+    return held;
+}
+
+const FolderContents& twoDrawings()
+{
+    static const FolderContents held = [] {
+        Drawing drawing;
+        fill(drawing, L'p', 3'000);
+        FolderContents both = oneDrawing();
+        both["b.qedb"] = savedInMemory(*drawing.database());
+        return both;
+    }();
+    return held;
+}
+
+/// Whether all of it went well. What cannot be opened is thrown by the fixture's drawing.
+template <class Work>
+bool succeeds(Work work)
+{
+    try {
+        return work();
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+}
+
+std::unique_ptr<QeDbDatabase> opened(const fs::path& folder, DrawingAccess access)
+{
+    std::unique_ptr<QeDbDatabase> database;
+    static_cast<void>(Embedded::loadDrawing(folder / "a.qedb", database, access, noWait())); // null says it
+    return database;
+}
+
+bool savesTo(const Drawing& drawing, const fs::path& file, Overwriting overwriting = Overwriting::refused)
+{
+    return Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg, overwriting, noWait()).status ==
+           Qeapp::eOk;
+}
+
+bool saveNew(const fs::path& folder)
+{
+    return succeeds([&] {
+        Drawing drawing;
+        fill(drawing, L'n', 500);
+        return savesTo(drawing, folder / "a.qedb");
+    });
+}
+
+/// Opens the drawing, does something to it and saves it.
+template <class Change>
+bool savesChanged(const fs::path& folder, Change change)
+{
+    return succeeds([&] {
+        auto database = opened(folder, DrawingAccess::changing);
+        if (database == nullptr)
+            return false;
+        Drawing drawing(std::move(database));
+        change(drawing);
+        return savesTo(drawing, folder / "a.qedb");
+    });
+}
+
+bool changeAllOver(const fs::path& folder)
+{
+    return savesChanged(folder, [](Drawing& drawing) {
+        fill(drawing, L'n', 2'500);
+        drawing.withXrecord({{1040, 2.5}}, L"more").withLegacyCode(L"EPSG:25833");
+    });
+}
+
+bool shrink(const fs::path& folder)
+{
+    return savesChanged(folder, [](Drawing& drawing) { fill(drawing, L's', 1); });
+}
+
+bool copyTo(const fs::path& folder, Overwriting overwriting)
+{
+    return succeeds([&] {
+        auto database = opened(folder, DrawingAccess::reading);
+        if (database == nullptr)
+            return false;
+        Drawing drawing(std::move(database));
+        drawing.withXrecord({{300, std::wstring(1'000, L'c')}}, L"copied");
+        return savesTo(drawing, folder / "b.qedb", overwriting);
+    });
+}
+
+bool copy(const fs::path& folder)
+{
+    return copyTo(folder, Overwriting::refused);
+}
+
+bool overwrite(const fs::path& folder)
+{
+    return copyTo(folder, Overwriting::drawings);
+}
+
+std::string drawingIn(const fs::path& file)
+{
+    std::unique_ptr<QeDbDatabase> database;
+    Embedded::FileResult result = Embedded::loadDrawing(file, database, DrawingAccess::reading, noWait());
+    std::string text;
+    if (database != nullptr)
+        result = Embedded::dumpDrawing(*database, text);
+    std::error_code error;
+    if (fs::file_size(file, error) == 0 || error)
+        return "nothing"; // a journal may have been rolled back
+    return result.status == Qeapp::eOk ? text : "refused: " + result.message;
+}
+
+} // namespace
+
+std::string drawingsIn(const fs::path& folder)
+{
+    return "a: " + drawingIn(folder / "a.qedb") + "\nb: " + drawingIn(folder / "b.qedb") + "\n";
+}
+
+constinit const DrawingScenario kNewDrawing = {"NewDrawing", emptyFolder, saveNew, false, false};
+constinit const DrawingScenario kChangedDrawing = {"ChangedDrawing", oneDrawing, changeAllOver, true, false};
+constinit const DrawingScenario kShrunkDrawing = {"ShrunkDrawing", oneDrawing, shrink, true, false};
+constinit const DrawingScenario kCopiedDrawing = {"CopiedDrawing", oneDrawing, copy, false, false};
+constinit const DrawingScenario kOverwrittenDrawing = {"OverwrittenDrawing", twoDrawings, overwrite, true, true};
+
+} // namespace Tests

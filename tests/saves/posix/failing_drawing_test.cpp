@@ -1,0 +1,134 @@
+// Every call by which SQLite reaches the disk fails, once or from then on, or writes half of its bytes: a save that
+// reports success has saved, and one that reports failure has changed nothing.
+#include <sqlite3.h>
+
+#include "embedded/host/drawing_file/drawing_file.h"
+#include "saves/posix/interrupted_drawing.h"
+#include "support/drawing.h"
+#include "support/file_text.h"
+
+namespace Tests {
+namespace {
+
+using Way = Interruption::Way;
+
+class FailingDrawing : public InterruptedDrawing {
+protected:
+    /// Fails, or does in another way, one call after the other. `check` is told whether the save succeeded.
+    template <class Check>
+    void atEachCall(Way way, int error, Check check)
+    {
+        for (const std::size_t call : interruptedCalls(true)) {
+            SCOPED_TRACE("call " + std::to_string(call));
+            prepare();
+            bool succeeded = false;
+            {
+                const WatchedDisk watched(folder, {way, call, error});
+                succeeded = scenario().save(folder);
+            }
+            const std::string left = found();
+            EXPECT_TRUE(left == after || (left == before && !succeeded)) << left.substr(0, 200);
+            // After a commit SQLite may have to shorten the file, and says so when it cannot.
+            EXPECT_TRUE(left == before || succeeded || scenario().shortensItsFile);
+            check(left == after);
+            if (HasFailure())
+                return;
+        }
+    }
+};
+
+TEST_P(FailingDrawing, ACallThatFails_LeavesTheOldOrTheNewAndNothingElse)
+{
+    int refused = 0;
+    atEachCall(Way::fails, SQLITE_FULL, [&](bool isDone) {
+        refused += isDone ? 0 : 1;
+        expectNothingLeft();
+        expectTheNextSaveToSucceed(isDone);
+    });
+    EXPECT_GT(refused, 5);
+}
+
+TEST_P(FailingDrawing, ADiskThatFailsFromSomeCallOn_LeavesTheOldOrTheNew)
+{
+    atEachCall(Way::failsFromHereOn, SQLITE_IOERR_WRITE, [&](bool isDone) { expectTheNextSaveToSucceed(isDone); });
+}
+
+TEST_P(FailingDrawing, AWriteThatIsCutShort_IsTakenBack)
+{
+    atEachCall(Way::writesOne, SQLITE_FULL, [&](bool isDone) {
+        expectNothingLeft();
+        expectTheNextSaveToSucceed(isDone);
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, FailingDrawing,
+                         testing::Values(kNewDrawing, kChangedDrawing, kShrunkDrawing, kCopiedDrawing,
+                                         kOverwrittenDrawing),
+                         [](const auto& scenario) { return std::string(scenario.param.name); });
+
+/// A drawing that stays open when its save has failed.
+class FailedDrawing : public PlatformTest {
+protected:
+    FailedDrawing()
+    {
+        Drawing drawing;
+        for (int number = 0; number < 8; ++number)
+            drawing.withXrecord({{300, std::wstring(2'000, L'o')}}, std::to_wstring(number).c_str());
+        bytes_ = savedInMemory(*drawing.database());
+    }
+    Drawing openedAndChanged() const
+    {
+        writeFile(file, bytes_);
+        std::unique_ptr<QeDbDatabase> database;
+        EXPECT_EQ(Embedded::loadDrawing(file, database, Embedded::DrawingAccess::changing).message, "");
+        Drawing drawing(std::move(database));
+        for (int number = 0; number < 6; ++number)
+            drawing.withXrecord({{300, std::wstring(1'000, L'n')}}, std::to_wstring(number).c_str());
+        return drawing;
+    }
+    Embedded::FileResult save(const Drawing& drawing) const
+    {
+        return Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg);
+    }
+
+    TemporaryFolder folder;
+    std::filesystem::path file = folder.path() / "a.qedb";
+
+private:
+    std::string bytes_;
+};
+
+TEST_F(FailedDrawing, IsSavedOnceTheDiskWorksAgain)
+{
+    std::size_t count = 0;
+    {
+        const Drawing drawing = openedAndChanged();
+        const WatchedDisk watched(folder.path());
+        ASSERT_EQ(save(drawing).message, "");
+        count = watched.looks().size();
+    }
+    int failed = 0;
+    for (std::size_t call = 0; call<count; call += ORVEL_TEXT_STRIDE> 1 ? 7 : 1) {
+        SCOPED_TRACE("call " + std::to_string(call) + " of " + std::to_string(count));
+        const Drawing drawing = openedAndChanged();
+        const std::string contents = drawing.contents();
+        {
+            const WatchedDisk watched(folder.path(), {Way::fails, call, SQLITE_FULL});
+            failed += save(drawing).status == Qeapp::eOk ? 0 : 1;
+        }
+        EXPECT_EQ(drawing.contents(), contents);
+        {
+            const WatchedDisk watched(folder.path()); // it does not wait for the disk
+            EXPECT_EQ(save(drawing).message, "");
+        }
+        std::unique_ptr<QeDbDatabase> again;
+        EXPECT_EQ(Embedded::loadDrawing(file, again).message, "");
+        EXPECT_EQ(contentsOf(*again), contents);
+        if (HasFailure())
+            return;
+    }
+    EXPECT_GT(failed, 1);
+}
+
+} // namespace
+} // namespace Tests
