@@ -1,6 +1,5 @@
 // Files that are replaced whole or not at all.
 #include "foundation/atomic_file_test.h"
-#include "embedded/foundation/faults.h"
 
 namespace Tests {
 namespace {
@@ -63,47 +62,6 @@ TEST_F(AtomicFile, AFileWithoutAFolder_IsInTheWorkingFolder)
     write("a.txt", "text");
     fs::current_path(before);
     EXPECT_EQ(readFile(file), "text");
-}
-
-class AtomicFileStep : public AtomicFile, public testing::WithParamInterface<std::string> {
-protected:
-    void expectFailure(const std::string& reason)
-    {
-        const ScopedFault fault({.call = "writeFileAtomically." + GetParam(), .occurrence = 1, .code = {}});
-        expectRefusal(file, reason);
-        EXPECT_EQ(Faults::struck(), 1U);
-    }
-    std::string reason() const
-    {
-        return GetParam() == "open"    ? "Permission denied"
-               : GetParam() == "write" ? "No space left on device"
-                                       : "Input/output error";
-    }
-};
-
-TEST_P(AtomicFileStep, ThatFails_LeavesTheOldFile)
-{
-    writeFile(file, "old");
-    expectFailure(reason());
-    EXPECT_EQ(readFile(file), "old");
-    EXPECT_EQ(folder.names(), Names{"a.txt"});
-}
-
-TEST_P(AtomicFileStep, ThatFails_LeavesNothingWhereNothingWas)
-{
-    expectFailure(reason());
-    EXPECT_EQ(folder.names(), Names{});
-}
-
-INSTANTIATE_TEST_SUITE_P(Each, AtomicFileStep, testing::Values("open", "write", "sync", "rename"),
-                         [](const auto& step) { return step.param; });
-
-TEST_F(AtomicFile, APlannedCode_IsTheResult)
-{
-    const ScopedFault fault({.call = "writeFileAtomically.sync", .code = 77});
-    const auto failure = replaceFile(file, "new");
-    ASSERT_TRUE(failure);
-    EXPECT_EQ(failure->plannedCode, 77);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/foundation/atomic_file.h"
+#include "embedded/foundation/display_name.h"
 #include "embedded/foundation/text.h"
 #include "embedded/foundation/utf8_path.h"
 #include "orvelcs/catalog_system.h"
@@ -49,8 +50,10 @@ void putBlock(const EncodeOptions& options, const std::string& block, Output& ou
 {
     if (options.isPrinted())
         return output.write(block);
-    if (const auto failure = Embedded::replaceFile(Embedded::pathFromUtf8(options.target), block))
-        throw DrawingFailure(options.target, {Qeapp::eFileWriteFailed, failure->message});
+    const std::filesystem::path target = Embedded::pathFromUtf8(options.target);
+    if (const auto failure = Embedded::replaceFile(target, block))
+        throw DrawingFailure(options.target,
+                             {Qeapp::eFileWriteFailed, Embedded::displayName(target) + ": " + *failure});
     output.confirm(options.target,
                    fmt::format("{} for drawing version {}, {} bytes", options.code, options.version, block.size()));
 }

@@ -5,7 +5,6 @@
 
 #include "coordsys/orvel_transformation_config.h"
 #include "embedded/foundation/atomic_file.h"
-#include "embedded/foundation/display_name.h"
 #include "embedded/foundation/text.h"
 #include "embedded/foundation/utf8_path.h"
 #include "orvelcs/failure.h"
@@ -62,13 +61,6 @@ std::wstring asReadBack(const std::wstring& text)
     return kept;
 }
 
-/// The message without the name of the file, which the caller puts in front of it.
-std::string reasonFor(const std::filesystem::path& file, const Embedded::ReplacementFailure& failure)
-{
-    const std::string name = Embedded::displayName(file) + ": ";
-    return failure.message.starts_with(name) ? failure.message.substr(name.size()) : failure.message;
-}
-
 } // namespace
 
 /// The module writes its paths with backslashes on every system.
@@ -123,9 +115,7 @@ std::optional<std::string> replaceSettingsFile(const std::wstring& text, const s
             return "was not written to its end";
         bytes = readWhole(settingsFile().string());
     }
-    if (const auto failure = Embedded::replaceFile(file, bytes))
-        return reasonFor(file, *failure);
-    return std::nullopt;
+    return Embedded::replaceFile(file, bytes);
 }
 
 } // namespace Orvelcs

@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
+#include "embedded/foundation/system_error.h"
 #include "embedded/foundation/system_path.h"
-#include "embedded/foundation/win32/system_error.h"
 
 namespace Embedded {
 
@@ -14,7 +14,7 @@ FileLookUp lookUpFile(const std::filesystem::path& file)
         return {FileKind::other, ""};
     const DWORD attributes = GetFileAttributesW(name.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES)
-        return {FileKind::nothing, systemMessage(GetLastError())};
+        return {FileKind::nothing, systemMessage(lastSystemError())};
     return {(attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FileKind::folder : FileKind::regular, ""};
 }
 

@@ -1,12 +1,14 @@
-#include "embedded/foundation/win32/system_error.h"
+#include "embedded/foundation/system_error.h"
 
-#include <system_error>
+#include <windows.h>
+
+#include <string_view>
 
 namespace Embedded {
 namespace {
 
 /// What the standard library has no sentence for, or one that leads astray.
-const char* ownMessage(DWORD error)
+const char* ownMessage(int error)
 {
     switch (error) {
     case ERROR_SHARING_VIOLATION:
@@ -16,8 +18,6 @@ const char* ownMessage(DWORD error)
         return "no name that a file can have";
     case ERROR_MOD_NOT_FOUND:
         return "it, or a library that it needs, cannot be found";
-    case kErrorIsFolder:
-        return "Is a directory";
     default:
         return nullptr;
     }
@@ -25,16 +25,24 @@ const char* ownMessage(DWORD error)
 
 } // namespace
 
-std::string systemMessage(DWORD error)
+std::string systemMessage(const std::error_code& given)
 {
-    if (const char* message = ownMessage(error))
+    // Each library has categories of its own here, which compare as different.
+    if (given.category().name() != std::string_view("system"))
+        return given.message();
+    const std::error_code code(given.value(), std::system_category());
+    if (const char* message = ownMessage(code.value()))
         return message;
-    const std::error_code code(static_cast<int>(error), std::system_category());
     const std::error_condition condition = code.default_error_condition();
     constexpr int kLastOfTheCRuntime = 42; // it knows no sentence for the later numbers of errno
     if (condition.category() == std::generic_category() && condition.value() <= kLastOfTheCRuntime)
         return condition.message();
-    return code.message() + " (" + std::to_string(error) + ")";
+    return code.message() + " (" + std::to_string(code.value()) + ")";
+}
+
+std::error_code lastSystemError()
+{
+    return {static_cast<int>(GetLastError()), std::system_category()};
 }
 
 } // namespace Embedded

@@ -8,6 +8,7 @@
 #include "embedded/foundation/display_name.h"
 #include "embedded/foundation/file_look_up.h"
 #include "embedded/foundation/staged_file.h"
+#include "embedded/foundation/system_error.h"
 #include "embedded/foundation/system_path.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
@@ -216,7 +217,7 @@ private:
                 return {Qeapp::eFileExists, name() + ": there is such a file already"};
             return result;
         } catch (const std::system_error& failure) {
-            return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + failure.code().message()};
+            return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + systemMessage(failure)};
         }
     }
 

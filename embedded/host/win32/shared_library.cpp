@@ -1,8 +1,10 @@
 #include "embedded/host/shared_library.h"
 
+#include <windows.h>
+
 #include "embedded/foundation/display_name.h"
+#include "embedded/foundation/system_error.h"
 #include "embedded/foundation/win32/full_name.h"
-#include "embedded/foundation/win32/system_error.h"
 
 namespace QeHost {
 
@@ -11,7 +13,7 @@ SharedLibrary SharedLibrary::open(const std::filesystem::path& file, std::string
     // The libraries that it needs are looked for in its own folder first, not in that of the program.
     SharedLibrary library(LoadLibraryExW(Embedded::fullNameOf(file).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
     if (!library)
-        error = Embedded::displayName(file) + ": " + Embedded::systemMessage(GetLastError());
+        error = Embedded::displayName(file) + ": " + Embedded::systemMessage(Embedded::lastSystemError());
     return library;
 }
 

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "embedded/foundation/win32/system_error.h"
+#include "embedded/foundation/system_error.h"
 
 namespace Embedded {
 namespace {
@@ -53,7 +53,7 @@ std::filesystem::path registryFile()
 std::string checkRegistryFile()
 {
     const LSTATUS outcome = currentChoice().outcome;
-    return outcome == ERROR_SUCCESS ? std::string() : systemMessage(static_cast<DWORD>(outcome));
+    return outcome == ERROR_SUCCESS ? std::string() : systemMessage(std::error_code(outcome, std::system_category()));
 }
 
 void setRegistryWait(std::chrono::milliseconds /*most*/, std::function<void(std::chrono::milliseconds)> /*waiting*/)

@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <pty.h>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -140,59 +141,88 @@ TEST_F(OnATerminal, DumbTerminal_IsPlain)
     EXPECT_THAT(shown({"forms", "a.qedb"}, nullptr, "dumb"), testing::StartsWith("a.qedb, drawing version 33\r\n"));
 }
 
-class WaitOnATerminal : public OnATerminal {
-protected:
-    WaitOnATerminal() { given("text", "<Item></Item>"); }
+/// A command that needs what another process holds.
+struct WaitingCommand {
+    const char* name;
+    std::vector<std::string> arguments;
+    const char* waiting;
+    const char* done;
+};
 
-    std::vector<std::string> change() const
+const WaitingCommand kWaitingCommands[] = {
+    {"OfTheUser",
+     {"config", "set", "text", "--user", "--user-dir", "."},
+     "waiting for the user's configuration, which another process is changing",
+     "./TransformationSetting.xml: configuration stored\r\n"},
+    {"OfADrawing", {"clear", "a.qedb"}, "waiting for a.qedb, which another process is changing", "a.qedb: cleared\r\n"},
+};
+
+class WaitOnATerminal : public OnATerminal, public testing::WithParamInterface<WaitingCommand> {
+protected:
+    WaitOnATerminal()
     {
-        return {"config", "set", "text", "--user", "--wait", "60", "--user-dir", path("").string()};
+        given("text", "<Item></Item>");
+        givenDrawingWith("a.qedb", "EPSG:25832");
+        sqlite3_open(path("a.qedb").string().c_str(), &drawing_);
+        EXPECT_EQ(sqlite3_exec(drawing_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
     }
-    /// The lock is released when the waiting is shown.
-    std::string shownUntilReleased(const std::vector<std::string>& arguments, const char* type = "xterm")
+    ~WaitOnATerminal() override { sqlite3_close(drawing_); }
+
+    static std::vector<std::string> waitingFor(const std::string& seconds)
     {
-        return shown(arguments, nullptr, type, [this](const std::string& text, int) {
-            if (text.find(kWaiting) != std::string::npos)
-                held.release();
+        std::vector<std::string> arguments = GetParam().arguments;
+        arguments.insert(arguments.end(), {"--wait", seconds});
+        return arguments;
+    }
+    /// Both locks are released when the waiting is shown.
+    std::string shownUntilReleased(const char* type = "xterm")
+    {
+        return shown(waitingFor("60"), nullptr, type, [this](const std::string& text, int) {
+            if (text.find(GetParam().waiting) == std::string::npos)
+                return;
+            user_.release();
+            sqlite3_exec(drawing_, "ROLLBACK", nullptr, nullptr, nullptr); // again and again, which changes nothing
         });
     }
 
-    static constexpr const char* kWaiting = "waiting for the user's configuration, which another process is changing";
-    const std::string stored_ = path("").string() + "/TransformationSetting.xml" + ": configuration stored\r\n";
-    HeldLock held{path("orvelcs.lock")};
+private:
+    HeldLock user_{path("orvelcs.lock")};
+    sqlite3* drawing_ = nullptr;
 };
 
-TEST_F(WaitOnATerminal, IsShownAndTakenAway)
+TEST_P(WaitOnATerminal, IsShownAndTakenAway)
 {
-    EXPECT_EQ(shownUntilReleased(change()), "\r\x1B[K" + std::string(kWaiting) + "\r\x1B[K" + stored_);
+    EXPECT_EQ(shownUntilReleased(), "\r\x1B[K" + std::string(GetParam().waiting) + "\r\x1B[K" + GetParam().done);
 }
 
-TEST_F(WaitOnATerminal, WithoutEscapeSequences_IsOneLine)
+TEST_P(WaitOnATerminal, WithoutEscapeSequences_IsOneLine)
 {
-    EXPECT_EQ(shownUntilReleased(change(), "dumb"), kWaiting + ("\r\n" + stored_));
+    EXPECT_EQ(shownUntilReleased("dumb"), GetParam().waiting + std::string("\r\n") + GetParam().done);
 }
 
-TEST_F(WaitOnATerminal, ThatIsShortOrQuiet_IsNotShown)
+TEST_P(WaitOnATerminal, ThatIsShortOrQuiet_IsNotShown)
 {
-    std::vector<std::string> arguments = change();
-    arguments[5] = "0.3";
-    EXPECT_THAT(shown(arguments), testing::Not(testing::HasSubstr("waiting")));
-    arguments[5] = "0.7";
-    arguments.push_back("--quiet");
-    EXPECT_THAT(shown(arguments), testing::Not(testing::HasSubstr("waiting")));
+    EXPECT_THAT(shown(waitingFor("0.3")), testing::Not(testing::HasSubstr("waiting")));
+    std::vector<std::string> quiet = waitingFor("0.7");
+    quiet.push_back("--quiet");
+    EXPECT_THAT(shown(quiet), testing::Not(testing::HasSubstr("waiting")));
     EXPECT_EQ(WEXITSTATUS(ended), 1);
 }
 
-TEST_F(WaitOnATerminal, EndsAtOnceWhenInterrupted)
+TEST_P(WaitOnATerminal, EndsAtOnceWhenInterrupted)
 {
     const auto interrupt = [](const std::string& text, int terminal) {
-        if (text.ends_with(kWaiting) && ::write(terminal, "\x03", 1) != 1)
+        if (text.ends_with(GetParam().waiting) && ::write(terminal, "\x03", 1) != 1)
             throw std::runtime_error("the terminal takes nothing");
     };
-    EXPECT_THAT(shown(change(), nullptr, "xterm", interrupt), testing::Not(testing::HasSubstr("stored")));
+    EXPECT_THAT(shown(waitingFor("60"), nullptr, "xterm", interrupt),
+                testing::Not(testing::HasSubstr(GetParam().done)));
     EXPECT_TRUE(WIFSIGNALED(ended));
     EXPECT_EQ(WTERMSIG(ended), SIGINT);
 }
+
+INSTANTIATE_TEST_SUITE_P(Each, WaitOnATerminal, testing::ValuesIn(kWaitingCommands),
+                         [](const auto& command) { return std::string(command.param.name); });
 
 } // namespace
 } // namespace Tests

@@ -96,12 +96,11 @@ TEST_F(AtomicFile, APipeInThePlaceOfTheFile_StaysAPipe)
     EXPECT_TRUE(fs::is_fifo(file));
 }
 
-TEST_F(AtomicFile, ANameThatIsNotUtf8_IsWrittenAndShownLegibly)
+TEST_F(AtomicFile, ANameThatIsNotUtf8_IsWritten)
 {
     write(folder.path() / "\xFF.txt", "text");
     EXPECT_EQ(readFile(folder.path() / "\xFF.txt"), "text");
-    EXPECT_EQ(replace(folder.path() / "\xFF/a", "text"),
-              folder.path().string() + "/\xEF\xBF\xBD/a: cannot be written: No such file or directory");
+    expectRefusal(folder.path() / "\xFF/a", "No such file or directory");
 }
 
 TEST_F(AtomicFile, ADiskThatIsFullHalfway_LeavesTheOldFile)
@@ -114,7 +113,7 @@ TEST_F(AtomicFile, ADiskThatIsFullHalfway_LeavesTheOldFile)
             return std::string("no limit");
         return replace(file, std::string(5'000, 'x'));
     });
-    EXPECT_EQ(message, file.string() + ": cannot be written: File too large");
+    EXPECT_EQ(message, "cannot be written: File too large");
     EXPECT_EQ(readFile(file), "old");
     EXPECT_EQ(folder.names(), Names{"a.txt"});
 }
@@ -125,7 +124,7 @@ TEST_F(AtomicFile, AWriteProtectedFile_IsNotReplaced)
     ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
     ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);
     const std::string message = answerAsOrdinaryUser([this] { return replace(file, "new"); });
-    EXPECT_EQ(message, file.string() + ": cannot be written: Permission denied");
+    EXPECT_EQ(message, "cannot be written: Permission denied");
     EXPECT_EQ(readFile(file), "old");
 }
 
@@ -136,7 +135,7 @@ TEST_F(AtomicFile, AWriteProtectedFolder_IsRefused)
     ASSERT_EQ(::chmod(folder.path().c_str(), 0555), 0);
     const std::string message = answerAsOrdinaryUser([this] { return replace(file, "new"); });
     ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
-    EXPECT_EQ(message, file.string() + ": cannot be written: Permission denied");
+    EXPECT_EQ(message, "cannot be written: Permission denied");
     EXPECT_EQ(readFile(file), "old");
 }
 

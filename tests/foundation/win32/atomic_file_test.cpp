@@ -55,7 +55,7 @@ TEST_F(ReplacedFile, BelowAFile_IsNowhere)
 
 TEST_F(ReplacedFile, WithTheNameOfADevice_IsRefused)
 {
-    EXPECT_EQ(replace("NUL", "new"), "NUL: cannot be written: Invalid argument");
+    EXPECT_EQ(replace("NUL", "new"), "cannot be written: Invalid argument");
 }
 
 TEST_F(ReplacedFile, WithANameThatNoFileHas_IsRefused)

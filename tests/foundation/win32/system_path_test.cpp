@@ -4,14 +4,17 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "embedded/foundation/system_error.h"
 #include "embedded/foundation/win32/full_name.h"
-#include "embedded/foundation/win32/system_error.h"
 
 namespace Tests {
 namespace {
 
 using Embedded::fullNameOf;
-using Embedded::systemMessage;
+std::string systemMessage(DWORD error)
+{
+    return Embedded::systemMessage(std::error_code(static_cast<int>(error), std::system_category()));
+}
 using Embedded::systemPath;
 
 TEST(SystemPath, OfAFileOnADrive_HasThePrefixForLongNames)

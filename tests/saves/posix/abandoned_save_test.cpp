@@ -128,14 +128,14 @@ TEST_F(AbandonedSave, IsNeverTheSaveOfAnotherProcessThatGoesOn)
     }
     ASSERT_GT(calls, 8U);
     for (std::size_t call = 0; call < calls; ++call) {
-        const WatchedFolder watched(folder.path(), {Interruption::Way::meanwhile, call, 0, [this] {
-                                                        EXPECT_EQ(answerOfChild([this] {
-                                                                      const auto failure = Embedded::replaceFile(
-                                                                          folder.path() / "b.txt", "other");
-                                                                      return failure ? failure->message : "saved";
-                                                                  }),
-                                                                  "saved");
-                                                    }});
+        const WatchedFolder watched(
+            folder.path(),
+            {Interruption::Way::meanwhile, call, 0, [this] {
+                 EXPECT_EQ(answerOfChild([this] {
+                               return Embedded::replaceFile(folder.path() / "b.txt", "other").value_or("saved");
+                           }),
+                           "saved");
+             }});
         save();
     }
     EXPECT_EQ(contentsBelow(folder.path()), (FolderContents{{"a.txt", "new"}, {"b.txt", "other"}}));

@@ -1,7 +1,6 @@
 #include "orvelcs/lock_file.h"
 
 #include <cerrno>
-#include <system_error>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -9,6 +8,7 @@
 
 #include "embedded/foundation/display_name.h"
 #include "embedded/foundation/posix/file_descriptor.h"
+#include "embedded/foundation/system_error.h"
 #include "orvelcs/failure.h"
 
 namespace Orvelcs {
@@ -16,9 +16,10 @@ namespace {
 
 constexpr int kFlags = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW;
 
-[[noreturn]] void fail(const std::filesystem::path& file, const char* what, int error)
+[[noreturn]] void fail(const std::filesystem::path& file, const char* what)
 {
-    throw Failure(Embedded::displayName(file), std::string(what) + ": " + std::generic_category().message(error));
+    throw Failure(Embedded::displayName(file),
+                  std::string(what) + ": " + Embedded::systemMessage(Embedded::lastSystemError()));
 }
 
 } // namespace
@@ -27,7 +28,7 @@ LockFile::LockFile(const std::filesystem::path& file)
     : file_(file), handle_(Embedded::retried([&] { return ::open(file.c_str(), kFlags, 0666); }))
 {
     if (handle_ < 0)
-        fail(file_, "cannot be opened", errno);
+        fail(file_, "cannot be opened");
 }
 
 LockFile::~LockFile()
@@ -40,7 +41,7 @@ bool LockFile::tryLock()
     if (Embedded::retried([&] { return ::flock(static_cast<int>(handle_), LOCK_EX | LOCK_NB); }) == 0)
         return true;
     if (errno != EWOULDBLOCK)
-        fail(file_, "cannot be locked", errno);
+        fail(file_, "cannot be locked");
     return false;
 }
 

@@ -5,16 +5,17 @@
 #include <string>
 
 #include "embedded/foundation/display_name.h"
+#include "embedded/foundation/system_error.h"
 #include "embedded/foundation/system_path.h"
-#include "embedded/foundation/win32/system_error.h"
 #include "orvelcs/failure.h"
 
 namespace Orvelcs {
 namespace {
 
-[[noreturn]] void fail(const std::filesystem::path& file, const char* what, DWORD error)
+[[noreturn]] void fail(const std::filesystem::path& file, const char* what)
 {
-    throw Failure(Embedded::displayName(file), std::string(what) + ": " + Embedded::systemMessage(error));
+    throw Failure(Embedded::displayName(file),
+                  std::string(what) + ": " + Embedded::systemMessage(Embedded::lastSystemError()));
 }
 
 HANDLE openShared(const std::filesystem::path& file)
@@ -29,7 +30,7 @@ LockFile::LockFile(const std::filesystem::path& file)
     : file_(file), handle_(reinterpret_cast<std::intptr_t>(openShared(file)))
 {
     if (reinterpret_cast<HANDLE>(handle_) == INVALID_HANDLE_VALUE)
-        fail(file_, "cannot be opened", GetLastError());
+        fail(file_, "cannot be opened");
 }
 
 LockFile::~LockFile()
@@ -45,7 +46,7 @@ bool LockFile::tryLock()
         return true;
     const DWORD error = GetLastError();
     if (error != ERROR_LOCK_VIOLATION && error != ERROR_IO_PENDING)
-        fail(file_, "cannot be locked", error);
+        fail(file_, "cannot be locked");
     return false;
 }
 
