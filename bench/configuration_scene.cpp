@@ -4,7 +4,7 @@
 
 #include "allocation_count.h"
 #include "configuration_text.h"
-#include "embedded/host/application.h"
+#include "embedded/host/application/application.h"
 #include "embedded/windows/registry_file.h"
 
 namespace Bench {

@@ -2,7 +2,7 @@
 
 #include <unordered_set>
 
-#include "embedded/host/drawing_dump.h"
+#include "embedded/host/drawing_file/drawing_dump.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "fuzz/oracle.h"
 #include "support/drawing.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "fuzz/targets.h"
 
 namespace Fuzz {

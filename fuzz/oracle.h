@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "embedded/foundation/audit.h"
+#include "embedded/diagnostics/resource_counters.h"
 
 namespace Fuzz {
 

@@ -2,7 +2,7 @@
 
 #include <cwctype>
 
-#include "embedded/spatial_reference/remembered.h"
+#include "embedded/base/memo_cache.h"
 #include "fuzz/definition_round_trip.h"
 #include "storage/packed_definition.h"
 #include "support/library_definitions.h"

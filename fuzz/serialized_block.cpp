@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "fuzz/byte_source.h"
 #include "fuzz/definition_round_trip.h"
 #include "fuzz/oracle.h"

@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "embedded/host/application.h"
+#include "embedded/host/application/application.h"
 #include "frame/application.h"
 #include "fuzz/oracle.h"
 #include "fuzz/sample_definitions.h"

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "fuzz/byte_source.h"
 #include "storage/host_holders.h"
 

@@ -2,8 +2,8 @@
 
 #include <new>
 
-#include "embedded/foundation/audit.h"
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/diagnostics/resource_counters.h"
 
 int FqObject::GetClassId()
 {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "embedded/foundation/audit.h"
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "platform/windows.h"
 
 namespace {

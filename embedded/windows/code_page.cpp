@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 
 namespace {

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "embedded/foundation/faults.h"
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 
 errno_t _wgetenv_s(std::size_t* required, wchar_t* buffer, std::size_t characters, const wchar_t* name)

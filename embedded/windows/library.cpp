@@ -1,4 +1,4 @@
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 
 // Nothing here sends thread notices, so there is nothing to switch off.

@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <filesystem>
 
-#include "embedded/foundation/sqlite.h"
+#include "embedded/base/sqlite.h"
 #include "embedded/windows/registry_connection.h"
 #include "embedded/windows/registry_file.h"
 

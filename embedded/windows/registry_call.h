@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 
 namespace Embedded {

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 
-#include "embedded/foundation/sqlite.h"
+#include "embedded/base/sqlite.h"
 #include "platform/windows.h"
 
 namespace Embedded {

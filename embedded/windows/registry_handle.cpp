@@ -3,7 +3,7 @@
 #include <map>
 #include <memory>
 
-#include "embedded/foundation/audit.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "embedded/windows/registry_call.h"
 
 namespace {

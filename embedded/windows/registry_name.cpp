@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 
 namespace Embedded {
 namespace {

@@ -5,7 +5,7 @@
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "embedded/windows/registry_call.h"
 #include "embedded/windows/registry_name.h"
 

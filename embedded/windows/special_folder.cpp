@@ -3,8 +3,8 @@
 #include <string>
 #include <system_error>
 
-#include "embedded/foundation/faults.h"
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "embedded/windows/user_folder.h"
 #include "platform/windows.h"
 

@@ -13,10 +13,10 @@
 #include <string>
 #include <string_view>
 
-#include "embedded/foundation/audit.h"
-#include "embedded/foundation/faults.h"
-#include "embedded/foundation/posix/file_descriptor.h"
-#include "embedded/foundation/text.h"
+#include "embedded/base/posix/file_descriptor.h"
+#include "embedded/base/text.h"
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "platform/windows.h"
 
 namespace {

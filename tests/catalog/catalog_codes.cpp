@@ -6,7 +6,7 @@
 #include <initializer_list>
 #include <memory>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 
 namespace Tests {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "drawing_file/drawing_file_test.h"
 #include "drawing_file/golden_drawing.h"
-#include "embedded/host/drawing_dump.h"
+#include "embedded/host/drawing_file/drawing_dump.h"
 
 namespace Tests {
 namespace {

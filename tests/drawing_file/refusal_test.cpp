@@ -2,7 +2,7 @@
 #include <vector>
 
 #include "drawing_file/drawing_file_test.h"
-#include "embedded/host/drawing_dump.h"
+#include "embedded/host/drawing_file/drawing_dump.h"
 
 namespace Tests {
 namespace {

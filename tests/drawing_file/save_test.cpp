@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "drawing_file/drawing_file_test.h"
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 
 namespace Tests {
 namespace {

@@ -7,7 +7,7 @@
 #include <set>
 #include <string>
 
-#include "embedded/foundation/atomic_file.h"
+#include "embedded/base/atomic_file.h"
 #include "support/file_text.h"
 #include "support/platform_test.h"
 #include "support/temporary_folder.h"

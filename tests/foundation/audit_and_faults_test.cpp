@@ -4,8 +4,8 @@
 #include <optional>
 #include <stdexcept>
 
-#include "embedded/foundation/audit.h"
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/diagnostics/resource_counters.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include <new>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "platform/foundation.h"
 #include "support/platform_test.h"
 

@@ -1,8 +1,8 @@
-#include "embedded/foundation/library_file.h"
+#include "embedded/base/library_file.h"
 
 #include <gtest/gtest.h>
 
-#include "embedded/foundation/audit.h"
+#include "embedded/diagnostics/resource_counters.h"
 
 namespace Tests {
 namespace {

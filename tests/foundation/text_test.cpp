@@ -1,4 +1,4 @@
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 
 #include <gtest/gtest.h>
 

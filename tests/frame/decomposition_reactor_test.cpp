@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "embedded/host/decomposition_run.h"
+#include "embedded/host/application/decomposition_run.h"
 #include "frame_test.h"
 
 namespace Tests {

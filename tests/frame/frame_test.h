@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "embedded/foundation/faults.h"
-#include "embedded/host/application.h"
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/host/application/application.h"
 #include "frame/application.h"
 #include "frame/entry_point.h"
 #include "support/drawing.h"

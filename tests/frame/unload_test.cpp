@@ -2,7 +2,7 @@
 #include <stdexcept>
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "embedded/host/application.h"
+#include "embedded/host/application/application.h"
 #include "frame_test.h"
 
 namespace Tests {

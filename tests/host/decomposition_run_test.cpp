@@ -1,10 +1,11 @@
 #include <functional>
 #include <stdexcept>
 
-#include "embedded/foundation/audit.h"
-#include "embedded/foundation/faults.h"
-#include "embedded/host/application.h"
-#include "embedded/host/decomposition_run.h"
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/diagnostics/resource_counters.h"
+#include "embedded/host/application/application.h"
+#include "embedded/host/application/decomposition_run.h"
+#include "embedded/host/database/database_imp.h"
 #include "host/drawing_test.h"
 
 namespace Tests {
@@ -244,7 +245,7 @@ TEST_F(DecompositionRunTest, ReactorThatDoesNothing_LetsEverythingPass)
 TEST_F(DecompositionRunTest, DrawingVersion_IsWhatTheSaverSays)
 {
     EXPECT_EQ(database.drawingVersion(), QeDb::kCurrentDwg);
-    Embedded::setDrawingVersion(database, kOldVersion);
+    database.imp().version = kOldVersion;
     EXPECT_EQ(database.drawingVersion(), kOldVersion);
 }
 

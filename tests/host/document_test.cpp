@@ -1,7 +1,7 @@
-#include "embedded/foundation/audit.h"
-#include "embedded/foundation/faults.h"
-#include "embedded/host/application.h"
-#include "embedded/host/foreign_document_lock.h"
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/diagnostics/resource_counters.h"
+#include "embedded/host/application/application.h"
+#include "embedded/host/application/foreign_document_lock.h"
 #include "host/drawing_test.h"
 
 namespace Tests {

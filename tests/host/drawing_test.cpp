@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 
 namespace Tests {
 namespace {

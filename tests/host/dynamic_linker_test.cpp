@@ -1,7 +1,7 @@
 #include <fstream>
 
-#include "embedded/foundation/faults.h"
-#include "embedded/host/application.h"
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/host/application/application.h"
 #include "host/drawing_test.h"
 
 namespace Tests {

@@ -1,6 +1,6 @@
 // Objects that have left the drawing: they stay for as long as someone could still ask for them, and no longer.
-#include "embedded/foundation/audit.h"
-#include "embedded/host/database_imp.h"
+#include "embedded/diagnostics/resource_counters.h"
+#include "embedded/host/database/database_imp.h"
 #include "host/drawing_test.h"
 
 namespace Tests {

@@ -1,4 +1,4 @@
-#include "embedded/foundation/audit.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "host/drawing_test.h"
 
 namespace Tests {

@@ -1,5 +1,5 @@
-#include "embedded/foundation/audit.h"
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "host/drawing_test.h"
 
 namespace Tests {

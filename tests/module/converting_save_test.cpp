@@ -1,7 +1,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "module/module_test.h"
 #include "support/drawing.h"

@@ -1,4 +1,4 @@
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "module/module_test.h"
 
 namespace Tests {

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "embedded/host/application.h"
+#include "embedded/host/application/application.h"
 #include "support/platform_test.h"
 
 namespace Tests {

@@ -16,8 +16,10 @@ protected:
     {
         for (const char* path :
              {"platform/host.h", "platform/windows.h", "platform/host/object.h", "src/storage/packing.h",
-              "src/coordsys/result.h", "src/frame/module.h", "src/transformation/item.h", "embedded/foundation/text.h",
-              "embedded/host/drawing.h", "embedded/spatial_reference/catalog.h", "tools/orvelcs/output.h"})
+              "src/coordsys/result.h", "src/frame/module.h", "src/transformation/item.h", "embedded/base/text.h",
+              "embedded/host/database/drawing.h", "embedded/spatial_reference/catalog/catalog.h",
+              "tools/orvelcs/cli/output.h", "embedded/host/drawing_file/schema.h", "embedded/diagnostics/faults.h",
+              "embedded/spatial_reference/operations/chain.h", "tools/orvelcs/commands/assign.h"})
             files_.push_back({path, ""});
     }
 
@@ -53,6 +55,17 @@ TEST_F(DependencyDirectionTest, EveryRoomThatTheRulesSpeakOf_IsRead)
     EXPECT_EQ(joined(unread), "");
 }
 
+TEST_F(DependencyDirectionTest, EverySourceOfTheProduct_LiesInARoom)
+{
+    std::string outside;
+    for (const SourceFile& file : readProjectSources()) {
+        const std::string top = roomOf(file.path);
+        if ((top == "embedded" || top == "tools") && !isInARoom(file.path))
+            outside += file.path + "\n";
+    }
+    EXPECT_EQ(outside, "");
+}
+
 TEST_F(DependencyDirectionTest, AllowedArrows_RaiseNoComplaint)
 {
     for (const auto& [from, to] : {
@@ -66,12 +79,15 @@ TEST_F(DependencyDirectionTest, AllowedArrows_RaiseNoComplaint)
              Arrow{"platform/host/a.h", "\"object.h\""},
              Arrow{"platform/host/a.h", "<cstdint>"},
              Arrow{"embedded/foundation/a.cpp", "<utf8.h>"},
-             Arrow{"embedded/host/a.cpp", "\"embedded/foundation/text.h\""},
-             Arrow{"embedded/host/a.cpp", "\"platform/host/object.h\""},
-             Arrow{"embedded/host/a.cpp", "<nlohmann/json.hpp>"},
-             Arrow{"tools/orvelcs/a.cpp", "\"embedded/host/drawing.h\""},
-             Arrow{"tools/orvelcs/a.cpp", "\"storage/packing.h\""},
-             Arrow{"tests/coordsys/a.cpp", "\"orvelcs/output.h\""},
+             Arrow{"embedded/host/database/a.cpp", "\"embedded/base/text.h\""},
+             Arrow{"embedded/host/database/a.cpp", "\"platform/host/object.h\""},
+             Arrow{"embedded/host/database/a.cpp", "<nlohmann/json.hpp>"},
+             Arrow{"embedded/host/drawing_file/a.cpp", "\"embedded/host/database/drawing.h\""},
+             Arrow{"embedded/spatial_reference/operations/a.cpp", "\"embedded/spatial_reference/catalog/catalog.h\""},
+             Arrow{"tools/orvelcs/drawing/a.cpp", "\"orvelcs/cli/output.h\""},
+             Arrow{"tools/orvelcs/commands/a.cpp", "\"embedded/host/database/drawing.h\""},
+             Arrow{"tools/orvelcs/commands/a.cpp", "\"storage/packing.h\""},
+             Arrow{"tests/coordsys/a.cpp", "\"orvelcs/cli/output.h\""},
          })
         EXPECT_EQ(complaintsAbout(from, to), 0U) << from << " -> " << to;
 }
@@ -85,8 +101,8 @@ TEST_F(DependencyDirectionTest, WrongArrows_RaiseOneComplaintEach)
              Arrow{"src/coordsys/a.cpp", "<platform/host.h>"},
              Arrow{"src/coordsys/a.cpp", "\"platform/host/object.h\""},
              Arrow{"src/coordsys/a.cpp", "\"../../platform/host.h\""},
-             Arrow{"src/coordsys/a.cpp", "\"embedded/host/drawing.h\""},
-             Arrow{"src/coordsys/a.cpp", "\"../../embedded/host/drawing.h\""},
+             Arrow{"src/coordsys/a.cpp", "\"embedded/host/database/drawing.h\""},
+             Arrow{"src/coordsys/a.cpp", "\"../../embedded/host/database/drawing.h\""},
              Arrow{"src/coordsys/a.cpp", "\"frame/module.h\""},
              Arrow{"src/coordsys/a.cpp", "\"nowhere.h\""},
              Arrow{"src/storage/a.cpp", "\"coordsys/result.h\""},
@@ -94,15 +110,19 @@ TEST_F(DependencyDirectionTest, WrongArrows_RaiseOneComplaintEach)
              Arrow{"src/storage/a.cpp", "\"frame/module.h\""},
              Arrow{"src/storage/a.cpp", "\"transformation/item.h\""},
              Arrow{"platform/host/a.h", "<windows.h>"},
-             Arrow{"platform/host/a.h", "\"../../embedded/host/drawing.h\""},
+             Arrow{"platform/host/a.h", "\"../../embedded/host/database/drawing.h\""},
              Arrow{"platform/host/a.h", "\"storage/packing.h\""},
-             Arrow{"embedded/host/a.cpp", "\"storage/packing.h\""},
-             Arrow{"embedded/host/a.cpp", "\"src/storage/packing.h\""},
-             Arrow{"embedded/host/a.cpp", "\"tools/orvelcs/output.h\""},
-             Arrow{"embedded/host/a.cpp", "\"embedded/spatial_reference/catalog.h\""},
-             Arrow{"embedded/spatial_reference/a.cpp", "\"embedded/host/drawing.h\""},
-             Arrow{"embedded/foundation/a.cpp", "\"embedded/host/drawing.h\""},
-             Arrow{"embedded/foundation/a.cpp", "\"../host/drawing.h\""},
+             Arrow{"embedded/host/database/a.cpp", "\"storage/packing.h\""},
+             Arrow{"embedded/host/database/a.cpp", "\"src/storage/packing.h\""},
+             Arrow{"embedded/host/database/a.cpp", "\"tools/orvelcs/cli/output.h\""},
+             Arrow{"embedded/host/database/a.cpp", "\"embedded/spatial_reference/catalog/catalog.h\""},
+             Arrow{"embedded/spatial_reference/operations/a.cpp", "\"embedded/host/database/drawing.h\""},
+             Arrow{"embedded/host/database/a.cpp", "\"embedded/host/drawing_file/schema.h\""},
+             Arrow{"embedded/base/a.cpp", "\"embedded/diagnostics/faults.h\""},
+             Arrow{"embedded/spatial_reference/catalog/a.cpp", "\"embedded/spatial_reference/operations/chain.h\""},
+             Arrow{"tools/orvelcs/cli/a.cpp", "\"orvelcs/commands/assign.h\""},
+             Arrow{"embedded/foundation/a.cpp", "\"embedded/host/database/drawing.h\""},
+             Arrow{"embedded/foundation/a.cpp", "\"../host/database/drawing.h\""},
          })
         EXPECT_EQ(complaintsAbout(from, to), 1U) << from << " -> " << to;
 }

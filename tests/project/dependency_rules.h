@@ -15,15 +15,17 @@ struct IncludeDirective {
     bool angled = false; // <target> instead of "target"
 };
 
+/// Whether the rules know the folder that the file lies in.
+bool isInARoom(const std::string& file);
+
 std::vector<IncludeDirective> includesOf(const SourceFile& file);
 
 /// One complaint for each #include that breaks the direction of the dependencies:
-/// - src: the standard library, src itself and the platform's four headers, written "platform/….h"; storage knows no
-///   other room of src, coordsys not the frame;
+/// - src: the standard library, src itself and the platform's four headers, written "platform/….h";
 /// - platform: the standard library and itself; other system headers in windows.h alone;
-/// - embedded: platform, embedded and libraries; foundation no other room of embedded, host and spatial_reference not
-///   each other;
-/// - tools, tests and what else sits on top may include everything.
+/// - embedded: platform, embedded and libraries;
+/// - tools, tests and what else sits on top may include everything;
+/// - a room of src, embedded or tools: of the other rooms those alone that its line in the table of rooms names.
 std::vector<std::string> wrongIncludes(const std::vector<SourceFile>& files);
 
 } // namespace Tests

@@ -1,8 +1,8 @@
 // What is open while the stored definitions are fetched and decoded, and what a failure of that comes to.
 #include <stdexcept>
 
-#include "embedded/foundation/audit.h"
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "recording/recording_test.h"
 
 namespace Tests {

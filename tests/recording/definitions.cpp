@@ -1,5 +1,5 @@
 // Definitions of the recording library: they answer what the test said of them.
-#include "embedded/foundation/audit.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "recording/recorded_call.h"
 
 namespace Zentara::Infrastructure::SpatialReference {

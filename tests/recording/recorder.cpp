@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "embedded/foundation/audit.h"
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "recording/recorded_call.h"
 
 namespace Tests::Recording {

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <set>
 
-#include "embedded/spatial_reference/catalog.h"
+#include "embedded/spatial_reference/catalog/catalog.h"
 #include "spatial_reference_test.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // The catalog's transformations and paths between two systems.
-#include "embedded/spatial_reference/coordinate_operations.h"
+#include "embedded/spatial_reference/operations/coordinate_operations.h"
 
 #include <algorithm>
 #include <limits>

@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "embedded/spatial_reference/coordinate_transformer.h"
+#include "embedded/spatial_reference/operations/coordinate_transformer.h"
 #include "spatial_reference_test.h"
 
 namespace Tests {

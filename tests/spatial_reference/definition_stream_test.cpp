@@ -2,7 +2,7 @@
 #include <array>
 #include <random>
 
-#include "embedded/foundation/audit.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "spatial_reference_test.h"
 
 namespace {

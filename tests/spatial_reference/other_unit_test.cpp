@@ -1,7 +1,7 @@
 // Units that are called as a well-known one and have another factor, which PROJ takes for the well-known one when it
 // writes PROJJSON.
-#include "embedded/foundation/text.h"
-#include "embedded/spatial_reference/user_text.h"
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/definitions/user_text.h"
 #include "spatial_reference_test.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "embedded/spatial_reference/remembered.h"
+#include "embedded/base/memo_cache.h"
 
 #include <optional>
 #include <string>

@@ -2,7 +2,7 @@
 #include <array>
 #include <functional>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "spatial_reference_test.h"
 
 namespace {

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "embedded/foundation/text.h"
-#include "embedded/spatial_reference/catalog.h"
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog.h"
 
 namespace Tests {
 namespace {

@@ -1,4 +1,4 @@
-#include "embedded/spatial_reference/catalog.h"
+#include "embedded/spatial_reference/catalog/catalog.h"
 #include "spatial_reference_test.h"
 
 namespace {

@@ -6,8 +6,8 @@
 
 #include <proj.h>
 
-#include "embedded/foundation/text.h"
-#include "embedded/spatial_reference/catalog.h"
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog.h"
 #include "spatial_reference_test.h"
 
 namespace {

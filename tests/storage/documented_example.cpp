@@ -4,7 +4,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "storage/byte_patterns.h"
 #include "support/file_text.h"
 

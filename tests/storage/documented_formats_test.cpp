@@ -1,6 +1,6 @@
 // The examples of the pages about stored forms. They do not depend on the catalog: what an example holds is decoded,
 // and what it was decoded into is encoded again.
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "storage/definition_xrecord.h"
 #include "storage/documented_example.h"
 #include "storage/geodata.h"

@@ -1,5 +1,5 @@
 // Reading knows no failures: what cannot be read for want of memory is not there.
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "storage/definition_xrecord.h"
 #include "storage/failing_allocation.h"
 #include "storage/legacy_projection.h"

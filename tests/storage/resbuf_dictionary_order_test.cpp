@@ -1,5 +1,5 @@
 // In which order the dictionaries of xrecords ask the host, with which arguments, and what is open meanwhile.
-#include "embedded/foundation/audit.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "resbuf_dictionary_test.h"
 
 namespace Tests {

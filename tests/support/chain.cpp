@@ -3,7 +3,7 @@
 #include <cstring>
 #include <cwchar>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 
 namespace Tests {
 namespace {

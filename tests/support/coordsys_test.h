@@ -5,7 +5,7 @@
 #include <string>
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "support/drawing.h"
 #include "support/library_definitions.h"
 #include "support/platform_test.h"

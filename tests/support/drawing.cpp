@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "embedded/host/drawing_dump.h"
+#include "embedded/host/drawing_file/drawing_dump.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 
 namespace Tests {

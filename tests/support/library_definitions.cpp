@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "platform/spatial_reference.h"
 
 namespace Tests {

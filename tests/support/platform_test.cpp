@@ -1,6 +1,6 @@
 #include "support/platform_test.h"
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 
 namespace Tests {
 

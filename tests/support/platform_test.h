@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "embedded/foundation/audit.h"
+#include "embedded/diagnostics/resource_counters.h"
 
 namespace Tests {
 

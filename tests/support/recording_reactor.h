@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 
 namespace Tests {
 

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "embedded/host/application.h"
+#include "embedded/host/application/application.h"
 
 namespace Tests {
 

@@ -4,8 +4,8 @@
 #include <limits>
 #include <new>
 
-#include "embedded/foundation/audit.h"
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "sweep/allocations.h"
 #include "sweep/platform_calls.h"
 

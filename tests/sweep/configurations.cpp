@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "support/chain.h"
 #include "support/drawing.h"
 #include "sweep/systems.h"

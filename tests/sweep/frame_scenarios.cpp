@@ -1,5 +1,5 @@
 // The entry point: loading and unloading.
-#include "embedded/host/application.h"
+#include "embedded/host/application/application.h"
 #include "frame/application.h"
 #include "frame/entry_point.h"
 #include "sweep/scenario.h"

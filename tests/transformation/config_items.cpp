@@ -1,6 +1,6 @@
 #include "transformation/config_items.h"
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 
 namespace Tests {
 

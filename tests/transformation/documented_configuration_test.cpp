@@ -1,5 +1,5 @@
 // The examples of the page about configuration texts.
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "storage/documented_example.h"
 #include "support/platform_test.h"
 #include "transformation/reference_item_parser.h"

@@ -1,7 +1,7 @@
 // Who holds an item or a collection, and for how long.
 #include <algorithm>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "support/platform_test.h"
 #include "transformation/client_classes.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "coordsys/orvel_transformation_config.h"
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "storage/host_holders.h"
 #include "storage/resbuf_dictionary.h"
 #include "support/chain.h"

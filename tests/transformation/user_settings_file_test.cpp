@@ -6,7 +6,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "support/local_application_data.h"
 #include "transformation_test.h"
 

@@ -1,7 +1,7 @@
 #include <cstring>
 #include <string>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 #include "support/platform_test.h"
 

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 #include "support/platform_test.h"
 

@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 #include "support/platform_test.h"
 #include "support/scoped_variable.h"

@@ -1,6 +1,6 @@
 #include <functional>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "registry_test.h"
 
 namespace Tests {

@@ -1,8 +1,8 @@
 #include <filesystem>
 #include <string>
 
-#include "embedded/foundation/faults.h"
-#include "embedded/foundation/system_path.h"
+#include "embedded/base/system_path.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 #include "support/local_application_data.h"
 #include "support/platform_test.h"

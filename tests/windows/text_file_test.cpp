@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 
 namespace Tests {
 namespace {

@@ -9,7 +9,7 @@
 #include <iterator>
 #include <string>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "platform/windows.h"
 #include "support/platform_test.h"
 #include "support/temporary_folder.h"

@@ -6,17 +6,17 @@
 #include <unordered_map>
 #include <utility>
 
-#include "embedded/foundation/display_name.h"
-#include "embedded/foundation/text.h"
+#include "embedded/base/display_name.h"
+#include "embedded/base/text.h"
+#include "embedded/host/database/drawing_refusal.h"
+#include "embedded/host/database/object_classes.h"
+#include "embedded/host/database/symbol_name.h"
+#include "embedded/host/database/symbol_table_search.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
 #include "embedded/host/drawing_file/drawing_store.h"
 #include "embedded/host/drawing_file/object_rows.h"
 #include "embedded/host/drawing_file/sealed_pages.h"
-#include "embedded/host/drawing_refusal.h"
-#include "embedded/host/object_classes.h"
-#include "embedded/host/symbol_name.h"
-#include "embedded/host/symbol_table_search.h"
 #include "platform/host/symbol_table.h"
 
 namespace Embedded {

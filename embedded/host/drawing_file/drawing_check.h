@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "embedded/foundation/sql_wait.h"
-#include "embedded/host/file_result.h"
+#include "embedded/base/sql_wait.h"
+#include "embedded/host/database/file_result.h"
 #include "platform/export.h"
 
 namespace Embedded {

@@ -3,8 +3,8 @@
 #include <array>
 #include <utility>
 
+#include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/drawing_file/sealed_pages.h"
-#include "embedded/host/drawing_refusal.h"
 
 namespace Embedded {
 namespace {

@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-#include "embedded/foundation/sqlite.h"
+#include "embedded/base/sqlite.h"
 #include "embedded/host/drawing_file/row_checksum.h"
 #include "embedded/host/drawing_file/stored_text.h"
 

@@ -5,11 +5,11 @@
 #include <system_error>
 #include <utility>
 
-#include "embedded/foundation/display_name.h"
-#include "embedded/foundation/file_look_up.h"
-#include "embedded/foundation/staged_file.h"
-#include "embedded/foundation/system_error.h"
-#include "embedded/foundation/system_path.h"
+#include "embedded/base/display_name.h"
+#include "embedded/base/file_look_up.h"
+#include "embedded/base/staged_file.h"
+#include "embedded/base/system_error.h"
+#include "embedded/base/system_path.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
 #include "embedded/host/drawing_file/drawing_writer.h"

@@ -5,10 +5,10 @@
 #include <memory>
 #include <string>
 
-#include "embedded/foundation/sql_wait.h"
+#include "embedded/base/sql_wait.h"
+#include "embedded/host/database/save_plan.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "embedded/host/drawing_file/drawing_store.h"
-#include "embedded/host/save_plan.h"
 
 namespace Embedded {
 

@@ -3,9 +3,9 @@
 
 #include <string>
 
+#include "embedded/host/database/drawing_refusal.h"
+#include "embedded/host/database/file_result.h"
 #include "embedded/host/drawing_file/drawing_connection.h"
-#include "embedded/host/drawing_refusal.h"
-#include "embedded/host/file_result.h"
 
 namespace Embedded {
 

@@ -3,9 +3,9 @@
 #include <optional>
 #include <utility>
 
-#include "embedded/foundation/display_name.h"
-#include "embedded/foundation/file_look_up.h"
-#include "embedded/host/decomposition_run.h"
+#include "embedded/base/display_name.h"
+#include "embedded/base/file_look_up.h"
+#include "embedded/host/application/decomposition_run.h"
 #include "embedded/host/drawing_file/drawing_destination.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
 #include "embedded/host/drawing_file/drawing_store.h"
@@ -48,7 +48,7 @@ FileResult saveConverted(QeDbDatabase& database, QeDb::QeDbDwgVersion version, D
         return {run->status(), run->message()};
     if (FileResult result = destination.write(database.imp(), version); result.status != Qeapp::eOk)
         return result;
-    setDrawingVersion(database, version);
+    database.imp().version = version;
     if (run)
         run->complete();
     return {};

@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "embedded/foundation/sql_wait.h"
-#include "embedded/host/file_result.h"
+#include "embedded/base/sql_wait.h"
+#include "embedded/host/database/file_result.h"
 #include "platform/export.h"
 #include "platform/host/database.h"
 

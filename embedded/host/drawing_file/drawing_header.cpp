@@ -3,9 +3,9 @@
 #include <map>
 #include <utility>
 
+#include "embedded/host/database/drawing_refusal.h"
+#include "embedded/host/database/save_plan.h"
 #include "embedded/host/drawing_file/object_rows.h"
-#include "embedded/host/drawing_refusal.h"
-#include "embedded/host/save_plan.h"
 
 namespace Embedded {
 namespace {

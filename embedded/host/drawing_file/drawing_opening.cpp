@@ -5,13 +5,13 @@
 #include <system_error>
 #include <utility>
 
-#include "embedded/foundation/display_name.h"
-#include "embedded/foundation/file_look_up.h"
-#include "embedded/foundation/system_path.h"
+#include "embedded/base/display_name.h"
+#include "embedded/base/file_look_up.h"
+#include "embedded/base/system_path.h"
+#include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
 #include "embedded/host/drawing_file/drawing_store.h"
 #include "embedded/host/drawing_file/schema.h"
-#include "embedded/host/drawing_refusal.h"
 #include "platform/host/symbol_table.h"
 
 namespace Embedded {

@@ -6,15 +6,15 @@
 #include <set>
 #include <utility>
 
-#include "embedded/foundation/display_name.h"
-#include "embedded/foundation/text.h"
+#include "embedded/base/display_name.h"
+#include "embedded/base/text.h"
+#include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "embedded/host/drawing_file/drawing_header.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
 #include "embedded/host/drawing_file/object_rows.h"
 #include "embedded/host/drawing_file/salvaged_objects.h"
-#include "embedded/host/drawing_refusal.h"
 #include "platform/host/dictionary.h"
 #include "platform/host/symbol_table.h"
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "embedded/foundation/sql_wait.h"
-#include "embedded/host/file_result.h"
-#include "embedded/host/object_state.h"
+#include "embedded/base/sql_wait.h"
+#include "embedded/host/database/file_result.h"
+#include "embedded/host/database/object_state.h"
 #include "platform/export.h"
 
 namespace Embedded {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
+#include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
 #include "embedded/host/drawing_file/object_rows.h"
-#include "embedded/host/drawing_refusal.h"
 
 namespace Embedded {
 namespace {

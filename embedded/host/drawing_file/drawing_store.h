@@ -5,9 +5,9 @@
 #include <memory>
 #include <optional>
 
+#include "embedded/host/database/object_store.h"
 #include "embedded/host/drawing_file/drawing_connection.h"
 #include "embedded/host/drawing_file/drawing_header.h"
-#include "embedded/host/object_store.h"
 
 namespace Embedded {
 

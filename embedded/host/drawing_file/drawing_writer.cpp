@@ -3,7 +3,7 @@
 #include <map>
 #include <utility>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "embedded/host/drawing_file/drawing_header.h"
 #include "embedded/host/drawing_file/object_rows.h"
 

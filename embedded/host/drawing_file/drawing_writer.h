@@ -1,8 +1,8 @@
 // Carrying out a save in a database.
 #pragma once
 
+#include "embedded/host/database/save_plan.h"
 #include "embedded/host/drawing_file/drawing_connection.h"
-#include "embedded/host/save_plan.h"
 
 namespace Embedded {
 

@@ -4,10 +4,10 @@
 #include <map>
 #include <utility>
 
-#include "embedded/foundation/text.h"
-#include "embedded/host/database_imp.h"
+#include "embedded/base/text.h"
+#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/drawing_file/stored_resbuf.h"
-#include "embedded/host/drawing_refusal.h"
 #include "platform/host/resbuf.h"
 #include "platform/host/symbol_table.h"
 

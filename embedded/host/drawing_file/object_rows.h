@@ -2,8 +2,8 @@
 // object's class says; no class is named here.
 #pragma once
 
+#include "embedded/host/database/object_imp.h"
 #include "embedded/host/drawing_file/drawing_connection.h"
-#include "embedded/host/object_imp.h"
 
 namespace Embedded {
 

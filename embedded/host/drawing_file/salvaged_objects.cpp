@@ -4,9 +4,9 @@
 #include <set>
 #include <utility>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
+#include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/drawing_file/object_rows.h"
-#include "embedded/host/drawing_refusal.h"
 
 namespace Embedded {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "embedded/host/database/object_classes.h"
 #include "embedded/host/drawing_file/drawing_connection.h"
 #include "embedded/host/drawing_file/drawing_salvage.h"
-#include "embedded/host/object_classes.h"
 
 namespace Embedded {
 

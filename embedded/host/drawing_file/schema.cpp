@@ -4,7 +4,7 @@
 #include <map>
 #include <utility>
 
-#include "embedded/host/drawing_refusal.h"
+#include "embedded/host/database/drawing_refusal.h"
 
 namespace Embedded::DrawingSchema {
 namespace {

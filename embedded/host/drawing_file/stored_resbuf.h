@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "embedded/host/database/resbuf_value.h"
 #include "embedded/host/drawing_file/drawing_connection.h"
-#include "embedded/host/resbuf_value.h"
 
 namespace Embedded {
 

@@ -1,6 +1,6 @@
 #include "embedded/host/drawing_file/stored_text.h"
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 
 namespace Embedded {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "embedded/foundation/system_error.h"
+#include "embedded/base/system_error.h"
 
 namespace Embedded {
 namespace {

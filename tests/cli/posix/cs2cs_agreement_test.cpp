@@ -11,8 +11,8 @@
 #include "cli/command_line_test.h"
 #include "cli/posix/catalog_pairs.h"
 #include "cli/posix/proj_program.h"
-#include "embedded/foundation/text.h"
-#include "embedded/spatial_reference/coordinate_transformer.h"
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/operations/coordinate_transformer.h"
 
 namespace Tests {
 namespace {

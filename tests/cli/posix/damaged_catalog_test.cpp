@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "cli/command_line_test.h"
-#include "embedded/spatial_reference/catalog.h"
+#include "embedded/spatial_reference/catalog/catalog.h"
 
 namespace Tests {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 
 namespace Tests {
 namespace {

@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "cli/program_run.h"
-#include "embedded/foundation/win32/file_handle.h"
+#include "embedded/base/win32/file_handle.h"
 
 namespace Tests {
 

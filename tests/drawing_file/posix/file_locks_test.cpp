@@ -4,7 +4,7 @@
 
 #include "drawing_file/drawing_file_test.h"
 #include "drawing_file/posix/other_process.h"
-#include "embedded/foundation/file_look_up.h"
+#include "embedded/base/file_look_up.h"
 
 namespace Tests {
 namespace {

@@ -2,7 +2,7 @@
 #include <windows.h>
 
 #include "drawing_file/drawing_file_test.h"
-#include "embedded/foundation/win32/file_handle.h"
+#include "embedded/base/win32/file_handle.h"
 #include "support/win32/deep_folder.h"
 
 namespace Tests {

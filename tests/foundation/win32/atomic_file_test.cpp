@@ -3,9 +3,9 @@
 
 #include <windows.h>
 
-#include "embedded/foundation/atomic_file.h"
-#include "embedded/foundation/system_path.h"
-#include "embedded/foundation/win32/file_handle.h"
+#include "embedded/base/atomic_file.h"
+#include "embedded/base/system_path.h"
+#include "embedded/base/win32/file_handle.h"
 #include "support/win32/deep_folder.h"
 
 namespace Tests {

@@ -1,11 +1,11 @@
 // File names as this system's calls take them, and what its error numbers are told as.
-#include "embedded/foundation/system_path.h"
+#include "embedded/base/system_path.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "embedded/foundation/system_error.h"
-#include "embedded/foundation/win32/full_name.h"
+#include "embedded/base/system_error.h"
+#include "embedded/base/win32/full_name.h"
 
 namespace Tests {
 namespace {

@@ -1,5 +1,5 @@
 // What the per-library entry asks of the system. Only the stand-in for Win32 tells; the real one does not.
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "frame/library_attach.h"
 #include "support/platform_test.h"
 

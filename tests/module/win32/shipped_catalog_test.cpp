@@ -1,7 +1,7 @@
 // The catalog is found where the program is, whatever the folder is called and whatever other programs have set.
 #include <windows.h>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "module/module_test.h"
 #include "support/scoped_variable.h"
 #include "support/temporary_folder.h"

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 #include "module/module_test.h"
 
 namespace Tests {

@@ -11,8 +11,8 @@
 #include <fstream>
 #include <optional>
 
-#include "embedded/foundation/atomic_file.h"
-#include "embedded/foundation/posix/file_descriptor.h"
+#include "embedded/base/atomic_file.h"
+#include "embedded/base/posix/file_descriptor.h"
 #include "host/posix/child_process.h"
 #include "saves/posix/disk_calls.h"
 #include "saves/posix/simulated_disk.h"

@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-#include "embedded/host/drawing_dump.h"
+#include "embedded/host/drawing_file/drawing_dump.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "support/drawing.h"
 

@@ -1,6 +1,6 @@
 #include "saves/posix/save_scenario.h"
 
-#include "embedded/foundation/atomic_file.h"
+#include "embedded/base/atomic_file.h"
 #include "support/file_text.h"
 
 namespace Tests {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "embedded/spatial_reference/catalog.h"
+#include "embedded/spatial_reference/catalog/catalog.h"
 #include "spatial_reference/spatial_reference_test.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/foundation/system_path.h"
+#include "embedded/base/system_path.h"
 
 namespace Tests {
 

@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
 
 namespace Tests {
 

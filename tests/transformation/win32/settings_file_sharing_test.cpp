@@ -2,7 +2,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "embedded/foundation/win32/file_handle.h"
+#include "embedded/base/win32/file_handle.h"
 #include "transformation/transformation_test.h"
 #include "transformation/user_settings_file.h"
 

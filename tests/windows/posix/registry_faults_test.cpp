@@ -1,6 +1,6 @@
 #include <sqlite3.h>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "windows/posix/registry_file_test.h"
 
 namespace Tests {

@@ -2,8 +2,8 @@
 #include <filesystem>
 #include <string>
 
-#include "embedded/foundation/faults.h"
-#include "embedded/foundation/text.h"
+#include "embedded/base/text.h"
+#include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 #include "support/platform_test.h"
 #include "support/scoped_variable.h"

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "orvelcs/process.h"
+#include "orvelcs/cli/process.h"
 
 namespace {
 

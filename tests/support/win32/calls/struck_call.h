@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "embedded/foundation/faults.h"
+#include "embedded/diagnostics/fault_injection.h"
 
 namespace Tests {
 

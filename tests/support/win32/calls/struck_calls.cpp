@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <tuple>
 
-#include "embedded/foundation/audit.h"
+#include "embedded/diagnostics/resource_counters.h"
 #include "platform/windows.h"
 #include "support/win32/calls/struck_call.h"
 

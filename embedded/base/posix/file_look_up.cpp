@@ -1,0 +1,20 @@
+#include "embedded/base/file_look_up.h"
+
+#include <system_error>
+
+namespace Embedded {
+
+FileLookUp lookUpFile(const std::filesystem::path& file)
+{
+    namespace fs = std::filesystem;
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (!fs::status_known(status) || !fs::exists(status))
+        return {FileKind::nothing,
+                (error ? error : std::make_error_code(std::errc::no_such_file_or_directory)).message()};
+    if (fs::is_regular_file(status))
+        return {FileKind::regular, ""};
+    return {fs::is_directory(status) ? FileKind::folder : FileKind::other, ""};
+}
+
+} // namespace Embedded

@@ -1,0 +1,147 @@
+#include "embedded/base/text.h"
+
+#include <utf8.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace Embedded {
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+constexpr bool kWideIsUtf16 = sizeof(wchar_t) == 2;
+
+constexpr bool isHighSurrogate(char32_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+constexpr bool isLowSurrogate(char32_t unit)
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+constexpr bool isSurrogate(char32_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDFFF;
+}
+
+/// Takes one code point, or one unpaired surrogate, off the front of the text.
+char32_t takeCodePoint(std::wstring_view& text)
+{
+    const auto first = static_cast<char32_t>(text.front());
+    text.remove_prefix(1);
+    if (!kWideIsUtf16 || !isHighSurrogate(first) || text.empty() ||
+        !isLowSurrogate(static_cast<char32_t>(text.front())))
+        return first;
+    const auto second = static_cast<char32_t>(text.front());
+    text.remove_prefix(1);
+    return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
+}
+
+constexpr bool isScalarValue(char32_t codePoint)
+{
+    return codePoint <= 0x10FFFF && !isSurrogate(codePoint);
+}
+
+void appendUtf16le(std::string& bytes, char32_t unit)
+{
+    bytes += static_cast<char>(unit & 0xFF);
+    bytes += static_cast<char>(unit >> 8 & 0xFF);
+}
+
+void appendWide(std::wstring& text, char32_t codePoint)
+{
+    if (kWideIsUtf16 && codePoint > 0xFFFF) {
+        text += static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10));
+        text += static_cast<wchar_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FF));
+    } else {
+        text += static_cast<wchar_t>(codePoint);
+    }
+}
+
+char32_t unitAt(std::string_view bytes, std::size_t index)
+{
+    const auto low = static_cast<unsigned char>(bytes[2 * index]);
+    const auto high = static_cast<unsigned char>(bytes[2 * index + 1]);
+    return static_cast<char32_t>(low | high << 8);
+}
+
+bool isContinuationByte(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+} // namespace
+
+std::string utf8FromWide(std::wstring_view text)
+{
+    std::string utf8;
+    while (!text.empty()) {
+        const char32_t codePoint = takeCodePoint(text);
+        utf8::append(isScalarValue(codePoint) ? codePoint : kReplacement, std::back_inserter(utf8));
+    }
+    return utf8;
+}
+
+std::wstring wideFromUtf8(std::string_view utf8)
+{
+    std::string valid;
+    utf8::replace_invalid(utf8.begin(), utf8.end(), std::back_inserter(valid), kReplacement);
+    std::wstring text;
+    for (auto position = valid.cbegin(); position != valid.cend();)
+        appendWide(text, utf8::next(position, valid.cend()));
+    return text;
+}
+
+bool isValidUtf8(std::string_view utf8)
+{
+    return utf8::is_valid(utf8.begin(), utf8.end());
+}
+
+std::string_view beginningOfUtf8(std::string_view utf8, std::size_t mostBytes)
+{
+    std::size_t length = std::min(utf8.size(), mostBytes);
+    while (length > 0 && length < utf8.size() && isContinuationByte(utf8[length]))
+        --length;
+    return utf8.substr(0, length);
+}
+
+bool isWellFormed(std::wstring_view text)
+{
+    while (!text.empty()) {
+        if (!isScalarValue(takeCodePoint(text)))
+            return false;
+    }
+    return true;
+}
+
+std::string utf16leFromWide(std::wstring_view text)
+{
+    std::string bytes;
+    while (!text.empty()) {
+        const char32_t codePoint = takeCodePoint(text);
+        if (codePoint > 0x10FFFF) {
+            appendUtf16le(bytes, kReplacement);
+        } else if (codePoint > 0xFFFF) {
+            appendUtf16le(bytes, 0xD800 + ((codePoint - 0x10000) >> 10));
+            appendUtf16le(bytes, 0xDC00 + ((codePoint - 0x10000) & 0x3FF));
+        } else {
+            appendUtf16le(bytes, codePoint);
+        }
+    }
+    return bytes;
+}
+
+std::wstring wideFromUtf16le(std::string_view bytes)
+{
+    const std::size_t units = bytes.size() / 2;
+    std::wstring text;
+    for (std::size_t index = 0; index < units; ++index) {
+        const char32_t unit = unitAt(bytes, index);
+        const bool paired = isHighSurrogate(unit) && index + 1 < units && isLowSurrogate(unitAt(bytes, index + 1));
+        appendWide(text, paired ? 0x10000 + ((unit - 0xD800) << 10) + (unitAt(bytes, index + 1) - 0xDC00) : unit);
+        index += paired ? 1 : 0;
+    }
+    return text;
+}
+
+} // namespace Embedded

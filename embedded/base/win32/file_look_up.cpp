@@ -1,0 +1,21 @@
+#include "embedded/base/file_look_up.h"
+
+#include <windows.h>
+
+#include "embedded/base/system_error.h"
+#include "embedded/base/system_path.h"
+
+namespace Embedded {
+
+FileLookUp lookUpFile(const std::filesystem::path& file)
+{
+    const std::filesystem::path name = systemPath(file);
+    if (name.wstring().starts_with(LR"(\\.\)")) // of a device or a pipe, such as NUL and COM1
+        return {FileKind::other, ""};
+    const DWORD attributes = GetFileAttributesW(name.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return {FileKind::nothing, systemMessage(lastSystemError())};
+    return {(attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FileKind::folder : FileKind::regular, ""};
+}
+
+} // namespace Embedded

@@ -1,0 +1,41 @@
+#include "embedded/host/application/application_services.h"
+
+#include "embedded/host/application/application.h"
+#include "embedded/host/application/host_parts.h"
+#include "embedded/host/database/database_imp.h"
+
+QeDbHostApplicationServices::~QeDbHostApplicationServices() = default;
+
+namespace QeHost {
+
+ApplicationServices::ApplicationServices()
+{
+    databaseDestroyedHandler = [](const QeDbDatabase& database) { applicationServices().forget(database); };
+}
+
+void ApplicationServices::forget(const QeDbDatabase& database)
+{
+    if (workingDatabase_ == &database)
+        workingDatabase_ = nullptr;
+}
+
+ApplicationServices& applicationServices()
+{
+    static auto* const services = new ApplicationServices;
+    return *services;
+}
+
+} // namespace QeHost
+
+QeDbHostApplicationServices* qedbHostApplicationServices()
+{
+    const Embedded::HostParts& parts = QeHost::hostParts();
+    if (parts.otherApplicationServices != nullptr)
+        return parts.otherApplicationServices;
+    return parts.applicationServices ? &QeHost::applicationServices() : nullptr;
+}
+
+void Embedded::setUserRegistryProductRootKey(const std::wstring& path)
+{
+    QeHost::applicationServices().setRegistryRoot(path);
+}

@@ -1,0 +1,112 @@
+#include "embedded/host/application/decomposition_run.h"
+
+#include "embedded/base/text.h"
+#include "embedded/host/application/decomposition_manager.h"
+#include "embedded/host/application/host_parts.h"
+#include "embedded/host/database/database_imp.h"
+
+namespace Embedded {
+namespace {
+
+/// Keeps the first error, from whichever of the two recorders.
+class ErrorRecord final : public QeDbSaveErrorRecorder, public QeDbSaveErrorMessageRecorder {
+public:
+    Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code) override { return recordError(code, nullptr); }
+
+    Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code, const wchar_t* message) override
+    {
+        if (code == Qeapp::eOk)
+            return Qeapp::eInvalidInput;
+        if (code_ == Qeapp::eOk) {
+            code_ = code;
+            message_ = message != nullptr ? utf8FromWide(message) : std::string();
+        }
+        return Qeapp::eOk;
+    }
+
+    Qeapp::ErrorStatus code() const { return code_; }
+    const std::string& message() const { return message_; }
+
+private:
+    Qeapp::ErrorStatus code_ = Qeapp::eOk;
+    std::string message_;
+};
+
+std::string defaultMessage(QeDb::QeDbDwgVersion version, Qeapp::ErrorStatus code)
+{
+    return "the drawing's contents cannot be converted for drawing version " + std::to_string(version) + " (status " +
+           std::to_string(code) + ")";
+}
+
+template <class Visit>
+void forEachReactor(Visit visit)
+{
+    if (QeHost::hostParts().decompositionManager)
+        QeHost::decompositionManager().forEach(visit);
+}
+
+} // namespace
+
+// The delegated constructor comes first, so that the destructor cleans up after a reactor that throws.
+DecompositionRun::DecompositionRun(QeDbDatabase& database, QeDb::QeDbDwgVersion version)
+    : DecompositionRun(database, version, Started{})
+{
+    if (active_)
+        askReactors();
+    if (status_ == Qeapp::eOk)
+        return;
+    if (message_.empty())
+        message_ = defaultMessage(version_, status_);
+    abort();
+}
+
+DecompositionRun::DecompositionRun(QeDbDatabase& database, QeDb::QeDbDwgVersion version, Started /*started*/)
+    : database_(database), version_(version), depth_(database.transactionManager()->numActiveTransactions())
+{
+    active_ = database_.transactionManager()->startTransaction() != nullptr;
+    if (!active_)
+        status_ = Qeapp::eNoTransaction;
+}
+
+DecompositionRun::~DecompositionRun()
+{
+    abort();
+}
+
+void DecompositionRun::askReactors()
+{
+    ErrorRecord errors;
+    forEachReactor([&](QeDbDecompositionReactor& reactor) {
+        const Qeapp::ErrorStatus result = reactor.decomposeForSave(&database_, version_, &errors, &errors);
+        status_ = errors.code() != Qeapp::eOk ? errors.code() : result;
+        return status_ == Qeapp::eOk;
+    });
+    message_ = errors.message();
+}
+
+// A reactor may have left transactions of its own active; they end with the run's.
+void DecompositionRun::abort()
+{
+    if (!active_)
+        return;
+    active_ = false;
+    database_.imp().transactions.abortTo(depth_);
+    forEachReactor([&](QeDbDecompositionReactor& reactor) {
+        reactor.saveAborted(&database_, version_);
+        return true;
+    });
+}
+
+void DecompositionRun::complete()
+{
+    if (!active_)
+        return;
+    database_.imp().transactions.commitTo(depth_); // without memory the run is still active, and is undone
+    active_ = false;
+    forEachReactor([&](QeDbDecompositionReactor& reactor) {
+        reactor.saveCompleted(&database_, version_);
+        return true;
+    });
+}
+
+} // namespace Embedded

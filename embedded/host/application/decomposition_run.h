@@ -1,0 +1,47 @@
+// One round of the decomposition reactors for a save, and the transaction that it happens in.
+#pragma once
+
+#include <string>
+
+#include "platform/export.h"
+#include "platform/host/database.h"
+#include "platform/host/error_status.h"
+
+namespace Embedded {
+
+/// Asks every registered reactor to decompose the drawing for the version, inside a transaction of its own. The first
+/// result other than eOk, and the first error recorded, end the round and undo it at once.
+///
+/// After a round that went well the transaction is still active: the saver writes what the drawing holds now and then
+/// calls complete(). A run that goes out of scope without it undoes everything.
+class QEHOST_API DecompositionRun {
+public:
+    DecompositionRun(QeDbDatabase& database, QeDb::QeDbDwgVersion version);
+    /// Aborts, and tells the reactors saveAborted, unless the run has ended already.
+    ~DecompositionRun();
+    DecompositionRun(const DecompositionRun&) = delete;
+    DecompositionRun& operator=(const DecompositionRun&) = delete;
+
+    /// eOk, or the code that was recorded or returned first; eNoTransaction when no transaction could be started.
+    Qeapp::ErrorStatus status() const { return status_; }
+    /// Empty on eOk; otherwise the recorded message, or one that names the version and the code.
+    const std::string& message() const { return message_; }
+
+    /// Keeps what the reactors did and tells them saveCompleted. Does nothing for a run that failed or ended.
+    void complete();
+
+private:
+    struct Started {};
+    DecompositionRun(QeDbDatabase& database, QeDb::QeDbDwgVersion version, Started started);
+    void askReactors();
+    void abort();
+
+    QeDbDatabase& database_;
+    QeDb::QeDbDwgVersion version_;
+    int depth_; // of transactions before the run
+    bool active_ = false;
+    Qeapp::ErrorStatus status_ = Qeapp::eOk;
+    std::string message_;
+};
+
+} // namespace Embedded

@@ -1,0 +1,181 @@
+#include "embedded/host/application/dynamic_linker.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include "embedded/base/display_name.h"
+#include "embedded/host/database/fault.h"
+
+namespace QeHost {
+
+using Embedded::SharedLibrary;
+
+namespace {
+
+using EntryPoint = int (*)(int, void*);
+using ApiVersion = int (*)();
+
+constexpr const char* kEntryPointName = "qerxEntryPoint";
+constexpr const char* kApiVersionName = "qerxGetApiVersion";
+
+template <class Function>
+Function functionOf(const SharedLibrary& library, const char* name)
+{
+    return reinterpret_cast<Function>(library.symbol(name));
+}
+
+Embedded::ModuleLoad refused(const std::filesystem::path& file, const std::string& reason)
+{
+    return {Qeapp::eModuleRefused, Embedded::displayName(file) + ": " + reason, nullptr};
+}
+
+std::string hexadecimal(int number)
+{
+    std::ostringstream text;
+    text << std::hex << std::showbase << number;
+    return text.str();
+}
+
+/// Why the library cannot be a module of this host; empty when it can.
+std::string unfitness(const SharedLibrary& library)
+{
+    for (const char* name : {kApiVersionName, kEntryPointName}) {
+        if (library.symbol(name) == nullptr)
+            return std::string("it does not export ") + name + ", so it is not a module";
+    }
+    const int version = functionOf<ApiVersion>(library, kApiVersionName)();
+    if (version != kQeRxApiVersion)
+        return "it was built for host API version " + hexadecimal(version) + ", this host has " +
+               hexadecimal(kQeRxApiVersion);
+    return {};
+}
+
+int send(Module& module, QeRx::AppMsgCode message)
+{
+    return functionOf<EntryPoint>(module.library, kEntryPointName)(message, &module);
+}
+
+} // namespace
+
+bool DynamicLinker::unlockApplication(void* appHandle)
+{
+    Module* module = find(appHandle);
+    if (isStruck("QeRxDynamicLinker::unlockApplication") || module == nullptr)
+        return false;
+    module->unlocked = true;
+    return true;
+}
+
+Embedded::ModuleLoad DynamicLinker::load(const std::filesystem::path& file)
+{
+    std::string error;
+    SharedLibrary library = SharedLibrary::open(file, error);
+    if (!library)
+        return {Qeapp::eModuleNotFound, "the module cannot be loaded: " + error, nullptr};
+    if (Module* loaded = findSame(library))
+        return {Qeapp::eOk, {}, loaded};
+    if (const std::string reason = unfitness(library); !reason.empty())
+        return refused(file, reason);
+    return start(file, std::move(library));
+}
+
+Embedded::ModuleLoad DynamicLinker::start(const std::filesystem::path& file, SharedLibrary library)
+{
+    modules_.push_back(std::make_unique<Module>(Module{std::move(library), false, false}));
+    Module& module = *modules_.back();
+    const int answer = send(module, QeRx::kInitAppMsg);
+    if (answer == QeRx::kRetOK)
+        return {Qeapp::eOk, {}, &module};
+    forget(&module);
+    return refused(file, "its initialisation answered " + std::to_string(answer));
+}
+
+Qeapp::ErrorStatus DynamicLinker::unload(void* handle)
+{
+    Module* module = find(handle);
+    if (module == nullptr)
+        return Qeapp::eInvalidInput;
+    if (!module->unlocked || send(*module, QeRx::kUnloadAppMsg) != QeRx::kRetOK)
+        return Qeapp::eModuleRefused;
+    forget(module);
+    return Qeapp::eOk;
+}
+
+Module* DynamicLinker::find(const void* handle) const
+{
+    const auto found =
+        std::find_if(modules_.begin(), modules_.end(), [handle](const auto& module) { return module.get() == handle; });
+    return found != modules_.end() ? found->get() : nullptr;
+}
+
+Module* DynamicLinker::findSame(const SharedLibrary& library) const
+{
+    const auto found = std::find_if(modules_.begin(), modules_.end(),
+                                    [&](const auto& module) { return module->library.isSameAs(library); });
+    return found != modules_.end() ? found->get() : nullptr;
+}
+
+void DynamicLinker::forget(const Module* module)
+{
+    std::erase_if(modules_, [module](const auto& candidate) { return candidate.get() == module; });
+}
+
+DynamicLinker& dynamicLinker()
+{
+    static auto* const linker = new DynamicLinker;
+    return *linker;
+}
+
+} // namespace QeHost
+
+QeRxClass* QeRxDynamicLinker::desc()
+{
+    static QeRxClass descriptor(L"QeRxDynamicLinker", QeRxObject::desc());
+    return &descriptor;
+}
+
+QeRxClass* QeRxDynamicLinker::isA() const
+{
+    return desc();
+}
+
+bool qerxRegisterAppMDIAware(void* appHandle)
+{
+    QeHost::Module* module = QeHost::dynamicLinker().find(appHandle);
+    if (QeHost::isStruck("qerxRegisterAppMDIAware") || module == nullptr)
+        return false;
+    module->mdiAware = true;
+    return true;
+}
+
+namespace Embedded {
+
+ModuleLoad loadModule(const std::filesystem::path& file)
+{
+    return QeHost::dynamicLinker().load(file);
+}
+
+Qeapp::ErrorStatus unloadModule(void* handle)
+{
+    return QeHost::dynamicLinker().unload(handle);
+}
+
+void* moduleSymbol(void* handle, const char* name)
+{
+    const QeHost::Module* module = QeHost::dynamicLinker().find(handle);
+    return module != nullptr && name != nullptr ? module->library.symbol(name) : nullptr;
+}
+
+bool isModuleUnlocked(void* handle)
+{
+    const QeHost::Module* module = QeHost::dynamicLinker().find(handle);
+    return module != nullptr && module->unlocked;
+}
+
+bool isModuleMdiAware(void* handle)
+{
+    const QeHost::Module* module = QeHost::dynamicLinker().find(handle);
+    return module != nullptr && module->mdiAware;
+}
+
+} // namespace Embedded

@@ -1,0 +1,234 @@
+#include "platform/host/dictionary.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/dictionary_iterator.h"
+#include "embedded/host/database/fault.h"
+#include "platform/host/xrecord.h"
+
+namespace QeHost {
+namespace {
+
+const DictionaryEntries& entriesOf(const QeDbDictionary& dictionary)
+{
+    return stateOf<DictionaryState>(dictionary).entries;
+}
+
+/// The live object under the key, or null.
+Stub* findEntry(const QeDbDictionary& dictionary, const wchar_t* key)
+{
+    Stub* const found = entriesOf(dictionary).find(key);
+    return isLive(found) ? found : nullptr;
+}
+
+bool canBeEntry(const QeDbObject& object)
+{
+    return object.isKindOf(QeDbDictionary::desc()) || object.isKindOf(QeDbXrecord::desc());
+}
+
+Qeapp::ErrorStatus refusalToChange(const QeDbDictionary& dictionary)
+{
+    if (dictionary.imp().stub == nullptr)
+        return Qeapp::eNotInDatabase;
+    return dictionary.imp().canWrite() ? Qeapp::eOk : Qeapp::eNotOpenForWrite;
+}
+
+Qeapp::ErrorStatus refusalToAdd(const QeDbDictionary& dictionary, const wchar_t* key, const QeDbObject* object)
+{
+    if (const Qeapp::ErrorStatus refusal = refusalToChange(dictionary); refusal != Qeapp::eOk)
+        return refusal;
+    if (key == nullptr || *key == L'\0')
+        return Qeapp::eInvalidKey;
+    if (object == nullptr)
+        return Qeapp::eInvalidInput;
+    if (object->imp().stub != nullptr)
+        return Qeapp::eAlreadyInDatabase;
+    if (!canBeEntry(*object))
+        return Qeapp::eNotThatKindOfClass;
+    const Stub* replaced = findEntry(dictionary, key);
+    return replaced != nullptr ? conflictOf(*replaced, QeDb::kForWrite) : Qeapp::eOk;
+}
+
+void detach(Stub& stub)
+{
+    writableStateOf<ObjectState>(loaded(stub)).owner = nullptr;
+}
+
+bool isThere(const Stub& stub)
+{
+    return stub.object != nullptr || stub.isStored;
+}
+
+/// Erases what an entry held, or, where that is erased already, lets go of it, so that it cannot come back.
+void discard(Stub& stub)
+{
+    if (!isThere(stub))
+        return;
+    const QeDbObjectId kept(&stub); // at least until its reactors were told
+    const bool wasLive = isLive(&stub);
+    detach(stub);
+    if (!wasLive)
+        return;
+    stub.object->imp().state->erased = true;
+    notifyErased(*stub.object, true);
+}
+
+/// Puts the new object under the key and says what was there, or null. Without memory the dictionary stays as it was.
+Stub* putEntry(const QeDbDictionary& dictionary, const wchar_t* key, QeDbObject& object)
+{
+    DictionaryEntries& entries = writableStateOf<DictionaryState>(dictionary).entries;
+    Stub* const replaced = entries.find(key);
+    if (replaced != nullptr && isThere(*replaced))
+        prepareToWrite(loaded(*replaced).imp()); // discarding it can fail no more
+    DictionaryEntries::Map entry;
+    Stub*& added = entry[key];
+    added = &dictionary.imp().stub->database->adopt(object, dictionary.imp().stub);
+    entries.put(std::move(entry));
+    return replaced;
+}
+
+Qeapp::ErrorStatus removeEntry(const QeDbDictionary& dictionary, const std::wstring& key)
+{
+    DictionaryEntries& entries = writableStateOf<DictionaryState>(dictionary).entries;
+    Stub& object = *entries.find(key);
+    prepareToWrite(loaded(object).imp()); // detaching it can fail no more
+    entries.remove(key);
+    detach(object);
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus removeLiveEntry(const QeDbDictionary& dictionary, const wchar_t* key, QeDbObjectId& id)
+{
+    if (key == nullptr)
+        return Qeapp::eInvalidKey;
+    Stub* const stub = findEntry(dictionary, key);
+    if (stub == nullptr)
+        return Qeapp::eKeyNotFound;
+    id = QeDbObjectId(stub);
+    return removeEntry(dictionary, key);
+}
+
+Qeapp::ErrorStatus removeObject(const QeDbDictionary& dictionary, const QeDbObjectId& id)
+{
+    if (id.isNull())
+        return Qeapp::eNullObjectId;
+    const std::wstring key = isLive(id.stub()) ? entriesOf(dictionary).keyOf(*id.stub()) : std::wstring();
+    return key.empty() ? Qeapp::eKeyNotFound : removeEntry(dictionary, key);
+}
+
+} // namespace
+} // namespace QeHost
+
+QeRxClass* QeDbDictionary::desc()
+{
+    static QeRxClass descriptor(L"QeDbDictionary", QeDbObject::desc());
+    return &descriptor;
+}
+
+QeRxClass* QeDbDictionary::isA() const
+{
+    return desc();
+}
+
+QeDbDictionary::QeDbDictionary() : QeDbObject(new QeHost::DictionaryState)
+{
+}
+
+Qeapp::ErrorStatus QeDbDictionary::getAt(const wchar_t* key, QeDbObjectId& id) const
+{
+    id.setNull();
+    if (const auto fault = QeHost::faultOf("QeDbDictionary::getAt", Qeapp::eKeyNotFound))
+        return *fault;
+    if (!imp().canRead())
+        return Qeapp::eNotOpenForRead;
+    if (key == nullptr)
+        return Qeapp::eInvalidKey;
+    return QeHost::answered([&] {
+        id = QeDbObjectId(QeHost::findEntry(*this, key));
+        return id.isNull() ? Qeapp::eKeyNotFound : Qeapp::eOk;
+    });
+}
+
+Qeapp::ErrorStatus QeDbDictionary::getAt(const wchar_t* key, QeDbObject*& object, QeDb::OpenMode mode) const
+{
+    object = nullptr;
+    QeDbObjectId id;
+    if (const Qeapp::ErrorStatus status = getAt(key, id); status != Qeapp::eOk)
+        return status;
+    return qedbOpenQeDbObject(object, id, mode);
+}
+
+bool QeDbDictionary::has(const wchar_t* key) const
+{
+    const auto find = [&] { return QeHost::findEntry(*this, key) != nullptr ? Qeapp::eOk : Qeapp::eKeyNotFound; };
+    return key != nullptr && imp().canRead() && QeHost::answered(find) == Qeapp::eOk;
+}
+
+std::uint32_t QeDbDictionary::numEntries() const
+{
+    if (!imp().canRead())
+        return 0;
+    std::ptrdiff_t live = 0;
+    const Qeapp::ErrorStatus counted = QeHost::answered([&] {
+        const auto entries = QeHost::entriesOf(*this).all();
+        live = std::count_if(entries.begin(), entries.end(),
+                             [](const auto& entry) { return QeHost::isLive(entry.second); });
+        return Qeapp::eOk;
+    });
+    return counted == Qeapp::eOk ? static_cast<std::uint32_t>(live) : 0;
+}
+
+Qeapp::ErrorStatus QeDbDictionary::setAt(const wchar_t* key, QeDbObject* object, QeDbObjectId& id)
+{
+    id.setNull();
+    if (const auto fault = QeHost::faultOf("QeDbDictionary::setAt"))
+        return *fault;
+    return QeHost::answered([&] {
+        if (const Qeapp::ErrorStatus refusal = QeHost::refusalToAdd(*this, key, object); refusal != Qeapp::eOk)
+            return refusal;
+        QeHost::Stub* const replaced = QeHost::putEntry(*this, key, *object);
+        id = object->objectId();
+        if (replaced != nullptr)
+            QeHost::discard(*replaced);
+        return Qeapp::eOk;
+    });
+}
+
+Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key, QeDbObjectId& id)
+{
+    id.setNull();
+    if (const auto fault = QeHost::faultOf("QeDbDictionary::remove"))
+        return *fault;
+    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToChange(*this); refusal != Qeapp::eOk)
+        return refusal;
+    return QeHost::answered([&] { return QeHost::removeLiveEntry(*this, key, id); });
+}
+
+Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key)
+{
+    QeDbObjectId id;
+    return remove(key, id);
+}
+
+Qeapp::ErrorStatus QeDbDictionary::remove(QeDbObjectId id)
+{
+    if (const auto fault = QeHost::faultOf("QeDbDictionary::remove"))
+        return *fault;
+    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToChange(*this); refusal != Qeapp::eOk)
+        return refusal;
+    return QeHost::answered([&] { return QeHost::removeObject(*this, id); });
+}
+
+QeDbDictionaryIterator* QeDbDictionary::newIterator() const
+{
+    if (QeHost::isStruck("QeDbDictionary::newIterator") || !imp().canRead())
+        return nullptr;
+    QeDbDictionaryIterator* iterator = nullptr;
+    static_cast<void>(QeHost::answered([&] { // without one, the caller knows that it failed
+        iterator = new QeHost::DictionaryIterator(*this);
+        return Qeapp::eOk;
+    }));
+    return iterator;
+}

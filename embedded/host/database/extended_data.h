@@ -1,0 +1,15 @@
+// An object's extended data as values, for those who show or save it.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "embedded/host/database/object_imp.h"
+
+namespace QeHost {
+
+/// By live application, in name order.
+std::vector<std::pair<std::wstring, Embedded::ResbufValues>> extendedDataOf(const QeDbObject& object);
+
+} // namespace QeHost

@@ -1,0 +1,28 @@
+// How a host call learns that it is to fail.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "embedded/diagnostics/fault_injection.h"
+#include "platform/host/error_status.h"
+
+namespace QeHost {
+
+/// The status to return at once when a failure is planned for the call.
+inline std::optional<Qeapp::ErrorStatus> faultOf(std::string_view call,
+                                                 Qeapp::ErrorStatus failure = Qeapp::eOutOfMemory)
+{
+    const std::optional<int> code = Embedded::Faults::strike(call, failure);
+    if (!code)
+        return std::nullopt;
+    return static_cast<Qeapp::ErrorStatus>(*code);
+}
+
+/// The same for calls that have no status to return.
+inline bool isStruck(std::string_view call)
+{
+    return faultOf(call).has_value();
+}
+
+} // namespace QeHost

@@ -1,0 +1,103 @@
+#include "platform/host/geodata.h"
+
+#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/fault.h"
+
+namespace QeHost {
+namespace {
+
+/// Throws StoreFailure.
+Qeapp::ErrorStatus refusalToOwn(Stub* block)
+{
+    if (block == nullptr)
+        return Qeapp::eNullObjectId;
+    if (!isLive(block))
+        return Qeapp::eObjectErased;
+    return loaded(*block).isKindOf(QeDbBlockTableRecord::desc()) ? Qeapp::eOk : Qeapp::eNotThatKindOfClass;
+}
+
+} // namespace
+} // namespace QeHost
+
+QeRxClass* QeDbGeoData::desc()
+{
+    static QeRxClass descriptor(L"QeDbGeoData", QeDbObject::desc());
+    return &descriptor;
+}
+
+QeRxClass* QeDbGeoData::isA() const
+{
+    return desc();
+}
+
+QeDbGeoData::QeDbGeoData() : QeDbObject(new QeHost::GeoDataState)
+{
+}
+
+const wchar_t* QeDbGeoData::coordinateSystem() const
+{
+    return QeHost::stateOf<QeHost::GeoDataState>(*this).coordinateSystem.c_str();
+}
+
+Qeapp::ErrorStatus QeDbGeoData::setCoordinateSystem(const wchar_t* text)
+{
+    if (const auto fault = QeHost::faultOf("QeDbGeoData::setCoordinateSystem"))
+        return *fault;
+    if (!imp().canWrite())
+        return Qeapp::eNotOpenForWrite;
+    if (text == nullptr)
+        return Qeapp::eInvalidInput;
+    QeHost::writableStateOf<QeHost::GeoDataState>(*this).coordinateSystem = text;
+    return Qeapp::eOk;
+}
+
+QeDbObjectId QeDbGeoData::blockTableRecordId() const
+{
+    return QeHost::stateOf<QeHost::GeoDataState>(*this).block;
+}
+
+Qeapp::ErrorStatus QeDbGeoData::setBlockTableRecordId(QeDbObjectId id)
+{
+    if (const auto fault = QeHost::faultOf("QeDbGeoData::setBlockTableRecordId"))
+        return *fault;
+    if (imp().stub != nullptr)
+        return Qeapp::eAlreadyInDatabase;
+    return QeHost::answered([&] {
+        const Qeapp::ErrorStatus refusal = QeHost::refusalToOwn(id.stub());
+        if (refusal == Qeapp::eOk)
+            QeHost::writableStateOf<QeHost::GeoDataState>(*this).block = id;
+        return refusal;
+    });
+}
+
+Qeapp::ErrorStatus QeDbGeoData::postToDb(QeDbObjectId& id)
+{
+    id.setNull();
+    if (const auto fault = QeHost::faultOf("QeDbGeoData::postToDb"))
+        return *fault;
+    if (imp().stub != nullptr)
+        return Qeapp::eAlreadyInDatabase;
+    QeHost::Stub* block = QeHost::stateOf<QeHost::GeoDataState>(*this).block.stub();
+    const Qeapp::ErrorStatus refusal = QeHost::answered([&] { return QeHost::refusalToOwn(block); });
+    if (refusal != Qeapp::eOk)
+        return refusal;
+    QeHost::DatabaseImp& database = *block->database;
+    if (database.geoData() != nullptr)
+        return Qeapp::eDuplicateKey;
+    QeHost::makeRoomForOne(database.geoDataObjects);
+    QeHost::Stub& stub = database.adopt(*this, block);
+    database.geoDataObjects.push_back(&stub);
+    id = QeDbObjectId(&stub);
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus qedbGetGeoDataObjId(QeDbDatabase* database, QeDbObjectId& id)
+{
+    id.setNull();
+    if (const auto fault = QeHost::faultOf("qedbGetGeoDataObjId", Qeapp::eInvalidInput))
+        return *fault;
+    if (database == nullptr)
+        return Qeapp::eInvalidInput;
+    id = QeDbObjectId(database->imp().geoData());
+    return id.isNull() ? Qeapp::eKeyNotFound : Qeapp::eOk;
+}

@@ -1,0 +1,194 @@
+#include "platform/host/object.h"
+
+#include <utility>
+
+#include "embedded/diagnostics/resource_counters.h"
+#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/fault.h"
+#include "embedded/host/database/symbol_table_search.h"
+#include "embedded/host/database/unreachable_objects.h"
+#include "platform/host/geodata.h"
+#include "platform/host/memory.h"
+
+using Embedded::Audit;
+using Embedded::Held;
+
+namespace QeHost {
+namespace {
+
+/// Ends the writer's turn; whoever asked to hear of changes hears of this one while the object can still be queried.
+void endWriting(const QeDbObject& object)
+{
+    ObjectImp& imp = object.imp();
+    if (std::exchange(imp.modified, false))
+        notifyModified(object);
+    imp.writing = false;
+}
+
+/// An object that comes back must not collide with what took its place meanwhile.
+Qeapp::ErrorStatus refusalToUnerase(const QeDbObject& object)
+{
+    const Stub& stub = *object.imp().stub;
+    if (stub.undone)
+        return Qeapp::eObjectErased;
+    if (object.isKindOf(QeDbGeoData::desc()) && stub.database->geoData() != nullptr)
+        return Qeapp::eDuplicateKey;
+    if (object.isKindOf(QeDbSymbolTableRecord::desc()) && hasNamesake(stub))
+        return Qeapp::eDuplicateKey;
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus refusalToErase(const QeDbObject& object, bool erasing)
+{
+    const ObjectImp& imp = object.imp();
+    if (imp.stub == nullptr)
+        return Qeapp::eNotInDatabase;
+    if (!imp.canWrite())
+        return Qeapp::eNotOpenForWrite;
+    if (!erasing)
+        return refusalToUnerase(object);
+    return imp.stub->database->isIndispensable(*imp.stub) ? Qeapp::eNotApplicable : Qeapp::eOk;
+}
+
+} // namespace
+} // namespace QeHost
+
+QeRxClass* QeDbObject::desc()
+{
+    static QeRxClass descriptor(L"QeDbObject", QeRxObject::desc());
+    return &descriptor;
+}
+
+QeRxClass* QeDbObject::isA() const
+{
+    return desc();
+}
+
+QeDbObject::QeDbObject(QeHost::ObjectState* state) : imp_(nullptr)
+{
+    std::unique_ptr<QeHost::ObjectState> owned(state);
+    imp_ = new QeHost::ObjectImp;
+    imp_->state = std::move(owned);
+    Audit::add(Held::detachedObject);
+}
+
+QeDbObject::~QeDbObject()
+{
+    if (imp_->stub == nullptr)
+        Audit::remove(Held::detachedObject);
+    else
+        imp_->stub->object = nullptr;
+    Audit::remove(Held::objectReactor, static_cast<long>(imp_->reactors.size()));
+    delete imp_;
+}
+
+QeDbObjectId QeDbObject::objectId() const
+{
+    return QeDbObjectId(imp_->stub);
+}
+
+QeDbObjectId QeDbObject::ownerId() const
+{
+    return QeDbObjectId(imp_->state->owner);
+}
+
+QeDbDatabase* QeDbObject::database() const
+{
+    return imp_->stub != nullptr ? &imp_->stub->database->database : nullptr;
+}
+
+Qeapp::ErrorStatus QeDbObject::close()
+{
+    if (imp_->stub == nullptr)
+        return Qeapp::eNotInDatabase;
+    if (imp_->writing)
+        QeHost::endWriting(*this);
+    else if (imp_->readers > 0)
+        --imp_->readers;
+    else
+        return Qeapp::eNotOpenForRead;
+    Audit::remove(Held::openObject);
+    QeHost::destroyIfLost(*imp_->stub); // perhaps this object
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus QeDbObject::upgradeOpen()
+{
+    if (const auto fault = QeHost::faultOf("QeDbObject::upgradeOpen", Qeapp::eOpenForRead))
+        return *fault;
+    if (imp_->stub == nullptr)
+        return Qeapp::eNotInDatabase;
+    if (imp_->writing)
+        return Qeapp::eOpenForWrite;
+    if (imp_->readers == 0)
+        return Qeapp::eNotOpenForRead;
+    if (imp_->readers > 1)
+        return Qeapp::eOpenForRead;
+    imp_->readers = 0;
+    imp_->writing = true;
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus QeDbObject::downgradeOpen()
+{
+    if (const auto fault = QeHost::faultOf("QeDbObject::downgradeOpen"))
+        return *fault;
+    if (imp_->stub == nullptr)
+        return Qeapp::eNotInDatabase;
+    if (!imp_->writing)
+        return Qeapp::eNotOpenForWrite;
+    QeHost::endWriting(*this);
+    imp_->readers = 1;
+    return Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus QeDbObject::erase(bool erasing)
+{
+    if (const auto fault = QeHost::faultOf("QeDbObject::erase"))
+        return *fault;
+    if (imp_->stub != nullptr && imp_->writing && imp_->state->erased == erasing && !imp_->stub->undone)
+        return Qeapp::eOk;
+    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToErase(*this, erasing); refusal != Qeapp::eOk)
+        return refusal;
+    QeHost::writableStateOf<QeHost::ObjectState>(*this).erased = erasing;
+    QeHost::notifyErased(*this, erasing);
+    return Qeapp::eOk;
+}
+
+bool QeDbObject::isErased() const
+{
+    return imp_->state->erased;
+}
+
+bool QeDbObject::isReadEnabled() const
+{
+    return imp_->canRead();
+}
+
+bool QeDbObject::isWriteEnabled() const
+{
+    return imp_->canWrite();
+}
+
+void* QeDbObject::operator new(std::size_t size)
+{
+    void* memory = qeHeapAlloc(size);
+    if (memory == nullptr)
+        throw std::bad_alloc();
+    return memory;
+}
+
+void* QeDbObject::operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+{
+    return qeHeapAlloc(size);
+}
+
+void QeDbObject::operator delete(void* memory) noexcept
+{
+    qeHeapFree(memory);
+}
+
+void QeDbObject::operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
+{
+    qeHeapFree(memory);
+}

@@ -1,0 +1,98 @@
+// What objects hold. A class lists its fields once, in `visit`; loading, saving, undoing and checking go through them
+// with visitors of their own.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "embedded/host/database/dictionary_entries.h"
+#include "embedded/host/database/resbuf_value.h"
+#include "platform/host/object.h"
+
+namespace Embedded {
+using Handle = std::uint64_t; // an object's number in its drawing; 0 for none
+} // namespace Embedded
+
+namespace QeHost {
+
+struct Stub;
+
+/// By the application's record, so that the data follows a renamed application and vanishes with an erased one.
+using ExtendedData = std::map<Stub*, Embedded::ResbufValues>;
+
+/// A kind of field a function. `field` is the name under which a drawing file keeps it; an object has one field at most
+/// of each kind without a name.
+class FieldVisitor {
+public:
+    virtual ~FieldVisitor() = default;
+    virtual void text(std::string_view field, std::wstring& text) = 0;
+    /// Another object, which this one does not own.
+    virtual void reference(std::string_view field, QeDbObjectId& object) = 0;
+    virtual void values(Embedded::ResbufValues& values) = 0;
+    /// Objects that this one owns, by key.
+    virtual void entries(DictionaryEntries& entries) = 0;
+    /// Objects that this one owns, which have names of their own.
+    virtual void records(std::vector<Stub*>& records) = 0;
+    virtual void extendedData(ExtendedData& data) = 0;
+};
+
+struct ObjectState {
+    Stub* owner = nullptr;
+    bool erased = false;
+    ExtendedData extendedData;
+
+    ObjectState() = default;
+    ObjectState(const ObjectState&) = delete;
+    ObjectState& operator=(const ObjectState&) = delete;
+    virtual ~ObjectState() = default;
+
+    /// The fields of the class.
+    virtual void visit(FieldVisitor& visitor) = 0;
+    /// Those that every object has, too.
+    void visitAll(FieldVisitor& visitor)
+    {
+        visit(visitor);
+        visitor.extendedData(extendedData);
+    }
+};
+
+struct DictionaryState final : ObjectState {
+    DictionaryEntries entries;
+
+    void visit(FieldVisitor& visitor) override { visitor.entries(entries); }
+};
+
+struct XrecordState final : ObjectState {
+    Embedded::ResbufValues values;
+
+    void visit(FieldVisitor& visitor) override { visitor.values(values); }
+};
+
+/// Erased records stay, so that they are back when they are unerased.
+struct SymbolTableState final : ObjectState {
+    std::vector<Stub*> records;
+
+    void visit(FieldVisitor& visitor) override { visitor.records(records); }
+};
+
+struct SymbolRecordState final : ObjectState {
+    std::wstring name;
+
+    void visit(FieldVisitor& visitor) override { visitor.text("name", name); }
+};
+
+struct GeoDataState final : ObjectState {
+    std::wstring coordinateSystem;
+    QeDbObjectId block;
+
+    void visit(FieldVisitor& visitor) override
+    {
+        visitor.text("coordinate system", coordinateSystem);
+        visitor.reference("block", block);
+    }
+};
+
+} // namespace QeHost

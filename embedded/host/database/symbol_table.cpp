@@ -1,0 +1,223 @@
+#include "platform/host/symbol_table.h"
+
+#include <algorithm>
+
+#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/fault.h"
+#include "embedded/host/database/symbol_name.h"
+#include "embedded/host/database/symbol_table_search.h"
+#include "platform/host/database.h"
+
+namespace QeHost {
+
+const std::wstring& nameOf(const Stub& record)
+{
+    return stateOf<SymbolRecordState>(*record.object).name;
+}
+
+Stub* findRecord(const Stub& table, std::wstring_view name)
+{
+    const auto& records = stateOf<SymbolTableState>(*table.object).records;
+    const auto found = std::find_if(records.begin(), records.end(), [name](const Stub* record) {
+        return record->object != nullptr && isLive(record) && isSameName(nameOf(*record), name);
+    });
+    return found != records.end() ? *found : nullptr;
+}
+
+namespace {
+
+/// Whether the record may not get the name because its table has it already.
+bool isTakenByAnother(const Stub& record, std::wstring_view name)
+{
+    const Stub* table = record.object->imp().state->owner;
+    const Stub* holder = findRecord(*table, name);
+    return holder != nullptr && holder != &record;
+}
+
+Qeapp::ErrorStatus refusalToRename(const ObjectImp& imp, const wchar_t* name)
+{
+    if (!imp.canWrite())
+        return Qeapp::eNotOpenForWrite;
+    if (name == nullptr || *name == L'\0')
+        return Qeapp::eInvalidInput;
+    if (imp.stub == nullptr)
+        return Qeapp::eOk;
+    if (imp.stub->database->isIndispensable(*imp.stub))
+        return Qeapp::eNotApplicable;
+    return isTakenByAnother(*imp.stub, name) ? Qeapp::eDuplicateKey : Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus refusalToAdd(const ObjectImp& table, const QeDbSymbolTableRecord* record)
+{
+    if (table.stub == nullptr)
+        return Qeapp::eNotInDatabase;
+    if (!table.canWrite())
+        return Qeapp::eNotOpenForWrite;
+    if (record == nullptr)
+        return Qeapp::eInvalidInput;
+    if (record->imp().stub != nullptr)
+        return Qeapp::eAlreadyInDatabase;
+    const std::wstring& name = stateOf<SymbolRecordState>(*record).name;
+    if (name.empty())
+        return Qeapp::eInvalidKey;
+    return findRecord(*table.stub, name) != nullptr ? Qeapp::eDuplicateKey : Qeapp::eOk;
+}
+
+} // namespace
+
+bool hasNamesake(const Stub& record)
+{
+    return isTakenByAnother(record, nameOf(record));
+}
+
+} // namespace QeHost
+
+QeRxClass* QeDbSymbolTableRecord::desc()
+{
+    static QeRxClass descriptor(L"QeDbSymbolTableRecord", QeDbObject::desc());
+    return &descriptor;
+}
+
+QeRxClass* QeDbSymbolTableRecord::isA() const
+{
+    return desc();
+}
+
+Qeapp::ErrorStatus QeDbSymbolTableRecord::setName(const wchar_t* name)
+{
+    if (const auto fault = QeHost::faultOf("QeDbSymbolTableRecord::setName"))
+        return *fault;
+    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToRename(imp(), name); refusal != Qeapp::eOk)
+        return refusal;
+    QeHost::writableStateOf<QeHost::SymbolRecordState>(*this).name = name;
+    return Qeapp::eOk;
+}
+
+const wchar_t* QeDbSymbolTableRecord::getName() const
+{
+    return QeHost::stateOf<QeHost::SymbolRecordState>(*this).name.c_str();
+}
+
+QeRxClass* QeDbSymbolTable::desc()
+{
+    static QeRxClass descriptor(L"QeDbSymbolTable", QeDbObject::desc());
+    return &descriptor;
+}
+
+QeRxClass* QeDbSymbolTable::isA() const
+{
+    return desc();
+}
+
+bool QeDbSymbolTable::has(const wchar_t* name) const
+{
+    return name != nullptr && imp().stub != nullptr && imp().canRead() &&
+           QeHost::findRecord(*imp().stub, name) != nullptr;
+}
+
+Qeapp::ErrorStatus QeDbSymbolTable::getAt(const wchar_t* name, QeDbObjectId& id) const
+{
+    id.setNull();
+    if (const auto fault = QeHost::faultOf("QeDbSymbolTable::getAt", Qeapp::eKeyNotFound))
+        return *fault;
+    if (name == nullptr)
+        return Qeapp::eInvalidKey;
+    if (!imp().canRead())
+        return Qeapp::eNotOpenForRead;
+    if (imp().stub != nullptr)
+        id = QeDbObjectId(QeHost::findRecord(*imp().stub, name));
+    return id.isNull() ? Qeapp::eKeyNotFound : Qeapp::eOk;
+}
+
+Qeapp::ErrorStatus QeDbSymbolTable::addRecord(QeDbObjectId& id, QeDbSymbolTableRecord* record)
+{
+    id.setNull();
+    const bool holdsBlocks = isKindOf(QeDbBlockTable::desc());
+    if (const auto fault = QeHost::faultOf(holdsBlocks ? "QeDbBlockTable::add" : "QeDbRegAppTable::add"))
+        return *fault;
+    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToAdd(imp(), record); refusal != Qeapp::eOk)
+        return refusal;
+    auto& records = QeHost::writableStateOf<QeHost::SymbolTableState>(*this).records;
+    QeHost::makeRoomForOne(records);
+    QeHost::Stub& stub = imp().stub->database->adopt(*record, imp().stub);
+    records.push_back(&stub);
+    id = QeDbObjectId(&stub);
+    return Qeapp::eOk;
+}
+
+QeRxClass* QeDbRegAppTableRecord::desc()
+{
+    static QeRxClass descriptor(L"QeDbRegAppTableRecord", QeDbSymbolTableRecord::desc());
+    return &descriptor;
+}
+
+QeRxClass* QeDbRegAppTableRecord::isA() const
+{
+    return desc();
+}
+
+QeDbRegAppTableRecord::QeDbRegAppTableRecord() : QeDbSymbolTableRecord(new QeHost::SymbolRecordState)
+{
+}
+
+QeRxClass* QeDbRegAppTable::desc()
+{
+    static QeRxClass descriptor(L"QeDbRegAppTable", QeDbSymbolTable::desc());
+    return &descriptor;
+}
+
+QeRxClass* QeDbRegAppTable::isA() const
+{
+    return desc();
+}
+
+QeDbRegAppTable::QeDbRegAppTable() : QeDbSymbolTable(new QeHost::SymbolTableState)
+{
+}
+
+QeRxClass* QeDbBlockTableRecord::desc()
+{
+    static QeRxClass descriptor(L"QeDbBlockTableRecord", QeDbSymbolTableRecord::desc());
+    return &descriptor;
+}
+
+QeRxClass* QeDbBlockTableRecord::isA() const
+{
+    return desc();
+}
+
+QeDbBlockTableRecord::QeDbBlockTableRecord() : QeDbSymbolTableRecord(new QeHost::SymbolRecordState)
+{
+}
+
+QeRxClass* QeDbBlockTable::desc()
+{
+    static QeRxClass descriptor(L"QeDbBlockTable", QeDbSymbolTable::desc());
+    return &descriptor;
+}
+
+QeRxClass* QeDbBlockTable::isA() const
+{
+    return desc();
+}
+
+QeDbBlockTable::QeDbBlockTable() : QeDbSymbolTable(new QeHost::SymbolTableState)
+{
+}
+
+Qeapp::ErrorStatus QeDbSymbolUtilitiesServices::blockModelSpaceId(QeDbDatabase* database, QeDbObjectId& id) const
+{
+    id.setNull();
+    if (const auto fault = QeHost::faultOf("QeDbSymbolUtilitiesServices::blockModelSpaceId", Qeapp::eKeyNotFound))
+        return *fault;
+    if (database == nullptr)
+        return Qeapp::eInvalidInput;
+    id = QeDbObjectId(database->imp().modelSpace);
+    return Qeapp::eOk;
+}
+
+const QeDbSymbolUtilitiesServices* qedbSymUtil()
+{
+    static const QeDbSymbolUtilitiesServices services;
+    return &services;
+}

@@ -1,0 +1,45 @@
+// Undo: each transaction keeps what every object held before its first change in it.
+#pragma once
+
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "embedded/host/database/object_imp.h"
+#include "embedded/host/database/object_snapshot.h"
+#include "platform/host/transaction.h"
+
+class QeDbTransaction {
+public:
+    /// Null for an object that was created in the transaction.
+    std::unordered_map<QeHost::Stub*, std::unique_ptr<QeHost::ObjectSnapshot>> before;
+    Embedded::Handle nextHandle = 0;
+};
+
+namespace QeHost {
+
+class TransactionManager final : public QeDbTransactionManager {
+public:
+    explicit TransactionManager(DatabaseImp& database) : database_(database) {}
+
+    QeDbTransaction* startTransaction() override;
+    Qeapp::ErrorStatus endTransaction() override;
+    Qeapp::ErrorStatus abortTransaction() override;
+    int numActiveTransactions() const override;
+
+    void recordCreation(Stub& stub);
+    void recordWrite(Stub& stub);
+
+    /// End transactions until `depth` are left; for the host, whose own ends do not fail.
+    void commitTo(int depth);
+    void abortTo(int depth);
+
+private:
+    void commitInnermost();
+    void abortInnermost();
+
+    DatabaseImp& database_;
+    std::vector<std::unique_ptr<QeDbTransaction>> active_;
+};
+
+} // namespace QeHost

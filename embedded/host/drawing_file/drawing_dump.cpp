@@ -1,0 +1,186 @@
+#include "embedded/host/drawing_file/drawing_dump.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <charconv>
+#include <map>
+#include <utility>
+
+#include "embedded/base/text.h"
+#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/drawing_refusal.h"
+#include "embedded/host/database/extended_data.h"
+#include "embedded/host/database/save_plan.h"
+#include "embedded/host/database/symbol_name.h"
+#include "embedded/host/database/symbol_table_search.h"
+#include "embedded/host/drawing_file/drawing_file.h"
+
+namespace Embedded {
+namespace {
+
+using QeHost::Stub;
+
+constexpr std::string_view kDigits = "0123456789abcdef";
+
+void appendHex(std::string& text, unsigned long number, int digits)
+{
+    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
+        text += kDigits[number >> shift & 0xF];
+}
+
+/// What would end the line or is no character is written as its number.
+std::string asQuoted(std::wstring_view wide)
+{
+    std::string text = "\"";
+    for (std::size_t at = 0; at < wide.size(); ++at) {
+        std::wstring_view character = wide.substr(at, 1);
+        if (!isWellFormed(character) && isWellFormed(wide.substr(at, 2)) && at + 1 < wide.size())
+            character = wide.substr(at++, 2);
+        const auto number = static_cast<unsigned long>(character.front());
+        if (number == '"' || number == '\\') {
+            text += '\\';
+            text += static_cast<char>(number);
+        } else if (number < 0x20 || number == 0x7F || !isWellFormed(character)) {
+            text += number <= 0xFFFF ? "\\u" : "\\U";
+            appendHex(text, number, number <= 0xFFFF ? 4 : 8);
+        } else {
+            text += utf8FromWide(character);
+        }
+    }
+    return text + '"';
+}
+
+std::string textOfReal(double real)
+{
+    std::array<char, 32> digits{};
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), real);
+    std::string text(digits.data(), written.ptr);
+    if (real == real)
+        return text;
+    text += " (";
+    for (int shift = 60; shift >= 0; shift -= 4)
+        text += kDigits[std::bit_cast<std::uint64_t>(real) >> shift & 0xF];
+    return text + ")";
+}
+
+std::string textOf(const ResbufValue& value)
+{
+    if (const auto* text = std::get_if<std::wstring>(&value.value))
+        return asQuoted(*text);
+    if (const auto* real = std::get_if<double>(&value.value))
+        return textOfReal(*real);
+    if (const auto* integer = std::get_if<std::int32_t>(&value.value))
+        return std::to_string(*integer);
+    std::string hex = "x";
+    for (const unsigned char byte : std::get<std::vector<unsigned char>>(value.value))
+        appendHex(hex, byte, 2);
+    return hex;
+}
+
+/// Prints the fields of one object, and finds what it owns.
+class FieldPrinter final : public QeHost::FieldVisitor {
+public:
+    FieldPrinter(std::string& text, const QeDbObject& object) : text_(text), object_(object) {}
+
+    void text(std::string_view field, std::wstring& text) override { line(field, asQuoted(text)); }
+
+    void reference(std::string_view field, QeDbObjectId& object) override
+    {
+        line(field, hexFromHandle(object.handle()));
+    }
+
+    void values(ResbufValues& values) override { lines("value", values); }
+
+    void entries(QeHost::DictionaryEntries& entries) override
+    {
+        for (const auto& [key, entry] : entries.all()) {
+            if (!QeHost::isLive(entry))
+                continue;
+            line("entry", asQuoted(key) + " " + hexFromHandle(entry->handle));
+            owned_.push_back(entry);
+        }
+    }
+
+    void records(std::vector<Stub*>& records) override
+    {
+        for (Stub* const record : records) {
+            if (QeHost::isLive(record))
+                owned_.push_back(record);
+        }
+        std::sort(owned_.begin(), owned_.end(), [](const Stub* left, const Stub* right) {
+            return QeHost::foldedName(QeHost::nameOf(*left)) < QeHost::foldedName(QeHost::nameOf(*right));
+        });
+        for (const Stub* const record : owned_)
+            line("record", hexFromHandle(record->handle));
+    }
+
+    void extendedData(QeHost::ExtendedData& /*data*/) override
+    {
+        for (const auto& [application, values] : QeHost::extendedDataOf(object_))
+            lines("extended data of " + asQuoted(application), values);
+    }
+
+    const std::vector<Stub*>& owned() const { return owned_; }
+
+private:
+    void line(std::string_view field, const std::string& value)
+    {
+        text_.append("  ").append(field).append(" ").append(value).append("\n");
+    }
+
+    void lines(std::string_view field, const ResbufValues& values)
+    {
+        for (const ResbufValue& value : values)
+            line(field, std::to_string(value.code) + " " + textOf(value));
+    }
+
+    std::string& text_;
+    const QeDbObject& object_;
+    std::vector<Stub*> owned_;
+};
+
+std::string dump(QeHost::DatabaseImp& database)
+{
+    std::map<Handle, std::string> texts;
+    std::vector<Stub*> next{database.namedObjects, database.regAppTable, database.blockTable};
+    if (Stub* const geoData = database.geoData()) {
+        QeHost::loaded(*geoData); // and so its owners
+        if (QeHost::savedGeoData(database) != nullptr)
+            next.push_back(geoData);
+    }
+    while (!next.empty()) {
+        Stub& stub = *next.back();
+        next.pop_back();
+        const QeDbObject& object = QeHost::loaded(stub);
+        std::string& text = texts[stub.handle];
+        QeHost::ObjectState& state = *object.imp().state;
+        text = "object " + hexFromHandle(stub.handle) + " " + utf8FromWide(object.isA()->name());
+        text += state.owner != nullptr ? " of " + hexFromHandle(state.owner->handle) + "\n" : "\n";
+        FieldPrinter printer(text, object);
+        state.visitAll(printer);
+        next.insert(next.end(), printer.owned().begin(), printer.owned().end());
+    }
+    std::string text = "drawing version " + std::to_string(database.version) + "\nnext handle " +
+                       hexFromHandle(database.nextHandle) + "\n";
+    for (const auto& [handle, lines] : texts)
+        text += lines;
+    return text;
+}
+
+} // namespace
+
+FileResult dumpDrawing(const QeDbDatabase& database, std::string& text)
+{
+    text.clear();
+    if (FileResult failure = loadingFailure(database); failure.status != Qeapp::eOk)
+        return failure;
+    try {
+        text = dump(database.imp());
+        return {};
+    } catch (const QeHost::StoreFailure& failure) {
+        return failure.result;
+    }
+}
+
+} // namespace Embedded

@@ -1,0 +1,14 @@
+// The chain through a transformation or path that a configuration names.
+#pragma once
+
+#include <memory>
+
+#include "embedded/spatial_reference/operations/pipeline.h"
+
+namespace Embedded {
+
+/// Refuses whatever does not fit, must not be reversed or cannot be used here.
+std::unique_ptr<OperationChain> configuredChain(const SystemParts& source, const SystemParts& target,
+                                                const ConfiguredOperation& configured);
+
+} // namespace Embedded

@@ -1,0 +1,104 @@
+#include "embedded/spatial_reference/operations/operation_facts.h"
+
+#include <algorithm>
+
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/projjson/proj_identifier.h"
+
+namespace Embedded {
+namespace {
+
+/// The operation itself, or the only step of PROJ's composition that is no conversion.
+ProjObject catalogOperationWithin(const PJ* operation)
+{
+    std::vector<ProjObject> steps = stepsOf(operation);
+    std::erase_if(steps, [](const auto& step) { return proj_get_type(step.get()) == PJ_TYPE_CONVERSION; });
+    const bool isStep = codeOfObject(operation).empty() && steps.size() == 1;
+    return isStep ? std::move(steps.front()) : ProjObject(proj_clone(projContext(), operation));
+}
+
+} // namespace
+
+std::vector<OperationGrid> gridsOf(const PJ* operation)
+{
+    std::vector<OperationGrid> grids;
+    const int count = proj_coordoperation_get_grid_used_count(projContext(), operation);
+    for (int index = 0; index < count; ++index) {
+        const char* name = nullptr;
+        const char* url = nullptr;
+        int isInstalled = 0;
+        if (proj_coordoperation_get_grid_used(projContext(), operation, index, &name, nullptr, nullptr, &url, nullptr,
+                                              nullptr, &isInstalled))
+            grids.push_back({wideFromUtf8(name ? name : ""), isInstalled != 0, wideFromUtf8(url ? url : "")});
+    }
+    return grids;
+}
+
+std::optional<double> accuracyOf(const PJ* operation)
+{
+    const double metres = proj_coordoperation_get_accuracy(projContext(), operation);
+    if (metres >= 0)
+        return metres;
+    const bool isExact = std::ranges::all_of(
+        stepsOf(operation), [](const ProjObject& step) { return proj_get_type(step.get()) == PJ_TYPE_CONVERSION; });
+    return isExact ? std::optional(0.0) : std::nullopt;
+}
+
+std::wstring areaOfUseOf(const PJ* operation)
+{
+    const char* name = nullptr;
+    if (!proj_get_area_of_use(projContext(), operation, nullptr, nullptr, nullptr, nullptr, &name) || !name)
+        return {};
+    return wideFromUtf8(name);
+}
+
+bool isInstantiable(const PJ* operation)
+{
+    return proj_coordoperation_is_instantiable(projContext(), operation) != 0;
+}
+
+bool isApplicable(PJ* operation, OperationDirection direction)
+{
+    return isInstantiable(operation) &&
+           (direction == OperationDirection::forward || proj_pj_info(operation).has_inverse != 0);
+}
+
+bool isBallpark(const PJ* operation)
+{
+    return proj_coordoperation_has_ballpark_transformation(projContext(), operation) != 0;
+}
+
+bool isTimeDependent(PJ* operation)
+{
+    // PROJ does not tell, but its own definition has a reference epoch or a model of motion then.
+    const std::string_view definition = proj_pj_info(operation).definition;
+    return definition.find("t_epoch=") != std::string_view::npos ||
+           definition.find("proj=defmodel") != std::string_view::npos;
+}
+
+UsedOperation describeOperation(PJ* operation)
+{
+    const ProjObject catalogOperation = catalogOperationWithin(operation);
+    const bool isInverse = codeOfObject(catalogOperation.get()).find("INVERSE(") != std::string::npos;
+    return {.code = wideFromUtf8(originalCodeOf(catalogOperation.get())),
+            .name = wideFromUtf8(proj_get_name(operation)),
+            .accuracyInMetres = accuracyOf(operation),
+            .isBallpark = isBallpark(operation),
+            .isTimeDependent = isTimeDependent(operation),
+            .direction = isInverse ? OperationDirection::inverse : OperationDirection::forward};
+}
+
+std::vector<ProjObject> stepsOf(const PJ* operation)
+{
+    std::vector<ProjObject> steps;
+    if (proj_get_type(operation) != PJ_TYPE_CONCATENATED_OPERATION) {
+        steps.emplace_back(proj_clone(projContext(), operation));
+        return steps;
+    }
+    const int count = proj_concatoperation_get_step_count(projContext(), operation);
+    for (int index = 0; index < count; ++index)
+        steps.emplace_back(proj_concatoperation_get_step(projContext(), operation, index));
+    return steps;
+}
+
+} // namespace Embedded

@@ -1,0 +1,105 @@
+#include "embedded/spatial_reference/operations/operation_index.h"
+
+#include <map>
+
+#include "embedded/spatial_reference/catalog/catalog_loader.h"
+#include "embedded/spatial_reference/operations/operation_refused.h"
+#include "embedded/spatial_reference/projjson/proj_identifier.h"
+
+namespace Embedded {
+namespace {
+
+struct Index {
+    std::vector<IndexedOperation> operations;
+    std::map<std::string, ProjObject> datums;
+};
+
+class IndexReader {
+public:
+    Index read()
+    {
+        static_cast<void>(takeReadFailure()); // of earlier questions
+        for (const std::string& authority : catalogAuthorities()) {
+            readCodes(authority, PJ_TYPE_TRANSFORMATION, DefinitionType::transformation);
+            readCodes(authority, PJ_TYPE_CONCATENATED_OPERATION, DefinitionType::path);
+        }
+        requireCompleteAnswer();
+        return std::move(index_);
+    }
+
+private:
+    void readCodes(const std::string& authority, PJ_TYPE projType, DefinitionType type)
+    {
+        PROJ_STRING_LIST codes =
+            proj_get_codes_from_database(projContext(), authority.c_str(), projType, /* allow_deprecated */ 0);
+        const std::unique_ptr<char*, decltype(&proj_string_list_destroy)> held(codes, proj_string_list_destroy);
+        for (auto code = codes; code && *code; ++code)
+            readOperation({authority, *code}, type);
+    }
+
+    void readOperation(const CatalogCode& code, DefinitionType type)
+    {
+        const ProjObject operation = catalogObject(code, PJ_CATEGORY_COORDINATE_OPERATION);
+        if (!operation)
+            return;
+        OperationEnd source = endOf(ProjObject(proj_get_source_crs(projContext(), operation.get())));
+        OperationEnd target = endOf(ProjObject(proj_get_target_crs(projContext(), operation.get())));
+        if (source.datum.empty())
+            source.datum = target.datum;
+        if (target.datum.empty())
+            target.datum = source.datum;
+        if (!source.datum.empty())
+            index_.operations.push_back({code, type, std::move(source), std::move(target)});
+    }
+
+    /// A few hundred systems are the ends of all operations.
+    OperationEnd endOf(ProjObject system)
+    {
+        const std::string code = codeOfObject(system.get());
+        if (const auto known = ends_.find(code); known != ends_.end() && !code.empty())
+            return known->second;
+        OperationEnd end;
+        if (system) {
+            SystemParts parts = partsOf(std::move(system));
+            end = {parts.datum ? codeOfObject(parts.datum.get()) : std::string(), parts.vertical};
+            if (!end.datum.empty())
+                index_.datums.try_emplace(end.datum, std::move(parts.datum));
+        }
+        return ends_[code] = end;
+    }
+
+    Index index_;
+    std::map<std::string, OperationEnd> ends_;
+};
+
+const Index& operationIndex()
+{
+    static const Index index = IndexReader().read();
+    return index;
+}
+
+} // namespace
+
+const std::vector<IndexedOperation>& indexedOperations()
+{
+    return operationIndex().operations;
+}
+
+std::set<std::string> indexedNamesOf(const PJ* datum)
+{
+    std::set<std::string> names;
+    for (const auto& [code, candidate] : operationIndex().datums) {
+        if (isSameDatum(datum, candidate.get()))
+            names.insert(code);
+    }
+    return names;
+}
+
+bool heightsFit(const std::string& operationSource, const std::string& operationTarget, const std::string& systemSource,
+                const std::string& systemTarget)
+{
+    return (operationSource.empty() && operationTarget.empty()) ||
+           (operationSource == systemSource && operationTarget == systemTarget);
+}
+
+} // namespace Embedded

@@ -1,0 +1,107 @@
+#include "embedded/spatial_reference/operations/proj_transformer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <new>
+
+#include "embedded/spatial_reference/operations/axis_units.h"
+#include "embedded/spatial_reference/operations/operation_facts.h"
+#include "embedded/spatial_reference/operations/operation_refused.h"
+#include "embedded/spatial_reference/operations/proj_coordinate.h"
+#include "embedded/spatial_reference/projjson/proj_identifier.h"
+
+namespace Embedded {
+namespace {
+
+/// The very call of PROJ's own programs: what PROJ chooses is PROJ's to say.
+ProjObject chosenByProj(const SystemParts& source, const SystemParts& target)
+{
+    static_cast<void>(takeReadFailure()); // of earlier questions
+    ProjObject proj(
+        proj_create_crs_to_crs_from_pj(projContext(), source.whole.get(), target.whole.get(), nullptr, nullptr));
+    requireCompleteAnswer();
+    if (!proj)
+        refuse(RefusalReason::noOperation, wideFromUtf8(codeOfObject(source.whole.get())),
+               "nothing leads from here to " + describeObject(target.whole.get()));
+    return proj;
+}
+
+} // namespace
+
+ProjTransformer::ProjTransformer(SystemParts source, SystemParts target)
+    : CoordinateTransformer(unitsOf(target)),
+      source_(std::move(source)),
+      target_(std::move(target)),
+      proj_(chosenByProj(source_, target_)),
+      choosesForEachPoint_(proj_get_type(proj_.get()) == PJ_TYPE_UNKNOWN) // a set of operations has none
+{
+    if (!choosesForEachPoint_)
+        operations_.push_back(describeOperation(proj_.get()));
+}
+
+TransformedPoint ProjTransformer::transform(const CoordinatePoint& point)
+{
+    if (const char* problem = problemOf(point, source_.isGeocentric()))
+        return failedPoint(problem);
+    proj_errno_reset(proj_.get());
+    const PJ_COORD coordinate = proj_trans(proj_.get(), PJ_FWD, projCoordinate(point));
+    const bool hasHeight = point.z || target_.isGeocentric();
+    if (!std::isfinite(coordinate.xyz.x) || !std::isfinite(coordinate.xyz.y) ||
+        (hasHeight && !std::isfinite(coordinate.xyz.z)))
+        return failedPoint(failureOf(proj_.get()));
+    CoordinatePoint result{coordinate.xyz.x, coordinate.xyz.y};
+    if (hasHeight)
+        result.z = coordinate.xyz.z;
+    return {result, {}, lastUsedOperation()};
+}
+
+std::size_t ProjTransformer::lastUsedOperation()
+{
+    if (!choosesForEachPoint_)
+        return 0;
+    const PJ_PROJ_INFO info = proj_pj_info(proj_.get());
+    if (lastUsed_ < signatures_.size() && isLastUsed(lastUsed_, info))
+        return lastUsed_;
+    for (lastUsed_ = 0; lastUsed_ < signatures_.size(); ++lastUsed_) {
+        if (isLastUsed(lastUsed_, info))
+            return lastUsed_;
+    }
+    const ProjObject operation(proj_trans_get_last_used_operation(proj_.get()));
+    if (!operation)
+        throw std::bad_alloc(); // it was used just now, so nothing else can be the matter
+    signatures_.push_back({info.description, info.definition});
+    operations_.push_back(describeOperation(operation.get()));
+    return lastUsed_;
+}
+
+bool ProjTransformer::isLastUsed(std::size_t operation, const PJ_PROJ_INFO& info) const
+{
+    return signatures_[operation].description == info.description &&
+           signatures_[operation].definition == info.definition;
+}
+
+std::optional<OperationRefusal> ProjTransformer::lookForMissingGrids(const CoordinatePoint& point,
+                                                                     std::size_t operation)
+{
+    try {
+        collectMissingGrids(point, operations_[operation]);
+    } catch (OperationRefused& refused) {
+        return std::move(refused.refusal);
+    }
+    return std::nullopt;
+}
+
+void ProjTransformer::collectMissingGrids(const CoordinatePoint& point, const UsedOperation& used)
+{
+    if (used.accuracyInMetres == 0.0)
+        return;
+    if (!missingGridSearch_)
+        missingGridSearch_.emplace(source_, target_);
+    for (MissingGrid& missing : missingGridSearch_->gridsFor(point, used)) {
+        const auto isSame = [&](const MissingGrid& known) { return known.grid.name == missing.grid.name; };
+        if (std::ranges::none_of(missingGrids_, isSame))
+            missingGrids_.push_back(std::move(missing));
+    }
+}
+
+} // namespace Embedded

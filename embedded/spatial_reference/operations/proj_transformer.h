@@ -1,0 +1,44 @@
+// Points through what PROJ itself chooses.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "embedded/spatial_reference/operations/coordinate_transformer.h"
+#include "embedded/spatial_reference/operations/missing_grid_search.h"
+#include "embedded/spatial_reference/operations/system_parts.h"
+
+namespace Embedded {
+
+class ProjTransformer : public CoordinateTransformer {
+public:
+    /// Refuses where PROJ knows no way between the systems.
+    ProjTransformer(SystemParts source, SystemParts target);
+
+    [[nodiscard]] TransformedPoint transform(const CoordinatePoint& point) override;
+    [[nodiscard]] std::optional<OperationRefusal> lookForMissingGrids(const CoordinatePoint& point,
+                                                                      std::size_t operation) override;
+    bool choosesForEachPoint() const override { return choosesForEachPoint_; }
+
+private:
+    /// How PROJ tells what it used last. Asking for the operation itself takes a hundred times as long as a point.
+    struct Signature {
+        std::string description;
+        std::string definition;
+    };
+
+    void collectMissingGrids(const CoordinatePoint& point, const UsedOperation& used);
+    std::size_t lastUsedOperation();
+    bool isLastUsed(std::size_t operation, const PJ_PROJ_INFO& info) const;
+
+    SystemParts source_;
+    SystemParts target_;
+    ProjObject proj_;
+    bool choosesForEachPoint_;
+    std::vector<Signature> signatures_; // of the operations; empty where there is no choice
+    std::size_t lastUsed_ = 0;
+    std::optional<MissingGridSearch> missingGridSearch_; // made when it is first needed
+};
+
+} // namespace Embedded

@@ -1,0 +1,87 @@
+#include "embedded/spatial_reference/operations/system_parts.h"
+
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog_loader.h"
+#include "embedded/spatial_reference/operations/operation_refused.h"
+#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "platform/spatial_reference/definition.h"
+
+namespace Embedded {
+namespace {
+
+using namespace Zentara::Infrastructure::SpatialReference;
+
+/// An ensemble of datums counts as one datum.
+ProjObject datumOf(const PJ* horizontal)
+{
+    const ProjObject geodetic(proj_crs_get_geodetic_crs(projContext(), horizontal));
+    return ProjObject(geodetic ? proj_crs_get_datum_forced(projContext(), geodetic.get()) : nullptr);
+}
+
+void requireReadableAliases()
+{
+    static const std::optional<CatalogFault> fault = faultOfAliases();
+    requireReadable(fault);
+}
+
+} // namespace
+
+bool SystemParts::hasEllipsoidalHeight() const
+{
+    if (!horizontal || !vertical.empty())
+        return false;
+    const ProjObject axes(proj_crs_get_coordinate_system(projContext(), horizontal.get()));
+    return axes && proj_cs_get_axis_count(projContext(), axes.get()) == 3;
+}
+
+SystemParts partsOf(ProjObject system)
+{
+    SystemParts parts;
+    if (proj_get_type(system.get()) == PJ_TYPE_COMPOUND_CRS) {
+        parts.horizontal.reset(proj_crs_get_sub_crs(projContext(), system.get(), 0));
+        const ProjObject vertical(proj_crs_get_sub_crs(projContext(), system.get(), 1));
+        parts.vertical = codeOfObject(vertical.get());
+    } else if (proj_get_type(system.get()) == PJ_TYPE_VERTICAL_CRS) {
+        parts.vertical = codeOfObject(system.get());
+    } else {
+        parts.horizontal.reset(proj_clone(projContext(), system.get()));
+    }
+    if (parts.horizontal)
+        parts.datum = datumOf(parts.horizontal.get());
+    parts.whole = std::move(system);
+    return parts;
+}
+
+SystemParts partsOfCatalogSystem(std::wstring_view code)
+{
+    const std::wstring subject(code);
+    const auto loaded = loadFromCatalog(subject.c_str(), DefinitionType::coordinateReferenceSystem);
+    if (loaded.status == statusNotFound)
+        refuse(RefusalReason::unknownSystem, subject, "the catalog has no such code");
+    if (!loaded.data)
+        refuse(RefusalReason::catalogUnavailable, subject,
+               unreadableCatalogMessage(whyCatalogFails(subject).value_or("PROJ gives nothing for this code")));
+    if (loaded.data->kind == kindNotEarthReferenced)
+        refuse(RefusalReason::notEarthReferenced, loaded.data->code,
+               "is not referenced to the Earth, so nothing leads from or to it");
+    return partsOf(catalogObject(*splitCode(loaded.data->codeUtf8), PJ_CATEGORY_CRS));
+}
+
+std::string describeObject(const PJ* object)
+{
+    const std::string code = codeOfObject(object);
+    const std::string name = proj_get_name(object);
+    return code.empty() ? name : code + " (" + name + ")";
+}
+
+bool isSameDatum(const PJ* left, const PJ* right)
+{
+    if (!left || !right)
+        return false;
+    requireReadableAliases();
+    const std::string code = codeOfObject(left);
+    return (!code.empty() && code == codeOfObject(right)) ||
+           proj_is_equivalent_to_with_ctx(projContext(), left, right, PJ_COMP_EQUIVALENT);
+}
+
+} // namespace Embedded

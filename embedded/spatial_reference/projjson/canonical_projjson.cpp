@@ -1,0 +1,336 @@
+#include "embedded/spatial_reference/projjson/canonical_projjson.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <numbers>
+#include <string>
+
+namespace Embedded {
+namespace {
+
+constexpr std::array kUsageKeys{"$schema",         "scope",           "area",   "bbox", "usages",
+                                "vertical_extent", "temporal_extent", "remarks"};
+
+/// At every level: a base system may come with remarks of its own.
+void eraseUsage(Document& node)
+{
+    if (node.is_object()) {
+        for (const char* key : kUsageKeys)
+            node.erase(key);
+    }
+    if (node.is_structured()) {
+        for (Document& child : node)
+            eraseUsage(child);
+    }
+}
+
+Document projjsonOf(const PJ* object)
+{
+    const char* const options[] = {"MULTILINE=NO", nullptr};
+    const char* text = proj_as_projjson(projContext(), object, options);
+    Document document = text ? Document::parse(text, nullptr, false) : Document();
+    if (!document.is_object())
+        return Document::object();
+    eraseUsage(document);
+    return document;
+}
+
+/// Codes are numbers where they look like one, as in PROJ's own PROJJSON.
+Document identifier(const char* authority, const char* code)
+{
+    const std::string_view text = code;
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size() && std::to_string(number) == text;
+    return {{"authority", authority}, {"code", isNumber ? Document(number) : Document(text)}};
+}
+
+/// In the place of what PROJJSON has: PROJ cuts a code such as "106011_Paris" there to its leading number.
+void setIdentifier(const PJ* object, Document& node)
+{
+    const char* authority = proj_get_id_auth_name(object, 0);
+    const char* code = proj_get_id_code(object, 0);
+    if (authority && code && !node.contains("ids"))
+        node["id"] = identifier(authority, code);
+}
+
+/// PROJJSON has fifteen digits.
+bool isRounded(double number, double exact)
+{
+    return std::abs(number - exact) <= 1e-13 * std::abs(exact);
+}
+
+/// A number that was rounded to PROJJSON's digits gets its other digits back.
+void restoreDigits(Document& number, double exact)
+{
+    if (number.is_number() && isRounded(number.get<double>(), exact) && number.get<double>() != exact)
+        number = exact;
+}
+
+/// A unit that PROJJSON writes as a mere name.
+struct NamedUnit {
+    const char* name;
+    const char* type;
+    double factor;
+};
+constexpr NamedUnit kMetre{"metre", "LinearUnit", 1.0};
+constexpr NamedUnit kDegree{"degree", "AngularUnit", std::numbers::pi / 180};
+constexpr NamedUnit kUnity{"unity", "ScaleUnit", 1.0};
+
+Document spelledOut(const NamedUnit& unit, double factor)
+{
+    return {{"type", unit.type}, {"name", unit.name}, {"conversion_factor", factor}};
+}
+
+/// PROJ writes the mere name for every unit of that name, even if it has another factor.
+void spellOutOtherFactor(Document& unit, double factor)
+{
+    for (const NamedUnit& known : {kMetre, kDegree, kUnity}) {
+        if (unit == known.name && !isRounded(factor, known.factor)) {
+            unit = spelledOut(known, factor);
+            return;
+        }
+    }
+}
+
+/// Only a unit that is spelled out has a factor or can carry an identifier.
+void completeUnit(Document& unit, double factor, const char* authority, const char* code)
+{
+    spellOutOtherFactor(unit, factor);
+    if (!unit.is_object())
+        return;
+    restoreDigits(unit["conversion_factor"], factor);
+    if (authority && code && *authority && *code)
+        unit["id"] = identifier(authority, code);
+}
+
+void completeAxes(const PJ* system, Document& node)
+{
+    const ProjObject axes(proj_crs_get_coordinate_system(projContext(), system));
+    const auto found = node.find("coordinate_system");
+    if (!axes || found == node.end() || !found->contains("axis"))
+        return;
+    int index = 0;
+    for (Document& axis : (*found)["axis"]) {
+        double factor = 0;
+        const char* authority = nullptr;
+        const char* code = nullptr;
+        if (proj_cs_get_axis_info(projContext(), axes.get(), index++, nullptr, nullptr, nullptr, &factor, nullptr,
+                                  &authority, &code) &&
+            axis.contains("unit"))
+            completeUnit(axis["unit"], factor, authority, code);
+    }
+}
+
+void completeParameter(const PJ* operation, int index, Document& parameter)
+{
+    double value = 0;
+    double factor = 0;
+    const char* authority = nullptr;
+    const char* code = nullptr;
+    if (!proj_coordoperation_get_param(projContext(), operation, index, nullptr, nullptr, nullptr, &value, nullptr,
+                                       &factor, nullptr, &authority, &code, nullptr))
+        return;
+    if (parameter.contains("value"))
+        restoreDigits(parameter["value"], value);
+    if (parameter.contains("unit"))
+        completeUnit(parameter["unit"], factor, authority, code);
+}
+
+void completeParameters(const PJ* operation, Document& node)
+{
+    if (!operation || !node.contains("parameters"))
+        return;
+    int index = 0;
+    for (Document& parameter : node["parameters"])
+        completeParameter(operation, index++, parameter);
+}
+
+void completeOperation(const PJ* system, Document& node)
+{
+    const ProjObject operation(proj_crs_get_coordoperation(projContext(), system));
+    for (const char* key : {"conversion", "transformation"}) {
+        if (node.contains(key))
+            completeParameters(operation.get(), node[key]);
+    }
+}
+
+/// The factor that PROJ has used, which its interface does not tell, from its product.
+double factorFrom(double product, double value)
+{
+    const double quotient = product / value;
+    for (const double factor : {quotient, std::nextafter(quotient, 0.0), std::nextafter(quotient, 1.0)}) {
+        if (factor * value == product)
+            return factor;
+    }
+    return quotient;
+}
+
+void restoreLength(Document& length, double metres)
+{
+    if (length.is_number() && isRounded(length.get<double>(), metres)) {
+        restoreDigits(length, metres);
+    } else if (length.is_number()) { // of a unit that is called metre and is none
+        const double factor = factorFrom(metres, length.get<double>());
+        length = {{"value", length}, {"unit", spelledOut(kMetre, factor)}};
+    }
+    if (length.is_object() && length.contains("value") && length.contains("unit") && length["unit"].is_object())
+        restoreDigits(length["unit"]["conversion_factor"], factorFrom(metres, length["value"].get<double>()));
+}
+
+Document ellipsoidDocument(const PJ* ellipsoid)
+{
+    Document document = projjsonOf(ellipsoid);
+    double major = 0;
+    double minor = 0;
+    int isMinorComputed = 0;
+    double inverse = 0;
+    if (proj_ellipsoid_get_parameters(projContext(), ellipsoid, &major, &minor, &isMinorComputed, &inverse)) {
+        for (const auto& [key, metres] :
+             {std::pair("semi_major_axis", major), std::pair("radius", major), std::pair("semi_minor_axis", minor)}) {
+            if (document.contains(key))
+                restoreLength(document[key], metres);
+        }
+        if (document.contains("inverse_flattening"))
+            restoreDigits(document["inverse_flattening"], inverse);
+    }
+    setIdentifier(ellipsoid, document);
+    return document;
+}
+
+bool isGreenwich(const Document& meridian)
+{
+    return textOf(meridian, "name") == "Greenwich" && codeOf(meridian) == "EPSG:8901";
+}
+
+Document meridianDocument(const PJ* meridian)
+{
+    Document document = projjsonOf(meridian);
+    double longitude = 0;
+    double factor = 0;
+    Document& place = document["longitude"];
+    if (proj_prime_meridian_get_parameters(projContext(), meridian, &longitude, &factor, nullptr)) {
+        if (place.is_number() && !isRounded(factor, kDegree.factor))
+            place = {{"value", place}, {"unit", kDegree.name}};
+        if (place.is_object()) {
+            restoreDigits(place["value"], longitude);
+            completeUnit(place["unit"], factor, nullptr, nullptr);
+        }
+    }
+    document.erase("type");
+    setIdentifier(meridian, document);
+    return document;
+}
+
+/// A datum without a meridian has the one of Greenwich.
+void completeMeridian(const PJ* datum, Document& node)
+{
+    const ProjObject meridian(proj_get_prime_meridian(projContext(), datum));
+    if (!meridian)
+        return;
+    Document document = meridianDocument(meridian.get());
+    if (!isGreenwich(document))
+        node["prime_meridian"] = std::move(document);
+}
+
+Document datumDocument(const PJ* datum)
+{
+    Document document = projjsonOf(datum);
+    if (const ProjObject ellipsoid{proj_get_ellipsoid(projContext(), datum)}) {
+        document["ellipsoid"] = ellipsoidDocument(ellipsoid.get());
+        document["ellipsoid"].erase("type");
+        completeMeridian(datum, document);
+    }
+    setIdentifier(datum, document);
+    return document;
+}
+
+/// The datum in the place of an ensemble, under the ensemble's code.
+void completeDatum(const PJ* system, Document& node)
+{
+    const ProjObject datum(proj_crs_get_datum_forced(projContext(), system));
+    if (!datum)
+        return;
+    Document document = datumDocument(datum.get());
+    Document completed = Document::object();
+    for (auto& [key, value] : node.items()) {
+        const bool isEnsemble = key == "datum_ensemble";
+        if (isEnsemble && !hasIdentifier(document) && value.contains("id"))
+            document["id"] = value["id"];
+        completed[isEnsemble ? "datum" : key] = isEnsemble || key == "datum" ? document : value;
+    }
+    node = std::move(completed);
+}
+
+void completeSystem(const PJ* system, Document& node);
+
+void completePart(ProjObject system, Document& node, const char* key)
+{
+    if (system && node.contains(key)) {
+        completeSystem(system.get(), node[key]);
+        setIdentifier(system.get(), node[key]);
+    }
+}
+
+void completeComponents(const PJ* system, Document& node)
+{
+    int index = 0;
+    for (Document& component : node["components"]) {
+        const ProjObject part(proj_crs_get_sub_crs(projContext(), system, index++));
+        if (!part)
+            continue;
+        completeSystem(part.get(), component);
+        setIdentifier(part.get(), component);
+    }
+}
+
+void completeSystem(const PJ* system, Document& node)
+{
+    if (node.contains("components"))
+        return completeComponents(system, node);
+    completePart(ProjObject(proj_get_source_crs(projContext(), system)), node,
+                 node.contains("source_crs") ? "source_crs" : "base_crs");
+    completePart(ProjObject(proj_get_target_crs(projContext(), system)), node, "target_crs");
+    completeOperation(system, node);
+    completeAxes(system, node);
+    if (node.contains("datum") || node.contains("datum_ensemble"))
+        completeDatum(system, node);
+}
+
+/// PROJ reads a unit's identifier from the unit itself, not from the "id" that the PROJJSON schema asks for.
+void exposeUnitIdentifiers(Document& node)
+{
+    if (node.is_object() && node.contains("conversion_factor") && node.contains("id")) {
+        const Document id = node["id"];
+        node.update(id);
+    }
+    if (node.is_structured()) {
+        for (Document& child : node)
+            exposeUnitIdentifiers(child);
+    }
+}
+
+} // namespace
+
+Document canonicalDocument(const PJ* object)
+{
+    if (proj_get_type(object) == PJ_TYPE_ELLIPSOID)
+        return ellipsoidDocument(object);
+    if (!proj_is_crs(object))
+        return datumDocument(object);
+    Document document = projjsonOf(object);
+    completeSystem(object, document);
+    setIdentifier(object, document);
+    return document;
+}
+
+ProjObject projObjectFrom(const Document& document)
+{
+    Document projjson = document;
+    exposeUnitIdentifiers(projjson);
+    return ProjObject(proj_create(projContext(), projjson.dump().c_str()));
+}
+
+} // namespace Embedded

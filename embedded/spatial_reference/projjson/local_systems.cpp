@@ -1,0 +1,52 @@
+#include "embedded/spatial_reference/projjson/local_systems.h"
+
+#include <algorithm>
+
+namespace Embedded {
+namespace {
+
+Document axis(const char* name, const char* abbreviation, const char* direction, const Document& unit)
+{
+    return {{"name", name}, {"abbreviation", abbreviation}, {"direction", direction}, {"unit", unit}};
+}
+
+Document planeSystem(const char* code, const char* name, const Document& unit)
+{
+    Document system{{"type", "EngineeringCRS"}, {"name", name}};
+    system["datum"] = {{"name", "Local datum"}};
+    system["coordinate_system"] = {
+        {"subtype", "Cartesian"},
+        {"axis", Document::array({axis("Easting", "X", "east", unit), axis("Northing", "Y", "north", unit)})}};
+    system["id"] = {{"authority", std::string(kLocalAuthority)}, {"code", code}};
+    return system;
+}
+
+Document foot(const char* name, double factor, int epsgCode)
+{
+    return {{"type", "LinearUnit"},
+            {"name", name},
+            {"conversion_factor", factor},
+            {"id", {{"authority", "EPSG"}, {"code", epsgCode}}}};
+}
+
+} // namespace
+
+const std::vector<Document>& localSystems()
+{
+    static const std::vector<Document> systems{
+        planeSystem("FOOT", "Local plane (foot)", foot("foot", 0.3048, 9002)),
+        planeSystem("METRE", "Local plane (metre)", "metre"),
+        planeSystem("US-SURVEY-FOOT", "Local plane (US survey foot)", foot("US survey foot", 0.304800609601219, 9003)),
+    };
+    return systems;
+}
+
+const Document* findLocalSystem(std::string_view code)
+{
+    const auto& systems = localSystems();
+    const auto found =
+        std::ranges::find_if(systems, [code](const Document& system) { return textOf(system["id"], "code") == code; });
+    return found == systems.end() ? nullptr : &*found;
+}
+
+} // namespace Embedded

@@ -1,0 +1,106 @@
+#include "embedded/spatial_reference/projjson/proj_context.h"
+
+#include <cstdlib>
+#include <sstream>
+#include <string_view>
+#include <utility>
+
+#include "embedded/spatial_reference/projjson/shipped_catalog.h"
+
+namespace Embedded {
+namespace {
+
+ReadFailure readFailure = ReadFailure::none;
+
+/// PROJ's messages are not printed, but for some failures they are the only sign.
+void notice(void* /*data*/, int /*level*/, const char* message)
+{
+    const std::string_view text = message ? message : "";
+    const auto holds = [text](std::string_view part) { return text.find(part) != std::string_view::npos; };
+    if (holds("bad_alloc") || holds("out of memory"))
+        readFailure = ReadFailure::memory;
+    else if (holds("SQLite error") && readFailure == ReadFailure::none)
+        readFailure = ReadFailure::database;
+}
+
+/// PROJ looks into the folder of the shipped catalog first, and then where it would have looked without one: its
+/// database must fit the library, whatever other programs have set for theirs, and the grids that the user has may lie
+/// anywhere.
+void useShippedCatalog(PJ_CONTEXT* context)
+{
+    if (shippedCatalogFolder().empty())
+        return;
+    const std::vector<std::string> folders = catalogFolders();
+    std::vector<const char*> paths;
+    for (const std::string& folder : folders)
+        paths.push_back(folder.c_str());
+    proj_context_set_search_paths(context, static_cast<int>(paths.size()), paths.data());
+}
+
+/// Grids come over the network only where the environment says so: PROJ's own settings file is not the user's word.
+void chooseNetwork(PJ_CONTEXT* context)
+{
+    const char* wish = std::getenv("PROJ_NETWORK"); // PROJ reads it itself
+    if (wish == nullptr || *wish == '\0')
+        proj_context_set_enable_network(context, 0);
+}
+
+PJ_CONTEXT* silentContext()
+{
+    PJ_CONTEXT* context = proj_context_create();
+    proj_log_level(context, PJ_LOG_ERROR);
+    proj_log_func(context, nullptr, notice);
+    chooseNetwork(context);
+    useShippedCatalog(context);
+    return context;
+}
+
+std::vector<std::string> readAuthorities()
+{
+    std::vector<std::string> authorities;
+    PROJ_STRING_LIST list = proj_get_authorities_from_database(projContext());
+    for (auto entry = list; entry && *entry; ++entry)
+        authorities.emplace_back(*entry);
+    proj_string_list_destroy(list);
+    return authorities;
+}
+
+} // namespace
+
+PJ_CONTEXT* projContext()
+{
+    static const std::unique_ptr<PJ_CONTEXT, ProjRelease> context(silentContext());
+    return context.get();
+}
+
+std::vector<std::string> catalogFolders()
+{
+    const std::string shipped = shippedCatalogFolder();
+    std::vector<std::string> folders;
+    if (!shipped.empty())
+        folders.push_back(shipped);
+    std::istringstream others(proj_info().searchpath);
+    for (std::string folder; std::getline(others, folder, searchPathSeparator());)
+        folders.push_back(folder);
+    return folders;
+}
+
+bool isCatalogAvailable()
+{
+    return proj_context_get_database_path(projContext()) != nullptr;
+}
+
+ReadFailure takeReadFailure()
+{
+    return std::exchange(readFailure, ReadFailure::none);
+}
+
+const std::vector<std::string>& catalogAuthorities()
+{
+    static std::vector<std::string> authorities;
+    if (authorities.empty()) // PROJ could not read them before
+        authorities = readAuthorities();
+    return authorities;
+}
+
+} // namespace Embedded

@@ -1,0 +1,144 @@
+#include "embedded/spatial_reference/projjson/projjson.h"
+
+#include "embedded/spatial_reference/projjson/catalog_code.h"
+#include "platform/spatial_reference/definition.h"
+
+namespace Embedded {
+namespace {
+
+using namespace Zentara::Infrastructure::SpatialReference;
+
+int kindOfSingle(std::string_view type, const Document& system)
+{
+    if (type == "GeographicCRS" || type == "DerivedGeographicCRS")
+        return kindGeographic;
+    if (type == "ProjectedCRS" || type == "DerivedProjectedCRS")
+        return kindProjected;
+    if (type == "EngineeringCRS" || type == "DerivedEngineeringCRS")
+        return kindNotEarthReferenced;
+    if (type != "GeodeticCRS" && type != "DerivedGeodeticCRS")
+        return 0;
+    const Document* axes = memberOf(system, "coordinate_system");
+    return axes && textOf(*axes, "subtype") == "Cartesian" ? kindGeocentric : kindGeographic;
+}
+
+/// A length is a number of metres, or an object with its unit.
+double lengthInMetres(const Document& length)
+{
+    if (length.is_number())
+        return length.get<double>();
+    const Document* value = memberOf(length, "value");
+    const Document* unit = memberOf(length, "unit");
+    const Document* factor = unit ? memberOf(*unit, "conversion_factor") : nullptr;
+    if (!value || !value->is_number())
+        return 0;
+    return value->get<double>() * (factor && factor->is_number() ? factor->get<double>() : 1.0);
+}
+
+std::string textOfNumberOrString(const Document& value)
+{
+    return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+} // namespace
+
+const Document* memberOf(const Document& node, const char* key)
+{
+    if (!node.is_object())
+        return nullptr;
+    const auto found = node.find(key);
+    return found == node.end() ? nullptr : &*found;
+}
+
+std::string_view textOf(const Document& node, const char* key)
+{
+    const Document* member = memberOf(node, key);
+    return member && member->is_string() ? std::string_view(member->get_ref<const std::string&>()) : std::string_view();
+}
+
+std::string_view systemTypeOf(const Document& system)
+{
+    const auto type = textOf(system, "type");
+    return type.empty() ? "GeographicCRS" : type;
+}
+
+const Document* underlyingSystem(const Document& system)
+{
+    if (const Document* components = memberOf(system, "components"))
+        return components->is_array() && !components->empty() ? &components->front() : nullptr;
+    if (const Document* source = memberOf(system, "source_crs"))
+        return source;
+    return memberOf(system, "base_crs");
+}
+
+int kindOf(const Document& system)
+{
+    const auto type = systemTypeOf(system);
+    if (type != "CompoundCRS" && type != "BoundCRS")
+        return kindOfSingle(type, system);
+    const Document* horizontal = underlyingSystem(system);
+    return horizontal ? kindOf(*horizontal) : 0;
+}
+
+const Document& geodeticNode(const Document& system)
+{
+    const Document* node = &system;
+    while (const Document* underlying = underlyingSystem(*node))
+        node = underlying;
+    return *node;
+}
+
+Document& geodeticNode(Document& system)
+{
+    return const_cast<Document&>(geodeticNode(std::as_const(system)));
+}
+
+bool hasIdentifier(const Document& node)
+{
+    return memberOf(node, "id") || memberOf(node, "ids");
+}
+
+std::string codeOf(const Document& node)
+{
+    const Document* identifier = memberOf(node, "id");
+    if (const Document* several = memberOf(node, "ids"); !identifier && several && several->is_array())
+        identifier = several->empty() ? nullptr : &several->front();
+    const Document* code = identifier ? memberOf(*identifier, "code") : nullptr;
+    if (!code)
+        return nameOf(node);
+    return CatalogCode{std::string(textOf(*identifier, "authority")), textOfNumberOrString(*code)}.text();
+}
+
+std::string nameOf(const Document& node)
+{
+    if (memberOf(node, "name") || !memberOf(node, "source_crs"))
+        return std::string(textOf(node, "name"));
+    return nameOf(node["source_crs"]);
+}
+
+bool isUnspecifiedDatum(const Document& datum)
+{
+    const auto name = textOf(datum, "name");
+    return name.starts_with("Not specified (based on ") || name.starts_with("Unknown based on ") ||
+           equalIgnoringCase(name, "unknown");
+}
+
+double semiMajorAxisInMetres(const Document& ellipsoid)
+{
+    const Document* axis = memberOf(ellipsoid, "semi_major_axis");
+    if (!axis)
+        axis = memberOf(ellipsoid, "radius");
+    return axis ? lengthInMetres(*axis) : 0;
+}
+
+double inverseFlattening(const Document& ellipsoid)
+{
+    if (const Document* inverse = memberOf(ellipsoid, "inverse_flattening"); inverse && inverse->is_number())
+        return inverse->get<double>();
+    const Document* minor = memberOf(ellipsoid, "semi_minor_axis");
+    const double major = semiMajorAxisInMetres(ellipsoid);
+    const double difference = minor ? major - lengthInMetres(*minor) : 0;
+    return difference == 0 ? 0 : major / difference;
+}
+
+} // namespace Embedded

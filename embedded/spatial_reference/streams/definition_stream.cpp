@@ -1,0 +1,167 @@
+#include "platform/spatial_reference/definition_stream.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "embedded/spatial_reference/definitions/library_holder.h"
+#include "embedded/spatial_reference/definitions/outcome.h"
+#include "embedded/spatial_reference/projjson/definition_data.h"
+#include "embedded/spatial_reference/streams/binary_stream.h"
+#include "embedded/spatial_reference/streams/text_frame.h"
+
+namespace Zentara::Infrastructure::SpatialReference {
+
+using Embedded::guarded;
+using Embedded::struck;
+
+struct DefinitionStreamData {
+    std::vector<DefinitionData> definitions;
+};
+
+namespace {
+
+std::string_view viewOf(const unsigned char* bytes, std::size_t lengthInBytes)
+{
+    return {reinterpret_cast<const char*>(bytes), lengthInBytes};
+}
+
+bool isStreamable(const DefinitionData& data)
+{
+    return data.type <= Embedded::DefinitionType::ellipsoid;
+}
+
+/// Hands out copies of the definitions in a new array, or nothing when one of them cannot be added.
+Status handOut(const std::vector<DefinitionData>& definitions, DefinitionBaseArray*& handedOut)
+{
+    Embedded::LibraryHolder<DefinitionBaseArray> array(new DefinitionBaseArray);
+    for (const DefinitionData& data : definitions) {
+        Embedded::LibraryHolder<DefinitionBase> definition(Embedded::newDefinition(data));
+        if (const Status status = array->Add(definition.get()); status != statusOk)
+            return status;
+        static_cast<void>(definition.release()); // the array has taken it over
+    }
+    handedOut = array.release();
+    return statusOk;
+}
+
+bool isNewestSchema(int schemaVersion)
+{
+    return schemaVersion == -1 || schemaVersion == Embedded::kTextFrameVersion;
+}
+
+} // namespace
+
+DefinitionStream::DefinitionStream() : data_(new DefinitionStreamData)
+{
+}
+
+DefinitionStream::~DefinitionStream()
+{
+    delete data_;
+}
+
+Status DefinitionStream::CreateInstance(DefinitionStream*& stream)
+{
+    stream = nullptr;
+    if (const auto failure = struck("DefinitionStream::CreateInstance", statusOutOfMemory))
+        return *failure;
+    stream = new DefinitionStream;
+    return statusOk;
+}
+
+Status DefinitionStream::Add(const DefinitionBase* definition)
+{
+    if (const auto failure = struck("DefinitionStream::Add", statusOutOfMemory))
+        return *failure;
+    if (!definition)
+        return statusInvalidArgument;
+    if (!isStreamable(definition->data()))
+        return statusUnsupported;
+    data_->definitions.push_back(definition->data());
+    return statusOk;
+}
+
+Status DefinitionStream::Write(unsigned char* buffer, std::size_t& lengthInBytes, SerializationFormat format,
+                               int flags) const
+{
+    if (const auto failure = struck("DefinitionStream::Write"))
+        return *failure;
+    if (!buffer || flags != 0)
+        return statusInvalidArgument;
+    if (format != formatBinary)
+        return statusUnsupported;
+    return guarded(statusFailed, [&] {
+        const std::string bytes = Embedded::binaryStreamFrom(data_->definitions);
+        if (bytes.size() > std::min(lengthInBytes, Embedded::kLongestBinaryStreamInBytes))
+            return statusBufferTooSmall;
+        std::ranges::copy(bytes, buffer);
+        lengthInBytes = bytes.size();
+        return statusOk;
+    });
+}
+
+Status DefinitionStream::Read(const unsigned char* bytes, std::size_t lengthInBytes, SerializationFormat format,
+                              int flags)
+{
+    if (const auto failure = struck("DefinitionStream::Read"))
+        return *failure;
+    if (!bytes || flags != 1)
+        return statusInvalidArgument;
+    if (format != formatBinary)
+        return statusUnsupported;
+    data_->definitions.clear();
+    return guarded(statusUnreadable, [&] {
+        auto definitions = Embedded::definitionsFromBinaryStream(viewOf(bytes, lengthInBytes));
+        if (!definitions)
+            return statusUnreadable;
+        data_->definitions = *std::move(definitions);
+        return statusOk;
+    });
+}
+
+Status DefinitionStream::GetDefinitions(DefinitionBaseArray*& definitions) const
+{
+    definitions = nullptr;
+    if (const auto failure = struck("DefinitionStream::GetDefinitions", statusOutOfMemory))
+        return *failure;
+    return handOut(data_->definitions, definitions);
+}
+
+Status DefinitionStream::Serialize_s(const DefinitionBase* definition, unsigned char* buffer,
+                                     std::uint64_t bufferLengthInBytes, SerializationFormat format, int schemaVersion,
+                                     bool includeDependents)
+{
+    if (const auto failure = struck("DefinitionStream::Serialize_s"))
+        return *failure;
+    if (!definition || !buffer)
+        return statusInvalidArgument;
+    if (format != formatText || !isNewestSchema(schemaVersion) || !isStreamable(definition->data()))
+        return statusUnsupported;
+    return guarded(statusFailed, [&] {
+        const std::string bytes = Embedded::textFrameFrom(definition->data(), includeDependents);
+        if (bytes.size() > bufferLengthInBytes)
+            return statusBufferTooSmall;
+        std::ranges::copy(bytes, buffer);
+        return statusOk;
+    });
+}
+
+Status DefinitionStream::Deserialize_s(DefinitionBaseArray*& definitions, const unsigned char* bytes,
+                                       std::uint64_t lengthInBytes, SerializationFormat format, int schemaVersion)
+{
+    definitions = nullptr;
+    if (const auto failure = struck("DefinitionStream::Deserialize_s"))
+        return *failure;
+    if (!bytes)
+        return statusNullText;
+    if (format != formatAutomatic || !isNewestSchema(schemaVersion))
+        return statusUnsupported;
+    return guarded(statusUnreadable, [&] {
+        auto [status, data] = Embedded::definitionsFromTextFrame(viewOf(bytes, lengthInBytes));
+        return status == statusOk ? handOut(data, definitions) : status;
+    });
+}
+
+} // namespace Zentara::Infrastructure::SpatialReference

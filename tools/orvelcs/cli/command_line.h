@@ -1,0 +1,54 @@
+// The command line: which command it names, with which options, or what is wrong with it.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/user_options.h"
+#include "orvelcs/cli/wait.h"
+
+namespace Orvelcs {
+
+/// What the command line asks for.
+struct Invocation {
+    enum class Kind { command, help, version, wrongUsage };
+    Kind kind = Kind::wrongUsage;
+    std::string command;        // "assign", "catalog search"; "command line" when it names none
+    std::string help;           // for help
+    bool checksCatalog = false; // for version
+    std::string subject;        // for wrong usage
+    std::string message;
+};
+
+class CommandLine {
+public:
+    CommandLine();
+    CommandLine(const CommandLine&) = delete;
+    CommandLine& operator=(const CommandLine&) = delete;
+
+    Invocation parse(int argumentCount, const char* const* arguments);
+    const OutputOptions& outputOptions() const { return outputOptions_; }
+    const UserOptions& userOptions() const { return userOptions_; }
+    const WaitOption& waitOption() const { return waitOption_; }
+    /// Runs the command that the last `parse` found. Throws Failure.
+    ExitStatus run(Output& output) const;
+
+private:
+    Invocation wrongUsageOf(const std::string& error) const;
+    Invocation unknownArgument(const std::string& argument) const;
+    Invocation unknownOption(const std::string& name) const;
+    const CLI::App* selected() const;
+    std::vector<std::string> knownOptions() const;
+
+    std::unique_ptr<CLI::App> program_;
+    std::vector<Command> commands_;
+    OutputOptions outputOptions_;
+    UserOptions userOptions_;
+    WaitOption waitOption_;
+    bool version_ = false;
+    bool check_ = false;
+};
+
+} // namespace Orvelcs

@@ -1,0 +1,45 @@
+#include "orvelcs/cli/display_text.h"
+
+#include <fmt/format.h>
+
+#include "embedded/base/text.h"
+
+namespace Orvelcs {
+namespace {
+
+bool isControl(wchar_t character)
+{
+    const bool lineEnd = character == L'\x2028' || character == L'\x2029';
+    return character < 0x20 || (character >= 0x7F && character <= 0x9F) || lineEnd;
+}
+
+std::wstring spelledOut(wchar_t character)
+{
+    switch (character) {
+    case L'\n':
+        return L"\\n";
+    case L'\r':
+        return L"\\r";
+    case L'\t':
+        return L"\\t";
+    default:
+        return Embedded::wideFromUtf8(fmt::format("\\x{:02X}", static_cast<unsigned int>(character)));
+    }
+}
+
+} // namespace
+
+std::string oneLine(std::wstring_view text)
+{
+    std::wstring line;
+    for (const wchar_t character : text)
+        isControl(character) ? line.append(spelledOut(character)) : line.append(1, character);
+    return Embedded::utf8FromWide(line);
+}
+
+std::string oneLine(std::string_view utf8)
+{
+    return oneLine(Embedded::wideFromUtf8(utf8));
+}
+
+} // namespace Orvelcs

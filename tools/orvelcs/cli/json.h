@@ -1,0 +1,26 @@
+// JSON as the program prints it: keys in the order in which they were added, what is absent as null.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+#include "embedded/base/text.h"
+
+namespace Orvelcs {
+
+using Json = nlohmann::ordered_json;
+
+inline Json jsonText(const std::optional<std::wstring>& text)
+{
+    return text ? Json(Embedded::utf8FromWide(*text)) : Json(nullptr);
+}
+
+template <class Value>
+Json jsonValue(const std::optional<Value>& value)
+{
+    return value ? Json(*value) : Json(nullptr);
+}
+
+} // namespace Orvelcs

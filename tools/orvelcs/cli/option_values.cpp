@@ -1,0 +1,74 @@
+#include "orvelcs/cli/option_values.h"
+
+#include <cstddef>
+
+namespace Orvelcs {
+namespace {
+
+constexpr const char* kSeparator = "--";
+
+const CLI::App* subcommandOf(const CLI::App& command, const std::string& name)
+{
+    const auto found =
+        command.get_subcommands([&](const CLI::App* candidate) { return candidate->get_name() == name; });
+    return found.empty() ? nullptr : found.front();
+}
+
+// An option of the command, or of one that it is a part of.
+const CLI::Option* optionOf(const CLI::App* command, const std::string& name)
+{
+    const CLI::Option* option = nullptr;
+    for (; command != nullptr && option == nullptr; command = command->get_parent())
+        option = command->get_option_no_throw(name);
+    return option;
+}
+
+bool isFlag(const CLI::Option& option)
+{
+    return option.get_items_expected_max() == 0;
+}
+
+/// What is wrong with the option's value; empty: nothing. `next` is null at the end.
+std::string misuseOf(const CLI::Option& option, const std::string& word, const std::string* next)
+{
+    const std::size_t equals = word.find('=');
+    if (isFlag(option))
+        return equals == std::string::npos ? "" : "takes no value";
+    if (equals != std::string::npos)
+        return equals + 1 == word.size() ? "needs a value" : "";
+    if (next != nullptr && *next == kSeparator)
+        return "needs a value";
+    return next != nullptr && next->empty() ? "is empty" : "";
+}
+
+} // namespace
+
+bool looksLikeOption(const std::string& word)
+{
+    return word.size() > 1 && word.front() == '-';
+}
+
+std::optional<MisusedOption> misusedOption(const CLI::App& program, const std::vector<std::string>& words)
+{
+    const CLI::App* command = &program;
+    for (std::size_t index = 0; index < words.size() && words[index] != kSeparator; ++index) {
+        const std::string& word = words[index];
+        const std::string* next = index + 1 < words.size() ? &words[index + 1] : nullptr;
+        if (!looksLikeOption(word)) {
+            if (const CLI::App* subcommand = subcommandOf(*command, word))
+                command = subcommand;
+            continue;
+        }
+        const std::string name = word.substr(0, word.find('='));
+        const CLI::Option* option = optionOf(command, name);
+        if (option == nullptr)
+            continue;
+        if (std::string message = misuseOf(*option, word, next); !message.empty())
+            return MisusedOption{command, name, std::move(message)};
+        if (!isFlag(*option) && word == name && next != nullptr && !looksLikeOption(*next))
+            ++index;
+    }
+    return std::nullopt;
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,134 @@
+#include "orvelcs/cli/output.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <system_error>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/process.h"
+#include "orvelcs/cli/standard_streams.h"
+
+namespace Orvelcs {
+namespace {
+
+bool escapesAreWanted(const OutputOptions& options)
+{
+    const char* noColor = std::getenv("NO_COLOR");
+    const char* terminal = std::getenv("TERM");
+    return !options.noColor && (noColor == nullptr || *noColor == '\0') &&
+           (terminal == nullptr || std::string_view(terminal) != "dumb");
+}
+
+void toStandardError(std::string_view text)
+{
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr)); // there is nowhere left to complain
+}
+
+} // namespace
+
+Output::Output(std::string command, const OutputOptions& options)
+    : command_(std::move(command)),
+      options_(options),
+      escapes_(escapesAreWanted(options)),
+      bold_(escapes_ && takesEscapes(stdout))
+{
+}
+
+void Output::write(std::string_view bytes)
+{
+    hideProgress();
+    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) < bytes.size() && writeError_ == 0)
+        writeError_ = streamError();
+}
+
+void Output::line(std::string_view utf8)
+{
+    write(fmt::format("{}\n", utf8));
+}
+
+void Output::heading(std::string_view utf8)
+{
+    line(bold_ ? fmt::format("\x1B[1m{}\x1B[0m", utf8) : std::string(utf8));
+}
+
+void Output::document(const Json& json)
+{
+    constexpr int kIndentation = 2;
+    write(json.dump(kIndentation, ' ', false, Json::error_handler_t::replace) + "\n");
+}
+
+void Output::confirm(std::string_view subject, std::string_view message)
+{
+    if (!options_.json && !options_.quiet)
+        line(fmt::format("{}: {}", oneLine(subject), oneLine(message)));
+}
+
+void Output::error(std::string_view subject, std::string_view message)
+{
+    diagnose(subject, message);
+}
+
+void Output::note(std::string_view subject, std::string_view message)
+{
+    if (!options_.quiet)
+        importantNote(subject, message);
+}
+
+void Output::importantNote(std::string_view subject, std::string_view message)
+{
+    diagnose(subject, fmt::format("note: {}", message));
+}
+
+void Output::progress(std::size_t position, std::size_t total, std::string_view subject)
+{
+    if (total > 1)
+        showProgress(fmt::format("[{}/{}] {}", position, total, oneLine(subject)));
+}
+
+void Output::showWaiting(std::string_view what) const
+{
+    showProgress(fmt::format("waiting for {}, which another process is changing", oneLine(what)));
+}
+
+void Output::showProgress(const std::string& text) const
+{
+    if (options_.quiet || !isTerminal(stderr))
+        return;
+    progressIsShown_ = escapes_ && takesEscapes(stderr);
+    toStandardError(progressIsShown_ ? "\r\x1B[K" + text : text + "\n");
+}
+
+bool Output::flush()
+{
+    if (std::fflush(stdout) != 0 && writeError_ == 0)
+        writeError_ = streamError();
+    return writeError_ == 0;
+}
+
+ExitStatus Output::finish(ExitStatus status)
+{
+    hideProgress();
+    if (flush())
+        return status;
+    error("standard output", "cannot be written: " + std::generic_category().message(writeError_));
+    return worse(status, ExitStatus::failed);
+}
+
+// Results that were printed before come first where both streams are one.
+void Output::diagnose(std::string_view subject, std::string_view message)
+{
+    hideProgress();
+    static_cast<void>(flush()); // finish() tells of it
+    toStandardError(fmt::format("orvelcs: {}: {}: {}\n", command_, oneLine(subject), oneLine(message)));
+}
+
+void Output::hideProgress() const
+{
+    if (std::exchange(progressIsShown_, false))
+        toStandardError("\r\x1B[K");
+}
+
+} // namespace Orvelcs

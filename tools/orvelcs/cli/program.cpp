@@ -1,0 +1,99 @@
+#include "orvelcs/cli/program.h"
+
+#include <exception>
+#include <new>
+
+#include "embedded/spatial_reference/catalog/catalog.h"
+#include "orvelcs/cli/command_line.h"
+#include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/process.h"
+
+namespace Orvelcs {
+namespace {
+
+struct CatalogCheck {
+    std::string path;
+    std::optional<std::string> fault;
+};
+
+Json asJson(const CatalogCheck& check)
+{
+    return {{"database", check.path.empty() ? Json(nullptr) : Json(check.path)}, {"fault", jsonValue(check.fault)}};
+}
+
+void printVersion(const std::optional<CatalogCheck>& check, Output& output)
+{
+    if (output.json()) {
+        Json json = {
+            {"version", ORVELCS_VERSION}, {"proj", Embedded::projVersion()}, {"catalog", Embedded::catalogVersion()}};
+        if (check)
+            json["check"] = asJson(*check);
+        output.document(json);
+        return;
+    }
+    output.line(std::string("orvelcs ") + ORVELCS_VERSION);
+    output.line(Embedded::projVersion());
+    output.line(Embedded::catalogVersion());
+    if (check && !check->fault)
+        output.line(oneLine(check->path) + ": no damage found");
+}
+
+ExitStatus reportVersion(bool checksCatalog, Output& output)
+{
+    std::optional<CatalogCheck> check;
+    if (checksCatalog)
+        check = CatalogCheck{Embedded::catalogPath(), Embedded::checkCatalog()};
+    printVersion(check, output);
+    if (!check || !check->fault)
+        return ExitStatus::done;
+    output.error("catalog", *check->fault);
+    return ExitStatus::failed;
+}
+
+ExitStatus carryOut(const CommandLine& commandLine, const Invocation& invocation, Output& output)
+{
+    switch (invocation.kind) {
+    case Invocation::Kind::command:
+        applyUserOptions(commandLine.userOptions());
+        applyWaitOption(commandLine.waitOption());
+        return commandLine.run(output);
+    case Invocation::Kind::help:
+        output.write(invocation.help);
+        return ExitStatus::done;
+    case Invocation::Kind::version:
+        return reportVersion(invocation.checksCatalog, output);
+    case Invocation::Kind::wrongUsage:
+        break;
+    }
+    throw wrongUsage(invocation.subject, invocation.message);
+}
+
+ExitStatus attempt(const CommandLine& commandLine, const Invocation& invocation, Output& output)
+{
+    try {
+        return carryOut(commandLine, invocation, output);
+    } catch (const Failure& failure) {
+        output.error(failure.subject(), failure.what());
+        return failure.status();
+    } catch (const std::bad_alloc&) {
+        output.error("memory", "not enough memory");
+    } catch (const std::exception& exception) {
+        output.error("unexpected failure", exception.what());
+    }
+    return ExitStatus::failed;
+}
+
+} // namespace
+
+ExitStatus runProgram(int argumentCount, const char* const* arguments)
+{
+    prepareForUnhandledFailures();
+    prepareStandardStreams();
+    CommandLine commandLine;
+    const Invocation invocation = commandLine.parse(argumentCount, arguments);
+    Output output(invocation.command, commandLine.outputOptions());
+    return output.finish(attempt(commandLine, invocation, output));
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,32 @@
+#include "orvelcs/cli/win32/console.h"
+
+namespace Orvelcs {
+
+ConsoleSettings::ConsoleSettings()
+    : codePage_(GetConsoleOutputCP()), modes_{takeEscapes(STD_OUTPUT_HANDLE), takeEscapes(STD_ERROR_HANDLE)}
+{
+    if (codePage_ != 0)
+        static_cast<void>(SetConsoleOutputCP(CP_UTF8)); // otherwise other letters than those of English look wrong
+}
+
+// The console outlives the program. Nothing can be done about settings that it does not take back.
+ConsoleSettings::~ConsoleSettings()
+{
+    for (auto mode = modes_.rbegin(); mode != modes_.rend(); ++mode)
+        if (mode->console != nullptr)
+            static_cast<void>(SetConsoleMode(mode->console, mode->before));
+    if (codePage_ != 0)
+        static_cast<void>(SetConsoleOutputCP(codePage_));
+}
+
+ConsoleSettings::Mode ConsoleSettings::takeEscapes(DWORD stream)
+{
+    Mode mode{GetStdHandle(stream), 0};
+    if (GetConsoleMode(mode.console, &mode.before) == 0)
+        return {};
+    constexpr DWORD kEscapes = ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING;
+    static_cast<void>(SetConsoleMode(mode.console, mode.before | kEscapes)); // an old console does not take them
+    return mode;
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,109 @@
+#include "orvelcs/cli/process.h"
+
+#include <windows.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+
+#include <fcntl.h>
+#include <io.h>
+
+#include "embedded/base/system_path.h"
+#include "embedded/base/text.h"
+#include "embedded/base/utf8_path.h"
+#include "orvelcs/cli/win32/console.h"
+
+namespace Orvelcs {
+namespace {
+
+constexpr UINT kUnhandledFailure = 70;
+constexpr ULONG kBeforeOthers = 1;
+
+[[noreturn]] void endProcess()
+{
+    TerminateProcess(GetCurrentProcess(), kUnhandledFailure);
+    std::_Exit(kUnhandledFailure); // not reached
+}
+
+LONG WINAPI endAfterException(EXCEPTION_POINTERS* /*exception*/)
+{
+    endProcess();
+}
+
+/// What is left of the stack then does not always suffice for the search that ends at the filter.
+LONG WINAPI endAfterStackOverflow(EXCEPTION_POINTERS* exception)
+{
+    if (exception->ExceptionRecord->ExceptionCode == EXCEPTION_STACK_OVERFLOW)
+        endProcess();
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+void endAfterAbort(int /*signal*/)
+{
+    endProcess();
+}
+
+/// Whether the stream is a console, and how it is set. Other devices count as terminals for the C runtime.
+std::optional<DWORD> consoleModeOf(std::FILE* stream)
+{
+    DWORD mode = 0;
+    if (GetConsoleMode(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))), &mode) == 0)
+        return std::nullopt;
+    return mode;
+}
+
+} // namespace
+
+void prepareForUnhandledFailures()
+{
+    // Without it nothing is worse than before.
+    static_cast<void>(AddVectoredExceptionHandler(kBeforeOthers, endAfterStackOverflow));
+    static_cast<void>(SetUnhandledExceptionFilter(endAfterException)); // answers the former one
+    static_cast<void>(std::signal(SIGABRT, endAfterAbort));            // cannot fail for this signal
+}
+
+void prepareStandardStreams()
+{
+    static const ConsoleSettings settings; // until the process ends
+    for (std::FILE* stream : {stdin, stdout, stderr})
+        static_cast<void>(_setmode(_fileno(stream), _O_BINARY)); // a stream that is closed has no mode
+}
+
+// The C runtime takes a pipe that nobody reads any more for a wrong argument.
+int streamError()
+{
+    return errno == EINVAL && _doserrno == ERROR_NO_DATA ? EPIPE : errno;
+}
+
+bool isTerminal(std::FILE* stream)
+{
+    return consoleModeOf(stream).has_value();
+}
+
+bool takesEscapes(std::FILE* stream)
+{
+    return (consoleModeOf(stream).value_or(0) & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+std::FILE* openForReading(const std::string& file)
+{
+    const std::filesystem::path path = Embedded::pathFromUtf8(file);
+    return _wfopen(Embedded::systemPath(path).c_str(), L"rb");
+}
+
+std::optional<std::string> variable(const char* name)
+{
+    const wchar_t* value = _wgetenv(Embedded::wideFromUtf8(name).c_str());
+    return value != nullptr ? std::optional(Embedded::utf8FromWide(value)) : std::nullopt;
+}
+
+// An empty value removes it, for the C runtime knows no other way.
+bool setVariable(const char* name, const std::optional<std::string>& value)
+{
+    return _wputenv_s(Embedded::wideFromUtf8(name).c_str(), Embedded::wideFromUtf8(value.value_or("")).c_str()) == 0;
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,224 @@
+// catalog: the coordinate reference systems that can be assigned by their code.
+#include "embedded/spatial_reference/catalog/catalog.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "embedded/base/text.h"
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/failure_document.h"
+#include "orvelcs/drawing/catalog_suggestion.h"
+#include "orvelcs/drawing/catalog_system.h"
+#include "orvelcs/output/system_description.h"
+
+namespace Orvelcs {
+
+namespace Library = Zentara::Infrastructure::SpatialReference;
+
+namespace {
+
+struct SearchOptions {
+    std::vector<std::string> words;
+    std::string kind;
+    std::string authority;
+    std::string limit;
+    bool deprecated = false;
+    CLI::Option* authorityOption = nullptr;
+};
+
+struct CatalogShowOptions {
+    std::string code;
+    bool wkt = false;
+};
+
+Embedded::CatalogQuery queryFrom(const SearchOptions& options)
+{
+    Embedded::CatalogQuery query;
+    if (std::find(options.words.begin(), options.words.end(), "") != options.words.end())
+        throw wrongUsage("TEXT", "is empty");
+    query.text = wideArgument("TEXT", fmt::format("{}", fmt::join(options.words, " ")));
+    if (!options.kind.empty())
+        query.kind = wholeNumber("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric);
+    if (!options.limit.empty())
+        query.limit =
+            static_cast<std::size_t>(wholeNumber("--limit", options.limit, 1, std::numeric_limits<int>::max()));
+    if (options.authorityOption->count() > 0)
+        query.authority = wideArgument("--authority", options.authority);
+    query.deprecated = options.deprecated;
+    return query;
+}
+
+Json asJson(const std::vector<Embedded::CatalogEntry>& entries)
+{
+    Json array = Json::array();
+    for (const Embedded::CatalogEntry& entry : entries)
+        array.push_back({{"code", Embedded::utf8FromWide(entry.code)},
+                         {"name", Embedded::utf8FromWide(entry.name)},
+                         {"kind", entry.kind},
+                         {"deprecated", entry.deprecated}});
+    return array;
+}
+
+void print(const std::vector<Embedded::CatalogEntry>& entries, Output& output)
+{
+    std::size_t codeWidth = 0;
+    std::size_t kindWidth = 0;
+    for (const Embedded::CatalogEntry& entry : entries) {
+        codeWidth = std::max(codeWidth, entry.code.size());
+        kindWidth = std::max(kindWidth, kindName(entry.kind).size());
+    }
+    for (const Embedded::CatalogEntry& entry : entries)
+        output.line(fmt::format("{:<{}}  {:<{}}  {}{}", oneLine(entry.code), codeWidth, kindName(entry.kind), kindWidth,
+                                oneLine(entry.name), entry.deprecated ? " (deprecated)" : ""));
+}
+
+std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
+{
+    if (const auto cause = Embedded::whyCatalogIsUnlisted()) // first, or no authority would be known
+        throw Failure(Embedded::utf8FromWide(query.text), Embedded::unreadableCatalogMessage(*cause));
+    if (!query.authority.empty())
+        checkAuthority(query.authority);
+    std::vector<Embedded::CatalogEntry> entries = Embedded::searchCatalog(query);
+    if (entries.empty())
+        throw Failure(Embedded::utf8FromWide(query.text), "nothing matches" + nearestCodesClause(query.text),
+                      ExitStatus::nothingFound);
+    return entries;
+}
+
+ExitStatus runSearch(const SearchOptions& options, Output& output)
+{
+    const Embedded::CatalogQuery query = queryFrom(options);
+    return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
+        const std::vector<Embedded::CatalogEntry> entries = search(query);
+        if (output.json())
+            output.document(asJson(entries));
+        else
+            print(entries, output);
+        return ExitStatus::done;
+    });
+}
+
+/// A system of the catalog with what the catalog says beside its definition.
+struct CatalogSystem {
+    SystemDescription system;
+    Embedded::CatalogEntry entry;
+    std::vector<std::wstring> replacements;
+};
+
+CatalogSystem load(const std::wstring& code, bool wantsWkt)
+{
+    const CatalogSystemDefinition system = systemFromCatalog(code);
+    const std::optional<Embedded::CatalogEntry> entry = catalogEntry(code);
+    if (!entry) // the catalog went away in between
+        throw noSuchCode(code);
+    CatalogSystem found{describe(*system.get()), *entry, {}};
+    if (wantsWkt)
+        found.system.wkt = wktOf(*system.get());
+    if (entry->deprecated)
+        found.replacements = Embedded::replacementsOf(entry->code);
+    return found;
+}
+
+std::optional<std::wstring> areaOf(const CatalogSystem& found)
+{
+    return found.entry.areaOfUse.empty() ? std::nullopt : std::optional(found.entry.areaOfUse);
+}
+
+Json asJson(const CatalogSystem& found, bool wantsWkt)
+{
+    Json replacements = Json::array();
+    for (const std::wstring& code : found.replacements)
+        replacements.push_back(Embedded::utf8FromWide(code));
+    Json json = {{"drawingVersion", nullptr},
+                 {"code", jsonText(found.system.code)},
+                 {"name", jsonText(found.system.name)},
+                 {"kind", jsonValue(found.system.kind)},
+                 {"datum", jsonText(found.system.datum)},
+                 {"ellipsoid", jsonText(found.system.ellipsoid)},
+                 {"knownToCatalog", true},
+                 {"source", nullptr}};
+    if (wantsWkt)
+        json["wkt"] = jsonText(found.system.wkt);
+    json["deprecated"] = found.entry.deprecated;
+    json["replacedBy"] = replacements.empty() ? Json(nullptr) : replacements.front();
+    json["replacements"] = replacements;
+    json["areaOfUse"] = jsonText(areaOf(found));
+    return json;
+}
+
+void print(const CatalogSystem& found, Output& output)
+{
+    output.heading(oneLine(found.entry.code));
+    LabelledLines lines;
+    lines.add(found.system);
+    lines.add("deprecated", found.entry.deprecated ? "yes" : "no");
+    if (!found.replacements.empty()) {
+        std::wstring codes;
+        for (const std::wstring& code : found.replacements)
+            codes += (codes.empty() ? L"" : L", ") + code;
+        lines.add("replaced by", codes);
+    }
+    lines.add("area of use", areaOf(found));
+    lines.add("wkt", found.system.wkt);
+    lines.print(output);
+}
+
+ExitStatus runCatalogShow(const CatalogShowOptions& options, Output& output)
+{
+    const std::wstring code = wideArgument("CODE", options.code);
+    return withFailureDocument(nullptr, DocumentedFailures::all, output, [&] {
+        const CatalogSystem found = load(code, options.wkt);
+        if (output.json())
+            output.document(asJson(found, options.wkt));
+        else
+            print(found, output);
+        return ExitStatus::done;
+    });
+}
+
+Command declareSearch(CLI::App& catalog)
+{
+    auto options = std::make_shared<SearchOptions>();
+    CLI::App* app = addCommand(catalog, {"search",
+                                         "List the systems whose code or name holds every word of the text",
+                                         {"catalog search [OPTIONS] TEXT..."},
+                                         "Exit status 3 when nothing matches."});
+    addArguments(*app, "TEXT", options->words, "the words, in any order and case")->required();
+    addArgument(*app, "--kind N", options->kind,
+                "only 1 not referenced to the Earth, 2 geographic, 3 projected, 4 geocentric");
+    options->authorityOption = addArgument(*app, "--authority A", options->authority, "only this authority's");
+    app->add_flag("--deprecated", options->deprecated, "deprecated systems too");
+    addArgument(*app, "--limit N", options->limit, "so many at most (all)");
+    return {app, [options](Output& output) { return runSearch(*options, output); }};
+}
+
+Command declareCatalogShow(CLI::App& catalog)
+{
+    auto options = std::make_shared<CatalogShowOptions>();
+    CLI::App* app = addCommand(catalog, {"show",
+                                         "Show one system of the catalog",
+                                         {"catalog show [OPTIONS] CODE"},
+                                         "Exit status 3 for a code that the catalog does not have."});
+    addArgument(*app, "CODE", options->code, "a code such as EPSG:25832")->required();
+    app->add_flag("--wkt", options->wkt, "the definition as well-known text too");
+    return {app, [options](Output& output) { return runCatalogShow(*options, output); }};
+}
+
+} // namespace
+
+std::vector<Command> declareCatalog(CLI::App& program)
+{
+    CLI::App* catalog = addCommand(program, {"catalog",
+                                             "Look into the catalog of coordinate reference systems",
+                                             {"catalog search [OPTIONS] TEXT...", "catalog show [OPTIONS] CODE"},
+                                             ""});
+    catalog->require_subcommand(1);
+    return {declareSearch(*catalog), declareCatalogShow(*catalog)};
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,138 @@
+// check: all that is wrong with drawings, and saving what can be read.
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "embedded/base/utf8_path.h"
+#include "embedded/host/drawing_file/drawing_check.h"
+#include "embedded/host/drawing_file/drawing_salvage.h"
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/wait.h"
+#include "orvelcs/drawing/drawings.h"
+
+namespace Orvelcs {
+namespace {
+
+struct CheckOptions {
+    std::vector<std::string> files;
+    std::string salvage;
+    CLI::Option* salvageOption = nullptr;
+
+    bool salvages() const { return salvageOption->count() > 0; }
+};
+
+std::string hexOfHandle(std::uint64_t handle)
+{
+    return fmt::format("{:X}", handle);
+}
+
+Json faultsAsJson(const Embedded::DrawingFaults& faults)
+{
+    Json array = Json::array();
+    for (const Embedded::DrawingFault& fault : faults.told)
+        array.push_back({{"place", fault.place}, {"message", fault.message}});
+    return array;
+}
+
+Json salvageAsJson(const std::string& file, const Embedded::Salvage& salvage)
+{
+    Json lost = Json::array();
+    for (const Embedded::LostObject& object : salvage.lost)
+        lost.push_back({{"handle", hexOfHandle(object.handle)},
+                        {"class", object.className.empty() ? Json(nullptr) : Json(object.className)},
+                        {"reason", object.reason}});
+    return {{"file", file}, {"objects", salvage.objects}, {"lost", std::move(lost)}};
+}
+
+void printFaults(const std::string& file, const Embedded::DrawingFaults& faults, Output& output)
+{
+    for (const Embedded::DrawingFault& fault : faults.told)
+        output.error(file, fmt::format("{}: {}", fault.place, fault.message));
+    if (faults.number > faults.told.size())
+        output.error(file, fmt::format("and {} faults more", faults.number - faults.told.size()));
+}
+
+void printSalvage(const std::string& file, const Embedded::Salvage& salvage, Output& output)
+{
+    output.confirm(file, fmt::format("{} objects saved, {} lost", salvage.objects, salvage.lost.size()));
+    for (const Embedded::LostObject& object : salvage.lost)
+        output.line(fmt::format("  lost: {} {}: {}", hexOfHandle(object.handle), object.className, object.reason));
+}
+
+/// What became of a drawing that should be saved from damage.
+Embedded::FileResult salvage(const std::string& file, const CheckOptions& options, Json& json, Output& output)
+{
+    Embedded::Salvage salvaged;
+    const Embedded::FileResult result = Embedded::salvageDrawing(
+        Embedded::pathFromUtf8(file), Embedded::pathFromUtf8(options.salvage), waitFor(file, output), salvaged);
+    if (result.status != Qeapp::eOk)
+        return result;
+    json["salvage"] = salvageAsJson(options.salvage, salvaged);
+    if (!output.json())
+        printSalvage(options.salvage, salvaged, output);
+    return result;
+}
+
+DrawingOutcome fail(const std::string& file, const Embedded::FileResult& result, Json json, Output& output)
+{
+    const std::string error = describe(file, result);
+    output.error(file, error);
+    json["result"] = result.status;
+    json["error"] = error;
+    return {ExitStatus::failed, std::move(json)};
+}
+
+DrawingOutcome checkOne(const std::string& file, const CheckOptions& options, Output& output)
+{
+    Json json = {{"file", file}, {"ok", false}, {"faults", Json::array()}, {"salvage", nullptr}};
+    Embedded::DrawingFaults faults;
+    const Embedded::FileResult result =
+        Embedded::checkDrawing(Embedded::pathFromUtf8(file), waitFor(file, output), faults);
+    if (result.status != Qeapp::eOk)
+        return fail(file, result, std::move(json), output);
+    json["ok"] = faults.number == 0;
+    json["faults"] = faultsAsJson(faults);
+    printFaults(file, faults, output);
+    if (faults.number == 0 && !output.json())
+        output.confirm(file, "no fault was found");
+    if (options.salvages())
+        if (const Embedded::FileResult salvaged = salvage(file, options, json, output); salvaged.status != Qeapp::eOk)
+            return fail(salvaged.status == Qeapp::eFileExists ? options.salvage : file, salvaged, std::move(json),
+                        output);
+    return {faults.number == 0 ? ExitStatus::done : ExitStatus::failed, std::move(json)};
+}
+
+ExitStatus runCheck(const CheckOptions& options, Output& output)
+{
+    checkFileNames(options.files, false, output);
+    if (std::ranges::find(options.files, kStandardStream) != options.files.end())
+        throw wrongUsage(kStandardStream, "a drawing is checked in its file");
+    if (options.salvages() && options.files.size() > 1)
+        throw wrongUsage("--salvage", "saves one drawing, not several");
+    if (options.salvages() && (options.salvage.empty() || options.salvage == kStandardStream))
+        throw wrongUsage("--salvage", "needs the name of a new file");
+    return forEachDrawing(options.files, output,
+                          [&](const std::string& file) { return checkOne(file, options, output); });
+}
+
+} // namespace
+
+Command declareCheck(CLI::App& program)
+{
+    auto options = std::make_shared<CheckOptions>();
+    CLI::App* app = addCommand(
+        program,
+        {"check",
+         "Read all of drawings and tell what is wrong with them",
+         {"check [OPTIONS] FILE...", "check [OPTIONS] FILE --salvage OUT"},
+         "Exit status 1 where a fault is found. Every flipped bit of a file is one. The other commands find the\n"
+         "damage that they touch. The drawings are never changed."});
+    addArguments(*app, "FILE", options->files, "the drawings")->required();
+    options->salvageOption =
+        addArgument(*app, "--salvage OUT", options->salvage,
+                    "write what can be read into a new drawing; what has lost its owner is in the dictionary SALVAGED");
+    return {app, [options](Output& output) { return runCheck(*options, output); }};
+}
+
+} // namespace Orvelcs

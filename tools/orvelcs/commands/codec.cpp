@@ -1,0 +1,58 @@
+// codec: the run-length packing of stored definitions, from standard input to standard output.
+#include <memory>
+#include <string>
+
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/standard_streams.h"
+#include "storage/run_length.h"
+
+namespace Orvelcs {
+namespace {
+
+/// One direction of the codec: the two functions that measure and do it.
+struct Direction {
+    std::size_t (*size)(const unsigned char*, std::size_t);
+    std::size_t (*run)(const unsigned char*, std::size_t, unsigned char*, std::size_t);
+    const char* refusal;
+};
+
+ExitStatus runCodec(const Direction& direction, Output& output)
+{
+    if (output.json())
+        throw wrongUsage("--json", "has no place here; the output is bytes");
+    const std::string input = readWhole(kStandardStream);
+    if (input.empty()) // the codec's own answer for it is that of a failure
+        return ExitStatus::done;
+    const auto* bytes = reinterpret_cast<const unsigned char*>(input.data());
+    const std::size_t size = direction.size(bytes, input.size());
+    std::string result(size, '\0');
+    if (size == 0 || direction.run(bytes, input.size(), reinterpret_cast<unsigned char*>(result.data()), size) != size)
+        throw Failure("standard input", direction.refusal);
+    output.write(result);
+    return ExitStatus::done;
+}
+
+Command declareDirection(CLI::App& codec, const std::string& name, const std::string& description,
+                         const Direction& direction)
+{
+    CLI::App* app = addCommand(codec, {name, description, {"codec " + name + " < INPUT > OUTPUT"}, ""});
+    return {app, [direction](Output& output) { return runCodec(direction, output); }};
+}
+
+} // namespace
+
+std::vector<Command> declareCodec(CLI::App& program)
+{
+    CLI::App* codec = addCommand(program, {"codec",
+                                           "Pack and unpack bytes as stored definitions are packed",
+                                           {"codec pack < INPUT > OUTPUT", "codec unpack < INPUT > OUTPUT"},
+                                           ""});
+    codec->require_subcommand(1);
+    return {declareDirection(*codec, "pack", "Pack standard input",
+                             {Orvel::PackedSize, Orvel::PackRuns, "cannot be packed"}),
+            declareDirection(*codec, "unpack", "Unpack standard input",
+                             {Orvel::UnpackedSize, Orvel::UnpackRuns, "is malformed: it ends inside a packet"})};
+}
+
+} // namespace Orvelcs

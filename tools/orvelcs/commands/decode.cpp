@@ -1,0 +1,137 @@
+// decode: the definitions in a block of bytes, of either form.
+#include <algorithm>
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "coordsys/orvel_coordinate_system.h"
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/definition_type.h"
+#include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/failure_document.h"
+#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/text_query.h"
+#include "orvelcs/output/result_names.h"
+#include "storage/library_holder.h"
+
+namespace Orvelcs {
+
+namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
+namespace Library = Zentara::Infrastructure::SpatialReference;
+
+namespace {
+
+struct DecodeOptions {
+    std::string file = kStandardStream;
+};
+
+struct DecodedDefinition {
+    std::string type;
+    std::optional<std::wstring> code;
+    std::optional<std::wstring> name;
+};
+
+std::vector<DecodedDefinition> definitionsIn(const Library::DefinitionBaseArray& array)
+{
+    std::vector<DecodedDefinition> definitions;
+    for (int index = 0; index < array.GetCount(); ++index) {
+        const Library::DefinitionBase& definition = *array.GetItem(index);
+        definitions.push_back({definitionType(definition), answerOf(definition, &Library::DefinitionBase::GetCode),
+                               answerOf(definition, &Library::DefinitionBase::GetName)});
+    }
+    return definitions;
+}
+
+bool holdsNulUnit(const std::string& block)
+{
+    for (std::size_t index = 0; index + 1 < block.size(); index += 2)
+        if (block[index] == '\0' && block[index + 1] == '\0')
+            return true;
+    return false;
+}
+
+// The module reads a text up to its first NUL unit, wherever that is. Where the block has none, one is put behind it,
+// after a unit that makes every text a wrong one: a text without its end has been cut off.
+void endText(std::string& block)
+{
+    block.append(block.size() % 2, '\x01');          // the other half of a unit, which must not become a NUL
+    block.append(std::string_view("\x01\0\0\0", 4)); // U+0001, and the NUL
+}
+
+// The module reads as packed bytes what the length covers, and a text up to its NUL whatever the length is. What is too
+// long for packed bytes it need not unpack, to as much as 64 times its size.
+int lengthFor(const std::string& block)
+{
+    constexpr std::size_t kLongestForm = 16 + 1023;          // class identifier and stream, unpacked
+    constexpr std::size_t kLongestPacked = 2 * kLongestForm; // a packet of two bytes for each
+    constexpr int kNothingPacked = 1;                        // a packet's header and no packet
+    return block.size() <= kLongestPacked ? static_cast<int>(block.size()) : kNothingPacked;
+}
+
+std::vector<DecodedDefinition> decodeBlock(std::string block, const std::string& subject)
+{
+    if (block.empty())
+        throw Failure(subject, "is empty");
+    const int length = lengthFor(block);
+    const bool hasEnd = holdsNulUnit(block);
+    if (!hasEnd)
+        endText(block);
+    Orvel::LibraryObject<Library::DefinitionBaseArray> array;
+    const Qeapp::ErrorStatus result = CoordinateSystem::DeserializeCoordinateSystem(
+        array.put(), reinterpret_cast<const unsigned char*>(block.data()), length);
+    if (result != Qeapp::eOk)
+        throw Failure(subject, fmt::format("{}: holds no definition, neither packed nor as text{}", resultName(result),
+                                           hasEnd ? "" : ", which would end with a NUL"));
+    return definitionsIn(*array.get());
+}
+
+Json decodedAsJson(const std::vector<DecodedDefinition>& definitions)
+{
+    Json array = Json::array();
+    for (const DecodedDefinition& definition : definitions)
+        array.push_back(
+            {{"type", definition.type}, {"code", jsonText(definition.code)}, {"name", jsonText(definition.name)}});
+    return array;
+}
+
+void printDecoded(const std::vector<DecodedDefinition>& definitions, Output& output)
+{
+    std::size_t typeWidth = 0;
+    std::size_t codeWidth = 0;
+    for (const DecodedDefinition& definition : definitions) {
+        typeWidth = std::max(typeWidth, definition.type.size());
+        codeWidth = std::max(codeWidth, oneLine(definition.code.value_or(L"-")).size());
+    }
+    for (const DecodedDefinition& definition : definitions)
+        output.line(fmt::format("{:<{}}  {:<{}}  {}", definition.type, typeWidth,
+                                oneLine(definition.code.value_or(L"-")), codeWidth,
+                                oneLine(definition.name.value_or(L"-"))));
+}
+
+ExitStatus runDecode(const DecodeOptions& options, Output& output)
+{
+    const std::string subject = options.file == kStandardStream ? "standard input" : options.file;
+    return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
+        const std::vector<DecodedDefinition> definitions = decodeBlock(readWhole(options.file), subject);
+        if (output.json())
+            output.document(decodedAsJson(definitions));
+        else
+            printDecoded(definitions, output);
+        return ExitStatus::done;
+    });
+}
+
+} // namespace
+
+Command declareDecode(CLI::App& program)
+{
+    auto options = std::make_shared<DecodeOptions>();
+    CLI::App* app = addCommand(program, {"decode",
+                                         "List the definitions in bytes that encode wrote, or another program",
+                                         {"decode [OPTIONS] [FILE]"},
+                                         "Both forms are read, whichever drawing version they were written for."});
+    addArgument(*app, "FILE", options->file, "the bytes; without it, or for -, standard input");
+    return {app, [options](Output& output) { return runDecode(*options, output); }};
+}
+
+} // namespace Orvelcs

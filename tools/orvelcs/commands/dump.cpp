@@ -1,0 +1,54 @@
+// dump: a drawing as text.
+#include <memory>
+
+#include "embedded/host/drawing_file/drawing_dump.h"
+#include "orvelcs/cli/command.h"
+#include "orvelcs/drawing/drawings.h"
+
+namespace Orvelcs {
+namespace {
+
+struct DumpOptions {
+    std::string file;
+};
+
+ExitStatus runDump(const DumpOptions& options, Output& output)
+{
+    checkFileNames({options.file}, false, output);
+    return forEachDrawing({options.file}, output, [&](const std::string& file) {
+        Json json = {{"file", file}, {"text", nullptr}};
+        std::string text;
+        OpenDrawing drawing(file, Embedded::DrawingAccess::reading, output);
+        Embedded::FileResult result = drawing.load();
+        if (result.status == Qeapp::eOk)
+            result = Embedded::dumpDrawing(*drawing.database(), text);
+        if (result.status != Qeapp::eOk) {
+            const std::string error = describe(file, result);
+            output.error(file, error);
+            json["result"] = result.status;
+            json["error"] = error;
+            return DrawingOutcome{ExitStatus::failed, std::move(json)};
+        }
+        if (!output.json())
+            output.write(text);
+        json["text"] = std::move(text);
+        return DrawingOutcome{ExitStatus::done, std::move(json)};
+    });
+}
+
+} // namespace
+
+Command declareDump(CLI::App& program)
+{
+    auto options = std::make_shared<DumpOptions>();
+    CLI::App* app =
+        addCommand(program, {"dump",
+                             "Print everything that a drawing holds, as text",
+                             {"dump [OPTIONS] FILE"},
+                             "Equal drawings give equal texts, and a difference is a line: for drawings under\n"
+                             "version control."});
+    addArgument(*app, "FILE", options->file, "the drawing; - is standard input")->required();
+    return {app, [options](Output& output) { return runDump(*options, output); }};
+}
+
+} // namespace Orvelcs

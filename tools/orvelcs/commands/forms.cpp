@@ -1,0 +1,187 @@
+// forms: the stored forms as they lie in a drawing, and writing one of them raw.
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "embedded/base/text.h"
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/drawing/drawings.h"
+#include "orvelcs/drawing/form_value.h"
+#include "orvelcs/drawing/stored_forms.h"
+#include "orvelcs/output/chain_json.h"
+
+namespace Orvelcs {
+namespace {
+
+struct FormsOptions {
+    std::string file;
+    std::vector<std::string> puts;
+    CLI::Option* fileArgument = nullptr;
+};
+
+Json definitionsAsJson(const std::vector<StoredDefinition>& definitions)
+{
+    Json array = Json::array();
+    for (const StoredDefinition& definition : definitions)
+        array.push_back({{"type", definition.type}, {"code", jsonText(definition.code)}});
+    return array;
+}
+
+Json asJson(const std::string& file, int version, const StoredForms& forms)
+{
+    Json json = {{"file", file},
+                 {"drawingVersion", version},
+                 {"legacyProjection", nullptr},
+                 {"definitionXrecord", nullptr},
+                 {"geoData", nullptr},
+                 {"transformationConfig", nullptr}};
+    if (forms.legacyProjection)
+        json["legacyProjection"] = {{"code", jsonText(forms.legacyProjection->code)}};
+    if (const auto& record = forms.definitionXrecord)
+        json["definitionXrecord"] = {{"layout", record->layout},
+                                     {"chain", chainAsJson(record->chain.get())},
+                                     {"definitions", definitionsAsJson(record->definitions)}};
+    if (forms.geoData)
+        json["geoData"] = {{"text", jsonText(forms.geoData->text)}, {"owner", jsonText(forms.geoData->owner)}};
+    if (forms.transformationConfiguration)
+        json["transformationConfig"] = {{"text", jsonText(forms.transformationConfiguration->text)}};
+    return json;
+}
+
+Json failureAsJson(const std::string& file, const std::optional<int>& result, const std::string& error)
+{
+    return {{"file", file},
+            {"drawingVersion", nullptr},
+            {"legacyProjection", nullptr},
+            {"definitionXrecord", nullptr},
+            {"geoData", nullptr},
+            {"transformationConfig", nullptr},
+            {"result", jsonValue(result)},
+            {"error", error}};
+}
+
+std::string textOrNone(const std::optional<std::wstring>& text)
+{
+    return text ? fmt::format("\"{}\"", oneLine(*text)) : "no text";
+}
+
+void printDefinitionXrecord(const DefinitionXrecord& record, Output& output)
+{
+    output.line(fmt::format("  definition xrecord: layout {}", record.layout));
+    for (const Json& buffer : chainAsJson(record.chain.get())) {
+        const Json& value = buffer.contains("hex") ? buffer["hex"] : buffer["value"];
+        const std::string text = value.is_string() ? oneLine(value.get<std::string>()) : value.dump();
+        output.line(fmt::format("    {:>4}  {}", buffer["code"].get<int>(), text));
+    }
+    for (const StoredDefinition& definition : record.definitions)
+        output.line(
+            fmt::format("    holds {} {}", definition.type, oneLine(definition.code.value_or(L"without a code"))));
+}
+
+void print(const std::string& file, int version, const StoredForms& forms, Output& output)
+{
+    output.heading(fmt::format("{}, drawing version {}", oneLine(file), version));
+    const auto& [legacy, record, geoData, configuration] = forms;
+    output.line(fmt::format("  legacy projection: {}", legacy ? textOrNone(legacy->code) : "none"));
+    if (record)
+        printDefinitionXrecord(*record, output);
+    else
+        output.line("  definition xrecord: none");
+    output.line(fmt::format("  GeoData: {}", geoData ? textOrNone(geoData->text) : "none"));
+    if (geoData && geoData->owner)
+        output.line(fmt::format("    owned by {}", oneLine(*geoData->owner)));
+    output.line(
+        fmt::format("  transformation configuration: {}", configuration ? textOrNone(configuration->text) : "none"));
+}
+
+void putForms(OpenDrawing& drawing, const FormsOptions& options, const std::vector<FormValue>& values, Output& output)
+{
+    for (const FormValue& value : values)
+        putForm(drawing.database(), value);
+    require(options.file, drawing.save(output));
+}
+
+// The module is not loaded: it would turn what an older drawing holds into forms of its own when that is saved.
+// A half-done change dies with the open drawing; the file is written only when all of it went well.
+void showForms(const FormsOptions& options, const std::vector<FormValue>& values, Output& output)
+{
+    const auto access = values.empty() ? Embedded::DrawingAccess::reading : Embedded::DrawingAccess::changing;
+    OpenDrawing drawing(options.file, access, output);
+    require(options.file, drawing.load());
+    if (!values.empty())
+        putForms(drawing, options, values, output);
+    if (!values.empty() && options.file == kStandardStream)
+        return;
+    const StoredForms forms = readStoredForms(drawing.database());
+    require(options.file, drawing.loadingFailure());
+    if (const auto& record = forms.definitionXrecord; record && !record->readable)
+        output.note(options.file,
+                    fmt::format("definition xrecord of layout {}: not readable by the module", record->layout));
+    if (output.json())
+        output.document(asJson(options.file, drawing.version(), forms));
+    else
+        print(options.file, drawing.version(), forms, output);
+}
+
+ExitStatus fail(const FormsOptions& options, const std::optional<int>& result, const std::string& error, Output& output)
+{
+    if (output.json())
+        output.document(failureAsJson(options.file, result, error));
+    output.error(options.file, error);
+    return ExitStatus::failed;
+}
+
+// After "--put A=B" the file may stand among the values.
+void takeFile(FormsOptions& options)
+{
+    if (options.fileArgument->count() > 0)
+        return;
+    if (options.puts.empty() || options.puts.back().find('=') != std::string::npos)
+        throw wrongUsage("FILE", "is required");
+    options.file = options.puts.back();
+    options.puts.pop_back();
+}
+
+ExitStatus runForms(FormsOptions& options, Output& output)
+{
+    takeFile(options);
+    std::vector<FormValue> values;
+    for (const std::string& put : options.puts)
+        values.push_back(parseFormValue(put));
+    checkFileNames({options.file}, !values.empty(), output);
+    try {
+        showForms(options, values, output);
+        return ExitStatus::done;
+    } catch (const DrawingFailure& failure) {
+        return fail(options, failure.result(), failure.what(), output);
+    } catch (const Failure& failure) {
+        return fail(options, std::nullopt, fmt::format("{}: {}", failure.subject(), failure.what()), output);
+    }
+}
+
+} // namespace
+
+Command declareForms(CLI::App& program)
+{
+    auto options = std::make_shared<FormsOptions>();
+    CLI::App* app = addCommand(
+        program, {"forms",
+                  "Show the stored forms as they lie in a drawing, or write one raw",
+                  {"forms [OPTIONS] FILE", "forms [OPTIONS] FILE --put FORM=VALUE..."},
+                  "FORM is one of\n"
+                  "  legacy=CODE          the legacy projection record; without CODE it is removed\n"
+                  "  legacy-chain=JSON    the same from a chain; without JSON it is removed\n"
+                  "  xrecord-chain=JSON   the definition xrecord; without JSON it is removed\n"
+                  "  geodata=TEXT         the GeoData object's text\n"
+                  "  config=TEXT          the transformation configuration\n"
+                  "A chain is written as [{\"code\": 1071, \"value\": 1}, {\"code\": 310, \"hex\": \"0aff\"}].\n"
+                  "All are written, in the order given, or none."});
+    options->fileArgument = addArgument(*app, "FILE", options->file, "the drawing; - is standard input");
+    addArguments(*app, "--put FORM=VALUE...", options->puts, "write these forms");
+    return {app, [options](Output& output) { return runForms(*options, output); }};
+}
+
+} // namespace Orvelcs

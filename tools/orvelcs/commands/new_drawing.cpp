@@ -1,0 +1,70 @@
+// new: empty drawings.
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/drawing/drawings.h"
+
+namespace Orvelcs {
+namespace {
+
+struct NewOptions {
+    std::vector<std::string> files;
+    std::string version;
+    bool force = false;
+};
+
+struct NewReport {
+    std::optional<int> result; // none for a file that exists
+    std::string error;         // empty: it was made
+};
+
+NewReport makeDrawing(const std::string& file, int version, bool force, Output& output)
+{
+    QeDbDatabase database(static_cast<QeDb::QeDbDwgVersion>(version));
+    const auto overwriting = force ? Embedded::Overwriting::noDatabase : Embedded::Overwriting::refused;
+    const Embedded::FileResult saved = saveDrawing(database, file, database.drawingVersion(), overwriting, output);
+    if (saved.status == Qeapp::eFileExists)
+        return {std::nullopt, kExists};
+    return {saved.status, saved.status == Qeapp::eOk ? "" : describe(file, saved)};
+}
+
+DrawingOutcome makeAndReport(const std::string& file, int version, bool force, Output& output)
+{
+    const NewReport report = makeDrawing(file, version, force, output);
+    if (report.error.empty()) {
+        if (file != kStandardStream)
+            output.confirm(file, fmt::format("new drawing, version {}", version));
+        return {ExitStatus::done, {{"file", file}, {"drawingVersion", version}}};
+    }
+    output.error(file, report.error);
+    return {
+        ExitStatus::failed,
+        {{"file", file}, {"drawingVersion", nullptr}, {"result", jsonValue(report.result)}, {"error", report.error}}};
+}
+
+ExitStatus runNew(const NewOptions& options, Output& output)
+{
+    const int version = options.version.empty()
+                            ? QeDb::kCurrentDwg
+                            : wholeNumber("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+    checkFileNames(options.files, true, output);
+    return forEachDrawing(options.files, output,
+                          [&](const std::string& file) { return makeAndReport(file, version, options.force, output); });
+}
+
+} // namespace
+
+Command declareNew(CLI::App& program)
+{
+    auto options = std::make_shared<NewOptions>();
+    CLI::App* app = addCommand(program, {"new", "Make empty drawings", {"new [OPTIONS] FILE..."}, ""});
+    addArguments(*app, "FILE", options->files, "the drawings to make; - prints one")->required();
+    addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33 (33)");
+    app->add_flag("--force", options->force, "overwrite what exists, unless it is the database of another application");
+    return {app, [options](Output& output) { return runNew(*options, output); }};
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,186 @@
+// show: what a drawing's coordinate reference system is, as the module reads it.
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "coordsys/orvel_coordinate_system.h"
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog.h"
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/failure.h"
+#include "orvelcs/drawing/drawings.h"
+#include "orvelcs/drawing/stored_forms.h"
+#include "orvelcs/output/result_names.h"
+#include "orvelcs/output/system_description.h"
+#include "storage/legacy_projection.h"
+#include "storage/library_holder.h"
+
+namespace Orvelcs {
+
+namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
+
+namespace {
+
+struct ShowOptions {
+    std::vector<std::string> files;
+    bool wkt = false;
+};
+
+struct ShowReport {
+    std::string file;
+    std::optional<int> drawingVersion;
+    SystemDescription system;
+    std::optional<bool> knownToCatalog;
+    std::optional<std::string> source;
+    ExitStatus status = ExitStatus::done;
+    std::optional<int> result; // of what failed
+    std::string error;
+    std::string note;
+};
+
+void fail(ShowReport& report, Qeapp::ErrorStatus result, const std::string& message)
+{
+    report.status = ExitStatus::failed;
+    report.result = result;
+    report.error = message;
+}
+
+using SystemHolder = Orvel::LibraryObject<System>;
+
+/// Where the module cannot ask the catalog whether it knows the system, the drawing's own definition answers alone.
+Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToCatalog, QeDbDatabase* database)
+{
+    bool known = false;
+    const Qeapp::ErrorStatus result = CoordinateSystem::GetCoordinateSystem(system.put(), &known, database);
+    if (result == Qeapp::eOk && system)
+        knownToCatalog = known;
+    if (result == Qeapp::eOk || result == Qeapp::eOutOfMemory)
+        return result;
+    return CoordinateSystem::GetCoordinateSystem(system.put(), nullptr, database);
+}
+
+std::string whyNotAsked(const std::wstring& code)
+{
+    return Embedded::unreadableCatalogMessage(
+        Embedded::whyCatalogFails(code).value_or("PROJ gives nothing for this code"));
+}
+
+/// A drawing with a legacy code alone has its definition from the catalog.
+std::string describeUnreadable(Qeapp::ErrorStatus result, QeDbDatabase* database)
+{
+    const std::string message = resultName(result) + ": the stored coordinate system cannot be read";
+    const std::wstring code = Orvel::ReadLegacyProjectionCode(database);
+    const auto cause = code.empty() ? std::nullopt : Embedded::whyCatalogFails(code);
+    return cause ? message + ": " + Embedded::unreadableCatalogMessage(*cause) : message;
+}
+
+void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
+{
+    SystemHolder system;
+    const Qeapp::ErrorStatus result = askModule(system, report.knownToCatalog, database);
+    if (hasLegacyCode(database))
+        report.source = "legacy";
+    if (result != Qeapp::eOk) {
+        fail(report, result, describeUnreadable(result, database));
+        return;
+    }
+    if (!system) {
+        report.status = ExitStatus::nothingFound;
+        report.error = "has no coordinate system";
+        return;
+    }
+    if (!report.source)
+        report.source = "geodata";
+    report.system = describe(*system.get());
+    if (!report.knownToCatalog)
+        report.note = "this is the drawing's own definition; " + whyNotAsked(report.system.code.value_or(L""));
+    if (wantsWkt)
+        report.system.wkt = wktOf(*system.get());
+}
+
+ShowReport readDrawing(const std::string& file, bool wantsWkt, const Output& output)
+{
+    ShowReport report;
+    report.file = file;
+    OpenDrawing drawing(file, Embedded::DrawingAccess::reading, output);
+    if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
+        fail(report, loaded.status, describe(file, loaded));
+        return report;
+    }
+    report.drawingVersion = drawing.version();
+    try {
+        readSystem(report, drawing.database(), wantsWkt);
+        if (const Embedded::FileResult failure = drawing.loadingFailure(); failure.status != Qeapp::eOk)
+            fail(report, failure.status, describe(file, failure));
+    } catch (const Failure& failure) {
+        report.status = failure.status();
+        report.error = fmt::format("{}: {}", failure.subject(), failure.what());
+    }
+    return report;
+}
+
+Json asJson(const ShowReport& report, bool wantsWkt)
+{
+    Json json = {{"file", report.file},
+                 {"drawingVersion", jsonValue(report.drawingVersion)},
+                 {"code", jsonText(report.system.code)},
+                 {"name", jsonText(report.system.name)},
+                 {"kind", jsonValue(report.system.kind)},
+                 {"datum", jsonText(report.system.datum)},
+                 {"ellipsoid", jsonText(report.system.ellipsoid)},
+                 {"knownToCatalog", jsonValue(report.knownToCatalog)},
+                 {"source", jsonValue(report.source)}};
+    if (wantsWkt)
+        json["wkt"] = jsonText(report.system.wkt);
+    if (report.status == ExitStatus::failed) {
+        json["result"] = jsonValue(report.result);
+        json["error"] = report.error;
+    }
+    return json;
+}
+
+void print(const ShowReport& report, Output& output)
+{
+    if (!report.system.kind)
+        return;
+    output.heading(oneLine(report.file));
+    LabelledLines lines;
+    lines.add("drawing version", std::to_string(report.drawingVersion.value_or(0)));
+    lines.add(report.system);
+    lines.add("known to catalog", !report.knownToCatalog ? "not asked" : *report.knownToCatalog ? "yes" : "no");
+    lines.add("source", report.source.value_or(""));
+    lines.add("wkt", report.system.wkt);
+    lines.print(output);
+}
+
+ExitStatus runShow(const ShowOptions& options, Output& output)
+{
+    checkFileNames(options.files, false, output);
+    return forEachDrawing(options.files, output, [&](const std::string& file) {
+        const ShowReport report = readDrawing(file, options.wkt, output);
+        if (!output.json())
+            print(report, output);
+        if (!report.note.empty())
+            output.note(file, report.note);
+        if (!report.error.empty())
+            output.error(file, report.error);
+        return DrawingOutcome{report.status, asJson(report, options.wkt)};
+    });
+}
+
+} // namespace
+
+Command declareShow(CLI::App& program)
+{
+    auto options = std::make_shared<ShowOptions>();
+    CLI::App* app = addCommand(program, {"show",
+                                         "Show the coordinate reference system of drawings",
+                                         {"show [OPTIONS] FILE..."},
+                                         "Exit status 3 for a drawing without one."});
+    addArguments(*app, "FILE", options->files, "the drawings; - is standard input")->required();
+    app->add_flag("--wkt", options->wkt, "the definition as well-known text too");
+    return {app, [options](Output& output) { return runShow(*options, output); }};
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,175 @@
+// transform: points from standard input, from one system to another.
+#include <memory>
+#include <optional>
+
+#include <fmt/format.h>
+
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/operations/coordinate_transformer.h"
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/failure_document.h"
+#include "orvelcs/cli/line_reader.h"
+#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/drawing/configured_transformation.h"
+#include "orvelcs/drawing/operation_failure.h"
+#include "orvelcs/output/point_printer.h"
+#include "orvelcs/output/point_text.h"
+#include "orvelcs/output/transform_summary.h"
+
+namespace Orvelcs {
+namespace {
+
+struct TransformOptions {
+    std::string source;
+    std::string target;
+    std::string drawing;
+    CLI::Option* drawingOption = nullptr;
+    std::string epoch;
+    CLI::Option* epochOption = nullptr;
+    bool withOperations = false;
+};
+
+/// What the lines go through.
+struct PointTask {
+    std::unique_ptr<Embedded::CoordinateTransformer> transformer;
+    bool isConfigured = false;
+    std::optional<double> epoch;      // of points without one of their own
+    bool lookForMissingGrids = false; // which takes a while
+};
+
+struct PointAnswer {
+    Embedded::CoordinatePoint given;
+    Embedded::TransformedPoint transformed;
+};
+
+PointAnswer failedAnswer(const std::string& message)
+{
+    return {{}, {std::nullopt, Embedded::wideFromUtf8(message)}};
+}
+
+PointAnswer answerTo(const LineReader& reader, PointTask& task)
+{
+    if (reader.isTooLong())
+        return failedAnswer(fmt::format("longer than {} bytes", LineReader::kLongestLineInBytes));
+    std::optional<Embedded::CoordinatePoint> point = pointFromLine(reader.line());
+    if (!point)
+        return failedAnswer(describeLineWithoutPoint(reader.line()));
+    if (point->epoch && !isEpoch(*point->epoch))
+        return failedAnswer(fmt::format("expected a year from {} to {} in the fourth column, found {}", kEarliestEpoch,
+                                        kLatestEpoch, *point->epoch));
+    const std::optional<double> ownEpoch = point->epoch;
+    if (!ownEpoch)
+        point->epoch = task.epoch;
+    PointAnswer answer{*point, task.transformer->transform(*point)};
+    if (answer.transformed.point)
+        answer.transformed.point->epoch = ownEpoch;
+    return answer;
+}
+
+/// Throws Failure where the catalog cannot be asked.
+void lookForMissingGrids(PointTask& task, const PointAnswer& answer)
+{
+    if (const auto refusal = task.transformer->lookForMissingGrids(answer.given, answer.transformed.operation))
+        throw failureOf(*refusal, ExitStatus::failed);
+}
+
+/// Answers each line as it comes, so that both ends of a pipe can work at the same time.
+ExitStatus transformLines(PointTask& task, PointPrinter& printer, TransformSummary& summary, Output& output)
+{
+    LineReader reader;
+    std::size_t points = 0;
+    std::size_t failures = 0;
+    while (output.flush() && reader.next()) {
+        if (isBlankOrComment(reader.line()))
+            continue;
+        ++points;
+        const PointAnswer answer = answerTo(reader, task);
+        const auto& [point, failure, operation] = answer.transformed;
+        summary.count(answer.transformed, answer.given.epoch.has_value());
+        printer.print(point, point ? &task.transformer->operations()[operation] : nullptr);
+        if (!point && ++failures == 1)
+            output.error(fmt::format("line {}", reader.number()), Embedded::utf8FromWide(failure));
+        if (point && task.lookForMissingGrids)
+            lookForMissingGrids(task, answer);
+    }
+    if (failures == 0)
+        return ExitStatus::done;
+    output.error("standard input", fmt::format("{} of {} points could not be transformed", failures, points));
+    return ExitStatus::failed;
+}
+
+std::optional<double> epochOption(const TransformOptions& options)
+{
+    if (options.epochOption->count() == 0)
+        return std::nullopt;
+    const std::optional<double> epoch = epochFromText(options.epoch);
+    if (!epoch)
+        throw wrongUsage("--epoch", fmt::format("expected a decimal year from {} to {}, found {}", kEarliestEpoch,
+                                                kLatestEpoch, options.epoch));
+    return epoch;
+}
+
+PointTask taskFor(const TransformOptions& options, const Output& output)
+{
+    const std::wstring source = wideArgument("SRC", options.source);
+    const std::wstring target = wideArgument("DST", options.target);
+    const std::optional<double> epoch = epochOption(options);
+    const auto drawing = options.drawingOption->count() > 0 ? std::optional(options.drawing) : std::nullopt;
+    if (drawing == kStandardStream)
+        throw wrongUsage("--drawing", "standard input holds the points");
+    const auto configured = configuredTransformation(source, target, drawing, output);
+    Embedded::TransformerResult result = Embedded::makeTransformer(source, target, configured);
+    if (result.refusal)
+        throw failureOf(*result.refusal, ExitStatus::failed);
+    return {std::move(result.transformer), configured.has_value(), epoch, output.json() || !output.isQuiet()};
+}
+
+ExitStatus runTransform(const TransformOptions& options, Output& output)
+{
+    PointTask task = withFailureDocument(nullptr, DocumentedFailures::allButWrongUsage, output,
+                                         [&] { return taskFor(options, output); });
+    TransformSummary summary(options.source + " to " + options.target, task.isConfigured, *task.transformer);
+    summary.noteBefore(output);
+    PointPrinter printer(task.transformer->targetUnits(), options.withOperations,
+                         {{"source", options.source}, {"target", options.target}, {"configured", task.isConfigured}},
+                         output);
+    const auto finish = [&] {
+        printer.finish(summary.asJson());
+        summary.noteAfter(output);
+    };
+    try {
+        const ExitStatus status = transformLines(task, printer, summary, output);
+        finish();
+        return status;
+    } catch (...) { // the document is closed whatever happens
+        finish();
+        throw;
+    }
+}
+
+} // namespace
+
+Command declareTransform(CLI::App& program)
+{
+    auto options = std::make_shared<TransformOptions>();
+    CLI::App* app = addCommand(
+        program, {"transform",
+                  "Transform points from one system to another",
+                  {"transform [OPTIONS] SRC DST < POINTS"},
+                  "A point is a line of x y, x y z or x y z epoch in the order of the system's own axes: a third\n"
+                  "number is always a height, a fourth always the epoch, a decimal year. Empty lines and lines\n"
+                  "that begin with # are skipped. A point that cannot be transformed is answered with *, and\n"
+                  "the exit status is 1 then. Without a configured transformation each point goes through what\n"
+                  "PROJ chooses for it."});
+    addArgument(*app, "SRC", options->source, "the code of the points' system")->required();
+    addArgument(*app, "DST", options->target, "the code of the system to transform to")->required();
+    options->drawingOption =
+        addArgument(*app, "--drawing FILE", options->drawing, "the drawing whose configuration goes before the user's");
+    options->epochOption =
+        addArgument(*app, "--epoch YEAR", options->epoch, "the epoch of points without a fourth number");
+    app->add_flag("--operations", options->withOperations,
+                  "after each point a tab, the code of what it went through, a tab and its name");
+    return {app, [options](Output& output) { return runTransform(*options, output); }};
+}
+
+} // namespace Orvelcs

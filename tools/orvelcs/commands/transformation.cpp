@@ -1,0 +1,206 @@
+// transformation: what is configured between two systems, and what the catalog has to be configured.
+#include <algorithm>
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/operations/coordinate_operations.h"
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/failure_document.h"
+#include "orvelcs/drawing/catalog_suggestion.h"
+#include "orvelcs/drawing/catalog_system.h"
+#include "orvelcs/drawing/configured_transformation.h"
+#include "orvelcs/drawing/operation_failure.h"
+#include "orvelcs/drawing/transformation_kind.h"
+#include "orvelcs/output/system_description.h"
+
+namespace Orvelcs {
+namespace {
+
+struct TransformationOptions {
+    std::string source;
+    std::string target;
+    std::string drawing;
+    CLI::Option* drawingOption = nullptr;
+    // Of the list; what stands beyond its own two arguments falls through to the two above.
+    std::string listSource;
+    std::string listTarget;
+};
+
+std::string unknownCodesClause(const std::vector<std::wstring>& codes)
+{
+    std::string clause;
+    for (const std::wstring& code : codes)
+        if (catalogLacks(code))
+            clause += fmt::format("; the catalog has no {}{}", Embedded::utf8FromWide(code), nearestCodesClause(code));
+    return clause;
+}
+
+void print(const Embedded::ConfiguredOperation& configured, Output& output)
+{
+    LabelledLines lines;
+    lines.add("name", configured.codeOrName);
+    lines.add("kind", transformationKindName(configured.kind));
+    lines.print(output);
+}
+
+ExitStatus reportConfigured(const TransformationOptions& options, Output& output)
+{
+    const std::wstring source = wideArgument("SRC", options.source);
+    const std::wstring target = wideArgument("DST", options.target);
+    const auto drawing = options.drawingOption->count() > 0 ? std::optional(options.drawing) : std::nullopt;
+    const auto configured = configuredTransformation(source, target, drawing, output);
+    if (!configured)
+        throw Failure(options.source + " to " + options.target,
+                      "no transformation is configured" + unknownCodesClause({source, target}),
+                      ExitStatus::nothingFound);
+    if (output.json())
+        output.document({{"name", Embedded::utf8FromWide(configured->codeOrName)}, {"kind", configured->kind}});
+    else
+        print(*configured, output);
+    return ExitStatus::done;
+}
+
+ExitStatus runConfigured(const TransformationOptions& options, Output& output)
+{
+    for (const auto& [name, value] : {std::pair("SRC", &options.source), std::pair("DST", &options.target)})
+        if (value->empty())
+            throw wrongUsage(name, "is required");
+    return withFailureDocument(nullptr, DocumentedFailures::all, output,
+                               [&] { return reportConfigured(options, output); });
+}
+
+const char* directionName(Embedded::OperationDirection direction)
+{
+    return direction == Embedded::OperationDirection::forward ? "forward" : "inverse";
+}
+
+Json asJson(const Embedded::CatalogOperation& operation)
+{
+    Json grids = Json::array();
+    for (const Embedded::OperationGrid& grid : operation.grids)
+        grids.push_back({{"name", Embedded::utf8FromWide(grid.name)},
+                         {"available", grid.isInstalled},
+                         {"url", grid.url.empty() ? Json(nullptr) : Json(Embedded::utf8FromWide(grid.url))}});
+    return {
+        {"code", Embedded::utf8FromWide(operation.code)},
+        {"name", Embedded::utf8FromWide(operation.name)},
+        {"kind", operation.kind},
+        {"accuracy", jsonValue(operation.accuracyInMetres)},
+        {"areaOfUse", operation.areaOfUse.empty() ? Json(nullptr) : Json(Embedded::utf8FromWide(operation.areaOfUse))},
+        {"direction", directionName(operation.direction)},
+        {"reversible", operation.isReversible},
+        {"usable", operation.isUsable()},
+        {"grids", std::move(grids)}};
+}
+
+std::string accuracyText(const Embedded::CatalogOperation& operation)
+{
+    return operation.accuracyInMetres ? fmt::format("{} m", *operation.accuracyInMetres) : "accuracy unknown";
+}
+
+std::string useText(const Embedded::CatalogOperation& operation)
+{
+    if (operation.direction == Embedded::OperationDirection::forward)
+        return "forward";
+    return operation.isReversible ? "in reverse" : "not reversible";
+}
+
+void printDetails(const Embedded::CatalogOperation& operation, Output& output)
+{
+    constexpr const char* kIndentation = "    ";
+    if (!operation.areaOfUse.empty())
+        output.line(kIndentation + oneLine(operation.areaOfUse));
+    for (const Embedded::OperationGrid& grid : operation.grids)
+        output.line(fmt::format("{}grid {}: {}{}", kIndentation, oneLine(grid.name),
+                                grid.isInstalled ? "installed" : "not installed",
+                                grid.isInstalled || grid.url.empty() ? "" : ", " + oneLine(grid.url)));
+    if (!operation.isImplemented)
+        output.line(fmt::format("{}PROJ does not implement its method", kIndentation));
+}
+
+void print(const std::vector<Embedded::CatalogOperation>& operations, Output& output)
+{
+    std::size_t codeWidth = 0;
+    std::size_t accuracyWidth = 0;
+    std::size_t useWidth = 0;
+    std::size_t kindWidth = 0;
+    for (const Embedded::CatalogOperation& operation : operations) {
+        codeWidth = std::max(codeWidth, operation.code.size());
+        kindWidth = std::max(kindWidth, transformationKindName(operation.kind).size());
+        accuracyWidth = std::max(accuracyWidth, accuracyText(operation).size());
+        useWidth = std::max(useWidth, useText(operation).size());
+    }
+    for (const Embedded::CatalogOperation& operation : operations) {
+        output.heading(fmt::format("{:<{}}  {:<{}}  {:>{}}  {:<{}}  {}", oneLine(operation.code), codeWidth,
+                                   transformationKindName(operation.kind), kindWidth, accuracyText(operation),
+                                   accuracyWidth, useText(operation), useWidth, oneLine(operation.name)));
+        printDetails(operation, output);
+    }
+}
+
+std::vector<Embedded::CatalogOperation> operationsFor(const TransformationOptions& options)
+{
+    const std::wstring source = wideArgument("SRC", options.listSource);
+    const std::wstring target = wideArgument("DST", options.listTarget);
+    Embedded::OperationList list = Embedded::operationsBetween(source, target);
+    if (list.refusal)
+        throw failureOf(*list.refusal, ExitStatus::nothingFound);
+    if (list.operations.empty())
+        throw Failure(options.listSource + " to " + options.listTarget,
+                      "the catalog has no transformation or path between the two", ExitStatus::nothingFound);
+    return std::move(list.operations);
+}
+
+void refuseForeignArguments(const TransformationOptions& options)
+{
+    if (!options.source.empty())
+        throw wrongUsage(options.source, "one argument too many");
+    if (options.drawingOption->count() > 0)
+        throw wrongUsage("--drawing", "has no place here; the list is the catalog's");
+}
+
+ExitStatus runList(const TransformationOptions& options, Output& output)
+{
+    refuseForeignArguments(options);
+    return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
+        const auto operations = operationsFor(options);
+        if (!output.json()) {
+            print(operations, output);
+            return ExitStatus::done;
+        }
+        Json array = Json::array();
+        for (const Embedded::CatalogOperation& operation : operations)
+            array.push_back(asJson(operation));
+        output.document(array);
+        return ExitStatus::done;
+    });
+}
+
+} // namespace
+
+std::vector<Command> declareTransformation(CLI::App& program)
+{
+    auto options = std::make_shared<TransformationOptions>();
+    CLI::App* app = addCommand(program, {"transformation",
+                                         "Say which transformation is configured between two systems",
+                                         {"transformation [OPTIONS] SRC DST", "transformation list SRC DST"},
+                                         "Exit status 3 where none is configured."});
+    addArgument(*app, "SRC", options->source, "the code of the system to transform from");
+    addArgument(*app, "DST", options->target, "the code of the system to transform to");
+    options->drawingOption = addArgument(*app, "--drawing FILE", options->drawing,
+                                         "the drawing whose configuration goes before the user's; - is standard input");
+
+    CLI::App* list = addCommand(*app, {"list",
+                                       "List the catalog's transformations and paths between two systems, best first",
+                                       {"transformation list SRC DST"},
+                                       "Exit status 3 where there is none."});
+    addArgument(*list, "SRC", options->listSource, "the code of the system to transform from")->required();
+    addArgument(*list, "DST", options->listTarget, "the code of the system to transform to")->required();
+    return {{app, [options](Output& output) { return runConfigured(*options, output); }},
+            {list, [options](Output& output) { return runList(*options, output); }}};
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,33 @@
+// A system of the catalog by its code, or why there is none.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "embedded/spatial_reference/catalog/catalog.h"
+#include "orvelcs/cli/failure.h"
+#include "orvelcs/output/system_description.h"
+#include "storage/library_holder.h"
+
+namespace Orvelcs {
+
+using CatalogSystemDefinition = Orvel::LibraryObject<System>;
+
+/// Nothing found, with the nearest codes that exist.
+Failure noSuchCode(const std::wstring& code);
+
+/// Why a load ended with a status other than statusOk and statusNotFound: "the catalog cannot be read: there is no
+/// proj.db in /usr/share/proj: statusCatalogUnavailable (46)".
+std::string describeLoadFailure(const std::wstring& code, Zentara::Infrastructure::SpatialReference::Status status);
+
+/// Whether the catalog was asked and does not have the code.
+bool catalogLacks(const std::wstring& code);
+
+/// The catalog's entry; nothing when the catalog was asked and does not have the code. Throws Failure when it could not
+/// be asked.
+std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code);
+
+/// Throws Failure: noSuchCode for a code that the catalog does not have, or why the system cannot be loaded.
+CatalogSystemDefinition systemFromCatalog(const std::wstring& code);
+
+} // namespace Orvelcs

@@ -1,0 +1,139 @@
+#include "orvelcs/drawing/change.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/suggestion.h"
+#include "orvelcs/output/result_names.h"
+
+namespace Orvelcs {
+
+namespace Library = Zentara::Infrastructure::SpatialReference;
+
+namespace {
+
+/// What there is to say of one drawing.
+struct ChangeReport {
+    std::string file;
+    std::optional<int> result = 0;
+    Library::Status status = Library::statusOk;
+    std::vector<Event> events;
+    std::string error; // empty: it was done
+};
+
+void fail(ChangeReport& report, const Embedded::FileResult& file)
+{
+    report.result = file.status;
+    report.error = describe(report.file, file);
+}
+
+void fail(ChangeReport& report, Qeapp::ErrorStatus result, const Change& change)
+{
+    report.result = result;
+    const std::string reason = result == Qeapp::eVetoed ? "a reactor vetoed the change" : change.reason(result);
+    report.error = fmt::format("{}: {}", resultName(result), reason);
+}
+
+ChangeReport changeOne(const std::string& file, const ChangeOptions& options, const Change& change, Output& output)
+{
+    ChangeReport report;
+    report.file = file;
+    OpenDrawing drawing(file, Embedded::DrawingAccess::changing, output);
+    if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
+        fail(report, loaded);
+        return report;
+    }
+    RecordingReactor reactor(vetoesOf(options));
+    const Qeapp::ErrorStatus result = change.apply(drawing.database(), report.status);
+    report.events = reactor.events();
+    if (const Embedded::FileResult failure = drawing.loadingFailure(); failure.status != Qeapp::eOk)
+        fail(report, failure);
+    else if (result != Qeapp::eOk)
+        fail(report, result, change);
+    else if (const Embedded::FileResult saved = drawing.save(output); saved.status != Qeapp::eOk)
+        fail(report, saved);
+    return report;
+}
+
+Json asJson(const ChangeReport& report)
+{
+    Json json = {{"file", report.file},
+                 {"result", jsonValue(report.result)},
+                 {"status", static_cast<int>(report.status)},
+                 {"events", eventsAsJson(report.events)}};
+    if (!report.error.empty())
+        json["error"] = report.error;
+    return json;
+}
+
+void print(const ChangeReport& report, const ChangeOptions& options, const Change& change, Output& output)
+{
+    printEvents(report.file, report.events, options, output);
+    if (!report.error.empty())
+        output.error(report.file, report.error);
+    else if (report.file != kStandardStream)
+        output.confirm(report.file, change.done);
+}
+
+} // namespace
+
+void addChangeOptions(CLI::App& command, ChangeOptions& options)
+{
+    command.add_flag("--events", options.events, "print every notice that a registered reactor receives");
+    addArguments(command, "--veto WHICH", options.vetoes,
+                 "let that reactor answer no to questions with a name (named) or with a null one (removal)")
+        ->allow_extra_args(false);
+}
+
+void checkChangeOptions(const ChangeOptions& options, const Output& output)
+{
+    const std::vector<std::string> known = {"named", "removal"};
+    for (const std::string& veto : options.vetoes)
+        if (std::find(known.begin(), known.end(), veto) == known.end())
+            throw wrongUsage(
+                "--veto", fmt::format("{} is neither named nor removal{}", veto, nearestClause(nearest(veto, known))));
+    checkFileNames(options.files, true, output);
+    if (options.events && options.files.front() == kStandardStream)
+        throw wrongUsage(kStandardStream, "the drawing itself goes to standard output, where --events has no place");
+}
+
+Vetoes vetoesOf(const ChangeOptions& options)
+{
+    Vetoes vetoes;
+    for (const std::string& veto : options.vetoes)
+        (veto == "named" ? vetoes.named : vetoes.removal) = true;
+    return vetoes;
+}
+
+void printEvents(const std::string& file, const std::vector<Event>& events, const ChangeOptions& options,
+                 Output& output)
+{
+    if (options.events && !output.json())
+        for (const Event& event : events)
+            output.line(fmt::format("{}: {}", oneLine(file), eventAsLine(event)));
+}
+
+ExitStatus changeDrawings(const ChangeOptions& options, const Change& change, Output& output)
+{
+    return forEachDrawing(options.files, output, [&](const std::string& file) {
+        const ChangeReport report = changeOne(file, options, change, output);
+        print(report, options, change, output);
+        return DrawingOutcome{report.error.empty() ? ExitStatus::done : ExitStatus::failed, asJson(report)};
+    });
+}
+
+void printUntried(const std::vector<std::string>& files, Library::Status status, const std::string& error,
+                  Output& output)
+{
+    if (!output.json())
+        return;
+    static_cast<void>(forEachDrawing(files, output, [&](const std::string& file) { // the caller knows that it failed
+        return DrawingOutcome{ExitStatus::failed, asJson({file, std::nullopt, status, {}, error})};
+    }));
+}
+
+} // namespace Orvelcs

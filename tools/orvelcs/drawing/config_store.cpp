@@ -1,0 +1,165 @@
+#include "orvelcs/drawing/config_store.h"
+
+#include <functional>
+
+#include "coordsys/orvel_transformation_config.h"
+#include "embedded/windows/registry_file.h"
+#include "orvelcs/drawing/drawings.h"
+#include "orvelcs/drawing/loaded_module.h"
+#include "orvelcs/drawing/module_text.h"
+#include "orvelcs/drawing/settings_file.h"
+#include "platform/windows.h"
+#include "transformation/registry_settings.h"
+#include "transformation/registry_value.h"
+
+namespace Orvelcs {
+
+namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
+using ConfigTargetType = CoordinateSystem::CsTransformationConfigTargetType;
+
+namespace {
+
+constexpr const char* kRegistryStore = "registry store";
+
+std::optional<std::wstring> readOpenDrawing(const std::string& file, const OpenDrawing& drawing)
+{
+    auto text = copyModuleText(
+        [](wchar_t*& out) { return CoordinateSystem::GetCsTransformationConfig(out, ConfigTargetType::Drawing); });
+    require(file, drawing.loadingFailure());
+    return text;
+}
+
+std::optional<std::wstring> readDrawing(const std::string& file, const Output& output)
+{
+    OpenDrawing drawing(file, Embedded::DrawingAccess::reading, output);
+    require(file, drawing.load());
+    return readOpenDrawing(file, drawing);
+}
+
+void checkRegistry()
+{
+    if (const std::string fault = Embedded::checkRegistryFile(); !fault.empty())
+        throw Failure(kRegistryStore, fault);
+}
+
+std::optional<std::wstring> readRegistryStore()
+{
+    checkRegistry();
+    std::vector<std::wstring> names;
+    if (!Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, Orvel::RegistrySettingsKey(), names))
+        return std::nullopt; // reading the store would make it
+    auto text = copyModuleText(Orvel::ReadRegistryTransformationSettings);
+    if (!text)
+        throw Failure(kRegistryStore, "cannot be read");
+    return text;
+}
+
+using ModuleCall = std::function<bool(ConfigTargetType)>;
+
+ConfigChange callModule(const ModuleCall& call, ConfigTargetType target)
+{
+    RecordingReactor reactor({});
+    ConfigChange change;
+    change.result = call(target);
+    change.events = reactor.events();
+    return change;
+}
+
+/// `prepare` is called with the stored text before the call.
+ConfigChange changeDrawing(const std::string& file, const std::function<void(const StoredConfig&)>& prepare,
+                           const ModuleCall& call, Output& output)
+{
+    OpenDrawing drawing(file, Embedded::DrawingAccess::changing, output);
+    require(file, drawing.load());
+    prepare([&] { return readOpenDrawing(file, drawing); });
+    ConfigChange change = callModule(call, ConfigTargetType::Drawing);
+    if (const Embedded::FileResult failure = drawing.loadingFailure(); failure.status != Qeapp::eOk) {
+        change.result = false;
+        change.error = describe(file, failure);
+    } else if (!change.result) {
+        change.error = "the module could not store the configuration";
+    } else if (const Embedded::FileResult saved = drawing.save(output); saved.status != Qeapp::eOk) {
+        change.result = false;
+        change.error = describe(file, saved);
+    }
+    return change;
+}
+
+} // namespace
+
+std::string ConfigTarget::subject() const
+{
+    if (isDrawing())
+        return drawing;
+    return registryStore ? kRegistryStore : settingsFileName();
+}
+
+void addConfigTarget(CLI::App& command, ConfigTarget& target, bool withRegistryStore)
+{
+    target.drawingOption = addArgument(command, "--drawing FILE", target.drawing, "the drawing's configuration");
+    command.add_flag("--user", target.user, "the user's configuration, in the settings file");
+    if (withRegistryStore)
+        command.add_flag("--registry-store", target.registryStore, "the user's configuration in the registry");
+}
+
+void checkConfigTarget(const ConfigTarget& target, bool drawingIsPrinted, const Output& output)
+{
+    const int chosen = (target.isDrawing() ? 1 : 0) + (target.user ? 1 : 0) + (target.registryStore ? 1 : 0);
+    if (chosen != 1)
+        throw wrongUsage("--drawing", chosen == 0 ? "or --user is required: whose configuration?"
+                                                  : "more than one store is named; name one");
+    if (target.isDrawing())
+        checkFileNames({target.drawing}, drawingIsPrinted, output);
+}
+
+std::optional<std::wstring> readConfig(const ConfigTarget& target, const Output& output)
+{
+    if (target.isDrawing())
+        return readDrawing(target.drawing, output);
+    return target.registryStore ? readRegistryStore() : readSettingsFile();
+}
+
+void checkUserConfig()
+{
+    static_cast<void>(readSettingsFile()); // it throws
+}
+
+ConfigChange writeConfig(const ConfigTarget& target, const ConfigEdit& edit, Output& output)
+{
+    const LoadedModule module;
+    std::wstring text;
+    const ModuleCall call = [&](ConfigTargetType type) {
+        return CoordinateSystem::SetCsTransformationConfig(text.c_str(), type);
+    };
+    if (target.isDrawing())
+        return changeDrawing(
+            target.drawing, [&](const StoredConfig& stored) { text = edit(stored); }, call, output);
+    text = edit(readSettingsFile);
+    ConfigChange change;
+    const auto error = replaceSettingsFile(text, [&] {
+        change = callModule(call, ConfigTargetType::User);
+        return change.result;
+    });
+    if (error) {
+        change.result = false;
+        change.error = *error;
+    }
+    return change;
+}
+
+ConfigChange clearConfig(const ConfigTarget& target, Output& output)
+{
+    const LoadedModule module;
+    const ModuleCall call = CoordinateSystem::ClearCsTransformationConfig;
+    if (target.isDrawing())
+        return changeDrawing(
+            target.drawing, [](const StoredConfig&) {}, call, output);
+    ConfigChange change = callModule(call, ConfigTargetType::User);
+    if (!change.result) {
+        const std::string fault = Embedded::checkRegistryFile();
+        change.error = fault.empty() ? "the registry's store could not be emptied" : fault;
+    }
+    return change;
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,119 @@
+#include "orvelcs/drawing/drawings.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "embedded/base/utf8_path.h"
+#include "embedded/host/application/application.h"
+#include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/wait.h"
+#include "orvelcs/drawing/loaded_module.h"
+#include "orvelcs/output/result_names.h"
+
+namespace Orvelcs {
+namespace {
+
+constexpr std::size_t kMostBytesInMemory = std::size_t{1} << 30; // of a drawing on standard input
+
+Embedded::FileResult loadFromStandardInput(std::unique_ptr<QeDbDatabase>& database)
+{
+    try {
+        return Embedded::loadDrawingFromBytes(readWhole(kStandardStream, kMostBytesInMemory), database);
+    } catch (const Failure& failure) {
+        return {Qeapp::eFileDamaged, failure.what()};
+    }
+}
+
+} // namespace
+
+std::string describe(const std::string& file, const Embedded::FileResult& result)
+{
+    if (result.status == Qeapp::eFileLocked)
+        return fmt::format("{}: {}", resultName(result.status), stillHeldMessage());
+    std::string_view message = result.message;
+    if (const std::string prefix = Embedded::displayName(Embedded::pathFromUtf8(file)) + ": ";
+        message.starts_with(prefix))
+        message.remove_prefix(prefix.size());
+    return message.empty() ? resultName(result.status) : fmt::format("{}: {}", resultName(result.status), message);
+}
+
+void require(const std::string& file, const Embedded::FileResult& result)
+{
+    if (result.status != Qeapp::eOk)
+        throw DrawingFailure(file, result);
+}
+
+OpenDrawing::OpenDrawing(std::string file, Embedded::DrawingAccess access, const Output& output)
+    : file_(std::move(file)), access_(access), output_(output)
+{
+}
+
+OpenDrawing::~OpenDrawing()
+{
+    if (document_ != nullptr)
+        static_cast<void>(Embedded::closeDocument(document_)); // it is open and holds no lock, so it closes
+}
+
+Embedded::FileResult OpenDrawing::load()
+{
+    std::unique_ptr<QeDbDatabase> database;
+    Embedded::FileResult result =
+        file_ == kStandardStream
+            ? loadFromStandardInput(database)
+            : Embedded::loadDrawing(Embedded::pathFromUtf8(file_), database, access_, waitFor(file_, output_));
+    if (result.status == Qeapp::eOk)
+        document_ = Embedded::openDocument(std::move(database));
+    return result;
+}
+
+Embedded::FileResult OpenDrawing::save(Output& output)
+{
+    return saveDrawing(*database(), file_, database()->drawingVersion(), Embedded::Overwriting::drawings, output);
+}
+
+Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file, QeDb::QeDbDwgVersion version,
+                                 Embedded::Overwriting overwriting, Output& output)
+{
+    if (file != kStandardStream)
+        return Embedded::saveDrawing(database, Embedded::pathFromUtf8(file), version, overwriting,
+                                     waitFor(file, output));
+    std::string bytes;
+    Embedded::FileResult result = Embedded::saveDrawingToBytes(database, version, bytes);
+    if (result.status == Qeapp::eOk)
+        output.write(bytes); // what comes of it is told when the program ends
+    return result;
+}
+
+ExitStatus forEachDrawing(const std::vector<std::string>& files, Output& output,
+                          const std::function<DrawingOutcome(const std::string& file)>& work)
+{
+    const LoadedModule module;
+    ExitStatus status = ExitStatus::done;
+    Json documents = Json::array();
+    for (std::size_t index = 0; index < files.size(); ++index) {
+        output.progress(index + 1, files.size(), files[index]);
+        DrawingOutcome outcome = work(files[index]);
+        status = worse(status, outcome.status);
+        if (output.json())
+            documents.push_back(std::move(outcome.json));
+    }
+    if (output.json())
+        output.document(files.size() == 1 ? documents.front() : documents);
+    return status;
+}
+
+void checkFileNames(const std::vector<std::string>& files, bool drawingIsPrinted, const Output& output)
+{
+    if (std::find(files.begin(), files.end(), "") != files.end())
+        throw wrongUsage("FILE", "is empty");
+    if (std::find(files.begin(), files.end(), kStandardStream) == files.end())
+        return;
+    if (files.size() > 1)
+        throw wrongUsage(kStandardStream, "stands for the only drawing, not for one of several");
+    if (drawingIsPrinted && output.json())
+        throw wrongUsage(kStandardStream, "the drawing itself goes to standard output, where --json has no place");
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,197 @@
+#include "orvelcs/drawing/form_value.h"
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "embedded/base/text.h"
+#include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/suggestion.h"
+#include "orvelcs/drawing/stored_forms.h"
+#include "orvelcs/output/chain_json.h"
+#include "orvelcs/output/result_names.h"
+
+namespace Orvelcs {
+namespace {
+
+const std::map<std::string, Form>& formsByName()
+{
+    static const std::map<std::string, Form> kForms = {{"legacy", Form::legacy},
+                                                       {"legacy-chain", Form::legacyChain},
+                                                       {"xrecord-chain", Form::definitionChain},
+                                                       {"geodata", Form::geoData},
+                                                       {"config", Form::configuration}};
+    return kForms;
+}
+
+std::vector<std::string> formNames()
+{
+    std::vector<std::string> names;
+    for (const auto& [name, form] : formsByName())
+        names.push_back(name);
+    return names;
+}
+
+std::string nearestFormsClause(const std::string& name)
+{
+    const std::vector<std::string> similar = nearest(name, formNames());
+    return similar.empty() ? fmt::format("; there are {}", fmt::join(formNames(), ", ")) : nearestClause(similar);
+}
+
+void requireWritten(Qeapp::ErrorStatus result, const std::string& form)
+{
+    if (result != Qeapp::eOk)
+        throw Failure(form, "the host refused it: " + resultName(result));
+}
+
+Orvel::ResbufChain textBuffer(int groupCode, const wchar_t* text)
+{
+    Orvel::ResbufChain buffer(qeutBuildList(groupCode, text, QeRb::kListEnd));
+    if (!buffer)
+        throw std::bad_alloc();
+    return buffer;
+}
+
+void registerLegacyApplication(QeDbDatabase* database, const std::string& form)
+{
+    Orvel::HostObject<QeDbRegAppTable> table;
+    requireWritten(
+        table.openWith([&](QeDbRegAppTable*& object) { return database->getRegAppTable(object, QeDb::kForWrite); }),
+        form);
+    if (table->has(kLegacyApplication))
+        return;
+    Orvel::HostObject<QeDbRegAppTableRecord> record(new QeDbRegAppTableRecord);
+    requireWritten(record->setName(kLegacyApplication), form);
+    QeDbObjectId id;
+    requireWritten(table->add(id, record.get()), form);
+}
+
+// `values` is what follows the application's name; none of it removes the record.
+void putLegacyChain(QeDbDatabase* database, const FormValue& value, Orvel::ResbufChain values)
+{
+    const bool namesApplication = values && values->restype == QeRb::kXdataAppName;
+    if (namesApplication && std::wstring_view(values->resval.rstring) != kLegacyApplication)
+        throw Failure(value.name,
+                      fmt::format("[0]: the application must be {}", Embedded::utf8FromWide(kLegacyApplication)));
+    Orvel::ResbufChain chain = std::move(values);
+    if (!namesApplication) {
+        Orvel::ResbufChain named = textBuffer(QeRb::kXdataAppName, kLegacyApplication);
+        named->rbnext = chain.release();
+        chain = std::move(named);
+    }
+    registerLegacyApplication(database, value.name);
+    Orvel::NamedObjects namedObjects;
+    requireWritten(namedObjects.openIn(database, QeDb::kForWrite), value.name);
+    requireWritten(namedObjects->setXData(chain.get()), value.name);
+}
+
+void putLegacyCode(QeDbDatabase* database, const FormValue& value)
+{
+    const std::wstring code = Embedded::wideFromUtf8(value.value);
+    putLegacyChain(database, value, code.empty() ? Orvel::ResbufChain() : textBuffer(QeRb::kXdataString, code.c_str()));
+}
+
+void putXrecord(QeDbDictionary& dictionary, const wchar_t* key, const resbuf* chain, QeDbDatabase* database,
+                const std::string& form)
+{
+    Orvel::HostObject<QeDbXrecord> xrecord(new QeDbXrecord);
+    requireWritten(xrecord->setFromRbChain(chain, database), form);
+    QeDbObjectId id;
+    requireWritten(dictionary.setAt(key, xrecord.get(), id), form);
+}
+
+void putDefinitionChain(QeDbDatabase* database, const FormValue& value)
+{
+    Orvel::NamedObjects namedObjects;
+    requireWritten(namedObjects.openIn(database, QeDb::kForWrite), value.name);
+    if (value.value.empty()) {
+        if (namedObjects->has(kDefinitionKey))
+            requireWritten(namedObjects->remove(kDefinitionKey), value.name);
+        return;
+    }
+    const Orvel::ResbufChain chain = chainFromJson(value.name, value.value);
+    putXrecord(*namedObjects.get(), kDefinitionKey, chain.get(), database, value.name);
+}
+
+Orvel::HostObject<QeDbGeoData> newGeoData(QeDbDatabase* database, const std::string& form)
+{
+    QeDbObjectId modelSpace;
+    requireWritten(qedbSymUtil()->blockModelSpaceId(database, modelSpace), form);
+    Orvel::HostObject<QeDbGeoData> geoData(new QeDbGeoData);
+    requireWritten(geoData->setBlockTableRecordId(modelSpace), form);
+    QeDbObjectId id;
+    requireWritten(geoData->postToDb(id), form);
+    return geoData;
+}
+
+void putGeoData(QeDbDatabase* database, const FormValue& value)
+{
+    Orvel::HostObject<QeDbGeoData> geoData;
+    QeDbObjectId id;
+    if (qedbGetGeoDataObjId(database, id) == Qeapp::eOk && !id.isNull())
+        requireWritten(geoData.open(id, QeDb::kForWrite), value.name);
+    else if (!value.value.empty())
+        geoData = newGeoData(database, value.name);
+    if (geoData)
+        requireWritten(geoData->setCoordinateSystem(Embedded::wideFromUtf8(value.value).c_str()), value.name);
+}
+
+Orvel::HostObject<QeDbDictionary> configurationDictionary(QeDbDatabase* database, const std::string& form)
+{
+    Orvel::NamedObjects namedObjects;
+    requireWritten(namedObjects.openIn(database, QeDb::kForWrite), form);
+    QeDbObjectId id;
+    Orvel::HostObject<QeDbDictionary> dictionary;
+    if (namedObjects->getAt(kConfigurationDictionary, id) == Qeapp::eOk) {
+        requireWritten(dictionary.open(id, QeDb::kForWrite), form);
+        return dictionary;
+    }
+    dictionary.reset(new QeDbDictionary);
+    requireWritten(namedObjects->setAt(kConfigurationDictionary, dictionary.get(), id), form);
+    return dictionary;
+}
+
+void putConfiguration(QeDbDatabase* database, const FormValue& value)
+{
+    const Orvel::HostObject<QeDbDictionary> dictionary = configurationDictionary(database, value.name);
+    const Orvel::ResbufChain chain = textBuffer(QeRb::kText, Embedded::wideFromUtf8(value.value).c_str());
+    putXrecord(*dictionary.get(), kConfigurationKey, chain.get(), database, value.name);
+}
+
+} // namespace
+
+FormValue parseFormValue(const std::string& argument)
+{
+    const std::size_t equals = argument.find('=');
+    if (equals == std::string::npos)
+        throw wrongUsage("--put", argument + " is not FORM=VALUE");
+    const std::string name = argument.substr(0, equals);
+    const auto form = formsByName().find(name);
+    if (form == formsByName().end())
+        throw wrongUsage("--put", name + " is not a form" + nearestFormsClause(name));
+    if (!Embedded::isValidUtf8(argument))
+        throw wrongUsage("--put", "the value of " + name + " is not UTF-8");
+    return {form->second, name, argument.substr(equals + 1)};
+}
+
+void putForm(QeDbDatabase* database, const FormValue& value)
+{
+    switch (value.form) {
+    case Form::legacy:
+        return putLegacyCode(database, value);
+    case Form::legacyChain:
+        return putLegacyChain(database, value,
+                              value.value.empty() ? Orvel::ResbufChain() : chainFromJson(value.name, value.value));
+    case Form::definitionChain:
+        return putDefinitionChain(database, value);
+    case Form::geoData:
+        return putGeoData(database, value);
+    case Form::configuration:
+        return putConfiguration(database, value);
+    }
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,256 @@
+#include "orvelcs/output/chain_json.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <set>
+
+#include <fmt/format.h>
+
+#include "orvelcs/cli/failure.h"
+
+namespace Orvelcs {
+namespace {
+
+/// A place in the chain, for messages.
+struct Place {
+    const std::string& subject;
+    std::size_t index;
+
+    [[nodiscard]] Failure failure(const std::string& message) const
+    {
+        return Failure(subject, fmt::format("[{}]: {}", index, message));
+    }
+};
+
+Json valueAsJson(const resbuf& buffer)
+{
+    switch (qeutValueKind(buffer.restype)) {
+    case QeRb::ValueKind::string:
+        return buffer.resval.rstring != nullptr ? Json(Embedded::utf8FromWide(buffer.resval.rstring)) : Json(nullptr);
+    case QeRb::ValueKind::real:
+        return buffer.resval.rreal;
+    case QeRb::ValueKind::integer16:
+        return buffer.resval.rint;
+    case QeRb::ValueKind::integer32:
+        return buffer.resval.rlong;
+    default:
+        return nullptr;
+    }
+}
+
+std::string chunkAsHex(const QeBinaryChunk& chunk)
+{
+    if (chunk.buf == nullptr || chunk.clen <= 0)
+        return {};
+    return hexOf(reinterpret_cast<const unsigned char*>(chunk.buf), static_cast<std::size_t>(chunk.clen));
+}
+
+int digitOf(char character)
+{
+    if (character >= '0' && character <= '9')
+        return character - '0';
+    const char lowered = static_cast<char>(character | 0x20);
+    return lowered >= 'a' && lowered <= 'f' ? lowered - 'a' + 10 : -1;
+}
+
+std::string bytesOf(const std::string& hex, const Place& place)
+{
+    if (hex.size() % 2 != 0)
+        throw place.failure("\"hex\" has an odd number of digits");
+    std::string bytes;
+    for (std::size_t index = 0; index < hex.size(); index += 2) {
+        const int high = digitOf(hex[index]);
+        const int low = digitOf(hex[index + 1]);
+        if (high < 0 || low < 0)
+            throw place.failure(fmt::format("\"hex\" holds {}, which is not a hexadecimal digit",
+                                            Json(std::string(1, hex[high < 0 ? index : index + 1]))
+                                                .dump(-1, ' ', true, Json::error_handler_t::replace)));
+        bytes.push_back(static_cast<char>(high * 16 + low));
+    }
+    return bytes;
+}
+
+void setString(resbuf& buffer, const Json& value, const Place& place)
+{
+    if (!value.is_string())
+        throw place.failure("\"value\" must be a string");
+    const std::wstring text = Embedded::wideFromUtf8(value.get_ref<const std::string&>());
+    if (text.find(L'\0') != std::wstring::npos)
+        throw place.failure("\"value\" holds a NUL character");
+    const std::size_t length = (text.size() + 1) * sizeof(wchar_t);
+    auto* copy = static_cast<wchar_t*>(qeapp_malloc(length));
+    if (copy == nullptr)
+        throw std::bad_alloc();
+    std::memcpy(copy, text.c_str(), length);
+    buffer.resval.rstring = copy;
+}
+
+void setBinary(resbuf& buffer, const Json& hex, const Place& place)
+{
+    if (!hex.is_string())
+        throw place.failure("\"hex\" must be a string");
+    const std::string bytes = bytesOf(hex.get_ref<const std::string&>(), place);
+    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<short>::max()))
+        throw place.failure("\"hex\" holds more than 32767 bytes");
+    if (bytes.empty())
+        return;
+    auto* copy = static_cast<char*>(qeapp_malloc(bytes.size()));
+    if (copy == nullptr)
+        throw std::bad_alloc();
+    std::copy(bytes.begin(), bytes.end(), copy);
+    buffer.resval.rbinary = {static_cast<short>(bytes.size()), copy};
+}
+
+template <class Integer>
+Integer integerOf(const Json& value, const Place& place)
+{
+    constexpr auto kLeast = std::numeric_limits<Integer>::min();
+    constexpr auto kMost = std::numeric_limits<Integer>::max();
+    // A number beyond the signed 64 bits is kept as an unsigned one.
+    const bool fits = value.is_number_integer() &&
+                      !(value.is_number_unsigned() && value.get<std::uint64_t>() > kMost) &&
+                      value.get<std::int64_t>() >= kLeast && value.get<std::int64_t>() <= kMost;
+    if (!fits)
+        throw place.failure(fmt::format("\"value\" must be a whole number from {} to {}", kLeast, kMost));
+    return value.get<Integer>();
+}
+
+void setValue(resbuf& buffer, QeRb::ValueKind kind, const Json& value, const Place& place)
+{
+    switch (kind) {
+    case QeRb::ValueKind::string:
+        return setString(buffer, value, place);
+    case QeRb::ValueKind::binary:
+        return setBinary(buffer, value, place);
+    case QeRb::ValueKind::real:
+        if (!value.is_number())
+            throw place.failure("\"value\" must be a number");
+        buffer.resval.rreal = value.get<double>();
+        return;
+    case QeRb::ValueKind::integer16:
+        buffer.resval.rint = integerOf<short>(value, place);
+        return;
+    default:
+        buffer.resval.rlong = integerOf<std::int32_t>(value, place);
+    }
+}
+
+int groupCodeOf(const Json& element, const Place& place)
+{
+    if (!element.is_object() || !element.contains("code") || !element["code"].is_number_integer())
+        throw place.failure("must be an object with a whole number as \"code\"");
+    const auto code = element["code"].get<std::int64_t>();
+    if (code < 0 || code > std::numeric_limits<short>::max() ||
+        qeutValueKind(static_cast<int>(code)) == QeRb::ValueKind::none)
+        throw place.failure(fmt::format("{} is not a group code that a drawing stores", element["code"].dump()));
+    return static_cast<int>(code);
+}
+
+Orvel::ResbufChain bufferFromJson(const Json& element, const Place& place)
+{
+    const int code = groupCodeOf(element, place);
+    const QeRb::ValueKind kind = qeutValueKind(code);
+    const char* key = kind == QeRb::ValueKind::binary ? "hex" : "value";
+    if (element.size() != 2 || !element.contains(key))
+        throw place.failure(fmt::format(R"(group code {} takes "code" and "{}", nothing else)", code, key));
+    Orvel::ResbufChain buffer(qeutNewRb(code));
+    if (!buffer)
+        throw std::bad_alloc();
+    setValue(*buffer.get(), kind, element[key], place);
+    return buffer;
+}
+
+/// Follows the parsing of a chain: which of its objects is being read, and which keys that has had.
+class ChainProgress {
+public:
+    explicit ChainProgress(const std::string& subject) : place_{subject, 0} {}
+    const Place& place() const { return place_; }
+
+    void follow(int depth, Json::parse_event_t event, const Json& parsed)
+    {
+        constexpr int kObject = 1;
+        constexpr int kKey = 2;
+        if (depth == kObject && event == Json::parse_event_t::object_start)
+            keys_.clear();
+        else if (depth == kObject && event != Json::parse_event_t::array_start && event != Json::parse_event_t::key)
+            ++place_.index;
+        else if (depth == kKey && event == Json::parse_event_t::key && !keys_.insert(parsed.get<std::string>()).second)
+            throw place_.failure(
+                fmt::format("{} appears twice", parsed.dump(-1, ' ', false, Json::error_handler_t::replace)));
+    }
+
+private:
+    Place place_;
+    std::set<std::string> keys_;
+};
+
+// The library's messages begin with its own name and number in brackets.
+std::string messageOf(const Json::exception& error)
+{
+    const std::string message = error.what();
+    return message.substr(message.find("] ") + 2);
+}
+
+Json parsed(const std::string& subject, std::string_view text)
+{
+    ChainProgress progress(subject);
+    try {
+        return Json::parse(text, [&](int depth, Json::parse_event_t event, const Json& value) {
+            progress.follow(depth, event, value);
+            return true;
+        });
+    } catch (const Json::parse_error& error) {
+        throw Failure(subject, "not JSON: " + messageOf(error));
+    } catch (const Json::exception& error) { // a number beyond all bounds, which is not a parse error there
+        throw progress.place().failure(messageOf(error));
+    }
+}
+
+} // namespace
+
+std::string hexOf(const unsigned char* bytes, std::size_t length)
+{
+    constexpr const char* kDigits = "0123456789abcdef";
+    std::string hex;
+    hex.reserve(length * 2);
+    for (std::size_t index = 0; index < length; ++index) {
+        hex.push_back(kDigits[bytes[index] >> 4]);
+        hex.push_back(kDigits[bytes[index] & 0xF]);
+    }
+    return hex;
+}
+
+Json chainAsJson(const resbuf* chain)
+{
+    Json array = Json::array();
+    for (const resbuf* buffer = chain; buffer != nullptr; buffer = buffer->rbnext) {
+        if (qeutValueKind(buffer->restype) == QeRb::ValueKind::binary)
+            array.push_back({{"code", buffer->restype}, {"hex", chunkAsHex(buffer->resval.rbinary)}});
+        else
+            array.push_back({{"code", buffer->restype}, {"value", valueAsJson(*buffer)}});
+    }
+    return array;
+}
+
+Orvel::ResbufChain chainFromJson(const std::string& subject, std::string_view text)
+{
+    const Json document = parsed(subject, text);
+    if (!document.is_array())
+        throw Failure(subject, R"(must be a JSON array of objects with "code" and "value" or "hex")");
+    Orvel::ResbufChain chain;
+    resbuf* last = nullptr;
+    for (std::size_t index = 0; index < document.size(); ++index) {
+        Orvel::ResbufChain next = bufferFromJson(document[index], {subject, index});
+        resbuf* added = next.release();
+        if (last == nullptr)
+            chain.reset(added);
+        else
+            last->rbnext = added;
+        last = added;
+    }
+    return chain;
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,22 @@
+// Resbuf chains as JSON: [{"code": 1071, "value": 1}, {"code": 310, "hex": "0aff"}, …].
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "orvelcs/cli/json.h"
+#include "platform/host.h"
+#include "storage/host_holders.h"
+
+namespace Orvelcs {
+
+Json chainAsJson(const resbuf* chain);
+
+/// Throws Failure, which names the place, for anything that is not such a chain; `subject` is what it is about. An
+/// empty array gives a null chain.
+Orvel::ResbufChain chainFromJson(const std::string& subject, std::string_view text);
+
+/// Lower-case hex.
+std::string hexOf(const unsigned char* bytes, std::size_t length);
+
+} // namespace Orvelcs

@@ -1,0 +1,90 @@
+#include "orvelcs/output/system_description.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "embedded/base/text.h"
+#include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/text_query.h"
+#include "orvelcs/output/result_names.h"
+
+namespace Orvelcs {
+
+namespace Library = Zentara::Infrastructure::SpatialReference;
+
+SystemDescription describe(const System& system)
+{
+    SystemDescription description;
+    description.code = answerOf(system, &System::GetCode);
+    description.name = answerOf(system, &System::GetName);
+    if (int kind = 0; system.GetKind(kind) == Library::statusOk)
+        description.kind = kind;
+    description.datum = answerOf(system, &System::GetDatumCode);
+    description.ellipsoid = answerOf(system, &System::GetEllipsoidCode);
+    return description;
+}
+
+std::wstring wktOf(const System& system)
+{
+    constexpr std::size_t kCharacters = std::size_t{1} << 20;
+    std::wstring buffer(kCharacters, L'\0');
+    const Library::Status status =
+        Library::FormatConverter::DefinitionToWkt_s(&system, Library::wktFlavorDefault, buffer.data(), buffer.size());
+    if (status != Library::statusOk && status != Library::statusInexact) {
+        const std::optional<std::wstring> code = answerOf(system, &System::GetCode);
+        throw Failure(code ? Embedded::utf8FromWide(*code) : "the system",
+                      "cannot be written as WKT: " + statusName(status));
+    }
+    buffer.resize(buffer.find(L'\0'));
+    return buffer;
+}
+
+std::string kindName(int kind)
+{
+    switch (kind) {
+    case Library::kindNotEarthReferenced:
+        return "not referenced to the Earth";
+    case Library::kindGeographic:
+        return "geographic";
+    case Library::kindProjected:
+        return "projected";
+    case Library::kindGeocentric:
+        return "geocentric";
+    default:
+        return "unknown";
+    }
+}
+
+void LabelledLines::add(std::string_view label, const std::optional<std::wstring>& value)
+{
+    if (value)
+        add(label, std::string_view(oneLine(*value)));
+}
+
+void LabelledLines::add(std::string_view label, std::string_view value)
+{
+    lines_.emplace_back(label, value);
+}
+
+void LabelledLines::add(const SystemDescription& description)
+{
+    add("code", description.code);
+    add("name", description.name);
+    if (description.kind)
+        add("kind", fmt::format("{} ({})", *description.kind, kindName(*description.kind)));
+    add("datum", description.datum);
+    add("ellipsoid", description.ellipsoid);
+}
+
+void LabelledLines::print(Output& output) const
+{
+    std::size_t width = 0;
+    for (const auto& [label, value] : lines_)
+        width = std::max(width, label.size());
+    for (const auto& [label, value] : lines_)
+        output.line(fmt::format("  {:<{}}  {}", label, width, value));
+}
+
+} // namespace Orvelcs

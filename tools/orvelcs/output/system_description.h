@@ -1,0 +1,50 @@
+// What there is to tell of a coordinate reference system, for a person and as JSON.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "orvelcs/cli/json.h"
+#include "orvelcs/cli/output.h"
+#include "platform/spatial_reference.h"
+
+namespace Orvelcs {
+
+/// Each part is absent where the system has none.
+struct SystemDescription {
+    std::optional<std::wstring> code;
+    std::optional<std::wstring> name;
+    std::optional<int> kind;
+    std::optional<std::wstring> datum;
+    std::optional<std::wstring> ellipsoid;
+    std::optional<std::wstring> wkt;
+};
+
+using System = Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition;
+
+/// Everything but the WKT.
+SystemDescription describe(const System& system);
+/// The system as WKT of the default flavor, WKT 2 where WKT 1 cannot say it. Throws Failure when neither can.
+std::wstring wktOf(const System& system);
+
+/// "projected" for 3.
+std::string kindName(int kind);
+
+/// Lines of a label and a value, the values below one another.
+class LabelledLines {
+public:
+    /// An absent value is left out.
+    void add(std::string_view label, const std::optional<std::wstring>& value);
+    void add(std::string_view label, std::string_view value);
+    /// Code, name, kind, datum, ellipsoid.
+    void add(const SystemDescription& description);
+    void print(Output& output) const;
+
+private:
+    std::vector<std::pair<std::string, std::string>> lines_;
+};
+
+} // namespace Orvelcs

@@ -1,0 +1,41 @@
+// What the points went through, counted while they pass and told in notes and JSON.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "embedded/spatial_reference/operations/coordinate_transformer.h"
+#include "orvelcs/cli/output.h"
+
+namespace Orvelcs {
+
+class TransformSummary {
+public:
+    /// `systems` is what the notes are about.
+    TransformSummary(std::string systems, bool isConfigured, const Embedded::CoordinateTransformer& transformer);
+
+    void count(const Embedded::TransformedPoint& answer, bool hasEpoch);
+
+    /// What is known before the first point.
+    void noteBefore(Output& output) const;
+    /// What only the points have shown.
+    void noteAfter(Output& output) const;
+    Json asJson() const;
+
+private:
+    std::size_t pointsThrough(std::size_t operation) const;
+    void noteChoices(Output& output) const;
+    void noteBallparks(Output& output) const;
+    void noteMissingGrids(Output& output) const;
+    void noteMissingEpochs(Output& output) const;
+
+    std::string systems_;
+    bool isConfigured_;
+    const Embedded::CoordinateTransformer& transformer_;
+    std::vector<std::size_t> points_; // through each of the transformer's operations
+    std::size_t transformed_ = 0;
+    std::size_t withoutEpoch_ = 0; // through operations that depend on it
+};
+
+} // namespace Orvelcs

@@ -1,6 +1,0 @@
-#include "orvelcs/program.h"
-
-int main(int argumentCount, char** arguments)
-{
-    return static_cast<int>(Orvelcs::runProgram(argumentCount, arguments));
-}
