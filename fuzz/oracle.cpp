@@ -17,7 +17,7 @@ void require(bool holds, std::string_view promise)
 
 NothingLeft::~NothingLeft()
 {
-    const std::string left = Embedded::Audit::difference(before_, Embedded::Audit::now());
+    const std::string left = Embedded::ResourceCounters::difference(before_, Embedded::ResourceCounters::now());
     require(left.empty(), "nothing is left behind; there is " + left);
 }
 

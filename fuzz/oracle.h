@@ -13,13 +13,13 @@ void require(bool holds, std::string_view promise);
 /// That the platform holds, at the end of a scope, what it held at the beginning.
 class NothingLeft {
 public:
-    NothingLeft() : before_(Embedded::Audit::now()) {}
+    NothingLeft() : before_(Embedded::ResourceCounters::now()) {}
     NothingLeft(const NothingLeft&) = delete;
     NothingLeft& operator=(const NothingLeft&) = delete;
     ~NothingLeft();
 
 private:
-    Embedded::AuditCounts before_;
+    Embedded::ResourceCounts before_;
 };
 
 } // namespace Fuzz

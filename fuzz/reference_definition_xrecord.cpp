@@ -74,8 +74,8 @@ std::optional<Facts> factsIn(const Bytes& packed)
 /// Of the definitions that can be read most are samples, and reading one takes longer than all else.
 std::optional<Facts> rememberedFactsIn(const Bytes& packed)
 {
-    static Embedded::Remembered<Bytes, std::optional<Facts>> remembered;
-    return remembered.of(
+    static Embedded::MemoCache<Bytes, std::optional<Facts>> remembered;
+    return remembered.getOrCompute(
         packed, [&packed] { return factsIn(packed); },
         [](const std::optional<Facts>& facts) { return facts.has_value(); });
 }

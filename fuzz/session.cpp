@@ -66,9 +66,9 @@ const std::vector<Session::Step>& Session::steps()
 void Session::step()
 {
     const Step& step = steps()[source_.below(steps().size())];
-    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     (this->*step.make)();
-    const std::string left = Embedded::Audit::difference(before, Embedded::Audit::now());
+    const std::string left = Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now());
     require(step.holds || left.empty(), "a step leaves nothing behind; there is " + left);
 }
 
@@ -90,7 +90,7 @@ Qeapp::ErrorStatus Session::underFault(const std::function<Qeapp::ErrorStatus()>
 {
     const bool isPlanned = fault_.has_value();
     if (isPlanned)
-        Embedded::Faults::arm(*fault_);
+        Embedded::FaultInjection::arm(*fault_);
     fault_.reset();
     Qeapp::ErrorStatus result = Qeapp::eOutOfMemory;
     try {
@@ -98,8 +98,8 @@ Qeapp::ErrorStatus Session::underFault(const std::function<Qeapp::ErrorStatus()>
     } catch (const std::exception&) { // one that the library or an allocation raised passes through the module
         result = Qeapp::eOutOfMemory;
     }
-    Embedded::Faults::disarm();
-    isStruck_ = isPlanned && Embedded::Faults::struck() > 0;
+    Embedded::FaultInjection::disarm();
+    isStruck_ = isPlanned && Embedded::FaultInjection::failedCalls() > 0;
     return result;
 }
 

@@ -1,5 +1,4 @@
-// What was lately made of which texts, bytes and codes: a drawing has few definitions, which are read again and again
-// and always come to the same.
+// Caches the most recently parsed definitions. A drawing has few of them and reads them often.
 #pragma once
 
 #include <cstddef>
@@ -9,40 +8,39 @@
 namespace Embedded {
 
 template <class Key, class Value>
-class Remembered {
+class MemoCache {
 public:
-    /// What was made of `given`, which a key compares with, or else what `make` makes of it. That is kept where
-    /// `isLasting` says so of it, unless it was made of more than a definition ever is; all else is forgotten first
-    /// when that has become much.
-    template <class Given, class Make, class IsLasting>
-    Value of(const Given& given, const Make& make, const IsLasting& isLasting)
+    /// Returns the cached value of the key, or what `compute` returns. Keeps that value if `isLasting` accepts it and
+    /// the key is no longer than a definition ever is. A full cache is emptied first.
+    template <class Lookup, class Compute, class IsLasting>
+    Value getOrCompute(const Lookup& key, const Compute& compute, const IsLasting& isLasting)
     {
-        if (const auto known = values_.find(given); known != values_.end())
+        if (const auto known = values_.find(key); known != values_.end())
             return known->second;
-        Value value = make();
-        if (isLasting(value) && !isTooLong(given))
-            keep(given, value);
+        Value value = compute();
+        if (isLasting(value) && !isTooLong(key))
+            keep(key, value);
         return value;
     }
 
 private:
-    static constexpr std::size_t kMost = 64;
-    static constexpr std::size_t kLongest = std::size_t{16} * 1024; // in the key's characters
+    static constexpr std::size_t kMaxEntries = 64;
+    static constexpr std::size_t kMaxKeyLength = std::size_t{16} * 1024;
 
-    template <class Given>
-    static bool isTooLong(const Given& given)
+    template <class Lookup>
+    static bool isTooLong(const Lookup& key)
     {
-        if constexpr (requires { given.size(); })
-            return given.size() > kLongest;
+        if constexpr (requires { key.size(); })
+            return key.size() > kMaxKeyLength;
         else
             return false;
     }
-    template <class Given>
-    void keep(const Given& given, const Value& value)
+    template <class Lookup>
+    void keep(const Lookup& key, const Value& value)
     {
-        if (values_.size() == kMost)
+        if (values_.size() == kMaxEntries)
             values_.clear();
-        values_.emplace(given, value);
+        values_.emplace(key, value);
     }
 
     std::map<Key, Value, std::less<>> values_;

@@ -32,37 +32,37 @@ State& state()
 
 } // namespace
 
-bool Faults::listening_ = false;
+bool FaultInjection::listening_ = false;
 
-void Faults::arm(FaultPlan plan)
+void FaultInjection::arm(FaultPlan plan)
 {
     state() = State{.plan = std::move(plan), .failing = true, .matches = 0, .struck = 0, .seen = {}, .observer = {}};
     listening_ = true;
 }
 
-void Faults::disarm()
+void FaultInjection::disarm()
 {
     listening_ = false;
 }
 
-void Faults::watch(std::function<void(std::string_view)> observer)
+void FaultInjection::watch(std::function<void(std::string_view)> observer)
 {
     state() = State{};
     state().observer = std::move(observer);
     listening_ = true;
 }
 
-const std::vector<std::string>& Faults::seen()
+const std::vector<std::string>& FaultInjection::seen()
 {
     return state().seen;
 }
 
-std::size_t Faults::struck()
+std::size_t FaultInjection::failedCalls()
 {
     return state().struck;
 }
 
-std::optional<int> Faults::decide(std::string_view call, int failure)
+std::optional<int> FaultInjection::decide(std::string_view call, int failure)
 {
     State& now = state();
     now.seen.emplace_back(call);

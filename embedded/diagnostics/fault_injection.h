@@ -27,7 +27,7 @@ struct FaultPlan {
     std::size_t limit = 0;      // one call more ends with std::runtime_error, so that no loop is endless; 0: none
 };
 
-class FQCORE_API Faults {
+class FQCORE_API FaultInjection {
 public:
     /// Replaces the plan and starts counting from zero.
     static void arm(FaultPlan plan);
@@ -39,10 +39,10 @@ public:
     /// The calls seen since the last `arm` or `watch`, in order.
     static const std::vector<std::string>& seen();
     /// How many of them were made to fail.
-    static std::size_t struck();
+    static std::size_t failedCalls();
 
     /// For the platform: the code to fail with when this call is to fail, `failure` where the plan names none.
-    static std::optional<int> strike(std::string_view call, int failure)
+    static std::optional<int> injectedFailure(std::string_view call, int failure)
     {
         return listening_ ? decide(call, failure) : std::nullopt;
     }
@@ -55,8 +55,8 @@ private:
 /// A plan for the length of a scope.
 class ScopedFault {
 public:
-    explicit ScopedFault(FaultPlan plan) { Faults::arm(std::move(plan)); }
-    ~ScopedFault() { Faults::disarm(); }
+    explicit ScopedFault(FaultPlan plan) { FaultInjection::arm(std::move(plan)); }
+    ~ScopedFault() { FaultInjection::disarm(); }
     ScopedFault(const ScopedFault&) = delete;
     ScopedFault& operator=(const ScopedFault&) = delete;
 };

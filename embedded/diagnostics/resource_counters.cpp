@@ -3,13 +3,13 @@
 namespace Embedded {
 namespace {
 
-AuditCounts& counts()
+ResourceCounts& counts()
 {
-    static AuditCounts current;
+    static ResourceCounts current;
     return current;
 }
 
-constexpr std::array<const char*, static_cast<std::size_t>(Held::count)> kNames = {
+constexpr std::array<const char*, static_cast<std::size_t>(ResourceKind::count)> kNames = {
     "open object",         "detached object",  "database",          "dictionary iterator",
     "document lock",       "transaction",      "host buffer",       "resbuf",
     "resbuf memory block", "library object",   "disposable object", "registry key",
@@ -18,17 +18,17 @@ constexpr std::array<const char*, static_cast<std::size_t>(Held::count)> kNames 
 
 } // namespace
 
-void Audit::add(Held kind, long number)
+void ResourceCounters::add(ResourceKind kind, long number)
 {
     counts().held[static_cast<std::size_t>(kind)] += number;
 }
 
-AuditCounts Audit::now()
+ResourceCounts ResourceCounters::now()
 {
     return counts();
 }
 
-std::string Audit::difference(const AuditCounts& earlier, const AuditCounts& later)
+std::string ResourceCounters::difference(const ResourceCounts& earlier, const ResourceCounts& later)
 {
     std::string line;
     for (std::size_t kind = 0; kind < kNames.size(); ++kind) {

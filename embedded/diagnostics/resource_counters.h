@@ -9,7 +9,7 @@
 
 namespace Embedded {
 
-enum class Held : std::size_t {
+enum class ResourceKind : std::size_t {
     openObject,     // opens of database-resident objects, one for each opener
     detachedObject, // host objects that are in no database
     database,       // drawings
@@ -30,20 +30,20 @@ enum class Held : std::size_t {
 };
 
 /// A count for each kind.
-struct AuditCounts {
-    std::array<long, static_cast<std::size_t>(Held::count)> held{};
+struct ResourceCounts {
+    std::array<long, static_cast<std::size_t>(ResourceKind::count)> held{};
 
-    long operator[](Held kind) const { return held[static_cast<std::size_t>(kind)]; }
-    friend bool operator==(const AuditCounts&, const AuditCounts&) = default;
+    long operator[](ResourceKind kind) const { return held[static_cast<std::size_t>(kind)]; }
+    friend bool operator==(const ResourceCounts&, const ResourceCounts&) = default;
 };
 
-class FQCORE_API Audit {
+class FQCORE_API ResourceCounters {
 public:
-    static void add(Held kind, long number = 1);
-    static void remove(Held kind, long number = 1) { add(kind, -number); }
-    static AuditCounts now();
+    static void add(ResourceKind kind, long number = 1);
+    static void remove(ResourceKind kind, long number = 1) { add(kind, -number); }
+    static ResourceCounts now();
     /// What `later` holds beyond `earlier`, as a line such as "2 open objects, 1 resbuf"; empty when nothing.
-    static std::string difference(const AuditCounts& earlier, const AuditCounts& later);
+    static std::string difference(const ResourceCounts& earlier, const ResourceCounts& later);
 };
 
 } // namespace Embedded

@@ -32,14 +32,14 @@ FqDisposable::~FqDisposable() = default;
 // An object is always allocated with its count, so that this is where its allocation can be made to fail.
 FqGuardDisposable::FqGuardDisposable()
 {
-    if (Embedded::Faults::strike("FqGuardDisposable::FqGuardDisposable", 0))
+    if (Embedded::FaultInjection::injectedFailure("FqGuardDisposable::FqGuardDisposable", 0))
         throw std::bad_alloc();
-    Embedded::Audit::add(Embedded::Held::disposableObject);
+    Embedded::ResourceCounters::add(Embedded::ResourceKind::disposableObject);
 }
 
 FqGuardDisposable::~FqGuardDisposable()
 {
-    Embedded::Audit::remove(Embedded::Held::disposableObject);
+    Embedded::ResourceCounters::remove(Embedded::ResourceKind::disposableObject);
 }
 
 int FqGuardDisposable::GetRefCount()

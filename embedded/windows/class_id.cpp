@@ -11,9 +11,9 @@
 
 namespace {
 
-using Embedded::Audit;
-using Embedded::Faults;
-using Embedded::Held;
+using Embedded::FaultInjection;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 
 /// Where the hexadecimal digits of an identifier's text begin, field by field and byte by byte, and how many there are.
 struct DigitRun {
@@ -66,7 +66,7 @@ void writeDigits(std::wstring& text, DigitRun run, std::uint32_t value)
 
 HRESULT CLSIDFromString(const wchar_t* text, CLSID* clsid)
 {
-    if (const auto fault = Faults::strike("CLSIDFromString", CO_E_CLASSSTRING))
+    if (const auto fault = FaultInjection::injectedFailure("CLSIDFromString", CO_E_CLASSSTRING))
         return *fault;
     if (clsid == nullptr)
         return E_INVALIDARG;
@@ -85,7 +85,7 @@ HRESULT StringFromCLSID(const CLSID& clsid, wchar_t** text)
     if (text == nullptr)
         return E_INVALIDARG;
     *text = nullptr;
-    if (const auto fault = Faults::strike("StringFromCLSID", E_OUTOFMEMORY))
+    if (const auto fault = FaultInjection::injectedFailure("StringFromCLSID", E_OUTOFMEMORY))
         return *fault;
     std::wstring digits(kPattern);
     writeDigits(digits, kData1, clsid.Data1);
@@ -97,7 +97,7 @@ HRESULT StringFromCLSID(const CLSID& clsid, wchar_t** text)
     if (*text == nullptr)
         return E_OUTOFMEMORY;
     std::wmemcpy(*text, digits.c_str(), digits.size() + 1);
-    Audit::add(Held::comMemory);
+    ResourceCounters::add(ResourceKind::comMemory);
     return S_OK;
 }
 
@@ -106,5 +106,5 @@ void CoTaskMemFree(void* memory)
     if (memory == nullptr)
         return;
     delete[] static_cast<wchar_t*>(memory);
-    Audit::remove(Held::comMemory);
+    ResourceCounters::remove(ResourceKind::comMemory);
 }

@@ -10,7 +10,7 @@
 
 namespace {
 
-using Embedded::Faults;
+using Embedded::FaultInjection;
 
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr bool kWideIsUtf16 = sizeof(wchar_t) == 2;
@@ -155,7 +155,7 @@ bool isAnswerable(UINT codePage, DWORD flags, const void* text, int length, cons
 
 int MultiByteToWideChar(UINT codePage, DWORD flags, const char* text, int length, wchar_t* output, int outputLength)
 {
-    if (const auto fault = Faults::strike("MultiByteToWideChar", 0))
+    if (const auto fault = FaultInjection::injectedFailure("MultiByteToWideChar", 0))
         return *fault;
     if (!isAnswerable(codePage, flags, text, length, output, outputLength))
         return 0;
@@ -167,7 +167,7 @@ int MultiByteToWideChar(UINT codePage, DWORD flags, const char* text, int length
 int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int length, char* output, int outputLength,
                         const char* defaultCharacter, BOOL* usedDefault) // NOLINT(readability-non-const-parameter)
 {
-    if (const auto fault = Faults::strike("WideCharToMultiByte", 0))
+    if (const auto fault = FaultInjection::injectedFailure("WideCharToMultiByte", 0))
         return *fault;
     // Windows, too, takes no default character for this code page.
     if (defaultCharacter != nullptr || usedDefault != nullptr ||

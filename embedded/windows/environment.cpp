@@ -18,7 +18,7 @@ errno_t _wgetenv_s(std::size_t* required, wchar_t* buffer, std::size_t character
         buffer[0] = L'\0';
     if (name == nullptr)
         return EINVAL;
-    if (const auto fault = Embedded::Faults::strike("_wgetenv_s", ENOMEM))
+    if (const auto fault = Embedded::FaultInjection::injectedFailure("_wgetenv_s", ENOMEM))
         return *fault;
     const char* const value = std::getenv(Embedded::utf8FromWide(name).c_str());
     if (value == nullptr)

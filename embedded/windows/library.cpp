@@ -4,7 +4,7 @@
 // Nothing here sends thread notices, so there is nothing to switch off.
 BOOL DisableThreadLibraryCalls(HMODULE module)
 {
-    if (const auto fault = Embedded::Faults::strike("DisableThreadLibraryCalls", FALSE))
+    if (const auto fault = Embedded::FaultInjection::injectedFailure("DisableThreadLibraryCalls", FALSE))
         return *fault;
     return module != nullptr ? TRUE : FALSE;
 }

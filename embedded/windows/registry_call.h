@@ -31,7 +31,7 @@ std::optional<RegistryFailure> registryFailureOf(const std::function<void()>& wo
 template <class Body>
 LSTATUS registryCall(std::string_view call, LSTATUS plannedFailure, Body body)
 {
-    if (const auto fault = Faults::strike(call, plannedFailure))
+    if (const auto fault = FaultInjection::injectedFailure(call, plannedFailure))
         return *fault;
     try {
         LSTATUS status = ERROR_SUCCESS;

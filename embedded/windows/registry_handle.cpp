@@ -30,7 +30,7 @@ HKEY openHandle(std::wstring path, REGSAM access)
     auto handle = std::make_unique<RegistryKeyHandle>(RegistryKeyHandle{std::move(path), access});
     const HKEY key = handle.get();
     openHandles().emplace(key, std::move(handle));
-    Audit::add(Held::registryKey);
+    ResourceCounters::add(ResourceKind::registryKey);
     return key;
 }
 
@@ -48,7 +48,7 @@ bool closeHandle(HKEY key)
         return true;
     if (openHandles().erase(key) == 0)
         return false;
-    Audit::remove(Held::registryKey);
+    ResourceCounters::remove(ResourceKind::registryKey);
     return true;
 }
 

@@ -26,7 +26,7 @@ RegistryRow requireKey(HKEY key, const RegistryTransaction& registry)
 }
 
 /// The value's type and data to whoever asks for them; the length alone where `data` is null.
-LSTATUS handOut(const RegistryRow& value, DWORD* type, BYTE* data, DWORD* lengthInBytes)
+LSTATUS copyTo(const RegistryRow& value, DWORD* type, BYTE* data, DWORD* lengthInBytes)
 {
     if (type != nullptr)
         *type = value.type;
@@ -75,7 +75,7 @@ LSTATUS RegQueryValueExW(HKEY key, const wchar_t* name, DWORD* reserved, DWORD* 
             return ERROR_INVALID_PARAMETER;
         const RegistryTransaction registry(Intent::read);
         const auto value = registry.findValue(requireKey(key, registry), normalName(name));
-        return value ? handOut(*value, type, data, lengthInBytes) : ERROR_FILE_NOT_FOUND;
+        return value ? copyTo(*value, type, data, lengthInBytes) : ERROR_FILE_NOT_FOUND;
     });
 }
 
@@ -95,7 +95,7 @@ LSTATUS RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, D
             return ERROR_NO_MORE_ITEMS;
         if (*nameLength <= value->name.size())
             return ERROR_MORE_DATA;
-        if (const LSTATUS status = handOut(*value, type, data, lengthInBytes); status != ERROR_SUCCESS)
+        if (const LSTATUS status = copyTo(*value, type, data, lengthInBytes); status != ERROR_SUCCESS)
             return status;
         std::copy_n(value->name.c_str(), value->name.size() + 1, name);
         *nameLength = static_cast<DWORD>(value->name.size());

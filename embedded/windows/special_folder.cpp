@@ -29,7 +29,7 @@ BOOL SHGetSpecialFolderPathW(HWND, wchar_t* path, int folder, BOOL create)
     if (path == nullptr)
         return FALSE;
     path[0] = L'\0';
-    if (const auto fault = Embedded::Faults::strike("SHGetSpecialFolderPathW", FALSE))
+    if (const auto fault = Embedded::FaultInjection::injectedFailure("SHGetSpecialFolderPathW", FALSE))
         return *fault;
     if (folder != CSIDL_LOCAL_APPDATA)
         return FALSE;

@@ -21,10 +21,10 @@
 
 namespace {
 
-using Embedded::Audit;
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Embedded::FileDescriptor;
-using Embedded::Held;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 using Embedded::retried;
 
 constexpr std::size_t kBufferInBytes = 1U << 16;
@@ -56,11 +56,11 @@ class OpenFile {
 public:
     OpenFile(FileDescriptor descriptor, bool isBinary) : descriptor_(std::move(descriptor)), isBinary_(isBinary)
     {
-        Audit::add(Held::textFile);
+        ResourceCounters::add(ResourceKind::textFile);
     }
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
-    ~OpenFile() { Audit::remove(Held::textFile); }
+    ~OpenFile() { ResourceCounters::remove(ResourceKind::textFile); }
 
     /// Both as the system's calls: a count, 0 at the end, -1 with errno.
     ssize_t read(char* output, std::size_t size);
@@ -165,7 +165,7 @@ ssize_t OpenFile::write(std::string_view bytes)
 
 ssize_t readFrom(void* file, char* output, std::size_t size)
 {
-    if (const auto fault = Faults::strike("_wfsopen.read", EIO)) {
+    if (const auto fault = FaultInjection::injectedFailure("_wfsopen.read", EIO)) {
         errno = *fault;
         return -1;
     }
@@ -175,7 +175,7 @@ ssize_t readFrom(void* file, char* output, std::size_t size)
 /// A stream takes 0 for a failure.
 ssize_t writeTo(void* file, const char* bytes, std::size_t size)
 {
-    if (const auto fault = Faults::strike("_wfsopen.write", ENOSPC)) {
+    if (const auto fault = FaultInjection::injectedFailure("_wfsopen.write", ENOSPC)) {
         errno = *fault;
         return 0;
     }
@@ -187,7 +187,7 @@ int closeFile(void* file)
 {
     const std::unique_ptr<OpenFile> owner(static_cast<OpenFile*>(file));
     const bool closed = owner->close();
-    if (const auto fault = Faults::strike("_wfsopen.close", EIO)) {
+    if (const auto fault = FaultInjection::injectedFailure("_wfsopen.close", EIO)) {
         errno = *fault;
         return EOF;
     }
@@ -229,7 +229,7 @@ std::FILE* streamOf(std::unique_ptr<OpenFile> file, const Mode& mode)
 
 std::FILE* _wfsopen(const wchar_t* path, const wchar_t* mode, int sharing)
 {
-    if (const auto fault = Faults::strike("_wfsopen", EACCES)) {
+    if (const auto fault = FaultInjection::injectedFailure("_wfsopen", EACCES)) {
         errno = *fault;
         return nullptr;
     }

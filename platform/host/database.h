@@ -8,9 +8,7 @@
 
 class QeDbTransactionManager;
 
-namespace QeHost {
-struct DatabaseImp;
-}
+struct QeDbDatabaseImp; // the host's own
 
 namespace QeDb {
 /// Drawing formats, oldest first. Any number from kOldestDwg to kCurrentDwg is a format of its own.
@@ -36,9 +34,9 @@ public:
     /// The format that the drawing was last loaded from or saved in.
     QeDb::QeDbDwgVersion drawingVersion() const;
 
-    /// The embedded host's own record of the drawing; of no use to clients.
-    QeHost::DatabaseImp& imp() const { return *imp_; }
+    /// The host's own record of the drawing; of no use to clients.
+    QeDbDatabaseImp& imp() const { return *imp_; }
 
 private:
-    QeHost::DatabaseImp* imp_;
+    QeDbDatabaseImp* imp_;
 };

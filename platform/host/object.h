@@ -14,11 +14,10 @@ class QeDbDatabase;
 class QeDbObject;
 struct resbuf;
 
-namespace QeHost {
-struct ObjectImp;
-struct ObjectState;
-struct Stub;
-} // namespace QeHost
+// The host's own, which its clients never look into.
+struct QeDbObjectImp;
+struct QeDbObjectState;
+struct QeDbObjectRecord;
 
 namespace QeDb {
 enum OpenMode : int { kForRead = 0, kForWrite = 1, kForNotify = 2 };
@@ -30,32 +29,32 @@ enum OpenMode : int { kForRead = 0, kForWrite = 1, kForNotify = 2 };
 class QEHOST_API QeDbObjectId {
 public:
     QeDbObjectId() = default;
-    explicit QeDbObjectId(QeHost::Stub* stub) : stub_(stub) { retain(); }
-    QeDbObjectId(const QeDbObjectId& other) : stub_(other.stub_) { retain(); }
-    QeDbObjectId(QeDbObjectId&& other) noexcept : stub_(std::exchange(other.stub_, nullptr)) {}
+    explicit QeDbObjectId(QeDbObjectRecord* record) : record_(record) { retain(); }
+    QeDbObjectId(const QeDbObjectId& other) : record_(other.record_) { retain(); }
+    QeDbObjectId(QeDbObjectId&& other) noexcept : record_(std::exchange(other.record_, nullptr)) {}
     QeDbObjectId& operator=(QeDbObjectId other) noexcept
     {
-        std::swap(stub_, other.stub_);
+        std::swap(record_, other.record_);
         return *this;
     }
     ~QeDbObjectId() { setNull(); }
 
-    bool isNull() const { return stub_ == nullptr; }
+    bool isNull() const { return record_ == nullptr; }
     void setNull()
     {
-        if (stub_ != nullptr)
-            release(*std::exchange(stub_, nullptr));
+        if (record_ != nullptr)
+            release(*std::exchange(record_, nullptr));
     }
     /// The object's number in its drawing; 0 for the null id.
     std::uint64_t handle() const;
-    QeHost::Stub* stub() const { return stub_; }
+    QeDbObjectRecord* record() const { return record_; }
     friend bool operator==(const QeDbObjectId&, const QeDbObjectId&) = default;
 
 private:
     void retain() const;
-    static void release(QeHost::Stub& stub);
+    static void release(QeDbObjectRecord& record);
 
-    QeHost::Stub* stub_ = nullptr;
+    QeDbObjectRecord* record_ = nullptr;
 };
 
 /// Hears of changes of one object; owned by its client. Not told during undo.
@@ -116,15 +115,15 @@ public:
     static void operator delete(void* memory) noexcept;
     static void operator delete(void* memory, const std::nothrow_t&) noexcept;
 
-    /// The embedded host's own record of the object; of no use to clients.
-    QeHost::ObjectImp& imp() const { return *imp_; }
+    /// The host's own record of the object; of no use to clients.
+    QeDbObjectImp& imp() const { return *imp_; }
 
 protected:
     /// Takes ownership of `state`.
-    explicit QeDbObject(QeHost::ObjectState* state);
+    explicit QeDbObject(QeDbObjectState* state);
 
 private:
-    QeHost::ObjectImp* imp_;
+    QeDbObjectImp* imp_;
 };
 
 /// Opens the object behind an id. On eOk `object` is open and the caller closes it; otherwise it is null.

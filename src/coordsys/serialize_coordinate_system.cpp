@@ -30,7 +30,7 @@ Qeapp::ErrorStatus blockOf(const CoordinateReferenceSystemDefinition* definition
     return result;
 }
 
-Qeapp::ErrorStatus handOut(const std::vector<unsigned char>& block, unsigned char*& bytes, int& length)
+Qeapp::ErrorStatus copyTo(const std::vector<unsigned char>& block, unsigned char*& bytes, int& length)
 {
     const Qeapp::ErrorStatus result = qeutNewBuffer(bytes, block.size());
     if (result != Qeapp::eOk)
@@ -69,7 +69,7 @@ Qeapp::ErrorStatus SerializeCoordinateSystem(const CoordinateReferenceSystemDefi
     std::vector<unsigned char> block;
     result = blockOf(definition, version, block, libraryStatus);
     if (result == Qeapp::eOk)
-        result = handOut(block, bytes, length);
+        result = copyTo(block, bytes, length);
     return result;
 }
 

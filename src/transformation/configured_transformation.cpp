@@ -16,7 +16,7 @@ bool isSameCode(std::wstring_view left, std::wstring_view right)
     return left.size() == right.size() && _wcsnicmp(left.data(), right.data(), left.size()) == 0;
 }
 
-bool leads(const ItemText& item, std::wstring_view source, std::wstring_view target)
+bool matches(const ItemText& item, std::wstring_view source, std::wstring_view target)
 {
     return isSameCode(item.sourceCs.value_or(L""), source) && isSameCode(item.targetCs.value_or(L""), target);
 }
@@ -69,10 +69,10 @@ LibraryObject<Library::TransformationInfo> FindConfiguredTransformation(const wc
     if (sourceCs == nullptr || targetCs == nullptr || text == nullptr || _wcsicmp(sourceCs, targetCs) == 0)
         return {};
     std::optional<ItemText> item =
-        firstItem(text, [&](const ItemText& each) { return leads(each, sourceCs, targetCs); });
+        firstItem(text, [&](const ItemText& each) { return matches(each, sourceCs, targetCs); });
     if (!item)
         item = firstItem(text,
-                         [&](const ItemText& each) { return leads(each, targetCs, sourceCs) && isReversible(each); });
+                         [&](const ItemText& each) { return matches(each, targetCs, sourceCs) && isReversible(each); });
     return item ? newInfo(*item) : LibraryObject<Library::TransformationInfo>();
 }
 

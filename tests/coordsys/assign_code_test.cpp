@@ -55,7 +55,7 @@ TEST_F(AssignCode, EmptyCode_RemovesUnderTheEmptyName)
 
 TEST_F(AssignCode, EmptyCode_DoesNotAskTheCatalog)
 {
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     EXPECT_EQ(assign(L""), Qeapp::eOk);
     EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
 }

@@ -98,14 +98,14 @@ TEST_F(DatabaseArgument, WithoutAWorkingDatabase_ClearingIsRefused)
 
 TEST_F(DatabaseArgument, WithoutAWorkingDatabase_NoFallibleCallIsMade)
 {
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     expectAnArrayReadingTouchesNothing();
     expectASystemReadingTouchesNothing();
     expectACodeReadingTouchesNothing();
     expectNoAssignment(L"EPSG:25832");
     expectNoAssignmentOfADefinition();
     expectNoClearing();
-    EXPECT_EQ(Embedded::Faults::seen(), std::vector<std::string>());
+    EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>());
 }
 
 TEST_F(DatabaseArgument, WithoutApplicationServices_AnArrayReadingTouchesNothing)

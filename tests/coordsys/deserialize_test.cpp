@@ -8,7 +8,7 @@
 namespace Tests {
 namespace {
 
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
 Bytes packed(const Library::DefinitionBase* definition)
@@ -104,9 +104,9 @@ TEST_F(Deserialize, NeedsNoStatus)
 
 TEST_F(Deserialize, NullBytes_AreInvalidInputAndTouchNothing)
 {
-    Faults::watch();
+    FaultInjection::watch();
     EXPECT_EQ(Cs::DeserializeCoordinateSystem(definitions.put(), nullptr, 190, &status), Qeapp::eInvalidInput);
-    EXPECT_EQ(Faults::seen(), std::vector<std::string>()) << "the library is not asked at all";
+    EXPECT_EQ(FaultInjection::seen(), std::vector<std::string>()) << "the library is not asked at all";
     EXPECT_EQ(status, kUntouched);
     EXPECT_FALSE(definitions);
 }
@@ -215,14 +215,14 @@ TEST_F(Deserialize, ArrayThatCannotBeMade_IsInvalidInputWhateverTheStatus)
         for (const int code : {52, 57}) {
             const ScopedFault fault({.call = "DefinitionBaseArray::CreateInstance", .code = code});
             expectUnreadable(block);
-            EXPECT_EQ(Faults::struck(), 1U);
+            EXPECT_EQ(FaultInjection::failedCalls(), 1U);
         }
     }
 }
 
 TEST_F(Deserialize, PackedDefinitionThatCannotBeAdded_IsInvalidInput)
 {
-    Faults::watch();
+    FaultInjection::watch();
     ASSERT_EQ(deserialize(packedBlock), Qeapp::eOk);
     const std::size_t last = timesSeen("DefinitionBaseArray::Add"); // the ones before are the library's own
     const ScopedFault fault({.call = "DefinitionBaseArray::Add", .occurrence = last, .code = 57});
@@ -235,7 +235,7 @@ TEST_F(Deserialize, FailingLibraryWhileReadingText_IsInvalidInput)
     for (const int code : {43, 44, 57}) {
         const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = code});
         expectUnreadable(textBlock);
-        EXPECT_EQ(Faults::struck(), 1U);
+        EXPECT_EQ(FaultInjection::failedCalls(), 1U);
     }
 }
 
@@ -271,22 +271,22 @@ TEST_F(Deserialize, ExceptionOnTheWay_GivesNoArrayAndReportsStatusZero)
 
 TEST_F(Deserialize, EveryFailingCallOfAPackedBlock_GivesNoArray)
 {
-    Faults::watch();
+    FaultInjection::watch();
     ASSERT_EQ(deserialize(packedBlock), Qeapp::eOk);
-    const std::size_t calls = Faults::seen().size();
+    const std::size_t calls = FaultInjection::seen().size();
     for (std::size_t number = 1; number <= calls; ++number) {
         const ScopedFault fault({.call = "", .occurrence = number, .code = {}});
         expectUnreadable(packedBlock);
-        EXPECT_EQ(Faults::struck(), 1U);
+        EXPECT_EQ(FaultInjection::failedCalls(), 1U);
     }
 }
 
 // What is tried before it is known to be text may fail.
 TEST_F(Deserialize, EveryFailingCallOfATextBlock_IsInvalidInputOrNoMatter)
 {
-    Faults::watch();
+    FaultInjection::watch();
     ASSERT_EQ(deserialize(textBlock), Qeapp::eOk);
-    const std::vector<std::string> calls = Faults::seen();
+    const std::vector<std::string> calls = FaultInjection::seen();
     for (std::size_t number = 1; number <= calls.size(); ++number) {
         const std::string& call = calls[number - 1];
         const bool mayFail = call == "StringFromCLSID";

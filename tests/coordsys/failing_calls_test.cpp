@@ -9,7 +9,7 @@
 namespace {
 
 using namespace Tests;
-using Embedded::Faults;
+using Embedded::FaultInjection;
 
 /// What came of an operation: its result, or nothing where it ended with std::bad_alloc.
 using Outcome = std::optional<Qeapp::ErrorStatus>;
@@ -50,15 +50,15 @@ private:
         prepare(drawing);
         log.clear();
         const std::string before = drawing.contents();
-        const auto held = Embedded::Audit::now();
-        Faults::arm({.call = "", .occurrence = number, .code = {}});
+        const auto held = Embedded::ResourceCounters::now();
+        FaultInjection::arm({.call = "", .occurrence = number, .code = {}});
         const Outcome outcome = run(operation, drawing.database());
-        Faults::disarm();
-        if (Faults::struck() == 0)
+        FaultInjection::disarm();
+        if (FaultInjection::failedCalls() == 0)
             return false;
-        const std::string call = Faults::seen().at(number - 1);
+        const std::string call = FaultInjection::seen().at(number - 1);
         SCOPED_TRACE("call " + std::to_string(number) + ", " + call);
-        EXPECT_EQ(Embedded::Audit::difference(held, Embedded::Audit::now()), "");
+        EXPECT_EQ(Embedded::ResourceCounters::difference(held, Embedded::ResourceCounters::now()), "");
         expectFailure(outcome, call, excused);
         expectDrawing(outcome, drawing, before);
         return true;

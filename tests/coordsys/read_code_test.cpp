@@ -3,7 +3,7 @@
 namespace {
 
 using namespace Tests;
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
 constexpr const char* kGetCode = "DefinitionBase::GetCode";
@@ -18,7 +18,7 @@ protected:
     /// The occurrence at which the function itself asks the definition for its code, after the catalog check.
     std::size_t lastQuestionForTheCode()
     {
-        Faults::watch();
+        FaultInjection::watch();
         EXPECT_EQ(read(), Qeapp::eOk);
         return timesSeen(kGetCode);
     }
@@ -166,7 +166,7 @@ TEST_F(ReadCode, StringThatTheHostRefusesForAReasonOfItsOwn_PassesTheHostResultO
 TEST_F(ReadCode, UnknownSystem_LeavesNoHostStringBehind)
 {
     drawing.withGeoData(serializedText(userSystem().get()));
-    Faults::watch();
+    FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(timesSeen("qeutNewString"), 1U); // so there was one, which the fixture finds released
 }

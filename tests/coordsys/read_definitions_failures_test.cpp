@@ -6,7 +6,7 @@
 namespace {
 
 using namespace Tests;
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
 class ReadDefinitionsFailures : public CoordsysTest {
@@ -22,7 +22,7 @@ protected:
     /// Reads with the n-th last addition to an array failing; the library makes additions of its own before.
     Qeapp::ErrorStatus readWithAdditionFailing(std::size_t fromTheEnd)
     {
-        Faults::watch();
+        FaultInjection::watch();
         EXPECT_EQ(read(), Qeapp::eOk);
         const std::size_t additions = timesSeen("DefinitionBaseArray::Add");
         const ScopedFault fault({.call = "DefinitionBaseArray::Add", .occurrence = additions - fromTheEnd, .code = 57});

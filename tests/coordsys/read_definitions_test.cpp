@@ -5,7 +5,7 @@
 namespace {
 
 using namespace Tests;
-using Embedded::Faults;
+using Embedded::FaultInjection;
 
 const Texts kUtm32{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"};
 
@@ -73,7 +73,7 @@ TEST_F(ReadDefinitions, GeoDataText_GivesTheTextsOrderWhateverItIs)
 TEST_F(ReadDefinitions, GeoDataText_NeedsNoCatalog)
 {
     giveSystem(L"EPSG:25832");
-    Faults::watch();
+    FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
 }
@@ -106,7 +106,7 @@ TEST_F(ReadDefinitions, LegacyCodeWithXrecord_NeedsNoCatalog)
 {
     drawing.withLegacyCode(L"MINE:1");
     giveXrecord(userSystem());
-    Faults::watch();
+    FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
     EXPECT_EQ(described(definitions).at(0), L"system MINE:1");
@@ -205,7 +205,7 @@ TEST_F(ReadDefinitions, LegacyCodeBesideGeoData_LeavesGeoDataUnconsulted)
 {
     giveSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"MINE:1");
-    Faults::watch();
+    FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
     EXPECT_EQ(timesSeen("qedbGetGeoDataObjId"), 0U);
 }

@@ -4,7 +4,7 @@
 namespace {
 
 using namespace Tests;
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
 class ReadSystem : public CoordsysTest {
@@ -34,7 +34,7 @@ TEST_F(ReadSystem, DrawingWithNothingStored_GivesNoDefinition)
 
 TEST_F(ReadSystem, DrawingWithNothingStored_IsNotCheckedAgainstTheCatalog)
 {
-    Faults::watch();
+    FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(timesSeen(kLoadSystem), 0U);
 }
@@ -75,7 +75,7 @@ TEST_F(ReadSystem, SystemThatTheCatalogDoesNotHave_ReportsStatus35)
 TEST_F(ReadSystem, WithoutAFlag_TheCatalogIsNotAsked)
 {
     drawing.withGeoData(serializedText(userSystem().get()));
-    Faults::watch();
+    FaultInjection::watch();
     EXPECT_EQ(readWithoutFlag(), Qeapp::eOk);
     EXPECT_EQ(described(definition.get()), L"system MINE:1");
     EXPECT_EQ(timesSeen(kLoadSystem), 0U);
@@ -120,7 +120,7 @@ TEST_F(ReadSystem, ArrayWithoutASystem_GivesNoDefinition)
 TEST_F(ReadSystem, ArrayWithoutASystem_IsCheckedUnderNoCodeAndNotKnown)
 {
     giveDatumAndEllipsoidOnly();
-    Faults::watch();
+    FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(timesSeen(kLoadSystem), 1U);
     EXPECT_FALSE(definition);
@@ -273,7 +273,7 @@ TEST_F(ReadSystem, SystemInAnArrayThatFailedLater_IsNotGiven)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:25832").get(), database()), Qeapp::eOk);
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     ASSERT_EQ(read(), Qeapp::eOk);
     const std::size_t additions = timesSeen("DefinitionBaseArray::Add");
     const ScopedFault last({.call = "DefinitionBaseArray::Add", .occurrence = additions, .code = 57});

@@ -9,7 +9,7 @@
 namespace Tests {
 namespace {
 
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
 constexpr std::size_t kLargestTextInBytes = 65536;
@@ -29,7 +29,7 @@ protected:
     {
         const ScopedFault fault({.call = call, .code = code});
         const Qeapp::ErrorStatus result = serialize(version);
-        EXPECT_GT(Faults::struck(), 0U) << call;
+        EXPECT_GT(FaultInjection::failedCalls(), 0U) << call;
         return result;
     }
     Bytes block() const { return bytes ? Bytes(bytes.get(), bytes.get() + length) : Bytes(); }
@@ -110,11 +110,11 @@ TEST_F(Serialize, TextIsUtf16LittleEndianOnEverySystem)
 
 TEST_F(Serialize, BlockIsAHostBuffer)
 {
-    const long before = Embedded::Audit::now()[Embedded::Held::hostBuffer];
+    const long before = Embedded::ResourceCounters::now()[Embedded::ResourceKind::hostBuffer];
     ASSERT_EQ(serialize(k29), Qeapp::eOk);
-    EXPECT_EQ(Embedded::Audit::now()[Embedded::Held::hostBuffer], before + 1);
+    EXPECT_EQ(Embedded::ResourceCounters::now()[Embedded::ResourceKind::hostBuffer], before + 1);
     qeutDelBuffer(bytes.put());
-    EXPECT_EQ(Embedded::Audit::now()[Embedded::Held::hostBuffer], before);
+    EXPECT_EQ(Embedded::ResourceCounters::now()[Embedded::ResourceKind::hostBuffer], before);
 }
 
 TEST_F(Serialize, Success_ReportsStatusZero)
@@ -247,13 +247,13 @@ TEST_F(Serialize, ExceptionOnTheWay_LeavesNoBlockAndReportsStatusZero)
 TEST_F(Serialize, EveryFailingCall_LeavesNoBlock)
 {
     for (const auto version : {k29, k30}) {
-        Faults::watch();
+        FaultInjection::watch();
         ASSERT_EQ(serialize(version), Qeapp::eOk);
-        const std::size_t calls = Faults::seen().size();
+        const std::size_t calls = FaultInjection::seen().size();
         ASSERT_GT(calls, 0U);
         for (std::size_t number = 1; number <= calls; ++number) {
             const ScopedFault fault({.call = "", .occurrence = number, .code = {}});
-            EXPECT_NE(serialize(version), Qeapp::eOk) << Faults::seen().back();
+            EXPECT_NE(serialize(version), Qeapp::eOk) << FaultInjection::seen().back();
             expectNoBlock();
         }
     }

@@ -7,7 +7,7 @@
 namespace Tests {
 namespace {
 
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
 /// A result that no host call has for itself.
@@ -19,7 +19,7 @@ protected:
     {
         const ScopedFault fault({.call = call, .occurrence = occurrence, .code = code});
         const Qeapp::ErrorStatus result = apply(version);
-        EXPECT_EQ(Faults::struck(), 1U) << call;
+        EXPECT_EQ(FaultInjection::failedCalls(), 1U) << call;
         return result;
     }
     /// The operation fails while it reads or clears: the drawing is as it was.
@@ -279,15 +279,15 @@ protected:
         drawing = Drawing();
         give();
         const auto before = drawing.contents();
-        const auto held = Embedded::Audit::now();
+        const auto held = Embedded::ResourceCounters::now();
         status = kUntouched;
-        Faults::arm({.call = "", .occurrence = number, .code = {}});
+        FaultInjection::arm({.call = "", .occurrence = number, .code = {}});
         const Outcome outcome = applyAndCatch(version);
-        Faults::disarm();
-        if (Faults::struck() == 0)
+        FaultInjection::disarm();
+        if (FaultInjection::failedCalls() == 0)
             return false;
-        SCOPED_TRACE("call " + std::to_string(number) + ", " + Faults::seen().at(number - 1));
-        EXPECT_EQ(Embedded::Audit::difference(held, Embedded::Audit::now()), "");
+        SCOPED_TRACE("call " + std::to_string(number) + ", " + FaultInjection::seen().at(number - 1));
+        EXPECT_EQ(Embedded::ResourceCounters::difference(held, Embedded::ResourceCounters::now()), "");
         EXPECT_EQ(log, Notices());
         expectRule(outcome, version, before);
         return true;

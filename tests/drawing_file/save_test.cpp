@@ -8,7 +8,7 @@
 namespace Tests {
 namespace {
 
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Embedded::Overwriting;
 using Embedded::saveDrawing;
 using Embedded::ScopedFault;
@@ -199,10 +199,10 @@ TEST_F(DrawingFileSave, AFileThatCannotBeLocked_UndoesTheDecomposition)
 TEST_F(DrawingFileSave, AFailureAnywhere_LeavesOldFileAndDrawingOrTheNewOnes)
 {
     const std::string old = readFile(file);
-    Faults::watch();
+    FaultInjection::watch();
     save(30);
-    const std::size_t calls = Faults::seen().size();
-    Faults::disarm();
+    const std::size_t calls = FaultInjection::seen().size();
+    FaultInjection::disarm();
     ASSERT_GE(calls, 1U);
     for (std::size_t call = 1; call <= calls; ++call) {
         database.reset();

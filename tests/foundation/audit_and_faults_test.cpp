@@ -12,100 +12,100 @@ namespace {
 using namespace Embedded;
 using Calls = std::vector<std::string>;
 
-TEST(Audit, TheDifferenceNamesWhatIsHeldBeyond)
+TEST(ResourceCounters, TheDifferenceNamesWhatIsHeldBeyond)
 {
-    const AuditCounts before = Audit::now();
-    Audit::add(Held::openObject, 2);
-    Audit::add(Held::resbuf);
-    EXPECT_EQ(Audit::difference(before, Audit::now()), "2 open objects, 1 resbuf");
-    Audit::remove(Held::openObject, 2);
-    Audit::remove(Held::resbuf);
-    EXPECT_EQ(Audit::difference(before, Audit::now()), "");
+    const ResourceCounts before = ResourceCounters::now();
+    ResourceCounters::add(ResourceKind::openObject, 2);
+    ResourceCounters::add(ResourceKind::resbuf);
+    EXPECT_EQ(ResourceCounters::difference(before, ResourceCounters::now()), "2 open objects, 1 resbuf");
+    ResourceCounters::remove(ResourceKind::openObject, 2);
+    ResourceCounters::remove(ResourceKind::resbuf);
+    EXPECT_EQ(ResourceCounters::difference(before, ResourceCounters::now()), "");
 }
 
-TEST(Faults, NothingFailsUnlessArmed)
+TEST(FaultInjection, NothingFailsUnlessArmed)
 {
-    Faults::disarm();
-    EXPECT_EQ(Faults::strike("call", 7), std::nullopt);
+    FaultInjection::disarm();
+    EXPECT_EQ(FaultInjection::injectedFailure("call", 7), std::nullopt);
 }
 
-TEST(Faults, TheNthCallFailsOnce)
+TEST(FaultInjection, TheNthCallFailsOnce)
 {
     const ScopedFault fault({.call = {}, .occurrence = 2, .code = {}});
-    EXPECT_EQ(Faults::strike("first", 7), std::nullopt);
-    EXPECT_EQ(Faults::strike("second", 7), 7);
-    EXPECT_EQ(Faults::strike("third", 7), std::nullopt);
-    EXPECT_EQ(Faults::struck(), 1U);
-    EXPECT_EQ(Faults::seen(), (Calls{"first", "second", "third"}));
+    EXPECT_EQ(FaultInjection::injectedFailure("first", 7), std::nullopt);
+    EXPECT_EQ(FaultInjection::injectedFailure("second", 7), 7);
+    EXPECT_EQ(FaultInjection::injectedFailure("third", 7), std::nullopt);
+    EXPECT_EQ(FaultInjection::failedCalls(), 1U);
+    EXPECT_EQ(FaultInjection::seen(), (Calls{"first", "second", "third"}));
 }
 
-TEST(Faults, FromTheNthCallOnAllFail)
+TEST(FaultInjection, FromTheNthCallOnAllFail)
 {
     const ScopedFault fault({.call = {}, .occurrence = 2, .fromThenOn = true, .code = {}});
-    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
-    EXPECT_EQ(Faults::strike("b", 7), 7);
-    EXPECT_EQ(Faults::strike("c", 8), 8);
-    EXPECT_EQ(Faults::struck(), 2U);
+    EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
+    EXPECT_EQ(FaultInjection::injectedFailure("b", 7), 7);
+    EXPECT_EQ(FaultInjection::injectedFailure("c", 8), 8);
+    EXPECT_EQ(FaultInjection::failedCalls(), 2U);
 }
 
-TEST(Faults, OnlyTheNamedCallIsCountedAndFailed)
+TEST(FaultInjection, OnlyTheNamedCallIsCountedAndFailed)
 {
     const ScopedFault fault({.call = "b", .occurrence = 2, .code = 99});
-    EXPECT_EQ(Faults::strike("b", 7), std::nullopt);
-    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
-    EXPECT_EQ(Faults::strike("b", 7), 99);
+    EXPECT_EQ(FaultInjection::injectedFailure("b", 7), std::nullopt);
+    EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
+    EXPECT_EQ(FaultInjection::injectedFailure("b", 7), 99);
 }
 
-TEST(Faults, ASecondCallFailsToo)
+TEST(FaultInjection, ASecondCallFailsToo)
 {
     const ScopedFault fault({.call = {}, .occurrence = 1, .code = {}, .second = 3});
-    EXPECT_EQ(Faults::strike("a", 7), 7);
-    EXPECT_EQ(Faults::strike("b", 7), std::nullopt);
-    EXPECT_EQ(Faults::strike("c", 7), 7);
-    EXPECT_EQ(Faults::strike("d", 7), std::nullopt);
-    EXPECT_EQ(Faults::struck(), 2U);
+    EXPECT_EQ(FaultInjection::injectedFailure("a", 7), 7);
+    EXPECT_EQ(FaultInjection::injectedFailure("b", 7), std::nullopt);
+    EXPECT_EQ(FaultInjection::injectedFailure("c", 7), 7);
+    EXPECT_EQ(FaultInjection::injectedFailure("d", 7), std::nullopt);
+    EXPECT_EQ(FaultInjection::failedCalls(), 2U);
 }
 
-TEST(Faults, ACallCanFailByAnException)
+TEST(FaultInjection, ACallCanFailByAnException)
 {
     const ScopedFault fault({.call = {}, .occurrence = 2, .code = {}, .throws = true});
-    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
-    EXPECT_THROW(static_cast<void>(Faults::strike("b", 7)), std::bad_alloc); // there is no answer
-    EXPECT_EQ(Faults::strike("c", 7), std::nullopt);
-    EXPECT_EQ(Faults::struck(), 1U);
+    EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
+    EXPECT_THROW(static_cast<void>(FaultInjection::injectedFailure("b", 7)), std::bad_alloc); // there is no answer
+    EXPECT_EQ(FaultInjection::injectedFailure("c", 7), std::nullopt);
+    EXPECT_EQ(FaultInjection::failedCalls(), 1U);
 }
 
-TEST(Faults, CallsBeyondTheLimitAreCutOff)
+TEST(FaultInjection, CallsBeyondTheLimitAreCutOff)
 {
     const ScopedFault fault({.call = "none", .occurrence = 1, .code = {}, .limit = 2});
-    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
-    EXPECT_EQ(Faults::strike("b", 7), std::nullopt);
-    EXPECT_THROW(static_cast<void>(Faults::strike("c", 7)), std::runtime_error); // there is no answer
+    EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
+    EXPECT_EQ(FaultInjection::injectedFailure("b", 7), std::nullopt);
+    EXPECT_THROW(static_cast<void>(FaultInjection::injectedFailure("c", 7)), std::runtime_error); // there is no answer
 }
 
-TEST(Faults, WatchingRecordsAndFailsNothing)
+TEST(FaultInjection, WatchingRecordsAndFailsNothing)
 {
-    Faults::watch();
-    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
-    Faults::disarm();
-    EXPECT_EQ(Faults::strike("unseen", 7), std::nullopt);
-    EXPECT_EQ(Faults::seen(), Calls{"a"});
-    EXPECT_EQ(Faults::struck(), 0U);
+    FaultInjection::watch();
+    EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
+    FaultInjection::disarm();
+    EXPECT_EQ(FaultInjection::injectedFailure("unseen", 7), std::nullopt);
+    EXPECT_EQ(FaultInjection::seen(), Calls{"a"});
+    EXPECT_EQ(FaultInjection::failedCalls(), 0U);
 }
 
-TEST(Faults, AnObserverHearsOfEachCallAndMayThrow)
+TEST(FaultInjection, AnObserverHearsOfEachCallAndMayThrow)
 {
     Calls heard;
-    Faults::watch([&](std::string_view call) {
+    FaultInjection::watch([&](std::string_view call) {
         heard.emplace_back(call);
         if (call == "b")
             throw std::runtime_error("b");
     });
-    EXPECT_EQ(Faults::strike("a", 7), std::nullopt);
-    EXPECT_THROW(static_cast<void>(Faults::strike("b", 7)), std::runtime_error);
-    Faults::watch();
-    EXPECT_EQ(Faults::strike("c", 7), std::nullopt);
-    Faults::disarm();
+    EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
+    EXPECT_THROW(static_cast<void>(FaultInjection::injectedFailure("b", 7)), std::runtime_error);
+    FaultInjection::watch();
+    EXPECT_EQ(FaultInjection::injectedFailure("c", 7), std::nullopt);
+    FaultInjection::disarm();
     EXPECT_EQ(heard, (Calls{"a", "b"}));
 }
 

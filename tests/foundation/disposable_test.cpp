@@ -119,19 +119,19 @@ TEST_F(Disposables, ADisposedCollectionReleasesItsItems)
 TEST_F(Disposables, AnObjectFailsToBeAllocatedOnRequest)
 {
     int disposals = 0;
-    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     const Embedded::ScopedFault fault({.call = "FqGuardDisposable::FqGuardDisposable", .code = {}});
     EXPECT_THROW(static_cast<void>(new Counted(disposals)), std::bad_alloc); // no object comes of it
-    EXPECT_EQ(Embedded::Audit::now(), before);
+    EXPECT_EQ(Embedded::ResourceCounters::now(), before);
     EXPECT_EQ(disposals, 0);
 }
 
 TEST_F(Disposables, AnObjectAliveIsCounted)
 {
     int disposals = 0;
-    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     const Ptr<Counted> object(new Counted(disposals));
-    EXPECT_EQ(Embedded::Audit::difference(before, Embedded::Audit::now()), "1 disposable object");
+    EXPECT_EQ(Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now()), "1 disposable object");
 }
 
 TEST_F(Disposables, AnObjectSaysWhatClassItIs)

@@ -9,7 +9,8 @@ namespace {
 
 TEST(LibraryFile, IsTheOneThatHoldsTheAddress)
 {
-    const std::filesystem::path file = Embedded::libraryFileOf(reinterpret_cast<const void*>(&Embedded::Audit::now));
+    const std::filesystem::path file =
+        Embedded::libraryFileOf(reinterpret_cast<const void*>(&Embedded::ResourceCounters::now));
     EXPECT_TRUE(std::filesystem::is_regular_file(file)) << file;
     EXPECT_NE(file.stem().string().find("fqcore"), std::string::npos) << file;
 }

@@ -102,7 +102,7 @@ TEST_F(EntryPoint, InitialisationWithEveryHostCallFailing_AnswersZero)
 {
     const Embedded::ScopedFault fault({.call = "", .occurrence = 1, .fromThenOn = true, .code = {}});
     EXPECT_EQ(send(kInitialise), 0);
-    EXPECT_EQ(Embedded::Faults::struck(), 3U);
+    EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 3U);
 }
 
 TEST_F(EntryPoint, Unload_RemovesTheReactorAndUndoesNothingElse)

@@ -18,12 +18,15 @@ class FrameTest : public PlatformTest {
 protected:
     ~FrameTest() override
     {
-        Embedded::Faults::disarm();
+        Embedded::FaultInjection::disarm();
         Embedded::setHostParts({});
         EXPECT_EQ(orvelApplication().unload(), Qeapp::eOk);
     }
 
-    static long registeredReactors() { return Embedded::Audit::now()[Embedded::Held::decompositionReactor]; }
+    static long registeredReactors()
+    {
+        return Embedded::ResourceCounters::now()[Embedded::ResourceKind::decompositionReactor];
+    }
     static void takeDecompositionManagerAway() { Embedded::setHostParts({.decompositionManager = false}); }
     static void giveDecompositionManagerBack() { Embedded::setHostParts({}); }
 };
@@ -32,10 +35,10 @@ protected:
 template <class Operation>
 std::vector<std::string> callsOf(const Operation& operation)
 {
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     operation();
-    Embedded::Faults::disarm();
-    return Embedded::Faults::seen();
+    Embedded::FaultInjection::disarm();
+    return Embedded::FaultInjection::seen();
 }
 
 } // namespace Tests

@@ -208,14 +208,14 @@ TEST_F(DecompositionRunTest, HostWithoutAManager_AsksNobody)
 
 TEST_F(DecompositionRunTest, Reactors_AreRegisteredOnceAndCounted)
 {
-    using Embedded::Audit;
+    using Embedded::ResourceCounters;
     QeDbDecompositionManager& manager = *qedbGetDecompositionManager();
     Converter converter(heard);
-    EXPECT_EQ(Audit::now()[Embedded::Held::decompositionReactor], 1);
+    EXPECT_EQ(ResourceCounters::now()[Embedded::ResourceKind::decompositionReactor], 1);
     EXPECT_EQ(manager.addReactor(&converter), Qeapp::eDuplicateKey);
     EXPECT_EQ(manager.addReactor(nullptr), Qeapp::eInvalidInput);
     EXPECT_EQ(manager.removeReactor(nullptr), Qeapp::eKeyNotFound);
-    EXPECT_EQ(Audit::now()[Embedded::Held::decompositionReactor], 1);
+    EXPECT_EQ(ResourceCounters::now()[Embedded::ResourceKind::decompositionReactor], 1);
 }
 
 TEST_F(DecompositionRunTest, ReactorWhoseRemovalFails_IsLetGoOfAllTheSame)

@@ -61,11 +61,11 @@ TEST_F(DictionaryIterator, GetObject_OpensTheEntry)
 
 TEST_F(DictionaryIterator, Iterator_IsCountedAndKeepsNothingOpen)
 {
-    using Embedded::Audit;
-    using Embedded::Held;
-    const auto before = Audit::now();
+    using Embedded::ResourceCounters;
+    using Embedded::ResourceKind;
+    const auto before = ResourceCounters::now();
     const auto iterator = walk();
-    EXPECT_EQ(Audit::difference(before, Audit::now()), "1 dictionary iterator");
+    EXPECT_EQ(ResourceCounters::difference(before, ResourceCounters::now()), "1 dictionary iterator");
 }
 
 } // namespace

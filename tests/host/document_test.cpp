@@ -106,7 +106,7 @@ TEST_F(DocumentTest, Locks_Nest)
     ASSERT_EQ(manager().lockDocument(document), Qeapp::eOk);
     ASSERT_EQ(manager().lockDocument(document, QeAp::kRead), Qeapp::eOk);
     EXPECT_EQ(document->lockMode(), QeAp::kWrite) << "the strongest of them";
-    EXPECT_EQ(Embedded::Audit::now()[Embedded::Held::documentLock], 2);
+    EXPECT_EQ(Embedded::ResourceCounters::now()[Embedded::ResourceKind::documentLock], 2);
     EXPECT_EQ(manager().unlockDocument(document), Qeapp::eOk);
     EXPECT_EQ(document->lockMode(), QeAp::kWrite);
     EXPECT_EQ(manager().unlockDocument(document), Qeapp::eOk);

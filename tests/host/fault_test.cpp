@@ -9,7 +9,7 @@
 namespace Tests {
 namespace {
 
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
 /// A drawing with one of everything, and objects open that the calls can be made on.
@@ -80,17 +80,17 @@ std::vector<HostFault::Call> HostFault::statusCalls()
 TEST_F(HostFault, StruckCall_AnswersThePlannedCodeAndChangesNothing)
 {
     const auto before = contents();
-    const auto held = Embedded::Audit::now();
+    const auto held = Embedded::ResourceCounters::now();
     for (const Call& call : statusCalls()) {
         SCOPED_TRACE(call.name);
         const ScopedFault fault({.call = call.name, .code = 77});
         EXPECT_EQ(static_cast<int>(call.make()), 77);
-        EXPECT_EQ(Faults::struck(), 1U);
+        EXPECT_EQ(FaultInjection::failedCalls(), 1U);
         EXPECT_TRUE(id.isNull());
         EXPECT_EQ(object, nullptr);
         EXPECT_EQ(blocks, nullptr);
         EXPECT_EQ(copy, nullptr);
-        EXPECT_EQ(Embedded::Audit::difference(held, Embedded::Audit::now()), "");
+        EXPECT_EQ(Embedded::ResourceCounters::difference(held, Embedded::ResourceCounters::now()), "");
     }
     EXPECT_EQ(contents(), before);
     EXPECT_STREQ(record->getName(), L"NEW");
@@ -125,18 +125,18 @@ TEST_F(HostFault, SuccessAsAPlannedCode_GivesSuccessWithoutAnObject)
 
 TEST_F(HostFault, EveryAllocationOfACopy_MayFailWithoutALeak)
 {
-    const auto held = Embedded::Audit::now();
-    Faults::watch();
+    const auto held = Embedded::ResourceCounters::now();
+    FaultInjection::watch();
     {
         const Chain whole(dictionary->xData());
         EXPECT_NE(whole.get(), nullptr);
     }
-    const std::size_t calls = Faults::seen().size();
+    const std::size_t calls = FaultInjection::seen().size();
     EXPECT_EQ(calls, 5U) << "the query, and for each of two resbufs itself and its string";
     for (std::size_t occurrence = 1; occurrence <= calls; ++occurrence) {
         const ScopedFault fault({.call = "", .occurrence = occurrence, .code = {}});
         EXPECT_EQ(dictionary->xData(), nullptr) << occurrence;
-        EXPECT_EQ(Embedded::Audit::difference(held, Embedded::Audit::now()), "");
+        EXPECT_EQ(Embedded::ResourceCounters::difference(held, Embedded::ResourceCounters::now()), "");
     }
 }
 
@@ -147,7 +147,7 @@ TEST_F(HostFault, EndsOfWhatWasBegun_AreNeverStruck)
     EXPECT_EQ(transactions().abortTransaction(), Qeapp::eOk);
     xrecord.close();
     qeutRelRb(nullptr);
-    EXPECT_EQ(Faults::struck(), 0U);
+    EXPECT_EQ(FaultInjection::failedCalls(), 0U);
 }
 
 TEST_F(HostFault, EmptyDrawing_IsMadeWhateverIsArmed)
@@ -164,7 +164,7 @@ object 4 QeDbBlockTableRecord of 3
   name "*Model_Space"
 )");
     EXPECT_EQ(Tests::contentsOf(*loadedFromMemory(savedInMemory(other))), Tests::contentsOf(other));
-    EXPECT_EQ(Faults::struck(), 0U);
+    EXPECT_EQ(FaultInjection::failedCalls(), 0U);
 }
 
 } // namespace

@@ -9,12 +9,12 @@ namespace {
 class LostObject : public DrawingTest {
 protected:
     /// How many objects more there are than in an empty drawing, in whatever state.
-    long objects() const { return static_cast<long>(database.imp().stubs.size()) - inEmptyDrawing_; }
+    long objects() const { return static_cast<long>(database.imp().objectRecords.size()) - inEmptyDrawing_; }
     void replace(const wchar_t* key) { static_cast<void>(addXrecord(key, L"another")); } // whose id is not wanted
     void remove(const wchar_t* key) { EXPECT_EQ(namedObjects(QeDb::kForWrite)->remove(key), Qeapp::eOk); }
 
 private:
-    long inEmptyDrawing_ = static_cast<long>(database.imp().stubs.size());
+    long inEmptyDrawing_ = static_cast<long>(database.imp().objectRecords.size());
 };
 
 TEST_F(LostObject, ReplacedOrRemovedWithoutAnId_IsDestroyed)
@@ -193,11 +193,11 @@ TEST_F(LostObject, TellsItsReactorsBeforeItGoes)
 
 TEST_F(LostObject, WithReactors_HoldsThemNoLonger)
 {
-    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     QeDbObjectReactor reactor;
     open(addXrecord(L"key"))->addReactor(&reactor);
     remove(L"key");
-    EXPECT_EQ(Embedded::Audit::difference(before, Embedded::Audit::now()), "");
+    EXPECT_EQ(Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now()), "");
 }
 
 } // namespace

@@ -8,8 +8,8 @@
 namespace Tests {
 namespace {
 
-using Embedded::Audit;
-using Embedded::Held;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 using Embedded::ScopedFault;
 
 class Memory : public PlatformTest {};
@@ -21,10 +21,10 @@ TEST_F(Memory, NewString_IsACopy)
     ASSERT_EQ(qeutNewString(source, copy), Qeapp::eOk);
     EXPECT_NE(copy, source);
     EXPECT_STREQ(copy, source);
-    EXPECT_EQ(Audit::now()[Held::hostBuffer], 1);
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::hostBuffer], 1);
     qeutDelBuffer(copy);
     EXPECT_EQ(copy, nullptr);
-    EXPECT_EQ(Audit::now()[Held::hostBuffer], 0);
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::hostBuffer], 0);
 }
 
 TEST_F(Memory, NullString_IsRefused)
@@ -59,14 +59,14 @@ TEST_F(Memory, ReleaseOfNull_IsAllowed)
     qeutDelBuffer(buffer);
     qeapp_free(nullptr);
     qeHeapFree(nullptr);
-    EXPECT_EQ(Audit::now()[Held::hostBuffer], 0);
-    EXPECT_EQ(Audit::now()[Held::resbufMemory], 0);
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::hostBuffer], 0);
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::resbufMemory], 0);
 }
 
 TEST_F(Memory, ResbufMemory_IsCounted)
 {
     void* memory = qeapp_malloc(16);
-    EXPECT_EQ(Audit::now()[Held::resbufMemory], 1);
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::resbufMemory], 1);
     qeapp_free(memory);
 }
 
@@ -89,14 +89,14 @@ TEST_F(Memory, FullHostHeap_GivesNullFromNothrowNew)
     const ScopedFault fault({.call = "qeHeapAlloc", .code = {}});
     const std::unique_ptr<QeDbXrecord> object(new (std::nothrow) QeDbXrecord);
     EXPECT_EQ(object, nullptr);
-    EXPECT_EQ(Audit::now()[Held::detachedObject], 0) << "the constructor must not have run";
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::detachedObject], 0) << "the constructor must not have run";
 }
 
 TEST_F(Memory, ObjectInNoDatabase_IsCounted)
 {
     const std::unique_ptr<QeDbXrecord> object(new (std::nothrow) QeDbXrecord);
     EXPECT_NE(object, nullptr);
-    EXPECT_EQ(Audit::now()[Held::detachedObject], 1);
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::detachedObject], 1);
 }
 
 TEST_F(Memory, StruckAllocators_GiveNothing)

@@ -4,8 +4,8 @@
 namespace Tests {
 namespace {
 
-using Embedded::Audit;
-using Embedded::Held;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 
 class ObjectOpen : public DrawingTest {
 protected:
@@ -99,12 +99,12 @@ TEST_F(ObjectOpen, Reader_CannotDowngrade)
 
 TEST_F(ObjectOpen, EveryOpen_IsCountedUntilItsClose)
 {
-    const long before = Audit::now()[Held::openObject];
+    const long before = ResourceCounters::now()[ResourceKind::openObject];
     auto first = open(xrecord);
     auto second = open(xrecord);
-    EXPECT_EQ(Audit::now()[Held::openObject], before + 2);
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::openObject], before + 2);
     first.close();
-    EXPECT_EQ(Audit::now()[Held::openObject], before + 1);
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::openObject], before + 1);
 }
 
 TEST_F(ObjectOpen, CloseWithoutOpen_IsRefused)
@@ -157,21 +157,22 @@ TEST_F(ObjectOpen, DeletedInsteadOfClosed_IsUnknownAfterwards)
     delete writer; // a client's mistake, which must not take the drawing with it
     EXPECT_EQ(tryOpen(xrecord, QeDb::kForRead), Qeapp::eUnknownObjectId);
     EXPECT_FALSE(namedObjects()->has(L"key"));
-    Audit::remove(Held::openObject); // the open that was never ended
+    ResourceCounters::remove(ResourceKind::openObject); // the open that was never ended
 }
 
 TEST_F(ObjectOpen, DrawingClosedWithObjectsOpen_ReleasesThemAndKeepsTheCount)
 {
-    const long before = Audit::now()[Held::openObject];
+    const long before = ResourceCounters::now()[ResourceKind::openObject];
     {
         QeDbDatabase other;
         QeDbDictionary* dictionary = nullptr;
         ASSERT_EQ(other.getNamedObjectsDictionary(dictionary, QeDb::kForWrite), Qeapp::eOk);
         ASSERT_NE(other.transactionManager()->startTransaction(), nullptr);
     }
-    EXPECT_EQ(Audit::now()[Held::openObject], before + 1) << "what a client forgets must stay visible";
-    Audit::remove(Held::openObject);
-    Audit::remove(Held::transaction);
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::openObject], before + 1)
+        << "what a client forgets must stay visible";
+    ResourceCounters::remove(ResourceKind::openObject);
+    ResourceCounters::remove(ResourceKind::transaction);
 }
 
 } // namespace

@@ -4,8 +4,8 @@
 namespace Tests {
 namespace {
 
-using Embedded::Audit;
-using Embedded::Held;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 
 /// Writes down what it hears.
 class Listener final : public QeDbObjectReactor {
@@ -89,10 +89,10 @@ TEST_F(ObjectReactor, Undo_IsNotHeard)
 
 TEST_F(ObjectReactor, AddedTwice_HearsOnceAndIsCountedOnce)
 {
-    const long before = Audit::now()[Held::objectReactor];
+    const long before = ResourceCounters::now()[ResourceKind::objectReactor];
     listenTo(xrecord);
     listenTo(xrecord);
-    EXPECT_EQ(Audit::now()[Held::objectReactor], before + 1);
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::objectReactor], before + 1);
     erase(xrecord);
     EXPECT_EQ(listener.heard, "erased modified ");
 }
@@ -119,7 +119,7 @@ TEST_F(ObjectReactor, NullReactor_IsIgnored)
     const auto reader = open(xrecord);
     reader->addReactor(nullptr);
     reader->removeReactor(nullptr);
-    EXPECT_EQ(Audit::now()[Held::objectReactor], 0);
+    EXPECT_EQ(ResourceCounters::now()[ResourceKind::objectReactor], 0);
 }
 
 } // namespace

@@ -90,7 +90,7 @@ TEST_F(Resbuf, EveryAllocationOfAList_MayFailWithoutALeak)
         for (std::size_t occurrence = 1; occurrence <= 2; ++occurrence) {
             const Embedded::ScopedFault fault({.call = call, .occurrence = occurrence, .code = {}});
             EXPECT_EQ(qeutBuildList(300, L"one", 300, L"two", QeRb::kListEnd), nullptr) << call << occurrence;
-            EXPECT_EQ(Embedded::Faults::struck(), 1U);
+            EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
         }
     }
 }

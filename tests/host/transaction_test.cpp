@@ -16,11 +16,11 @@ TEST_F(Transaction, EndOrAbortOfNone_IsRefused)
 
 TEST_F(Transaction, ActiveOnes_AreCounted)
 {
-    using Embedded::Audit;
+    using Embedded::ResourceCounters;
     begin();
     begin();
     EXPECT_EQ(transactions().numActiveTransactions(), 2);
-    EXPECT_EQ(Audit::now()[Embedded::Held::transaction], 2);
+    EXPECT_EQ(ResourceCounters::now()[Embedded::ResourceKind::transaction], 2);
     commit();
     abort();
     EXPECT_EQ(transactions().numActiveTransactions(), 0);

@@ -72,7 +72,7 @@ protected:
         const FileResult result = save(29);
         EXPECT_EQ(result.status, expected);
         EXPECT_NE(result.message, "");
-        EXPECT_GT(Embedded::Faults::struck(), 0U);
+        EXPECT_GT(Embedded::FaultInjection::failedCalls(), 0U);
         EXPECT_EQ(drawing.contents(), before);
         EXPECT_EQ(fileContents(), contents);
         EXPECT_EQ(filesInFolder(), files);

@@ -4,7 +4,7 @@
 namespace Tests {
 namespace {
 
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Calls = std::vector<std::string>;
 
 using LoadedModule = ModuleTest;
@@ -38,11 +38,11 @@ TEST_F(LoadedModule, HasRegisteredOneReactor)
 
 TEST_F(LoadedModule, DoesWhatALoadAsksForAndNothingMore)
 {
-    Faults::watch();
+    FaultInjection::watch();
     load();
-    Faults::disarm();
-    EXPECT_EQ(Faults::seen(), (Calls{"qerxRegisterAppMDIAware", "QeRxDynamicLinker::unlockApplication",
-                                     "QeDbDecompositionManager::addReactor"}));
+    FaultInjection::disarm();
+    EXPECT_EQ(FaultInjection::seen(), (Calls{"qerxRegisterAppMDIAware", "QeRxDynamicLinker::unlockApplication",
+                                             "QeDbDecompositionManager::addReactor"}));
 }
 
 TEST_F(LoadedModule, AnswersTheHostsApiVersion)

@@ -29,7 +29,10 @@ protected:
         }
         handle = nullptr;
     }
-    static long registeredReactors() { return Embedded::Audit::now()[Embedded::Held::decompositionReactor]; }
+    static long registeredReactors()
+    {
+        return Embedded::ResourceCounters::now()[Embedded::ResourceKind::decompositionReactor];
+    }
 };
 
 } // namespace Tests

@@ -18,9 +18,9 @@ protected:
 TEST_F(ChainFetching, OnlyTheXrecord_IsOpenWhileItsChainIsFetched)
 {
     std::vector<long> open;
-    Embedded::Faults::watch([&](std::string_view call) {
+    Embedded::FaultInjection::watch([&](std::string_view call) {
         if (call == kFetch)
-            open.push_back(Embedded::Audit::now()[Embedded::Held::openObject]);
+            open.push_back(Embedded::ResourceCounters::now()[Embedded::ResourceKind::openObject]);
     });
     EXPECT_EQ(read().size(), 3U);
     EXPECT_EQ(open, std::vector<long>{1});
@@ -46,7 +46,7 @@ TEST_F(ChainFetching, AnyExceptionOfIt_ReadsAsNoXrecord)
          {std::function<void(std::string_view)>(throwAtFetch(std::bad_alloc())),
           std::function<void(std::string_view)>(throwAtFetch(std::runtime_error("damaged"))),
           std::function<void(std::string_view)>(throwAtFetch(7))}) {
-        Embedded::Faults::watch(observer);
+        Embedded::FaultInjection::watch(observer);
         EXPECT_EQ(read(), Texts());
         EXPECT_EQ(result, Qeapp::eNotApplicable) << "the catalog was asked, which does not have the code";
     }

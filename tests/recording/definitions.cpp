@@ -38,12 +38,12 @@ Status load(const std::string& name, const wchar_t* code, Class*& definition)
 
 Object::Object()
 {
-    Embedded::Audit::add(Embedded::Held::libraryObject);
+    Embedded::ResourceCounters::add(Embedded::ResourceKind::libraryObject);
 }
 
 Object::~Object()
 {
-    Embedded::Audit::remove(Embedded::Held::libraryObject);
+    Embedded::ResourceCounters::remove(Embedded::ResourceKind::libraryObject);
 }
 
 void Object::Destroy(const Object* object)

@@ -59,7 +59,7 @@ Library::Status record(const std::string& name, std::initializer_list<std::strin
     std::string text;
     for (const std::string& argument : arguments)
         text += (text.empty() ? "" : ", ") + argument;
-    const long openObjects = Embedded::Audit::now()[Embedded::Held::openObject];
+    const long openObjects = Embedded::ResourceCounters::now()[Embedded::ResourceKind::openObject];
     record().calls.push_back({name + "(" + text + ")", openObjects});
     const auto planned = answers().statuses.find(name);
     return planned != answers().statuses.end() ? planned->second : Library::statusOk;

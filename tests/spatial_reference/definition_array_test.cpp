@@ -14,7 +14,7 @@ protected:
         array_.reset(created);
     }
 
-    static long alive() { return Embedded::Audit::now()[Embedded::Held::libraryObject]; }
+    static long alive() { return Embedded::ResourceCounters::now()[Embedded::ResourceKind::libraryObject]; }
 
     Held<DefinitionBaseArray> array_;
 };

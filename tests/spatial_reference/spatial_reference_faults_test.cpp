@@ -33,7 +33,7 @@ protected:
         {
             const ScopedFault fault({.call = call, .code = kCode});
             EXPECT_EQ(attempt(), Status(kCode)) << call;
-            EXPECT_EQ(Embedded::Faults::struck(), 1U) << call;
+            EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U) << call;
         }
         EXPECT_EQ(factsOf(*system_) + factsOf(*datum_), before) << call;
     }
@@ -199,14 +199,14 @@ TEST_F(PlannedFault, WithoutACodeOfItsOwnACreationFailsForWantOfMemory)
 
 TEST_F(PlannedFault, ACallStrikesOnceHoweverMuchItDoes)
 {
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     static_cast<void>(system(L"EPSG:25832")); // for what it strikes
-    EXPECT_EQ(Embedded::Faults::seen(), std::vector<std::string>{"CoordinateReferenceSystemDefinition::Load"});
-    Embedded::Faults::watch();
+    EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>{"CoordinateReferenceSystemDefinition::Load"});
+    Embedded::FaultInjection::watch();
     const Bytes text = utf16le(std::wstring(L"{}") + L'\0');
     DefinitionBaseArray* made = nullptr;
     EXPECT_EQ(DefinitionStream::Deserialize_s(made, text.data(), text.size(), formatAutomatic, -1), statusUnreadable);
-    EXPECT_EQ(Embedded::Faults::seen(), std::vector<std::string>{"DefinitionStream::Deserialize_s"});
+    EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>{"DefinitionStream::Deserialize_s"});
 }
 
 } // namespace

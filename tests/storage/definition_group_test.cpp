@@ -124,11 +124,11 @@ TEST_F(DefinitionGroup, EveryFailingCallGivesNoGroupAndLeavesNothing)
     const auto system = catalogSystem(L"EPSG:25832");
     const auto calls = fallibleCallsOf([&] { EXPECT_NE(writtenAs(system.get()), Items()); });
     EXPECT_GE(calls.size(), 4U + 2 * groupOf(system.get()).size()) << "each resbuf and each value is an allocation";
-    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
         EXPECT_FALSE(Orvel::DefinitionToResbufGroup(system.get())) << call;
-        EXPECT_EQ(Embedded::Audit::difference(before, Embedded::Audit::now()), "") << call;
+        EXPECT_EQ(Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now()), "") << call;
     }
 }
 

@@ -208,9 +208,9 @@ TEST_F(DefinitionSetSlots, LaterDefinitionOfAKindReplacesTheEarlier)
 TEST_F(DefinitionSetSlots, DefinitionOfAnotherKindIsDestroyedAndChangesNothing)
 {
     take(catalogDatum(L"EPSG:6258").release());
-    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     take(otherDefinition().release());
-    EXPECT_EQ(Embedded::Audit::difference(before, Embedded::Audit::now()), "");
+    EXPECT_EQ(Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now()), "");
     EXPECT_EQ(slots(), (Texts{L"none", L"datum EPSG:6258", L"none"}));
 }
 

@@ -38,7 +38,7 @@ TEST_F(ExceptionsWhileReading, ChainWhoseFetchingThrowsIsRejected)
     {
         const Embedded::ScopedFault fault({.call = "QeDbXrecord::rbChain", .throws = true});
         EXPECT_FALSE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"LOCAL:METRE", found));
-        EXPECT_EQ(Embedded::Faults::struck(), 1U);
+        EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
     }
     EXPECT_FALSE(found.system);
     EXPECT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"LOCAL:METRE", found)) << "nothing was left open";

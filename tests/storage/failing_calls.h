@@ -25,12 +25,12 @@ inline std::ostream& operator<<(std::ostream& out, const FallibleCall& call)
 template <class Operation>
 std::vector<FallibleCall> fallibleCallsOf(const Operation& operation)
 {
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     operation();
-    Embedded::Faults::disarm();
+    Embedded::FaultInjection::disarm();
     std::map<std::string, std::size_t> occurrences;
     std::vector<FallibleCall> calls;
-    for (const std::string& name : Embedded::Faults::seen())
+    for (const std::string& name : Embedded::FaultInjection::seen())
         calls.push_back({name, ++occurrences[name]});
     return calls;
 }

@@ -37,10 +37,10 @@ TEST_F(ResbufDictionary, Writing_LocksTheCurrentDocumentForWriteAndUnlocksIt)
 {
     const QeAp::DocLockMode before = document.get()->lockMode();
     const ResbufChain chain = chainOf(kFirst);
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     ASSERT_TRUE(dictionary.SetResbuf(L"A", chain.get(), nullptr));
-    Embedded::Faults::disarm();
-    EXPECT_EQ(Embedded::Faults::seen().front(), "QeApDocManager::lockDocument");
+    Embedded::FaultInjection::disarm();
+    EXPECT_EQ(Embedded::FaultInjection::seen().front(), "QeApDocManager::lockDocument");
     EXPECT_EQ(document.get()->lockMode(), before);
 }
 
@@ -77,7 +77,7 @@ TEST_F(ResbufDictionary, EveryCallOfWriting_CanFailWithoutLosingTheFormerEntry)
         SCOPED_TRACE(call.name);
         const Embedded::ScopedFault fault(failing(call));
         const bool stored = dictionary.SetResbuf(L"A", chain.get(), nullptr);
-        Embedded::Faults::disarm();
+        Embedded::FaultInjection::disarm();
         EXPECT_EQ(stored, isPassedOver(call));
         EXPECT_EQ(at(L"A"), stored ? kSecond : kFirst);
         ASSERT_TRUE(set(L"A", kFirst));
@@ -94,7 +94,7 @@ TEST_F(ResbufDictionary, EveryCallOfTheFirstWriting_CanFail)
         const ResbufChain chain = chainOf(kFirst);
         const Embedded::ScopedFault fault(failing(call));
         const bool stored = first.SetResbuf(L"A", chain.get(), nullptr);
-        Embedded::Faults::disarm();
+        Embedded::FaultInjection::disarm();
         EXPECT_EQ(first.HasKey(L"A"), stored);
         EXPECT_TRUE(first.SetResbuf(L"A", chain.get(), nullptr)) << "the next one is not hindered";
     }
@@ -106,7 +106,7 @@ TEST_F(ResbufDictionary, DictionaryThatCannotBeMade_IsNotAdded)
     for (const char* const call : {"QeDbObject::upgradeOpen", "qeHeapAlloc"}) {
         const Embedded::ScopedFault fault(failing(call));
         EXPECT_FALSE(dictionary.SetResbuf(L"A", chain.get(), nullptr)) << call;
-        const std::vector<std::string>& seen = Embedded::Faults::seen();
+        const std::vector<std::string>& seen = Embedded::FaultInjection::seen();
         EXPECT_EQ(std::count(seen.begin(), seen.end(), call), 1);
         EXPECT_EQ(std::count(seen.begin(), seen.end(), "QeDbDictionary::setAt"), 0) << call;
     }

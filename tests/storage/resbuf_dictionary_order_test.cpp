@@ -5,9 +5,9 @@
 namespace Tests {
 namespace {
 
-long heldNow(Embedded::Held kind)
+long heldNow(Embedded::ResourceKind kind)
 {
-    return Embedded::Audit::now()[kind];
+    return Embedded::ResourceCounters::now()[kind];
 }
 
 /// Stands in front of the host's own and writes down how it is used.
@@ -31,7 +31,7 @@ public:
     }
     Qeapp::ErrorStatus unlockDocument(QeApDocument* document) override
     {
-        openAtUnlocking.push_back(heldNow(Embedded::Held::openObject));
+        openAtUnlocking.push_back(heldNow(Embedded::ResourceKind::openObject));
         return host_->unlockDocument(document);
     }
 
@@ -95,15 +95,15 @@ TEST_F(ResbufDictionaryOrder, Reactor_IsAttachedToAnEntryThatIsInTheDictionary)
 {
     QeDbObjectReactor reactor;
     std::vector<long> attached;
-    Embedded::Faults::watch([&](std::string_view call) {
+    Embedded::FaultInjection::watch([&](std::string_view call) {
         if (call == "QeDbDictionary::setAt")
-            attached.push_back(heldNow(Embedded::Held::objectReactor));
+            attached.push_back(heldNow(Embedded::ResourceKind::objectReactor));
     });
     ASSERT_TRUE(set(L"A", kFirst, &reactor));
-    Embedded::Faults::disarm();
+    Embedded::FaultInjection::disarm();
     ASSERT_FALSE(attached.empty());
     EXPECT_EQ(attached, std::vector<long>(attached.size(), 0));
-    EXPECT_EQ(heldNow(Embedded::Held::objectReactor), 1);
+    EXPECT_EQ(heldNow(Embedded::ResourceKind::objectReactor), 1);
     ASSERT_TRUE(dictionary.RemoveKey(L"A"));
 }
 
@@ -112,7 +112,7 @@ TEST_F(ResbufDictionaryOrder, Iterator_KeepsNothingOpen)
     ASSERT_TRUE(set(L"A", kFirst));
     const Iterator entry(dictionary.NewIterator());
     ASSERT_TRUE(entry);
-    EXPECT_EQ(heldNow(Embedded::Held::openObject), 0);
+    EXPECT_EQ(heldNow(Embedded::ResourceKind::openObject), 0);
     EXPECT_TRUE(set(L"B", kSecond)) << "nobody has the dictionary open";
 }
 

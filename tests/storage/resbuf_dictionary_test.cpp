@@ -42,10 +42,10 @@ TEST_F(ResbufDictionary, PresentOne_IsOpenedInTheModeThatWasAskedFor)
 TEST_F(ResbufDictionary, IsNeverOpenedForNotification)
 {
     ASSERT_TRUE(set(L"A", kFirst));
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForNotify), nullptr);
-    Embedded::Faults::disarm();
-    EXPECT_TRUE(Embedded::Faults::seen().empty()) << "nothing is opened for it";
+    Embedded::FaultInjection::disarm();
+    EXPECT_TRUE(Embedded::FaultInjection::seen().empty()) << "nothing is opened for it";
 }
 
 TEST_F(ResbufDictionary, AnObjectOfAnotherClassUnderTheName_IsLeftAloneByReaders)

@@ -92,7 +92,7 @@ TEST_F(StoredCoordinateSystem, TransactionThatCannotBeStartedIsEightAndNothingIs
     const ScopedFault fault(failing("QeDbTransactionManager::startTransaction"));
     EXPECT_EQ(clear(), 8);
     EXPECT_EQ(drawing.contents(), before);
-    EXPECT_EQ(Embedded::Faults::seen().size(), 1U) << "nothing else was tried";
+    EXPECT_EQ(Embedded::FaultInjection::seen().size(), 1U) << "nothing else was tried";
 }
 
 /// What each failing call comes to; every other one is passed on.
@@ -114,7 +114,7 @@ TEST_F(StoredCoordinateSystem, AnyFailingCallLeavesAllThreeForms)
     const auto calls = fallibleCallsOf([&] {
         Drawing other;
         giveAllForms(other);
-        Embedded::Faults::watch();
+        Embedded::FaultInjection::watch();
         EXPECT_EQ(ClearStoredCoordinateSystem(other.database()), Qeapp::eOk);
     });
     EXPECT_GE(calls.size(), 10U);
@@ -150,17 +150,17 @@ TEST_F(StoredCoordinateSystem, FirstFailingStepIsTheLast)
 {
     const ScopedFault fault(failing("QeDbObject::setXData"));
     EXPECT_EQ(clear(), kPlanned);
-    const auto& seen = Embedded::Faults::seen();
+    const auto& seen = Embedded::FaultInjection::seen();
     EXPECT_EQ(std::count(seen.begin(), seen.end(), "QeDbDictionary::remove"), 0);
     EXPECT_EQ(std::count(seen.begin(), seen.end(), "qedbGetGeoDataObjId"), 0);
 }
 
 TEST_F(StoredCoordinateSystem, StepsGoFromTheLegacyRecordToTheGeoData)
 {
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     EXPECT_EQ(clear(), Qeapp::eOk);
-    Embedded::Faults::disarm();
-    const auto& seen = Embedded::Faults::seen();
+    Embedded::FaultInjection::disarm();
+    const auto& seen = Embedded::FaultInjection::seen();
     const auto at = [&](const char* call) { return std::find(seen.begin(), seen.end(), call) - seen.begin(); };
     EXPECT_EQ(at("QeDbTransactionManager::startTransaction"), 0);
     EXPECT_LT(at("QeDbObject::setXData"), at("QeDbDictionary::remove"));

@@ -24,11 +24,11 @@ inline constexpr const wchar_t* kAssignedCode = L"EPSG:25832";
 /// The library's call that looks a system up in the catalog.
 inline constexpr const char* kLoadSystem = "CoordinateReferenceSystemDefinition::Load";
 
-/// How often the call was begun since Faults::watch or Faults::arm.
+/// How often the call was begun since FaultInjection::watch or FaultInjection::arm.
 inline std::size_t timesSeen(const std::string& call)
 {
     std::size_t times = 0;
-    for (const std::string& seen : Embedded::Faults::seen())
+    for (const std::string& seen : Embedded::FaultInjection::seen())
         times += seen == call ? 1U : 0U;
     return times;
 }

@@ -4,16 +4,17 @@
 
 namespace Tests {
 
-PlatformTest::PlatformTest() : before_(Embedded::Audit::now())
+PlatformTest::PlatformTest() : before_(Embedded::ResourceCounters::now())
 {
-    Embedded::Faults::disarm();
+    Embedded::FaultInjection::disarm();
 }
 
 // In the destructor, not in TearDown: by now the members of derived fixtures are gone.
 PlatformTest::~PlatformTest()
 {
-    Embedded::Faults::disarm();
-    EXPECT_EQ(Embedded::Audit::difference(before_, Embedded::Audit::now()), "") << "left behind by the test";
+    Embedded::FaultInjection::disarm();
+    EXPECT_EQ(Embedded::ResourceCounters::difference(before_, Embedded::ResourceCounters::now()), "")
+        << "left behind by the test";
 }
 
 } // namespace Tests

@@ -14,7 +14,7 @@ protected:
     ~PlatformTest() override;
 
 private:
-    Embedded::AuditCounts before_;
+    Embedded::ResourceCounts before_;
 };
 
 } // namespace Tests

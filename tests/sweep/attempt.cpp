@@ -12,7 +12,7 @@
 namespace Tests {
 namespace {
 
-using Embedded::Faults;
+using Embedded::FaultInjection;
 
 constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 
@@ -117,14 +117,14 @@ std::vector<std::string> struckIn(const Attempt& attempt, const Strike& strike)
 Attempt attempted(const Scenario& scenario, Stage& stage, const std::optional<Strike>& strike)
 {
     Attempt attempt;
-    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     {
         const std::unique_ptr<Call> call = scenario.call();
         make(*call, stage, strike, attempt);
         call->expectOutParameters(attempt.outcome);
     }
-    attempt.held = Embedded::Audit::difference(before, Embedded::Audit::now());
-    attempt.calls = Faults::seen();
+    attempt.held = Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now());
+    attempt.calls = FaultInjection::seen();
     attempt.notices = stage.reactor().heard();
     if (strike) {
         attempt.struck = struckIn(attempt, *strike);

@@ -160,10 +160,10 @@ TEST_F(ConfiguredTransformation, ClosingTagOfAnItemInANote_CutsTheItem)
 
 TEST_F(ConfiguredTransformation, ForwardItem_AsksTheCatalogNothing)
 {
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     EXPECT_TRUE(find(elementOf(L"B", L"A", kReversible) + elementOf(L"A", L"B", L"forward")));
-    Embedded::Faults::disarm();
-    EXPECT_EQ(Embedded::Faults::seen(),
+    Embedded::FaultInjection::disarm();
+    EXPECT_EQ(Embedded::FaultInjection::seen(),
               (std::vector<std::string>{"TransformationInfo::CreateInstance", "TransformationInfo::SetName",
                                         "TransformationInfo::SetKind"}));
 }
@@ -179,11 +179,11 @@ TEST_F(ConfiguredTransformation, SuccessWithoutAnAnswer_IsNotReversible)
     {
         const ScopedFault fault({.call = "GeodeticTransformationDefinition::IsReversible", .code = 0});
         EXPECT_EQ(find(elementOf(L"B", L"A", kReversible)), std::nullopt);
-        EXPECT_EQ(Embedded::Faults::struck(), 1U);
+        EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
     }
     const ScopedFault fault({.call = "GeodeticPathDefinition::IsReversible", .code = 0});
     EXPECT_EQ(find(elementOf(L"B", L"A", kReversiblePath, 1)), std::nullopt);
-    EXPECT_EQ(Embedded::Faults::struck(), 1U);
+    EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
 }
 
 TEST_F(ConfiguredTransformation, EveryCallOfAForwardSearch_CanFail)

@@ -146,9 +146,9 @@ TEST_F(DrawingConfig, WithoutAWorkingDrawing_IsNeitherReadNorWritten)
 {
     qedbHostApplicationServices()->setWorkingDatabase(nullptr);
     EXPECT_EQ(read(), kNothingRead);
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     EXPECT_FALSE(write(L"text"));
-    EXPECT_EQ(Embedded::Faults::seen(), std::vector<std::string>()) << "no document is locked for it";
+    EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>()) << "no document is locked for it";
     qedbHostApplicationServices()->setWorkingDatabase(document.database());
 }
 
@@ -184,7 +184,7 @@ TEST_F(DrawingConfig, EveryCallOfWriting_CanFailAndLeavesTheFormerText)
         SCOPED_TRACE(call.name);
         const Embedded::ScopedFault fault(failing(call));
         const bool written = write(L"other");
-        Embedded::Faults::disarm();
+        Embedded::FaultInjection::disarm();
         EXPECT_EQ(written, isPassedOver(call));
         EXPECT_EQ(read(), (ReadText{true, written ? L"other" : L"text"}));
         ASSERT_TRUE(write(L"text"));

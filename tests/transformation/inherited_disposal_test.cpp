@@ -7,7 +7,7 @@ namespace {
 
 class InheritedDisposal : public PlatformTest {
 protected:
-    static long objects() { return Embedded::Audit::now()[Embedded::Held::disposableObject]; }
+    static long objects() { return Embedded::ResourceCounters::now()[Embedded::ResourceKind::disposableObject]; }
     const long before = objects();
 };
 

@@ -10,7 +10,7 @@ namespace {
 
 long objects()
 {
-    return Embedded::Audit::now()[Embedded::Held::disposableObject];
+    return Embedded::ResourceCounters::now()[Embedded::ResourceKind::disposableObject];
 }
 
 class ItemLifetime : public PlatformTest {
@@ -236,7 +236,7 @@ TEST_F(WithoutMemory, ThereIsNoCollectionWithoutItsListEither)
 {
     const Embedded::ScopedFault fault(construction(2));
     EXPECT_EQ(ConfigCollection::CreateInstance(), nullptr);
-    EXPECT_EQ(Embedded::Faults::struck(), 1U);
+    EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
     EXPECT_EQ(made(), 0);
 }
 

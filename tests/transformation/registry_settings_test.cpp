@@ -172,7 +172,7 @@ TEST_F(RegistrySettings, EveryCallOfWriting_CanFail)
             continue; // the result of one is not looked at; the other's failure is one name less or a nameless one
         const ScopedFault fault(failing(call));
         EXPECT_FALSE(operation()) << call;
-        Embedded::Faults::disarm();
+        Embedded::FaultInjection::disarm();
         ASSERT_TRUE(operation());
     }
 }

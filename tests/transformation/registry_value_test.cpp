@@ -104,7 +104,7 @@ TEST_F(RegistryValue, KeyThatCannotBeOpened_IsAskedForNoValue)
     ASSERT_TRUE(set(L"Name", L"data"));
     const ScopedFault fault({.call = "RegOpenKeyExW", .code = 5});
     EXPECT_EQ(query(L"Name"), std::nullopt);
-    EXPECT_EQ(Embedded::Faults::seen(), std::vector<std::string>{"RegOpenKeyExW"});
+    EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>{"RegOpenKeyExW"});
 }
 
 TEST_F(RegistryValue, SuccessThatTellsNoSize_IsTakenForNone)

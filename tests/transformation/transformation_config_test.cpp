@@ -215,12 +215,12 @@ TEST_F(TransformationConfig, DrawingsReverseItem_ComesBeforeTheUsersForwardOne)
 TEST_F(TransformationConfig, NullOrEqualCodes_AreAnsweredWithoutReadingAStore)
 {
     ASSERT_TRUE(set(elementOf(L"A", L"a", L"same"), Target::Drawing));
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     EXPECT_EQ(configured(nullptr, L"B"), std::nullopt);
     EXPECT_EQ(configured(L"A", nullptr), std::nullopt);
     EXPECT_EQ(configured(L"A", L"a"), std::nullopt);
-    Embedded::Faults::disarm();
-    EXPECT_EQ(Embedded::Faults::seen(), std::vector<std::string>());
+    Embedded::FaultInjection::disarm();
+    EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>());
 }
 
 } // namespace

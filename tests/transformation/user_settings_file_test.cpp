@@ -136,7 +136,7 @@ TEST_F(LocalApplicationData, ThatTheSystemDoesNotHave_LeavesNoPath)
     EXPECT_EQ(path(), L"");
     EXPECT_FALSE(write(one));
     EXPECT_EQ(read(), kNothingRead);
-    EXPECT_THAT(Embedded::Faults::seen(), Not(Contains("_wfsopen")));
+    EXPECT_THAT(Embedded::FaultInjection::seen(), Not(Contains("_wfsopen")));
 }
 
 TEST_F(LocalApplicationData, ThatIsMissingItself_IsNotMadeAndLeavesNoPath)
@@ -310,7 +310,7 @@ TEST_F(UserSettingsFile, FileThatCannotBeReadToItsEnd_ReadsAsNothing)
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "_wfsopen.read"});
     EXPECT_EQ(read(), kNothingRead);
-    EXPECT_EQ(Embedded::Faults::struck(), 1U);
+    EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
 }
 
 TEST_F(UserSettingsFile, TextThatCannotBeMeasured_ReadsAsNothing)
@@ -334,14 +334,14 @@ TEST_F(UserSettingsFile, WithoutMemoryForTheText_ReadsAsNothing)
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "qeutNewBuffer"});
     EXPECT_EQ(read(), kNothingRead);
-    EXPECT_EQ(Embedded::Faults::seen().back(), "qeutNewBuffer") << "nothing is converted into it";
+    EXPECT_EQ(Embedded::FaultInjection::seen().back(), "qeutNewBuffer") << "nothing is converted into it";
 }
 
 TEST_F(UserSettingsFile, ItemThatCannotBeConverted_LeavesThoseBeforeIt)
 {
     const ScopedFault fault({.call = "WideCharToMultiByte", .occurrence = 3});
     EXPECT_FALSE(write(one + two));
-    Embedded::Faults::disarm();
+    Embedded::FaultInjection::disarm();
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
@@ -349,7 +349,7 @@ TEST_F(UserSettingsFile, ItemThatWasMeasuredAndCannotBeConverted_LeavesThoseBefo
 {
     const ScopedFault fault({.call = "WideCharToMultiByte", .occurrence = 4});
     EXPECT_FALSE(write(one + two));
-    Embedded::Faults::disarm();
+    Embedded::FaultInjection::disarm();
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
@@ -358,7 +358,7 @@ TEST_F(UserSettingsFile, FailureToWriteALine_KeepsTheFollowingOnesFromBeingWritt
     {
         const ScopedFault fault({.call = "_wfsopen.write", .occurrence = 2});
         EXPECT_TRUE(write(one + two + one));
-        EXPECT_EQ(Embedded::Faults::struck(), 1U);
+        EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
     }
     // What the system did not take may still reach the file when it is closed. The third line was never handed over.
     EXPECT_THAT(read(), testing::AnyOf(ReadText{true, one}, ReadText{true, one + two}));
@@ -373,9 +373,9 @@ TEST_F(UserSettingsFile, FailureToWriteALineLongerThanAnyBuffer_KeepsTheFollowin
 
 TEST_F(UserSettingsFile, ItemThatCannotBeConvertedAfterALineThatCannotBeWritten_IsStillAFailure)
 {
-    Embedded::Faults::watch();
+    Embedded::FaultInjection::watch();
     ASSERT_TRUE(write(one + two));
-    const std::vector<std::string> calls = Embedded::Faults::seen();
+    const std::vector<std::string> calls = Embedded::FaultInjection::seen();
     const auto line = std::ranges::find(calls, "_wfsopen.write");
     const auto conversion = std::find(line, calls.end(), "WideCharToMultiByte");
     ASSERT_NE(conversion, calls.end());
@@ -390,7 +390,7 @@ TEST_F(UserSettingsFile, FailureToClose_IsPassedOver)
     const ScopedFault fault({.call = "_wfsopen.close", .fromThenOn = true});
     EXPECT_TRUE(write(two));
     EXPECT_TRUE(read().read);
-    EXPECT_EQ(Embedded::Faults::struck(), 2U);
+    EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 2U);
 }
 
 } // namespace

@@ -148,7 +148,7 @@ TEST_F(CodePage, FailsOnRequest)
         EXPECT_EQ(reads ? MultiByteToWideChar(CP_UTF8, 0, "a", 1, nullptr, 0)
                         : WideCharToMultiByte(CP_UTF8, 0, L"a", 1, nullptr, 0, nullptr, nullptr),
                   0);
-        EXPECT_EQ(Embedded::Faults::struck(), 1U);
+        EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
     }
 }
 

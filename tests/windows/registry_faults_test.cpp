@@ -6,7 +6,7 @@
 namespace Tests {
 namespace {
 
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
 class RegistryFaults : public RegistryTest {
@@ -39,7 +39,7 @@ TEST_F(RegistryFaults, EachCallFailsOnRequestAndChangesNothing)
         {
             const ScopedFault fault({.call = row.call, .code = {}});
             EXPECT_EQ(row.make(), row.code) << row.call;
-            EXPECT_EQ(Faults::struck(), 1U) << row.call;
+            EXPECT_EQ(FaultInjection::failedCalls(), 1U) << row.call;
         }
         const ScopedFault fault({.call = row.call, .code = ERROR_REGISTRY_IO_FAILED});
         EXPECT_EQ(row.make(), ERROR_REGISTRY_IO_FAILED) << row.call;
@@ -59,9 +59,9 @@ TEST_F(RegistryFaults, EnumeratingEndsAlsoWhenItAlwaysFails)
 
 TEST_F(RegistryFaults, ClosingIsNeverAmongTheFailures)
 {
-    Faults::watch();
+    FaultInjection::watch();
     created();
-    EXPECT_EQ(Faults::seen(), std::vector<std::string>{"RegCreateKeyExW"});
+    EXPECT_EQ(FaultInjection::seen(), std::vector<std::string>{"RegCreateKeyExW"});
 }
 
 } // namespace

@@ -104,9 +104,9 @@ TEST_F(RegistryKeys, ThePredefinedHandleStaysOpen)
 
 TEST_F(RegistryKeys, AnOpenHandleIsCounted)
 {
-    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     const OpenKey key = created();
-    EXPECT_EQ(Embedded::Audit::difference(before, Embedded::Audit::now()), "1 registry key");
+    EXPECT_EQ(Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now()), "1 registry key");
 }
 
 } // namespace

@@ -152,11 +152,11 @@ TEST_F(TextFile, AFolderIsNotOpened)
 
 TEST_F(TextFile, AnOpenOneIsCounted)
 {
-    const Embedded::AuditCounts before = Embedded::Audit::now();
+    const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     std::FILE* const stream = open(L"w");
-    EXPECT_EQ(Embedded::Audit::difference(before, Embedded::Audit::now()), "1 open file");
+    EXPECT_EQ(Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now()), "1 open file");
     EXPECT_EQ(std::fclose(stream), 0);
-    EXPECT_EQ(Embedded::Audit::now(), before);
+    EXPECT_EQ(Embedded::ResourceCounters::now(), before);
 }
 
 TEST_F(TextFile, FailsToOpenOnRequest)

@@ -28,14 +28,14 @@ namespace QeHost {
 
 Qeapp::ErrorStatus DecompositionManager::addReactor(QeDbDecompositionReactor* reactor)
 {
-    if (const auto fault = faultOf("QeDbDecompositionManager::addReactor"))
+    if (const auto fault = injectedFault("QeDbDecompositionManager::addReactor"))
         return *fault;
     if (reactor == nullptr)
         return Qeapp::eInvalidInput;
     if (isRegistered(reactor))
         return Qeapp::eDuplicateKey;
     reactors_.push_back(reactor);
-    Embedded::Audit::add(Embedded::Held::decompositionReactor);
+    Embedded::ResourceCounters::add(Embedded::ResourceKind::decompositionReactor);
     return Qeapp::eOk;
 }
 
@@ -43,10 +43,10 @@ Qeapp::ErrorStatus DecompositionManager::addReactor(QeDbDecompositionReactor* re
 // the client deletes the reactor next.
 Qeapp::ErrorStatus DecompositionManager::removeReactor(QeDbDecompositionReactor* reactor)
 {
-    const auto fault = faultOf("QeDbDecompositionManager::removeReactor");
+    const auto fault = injectedFault("QeDbDecompositionManager::removeReactor");
     const bool wasRegistered = std::erase(reactors_, reactor) != 0;
     if (wasRegistered)
-        Embedded::Audit::remove(Embedded::Held::decompositionReactor);
+        Embedded::ResourceCounters::remove(Embedded::ResourceKind::decompositionReactor);
     if (fault)
         return *fault;
     return wasRegistered ? Qeapp::eOk : Qeapp::eKeyNotFound;

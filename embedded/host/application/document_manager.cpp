@@ -11,8 +11,8 @@
 #include "embedded/host/application/host_parts.h"
 #include "embedded/host/database/fault.h"
 
-using Embedded::Audit;
-using Embedded::Held;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 
 QeApDocument::~QeApDocument() = default;
 
@@ -50,7 +50,7 @@ Qeapp::ErrorStatus Document::lock(QeAp::DocLockMode mode)
     if (foreignLock_)
         return Qeapp::eLockConflict;
     locks_.push_back(mode);
-    Audit::add(Held::documentLock);
+    ResourceCounters::add(ResourceKind::documentLock);
     return Qeapp::eOk;
 }
 
@@ -59,7 +59,7 @@ Qeapp::ErrorStatus Document::unlock()
     if (locks_.empty())
         return Qeapp::eNotLocked;
     locks_.pop_back();
-    Audit::remove(Held::documentLock);
+    ResourceCounters::remove(ResourceKind::documentLock);
     return Qeapp::eOk;
 }
 
@@ -67,7 +67,7 @@ Qeapp::ErrorStatus DocumentManager::lockDocument(QeApDocument* document, QeAp::D
                                                  const wchar_t* /*globalCommandName*/,
                                                  const wchar_t* /*localCommandName*/, bool /*prompt*/)
 {
-    if (const auto fault = faultOf("QeApDocManager::lockDocument", Qeapp::eLockConflict))
+    if (const auto fault = injectedFault("QeApDocManager::lockDocument", Qeapp::eLockConflict))
         return *fault;
     Document* found = find(document);
     return found != nullptr && isLockMode(mode) ? found->lock(mode) : Qeapp::eInvalidInput;

@@ -9,16 +9,16 @@ namespace QeHost {
 namespace {
 
 template <class T>
-Qeapp::ErrorStatus openRoot(T*& object, Stub* root, QeDb::OpenMode mode, std::string_view call)
+Qeapp::ErrorStatus openRoot(T*& object, ObjectRecord* root, QeDb::OpenMode mode, std::string_view call)
 {
     object = nullptr;
-    if (const auto fault = faultOf(call, Qeapp::eOpenForWrite))
+    if (const auto fault = injectedFault(call, Qeapp::eOpenForWrite))
         return *fault;
     QeDbObject* opened = nullptr;
     const Qeapp::ErrorStatus status = answered([&] {
         if (!loaded(*root).isKindOf(T::desc()))
             root->database->store->refuse(Embedded::placeOf(root->handle) + "is a root of another class");
-        return openStub(opened, root, mode);
+        return openRecord(opened, root, mode);
     });
     object = static_cast<T*>(opened);
     return status;
@@ -32,7 +32,7 @@ QeDbDatabase::QeDbDatabase(QeDb::QeDbDwgVersion version) : imp_(nullptr)
     auto imp = std::make_unique<QeHost::DatabaseImp>(*this, version);
     imp->createRoots();
     imp_ = imp.release();
-    Embedded::Audit::add(Embedded::Held::database);
+    Embedded::ResourceCounters::add(Embedded::ResourceKind::database);
 }
 
 QeDbDatabase::~QeDbDatabase()
@@ -40,7 +40,7 @@ QeDbDatabase::~QeDbDatabase()
     if (QeHost::databaseDestroyedHandler != nullptr)
         QeHost::databaseDestroyedHandler(*this);
     delete imp_;
-    Embedded::Audit::remove(Embedded::Held::database);
+    Embedded::ResourceCounters::remove(Embedded::ResourceKind::database);
 }
 
 Qeapp::ErrorStatus QeDbDatabase::getNamedObjectsDictionary(QeDbDictionary*& dictionary, QeDb::OpenMode mode)

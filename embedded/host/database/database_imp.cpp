@@ -11,32 +11,32 @@
 #include "embedded/host/database/object_classes.h"
 #include "platform/host/geodata.h"
 
-using Embedded::Audit;
-using Embedded::Held;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 
 namespace QeHost {
 namespace {
 
 /// Of which no object knows yet.
-Stub& addStub(DatabaseImp& database, Embedded::Handle handle)
+ObjectRecord& addRecord(DatabaseImp& database, Embedded::Handle handle)
 {
-    database.stubs.push_back(
-        std::make_unique<Stub>(Stub{.database = &database, .handle = handle, .position = database.stubs.size()}));
-    return *database.stubs.back();
+    database.objectRecords.push_back(std::make_unique<ObjectRecord>(
+        ObjectRecord{.database = &database, .handle = handle, .position = database.objectRecords.size()}));
+    return *database.objectRecords.back();
 }
 
-void attach(Stub& stub, QeDbObject& object, Stub* owner)
+void attach(ObjectRecord& objectRecord, QeDbObject& object, ObjectRecord* owner)
 {
-    stub.object = &object;
+    objectRecord.object = &object;
     ObjectImp& imp = object.imp();
-    imp.stub = &stub;
+    imp.record = &objectRecord;
     imp.state->owner = owner;
-    Audit::remove(Held::detachedObject);
+    ResourceCounters::remove(ResourceKind::detachedObject);
 }
 
-std::string placeOf(const Stub& stub)
+std::string placeOf(const ObjectRecord& objectRecord)
 {
-    return Embedded::placeOf(stub.handle);
+    return Embedded::placeOf(objectRecord.handle);
 }
 
 std::string faultOfEntry(Embedded::Handle dictionary)
@@ -45,106 +45,111 @@ std::string faultOfEntry(Embedded::Handle dictionary)
 }
 
 /// Why a stored object of the class may not have the owner, which is null for none; empty when it may.
-std::string faultOfOwner(const DatabaseImp& database, const Stub& stub, const ObjectClass& itsClass, const Stub* owner)
+std::string faultOfOwner(const DatabaseImp& database, const ObjectRecord& objectRecord, const ObjectClass& itsClass,
+                         const ObjectRecord* owner)
 {
-    const bool isRoot = database.isRoot(stub);
+    const bool isRoot = database.isRoot(objectRecord);
     if (isRoot != (owner == nullptr))
         return isRoot ? "is a root and has an owner" : "has no owner";
     const bool fits = isRoot || (itsClass.owner != nullptr && owner->object->isKindOf(itsClass.owner()));
     if (!fits)
         return "cannot belong to object " + Embedded::hexFromHandle(owner->handle);
-    const bool isListedByOwner = stub.listedBy == 0 || (!isRoot && stub.listedBy == owner->handle);
-    return isListedByOwner ? "" : faultOfEntry(stub.listedBy);
+    const bool isListedByOwner = objectRecord.listedBy == 0 || (!isRoot && objectRecord.listedBy == owner->handle);
+    return isListedByOwner ? "" : faultOfEntry(objectRecord.listedBy);
 }
 
 } // namespace
 
-DatabaseImp::DatabaseImp(QeDbDatabase& itself, QeDb::QeDbDwgVersion itsVersion) : database(itself), version(itsVersion)
+} // namespace QeHost
+
+QeDbDatabaseImp::QeDbDatabaseImp(QeDbDatabase& itself, QeDb::QeDbDwgVersion itsVersion)
+    : database(itself), version(itsVersion)
 {
 }
 
 // Opens that nobody ended and transactions that are still active stay in the audit: they are what a client forgot.
-DatabaseImp::~DatabaseImp()
+QeDbDatabaseImp::~QeDbDatabaseImp()
 {
     clear();
 }
 
-void DatabaseImp::destroy(Stub& stub)
+void QeDbDatabaseImp::destroy(QeDbObjectRecord& objectRecord)
 {
-    if (stub.isInFile)
-        leftBehind.insert(stub.handle);
-    std::erase(geoDataObjects, &stub);
-    if (const auto known = storedStubs.find(stub.handle); known != storedStubs.end() && known->second == &stub)
-        storedStubs.erase(known);
-    delete stub.object;
-    const std::size_t position = stub.position;
-    stubs.back()->position = position;
-    std::swap(stubs[position], stubs.back());
-    stubs.pop_back();
+    if (objectRecord.isInFile)
+        leftBehind.insert(objectRecord.handle);
+    std::erase(geoDataObjects, &objectRecord);
+    if (const auto known = storedRecords.find(objectRecord.handle);
+        known != storedRecords.end() && known->second == &objectRecord)
+        storedRecords.erase(known);
+    delete objectRecord.object;
+    const std::size_t position = objectRecord.position;
+    objectRecords.back()->position = position;
+    std::swap(objectRecords[position], objectRecords.back());
+    objectRecords.pop_back();
 }
 
-void DatabaseImp::clear()
+void QeDbDatabaseImp::clear()
 {
-    for (const std::unique_ptr<Stub>& stub : stubs) {
-        stub->database = nullptr; // from here on a stub ends with its last id, this one
-        ++stub->ids;
+    for (const std::unique_ptr<QeDbObjectRecord>& objectRecord : objectRecords) {
+        objectRecord->database = nullptr; // from here on a record ends with its last id, this one
+        ++objectRecord->ids;
     }
-    for (const std::unique_ptr<Stub>& stub : stubs)
-        delete stub->object;
-    for (std::unique_ptr<Stub>& stub : stubs)
-        releaseId(*stub.release());
-    stubs.clear();
-    storedStubs.clear();
+    for (const std::unique_ptr<QeDbObjectRecord>& objectRecord : objectRecords)
+        delete objectRecord->object;
+    for (std::unique_ptr<QeDbObjectRecord>& objectRecord : objectRecords)
+        QeHost::releaseId(*objectRecord.release());
+    objectRecords.clear();
+    storedRecords.clear();
     geoDataObjects.clear();
     waiting.clear();
 }
 
-Stub& DatabaseImp::adopt(QeDbObject& object, Stub* owner)
+QeDbObjectRecord& QeDbDatabaseImp::adopt(QeDbObject& object, QeDbObjectRecord* owner)
 {
-    Stub& stub = addStub(*this, nextHandle);
+    QeDbObjectRecord& objectRecord = QeHost::addRecord(*this, nextHandle);
     try {
-        transactions.recordCreation(stub);
+        transactions.recordCreation(objectRecord);
     } catch (...) {
-        stubs.pop_back();
+        objectRecords.pop_back();
         throw;
     }
-    attach(stub, object, owner);
+    QeHost::attach(objectRecord, object, owner);
     ++nextHandle;
     object.imp().writing = true;
     object.imp().modified = false;
-    stub.isChanged = true;
-    Audit::add(Held::openObject);
-    return stub;
+    objectRecord.isChanged = true;
+    ResourceCounters::add(ResourceKind::openObject);
+    return objectRecord;
 }
 
-Stub& DatabaseImp::place(QeDbObject& object, Stub* owner, Embedded::Handle handle)
+QeDbObjectRecord& QeDbDatabaseImp::place(QeDbObject& object, QeDbObjectRecord* owner, Embedded::Handle handle)
 {
     nextHandle = std::max(nextHandle, handle + 1);
-    Stub& stub = addStub(*this, handle);
-    attach(stub, object, owner);
-    stub.isChanged = true;
-    return stub;
+    QeDbObjectRecord& objectRecord = QeHost::addRecord(*this, handle);
+    QeHost::attach(objectRecord, object, owner);
+    objectRecord.isChanged = true;
+    return objectRecord;
 }
 
-void DatabaseImp::createRoots()
+void QeDbDatabaseImp::createRoots()
 {
-    namedObjects = &place(*makeHostObject<QeDbDictionary>(), nullptr, nextHandle);
-    regAppTable = &place(*makeHostObject<QeDbRegAppTable>(), nullptr, nextHandle);
-    blockTable = &place(*makeHostObject<QeDbBlockTable>(), nullptr, nextHandle);
-    modelSpace = &place(*makeHostObject<QeDbBlockTableRecord>(), blockTable, nextHandle);
-    writableStateOf<SymbolRecordState>(*modelSpace->object).name = kQeDbModelSpaceName;
-    writableStateOf<SymbolTableState>(*blockTable->object).records.push_back(modelSpace);
+    namedObjects = &place(*QeHost::makeHostObject<QeDbDictionary>(), nullptr, nextHandle);
+    regAppTable = &place(*QeHost::makeHostObject<QeDbRegAppTable>(), nullptr, nextHandle);
+    blockTable = &place(*QeHost::makeHostObject<QeDbBlockTable>(), nullptr, nextHandle);
+    modelSpace = &place(*QeHost::makeHostObject<QeDbBlockTableRecord>(), blockTable, nextHandle);
+    QeHost::writableStateOf<QeHost::SymbolRecordState>(*modelSpace->object).name = kQeDbModelSpaceName;
+    QeHost::writableStateOf<QeHost::SymbolTableState>(*blockTable->object).records.push_back(modelSpace);
 }
 
-Stub& DatabaseImp::storedStub(Embedded::Handle handle)
+QeDbObjectRecord& QeDbDatabaseImp::storedRecord(Embedded::Handle handle)
 {
-    const auto [entry, isNew] = storedStubs.try_emplace(handle, nullptr);
+    const auto [entry, isNew] = storedRecords.try_emplace(handle, nullptr);
     if (!isNew)
         return *entry->second;
     try {
-        entry->second = &addStub(*this, handle);
+        entry->second = &QeHost::addRecord(*this, handle);
     } catch (...) {
-        storedStubs.erase(entry);
+        storedRecords.erase(entry);
         throw;
     }
     entry->second->isStored = true;
@@ -152,65 +157,66 @@ Stub& DatabaseImp::storedStub(Embedded::Handle handle)
     return *entry->second;
 }
 
-Stub& DatabaseImp::storedEntry(Embedded::Handle handle, const Stub& dictionary)
+QeDbObjectRecord& QeDbDatabaseImp::storedEntry(Embedded::Handle handle, const QeDbObjectRecord& dictionary)
 {
-    Stub& entry = storedStub(handle);
+    QeDbObjectRecord& entry = storedRecord(handle);
     if (entry.object == nullptr && entry.listedBy == 0)
-        entry.listedBy = dictionary.handle; // until it is loaded
-    const Stub* const owner = entry.object != nullptr ? entry.object->imp().state->owner : nullptr;
+        entry.listedBy = dictionary.handle; // until it is QeHost::loaded
+    const QeDbObjectRecord* const owner = entry.object != nullptr ? entry.object->imp().state->owner : nullptr;
     const Embedded::Handle itsOwner = entry.object == nullptr ? entry.listedBy : owner != nullptr ? owner->handle : 0;
     if (itsOwner != dictionary.handle)
-        store->refuse(placeOf(entry) + faultOfEntry(dictionary.handle));
+        store->refuse(QeHost::placeOf(entry) + QeHost::faultOfEntry(dictionary.handle));
     return entry;
 }
 
-void DatabaseImp::load(Stub& stub)
+void QeDbDatabaseImp::load(QeDbObjectRecord& objectRecord)
 {
-    std::vector<std::pair<Stub*, StoredObject>> path; // up to the first owner that is there already, or a root
-    std::unordered_set<const Stub*> known;
-    for (Stub* next = &stub; next != nullptr && next->object == nullptr;) {
+    std::vector<std::pair<QeDbObjectRecord*, QeHost::StoredObject>>
+        path; // up to the first owner that is there already, or a root
+    std::unordered_set<const QeDbObjectRecord*> known;
+    for (QeDbObjectRecord* next = &objectRecord; next != nullptr && next->object == nullptr;) {
         if (!known.insert(next).second)
-            store->refuse(placeOf(*next) + "belongs to itself, through its owners");
+            store->refuse(QeHost::placeOf(*next) + "belongs to itself, through its owners");
         if (!next->isStored)
-            store->refuse(placeOf(*path.back().first) + "belongs to an object that is gone");
+            store->refuse(QeHost::placeOf(*path.back().first) + "belongs to an object that is gone");
         path.emplace_back(next, store->look(next->handle));
         const Embedded::Handle owner = path.back().second.owner;
-        next = owner != 0 ? &storedStub(owner) : nullptr;
+        next = owner != 0 ? &storedRecord(owner) : nullptr;
     }
     for (auto each = path.rbegin(); each != path.rend(); ++each)
         loadBelow(*each->first, each->second);
 }
 
 /// Its owner is loaded.
-void DatabaseImp::loadBelow(Stub& stub, const StoredObject& stored)
+void QeDbDatabaseImp::loadBelow(QeDbObjectRecord& objectRecord, const QeHost::StoredObject& stored)
 {
-    if (stub.object != nullptr) // a table loads its records
+    if (objectRecord.object != nullptr) // a table loads its records
         return;
-    const ObjectClass* const itsClass = findClass(stored.className);
+    const QeHost::ObjectClass* const itsClass = QeHost::findClass(stored.className);
     if (itsClass == nullptr)
-        store->refuse(placeOf(stub) + "is of an unknown class, " +
-                      Embedded::excerpt(Embedded::utf8FromWide(stored.className)));
-    Stub* const owner = stored.owner != 0 ? &storedStub(stored.owner) : nullptr;
-    if (const std::string fault = faultOfOwner(*this, stub, *itsClass, owner); !fault.empty())
-        store->refuse(placeOf(stub) + fault);
-    const bool isNamed = std::find(geoDataObjects.begin(), geoDataObjects.end(), &stub) != geoDataObjects.end();
+        store->refuse(QeHost::placeOf(objectRecord) + "is of an unknown class, " +
+                      Embedded::truncateForMessage(Embedded::utf8FromWide(stored.className)));
+    QeDbObjectRecord* const owner = stored.owner != 0 ? &storedRecord(stored.owner) : nullptr;
+    if (const std::string fault = QeHost::faultOfOwner(*this, objectRecord, *itsClass, owner); !fault.empty())
+        store->refuse(QeHost::placeOf(objectRecord) + fault);
+    const bool isNamed = std::find(geoDataObjects.begin(), geoDataObjects.end(), &objectRecord) != geoDataObjects.end();
     if (isNamed && itsClass->desc() != QeDbGeoData::desc())
-        store->refuse(placeOf(stub) + "is no GeoData, as which the header names it");
+        store->refuse(QeHost::placeOf(objectRecord) + "is no GeoData, as which the header names it");
     std::unique_ptr<QeDbObject> object(itsClass->make());
-    store->load(stub, *object->imp().state);
-    attach(stub, *object.release(), owner);
-    stub.isStored = false;
-    if (stub.object->isKindOf(QeDbSymbolTable::desc()))
-        loadRecords(stub);
+    store->load(objectRecord, *object->imp().state);
+    QeHost::attach(objectRecord, *object.release(), owner);
+    objectRecord.isStored = false;
+    if (objectRecord.object->isKindOf(QeDbSymbolTable::desc()))
+        loadRecords(objectRecord);
 }
 
 /// The names of a table are those of its records. A table is there with all of them or not at all.
-void DatabaseImp::loadRecords(Stub& table)
+void QeDbDatabaseImp::loadRecords(QeDbObjectRecord& table)
 {
     try {
-        for (Stub* const record : stateOf<SymbolTableState>(*table.object).records) {
-            if (loaded(*record).imp().state->owner != &table)
-                store->refuse(placeOf(*record) + "belongs to another table than " +
+        for (QeDbObjectRecord* const record : QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records) {
+            if (QeHost::loaded(*record).imp().state->owner != &table)
+                store->refuse(QeHost::placeOf(*record) + "belongs to another table than " +
                               Embedded::hexFromHandle(table.handle));
         }
     } catch (...) {
@@ -220,15 +226,13 @@ void DatabaseImp::loadRecords(Stub& table)
     }
 }
 
-bool DatabaseImp::isIndispensable(const Stub& stub) const
+bool QeDbDatabaseImp::isIndispensable(const QeDbObjectRecord& objectRecord) const
 {
-    return isRoot(stub) || &stub == modelSpace;
+    return isRoot(objectRecord) || &objectRecord == modelSpace;
 }
 
-Stub* DatabaseImp::geoData() const
+QeDbObjectRecord* QeDbDatabaseImp::geoData() const
 {
-    const auto found = std::find_if(geoDataObjects.begin(), geoDataObjects.end(), isLive);
+    const auto found = std::find_if(geoDataObjects.begin(), geoDataObjects.end(), QeHost::isLive);
     return found != geoDataObjects.end() ? *found : nullptr;
 }
-
-} // namespace QeHost

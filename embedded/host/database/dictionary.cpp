@@ -17,9 +17,9 @@ const DictionaryEntries& entriesOf(const QeDbDictionary& dictionary)
 }
 
 /// The live object under the key, or null.
-Stub* findEntry(const QeDbDictionary& dictionary, const wchar_t* key)
+ObjectRecord* findEntry(const QeDbDictionary& dictionary, const wchar_t* key)
 {
-    Stub* const found = entriesOf(dictionary).find(key);
+    ObjectRecord* const found = entriesOf(dictionary).find(key);
     return isLive(found) ? found : nullptr;
 }
 
@@ -30,7 +30,7 @@ bool canBeEntry(const QeDbObject& object)
 
 Qeapp::ErrorStatus refusalToChange(const QeDbDictionary& dictionary)
 {
-    if (dictionary.imp().stub == nullptr)
+    if (dictionary.imp().record == nullptr)
         return Qeapp::eNotInDatabase;
     return dictionary.imp().canWrite() ? Qeapp::eOk : Qeapp::eNotOpenForWrite;
 }
@@ -43,48 +43,48 @@ Qeapp::ErrorStatus refusalToAdd(const QeDbDictionary& dictionary, const wchar_t*
         return Qeapp::eInvalidKey;
     if (object == nullptr)
         return Qeapp::eInvalidInput;
-    if (object->imp().stub != nullptr)
+    if (object->imp().record != nullptr)
         return Qeapp::eAlreadyInDatabase;
     if (!canBeEntry(*object))
         return Qeapp::eNotThatKindOfClass;
-    const Stub* replaced = findEntry(dictionary, key);
+    const ObjectRecord* replaced = findEntry(dictionary, key);
     return replaced != nullptr ? conflictOf(*replaced, QeDb::kForWrite) : Qeapp::eOk;
 }
 
-void detach(Stub& stub)
+void detach(ObjectRecord& record)
 {
-    writableStateOf<ObjectState>(loaded(stub)).owner = nullptr;
+    writableStateOf<ObjectState>(loaded(record)).owner = nullptr;
 }
 
-bool isThere(const Stub& stub)
+bool isThere(const ObjectRecord& record)
 {
-    return stub.object != nullptr || stub.isStored;
+    return record.object != nullptr || record.isStored;
 }
 
 /// Erases what an entry held, or, where that is erased already, lets go of it, so that it cannot come back.
-void discard(Stub& stub)
+void discard(ObjectRecord& record)
 {
-    if (!isThere(stub))
+    if (!isThere(record))
         return;
-    const QeDbObjectId kept(&stub); // at least until its reactors were told
-    const bool wasLive = isLive(&stub);
-    detach(stub);
+    const QeDbObjectId kept(&record); // at least until its reactors were told
+    const bool wasLive = isLive(&record);
+    detach(record);
     if (!wasLive)
         return;
-    stub.object->imp().state->erased = true;
-    notifyErased(*stub.object, true);
+    record.object->imp().state->erased = true;
+    notifyErased(*record.object, true);
 }
 
 /// Puts the new object under the key and says what was there, or null. Without memory the dictionary stays as it was.
-Stub* putEntry(const QeDbDictionary& dictionary, const wchar_t* key, QeDbObject& object)
+ObjectRecord* putEntry(const QeDbDictionary& dictionary, const wchar_t* key, QeDbObject& object)
 {
     DictionaryEntries& entries = writableStateOf<DictionaryState>(dictionary).entries;
-    Stub* const replaced = entries.find(key);
+    ObjectRecord* const replaced = entries.find(key);
     if (replaced != nullptr && isThere(*replaced))
         prepareToWrite(loaded(*replaced).imp()); // discarding it can fail no more
     DictionaryEntries::Map entry;
-    Stub*& added = entry[key];
-    added = &dictionary.imp().stub->database->adopt(object, dictionary.imp().stub);
+    ObjectRecord*& added = entry[key];
+    added = &dictionary.imp().record->database->adopt(object, dictionary.imp().record);
     entries.put(std::move(entry));
     return replaced;
 }
@@ -92,7 +92,7 @@ Stub* putEntry(const QeDbDictionary& dictionary, const wchar_t* key, QeDbObject&
 Qeapp::ErrorStatus removeEntry(const QeDbDictionary& dictionary, const std::wstring& key)
 {
     DictionaryEntries& entries = writableStateOf<DictionaryState>(dictionary).entries;
-    Stub& object = *entries.find(key);
+    ObjectRecord& object = *entries.find(key);
     prepareToWrite(loaded(object).imp()); // detaching it can fail no more
     entries.remove(key);
     detach(object);
@@ -103,10 +103,10 @@ Qeapp::ErrorStatus removeLiveEntry(const QeDbDictionary& dictionary, const wchar
 {
     if (key == nullptr)
         return Qeapp::eInvalidKey;
-    Stub* const stub = findEntry(dictionary, key);
-    if (stub == nullptr)
+    ObjectRecord* const record = findEntry(dictionary, key);
+    if (record == nullptr)
         return Qeapp::eKeyNotFound;
-    id = QeDbObjectId(stub);
+    id = QeDbObjectId(record);
     return removeEntry(dictionary, key);
 }
 
@@ -114,7 +114,7 @@ Qeapp::ErrorStatus removeObject(const QeDbDictionary& dictionary, const QeDbObje
 {
     if (id.isNull())
         return Qeapp::eNullObjectId;
-    const std::wstring key = isLive(id.stub()) ? entriesOf(dictionary).keyOf(*id.stub()) : std::wstring();
+    const std::wstring key = isLive(id.record()) ? entriesOf(dictionary).keyOf(*id.record()) : std::wstring();
     return key.empty() ? Qeapp::eKeyNotFound : removeEntry(dictionary, key);
 }
 
@@ -139,7 +139,7 @@ QeDbDictionary::QeDbDictionary() : QeDbObject(new QeHost::DictionaryState)
 Qeapp::ErrorStatus QeDbDictionary::getAt(const wchar_t* key, QeDbObjectId& id) const
 {
     id.setNull();
-    if (const auto fault = QeHost::faultOf("QeDbDictionary::getAt", Qeapp::eKeyNotFound))
+    if (const auto fault = QeHost::injectedFault("QeDbDictionary::getAt", Qeapp::eKeyNotFound))
         return *fault;
     if (!imp().canRead())
         return Qeapp::eNotOpenForRead;
@@ -183,12 +183,12 @@ std::uint32_t QeDbDictionary::numEntries() const
 Qeapp::ErrorStatus QeDbDictionary::setAt(const wchar_t* key, QeDbObject* object, QeDbObjectId& id)
 {
     id.setNull();
-    if (const auto fault = QeHost::faultOf("QeDbDictionary::setAt"))
+    if (const auto fault = QeHost::injectedFault("QeDbDictionary::setAt"))
         return *fault;
     return QeHost::answered([&] {
         if (const Qeapp::ErrorStatus refusal = QeHost::refusalToAdd(*this, key, object); refusal != Qeapp::eOk)
             return refusal;
-        QeHost::Stub* const replaced = QeHost::putEntry(*this, key, *object);
+        QeHost::ObjectRecord* const replaced = QeHost::putEntry(*this, key, *object);
         id = object->objectId();
         if (replaced != nullptr)
             QeHost::discard(*replaced);
@@ -199,7 +199,7 @@ Qeapp::ErrorStatus QeDbDictionary::setAt(const wchar_t* key, QeDbObject* object,
 Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key, QeDbObjectId& id)
 {
     id.setNull();
-    if (const auto fault = QeHost::faultOf("QeDbDictionary::remove"))
+    if (const auto fault = QeHost::injectedFault("QeDbDictionary::remove"))
         return *fault;
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToChange(*this); refusal != Qeapp::eOk)
         return refusal;
@@ -214,7 +214,7 @@ Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key)
 
 Qeapp::ErrorStatus QeDbDictionary::remove(QeDbObjectId id)
 {
-    if (const auto fault = QeHost::faultOf("QeDbDictionary::remove"))
+    if (const auto fault = QeHost::injectedFault("QeDbDictionary::remove"))
         return *fault;
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToChange(*this); refusal != Qeapp::eOk)
         return refusal;

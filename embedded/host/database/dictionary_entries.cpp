@@ -8,7 +8,7 @@
 namespace QeHost {
 namespace {
 
-const std::wstring* keyIn(const DictionaryEntries::Map& entries, const Stub& object)
+const std::wstring* keyIn(const DictionaryEntries::Map& entries, const ObjectRecord& object)
 {
     const auto found =
         std::find_if(entries.begin(), entries.end(), [&](const auto& entry) { return entry.second == &object; });
@@ -17,7 +17,7 @@ const std::wstring* keyIn(const DictionaryEntries::Map& entries, const Stub& obj
 
 } // namespace
 
-Stub* DictionaryEntries::findOriginal(const std::wstring& key) const
+ObjectRecord* DictionaryEntries::findOriginal(const std::wstring& key) const
 {
     if (const auto found = originals_.find(key); found != originals_.end())
         return found->second;
@@ -27,20 +27,20 @@ Stub* DictionaryEntries::findOriginal(const std::wstring& key) const
     return handle != 0 ? &dictionary_->database->storedEntry(handle, *dictionary_) : nullptr;
 }
 
-Stub* DictionaryEntries::find(const std::wstring& key) const
+ObjectRecord* DictionaryEntries::find(const std::wstring& key) const
 {
     const auto found = changes_.find(key);
     return found != changes_.end() ? found->second : findOriginal(key);
 }
 
-std::wstring DictionaryEntries::storedKeyOf(const Stub& object) const
+std::wstring DictionaryEntries::storedKeyOf(const ObjectRecord& object) const
 {
     auto [dictionary, key] = dictionary_->database->store->entryOf(object.handle);
     return dictionary == dictionary_->handle ? std::move(key) : std::wstring();
 }
 
 // An object is in one entry at most, all its life.
-std::wstring DictionaryEntries::keyOf(const Stub& object) const
+std::wstring DictionaryEntries::keyOf(const ObjectRecord& object) const
 {
     if (const std::wstring* key = keyIn(changes_, object))
         return *key;
@@ -95,8 +95,8 @@ void DictionaryEntries::complete()
         if (originals_.contains(key))
             continue;
         // What was taken out since belongs to nobody.
-        Stub& entry = changes_.contains(key) ? dictionary_->database->storedStub(handle)
-                                             : dictionary_->database->storedEntry(handle, *dictionary_);
+        ObjectRecord& entry = changes_.contains(key) ? dictionary_->database->storedRecord(handle)
+                                                     : dictionary_->database->storedEntry(handle, *dictionary_);
         originals_.emplace(std::move(key), &entry);
     }
     dictionary_ = nullptr;

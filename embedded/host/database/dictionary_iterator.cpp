@@ -6,16 +6,16 @@ namespace QeHost {
 
 DictionaryIterator::DictionaryIterator(const QeDbDictionary& dictionary)
 {
-    for (const auto& [key, stub] : stateOf<DictionaryState>(dictionary).entries.all()) {
-        if (isLive(stub))
-            entries_.emplace_back(key, stub);
+    for (const auto& [key, record] : stateOf<DictionaryState>(dictionary).entries.all()) {
+        if (isLive(record))
+            entries_.emplace_back(key, record);
     }
-    Embedded::Audit::add(Embedded::Held::dictionaryIterator);
+    Embedded::ResourceCounters::add(Embedded::ResourceKind::dictionaryIterator);
 }
 
 DictionaryIterator::~DictionaryIterator()
 {
-    Embedded::Audit::remove(Embedded::Held::dictionaryIterator);
+    Embedded::ResourceCounters::remove(Embedded::ResourceKind::dictionaryIterator);
 }
 
 bool DictionaryIterator::done() const

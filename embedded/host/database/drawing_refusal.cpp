@@ -33,7 +33,7 @@ std::string placeOf(std::uint64_t handle)
     return "object " + hexFromHandle(handle) + ": ";
 }
 
-std::string excerpt(std::string_view utf8)
+std::string truncateForMessage(std::string_view utf8)
 {
     const std::string_view beginning = beginningOfUtf8(utf8, kLongestExcerptInBytes);
     std::string shown = utf8FromWide(wideFromUtf8(beginning));

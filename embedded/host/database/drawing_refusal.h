@@ -20,6 +20,6 @@ std::string hexFromHandle(std::uint64_t handle);
 std::string placeOf(std::uint64_t handle);
 
 /// A piece of a file as it may stand in a message: at most some forty characters, on one line, valid UTF-8.
-std::string excerpt(std::string_view utf8);
+std::string truncateForMessage(std::string_view utf8);
 
 } // namespace Embedded

@@ -15,7 +15,7 @@ namespace {
 constexpr short kLowestCode = 1000;
 constexpr short kLongestChunkInBytes = 127;
 
-using Applications = std::vector<std::pair<Stub*, Embedded::ResbufValues>>;
+using Applications = std::vector<std::pair<ObjectRecord*, Embedded::ResbufValues>>;
 
 bool fitsExtendedData(const resbuf& item)
 {
@@ -27,7 +27,7 @@ bool fitsExtendedData(const resbuf& item)
 /// Begins the data of the application that the item names.
 Qeapp::ErrorStatus beginApplication(const DatabaseImp& database, const Embedded::ResbufValue& item, Applications& found)
 {
-    Stub* record = findRecord(*database.regAppTable, std::get<std::wstring>(item.value));
+    ObjectRecord* record = findRecord(*database.regAppTable, std::get<std::wstring>(item.value));
     if (record == nullptr)
         return Qeapp::eRegappNotRegistered;
     found.emplace_back(record, Embedded::ResbufValues{});
@@ -58,7 +58,7 @@ Qeapp::ErrorStatus split(const DatabaseImp& database, const resbuf* chain, Appli
     return Qeapp::eOk;
 }
 
-void replace(std::map<Stub*, Embedded::ResbufValues>& data, Applications&& applications)
+void replace(std::map<ObjectRecord*, Embedded::ResbufValues>& data, Applications&& applications)
 {
     for (auto& [record, chain] : applications) {
         if (chain.empty())
@@ -100,14 +100,14 @@ resbuf* QeDbObject::xData(const wchar_t* appName) const
 
 Qeapp::ErrorStatus QeDbObject::setXData(const resbuf* chain)
 {
-    if (const auto fault = QeHost::faultOf("QeDbObject::setXData"))
+    if (const auto fault = QeHost::injectedFault("QeDbObject::setXData"))
         return *fault;
-    if (imp_->stub == nullptr)
+    if (imp_->record == nullptr)
         return Qeapp::eNotInDatabase;
     if (!imp_->canWrite())
         return Qeapp::eNotOpenForWrite;
     QeHost::Applications applications;
-    const Qeapp::ErrorStatus status = QeHost::split(*imp_->stub->database, chain, applications);
+    const Qeapp::ErrorStatus status = QeHost::split(*imp_->record->database, chain, applications);
     if (status != Qeapp::eOk)
         return status;
     auto& data = QeHost::writableStateOf<QeHost::ObjectState>(*this).extendedData;

@@ -10,10 +10,10 @@
 namespace QeHost {
 
 /// The status to return at once when a failure is planned for the call.
-inline std::optional<Qeapp::ErrorStatus> faultOf(std::string_view call,
-                                                 Qeapp::ErrorStatus failure = Qeapp::eOutOfMemory)
+inline std::optional<Qeapp::ErrorStatus> injectedFault(std::string_view call,
+                                                       Qeapp::ErrorStatus failure = Qeapp::eOutOfMemory)
 {
-    const std::optional<int> code = Embedded::Faults::strike(call, failure);
+    const std::optional<int> code = Embedded::FaultInjection::injectedFailure(call, failure);
     if (!code)
         return std::nullopt;
     return static_cast<Qeapp::ErrorStatus>(*code);
@@ -22,7 +22,7 @@ inline std::optional<Qeapp::ErrorStatus> faultOf(std::string_view call,
 /// The same for calls that have no status to return.
 inline bool isStruck(std::string_view call)
 {
-    return faultOf(call).has_value();
+    return injectedFault(call).has_value();
 }
 
 } // namespace QeHost

@@ -7,7 +7,7 @@ namespace QeHost {
 namespace {
 
 /// Throws StoreFailure.
-Qeapp::ErrorStatus refusalToOwn(Stub* block)
+Qeapp::ErrorStatus refusalToOwn(ObjectRecord* block)
 {
     if (block == nullptr)
         return Qeapp::eNullObjectId;
@@ -41,7 +41,7 @@ const wchar_t* QeDbGeoData::coordinateSystem() const
 
 Qeapp::ErrorStatus QeDbGeoData::setCoordinateSystem(const wchar_t* text)
 {
-    if (const auto fault = QeHost::faultOf("QeDbGeoData::setCoordinateSystem"))
+    if (const auto fault = QeHost::injectedFault("QeDbGeoData::setCoordinateSystem"))
         return *fault;
     if (!imp().canWrite())
         return Qeapp::eNotOpenForWrite;
@@ -58,12 +58,12 @@ QeDbObjectId QeDbGeoData::blockTableRecordId() const
 
 Qeapp::ErrorStatus QeDbGeoData::setBlockTableRecordId(QeDbObjectId id)
 {
-    if (const auto fault = QeHost::faultOf("QeDbGeoData::setBlockTableRecordId"))
+    if (const auto fault = QeHost::injectedFault("QeDbGeoData::setBlockTableRecordId"))
         return *fault;
-    if (imp().stub != nullptr)
+    if (imp().record != nullptr)
         return Qeapp::eAlreadyInDatabase;
     return QeHost::answered([&] {
-        const Qeapp::ErrorStatus refusal = QeHost::refusalToOwn(id.stub());
+        const Qeapp::ErrorStatus refusal = QeHost::refusalToOwn(id.record());
         if (refusal == Qeapp::eOk)
             QeHost::writableStateOf<QeHost::GeoDataState>(*this).block = id;
         return refusal;
@@ -73,11 +73,11 @@ Qeapp::ErrorStatus QeDbGeoData::setBlockTableRecordId(QeDbObjectId id)
 Qeapp::ErrorStatus QeDbGeoData::postToDb(QeDbObjectId& id)
 {
     id.setNull();
-    if (const auto fault = QeHost::faultOf("QeDbGeoData::postToDb"))
+    if (const auto fault = QeHost::injectedFault("QeDbGeoData::postToDb"))
         return *fault;
-    if (imp().stub != nullptr)
+    if (imp().record != nullptr)
         return Qeapp::eAlreadyInDatabase;
-    QeHost::Stub* block = QeHost::stateOf<QeHost::GeoDataState>(*this).block.stub();
+    QeHost::ObjectRecord* block = QeHost::stateOf<QeHost::GeoDataState>(*this).block.record();
     const Qeapp::ErrorStatus refusal = QeHost::answered([&] { return QeHost::refusalToOwn(block); });
     if (refusal != Qeapp::eOk)
         return refusal;
@@ -85,16 +85,16 @@ Qeapp::ErrorStatus QeDbGeoData::postToDb(QeDbObjectId& id)
     if (database.geoData() != nullptr)
         return Qeapp::eDuplicateKey;
     QeHost::makeRoomForOne(database.geoDataObjects);
-    QeHost::Stub& stub = database.adopt(*this, block);
-    database.geoDataObjects.push_back(&stub);
-    id = QeDbObjectId(&stub);
+    QeHost::ObjectRecord& record = database.adopt(*this, block);
+    database.geoDataObjects.push_back(&record);
+    id = QeDbObjectId(&record);
     return Qeapp::eOk;
 }
 
 Qeapp::ErrorStatus qedbGetGeoDataObjId(QeDbDatabase* database, QeDbObjectId& id)
 {
     id.setNull();
-    if (const auto fault = QeHost::faultOf("qedbGetGeoDataObjId", Qeapp::eInvalidInput))
+    if (const auto fault = QeHost::injectedFault("qedbGetGeoDataObjId", Qeapp::eInvalidInput))
         return *fault;
     if (database == nullptr)
         return Qeapp::eInvalidInput;

@@ -8,8 +8,8 @@
 #include "embedded/host/database/fault.h"
 #include "embedded/host/database/heap.h"
 
-using Embedded::Audit;
-using Embedded::Held;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 
 namespace QeHost {
 
@@ -25,7 +25,7 @@ void* newCountedBuffer(std::size_t lengthInBytes)
 {
     void* memory = allocateZeroed(lengthInBytes);
     if (memory != nullptr)
-        Audit::add(Held::hostBuffer);
+        ResourceCounters::add(ResourceKind::hostBuffer);
     return memory;
 }
 
@@ -33,7 +33,7 @@ template <class T>
 void releaseBuffer(T*& memory)
 {
     if (memory != nullptr)
-        Audit::remove(Held::hostBuffer);
+        ResourceCounters::remove(ResourceKind::hostBuffer);
     std::free(memory);
     memory = nullptr;
 }
@@ -44,7 +44,7 @@ void releaseBuffer(T*& memory)
 Qeapp::ErrorStatus qeutNewString(const wchar_t* source, wchar_t*& copy)
 {
     copy = nullptr;
-    if (const auto fault = QeHost::faultOf("qeutNewString"))
+    if (const auto fault = QeHost::injectedFault("qeutNewString"))
         return *fault;
     if (source == nullptr)
         return Qeapp::eInvalidInput;
@@ -59,7 +59,7 @@ Qeapp::ErrorStatus qeutNewString(const wchar_t* source, wchar_t*& copy)
 Qeapp::ErrorStatus qeutNewBuffer(unsigned char*& buffer, std::size_t lengthInBytes)
 {
     buffer = nullptr;
-    if (const auto fault = QeHost::faultOf("qeutNewBuffer"))
+    if (const auto fault = QeHost::injectedFault("qeutNewBuffer"))
         return *fault;
     if (lengthInBytes == 0)
         return Qeapp::eInvalidInput;
@@ -83,14 +83,14 @@ void* qeapp_malloc(std::size_t lengthInBytes)
         return nullptr;
     void* memory = std::malloc(std::max<std::size_t>(lengthInBytes, 1));
     if (memory != nullptr)
-        Audit::add(Held::resbufMemory);
+        ResourceCounters::add(ResourceKind::resbufMemory);
     return memory;
 }
 
 void qeapp_free(void* memory)
 {
     if (memory != nullptr)
-        Audit::remove(Held::resbufMemory);
+        ResourceCounters::remove(ResourceKind::resbufMemory);
     std::free(memory);
 }
 

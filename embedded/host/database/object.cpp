@@ -10,8 +10,8 @@
 #include "platform/host/geodata.h"
 #include "platform/host/memory.h"
 
-using Embedded::Audit;
-using Embedded::Held;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 
 namespace QeHost {
 namespace {
@@ -28,12 +28,12 @@ void endWriting(const QeDbObject& object)
 /// An object that comes back must not collide with what took its place meanwhile.
 Qeapp::ErrorStatus refusalToUnerase(const QeDbObject& object)
 {
-    const Stub& stub = *object.imp().stub;
-    if (stub.undone)
+    const ObjectRecord& record = *object.imp().record;
+    if (record.undone)
         return Qeapp::eObjectErased;
-    if (object.isKindOf(QeDbGeoData::desc()) && stub.database->geoData() != nullptr)
+    if (object.isKindOf(QeDbGeoData::desc()) && record.database->geoData() != nullptr)
         return Qeapp::eDuplicateKey;
-    if (object.isKindOf(QeDbSymbolTableRecord::desc()) && hasNamesake(stub))
+    if (object.isKindOf(QeDbSymbolTableRecord::desc()) && hasNamesake(record))
         return Qeapp::eDuplicateKey;
     return Qeapp::eOk;
 }
@@ -41,13 +41,13 @@ Qeapp::ErrorStatus refusalToUnerase(const QeDbObject& object)
 Qeapp::ErrorStatus refusalToErase(const QeDbObject& object, bool erasing)
 {
     const ObjectImp& imp = object.imp();
-    if (imp.stub == nullptr)
+    if (imp.record == nullptr)
         return Qeapp::eNotInDatabase;
     if (!imp.canWrite())
         return Qeapp::eNotOpenForWrite;
     if (!erasing)
         return refusalToUnerase(object);
-    return imp.stub->database->isIndispensable(*imp.stub) ? Qeapp::eNotApplicable : Qeapp::eOk;
+    return imp.record->database->isIndispensable(*imp.record) ? Qeapp::eNotApplicable : Qeapp::eOk;
 }
 
 } // namespace
@@ -69,22 +69,22 @@ QeDbObject::QeDbObject(QeHost::ObjectState* state) : imp_(nullptr)
     std::unique_ptr<QeHost::ObjectState> owned(state);
     imp_ = new QeHost::ObjectImp;
     imp_->state = std::move(owned);
-    Audit::add(Held::detachedObject);
+    ResourceCounters::add(ResourceKind::detachedObject);
 }
 
 QeDbObject::~QeDbObject()
 {
-    if (imp_->stub == nullptr)
-        Audit::remove(Held::detachedObject);
+    if (imp_->record == nullptr)
+        ResourceCounters::remove(ResourceKind::detachedObject);
     else
-        imp_->stub->object = nullptr;
-    Audit::remove(Held::objectReactor, static_cast<long>(imp_->reactors.size()));
+        imp_->record->object = nullptr;
+    ResourceCounters::remove(ResourceKind::objectReactor, static_cast<long>(imp_->reactors.size()));
     delete imp_;
 }
 
 QeDbObjectId QeDbObject::objectId() const
 {
-    return QeDbObjectId(imp_->stub);
+    return QeDbObjectId(imp_->record);
 }
 
 QeDbObjectId QeDbObject::ownerId() const
@@ -94,12 +94,12 @@ QeDbObjectId QeDbObject::ownerId() const
 
 QeDbDatabase* QeDbObject::database() const
 {
-    return imp_->stub != nullptr ? &imp_->stub->database->database : nullptr;
+    return imp_->record != nullptr ? &imp_->record->database->database : nullptr;
 }
 
 Qeapp::ErrorStatus QeDbObject::close()
 {
-    if (imp_->stub == nullptr)
+    if (imp_->record == nullptr)
         return Qeapp::eNotInDatabase;
     if (imp_->writing)
         QeHost::endWriting(*this);
@@ -107,16 +107,16 @@ Qeapp::ErrorStatus QeDbObject::close()
         --imp_->readers;
     else
         return Qeapp::eNotOpenForRead;
-    Audit::remove(Held::openObject);
-    QeHost::destroyIfLost(*imp_->stub); // perhaps this object
+    ResourceCounters::remove(ResourceKind::openObject);
+    QeHost::collectIfUnreachable(*imp_->record); // perhaps this object
     return Qeapp::eOk;
 }
 
 Qeapp::ErrorStatus QeDbObject::upgradeOpen()
 {
-    if (const auto fault = QeHost::faultOf("QeDbObject::upgradeOpen", Qeapp::eOpenForRead))
+    if (const auto fault = QeHost::injectedFault("QeDbObject::upgradeOpen", Qeapp::eOpenForRead))
         return *fault;
-    if (imp_->stub == nullptr)
+    if (imp_->record == nullptr)
         return Qeapp::eNotInDatabase;
     if (imp_->writing)
         return Qeapp::eOpenForWrite;
@@ -131,9 +131,9 @@ Qeapp::ErrorStatus QeDbObject::upgradeOpen()
 
 Qeapp::ErrorStatus QeDbObject::downgradeOpen()
 {
-    if (const auto fault = QeHost::faultOf("QeDbObject::downgradeOpen"))
+    if (const auto fault = QeHost::injectedFault("QeDbObject::downgradeOpen"))
         return *fault;
-    if (imp_->stub == nullptr)
+    if (imp_->record == nullptr)
         return Qeapp::eNotInDatabase;
     if (!imp_->writing)
         return Qeapp::eNotOpenForWrite;
@@ -144,9 +144,9 @@ Qeapp::ErrorStatus QeDbObject::downgradeOpen()
 
 Qeapp::ErrorStatus QeDbObject::erase(bool erasing)
 {
-    if (const auto fault = QeHost::faultOf("QeDbObject::erase"))
+    if (const auto fault = QeHost::injectedFault("QeDbObject::erase"))
         return *fault;
-    if (imp_->stub != nullptr && imp_->writing && imp_->state->erased == erasing && !imp_->stub->undone)
+    if (imp_->record != nullptr && imp_->writing && imp_->state->erased == erasing && !imp_->record->undone)
         return Qeapp::eOk;
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToErase(*this, erasing); refusal != Qeapp::eOk)
         return refusal;

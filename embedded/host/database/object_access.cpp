@@ -7,18 +7,18 @@
 
 namespace QeHost {
 
-bool isLive(const Stub* stub)
+bool isLive(const ObjectRecord* record)
 {
-    if (stub == nullptr)
+    if (record == nullptr)
         return false;
-    return stub->object != nullptr ? !stub->object->imp().state->erased : stub->isStored;
+    return record->object != nullptr ? !record->object->imp().state->erased : record->isStored;
 }
 
-Qeapp::ErrorStatus conflictOf(const Stub& stub, QeDb::OpenMode mode)
+Qeapp::ErrorStatus conflictOf(const ObjectRecord& record, QeDb::OpenMode mode)
 {
-    if (stub.object == nullptr)
+    if (record.object == nullptr)
         return Qeapp::eOk;
-    const ObjectImp& imp = stub.object->imp();
+    const ObjectImp& imp = record.object->imp();
     if (imp.writing)
         return Qeapp::eOpenForWrite;
     if (imp.readers > 0 && mode == QeDb::kForWrite)
@@ -26,59 +26,59 @@ Qeapp::ErrorStatus conflictOf(const Stub& stub, QeDb::OpenMode mode)
     return Qeapp::eOk;
 }
 
-QeDbObject& loaded(Stub& stub)
+QeDbObject& loaded(ObjectRecord& record)
 {
-    if (stub.object == nullptr)
-        stub.database->load(stub);
-    return *stub.object;
+    if (record.object == nullptr)
+        record.database->load(record);
+    return *record.object;
 }
 
 namespace {
 
-Qeapp::ErrorStatus refusalToOpen(const Stub* stub, QeDb::OpenMode mode, bool openErased)
+Qeapp::ErrorStatus refusalToOpen(const ObjectRecord* record, QeDb::OpenMode mode, bool openErased)
 {
-    if (stub == nullptr)
+    if (record == nullptr)
         return Qeapp::eNullObjectId;
     if (mode != QeDb::kForRead && mode != QeDb::kForWrite)
         return Qeapp::eNotApplicable;
-    if (stub->object == nullptr && !stub->isStored)
+    if (record->object == nullptr && !record->isStored)
         return Qeapp::eUnknownObjectId;
-    if (stub->undone || (!openErased && !isLive(stub)))
+    if (record->undone || (!openErased && !isLive(record)))
         return Qeapp::eObjectErased;
-    return conflictOf(*stub, mode);
+    return conflictOf(*record, mode);
 }
 
 } // namespace
 
-Qeapp::ErrorStatus openStub(QeDbObject*& object, Stub* stub, QeDb::OpenMode mode, bool openErased)
+Qeapp::ErrorStatus openRecord(QeDbObject*& object, ObjectRecord* record, QeDb::OpenMode mode, bool openErased)
 {
     object = nullptr;
-    if (const Qeapp::ErrorStatus refusal = refusalToOpen(stub, mode, openErased); refusal != Qeapp::eOk)
+    if (const Qeapp::ErrorStatus refusal = refusalToOpen(record, mode, openErased); refusal != Qeapp::eOk)
         return refusal;
-    ObjectImp& imp = loaded(*stub).imp();
+    ObjectImp& imp = loaded(*record).imp();
     if (mode == QeDb::kForWrite)
         imp.writing = true;
     else
         ++imp.readers;
-    Embedded::Audit::add(Embedded::Held::openObject);
-    object = stub->object;
+    Embedded::ResourceCounters::add(Embedded::ResourceKind::openObject);
+    object = record->object;
     return Qeapp::eOk;
 }
 
-void releaseId(Stub& stub)
+void releaseId(ObjectRecord& record)
 {
-    --stub.ids;
-    if (stub.database != nullptr)
-        destroyIfLost(stub);
-    else if (stub.ids == 0)
-        delete &stub;
+    --record.ids;
+    if (record.database != nullptr)
+        collectIfUnreachable(record);
+    else if (record.ids == 0)
+        delete &record;
 }
 
 void prepareToWrite(ObjectImp& imp)
 {
-    if (imp.stub != nullptr) {
-        imp.stub->database->transactions.recordWrite(*imp.stub);
-        imp.stub->isChanged = true;
+    if (imp.record != nullptr) {
+        imp.record->database->transactions.recordWrite(*imp.record);
+        imp.record->isChanged = true;
     }
     imp.modified = imp.modified || imp.writing; // the host itself also changes objects that nobody has open
 }
@@ -87,24 +87,24 @@ void prepareToWrite(ObjectImp& imp)
 
 void QeDbObjectId::retain() const
 {
-    if (stub_ != nullptr)
-        ++stub_->ids;
+    if (record_ != nullptr)
+        ++record_->ids;
 }
 
-void QeDbObjectId::release(QeHost::Stub& stub)
+void QeDbObjectId::release(QeHost::ObjectRecord& record)
 {
-    QeHost::releaseId(stub);
+    QeHost::releaseId(record);
 }
 
 std::uint64_t QeDbObjectId::handle() const
 {
-    return stub_ != nullptr ? stub_->handle : 0;
+    return record_ != nullptr ? record_->handle : 0;
 }
 
 Qeapp::ErrorStatus qedbOpenQeDbObject(QeDbObject*& object, QeDbObjectId id, QeDb::OpenMode mode, bool openErased)
 {
     object = nullptr;
-    if (const auto fault = QeHost::faultOf("qedbOpenQeDbObject", Qeapp::eOpenForWrite))
+    if (const auto fault = QeHost::injectedFault("qedbOpenQeDbObject", Qeapp::eOpenForWrite))
         return *fault;
-    return QeHost::answered([&] { return QeHost::openStub(object, id.stub(), mode, openErased); });
+    return QeHost::answered([&] { return QeHost::openRecord(object, id.record(), mode, openErased); });
 }

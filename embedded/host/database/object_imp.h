@@ -8,13 +8,9 @@
 #include "embedded/host/database/object_state.h"
 #include "platform/host/object.h"
 
-namespace QeHost {
-
-struct DatabaseImp;
-
 /// What an object id points at; owned by the database for as long as the database lives, and then by its ids.
-struct Stub {
-    DatabaseImp* database = nullptr; // null once it is gone
+struct QeDbObjectRecord {
+    QeDbDatabaseImp* database = nullptr; // null once it is gone
     std::uint64_t handle = 0;
     QeDbObject* object = nullptr; // null before it is loaded, and after a client deleted it instead of closing it
     std::uint64_t listedBy = 0;   // the dictionary that has it as an entry, if that was looked at before it was loaded
@@ -26,33 +22,38 @@ struct Stub {
     std::size_t position = 0;     // among the database's
 };
 
-struct ObjectImp {
-    std::unique_ptr<ObjectState> state;
-    Stub* stub = nullptr; // null while the object is not database-resident
+struct QeDbObjectImp {
+    std::unique_ptr<QeDbObjectState> state;
+    QeDbObjectRecord* record = nullptr; // null while the object is not database-resident
     int readers = 0;
     bool writing = false;
     bool modified = false; // since it was opened for write
     std::vector<QeDbObjectReactor*> reactors;
 
     bool isOpen() const { return writing || readers > 0; }
-    bool canRead() const { return stub == nullptr || writing || readers > 0; }
-    bool canWrite() const { return stub == nullptr || writing; }
+    bool canRead() const { return record == nullptr || writing || readers > 0; }
+    bool canWrite() const { return record == nullptr || writing; }
 };
 
-/// Whether the stub's object is there and not erased; false for null.
-bool isLive(const Stub* stub);
+namespace QeHost {
+
+using DatabaseImp = QeDbDatabaseImp;
+using ObjectImp = QeDbObjectImp;
+
+/// Whether the record's object is there and not erased; false for null.
+bool isLive(const ObjectRecord* record);
 
 /// Ends one id.
-void releaseId(Stub& stub);
+void releaseId(ObjectRecord& record);
 
-/// The stub's object, which may have to be loaded first: StoreFailure. Not for one that is gone.
-QeDbObject& loaded(Stub& stub);
+/// The record's object, which may have to be loaded first: StoreFailure. Not for one that is gone.
+QeDbObject& loaded(ObjectRecord& record);
 
 /// eOk when nobody has the object open; otherwise the status that refuses a second opener.
-Qeapp::ErrorStatus conflictOf(const Stub& stub, QeDb::OpenMode mode);
+Qeapp::ErrorStatus conflictOf(const ObjectRecord& record, QeDb::OpenMode mode);
 
 /// Opens without being a fallible call of its own. Throws StoreFailure for what cannot be loaded.
-Qeapp::ErrorStatus openStub(QeDbObject*& object, Stub* stub, QeDb::OpenMode mode, bool openErased = false);
+Qeapp::ErrorStatus openRecord(QeDbObject*& object, ObjectRecord* record, QeDb::OpenMode mode, bool openErased = false);
 
 /// Tell the object's reactors, those that unregister meanwhile excepted.
 void notifyModified(const QeDbObject& object);

@@ -51,11 +51,11 @@ void QeDbObject::addReactor(QeDbObjectReactor* reactor)
     if (reactor == nullptr || QeHost::isRegistered(*imp_, reactor))
         return;
     imp_->reactors.push_back(reactor);
-    Embedded::Audit::add(Embedded::Held::objectReactor);
+    Embedded::ResourceCounters::add(Embedded::ResourceKind::objectReactor);
 }
 
 void QeDbObject::removeReactor(QeDbObjectReactor* reactor)
 {
     const auto removed = std::erase(imp_->reactors, reactor);
-    Embedded::Audit::remove(Embedded::Held::objectReactor, static_cast<long>(removed));
+    Embedded::ResourceCounters::remove(Embedded::ResourceKind::objectReactor, static_cast<long>(removed));
 }

@@ -12,7 +12,7 @@ public:
     void reference(std::string_view /*field*/, QeDbObjectId& object) override { fields_.emplace_back(object); }
     void values(Embedded::ResbufValues& values) override { fields_.emplace_back(values); }
     void entries(DictionaryEntries& entries) override { fields_.emplace_back(entries.takeChanges()); }
-    void records(std::vector<Stub*>& records) override { fields_.emplace_back(records); }
+    void records(std::vector<ObjectRecord*>& records) override { fields_.emplace_back(records); }
     void extendedData(ExtendedData& data) override { fields_.emplace_back(data); }
 
 private:
@@ -30,7 +30,7 @@ public:
     {
         entries.restoreChanges(std::move(taken<DictionaryEntries::Map>()));
     }
-    void records(std::vector<Stub*>& records) override { records.swap(taken<std::vector<Stub*>>()); }
+    void records(std::vector<ObjectRecord*>& records) override { records.swap(taken<std::vector<ObjectRecord*>>()); }
     void extendedData(ExtendedData& data) override { data.swap(taken<ExtendedData>()); }
 
 private:
@@ -66,13 +66,13 @@ public:
     void reference(std::string_view /*field*/, QeDbObjectId& object) override { object.setNull(); }
     void values(Embedded::ResbufValues& /*values*/) override {}
     void entries(DictionaryEntries& entries) override { entries.restoreChanges({}); }
-    void records(std::vector<Stub*>& records) override { records.clear(); }
+    void records(std::vector<ObjectRecord*>& records) override { records.clear(); }
     void extendedData(ExtendedData& data) override { data.clear(); }
 };
 
 } // namespace
 
-void letGo(ObjectState& state) noexcept
+void detach(ObjectState& state) noexcept
 {
     state.owner = nullptr;
     ReferenceEnder ender;

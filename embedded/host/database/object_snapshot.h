@@ -17,16 +17,16 @@ public:
 
 private:
     using Field = std::variant<std::wstring, QeDbObjectId, Embedded::ResbufValues, DictionaryEntries::Map,
-                               std::vector<Stub*>, ExtendedData>;
+                               std::vector<ObjectRecord*>, ExtendedData>;
     class Taker;
     class Giver;
 
-    Stub* owner_;
+    ObjectRecord* owner_;
     bool erased_;
     std::vector<Field> fields_; // in the order in which the class lists them
 };
 
 /// Ends all references to other objects, which may be gone before this one.
-void letGo(ObjectState& state) noexcept;
+void detach(ObjectState& state) noexcept;
 
 } // namespace QeHost

@@ -18,10 +18,11 @@ using Handle = std::uint64_t; // an object's number in its drawing; 0 for none
 
 namespace QeHost {
 
-struct Stub;
+using ObjectRecord = QeDbObjectRecord;
+using ObjectState = QeDbObjectState;
 
 /// By the application's record, so that the data follows a renamed application and vanishes with an erased one.
-using ExtendedData = std::map<Stub*, Embedded::ResbufValues>;
+using ExtendedData = std::map<ObjectRecord*, Embedded::ResbufValues>;
 
 /// A kind of field a function. `field` is the name under which a drawing file keeps it; an object has one field at most
 /// of each kind without a name.
@@ -35,29 +36,33 @@ public:
     /// Objects that this one owns, by key.
     virtual void entries(DictionaryEntries& entries) = 0;
     /// Objects that this one owns, which have names of their own.
-    virtual void records(std::vector<Stub*>& records) = 0;
+    virtual void records(std::vector<ObjectRecord*>& records) = 0;
     virtual void extendedData(ExtendedData& data) = 0;
 };
 
-struct ObjectState {
-    Stub* owner = nullptr;
-    bool erased = false;
-    ExtendedData extendedData;
+} // namespace QeHost
 
-    ObjectState() = default;
-    ObjectState(const ObjectState&) = delete;
-    ObjectState& operator=(const ObjectState&) = delete;
-    virtual ~ObjectState() = default;
+struct QeDbObjectState {
+    QeDbObjectRecord* owner = nullptr;
+    bool erased = false;
+    QeHost::ExtendedData extendedData;
+
+    QeDbObjectState() = default;
+    QeDbObjectState(const QeDbObjectState&) = delete;
+    QeDbObjectState& operator=(const QeDbObjectState&) = delete;
+    virtual ~QeDbObjectState() = default;
 
     /// The fields of the class.
-    virtual void visit(FieldVisitor& visitor) = 0;
+    virtual void visit(QeHost::FieldVisitor& visitor) = 0;
     /// Those that every object has, too.
-    void visitAll(FieldVisitor& visitor)
+    void visitAll(QeHost::FieldVisitor& visitor)
     {
         visit(visitor);
         visitor.extendedData(extendedData);
     }
 };
+
+namespace QeHost {
 
 struct DictionaryState final : ObjectState {
     DictionaryEntries entries;
@@ -73,7 +78,7 @@ struct XrecordState final : ObjectState {
 
 /// Erased records stay, so that they are back when they are unerased.
 struct SymbolTableState final : ObjectState {
-    std::vector<Stub*> records;
+    std::vector<ObjectRecord*> records;
 
     void visit(FieldVisitor& visitor) override { visitor.records(records); }
 };

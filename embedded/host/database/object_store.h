@@ -40,7 +40,7 @@ public:
     virtual ~ObjectStore() = default;
     virtual StoredObject look(Embedded::Handle object) = 0;
     /// Fills the fields of an object that was looked at.
-    virtual void load(Stub& object, ObjectState& state) = 0;
+    virtual void load(ObjectRecord& object, ObjectState& state) = 0;
     /// The object under the key; 0 for none.
     virtual Embedded::Handle findEntry(Embedded::Handle dictionary, const std::wstring& key) = 0;
     virtual std::vector<std::pair<std::wstring, Embedded::Handle>> entriesOf(Embedded::Handle dictionary) = 0;

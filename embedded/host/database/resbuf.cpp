@@ -108,7 +108,7 @@ resbuf* qeutNewRb(int groupCode)
         return nullptr;
     std::memset(item, 0, sizeof *item); // initialising the union would leave the longest member's tail as it was
     item->restype = static_cast<short>(groupCode);
-    Embedded::Audit::add(Embedded::Held::resbuf);
+    Embedded::ResourceCounters::add(Embedded::ResourceKind::resbuf);
     return item;
 }
 
@@ -139,7 +139,7 @@ void qeutRelRb(resbuf* chain)
         resbuf* next = chain->rbnext;
         QeHost::releaseValue(*chain);
         delete chain;
-        Embedded::Audit::remove(Embedded::Held::resbuf);
+        Embedded::ResourceCounters::remove(Embedded::ResourceKind::resbuf);
         chain = next;
     }
 }

@@ -10,9 +10,9 @@ namespace QeHost {
 namespace {
 
 /// Whether the object is live, and so is everything that owns it, up to a root.
-bool isInDrawing(const DatabaseImp& database, const Stub& stub)
+bool isInDrawing(const DatabaseImp& database, const ObjectRecord& record)
 {
-    const Stub* each = &stub;
+    const ObjectRecord* each = &record;
     for (; isLive(each) && !database.isRoot(*each); each = each->object->imp().state->owner) {
         if (each->object == nullptr) // stored: with its owners it was read from the file
             return true;
@@ -20,10 +20,10 @@ bool isInDrawing(const DatabaseImp& database, const Stub& stub)
     return isLive(each);
 }
 
-DictionaryEntries* entriesOf(const Stub& stub)
+DictionaryEntries* entriesOf(const ObjectRecord& record)
 {
-    const bool isDictionary = stub.object != nullptr && stub.object->isKindOf(QeDbDictionary::desc());
-    return isDictionary ? &static_cast<DictionaryState&>(*stub.object->imp().state).entries : nullptr;
+    const bool isDictionary = record.object != nullptr && record.object->isKindOf(QeDbDictionary::desc());
+    return isDictionary ? &static_cast<DictionaryState&>(*record.object->imp().state).entries : nullptr;
 }
 
 class Planner {
@@ -34,8 +34,8 @@ public:
     {
         sort();
         plan_.removed.assign(database_.leftBehind.begin(), database_.leftBehind.end());
-        for (Stub* const stub : leaving_)
-            leave(*stub);
+        for (ObjectRecord* const record : leaving_)
+            leave(*record);
         for (std::size_t next = 0; next < arriving_.size(); ++next)
             addWithOwners(*arriving_[next]);
         return std::move(plan_);
@@ -44,13 +44,13 @@ public:
 private:
     void sort()
     {
-        for (const auto& stub : database_.stubs) {
-            if (!stub->isChanged)
+        for (const auto& record : database_.objectRecords) {
+            if (!record->isChanged)
                 continue;
-            if (isInDrawing(database_, *stub))
-                arriving_.push_back(stub.get());
-            else if (stub->isInFile)
-                leaving_.push_back(stub.get());
+            if (isInDrawing(database_, *record))
+                arriving_.push_back(record.get());
+            else if (record->isInFile)
+                leaving_.push_back(record.get());
         }
         sortGeoData();
     }
@@ -58,7 +58,7 @@ private:
     /// Which its block does not list: where something leaves the drawing, its block may.
     void sortGeoData()
     {
-        Stub* const geoData = database_.geoData();
+        ObjectRecord* const geoData = database_.geoData();
         if (geoData == nullptr || geoData->isChanged)
             return;
         if (geoData->isStored && !leaving_.empty())
@@ -69,20 +69,20 @@ private:
             arriving_.push_back(geoData);
     }
 
-    void leave(Stub& top)
+    void leave(ObjectRecord& top)
     {
         if (!top.isInFile || left_.contains(&top))
             return;
         keepEntry(top);
         plan_.removed.push_back(top.handle);
-        for (std::vector<Stub*> found{&top}; !found.empty();) {
-            Stub& stub = *found.back();
+        for (std::vector<ObjectRecord*> found{&top}; !found.empty();) {
+            ObjectRecord& record = *found.back();
             found.pop_back();
-            if (!left_.insert(&stub).second)
+            if (!left_.insert(&record).second)
                 continue;
-            plan_.left.push_back(&stub);
-            bringIn(stub);
-            const DictionaryEntries* const entries = entriesOf(stub);
+            plan_.left.push_back(&record);
+            bringIn(record);
+            const DictionaryEntries* const entries = entriesOf(record);
             if (entries == nullptr)
                 continue;
             for (const auto& [key, entry] : entries->all()) {
@@ -93,18 +93,18 @@ private:
     }
 
     /// Loads what the file is about to lose with the object.
-    void bringIn(Stub& stub)
+    void bringIn(ObjectRecord& record)
     {
-        if (stub.isStored)
-            loaded(stub);
-        if (DictionaryEntries* const entries = entriesOf(stub))
+        if (record.isStored)
+            loaded(record);
+        if (DictionaryEntries* const entries = entriesOf(record))
             entries->complete();
         if (database_.store == nullptr)
             return;
-        for (const Embedded::Handle user : database_.store->usersOf(stub.handle)) {
+        for (const Embedded::Handle user : database_.store->usersOf(record.handle)) {
             if (database_.leftBehind.contains(user)) // it was destroyed; there may be a new object of that handle
                 continue;
-            Stub& each = database_.storedStub(user);
+            ObjectRecord& each = database_.storedRecord(user);
             if (each.isStored)
                 loaded(each);
             arriving_.push_back(&each); // without the extended data of an application that leaves
@@ -112,50 +112,50 @@ private:
     }
 
     /// So that the dictionary knows what it had when the file has it no more.
-    void keepEntry(Stub& stub)
+    void keepEntry(ObjectRecord& record)
     {
-        const auto [handle, key] = database_.store->entryOf(stub.handle);
+        const auto [handle, key] = database_.store->entryOf(record.handle);
         if (handle == 0)
             return;
-        if (DictionaryEntries* const entries = entriesOf(database_.storedStub(handle)))
-            entries->keepOriginal(key, &stub);
+        if (DictionaryEntries* const entries = entriesOf(database_.storedRecord(handle)))
+            entries->keepOriginal(key, &record);
     }
 
     /// Owners come first.
-    void addWithOwners(Stub& stub)
+    void addWithOwners(ObjectRecord& record)
     {
-        if (planned_.contains(&stub) || !isInDrawing(database_, stub))
+        if (planned_.contains(&record) || !isInDrawing(database_, record))
             return;
-        std::vector<Stub*> path{&stub};
-        for (Stub* owner = ownerOf(stub); owner != nullptr && !isKept(*owner) && !planned_.contains(owner);
+        std::vector<ObjectRecord*> path{&record};
+        for (ObjectRecord* owner = ownerOf(record); owner != nullptr && !isKept(*owner) && !planned_.contains(owner);
              owner = ownerOf(*owner))
             path.push_back(owner);
         for (auto each = path.rbegin(); each != path.rend(); ++each)
             add(**each);
     }
 
-    static Stub* ownerOf(const Stub& stub) { return stub.object->imp().state->owner; }
+    static ObjectRecord* ownerOf(const ObjectRecord& record) { return record.object->imp().state->owner; }
 
-    bool isKept(const Stub& stub) const { return stub.isInFile && !left_.contains(&stub); }
+    bool isKept(const ObjectRecord& record) const { return record.isInFile && !left_.contains(&record); }
 
-    void add(Stub& stub)
+    void add(ObjectRecord& record)
     {
-        planned_.insert(&stub);
-        database_.storedStubs.insert_or_assign(stub.handle, &stub);
-        if (isKept(stub)) {
-            plan_.written.push_back({&stub, {}, false});
+        planned_.insert(&record);
+        database_.storedRecords.insert_or_assign(record.handle, &record);
+        if (isKept(record)) {
+            plan_.written.push_back({&record, {}, false});
             return;
         }
-        const Stub* const owner = ownerOf(stub);
+        const ObjectRecord* const owner = ownerOf(record);
         const bool isRecord = owner != nullptr && owner->object->isKindOf(QeDbSymbolTable::desc());
-        plan_.written.push_back({&stub, keyOf(stub), isRecord});
-        bringBack(stub);
+        plan_.written.push_back({&record, keyOf(record), isRecord});
+        bringBack(record);
     }
 
     /// Of an entry that the file does not have yet, and that is in memory therefore.
-    std::wstring keyOf(const Stub& stub)
+    std::wstring keyOf(const ObjectRecord& record)
     {
-        Stub* const owner = ownerOf(stub);
+        ObjectRecord* const owner = ownerOf(record);
         DictionaryEntries* const entries = owner != nullptr ? entriesOf(*owner) : nullptr;
         if (entries == nullptr)
             return {};
@@ -164,35 +164,36 @@ private:
             for (const auto& [key, entry] : entries->known())
                 keys->second.emplace(entry, key);
         }
-        const std::wstring& key = keys->second.at(&stub);
+        const std::wstring& key = keys->second.at(&record);
         entries->keepOriginal(key, nullptr);
         return key;
     }
 
     /// What an object that comes back owns, and whose extended data an application brings back.
-    void bringBack(Stub& stub)
+    void bringBack(ObjectRecord& record)
     {
-        if (const DictionaryEntries* const entries = entriesOf(stub)) {
+        if (const DictionaryEntries* const entries = entriesOf(record)) {
             for (const auto& [key, entry] : entries->all()) {
                 if (isLive(entry))
                     arriving_.push_back(entry);
             }
         }
-        if (!stub.object->isKindOf(QeDbRegAppTableRecord::desc()))
+        if (!record.object->isKindOf(QeDbRegAppTableRecord::desc()))
             return;
-        for (const auto& each : database_.stubs) {
-            if (each->object != nullptr && each->object->imp().state->extendedData.contains(&stub))
+        for (const auto& each : database_.objectRecords) {
+            if (each->object != nullptr && each->object->imp().state->extendedData.contains(&record))
                 arriving_.push_back(each.get());
         }
     }
 
     DatabaseImp& database_;
     SavePlan plan_;
-    std::vector<Stub*> arriving_;
-    std::vector<Stub*> leaving_;
-    std::unordered_set<const Stub*> left_;
-    std::unordered_set<const Stub*> planned_;
-    std::unordered_map<const Stub*, std::unordered_map<const Stub*, std::wstring>> keys_; // by dictionary and entry
+    std::vector<ObjectRecord*> arriving_;
+    std::vector<ObjectRecord*> leaving_;
+    std::unordered_set<const ObjectRecord*> left_;
+    std::unordered_set<const ObjectRecord*> planned_;
+    std::unordered_map<const ObjectRecord*, std::unordered_map<const ObjectRecord*, std::wstring>>
+        keys_; // by dictionary and entry
 };
 
 } // namespace
@@ -204,18 +205,18 @@ SavePlan planSave(DatabaseImp& database)
 
 void noteSaved(DatabaseImp& database, const SavePlan& plan) noexcept
 {
-    for (const auto& stub : database.stubs)
-        stub->isChanged = false;
-    for (Stub* const stub : plan.left)
-        stub->isInFile = false;
+    for (const auto& record : database.objectRecords)
+        record->isChanged = false;
+    for (ObjectRecord* const record : plan.left)
+        record->isInFile = false;
     for (const SavePlan::Written& written : plan.written)
         written.object->isInFile = true;
     database.leftBehind.clear();
 }
 
-Stub* savedGeoData(const DatabaseImp& database)
+ObjectRecord* savedGeoData(const DatabaseImp& database)
 {
-    Stub* const geoData = database.geoData();
+    ObjectRecord* const geoData = database.geoData();
     return geoData != nullptr && isInDrawing(database, *geoData) ? geoData : nullptr;
 }
 

@@ -10,13 +10,13 @@ namespace QeHost {
 
 struct SavePlan {
     struct Written {
-        Stub* object = nullptr;
+        ObjectRecord* object = nullptr;
         std::wstring key;      // of the entry that the file does not have yet; empty for an object without one
         bool isRecord = false; // of a table, which the file does not have yet
     };
 
     std::vector<Embedded::Handle> removed; // from the file, each with all that it owns there
-    std::vector<Stub*> left;               // what is known of those
+    std::vector<ObjectRecord*> left;       // what is known of those
     std::vector<Written> written;          // owners before what they own
 };
 
@@ -28,6 +28,6 @@ SavePlan planSave(DatabaseImp& database);
 void noteSaved(DatabaseImp& database, const SavePlan& plan) noexcept;
 
 /// The drawing's GeoData object, if the drawing has it: its block may be gone. Or null.
-Stub* savedGeoData(const DatabaseImp& database);
+ObjectRecord* savedGeoData(const DatabaseImp& database);
 
 } // namespace QeHost

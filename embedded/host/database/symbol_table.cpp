@@ -10,15 +10,15 @@
 
 namespace QeHost {
 
-const std::wstring& nameOf(const Stub& record)
+const std::wstring& nameOf(const ObjectRecord& record)
 {
     return stateOf<SymbolRecordState>(*record.object).name;
 }
 
-Stub* findRecord(const Stub& table, std::wstring_view name)
+ObjectRecord* findRecord(const ObjectRecord& table, std::wstring_view name)
 {
     const auto& records = stateOf<SymbolTableState>(*table.object).records;
-    const auto found = std::find_if(records.begin(), records.end(), [name](const Stub* record) {
+    const auto found = std::find_if(records.begin(), records.end(), [name](const ObjectRecord* record) {
         return record->object != nullptr && isLive(record) && isSameName(nameOf(*record), name);
     });
     return found != records.end() ? *found : nullptr;
@@ -27,10 +27,10 @@ Stub* findRecord(const Stub& table, std::wstring_view name)
 namespace {
 
 /// Whether the record may not get the name because its table has it already.
-bool isTakenByAnother(const Stub& record, std::wstring_view name)
+bool isTakenByAnother(const ObjectRecord& record, std::wstring_view name)
 {
-    const Stub* table = record.object->imp().state->owner;
-    const Stub* holder = findRecord(*table, name);
+    const ObjectRecord* table = record.object->imp().state->owner;
+    const ObjectRecord* holder = findRecord(*table, name);
     return holder != nullptr && holder != &record;
 }
 
@@ -40,32 +40,32 @@ Qeapp::ErrorStatus refusalToRename(const ObjectImp& imp, const wchar_t* name)
         return Qeapp::eNotOpenForWrite;
     if (name == nullptr || *name == L'\0')
         return Qeapp::eInvalidInput;
-    if (imp.stub == nullptr)
+    if (imp.record == nullptr)
         return Qeapp::eOk;
-    if (imp.stub->database->isIndispensable(*imp.stub))
+    if (imp.record->database->isIndispensable(*imp.record))
         return Qeapp::eNotApplicable;
-    return isTakenByAnother(*imp.stub, name) ? Qeapp::eDuplicateKey : Qeapp::eOk;
+    return isTakenByAnother(*imp.record, name) ? Qeapp::eDuplicateKey : Qeapp::eOk;
 }
 
 Qeapp::ErrorStatus refusalToAdd(const ObjectImp& table, const QeDbSymbolTableRecord* record)
 {
-    if (table.stub == nullptr)
+    if (table.record == nullptr)
         return Qeapp::eNotInDatabase;
     if (!table.canWrite())
         return Qeapp::eNotOpenForWrite;
     if (record == nullptr)
         return Qeapp::eInvalidInput;
-    if (record->imp().stub != nullptr)
+    if (record->imp().record != nullptr)
         return Qeapp::eAlreadyInDatabase;
     const std::wstring& name = stateOf<SymbolRecordState>(*record).name;
     if (name.empty())
         return Qeapp::eInvalidKey;
-    return findRecord(*table.stub, name) != nullptr ? Qeapp::eDuplicateKey : Qeapp::eOk;
+    return findRecord(*table.record, name) != nullptr ? Qeapp::eDuplicateKey : Qeapp::eOk;
 }
 
 } // namespace
 
-bool hasNamesake(const Stub& record)
+bool hasNamesake(const ObjectRecord& record)
 {
     return isTakenByAnother(record, nameOf(record));
 }
@@ -85,7 +85,7 @@ QeRxClass* QeDbSymbolTableRecord::isA() const
 
 Qeapp::ErrorStatus QeDbSymbolTableRecord::setName(const wchar_t* name)
 {
-    if (const auto fault = QeHost::faultOf("QeDbSymbolTableRecord::setName"))
+    if (const auto fault = QeHost::injectedFault("QeDbSymbolTableRecord::setName"))
         return *fault;
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToRename(imp(), name); refusal != Qeapp::eOk)
         return refusal;
@@ -111,21 +111,21 @@ QeRxClass* QeDbSymbolTable::isA() const
 
 bool QeDbSymbolTable::has(const wchar_t* name) const
 {
-    return name != nullptr && imp().stub != nullptr && imp().canRead() &&
-           QeHost::findRecord(*imp().stub, name) != nullptr;
+    return name != nullptr && imp().record != nullptr && imp().canRead() &&
+           QeHost::findRecord(*imp().record, name) != nullptr;
 }
 
 Qeapp::ErrorStatus QeDbSymbolTable::getAt(const wchar_t* name, QeDbObjectId& id) const
 {
     id.setNull();
-    if (const auto fault = QeHost::faultOf("QeDbSymbolTable::getAt", Qeapp::eKeyNotFound))
+    if (const auto fault = QeHost::injectedFault("QeDbSymbolTable::getAt", Qeapp::eKeyNotFound))
         return *fault;
     if (name == nullptr)
         return Qeapp::eInvalidKey;
     if (!imp().canRead())
         return Qeapp::eNotOpenForRead;
-    if (imp().stub != nullptr)
-        id = QeDbObjectId(QeHost::findRecord(*imp().stub, name));
+    if (imp().record != nullptr)
+        id = QeDbObjectId(QeHost::findRecord(*imp().record, name));
     return id.isNull() ? Qeapp::eKeyNotFound : Qeapp::eOk;
 }
 
@@ -133,15 +133,15 @@ Qeapp::ErrorStatus QeDbSymbolTable::addRecord(QeDbObjectId& id, QeDbSymbolTableR
 {
     id.setNull();
     const bool holdsBlocks = isKindOf(QeDbBlockTable::desc());
-    if (const auto fault = QeHost::faultOf(holdsBlocks ? "QeDbBlockTable::add" : "QeDbRegAppTable::add"))
+    if (const auto fault = QeHost::injectedFault(holdsBlocks ? "QeDbBlockTable::add" : "QeDbRegAppTable::add"))
         return *fault;
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToAdd(imp(), record); refusal != Qeapp::eOk)
         return refusal;
     auto& records = QeHost::writableStateOf<QeHost::SymbolTableState>(*this).records;
     QeHost::makeRoomForOne(records);
-    QeHost::Stub& stub = imp().stub->database->adopt(*record, imp().stub);
-    records.push_back(&stub);
-    id = QeDbObjectId(&stub);
+    QeHost::ObjectRecord& objectRecord = imp().record->database->adopt(*record, imp().record);
+    records.push_back(&objectRecord);
+    id = QeDbObjectId(&objectRecord);
     return Qeapp::eOk;
 }
 
@@ -208,7 +208,7 @@ QeDbBlockTable::QeDbBlockTable() : QeDbSymbolTable(new QeHost::SymbolTableState)
 Qeapp::ErrorStatus QeDbSymbolUtilitiesServices::blockModelSpaceId(QeDbDatabase* database, QeDbObjectId& id) const
 {
     id.setNull();
-    if (const auto fault = QeHost::faultOf("QeDbSymbolUtilitiesServices::blockModelSpaceId", Qeapp::eKeyNotFound))
+    if (const auto fault = QeHost::injectedFault("QeDbSymbolUtilitiesServices::blockModelSpaceId", Qeapp::eKeyNotFound))
         return *fault;
     if (database == nullptr)
         return Qeapp::eInvalidInput;

@@ -8,9 +8,9 @@
 namespace QeHost {
 
 /// The table's live record of that name, whatever its case; or null.
-Stub* findRecord(const Stub& table, std::wstring_view name);
-const std::wstring& nameOf(const Stub& record);
+ObjectRecord* findRecord(const ObjectRecord& table, std::wstring_view name);
+const std::wstring& nameOf(const ObjectRecord& record);
 /// Whether the record's table has another live record of its name.
-bool hasNamesake(const Stub& record);
+bool hasNamesake(const ObjectRecord& record);
 
 } // namespace QeHost

@@ -7,28 +7,28 @@
 #include "embedded/host/database/fault.h"
 #include "embedded/host/database/unreachable_objects.h"
 
-using Embedded::Audit;
-using Embedded::Held;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 
 QeDbTransactionManager::~QeDbTransactionManager() = default;
 
 namespace QeHost {
 namespace {
 
-void undo(Stub& stub, std::unique_ptr<ObjectSnapshot>& before)
+void undo(ObjectRecord& record, std::unique_ptr<ObjectSnapshot>& before)
 {
-    stub.isChanged = true; // a save may have come between
+    record.isChanged = true; // a save may have come between
     if (before == nullptr)
-        stub.undone = true;
-    if (stub.object == nullptr)
+        record.undone = true;
+    if (record.object == nullptr)
         return;
-    ObjectState& state = *stub.object->imp().state;
+    ObjectState& state = *record.object->imp().state;
     if (before != nullptr) {
         before->restore(state);
         return;
     }
     state.erased = true;
-    letGo(state);
+    QeHost::detach(state);
 }
 
 } // namespace
@@ -39,13 +39,13 @@ QeDbTransaction* TransactionManager::startTransaction()
         return nullptr;
     active_.push_back(std::make_unique<QeDbTransaction>());
     active_.back()->nextHandle = database_.nextHandle;
-    Audit::add(Held::transaction);
+    ResourceCounters::add(ResourceKind::transaction);
     return active_.back().get();
 }
 
 Qeapp::ErrorStatus TransactionManager::endTransaction()
 {
-    if (const auto fault = faultOf("QeDbTransactionManager::endTransaction"))
+    if (const auto fault = injectedFault("QeDbTransactionManager::endTransaction"))
         return *fault;
     if (active_.empty())
         return Qeapp::eNoTransaction;
@@ -66,17 +66,17 @@ int TransactionManager::numActiveTransactions() const
     return static_cast<int>(active_.size());
 }
 
-void TransactionManager::recordCreation(Stub& stub)
+void TransactionManager::recordCreation(ObjectRecord& record)
 {
     if (!active_.empty())
-        active_.back()->before.emplace(&stub, nullptr);
+        active_.back()->before.emplace(&record, nullptr);
 }
 
-void TransactionManager::recordWrite(Stub& stub)
+void TransactionManager::recordWrite(ObjectRecord& record)
 {
-    if (active_.empty() || active_.back()->before.contains(&stub))
+    if (active_.empty() || active_.back()->before.contains(&record))
         return;
-    active_.back()->before.emplace(&stub, std::make_unique<ObjectSnapshot>(*stub.object->imp().state));
+    active_.back()->before.emplace(&record, std::make_unique<ObjectSnapshot>(*record.object->imp().state));
 }
 
 void TransactionManager::commitTo(int depth)
@@ -101,7 +101,7 @@ void TransactionManager::commitInnermost()
     if (outer != nullptr)
         outer->before.merge(ended->before); // what the outer one knows of is older and stays
     const LostWithTransaction lost(database_, ended->before);
-    Audit::remove(Held::transaction);
+    ResourceCounters::remove(ResourceKind::transaction);
 }
 
 void TransactionManager::abortInnermost()
@@ -109,10 +109,10 @@ void TransactionManager::abortInnermost()
     const std::unique_ptr<QeDbTransaction> ended = std::move(active_.back());
     active_.pop_back();
     const LostWithTransaction lost(database_, ended->before);
-    for (auto& [stub, before] : ended->before)
-        undo(*stub, before);
+    for (auto& [record, before] : ended->before)
+        undo(*record, before);
     database_.nextHandle = ended->nextHandle; // taken back with the objects that are undone
-    Audit::remove(Held::transaction);
+    ResourceCounters::remove(ResourceKind::transaction);
 }
 
 } // namespace QeHost

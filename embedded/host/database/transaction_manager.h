@@ -12,7 +12,7 @@
 class QeDbTransaction {
 public:
     /// Null for an object that was created in the transaction.
-    std::unordered_map<QeHost::Stub*, std::unique_ptr<QeHost::ObjectSnapshot>> before;
+    std::unordered_map<QeHost::ObjectRecord*, std::unique_ptr<QeHost::ObjectSnapshot>> before;
     Embedded::Handle nextHandle = 0;
 };
 
@@ -27,8 +27,8 @@ public:
     Qeapp::ErrorStatus abortTransaction() override;
     int numActiveTransactions() const override;
 
-    void recordCreation(Stub& stub);
-    void recordWrite(Stub& stub);
+    void recordCreation(ObjectRecord& record);
+    void recordWrite(ObjectRecord& record);
 
     /// End transactions until `depth` are left; for the host, whose own ends do not fail.
     void commitTo(int depth);

@@ -10,36 +10,36 @@
 namespace QeHost {
 namespace {
 
-Stub* ownerOf(const Stub& stub)
+ObjectRecord* ownerOf(const ObjectRecord& record)
 {
-    return stub.object != nullptr ? stub.object->imp().state->owner : nullptr;
+    return record.object != nullptr ? record.object->imp().state->owner : nullptr;
 }
 
 /// The first owner of all, perhaps the object itself.
-Stub& outermost(Stub& stub)
+ObjectRecord& outermost(ObjectRecord& record)
 {
-    Stub* outer = &stub;
-    while (Stub* const owner = ownerOf(*outer))
+    ObjectRecord* outer = &record;
+    while (ObjectRecord* const owner = ownerOf(*outer))
         outer = owner;
     return *outer;
 }
 
-bool isReachable(const Stub& stub)
+bool isReachable(const ObjectRecord& record)
 {
-    return stub.object == nullptr || stub.ids > 0 || stub.object->imp().isOpen();
+    return record.object == nullptr || record.ids > 0 || record.object->imp().isOpen();
 }
 
 /// Everything that the dictionary holds, itself included; nothing when some of that can be reached.
-std::vector<Stub*> unreachableFrom(Stub& top)
+std::vector<ObjectRecord*> unreachableFrom(ObjectRecord& top)
 {
-    std::vector<Stub*> found{&top};
+    std::vector<ObjectRecord*> found{&top};
     for (std::size_t next = 0; next < found.size(); ++next) {
-        const Stub& stub = *found[next];
-        if (isReachable(stub))
+        const ObjectRecord& record = *found[next];
+        if (isReachable(record))
             return {};
-        if (!stub.object->isKindOf(QeDbDictionary::desc()))
+        if (!record.object->isKindOf(QeDbDictionary::desc()))
             continue;
-        const DictionaryEntries& entries = stateOf<DictionaryState>(*stub.object).entries;
+        const DictionaryEntries& entries = stateOf<DictionaryState>(*record.object).entries;
         if (!entries.isComplete())
             return {};
         for (const auto& [key, entry] : entries.all())
@@ -48,28 +48,28 @@ std::vector<Stub*> unreachableFrom(Stub& top)
     return found;
 }
 
-void destroyWhatIsLost(Stub& stub)
+void destroyWhatIsLost(ObjectRecord& record)
 {
-    DatabaseImp& database = *stub.database;
-    if (isReachable(stub))
+    DatabaseImp& database = *record.database;
+    if (isReachable(record))
         return;
-    Stub& top = outermost(stub);
+    ObjectRecord& top = outermost(record);
     if (database.isIndispensable(top))
         return;
     if (database.transactions.numActiveTransactions() > 0) {
-        database.waiting.emplace_back(&stub);
+        database.waiting.emplace_back(&record);
         return;
     }
-    for (Stub* const lost : unreachableFrom(top))
+    for (ObjectRecord* const lost : unreachableFrom(top))
         database.destroy(*lost);
 }
 
 } // namespace
 
-void destroyIfLost(Stub& stub) noexcept
+void collectIfUnreachable(ObjectRecord& record) noexcept
 {
     try {
-        destroyWhatIsLost(stub);
+        destroyWhatIsLost(record);
     } catch (const std::bad_alloc&) { // see the header
     }
 }
@@ -77,15 +77,15 @@ void destroyIfLost(Stub& stub) noexcept
 LostWithTransaction::LostWithTransaction(DatabaseImp& database, const Touched& touched)
     : database_(database), touched_(touched)
 {
-    for (const auto& [stub, before] : touched_)
-        ++stub->ids;
+    for (const auto& [record, before] : touched_)
+        ++record->ids;
 }
 
 // An object is looked at when the last of its ids ends.
 LostWithTransaction::~LostWithTransaction()
 {
-    for (const auto& [stub, before] : touched_)
-        releaseId(*stub);
+    for (const auto& [record, before] : touched_)
+        releaseId(*record);
     if (database_.transactions.numActiveTransactions() == 0)
         std::vector<QeDbObjectId>().swap(database_.waiting);
 }

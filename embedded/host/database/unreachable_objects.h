@@ -16,13 +16,13 @@ namespace QeHost {
 /// Destroys the object if it is lost; while a transaction is active that waits for its end, which may bring it back.
 /// Without memory to find out, and below a dictionary of which not everything is loaded, the object stays until the
 /// drawing is closed.
-void destroyIfLost(Stub& stub) noexcept;
+void collectIfUnreachable(ObjectRecord& record) noexcept;
 
 /// Keeps what a transaction that ends had to do with until the scope ends, and then destroys what of it is lost; with
 /// the last transaction also what waited.
 class LostWithTransaction {
 public:
-    using Touched = std::unordered_map<Stub*, std::unique_ptr<ObjectSnapshot>>;
+    using Touched = std::unordered_map<ObjectRecord*, std::unique_ptr<ObjectSnapshot>>;
 
     LostWithTransaction(DatabaseImp& database, const Touched& touched);
     LostWithTransaction(const LostWithTransaction&) = delete;

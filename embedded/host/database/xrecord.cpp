@@ -35,7 +35,7 @@ QeDbXrecord::QeDbXrecord() : QeDbObject(new QeHost::XrecordState)
 
 Qeapp::ErrorStatus QeDbXrecord::setFromRbChain(const resbuf* chain, QeDbDatabase* database)
 {
-    if (const auto fault = QeHost::faultOf("QeDbXrecord::setFromRbChain"))
+    if (const auto fault = QeHost::injectedFault("QeDbXrecord::setFromRbChain"))
         return *fault;
     if (!imp().canWrite())
         return Qeapp::eNotOpenForWrite;
@@ -51,7 +51,7 @@ Qeapp::ErrorStatus QeDbXrecord::setFromRbChain(const resbuf* chain, QeDbDatabase
 Qeapp::ErrorStatus QeDbXrecord::rbChain(resbuf*& chain, QeDbDatabase* database) const
 {
     chain = nullptr;
-    if (const auto fault = QeHost::faultOf("QeDbXrecord::rbChain"))
+    if (const auto fault = QeHost::injectedFault("QeDbXrecord::rbChain"))
         return *fault;
     if (!imp().canRead())
         return Qeapp::eNotOpenForRead;

@@ -22,7 +22,7 @@
 namespace Embedded {
 namespace {
 
-using QeHost::Stub;
+using QeHost::ObjectRecord;
 
 constexpr std::size_t kMostTold = 100;
 
@@ -244,10 +244,10 @@ private:
         const ObjectRow row = readObjectRow(connection_, handle);
         const QeHost::ObjectClass* const itsClass = QeHost::findClass(wideFromUtf8(row.className));
         if (itsClass == nullptr)
-            return faults_.add(placeOf(handle) + "is of an unknown class, " + excerpt(row.className));
+            return faults_.add(placeOf(handle) + "is of an unknown class, " + truncateForMessage(row.className));
         const std::unique_ptr<QeDbObject> object(itsClass->make());
-        Stub stub{.database = &database, .handle = handle};
-        readFields(connection_, stub, *object->imp().state);
+        ObjectRecord objectRecord{.database = &database, .handle = handle};
+        readFields(connection_, objectRecord, *object->imp().state);
         if (!isRoot(handle))
             checkClassOfOwner(handle, row.owner, *itsClass);
     }
@@ -263,11 +263,11 @@ private:
             faults_.add(placeOf(handle) + "cannot belong to object " + hexFromHandle(owner));
     }
 
-    void checkNames(Stub& table)
+    void checkNames(ObjectRecord& table)
     {
         QeHost::loaded(table);
         std::set<std::wstring> names;
-        for (const Stub* const record : QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records) {
+        for (const ObjectRecord* const record : QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records) {
             const std::wstring& name = QeHost::nameOf(*record);
             if (name.empty())
                 faults_.add(placeOf(record->handle) + "has no name");

@@ -34,7 +34,7 @@ std::string shown(const StoredValue& value)
     if (const auto* handle = std::get_if<std::int64_t>(&value))
         return hexFromHandle(static_cast<std::uint64_t>(*handle));
     const auto* text = std::get_if<StoredText>(&value);
-    return text != nullptr ? excerpt(text->bytes) : "nothing";
+    return text != nullptr ? truncateForMessage(text->bytes) : "nothing";
 }
 
 class ValueSummer {

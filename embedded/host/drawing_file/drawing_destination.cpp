@@ -52,7 +52,7 @@ public:
     {
         return saving(store_.connection(), name(), [&] {
             store_.beginSaving();
-            const SavePlan plan = planSave(database);
+            const SavePlan plan = QeHost::planSave(database);
             writeDrawing(store_.connection(), database, plan, version);
             store_.commit();
             noteSaved(database, plan);
@@ -66,7 +66,7 @@ private:
 /// Fills an empty database with the whole drawing.
 void fill(DrawingConnection& connection, DrawingStore* store, DatabaseImp& database, QeDb::QeDbDwgVersion version)
 {
-    const SavePlan plan = planSave(database);
+    const SavePlan plan = QeHost::planSave(database);
     if (store != nullptr)
         store->copyTo(connection);
     connection.database().exec("BEGIN IMMEDIATE");
@@ -190,7 +190,7 @@ private:
             connection->database().exec("BEGIN IMMEDIATE");
             if (connection->fileSize() != 0)
                 throw DrawingRefusal{Qeapp::eFileExists, "there is such a file already"};
-            const SavePlan plan = planSave(database);
+            const SavePlan plan = QeHost::planSave(database);
             DrawingSchema::create(connection->database());
             writeDrawing(*connection, database, plan, version);
             connection->database().exec("COMMIT");

@@ -19,7 +19,7 @@
 namespace Embedded {
 namespace {
 
-using QeHost::Stub;
+using QeHost::ObjectRecord;
 
 constexpr std::string_view kDigits = "0123456789abcdef";
 
@@ -102,16 +102,16 @@ public:
         }
     }
 
-    void records(std::vector<Stub*>& records) override
+    void records(std::vector<ObjectRecord*>& records) override
     {
-        for (Stub* const record : records) {
+        for (ObjectRecord* const record : records) {
             if (QeHost::isLive(record))
                 owned_.push_back(record);
         }
-        std::sort(owned_.begin(), owned_.end(), [](const Stub* left, const Stub* right) {
+        std::sort(owned_.begin(), owned_.end(), [](const ObjectRecord* left, const ObjectRecord* right) {
             return QeHost::foldedName(QeHost::nameOf(*left)) < QeHost::foldedName(QeHost::nameOf(*right));
         });
-        for (const Stub* const record : owned_)
+        for (const ObjectRecord* const record : owned_)
             line("record", hexFromHandle(record->handle));
     }
 
@@ -121,7 +121,7 @@ public:
             lines("extended data of " + asQuoted(application), values);
     }
 
-    const std::vector<Stub*>& owned() const { return owned_; }
+    const std::vector<ObjectRecord*>& owned() const { return owned_; }
 
 private:
     void line(std::string_view field, const std::string& value)
@@ -137,25 +137,25 @@ private:
 
     std::string& text_;
     const QeDbObject& object_;
-    std::vector<Stub*> owned_;
+    std::vector<ObjectRecord*> owned_;
 };
 
 std::string dump(QeHost::DatabaseImp& database)
 {
     std::map<Handle, std::string> texts;
-    std::vector<Stub*> next{database.namedObjects, database.regAppTable, database.blockTable};
-    if (Stub* const geoData = database.geoData()) {
+    std::vector<ObjectRecord*> next{database.namedObjects, database.regAppTable, database.blockTable};
+    if (ObjectRecord* const geoData = database.geoData()) {
         QeHost::loaded(*geoData); // and so its owners
         if (QeHost::savedGeoData(database) != nullptr)
             next.push_back(geoData);
     }
     while (!next.empty()) {
-        Stub& stub = *next.back();
+        ObjectRecord& objectRecord = *next.back();
         next.pop_back();
-        const QeDbObject& object = QeHost::loaded(stub);
-        std::string& text = texts[stub.handle];
+        const QeDbObject& object = QeHost::loaded(objectRecord);
+        std::string& text = texts[objectRecord.handle];
         QeHost::ObjectState& state = *object.imp().state;
-        text = "object " + hexFromHandle(stub.handle) + " " + utf8FromWide(object.isA()->name());
+        text = "object " + hexFromHandle(objectRecord.handle) + " " + utf8FromWide(object.isA()->name());
         text += state.owner != nullptr ? " of " + hexFromHandle(state.owner->handle) + "\n" : "\n";
         FieldPrinter printer(text, object);
         state.visitAll(printer);

@@ -49,7 +49,7 @@ std::map<std::string, std::int64_t> rowsOfHeader(DrawingConnection& connection)
 
 DrawingHeader headerOf(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version)
 {
-    const QeHost::Stub* const geoData = QeHost::savedGeoData(database);
+    const QeHost::ObjectRecord* const geoData = QeHost::savedGeoData(database);
     return {.version = version,
             .nextHandle = database.nextHandle,
             .namedObjects = database.namedObjects->handle,
@@ -94,7 +94,7 @@ DrawingHeader readHeader(DrawingConnection& connection)
         handle = static_cast<Handle>(value);
     });
     if (!values.empty())
-        refuseHeader("unknown field " + excerpt(values.begin()->first));
+        refuseHeader("unknown field " + truncateForMessage(values.begin()->first));
     // A new object would take the place of an old one.
     if (Query last(connection, "SELECT handle FROM objects ORDER BY handle DESC LIMIT 1");
         last.next() && static_cast<Handle>(last.integer(0)) >= header.nextHandle)

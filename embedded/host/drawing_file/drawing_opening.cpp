@@ -71,12 +71,12 @@ void begin(DrawingConnection& connection, DrawingAccess access)
 void fillRoots(QeHost::DatabaseImp& imp, const DrawingHeader& header)
 {
     imp.nextHandle = header.nextHandle;
-    imp.namedObjects = &imp.storedStub(header.namedObjects);
-    imp.regAppTable = &imp.storedStub(header.regAppTable);
-    imp.blockTable = &imp.storedStub(header.blockTable);
-    imp.modelSpace = &imp.storedStub(header.modelSpace);
+    imp.namedObjects = &imp.storedRecord(header.namedObjects);
+    imp.regAppTable = &imp.storedRecord(header.regAppTable);
+    imp.blockTable = &imp.storedRecord(header.blockTable);
+    imp.modelSpace = &imp.storedRecord(header.modelSpace);
     if (header.geoData != 0)
-        imp.geoDataObjects.push_back(&imp.storedStub(header.geoData));
+        imp.geoDataObjects.push_back(&imp.storedRecord(header.geoData));
     // Extended data are kept under the applications' records.
     if (!QeHost::loaded(*imp.regAppTable).isKindOf(QeDbRegAppTable::desc()))
         imp.store->refuse(placeOf(header.regAppTable) + "is no table of registered applications");

@@ -112,7 +112,7 @@ QeHost::StoredObject DrawingStore::look(Handle object)
     });
 }
 
-void DrawingStore::load(QeHost::Stub& object, QeHost::ObjectState& state)
+void DrawingStore::load(QeHost::ObjectRecord& object, QeHost::ObjectState& state)
 {
     reading([&] {
         readFields(*connection_, object, state);

@@ -19,7 +19,7 @@ public:
 
     DrawingHeader header();
     QeHost::StoredObject look(Handle object) override;
-    void load(QeHost::Stub& object, QeHost::ObjectState& state) override;
+    void load(QeHost::ObjectRecord& object, QeHost::ObjectState& state) override;
     Handle findEntry(Handle dictionary, const std::wstring& key) override;
     std::vector<std::pair<std::wstring, Handle>> entriesOf(Handle dictionary) override;
     std::pair<Handle, std::wstring> entryOf(Handle object) override;

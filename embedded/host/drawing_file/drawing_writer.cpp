@@ -10,7 +10,7 @@
 namespace Embedded {
 namespace {
 
-using QeHost::Stub;
+using QeHost::ObjectRecord;
 
 class DrawingWriter {
 public:
@@ -31,20 +31,20 @@ public:
 
     void write(const QeHost::SavePlan::Written& written)
     {
-        const Stub& stub = *written.object;
-        QeHost::ObjectState& state = *stub.object->imp().state;
-        const bool isThere = Query(connection_, "SELECT 1 FROM objects WHERE handle = ?", stub.handle).next();
+        const ObjectRecord& record = *written.object;
+        QeHost::ObjectState& state = *record.object->imp().state;
+        const bool isThere = Query(connection_, "SELECT 1 FROM objects WHERE handle = ?", record.handle).next();
         ObjectRow row;
         if (isThere) {
-            row.owned = readObjectRow(connection_, stub.handle).owned;
-            removeDetails(stub.handle);
+            row.owned = readObjectRow(connection_, record.handle).owned;
+            removeDetails(record.handle);
         }
-        row.className = utf8FromWide(stub.object->isA()->name());
+        row.className = utf8FromWide(record.object->isA()->name());
         row.owner = state.owner != nullptr ? state.owner->handle : 0;
-        row.details = writeFields(connection_, stub.handle, state);
-        writeObjectRow(connection_, stub.handle, row);
+        row.details = writeFields(connection_, record.handle, state);
+        writeObjectRow(connection_, record.handle, row);
         if (!isThere)
-            giveToOwner(stub.handle, row.owner, written);
+            giveToOwner(record.handle, row.owner, written);
     }
 
     /// The digests of the owners, once each.

@@ -16,7 +16,7 @@ namespace {
 
 using QeHost::DictionaryEntries;
 using QeHost::ExtendedData;
-using QeHost::Stub;
+using QeHost::ObjectRecord;
 
 constexpr std::int64_t kLowestExtendedCode = 1000;
 constexpr std::size_t kLongestExtendedChunk = 127;
@@ -59,10 +59,10 @@ void requirePosition(const StoredValue& position, std::size_t expected, const st
 /// Fills the fields that a class lists from the rows of one object.
 class FieldReader final : public QeHost::FieldVisitor {
 public:
-    FieldReader(DrawingConnection& connection, Stub& stub, const ObjectRow& own)
-        : connection_(connection), stub_(stub), row_(own)
+    FieldReader(DrawingConnection& connection, ObjectRecord& objectRecord, const ObjectRow& own)
+        : connection_(connection), objectRecord_(objectRecord), row_(own)
     {
-        Query query(connection_, "SELECT * FROM fields WHERE object = ?", stub_.handle);
+        Query query(connection_, "SELECT * FROM fields WHERE object = ?", objectRecord_.handle);
         while (query.next()) {
             StoredRow row = next(query, "fields");
             std::string name = textIn(row[1]);
@@ -86,12 +86,12 @@ public:
         const StoredRow row = take(field);
         if (!std::holds_alternative<std::int64_t>(row[3]))
             refuse(place() + std::string(field) + " names no object");
-        object = QeDbObjectId(&stub_.database->storedStub(handleIn(row[3])));
+        object = QeDbObjectId(&objectRecord_.database->storedRecord(handleIn(row[3])));
     }
 
     void values(ResbufValues& values) override
     {
-        Query query(connection_, "SELECT * FROM resbufs WHERE object = ? ORDER BY position", stub_.handle);
+        Query query(connection_, "SELECT * FROM resbufs WHERE object = ? ORDER BY position", objectRecord_.handle);
         while (query.next()) {
             const StoredRow row = next(query, "resbufs");
             requirePosition(row[1], values.size(), place());
@@ -99,20 +99,20 @@ public:
         }
     }
 
-    void entries(DictionaryEntries& entries) override { entries.loadedFrom(stub_); }
+    void entries(DictionaryEntries& entries) override { entries.loadedFrom(objectRecord_); }
 
-    void records(std::vector<Stub*>& records) override
+    void records(std::vector<ObjectRecord*>& records) override
     {
-        Query query(connection_, "SELECT * FROM records WHERE symbol_table = ? ORDER BY object", stub_.handle);
+        Query query(connection_, "SELECT * FROM records WHERE symbol_table = ? ORDER BY object", objectRecord_.handle);
         while (query.next())
-            records.push_back(&stub_.database->storedStub(handleIn(next(query, "records")[0])));
+            records.push_back(&objectRecord_.database->storedRecord(handleIn(next(query, "records")[0])));
         ownRecords_ = &records;
     }
 
     void extendedData(ExtendedData& data) override
     {
         Query query(connection_, "SELECT * FROM extended_data WHERE object = ? ORDER BY application, position",
-                    stub_.handle);
+                    objectRecord_.handle);
         while (query.next()) {
             const StoredRow row = next(query, "extended_data");
             ResbufValues& values = data[&application(handleIn(row[1]))];
@@ -126,7 +126,7 @@ public:
     void finish() const
     {
         if (!fields_.empty())
-            refuse(place() + "has a field that its class does not know, " + excerpt(fields_.begin()->first));
+            refuse(place() + "has a field that its class does not know, " + truncateForMessage(fields_.begin()->first));
         if (details_ != row_.details)
             refuse(place() + "not all of its values are there");
         if (ownRecords_ != nullptr && records_ != row_.owned)
@@ -134,7 +134,7 @@ public:
     }
 
 private:
-    std::string place() const { return placeOf(stub_.handle); }
+    std::string place() const { return placeOf(objectRecord_.handle); }
 
     /// No more rows than the object says: a damaged tree may give some again and again.
     StoredRow next(const Query& query, std::string_view table)
@@ -155,22 +155,22 @@ private:
         return std::move(fields_.extract(found).mapped());
     }
 
-    Stub& application(Handle handle) const
+    ObjectRecord& application(Handle handle) const
     {
-        const auto known = stub_.database->storedStubs.find(handle);
-        if (known == stub_.database->storedStubs.end() || !isApplication(*known->second))
+        const auto known = objectRecord_.database->storedRecords.find(handle);
+        if (known == objectRecord_.database->storedRecords.end() || !isApplication(*known->second))
             refuse(place() + "extended data of " + hexFromHandle(handle) + ", which is no registered application");
         return *known->second;
     }
 
     /// The table of registered applications is loaded before all other objects. While it is, its records may not be
     /// there yet, although it, or one of them, has extended data of them.
-    bool isApplication(const Stub& record) const
+    bool isApplication(const ObjectRecord& record) const
     {
         if (record.object != nullptr)
             return record.object->isKindOf(QeDbRegAppTableRecord::desc());
-        const Stub& table = *stub_.database->regAppTable;
-        const std::vector<Stub*>* const records =
+        const ObjectRecord& table = *objectRecord_.database->regAppTable;
+        const std::vector<ObjectRecord*>* const records =
             table.object != nullptr ? &QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records : ownRecords_;
         return records != nullptr && std::find(records->begin(), records->end(), &record) != records->end();
     }
@@ -186,12 +186,12 @@ private:
     }
 
     DrawingConnection& connection_;
-    Stub& stub_;
+    ObjectRecord& objectRecord_;
     const ObjectRow& row_;
     std::map<std::string, StoredRow, std::less<>> fields_;
     RowDigest details_;
     RowDigest records_;
-    const std::vector<Stub*>* ownRecords_ = nullptr; // of a table
+    const std::vector<ObjectRecord*>* ownRecords_ = nullptr; // of a table
 };
 
 /// Writes the fields that a class lists, but for what the object owns: rows of that are written with what is owned.
@@ -221,7 +221,7 @@ public:
     }
 
     void entries(DictionaryEntries& /*entries*/) override {}
-    void records(std::vector<Stub*>& /*records*/) override {}
+    void records(std::vector<ObjectRecord*>& /*records*/) override {}
 
     void extendedData(ExtendedData& data) override
     {
@@ -303,10 +303,10 @@ void writeObjectRow(DrawingConnection& connection, Handle object, const ObjectRo
               "objects", valuesOf(object, row));
 }
 
-void readFields(DrawingConnection& connection, Stub& stub, QeHost::ObjectState& state)
+void readFields(DrawingConnection& connection, ObjectRecord& objectRecord, QeHost::ObjectState& state)
 {
-    const ObjectRow row = readObjectRow(connection, stub.handle);
-    FieldReader reader(connection, stub, row);
+    const ObjectRow row = readObjectRow(connection, objectRecord.handle);
+    FieldReader reader(connection, objectRecord, row);
     state.visitAll(reader);
     reader.finish();
 }

@@ -23,7 +23,7 @@ ObjectRow readObjectRow(DrawingConnection& connection, Handle object);
 void writeObjectRow(DrawingConnection& connection, Handle object, const ObjectRow& row);
 
 /// Fills every field of a stored object. Throws DrawingRefusal.
-void readFields(DrawingConnection& connection, QeHost::Stub& stub, QeHost::ObjectState& state);
+void readFields(DrawingConnection& connection, QeHost::ObjectRecord& record, QeHost::ObjectState& state);
 /// Writes the details of an object that has none in the file, and answers their digest.
 RowDigest writeFields(DrawingConnection& connection, Handle object, QeHost::ObjectState& state);
 

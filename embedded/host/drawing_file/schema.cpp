@@ -119,7 +119,7 @@ std::string faultOf(SQLite::Database& database)
     }
     for (const auto& [name, definition] : found) {
         if (!expectedDefinitions().contains(name))
-            return excerpt(name) + " does not belong into its schema";
+            return truncateForMessage(name) + " does not belong into its schema";
     }
     return {};
 }

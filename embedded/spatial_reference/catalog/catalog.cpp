@@ -62,7 +62,7 @@ CatalogEntry entryOf(const PROJ_CRS_INFO& info)
             .areaOfUse = wideOrEmpty(info.area_name)};
 }
 
-CatalogEntry localEntry(const Document& document)
+CatalogEntry localEntry(const Projjson& document)
 {
     return {.code = wideFromUtf8(codeOf(document)),
             .name = wideFromUtf8(nameOf(document)),
@@ -83,7 +83,7 @@ std::vector<CatalogEntry> readEntries()
         if (entry.kind != 0 && seen.insert(entry.code).second)
             entries.push_back(std::move(entry));
     }
-    for (const Document& document : localSystems())
+    for (const Projjson& document : localSystems())
         entries.push_back(localEntry(document));
     return entries;
 }

@@ -59,12 +59,12 @@ ProjObject objectOfDatabase(const CatalogCode& code, PJ_CATEGORY category, bool 
 bool isOfAnotherLibrary(const CatalogCode& code, DefinitionType type)
 {
     const ProjObject object = catalogObject(code, categoryOf(type));
-    return object && !canonicalDocument(object.get()).empty();
+    return object && !canonicalProjjson(object.get()).empty();
 }
 
 Loaded loadLocal(const CatalogCode& code, DefinitionType type)
 {
-    const Document* document = findLocalSystem(code.code);
+    const Projjson* document = findLocalSystem(code.code);
     if (!document || type != DefinitionType::coordinateReferenceSystem)
         return {statusNotFound, std::nullopt};
     return {statusOk, DefinitionData(type, code.text(), *document)};
@@ -75,15 +75,15 @@ std::optional<DefinitionData> readFromDatabase(const CatalogCode& code, Definiti
     const ProjObject object = catalogObject(code, categoryOf(type));
     if (!object)
         return std::nullopt;
-    DefinitionData data(type, code.text(), canonicalDocument(object.get()));
+    DefinitionData data(type, code.text(), canonicalProjjson(object.get()));
     return isOfThisLibrary(data) ? std::optional(std::move(data)) : std::nullopt;
 }
 
 std::optional<DefinitionData> rememberedDefinition(const CatalogCode& code, DefinitionType type)
 {
     using Definition = std::optional<DefinitionData>;
-    static Remembered<std::pair<DefinitionType, std::string>, Definition> definitions;
-    return definitions.of(
+    static MemoCache<std::pair<DefinitionType, std::string>, Definition> definitions;
+    return definitions.getOrCompute(
         std::pair(type, code.text()), [&] { return readFromDatabase(code, type); },
         [](const Definition& read) { return read.has_value(); });
 }

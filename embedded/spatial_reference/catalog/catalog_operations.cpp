@@ -62,7 +62,7 @@ bool isReversible(const PJ* operation)
 
 DefinitionData operationData(const PJ* operation, DefinitionType type)
 {
-    DefinitionData data(type, codeOfObject(operation), Document{{"name", proj_get_name(operation)}});
+    DefinitionData data(type, codeOfObject(operation), Projjson{{"name", proj_get_name(operation)}});
     data.reversible = isReversible(operation);
     return data;
 }

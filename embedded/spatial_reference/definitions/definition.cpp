@@ -7,7 +7,7 @@ namespace Zentara::Infrastructure::SpatialReference {
 
 using Embedded::DefinitionType;
 using Embedded::guarded;
-using Embedded::struck;
+using Embedded::injectedStatus;
 
 namespace {
 
@@ -35,7 +35,7 @@ DefinitionBase::~DefinitionBase()
 
 Status DefinitionBase::GetCode(const wchar_t*& code) const
 {
-    if (const auto failure = struck("DefinitionBase::GetCode"))
+    if (const auto failure = injectedStatus("DefinitionBase::GetCode"))
         return *failure;
     code = data().code.c_str();
     return statusOk;
@@ -43,7 +43,7 @@ Status DefinitionBase::GetCode(const wchar_t*& code) const
 
 Status DefinitionBase::GetName(const wchar_t*& name) const
 {
-    if (const auto failure = struck("DefinitionBase::GetName"))
+    if (const auto failure = injectedStatus("DefinitionBase::GetName"))
         return *failure;
     name = data().name.c_str();
     return statusOk;
@@ -57,14 +57,14 @@ EllipsoidDefinition::~EllipsoidDefinition() = default;
 Status EllipsoidDefinition::Load(const wchar_t* code, EllipsoidDefinition*& definition)
 {
     definition = nullptr;
-    if (const auto failure = struck("EllipsoidDefinition::Load", statusOutOfMemory))
+    if (const auto failure = injectedStatus("EllipsoidDefinition::Load", statusOutOfMemory))
         return *failure;
     return loadDefinition(code, DefinitionType::ellipsoid, definition);
 }
 
 Status EllipsoidDefinition::GetSemiMajorAxisInMetres(double& value) const
 {
-    if (const auto failure = struck("EllipsoidDefinition::GetSemiMajorAxisInMetres"))
+    if (const auto failure = injectedStatus("EllipsoidDefinition::GetSemiMajorAxisInMetres"))
         return *failure;
     value = Embedded::semiMajorAxisInMetres(data().document);
     return statusOk;
@@ -72,7 +72,7 @@ Status EllipsoidDefinition::GetSemiMajorAxisInMetres(double& value) const
 
 Status EllipsoidDefinition::GetInverseFlattening(double& value) const
 {
-    if (const auto failure = struck("EllipsoidDefinition::GetInverseFlattening"))
+    if (const auto failure = injectedStatus("EllipsoidDefinition::GetInverseFlattening"))
         return *failure;
     value = Embedded::inverseFlattening(data().document);
     return statusOk;
@@ -86,14 +86,14 @@ DatumDefinition::~DatumDefinition() = default;
 Status DatumDefinition::Load(const wchar_t* code, DatumDefinition*& definition)
 {
     definition = nullptr;
-    if (const auto failure = struck("DatumDefinition::Load", statusOutOfMemory))
+    if (const auto failure = injectedStatus("DatumDefinition::Load", statusOutOfMemory))
         return *failure;
     return loadDefinition(code, DefinitionType::datum, definition);
 }
 
 Status DatumDefinition::GetEllipsoidCode(const wchar_t*& code) const
 {
-    if (const auto failure = struck("DatumDefinition::GetEllipsoidCode"))
+    if (const auto failure = injectedStatus("DatumDefinition::GetEllipsoidCode"))
         return *failure;
     code = data().ellipsoidCode.c_str();
     return statusOk;
@@ -102,7 +102,7 @@ Status DatumDefinition::GetEllipsoidCode(const wchar_t*& code) const
 Status DatumDefinition::GetEllipsoid(EllipsoidDefinition*& ellipsoid) const
 {
     ellipsoid = nullptr;
-    if (const auto failure = struck("DatumDefinition::GetEllipsoid"))
+    if (const auto failure = injectedStatus("DatumDefinition::GetEllipsoid"))
         return *failure;
     auto found = Embedded::ellipsoidDataOf(data());
     if (!found)
@@ -113,7 +113,7 @@ Status DatumDefinition::GetEllipsoid(EllipsoidDefinition*& ellipsoid) const
 
 Status DatumDefinition::SetEllipsoid(const EllipsoidDefinition* ellipsoid)
 {
-    if (const auto failure = struck("DatumDefinition::SetEllipsoid"))
+    if (const auto failure = injectedStatus("DatumDefinition::SetEllipsoid"))
         return *failure;
     if (!ellipsoid)
         return statusInvalidArgument;

@@ -27,7 +27,7 @@ DefinitionBaseArray::~DefinitionBaseArray()
 Status DefinitionBaseArray::CreateInstance(DefinitionBaseArray*& array)
 {
     array = nullptr;
-    if (const auto failure = Embedded::struck("DefinitionBaseArray::CreateInstance", statusOutOfMemory))
+    if (const auto failure = Embedded::injectedStatus("DefinitionBaseArray::CreateInstance", statusOutOfMemory))
         return *failure;
     array = new DefinitionBaseArray;
     return statusOk;
@@ -40,7 +40,7 @@ int DefinitionBaseArray::GetCount() const
 
 Status DefinitionBaseArray::Add(DefinitionBase* definition)
 {
-    if (const auto failure = Embedded::struck("DefinitionBaseArray::Add", statusOutOfMemory))
+    if (const auto failure = Embedded::injectedStatus("DefinitionBaseArray::Add", statusOutOfMemory))
         return *failure;
     if (!definition)
         return statusInvalidArgument;

@@ -50,17 +50,17 @@ Forms formsOf(const PJ* system)
     return forms;
 }
 
-Forms formsOf(const Embedded::Document& document)
+Forms formsOf(const Embedded::Projjson& document)
 {
-    static Embedded::Remembered<std::string, Forms> remembered;
+    static Embedded::MemoCache<std::string, Forms> remembered;
     const auto make = [&document] {
         const Embedded::ProjObject system = Embedded::projObjectFrom(document);
         return system ? formsOf(system.get()) : Forms();
     };
-    return remembered.of(document.dump(), make, [](const Forms& forms) { return !forms.texts.empty(); });
+    return remembered.getOrCompute(document.dump(), make, [](const Forms& forms) { return !forms.texts.empty(); });
 }
 
-Status writeWkt(const Embedded::Document& document, wchar_t* buffer, std::size_t bufferCharacters)
+Status writeWkt(const Embedded::Projjson& document, wchar_t* buffer, std::size_t bufferCharacters)
 {
     const Forms forms = formsOf(document);
     if (forms.texts.empty())
@@ -78,7 +78,7 @@ Status writeWkt(const Embedded::Document& document, wchar_t* buffer, std::size_t
 Status FormatConverter::DefinitionToWkt_s(const CoordinateReferenceSystemDefinition* definition, WktFlavor flavor,
                                           wchar_t* buffer, std::size_t bufferCharacters)
 {
-    if (const auto failure = Embedded::struck("FormatConverter::DefinitionToWkt_s"))
+    if (const auto failure = Embedded::injectedStatus("FormatConverter::DefinitionToWkt_s"))
         return *failure;
     if (!definition || !buffer)
         return statusInvalidArgument;

@@ -3,17 +3,17 @@
 
 namespace Zentara::Infrastructure::SpatialReference {
 
-using Embedded::Audit;
-using Embedded::Held;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 
 Object::Object()
 {
-    Audit::add(Held::libraryObject);
+    ResourceCounters::add(ResourceKind::libraryObject);
 }
 
 Object::~Object()
 {
-    Audit::remove(Held::libraryObject);
+    ResourceCounters::remove(ResourceKind::libraryObject);
 }
 
 void Object::Destroy(const Object* object)

@@ -14,10 +14,10 @@ namespace Embedded {
 using Zentara::Infrastructure::SpatialReference::Status;
 
 /// The status to fail with when the call is to fail.
-inline std::optional<Status> struck(std::string_view call,
-                                    Status failure = Zentara::Infrastructure::SpatialReference::statusFailed)
+inline std::optional<Status> injectedStatus(std::string_view call,
+                                            Status failure = Zentara::Infrastructure::SpatialReference::statusFailed)
 {
-    const auto code = Faults::strike(call, failure);
+    const auto code = FaultInjection::injectedFailure(call, failure);
     return code ? std::optional(static_cast<Status>(*code)) : std::nullopt;
 }
 

@@ -71,15 +71,15 @@ std::optional<std::string> whyNoDocument(std::string_view utf8)
     if (const auto fault = looksLikeJson(text) ? faultOfJson(text) : std::nullopt)
         return fault;
     const ProjObject object = objectFromText(text);
-    return describesSystem(object) ? faultOfUnits(object.get(), canonicalDocument(object.get())) : std::nullopt;
+    return describesSystem(object) ? faultOfUnits(object.get(), canonicalProjjson(object.get())) : std::nullopt;
 }
 
-std::optional<Document> documentFromUserText(std::string_view utf8, std::string_view code)
+std::optional<Projjson> documentFromUserText(std::string_view utf8, std::string_view code)
 {
     const ProjObject object = objectFromText(std::string(trimmed(utf8)));
     if (!describesSystem(object))
         return std::nullopt;
-    Document document = canonicalDocument(object.get());
+    Projjson document = canonicalProjjson(object.get());
     if (faultOfUnits(object.get(), document))
         return std::nullopt;
     if (hasIdentifier(document) && codeOf(document) != code) {

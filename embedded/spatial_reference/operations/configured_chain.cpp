@@ -150,8 +150,8 @@ HeightRule heightRuleOf(const LoadedOperation& operation, const SystemParts& sou
 
 } // namespace
 
-std::unique_ptr<OperationChain> configuredChain(const SystemParts& source, const SystemParts& target,
-                                                const ConfiguredOperation& configured)
+std::unique_ptr<Pipeline> configuredPipeline(const SystemParts& source, const SystemParts& target,
+                                             const ConfiguredOperation& configured)
 {
     LoadedOperation operation = loadOperationBetween(configured);
     Fit fit = bestFit(operation, source, target);
@@ -164,8 +164,7 @@ std::unique_ptr<OperationChain> configuredChain(const SystemParts& source, const
                        .accuracyInMetres = accuracyOf(operation.object.get()),
                        .isTimeDependent = isTimeDependent(operation.object.get()),
                        .direction = fit.direction};
-    auto chain =
-        std::make_unique<OperationChain>(source, target, std::move(used), heightRuleOf(operation, source, target));
+    auto chain = std::make_unique<Pipeline>(source, target, std::move(used), heightRuleOf(operation, source, target));
     chain->append(std::move(fit.before.operation), PJ_FWD, !entry.vertical.empty());
     chain->append(std::move(operation.object), isForward ? PJ_FWD : PJ_INV, false);
     chain->append(std::move(fit.after.operation), PJ_FWD, !exit.vertical.empty());

@@ -8,7 +8,7 @@
 namespace Embedded {
 
 /// Refuses whatever does not fit, must not be reversed or cannot be used here.
-std::unique_ptr<OperationChain> configuredChain(const SystemParts& source, const SystemParts& target,
-                                                const ConfiguredOperation& configured);
+std::unique_ptr<Pipeline> configuredPipeline(const SystemParts& source, const SystemParts& target,
+                                             const ConfiguredOperation& configured);
 
 } // namespace Embedded

@@ -30,9 +30,9 @@ public:
 
     std::optional<OperationDirection> directionOf(const IndexedOperation& operation) const
     {
-        if (leads(operation.source, operation.target))
+        if (matches(operation.source, operation.target))
             return OperationDirection::forward;
-        if (leads(operation.target, operation.source))
+        if (matches(operation.target, operation.source))
             return OperationDirection::inverse;
         return std::nullopt;
     }
@@ -45,7 +45,7 @@ public:
     }
 
 private:
-    bool leads(const OperationEnd& from, const OperationEnd& to) const
+    bool matches(const OperationEnd& from, const OperationEnd& to) const
     {
         return sourceDatums_.contains(from.datum) && targetDatums_.contains(to.datum) &&
                heightsFit(from.vertical, to.vertical, sourceVertical_, targetVertical_);

@@ -8,7 +8,7 @@ namespace Zentara::Infrastructure::SpatialReference {
 
 using Embedded::DefinitionType;
 using Embedded::guarded;
-using Embedded::struck;
+using Embedded::injectedStatus;
 
 CoordinateReferenceSystemDefinition::CoordinateReferenceSystemDefinition(DefinitionData* data) : DefinitionBase(data)
 {
@@ -18,7 +18,7 @@ CoordinateReferenceSystemDefinition::~CoordinateReferenceSystemDefinition() = de
 Status CoordinateReferenceSystemDefinition::Load(const wchar_t* code, CoordinateReferenceSystemDefinition*& definition)
 {
     definition = nullptr;
-    if (const auto failure = struck("CoordinateReferenceSystemDefinition::Load", statusOutOfMemory))
+    if (const auto failure = injectedStatus("CoordinateReferenceSystemDefinition::Load", statusOutOfMemory))
         return *failure;
     return guarded(statusFailed, [&] {
         auto [status, data] = Embedded::loadFromCatalog(code, DefinitionType::coordinateReferenceSystem);
@@ -32,7 +32,7 @@ Status CoordinateReferenceSystemDefinition::CreateFromText(const wchar_t* text, 
                                                            CoordinateReferenceSystemDefinition*& definition)
 {
     definition = nullptr;
-    if (const auto failure = struck("CoordinateReferenceSystemDefinition::CreateFromText", statusOutOfMemory))
+    if (const auto failure = injectedStatus("CoordinateReferenceSystemDefinition::CreateFromText", statusOutOfMemory))
         return *failure;
     if (!code || !*code || !Embedded::isWellFormed(code))
         return statusInvalidArgument;
@@ -51,7 +51,7 @@ Status CoordinateReferenceSystemDefinition::CreateFromText(const wchar_t* text, 
 
 Status CoordinateReferenceSystemDefinition::GetKind(int& kind) const
 {
-    if (const auto failure = struck("CoordinateReferenceSystemDefinition::GetKind"))
+    if (const auto failure = injectedStatus("CoordinateReferenceSystemDefinition::GetKind"))
         return *failure;
     kind = data().kind;
     return statusOk;
@@ -59,7 +59,7 @@ Status CoordinateReferenceSystemDefinition::GetKind(int& kind) const
 
 Status CoordinateReferenceSystemDefinition::GetDatumCode(const wchar_t*& code) const
 {
-    if (const auto failure = struck("CoordinateReferenceSystemDefinition::GetDatumCode"))
+    if (const auto failure = injectedStatus("CoordinateReferenceSystemDefinition::GetDatumCode"))
         return *failure;
     code = data().datumCode.c_str();
     return statusOk;
@@ -67,7 +67,7 @@ Status CoordinateReferenceSystemDefinition::GetDatumCode(const wchar_t*& code) c
 
 Status CoordinateReferenceSystemDefinition::GetEllipsoidCode(const wchar_t*& code) const
 {
-    if (const auto failure = struck("CoordinateReferenceSystemDefinition::GetEllipsoidCode"))
+    if (const auto failure = injectedStatus("CoordinateReferenceSystemDefinition::GetEllipsoidCode"))
         return *failure;
     code = data().ellipsoidCode.c_str();
     return statusOk;
@@ -76,7 +76,7 @@ Status CoordinateReferenceSystemDefinition::GetEllipsoidCode(const wchar_t*& cod
 Status CoordinateReferenceSystemDefinition::GetDatum(DatumDefinition*& datum) const
 {
     datum = nullptr;
-    if (const auto failure = struck("CoordinateReferenceSystemDefinition::GetDatum"))
+    if (const auto failure = injectedStatus("CoordinateReferenceSystemDefinition::GetDatum"))
         return *failure;
     auto found = Embedded::datumDataOf(data());
     if (!found)
@@ -87,7 +87,7 @@ Status CoordinateReferenceSystemDefinition::GetDatum(DatumDefinition*& datum) co
 
 Status CoordinateReferenceSystemDefinition::SetDatum(const DatumDefinition* datum)
 {
-    if (const auto failure = struck("CoordinateReferenceSystemDefinition::SetDatum"))
+    if (const auto failure = injectedStatus("CoordinateReferenceSystemDefinition::SetDatum"))
         return *failure;
     if (!datum)
         return statusInvalidArgument;
@@ -96,7 +96,7 @@ Status CoordinateReferenceSystemDefinition::SetDatum(const DatumDefinition* datu
 
 Status CoordinateReferenceSystemDefinition::SetEllipsoid(const EllipsoidDefinition* ellipsoid)
 {
-    if (const auto failure = struck("CoordinateReferenceSystemDefinition::SetEllipsoid"))
+    if (const auto failure = injectedStatus("CoordinateReferenceSystemDefinition::SetEllipsoid"))
         return *failure;
     if (!ellipsoid)
         return statusInvalidArgument;

@@ -19,7 +19,7 @@ TransformerResult makeTransformer(std::wstring_view sourceCode, std::wstring_vie
         SystemParts source = partsOfCatalogSystem(sourceCode);
         SystemParts target = partsOfCatalogSystem(targetCode);
         if (configured)
-            return {configuredChain(source, target, *configured), std::nullopt};
+            return {configuredPipeline(source, target, *configured), std::nullopt};
         return {std::make_unique<ProjTransformer>(std::move(source), std::move(target)), std::nullopt};
     } catch (OperationRefused& refused) {
         return {nullptr, std::move(refused.refusal)};

@@ -24,7 +24,7 @@ Status CoordinateReferenceSystemOperation::Load(const CoordinateReferenceSystemD
                                                 CoordinateReferenceSystemOperation*& operation)
 {
     operation = nullptr;
-    if (const auto failure = Embedded::struck("CoordinateReferenceSystemOperation::Load", statusOutOfMemory))
+    if (const auto failure = Embedded::injectedStatus("CoordinateReferenceSystemOperation::Load", statusOutOfMemory))
         return *failure;
     if (!definition)
         return statusInvalidArgument;
@@ -36,7 +36,7 @@ Status CoordinateReferenceSystemOperation::Load(const CoordinateReferenceSystemD
 
 Status CoordinateReferenceSystemOperation::IsDatumBased(bool& answer) const
 {
-    if (const auto failure = Embedded::struck("CoordinateReferenceSystemOperation::IsDatumBased"))
+    if (const auto failure = Embedded::injectedStatus("CoordinateReferenceSystemOperation::IsDatumBased"))
         return *failure;
     answer = data_->datumBased;
     return statusOk;
@@ -46,7 +46,7 @@ Status CoordinateReferenceSystemUtil::GetEllipsoid(const CoordinateReferenceSyst
                                                    EllipsoidDefinition*& ellipsoid)
 {
     ellipsoid = nullptr;
-    if (const auto failure = Embedded::struck("CoordinateReferenceSystemUtil::GetEllipsoid"))
+    if (const auto failure = Embedded::injectedStatus("CoordinateReferenceSystemUtil::GetEllipsoid"))
         return *failure;
     if (!definition)
         return statusInvalidArgument;

@@ -26,8 +26,7 @@ const char* apply(const ChainStep& step, PJ_COORD& coordinate)
 
 } // namespace
 
-OperationChain::OperationChain(const SystemParts& source, const SystemParts& target, UsedOperation used,
-                               HeightRule heights)
+Pipeline::Pipeline(const SystemParts& source, const SystemParts& target, UsedOperation used, HeightRule heights)
     : CoordinateTransformer(unitsOf(target)),
       heights_(heights),
       sourceNeedsHeight_(source.isGeocentric()),
@@ -36,13 +35,13 @@ OperationChain::OperationChain(const SystemParts& source, const SystemParts& tar
     operations_.push_back(std::move(used));
 }
 
-void OperationChain::append(ProjObject operation, PJ_DIRECTION direction, bool keepsHeight)
+void Pipeline::append(ProjObject operation, PJ_DIRECTION direction, bool keepsHeight)
 {
     if (operation)
         steps_.push_back({std::move(operation), direction, keepsHeight});
 }
 
-const char* OperationChain::refusalOf(const CoordinatePoint& point) const
+const char* Pipeline::refusalOf(const CoordinatePoint& point) const
 {
     if (const char* problem = problemOf(point, sourceNeedsHeight_))
         return problem;
@@ -51,7 +50,7 @@ const char* OperationChain::refusalOf(const CoordinatePoint& point) const
     return nullptr;
 }
 
-TransformedPoint OperationChain::transform(const CoordinatePoint& point)
+TransformedPoint Pipeline::transform(const CoordinatePoint& point)
 {
     if (const char* refusal = refusalOf(point))
         return failedPoint(refusal);

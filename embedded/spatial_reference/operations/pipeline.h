@@ -21,9 +21,9 @@ enum class HeightRule {
     unknown  // the systems' heights differ and no step says how
 };
 
-class OperationChain : public CoordinateTransformer {
+class Pipeline : public CoordinateTransformer {
 public:
-    OperationChain(const SystemParts& source, const SystemParts& target, UsedOperation used, HeightRule heights);
+    Pipeline(const SystemParts& source, const SystemParts& target, UsedOperation used, HeightRule heights);
 
     /// Without an operation there is nothing to do.
     void append(ProjObject operation, PJ_DIRECTION direction, bool keepsHeight);

@@ -8,7 +8,7 @@
 namespace Zentara::Infrastructure::SpatialReference {
 
 using Embedded::DefinitionType;
-using Embedded::struck;
+using Embedded::injectedStatus;
 
 namespace {
 
@@ -33,14 +33,14 @@ GeodeticTransformationDefinition::~GeodeticTransformationDefinition() = default;
 Status GeodeticTransformationDefinition::Load(const wchar_t* codeOrName, GeodeticTransformationDefinition*& definition)
 {
     definition = nullptr;
-    if (const auto failure = struck("GeodeticTransformationDefinition::Load", statusOutOfMemory))
+    if (const auto failure = injectedStatus("GeodeticTransformationDefinition::Load", statusOutOfMemory))
         return *failure;
     return loadOperationDefinition(codeOrName, DefinitionType::transformation, definition);
 }
 
 Status GeodeticTransformationDefinition::IsReversible(bool& answer) const
 {
-    if (const auto failure = struck("GeodeticTransformationDefinition::IsReversible"))
+    if (const auto failure = injectedStatus("GeodeticTransformationDefinition::IsReversible"))
         return *failure;
     answer = data().reversible;
     return statusOk;
@@ -54,14 +54,14 @@ GeodeticPathDefinition::~GeodeticPathDefinition() = default;
 Status GeodeticPathDefinition::Load(const wchar_t* codeOrName, GeodeticPathDefinition*& definition)
 {
     definition = nullptr;
-    if (const auto failure = struck("GeodeticPathDefinition::Load", statusOutOfMemory))
+    if (const auto failure = injectedStatus("GeodeticPathDefinition::Load", statusOutOfMemory))
         return *failure;
     return loadOperationDefinition(codeOrName, DefinitionType::path, definition);
 }
 
 Status GeodeticPathDefinition::IsReversible(bool& answer) const
 {
-    if (const auto failure = struck("GeodeticPathDefinition::IsReversible"))
+    if (const auto failure = injectedStatus("GeodeticPathDefinition::IsReversible"))
         return *failure;
     answer = data().reversible;
     return statusOk;
@@ -84,7 +84,7 @@ TransformationInfo::~TransformationInfo()
 Status TransformationInfo::CreateInstance(TransformationInfo*& info)
 {
     info = nullptr;
-    if (const auto failure = struck("TransformationInfo::CreateInstance", statusOutOfMemory))
+    if (const auto failure = injectedStatus("TransformationInfo::CreateInstance", statusOutOfMemory))
         return *failure;
     info = new TransformationInfo;
     return statusOk;
@@ -97,7 +97,7 @@ const wchar_t* TransformationInfo::GetName() const
 
 Status TransformationInfo::SetName(const wchar_t* name)
 {
-    if (const auto failure = struck("TransformationInfo::SetName", statusOutOfMemory))
+    if (const auto failure = injectedStatus("TransformationInfo::SetName", statusOutOfMemory))
         return *failure;
     data_->name = name ? name : L"";
     return statusOk;
@@ -110,7 +110,7 @@ int TransformationInfo::GetKind() const
 
 Status TransformationInfo::SetKind(int kind)
 {
-    if (const auto failure = struck("TransformationInfo::SetKind"))
+    if (const auto failure = injectedStatus("TransformationInfo::SetKind"))
         return *failure;
     if (kind < transformationNone || kind > transformationSingle)
         return statusInvalidArgument;

@@ -14,41 +14,41 @@ constexpr std::array kUsageKeys{"$schema",         "scope",           "area",   
                                 "vertical_extent", "temporal_extent", "remarks"};
 
 /// At every level: a base system may come with remarks of its own.
-void eraseUsage(Document& node)
+void eraseUsage(Projjson& node)
 {
     if (node.is_object()) {
         for (const char* key : kUsageKeys)
             node.erase(key);
     }
     if (node.is_structured()) {
-        for (Document& child : node)
+        for (Projjson& child : node)
             eraseUsage(child);
     }
 }
 
-Document projjsonOf(const PJ* object)
+Projjson projjsonOf(const PJ* object)
 {
     const char* const options[] = {"MULTILINE=NO", nullptr};
     const char* text = proj_as_projjson(projContext(), object, options);
-    Document document = text ? Document::parse(text, nullptr, false) : Document();
+    Projjson document = text ? Projjson::parse(text, nullptr, false) : Projjson();
     if (!document.is_object())
-        return Document::object();
+        return Projjson::object();
     eraseUsage(document);
     return document;
 }
 
 /// Codes are numbers where they look like one, as in PROJ's own PROJJSON.
-Document identifier(const char* authority, const char* code)
+Projjson identifier(const char* authority, const char* code)
 {
     const std::string_view text = code;
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     const bool isNumber = error == std::errc() && end == text.data() + text.size() && std::to_string(number) == text;
-    return {{"authority", authority}, {"code", isNumber ? Document(number) : Document(text)}};
+    return {{"authority", authority}, {"code", isNumber ? Projjson(number) : Projjson(text)}};
 }
 
 /// In the place of what PROJJSON has: PROJ cuts a code such as "106011_Paris" there to its leading number.
-void setIdentifier(const PJ* object, Document& node)
+void setIdentifier(const PJ* object, Projjson& node)
 {
     const char* authority = proj_get_id_auth_name(object, 0);
     const char* code = proj_get_id_code(object, 0);
@@ -63,7 +63,7 @@ bool isRounded(double number, double exact)
 }
 
 /// A number that was rounded to PROJJSON's digits gets its other digits back.
-void restoreDigits(Document& number, double exact)
+void restoreDigits(Projjson& number, double exact)
 {
     if (number.is_number() && isRounded(number.get<double>(), exact) && number.get<double>() != exact)
         number = exact;
@@ -79,13 +79,13 @@ constexpr NamedUnit kMetre{"metre", "LinearUnit", 1.0};
 constexpr NamedUnit kDegree{"degree", "AngularUnit", std::numbers::pi / 180};
 constexpr NamedUnit kUnity{"unity", "ScaleUnit", 1.0};
 
-Document spelledOut(const NamedUnit& unit, double factor)
+Projjson spelledOut(const NamedUnit& unit, double factor)
 {
     return {{"type", unit.type}, {"name", unit.name}, {"conversion_factor", factor}};
 }
 
 /// PROJ writes the mere name for every unit of that name, even if it has another factor.
-void spellOutOtherFactor(Document& unit, double factor)
+void spellOutOtherFactor(Projjson& unit, double factor)
 {
     for (const NamedUnit& known : {kMetre, kDegree, kUnity}) {
         if (unit == known.name && !isRounded(factor, known.factor)) {
@@ -96,7 +96,7 @@ void spellOutOtherFactor(Document& unit, double factor)
 }
 
 /// Only a unit that is spelled out has a factor or can carry an identifier.
-void completeUnit(Document& unit, double factor, const char* authority, const char* code)
+void completeUnit(Projjson& unit, double factor, const char* authority, const char* code)
 {
     spellOutOtherFactor(unit, factor);
     if (!unit.is_object())
@@ -106,14 +106,14 @@ void completeUnit(Document& unit, double factor, const char* authority, const ch
         unit["id"] = identifier(authority, code);
 }
 
-void completeAxes(const PJ* system, Document& node)
+void completeAxes(const PJ* system, Projjson& node)
 {
     const ProjObject axes(proj_crs_get_coordinate_system(projContext(), system));
     const auto found = node.find("coordinate_system");
     if (!axes || found == node.end() || !found->contains("axis"))
         return;
     int index = 0;
-    for (Document& axis : (*found)["axis"]) {
+    for (Projjson& axis : (*found)["axis"]) {
         double factor = 0;
         const char* authority = nullptr;
         const char* code = nullptr;
@@ -124,7 +124,7 @@ void completeAxes(const PJ* system, Document& node)
     }
 }
 
-void completeParameter(const PJ* operation, int index, Document& parameter)
+void completeParameter(const PJ* operation, int index, Projjson& parameter)
 {
     double value = 0;
     double factor = 0;
@@ -139,16 +139,16 @@ void completeParameter(const PJ* operation, int index, Document& parameter)
         completeUnit(parameter["unit"], factor, authority, code);
 }
 
-void completeParameters(const PJ* operation, Document& node)
+void completeParameters(const PJ* operation, Projjson& node)
 {
     if (!operation || !node.contains("parameters"))
         return;
     int index = 0;
-    for (Document& parameter : node["parameters"])
+    for (Projjson& parameter : node["parameters"])
         completeParameter(operation, index++, parameter);
 }
 
-void completeOperation(const PJ* system, Document& node)
+void completeOperation(const PJ* system, Projjson& node)
 {
     const ProjObject operation(proj_crs_get_coordoperation(projContext(), system));
     for (const char* key : {"conversion", "transformation"}) {
@@ -168,7 +168,7 @@ double factorFrom(double product, double value)
     return quotient;
 }
 
-void restoreLength(Document& length, double metres)
+void restoreLength(Projjson& length, double metres)
 {
     if (length.is_number() && isRounded(length.get<double>(), metres)) {
         restoreDigits(length, metres);
@@ -180,9 +180,9 @@ void restoreLength(Document& length, double metres)
         restoreDigits(length["unit"]["conversion_factor"], factorFrom(metres, length["value"].get<double>()));
 }
 
-Document ellipsoidDocument(const PJ* ellipsoid)
+Projjson ellipsoidDocument(const PJ* ellipsoid)
 {
-    Document document = projjsonOf(ellipsoid);
+    Projjson document = projjsonOf(ellipsoid);
     double major = 0;
     double minor = 0;
     int isMinorComputed = 0;
@@ -200,17 +200,17 @@ Document ellipsoidDocument(const PJ* ellipsoid)
     return document;
 }
 
-bool isGreenwich(const Document& meridian)
+bool isGreenwich(const Projjson& meridian)
 {
     return textOf(meridian, "name") == "Greenwich" && codeOf(meridian) == "EPSG:8901";
 }
 
-Document meridianDocument(const PJ* meridian)
+Projjson meridianDocument(const PJ* meridian)
 {
-    Document document = projjsonOf(meridian);
+    Projjson document = projjsonOf(meridian);
     double longitude = 0;
     double factor = 0;
-    Document& place = document["longitude"];
+    Projjson& place = document["longitude"];
     if (proj_prime_meridian_get_parameters(projContext(), meridian, &longitude, &factor, nullptr)) {
         if (place.is_number() && !isRounded(factor, kDegree.factor))
             place = {{"value", place}, {"unit", kDegree.name}};
@@ -225,19 +225,19 @@ Document meridianDocument(const PJ* meridian)
 }
 
 /// A datum without a meridian has the one of Greenwich.
-void completeMeridian(const PJ* datum, Document& node)
+void completeMeridian(const PJ* datum, Projjson& node)
 {
     const ProjObject meridian(proj_get_prime_meridian(projContext(), datum));
     if (!meridian)
         return;
-    Document document = meridianDocument(meridian.get());
+    Projjson document = meridianDocument(meridian.get());
     if (!isGreenwich(document))
         node["prime_meridian"] = std::move(document);
 }
 
-Document datumDocument(const PJ* datum)
+Projjson datumDocument(const PJ* datum)
 {
-    Document document = projjsonOf(datum);
+    Projjson document = projjsonOf(datum);
     if (const ProjObject ellipsoid{proj_get_ellipsoid(projContext(), datum)}) {
         document["ellipsoid"] = ellipsoidDocument(ellipsoid.get());
         document["ellipsoid"].erase("type");
@@ -248,13 +248,13 @@ Document datumDocument(const PJ* datum)
 }
 
 /// The datum in the place of an ensemble, under the ensemble's code.
-void completeDatum(const PJ* system, Document& node)
+void completeDatum(const PJ* system, Projjson& node)
 {
     const ProjObject datum(proj_crs_get_datum_forced(projContext(), system));
     if (!datum)
         return;
-    Document document = datumDocument(datum.get());
-    Document completed = Document::object();
+    Projjson document = datumDocument(datum.get());
+    Projjson completed = Projjson::object();
     for (auto& [key, value] : node.items()) {
         const bool isEnsemble = key == "datum_ensemble";
         if (isEnsemble && !hasIdentifier(document) && value.contains("id"))
@@ -264,9 +264,9 @@ void completeDatum(const PJ* system, Document& node)
     node = std::move(completed);
 }
 
-void completeSystem(const PJ* system, Document& node);
+void completeSystem(const PJ* system, Projjson& node);
 
-void completePart(ProjObject system, Document& node, const char* key)
+void completePart(ProjObject system, Projjson& node, const char* key)
 {
     if (system && node.contains(key)) {
         completeSystem(system.get(), node[key]);
@@ -274,10 +274,10 @@ void completePart(ProjObject system, Document& node, const char* key)
     }
 }
 
-void completeComponents(const PJ* system, Document& node)
+void completeComponents(const PJ* system, Projjson& node)
 {
     int index = 0;
-    for (Document& component : node["components"]) {
+    for (Projjson& component : node["components"]) {
         const ProjObject part(proj_crs_get_sub_crs(projContext(), system, index++));
         if (!part)
             continue;
@@ -286,7 +286,7 @@ void completeComponents(const PJ* system, Document& node)
     }
 }
 
-void completeSystem(const PJ* system, Document& node)
+void completeSystem(const PJ* system, Projjson& node)
 {
     if (node.contains("components"))
         return completeComponents(system, node);
@@ -300,35 +300,35 @@ void completeSystem(const PJ* system, Document& node)
 }
 
 /// PROJ reads a unit's identifier from the unit itself, not from the "id" that the PROJJSON schema asks for.
-void exposeUnitIdentifiers(Document& node)
+void exposeUnitIdentifiers(Projjson& node)
 {
     if (node.is_object() && node.contains("conversion_factor") && node.contains("id")) {
-        const Document id = node["id"];
+        const Projjson id = node["id"];
         node.update(id);
     }
     if (node.is_structured()) {
-        for (Document& child : node)
+        for (Projjson& child : node)
             exposeUnitIdentifiers(child);
     }
 }
 
 } // namespace
 
-Document canonicalDocument(const PJ* object)
+Projjson canonicalProjjson(const PJ* object)
 {
     if (proj_get_type(object) == PJ_TYPE_ELLIPSOID)
         return ellipsoidDocument(object);
     if (!proj_is_crs(object))
         return datumDocument(object);
-    Document document = projjsonOf(object);
+    Projjson document = projjsonOf(object);
     completeSystem(object, document);
     setIdentifier(object, document);
     return document;
 }
 
-ProjObject projObjectFrom(const Document& document)
+ProjObject projObjectFrom(const Projjson& document)
 {
-    Document projjson = document;
+    Projjson projjson = document;
     exposeUnitIdentifiers(projjson);
     return ProjObject(proj_create(projContext(), projjson.dump().c_str()));
 }

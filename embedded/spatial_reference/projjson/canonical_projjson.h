@@ -10,9 +10,9 @@ namespace Embedded {
 ///
 /// PROJ's own PROJJSON leaves out what its database would supply again: identifiers below an object that has one. They
 /// are put back, so that the document says as much as the object did.
-Document canonicalDocument(const PJ* object);
+Projjson canonicalProjjson(const PJ* object);
 
 /// What the document describes as an object of PROJ's, or null when PROJ cannot make sense of it.
-ProjObject projObjectFrom(const Document& document);
+ProjObject projObjectFrom(const Projjson& document);
 
 } // namespace Embedded

@@ -8,10 +8,10 @@
 namespace Zentara::Infrastructure::SpatialReference {
 
 using Embedded::DefinitionType;
-using Embedded::Document;
+using Embedded::Projjson;
 using Embedded::wideFromUtf8;
 
-DefinitionData::DefinitionData(DefinitionType definitionType, std::string definitionCode, Document definitionDocument)
+DefinitionData::DefinitionData(DefinitionType definitionType, std::string definitionCode, Projjson definitionDocument)
     : type(definitionType),
       codeUtf8(std::move(definitionCode)),
       document(std::move(definitionDocument)),
@@ -20,7 +20,7 @@ DefinitionData::DefinitionData(DefinitionType definitionType, std::string defini
     derive();
 }
 
-void DefinitionData::setDocument(Document changed)
+void DefinitionData::setDocument(Projjson changed)
 {
     document = std::move(changed);
     derive();
@@ -31,27 +31,27 @@ void DefinitionData::derive()
     name = wideFromUtf8(Embedded::nameOf(document));
     if (type == DefinitionType::coordinateReferenceSystem)
         kind = Embedded::kindOf(document);
-    const Document* datum = datumNode();
+    const Projjson* datum = datumNode();
     datumCode = datum ? wideFromUtf8(Embedded::codeOf(*datum)) : std::wstring();
-    const Document* ellipsoid = ellipsoidNode();
+    const Projjson* ellipsoid = ellipsoidNode();
     ellipsoidCode = ellipsoid ? wideFromUtf8(Embedded::codeOf(*ellipsoid)) : std::wstring();
 }
 
-const Document* DefinitionData::datumNode() const
+const Projjson* DefinitionData::datumNode() const
 {
     if (type != DefinitionType::coordinateReferenceSystem || kind == kindNotEarthReferenced)
         return nullptr;
-    const Document* datum = Embedded::memberOf(Embedded::geodeticNode(document), "datum");
+    const Projjson* datum = Embedded::memberOf(Embedded::geodeticNode(document), "datum");
     return datum && !Embedded::isUnspecifiedDatum(*datum) ? datum : nullptr;
 }
 
-const Document* DefinitionData::ellipsoidNode() const
+const Projjson* DefinitionData::ellipsoidNode() const
 {
     if (type == DefinitionType::datum)
         return Embedded::memberOf(document, "ellipsoid");
     if (type != DefinitionType::coordinateReferenceSystem)
         return nullptr;
-    const Document* datum = Embedded::memberOf(Embedded::geodeticNode(document), "datum");
+    const Projjson* datum = Embedded::memberOf(Embedded::geodeticNode(document), "datum");
     return datum ? Embedded::memberOf(*datum, "ellipsoid") : nullptr;
 }
 
@@ -63,14 +63,14 @@ namespace {
 using namespace Zentara::Infrastructure::SpatialReference;
 
 /// The node as a document: with its type in front, which PROJJSON leaves out where the place says it.
-Document standalone(const Document& node, const char* type)
+Projjson standalone(const Projjson& node, const char* type)
 {
-    Document document{{"type", type}};
+    Projjson document{{"type", type}};
     document.update(node);
     return document;
 }
 
-Document withoutType(Document document)
+Projjson withoutType(Projjson document)
 {
     document.erase("type");
     return document;
@@ -80,7 +80,7 @@ Document withoutType(Document document)
 
 std::optional<DefinitionData> datumDataOf(const DefinitionData& definition)
 {
-    const Document* datum = definition.datumNode();
+    const Projjson* datum = definition.datumNode();
     if (!datum)
         return std::nullopt;
     return DefinitionData(DefinitionType::datum, codeOf(*datum), standalone(*datum, "GeodeticReferenceFrame"));
@@ -88,7 +88,7 @@ std::optional<DefinitionData> datumDataOf(const DefinitionData& definition)
 
 std::optional<DefinitionData> ellipsoidDataOf(const DefinitionData& definition)
 {
-    const Document* ellipsoid = definition.ellipsoidNode();
+    const Projjson* ellipsoid = definition.ellipsoidNode();
     if (!ellipsoid)
         return std::nullopt;
     return DefinitionData(DefinitionType::ellipsoid, codeOf(*ellipsoid), standalone(*ellipsoid, "Ellipsoid"));
@@ -96,12 +96,12 @@ std::optional<DefinitionData> ellipsoidDataOf(const DefinitionData& definition)
 
 bool setEllipsoid(DefinitionData& definition, const DefinitionData& ellipsoid)
 {
-    Document changed = definition.document;
+    Projjson changed = definition.document;
     const bool isDatum = definition.type == DefinitionType::datum;
-    const Document* datum = isDatum ? &changed : memberOf(geodeticNode(changed), "datum");
+    const Projjson* datum = isDatum ? &changed : memberOf(geodeticNode(changed), "datum");
     if (!datum || !memberOf(*datum, "ellipsoid"))
         return false;
-    Document& place = isDatum ? changed : geodeticNode(changed)["datum"];
+    Projjson& place = isDatum ? changed : geodeticNode(changed)["datum"];
     place["ellipsoid"] = withoutType(ellipsoid.document);
     definition.setDocument(std::move(changed));
     return true;
@@ -109,9 +109,9 @@ bool setEllipsoid(DefinitionData& definition, const DefinitionData& ellipsoid)
 
 bool setDatum(DefinitionData& definition, const DefinitionData& datum)
 {
-    Document changed = definition.document;
-    Document& system = geodeticNode(changed);
-    const Document* present = memberOf(system, "datum");
+    Projjson changed = definition.document;
+    Projjson& system = geodeticNode(changed);
+    const Projjson* present = memberOf(system, "datum");
     if (!present || !memberOf(*present, "ellipsoid"))
         return false;
     system["datum"] = datum.document;

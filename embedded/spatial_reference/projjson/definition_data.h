@@ -26,14 +26,14 @@ namespace Zentara::Infrastructure::SpatialReference {
 
 struct DefinitionData {
     DefinitionData(Embedded::DefinitionType definitionType, std::string definitionCode,
-                   Embedded::Document definitionDocument);
+                   Embedded::Projjson definitionDocument);
 
     /// Replaces the document and what follows from it.
-    void setDocument(Embedded::Document changed);
+    void setDocument(Embedded::Projjson changed);
 
     Embedded::DefinitionType type;
     std::string codeUtf8;
-    Embedded::Document document;
+    Embedded::Projjson document;
 
     std::wstring code;
     std::wstring name;
@@ -43,9 +43,9 @@ struct DefinitionData {
     bool reversible = false;    // of a transformation or a path
 
     /// The system's datum, when it is datum-based.
-    const Embedded::Document* datumNode() const;
+    const Embedded::Projjson* datumNode() const;
     /// The system's or datum's ellipsoid, or null.
-    const Embedded::Document* ellipsoidNode() const;
+    const Embedded::Projjson* ellipsoidNode() const;
 
 private:
     void derive();

@@ -9,7 +9,7 @@ namespace Embedded {
 namespace {
 
 /// Stops the parser at the first thing out of bounds, before a document is built.
-class BoundsCheck final : public nlohmann::json_sax<Document> {
+class BoundsCheck final : public nlohmann::json_sax<Projjson> {
 public:
     bool null() override { return true; }
     bool boolean(bool) override { return true; }
@@ -64,14 +64,14 @@ private:
 std::optional<std::string> faultOfJson(std::string_view utf8)
 {
     BoundsCheck check;
-    return Document::sax_parse(utf8, &check) ? std::nullopt : std::optional(check.fault());
+    return Projjson::sax_parse(utf8, &check) ? std::nullopt : std::optional(check.fault());
 }
 
-std::optional<Document> readJson(std::string_view utf8)
+std::optional<Projjson> readJson(std::string_view utf8)
 {
     if (faultOfJson(utf8))
         return std::nullopt;
-    return Document::parse(utf8, nullptr, /* allow_exceptions */ false);
+    return Projjson::parse(utf8, nullptr, /* allow_exceptions */ false);
 }
 
 } // namespace Embedded

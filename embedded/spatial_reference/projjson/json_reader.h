@@ -16,6 +16,6 @@ inline constexpr int kDeepestJson = 32;
 std::optional<std::string> faultOfJson(std::string_view utf8);
 
 /// The value, or nothing.
-std::optional<Document> readJson(std::string_view utf8);
+std::optional<Projjson> readJson(std::string_view utf8);
 
 } // namespace Embedded

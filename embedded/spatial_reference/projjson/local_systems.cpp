@@ -5,23 +5,23 @@
 namespace Embedded {
 namespace {
 
-Document axis(const char* name, const char* abbreviation, const char* direction, const Document& unit)
+Projjson axis(const char* name, const char* abbreviation, const char* direction, const Projjson& unit)
 {
     return {{"name", name}, {"abbreviation", abbreviation}, {"direction", direction}, {"unit", unit}};
 }
 
-Document planeSystem(const char* code, const char* name, const Document& unit)
+Projjson planeSystem(const char* code, const char* name, const Projjson& unit)
 {
-    Document system{{"type", "EngineeringCRS"}, {"name", name}};
+    Projjson system{{"type", "EngineeringCRS"}, {"name", name}};
     system["datum"] = {{"name", "Local datum"}};
     system["coordinate_system"] = {
         {"subtype", "Cartesian"},
-        {"axis", Document::array({axis("Easting", "X", "east", unit), axis("Northing", "Y", "north", unit)})}};
+        {"axis", Projjson::array({axis("Easting", "X", "east", unit), axis("Northing", "Y", "north", unit)})}};
     system["id"] = {{"authority", std::string(kLocalAuthority)}, {"code", code}};
     return system;
 }
 
-Document foot(const char* name, double factor, int epsgCode)
+Projjson foot(const char* name, double factor, int epsgCode)
 {
     return {{"type", "LinearUnit"},
             {"name", name},
@@ -31,9 +31,9 @@ Document foot(const char* name, double factor, int epsgCode)
 
 } // namespace
 
-const std::vector<Document>& localSystems()
+const std::vector<Projjson>& localSystems()
 {
-    static const std::vector<Document> systems{
+    static const std::vector<Projjson> systems{
         planeSystem("FOOT", "Local plane (foot)", foot("foot", 0.3048, 9002)),
         planeSystem("METRE", "Local plane (metre)", "metre"),
         planeSystem("US-SURVEY-FOOT", "Local plane (US survey foot)", foot("US survey foot", 0.304800609601219, 9003)),
@@ -41,11 +41,11 @@ const std::vector<Document>& localSystems()
     return systems;
 }
 
-const Document* findLocalSystem(std::string_view code)
+const Projjson* findLocalSystem(std::string_view code)
 {
     const auto& systems = localSystems();
     const auto found =
-        std::ranges::find_if(systems, [code](const Document& system) { return textOf(system["id"], "code") == code; });
+        std::ranges::find_if(systems, [code](const Projjson& system) { return textOf(system["id"], "code") == code; });
     return found == systems.end() ? nullptr : &*found;
 }
 

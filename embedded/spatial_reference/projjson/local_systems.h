@@ -12,9 +12,9 @@ namespace Embedded {
 inline constexpr std::string_view kLocalAuthority = "LOCAL";
 
 /// Their documents, in catalog order.
-const std::vector<Document>& localSystems();
+const std::vector<Projjson>& localSystems();
 
 /// The document of LOCAL:`code`, or null.
-const Document* findLocalSystem(std::string_view code);
+const Projjson* findLocalSystem(std::string_view code);
 
 } // namespace Embedded

@@ -8,7 +8,7 @@ namespace {
 
 using namespace Zentara::Infrastructure::SpatialReference;
 
-int kindOfSingle(std::string_view type, const Document& system)
+int kindOfSingle(std::string_view type, const Projjson& system)
 {
     if (type == "GeographicCRS" || type == "DerivedGeographicCRS")
         return kindGeographic;
@@ -18,31 +18,31 @@ int kindOfSingle(std::string_view type, const Document& system)
         return kindNotEarthReferenced;
     if (type != "GeodeticCRS" && type != "DerivedGeodeticCRS")
         return 0;
-    const Document* axes = memberOf(system, "coordinate_system");
+    const Projjson* axes = memberOf(system, "coordinate_system");
     return axes && textOf(*axes, "subtype") == "Cartesian" ? kindGeocentric : kindGeographic;
 }
 
 /// A length is a number of metres, or an object with its unit.
-double lengthInMetres(const Document& length)
+double lengthInMetres(const Projjson& length)
 {
     if (length.is_number())
         return length.get<double>();
-    const Document* value = memberOf(length, "value");
-    const Document* unit = memberOf(length, "unit");
-    const Document* factor = unit ? memberOf(*unit, "conversion_factor") : nullptr;
+    const Projjson* value = memberOf(length, "value");
+    const Projjson* unit = memberOf(length, "unit");
+    const Projjson* factor = unit ? memberOf(*unit, "conversion_factor") : nullptr;
     if (!value || !value->is_number())
         return 0;
     return value->get<double>() * (factor && factor->is_number() ? factor->get<double>() : 1.0);
 }
 
-std::string textOfNumberOrString(const Document& value)
+std::string textOfNumberOrString(const Projjson& value)
 {
     return value.is_string() ? value.get<std::string>() : value.dump();
 }
 
 } // namespace
 
-const Document* memberOf(const Document& node, const char* key)
+const Projjson* memberOf(const Projjson& node, const char* key)
 {
     if (!node.is_object())
         return nullptr;
@@ -50,92 +50,92 @@ const Document* memberOf(const Document& node, const char* key)
     return found == node.end() ? nullptr : &*found;
 }
 
-std::string_view textOf(const Document& node, const char* key)
+std::string_view textOf(const Projjson& node, const char* key)
 {
-    const Document* member = memberOf(node, key);
+    const Projjson* member = memberOf(node, key);
     return member && member->is_string() ? std::string_view(member->get_ref<const std::string&>()) : std::string_view();
 }
 
-std::string_view systemTypeOf(const Document& system)
+std::string_view systemTypeOf(const Projjson& system)
 {
     const auto type = textOf(system, "type");
     return type.empty() ? "GeographicCRS" : type;
 }
 
-const Document* underlyingSystem(const Document& system)
+const Projjson* underlyingSystem(const Projjson& system)
 {
-    if (const Document* components = memberOf(system, "components"))
+    if (const Projjson* components = memberOf(system, "components"))
         return components->is_array() && !components->empty() ? &components->front() : nullptr;
-    if (const Document* source = memberOf(system, "source_crs"))
+    if (const Projjson* source = memberOf(system, "source_crs"))
         return source;
     return memberOf(system, "base_crs");
 }
 
-int kindOf(const Document& system)
+int kindOf(const Projjson& system)
 {
     const auto type = systemTypeOf(system);
     if (type != "CompoundCRS" && type != "BoundCRS")
         return kindOfSingle(type, system);
-    const Document* horizontal = underlyingSystem(system);
+    const Projjson* horizontal = underlyingSystem(system);
     return horizontal ? kindOf(*horizontal) : 0;
 }
 
-const Document& geodeticNode(const Document& system)
+const Projjson& geodeticNode(const Projjson& system)
 {
-    const Document* node = &system;
-    while (const Document* underlying = underlyingSystem(*node))
+    const Projjson* node = &system;
+    while (const Projjson* underlying = underlyingSystem(*node))
         node = underlying;
     return *node;
 }
 
-Document& geodeticNode(Document& system)
+Projjson& geodeticNode(Projjson& system)
 {
-    return const_cast<Document&>(geodeticNode(std::as_const(system)));
+    return const_cast<Projjson&>(geodeticNode(std::as_const(system)));
 }
 
-bool hasIdentifier(const Document& node)
+bool hasIdentifier(const Projjson& node)
 {
     return memberOf(node, "id") || memberOf(node, "ids");
 }
 
-std::string codeOf(const Document& node)
+std::string codeOf(const Projjson& node)
 {
-    const Document* identifier = memberOf(node, "id");
-    if (const Document* several = memberOf(node, "ids"); !identifier && several && several->is_array())
+    const Projjson* identifier = memberOf(node, "id");
+    if (const Projjson* several = memberOf(node, "ids"); !identifier && several && several->is_array())
         identifier = several->empty() ? nullptr : &several->front();
-    const Document* code = identifier ? memberOf(*identifier, "code") : nullptr;
+    const Projjson* code = identifier ? memberOf(*identifier, "code") : nullptr;
     if (!code)
         return nameOf(node);
     return CatalogCode{std::string(textOf(*identifier, "authority")), textOfNumberOrString(*code)}.text();
 }
 
-std::string nameOf(const Document& node)
+std::string nameOf(const Projjson& node)
 {
     if (memberOf(node, "name") || !memberOf(node, "source_crs"))
         return std::string(textOf(node, "name"));
     return nameOf(node["source_crs"]);
 }
 
-bool isUnspecifiedDatum(const Document& datum)
+bool isUnspecifiedDatum(const Projjson& datum)
 {
     const auto name = textOf(datum, "name");
     return name.starts_with("Not specified (based on ") || name.starts_with("Unknown based on ") ||
            equalIgnoringCase(name, "unknown");
 }
 
-double semiMajorAxisInMetres(const Document& ellipsoid)
+double semiMajorAxisInMetres(const Projjson& ellipsoid)
 {
-    const Document* axis = memberOf(ellipsoid, "semi_major_axis");
+    const Projjson* axis = memberOf(ellipsoid, "semi_major_axis");
     if (!axis)
         axis = memberOf(ellipsoid, "radius");
     return axis ? lengthInMetres(*axis) : 0;
 }
 
-double inverseFlattening(const Document& ellipsoid)
+double inverseFlattening(const Projjson& ellipsoid)
 {
-    if (const Document* inverse = memberOf(ellipsoid, "inverse_flattening"); inverse && inverse->is_number())
+    if (const Projjson* inverse = memberOf(ellipsoid, "inverse_flattening"); inverse && inverse->is_number())
         return inverse->get<double>();
-    const Document* minor = memberOf(ellipsoid, "semi_minor_axis");
+    const Projjson* minor = memberOf(ellipsoid, "semi_minor_axis");
     const double major = semiMajorAxisInMetres(ellipsoid);
     const double difference = minor ? major - lengthInMetres(*minor) : 0;
     return difference == 0 ? 0 : major / difference;

@@ -11,30 +11,30 @@ namespace {
 
 using namespace Zentara::Infrastructure::SpatialReference;
 
-bool hasName(const Document& node)
+bool hasName(const Projjson& node)
 {
     return !textOf(node, "name").empty();
 }
 
 /// A code is text or number; several identifiers are as good as one.
-bool hasSoundIdentifier(const Document& node)
+bool hasSoundIdentifier(const Projjson& node)
 {
-    const auto isSound = [](const Document& id) {
-        const Document* code = memberOf(id, "code");
+    const auto isSound = [](const Projjson& id) {
+        const Projjson* code = memberOf(id, "code");
         return !textOf(id, "authority").empty() && code && (code->is_string() || code->is_number());
     };
-    if (const Document* id = memberOf(node, "id"); id && !isSound(*id))
+    if (const Projjson* id = memberOf(node, "id"); id && !isSound(*id))
         return false;
-    const Document* ids = memberOf(node, "ids");
+    const Projjson* ids = memberOf(node, "ids");
     return !ids || (ids->is_array() && std::ranges::all_of(*ids, isSound));
 }
 
-bool isNamed(const Document* node)
+bool isNamed(const Projjson* node)
 {
     return node && hasName(*node) && hasSoundIdentifier(*node);
 }
 
-bool isEllipsoid(const Document* node)
+bool isEllipsoid(const Projjson* node)
 {
     if (!isNamed(node))
         return false;
@@ -42,52 +42,52 @@ bool isEllipsoid(const Document* node)
     return axis > 0 && std::isfinite(axis) && std::isfinite(inverseFlattening(*node));
 }
 
-bool isGeodeticDatum(const Document* node)
+bool isGeodeticDatum(const Projjson* node)
 {
     return isNamed(node) && isEllipsoid(memberOf(*node, "ellipsoid"));
 }
 
 /// WKT 1 allows a local system without any datum; PROJ then gives it one without a name.
-bool isEngineeringDatum(const Document* node)
+bool isEngineeringDatum(const Projjson* node)
 {
     return node && node->is_object() && hasSoundIdentifier(*node);
 }
 
-bool hasAxes(const Document& system)
+bool hasAxes(const Projjson& system)
 {
-    const Document* axes = memberOf(system, "coordinate_system");
-    const Document* list = axes ? memberOf(*axes, "axis") : nullptr;
+    const Projjson* axes = memberOf(system, "coordinate_system");
+    const Projjson* list = axes ? memberOf(*axes, "axis") : nullptr;
     return axes && !textOf(*axes, "subtype").empty() && list && list->is_array() && !list->empty();
 }
 
-bool isSystem(const Document& node);
+bool isSystem(const Projjson& node);
 
-bool isCompound(const Document& node)
+bool isCompound(const Projjson& node)
 {
-    const Document* components = memberOf(node, "components");
+    const Projjson* components = memberOf(node, "components");
     return isNamed(&node) && components && components->is_array() && components->size() >= 2 &&
-           std::ranges::all_of(*components, [](const Document& part) { return part.is_object(); }) &&
+           std::ranges::all_of(*components, [](const Projjson& part) { return part.is_object(); }) &&
            isSystem(components->front());
 }
 
-bool isBound(const Document& node)
+bool isBound(const Projjson& node)
 {
-    const Document* source = memberOf(node, "source_crs");
-    const Document* target = memberOf(node, "target_crs");
-    const Document* transformation = memberOf(node, "transformation");
+    const Projjson* source = memberOf(node, "source_crs");
+    const Projjson* target = memberOf(node, "target_crs");
+    const Projjson* transformation = memberOf(node, "transformation");
     return source && isSystem(*source) && target && target->is_object() && transformation &&
            transformation->is_object() && hasSoundIdentifier(node);
 }
 
-bool isDerived(const Document& node)
+bool isDerived(const Projjson& node)
 {
-    const Document* base = memberOf(node, "base_crs");
-    const Document* conversion = memberOf(node, "conversion");
+    const Projjson* base = memberOf(node, "base_crs");
+    const Projjson* conversion = memberOf(node, "conversion");
     return base && isSystem(*base) && conversion && conversion->is_object();
 }
 
 /// The place of the datum depends on the type: a projected or derived system has it in its base.
-bool isSingle(std::string_view type, const Document& node)
+bool isSingle(std::string_view type, const Projjson& node)
 {
     if (!isNamed(&node))
         return false;
@@ -100,7 +100,7 @@ bool isSingle(std::string_view type, const Document& node)
     return hasAxes(node) && isGeodeticDatum(memberOf(node, "datum"));
 }
 
-bool isSystem(const Document& node)
+bool isSystem(const Projjson& node)
 {
     if (!node.is_object() || kindOf(node) == 0)
         return false;
@@ -126,16 +126,16 @@ bool isExpected(PJ_TYPE type, DefinitionType expected, const PJ* object)
     }
 }
 
-bool isShallow(const Document& node, int levels)
+bool isShallow(const Projjson& node, int levels)
 {
-    return levels > 0 && (!node.is_structured() || std::ranges::all_of(node, [levels](const Document& child) {
+    return levels > 0 && (!node.is_structured() || std::ranges::all_of(node, [levels](const Projjson& child) {
                return isShallow(child, levels - 1);
            }));
 }
 
 } // namespace
 
-bool isSoundDocument(DefinitionType type, const Document& document)
+bool isSoundDocument(DefinitionType type, const Projjson& document)
 {
     const auto typeName = textOf(document, "type");
     if (!isShallow(document, kDeepestDocument))
@@ -152,7 +152,7 @@ bool isSoundDocument(DefinitionType type, const Document& document)
     }
 }
 
-bool isValidDocument(DefinitionType type, const Document& document)
+bool isValidDocument(DefinitionType type, const Projjson& document)
 {
     if (!isSoundDocument(type, document))
         return false;

@@ -11,9 +11,9 @@ namespace Embedded {
 inline constexpr int kDeepestDocument = 24;
 
 /// A system of a known kind, a datum or an ellipsoid, with the parts that the queries look for.
-bool isSoundDocument(DefinitionType type, const Document& document);
+bool isSoundDocument(DefinitionType type, const Projjson& document);
 
 /// Sound, and PROJ agrees: what passes can be queried and converted.
-bool isValidDocument(DefinitionType type, const Document& document);
+bool isValidDocument(DefinitionType type, const Projjson& document);
 
 } // namespace Embedded

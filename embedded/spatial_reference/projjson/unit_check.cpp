@@ -85,7 +85,7 @@ std::optional<std::vector<std::string>> unitsOfObject(const PJ* object)
 
 } // namespace
 
-std::optional<std::string> faultOfUnits(const PJ* object, const Document& document)
+std::optional<std::string> faultOfUnits(const PJ* object, const Projjson& document)
 {
     const auto units = unitsOfObject(object);
     if (!units)

@@ -13,6 +13,6 @@ namespace Embedded {
 /// above 0, or the document holds another unit. Kind, name and factor of every unit are compared, in order, since PROJ
 /// takes units of one name for equal when it writes PROJJSON. Nothing for an object that cannot be written as WKT 2,
 /// which tells the units.
-std::optional<std::string> faultOfUnits(const PJ* object, const Document& document);
+std::optional<std::string> faultOfUnits(const PJ* object, const Projjson& document);
 
 } // namespace Embedded

@@ -97,8 +97,8 @@ std::string binaryStreamFrom(const std::vector<DefinitionData>& definitions)
 std::optional<std::vector<DefinitionData>> definitionsFromBinaryStream(std::string_view bytes)
 {
     using Definitions = std::optional<std::vector<DefinitionData>>;
-    static Remembered<std::string, Definitions> streams;
-    return streams.of(
+    static MemoCache<std::string, Definitions> streams;
+    return streams.getOrCompute(
         bytes, [bytes] { return readStream(bytes); }, [](const Definitions& read) { return read.has_value(); });
 }
 

@@ -14,7 +14,7 @@
 namespace Zentara::Infrastructure::SpatialReference {
 
 using Embedded::guarded;
-using Embedded::struck;
+using Embedded::injectedStatus;
 
 struct DefinitionStreamData {
     std::vector<DefinitionData> definitions;
@@ -33,7 +33,7 @@ bool isStreamable(const DefinitionData& data)
 }
 
 /// Hands out copies of the definitions in a new array, or nothing when one of them cannot be added.
-Status handOut(const std::vector<DefinitionData>& definitions, DefinitionBaseArray*& handedOut)
+Status copyTo(const std::vector<DefinitionData>& definitions, DefinitionBaseArray*& handedOut)
 {
     Embedded::LibraryHolder<DefinitionBaseArray> array(new DefinitionBaseArray);
     for (const DefinitionData& data : definitions) {
@@ -65,7 +65,7 @@ DefinitionStream::~DefinitionStream()
 Status DefinitionStream::CreateInstance(DefinitionStream*& stream)
 {
     stream = nullptr;
-    if (const auto failure = struck("DefinitionStream::CreateInstance", statusOutOfMemory))
+    if (const auto failure = injectedStatus("DefinitionStream::CreateInstance", statusOutOfMemory))
         return *failure;
     stream = new DefinitionStream;
     return statusOk;
@@ -73,7 +73,7 @@ Status DefinitionStream::CreateInstance(DefinitionStream*& stream)
 
 Status DefinitionStream::Add(const DefinitionBase* definition)
 {
-    if (const auto failure = struck("DefinitionStream::Add", statusOutOfMemory))
+    if (const auto failure = injectedStatus("DefinitionStream::Add", statusOutOfMemory))
         return *failure;
     if (!definition)
         return statusInvalidArgument;
@@ -86,7 +86,7 @@ Status DefinitionStream::Add(const DefinitionBase* definition)
 Status DefinitionStream::Write(unsigned char* buffer, std::size_t& lengthInBytes, SerializationFormat format,
                                int flags) const
 {
-    if (const auto failure = struck("DefinitionStream::Write"))
+    if (const auto failure = injectedStatus("DefinitionStream::Write"))
         return *failure;
     if (!buffer || flags != 0)
         return statusInvalidArgument;
@@ -105,7 +105,7 @@ Status DefinitionStream::Write(unsigned char* buffer, std::size_t& lengthInBytes
 Status DefinitionStream::Read(const unsigned char* bytes, std::size_t lengthInBytes, SerializationFormat format,
                               int flags)
 {
-    if (const auto failure = struck("DefinitionStream::Read"))
+    if (const auto failure = injectedStatus("DefinitionStream::Read"))
         return *failure;
     if (!bytes || flags != 1)
         return statusInvalidArgument;
@@ -124,16 +124,16 @@ Status DefinitionStream::Read(const unsigned char* bytes, std::size_t lengthInBy
 Status DefinitionStream::GetDefinitions(DefinitionBaseArray*& definitions) const
 {
     definitions = nullptr;
-    if (const auto failure = struck("DefinitionStream::GetDefinitions", statusOutOfMemory))
+    if (const auto failure = injectedStatus("DefinitionStream::GetDefinitions", statusOutOfMemory))
         return *failure;
-    return handOut(data_->definitions, definitions);
+    return copyTo(data_->definitions, definitions);
 }
 
 Status DefinitionStream::Serialize_s(const DefinitionBase* definition, unsigned char* buffer,
                                      std::uint64_t bufferLengthInBytes, SerializationFormat format, int schemaVersion,
                                      bool includeDependents)
 {
-    if (const auto failure = struck("DefinitionStream::Serialize_s"))
+    if (const auto failure = injectedStatus("DefinitionStream::Serialize_s"))
         return *failure;
     if (!definition || !buffer)
         return statusInvalidArgument;
@@ -152,7 +152,7 @@ Status DefinitionStream::Deserialize_s(DefinitionBaseArray*& definitions, const 
                                        std::uint64_t lengthInBytes, SerializationFormat format, int schemaVersion)
 {
     definitions = nullptr;
-    if (const auto failure = struck("DefinitionStream::Deserialize_s"))
+    if (const auto failure = injectedStatus("DefinitionStream::Deserialize_s"))
         return *failure;
     if (!bytes)
         return statusNullText;
@@ -160,7 +160,7 @@ Status DefinitionStream::Deserialize_s(DefinitionBaseArray*& definitions, const 
         return statusUnsupported;
     return guarded(statusUnreadable, [&] {
         auto [status, data] = Embedded::definitionsFromTextFrame(viewOf(bytes, lengthInBytes));
-        return status == statusOk ? handOut(data, definitions) : status;
+        return status == statusOk ? copyTo(data, definitions) : status;
     });
 }
 

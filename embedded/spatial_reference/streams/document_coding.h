@@ -9,9 +9,9 @@
 
 namespace Embedded {
 
-void writeDocument(ByteWriter& writer, const Document& document);
+void writeDocument(ByteWriter& writer, const Projjson& document);
 
 /// Nothing for bytes that are no document, are too deep or repeat a key.
-std::optional<Document> readDocument(ByteReader& reader);
+std::optional<Projjson> readDocument(ByteReader& reader);
 
 } // namespace Embedded

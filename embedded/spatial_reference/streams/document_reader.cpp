@@ -14,7 +14,7 @@ class DocumentReader {
 public:
     explicit DocumentReader(ByteReader& reader) : reader_(reader) {}
 
-    std::optional<Document> value(int depth)
+    std::optional<Projjson> value(int depth)
     {
         const auto tag = reader_.byte();
         if (!tag || depth > kDeepestJson)
@@ -23,10 +23,10 @@ public:
             return reference(*tag);
         switch (*tag) {
         case Tag::null:
-            return Document();
+            return Projjson();
         case Tag::falseValue:
         case Tag::trueValue:
-            return Document(*tag == Tag::trueValue);
+            return Projjson(*tag == Tag::trueValue);
         case Tag::integer:
         case Tag::negativeInteger:
             return integer(*tag == Tag::negativeInteger);
@@ -43,7 +43,7 @@ public:
     }
 
 private:
-    std::optional<Document> structure(unsigned tag, int depth)
+    std::optional<Projjson> structure(unsigned tag, int depth)
     {
         switch (tag) {
         case Tag::array:
@@ -59,7 +59,7 @@ private:
         }
     }
 
-    std::optional<Document> reference(unsigned tag)
+    std::optional<Projjson> reference(unsigned tag)
     {
         std::size_t number = tag - Tag::firstShort;
         if (tag >= Tag::firstLong) {
@@ -68,23 +68,23 @@ private:
                 return std::nullopt;
             number = kShortEntries + ((tag - Tag::firstLong) << 8) + *low;
         }
-        const Document* entry = vocabularyEntry(number);
+        const Projjson* entry = vocabularyEntry(number);
         return entry ? std::optional(*entry) : std::nullopt;
     }
 
-    std::optional<Document> integer(bool negative)
+    std::optional<Projjson> integer(bool negative)
     {
         const auto number = reader_.varint();
         if (!number)
             return std::nullopt;
         if (!negative)
-            return Document(*number);
+            return Projjson(*number);
         if (*number > static_cast<std::uint64_t>(INT64_MAX))
             return std::nullopt;
-        return Document(-1 - static_cast<std::int64_t>(*number));
+        return Projjson(-1 - static_cast<std::int64_t>(*number));
     }
 
-    std::optional<Document> decimal(bool negative)
+    std::optional<Projjson> decimal(bool negative)
     {
         const auto mantissa = reader_.varint();
         const auto exponent = reader_.byte();
@@ -92,26 +92,26 @@ private:
             *exponent >= Decimal::kPowersOfTen.size())
             return std::nullopt;
         const double magnitude = Decimal{*mantissa, *exponent}.value();
-        return Document(negative ? -magnitude : magnitude);
+        return Projjson(negative ? -magnitude : magnitude);
     }
 
-    std::optional<Document> floatingPoint()
+    std::optional<Projjson> floatingPoint()
     {
         const auto bits = reader_.littleEndian(8);
         const double value = bits ? std::bit_cast<double>(*bits) : 0;
-        return bits && std::isfinite(value) ? std::optional(Document(value)) : std::nullopt;
+        return bits && std::isfinite(value) ? std::optional(Projjson(value)) : std::nullopt;
     }
 
-    std::optional<Document> text()
+    std::optional<Projjson> text()
     {
         auto utf8 = reader_.text();
-        return utf8 ? std::optional(Document(*std::move(utf8))) : std::nullopt;
+        return utf8 ? std::optional(Projjson(*std::move(utf8))) : std::nullopt;
     }
 
-    std::optional<Document> array(int depth)
+    std::optional<Projjson> array(int depth)
     {
         const auto count = reader_.count();
-        Document result = Document::array();
+        Projjson result = Projjson::array();
         for (std::size_t index = 0; count && index < *count; ++index) {
             auto element = value(depth + 1);
             if (!element)
@@ -121,10 +121,10 @@ private:
         return count ? std::optional(std::move(result)) : std::nullopt;
     }
 
-    std::optional<Document> object(int depth)
+    std::optional<Projjson> object(int depth)
     {
         const auto count = reader_.count();
-        Document result = Document::object();
+        Projjson result = Projjson::object();
         for (std::size_t index = 0; count && index < *count; ++index) {
             const auto key = value(depth + 1);
             auto member = key && key->is_string() ? value(depth + 1) : std::nullopt;
@@ -135,13 +135,13 @@ private:
         return count ? std::optional(std::move(result)) : std::nullopt;
     }
 
-    std::optional<Document> epsgIdentifier()
+    std::optional<Projjson> epsgIdentifier()
     {
         const auto code = reader_.varint();
-        return code ? std::optional(Document{{"authority", "EPSG"}, {"code", *code}}) : std::nullopt;
+        return code ? std::optional(Projjson{{"authority", "EPSG"}, {"code", *code}}) : std::nullopt;
     }
 
-    std::optional<Document> parameter(int depth)
+    std::optional<Projjson> parameter(int depth)
     {
         const auto identity = value(depth + 1);
         const auto number = identity ? value(depth + 1) : std::nullopt;
@@ -156,7 +156,7 @@ private:
 
 } // namespace
 
-std::optional<Document> readDocument(ByteReader& reader)
+std::optional<Projjson> readDocument(ByteReader& reader)
 {
     return DocumentReader(reader).value(0);
 }

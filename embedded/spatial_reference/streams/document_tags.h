@@ -43,7 +43,7 @@ struct Decimal {
 };
 
 /// An operation parameter is its identity, name and id, with a value and a unit between them.
-inline Document parameterFrom(const Document& identity, const Document& value, const Document& unit)
+inline Projjson parameterFrom(const Projjson& identity, const Projjson& value, const Projjson& unit)
 {
     return {{"name", identity.at("name")}, {"value", value}, {"unit", unit}, {"id", identity.at("id")}};
 }

@@ -26,23 +26,23 @@ class DocumentWriter {
 public:
     explicit DocumentWriter(ByteWriter& writer) : writer_(writer) {}
 
-    void value(const Document& document)
+    void value(const Projjson& document)
     {
         if (const auto number = vocabularyNumberOf(document))
             return reference(*number);
         switch (document.type()) {
-        case Document::value_t::object:
+        case Projjson::value_t::object:
             return object(document);
-        case Document::value_t::array:
+        case Projjson::value_t::array:
             return array(document);
-        case Document::value_t::string:
+        case Projjson::value_t::string:
             return text(document.get_ref<const std::string&>());
-        case Document::value_t::number_float:
+        case Projjson::value_t::number_float:
             return number(document.get<double>());
-        case Document::value_t::number_unsigned:
-        case Document::value_t::number_integer:
+        case Projjson::value_t::number_unsigned:
+        case Projjson::value_t::number_integer:
             return integer(document);
-        case Document::value_t::boolean:
+        case Projjson::value_t::boolean:
             return writer_.byte(document.get<bool>() ? Tag::trueValue : Tag::falseValue);
         default:
             return writer_.byte(Tag::null);
@@ -67,12 +67,12 @@ private:
 
     void key(const std::string& name)
     {
-        if (const auto number = vocabularyNumberOf(Document(name)))
+        if (const auto number = vocabularyNumberOf(Projjson(name)))
             return reference(*number);
         text(name);
     }
 
-    void integer(const Document& document)
+    void integer(const Projjson& document)
     {
         const bool negative =
             document.is_number_integer() && document.get<std::int64_t>() < 0 && !document.is_number_unsigned();
@@ -93,15 +93,15 @@ private:
         writer_.byte(decimal->exponent);
     }
 
-    void array(const Document& document)
+    void array(const Projjson& document)
     {
         writer_.byte(Tag::array);
         writer_.varint(document.size());
-        for (const Document& element : document)
+        for (const Projjson& element : document)
             value(element);
     }
 
-    void object(const Document& document)
+    void object(const Projjson& document)
     {
         if (epsgIdentifier(document) || parameter(document))
             return;
@@ -113,24 +113,24 @@ private:
         }
     }
 
-    bool epsgIdentifier(const Document& document)
+    bool epsgIdentifier(const Projjson& document)
     {
-        const Document* code = memberOf(document, "code");
+        const Projjson* code = memberOf(document, "code");
         if (!code || !code->is_number_integer() || !(*code >= 0) ||
-            document != Document{{"authority", "EPSG"}, {"code", *code}})
+            document != Projjson{{"authority", "EPSG"}, {"code", *code}})
             return false;
         writer_.byte(Tag::epsgIdentifier);
         writer_.varint(code->get<std::uint64_t>());
         return true;
     }
 
-    bool parameter(const Document& document)
+    bool parameter(const Projjson& document)
     {
         for (const char* key : {"name", "value", "unit", "id"}) {
             if (!document.contains(key))
                 return false;
         }
-        const Document identity = identityOf(document);
+        const Projjson identity = identityOf(document);
         const auto number = vocabularyNumberOf(identity);
         if (!number || document != parameterFrom(identity, document["value"], document["unit"]))
             return false;
@@ -141,9 +141,9 @@ private:
         return true;
     }
 
-    static Document identityOf(const Document& document)
+    static Projjson identityOf(const Projjson& document)
     {
-        Document identity = document;
+        Projjson identity = document;
         identity.erase("value");
         identity.erase("unit");
         return identity;
@@ -154,7 +154,7 @@ private:
 
 } // namespace
 
-void writeDocument(ByteWriter& writer, const Document& document)
+void writeDocument(ByteWriter& writer, const Projjson& document)
 {
     DocumentWriter(writer).value(document);
 }

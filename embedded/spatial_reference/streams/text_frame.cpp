@@ -36,25 +36,25 @@ std::optional<DefinitionType> typeOfName(std::string_view name)
     return found == kTypeNames.end() ? std::nullopt : std::optional(found->first);
 }
 
-Document entryOf(const DefinitionData& definition)
+Projjson entryOf(const DefinitionData& definition)
 {
     return {{"type", nameOfType(definition.type)}, {"code", definition.codeUtf8}, {"definition", definition.document}};
 }
 
-std::optional<DefinitionData> definitionFrom(const Document& entry)
+std::optional<DefinitionData> definitionFrom(const Projjson& entry)
 {
     const auto type = typeOfName(textOf(entry, "type"));
     const auto code = textOf(entry, "code");
-    const Document* document = memberOf(entry, "definition");
+    const Projjson* document = memberOf(entry, "definition");
     if (!type || code.empty() || !document || !isValidDocument(*type, *document))
         return std::nullopt;
     return DefinitionData(*type, std::string(code), *document);
 }
 
-TextReading definitionsFrom(const Document& entries)
+TextReading definitionsFrom(const Projjson& entries)
 {
     TextReading reading{statusOk, {}};
-    for (const Document& entry : entries) {
+    for (const Projjson& entry : entries) {
         auto definition = definitionFrom(entry);
         if (!definition)
             return {statusUnreadable, {}};
@@ -63,14 +63,14 @@ TextReading definitionsFrom(const Document& entries)
     return reading;
 }
 
-TextReading readFrame(const Document& frame)
+TextReading readFrame(const Projjson& frame)
 {
-    const Document* version = memberOf(frame, kVersionKey);
+    const Projjson* version = memberOf(frame, kVersionKey);
     if (!version || !version->is_number_unsigned() || *version == 0)
         return {statusUnreadable, {}};
     if (*version > kTextFrameVersion)
         return {statusUnsupported, {}};
-    const Document* entries = memberOf(frame, kDefinitionsKey);
+    const Projjson* entries = memberOf(frame, kDefinitionsKey);
     if (!entries || !entries->is_array() || entries->empty())
         return {statusUnreadable, {}};
     return definitionsFrom(*entries);
@@ -103,21 +103,21 @@ TextReading readUtf16le(std::string_view utf16le)
 
 std::string textFrameFrom(const DefinitionData& definition, bool includeDependents)
 {
-    Document entries = Document::array({entryOf(definition)});
+    Projjson entries = Projjson::array({entryOf(definition)});
     if (includeDependents) {
         if (const auto datum = datumDataOf(definition))
             entries.push_back(entryOf(*datum));
         if (const auto ellipsoid = ellipsoidDataOf(definition))
             entries.push_back(entryOf(*ellipsoid));
     }
-    const Document frame{{kVersionKey, kTextFrameVersion}, {kDefinitionsKey, std::move(entries)}};
+    const Projjson frame{{kVersionKey, kTextFrameVersion}, {kDefinitionsKey, std::move(entries)}};
     return utf16leFromWide(wideFromUtf8(frame.dump()) + L'\0');
 }
 
 TextReading definitionsFromTextFrame(std::string_view utf16le)
 {
-    static Remembered<std::string, TextReading> readings;
-    return readings.of(
+    static MemoCache<std::string, TextReading> readings;
+    return readings.getOrCompute(
         utf16le, [utf16le] { return readUtf16le(utf16le); },
         [](const TextReading& reading) { return reading.status == statusOk; });
 }

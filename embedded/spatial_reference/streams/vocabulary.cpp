@@ -10,7 +10,7 @@ namespace Embedded {
 namespace {
 
 /// A cheap look at a value, equal for equal values: most values are seen to be no entry by it.
-std::string beginningOf(const Document& value)
+std::string beginningOf(const Projjson& value)
 {
     if (value.is_string())
         return value.get<std::string>();
@@ -21,14 +21,14 @@ std::string beginningOf(const Document& value)
 }
 
 struct Vocabulary {
-    std::vector<Document> entries;
+    std::vector<Projjson> entries;
     std::unordered_set<std::string> beginnings;
     std::unordered_map<std::string, std::size_t> numbers; // by compact JSON text
 
     Vocabulary()
     {
         for (const std::string_view json : vocabularyEntries()) {
-            entries.push_back(Document::parse(json));
+            entries.push_back(Projjson::parse(json));
             beginnings.insert(beginningOf(entries.back()));
             numbers.emplace(entries.back().dump(), entries.size() - 1);
         }
@@ -43,7 +43,7 @@ const Vocabulary& vocabulary()
 
 } // namespace
 
-std::optional<std::size_t> vocabularyNumberOf(const Document& value)
+std::optional<std::size_t> vocabularyNumberOf(const Projjson& value)
 {
     if (!(value.is_string() || value.is_object()) || !vocabulary().beginnings.contains(beginningOf(value)))
         return std::nullopt;
@@ -51,7 +51,7 @@ std::optional<std::size_t> vocabularyNumberOf(const Document& value)
     return found == vocabulary().numbers.end() ? std::nullopt : std::optional(found->second);
 }
 
-const Document* vocabularyEntry(std::size_t number)
+const Projjson* vocabularyEntry(std::size_t number)
 {
     const auto& entries = vocabulary().entries;
     return number < entries.size() ? &entries[number] : nullptr;

@@ -9,9 +9,9 @@
 namespace Embedded {
 
 /// The entry's number, or nothing.
-std::optional<std::size_t> vocabularyNumberOf(const Document& value);
+std::optional<std::size_t> vocabularyNumberOf(const Projjson& value);
 
 /// The entry, or null for a number that no entry has.
-const Document* vocabularyEntry(std::size_t number);
+const Projjson* vocabularyEntry(std::size_t number);
 
 } // namespace Embedded

@@ -6,7 +6,7 @@
 namespace Tests {
 namespace {
 
-using Embedded::Faults;
+using Embedded::FaultInjection;
 using Calls = std::vector<std::string>;
 
 class LibraryAttachCalls : public PlatformTest {
@@ -15,10 +15,10 @@ protected:
 
     Calls callsOn(DWORD reason)
     {
-        Faults::watch();
+        FaultInjection::watch();
         EXPECT_EQ(DllMain(&module, reason, nullptr), TRUE);
-        Faults::disarm();
-        return Faults::seen();
+        FaultInjection::disarm();
+        return FaultInjection::seen();
     }
 };
 
@@ -37,7 +37,7 @@ TEST_F(LibraryAttachCalls, NoticesThatCannotBeSwitchedOff_AreNoFailure)
 {
     const Embedded::ScopedFault fault({.call = "DisableThreadLibraryCalls", .code = {}});
     EXPECT_EQ(DllMain(&module, kProcessAttach, nullptr), TRUE);
-    EXPECT_EQ(Faults::struck(), 1U);
+    EXPECT_EQ(FaultInjection::failedCalls(), 1U);
 }
 
 TEST_F(LibraryAttachCalls, StandIn_NeedsAModule)

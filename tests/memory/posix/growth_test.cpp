@@ -30,11 +30,11 @@ protected:
     {
         for (int count = 0; count < kRoundsToWarmUp; ++count)
             round();
-        const Embedded::AuditCounts held = Embedded::Audit::now();
+        const Embedded::ResourceCounts held = Embedded::ResourceCounters::now();
         const std::size_t before = allocatedBytes();
         for (int count = 0; count < rounds() && !HasFailure(); ++count)
             round();
-        EXPECT_EQ(Embedded::Audit::difference(held, Embedded::Audit::now()), "");
+        EXPECT_EQ(Embedded::ResourceCounters::difference(held, Embedded::ResourceCounters::now()), "");
         const std::size_t now = allocatedBytes();
         EXPECT_LE(now, before + kMostGrowthInBytes);
         std::cout << rounds() << " rounds: " << static_cast<long>(now) - static_cast<long>(before) << " bytes more\n";

@@ -116,7 +116,7 @@ std::string withoutMark(const std::string& argument)
     return argument.starts_with(kMark) ? argument.substr(1) : argument;
 }
 
-int wholeNumber(const std::string& option, const std::string& text, int least, int most)
+int parseInteger(const std::string& option, const std::string& text, int least, int most)
 {
     int number = 0;
     const char* end = text.data() + text.size();

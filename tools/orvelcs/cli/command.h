@@ -46,7 +46,7 @@ std::vector<std::string> keptWhole(const std::vector<std::string>& arguments);
 std::string withoutMark(const std::string& argument);
 
 /// Throws Failure for wrong usage unless the text is a whole number from `least` to `most`.
-int wholeNumber(const std::string& option, const std::string& text, int least, int most);
+int parseInteger(const std::string& option, const std::string& text, int least, int most);
 /// The text of an argument; throws Failure for wrong usage when it is empty or not UTF-8.
 std::wstring wideArgument(const std::string& argument, const std::string& text);
 

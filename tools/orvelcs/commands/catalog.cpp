@@ -43,10 +43,10 @@ Embedded::CatalogQuery queryFrom(const SearchOptions& options)
         throw wrongUsage("TEXT", "is empty");
     query.text = wideArgument("TEXT", fmt::format("{}", fmt::join(options.words, " ")));
     if (!options.kind.empty())
-        query.kind = wholeNumber("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric);
+        query.kind = parseInteger("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric);
     if (!options.limit.empty())
         query.limit =
-            static_cast<std::size_t>(wholeNumber("--limit", options.limit, 1, std::numeric_limits<int>::max()));
+            static_cast<std::size_t>(parseInteger("--limit", options.limit, 1, std::numeric_limits<int>::max()));
     if (options.authorityOption->count() > 0)
         query.authority = wideArgument("--authority", options.authority);
     query.deprecated = options.deprecated;

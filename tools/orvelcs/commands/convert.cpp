@@ -118,7 +118,7 @@ void printConverted(const ConvertOptions& options, const ConvertReport& report, 
 
 ExitStatus runConvert(ConvertOptions& options, Output& output)
 {
-    const int version = wholeNumber("--to", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+    const int version = parseInteger("--to", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     checkFileNames({options.file}, false, output);
     options.change.files = {options.isReplaced() ? options.file : options.target};
     checkChangeOptions(options.change, output);

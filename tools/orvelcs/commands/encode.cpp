@@ -73,7 +73,7 @@ void checkTarget(const EncodeOptions& options, const Output& output)
 
 ExitStatus runEncode(const EncodeOptions& options, Output& output)
 {
-    const int version = wholeNumber("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+    const int version = parseInteger("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     const std::wstring code = wideArgument("CODE", options.code);
     checkTarget(options, output);
     try {

@@ -49,7 +49,7 @@ ExitStatus runNew(const NewOptions& options, Output& output)
 {
     const int version = options.version.empty()
                             ? QeDb::kCurrentDwg
-                            : wholeNumber("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+                            : parseInteger("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     checkFileNames(options.files, true, output);
     return forEachDrawing(options.files, output,
                           [&](const std::string& file) { return makeAndReport(file, version, options.force, output); });

@@ -36,7 +36,7 @@ struct StruckCall<Result(Arguments...)> {
     Result operator()(Arguments... arguments) const
     {
         static const auto real = systemFunction<Result(Arguments...)>(library, name);
-        const auto planned = Embedded::Faults::strike(name, failure);
+        const auto planned = Embedded::FaultInjection::injectedFailure(name, failure);
         const Result result = planned ? *planned : real(arguments...);
         if (settle != nullptr)
             settle(result, arguments...);

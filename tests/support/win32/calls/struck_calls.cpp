@@ -10,8 +10,8 @@
 namespace Tests {
 namespace {
 
-using Embedded::Audit;
-using Embedded::Held;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 
 constexpr const wchar_t* kKernel = L"kernel32.dll";
 constexpr const wchar_t* kRegistry = L"advapi32.dll";
@@ -28,7 +28,7 @@ bool isCounted(HKEY key)
 /// The only argument of its type is where the key was put.
 constexpr auto kCountOpenedKey = [](LSTATUS status, auto... arguments) {
     if (status == ERROR_SUCCESS && isCounted(*std::get<PHKEY>(std::tuple(arguments...))))
-        Audit::add(Held::registryKey);
+        ResourceCounters::add(ResourceKind::registryKey);
 };
 
 constexpr StruckCall<decltype(RegCreateKeyExW)> kRegCreateKeyEx{kRegistry, "RegCreateKeyExW", ERROR_ACCESS_DENIED,
@@ -46,7 +46,7 @@ LSTATUS closeKey(HKEY key)
     static const auto real = systemFunction<decltype(RegCloseKey)>(kRegistry, "RegCloseKey");
     const LSTATUS status = real(key);
     if (status == ERROR_SUCCESS && isCounted(key))
-        Audit::remove(Held::registryKey);
+        ResourceCounters::remove(ResourceKind::registryKey);
     return status;
 }
 
@@ -54,7 +54,7 @@ constexpr StruckCall<decltype(CLSIDFromString)> kClsidFromString{kCom, "CLSIDFro
 constexpr StruckCall<decltype(StringFromCLSID)> kStringFromClsid{kCom, "StringFromCLSID", E_OUTOFMEMORY,
                                                                  [](HRESULT result, REFCLSID /*id*/, LPOLESTR* text) {
                                                                      if (result == S_OK && *text != nullptr)
-                                                                         Audit::add(Held::comMemory);
+                                                                         ResourceCounters::add(ResourceKind::comMemory);
                                                                  }};
 
 void freeComMemory(void* memory)
@@ -62,7 +62,7 @@ void freeComMemory(void* memory)
     static const auto real = systemFunction<decltype(CoTaskMemFree)>(kCom, "CoTaskMemFree");
     real(memory);
     if (memory != nullptr)
-        Audit::remove(Held::comMemory);
+        ResourceCounters::remove(ResourceKind::comMemory);
 }
 
 constexpr StruckCall<decltype(MultiByteToWideChar)> kMultiByteToWideChar{kKernel, "MultiByteToWideChar", 0};

@@ -18,9 +18,9 @@ int __real_fclose(std::FILE* stream);
 namespace Tests {
 namespace {
 
-using Embedded::Audit;
-using Embedded::Faults;
-using Embedded::Held;
+using Embedded::FaultInjection;
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
 
 /// Nothing is allocated for them: that would be counted among the module's own allocations.
 std::array<std::FILE*, 64> openStreams;
@@ -38,13 +38,13 @@ bool replaceOpenStream(std::FILE* former, std::FILE* next)
 std::FILE* openStream(const wchar_t* path, const wchar_t* mode, int sharing)
 {
     static const auto real = systemFunction<decltype(_wfsopen)>(L"msvcrt.dll", "_wfsopen");
-    if (const auto planned = Faults::strike("_wfsopen", EACCES)) {
+    if (const auto planned = FaultInjection::injectedFailure("_wfsopen", EACCES)) {
         errno = *planned;
         return nullptr;
     }
     std::FILE* const stream = real(path, mode, sharing);
     if (stream != nullptr && replaceOpenStream(nullptr, stream))
-        Audit::add(Held::textFile);
+        ResourceCounters::add(ResourceKind::textFile);
     return stream;
 }
 
@@ -53,7 +53,7 @@ bool fails(std::FILE* stream, const char* step, int failure)
 {
     if (std::ranges::find(openStreams, stream) == openStreams.end())
         return false;
-    const auto planned = Faults::strike(step, failure);
+    const auto planned = FaultInjection::injectedFailure(step, failure);
     if (planned) {
         stream->_flag |= _IOERR;
         errno = *planned;
@@ -85,7 +85,7 @@ int __wrap_fclose(std::FILE* stream)
     const bool planned = Tests::fails(stream, "_wfsopen.close", EIO);
     const int plannedError = errno;
     if (Tests::replaceOpenStream(stream, nullptr))
-        Embedded::Audit::remove(Embedded::Held::textFile);
+        Embedded::ResourceCounters::remove(Embedded::ResourceKind::textFile);
     const int result = __real_fclose(stream);
     if (!planned)
         return result;

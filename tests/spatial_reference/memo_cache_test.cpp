@@ -11,31 +11,31 @@ using namespace Tests;
 
 /// What is remembered of the key, or nothing, which is not kept.
 template <class Key>
-std::optional<int> found(Embedded::Remembered<Key, std::optional<int>>& numbers, const Key& key)
+std::optional<int> found(Embedded::MemoCache<Key, std::optional<int>>& numbers, const Key& key)
 {
-    return numbers.of(
+    return numbers.getOrCompute(
         key, [] { return std::optional<int>(); }, [](const auto&) { return false; });
 }
 
 template <class Key>
-void keep(Embedded::Remembered<Key, std::optional<int>>& numbers, const Key& key, int number)
+void keep(Embedded::MemoCache<Key, std::optional<int>>& numbers, const Key& key, int number)
 {
-    EXPECT_EQ(numbers.of(
+    EXPECT_EQ(numbers.getOrCompute(
                   key, [number] { return std::optional(number); }, [](const auto&) { return true; }),
               number);
 }
 
-TEST(Remembered, WhatWasKept_IsFound)
+TEST(MemoCache, WhatWasKept_IsFound)
 {
-    Embedded::Remembered<std::string, std::optional<int>> numbers;
+    Embedded::MemoCache<std::string, std::optional<int>> numbers;
     keep<std::string>(numbers, "one", 1);
     EXPECT_EQ(found<std::string>(numbers, "one"), 1);
     EXPECT_EQ(found<std::string>(numbers, "two"), std::nullopt);
 }
 
-TEST(Remembered, WhatIsKeptBeyondTheRoom_TakesTheOthersPlace)
+TEST(MemoCache, WhatIsKeptBeyondTheRoom_TakesTheOthersPlace)
 {
-    Embedded::Remembered<int, std::optional<int>> numbers;
+    Embedded::MemoCache<int, std::optional<int>> numbers;
     constexpr int kMore = 65;
     for (int number = 0; number < kMore; ++number)
         keep(numbers, number, number);
@@ -43,9 +43,9 @@ TEST(Remembered, WhatIsKeptBeyondTheRoom_TakesTheOthersPlace)
     EXPECT_NE(found(numbers, kMore - 1), std::nullopt);
 }
 
-TEST(Remembered, WhatIsLongerThanADefinition_IsNotKept)
+TEST(MemoCache, WhatIsLongerThanADefinition_IsNotKept)
 {
-    Embedded::Remembered<std::string, std::optional<int>> numbers;
+    Embedded::MemoCache<std::string, std::optional<int>> numbers;
     const std::string longest(16384, 'x');
     keep(numbers, longest, 1);
     keep(numbers, longest + 'x', 2);
