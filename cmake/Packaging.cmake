@@ -28,7 +28,8 @@ install(DIRECTORY docs DESTINATION "${ORVEL_DOCUMENT_FOLDER}")
 
 # The terms of what is compiled in, by the packages that it came from. What is a package of its own on the user's machine
 # brings its own.
-set(compiled_in "CLI11:libcli11-dev" "JSON for Modern C++:nlohmann-json3-dev" "UTF8-CPP:libutfcpp-dev" "fmt:libfmt-dev")
+set(compiled_in "CLI11:libcli11-dev" "JSON for Modern C++:nlohmann-json3-dev" "SQLiteCpp:libsqlitecpp-dev"
+    "UTF8-CPP:libutfcpp-dev" "expected:libexpected-dev" "fmt:libfmt-dev" "xxHash:libxxhash-dev")
 if(WIN32)
     list(APPEND compiled_in "PROJ and its catalog:libproj-dev" "SQLite:libsqlite3-0"
         "MinGW-w64 runtime:mingw-w64-x86-64-dev" "GCC runtime libraries:gcc-mingw-w64-x86-64-posix-runtime")

@@ -3,7 +3,7 @@
 # Where nothing is missing it changes nothing and asks for no privileges.
 set -eu
 
-demo_packages='g++ cmake ninja-build make libproj-dev proj-data libsqlite3-dev libsqlitecpp-dev libxxhash-dev nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev'
+demo_packages='g++ cmake ninja-build make libproj-dev proj-data libsqlite3-dev libsqlitecpp-dev libxxhash-dev nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev libexpected-dev'
 test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin"
 lint_packages="$test_packages clang-format clang-tidy"
 coverage_packages="$test_packages gcovr"

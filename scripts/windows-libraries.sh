@@ -94,7 +94,7 @@ build_sqlitecpp() {
 # Links, one for each library: with -I/usr/include the machine's own C headers would come along.
 link_headers() {
     mkdir -p "$prefix/header-only"
-    for library in nlohmann CLI fmt utf8 utf8.h xxhash.h; do
+    for library in nlohmann CLI fmt utf8 utf8.h xxhash.h tl; do
         ln -s "/usr/include/$library" "$prefix/header-only/$library"
     done
 }

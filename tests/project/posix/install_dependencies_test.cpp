@@ -46,7 +46,7 @@ protected:
         std::ofstream list(folder_ / "installed");
         for (const char* package :
              {"g++", "cmake", "ninja-build", "make", "libproj-dev", "proj-data", "libsqlite3-dev", "libsqlitecpp-dev",
-              "libxxhash-dev", "nlohmann-json3-dev", "libcli11-dev", "libfmt-dev", "libutfcpp-dev"})
+              "libxxhash-dev", "nlohmann-json3-dev", "libcli11-dev", "libfmt-dev", "libutfcpp-dev", "libexpected-dev"})
             if (package != left)
                 list << package << "\n";
     }

@@ -1,0 +1,62 @@
+// The one result type of the embedded platform and of the command line: a value, or an Error that says why there is
+// none.
+#pragma once
+
+#include <exception>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include <tl/expected.hpp>
+
+namespace Embedded {
+
+/// Why something could not be done.
+struct Error {
+    int status = 0;      // of the interface below which it happened: Qeapp::ErrorStatus, the library's Status, errno
+    std::string message; // one line without a full stop: what was expected, what was found, what to do
+    std::string place;   // the file, object, row or option that it is about; empty where there is none
+
+    /// Needs no memory.
+    static Error outOfMemory(int status) { return {status, "out of memory", {}}; }
+
+    /// The message after its place, as people read it.
+    std::string text() const { return place.empty() ? message : place + ": " + message; }
+};
+
+template <class T>
+using Expected = tl::expected<T, Error>;
+
+inline tl::unexpected<Error> failure(int status, std::string message, std::string place = {})
+{
+    return tl::unexpected<Error>(Error{status, std::move(message), std::move(place)});
+}
+
+/// Carries an Error through code that cannot return one, such as a visitor. It ends in `catchError`, in the same room.
+class ErrorException : public std::exception {
+public:
+    explicit ErrorException(Error error) : error_(std::move(error)) {}
+    const char* what() const noexcept override { return error_.message.c_str(); }
+    const Error& error() const { return error_; }
+
+private:
+    Error error_;
+};
+
+/// Returns what `work` returns, or the Error that it throws.
+template <class Work>
+auto catchError(Work&& work) -> Expected<std::invoke_result_t<Work>>
+{
+    try {
+        if constexpr (std::is_void_v<std::invoke_result_t<Work>>) {
+            std::forward<Work>(work)();
+            return {};
+        } else {
+            return std::forward<Work>(work)();
+        }
+    } catch (const ErrorException& exception) {
+        return tl::unexpected<Error>(exception.error());
+    }
+}
+
+} // namespace Embedded
