@@ -22,16 +22,16 @@ using CoordinateSystemWriter = Qeapp::ErrorStatus (*)(QeDbDatabase*, const Defin
 Qeapp::ErrorStatus WriteCoordinateSystemCurrentForm(QeDbDatabase* db, const Definition* definition,
                                                     Status& libraryStatus)
 {
-    if (definition == nullptr)       // GCOVR_EXCL_BR_LINE: a writer runs only on a definition that was read
-        return Qeapp::eInvalidInput; // GCOVR_EXCL_LINE: see above
+    if (definition == nullptr)
+        return Qeapp::eInvalidInput;
     return ::Orvel::WriteGeoDataSerialized(db, definition, libraryStatus); // which on success leaves the status at 0
 }
 
 Qeapp::ErrorStatus WriteCoordinateSystemLegacyForm(QeDbDatabase* db, const Definition* definition,
                                                    Status& libraryStatus)
 {
-    if (definition == nullptr)       // GCOVR_EXCL_BR_LINE: a writer runs only on a definition that was read
-        return Qeapp::eInvalidInput; // GCOVR_EXCL_LINE: see above
+    if (definition == nullptr)
+        return Qeapp::eInvalidInput;
     libraryStatus = Library::statusFailed;
     const wchar_t* const code = ::Orvel::CodeOf(definition);
     if (!::Orvel::IsLegacyProjectionCode(code))
@@ -81,9 +81,7 @@ Qeapp::ErrorStatus ApplyCoordinateSystemStorageVersion(QeDbDatabase* db, QeDb::Q
     Qeapp::ErrorStatus result = Qeapp::eOk;
     const ScopedStatusReport report(status, &libraryStatus, &result);
     const CoordinateSystemWriter writer = SelectCoordinateSystemWriter(version);
-    // GCOVR_EXCL_BR_START: there is a writer for every version; the guard is for one to come
     result = writer != nullptr ? rewrite(database, writer, libraryStatus) : Qeapp::eInvalidDrawingVersion;
-    // GCOVR_EXCL_BR_STOP
     return result;
 }
 

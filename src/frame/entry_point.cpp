@@ -11,10 +11,8 @@ constexpr int kApiVersion = 0x00180000;
 QeRxDynamicLinker* dynamicLinker()
 {
     QeRxObject* const service = qerxSysRegistry()->at(kQeRxDynamicLinkerKey);
-    // GCOVR_EXCL_BR_START: without a linker the host has nothing that could load the module
     const bool isLinker = service != nullptr && service->isKindOf(QeRxDynamicLinker::desc());
     return isLinker ? static_cast<QeRxDynamicLinker*>(service) : nullptr;
-    // GCOVR_EXCL_BR_STOP
 }
 
 void initialise(void* appHandle)

@@ -13,9 +13,7 @@ namespace Orvel {
 template <class T>
 [[nodiscard]] Qeapp::ErrorStatus LibraryResult(Library::Status status, const LibraryObject<T>& object)
 {
-    // GCOVR_EXCL_BR_START: where it is never run, g++ does not mark what is for exceptions
     return object ? LibraryResult(status) : Qeapp::eInvalidInput;
-    // GCOVR_EXCL_BR_STOP
 }
 
 } // namespace Orvel

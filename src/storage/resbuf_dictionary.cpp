@@ -136,9 +136,7 @@ bool CResbufDictionary::GetResbuf(const wchar_t* key, resbuf*& chain) const
 {
     QeDbObjectId id;
     const Dictionary dictionary(OpenDictionary(QeDb::kForRead));
-    // GCOVR_EXCL_BR_START: an exception's cleaning up, which g++ does not mark as such
     return dictionary && dictionary->getAt(key, id) == Qeapp::eOk && ReadXrecordChain(id, chain);
-    // GCOVR_EXCL_BR_STOP
 }
 
 bool CResbufDictionary::SetResbuf(const wchar_t* key, const resbuf* chain, QeDbObjectReactor* reactor) const
@@ -180,23 +178,21 @@ bool CResbufDictionary::RemoveAll() const
         return true;
     const Dictionary dictionary(OpenDictionary(QeDb::kForWrite));
     bool removed = static_cast<bool>(dictionary);
-    for (const QeDbObjectId& entry : entries) // GCOVR_EXCL_BR_START: as in GetResbuf
+    for (const QeDbObjectId& entry : entries)
         removed = dictionary && dictionary->remove(entry) == Qeapp::eOk && removed;
-    // GCOVR_EXCL_BR_STOP
     return removed;
 }
 
 const wchar_t* CResbufDictionary::MakeUniqueKey(const wchar_t* prefix) const
 {
     std::wstring used(prefix);
-    // GCOVR_EXCL_BR_START: that they are used up takes some 2,000,000,000 keys
-    for (int number = 0; number < std::numeric_limits<int>::max(); ++number) {
-        // GCOVR_EXCL_BR_STOP
+    const wchar_t* unused = nullptr;
+    for (int number = 0; unused == nullptr && number < std::numeric_limits<int>::max(); ++number) {
         formatUniqueKey(used, number);
         if (!HasKey(uniqueKey.data()))
-            return uniqueKey.data();
+            unused = uniqueKey.data();
     }
-    return nullptr; // GCOVR_EXCL_LINE: see above
+    return unused;
 }
 
 } // namespace Orvel

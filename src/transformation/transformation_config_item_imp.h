@@ -10,9 +10,7 @@ namespace Zentara::Gis::Orvel::CoordinateSystem {
 
 class OrvelTransformationConfigItemImp final : public OrvelTransformationConfigItem {
 public:
-    // GCOVR_EXCL_BR_START: where it is never run, g++ does not mark what is for exceptions
     OrvelTransformationConfigItemImp() = default;
-    // GCOVR_EXCL_BR_STOP
 
     void Dispose() override;
     void SetSourceCs(const wchar_t* code) override { sourceCs_ = code; }
