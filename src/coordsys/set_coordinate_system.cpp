@@ -1,7 +1,7 @@
 #include <string>
 
+#include "coordsys/coordinate_system_reactors.h"
 #include "coordsys/orvel_coordinate_system.h"
-#include "coordsys/reactor_notices.h"
 #include "coordsys/scoped_report.h"
 #include "storage/database_argument.h"
 #include "storage/definition_code.h"

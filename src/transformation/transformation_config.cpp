@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "coordsys/reactor_notices.h"
+#include "coordsys/coordinate_system_reactors.h"
 #include "platform/windows.h"
 #include "storage/host_holders.h"
 #include "transformation/configured_transformation.h"
