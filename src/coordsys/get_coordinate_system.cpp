@@ -8,7 +8,7 @@
 #include "storage/geodata.h"
 #include "storage/host_holders.h"
 #include "storage/legacy_projection.h"
-#include "storage/library_result.h"
+#include "storage/library_holder.h"
 #include "storage/serialized_text.h"
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {

@@ -4,7 +4,7 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "coordsys/scoped_report.h"
-#include "storage/library_result.h"
+#include "storage/library_holder.h"
 #include "storage/packed_definition.h"
 #include "storage/serialized_text.h"
 #include "storage/utf16le.h"

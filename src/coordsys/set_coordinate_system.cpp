@@ -6,7 +6,7 @@
 #include "storage/database_argument.h"
 #include "storage/definition_code.h"
 #include "storage/geodata.h"
-#include "storage/library_result.h"
+#include "storage/library_holder.h"
 #include "storage/stored_coordinate_system.h"
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {

@@ -5,7 +5,7 @@
 #include "storage/definition_xrecord.h"
 #include "storage/geodata.h"
 #include "storage/legacy_projection.h"
-#include "storage/library_result.h"
+#include "storage/library_holder.h"
 #include "storage/stored_coordinate_system.h"
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "storage/definition_code.h"
-#include "storage/library_result.h"
 #include "storage/serialized_text.h"
 
 namespace Orvel {

@@ -1,6 +1,7 @@
-// The holder for what the spatial-reference library hands out.
+// The holder for what the spatial-reference library hands out, and what its statuses come to as results of the host.
 #pragma once
 
+#include "platform/host.h"
 #include "platform/spatial_reference.h"
 #include "storage/holder.h"
 
@@ -36,6 +37,19 @@ template <class Definition>
     if (added == Library::statusOk)
         static_cast<void>(definition.release()); // the array's from here on
     return added;
+}
+
+/// eOk for success, eInvalidInput for every failure.
+[[nodiscard]] inline Qeapp::ErrorStatus LibraryResult(Library::Status status)
+{
+    return status == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
+}
+
+/// The same for a call that hands out an object. A success without an object counts as a failure.
+template <class T>
+[[nodiscard]] Qeapp::ErrorStatus LibraryResult(Library::Status status, const LibraryObject<T>& object)
+{
+    return object ? LibraryResult(status) : Qeapp::eInvalidInput;
 }
 
 } // namespace Orvel

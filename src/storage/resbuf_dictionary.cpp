@@ -10,7 +10,6 @@
 
 #include "storage/database_argument.h"
 #include "storage/host_holders.h"
-#include "storage/xrecord_chain.h"
 
 namespace Orvel {
 namespace {
@@ -19,6 +18,19 @@ using Dictionary = HostObject<QeDbDictionary>;
 
 constexpr std::size_t kUniqueKeyCapacity = 32; // in characters, the NUL included
 std::array<wchar_t, kUniqueKeyCapacity> uniqueKey;
+
+/// On true `chain` is a copy of the xrecord's chain, null for an empty one, to be released with qeutRelRb. False, and
+/// `chain` untouched, when the object cannot be opened, is no xrecord or cannot give its chain.
+bool readXrecordChain(QeDbObjectId id, resbuf*& chain)
+{
+    HostObject<QeDbXrecord> xrecord;
+    ResbufChain copy;
+    if (xrecord.open(id, QeDb::kForRead) != Qeapp::eOk ||
+        xrecord->rbChain(copy.put(), xrecord->database()) != Qeapp::eOk)
+        return false;
+    chain = copy.release();
+    return true;
+}
 
 Qeapp::ErrorStatus openPresent(const NamedObjects& parent, const std::wstring& name, QeDb::OpenMode mode,
                                Dictionary& dictionary)
@@ -97,6 +109,37 @@ void formatUniqueKey(std::wstring& prefix, int number)
 
 } // namespace
 
+CResbufDictionaryIterator::~CResbufDictionaryIterator()
+{
+    delete inner_;
+}
+
+void CResbufDictionaryIterator::Next()
+{
+    static_cast<void>(inner_->next()); // Done tells the same
+}
+
+bool CResbufDictionaryIterator::Done()
+{
+    return inner_->done();
+}
+
+bool CResbufDictionaryIterator::GetResbuf(resbuf*& chain)
+{
+    return readXrecordChain(inner_->objectId(), chain);
+}
+
+const wchar_t* CResbufDictionaryIterator::GetKey()
+{
+    return inner_->name();
+}
+
+QeDbObjectId CResbufDictionaryIterator::GetObjectId(QeDbObjectId& id)
+{
+    id = inner_->objectId();
+    return id;
+}
+
 CResbufDictionary::CResbufDictionary(const wchar_t* name, QeDbDatabase* database)
     : name_(name), database_(ResolveDatabase(database))
 {
@@ -136,7 +179,7 @@ bool CResbufDictionary::GetResbuf(const wchar_t* key, resbuf*& chain) const
 {
     QeDbObjectId id;
     const Dictionary dictionary(OpenDictionary(QeDb::kForRead));
-    return dictionary && dictionary->getAt(key, id) == Qeapp::eOk && ReadXrecordChain(id, chain);
+    return dictionary && dictionary->getAt(key, id) == Qeapp::eOk && readXrecordChain(id, chain);
 }
 
 bool CResbufDictionary::SetResbuf(const wchar_t* key, const resbuf* chain, QeDbObjectReactor* reactor) const

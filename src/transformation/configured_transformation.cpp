@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "platform/windows.h"
-#include "transformation/item_chunks.h"
 #include "transformation/item_text.h"
 
 namespace Orvel {

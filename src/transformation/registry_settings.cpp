@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "transformation/config_text.h"
-#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
 #include "transformation/registry_value.h"
 
 namespace Orvel {

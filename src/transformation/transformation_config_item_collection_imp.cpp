@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
 #include "transformation/transformation_config_item_collection_imp.h"
 #include "transformation/transformation_config_item_imp.h"
 

@@ -9,7 +9,7 @@
 
 #include "platform/windows.h"
 #include "transformation/config_text.h"
-#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
 
 namespace Orvel {
 namespace {

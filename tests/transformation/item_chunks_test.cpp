@@ -1,6 +1,6 @@
 // Where a configuration text is cut.
 #include "support/platform_test.h"
-#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
 
 namespace Tests {
 namespace {

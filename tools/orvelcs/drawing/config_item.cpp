@@ -10,7 +10,7 @@
 #include "orvelcs/drawing/transformation_kind.h"
 #include "orvelcs/output/result_names.h"
 #include "storage/library_holder.h"
-#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
 
 namespace Orvelcs {
 
