@@ -8,11 +8,9 @@
 #include "storage/library_holder.h"
 #include "storage/stored_coordinate_system.h"
 
-namespace Zentara::Gis::Orvel::CoordinateSystem {
+using namespace Orvel;
 
-namespace Library = ::Orvel::Library;
-using ::Orvel::LibraryObject;
-using ::Orvel::ScopedStatusReport;
+namespace Zentara::Gis::Orvel::CoordinateSystem {
 
 namespace {
 
@@ -24,7 +22,7 @@ Qeapp::ErrorStatus WriteCoordinateSystemCurrentForm(QeDbDatabase* db, const Defi
 {
     if (definition == nullptr)
         return Qeapp::eInvalidInput;
-    return ::Orvel::WriteGeoDataSerialized(db, definition, libraryStatus); // which on success leaves the status at 0
+    return WriteGeoDataSerialized(db, definition, libraryStatus); // which on success leaves the status at 0
 }
 
 Qeapp::ErrorStatus WriteCoordinateSystemLegacyForm(QeDbDatabase* db, const Definition* definition,
@@ -33,21 +31,21 @@ Qeapp::ErrorStatus WriteCoordinateSystemLegacyForm(QeDbDatabase* db, const Defin
     if (definition == nullptr)
         return Qeapp::eInvalidInput;
     libraryStatus = Library::statusFailed;
-    const wchar_t* const code = ::Orvel::CodeOf(definition);
-    if (!::Orvel::IsLegacyProjectionCode(code))
+    const wchar_t* const code = definitionCode(definition);
+    if (!isLegacyProjectionCode(code))
         return Qeapp::eInvalidInput;
-    const Qeapp::ErrorStatus recorded = ::Orvel::WriteLegacyProjectionCode(db, code);
+    const Qeapp::ErrorStatus recorded = WriteLegacyProjectionCode(db, code);
     if (recorded != Qeapp::eOk)
         return recorded;
     // The catalog's copy is preferred to the drawing's own on purpose.
     LibraryObject<Definition> inCatalog;
     const Status loaded = Definition::Load(code, inCatalog.put());
-    const bool known = ::Orvel::LibraryResult(loaded, inCatalog) == Qeapp::eOk;
+    const bool known = libraryResult(loaded, inCatalog) == Qeapp::eOk;
     const Definition* const chosen = known ? inCatalog.get() : definition;
-    const Qeapp::ErrorStatus stored = ::Orvel::WriteCsDefinitionXrecord(chosen, db);
+    const Qeapp::ErrorStatus stored = WriteCsDefinitionXrecord(chosen, db);
     if (stored != Qeapp::eOk)
         return stored;
-    static_cast<void>(::Orvel::WriteGeoDataWkt(db, chosen, libraryStatus)); // older readers can do without the WKT
+    static_cast<void>(WriteGeoDataWkt(db, chosen, libraryStatus)); // older readers can do without the WKT
     libraryStatus = Library::statusOk;
     return Qeapp::eOk;
 }
@@ -64,7 +62,7 @@ Qeapp::ErrorStatus rewrite(QeDbDatabase* db, CoordinateSystemWriter writer, Stat
     const Qeapp::ErrorStatus read = GetCoordinateSystem(definition.put(), &knownToCatalog, db, &libraryStatus);
     if (read != Qeapp::eOk)
         return read;
-    const Qeapp::ErrorStatus cleared = ::Orvel::ClearStoredCoordinateSystem(db);
+    const Qeapp::ErrorStatus cleared = ClearStoredCoordinateSystem(db);
     if (cleared != Qeapp::eOk)
         return cleared;
     return definition ? writer(db, definition.get(), libraryStatus) : Qeapp::eOk;
@@ -74,7 +72,7 @@ Qeapp::ErrorStatus rewrite(QeDbDatabase* db, CoordinateSystemWriter writer, Stat
 
 Qeapp::ErrorStatus ApplyCoordinateSystemStorageVersion(QeDbDatabase* db, QeDb::QeDbDwgVersion version, Status* status)
 {
-    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    QeDbDatabase* const database = resolveDatabase(db);
     if (database == nullptr)
         return Qeapp::eNoDatabase;
     Status libraryStatus = Library::statusOk;

@@ -19,7 +19,8 @@ void initialise(void* appHandle)
 {
     qerxRegisterAppMDIAware(appHandle);
     dynamicLinker()->unlockApplication(appHandle);
-    static_cast<void>(orvelApplication().load()); // a host without decomposition can use the module all the same
+    static_cast<void>(
+        Orvel::moduleApplication().load()); // a host without decomposition can use the module all the same
 }
 
 } // namespace
@@ -34,6 +35,6 @@ int qerxEntryPoint(int message, void* appHandle)
     if (message == QeRx::kInitAppMsg)
         initialise(appHandle);
     else if (message == QeRx::kUnloadAppMsg)
-        static_cast<void>(orvelApplication().unload()); // the host unmaps the module whatever the result
+        static_cast<void>(Orvel::moduleApplication().unload()); // the host unmaps the module whatever the result
     return QeRx::kRetOK;
 }

@@ -210,7 +210,7 @@ bool ReadCsDefinitionXrecord(QeDbDatabase* database, const wchar_t* code, Defini
         return false;
     if (!ValidateCsDefinitionSet(code, found.system.get(), found.datum.get(), found.ellipsoid.get()))
         return false;
-    LinkDefinitionSet(found);
+    linkDefinitionSet(found);
     definitions = std::move(found);
     return true;
 }

@@ -20,7 +20,7 @@ using LibraryObject = Holder<LibraryObjectPolicy<T>>;
 /// Moves the definition into a holder of its run-time type. A definition of another type stays where it is, and the
 /// result is empty.
 template <class T>
-[[nodiscard]] LibraryObject<T> TakeAs(LibraryObject<Library::DefinitionBase>& definition)
+[[nodiscard]] LibraryObject<T> takeAs(LibraryObject<Library::DefinitionBase>& definition)
 {
     LibraryObject<T> typed(dynamic_cast<T*>(definition.get()));
     if (typed)
@@ -30,7 +30,7 @@ template <class T>
 
 /// The array takes the definition over when it can add it; otherwise the holder keeps it.
 template <class Definition>
-[[nodiscard]] Library::Status AddDefinition(Library::DefinitionBaseArray& definitions,
+[[nodiscard]] Library::Status addDefinition(Library::DefinitionBaseArray& definitions,
                                             LibraryObject<Definition>& definition)
 {
     const Library::Status added = definitions.Add(definition.get());
@@ -40,16 +40,16 @@ template <class Definition>
 }
 
 /// eOk for success, eInvalidInput for every failure.
-[[nodiscard]] inline Qeapp::ErrorStatus LibraryResult(Library::Status status)
+[[nodiscard]] inline Qeapp::ErrorStatus libraryResult(Library::Status status)
 {
     return status == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
 }
 
 /// The same for a call that hands out an object. A success without an object counts as a failure.
 template <class T>
-[[nodiscard]] Qeapp::ErrorStatus LibraryResult(Library::Status status, const LibraryObject<T>& object)
+[[nodiscard]] Qeapp::ErrorStatus libraryResult(Library::Status status, const LibraryObject<T>& object)
 {
-    return object ? LibraryResult(status) : Qeapp::eInvalidInput;
+    return object ? libraryResult(status) : Qeapp::eInvalidInput;
 }
 
 } // namespace Orvel

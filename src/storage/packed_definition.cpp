@@ -94,7 +94,7 @@ LibraryObject<Library::DefinitionBase> DecodeDefinitionBytes(const unsigned char
         return {};
     ClassIdBytes classId{};
     std::copy_n(form.begin(), kClassIdLength, classId.begin());
-    if (!IsDefinitionKindClsid(classId))
+    if (!isDefinitionKindClsid(classId))
         return {};
     form[kClassIdLength - 1] = 0; // the stream's first byte, which is not stored, in the place of the identifier's last
     return definitionIn(form.data() + kClassIdLength - 1, form.size() - kClassIdLength + 1);

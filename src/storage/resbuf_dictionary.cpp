@@ -87,7 +87,7 @@ bool storeXrecord(QeDbDictionary& dictionary, const wchar_t* key, const resbuf* 
 }
 
 /// False when the entries cannot be listed.
-bool listEntries(const Dictionary& dictionary, std::vector<QeDbObjectId>& entries)
+bool appendEntries(const Dictionary& dictionary, std::vector<QeDbObjectId>& entries)
 {
     const std::unique_ptr<CResbufDictionaryIterator> entry(newIteratorOver(dictionary));
     if (!entry)
@@ -141,7 +141,7 @@ QeDbObjectId CResbufDictionaryIterator::GetObjectId(QeDbObjectId& id)
 }
 
 CResbufDictionary::CResbufDictionary(const wchar_t* name, QeDbDatabase* database)
-    : name_(name), database_(ResolveDatabase(database))
+    : name_(name), database_(resolveDatabase(database))
 {
 }
 
@@ -200,7 +200,7 @@ bool CResbufDictionary::RemoveKey(const wchar_t* key) const
     return dictionary && dictionary->remove(key) == Qeapp::eOk;
 }
 
-bool CResbufDictionary::ListEntries(std::vector<QeDbObjectId>& entries) const
+bool CResbufDictionary::listEntries(std::vector<QeDbObjectId>& entries) const
 {
     if (database_ == nullptr)
         return true; // there is no dictionary
@@ -209,13 +209,13 @@ bool CResbufDictionary::ListEntries(std::vector<QeDbObjectId>& entries) const
         return false;
     Dictionary dictionary;
     const Qeapp::ErrorStatus opened = openPresent(parent, name_, QeDb::kForRead, dictionary);
-    return opened == Qeapp::eOk ? listEntries(dictionary, entries) : isMissing(opened);
+    return opened == Qeapp::eOk ? appendEntries(dictionary, entries) : isMissing(opened);
 }
 
 bool CResbufDictionary::RemoveAll() const
 {
     std::vector<QeDbObjectId> entries;
-    if (!ListEntries(entries))
+    if (!listEntries(entries))
         return false;
     if (entries.empty())
         return true;

@@ -61,7 +61,7 @@ public:
 
 private:
     /// True, with no entries, for a dictionary that is missing; false when it cannot be opened.
-    [[nodiscard]] bool ListEntries(std::vector<QeDbObjectId>& entries) const;
+    [[nodiscard]] bool listEntries(std::vector<QeDbObjectId>& entries) const;
 
     std::wstring name_;
     QeDbDatabase* database_;

@@ -52,7 +52,7 @@ int typeOf(std::wstring_view text)
 
 } // namespace
 
-std::optional<std::wstring_view> TakeItemChunk(std::wstring_view& remaining)
+std::optional<std::wstring_view> takeItemChunk(std::wstring_view& remaining)
 {
     const std::size_t marker = remaining.find(kClosing);
     if (marker == std::wstring_view::npos)
@@ -65,7 +65,7 @@ std::optional<std::wstring_view> TakeItemChunk(std::wstring_view& remaining)
 std::vector<std::wstring_view> SplitIntoItemChunks(std::wstring_view text)
 {
     std::vector<std::wstring_view> chunks;
-    while (const std::optional<std::wstring_view> chunk = TakeItemChunk(text))
+    while (const std::optional<std::wstring_view> chunk = takeItemChunk(text))
         chunks.push_back(*chunk);
     return chunks;
 }
@@ -84,7 +84,7 @@ int ExtractElementText(std::wstring_view text, std::wstring_view tag, std::wstri
     return 0;
 }
 
-ItemText ParseItemText(std::wstring_view text)
+ItemText parseItemText(std::wstring_view text)
 {
     const std::wstring_view element = trimmed(text);
     ItemText item;

@@ -10,7 +10,7 @@ namespace Orvel {
 
 /// Cuts off everything up to and including the next "</Item>" and returns it; nothing, and `remaining` as it was, when
 /// there is none.
-[[nodiscard]] std::optional<std::wstring_view> TakeItemChunk(std::wstring_view& remaining);
+[[nodiscard]] std::optional<std::wstring_view> takeItemChunk(std::wstring_view& remaining);
 
 /// Every chunk in order, as parts of `text`; what follows the last "</Item>" belongs to none.
 [[nodiscard]] std::vector<std::wstring_view> SplitIntoItemChunks(std::wstring_view text);
@@ -30,6 +30,6 @@ struct ItemText {
 };
 
 /// All absent unless the text, blanks around it aside, is one "<Item>…</Item>".
-[[nodiscard]] ItemText ParseItemText(std::wstring_view text);
+[[nodiscard]] ItemText parseItemText(std::wstring_view text);
 
 } // namespace Orvel

@@ -28,7 +28,7 @@ public:
     std::wstring ToXmlString() override;
     void FromXmlString(const wchar_t* text) override;
     /// The same for a part of a longer text.
-    void FromXmlText(std::wstring_view text);
+    void fromXmlText(std::wstring_view text);
 
 protected:
     ~OrvelTransformationConfigItemImp() override;

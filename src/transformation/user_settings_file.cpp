@@ -73,7 +73,7 @@ HostString wideTextOf(const std::string& utf8)
     const int characters = MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), kUpToItsNul, nullptr, 0);
     if (characters <= 0)
         return {};
-    HostString text = NewConfigText(static_cast<std::size_t>(characters) + 1);
+    HostString text = newConfigText(static_cast<std::size_t>(characters) + 1);
     if (text && MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), kUpToItsNul, text.get(), characters) != characters)
         text.reset();
     return text;
@@ -115,7 +115,7 @@ std::wstring GetUserTransformationSettingsPath()
 
 bool ReadUserTransformationSettings(wchar_t*& text)
 {
-    text = SharedEmptyText();
+    text = sharedEmptyText();
     std::optional<std::string> lines = joinedLines();
     if (!lines)
         return false;
@@ -134,7 +134,7 @@ bool WriteUserTransformationSettings(const wchar_t* text)
         return false;
     std::wstring_view remaining = text;
     bool isWritten = true; // after a line that is not, no other is tried; the result tells of conversions alone
-    while (const std::optional<std::wstring_view> chunk = TakeItemChunk(remaining)) {
+    while (const std::optional<std::wstring_view> chunk = takeItemChunk(remaining)) {
         std::optional<std::string> line = utf8Of(*chunk);
         if (!line)
             return false;
