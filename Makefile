@@ -67,6 +67,7 @@ tidy: build/tidy/build.ninja ## Run clang-tidy over every C++ source
 
 coverage: ## Install what is missing, then tell how much of each folder the tests reach, and fail below the goals
 	@scripts/install-dependencies.sh coverage
+	@scripts/coverage.py --check-exclusions
 	@find build/coverage -name '*.gcda' -delete 2>/dev/null || true
 	@$(MAKE) check-coverage
 	@echo "Summing up what was reached"

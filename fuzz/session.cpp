@@ -17,7 +17,7 @@ namespace Fuzz {
 Session::Session(Input input)
     : source_(input), document_(Embedded::openDocument(std::make_unique<QeDbDatabase>(anyVersion())))
 {
-    require(orvelApplication().load() == Qeapp::eOk, "the module can be loaded");
+    require(Orvel::moduleApplication().load() == Qeapp::eOk, "the module can be loaded");
 }
 
 Session::~Session()
@@ -27,7 +27,7 @@ Session::~Session()
         abortTransaction();
     if (isRegistered_)
         removeReactor();
-    require(orvelApplication().unload() == Qeapp::eOk, "the module can be unloaded");
+    require(Orvel::moduleApplication().unload() == Qeapp::eOk, "the module can be unloaded");
     require(Embedded::closeDocument(document_) == Qeapp::eOk, "the document is not locked");
 }
 

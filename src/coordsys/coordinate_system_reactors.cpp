@@ -2,8 +2,8 @@
 #include <list>
 #include <new>
 
+#include "coordsys/coordinate_system_reactors.h"
 #include "coordsys/orvel_coordinate_system.h"
-#include "coordsys/reactor_notices.h"
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {

@@ -8,14 +8,12 @@
 #include "storage/geodata.h"
 #include "storage/host_holders.h"
 #include "storage/legacy_projection.h"
-#include "storage/library_result.h"
+#include "storage/library_holder.h"
 #include "storage/serialized_text.h"
 
-namespace Zentara::Gis::Orvel::CoordinateSystem {
+using namespace Orvel;
 
-namespace Library = ::Orvel::Library;
-using ::Orvel::LibraryObject;
-using ::Orvel::ScopedStatusReport;
+namespace Zentara::Gis::Orvel::CoordinateSystem {
 
 namespace {
 
@@ -25,15 +23,15 @@ using ArrayHolder = LibraryObject<DefinitionBaseArray>;
 Qeapp::ErrorStatus readFromGeoData(DefinitionBaseArray*& definitions, QeDbDatabase* db, Status& libraryStatus)
 {
     std::wstring text;
-    const Qeapp::ErrorStatus fetched = ::Orvel::ReadGeoDataCoordinateSystem(db, text);
+    const Qeapp::ErrorStatus fetched = ReadGeoDataCoordinateSystem(db, text);
     if (fetched != Qeapp::eOk)
         return fetched;
     ArrayHolder array;
-    libraryStatus = text.empty() ? DefinitionBaseArray::CreateInstance(array.put())
-                                 : ::Orvel::DeserializeWideText(array, text.c_str());
+    libraryStatus =
+        text.empty() ? DefinitionBaseArray::CreateInstance(array.put()) : DeserializeWideText(array, text.c_str());
     if (text.empty() && libraryStatus == Library::statusOutOfMemory)
         return Qeapp::eOutOfMemory;
-    const Qeapp::ErrorStatus result = ::Orvel::LibraryResult(libraryStatus, array);
+    const Qeapp::ErrorStatus result = libraryResult(libraryStatus, array);
     if (result == Qeapp::eOk)
         definitions = array.release();
     return result;
@@ -45,11 +43,11 @@ Qeapp::ErrorStatus add(DefinitionBaseArray& definitions, LibraryObject<Definitio
 {
     if (!definition)
         return Qeapp::eOk;
-    libraryStatus = ::Orvel::AddDefinition(definitions, definition);
-    return ::Orvel::LibraryResult(libraryStatus);
+    libraryStatus = addDefinition(definitions, definition);
+    return libraryResult(libraryStatus);
 }
 
-Qeapp::ErrorStatus addStored(DefinitionBaseArray& definitions, ::Orvel::DefinitionSet& stored, Status& libraryStatus)
+Qeapp::ErrorStatus addStored(DefinitionBaseArray& definitions, DefinitionSet& stored, Status& libraryStatus)
 {
     Qeapp::ErrorStatus result = add(definitions, stored.system, libraryStatus);
     if (result == Qeapp::eOk)
@@ -63,7 +61,7 @@ Qeapp::ErrorStatus addFromCatalog(DefinitionBaseArray& definitions, const std::w
 {
     DefinitionHolder definition;
     libraryStatus = CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
-    if (::Orvel::LibraryResult(libraryStatus, definition) != Qeapp::eOk)
+    if (libraryResult(libraryStatus, definition) != Qeapp::eOk)
         return Qeapp::eNotApplicable;
     return add(definitions, definition, libraryStatus);
 }
@@ -73,12 +71,12 @@ Qeapp::ErrorStatus readByLegacyCode(DefinitionBaseArray*& definitions, QeDbDatab
 {
     ArrayHolder array;
     libraryStatus = DefinitionBaseArray::CreateInstance(array.put());
-    const Qeapp::ErrorStatus created = ::Orvel::LibraryResult(libraryStatus, array);
+    const Qeapp::ErrorStatus created = libraryResult(libraryStatus, array);
     if (created != Qeapp::eOk)
         return created;
     definitions = array.release(); // the caller's from here on, also when what follows fails
-    ::Orvel::DefinitionSet stored;
-    if (::Orvel::ReadCsDefinitionXrecord(db, code.c_str(), stored))
+    DefinitionSet stored;
+    if (ReadCsDefinitionXrecord(db, code.c_str(), stored))
         return addStored(*definitions, stored, libraryStatus);
     return addFromCatalog(*definitions, code, libraryStatus);
 }
@@ -89,7 +87,7 @@ DefinitionHolder takeSystem(DefinitionBaseArray& definitions)
     DefinitionHolder system;
     while (!system && definitions.GetCount() > 0) {
         LibraryObject<Library::DefinitionBase> item(definitions.Remove(0));
-        system = ::Orvel::TakeAs<CoordinateReferenceSystemDefinition>(item);
+        system = takeAs<CoordinateReferenceSystemDefinition>(item);
     }
     return system;
 }
@@ -98,7 +96,7 @@ Qeapp::ErrorStatus checkCatalog(const CoordinateReferenceSystemDefinition* defin
                                 Status& libraryStatus)
 {
     DefinitionHolder inCatalog;
-    libraryStatus = CoordinateReferenceSystemDefinition::Load(::Orvel::CodeOf(definition), inCatalog.put());
+    libraryStatus = CoordinateReferenceSystemDefinition::Load(definitionCode(definition), inCatalog.put());
     known = libraryStatus == Library::statusOk;
     if (known || libraryStatus == Library::statusNotFound)
         return Qeapp::eOk;
@@ -109,27 +107,27 @@ Qeapp::ErrorStatus checkCatalog(const CoordinateReferenceSystemDefinition* defin
 }
 
 /// Leaves `code` empty where the drawing has no coordinate system.
-Qeapp::ErrorStatus GetCoordinateSystemCode(::Orvel::HostString& code, bool& knownToCatalog, QeDbDatabase* db)
+Qeapp::ErrorStatus GetCoordinateSystemCode(HostString& code, bool& knownToCatalog, QeDbDatabase* db)
 {
     DefinitionHolder definition;
     const Qeapp::ErrorStatus read = GetCoordinateSystem(definition.put(), &knownToCatalog, db, nullptr);
     if (read != Qeapp::eOk || !definition)
         return read;
-    const wchar_t* const stored = ::Orvel::CodeOf(definition.get());
-    return ::Orvel::IsBlank(stored) ? Qeapp::eInvalidInput : qeutNewString(stored, code.put());
+    const wchar_t* const stored = definitionCode(definition.get());
+    return isBlank(stored) ? Qeapp::eInvalidInput : qeutNewString(stored, code.put());
 }
 
 } // namespace
 
 Qeapp::ErrorStatus GetCoordinateSystem(DefinitionBaseArray*& definitions, QeDbDatabase* db, Status* status)
 {
-    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    QeDbDatabase* const database = resolveDatabase(db);
     if (database == nullptr)
         return Qeapp::eNoDatabase;
     Status libraryStatus = Library::statusOk;
     Qeapp::ErrorStatus result = Qeapp::eOk;
     const ScopedStatusReport report(status, &libraryStatus, &result);
-    const std::wstring code = ::Orvel::ReadLegacyProjectionCode(database);
+    const std::wstring code = ReadLegacyProjectionCode(database);
     result = code.empty() ? readFromGeoData(definitions, database, libraryStatus)
                           : readByLegacyCode(definitions, database, code, libraryStatus);
     return result;
@@ -138,12 +136,12 @@ Qeapp::ErrorStatus GetCoordinateSystem(DefinitionBaseArray*& definitions, QeDbDa
 Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefinition*& definition, bool* knownToCatalog,
                                        QeDbDatabase* db, Status* status)
 {
-    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    QeDbDatabase* const database = resolveDatabase(db);
     if (database == nullptr)
         return Qeapp::eNoDatabase;
     definition = nullptr;
     bool known = false;
-    const ::Orvel::ScopedReport<bool> knownReport(knownToCatalog, &known);
+    const ScopedReport<bool> knownReport(knownToCatalog, &known);
     ArrayHolder definitions;
     Qeapp::ErrorStatus result = GetCoordinateSystem(definitions.put(), database, status);
     if (result != Qeapp::eOk || definitions->GetCount() == 0)
@@ -158,11 +156,11 @@ Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefinition*& def
 
 Qeapp::ErrorStatus GetCoordinateSystem(wchar_t*& code, QeDbDatabase* db)
 {
-    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    QeDbDatabase* const database = resolveDatabase(db);
     if (database == nullptr)
         return Qeapp::eNoDatabase;
     code = nullptr;
-    ::Orvel::HostString stored;
+    HostString stored;
     bool knownToCatalog = false;
     const Qeapp::ErrorStatus read = GetCoordinateSystemCode(stored, knownToCatalog, database);
     if (read != Qeapp::eOk)

@@ -4,16 +4,14 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "coordsys/scoped_report.h"
-#include "storage/library_result.h"
+#include "storage/library_holder.h"
 #include "storage/packed_definition.h"
 #include "storage/serialized_text.h"
 #include "storage/utf16le.h"
 
-namespace Zentara::Gis::Orvel::CoordinateSystem {
+using namespace Orvel;
 
-namespace Library = ::Orvel::Library;
-using ::Orvel::LibraryObject;
-using ::Orvel::ScopedStatusReport;
+namespace Zentara::Gis::Orvel::CoordinateSystem {
 
 namespace {
 
@@ -21,12 +19,12 @@ Qeapp::ErrorStatus blockOf(const CoordinateReferenceSystemDefinition* definition
                            std::vector<unsigned char>& block, Status& libraryStatus)
 {
     if (version < QeDb::kGeoDataTextDwg)
-        return ::Orvel::EncodeDefinitionBytes(definition, block) ? Qeapp::eOk : Qeapp::eInvalidInput;
+        return EncodeDefinitionBytes(definition, block) ? Qeapp::eOk : Qeapp::eInvalidInput;
     std::wstring text;
-    libraryStatus = ::Orvel::SerializeToWideText(text, definition, false);
-    const Qeapp::ErrorStatus result = ::Orvel::LibraryResult(libraryStatus);
+    libraryStatus = SerializeToWideText(text, definition, false);
+    const Qeapp::ErrorStatus result = libraryResult(libraryStatus);
     if (result == Qeapp::eOk)
-        block = ::Orvel::Utf16leBytes(text);
+        block = encodeUtf16le(text);
     return result;
 }
 
@@ -44,13 +42,12 @@ Qeapp::ErrorStatus readBlock(LibraryObject<DefinitionBaseArray>& definitions, co
                              std::size_t length, Status& libraryStatus)
 {
     libraryStatus = DefinitionBaseArray::CreateInstance(definitions.put());
-    const Qeapp::ErrorStatus created = ::Orvel::LibraryResult(libraryStatus, definitions);
+    const Qeapp::ErrorStatus created = libraryResult(libraryStatus, definitions);
     if (created != Qeapp::eOk)
         return created;
-    LibraryObject<Library::DefinitionBase> packed = ::Orvel::DecodeDefinitionBytes(bytes, length);
-    libraryStatus = packed ? ::Orvel::AddDefinition(*definitions.get(), packed)
-                           : ::Orvel::DeserializeUtf16leText(definitions, bytes);
-    return ::Orvel::LibraryResult(libraryStatus, definitions);
+    LibraryObject<Library::DefinitionBase> packed = DecodeDefinitionBytes(bytes, length);
+    libraryStatus = packed ? addDefinition(*definitions.get(), packed) : deserializeUtf16leText(definitions, bytes);
+    return libraryResult(libraryStatus, definitions);
 }
 
 } // namespace

@@ -1,25 +1,24 @@
 #include <string>
 
+#include "coordsys/coordinate_system_reactors.h"
 #include "coordsys/orvel_coordinate_system.h"
-#include "coordsys/reactor_notices.h"
 #include "coordsys/scoped_report.h"
 #include "storage/database_argument.h"
 #include "storage/definition_code.h"
 #include "storage/geodata.h"
-#include "storage/library_result.h"
+#include "storage/library_holder.h"
 #include "storage/stored_coordinate_system.h"
 
-namespace Zentara::Gis::Orvel::CoordinateSystem {
+using namespace Orvel;
 
-using ::Orvel::LibraryObject;
-using ::Orvel::ScopedStatusReport;
+namespace Zentara::Gis::Orvel::CoordinateSystem {
 
 namespace {
 
 /// The name under which an assignment is announced: a copy, for a reactor may do what it likes meanwhile.
 std::wstring announcedName(const CoordinateReferenceSystemDefinition* definition)
 {
-    const wchar_t* const code = ::Orvel::CodeOf(definition);
+    const wchar_t* const code = definitionCode(definition);
     return code != nullptr ? code : L"";
 }
 
@@ -33,7 +32,7 @@ Qeapp::ErrorStatus assign(const CoordinateReferenceSystemDefinition* definition,
     if (cleared != Qeapp::eOk)
         return cleared;
     if (definition != nullptr) {
-        const Qeapp::ErrorStatus written = ::Orvel::WriteGeoDataSerialized(db, definition, libraryStatus);
+        const Qeapp::ErrorStatus written = WriteGeoDataSerialized(db, definition, libraryStatus);
         if (written != Qeapp::eOk)
             return written;
     }
@@ -45,12 +44,12 @@ Qeapp::ErrorStatus assign(const CoordinateReferenceSystemDefinition* definition,
 
 Qeapp::ErrorStatus ClearCoordinateSystem(QeDbDatabase* db)
 {
-    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    QeDbDatabase* const database = resolveDatabase(db);
     if (database == nullptr)
         return Qeapp::eNoDatabase;
     if (!NotifyCoordinateSystemWillChange(database, nullptr))
         return Qeapp::eVetoed;
-    const Qeapp::ErrorStatus cleared = ::Orvel::ClearStoredCoordinateSystem(database);
+    const Qeapp::ErrorStatus cleared = ClearStoredCoordinateSystem(database);
     if (cleared != Qeapp::eOk)
         return cleared;
     NotifyCoordinateSystemChanged(database, nullptr);
@@ -60,10 +59,10 @@ Qeapp::ErrorStatus ClearCoordinateSystem(QeDbDatabase* db)
 Qeapp::ErrorStatus SetCoordinateSystem(const CoordinateReferenceSystemDefinition* definition, QeDbDatabase* db,
                                        Status* status)
 {
-    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    QeDbDatabase* const database = resolveDatabase(db);
     if (database == nullptr)
         return Qeapp::eNoDatabase;
-    Status libraryStatus = ::Orvel::Library::statusOk;
+    Status libraryStatus = Library::statusOk;
     Qeapp::ErrorStatus result = Qeapp::eOk;
     const ScopedStatusReport report(status, &libraryStatus, &result);
     result = assign(definition, database, libraryStatus);
@@ -72,18 +71,18 @@ Qeapp::ErrorStatus SetCoordinateSystem(const CoordinateReferenceSystemDefinition
 
 Qeapp::ErrorStatus SetCoordinateSystem(const wchar_t* code, QeDbDatabase* db, Status* status)
 {
-    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    QeDbDatabase* const database = resolveDatabase(db);
     if (database == nullptr)
         return Qeapp::eNoDatabase;
     // The report follows the catalog alone: once the code was loaded the caller's status becomes 0, whatever the
     // assignment came to.
-    const Status libraryStatus = ::Orvel::Library::statusOk;
+    const Status libraryStatus = Library::statusOk;
     Qeapp::ErrorStatus catalogResult = Qeapp::eOk;
     const ScopedStatusReport report(status, &libraryStatus, &catalogResult);
     LibraryObject<CoordinateReferenceSystemDefinition> definition;
-    if (!::Orvel::IsBlank(code)) {
+    if (!isBlank(code)) {
         const Status loaded = CoordinateReferenceSystemDefinition::Load(code, definition.put());
-        catalogResult = ::Orvel::LibraryResult(loaded, definition);
+        catalogResult = libraryResult(loaded, definition);
     }
     if (catalogResult != Qeapp::eOk)
         return catalogResult;

@@ -5,14 +5,12 @@
 #include "storage/definition_xrecord.h"
 #include "storage/geodata.h"
 #include "storage/legacy_projection.h"
-#include "storage/library_result.h"
+#include "storage/library_holder.h"
 #include "storage/stored_coordinate_system.h"
 
-namespace Zentara::Gis::Orvel::CoordinateSystem {
+using namespace Orvel;
 
-namespace Library = ::Orvel::Library;
-using ::Orvel::LibraryObject;
-using ::Orvel::ScopedStatusReport;
+namespace Zentara::Gis::Orvel::CoordinateSystem {
 
 namespace {
 
@@ -22,32 +20,32 @@ using CoordinateSystemWriter = Qeapp::ErrorStatus (*)(QeDbDatabase*, const Defin
 Qeapp::ErrorStatus WriteCoordinateSystemCurrentForm(QeDbDatabase* db, const Definition* definition,
                                                     Status& libraryStatus)
 {
-    if (definition == nullptr)       // GCOVR_EXCL_BR_LINE: a writer runs only on a definition that was read
-        return Qeapp::eInvalidInput; // GCOVR_EXCL_LINE: see above
-    return ::Orvel::WriteGeoDataSerialized(db, definition, libraryStatus); // which on success leaves the status at 0
+    if (definition == nullptr)
+        return Qeapp::eInvalidInput;
+    return WriteGeoDataSerialized(db, definition, libraryStatus); // which on success leaves the status at 0
 }
 
 Qeapp::ErrorStatus WriteCoordinateSystemLegacyForm(QeDbDatabase* db, const Definition* definition,
                                                    Status& libraryStatus)
 {
-    if (definition == nullptr)       // GCOVR_EXCL_BR_LINE: a writer runs only on a definition that was read
-        return Qeapp::eInvalidInput; // GCOVR_EXCL_LINE: see above
-    libraryStatus = Library::statusFailed;
-    const wchar_t* const code = ::Orvel::CodeOf(definition);
-    if (!::Orvel::IsLegacyProjectionCode(code))
+    if (definition == nullptr)
         return Qeapp::eInvalidInput;
-    const Qeapp::ErrorStatus recorded = ::Orvel::WriteLegacyProjectionCode(db, code);
+    libraryStatus = Library::statusFailed;
+    const wchar_t* const code = definitionCode(definition);
+    if (!isLegacyProjectionCode(code))
+        return Qeapp::eInvalidInput;
+    const Qeapp::ErrorStatus recorded = WriteLegacyProjectionCode(db, code);
     if (recorded != Qeapp::eOk)
         return recorded;
     // The catalog's copy is preferred to the drawing's own on purpose.
     LibraryObject<Definition> inCatalog;
     const Status loaded = Definition::Load(code, inCatalog.put());
-    const bool known = ::Orvel::LibraryResult(loaded, inCatalog) == Qeapp::eOk;
+    const bool known = libraryResult(loaded, inCatalog) == Qeapp::eOk;
     const Definition* const chosen = known ? inCatalog.get() : definition;
-    const Qeapp::ErrorStatus stored = ::Orvel::WriteCsDefinitionXrecord(chosen, db);
+    const Qeapp::ErrorStatus stored = WriteCsDefinitionXrecord(chosen, db);
     if (stored != Qeapp::eOk)
         return stored;
-    static_cast<void>(::Orvel::WriteGeoDataWkt(db, chosen, libraryStatus)); // older readers can do without the WKT
+    static_cast<void>(WriteGeoDataWkt(db, chosen, libraryStatus)); // older readers can do without the WKT
     libraryStatus = Library::statusOk;
     return Qeapp::eOk;
 }
@@ -64,7 +62,7 @@ Qeapp::ErrorStatus rewrite(QeDbDatabase* db, CoordinateSystemWriter writer, Stat
     const Qeapp::ErrorStatus read = GetCoordinateSystem(definition.put(), &knownToCatalog, db, &libraryStatus);
     if (read != Qeapp::eOk)
         return read;
-    const Qeapp::ErrorStatus cleared = ::Orvel::ClearStoredCoordinateSystem(db);
+    const Qeapp::ErrorStatus cleared = ClearStoredCoordinateSystem(db);
     if (cleared != Qeapp::eOk)
         return cleared;
     return definition ? writer(db, definition.get(), libraryStatus) : Qeapp::eOk;
@@ -74,16 +72,14 @@ Qeapp::ErrorStatus rewrite(QeDbDatabase* db, CoordinateSystemWriter writer, Stat
 
 Qeapp::ErrorStatus ApplyCoordinateSystemStorageVersion(QeDbDatabase* db, QeDb::QeDbDwgVersion version, Status* status)
 {
-    QeDbDatabase* const database = ::Orvel::ResolveDatabase(db);
+    QeDbDatabase* const database = resolveDatabase(db);
     if (database == nullptr)
         return Qeapp::eNoDatabase;
     Status libraryStatus = Library::statusOk;
     Qeapp::ErrorStatus result = Qeapp::eOk;
     const ScopedStatusReport report(status, &libraryStatus, &result);
     const CoordinateSystemWriter writer = SelectCoordinateSystemWriter(version);
-    // GCOVR_EXCL_BR_START: there is a writer for every version; the guard is for one to come
     result = writer != nullptr ? rewrite(database, writer, libraryStatus) : Qeapp::eInvalidDrawingVersion;
-    // GCOVR_EXCL_BR_STOP
     return result;
 }
 

@@ -15,7 +15,7 @@ bool DecompositionReactorRegistered = false;
 
 } // namespace
 
-COrvelCoordsysCoreApp& orvelApplication()
+COrvelCoordsysCoreApp& Orvel::moduleApplication()
 {
     return application;
 }

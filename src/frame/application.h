@@ -14,5 +14,9 @@ protected:
     ~COrvelCoordsysCoreApp() = default;
 };
 
+namespace Orvel {
+
 /// The one application object, made when the library is mapped.
-COrvelCoordsysCoreApp& orvelApplication();
+COrvelCoordsysCoreApp& moduleApplication();
+
+} // namespace Orvel

@@ -11,17 +11,16 @@ constexpr int kApiVersion = 0x00180000;
 QeRxDynamicLinker* dynamicLinker()
 {
     QeRxObject* const service = qerxSysRegistry()->at(kQeRxDynamicLinkerKey);
-    // GCOVR_EXCL_BR_START: without a linker the host has nothing that could load the module
     const bool isLinker = service != nullptr && service->isKindOf(QeRxDynamicLinker::desc());
     return isLinker ? static_cast<QeRxDynamicLinker*>(service) : nullptr;
-    // GCOVR_EXCL_BR_STOP
 }
 
 void initialise(void* appHandle)
 {
     qerxRegisterAppMDIAware(appHandle);
     dynamicLinker()->unlockApplication(appHandle);
-    static_cast<void>(orvelApplication().load()); // a host without decomposition can use the module all the same
+    static_cast<void>(
+        Orvel::moduleApplication().load()); // a host without decomposition can use the module all the same
 }
 
 } // namespace
@@ -36,6 +35,6 @@ int qerxEntryPoint(int message, void* appHandle)
     if (message == QeRx::kInitAppMsg)
         initialise(appHandle);
     else if (message == QeRx::kUnloadAppMsg)
-        static_cast<void>(orvelApplication().unload()); // the host unmaps the module whatever the result
+        static_cast<void>(Orvel::moduleApplication().unload()); // the host unmaps the module whatever the result
     return QeRx::kRetOK;
 }

@@ -2,7 +2,7 @@
 
 namespace Orvel {
 
-QeDbDatabase* ResolveDatabase(QeDbDatabase* database)
+QeDbDatabase* resolveDatabase(QeDbDatabase* database)
 {
     if (database != nullptr)
         return database;

@@ -6,6 +6,6 @@
 namespace Orvel {
 
 /// The database itself, or the host's working database for null; null when there is none.
-[[nodiscard]] QeDbDatabase* ResolveDatabase(QeDbDatabase* database);
+[[nodiscard]] QeDbDatabase* resolveDatabase(QeDbDatabase* database);
 
 } // namespace Orvel

@@ -76,7 +76,7 @@ std::optional<ClassIdBytes> DefinitionKindClsid(const Library::DefinitionBase* d
     return bytesOf(id);
 }
 
-bool IsDefinitionKindClsid(const ClassIdBytes& bytes)
+bool isDefinitionKindClsid(const ClassIdBytes& bytes)
 {
     Holder<ComTextPolicy> text;
     if (StringFromCLSID(identifierFrom(bytes), &text.put()) != S_OK || !text)

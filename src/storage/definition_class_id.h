@@ -17,6 +17,6 @@ std::optional<ClassIdBytes>
 DefinitionKindClsid(const Zentara::Infrastructure::SpatialReference::DefinitionBase* definition);
 
 /// Whether the bytes are the identifier of one of the three kinds.
-bool IsDefinitionKindClsid(const ClassIdBytes& bytes);
+bool isDefinitionKindClsid(const ClassIdBytes& bytes);
 
 } // namespace Orvel

@@ -4,13 +4,13 @@
 
 namespace Orvel {
 
-const wchar_t* CodeOf(const Library::DefinitionBase* definition)
+const wchar_t* definitionCode(const Library::DefinitionBase* definition)
 {
     const wchar_t* code = nullptr;
     return definition != nullptr && definition->GetCode(code) == Library::statusOk ? code : nullptr;
 }
 
-bool IsBlank(const wchar_t* text)
+bool isBlank(const wchar_t* text)
 {
     return text == nullptr || *text == L'\0';
 }

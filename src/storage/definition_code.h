@@ -6,9 +6,10 @@
 namespace Orvel {
 
 /// The definition's code, which is the definition's own; null for a null definition and when the query fails.
-[[nodiscard]] const wchar_t* CodeOf(const Zentara::Infrastructure::SpatialReference::DefinitionBase* definition);
+[[nodiscard]] const wchar_t*
+definitionCode(const Zentara::Infrastructure::SpatialReference::DefinitionBase* definition);
 
 /// Whether there is nothing in the text: null or empty.
-[[nodiscard]] bool IsBlank(const wchar_t* text);
+[[nodiscard]] bool isBlank(const wchar_t* text);
 
 } // namespace Orvel

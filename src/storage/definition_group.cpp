@@ -71,10 +71,8 @@ std::span<const unsigned char> bytesOf(const resbuf& chunk)
 ResbufChain DefinitionToResbufGroup(const Library::DefinitionBase* definition)
 {
     std::vector<unsigned char> packed;
-    // GCOVR_EXCL_BR_START: what is packed has 2,078 bytes at most; the limit is the drawing's own
     if (!EncodeDefinitionBytes(definition, packed) || packed.size() > kLargestGroup)
         return {};
-    // GCOVR_EXCL_BR_STOP
     ResbufChainBuilder group;
     if (!group.append(braceResbuf(L'{')))
         return {};

@@ -42,7 +42,7 @@ const wchar_t* expectedEllipsoidCode(const Library::CoordinateReferenceSystemDef
         return nullptr;
     if (*datumCode == L'\0')
         return datum == nullptr ? ellipsoidCodeOf(system) : nullptr;
-    return sameCode(CodeOf(datum), datumCode) ? ellipsoidCodeOf(datum) : nullptr;
+    return sameCode(definitionCode(datum), datumCode) ? ellipsoidCodeOf(datum) : nullptr;
 }
 
 /// A link that fails leaves the system as it was stored, which is whole: there is nothing to report.
@@ -54,28 +54,28 @@ void ignoreLink(Library::Status /*status*/)
 
 void DefinitionSet::take(LibraryObject<Library::DefinitionBase> definition)
 {
-    if (auto asSystem = TakeAs<Library::CoordinateReferenceSystemDefinition>(definition))
+    if (auto asSystem = takeAs<Library::CoordinateReferenceSystemDefinition>(definition))
         system = std::move(asSystem);
-    else if (auto asDatum = TakeAs<Library::DatumDefinition>(definition))
+    else if (auto asDatum = takeAs<Library::DatumDefinition>(definition))
         datum = std::move(asDatum);
-    else if (auto asEllipsoid = TakeAs<Library::EllipsoidDefinition>(definition))
+    else if (auto asEllipsoid = takeAs<Library::EllipsoidDefinition>(definition))
         ellipsoid = std::move(asEllipsoid);
 }
 
 bool ValidateCsDefinitionSet(const wchar_t* code, const Library::CoordinateReferenceSystemDefinition* system,
                              const Library::DatumDefinition* datum, const Library::EllipsoidDefinition* ellipsoid)
 {
-    if (IsBlank(code) || !sameCode(CodeOf(system), code))
+    if (isBlank(code) || !sameCode(definitionCode(system), code))
         return false;
     int kind = 0;
     if (system->GetKind(kind) != Library::statusOk)
         return false;
     if (!needsEllipsoid(kind))
         return true;
-    return sameCode(CodeOf(ellipsoid), expectedEllipsoidCode(system, datum));
+    return sameCode(definitionCode(ellipsoid), expectedEllipsoidCode(system, datum));
 }
 
-void LinkDefinitionSet(DefinitionSet& set)
+void linkDefinitionSet(DefinitionSet& set)
 {
     const wchar_t* const datumCode = datumCodeOf(*set.system.get());
     if (datumCode == nullptr)

@@ -25,6 +25,6 @@ struct DefinitionSet {
                                            const Library::EllipsoidDefinition* ellipsoid);
 
 /// Gives the ellipsoid to the datum and the datum to the system, or the ellipsoid to a system without a datum.
-void LinkDefinitionSet(DefinitionSet& set);
+void linkDefinitionSet(DefinitionSet& set);
 
 } // namespace Orvel

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "storage/definition_code.h"
-#include "storage/library_result.h"
 #include "storage/serialized_text.h"
 
 namespace Orvel {
@@ -68,12 +67,12 @@ Qeapp::ErrorStatus WriteGeoDataCoordinateSystem(QeDbDatabase* database, const wc
 {
     if (database == nullptr)
         return Qeapp::eNoDatabase;
-    const bool isBlank = IsBlank(text);
+    const bool clears = isBlank(text);
     HostObject<QeDbGeoData> geoData;
-    const Qeapp::ErrorStatus opened = OpenGeoDataForWrite(database, geoData, !isBlank);
+    const Qeapp::ErrorStatus opened = OpenGeoDataForWrite(database, geoData, !clears);
     if (!geoData)
         return opened;
-    return geoData->setCoordinateSystem(isBlank ? L"" : text);
+    return geoData->setCoordinateSystem(clears ? L"" : text);
 }
 
 Qeapp::ErrorStatus WriteGeoDataWkt(QeDbDatabase* database,
@@ -97,7 +96,7 @@ Qeapp::ErrorStatus WriteGeoDataSerialized(QeDbDatabase* database,
     std::wstring text;
     if (definition != nullptr) {
         libraryStatus = SerializeToWideText(text, definition, true);
-        if (const Qeapp::ErrorStatus serialized = LibraryResult(libraryStatus); serialized != Qeapp::eOk)
+        if (const Qeapp::ErrorStatus serialized = libraryResult(libraryStatus); serialized != Qeapp::eOk)
             return serialized;
     }
     return WriteGeoDataCoordinateSystem(database, text.c_str());

@@ -19,7 +19,7 @@ const wchar_t* codeIn(const resbuf* chain)
     if (item == nullptr || item->restype != QeRb::kXdataString)
         return nullptr;
     const wchar_t* const code = item->resval.rstring;
-    return IsLegacyProjectionCode(code) ? code : nullptr;
+    return isLegacyProjectionCode(code) ? code : nullptr;
 }
 
 Qeapp::ErrorStatus addApplication(QeDbRegAppTable& table)
@@ -50,7 +50,7 @@ Qeapp::ErrorStatus registerApplication(QeDbDatabase* database)
 /// The application's name alone stands for "no data".
 ResbufChain recordChain(const wchar_t* code)
 {
-    if (IsBlank(code))
+    if (isBlank(code))
         return ResbufChain(qeutBuildList(QeRb::kXdataAppName, kLegacyProjectionApplication, QeRb::kListEnd));
     return ResbufChain(
         qeutBuildList(QeRb::kXdataAppName, kLegacyProjectionApplication, QeRb::kXdataString, code, QeRb::kListEnd));
@@ -58,9 +58,9 @@ ResbufChain recordChain(const wchar_t* code)
 
 } // namespace
 
-bool IsLegacyProjectionCode(const wchar_t* code)
+bool isLegacyProjectionCode(const wchar_t* code)
 {
-    return !IsBlank(code) && code != kNoCode;
+    return !isBlank(code) && code != kNoCode;
 }
 
 std::wstring ReadLegacyProjectionCode(QeDbDatabase* database)
@@ -81,7 +81,7 @@ Qeapp::ErrorStatus WriteLegacyProjectionCode(QeDbDatabase* database, const wchar
 {
     if (database == nullptr)
         return Qeapp::eNoDatabase;
-    if (!IsBlank(code) && !IsLegacyProjectionCode(code))
+    if (!isBlank(code) && !isLegacyProjectionCode(code))
         return Qeapp::eInvalidInput; // before anything is changed
     const Qeapp::ErrorStatus registered = registerApplication(database);
     if (registered != Qeapp::eOk)

@@ -14,7 +14,7 @@ inline constexpr const wchar_t* kLegacyProjectionApplication = L"KTN_PROJECTION"
 std::wstring ReadLegacyProjectionCode(QeDbDatabase* database);
 
 /// Whether the record can hold the code: false for null, for an empty text, and for ".", which readers take for none.
-[[nodiscard]] bool IsLegacyProjectionCode(const wchar_t* code);
+[[nodiscard]] bool isLegacyProjectionCode(const wchar_t* code);
 
 /// Stores the code, registering the application where it is not; a null or empty code removes the record. eNoDatabase
 /// for a null database, eInvalidInput for the code "." (and nothing is changed), eOutOfMemory, host results as they

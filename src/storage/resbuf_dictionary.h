@@ -5,9 +5,29 @@
 #include <vector>
 
 #include "platform/host.h"
-#include "storage/resbuf_dictionary_iterator.h"
 
 namespace Orvel {
+
+/// Owns the host's iterator. The dictionary itself need not stay open.
+class CResbufDictionaryIterator {
+public:
+    explicit CResbufDictionaryIterator(QeDbDictionaryIterator* inner) : inner_(inner) {}
+    CResbufDictionaryIterator(const CResbufDictionaryIterator&) = delete;
+    CResbufDictionaryIterator& operator=(const CResbufDictionaryIterator&) = delete;
+    virtual ~CResbufDictionaryIterator();
+
+    virtual void Next();
+    virtual bool Done();
+    /// On true `chain` is a copy of the current entry's chain, null for an empty xrecord, to be released with
+    /// qeutRelRb. False, and `chain` untouched, when the entry cannot be opened or is no xrecord.
+    virtual bool GetResbuf(resbuf*& chain);
+    virtual const wchar_t* GetKey();
+    /// Writes the current entry's id to `id` and returns it.
+    virtual QeDbObjectId GetObjectId(QeDbObjectId& id);
+
+private:
+    QeDbDictionaryIterator* inner_;
+};
 
 /// Keyed reading, writing and removal. Every operation closes what it opens, unless it says otherwise, and tells of a
 /// failure by its result alone. Writers lock the current document, readers do not.
@@ -41,7 +61,7 @@ public:
 
 private:
     /// True, with no entries, for a dictionary that is missing; false when it cannot be opened.
-    [[nodiscard]] bool ListEntries(std::vector<QeDbObjectId>& entries) const;
+    [[nodiscard]] bool listEntries(std::vector<QeDbObjectId>& entries) const;
 
     std::wstring name_;
     QeDbDatabase* database_;

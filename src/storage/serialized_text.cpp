@@ -20,21 +20,21 @@ Library::Status SerializeToWideText(std::wstring& text, const Library::Definitio
     const Library::Status status = Library::DefinitionStream::Serialize_s(
         definition, buffer.data(), buffer.size(), Library::formatText, kNewestSchema, includeDependents);
     if (status == Library::statusOk)
-        text = TextFromUtf16le(buffer.data(), buffer.size());
+        text = decodeUtf16le(buffer.data(), buffer.size());
     return status;
 }
 
 Library::Status DeserializeWideText(LibraryObject<Library::DefinitionBaseArray>& definitions, const wchar_t* text)
 {
-    return DeserializeUtf16leText(definitions, text != nullptr ? Utf16leBytes(text).data() : nullptr);
+    return deserializeUtf16leText(definitions, text != nullptr ? encodeUtf16le(text).data() : nullptr);
 }
 
-Library::Status DeserializeUtf16leText(LibraryObject<Library::DefinitionBaseArray>& definitions,
+Library::Status deserializeUtf16leText(LibraryObject<Library::DefinitionBaseArray>& definitions,
                                        const unsigned char* text)
 {
     if (text == nullptr)
         return Library::statusNullText;
-    const std::size_t length = Utf16leLength(text);
+    const std::size_t length = utf16leLength(text);
     if (length == 0)
         return Library::statusEmptyText;
     return Library::DefinitionStream::Deserialize_s(definitions.put(), text, length + kNulLengthInBytes,

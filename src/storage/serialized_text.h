@@ -18,7 +18,7 @@ Library::Status SerializeToWideText(std::wstring& text, const Library::Definitio
 Library::Status DeserializeWideText(LibraryObject<Library::DefinitionBaseArray>& definitions, const wchar_t* text);
 
 /// The same from UTF-16 little-endian bytes, which end with their first NUL unit: the caller guarantees one.
-Library::Status DeserializeUtf16leText(LibraryObject<Library::DefinitionBaseArray>& definitions,
+Library::Status deserializeUtf16leText(LibraryObject<Library::DefinitionBaseArray>& definitions,
                                        const unsigned char* text);
 
 } // namespace Orvel

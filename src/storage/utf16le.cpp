@@ -54,7 +54,7 @@ wchar_t joined(char32_t high, char32_t low)
 
 } // namespace
 
-std::vector<unsigned char> Utf16leBytes(std::wstring_view text)
+std::vector<unsigned char> encodeUtf16le(std::wstring_view text)
 {
     std::vector<unsigned char> bytes;
     bytes.reserve((text.size() + 1) * 2);
@@ -64,7 +64,7 @@ std::vector<unsigned char> Utf16leBytes(std::wstring_view text)
     return bytes;
 }
 
-std::wstring TextFromUtf16le(const unsigned char* bytes, std::size_t lengthInBytes)
+std::wstring decodeUtf16le(const unsigned char* bytes, std::size_t lengthInBytes)
 {
     std::wstring text;
     for (std::size_t index = 0; index + 1 < lengthInBytes; index += 2) {
@@ -82,7 +82,7 @@ std::wstring TextFromUtf16le(const unsigned char* bytes, std::size_t lengthInByt
     return text;
 }
 
-std::size_t Utf16leLength(const unsigned char* text)
+std::size_t utf16leLength(const unsigned char* text)
 {
     std::size_t length = 0;
     while (text[length] != 0 || text[length + 1] != 0)

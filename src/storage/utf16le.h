@@ -11,12 +11,12 @@
 namespace Orvel {
 
 /// The text's bytes with a terminating NUL unit.
-std::vector<unsigned char> Utf16leBytes(std::wstring_view text);
+std::vector<unsigned char> encodeUtf16le(std::wstring_view text);
 
 /// The text up to its first NUL unit, or up to the end of the bytes; an odd last byte is ignored.
-std::wstring TextFromUtf16le(const unsigned char* bytes, std::size_t lengthInBytes);
+std::wstring decodeUtf16le(const unsigned char* bytes, std::size_t lengthInBytes);
 
 /// The length in bytes up to the first NUL unit, which the caller guarantees.
-std::size_t Utf16leLength(const unsigned char* text);
+std::size_t utf16leLength(const unsigned char* text);
 
 } // namespace Orvel

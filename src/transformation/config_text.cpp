@@ -2,13 +2,13 @@
 
 namespace Orvel {
 
-wchar_t* SharedEmptyText()
+wchar_t* sharedEmptyText()
 {
     static wchar_t empty[] = L"";
     return empty;
 }
 
-HostString NewConfigText(std::size_t characters)
+HostString newConfigText(std::size_t characters)
 {
     unsigned char* buffer = nullptr;
     static_cast<void>(qeutNewBuffer(buffer, characters * sizeof(wchar_t))); // without memory the pointer stays null

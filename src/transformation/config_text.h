@@ -8,9 +8,9 @@
 namespace Orvel {
 
 /// What an out-parameter points at where there is no text.
-[[nodiscard]] wchar_t* SharedEmptyText();
+[[nodiscard]] wchar_t* sharedEmptyText();
 
 /// Room for a text of so many characters, its NUL included, all zero; empty without memory.
-[[nodiscard]] HostString NewConfigText(std::size_t characters);
+[[nodiscard]] HostString newConfigText(std::size_t characters);
 
 } // namespace Orvel

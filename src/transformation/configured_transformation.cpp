@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "platform/windows.h"
-#include "transformation/item_chunks.h"
 #include "transformation/item_text.h"
 
 namespace Orvel {
@@ -25,8 +24,8 @@ bool matches(const ItemText& item, std::wstring_view source, std::wstring_view t
 template <class Fits>
 std::optional<ItemText> firstItem(std::wstring_view text, const Fits& fits)
 {
-    while (const std::optional<std::wstring_view> chunk = TakeItemChunk(text)) {
-        const ItemText item = ParseItemText(*chunk);
+    while (const std::optional<std::wstring_view> chunk = takeItemChunk(text)) {
+        const ItemText item = parseItemText(*chunk);
         if (fits(item))
             return item;
     }

@@ -23,7 +23,7 @@ ResbufChain firstChainOf(const CResbufDictionary& dictionary)
 
 bool ReadDrawingTransformationConfig(wchar_t*& text)
 {
-    text = SharedEmptyText();
+    text = sharedEmptyText();
     const ResbufChain chain = firstChainOf(CResbufDictionary(kTransformationConfigDictionary, nullptr));
     if (!chain || chain->restype != QeRb::kText)
         return false;
@@ -36,7 +36,7 @@ bool ReadDrawingTransformationConfig(wchar_t*& text)
 
 bool WriteDrawingTransformationConfig(const wchar_t* text)
 {
-    QeDbDatabase* const database = ResolveDatabase(nullptr);
+    QeDbDatabase* const database = resolveDatabase(nullptr);
     if (database == nullptr)
         return false; // before a document is locked
     const ResbufChain chain(qeutBuildList(QeRb::kText, text, QeRb::kListEnd));

@@ -52,6 +52,24 @@ int typeOf(std::wstring_view text)
 
 } // namespace
 
+std::optional<std::wstring_view> takeItemChunk(std::wstring_view& remaining)
+{
+    const std::size_t marker = remaining.find(kClosing);
+    if (marker == std::wstring_view::npos)
+        return std::nullopt;
+    const std::wstring_view chunk = remaining.substr(0, marker + kClosing.size());
+    remaining.remove_prefix(chunk.size());
+    return chunk;
+}
+
+std::vector<std::wstring_view> SplitIntoItemChunks(std::wstring_view text)
+{
+    std::vector<std::wstring_view> chunks;
+    while (const std::optional<std::wstring_view> chunk = takeItemChunk(text))
+        chunks.push_back(*chunk);
+    return chunks;
+}
+
 int ExtractElementText(std::wstring_view text, std::wstring_view tag, std::wstring_view& value)
 {
     const std::size_t openingLength = tag.size() + 2;
@@ -66,7 +84,7 @@ int ExtractElementText(std::wstring_view text, std::wstring_view tag, std::wstri
     return 0;
 }
 
-ItemText ParseItemText(std::wstring_view text)
+ItemText parseItemText(std::wstring_view text)
 {
     const std::wstring_view element = trimmed(text);
     ItemText item;

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "transformation/config_text.h"
-#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
 #include "transformation/registry_value.h"
 
 namespace Orvel {
@@ -49,7 +49,7 @@ HostString joined(const std::vector<std::wstring>& parts)
     std::size_t characters = 1;
     for (const std::wstring& part : parts)
         characters += part.size();
-    HostString whole = NewConfigText(characters);
+    HostString whole = newConfigText(characters);
     if (!whole)
         return {};
     wchar_t* end = whole.get();
@@ -60,7 +60,7 @@ HostString joined(const std::vector<std::wstring>& parts)
 
 } // namespace
 
-std::wstring RegistrySettingsKey()
+std::wstring registrySettingsKey()
 {
     return storeKey(applicationKey());
 }

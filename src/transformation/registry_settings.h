@@ -6,7 +6,7 @@
 namespace Orvel {
 
 /// The key of the store, relative to HKEY_CURRENT_USER; asked of the host anew each time.
-[[nodiscard]] std::wstring RegistrySettingsKey();
+[[nodiscard]] std::wstring registrySettingsKey();
 
 /// Replaces every named value of the store by the items of `text`. False at the first step that fails; what was deleted
 /// or written before stays so.

@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <array>
 
-#include "coordsys/reactor_notices.h"
+#include "coordsys/coordinate_system_reactors.h"
 #include "platform/windows.h"
 #include "storage/host_holders.h"
 #include "transformation/configured_transformation.h"
 #include "transformation/drawing_config.h"
 #include "transformation/registry_settings.h"
 #include "transformation/user_settings_file.h"
+
+using namespace Orvel;
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
@@ -28,13 +30,13 @@ struct Target {
 /// The user's settings file is read and written; clearing empties the registry and leaves the file as it is.
 constexpr std::array kTargets{
     Target{.type = CsTransformationConfigTargetType::Drawing,
-           .read = ::Orvel::ReadDrawingTransformationConfig,
-           .write = ::Orvel::WriteDrawingTransformationConfig,
-           .clear = ::Orvel::WriteDrawingTransformationConfig},
+           .read = ReadDrawingTransformationConfig,
+           .write = WriteDrawingTransformationConfig,
+           .clear = WriteDrawingTransformationConfig},
     Target{.type = CsTransformationConfigTargetType::User,
-           .read = ::Orvel::ReadUserTransformationSettings,
-           .write = ::Orvel::WriteUserTransformationSettings,
-           .clear = ::Orvel::WriteRegistryTransformationSettings},
+           .read = ReadUserTransformationSettings,
+           .write = WriteUserTransformationSettings,
+           .clear = WriteRegistryTransformationSettings},
 };
 
 /// Null for an unknown target.
@@ -50,8 +52,8 @@ TransformationInfo* findIn(Reader read, const wchar_t* sourceCs, const wchar_t* 
     wchar_t* text = nullptr;
     if (!read(text))
         return nullptr;
-    const ::Orvel::HostString owned(text);
-    return ::Orvel::FindConfiguredTransformation(sourceCs, targetCs, text).release();
+    const HostString owned(text);
+    return FindConfiguredTransformation(sourceCs, targetCs, text).release();
 }
 
 } // namespace
@@ -82,8 +84,8 @@ TransformationInfo* GetCsConfiguredTransformationInfo(const wchar_t* sourceCs, c
 {
     if (sourceCs == nullptr || targetCs == nullptr || _wcsicmp(sourceCs, targetCs) == 0)
         return nullptr;
-    TransformationInfo* const found = findIn(::Orvel::ReadDrawingTransformationConfig, sourceCs, targetCs);
-    return found != nullptr ? found : findIn(::Orvel::ReadUserTransformationSettings, sourceCs, targetCs);
+    TransformationInfo* const found = findIn(ReadDrawingTransformationConfig, sourceCs, targetCs);
+    return found != nullptr ? found : findIn(ReadUserTransformationSettings, sourceCs, targetCs);
 }
 
 } // namespace Zentara::Gis::Orvel::CoordinateSystem

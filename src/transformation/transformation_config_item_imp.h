@@ -10,9 +10,7 @@ namespace Zentara::Gis::Orvel::CoordinateSystem {
 
 class OrvelTransformationConfigItemImp final : public OrvelTransformationConfigItem {
 public:
-    // GCOVR_EXCL_BR_START: where it is never run, g++ does not mark what is for exceptions
     OrvelTransformationConfigItemImp() = default;
-    // GCOVR_EXCL_BR_STOP
 
     void Dispose() override;
     void SetSourceCs(const wchar_t* code) override { sourceCs_ = code; }
@@ -30,7 +28,7 @@ public:
     std::wstring ToXmlString() override;
     void FromXmlString(const wchar_t* text) override;
     /// The same for a part of a longer text.
-    void FromXmlText(std::wstring_view text);
+    void fromXmlText(std::wstring_view text);
 
 protected:
     ~OrvelTransformationConfigItemImp() override;

@@ -9,7 +9,7 @@
 
 #include "platform/windows.h"
 #include "transformation/config_text.h"
-#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
 
 namespace Orvel {
 namespace {
@@ -55,7 +55,7 @@ std::optional<std::string> joinedLines()
     if (!file)
         return std::nullopt;
     std::string joined;
-    std::array<char, 65536> block; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the read
+    std::array<char, 65536> block{};
     while (const std::size_t read = std::fread(block.data(), 1, block.size(), file.get())) {
         for (std::string_view part(block.data(), read); !part.empty();) {
             const std::size_t end = part.find('\n');
@@ -73,7 +73,7 @@ HostString wideTextOf(const std::string& utf8)
     const int characters = MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), kUpToItsNul, nullptr, 0);
     if (characters <= 0)
         return {};
-    HostString text = NewConfigText(static_cast<std::size_t>(characters) + 1);
+    HostString text = newConfigText(static_cast<std::size_t>(characters) + 1);
     if (text && MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), kUpToItsNul, text.get(), characters) != characters)
         text.reset();
     return text;
@@ -82,8 +82,8 @@ HostString wideTextOf(const std::string& utf8)
 /// Nothing when it cannot be converted.
 std::optional<std::string> utf8Of(std::wstring_view chunk)
 {
-    if (chunk.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) // GCOVR_EXCL_BR_LINE: takes 8 GB
-        return std::nullopt;                                                      // GCOVR_EXCL_LINE: see above
+    if (chunk.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        return std::nullopt;
     const int characters = static_cast<int>(chunk.size());
     const int bytes = WideCharToMultiByte(CP_UTF8, 0, chunk.data(), characters, nullptr, 0, nullptr, nullptr);
     if (bytes <= 0)
@@ -115,7 +115,7 @@ std::wstring GetUserTransformationSettingsPath()
 
 bool ReadUserTransformationSettings(wchar_t*& text)
 {
-    text = SharedEmptyText();
+    text = sharedEmptyText();
     std::optional<std::string> lines = joinedLines();
     if (!lines)
         return false;
@@ -134,7 +134,7 @@ bool WriteUserTransformationSettings(const wchar_t* text)
         return false;
     std::wstring_view remaining = text;
     bool isWritten = true; // after a line that is not, no other is tried; the result tells of conversions alone
-    while (const std::optional<std::wstring_view> chunk = TakeItemChunk(remaining)) {
+    while (const std::optional<std::wstring_view> chunk = takeItemChunk(remaining)) {
         std::optional<std::string> line = utf8Of(*chunk);
         if (!line)
             return false;

@@ -22,7 +22,7 @@ class Deserialize : public BlockTest {
 protected:
     const SystemHolder system = catalogSystem(L"EPSG:25832");
     const Bytes packedBlock = packed(system.get());
-    const Bytes textBlock = Orvel::Utf16leBytes(serializedText(system.get(), false));
+    const Bytes textBlock = Orvel::encodeUtf16le(serializedText(system.get(), false));
     ArrayHolder definitions;
 
     Qeapp::ErrorStatus deserialize(const Bytes& block, int length)
@@ -66,7 +66,7 @@ TEST_F(Deserialize, BlockOfEveryVersion_IsAccepted)
 
 TEST_F(Deserialize, TextWithDatumAndEllipsoid_GivesThemToo)
 {
-    EXPECT_EQ(deserialize(Orvel::Utf16leBytes(serializedText(system.get(), true))), Qeapp::eOk);
+    EXPECT_EQ(deserialize(Orvel::encodeUtf16le(serializedText(system.get(), true))), Qeapp::eOk);
     EXPECT_EQ(described(definitions), (Texts{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"}));
 }
 
@@ -81,7 +81,7 @@ TEST_F(Deserialize, PackedDatumOrEllipsoid_IsGivenAsItIs)
 TEST_F(Deserialize, UserDefinedSystem_NeedsNoCatalog)
 {
     const SystemHolder own = userSystem(L"MINE:\u00e9\U0001D11E");
-    for (const Bytes& block : {packed(own.get()), Orvel::Utf16leBytes(serializedText(own.get(), false))}) {
+    for (const Bytes& block : {packed(own.get()), Orvel::encodeUtf16le(serializedText(own.get(), false))}) {
         EXPECT_EQ(deserialize(block), Qeapp::eOk);
         EXPECT_EQ(described(definitions), Texts{L"system MINE:\u00e9\U0001D11E"});
     }
@@ -134,13 +134,13 @@ TEST_F(Deserialize, TwoZerosAtTheBeginning_AreAnEmptyTextAndInvalidInput)
 TEST_F(Deserialize, TextThatIsNoDefinition_IsInvalidInput)
 {
     for (const wchar_t* const text : {L"x", L"{", L"{}", L"EPSG:25832", L"\U0001D11E"})
-        expectUnreadable(Orvel::Utf16leBytes(text));
+        expectUnreadable(Orvel::encodeUtf16le(text));
 }
 
 TEST_F(Deserialize, TextThatEndsEarly_IsInvalidInput)
 {
     const std::wstring text = serializedText(system.get());
-    expectUnreadable(Orvel::Utf16leBytes(text.substr(0, text.size() - 1)));
+    expectUnreadable(Orvel::encodeUtf16le(text.substr(0, text.size() - 1)));
 }
 
 TEST_F(Deserialize, TextOfAFormatToCome_IsInvalidInput)
@@ -148,7 +148,7 @@ TEST_F(Deserialize, TextOfAFormatToCome_IsInvalidInput)
     std::wstring text = serializedText(system.get());
     const std::size_t version = text.find(L"\"spatialReference\":1");
     ASSERT_NE(version, std::wstring::npos);
-    expectUnreadable(Orvel::Utf16leBytes(text.replace(version, 20, L"\"spatialReference\":9")));
+    expectUnreadable(Orvel::encodeUtf16le(text.replace(version, 20, L"\"spatialReference\":9")));
 }
 
 TEST_F(Deserialize, TextEndsWithItsNulWhateverTheLength)

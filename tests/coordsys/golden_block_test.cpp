@@ -59,7 +59,7 @@ TEST_P(EachGoldenBlock, HasTheFormOfItsVersion)
     const Bytes block = GetParam().bytes();
     if (GetParam().isText()) {
         EXPECT_EQ(block.size() % 2, 0U);
-        EXPECT_EQ(Orvel::Utf16leLength(block.data()), block.size() - 2) << "one NUL unit, at the end";
+        EXPECT_EQ(Orvel::utf16leLength(block.data()), block.size() - 2) << "one NUL unit, at the end";
         EXPECT_EQ(block.front(), '{');
         return;
     }
@@ -91,7 +91,7 @@ TEST_F(GoldenBlockTest, TextExampleOfThePage_IsTheGoldenBlock)
 {
     const auto block = std::ranges::find(goldenBlocks(), "local", &GoldenBlock::name) + 1;
     const DocumentedExample example("serialized-block.md", "text-block");
-    const Bytes bytes = Orvel::Utf16leBytes(Embedded::wideFromUtf8(example.text()));
+    const Bytes bytes = Orvel::encodeUtf16le(Embedded::wideFromUtf8(example.text()));
     EXPECT_EQ(bytes, block->bytes());
     const DocumentedExample beginning("serialized-block.md", "text-block-bytes");
     const Bytes first = beginning.bytes();

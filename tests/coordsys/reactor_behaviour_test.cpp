@@ -1,4 +1,4 @@
-#include "coordsys/reactor_notices.h"
+#include "coordsys/coordinate_system_reactors.h"
 #include "support/coordsys_test.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include <array>
 #include <type_traits>
 
-#include "coordsys/reactor_notices.h"
+#include "coordsys/coordinate_system_reactors.h"
 #include "support/coordsys_test.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #include <memory>
 #include <new>
 
-#include "coordsys/reactor_notices.h"
+#include "coordsys/coordinate_system_reactors.h"
 #include "support/allocations/counted_allocations.h"
 #include "support/coordsys_test.h"
 

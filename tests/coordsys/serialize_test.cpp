@@ -46,12 +46,12 @@ protected:
         return form;
     }
     /// Of the system alone, with its NUL.
-    Bytes textForm() const { return Orvel::Utf16leBytes(serializedText(definition.get(), false)); }
+    Bytes textForm() const { return Orvel::encodeUtf16le(serializedText(definition.get(), false)); }
 
     /// A user's system whose text takes that many bytes with its NUL.
     static SystemHolder systemOfTextLength(std::size_t lengthInBytes)
     {
-        const std::size_t shortest = Orvel::Utf16leBytes(serializedText(namedSystem(1).get(), false)).size();
+        const std::size_t shortest = Orvel::encodeUtf16le(serializedText(namedSystem(1).get(), false)).size();
         return namedSystem(1 + (lengthInBytes - shortest) / 2);
     }
     static SystemHolder namedSystem(std::size_t characters)

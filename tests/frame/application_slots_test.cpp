@@ -51,7 +51,7 @@ TEST(ApplicationSlots, UnloadComesNext)
 
 TEST(ApplicationSlots, TheModulesOwnObject_HasTheOperationsOfTheClass)
 {
-    EXPECT_EQ(tableOf(orvelApplication()), tableOf(PlainApplication()));
+    EXPECT_EQ(tableOf(Orvel::moduleApplication()), tableOf(PlainApplication()));
 }
 
 } // namespace

@@ -8,12 +8,12 @@ using Calls = std::vector<std::string>;
 
 class Application : public FrameTest {
 protected:
-    COrvelCoordsysCoreApp& application = orvelApplication();
+    COrvelCoordsysCoreApp& application = Orvel::moduleApplication();
 };
 
 TEST_F(Application, IsOneObject)
 {
-    EXPECT_EQ(&orvelApplication(), &application);
+    EXPECT_EQ(&Orvel::moduleApplication(), &application);
 }
 
 TEST_F(Application, StartsWithNothingRegistered)

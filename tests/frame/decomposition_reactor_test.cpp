@@ -178,7 +178,7 @@ TEST_F(DecompositionReactor, HostResult_IsRecordedAsItIs)
 /// The reactor as the module registers it, asked by the host's own save.
 class RegisteredReactor : public DecompositionReactor {
 protected:
-    void SetUp() override { ASSERT_EQ(orvelApplication().load(), Qeapp::eOk); }
+    void SetUp() override { ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk); }
 };
 
 TEST_F(RegisteredReactor, IsAskedThroughTheManager)
@@ -201,7 +201,7 @@ TEST_F(RegisteredReactor, FailureStopsTheSaveAndIsUndone)
 
 TEST_F(RegisteredReactor, SecondLoad_DoesNotConvertTwice)
 {
-    ASSERT_EQ(orvelApplication().load(), Qeapp::eOk);
+    ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk);
     giveSystem();
     const auto calls = callsOf([&] { Embedded::DecompositionRun(*drawing.database(), k29).complete(); });
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "DefinitionStream::Deserialize_s"), 1);
@@ -209,7 +209,7 @@ TEST_F(RegisteredReactor, SecondLoad_DoesNotConvertTwice)
 
 TEST_F(RegisteredReactor, AfterUnload_NobodyConverts)
 {
-    ASSERT_EQ(orvelApplication().unload(), Qeapp::eOk);
+    ASSERT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk);
     giveSystem();
     const auto before = drawing.contents();
     Embedded::DecompositionRun(*drawing.database(), k29).complete();

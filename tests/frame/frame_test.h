@@ -20,7 +20,7 @@ protected:
     {
         Embedded::FaultInjection::disarm();
         Embedded::setHostParts({});
-        EXPECT_EQ(orvelApplication().unload(), Qeapp::eOk);
+        EXPECT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk);
     }
 
     static long registeredReactors()

@@ -94,24 +94,24 @@ TEST_F(Unload, LoadWhoseRegistrationThrows_IsNoLoad)
     ThrowingManager manager;
     Embedded::setHostParts({.otherDecompositionManager = &manager});
     manager.additionThrows = true;
-    EXPECT_THROW(static_cast<void>(orvelApplication().load()), std::runtime_error);
+    EXPECT_THROW(static_cast<void>(Orvel::moduleApplication().load()), std::runtime_error);
     manager.additionThrows = false;
-    EXPECT_EQ(orvelApplication().load(), Qeapp::eOk);
+    EXPECT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk);
     EXPECT_NE(manager.registered, nullptr) << "the second load registers";
-    EXPECT_EQ(orvelApplication().unload(), Qeapp::eOk);
+    EXPECT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk);
 }
 
 TEST_F(Unload, RemovalThatThrows_IsTriedAgainByTheNextOne)
 {
     ThrowingManager manager;
     Embedded::setHostParts({.otherDecompositionManager = &manager});
-    ASSERT_EQ(orvelApplication().load(), Qeapp::eOk);
+    ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk);
     manager.removalThrows = true;
-    EXPECT_THROW(static_cast<void>(orvelApplication().unload()), std::runtime_error);
+    EXPECT_THROW(static_cast<void>(Orvel::moduleApplication().unload()), std::runtime_error);
     ASSERT_NE(manager.registered, nullptr);
     EXPECT_EQ(manager.registered->decomposeForSave(nullptr, QeDb::kCurrentDwg, nullptr, nullptr), Qeapp::eNoDatabase)
         << "the host may still call it";
-    EXPECT_THROW(static_cast<void>(orvelApplication().unload()), std::runtime_error);
+    EXPECT_THROW(static_cast<void>(Orvel::moduleApplication().unload()), std::runtime_error);
     EXPECT_EQ(manager.removals, 2);
 }
 

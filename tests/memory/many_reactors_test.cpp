@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "coordsys/reactor_notices.h"
+#include "coordsys/coordinate_system_reactors.h"
 #include "support/coordsys_test.h"
 
 namespace Tests {

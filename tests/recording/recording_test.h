@@ -71,7 +71,7 @@ protected:
         result = Cs::GetCoordinateSystem(definitions.put(), database(), &status);
         Texts codes;
         for (int index = 0; definitions && index < definitions->GetCount(); ++index)
-            codes.push_back(Orvel::CodeOf(definitions->GetItem(index)));
+            codes.push_back(Orvel::definitionCode(definitions->GetItem(index)));
         return codes;
     }
     Qeapp::ErrorStatus result = Qeapp::eOk;

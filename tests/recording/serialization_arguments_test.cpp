@@ -28,7 +28,7 @@ protected:
         result = Cs::DeserializeCoordinateSystem(definitions.put(), bytes.data(), length, &status);
         Texts codes;
         for (int index = 0; definitions && index < definitions->GetCount(); ++index)
-            codes.push_back(Orvel::CodeOf(definitions->GetItem(index)));
+            codes.push_back(Orvel::definitionCode(definitions->GetItem(index)));
         return codes;
     }
 

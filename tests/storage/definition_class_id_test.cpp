@@ -24,7 +24,7 @@ protected:
     {
         Orvel::ClassIdBytes classId{};
         std::copy(bytes.begin(), bytes.end(), classId.begin());
-        return Orvel::IsDefinitionKindClsid(classId);
+        return Orvel::isDefinitionKindClsid(classId);
     }
 };
 

@@ -242,7 +242,7 @@ protected:
     Calls callsOfLinking()
     {
         Calls names;
-        for (const FallibleCall& call : fallibleCallsOf([&] { Orvel::LinkDefinitionSet(set); }))
+        for (const FallibleCall& call : fallibleCallsOf([&] { Orvel::linkDefinitionSet(set); }))
             names.push_back(call.name);
         return names;
     }
@@ -270,7 +270,7 @@ protected:
 TEST_F(DefinitionSetLinking, EllipsoidGoesIntoTheDatumAndTheDatumIntoTheSystem)
 {
     giveSystemWithDatum();
-    Orvel::LinkDefinitionSet(set);
+    Orvel::linkDefinitionSet(set);
     EXPECT_EQ(axisOfDatum(), 6373000);
     EXPECT_EQ(axisOfSystem(), 6373000);
 }
@@ -278,7 +278,7 @@ TEST_F(DefinitionSetLinking, EllipsoidGoesIntoTheDatumAndTheDatumIntoTheSystem)
 TEST_F(DefinitionSetLinking, EllipsoidGoesIntoASystemWithoutADatum)
 {
     giveSystemWithoutDatum();
-    Orvel::LinkDefinitionSet(set);
+    Orvel::linkDefinitionSet(set);
     EXPECT_EQ(axisOfSystem(), 6373000);
     EXPECT_EQ(described(set.system.get()), L"system EPSG:4019");
 }
@@ -288,7 +288,7 @@ TEST_F(DefinitionSetLinking, SystemWithoutADatumAndWithoutAnEllipsoidStaysAsItIs
     giveSystemWithoutDatum();
     set.ellipsoid.reset();
     const double before = axisOfSystem();
-    Orvel::LinkDefinitionSet(set);
+    Orvel::linkDefinitionSet(set);
     EXPECT_EQ(axisOfSystem(), before);
 }
 
@@ -307,7 +307,7 @@ TEST_F(DefinitionSetLinking, KindOneStaysAsItIs)
 {
     set.system = catalogSystem(L"LOCAL:METRE");
     const std::wstring before = serializedText(set.system.get());
-    Orvel::LinkDefinitionSet(set);
+    Orvel::linkDefinitionSet(set);
     EXPECT_EQ(serializedText(set.system.get()), before);
 }
 
@@ -316,7 +316,7 @@ TEST_F(DefinitionSetLinking, SystemOfKindFourWithoutItsDatumStaysAsItIs)
     set.system = catalogSystem(L"EPSG:4978");
     set.ellipsoid = catalogEllipsoid(L"EPSG:7019");
     const std::wstring before = serializedText(set.system.get());
-    Orvel::LinkDefinitionSet(set);
+    Orvel::linkDefinitionSet(set);
     EXPECT_EQ(serializedText(set.system.get()), before);
 }
 
@@ -326,7 +326,7 @@ TEST_F(DefinitionSetLinking, LinkThatFailsLeavesTheSystemAsItWasStored)
          {"CoordinateReferenceSystemDefinition::GetDatumCode", "CoordinateReferenceSystemDefinition::SetDatum"}) {
         giveSystemWithDatum();
         const ScopedFault fault(failing(call));
-        Orvel::LinkDefinitionSet(set);
+        Orvel::linkDefinitionSet(set);
         EXPECT_EQ(axisOfSystem(), 6371000) << call;
     }
 }

@@ -1,7 +1,7 @@
 // The order of the iterator's virtual operations is fixed.
 #include <gtest/gtest.h>
 
-#include "storage/resbuf_dictionary_iterator.h"
+#include "storage/resbuf_dictionary.h"
 #include "support/virtual_table.h"
 
 namespace Tests {

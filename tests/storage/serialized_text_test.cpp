@@ -62,7 +62,7 @@ SystemHolder systemWithTextOf(std::size_t units)
 TEST_F(SerializedText, Of65536BytesIsTheLongest)
 {
     ASSERT_EQ(SerializeToWideText(text, systemWithTextOf(32768).get(), false), Library::statusOk);
-    EXPECT_EQ(Orvel::Utf16leBytes(text).size(), 65536U);
+    EXPECT_EQ(Orvel::encodeUtf16le(text).size(), 65536U);
 }
 
 TEST_F(SerializedText, OverItsLimitIsTheLibrarysStatusAndNoText)

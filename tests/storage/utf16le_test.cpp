@@ -7,39 +7,39 @@
 namespace Tests {
 namespace {
 
-using Orvel::TextFromUtf16le;
-using Orvel::Utf16leBytes;
+using Orvel::decodeUtf16le;
+using Orvel::encodeUtf16le;
 
 std::wstring textFrom(const Bytes& bytes)
 {
-    return TextFromUtf16le(bytes.data(), bytes.size());
+    return decodeUtf16le(bytes.data(), bytes.size());
 }
 
 TEST(Utf16le, EmptyTextIsTheTerminatingNul)
 {
-    EXPECT_EQ(Utf16leBytes(L""), (Bytes{0, 0}));
+    EXPECT_EQ(encodeUtf16le(L""), (Bytes{0, 0}));
 }
 
 TEST(Utf16le, LowByteComesFirst)
 {
-    EXPECT_EQ(Utf16leBytes(L"A\x00E4\x4E16"), (Bytes{0x41, 0x00, 0xE4, 0x00, 0x16, 0x4E, 0, 0}));
+    EXPECT_EQ(encodeUtf16le(L"A\x00E4\x4E16"), (Bytes{0x41, 0x00, 0xE4, 0x00, 0x16, 0x4E, 0, 0}));
 }
 
 TEST(Utf16le, LengthIsTwoBytesForEachUnitAndTwoMore)
 {
-    EXPECT_EQ(Utf16leBytes(std::wstring(1000, L'x')).size(), 2002U);
+    EXPECT_EQ(encodeUtf16le(std::wstring(1000, L'x')).size(), 2002U);
 }
 
 TEST(Utf16le, SupplementaryCharacterIsAPairOfSurrogates)
 {
-    EXPECT_EQ(Utf16leBytes(L"\U0001F30D"), (Bytes{0x3C, 0xD8, 0x0D, 0xDF, 0, 0}));
-    EXPECT_EQ(Utf16leBytes(L"\U00010000"), (Bytes{0x00, 0xD8, 0x00, 0xDC, 0, 0}));
-    EXPECT_EQ(Utf16leBytes(L"\U0010FFFF"), (Bytes{0xFF, 0xDB, 0xFF, 0xDF, 0, 0}));
+    EXPECT_EQ(encodeUtf16le(L"\U0001F30D"), (Bytes{0x3C, 0xD8, 0x0D, 0xDF, 0, 0}));
+    EXPECT_EQ(encodeUtf16le(L"\U00010000"), (Bytes{0x00, 0xD8, 0x00, 0xDC, 0, 0}));
+    EXPECT_EQ(encodeUtf16le(L"\U0010FFFF"), (Bytes{0xFF, 0xDB, 0xFF, 0xDF, 0, 0}));
 }
 
 TEST(Utf16le, LastCharacterOfOneUnitStaysOne)
 {
-    EXPECT_EQ(Utf16leBytes(L"\xFFFF"), (Bytes{0xFF, 0xFF, 0, 0}));
+    EXPECT_EQ(encodeUtf16le(L"\xFFFF"), (Bytes{0xFF, 0xFF, 0, 0}));
 }
 
 TEST(Utf16le, WhatIsBeyondTheLastCharacterBecomesTheReplacementCharacter)
@@ -47,13 +47,13 @@ TEST(Utf16le, WhatIsBeyondTheLastCharacterBecomesTheReplacementCharacter)
     if (sizeof(wchar_t) == 2)
         GTEST_SKIP() << "every wide character is a unit of the text here";
     for (const char32_t beyond : {U'\x110000', U'\x7FFFFFFF'})
-        EXPECT_EQ(Utf16leBytes(std::wstring(1, static_cast<wchar_t>(beyond))), (Bytes{0xFD, 0xFF, 0, 0}));
+        EXPECT_EQ(encodeUtf16le(std::wstring(1, static_cast<wchar_t>(beyond))), (Bytes{0xFD, 0xFF, 0, 0}));
 }
 
 TEST(Utf16le, UnpairedSurrogatesPassThrough)
 {
     const std::wstring text{static_cast<wchar_t>(0xD800), L'a', static_cast<wchar_t>(0xDC00)};
-    EXPECT_EQ(Utf16leBytes(text), (Bytes{0x00, 0xD8, 0x61, 0x00, 0x00, 0xDC, 0, 0}));
+    EXPECT_EQ(encodeUtf16le(text), (Bytes{0x00, 0xD8, 0x61, 0x00, 0x00, 0xDC, 0, 0}));
     EXPECT_EQ(textFrom({0x00, 0xD8, 0x61, 0x00, 0x00, 0xDC, 0, 0}), text);
 }
 
@@ -61,14 +61,14 @@ TEST(Utf16le, HighSurrogateBeforeACharacterBehindTheSurrogatesStaysForItself)
 {
     for (const wchar_t behind : {L'\xE000', L'\xFFFD'}) {
         const std::wstring text{static_cast<wchar_t>(0xD83C), behind};
-        EXPECT_EQ(textFrom(Utf16leBytes(text)), text);
+        EXPECT_EQ(textFrom(encodeUtf16le(text)), text);
     }
 }
 
 TEST(Utf16le, SurrogatesInTheWrongOrderStayTwo)
 {
     const std::wstring text{static_cast<wchar_t>(0xDC00), static_cast<wchar_t>(0xD800)};
-    EXPECT_EQ(textFrom(Utf16leBytes(text)), text);
+    EXPECT_EQ(textFrom(encodeUtf16le(text)), text);
 }
 
 TEST(Utf16le, PairOfSurrogatesIsOneCharacterWhereTheSystemHasItSo)
@@ -93,7 +93,7 @@ TEST(Utf16le, LowSurrogateAfterAPairStaysForItself)
 TEST(Utf16le, HighSurrogateBeforeTheFirstByteIsNoPartOfTheText)
 {
     const Bytes bytes{0x3C, 0xD8, 0x0D, 0xDF};
-    EXPECT_EQ(TextFromUtf16le(bytes.data() + 2, 2), std::wstring(1, static_cast<wchar_t>(0xDF0D)));
+    EXPECT_EQ(decodeUtf16le(bytes.data() + 2, 2), std::wstring(1, static_cast<wchar_t>(0xDF0D)));
 }
 
 TEST(Utf16le, TextEndsAtItsFirstNul)
@@ -109,8 +109,8 @@ TEST(Utf16le, ZeroByteInAUnitIsNoNul)
 
 TEST(Utf16le, ZeroByteInAUnitDoesNotEndTheLength)
 {
-    EXPECT_EQ(Orvel::Utf16leLength(Bytes{0x00, 0x01, 0x41, 0x00, 0, 0}.data()), 4U);
-    EXPECT_EQ(Orvel::Utf16leLength(Bytes{0x42, 0x00, 0x00, 0x01, 0x41, 0x00, 0, 0}.data()), 6U);
+    EXPECT_EQ(Orvel::utf16leLength(Bytes{0x00, 0x01, 0x41, 0x00, 0, 0}.data()), 4U);
+    EXPECT_EQ(Orvel::utf16leLength(Bytes{0x42, 0x00, 0x00, 0x01, 0x41, 0x00, 0, 0}.data()), 6U);
 }
 
 TEST(Utf16le, TextWithoutANulEndsWithTheBytes)
@@ -127,7 +127,7 @@ TEST(Utf16le, OddLastByteIsIgnored)
 TEST(Utf16le, NoBytesAreAnEmptyText)
 {
     EXPECT_EQ(textFrom({}), L"");
-    EXPECT_EQ(TextFromUtf16le(nullptr, 0), L"");
+    EXPECT_EQ(decodeUtf16le(nullptr, 0), L"");
 }
 
 TEST(Utf16le, EveryUnitComesBack)
@@ -137,7 +137,7 @@ TEST(Utf16le, EveryUnitComesBack)
         text += static_cast<wchar_t>(unit);
         text += L'.'; // keeps surrogates apart
     }
-    EXPECT_TRUE(textFrom(Utf16leBytes(text)) == text);
+    EXPECT_TRUE(textFrom(encodeUtf16le(text)) == text);
 }
 
 TEST(Utf16le, CharactersFromEverySupplementaryPlaneComeBack)
@@ -152,7 +152,7 @@ TEST(Utf16le, CharactersFromEverySupplementaryPlaneComeBack)
         text += static_cast<wchar_t>(0xD800 + (offset >> 10));
         text += static_cast<wchar_t>(0xDC00 + (offset & 0x3FF));
     }
-    EXPECT_TRUE(textFrom(Utf16leBytes(text)) == text);
+    EXPECT_TRUE(textFrom(encodeUtf16le(text)) == text);
 }
 
 } // namespace

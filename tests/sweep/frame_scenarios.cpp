@@ -14,10 +14,10 @@ public:
     SendMessage(int message, bool isLoadedBefore) : message_(message)
     {
         if (isLoadedBefore) {
-            EXPECT_EQ(orvelApplication().load(), Qeapp::eOk);
+            EXPECT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk);
         }
     }
-    ~SendMessage() override { EXPECT_EQ(orvelApplication().unload(), Qeapp::eOk); }
+    ~SendMessage() override { EXPECT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk); }
     int make(Stage& /*stage*/) override { return qerxEntryPoint(message_, &handle_); }
 
 private:

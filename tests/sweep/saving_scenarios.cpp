@@ -14,9 +14,9 @@ class Save : public Call {
 public:
     Save(QeDb::QeDbDwgVersion version, bool toFile) : version_(version), toFile_(toFile)
     {
-        EXPECT_EQ(orvelApplication().load(), Qeapp::eOk);
+        EXPECT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk);
     }
-    ~Save() override { EXPECT_EQ(orvelApplication().unload(), Qeapp::eOk); }
+    ~Save() override { EXPECT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk); }
     int make(Stage& stage) override
     {
         if (toFile_)

@@ -35,7 +35,7 @@ void putFile(const std::filesystem::path& file, const std::optional<std::string>
 /// Each value, in the registry's order.
 std::vector<std::wstring> valuesInRegistry()
 {
-    const std::wstring key = Orvel::RegistrySettingsKey();
+    const std::wstring key = Orvel::registrySettingsKey();
     Names names;
     std::vector<std::wstring> values;
     if (!Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, key, names))
@@ -120,7 +120,7 @@ void Stage::putRegistryValues(const std::vector<std::wstring>& values) const
 {
     int number = 0;
     for (const std::wstring& value : values)
-        demand(Orvel::RegistrySetString(HKEY_CURRENT_USER, Orvel::RegistrySettingsKey(),
+        demand(Orvel::RegistrySetString(HKEY_CURRENT_USER, Orvel::registrySettingsKey(),
                                         L"Item" + std::to_wstring(++number), value),
                "a registry value");
 }

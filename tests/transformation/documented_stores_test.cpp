@@ -41,11 +41,11 @@ TEST_F(DocumentedStores, RegistryValues_AreThePages)
 {
     ASSERT_TRUE(Orvel::WriteRegistryTransformationSettings(L"<Item>one</Item><Item>two</Item> rest"));
     std::vector<std::wstring> names;
-    ASSERT_TRUE(Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, Orvel::RegistrySettingsKey(), names));
+    ASSERT_TRUE(Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, Orvel::registrySettingsKey(), names));
     std::wstring lines;
     for (const std::wstring& name : names) {
         std::wstring value;
-        ASSERT_TRUE(Orvel::RegistryQueryString(HKEY_CURRENT_USER, Orvel::RegistrySettingsKey(), name, value));
+        ASSERT_TRUE(Orvel::RegistryQueryString(HKEY_CURRENT_USER, Orvel::registrySettingsKey(), name, value));
         lines += (lines.empty() ? L"" : L"\n") + name + L"=" + value;
     }
     const DocumentedExample example(kStoresPage, "registry-values");

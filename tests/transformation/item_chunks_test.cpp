@@ -1,6 +1,6 @@
 // Where a configuration text is cut.
 #include "support/platform_test.h"
-#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
 
 namespace Tests {
 namespace {
@@ -53,14 +53,14 @@ TEST_F(ItemChunks, ArePartsOfTheText)
 TEST_F(ItemChunks, TakingOneLeavesTheRest)
 {
     std::wstring_view remaining = L"a</Item>b";
-    EXPECT_EQ(Orvel::TakeItemChunk(remaining), L"a</Item>");
+    EXPECT_EQ(Orvel::takeItemChunk(remaining), L"a</Item>");
     EXPECT_EQ(remaining, L"b");
 }
 
 TEST_F(ItemChunks, TakingTheLastLeavesNothing)
 {
     std::wstring_view remaining = L"</Item>";
-    EXPECT_EQ(Orvel::TakeItemChunk(remaining), L"</Item>");
+    EXPECT_EQ(Orvel::takeItemChunk(remaining), L"</Item>");
     EXPECT_EQ(remaining, L"");
 }
 
@@ -68,7 +68,7 @@ TEST_F(ItemChunks, TakingWhereThereIsNoneLeavesTheTextAsItWas)
 {
     const std::wstring_view text = L"<Item>";
     std::wstring_view remaining = text;
-    EXPECT_EQ(Orvel::TakeItemChunk(remaining), std::nullopt);
+    EXPECT_EQ(Orvel::takeItemChunk(remaining), std::nullopt);
     EXPECT_EQ(remaining.data(), text.data());
     EXPECT_EQ(remaining.size(), text.size());
 }

@@ -33,7 +33,7 @@ TEST_F(RegistryRoot, IsAskedForOnceByEachOperation)
     EXPECT_EQ(services.asked, 1);
     EXPECT_TRUE(read().read);
     EXPECT_EQ(services.asked, 2);
-    static_cast<void>(Orvel::RegistrySettingsKey()); // the count tells
+    static_cast<void>(Orvel::registrySettingsKey()); // the count tells
     EXPECT_EQ(services.asked, 3);
 }
 

@@ -128,7 +128,7 @@ TEST_F(RegistrySettings, Root_IsAskedOfTheHostEachTime)
 TEST_F(RegistrySettings, HostWithoutServices_HasAnEmptyRoot)
 {
     const ScopedHostParts shutdown({.applicationServices = false});
-    EXPECT_EQ(Orvel::RegistrySettingsKey(), L"\\Applications\\OrvelCoordinateSystem\\Transformation");
+    EXPECT_EQ(Orvel::registrySettingsKey(), L"\\Applications\\OrvelCoordinateSystem\\Transformation");
 }
 
 TEST_F(RegistrySettings, NoText_LeavesTheCallersPointer)

@@ -88,7 +88,7 @@ TEST_F(RegistryAccess, ANameWithoutAnEnd_IsTakenUpToTheEndOfItsBuffer)
     ASSERT_TRUE(write(item(1)));
     std::vector<std::wstring> names;
     namesHaveNoEnd = true;
-    const bool listed = Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, Orvel::RegistrySettingsKey(), names);
+    const bool listed = Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, Orvel::registrySettingsKey(), names);
     namesHaveNoEnd = false;
     EXPECT_TRUE(listed);
     EXPECT_EQ(names, std::vector<std::wstring>{std::wstring(2048, L'n')});

@@ -95,7 +95,7 @@ ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& co
         throw DefinitionFailure(Embedded::utf8FromWide(code),
                                 "is the code of a system of the catalog; a definition needs a code of its own",
                                 Library::statusOk);
-    if (!code.empty() && !Orvel::IsLegacyProjectionCode(code.c_str()))
+    if (!code.empty() && !Orvel::isLegacyProjectionCode(code.c_str()))
         throw DefinitionFailure("--code",
                                 "expected a code, found \".\", which readers of older drawing versions take for none",
                                 Library::statusOk);

@@ -10,7 +10,7 @@
 #include "orvelcs/drawing/transformation_kind.h"
 #include "orvelcs/output/result_names.h"
 #include "storage/library_holder.h"
-#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
 
 namespace Orvelcs {
 
@@ -61,7 +61,7 @@ std::string candidatesClause(const std::vector<Embedded::OperationCandidate>& ca
 std::size_t endOfLastItem(std::wstring_view text)
 {
     std::wstring_view remaining = text;
-    while (Orvel::TakeItemChunk(remaining)) {
+    while (Orvel::takeItemChunk(remaining)) {
     }
     return text.size() - remaining.size();
 }

@@ -46,7 +46,7 @@ std::optional<std::wstring> readRegistryStore()
 {
     checkRegistry();
     std::vector<std::wstring> names;
-    if (!Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, Orvel::RegistrySettingsKey(), names))
+    if (!Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, Orvel::registrySettingsKey(), names))
         return std::nullopt; // reading the store would make it
     auto text = copyModuleText(Orvel::ReadRegistryTransformationSettings);
     if (!text)

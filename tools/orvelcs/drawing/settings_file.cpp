@@ -12,7 +12,7 @@
 #include "orvelcs/cli/text_bytes.h"
 #include "orvelcs/drawing/module_text.h"
 #include "orvelcs/drawing/staging_folder.h"
-#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
 #include "transformation/user_settings_file.h"
 
 namespace Orvelcs {

@@ -6,6 +6,8 @@
 #include "transformation/item_text.h"
 #include "transformation/transformation_config_item_imp.h"
 
+using namespace Orvel;
+
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
 
@@ -66,12 +68,12 @@ void OrvelTransformationConfigItemImp::FromXmlString(const wchar_t* text)
 {
     // From a copy, for the text may be one of the fields that are about to be replaced.
     if (text != nullptr)
-        FromXmlText(std::wstring(text));
+        fromXmlText(std::wstring(text));
 }
 
-void OrvelTransformationConfigItemImp::FromXmlText(std::wstring_view text)
+void OrvelTransformationConfigItemImp::fromXmlText(std::wstring_view text)
 {
-    const ::Orvel::ItemText item = ::Orvel::ParseItemText(text);
+    const ItemText item = parseItemText(text);
     take(sourceCs_, item.sourceCs);
     take(targetCs_, item.targetCs);
     take(name_, item.name);

@@ -4,9 +4,11 @@
 #include <string_view>
 #include <vector>
 
-#include "transformation/item_chunks.h"
+#include "transformation/item_text.h"
 #include "transformation/transformation_config_item_collection_imp.h"
 #include "transformation/transformation_config_item_imp.h"
+
+using namespace Orvel;
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
@@ -95,9 +97,9 @@ void OrvelTransformationConfigItemCollectionImp::FromXmlString(const wchar_t* te
     const auto former = heldItems(items_); // the text may belong to one of them, so they are kept until it is read
     items_->Clear();
     std::wstring_view remaining = text != nullptr ? text : L"";
-    while (const auto chunk = ::Orvel::TakeItemChunk(remaining)) {
+    while (const auto chunk = takeItemChunk(remaining)) {
         const Ptr<OrvelTransformationConfigItemImp> item(new OrvelTransformationConfigItemImp);
-        item->FromXmlText(*chunk);
+        item->fromXmlText(*chunk);
         items_->Add(item.get());
     }
 }
