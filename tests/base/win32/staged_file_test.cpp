@@ -1,5 +1,5 @@
 // What may stand in the way of replacing a file on this system.
-#include "foundation/atomic_file_test.h"
+#include "base/staged_file_test.h"
 
 #include <windows.h>
 
