@@ -1,4 +1,4 @@
-#include "embedded/base/library_file.h"
+#include "embedded/base/shared_library.h"
 
 #include <gtest/gtest.h>
 
@@ -7,19 +7,19 @@
 namespace Tests {
 namespace {
 
-TEST(LibraryFile, IsTheOneThatHoldsTheAddress)
+TEST(SharedLibrary, LibraryFile_IsTheOneThatContainsTheAddress)
 {
     const std::filesystem::path file =
-        Embedded::libraryFileOf(reinterpret_cast<const void*>(&Embedded::ResourceCounters::now));
+        Embedded::libraryFileAt(reinterpret_cast<const void*>(&Embedded::ResourceCounters::now));
     EXPECT_TRUE(std::filesystem::is_regular_file(file)) << file;
     EXPECT_NE(file.stem().string().find("fqcore"), std::string::npos) << file;
 }
 
-TEST(LibraryFile, IsNoneForAnAddressOutsideOfEach)
+TEST(SharedLibrary, LibraryFile_IsEmptyForAnAddressOutsideOfAll)
 {
-    EXPECT_EQ(Embedded::libraryFileOf(nullptr), std::filesystem::path());
+    EXPECT_EQ(Embedded::libraryFileAt(nullptr), std::filesystem::path());
     const int local = 0;
-    EXPECT_EQ(Embedded::libraryFileOf(&local), std::filesystem::path());
+    EXPECT_EQ(Embedded::libraryFileAt(&local), std::filesystem::path());
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include <windows.h>
 
 #include "embedded/base/atomic_file.h"
-#include "embedded/base/system_path.h"
+#include "embedded/base/path.h"
 #include "embedded/base/win32/file_handle.h"
 #include "support/win32/deep_folder.h"
 
