@@ -3,7 +3,6 @@
 
 #include <windows.h>
 
-#include "embedded/base/atomic_file.h"
 #include "embedded/base/path.h"
 #include "embedded/base/win32/file_handle.h"
 #include "support/win32/deep_folder.h"
@@ -14,7 +13,7 @@ namespace {
 using namespace Embedded;
 namespace fs = std::filesystem;
 
-class ReplacedFile : public AtomicFile {
+class ReplacedFile : public StagedFileTest {
 protected:
     static FileHandle openedWithoutSharing(const fs::path& path)
     {
