@@ -5,9 +5,8 @@
 #include <system_error>
 #include <utility>
 
-#include "embedded/base/display_name.h"
-#include "embedded/base/file_look_up.h"
-#include "embedded/base/system_path.h"
+#include "embedded/base/file_kind.h"
+#include "embedded/base/path.h"
 #include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
 #include "embedded/host/drawing_file/drawing_store.h"
@@ -130,12 +129,12 @@ FileResult requireOneName(const fs::path& file)
 
 FileResult inspectFile(const fs::path& file)
 {
-    FileLookUp found = lookUpFile(file);
-    switch (found.kind) {
+    Expected<FileKind> kind = fileKind(file);
+    if (!kind)
+        return {Qeapp::eFileNotFound, std::move(kind.error().message)};
+    switch (*kind) {
     case FileKind::regular:
         return {};
-    case FileKind::nothing:
-        return {Qeapp::eFileNotFound, std::move(found.reason)};
     case FileKind::folder:
         return {Qeapp::eFileDamaged, "is a folder"};
     case FileKind::other:

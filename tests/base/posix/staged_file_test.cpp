@@ -1,5 +1,5 @@
 // Permissions, links, pipes and names of bytes, as this system has them.
-#include "foundation/atomic_file_test.h"
+#include "base/staged_file_test.h"
 
 #include <signal.h>
 #include <sys/resource.h>
@@ -29,14 +29,14 @@ private:
     mode_t before_;
 };
 
-TEST_F(AtomicFile, ANewFile_HasThePermissionsThatTheUserWants)
+TEST_F(StagedFileTest, ANewFile_HasThePermissionsThatTheUserWants)
 {
     const ScopedUmask mask(027);
     write(file, "text");
     EXPECT_EQ(permissionsOf(file), 0640U);
 }
 
-TEST_F(AtomicFile, AReplacedFile_KeepsItsPermissions)
+TEST_F(StagedFileTest, AReplacedFile_KeepsItsPermissions)
 {
     for (const mode_t mode : {0600U, 0664U, 0777U}) {
         writeFile(file, "old");
@@ -46,7 +46,7 @@ TEST_F(AtomicFile, AReplacedFile_KeepsItsPermissions)
     }
 }
 
-TEST_F(AtomicFile, ALink_StaysAndItsTargetIsReplaced)
+TEST_F(StagedFileTest, ALink_StaysAndItsTargetIsReplaced)
 {
     fs::create_directory(folder.path() / "elsewhere");
     writeFile(folder.path() / "elsewhere/real", "old");
@@ -57,7 +57,7 @@ TEST_F(AtomicFile, ALink_StaysAndItsTargetIsReplaced)
     EXPECT_EQ(folder.names(), (Names{"a.txt", "elsewhere"}));
 }
 
-TEST_F(AtomicFile, LinksToLinks_AreFollowedToTheirEnd)
+TEST_F(StagedFileTest, LinksToLinks_AreFollowedToTheirEnd)
 {
     writeFile(folder.path() / "real", "old");
     fs::create_symlink(folder.path() / "real", folder.path() / "absolute");
@@ -67,7 +67,7 @@ TEST_F(AtomicFile, LinksToLinks_AreFollowedToTheirEnd)
     EXPECT_EQ(readFile(folder.path() / "real"), "new");
 }
 
-TEST_F(AtomicFile, ALinkToNothing_GetsItsTarget)
+TEST_F(StagedFileTest, ALinkToNothing_GetsItsTarget)
 {
     fs::create_symlink("real", file);
     write(file, "new");
@@ -75,35 +75,35 @@ TEST_F(AtomicFile, ALinkToNothing_GetsItsTarget)
     EXPECT_EQ(readFile(folder.path() / "real"), "new");
 }
 
-TEST_F(AtomicFile, LinksInACircle_AreRefused)
+TEST_F(StagedFileTest, LinksInACircle_AreRefused)
 {
     fs::create_symlink("b", file);
     fs::create_symlink("a.txt", folder.path() / "b");
     expectRefusal(file, "Too many levels of symbolic links");
 }
 
-TEST_F(AtomicFile, APlaceBelowAFile_IsRefused)
+TEST_F(StagedFileTest, APlaceBelowAFile_IsRefused)
 {
     writeFile(file, "old");
     expectRefusal(file / "b.txt", "Not a directory");
     EXPECT_EQ(readFile(file), "old");
 }
 
-TEST_F(AtomicFile, APipeInThePlaceOfTheFile_StaysAPipe)
+TEST_F(StagedFileTest, APipeInThePlaceOfTheFile_StaysAPipe)
 {
     ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
     expectRefusal(file, "Invalid argument");
     EXPECT_TRUE(fs::is_fifo(file));
 }
 
-TEST_F(AtomicFile, ANameThatIsNotUtf8_IsWritten)
+TEST_F(StagedFileTest, ANameThatIsNotUtf8_IsWritten)
 {
     write(folder.path() / "\xFF.txt", "text");
     EXPECT_EQ(readFile(folder.path() / "\xFF.txt"), "text");
     expectRefusal(folder.path() / "\xFF/a", "No such file or directory");
 }
 
-TEST_F(AtomicFile, ADiskThatIsFullHalfway_LeavesTheOldFile)
+TEST_F(StagedFileTest, ADiskThatIsFullHalfway_LeavesTheOldFile)
 {
     writeFile(file, "old");
     const std::string message = answerOfChild([this] {
@@ -118,7 +118,7 @@ TEST_F(AtomicFile, ADiskThatIsFullHalfway_LeavesTheOldFile)
     EXPECT_EQ(folder.names(), Names{"a.txt"});
 }
 
-TEST_F(AtomicFile, AWriteProtectedFile_IsNotReplaced)
+TEST_F(StagedFileTest, AWriteProtectedFile_IsNotReplaced)
 {
     writeFile(file, "old");
     ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
@@ -128,7 +128,7 @@ TEST_F(AtomicFile, AWriteProtectedFile_IsNotReplaced)
     EXPECT_EQ(readFile(file), "old");
 }
 
-TEST_F(AtomicFile, AWriteProtectedFolder_IsRefused)
+TEST_F(StagedFileTest, AWriteProtectedFolder_IsRefused)
 {
     writeFile(file, "old");
     ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
@@ -139,7 +139,7 @@ TEST_F(AtomicFile, AWriteProtectedFolder_IsRefused)
     EXPECT_EQ(readFile(file), "old");
 }
 
-TEST_F(AtomicFile, AFolderThatMayNotBeListed_IsWrittenTo)
+TEST_F(StagedFileTest, AFolderThatMayNotBeListed_IsWrittenTo)
 {
     ASSERT_EQ(::chmod(folder.path().c_str(), 0333), 0);
     const std::string message = answerAsOrdinaryUser([this] { return replace(file, "new"); });

@@ -7,21 +7,26 @@
 #include <set>
 #include <string>
 
-#include "embedded/base/atomic_file.h"
+#include "embedded/base/path.h"
+#include "embedded/base/staged_file.h"
 #include "support/file_text.h"
 #include "support/platform_test.h"
 #include "support/temporary_folder.h"
 
 namespace Tests {
 
-class AtomicFile : public PlatformTest {
+class StagedFileTest : public PlatformTest {
 protected:
     using Names = std::set<std::string>;
 
     /// Why the file was not replaced; empty when it was.
     static std::string replace(const std::filesystem::path& target, const std::string& text)
     {
-        return Embedded::replaceFile(target, text).value_or("");
+        const auto replaced = Embedded::replaceFile(target, text);
+        if (replaced)
+            return {};
+        EXPECT_EQ(replaced.error().place, Embedded::displayName(target));
+        return replaced.error().message;
     }
     static void write(const std::filesystem::path& target, const std::string& text)
     {
