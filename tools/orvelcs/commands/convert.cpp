@@ -7,7 +7,7 @@
 #include "embedded/base/text.h"
 #include "embedded/base/utf8_path.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/change.h"
 #include "orvelcs/output/system_description.h"
 #include "storage/library_holder.h"

@@ -9,7 +9,7 @@
 #include "orvelcs/cli/definition_type.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/cli/text_query.h"
 #include "orvelcs/output/result_names.h"
 #include "storage/library_holder.h"

@@ -10,8 +10,8 @@
 #include "embedded/base/text.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/suggestion.h"
+#include "orvelcs/drawing/resbuf_json.h"
 #include "orvelcs/drawing/stored_forms.h"
-#include "orvelcs/output/chain_json.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {

@@ -8,7 +8,7 @@
 #include "embedded/base/text.h"
 #include "embedded/base/utf8_path.h"
 #include "orvelcs/cli/failure.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/cli/text_bytes.h"
 #include "orvelcs/drawing/module_text.h"
 #include "orvelcs/drawing/staging_folder.h"

@@ -1,4 +1,4 @@
-#include "orvelcs/output/chain_json.h"
+#include "orvelcs/drawing/resbuf_json.h"
 
 #include <algorithm>
 #include <cstring>
