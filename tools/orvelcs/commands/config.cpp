@@ -80,7 +80,7 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
                                      writeConfig(
                                          options.target, [&](const StoredConfig&) { return text; }, output),
                                      "configuration stored", output);
-    if (status == ExitStatus::done && options.target.user && !tailOf(text).empty())
+    if (status == ExitStatus::done && options.target.user && endOfLastItem(text) < text.size())
         output.note(options.target.subject(), "what follows the last </Item> is not kept there");
     return status;
 }

@@ -14,8 +14,8 @@
 #include "orvelcs/cli/process.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/drawings.h"
+#include "orvelcs/drawing/holders.h"
 #include "orvelcs/output/result_names.h"
-#include "storage/host_holders.h"
 
 namespace Orvelcs {
 
@@ -30,8 +30,6 @@ struct EncodeOptions {
 
     bool isPrinted() const { return target == kStandardStream; }
 };
-
-using HostBytes = Orvel::Holder<Orvel::HostBufferPolicy<unsigned char>>;
 
 std::string blockOf(const std::wstring& code, QeDb::QeDbDwgVersion version)
 {
