@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/windows/registry_call.h"
 #include "embedded/windows/registry_transaction.h"
 #include "embedded/windows/user_folder.h"

@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
+#include "embedded/base/path.h"
 #include "embedded/base/system_error.h"
-#include "embedded/base/system_path.h"
 #include "embedded/base/win32/file_handle.h"
 
 namespace Embedded {

@@ -6,8 +6,8 @@
 #include <atomic>
 #include <string>
 
+#include "embedded/base/path.h"
 #include "embedded/base/system_error.h"
-#include "embedded/base/system_path.h"
 #include "embedded/base/win32/file_handle.h"
 
 namespace Embedded {

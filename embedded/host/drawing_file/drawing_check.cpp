@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/base/text.h"
 #include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/database/object_classes.h"

@@ -5,11 +5,10 @@
 #include <system_error>
 #include <utility>
 
-#include "embedded/base/display_name.h"
 #include "embedded/base/file_look_up.h"
+#include "embedded/base/path.h"
 #include "embedded/base/staged_file.h"
 #include "embedded/base/system_error.h"
-#include "embedded/base/system_path.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
 #include "embedded/host/drawing_file/drawing_writer.h"

@@ -3,8 +3,8 @@
 #include <optional>
 #include <utility>
 
-#include "embedded/base/display_name.h"
 #include "embedded/base/file_look_up.h"
+#include "embedded/base/path.h"
 #include "embedded/host/application/decomposition_run.h"
 #include "embedded/host/drawing_file/drawing_destination.h"
 #include "embedded/host/drawing_file/drawing_opening.h"

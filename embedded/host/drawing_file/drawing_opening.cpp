@@ -5,9 +5,8 @@
 #include <system_error>
 #include <utility>
 
-#include "embedded/base/display_name.h"
 #include "embedded/base/file_look_up.h"
-#include "embedded/base/system_path.h"
+#include "embedded/base/path.h"
 #include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
 #include "embedded/host/drawing_file/drawing_store.h"

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "embedded/base/file_look_up.h"
-#include "embedded/base/utf8_path.h"
+#include "embedded/base/path.h"
 #include "embedded/spatial_reference/projjson/proj_context.h"
 
 namespace Embedded {

@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 
 #include "embedded/base/file_look_up.h"
-#include "embedded/base/utf8_path.h"
+#include "embedded/base/path.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/process.h"
 

@@ -5,9 +5,8 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/base/atomic_file.h"
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/base/text.h"
-#include "embedded/base/utf8_path.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/input.h"

@@ -7,8 +7,8 @@
 
 #include "coordsys/orvel_transformation_config.h"
 #include "embedded/base/atomic_file.h"
+#include "embedded/base/path.h"
 #include "embedded/base/text.h"
-#include "embedded/base/utf8_path.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/text_bytes.h"

@@ -3,8 +3,7 @@
 #include <array>
 #include <system_error>
 
-#include "embedded/base/display_name.h"
-#include "embedded/base/system_path.h"
+#include "embedded/base/path.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/wait.h"
 #include "orvelcs/drawing/settings_file.h"

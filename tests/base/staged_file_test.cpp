@@ -1,5 +1,5 @@
 // Files that are replaced whole or not at all.
-#include "foundation/atomic_file_test.h"
+#include "base/staged_file_test.h"
 
 namespace Tests {
 namespace {

@@ -1,16 +1,15 @@
 // File names as this system's calls take them, and what its error numbers are told as.
-#include "embedded/base/system_path.h"
+#include "embedded/base/path.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include "embedded/base/system_error.h"
-#include "embedded/base/win32/full_name.h"
 
 namespace Tests {
 namespace {
 
-using Embedded::fullNameOf;
+using Embedded::fullPath;
 std::string systemMessage(DWORD error)
 {
     return Embedded::systemMessage(std::error_code(static_cast<int>(error), std::system_category()));
@@ -27,7 +26,7 @@ TEST(SystemPath, OfAFileOnAServer_KeepsTheServersName)
 {
     EXPECT_EQ(systemPath(LR"(\\server\plans\a.qedb)").wstring(), LR"(\\?\UNC\server\plans\a.qedb)");
     EXPECT_EQ(systemPath(L"//server/plans/a.qedb").wstring(), LR"(\\?\UNC\server\plans\a.qedb)");
-    EXPECT_EQ(fullNameOf(L"//server/plans/a.qedb"), LR"(\\server\plans\a.qedb)");
+    EXPECT_EQ(fullPath(L"//server/plans/a.qedb").wstring(), LR"(\\server\plans\a.qedb)");
 }
 
 TEST(SystemPath, WithAPrefixOfItsOwn_StaysAsItIs)

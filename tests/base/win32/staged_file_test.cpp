@@ -1,10 +1,10 @@
 // What may stand in the way of replacing a file on this system.
-#include "foundation/atomic_file_test.h"
+#include "base/staged_file_test.h"
 
 #include <windows.h>
 
 #include "embedded/base/atomic_file.h"
-#include "embedded/base/system_path.h"
+#include "embedded/base/path.h"
 #include "embedded/base/win32/file_handle.h"
 #include "support/win32/deep_folder.h"
 

@@ -1,5 +1,5 @@
 // Permissions, links, pipes and names of bytes, as this system has them.
-#include "foundation/atomic_file_test.h"
+#include "base/staged_file_test.h"
 
 #include <signal.h>
 #include <sys/resource.h>
