@@ -73,6 +73,21 @@ TEST_F(FormsCommand, OlderDrawing_HoldsThreeDefinitions)
         {"type": "EllipsoidDefinition", "code": "EPSG:7019"}])"));
 }
 
+TEST_F(FormsCommand, TextInTheDefinitionXrecord_IsNotAPackedDefinition)
+{
+    const std::string text = run({"encode", "EPSG:4326", "--drawing-version", "33"}).output;
+    ASSERT_FALSE(text.empty());
+    std::string hex;
+    for (const char byte : text)
+        for (const int digit : {static_cast<unsigned char>(byte) >> 4, byte & 0xF})
+            hex += "0123456789abcdef"[digit];
+    for (const std::string& chain :
+         {R"([{"code": 1071, "value": 1}, {"code": 1002, "value": "{"}, {"code": 310, "hex": ")" + hex +
+              R"("}, {"code": 1002, "value": "}"}])",
+          R"([{"code": 310, "hex": ")" + hex + R"("}])"})
+        EXPECT_EQ(put({"xrecord-chain=" + chain})["definitionXrecord"]["definitions"], Json::array());
+}
+
 TEST_F(FormsCommand, StoredChain_CanBePutIntoAnotherDrawing)
 {
     givenDrawing("old.qedb", 25);

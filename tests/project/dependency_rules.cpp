@@ -54,11 +54,12 @@ const std::vector<Room>& rooms()
          {"embedded/base/", "embedded/spatial_reference/projjson/", "embedded/spatial_reference/catalog/",
           "embedded/spatial_reference/definitions/"}},
 
-        {"tools/orvelcs/cli/", {"src/", "embedded/"}},
-        {"tools/orvelcs/output/", {"src/", "embedded/", "tools/orvelcs/cli/"}},
-        {"tools/orvelcs/drawing/", {"src/", "embedded/", "tools/orvelcs/cli/", "tools/orvelcs/output/"}},
+        {"tools/orvelcs/cli/", {"embedded/"}},
+        {"tools/orvelcs/output/", {"embedded/", "tools/orvelcs/cli/"}},
+        {"tools/orvelcs/drawing/", {"src/coordsys/", "embedded/", "tools/orvelcs/cli/", "tools/orvelcs/output/"}},
         {"tools/orvelcs/commands/",
-         {"src/", "embedded/", "tools/orvelcs/cli/", "tools/orvelcs/output/", "tools/orvelcs/drawing/"}},
+         {"src/coordsys/", "src/storage/", "embedded/", "tools/orvelcs/cli/", "tools/orvelcs/output/",
+          "tools/orvelcs/drawing/"}},
     };
     return all;
 }
@@ -134,6 +135,15 @@ Objection objectionInEmbedded(const IncludeDirective& include, const std::string
     return "the embedded platform includes the platform, itself and libraries only";
 }
 
+/// The exports of the module, and its run-length codec for the command that packs and unpacks.
+Objection objectionInTools(const std::string& includer, const std::string& target)
+{
+    const bool isCodec = includer == "tools/orvelcs/commands/codec.cpp" && target == "src/storage/run_length.h";
+    if (roomOf(target) != "src" || target.starts_with("src/coordsys/orvel_") || isCodec)
+        return std::nullopt;
+    return "the tools include the module's public headers only";
+}
+
 Objection objectionTo(const std::string& includer, const IncludeDirective& include, const Paths& paths)
 {
     const std::string target = resolved(includer, include, paths);
@@ -146,6 +156,8 @@ Objection objectionTo(const std::string& includer, const IncludeDirective& inclu
         return objectionInPlatform(includer, include, target);
     if (room == "embedded")
         return objectionInEmbedded(include, target);
+    if (room == "tools")
+        return objectionInTools(includer, target);
     return std::nullopt;
 }
 

@@ -137,6 +137,26 @@ TEST_F(UnreadableSettings, AreNotAskedWhereTheDrawingAnswers)
         "47.9999346059 1.9992750467\n", "");
 }
 
+TEST_F(UnreadableSettings, APipe_IsNotOpenedWhereTheDrawingAnswers)
+{
+    ASSERT_EQ(::mkfifo(settings().c_str(), 0600), 0);
+    givenDrawing("plan.qedb");
+    ASSERT_EQ(run({"config", "set", "-", "--drawing", "plan.qedb"}, kNtfItem).status, 0);
+    expectResult(run({"transformation", "EPSG:4275", "EPSG:4326", "--drawing", "plan.qedb", "--user-dir", userFolder(),
+                      "--json"}),
+                 0, "{\n  \"name\": \"NTF to WGS 84 (1)\",\n  \"kind\": 2\n}\n", "");
+}
+
+TEST_F(UnreadableSettings, AreRefusedWhereTheDrawingDoesNotAnswer)
+{
+    givenSettings("\xFF");
+    givenDrawing("plan.qedb");
+    ASSERT_EQ(run({"config", "set", "-", "--drawing", "plan.qedb"}, kNtfItem).status, 0);
+    const ProgramResult result =
+        run({"transformation", "EPSG:4230", "EPSG:4326", "--drawing", "plan.qedb", "--user-dir", userFolder()});
+    expectResult(result, 1, "", "orvelcs: transformation: " + settings().string() + ": is not UTF-8\n");
+}
+
 TEST_F(UnreadableSettings, ThatAreNotThere_AreNoFailure)
 {
     EXPECT_EQ(run({"transform", "EPSG:4275", "EPSG:4326", "--user-dir", userFolder()}, "48 2\n").status, 0);

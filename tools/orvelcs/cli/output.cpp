@@ -8,8 +8,8 @@
 #include <fmt/format.h>
 
 #include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/cli/process.h"
-#include "orvelcs/cli/standard_streams.h"
 
 namespace Orvelcs {
 namespace {

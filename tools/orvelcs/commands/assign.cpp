@@ -6,13 +6,13 @@
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
+#include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/catalog_suggestion.h"
-#include "orvelcs/drawing/catalog_system.h"
 #include "orvelcs/drawing/change.h"
 #include "orvelcs/drawing/definition_file.h"
-#include "storage/legacy_projection.h"
-#include "storage/library_holder.h"
+#include "orvelcs/drawing/holders.h"
+#include "orvelcs/drawing/stored_forms.h"
 
 namespace Orvelcs {
 
@@ -77,7 +77,7 @@ ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& c
     };
     change.done = doneText(entry ? entry->code : code); // as the catalog spells it
     change.reason = [&](Qeapp::ErrorStatus) {
-        Orvel::LibraryObject<Library::CoordinateReferenceSystemDefinition> definition;
+        LibraryObject<Library::CoordinateReferenceSystemDefinition> definition;
         const Library::Status status =
             Library::CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
         if (status == Library::statusOk)
@@ -95,7 +95,7 @@ ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& co
         throw DefinitionFailure(Embedded::utf8FromWide(code),
                                 "is the code of a system of the catalog; a definition needs a code of its own",
                                 Library::statusOk);
-    if (!code.empty() && !Orvel::isLegacyProjectionCode(code.c_str()))
+    if (!isLegacyCode(code))
         throw DefinitionFailure("--code",
                                 "expected a code, found \".\", which readers of older drawing versions take for none",
                                 Library::statusOk);

@@ -12,8 +12,8 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
+#include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/catalog_suggestion.h"
-#include "orvelcs/drawing/catalog_system.h"
 #include "orvelcs/output/system_description.h"
 
 namespace Orvelcs {

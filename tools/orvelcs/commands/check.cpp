@@ -7,7 +7,7 @@
 #include "embedded/host/drawing_file/drawing_check.h"
 #include "embedded/host/drawing_file/drawing_salvage.h"
 #include "orvelcs/cli/command.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/cli/wait.h"
 #include "orvelcs/drawing/drawings.h"
 

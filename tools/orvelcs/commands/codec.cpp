@@ -4,7 +4,7 @@
 
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/failure.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "storage/run_length.h"
 
 namespace Orvelcs {

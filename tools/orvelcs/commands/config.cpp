@@ -6,7 +6,7 @@
 #include "embedded/base/text.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/cli/text_bytes.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/config_store.h"
@@ -80,7 +80,7 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
                                      writeConfig(
                                          options.target, [&](const StoredConfig&) { return text; }, output),
                                      "configuration stored", output);
-    if (status == ExitStatus::done && options.target.user && !tailOf(text).empty())
+    if (status == ExitStatus::done && options.target.user && endOfLastItem(text) < text.size())
         output.note(options.target.subject(), "what follows the last </Item> is not kept there");
     return status;
 }

@@ -7,10 +7,10 @@
 #include "embedded/base/path.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/change.h"
+#include "orvelcs/drawing/holders.h"
 #include "orvelcs/output/system_description.h"
-#include "storage/library_holder.h"
 
 namespace Orvelcs {
 
@@ -45,7 +45,7 @@ struct ConvertReport {
 // has left the drawing as it was.
 std::string conversionReason(QeDbDatabase* database, Qeapp::ErrorStatus failure)
 {
-    Orvel::LibraryObject<System> system;
+    LibraryObject<System> system;
     if (CoordinateSystem::GetCoordinateSystem(system.put(), nullptr, database) != Qeapp::eOk)
         return ": its coordinate system cannot be read";
     if (!system)

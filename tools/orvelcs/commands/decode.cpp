@@ -9,10 +9,10 @@
 #include "orvelcs/cli/definition_type.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/cli/text_query.h"
+#include "orvelcs/drawing/holders.h"
 #include "orvelcs/output/result_names.h"
-#include "storage/library_holder.h"
 
 namespace Orvelcs {
 
@@ -76,7 +76,7 @@ std::vector<DecodedDefinition> decodeBlock(std::string block, const std::string&
     const bool hasEnd = holdsNulUnit(block);
     if (!hasEnd)
         endText(block);
-    Orvel::LibraryObject<Library::DefinitionBaseArray> array;
+    LibraryObject<Library::DefinitionBaseArray> array;
     const Qeapp::ErrorStatus result = CoordinateSystem::DeserializeCoordinateSystem(
         array.put(), reinterpret_cast<const unsigned char*>(block.data()), length);
     if (result != Qeapp::eOk)

@@ -9,12 +9,12 @@
 #include "embedded/base/text.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/cli/process.h"
-#include "orvelcs/cli/standard_streams.h"
-#include "orvelcs/drawing/catalog_system.h"
+#include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/drawings.h"
+#include "orvelcs/drawing/holders.h"
 #include "orvelcs/output/result_names.h"
-#include "storage/host_holders.h"
 
 namespace Orvelcs {
 
@@ -29,8 +29,6 @@ struct EncodeOptions {
 
     bool isPrinted() const { return target == kStandardStream; }
 };
-
-using HostBytes = Orvel::Holder<Orvel::HostBufferPolicy<unsigned char>>;
 
 std::string blockOf(const std::wstring& code, QeDb::QeDbDwgVersion version)
 {

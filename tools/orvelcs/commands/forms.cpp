@@ -7,11 +7,11 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/form_value.h"
+#include "orvelcs/drawing/resbuf_json.h"
 #include "orvelcs/drawing/stored_forms.h"
-#include "orvelcs/output/chain_json.h"
 
 namespace Orvelcs {
 namespace {

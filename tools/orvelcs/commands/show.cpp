@@ -10,11 +10,10 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/drawing/drawings.h"
+#include "orvelcs/drawing/holders.h"
 #include "orvelcs/drawing/stored_forms.h"
 #include "orvelcs/output/result_names.h"
 #include "orvelcs/output/system_description.h"
-#include "storage/legacy_projection.h"
-#include "storage/library_holder.h"
 
 namespace Orvelcs {
 
@@ -46,7 +45,7 @@ void fail(ShowReport& report, Qeapp::ErrorStatus result, const std::string& mess
     report.error = message;
 }
 
-using SystemHolder = Orvel::LibraryObject<System>;
+using SystemHolder = LibraryObject<System>;
 
 /// Where the module cannot ask the catalog whether it knows the system, the drawing's own definition answers alone.
 Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToCatalog, QeDbDatabase* database)
@@ -67,11 +66,10 @@ std::string whyNotAsked(const std::wstring& code)
 }
 
 /// A drawing with a legacy code alone has its definition from the catalog.
-std::string describeUnreadable(Qeapp::ErrorStatus result, QeDbDatabase* database)
+std::string describeUnreadable(Qeapp::ErrorStatus result, const std::wstring& legacyCode)
 {
     const std::string message = resultName(result) + ": the stored coordinate system cannot be read";
-    const std::wstring code = Orvel::ReadLegacyProjectionCode(database);
-    const auto cause = code.empty() ? std::nullopt : Embedded::whyCatalogFails(code);
+    const auto cause = legacyCode.empty() ? std::nullopt : Embedded::whyCatalogFails(legacyCode);
     return cause ? message + ": " + Embedded::unreadableCatalogMessage(*cause) : message;
 }
 
@@ -79,10 +77,11 @@ void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
 {
     SystemHolder system;
     const Qeapp::ErrorStatus result = askModule(system, report.knownToCatalog, database);
-    if (hasLegacyCode(database))
+    const std::wstring legacyCode = readLegacyCode(database);
+    if (!legacyCode.empty())
         report.source = "legacy";
     if (result != Qeapp::eOk) {
-        fail(report, result, describeUnreadable(result, database));
+        fail(report, result, describeUnreadable(result, legacyCode));
         return;
     }
     if (!system) {

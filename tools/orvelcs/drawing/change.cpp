@@ -6,7 +6,7 @@
 
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/cli/suggestion.h"
 #include "orvelcs/output/result_names.h"
 

@@ -1,4 +1,5 @@
 #include "orvelcs/drawing/config_item.h"
+#include "orvelcs/drawing/holders.h"
 
 #include <fmt/format.h>
 
@@ -9,8 +10,6 @@
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/drawing/transformation_kind.h"
 #include "orvelcs/output/result_names.h"
-#include "storage/library_holder.h"
-#include "transformation/item_text.h"
 
 namespace Orvelcs {
 
@@ -46,7 +45,7 @@ ConfigItem readItem(Item& item)
 template <class Definition>
 Library::Status statusOf(const std::wstring& name)
 {
-    Orvel::LibraryObject<Definition> definition;
+    LibraryObject<Definition> definition;
     return Definition::Load(name.c_str(), definition.put());
 }
 
@@ -56,14 +55,6 @@ std::string candidatesClause(const std::vector<Embedded::OperationCandidate>& ca
     for (const Embedded::OperationCandidate& candidate : candidates)
         clause += (clause.empty() ? "" : ", ") + Embedded::utf8FromWide(candidate.code);
     return clause;
-}
-
-std::size_t endOfLastItem(std::wstring_view text)
-{
-    std::wstring_view remaining = text;
-    while (Orvel::takeItemChunk(remaining)) {
-    }
-    return text.size() - remaining.size();
 }
 
 } // namespace
@@ -151,9 +142,11 @@ std::wstring withElement(const std::wstring& text, const std::wstring& element)
     return longer.insert(endOfLastItem(text), element);
 }
 
-std::wstring tailOf(const std::wstring& text)
+std::size_t endOfLastItem(std::wstring_view text)
 {
-    return text.substr(endOfLastItem(text));
+    constexpr std::wstring_view kItemEnd = L"</Item>";
+    const std::size_t last = text.rfind(kItemEnd);
+    return last == std::wstring_view::npos ? 0 : last + kItemEnd.size();
 }
 
 } // namespace Orvelcs

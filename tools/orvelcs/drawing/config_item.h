@@ -1,7 +1,9 @@
 // The items of a configuration text, as the program shows and makes them.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "orvelcs/cli/json.h"
@@ -47,7 +49,7 @@ void noteDoubtfulName(const ConfigItemText& item, Output& output);
 
 /// The text with one element more, behind its last item.
 std::wstring withElement(const std::wstring& text, const std::wstring& element);
-/// What follows the last item.
-std::wstring tailOf(const std::wstring& text);
+/// Where the last item ends; 0 in a text without items. The settings file and the registry keep nothing behind it.
+std::size_t endOfLastItem(std::wstring_view text);
 
 } // namespace Orvelcs

@@ -1,4 +1,5 @@
 #include "orvelcs/drawing/config_store.h"
+#include "orvelcs/drawing/holders.h"
 
 #include <functional>
 
@@ -6,11 +7,8 @@
 #include "embedded/windows/registry_file.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/loaded_module.h"
-#include "orvelcs/drawing/module_text.h"
+#include "orvelcs/drawing/registry_store.h"
 #include "orvelcs/drawing/settings_file.h"
-#include "platform/windows.h"
-#include "transformation/registry_settings.h"
-#include "transformation/registry_value.h"
 
 namespace Orvelcs {
 
@@ -18,8 +16,6 @@ namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
 using ConfigTargetType = CoordinateSystem::CsTransformationConfigTargetType;
 
 namespace {
-
-constexpr const char* kRegistryStore = "registry store";
 
 std::optional<std::wstring> readOpenDrawing(const std::string& file, const OpenDrawing& drawing)
 {
@@ -34,24 +30,6 @@ std::optional<std::wstring> readDrawing(const std::string& file, const Output& o
     OpenDrawing drawing(file, Embedded::DrawingAccess::reading, output);
     require(file, drawing.load());
     return readOpenDrawing(file, drawing);
-}
-
-void checkRegistry()
-{
-    if (const std::string fault = Embedded::checkRegistryFile(); !fault.empty())
-        throw Failure(kRegistryStore, fault);
-}
-
-std::optional<std::wstring> readRegistryStore()
-{
-    checkRegistry();
-    std::vector<std::wstring> names;
-    if (!Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, Orvel::registrySettingsKey(), names))
-        return std::nullopt; // reading the store would make it
-    auto text = copyModuleText(Orvel::ReadRegistryTransformationSettings);
-    if (!text)
-        throw Failure(kRegistryStore, "cannot be read");
-    return text;
 }
 
 using ModuleCall = std::function<bool(ConfigTargetType)>;

@@ -1,15 +1,15 @@
 #include "orvelcs/drawing/configured_transformation.h"
+#include "orvelcs/drawing/holders.h"
 
 #include "coordsys/orvel_transformation_config.h"
 #include "embedded/base/text.h"
 #include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/process.h"
+#include "orvelcs/cli/user_options.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/config_store.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/loaded_module.h"
-#include "storage/host_holders.h"
-#include "storage/library_holder.h"
-#include "transformation/configured_transformation.h"
 
 namespace Orvelcs {
 
@@ -17,24 +17,53 @@ namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
 
 namespace {
 
-using Info = Orvel::LibraryObject<CoordinateSystem::TransformationInfo>;
+using Info = LibraryObject<CoordinateSystem::TransformationInfo>;
 
-/// The module asks the user's configuration only where the drawing's does not answer.
-bool drawingAnswers(const std::wstring& source, const std::wstring& target)
+/// Keeps the module from finding the user's settings file.
+class HiddenSettingsFile {
+public:
+    HiddenSettingsFile() : folder_(variable(kUserFolderVariable))
+    {
+        constexpr const char* kNoFolder = "/dev/null/?"; // no system can have a folder of this name
+        if (!setVariable(kUserFolderVariable, kNoFolder))
+            throw Failure(kUserFolderVariable, "cannot be set");
+    }
+    HiddenSettingsFile(const HiddenSettingsFile&) = delete;
+    HiddenSettingsFile& operator=(const HiddenSettingsFile&) = delete;
+    ~HiddenSettingsFile() { static_cast<void>(setVariable(kUserFolderVariable, folder_)); } // it had this value before
+
+private:
+    std::optional<std::string> folder_;
+};
+
+Info askModule(const std::wstring& source, const std::wstring& target)
 {
-    wchar_t* text = nullptr;
-    const bool isRead =
-        CoordinateSystem::GetCsTransformationConfig(text, CoordinateSystem::CsTransformationConfigTargetType::Drawing);
-    const Orvel::HostString owned(isRead ? text : nullptr);
-    return owned && Orvel::FindConfiguredTransformation(source.c_str(), target.c_str(), text);
+    return Info(CoordinateSystem::GetCsConfiguredTransformationInfo(source.c_str(), target.c_str()));
+}
+
+/// The module reads the user's settings file after the drawing's configuration. It must not open one that cannot be
+/// read, because it would wait for a pipe and use other text than the file holds: then the drawing alone is asked.
+/// Throws Failure when such a file would decide.
+Info findConfigured(const std::wstring& source, const std::wstring& target, bool hasDrawing)
+{
+    try {
+        checkUserConfig();
+    } catch (const Failure&) {
+        if (!hasDrawing)
+            throw;
+        const HiddenSettingsFile hidden;
+        if (Info info = askModule(source, target))
+            return info;
+        throw;
+    }
+    return askModule(source, target);
 }
 
 /// An item of the opposite direction answers when the catalog says that its definition is reversible. The module takes
 /// a catalog that cannot be read for one that says no.
 void requireAnswerForOpposite(const std::wstring& source, const std::wstring& target)
 {
-    Info opposite;
-    opposite.reset(CoordinateSystem::GetCsConfiguredTransformationInfo(target.c_str(), source.c_str()));
+    const Info opposite = askModule(target, source);
     if (!opposite)
         return;
     const auto status = statusOfOperation(opposite->GetName(), opposite->GetKind());
@@ -55,10 +84,7 @@ std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std:
         current.emplace(*drawing, Embedded::DrawingAccess::reading, output);
         require(*drawing, current->load());
     }
-    if (!drawing || !drawingAnswers(source, target))
-        checkUserConfig();
-    Info info;
-    info.reset(CoordinateSystem::GetCsConfiguredTransformationInfo(source.c_str(), target.c_str()));
+    const Info info = findConfigured(source, target, drawing.has_value());
     if (drawing)
         require(*drawing, current->loadingFailure());
     if (!info) {

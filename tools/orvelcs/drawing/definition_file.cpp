@@ -4,7 +4,7 @@
 
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/definitions/user_text.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/cli/text_bytes.h"
 #include "orvelcs/output/result_names.h"
 

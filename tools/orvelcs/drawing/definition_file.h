@@ -4,12 +4,11 @@
 #include <string>
 
 #include "orvelcs/cli/failure.h"
-#include "storage/library_holder.h"
+#include "orvelcs/drawing/holders.h"
 
 namespace Orvelcs {
 
-using DefinedSystem =
-    Orvel::LibraryObject<Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition>;
+using DefinedSystem = LibraryObject<Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition>;
 
 /// The file's text is not a definition; with the library's status, 0 when the library was not asked.
 class DefinitionFailure : public Failure {

@@ -7,7 +7,7 @@
 #include "embedded/base/path.h"
 #include "embedded/host/application/application.h"
 #include "orvelcs/cli/failure.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/cli/wait.h"
 #include "orvelcs/drawing/loaded_module.h"
 #include "orvelcs/output/result_names.h"

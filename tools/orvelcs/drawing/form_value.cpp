@@ -10,8 +10,8 @@
 #include "embedded/base/text.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/suggestion.h"
+#include "orvelcs/drawing/resbuf_json.h"
 #include "orvelcs/drawing/stored_forms.h"
-#include "orvelcs/output/chain_json.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -47,9 +47,16 @@ void requireWritten(Qeapp::ErrorStatus result, const std::string& form)
         throw Failure(form, "the host refused it: " + resultName(result));
 }
 
-Orvel::ResbufChain textBuffer(int groupCode, const wchar_t* text)
+HostObject<QeDbDictionary> openForWriting(QeDbDatabase* database, const std::string& form)
 {
-    Orvel::ResbufChain buffer(qeutBuildList(groupCode, text, QeRb::kListEnd));
+    HostObject<QeDbDictionary> namedObjects;
+    requireWritten(database->getNamedObjectsDictionary(namedObjects.put(), QeDb::kForWrite), form);
+    return namedObjects;
+}
+
+ResbufList textBuffer(int groupCode, const wchar_t* text)
+{
+    ResbufList buffer(qeutBuildList(groupCode, text, QeRb::kListEnd));
     if (!buffer)
         throw std::bad_alloc();
     return buffer;
@@ -57,47 +64,44 @@ Orvel::ResbufChain textBuffer(int groupCode, const wchar_t* text)
 
 void registerLegacyApplication(QeDbDatabase* database, const std::string& form)
 {
-    Orvel::HostObject<QeDbRegAppTable> table;
-    requireWritten(
-        table.openWith([&](QeDbRegAppTable*& object) { return database->getRegAppTable(object, QeDb::kForWrite); }),
-        form);
+    HostObject<QeDbRegAppTable> table;
+    requireWritten(database->getRegAppTable(table.put(), QeDb::kForWrite), form);
     if (table->has(kLegacyApplication))
         return;
-    Orvel::HostObject<QeDbRegAppTableRecord> record(new QeDbRegAppTableRecord);
+    HostObject<QeDbRegAppTableRecord> record(new QeDbRegAppTableRecord);
     requireWritten(record->setName(kLegacyApplication), form);
     QeDbObjectId id;
     requireWritten(table->add(id, record.get()), form);
 }
 
 // `values` is what follows the application's name; none of it removes the record.
-void putLegacyChain(QeDbDatabase* database, const FormValue& value, Orvel::ResbufChain values)
+void putLegacyChain(QeDbDatabase* database, const FormValue& value, ResbufList values)
 {
     const bool namesApplication = values && values->restype == QeRb::kXdataAppName;
     if (namesApplication && std::wstring_view(values->resval.rstring) != kLegacyApplication)
         throw Failure(value.name,
                       fmt::format("[0]: the application must be {}", Embedded::utf8FromWide(kLegacyApplication)));
-    Orvel::ResbufChain chain = std::move(values);
+    ResbufList chain = std::move(values);
     if (!namesApplication) {
-        Orvel::ResbufChain named = textBuffer(QeRb::kXdataAppName, kLegacyApplication);
+        ResbufList named = textBuffer(QeRb::kXdataAppName, kLegacyApplication);
         named->rbnext = chain.release();
         chain = std::move(named);
     }
     registerLegacyApplication(database, value.name);
-    Orvel::NamedObjects namedObjects;
-    requireWritten(namedObjects.openIn(database, QeDb::kForWrite), value.name);
+    const auto namedObjects = openForWriting(database, value.name);
     requireWritten(namedObjects->setXData(chain.get()), value.name);
 }
 
 void putLegacyCode(QeDbDatabase* database, const FormValue& value)
 {
     const std::wstring code = Embedded::wideFromUtf8(value.value);
-    putLegacyChain(database, value, code.empty() ? Orvel::ResbufChain() : textBuffer(QeRb::kXdataString, code.c_str()));
+    putLegacyChain(database, value, code.empty() ? ResbufList() : textBuffer(QeRb::kXdataString, code.c_str()));
 }
 
 void putXrecord(QeDbDictionary& dictionary, const wchar_t* key, const resbuf* chain, QeDbDatabase* database,
                 const std::string& form)
 {
-    Orvel::HostObject<QeDbXrecord> xrecord(new QeDbXrecord);
+    HostObject<QeDbXrecord> xrecord(new QeDbXrecord);
     requireWritten(xrecord->setFromRbChain(chain, database), form);
     QeDbObjectId id;
     requireWritten(dictionary.setAt(key, xrecord.get(), id), form);
@@ -105,22 +109,21 @@ void putXrecord(QeDbDictionary& dictionary, const wchar_t* key, const resbuf* ch
 
 void putDefinitionChain(QeDbDatabase* database, const FormValue& value)
 {
-    Orvel::NamedObjects namedObjects;
-    requireWritten(namedObjects.openIn(database, QeDb::kForWrite), value.name);
+    const auto namedObjects = openForWriting(database, value.name);
     if (value.value.empty()) {
         if (namedObjects->has(kDefinitionKey))
             requireWritten(namedObjects->remove(kDefinitionKey), value.name);
         return;
     }
-    const Orvel::ResbufChain chain = chainFromJson(value.name, value.value);
-    putXrecord(*namedObjects.get(), kDefinitionKey, chain.get(), database, value.name);
+    const ResbufList chain = chainFromJson(value.name, value.value);
+    putXrecord(*namedObjects, kDefinitionKey, chain.get(), database, value.name);
 }
 
-Orvel::HostObject<QeDbGeoData> newGeoData(QeDbDatabase* database, const std::string& form)
+HostObject<QeDbGeoData> newGeoData(QeDbDatabase* database, const std::string& form)
 {
     QeDbObjectId modelSpace;
     requireWritten(qedbSymUtil()->blockModelSpaceId(database, modelSpace), form);
-    Orvel::HostObject<QeDbGeoData> geoData(new QeDbGeoData);
+    HostObject<QeDbGeoData> geoData(new QeDbGeoData);
     requireWritten(geoData->setBlockTableRecordId(modelSpace), form);
     QeDbObjectId id;
     requireWritten(geoData->postToDb(id), form);
@@ -129,7 +132,7 @@ Orvel::HostObject<QeDbGeoData> newGeoData(QeDbDatabase* database, const std::str
 
 void putGeoData(QeDbDatabase* database, const FormValue& value)
 {
-    Orvel::HostObject<QeDbGeoData> geoData;
+    HostObject<QeDbGeoData> geoData;
     QeDbObjectId id;
     if (qedbGetGeoDataObjId(database, id) == Qeapp::eOk && !id.isNull())
         requireWritten(geoData.open(id, QeDb::kForWrite), value.name);
@@ -139,12 +142,11 @@ void putGeoData(QeDbDatabase* database, const FormValue& value)
         requireWritten(geoData->setCoordinateSystem(Embedded::wideFromUtf8(value.value).c_str()), value.name);
 }
 
-Orvel::HostObject<QeDbDictionary> configurationDictionary(QeDbDatabase* database, const std::string& form)
+HostObject<QeDbDictionary> configurationDictionary(QeDbDatabase* database, const std::string& form)
 {
-    Orvel::NamedObjects namedObjects;
-    requireWritten(namedObjects.openIn(database, QeDb::kForWrite), form);
+    const auto namedObjects = openForWriting(database, form);
     QeDbObjectId id;
-    Orvel::HostObject<QeDbDictionary> dictionary;
+    HostObject<QeDbDictionary> dictionary;
     if (namedObjects->getAt(kConfigurationDictionary, id) == Qeapp::eOk) {
         requireWritten(dictionary.open(id, QeDb::kForWrite), form);
         return dictionary;
@@ -156,9 +158,9 @@ Orvel::HostObject<QeDbDictionary> configurationDictionary(QeDbDatabase* database
 
 void putConfiguration(QeDbDatabase* database, const FormValue& value)
 {
-    const Orvel::HostObject<QeDbDictionary> dictionary = configurationDictionary(database, value.name);
-    const Orvel::ResbufChain chain = textBuffer(QeRb::kText, Embedded::wideFromUtf8(value.value).c_str());
-    putXrecord(*dictionary.get(), kConfigurationKey, chain.get(), database, value.name);
+    const HostObject<QeDbDictionary> dictionary = configurationDictionary(database, value.name);
+    const ResbufList chain = textBuffer(QeRb::kText, Embedded::wideFromUtf8(value.value).c_str());
+    putXrecord(*dictionary, kConfigurationKey, chain.get(), database, value.name);
 }
 
 } // namespace
@@ -184,7 +186,7 @@ void putForm(QeDbDatabase* database, const FormValue& value)
         return putLegacyCode(database, value);
     case Form::legacyChain:
         return putLegacyChain(database, value,
-                              value.value.empty() ? Orvel::ResbufChain() : chainFromJson(value.name, value.value));
+                              value.value.empty() ? ResbufList() : chainFromJson(value.name, value.value));
     case Form::definitionChain:
         return putDefinitionChain(database, value);
     case Form::geoData:

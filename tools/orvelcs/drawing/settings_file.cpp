@@ -1,6 +1,8 @@
 #include "orvelcs/drawing/settings_file.h"
+#include "orvelcs/drawing/holders.h"
 
 #include <algorithm>
+#include <array>
 #include <system_error>
 
 #include "coordsys/orvel_transformation_config.h"
@@ -8,12 +10,12 @@
 #include "embedded/base/staged_file.h"
 #include "embedded/base/text.h"
 #include "orvelcs/cli/failure.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/cli/text_bytes.h"
-#include "orvelcs/drawing/module_text.h"
+#include "orvelcs/cli/user_options.h"
+#include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/staging_folder.h"
-#include "transformation/item_text.h"
-#include "transformation/user_settings_file.h"
+#include "platform/windows.h"
 
 namespace Orvelcs {
 namespace {
@@ -51,23 +53,39 @@ void checkSettingsFile(const std::filesystem::path& file)
         throw Failure(file.string(), *fault);
 }
 
-/// What the module reads back once it has written: the chunks, and no line break in them.
+/// What the module reads back once it has written the text: the items without their line feeds.
 std::wstring asReadBack(const std::wstring& text)
 {
-    std::wstring kept;
-    for (const std::wstring_view chunk : Orvel::SplitIntoItemChunks(text))
-        kept += chunk;
+    std::wstring kept = text.substr(0, endOfLastItem(text));
     std::erase(kept, L'\n');
     return kept;
 }
 
+/// The folder in which the module looks for the file (docs/formats/transformation-stores.md); empty where there is
+/// none.
+std::wstring userFolder()
+{
+    constexpr std::size_t kCapacity = 260; // of the system's own folder paths; a longer value counts as none
+    std::array<wchar_t, kCapacity> folder{};
+    std::size_t characters = 0;
+    if (_wgetenv_s(&characters, folder.data(), folder.size(), Embedded::wideFromUtf8(kUserFolderVariable).c_str()) ==
+            0 &&
+        folder[0] != L'\0')
+        return folder.data();
+    if (!SHGetSpecialFolderPathW(nullptr, folder.data(), CSIDL_LOCAL_APPDATA, FALSE))
+        return {};
+    return folder.data() + std::wstring(L"/Zentara/User Geospatial Coordinate Systems");
+}
+
 } // namespace
 
-/// The module writes its paths with backslashes on every system.
 std::filesystem::path settingsFile()
 {
-    std::string path = Embedded::utf8FromWide(Orvel::GetUserTransformationSettingsPath());
-    std::ranges::replace(path, '\\', '/');
+    const std::wstring folder = userFolder();
+    if (folder.empty())
+        return {};
+    std::string path = Embedded::utf8FromWide(folder + L"/TransformationSetting.xml");
+    std::ranges::replace(path, '\\', '/'); // the module reads a backslash as a separator on every system
     return Embedded::pathFromUtf8(path);
 }
 

@@ -1,18 +1,16 @@
 #include "orvelcs/drawing/stored_forms.h"
 
+#include "coordsys/orvel_coordinate_system.h"
 #include "orvelcs/cli/definition_type.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/output/result_names.h"
-#include "storage/definition_group.h"
-#include "storage/library_holder.h"
 
 namespace Orvelcs {
 
+namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
 namespace Library = Zentara::Infrastructure::SpatialReference;
 
 namespace {
-
-using StoredObject = Orvel::LibraryObject<Library::DefinitionBase>;
 
 void requireRead(Qeapp::ErrorStatus result, const char* subject)
 {
@@ -26,9 +24,16 @@ bool isString(const resbuf* buffer)
            buffer->resval.rstring != nullptr;
 }
 
+HostObject<QeDbDictionary> openNamedObjects(QeDbDatabase* database)
+{
+    HostObject<QeDbDictionary> namedObjects;
+    requireRead(database->getNamedObjectsDictionary(namedObjects.put(), QeDb::kForRead), "named objects dictionary");
+    return namedObjects;
+}
+
 std::optional<LegacyProjection> readLegacyProjection(const QeDbDictionary& namedObjects)
 {
-    const Orvel::ResbufChain chain(namedObjects.xData(kLegacyApplication));
+    const ResbufList chain(namedObjects.xData(kLegacyApplication));
     if (!chain)
         return std::nullopt;
     LegacyProjection legacy;
@@ -38,14 +43,52 @@ std::optional<LegacyProjection> readLegacyProjection(const QeDbDictionary& named
     return legacy;
 }
 
-void addDefinition(std::vector<StoredDefinition>& definitions, const StoredObject& definition)
+/// Whether the bytes are a definition's text in UTF-16, which begins with an ASCII character. The packed form has the
+/// first byte of a class identifier there, which is not zero.
+bool isText(const std::string& bytes)
 {
-    if (!definition)
+    return bytes.size() > 1 && bytes[1] == '\0';
+}
+
+/// Adds the packed definition; nothing where the bytes hold none.
+void addDefinition(std::vector<StoredDefinition>& definitions, std::string packed)
+{
+    constexpr std::string_view kNul("\0\0\0", 3); // at an even place too: the module looks for one in other bytes
+    if (packed.empty() || isText(packed))
         return;
+    const int length = static_cast<int>(packed.size());
+    packed.append(kNul);
+    LibraryObject<Library::DefinitionBaseArray> unpacked;
+    if (CoordinateSystem::DeserializeCoordinateSystem(
+            unpacked.put(), reinterpret_cast<const unsigned char*>(packed.data()), length) != Qeapp::eOk)
+        return;
+    const Library::DefinitionBase& definition = *unpacked->GetItem(0);
     StoredDefinition& stored = definitions.emplace_back();
-    stored.type = definitionType(*definition.get());
-    if (const wchar_t* code = nullptr; definition->GetCode(code) == Library::statusOk && code != nullptr)
+    stored.type = definitionType(definition);
+    if (const wchar_t* code = nullptr; definition.GetCode(code) == Library::statusOk && code != nullptr)
         stored.code = code;
+}
+
+/// The bytes of a chunk; empty for one without any.
+std::string_view chunkBytes(const resbuf& buffer)
+{
+    const QeBinaryChunk& chunk = buffer.resval.rbinary;
+    return chunk.buf != nullptr && chunk.clen > 0 ? std::string_view(chunk.buf, static_cast<std::size_t>(chunk.clen))
+                                                  : std::string_view();
+}
+
+/// The bytes of the chunks behind the group's opening brace; empty when a chunk of them is.
+std::string groupBytes(const resbuf* opening)
+{
+    std::string bytes;
+    for (const resbuf* buffer = opening->rbnext; buffer != nullptr && buffer->restype == QeRb::kBinaryChunk;
+         buffer = buffer->rbnext) {
+        const std::string_view chunk = chunkBytes(*buffer);
+        if (chunk.empty())
+            return {};
+        bytes += chunk;
+    }
+    return bytes;
 }
 
 bool opensGroup(const resbuf* buffer)
@@ -60,9 +103,9 @@ std::vector<StoredDefinition> unpackDefinitions(const resbuf* chain, int layout)
     std::vector<StoredDefinition> definitions;
     for (const resbuf* buffer = chain; buffer != nullptr; buffer = buffer->rbnext) {
         if (layout == 0 && buffer->restype == QeRb::kBinaryChunk)
-            addDefinition(definitions, Orvel::ResbufChunkToDefinition(buffer));
+            addDefinition(definitions, std::string(chunkBytes(*buffer)));
         else if (layout != 0 && opensGroup(buffer))
-            addDefinition(definitions, Orvel::ResbufGroupToDefinition(buffer));
+            addDefinition(definitions, groupBytes(buffer));
     }
     return definitions;
 }
@@ -86,9 +129,9 @@ bool isReadable(const resbuf* chain, int layout)
     return layout == kGroups && (last == chain || closesGroup(last));
 }
 
-Orvel::HostObject<QeDbXrecord> openXrecord(const QeDbDictionary& dictionary, const wchar_t* key)
+HostObject<QeDbXrecord> openXrecord(const QeDbDictionary& dictionary, const wchar_t* key)
 {
-    Orvel::HostObject<QeDbXrecord> xrecord;
+    HostObject<QeDbXrecord> xrecord;
     QeDbObjectId id;
     if (dictionary.getAt(key, id) != Qeapp::eOk)
         return xrecord;
@@ -98,9 +141,9 @@ Orvel::HostObject<QeDbXrecord> openXrecord(const QeDbDictionary& dictionary, con
     return xrecord;
 }
 
-Orvel::ResbufChain chainOf(const QeDbXrecord& xrecord)
+ResbufList chainOf(const QeDbXrecord& xrecord)
 {
-    Orvel::ResbufChain chain;
+    ResbufList chain;
     requireRead(xrecord.rbChain(chain.put()), "xrecord");
     return chain;
 }
@@ -111,7 +154,7 @@ std::optional<DefinitionXrecord> readDefinitionXrecord(const QeDbDictionary& nam
     if (!xrecord)
         return std::nullopt;
     DefinitionXrecord record;
-    record.chain = chainOf(*xrecord.get());
+    record.chain = chainOf(*xrecord);
     if (record.chain && record.chain->restype == QeRb::kXdataInteger32)
         record.layout = record.chain->resval.rlong;
     record.readable = isReadable(record.chain.get(), record.layout);
@@ -124,14 +167,14 @@ std::optional<TransformationConfiguration> readConfiguration(const QeDbDictionar
     QeDbObjectId id;
     if (namedObjects.getAt(kConfigurationDictionary, id) != Qeapp::eOk)
         return std::nullopt;
-    Orvel::HostObject<QeDbDictionary> dictionary;
+    HostObject<QeDbDictionary> dictionary;
     if (dictionary.open(id, QeDb::kForRead) != Qeapp::eOk)
         return std::nullopt;
-    const auto xrecord = openXrecord(*dictionary.get(), kConfigurationKey);
+    const auto xrecord = openXrecord(*dictionary, kConfigurationKey);
     if (!xrecord)
         return std::nullopt;
     TransformationConfiguration configuration;
-    const Orvel::ResbufChain chain = chainOf(*xrecord.get());
+    const ResbufList chain = chainOf(*xrecord);
     if (chain && chain->restype == QeRb::kText && isString(chain.get()))
         configuration.text = chain->resval.rstring;
     return configuration;
@@ -139,7 +182,7 @@ std::optional<TransformationConfiguration> readConfiguration(const QeDbDictionar
 
 std::optional<std::wstring> blockName(QeDbObjectId id)
 {
-    Orvel::HostObject<QeDbBlockTableRecord> block;
+    HostObject<QeDbBlockTableRecord> block;
     if (block.open(id, QeDb::kForRead) != Qeapp::eOk)
         return std::nullopt;
     const std::wstring name = block->getName();
@@ -151,7 +194,7 @@ std::optional<StoredGeoData> readGeoData(QeDbDatabase* database)
     QeDbObjectId id;
     if (qedbGetGeoDataObjId(database, id) != Qeapp::eOk || id.isNull())
         return std::nullopt;
-    Orvel::HostObject<QeDbGeoData> geoData;
+    HostObject<QeDbGeoData> geoData;
     requireRead(geoData.open(id, QeDb::kForRead), "GeoData object");
     return StoredGeoData{geoData->coordinateSystem(), blockName(geoData->ownerId())};
 }
@@ -160,22 +203,26 @@ std::optional<StoredGeoData> readGeoData(QeDbDatabase* database)
 
 StoredForms readStoredForms(QeDbDatabase* database)
 {
-    Orvel::NamedObjects namedObjects;
-    requireRead(namedObjects.openIn(database, QeDb::kForRead), "named objects dictionary");
+    const auto namedObjects = openNamedObjects(database);
     StoredForms forms;
-    forms.legacyProjection = readLegacyProjection(*namedObjects.get());
-    forms.definitionXrecord = readDefinitionXrecord(*namedObjects.get());
+    forms.legacyProjection = readLegacyProjection(*namedObjects);
+    forms.definitionXrecord = readDefinitionXrecord(*namedObjects);
     forms.geoData = readGeoData(database);
-    forms.transformationConfiguration = readConfiguration(*namedObjects.get());
+    forms.transformationConfiguration = readConfiguration(*namedObjects);
     return forms;
 }
 
-bool hasLegacyCode(QeDbDatabase* database)
+std::wstring readLegacyCode(QeDbDatabase* database)
 {
-    Orvel::NamedObjects namedObjects;
-    requireRead(namedObjects.openIn(database, QeDb::kForRead), "named objects dictionary");
-    const std::optional<LegacyProjection> legacy = readLegacyProjection(*namedObjects.get());
-    return legacy && legacy->code && !legacy->code->empty() && *legacy->code != L".";
+    const auto namedObjects = openNamedObjects(database);
+    const std::optional<LegacyProjection> legacy = readLegacyProjection(*namedObjects);
+    const std::wstring code = legacy ? legacy->code.value_or(L"") : L"";
+    return isLegacyCode(code) ? code : L"";
+}
+
+bool isLegacyCode(const std::wstring& code)
+{
+    return !code.empty() && code != L".";
 }
 
 } // namespace Orvelcs

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "orvelcs/drawing/holders.h"
 #include "platform/host.h"
-#include "storage/host_holders.h"
 
 namespace Orvelcs {
 
@@ -29,7 +29,7 @@ struct StoredDefinition {
 struct DefinitionXrecord {
     int layout = 0;       // 0 without a header
     bool readable = true; // whether the module reads such a chain; what is packed in it is another matter
-    Orvel::ResbufChain chain;
+    ResbufList chain;
     std::vector<StoredDefinition> definitions; // those that can be unpacked
 };
 
@@ -52,7 +52,10 @@ struct StoredForms {
 /// Throws Failure when the host cannot open what is there.
 StoredForms readStoredForms(QeDbDatabase* database);
 
-/// Whether the drawing has a legacy code, so that its GeoData object is not what the module reads.
-bool hasLegacyCode(QeDbDatabase* database);
+/// The code of the legacy projection record, which the module reads in place of the GeoData object; empty when the
+/// drawing has none. Throws Failure when the host cannot open what is there.
+std::wstring readLegacyCode(QeDbDatabase* database);
+/// Whether the legacy projection record can hold the code: readers take "." for none.
+bool isLegacyCode(const std::wstring& code);
 
 } // namespace Orvelcs

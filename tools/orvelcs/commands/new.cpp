@@ -4,7 +4,7 @@
 #include <fmt/format.h>
 
 #include "orvelcs/cli/command.h"
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/drawings.h"
 
 namespace Orvelcs {

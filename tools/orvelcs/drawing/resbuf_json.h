@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "orvelcs/cli/json.h"
+#include "orvelcs/drawing/holders.h"
 #include "platform/host.h"
-#include "storage/host_holders.h"
 
 namespace Orvelcs {
 
@@ -14,7 +14,7 @@ Json chainAsJson(const resbuf* chain);
 
 /// Throws Failure, which names the place, for anything that is not such a chain; `subject` is what it is about. An
 /// empty array gives a null chain.
-Orvel::ResbufChain chainFromJson(const std::string& subject, std::string_view text);
+ResbufList chainFromJson(const std::string& subject, std::string_view text);
 
 /// Lower-case hex.
 std::string hexOf(const unsigned char* bytes, std::size_t length);

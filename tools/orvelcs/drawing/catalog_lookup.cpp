@@ -1,4 +1,4 @@
-#include "orvelcs/drawing/catalog_system.h"
+#include "orvelcs/drawing/catalog_lookup.h"
 
 #include "embedded/base/text.h"
 #include "orvelcs/drawing/catalog_suggestion.h"

@@ -1,4 +1,4 @@
-#include "orvelcs/cli/standard_streams.h"
+#include "orvelcs/cli/input.h"
 
 #include <array>
 #include <cerrno>

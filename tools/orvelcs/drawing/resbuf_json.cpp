@@ -1,4 +1,4 @@
-#include "orvelcs/output/chain_json.h"
+#include "orvelcs/drawing/resbuf_json.h"
 
 #include <algorithm>
 #include <cstring>
@@ -148,17 +148,17 @@ int groupCodeOf(const Json& element, const Place& place)
     return static_cast<int>(code);
 }
 
-Orvel::ResbufChain bufferFromJson(const Json& element, const Place& place)
+ResbufList bufferFromJson(const Json& element, const Place& place)
 {
     const int code = groupCodeOf(element, place);
     const QeRb::ValueKind kind = qeutValueKind(code);
     const char* key = kind == QeRb::ValueKind::binary ? "hex" : "value";
     if (element.size() != 2 || !element.contains(key))
         throw place.failure(fmt::format(R"(group code {} takes "code" and "{}", nothing else)", code, key));
-    Orvel::ResbufChain buffer(qeutNewRb(code));
+    ResbufList buffer(qeutNewRb(code));
     if (!buffer)
         throw std::bad_alloc();
-    setValue(*buffer.get(), kind, element[key], place);
+    setValue(*buffer, kind, element[key], place);
     return buffer;
 }
 
@@ -234,15 +234,15 @@ Json chainAsJson(const resbuf* chain)
     return array;
 }
 
-Orvel::ResbufChain chainFromJson(const std::string& subject, std::string_view text)
+ResbufList chainFromJson(const std::string& subject, std::string_view text)
 {
     const Json document = parsed(subject, text);
     if (!document.is_array())
         throw Failure(subject, R"(must be a JSON array of objects with "code" and "value" or "hex")");
-    Orvel::ResbufChain chain;
+    ResbufList chain;
     resbuf* last = nullptr;
     for (std::size_t index = 0; index < document.size(); ++index) {
-        Orvel::ResbufChain next = bufferFromJson(document[index], {subject, index});
+        ResbufList next = bufferFromJson(document[index], {subject, index});
         resbuf* added = next.release();
         if (last == nullptr)
             chain.reset(added);

@@ -6,12 +6,12 @@
 
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/failure.h"
+#include "orvelcs/drawing/holders.h"
 #include "orvelcs/output/system_description.h"
-#include "storage/library_holder.h"
 
 namespace Orvelcs {
 
-using CatalogSystemDefinition = Orvel::LibraryObject<System>;
+using CatalogSystemDefinition = LibraryObject<System>;
 
 /// Nothing found, with the nearest codes that exist.
 Failure noSuchCode(const std::wstring& code);
