@@ -3,9 +3,9 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "support/library_definitions.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
 #include "sweep/status_parameter.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {

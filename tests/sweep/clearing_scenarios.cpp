@@ -1,7 +1,7 @@
 // The function that takes a drawing's coordinate system away, all of it or nothing.
 #include "coordsys/orvel_coordinate_system.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {

@@ -2,8 +2,8 @@
 #include "coordsys/orvel_transformation_config.h"
 #include "storage/host_holders.h"
 #include "sweep/configurations.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {

@@ -5,7 +5,7 @@
 #include "embedded/base/text.h"
 #include "support/chain.h"
 #include "support/drawing.h"
-#include "sweep/systems.h"
+#include "sweep/initial_states.h"
 #include "transformation/drawing_config.h"
 
 namespace Tests {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "sweep/stage.h"
+#include "sweep/fixture.h"
 #include "transformation/transformation_test.h"
 
 namespace Tests {

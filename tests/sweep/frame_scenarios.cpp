@@ -2,8 +2,8 @@
 #include "embedded/host/application/application.h"
 #include "frame/application.h"
 #include "frame/entry_point.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {

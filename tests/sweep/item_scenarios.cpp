@@ -1,8 +1,8 @@
 // The items of a configuration, and their collection.
 #include "coordsys/orvel_transformation_config.h"
 #include "sweep/configurations.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {

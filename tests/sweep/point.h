@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "sweep/fault_kind.h"
+#include "sweep/injected_fault.h"
 #include "sweep/scenario.h"
 
 namespace Tests {

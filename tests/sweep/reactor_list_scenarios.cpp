@@ -1,7 +1,7 @@
 // The list of reactors and the setting that clients share.
 #include "coordsys/orvel_coordinate_system.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {

@@ -2,9 +2,9 @@
 #include "coordsys/orvel_coordinate_system.h"
 #include "storage/host_holders.h"
 #include "storage/library_holder.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
 #include "sweep/status_parameter.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {

@@ -1,8 +1,8 @@
 // A drawing saved by the host, for which the module's decomposition reactor converts it.
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "frame/application.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {

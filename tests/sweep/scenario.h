@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "sweep/fixture.h"
 #include "sweep/outcome.h"
-#include "sweep/stage.h"
 
 namespace Tests {
 

@@ -1,8 +1,8 @@
 // The function that rewrites what a drawing holds into the forms of another drawing version.
 #include "coordsys/orvel_coordinate_system.h"
 #include "storage/host_holders.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "sweep/point.h"
-#include "sweep/verdict.h"
+#include "sweep/promise_checks.h"
 
 namespace Tests {
 

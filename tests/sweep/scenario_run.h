@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "sweep/fault_kind.h"
+#include "sweep/injected_fault.h"
 #include "sweep/scenario.h"
 
 namespace Tests {

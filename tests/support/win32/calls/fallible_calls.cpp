@@ -5,7 +5,7 @@
 
 #include "embedded/diagnostics/resource_counters.h"
 #include "platform/windows.h"
-#include "support/win32/calls/struck_call.h"
+#include "support/win32/calls/fallible_call.h"
 
 namespace Tests {
 namespace {

@@ -1,4 +1,4 @@
-#include "sweep/systems.h"
+#include "sweep/initial_states.h"
 
 #include "storage/definition_xrecord.h"
 #include "support/drawing.h"

@@ -1,7 +1,7 @@
 // What the scenarios are about: systems of the catalog, and drawings that hold them in each stored form.
 #pragma once
 
-#include "sweep/stage.h"
+#include "sweep/fixture.h"
 
 namespace Tests {
 

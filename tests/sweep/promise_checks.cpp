@@ -1,12 +1,12 @@
-#include "sweep/verdict.h"
+#include "sweep/promise_checks.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 #include "sweep/documented_results.h"
-#include "sweep/passed_over.h"
 #include "sweep/platform_calls.h"
+#include "sweep/tolerated_failures.h"
 
 namespace Tests {
 namespace {

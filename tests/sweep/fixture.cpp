@@ -1,4 +1,4 @@
-#include "sweep/stage.h"
+#include "sweep/fixture.h"
 
 #include <filesystem>
 #include <stdexcept>

@@ -1,4 +1,4 @@
-#include "sweep/passed_over.h"
+#include "sweep/tolerated_failures.h"
 
 #include <map>
 

@@ -7,7 +7,7 @@
 
 #include "embedded/diagnostics/resource_counters.h"
 #include "platform/windows.h"
-#include "support/win32/calls/struck_call.h"
+#include "support/win32/calls/fallible_call.h"
 
 extern "C" {
 std::size_t __real_fread(void* output, std::size_t size, std::size_t count, std::FILE* stream);

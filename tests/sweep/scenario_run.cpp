@@ -1,4 +1,4 @@
-#include "sweep/attempt.h"
+#include "sweep/scenario_run.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,7 +1,7 @@
 // Whether a call with a failure in it kept every promise.
 #pragma once
 
-#include "sweep/attempt.h"
+#include "sweep/scenario_run.h"
 
 namespace Tests {
 
