@@ -8,7 +8,7 @@
 namespace Tests {
 namespace {
 
-/// In the end the module is unloaded, whatever became of the message.
+/// The destructor unloads the module, whatever the message did.
 class SendMessage : public Call {
 public:
     SendMessage(int message, bool isLoadedBefore) : message_(message)
@@ -18,7 +18,7 @@ public:
         }
     }
     ~SendMessage() override { EXPECT_EQ(orvelApplication().unload(), Qeapp::eOk); }
-    int make(Stage& /*stage*/) override { return qerxEntryPoint(message_, &handle_); }
+    int make(Fixture& /*fixture*/) override { return qerxEntryPoint(message_, &handle_); }
 
 private:
     int message_;
@@ -29,7 +29,7 @@ Scenario sending(const std::string& name, int message, bool isLoadedBefore)
 {
     return {.function = "qerxEntryPoint",
             .name = name,
-            .setting = emptyDrawing,
+            .initialState = emptyDrawing,
             .call = calling<SendMessage>(message, isLoadedBefore)};
 }
 

@@ -1,59 +1,83 @@
 #include "sweep/initial_states.h"
 
+#include <stdexcept>
+
+#include "embedded/base/text.h"
 #include "storage/definition_xrecord.h"
+#include "support/chain.h"
 #include "support/drawing.h"
 #include "support/library_definitions.h"
+#include "support/scoped_document.h"
+#include "transformation/drawing_config.h"
 
 namespace Tests {
 namespace {
 
-Setting holding(const Drawing& drawing)
+InitialState savedDrawing(QeDbDatabase* database)
 {
-    return {.drawing = savedInMemory(*drawing.database())};
+    return {.drawing = savedInMemory(*database)};
 }
 
 } // namespace
 
-Setting emptyDrawing()
+InitialState emptyDrawing()
 {
-    return holding(GivenDrawing());
+    return savedDrawing(GivenDrawing().database());
 }
 
-Setting drawingWithGeoData()
+InitialState drawingWithGeoData()
 {
-    return holding(GivenDrawing().withGeoData(serializedText(catalogSystem(kSystemCode).get())));
+    return savedDrawing(GivenDrawing().withGeoData(serializedText(catalogSystem(kSystemCode).get())).database());
 }
 
-Setting drawingWithUsersSystem()
+InitialState drawingWithUsersSystem()
 {
-    return holding(GivenDrawing().withGeoData(serializedText(userSystem().get())));
+    return savedDrawing(GivenDrawing().withGeoData(serializedText(userSystem().get())).database());
 }
 
-Setting drawingWithLegacyCode()
+InitialState drawingWithLegacyCode()
 {
-    return holding(GivenDrawing().withLegacyCode(kSystemCode));
+    return savedDrawing(GivenDrawing().withLegacyCode(kSystemCode).database());
 }
 
-Setting drawingWithUnknownLegacyCode()
+InitialState drawingWithUnknownLegacyCode()
 {
-    return holding(GivenDrawing().withLegacyCode(L"NOBODYS:1"));
+    return savedDrawing(GivenDrawing().withLegacyCode(L"NOBODYS:1").database());
 }
 
-Setting drawingWithAllForms()
+InitialState drawingWithAllForms()
 {
     Drawing drawing;
     const SystemHolder system = catalogSystem(kSystemCode);
     drawing.withGeoData(serializedText(system.get())).withLegacyCode(kSystemCode);
     if (Orvel::WriteCsDefinitionXrecord(system.get(), drawing.database()) != Qeapp::eOk)
-        throw std::runtime_error("setting up a drawing: the definition xrecord");
-    return holding(drawing);
+        throw std::runtime_error("cannot set up a drawing: definition xrecord");
+    return savedDrawing(drawing.database());
 }
 
-Setting heard(Setting setting, Veto veto)
+InitialState configuredDrawing(const std::wstring& text)
 {
-    setting.hasReactor = true;
-    setting.veto = veto;
-    return setting;
+    const ScopedDocument document;
+    const Orvel::CResbufDictionary dictionary(Orvel::kTransformationConfigDictionary, document.database());
+    if (!dictionary.SetResbuf(Orvel::kTransformationConfigKey, chainOf({{300, text}}).get(), nullptr))
+        throw std::runtime_error("cannot set up a drawing: configuration");
+    return savedDrawing(document.database());
+}
+
+InitialState configuredUser(const std::vector<std::wstring>& elements)
+{
+    InitialState initialState = emptyDrawing();
+    initialState.settingsFile.emplace();
+    for (const std::wstring& element : elements)
+        *initialState.settingsFile += Embedded::utf8FromWide(element) + "\r\n";
+    return initialState;
+}
+
+InitialState withReactor(InitialState initialState, Veto veto)
+{
+    initialState.hasReactor = true;
+    initialState.veto = veto;
+    return initialState;
 }
 
 } // namespace Tests

@@ -1,25 +1,34 @@
-// What the scenarios are about: systems of the catalog, and drawings that hold them in each stored form.
+// The states in which the scenarios begin: drawings with a coordinate system in each stored form, and transformation
+// configurations of drawings and users.
 #pragma once
+
+#include <string>
+#include <vector>
 
 #include "sweep/fixture.h"
 
 namespace Tests {
 
-/// The system of the scenarios, and another one.
+/// The system that a drawing holds, and the one that a call assigns.
 inline constexpr const wchar_t* kSystemCode = L"EPSG:25832";
 inline constexpr const wchar_t* kOtherCode = L"EPSG:2263";
 
-Setting emptyDrawing();
-Setting drawingWithGeoData();
-/// One that the catalog does not know.
-Setting drawingWithUsersSystem();
-Setting drawingWithLegacyCode();
-/// A code that is neither stored nor in the catalog.
-Setting drawingWithUnknownLegacyCode();
+InitialState emptyDrawing();
+InitialState drawingWithGeoData();
+/// The catalog does not have the system.
+InitialState drawingWithUsersSystem();
+InitialState drawingWithLegacyCode();
+/// The legacy code is neither stored as a definition nor in the catalog.
+InitialState drawingWithUnknownLegacyCode();
 /// Legacy code, xrecord and GeoData text.
-Setting drawingWithAllForms();
+InitialState drawingWithAllForms();
 
-/// The same with a reactor that vetoes as told.
-Setting heard(Setting setting, Veto veto = Veto::none);
+/// The document's drawing holds the configuration.
+InitialState configuredDrawing(const std::wstring& text);
+/// The user's settings file holds the elements, each on a line. The drawing has no configuration.
+InitialState configuredUser(const std::vector<std::wstring>& elements);
+
+/// Adds a reactor.
+InitialState withReactor(InitialState initialState, Veto veto = Veto::none);
 
 } // namespace Tests

@@ -1,24 +1,24 @@
-// Whether a call with a failure in it kept every promise.
+// Checks that a call in which something failed kept every promise.
 #pragma once
 
 #include "sweep/scenario_run.h"
 
 namespace Tests {
 
-/// The same call when nothing fails: what later ones are measured by.
-struct Reference {
-    Attempt attempt;
-    Stored before;
-    Stored after;
+/// The same call when nothing fails. Later runs are compared with it.
+struct Baseline {
+    ScenarioRun run;
+    StoredState before;
+    StoredState after;
 };
 
-/// Adds a failure to the running test for each promise that was broken.
-void expectPromisesKept(const Scenario& scenario, const Reference& reference, const Stage& stage,
-                        const Attempt& attempt);
+/// Adds a failure to the current test for each broken promise.
+void expectPromisesKept(const Scenario& scenario, const Baseline& baseline, const Fixture& fixture,
+                        const ScenarioRun& run);
 
-/// That the call, made again on the same stage with nothing failing, does all that it did for the reference. After one
-/// that passed a failure over, that it ends well.
-void expectSuccessAfterwards(const Scenario& scenario, const Reference& reference, const Attempt& attempt,
-                             Stage& stage);
+/// Makes the call again on the same fixture with nothing failing, and checks that it succeeds. Unless `run` succeeded,
+/// the call must also have the same effect as the baseline.
+void expectSuccessAfterwards(const Scenario& scenario, const Baseline& baseline, const ScenarioRun& run,
+                             Fixture& fixture);
 
 } // namespace Tests

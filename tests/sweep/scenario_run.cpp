@@ -16,121 +16,117 @@ using Embedded::FaultInjection;
 
 constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 
-bool isOfCalls(FaultKind kind)
+Embedded::FaultPlan faultPlan(const std::optional<InjectedFault>& fault)
 {
-    return kind != FaultKind::allocation && kind != FaultKind::hostAllocation && kind != FaultKind::notice;
-}
-
-Embedded::FaultPlan planOf(const std::optional<Strike>& strike)
-{
-    Embedded::FaultPlan plan{.call = "", .occurrence = kNever, .code = {}, .limit = kMostCalls};
-    if (!strike || !isOfCalls(strike->kind))
+    Embedded::FaultPlan plan{.call = "", .occurrence = kNever, .code = {}, .limit = kMaximumCalls};
+    if (!fault || !failsCalls(fault->kind))
         return plan;
-    plan.occurrence = strike->place.first;
-    plan.second = strike->place.second;
-    plan.fromThenOn = strike->kind == FaultKind::fromThenOn;
-    plan.throws = strike->kind == FaultKind::throwing;
-    plan.code = strike->code;
+    plan.occurrence = fault->place.first;
+    plan.second = fault->place.second;
+    plan.fromThenOn = fault->kind == FaultKind::fromThenOn;
+    plan.throws = fault->kind == FaultKind::throwing;
+    plan.code = fault->code;
     return plan;
 }
 
-std::size_t placeIn(const std::optional<Strike>& strike, FaultKind kind)
+std::size_t numberToFail(const std::optional<InjectedFault>& fault, FaultKind kind)
 {
-    return strike && strike->kind == kind ? strike->place.first : 0;
+    return fault && fault->kind == kind ? fault->place.first : 0;
 }
 
-Outcome outcomeOf(Call& call, Stage& stage)
+Outcome callAndCatch(Call& call, Fixture& fixture)
 {
     try {
-        return returning(call.make(stage));
+        return returning(call.make(fixture));
     } catch (const std::bad_alloc&) {
-        return {Outcome::Way::outOfMemory};
-    } catch (const ReactorRefused&) {
-        return {Outcome::Way::refusedByReactor};
-    } catch (...) { // told as such
-        return {Outcome::Way::otherwise};
+        return {Outcome::Kind::badAlloc};
+    } catch (const ReactorException&) {
+        return {Outcome::Kind::reactorException};
+    } catch (...) { // the checks of the promises report it
+        return {Outcome::Kind::otherException};
     }
 }
 
-void makeCountingAllocations(Call& call, Stage& stage, const std::optional<Strike>& strike, Attempt& attempt)
+void callAndCountAllocations(Call& call, Fixture& fixture, const std::optional<InjectedFault>& fault, ScenarioRun& run)
 {
-    const bool ofHost = strike && strike->kind == FaultKind::hostAllocation;
-    const ScopedAllocations allocations(ofHost ? Allocator::host : Allocator::module,
-                                        placeIn(strike, ofHost ? FaultKind::hostAllocation : FaultKind::allocation));
-    attempt.outcome = outcomeOf(call, stage);
-    attempt.allocations = ScopedAllocations::count(Allocator::module);
-    attempt.hostAllocations = ScopedAllocations::count(Allocator::host);
+    const bool failsHost = fault && fault->kind == FaultKind::hostAllocation;
+    const FaultKind kind = failsHost ? FaultKind::hostAllocation : FaultKind::allocation;
+    const ScopedAllocations allocations(failsHost ? Allocator::host : Allocator::module, numberToFail(fault, kind));
+    run.outcome = callAndCatch(call, fixture);
+    run.allocations = ScopedAllocations::count(Allocator::module);
+    run.hostAllocations = ScopedAllocations::count(Allocator::host);
 }
 
-/// Allocations are counted where they matter: telling whose they are takes time.
-void make(Call& call, Stage& stage, const std::optional<Strike>& strike, Attempt& attempt)
+/// Counts allocations only when no call fails, since it takes long to find out whose code allocates.
+void callWithFault(Call& call, Fixture& fixture, const std::optional<InjectedFault>& fault, ScenarioRun& run)
 {
-    stage.reactor().throwAt(placeIn(strike, FaultKind::notice));
-    const Embedded::ScopedFault fault(planOf(strike));
-    if (strike && isOfCalls(strike->kind))
-        attempt.outcome = outcomeOf(call, stage);
+    fixture.reactor().throwAt(numberToFail(fault, FaultKind::notice));
+    const Embedded::ScopedFault armed(faultPlan(fault));
+    if (fault && failsCalls(fault->kind))
+        run.outcome = callAndCatch(call, fixture);
     else
-        makeCountingAllocations(call, stage, strike, attempt);
+        callAndCountAllocations(call, fixture, fault, run);
 }
 
-std::vector<std::string> struckCalls(const Strike& strike, const std::vector<std::string>& calls)
+std::vector<std::string> failedCalls(const InjectedFault& fault, const std::vector<std::string>& calls)
 {
-    std::vector<std::string> struck;
+    std::vector<std::string> failures;
     const auto add = [&](std::size_t place) {
         if (place != 0 && place <= calls.size())
-            struck.push_back(calls[place - 1]);
+            failures.push_back(calls[place - 1]);
     };
-    add(strike.place.first);
-    add(strike.place.second);
-    if (strike.kind == FaultKind::fromThenOn) {
-        for (std::size_t later = strike.place.first + 1; later <= calls.size(); ++later)
+    add(fault.place.first);
+    add(fault.place.second);
+    if (fault.kind == FaultKind::fromThenOn) {
+        for (std::size_t later = fault.place.first + 1; later <= calls.size(); ++later)
             add(later);
     }
-    return struck;
+    return failures;
 }
 
-std::size_t reached(const Attempt& attempt, FaultKind kind)
+std::size_t numberReached(const ScenarioRun& run, FaultKind kind)
 {
     switch (kind) {
     case FaultKind::allocation:
-        return attempt.allocations;
+        return run.allocations;
     case FaultKind::hostAllocation:
-        return attempt.hostAllocations;
+        return run.hostAllocations;
     case FaultKind::notice:
-        return attempt.notices;
+        return run.notices;
     default:
-        return attempt.calls.size();
+        return run.calls.size();
     }
 }
 
-std::vector<std::string> struckIn(const Attempt& attempt, const Strike& strike)
+std::vector<std::string> failuresDuring(const ScenarioRun& run, const InjectedFault& fault)
 {
-    if (isOfCalls(strike.kind))
-        return struckCalls(strike, attempt.calls);
-    if (reached(attempt, strike.kind) < strike.place.first)
+    if (failsCalls(fault.kind))
+        return failedCalls(fault, run.calls);
+    if (numberReached(run, fault.kind) < fault.place.first)
         return {};
-    return {nameOf(strike.kind)};
+    return {nameOf(fault.kind)};
 }
 
 } // namespace
 
-Attempt attempted(const Scenario& scenario, Stage& stage, const std::optional<Strike>& strike)
+ScenarioRun runScenario(const Scenario& scenario, Fixture& fixture, const std::optional<InjectedFault>& fault)
 {
-    Attempt attempt;
+    ScenarioRun run;
     const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     {
         const std::unique_ptr<Call> call = scenario.call();
-        make(*call, stage, strike, attempt);
-        call->expectOutParameters(attempt.outcome);
+        callWithFault(*call, fixture, fault, run);
+        call->expectOutParameters(run.outcome);
     }
-    attempt.held = Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now());
-    attempt.calls = FaultInjection::seen();
-    attempt.notices = stage.reactor().heard();
-    if (strike) {
-        attempt.struck = struckIn(attempt, *strike);
-        attempt.wasToldNotThere = !strike->code && std::ranges::any_of(attempt.struck, failsAsNotThere);
+    run.leaked = Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now());
+    run.calls = FaultInjection::seen();
+    run.notices = fixture.reactor().notices();
+    run.lastNotice = fixture.reactor().lastNotice();
+    if (fault) {
+        run.failures = failuresDuring(run, *fault);
+        run.failedAsNotFound = !fault->code && std::ranges::any_of(run.failures, failsAsNotFound);
     }
-    return attempt;
+    return run;
 }
 
 } // namespace Tests

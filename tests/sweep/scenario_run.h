@@ -1,4 +1,4 @@
-// One call on a stage, with one failure or without.
+// Runs the call of a scenario once, with or without an injected fault.
 #pragma once
 
 #include <optional>
@@ -10,29 +10,22 @@
 
 namespace Tests {
 
-/// The failure that is planned, if any.
-struct Strike {
-    FaultKind kind = FaultKind::once;
-    FaultPlace place{};
-    std::optional<int> code{}; // a result of the sweep's choice instead of the call's own
-};
-
-/// What came of it.
-struct Attempt {
+/// What is observed during one run.
+struct ScenarioRun {
     Outcome outcome;
-    std::vector<std::string> calls;  // the fallible ones, in order
-    std::size_t allocations = 0;     // the module's; counted where no call is made to fail
-    std::size_t hostAllocations = 0; // the host's
-    std::size_t notices = 0;
-    std::vector<std::string> struck; // what was made to fail: calls by name, else by kind
-    bool wasToldNotThere = false;    // by a call that failed with the answer that there is no such object
-    std::string held;                // what is held beyond what was held before; empty when nothing
+    std::vector<std::string> calls;  // the fallible calls of the platform, in order
+    std::size_t allocations = 0;     // by the module; counted only when no call fails
+    std::size_t hostAllocations = 0; // by the host; counted only when no call fails
+    std::size_t notices = 0;         // to the reactor
+    LastNotice lastNotice = LastNotice::none;
+    std::vector<std::string> failures; // what failed: names of calls, or else the name of the fault kind
+    bool failedAsNotFound = false;     // a call failed by reporting that there is no such object
+    std::string leaked;                // what is held after the run but not before; empty for nothing
 };
 
-/// More fallible calls than any scenario comes near to: a loop that does not end.
-inline constexpr std::size_t kMostCalls = 20000;
+/// More fallible calls than any scenario makes. A run that makes more of them loops without end.
+inline constexpr std::size_t kMaximumCalls = 20000;
 
-/// A strike at place 0 strikes nothing.
-Attempt attempted(const Scenario& scenario, Stage& stage, const std::optional<Strike>& strike);
+ScenarioRun runScenario(const Scenario& scenario, Fixture& fixture, const std::optional<InjectedFault>& fault);
 
 } // namespace Tests

@@ -1,4 +1,4 @@
-// The failures that change no result, with the reason why: whatever is not on the list is to be heard of.
+// Lists the failures that change no result, with the reasons. A call must report every other failure.
 #pragma once
 
 #include <optional>
@@ -6,7 +6,8 @@
 
 namespace Tests {
 
-/// Why a call of the function may succeed although the platform's call (or "allocation", or "notice") failed.
-std::optional<std::string> reasonToPassOver(const std::string& function, const std::string& call);
+/// Why the exported function may succeed although `failure` happened: the name of a platform call, or "allocation",
+/// "hostAllocation" or "notice".
+std::optional<std::string> reasonToTolerate(const std::string& function, const std::string& failure);
 
 } // namespace Tests
