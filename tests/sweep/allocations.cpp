@@ -12,11 +12,11 @@ std::array<std::size_t, 3> allocations{};
 Allocator failingAllocator = Allocator::other;
 std::size_t failingAllocation = 0;
 
-bool isToFail(const void* caller)
+bool fails(const void* caller)
 {
     if (!isCounting)
         return false;
-    isCounting = false; // telling the callers apart may allocate
+    isCounting = false; // finding out whose code allocates may itself allocate
     const Allocator allocator = Tests::allocatorAt(caller);
     isCounting = true;
     const std::size_t number = ++allocations[static_cast<std::size_t>(allocator)];
@@ -25,7 +25,7 @@ bool isToFail(const void* caller)
 
 void* allocate(std::size_t size, const void* caller) noexcept
 {
-    return isToFail(caller) ? nullptr : std::malloc(size == 0 ? 1 : size);
+    return fails(caller) ? nullptr : std::malloc(size == 0 ? 1 : size);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Counts what the module, and what the host below it, allocate with `new`, and makes one of those allocations fail.
+// Counts what the module and the host allocate with `new`, and makes one of those allocations fail.
 #pragma once
 
 #include <array>
@@ -8,19 +8,20 @@ namespace Tests {
 
 enum class Allocator : std::size_t { module, host, other };
 
-/// Whose code made the allocation, a part of which is at the address. The standard library's code is its caller's.
+/// Finds out whose code allocates. `caller` is an address in the code that calls `new`. An allocation by the standard
+/// library counts as one by the code that calls the library.
 Allocator allocatorAt(const void* caller);
 
-/// From its making to its end, in which all that this program itself runs is the module.
+/// Counts for the length of a scope. All code of this program that runs in the scope counts as the module's.
 class ScopedAllocations {
 public:
-    /// `failing` is counted from 1 among those of `whose`; 0 fails none.
+    /// Makes allocation number `failing` by `whose` fail, counted from 1; 0 fails none.
     ScopedAllocations(Allocator whose, std::size_t failing);
     ScopedAllocations(const ScopedAllocations&) = delete;
     ScopedAllocations& operator=(const ScopedAllocations&) = delete;
     ~ScopedAllocations();
 
-    /// Since the last one was made.
+    /// The allocations since the last scope began.
     static std::size_t count(Allocator whose);
 };
 

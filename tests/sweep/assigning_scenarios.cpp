@@ -1,9 +1,9 @@
 // The two functions that assign a coordinate system.
 #include "coordsys/orvel_coordinate_system.h"
 #include "support/library_definitions.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
 #include "sweep/status_parameter.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {
@@ -16,9 +16,9 @@ public:
     explicit AssignDefinition(const wchar_t* code) : definition_(code != nullptr ? catalogSystem(code) : SystemHolder())
     {
     }
-    int make(Stage& stage) override
+    int make(Fixture& fixture) override
     {
-        return Assigning::SetCoordinateSystem(definition_.get(), stage.database(), &status_);
+        return Assigning::SetCoordinateSystem(definition_.get(), fixture.database(), &status_);
     }
     void expectOutParameters(const Outcome& outcome) const override { expectReported(outcome, status_); }
 
@@ -30,7 +30,7 @@ private:
 class AssignCode : public Call {
 public:
     explicit AssignCode(const wchar_t* code) : code_(code) {}
-    int make(Stage& stage) override { return Assigning::SetCoordinateSystem(code_, stage.database(), &status_); }
+    int make(Fixture& fixture) override { return Assigning::SetCoordinateSystem(code_, fixture.database(), &status_); }
     void expectOutParameters(const Outcome& outcome) const override
     {
         EXPECT_TRUE(status_ == 0 || (status_ == 52 && outcome != returning(0))) << "status " << status_;
@@ -41,34 +41,34 @@ private:
     StatusParameter status_ = kStatusBefore;
 };
 
-Setting heardEmptyDrawing()
+InitialState emptyDrawingWithReactor()
 {
-    return heard(emptyDrawing());
+    return withReactor(emptyDrawing());
 }
 
-Setting heardGeoData()
+InitialState geoDataWithReactor()
 {
-    return heard(drawingWithGeoData());
+    return withReactor(drawingWithGeoData());
 }
 
-Setting heardAllForms()
+InitialState allFormsWithReactor()
 {
-    return heard(drawingWithAllForms());
+    return withReactor(drawingWithAllForms());
 }
 
-Setting vetoedAtOnce()
+InitialState vetoOfEverything()
 {
-    return heard(drawingWithAllForms(), Veto::everything);
+    return withReactor(drawingWithAllForms(), Veto::everything);
 }
 
-Setting vetoedAtTheRemoval()
+InitialState vetoOfTheRemoval()
 {
-    return heard(drawingWithAllForms(), Veto::removals);
+    return withReactor(drawingWithAllForms(), Veto::removals);
 }
 
 struct Assignment {
     std::string name;
-    Setting (*setting)();
+    InitialState (*initialState)();
     const wchar_t* code;
     int expected;
 };
@@ -76,12 +76,12 @@ struct Assignment {
 const std::vector<Assignment>& assignments()
 {
     static const std::vector<Assignment> all{
-        {"first use", heardEmptyDrawing, kOtherCode, 0},
-        {"replacement", heardGeoData, kOtherCode, 0},
-        {"over all forms", heardAllForms, kOtherCode, 0},
-        {"removal", heardAllForms, nullptr, 0},
-        {"veto", vetoedAtOnce, kOtherCode, Qeapp::eVetoed},
-        {"veto of the removal", vetoedAtTheRemoval, kOtherCode, Qeapp::eVetoed},
+        {"first use", emptyDrawingWithReactor, kOtherCode, 0},
+        {"replacement", geoDataWithReactor, kOtherCode, 0},
+        {"over all forms", allFormsWithReactor, kOtherCode, 0},
+        {"removal", allFormsWithReactor, nullptr, 0},
+        {"veto", vetoOfEverything, kOtherCode, Qeapp::eVetoed},
+        {"veto of the removal", vetoOfTheRemoval, kOtherCode, Qeapp::eVetoed},
     };
     return all;
 }
@@ -92,20 +92,20 @@ Scenarios assigningScenarios()
 {
     Scenarios scenarios{{.function = "SetCoordinateSystem(code)",
                          .name = "unknown code",
-                         .setting = heardGeoData,
+                         .initialState = geoDataWithReactor,
                          .call = calling<AssignCode>(L"NOBODYS:1"),
                          .promise = Promise::readsOnly,
                          .expected = Qeapp::eInvalidInput}};
     for (const Assignment& assignment : assignments()) {
         scenarios.push_back({.function = "SetCoordinateSystem(definition)",
                              .name = assignment.name,
-                             .setting = assignment.setting,
+                             .initialState = assignment.initialState,
                              .call = calling<AssignDefinition>(assignment.code),
                              .promise = Promise::removedOrNothing,
                              .expected = assignment.expected});
         scenarios.push_back({.function = "SetCoordinateSystem(code)",
                              .name = assignment.name,
-                             .setting = assignment.setting,
+                             .initialState = assignment.initialState,
                              .call = calling<AssignCode>(assignment.code),
                              .promise = Promise::removedOrNothing,
                              .expected = assignment.expected});

@@ -1,11 +1,11 @@
-// Blocks of bytes: a definition turned into one, and read back from one.
+// The functions that turn a definition into a block of bytes and back.
 #include <vector>
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "support/library_definitions.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
 #include "sweep/status_parameter.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {
@@ -20,7 +20,7 @@ public:
     {
     }
     ~Serialize() override { qeutDelBuffer(bytes_); }
-    int make(Stage& /*stage*/) override
+    int make(Fixture& /*fixture*/) override
     {
         return Blocks::SerializeCoordinateSystem(definition_.get(), bytes_, length_, version_, &status_);
     }
@@ -41,18 +41,18 @@ private:
     StatusParameter status_ = kStatusBefore;
 };
 
-std::vector<unsigned char> blockOf(const wchar_t* code, QeDb::QeDbDwgVersion version)
+std::vector<unsigned char> serializedBlock(const wchar_t* code, QeDb::QeDbDwgVersion version)
 {
     unsigned char* bytes = nullptr;
     int length = 0;
     if (Blocks::SerializeCoordinateSystem(catalogSystem(code).get(), bytes, length, version, nullptr) != Qeapp::eOk)
-        throw std::runtime_error("setting up a block of bytes");
+        throw std::runtime_error("cannot set up a block of bytes");
     std::vector<unsigned char> block(bytes, bytes + length);
     qeutDelBuffer(bytes);
     return block;
 }
 
-/// Packed bytes that cannot be decoded for the moment are taken for a text, whatever their length; so zeros follow.
+/// Zeros follow the block, since the module reads packed bytes as a text when it cannot decode them.
 class Deserialize : public Call {
 public:
     explicit Deserialize(std::vector<unsigned char> block)
@@ -60,7 +60,7 @@ public:
     {
         bytes_.insert(bytes_.end(), {0, 0, 0});
     }
-    int make(Stage& /*stage*/) override
+    int make(Fixture& /*fixture*/) override
     {
         return Blocks::DeserializeCoordinateSystem(definitions_.put(), bytes_.data(), length_, &status_);
     }
@@ -77,16 +77,16 @@ private:
     StatusParameter status_ = kStatusBefore;
 };
 
-std::function<std::unique_ptr<Call>()> readingBlock(const wchar_t* code, QeDb::QeDbDwgVersion version)
+std::function<std::unique_ptr<Call>()> deserializeBlock(const wchar_t* code, QeDb::QeDbDwgVersion version)
 {
-    return [=] { return std::make_unique<Deserialize>(blockOf(code, version)); };
+    return [=] { return std::make_unique<Deserialize>(serializedBlock(code, version)); };
 }
 
 Scenario serializing(const std::string& name, const wchar_t* code, QeDb::QeDbDwgVersion version)
 {
     return {.function = "SerializeCoordinateSystem",
             .name = name,
-            .setting = emptyDrawing,
+            .initialState = emptyDrawing,
             .call = calling<Serialize>(code, version)};
 }
 
@@ -94,7 +94,7 @@ Scenario deserializing(const std::string& name, std::function<std::unique_ptr<Ca
 {
     return {.function = "DeserializeCoordinateSystem",
             .name = name,
-            .setting = emptyDrawing,
+            .initialState = emptyDrawing,
             .call = std::move(call),
             .expected = expected};
 }
@@ -108,8 +108,8 @@ Scenarios blockScenarios()
         serializing("packed bytes", kSystemCode, kPackedForm),
         serializing("packed bytes of a local system", L"LOCAL:METRE", kPackedForm),
         serializing("text", kSystemCode, QeDb::kCurrentDwg),
-        deserializing("packed bytes", readingBlock(kSystemCode, kPackedForm)),
-        deserializing("text", readingBlock(kSystemCode, QeDb::kCurrentDwg)),
+        deserializing("packed bytes", deserializeBlock(kSystemCode, kPackedForm)),
+        deserializing("text", deserializeBlock(kSystemCode, QeDb::kCurrentDwg)),
         deserializing("no definition", calling<Deserialize>(noDefinition), Qeapp::eInvalidInput),
     };
 }

@@ -1,24 +1,24 @@
-// The function that takes a drawing's coordinate system away, all of it or nothing.
+// The function that removes a drawing's coordinate system, completely or not at all.
 #include "coordsys/orvel_coordinate_system.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {
 
 class Clear : public Call {
 public:
-    int make(Stage& stage) override
+    int make(Fixture& fixture) override
     {
-        return Zentara::Gis::Orvel::CoordinateSystem::ClearCoordinateSystem(stage.database());
+        return Zentara::Gis::Orvel::CoordinateSystem::ClearCoordinateSystem(fixture.database());
     }
 };
 
-Scenario clearing(const std::string& name, std::function<Setting()> setting, int expected = 0)
+Scenario clearing(const std::string& name, std::function<InitialState()> initialState, int expected = 0)
 {
     return {.function = "ClearCoordinateSystem",
             .name = name,
-            .setting = std::move(setting),
+            .initialState = std::move(initialState),
             .call = calling<Clear>(),
             .promise = Promise::allOrNothing,
             .expected = expected};
@@ -29,11 +29,11 @@ Scenario clearing(const std::string& name, std::function<Setting()> setting, int
 Scenarios clearingScenarios()
 {
     return {
-        clearing("empty drawing", [] { return heard(emptyDrawing()); }),
-        clearing("GeoData alone", [] { return heard(drawingWithGeoData()); }),
-        clearing("all forms", [] { return heard(drawingWithAllForms()); }),
+        clearing("empty drawing", [] { return withReactor(emptyDrawing()); }),
+        clearing("GeoData alone", [] { return withReactor(drawingWithGeoData()); }),
+        clearing("all forms", [] { return withReactor(drawingWithAllForms()); }),
         clearing(
-            "veto", [] { return heard(drawingWithAllForms(), Veto::everything); }, Qeapp::eVetoed),
+            "veto", [] { return withReactor(drawingWithAllForms(), Veto::everything); }, Qeapp::eVetoed),
     };
 }
 

@@ -1,9 +1,9 @@
 // The functions that read, replace and empty a transformation configuration.
 #include "coordsys/orvel_transformation_config.h"
 #include "storage/host_holders.h"
-#include "sweep/configurations.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
+#include "transformation/transformation_test.h"
 
 namespace Tests {
 namespace {
@@ -22,7 +22,7 @@ const std::wstring& otherElement()
     return text;
 }
 
-/// What was read is given back on true alone; else it is a text of the module's own.
+/// Releases the text only when the function returned true; otherwise the text is the module's own.
 class ReadConfiguration : public Call {
 public:
     explicit ReadConfiguration(Target target) : target_(target) {}
@@ -31,15 +31,15 @@ public:
         if (read_)
             qeutDelBuffer(text_);
     }
-    int make(Stage& /*stage*/) override
+    int make(Fixture& /*fixture*/) override
     {
         read_ = Cs::GetCsTransformationConfig(text_, target_);
-        return resultOf(read_);
+        return asResult(read_);
     }
     void expectOutParameters(const Outcome& /*outcome*/) const override
     {
         ASSERT_NE(text_, nullptr);
-        EXPECT_TRUE(read_ || *text_ == L'\0') << "a text that nobody releases";
+        EXPECT_TRUE(read_ || *text_ == L'\0') << "the text would leak";
     }
 
 private:
@@ -51,7 +51,7 @@ private:
 class ReplaceConfiguration : public Call {
 public:
     ReplaceConfiguration(Target target, std::wstring text) : target_(target), text_(std::move(text)) {}
-    int make(Stage& /*stage*/) override { return resultOf(Cs::SetCsTransformationConfig(text_.c_str(), target_)); }
+    int make(Fixture& /*fixture*/) override { return asResult(Cs::SetCsTransformationConfig(text_.c_str(), target_)); }
 
 private:
     Target target_;
@@ -61,67 +61,68 @@ private:
 class EmptyConfiguration : public Call {
 public:
     explicit EmptyConfiguration(Target target) : target_(target) {}
-    int make(Stage& /*stage*/) override { return resultOf(Cs::ClearCsTransformationConfig(target_)); }
+    int make(Fixture& /*fixture*/) override { return asResult(Cs::ClearCsTransformationConfig(target_)); }
 
 private:
     Target target_;
 };
 
-Setting configured()
+InitialState configured()
 {
-    return heard(configuredDrawing(oneElement()));
+    return withReactor(configuredDrawing(oneElement()));
 }
 
-Setting unconfigured()
+InitialState unconfigured()
 {
-    return heard(emptyDrawing());
+    return withReactor(emptyDrawing());
 }
 
-Setting lockedElsewhere()
+InitialState lockedElsewhere()
 {
-    Setting setting = configured();
-    setting.isLockedElsewhere = true;
-    return setting;
+    InitialState initialState = configured();
+    initialState.isLockedElsewhere = true;
+    return initialState;
 }
 
-Setting withSettingsFile()
+InitialState withSettingsFile()
 {
-    return heard(configuredUser({oneElement()}));
+    return withReactor(configuredUser({oneElement()}));
 }
 
-Setting withRegistry(std::vector<std::wstring> values)
+InitialState withRegistry(std::vector<std::wstring> values)
 {
-    Setting setting = heard(emptyDrawing());
-    setting.usesRegistry = true;
-    setting.registryValues = std::move(values);
-    return setting;
+    InitialState initialState = withReactor(emptyDrawing());
+    initialState.usesRegistry = true;
+    initialState.registryValues = std::move(values);
+    return initialState;
 }
 
-Scenario reading(const std::string& name, Setting (*setting)(), Target target, int expected = kYes)
+Scenario reading(const std::string& name, InitialState (*initialState)(), Target target, int expected = kTrue)
 {
     return {.function = "GetCsTransformationConfig",
             .name = name,
-            .setting = setting,
+            .initialState = initialState,
             .call = calling<ReadConfiguration>(target),
             .expected = expected};
 }
 
-Scenario replacing(const std::string& name, Setting (*setting)(), Target target, Promise promise, int expected = kYes)
+Scenario replacing(const std::string& name, InitialState (*initialState)(), Target target, Promise promise,
+                   int expected = kTrue)
 {
     return {.function = "SetCsTransformationConfig",
             .name = name,
-            .setting = setting,
+            .initialState = initialState,
             .call = calling<ReplaceConfiguration>(target, oneElement() + otherElement()),
             .promise = promise,
             .expected = expected};
 }
 
-Scenario emptying(const std::string& name, std::function<Setting()> setting, Target target, Promise promise,
-                  int expected = kYes)
+Scenario emptying(const std::string& name, std::function<InitialState()> initialState, Target target, Promise promise,
+                  int expected = kTrue)
 {
     return {.function = "ClearCsTransformationConfig",
             .name = name,
-            .setting = std::move(setting),
+            .initialState = std::move(initialState),
             .call = calling<EmptyConfiguration>(target),
             .promise = promise,
             .expected = expected};
@@ -134,17 +135,17 @@ Scenarios configurationScenarios()
     const std::vector<std::wstring> three{oneElement(), otherElement(), oneElement()};
     return {
         reading("of the drawing", configured, Target::Drawing),
-        reading("of a drawing without one", unconfigured, Target::Drawing, kNo),
+        reading("of a drawing without one", unconfigured, Target::Drawing, kFalse),
         reading("of the user", withSettingsFile, Target::User),
-        reading("of a user without one", unconfigured, Target::User, kNo),
+        reading("of a user without one", unconfigured, Target::User, kFalse),
         replacing("first of the drawing", unconfigured, Target::Drawing, Promise::formerOrNew),
         replacing("another of the drawing", configured, Target::Drawing, Promise::formerOrNew),
-        replacing("locked elsewhere", lockedElsewhere, Target::Drawing, Promise::formerOrNew, kNo),
+        replacing("locked elsewhere", lockedElsewhere, Target::Drawing, Promise::formerOrNew, kFalse),
         replacing("first of the user", unconfigured, Target::User, Promise::partsMayRemain),
         replacing("another of the user", withSettingsFile, Target::User, Promise::partsMayRemain),
         emptying("drawing without one", unconfigured, Target::Drawing, Promise::formerOrNew),
         emptying("drawing", configured, Target::Drawing, Promise::formerOrNew),
-        emptying("locked elsewhere", lockedElsewhere, Target::Drawing, Promise::formerOrNew, kNo),
+        emptying("locked elsewhere", lockedElsewhere, Target::Drawing, Promise::formerOrNew, kFalse),
         emptying(
             "user without one", [] { return withRegistry({}); }, Target::User, Promise::partsMayRemain),
         emptying(

@@ -1,5 +1,5 @@
-// A reactor that counts what it hears, objects as the scenario wants it, and can throw at a notice. It allocates
-// nothing, so that all that is allocated during a call is the module's or its platform's.
+// A reactor that counts its notices, vetoes what a scenario wants vetoed, and can throw at a notice. It allocates
+// nothing, so every allocation during a call is the module's or its platform's.
 #pragma once
 
 #include <cstddef>
@@ -8,45 +8,63 @@
 
 namespace Tests {
 
-/// What the reactor throws.
-struct ReactorRefused {};
+/// The exception that the reactor throws.
+struct ReactorException {};
 
 enum class Veto {
     none,
     everything,
-    removals // what is asked with a null name
+    removals // questions with a null name
+};
+
+enum class LastNotice {
+    none,
+    question, // or a veto
+    removed,  // the drawing has no coordinate system any more
+    assigned,
+    transformationChanged
 };
 
 class CountingReactor : public Zentara::Gis::Orvel::CoordinateSystem::OrvelCoordinateSystemReactor {
 public:
     explicit CountingReactor(Veto veto) : veto_(veto) {}
 
-    /// Counts from zero; 0 throws at none.
+    /// Restarts the count. The reactor throws at that notice, counted from 1; 0 throws at none.
     void throwAt(std::size_t notice)
     {
-        heard_ = 0;
+        notices_ = 0;
+        lastNotice_ = LastNotice::none;
         throwing_ = notice;
     }
-    std::size_t heard() const { return heard_; }
+    std::size_t notices() const { return notices_; }
+    LastNotice lastNotice() const { return lastNotice_; }
 
     bool CoordinateSystemWillChange(QeDbDatabase* /*db*/, const wchar_t* const name) override
     {
-        hear();
+        count(LastNotice::question);
         return veto_ == Veto::none || (veto_ == Veto::removals && name != nullptr);
     }
-    void CoordinateSystemChanged(QeDbDatabase* /*db*/, const wchar_t* const /*name*/) override { hear(); }
-    void CoordinateSystemChangeVetoed(QeDbDatabase* /*db*/, const wchar_t* const /*name*/) override { hear(); }
-    void CsTransformationChanged() override { hear(); }
+    void CoordinateSystemChanged(QeDbDatabase* /*db*/, const wchar_t* const name) override
+    {
+        count(name == nullptr ? LastNotice::removed : LastNotice::assigned);
+    }
+    void CoordinateSystemChangeVetoed(QeDbDatabase* /*db*/, const wchar_t* const /*name*/) override
+    {
+        count(LastNotice::question);
+    }
+    void CsTransformationChanged() override { count(LastNotice::transformationChanged); }
 
 private:
-    void hear()
+    void count(LastNotice notice)
     {
-        if (++heard_ == throwing_)
-            throw ReactorRefused();
+        lastNotice_ = notice;
+        if (++notices_ == throwing_)
+            throw ReactorException();
     }
 
     Veto veto_;
-    std::size_t heard_ = 0;
+    std::size_t notices_ = 0;
+    LastNotice lastNotice_ = LastNotice::none;
     std::size_t throwing_ = 0;
 };
 

@@ -41,7 +41,7 @@ bool isDocumented(const std::string& function, int result)
     const auto found = tableOfResults().find(function);
     if (found != tableOfResults().end())
         return found->second.contains(result);
-    return result == kYes || result == kNo; // a function without codes
+    return result == kTrue || result == kFalse; // a function without codes
 }
 
 } // namespace Tests

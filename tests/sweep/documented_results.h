@@ -5,7 +5,7 @@
 
 namespace Tests {
 
-/// Whether the page on results lists the result for the function as one of the module's own.
+/// Whether docs/results.md lists the result for the function as one of the module's own.
 bool isDocumented(const std::string& function, int result);
 
 } // namespace Tests

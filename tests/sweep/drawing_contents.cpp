@@ -39,23 +39,23 @@ TextsOfObjects objectsIn(const std::string& contents)
     return objects;
 }
 
-void addWithEntries(const TextsOfObjects& objects, const std::string& handle, const std::string& way,
-                    ObjectsByWay& found)
+void addWithEntries(const TextsOfObjects& objects, const std::string& handle, const std::string& path,
+                    ObjectsByPath& found)
 {
     const TextOfObject& object = objects.at(handle);
     if (object.className != "QeDbDictionary" || !object.lines.empty())
-        found.emplace(way, object.className + "\n" + object.lines);
+        found.emplace(path, object.className + "\n" + object.lines);
     for (const auto& [key, entry] : object.entries)
-        addWithEntries(objects, entry, way + "/" + key, found);
+        addWithEntries(objects, entry, path + "/" + key, found);
 }
 
 } // namespace
 
-ObjectsByWay objectsByWay(const std::string& contents)
+ObjectsByPath objectsByPath(const std::string& contents)
 {
     constexpr const char* kNamedObjects = "1"; // the handle that every drawing gives its first root
     const TextsOfObjects objects = objectsIn(contents);
-    ObjectsByWay found;
+    ObjectsByPath found;
     addWithEntries(objects, kNamedObjects, "", found);
     for (const auto& [handle, object] : objects) {
         if (object.className == "QeDbGeoData")

@@ -1,4 +1,4 @@
-// What a drawing holds, without the handles by which it holds it: the same content may have been written again.
+// The contents of a drawing without handles, for comparing drawings whose objects were written again.
 #pragma once
 
 #include <map>
@@ -6,10 +6,10 @@
 
 namespace Tests {
 
-/// The objects that can be reached, by the way that leads to them, with no handle in them; without empty dictionaries.
-using ObjectsByWay = std::map<std::string, std::string>;
+/// The reachable objects by their paths. Leaves out handles and empty dictionaries.
+using ObjectsByPath = std::map<std::string, std::string>;
 
-/// Of the text that `contentsOf` makes of a drawing.
-ObjectsByWay objectsByWay(const std::string& contents);
+/// `contents` is the text of `contentsOf`.
+ObjectsByPath objectsByPath(const std::string& contents);
 
 } // namespace Tests

@@ -2,13 +2,13 @@
 #include "embedded/host/application/application.h"
 #include "frame/application.h"
 #include "frame/entry_point.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {
 
-/// In the end the module is unloaded, whatever became of the message.
+/// The destructor unloads the module, whatever the message did.
 class SendMessage : public Call {
 public:
     SendMessage(int message, bool isLoadedBefore) : message_(message)
@@ -18,7 +18,7 @@ public:
         }
     }
     ~SendMessage() override { EXPECT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk); }
-    int make(Stage& /*stage*/) override { return qerxEntryPoint(message_, &handle_); }
+    int make(Fixture& /*fixture*/) override { return qerxEntryPoint(message_, &handle_); }
 
 private:
     int message_;
@@ -29,7 +29,7 @@ Scenario sending(const std::string& name, int message, bool isLoadedBefore)
 {
     return {.function = "qerxEntryPoint",
             .name = name,
-            .setting = emptyDrawing,
+            .initialState = emptyDrawing,
             .call = calling<SendMessage>(message, isLoadedBefore)};
 }
 

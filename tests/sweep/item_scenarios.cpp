@@ -1,8 +1,8 @@
 // The items of a configuration, and their collection.
 #include "coordsys/orvel_transformation_config.h"
-#include "sweep/configurations.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
+#include "transformation/transformation_test.h"
 
 namespace Tests {
 namespace {
@@ -18,29 +18,29 @@ std::wstring itemText()
 template <class Made>
 class Create : public Call {
 public:
-    int make(Stage& /*stage*/) override
+    int make(Fixture& /*fixture*/) override
     {
         const Ptr<Made> made(Made::CreateInstance());
-        return resultOf(made.get() != nullptr);
+        return asResult(made.get() != nullptr);
     }
 };
 
-/// A field that could not be set is as it was.
+/// A field that cannot be set keeps its value.
 class SetFields : public Call {
 public:
-    int make(Stage& /*stage*/) override
+    int make(Fixture& /*fixture*/) override
     {
         item_->SetSourceCs(kText);
         item_->SetTargetCs(kText);
         item_->SetName(kText);
         item_->SetNote(kText);
         item_->SetVersion(kText);
-        return kYes;
+        return kTrue;
     }
     void expectOutParameters(const Outcome& outcome) const override
     {
         const bool isSet = std::wstring(item_->GetVersion()) == kText;
-        EXPECT_EQ(isSet, outcome == returning(kYes));
+        EXPECT_EQ(isSet, outcome == returning(kTrue));
         EXPECT_TRUE(isSet || std::wstring(item_->GetVersion()) == L"1.0");
     }
 
@@ -51,10 +51,10 @@ private:
 
 class ItemFromText : public Call {
 public:
-    int make(Stage& /*stage*/) override
+    int make(Fixture& /*fixture*/) override
     {
         item_->FromXmlString(text_.c_str());
-        return kYes;
+        return kTrue;
     }
 
 private:
@@ -65,7 +65,7 @@ private:
 class ItemToText : public Call {
 public:
     ItemToText() { item_->FromXmlString(itemText().c_str()); }
-    int make(Stage& /*stage*/) override { return resultOf(item_->ToXmlString().size() > itemText_.size() / 2); }
+    int make(Fixture& /*fixture*/) override { return asResult(item_->ToXmlString().size() > itemText_.size() / 2); }
 
 private:
     std::wstring itemText_ = itemText();
@@ -74,10 +74,10 @@ private:
 
 class CollectionFromText : public Call {
 public:
-    int make(Stage& /*stage*/) override
+    int make(Fixture& /*fixture*/) override
     {
         collection_->FromXmlString(text_.c_str());
-        return resultOf(collection_->GetCount() == 3);
+        return asResult(collection_->GetCount() == 3);
     }
 
 private:
@@ -87,15 +87,15 @@ private:
 
 class AddToCollection : public Call {
 public:
-    int make(Stage& /*stage*/) override
+    int make(Fixture& /*fixture*/) override
     {
         collection_->Add(item_.get());
-        return kYes;
+        return kTrue;
     }
     void expectOutParameters(const Outcome& outcome) const override
     {
-        EXPECT_EQ(collection_->GetCount(), outcome == returning(kYes) ? 1 : 0);
-        EXPECT_EQ(item_->GetRefCount(), outcome == returning(kYes) ? 2 : 1);
+        EXPECT_EQ(collection_->GetCount(), outcome == returning(kTrue) ? 1 : 0);
+        EXPECT_EQ(item_->GetRefCount(), outcome == returning(kTrue) ? 2 : 1);
     }
 
 private:
@@ -106,21 +106,21 @@ private:
 class CollectionToText : public Call {
 public:
     CollectionToText() { collection_->FromXmlString(text_.c_str()); }
-    int make(Stage& /*stage*/) override { return resultOf(collection_->ToXmlString().size() == text_.size()); }
+    int make(Fixture& /*fixture*/) override { return asResult(collection_->ToXmlString().size() == text_.size()); }
 
 private:
     std::wstring text_ = itemText() + itemText();
     Ptr<Collection> collection_{Collection::CreateInstance()};
 };
 
-Scenario ofItems(const std::string& function, const std::string& name, std::function<std::unique_ptr<Call>()> call,
-                 bool answersOutOfMemory = false)
+Scenario itemScenario(const std::string& function, const std::string& name, std::function<std::unique_ptr<Call>()> call,
+                      bool catchesBadAlloc = false)
 {
     return {.function = function,
             .name = name,
-            .setting = emptyDrawing,
+            .initialState = emptyDrawing,
             .call = std::move(call),
-            .answersOutOfMemory = answersOutOfMemory};
+            .catchesBadAlloc = catchesBadAlloc};
 }
 
 } // namespace
@@ -128,13 +128,13 @@ Scenario ofItems(const std::string& function, const std::string& name, std::func
 Scenarios itemScenarios()
 {
     return {
-        ofItems("OrvelTransformationConfigItem", "CreateInstance", calling<Create<ConfigItem>>(), true),
-        ofItems("OrvelTransformationConfigItem", "setters", calling<SetFields>()),
-        ofItems("OrvelTransformationConfigItem", "FromXmlString", calling<ItemFromText>()),
-        ofItems("OrvelTransformationConfigItem", "ToXmlString", calling<ItemToText>()),
-        ofItems("OrvelTransformationConfigItemCollection", "CreateInstance", calling<Create<Collection>>(), true),
-        ofItems("OrvelTransformationConfigItemCollection", "FromXmlString", calling<CollectionFromText>()),
-        ofItems("OrvelTransformationConfigItemCollection", "ToXmlString", calling<CollectionToText>()),
+        itemScenario("OrvelTransformationConfigItem", "CreateInstance", calling<Create<ConfigItem>>(), true),
+        itemScenario("OrvelTransformationConfigItem", "setters", calling<SetFields>()),
+        itemScenario("OrvelTransformationConfigItem", "FromXmlString", calling<ItemFromText>()),
+        itemScenario("OrvelTransformationConfigItem", "ToXmlString", calling<ItemToText>()),
+        itemScenario("OrvelTransformationConfigItemCollection", "CreateInstance", calling<Create<Collection>>(), true),
+        itemScenario("OrvelTransformationConfigItemCollection", "FromXmlString", calling<CollectionFromText>()),
+        itemScenario("OrvelTransformationConfigItemCollection", "ToXmlString", calling<CollectionToText>()),
     };
 }
 

@@ -1,8 +1,8 @@
 // The function that finds which transformation is configured for two coordinate systems.
 #include "coordsys/orvel_transformation_config.h"
 #include "storage/library_holder.h"
-#include "sweep/configurations.h"
 #include "sweep/scenario.h"
+#include "transformation/transformation_test.h"
 
 namespace Tests {
 namespace {
@@ -15,10 +15,10 @@ constexpr int kTransformationType = 2;
 class LookUp : public Call {
 public:
     explicit LookUp(const wchar_t* expectedName) : expectedName_(expectedName) {}
-    int make(Stage& /*stage*/) override
+    int make(Fixture& /*fixture*/) override
     {
         found_.reset(Cs::GetCsConfiguredTransformationInfo(L"EPSG:4275", L"EPSG:4326"));
-        return resultOf(static_cast<bool>(found_));
+        return asResult(static_cast<bool>(found_));
     }
     void expectOutParameters(const Outcome& /*outcome*/) const override
     {
@@ -47,12 +47,12 @@ std::wstring others()
     return elementOf(L"EPSG:4230", L"EPSG:4326", L"ED50 to WGS 84 (1)");
 }
 
-Scenario lookingUp(const std::string& name, std::function<Setting()> setting, const wchar_t* expectedName,
-                   int expected = kYes)
+Scenario lookingUp(const std::string& name, std::function<InitialState()> initialState, const wchar_t* expectedName,
+                   int expected = kTrue)
 {
     return {.function = "GetCsConfiguredTransformationInfo",
             .name = name,
-            .setting = std::move(setting),
+            .initialState = std::move(initialState),
             .call = calling<LookUp>(expectedName),
             .expected = expected};
 }
@@ -69,7 +69,7 @@ Scenarios lookUpScenarios()
         lookingUp("transformation in reverse", inDrawing(backwards(kTransformation, kTransformationType)),
                   kTransformation),
         lookingUp("path in reverse", inFile(backwards(kPath, kPathType)), kPath),
-        lookingUp("nowhere", inDrawing(others()), L"", kNo),
+        lookingUp("nowhere", inDrawing(others()), L"", kFalse),
     };
 }
 

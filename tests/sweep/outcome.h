@@ -6,33 +6,33 @@
 namespace Tests {
 
 struct Outcome {
-    enum class Way { returned, outOfMemory, refusedByReactor, otherwise };
+    enum class Kind { returned, badAlloc, reactorException, otherException };
 
-    Way way = Way::otherwise;
-    int result = -1; // of a call that returned; for a bool or a pointer kYes or kNo
+    Kind kind = Kind::otherException;
+    int result = -1; // of a call that returned; a bool or a pointer becomes kTrue or kFalse
 
-    bool returned() const { return way == Way::returned; }
+    bool returned() const { return kind == Kind::returned; }
     friend bool operator==(const Outcome&, const Outcome&) = default;
 };
 
-/// The results of functions that have no codes.
-inline constexpr int kYes = 0;
-inline constexpr int kNo = 1;
+/// The results of functions that return no code.
+inline constexpr int kTrue = 0;
+inline constexpr int kFalse = 1;
 
-inline constexpr int resultOf(bool answer)
+inline constexpr int asResult(bool value)
 {
-    return answer ? kYes : kNo;
+    return value ? kTrue : kFalse;
 }
 
 inline Outcome returning(int result)
 {
-    return {Outcome::Way::returned, result};
+    return {Outcome::Kind::returned, result};
 }
 
 inline std::ostream& operator<<(std::ostream& out, const Outcome& outcome)
 {
-    constexpr const char* kWays[] = {"result ", "std::bad_alloc", "the reactor's exception", "another exception"};
-    out << kWays[static_cast<int>(outcome.way)];
+    constexpr const char* kNames[] = {"result ", "std::bad_alloc", "the reactor's exception", "another exception"};
+    out << kNames[static_cast<int>(outcome.kind)];
     return outcome.returned() ? out << outcome.result : out;
 }
 

@@ -9,7 +9,7 @@
 namespace Tests {
 namespace {
 
-constexpr int kPlanned = 77;
+constexpr int kInjectedCode = 77;
 
 template <std::size_t size>
 bool startsWithOneOf(std::string_view call, const std::array<std::string_view, size>& beginnings)
@@ -17,7 +17,7 @@ bool startsWithOneOf(std::string_view call, const std::array<std::string_view, s
     return std::ranges::any_of(beginnings, [=](std::string_view beginning) { return call.starts_with(beginning); });
 }
 
-bool isOfTheLibrary(std::string_view call)
+bool isLibraryCall(std::string_view call)
 {
     constexpr std::array<std::string_view, 8> kClasses{"CoordinateReferenceSystem", "DatumDefinition", "Definition",
                                                        "EllipsoidDefinition",       "Format",          "Geodetic",
@@ -25,14 +25,14 @@ bool isOfTheLibrary(std::string_view call)
     return startsWithOneOf(call, kClasses);
 }
 
-bool isOfTheHostsObjects(std::string_view call)
+bool isHostObjectCall(std::string_view call)
 {
     constexpr std::array<std::string_view, 3> kBeginnings{"QeDb", "qedb", "QeApDocManager"};
     return startsWithOneOf(call, kBeginnings);
 }
 
-/// Functions for memory with the manners of C.
-bool isOfTheHostsMemory(std::string_view call)
+/// C functions for memory.
+bool isHostMemoryCall(std::string_view call)
 {
     constexpr std::array<std::string_view, 3> kBeginnings{"qeut", "qeapp_", "qeHeap"};
     return startsWithOneOf(call, kBeginnings);
@@ -42,35 +42,30 @@ bool isOfTheHostsMemory(std::string_view call)
 
 bool mayThrow(const std::string& call)
 {
-    return isOfTheLibrary(call) || isOfTheHostsObjects(call);
+    return isLibraryCall(call) || isHostObjectCall(call);
 }
 
-bool throwsByItself(const std::string& call)
+bool throwsOnFailure(const std::string& call)
 {
     return call == "qeHeapAlloc" || call == "FqGuardDisposable::FqGuardDisposable";
 }
 
-bool failsAsNotThere(const std::string& call)
+bool failsAsNotFound(const std::string& call)
 {
     return call == "QeDbDictionary::getAt";
 }
 
-std::optional<int> recognisableFailure(const std::string& call)
+std::optional<int> distinctFailure(const std::string& call)
 {
-    const bool carriesOne = isOfTheLibrary(call) || isOfTheHostsObjects(call) || isOfTheHostsMemory(call);
-    return carriesOne ? std::optional(kPlanned) : std::nullopt;
+    const bool returnsCode = isLibraryCall(call) || isHostObjectCall(call) || isHostMemoryCall(call);
+    return returnsCode ? std::optional(kInjectedCode) : std::nullopt;
 }
 
 bool isHostsOwnFailure(int result)
 {
-    constexpr std::array<int, 8> kOwn{kPlanned,
-                                      Qeapp::eOutOfMemory,
-                                      Qeapp::eOpenForWrite,
-                                      Qeapp::eOpenForRead,
-                                      Qeapp::eKeyNotFound,
-                                      Qeapp::eDuplicateKey,
-                                      Qeapp::eInvalidInput,
-                                      Qeapp::eLockConflict};
+    constexpr std::array<int, 8> kOwn{kInjectedCode,        Qeapp::eOutOfMemory, Qeapp::eOpenForWrite,
+                                      Qeapp::eOpenForRead,  Qeapp::eKeyNotFound, Qeapp::eDuplicateKey,
+                                      Qeapp::eInvalidInput, Qeapp::eLockConflict};
     return std::ranges::find(kOwn, result) != kOwn.end();
 }
 

@@ -1,4 +1,4 @@
-// What is known of the platform's fallible calls by their names.
+// Properties of the platform's fallible calls, by name.
 #pragma once
 
 #include <optional>
@@ -6,19 +6,19 @@
 
 namespace Tests {
 
-/// Whether the platform may let the call throw: the library, and what the host answers with a result.
+/// Whether the call may throw: a call of the library, or one of the host that returns a result.
 bool mayThrow(const std::string& call);
 
-/// Whether the call throws by itself where it has no result to fail with.
-bool throwsByItself(const std::string& call);
+/// Whether the call throws when it fails, having no result to return.
+bool throwsOnFailure(const std::string& call);
 
-/// Whether the call, where it chooses the result to fail with, answers that there is no such object.
-bool failsAsNotThere(const std::string& call);
+/// Whether the call's usual failure reports that there is no such object.
+bool failsAsNotFound(const std::string& call);
 
-/// A failure that no call has for itself, where its result can carry one.
-std::optional<int> recognisableFailure(const std::string& call);
+/// A result code that no call returns by itself; nothing for a call that cannot return one.
+std::optional<int> distinctFailure(const std::string& call);
 
-/// Whether the result is one of those with which the host's calls fail of their own accord.
+/// Whether the host's calls return the result when they fail.
 bool isHostsOwnFailure(int result);
 
 } // namespace Tests

@@ -8,7 +8,7 @@
 namespace Tests {
 namespace {
 
-const std::optional<std::string>& wanted()
+const std::optional<std::string>& requestedPoint()
 {
     static const std::optional<std::string> name = variableNamed("ORVEL_SWEEP_POINT");
     return name;
@@ -28,21 +28,21 @@ std::string pointName(const Scenario& scenario, FaultKind kind, const FaultPlace
 
 bool isReplaying()
 {
-    return wanted().has_value();
+    return requestedPoint().has_value();
 }
 
 std::optional<FaultPlace> placeToReplay(const Scenario& scenario, FaultKind kind)
 {
     const std::string prefix = prefixOf(scenario, kind);
-    if (!wanted() || !wanted()->starts_with(prefix))
+    if (!requestedPoint() || !requestedPoint()->starts_with(prefix))
         return std::nullopt;
-    const std::string numbers = wanted()->substr(prefix.size());
+    const std::string numbers = requestedPoint()->substr(prefix.size());
     const std::size_t comma = numbers.find(',');
     try {
         const std::size_t first = std::stoul(numbers);
         return FaultPlace{first, comma == std::string::npos ? 0 : std::stoul(numbers.substr(comma + 1))};
     } catch (const std::logic_error&) {
-        throw std::runtime_error("ORVEL_SWEEP_POINT ends in no number: " + *wanted());
+        throw std::runtime_error("ORVEL_SWEEP_POINT: expected function:scenario:kind:n, found " + *requestedPoint());
     }
 }
 

@@ -1,14 +1,14 @@
-// The list of reactors and the setting that clients share.
+// The list of reactors, and the flag that all clients share.
 #include "coordsys/orvel_coordinate_system.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {
 
 namespace Reactors = Zentara::Gis::Orvel::CoordinateSystem;
 
-/// With more registered before, so that the list has to grow.
+/// Registers other reactors first, so that the list has to grow.
 class AddReactor : public Call {
 public:
     explicit AddReactor(std::size_t others) : others_(others, CountingReactor(Veto::none))
@@ -23,7 +23,7 @@ public:
         const bool isRegistered = Reactors::RemoveCoordinateSystemReactor(&added_) == Qeapp::eOk;
         EXPECT_EQ(isRegistered, wasAdded_);
     }
-    int make(Stage& /*stage*/) override
+    int make(Fixture& /*fixture*/) override
     {
         const Qeapp::ErrorStatus result = Reactors::AddCoordinateSystemReactor(&added_);
         wasAdded_ = result == Qeapp::eOk;
@@ -36,7 +36,7 @@ private:
     bool wasAdded_ = false;
 };
 
-/// What happened to the reactor before, and how many others there are.
+/// `wasAdded` says whether the reactor is registered before; `others` is the number of other reactors.
 class RemoveReactor : public Call {
 public:
     RemoveReactor(bool wasAdded, std::size_t others) : others_(others, CountingReactor(Veto::none))
@@ -52,7 +52,7 @@ public:
         for (CountingReactor& other : others_)
             EXPECT_EQ(Reactors::RemoveCoordinateSystemReactor(&other), Qeapp::eOk);
     }
-    int make(Stage& /*stage*/) override { return Reactors::RemoveCoordinateSystemReactor(&reactor_); }
+    int make(Fixture& /*fixture*/) override { return Reactors::RemoveCoordinateSystemReactor(&reactor_); }
 
 private:
     std::vector<CountingReactor> others_;
@@ -63,7 +63,7 @@ class SetFlag : public Call {
 public:
     explicit SetFlag(bool value) : value_(value) {}
     ~SetFlag() override { EXPECT_EQ(Reactors::SetInitializeGeodataParameters(false), Qeapp::eOk); }
-    int make(Stage& /*stage*/) override { return Reactors::SetInitializeGeodataParameters(value_); }
+    int make(Fixture& /*fixture*/) override { return Reactors::SetInitializeGeodataParameters(value_); }
 
 private:
     bool value_;
@@ -76,7 +76,7 @@ public:
         EXPECT_EQ(Reactors::SetInitializeGeodataParameters(value), Qeapp::eOk);
     }
     ~GetFlag() override { EXPECT_EQ(Reactors::SetInitializeGeodataParameters(false), Qeapp::eOk); }
-    int make(Stage& /*stage*/) override { return Reactors::GetInitializeGeodataParameters(read_); }
+    int make(Fixture& /*fixture*/) override { return Reactors::GetInitializeGeodataParameters(read_); }
     void expectOutParameters(const Outcome& /*outcome*/) const override { EXPECT_EQ(read_, value_); }
 
 private:
@@ -84,27 +84,27 @@ private:
     bool read_;
 };
 
-/// The stage's own, which is registered.
+/// Adds the fixture's reactor, which is registered already.
 class AddRegisteredReactor : public Call {
 public:
-    int make(Stage& stage) override { return Reactors::AddCoordinateSystemReactor(&stage.reactor()); }
+    int make(Fixture& fixture) override { return Reactors::AddCoordinateSystemReactor(&fixture.reactor()); }
 };
 
-Scenario ofTheList(const std::string& function, const std::string& name, std::function<std::unique_ptr<Call>()> call)
+Scenario listScenario(const std::string& function, const std::string& name, std::function<std::unique_ptr<Call>()> call)
 {
     return {.function = function,
             .name = name,
-            .setting = emptyDrawing,
+            .initialState = emptyDrawing,
             .call = std::move(call),
-            .answersOutOfMemory = true};
+            .catchesBadAlloc = true};
 }
 
-/// One that has nothing to fail.
+/// A scenario in which nothing can fail.
 Scenario infallible(const std::string& function, const std::string& name, std::function<std::unique_ptr<Call>()> call,
                     int expected = Qeapp::eOk)
 {
-    Scenario scenario = ofTheList(function, name, std::move(call));
-    scenario.setting = [] { return heard(emptyDrawing()); };
+    Scenario scenario = listScenario(function, name, std::move(call));
+    scenario.initialState = [] { return withReactor(emptyDrawing()); };
     scenario.canFail = false;
     scenario.expected = expected;
     return scenario;
@@ -117,9 +117,9 @@ Scenarios reactorListScenarios()
     const std::string adding = "AddCoordinateSystemReactor";
     const std::string removing = "RemoveCoordinateSystemReactor";
     return {
-        ofTheList(adding, "first", calling<AddReactor>(0U)),
-        ofTheList(adding, "third", calling<AddReactor>(2U)),
-        ofTheList(adding, "fifth", calling<AddReactor>(4U)),
+        listScenario(adding, "first", calling<AddReactor>(0U)),
+        listScenario(adding, "third", calling<AddReactor>(2U)),
+        listScenario(adding, "fifth", calling<AddReactor>(4U)),
         infallible(adding, "twice", calling<AddRegisteredReactor>(), Qeapp::eInvalidInput),
         infallible(removing, "one of two", calling<RemoveReactor>(true, 0U)),
         infallible(removing, "one of six", calling<RemoveReactor>(true, 4U)),

@@ -2,9 +2,9 @@
 #include "coordsys/orvel_coordinate_system.h"
 #include "storage/host_holders.h"
 #include "storage/library_holder.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
 #include "sweep/status_parameter.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {
@@ -14,9 +14,9 @@ using Orvel::LibraryObject;
 
 class ReadDefinitions : public Call {
 public:
-    int make(Stage& stage) override
+    int make(Fixture& fixture) override
     {
-        return Reading::GetCoordinateSystem(definitions_.put(), stage.database(), &status_);
+        return Reading::GetCoordinateSystem(definitions_.put(), fixture.database(), &status_);
     }
     void expectOutParameters(const Outcome& outcome) const override
     {
@@ -32,9 +32,9 @@ private:
 /// The status of a failed catalog check is that of the reading before.
 class ReadSystem : public Call {
 public:
-    int make(Stage& stage) override
+    int make(Fixture& fixture) override
     {
-        return Reading::GetCoordinateSystem(definition_.put(), &known_, stage.database(), &status_);
+        return Reading::GetCoordinateSystem(definition_.put(), &known_, fixture.database(), &status_);
     }
     void expectOutParameters(const Outcome& outcome) const override
     {
@@ -52,7 +52,7 @@ private:
 
 class ReadCode : public Call {
 public:
-    int make(Stage& stage) override { return Reading::GetCoordinateSystem(code_.put(), stage.database()); }
+    int make(Fixture& fixture) override { return Reading::GetCoordinateSystem(code_.put(), fixture.database()); }
     void expectOutParameters(const Outcome& outcome) const override
     {
         EXPECT_TRUE(outcome == returning(0) || !code_) << "a code after a failure";
@@ -64,9 +64,9 @@ private:
 
 struct ReadForm {
     std::string name;
-    Setting (*setting)();
-    int ofDefinition; // what reading the definition, and reading the definitions, come to
-    int ofCode;
+    InitialState (*initialState)();
+    int definitionResult; // of reading the definition, and of reading the definitions
+    int codeResult;
 };
 
 const std::vector<ReadForm>& readForms()
@@ -90,19 +90,19 @@ Scenarios readingScenarios()
     for (const ReadForm& form : readForms()) {
         scenarios.push_back({.function = "GetCoordinateSystem(array)",
                              .name = form.name,
-                             .setting = form.setting,
+                             .initialState = form.initialState,
                              .call = calling<ReadDefinitions>(),
-                             .expected = form.ofDefinition});
+                             .expected = form.definitionResult});
         scenarios.push_back({.function = "GetCoordinateSystem(definition)",
                              .name = form.name,
-                             .setting = form.setting,
+                             .initialState = form.initialState,
                              .call = calling<ReadSystem>(),
-                             .expected = form.ofDefinition});
+                             .expected = form.definitionResult});
         scenarios.push_back({.function = "GetCoordinateSystem(code)",
                              .name = form.name,
-                             .setting = form.setting,
+                             .initialState = form.initialState,
                              .call = calling<ReadCode>(),
-                             .expected = form.ofCode});
+                             .expected = form.codeResult});
     }
     return scenarios;
 }

@@ -1,15 +1,15 @@
-// A drawing saved by the host, for which the module's decomposition reactor converts it.
+// The host saves a drawing, and the module's decomposition reactor converts it first.
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "frame/application.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {
 
 constexpr auto kOldVersion = static_cast<QeDb::QeDbDwgVersion>(29);
 
-/// With the module loaded for as long as it takes.
+/// The module is loaded as long as the object lives.
 class Save : public Call {
 public:
     Save(QeDb::QeDbDwgVersion version, bool toFile) : version_(version), toFile_(toFile)
@@ -17,13 +17,13 @@ public:
         EXPECT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk);
     }
     ~Save() override { EXPECT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk); }
-    int make(Stage& stage) override
+    int make(Fixture& fixture) override
     {
         if (toFile_)
-            return Embedded::saveDrawing(*stage.database(), stage.drawingFile(), version_,
+            return Embedded::saveDrawing(*fixture.database(), fixture.drawingFile(), version_,
                                          Embedded::Overwriting::drawings)
                 .status;
-        return Embedded::saveDrawingToBytes(*stage.database(), version_, bytes_).status;
+        return Embedded::saveDrawingToBytes(*fixture.database(), version_, bytes_).status;
     }
     void expectOutParameters(const Outcome& outcome) const override
     {
@@ -36,24 +36,24 @@ private:
     std::string bytes_;
 };
 
-Scenario saving(const std::string& name, std::function<Setting()> setting, QeDb::QeDbDwgVersion version,
+Scenario saving(const std::string& name, std::function<InitialState()> initialState, QeDb::QeDbDwgVersion version,
                 bool toFile = false, int expected = 0)
 {
     return {.function = "saving a drawing",
             .name = name,
-            .setting = std::move(setting),
+            .initialState = std::move(initialState),
             .call = calling<Save>(version, toFile),
             .promise = Promise::allOrNothing,
             .expected = expected,
             .survivesHostShortage = false, // the JSON library's destructors allocate
-            .answersOutOfMemory = true};
+            .catchesBadAlloc = true};
 }
 
-Setting savedBefore()
+InitialState savedBefore()
 {
-    Setting setting = drawingWithGeoData();
-    setting.savedDrawing = emptyDrawing().drawing;
-    return setting;
+    InitialState initialState = drawingWithGeoData();
+    initialState.savedDrawing = emptyDrawing().drawing;
+    return initialState;
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// One use of an exported function: what the call is made on, the call, and what is promised of it. How its failures are
-// brought about is the sweep's business alone.
+// One use of an exported function: the initial state, the call, and what the function promises. The sweep injects the
+// failures.
 #pragma once
 
 #include <functional>
@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "sweep/fixture.h"
 #include "sweep/outcome.h"
-#include "sweep/stage.h"
 
 namespace Tests {
 
-/// One call with out-parameters of its own, which its destructor gives back.
+/// One call with its own out-parameters, which the destructor releases.
 class Call {
 public:
     Call() = default;
@@ -20,31 +20,31 @@ public:
     Call& operator=(const Call&) = delete;
     virtual ~Call() = default;
 
-    /// Makes the call; what it throws passes through. Allocates nothing of its own.
-    virtual int make(Stage& stage) = 0;
-    /// Whether the out-parameters are what the documentation says for this outcome.
-    virtual void expectOutParameters(const Outcome& outcome) const { static_cast<void>(outcome); } // most have none
+    /// Makes the call and lets its exceptions pass. Allocates nothing itself.
+    virtual int make(Fixture& fixture) = 0;
+    /// Checks that the out-parameters are what the documentation says for this outcome. Most calls have none.
+    virtual void expectOutParameters(const Outcome& /*outcome*/) const {}
 };
 
-/// What a call that does not come to its expected end may leave of the drawing and the user's settings.
+/// The state in which a call may leave the drawing and the user's settings when it does not end as expected.
 enum class Promise {
-    readsOnly,        // as it was, whatever the outcome
-    allOrNothing,     // byte for byte as it was; or all done, where an exception came afterwards
-    formerOrNew,      // the same of what is stored, though not of how
-    removedOrNothing, // as it was, or without a coordinate system
-    partsMayRemain,   // nothing but that the call can be made again
+    readsOnly,        // unchanged, whatever the outcome
+    allOrNothing,     // unchanged byte for byte; or complete, when an exception came afterwards
+    formerOrNew,      // the same, but compared without handles
+    removedOrNothing, // unchanged, or without a coordinate system
+    partsMayRemain,   // any state in which the call can be made again
 };
 
 struct Scenario {
     std::string function;
     std::string name;
-    std::function<Setting()> setting;
+    std::function<InitialState()> initialState;
     std::function<std::unique_ptr<Call>()> call;
     Promise promise = Promise::readsOnly;
-    int expected = 0;                 // the result when nothing is made to fail
-    bool canFail = true;              // whether it makes a fallible call or an allocation
-    bool survivesHostShortage = true; // the host's own allocations can be failed
-    bool answersOutOfMemory = false;  // it lets no std::bad_alloc pass
+    int expected = 0;                 // the result when nothing fails
+    bool canFail = true;              // whether the call makes a fallible call or an allocation
+    bool survivesHostShortage = true; // whether the host's own allocations may fail
+    bool catchesBadAlloc = false;     // whether the function lets no std::bad_alloc pass
 };
 
 inline std::string nameOf(const Scenario& scenario)

@@ -8,12 +8,12 @@
 
 namespace Tests {
 
-/// Set before the call, so that it can be told whether it was written.
+/// The status before the call, so that a test sees whether the call wrote it.
 inline constexpr auto kStatusBefore = static_cast<Zentara::Infrastructure::SpatialReference::Status>(7700);
 
 using StatusParameter = Zentara::Infrastructure::SpatialReference::Status;
 
-/// After a failure 52 or as it was; after success, and after an exception, written.
+/// Checks the status: 52 or not written after a failure, written after a success or an exception.
 inline void expectReported(const Outcome& outcome, StatusParameter status)
 {
     if (outcome.returned() && outcome.result != 0) {

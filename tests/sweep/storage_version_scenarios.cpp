@@ -1,26 +1,26 @@
-// The function that rewrites what a drawing holds into the forms of another drawing version.
+// The function that rewrites a drawing's coordinate system in the forms of another drawing version.
 #include "coordsys/orvel_coordinate_system.h"
 #include "storage/host_holders.h"
+#include "sweep/initial_states.h"
 #include "sweep/scenario.h"
-#include "sweep/systems.h"
 
 namespace Tests {
 namespace {
 
 constexpr auto kOlder = static_cast<QeDb::QeDbDwgVersion>(29);
 
-/// Within a transaction, as the host's save does it: a failure is undone. What the status tells after one is of no use,
-/// so nothing is asked of it.
+/// Calls the function within a transaction, as the host's save does, so that a failure is undone. The status carries no
+/// information after a failure and is not checked.
 class ApplyVersion : public Call {
 public:
     explicit ApplyVersion(QeDb::QeDbDwgVersion version) : version_(version) {}
-    int make(Stage& stage) override
+    int make(Fixture& fixture) override
     {
-        Orvel::Transaction transaction(stage.database()->transactionManager());
+        Orvel::Transaction transaction(fixture.database()->transactionManager());
         if (!transaction.started())
             return Qeapp::eNoTransaction;
         const Qeapp::ErrorStatus result =
-            Zentara::Gis::Orvel::CoordinateSystem::ApplyCoordinateSystemStorageVersion(stage.database(), version_);
+            Zentara::Gis::Orvel::CoordinateSystem::ApplyCoordinateSystemStorageVersion(fixture.database(), version_);
         return result == Qeapp::eOk ? transaction.commit() : result;
     }
 
@@ -28,11 +28,12 @@ private:
     QeDb::QeDbDwgVersion version_;
 };
 
-Scenario applying(const std::string& name, Setting (*setting)(), QeDb::QeDbDwgVersion version, int expected = 0)
+Scenario applying(const std::string& name, InitialState (*initialState)(), QeDb::QeDbDwgVersion version,
+                  int expected = 0)
 {
     return {.function = "ApplyCoordinateSystemStorageVersion",
             .name = name,
-            .setting = setting,
+            .initialState = initialState,
             .call = calling<ApplyVersion>(version),
             .promise = Promise::allOrNothing,
             .expected = expected};

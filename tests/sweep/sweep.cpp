@@ -11,11 +11,11 @@
 namespace Tests {
 namespace {
 
-/// More pairs than these are drawn by lot, always the same ones.
-constexpr std::size_t kMostPairs = 10000;
+/// Of more pairs, a random selection is run. The seed is fixed, so it is always the same selection.
+constexpr std::size_t kMaximumPairs = 10000;
 constexpr std::uint32_t kSeed = 20240229;
 
-std::vector<FaultPlace> upTo(std::size_t last)
+std::vector<FaultPlace> placesUpTo(std::size_t last)
 {
     std::vector<FaultPlace> places;
     for (std::size_t place = 1; place <= last; ++place)
@@ -31,12 +31,12 @@ std::string joined(const std::vector<std::string>& names)
     return text;
 }
 
-void thinOut(std::vector<FaultPlace>& places)
+void selectPairs(std::vector<FaultPlace>& places)
 {
-    if (places.size() > kMostPairs) {
+    if (places.size() > kMaximumPairs) {
         std::mt19937 random(kSeed);
         std::ranges::shuffle(places, random);
-        places.resize(kMostPairs);
+        places.resize(kMaximumPairs);
     }
     std::vector<FaultPlace> kept;
     for (std::size_t place = 0; place < places.size(); place += ORVEL_SWEEP_PAIR_STRIDE)
@@ -46,17 +46,21 @@ void thinOut(std::vector<FaultPlace>& places)
 
 } // namespace
 
-Sweep::Sweep(const Scenario& scenario) : scenario_(scenario), setting_(scenario.setting())
+Sweep::Sweep(const Scenario& scenario) : scenario_(scenario), initialState_(scenario.initialState())
 {
-    static_cast<void>(attempted(scenario_, *std::make_unique<Stage>(setting_, folder_), std::nullopt)); // warms up
-    Stage stage(setting_, folder_);
-    reference_.before = stage.stored();
-    reference_.attempt = attempted(scenario_, stage, std::nullopt);
-    reference_.after = stage.stored();
-    EXPECT_EQ(reference_.attempt.outcome, returning(scenario_.expected)) << "when nothing fails";
-    EXPECT_EQ(reference_.attempt.held, "") << "when nothing fails";
-    EXPECT_TRUE(scenario_.expected == 0 || reference_.before == reference_.after) << "changed by what was refused";
-    EXPECT_EQ(scenario_.canFail, !reference_.attempt.calls.empty() || reference_.attempt.allocations > 0);
+    {
+        Fixture first(initialState_, folder_);
+        runScenario(scenario_, first, std::nullopt); // fills caches, which later runs then do not allocate for
+    }
+    Fixture fixture(initialState_, folder_);
+    baseline_.before = fixture.storedState();
+    baseline_.run = runScenario(scenario_, fixture, std::nullopt);
+    baseline_.after = fixture.storedState();
+    EXPECT_EQ(baseline_.run.outcome, returning(scenario_.expected)) << "when nothing fails";
+    EXPECT_EQ(baseline_.run.leaked, "") << "when nothing fails";
+    EXPECT_TRUE(scenario_.expected == 0 || baseline_.before == baseline_.after)
+        << "the drawing was changed although the call was refused";
+    EXPECT_EQ(scenario_.canFail, !baseline_.run.calls.empty() || baseline_.run.allocations > 0);
 }
 
 std::size_t Sweep::run(FaultKind kind)
@@ -65,44 +69,44 @@ std::size_t Sweep::run(FaultKind kind)
         runPoint(kind, *place);
         return 1;
     }
-    const std::vector<FaultPlace> places = isReplaying() ? std::vector<FaultPlace>() : placesOf(kind);
+    const std::vector<FaultPlace> places = isReplaying() ? std::vector<FaultPlace>() : placesFor(kind);
     for (const FaultPlace& place : places)
         runPoint(kind, place);
     return places.size();
 }
 
-std::vector<FaultPlace> Sweep::placesOf(FaultKind kind)
+std::vector<FaultPlace> Sweep::placesFor(FaultKind kind)
 {
     switch (kind) {
     case FaultKind::once:
     case FaultKind::fromThenOn:
-        return upTo(reference_.attempt.calls.size());
+        return placesUpTo(baseline_.run.calls.size());
     case FaultKind::throwing:
-        return placesToThrow();
+        return placesThatMayThrow();
     case FaultKind::allocation:
-        return upTo(reference_.attempt.allocations);
+        return placesUpTo(baseline_.run.allocations);
     case FaultKind::hostAllocation:
-        return upTo(hostMayRunShort() ? reference_.attempt.hostAllocations : 0);
+        return placesUpTo(hostAllocationsMayFail() ? baseline_.run.hostAllocations : 0);
     case FaultKind::notice:
-        return upTo(reference_.attempt.notices);
+        return placesUpTo(baseline_.run.notices);
     case FaultKind::pair:
         return pairs();
     }
-    throw std::logic_error("a kind of fault that the sweep does not know");
+    throw std::logic_error("unknown kind of fault");
 }
 
-// Extended data is copied when an object is written to, as std::variant, and the one of g++ 12 destroys what was never
-// made when a copy throws.
-bool Sweep::hostMayRunShort() const
+// Writing to an object copies its extended data, a std::variant. When such a copy throws, the std::variant of g++ 12
+// destroys a value that was never constructed.
+bool Sweep::hostAllocationsMayFail() const
 {
-    const std::string contents = contentsOf(*loadedFromMemory(setting_.drawing));
+    const std::string contents = contentsOf(*loadedFromMemory(initialState_.drawing));
     return scenario_.survivesHostShortage && timesIn(contents, "  extended data of ") == 0;
 }
 
-std::vector<FaultPlace> Sweep::placesToThrow() const
+std::vector<FaultPlace> Sweep::placesThatMayThrow() const
 {
-    const std::vector<std::string>& calls = reference_.attempt.calls;
-    std::vector<FaultPlace> places = upTo(calls.size());
+    const std::vector<std::string>& calls = baseline_.run.calls;
+    std::vector<FaultPlace> places = placesUpTo(calls.size());
     std::erase_if(places, [&](const FaultPlace& place) { return !mayThrow(calls[place.first - 1]); });
     return places;
 }
@@ -110,32 +114,32 @@ std::vector<FaultPlace> Sweep::placesToThrow() const
 std::vector<FaultPlace> Sweep::pairs()
 {
     std::vector<FaultPlace> places;
-    for (const FaultPlace& first : upTo(reference_.attempt.calls.size())) {
-        Stage stage(setting_, folder_);
-        const Attempt failed = attempted(scenario_, stage, Strike{FaultKind::once, first});
+    for (const FaultPlace& first : placesUpTo(baseline_.run.calls.size())) {
+        Fixture fixture(initialState_, folder_);
+        const ScenarioRun failed = runScenario(scenario_, fixture, InjectedFault{FaultKind::once, first});
         for (std::size_t second = first.first + 1; second <= failed.calls.size(); ++second)
             places.push_back({first.first, second});
     }
-    thinOut(places);
+    selectPairs(places);
     return places;
 }
 
-Strike Sweep::strikeAt(FaultKind kind, const FaultPlace& place) const
+InjectedFault Sweep::faultAt(FaultKind kind, const FaultPlace& place) const
 {
-    Strike strike{kind, place};
-    if (kind == FaultKind::once && place.first <= reference_.attempt.calls.size())
-        strike.code = recognisableFailure(reference_.attempt.calls[place.first - 1]);
-    return strike;
+    InjectedFault fault{kind, place};
+    if (kind == FaultKind::once && place.first <= baseline_.run.calls.size())
+        fault.code = distinctFailure(baseline_.run.calls[place.first - 1]);
+    return fault;
 }
 
 void Sweep::runPoint(FaultKind kind, const FaultPlace& place)
 {
     SCOPED_TRACE(pointName(scenario_, kind, place));
-    Stage stage(setting_, folder_);
-    const Attempt attempt = attempted(scenario_, stage, strikeAt(kind, place));
-    SCOPED_TRACE("failed: " + joined(attempt.struck));
-    expectPromisesKept(scenario_, reference_, stage, attempt);
-    expectSuccessAfterwards(scenario_, reference_, attempt, stage);
+    Fixture fixture(initialState_, folder_);
+    const ScenarioRun run = runScenario(scenario_, fixture, faultAt(kind, place));
+    SCOPED_TRACE("failed: " + joined(run.failures));
+    expectPromisesKept(scenario_, baseline_, fixture, run);
+    expectSuccessAfterwards(scenario_, baseline_, run, fixture);
 }
 
 } // namespace Tests

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "sweep/point.h"
-#include "sweep/verdict.h"
+#include "sweep/promise_checks.h"
 
 namespace Tests {
 
@@ -13,21 +13,21 @@ class Sweep {
 public:
     explicit Sweep(const Scenario& scenario);
 
-    /// Fails the running test for each point at which a promise is broken. Returns the number of points.
+    /// Fails the current test at each point at which a promise is broken. Returns the number of points.
     std::size_t run(FaultKind kind);
 
 private:
-    std::vector<FaultPlace> placesOf(FaultKind kind);
-    bool hostMayRunShort() const;
-    std::vector<FaultPlace> placesToThrow() const;
+    std::vector<FaultPlace> placesFor(FaultKind kind);
+    bool hostAllocationsMayFail() const;
+    std::vector<FaultPlace> placesThatMayThrow() const;
     std::vector<FaultPlace> pairs();
-    Strike strikeAt(FaultKind kind, const FaultPlace& place) const;
+    InjectedFault faultAt(FaultKind kind, const FaultPlace& place) const;
     void runPoint(FaultKind kind, const FaultPlace& place);
 
     const Scenario& scenario_;
     TemporaryFolder folder_;
-    Setting setting_;
-    Reference reference_;
+    InitialState initialState_;
+    Baseline baseline_;
 };
 
 } // namespace Tests

@@ -1,8 +1,8 @@
-// Every exported function, in each of its scenarios, with everything that can fail made to fail in turn.
+// Runs every exported function in each of its scenarios and makes everything that can fail do so in turn.
 //
 //     ORVEL_SWEEP_POINT=function:scenario:kind:n sweep_tests
 //
-// runs one point again.
+// runs one point again. README.md in this folder describes the rest.
 #include <algorithm>
 #include <iostream>
 #include <map>
@@ -20,7 +20,7 @@ std::map<std::string, std::size_t>& pointsByFunction()
     return points;
 }
 
-/// Says at the end how many points there were.
+/// Prints the number of points at the end.
 class PointCount : public testing::Environment {
 public:
     void TearDown() override
@@ -51,7 +51,7 @@ std::vector<Case> cases()
     return all;
 }
 
-/// Letters, digits and underscores alone.
+/// Contains letters, digits and underscores only.
 std::string testName(const testing::TestParamInfo<Case>& info)
 {
     const auto& [scenario, kind] = info.param;

@@ -1,5 +1,5 @@
-// The one `new` of the process serves the platform's libraries as well. Whose an allocation is, its callers tell: the
-// first one that is not the standard library's.
+// The process has one `new`, which serves the platform's libraries as well. An allocation belongs to the first caller
+// on the stack that is not the standard library.
 #include "sweep/allocations.h"
 
 #include <dlfcn.h>
@@ -21,13 +21,13 @@ struct KnownCaller {
     Owner owner = Owner::unknown;
 };
 
-/// What each place that allocates was found to be: a hash table with linear probing. Looking one up takes long, and
-/// there are some thousand of them.
+/// Caches the owner of each address that allocates, in a hash table with linear probing. Finding the owner takes long,
+/// and there are some thousand addresses.
 constexpr unsigned kBitsOfTable = 16;
 std::array<KnownCaller, std::size_t{1} << kBitsOfTable> knownCallers;
 
-/// Fibonacci's: the upper bits of the product with 2^64 over the golden ratio.
-std::size_t placeOf(std::uintptr_t address)
+/// Fibonacci hashing: the upper bits of the product with 2^64 over the golden ratio.
+std::size_t slotFor(std::uintptr_t address)
 {
     return std::uint64_t{address} * 0x9E3779B97F4A7C15U >> (64 - kBitsOfTable);
 }
@@ -38,7 +38,8 @@ const void* baseOf(const void* address)
     return dladdr(address, &found) != 0 ? found.dli_fbase : nullptr;
 }
 
-/// A template of the standard library that program and libraries share is in whichever of them was found first.
+/// The loader takes a template instance of the standard library from the first file that has it, program or library, so
+/// the name decides as well.
 bool isStandard(const Dl_info& place)
 {
     const std::string_view file = place.dli_fname != nullptr ? place.dli_fname : "";
@@ -47,7 +48,7 @@ bool isStandard(const Dl_info& place)
            name.starts_with("_ZNKSt") || name.starts_with("_ZSt") || name.starts_with("_ZN9__gnu_cxx");
 }
 
-Owner lookedUp(const void* address)
+Owner findOwner(const void* address)
 {
     static const void* const program = baseOf(reinterpret_cast<const void*>(&allocatorAt));
     static const void* const host = baseOf(reinterpret_cast<const void*>(&qeutNewRb));
@@ -63,17 +64,18 @@ Owner lookedUp(const void* address)
 
 Owner ownerOf(std::uintptr_t address)
 {
-    std::size_t place = placeOf(address);
+    std::size_t place = slotFor(address);
     while (knownCallers[place].address != address && knownCallers[place].address != 0)
         place = (place + 1) % knownCallers.size();
     KnownCaller& known = knownCallers[place];
     if (known.address == 0)
-        known = {address, lookedUp(reinterpret_cast<const void*>(address - 1))}; // within the call, not behind it
+        known = {address, findOwner(reinterpret_cast<const void*>(
+                              address - 1))}; // an address within the call instruction, not after it
     return known.owner;
 }
 
 struct Walk {
-    std::uintptr_t from; // frames before that of this address are those of `new`
+    std::uintptr_t from; // the frames before the one of this address belong to `new`
     bool hasBegun = false;
     Owner owner = Owner::unknown;
 };
@@ -89,13 +91,13 @@ _Unwind_Reason_Code visit(_Unwind_Context* frame, void* argument)
     return walk.owner == Owner::standardLibrary ? _URC_NO_REASON : _URC_END_OF_STACK;
 }
 
-Owner ownerBehind(std::uintptr_t address)
+Owner findOwnerOnStack(std::uintptr_t address)
 {
     const Owner direct = ownerOf(address);
     if (direct != Owner::standardLibrary)
         return direct;
     Walk walk{address};
-    static_cast<void>(_Unwind_Backtrace(visit, &walk)); // ended by the visitor, which keeps what it found
+    static_cast<void>(_Unwind_Backtrace(visit, &walk)); // the visitor stops it and stores the owner
     return walk.owner;
 }
 
@@ -103,7 +105,7 @@ Owner ownerBehind(std::uintptr_t address)
 
 Allocator allocatorAt(const void* caller)
 {
-    switch (ownerBehind(reinterpret_cast<std::uintptr_t>(caller))) {
+    switch (findOwnerOnStack(reinterpret_cast<std::uintptr_t>(caller))) {
     case Owner::program:
         return Allocator::module;
     case Owner::host:

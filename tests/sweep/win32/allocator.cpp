@@ -2,7 +2,7 @@
 
 namespace Tests {
 
-// Each library has a `new` of its own there, and this program's serves nothing but the module, which is linked into it.
+// On Windows each library has its own `new`. The one of this program serves only the module, which is linked into it.
 Allocator allocatorAt(const void* /*caller*/)
 {
     return Allocator::module;

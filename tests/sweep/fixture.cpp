@@ -1,4 +1,4 @@
-#include "sweep/stage.h"
+#include "sweep/fixture.h"
 
 #include <filesystem>
 #include <stdexcept>
@@ -14,10 +14,10 @@ namespace {
 
 using Names = std::vector<std::wstring>;
 
-void demand(bool done, const char* what)
+void require(bool done, const char* what)
 {
     if (!done)
-        throw std::runtime_error(std::string("setting a stage: ") + what);
+        throw std::runtime_error(std::string("cannot set up a fixture: ") + what);
 }
 
 std::optional<std::string> bytesOf(const std::filesystem::path& file)
@@ -32,7 +32,7 @@ void putFile(const std::filesystem::path& file, const std::optional<std::string>
         writeFile(file, *bytes);
 }
 
-/// Each value, in the registry's order.
+/// The values in the registry's order.
 std::vector<std::wstring> valuesInRegistry()
 {
     const std::wstring key = Orvel::registrySettingsKey();
@@ -42,7 +42,7 @@ std::vector<std::wstring> valuesInRegistry()
         return values;
     for (const std::wstring& name : names) {
         std::wstring value;
-        demand(Orvel::RegistryQueryString(HKEY_CURRENT_USER, key, name, value), "a registry value");
+        require(Orvel::RegistryQueryString(HKEY_CURRENT_USER, key, name, value), "registry value");
         values.push_back(value);
     }
     return values;
@@ -50,10 +50,10 @@ std::vector<std::wstring> valuesInRegistry()
 
 } // namespace
 
-std::string differenceOf(const Stored& left, const Stored& right)
+std::string differenceOf(const StoredState& left, const StoredState& right)
 {
     std::string difference;
-    if (!(left.drawing == right.drawing))
+    if (left.drawing != right.drawing)
         difference += left.drawing + "\ndiffers from\n" + right.drawing;
     if (left.settingsFile != right.settingsFile)
         difference += "settings file: " + left.settingsFile.value_or("none") + "\ndiffers from\n" +
@@ -66,49 +66,48 @@ std::string differenceOf(const Stored& left, const Stored& right)
     return difference;
 }
 
-bool haveSameContents(const Stored& left, const Stored& right)
+bool haveSameContents(const StoredState& left, const StoredState& right)
 {
-    return objectsByWay(left.drawing) == objectsByWay(right.drawing) && left.settingsFile == right.settingsFile &&
+    return objectsByPath(left.drawing) == objectsByPath(right.drawing) && left.settingsFile == right.settingsFile &&
            left.registryValues == right.registryValues &&
            left.savedDrawing.has_value() == right.savedDrawing.has_value();
 }
 
-Stage::Stage(const Setting& setting, const TemporaryFolder& folder)
+Fixture::Fixture(const InitialState& initialState, const TemporaryFolder& folder)
     : folder_(folder.path()),
       drawingFile_(folder.path() / "drawing.qedb"),
-      hasReactor_(setting.hasReactor),
+      hasReactor_(initialState.hasReactor),
       userFolder_("VORLEN_USER_DICTIONARY_PATH", folder.path().string()),
-      document_(loadedFromMemory(setting.drawing)),
-      reactor_(setting.veto)
+      document_(loadedFromMemory(initialState.drawing)),
+      reactor_(initialState.veto)
 {
-    putFile(settingsFile(), setting.settingsFile);
-    putFile(drawingFile_, setting.savedDrawing);
-    if (setting.usesRegistry) {
+    putFile(settingsFile(), initialState.settingsFile);
+    putFile(drawingFile_, initialState.savedDrawing);
+    if (initialState.usesRegistry) {
         std::filesystem::remove(folder_ / "registry.db");
         registry_.emplace(folder, folder_ / "registry.db");
-        putRegistryValues(setting.registryValues);
+        putRegistryValues(initialState.registryValues);
     }
-    if (setting.isLockedElsewhere)
+    if (initialState.isLockedElsewhere)
         otherLock_.emplace(document_.get());
     if (hasReactor_)
-        demand(Zentara::Gis::Orvel::CoordinateSystem::AddCoordinateSystemReactor(&reactor_) == Qeapp::eOk,
-               "the reactor");
+        require(Zentara::Gis::Orvel::CoordinateSystem::AddCoordinateSystemReactor(&reactor_) == Qeapp::eOk, "reactor");
 }
 
-Stage::~Stage()
+Fixture::~Fixture()
 {
     if (hasReactor_) {
         EXPECT_EQ(Zentara::Gis::Orvel::CoordinateSystem::RemoveCoordinateSystemReactor(&reactor_), Qeapp::eOk);
     }
 }
 
-Stored Stage::stored() const
+StoredState Fixture::storedState() const
 {
     return {contentsOf(*database()), bytesOf(settingsFile()),
             registry_ ? valuesInRegistry() : std::vector<std::wstring>(), bytesOf(drawingFile_)};
 }
 
-bool Stage::hasNoSystem() const
+bool Fixture::hasNoSystem() const
 {
     const std::string contents = contentsOf(*database());
     const auto has = [&](const char* part) { return timesIn(contents, part) > 0; };
@@ -116,13 +115,13 @@ bool Stage::hasNoSystem() const
     return !has("  extended data of ") && !has("  entry \"ORVEL_CSINDWG_REGAPP\"") && !hasGeoDataText;
 }
 
-void Stage::putRegistryValues(const std::vector<std::wstring>& values) const
+void Fixture::putRegistryValues(const std::vector<std::wstring>& values) const
 {
     int number = 0;
     for (const std::wstring& value : values)
-        demand(Orvel::RegistrySetString(HKEY_CURRENT_USER, Orvel::registrySettingsKey(),
-                                        L"Item" + std::to_wstring(++number), value),
-               "a registry value");
+        require(Orvel::RegistrySetString(HKEY_CURRENT_USER, Orvel::registrySettingsKey(),
+                                         L"Item" + std::to_wstring(++number), value),
+                "registry value");
 }
 
 } // namespace Tests

@@ -1,4 +1,4 @@
-// What a call is made on: a drawing, a user's settings and a reactor, put up anew for each point of the sweep.
+// What a call works on: a drawing, a user's settings and a reactor. Each point of the sweep has a fixture of its own.
 #pragma once
 
 #include <optional>
@@ -14,45 +14,45 @@
 
 namespace Tests {
 
-/// What a stage begins with; made once for all points of a scenario.
-struct Setting {
-    std::string drawing;                       // a file in memory
-    std::optional<std::string> settingsFile{}; // its bytes
+/// The state in which a fixture begins. All points of a scenario share one.
+struct InitialState {
+    std::string drawing;                       // the bytes of its file
+    std::optional<std::string> settingsFile{}; // the bytes of the file
     std::vector<std::wstring> registryValues{};
     std::optional<std::string> savedDrawing{}; // the bytes of the file that is saved over
     bool usesRegistry = false;
     bool hasReactor = false;
     Veto veto = Veto::none;
-    bool isLockedElsewhere = false; // the document, by somebody who does not let go
+    bool isLockedElsewhere = false; // whether another user locks the document all the time
 };
 
-/// All that a call may change, as values to compare.
-struct Stored {
-    std::string drawing; // its contents
+/// Everything that a call may change, as values to compare.
+struct StoredState {
+    std::string drawing; // the text of `contentsOf`
     std::optional<std::string> settingsFile;
     std::vector<std::wstring> registryValues;
     std::optional<std::string> savedDrawing;
-    friend bool operator==(const Stored&, const Stored&) = default;
+    friend bool operator==(const StoredState&, const StoredState&) = default;
 };
 
-/// The parts that differ, named.
-std::string differenceOf(const Stored& left, const Stored& right);
+/// Names the parts that differ and shows them.
+std::string differenceOf(const StoredState& left, const StoredState& right);
 
-/// Whether they hold the same, if under other handles; what a saved file holds is not looked into.
-bool haveSameContents(const Stored& left, const Stored& right);
+/// Compares the contents without handles. Of a saved drawing only its existence is compared.
+bool haveSameContents(const StoredState& left, const StoredState& right);
 
-class Stage {
+class Fixture {
 public:
-    Stage(const Setting& setting, const TemporaryFolder& folder);
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
-    ~Stage();
+    Fixture(const InitialState& initialState, const TemporaryFolder& folder);
+    Fixture(const Fixture&) = delete;
+    Fixture& operator=(const Fixture&) = delete;
+    ~Fixture();
 
     QeDbDatabase* database() const { return document_.database(); }
     const std::filesystem::path& drawingFile() const { return drawingFile_; }
     CountingReactor& reactor() { return reactor_; }
-    Stored stored() const;
-    /// Whether the drawing has none of the three forms of a coordinate system left.
+    StoredState storedState() const;
+    /// Whether the drawing has none of the three forms of a coordinate system.
     bool hasNoSystem() const;
 
 private:

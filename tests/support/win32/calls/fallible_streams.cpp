@@ -1,5 +1,5 @@
-// Streams of _wfsopen, whose reading, writing and closing can be made to fail. The C runtime is called by name and not
-// through a pointer; the linker is told to lead those names here (`--wrap`), where other streams just pass.
+// Streams of _wfsopen whose reading, writing and closing a test can make fail. The module calls the C runtime by name and
+// not through a pointer, so the linker redirects those names to this file (`--wrap`). Other streams are not affected.
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -7,7 +7,7 @@
 
 #include "embedded/diagnostics/resource_counters.h"
 #include "platform/windows.h"
-#include "support/win32/calls/struck_call.h"
+#include "support/win32/calls/fallible_call.h"
 
 extern "C" {
 std::size_t __real_fread(void* output, std::size_t size, std::size_t count, std::FILE* stream);
@@ -22,10 +22,10 @@ using Embedded::FaultInjection;
 using Embedded::ResourceCounters;
 using Embedded::ResourceKind;
 
-/// Nothing is allocated for them: that would be counted among the module's own allocations.
+/// An array, since an allocation would count as one of the module's.
 std::array<std::FILE*, 64> openStreams;
 
-/// Replaces one entry by another; null stands for a place that is free.
+/// Replaces one entry by another. Null stands for a free place.
 bool replaceOpenStream(std::FILE* former, std::FILE* next)
 {
     const auto place = std::ranges::find(openStreams, former);
@@ -38,8 +38,8 @@ bool replaceOpenStream(std::FILE* former, std::FILE* next)
 std::FILE* openStream(const wchar_t* path, const wchar_t* mode, int sharing)
 {
     static const auto real = systemFunction<decltype(_wfsopen)>(L"msvcrt.dll", "_wfsopen");
-    if (const auto planned = FaultInjection::injectedFailure("_wfsopen", EACCES)) {
-        errno = *planned;
+    if (const auto injected = FaultInjection::injectedFailure("_wfsopen", EACCES)) {
+        errno = *injected;
         return nullptr;
     }
     std::FILE* const stream = real(path, mode, sharing);
@@ -48,17 +48,17 @@ std::FILE* openStream(const wchar_t* path, const wchar_t* mode, int sharing)
     return stream;
 }
 
-/// Whether the stream's next step fails, and then marks it as the C runtime does.
+/// Whether the stream's next step fails. If it does, marks the stream as the C runtime does.
 bool fails(std::FILE* stream, const char* step, int failure)
 {
     if (std::ranges::find(openStreams, stream) == openStreams.end())
         return false;
-    const auto planned = FaultInjection::injectedFailure(step, failure);
-    if (planned) {
+    const auto injected = FaultInjection::injectedFailure(step, failure);
+    if (injected) {
         stream->_flag |= _IOERR;
-        errno = *planned;
+        errno = *injected;
     }
-    return planned.has_value();
+    return injected.has_value();
 }
 
 } // namespace
@@ -73,23 +73,23 @@ std::size_t __wrap_fread(void* output, std::size_t size, std::size_t count, std:
     return Tests::fails(stream, "_wfsopen.read", EIO) ? 0 : __real_fread(output, size, count, stream);
 }
 
-// What was to be written stays in the stream, to be tried once more.
+// The stream keeps its bytes, so that a later flush writes them.
 int __wrap_fflush(std::FILE* stream)
 {
     return Tests::fails(stream, "_wfsopen.write", ENOSPC) ? EOF : __real_fflush(stream);
 }
 
-/// Whatever comes of it, the file is closed.
+/// Closes the file even when the call fails.
 int __wrap_fclose(std::FILE* stream)
 {
-    const bool planned = Tests::fails(stream, "_wfsopen.close", EIO);
-    const int plannedError = errno;
+    const bool injected = Tests::fails(stream, "_wfsopen.close", EIO);
+    const int injectedError = errno;
     if (Tests::replaceOpenStream(stream, nullptr))
         Embedded::ResourceCounters::remove(Embedded::ResourceKind::textFile);
     const int result = __real_fclose(stream);
-    if (!planned)
+    if (!injected)
         return result;
-    errno = plannedError;
+    errno = injectedError;
     return EOF;
 }
 
