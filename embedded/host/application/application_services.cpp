@@ -2,7 +2,7 @@
 
 #include "embedded/host/application/application.h"
 #include "embedded/host/application/host_parts.h"
-#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/database.h"
 
 QeDbHostApplicationServices::~QeDbHostApplicationServices() = default;
 

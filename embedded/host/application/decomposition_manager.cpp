@@ -4,7 +4,7 @@
 
 #include "embedded/diagnostics/resource_counters.h"
 #include "embedded/host/application/host_parts.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/injected_fault.h"
 
 QeDbDecompositionManager::~QeDbDecompositionManager() = default;
 

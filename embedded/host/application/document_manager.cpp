@@ -9,7 +9,7 @@
 #include "embedded/host/application/application_services.h"
 #include "embedded/host/application/foreign_document_lock.h"
 #include "embedded/host/application/host_parts.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/injected_fault.h"
 
 using Embedded::ResourceCounters;
 using Embedded::ResourceKind;

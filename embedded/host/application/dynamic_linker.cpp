@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "embedded/base/display_name.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/injected_fault.h"
 
 namespace QeHost {
 

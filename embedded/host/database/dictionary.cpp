@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/database.h"
 #include "embedded/host/database/dictionary_iterator.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/injected_fault.h"
 #include "platform/host/xrecord.h"
 
 namespace QeHost {

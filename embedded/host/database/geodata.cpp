@@ -1,7 +1,7 @@
 #include "platform/host/geodata.h"
 
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/injected_fault.h"
 
 namespace QeHost {
 namespace {

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "embedded/diagnostics/resource_counters.h"
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/fault.h"
-#include "embedded/host/database/symbol_table_search.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/injected_fault.h"
+#include "embedded/host/database/symbol_table.h"
 #include "embedded/host/database/unreachable_objects.h"
 #include "platform/host/geodata.h"
 #include "platform/host/memory.h"

@@ -1,7 +1,7 @@
 #include "embedded/diagnostics/resource_counters.h"
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/fault.h"
-#include "embedded/host/database/object_imp.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/injected_fault.h"
+#include "embedded/host/database/object.h"
 #include "embedded/host/database/object_store.h"
 #include "embedded/host/database/unreachable_objects.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "embedded/host/database/heap.h"
+#include "embedded/host/database/memory.h"
 #include "platform/host/geodata.h"
 #include "platform/host/symbol_table.h"
 #include "platform/host/xrecord.h"

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "embedded/diagnostics/resource_counters.h"
-#include "embedded/host/database/object_imp.h"
+#include "embedded/host/database/object.h"
 
 namespace QeHost {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/injected_fault.h"
 #include "embedded/host/database/symbol_name.h"
-#include "embedded/host/database/symbol_table_search.h"
+#include "embedded/host/database/symbol_table.h"
 #include "platform/host/database.h"
 
 namespace QeHost {

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/database.h"
 #include "platform/host/dictionary.h"
 
 namespace QeHost {

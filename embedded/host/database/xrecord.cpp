@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/injected_fault.h"
 #include "embedded/host/database/resbuf_chain.h"
 
 namespace QeHost {

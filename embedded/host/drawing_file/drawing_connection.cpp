@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-#include "embedded/host/database/drawing_refusal.h"
+#include "embedded/host/database/handle.h"
 #include "embedded/host/drawing_file/sealed_pages.h"
 
 namespace Embedded {

@@ -3,7 +3,7 @@
 #include <map>
 #include <utility>
 
-#include "embedded/host/database/drawing_refusal.h"
+#include "embedded/host/database/handle.h"
 #include "embedded/host/database/save_plan.h"
 #include "embedded/host/drawing_file/object_rows.h"
 

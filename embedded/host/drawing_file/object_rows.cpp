@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "embedded/base/text.h"
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/drawing_refusal.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/handle.h"
 #include "embedded/host/drawing_file/stored_resbuf.h"
 #include "platform/host/resbuf.h"
 #include "platform/host/symbol_table.h"
