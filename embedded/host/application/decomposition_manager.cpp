@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "embedded/diagnostics/resource_counters.h"
-#include "embedded/host/application/host_parts.h"
+#include "embedded/host/application/application.h"
 #include "embedded/host/database/injected_fault.h"
 
 QeDbDecompositionManager::~QeDbDecompositionManager() = default;

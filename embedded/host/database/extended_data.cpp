@@ -6,7 +6,6 @@
 #include "embedded/host/database/database.h"
 #include "embedded/host/database/injected_fault.h"
 #include "embedded/host/database/resbuf_chain.h"
-#include "embedded/host/database/symbol_name.h"
 #include "embedded/host/database/symbol_table.h"
 
 namespace QeHost {

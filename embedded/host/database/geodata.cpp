@@ -6,6 +6,17 @@
 namespace QeHost {
 namespace {
 
+struct GeoDataState final : ObjectState {
+    std::wstring coordinateSystem;
+    QeDbObjectId block;
+
+    void visit(FieldVisitor& visitor) override
+    {
+        visitor.text("coordinate system", coordinateSystem);
+        visitor.reference("block", block);
+    }
+};
+
 /// Throws StoreFailure.
 Qeapp::ErrorStatus refusalToOwn(ObjectRecord* block)
 {

@@ -36,4 +36,11 @@ const ObjectClass* findClass(std::wstring_view name)
     return found != kClasses.end() ? found : nullptr;
 }
 
+bool canBelongTo(const QeDbObject& object, const QeRxClass* ownersClass)
+{
+    return std::any_of(kClasses.begin(), kClasses.end(), [&](const auto& each) {
+        return each.owner != nullptr && each.owner() == ownersClass && object.isKindOf(each.desc());
+    });
+}
+
 } // namespace QeHost

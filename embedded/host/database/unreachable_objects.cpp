@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "embedded/host/database/database.h"
+#include "embedded/host/database/dictionary.h"
 #include "platform/host/dictionary.h"
 
 namespace QeHost {

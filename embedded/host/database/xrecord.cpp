@@ -9,6 +9,12 @@
 namespace QeHost {
 namespace {
 
+struct XrecordState final : ObjectState {
+    Embedded::ResbufValues values;
+
+    void visit(FieldVisitor& visitor) override { visitor.values(values); }
+};
+
 /// Whether the caller names another drawing than the one that the record is in.
 bool isForeign(const QeDbObject& record, const QeDbDatabase* database)
 {

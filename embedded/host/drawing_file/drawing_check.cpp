@@ -10,7 +10,6 @@
 #include "embedded/base/text.h"
 #include "embedded/host/database/handle.h"
 #include "embedded/host/database/object_classes.h"
-#include "embedded/host/database/symbol_name.h"
 #include "embedded/host/database/symbol_table.h"
 #include "embedded/host/drawing_file/drawing_error.h"
 #include "embedded/host/drawing_file/drawing_opening.h"

@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "embedded/base/text.h"
 #include "embedded/host/database/handle.h"
 #include "embedded/host/drawing_file/sealed_pages.h"
 

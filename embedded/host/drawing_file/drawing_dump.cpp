@@ -12,7 +12,6 @@
 #include "embedded/host/database/extended_data.h"
 #include "embedded/host/database/handle.h"
 #include "embedded/host/database/save_plan.h"
-#include "embedded/host/database/symbol_name.h"
 #include "embedded/host/database/symbol_table.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 

@@ -3,6 +3,7 @@
 #include <map>
 #include <utility>
 
+#include "embedded/base/text.h"
 #include "embedded/host/database/handle.h"
 #include "embedded/host/database/save_plan.h"
 #include "embedded/host/drawing_file/object_rows.h"

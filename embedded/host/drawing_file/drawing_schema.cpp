@@ -4,6 +4,7 @@
 #include <map>
 #include <utility>
 
+#include "embedded/base/text.h"
 #include "embedded/host/database/handle.h"
 
 namespace Embedded::DrawingSchema {

@@ -1,7 +1,6 @@
 #include "embedded/diagnostics/fault_injection.h"
 #include "embedded/diagnostics/resource_counters.h"
 #include "embedded/host/application/application.h"
-#include "embedded/host/application/foreign_document_lock.h"
 #include "host/database/drawing_test.h"
 
 namespace Tests {
