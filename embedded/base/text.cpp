@@ -105,6 +105,18 @@ std::string_view beginningOfUtf8(std::string_view utf8, std::size_t mostBytes)
     return utf8.substr(0, length);
 }
 
+std::string truncateForMessage(std::string_view utf8)
+{
+    constexpr std::size_t kMostBytes = 40;
+    const auto isControl = [](char character) {
+        return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
+    };
+    const std::string_view beginning = beginningOfUtf8(utf8, kMostBytes);
+    std::string shown = utf8FromWide(wideFromUtf8(beginning));
+    std::replace_if(shown.begin(), shown.end(), isControl, '?');
+    return beginning.size() < utf8.size() ? shown + "…" : shown;
+}
+
 bool isWellFormed(std::wstring_view text)
 {
     while (!text.empty()) {

@@ -17,6 +17,8 @@ FQCORE_API std::wstring wideFromUtf8(std::string_view utf8);
 FQCORE_API bool isValidUtf8(std::string_view utf8);
 /// The beginning of the text, of `mostBytes` at most, cut between characters.
 FQCORE_API std::string_view beginningOfUtf8(std::string_view utf8, std::size_t mostBytes);
+/// A text as it may stand in a message: at most some forty characters, on one line, valid UTF-8.
+FQCORE_API std::string truncateForMessage(std::string_view utf8);
 /// Whether the text is made of Unicode scalar values (in well-formed UTF-16 where wide characters are units), so that
 /// utf8FromWide loses nothing.
 FQCORE_API bool isWellFormed(std::wstring_view text);

@@ -1,7 +1,7 @@
 // Who has no dictionary, who may not write it, and every call that can fail.
 #include <algorithm>
 
-#include "embedded/host/application/foreign_document_lock.h"
+#include "embedded/host/application/application.h"
 #include "resbuf_dictionary_test.h"
 
 namespace Tests {

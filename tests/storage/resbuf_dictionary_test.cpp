@@ -1,6 +1,6 @@
 #include "resbuf_dictionary_test.h"
 
-#include "embedded/host/application/foreign_document_lock.h"
+#include "embedded/host/application/application.h"
 
 namespace Tests {
 namespace {

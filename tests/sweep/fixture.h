@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/host/application/foreign_document_lock.h"
+#include "embedded/host/application/application.h"
 #include "support/scoped_document.h"
 #include "support/scoped_registry.h"
 #include "support/scoped_variable.h"

@@ -1,6 +1,6 @@
 #include "transformation/drawing_config.h"
 
-#include "embedded/host/application/foreign_document_lock.h"
+#include "embedded/host/application/application.h"
 #include "storage/failing_calls.h"
 #include "transformation_test.h"
 

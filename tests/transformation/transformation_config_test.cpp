@@ -1,7 +1,7 @@
 // The exported functions over the stores.
 #include "coordsys/orvel_transformation_config.h"
 
-#include "embedded/host/application/foreign_document_lock.h"
+#include "embedded/host/application/application.h"
 #include "storage/library_holder.h"
 #include "transformation/registry_settings.h"
 #include "transformation/user_settings_file.h"

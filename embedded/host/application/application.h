@@ -39,6 +39,18 @@ struct HostParts {
 };
 QEHOST_API void setHostParts(HostParts parts);
 
+/// For tests: a lock that someone else holds on a document. While it lives, nobody else can lock the document.
+class QEHOST_API ForeignDocumentLock {
+public:
+    explicit ForeignDocumentLock(QeApDocument* document);
+    ~ForeignDocumentLock();
+    ForeignDocumentLock(const ForeignDocumentLock&) = delete;
+    ForeignDocumentLock& operator=(const ForeignDocumentLock&) = delete;
+
+private:
+    QeApDocument* document_;
+};
+
 /// How loading a module ended; `handle` is null and `message` says why when it was refused.
 struct ModuleLoad {
     Qeapp::ErrorStatus status = Qeapp::eOk;
@@ -59,3 +71,10 @@ QEHOST_API bool isModuleUnlocked(void* handle);
 QEHOST_API bool isModuleMdiAware(void* handle);
 
 } // namespace Embedded
+
+namespace QeHost {
+
+/// The parts that the host has at the moment.
+Embedded::HostParts& hostParts();
+
+} // namespace QeHost

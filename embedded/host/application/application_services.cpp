@@ -1,8 +1,7 @@
 #include "embedded/host/application/application_services.h"
 
 #include "embedded/host/application/application.h"
-#include "embedded/host/application/host_parts.h"
-#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/database.h"
 
 QeDbHostApplicationServices::~QeDbHostApplicationServices() = default;
 
@@ -33,9 +32,4 @@ QeDbHostApplicationServices* qedbHostApplicationServices()
     if (parts.otherApplicationServices != nullptr)
         return parts.otherApplicationServices;
     return parts.applicationServices ? &QeHost::applicationServices() : nullptr;
-}
-
-void Embedded::setUserRegistryProductRootKey(const std::wstring& path)
-{
-    QeHost::applicationServices().setRegistryRoot(path);
 }

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "embedded/diagnostics/resource_counters.h"
-#include "embedded/host/application/host_parts.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/application/application.h"
+#include "embedded/host/database/injected_fault.h"
 
 QeDbDecompositionManager::~QeDbDecompositionManager() = default;
 

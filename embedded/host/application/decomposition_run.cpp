@@ -1,9 +1,9 @@
 #include "embedded/host/application/decomposition_run.h"
 
 #include "embedded/base/text.h"
+#include "embedded/host/application/application.h"
 #include "embedded/host/application/decomposition_manager.h"
-#include "embedded/host/application/host_parts.h"
-#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/database.h"
 
 namespace Embedded {
 namespace {

@@ -7,9 +7,7 @@
 #include "embedded/diagnostics/resource_counters.h"
 #include "embedded/host/application/application.h"
 #include "embedded/host/application/application_services.h"
-#include "embedded/host/application/foreign_document_lock.h"
-#include "embedded/host/application/host_parts.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/injected_fault.h"
 
 using Embedded::ResourceCounters;
 using Embedded::ResourceKind;
@@ -137,34 +135,3 @@ QeApDocManager* qeDocManager()
         return parts.otherDocumentManager;
     return parts.documentManager ? &QeHost::documentManager() : nullptr;
 }
-
-namespace Embedded {
-
-QeApDocument* openDocument(std::unique_ptr<QeDbDatabase> database)
-{
-    return database != nullptr ? QeHost::documentManager().open(std::move(database)) : nullptr;
-}
-
-Qeapp::ErrorStatus closeDocument(QeApDocument* document)
-{
-    return QeHost::documentManager().close(document);
-}
-
-Qeapp::ErrorStatus setCurrentDocument(QeApDocument* document)
-{
-    return QeHost::documentManager().setCurrent(document);
-}
-
-ForeignDocumentLock::ForeignDocumentLock(QeApDocument* document) : document_(document)
-{
-    if (QeHost::Document* found = QeHost::documentManager().find(document_))
-        found->setForeignLock(true);
-}
-
-ForeignDocumentLock::~ForeignDocumentLock()
-{
-    if (QeHost::Document* found = QeHost::documentManager().find(document_))
-        found->setForeignLock(false);
-}
-
-} // namespace Embedded

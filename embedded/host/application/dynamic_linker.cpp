@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "embedded/base/path.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/injected_fault.h"
 
 namespace QeHost {
 
@@ -146,35 +146,3 @@ bool qerxRegisterAppMDIAware(void* appHandle)
     module->mdiAware = true;
     return true;
 }
-
-namespace Embedded {
-
-ModuleLoad loadModule(const std::filesystem::path& file)
-{
-    return QeHost::dynamicLinker().load(file);
-}
-
-Qeapp::ErrorStatus unloadModule(void* handle)
-{
-    return QeHost::dynamicLinker().unload(handle);
-}
-
-void* moduleSymbol(void* handle, const char* name)
-{
-    const QeHost::Module* module = QeHost::dynamicLinker().find(handle);
-    return module != nullptr && name != nullptr ? module->library.symbol(name) : nullptr;
-}
-
-bool isModuleUnlocked(void* handle)
-{
-    const QeHost::Module* module = QeHost::dynamicLinker().find(handle);
-    return module != nullptr && module->unlocked;
-}
-
-bool isModuleMdiAware(void* handle)
-{
-    const QeHost::Module* module = QeHost::dynamicLinker().find(handle);
-    return module != nullptr && module->mdiAware;
-}
-
-} // namespace Embedded

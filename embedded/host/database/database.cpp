@@ -1,9 +1,243 @@
-#include "platform/host/database.h"
+#include "embedded/host/database/database.h"
 
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+#include "embedded/base/text.h"
 #include "embedded/diagnostics/resource_counters.h"
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/drawing_refusal.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/handle.h"
+#include "embedded/host/database/injected_fault.h"
+#include "embedded/host/database/memory.h"
+#include "embedded/host/database/object_classes.h"
+#include "embedded/host/database/symbol_table.h"
+#include "platform/host/geodata.h"
+
+using Embedded::ResourceCounters;
+using Embedded::ResourceKind;
+
+namespace QeHost {
+namespace {
+
+/// Of which no object knows yet.
+ObjectRecord& addRecord(DatabaseImp& database, Embedded::Handle handle)
+{
+    database.objectRecords.push_back(std::make_unique<ObjectRecord>(
+        ObjectRecord{.database = &database, .handle = handle, .position = database.objectRecords.size()}));
+    return *database.objectRecords.back();
+}
+
+void attach(ObjectRecord& objectRecord, QeDbObject& object, ObjectRecord* owner)
+{
+    objectRecord.object = &object;
+    ObjectImp& imp = object.imp();
+    imp.record = &objectRecord;
+    imp.state->owner = owner;
+    ResourceCounters::remove(ResourceKind::detachedObject);
+}
+
+std::string placeOf(const ObjectRecord& objectRecord)
+{
+    return Embedded::placeOf(objectRecord.handle);
+}
+
+std::string faultOfEntry(Embedded::Handle dictionary)
+{
+    return "does not belong to object " + Embedded::hexFromHandle(dictionary) + ", which lists it";
+}
+
+/// Why a stored object of the class may not have the owner, which is null for none; empty when it may.
+std::string faultOfOwner(const DatabaseImp& database, const ObjectRecord& objectRecord, const ObjectClass& itsClass,
+                         const ObjectRecord* owner)
+{
+    const bool isRoot = database.isRoot(objectRecord);
+    if (isRoot != (owner == nullptr))
+        return isRoot ? "is a root and has an owner" : "has no owner";
+    const bool fits = isRoot || (itsClass.owner != nullptr && owner->object->isKindOf(itsClass.owner()));
+    if (!fits)
+        return "cannot belong to object " + Embedded::hexFromHandle(owner->handle);
+    const bool isListedByOwner = objectRecord.listedBy == 0 || (!isRoot && objectRecord.listedBy == owner->handle);
+    return isListedByOwner ? "" : faultOfEntry(objectRecord.listedBy);
+}
+
+} // namespace
+
+} // namespace QeHost
+
+QeDbDatabaseImp::QeDbDatabaseImp(QeDbDatabase& itself, QeDb::QeDbDwgVersion itsVersion)
+    : database(itself), version(itsVersion)
+{
+}
+
+// Opens that nobody ended and transactions that are still active stay in the audit: they are what a client forgot.
+QeDbDatabaseImp::~QeDbDatabaseImp()
+{
+    clear();
+}
+
+void QeDbDatabaseImp::destroy(QeDbObjectRecord& objectRecord)
+{
+    if (objectRecord.isInFile)
+        leftBehind.insert(objectRecord.handle);
+    std::erase(geoDataObjects, &objectRecord);
+    if (const auto known = storedRecords.find(objectRecord.handle);
+        known != storedRecords.end() && known->second == &objectRecord)
+        storedRecords.erase(known);
+    delete objectRecord.object;
+    const std::size_t position = objectRecord.position;
+    objectRecords.back()->position = position;
+    std::swap(objectRecords[position], objectRecords.back());
+    objectRecords.pop_back();
+}
+
+void QeDbDatabaseImp::clear()
+{
+    for (const std::unique_ptr<QeDbObjectRecord>& objectRecord : objectRecords) {
+        objectRecord->database = nullptr; // from here on a record ends with its last id, this one
+        ++objectRecord->ids;
+    }
+    for (const std::unique_ptr<QeDbObjectRecord>& objectRecord : objectRecords)
+        delete objectRecord->object;
+    for (std::unique_ptr<QeDbObjectRecord>& objectRecord : objectRecords)
+        QeHost::releaseId(*objectRecord.release());
+    objectRecords.clear();
+    storedRecords.clear();
+    geoDataObjects.clear();
+    waiting.clear();
+}
+
+QeDbObjectRecord& QeDbDatabaseImp::adopt(QeDbObject& object, QeDbObjectRecord* owner)
+{
+    QeDbObjectRecord& objectRecord = QeHost::addRecord(*this, nextHandle);
+    try {
+        transactions.recordCreation(objectRecord);
+    } catch (...) {
+        objectRecords.pop_back();
+        throw;
+    }
+    QeHost::attach(objectRecord, object, owner);
+    ++nextHandle;
+    object.imp().writing = true;
+    object.imp().modified = false;
+    objectRecord.isChanged = true;
+    ResourceCounters::add(ResourceKind::openObject);
+    return objectRecord;
+}
+
+QeDbObjectRecord& QeDbDatabaseImp::place(QeDbObject& object, QeDbObjectRecord* owner, Embedded::Handle handle)
+{
+    nextHandle = std::max(nextHandle, handle + 1);
+    QeDbObjectRecord& objectRecord = QeHost::addRecord(*this, handle);
+    QeHost::attach(objectRecord, object, owner);
+    objectRecord.isChanged = true;
+    return objectRecord;
+}
+
+void QeDbDatabaseImp::createRoots()
+{
+    namedObjects = &place(*QeHost::makeHostObject<QeDbDictionary>(), nullptr, nextHandle);
+    regAppTable = &place(*QeHost::makeHostObject<QeDbRegAppTable>(), nullptr, nextHandle);
+    blockTable = &place(*QeHost::makeHostObject<QeDbBlockTable>(), nullptr, nextHandle);
+    modelSpace = &place(*QeHost::makeHostObject<QeDbBlockTableRecord>(), blockTable, nextHandle);
+    QeHost::writableStateOf<QeHost::SymbolRecordState>(*modelSpace->object).name = kQeDbModelSpaceName;
+    QeHost::writableStateOf<QeHost::SymbolTableState>(*blockTable->object).records.push_back(modelSpace);
+}
+
+QeDbObjectRecord& QeDbDatabaseImp::storedRecord(Embedded::Handle handle)
+{
+    const auto [entry, isNew] = storedRecords.try_emplace(handle, nullptr);
+    if (!isNew)
+        return *entry->second;
+    try {
+        entry->second = &QeHost::addRecord(*this, handle);
+    } catch (...) {
+        storedRecords.erase(entry);
+        throw;
+    }
+    entry->second->isStored = true;
+    entry->second->isInFile = true;
+    return *entry->second;
+}
+
+QeDbObjectRecord& QeDbDatabaseImp::storedEntry(Embedded::Handle handle, const QeDbObjectRecord& dictionary)
+{
+    QeDbObjectRecord& entry = storedRecord(handle);
+    if (entry.object == nullptr && entry.listedBy == 0)
+        entry.listedBy = dictionary.handle; // until it is QeHost::loaded
+    const QeDbObjectRecord* const owner = entry.object != nullptr ? entry.object->imp().state->owner : nullptr;
+    const Embedded::Handle itsOwner = entry.object == nullptr ? entry.listedBy : owner != nullptr ? owner->handle : 0;
+    if (itsOwner != dictionary.handle)
+        store->refuse(QeHost::placeOf(entry) + QeHost::faultOfEntry(dictionary.handle));
+    return entry;
+}
+
+void QeDbDatabaseImp::load(QeDbObjectRecord& objectRecord)
+{
+    std::vector<std::pair<QeDbObjectRecord*, QeHost::StoredObject>>
+        path; // up to the first owner that is there already, or a root
+    std::unordered_set<const QeDbObjectRecord*> known;
+    for (QeDbObjectRecord* next = &objectRecord; next != nullptr && next->object == nullptr;) {
+        if (!known.insert(next).second)
+            store->refuse(QeHost::placeOf(*next) + "belongs to itself, through its owners");
+        if (!next->isStored)
+            store->refuse(QeHost::placeOf(*path.back().first) + "belongs to an object that is gone");
+        path.emplace_back(next, store->look(next->handle));
+        const Embedded::Handle owner = path.back().second.owner;
+        next = owner != 0 ? &storedRecord(owner) : nullptr;
+    }
+    for (auto each = path.rbegin(); each != path.rend(); ++each)
+        loadBelow(*each->first, each->second);
+}
+
+/// Its owner is loaded.
+void QeDbDatabaseImp::loadBelow(QeDbObjectRecord& objectRecord, const QeHost::StoredObject& stored)
+{
+    if (objectRecord.object != nullptr) // a table loads its records
+        return;
+    const QeHost::ObjectClass* const itsClass = QeHost::findClass(stored.className);
+    if (itsClass == nullptr)
+        store->refuse(QeHost::placeOf(objectRecord) + "is of an unknown class, " +
+                      Embedded::truncateForMessage(Embedded::utf8FromWide(stored.className)));
+    QeDbObjectRecord* const owner = stored.owner != 0 ? &storedRecord(stored.owner) : nullptr;
+    if (const std::string fault = QeHost::faultOfOwner(*this, objectRecord, *itsClass, owner); !fault.empty())
+        store->refuse(QeHost::placeOf(objectRecord) + fault);
+    const bool isNamed = std::find(geoDataObjects.begin(), geoDataObjects.end(), &objectRecord) != geoDataObjects.end();
+    if (isNamed && itsClass->desc() != QeDbGeoData::desc())
+        store->refuse(QeHost::placeOf(objectRecord) + "is no GeoData, as which the header names it");
+    std::unique_ptr<QeDbObject> object(itsClass->make());
+    store->load(objectRecord, *object->imp().state);
+    QeHost::attach(objectRecord, *object.release(), owner);
+    objectRecord.isStored = false;
+    if (objectRecord.object->isKindOf(QeDbSymbolTable::desc()))
+        loadRecords(objectRecord);
+}
+
+/// The names of a table are those of its records. A table is there with all of them or not at all.
+void QeDbDatabaseImp::loadRecords(QeDbObjectRecord& table)
+{
+    try {
+        for (QeDbObjectRecord* const record : QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records) {
+            if (QeHost::loaded(*record).imp().state->owner != &table)
+                store->refuse(QeHost::placeOf(*record) + "belongs to another table than " +
+                              Embedded::hexFromHandle(table.handle));
+        }
+    } catch (...) {
+        delete table.object;
+        table.isStored = true;
+        throw;
+    }
+}
+
+bool QeDbDatabaseImp::isIndispensable(const QeDbObjectRecord& objectRecord) const
+{
+    return isRoot(objectRecord) || &objectRecord == modelSpace;
+}
+
+QeDbObjectRecord* QeDbDatabaseImp::geoData() const
+{
+    const auto found = std::find_if(geoDataObjects.begin(), geoDataObjects.end(), QeHost::isLive);
+    return found != geoDataObjects.end() ? *found : nullptr;
+}
 
 namespace QeHost {
 namespace {

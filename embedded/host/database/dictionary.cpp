@@ -1,12 +1,13 @@
-#include "platform/host/dictionary.h"
+#include "embedded/host/database/dictionary.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/dictionary_iterator.h"
-#include "embedded/host/database/fault.h"
-#include "platform/host/xrecord.h"
+#include "embedded/diagnostics/resource_counters.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/injected_fault.h"
+#include "embedded/host/database/object_classes.h"
+#include "platform/host/dictionary.h"
 
 namespace QeHost {
 namespace {
@@ -21,11 +22,6 @@ ObjectRecord* findEntry(const QeDbDictionary& dictionary, const wchar_t* key)
 {
     ObjectRecord* const found = entriesOf(dictionary).find(key);
     return isLive(found) ? found : nullptr;
-}
-
-bool canBeEntry(const QeDbObject& object)
-{
-    return object.isKindOf(QeDbDictionary::desc()) || object.isKindOf(QeDbXrecord::desc());
 }
 
 Qeapp::ErrorStatus refusalToChange(const QeDbDictionary& dictionary)
@@ -45,7 +41,7 @@ Qeapp::ErrorStatus refusalToAdd(const QeDbDictionary& dictionary, const wchar_t*
         return Qeapp::eInvalidInput;
     if (object->imp().record != nullptr)
         return Qeapp::eAlreadyInDatabase;
-    if (!canBeEntry(*object))
+    if (!canBelongTo(*object, QeDbDictionary::desc()))
         return Qeapp::eNotThatKindOfClass;
     const ObjectRecord* replaced = findEntry(dictionary, key);
     return replaced != nullptr ? conflictOf(*replaced, QeDb::kForWrite) : Qeapp::eOk;
@@ -116,6 +112,67 @@ Qeapp::ErrorStatus removeObject(const QeDbDictionary& dictionary, const QeDbObje
         return Qeapp::eNullObjectId;
     const std::wstring key = isLive(id.record()) ? entriesOf(dictionary).keyOf(*id.record()) : std::wstring();
     return key.empty() ? Qeapp::eKeyNotFound : removeEntry(dictionary, key);
+}
+
+/// A walk over the entries that a dictionary had when the walk began.
+class DictionaryIterator final : public QeDbDictionaryIterator {
+public:
+    explicit DictionaryIterator(const QeDbDictionary& dictionary);
+    ~DictionaryIterator() override;
+    DictionaryIterator(const DictionaryIterator&) = delete;
+    DictionaryIterator& operator=(const DictionaryIterator&) = delete;
+
+    bool done() const override;
+    bool next() override;
+    const wchar_t* name() const override;
+    QeDbObjectId objectId() const override;
+    Qeapp::ErrorStatus getObject(QeDbObject*& object, QeDb::OpenMode mode) const override;
+
+private:
+    std::vector<std::pair<std::wstring, QeDbObjectId>> entries_;
+    std::size_t position_ = 0;
+};
+
+DictionaryIterator::DictionaryIterator(const QeDbDictionary& dictionary)
+{
+    for (const auto& [key, record] : stateOf<DictionaryState>(dictionary).entries.all()) {
+        if (isLive(record))
+            entries_.emplace_back(key, record);
+    }
+    Embedded::ResourceCounters::add(Embedded::ResourceKind::dictionaryIterator);
+}
+
+DictionaryIterator::~DictionaryIterator()
+{
+    Embedded::ResourceCounters::remove(Embedded::ResourceKind::dictionaryIterator);
+}
+
+bool DictionaryIterator::done() const
+{
+    return position_ >= entries_.size();
+}
+
+bool DictionaryIterator::next()
+{
+    if (done())
+        return false;
+    ++position_;
+    return !done();
+}
+
+const wchar_t* DictionaryIterator::name() const
+{
+    return done() ? L"" : entries_[position_].first.c_str();
+}
+
+QeDbObjectId DictionaryIterator::objectId() const
+{
+    return done() ? QeDbObjectId() : entries_[position_].second;
+}
+
+Qeapp::ErrorStatus DictionaryIterator::getObject(QeDbObject*& object, QeDb::OpenMode mode) const
+{
+    return qedbOpenQeDbObject(object, objectId(), mode);
 }
 
 } // namespace
@@ -232,3 +289,5 @@ QeDbDictionaryIterator* QeDbDictionary::newIterator() const
     }));
     return iterator;
 }
+
+QeDbDictionaryIterator::~QeDbDictionaryIterator() = default;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/database.h"
 
 namespace QeHost {
 namespace {

@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/injected_fault.h"
 #include "embedded/host/database/resbuf_chain.h"
-#include "embedded/host/database/symbol_name.h"
-#include "embedded/host/database/symbol_table_search.h"
+#include "embedded/host/database/symbol_table.h"
 
 namespace QeHost {
 namespace {

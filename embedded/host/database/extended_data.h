@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "embedded/host/database/object_imp.h"
+#include "embedded/host/database/object.h"
 
 namespace QeHost {
 

@@ -1,10 +1,21 @@
 #include "platform/host/geodata.h"
 
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/injected_fault.h"
 
 namespace QeHost {
 namespace {
+
+struct GeoDataState final : ObjectState {
+    std::wstring coordinateSystem;
+    QeDbObjectId block;
+
+    void visit(FieldVisitor& visitor) override
+    {
+        visitor.text("coordinate system", coordinateSystem);
+        visitor.reference("block", block);
+    }
+};
 
 /// Throws StoreFailure.
 Qeapp::ErrorStatus refusalToOwn(ObjectRecord* block)

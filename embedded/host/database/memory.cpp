@@ -5,8 +5,8 @@
 #include <cwchar>
 
 #include "embedded/diagnostics/resource_counters.h"
-#include "embedded/host/database/fault.h"
-#include "embedded/host/database/heap.h"
+#include "embedded/host/database/injected_fault.h"
+#include "embedded/host/database/memory.h"
 
 using Embedded::ResourceCounters;
 using Embedded::ResourceKind;

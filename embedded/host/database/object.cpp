@@ -1,11 +1,12 @@
-#include "platform/host/object.h"
+#include "embedded/host/database/object.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "embedded/diagnostics/resource_counters.h"
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/fault.h"
-#include "embedded/host/database/symbol_table_search.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/injected_fault.h"
+#include "embedded/host/database/symbol_table.h"
 #include "embedded/host/database/unreachable_objects.h"
 #include "platform/host/geodata.h"
 #include "platform/host/memory.h"
@@ -14,6 +15,113 @@ using Embedded::ResourceCounters;
 using Embedded::ResourceKind;
 
 namespace QeHost {
+
+bool isLive(const ObjectRecord* record)
+{
+    if (record == nullptr)
+        return false;
+    return record->object != nullptr ? !record->object->imp().state->erased : record->isStored;
+}
+
+Qeapp::ErrorStatus conflictOf(const ObjectRecord& record, QeDb::OpenMode mode)
+{
+    if (record.object == nullptr)
+        return Qeapp::eOk;
+    const ObjectImp& imp = record.object->imp();
+    if (imp.writing)
+        return Qeapp::eOpenForWrite;
+    if (imp.readers > 0 && mode == QeDb::kForWrite)
+        return Qeapp::eOpenForRead;
+    return Qeapp::eOk;
+}
+
+QeDbObject& loaded(ObjectRecord& record)
+{
+    if (record.object == nullptr)
+        record.database->load(record);
+    return *record.object;
+}
+
+namespace {
+
+Qeapp::ErrorStatus refusalToOpen(const ObjectRecord* record, QeDb::OpenMode mode, bool openErased)
+{
+    if (record == nullptr)
+        return Qeapp::eNullObjectId;
+    if (mode != QeDb::kForRead && mode != QeDb::kForWrite)
+        return Qeapp::eNotApplicable;
+    if (record->object == nullptr && !record->isStored)
+        return Qeapp::eUnknownObjectId;
+    if (record->undone || (!openErased && !isLive(record)))
+        return Qeapp::eObjectErased;
+    return conflictOf(*record, mode);
+}
+
+} // namespace
+
+Qeapp::ErrorStatus openRecord(QeDbObject*& object, ObjectRecord* record, QeDb::OpenMode mode, bool openErased)
+{
+    object = nullptr;
+    if (const Qeapp::ErrorStatus refusal = refusalToOpen(record, mode, openErased); refusal != Qeapp::eOk)
+        return refusal;
+    ObjectImp& imp = loaded(*record).imp();
+    if (mode == QeDb::kForWrite)
+        imp.writing = true;
+    else
+        ++imp.readers;
+    Embedded::ResourceCounters::add(Embedded::ResourceKind::openObject);
+    object = record->object;
+    return Qeapp::eOk;
+}
+
+void releaseId(ObjectRecord& record)
+{
+    --record.ids;
+    if (record.database != nullptr)
+        collectIfUnreachable(record);
+    else if (record.ids == 0)
+        delete &record;
+}
+
+void prepareToWrite(ObjectImp& imp)
+{
+    if (imp.record != nullptr) {
+        imp.record->database->transactions.recordWrite(*imp.record);
+        imp.record->isChanged = true;
+    }
+    imp.modified = imp.modified || imp.writing; // the host itself also changes objects that nobody has open
+}
+
+namespace {
+
+bool isRegistered(const ObjectImp& imp, const QeDbObjectReactor* reactor)
+{
+    return std::find(imp.reactors.begin(), imp.reactors.end(), reactor) != imp.reactors.end();
+}
+
+/// Goes through a copy: a reactor may come or go while it is told.
+template <class Notice>
+void tellReactors(const QeDbObject& object, Notice notice)
+{
+    const std::vector<QeDbObjectReactor*> reactors = object.imp().reactors;
+    for (QeDbObjectReactor* reactor : reactors) {
+        if (isRegistered(object.imp(), reactor))
+            notice(*reactor);
+    }
+}
+
+} // namespace
+
+void notifyModified(const QeDbObject& object)
+{
+    tellReactors(object, [&](QeDbObjectReactor& reactor) { reactor.modified(&object); });
+}
+
+void notifyErased(const QeDbObject& object, bool erasing)
+{
+    tellReactors(object, [&](QeDbObjectReactor& reactor) { reactor.erased(&object, erasing); });
+}
+
 namespace {
 
 /// Ends the writer's turn; whoever asked to hear of changes hears of this one while the object can still be queried.
@@ -191,4 +299,52 @@ void QeDbObject::operator delete(void* memory) noexcept
 void QeDbObject::operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
 {
     qeHeapFree(memory);
+}
+
+void QeDbObjectId::retain() const
+{
+    if (record_ != nullptr)
+        ++record_->ids;
+}
+
+void QeDbObjectId::release(QeHost::ObjectRecord& record)
+{
+    QeHost::releaseId(record);
+}
+
+std::uint64_t QeDbObjectId::handle() const
+{
+    return record_ != nullptr ? record_->handle : 0;
+}
+
+Qeapp::ErrorStatus qedbOpenQeDbObject(QeDbObject*& object, QeDbObjectId id, QeDb::OpenMode mode, bool openErased)
+{
+    object = nullptr;
+    if (const auto fault = QeHost::injectedFault("qedbOpenQeDbObject", Qeapp::eOpenForWrite))
+        return *fault;
+    return QeHost::answered([&] { return QeHost::openRecord(object, id.record(), mode, openErased); });
+}
+
+QeDbObjectReactor::~QeDbObjectReactor() = default;
+
+void QeDbObjectReactor::modified(const QeDbObject* /*object*/)
+{
+}
+
+void QeDbObjectReactor::erased(const QeDbObject* /*object*/, bool /*erasing*/)
+{
+}
+
+void QeDbObject::addReactor(QeDbObjectReactor* reactor)
+{
+    if (reactor == nullptr || QeHost::isRegistered(*imp_, reactor))
+        return;
+    imp_->reactors.push_back(reactor);
+    Embedded::ResourceCounters::add(Embedded::ResourceKind::objectReactor);
+}
+
+void QeDbObject::removeReactor(QeDbObjectReactor* reactor)
+{
+    const auto removed = std::erase(imp_->reactors, reactor);
+    Embedded::ResourceCounters::remove(Embedded::ResourceKind::objectReactor, static_cast<long>(removed));
 }

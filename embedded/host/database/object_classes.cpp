@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "embedded/host/database/heap.h"
+#include "embedded/host/database/memory.h"
 #include "platform/host/geodata.h"
 #include "platform/host/symbol_table.h"
 #include "platform/host/xrecord.h"
@@ -34,6 +34,13 @@ const ObjectClass* findClass(std::wstring_view name)
     const auto found = std::find_if(kClasses.begin(), kClasses.end(),
                                     [name](const auto& each) { return each.desc()->name() == name; });
     return found != kClasses.end() ? found : nullptr;
+}
+
+bool canBelongTo(const QeDbObject& object, const QeRxClass* ownersClass)
+{
+    return std::any_of(kClasses.begin(), kClasses.end(), [&](const auto& each) {
+        return each.owner != nullptr && each.owner() == ownersClass && object.isKindOf(each.desc());
+    });
 }
 
 } // namespace QeHost

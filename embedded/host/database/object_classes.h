@@ -16,4 +16,7 @@ struct ObjectClass {
 /// Null for a class that no drawing can hold.
 const ObjectClass* findClass(std::wstring_view name);
 
+/// Whether a drawing can hold the object below an owner of the class.
+bool canBelongTo(const QeDbObject& object, const QeRxClass* ownersClass);
+
 } // namespace QeHost

@@ -2,19 +2,15 @@
 // with visitors of their own.
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "embedded/host/database/dictionary_entries.h"
+#include "embedded/host/database/handle.h"
 #include "embedded/host/database/resbuf_value.h"
 #include "platform/host/object.h"
-
-namespace Embedded {
-using Handle = std::uint64_t; // an object's number in its drawing; 0 for none
-} // namespace Embedded
 
 namespace QeHost {
 
@@ -61,43 +57,3 @@ struct QeDbObjectState {
         visitor.extendedData(extendedData);
     }
 };
-
-namespace QeHost {
-
-struct DictionaryState final : ObjectState {
-    DictionaryEntries entries;
-
-    void visit(FieldVisitor& visitor) override { visitor.entries(entries); }
-};
-
-struct XrecordState final : ObjectState {
-    Embedded::ResbufValues values;
-
-    void visit(FieldVisitor& visitor) override { visitor.values(values); }
-};
-
-/// Erased records stay, so that they are back when they are unerased.
-struct SymbolTableState final : ObjectState {
-    std::vector<ObjectRecord*> records;
-
-    void visit(FieldVisitor& visitor) override { visitor.records(records); }
-};
-
-struct SymbolRecordState final : ObjectState {
-    std::wstring name;
-
-    void visit(FieldVisitor& visitor) override { visitor.text("name", name); }
-};
-
-struct GeoDataState final : ObjectState {
-    std::wstring coordinateSystem;
-    QeDbObjectId block;
-
-    void visit(FieldVisitor& visitor) override
-    {
-        visitor.text("coordinate system", coordinateSystem);
-        visitor.reference("block", block);
-    }
-};
-
-} // namespace QeHost

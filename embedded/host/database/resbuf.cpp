@@ -5,7 +5,7 @@
 #include <new>
 
 #include "embedded/diagnostics/resource_counters.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/injected_fault.h"
 #include "embedded/host/database/resbuf_chain.h"
 #include "platform/host/memory.h"
 

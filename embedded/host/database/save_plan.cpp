@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "embedded/host/database/dictionary.h"
 #include "platform/host/dictionary.h"
 #include "platform/host/symbol_table.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/database.h"
 
 namespace QeHost {
 

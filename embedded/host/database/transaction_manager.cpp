@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "embedded/diagnostics/resource_counters.h"
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/injected_fault.h"
 #include "embedded/host/database/unreachable_objects.h"
 
 using Embedded::ResourceCounters;

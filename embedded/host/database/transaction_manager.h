@@ -5,7 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "embedded/host/database/object_imp.h"
+#include "embedded/host/database/object.h"
 #include "embedded/host/database/object_snapshot.h"
 #include "platform/host/transaction.h"
 

@@ -4,7 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/dictionary.h"
 #include "platform/host/dictionary.h"
 
 namespace QeHost {

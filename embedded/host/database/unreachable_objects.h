@@ -5,7 +5,7 @@
 #include <memory>
 #include <unordered_map>
 
-#include "embedded/host/database/object_imp.h"
+#include "embedded/host/database/object.h"
 #include "embedded/host/database/object_snapshot.h"
 
 namespace QeHost {

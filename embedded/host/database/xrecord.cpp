@@ -2,12 +2,18 @@
 
 #include <utility>
 
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/fault.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/injected_fault.h"
 #include "embedded/host/database/resbuf_chain.h"
 
 namespace QeHost {
 namespace {
+
+struct XrecordState final : ObjectState {
+    Embedded::ResbufValues values;
+
+    void visit(FieldVisitor& visitor) override { visitor.values(values); }
+};
 
 /// Whether the caller names another drawing than the one that the record is in.
 bool isForeign(const QeDbObject& record, const QeDbDatabase* database)

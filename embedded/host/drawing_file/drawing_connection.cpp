@@ -3,7 +3,8 @@
 #include <array>
 #include <utility>
 
-#include "embedded/host/database/drawing_refusal.h"
+#include "embedded/base/text.h"
+#include "embedded/host/database/handle.h"
 #include "embedded/host/drawing_file/sealed_pages.h"
 
 namespace Embedded {

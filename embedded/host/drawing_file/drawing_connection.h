@@ -5,17 +5,14 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "embedded/base/sqlite.h"
 #include "embedded/host/drawing_file/row_checksum.h"
-#include "embedded/host/drawing_file/stored_text.h"
+#include "embedded/host/drawing_file/stored_value.h"
 
 namespace Embedded {
 
-/// A value of a row: null, INTEGER, REAL, TEXT or BLOB.
-using StoredValue = std::variant<std::monostate, std::int64_t, double, StoredText>;
 /// The values of a row of one of the drawing's tables, without its checksum.
 using StoredRow = std::vector<StoredValue>;
 

@@ -8,10 +8,11 @@
 #include "embedded/base/file_kind.h"
 #include "embedded/base/path.h"
 #include "embedded/base/staged_file.h"
-#include "embedded/host/drawing_file/drawing_failure.h"
+#include "embedded/base/system_error.h"
+#include "embedded/host/drawing_file/drawing_error.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
+#include "embedded/host/drawing_file/drawing_schema.h"
 #include "embedded/host/drawing_file/drawing_writer.h"
-#include "embedded/host/drawing_file/schema.h"
 #include "embedded/host/drawing_file/sealed_pages.h"
 
 namespace Embedded {

@@ -8,12 +8,11 @@
 #include <utility>
 
 #include "embedded/base/text.h"
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/drawing_refusal.h"
+#include "embedded/host/database/database.h"
 #include "embedded/host/database/extended_data.h"
+#include "embedded/host/database/handle.h"
 #include "embedded/host/database/save_plan.h"
-#include "embedded/host/database/symbol_name.h"
-#include "embedded/host/database/symbol_table_search.h"
+#include "embedded/host/database/symbol_table.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 
 namespace Embedded {

@@ -3,7 +3,8 @@
 #include <map>
 #include <utility>
 
-#include "embedded/host/database/drawing_refusal.h"
+#include "embedded/base/text.h"
+#include "embedded/host/database/handle.h"
 #include "embedded/host/database/save_plan.h"
 #include "embedded/host/drawing_file/object_rows.h"
 

@@ -1,7 +1,7 @@
 // The header of a drawing file: what is known of the drawing before any object is.
 #pragma once
 
-#include "embedded/host/database/database_imp.h"
+#include "embedded/host/database/database.h"
 #include "embedded/host/drawing_file/drawing_connection.h"
 
 namespace Embedded {

@@ -7,10 +7,10 @@
 
 #include "embedded/base/file_kind.h"
 #include "embedded/base/path.h"
-#include "embedded/host/database/drawing_refusal.h"
-#include "embedded/host/drawing_file/drawing_failure.h"
+#include "embedded/host/database/handle.h"
+#include "embedded/host/drawing_file/drawing_error.h"
+#include "embedded/host/drawing_file/drawing_schema.h"
 #include "embedded/host/drawing_file/drawing_store.h"
-#include "embedded/host/drawing_file/schema.h"
 #include "platform/host/symbol_table.h"
 
 namespace Embedded {

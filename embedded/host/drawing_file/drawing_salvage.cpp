@@ -8,8 +8,8 @@
 
 #include "embedded/base/path.h"
 #include "embedded/base/text.h"
-#include "embedded/host/database/drawing_refusal.h"
-#include "embedded/host/drawing_file/drawing_failure.h"
+#include "embedded/host/database/handle.h"
+#include "embedded/host/drawing_file/drawing_error.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "embedded/host/drawing_file/drawing_header.h"
 #include "embedded/host/drawing_file/drawing_opening.h"

@@ -8,7 +8,7 @@
 
 #include "embedded/base/sql_wait.h"
 #include "embedded/host/database/file_result.h"
-#include "embedded/host/database/object_state.h"
+#include "embedded/host/database/handle.h"
 #include "platform/export.h"
 
 namespace Embedded {

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "embedded/base/text.h"
-#include "embedded/host/database/drawing_refusal.h"
-#include "embedded/host/drawing_file/drawing_failure.h"
+#include "embedded/host/database/handle.h"
+#include "embedded/host/drawing_file/drawing_error.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
 #include "embedded/host/drawing_file/object_rows.h"
 

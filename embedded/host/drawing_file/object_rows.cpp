@@ -5,9 +5,10 @@
 #include <utility>
 
 #include "embedded/base/text.h"
-#include "embedded/host/database/database_imp.h"
-#include "embedded/host/database/drawing_refusal.h"
-#include "embedded/host/drawing_file/stored_resbuf.h"
+#include "embedded/host/database/database.h"
+#include "embedded/host/database/handle.h"
+#include "embedded/host/database/symbol_table.h"
+#include "embedded/host/drawing_file/stored_value.h"
 #include "platform/host/resbuf.h"
 #include "platform/host/symbol_table.h"
 

@@ -2,7 +2,7 @@
 // object's class says; no class is named here.
 #pragma once
 
-#include "embedded/host/database/object_imp.h"
+#include "embedded/host/database/object.h"
 #include "embedded/host/drawing_file/drawing_connection.h"
 
 namespace Embedded {

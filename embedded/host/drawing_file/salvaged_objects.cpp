@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "embedded/base/text.h"
-#include "embedded/host/database/drawing_refusal.h"
+#include "embedded/host/database/handle.h"
 #include "embedded/host/drawing_file/object_rows.h"
 
 namespace Embedded {

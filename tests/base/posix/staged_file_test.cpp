@@ -5,7 +5,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include "host/posix/child_process.h"
+#include "support/posix/child_process.h"
 
 namespace Tests {
 namespace {

@@ -13,10 +13,10 @@
 
 #include "embedded/base/posix/file_descriptor.h"
 #include "embedded/base/staged_file.h"
-#include "host/posix/child_process.h"
 #include "saves/posix/disk_calls.h"
 #include "saves/posix/simulated_disk.h"
 #include "support/platform_test.h"
+#include "support/posix/child_process.h"
 #include "support/temporary_folder.h"
 
 namespace Tests {

@@ -4,7 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "host/posix/child_process.h"
+#include "support/posix/child_process.h"
 #include "windows/posix/registry_file_test.h"
 
 namespace Tests {

@@ -1,5 +1,5 @@
 // What the stand-in does beyond what Windows promises.
-#include "host/posix/child_process.h"
+#include "support/posix/child_process.h"
 #include "windows/posix/registry_file_test.h"
 
 namespace Tests {

@@ -1,0 +1,128 @@
+#include "embedded/host/drawing_file/drawing_schema.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "embedded/base/text.h"
+#include "embedded/host/database/handle.h"
+
+namespace Embedded::DrawingSchema {
+namespace {
+
+constexpr const char* kTables = R"(
+CREATE TABLE header (
+    field TEXT PRIMARY KEY,
+    value INTEGER NOT NULL,
+    checksum INTEGER NOT NULL
+) STRICT, WITHOUT ROWID;
+
+CREATE TABLE objects (
+    handle INTEGER PRIMARY KEY CHECK (handle > 0),
+    class TEXT NOT NULL,
+    owner INTEGER REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    owned INTEGER NOT NULL,
+    owned_digest INTEGER NOT NULL,
+    details INTEGER NOT NULL,
+    details_digest INTEGER NOT NULL,
+    checksum INTEGER NOT NULL
+) STRICT;
+CREATE INDEX objects_by_owner ON objects (owner);
+
+CREATE TABLE entries (
+    dictionary INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    key ANY NOT NULL,
+    object INTEGER NOT NULL UNIQUE REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    checksum INTEGER NOT NULL,
+    PRIMARY KEY (dictionary, key)
+) STRICT, WITHOUT ROWID;
+
+CREATE TABLE records (
+    object INTEGER PRIMARY KEY REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    symbol_table INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    checksum INTEGER NOT NULL
+) STRICT;
+CREATE INDEX records_by_table ON records (symbol_table);
+
+CREATE TABLE fields (
+    object INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    field TEXT NOT NULL,
+    value ANY,
+    target INTEGER REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    checksum INTEGER NOT NULL,
+    UNIQUE (object, field),
+    CHECK ((value IS NULL) <> (target IS NULL))
+) STRICT;
+CREATE INDEX fields_by_target ON fields (target) WHERE target IS NOT NULL;
+
+CREATE TABLE resbufs (
+    object INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    position INTEGER NOT NULL,
+    code INTEGER NOT NULL,
+    value ANY NOT NULL,
+    checksum INTEGER NOT NULL,
+    UNIQUE (object, position)
+) STRICT;
+
+CREATE TABLE extended_data (
+    object INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    application INTEGER NOT NULL REFERENCES objects DEFERRABLE INITIALLY DEFERRED,
+    position INTEGER NOT NULL,
+    code INTEGER NOT NULL,
+    value ANY NOT NULL,
+    checksum INTEGER NOT NULL,
+    UNIQUE (object, application, position)
+) STRICT;
+CREATE INDEX extended_data_by_application ON extended_data (application);
+)";
+
+/// What the schema says of each table and index, by name.
+using Definitions = std::map<std::string, std::string>;
+
+Definitions definitionsIn(SQLite::Database& database)
+{
+    Definitions definitions;
+    SQLite::Statement query(database,
+                            "SELECT name, type || ' of ' || tbl_name || ': ' || coalesce(sql, '') FROM sqlite_schema");
+    while (query.executeStep())
+        definitions.emplace(query.getColumn(0).getString(), query.getColumn(1).getString());
+    return definitions;
+}
+
+const Definitions& expectedDefinitions()
+{
+    static const Definitions expected = [] {
+        SQLite::Database model(":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        model.exec(kTables);
+        return definitionsIn(model);
+    }();
+    return expected;
+}
+
+} // namespace
+
+void create(SQLite::Database& database)
+{
+    database.exec(kTables);
+    database.exec("PRAGMA application_id = " + std::to_string(kApplicationId));
+    database.exec("PRAGMA user_version = " + std::to_string(kFormat));
+}
+
+std::string faultOf(SQLite::Database& database)
+{
+    const Definitions found = definitionsIn(database);
+    for (const auto& [name, definition] : expectedDefinitions()) {
+        const auto same = found.find(name);
+        if (same == found.end())
+            return name + " is missing from its schema";
+        if (same->second != definition)
+            return name + " is not as its schema has to be";
+    }
+    for (const auto& [name, definition] : found) {
+        if (!expectedDefinitions().contains(name))
+            return truncateForMessage(name) + " does not belong into its schema";
+    }
+    return {};
+}
+
+} // namespace Embedded::DrawingSchema

@@ -1,0 +1,32 @@
+// How a drawing file stores wide texts and resbuf values. Wide text is TEXT, or, where UTF-8 cannot hold it, a BLOB of
+// its units, which begins with the byte-order mark of UTF-16 (FF FE) or of UTF-32 (FF FE 00 00), low bytes first.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "embedded/host/database/resbuf_value.h"
+
+namespace Embedded {
+
+/// TEXT, or a BLOB.
+struct StoredText {
+    std::string bytes;
+    bool isBlob = false;
+};
+
+/// A value of a row: null, INTEGER, REAL, TEXT or BLOB.
+using StoredValue = std::variant<std::monostate, std::int64_t, double, StoredText>;
+
+StoredText storedFromWide(std::wstring_view text);
+/// Nothing for bytes that no text is stored as.
+std::optional<std::wstring> wideFromStored(std::string_view bytes, bool isBlob);
+
+StoredValue storedFromResbuf(const ResbufValue& value);
+/// Nothing for a value that the group code does not call for.
+std::optional<ResbufValue> resbufFromStored(std::int64_t code, const StoredValue& value);
+
+} // namespace Embedded

@@ -1,0 +1,253 @@
+#include <functional>
+#include <stdexcept>
+
+#include "embedded/diagnostics/fault_injection.h"
+#include "embedded/diagnostics/resource_counters.h"
+#include "embedded/host/application/application.h"
+#include "embedded/host/application/decomposition_run.h"
+#include "embedded/host/database/database.h"
+#include "host/database/drawing_test.h"
+
+namespace Tests {
+namespace {
+
+using Embedded::DecompositionRun;
+
+constexpr auto kOldVersion = static_cast<QeDb::QeDbDwgVersion>(29);
+
+/// Registered for as long as it lives; does what the test says and writes down what it is told.
+class Converter final : public QeDbDecompositionReactor {
+public:
+    using Work = std::function<Qeapp::ErrorStatus(QeDbSaveErrorRecorder*, QeDbSaveErrorMessageRecorder*)>;
+
+    explicit Converter(std::string& heard) : heard_(heard)
+    {
+        EXPECT_EQ(qedbGetDecompositionManager()->addReactor(this), Qeapp::eOk);
+    }
+    ~Converter() { EXPECT_EQ(qedbGetDecompositionManager()->removeReactor(this), Qeapp::eOk); }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    Qeapp::ErrorStatus decomposeForSave(QeDbDatabase* /*database*/, QeDb::QeDbDwgVersion version,
+                                        QeDbSaveErrorRecorder* errors, QeDbSaveErrorMessageRecorder* messages) override
+    {
+        heard_ += "decompose" + std::to_string(version) + ' ';
+        return work ? work(errors, messages) : Qeapp::eOk;
+    }
+    void saveCompleted(QeDbDatabase* /*database*/, QeDb::QeDbDwgVersion /*version*/) override
+    {
+        heard_ += "completed ";
+    }
+    void saveAborted(QeDbDatabase* /*database*/, QeDb::QeDbDwgVersion /*version*/) override { heard_ += "aborted "; }
+
+    Work work;
+
+private:
+    std::string& heard_;
+};
+
+class DecompositionRunTest : public DrawingTest {
+protected:
+    Qeapp::ErrorStatus addKey()
+    {
+        addXrecord(L"converted");
+        return Qeapp::eOk;
+    }
+
+    std::string heard;
+};
+
+TEST_F(DecompositionRunTest, NobodyRegistered_GoesWell)
+{
+    DecompositionRun run(database, kOldVersion);
+    EXPECT_EQ(run.status(), Qeapp::eOk);
+    EXPECT_EQ(run.message(), "");
+    run.complete();
+}
+
+TEST_F(DecompositionRunTest, Reactors_AreAskedInTheirOrder)
+{
+    Converter first(heard);
+    Converter second(heard);
+    first.work = [&](auto*, auto*) { return heard += "1 ", Qeapp::eOk; };
+    second.work = [&](auto*, auto*) { return heard += "2 ", Qeapp::eOk; };
+    DecompositionRun(database, kOldVersion).complete();
+    EXPECT_EQ(heard, "decompose29 1 decompose29 2 completed completed ");
+}
+
+TEST_F(DecompositionRunTest, CompletedRun_KeepsWhatTheReactorsDid)
+{
+    Converter converter(heard);
+    converter.work = [&](auto*, auto*) { return addKey(); };
+    DecompositionRun run(database, kOldVersion);
+    EXPECT_EQ(transactions().numActiveTransactions(), 1) << "until the drawing is written";
+    EXPECT_EQ(keys(), L"converted");
+    run.complete();
+    EXPECT_EQ(transactions().numActiveTransactions(), 0);
+    EXPECT_EQ(keys(), L"converted");
+}
+
+TEST_F(DecompositionRunTest, RunThatIsNotCompleted_IsUndone)
+{
+    const auto before = contents();
+    Converter converter(heard);
+    converter.work = [&](auto*, auto*) { return addKey(); };
+    {
+        const DecompositionRun run(database, kOldVersion);
+        EXPECT_EQ(run.status(), Qeapp::eOk);
+    }
+    EXPECT_EQ(heard, "decompose29 aborted ");
+    EXPECT_EQ(contents(), before);
+}
+
+TEST_F(DecompositionRunTest, FailingReactor_StopsTheRunAndUndoesIt)
+{
+    const auto before = contents();
+    Converter first(heard);
+    Converter second(heard);
+    first.work = [&](auto*, auto*) {
+        static_cast<void>(addKey()); // it fails after having done half of its work
+        return Qeapp::eNotApplicable;
+    };
+    DecompositionRun run(database, kOldVersion);
+    EXPECT_EQ(run.status(), Qeapp::eNotApplicable);
+    EXPECT_EQ(run.message(), "the drawing's contents cannot be converted for drawing version 29 (status 2)");
+    EXPECT_EQ(heard, "decompose29 aborted aborted ");
+    EXPECT_EQ(contents(), before) << "at once";
+    run.complete();
+    EXPECT_EQ(heard, "decompose29 aborted aborted ") << "a failed run cannot be completed";
+}
+
+TEST_F(DecompositionRunTest, RecordedCode_StopsTheRunWhateverTheResult)
+{
+    Converter converter(heard);
+    converter.work = [](QeDbSaveErrorRecorder* errors, auto*) { return errors->recordError(Qeapp::eInvalidInput); };
+    const DecompositionRun run(database, kOldVersion);
+    EXPECT_EQ(run.status(), Qeapp::eInvalidInput);
+    EXPECT_NE(run.message(), "");
+}
+
+TEST_F(DecompositionRunTest, RecordedMessage_IsTheOutcome)
+{
+    Converter converter(heard);
+    converter.work = [](auto*, QeDbSaveErrorMessageRecorder* messages) {
+        return messages->recordError(Qeapp::eVetoed, L"no caf\u00e9");
+    };
+    const DecompositionRun run(database, kOldVersion);
+    EXPECT_EQ(run.status(), Qeapp::eVetoed);
+    EXPECT_EQ(run.message(), "no caf\xc3\xa9");
+}
+
+TEST_F(DecompositionRunTest, FirstOfSeveralErrors_IsTheOutcome)
+{
+    Converter converter(heard);
+    converter.work = [](QeDbSaveErrorRecorder* errors, QeDbSaveErrorMessageRecorder* messages) {
+        EXPECT_EQ(errors->recordError(Qeapp::eOk), Qeapp::eInvalidInput) << "success is no error";
+        EXPECT_EQ(messages->recordError(Qeapp::eVetoed, nullptr), Qeapp::eOk);
+        EXPECT_EQ(errors->recordError(Qeapp::eNoObject), Qeapp::eOk);
+        return Qeapp::eKeyNotFound;
+    };
+    EXPECT_EQ(DecompositionRun(database, kOldVersion).status(), Qeapp::eVetoed);
+}
+
+TEST_F(DecompositionRunTest, TransactionLeftByAReactor_EndsWithTheRun)
+{
+    Converter converter(heard);
+    converter.work = [&](auto*, auto*) {
+        begin();
+        return addKey();
+    };
+    {
+        const DecompositionRun run(database, kOldVersion);
+    }
+    EXPECT_EQ(transactions().numActiveTransactions(), 0);
+    EXPECT_EQ(keys(), L"");
+    DecompositionRun(database, kOldVersion).complete();
+    EXPECT_EQ(transactions().numActiveTransactions(), 0);
+    EXPECT_EQ(keys(), L"converted");
+}
+
+TEST_F(DecompositionRunTest, OuterTransaction_StaysActive)
+{
+    begin();
+    DecompositionRun(database, kOldVersion).complete();
+    EXPECT_EQ(transactions().numActiveTransactions(), 1);
+    abort();
+}
+
+TEST_F(DecompositionRunTest, ThrowingReactor_IsUndoneOnTheWayOut)
+{
+    Converter converter(heard);
+    converter.work = [&](auto*, auto*) -> Qeapp::ErrorStatus {
+        static_cast<void>(addKey()); // undone with the rest
+        throw std::runtime_error("out of paper");
+    };
+    EXPECT_THROW(DecompositionRun(database, kOldVersion), std::runtime_error);
+    EXPECT_EQ(heard, "decompose29 aborted ");
+    EXPECT_EQ(keys(), L"");
+}
+
+TEST_F(DecompositionRunTest, NoTransaction_NoRun)
+{
+    Converter converter(heard);
+    const Embedded::ScopedFault fault({.call = "QeDbTransactionManager::startTransaction", .code = {}});
+    const DecompositionRun run(database, kOldVersion);
+    EXPECT_EQ(run.status(), Qeapp::eNoTransaction);
+    EXPECT_NE(run.message(), "");
+    EXPECT_EQ(heard, "");
+}
+
+TEST_F(DecompositionRunTest, HostWithoutAManager_AsksNobody)
+{
+    Converter converter(heard);
+    Embedded::setHostParts({.decompositionManager = false});
+    DecompositionRun(database, kOldVersion).complete();
+    Embedded::setHostParts({});
+    EXPECT_EQ(heard, "");
+}
+
+TEST_F(DecompositionRunTest, Reactors_AreRegisteredOnceAndCounted)
+{
+    using Embedded::ResourceCounters;
+    QeDbDecompositionManager& manager = *qedbGetDecompositionManager();
+    Converter converter(heard);
+    EXPECT_EQ(ResourceCounters::now()[Embedded::ResourceKind::decompositionReactor], 1);
+    EXPECT_EQ(manager.addReactor(&converter), Qeapp::eDuplicateKey);
+    EXPECT_EQ(manager.addReactor(nullptr), Qeapp::eInvalidInput);
+    EXPECT_EQ(manager.removeReactor(nullptr), Qeapp::eKeyNotFound);
+    EXPECT_EQ(ResourceCounters::now()[Embedded::ResourceKind::decompositionReactor], 1);
+}
+
+TEST_F(DecompositionRunTest, ReactorWhoseRemovalFails_IsLetGoOfAllTheSame)
+{
+    class Silent final : public QeDbDecompositionReactor {};
+    Silent silent;
+    QeDbDecompositionManager& manager = *qedbGetDecompositionManager();
+    ASSERT_EQ(manager.addReactor(&silent), Qeapp::eOk);
+    {
+        const Embedded::ScopedFault fault({.call = "QeDbDecompositionManager::removeReactor"});
+        EXPECT_EQ(manager.removeReactor(&silent), Qeapp::eOutOfMemory);
+    }
+    EXPECT_EQ(manager.removeReactor(&silent), Qeapp::eKeyNotFound);
+}
+
+TEST_F(DecompositionRunTest, ReactorThatDoesNothing_LetsEverythingPass)
+{
+    class Silent final : public QeDbDecompositionReactor {};
+    Silent silent;
+    ASSERT_EQ(qedbGetDecompositionManager()->addReactor(&silent), Qeapp::eOk);
+    DecompositionRun run(database, kOldVersion);
+    EXPECT_EQ(run.status(), Qeapp::eOk);
+    run.complete();
+    EXPECT_EQ(qedbGetDecompositionManager()->removeReactor(&silent), Qeapp::eOk);
+}
+
+TEST_F(DecompositionRunTest, DrawingVersion_IsWhatTheSaverSays)
+{
+    EXPECT_EQ(database.drawingVersion(), QeDb::kCurrentDwg);
+    database.imp().version = kOldVersion;
+    EXPECT_EQ(database.drawingVersion(), kOldVersion);
+}
+
+} // namespace
+} // namespace Tests

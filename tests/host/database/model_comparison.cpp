@@ -1,0 +1,108 @@
+#include <algorithm>
+
+#include "host/database/model_run.h"
+#include "host/database/model_values.h"
+
+namespace Tests {
+namespace {
+
+/// The chain as one list of values for each application.
+std::map<std::wstring, DrawingModel::Values> byApplication(const resbuf* chain)
+{
+    std::map<std::wstring, DrawingModel::Values> data;
+    std::wstring application;
+    for (; chain != nullptr; chain = chain->rbnext) {
+        if (chain->restype == QeRb::kXdataAppName) {
+            application = chain->resval.rstring;
+            continue;
+        }
+        resbuf single = *chain;
+        single.rbnext = nullptr;
+        data[application].push_back(valuesOf(&single).front());
+    }
+    return data;
+}
+
+} // namespace
+
+/// What is cheap enough to compare after every step.
+bool ModelRun::compareShape()
+{
+    QeDbObjectId geoData;
+    const auto status = qedbGetGeoDataObjId(database_.get(), geoData);
+    EXPECT_EQ(status == Qeapp::eOk, !geoData.isNull());
+    same_ = same_ && geoData.handle() == model_.geoData() &&
+            database_->transactionManager()->numActiveTransactions() == model_.depth();
+    EXPECT_TRUE(same_) << "GeoData object or number of transactions differ";
+    return same_;
+}
+
+bool ModelRun::compare()
+{
+    EXPECT_EQ(contentsOf(*database_), model_.printed());
+    for (const auto& [number, object] : model_.objects()) {
+        if (same_ && !compareObject(number, object)) {
+            ADD_FAILURE() << "object " << number << " differs";
+            same_ = false;
+        }
+    }
+    return same_ && !testing::Test::HasFailure();
+}
+
+bool ModelRun::compareObject(Number number, const DrawingModel::Object& expected)
+{
+    const auto open =
+        std::find_if(opens_.begin(), opens_.end(), [&](const Open& each) { return each.number == number; });
+    if (open != opens_.end())
+        return compareContents(*open->object, expected);
+    QeDbObject* object = nullptr;
+    if (qedbOpenQeDbObject(object, idOf(number), QeDb::kForRead, true) != Qeapp::eOk)
+        return false;
+    const bool same = compareContents(*object, expected);
+    return object->close() == Qeapp::eOk && same;
+}
+
+bool ModelRun::compareContents(const QeDbObject& object, const DrawingModel::Object& expected)
+{
+    if (object.isErased() != expected.erased || object.ownerId().handle() != expected.owner ||
+        !compareExtendedData(object, expected))
+        return false;
+    switch (expected.kind) {
+    case Kind::dictionary:
+        return compareEntries(static_cast<const QeDbDictionary&>(object), object.objectId().handle());
+    case Kind::xrecord: {
+        Chain chain;
+        return static_cast<const QeDbXrecord&>(object).rbChain(chain.put()) == Qeapp::eOk &&
+               valuesOf(chain.get()) == expected.values;
+    }
+    case Kind::application:
+        return static_cast<const QeDbRegAppTableRecord&>(object).getName() == expected.text;
+    case Kind::geoData:
+        return static_cast<const QeDbGeoData&>(object).coordinateSystem() == expected.text;
+    case Kind::fixture:
+        return true;
+    }
+    return false;
+}
+
+bool ModelRun::compareEntries(const QeDbDictionary& dictionary, Number number)
+{
+    std::map<std::wstring, Number> entries;
+    const std::unique_ptr<QeDbDictionaryIterator> iterator(dictionary.newIterator());
+    for (; !iterator->done(); iterator->next())
+        entries.emplace(iterator->name(), iterator->objectId().handle());
+    return entries == model_.entriesOf(number) && dictionary.numEntries() == entries.size();
+}
+
+bool ModelRun::compareExtendedData(const QeDbObject& object, const DrawingModel::Object& expected)
+{
+    std::map<std::wstring, DrawingModel::Values> data;
+    for (const auto& [application, values] : expected.extendedData) {
+        if (model_.isLive(application))
+            data.emplace(model_.objects().at(application).text, values);
+    }
+    const Chain chain(object.xData());
+    return byApplication(chain.get()) == data;
+}
+
+} // namespace Tests

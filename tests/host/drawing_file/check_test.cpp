@@ -1,0 +1,225 @@
+// Checking all of a drawing file, and saving what can be read of a damaged one.
+#include <algorithm>
+#include <vector>
+
+#include "embedded/host/drawing_file/drawing_check.h"
+#include "embedded/host/drawing_file/drawing_salvage.h"
+#include "host/drawing_file/drawing_file_test.h"
+
+namespace Tests {
+namespace {
+
+class CheckedDrawing : public DrawingFileTest {
+protected:
+    CheckedDrawing()
+    {
+        Drawing drawing;
+        drawing.withLegacyCode(L"EPSG:25832").withXrecord({{300, L"text"}, {1040, 2.5}, {310, Bytes{1}}}, L"values");
+        drawing.withDictionary(L"dictionary").withGeoData(L"geodata");
+        given(drawing); // 5: application, 6: values, 7: dictionary, 8: GeoData
+    }
+
+    /// "place: message" of each fault; what stopped the check where it could not be made.
+    std::vector<std::string> faults() const
+    {
+        Embedded::DrawingFaults found;
+        const FileResult result = Embedded::checkDrawing(file, waitOf(0), found);
+        std::vector<std::string> texts;
+        if (result.status != Qeapp::eOk)
+            texts.push_back(outcome(result));
+        for (const Embedded::DrawingFault& fault : found.told)
+            texts.push_back(fault.place + ": " + fault.message);
+        EXPECT_EQ(found.number, found.told.size());
+        return texts;
+    }
+    /// The faults after a change whose checksums fit; the file is not changed by looking for them.
+    std::vector<std::string> faultsAfter(const std::string& sql) const
+    {
+        changeBySql(file, sql);
+        const std::string before = readFile(file);
+        std::vector<std::string> found = faults();
+        EXPECT_TRUE(readFile(file) == before);
+        return found;
+    }
+    static bool contains(const std::vector<std::string>& texts, const std::string& text)
+    {
+        return std::ranges::find(texts, text) != texts.end();
+    }
+    Embedded::Salvage salvaged() const
+    {
+        Embedded::Salvage salvage;
+        EXPECT_EQ(outcome(Embedded::salvageDrawing(file, out, waitOf(0), salvage)), "0");
+        Embedded::DrawingFaults left;
+        EXPECT_EQ(outcome(Embedded::checkDrawing(out, waitOf(0), left)), "0");
+        EXPECT_EQ(left.number, 0U) << left.told.front().place << ": " << left.told.front().message;
+        return salvage;
+    }
+    std::string contentsOfFile(const std::filesystem::path& path) const
+    {
+        Database database;
+        EXPECT_EQ(outcome(load(path, database)), "0");
+        return contentsOf(*database);
+    }
+
+    std::filesystem::path out = folder.path() / "out.qedb";
+};
+
+using Texts = std::vector<std::string>;
+
+TEST_F(CheckedDrawing, Sound_HasNoFault)
+{
+    EXPECT_EQ(faults(), Texts());
+}
+
+TEST_F(CheckedDrawing, EveryFlippedBitIsFound)
+{
+    const std::string sound = readFile(file);
+    std::string damaged = sound;
+    std::size_t tried = 0;
+    for (std::size_t bit = 0; bit < 8 * sound.size(); bit += std::size_t{499} * ORVEL_TEXT_STRIDE) {
+        damaged[bit / 8] = static_cast<char>(damaged[bit / 8] ^ 1 << bit % 8);
+        writeFile(file, damaged);
+        ASSERT_NE(faults(), Texts()) << "bit " << bit;
+        damaged[bit / 8] = sound[bit / 8];
+        ++tried;
+    }
+    EXPECT_GT(tried, 20U);
+}
+
+TEST_F(CheckedDrawing, FileOfAWrongSizeIsFound)
+{
+    const std::string sound = readFile(file);
+    for (const std::string& bytes :
+         {sound + "x", sound + std::string(4096, '\0'), sound.substr(0, sound.size() - 4096), sound.substr(0, 5000)}) {
+        writeFile(file, bytes);
+        EXPECT_NE(faults(), Texts()) << bytes.size();
+    }
+}
+
+/// Rows that are well-formed, and wrong.
+TEST_F(CheckedDrawing, RowsThatDoNotFitTogetherAreFound)
+{
+    const std::string sound = readFile(file);
+    const std::pair<const char*, const char*> changes[] = {
+        {"UPDATE objects SET owner = 99 WHERE handle = 6", "object 6: its owners do not lead to a root"},
+        {"UPDATE objects SET owner = 7 WHERE handle = 7", "object 7: belongs to itself, through its owners"},
+        {"UPDATE objects SET owner = NULL WHERE handle = 7", "object 7: its owners do not lead to a root"},
+        {"UPDATE objects SET owner = 7 WHERE handle = 6", "object 6: is listed by another object than its owner"},
+        {"UPDATE objects SET owner = 2 WHERE handle = 6", "object 6: cannot belong to object 2"},
+        {"UPDATE objects SET class = 'QeDbEntity' WHERE handle = 6", "object 6: is of an unknown class, QeDbEntity"},
+        {"DELETE FROM entries WHERE object = 6", "object 6: nobody lists it"},
+        {"DELETE FROM objects WHERE handle = 6", "object 6: is not there"},
+        {"DELETE FROM fields WHERE object = 5", "object 5: its name is missing"},
+        {"UPDATE fields SET value = x'FFFE41' WHERE field = 'coordinate system'",
+         "object 8: coordinate system is no text"},
+        {"UPDATE resbufs SET code = 1071 WHERE position = 0",
+         "object 6: holds a value that does not fit the group code 1071"},
+        {"DELETE FROM resbufs WHERE position = 0", "object 6: a value is missing at position 0"},
+        {"UPDATE extended_data SET application = 4",
+         "object 1: extended data of 4, which is no registered application"},
+        {"UPDATE fields SET value = 'KTN_PROJECTION' WHERE object = 4", "object 4: is not the block of model space"},
+        {"UPDATE header SET value = 7 WHERE field = 'next handle'",
+         "header: the next handle is not above that of every object"},
+        {"UPDATE header SET value = 77 WHERE field = 'drawing version'", "header: there is no drawing version 77"},
+        {"DELETE FROM header WHERE field = 'geo data'", "object 8: nobody lists it"},
+    };
+    for (const auto& [sql, fault] : changes) {
+        writeFile(file, sound);
+        const Texts found = faultsAfter(sql);
+        EXPECT_TRUE(contains(found, fault)) << sql << "\n" << testing::PrintToString(found);
+    }
+}
+
+TEST_F(CheckedDrawing, WrongDigestsAreFound)
+{
+    DrawingSql(file).run("DELETE FROM resbufs WHERE position = 2");
+    sealFile(file);
+    EXPECT_TRUE(contains(faults(), "object 6: its values are not all there, or more than there were"));
+}
+
+TEST_F(CheckedDrawing, OtherThanADrawing_IsNotChecked)
+{
+    writeFile(file, "no drawing");
+    EXPECT_EQ(faults(), Texts{refusal(Qeapp::eFileDamaged, "is no drawing file: not an SQLite database")});
+}
+
+TEST_F(CheckedDrawing, SalvageOfASoundDrawing_IsTheSameDrawing)
+{
+    const std::string before = inFile();
+    const Embedded::Salvage salvage = salvaged();
+    EXPECT_EQ(salvage.objects, 8U);
+    EXPECT_TRUE(salvage.lost.empty());
+    EXPECT_EQ(contentsOfFile(out), before);
+}
+
+TEST_F(CheckedDrawing, SalvageSaysWhatIsLostAndKeepsTheRest)
+{
+    DrawingSql(file).run("UPDATE resbufs SET value = 2.25 WHERE object = 6 AND position = 1");
+    const std::string before = readFile(file);
+    const Embedded::Salvage salvage = salvaged();
+    ASSERT_EQ(salvage.lost.size(), 1U);
+    EXPECT_EQ(salvage.lost[0].handle, 6U);
+    EXPECT_EQ(salvage.lost[0].className, "QeDbXrecord");
+    EXPECT_EQ(salvage.lost[0].reason, "table resbufs: the row of 6 is not as it was written");
+    EXPECT_EQ(timesIn(contentsOfFile(out), "\nobject "), 7);
+    EXPECT_EQ(timesIn(contentsOfFile(out), "coordinate system \"geodata\""), 1);
+    EXPECT_TRUE(readFile(file) == before);
+}
+
+TEST_F(CheckedDrawing, SalvageKeepsWhatHasLostItsOwner)
+{
+    changeBySql(file,
+                "UPDATE objects SET owner = 7 WHERE handle = 6; UPDATE entries SET dictionary = 7 WHERE object = 6");
+    DrawingSql(file).run("UPDATE objects SET checksum = checksum + 1 WHERE handle = 7");
+    const Embedded::Salvage salvage = salvaged();
+    ASSERT_EQ(salvage.lost.size(), 1U);
+    EXPECT_EQ(salvage.lost[0].handle, 7U);
+    const std::string contents = contentsOfFile(out);
+    EXPECT_EQ(timesIn(contents, "  entry \"SALVAGED\" "), 1) << contents;
+    EXPECT_EQ(timesIn(contents, "  entry \"6\" 6\n"), 1) << contents;
+    EXPECT_EQ(timesIn(contents, "  value 300 \"text\"\n"), 1) << contents;
+}
+
+TEST_F(CheckedDrawing, SalvageBreaksACycle)
+{
+    changeBySql(file,
+                "UPDATE objects SET owner = 7 WHERE handle = 7; UPDATE entries SET dictionary = 7 WHERE object = 7");
+    const Embedded::Salvage salvage = salvaged();
+    EXPECT_TRUE(salvage.lost.empty());
+    EXPECT_EQ(timesIn(contentsOfFile(out), "  entry \"7\" 7\n"), 1);
+}
+
+TEST_F(CheckedDrawing, SalvageOfALostRoot_MakesANewOne)
+{
+    DrawingSql(file).run("UPDATE objects SET checksum = checksum + 1 WHERE handle < 5");
+    const Embedded::Salvage salvage = salvaged();
+    EXPECT_EQ(salvage.lost.size(), 5U) << "four roots, and the extended data of one";
+    const std::string contents = contentsOfFile(out);
+    EXPECT_EQ(timesIn(contents, "  value 300 \"text\"\n"), 1) << contents;
+}
+
+/// Each page in turn is noise: the rest is saved, or the file is refused where the noise is in the schema.
+TEST_F(CheckedDrawing, SalvageOfADamagedPage_IsSound)
+{
+    const std::string sound = readFile(file);
+    for (std::size_t page = 1; page < sound.size() / 4096; ++page) {
+        SCOPED_TRACE(page);
+        std::string damaged = sound;
+        for (std::size_t byte = 0; byte < 4096; ++byte)
+            damaged[page * 4096 + byte] = static_cast<char>(byte * 7 + page);
+        writeFile(file, damaged);
+        std::filesystem::remove(out);
+        salvaged();
+    }
+}
+
+TEST_F(CheckedDrawing, SalvageIntoAFileThatExists_IsRefused)
+{
+    writeFile(out, "mine");
+    Embedded::Salvage salvage;
+    EXPECT_EQ(Embedded::salvageDrawing(file, out, waitOf(0), salvage).status, Qeapp::eFileExists);
+    EXPECT_EQ(readFile(out), "mine");
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,340 @@
+// Files that are no drawings, or not sound: each is refused with a message that says why, and stays as it is.
+#include <vector>
+
+#include "embedded/host/drawing_file/drawing_dump.h"
+#include "host/drawing_file/drawing_file_test.h"
+
+namespace Tests {
+namespace {
+
+/// The first bytes of a drawing as earlier programs wrote them.
+constexpr const char* kFormat1 = "{\n  \"format\": \"embedded host drawing\",\n  \"formatVersion\": 1,\n";
+
+class FileRefusal : public DrawingFileTest {
+protected:
+    FileRefusal()
+    {
+        Drawing drawing;
+        drawing.withLegacyCode(L"EPSG:25832").withXrecord({{300, L"text"}, {1040, 2.5}, {310, Bytes{1}}}, L"values");
+        drawing.withDictionary(L"dictionary").withGeoData(L"geodata");
+        given(drawing);
+    }
+    /// Opens it in every way and all of it; what was said first.
+    std::string foundIn(const std::filesystem::path& path) const
+    {
+        std::string found;
+        for (const DrawingAccess access : {DrawingAccess::sharing, DrawingAccess::reading, DrawingAccess::changing}) {
+            Database database;
+            const FileResult result = load(path, database, access);
+            EXPECT_EQ(database != nullptr, result.status == Qeapp::eOk);
+            std::string text;
+            const std::string one = outcome(database != nullptr ? Embedded::dumpDrawing(*database, text) : result);
+            if (found.empty())
+                found = one;
+            EXPECT_EQ(one, found);
+        }
+        return found;
+    }
+    void expectRefused(const std::string& reason, Qeapp::ErrorStatus status = Qeapp::eFileDamaged)
+    {
+        const std::string before = readFile(file);
+        EXPECT_EQ(foundIn(file), refusal(status, reason));
+        EXPECT_TRUE(readFile(file) == before) << "the attempt has changed it";
+        EXPECT_EQ(folder.names(), std::set<std::string>{"a.qedb"}) << "the attempt has left something";
+    }
+};
+
+TEST_F(FileRefusal, AFileThatIsNotThere)
+{
+    std::filesystem::remove(file);
+    EXPECT_EQ(foundIn(file), refusal(Qeapp::eFileNotFound, "No such file or directory"));
+    EXPECT_EQ(folder.names(), std::set<std::string>());
+}
+
+TEST_F(FileRefusal, AFolder)
+{
+    EXPECT_EQ(foundIn(folder.path()), number(Qeapp::eFileDamaged) + " " + folder.path().string() + ": is a folder");
+}
+
+TEST_F(FileRefusal, AFileOfNoBytes)
+{
+    writeFile(file, "");
+    expectRefused("is empty, and so no drawing");
+}
+
+TEST_F(FileRefusal, ADrawingOfFormat1)
+{
+    writeFile(file, kFormat1);
+    expectRefused("is a drawing of format 1, which is not read any more");
+    writeFile(file, kFormat1 + std::string(10'000, ' '));
+    expectRefused("is a drawing of format 1, which is not read any more");
+}
+
+TEST_F(FileRefusal, WhatIsNoDatabase)
+{
+    for (const std::string& bytes : {std::string("xy"), std::string(100, '\0'), std::string(5'000, '\xFF'),
+                                     std::string("SQLite format 2 ") + std::string(5'000, 'x')}) {
+        writeFile(file, bytes);
+        expectRefused("is no drawing file: not an SQLite database");
+    }
+}
+
+TEST_F(FileRefusal, ADatabaseOfAnotherApplication)
+{
+    DrawingSql(file).run("PRAGMA application_id = 4711");
+    expectRefused("is a database of another application (its application_id is 4711)");
+}
+
+TEST_F(FileRefusal, AnyOtherDatabase)
+{
+    std::filesystem::remove(file);
+    SQLite::Database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE).exec("CREATE TABLE t (x)");
+    expectRefused("is a database of another application (its application_id is 0)");
+}
+
+TEST_F(FileRefusal, AFormatThatIsTooNew)
+{
+    DrawingSql(file).run("PRAGMA user_version = 3");
+    expectRefused("is of format 3; this version reads format 2", Qeapp::eFileTooNew);
+}
+
+TEST_F(FileRefusal, AFormatThatNeverWas)
+{
+    DrawingSql(file).run("PRAGMA user_version = 0");
+    expectRefused("is of no known format (its user_version is 0)");
+}
+
+/// A change of the schema by SQL, and why the file is refused then.
+struct SchemaCase {
+    const char* name;
+    const char* sql;
+    const char* reason;
+    friend void PrintTo(const SchemaCase& each, std::ostream* out) { *out << each.name; }
+};
+
+class SchemaRefusal : public FileRefusal, public testing::WithParamInterface<SchemaCase> {};
+
+TEST_P(SchemaRefusal, IsRefused)
+{
+    DrawingSql(file).run(GetParam().sql);
+    expectRefused(GetParam().reason);
+}
+
+const SchemaCase kSchemaCases[] = {
+    {"AnExtraTable", "CREATE TABLE extra (x)", "extra does not belong into its schema"},
+    {"AnExtraTableOfALongName", "CREATE TABLE \"an extra table whose name is longer than forty bytes\" (x)",
+     "an extra table whose name is longer than… does not belong into its schema"},
+    {"AnExtraIndex", "CREATE INDEX extra ON resbufs (code)", "extra does not belong into its schema"},
+    {"AMissingIndex", "DROP INDEX objects_by_owner", "objects_by_owner is missing from its schema"},
+    {"AnIndexOnSomethingElse", "DROP INDEX objects_by_owner; CREATE INDEX objects_by_owner ON objects (class)",
+     "objects_by_owner is not as its schema has to be"},
+    {"AnIndexOnAnExpression",
+     "DROP INDEX records_by_table; CREATE INDEX records_by_table ON records (symbol_table + 0)",
+     "records_by_table is not as its schema has to be"},
+    {"ATableOfAnotherDefinition", "ALTER TABLE records ADD COLUMN more INTEGER",
+     "records is not as its schema has to be"},
+    {"AGeneratedColumn", "ALTER TABLE resbufs ADD COLUMN made INTEGER GENERATED ALWAYS AS (code + 1) VIRTUAL",
+     "resbufs is not as its schema has to be"},
+    {"ATableOfAnotherName", "ALTER TABLE resbufs RENAME TO values_of_objects", "resbufs is missing from its schema"},
+    {"ATrigger", "CREATE TRIGGER extra AFTER DELETE ON resbufs BEGIN DELETE FROM objects; END",
+     "extra does not belong into its schema"},
+    {"AView", "CREATE VIEW extra AS SELECT * FROM objects", "extra does not belong into its schema"},
+    {"AViewOfABillionRows",
+     "CREATE VIEW extra AS WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM n LIMIT 1000000000000) "
+     "SELECT count(*) FROM n",
+     "extra does not belong into its schema"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Each, SchemaRefusal, testing::ValuesIn(kSchemaCases),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+TEST_F(FileRefusal, AMissingTable)
+{
+    DrawingSql(file).run("DROP TABLE resbufs");
+    expectRefused("resbufs is missing from its schema");
+}
+
+TEST_F(FileRefusal, AViewInThePlaceOfATable)
+{
+    DrawingSql(file).run("DROP TABLE resbufs; CREATE VIEW resbufs AS WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT "
+                         "x + 1 FROM n LIMIT 1000000000000) SELECT x AS object, x AS position, 1071 AS code, x AS "
+                         "value, x AS checksum FROM n");
+    expectRefused("resbufs is not as its schema has to be");
+}
+
+TEST_F(FileRefusal, ATableThatTheSchemaSaysAndTheFileDoesNotHave)
+{
+    // The sound definition, of a page that is not a table's.
+    DrawingSql(file).run("PRAGMA writable_schema = ON; UPDATE sqlite_schema SET rootpage = 1 WHERE name = 'resbufs'");
+    const std::string before = readFile(file);
+    EXPECT_EQ(foundIn(file).substr(0, 2), number(Qeapp::eFileDamaged));
+    EXPECT_TRUE(readFile(file) == before);
+}
+
+TEST_F(FileRefusal, AFileInWriteAheadMode)
+{
+    std::string bytes = readFile(file);
+    bytes[18] = bytes[19] = 2;
+    writeFile(file, bytes);
+    expectRefused("is in SQLite's write-ahead mode, which drawing files are never in");
+}
+
+/// Rows whose checksums fit and that are wrong all the same, and what is said when all of the drawing is read.
+/// Statements that change entries while there is no index that keeps an object from being listed twice. The index is
+/// there again afterwards, and does not know of the change.
+std::string withoutIndex(const std::string& sql)
+{
+    return "CREATE TEMP TABLE whole AS SELECT rowid, * FROM sqlite_schema; PRAGMA writable_schema = ON; "
+           "DELETE FROM sqlite_schema WHERE name = 'sqlite_autoindex_entries_1'; "
+           "UPDATE sqlite_schema SET sql = replace(sql, 'UNIQUE', '') WHERE name = 'entries'; "
+           "PRAGMA writable_schema = RESET; " +
+           sql +
+           "; PRAGMA writable_schema = ON; DELETE FROM sqlite_schema; "
+           "INSERT INTO sqlite_schema (rowid, type, name, tbl_name, rootpage, sql) SELECT * FROM temp.whole; "
+           "PRAGMA writable_schema = RESET";
+}
+
+struct RowCase {
+    const char* name;
+    std::string sql;
+    const char* reason;
+    friend void PrintTo(const RowCase& each, std::ostream* out) { *out << each.name; }
+};
+
+class RowRefusal : public FileRefusal, public testing::WithParamInterface<RowCase> {};
+
+TEST_P(RowRefusal, IsRefused)
+{
+    changeBySql(file, "PRAGMA foreign_keys = OFF; PRAGMA ignore_check_constraints = ON; " + GetParam().sql);
+    expectRefused(GetParam().reason);
+}
+
+// The drawing's objects: 1 named objects, 2 applications, 3 blocks, 4 model space, 5 the application, 6 the xrecord, 7
+// the dictionary, 8 GeoData.
+const RowCase kRowCases[] = {
+    {"NoVersion", "DELETE FROM header WHERE field = 'drawing version'", "header: drawing version is missing"},
+    {"AVersionThatIsNone", "UPDATE header SET value = 34 WHERE field = 'drawing version'",
+     "header: there is no drawing version 34"},
+    {"NoNextHandle", "DELETE FROM header WHERE field = 'next handle'", "header: next handle is missing"},
+    {"ANextHandleThatIsInUse", "UPDATE header SET value = 8 WHERE field = 'next handle'",
+     "header: the next handle is not above that of every object"},
+    {"AHandleThatIsNone", "UPDATE header SET value = -1 WHERE field = 'blocks'", "header: blocks is no handle"},
+    {"AnUnknownHeaderField", "INSERT INTO header VALUES ('more', 1, 0)", "header: unknown field more"},
+    {"ARootThatIsNotThere", "UPDATE header SET value = 99 WHERE field = 'registered applications'",
+     "object 63: is not there"},
+    {"ARootOfAnotherClass", "UPDATE header SET value = 3 WHERE field = 'registered applications'",
+     "object 3: is no table of registered applications"},
+    {"ARootWithAnOwner", "UPDATE objects SET owner = 1 WHERE handle = 3", "object 3: is a root and has an owner"},
+    {"AnUnknownClass", "UPDATE objects SET class = 'QeDbCircle' WHERE handle = 6",
+     "object 6: is of an unknown class, QeDbCircle"},
+    {"ADanglingOwner", "UPDATE objects SET owner = 99 WHERE handle = 6", "object 63: is not there"},
+    {"NoOwner", "UPDATE objects SET owner = NULL WHERE handle = 6", "object 6: has no owner"},
+    {"AnOwnerOfAnotherClass", "UPDATE objects SET owner = 2 WHERE handle = 6", "object 6: cannot belong to object 2"},
+    {"ACycleOfOwners",
+     "UPDATE objects SET owner = 7 WHERE handle = 7; UPDATE entries SET dictionary = 7 WHERE object = 7; "
+     "UPDATE objects SET owner = 7 WHERE handle = 6",
+     "object 7: belongs to itself, through its owners"},
+    {"ACycleOfEntries", "INSERT INTO entries VALUES (7, 'root', 1, 0)",
+     "object 1: does not belong to object 7, which lists it"},
+    {"AnEntryOfWhatBelongsToAnother", "UPDATE entries SET dictionary = 7 WHERE object = 6",
+     "object 6: does not belong to object 7, which lists it"},
+    {"AnEntryOfARoot", "UPDATE entries SET object = 3 WHERE object = 6",
+     "object 3: does not belong to object 1, which lists it"},
+    {"AnEntryOfARecord", withoutIndex("UPDATE entries SET object = 5 WHERE object = 6"),
+     "object 5: does not belong to object 1, which lists it"},
+    {"ADictionaryThatListsItself", withoutIndex("INSERT INTO entries VALUES (7, 'itself', 7, 0)"),
+     "object 7: does not belong to object 7, which lists it"},
+    {"AnObjectThatIsListedTwice", withoutIndex("INSERT INTO entries VALUES (1, 'again', 6, 0)"),
+     "object 6: is listed twice"},
+    {"AnotherObjectInThePlaceOfGeoData", "UPDATE header SET value = 6 WHERE field = 'geo data'",
+     "object 6: is no GeoData, as which the header names it"},
+    {"AnEntryOfNothing", "UPDATE entries SET object = 99 WHERE object = 6", "object 63: is not there"},
+    {"AKeyThatIsANumber", "UPDATE entries SET key = 4711 WHERE object = 6", "entries: a key is no text"},
+    {"AnEmptyKey", "UPDATE entries SET key = '' WHERE object = 6", "entries: a key is no text"},
+    {"ATextOfOddLength", "UPDATE resbufs SET value = x'FFFE41' WHERE position = 0",
+     "object 6: holds a value that does not fit the group code 300"},
+    {"AUtf32TextOfOddLength", "UPDATE resbufs SET value = x'FFFE00004100' WHERE position = 0",
+     "object 6: holds a value that does not fit the group code 300"},
+    {"ATextWithoutItsMark", "UPDATE resbufs SET value = x'4100' WHERE position = 0",
+     "object 6: holds a value that does not fit the group code 300"},
+    {"ATextThatIsNoUtf8", "UPDATE resbufs SET value = CAST(x'FF' AS TEXT) WHERE position = 0",
+     "object 6: holds a value that does not fit the group code 300"},
+    {"ATextWithANul", "UPDATE resbufs SET value = 'a' || char(0) WHERE position = 0",
+     "object 6: holds a value that does not fit the group code 300"},
+    {"ATextInThePlaceOfAReal", "UPDATE resbufs SET value = 'x' WHERE position = 1",
+     "object 6: holds a value that does not fit the group code 1040"},
+    {"AnIntegerInThePlaceOfAReal", "UPDATE resbufs SET value = 2 WHERE position = 1",
+     "object 6: holds a value that does not fit the group code 1040"},
+    {"BitsOfARealThatIsPlain", "UPDATE resbufs SET value = x'0000000000000440' WHERE position = 1",
+     "object 6: holds a value that does not fit the group code 1040"},
+    {"AnUnknownGroupCode", "UPDATE resbufs SET code = 299 WHERE position = 0",
+     "object 6: holds a value that does not fit the group code 299"},
+    {"AGroupCodeBeyondAllLimits", "UPDATE resbufs SET code = 65836 WHERE position = 0",
+     "object 6: holds a value that does not fit the group code 65836"},
+    {"ASmallIntegerThatIsLarge", "UPDATE resbufs SET code = 1070, value = 32768 WHERE position = 0",
+     "object 6: holds a value that does not fit the group code 1070"},
+    {"AnIntegerThatIsLarge", "UPDATE resbufs SET code = 1071, value = 2147483648 WHERE position = 0",
+     "object 6: holds a value that does not fit the group code 1071"},
+    {"AChunkThatIsTooLong", "UPDATE resbufs SET value = zeroblob(32768) WHERE position = 2",
+     "object 6: holds a value that does not fit the group code 310"},
+    {"AValueThatIsMissing", "DELETE FROM resbufs WHERE position = 1", "object 6: a value is missing at position 1"},
+    {"ValuesOfADictionary", "UPDATE resbufs SET object = 7", "object 7: not all of its values are there"},
+    {"ANameThatIsMissing", "DELETE FROM fields WHERE object = 5", "object 5: its name is missing"},
+    {"AFieldTooMany", "INSERT INTO fields VALUES (6, 'name', 'x', NULL, 0)",
+     "object 6: has a field that its class does not know, name"},
+    {"ANameThatIsNoText", "UPDATE fields SET value = 1 WHERE object = 5", "object 5: name is no text"},
+    {"AReferenceThatIsNone", "UPDATE fields SET target = NULL, value = 'x' WHERE field = 'block'",
+     "object 8: block names no object"},
+    {"ExtendedDataOfWhatIsNoApplication", "UPDATE extended_data SET application = 6",
+     "object 1: extended data of 6, which is no registered application"},
+    {"ExtendedDataOfNobody", "UPDATE extended_data SET application = 99",
+     "object 1: extended data of 63, which is no registered application"},
+    {"ExtendedDataOfAnXrecordsCode", "UPDATE extended_data SET code = 300",
+     "object 1: its extended data hold a value that they cannot hold, of the group code 300"},
+    {"ExtendedDataWithAnApplicationsName", "UPDATE extended_data SET code = 1001",
+     "object 1: its extended data hold a value that they cannot hold, of the group code 1001"},
+    {"ExtendedDataWithAChunkThatIsTooLong", "UPDATE extended_data SET code = 1004, value = zeroblob(128)",
+     "object 1: its extended data hold a value that they cannot hold, of the group code 1004"},
+    {"ARecordOfAnotherTable", "UPDATE records SET symbol_table = 3 WHERE object = 5",
+     "object 5: belongs to another table than 3"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Each, RowRefusal, testing::ValuesIn(kRowCases),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+TEST_F(FileRefusal, ATableThatListsAnotherObject_IsNotThereTheSecondTimeEither)
+{
+    changeBySql(file, "INSERT INTO records VALUES (6, 3, 0)");
+    const Database database = loaded();
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        Orvel::HostObject<QeDbBlockTable> table;
+        EXPECT_EQ(table.openWith([&](QeDbBlockTable*& object) { return database->getBlockTable(object); }),
+                  Qeapp::eFileDamaged);
+    }
+    std::string text;
+    EXPECT_EQ(outcome(Embedded::dumpDrawing(*database, text)),
+              refusal(Qeapp::eFileDamaged, "object 6: belongs to another table than 3"));
+}
+
+/// Rows that are not as they were written: the checksum of each table, whichever column was changed.
+TEST_F(FileRefusal, ARowWithAChecksumThatDoesNotFit)
+{
+    const std::string sound = readFile(file);
+    const std::pair<const char*, const char*> changes[] = {
+        {"table header: the row of next handle", "UPDATE header SET value = value + 1 WHERE field = 'next handle'"},
+        {"table objects: the row of 2", "UPDATE objects SET details = details + 1 WHERE handle = 2"},
+        {"table entries: the row of 1", "UPDATE entries SET key = 'VALUES' WHERE key = 'values'"},
+        {"table records: the row of 5", "UPDATE records SET checksum = checksum + 1 WHERE object = 5"},
+        {"table fields: the row of 8", "UPDATE fields SET value = 'EPSG:25833' WHERE field = 'coordinate system'"},
+        {"table resbufs: the row of 6", "UPDATE resbufs SET value = 2.25 WHERE position = 1"},
+        {"table extended_data: the row of 1", "UPDATE extended_data SET value = CAST(value AS BLOB)"},
+    };
+    for (const auto& [row, sql] : changes) {
+        writeFile(file, sound);
+        DrawingSql(file).run(sql);
+        expectRefused(std::string(row) + " is not as it was written");
+    }
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,59 @@
+// Devices, files that another program has to itself, and long names, as this system has them.
+#include <windows.h>
+
+#include "embedded/base/win32/file_handle.h"
+#include "host/drawing_file/drawing_file_test.h"
+#include "support/win32/deep_folder.h"
+
+namespace Tests {
+namespace {
+
+class OddFile : public DrawingFileTest {
+protected:
+    OddFile() { given(GivenDrawing().withXrecord({{300, L"old"}}, L"key")); }
+
+    static FileResult tryToLoad(const std::filesystem::path& path)
+    {
+        Database database;
+        FileResult result = load(path, database);
+        EXPECT_EQ(database, nullptr);
+        return result;
+    }
+};
+
+TEST_F(OddFile, BelowAFile_IsNotFound)
+{
+    EXPECT_EQ(outcome(tryToLoad(file / "b.qedb")),
+              number(Qeapp::eFileNotFound) + " " + (file / "b.qedb").string() + ": No such file or directory");
+}
+
+TEST_F(OddFile, ADevice_IsNoDrawingAndIsNotOpened)
+{
+    for (const char* device : {"NUL", R"(\\.\pipe\no-drawing)"})
+        EXPECT_EQ(outcome(tryToLoad(device)), number(Qeapp::eFileDamaged) + " " + device + ": is not a regular file");
+}
+
+TEST_F(OddFile, ThatAnotherProgramHasToItself_CannotBeOpened)
+{
+    const Embedded::FileHandle held(CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(held.isOpen());
+    EXPECT_NE(tryToLoad(file).status, Qeapp::eOk);
+}
+
+TEST_F(OddFile, DeepBelowFolders_IsSavedLoadedAndChanged)
+{
+    const DeepFolder deep(folder.path(), 400);
+    const auto name = deep.path() / "a.qedb";
+    QeDbDatabase empty;
+    ASSERT_EQ(outcome(Embedded::saveDrawing(empty, name, QeDb::kCurrentDwg)), "0");
+    Database database;
+    ASSERT_EQ(outcome(load(name, database, DrawingAccess::changing)), "0");
+    Drawing drawing(std::move(database));
+    drawing.withXrecord({{300, L"new"}}, L"key");
+    ASSERT_EQ(outcome(Embedded::saveDrawing(*drawing.database(), name, QeDb::kCurrentDwg)), "0");
+    ASSERT_EQ(outcome(load(name, database)), "0");
+    EXPECT_EQ(contentsOf(*database), drawing.contents());
+}
+
+} // namespace
+} // namespace Tests
