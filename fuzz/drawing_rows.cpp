@@ -42,7 +42,20 @@ void eraseADictionary(QeDbDatabase& database)
         static_cast<void>(object->erase());
 }
 
-constexpr std::array kHostActions{leaveAsItIs, writeOtherForms, addAnXrecord, eraseADictionary};
+void eraseAnApplication(QeDbDatabase& database)
+{
+    Orvel::HostObject<QeDbRegAppTable> table;
+    QeDbObjectId id;
+    if (table.openWith([&](QeDbRegAppTable*& object) { return database.getRegAppTable(object, QeDb::kForRead); }) !=
+            Qeapp::eOk ||
+        table->getAt(L"OTHER", id) != Qeapp::eOk)
+        return;
+    Orvel::HostObject<QeDbObject> object;
+    if (object.open(id, QeDb::kForWrite) == Qeapp::eOk)
+        static_cast<void>(object->erase());
+}
+
+constexpr std::array kHostActions{leaveAsItIs, writeOtherForms, addAnXrecord, eraseADictionary, eraseAnApplication};
 
 } // namespace
 
