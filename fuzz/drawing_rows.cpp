@@ -61,17 +61,12 @@ constexpr std::array kHostActions{leaveAsItIs, writeOtherForms, addAnXrecord, er
 
 void drawingRows(Input input)
 {
-    constexpr std::size_t kMostChanges = 12;
-    static LooseDrawing withIndexes(LooseDrawing::Indexes::kept);
-    static LooseDrawing withStaleIndexes(LooseDrawing::Indexes::stale);
-    const NothingLeft guard;
     ByteSource source(input);
     const bool isStale = source.below(4) == 3;
     const auto& act = kHostActions.at(source.below(kHostActions.size()));
-    std::vector<RowChange> changes;
-    while (!source.isEmpty() && changes.size() < kMostChanges)
-        changes.push_back(nextRowChange(source));
-    const std::string bytes = (isStale ? withStaleIndexes : withIndexes).fileWith(changes);
+    const std::string bytes =
+        drawingWithChanges(source, isStale ? LooseDrawing::Indexes::stale : LooseDrawing::Indexes::kept);
+    const NothingLeft guard;
     const Soundness soundness = act == leaveAsItIs ? Soundness::sound : Soundness::unusedRows;
     requireReadOrRefused(bytes, act, isStale ? Soundness::damagedPages : soundness);
 }
