@@ -42,23 +42,31 @@ void eraseADictionary(QeDbDatabase& database)
         static_cast<void>(object->erase());
 }
 
-constexpr std::array kHostActions{leaveAsItIs, writeOtherForms, addAnXrecord, eraseADictionary};
+void eraseAnApplication(QeDbDatabase& database)
+{
+    Orvel::HostObject<QeDbRegAppTable> table;
+    QeDbObjectId id;
+    if (table.openWith([&](QeDbRegAppTable*& object) { return database.getRegAppTable(object, QeDb::kForRead); }) !=
+            Qeapp::eOk ||
+        table->getAt(L"OTHER", id) != Qeapp::eOk)
+        return;
+    Orvel::HostObject<QeDbObject> object;
+    if (object.open(id, QeDb::kForWrite) == Qeapp::eOk)
+        static_cast<void>(object->erase());
+}
+
+constexpr std::array kHostActions{leaveAsItIs, writeOtherForms, addAnXrecord, eraseADictionary, eraseAnApplication};
 
 } // namespace
 
 void drawingRows(Input input)
 {
-    constexpr std::size_t kMostChanges = 12;
-    static LooseDrawing withIndexes(LooseDrawing::Indexes::kept);
-    static LooseDrawing withStaleIndexes(LooseDrawing::Indexes::stale);
-    const NothingLeft guard;
     ByteSource source(input);
     const bool isStale = source.below(4) == 3;
     const auto& act = kHostActions.at(source.below(kHostActions.size()));
-    std::vector<RowChange> changes;
-    while (!source.isEmpty() && changes.size() < kMostChanges)
-        changes.push_back(nextRowChange(source));
-    const std::string bytes = (isStale ? withStaleIndexes : withIndexes).fileWith(changes);
+    const std::string bytes =
+        drawingWithChanges(source, isStale ? LooseDrawing::Indexes::stale : LooseDrawing::Indexes::kept);
+    const NothingLeft guard;
     const Soundness soundness = act == leaveAsItIs ? Soundness::sound : Soundness::unusedRows;
     requireReadOrRefused(bytes, act, isStale ? Soundness::damagedPages : soundness);
 }

@@ -147,4 +147,15 @@ SQLite::Statement& LooseDrawing::statementOf(const RowChange& change)
     return statements_.try_emplace(key, database_, sql).first->second;
 }
 
+std::string drawingWithChanges(ByteSource& source, LooseDrawing::Indexes indexes)
+{
+    constexpr std::size_t kMostChanges = 12;
+    static LooseDrawing withIndexes(LooseDrawing::Indexes::kept);
+    static LooseDrawing withStaleIndexes(LooseDrawing::Indexes::stale);
+    std::vector<RowChange> changes;
+    while (!source.isEmpty() && changes.size() < kMostChanges)
+        changes.push_back(nextRowChange(source));
+    return (indexes == LooseDrawing::Indexes::stale ? withStaleIndexes : withIndexes).fileWith(changes);
+}
+
 } // namespace Fuzz

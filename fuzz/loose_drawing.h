@@ -35,4 +35,7 @@ private:
     std::optional<SQLite::Statement> restoreSchema_;
 };
 
+/// The file of the sample drawing with the changes that the rest of the input decides.
+std::string drawingWithChanges(ByteSource& source, LooseDrawing::Indexes indexes);
+
 } // namespace Fuzz

@@ -19,6 +19,7 @@ constexpr std::array kTargets{
     Target{"collection_text", collectionText},
     Target{"settings_file", settingsFile},
     Target{"drawing_rows", drawingRows},
+    Target{"drawing_check", drawingCheck},
     Target{"drawing_file", drawingFile},
     Target{"operations", operations},
 };

@@ -30,6 +30,8 @@ void collectionText(Input input);
 void settingsFile(Input input);
 /// Changed rows of a drawing, whose file is loaded, saved and loaded.
 void drawingRows(Input input);
+/// Changed rows of a drawing, whose file is checked and salvaged.
+void drawingCheck(Input input);
 /// Any bytes as a drawing file, or changed bytes of one, which is loaded, saved and loaded.
 void drawingFile(Input input);
 /// Sequences of operations of the host and of the module.

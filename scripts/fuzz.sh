@@ -22,7 +22,7 @@ longest_input() {
     unpack | pack) echo 300 ;;
     definition_xrecord | operations) echo 64 ;;
     serialized_block) echo 2500 ;;
-    drawing_rows) echo 200 ;;
+    drawing_rows | drawing_check) echo 200 ;;
     *) echo 600 ;;
     esac
 }

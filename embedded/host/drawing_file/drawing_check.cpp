@@ -16,6 +16,8 @@
 #include "embedded/host/drawing_file/drawing_store.h"
 #include "embedded/host/drawing_file/object_rows.h"
 #include "embedded/host/drawing_file/sealed_pages.h"
+#include "platform/host/dictionary.h"
+#include "platform/host/geodata.h"
 #include "platform/host/symbol_table.h"
 
 namespace Embedded {
@@ -83,10 +85,11 @@ struct PartTable {
     RowDigest CheckedObject::*digest;
     std::size_t listed = 0; // the column of the object that is listed, where there is one
     bool lists = false;
+    std::size_t key = 0; // the column of the key, where there is one
 };
 
 constexpr std::array kPartTables{
-    PartTable{"entries", "SELECT * FROM entries", 0, &CheckedObject::owned, 2, true},
+    PartTable{"entries", "SELECT * FROM entries", 0, &CheckedObject::owned, 2, true, 1},
     PartTable{"records", "SELECT * FROM records", 1, &CheckedObject::owned, 0, true},
     PartTable{"fields", "SELECT * FROM fields", 0, &CheckedObject::details},
     PartTable{"resbufs", "SELECT * FROM resbufs", 0, &CheckedObject::details},
@@ -148,8 +151,15 @@ public:
         for (const auto& [handle, object] : objects_)
             if (object.isThere)
                 faults_.step([&, handle = handle] { readObject(database, handle); });
-        faults_.step([&] { checkNames(*database.regAppTable); });
-        faults_.step([&] { checkNames(*database.blockTable); });
+        faults_.step([&] { requireRoot(*database.namedObjects, QeDbDictionary::desc()); });
+        faults_.step([&] {
+            requireRoot(*database.regAppTable, QeDbRegAppTable::desc());
+            checkNames(*database.regAppTable);
+        });
+        faults_.step([&] {
+            requireRoot(*database.blockTable, QeDbBlockTable::desc());
+            checkNames(*database.blockTable);
+        });
         faults_.step([&] {
             if (const QeDbObject& space = QeHost::loaded(*database.modelSpace);
                 !space.isKindOf(QeDbBlockTableRecord::desc()) ||
@@ -188,6 +198,8 @@ private:
                     listed.listedBy = owner;
                     ++listed.listings;
                 }
+                if (table.key != 0)
+                    static_cast<void>(keyIn(row[table.key]));
             });
     }
 
@@ -247,6 +259,8 @@ private:
         const std::unique_ptr<QeDbObject> object(itsClass->make());
         ObjectRecord objectRecord{.database = &database, .handle = handle};
         readFields(connection_, objectRecord, *object->imp().state);
+        if (handle == header_.geoData && itsClass->desc() != QeDbGeoData::desc())
+            faults_.add(placeOf(handle) + "is no GeoData, as which the header names it");
         if (!isRoot(handle))
             checkClassOfOwner(handle, row.owner, *itsClass);
     }
@@ -262,9 +276,14 @@ private:
             faults_.add(placeOf(handle) + "cannot belong to object " + hexFromHandle(owner));
     }
 
-    void checkNames(ObjectRecord& table)
+    static void requireRoot(ObjectRecord& root, const QeRxClass* itsClass)
     {
-        QeHost::loaded(table);
+        if (!QeHost::loaded(root).isKindOf(itsClass))
+            throw DrawingRefusal{Qeapp::eFileDamaged, placeOf(root.handle) + "is a root of another class"};
+    }
+
+    void checkNames(const ObjectRecord& table)
+    {
         std::set<std::wstring> names;
         for (const ObjectRecord* const record : QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records) {
             const std::wstring& name = QeHost::nameOf(*record);

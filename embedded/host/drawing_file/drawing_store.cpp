@@ -56,15 +56,6 @@ void requireDifferent(const std::vector<std::pair<std::wstring, Handle>>& entrie
         throw DrawingRefusal{Qeapp::eFileDamaged, placeOf(*twice) + "is listed twice"};
 }
 
-std::wstring keyFrom(const StoredValue& value)
-{
-    const auto* stored = std::get_if<StoredText>(&value);
-    std::optional<std::wstring> key = stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
-    if (!key || key->empty())
-        throw DrawingRefusal{Qeapp::eFileDamaged, "entries: a key is no text"};
-    return std::move(*key);
-}
-
 } // namespace
 
 DrawingStore::DrawingStore(std::unique_ptr<DrawingConnection> connection, std::filesystem::path path, std::string file)
@@ -141,7 +132,7 @@ std::vector<std::pair<std::wstring, Handle>> DrawingStore::entriesOf(Handle dict
             const StoredRow row = query.row("entries", digest);
             if (digest.rows > owner.owned.rows) // a damaged tree may give some again and again
                 break;
-            entries.emplace_back(keyFrom(row[1]), handleIn(row[2]));
+            entries.emplace_back(keyIn(row[1]), handleIn(row[2]));
         }
         requireDifferent(entries);
         if (digest != owner.owned)
@@ -158,7 +149,7 @@ std::pair<Handle, std::wstring> DrawingStore::entryOf(Handle object)
         if (!query.next())
             return std::pair<Handle, std::wstring>();
         const StoredRow row = query.row("entries", digest);
-        return std::pair(handleIn(row[0]), keyFrom(row[1]));
+        return std::pair(handleIn(row[0]), keyIn(row[1]));
     });
 }
 

@@ -270,6 +270,15 @@ Handle handleIn(const StoredValue& value)
     return static_cast<Handle>(number);
 }
 
+std::wstring keyIn(const StoredValue& value)
+{
+    const auto* stored = std::get_if<StoredText>(&value);
+    std::optional<std::wstring> key = stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
+    if (!key || key->empty())
+        refuse("entries: a key is no text");
+    return std::move(*key);
+}
+
 std::int64_t insertRow(DrawingConnection& connection, const char* insert, std::string_view table, const StoredRow& row)
 {
     const std::int64_t checksum = checksumOf(table, row);

@@ -36,5 +36,7 @@ inline std::int64_t storedHandle(Handle handle)
 }
 /// The handle in a row; DrawingRefusal for a number that is none.
 Handle handleIn(const StoredValue& value);
+/// The key in a row of `entries`; DrawingRefusal for what is no text, or an empty one.
+std::wstring keyIn(const StoredValue& value);
 
 } // namespace Embedded

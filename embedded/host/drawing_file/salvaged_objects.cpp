@@ -23,6 +23,15 @@ std::vector<DetailRow> detailsOf(DrawingConnection& connection, Handle object, R
 
 namespace {
 
+/// The object that a field refers to or the application of extended data; 0 where a row has none. Throws
+/// DrawingRefusal.
+Handle referenceIn(const DetailRow& row)
+{
+    if (row.table == &kDetailTables[0])
+        return std::holds_alternative<std::monostate>(row.values[3]) ? Handle{0} : handleIn(row.values[3]);
+    return row.table == &kDetailTables[2] ? handleIn(row.values[1]) : Handle{0};
+}
+
 /// Reads what can be read, one object after the other.
 class SalvageReader {
 public:
@@ -113,6 +122,8 @@ private:
         object.details = detailsOf(connection_, handle, digest);
         if (digest != row.details)
             throw DrawingRefusal{Qeapp::eFileDamaged, "not all of its values are there"};
+        for (const DetailRow& detail : object.details)
+            static_cast<void>(referenceIn(detail)); // what is no handle makes the object lost
     }
 
     void readKey(Handle handle, SavedObject& object)
@@ -123,7 +134,7 @@ private:
             return;
         const StoredRow row = query.row("entries", digest);
         if (handleIn(row[0]) == object.owner)
-            object.key = std::get<StoredText>(row[1]);
+            object.key = storedFromWide(keyIn(row[1]));
     }
 
     /// Fields that refer to a lost object make their own one lost; extended data of a lost application are dropped.
@@ -134,15 +145,14 @@ private:
             for (auto each = objects_.begin(); each != objects_.end();) {
                 SavedObject& object = each->second;
                 const auto ofLostApplication = [&](const DetailRow& row) {
-                    return row.table == &kDetailTables[2] && !objects_.contains(handleIn(row.values[1]));
+                    return row.table == &kDetailTables[2] && !objects_.contains(referenceIn(row));
                 };
                 if (std::erase_if(object.details, ofLostApplication) != 0)
                     salvage_.lost.push_back(
                         {each->first, object.className, "extended data of an application that is lost"});
                 const bool isLost = std::ranges::any_of(object.details, [&](const DetailRow& row) {
-                    const auto* target =
-                        row.table == &kDetailTables[0] ? std::get_if<std::int64_t>(&row.values[3]) : nullptr;
-                    return target != nullptr && !objects_.contains(static_cast<Handle>(*target));
+                    const Handle reference = referenceIn(row);
+                    return reference != 0 && !objects_.contains(reference);
                 });
                 if (isLost) {
                     salvage_.lost.push_back({each->first, object.className, "refers to an object that is lost"});

@@ -122,6 +122,12 @@ TEST_F(CheckedDrawing, RowsThatDoNotFitTogetherAreFound)
          "header: the next handle is not above that of every object"},
         {"UPDATE header SET value = 77 WHERE field = 'drawing version'", "header: there is no drawing version 77"},
         {"DELETE FROM header WHERE field = 'geo data'", "object 8: nobody lists it"},
+        {"UPDATE header SET value = 1 WHERE field = 'geo data'",
+         "object 1: is no GeoData, as which the header names it"},
+        {"UPDATE header SET value = 1 WHERE field = 'blocks'", "object 1: is a root of another class"},
+        {"UPDATE header SET value = 3 WHERE field = 'named objects'", "object 3: is a root of another class"},
+        {"UPDATE entries SET key = '' WHERE object = 6", "entries: a key is no text"},
+        {"UPDATE entries SET key = 7 WHERE object = 6", "entries: a key is no text"},
     };
     for (const auto& [sql, fault] : changes) {
         writeFile(file, sound);
@@ -187,6 +193,27 @@ TEST_F(CheckedDrawing, SalvageBreaksACycle)
     const Embedded::Salvage salvage = salvaged();
     EXPECT_TRUE(salvage.lost.empty());
     EXPECT_EQ(timesIn(contentsOfFile(out), "  entry \"7\" 7\n"), 1);
+}
+
+TEST_F(CheckedDrawing, SalvageKeepsWhatHasAKeyThatIsNoText)
+{
+    for (const char* const key : {"7", "''", "x'FFFE41'"}) {
+        SCOPED_TRACE(key);
+        changeBySql(file, std::string("UPDATE entries SET key = ") + key + " WHERE object = 6");
+        std::filesystem::remove(out);
+        const Embedded::Salvage salvage = salvaged();
+        EXPECT_TRUE(salvage.lost.empty());
+        EXPECT_EQ(timesIn(contentsOfFile(out), "  entry \"6\" 6\n"), 1);
+    }
+}
+
+TEST_F(CheckedDrawing, SalvageLosesAnObjectWithExtendedDataOfNoHandle)
+{
+    changeBySql(file, "UPDATE extended_data SET application = 0");
+    const Embedded::Salvage salvage = salvaged();
+    ASSERT_EQ(salvage.lost.size(), 1U);
+    EXPECT_EQ(salvage.lost[0].handle, 1U);
+    EXPECT_EQ(salvage.lost[0].reason, "a handle is not above 0");
 }
 
 TEST_F(CheckedDrawing, SalvageOfALostRoot_MakesANewOne)
