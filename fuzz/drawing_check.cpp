@@ -1,7 +1,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "embedded/host/drawing_dump.h"
+#include "embedded/host/drawing_file/drawing_dump.h"
 #include "embedded/host/drawing_file/drawing_check.h"
 #include "embedded/host/drawing_file/drawing_salvage.h"
 #include "fuzz/drawing_round_trip.h"
