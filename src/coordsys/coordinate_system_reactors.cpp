@@ -10,7 +10,7 @@ namespace {
 
 using ReactorList = std::list<OrvelCoordinateSystemReactor*>;
 
-/// Module-wide. The reactors belong to their clients, who remove them; unloading leaves the list as it is.
+/// Module-wide. Clients own the reactors and remove them; unloading the module does not change the list.
 ReactorList CoordinateSystemReactorList;
 
 ReactorList::iterator find(const OrvelCoordinateSystemReactor* reactor)
@@ -18,7 +18,7 @@ ReactorList::iterator find(const OrvelCoordinateSystemReactor* reactor)
     return std::ranges::find(CoordinateSystemReactorList, reactor);
 }
 
-/// A copy, so that reactors may add and remove reactors meanwhile.
+/// A copy, so that reactors may add and remove reactors while it is walked.
 ReactorList snapshot()
 {
     return CoordinateSystemReactorList;
@@ -62,10 +62,10 @@ Qeapp::ErrorStatus AddCoordinateSystemReactor(OrvelCoordinateSystemReactor* reac
 
 Qeapp::ErrorStatus RemoveCoordinateSystemReactor(OrvelCoordinateSystemReactor* reactor)
 {
-    const auto found = find(reactor);
-    if (found == CoordinateSystemReactorList.end())
+    const auto position = find(reactor);
+    if (position == CoordinateSystemReactorList.end())
         return Qeapp::eInvalidInput;
-    CoordinateSystemReactorList.erase(found);
+    CoordinateSystemReactorList.erase(position);
     return Qeapp::eOk;
 }
 
@@ -74,8 +74,8 @@ bool NotifyCoordinateSystemWillChange(QeDbDatabase* db, const wchar_t* name)
     const auto allows = [=](OrvelCoordinateSystemReactor* reactor) {
         return reactor->CoordinateSystemWillChange(db, name);
     };
-    const ReactorList asked = snapshot();
-    if (std::ranges::all_of(asked, allows))
+    const ReactorList reactors = snapshot();
+    if (std::ranges::all_of(reactors, allows))
         return true;
     NotifyCoordinateSystemChangeVetoed(db, name);
     return false;

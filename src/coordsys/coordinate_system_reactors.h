@@ -1,11 +1,11 @@
-// The fan-outs: each event, to every registered reactor in the order of registration.
+// Notices of changes to the registered reactors, in the order of their registration.
 #pragma once
 
 class QeDbDatabase;
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 
-/// Asks until one says no; then every reactor is told of the veto and the answer is false.
+/// Asks the reactors until one vetoes the change. Then notifies every reactor of the veto and returns false.
 [[nodiscard]] bool NotifyCoordinateSystemWillChange(QeDbDatabase* db, const wchar_t* name);
 void NotifyCoordinateSystemChanged(QeDbDatabase* db, const wchar_t* name);
 void NotifyCoordinateSystemChangeVetoed(QeDbDatabase* db, const wchar_t* name);

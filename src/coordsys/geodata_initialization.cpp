@@ -3,7 +3,7 @@
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
 
-/// Module-wide, kept until the module is unloaded.
+/// Module-wide. Keeps its value until the module is unloaded.
 bool InitializeGeodataFlag = false;
 
 } // namespace

@@ -23,21 +23,21 @@ using ArrayHolder = LibraryObject<DefinitionBaseArray>;
 Qeapp::ErrorStatus readFromGeoData(DefinitionBaseArray*& definitions, QeDbDatabase* db, Status& libraryStatus)
 {
     std::wstring text;
-    const Qeapp::ErrorStatus fetched = ReadGeoDataCoordinateSystem(db, text);
-    if (fetched != Qeapp::eOk)
-        return fetched;
+    Qeapp::ErrorStatus result = ReadGeoDataCoordinateSystem(db, text);
+    if (result != Qeapp::eOk)
+        return result;
     ArrayHolder array;
     libraryStatus =
         text.empty() ? DefinitionBaseArray::CreateInstance(array.put()) : DeserializeWideText(array, text.c_str());
     if (text.empty() && libraryStatus == Library::statusOutOfMemory)
         return Qeapp::eOutOfMemory;
-    const Qeapp::ErrorStatus result = libraryResult(libraryStatus, array);
+    result = libraryResult(libraryStatus, array);
     if (result == Qeapp::eOk)
         definitions = array.release();
     return result;
 }
 
-/// An empty holder is passed over.
+/// Ignores an empty holder.
 template <class Definition>
 Qeapp::ErrorStatus add(DefinitionBaseArray& definitions, LibraryObject<Definition>& definition, Status& libraryStatus)
 {
@@ -71,18 +71,18 @@ Qeapp::ErrorStatus readByLegacyCode(DefinitionBaseArray*& definitions, QeDbDatab
 {
     ArrayHolder array;
     libraryStatus = DefinitionBaseArray::CreateInstance(array.put());
-    const Qeapp::ErrorStatus created = libraryResult(libraryStatus, array);
-    if (created != Qeapp::eOk)
-        return created;
-    definitions = array.release(); // the caller's from here on, also when what follows fails
+    const Qeapp::ErrorStatus result = libraryResult(libraryStatus, array);
+    if (result != Qeapp::eOk)
+        return result;
+    definitions = array.release(); // the caller owns it from here on, also when what follows fails
     DefinitionSet stored;
     if (ReadCsDefinitionXrecord(db, code.c_str(), stored))
         return addStored(*definitions, stored, libraryStatus);
     return addFromCatalog(*definitions, code, libraryStatus);
 }
 
-/// Takes the first coordinate reference system out of the array and destroys what stands before it.
-DefinitionHolder takeSystem(DefinitionBaseArray& definitions)
+/// Removes the first coordinate reference system from the array and destroys the definitions before it.
+DefinitionHolder removeSystem(DefinitionBaseArray& definitions)
 {
     DefinitionHolder system;
     while (!system && definitions.GetCount() > 0) {
@@ -110,11 +110,11 @@ Qeapp::ErrorStatus checkCatalog(const CoordinateReferenceSystemDefinition* defin
 Qeapp::ErrorStatus GetCoordinateSystemCode(HostString& code, bool& knownToCatalog, QeDbDatabase* db)
 {
     DefinitionHolder definition;
-    const Qeapp::ErrorStatus read = GetCoordinateSystem(definition.put(), &knownToCatalog, db, nullptr);
-    if (read != Qeapp::eOk || !definition)
-        return read;
-    const wchar_t* const stored = definitionCode(definition.get());
-    return isBlank(stored) ? Qeapp::eInvalidInput : qeutNewString(stored, code.put());
+    const Qeapp::ErrorStatus result = GetCoordinateSystem(definition.put(), &knownToCatalog, db, nullptr);
+    if (result != Qeapp::eOk || !definition)
+        return result;
+    const wchar_t* const storedCode = definitionCode(definition.get());
+    return isBlank(storedCode) ? Qeapp::eInvalidInput : qeutNewString(storedCode, code.put());
 }
 
 } // namespace
@@ -148,7 +148,7 @@ Qeapp::ErrorStatus GetCoordinateSystem(CoordinateReferenceSystemDefinition*& def
         return result;
     Status libraryStatus = Library::statusOk;
     const ScopedStatusReport report(status, &libraryStatus, &result);
-    definition = takeSystem(*definitions.get()).release();
+    definition = removeSystem(*definitions.get()).release();
     if (knownToCatalog != nullptr)
         result = checkCatalog(definition, known, libraryStatus);
     return result;
@@ -160,14 +160,14 @@ Qeapp::ErrorStatus GetCoordinateSystem(wchar_t*& code, QeDbDatabase* db)
     if (database == nullptr)
         return Qeapp::eNoDatabase;
     code = nullptr;
-    HostString stored;
+    HostString storedCode;
     bool knownToCatalog = false;
-    const Qeapp::ErrorStatus read = GetCoordinateSystemCode(stored, knownToCatalog, database);
-    if (read != Qeapp::eOk)
-        return read;
-    if (stored && !knownToCatalog)
+    const Qeapp::ErrorStatus result = GetCoordinateSystemCode(storedCode, knownToCatalog, database);
+    if (result != Qeapp::eOk)
+        return result;
+    if (storedCode && !knownToCatalog)
         return Qeapp::eInvalidInput;
-    code = stored.release();
+    code = storedCode.release();
     return Qeapp::eOk;
 }
 

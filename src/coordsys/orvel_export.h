@@ -1,4 +1,4 @@
-// How the module's symbols cross its border.
+// The export macro of the module's symbols.
 #pragma once
 
 #if defined(_WIN32)

@@ -1,8 +1,8 @@
-// The module's interface: which geodetic transformation to use between two coordinate systems.
+// The module's interface: the geodetic transformation to use between two coordinate systems.
 //
-// A configuration is a text (docs/formats/transformation-configuration.md), kept in the drawing and for the user. Every
-// function is for the host's main thread and tells of a failure by its result alone. None raises an exception of its
-// own; one raised by an allocation or by a reactor passes through.
+// A configuration is a text (docs/formats/transformation-configuration.md), stored in the drawing and for the user.
+// Call every function on the host's main thread. A function reports a failure by its result only. None raises an
+// exception of its own; one of an allocation or of a reactor passes through.
 #pragma once
 
 #include "coordsys/orvel_export.h"
@@ -14,7 +14,7 @@ namespace Zentara::Gis::Orvel::CoordinateSystem {
 
 using Infrastructure::SpatialReference::TransformationInfo;
 
-/// Where a configuration is kept; any other value selects nothing.
+/// Where a configuration is stored. Any other value is an unknown target.
 enum class CsTransformationConfigTargetType : int {
     Drawing = 1, // the host's working database
     User = 2     // the per-user settings: a file for reading and writing, the registry for clearing
@@ -22,31 +22,30 @@ enum class CsTransformationConfigTargetType : int {
 
 /// Reads a configuration.
 /// On true `text` is a new host string, NUL-terminated, that the caller releases with qeutDelBuffer. On false it is a
-/// shared empty text that must not be released; an unknown target leaves it untouched.
-/// False when the drawing has no configuration or there is no working database; when the user has no settings file, or
-/// it cannot be read; for an unknown target. Text in the settings file that is not UTF-8 is read as U+FFFD.
+/// shared empty text that must not be released; an unknown target leaves it unchanged.
+/// Returns false when the drawing has no configuration or there is no working database; when the user has no settings
+/// file or it cannot be read; for an unknown target. Text in the settings file that is not UTF-8 is read as U+FFFD.
 ORVEL_API bool GetCsTransformationConfig(wchar_t*& text, CsTransformationConfigTargetType target);
 
-/// Replaces a configuration by `text`, which must not be null, and tells every reactor, whatever the result.
-/// The drawing keeps the text as it is. The settings file gets a line for each element, up to and including its
-/// "</Item>"; what follows the last one is not kept.
-/// False when there is no working database or the current document cannot be locked for write; when the settings file
-/// cannot be opened for writing (its folder is never created); for an unknown target. What was stored before then
-/// stays. A settings file that could be opened but not be written to the end is answered with true.
+/// Replaces a configuration by `text`, which must not be null, and notifies every reactor, whatever the result.
+/// The drawing stores the text as it is. The settings file gets one line for each element, up to and including its
+/// "</Item>"; text after the last one is not stored.
+/// Returns false, and the former configuration stays, when there is no working database or the current document cannot
+/// be locked for write; when the settings file cannot be opened for writing (its folder is never created); for an
+/// unknown target. Returns true for a settings file that can be opened but not be written to the end.
 ORVEL_API bool SetCsTransformationConfig(const wchar_t* text, CsTransformationConfigTargetType target);
 
-/// Empties a configuration and tells every reactor, whatever the result.
-/// The drawing keeps an empty text. For the user the registry's store is emptied; the settings file stays as it is and
-/// goes on answering.
-/// False where storing fails, and for an unknown target.
+/// Clears a configuration and notifies every reactor, whatever the result.
+/// The drawing then has an empty text. For the user the values in the registry are deleted; the settings file is
+/// unchanged and is still read. Returns false where storing fails, and for an unknown target.
 ORVEL_API bool ClearCsTransformationConfig(CsTransformationConfigTargetType target);
 
-/// Finds what is configured from one coordinate system to another: in the working drawing first, else for the user. The
-/// first item of those codes, ignoring case, answers; without one, the first of the two codes exchanged whose
-/// definition can be used in reverse.
-/// Returns a new object that the caller releases with Object::Destroy: the definition's name, and its kind, 1 a
-/// geodetic path, 2 a geodetic transformation, else 0. It does not tell in which direction it was found. Null when
-/// nothing is configured, a code is null or both are the same.
+/// Finds the transformation that is configured from one coordinate system to another: in the working drawing first,
+/// then for the user. That is the first item of those two codes, ignoring case; without one, the first item of the two
+/// codes exchanged whose definition can be used in reverse. Returns a new object that the caller releases with
+/// Object::Destroy: the definition's name and its kind, which is 1 for a geodetic path, 2 for a geodetic transformation
+/// and otherwise 0. It does not hold the direction. Returns null when nothing is configured, when a code is null, and
+/// when both are the same.
 ORVEL_API TransformationInfo* GetCsConfiguredTransformationInfo(const wchar_t* sourceCs, const wchar_t* targetCs);
 
 } // namespace Zentara::Gis::Orvel::CoordinateSystem

@@ -1,4 +1,4 @@
-// How a function's optional out-parameter is filled on every way out of it.
+// Fills a function's optional out-parameter on every way out of the function.
 #pragma once
 
 #include "platform/host.h"
@@ -7,15 +7,13 @@
 namespace Orvel {
 
 /// Writes the caller's out-parameter at the end of the scope:
-///  - nothing where the caller or the function keeps none;
-///  - the local value where the function succeeded, or tracks no result;
-///  - the fallback where it failed and the local value is still the unset one;
-///  - nothing where it failed with a local value: the caller may trust the out-parameter only on success or when it
-///    reads the fallback.
+///  - the local value where the function succeeded or tracks no result;
+///  - the fallback where the function failed and the local value is still the unset one;
+///  - nothing where the function failed with another local value, and where a pointer to one of the two values is null.
 template <class Value>
 class ScopedReport {
 public:
-    /// Without a result to track the last two do not matter.
+    /// A null `result` means that no result is tracked. Then the last two arguments are not used.
     ScopedReport(Value* caller, const Value* local, const Qeapp::ErrorStatus* result = nullptr, Value unset = {},
                  Value fallback = {})
         : caller_(caller), local_(local), result_(result), unset_(unset), fallback_(fallback)
@@ -41,7 +39,7 @@ private:
     Value fallback_;
 };
 
-/// The report of a library status: 0 is unset, 52 stands for a failure for which no library status was recorded.
+/// Reports a library status: 0 is unset, 52 means a failure for which no library status was recorded.
 class ScopedStatusReport : public ScopedReport<Zentara::Infrastructure::SpatialReference::Status> {
 public:
     using Status = Zentara::Infrastructure::SpatialReference::Status;

@@ -15,8 +15,8 @@ namespace Zentara::Gis::Orvel::CoordinateSystem {
 
 namespace {
 
-Qeapp::ErrorStatus blockOf(const CoordinateReferenceSystemDefinition* definition, QeDb::QeDbDwgVersion version,
-                           std::vector<unsigned char>& block, Status& libraryStatus)
+Qeapp::ErrorStatus writeBlock(const CoordinateReferenceSystemDefinition* definition, QeDb::QeDbDwgVersion version,
+                              std::vector<unsigned char>& block, Status& libraryStatus)
 {
     if (version < QeDb::kGeoDataTextDwg)
         return EncodeDefinitionBytes(definition, block) ? Qeapp::eOk : Qeapp::eInvalidInput;
@@ -42,9 +42,9 @@ Qeapp::ErrorStatus readBlock(LibraryObject<DefinitionBaseArray>& definitions, co
                              std::size_t length, Status& libraryStatus)
 {
     libraryStatus = DefinitionBaseArray::CreateInstance(definitions.put());
-    const Qeapp::ErrorStatus created = libraryResult(libraryStatus, definitions);
-    if (created != Qeapp::eOk)
-        return created;
+    const Qeapp::ErrorStatus result = libraryResult(libraryStatus, definitions);
+    if (result != Qeapp::eOk)
+        return result;
     LibraryObject<Library::DefinitionBase> packed = DecodeDefinitionBytes(bytes, length);
     libraryStatus = packed ? addDefinition(*definitions.get(), packed) : deserializeUtf16leText(definitions, bytes);
     return libraryResult(libraryStatus, definitions);
@@ -64,7 +64,7 @@ Qeapp::ErrorStatus SerializeCoordinateSystem(const CoordinateReferenceSystemDefi
     Qeapp::ErrorStatus result = Qeapp::eOk;
     const ScopedStatusReport report(status, &libraryStatus, &result);
     std::vector<unsigned char> block;
-    result = blockOf(definition, version, block, libraryStatus);
+    result = writeBlock(definition, version, block, libraryStatus);
     if (result == Qeapp::eOk)
         result = copyTo(block, bytes, length);
     return result;
@@ -78,10 +78,10 @@ Qeapp::ErrorStatus DeserializeCoordinateSystem(DefinitionBaseArray*& definitions
     Status libraryStatus = Library::statusOk;
     Qeapp::ErrorStatus result = Qeapp::eOk;
     const ScopedStatusReport report(status, &libraryStatus, &result);
-    LibraryObject<DefinitionBaseArray> read;
-    result = readBlock(read, bytes, static_cast<std::size_t>(length), libraryStatus);
+    LibraryObject<DefinitionBaseArray> array;
+    result = readBlock(array, bytes, static_cast<std::size_t>(length), libraryStatus);
     if (result == Qeapp::eOk)
-        definitions = read.release();
+        definitions = array.release();
     return result;
 }
 

@@ -15,8 +15,8 @@ namespace Zentara::Gis::Orvel::CoordinateSystem {
 
 namespace {
 
-/// The name under which an assignment is announced: a copy, for a reactor may do what it likes meanwhile.
-std::wstring announcedName(const CoordinateReferenceSystemDefinition* definition)
+/// The name that the reactors receive. It is a copy, because a reactor may destroy the definition.
+std::wstring noticeName(const CoordinateReferenceSystemDefinition* definition)
 {
     const wchar_t* const code = definitionCode(definition);
     return code != nullptr ? code : L"";
@@ -25,16 +25,16 @@ std::wstring announcedName(const CoordinateReferenceSystemDefinition* definition
 Qeapp::ErrorStatus assign(const CoordinateReferenceSystemDefinition* definition, QeDbDatabase* db,
                           Status& libraryStatus)
 {
-    const std::wstring name = announcedName(definition);
+    const std::wstring name = noticeName(definition);
     if (!NotifyCoordinateSystemWillChange(db, name.c_str()))
         return Qeapp::eVetoed;
-    const Qeapp::ErrorStatus cleared = ClearCoordinateSystem(db); // with its own question and notice
-    if (cleared != Qeapp::eOk)
-        return cleared;
+    Qeapp::ErrorStatus result = ClearCoordinateSystem(db); // which notifies the reactors of the removal
+    if (result != Qeapp::eOk)
+        return result;
     if (definition != nullptr) {
-        const Qeapp::ErrorStatus written = WriteGeoDataSerialized(db, definition, libraryStatus);
-        if (written != Qeapp::eOk)
-            return written;
+        result = WriteGeoDataSerialized(db, definition, libraryStatus);
+        if (result != Qeapp::eOk)
+            return result;
     }
     NotifyCoordinateSystemChanged(db, name.c_str());
     return Qeapp::eOk;
@@ -49,9 +49,9 @@ Qeapp::ErrorStatus ClearCoordinateSystem(QeDbDatabase* db)
         return Qeapp::eNoDatabase;
     if (!NotifyCoordinateSystemWillChange(database, nullptr))
         return Qeapp::eVetoed;
-    const Qeapp::ErrorStatus cleared = ClearStoredCoordinateSystem(database);
-    if (cleared != Qeapp::eOk)
-        return cleared;
+    const Qeapp::ErrorStatus result = ClearStoredCoordinateSystem(database);
+    if (result != Qeapp::eOk)
+        return result;
     NotifyCoordinateSystemChanged(database, nullptr);
     return Qeapp::eOk;
 }
@@ -74,15 +74,15 @@ Qeapp::ErrorStatus SetCoordinateSystem(const wchar_t* code, QeDbDatabase* db, St
     QeDbDatabase* const database = resolveDatabase(db);
     if (database == nullptr)
         return Qeapp::eNoDatabase;
-    // The report follows the catalog alone: once the code was loaded the caller's status becomes 0, whatever the
-    // assignment came to.
+    // The report depends on the catalog only: once the code is loaded, the caller's status becomes 0, whatever the
+    // result of the assignment is.
     const Status libraryStatus = Library::statusOk;
     Qeapp::ErrorStatus catalogResult = Qeapp::eOk;
     const ScopedStatusReport report(status, &libraryStatus, &catalogResult);
     LibraryObject<CoordinateReferenceSystemDefinition> definition;
     if (!isBlank(code)) {
-        const Status loaded = CoordinateReferenceSystemDefinition::Load(code, definition.put());
-        catalogResult = libraryResult(loaded, definition);
+        const Status loadStatus = CoordinateReferenceSystemDefinition::Load(code, definition.put());
+        catalogResult = libraryResult(loadStatus, definition);
     }
     if (catalogResult != Qeapp::eOk)
         return catalogResult;

@@ -22,7 +22,7 @@ Qeapp::ErrorStatus WriteCoordinateSystemCurrentForm(QeDbDatabase* db, const Defi
 {
     if (definition == nullptr)
         return Qeapp::eInvalidInput;
-    return WriteGeoDataSerialized(db, definition, libraryStatus); // which on success leaves the status at 0
+    return WriteGeoDataSerialized(db, definition, libraryStatus);
 }
 
 Qeapp::ErrorStatus WriteCoordinateSystemLegacyForm(QeDbDatabase* db, const Definition* definition,
@@ -34,18 +34,18 @@ Qeapp::ErrorStatus WriteCoordinateSystemLegacyForm(QeDbDatabase* db, const Defin
     const wchar_t* const code = definitionCode(definition);
     if (!isLegacyProjectionCode(code))
         return Qeapp::eInvalidInput;
-    const Qeapp::ErrorStatus recorded = WriteLegacyProjectionCode(db, code);
-    if (recorded != Qeapp::eOk)
-        return recorded;
-    // The catalog's copy is preferred to the drawing's own on purpose.
+    Qeapp::ErrorStatus result = WriteLegacyProjectionCode(db, code);
+    if (result != Qeapp::eOk)
+        return result;
+    // The catalog's definition has priority over the drawing's own.
     LibraryObject<Definition> inCatalog;
-    const Status loaded = Definition::Load(code, inCatalog.put());
-    const bool known = libraryResult(loaded, inCatalog) == Qeapp::eOk;
+    const Status loadStatus = Definition::Load(code, inCatalog.put());
+    const bool known = libraryResult(loadStatus, inCatalog) == Qeapp::eOk;
     const Definition* const chosen = known ? inCatalog.get() : definition;
-    const Qeapp::ErrorStatus stored = WriteCsDefinitionXrecord(chosen, db);
-    if (stored != Qeapp::eOk)
-        return stored;
-    static_cast<void>(WriteGeoDataWkt(db, chosen, libraryStatus)); // older readers can do without the WKT
+    result = WriteCsDefinitionXrecord(chosen, db);
+    if (result != Qeapp::eOk)
+        return result;
+    static_cast<void>(WriteGeoDataWkt(db, chosen, libraryStatus)); // older readers do not need the WKT
     libraryStatus = Library::statusOk;
     return Qeapp::eOk;
 }
@@ -59,12 +59,12 @@ Qeapp::ErrorStatus rewrite(QeDbDatabase* db, CoordinateSystemWriter writer, Stat
 {
     LibraryObject<Definition> definition;
     bool knownToCatalog = false;
-    const Qeapp::ErrorStatus read = GetCoordinateSystem(definition.put(), &knownToCatalog, db, &libraryStatus);
-    if (read != Qeapp::eOk)
-        return read;
-    const Qeapp::ErrorStatus cleared = ClearStoredCoordinateSystem(db);
-    if (cleared != Qeapp::eOk)
-        return cleared;
+    Qeapp::ErrorStatus result = GetCoordinateSystem(definition.put(), &knownToCatalog, db, &libraryStatus);
+    if (result != Qeapp::eOk)
+        return result;
+    result = ClearStoredCoordinateSystem(db);
+    if (result != Qeapp::eOk)
+        return result;
     return definition ? writer(db, definition.get(), libraryStatus) : Qeapp::eOk;
 }
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Only a final class may have a destructor that is neither virtual nor hidden.
+/// Is final, because only a final class may have a public destructor that is not virtual.
 class TheApplication final : public COrvelCoordsysCoreApp {};
 
 constinit TheApplication application;
@@ -40,7 +40,7 @@ Qeapp::ErrorStatus COrvelCoordsysCoreApp::unload()
     QeDbDecompositionManager* const manager = qedbGetDecompositionManager();
     if (manager == nullptr)
         return Qeapp::eNotApplicable;
-    // The reactor is deleted whatever the manager answers. Where the call throws, the host may have kept the reactor,
+    // The reactor is deleted whatever the manager returns. Where the call throws, the host may still have the reactor,
     // so it stays alive and registered until the next unload.
     static_cast<void>(manager->removeReactor(decompositionReactor.get()));
     decompositionReactor.reset();

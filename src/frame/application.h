@@ -3,8 +3,8 @@
 
 #include "platform/host.h"
 
-/// What the module does when the host loads and unloads it: registers and removes the decomposition reactor. Both do
-/// nothing when there is nothing to do, and answer eNotApplicable when the host has no decomposition manager.
+/// Registers the decomposition reactor when the host loads the module, and removes it when the host unloads the module.
+/// Both do nothing when there is nothing to do, and return eNotApplicable when the host has no decomposition manager.
 class COrvelCoordsysCoreApp {
 public:
     virtual Qeapp::ErrorStatus load();

@@ -7,7 +7,7 @@ namespace {
 
 constexpr int kApiVersion = 0x00180000;
 
-/// A host that loads modules has its linker there: the caller relies on it and does not test for it.
+/// The caller does not test for null: a host loads modules through its dynamic linker.
 QeRxDynamicLinker* dynamicLinker()
 {
     QeRxObject* const service = qerxSysRegistry()->at(kQeRxDynamicLinkerKey);

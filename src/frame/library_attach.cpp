@@ -1,6 +1,6 @@
 #include "platform/windows.h"
 
-/// The system's per-library entry. The module keeps nothing for a thread and has no use for thread notices.
+/// The system calls it for each library. The module has no data for each thread and needs no thread notices.
 extern "C" BOOL WINAPI DllMain(HMODULE module, DWORD reason, void* /*reserved*/)
 {
     if (reason == DLL_PROCESS_ATTACH)

@@ -1,11 +1,11 @@
-// The rule for a function's database argument.
+// The rule for the database argument of a function.
 #pragma once
 
 #include "platform/host.h"
 
 namespace Orvel {
 
-/// The database itself, or the host's working database for null; null when there is none.
+/// Returns the database itself, or the host's working database for null. Null when there is none.
 [[nodiscard]] QeDbDatabase* resolveDatabase(QeDbDatabase* database);
 
 } // namespace Orvel

@@ -23,7 +23,7 @@ struct ComTextPolicy {
     static void dispose(wchar_t* text) { CoTaskMemFree(text); }
 };
 
-std::wstring_view identifierTextOf(const Library::DefinitionBase* definition)
+std::wstring_view classIdText(const Library::DefinitionBase* definition)
 {
     if (dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(definition) != nullptr)
         return kCoordinateReferenceSystem;
@@ -34,8 +34,8 @@ std::wstring_view identifierTextOf(const Library::DefinitionBase* definition)
     return {};
 }
 
-/// The fields are taken one by one: the order of the bytes is the format's, not the machine's.
-ClassIdBytes bytesOf(const CLSID& id)
+/// Writes field by field, because the format decides the order of the bytes, not the machine.
+ClassIdBytes writeClassId(const CLSID& id)
 {
     ClassIdBytes bytes{};
     unsigned char* next = bytes.data();
@@ -50,7 +50,7 @@ ClassIdBytes bytesOf(const CLSID& id)
     return bytes;
 }
 
-CLSID identifierFrom(const ClassIdBytes& bytes)
+CLSID readClassId(const ClassIdBytes& bytes)
 {
     CLSID id{};
     const unsigned char* next = bytes.data();
@@ -69,20 +69,20 @@ CLSID identifierFrom(const ClassIdBytes& bytes)
 
 std::optional<ClassIdBytes> DefinitionKindClsid(const Library::DefinitionBase* definition)
 {
-    const std::wstring_view text = identifierTextOf(definition);
+    const std::wstring_view text = classIdText(definition);
     CLSID id{};
     if (text.empty() || CLSIDFromString(text.data(), &id) != S_OK)
         return std::nullopt;
-    return bytesOf(id);
+    return writeClassId(id);
 }
 
 bool isDefinitionKindClsid(const ClassIdBytes& bytes)
 {
     Holder<ComTextPolicy> text;
-    if (StringFromCLSID(identifierFrom(bytes), &text.put()) != S_OK || !text)
+    if (StringFromCLSID(readClassId(bytes), &text.put()) != S_OK || !text)
         return false;
-    const std::wstring_view found(text.get());
-    return found == kCoordinateReferenceSystem || found == kDatum || found == kEllipsoid;
+    const std::wstring_view identifier(text.get());
+    return identifier == kCoordinateReferenceSystem || identifier == kDatum || identifier == kEllipsoid;
 }
 
 } // namespace Orvel

@@ -14,7 +14,7 @@ namespace Orvel {
 namespace {
 
 constexpr std::size_t kLargestChunk = 127;
-constexpr std::size_t kLargestGroup = 32767; // in packed bytes; more is not stored in a drawing
+constexpr std::size_t kLargestGroup = 32767; // in packed bytes; a drawing stores no larger group
 
 /// A resbuf whose text is the brace alone.
 ResbufChain braceResbuf(wchar_t brace)

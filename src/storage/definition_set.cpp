@@ -15,14 +15,14 @@ bool sameCode(const wchar_t* left, const wchar_t* right)
 }
 
 template <class Definition>
-const wchar_t* ellipsoidCodeOf(const Definition* definition)
+const wchar_t* ellipsoidCode(const Definition* definition)
 {
     const wchar_t* code = nullptr;
     return definition->GetEllipsoidCode(code) == Library::statusOk ? code : nullptr;
 }
 
 /// Empty for a system without a datum; null when the query fails.
-const wchar_t* datumCodeOf(const Library::CoordinateReferenceSystemDefinition& system)
+const wchar_t* queryDatumCode(const Library::CoordinateReferenceSystemDefinition& system)
 {
     const wchar_t* code = nullptr;
     return system.GetDatumCode(code) == Library::statusOk ? code : nullptr;
@@ -33,19 +33,19 @@ bool needsEllipsoid(int kind)
     return kind == Library::kindGeographic || kind == Library::kindProjected;
 }
 
-/// The code that the ellipsoid must have; null when the datum is not the one that the system names.
+/// The code that the ellipsoid must have. Null when the datum is not the one that the system names.
 const wchar_t* expectedEllipsoidCode(const Library::CoordinateReferenceSystemDefinition* system,
                                      const Library::DatumDefinition* datum)
 {
-    const wchar_t* const datumCode = datumCodeOf(*system);
+    const wchar_t* const datumCode = queryDatumCode(*system);
     if (datumCode == nullptr)
         return nullptr;
     if (*datumCode == L'\0')
-        return datum == nullptr ? ellipsoidCodeOf(system) : nullptr;
-    return sameCode(definitionCode(datum), datumCode) ? ellipsoidCodeOf(datum) : nullptr;
+        return datum == nullptr ? ellipsoidCode(system) : nullptr;
+    return sameCode(definitionCode(datum), datumCode) ? ellipsoidCode(datum) : nullptr;
 }
 
-/// A link that fails leaves the system as it was stored, which is whole: there is nothing to report.
+/// Ignores a link that fails: the system stays as it was stored, which is complete.
 void ignoreLink(Library::Status /*status*/)
 {
 }
@@ -77,7 +77,7 @@ bool ValidateCsDefinitionSet(const wchar_t* code, const Library::CoordinateRefer
 
 void linkDefinitionSet(DefinitionSet& set)
 {
-    const wchar_t* const datumCode = datumCodeOf(*set.system.get());
+    const wchar_t* const datumCode = queryDatumCode(*set.system.get());
     if (datumCode == nullptr)
         return;
     if (*datumCode == L'\0') {

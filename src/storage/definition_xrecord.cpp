@@ -111,19 +111,19 @@ bool startsWithLayout(const QeDbXrecord& xrecord)
     return !first.done() && first.curResType() == QeRb::kXdataInteger32;
 }
 
-/// The xrecord's chain; empty when it cannot be had, whatever the reason.
-ResbufChain chainOf(const QeDbXrecord& xrecord, QeDbDatabase* database)
+/// Copies the xrecord's chain. Empty when that fails for any reason.
+ResbufChain copyChain(const QeDbXrecord& xrecord, QeDbDatabase* database)
 {
     try {
         ResbufChain chain;
         if (xrecord.rbChain(chain.put(), database) == Qeapp::eOk)
             return chain;
-    } catch (...) { // a stored form that cannot be read is one that is not there
+    } catch (...) { // a stored form that cannot be read counts as missing
     }
     return ResbufChain();
 }
 
-/// What the xrecord held when it was open.
+/// The content of the xrecord, which is closed again.
 struct StoredChain {
     bool hasLayout;
     ResbufChain items;
@@ -134,7 +134,7 @@ StoredChain fetchChain(QeDbDatabase* database)
     HostObject<QeDbXrecord> xrecord;
     if (!openXrecord(database, xrecord))
         return {};
-    return {.hasLayout = startsWithLayout(*xrecord.get()), .items = chainOf(*xrecord.get(), database)};
+    return {.hasLayout = startsWithLayout(*xrecord.get()), .items = copyChain(*xrecord.get(), database)};
 }
 
 bool closesGroup(const resbuf& item)
@@ -143,7 +143,7 @@ bool closesGroup(const resbuf& item)
            std::wcscmp(item.resval.rstring, L"}") == 0;
 }
 
-/// False when a group is not closed before the chain ends. Whatever its own text, the opening brace closes nothing.
+/// False when a group is not closed before the chain ends. The opening brace closes nothing, whatever its text is.
 bool readGroups(const resbuf* opening, DefinitionSet& definitions)
 {
     while (opening != nullptr) {
@@ -164,7 +164,7 @@ void readStandaloneChunks(const resbuf* item, DefinitionSet& definitions)
         definitions.take(ResbufChunkToDefinition(item));
 }
 
-/// False when the chain cannot be read to its end. Of a layout that is not known nothing is read.
+/// False when the chain cannot be read to its end. Reads nothing of an unknown layout.
 bool readChain(const StoredChain& chain, DefinitionSet& definitions)
 {
     const std::int32_t layout = chain.hasLayout ? chain.items->resval.rlong : kStandaloneChunksLayout;
@@ -205,13 +205,13 @@ bool ReadCsDefinitionXrecord(QeDbDatabase* database, const wchar_t* code, Defini
 {
     definitions = DefinitionSet();
     const StoredChain chain = fetchChain(database);
-    DefinitionSet found;
-    if (!chain.items || !readChain(chain, found))
+    DefinitionSet stored;
+    if (!chain.items || !readChain(chain, stored))
         return false;
-    if (!ValidateCsDefinitionSet(code, found.system.get(), found.datum.get(), found.ellipsoid.get()))
+    if (!ValidateCsDefinitionSet(code, stored.system.get(), stored.datum.get(), stored.ellipsoid.get()))
         return false;
-    linkDefinitionSet(found);
-    definitions = std::move(found);
+    linkDefinitionSet(stored);
+    definitions = std::move(stored);
     return true;
 }
 

@@ -12,22 +12,22 @@ namespace {
 
 constexpr std::size_t kWktCharacters = 4096;
 
-/// A new object is deleted, not closed, on every failure: it is in no database until it is posted.
+/// The holder deletes the new object on every failure: it is in no database until it is posted.
 Qeapp::ErrorStatus createGeoData(QeDbDatabase* database, HostObject<QeDbGeoData>& object)
 {
     HostObject<QeDbGeoData> created(new QeDbGeoData);
     QeDbObjectId modelSpace;
-    const Qeapp::ErrorStatus found = qedbSymUtil()->blockModelSpaceId(database, modelSpace);
-    if (found != Qeapp::eOk)
-        return found;
-    const Qeapp::ErrorStatus owned = created->setBlockTableRecordId(modelSpace);
-    if (owned != Qeapp::eOk)
-        return owned;
+    Qeapp::ErrorStatus result = qedbSymUtil()->blockModelSpaceId(database, modelSpace);
+    if (result != Qeapp::eOk)
+        return result;
+    result = created->setBlockTableRecordId(modelSpace);
+    if (result != Qeapp::eOk)
+        return result;
     QeDbObjectId id;
-    const Qeapp::ErrorStatus posted = created->postToDb(id);
-    if (posted == Qeapp::eOk)
+    result = created->postToDb(id);
+    if (result == Qeapp::eOk)
         object = std::move(created);
-    return posted;
+    return result;
 }
 
 bool isConverted(Library::Status status)
@@ -44,10 +44,10 @@ Qeapp::ErrorStatus ReadGeoDataCoordinateSystem(QeDbDatabase* database, std::wstr
     if (qedbGetGeoDataObjId(database, id) != Qeapp::eOk || id.isNull())
         return Qeapp::eOk;
     HostObject<QeDbGeoData> geoData;
-    const Qeapp::ErrorStatus opened = geoData.open(id, QeDb::kForRead);
-    if (opened == Qeapp::eOk)
+    const Qeapp::ErrorStatus result = geoData.open(id, QeDb::kForRead);
+    if (result == Qeapp::eOk)
         text = geoData->coordinateSystem();
-    return opened;
+    return result;
 }
 
 Qeapp::ErrorStatus OpenGeoDataForWrite(QeDbDatabase* database, HostObject<QeDbGeoData>& object, bool create)
@@ -57,10 +57,10 @@ Qeapp::ErrorStatus OpenGeoDataForWrite(QeDbDatabase* database, HostObject<QeDbGe
     if (qedbGetGeoDataObjId(database, id) != Qeapp::eOk)
         return create ? createGeoData(database, object) : Qeapp::eOk;
     HostObject<QeDbGeoData> present;
-    const Qeapp::ErrorStatus opened = present.open(id, QeDb::kForWrite);
-    if (opened == Qeapp::eOk)
+    const Qeapp::ErrorStatus result = present.open(id, QeDb::kForWrite);
+    if (result == Qeapp::eOk)
         object = std::move(present);
-    return opened;
+    return result;
 }
 
 Qeapp::ErrorStatus WriteGeoDataCoordinateSystem(QeDbDatabase* database, const wchar_t* text)
@@ -69,9 +69,9 @@ Qeapp::ErrorStatus WriteGeoDataCoordinateSystem(QeDbDatabase* database, const wc
         return Qeapp::eNoDatabase;
     const bool clears = isBlank(text);
     HostObject<QeDbGeoData> geoData;
-    const Qeapp::ErrorStatus opened = OpenGeoDataForWrite(database, geoData, !clears);
+    const Qeapp::ErrorStatus result = OpenGeoDataForWrite(database, geoData, !clears);
     if (!geoData)
-        return opened;
+        return result;
     return geoData->setCoordinateSystem(clears ? L"" : text);
 }
 
@@ -96,8 +96,8 @@ Qeapp::ErrorStatus WriteGeoDataSerialized(QeDbDatabase* database,
     std::wstring text;
     if (definition != nullptr) {
         libraryStatus = SerializeToWideText(text, definition, true);
-        if (const Qeapp::ErrorStatus serialized = libraryResult(libraryStatus); serialized != Qeapp::eOk)
-            return serialized;
+        if (const Qeapp::ErrorStatus result = libraryResult(libraryStatus); result != Qeapp::eOk)
+            return result;
     }
     return WriteGeoDataCoordinateSystem(database, text.c_str());
 }
@@ -105,14 +105,14 @@ Qeapp::ErrorStatus WriteGeoDataSerialized(QeDbDatabase* database,
 Qeapp::ErrorStatus ClearGeoDataCoordinateSystem(QeDbDatabase* database)
 {
     QeDbObjectId id;
-    const Qeapp::ErrorStatus found = qedbGetGeoDataObjId(database, id);
-    if (found == Qeapp::eKeyNotFound || found == Qeapp::eNullObjectId)
+    Qeapp::ErrorStatus result = qedbGetGeoDataObjId(database, id);
+    if (result == Qeapp::eKeyNotFound || result == Qeapp::eNullObjectId)
         return Qeapp::eOk;
-    if (found != Qeapp::eOk || id.isNull())
-        return found;
+    if (result != Qeapp::eOk || id.isNull())
+        return result;
     HostObject<QeDbGeoData> geoData;
-    const Qeapp::ErrorStatus opened = geoData.open(id, QeDb::kForWrite);
-    return opened == Qeapp::eOk ? geoData->setCoordinateSystem(L"") : opened;
+    result = geoData.open(id, QeDb::kForWrite);
+    return result == Qeapp::eOk ? geoData->setCoordinateSystem(L"") : result;
 }
 
 } // namespace Orvel

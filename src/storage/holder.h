@@ -1,11 +1,17 @@
-// Scope-bound ownership: one holder, a small policy for each kind of thing that the platform hands out.
+// Scope-bound ownership: one holder, and a small policy for each kind of object that the platform returns.
 #pragma once
 
 #include <utility>
 
 namespace Orvel {
 
-/// Owns a pointer for the length of a scope. A policy names the pointer type (`Handle`) and says how it is given back
+/// Ignores the result of a release. At the end of a scope nothing can be done about a failure.
+template <class Result>
+void ignore(Result /*result*/)
+{
+}
+
+/// Owns a pointer for the length of a scope. A policy names the pointer type (`Handle`) and releases the object
 /// (`dispose`, which does not throw).
 template <class Policy>
 class Holder {
@@ -28,14 +34,14 @@ public:
     Handle operator->() const { return handle_; }
     explicit operator bool() const { return handle_ != nullptr; }
 
-    /// Gives the ownership away.
+    /// Passes the ownership to the caller.
     [[nodiscard]] Handle release() { return std::exchange(handle_, nullptr); }
     void reset(Handle handle = nullptr)
     {
         if (Handle former = std::exchange(handle_, handle); former != nullptr)
             Policy::dispose(former);
     }
-    /// Lets go of what is held and hands out the place for a new one, for a call's out-parameter.
+    /// Releases what is held and returns the pointer itself, to be filled by a call's out-parameter.
     [[nodiscard]] Handle& put()
     {
         reset();

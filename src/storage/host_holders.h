@@ -1,4 +1,4 @@
-// Holders for what the host hands out: opened and new objects, resbuf chains, buffers, transactions.
+// Holders for what the host returns: opened and new objects, resbuf chains, buffers, transactions, document locks.
 #pragma once
 
 #include "platform/host.h"
@@ -6,7 +6,7 @@
 
 namespace Orvel {
 
-/// A database-resident object is closed; one that never got into a database is deleted.
+/// Closes an object that is in a database, and deletes one that was never added to any.
 template <class T>
 struct HostObjectPolicy {
     using Handle = T*;
@@ -15,11 +15,11 @@ struct HostObjectPolicy {
         if (object->objectId().isNull())
             delete object;
         else
-            static_cast<void>(object->close()); // nothing can be done about it at the end of a scope
+            ignore(object->close());
     }
 };
 
-/// A host object and the ways to open it; a success that gave no object is answered with eNoObject.
+/// A host object and the ways to open it. A success without an object becomes eNoObject.
 template <class T>
 class HostObject : public Holder<HostObjectPolicy<T>> {
 public:
@@ -54,7 +54,7 @@ struct ResbufPolicy {
 };
 using ResbufChain = Holder<ResbufPolicy>;
 
-/// What qeutNewString and qeutNewBuffer hand out.
+/// Releases what qeutNewString and qeutNewBuffer return.
 template <class Element>
 struct HostBufferPolicy {
     using Handle = Element*;
@@ -74,7 +74,7 @@ public:
     ~Transaction()
     {
         if (started())
-            static_cast<void>(manager_->abortTransaction()); // the failure that led here is what the caller hears of
+            ignore(manager_->abortTransaction());
     }
 
     [[nodiscard]] bool started() const { return manager_ != nullptr; }
@@ -99,8 +99,7 @@ public:
     ~DocumentLock()
     {
         if (document_ != nullptr)
-            static_cast<void>(
-                manager_->unlockDocument(document_)); // nothing can be done about it at the end of a scope
+            ignore(manager_->unlockDocument(document_));
     }
 
     explicit operator bool() const { return document_ != nullptr; }

@@ -9,11 +9,11 @@
 namespace Orvel {
 namespace {
 
-/// Some older products wrote "." for "none".
+/// Some older products write "." for "none".
 constexpr std::wstring_view kNoCode = L".";
 
-/// Null when the record, which stands second in its chain, is absent or says that there is no code.
-const wchar_t* codeIn(const resbuf* chain)
+/// Reads the second resbuf of the chain. Null when it is missing or holds no code.
+const wchar_t* readCode(const resbuf* chain)
 {
     const resbuf* const item = chain != nullptr ? chain->rbnext : nullptr;
     if (item == nullptr || item->restype != QeRb::kXdataString)
@@ -24,15 +24,15 @@ const wchar_t* codeIn(const resbuf* chain)
 
 Qeapp::ErrorStatus addApplication(QeDbRegAppTable& table)
 {
-    const Qeapp::ErrorStatus upgraded = table.upgradeOpen();
-    if (upgraded != Qeapp::eOk)
-        return upgraded;
+    Qeapp::ErrorStatus result = table.upgradeOpen();
+    if (result != Qeapp::eOk)
+        return result;
     HostObject<QeDbRegAppTableRecord> record(new (std::nothrow) QeDbRegAppTableRecord);
     if (!record)
         return Qeapp::eOutOfMemory;
-    const Qeapp::ErrorStatus named = record->setName(kLegacyProjectionApplication);
-    if (named != Qeapp::eOk)
-        return named;
+    result = record->setName(kLegacyProjectionApplication);
+    if (result != Qeapp::eOk)
+        return result;
     QeDbObjectId id;
     return table.add(id, record.get());
 }
@@ -40,14 +40,14 @@ Qeapp::ErrorStatus addApplication(QeDbRegAppTable& table)
 Qeapp::ErrorStatus registerApplication(QeDbDatabase* database)
 {
     HostObject<QeDbRegAppTable> table;
-    const Qeapp::ErrorStatus opened =
+    const Qeapp::ErrorStatus result =
         table.openWith([&](QeDbRegAppTable*& object) { return database->getRegAppTable(object, QeDb::kForRead); });
-    if (opened != Qeapp::eOk)
-        return opened;
+    if (result != Qeapp::eOk)
+        return result;
     return table->has(kLegacyProjectionApplication) ? Qeapp::eOk : addApplication(*table.get());
 }
 
-/// The application's name alone stands for "no data".
+/// The application's name alone means that there is no data.
 ResbufChain recordChain(const wchar_t* code)
 {
     if (isBlank(code))
@@ -69,10 +69,10 @@ std::wstring ReadLegacyProjectionCode(QeDbDatabase* database)
     if (dictionary.openIn(database, QeDb::kForRead) != Qeapp::eOk)
         return {};
     const ResbufChain chain(dictionary->xData(kLegacyProjectionApplication));
-    const wchar_t* const code = codeIn(chain.get());
+    const wchar_t* const code = readCode(chain.get());
     try {
         return code != nullptr ? code : L"";
-    } catch (const std::bad_alloc&) { // reading has no failures to report
+    } catch (const std::bad_alloc&) { // this function has no way to report a failure
         return {};
     }
 }
@@ -83,13 +83,13 @@ Qeapp::ErrorStatus WriteLegacyProjectionCode(QeDbDatabase* database, const wchar
         return Qeapp::eNoDatabase;
     if (!isBlank(code) && !isLegacyProjectionCode(code))
         return Qeapp::eInvalidInput; // before anything is changed
-    const Qeapp::ErrorStatus registered = registerApplication(database);
-    if (registered != Qeapp::eOk)
-        return registered;
+    Qeapp::ErrorStatus result = registerApplication(database);
+    if (result != Qeapp::eOk)
+        return result;
     NamedObjects dictionary;
-    const Qeapp::ErrorStatus opened = dictionary.openIn(database, QeDb::kForWrite);
-    if (opened != Qeapp::eOk)
-        return opened;
+    result = dictionary.openIn(database, QeDb::kForWrite);
+    if (result != Qeapp::eOk)
+        return result;
     const ResbufChain chain = recordChain(code);
     return chain ? dictionary->setXData(chain.get()) : Qeapp::eOutOfMemory;
 }

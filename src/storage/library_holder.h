@@ -1,4 +1,4 @@
-// The holder for what the spatial-reference library hands out, and what its statuses come to as results of the host.
+// The holder for what the spatial-reference library returns, and the host results that its statuses become.
 #pragma once
 
 #include "platform/host.h"
@@ -28,15 +28,15 @@ template <class T>
     return typed;
 }
 
-/// The array takes the definition over when it can add it; otherwise the holder keeps it.
+/// The array owns the definition when it can add it; otherwise the holder keeps it.
 template <class Definition>
 [[nodiscard]] Library::Status addDefinition(Library::DefinitionBaseArray& definitions,
                                             LibraryObject<Definition>& definition)
 {
-    const Library::Status added = definitions.Add(definition.get());
-    if (added == Library::statusOk)
-        static_cast<void>(definition.release()); // the array's from here on
-    return added;
+    const Library::Status status = definitions.Add(definition.get());
+    if (status == Library::statusOk)
+        static_cast<void>(definition.release()); // the array owns it now
+    return status;
 }
 
 /// eOk for success, eInvalidInput for every failure.
@@ -45,7 +45,7 @@ template <class Definition>
     return status == Library::statusOk ? Qeapp::eOk : Qeapp::eInvalidInput;
 }
 
-/// The same for a call that hands out an object. A success without an object counts as a failure.
+/// The same for a call that returns an object. A success without an object counts as a failure.
 template <class T>
 [[nodiscard]] Qeapp::ErrorStatus libraryResult(Library::Status status, const LibraryObject<T>& object)
 {

@@ -16,8 +16,8 @@ constexpr std::size_t kClassIdLength = std::tuple_size_v<ClassIdBytes>;
 constexpr int kWriteFlags = 0;
 constexpr int kReadFlags = 1;
 
-/// The definition's stream as the library writes it; empty on failure, and when it is longer than the buffer.
-std::vector<unsigned char> streamBytesOf(const Library::DefinitionBase* definition)
+/// Writes the definition into a stream of the library. Empty on failure, and when the stream is longer than the buffer.
+std::vector<unsigned char> writeStream(const Library::DefinitionBase* definition)
 {
     LibraryObject<Library::DefinitionStream> stream;
     if (Library::DefinitionStream::CreateInstance(stream.put()) != Library::statusOk || !stream)
@@ -32,8 +32,8 @@ std::vector<unsigned char> streamBytesOf(const Library::DefinitionBase* definiti
     return {buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(length)};
 }
 
-// The two pairs of functions below walk their input alike. That the lengths agree is checked all the same, because what
-// is stored outlives the process.
+// PackedSize and PackRuns read their input alike, and so do UnpackedSize and UnpackRuns. Their lengths are compared
+// nevertheless, because the stored bytes outlive the process.
 
 /// Empty when the bytes cannot be packed.
 std::vector<unsigned char> pack(const std::vector<unsigned char>& unpacked)
@@ -55,13 +55,13 @@ std::vector<unsigned char> unpack(const unsigned char* bytes, std::size_t length
     return unpacked;
 }
 
-/// The one definition that the stream holds, whatever status the reading reports.
-LibraryObject<Library::DefinitionBase> definitionIn(const unsigned char* streamBytes, std::size_t length)
+/// Reads the one definition that the stream holds, whatever status the reading returns.
+LibraryObject<Library::DefinitionBase> readStream(const unsigned char* streamBytes, std::size_t length)
 {
     LibraryObject<Library::DefinitionStream> stream;
     if (Library::DefinitionStream::CreateInstance(stream.put()) != Library::statusOk || !stream)
         return {};
-    static_cast<void>(stream->Read(streamBytes, length, Library::formatBinary, kReadFlags)); // what it yields decides
+    static_cast<void>(stream->Read(streamBytes, length, Library::formatBinary, kReadFlags)); // the definitions decide
     LibraryObject<Library::DefinitionBaseArray> definitions;
     if (stream->GetDefinitions(definitions.put()) != Library::statusOk || !definitions || definitions->GetCount() != 1)
         return {};
@@ -76,11 +76,11 @@ bool EncodeDefinitionBytes(const Library::DefinitionBase* definition, std::vecto
     const auto classId = DefinitionKindClsid(definition);
     if (!classId)
         return false;
-    const std::vector<unsigned char> stream = streamBytesOf(definition);
+    const std::vector<unsigned char> stream = writeStream(definition);
     if (stream.empty())
         return false;
     std::vector<unsigned char> form(classId->begin(), classId->end());
-    form.insert(form.end(), stream.begin() + 1, stream.end()); // the stream's first byte is zero and is not stored
+    form.insert(form.end(), stream.begin() + 1, stream.end()); // the first byte is zero and is not stored
     bytes = pack(form);
     return !bytes.empty();
 }
@@ -96,8 +96,8 @@ LibraryObject<Library::DefinitionBase> DecodeDefinitionBytes(const unsigned char
     std::copy_n(form.begin(), kClassIdLength, classId.begin());
     if (!isDefinitionKindClsid(classId))
         return {};
-    form[kClassIdLength - 1] = 0; // the stream's first byte, which is not stored, in the place of the identifier's last
-    return definitionIn(form.data() + kClassIdLength - 1, form.size() - kClassIdLength + 1);
+    form[kClassIdLength - 1] = 0; // replaces the identifier's last byte by the stream's first, which is not stored
+    return readStream(form.data() + kClassIdLength - 1, form.size() - kClassIdLength + 1);
 }
 
 } // namespace Orvel

@@ -9,11 +9,11 @@
 
 namespace Orvel {
 
-/// False for a null definition, one of another type than the three, and one whose stream needs more than 1,024 bytes;
-/// `bytes` is then empty.
+/// Packs the definition. False, with empty `bytes`, for a null definition, for a type that has no class identifier, and
+/// for a definition whose stream needs more than 1,024 bytes.
 [[nodiscard]] bool EncodeDefinitionBytes(const Library::DefinitionBase* definition, std::vector<unsigned char>& bytes);
 
-/// The definition in the bytes; empty when they do not hold exactly one.
+/// Reads the definition in the bytes. Empty when they do not hold exactly one.
 [[nodiscard]] LibraryObject<Library::DefinitionBase> DecodeDefinitionBytes(const unsigned char* bytes,
                                                                            std::size_t length);
 

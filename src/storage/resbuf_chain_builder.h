@@ -1,4 +1,4 @@
-// How a resbuf chain is put together.
+// Builds a resbuf chain.
 #pragma once
 
 #include <utility>
@@ -10,7 +10,7 @@ namespace Orvel {
 /// Appends resbufs, single ones or whole chains, to one chain.
 class ResbufChainBuilder {
 public:
-    /// False for an empty part, which stands for one that could not be made; the chain then stays as it was.
+    /// False for an empty part, which means that it could not be made. The chain then stays as it was.
     [[nodiscard]] bool append(ResbufChain part)
     {
         if (!part)
@@ -22,9 +22,9 @@ public:
         return true;
     }
 
-    /// The first resbuf; null while there is none.
+    /// The first resbuf. Null while there is none.
     [[nodiscard]] resbuf* get() const { return chain_.get(); }
-    /// Hands the chain out. The builder is of no use afterwards.
+    /// Returns the chain. The builder must not be used afterwards.
     [[nodiscard]] ResbufChain take() { return std::move(chain_); }
 
 private:

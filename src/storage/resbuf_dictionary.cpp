@@ -32,24 +32,22 @@ bool readXrecordChain(QeDbObjectId id, resbuf*& chain)
     return true;
 }
 
-Qeapp::ErrorStatus openPresent(const NamedObjects& parent, const std::wstring& name, QeDb::OpenMode mode,
-                               Dictionary& dictionary)
+Qeapp::ErrorStatus openExisting(const NamedObjects& parent, const std::wstring& name, QeDb::OpenMode mode,
+                                Dictionary& dictionary)
 {
     QeDbObjectId id;
-    const Qeapp::ErrorStatus lookedUp = parent->getAt(name.c_str(), id);
-    if (lookedUp != Qeapp::eOk)
-        return lookedUp;
-    return dictionary.open(id, mode);
+    const Qeapp::ErrorStatus result = parent->getAt(name.c_str(), id);
+    return result == Qeapp::eOk ? dictionary.open(id, mode) : result;
 }
 
-/// Whether there is no such dictionary: no entry, an erased one, or one of another class. Any other failure, such as an
-/// entry that somebody has open, says nothing of what is there.
-bool isMissing(Qeapp::ErrorStatus opened)
+/// Whether the result means that there is no such dictionary: no entry, an erased one, or one of another class. Any
+/// other failure, such as an entry that somebody has open, does not mean that.
+bool isMissing(Qeapp::ErrorStatus result)
 {
-    return opened == Qeapp::eKeyNotFound || opened == Qeapp::eObjectErased || opened == Qeapp::eNotThatKindOfClass;
+    return result == Qeapp::eKeyNotFound || result == Qeapp::eObjectErased || result == Qeapp::eNotThatKindOfClass;
 }
 
-/// Replaces what lies under the name. The holder deletes a new dictionary that could not be added.
+/// Replaces the entry of that name. The holder deletes a new dictionary that could not be added.
 Dictionary addDictionary(const NamedObjects& parent, const std::wstring& name)
 {
     if (parent->upgradeOpen() != Qeapp::eOk)
@@ -61,8 +59,8 @@ Dictionary addDictionary(const NamedObjects& parent, const std::wstring& name)
     return added;
 }
 
-/// Null when there is no memory for it.
-CResbufDictionaryIterator* newIteratorOver(const Dictionary& dictionary)
+/// Null when memory is short.
+CResbufDictionaryIterator* newIterator(const Dictionary& dictionary)
 {
     std::unique_ptr<QeDbDictionaryIterator> inner(dictionary->newIterator());
     if (!inner)
@@ -89,7 +87,7 @@ bool storeXrecord(QeDbDictionary& dictionary, const wchar_t* key, const resbuf* 
 /// False when the entries cannot be listed.
 bool appendEntries(const Dictionary& dictionary, std::vector<QeDbObjectId>& entries)
 {
-    const std::unique_ptr<CResbufDictionaryIterator> entry(newIteratorOver(dictionary));
+    const std::unique_ptr<CResbufDictionaryIterator> entry(newIterator(dictionary));
     if (!entry)
         return false;
     for (; !entry->Done(); entry->Next())
@@ -97,7 +95,7 @@ bool appendEntries(const Dictionary& dictionary, std::vector<QeDbObjectId>& entr
     return true;
 }
 
-/// "%s%s" of the prefix, cut to what the number leaves of the buffer, and the number.
+/// Writes the prefix and the number into the buffer. The prefix is cut so that both fit.
 void formatUniqueKey(std::wstring& prefix, int number)
 {
     const std::wstring digits = std::to_wstring(number);
@@ -116,7 +114,7 @@ CResbufDictionaryIterator::~CResbufDictionaryIterator()
 
 void CResbufDictionaryIterator::Next()
 {
-    static_cast<void>(inner_->next()); // Done tells the same
+    static_cast<void>(inner_->next()); // Done returns the same
 }
 
 bool CResbufDictionaryIterator::Done()
@@ -151,8 +149,8 @@ QeDbDictionary* CResbufDictionary::OpenDictionary(QeDb::OpenMode mode) const
     if (mode == QeDb::kForNotify || database_ == nullptr || parent.openIn(database_, QeDb::kForRead) != Qeapp::eOk)
         return nullptr;
     Dictionary dictionary;
-    const Qeapp::ErrorStatus opened = openPresent(parent, name_, mode, dictionary);
-    if (mode == QeDb::kForWrite && isMissing(opened))
+    const Qeapp::ErrorStatus result = openExisting(parent, name_, mode, dictionary);
+    if (mode == QeDb::kForWrite && isMissing(result))
         dictionary = addDictionary(parent, name_);
     return dictionary.release();
 }
@@ -160,7 +158,7 @@ QeDbDictionary* CResbufDictionary::OpenDictionary(QeDb::OpenMode mode) const
 CResbufDictionaryIterator* CResbufDictionary::NewIterator() const
 {
     const Dictionary dictionary(OpenDictionary(QeDb::kForRead));
-    return dictionary ? newIteratorOver(dictionary) : nullptr;
+    return dictionary ? newIterator(dictionary) : nullptr;
 }
 
 int CResbufDictionary::GetEntryCount() const
@@ -208,8 +206,8 @@ bool CResbufDictionary::listEntries(std::vector<QeDbObjectId>& entries) const
     if (parent.openIn(database_, QeDb::kForRead) != Qeapp::eOk)
         return false;
     Dictionary dictionary;
-    const Qeapp::ErrorStatus opened = openPresent(parent, name_, QeDb::kForRead, dictionary);
-    return opened == Qeapp::eOk ? appendEntries(dictionary, entries) : isMissing(opened);
+    const Qeapp::ErrorStatus result = openExisting(parent, name_, QeDb::kForRead, dictionary);
+    return result == Qeapp::eOk ? appendEntries(dictionary, entries) : isMissing(result);
 }
 
 bool CResbufDictionary::RemoveAll() const
@@ -220,10 +218,10 @@ bool CResbufDictionary::RemoveAll() const
     if (entries.empty())
         return true;
     const Dictionary dictionary(OpenDictionary(QeDb::kForWrite));
-    bool removed = static_cast<bool>(dictionary);
+    bool isRemoved = static_cast<bool>(dictionary);
     for (const QeDbObjectId& entry : entries)
-        removed = dictionary && dictionary->remove(entry) == Qeapp::eOk && removed;
-    return removed;
+        isRemoved = dictionary && dictionary->remove(entry) == Qeapp::eOk && isRemoved;
+    return isRemoved;
 }
 
 const wchar_t* CResbufDictionary::MakeUniqueKey(const wchar_t* prefix) const

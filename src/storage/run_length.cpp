@@ -14,7 +14,7 @@ struct Packet {
     bool isRun;
     std::size_t count; // of unpacked bytes
 
-    /// Of the bytes after the header.
+    /// The number of bytes after the header.
     std::size_t bodyLength() const { return isRun ? 1 : count; }
     unsigned char header() const
     {
@@ -37,7 +37,7 @@ std::size_t literalLength(const unsigned char* position, std::size_t count, cons
     return std::min(count, longest);
 }
 
-/// The one rule by which input is cut into packets; there is at least one byte.
+/// The rule that cuts input into packets. There is at least one byte.
 Packet packetAt(const unsigned char* position, const unsigned char* end)
 {
     const std::size_t run = RunLength(position, end);
@@ -46,8 +46,8 @@ Packet packetAt(const unsigned char* position, const unsigned char* end)
     return {.isRun = false, .count = literalLength(position, run, end)};
 }
 
-/// Reads packed input packet by packet and gives each to `take`, with its body. False when the input ends inside a
-/// packet or `take` refuses.
+/// Reads packed input and calls `take` with each packet and its body. False when the input ends inside a packet or
+/// `take` returns false.
 template <class Take>
 bool forEachPacket(const unsigned char* input, std::size_t length, Take take)
 {

@@ -6,21 +6,20 @@
 
 namespace Orvel {
 
-/// The number of equal bytes at `position`, that byte included; it stops at `end` and at 128. `position` is before
-/// `end`.
+/// The number of equal bytes from `position` on, at most 128. `position` is before `end`.
 [[nodiscard]] std::size_t RunLength(const unsigned char* position, const unsigned char* end);
 
-/// Packs into `output` and gives the packed length in bytes; 0 for empty input and when `capacity` is too small.
+/// Packs into `output` and returns the packed length in bytes. 0 for empty input and when `capacity` is too small.
 [[nodiscard]] std::size_t PackRuns(const unsigned char* input, std::size_t length, unsigned char* output,
                                    std::size_t capacity);
-/// The length that PackRuns would give with room enough.
+/// The length that PackRuns returns when `capacity` is large enough.
 [[nodiscard]] std::size_t PackedSize(const unsigned char* input, std::size_t length);
 
-/// Unpacks into `output` and gives the unpacked length in bytes; 0 for empty input, for input that ends inside a packet
-/// and when `capacity` is too small.
+/// Unpacks into `output` and returns the unpacked length in bytes. 0 for empty input, for input that ends inside a
+/// packet and when `capacity` is too small.
 [[nodiscard]] std::size_t UnpackRuns(const unsigned char* input, std::size_t length, unsigned char* output,
                                      std::size_t capacity);
-/// The length that UnpackRuns would give with room enough; 0 where it would fail.
+/// The length that UnpackRuns returns when `capacity` is large enough. 0 for input that it cannot unpack.
 [[nodiscard]] std::size_t UnpackedSize(const unsigned char* input, std::size_t length);
 
 } // namespace Orvel

@@ -1,4 +1,4 @@
-// A definition as the library's text, between wide text here and UTF-16 little-endian bytes there.
+// Definitions as the library's text. The module has wide text, the library reads and writes UTF-16 little-endian bytes.
 #pragma once
 
 #include <string>
@@ -7,17 +7,16 @@
 
 namespace Orvel {
 
-/// The library's text of the definition, with its datum and ellipsoid as definitions of their own where
-/// `includeDependents` asks for them. The text must fit into 65,536 bytes with its NUL; `text` is not touched on
-/// failure.
+/// Writes the definition as the library's text. With `includeDependents` the datum and the ellipsoid follow as
+/// definitions of their own. The text with its NUL must fit into 65,536 bytes. On failure `text` is unchanged.
 Library::Status SerializeToWideText(std::wstring& text, const Library::DefinitionBase* definition,
                                     bool includeDependents);
 
-/// Reads such a text into a new array. statusNullText for a null text, statusEmptyText for an empty one; otherwise the
-/// library's status.
+/// Reads such a text into a new array. Returns statusNullText for a null text, statusEmptyText for an empty one, and
+/// otherwise the library's status.
 Library::Status DeserializeWideText(LibraryObject<Library::DefinitionBaseArray>& definitions, const wchar_t* text);
 
-/// The same from UTF-16 little-endian bytes, which end with their first NUL unit: the caller guarantees one.
+/// The same from UTF-16 little-endian bytes up to their first NUL unit, which the caller guarantees.
 Library::Status deserializeUtf16leText(LibraryObject<Library::DefinitionBaseArray>& definitions,
                                        const unsigned char* text);
 

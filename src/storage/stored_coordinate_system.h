@@ -1,4 +1,4 @@
-// All the forms in which a drawing may hold its coordinate system, taken together.
+// All the forms in which a drawing can hold its coordinate system.
 #pragma once
 
 #include "platform/host.h"
@@ -6,8 +6,8 @@
 namespace Orvel {
 
 /// Removes the legacy record, the definition xrecord and the GeoData text in one transaction: all of them or none.
-/// eNoDatabase for a null database, eNoTransaction when no transaction could be started; otherwise the first failing
-/// host result.
+/// Returns eNoDatabase for a null database, eNoTransaction when no transaction can be started, and otherwise the first
+/// host result that is a failure.
 Qeapp::ErrorStatus ClearStoredCoordinateSystem(QeDbDatabase* database);
 
 } // namespace Orvel

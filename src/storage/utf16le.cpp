@@ -16,7 +16,7 @@ void appendUnit(std::vector<unsigned char>& bytes, char32_t unit)
     bytes.push_back(static_cast<unsigned char>(unit >> 8 & 0xFF));
 }
 
-/// A supplementary code point, where the system's wide characters hold one, becomes a pair of units.
+/// A supplementary code point becomes a pair of units.
 void appendWideCharacter(std::vector<unsigned char>& bytes, char32_t character)
 {
     if (character < kFirstSupplementary) {

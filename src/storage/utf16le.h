@@ -1,6 +1,6 @@
-// Wide text as UTF-16 little-endian bytes: the form in which text outlives a call, the same on every system. A wide
-// character is a UTF-16 unit or a code point, as the system has it; unpaired surrogates pass through, and what is
-// no code point becomes U+FFFD.
+// Wide text as UTF-16 little-endian bytes, the same bytes on every system. A wide character is a UTF-16 unit or a code
+// point, depending on the system. Unpaired surrogates stay as they are; a value that is not a code point becomes
+// U+FFFD.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ namespace Orvel {
 /// The text's bytes with a terminating NUL unit.
 std::vector<unsigned char> encodeUtf16le(std::wstring_view text);
 
-/// The text up to its first NUL unit, or up to the end of the bytes; an odd last byte is ignored.
+/// The text up to its first NUL unit, or up to the end of the bytes. An odd last byte is ignored.
 std::wstring decodeUtf16le(const unsigned char* bytes, std::size_t lengthInBytes);
 
 /// The length in bytes up to the first NUL unit, which the caller guarantees.

@@ -11,7 +11,8 @@ wchar_t* sharedEmptyText()
 HostString newConfigText(std::size_t characters)
 {
     unsigned char* buffer = nullptr;
-    static_cast<void>(qeutNewBuffer(buffer, characters * sizeof(wchar_t))); // without memory the pointer stays null
+    static_cast<void>(
+        qeutNewBuffer(buffer, characters * sizeof(wchar_t))); // the pointer stays null when memory is short
     return HostString(reinterpret_cast<wchar_t*>(buffer));
 }
 

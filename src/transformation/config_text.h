@@ -1,4 +1,4 @@
-// The texts that the module hands to its callers: host strings, or one empty text that is nobody's to release.
+// The configuration texts that the module returns to its callers: host strings, or one shared empty text.
 #pragma once
 
 #include <cstddef>
@@ -7,10 +7,10 @@
 
 namespace Orvel {
 
-/// What an out-parameter points at where there is no text.
+/// The value of an out-parameter where there is no text. Nobody releases it.
 [[nodiscard]] wchar_t* sharedEmptyText();
 
-/// Room for a text of so many characters, its NUL included, all zero; empty without memory.
+/// A buffer for a text of so many characters, its NUL included, all zero. Empty when memory is short.
 [[nodiscard]] HostString newConfigText(std::size_t characters);
 
 } // namespace Orvel

@@ -20,13 +20,13 @@ bool matches(const ItemText& item, std::wstring_view source, std::wstring_view t
     return isSameCode(item.sourceCs.value_or(L""), source) && isSameCode(item.targetCs.value_or(L""), target);
 }
 
-/// The first item that fits; the text is read without copying any.
-template <class Fits>
-std::optional<ItemText> firstItem(std::wstring_view text, const Fits& fits)
+/// The first item of the text that fulfils the condition.
+template <class Condition>
+std::optional<ItemText> firstItem(std::wstring_view text, const Condition& fulfils)
 {
     while (const std::optional<std::wstring_view> chunk = takeItemChunk(text)) {
         const ItemText item = parseItemText(*chunk);
-        if (fits(item))
+        if (fulfils(item))
             return item;
     }
     return std::nullopt;
@@ -37,7 +37,7 @@ template <class Definition>
 bool isReversible(const std::wstring& name)
 {
     LibraryObject<Definition> definition;
-    static_cast<void>(Definition::Load(name.c_str(), definition.put())); // a definition tells more than its status
+    static_cast<void>(Definition::Load(name.c_str(), definition.put())); // only the definition matters
     bool reversible = false;
     return definition && definition->IsReversible(reversible) == Library::statusOk && reversible;
 }

@@ -5,9 +5,9 @@
 
 namespace Orvel {
 
-/// The name and the type of the first item from `sourceCs` to `targetCs`, ignoring case, else of the first from
+/// The name and the type of the first item from `sourceCs` to `targetCs`, ignoring case, or else of the first item from
 /// `targetCs` to `sourceCs` whose definition can be used in reverse. Empty when there is none, for null arguments, and
-/// for codes that are equal.
+/// for equal codes.
 [[nodiscard]] LibraryObject<Library::TransformationInfo>
 FindConfiguredTransformation(const wchar_t* sourceCs, const wchar_t* targetCs, const wchar_t* text);
 

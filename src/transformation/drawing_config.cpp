@@ -9,13 +9,13 @@
 namespace Orvel {
 namespace {
 
-/// Whatever the first entry's key is: later ones are never read.
-ResbufChain firstChainOf(const CResbufDictionary& dictionary)
+/// Reads the first entry, whatever its key is. Later entries are never read.
+ResbufChain readFirstEntry(const CResbufDictionary& dictionary)
 {
     ResbufChain chain;
     const std::unique_ptr<CResbufDictionaryIterator> entry(dictionary.NewIterator());
     if (entry)
-        static_cast<void>(entry->GetResbuf(chain.put())); // which leaves what it cannot read at null
+        static_cast<void>(entry->GetResbuf(chain.put())); // the chain stays null when the entry cannot be read
     return chain;
 }
 
@@ -24,7 +24,7 @@ ResbufChain firstChainOf(const CResbufDictionary& dictionary)
 bool ReadDrawingTransformationConfig(wchar_t*& text)
 {
     text = sharedEmptyText();
-    const ResbufChain chain = firstChainOf(CResbufDictionary(kTransformationConfigDictionary, nullptr));
+    const ResbufChain chain = readFirstEntry(CResbufDictionary(kTransformationConfigDictionary, nullptr));
     if (!chain || chain->restype != QeRb::kText)
         return false;
     HostString copy;
@@ -38,7 +38,7 @@ bool WriteDrawingTransformationConfig(const wchar_t* text)
 {
     QeDbDatabase* const database = resolveDatabase(nullptr);
     if (database == nullptr)
-        return false; // before a document is locked
+        return false; // without locking a document
     const ResbufChain chain(qeutBuildList(QeRb::kText, text, QeRb::kListEnd));
     return chain && CResbufDictionary(kTransformationConfigDictionary, database)
                         .SetResbuf(kTransformationConfigKey, chain.get(), nullptr);

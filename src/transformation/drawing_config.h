@@ -6,12 +6,13 @@ namespace Orvel {
 inline constexpr const wchar_t* kTransformationConfigDictionary = L"ORVEL_CS_TRANSFORMATION_CONFIG";
 inline constexpr const wchar_t* kTransformationConfigKey = L"CONFIG_ITEM";
 
-/// On true `text` is a new host string, to be released with qeutDelBuffer; on false the shared empty text: without a
-/// working database, without a configuration, or when the dictionary's first entry holds no text.
+/// Reads the configuration. On true `text` is a new host string, which the caller releases with qeutDelBuffer. On false
+/// it is the shared empty text: without a working database, without a configuration, or when the dictionary's first
+/// entry holds no text.
 [[nodiscard]] bool ReadDrawingTransformationConfig(wchar_t*& text);
 
-/// Replaces the configuration by `text`. False, and the former one stays, without a working database or when the host
-/// cannot store it.
+/// Replaces the configuration by `text`. Returns false, and the former one stays, without a working database or when
+/// the host cannot store it.
 [[nodiscard]] bool WriteDrawingTransformationConfig(const wchar_t* text);
 
 } // namespace Orvel

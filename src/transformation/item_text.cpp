@@ -5,9 +5,9 @@ namespace {
 
 constexpr std::wstring_view kOpening = L"<Item>";
 constexpr std::wstring_view kClosing = L"</Item>";
-constexpr std::wstring_view kBlanks = L" \t\n\v\f\r"; // what isspace accepts
+constexpr std::wstring_view kBlanks = L" \t\n\v\f\r"; // the characters that isspace accepts
 
-std::wstring_view trimmed(std::wstring_view text)
+std::wstring_view trim(std::wstring_view text)
 {
     const std::size_t first = text.find_first_not_of(kBlanks);
     if (first == std::wstring_view::npos)
@@ -15,14 +15,14 @@ std::wstring_view trimmed(std::wstring_view text)
     return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
 }
 
-/// The two tags cannot overlap; between them there may be nothing, in which nothing is found.
+/// The two tags cannot overlap. The text between them may be empty.
 bool isElement(std::wstring_view text)
 {
     return text.starts_with(kOpening) && text.ends_with(kClosing);
 }
 
-/// Where the tag stands first, begun by "<" or "</". The tag is not put together first: a text can have a million of
-/// items, and each is searched ten times.
+/// The position of the first tag of that name that begins with "<" or "</". It does not build the tag as a string: a
+/// text can have a million items, and each is searched ten times.
 std::size_t findTag(std::wstring_view text, std::wstring_view beginning, std::wstring_view name)
 {
     std::size_t at = text.find(beginning);
@@ -43,7 +43,7 @@ bool extract(std::wstring_view text, std::wstring_view tag, std::optional<std::w
     return true;
 }
 
-int typeOf(std::wstring_view text)
+int parseType(std::wstring_view text)
 {
     if (text == L"1")
         return 1;
@@ -77,7 +77,7 @@ int ExtractElementText(std::wstring_view text, std::wstring_view tag, std::wstri
     const std::size_t end = findTag(text, L"</", tag);
     if (start == std::wstring_view::npos || end == std::wstring_view::npos)
         return -1;
-    const std::size_t span = end - start; // wraps round when the closing tag stands first, which is meant
+    const std::size_t span = end - start; // wraps round on purpose when the closing tag comes first
     if (openingLength > span)
         return -1;
     value = text.substr(start + openingLength, span - openingLength);
@@ -86,13 +86,13 @@ int ExtractElementText(std::wstring_view text, std::wstring_view tag, std::wstri
 
 ItemText parseItemText(std::wstring_view text)
 {
-    const std::wstring_view element = trimmed(text);
+    const std::wstring_view element = trim(text);
     ItemText item;
     std::optional<std::wstring_view> type;
     if (isElement(element) && extract(element, L"SourceCs", item.sourceCs) &&
         extract(element, L"TargetCs", item.targetCs) && extract(element, L"Name", item.name) &&
         extract(element, L"Type", type) && extract(element, L"Note", item.note))
-        item.type = typeOf(*type);
+        item.type = parseType(*type);
     return item;
 }
 

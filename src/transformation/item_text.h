@@ -8,28 +8,29 @@
 
 namespace Orvel {
 
-/// Cuts off everything up to and including the next "</Item>" and returns it; nothing, and `remaining` as it was, when
-/// there is none.
+/// Removes the text up to and including the next "</Item>" from `remaining` and returns it. Without one it returns no
+/// value and leaves `remaining` unchanged.
 [[nodiscard]] std::optional<std::wstring_view> takeItemChunk(std::wstring_view& remaining);
 
-/// Every chunk in order, as parts of `text`; what follows the last "</Item>" belongs to none.
+/// Every chunk in order, as parts of `text`. The text after the last "</Item>" belongs to no chunk.
 [[nodiscard]] std::vector<std::wstring_view> SplitIntoItemChunks(std::wstring_view text);
 
-/// Finds what stands between the first "<tag>" and the first "</tag>" of the text, wherever both are. On 0 `value` is
-/// that part of the text; a closing tag that stands before the opening one makes it run to the text's end. On -1 (a tag
-/// is missing, or they overlap) it is untouched. Nothing is trimmed or unescaped.
+/// Finds the part of the text between the first "<tag>" and the first "</tag>", wherever both are. On 0 `value` is that
+/// part; it ends at the end of the text when the closing tag comes before the opening one. On -1 (a tag is missing, or
+/// they overlap) `value` is unchanged. Trims and unescapes nothing.
 [[nodiscard]] int ExtractElementText(std::wstring_view text, std::wstring_view tag, std::wstring_view& value);
 
-/// What an item's text says, as parts of that text. A field is absent from the first one on that the text lacks.
+/// The fields of an item, as parts of its text. When the text lacks a field, that field and those after it have no
+/// value.
 struct ItemText {
     std::optional<std::wstring_view> sourceCs;
     std::optional<std::wstring_view> targetCs;
     std::optional<std::wstring_view> name;
     std::optional<std::wstring_view> note;
-    std::optional<int> type; // present only when every field is
+    std::optional<int> type; // has a value only when every field has one
 };
 
-/// All absent unless the text, blanks around it aside, is one "<Item>…</Item>".
+/// No field has a value unless the text is one "<Item>…</Item>". Blanks around it are ignored.
 [[nodiscard]] ItemText parseItemText(std::wstring_view text);
 
 } // namespace Orvel

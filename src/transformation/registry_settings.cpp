@@ -30,7 +30,7 @@ bool ensureKey(const std::wstring& subKey)
     return RegistrySetString(HKEY_CURRENT_USER, subKey, {}, {});
 }
 
-/// Makes both keys of the store; `subKey` becomes the one with the values.
+/// Makes both keys of the store. `subKey` becomes the key with the values.
 bool ensureStore(std::wstring& subKey)
 {
     const std::wstring application = applicationKey();
@@ -43,8 +43,8 @@ bool listStore(std::wstring& subKey, std::vector<std::wstring>& names)
     return ensureStore(subKey) && RegistryEnumValueNames(HKEY_CURRENT_USER, subKey, names);
 }
 
-/// Made in its full length at once, for one that grows takes three times its length for a while.
-HostString joined(const std::vector<std::wstring>& parts)
+/// Allocates the full length at once, because a text that grows needs up to three times its length.
+HostString join(const std::vector<std::wstring>& parts)
 {
     std::size_t characters = 1;
     for (const std::wstring& part : parts)
@@ -93,9 +93,9 @@ bool ReadRegistryTransformationSettings(wchar_t*& text)
         std::wstring value;
         if (!RegistryQueryString(HKEY_CURRENT_USER, subKey, each, value))
             return false;
-        each = std::move(value); // in its name's place, for there can be many
+        each = std::move(value); // replaces its name, to save memory
     }
-    HostString whole = joined(texts);
+    HostString whole = join(texts);
     if (!whole)
         return false;
     text = whole.release();

@@ -5,15 +5,15 @@
 
 namespace Orvel {
 
-/// The key of the store, relative to HKEY_CURRENT_USER; asked of the host anew each time.
+/// The key of the store, relative to HKEY_CURRENT_USER. Each call asks the host for its registry root.
 [[nodiscard]] std::wstring registrySettingsKey();
 
-/// Replaces every named value of the store by the items of `text`. False at the first step that fails; what was deleted
-/// or written before stays so.
+/// Replaces every named value of the store by the items of `text`. Returns false at the first step that fails, and does
+/// not undo the steps before it.
 [[nodiscard]] bool WriteRegistryTransformationSettings(const wchar_t* text);
 
-/// On true `text` is a new host string with the values joined in the registry's order, to be released with
-/// qeutDelBuffer; on false it is untouched. Makes the store's keys where they are missing.
+/// On true `text` is a new host string with the values joined in the registry's order, which the caller releases with
+/// qeutDelBuffer. On false it is unchanged. Makes the store's keys where they are missing.
 [[nodiscard]] bool ReadRegistryTransformationSettings(wchar_t*& text);
 
 } // namespace Orvel

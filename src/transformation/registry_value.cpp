@@ -10,7 +10,7 @@ namespace {
 
 struct RegistryKeyPolicy {
     using Handle = HKEY;
-    static void dispose(HKEY key) { static_cast<void>(RegCloseKey(key)); } // nothing can be done about it
+    static void dispose(HKEY key) { ignore(RegCloseKey(key)); }
 };
 using RegistryKey = Holder<RegistryKeyPolicy>;
 
@@ -32,7 +32,7 @@ RegistryKey openKey(HKEY root, const std::wstring& subKey)
                                                                                          : RegistryKey();
 }
 
-BYTE* bytesOf(wchar_t* text)
+BYTE* asBytes(wchar_t* text)
 {
     return reinterpret_cast<BYTE*>(text);
 }
@@ -57,9 +57,9 @@ bool RegistryQueryString(HKEY root, const std::wstring& subKey, const std::wstri
     DWORD lengthInBytes = 0;
     if (!key || RegQueryValueExW(key.get(), name.c_str(), nullptr, nullptr, nullptr, &lengthInBytes) != ERROR_SUCCESS)
         return false;
-    // A character for each byte: a value that lacks its NUL is ended by the zeros behind it.
+    // The buffer has a character for each byte, so that zeros follow a value that lacks its NUL.
     std::wstring buffer(lengthInBytes, L'\0');
-    if (RegQueryValueExW(key.get(), name.c_str(), nullptr, nullptr, bytesOf(buffer.data()), &lengthInBytes) !=
+    if (RegQueryValueExW(key.get(), name.c_str(), nullptr, nullptr, asBytes(buffer.data()), &lengthInBytes) !=
         ERROR_SUCCESS) {
         data.clear();
         return false;
@@ -75,14 +75,13 @@ bool RegistryEnumValueNames(HKEY root, const std::wstring& subKey, std::vector<s
     if (!key)
         return false;
     std::array<wchar_t, kNameCapacity> name{};
-    // The list ends at ERROR_NO_MORE_ITEMS and at nothing else: a registry that fails in another way at every index is
-    // asked without end.
+    // Only ERROR_NO_MORE_ITEMS ends the list. A registry that fails in another way at every index is read without end.
     for (DWORD index = 0;; ++index) {
         DWORD length = kNameCapacity;
         if (RegEnumValueW(key.get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr) ==
             ERROR_NO_MORE_ITEMS)
             return true;
-        names.emplace_back(name.begin(), std::ranges::find(name, L'\0')); // a failed call may have left no NUL
+        names.emplace_back(name.begin(), std::ranges::find(name, L'\0')); // there may be no NUL after a failed call
         name.fill(L'\0');
     }
 }

@@ -1,4 +1,4 @@
-// Texts in the registry, each call with a key handle of its own.
+// Texts in the registry. Each call opens and closes a key handle of its own.
 #pragma once
 
 #include <string>
@@ -8,20 +8,20 @@
 
 namespace Orvel {
 
-/// Makes the key if it is missing and sets the value; an empty name only makes the key.
+/// Makes the key if it is missing and sets the value. An empty name only makes the key.
 [[nodiscard]] bool RegistrySetString(HKEY root, const std::wstring& subKey, const std::wstring& name,
                                      const std::wstring& data);
 
-/// The value's bytes as text up to the first NUL, whatever its type. On failure `data` is untouched, or empty when the
-/// value was there but could not be read.
+/// Reads the value's bytes as text up to the first NUL, whatever its type. On failure `data` is unchanged, or empty
+/// when the value exists but cannot be read.
 [[nodiscard]] bool RegistryQueryString(HKEY root, const std::wstring& subKey, const std::wstring& name,
                                        std::wstring& data);
 
-/// The names in the order in which the registry has them; an empty one for the key's default value, and for each that
-/// cannot be read. Only the registry's answer that there are no more ends the list.
+/// Lists the names in the registry's order. The key's default value, and each name that cannot be read, is an empty
+/// name. Only ERROR_NO_MORE_ITEMS ends the list.
 [[nodiscard]] bool RegistryEnumValueNames(HKEY root, const std::wstring& subKey, std::vector<std::wstring>& names);
 
-/// Makes the key if it is missing and deletes the value; an empty name deletes none.
+/// Makes the key if it is missing and deletes the value. An empty name deletes none.
 [[nodiscard]] bool RegistryDeleteValue(HKEY root, const std::wstring& subKey, const std::wstring& name);
 
 } // namespace Orvel

@@ -19,7 +19,7 @@ namespace {
 using Reader = bool (*)(wchar_t*&);
 using Writer = bool (*)(const wchar_t*);
 
-/// What serves a target. Clearing writes the empty text.
+/// The functions of a target. Clearing writes the empty text.
 struct Target {
     CsTransformationConfigTargetType type;
     Reader read;
@@ -27,7 +27,8 @@ struct Target {
     Writer clear;
 };
 
-/// The user's settings file is read and written; clearing empties the registry and leaves the file as it is.
+/// For the user, reading and writing use the settings file. Clearing deletes the values in the registry and does not
+/// change the file.
 constexpr std::array kTargets{
     Target{.type = CsTransformationConfigTargetType::Drawing,
            .read = ReadDrawingTransformationConfig,
@@ -42,11 +43,11 @@ constexpr std::array kTargets{
 /// Null for an unknown target.
 const Target* findTarget(CsTransformationConfigTargetType type)
 {
-    const auto* const found = std::ranges::find(kTargets, type, &Target::type);
-    return found != kTargets.end() ? found : nullptr;
+    const auto* const entry = std::ranges::find(kTargets, type, &Target::type);
+    return entry != kTargets.end() ? entry : nullptr;
 }
 
-/// Null when the configuration cannot be read, and when it has no such pair.
+/// Null when the configuration cannot be read, and when it has no item for the two codes.
 TransformationInfo* findIn(Reader read, const wchar_t* sourceCs, const wchar_t* targetCs)
 {
     wchar_t* text = nullptr;
@@ -60,32 +61,32 @@ TransformationInfo* findIn(Reader read, const wchar_t* sourceCs, const wchar_t* 
 
 bool GetCsTransformationConfig(wchar_t*& text, CsTransformationConfigTargetType target)
 {
-    const Target* const found = findTarget(target);
-    return found != nullptr && found->read(text);
+    const Target* const functions = findTarget(target);
+    return functions != nullptr && functions->read(text);
 }
 
 bool SetCsTransformationConfig(const wchar_t* text, CsTransformationConfigTargetType target)
 {
-    const Target* const found = findTarget(target);
-    const bool stored = found != nullptr && found->write(text);
+    const Target* const functions = findTarget(target);
+    const bool isStored = functions != nullptr && functions->write(text);
     NotifyCsTransformationChanged();
-    return stored;
+    return isStored;
 }
 
 bool ClearCsTransformationConfig(CsTransformationConfigTargetType target)
 {
-    const Target* const found = findTarget(target);
-    const bool cleared = found != nullptr && found->clear(L"");
+    const Target* const functions = findTarget(target);
+    const bool isCleared = functions != nullptr && functions->clear(L"");
     NotifyCsTransformationChanged();
-    return cleared;
+    return isCleared;
 }
 
 TransformationInfo* GetCsConfiguredTransformationInfo(const wchar_t* sourceCs, const wchar_t* targetCs)
 {
     if (sourceCs == nullptr || targetCs == nullptr || _wcsicmp(sourceCs, targetCs) == 0)
         return nullptr;
-    TransformationInfo* const found = findIn(ReadDrawingTransformationConfig, sourceCs, targetCs);
-    return found != nullptr ? found : findIn(ReadUserTransformationSettings, sourceCs, targetCs);
+    TransformationInfo* const info = findIn(ReadDrawingTransformationConfig, sourceCs, targetCs);
+    return info != nullptr ? info : findIn(ReadUserTransformationSettings, sourceCs, targetCs);
 }
 
 } // namespace Zentara::Gis::Orvel::CoordinateSystem

@@ -13,14 +13,14 @@ using namespace Orvel;
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
 
-std::vector<Ptr<FqDisposable>> heldItems(const Ptr<FqDisposableCollection>& items)
+std::vector<Ptr<FqDisposable>> referenceItems(const Ptr<FqDisposableCollection>& items)
 {
-    std::vector<Ptr<FqDisposable>> held;
+    std::vector<Ptr<FqDisposable>> references;
     const int count = items->GetCount();
-    held.reserve(static_cast<std::size_t>(count));
+    references.reserve(static_cast<std::size_t>(count));
     for (int index = 0; index < count; ++index)
-        held.emplace_back(items->GetItem(index));
-    return held;
+        references.emplace_back(items->GetItem(index));
+    return references;
 }
 
 } // namespace
@@ -83,7 +83,7 @@ std::wstring OrvelTransformationConfigItemCollectionImp::ToXmlString()
     std::wstring text;
     const int count = items_->GetCount();
     for (int index = 0; index < count; ++index) {
-        const Ptr<FqDisposable> entry(items_->GetItem(index)); // held while it is written
+        const Ptr<FqDisposable> entry(items_->GetItem(index));
         auto* const item = dynamic_cast<OrvelTransformationConfigItem*>(entry.get());
         if (item == nullptr)
             return {};
@@ -94,7 +94,7 @@ std::wstring OrvelTransformationConfigItemCollectionImp::ToXmlString()
 
 void OrvelTransformationConfigItemCollectionImp::FromXmlString(const wchar_t* text)
 {
-    const auto former = heldItems(items_); // the text may belong to one of them, so they are kept until it is read
+    const auto former = referenceItems(items_); // keeps them alive, because the text may be a field of one of them
     items_->Clear();
     std::wstring_view remaining = text != nullptr ? text : L"";
     while (const auto chunk = takeItemChunk(remaining)) {

@@ -7,7 +7,7 @@
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 
-/// Makes the foundation's collection one that can be instantiated.
+/// The foundation's collection as a class that can be instantiated.
 class ConfigItemCollectionStore final : public FqDisposableCollection {
 public:
     ConfigItemCollectionStore() = default;

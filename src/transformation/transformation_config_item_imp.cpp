@@ -16,8 +16,8 @@ void appendElement(std::wstring& text, const wchar_t* tag, const std::wstring& v
     text.append(L"<").append(tag).append(L">").append(value).append(L"</").append(tag).append(L">");
 }
 
-/// A field that the text lacks keeps what it holds.
-void take(std::wstring& field, const std::optional<std::wstring_view>& value)
+/// A field that the text lacks keeps its value.
+void setField(std::wstring& field, const std::optional<std::wstring_view>& value)
 {
     if (value)
         field = *value;
@@ -66,7 +66,7 @@ std::wstring OrvelTransformationConfigItemImp::ToXmlString()
 
 void OrvelTransformationConfigItemImp::FromXmlString(const wchar_t* text)
 {
-    // From a copy, for the text may be one of the fields that are about to be replaced.
+    // Reads a copy, because the text may be one of the fields that it replaces.
     if (text != nullptr)
         fromXmlText(std::wstring(text));
 }
@@ -74,10 +74,10 @@ void OrvelTransformationConfigItemImp::FromXmlString(const wchar_t* text)
 void OrvelTransformationConfigItemImp::fromXmlText(std::wstring_view text)
 {
     const ItemText item = parseItemText(text);
-    take(sourceCs_, item.sourceCs);
-    take(targetCs_, item.targetCs);
-    take(name_, item.name);
-    take(note_, item.note);
+    setField(sourceCs_, item.sourceCs);
+    setField(targetCs_, item.targetCs);
+    setField(name_, item.name);
+    setField(note_, item.note);
     type_ = item.type.value_or(type_);
 }
 

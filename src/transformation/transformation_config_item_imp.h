@@ -27,7 +27,7 @@ public:
     const wchar_t* GetVersion() override { return version_.c_str(); }
     std::wstring ToXmlString() override;
     void FromXmlString(const wchar_t* text) override;
-    /// The same for a part of a longer text.
+    /// The same for a part of a longer text, which must not be one of the item's own fields.
     void fromXmlText(std::wstring_view text);
 
 protected:

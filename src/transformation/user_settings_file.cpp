@@ -18,18 +18,17 @@ constexpr const wchar_t* kFolderVariable = L"VORLEN_USER_DICTIONARY_PATH";
 constexpr const wchar_t* kSubfolders = L"\\Zentara\\User Geospatial Coordinate Systems";
 constexpr const wchar_t* kFileName = L"\\TransformationSetting.xml";
 
-constexpr int kUpToItsNul = -1; // the length of a text that ends there
+constexpr int kUpToItsNul = -1; // the length of a text that ends with its NUL
 
-using FolderText = std::array<wchar_t, 260>; // as much as the system's own folder paths have
+using FolderText = std::array<wchar_t, 260>; // the length of the system's folder paths
 
 struct TextFilePolicy {
     using Handle = std::FILE*;
-    // What a stream could not hand on by the time it is closed is recorded on the stream alone.
-    static void dispose(std::FILE* file) { static_cast<void>(std::fclose(file)); }
+    static void dispose(std::FILE* file) { ignore(std::fclose(file)); }
 };
 using TextFile = Holder<TextFilePolicy>;
 
-/// Shared with every other opener.
+/// Other programs may open the file at the same time.
 TextFile openSettings(const wchar_t* mode)
 {
     const std::wstring path = GetUserTransformationSettingsPath();
@@ -48,8 +47,8 @@ std::wstring userFolder()
     return folder.data() + std::wstring(kSubfolders);
 }
 
-/// The file's lines without their ends; nothing without a file and after a read error.
-std::optional<std::string> joinedLines()
+/// The file's lines joined without their ends. No value without a file and after a read error.
+std::optional<std::string> readLines()
 {
     const TextFile file = openSettings(L"rt");
     if (!file)
@@ -66,9 +65,9 @@ std::optional<std::string> joinedLines()
     return std::ferror(file.get()) == 0 ? std::optional(std::move(joined)) : std::nullopt;
 }
 
-/// The buffer, which is zero, has room for a terminator of its own: not every system leaves one alone that follows the
-/// first byte of a sequence.
-HostString wideTextOf(const std::string& utf8)
+/// The buffer is zero and has one character more than the conversion asks for: where an incomplete sequence ends the
+/// text, not every system writes the terminator.
+HostString decodeUtf8(const std::string& utf8)
 {
     const int characters = MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), kUpToItsNul, nullptr, 0);
     if (characters <= 0)
@@ -79,8 +78,8 @@ HostString wideTextOf(const std::string& utf8)
     return text;
 }
 
-/// Nothing when it cannot be converted.
-std::optional<std::string> utf8Of(std::wstring_view chunk)
+/// No value when the text cannot be converted.
+std::optional<std::string> encodeUtf8(std::wstring_view chunk)
 {
     if (chunk.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
         return std::nullopt;
@@ -116,11 +115,11 @@ std::wstring GetUserTransformationSettingsPath()
 bool ReadUserTransformationSettings(wchar_t*& text)
 {
     text = sharedEmptyText();
-    std::optional<std::string> lines = joinedLines();
+    std::optional<std::string> lines = readLines();
     if (!lines)
         return false;
-    lines->shrink_to_fit(); // it has grown to up to twice its length, and the wide text comes beside it
-    HostString wide = wideTextOf(*lines);
+    lines->shrink_to_fit(); // releases up to half of its memory before the wide text needs more
+    HostString wide = decodeUtf8(*lines);
     if (!wide)
         return false;
     text = wide.release();
@@ -133,9 +132,9 @@ bool WriteUserTransformationSettings(const wchar_t* text)
     if (!file)
         return false;
     std::wstring_view remaining = text;
-    bool isWritten = true; // after a line that is not, no other is tried; the result tells of conversions alone
+    bool isWritten = true; // after a line that cannot be written no other is; only conversions decide the result
     while (const std::optional<std::wstring_view> chunk = takeItemChunk(remaining)) {
-        std::optional<std::string> line = utf8Of(*chunk);
+        std::optional<std::string> line = encodeUtf8(*chunk);
         if (!line)
             return false;
         if (isWritten)

@@ -5,17 +5,17 @@
 
 namespace Orvel {
 
-/// The full path, from the folder in the environment or else the user's local application data; empty when there is no
-/// folder. Nothing is created.
+/// The full path, in the folder that the environment names or else in the user's local application data. Empty when
+/// there is no folder. Creates nothing.
 [[nodiscard]] std::wstring GetUserTransformationSettingsPath();
 
-/// On true `text` is a new host string with the file's lines joined, to be released with qeutDelBuffer; on false the
-/// shared empty text: when there is no such file or it cannot be read to its end.
+/// On true `text` is a new host string with the file's lines joined, which the caller releases with qeutDelBuffer. On
+/// false it is the shared empty text: when there is no such file or it cannot be read to its end.
 [[nodiscard]] bool ReadUserTransformationSettings(wchar_t*& text);
 
-/// Replaces the file's content by the items of `text`, up to and including the last "</Item>". False when the file
-/// cannot be opened, with nothing written, or when an item cannot be converted, with those before it written. After a
-/// line that cannot be written no other is written, and the result is true all the same.
+/// Replaces the file's content by the items of `text`, up to and including the last "</Item>". Returns false when the
+/// file cannot be opened, and then writes nothing, or when an item cannot be converted, and then has written those
+/// before it. After a line that cannot be written it writes no other and returns true.
 [[nodiscard]] bool WriteUserTransformationSettings(const wchar_t* text);
 
 } // namespace Orvel

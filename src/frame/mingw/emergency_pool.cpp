@@ -1,10 +1,10 @@
-// The compiler's runtime sets memory aside for exceptions that are raised when there is none left. A runtime that is
-// part of the module has a pool of its own, and leaves it behind in the process whenever the module is unloaded.
+// The compiler's runtime reserves memory for exceptions that are raised when memory is short. A runtime that is linked
+// into the module has a reserve of its own and does not release it when the module is unloaded.
 namespace __gnu_cxx {
-void __freeres(); // the runtime has it for checkers of memory and declares it nowhere
+void __freeres(); // the runtime defines it for memory checkers and declares it nowhere
 }
 
-/// When everything else of the module is gone.
+/// Runs after every other destructor of the module.
 [[gnu::destructor(101)]] static void releaseEmergencyPool()
 {
     __gnu_cxx::__freeres();
