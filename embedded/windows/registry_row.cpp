@@ -112,8 +112,8 @@ RegistryRow readRow(SQLite::Statement& statement)
     row.type = static_cast<DWORD>(type);
     const Cell data = cellIn(statement.getColumn(5));
     if (type != row.type || statement.getColumn(6).getInt64() != checksumOf(row, name, folded, data))
-        throw RegistryFailure(ERROR_REGISTRY_CORRUPT, "is damaged: the checksum of row " + std::to_string(row.id) +
-                                                          " does not fit; restore the file from a copy");
+        failRegistryCall(ERROR_REGISTRY_CORRUPT, "is damaged: the checksum of row " + std::to_string(row.id) +
+                                                     " does not fit; restore the file from a copy");
     row.name = textIn(name);
     row.data = dataIn(data, row.type);
     return row;
