@@ -37,7 +37,7 @@ HKEY openHandle(std::wstring path, REGSAM access)
 void requireHandle(HKEY key, REGSAM access)
 {
     if (key != HKEY_CURRENT_USER && !openHandles().contains(key))
-        failRegistryCall(ERROR_INVALID_HANDLE); // it must not be looked into
+        failRegistryCall(ERROR_INVALID_HANDLE); // `key` may point anywhere
     if ((key->access & access) != access)
         failRegistryCall(ERROR_ACCESS_DENIED);
 }
