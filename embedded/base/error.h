@@ -13,7 +13,7 @@ namespace Embedded {
 
 /// Why something could not be done.
 struct Error {
-    int status = 0;      // of the interface below which it happened: Qeapp::ErrorStatus, the library's Status, errno
+    int status = 0;      // of the interface that failed: Qeapp::ErrorStatus, the library's Status, SQLite's code, errno
     std::string message; // one line without a full stop: what was expected, what was found, what to do
     std::string place;   // the file, object, row or option that it is about; empty where there is none
 

@@ -52,8 +52,8 @@ public:
     void step(Step step)
     {
         try {
-            if (const auto failure = sqlFailureOf(step))
-                add("database", failure->message);
+            if (const auto done = catchSqlError(step); !done)
+                add("database", done.error().message);
         } catch (const DrawingRefusal& refusal) {
             add(refusal.message);
         } catch (const QeHost::StoreFailure& failure) {
@@ -302,7 +302,7 @@ private:
 
 } // namespace
 
-FileResult checkDrawing(const std::filesystem::path& file, const SqlWait& wait, DrawingFaults& faults)
+FileResult checkDrawing(const std::filesystem::path& file, const LockWait& wait, DrawingFaults& faults)
 {
     faults = {};
     std::unique_ptr<DrawingConnection> connection;

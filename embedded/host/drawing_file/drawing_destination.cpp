@@ -77,7 +77,7 @@ void fill(DrawingConnection& connection, DrawingStore* store, DatabaseImp& datab
 
 std::unique_ptr<DrawingConnection> emptyInMemory()
 {
-    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, SqlWait());
+    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, LockWait());
     leaveRoomForSeals(connection->handle());
     return connection;
 }
@@ -111,7 +111,7 @@ private:
 /// Another file than the drawing's own.
 class OtherFile final : public DrawingDestination {
 public:
-    OtherFile(DrawingStore* store, fs::path file, Overwriting overwriting, SqlWait wait)
+    OtherFile(DrawingStore* store, fs::path file, Overwriting overwriting, LockWait wait)
         : store_(store), file_(std::move(file)), overwriting_(overwriting), wait_(std::move(wait))
     {
     }
@@ -139,13 +139,13 @@ private:
     What whatIsThere() const
     {
         std::unique_ptr<DrawingConnection> there;
-        const auto failure = sqlFailureOf([&] {
+        const auto isReadable = catchSqlError([&] {
             there = open(file_, SQLite::OPEN_READWRITE);
             there->database().exec("PRAGMA user_version"); // rolls back what a killed save has left
         });
         if (there != nullptr && there->fileSize() == 0) // so is a new drawing that was not finished
             return What::noBytes;
-        return !failure || there == nullptr || isDatabase(there->handle()) ? What::database : What::noDatabase;
+        return isReadable || there == nullptr || isDatabase(there->handle()) ? What::database : What::noDatabase;
     }
 
     FileResult refusalToOverwrite(What there) const
@@ -182,7 +182,7 @@ private:
         if (there == What::nothing && !std::ofstream(systemPath(file_), std::ios::app))
             return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + whyNotMade(errno)};
         std::unique_ptr<DrawingConnection> connection;
-        if (sqlFailureOf([&] { connection = open(file_, SQLite::OPEN_READWRITE); }))
+        if (!catchSqlError([&] { connection = open(file_, SQLite::OPEN_READWRITE); }))
             return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + std::generic_category().message(errno)};
         return saving(*connection, name(), [&] {
             leaveRoomForSeals(connection->handle());
@@ -231,13 +231,13 @@ private:
     DrawingStore* store_;
     fs::path file_;
     Overwriting overwriting_;
-    SqlWait wait_;
+    LockWait wait_;
 };
 
 } // namespace
 
 std::unique_ptr<DrawingDestination> destinationFor(DrawingStore* store, const fs::path& file, Overwriting overwriting,
-                                                   const SqlWait& wait)
+                                                   const LockWait& wait)
 {
     std::error_code error;
     if (store != nullptr && fs::equivalent(store->path(), file, error) && !error)

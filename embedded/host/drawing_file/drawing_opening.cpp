@@ -143,7 +143,7 @@ FileResult inspectFile(const fs::path& file)
     return {Qeapp::eFileDamaged, "is not a regular file"};
 }
 
-FileResult connect(const fs::path& file, DrawingAccess access, const SqlWait& wait,
+FileResult connect(const fs::path& file, DrawingAccess access, const LockWait& wait,
                    std::unique_ptr<DrawingConnection>& connection)
 {
     const std::string name = displayName(file);
@@ -153,14 +153,14 @@ FileResult connect(const fs::path& file, DrawingAccess access, const SqlWait& wa
     if (result.status != Qeapp::eOk)
         return {result.status, name + ": " + result.message};
     // Also for reading: a journal that a killed process has left is rolled back first.
-    const auto failure = sqlFailureOf(
+    const auto connected = catchSqlError(
         [&] { connection = std::make_unique<DrawingConnection>(sqliteName(file), SQLite::OPEN_READWRITE, wait); });
-    if (failure)
+    if (!connected)
         return {Qeapp::eFileNotFound, name + ": cannot be opened: " + std::generic_category().message(errno)};
     return drawingResult(*connection, name, [&] { begin(*connection, access); });
 }
 
-FileResult openDrawing(const fs::path& file, DrawingAccess access, const SqlWait& wait,
+FileResult openDrawing(const fs::path& file, DrawingAccess access, const LockWait& wait,
                        std::unique_ptr<QeDbDatabase>& database)
 {
     std::unique_ptr<DrawingConnection> connection;
@@ -172,7 +172,7 @@ FileResult openDrawing(const fs::path& file, DrawingAccess access, const SqlWait
 FileResult openDrawingFromBytes(const std::string& bytes, std::unique_ptr<QeDbDatabase>& database)
 {
     const std::string name = "standard input";
-    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, SqlWait());
+    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, LockWait());
     auto* const copy = static_cast<unsigned char*>(sqlite3_malloc64(bytes.size() + 1));
     if (copy == nullptr)
         throw std::bad_alloc();

@@ -59,7 +59,7 @@ TEST_F(ReplacedFile, WithTheNameOfADevice_IsRefused)
 
 TEST_F(ReplacedFile, WithANameThatNoFileHas_IsRefused)
 {
-    expectRefusal(folder.path() / "a?b.txt", "no name that a file can have");
+    expectRefusal(folder.path() / "a?b.txt", "not a valid file name");
 }
 
 TEST_F(ReplacedFile, DeepBelowFolders_IsReplaced)

@@ -134,8 +134,8 @@ ConfigChange clearConfig(const ConfigTarget& target, Output& output)
             target.drawing, [](const StoredConfig&) {}, call, output);
     ConfigChange change = callModule(call, ConfigTargetType::User);
     if (!change.result) {
-        const std::string fault = Embedded::checkRegistryFile();
-        change.error = fault.empty() ? "the registry's store could not be emptied" : fault;
+        const auto checked = Embedded::checkRegistryFile();
+        change.error = checked ? "the registry's store could not be emptied" : checked.error().text();
     }
     return change;
 }
