@@ -32,11 +32,12 @@ constexpr auto kCountOpenedKey = [](LSTATUS status, auto... arguments) {
 };
 
 constexpr FallibleCall<decltype(RegCreateKeyExW)> kRegCreateKeyEx{kRegistry, "RegCreateKeyExW", ERROR_ACCESS_DENIED,
-                                                                kCountOpenedKey};
+                                                                  kCountOpenedKey};
 constexpr FallibleCall<decltype(RegOpenKeyExW)> kRegOpenKeyEx{kRegistry, "RegOpenKeyExW", ERROR_ACCESS_DENIED,
-                                                            kCountOpenedKey};
+                                                              kCountOpenedKey};
 constexpr FallibleCall<decltype(RegSetValueExW)> kRegSetValueEx{kRegistry, "RegSetValueExW", ERROR_ACCESS_DENIED};
-constexpr FallibleCall<decltype(RegQueryValueExW)> kRegQueryValueEx{kRegistry, "RegQueryValueExW", ERROR_FILE_NOT_FOUND};
+constexpr FallibleCall<decltype(RegQueryValueExW)> kRegQueryValueEx{kRegistry, "RegQueryValueExW",
+                                                                    ERROR_FILE_NOT_FOUND};
 constexpr FallibleCall<decltype(RegEnumValueW)> kRegEnumValue{kRegistry, "RegEnumValueW", ERROR_NO_MORE_ITEMS};
 constexpr FallibleCall<decltype(RegDeleteValueW)> kRegDeleteValue{kRegistry, "RegDeleteValueW", ERROR_ACCESS_DENIED};
 
@@ -51,11 +52,11 @@ LSTATUS closeKey(HKEY key)
 }
 
 constexpr FallibleCall<decltype(CLSIDFromString)> kClsidFromString{kCom, "CLSIDFromString", CO_E_CLASSSTRING};
-constexpr FallibleCall<decltype(StringFromCLSID)> kStringFromClsid{kCom, "StringFromCLSID", E_OUTOFMEMORY,
-                                                                 [](HRESULT result, REFCLSID /*id*/, LPOLESTR* text) {
-                                                                     if (result == S_OK && *text != nullptr)
-                                                                         ResourceCounters::add(ResourceKind::comMemory);
-                                                                 }};
+constexpr FallibleCall<decltype(StringFromCLSID)> kStringFromClsid{
+    kCom, "StringFromCLSID", E_OUTOFMEMORY, [](HRESULT result, REFCLSID /*id*/, LPOLESTR* text) {
+        if (result == S_OK && *text != nullptr)
+            ResourceCounters::add(ResourceKind::comMemory);
+    }};
 
 void freeComMemory(void* memory)
 {

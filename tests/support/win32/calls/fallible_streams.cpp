@@ -1,5 +1,6 @@
-// Streams of _wfsopen whose reading, writing and closing a test can make fail. The module calls the C runtime by name and
-// not through a pointer, so the linker redirects those names to this file (`--wrap`). Other streams are not affected.
+// Streams of _wfsopen whose reading, writing and closing a test can make fail. The module calls the C runtime by name
+// and not through a pointer, so the linker redirects those names to this file (`--wrap`). Other streams are not
+// affected.
 #include <algorithm>
 #include <array>
 #include <cerrno>
