@@ -24,7 +24,7 @@ std::vector<SourceFile> readDocumentation()
     return pages;
 }
 
-/// What is wrong with a page docs/page.md that holds the text.
+/// The complaints about a page docs/page.md with the text.
 std::vector<std::string> complaintsAbout(const std::string& text)
 {
     return brokenLinks(ORVEL_SOURCE_DIR, {"docs/page.md", text});

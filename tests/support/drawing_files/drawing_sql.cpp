@@ -16,7 +16,7 @@ namespace {
 constexpr int kSealLength = 8;
 constexpr std::size_t kPageSize = 4096;
 
-/// As a statement can say it. `quote` knows no infinity.
+/// The value as an SQL literal. `quote` cannot write infinity.
 std::string literal(SQLite::Database& database, const SQLite::Column& column)
 {
     if (column.isFloat()) {
@@ -24,7 +24,8 @@ std::string literal(SQLite::Database& database, const SQLite::Column& column)
         if (real - real != 0)
             return real > 0 ? "9e999" : "-9e999";
     }
-    if (column.isBlob() && column.getBytes() == 0) // of which SQLite gives no address, and takes none for null
+    if (column.isBlob() &&
+        column.getBytes() == 0) // SQLite returns no address for it, and binds a missing address as null
         return "X''";
     SQLite::Statement quote(database, "SELECT quote(?)");
     if (column.isBlob() && column.getBytes() == 0) // which binding takes for null

@@ -1,5 +1,5 @@
-// Makes the checksums and digests of a drawing's tables fit the rows. They are reckoned here a second time, from the
-// words of docs/formats/drawing-file.md.
+// Computes the checksums and digests of a drawing's tables from the rows: a second implementation, written from
+// docs/formats/drawing-file.md.
 #pragma once
 
 #include <deque>
@@ -8,20 +8,20 @@
 
 namespace Tests {
 
-/// Gives the connection the functions row_checksum(table, value, …) and wrapping_sum(checksum).
+/// Adds to the connection the functions row_checksum(table, value, …) and wrapping_sum(checksum).
 void addChecksumFunctions(SQLite::Database& database);
 
-/// Each of the three steps relies on those before it. The statements are prepared once; the connection has the
+/// Each of the three steps needs the ones before it. The statements are prepared once, for a connection that has the
 /// functions and the tables.
 class RowReckoning {
 public:
     explicit RowReckoning(SQLite::Database& database);
 
-    /// The checksums of all rows but those of objects.
+    /// Computes the checksums of all rows except those of objects.
     void reckonDetails();
-    /// What objects say of the rows that belong to them.
+    /// Computes the counts and digests that objects keep of their rows.
     void reckonCounts();
-    /// The checksums of objects.
+    /// Computes the checksums of objects.
     void reckonObjects();
 
 private:
