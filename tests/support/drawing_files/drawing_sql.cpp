@@ -7,7 +7,7 @@
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
-#include "support/drawing_files/row_reckoning.h"
+#include "support/drawing_files/row_checksums.h"
 #include "support/file_text.h"
 
 namespace Tests {
@@ -87,13 +87,13 @@ std::int64_t DrawingSql::integer(const std::string& query)
     return database_.execAndGet(query).getInt64();
 }
 
-void DrawingSql::reckon()
+void DrawingSql::computeChecksums()
 {
-    RowReckoning reckoning(database_);
+    RowChecksums checksums(database_);
     run("BEGIN");
-    reckoning.reckonDetails();
-    reckoning.reckonCounts();
-    reckoning.reckonObjects();
+    checksums.computeForDetails();
+    checksums.computeCounts();
+    checksums.computeForObjects();
     run("COMMIT");
 }
 
@@ -114,7 +114,7 @@ void changeBySql(const std::filesystem::path& file, const std::string& sql)
     {
         DrawingSql drawing(file);
         drawing.run(sql);
-        drawing.reckon();
+        drawing.computeChecksums();
     }
     sealFile(file);
 }

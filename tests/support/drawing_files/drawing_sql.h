@@ -20,7 +20,7 @@ public:
     std::string text(const std::string& query);
     std::int64_t integer(const std::string& query);
     /// Computes every checksum and digest of the tables from the rows.
-    void reckon();
+    void computeChecksums();
 
 private:
     SQLite::Database database_;

@@ -13,16 +13,16 @@ void addChecksumFunctions(SQLite::Database& database);
 
 /// Each of the three steps needs the ones before it. The statements are prepared once, for a connection that has the
 /// functions and the tables.
-class RowReckoning {
+class RowChecksums {
 public:
-    explicit RowReckoning(SQLite::Database& database);
+    explicit RowChecksums(SQLite::Database& database);
 
     /// Computes the checksums of all rows except those of objects.
-    void reckonDetails();
+    void computeForDetails();
     /// Computes the counts and digests that objects keep of their rows.
-    void reckonCounts();
+    void computeCounts();
     /// Computes the checksums of objects.
-    void reckonObjects();
+    void computeForObjects();
 
 private:
     std::deque<SQLite::Statement> details_;

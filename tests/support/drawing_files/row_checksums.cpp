@@ -1,4 +1,4 @@
-#include "support/drawing_files/row_reckoning.h"
+#include "support/drawing_files/row_checksums.h"
 
 #include <array>
 #include <cstdint>
@@ -120,24 +120,24 @@ void addChecksumFunctions(SQLite::Database& database)
     sqlite3_create_function(database.getHandle(), "wrapping_sum", 1, SQLITE_UTF8, nullptr, nullptr, addToSum, endSum);
 }
 
-RowReckoning::RowReckoning(SQLite::Database& database) : counts_(database, kCounts), objects_(database, kObjects)
+RowChecksums::RowChecksums(SQLite::Database& database) : counts_(database, kCounts), objects_(database, kObjects)
 {
     for (const char* sql : kDetails)
         details_.emplace_back(database, sql);
 }
 
-void RowReckoning::reckonDetails()
+void RowChecksums::computeForDetails()
 {
     for (SQLite::Statement& statement : details_)
         runAgain(statement);
 }
 
-void RowReckoning::reckonCounts()
+void RowChecksums::computeCounts()
 {
     runAgain(counts_);
 }
 
-void RowReckoning::reckonObjects()
+void RowChecksums::computeForObjects()
 {
     runAgain(objects_);
 }
