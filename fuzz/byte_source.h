@@ -1,4 +1,4 @@
-// The input as what a target takes its decisions from, byte after byte. Behind its end there are zeros.
+// Reads the input byte by byte, for a target that makes decisions. After the end it reads zeros.
 #pragma once
 
 #include <algorithm>
@@ -18,14 +18,14 @@ public:
         const Input one = bytes(1);
         return one.empty() ? std::uint8_t{0} : one.front();
     }
-    /// A number below `limit`, which is 256 at most.
+    /// A number below `limit`, which is at most 256.
     std::size_t below(std::size_t limit) { return byte() % limit; }
-    /// So many, or what there is.
+    /// The next `count` bytes, or all that are left.
     Input bytes(std::size_t count)
     {
-        const Input taken = left_.first(std::min(count, left_.size()));
-        left_ = left_.subspan(taken.size());
-        return taken;
+        const Input next = left_.first(std::min(count, left_.size()));
+        left_ = left_.subspan(next.size());
+        return next;
     }
     Input rest() { return bytes(left_.size()); }
 

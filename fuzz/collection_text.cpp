@@ -9,7 +9,7 @@ namespace Fuzz {
 
 void collectionText(Input input)
 {
-    const NothingLeft guard;
+    const LeakCheck guard;
     const std::wstring text = wideTextOf(input);
     const std::vector<Tests::ItemFields> expected = Tests::Reference::readConfiguration(text);
     const Ptr<Tests::ConfigCollection> collection = Tests::newCollection();

@@ -26,7 +26,7 @@ void requireTextRoundTrip(const Orvel::Library::DefinitionBase& definition)
     std::wstring first;
     const Orvel::Library::Status written = Orvel::SerializeToWideText(first, &definition, false);
     if (written == Orvel::Library::statusBufferTooSmall)
-        return; // a text that was read may be longer than one that is written
+        return; // a text that can be read may be too long to be written
     require(written == Orvel::Library::statusOk, "a definition that came out of a text can be written");
     Orvel::LibraryObject<Orvel::Library::DefinitionBaseArray> again;
     require(Orvel::DeserializeWideText(again, first.c_str()) == Orvel::Library::statusOk, "a text can be read");

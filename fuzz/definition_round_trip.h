@@ -1,4 +1,4 @@
-// What holds of every definition that was read from anything: it can be written, and what is written is final.
+// Checks that every definition that was read can be written, and that writing it again gives the same bytes.
 #pragma once
 
 #include "storage/library_holder.h"
@@ -7,7 +7,7 @@ namespace Fuzz {
 
 using DefinitionHolder = Orvel::LibraryObject<Orvel::Library::DefinitionBase>;
 
-/// Packs it, reads that and packs it again, which gives the same bytes.
+/// Packs the definition, reads the bytes and packs it again. Both must be the same bytes.
 void requirePackedRoundTrip(const Orvel::Library::DefinitionBase& definition);
 /// The same with its text.
 void requireTextRoundTrip(const Orvel::Library::DefinitionBase& definition);

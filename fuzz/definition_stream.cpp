@@ -9,7 +9,7 @@ namespace Fuzz {
 
 void definitionStream(Input input)
 {
-    const NothingLeft guard;
+    const LeakCheck guard;
     ByteSource source(input);
     const std::size_t kind = source.below(kDefinitionKinds);
     const Bytes packed = packedForm(kind, source.rest());

@@ -22,7 +22,7 @@ Bytes anyBytes(ByteSource& source)
     return {bytes.begin(), bytes.end()};
 }
 
-/// The sample's group, its packed bytes cut into chunks of a length of the input's choice.
+/// The group of a sample. The input chooses the length of its chunks.
 void addGroup(Items& chain, ByteSource& source)
 {
     const Bytes& packed = anySample(source).packed;
@@ -60,7 +60,7 @@ Items anyChain(ByteSource& source)
     Items chain;
     while (!source.isEmpty())
         addPart(chain, source);
-    // The host takes a text up to its NUL.
+    // The host reads a text up to its NUL.
     for (Item& item : chain) {
         if (auto* const text = std::get_if<std::wstring>(&item.value))
             text->erase(std::min(text->size(), text->find(L'\0')));
@@ -90,7 +90,7 @@ std::optional<FoundCodes> found(QeDbDatabase* database, const std::wstring& code
 
 void definitionXrecord(Input input)
 {
-    const NothingLeft guard;
+    const LeakCheck guard;
     ByteSource source(input);
     const std::wstring code = source.below(16) == 0 ? std::wstring() : anySample(source).code;
     const Items chain = anyChain(source);

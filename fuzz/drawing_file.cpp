@@ -15,7 +15,7 @@ std::size_t nextOffset(ByteSource& source, std::size_t pageSize, std::size_t pag
     return page * pageSize + (high << 8 | source.byte()) % pageSize;
 }
 
-/// One change of a file that has a whole number of pages, and 256 at most.
+/// Changes a file that has a whole number of pages, at most 256.
 void changeBytes(std::string& file, std::size_t pageSize, ByteSource& source)
 {
     const std::size_t pages = file.size() / pageSize;
@@ -70,7 +70,7 @@ void drawingFile(Input input)
 {
     sampleDrawing();
     sampleDrawingOfSmallPages();
-    const NothingLeft guard;
+    const LeakCheck guard;
     ByteSource source(input);
     requireReadOrRefused(
         fileFrom(source), [](QeDbDatabase&) {}, Soundness::damagedPages);

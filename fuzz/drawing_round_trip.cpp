@@ -33,7 +33,7 @@ std::unique_ptr<QeDbDatabase> loadedDrawing(const std::string& bytes)
 void requireSameWhenLoaded(const QeDbDatabase& saved, const std::string& bytes)
 {
     constexpr std::size_t kMostRemembered = 10'000;
-    static std::unordered_set<std::string> remembered; // sessions save the same drawings again and again
+    static std::unordered_set<std::string> remembered; // sessions save the same drawings many times
     const std::string contents = Tests::contentsOf(saved);
     if (remembered.contains(contents))
         return;

@@ -1,4 +1,4 @@
-// What holds of every drawing: it can be saved, and its file is the same again when it was loaded.
+// Checks that every drawing can be saved, and that its file gives the same drawing when it is loaded.
 #pragma once
 
 #include <functional>
@@ -9,7 +9,7 @@
 
 namespace Fuzz {
 
-/// The file of a save in the drawing's own version, or the failure that it was answered with.
+/// The file of a save, or its failure.
 struct SavedDrawing {
     Qeapp::ErrorStatus status = Qeapp::eOk;
     std::string message{};
@@ -17,21 +17,21 @@ struct SavedDrawing {
 };
 SavedDrawing savedDrawing(QeDbDatabase& database, QeDb::QeDbDwgVersion version);
 
-/// Null where the file is refused.
+/// Null if the file is refused.
 std::unique_ptr<QeDbDatabase> loadedDrawing(const std::string& bytes);
 
-/// Loads a file that the drawing was saved as.
+/// Loads the file of a save and compares the drawings.
 void requireSameWhenLoaded(const QeDbDatabase& saved, const std::string& bytes);
 
-/// What may be wrong with a file beside what a drawing is read from.
+/// The damage that a file may have outside the rows of its drawing.
 enum class Soundness {
-    sound,       // nothing that keeps it from being saved as it is
-    unusedRows,  // rows of no object, which a change may run into: it cannot be saved then
-    damagedPages // trees and indexes: a save may not find what it has to change, and what it wrote is refused then
+    sound,       // none: the drawing can be saved
+    unusedRows,  // rows without an object: a change that meets them cannot be saved
+    damagedPages // damaged trees and indexes: a save may miss rows, and the file is refused afterwards
 };
 
-/// Loads a file, has `act` change the drawing, reads all of it, saves it and loads it again. What cannot be read is
-/// refused with a message, and is not saved.
+/// Loads a file, changes the drawing by `act`, reads all of it, saves it and loads it again. A drawing that cannot be
+/// read must be refused with a message and must not be saved.
 void requireReadOrRefused(const std::string& bytes, const std::function<void(QeDbDatabase&)>& act, Soundness soundness);
 
 } // namespace Fuzz

@@ -1,7 +1,7 @@
 #include "fuzz/drawing_round_trip.h"
-#include "fuzz/loose_drawing.h"
 #include "fuzz/oracle.h"
 #include "fuzz/targets.h"
+#include "fuzz/unconstrained_drawing.h"
 #include "storage/geodata.h"
 #include "storage/host_holders.h"
 #include "storage/legacy_projection.h"
@@ -9,7 +9,7 @@
 namespace Fuzz {
 namespace {
 
-// What a host may do to a drawing before all of it was read. Each may fail: not everything can be read.
+// Changes that a host may make before it has read the whole drawing. Each may fail, since parts may be unreadable.
 
 void leaveAsItIs(QeDbDatabase& /*database*/)
 {
@@ -65,8 +65,8 @@ void drawingRows(Input input)
     const bool isStale = source.below(4) == 3;
     const auto& act = kHostActions.at(source.below(kHostActions.size()));
     const std::string bytes =
-        drawingWithChanges(source, isStale ? LooseDrawing::Indexes::stale : LooseDrawing::Indexes::kept);
-    const NothingLeft guard;
+        drawingWithChanges(source, isStale ? UnconstrainedDrawing::Indexes::stale : UnconstrainedDrawing::Indexes::kept);
+    const LeakCheck guard;
     const Soundness soundness = act == leaveAsItIs ? Soundness::sound : Soundness::unusedRows;
     requireReadOrRefused(bytes, act, isStale ? Soundness::damagedPages : soundness);
 }

@@ -1,4 +1,4 @@
-// The input as a text of wide characters.
+// Turns the input into text.
 #pragma once
 
 #include <string>
@@ -14,7 +14,7 @@ inline std::string_view viewOf(Input input)
     return {reinterpret_cast<const char*>(input.data()), input.size()};
 }
 
-/// From UTF-8, up to the first NUL.
+/// Converts UTF-8 up to the first NUL.
 inline std::wstring wideTextOf(Input input)
 {
     return Embedded::wideFromUtf8(viewOf(input).substr(0, viewOf(input).find('\0')));

@@ -7,7 +7,7 @@ namespace Fuzz {
 
 void itemText(Input input)
 {
-    const NothingLeft guard;
+    const LeakCheck guard;
     const std::wstring text = wideTextOf(input);
     const Tests::ItemFields before{
         .source = L"s0", .target = L"t0", .name = L"n0", .type = 7, .note = L"o0", .version = L"v"};

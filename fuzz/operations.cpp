@@ -8,7 +8,7 @@
 namespace Fuzz {
 namespace {
 
-/// Where no settings file is ever written.
+/// A folder in which no settings file is written.
 std::string emptyFolder()
 {
     static const Tests::TemporaryFolder folder;
@@ -19,8 +19,8 @@ std::string emptyFolder()
 
 void operations(Input input)
 {
-    static_cast<void>(sampleDefinitions()); // made before the counting begins
-    const NothingLeft guard;
+    static_cast<void>(sampleDefinitions()); // makes them before resources are counted
+    const LeakCheck guard;
     const Tests::ScopedVariable variable("VORLEN_USER_DICTIONARY_PATH", emptyFolder());
     Session session(input);
     while (!session.isOver())

@@ -10,15 +10,15 @@ void require(bool holds, std::string_view promise)
 {
     if (holds)
         return;
-    std::fprintf(stderr, "A promise that does not hold: %.*s\n", static_cast<int>(promise.size()), promise.data());
+    std::fprintf(stderr, "Broken promise: %.*s\n", static_cast<int>(promise.size()), promise.data());
     std::fflush(stderr);
     std::abort();
 }
 
-NothingLeft::~NothingLeft()
+LeakCheck::~LeakCheck()
 {
     const std::string left = Embedded::ResourceCounters::difference(before_, Embedded::ResourceCounters::now());
-    require(left.empty(), "nothing is left behind; there is " + left);
+    require(left.empty(), "nothing is leaked; leaked: " + left);
 }
 
 } // namespace Fuzz

@@ -1,4 +1,4 @@
-// How a target finds fault with the product.
+// Checks of promises in fuzz targets.
 #pragma once
 
 #include <string_view>
@@ -7,16 +7,16 @@
 
 namespace Fuzz {
 
-/// Ends the process with a message where the promise does not hold, which is what a fuzzer takes for a finding.
+/// Ends the process with a message if the promise does not hold. A fuzzer reports that as a finding.
 void require(bool holds, std::string_view promise);
 
-/// That the platform holds, at the end of a scope, what it held at the beginning.
-class NothingLeft {
+/// Checks at the end of a scope that the platform holds what it held at the beginning.
+class LeakCheck {
 public:
-    NothingLeft() : before_(Embedded::ResourceCounters::now()) {}
-    NothingLeft(const NothingLeft&) = delete;
-    NothingLeft& operator=(const NothingLeft&) = delete;
-    ~NothingLeft();
+    LeakCheck() : before_(Embedded::ResourceCounters::now()) {}
+    LeakCheck(const LeakCheck&) = delete;
+    LeakCheck& operator=(const LeakCheck&) = delete;
+    ~LeakCheck();
 
 private:
     Embedded::ResourceCounts before_;

@@ -9,7 +9,7 @@ namespace Fuzz {
 
 void packedDefinition(Input input)
 {
-    const NothingLeft guard;
+    const LeakCheck guard;
     const DefinitionHolder definition = Orvel::DecodeDefinitionBytes(input.data(), input.size());
     if (!definition)
         return;

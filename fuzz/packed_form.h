@@ -1,4 +1,4 @@
-// Packed definitions as this format's own page has them, put together and taken apart without the module.
+// Builds and splits packed definitions without the module, from docs/formats/packed-definition.md.
 #pragma once
 
 #include <cstddef>
@@ -16,9 +16,9 @@ inline constexpr std::size_t kClassIdLength = 16;
 
 /// The class identifier of a system, a datum and an ellipsoid.
 Bytes classIdOf(std::size_t kind);
-/// The stream's bytes without its first one, when what is packed begins with such an identifier; otherwise nothing.
+/// The bytes of the stream without its first byte; nothing if the packed bytes do not begin with such an identifier.
 std::optional<Bytes> packedStream(const Bytes& packed);
-/// Packed bytes of a stream that is complete but for its first byte, a zero, and its checksum.
+/// Packs a stream. Adds its first byte, a zero, and its checksum.
 Bytes packedForm(std::size_t kind, Input stream);
 
 } // namespace Fuzz

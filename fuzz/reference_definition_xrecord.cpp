@@ -16,7 +16,7 @@ constexpr int kLayout = 1071;
 constexpr int kControl = 1002;
 constexpr int kChunk = 310;
 
-/// What reading gathers; the last definition of each kind.
+/// The last definition of each kind, collected while reading.
 struct Gathered {
     FoundCodes codes;
     int systemKind = 0;
@@ -32,7 +32,7 @@ std::wstring asked(const auto& query)
     return text;
 }
 
-/// What a definition says of itself.
+/// The codes in a definition.
 struct Facts {
     enum class Kind { system, datum, ellipsoid };
     Kind kind;
@@ -71,7 +71,7 @@ std::optional<Facts> factsIn(const Bytes& packed)
     return std::nullopt;
 }
 
-/// Of the definitions that can be read most are samples, and reading one takes longer than all else.
+/// Caches samples: most readable definitions are samples, and reading one takes longer than everything else.
 std::optional<Facts> rememberedFactsIn(const Bytes& packed)
 {
     static Embedded::MemoCache<Bytes, std::optional<Facts>> remembered;
@@ -102,7 +102,7 @@ void gather(const Bytes& packed, Gathered& gathered)
     }
 }
 
-/// The bytes of the chunks from `at` on, which an empty one spoils.
+/// The bytes of the chunks from `at` on. An empty chunk makes them invalid.
 Bytes joinedChunks(const Items& chain, std::size_t at)
 {
     Bytes joined;
@@ -115,7 +115,7 @@ Bytes joinedChunks(const Items& chain, std::size_t at)
     return joined;
 }
 
-/// False where a group has no end.
+/// Returns false if a group has no end.
 bool gatherGroups(const Items& chain, std::size_t at, Gathered& gathered)
 {
     const Item end{kControl, L"}"};

@@ -1,4 +1,4 @@
-// The definition xrecord read once more, plainly, as docs/formats/definition-xrecord.md says it is read.
+// A second reader of the definition xrecord, written from docs/formats/definition-xrecord.md.
 #pragma once
 
 #include <optional>
@@ -12,7 +12,7 @@ using Tests::Bytes;
 using Tests::Item;
 using Tests::Items;
 
-/// The codes of what was found; datum and ellipsoid may be missing.
+/// The codes of the definitions that were found. Datum and ellipsoid may be missing.
 struct FoundCodes {
     std::optional<std::wstring> system{};
     std::optional<std::wstring> datum{};
@@ -20,7 +20,7 @@ struct FoundCodes {
     friend bool operator==(const FoundCodes&, const FoundCodes&) = default;
 };
 
-/// Nothing where the chain does not hold the system of that code.
+/// Nothing if the chain does not hold a system with that code.
 std::optional<FoundCodes> referenceDefinitions(const Items& chain, const std::wstring& code);
 
 } // namespace Fuzz

@@ -1,4 +1,4 @@
-// Changes of the rows of a drawing's tables, which the input decides.
+// Changes of rows of a drawing's tables. The input chooses them.
 #pragma once
 
 #include <vector>
@@ -10,23 +10,23 @@ namespace Fuzz {
 
 struct DrawingTable {
     const char* name;
-    const char* key; // the columns that tell its rows apart
+    const char* key; // the columns that identify a row
     std::vector<const char*> columns;
 };
 
-/// In the order of their columns in the schema.
+/// The tables with their columns in the order of the schema.
 const std::vector<DrawingTable>& drawingTables();
 
 enum class RowAction { set, copy, remove };
-/// When a change is made: what is reckoned after it fits it.
+/// The moment of a change. Checksums that are computed later fit it.
 enum class RowMoment { beforeAll, beforeObjects, afterAll };
 
 struct RowChange {
     RowAction action = RowAction::set;
     RowMoment moment = RowMoment::beforeAll;
     std::size_t table = 0;
-    std::size_t column = 0; // that is set, in the row or in its copy
-    std::size_t row = 0;    // its place among the rows that there are, counted around
+    std::size_t column = 0; // the column that is set, in the row or in its copy
+    std::size_t row = 0;    // its number, modulo the number of rows
     Embedded::StoredValue value;
 };
 

@@ -1,4 +1,4 @@
-// The CRC-32 of the bytes so far.
+// The CRC-32 of bytes that arrive in parts.
 #pragma once
 
 #include <array>

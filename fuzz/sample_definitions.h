@@ -1,4 +1,4 @@
-// Definitions that go together, and those that do not, for targets whose inputs name them by number.
+// Sample definitions for targets whose inputs choose them by number.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@ struct SampleDefinition {
     Tests::Bytes packed;
 };
 
-/// Systems of each kind, each followed by its datum and its ellipsoid where it has them. The last system is a user's.
+/// Systems of each kind, each followed by its datum and ellipsoid if it has them. The last system is user-defined.
 const std::vector<SampleDefinition>& sampleDefinitions();
 
 } // namespace Fuzz

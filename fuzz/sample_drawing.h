@@ -1,13 +1,13 @@
-// A small drawing with something of everything, as the bytes of its file.
+// A small drawing with every kind of object and value, as the bytes of its file.
 #pragma once
 
 #include <string>
 
 namespace Fuzz {
 
-/// With pages of 4,096 bytes, as drawing files have them: each table and each index is one page.
+/// Has pages of 4,096 bytes, as drawing files have: each table and each index is one page.
 const std::string& sampleDrawing();
-/// With pages of 512 bytes: trees of several levels, and values that need pages of their own.
+/// Has pages of 512 bytes: trees have several levels, and long values have overflow pages.
 const std::string& sampleDrawingOfSmallPages();
 
 } // namespace Fuzz

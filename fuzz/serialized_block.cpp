@@ -15,7 +15,8 @@ namespace {
 namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 using DefinitionArray = Orvel::LibraryObject<Orvel::Library::DefinitionBaseArray>;
 
-/// As it is, or made of UTF-8, in which a fuzzer finds its way better; with the NUL unit that the caller owes.
+/// Takes the input as it is, or converts it from UTF-8, which a fuzzer explores better. Adds the NUL unit that a caller
+/// must provide.
 std::string blockOf(Input input)
 {
     ByteSource source(input);
@@ -31,7 +32,7 @@ std::string blockOf(Input input)
 
 void serializedBlock(Input input)
 {
-    const NothingLeft guard;
+    const LeakCheck guard;
     const std::string block = blockOf(input);
     const std::vector<unsigned char> bytes(block.begin(), block.end());
     DefinitionArray definitions;

@@ -1,4 +1,4 @@
-// An SQLite database in memory, from the bytes of its file and back.
+// Turns the bytes of a file into an SQLite database in memory, and back.
 #pragma once
 
 #include <string>
@@ -7,9 +7,9 @@
 
 namespace Fuzz {
 
-/// Makes a database of the connection, which is one in memory, as the bytes say.
+/// Replaces the database of the connection, which is in memory.
 void restoreInto(SQLite::Database& database, const std::string& bytes);
-/// Also within a transaction, and then as it is there.
+/// Within a transaction, the bytes hold its changes.
 std::string bytesOfDatabase(SQLite::Database& database);
 
 } // namespace Fuzz

@@ -22,7 +22,7 @@ Session::Session(Input input)
 
 Session::~Session()
 {
-    letGoOfNamedObjects();
+    releaseNamedObjects();
     while (!snapshots_.empty())
         abortTransaction();
     if (isRegistered_)
@@ -38,7 +38,7 @@ const std::vector<Session::Step>& Session::steps()
         {&Session::commitTransaction, true},
         {&Session::abortTransaction, true},
         {&Session::holdNamedObjects, true},
-        {&Session::letGoOfNamedObjects, true},
+        {&Session::releaseNamedObjects, true},
         {&Session::putForeignXrecord},
         {&Session::putDefinitionChain},
         {&Session::putLegacyCode},
@@ -55,7 +55,7 @@ const std::vector<Session::Step>& Session::steps()
         {&Session::serialize},
         {&Session::addReactor},
         {&Session::removeReactor},
-        {&Session::setReactorsMind},
+        {&Session::setVeto},
         {&Session::setConfiguration},
         {&Session::clearConfiguration},
         {&Session::findConfigured},
@@ -69,7 +69,7 @@ void Session::step()
     const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     (this->*step.make)();
     const std::string left = Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now());
-    require(step.holds || left.empty(), "a step leaves nothing behind; there is " + left);
+    require(step.holds || left.empty(), "a step holds nothing after it; it holds " + left);
 }
 
 std::wstring Session::anyCode()
@@ -86,7 +86,7 @@ QeDb::QeDbDwgVersion Session::anyVersion()
     return static_cast<QeDb::QeDbDwgVersion>(QeDb::kOldestDwg + static_cast<int>(source_.below(kVersions)));
 }
 
-Qeapp::ErrorStatus Session::underFault(const std::function<Qeapp::ErrorStatus()>& call)
+Qeapp::ErrorStatus Session::callWithFault(const std::function<Qeapp::ErrorStatus()>& call)
 {
     const bool isPlanned = fault_.has_value();
     if (isPlanned)
@@ -95,11 +95,11 @@ Qeapp::ErrorStatus Session::underFault(const std::function<Qeapp::ErrorStatus()>
     Qeapp::ErrorStatus result = Qeapp::eOutOfMemory;
     try {
         result = call();
-    } catch (const std::exception&) { // one that the library or an allocation raised passes through the module
+    } catch (const std::exception&) { // an exception of the library or of an allocation passes through the module
         result = Qeapp::eOutOfMemory;
     }
     Embedded::FaultInjection::disarm();
-    isStruck_ = isPlanned && Embedded::FaultInjection::failedCalls() > 0;
+    hasCallFailed_ = isPlanned && Embedded::FaultInjection::failedCalls() > 0;
     return result;
 }
 

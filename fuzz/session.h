@@ -1,5 +1,5 @@
-// One user's session, whose steps the input decides: what the host does and what the module's clients do, with calls of
-// the platform failing in between. After each step the platform holds what it is meant to hold.
+// A session of one user. The input chooses the steps: calls of the host, calls of the module's clients, and failures of
+// platform calls. Each step is checked for leaks.
 #pragma once
 
 #include <functional>
@@ -16,7 +16,7 @@ namespace Fuzz {
 
 namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 
-/// Forbids every change, or none.
+/// Vetoes every change, or none.
 class VetoingReactor final : public Cs::OrvelCoordinateSystemReactor {
 public:
     bool CoordinateSystemWillChange(QeDbDatabase*, const wchar_t* const) override { return !forbids_; }
@@ -29,7 +29,7 @@ private:
 class Session {
 public:
     explicit Session(Input input);
-    /// Ends whatever is under way.
+    /// Ends open transactions and releases everything.
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -40,7 +40,7 @@ public:
 private:
     struct Step {
         void (Session::*make)() = nullptr;
-        bool holds = false; // whether it may change what the platform holds
+        bool holds = false; // whether the step may leave something open or allocated
     };
     static const std::vector<Step>& steps();
     struct Reading {
@@ -48,12 +48,12 @@ private:
         std::optional<std::wstring> code{};
     };
 
-    // What the host does.
+    // Steps of the host.
     void startTransaction();
     void commitTransaction();
     void abortTransaction();
     void holdNamedObjects();
-    void letGoOfNamedObjects();
+    void releaseNamedObjects();
     void putForeignXrecord();
     void putDefinitionChain();
     void putLegacyCode();
@@ -61,7 +61,7 @@ private:
     void save();
     void planFault();
 
-    // What clients of the module do.
+    // Steps of the module's clients.
     void assignCode();
     void assignDefinition();
     void clear();
@@ -72,25 +72,24 @@ private:
     void serialize();
     void addReactor();
     void removeReactor();
-    void setReactorsMind();
+    void setVeto();
     void setConfiguration();
     void clearConfiguration();
     void findConfigured();
 
     QeDbDatabase* database() const { return document_->database(); }
-    /// The drawing, or null, which means the same one.
+    /// The drawing, or null for the working drawing, which is the same one.
     QeDbDatabase* anyArgument() { return source_.below(2) == 0 ? database() : nullptr; }
     std::wstring anyCode();
     QeDb::QeDbDwgVersion anyVersion();
 
-    /// Makes the call with the failure that was planned, if any, and no later one. Afterwards `isStruck_` says whether
-    /// a call of the platform did fail. The module's readers take a form that cannot be read for one that is not there,
-    /// so that what was stored is asked for only where none did.
-    Qeapp::ErrorStatus underFault(const std::function<Qeapp::ErrorStatus()>& call);
-    /// Nothing while someone writes.
+    /// Makes the call with the planned failure, if there is one. Sets `hasCallFailed_`. The module reads a form that
+    /// cannot be read as absent, so the stored system is only checked when no call has failed.
+    Qeapp::ErrorStatus callWithFault(const std::function<Qeapp::ErrorStatus()>& call);
+    /// Nothing while an object is open for writing.
     std::optional<std::string> contents() const;
-    /// Of the coordinate system; empty where there is none, nothing where it cannot be read. It is read again only
-    /// where the drawing is another one than at the last reading.
+    /// The code of the coordinate system: empty for none, nothing if it cannot be read. Reads it again only if the
+    /// drawing has changed since the last reading.
     std::optional<std::wstring> storedCode();
     std::optional<std::wstring> readStoredCode() const;
     void requireUnchanged(const std::optional<std::string>& before, std::string_view promise) const;
@@ -100,11 +99,11 @@ private:
     VetoingReactor reactor_;
     bool isRegistered_ = false;
     std::optional<Embedded::FaultPlan> fault_;
-    bool isStruck_ = false;
+    bool hasCallFailed_ = false;
     Reading lastReading_;
     int saves_ = 0;
     Orvel::NamedObjects held_;
-    std::vector<std::string> snapshots_; // one for each transaction that is active
+    std::vector<std::string> snapshots_; // one for each active transaction
 };
 
 } // namespace Fuzz

@@ -1,4 +1,4 @@
-// The steps of a session that the host makes.
+// The host's steps of a session.
 #include <array>
 
 #include "fuzz/drawing_round_trip.h"
@@ -14,10 +14,10 @@
 namespace Fuzz {
 namespace {
 
-constexpr std::size_t kDeepestTransactions = 4;
-constexpr int kMostSaves = 3; // one takes as long as all other steps of a session
+constexpr std::size_t kMaximumNesting = 4;
+constexpr int kMaximumSaves = 3; // a save takes as long as all other steps of a session
 
-/// Puts a new xrecord under the key, whatever is there.
+/// Stores a new xrecord under the key and replaces any other object.
 Qeapp::ErrorStatus putXrecord(QeDbDatabase* database, const wchar_t* key, const Tests::Items& items)
 {
     Orvel::NamedObjects dictionary;
@@ -37,8 +37,8 @@ Qeapp::ErrorStatus putXrecord(QeDbDatabase* database, const wchar_t* key, const 
 
 void Session::startTransaction()
 {
-    letGoOfNamedObjects();
-    if (snapshots_.size() == kDeepestTransactions)
+    releaseNamedObjects();
+    if (snapshots_.size() == kMaximumNesting)
         return;
     snapshots_.push_back(Tests::contentsOf(*database()));
     require(database()->transactionManager()->startTransaction() != nullptr, "a transaction can be started");
@@ -46,7 +46,7 @@ void Session::startTransaction()
 
 void Session::commitTransaction()
 {
-    letGoOfNamedObjects();
+    releaseNamedObjects();
     if (snapshots_.empty())
         return;
     require(database()->transactionManager()->endTransaction() == Qeapp::eOk, "a transaction can be ended");
@@ -55,7 +55,7 @@ void Session::commitTransaction()
 
 void Session::abortTransaction()
 {
-    letGoOfNamedObjects();
+    releaseNamedObjects();
     if (snapshots_.empty())
         return;
     require(database()->transactionManager()->abortTransaction() == Qeapp::eOk, "a transaction can be aborted");
@@ -69,10 +69,10 @@ void Session::holdNamedObjects()
 {
     const auto mode = source_.below(2) == 0 ? QeDb::kForRead : QeDb::kForWrite;
     if (!held_)
-        require(held_.openIn(database(), mode) == Qeapp::eOk, "what nobody has open can be opened");
+        require(held_.openIn(database(), mode) == Qeapp::eOk, "an object that is not open can be opened");
 }
 
-void Session::letGoOfNamedObjects()
+void Session::releaseNamedObjects()
 {
     held_.reset();
 }
@@ -101,36 +101,36 @@ void Session::putLegacyCode()
 {
     const std::wstring code = anyCode();
     static_cast<void>(
-        underFault([&] { return Orvel::WriteLegacyProjectionCode(database(), code.c_str()); })); // may fail
+        callWithFault([&] { return Orvel::WriteLegacyProjectionCode(database(), code.c_str()); })); // may fail
 }
 
 void Session::putGeoDataText()
 {
     const std::wstring text = anyCode();
     static_cast<void>(
-        underFault([&] { return Orvel::WriteGeoDataCoordinateSystem(database(), text.c_str()); })); // may fail
+        callWithFault([&] { return Orvel::WriteGeoDataCoordinateSystem(database(), text.c_str()); })); // may fail
 }
 
 void Session::save()
 {
     const QeDb::QeDbDwgVersion version = anyVersion();
-    if (saves_ == kMostSaves)
+    if (saves_ == kMaximumSaves)
         return;
     ++saves_;
-    const bool isChecked = !held_; // what someone holds open may be out of the module's reach
+    const bool isChecked = !held_; // the module may be unable to reach an object that is open
     const std::optional<std::wstring> code = isChecked ? storedCode() : std::nullopt;
     const std::optional<std::string> before = contents();
     if (!before)
         return;
     SavedDrawing saved;
-    const Qeapp::ErrorStatus result = underFault([&] {
+    const Qeapp::ErrorStatus result = callWithFault([&] {
         saved = savedDrawing(*database(), version);
         return saved.status;
     });
     if (result != Qeapp::eOk)
         return requireUnchanged(before, "a save that failed changes nothing");
     requireSameWhenLoaded(*database(), saved.bytes);
-    require(isStruck_ || !code || storedCode() == code, "a save in another version keeps the coordinate system");
+    require(hasCallFailed_ || !code || storedCode() == code, "a save in another version keeps the coordinate system");
 }
 
 void Session::planFault()

@@ -1,4 +1,4 @@
-// The steps of a session that clients of the module make.
+// The clients' steps of a session.
 #include <array>
 
 #include "coordsys/orvel_transformation_config.h"
@@ -17,17 +17,17 @@ using ArrayHolder = Orvel::LibraryObject<Cs::DefinitionBaseArray>;
 
 constexpr auto kDrawing = Cs::CsTransformationConfigTargetType::Drawing;
 
-/// Null for a sample that is no system.
+/// Null if the sample is not a system.
 SystemHolder systemOf(const SampleDefinition& sample)
 {
     DefinitionHolder definition = Orvel::DecodeDefinitionBytes(sample.packed.data(), sample.packed.size());
     auto* const system = dynamic_cast<Cs::CoordinateReferenceSystemDefinition*>(definition.get());
     if (system != nullptr)
-        static_cast<void>(definition.release()); // the other holder's from here on
+        static_cast<void>(definition.release()); // the other holder owns it now
     return SystemHolder(system);
 }
 
-/// Nothing where there is no configuration.
+/// Nothing if there is no configuration.
 std::optional<std::wstring> configuration()
 {
     wchar_t* text = nullptr;
@@ -50,10 +50,10 @@ void Session::assignCode()
     const std::wstring code = anyCode();
     const std::optional<std::string> before = contents();
     QeDbDatabase* const argument = anyArgument();
-    const Qeapp::ErrorStatus result = underFault([&] { return Cs::SetCoordinateSystem(code.c_str(), argument); });
+    const Qeapp::ErrorStatus result = callWithFault([&] { return Cs::SetCoordinateSystem(code.c_str(), argument); });
     if (result == Qeapp::eVetoed)
         return requireUnchanged(before, "an assignment that was vetoed changes nothing");
-    if (result == Qeapp::eOk && !held_ && !isStruck_)
+    if (result == Qeapp::eOk && !held_ && !hasCallFailed_)
         require(storedCode().value_or(L"").empty() == code.empty(), "what was assigned can be read");
 }
 
@@ -64,10 +64,10 @@ void Session::assignDefinition()
     const SystemHolder system = systemOf(sample);
     const std::optional<std::string> before = contents();
     QeDbDatabase* const argument = anyArgument();
-    const Qeapp::ErrorStatus result = underFault([&] { return Cs::SetCoordinateSystem(system.get(), argument); });
+    const Qeapp::ErrorStatus result = callWithFault([&] { return Cs::SetCoordinateSystem(system.get(), argument); });
     if (result == Qeapp::eVetoed)
         return requireUnchanged(before, "an assignment that was vetoed changes nothing");
-    if (result == Qeapp::eOk && !held_ && !isStruck_)
+    if (result == Qeapp::eOk && !held_ && !hasCallFailed_)
         require(storedCode() == (system ? sample.code : L""), "the system that was assigned is read");
 }
 
@@ -75,10 +75,10 @@ void Session::clear()
 {
     const std::optional<std::string> before = contents();
     QeDbDatabase* const argument = anyArgument();
-    const Qeapp::ErrorStatus result = underFault([&] { return Cs::ClearCoordinateSystem(argument); });
+    const Qeapp::ErrorStatus result = callWithFault([&] { return Cs::ClearCoordinateSystem(argument); });
     if (result != Qeapp::eOk)
         return requireUnchanged(before, "a removal that failed changes nothing");
-    require(held_ || isStruck_ || storedCode() == L"", "a drawing that was cleared has no coordinate system");
+    require(held_ || hasCallFailed_ || storedCode() == L"", "a drawing that was cleared has no coordinate system");
 }
 
 void Session::readDefinitions()
@@ -86,7 +86,7 @@ void Session::readDefinitions()
     const std::optional<std::string> before = contents();
     ArrayHolder definitions;
     const Qeapp::ErrorStatus result =
-        underFault([&] { return Cs::GetCoordinateSystem(definitions.put(), anyArgument()); });
+        callWithFault([&] { return Cs::GetCoordinateSystem(definitions.put(), anyArgument()); });
     require(result != Qeapp::eOk || definitions, "an array is handed out on success");
     requireUnchanged(before, "reading changes nothing");
 }
@@ -97,7 +97,7 @@ void Session::readDefinition()
     SystemHolder definition;
     bool isKnown = true;
     const Qeapp::ErrorStatus result =
-        underFault([&] { return Cs::GetCoordinateSystem(definition.put(), &isKnown, anyArgument()); });
+        callWithFault([&] { return Cs::GetCoordinateSystem(definition.put(), &isKnown, anyArgument()); });
     require(result == Qeapp::eOk || !isKnown, "what cannot be read is not known");
     requireUnchanged(before, "reading changes nothing");
 }
@@ -106,7 +106,7 @@ void Session::readCode()
 {
     const std::optional<std::string> before = contents();
     HostString code;
-    const Qeapp::ErrorStatus result = underFault([&] { return Cs::GetCoordinateSystem(code.put(), anyArgument()); });
+    const Qeapp::ErrorStatus result = callWithFault([&] { return Cs::GetCoordinateSystem(code.put(), anyArgument()); });
     require(result == Qeapp::eOk || !code, "a code is handed out on success alone");
     requireUnchanged(before, "reading changes nothing");
 }
@@ -117,8 +117,8 @@ void Session::applyStorageVersion()
     const std::optional<std::wstring> code = held_ ? std::nullopt : storedCode();
     QeDbDatabase* const argument = anyArgument();
     const Qeapp::ErrorStatus result =
-        underFault([&] { return Cs::ApplyCoordinateSystemStorageVersion(argument, version); });
-    require(result != Qeapp::eOk || isStruck_ || !code || storedCode() == code,
+        callWithFault([&] { return Cs::ApplyCoordinateSystemStorageVersion(argument, version); });
+    require(result != Qeapp::eOk || hasCallFailed_ || !code || storedCode() == code,
             "another storage version keeps the coordinate system");
 }
 
@@ -130,7 +130,7 @@ void Session::serialize()
     Orvel::Holder<Orvel::HostBufferPolicy<unsigned char>> bytes;
     int length = 0;
     const Qeapp::ErrorStatus written =
-        underFault([&] { return Cs::SerializeCoordinateSystem(system.get(), bytes.put(), length, version); });
+        callWithFault([&] { return Cs::SerializeCoordinateSystem(system.get(), bytes.put(), length, version); });
     if (written != Qeapp::eOk)
         return require(!bytes, "a block is handed out on success alone");
     ArrayHolder definitions;
@@ -153,7 +153,7 @@ void Session::removeReactor()
     isRegistered_ = false;
 }
 
-void Session::setReactorsMind()
+void Session::setVeto()
 {
     reactor_.forbid(source_.below(2) == 1);
 }
@@ -164,7 +164,7 @@ void Session::setConfiguration()
     const std::wstring target = anyCode();
     const std::wstring text = elementOf(source, target, static_cast<int>(source_.below(4)));
     const std::optional<std::wstring> before = configuration();
-    const Qeapp::ErrorStatus result = underFault(
+    const Qeapp::ErrorStatus result = callWithFault(
         [&] { return Cs::SetCsTransformationConfig(text.c_str(), kDrawing) ? Qeapp::eOk : Qeapp::eInvalidInput; });
     require(configuration() == (result == Qeapp::eOk ? text : before),
             "the configuration is the new one, or the former");
@@ -174,7 +174,7 @@ void Session::clearConfiguration()
 {
     const std::optional<std::wstring> before = configuration();
     const Qeapp::ErrorStatus result =
-        underFault([&] { return Cs::ClearCsTransformationConfig(kDrawing) ? Qeapp::eOk : Qeapp::eInvalidInput; });
+        callWithFault([&] { return Cs::ClearCsTransformationConfig(kDrawing) ? Qeapp::eOk : Qeapp::eInvalidInput; });
     require(configuration() == (result == Qeapp::eOk ? L"" : before), "the configuration is empty, or the former");
 }
 
@@ -184,10 +184,10 @@ void Session::findConfigured()
     const std::wstring target = anyCode();
     const std::optional<std::string> before = contents();
     Orvel::LibraryObject<Cs::TransformationInfo> info;
-    static_cast<void>(underFault([&] {
+    static_cast<void>(callWithFault([&] {
         info.reset(Cs::GetCsConfiguredTransformationInfo(source.c_str(), target.c_str()));
         return Qeapp::eOk;
-    })); // an exception counts as nothing found
+    })); // an exception counts as not found
     requireUnchanged(before, "a look-up changes nothing");
 }
 

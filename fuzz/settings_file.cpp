@@ -31,7 +31,7 @@ void put(Input input)
     require(file.good(), "the file can be written");
 }
 
-/// Up to a control-Z, without the ends of its lines, up to a NUL.
+/// The text up to a control-Z or a NUL, without line ends.
 std::string joinedLines(Input input)
 {
     const std::string_view whole = viewOf(input).substr(0, viewOf(input).find('\x1A'));
@@ -57,7 +57,7 @@ std::wstring withoutReplacements(std::wstring text)
     return text;
 }
 
-/// Everything up to the end of the last item.
+/// The text up to the end of the last item.
 std::wstring items(const std::wstring& text)
 {
     constexpr std::wstring_view kEnd = L"</Item>";
@@ -65,8 +65,8 @@ std::wstring items(const std::wstring& text)
     return last == std::wstring::npos ? std::wstring() : text.substr(0, last + kEnd.size());
 }
 
-/// How many replacements there are for bytes that are no UTF-8 is left to the system. So is what it makes of the end,
-/// where the first of four bytes may take the last three with it although they do not belong to it.
+/// Systems differ in how many replacement characters they write for bytes that are not UTF-8, and in what they do with
+/// an incomplete character at the end.
 void requireLines(const std::wstring& text, Input input)
 {
     constexpr std::size_t kMostTaken = 3;
@@ -86,7 +86,7 @@ void requireLines(const std::wstring& text, Input input)
 
 void settingsFile(Input input)
 {
-    const NothingLeft guard;
+    const LeakCheck guard;
     const Tests::ScopedVariable variable("VORLEN_USER_DICTIONARY_PATH", settingsFolder().string());
     put(input);
     const std::wstring text = read();

@@ -1,5 +1,4 @@
-// What is fuzzed: functions that take any bytes whatever, and end the process where the product does not do with them
-// what it promises.
+// The fuzz targets: functions that take any bytes and end the process when the product breaks a promise.
 #pragma once
 
 #include <cstdint>
@@ -10,40 +9,41 @@ namespace Fuzz {
 
 using Input = std::span<const std::uint8_t>;
 
-/// Unpacking of any bytes, against a second implementation.
+/// Unpacks any bytes and compares the result with a second implementation.
 void unpack(Input input);
-/// Packing of any bytes, against a second implementation, and back.
+/// Packs any bytes, compares the result with a second implementation, and unpacks it.
 void pack(Input input);
-/// Any bytes as a packed definition.
+/// Reads any bytes as a packed definition.
 void packedDefinition(Input input);
-/// Streams of definitions below a right class identifier and with a right checksum, which chance does not hit upon.
+/// Reads any bytes as a stream of definitions. Adds the class identifier and the checksum, which random input would
+/// miss.
 void definitionStream(Input input);
-/// Any bytes as a serialized block.
+/// Reads any bytes as a serialized block.
 void serializedBlock(Input input);
-/// Chains of items in the definition xrecord of a drawing, against a second reader.
+/// Reads chains of items in the definition xrecord of a drawing and compares the result with a second reader.
 void definitionXrecord(Input input);
-/// Any text as one item of a transformation configuration, against a second parser.
+/// Reads any text as an item of a transformation configuration and compares the result with a second parser.
 void itemText(Input input);
-/// Any text as a transformation configuration, against a second parser.
+/// Reads any text as a transformation configuration and compares the result with a second parser.
 void collectionText(Input input);
-/// Any bytes as the user's settings file.
+/// Reads any bytes as the user's settings file.
 void settingsFile(Input input);
-/// Changed rows of a drawing, whose file is loaded, saved and loaded.
+/// Changes rows of a drawing; loads the file, saves it and loads it again.
 void drawingRows(Input input);
-/// Changed rows of a drawing, whose file is checked and salvaged.
+/// Changes rows of a drawing; checks the file and salvages it.
 void drawingCheck(Input input);
-/// Any bytes as a drawing file, or changed bytes of one, which is loaded, saved and loaded.
+/// Takes any bytes as a drawing file, or changes bytes of one; loads the file, saves it and loads it again.
 void drawingFile(Input input);
-/// Sequences of operations of the host and of the module.
+/// Runs a session of steps of the host and of the module's clients.
 void operations(Input input);
 
 struct Target {
-    std::string_view name; // of its folder of inputs
+    std::string_view name; // also the name of its folders
     void (*run)(Input input);
 };
 
 std::span<const Target> targets();
-/// Ends the process where there is no such target.
+/// Ends the process if there is no such target.
 const Target& targetNamed(std::string_view name);
 
 } // namespace Fuzz

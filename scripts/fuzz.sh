@@ -1,7 +1,7 @@
 #!/bin/sh
-# Runs fuzzers on the project's seeds. Usage: fuzz.sh FOLDER-OF-THE-PROGRAMS [TARGET...], without a target all of them.
-# FUZZ_SECONDS is how long each runs (60), FUZZ_RUNS ends it after so many executions, FUZZ_JOBS is how many run at a time
-# (2). What they find and what they learn stays beside the programs, and the next run goes on from there.
+# Runs fuzzers on the project's seeds. Usage: fuzz.sh FOLDER-OF-THE-PROGRAMS [TARGET...]; without a target it runs all.
+# Each runs for FUZZ_SECONDS (60) or FUZZ_RUNS executions, FUZZ_JOBS (2) at a time. New inputs stay beside the programs,
+# and the next run continues from them.
 set -eu
 
 if [ $# -lt 1 ] || [ ! -d "$1" ]; then
@@ -12,11 +12,11 @@ programs=$(cd "$1" && pwd)
 shift
 cd "$(dirname "$0")/.."
 results=$(dirname "$programs")/fuzzing
-# Freed memory is watched for a shorter while than by default, which makes the fuzzers several times as fast.
+# A small quarantine for freed memory makes the fuzzers several times as fast.
 : "${ASAN_OPTIONS:=quarantine_size_mb=1:thread_local_quarantine_size_kb=64:malloc_context_size=2}"
 export ASAN_OPTIONS
 
-# How long an input of the target may be; longer ones are slower and reach nothing more.
+# The maximum length of a target's input. Longer inputs are slower and reach no more code.
 longest_input() {
     case $1 in
     unpack | pack) echo 300 ;;
@@ -45,7 +45,7 @@ fuzz() {
         return
     fi
     echo "$target: a finding; all about it is in $results/$target.log" >&2
-    grep -m 3 -E '^A promise|ERROR: |runtime error: ' "$results/$target.log" >&2 || true
+    grep -m 3 -E '^Broken promise|ERROR: |runtime error: ' "$results/$target.log" >&2 || true
     sed -n 's/.*Test unit written to /the input: /p' "$results/$target.log" | sort -u >&2
     return 1
 }
@@ -58,7 +58,7 @@ fi
 
 [ $# -gt 0 ] || set -- $(ls fuzz/corpus)
 mkdir -p "$results"
-# Some targets write a file each time, which the memory takes faster than the disk.
+# Some targets write a file each time, which is faster in memory than on a disk.
 folder=$(mktemp -d "$([ -w /dev/shm ] && echo /dev/shm || echo /tmp)/orvel-fuzz-XXXXXX")
 trap 'rm -rf "$folder"' EXIT
 trap 'exit 1' HUP INT TERM

@@ -1,4 +1,4 @@
-// What libFuzzer calls: the one target that the program was compiled for.
+// The entry point of libFuzzer. It runs the target that the program was compiled for.
 #include <cstddef>
 #include <cstdint>
 

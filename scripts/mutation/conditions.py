@@ -65,7 +65,7 @@ class Conditions(Walk):
         self.add_expression(cursor, changes[:count], f"::Mutation::condition({{first}}, {count}, {{text}})")
 
     def negates_itself(self, cursor) -> bool:
-        """Where another change does the same as negating."""
+        """Whether another change already negates the condition."""
         cursor = self.inner(cursor)
         if cursor.kind == Kind.UNARY_OPERATOR:
             return self.text_of(cursor).startswith(b"!")

@@ -8,7 +8,7 @@ from clang.cindex import TypeKind
 from place import flat
 from walk import INTEGERS, Walk
 
-OPERATORS = {  # what is written, what it can become
+OPERATORS = {  # each operator and its replacements
     b"<": ("std::less<>", ("<=", "std::less_equal<>"), (">=", "std::greater_equal<>")),
     b"<=": ("std::less_equal<>", ("<", "std::less<>"), (">", "std::greater<>")),
     b">": ("std::greater<>", (">=", "std::greater_equal<>"), ("<=", "std::less_equal<>")),
@@ -26,7 +26,7 @@ OPERATORS = {  # what is written, what it can become
     b"|": ("std::bit_or<>", ("&", "std::bit_and<>")),
     b"^": ("std::bit_xor<>", ("&", "std::bit_and<>")),
 }
-ORDERED = {  # what a comparison of numbers can become besides
+ORDERED = {  # further replacements when numbers are compared
     b"==": (("<=", "std::less_equal<>"), (">=", "std::greater_equal<>")),
     b"!=": (("<", "std::less<>"), (">", "std::greater<>")),
 }
@@ -68,7 +68,7 @@ class Operators(Walk):
                      text(*ranges[2:])))
 
     def is_between(self, left, right) -> bool:
-        """Whether there are numbers on both sides of the right one, so that the order makes a difference."""
+        """Whether values exist on both sides of the right operand, so that the order makes a difference."""
         kinds = [side.type.get_canonical().kind for side in (self.inner(left), self.inner(right))]
         if not all(kind in INTEGERS or kind == TypeKind.ENUM for kind in kinds):
             return False
@@ -82,7 +82,7 @@ class Operators(Walk):
         return not (is_zero and kinds[0] in UNSIGNED) and not text.endswith(b"npos")
 
     def logical(self, cursor, left, right, written: bytes):
-        """The right operand alone is written twice, so that a long chain stays short."""
+        """Writes only the right operand twice, so that a long chain stays short."""
         a, b, c, d = self.begin(left), self.end(left), self.begin(right), self.end(right)
         if written == b"&&":
             form = (b"(static_cast<bool>(%(a)s) ? (::Mutation::oneOf(%(n)d, 1, 2) || static_cast<bool>(%(flat)s))"

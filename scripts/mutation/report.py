@@ -1,4 +1,4 @@
-"""What became of the mutants, by file, and which survivors are not known to make no difference."""
+"""Counts the results of the mutants by file, and lists the survivors that equivalent.txt does not explain."""
 
 import re
 from pathlib import Path
@@ -6,21 +6,21 @@ from pathlib import Path
 from place import flat
 
 EQUIVALENT = Path("scripts/mutation/equivalent.txt")
-# The text and the change may be about the operator | themselves.
+# The text and the change may contain the operator |.
 LINE = re.compile(r"(?P<file>\S+) \| (?P<text>.+) \| "
                   r"(?P<change>\| -> \S+|(?!-> )(?:(?! \| ).)+(?: \|)?) \| (?P<reason>[^|]+)")
 
 
 def known_equivalents(root: Path) -> dict[tuple[str, str, str], str]:
-    """File, text and change with the reason. The places are told by their text, for the numbers of lines change; where
-    the same text stands elsewhere in the file, the text is the whole line of the source but for a comment."""
+    """The reasons by file, text and change. A place is identified by its text, since line numbers change. If the same text
+    stands elsewhere in the file, the text is the whole line of the source without its comment."""
     path = root / EQUIVALENT
     known = {}
     for line in path.read_text().splitlines() if path.exists() else []:
         if line.strip() and not line.startswith("#"):
             parts = LINE.fullmatch(line.strip())
             if parts is None:
-                raise ValueError(f"{EQUIVALENT}: no file, text, change and reason: {line}")
+                raise ValueError(f"{EQUIVALENT}: expected 'file | text | change | reason', found: {line}")
             known[parts["file"], parts["text"], parts["change"]] = parts["reason"]
     return known
 
@@ -40,10 +40,10 @@ class Report:
                     text = " ".join(flat(each.source[begin:end]).decode().split())
                     self.described[place.first + index] = (each.name, line, text, change, lines[line - 1].strip())
 
-    def take(self, mutant: int, verdict):
+    def add(self, mutant: int, verdict):
         self.verdicts[mutant] = verdict
         if len(self.verdicts) % 100 == 0:
-            print(f"mutate: {len(self.verdicts)} of {len(self.described)} mutants were tried", flush=True)
+            print(f"mutate: {len(self.verdicts)} of {len(self.described)} mutants are done", flush=True)
         if self.is_survivor(mutant):
             print(self.line_of(mutant), flush=True)
 

@@ -1,4 +1,4 @@
-"""A copy of the tree in a folder of its own, whose sources are rewritten, and the build of it."""
+"""Copies the tree into a folder, rewrites sources in the copy, and builds it."""
 
 import os
 import re
@@ -8,8 +8,8 @@ from pathlib import Path
 
 from clang.cindex import Index
 
+from finder import Finder
 from place import Place
-from places import Finder
 from schemata import Rewriter, place_at
 
 COPIED = ("CMakeLists.txt", "CHANGELOG.md", "README.md", "bench", "cmake", "docs", "embedded", "fuzz", "platform",
@@ -24,14 +24,14 @@ class BuildFailed(Exception):
 
 
 def write_if_changed(path: Path, content: bytes):
-    """What is as it was keeps its time, and is not compiled again."""
+    """Leaves an unchanged file alone, so that it is not compiled again."""
     if not path.exists() or path.read_bytes() != content:
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_bytes(content)
 
 
 class MutatedFile:
-    """A source, its places, and those of them that the compiler accepts."""
+    """A source with its places. `drop` removes a place that the compiler does not accept."""
 
     def __init__(self, root: Path, name: str):
         self.name = name
@@ -99,21 +99,21 @@ class MutatedTree:
         self.run(["cmake", "-S", str(self.tree), "-B", str(self.build), *options])
 
     def make(self):
-        """Builds, and leaves out what does not compile, until everything does."""
+        """Builds again and again without the changes that do not compile, until everything does."""
         self.copy()
         self.write_files()
         self.configure()
         while True:
-            told = self.run(["ninja", "-C", str(self.build), "-k0", *self.programs], may_fail=True)
-            if told is None:
+            output = self.run(["ninja", "-C", str(self.build), "-k0", *self.programs], may_fail=True)
+            if output is None:
                 return
-            if not self.drop_refused(told):
-                raise BuildFailed(told[-8000:])
+            if not self.drop_refused(output):
+                raise BuildFailed(output[-8000:])
             self.write_files()
 
-    def drop_refused(self, told: str) -> int:
+    def drop_refused(self, output: str) -> int:
         refused = set()
-        for path, line, column in COMPLAINT.findall(told):
+        for path, line, column in COMPLAINT.findall(output):
             name = os.path.relpath(os.path.normpath(self.build / path), self.tree)
             if name in self.files:
                 first = place_at(self.files[name].rewritten(), int(line), int(column))
@@ -124,7 +124,7 @@ class MutatedTree:
         return len(refused)
 
     def run(self, command: list[str], may_fail: bool = False) -> str | None:
-        """None, or what a command that failed said."""
+        """Returns None, or the output of a command that failed."""
         done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace",
                               env=os.environ | {"LC_ALL": "C"}, preexec_fn=lambda: os.nice(12))
         if done.returncode == 0:

@@ -1,4 +1,4 @@
-"""The walk through a source's syntax tree, and what is asked of it on the way."""
+"""Walks through the syntax tree of a source and answers questions about its cursors."""
 
 import re
 
@@ -16,16 +16,16 @@ INTEGERS = (TypeKind.INT, TypeKind.UINT, TypeKind.SHORT, TypeKind.USHORT, TypeKi
 
 
 class Walk:
-    """Goes through one file; a class that derives from this one has an `at_…` for each kind of cursor that it looks at,
-    which may answer children that are not to be visited."""
+    """Walks through one file. A derived class has a method `at_…` for each kind of cursor that it changes. The method may
+    return children that are not visited."""
 
     def __init__(self, source: bytes, path: str):
         self.source = source
         self.path = path
         self.places: list[Place] = []
-        self.left_out = 0  # for their values are needed when the source is compiled
+        self.left_out = 0  # changes of constants, whose values the compiler needs
         self.constant = False
-        self.result = None  # the type that the function around returns
+        self.result = None  # the type that the enclosing function returns
         self.seen: set = set()
 
     def find(self, unit) -> "Walk":
@@ -52,7 +52,7 @@ class Walk:
         self.constant, self.result = before
 
     def is_constant_part(self, cursor, child) -> bool:
-        """Of a variable: the arguments of its type, and the value that it has before the program runs."""
+        """Whether the child is an argument of a variable's type, or its value before the program runs."""
         if cursor.kind not in (Kind.VAR_DECL, Kind.FIELD_DECL):
             return False
         name = cursor.location.offset
@@ -88,7 +88,7 @@ class Walk:
         self.add(begin, end, changes,
                  lambda first, text: before.format(first=first).encode() + text(begin, end) + after.encode())
 
-    # What the changes ask
+    # Questions that the changes ask
 
     def inner(self, cursor):
         while cursor.kind in (Kind.UNEXPOSED_EXPR, Kind.PAREN_EXPR):
@@ -112,5 +112,5 @@ class Walk:
         return b"\n" * self.source.count(b"\n", begin, end)
 
     def makes_room_only(self, cursor) -> bool:
-        """No result depends on how much room a container has."""
+        """Whether the call only reserves memory, on which no result depends."""
         return cursor.kind == Kind.CALL_EXPR and cursor.spelling == "reserve"

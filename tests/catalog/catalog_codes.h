@@ -1,4 +1,4 @@
-// The codes of the catalog's live systems, asked of PROJ itself and not of the library under test.
+// The codes of the catalog's live systems. They come from PROJ and not from the library under test.
 #pragma once
 
 #include <cstddef>
@@ -7,15 +7,15 @@
 
 namespace Tests {
 
-/// How many systems there are for each one that is taken.
+/// A walk takes one of so many systems.
 inline constexpr std::size_t kCatalogStride = ORVEL_CATALOG_STRIDE;
-/// How many parts a walk has, so that processes can share the work.
+/// The number of parts of a walk. Processes share them.
 inline constexpr std::size_t kCatalogParts = 2;
 
-/// One part of those that are taken; with all parts each is met once.
+/// One part of the systems that a walk takes. The parts together hold each system once.
 std::vector<std::wstring> partOf(const std::vector<std::wstring>& codes, std::size_t part);
 
-/// In PROJ's order, and as often as its list has them: it repeats a few.
+/// The codes in PROJ's order. PROJ's list repeats a few.
 std::vector<std::wstring> liveProjectedAndGeographicCodes();
 std::vector<std::wstring> liveCompoundAndGeocentricCodes();
 

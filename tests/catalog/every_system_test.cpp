@@ -1,5 +1,5 @@
-// Every live system of the catalog on one journey: assigned to a drawing, saved in an older version, opened, saved in
-// the current version and opened again. What each form holds on the way, and what is read from it.
+// Assigns every live system of the catalog to a drawing, saves it in an older version, opens it, saves it in the
+// current version and opens it again. Checks each stored form, and what is read from it.
 #include <array>
 #include <iostream>
 #include <optional>
@@ -20,7 +20,7 @@ namespace {
 namespace Module = Zentara::Gis::Orvel::CoordinateSystem;
 using Definition = Library::CoordinateReferenceSystemDefinition;
 
-/// The module as the host has it, so that it takes part in the host's saves.
+/// The host loads the module, so that it takes part in the host's saves.
 class LoadedModule {
 public:
     LoadedModule() : loaded_(Embedded::loadModule(ORVEL_MODULE_FILE))
@@ -35,7 +35,7 @@ private:
     Embedded::ModuleLoad loaded_;
 };
 
-/// What has to be the same throughout; the WKT with its status.
+/// Everything that must stay the same, the WKT and its status included.
 struct Facts {
     std::wstring code;
     std::wstring name;
@@ -70,14 +70,14 @@ Facts factsOf(const Definition& system)
                 .ellipsoid = answer(system, &Definition::GetEllipsoidCode),
                 .wkt = {}};
     EXPECT_EQ(system.GetKind(facts.kind), Library::statusOk);
-    std::array<wchar_t, 4096> wkt{}; // the room that older readers give it
+    std::array<wchar_t, 4096> wkt{}; // the size of the buffer of older readers
     facts.wktStatus =
         Library::FormatConverter::DefinitionToWkt_s(&system, Library::wktFlavorDefault, wkt.data(), wkt.size());
     facts.wkt = wkt.data();
     return facts;
 }
 
-/// The system, its datum where it has one, its ellipsoid where it is referenced to the Earth.
+/// The system, its datum if it has one, and its ellipsoid if it refers to the Earth.
 Texts definitionsOf(const Facts& facts)
 {
     Texts definitions = {L"system " + facts.code};
@@ -95,7 +95,7 @@ Texts storedDefinitions(const Drawing& drawing)
     return definitions ? described(definitions) : Texts();
 }
 
-/// The items of the chain but its chunks: the layout and the braces of the groups.
+/// The items of the chain without its chunks: the layout and the braces of the groups.
 Items frameOf(const Items& chain)
 {
     Items frame;
@@ -123,7 +123,7 @@ void expectOlderForms(const Drawing& drawing, const Facts& facts)
     ASSERT_EQ(frameOf(drawing.xrecord().value_or(Items())), expectedFrame(definitions.size()));
     ASSERT_NE(facts.wkt, L"");
     ASSERT_EQ(drawing.geoDataText(), facts.wkt);
-    // The catalog, which answers where the xrecord does not, would give a system on the Earth alone.
+    // Only the xrecord gives the datum and the ellipsoid as well; the catalog would give the system without them.
     ASSERT_EQ(storedDefinitions(drawing), definitions);
 }
 
@@ -146,7 +146,8 @@ void expectSystem(const Drawing& drawing, const Facts& facts)
 
 class EverySystem : public PlatformTest, public testing::WithParamInterface<std::size_t> {
 protected:
-    /// Goes there and back with this part's systems. What cannot is told, and must have written nothing.
+    /// Takes the systems of this part there and back. Prints the systems that cannot be saved, which must write
+    /// nothing.
     void expectRoundTrips(const char* kind, const std::vector<std::wstring>& codes)
     {
         const LoadedModule module;

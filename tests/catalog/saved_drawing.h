@@ -1,5 +1,4 @@
-// Drawings through the host's save and back with no file in between: what ten thousand files would tell beyond their
-// text is how fast the disk is.
+// Saves drawings to memory and loads them. Ten thousand files would only measure the disk.
 #pragma once
 
 #include <optional>
@@ -9,10 +8,10 @@
 
 namespace Tests {
 
-/// The text of the drawing file that the host's save makes; nothing where the save is refused.
+/// The bytes of the saved drawing; nothing if the save is refused.
 std::optional<std::string> savedText(const Drawing& drawing, int version);
 
-/// The drawing that the host opens from such a text; throws where it refuses.
+/// Loads a drawing from such bytes. Throws if the host refuses them.
 Drawing openedDrawing(const std::string& text);
 
 } // namespace Tests

@@ -1,5 +1,4 @@
-// Every input that the fuzzers start from or have found fault with, given to its target: a promise that does not hold
-// ends the program.
+// Gives every seed and every finding of the fuzzers to its target. A broken promise ends the program.
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -43,7 +42,7 @@ std::vector<std::uint8_t> bytesOf(const fs::path& file)
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
-/// How many inputs there were.
+/// Returns the number of inputs.
 std::size_t replay(const Fuzz::Target& target, const fs::path& folder)
 {
     const Names names = namesIn(folder);

@@ -12,7 +12,7 @@ namespace {
 constexpr auto kDrawing = Cs::CsTransformationConfigTargetType::Drawing;
 constexpr std::size_t kBytesOfText = 10'000'000;
 
-/// Items one after the other, each with a number and, in one of eight, a letter that takes two bytes in a file.
+/// A sequence of items with numbers. Each eighth has a letter that takes two bytes in a file.
 std::wstring longText()
 {
     std::wstring text;
@@ -30,7 +30,7 @@ protected:
     {
         wchar_t* read = nullptr;
         if (!Cs::GetCsTransformationConfig(read, kDrawing))
-            return false; // and nothing was handed out
+            return false; // the text is the module's own
         return Orvel::HostString(read).get() == text;
     }
 

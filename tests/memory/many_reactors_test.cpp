@@ -1,4 +1,4 @@
-// Very many reactors of the module.
+// Very many registered reactors.
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -21,7 +21,7 @@ private:
 
 class ManyReactors : public CoordsysTest {
 protected:
-    /// ORVEL_REACTORS in the environment asks for more than there are in an ordinary run.
+    /// The variable ORVEL_REACTORS asks for more than an ordinary run has.
     static std::size_t count()
     {
         const char* const wanted = std::getenv("ORVEL_REACTORS");
@@ -46,7 +46,7 @@ protected:
     std::size_t heard = 0;
 };
 
-TEST_F(ManyReactors, AreAllTold_AndRemovedInTheOrderInWhichTheyCame)
+TEST_F(ManyReactors, AllHearANotice_AndAreRemovedFirstToLast)
 {
     addAll();
     expectHeardBy(count());
@@ -55,7 +55,7 @@ TEST_F(ManyReactors, AreAllTold_AndRemovedInTheOrderInWhichTheyCame)
     expectHeardBy(0);
 }
 
-TEST_F(ManyReactors, AreAllTold_AndRemovedTheLastOneFirst)
+TEST_F(ManyReactors, AllHearANotice_AndAreRemovedLastToFirst)
 {
     addAll();
     expectHeardBy(count());

@@ -14,7 +14,7 @@ namespace {
 using Embedded::FileResult;
 using Embedded::ScopedFault;
 
-/// The host's save with the module loaded: drawings in files, converted on their way there.
+/// Saves drawings into files with the module loaded, which converts them.
 class ConvertingSave : public ModuleTest {
 protected:
     TemporaryFolder folder;
@@ -63,7 +63,7 @@ protected:
         EXPECT_EQ(converted.legacyChain(), std::nullopt);
         EXPECT_EQ(converted.xrecord(), std::nullopt);
     }
-    /// A failing save with this call failing: nothing is written and the drawing is as it was.
+    /// Makes the call fail during a save. Nothing is written, and the drawing is unchanged.
     void expectNothingSaved(const ScopedFault&, int expected)
     {
         const std::string before = drawing.contents();
@@ -79,7 +79,7 @@ protected:
     }
 };
 
-/// A file as the host reads it, without the module's part in it.
+/// Loads a file without the module.
 class SavedDrawing : public ConvertingSave {
 protected:
     std::unique_ptr<QeDbDatabase> loaded;

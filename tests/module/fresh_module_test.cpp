@@ -1,4 +1,4 @@
-// A module that was unmapped and mapped again knows nothing of its former life.
+// A module that was unmapped and mapped again starts in its initial state.
 #include "coordsys/orvel_coordinate_system.h"
 #include "module/module_test.h"
 
@@ -33,7 +33,7 @@ protected:
     Qeapp::ErrorStatus set(bool value) const { return call("30SetInitializeGeodataParametersEb", value); }
 
 private:
-    /// The list holds the pointer and calls nobody, so that any address stands for a reactor.
+    /// The list stores the pointer and calls nothing, so any address can stand for a reactor.
     Reactor* anyReactor() { return reinterpret_cast<Reactor*>(this); }
 };
 

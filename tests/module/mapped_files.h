@@ -1,4 +1,4 @@
-// Shared libraries in the process, as the system has them, without the host's part in it.
+// Shared libraries that the system has mapped into the process, whether the host knows them or not.
 #pragma once
 
 #include <filesystem>
@@ -7,7 +7,7 @@ namespace Tests {
 
 bool isMapped(const std::filesystem::path& file);
 
-/// False when it cannot be mapped.
+/// Returns false when the file cannot be mapped.
 [[nodiscard]] bool mapAndUnmap(const std::filesystem::path& file);
 
 } // namespace Tests

@@ -1,4 +1,4 @@
-// Whether an unloaded module has left the process: a program that keeps it mapped could not replace its file.
+// An unloaded module is unmapped from the process. A program that kept it mapped could not replace its file.
 #include "module/mapped_files.h"
 #include "module/module_test.h"
 

@@ -1,4 +1,4 @@
-// The fixture of the module as a host has it: loaded from its file, known by its handle alone.
+// The fixture loads the module from its file, as a host does, and uses it by its handle.
 #pragma once
 
 #include <filesystem>

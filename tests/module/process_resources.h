@@ -1,4 +1,4 @@
-// What the system says that this process holds.
+// The memory and handles that the system counts for this process.
 #pragma once
 
 #include <cstddef>
@@ -6,9 +6,9 @@
 namespace Tests {
 
 struct ProcessResources {
-    /// Of memory.
+    /// Memory.
     std::size_t bytes = 0;
-    /// Open files and whatever else the system counts with them.
+    /// Open files, and whatever else the system counts with them.
     std::size_t handles = 0;
 };
 

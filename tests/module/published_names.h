@@ -1,4 +1,4 @@
-// What the module publishes, as the baseline files beside the tests have it.
+// The published names of the module, from the baseline files in this folder.
 #pragma once
 
 #include <set>
@@ -11,10 +11,10 @@ using Names = std::set<std::string>;
 /// The lines of a file in tests/module.
 Names namesInFile(const std::string& file);
 
-/// Line by line, what is in the first and not in the second.
+/// The lines of the first that the second lacks.
 std::string difference(const Names& first, const Names& second);
 
-/// A mangled name as the sources spell it; names that are not mangled as they are.
+/// Turns a mangled name into the spelling of the sources. Leaves other names unchanged.
 std::string demangled(const std::string& name);
 
 } // namespace Tests

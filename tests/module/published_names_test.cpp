@@ -1,5 +1,5 @@
-// The interface is the same on every system. What a DLL exports is published as the linker sees it, mangled; what an
-// ELF library exports as the sources spell it.
+// The interface is the same on every system. The list for the DLL has mangled names, as the linker sees them. The list
+// for the ELF library has the names of the sources.
 #include <gtest/gtest.h>
 
 #include "module/published_names.h"
@@ -7,8 +7,8 @@
 namespace Tests {
 namespace {
 
-/// An ELF library shares the text of a class's name, so that type information can be compared by address. In a DLL the
-/// text is reached through the type information alone.
+/// An ELF library exports the text of a class's name, so that type information can be compared by address. A DLL does
+/// not.
 bool isOfElfAlone(const std::string& name)
 {
     return name.starts_with("typeinfo name for ");

@@ -1,4 +1,4 @@
-// A host loads and unloads the module as often as its user wants, and must not grow by it.
+// A host may load and unload the module any number of times without growing.
 #include <iostream>
 
 #include "module/mapped_files.h"
@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kRoundsAtFirst = 100;
 constexpr int kRounds = 1000;
-/// What the allocator may set aside meanwhile, or a sanitizer for its records of libraries.
+/// The allocator may set memory aside meanwhile, and a sanitizer keeps records of libraries.
 constexpr std::size_t kAllowance = std::size_t{ORVEL_BYTES_A_LOADING} * (kRounds - kRoundsAtFirst);
 
 class RepeatedLoading : public ModuleTest {

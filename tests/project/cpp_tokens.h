@@ -1,4 +1,4 @@
-// C++ text cut into tokens, for tests that look for names in it.
+// Splits C++ text into tokens, for tests that look for names.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace Tests {
 
-/// Identifiers, numbers and punctuation in order; `::` and `->` are one token each. Comments and literals of text have
-/// none. Of the preprocessor's lines a `#define` alone is kept: as "#define" and the name.
+/// The identifiers, numbers and punctuation in order. `::` and `->` are one token each. Comments and text literals have
+/// no tokens. Of a preprocessor line only `#define` is kept, as "#define" and the name.
 std::vector<std::string> tokensOf(std::string_view text);
 
 bool isIdentifier(std::string_view token);

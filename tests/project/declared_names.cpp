@@ -24,7 +24,7 @@ struct Scope {
     bool isPublic = true;
 };
 
-/// The tokens of a declaration up to what ends it.
+/// The tokens of a declaration, and the token that ends it.
 struct Head {
     Tokens tokens;
     std::string end;
@@ -62,7 +62,7 @@ private:
         return true;
     }
 
-    /// From an opening token to past the one that closes it.
+    /// Skips from an opening token to behind the one that closes it.
     void skipGroup(const char* open, const char* close)
     {
         std::size_t depth = 0;
@@ -86,7 +86,7 @@ private:
         takeIf(";");
     }
 
-    /// Takes tokens up to the first of `{`, `;`, `=` and `(`, which is not taken, nor are attributes.
+    /// Reads tokens up to the first of `{`, `;`, `=` and `(`. Skips attributes.
     Head takeHead()
     {
         Head head;
@@ -134,7 +134,7 @@ private:
         ++position_;
         if (scopes_.size() > 1)
             scopes_.pop_back();
-        if (isIdentifier(look()) && look(1) == ";") // the member that has the type just closed
+        if (isIdentifier(look()) && look(1) == ";") // a member of the type just closed
             add(take());
     }
 
@@ -184,7 +184,7 @@ private:
     {
         const std::size_t start = position_;
         const Head head = takeHead();
-        if (head.end == ";") // a forward declaration, or an old-fashioned member, which interfaces have not
+        if (head.end == ";") // a forward declaration, or an elaborated member, which interfaces do not use
             skipStatement();
         else if (head.end == "{")
             enterType(head.tokens);
@@ -242,7 +242,7 @@ private:
         finishDeclaration();
     }
 
-    /// To past the `;` or the body.
+    /// Skips to behind the `;` or the body.
     void finishDeclaration()
     {
         while (!atEnd() && look() != ";" && look() != "{")

@@ -1,4 +1,4 @@
-// What a header of interfaces declares, by name.
+// The names that a header of interfaces declares.
 #pragma once
 
 #include <set>
@@ -10,8 +10,9 @@ namespace Tests {
 using Names = std::set<std::string>;
 
 /// The qualified names of the types, functions, constants, enumerators and macros that a header declares, and of its
-/// classes' public members: `Namespace::enumerator`, `Class::member`. Constructors, destructors, operators and forward
-/// declarations have none. Reads plain declarations, one declarator each, as interfaces have them; not all of C++.
+/// classes' public members: `Namespace::enumerator`, `Class::member`. Leaves out constructors, destructors, operators
+/// and forward declarations. Reads declarations with one declarator, as interfaces have them; it does not read all of
+/// C++.
 Names declaredNames(std::string_view header);
 
 } // namespace Tests

@@ -24,7 +24,7 @@ protected:
             files_.push_back({path, ""});
     }
 
-    /// How many complaints there are when the file holds one #include of the target, given with its quotes.
+    /// The number of complaints about a file with one #include of the target, which has its quotes.
     std::size_t complaintsAbout(const std::string& path, const std::string& target)
     {
         std::vector<SourceFile> files = files_;

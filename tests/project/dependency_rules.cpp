@@ -72,12 +72,12 @@ const Room* findRoom(std::string_view file)
 
 bool isStandardHeader(const std::string& name)
 {
-    // The C++ headers have no extension and no folder; no system or library header in use here looks so.
+    // Only headers of the C++ library have neither an extension nor a folder.
     return std::ranges::all_of(name,
                                [](char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_'; });
 }
 
-/// The file of the repository that the directive leads to; empty when it leads out of it.
+/// The file of the repository that the directive includes; empty for any other file.
 std::string resolved(const std::string& includer, const IncludeDirective& include, const Paths& paths)
 {
     const auto folder = std::filesystem::path(includer).parent_path();

@@ -24,8 +24,8 @@ std::vector<IncludeDirective> includesOf(const SourceFile& file);
 /// - src: the standard library, src itself and the platform's four headers, written "platform/….h";
 /// - platform: the standard library and itself; other system headers in windows.h alone;
 /// - embedded: platform, embedded and libraries;
-/// - tools, tests and what else sits on top may include everything;
-/// - a room of src, embedded or tools: of the other rooms those alone that its line in the table of rooms names.
+/// - tools, tests and other folders on top may include everything;
+/// - a room of src, embedded or tools: only the rooms that its line in the table of rooms names.
 std::vector<std::string> wrongIncludes(const std::vector<SourceFile>& files);
 
 } // namespace Tests

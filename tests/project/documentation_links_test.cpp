@@ -17,12 +17,14 @@ using Targets = std::vector<std::string>;
 std::vector<SourceFile> readDocumentation()
 {
     std::vector<SourceFile> pages = readFiles(ORVEL_SOURCE_DIR, {"docs"}, {".md"});
-    for (const char* page : {"README.md", "CHANGELOG.md"})
+    for (SourceFile& page : readFiles(ORVEL_SOURCE_DIR, {"fuzz", "scripts", "tests"}, {".md"}))
+        pages.push_back(std::move(page));
+    for (const char* page : {"README.md", "CHANGELOG.md", "CONTRIBUTING.md"})
         pages.push_back(readFile(ORVEL_SOURCE_DIR, page));
     return pages;
 }
 
-/// What is wrong with a page docs/page.md that holds the text.
+/// The complaints about a page docs/page.md with the text.
 std::vector<std::string> complaintsAbout(const std::string& text)
 {
     return brokenLinks(ORVEL_SOURCE_DIR, {"docs/page.md", text});

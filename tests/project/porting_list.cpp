@@ -40,7 +40,7 @@ void addTo(Usage& usage, const Tokens& tokens)
     }
 }
 
-/// Of "A::b": A; empty for a name without a scope.
+/// The A of "A::b"; empty for a name without a scope.
 std::string scopeOf(const std::string& name)
 {
     const std::size_t end = name.rfind("::");

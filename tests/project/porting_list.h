@@ -1,5 +1,5 @@
 // The list of what the module needs of its platform (docs/porting.md), the headers that declare just that
-// (tests/porting/platform), and what the sources use: three accounts of the same names.
+// (tests/porting/platform), and the names that the sources use: three lists of the same names.
 #pragma once
 
 #include <set>
@@ -12,32 +12,32 @@
 
 namespace Tests {
 
-/// The names in the sources of the module, by the way in which they stand there.
+/// The names in the sources of the module, by their context.
 struct Usage {
     Names identifiers;
-    Names qualified;  // "A::b" for each b behind an A::
-    Names selected;   // b behind ".", "->" or "::"
+    Names qualified;  // "A::b"
+    Names selected;   // b after ".", "->" or "::"
     Names overridden; // b in "b(…) override"
 };
 Usage usageIn(const std::vector<SourceFile>& sources);
 
-/// The names that a header declares, those of the spatial-reference library without their namespace.
+/// The names that a header declares. Names of the spatial-reference library have no namespace.
 Names platformNames(std::string_view header);
 
-/// Back-ticked names in the first column of the tables below the page's heading that names the header.
+/// The names in back-ticks in the first column of the tables below the heading of the header.
 Names listedNames(std::string_view markdown, const std::string& header);
 
-/// Whether the sources use one of the names that a platform declares: a member behind its object or class, or in an
-/// override; a name in a namespace behind the namespace; any other by itself. A class is used with its members.
+/// Whether the sources use a declared name: a member after its object or class, or in an override; a name in a
+/// namespace after the namespace; any other name by itself. A class is used when a member is used.
 bool isUsed(const std::string& name, const Names& declared, const Usage& usage);
 
-/// One complaint, the name and what is said, for each name of `names` that `others` lacks.
+/// One complaint for each name that `others` lacks: the name and the given text.
 std::vector<std::string> missing(const Names& names, const Names& others, const std::string& what);
 
-/// Those of the declared types, calls and constants, members aside, that the sources use.
+/// The declared types, calls and constants that the sources use, without members.
 Names usedFreeNames(const Names& declared, const Usage& usage);
 
-/// Identifiers that begin as the platform's do and are part of no listed name.
+/// Identifiers with a prefix of the platform that are part of no listed name.
 Names strangers(const Names& listed, const Usage& usage);
 
 } // namespace Tests

@@ -12,7 +12,7 @@ namespace {
 
 const std::vector<std::string> kHeaders{"host.h", "spatial_reference.h", "foundation.h", "windows.h"};
 
-/// Named as the platform's names are, and the module's own: the host looks for them in it.
+/// The module's own names with a prefix of the platform: the host looks for them in the module.
 const Names kModulesOwn{"qerxEntryPoint", "qerxGetApiVersion"};
 
 void addAll(Names& names, const Names& more)
@@ -20,7 +20,7 @@ void addAll(Names& names, const Names& more)
     names.insert(more.begin(), more.end());
 }
 
-/// The three accounts of the repository.
+/// The three lists of the repository.
 class PortingListTest : public PlatformTest {
 protected:
     PortingListTest()

@@ -1,4 +1,4 @@
-// Tests that are left out of the Windows edition are told of.
+// docs/testing.md lists the tests that the Windows edition leaves out.
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -14,10 +14,10 @@ namespace {
 using Json = nlohmann::json;
 using PresetNames = std::set<std::string>;
 
-/// Those that the Makefile works with.
+/// The presets that the Makefile uses.
 const PresetNames kNeeded{"dev", "release", "asan", "coverage"};
 
-/// The names in a list of presets, hidden ones left out.
+/// The names in a list of presets, without hidden presets.
 PresetNames visibleNames(const Json& presets)
 {
     PresetNames names;

@@ -14,11 +14,10 @@ struct SourceFile {
     std::string text;
 };
 
-/// The file at the path, given from the root; one that cannot be read has no text.
+/// Reads a file by its path from the root. A file that cannot be read has no text.
 SourceFile readFile(const std::filesystem::path& root, const std::string& path);
 
-/// Files below the named folders whose extension is one of those given, sorted by path; a folder that is not there
-/// has none.
+/// The files below the folders with one of the extensions, sorted by path. A missing folder has no files.
 std::vector<SourceFile> readFiles(const std::filesystem::path& root, const std::vector<std::string>& folders,
                                   const std::vector<std::string>& extensions);
 
@@ -27,7 +26,7 @@ std::vector<SourceFile> readProjectSources();
 
 std::vector<std::string> linesOf(std::string_view text);
 
-/// The folder at the root that holds the file; empty for a file at the root itself.
+/// The top folder of the file; empty for a file at the root.
 std::string roomOf(std::string_view path);
 
 /// "path:line: what", as compilers write it.

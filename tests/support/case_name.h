@@ -1,4 +1,4 @@
-// The name that a test takes from its case in a table.
+// Names a test after its case in a table.
 #pragma once
 
 #include <string>

@@ -1,5 +1,4 @@
-// The fixture of the coordinate-system functions: a drawing, a log of notices, and an out-parameter that was set
-// before.
+// The fixture of the coordinate-system functions: a drawing, a log of notices, and a status to write to.
 #pragma once
 
 #include <string>
@@ -15,16 +14,16 @@ namespace Tests {
 
 namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 
-/// A library status that no function produces: where it is still there, nothing was written.
+/// A library status that no function writes. A test sees by it that the status was not written.
 inline constexpr auto kUntouched = static_cast<Library::Status>(77);
 
-/// The system that reactors are told of.
+/// The code of the system that tests assign.
 inline constexpr const wchar_t* kAssignedCode = L"EPSG:25832";
 
 /// The library's call that looks a system up in the catalog.
 inline constexpr const char* kLoadSystem = "CoordinateReferenceSystemDefinition::Load";
 
-/// How often the call was begun since FaultInjection::watch or FaultInjection::arm.
+/// The number of times the call was made since FaultInjection::watch or FaultInjection::arm.
 inline std::size_t timesSeen(const std::string& call)
 {
     std::size_t times = 0;
@@ -47,7 +46,7 @@ protected:
     {
         return Cs::SetCoordinateSystem(definition.get(), database(), &status);
     }
-    /// As a user's earlier assignment, of which no reactor and no status tells.
+    /// Stores the system without reactors or a status, like an earlier assignment.
     void giveSystem(const wchar_t* code) { drawing.withGeoData(serializedText(catalogSystem(code).get())); }
 };
 

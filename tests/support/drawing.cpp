@@ -11,7 +11,7 @@ namespace {
 using Orvel::HostObject;
 using Orvel::NamedObjects;
 
-/// Setting up a test must not go wrong unnoticed.
+/// Throws when a test cannot be set up.
 void require(Qeapp::ErrorStatus result)
 {
     if (result != Qeapp::eOk)

@@ -1,4 +1,4 @@
-// A drawing as a test gives and examines it, through the host's own calls.
+// A drawing that a test fills and examines through the host's own calls.
 #pragma once
 
 #include <memory>
@@ -12,11 +12,11 @@
 
 namespace Tests {
 
-/// Everything that a drawing holds, for comparing before and after.
+/// Everything that a drawing holds, as text to compare.
 std::string contentsOf(const QeDbDatabase& database);
-/// How often one text occurs in another.
+/// Counts how often `part` occurs in the text.
 std::ptrdiff_t timesIn(std::string_view text, std::string_view part);
-/// A drawing file in memory, and a drawing of its own from it.
+/// Saves a drawing to memory, and loads one from it.
 std::string savedInMemory(QeDbDatabase& database);
 std::unique_ptr<QeDbDatabase> loadedFromMemory(const std::string& bytes);
 
@@ -27,33 +27,33 @@ public:
 
     QeDbDatabase* database() const { return database_.get(); }
 
-    /// What the drawing is given.
+    /// Functions that fill the drawing.
     Drawing& withRegisteredApplication(const wchar_t* name = L"KTN_PROJECTION");
     Drawing& withLegacyCode(const std::wstring& code);
-    /// Extended data of the named objects dictionary; the application is registered first.
+    /// Sets extended data of the named objects dictionary and registers its application.
     Drawing& withLegacyChain(const Items& items);
-    /// An xrecord under a key of the named objects dictionary.
+    /// Adds an xrecord under a key of the named objects dictionary.
     Drawing& withXrecord(const Items& items, const wchar_t* key = L"ORVEL_CSINDWG_REGAPP");
-    /// A dictionary under a key of the named objects dictionary.
+    /// Adds a dictionary under a key of the named objects dictionary.
     Drawing& withDictionary(const wchar_t* key);
     Drawing& withGeoData(const std::wstring& text);
 
-    /// What the drawing holds.
+    /// Functions that examine the drawing.
     bool hasRegisteredApplication(const wchar_t* name = L"KTN_PROJECTION") const;
-    /// Nothing where there is no extended data of the application.
+    /// Nothing if the application has no extended data.
     std::optional<Items> legacyChain() const;
     std::optional<Items> xrecord(const wchar_t* key = L"ORVEL_CSINDWG_REGAPP") const;
     std::optional<std::wstring> geoDataText() const;
     /// Whether the GeoData object is owned by model space.
     bool geoDataIsInModelSpace() const;
-    /// Everything, for comparing before and after.
+    /// Everything that the drawing holds, as text to compare.
     std::string contents() const { return contentsOf(*database_); }
 
 private:
     std::unique_ptr<QeDbDatabase> database_;
 };
 
-/// Where a sentence begins: `GivenDrawing().withLegacyCode(L"EPSG:25832")`.
+/// Starts a sentence: `GivenDrawing().withLegacyCode(L"EPSG:25832")`.
 inline Drawing GivenDrawing(QeDb::QeDbDwgVersion version = QeDb::kCurrentDwg)
 {
     return Drawing(version);

@@ -8,7 +8,7 @@
 namespace Tests {
 namespace {
 
-/// Setting up a test must not go wrong unnoticed.
+/// Throws when a test cannot be set up.
 template <class Definition>
 Orvel::LibraryObject<Definition> loaded(const wchar_t* code)
 {

@@ -1,4 +1,4 @@
-// Definitions of the spatial-reference library as a test makes and compares them.
+// Makes definitions of the spatial-reference library for tests, and describes them for comparison.
 #pragma once
 
 #include <string>
@@ -15,22 +15,22 @@ using EllipsoidHolder = Orvel::LibraryObject<Library::EllipsoidDefinition>;
 using ArrayHolder = Orvel::LibraryObject<Library::DefinitionBaseArray>;
 using Texts = std::vector<std::wstring>;
 
-/// Throws when the library refused what a test is set up with.
+/// Throws if the status is not statusOk, so that a test is not run on a wrong setup.
 void requireOk(Library::Status status);
 
-/// The catalog's system of a code.
+/// Loads a system from the catalog.
 SystemHolder catalogSystem(const wchar_t* code);
-/// A geographic system under a code that the catalog does not have.
+/// Makes a geographic system with a code that the catalog does not have.
 SystemHolder userSystem(const wchar_t* code = L"MINE:1");
 DatumHolder catalogDatum(const wchar_t* code);
 EllipsoidHolder catalogEllipsoid(const wchar_t* code);
 
-/// The library's text of a definition, with its datum and ellipsoid as entries of their own or alone.
+/// The library's text of a definition, with or without entries for its datum and ellipsoid.
 std::wstring serializedText(const Library::DefinitionBase* definition, bool includeDependents = true);
-/// One text with the entries of several, in that order.
+/// Joins the entries of several texts in one text, in that order.
 std::wstring joinedTexts(const Texts& texts);
 
-/// Kind and code of a definition, "datum EPSG:6258"; of each one in an array.
+/// The kind and code of a definition, "datum EPSG:6258", or of each definition in an array.
 std::wstring described(const Library::DefinitionBase* definition);
 Texts described(const ArrayHolder& definitions);
 

@@ -9,12 +9,12 @@ PlatformTest::PlatformTest() : before_(Embedded::ResourceCounters::now())
     Embedded::FaultInjection::disarm();
 }
 
-// In the destructor, not in TearDown: by now the members of derived fixtures are gone.
+// Checks in the destructor, not in TearDown, since the members of derived fixtures are destroyed by now.
 PlatformTest::~PlatformTest()
 {
     Embedded::FaultInjection::disarm();
     EXPECT_EQ(Embedded::ResourceCounters::difference(before_, Embedded::ResourceCounters::now()), "")
-        << "left behind by the test";
+        << "held after the test";
 }
 
 } // namespace Tests

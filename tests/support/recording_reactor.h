@@ -1,4 +1,4 @@
-// A reactor that writes down what it hears, and answers and acts as the test tells it.
+// A reactor that records its notices. A test decides what it answers and does.
 #pragma once
 
 #include <functional>
@@ -15,7 +15,7 @@ namespace Tests {
 
 enum class Event { asked, changed, vetoed, transformationChanged };
 
-/// One call of a reactor. A name that is nothing is a null pointer, which is not the empty text.
+/// One call of a reactor. A missing name is a null pointer, which is not the empty text.
 struct Notice {
     Event event = Event::asked;
     std::optional<std::wstring> name;
@@ -33,7 +33,7 @@ inline std::ostream& operator<<(std::ostream& out, const Notice& notice)
     return out << "null";
 }
 
-/// Several may write into one log, which then tells the order in which they were called.
+/// Several reactors may share a log, which then shows the order of their calls.
 class RecordingReactor : public Zentara::Gis::Orvel::CoordinateSystem::OrvelCoordinateSystemReactor {
 public:
     explicit RecordingReactor(Notices& log, std::string name = "A") : log_(&log), name_(std::move(name)) {}
@@ -44,9 +44,9 @@ public:
     Qeapp::ErrorStatus add() { return Zentara::Gis::Orvel::CoordinateSystem::AddCoordinateSystemReactor(this); }
     Qeapp::ErrorStatus remove() { return Zentara::Gis::Orvel::CoordinateSystem::RemoveCoordinateSystemReactor(this); }
 
-    /// What the reactor answers a question with; nothing: yes.
+    /// Answers a question. Without it the answer is yes.
     std::function<bool(const Notice&)> answer;
-    /// What the reactor does about a notice, after it has written it down.
+    /// Runs after a notice is recorded.
     std::function<void(const Notice&)> action;
     /// The drawing of each notice that has one, in order.
     std::vector<QeDbDatabase*> databases;
@@ -84,7 +84,7 @@ private:
     std::string name_;
 };
 
-/// The notices of one successful assignment, as one reactor hears them.
+/// The notices of a successful assignment to one reactor.
 inline Notices noticesOfAssignment(const std::wstring& name, const std::string& reactor = "A")
 {
     return {{Event::asked, name, reactor},

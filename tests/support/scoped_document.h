@@ -1,4 +1,4 @@
-// A document of the host's own, current for the length of a scope.
+// Opens a document of the host for the length of a scope and makes it current.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ private:
     QeApDocument* document_;
 };
 
-/// The host without some of its parts, for the length of a scope.
+/// Takes parts away from the host for the length of a scope.
 class ScopedHostParts {
 public:
     explicit ScopedHostParts(Embedded::HostParts parts) { Embedded::setHostParts(parts); }

@@ -1,4 +1,4 @@
-// A registry of the test's own, gone at the end of the scope.
+// Gives a test its own registry and removes it at the end of the scope.
 #pragma once
 
 #include <filesystem>
@@ -9,7 +9,7 @@ namespace Tests {
 
 class ScopedRegistry {
 public:
-    /// The file is somewhere in that folder; all registries in it are gone then.
+    /// `file` lies below `folder`. The end of the scope removes all registries in the folder.
     ScopedRegistry(const TemporaryFolder& folder, const std::filesystem::path& file);
     ScopedRegistry(const ScopedRegistry&) = delete;
     ScopedRegistry& operator=(const ScopedRegistry&) = delete;

@@ -1,4 +1,4 @@
-// An environment variable with a value of the test's own.
+// Sets an environment variable for the length of a scope.
 #pragma once
 
 #include <optional>
@@ -11,7 +11,7 @@ namespace Tests {
 
 class ScopedVariable {
 public:
-    /// Without a value the variable is absent.
+    /// Without a value the variable is removed.
     explicit ScopedVariable(std::string name, std::optional<std::string> value = std::nullopt)
         : name_(std::move(name)), before_(variableNamed(name_))
     {

@@ -26,7 +26,7 @@ TemporaryFolder::TemporaryFolder() : path_(newFolder())
 
 TemporaryFolder::~TemporaryFolder()
 {
-    std::error_code ignored; // a folder that cannot be removed is no failure of the test
+    std::error_code ignored; // a folder that cannot be removed does not fail the test
     std::filesystem::remove_all(path_, ignored);
 }
 

@@ -1,4 +1,4 @@
-// A folder of a test's own, gone with everything in it at the end of the scope.
+// A new folder for a test. The end of the scope removes it with its contents.
 #pragma once
 
 #include <filesystem>
@@ -15,7 +15,7 @@ public:
     ~TemporaryFolder();
 
     const std::filesystem::path& path() const { return path_; }
-    /// Of everything that lies in it.
+    /// The names of everything in the folder.
     std::set<std::string> names() const;
 
 private:

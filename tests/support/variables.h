@@ -1,4 +1,4 @@
-// The environment variables of this process, as it and the programs that it starts see them.
+// The environment variables of this process and of the programs that it starts.
 #pragma once
 
 #include <optional>
@@ -6,7 +6,7 @@
 
 namespace Tests {
 
-/// UTF-8; nothing where there is no such variable.
+/// The value in UTF-8; nothing if the variable is not set.
 std::optional<std::string> variableNamed(const std::string& name);
 /// Without a value the variable is removed.
 void setVariable(const std::string& name, const std::optional<std::string>& value);

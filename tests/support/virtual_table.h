@@ -1,5 +1,5 @@
-// An object's table of virtual functions, as the Itanium C++ ABI lays it out, which g++ and clang++ follow on every
-// system. A virtual destructor has two slots there.
+// Reads an object's table of virtual functions. g++ and clang++ lay it out by the Itanium C++ ABI on every system. A
+// virtual destructor has two slots.
 #pragma once
 
 #include <array>

@@ -95,7 +95,12 @@ Scenarios assigningScenarios()
                          .initialState = geoDataWithReactor,
                          .call = calling<AssignCode>(L"NOBODYS:1"),
                          .promise = Promise::readsOnly,
-                         .expected = Qeapp::eInvalidInput}};
+                         .expected = Qeapp::eInvalidInput},
+                        {.function = "SetCoordinateSystem(code)",
+                         .name = "removal by an empty code",
+                         .initialState = allFormsWithReactor,
+                         .call = calling<AssignCode>(L""),
+                         .promise = Promise::removedOrNothing}};
     for (const Assignment& assignment : assignments()) {
         scenarios.push_back({.function = "SetCoordinateSystem(definition)",
                              .name = assignment.name,

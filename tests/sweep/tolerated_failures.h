@@ -4,10 +4,12 @@
 #include <optional>
 #include <string>
 
+#include "sweep/scenario.h"
+
 namespace Tests {
 
-/// Why the exported function may succeed although `failure` happened: the name of a platform call, or "allocation",
+/// Why the call of the scenario may succeed although `failure` happened: the name of a platform call, or "allocation",
 /// "hostAllocation" or "notice".
-std::optional<std::string> reasonToTolerate(const std::string& function, const std::string& failure);
+std::optional<std::string> reasonToTolerate(const Scenario& scenario, const std::string& failure);
 
 } // namespace Tests

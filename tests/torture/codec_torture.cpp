@@ -1,4 +1,4 @@
-// The whole of what the sweeps of tests/storage take a part of. Prints what each came to; fails at a disagreement.
+// Runs all of the comparisons of which tests/storage runs a part. Prints the figures of each; fails at a difference.
 #include <chrono>
 #include <cstdio>
 
@@ -14,7 +14,7 @@ constexpr std::size_t kLongestString = 10;
 constexpr std::size_t kSymbols = 3;
 constexpr std::size_t kLongestStretch = 400;
 
-/// Whether all agree.
+/// Returns whether all agree.
 template <class Walk>
 bool report(const char* what, const Walk& walk)
 {
@@ -29,7 +29,7 @@ bool report(const char* what, const Walk& walk)
     return result.disagreement.empty();
 }
 
-/// The sweeps over every length up to the longest, as one.
+/// Adds up the comparisons over every length up to the longest.
 template <class Walk>
 SweepResult overLengths(std::size_t longest, const Walk& walk)
 {

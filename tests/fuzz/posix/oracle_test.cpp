@@ -1,4 +1,4 @@
-// That a target which finds fault ends the process, as fuzzers need it.
+// A broken promise ends the process, as fuzzers need it.
 #include "fuzz/oracle.h"
 
 #include "platform/host/memory.h"
@@ -16,17 +16,17 @@ TEST_F(FuzzOracle, PromiseThatHolds_LetsTheTargetGoOn)
 
 TEST_F(FuzzOracle, PromiseThatDoesNotHold_EndsTheProcessAndIsNamed)
 {
-    EXPECT_DEATH(Fuzz::require(false, "one and one are three"), "does not hold: one and one are three");
+    EXPECT_DEATH(Fuzz::require(false, "one and one are three"), "Broken promise: one and one are three");
 }
 
 TEST_F(FuzzOracle, MemoryThatIsLeft_EndsTheProcessAndIsNamed)
 {
     EXPECT_DEATH(
         {
-            const Fuzz::NothingLeft guard;
-            static_cast<void>(qeapp_malloc(1)); // what is left
+            const Fuzz::LeakCheck guard;
+            static_cast<void>(qeapp_malloc(1)); // leaks
         },
-        "there is 1 resbuf memory block");
+        "leaked: 1 resbuf memory block");
 }
 
 } // namespace

@@ -24,7 +24,7 @@ TEST_P(GoldenDrawing, IsTheSameSqlAgain)
 
 TEST_P(GoldenDrawing, HasTheChecksumsThatTheFormatsPageSays)
 {
-    DrawingSql(file).reckon();
+    DrawingSql(file).computeChecksums();
     EXPECT_EQ(sqlOf(file), goldenSql(GetParam()));
 }
 

@@ -2,7 +2,7 @@
 
 #include <malloc.h>
 
-// There only where a sanitizer is, which has a heap of its own.
+// Only a sanitizer defines this function. It has its own heap.
 extern "C" __attribute__((weak)) std::size_t __sanitizer_get_current_allocated_bytes();
 
 namespace Tests {

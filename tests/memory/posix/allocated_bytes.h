@@ -1,4 +1,4 @@
-// How much this process has allocated and not given back.
+// The memory that this process has allocated and not freed.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// One drawing, used again and again: nothing that the host, the module or the library keep for it may add up.
+// Uses one drawing again and again. Neither the host, the module nor the library may keep more and more memory for it.
 #include <cstdlib>
 #include <functional>
 #include <iostream>
@@ -14,10 +14,10 @@ namespace {
 
 constexpr auto kTheDrawing = Cs::CsTransformationConfigTargetType::Drawing;
 constexpr int kRoundsToWarmUp = 50;
-/// What the library may still put into its caches after that; a byte a round would be more.
+/// The library may still fill its caches after the first rounds. One byte a round would exceed this.
 constexpr std::size_t kMostGrowthInBytes = 4096;
 
-/// ORVEL_ROUNDS in the environment asks for more than there are in an ordinary run.
+/// The variable ORVEL_ROUNDS asks for more than an ordinary run has.
 int rounds()
 {
     const char* const wanted = std::getenv("ORVEL_ROUNDS");

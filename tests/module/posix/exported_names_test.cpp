@@ -1,5 +1,5 @@
-// What the shared library exports is its interface: exactly the names of exported_names.txt. When the interface is
-// changed on purpose, the file is changed with it, by what the failing test prints.
+// The shared library exports its interface: exactly the names in exported_names.txt. Whoever changes the interface on
+// purpose changes the file as the failing test prints it.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -18,7 +18,7 @@ struct CloseProgram {
     void operator()(std::FILE* program) const { pclose(program); }
 };
 
-/// Every line that the program prints.
+/// The lines that the program prints.
 std::string outputOf(const std::string& command)
 {
     const std::unique_ptr<std::FILE, CloseProgram> program(popen(command.c_str(), "r"));
@@ -31,8 +31,8 @@ std::string outputOf(const std::string& command)
     return output;
 }
 
-/// The dynamic symbols that the module defines, from lines "address type name". A constructor is compiled twice under
-/// one name.
+/// The dynamic symbols that the module defines, from lines "address type name". A constructor has two symbols of one
+/// name.
 Names exportedNames()
 {
     std::istringstream lines(outputOf("'" ORVEL_NM_PROGRAM "' -D --defined-only -C '" ORVEL_MODULE_FILE "'"));

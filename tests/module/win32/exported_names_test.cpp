@@ -1,5 +1,5 @@
-// What the DLL exports is its interface: exactly the names of exported_names_windows.txt. When the interface is changed
-// on purpose, the file is changed with it, by what the failing test prints.
+// The DLL exports its interface: exactly the names in exported_names_windows.txt. Whoever changes the interface on
+// purpose changes the file as the failing test prints it.
 #include <gtest/gtest.h>
 
 #include <windows.h>

@@ -19,7 +19,7 @@ std::string contentsOf(const std::filesystem::path& file)
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// The first member: how many symbols, in big-endian order, where each is, and then their names.
+/// The first member holds the number of symbols, their offsets, both big-endian, and then their names.
 std::string_view symbolNames(std::string_view archive)
 {
     if (!archive.starts_with(kMark) || archive.substr(kMark.size(), 2) != "/ ")

@@ -1,4 +1,4 @@
-// The library that others are linked with to import from a DLL.
+// Reads the import library of a DLL.
 #pragma once
 
 #include <filesystem>
@@ -7,7 +7,7 @@
 
 namespace Tests {
 
-/// The names that a linker finds in its table of symbols as imported ones, as the DLL exports them.
+/// The imported names in the library's symbol table, as the DLL exports them.
 std::set<std::string> importableNames(const std::filesystem::path& library);
 
 } // namespace Tests

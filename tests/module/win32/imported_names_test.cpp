@@ -1,6 +1,6 @@
-// What the files of the Windows edition need on a machine: the system's own libraries and each other, nothing of the
-// compiler's. Of the module it is told by function: what it calls itself, in imported_names_windows.txt, and what the
-// compiler's runtime in it calls, in imported_by_runtime_windows.txt.
+// The files of the Windows edition import from the system's libraries and from each other, and need nothing of the
+// compiler. For the module the functions are listed: those that it calls itself in imported_names_windows.txt, and
+// those that the compiler's runtime in it calls in imported_by_runtime_windows.txt.
 #include <gtest/gtest.h>
 
 #include "module/module_test.h"
@@ -14,7 +14,7 @@ const Names kSystem{"ADVAPI32.dll", "KERNEL32.dll", "SHELL32.dll", "msvcrt.dll",
 
 struct ShippedFile {
     const char* name;
-    /// Beside the system's.
+    /// The libraries besides the system's.
     Names libraries;
 };
 
@@ -31,7 +31,7 @@ PortableExecutable shipped(const ShippedFile& file)
     return PortableExecutable(kModuleFile.parent_path() / file.name);
 }
 
-/// "LIBRARY FUNCTION" for each that the module imports from these libraries.
+/// "LIBRARY FUNCTION" for each function that the module imports from these libraries.
 Names importsOfModule(const Names& libraries)
 {
     Names names;
@@ -71,7 +71,7 @@ TEST(ImportedNames, ModuleImportsNoOtherFunctionOfTheSystem)
 {
     Names allowed = namesInFile("imported_names_windows.txt");
     allowed.merge(namesInFile("imported_by_runtime_windows.txt"));
-    // The C library's are too many to tell, and are not the system's.
+    // The functions of the C library are not listed: they are many, and not the system's.
     Names system = kSystem;
     system.erase("msvcrt.dll");
     EXPECT_EQ(difference(importsOfModule(system), allowed), "");

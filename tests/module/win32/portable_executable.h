@@ -1,4 +1,4 @@
-// A DLL or a program of Windows as it lies on disk: what its headers and directories say.
+// Reads the headers and directories of a DLL or a program of Windows.
 #pragma once
 
 #include <cstdint>
@@ -10,23 +10,23 @@
 
 namespace Tests {
 
-/// The functions of each DLL; one that is imported by number is "#" and the number.
+/// The functions by DLL. A function that is imported by number is "#" and the number.
 using Imports = std::map<std::string, std::set<std::string>>;
 
-/// Every reading throws std::runtime_error where the file is not what a 64-bit Windows would load.
+/// Every member throws std::runtime_error if a 64-bit Windows would not load the file.
 class PortableExecutable {
 public:
     explicit PortableExecutable(const std::filesystem::path& file);
 
     std::uint16_t flags() const;
-    /// When it was linked, in seconds since 1970, if the linker was to note that.
+    /// The time of linking in seconds since 1970, if the linker recorded it.
     std::uint32_t timestamp() const;
-    /// One for each entry of the export table, in its order.
+    /// The entries of the export table, in its order.
     std::vector<std::string> exportedNames() const;
-    /// With those that have a number alone.
+    /// Includes functions that have only a number.
     std::uint32_t exportedEntries() const;
     Imports imports() const;
-    /// Whether there are libraries that it loads on first use, which imports() does not tell.
+    /// Whether the file loads libraries on first use. imports() leaves those out.
     bool hasLateImports() const;
 
 private:
@@ -37,9 +37,9 @@ private:
     std::string text(std::size_t offset) const;
     std::size_t header() const { return number<std::uint32_t>(0x3C) + 4; }
     std::size_t optionalHeader() const { return header() + 20; }
-    /// Where a table is in memory; 0 when there is none.
+    /// The address of a table in memory; 0 for none.
     std::uint32_t directory(std::size_t index) const;
-    /// Where in the file that lies which the headers place there in memory.
+    /// The offset in the file of an address in memory.
     std::size_t offsetOf(std::uint32_t address) const;
     std::set<std::string> functionsAt(std::uint32_t lookupTable) const;
 };

@@ -7,8 +7,7 @@
 namespace Tests {
 namespace {
 
-/// What is committed in the address space, of libraries and files that are mapped as well: the sum that the system
-/// offers itself is not kept by every Windows.
+/// The committed memory, mapped libraries and files included. Not every Windows keeps this sum itself.
 std::size_t committedBytes()
 {
     std::size_t bytes = 0;
@@ -21,8 +20,8 @@ std::size_t committedBytes()
     return bytes;
 }
 
-/// The same goes for their count. Free numbers are given out again, so that only a process with very many has larger
-/// ones.
+/// Not every Windows keeps this count either. Windows uses free numbers again, so only a process with very many handles
+/// has larger numbers.
 std::size_t openHandles()
 {
     constexpr std::uintptr_t kLargest = 0x10000;

@@ -1,4 +1,4 @@
-// The catalog is found where the program is, whatever the folder is called and whatever other programs have set.
+// The program finds the catalog in its own folder, whatever the folder is called and whatever other programs have set.
 #include <windows.h>
 
 #include "embedded/base/text.h"
@@ -27,7 +27,7 @@ protected:
     }
     void givenCatalogBesideTheProgram() const { fs::copy_file(shipped / "proj.db", folder / "proj.db"); }
 
-    /// Its exit status when it looks a system up, started in the temporary folder.
+    /// Starts the program in the temporary folder and looks a system up. Returns the exit status.
     DWORD statusOfLookUp() const
     {
         std::wstring command = L"\"" + (folder / "orvelcs.exe").wstring() + L"\" catalog show EPSG:25832";
@@ -57,7 +57,7 @@ TEST_F(ShippedCatalog, ComesBeforeThatOfOtherPrograms)
     givenCatalogBesideTheProgram();
     const fs::path others = temporary.path() / "others";
     fs::create_directory(others);
-    fs::copy_file(folder / "orvelcs.exe", others / "proj.db"); // which is no database
+    fs::copy_file(folder / "orvelcs.exe", others / "proj.db"); // not a database
     const ScopedVariable set("PROJ_DATA", others.string());
     EXPECT_EQ(statusOfLookUp(), 0U);
 }

@@ -1,4 +1,4 @@
-// The details that Windows shows of the module and of the program.
+// The version details that Windows shows for the module and for the program.
 #include <windows.h>
 
 #include <vector>
@@ -25,7 +25,7 @@ protected:
         void* value = nullptr;
         return VerQueryValueW(resource.data(), name.c_str(), &value, &length) != 0 ? value : nullptr;
     }
-    /// Of what is said in English.
+    /// A text of the English block.
     std::string text(const std::wstring& name)
     {
         UINT length = 0;

@@ -14,8 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Runs scripts/install-dependencies.sh where every program that it calls is a stand-in: dpkg-query knows the packages
-/// that the test says, apt-get and sudo write down how they were called.
+/// Runs scripts/install-dependencies.sh with stand-ins for the programs that it calls: dpkg-query knows the packages
+/// that the test names, apt-get and sudo record their calls.
 class InstallDependenciesTest : public PlatformTest {
 protected:
     InstallDependenciesTest()
@@ -40,7 +40,7 @@ protected:
     }
     void givenNoProgram(const std::string& name) { fs::remove(folder_ / name); }
     void givenUser(int number) { givenProgram("id", "echo " + std::to_string(number)); }
-    /// Nothing is installed until a test says so.
+    /// The packages that dpkg-query knows; none at first.
     void givenDemoPackagesBut(const std::string& left)
     {
         std::ofstream list(folder_ / "installed");

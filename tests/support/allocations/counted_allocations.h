@@ -1,13 +1,13 @@
-// The allocation functions of a test program that counts what is allocated. A program gets them by linking the object
-// library counted_allocations.
+// Counts the allocations of a test program. The program links the object library counted_allocations, which replaces
+// the allocation functions.
 #pragma once
 
 namespace Tests {
 
-/// How many blocks are allocated now.
+/// The number of blocks that are allocated now.
 long allocatedBlocks();
 
-/// The next allocation fails, if there is one before the end of the scope.
+/// Makes the next allocation in the scope fail.
 class ScopedShortage {
 public:
     ScopedShortage();

@@ -7,7 +7,7 @@
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
-#include "support/drawing_files/row_reckoning.h"
+#include "support/drawing_files/row_checksums.h"
 #include "support/file_text.h"
 
 namespace Tests {
@@ -16,7 +16,7 @@ namespace {
 constexpr int kSealLength = 8;
 constexpr std::size_t kPageSize = 4096;
 
-/// As a statement can say it. `quote` knows no infinity.
+/// The value as an SQL literal. `quote` cannot write infinity.
 std::string literal(SQLite::Database& database, const SQLite::Column& column)
 {
     if (column.isFloat()) {
@@ -24,7 +24,8 @@ std::string literal(SQLite::Database& database, const SQLite::Column& column)
         if (real - real != 0)
             return real > 0 ? "9e999" : "-9e999";
     }
-    if (column.isBlob() && column.getBytes() == 0) // of which SQLite gives no address, and takes none for null
+    if (column.isBlob() &&
+        column.getBytes() == 0) // SQLite returns no address for it, and binds a missing address as null
         return "X''";
     SQLite::Statement quote(database, "SELECT quote(?)");
     if (column.isBlob() && column.getBytes() == 0) // which binding takes for null
@@ -86,13 +87,13 @@ std::int64_t DrawingSql::integer(const std::string& query)
     return database_.execAndGet(query).getInt64();
 }
 
-void DrawingSql::reckon()
+void DrawingSql::computeChecksums()
 {
-    RowReckoning reckoning(database_);
+    RowChecksums checksums(database_);
     run("BEGIN");
-    reckoning.reckonDetails();
-    reckoning.reckonCounts();
-    reckoning.reckonObjects();
+    checksums.computeForDetails();
+    checksums.computeCounts();
+    checksums.computeForObjects();
     run("COMMIT");
 }
 
@@ -113,7 +114,7 @@ void changeBySql(const std::filesystem::path& file, const std::string& sql)
     {
         DrawingSql drawing(file);
         drawing.run(sql);
-        drawing.reckon();
+        drawing.computeChecksums();
     }
     sealFile(file);
 }

@@ -1,5 +1,5 @@
-// Drawing files as the databases that they are. The checksums and seals are reckoned here a second time, from the words
-// of docs/formats/drawing-file.md, so that a test can make files that are well-formed and wrong.
+// Opens drawing files as SQLite databases. Checksums and seals are computed here a second time, from
+// docs/formats/drawing-file.md, so that a test can make files that are well-formed but wrong.
 #pragma once
 
 #include <cstdint>
@@ -12,23 +12,23 @@ namespace Tests {
 
 class DrawingSql {
 public:
-    /// An existing file, or a new and empty one. What it throws is SQLite's.
+    /// Opens a file, or makes an empty one. Throws the exceptions of SQLiteCpp.
     explicit DrawingSql(const std::filesystem::path& file);
 
     void run(const std::string& sql);
-    /// The first value that a query gives, as a text.
+    /// The first value of a query's result, as text.
     std::string text(const std::string& query);
     std::int64_t integer(const std::string& query);
-    /// Makes every checksum and digest of the tables fit the rows.
-    void reckon();
+    /// Computes every checksum and digest of the tables from the rows.
+    void computeChecksums();
 
 private:
     SQLite::Database database_;
 };
 
-/// Changes a drawing file by SQL, and makes its checksums and seals fit again.
+/// Changes a drawing file by SQL, and computes its checksums and seals again.
 void changeBySql(const std::filesystem::path& file, const std::string& sql);
-/// Makes the seals of the pages fit the pages.
+/// Computes the seals of the pages.
 void sealFile(const std::filesystem::path& file);
 
 /// Makes a drawing file from statements, and the statements from a drawing file.

@@ -10,7 +10,7 @@ ScopedRegistry::ScopedRegistry(const TemporaryFolder& folder, const std::filesys
     Embedded::useRegistryFile(file);
 }
 
-// The files go with their folder.
+// The folder of the test removes the files.
 ScopedRegistry::~ScopedRegistry()
 {
     Embedded::useRegistryFile({});

@@ -1,4 +1,4 @@
-// What the sqlite3 shell would print.
+// Runs SQL and prints rows as the sqlite3 shell does.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 
 namespace Tests {
 
-/// Runs statements on a database and answers the rows, a line each, their columns with "|" between them.
+/// Runs statements on a database. Returns the rows, each on a line, with "|" between columns.
 inline std::string sqlQuery(const std::filesystem::path& file, const std::string& statements)
 {
     const auto addRow = [](void* lines, int count, char** columns, char**) {

@@ -1,4 +1,4 @@
-// Folders below one another, beyond the 260 characters that a file's name has without further ado.
+// Nested folders whose path is longer than 260 characters, the usual limit of Windows.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@ namespace Tests {
 
 class DeepFolder {
 public:
-    /// The deepest has a name of at least that many characters.
+    /// The path of the deepest folder has at least that many characters.
     DeepFolder(const std::filesystem::path& root, std::size_t characters)
     {
         std::filesystem::path folder = root;
@@ -26,7 +26,7 @@ public:
     }
     DeepFolder(const DeepFolder&) = delete;
     DeepFolder& operator=(const DeepFolder&) = delete;
-    /// With the files in the deepest; the standard library does not reach them.
+    /// Removes the folders and the files in the deepest, which the standard library cannot reach.
     ~DeepFolder()
     {
         WIN32_FIND_DATAW found{};

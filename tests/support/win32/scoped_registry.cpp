@@ -13,17 +13,17 @@ ScopedRegistry::ScopedRegistry(const TemporaryFolder& folder, const std::filesys
 {
     Embedded::useRegistryFile(file);
     if (!Embedded::checkRegistryFile())
-        std::abort(); // the test would write into the user's own
+        std::abort(); // the test would write into the user's registry
 }
 
-// The keys are not in the folder that they are named after, and stay without this.
+// Registry keys do not lie in the folder of the test and have to be removed.
 ScopedRegistry::~ScopedRegistry()
 {
     const std::wstring folder = folder_.lexically_normal().make_preferred().wstring();
     Embedded::useRegistryFile({});
     static_cast<void>(RegDeleteTreeW(
         HKEY_CURRENT_USER,
-        (L"Software\\OrvelCoordsysCore\\Registries\\" + folder).c_str())); // one that stays is no failure of the test
+        (L"Software\\OrvelCoordsysCore\\Registries\\" + folder).c_str())); // a key that stays does not fail the test
 }
 
 } // namespace Tests

@@ -18,8 +18,8 @@ void setVariable(const std::string& name, const std::optional<std::string>& valu
 {
     const std::wstring wideName = Embedded::wideFromUtf8(name);
     const std::wstring wideValue = Embedded::wideFromUtf8(value.value_or(""));
-    static_cast<void>(_wputenv_s(wideName.c_str(), wideValue.c_str())); // an empty value removes it there
-    // The C runtime knows no empty variables; the system does.
+    static_cast<void>(_wputenv_s(wideName.c_str(), wideValue.c_str())); // an empty value removes the variable
+    // The C runtime has no empty variables; the system has.
     if (value && value->empty())
         SetEnvironmentVariableW(wideName.c_str(), L"");
 }

@@ -1,5 +1,5 @@
-// Kills processes that save, at random moments, and looks at what they leave: the last state that was reported as saved
-// or the one that was on its way, whole.
+// Kills processes that save, at random moments. What is found must be complete: the last state that was reported as
+// saved, or the one that was being saved.
 //
 //     orvel_kill_torture [KILLS [SEED]]
 #include <signal.h>
@@ -34,7 +34,7 @@ using Number = std::uint32_t;
 struct Saved {
     const char* name;
     bool (*save)(const fs::path& folder, Number number);
-    /// The number that is found; throws when that is nothing whole.
+    /// Reads the number; throws when the content is not complete.
     Number (*found)(const fs::path& folder);
 };
 
@@ -43,7 +43,7 @@ struct Saved {
     throw std::runtime_error("found: " + found.substr(0, 200));
 }
 
-/// So long that a save takes a while, and of a length that depends on the number, so that no two mix unnoticed.
+/// A text so long that a save takes a while. Its length depends on the number, so that a mix of two texts is noticed.
 std::wstring textOf(Number number)
 {
     return std::to_wstring(number) + L':' +
@@ -63,7 +63,7 @@ Drawing& withNumber(Drawing& drawing, Number number)
     return drawing.withXrecord({{300, textOf(number)}}, L"first").withXrecord({{300, textOf(number)}}, L"second");
 }
 
-/// Changes the drawing that is there, or makes one.
+/// Changes the existing drawing, or makes one.
 bool saveDrawing(const fs::path& folder, Number number)
 {
     const fs::path file = folder / "a.qedb";
@@ -76,7 +76,7 @@ bool saveDrawing(const fs::path& folder, Number number)
     return Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg).status == Qeapp::eOk;
 }
 
-/// Writes a drawing over the one that is there.
+/// Writes a drawing over the existing one.
 bool overwriteDrawing(const fs::path& folder, Number number)
 {
     Drawing drawing;
@@ -142,7 +142,7 @@ Number valueFound(const fs::path& folder)
     return numberIn(text);
 }
 
-/// A process that saves one number after the other and reports each.
+/// A process that saves increasing numbers and reports each.
 class Saver {
 public:
     Saver(const Saved& saved, const fs::path& folder, Number first)
@@ -163,12 +163,12 @@ public:
     }
     Saver(const Saver&) = delete;
     Saver& operator=(const Saver&) = delete;
-    ~Saver() { static_cast<void>(::close(reports_)); } // it was read to its end
+    ~Saver() { static_cast<void>(::close(reports_)); } // all reports have been read
 
-    /// The last number that was reported, after that time; 0 for none.
+    /// Kills the process after that time. Returns the last number that it reported; 0 for none.
     Number killAfter(unsigned microseconds)
     {
-        static_cast<void>(::usleep(microseconds)); // a shorter time is as random
+        static_cast<void>(::usleep(microseconds)); // a shorter sleep is as random
         if (::kill(process_, SIGKILL) != 0)
             throw std::runtime_error("the process could not be killed");
         int status = 0;
@@ -191,7 +191,7 @@ struct Counts {
     int leftBehind = 0;
 };
 
-/// Whether there is something that a killed process left: a temporary file, or a journal of SQLite's.
+/// Whether the folder holds a temporary file or a journal of a killed process.
 bool isSomethingLeft(const fs::path& folder)
 {
     return std::ranges::any_of(fs::recursive_directory_iterator(folder), [](const fs::directory_entry& entry) {
@@ -200,7 +200,7 @@ bool isSomethingLeft(const fs::path& folder)
     });
 }
 
-/// Number 1 is saved before the first process begins.
+/// Saves number 1 before the first process begins.
 Counts killOften(const Saved& saved, int kills, std::mt19937_64& random)
 {
     const TemporaryFolder folder;

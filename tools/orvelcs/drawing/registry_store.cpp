@@ -57,8 +57,8 @@ std::wstring valueText(const RegistryKey& key, const std::wstring& name)
 
 std::optional<std::wstring> readRegistryStore()
 {
-    if (const std::string fault = Embedded::checkRegistryFile(); !fault.empty())
-        throw Failure(kRegistryStore, fault);
+    if (const auto checked = Embedded::checkRegistryFile(); !checked)
+        throw Failure(kRegistryStore, checked.error().text());
     RegistryKey key;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, storeKey().c_str(), 0, KEY_READ, &key.put()) != ERROR_SUCCESS)
         return std::nullopt;

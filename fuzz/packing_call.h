@@ -1,4 +1,4 @@
-// Calls of the packing with an output whose border is watched, also where no sanitizer does.
+// Calls the packing with guard bytes behind the output, which work without a sanitizer as well.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ using Tests::Bytes;
 using PackingCall = std::size_t (*)(const unsigned char* input, std::size_t length, unsigned char* output,
                                     std::size_t capacity);
 
-/// What the call says that it wrote into an output of `capacity` bytes; empty when it wrote nothing.
-Bytes watchedCall(PackingCall call, Input input, std::size_t capacity);
+/// Returns the bytes that the call wrote into an output of `capacity` bytes. Ends the process if it wrote further.
+Bytes checkedPackingCall(PackingCall call, Input input, std::size_t capacity);
 
 } // namespace Fuzz

@@ -1,4 +1,4 @@
-"""Where a C++ source can be changed, and into what: found in libclang's syntax tree."""
+"""Finds the places of a C++ source that can be changed, in libclang's syntax tree."""
 
 from conditions import Conditions
 from constants import Constants
@@ -8,4 +8,4 @@ from statements import Statements
 
 
 class Finder(Operators, Constants, Conditions, Statements, Returns):
-    """The places of one file."""
+    """Finds all places of one file."""

@@ -1,4 +1,4 @@
-#include "fuzz/watched_call.h"
+#include "fuzz/packing_call.h"
 
 #include <cstring>
 
@@ -8,19 +8,19 @@ namespace Fuzz {
 namespace {
 
 constexpr unsigned char kUntouchedByte = 0xA5;
-constexpr std::size_t kBorder = 160; // more than any packet
+constexpr std::size_t kGuardLength = 160; // longer than any packet
 
-bool isUntouched(const unsigned char* border)
+bool isUntouched(const unsigned char* guard)
 {
-    static const Bytes untouched(kBorder, kUntouchedByte);
-    return std::memcmp(border, untouched.data(), kBorder) == 0;
+    static const Bytes untouched(kGuardLength, kUntouchedByte);
+    return std::memcmp(guard, untouched.data(), kGuardLength) == 0;
 }
 
 } // namespace
 
-Bytes watchedCall(PackingCall call, Input input, std::size_t capacity)
+Bytes checkedPackingCall(PackingCall call, Input input, std::size_t capacity)
 {
-    Bytes output(capacity + kBorder, kUntouchedByte);
+    Bytes output(capacity + kGuardLength, kUntouchedByte);
     const std::size_t length = call(input.data(), input.size(), output.data(), capacity);
     require(length <= capacity, "no more is said to be written than there is room for");
     require(isUntouched(output.data() + capacity), "nothing is written past the end");

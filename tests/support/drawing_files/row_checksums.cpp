@@ -1,4 +1,4 @@
-#include "support/drawing_files/row_reckoning.h"
+#include "support/drawing_files/row_checksums.h"
 
 #include <array>
 #include <cstdint>
@@ -20,7 +20,7 @@ std::array<unsigned char, 8> lowBytesFirst(std::uint64_t number)
     return bytes;
 }
 
-/// The next of a chain of hashes: of the bytes, seeded with the one before and the letter of their kind.
+/// Continues a chain of hashes. The seed is the hash before and the letter of the kind of value.
 std::uint64_t chained(std::uint64_t before, char kind, const void* bytes, std::size_t length)
 {
     return XXH3_64bits_withSeed(bytes, length, before + static_cast<unsigned char>(kind));
@@ -75,7 +75,7 @@ void endSum(sqlite3_context* context)
     sqlite3_result_int64(context, static_cast<std::int64_t>(*sum));
 }
 
-// Rows that fit are not written again, which is most of the time.
+// Does not write rows that fit already, which saves most of the time.
 constexpr std::array kDetails = {
     "UPDATE header SET checksum = row_checksum('header', field, value) "
     "WHERE checksum IS NOT row_checksum('header', field, value)",
@@ -120,24 +120,24 @@ void addChecksumFunctions(SQLite::Database& database)
     sqlite3_create_function(database.getHandle(), "wrapping_sum", 1, SQLITE_UTF8, nullptr, nullptr, addToSum, endSum);
 }
 
-RowReckoning::RowReckoning(SQLite::Database& database) : counts_(database, kCounts), objects_(database, kObjects)
+RowChecksums::RowChecksums(SQLite::Database& database) : counts_(database, kCounts), objects_(database, kObjects)
 {
     for (const char* sql : kDetails)
         details_.emplace_back(database, sql);
 }
 
-void RowReckoning::reckonDetails()
+void RowChecksums::computeForDetails()
 {
     for (SQLite::Statement& statement : details_)
         runAgain(statement);
 }
 
-void RowReckoning::reckonCounts()
+void RowChecksums::computeCounts()
 {
     runAgain(counts_);
 }
 
-void RowReckoning::reckonObjects()
+void RowChecksums::computeForObjects()
 {
     runAgain(objects_);
 }

@@ -1,4 +1,4 @@
-#include "fuzz/loose_drawing.h"
+#include "fuzz/unconstrained_drawing.h"
 
 #include <utility>
 
@@ -10,8 +10,8 @@
 namespace Fuzz {
 namespace {
 
-/// The tables as the schema declares them, without types, references and checks. Of what is unique, the place in the
-/// declaration is what ties an index to it.
+/// The declarations of the schema without types, references and checks. Unique columns keep their place in the
+/// declaration, since SQLite assigns automatic indexes by it.
 constexpr const char* kLooseTables = R"(
 UPDATE sqlite_schema SET sql = CASE name
     WHEN 'header' THEN 'CREATE TABLE header (field PRIMARY KEY, value, checksum) WITHOUT ROWID'
@@ -33,7 +33,7 @@ UPDATE sqlite_schema SET sql = replace(replace(replace(replace(sql, 'object UNIQ
         UNIQUE (object, application, position)', '') WHERE type = 'table';
 DELETE FROM sqlite_schema WHERE type = 'index')";
 
-/// The one row that a change is about.
+/// Selects the one row of a change.
 std::string theRow(const DrawingTable& table)
 {
     const std::string name = table.name;
@@ -84,18 +84,18 @@ void bindValue(SQLite::Statement& statement, const Embedded::StoredValue& value)
 
 } // namespace
 
-LooseDrawing::LooseDrawing(Indexes indexes) : database_(":memory:", SQLite::OPEN_READWRITE)
+UnconstrainedDrawing::UnconstrainedDrawing(Indexes indexes) : database_(":memory:", SQLite::OPEN_READWRITE)
 {
     restoreInto(database_, sampleDrawing());
     Tests::addChecksumFunctions(database_);
-    loosen(indexes);
-    reckoning_.emplace(database_);
+    removeConstraints(indexes);
+    checksums_.emplace(database_);
     forgetSchema_.emplace(database_, "DELETE FROM sqlite_schema");
     restoreSchema_.emplace(database_, "INSERT INTO sqlite_schema (rowid, type, name, tbl_name, rootpage, sql) "
                                       "SELECT * FROM temp.strict_schema");
 }
 
-void LooseDrawing::loosen(Indexes indexes)
+void UnconstrainedDrawing::removeConstraints(Indexes indexes)
 {
     database_.exec("CREATE TEMP TABLE strict_schema AS SELECT rowid, * FROM sqlite_schema");
     database_.exec("PRAGMA writable_schema = ON");
@@ -106,14 +106,14 @@ void LooseDrawing::loosen(Indexes indexes)
     database_.exec("PRAGMA writable_schema = ON");
 }
 
-std::string LooseDrawing::fileWith(const std::vector<RowChange>& changes)
+std::string UnconstrainedDrawing::fileWith(const std::vector<RowChange>& changes)
 {
     database_.exec("BEGIN");
     make(changes, RowMoment::beforeAll);
-    reckoning_->reckonDetails();
-    reckoning_->reckonCounts();
+    checksums_->computeForDetails();
+    checksums_->computeCounts();
     make(changes, RowMoment::beforeObjects);
-    reckoning_->reckonObjects();
+    checksums_->computeForObjects();
     make(changes, RowMoment::afterAll);
     for (SQLite::Statement* const each : {&*forgetSchema_, &*restoreSchema_}) {
         each->reset();
@@ -124,7 +124,7 @@ std::string LooseDrawing::fileWith(const std::vector<RowChange>& changes)
     return bytes;
 }
 
-void LooseDrawing::make(const std::vector<RowChange>& changes, RowMoment moment)
+void UnconstrainedDrawing::make(const std::vector<RowChange>& changes, RowMoment moment)
 {
     for (const RowChange& change : changes) {
         if (change.moment != moment)
@@ -133,12 +133,13 @@ void LooseDrawing::make(const std::vector<RowChange>& changes, RowMoment moment)
         if (change.action != RowAction::remove)
             bindValue(statement, change.value);
         statement.bind(2, static_cast<std::int64_t>(change.row));
-        static_cast<void>(statement.tryExecuteStep()); // a handle that is no number, or a key that is null, is refused
+        static_cast<void>(
+            statement.tryExecuteStep()); // SQLite refuses a handle that is not a number and a key that is null
         statement.tryReset();
     }
 }
 
-SQLite::Statement& LooseDrawing::statementOf(const RowChange& change)
+SQLite::Statement& UnconstrainedDrawing::statementOf(const RowChange& change)
 {
     const auto key = std::tuple(change.action, change.table, change.column);
     if (const auto known = statements_.find(key); known != statements_.end())
@@ -147,15 +148,15 @@ SQLite::Statement& LooseDrawing::statementOf(const RowChange& change)
     return statements_.try_emplace(key, database_, sql).first->second;
 }
 
-std::string drawingWithChanges(ByteSource& source, LooseDrawing::Indexes indexes)
+std::string drawingWithChanges(ByteSource& source, UnconstrainedDrawing::Indexes indexes)
 {
     constexpr std::size_t kMostChanges = 12;
-    static LooseDrawing withIndexes(LooseDrawing::Indexes::kept);
-    static LooseDrawing withStaleIndexes(LooseDrawing::Indexes::stale);
+    static UnconstrainedDrawing withIndexes(UnconstrainedDrawing::Indexes::kept);
+    static UnconstrainedDrawing withStaleIndexes(UnconstrainedDrawing::Indexes::stale);
     std::vector<RowChange> changes;
     while (!source.isEmpty() && changes.size() < kMostChanges)
         changes.push_back(nextRowChange(source));
-    return (indexes == LooseDrawing::Indexes::stale ? withStaleIndexes : withIndexes).fileWith(changes);
+    return (indexes == UnconstrainedDrawing::Indexes::stale ? withStaleIndexes : withIndexes).fileWith(changes);
 }
 
 } // namespace Fuzz
