@@ -1,11 +1,15 @@
 #include "orvelcs/cli/command.h"
 
 #include <algorithm>
-#include <charconv>
+#include <array>
+#include <iterator>
+#include <map>
 #include <memory>
+#include <optional>
 
 #include <fmt/format.h>
 
+#include "embedded/base/parse_number.h"
 #include "embedded/base/text.h"
 #include "orvelcs/cli/failure.h"
 
@@ -17,6 +21,19 @@ constexpr const char* kEverywhere =
     "Options of every command, before or after it: --json, -q/--quiet, --no-color, --user-dir DIR,\n"
     "--registry FILE, --wait SECONDS, --help";
 constexpr char kMark = '\x1F';
+
+/// The files of commands in the order of the help.
+constexpr std::array kHelpOrder = {"new",     "assign", "clear",  "show",           "forms",
+                                   "convert", "check",  "dump",   "catalog",        "encode",
+                                   "decode",  "codec",  "config", "transformation", "transform"};
+
+using Registrations = std::map<std::string, CommandRegistration::Declare>;
+
+Registrations& registrations()
+{
+    static Registrations all;
+    return all;
+}
 
 class HelpText : public CLI::Formatter {
 public:
@@ -68,6 +85,19 @@ SplitName splitName(const std::string& name)
 
 } // namespace
 
+CommandRegistration::CommandRegistration(const std::string& name, Declare declare)
+{
+    registrations().emplace(name, declare);
+}
+
+std::vector<Command> declareCommands(CLI::App& program)
+{
+    std::vector<Command> commands;
+    for (const char* name : kHelpOrder)
+        std::ranges::move(registrations().at(name)(program), std::back_inserter(commands));
+    return commands;
+}
+
 void setUsage(CLI::App& app, const std::vector<std::string>& usage)
 {
     app.formatter(std::make_shared<HelpText>(usage));
@@ -116,14 +146,12 @@ std::string withoutMark(const std::string& argument)
     return argument.starts_with(kMark) ? argument.substr(1) : argument;
 }
 
-int parseInteger(const std::string& option, const std::string& text, int least, int most)
+int integerArgument(const std::string& option, const std::string& text, int least, int most)
 {
-    int number = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || stop != end || number < least || number > most)
-        throw wrongUsage(option, fmt::format("{} is not a whole number from {} to {}", text, least, most));
-    return number;
+    const std::optional<int> number = Embedded::parseInteger<int>(text);
+    if (!number || *number < least || *number > most)
+        throw wrongUsage(option, fmt::format("expected a whole number from {} to {}, found {}", least, most, text));
+    return *number;
 }
 
 std::wstring wideArgument(const std::string& argument, const std::string& text)

@@ -45,25 +45,21 @@ inline constexpr const char* kSeparatorFlag = "--_";
 std::vector<std::string> keptWhole(const std::vector<std::string>& arguments);
 std::string withoutMark(const std::string& argument);
 
-/// Throws Failure for wrong usage unless the text is a whole number from `least` to `most`.
-int parseInteger(const std::string& option, const std::string& text, int least, int most);
+/// The number that an option has as its value; throws Failure for wrong usage unless it is a whole number from `least`
+/// to `most`.
+int integerArgument(const std::string& option, const std::string& text, int least, int most);
 /// The text of an argument; throws Failure for wrong usage when it is empty or not UTF-8.
 std::wstring wideArgument(const std::string& argument, const std::string& text);
 
-Command declareNew(CLI::App& program);
-Command declareAssign(CLI::App& program);
-Command declareClear(CLI::App& program);
-Command declareShow(CLI::App& program);
-Command declareForms(CLI::App& program);
-Command declareConvert(CLI::App& program);
-Command declareCheck(CLI::App& program);
-Command declareDump(CLI::App& program);
-std::vector<Command> declareCatalog(CLI::App& program);
-Command declareEncode(CLI::App& program);
-Command declareDecode(CLI::App& program);
-std::vector<Command> declareCodec(CLI::App& program);
-std::vector<Command> declareConfig(CLI::App& program);
-std::vector<Command> declareTransformation(CLI::App& program);
-Command declareTransform(CLI::App& program);
+/// Makes the commands of one file known to the program: `const CommandRegistration kShowCommand("show", declareShow);`
+/// in that file. The name also stands in a list in command.cpp, which gives the order of the help.
+class CommandRegistration {
+public:
+    using Declare = std::vector<Command> (*)(CLI::App& program);
+    CommandRegistration(const std::string& name, Declare declare);
+};
+
+/// Adds every registered command to the program.
+std::vector<Command> declareCommands(CLI::App& program);
 
 } // namespace Orvelcs

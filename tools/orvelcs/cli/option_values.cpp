@@ -28,17 +28,17 @@ bool isFlag(const CLI::Option& option)
     return option.get_items_expected_max() == 0;
 }
 
-/// What is wrong with the option's value; empty: nothing. `next` is null at the end.
-std::string misuseOf(const CLI::Option& option, const std::string& word, const std::string* next)
+/// What is wrong with the option's value; null when it is right. `next` is null at the end.
+const char* describeMisuse(const CLI::Option& option, const std::string& word, const std::string* next)
 {
     const std::size_t equals = word.find('=');
     if (isFlag(option))
-        return equals == std::string::npos ? "" : "takes no value";
+        return equals == std::string::npos ? nullptr : "takes no value";
     if (equals != std::string::npos)
-        return equals + 1 == word.size() ? "needs a value" : "";
-    if (next != nullptr && *next == kSeparator)
+        return equals + 1 == word.size() ? "needs a value" : nullptr;
+    if (next == nullptr || *next == kSeparator)
         return "needs a value";
-    return next != nullptr && next->empty() ? "is empty" : "";
+    return next->empty() ? "is empty" : nullptr;
 }
 
 } // namespace
@@ -63,8 +63,8 @@ std::optional<MisusedOption> misusedOption(const CLI::App& program, const std::v
         const CLI::Option* option = optionOf(command, name);
         if (option == nullptr)
             continue;
-        if (std::string message = misuseOf(*option, word, next); !message.empty())
-            return MisusedOption{command, name, std::move(message)};
+        if (const char* message = describeMisuse(*option, word, next))
+            return MisusedOption{command, name, message};
         if (!isFlag(*option) && word == name && next != nullptr && !looksLikeOption(*next))
             ++index;
     }

@@ -66,7 +66,7 @@ ExitStatus carryOut(const CommandLine& commandLine, const Invocation& invocation
     case Invocation::Kind::wrongUsage:
         break;
     }
-    throw wrongUsage(invocation.subject, invocation.message);
+    throw *invocation.failure;
 }
 
 ExitStatus attempt(const CommandLine& commandLine, const Invocation& invocation, Output& output)

@@ -127,9 +127,7 @@ ExitStatus runAssign(AssignOptions& options, Output& output)
     }
 }
 
-} // namespace
-
-Command declareAssign(CLI::App& program)
+std::vector<Command> declareAssign(CLI::App& program)
 {
     auto options = std::make_shared<AssignOptions>();
     CLI::App* app = addCommand(
@@ -146,7 +144,11 @@ Command declareAssign(CLI::App& program)
     options->codeOption = addArgument(*app, "--code CODE", options->code,
                                       "the code of the user-defined system, not one of the catalog's");
     addChangeOptions(*app, options->change);
-    return {app, [options](Output& output) { return runAssign(*options, output); }};
+    return {{app, [options](Output& output) { return runAssign(*options, output); }}};
 }
+
+const CommandRegistration kAssignCommand("assign", declareAssign);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -43,10 +43,10 @@ Embedded::CatalogQuery queryFrom(const SearchOptions& options)
         throw wrongUsage("TEXT", "is empty");
     query.text = wideArgument("TEXT", fmt::format("{}", fmt::join(options.words, " ")));
     if (!options.kind.empty())
-        query.kind = parseInteger("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric);
+        query.kind = integerArgument("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric);
     if (!options.limit.empty())
         query.limit =
-            static_cast<std::size_t>(parseInteger("--limit", options.limit, 1, std::numeric_limits<int>::max()));
+            static_cast<std::size_t>(integerArgument("--limit", options.limit, 1, std::numeric_limits<int>::max()));
     if (options.authorityOption->count() > 0)
         query.authority = wideArgument("--authority", options.authority);
     query.deprecated = options.deprecated;
@@ -209,8 +209,6 @@ Command declareCatalogShow(CLI::App& catalog)
     return {app, [options](Output& output) { return runCatalogShow(*options, output); }};
 }
 
-} // namespace
-
 std::vector<Command> declareCatalog(CLI::App& program)
 {
     CLI::App* catalog = addCommand(program, {"catalog",
@@ -220,5 +218,9 @@ std::vector<Command> declareCatalog(CLI::App& program)
     catalog->require_subcommand(1);
     return {declareSearch(*catalog), declareCatalogShow(*catalog)};
 }
+
+const CommandRegistration kCatalogCommand("catalog", declareCatalog);
+
+} // namespace
 
 } // namespace Orvelcs

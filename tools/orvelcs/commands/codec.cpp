@@ -40,8 +40,6 @@ Command declareDirection(CLI::App& codec, const std::string& name, const std::st
     return {app, [direction](Output& output) { return runCodec(direction, output); }};
 }
 
-} // namespace
-
 std::vector<Command> declareCodec(CLI::App& program)
 {
     CLI::App* codec = addCommand(program, {"codec",
@@ -54,5 +52,9 @@ std::vector<Command> declareCodec(CLI::App& program)
             declareDirection(*codec, "unpack", "Unpack standard input",
                              {Orvel::UnpackedSize, Orvel::UnpackRuns, "is malformed: it ends inside a packet"})};
 }
+
+const CommandRegistration kCodecCommand("codec", declareCodec);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -172,8 +172,6 @@ void addItemOptions(CLI::App& app, ConfigOptions& options)
     addConfigTarget(app, options.target, false);
 }
 
-} // namespace
-
 std::vector<Command> declareConfig(CLI::App& program)
 {
     CLI::App* config = addCommand(program, {"config",
@@ -214,5 +212,9 @@ std::vector<Command> declareConfig(CLI::App& program)
                      "The name may be the catalog's name or the code; a name that several have needs the code."},
                     runAdd, kNotDone, addItemOptions)};
 }
+
+const CommandRegistration kConfigCommand("config", declareConfig);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -118,7 +118,7 @@ void printConverted(const ConvertOptions& options, const ConvertReport& report, 
 
 ExitStatus runConvert(ConvertOptions& options, Output& output)
 {
-    const int version = parseInteger("--to", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+    const int version = integerArgument("--to", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     checkFileNames({options.file}, false, output);
     options.change.files = {options.isReplaced() ? options.file : options.target};
     checkChangeOptions(options.change, output);
@@ -130,9 +130,7 @@ ExitStatus runConvert(ConvertOptions& options, Output& output)
     });
 }
 
-} // namespace
-
-Command declareConvert(CLI::App& program)
+std::vector<Command> declareConvert(CLI::App& program)
 {
     auto options = std::make_shared<ConvertOptions>();
     CLI::App* app =
@@ -148,7 +146,11 @@ Command declareConvert(CLI::App& program)
                                         "write there, and leave FILE alone; - prints the drawing");
     app->add_flag("--force", options->force, "overwrite a drawing that exists as OUT");
     addChangeOptions(*app, options->change);
-    return {app, [options](Output& output) { return runConvert(*options, output); }};
+    return {{app, [options](Output& output) { return runConvert(*options, output); }}};
 }
+
+const CommandRegistration kConvertCommand("convert", declareConvert);
+
+} // namespace
 
 } // namespace Orvelcs

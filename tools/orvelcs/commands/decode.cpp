@@ -121,9 +121,7 @@ ExitStatus runDecode(const DecodeOptions& options, Output& output)
     });
 }
 
-} // namespace
-
-Command declareDecode(CLI::App& program)
+std::vector<Command> declareDecode(CLI::App& program)
 {
     auto options = std::make_shared<DecodeOptions>();
     CLI::App* app = addCommand(program, {"decode",
@@ -131,7 +129,11 @@ Command declareDecode(CLI::App& program)
                                          {"decode [OPTIONS] [FILE]"},
                                          "Both forms are read, whichever drawing version they were written for."});
     addArgument(*app, "FILE", options->file, "the bytes; without it, or for -, standard input");
-    return {app, [options](Output& output) { return runDecode(*options, output); }};
+    return {{app, [options](Output& output) { return runDecode(*options, output); }}};
 }
+
+const CommandRegistration kDecodeCommand("decode", declareDecode);
+
+} // namespace
 
 } // namespace Orvelcs

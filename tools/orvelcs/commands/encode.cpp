@@ -70,7 +70,7 @@ void checkTarget(const EncodeOptions& options, const Output& output)
 
 ExitStatus runEncode(const EncodeOptions& options, Output& output)
 {
-    const int version = parseInteger("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+    const int version = integerArgument("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     const std::wstring code = wideArgument("CODE", options.code);
     checkTarget(options, output);
     try {
@@ -89,9 +89,7 @@ ExitStatus runEncode(const EncodeOptions& options, Output& output)
     }
 }
 
-} // namespace
-
-Command declareEncode(CLI::App& program)
+std::vector<Command> declareEncode(CLI::App& program)
 {
     auto options = std::make_shared<EncodeOptions>();
     CLI::App* app = addCommand(
@@ -104,7 +102,11 @@ Command declareEncode(CLI::App& program)
     addArgument(*app, "CODE", options->code, "a code such as EPSG:25832")->required();
     addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33")->required();
     addArgument(*app, "-o,--output FILE", options->target, "write there, over what exists; - is standard output");
-    return {app, [options](Output& output) { return runEncode(*options, output); }};
+    return {{app, [options](Output& output) { return runEncode(*options, output); }}};
 }
+
+const CommandRegistration kEncodeCommand("encode", declareEncode);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -162,9 +162,7 @@ ExitStatus runForms(FormsOptions& options, Output& output)
     }
 }
 
-} // namespace
-
-Command declareForms(CLI::App& program)
+std::vector<Command> declareForms(CLI::App& program)
 {
     auto options = std::make_shared<FormsOptions>();
     CLI::App* app = addCommand(
@@ -181,7 +179,11 @@ Command declareForms(CLI::App& program)
                   "All are written, in the order given, or none."});
     options->fileArgument = addArgument(*app, "FILE", options->file, "the drawing; - is standard input");
     addArguments(*app, "--put FORM=VALUE...", options->puts, "write these forms");
-    return {app, [options](Output& output) { return runForms(*options, output); }};
+    return {{app, [options](Output& output) { return runForms(*options, output); }}};
 }
+
+const CommandRegistration kFormsCommand("forms", declareForms);
+
+} // namespace
 
 } // namespace Orvelcs

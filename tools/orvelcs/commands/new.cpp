@@ -47,24 +47,26 @@ DrawingOutcome makeAndReport(const std::string& file, int version, bool force, O
 
 ExitStatus runNew(const NewOptions& options, Output& output)
 {
-    const int version = options.version.empty()
-                            ? QeDb::kCurrentDwg
-                            : parseInteger("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+    const int version = options.version.empty() ? QeDb::kCurrentDwg
+                                                : integerArgument("--drawing-version", options.version,
+                                                                  QeDb::kOldestDwg, QeDb::kCurrentDwg);
     checkFileNames(options.files, true, output);
     return forEachDrawing(options.files, output,
                           [&](const std::string& file) { return makeAndReport(file, version, options.force, output); });
 }
 
-} // namespace
-
-Command declareNew(CLI::App& program)
+std::vector<Command> declareNew(CLI::App& program)
 {
     auto options = std::make_shared<NewOptions>();
     CLI::App* app = addCommand(program, {"new", "Make empty drawings", {"new [OPTIONS] FILE..."}, ""});
     addArguments(*app, "FILE", options->files, "the drawings to make; - prints one")->required();
     addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33 (33)");
     app->add_flag("--force", options->force, "overwrite what exists, unless it is the database of another application");
-    return {app, [options](Output& output) { return runNew(*options, output); }};
+    return {{app, [options](Output& output) { return runNew(*options, output); }}};
 }
+
+const CommandRegistration kNewCommand("new", declareNew);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -168,9 +168,7 @@ ExitStatus runShow(const ShowOptions& options, Output& output)
     });
 }
 
-} // namespace
-
-Command declareShow(CLI::App& program)
+std::vector<Command> declareShow(CLI::App& program)
 {
     auto options = std::make_shared<ShowOptions>();
     CLI::App* app = addCommand(program, {"show",
@@ -179,7 +177,11 @@ Command declareShow(CLI::App& program)
                                          "Exit status 3 for a drawing without one."});
     addArguments(*app, "FILE", options->files, "the drawings; - is standard input")->required();
     app->add_flag("--wkt", options->wkt, "the definition as well-known text too");
-    return {app, [options](Output& output) { return runShow(*options, output); }};
+    return {{app, [options](Output& output) { return runShow(*options, output); }}};
 }
+
+const CommandRegistration kShowCommand("show", declareShow);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -147,9 +147,7 @@ ExitStatus runTransform(const TransformOptions& options, Output& output)
     }
 }
 
-} // namespace
-
-Command declareTransform(CLI::App& program)
+std::vector<Command> declareTransform(CLI::App& program)
 {
     auto options = std::make_shared<TransformOptions>();
     CLI::App* app = addCommand(
@@ -169,7 +167,11 @@ Command declareTransform(CLI::App& program)
         addArgument(*app, "--epoch YEAR", options->epoch, "the epoch of points without a fourth number");
     app->add_flag("--operations", options->withOperations,
                   "after each point a tab, the code of what it went through, a tab and its name");
-    return {app, [options](Output& output) { return runTransform(*options, output); }};
+    return {{app, [options](Output& output) { return runTransform(*options, output); }}};
 }
+
+const CommandRegistration kTransformCommand("transform", declareTransform);
+
+} // namespace
 
 } // namespace Orvelcs

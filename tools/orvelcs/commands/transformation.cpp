@@ -179,8 +179,6 @@ ExitStatus runList(const TransformationOptions& options, Output& output)
     });
 }
 
-} // namespace
-
 std::vector<Command> declareTransformation(CLI::App& program)
 {
     auto options = std::make_shared<TransformationOptions>();
@@ -202,5 +200,9 @@ std::vector<Command> declareTransformation(CLI::App& program)
     return {{app, [options](Output& output) { return runConfigured(*options, output); }},
             {list, [options](Output& output) { return runList(*options, output); }}};
 }
+
+const CommandRegistration kTransformationCommand("transformation", declareTransformation);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "embedded/base/hex.h"
 #include "orvelcs/cli/failure.h"
 
 namespace Orvelcs {
@@ -44,32 +45,7 @@ std::string chunkAsHex(const QeBinaryChunk& chunk)
 {
     if (chunk.buf == nullptr || chunk.clen <= 0)
         return {};
-    return hexOf(reinterpret_cast<const unsigned char*>(chunk.buf), static_cast<std::size_t>(chunk.clen));
-}
-
-int digitOf(char character)
-{
-    if (character >= '0' && character <= '9')
-        return character - '0';
-    const char lowered = static_cast<char>(character | 0x20);
-    return lowered >= 'a' && lowered <= 'f' ? lowered - 'a' + 10 : -1;
-}
-
-std::string bytesOf(const std::string& hex, const Place& place)
-{
-    if (hex.size() % 2 != 0)
-        throw place.failure("\"hex\" has an odd number of digits");
-    std::string bytes;
-    for (std::size_t index = 0; index < hex.size(); index += 2) {
-        const int high = digitOf(hex[index]);
-        const int low = digitOf(hex[index + 1]);
-        if (high < 0 || low < 0)
-            throw place.failure(fmt::format("\"hex\" holds {}, which is not a hexadecimal digit",
-                                            Json(std::string(1, hex[high < 0 ? index : index + 1]))
-                                                .dump(-1, ' ', true, Json::error_handler_t::replace)));
-        bytes.push_back(static_cast<char>(high * 16 + low));
-    }
-    return bytes;
+    return Embedded::hexFromBytes({chunk.buf, static_cast<std::size_t>(chunk.clen)});
 }
 
 void setString(resbuf& buffer, const Json& value, const Place& place)
@@ -91,7 +67,10 @@ void setBinary(resbuf& buffer, const Json& hex, const Place& place)
 {
     if (!hex.is_string())
         throw place.failure("\"hex\" must be a string");
-    const std::string bytes = bytesOf(hex.get_ref<const std::string&>(), place);
+    const auto read = Embedded::bytesFromHex(hex.get_ref<const std::string&>());
+    if (!read)
+        throw place.failure("\"hex\": " + read.error().message);
+    const std::string& bytes = *read;
     if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<short>::max()))
         throw place.failure("\"hex\" holds more than 32767 bytes");
     if (bytes.empty())
@@ -209,18 +188,6 @@ Json parsed(const std::string& subject, std::string_view text)
 }
 
 } // namespace
-
-std::string hexOf(const unsigned char* bytes, std::size_t length)
-{
-    constexpr const char* kDigits = "0123456789abcdef";
-    std::string hex;
-    hex.reserve(length * 2);
-    for (std::size_t index = 0; index < length; ++index) {
-        hex.push_back(kDigits[bytes[index] >> 4]);
-        hex.push_back(kDigits[bytes[index] & 0xF]);
-    }
-    return hex;
-}
 
 Json chainAsJson(const resbuf* chain)
 {

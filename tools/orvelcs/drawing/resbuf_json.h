@@ -16,7 +16,4 @@ Json chainAsJson(const resbuf* chain);
 /// empty array gives a null chain.
 ResbufList chainFromJson(const std::string& subject, std::string_view text);
 
-/// Lower-case hex.
-std::string hexOf(const unsigned char* bytes, std::size_t length);
-
 } // namespace Orvelcs

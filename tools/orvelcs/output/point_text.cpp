@@ -1,12 +1,12 @@
 #include "orvelcs/output/point_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <numbers>
 
 #include <fmt/format.h>
 
+#include "embedded/base/parse_number.h"
 #include "embedded/base/text.h"
 
 namespace Orvelcs {
@@ -29,12 +29,8 @@ std::optional<double> numberFrom(std::string_view word)
 {
     if (word.starts_with('+') && !word.starts_with("+-"))
         word.remove_prefix(1);
-    double number = 0;
-    const char* end = word.data() + word.size();
-    const auto [stop, error] = std::from_chars(word.data(), end, number);
-    if (error != std::errc() || stop != end || !std::isfinite(number))
-        return std::nullopt;
-    return number;
+    const std::optional<double> number = Embedded::parseReal(word);
+    return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
 int decimalsOf(const Embedded::AxisUnit& axis)
