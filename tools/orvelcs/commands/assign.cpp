@@ -92,13 +92,10 @@ ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& c
 ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& code, Output& output)
 {
     if (catalogEntry(code))
-        throw DefinitionFailure(Embedded::utf8FromWide(code),
-                                "is the code of a system of the catalog; a definition needs a code of its own",
-                                Library::statusOk);
+        throw Failure(Embedded::utf8FromWide(code),
+                      "is the code of a system of the catalog; a definition needs a code of its own");
     if (!isLegacyCode(code))
-        throw DefinitionFailure("--code",
-                                "expected a code, found \".\", which readers of older drawing versions take for none",
-                                Library::statusOk);
+        throw Failure("--code", "expected a code, found \".\", which readers of older drawing versions take for none");
     const DefinedSystem system = systemFromTextFile(options.definitionFile, code);
     Change change;
     change.apply = [&](QeDbDatabase* database, Library::Status& status) {
@@ -120,9 +117,7 @@ ExitStatus runAssign(AssignOptions& options, Output& output)
     try {
         return assignDefinition(options, code, output);
     } catch (const Failure& failure) {
-        const auto* definition = dynamic_cast<const DefinitionFailure*>(&failure);
-        printUntried(options.change.files, definition != nullptr ? definition->libraryStatus() : Library::statusOk,
-                     fmt::format("{}: {}", failure.subject(), failure.what()), output);
+        printUntried(options.change.files, failure, output);
         throw;
     }
 }

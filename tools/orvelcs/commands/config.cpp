@@ -45,15 +45,15 @@ ExitStatus report(const ConfigTarget& target, const ConfigChange& change, const 
 {
     if (output.json()) {
         Json json = {{"result", change.result}, {"events", eventsAsJson(change.events)}};
-        if (!change.error.empty())
-            json["error"] = change.error;
+        if (change.error)
+            json["error"] = *change.error;
         output.document(json);
     }
-    if (!change.error.empty())
-        output.error(target.subject(), change.error);
+    if (change.error)
+        output.error(target.subject(), *change.error);
     else if (target.drawing != kStandardStream)
         output.confirm(target.subject(), done);
-    return change.error.empty() ? ExitStatus::done : ExitStatus::failed;
+    return change.error ? ExitStatus::failed : ExitStatus::done;
 }
 
 ExitStatus runGet(const ConfigOptions& options, Output& output)
@@ -106,7 +106,7 @@ ExitStatus runClear(const ConfigOptions& options, Output& output)
     ConfigTarget registry = options.target;
     registry.registryStore = true;
     const ExitStatus status = report(registry, change, "emptied", output);
-    if (change.error.empty())
+    if (!change.error)
         noteSettingsFile(options.target, output);
     return status;
 }

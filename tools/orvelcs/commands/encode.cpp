@@ -8,7 +8,7 @@
 #include "embedded/base/path.h"
 #include "embedded/base/text.h"
 #include "orvelcs/cli/command.h"
-#include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/process.h"
 #include "orvelcs/drawing/catalog_lookup.h"
@@ -49,8 +49,7 @@ void putBlock(const EncodeOptions& options, const std::string& block, Output& ou
         return output.write(block);
     const std::filesystem::path target = Embedded::pathFromUtf8(options.target);
     if (const auto failure = Embedded::replaceFile(target, block))
-        throw DrawingFailure(options.target,
-                             {Qeapp::eFileWriteFailed, Embedded::displayName(target) + ": " + *failure});
+        throw Failure(options.target, fmt::format("{}: {}", resultName(Qeapp::eFileWriteFailed), *failure));
     output.confirm(options.target,
                    fmt::format("{} for drawing version {}, {} bytes", options.code, options.version, block.size()));
 }
@@ -73,20 +72,18 @@ ExitStatus runEncode(const EncodeOptions& options, Output& output)
     const int version = integerArgument("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     const std::wstring code = wideArgument("CODE", options.code);
     checkTarget(options, output);
-    try {
+    const auto document = [&](const Failure& failure) {
+        Json json = encodedAsJson(options, std::nullopt);
+        json["error"] = failure.text();
+        return json;
+    };
+    return withFailureDocument(document, DocumentedFailures::all, output, [&] {
         const std::string block = blockOf(code, static_cast<QeDb::QeDbDwgVersion>(version));
         putBlock(options, block, output);
         if (output.json())
             output.document(encodedAsJson(options, block.size()));
         return ExitStatus::done;
-    } catch (const Failure& failure) {
-        if (output.json()) {
-            Json json = encodedAsJson(options, std::nullopt);
-            json["error"] = fmt::format("{}: {}", failure.subject(), failure.what());
-            output.document(json);
-        }
-        throw;
-    }
+    });
 }
 
 std::vector<Command> declareEncode(CLI::App& program)

@@ -155,10 +155,9 @@ ExitStatus runForms(FormsOptions& options, Output& output)
     try {
         showForms(options, values, output);
         return ExitStatus::done;
-    } catch (const DrawingFailure& failure) {
-        return fail(options, failure.result(), failure.what(), output);
     } catch (const Failure& failure) {
-        return fail(options, std::nullopt, fmt::format("{}: {}", failure.subject(), failure.what()), output);
+        const bool isOfFile = failure.code().has_value();
+        return fail(options, failure.code(), isOfFile ? failure.what() : failure.text(), output);
     }
 }
 

@@ -33,9 +33,9 @@ struct ShowReport {
     std::optional<bool> knownToCatalog;
     std::optional<std::string> source;
     ExitStatus status = ExitStatus::done;
-    std::optional<int> result; // of what failed
-    std::string error;
-    std::string note;
+    std::optional<int> result;        // of what failed
+    std::optional<std::string> error; // of a drawing without a system, too
+    std::optional<std::string> note;
 };
 
 void fail(ShowReport& report, Qeapp::ErrorStatus result, const std::string& message)
@@ -114,7 +114,7 @@ ShowReport readDrawing(const std::string& file, bool wantsWkt, const Output& out
             fail(report, failure.status, describe(file, failure));
     } catch (const Failure& failure) {
         report.status = failure.status();
-        report.error = fmt::format("{}: {}", failure.subject(), failure.what());
+        report.error = failure.text();
     }
     return report;
 }
@@ -134,7 +134,7 @@ Json asJson(const ShowReport& report, bool wantsWkt)
         json["wkt"] = jsonText(report.system.wkt);
     if (report.status == ExitStatus::failed) {
         json["result"] = jsonValue(report.result);
-        json["error"] = report.error;
+        json["error"] = jsonValue(report.error);
     }
     return json;
 }
@@ -160,10 +160,10 @@ ExitStatus runShow(const ShowOptions& options, Output& output)
         const ShowReport report = readDrawing(file, options.wkt, output);
         if (!output.json())
             print(report, output);
-        if (!report.note.empty())
-            output.note(file, report.note);
-        if (!report.error.empty())
-            output.error(file, report.error);
+        if (report.note)
+            output.note(file, *report.note);
+        if (report.error)
+            output.error(file, *report.error);
         return DrawingOutcome{report.status, asJson(report, options.wkt)};
     });
 }

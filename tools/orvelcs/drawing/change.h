@@ -40,8 +40,7 @@ struct Change {
 /// A drawing whose change fails or is vetoed is not written.
 ExitStatus changeDrawings(const ChangeOptions& options, const Change& change, Output& output);
 
-/// For a change that cannot even be tried: the JSON of each drawing with that error.
-void printUntried(const std::vector<std::string>& files, Zentara::Infrastructure::SpatialReference::Status status,
-                  const std::string& error, Output& output);
+/// Prints the JSON of the drawings that a Failure has kept from being changed.
+void printUntried(const std::vector<std::string>& files, const Failure& failure, Output& output);
 
 } // namespace Orvelcs

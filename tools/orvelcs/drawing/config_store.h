@@ -39,7 +39,7 @@ void checkUserConfig();
 struct ConfigChange {
     bool result = false;
     std::vector<Event> events;
-    std::string error; // empty: it was done
+    std::optional<std::string> error; // none where it was done
 };
 
 /// Asks for the stored text, as readConfig does.

@@ -21,13 +21,13 @@ std::wstring definitionText(const std::string& file)
     const std::string bytes = readWhole(file, kLongestDefinitionInBytes);
     const std::string_view utf8 = withoutByteOrderMark(bytes);
     if (const auto fault = faultOfText(utf8))
-        throw DefinitionFailure(file, *fault, Library::statusOk);
+        throw Failure(file, *fault);
     if (utf8.find_first_not_of(" \t\r\n") == std::string_view::npos)
-        throw DefinitionFailure(file, "is empty", Library::statusOk);
+        throw Failure(file, "is empty");
     return Embedded::wideFromUtf8(utf8);
 }
 
-std::string reasonOf(Library::Status status, const std::wstring& text)
+std::string describeFailure(Library::Status status, const std::wstring& text)
 {
     if (const auto reason = Embedded::whyNoDocument(Embedded::utf8FromWide(text)))
         return *reason + ": " + statusName(status);
@@ -45,7 +45,7 @@ DefinedSystem systemFromTextFile(const std::string& file, const std::wstring& co
     const Library::Status status =
         Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), system.put());
     if (status != Library::statusOk || !system)
-        throw DefinitionFailure(file, reasonOf(status, text), status);
+        throw Failure(file, describeFailure(status, text), ExitStatus::failed, status);
     return system;
 }
 

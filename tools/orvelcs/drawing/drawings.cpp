@@ -42,7 +42,7 @@ std::string describe(const std::string& file, const Embedded::FileResult& result
 void require(const std::string& file, const Embedded::FileResult& result)
 {
     if (result.status != Qeapp::eOk)
-        throw DrawingFailure(file, result);
+        throw Failure(file, describe(file, result), ExitStatus::failed, result.status);
 }
 
 OpenDrawing::OpenDrawing(std::string file, Embedded::DrawingAccess access, const Output& output)

@@ -13,22 +13,10 @@
 
 namespace Orvelcs {
 
-/// "eFileDamaged (51): objects[3].owner: …", without the file's name, which stands before it.
+/// "eFileDamaged (51): objects[3].owner: …". The file's name, which stands before it in messages, is left out.
 std::string describe(const std::string& file, const Embedded::FileResult& result);
 
-/// A drawing that cannot be loaded or saved, with the host's result.
-class DrawingFailure : public Failure {
-public:
-    DrawingFailure(const std::string& file, const Embedded::FileResult& result)
-        : Failure(file, describe(file, result)), result_(result.status)
-    {
-    }
-    Qeapp::ErrorStatus result() const { return result_; }
-
-private:
-    Qeapp::ErrorStatus result_;
-};
-/// Throws DrawingFailure unless the result is eOk.
+/// Throws Failure with the host's result unless that is eOk.
 void require(const std::string& file, const Embedded::FileResult& result);
 
 /// What is said of a file that is there already.
