@@ -8,7 +8,6 @@
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/catalog_lookup.h"
-#include "orvelcs/drawing/catalog_suggestion.h"
 #include "orvelcs/drawing/change.h"
 #include "orvelcs/drawing/definition_file.h"
 #include "orvelcs/drawing/holders.h"

@@ -13,7 +13,6 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/drawing/catalog_lookup.h"
-#include "orvelcs/drawing/catalog_suggestion.h"
 #include "orvelcs/output/system_description.h"
 
 namespace Orvelcs {

@@ -7,7 +7,6 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/cli/text_bytes.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/config_store.h"
 #include "orvelcs/drawing/settings_file.h"
@@ -23,16 +22,11 @@ struct ConfigOptions {
     std::string type;
 };
 
-/// The text of a file, "-" for standard input. Throws Failure.
-std::wstring textOf(const std::string& file)
+std::wstring readTextArgument(const std::string& file)
 {
     if (file.empty())
         throw wrongUsage("TEXTFILE", "is empty");
-    const std::string bytes = readWhole(file);
-    const std::string_view utf8 = withoutByteOrderMark(bytes);
-    if (const auto fault = faultOfText(utf8))
-        throw Failure(file == kStandardStream ? "standard input" : file, *fault);
-    return Embedded::wideFromUtf8(utf8);
+    return readText(file);
 }
 
 /// Held as long as the command reads and changes a store of the user's. A drawing needs none.
@@ -74,7 +68,7 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
     checkConfigTarget(options.target, true, output);
     if (options.textFile == kStandardStream && options.target.drawing == kStandardStream)
         throw wrongUsage(kStandardStream, "cannot be both the text and the drawing");
-    const std::wstring text = textOf(options.textFile);
+    const std::wstring text = readTextArgument(options.textFile);
     const auto lock = lockFor(options.target, output);
     const ExitStatus status = report(options.target,
                                      writeConfig(
@@ -113,7 +107,7 @@ ExitStatus runClear(const ConfigOptions& options, Output& output)
 
 ExitStatus runItems(const ConfigOptions& options, Output& output)
 {
-    const std::vector<ConfigItem> items = itemsOf(textOf(options.textFile));
+    const std::vector<ConfigItem> items = itemsOf(readTextArgument(options.textFile));
     if (output.json()) {
         Json json = Json::array();
         for (const ConfigItem& item : items)

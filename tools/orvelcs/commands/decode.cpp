@@ -6,13 +6,12 @@
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "orvelcs/cli/command.h"
-#include "orvelcs/cli/definition_type.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/cli/text_query.h"
 #include "orvelcs/drawing/holders.h"
 #include "orvelcs/output/result_names.h"
+#include "orvelcs/output/system_description.h"
 
 namespace Orvelcs {
 
@@ -36,8 +35,9 @@ std::vector<DecodedDefinition> definitionsIn(const Library::DefinitionBaseArray&
     std::vector<DecodedDefinition> definitions;
     for (int index = 0; index < array.GetCount(); ++index) {
         const Library::DefinitionBase& definition = *array.GetItem(index);
-        definitions.push_back({definitionType(definition), answerOf(definition, &Library::DefinitionBase::GetCode),
-                               answerOf(definition, &Library::DefinitionBase::GetName)});
+        definitions.push_back({definitionType(definition),
+                               definitionText(definition, &Library::DefinitionBase::GetCode),
+                               definitionText(definition, &Library::DefinitionBase::GetName)});
     }
     return definitions;
 }

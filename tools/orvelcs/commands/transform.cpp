@@ -9,9 +9,8 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/cli/line_reader.h"
+#include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/configured_transformation.h"
-#include "orvelcs/drawing/operation_failure.h"
 #include "orvelcs/output/point_printer.h"
 #include "orvelcs/output/point_text.h"
 #include "orvelcs/output/transform_summary.h"
@@ -70,7 +69,7 @@ PointAnswer answerTo(const LineReader& reader, PointTask& task)
 void lookForMissingGrids(PointTask& task, const PointAnswer& answer)
 {
     if (const auto refusal = task.transformer->lookForMissingGrids(answer.given, answer.transformed.operation))
-        throw failureOf(*refusal, ExitStatus::failed);
+        throw operationFailure(*refusal, ExitStatus::failed);
 }
 
 /// Answers each line as it comes, so that both ends of a pipe can work at the same time.
@@ -120,7 +119,7 @@ PointTask taskFor(const TransformOptions& options, const Output& output)
     const auto configured = configuredTransformation(source, target, drawing, output);
     Embedded::TransformerResult result = Embedded::makeTransformer(source, target, configured);
     if (result.refusal)
-        throw failureOf(*result.refusal, ExitStatus::failed);
+        throw operationFailure(*result.refusal, ExitStatus::failed);
     return {std::move(result.transformer), configured.has_value(), epoch, output.json() || !output.isQuiet()};
 }
 

@@ -10,10 +10,8 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/drawing/catalog_lookup.h"
-#include "orvelcs/drawing/catalog_suggestion.h"
+#include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/configured_transformation.h"
-#include "orvelcs/drawing/operation_failure.h"
-#include "orvelcs/drawing/transformation_kind.h"
 #include "orvelcs/output/system_description.h"
 
 namespace Orvelcs {
@@ -147,7 +145,7 @@ std::vector<Embedded::CatalogOperation> operationsFor(const TransformationOption
     const std::wstring target = wideArgument("DST", options.listTarget);
     Embedded::OperationList list = Embedded::operationsBetween(source, target);
     if (list.refusal)
-        throw failureOf(*list.refusal, ExitStatus::nothingFound);
+        throw operationFailure(*list.refusal, ExitStatus::nothingFound);
     if (list.operations.empty())
         throw Failure(options.listSource + " to " + options.listTarget,
                       "the catalog has no transformation or path between the two", ExitStatus::nothingFound);

@@ -8,7 +8,6 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure.h"
-#include "orvelcs/drawing/transformation_kind.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -58,6 +57,18 @@ std::string candidatesClause(const std::vector<Embedded::OperationCandidate>& ca
 }
 
 } // namespace
+
+std::string transformationKindName(int kind)
+{
+    switch (kind) {
+    case Library::transformationPath:
+        return "path";
+    case Library::transformationSingle:
+        return "transformation";
+    default:
+        return "neither path nor transformation";
+    }
+}
 
 std::vector<ConfigItem> itemsOf(const std::wstring& text)
 {

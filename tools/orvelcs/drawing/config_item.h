@@ -22,6 +22,9 @@ struct ConfigItem {
     std::wstring xml; // what the module writes for it; empty for an incomplete one
 };
 
+/// "path" for 1, "transformation" for 2, "neither path nor transformation" for anything else.
+std::string transformationKindName(int kind);
+
 /// One for each "</Item>" of the text.
 std::vector<ConfigItem> itemsOf(const std::wstring& text);
 Json asJson(const ConfigItem& item);

@@ -5,7 +5,6 @@
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/definitions/user_text.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/cli/text_bytes.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -15,17 +14,6 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 namespace {
 
 constexpr std::size_t kLongestDefinitionInBytes = std::size_t{1} << 20;
-
-std::wstring definitionText(const std::string& file)
-{
-    const std::string bytes = readWhole(file, kLongestDefinitionInBytes);
-    const std::string_view utf8 = withoutByteOrderMark(bytes);
-    if (const auto fault = faultOfText(utf8))
-        throw Failure(file, *fault);
-    if (utf8.find_first_not_of(" \t\r\n") == std::string_view::npos)
-        throw Failure(file, "is empty");
-    return Embedded::wideFromUtf8(utf8);
-}
 
 std::string describeFailure(Library::Status status, const std::wstring& text)
 {
@@ -40,7 +28,9 @@ std::string describeFailure(Library::Status status, const std::wstring& text)
 
 DefinedSystem systemFromTextFile(const std::string& file, const std::wstring& code)
 {
-    const std::wstring text = definitionText(file);
+    const std::wstring text = readText(file, kLongestDefinitionInBytes);
+    if (text.find_first_not_of(L" \t\r\n") == std::wstring::npos)
+        throw Failure(file, "is empty");
     DefinedSystem system;
     const Library::Status status =
         Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), system.put());

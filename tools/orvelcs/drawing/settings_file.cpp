@@ -11,7 +11,6 @@
 #include "embedded/base/text.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/cli/text_bytes.h"
 #include "orvelcs/cli/user_options.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/staging_folder.h"
@@ -43,13 +42,6 @@ std::optional<std::string> faultOfPlace(const std::filesystem::path& file)
 void checkPlace(const std::filesystem::path& file)
 {
     if (const auto fault = faultOfPlace(file))
-        throw Failure(file.string(), *fault);
-}
-
-/// The module would hand out other text than the file holds, or none, without a word.
-void checkSettingsFile(const std::filesystem::path& file)
-{
-    if (const auto fault = faultOfText(readWhole(file.string())))
         throw Failure(file.string(), *fault);
 }
 
@@ -110,7 +102,7 @@ std::optional<std::wstring> readSettingsFile()
     checkPlace(file);
     if (!std::filesystem::exists(file))
         return std::nullopt;
-    checkSettingsFile(file);
+    static_cast<void>(readText(file.string())); // throws where the module would give other text than the file holds
     auto text = copyModuleText([](wchar_t*& out) {
         return Zentara::Gis::Orvel::CoordinateSystem::GetCsTransformationConfig(
             out, Zentara::Gis::Orvel::CoordinateSystem::CsTransformationConfigTargetType::User);

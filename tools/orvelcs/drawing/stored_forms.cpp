@@ -1,9 +1,9 @@
 #include "orvelcs/drawing/stored_forms.h"
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "orvelcs/cli/definition_type.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/output/result_names.h"
+#include "orvelcs/output/system_description.h"
 
 namespace Orvelcs {
 

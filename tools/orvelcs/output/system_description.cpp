@@ -7,22 +7,32 @@
 #include "embedded/base/text.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure.h"
-#include "orvelcs/cli/text_query.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
 
 namespace Library = Zentara::Infrastructure::SpatialReference;
 
+std::string definitionType(const Library::DefinitionBase& definition)
+{
+    if (dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(&definition) != nullptr)
+        return "CoordinateReferenceSystemDefinition";
+    if (dynamic_cast<const Library::DatumDefinition*>(&definition) != nullptr)
+        return "DatumDefinition";
+    if (dynamic_cast<const Library::EllipsoidDefinition*>(&definition) != nullptr)
+        return "EllipsoidDefinition";
+    return "DefinitionBase";
+}
+
 SystemDescription describe(const System& system)
 {
     SystemDescription description;
-    description.code = answerOf(system, &System::GetCode);
-    description.name = answerOf(system, &System::GetName);
+    description.code = definitionText(system, &System::GetCode);
+    description.name = definitionText(system, &System::GetName);
     if (int kind = 0; system.GetKind(kind) == Library::statusOk)
         description.kind = kind;
-    description.datum = answerOf(system, &System::GetDatumCode);
-    description.ellipsoid = answerOf(system, &System::GetEllipsoidCode);
+    description.datum = definitionText(system, &System::GetDatumCode);
+    description.ellipsoid = definitionText(system, &System::GetEllipsoidCode);
     return description;
 }
 
@@ -33,7 +43,7 @@ std::wstring wktOf(const System& system)
     const Library::Status status =
         Library::FormatConverter::DefinitionToWkt_s(&system, Library::wktFlavorDefault, buffer.data(), buffer.size());
     if (status != Library::statusOk && status != Library::statusInexact) {
-        const std::optional<std::wstring> code = answerOf(system, &System::GetCode);
+        const std::optional<std::wstring> code = definitionText(system, &System::GetCode);
         throw Failure(code ? Embedded::utf8FromWide(*code) : "the system",
                       "cannot be written as WKT: " + statusName(status));
     }

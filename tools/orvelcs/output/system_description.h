@@ -23,6 +23,24 @@ struct SystemDescription {
     std::optional<std::wstring> wkt;
 };
 
+/// "CoordinateReferenceSystemDefinition", "DatumDefinition", "EllipsoidDefinition"; "DefinitionBase" for any other.
+std::string definitionType(const Zentara::Infrastructure::SpatialReference::DefinitionBase& definition);
+
+template <class Owner>
+using TextQuery = Zentara::Infrastructure::SpatialReference::Status (Owner::*)(const wchar_t*&) const;
+
+/// The text that the query gives; nothing when it fails and for an empty text, which is the library's way of saying
+/// that there is none.
+template <class Definition, class Owner>
+std::optional<std::wstring> definitionText(const Definition& definition, TextQuery<Owner> query)
+{
+    const wchar_t* text = nullptr;
+    if ((definition.*query)(text) != Zentara::Infrastructure::SpatialReference::statusOk || text == nullptr ||
+        *text == L'\0')
+        return std::nullopt;
+    return text;
+}
+
 using System = Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition;
 
 /// Everything but the WKT.
