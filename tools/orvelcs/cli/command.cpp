@@ -61,12 +61,11 @@ bool needsMark(const std::string& argument)
     return argument.starts_with(kMark) || (argument.starts_with('[') && argument.ends_with(']'));
 }
 
-// "--kind N" is the option --kind with a value that the help calls N.
 CLI::Option* finish(CLI::Option* option, const std::string& valueName)
 {
     return option->type_name(valueName)->transform(CLI::Validator(
         [](std::string& argument) {
-            argument = withoutMark(argument);
+            argument = removeMark(argument);
             return std::string();
         },
         ""));
@@ -126,7 +125,7 @@ CLI::Option* addArguments(CLI::App& command, const std::string& name, std::vecto
     return finish(command.add_option(split.option, values, description), split.value);
 }
 
-std::vector<std::string> keptWhole(const std::vector<std::string>& arguments)
+std::vector<std::string> markArguments(const std::vector<std::string>& arguments)
 {
     std::vector<std::string> kept;
     kept.reserve(arguments.size());
@@ -141,7 +140,7 @@ std::vector<std::string> keptWhole(const std::vector<std::string>& arguments)
     return kept;
 }
 
-std::string withoutMark(const std::string& argument)
+std::string removeMark(const std::string& argument)
 {
     return argument.starts_with(kMark) ? argument.substr(1) : argument;
 }

@@ -26,24 +26,24 @@ struct CommandText {
     std::string details;            // below the options
 };
 
-/// Makes the help begin with these forms of use.
+/// Sets the lines of the help that show how the program or the command is called.
 void setUsage(CLI::App& app, const std::vector<std::string>& usage);
 
 /// Adds a command to the program, or to the command that it is a part of.
 CLI::App* addCommand(CLI::App& parent, const CommandText& text);
 
-/// Options and positional arguments without the type names that would stand in the way of the help's own words.
+/// Adds an option or a positional argument. "--kind N" is the option --kind, whose value the help calls N.
 CLI::Option* addArgument(CLI::App& command, const std::string& name, std::string& value,
                          const std::string& description);
 CLI::Option* addArguments(CLI::App& command, const std::string& name, std::vector<std::string>& values,
                           const std::string& description);
 
-/// The parser takes "[a,b]" for a list of two, and knows "--" before a command's first positional argument alone. An
-/// argument in that form is marked before parsing, and so is each that follows a "--", which is left out itself; the
-/// mark is taken off what addArgument and addArguments deliver. The flag kSeparatorFlag stands in its place.
+/// Marks the arguments that the parser would change: it splits "[a,b]" in two, and reads an option behind "--" where a
+/// positional argument has come before. The flag kSeparatorFlag replaces the "--". addArgument and addArguments remove
+/// the mark from the values.
 inline constexpr const char* kSeparatorFlag = "--_";
-std::vector<std::string> keptWhole(const std::vector<std::string>& arguments);
-std::string withoutMark(const std::string& argument);
+std::vector<std::string> markArguments(const std::vector<std::string>& arguments);
+std::string removeMark(const std::string& argument);
 
 /// The number that an option has as its value; throws Failure for wrong usage unless it is a whole number from `least`
 /// to `most`.

@@ -11,7 +11,7 @@
 namespace Orvelcs {
 namespace {
 
-std::vector<std::string> namesOf(const std::vector<const CLI::App*>& commands)
+std::vector<std::string> commandNames(const std::vector<const CLI::App*>& commands)
 {
     std::vector<std::string> names;
     for (const CLI::App* command : commands)
@@ -21,7 +21,7 @@ std::vector<std::string> namesOf(const std::vector<const CLI::App*>& commands)
 
 std::vector<std::string> subcommandNames(const CLI::App& command)
 {
-    return namesOf(command.get_subcommands([](const CLI::App*) { return true; }));
+    return commandNames(command.get_subcommands([](const CLI::App*) { return true; }));
 }
 
 // A command that does something by itself too has arguments of its own.
@@ -30,7 +30,7 @@ std::vector<std::string> requiredSubcommands(const CLI::App& command)
     return command.get_require_subcommand_min() > 0 ? subcommandNames(command) : std::vector<std::string>();
 }
 
-std::string nameOf(const CLI::App* command)
+std::string commandName(const CLI::App* command)
 {
     std::string name;
     for (const CLI::App* app = command; app->get_parent() != nullptr; app = app->get_parent())
@@ -86,11 +86,11 @@ Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
     Invocation invocation;
     const std::vector<std::string> given(arguments + std::min(argumentCount, 1), arguments + argumentCount);
     if (const std::optional<MisusedOption> misused = misusedOption(*program_, given)) {
-        invocation.command = nameOf(misused->command);
+        invocation.command = commandName(misused->command);
         invocation.failure = wrongUsage(misused->option, misused->message);
         return invocation;
     }
-    std::vector<std::string> words = keptWhole(given);
+    std::vector<std::string> words = markArguments(given);
     std::ranges::reverse(words); // the parser wants them from the back
     try {
         program_->parse(std::move(words));
@@ -109,7 +109,7 @@ Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
         else
             invocation.failure = describeRefusal(error);
     }
-    invocation.command = nameOf(selected());
+    invocation.command = commandName(selected());
     invocation.checksCatalog = check_;
     return invocation;
 }
@@ -140,7 +140,7 @@ Failure CommandLine::unknownArgument(const std::string& argument) const
 {
     if (looksLikeOption(argument))
         return unknownOption(argument.substr(0, argument.find('=')));
-    const std::string word = withoutMark(argument);
+    const std::string word = removeMark(argument);
     const std::vector<std::string> commands = requiredSubcommands(*selected());
     if (commands.empty())
         return wrongUsage(word, "one argument too many");
@@ -154,7 +154,7 @@ Failure CommandLine::unknownOption(const std::string& name) const
 {
     const std::vector<std::string> known = knownOptions();
     if (std::ranges::find(known, name) != known.end()) // the command has it, and it stands before the command
-        return wrongUsage(name, fmt::format("is an option of {0} and goes after {0}", nameOf(selected())));
+        return wrongUsage(name, fmt::format("is an option of {0} and goes after {0}", commandName(selected())));
     return wrongUsage(name, "no such option" + nearestClause(nearest(name, known)));
 }
 

@@ -1,4 +1,4 @@
-// The command line: which command it names, with which options, or what is wrong with it.
+// Parses the command line: the command, its options, or what is wrong with them.
 #pragma once
 
 #include <memory>

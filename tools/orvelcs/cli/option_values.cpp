@@ -7,7 +7,7 @@ namespace {
 
 constexpr const char* kSeparator = "--";
 
-const CLI::App* subcommandOf(const CLI::App& command, const std::string& name)
+const CLI::App* findSubcommand(const CLI::App& command, const std::string& name)
 {
     const auto found =
         command.get_subcommands([&](const CLI::App* candidate) { return candidate->get_name() == name; });
@@ -15,7 +15,7 @@ const CLI::App* subcommandOf(const CLI::App& command, const std::string& name)
 }
 
 // An option of the command, or of one that it is a part of.
-const CLI::Option* optionOf(const CLI::App* command, const std::string& name)
+const CLI::Option* lookUpOption(const CLI::App* command, const std::string& name)
 {
     const CLI::Option* option = nullptr;
     for (; command != nullptr && option == nullptr; command = command->get_parent())
@@ -55,12 +55,12 @@ std::optional<MisusedOption> misusedOption(const CLI::App& program, const std::v
         const std::string& word = words[index];
         const std::string* next = index + 1 < words.size() ? &words[index + 1] : nullptr;
         if (!looksLikeOption(word)) {
-            if (const CLI::App* subcommand = subcommandOf(*command, word))
+            if (const CLI::App* subcommand = findSubcommand(*command, word))
                 command = subcommand;
             continue;
         }
         const std::string name = word.substr(0, word.find('='));
-        const CLI::Option* option = optionOf(command, name);
+        const CLI::Option* option = lookUpOption(command, name);
         if (option == nullptr)
             continue;
         if (const char* message = describeMisuse(*option, word, next))

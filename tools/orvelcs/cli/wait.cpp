@@ -57,7 +57,7 @@ Embedded::SqlWait waitFor(const std::string& what, const Output& output)
     return wait;
 }
 
-std::string stillHeldMessage()
+std::string lockedMessage()
 {
     return fmt::format("another process holds it, after {} s still; try again, or wait longer with --wait SECONDS",
                        secondsToWait());

@@ -37,7 +37,7 @@ std::string doneText(const std::wstring& code)
 }
 
 // Splits the positional arguments into the code and the files.
-std::wstring takeArguments(AssignOptions& options)
+std::wstring splitArguments(AssignOptions& options)
 {
     options.change.files = options.arguments;
     if (options.isUserDefined()) {
@@ -107,7 +107,7 @@ ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& co
 
 ExitStatus runAssign(AssignOptions& options, Output& output)
 {
-    const std::wstring code = takeArguments(options);
+    const std::wstring code = splitArguments(options);
     checkChangeOptions(options.change, output);
     if (!options.isUserDefined())
         return assignFromCatalog(options, code, output);
@@ -116,7 +116,7 @@ ExitStatus runAssign(AssignOptions& options, Output& output)
     try {
         return assignDefinition(options, code, output);
     } catch (const Failure& failure) {
-        printUntried(options.change.files, failure, output);
+        printUnchanged(options.change.files, failure, output);
         throw;
     }
 }

@@ -35,7 +35,7 @@ struct CatalogShowOptions {
     bool wkt = false;
 };
 
-Embedded::CatalogQuery queryFrom(const SearchOptions& options)
+Embedded::CatalogQuery makeQuery(const SearchOptions& options)
 {
     Embedded::CatalogQuery query;
     if (std::find(options.words.begin(), options.words.end(), "") != options.words.end())
@@ -91,7 +91,7 @@ std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
 
 ExitStatus runSearch(const SearchOptions& options, Output& output)
 {
-    const Embedded::CatalogQuery query = queryFrom(options);
+    const Embedded::CatalogQuery query = makeQuery(options);
     return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
         const std::vector<Embedded::CatalogEntry> entries = search(query);
         if (output.json())
@@ -117,13 +117,13 @@ CatalogSystem load(const std::wstring& code, bool wantsWkt)
         throw noSuchCode(code);
     CatalogSystem found{describe(*system.get()), *entry, {}};
     if (wantsWkt)
-        found.system.wkt = wktOf(*system.get());
+        found.system.wkt = writeWkt(*system.get());
     if (entry->deprecated)
         found.replacements = Embedded::replacementsOf(entry->code);
     return found;
 }
 
-std::optional<std::wstring> areaOf(const CatalogSystem& found)
+std::optional<std::wstring> optionalArea(const CatalogSystem& found)
 {
     return found.entry.areaOfUse.empty() ? std::nullopt : std::optional(found.entry.areaOfUse);
 }
@@ -146,7 +146,7 @@ Json asJson(const CatalogSystem& found, bool wantsWkt)
     json["deprecated"] = found.entry.deprecated;
     json["replacedBy"] = replacements.empty() ? Json(nullptr) : replacements.front();
     json["replacements"] = replacements;
-    json["areaOfUse"] = jsonText(areaOf(found));
+    json["areaOfUse"] = jsonText(optionalArea(found));
     return json;
 }
 
@@ -162,7 +162,7 @@ void print(const CatalogSystem& found, Output& output)
             codes += (codes.empty() ? L"" : L", ") + code;
         lines.add("replaced by", codes);
     }
-    lines.add("area of use", areaOf(found));
+    lines.add("area of use", optionalArea(found));
     lines.add("wkt", found.system.wkt);
     lines.print(output);
 }

@@ -30,7 +30,7 @@ std::wstring readTextArgument(const std::string& file)
 }
 
 /// Held as long as the command reads and changes a store of the user's. A drawing needs none.
-std::unique_ptr<LockFile> lockFor(const ConfigTarget& target, const Output& output)
+std::unique_ptr<LockFile> lockStore(const ConfigTarget& target, const Output& output)
 {
     return target.isDrawing() ? nullptr : lockUserStores(output);
 }
@@ -69,7 +69,7 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
     if (options.textFile == kStandardStream && options.target.drawing == kStandardStream)
         throw wrongUsage(kStandardStream, "cannot be both the text and the drawing");
     const std::wstring text = readTextArgument(options.textFile);
-    const auto lock = lockFor(options.target, output);
+    const auto lock = lockStore(options.target, output);
     const ExitStatus status = report(options.target,
                                      writeConfig(
                                          options.target, [&](const StoredConfig&) { return text; }, output),
@@ -93,7 +93,7 @@ void noteSettingsFile(const ConfigTarget& target, Output& output)
 ExitStatus runClear(const ConfigOptions& options, Output& output)
 {
     checkConfigTarget(options.target, true, output);
-    const auto lock = lockFor(options.target, output);
+    const auto lock = lockStore(options.target, output);
     const ConfigChange change = clearConfig(options.target, output);
     if (options.target.isDrawing())
         return report(options.target, change, "configuration cleared", output);
@@ -107,7 +107,7 @@ ExitStatus runClear(const ConfigOptions& options, Output& output)
 
 ExitStatus runItems(const ConfigOptions& options, Output& output)
 {
-    const std::vector<ConfigItem> items = itemsOf(readTextArgument(options.textFile));
+    const std::vector<ConfigItem> items = parseItems(readTextArgument(options.textFile));
     if (output.json()) {
         Json json = Json::array();
         for (const ConfigItem& item : items)
@@ -127,10 +127,10 @@ ExitStatus runAdd(const ConfigOptions& options, Output& output)
         throw wrongUsage("--type", fmt::format("{} is neither path nor transformation", options.type));
     ConfigItemText item = options.item;
     item.type = options.type == "path" ? 1 : 2;
-    const std::wstring element = elementOf(item);
+    const std::wstring element = makeElement(item);
     if (options.target.drawing == kStandardStream)
         throw wrongUsage("--drawing", "a drawing from standard input is read once; name a file");
-    const auto lock = lockFor(options.target, output);
+    const auto lock = lockStore(options.target, output);
     noteDoubtfulName(item, output);
     const ConfigEdit edit = [&](const StoredConfig& stored) {
         return withElement(stored().value_or(std::wstring()), element);

@@ -42,7 +42,7 @@ struct ConvertReport {
 
 // What the host's message does not say, because it does not know what its reactors keep in a drawing. The failed save
 // has left the drawing as it was.
-std::string conversionReason(QeDbDatabase* database, Qeapp::ErrorStatus failure)
+std::string describeConversionFailure(QeDbDatabase* database, Qeapp::ErrorStatus failure)
 {
     LibraryObject<System> system;
     if (CoordinateSystem::GetCoordinateSystem(system.put(), nullptr, database) != Qeapp::eOk)
@@ -67,7 +67,7 @@ void failSave(ConvertReport& report, const ConvertOptions& options, OpenDrawing&
     const std::string& subject = isOfTarget ? target : options.file;
     std::string message = saved.status == Qeapp::eFileExists ? kExists : describe(subject, saved);
     if (!isOfTarget)
-        message += conversionReason(drawing.database(), saved.status);
+        message += describeConversionFailure(drawing.database(), saved.status);
     report.result = saved.status;
     report.failure = Failure(subject, message);
 }
@@ -81,7 +81,7 @@ ConvertReport convertDrawing(const ConvertOptions& options, int version, Output&
         report.failure = Failure(options.file, describe(options.file, loaded));
         return report;
     }
-    const RecordingReactor reactor(vetoesOf(options.change));
+    const RecordingReactor reactor(parseVetoes(options.change));
     const Embedded::FileResult saved =
         saveDrawing(*drawing.database(), options.change.files.front(), static_cast<QeDb::QeDbDwgVersion>(version),
                     options.force ? Embedded::Overwriting::drawings : Embedded::Overwriting::refused, output);

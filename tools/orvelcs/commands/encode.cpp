@@ -30,7 +30,7 @@ struct EncodeOptions {
     bool isPrinted() const { return target == kStandardStream; }
 };
 
-std::string blockOf(const std::wstring& code, QeDb::QeDbDwgVersion version)
+std::string encodeSystem(const std::wstring& code, QeDb::QeDbDwgVersion version)
 {
     const CatalogSystemDefinition system = systemFromCatalog(code);
     HostBytes bytes;
@@ -43,7 +43,7 @@ std::string blockOf(const std::wstring& code, QeDb::QeDbDwgVersion version)
     return {reinterpret_cast<const char*>(bytes.get()), static_cast<std::size_t>(length)};
 }
 
-void putBlock(const EncodeOptions& options, const std::string& block, Output& output)
+void writeBlock(const EncodeOptions& options, const std::string& block, Output& output)
 {
     if (options.isPrinted())
         return output.write(block);
@@ -78,8 +78,8 @@ ExitStatus runEncode(const EncodeOptions& options, Output& output)
         return json;
     };
     return withFailureDocument(document, DocumentedFailures::all, output, [&] {
-        const std::string block = blockOf(code, static_cast<QeDb::QeDbDwgVersion>(version));
-        putBlock(options, block, output);
+        const std::string block = encodeSystem(code, static_cast<QeDb::QeDbDwgVersion>(version));
+        writeBlock(options, block, output);
         if (output.json())
             output.document(encodedAsJson(options, block.size()));
         return ExitStatus::done;

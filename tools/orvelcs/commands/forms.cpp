@@ -42,7 +42,7 @@ Json asJson(const std::string& file, int version, const StoredForms& forms)
         json["legacyProjection"] = {{"code", jsonText(forms.legacyProjection->code)}};
     if (const auto& record = forms.definitionXrecord)
         json["definitionXrecord"] = {{"layout", record->layout},
-                                     {"chain", chainAsJson(record->chain.get())},
+                                     {"chain", resbufsAsJson(record->chain.get())},
                                      {"definitions", definitionsAsJson(record->definitions)}};
     if (forms.geoData)
         json["geoData"] = {{"text", jsonText(forms.geoData->text)}, {"owner", jsonText(forms.geoData->owner)}};
@@ -71,7 +71,7 @@ std::string textOrNone(const std::optional<std::wstring>& text)
 void printDefinitionXrecord(const DefinitionXrecord& record, Output& output)
 {
     output.line(fmt::format("  definition xrecord: layout {}", record.layout));
-    for (const Json& buffer : chainAsJson(record.chain.get())) {
+    for (const Json& buffer : resbufsAsJson(record.chain.get())) {
         const Json& value = buffer.contains("hex") ? buffer["hex"] : buffer["value"];
         const std::string text = value.is_string() ? oneLine(value.get<std::string>()) : value.dump();
         output.line(fmt::format("    {:>4}  {}", buffer["code"].get<int>(), text));
@@ -135,7 +135,7 @@ ExitStatus fail(const FormsOptions& options, const std::optional<int>& result, c
 }
 
 // After "--put A=B" the file may stand among the values.
-void takeFile(FormsOptions& options)
+void findFile(FormsOptions& options)
 {
     if (options.fileArgument->count() > 0)
         return;
@@ -147,7 +147,7 @@ void takeFile(FormsOptions& options)
 
 ExitStatus runForms(FormsOptions& options, Output& output)
 {
-    takeFile(options);
+    findFile(options);
     std::vector<FormValue> values;
     for (const std::string& put : options.puts)
         values.push_back(parseFormValue(put));

@@ -59,7 +59,7 @@ Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToC
     return CoordinateSystem::GetCoordinateSystem(system.put(), nullptr, database);
 }
 
-std::string whyNotAsked(const std::wstring& code)
+std::string describeCatalogFault(const std::wstring& code)
 {
     return Embedded::unreadableCatalogMessage(
         Embedded::whyCatalogFails(code).value_or("PROJ gives nothing for this code"));
@@ -93,9 +93,9 @@ void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
         report.source = "geodata";
     report.system = describe(*system.get());
     if (!report.knownToCatalog)
-        report.note = "this is the drawing's own definition; " + whyNotAsked(report.system.code.value_or(L""));
+        report.note = "this is the drawing's own definition; " + describeCatalogFault(report.system.code.value_or(L""));
     if (wantsWkt)
-        report.system.wkt = wktOf(*system.get());
+        report.system.wkt = writeWkt(*system.get());
 }
 
 ShowReport readDrawing(const std::string& file, bool wantsWkt, const Output& output)

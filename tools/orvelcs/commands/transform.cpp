@@ -36,37 +36,37 @@ struct PointTask {
     bool lookForMissingGrids = false; // which takes a while
 };
 
-struct PointAnswer {
+struct PointResult {
     Embedded::CoordinatePoint given;
     Embedded::TransformedPoint transformed;
 };
 
-PointAnswer failedAnswer(const std::string& message)
+PointResult failedPoint(const std::string& message)
 {
     return {{}, {std::nullopt, Embedded::wideFromUtf8(message)}};
 }
 
-PointAnswer answerTo(const LineReader& reader, PointTask& task)
+PointResult transformLine(const LineReader& reader, PointTask& task)
 {
     if (reader.isTooLong())
-        return failedAnswer(fmt::format("longer than {} bytes", LineReader::kLongestLineInBytes));
-    std::optional<Embedded::CoordinatePoint> point = pointFromLine(reader.line());
+        return failedPoint(fmt::format("longer than {} bytes", LineReader::kLongestLineInBytes));
+    std::optional<Embedded::CoordinatePoint> point = parsePoint(reader.line());
     if (!point)
-        return failedAnswer(describeLineWithoutPoint(reader.line()));
+        return failedPoint(describeLineWithoutPoint(reader.line()));
     if (point->epoch && !isEpoch(*point->epoch))
-        return failedAnswer(fmt::format("expected a year from {} to {} in the fourth column, found {}", kEarliestEpoch,
-                                        kLatestEpoch, *point->epoch));
+        return failedPoint(fmt::format("expected a year from {} to {} in the fourth column, found {}", kEarliestEpoch,
+                                       kLatestEpoch, *point->epoch));
     const std::optional<double> ownEpoch = point->epoch;
     if (!ownEpoch)
         point->epoch = task.epoch;
-    PointAnswer answer{*point, task.transformer->transform(*point)};
+    PointResult answer{*point, task.transformer->transform(*point)};
     if (answer.transformed.point)
         answer.transformed.point->epoch = ownEpoch;
     return answer;
 }
 
 /// Throws Failure where the catalog cannot be asked.
-void lookForMissingGrids(PointTask& task, const PointAnswer& answer)
+void lookForMissingGrids(PointTask& task, const PointResult& answer)
 {
     if (const auto refusal = task.transformer->lookForMissingGrids(answer.given, answer.transformed.operation))
         throw operationFailure(*refusal, ExitStatus::failed);
@@ -82,7 +82,7 @@ ExitStatus transformLines(PointTask& task, PointPrinter& printer, TransformSumma
         if (isBlankOrComment(reader.line()))
             continue;
         ++points;
-        const PointAnswer answer = answerTo(reader, task);
+        const PointResult answer = transformLine(reader, task);
         const auto& [point, failure, operation] = answer.transformed;
         summary.count(answer.transformed, answer.given.epoch.has_value());
         printer.print(point, point ? &task.transformer->operations()[operation] : nullptr);
@@ -101,14 +101,14 @@ std::optional<double> epochOption(const TransformOptions& options)
 {
     if (options.epochOption->count() == 0)
         return std::nullopt;
-    const std::optional<double> epoch = epochFromText(options.epoch);
+    const std::optional<double> epoch = parseEpoch(options.epoch);
     if (!epoch)
         throw wrongUsage("--epoch", fmt::format("expected a decimal year from {} to {}, found {}", kEarliestEpoch,
                                                 kLatestEpoch, options.epoch));
     return epoch;
 }
 
-PointTask taskFor(const TransformOptions& options, const Output& output)
+PointTask makeTask(const TransformOptions& options, const Output& output)
 {
     const std::wstring source = wideArgument("SRC", options.source);
     const std::wstring target = wideArgument("DST", options.target);
@@ -126,7 +126,7 @@ PointTask taskFor(const TransformOptions& options, const Output& output)
 ExitStatus runTransform(const TransformOptions& options, Output& output)
 {
     PointTask task = withFailureDocument(nullptr, DocumentedFailures::allButWrongUsage, output,
-                                         [&] { return taskFor(options, output); });
+                                         [&] { return makeTask(options, output); });
     TransformSummary summary(options.source + " to " + options.target, task.isConfigured, *task.transformer);
     summary.noteBefore(output);
     PointPrinter printer(task.transformer->targetUnits(), options.withOperations,

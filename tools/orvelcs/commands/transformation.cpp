@@ -99,7 +99,7 @@ std::string accuracyText(const Embedded::CatalogOperation& operation)
     return operation.accuracyInMetres ? fmt::format("{} m", *operation.accuracyInMetres) : "accuracy unknown";
 }
 
-std::string useText(const Embedded::CatalogOperation& operation)
+std::string directionText(const Embedded::CatalogOperation& operation)
 {
     if (operation.direction == Embedded::OperationDirection::forward)
         return "forward";
@@ -129,17 +129,17 @@ void print(const std::vector<Embedded::CatalogOperation>& operations, Output& ou
         codeWidth = std::max(codeWidth, operation.code.size());
         kindWidth = std::max(kindWidth, transformationKindName(operation.kind).size());
         accuracyWidth = std::max(accuracyWidth, accuracyText(operation).size());
-        useWidth = std::max(useWidth, useText(operation).size());
+        useWidth = std::max(useWidth, directionText(operation).size());
     }
     for (const Embedded::CatalogOperation& operation : operations) {
         output.heading(fmt::format("{:<{}}  {:<{}}  {:>{}}  {:<{}}  {}", oneLine(operation.code), codeWidth,
                                    transformationKindName(operation.kind), kindWidth, accuracyText(operation),
-                                   accuracyWidth, useText(operation), useWidth, oneLine(operation.name)));
+                                   accuracyWidth, directionText(operation), useWidth, oneLine(operation.name)));
         printDetails(operation, output);
     }
 }
 
-std::vector<Embedded::CatalogOperation> operationsFor(const TransformationOptions& options)
+std::vector<Embedded::CatalogOperation> findOperations(const TransformationOptions& options)
 {
     const std::wstring source = wideArgument("SRC", options.listSource);
     const std::wstring target = wideArgument("DST", options.listTarget);
@@ -164,7 +164,7 @@ ExitStatus runList(const TransformationOptions& options, Output& output)
 {
     refuseForeignArguments(options);
     return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
-        const auto operations = operationsFor(options);
+        const auto operations = findOperations(options);
         if (!output.json()) {
             print(operations, output);
             return ExitStatus::done;

@@ -15,7 +15,7 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 
 namespace {
 
-Library::Status statusOfLoading(const std::wstring& code)
+Library::Status systemStatus(const std::wstring& code)
 {
     CatalogSystemDefinition system;
     return System::Load(code.c_str(), system.put());
@@ -64,14 +64,14 @@ std::string describeLoadFailure(const std::wstring& code, Library::Status status
 
 bool catalogLacks(const std::wstring& code)
 {
-    return statusOfLoading(code) == Library::statusNotFound;
+    return systemStatus(code) == Library::statusNotFound;
 }
 
 std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code)
 {
     if (auto entry = Embedded::findCatalogEntry(code))
         return entry;
-    const Library::Status status = statusOfLoading(code);
+    const Library::Status status = systemStatus(code);
     if (status == Library::statusNotFound)
         return std::nullopt;
     throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status));

@@ -47,7 +47,7 @@ ChangeReport changeOne(const std::string& file, const ChangeOptions& options, co
         fail(report, loaded);
         return report;
     }
-    RecordingReactor reactor(vetoesOf(options));
+    RecordingReactor reactor(parseVetoes(options));
     Library::Status status = Library::statusOk;
     const Qeapp::ErrorStatus result = change.apply(drawing.database(), status);
     report.status = status;
@@ -103,7 +103,7 @@ void checkChangeOptions(const ChangeOptions& options, const Output& output)
         throw wrongUsage(kStandardStream, "the drawing itself goes to standard output, where --events has no place");
 }
 
-Vetoes vetoesOf(const ChangeOptions& options)
+Vetoes parseVetoes(const ChangeOptions& options)
 {
     Vetoes vetoes;
     for (const std::string& veto : options.vetoes)
@@ -128,15 +128,15 @@ ExitStatus changeDrawings(const ChangeOptions& options, const Change& change, Ou
     });
 }
 
-void printUntried(const std::vector<std::string>& files, const Failure& failure, Output& output)
+void printUnchanged(const std::vector<std::string>& files, const Failure& failure, Output& output)
 {
     if (!output.json())
         return;
     const int status = failure.code().value_or(Library::statusOk);
-    const auto untried = [&](const std::string& file) {
+    const auto unchanged = [&](const std::string& file) {
         return DrawingOutcome{ExitStatus::failed, asJson({file, std::nullopt, status, {}, failure.text()})};
     };
-    static_cast<void>(forEachDrawing(files, output, untried)); // the Failure has the exit status
+    static_cast<void>(forEachDrawing(files, output, unchanged)); // the Failure has the exit status
 }
 
 } // namespace Orvelcs

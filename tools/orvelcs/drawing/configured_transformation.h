@@ -1,4 +1,4 @@
-// What the module answers when it is asked for the transformation between two systems.
+// The transformation that is configured between two systems, as the module finds it.
 #pragma once
 
 #include <optional>

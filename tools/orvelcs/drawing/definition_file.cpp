@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t kLongestDefinitionInBytes = std::size_t{1} << 20;
 
-std::string describeFailure(Library::Status status, const std::wstring& text)
+std::string describeDefinitionFailure(Library::Status status, const std::wstring& text)
 {
     if (const auto reason = Embedded::whyNoDocument(Embedded::utf8FromWide(text)))
         return *reason + ": " + statusName(status);
@@ -35,7 +35,7 @@ DefinedSystem systemFromTextFile(const std::string& file, const std::wstring& co
     const Library::Status status =
         Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), system.put());
     if (status != Library::statusOk || !system)
-        throw Failure(file, describeFailure(status, text), ExitStatus::failed, status);
+        throw Failure(file, describeDefinitionFailure(status, text), ExitStatus::failed, status);
     return system;
 }
 

@@ -115,7 +115,7 @@ void putDefinitionChain(QeDbDatabase* database, const FormValue& value)
             requireWritten(namedObjects->remove(kDefinitionKey), value.name);
         return;
     }
-    const ResbufList chain = chainFromJson(value.name, value.value);
+    const ResbufList chain = resbufsFromJson(value.name, value.value);
     putXrecord(*namedObjects, kDefinitionKey, chain.get(), database, value.name);
 }
 
@@ -186,7 +186,7 @@ void putForm(QeDbDatabase* database, const FormValue& value)
         return putLegacyCode(database, value);
     case Form::legacyChain:
         return putLegacyChain(database, value,
-                              value.value.empty() ? ResbufList() : chainFromJson(value.name, value.value));
+                              value.value.empty() ? ResbufList() : resbufsFromJson(value.name, value.value));
     case Form::definitionChain:
         return putDefinitionChain(database, value);
     case Form::geoData:

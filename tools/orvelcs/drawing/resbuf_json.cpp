@@ -83,7 +83,7 @@ void setBinary(resbuf& buffer, const Json& hex, const Place& place)
 }
 
 template <class Integer>
-Integer integerOf(const Json& value, const Place& place)
+Integer readInteger(const Json& value, const Place& place)
 {
     constexpr auto kLeast = std::numeric_limits<Integer>::min();
     constexpr auto kMost = std::numeric_limits<Integer>::max();
@@ -109,14 +109,14 @@ void setValue(resbuf& buffer, QeRb::ValueKind kind, const Json& value, const Pla
         buffer.resval.rreal = value.get<double>();
         return;
     case QeRb::ValueKind::integer16:
-        buffer.resval.rint = integerOf<short>(value, place);
+        buffer.resval.rint = readInteger<short>(value, place);
         return;
     default:
-        buffer.resval.rlong = integerOf<std::int32_t>(value, place);
+        buffer.resval.rlong = readInteger<std::int32_t>(value, place);
     }
 }
 
-int groupCodeOf(const Json& element, const Place& place)
+int readGroupCode(const Json& element, const Place& place)
 {
     if (!element.is_object() || !element.contains("code") || !element["code"].is_number_integer())
         throw place.failure("must be an object with a whole number as \"code\"");
@@ -127,9 +127,9 @@ int groupCodeOf(const Json& element, const Place& place)
     return static_cast<int>(code);
 }
 
-ResbufList bufferFromJson(const Json& element, const Place& place)
+ResbufList resbufFromJson(const Json& element, const Place& place)
 {
-    const int code = groupCodeOf(element, place);
+    const int code = readGroupCode(element, place);
     const QeRb::ValueKind kind = qeutValueKind(code);
     const char* key = kind == QeRb::ValueKind::binary ? "hex" : "value";
     if (element.size() != 2 || !element.contains(key))
@@ -166,7 +166,7 @@ private:
 };
 
 // The library's messages begin with its own name and number in brackets.
-std::string messageOf(const Json::exception& error)
+std::string parserMessage(const Json::exception& error)
 {
     const std::string message = error.what();
     return message.substr(message.find("] ") + 2);
@@ -181,15 +181,15 @@ Json parsed(const std::string& subject, std::string_view text)
             return true;
         });
     } catch (const Json::parse_error& error) {
-        throw Failure(subject, "not JSON: " + messageOf(error));
+        throw Failure(subject, "not JSON: " + parserMessage(error));
     } catch (const Json::exception& error) { // a number beyond all bounds, which is not a parse error there
-        throw progress.place().failure(messageOf(error));
+        throw progress.place().failure(parserMessage(error));
     }
 }
 
 } // namespace
 
-Json chainAsJson(const resbuf* chain)
+Json resbufsAsJson(const resbuf* chain)
 {
     Json array = Json::array();
     for (const resbuf* buffer = chain; buffer != nullptr; buffer = buffer->rbnext) {
@@ -201,7 +201,7 @@ Json chainAsJson(const resbuf* chain)
     return array;
 }
 
-ResbufList chainFromJson(const std::string& subject, std::string_view text)
+ResbufList resbufsFromJson(const std::string& subject, std::string_view text)
 {
     const Json document = parsed(subject, text);
     if (!document.is_array())
@@ -209,7 +209,7 @@ ResbufList chainFromJson(const std::string& subject, std::string_view text)
     ResbufList chain;
     resbuf* last = nullptr;
     for (std::size_t index = 0; index < document.size(); ++index) {
-        ResbufList next = bufferFromJson(document[index], {subject, index});
+        ResbufList next = resbufFromJson(document[index], {subject, index});
         resbuf* added = next.release();
         if (last == nullptr)
             chain.reset(added);

@@ -36,7 +36,7 @@ SystemDescription describe(const System& system)
     return description;
 }
 
-std::wstring wktOf(const System& system)
+std::wstring writeWkt(const System& system)
 {
     constexpr std::size_t kCharacters = std::size_t{1} << 20;
     std::wstring buffer(kCharacters, L'\0');

@@ -1,4 +1,4 @@
-// What there is to tell of a coordinate reference system, for a person and as JSON.
+// The properties of a definition and of a coordinate reference system, as lines of a label and a value.
 #pragma once
 
 #include <optional>
@@ -43,15 +43,15 @@ std::optional<std::wstring> definitionText(const Definition& definition, TextQue
 
 using System = Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition;
 
-/// Everything but the WKT.
+/// Reads everything but the WKT.
 SystemDescription describe(const System& system);
-/// The system as WKT of the default flavor, WKT 2 where WKT 1 cannot say it. Throws Failure when neither can.
-std::wstring wktOf(const System& system);
+/// The system as WKT of the default flavor; WKT 2 where WKT 1 cannot express it. Throws Failure when neither can.
+std::wstring writeWkt(const System& system);
 
 /// "projected" for 3.
 std::string kindName(int kind);
 
-/// Lines of a label and a value, the values below one another.
+/// Lines of a label and a value, with the values aligned.
 class LabelledLines {
 public:
     /// An absent value is left out.

@@ -3,7 +3,7 @@
 namespace Orvelcs {
 
 ConsoleSettings::ConsoleSettings()
-    : codePage_(GetConsoleOutputCP()), modes_{takeEscapes(STD_OUTPUT_HANDLE), takeEscapes(STD_ERROR_HANDLE)}
+    : codePage_(GetConsoleOutputCP()), modes_{enableEscapes(STD_OUTPUT_HANDLE), enableEscapes(STD_ERROR_HANDLE)}
 {
     if (codePage_ != 0)
         static_cast<void>(SetConsoleOutputCP(CP_UTF8)); // otherwise other letters than those of English look wrong
@@ -19,7 +19,7 @@ ConsoleSettings::~ConsoleSettings()
         static_cast<void>(SetConsoleOutputCP(codePage_));
 }
 
-ConsoleSettings::Mode ConsoleSettings::takeEscapes(DWORD stream)
+ConsoleSettings::Mode ConsoleSettings::enableEscapes(DWORD stream)
 {
     Mode mode{GetStdHandle(stream), 0};
     if (GetConsoleMode(mode.console, &mode.before) == 0)
