@@ -299,7 +299,8 @@ TEST_F(FormsCommand, FileAfterTheForms_IsStillTheFile)
 TEST_F(FormsCommand, BadPut_IsWrongUsage)
 {
     givenDrawing("plan.qedb");
-    expectWrongUsage(run({"forms", "plan.qedb", "--put", "legacy"}), "orvelcs: forms: --put: legacy is not FORM=VALUE");
+    expectWrongUsage(run({"forms", "plan.qedb", "--put", "legacy"}),
+                     "orvelcs: forms: --put: expected FORM=VALUE, found legacy");
     expectWrongUsage(run({"forms", "plan.qedb", "--put", "legasy=1"}),
                      "orvelcs: forms: --put: legasy is not a form; the nearest is legacy");
     expectWrongUsage(run({"forms", "plan.qedb", "--put"}), "orvelcs: forms: --put: needs a value");

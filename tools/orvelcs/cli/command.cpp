@@ -134,7 +134,7 @@ std::vector<std::string> markArguments(const std::vector<std::string>& arguments
         kept.push_back(needsMark(*argument) ? kMark + *argument : *argument);
     if (separator == arguments.end())
         return kept;
-    kept.emplace_back(kSeparatorFlag); // ends the values of an option that takes many
+    kept.emplace_back(kSeparatorFlag); // ends the values of an option with many
     for (auto argument = separator + 1; argument != arguments.end(); ++argument)
         kept.push_back(kMark + *argument);
     return kept;

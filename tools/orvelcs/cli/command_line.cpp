@@ -121,7 +121,7 @@ ExitStatus CommandLine::run(Output& output) const
     return chosen->run(output);
 }
 
-// The options tell what is wrong. The parser's own message is the last resort.
+// The state of the options shows what is wrong. The parser's own message is the last resort.
 Failure CommandLine::describeRefusal(const CLI::ParseError& error) const
 {
     const std::vector<std::string> rest = program_->remaining(true);

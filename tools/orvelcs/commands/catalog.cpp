@@ -14,6 +14,7 @@
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/output/system_description.h"
+#include "orvelcs/output/table.h"
 
 namespace Orvelcs {
 
@@ -65,15 +66,12 @@ Json asJson(const std::vector<Embedded::CatalogEntry>& entries)
 
 void print(const std::vector<Embedded::CatalogEntry>& entries, Output& output)
 {
-    std::size_t codeWidth = 0;
-    std::size_t kindWidth = 0;
-    for (const Embedded::CatalogEntry& entry : entries) {
-        codeWidth = std::max(codeWidth, entry.code.size());
-        kindWidth = std::max(kindWidth, kindName(entry.kind).size());
-    }
+    std::vector<TableRow> rows;
     for (const Embedded::CatalogEntry& entry : entries)
-        output.line(fmt::format("{:<{}}  {:<{}}  {}{}", oneLine(entry.code), codeWidth, kindName(entry.kind), kindWidth,
-                                oneLine(entry.name), entry.deprecated ? " (deprecated)" : ""));
+        rows.push_back({oneLine(entry.code), kindName(entry.kind),
+                        oneLine(entry.name) + (entry.deprecated ? " (deprecated)" : "")});
+    for (const std::string& line : alignColumns(rows))
+        output.line(line);
 }
 
 std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
@@ -113,7 +111,7 @@ CatalogSystem load(const std::wstring& code, bool wantsWkt)
 {
     const CatalogSystemDefinition system = systemFromCatalog(code);
     const std::optional<Embedded::CatalogEntry> entry = catalogEntry(code);
-    if (!entry) // the catalog went away in between
+    if (!entry) // the catalog was removed after the system was loaded
         throw noSuchCode(code);
     CatalogSystem found{describe(*system.get()), *entry, {}};
     if (wantsWkt)

@@ -22,7 +22,7 @@ ExitStatus runCodec(const Direction& direction, Output& output)
     if (output.json())
         throw wrongUsage("--json", "has no place here; the output is bytes");
     const std::string input = readWhole(kStandardStream);
-    if (input.empty()) // the codec's own answer for it is that of a failure
+    if (input.empty()) // for which the codec returns the size of a failure
         return ExitStatus::done;
     const auto* bytes = reinterpret_cast<const unsigned char*>(input.data());
     const std::size_t size = direction.size(bytes, input.size());

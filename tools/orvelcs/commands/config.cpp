@@ -29,7 +29,7 @@ std::wstring readTextArgument(const std::string& file)
     return readText(file);
 }
 
-/// Held as long as the command reads and changes a store of the user's. A drawing needs none.
+/// The lock for reading and changing a store of the user's. A drawing needs none.
 std::unique_ptr<LockFile> lockStore(const ConfigTarget& target, const Output& output)
 {
     return target.isDrawing() ? nullptr : lockUserStores(output);
@@ -79,12 +79,12 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
     return status;
 }
 
-/// Clearing the user's configuration leaves the settings file, which goes on answering where it can be read.
+/// Clearing the user's configuration does not change the settings file, which the module still reads.
 void noteSettingsFile(const ConfigTarget& target, Output& output)
 {
     try {
         if (readConfig(target, output))
-            output.note(settingsFileName(), "the settings file stays as it is and goes on answering");
+            output.note(settingsFileName(), "the settings file stays as it is and is still read");
     } catch (const Failure& failure) {
         output.note(failure.subject(), failure.what());
     }
@@ -124,7 +124,7 @@ ExitStatus runAdd(const ConfigOptions& options, Output& output)
 {
     checkConfigTarget(options.target, true, output);
     if (options.type != "path" && options.type != "transformation")
-        throw wrongUsage("--type", fmt::format("{} is neither path nor transformation", options.type));
+        throw wrongUsage("--type", fmt::format("expected path or transformation, found {}", options.type));
     ConfigItemText item = options.item;
     item.type = options.type == "path" ? 1 : 2;
     const std::wstring element = makeElement(item);
@@ -140,7 +140,7 @@ ExitStatus runAdd(const ConfigOptions& options, Output& output)
 
 using Run = ExitStatus (*)(const ConfigOptions&, Output&);
 
-/// What is printed as JSON where the command ends early.
+/// The JSON of a command that ends early.
 const Json kNoText = nullptr;
 const Json kNotDone = {{"result", false}, {"events", Json::array()}};
 

@@ -40,8 +40,8 @@ struct ConvertReport {
     std::optional<Failure> failure; // none where it was done
 };
 
-// What the host's message does not say, because it does not know what its reactors keep in a drawing. The failed save
-// has left the drawing as it was.
+// Adds to the host's message what the host does not know: what its reactors store in a drawing. The failed save has not
+// changed the drawing.
 std::string describeConversionFailure(QeDbDatabase* database, Qeapp::ErrorStatus failure)
 {
     LibraryObject<System> system;

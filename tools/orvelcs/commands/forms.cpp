@@ -104,8 +104,8 @@ void putForms(OpenDrawing& drawing, const FormsOptions& options, const std::vect
     require(options.file, drawing.save(output));
 }
 
-// The module is not loaded: it would turn what an older drawing holds into forms of its own when that is saved.
-// A half-done change dies with the open drawing; the file is written only when all of it went well.
+// The module is not loaded, because it would convert the forms of an older drawing when that is saved.
+// The file is written only when all forms were put. Otherwise the open drawing is discarded.
 void showForms(const FormsOptions& options, const std::vector<FormValue>& values, Output& output)
 {
     const auto access = values.empty() ? Embedded::DrawingAccess::reading : Embedded::DrawingAccess::changing;
@@ -134,7 +134,7 @@ ExitStatus fail(const FormsOptions& options, const std::optional<int>& result, c
     return ExitStatus::failed;
 }
 
-// After "--put A=B" the file may stand among the values.
+// Behind "--put A=B" the parser reads the file as another value.
 void findFile(FormsOptions& options)
 {
     if (options.fileArgument->count() > 0)

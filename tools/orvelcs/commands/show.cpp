@@ -47,7 +47,7 @@ void fail(ShowReport& report, Qeapp::ErrorStatus result, const std::string& mess
 
 using SystemHolder = LibraryObject<System>;
 
-/// Where the module cannot ask the catalog whether it knows the system, the drawing's own definition answers alone.
+/// Reads the drawing's own definition where the module cannot ask the catalog whether it has the system.
 Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToCatalog, QeDbDatabase* database)
 {
     bool known = false;
@@ -65,7 +65,7 @@ std::string describeCatalogFault(const std::wstring& code)
         Embedded::whyCatalogFails(code).value_or("PROJ gives nothing for this code"));
 }
 
-/// A drawing with a legacy code alone has its definition from the catalog.
+/// For a drawing with a legacy code alone, the module reads the definition from the catalog.
 std::string describeUnreadable(Qeapp::ErrorStatus result, const std::wstring& legacyCode)
 {
     const std::string message = resultName(result) + ": the stored coordinate system cannot be read";

@@ -28,12 +28,12 @@ struct TransformOptions {
     bool withOperations = false;
 };
 
-/// What the lines go through.
+/// How the points are transformed.
 struct PointTask {
     std::unique_ptr<Embedded::CoordinateTransformer> transformer;
     bool isConfigured = false;
     std::optional<double> epoch;      // of points without one of their own
-    bool lookForMissingGrids = false; // which takes a while
+    bool lookForMissingGrids = false; // which is slow
 };
 
 struct PointResult {
@@ -59,20 +59,20 @@ PointResult transformLine(const LineReader& reader, PointTask& task)
     const std::optional<double> ownEpoch = point->epoch;
     if (!ownEpoch)
         point->epoch = task.epoch;
-    PointResult answer{*point, task.transformer->transform(*point)};
-    if (answer.transformed.point)
-        answer.transformed.point->epoch = ownEpoch;
-    return answer;
+    PointResult result{*point, task.transformer->transform(*point)};
+    if (result.transformed.point)
+        result.transformed.point->epoch = ownEpoch;
+    return result;
 }
 
 /// Throws Failure where the catalog cannot be asked.
-void lookForMissingGrids(PointTask& task, const PointResult& answer)
+void lookForMissingGrids(PointTask& task, const PointResult& result)
 {
-    if (const auto refusal = task.transformer->lookForMissingGrids(answer.given, answer.transformed.operation))
+    if (const auto refusal = task.transformer->lookForMissingGrids(result.given, result.transformed.operation))
         throw operationFailure(*refusal, ExitStatus::failed);
 }
 
-/// Answers each line as it comes, so that both ends of a pipe can work at the same time.
+/// Prints each line's result at once, so that both ends of a pipe can work at the same time.
 ExitStatus transformLines(PointTask& task, PointPrinter& printer, TransformSummary& summary, Output& output)
 {
     LineReader reader;
@@ -82,14 +82,14 @@ ExitStatus transformLines(PointTask& task, PointPrinter& printer, TransformSumma
         if (isBlankOrComment(reader.line()))
             continue;
         ++points;
-        const PointResult answer = transformLine(reader, task);
-        const auto& [point, failure, operation] = answer.transformed;
-        summary.count(answer.transformed, answer.given.epoch.has_value());
+        const PointResult result = transformLine(reader, task);
+        const auto& [point, failure, operation] = result.transformed;
+        summary.count(result.transformed, result.given.epoch.has_value());
         printer.print(point, point ? &task.transformer->operations()[operation] : nullptr);
         if (!point && ++failures == 1)
             output.error(fmt::format("line {}", reader.number()), Embedded::utf8FromWide(failure));
         if (point && task.lookForMissingGrids)
-            lookForMissingGrids(task, answer);
+            lookForMissingGrids(task, result);
     }
     if (failures == 0)
         return ExitStatus::done;
@@ -140,7 +140,7 @@ ExitStatus runTransform(const TransformOptions& options, Output& output)
         const ExitStatus status = transformLines(task, printer, summary, output);
         finish();
         return status;
-    } catch (...) { // the document is closed whatever happens
+    } catch (...) { // the JSON document is completed in any case
         finish();
         throw;
     }

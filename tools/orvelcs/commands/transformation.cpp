@@ -1,5 +1,4 @@
 // transformation: what is configured between two systems, and what the catalog has to be configured.
-#include <algorithm>
 #include <memory>
 
 #include <fmt/format.h>
@@ -13,6 +12,7 @@
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/configured_transformation.h"
 #include "orvelcs/output/system_description.h"
+#include "orvelcs/output/table.h"
 
 namespace Orvelcs {
 namespace {
@@ -22,7 +22,7 @@ struct TransformationOptions {
     std::string target;
     std::string drawing;
     CLI::Option* drawingOption = nullptr;
-    // Of the list; what stands beyond its own two arguments falls through to the two above.
+    // The arguments of the list. Further ones become the two above.
     std::string listSource;
     std::string listTarget;
 };
@@ -121,21 +121,15 @@ void printDetails(const Embedded::CatalogOperation& operation, Output& output)
 
 void print(const std::vector<Embedded::CatalogOperation>& operations, Output& output)
 {
-    std::size_t codeWidth = 0;
-    std::size_t accuracyWidth = 0;
-    std::size_t useWidth = 0;
-    std::size_t kindWidth = 0;
-    for (const Embedded::CatalogOperation& operation : operations) {
-        codeWidth = std::max(codeWidth, operation.code.size());
-        kindWidth = std::max(kindWidth, transformationKindName(operation.kind).size());
-        accuracyWidth = std::max(accuracyWidth, accuracyText(operation).size());
-        useWidth = std::max(useWidth, directionText(operation).size());
-    }
-    for (const Embedded::CatalogOperation& operation : operations) {
-        output.heading(fmt::format("{:<{}}  {:<{}}  {:>{}}  {:<{}}  {}", oneLine(operation.code), codeWidth,
-                                   transformationKindName(operation.kind), kindWidth, accuracyText(operation),
-                                   accuracyWidth, directionText(operation), useWidth, oneLine(operation.name)));
-        printDetails(operation, output);
+    constexpr std::size_t kAccuracyColumn = 2;
+    std::vector<TableRow> rows;
+    for (const Embedded::CatalogOperation& operation : operations)
+        rows.push_back({oneLine(operation.code), transformationKindName(operation.kind), accuracyText(operation),
+                        directionText(operation), oneLine(operation.name)});
+    const std::vector<std::string> lines = alignColumns(rows, kAccuracyColumn);
+    for (std::size_t index = 0; index < operations.size(); ++index) {
+        output.heading(lines[index]);
+        printDetails(operations[index], output);
     }
 }
 

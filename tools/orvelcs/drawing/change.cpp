@@ -16,7 +16,7 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 
 namespace {
 
-/// What there is to say of one drawing.
+/// The result for one drawing.
 struct ChangeReport {
     std::string file;
     std::optional<int> result = 0;
@@ -96,8 +96,8 @@ void checkChangeOptions(const ChangeOptions& options, const Output& output)
     const std::vector<std::string> known = {"named", "removal"};
     for (const std::string& veto : options.vetoes)
         if (std::find(known.begin(), known.end(), veto) == known.end())
-            throw wrongUsage(
-                "--veto", fmt::format("{} is neither named nor removal{}", veto, nearestClause(nearest(veto, known))));
+            throw wrongUsage("--veto", fmt::format("expected named or removal, found {}{}", veto,
+                                                   nearestClause(nearest(veto, known))));
     checkFileNames(options.files, true, output);
     if (options.events && options.files.front() == kStandardStream)
         throw wrongUsage(kStandardStream, "the drawing itself goes to standard output, where --events has no place");

@@ -59,8 +59,8 @@ Info findConfigured(const std::wstring& source, const std::wstring& target, bool
     return askModule(source, target);
 }
 
-/// An item of the opposite direction answers when the catalog says that its definition is reversible. The module takes
-/// a catalog that cannot be read for one that says no.
+/// The module uses an item of the opposite direction when the catalog says that its definition is reversible, and
+/// ignores the item when the catalog cannot be read. Throws Failure in that case.
 void checkOppositeItem(const std::wstring& source, const std::wstring& target)
 {
     const Info opposite = askModule(target, source);

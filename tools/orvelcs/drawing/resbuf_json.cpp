@@ -87,7 +87,7 @@ Integer readInteger(const Json& value, const Place& place)
 {
     constexpr auto kLeast = std::numeric_limits<Integer>::min();
     constexpr auto kMost = std::numeric_limits<Integer>::max();
-    // A number beyond the signed 64 bits is kept as an unsigned one.
+    // The parser reads a number beyond the signed 64 bits as an unsigned one.
     const bool fits = value.is_number_integer() &&
                       !(value.is_number_unsigned() && value.get<std::uint64_t>() > kMost) &&
                       value.get<std::int64_t>() >= kLeast && value.get<std::int64_t>() <= kMost;

@@ -116,7 +116,7 @@ bool closesGroup(const resbuf* buffer)
            std::wstring_view(buffer->resval.rstring) == L"}";
 }
 
-// The module takes groups up to their closing braces, and nothing may stand behind the last.
+// The module reads groups up to their closing braces. Nothing may follow the last group.
 bool isReadable(const resbuf* chain, int layout)
 {
     constexpr int kChunks = 0;

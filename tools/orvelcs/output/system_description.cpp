@@ -1,13 +1,12 @@
 #include "orvelcs/output/system_description.h"
 
-#include <algorithm>
-
 #include <fmt/format.h>
 
 #include "embedded/base/text.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/output/result_names.h"
+#include "orvelcs/output/table.h"
 
 namespace Orvelcs {
 
@@ -75,7 +74,7 @@ void LabelledLines::add(std::string_view label, const std::optional<std::wstring
 
 void LabelledLines::add(std::string_view label, std::string_view value)
 {
-    lines_.emplace_back(label, value);
+    lines_.push_back({std::string(label), std::string(value)});
 }
 
 void LabelledLines::add(const SystemDescription& description)
@@ -90,11 +89,8 @@ void LabelledLines::add(const SystemDescription& description)
 
 void LabelledLines::print(Output& output) const
 {
-    std::size_t width = 0;
-    for (const auto& [label, value] : lines_)
-        width = std::max(width, label.size());
-    for (const auto& [label, value] : lines_)
-        output.line(fmt::format("  {:<{}}  {}", label, width, value));
+    for (const std::string& line : alignColumns(lines_))
+        output.line("  " + line);
 }
 
 } // namespace Orvelcs

@@ -4,11 +4,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "orvelcs/cli/json.h"
 #include "orvelcs/cli/output.h"
+#include "orvelcs/output/table.h"
 #include "platform/spatial_reference.h"
 
 namespace Orvelcs {
@@ -62,7 +62,7 @@ public:
     void print(Output& output) const;
 
 private:
-    std::vector<std::pair<std::string, std::string>> lines_;
+    std::vector<TableRow> lines_;
 };
 
 } // namespace Orvelcs

@@ -76,15 +76,15 @@ TransformSummary::TransformSummary(std::string systems, bool isConfigured,
 {
 }
 
-void TransformSummary::count(const Embedded::TransformedPoint& answer, bool hasEpoch)
+void TransformSummary::count(const Embedded::TransformedPoint& result, bool hasEpoch)
 {
-    if (!answer.point)
+    if (!result.point)
         return;
-    if (points_.size() <= answer.operation)
-        points_.resize(answer.operation + 1);
-    ++points_[answer.operation];
+    if (points_.size() <= result.operation)
+        points_.resize(result.operation + 1);
+    ++points_[result.operation];
     ++transformed_;
-    withoutEpoch_ += !hasEpoch && transformer_.operations()[answer.operation].isTimeDependent ? 1U : 0U;
+    withoutEpoch_ += !hasEpoch && transformer_.operations()[result.operation].isTimeDependent ? 1U : 0U;
 }
 
 std::size_t TransformSummary::pointsThrough(std::size_t operation) const

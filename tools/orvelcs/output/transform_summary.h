@@ -15,7 +15,7 @@ public:
     /// `systems` is the subject of the notes.
     TransformSummary(std::string systems, bool isConfigured, const Embedded::CoordinateTransformer& transformer);
 
-    void count(const Embedded::TransformedPoint& answer, bool hasEpoch);
+    void count(const Embedded::TransformedPoint& result, bool hasEpoch);
 
     /// Prints the notes that are known before the first point.
     void noteBefore(Output& output) const;

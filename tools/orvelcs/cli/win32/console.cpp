@@ -6,7 +6,7 @@ ConsoleSettings::ConsoleSettings()
     : codePage_(GetConsoleOutputCP()), modes_{enableEscapes(STD_OUTPUT_HANDLE), enableEscapes(STD_ERROR_HANDLE)}
 {
     if (codePage_ != 0)
-        static_cast<void>(SetConsoleOutputCP(CP_UTF8)); // otherwise other letters than those of English look wrong
+        static_cast<void>(SetConsoleOutputCP(CP_UTF8)); // a failure makes letters beyond ASCII look wrong
 }
 
 // The console outlives the program. Nothing can be done about settings that it does not take back.
