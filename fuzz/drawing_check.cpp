@@ -1,13 +1,13 @@
 #include <filesystem>
 #include <fstream>
 
-#include "embedded/host/drawing_file/drawing_dump.h"
 #include "embedded/host/drawing_file/drawing_check.h"
+#include "embedded/host/drawing_file/drawing_dump.h"
 #include "embedded/host/drawing_file/drawing_salvage.h"
 #include "fuzz/drawing_round_trip.h"
-#include "fuzz/unconstrained_drawing.h"
 #include "fuzz/oracle.h"
 #include "fuzz/targets.h"
+#include "fuzz/unconstrained_drawing.h"
 #include "support/drawing_files/drawing_sql.h"
 #include "support/temporary_folder.h"
 
@@ -54,8 +54,8 @@ void drawingCheck(Input input)
 {
     ByteSource source(input);
     const bool isStale = source.below(4) == 3;
-    const std::string bytes =
-        drawingWithChanges(source, isStale ? UnconstrainedDrawing::Indexes::stale : UnconstrainedDrawing::Indexes::kept);
+    const std::string bytes = drawingWithChanges(source, isStale ? UnconstrainedDrawing::Indexes::stale
+                                                                 : UnconstrainedDrawing::Indexes::kept);
     const LeakCheck guard;
     const fs::path file = folderOfChecks() / "drawing.qedb";
     std::ofstream(file, std::ios::binary) << bytes;

@@ -64,8 +64,8 @@ void drawingRows(Input input)
     ByteSource source(input);
     const bool isStale = source.below(4) == 3;
     const auto& act = kHostActions.at(source.below(kHostActions.size()));
-    const std::string bytes =
-        drawingWithChanges(source, isStale ? UnconstrainedDrawing::Indexes::stale : UnconstrainedDrawing::Indexes::kept);
+    const std::string bytes = drawingWithChanges(source, isStale ? UnconstrainedDrawing::Indexes::stale
+                                                                 : UnconstrainedDrawing::Indexes::kept);
     const LeakCheck guard;
     const Soundness soundness = act == leaveAsItIs ? Soundness::sound : Soundness::unusedRows;
     requireReadOrRefused(bytes, act, isStale ? Soundness::damagedPages : soundness);

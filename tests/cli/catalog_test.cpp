@@ -89,9 +89,9 @@ TEST_F(CatalogCommand, Search_MisspeltAuthority_IsAnsweredWithTheNearest)
 TEST_F(CatalogCommand, Search_WrongNumbers_AreWrongUsage)
 {
     expectWrongUsage(run({"catalog", "search", "--kind", "5", "UTM"}),
-                     "orvelcs: catalog search: --kind: 5 is not a whole number from 1 to 4");
+                     "orvelcs: catalog search: --kind: expected a whole number from 1 to 4, found 5");
     expectWrongUsage(run({"catalog", "search", "--limit", "0", "UTM"}),
-                     "orvelcs: catalog search: --limit: 0 is not a whole number from 1 to 2147483647");
+                     "orvelcs: catalog search: --limit: expected a whole number from 1 to 2147483647, found 0");
     expectWrongUsage(run({"catalog", "search"}), "orvelcs: catalog search: TEXT: is required");
 }
 

@@ -173,7 +173,7 @@ TEST_F(ConfigCommand, Clear_OfTheUser_EmptiesTheRegistryAndSaysWhatStays)
     const ProgramResult result = runAsUser({"config", "clear", "--user"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, "registry store: emptied\n");
-    EXPECT_THAT(result.errors, HasSubstr("note: the settings file stays as it is and goes on answering\n"));
+    EXPECT_THAT(result.errors, HasSubstr("note: the settings file stays as it is and is still read\n"));
     EXPECT_EQ(runAsUser({"config", "get", "--user"}).output, kItem);
     expectResult(runAsUser({"config", "get", "--registry-store"}), 0, "", "");
 }
@@ -262,7 +262,7 @@ TEST_F(ConfigCommand, WrongUsage_IsToldPlainly)
                      "orvelcs: config get: --drawing: more than one store is named; name one");
     expectWrongUsage(
         run({"config", "add", "--source", "A", "--target", "B", "--name", "n", "--type", "map", "--drawing", "a.qedb"}),
-        "orvelcs: config add: --type: map is neither path nor transformation");
+        "orvelcs: config add: --type: expected path or transformation, found map");
     expectWrongUsage(run({"config", "get", "--user", "--user-dir", std::string(260, 'x')}),
                      "orvelcs: config get: --user-dir: is longer than 259 characters");
     expectWrongUsage(run({"config", "set", "", "--drawing", "a.qedb"}), "orvelcs: config set: TEXTFILE: is empty");

@@ -248,7 +248,7 @@ TEST_F(ConvertCommand, VersionThatDoesNotExist_IsWrongUsage)
 {
     for (const std::string version : {"20", "34", "-1", "29.5", "new"})
         expectWrongUsage(run({"convert", "plan.qedb", "--to=" + version}),
-                         "orvelcs: convert: --to: " + version + " is not a whole number from 21 to 33");
+                         "orvelcs: convert: --to: expected a whole number from 21 to 33, found " + version);
 }
 
 TEST_F(ConvertCommand, MissingArguments_AreWrongUsage)

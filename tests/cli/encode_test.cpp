@@ -105,7 +105,7 @@ TEST_F(EncodeCommand, MissingOrWrongArguments_AreWrongUsage)
     expectWrongUsage(run({"encode"}), "orvelcs: encode: CODE: is required");
     expectWrongUsage(run({"encode", "EPSG:4326"}), "orvelcs: encode: --drawing-version: is required");
     expectWrongUsage(run({"encode", "EPSG:4326", "--drawing-version", "34"}),
-                     "orvelcs: encode: --drawing-version: 34 is not a whole number from 21 to 33");
+                     "orvelcs: encode: --drawing-version: expected a whole number from 21 to 33, found 34");
     expectWrongUsage(run({"encode", "", "--drawing-version", "29"}), "orvelcs: encode: CODE: is empty");
 }
 

@@ -224,9 +224,10 @@ TEST_F(FormsCommand, BadChain_IsRefusedWithItsPlace)
 TEST_F(FormsCommand, BadHex_IsRefused)
 {
     const std::string prefix = "xrecord-chain: [0]: ";
-    expectRefusal(R"(xrecord-chain=[{"code": 310, "hex": "0"}])", prefix + "\"hex\" has an odd number of digits");
+    expectRefusal(R"(xrecord-chain=[{"code": 310, "hex": "0"}])",
+                  prefix + "\"hex\": expected an even number of hexadecimal digits, found 1");
     expectRefusal(R"(xrecord-chain=[{"code": 310, "hex": "0g"}])",
-                  prefix + "\"hex\" holds \"g\", which is not a hexadecimal digit");
+                  prefix + "\"hex\": expected hexadecimal digits, found something else as character 2");
     expectRefusal(R"(xrecord-chain=[{"code": 310, "hex": 10}])", prefix + "\"hex\" must be a string");
 }
 
@@ -298,7 +299,8 @@ TEST_F(FormsCommand, FileAfterTheForms_IsStillTheFile)
 TEST_F(FormsCommand, BadPut_IsWrongUsage)
 {
     givenDrawing("plan.qedb");
-    expectWrongUsage(run({"forms", "plan.qedb", "--put", "legacy"}), "orvelcs: forms: --put: legacy is not FORM=VALUE");
+    expectWrongUsage(run({"forms", "plan.qedb", "--put", "legacy"}),
+                     "orvelcs: forms: --put: expected FORM=VALUE, found legacy");
     expectWrongUsage(run({"forms", "plan.qedb", "--put", "legasy=1"}),
                      "orvelcs: forms: --put: legasy is not a form; the nearest is legacy");
     expectWrongUsage(run({"forms", "plan.qedb", "--put"}), "orvelcs: forms: --put: needs a value");

@@ -41,7 +41,7 @@ TEST_F(NewCommand, AnotherVersion_IsWrongUsage)
 {
     for (const std::string version : {"20", "34", "-1", "x", "33.0", " 33", "99999999999999999999"})
         expectWrongUsage(run({"new", "plan.qedb", "--drawing-version", version}),
-                         "orvelcs: new: --drawing-version: " + version + " is not a whole number from 21 to 33");
+                         "orvelcs: new: --drawing-version: expected a whole number from 21 to 33, found " + version);
     EXPECT_TRUE(files().empty());
 }
 

@@ -133,7 +133,7 @@ TEST_F(TextOfEveryScript, InWrongUsage_IsToldAsItIs)
 {
     expectWrongUsage(run({"show", kDrawing, "--größe"}), "orvelcs: show: --größe: no such option");
     expectWrongUsage(run({"new", "--drawing-version", "測", "a.qedb"}),
-                     "orvelcs: new: --drawing-version: 測 is not a whole number from 21 to 33");
+                     "orvelcs: new: --drawing-version: expected a whole number from 21 to 33, found 測");
 }
 
 TEST_F(TextOfEveryScript, InSpacesQuotesAndBackslashes_IsOneArgument)

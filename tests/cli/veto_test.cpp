@@ -74,7 +74,7 @@ TEST_F(Veto, MayBeGivenTwice)
 TEST_F(Veto, OfAnotherKind_IsWrongUsage)
 {
     expectWrongUsage(run({"assign", "--veto", "name", "EPSG:25832", "plan.qedb"}),
-                     "orvelcs: assign: --veto: name is neither named nor removal; the nearest is named");
+                     "orvelcs: assign: --veto: expected named or removal, found name; the nearest is named");
 }
 
 } // namespace

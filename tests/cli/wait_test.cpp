@@ -19,14 +19,14 @@ TEST_F(WaitOption, OtherText_IsWrongUsage)
     for (const std::string text : {"x", "1s", "1,5", "1e3", "0x10", "inf", "nan", "+1", " 1", "1 ", "-1", "-0.5",
                                    "86400.001", "86401", "1.2.3", ".", "99999999999999999999999999999999999999999"}) {
         expectWrongUsage(run({"config", "items", "--wait=" + text}),
-                         "orvelcs: config items: --wait: " + text + " is not a number of seconds from 0 to 86400");
+                         "orvelcs: config items: --wait: expected a number of seconds from 0 to 86400, found " + text);
     }
 }
 
 TEST_F(WaitOption, OtherTextBeforeACommandThatNeverWaits_IsWrongUsageToo)
 {
     expectWrongUsage(run({"--wait", "soon", "catalog", "show", "EPSG:4326"}),
-                     "orvelcs: catalog show: --wait: soon is not a number of seconds from 0 to 86400");
+                     "orvelcs: catalog show: --wait: expected a number of seconds from 0 to 86400, found soon");
 }
 
 TEST_F(WaitOption, MissingOrRepeatedValue_IsWrongUsage)

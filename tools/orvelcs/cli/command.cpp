@@ -1,11 +1,15 @@
 #include "orvelcs/cli/command.h"
 
 #include <algorithm>
-#include <charconv>
+#include <array>
+#include <iterator>
+#include <map>
 #include <memory>
+#include <optional>
 
 #include <fmt/format.h>
 
+#include "embedded/base/parse_number.h"
 #include "embedded/base/text.h"
 #include "orvelcs/cli/failure.h"
 
@@ -17,6 +21,19 @@ constexpr const char* kEverywhere =
     "Options of every command, before or after it: --json, -q/--quiet, --no-color, --user-dir DIR,\n"
     "--registry FILE, --wait SECONDS, --help";
 constexpr char kMark = '\x1F';
+
+/// The files of commands in the order of the help.
+constexpr std::array kHelpOrder = {"new",     "assign", "clear",  "show",           "forms",
+                                   "convert", "check",  "dump",   "catalog",        "encode",
+                                   "decode",  "codec",  "config", "transformation", "transform"};
+
+using Registrations = std::map<std::string, CommandRegistration::Declare>;
+
+Registrations& registrations()
+{
+    static Registrations all;
+    return all;
+}
 
 class HelpText : public CLI::Formatter {
 public:
@@ -44,12 +61,11 @@ bool needsMark(const std::string& argument)
     return argument.starts_with(kMark) || (argument.starts_with('[') && argument.ends_with(']'));
 }
 
-// "--kind N" is the option --kind with a value that the help calls N.
 CLI::Option* finish(CLI::Option* option, const std::string& valueName)
 {
     return option->type_name(valueName)->transform(CLI::Validator(
         [](std::string& argument) {
-            argument = withoutMark(argument);
+            argument = removeMark(argument);
             return std::string();
         },
         ""));
@@ -67,6 +83,19 @@ SplitName splitName(const std::string& name)
 }
 
 } // namespace
+
+CommandRegistration::CommandRegistration(const std::string& name, Declare declare)
+{
+    registrations().emplace(name, declare);
+}
+
+std::vector<Command> declareCommands(CLI::App& program)
+{
+    std::vector<Command> commands;
+    for (const char* name : kHelpOrder)
+        std::ranges::move(registrations().at(name)(program), std::back_inserter(commands));
+    return commands;
+}
 
 void setUsage(CLI::App& app, const std::vector<std::string>& usage)
 {
@@ -96,7 +125,7 @@ CLI::Option* addArguments(CLI::App& command, const std::string& name, std::vecto
     return finish(command.add_option(split.option, values, description), split.value);
 }
 
-std::vector<std::string> keptWhole(const std::vector<std::string>& arguments)
+std::vector<std::string> markArguments(const std::vector<std::string>& arguments)
 {
     std::vector<std::string> kept;
     kept.reserve(arguments.size());
@@ -105,25 +134,23 @@ std::vector<std::string> keptWhole(const std::vector<std::string>& arguments)
         kept.push_back(needsMark(*argument) ? kMark + *argument : *argument);
     if (separator == arguments.end())
         return kept;
-    kept.emplace_back(kSeparatorFlag); // ends the values of an option that takes many
+    kept.emplace_back(kSeparatorFlag); // ends the values of an option with many
     for (auto argument = separator + 1; argument != arguments.end(); ++argument)
         kept.push_back(kMark + *argument);
     return kept;
 }
 
-std::string withoutMark(const std::string& argument)
+std::string removeMark(const std::string& argument)
 {
     return argument.starts_with(kMark) ? argument.substr(1) : argument;
 }
 
-int parseInteger(const std::string& option, const std::string& text, int least, int most)
+int integerArgument(const std::string& option, const std::string& text, int least, int most)
 {
-    int number = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || stop != end || number < least || number > most)
-        throw wrongUsage(option, fmt::format("{} is not a whole number from {} to {}", text, least, most));
-    return number;
+    const std::optional<int> number = Embedded::parseInteger<int>(text);
+    if (!number || *number < least || *number > most)
+        throw wrongUsage(option, fmt::format("expected a whole number from {} to {}, found {}", least, most, text));
+    return *number;
 }
 
 std::wstring wideArgument(const std::string& argument, const std::string& text)

@@ -26,44 +26,40 @@ struct CommandText {
     std::string details;            // below the options
 };
 
-/// Makes the help begin with these forms of use.
+/// Sets the lines of the help that show how the program or the command is called.
 void setUsage(CLI::App& app, const std::vector<std::string>& usage);
 
 /// Adds a command to the program, or to the command that it is a part of.
 CLI::App* addCommand(CLI::App& parent, const CommandText& text);
 
-/// Options and positional arguments without the type names that would stand in the way of the help's own words.
+/// Adds an option or a positional argument. "--kind N" is the option --kind, whose value the help calls N.
 CLI::Option* addArgument(CLI::App& command, const std::string& name, std::string& value,
                          const std::string& description);
 CLI::Option* addArguments(CLI::App& command, const std::string& name, std::vector<std::string>& values,
                           const std::string& description);
 
-/// The parser takes "[a,b]" for a list of two, and knows "--" before a command's first positional argument alone. An
-/// argument in that form is marked before parsing, and so is each that follows a "--", which is left out itself; the
-/// mark is taken off what addArgument and addArguments deliver. The flag kSeparatorFlag stands in its place.
+/// Marks the arguments that the parser would change: it splits "[a,b]" in two, and reads an option behind "--" where a
+/// positional argument has come before. The flag kSeparatorFlag replaces the "--". addArgument and addArguments remove
+/// the mark from the values.
 inline constexpr const char* kSeparatorFlag = "--_";
-std::vector<std::string> keptWhole(const std::vector<std::string>& arguments);
-std::string withoutMark(const std::string& argument);
+std::vector<std::string> markArguments(const std::vector<std::string>& arguments);
+std::string removeMark(const std::string& argument);
 
-/// Throws Failure for wrong usage unless the text is a whole number from `least` to `most`.
-int parseInteger(const std::string& option, const std::string& text, int least, int most);
+/// The number that an option has as its value; throws Failure for wrong usage unless it is a whole number from `least`
+/// to `most`.
+int integerArgument(const std::string& option, const std::string& text, int least, int most);
 /// The text of an argument; throws Failure for wrong usage when it is empty or not UTF-8.
 std::wstring wideArgument(const std::string& argument, const std::string& text);
 
-Command declareNew(CLI::App& program);
-Command declareAssign(CLI::App& program);
-Command declareClear(CLI::App& program);
-Command declareShow(CLI::App& program);
-Command declareForms(CLI::App& program);
-Command declareConvert(CLI::App& program);
-Command declareCheck(CLI::App& program);
-Command declareDump(CLI::App& program);
-std::vector<Command> declareCatalog(CLI::App& program);
-Command declareEncode(CLI::App& program);
-Command declareDecode(CLI::App& program);
-std::vector<Command> declareCodec(CLI::App& program);
-std::vector<Command> declareConfig(CLI::App& program);
-std::vector<Command> declareTransformation(CLI::App& program);
-Command declareTransform(CLI::App& program);
+/// Makes the commands of one file known to the program: `const CommandRegistration kShowCommand("show", declareShow);`
+/// in that file. The name also stands in a list in command.cpp, which gives the order of the help.
+class CommandRegistration {
+public:
+    using Declare = std::vector<Command> (*)(CLI::App& program);
+    CommandRegistration(const std::string& name, Declare declare);
+};
+
+/// Adds every registered command to the program.
+std::vector<Command> declareCommands(CLI::App& program);
 
 } // namespace Orvelcs

@@ -1,19 +1,17 @@
 #include "orvelcs/cli/command_line.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/option_values.h"
 #include "orvelcs/cli/suggestion.h"
 
 namespace Orvelcs {
 namespace {
 
-std::vector<std::string> namesOf(const std::vector<const CLI::App*>& commands)
+std::vector<std::string> commandNames(const std::vector<const CLI::App*>& commands)
 {
     std::vector<std::string> names;
     for (const CLI::App* command : commands)
@@ -23,7 +21,7 @@ std::vector<std::string> namesOf(const std::vector<const CLI::App*>& commands)
 
 std::vector<std::string> subcommandNames(const CLI::App& command)
 {
-    return namesOf(command.get_subcommands([](const CLI::App*) { return true; }));
+    return commandNames(command.get_subcommands([](const CLI::App*) { return true; }));
 }
 
 // A command that does something by itself too has arguments of its own.
@@ -32,7 +30,7 @@ std::vector<std::string> requiredSubcommands(const CLI::App& command)
     return command.get_require_subcommand_min() > 0 ? subcommandNames(command) : std::vector<std::string>();
 }
 
-std::string nameOf(const CLI::App* command)
+std::string commandName(const CLI::App* command)
 {
     std::string name;
     for (const CLI::App* app = command; app->get_parent() != nullptr; app = app->get_parent())
@@ -40,32 +38,25 @@ std::string nameOf(const CLI::App* command)
     return name.empty() ? "command line" : name;
 }
 
-Invocation misused(const std::string& option, const std::string& message)
+bool isRepeated(const CLI::Option& option)
 {
-    Invocation invocation;
-    invocation.subject = option;
-    invocation.message = message;
-    return invocation;
+    return option.get_items_expected_max() == 1 && option.count() > 1;
 }
 
-// The parser's messages are "NAME is required" and "NAME: what is wrong".
-Invocation fromParserMessage(const std::string& error)
+bool isMissing(const CLI::Option& option)
 {
-    constexpr std::string_view kRequired = " is required";
-    Invocation invocation;
-    if (error.ends_with(kRequired)) {
-        invocation.subject = error.substr(0, error.size() - kRequired.size());
-        invocation.message = "is required";
-        return invocation;
-    }
-    const std::size_t colon = error.find(": ");
-    invocation.subject = colon == std::string::npos ? "arguments" : error.substr(0, colon);
-    invocation.message = colon == std::string::npos ? error : error.substr(colon + 2);
-    if (invocation.message.ends_with("missing"))
-        invocation.message = "needs a value";
-    else if (invocation.message.starts_with("At Most 1"))
-        invocation.message = "is given more than once";
-    return invocation;
+    return option.get_required() && option.count() == 0;
+}
+
+/// The first option of the command, or of one that it is a part of, to which the condition applies; null without any.
+template <class Condition>
+const CLI::Option* findOption(const CLI::App* command, const Condition& condition)
+{
+    for (; command != nullptr; command = command->get_parent())
+        for (const CLI::Option* option : command->get_options())
+            if (condition(*option))
+                return option;
+    return nullptr;
 }
 
 } // namespace
@@ -87,15 +78,7 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
                      "Exit status: 0 done, 1 failed or refused, 2 wrong usage, 3 nothing found.");
     program_->require_subcommand(1);
 
-    commands_ = {declareNew(*program_),   declareAssign(*program_),  declareClear(*program_), declareShow(*program_),
-                 declareForms(*program_), declareConvert(*program_), declareCheck(*program_), declareDump(*program_)};
-    std::ranges::move(declareCatalog(*program_), std::back_inserter(commands_));
-    commands_.push_back(declareEncode(*program_));
-    commands_.push_back(declareDecode(*program_));
-    std::ranges::move(declareCodec(*program_), std::back_inserter(commands_));
-    std::ranges::move(declareConfig(*program_), std::back_inserter(commands_));
-    std::ranges::move(declareTransformation(*program_), std::back_inserter(commands_));
-    commands_.push_back(declareTransform(*program_));
+    commands_ = declareCommands(*program_);
 }
 
 Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
@@ -103,19 +86,18 @@ Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
     Invocation invocation;
     const std::vector<std::string> given(arguments + std::min(argumentCount, 1), arguments + argumentCount);
     if (const std::optional<MisusedOption> misused = misusedOption(*program_, given)) {
-        invocation.command = nameOf(misused->command);
-        invocation.subject = misused->option;
-        invocation.message = misused->message;
+        invocation.command = commandName(misused->command);
+        invocation.failure = wrongUsage(misused->option, misused->message);
         return invocation;
     }
-    std::vector<std::string> words = keptWhole(given);
+    std::vector<std::string> words = markArguments(given);
     std::ranges::reverse(words); // the parser wants them from the back
     try {
         program_->parse(std::move(words));
         if (version_)
             invocation.kind = Invocation::Kind::version;
         else if (check_)
-            invocation = misused("--check", "goes with --version only");
+            invocation.failure = wrongUsage("--check", "goes with --version only");
         else
             invocation.kind = Invocation::Kind::command;
     } catch (const CLI::CallForHelp&) {
@@ -125,9 +107,9 @@ Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
         if (version_)
             invocation.kind = Invocation::Kind::version;
         else
-            invocation = wrongUsageOf(error.what());
+            invocation.failure = describeRefusal(error);
     }
-    invocation.command = nameOf(selected());
+    invocation.command = commandName(selected());
     invocation.checksCatalog = check_;
     return invocation;
 }
@@ -139,46 +121,41 @@ ExitStatus CommandLine::run(Output& output) const
     return chosen->run(output);
 }
 
-Invocation CommandLine::wrongUsageOf(const std::string& error) const
+// The state of the options shows what is wrong. The parser's own message is the last resort.
+Failure CommandLine::describeRefusal(const CLI::ParseError& error) const
 {
     const std::vector<std::string> rest = program_->remaining(true);
     if (!rest.empty())
         return unknownArgument(rest.front());
-    Invocation invocation = fromParserMessage(error);
-    if (const std::vector<std::string> commands = requiredSubcommands(*selected()); !commands.empty()) {
-        invocation.subject = "COMMAND";
-        invocation.message = fmt::format("is required; one of {}", fmt::join(commands, ", "));
-    }
-    return invocation;
+    if (const std::vector<std::string> commands = requiredSubcommands(*selected()); !commands.empty())
+        return wrongUsage("COMMAND", fmt::format("is required; one of {}", fmt::join(commands, ", ")));
+    if (const CLI::Option* option = findOption(selected(), isRepeated))
+        return wrongUsage(option->get_name(), "is given more than once");
+    if (const CLI::Option* option = findOption(selected(), isMissing))
+        return wrongUsage(option->get_name(), "is required");
+    return wrongUsage("arguments", error.what());
 }
 
-Invocation CommandLine::unknownArgument(const std::string& argument) const
+Failure CommandLine::unknownArgument(const std::string& argument) const
 {
     if (looksLikeOption(argument))
         return unknownOption(argument.substr(0, argument.find('=')));
-    Invocation invocation;
-    invocation.subject = withoutMark(argument);
+    const std::string word = removeMark(argument);
     const std::vector<std::string> commands = requiredSubcommands(*selected());
-    if (commands.empty()) {
-        invocation.message = "one argument too many";
-        return invocation;
-    }
-    const std::vector<std::string> similar = nearest(invocation.subject, commands);
-    invocation.message = "no such command" + (similar.empty() ? fmt::format("; there are {}", fmt::join(commands, ", "))
-                                                              : nearestClause(similar));
-    return invocation;
+    if (commands.empty())
+        return wrongUsage(word, "one argument too many");
+    const std::vector<std::string> similar = nearest(word, commands);
+    const std::string clause =
+        similar.empty() ? fmt::format("; there are {}", fmt::join(commands, ", ")) : nearestClause(similar);
+    return wrongUsage(word, "no such command" + clause);
 }
 
-Invocation CommandLine::unknownOption(const std::string& name) const
+Failure CommandLine::unknownOption(const std::string& name) const
 {
-    Invocation invocation;
-    invocation.subject = name;
     const std::vector<std::string> known = knownOptions();
-    if (std::find(known.begin(), known.end(), name) != known.end()) // it was not looked for where it stands
-        invocation.message = fmt::format("is an option of {0} and goes after {0}", nameOf(selected()));
-    else
-        invocation.message = "no such option" + nearestClause(nearest(name, known));
-    return invocation;
+    if (std::ranges::find(known, name) != known.end()) // the command has it, and it stands before the command
+        return wrongUsage(name, fmt::format("is an option of {0} and goes after {0}", commandName(selected())));
+    return wrongUsage(name, "no such option" + nearestClause(nearest(name, known)));
 }
 
 const CLI::App* CommandLine::selected() const

@@ -1,11 +1,13 @@
-// The command line: which command it names, with which options, or what is wrong with it.
+// Parses the command line: the command, its options, or what is wrong with them.
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "orvelcs/cli/command.h"
+#include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/user_options.h"
 #include "orvelcs/cli/wait.h"
 
@@ -15,11 +17,10 @@ namespace Orvelcs {
 struct Invocation {
     enum class Kind { command, help, version, wrongUsage };
     Kind kind = Kind::wrongUsage;
-    std::string command;        // "assign", "catalog search"; "command line" when it names none
-    std::string help;           // for help
-    bool checksCatalog = false; // for version
-    std::string subject;        // for wrong usage
-    std::string message;
+    std::string command;            // "assign", "catalog search"; "command line" when it names none
+    std::string help;               // for help
+    bool checksCatalog = false;     // for version
+    std::optional<Failure> failure; // for wrong usage
 };
 
 class CommandLine {
@@ -36,9 +37,9 @@ public:
     ExitStatus run(Output& output) const;
 
 private:
-    Invocation wrongUsageOf(const std::string& error) const;
-    Invocation unknownArgument(const std::string& argument) const;
-    Invocation unknownOption(const std::string& name) const;
+    Failure describeRefusal(const CLI::ParseError& error) const;
+    Failure unknownArgument(const std::string& argument) const;
+    Failure unknownOption(const std::string& name) const;
     const CLI::App* selected() const;
     std::vector<std::string> knownOptions() const;
 

@@ -13,7 +13,7 @@ bool isControl(wchar_t character)
     return character < 0x20 || (character >= 0x7F && character <= 0x9F) || lineEnd;
 }
 
-std::wstring spelledOut(wchar_t character)
+std::wstring escaped(wchar_t character)
 {
     switch (character) {
     case L'\n':
@@ -33,7 +33,7 @@ std::string oneLine(std::wstring_view text)
 {
     std::wstring line;
     for (const wchar_t character : text)
-        isControl(character) ? line.append(spelledOut(character)) : line.append(1, character);
+        isControl(character) ? line.append(escaped(character)) : line.append(1, character);
     return Embedded::utf8FromWide(line);
 }
 

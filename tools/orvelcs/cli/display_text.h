@@ -1,4 +1,4 @@
-// Text for a person's terminal: valid UTF-8 on one line, whatever a file name or a drawing holds.
+// Text for a terminal: valid UTF-8 on one line, whatever a file name or a drawing holds.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace Orvelcs {
 
-/// Control characters are spelt out (\n, \t, \x1B), invalid sequences become U+FFFD.
+/// Escapes control characters (\n, \t, \x1B) and replaces invalid sequences by U+FFFD.
 std::string oneLine(std::string_view utf8);
 std::string oneLine(std::wstring_view text);
 

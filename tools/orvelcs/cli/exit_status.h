@@ -1,4 +1,4 @@
-// How the program ends; the number is the process's exit status.
+// The exit status of the process.
 #pragma once
 
 #include <initializer_list>
@@ -12,7 +12,7 @@ enum class ExitStatus : int {
     nothingFound = 3 // where something was looked for
 };
 
-/// The status of a batch in which both occur: a failure outweighs something that was not found.
+/// The status of a batch in which both occur. A failure is worse than something that was not found.
 inline ExitStatus worse(ExitStatus left, ExitStatus right)
 {
     for (const ExitStatus status : {ExitStatus::wrongUsage, ExitStatus::failed, ExitStatus::nothingFound})

@@ -1,6 +1,7 @@
-// What ends a command early.
+// What ends a command early, and with which exit status.
 #pragma once
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -9,20 +10,26 @@
 
 namespace Orvelcs {
 
-/// The command cannot go on: what it is about, and why. It becomes the one line on standard error.
+/// Says what a command failed at, and why. The program prints it as one line on standard error.
 class Failure : public std::runtime_error {
 public:
-    Failure(std::string subject, const std::string& message, ExitStatus status = ExitStatus::failed)
-        : std::runtime_error(message), subject_(std::move(subject)), status_(status)
+    /// `code` is the result of the host or of the spatial-reference library, where one of them was asked.
+    Failure(std::string subject, const std::string& message, ExitStatus status = ExitStatus::failed,
+            std::optional<int> code = std::nullopt)
+        : std::runtime_error(message), subject_(std::move(subject)), status_(status), code_(code)
     {
     }
 
     const std::string& subject() const { return subject_; }
     ExitStatus status() const { return status_; }
+    std::optional<int> code() const { return code_; }
+    /// The message after its subject.
+    std::string text() const { return subject_ + ": " + what(); }
 
 private:
     std::string subject_;
     ExitStatus status_;
+    std::optional<int> code_;
 };
 
 inline Failure wrongUsage(std::string subject, const std::string& message)

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <memory>
 #include <system_error>
 
@@ -9,17 +10,21 @@
 
 #include "embedded/base/file_kind.h"
 #include "embedded/base/path.h"
+#include "embedded/base/text.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/process.h"
 
 namespace Orvelcs {
 namespace {
 
+constexpr const char* kStandardInput = "standard input";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 struct CloseFile {
     void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); } // it was only read
 };
 
-std::string reasonOf(int error)
+std::string describeError(int error)
 {
     return std::generic_category().message(error);
 }
@@ -35,7 +40,7 @@ std::string readToEnd(std::FILE* stream, const std::string& name, std::size_t li
         if (limitInBytes != 0 && bytes.size() > limitInBytes)
             throw Failure(name, fmt::format("longer than {} bytes", limitInBytes));
         if (std::ferror(stream) != 0)
-            throw Failure(name, "cannot be read: " + reasonOf(errno));
+            throw Failure(name, "cannot be read: " + describeError(errno));
         if (length < block.size() && std::feof(stream) != 0)
             return bytes;
     }
@@ -46,13 +51,46 @@ std::string readToEnd(std::FILE* stream, const std::string& name, std::size_t li
 std::string readWhole(const std::string& file, std::size_t limitInBytes)
 {
     if (file == kStandardStream)
-        return readToEnd(stdin, "standard input", limitInBytes);
+        return readToEnd(stdin, kStandardInput, limitInBytes);
     if (Embedded::fileKind(Embedded::pathFromUtf8(file)) == Embedded::FileKind::folder)
         throw Failure(file, "is a folder");
     const std::unique_ptr<std::FILE, CloseFile> stream(openForReading(file));
     if (!stream)
-        throw Failure(file, "cannot be opened: " + reasonOf(errno));
+        throw Failure(file, "cannot be opened: " + describeError(errno));
     return readToEnd(stream.get(), file, limitInBytes);
+}
+
+std::wstring readText(const std::string& file, std::size_t limitInBytes)
+{
+    const std::string bytes = readWhole(file, limitInBytes);
+    const std::string subject = file == kStandardStream ? kStandardInput : file;
+    if (!Embedded::isValidUtf8(bytes))
+        throw Failure(subject, "is not UTF-8");
+    if (bytes.find('\0') != std::string::npos)
+        throw Failure(subject, "holds a NUL character");
+    const bool hasMark = bytes.starts_with(kByteOrderMark);
+    return Embedded::wideFromUtf8(std::string_view(bytes).substr(hasMark ? kByteOrderMark.size() : 0));
+}
+
+bool LineReader::next()
+{
+    line_.clear();
+    isTooLong_ = false;
+    errno = 0;
+    int character = std::getc(stdin);
+    const bool isEnd = character == EOF;
+    for (; character != EOF && character != '\n'; character = std::getc(stdin)) {
+        isTooLong_ = isTooLong_ || line_.size() == kLongestLineInBytes;
+        if (!isTooLong_)
+            line_.push_back(static_cast<char>(character));
+    }
+    if (std::ferror(stdin) != 0)
+        throw Failure(kStandardInput, "cannot be read: " + describeError(errno));
+    if (isEnd)
+        return false;
+    if (++number_ == 1 && line_.starts_with(kByteOrderMark))
+        line_.erase(0, kByteOrderMark.size());
+    return true;
 }
 
 } // namespace Orvelcs

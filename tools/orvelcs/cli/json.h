@@ -1,4 +1,4 @@
-// JSON as the program prints it: keys in the order in which they were added, what is absent as null.
+// JSON as the program prints it: keys in the order in which they were added, null for what is absent.
 #pragma once
 
 #include <optional>

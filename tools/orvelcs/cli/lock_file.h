@@ -6,8 +6,8 @@
 
 namespace Orvelcs {
 
-/// The file, made where there is none, and the lock on it once it was got. The system releases the lock when the
-/// process ends, however it ends. The file stays: a process that waits for it would hold a removed one.
+/// Creates the file where there is none. The system releases the lock when the process ends, however it ends. The file
+/// is never removed, because a waiting process would then lock a file that nobody else can open.
 class LockFile {
 public:
     /// Throws Failure when it cannot be opened.
@@ -16,7 +16,7 @@ public:
     LockFile& operator=(const LockFile&) = delete;
     ~LockFile();
 
-    /// False while another process holds it. Throws Failure when it cannot be locked.
+    /// Returns false while another process holds the lock. Throws Failure when it cannot be locked.
     [[nodiscard]] bool tryLock();
 
 private:

@@ -7,7 +7,7 @@ namespace {
 
 constexpr const char* kSeparator = "--";
 
-const CLI::App* subcommandOf(const CLI::App& command, const std::string& name)
+const CLI::App* findSubcommand(const CLI::App& command, const std::string& name)
 {
     const auto found =
         command.get_subcommands([&](const CLI::App* candidate) { return candidate->get_name() == name; });
@@ -15,7 +15,7 @@ const CLI::App* subcommandOf(const CLI::App& command, const std::string& name)
 }
 
 // An option of the command, or of one that it is a part of.
-const CLI::Option* optionOf(const CLI::App* command, const std::string& name)
+const CLI::Option* lookUpOption(const CLI::App* command, const std::string& name)
 {
     const CLI::Option* option = nullptr;
     for (; command != nullptr && option == nullptr; command = command->get_parent())
@@ -28,17 +28,17 @@ bool isFlag(const CLI::Option& option)
     return option.get_items_expected_max() == 0;
 }
 
-/// What is wrong with the option's value; empty: nothing. `next` is null at the end.
-std::string misuseOf(const CLI::Option& option, const std::string& word, const std::string* next)
+/// What is wrong with the option's value; null when it is right. `next` is null at the end.
+const char* describeMisuse(const CLI::Option& option, const std::string& word, const std::string* next)
 {
     const std::size_t equals = word.find('=');
     if (isFlag(option))
-        return equals == std::string::npos ? "" : "takes no value";
+        return equals == std::string::npos ? nullptr : "takes no value";
     if (equals != std::string::npos)
-        return equals + 1 == word.size() ? "needs a value" : "";
-    if (next != nullptr && *next == kSeparator)
+        return equals + 1 == word.size() ? "needs a value" : nullptr;
+    if (next == nullptr || *next == kSeparator)
         return "needs a value";
-    return next != nullptr && next->empty() ? "is empty" : "";
+    return next->empty() ? "is empty" : nullptr;
 }
 
 } // namespace
@@ -55,16 +55,16 @@ std::optional<MisusedOption> misusedOption(const CLI::App& program, const std::v
         const std::string& word = words[index];
         const std::string* next = index + 1 < words.size() ? &words[index + 1] : nullptr;
         if (!looksLikeOption(word)) {
-            if (const CLI::App* subcommand = subcommandOf(*command, word))
+            if (const CLI::App* subcommand = findSubcommand(*command, word))
                 command = subcommand;
             continue;
         }
         const std::string name = word.substr(0, word.find('='));
-        const CLI::Option* option = optionOf(command, name);
+        const CLI::Option* option = lookUpOption(command, name);
         if (option == nullptr)
             continue;
-        if (std::string message = misuseOf(*option, word, next); !message.empty())
-            return MisusedOption{command, name, std::move(message)};
+        if (const char* message = describeMisuse(*option, word, next))
+            return MisusedOption{command, name, message};
         if (!isFlag(*option) && word == name && next != nullptr && !looksLikeOption(*next))
             ++index;
     }

@@ -1,4 +1,4 @@
-// Values of options as they stand in the command line, before the parser has its own way with them.
+// Checks the values of options before the parser reads them.
 #pragma once
 
 #include <optional>
@@ -9,18 +9,18 @@
 
 namespace Orvelcs {
 
-/// "-" alone stands for a stream.
+/// "-" alone is a stream and not an option.
 bool looksLikeOption(const std::string& word);
 
-/// An option whose value is not one that it can have, and what is wrong with it.
+/// An option with a value that it cannot have, or without one that it needs.
 struct MisusedOption {
-    const CLI::App* command = nullptr; // the one it was given to
+    const CLI::App* command = nullptr; // to which the option belongs
     std::string option;
     std::string message;
 };
 
-/// The first such option before "--". The parser takes the next word for the value that "--option=" lacks, gives flags
-/// values, and cannot tell an empty value from none.
+/// Finds the first such option before "--". The parser accepts them: it reads the next word as the value of
+/// "--option=", gives flags values, and does not distinguish an empty value from none.
 std::optional<MisusedOption> misusedOption(const CLI::App& program, const std::vector<std::string>& words);
 
 } // namespace Orvelcs

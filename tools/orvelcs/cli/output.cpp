@@ -14,7 +14,7 @@
 namespace Orvelcs {
 namespace {
 
-bool escapesAreWanted(const OutputOptions& options)
+bool wantsEscapes(const OutputOptions& options)
 {
     const char* noColor = std::getenv("NO_COLOR");
     const char* terminal = std::getenv("TERM");
@@ -22,9 +22,9 @@ bool escapesAreWanted(const OutputOptions& options)
            (terminal == nullptr || std::string_view(terminal) != "dumb");
 }
 
-void toStandardError(std::string_view text)
+void writeToStandardError(std::string_view text)
 {
-    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr)); // there is nowhere left to complain
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr)); // a failure could be reported nowhere else
 }
 
 } // namespace
@@ -32,8 +32,8 @@ void toStandardError(std::string_view text)
 Output::Output(std::string command, const OutputOptions& options)
     : command_(std::move(command)),
       options_(options),
-      escapes_(escapesAreWanted(options)),
-      bold_(escapes_ && takesEscapes(stdout))
+      escapes_(wantsEscapes(options)),
+      bold_(escapes_ && supportsEscapes(stdout))
 {
 }
 
@@ -97,8 +97,8 @@ void Output::showProgress(const std::string& text) const
 {
     if (options_.quiet || !isTerminal(stderr))
         return;
-    progressIsShown_ = escapes_ && takesEscapes(stderr);
-    toStandardError(progressIsShown_ ? "\r\x1B[K" + text : text + "\n");
+    progressIsShown_ = escapes_ && supportsEscapes(stderr);
+    writeToStandardError(progressIsShown_ ? "\r\x1B[K" + text : text + "\n");
 }
 
 bool Output::flush()
@@ -121,14 +121,14 @@ ExitStatus Output::finish(ExitStatus status)
 void Output::diagnose(std::string_view subject, std::string_view message)
 {
     hideProgress();
-    static_cast<void>(flush()); // finish() tells of it
-    toStandardError(fmt::format("orvelcs: {}: {}: {}\n", command_, oneLine(subject), oneLine(message)));
+    static_cast<void>(flush()); // finish() reports it
+    writeToStandardError(fmt::format("orvelcs: {}: {}: {}\n", command_, oneLine(subject), oneLine(message)));
 }
 
 void Output::hideProgress() const
 {
     if (std::exchange(progressIsShown_, false))
-        toStandardError("\r\x1B[K");
+        writeToStandardError("\r\x1B[K");
 }
 
 } // namespace Orvelcs

@@ -27,32 +27,32 @@ public:
     bool json() const { return options_.json; }
     bool isQuiet() const { return options_.quiet; }
 
-    /// Bytes, exactly.
+    /// Writes the bytes as they are.
     void write(std::string_view bytes);
-    /// A line of a result.
+    /// Writes a line of a result.
     void line(std::string_view utf8);
-    /// A line that stands above others; bold on a terminal.
+    /// Writes a line that is bold on a terminal.
     void heading(std::string_view utf8);
-    /// The one JSON document.
+    /// Writes the one JSON document.
     void document(const Json& json);
-    /// Hands out what was printed so far, for a reader that waits for it; false when nothing can be printed any more.
+    /// Writes out what is buffered. Returns false when standard output cannot be written.
     [[nodiscard]] bool flush();
-    /// Says that something was done; not in JSON and not when quiet.
+    /// Prints that something was done, unless JSON or --quiet is wanted.
     void confirm(std::string_view subject, std::string_view message);
 
     void error(std::string_view subject, std::string_view message);
-    /// Something worth knowing that is no failure; not when quiet.
+    /// Prints what a person should know although nothing failed, unless --quiet is given.
     void note(std::string_view subject, std::string_view message);
-    /// A note that nobody may miss; also when quiet.
+    /// Prints a note with --quiet too.
     void importantNote(std::string_view subject, std::string_view message);
-    /// Shows how far a batch has come; only on a terminal and not when quiet.
+    /// Shows the position in a batch, on a terminal and without --quiet.
     void progress(std::size_t position, std::size_t total, std::string_view subject);
-    /// Shows that the command waits for another process; only on a terminal and not when quiet.
+    /// Shows that the command waits for another process, on a terminal and without --quiet.
     void showWaiting(std::string_view what) const;
-    /// Takes away what the two show, as all further output does.
+    /// Removes the line of progress or of waiting. All further output does so too.
     void hideProgress() const;
 
-    /// Hands out what is still buffered. Answers `status`, or a worse one when the results could not be written.
+    /// Writes out what is buffered. Returns `status`, or a worse one when the results could not be written.
     [[nodiscard]] ExitStatus finish(ExitStatus status);
 
 private:
@@ -61,9 +61,9 @@ private:
 
     std::string command_;
     OutputOptions options_;
-    bool escapes_; // whether a terminal may be sent escape sequences
+    bool escapes_; // whether escape sequences are wanted on a terminal
     bool bold_;
-    mutable bool progressIsShown_ = false; // which tells of the terminal alone
+    mutable bool progressIsShown_ = false; // about the terminal, not about the output
     int writeError_ = 0;
 };
 

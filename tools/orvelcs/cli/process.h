@@ -1,4 +1,4 @@
-// What the program asks of its operating system.
+// Calls of the operating system: streams, terminal, environment.
 #pragma once
 
 #include <cstdio>
@@ -7,27 +7,27 @@
 
 namespace Orvelcs {
 
-/// Lets what nothing catches, a fault of the processor among it, end the program with status 70 on Windows, whose own
-/// numbers for it are cut off where a caller keeps one byte. Elsewhere the program's signal tells.
+/// Makes an exception that nothing catches, and a fault of the processor, end the program with status 70 on Windows:
+/// the system's own numbers do not fit into one byte. On other systems the program ends by a signal.
 void prepareForUnhandledFailures();
 
-/// Makes standard input and output carry bytes as they are, and a write to a closed pipe or a closed stream, or beyond
-/// the process's limit on the size of files, fail instead of ending the program or landing in another file.
+/// Makes standard input and output binary. A write to a closed pipe or stream, or beyond the limit on the size of
+/// files, then fails instead of ending the program or reaching another file.
 void prepareStandardStreams();
 
-/// The reason why the stream's last call failed, a number of errno.
+/// The errno of the last call on a stream.
 int streamError();
 
 bool isTerminal(std::FILE* stream);
 /// Whether it is a terminal that understands escape sequences.
-bool takesEscapes(std::FILE* stream);
+bool supportsEscapes(std::FILE* stream);
 
-/// Null when it cannot be opened, with the reason in errno.
+/// Returns null when the file cannot be opened, with the reason in errno.
 std::FILE* openForReading(const std::string& file);
 
-/// The environment variable, UTF-8; nothing where there is none.
+/// The environment variable in UTF-8; nothing where there is none.
 std::optional<std::string> variable(const char* name);
-/// For this process and the libraries in it; removed without a value. False when it cannot be set.
+/// Sets the variable for this process and its libraries, or removes it. Returns false when it cannot be set.
 [[nodiscard]] bool setVariable(const char* name, const std::optional<std::string>& value);
 
 } // namespace Orvelcs

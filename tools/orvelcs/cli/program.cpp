@@ -51,7 +51,7 @@ ExitStatus reportVersion(bool checksCatalog, Output& output)
     return ExitStatus::failed;
 }
 
-ExitStatus carryOut(const CommandLine& commandLine, const Invocation& invocation, Output& output)
+ExitStatus execute(const CommandLine& commandLine, const Invocation& invocation, Output& output)
 {
     switch (invocation.kind) {
     case Invocation::Kind::command:
@@ -66,13 +66,13 @@ ExitStatus carryOut(const CommandLine& commandLine, const Invocation& invocation
     case Invocation::Kind::wrongUsage:
         break;
     }
-    throw wrongUsage(invocation.subject, invocation.message);
+    throw *invocation.failure;
 }
 
-ExitStatus attempt(const CommandLine& commandLine, const Invocation& invocation, Output& output)
+ExitStatus executeAndReport(const CommandLine& commandLine, const Invocation& invocation, Output& output)
 {
     try {
-        return carryOut(commandLine, invocation, output);
+        return execute(commandLine, invocation, output);
     } catch (const Failure& failure) {
         output.error(failure.subject(), failure.what());
         return failure.status();
@@ -93,7 +93,7 @@ ExitStatus runProgram(int argumentCount, const char* const* arguments)
     CommandLine commandLine;
     const Invocation invocation = commandLine.parse(argumentCount, arguments);
     Output output(invocation.command, commandLine.outputOptions());
-    return output.finish(attempt(commandLine, invocation, output));
+    return output.finish(executeAndReport(commandLine, invocation, output));
 }
 
 } // namespace Orvelcs

@@ -6,40 +6,11 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "embedded/base/case_folding.h"
+#include "embedded/base/edit_distance.h"
+
 namespace Orvelcs {
 namespace {
-
-char lowered(char character)
-{
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
-bool same(char left, char right)
-{
-    return lowered(left) == lowered(right);
-}
-
-// Optimal string alignment: each row of the table of distances is for a prefix of `left`.
-std::size_t distanceBetween(std::string_view left, std::string_view right)
-{
-    std::vector<std::vector<std::size_t>> table(left.size() + 1, std::vector<std::size_t>(right.size() + 1));
-    for (std::size_t row = 0; row <= left.size(); ++row) {
-        for (std::size_t column = 0; column <= right.size(); ++column) {
-            std::size_t& cell = table[row][column];
-            if (row == 0 || column == 0) {
-                cell = row + column;
-                continue;
-            }
-            const std::size_t change = same(left[row - 1], right[column - 1]) ? 0 : 1;
-            cell =
-                std::min({table[row - 1][column] + 1, table[row][column - 1] + 1, table[row - 1][column - 1] + change});
-            if (row > 1 && column > 1 && same(left[row - 1], right[column - 2]) &&
-                same(left[row - 2], right[column - 1]))
-                cell = std::min(cell, table[row - 2][column - 2] + 1);
-        }
-    }
-    return table[left.size()][right.size()];
-}
 
 std::string_view withoutDashes(std::string_view word)
 {
@@ -56,7 +27,8 @@ std::vector<std::string> nearest(std::string_view word, const std::vector<std::s
     std::size_t best = (withoutDashes(word).size() + 1) / 2;
     std::vector<std::string> names;
     for (const std::string& candidate : candidates) {
-        const std::size_t distance = distanceBetween(withoutDashes(word), withoutDashes(candidate));
+        const std::size_t distance = Embedded::editDistance(Embedded::toLowerAscii(withoutDashes(word)),
+                                                            Embedded::toLowerAscii(withoutDashes(candidate)), {});
         if (distance < best)
             names.clear();
         if (distance <= best && distance < withoutDashes(candidate).size()) {

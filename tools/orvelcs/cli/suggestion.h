@@ -1,4 +1,4 @@
-// What a misspelt word may have meant.
+// The nearest names to a misspelt word.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace Orvelcs {
 
-/// The candidates nearest to the word by insertions, deletions, substitutions and swaps, ignoring case; all of those
-/// equally near, in the order given. Empty when none is near.
+/// The candidates with the smallest edit distance to the word, ignoring case, in the order given. Empty when none is
+/// near.
 std::vector<std::string> nearest(std::string_view word, const std::vector<std::string>& candidates);
 
 /// "; the nearest is A" or "; the nearest are A, B"; empty without names.

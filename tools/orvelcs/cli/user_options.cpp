@@ -9,7 +9,7 @@
 namespace Orvelcs {
 namespace {
 
-constexpr std::size_t kLongestFolder = 259; // in characters; the module takes no notice of a longer one
+constexpr std::size_t kLongestFolder = 259; // in characters; the module ignores a longer one
 
 } // namespace
 

@@ -1,4 +1,4 @@
-// Where the user's own configuration is for this run.
+// The options for the place of the user's configuration.
 #pragma once
 
 #include <string>
@@ -19,7 +19,7 @@ struct UserOptions {
 };
 
 void addUserOptions(CLI::App& program, UserOptions& options);
-/// Sets them for this process, before the module is loaded. Throws Failure for a folder that the module would not take.
+/// Sets both for this process, before the module is loaded. Throws Failure for a folder that the module would ignore.
 void applyUserOptions(const UserOptions& options);
 
 } // namespace Orvelcs

@@ -1,6 +1,5 @@
 #include "orvelcs/cli/wait.h"
 
-#include <charconv>
 #include <chrono>
 #include <cmath>
 #include <optional>
@@ -8,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "embedded/base/parse_number.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/failure.h"
 
@@ -25,15 +25,6 @@ double& secondsToWait()
     return seconds;
 }
 
-/// Digits with a point at most; nothing for all else.
-std::optional<double> decimalNumber(const std::string& text)
-{
-    double number = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number, std::chars_format::fixed);
-    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
-}
-
 } // namespace
 
 void addWaitOption(CLI::App& program, WaitOption& wait)
@@ -46,10 +37,10 @@ void applyWaitOption(const WaitOption& wait)
 {
     if (wait.option->count() == 0)
         return;
-    const std::optional<double> seconds = decimalNumber(wait.seconds);
-    if (!seconds || !(*seconds >= 0 && *seconds <= kMostSeconds)) // also false for what is no number
-        throw wrongUsage("--wait",
-                         fmt::format("{} is not a number of seconds from 0 to {}", wait.seconds, kMostSeconds));
+    const std::optional<double> seconds = Embedded::parseReal(wait.seconds, std::chars_format::fixed);
+    if (!seconds || !(*seconds >= 0 && *seconds <= kMostSeconds)) // false for "nan" too
+        throw wrongUsage(
+            "--wait", fmt::format("expected a number of seconds from 0 to {}, found {}", kMostSeconds, wait.seconds));
     secondsToWait() = *seconds;
 }
 
@@ -66,7 +57,7 @@ Embedded::LockWait waitFor(const std::string& what, const Output& output)
     return wait;
 }
 
-std::string stillHeldMessage()
+std::string lockedMessage()
 {
     return fmt::format("another process holds it, after {} s still; try again, or wait longer with --wait SECONDS",
                        secondsToWait());

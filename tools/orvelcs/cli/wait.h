@@ -1,4 +1,4 @@
-// How long a command waits for other processes, and what it shows meanwhile.
+// How long a command waits for other processes, and what it shows in the meantime.
 #pragma once
 
 #include <string>
@@ -20,10 +20,10 @@ void addWaitOption(CLI::App& program, WaitOption& wait);
 /// Sets how long this process waits. Throws Failure for wrong usage.
 void applyWaitOption(const WaitOption& wait);
 
-/// A wait for `what`, which another process is changing: as long as --wait says, with a line on a terminal that the
-/// next output takes away. `output` must outlive it.
+/// Makes a wait for `what`, which another process is changing. It takes as long as --wait says and shows a line on a
+/// terminal, which the next output removes. `output` must outlive it.
 Embedded::LockWait waitFor(const std::string& what, const Output& output);
-/// What to say when the wait is over and another process still holds what was waited for.
-std::string stillHeldMessage();
+/// The message for a wait that ended while another process still held the lock.
+std::string lockedMessage();
 
 } // namespace Orvelcs

@@ -8,7 +8,6 @@
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/catalog_lookup.h"
-#include "orvelcs/drawing/catalog_suggestion.h"
 #include "orvelcs/drawing/change.h"
 #include "orvelcs/drawing/definition_file.h"
 #include "orvelcs/drawing/holders.h"
@@ -38,7 +37,7 @@ std::string doneText(const std::wstring& code)
 }
 
 // Splits the positional arguments into the code and the files.
-std::wstring takeArguments(AssignOptions& options)
+std::wstring splitArguments(AssignOptions& options)
 {
     options.change.files = options.arguments;
     if (options.isUserDefined()) {
@@ -92,13 +91,10 @@ ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& c
 ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& code, Output& output)
 {
     if (catalogEntry(code))
-        throw DefinitionFailure(Embedded::utf8FromWide(code),
-                                "is the code of a system of the catalog; a definition needs a code of its own",
-                                Library::statusOk);
+        throw Failure(Embedded::utf8FromWide(code),
+                      "is the code of a system of the catalog; a definition needs a code of its own");
     if (!isLegacyCode(code))
-        throw DefinitionFailure("--code",
-                                "expected a code, found \".\", which readers of older drawing versions take for none",
-                                Library::statusOk);
+        throw Failure("--code", "expected a code, found \".\", which readers of older drawing versions take for none");
     const DefinedSystem system = systemFromTextFile(options.definitionFile, code);
     Change change;
     change.apply = [&](QeDbDatabase* database, Library::Status& status) {
@@ -111,7 +107,7 @@ ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& co
 
 ExitStatus runAssign(AssignOptions& options, Output& output)
 {
-    const std::wstring code = takeArguments(options);
+    const std::wstring code = splitArguments(options);
     checkChangeOptions(options.change, output);
     if (!options.isUserDefined())
         return assignFromCatalog(options, code, output);
@@ -120,16 +116,12 @@ ExitStatus runAssign(AssignOptions& options, Output& output)
     try {
         return assignDefinition(options, code, output);
     } catch (const Failure& failure) {
-        const auto* definition = dynamic_cast<const DefinitionFailure*>(&failure);
-        printUntried(options.change.files, definition != nullptr ? definition->libraryStatus() : Library::statusOk,
-                     fmt::format("{}: {}", failure.subject(), failure.what()), output);
+        printUnchanged(options.change.files, failure, output);
         throw;
     }
 }
 
-} // namespace
-
-Command declareAssign(CLI::App& program)
+std::vector<Command> declareAssign(CLI::App& program)
 {
     auto options = std::make_shared<AssignOptions>();
     CLI::App* app = addCommand(
@@ -146,7 +138,11 @@ Command declareAssign(CLI::App& program)
     options->codeOption = addArgument(*app, "--code CODE", options->code,
                                       "the code of the user-defined system, not one of the catalog's");
     addChangeOptions(*app, options->change);
-    return {app, [options](Output& output) { return runAssign(*options, output); }};
+    return {{app, [options](Output& output) { return runAssign(*options, output); }}};
 }
+
+const CommandRegistration kAssignCommand("assign", declareAssign);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -13,8 +13,8 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/drawing/catalog_lookup.h"
-#include "orvelcs/drawing/catalog_suggestion.h"
 #include "orvelcs/output/system_description.h"
+#include "orvelcs/output/table.h"
 
 namespace Orvelcs {
 
@@ -36,17 +36,17 @@ struct CatalogShowOptions {
     bool wkt = false;
 };
 
-Embedded::CatalogQuery queryFrom(const SearchOptions& options)
+Embedded::CatalogQuery makeQuery(const SearchOptions& options)
 {
     Embedded::CatalogQuery query;
     if (std::find(options.words.begin(), options.words.end(), "") != options.words.end())
         throw wrongUsage("TEXT", "is empty");
     query.text = wideArgument("TEXT", fmt::format("{}", fmt::join(options.words, " ")));
     if (!options.kind.empty())
-        query.kind = parseInteger("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric);
+        query.kind = integerArgument("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric);
     if (!options.limit.empty())
         query.limit =
-            static_cast<std::size_t>(parseInteger("--limit", options.limit, 1, std::numeric_limits<int>::max()));
+            static_cast<std::size_t>(integerArgument("--limit", options.limit, 1, std::numeric_limits<int>::max()));
     if (options.authorityOption->count() > 0)
         query.authority = wideArgument("--authority", options.authority);
     query.deprecated = options.deprecated;
@@ -66,15 +66,12 @@ Json asJson(const std::vector<Embedded::CatalogEntry>& entries)
 
 void print(const std::vector<Embedded::CatalogEntry>& entries, Output& output)
 {
-    std::size_t codeWidth = 0;
-    std::size_t kindWidth = 0;
-    for (const Embedded::CatalogEntry& entry : entries) {
-        codeWidth = std::max(codeWidth, entry.code.size());
-        kindWidth = std::max(kindWidth, kindName(entry.kind).size());
-    }
+    std::vector<TableRow> rows;
     for (const Embedded::CatalogEntry& entry : entries)
-        output.line(fmt::format("{:<{}}  {:<{}}  {}{}", oneLine(entry.code), codeWidth, kindName(entry.kind), kindWidth,
-                                oneLine(entry.name), entry.deprecated ? " (deprecated)" : ""));
+        rows.push_back({oneLine(entry.code), kindName(entry.kind),
+                        oneLine(entry.name) + (entry.deprecated ? " (deprecated)" : "")});
+    for (const std::string& line : alignColumns(rows))
+        output.line(line);
 }
 
 std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
@@ -92,7 +89,7 @@ std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
 
 ExitStatus runSearch(const SearchOptions& options, Output& output)
 {
-    const Embedded::CatalogQuery query = queryFrom(options);
+    const Embedded::CatalogQuery query = makeQuery(options);
     return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
         const std::vector<Embedded::CatalogEntry> entries = search(query);
         if (output.json())
@@ -114,17 +111,17 @@ CatalogSystem load(const std::wstring& code, bool wantsWkt)
 {
     const CatalogSystemDefinition system = systemFromCatalog(code);
     const std::optional<Embedded::CatalogEntry> entry = catalogEntry(code);
-    if (!entry) // the catalog went away in between
+    if (!entry) // the catalog was removed after the system was loaded
         throw noSuchCode(code);
     CatalogSystem found{describe(*system.get()), *entry, {}};
     if (wantsWkt)
-        found.system.wkt = wktOf(*system.get());
+        found.system.wkt = writeWkt(*system.get());
     if (entry->deprecated)
         found.replacements = Embedded::replacementsOf(entry->code);
     return found;
 }
 
-std::optional<std::wstring> areaOf(const CatalogSystem& found)
+std::optional<std::wstring> optionalArea(const CatalogSystem& found)
 {
     return found.entry.areaOfUse.empty() ? std::nullopt : std::optional(found.entry.areaOfUse);
 }
@@ -147,7 +144,7 @@ Json asJson(const CatalogSystem& found, bool wantsWkt)
     json["deprecated"] = found.entry.deprecated;
     json["replacedBy"] = replacements.empty() ? Json(nullptr) : replacements.front();
     json["replacements"] = replacements;
-    json["areaOfUse"] = jsonText(areaOf(found));
+    json["areaOfUse"] = jsonText(optionalArea(found));
     return json;
 }
 
@@ -163,7 +160,7 @@ void print(const CatalogSystem& found, Output& output)
             codes += (codes.empty() ? L"" : L", ") + code;
         lines.add("replaced by", codes);
     }
-    lines.add("area of use", areaOf(found));
+    lines.add("area of use", optionalArea(found));
     lines.add("wkt", found.system.wkt);
     lines.print(output);
 }
@@ -209,8 +206,6 @@ Command declareCatalogShow(CLI::App& catalog)
     return {app, [options](Output& output) { return runCatalogShow(*options, output); }};
 }
 
-} // namespace
-
 std::vector<Command> declareCatalog(CLI::App& program)
 {
     CLI::App* catalog = addCommand(program, {"catalog",
@@ -220,5 +215,9 @@ std::vector<Command> declareCatalog(CLI::App& program)
     catalog->require_subcommand(1);
     return {declareSearch(*catalog), declareCatalogShow(*catalog)};
 }
+
+const CommandRegistration kCatalogCommand("catalog", declareCatalog);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include "embedded/base/hex.h"
 #include "embedded/base/path.h"
 #include "embedded/host/drawing_file/drawing_check.h"
 #include "embedded/host/drawing_file/drawing_salvage.h"
@@ -22,11 +23,6 @@ struct CheckOptions {
     bool salvages() const { return salvageOption->count() > 0; }
 };
 
-std::string hexOfHandle(std::uint64_t handle)
-{
-    return fmt::format("{:X}", handle);
-}
-
 Json faultsAsJson(const Embedded::DrawingFaults& faults)
 {
     Json array = Json::array();
@@ -39,7 +35,7 @@ Json salvageAsJson(const std::string& file, const Embedded::Salvage& salvage)
 {
     Json lost = Json::array();
     for (const Embedded::LostObject& object : salvage.lost)
-        lost.push_back({{"handle", hexOfHandle(object.handle)},
+        lost.push_back({{"handle", Embedded::upperCaseHex(object.handle)},
                         {"class", object.className.empty() ? Json(nullptr) : Json(object.className)},
                         {"reason", object.reason}});
     return {{"file", file}, {"objects", salvage.objects}, {"lost", std::move(lost)}};
@@ -57,7 +53,8 @@ void printSalvage(const std::string& file, const Embedded::Salvage& salvage, Out
 {
     output.confirm(file, fmt::format("{} objects saved, {} lost", salvage.objects, salvage.lost.size()));
     for (const Embedded::LostObject& object : salvage.lost)
-        output.line(fmt::format("  lost: {} {}: {}", hexOfHandle(object.handle), object.className, object.reason));
+        output.line(
+            fmt::format("  lost: {} {}: {}", Embedded::upperCaseHex(object.handle), object.className, object.reason));
 }
 
 /// What became of a drawing that should be saved from damage.
@@ -116,9 +113,7 @@ ExitStatus runCheck(const CheckOptions& options, Output& output)
                           [&](const std::string& file) { return checkOne(file, options, output); });
 }
 
-} // namespace
-
-Command declareCheck(CLI::App& program)
+std::vector<Command> declareCheck(CLI::App& program)
 {
     auto options = std::make_shared<CheckOptions>();
     CLI::App* app = addCommand(
@@ -132,7 +127,11 @@ Command declareCheck(CLI::App& program)
     options->salvageOption =
         addArgument(*app, "--salvage OUT", options->salvage,
                     "write what can be read into a new drawing; what has lost its owner is in the dictionary SALVAGED");
-    return {app, [options](Output& output) { return runCheck(*options, output); }};
+    return {{app, [options](Output& output) { return runCheck(*options, output); }}};
 }
+
+const CommandRegistration kCheckCommand("check", declareCheck);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -31,9 +31,7 @@ ExitStatus runClear(const ClearOptions& options, Output& output)
     return changeDrawings(options.change, change, output);
 }
 
-} // namespace
-
-Command declareClear(CLI::App& program)
+std::vector<Command> declareClear(CLI::App& program)
 {
     auto options = std::make_shared<ClearOptions>();
     CLI::App* app = addCommand(program, {"clear",
@@ -44,7 +42,11 @@ Command declareClear(CLI::App& program)
     app->add_flag("--as-assignment", options->asAssignment,
                   "assign no definition, which reactors hear of as an assignment with an empty name");
     addChangeOptions(*app, options->change);
-    return {app, [options](Output& output) { return runClear(*options, output); }};
+    return {{app, [options](Output& output) { return runClear(*options, output); }}};
 }
+
+const CommandRegistration kClearCommand("clear", declareClear);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -22,7 +22,7 @@ ExitStatus runCodec(const Direction& direction, Output& output)
     if (output.json())
         throw wrongUsage("--json", "has no place here; the output is bytes");
     const std::string input = readWhole(kStandardStream);
-    if (input.empty()) // the codec's own answer for it is that of a failure
+    if (input.empty()) // for which the codec returns the size of a failure
         return ExitStatus::done;
     const auto* bytes = reinterpret_cast<const unsigned char*>(input.data());
     const std::size_t size = direction.size(bytes, input.size());
@@ -40,8 +40,6 @@ Command declareDirection(CLI::App& codec, const std::string& name, const std::st
     return {app, [direction](Output& output) { return runCodec(direction, output); }};
 }
 
-} // namespace
-
 std::vector<Command> declareCodec(CLI::App& program)
 {
     CLI::App* codec = addCommand(program, {"codec",
@@ -54,5 +52,9 @@ std::vector<Command> declareCodec(CLI::App& program)
             declareDirection(*codec, "unpack", "Unpack standard input",
                              {Orvel::UnpackedSize, Orvel::UnpackRuns, "is malformed: it ends inside a packet"})};
 }
+
+const CommandRegistration kCodecCommand("codec", declareCodec);
+
+} // namespace
 
 } // namespace Orvelcs

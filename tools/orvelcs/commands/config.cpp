@@ -7,7 +7,6 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/cli/text_bytes.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/config_store.h"
 #include "orvelcs/drawing/settings_file.h"
@@ -23,20 +22,15 @@ struct ConfigOptions {
     std::string type;
 };
 
-/// The text of a file, "-" for standard input. Throws Failure.
-std::wstring textOf(const std::string& file)
+std::wstring readTextArgument(const std::string& file)
 {
     if (file.empty())
         throw wrongUsage("TEXTFILE", "is empty");
-    const std::string bytes = readWhole(file);
-    const std::string_view utf8 = withoutByteOrderMark(bytes);
-    if (const auto fault = faultOfText(utf8))
-        throw Failure(file == kStandardStream ? "standard input" : file, *fault);
-    return Embedded::wideFromUtf8(utf8);
+    return readText(file);
 }
 
-/// Held as long as the command reads and changes a store of the user's. A drawing needs none.
-std::unique_ptr<LockFile> lockFor(const ConfigTarget& target, const Output& output)
+/// The lock for reading and changing a store of the user's. A drawing needs none.
+std::unique_ptr<LockFile> lockStore(const ConfigTarget& target, const Output& output)
 {
     return target.isDrawing() ? nullptr : lockUserStores(output);
 }
@@ -45,15 +39,15 @@ ExitStatus report(const ConfigTarget& target, const ConfigChange& change, const 
 {
     if (output.json()) {
         Json json = {{"result", change.result}, {"events", eventsAsJson(change.events)}};
-        if (!change.error.empty())
-            json["error"] = change.error;
+        if (change.error)
+            json["error"] = *change.error;
         output.document(json);
     }
-    if (!change.error.empty())
-        output.error(target.subject(), change.error);
+    if (change.error)
+        output.error(target.subject(), *change.error);
     else if (target.drawing != kStandardStream)
         output.confirm(target.subject(), done);
-    return change.error.empty() ? ExitStatus::done : ExitStatus::failed;
+    return change.error ? ExitStatus::failed : ExitStatus::done;
 }
 
 ExitStatus runGet(const ConfigOptions& options, Output& output)
@@ -74,8 +68,8 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
     checkConfigTarget(options.target, true, output);
     if (options.textFile == kStandardStream && options.target.drawing == kStandardStream)
         throw wrongUsage(kStandardStream, "cannot be both the text and the drawing");
-    const std::wstring text = textOf(options.textFile);
-    const auto lock = lockFor(options.target, output);
+    const std::wstring text = readTextArgument(options.textFile);
+    const auto lock = lockStore(options.target, output);
     const ExitStatus status = report(options.target,
                                      writeConfig(
                                          options.target, [&](const StoredConfig&) { return text; }, output),
@@ -85,12 +79,12 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
     return status;
 }
 
-/// Clearing the user's configuration leaves the settings file, which goes on answering where it can be read.
+/// Clearing the user's configuration does not change the settings file, which the module still reads.
 void noteSettingsFile(const ConfigTarget& target, Output& output)
 {
     try {
         if (readConfig(target, output))
-            output.note(settingsFileName(), "the settings file stays as it is and goes on answering");
+            output.note(settingsFileName(), "the settings file stays as it is and is still read");
     } catch (const Failure& failure) {
         output.note(failure.subject(), failure.what());
     }
@@ -99,21 +93,21 @@ void noteSettingsFile(const ConfigTarget& target, Output& output)
 ExitStatus runClear(const ConfigOptions& options, Output& output)
 {
     checkConfigTarget(options.target, true, output);
-    const auto lock = lockFor(options.target, output);
+    const auto lock = lockStore(options.target, output);
     const ConfigChange change = clearConfig(options.target, output);
     if (options.target.isDrawing())
         return report(options.target, change, "configuration cleared", output);
     ConfigTarget registry = options.target;
     registry.registryStore = true;
     const ExitStatus status = report(registry, change, "emptied", output);
-    if (change.error.empty())
+    if (!change.error)
         noteSettingsFile(options.target, output);
     return status;
 }
 
 ExitStatus runItems(const ConfigOptions& options, Output& output)
 {
-    const std::vector<ConfigItem> items = itemsOf(textOf(options.textFile));
+    const std::vector<ConfigItem> items = parseItems(readTextArgument(options.textFile));
     if (output.json()) {
         Json json = Json::array();
         for (const ConfigItem& item : items)
@@ -130,13 +124,13 @@ ExitStatus runAdd(const ConfigOptions& options, Output& output)
 {
     checkConfigTarget(options.target, true, output);
     if (options.type != "path" && options.type != "transformation")
-        throw wrongUsage("--type", fmt::format("{} is neither path nor transformation", options.type));
+        throw wrongUsage("--type", fmt::format("expected path or transformation, found {}", options.type));
     ConfigItemText item = options.item;
     item.type = options.type == "path" ? 1 : 2;
-    const std::wstring element = elementOf(item);
+    const std::wstring element = makeElement(item);
     if (options.target.drawing == kStandardStream)
         throw wrongUsage("--drawing", "a drawing from standard input is read once; name a file");
-    const auto lock = lockFor(options.target, output);
+    const auto lock = lockStore(options.target, output);
     noteDoubtfulName(item, output);
     const ConfigEdit edit = [&](const StoredConfig& stored) {
         return withElement(stored().value_or(std::wstring()), element);
@@ -146,7 +140,7 @@ ExitStatus runAdd(const ConfigOptions& options, Output& output)
 
 using Run = ExitStatus (*)(const ConfigOptions&, Output&);
 
-/// What is printed as JSON where the command ends early.
+/// The JSON of a command that ends early.
 const Json kNoText = nullptr;
 const Json kNotDone = {{"result", false}, {"events", Json::array()}};
 
@@ -171,8 +165,6 @@ void addItemOptions(CLI::App& app, ConfigOptions& options)
     addArgument(app, "--note TEXT", options.item.note, "a text of one's own");
     addConfigTarget(app, options.target, false);
 }
-
-} // namespace
 
 std::vector<Command> declareConfig(CLI::App& program)
 {
@@ -214,5 +206,9 @@ std::vector<Command> declareConfig(CLI::App& program)
                      "The name may be the catalog's name or the code; a name that several have needs the code."},
                     runAdd, kNotDone, addItemOptions)};
 }
+
+const CommandRegistration kConfigCommand("config", declareConfig);
+
+} // namespace
 
 } // namespace Orvelcs

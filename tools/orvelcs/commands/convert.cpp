@@ -37,13 +37,12 @@ struct ConvertReport {
     std::optional<int> version; // none when nothing was written
     int result = Qeapp::eOk;
     std::vector<Event> events;
-    std::string subject; // of the error
-    std::string error;   // empty: it was done
+    std::optional<Failure> failure; // none where it was done
 };
 
-// What the host's message does not say, because it does not know what its reactors keep in a drawing. The failed save
-// has left the drawing as it was.
-std::string conversionReason(QeDbDatabase* database, Qeapp::ErrorStatus failure)
+// Adds to the host's message what the host does not know: what its reactors store in a drawing. The failed save has not
+// changed the drawing.
+std::string describeConversionFailure(QeDbDatabase* database, Qeapp::ErrorStatus failure)
 {
     LibraryObject<System> system;
     if (CoordinateSystem::GetCoordinateSystem(system.put(), nullptr, database) != Qeapp::eOk)
@@ -65,11 +64,12 @@ void failSave(ConvertReport& report, const ConvertOptions& options, OpenDrawing&
 {
     const std::string& target = options.change.files.front();
     const bool isOfTarget = saved.message.starts_with(Embedded::displayName(Embedded::pathFromUtf8(target)) + ": ");
-    report.result = saved.status;
-    report.subject = isOfTarget ? target : options.file;
-    report.error = saved.status == Qeapp::eFileExists ? kExists : describe(report.subject, saved);
+    const std::string& subject = isOfTarget ? target : options.file;
+    std::string message = saved.status == Qeapp::eFileExists ? kExists : describe(subject, saved);
     if (!isOfTarget)
-        report.error += conversionReason(drawing.database(), saved.status);
+        message += describeConversionFailure(drawing.database(), saved.status);
+    report.result = saved.status;
+    report.failure = Failure(subject, message);
 }
 
 ConvertReport convertDrawing(const ConvertOptions& options, int version, Output& output)
@@ -78,11 +78,10 @@ ConvertReport convertDrawing(const ConvertOptions& options, int version, Output&
     OpenDrawing drawing(options.file, options.access(), output);
     if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
         report.result = loaded.status;
-        report.subject = options.file;
-        report.error = describe(options.file, loaded);
+        report.failure = Failure(options.file, describe(options.file, loaded));
         return report;
     }
-    const RecordingReactor reactor(vetoesOf(options.change));
+    const RecordingReactor reactor(parseVetoes(options.change));
     const Embedded::FileResult saved =
         saveDrawing(*drawing.database(), options.change.files.front(), static_cast<QeDb::QeDbDwgVersion>(version),
                     options.force ? Embedded::Overwriting::drawings : Embedded::Overwriting::refused, output);
@@ -100,8 +99,8 @@ Json convertedAsJson(const ConvertOptions& options, const ConvertReport& report)
                  {"drawingVersion", jsonValue(report.version)},
                  {"result", report.result},
                  {"events", eventsAsJson(report.events)}};
-    if (!report.error.empty())
-        json["error"] = report.subject == options.file ? report.error : report.subject + ": " + report.error;
+    if (report.failure)
+        json["error"] = report.failure->subject() == options.file ? report.failure->what() : report.failure->text();
     return json;
 }
 
@@ -109,8 +108,8 @@ void printConverted(const ConvertOptions& options, const ConvertReport& report, 
 {
     const std::string& target = options.change.files.front();
     printEvents(options.file, report.events, options.change, output);
-    if (!report.error.empty())
-        output.error(report.subject, report.error);
+    if (report.failure)
+        output.error(report.failure->subject(), report.failure->what());
     else if (target != kStandardStream)
         output.confirm(options.file, fmt::format("converted to drawing version {}{}", *report.version,
                                                  options.isReplaced() ? "" : ", in " + target));
@@ -118,21 +117,18 @@ void printConverted(const ConvertOptions& options, const ConvertReport& report, 
 
 ExitStatus runConvert(ConvertOptions& options, Output& output)
 {
-    const int version = parseInteger("--to", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+    const int version = integerArgument("--to", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     checkFileNames({options.file}, false, output);
     options.change.files = {options.isReplaced() ? options.file : options.target};
     checkChangeOptions(options.change, output);
     return forEachDrawing({options.file}, output, [&](const std::string&) {
         const ConvertReport report = convertDrawing(options, version, output);
         printConverted(options, report, output);
-        return DrawingOutcome{report.error.empty() ? ExitStatus::done : ExitStatus::failed,
-                              convertedAsJson(options, report)};
+        return DrawingOutcome{report.failure ? ExitStatus::failed : ExitStatus::done, convertedAsJson(options, report)};
     });
 }
 
-} // namespace
-
-Command declareConvert(CLI::App& program)
+std::vector<Command> declareConvert(CLI::App& program)
 {
     auto options = std::make_shared<ConvertOptions>();
     CLI::App* app =
@@ -148,7 +144,11 @@ Command declareConvert(CLI::App& program)
                                         "write there, and leave FILE alone; - prints the drawing");
     app->add_flag("--force", options->force, "overwrite a drawing that exists as OUT");
     addChangeOptions(*app, options->change);
-    return {app, [options](Output& output) { return runConvert(*options, output); }};
+    return {{app, [options](Output& output) { return runConvert(*options, output); }}};
 }
+
+const CommandRegistration kConvertCommand("convert", declareConvert);
+
+} // namespace
 
 } // namespace Orvelcs

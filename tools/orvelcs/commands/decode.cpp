@@ -1,18 +1,17 @@
 // decode: the definitions in a block of bytes, of either form.
-#include <algorithm>
 #include <memory>
 
 #include <fmt/format.h>
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "orvelcs/cli/command.h"
-#include "orvelcs/cli/definition_type.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/cli/text_query.h"
 #include "orvelcs/drawing/holders.h"
 #include "orvelcs/output/result_names.h"
+#include "orvelcs/output/system_description.h"
+#include "orvelcs/output/table.h"
 
 namespace Orvelcs {
 
@@ -36,8 +35,9 @@ std::vector<DecodedDefinition> definitionsIn(const Library::DefinitionBaseArray&
     std::vector<DecodedDefinition> definitions;
     for (int index = 0; index < array.GetCount(); ++index) {
         const Library::DefinitionBase& definition = *array.GetItem(index);
-        definitions.push_back({definitionType(definition), answerOf(definition, &Library::DefinitionBase::GetCode),
-                               answerOf(definition, &Library::DefinitionBase::GetName)});
+        definitions.push_back({definitionType(definition),
+                               definitionText(definition, &Library::DefinitionBase::GetCode),
+                               definitionText(definition, &Library::DefinitionBase::GetName)});
     }
     return definitions;
 }
@@ -50,16 +50,16 @@ bool holdsNulUnit(const std::string& block)
     return false;
 }
 
-// The module reads a text up to its first NUL unit, wherever that is. Where the block has none, one is put behind it,
-// after a unit that makes every text a wrong one: a text without its end has been cut off.
+// The module reads a text up to its first NUL unit, wherever that is. A block without one gets one, behind a unit that
+// makes every text invalid, because a text without its NUL is incomplete.
 void endText(std::string& block)
 {
     block.append(block.size() % 2, '\x01');          // the other half of a unit, which must not become a NUL
     block.append(std::string_view("\x01\0\0\0", 4)); // U+0001, and the NUL
 }
 
-// The module reads as packed bytes what the length covers, and a text up to its NUL whatever the length is. What is too
-// long for packed bytes it need not unpack, to as much as 64 times its size.
+// The length is that of packed bytes; the module reads a text up to its NUL in any case. A block that is too long for
+// packed bytes gets a length of 1, so that the module does not unpack it to 64 times its size.
 int lengthFor(const std::string& block)
 {
     constexpr std::size_t kLongestForm = 16 + 1023;          // class identifier and stream, unpacked
@@ -96,16 +96,12 @@ Json decodedAsJson(const std::vector<DecodedDefinition>& definitions)
 
 void printDecoded(const std::vector<DecodedDefinition>& definitions, Output& output)
 {
-    std::size_t typeWidth = 0;
-    std::size_t codeWidth = 0;
-    for (const DecodedDefinition& definition : definitions) {
-        typeWidth = std::max(typeWidth, definition.type.size());
-        codeWidth = std::max(codeWidth, oneLine(definition.code.value_or(L"-")).size());
-    }
+    std::vector<TableRow> rows;
     for (const DecodedDefinition& definition : definitions)
-        output.line(fmt::format("{:<{}}  {:<{}}  {}", definition.type, typeWidth,
-                                oneLine(definition.code.value_or(L"-")), codeWidth,
-                                oneLine(definition.name.value_or(L"-"))));
+        rows.push_back(
+            {definition.type, oneLine(definition.code.value_or(L"-")), oneLine(definition.name.value_or(L"-"))});
+    for (const std::string& line : alignColumns(rows))
+        output.line(line);
 }
 
 ExitStatus runDecode(const DecodeOptions& options, Output& output)
@@ -121,9 +117,7 @@ ExitStatus runDecode(const DecodeOptions& options, Output& output)
     });
 }
 
-} // namespace
-
-Command declareDecode(CLI::App& program)
+std::vector<Command> declareDecode(CLI::App& program)
 {
     auto options = std::make_shared<DecodeOptions>();
     CLI::App* app = addCommand(program, {"decode",
@@ -131,7 +125,11 @@ Command declareDecode(CLI::App& program)
                                          {"decode [OPTIONS] [FILE]"},
                                          "Both forms are read, whichever drawing version they were written for."});
     addArgument(*app, "FILE", options->file, "the bytes; without it, or for -, standard input");
-    return {app, [options](Output& output) { return runDecode(*options, output); }};
+    return {{app, [options](Output& output) { return runDecode(*options, output); }}};
 }
+
+const CommandRegistration kDecodeCommand("decode", declareDecode);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -36,9 +36,7 @@ ExitStatus runDump(const DumpOptions& options, Output& output)
     });
 }
 
-} // namespace
-
-Command declareDump(CLI::App& program)
+std::vector<Command> declareDump(CLI::App& program)
 {
     auto options = std::make_shared<DumpOptions>();
     CLI::App* app =
@@ -48,7 +46,11 @@ Command declareDump(CLI::App& program)
                              "Equal drawings give equal texts, and a difference is a line: for drawings under\n"
                              "version control."});
     addArgument(*app, "FILE", options->file, "the drawing; - is standard input")->required();
-    return {app, [options](Output& output) { return runDump(*options, output); }};
+    return {{app, [options](Output& output) { return runDump(*options, output); }}};
 }
+
+const CommandRegistration kDumpCommand("dump", declareDump);
+
+} // namespace
 
 } // namespace Orvelcs

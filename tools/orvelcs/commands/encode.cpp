@@ -8,7 +8,7 @@
 #include "embedded/base/staged_file.h"
 #include "embedded/base/text.h"
 #include "orvelcs/cli/command.h"
-#include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/process.h"
 #include "orvelcs/drawing/catalog_lookup.h"
@@ -30,7 +30,7 @@ struct EncodeOptions {
     bool isPrinted() const { return target == kStandardStream; }
 };
 
-std::string blockOf(const std::wstring& code, QeDb::QeDbDwgVersion version)
+std::string encodeSystem(const std::wstring& code, QeDb::QeDbDwgVersion version)
 {
     const CatalogSystemDefinition system = systemFromCatalog(code);
     HostBytes bytes;
@@ -43,13 +43,13 @@ std::string blockOf(const std::wstring& code, QeDb::QeDbDwgVersion version)
     return {reinterpret_cast<const char*>(bytes.get()), static_cast<std::size_t>(length)};
 }
 
-void putBlock(const EncodeOptions& options, const std::string& block, Output& output)
+void writeBlock(const EncodeOptions& options, const std::string& block, Output& output)
 {
     if (options.isPrinted())
         return output.write(block);
     const std::filesystem::path target = Embedded::pathFromUtf8(options.target);
     if (const auto written = Embedded::replaceFile(target, block); !written)
-        throw DrawingFailure(options.target, {Qeapp::eFileWriteFailed, written.error().text()});
+        throw Failure(options.target, fmt::format("{}: {}", resultName(Qeapp::eFileWriteFailed), written.error().message));
     output.confirm(options.target,
                    fmt::format("{} for drawing version {}, {} bytes", options.code, options.version, block.size()));
 }
@@ -69,28 +69,24 @@ void checkTarget(const EncodeOptions& options, const Output& output)
 
 ExitStatus runEncode(const EncodeOptions& options, Output& output)
 {
-    const int version = parseInteger("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+    const int version = integerArgument("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     const std::wstring code = wideArgument("CODE", options.code);
     checkTarget(options, output);
-    try {
-        const std::string block = blockOf(code, static_cast<QeDb::QeDbDwgVersion>(version));
-        putBlock(options, block, output);
+    const auto document = [&](const Failure& failure) {
+        Json json = encodedAsJson(options, std::nullopt);
+        json["error"] = failure.text();
+        return json;
+    };
+    return withFailureDocument(document, DocumentedFailures::all, output, [&] {
+        const std::string block = encodeSystem(code, static_cast<QeDb::QeDbDwgVersion>(version));
+        writeBlock(options, block, output);
         if (output.json())
             output.document(encodedAsJson(options, block.size()));
         return ExitStatus::done;
-    } catch (const Failure& failure) {
-        if (output.json()) {
-            Json json = encodedAsJson(options, std::nullopt);
-            json["error"] = fmt::format("{}: {}", failure.subject(), failure.what());
-            output.document(json);
-        }
-        throw;
-    }
+    });
 }
 
-} // namespace
-
-Command declareEncode(CLI::App& program)
+std::vector<Command> declareEncode(CLI::App& program)
 {
     auto options = std::make_shared<EncodeOptions>();
     CLI::App* app = addCommand(
@@ -103,7 +99,11 @@ Command declareEncode(CLI::App& program)
     addArgument(*app, "CODE", options->code, "a code such as EPSG:25832")->required();
     addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33")->required();
     addArgument(*app, "-o,--output FILE", options->target, "write there, over what exists; - is standard output");
-    return {app, [options](Output& output) { return runEncode(*options, output); }};
+    return {{app, [options](Output& output) { return runEncode(*options, output); }}};
 }
+
+const CommandRegistration kEncodeCommand("encode", declareEncode);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -42,7 +42,7 @@ Json asJson(const std::string& file, int version, const StoredForms& forms)
         json["legacyProjection"] = {{"code", jsonText(forms.legacyProjection->code)}};
     if (const auto& record = forms.definitionXrecord)
         json["definitionXrecord"] = {{"layout", record->layout},
-                                     {"chain", chainAsJson(record->chain.get())},
+                                     {"chain", resbufsAsJson(record->chain.get())},
                                      {"definitions", definitionsAsJson(record->definitions)}};
     if (forms.geoData)
         json["geoData"] = {{"text", jsonText(forms.geoData->text)}, {"owner", jsonText(forms.geoData->owner)}};
@@ -71,7 +71,7 @@ std::string textOrNone(const std::optional<std::wstring>& text)
 void printDefinitionXrecord(const DefinitionXrecord& record, Output& output)
 {
     output.line(fmt::format("  definition xrecord: layout {}", record.layout));
-    for (const Json& buffer : chainAsJson(record.chain.get())) {
+    for (const Json& buffer : resbufsAsJson(record.chain.get())) {
         const Json& value = buffer.contains("hex") ? buffer["hex"] : buffer["value"];
         const std::string text = value.is_string() ? oneLine(value.get<std::string>()) : value.dump();
         output.line(fmt::format("    {:>4}  {}", buffer["code"].get<int>(), text));
@@ -104,8 +104,8 @@ void putForms(OpenDrawing& drawing, const FormsOptions& options, const std::vect
     require(options.file, drawing.save(output));
 }
 
-// The module is not loaded: it would turn what an older drawing holds into forms of its own when that is saved.
-// A half-done change dies with the open drawing; the file is written only when all of it went well.
+// The module is not loaded, because it would convert the forms of an older drawing when that is saved.
+// The file is written only when all forms were put. Otherwise the open drawing is discarded.
 void showForms(const FormsOptions& options, const std::vector<FormValue>& values, Output& output)
 {
     const auto access = values.empty() ? Embedded::DrawingAccess::reading : Embedded::DrawingAccess::changing;
@@ -134,8 +134,8 @@ ExitStatus fail(const FormsOptions& options, const std::optional<int>& result, c
     return ExitStatus::failed;
 }
 
-// After "--put A=B" the file may stand among the values.
-void takeFile(FormsOptions& options)
+// Behind "--put A=B" the parser reads the file as another value.
+void findFile(FormsOptions& options)
 {
     if (options.fileArgument->count() > 0)
         return;
@@ -147,7 +147,7 @@ void takeFile(FormsOptions& options)
 
 ExitStatus runForms(FormsOptions& options, Output& output)
 {
-    takeFile(options);
+    findFile(options);
     std::vector<FormValue> values;
     for (const std::string& put : options.puts)
         values.push_back(parseFormValue(put));
@@ -155,16 +155,13 @@ ExitStatus runForms(FormsOptions& options, Output& output)
     try {
         showForms(options, values, output);
         return ExitStatus::done;
-    } catch (const DrawingFailure& failure) {
-        return fail(options, failure.result(), failure.what(), output);
     } catch (const Failure& failure) {
-        return fail(options, std::nullopt, fmt::format("{}: {}", failure.subject(), failure.what()), output);
+        const bool isOfFile = failure.code().has_value();
+        return fail(options, failure.code(), isOfFile ? failure.what() : failure.text(), output);
     }
 }
 
-} // namespace
-
-Command declareForms(CLI::App& program)
+std::vector<Command> declareForms(CLI::App& program)
 {
     auto options = std::make_shared<FormsOptions>();
     CLI::App* app = addCommand(
@@ -181,7 +178,11 @@ Command declareForms(CLI::App& program)
                   "All are written, in the order given, or none."});
     options->fileArgument = addArgument(*app, "FILE", options->file, "the drawing; - is standard input");
     addArguments(*app, "--put FORM=VALUE...", options->puts, "write these forms");
-    return {app, [options](Output& output) { return runForms(*options, output); }};
+    return {{app, [options](Output& output) { return runForms(*options, output); }}};
 }
+
+const CommandRegistration kFormsCommand("forms", declareForms);
+
+} // namespace
 
 } // namespace Orvelcs

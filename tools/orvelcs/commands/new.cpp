@@ -17,8 +17,8 @@ struct NewOptions {
 };
 
 struct NewReport {
-    std::optional<int> result; // none for a file that exists
-    std::string error;         // empty: it was made
+    std::optional<int> result;        // none for a file that exists
+    std::optional<std::string> error; // none where it was made
 };
 
 NewReport makeDrawing(const std::string& file, int version, bool force, Output& output)
@@ -28,43 +28,47 @@ NewReport makeDrawing(const std::string& file, int version, bool force, Output& 
     const Embedded::FileResult saved = saveDrawing(database, file, database.drawingVersion(), overwriting, output);
     if (saved.status == Qeapp::eFileExists)
         return {std::nullopt, kExists};
-    return {saved.status, saved.status == Qeapp::eOk ? "" : describe(file, saved)};
+    if (saved.status != Qeapp::eOk)
+        return {saved.status, describe(file, saved)};
+    return {};
 }
 
 DrawingOutcome makeAndReport(const std::string& file, int version, bool force, Output& output)
 {
     const NewReport report = makeDrawing(file, version, force, output);
-    if (report.error.empty()) {
+    if (!report.error) {
         if (file != kStandardStream)
             output.confirm(file, fmt::format("new drawing, version {}", version));
         return {ExitStatus::done, {{"file", file}, {"drawingVersion", version}}};
     }
-    output.error(file, report.error);
+    output.error(file, *report.error);
     return {
         ExitStatus::failed,
-        {{"file", file}, {"drawingVersion", nullptr}, {"result", jsonValue(report.result)}, {"error", report.error}}};
+        {{"file", file}, {"drawingVersion", nullptr}, {"result", jsonValue(report.result)}, {"error", *report.error}}};
 }
 
 ExitStatus runNew(const NewOptions& options, Output& output)
 {
-    const int version = options.version.empty()
-                            ? QeDb::kCurrentDwg
-                            : parseInteger("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+    const int version = options.version.empty() ? QeDb::kCurrentDwg
+                                                : integerArgument("--drawing-version", options.version,
+                                                                  QeDb::kOldestDwg, QeDb::kCurrentDwg);
     checkFileNames(options.files, true, output);
     return forEachDrawing(options.files, output,
                           [&](const std::string& file) { return makeAndReport(file, version, options.force, output); });
 }
 
-} // namespace
-
-Command declareNew(CLI::App& program)
+std::vector<Command> declareNew(CLI::App& program)
 {
     auto options = std::make_shared<NewOptions>();
     CLI::App* app = addCommand(program, {"new", "Make empty drawings", {"new [OPTIONS] FILE..."}, ""});
     addArguments(*app, "FILE", options->files, "the drawings to make; - prints one")->required();
     addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33 (33)");
     app->add_flag("--force", options->force, "overwrite what exists, unless it is the database of another application");
-    return {app, [options](Output& output) { return runNew(*options, output); }};
+    return {{app, [options](Output& output) { return runNew(*options, output); }}};
 }
+
+const CommandRegistration kNewCommand("new", declareNew);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -33,9 +33,9 @@ struct ShowReport {
     std::optional<bool> knownToCatalog;
     std::optional<std::string> source;
     ExitStatus status = ExitStatus::done;
-    std::optional<int> result; // of what failed
-    std::string error;
-    std::string note;
+    std::optional<int> result;        // of what failed
+    std::optional<std::string> error; // of a drawing without a system, too
+    std::optional<std::string> note;
 };
 
 void fail(ShowReport& report, Qeapp::ErrorStatus result, const std::string& message)
@@ -47,7 +47,7 @@ void fail(ShowReport& report, Qeapp::ErrorStatus result, const std::string& mess
 
 using SystemHolder = LibraryObject<System>;
 
-/// Where the module cannot ask the catalog whether it knows the system, the drawing's own definition answers alone.
+/// Reads the drawing's own definition where the module cannot ask the catalog whether it has the system.
 Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToCatalog, QeDbDatabase* database)
 {
     bool known = false;
@@ -59,13 +59,13 @@ Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToC
     return CoordinateSystem::GetCoordinateSystem(system.put(), nullptr, database);
 }
 
-std::string whyNotAsked(const std::wstring& code)
+std::string describeCatalogFault(const std::wstring& code)
 {
     return Embedded::unreadableCatalogMessage(
         Embedded::whyCatalogFails(code).value_or("PROJ gives nothing for this code"));
 }
 
-/// A drawing with a legacy code alone has its definition from the catalog.
+/// For a drawing with a legacy code alone, the module reads the definition from the catalog.
 std::string describeUnreadable(Qeapp::ErrorStatus result, const std::wstring& legacyCode)
 {
     const std::string message = resultName(result) + ": the stored coordinate system cannot be read";
@@ -93,9 +93,9 @@ void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
         report.source = "geodata";
     report.system = describe(*system.get());
     if (!report.knownToCatalog)
-        report.note = "this is the drawing's own definition; " + whyNotAsked(report.system.code.value_or(L""));
+        report.note = "this is the drawing's own definition; " + describeCatalogFault(report.system.code.value_or(L""));
     if (wantsWkt)
-        report.system.wkt = wktOf(*system.get());
+        report.system.wkt = writeWkt(*system.get());
 }
 
 ShowReport readDrawing(const std::string& file, bool wantsWkt, const Output& output)
@@ -114,7 +114,7 @@ ShowReport readDrawing(const std::string& file, bool wantsWkt, const Output& out
             fail(report, failure.status, describe(file, failure));
     } catch (const Failure& failure) {
         report.status = failure.status();
-        report.error = fmt::format("{}: {}", failure.subject(), failure.what());
+        report.error = failure.text();
     }
     return report;
 }
@@ -134,7 +134,7 @@ Json asJson(const ShowReport& report, bool wantsWkt)
         json["wkt"] = jsonText(report.system.wkt);
     if (report.status == ExitStatus::failed) {
         json["result"] = jsonValue(report.result);
-        json["error"] = report.error;
+        json["error"] = jsonValue(report.error);
     }
     return json;
 }
@@ -160,17 +160,15 @@ ExitStatus runShow(const ShowOptions& options, Output& output)
         const ShowReport report = readDrawing(file, options.wkt, output);
         if (!output.json())
             print(report, output);
-        if (!report.note.empty())
-            output.note(file, report.note);
-        if (!report.error.empty())
-            output.error(file, report.error);
+        if (report.note)
+            output.note(file, *report.note);
+        if (report.error)
+            output.error(file, *report.error);
         return DrawingOutcome{report.status, asJson(report, options.wkt)};
     });
 }
 
-} // namespace
-
-Command declareShow(CLI::App& program)
+std::vector<Command> declareShow(CLI::App& program)
 {
     auto options = std::make_shared<ShowOptions>();
     CLI::App* app = addCommand(program, {"show",
@@ -179,7 +177,11 @@ Command declareShow(CLI::App& program)
                                          "Exit status 3 for a drawing without one."});
     addArguments(*app, "FILE", options->files, "the drawings; - is standard input")->required();
     app->add_flag("--wkt", options->wkt, "the definition as well-known text too");
-    return {app, [options](Output& output) { return runShow(*options, output); }};
+    return {{app, [options](Output& output) { return runShow(*options, output); }}};
 }
+
+const CommandRegistration kShowCommand("show", declareShow);
+
+} // namespace
 
 } // namespace Orvelcs

@@ -9,9 +9,8 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/cli/line_reader.h"
+#include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/configured_transformation.h"
-#include "orvelcs/drawing/operation_failure.h"
 #include "orvelcs/output/point_printer.h"
 #include "orvelcs/output/point_text.h"
 #include "orvelcs/output/transform_summary.h"
@@ -29,51 +28,51 @@ struct TransformOptions {
     bool withOperations = false;
 };
 
-/// What the lines go through.
+/// How the points are transformed.
 struct PointTask {
     std::unique_ptr<Embedded::CoordinateTransformer> transformer;
     bool isConfigured = false;
     std::optional<double> epoch;      // of points without one of their own
-    bool lookForMissingGrids = false; // which takes a while
+    bool lookForMissingGrids = false; // which is slow
 };
 
-struct PointAnswer {
+struct PointResult {
     Embedded::CoordinatePoint given;
     Embedded::TransformedPoint transformed;
 };
 
-PointAnswer failedAnswer(const std::string& message)
+PointResult failedPoint(const std::string& message)
 {
     return {{}, {std::nullopt, Embedded::wideFromUtf8(message)}};
 }
 
-PointAnswer answerTo(const LineReader& reader, PointTask& task)
+PointResult transformLine(const LineReader& reader, PointTask& task)
 {
     if (reader.isTooLong())
-        return failedAnswer(fmt::format("longer than {} bytes", LineReader::kLongestLineInBytes));
-    std::optional<Embedded::CoordinatePoint> point = pointFromLine(reader.line());
+        return failedPoint(fmt::format("longer than {} bytes", LineReader::kLongestLineInBytes));
+    std::optional<Embedded::CoordinatePoint> point = parsePoint(reader.line());
     if (!point)
-        return failedAnswer(describeLineWithoutPoint(reader.line()));
+        return failedPoint(describeLineWithoutPoint(reader.line()));
     if (point->epoch && !isEpoch(*point->epoch))
-        return failedAnswer(fmt::format("expected a year from {} to {} in the fourth column, found {}", kEarliestEpoch,
-                                        kLatestEpoch, *point->epoch));
+        return failedPoint(fmt::format("expected a year from {} to {} in the fourth column, found {}", kEarliestEpoch,
+                                       kLatestEpoch, *point->epoch));
     const std::optional<double> ownEpoch = point->epoch;
     if (!ownEpoch)
         point->epoch = task.epoch;
-    PointAnswer answer{*point, task.transformer->transform(*point)};
-    if (answer.transformed.point)
-        answer.transformed.point->epoch = ownEpoch;
-    return answer;
+    PointResult result{*point, task.transformer->transform(*point)};
+    if (result.transformed.point)
+        result.transformed.point->epoch = ownEpoch;
+    return result;
 }
 
 /// Throws Failure where the catalog cannot be asked.
-void lookForMissingGrids(PointTask& task, const PointAnswer& answer)
+void lookForMissingGrids(PointTask& task, const PointResult& result)
 {
-    if (const auto refusal = task.transformer->lookForMissingGrids(answer.given, answer.transformed.operation))
-        throw failureOf(*refusal, ExitStatus::failed);
+    if (const auto refusal = task.transformer->lookForMissingGrids(result.given, result.transformed.operation))
+        throw operationFailure(*refusal, ExitStatus::failed);
 }
 
-/// Answers each line as it comes, so that both ends of a pipe can work at the same time.
+/// Prints each line's result at once, so that both ends of a pipe can work at the same time.
 ExitStatus transformLines(PointTask& task, PointPrinter& printer, TransformSummary& summary, Output& output)
 {
     LineReader reader;
@@ -83,14 +82,14 @@ ExitStatus transformLines(PointTask& task, PointPrinter& printer, TransformSumma
         if (isBlankOrComment(reader.line()))
             continue;
         ++points;
-        const PointAnswer answer = answerTo(reader, task);
-        const auto& [point, failure, operation] = answer.transformed;
-        summary.count(answer.transformed, answer.given.epoch.has_value());
+        const PointResult result = transformLine(reader, task);
+        const auto& [point, failure, operation] = result.transformed;
+        summary.count(result.transformed, result.given.epoch.has_value());
         printer.print(point, point ? &task.transformer->operations()[operation] : nullptr);
         if (!point && ++failures == 1)
             output.error(fmt::format("line {}", reader.number()), Embedded::utf8FromWide(failure));
         if (point && task.lookForMissingGrids)
-            lookForMissingGrids(task, answer);
+            lookForMissingGrids(task, result);
     }
     if (failures == 0)
         return ExitStatus::done;
@@ -102,14 +101,14 @@ std::optional<double> epochOption(const TransformOptions& options)
 {
     if (options.epochOption->count() == 0)
         return std::nullopt;
-    const std::optional<double> epoch = epochFromText(options.epoch);
+    const std::optional<double> epoch = parseEpoch(options.epoch);
     if (!epoch)
         throw wrongUsage("--epoch", fmt::format("expected a decimal year from {} to {}, found {}", kEarliestEpoch,
                                                 kLatestEpoch, options.epoch));
     return epoch;
 }
 
-PointTask taskFor(const TransformOptions& options, const Output& output)
+PointTask makeTask(const TransformOptions& options, const Output& output)
 {
     const std::wstring source = wideArgument("SRC", options.source);
     const std::wstring target = wideArgument("DST", options.target);
@@ -120,14 +119,14 @@ PointTask taskFor(const TransformOptions& options, const Output& output)
     const auto configured = configuredTransformation(source, target, drawing, output);
     Embedded::TransformerResult result = Embedded::makeTransformer(source, target, configured);
     if (result.refusal)
-        throw failureOf(*result.refusal, ExitStatus::failed);
+        throw operationFailure(*result.refusal, ExitStatus::failed);
     return {std::move(result.transformer), configured.has_value(), epoch, output.json() || !output.isQuiet()};
 }
 
 ExitStatus runTransform(const TransformOptions& options, Output& output)
 {
     PointTask task = withFailureDocument(nullptr, DocumentedFailures::allButWrongUsage, output,
-                                         [&] { return taskFor(options, output); });
+                                         [&] { return makeTask(options, output); });
     TransformSummary summary(options.source + " to " + options.target, task.isConfigured, *task.transformer);
     summary.noteBefore(output);
     PointPrinter printer(task.transformer->targetUnits(), options.withOperations,
@@ -141,15 +140,13 @@ ExitStatus runTransform(const TransformOptions& options, Output& output)
         const ExitStatus status = transformLines(task, printer, summary, output);
         finish();
         return status;
-    } catch (...) { // the document is closed whatever happens
+    } catch (...) { // the JSON document is completed in any case
         finish();
         throw;
     }
 }
 
-} // namespace
-
-Command declareTransform(CLI::App& program)
+std::vector<Command> declareTransform(CLI::App& program)
 {
     auto options = std::make_shared<TransformOptions>();
     CLI::App* app = addCommand(
@@ -169,7 +166,11 @@ Command declareTransform(CLI::App& program)
         addArgument(*app, "--epoch YEAR", options->epoch, "the epoch of points without a fourth number");
     app->add_flag("--operations", options->withOperations,
                   "after each point a tab, the code of what it went through, a tab and its name");
-    return {app, [options](Output& output) { return runTransform(*options, output); }};
+    return {{app, [options](Output& output) { return runTransform(*options, output); }}};
 }
+
+const CommandRegistration kTransformCommand("transform", declareTransform);
+
+} // namespace
 
 } // namespace Orvelcs

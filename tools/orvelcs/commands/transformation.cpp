@@ -1,5 +1,4 @@
 // transformation: what is configured between two systems, and what the catalog has to be configured.
-#include <algorithm>
 #include <memory>
 
 #include <fmt/format.h>
@@ -10,11 +9,10 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/drawing/catalog_lookup.h"
-#include "orvelcs/drawing/catalog_suggestion.h"
+#include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/configured_transformation.h"
-#include "orvelcs/drawing/operation_failure.h"
-#include "orvelcs/drawing/transformation_kind.h"
 #include "orvelcs/output/system_description.h"
+#include "orvelcs/output/table.h"
 
 namespace Orvelcs {
 namespace {
@@ -24,7 +22,7 @@ struct TransformationOptions {
     std::string target;
     std::string drawing;
     CLI::Option* drawingOption = nullptr;
-    // Of the list; what stands beyond its own two arguments falls through to the two above.
+    // The arguments of the list. Further ones become the two above.
     std::string listSource;
     std::string listTarget;
 };
@@ -101,7 +99,7 @@ std::string accuracyText(const Embedded::CatalogOperation& operation)
     return operation.accuracyInMetres ? fmt::format("{} m", *operation.accuracyInMetres) : "accuracy unknown";
 }
 
-std::string useText(const Embedded::CatalogOperation& operation)
+std::string directionText(const Embedded::CatalogOperation& operation)
 {
     if (operation.direction == Embedded::OperationDirection::forward)
         return "forward";
@@ -123,31 +121,25 @@ void printDetails(const Embedded::CatalogOperation& operation, Output& output)
 
 void print(const std::vector<Embedded::CatalogOperation>& operations, Output& output)
 {
-    std::size_t codeWidth = 0;
-    std::size_t accuracyWidth = 0;
-    std::size_t useWidth = 0;
-    std::size_t kindWidth = 0;
-    for (const Embedded::CatalogOperation& operation : operations) {
-        codeWidth = std::max(codeWidth, operation.code.size());
-        kindWidth = std::max(kindWidth, transformationKindName(operation.kind).size());
-        accuracyWidth = std::max(accuracyWidth, accuracyText(operation).size());
-        useWidth = std::max(useWidth, useText(operation).size());
-    }
-    for (const Embedded::CatalogOperation& operation : operations) {
-        output.heading(fmt::format("{:<{}}  {:<{}}  {:>{}}  {:<{}}  {}", oneLine(operation.code), codeWidth,
-                                   transformationKindName(operation.kind), kindWidth, accuracyText(operation),
-                                   accuracyWidth, useText(operation), useWidth, oneLine(operation.name)));
-        printDetails(operation, output);
+    constexpr std::size_t kAccuracyColumn = 2;
+    std::vector<TableRow> rows;
+    for (const Embedded::CatalogOperation& operation : operations)
+        rows.push_back({oneLine(operation.code), transformationKindName(operation.kind), accuracyText(operation),
+                        directionText(operation), oneLine(operation.name)});
+    const std::vector<std::string> lines = alignColumns(rows, kAccuracyColumn);
+    for (std::size_t index = 0; index < operations.size(); ++index) {
+        output.heading(lines[index]);
+        printDetails(operations[index], output);
     }
 }
 
-std::vector<Embedded::CatalogOperation> operationsFor(const TransformationOptions& options)
+std::vector<Embedded::CatalogOperation> findOperations(const TransformationOptions& options)
 {
     const std::wstring source = wideArgument("SRC", options.listSource);
     const std::wstring target = wideArgument("DST", options.listTarget);
     Embedded::OperationList list = Embedded::operationsBetween(source, target);
     if (list.refusal)
-        throw failureOf(*list.refusal, ExitStatus::nothingFound);
+        throw operationFailure(*list.refusal, ExitStatus::nothingFound);
     if (list.operations.empty())
         throw Failure(options.listSource + " to " + options.listTarget,
                       "the catalog has no transformation or path between the two", ExitStatus::nothingFound);
@@ -166,7 +158,7 @@ ExitStatus runList(const TransformationOptions& options, Output& output)
 {
     refuseForeignArguments(options);
     return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
-        const auto operations = operationsFor(options);
+        const auto operations = findOperations(options);
         if (!output.json()) {
             print(operations, output);
             return ExitStatus::done;
@@ -178,8 +170,6 @@ ExitStatus runList(const TransformationOptions& options, Output& output)
         return ExitStatus::done;
     });
 }
-
-} // namespace
 
 std::vector<Command> declareTransformation(CLI::App& program)
 {
@@ -202,5 +192,9 @@ std::vector<Command> declareTransformation(CLI::App& program)
     return {{app, [options](Output& output) { return runConfigured(*options, output); }},
             {list, [options](Output& output) { return runList(*options, output); }}};
 }
+
+const CommandRegistration kTransformationCommand("transformation", declareTransformation);
+
+} // namespace
 
 } // namespace Orvelcs

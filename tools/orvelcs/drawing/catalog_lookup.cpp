@@ -1,7 +1,12 @@
 #include "orvelcs/drawing/catalog_lookup.h"
 
+#include <algorithm>
+#include <set>
+#include <vector>
+
+#include "embedded/base/case_folding.h"
 #include "embedded/base/text.h"
-#include "orvelcs/drawing/catalog_suggestion.h"
+#include "orvelcs/cli/suggestion.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -10,13 +15,39 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 
 namespace {
 
-Library::Status statusOfLoading(const std::wstring& code)
+Library::Status systemStatus(const std::wstring& code)
 {
     CatalogSystemDefinition system;
     return System::Load(code.c_str(), system.put());
 }
 
+std::vector<std::string> authorities()
+{
+    std::set<std::string> names;
+    for (const Embedded::CatalogEntry& entry : Embedded::catalogEntries())
+        names.insert(Embedded::utf8FromWide(entry.code.substr(0, entry.code.find(L':'))));
+    return {names.begin(), names.end()};
+}
+
 } // namespace
+
+std::string nearestCodesClause(const std::wstring& code)
+{
+    constexpr std::size_t kMost = 5;
+    std::vector<std::string> codes;
+    for (const Embedded::CatalogEntry& entry : Embedded::suggestCodes(code, kMost))
+        codes.push_back(Embedded::utf8FromWide(entry.code));
+    return nearestClause(codes);
+}
+
+void checkAuthority(const std::wstring& authority)
+{
+    const std::string wanted = Embedded::utf8FromWide(authority);
+    const std::vector<std::string> known = authorities();
+    if (std::ranges::none_of(known, [&](const auto& name) { return Embedded::equalsIgnoringAsciiCase(name, wanted); }))
+        throw Failure(wanted, "the catalog has no such authority" + nearestClause(nearest(wanted, known)),
+                      ExitStatus::nothingFound);
+}
 
 Failure noSuchCode(const std::wstring& code)
 {
@@ -33,14 +64,14 @@ std::string describeLoadFailure(const std::wstring& code, Library::Status status
 
 bool catalogLacks(const std::wstring& code)
 {
-    return statusOfLoading(code) == Library::statusNotFound;
+    return systemStatus(code) == Library::statusNotFound;
 }
 
 std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code)
 {
     if (auto entry = Embedded::findCatalogEntry(code))
         return entry;
-    const Library::Status status = statusOfLoading(code);
+    const Library::Status status = systemStatus(code);
     if (status == Library::statusNotFound)
         return std::nullopt;
     throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status));
@@ -55,6 +86,15 @@ CatalogSystemDefinition systemFromCatalog(const std::wstring& code)
     if (status != Library::statusOk || !system)
         throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status));
     return system;
+}
+
+Failure operationFailure(const Embedded::OperationRefusal& refusal, ExitStatus unknownCode)
+{
+    const std::string subject = Embedded::utf8FromWide(refusal.subject);
+    const std::string message = Embedded::utf8FromWide(refusal.message);
+    if (refusal.reason != Embedded::RefusalReason::unknownSystem)
+        return Failure(subject, message);
+    return Failure(subject, message + nearestCodesClause(refusal.subject), unknownCode);
 }
 
 } // namespace Orvelcs

@@ -1,10 +1,12 @@
-// A system of the catalog by its code, or why there is none.
+// Systems and operations of the catalog, and why it has none: with the nearest codes, or with what is wrong with the
+// catalog.
 #pragma once
 
 #include <optional>
 #include <string>
 
 #include "embedded/spatial_reference/catalog/catalog.h"
+#include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/drawing/holders.h"
 #include "orvelcs/output/system_description.h"
@@ -12,6 +14,12 @@
 namespace Orvelcs {
 
 using CatalogSystemDefinition = LibraryObject<System>;
+
+/// "; the nearest are EPSG:25832, EPSG:25833"; empty when there is none.
+std::string nearestCodesClause(const std::wstring& code);
+
+/// Throws Failure (nothing found) for an authority that the catalog does not have.
+void checkAuthority(const std::wstring& authority);
 
 /// Nothing found, with the nearest codes that exist.
 Failure noSuchCode(const std::wstring& code);
@@ -29,5 +37,9 @@ std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code);
 
 /// Throws Failure: noSuchCode for a code that the catalog does not have, or why the system cannot be loaded.
 CatalogSystemDefinition systemFromCatalog(const std::wstring& code);
+
+/// The refusal of an operation. An unknown code is named with the nearest codes and ends the command with
+/// `unknownCode`.
+Failure operationFailure(const Embedded::OperationRefusal& refusal, ExitStatus unknownCode);
 
 } // namespace Orvelcs

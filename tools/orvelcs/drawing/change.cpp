@@ -16,13 +16,13 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 
 namespace {
 
-/// What there is to say of one drawing.
+/// The result for one drawing.
 struct ChangeReport {
     std::string file;
     std::optional<int> result = 0;
-    Library::Status status = Library::statusOk;
+    int status = Library::statusOk;
     std::vector<Event> events;
-    std::string error; // empty: it was done
+    std::optional<std::string> error; // none where it was done
 };
 
 void fail(ChangeReport& report, const Embedded::FileResult& file)
@@ -47,8 +47,10 @@ ChangeReport changeOne(const std::string& file, const ChangeOptions& options, co
         fail(report, loaded);
         return report;
     }
-    RecordingReactor reactor(vetoesOf(options));
-    const Qeapp::ErrorStatus result = change.apply(drawing.database(), report.status);
+    RecordingReactor reactor(parseVetoes(options));
+    Library::Status status = Library::statusOk;
+    const Qeapp::ErrorStatus result = change.apply(drawing.database(), status);
+    report.status = status;
     report.events = reactor.events();
     if (const Embedded::FileResult failure = drawing.loadingFailure(); failure.status != Qeapp::eOk)
         fail(report, failure);
@@ -63,18 +65,18 @@ Json asJson(const ChangeReport& report)
 {
     Json json = {{"file", report.file},
                  {"result", jsonValue(report.result)},
-                 {"status", static_cast<int>(report.status)},
+                 {"status", report.status},
                  {"events", eventsAsJson(report.events)}};
-    if (!report.error.empty())
-        json["error"] = report.error;
+    if (report.error)
+        json["error"] = *report.error;
     return json;
 }
 
 void print(const ChangeReport& report, const ChangeOptions& options, const Change& change, Output& output)
 {
     printEvents(report.file, report.events, options, output);
-    if (!report.error.empty())
-        output.error(report.file, report.error);
+    if (report.error)
+        output.error(report.file, *report.error);
     else if (report.file != kStandardStream)
         output.confirm(report.file, change.done);
 }
@@ -94,14 +96,14 @@ void checkChangeOptions(const ChangeOptions& options, const Output& output)
     const std::vector<std::string> known = {"named", "removal"};
     for (const std::string& veto : options.vetoes)
         if (std::find(known.begin(), known.end(), veto) == known.end())
-            throw wrongUsage(
-                "--veto", fmt::format("{} is neither named nor removal{}", veto, nearestClause(nearest(veto, known))));
+            throw wrongUsage("--veto", fmt::format("expected named or removal, found {}{}", veto,
+                                                   nearestClause(nearest(veto, known))));
     checkFileNames(options.files, true, output);
     if (options.events && options.files.front() == kStandardStream)
         throw wrongUsage(kStandardStream, "the drawing itself goes to standard output, where --events has no place");
 }
 
-Vetoes vetoesOf(const ChangeOptions& options)
+Vetoes parseVetoes(const ChangeOptions& options)
 {
     Vetoes vetoes;
     for (const std::string& veto : options.vetoes)
@@ -122,18 +124,19 @@ ExitStatus changeDrawings(const ChangeOptions& options, const Change& change, Ou
     return forEachDrawing(options.files, output, [&](const std::string& file) {
         const ChangeReport report = changeOne(file, options, change, output);
         print(report, options, change, output);
-        return DrawingOutcome{report.error.empty() ? ExitStatus::done : ExitStatus::failed, asJson(report)};
+        return DrawingOutcome{!report.error ? ExitStatus::done : ExitStatus::failed, asJson(report)};
     });
 }
 
-void printUntried(const std::vector<std::string>& files, Library::Status status, const std::string& error,
-                  Output& output)
+void printUnchanged(const std::vector<std::string>& files, const Failure& failure, Output& output)
 {
     if (!output.json())
         return;
-    static_cast<void>(forEachDrawing(files, output, [&](const std::string& file) { // the caller knows that it failed
-        return DrawingOutcome{ExitStatus::failed, asJson({file, std::nullopt, status, {}, error})};
-    }));
+    const int status = failure.code().value_or(Library::statusOk);
+    const auto unchanged = [&](const std::string& file) {
+        return DrawingOutcome{ExitStatus::failed, asJson({file, std::nullopt, status, {}, failure.text()})};
+    };
+    static_cast<void>(forEachDrawing(files, output, unchanged)); // the Failure has the exit status
 }
 
 } // namespace Orvelcs

@@ -1,4 +1,4 @@
-// What assigning and clearing have in common: open the drawing, let the module change it, save it if that went well.
+// Changes drawings through the module, as assign and clear do: opens each, calls the module and saves on success.
 #pragma once
 
 #include <functional>
@@ -22,8 +22,8 @@ struct ChangeOptions {
 void addChangeOptions(CLI::App& command, ChangeOptions& options);
 /// Throws Failure for wrong usage.
 void checkChangeOptions(const ChangeOptions& options, const Output& output);
-Vetoes vetoesOf(const ChangeOptions& options);
-/// Prints the notices that the reactor received of a drawing, where they are wanted and JSON does not tell them.
+Vetoes parseVetoes(const ChangeOptions& options);
+/// Prints the events of a drawing where --events is given and JSON is not.
 void printEvents(const std::string& file, const std::vector<Event>& events, const ChangeOptions& options,
                  Output& output);
 
@@ -31,17 +31,16 @@ struct Change {
     /// The module's call.
     std::function<Qeapp::ErrorStatus(QeDbDatabase* database, Zentara::Infrastructure::SpatialReference::Status& status)>
         apply;
-    /// What is said of a drawing where it was done, such as "cleared".
+    /// The confirmation for a drawing, such as "cleared".
     std::string done;
-    /// Why the module refused, for a person; without the result's name.
+    /// Describes why the module refused, without the name of the result.
     std::function<std::string(Qeapp::ErrorStatus result)> reason;
 };
 
-/// A drawing whose change fails or is vetoed is not written.
+/// Changes each drawing. A drawing whose change fails or is vetoed is not written.
 ExitStatus changeDrawings(const ChangeOptions& options, const Change& change, Output& output);
 
-/// For a change that cannot even be tried: the JSON of each drawing with that error.
-void printUntried(const std::vector<std::string>& files, Zentara::Infrastructure::SpatialReference::Status status,
-                  const std::string& error, Output& output);
+/// Prints the JSON of drawings that were not opened because of the Failure.
+void printUnchanged(const std::vector<std::string>& files, const Failure& failure, Output& output);
 
 } // namespace Orvelcs

@@ -8,7 +8,6 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure.h"
-#include "orvelcs/drawing/transformation_kind.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -43,7 +42,7 @@ ConfigItem readItem(Item& item)
 
 /// The status of loading what the item names.
 template <class Definition>
-Library::Status statusOf(const std::wstring& name)
+Library::Status loadingStatus(const std::wstring& name)
 {
     LibraryObject<Definition> definition;
     return Definition::Load(name.c_str(), definition.put());
@@ -59,7 +58,19 @@ std::string candidatesClause(const std::vector<Embedded::OperationCandidate>& ca
 
 } // namespace
 
-std::vector<ConfigItem> itemsOf(const std::wstring& text)
+std::string transformationKindName(int kind)
+{
+    switch (kind) {
+    case Library::transformationPath:
+        return "path";
+    case Library::transformationSingle:
+        return "transformation";
+    default:
+        return "neither path nor transformation";
+    }
+}
+
+std::vector<ConfigItem> parseItems(const std::wstring& text)
 {
     const auto collection = newInstance<ItemCollection>();
     collection->FromXmlString(text.c_str());
@@ -88,7 +99,7 @@ std::string asLine(const ConfigItem& item)
                        transformationKindName(item.type), item.note.empty() ? "" : ", ", oneLine(item.note));
 }
 
-std::wstring elementOf(const ConfigItemText& item)
+std::wstring makeElement(const ConfigItemText& item)
 {
     const auto made = newInstance<Item>();
     made->SetSourceCs(wideArgument("--source", item.source).c_str());
@@ -98,19 +109,19 @@ std::wstring elementOf(const ConfigItemText& item)
     made->SetType(item.type);
     std::wstring element = made->ToXmlString();
     // Nothing is escaped in a configuration, so a value may hold what looks like a tag, but not one that cuts it.
-    const std::vector<ConfigItem> readBack = itemsOf(element);
+    const std::vector<ConfigItem> readBack = parseItems(element);
     if (readBack.size() != 1 || readBack.front().xml != element)
         throw wrongUsage("--name", "or another value holds a tag that a configuration cannot hold");
     return element;
 }
 
-Library::Status statusOfOperation(const std::wstring& name, int kind)
+Library::Status operationStatus(const std::wstring& name, int kind)
 {
-    return kind == Library::transformationPath ? statusOf<Library::GeodeticPathDefinition>(name)
-                                               : statusOf<Library::GeodeticTransformationDefinition>(name);
+    return kind == Library::transformationPath ? loadingStatus<Library::GeodeticPathDefinition>(name)
+                                               : loadingStatus<Library::GeodeticTransformationDefinition>(name);
 }
 
-bool isCatalogAnswer(Library::Status status)
+bool catalogWasRead(Library::Status status)
 {
     return status == Library::statusOk || status == Library::statusNotFound || status == Library::statusAmbiguous;
 }
@@ -125,12 +136,12 @@ void noteDoubtfulName(const ConfigItemText& item, Output& output)
 {
     const std::wstring name = Embedded::wideFromUtf8(item.name);
     const bool isPath = item.type == Library::transformationPath;
-    const Library::Status status = statusOfOperation(name, item.type);
+    const Library::Status status = operationStatus(name, item.type);
     if (status == Library::statusAmbiguous)
         output.note(item.name, fmt::format("several have this name: {}; a code says which is meant",
                                            candidatesClause(isPath ? Embedded::pathCandidates(name)
                                                                    : Embedded::transformationCandidates(name))));
-    else if (!isCatalogAnswer(status))
+    else if (!catalogWasRead(status))
         output.note(item.name, describeCatalogFailure(status));
     else if (status != Library::statusOk)
         output.note(item.name, fmt::format("the catalog has no {} of this name", transformationKindName(item.type)));

@@ -1,4 +1,4 @@
-// The items of a configuration text, as the program shows and makes them.
+// The items of a transformation configuration: reading, printing and making them.
 #pragma once
 
 #include <cstddef>
@@ -19,15 +19,18 @@ struct ConfigItem {
     std::wstring note;
     std::wstring version;
     int type = 0;
-    std::wstring xml; // what the module writes for it; empty for an incomplete one
+    std::wstring xml; // as the module writes it; empty for an incomplete item
 };
 
-/// One for each "</Item>" of the text.
-std::vector<ConfigItem> itemsOf(const std::wstring& text);
+/// "path" for 1, "transformation" for 2, "neither path nor transformation" for anything else.
+std::string transformationKindName(int kind);
+
+/// Parses a configuration text into one item for each "</Item>".
+std::vector<ConfigItem> parseItems(const std::wstring& text);
 Json asJson(const ConfigItem& item);
 std::string asLine(const ConfigItem& item);
 
-/// An item as it stands in the command line.
+/// An item as the command line gives it.
 struct ConfigItemText {
     std::string source;
     std::string target;
@@ -36,18 +39,19 @@ struct ConfigItemText {
     int type = 0;
 };
 
-/// Its element. Throws Failure for a field that is empty, or that a configuration text cannot hold.
-std::wstring elementOf(const ConfigItemText& item);
-/// What the loading of a path or transformation, which an item names by its name or code, comes to.
-Zentara::Infrastructure::SpatialReference::Status statusOfOperation(const std::wstring& name, int kind);
-/// Whether the catalog could be asked: it has the name, lacks it or has it several times.
-bool isCatalogAnswer(Zentara::Infrastructure::SpatialReference::Status status);
-/// "the catalog cannot be read: ...", with the cause, for a status that is no answer.
+/// The XML element of the item. Throws Failure for a field that is empty or that a configuration text cannot hold.
+std::wstring makeElement(const ConfigItemText& item);
+/// The status of loading a path (kind 1) or a transformation by its name or code.
+Zentara::Infrastructure::SpatialReference::Status operationStatus(const std::wstring& name, int kind);
+/// Whether the status says that the catalog has the name, lacks it or has it several times, and not that reading
+/// failed.
+bool catalogWasRead(Zentara::Infrastructure::SpatialReference::Status status);
+/// "the catalog cannot be read: ...", with the cause, for a status of a reading that failed.
 std::string describeCatalogFailure(Zentara::Infrastructure::SpatialReference::Status status);
-/// Notes a name that the catalog lacks or has more than once; the item can be stored all the same.
+/// Prints a note about a name that the catalog lacks or has more than once. The item can be stored all the same.
 void noteDoubtfulName(const ConfigItemText& item, Output& output);
 
-/// The text with one element more, behind its last item.
+/// Inserts the element behind the last item of the text.
 std::wstring withElement(const std::wstring& text, const std::wstring& element);
 /// Where the last item ends; 0 in a text without items. The settings file and the registry keep nothing behind it.
 std::size_t endOfLastItem(std::wstring_view text);

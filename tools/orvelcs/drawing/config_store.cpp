@@ -120,7 +120,7 @@ ConfigChange writeConfig(const ConfigTarget& target, const ConfigEdit& edit, Out
     });
     if (error) {
         change.result = false;
-        change.error = *error;
+        change.error = error;
     }
     return change;
 }

@@ -1,4 +1,4 @@
-// The places in which a transformation configuration is kept, as the program reads and changes them.
+// Reads and changes the stores of transformation configurations.
 #pragma once
 
 #include <functional>
@@ -19,7 +19,7 @@ struct ConfigTarget {
     bool registryStore = false;
 
     bool isDrawing() const { return drawingOption->count() > 0; }
-    /// What a message about the store begins with.
+    /// The name of the store in messages.
     std::string subject() const;
 };
 
@@ -29,22 +29,22 @@ void addConfigTarget(CLI::App& command, ConfigTarget& target, bool withRegistryS
 /// standard input goes to standard output.
 void checkConfigTarget(const ConfigTarget& target, bool drawingIsPrinted, const Output& output);
 
-/// The stored text; nothing where there is none. Nothing is made by asking. Throws Failure for a store that cannot be
-/// read, or whose text is not what the module would read from it.
+/// The stored text; nothing where there is none. Creates nothing. Throws Failure for a store that cannot be read, or
+/// from which the module would read another text.
 std::optional<std::wstring> readConfig(const ConfigTarget& target, const Output& output);
-/// Throws Failure for a settings file of the user's that is there and cannot be read. To the module it is absent.
+/// Throws Failure when the user's settings file exists and cannot be read. The module treats such a file as absent.
 void checkUserConfig();
 
-/// What became of a change, and what reactors heard of it.
+/// The result of a change and the events that a reactor received.
 struct ConfigChange {
     bool result = false;
     std::vector<Event> events;
-    std::string error; // empty: it was done
+    std::optional<std::string> error; // none where it was done
 };
 
-/// Asks for the stored text, as readConfig does.
+/// Reads the stored text, as readConfig does.
 using StoredConfig = std::function<std::optional<std::wstring>()>;
-/// Makes the new text, while nobody else changes the stored one.
+/// Makes the new text. No other process changes the stored one in the meantime.
 using ConfigEdit = std::function<std::wstring(const StoredConfig& stored)>;
 
 /// Replaces the drawing's or the user's text, and saves the drawing. Throws Failure for a drawing that cannot be

@@ -59,15 +59,15 @@ Info findConfigured(const std::wstring& source, const std::wstring& target, bool
     return askModule(source, target);
 }
 
-/// An item of the opposite direction answers when the catalog says that its definition is reversible. The module takes
-/// a catalog that cannot be read for one that says no.
-void requireAnswerForOpposite(const std::wstring& source, const std::wstring& target)
+/// The module uses an item of the opposite direction when the catalog says that its definition is reversible, and
+/// ignores the item when the catalog cannot be read. Throws Failure in that case.
+void checkOppositeItem(const std::wstring& source, const std::wstring& target)
 {
     const Info opposite = askModule(target, source);
     if (!opposite)
         return;
-    const auto status = statusOfOperation(opposite->GetName(), opposite->GetKind());
-    if (!isCatalogAnswer(status))
+    const auto status = operationStatus(opposite->GetName(), opposite->GetKind());
+    if (!catalogWasRead(status))
         throw Failure(Embedded::utf8FromWide(opposite->GetName()), describeCatalogFailure(status));
 }
 
@@ -88,7 +88,7 @@ std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std:
     if (drawing)
         require(*drawing, current->loadingFailure());
     if (!info) {
-        requireAnswerForOpposite(source, target);
+        checkOppositeItem(source, target);
         return std::nullopt;
     }
     return Embedded::ConfiguredOperation{info->GetName(), info->GetKind()};

@@ -1,4 +1,4 @@
-// What the module answers when it is asked for the transformation between two systems.
+// The transformation that is configured between two systems, as the module finds it.
 #pragma once
 
 #include <optional>
@@ -9,8 +9,8 @@
 
 namespace Orvelcs {
 
-/// With the drawing, if one is named, as the host's current one. Throws DrawingFailure when it cannot be loaded, and
-/// Failure for a settings file of the user's that would be asked and cannot be read.
+/// Asks the module, with the drawing as the host's current one where a drawing is named. Throws Failure when the
+/// drawing cannot be loaded, and when the user's settings file would decide and cannot be read.
 std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std::wstring& source,
                                                                       const std::wstring& target,
                                                                       const std::optional<std::string>& drawing,

@@ -5,7 +5,6 @@
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/definitions/user_text.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/cli/text_bytes.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -16,18 +15,7 @@ namespace {
 
 constexpr std::size_t kLongestDefinitionInBytes = std::size_t{1} << 20;
 
-std::wstring definitionText(const std::string& file)
-{
-    const std::string bytes = readWhole(file, kLongestDefinitionInBytes);
-    const std::string_view utf8 = withoutByteOrderMark(bytes);
-    if (const auto fault = faultOfText(utf8))
-        throw DefinitionFailure(file, *fault, Library::statusOk);
-    if (utf8.find_first_not_of(" \t\r\n") == std::string_view::npos)
-        throw DefinitionFailure(file, "is empty", Library::statusOk);
-    return Embedded::wideFromUtf8(utf8);
-}
-
-std::string reasonOf(Library::Status status, const std::wstring& text)
+std::string describeDefinitionFailure(Library::Status status, const std::wstring& text)
 {
     if (const auto reason = Embedded::whyNoDocument(Embedded::utf8FromWide(text)))
         return *reason + ": " + statusName(status);
@@ -40,12 +28,14 @@ std::string reasonOf(Library::Status status, const std::wstring& text)
 
 DefinedSystem systemFromTextFile(const std::string& file, const std::wstring& code)
 {
-    const std::wstring text = definitionText(file);
+    const std::wstring text = readText(file, kLongestDefinitionInBytes);
+    if (text.find_first_not_of(L" \t\r\n") == std::wstring::npos)
+        throw Failure(file, "is empty");
     DefinedSystem system;
     const Library::Status status =
         Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), system.put());
     if (status != Library::statusOk || !system)
-        throw DefinitionFailure(file, reasonOf(status, text), status);
+        throw Failure(file, describeDefinitionFailure(status, text), ExitStatus::failed, status);
     return system;
 }
 

@@ -10,22 +10,8 @@ namespace Orvelcs {
 
 using DefinedSystem = LibraryObject<Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition>;
 
-/// The file's text is not a definition; with the library's status, 0 when the library was not asked.
-class DefinitionFailure : public Failure {
-public:
-    DefinitionFailure(const std::string& file, const std::string& message,
-                      Zentara::Infrastructure::SpatialReference::Status status)
-        : Failure(file, message), libraryStatus_(status)
-    {
-    }
-    Zentara::Infrastructure::SpatialReference::Status libraryStatus() const { return libraryStatus_; }
-
-private:
-    Zentara::Infrastructure::SpatialReference::Status libraryStatus_;
-};
-
 /// Reads WKT, PROJJSON or a PROJ string from a UTF-8 file ("-": standard input), with or without a byte-order mark.
-/// Throws Failure.
+/// Throws Failure, with the library's status where the library read the text.
 DefinedSystem systemFromTextFile(const std::string& file, const std::wstring& code);
 
 } // namespace Orvelcs

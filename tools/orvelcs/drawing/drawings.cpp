@@ -31,7 +31,7 @@ Embedded::FileResult loadFromStandardInput(std::unique_ptr<QeDbDatabase>& databa
 std::string describe(const std::string& file, const Embedded::FileResult& result)
 {
     if (result.status == Qeapp::eFileLocked)
-        return fmt::format("{}: {}", resultName(result.status), stillHeldMessage());
+        return fmt::format("{}: {}", resultName(result.status), lockedMessage());
     std::string_view message = result.message;
     if (const std::string prefix = Embedded::displayName(Embedded::pathFromUtf8(file)) + ": ";
         message.starts_with(prefix))
@@ -42,7 +42,7 @@ std::string describe(const std::string& file, const Embedded::FileResult& result
 void require(const std::string& file, const Embedded::FileResult& result)
 {
     if (result.status != Qeapp::eOk)
-        throw DrawingFailure(file, result);
+        throw Failure(file, describe(file, result), ExitStatus::failed, result.status);
 }
 
 OpenDrawing::OpenDrawing(std::string file, Embedded::DrawingAccess access, const Output& output)
@@ -53,7 +53,7 @@ OpenDrawing::OpenDrawing(std::string file, Embedded::DrawingAccess access, const
 OpenDrawing::~OpenDrawing()
 {
     if (document_ != nullptr)
-        static_cast<void>(Embedded::closeDocument(document_)); // it is open and holds no lock, so it closes
+        static_cast<void>(Embedded::closeDocument(document_)); // an open document without a lock can be closed
 }
 
 Embedded::FileResult OpenDrawing::load()
@@ -82,7 +82,7 @@ Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file
     std::string bytes;
     Embedded::FileResult result = Embedded::saveDrawingToBytes(database, version, bytes);
     if (result.status == Qeapp::eOk)
-        output.write(bytes); // what comes of it is told when the program ends
+        output.write(bytes); // a failure is reported when the program ends
     return result;
 }
 

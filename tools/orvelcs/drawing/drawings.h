@@ -1,4 +1,4 @@
-// The drawings that a command works on: opened in the host, saved back, one after another.
+// Opens drawings in the host and saves them, one after another.
 #pragma once
 
 #include <functional>
@@ -13,25 +13,13 @@
 
 namespace Orvelcs {
 
-/// "eFileDamaged (51): objects[3].owner: …", without the file's name, which stands before it.
+/// "eFileDamaged (51): objects[3].owner: …". The file's name, which stands before it in messages, is left out.
 std::string describe(const std::string& file, const Embedded::FileResult& result);
 
-/// A drawing that cannot be loaded or saved, with the host's result.
-class DrawingFailure : public Failure {
-public:
-    DrawingFailure(const std::string& file, const Embedded::FileResult& result)
-        : Failure(file, describe(file, result)), result_(result.status)
-    {
-    }
-    Qeapp::ErrorStatus result() const { return result_; }
-
-private:
-    Qeapp::ErrorStatus result_;
-};
-/// Throws DrawingFailure unless the result is eOk.
+/// Throws Failure with the host's result unless that is eOk.
 void require(const std::string& file, const Embedded::FileResult& result);
 
-/// What is said of a file that is there already.
+/// The message for a file that must not be overwritten.
 inline constexpr const char* kExists = "exists; --force overwrites it";
 
 /// A drawing that is the host's current document for the length of a scope. "-" is standard input, and standard output
@@ -45,11 +33,11 @@ public:
     ~OpenDrawing();
 
     [[nodiscard]] Embedded::FileResult load();
-    /// To where it came from, in the version that it has.
+    /// Saves it where it came from, in its own version.
     [[nodiscard]] Embedded::FileResult save(Output& output);
 
-    /// What of the drawing could not be read since it was loaded. The module's answers do not tell it from what is
-    /// absent.
+    /// What could not be read of the drawing since it was loaded. The results of the module do not distinguish it from
+    /// what is absent.
     [[nodiscard]] Embedded::FileResult loadingFailure() const { return Embedded::loadingFailure(*database()); }
 
     QeDbDatabase* database() const { return document_->database(); }
@@ -62,12 +50,12 @@ private:
     QeApDocument* document_ = nullptr;
 };
 
-/// Saves in a drawing version into a file, or prints what would stand there for "-".
+/// Saves the drawing in a drawing version into a file; for "-", prints the bytes.
 [[nodiscard]] Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file,
                                                QeDb::QeDbDwgVersion version, Embedded::Overwriting overwriting,
                                                Output& output);
 
-/// What became of one drawing of a batch, and its part of the JSON document.
+/// The result of one drawing of a batch, and its part of the JSON document.
 struct DrawingOutcome {
     ExitStatus status = ExitStatus::done;
     Json json;
@@ -78,8 +66,8 @@ struct DrawingOutcome {
 ExitStatus forEachDrawing(const std::vector<std::string>& files, Output& output,
                           const std::function<DrawingOutcome(const std::string& file)>& work);
 
-/// Throws Failure for an empty name, for "-" among several drawings, and where the drawing that it prints would meet
-/// other results.
+/// Throws Failure for an empty name, for "-" among several drawings, and for "-" with --json when the drawing is
+/// printed.
 void checkFileNames(const std::vector<std::string>& files, bool drawingIsPrinted, const Output& output);
 
 } // namespace Orvelcs

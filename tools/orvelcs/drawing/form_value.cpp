@@ -74,7 +74,7 @@ void registerLegacyApplication(QeDbDatabase* database, const std::string& form)
     requireWritten(table->add(id, record.get()), form);
 }
 
-// `values` is what follows the application's name; none of it removes the record.
+// `values` follow the application's name; without values the record is removed.
 void putLegacyChain(QeDbDatabase* database, const FormValue& value, ResbufList values)
 {
     const bool namesApplication = values && values->restype == QeRb::kXdataAppName;
@@ -115,7 +115,7 @@ void putDefinitionChain(QeDbDatabase* database, const FormValue& value)
             requireWritten(namedObjects->remove(kDefinitionKey), value.name);
         return;
     }
-    const ResbufList chain = chainFromJson(value.name, value.value);
+    const ResbufList chain = resbufsFromJson(value.name, value.value);
     putXrecord(*namedObjects, kDefinitionKey, chain.get(), database, value.name);
 }
 
@@ -169,7 +169,7 @@ FormValue parseFormValue(const std::string& argument)
 {
     const std::size_t equals = argument.find('=');
     if (equals == std::string::npos)
-        throw wrongUsage("--put", argument + " is not FORM=VALUE");
+        throw wrongUsage("--put", "expected FORM=VALUE, found " + argument);
     const std::string name = argument.substr(0, equals);
     const auto form = formsByName().find(name);
     if (form == formsByName().end())
@@ -186,7 +186,7 @@ void putForm(QeDbDatabase* database, const FormValue& value)
         return putLegacyCode(database, value);
     case Form::legacyChain:
         return putLegacyChain(database, value,
-                              value.value.empty() ? ResbufList() : chainFromJson(value.name, value.value));
+                              value.value.empty() ? ResbufList() : resbufsFromJson(value.name, value.value));
     case Form::definitionChain:
         return putDefinitionChain(database, value);
     case Form::geoData:

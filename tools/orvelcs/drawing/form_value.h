@@ -1,4 +1,4 @@
-// The raw forms that `forms --put` writes into a drawing.
+// Writes single stored forms into a drawing, as `forms --put` does.
 #pragma once
 
 #include <string>
@@ -19,7 +19,7 @@ struct FormValue {
 /// Throws Failure for wrong usage: no "=", no such form, a value that is not UTF-8.
 FormValue parseFormValue(const std::string& argument);
 
-/// Writes the form through the host's own classes. Throws Failure; the drawing may then be half changed.
+/// Writes the form through the classes of the host. Throws Failure; the open drawing may then be half changed.
 void putForm(QeDbDatabase* database, const FormValue& value);
 
 } // namespace Orvelcs

@@ -1,4 +1,4 @@
-// The module as the host has loaded it.
+// Loads the module into the host.
 #pragma once
 
 namespace Orvelcs {

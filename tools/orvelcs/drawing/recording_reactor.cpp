@@ -19,7 +19,7 @@ RecordingReactor::RecordingReactor(Vetoes vetoes) : vetoes_(vetoes)
 
 RecordingReactor::~RecordingReactor()
 {
-    static_cast<void>(CoordinateSystem::RemoveCoordinateSystemReactor(this)); // it is registered, so it is found
+    static_cast<void>(CoordinateSystem::RemoveCoordinateSystemReactor(this)); // it is registered
 }
 
 bool RecordingReactor::CoordinateSystemWillChange(QeDbDatabase*, const wchar_t* name)

@@ -1,4 +1,4 @@
-// A reactor that writes down every notice and answers no where it was told to.
+// A reactor that records every event and vetoes changes on request.
 #pragma once
 
 #include <optional>
@@ -15,13 +15,13 @@ struct Event {
     std::optional<std::wstring> name;
 };
 
-/// Which questions are answered with no: those with a name (the empty one too), those with a null one.
+/// Which changes the reactor vetoes: those with a name (an empty one too), and those with a null name.
 struct Vetoes {
     bool named = false;
     bool removal = false;
 };
 
-/// Registered with the module as long as it lives. Throws Failure when the module does not take it.
+/// Registered with the module as long as it lives. Throws Failure when the module refuses it.
 class RecordingReactor final : public Zentara::Gis::Orvel::CoordinateSystem::OrvelCoordinateSystemReactor {
 public:
     explicit RecordingReactor(Vetoes vetoes);

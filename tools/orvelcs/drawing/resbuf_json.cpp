@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "embedded/base/hex.h"
 #include "orvelcs/cli/failure.h"
 
 namespace Orvelcs {
@@ -44,32 +45,7 @@ std::string chunkAsHex(const QeBinaryChunk& chunk)
 {
     if (chunk.buf == nullptr || chunk.clen <= 0)
         return {};
-    return hexOf(reinterpret_cast<const unsigned char*>(chunk.buf), static_cast<std::size_t>(chunk.clen));
-}
-
-int digitOf(char character)
-{
-    if (character >= '0' && character <= '9')
-        return character - '0';
-    const char lowered = static_cast<char>(character | 0x20);
-    return lowered >= 'a' && lowered <= 'f' ? lowered - 'a' + 10 : -1;
-}
-
-std::string bytesOf(const std::string& hex, const Place& place)
-{
-    if (hex.size() % 2 != 0)
-        throw place.failure("\"hex\" has an odd number of digits");
-    std::string bytes;
-    for (std::size_t index = 0; index < hex.size(); index += 2) {
-        const int high = digitOf(hex[index]);
-        const int low = digitOf(hex[index + 1]);
-        if (high < 0 || low < 0)
-            throw place.failure(fmt::format("\"hex\" holds {}, which is not a hexadecimal digit",
-                                            Json(std::string(1, hex[high < 0 ? index : index + 1]))
-                                                .dump(-1, ' ', true, Json::error_handler_t::replace)));
-        bytes.push_back(static_cast<char>(high * 16 + low));
-    }
-    return bytes;
+    return Embedded::hexFromBytes({chunk.buf, static_cast<std::size_t>(chunk.clen)});
 }
 
 void setString(resbuf& buffer, const Json& value, const Place& place)
@@ -91,7 +67,10 @@ void setBinary(resbuf& buffer, const Json& hex, const Place& place)
 {
     if (!hex.is_string())
         throw place.failure("\"hex\" must be a string");
-    const std::string bytes = bytesOf(hex.get_ref<const std::string&>(), place);
+    const auto read = Embedded::bytesFromHex(hex.get_ref<const std::string&>());
+    if (!read)
+        throw place.failure("\"hex\": " + read.error().message);
+    const std::string& bytes = *read;
     if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<short>::max()))
         throw place.failure("\"hex\" holds more than 32767 bytes");
     if (bytes.empty())
@@ -104,11 +83,11 @@ void setBinary(resbuf& buffer, const Json& hex, const Place& place)
 }
 
 template <class Integer>
-Integer integerOf(const Json& value, const Place& place)
+Integer readInteger(const Json& value, const Place& place)
 {
     constexpr auto kLeast = std::numeric_limits<Integer>::min();
     constexpr auto kMost = std::numeric_limits<Integer>::max();
-    // A number beyond the signed 64 bits is kept as an unsigned one.
+    // The parser reads a number beyond the signed 64 bits as an unsigned one.
     const bool fits = value.is_number_integer() &&
                       !(value.is_number_unsigned() && value.get<std::uint64_t>() > kMost) &&
                       value.get<std::int64_t>() >= kLeast && value.get<std::int64_t>() <= kMost;
@@ -130,14 +109,14 @@ void setValue(resbuf& buffer, QeRb::ValueKind kind, const Json& value, const Pla
         buffer.resval.rreal = value.get<double>();
         return;
     case QeRb::ValueKind::integer16:
-        buffer.resval.rint = integerOf<short>(value, place);
+        buffer.resval.rint = readInteger<short>(value, place);
         return;
     default:
-        buffer.resval.rlong = integerOf<std::int32_t>(value, place);
+        buffer.resval.rlong = readInteger<std::int32_t>(value, place);
     }
 }
 
-int groupCodeOf(const Json& element, const Place& place)
+int readGroupCode(const Json& element, const Place& place)
 {
     if (!element.is_object() || !element.contains("code") || !element["code"].is_number_integer())
         throw place.failure("must be an object with a whole number as \"code\"");
@@ -148,9 +127,9 @@ int groupCodeOf(const Json& element, const Place& place)
     return static_cast<int>(code);
 }
 
-ResbufList bufferFromJson(const Json& element, const Place& place)
+ResbufList resbufFromJson(const Json& element, const Place& place)
 {
-    const int code = groupCodeOf(element, place);
+    const int code = readGroupCode(element, place);
     const QeRb::ValueKind kind = qeutValueKind(code);
     const char* key = kind == QeRb::ValueKind::binary ? "hex" : "value";
     if (element.size() != 2 || !element.contains(key))
@@ -187,7 +166,7 @@ private:
 };
 
 // The library's messages begin with its own name and number in brackets.
-std::string messageOf(const Json::exception& error)
+std::string parserMessage(const Json::exception& error)
 {
     const std::string message = error.what();
     return message.substr(message.find("] ") + 2);
@@ -202,27 +181,15 @@ Json parsed(const std::string& subject, std::string_view text)
             return true;
         });
     } catch (const Json::parse_error& error) {
-        throw Failure(subject, "not JSON: " + messageOf(error));
+        throw Failure(subject, "not JSON: " + parserMessage(error));
     } catch (const Json::exception& error) { // a number beyond all bounds, which is not a parse error there
-        throw progress.place().failure(messageOf(error));
+        throw progress.place().failure(parserMessage(error));
     }
 }
 
 } // namespace
 
-std::string hexOf(const unsigned char* bytes, std::size_t length)
-{
-    constexpr const char* kDigits = "0123456789abcdef";
-    std::string hex;
-    hex.reserve(length * 2);
-    for (std::size_t index = 0; index < length; ++index) {
-        hex.push_back(kDigits[bytes[index] >> 4]);
-        hex.push_back(kDigits[bytes[index] & 0xF]);
-    }
-    return hex;
-}
-
-Json chainAsJson(const resbuf* chain)
+Json resbufsAsJson(const resbuf* chain)
 {
     Json array = Json::array();
     for (const resbuf* buffer = chain; buffer != nullptr; buffer = buffer->rbnext) {
@@ -234,7 +201,7 @@ Json chainAsJson(const resbuf* chain)
     return array;
 }
 
-ResbufList chainFromJson(const std::string& subject, std::string_view text)
+ResbufList resbufsFromJson(const std::string& subject, std::string_view text)
 {
     const Json document = parsed(subject, text);
     if (!document.is_array())
@@ -242,7 +209,7 @@ ResbufList chainFromJson(const std::string& subject, std::string_view text)
     ResbufList chain;
     resbuf* last = nullptr;
     for (std::size_t index = 0; index < document.size(); ++index) {
-        ResbufList next = bufferFromJson(document[index], {subject, index});
+        ResbufList next = resbufFromJson(document[index], {subject, index});
         resbuf* added = next.release();
         if (last == nullptr)
             chain.reset(added);

@@ -10,13 +10,10 @@
 
 namespace Orvelcs {
 
-Json chainAsJson(const resbuf* chain);
+Json resbufsAsJson(const resbuf* chain);
 
 /// Throws Failure, which names the place, for anything that is not such a chain; `subject` is what it is about. An
 /// empty array gives a null chain.
-ResbufList chainFromJson(const std::string& subject, std::string_view text);
-
-/// Lower-case hex.
-std::string hexOf(const unsigned char* bytes, std::size_t length);
+ResbufList resbufsFromJson(const std::string& subject, std::string_view text);
 
 } // namespace Orvelcs

@@ -11,7 +11,6 @@
 #include "embedded/base/text.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/cli/text_bytes.h"
 #include "orvelcs/cli/user_options.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/staging_folder.h"
@@ -22,7 +21,7 @@ namespace {
 
 /// Why the module must not open the file, which links are followed to: a pipe waits for its writer, and a device may
 /// have no end. Nothing for a regular file, and where there is none.
-std::optional<std::string> faultOfPlace(const std::filesystem::path& file)
+std::optional<std::string> describePlaceFault(const std::filesystem::path& file)
 {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(file, error);
@@ -42,19 +41,12 @@ std::optional<std::string> faultOfPlace(const std::filesystem::path& file)
 /// Throws Failure for what must not be opened.
 void checkPlace(const std::filesystem::path& file)
 {
-    if (const auto fault = faultOfPlace(file))
-        throw Failure(file.string(), *fault);
-}
-
-/// The module would hand out other text than the file holds, or none, without a word.
-void checkSettingsFile(const std::filesystem::path& file)
-{
-    if (const auto fault = faultOfText(readWhole(file.string())))
+    if (const auto fault = describePlaceFault(file))
         throw Failure(file.string(), *fault);
 }
 
 /// What the module reads back once it has written the text: the items without their line feeds.
-std::wstring asReadBack(const std::wstring& text)
+std::wstring storedText(const std::wstring& text)
 {
     std::wstring kept = text.substr(0, endOfLastItem(text));
     std::erase(kept, L'\n');
@@ -110,7 +102,7 @@ std::optional<std::wstring> readSettingsFile()
     checkPlace(file);
     if (!std::filesystem::exists(file))
         return std::nullopt;
-    checkSettingsFile(file);
+    static_cast<void>(readText(file.string())); // throws where the module would give other text than the file holds
     auto text = copyModuleText([](wchar_t*& out) {
         return Zentara::Gis::Orvel::CoordinateSystem::GetCsTransformationConfig(
             out, Zentara::Gis::Orvel::CoordinateSystem::CsTransformationConfigTargetType::User);
@@ -129,7 +121,7 @@ std::optional<std::string> replaceSettingsFile(const std::wstring& text, const s
         const StagingFolder staging(settingsFolder(file));
         if (!write())
             return "cannot be written";
-        if (readSettingsFile() != asReadBack(text))
+        if (readSettingsFile() != storedText(text))
             return "was not written to its end";
         bytes = readWhole(settingsFile().string());
     }

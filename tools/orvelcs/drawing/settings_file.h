@@ -1,4 +1,4 @@
-// The user's settings file, as the program finds, reads and replaces it.
+// Finds, reads and replaces the user's settings file.
 #pragma once
 
 #include <filesystem>
@@ -8,9 +8,9 @@
 
 namespace Orvelcs {
 
-/// Where the module looks for it; empty when there is no folder for it.
+/// The path at which the module looks for the file; empty when there is no folder for it.
 std::filesystem::path settingsFile();
-/// For a message.
+/// The file's name in messages.
 std::string settingsFileName();
 /// The folder of the file that a link of this name leads to, and of the file itself where it is no link.
 std::filesystem::path settingsFolder(const std::filesystem::path& file);
@@ -19,9 +19,9 @@ std::filesystem::path settingsFolder(const std::filesystem::path& file);
 /// cannot be read.
 std::optional<std::wstring> readSettingsFile();
 
-/// Replaces the file by what the module writes for `text` when `write` calls it: whole, or not at all. Answers what
-/// went wrong, or nothing. To be called under the lock of the user's stores. Throws Failure for a file that is a
-/// folder, a device or a pipe, and where nothing can be written beside it.
+/// Replaces the file by what the module writes for `text` when `write` calls it: whole, or not at all. Returns what
+/// went wrong, or nothing. The caller holds the lock of the user's stores. Throws Failure for a file that is a folder,
+/// a device or a pipe, and when nothing can be written beside it.
 std::optional<std::string> replaceSettingsFile(const std::wstring& text, const std::function<bool()>& write);
 
 } // namespace Orvelcs

@@ -19,7 +19,7 @@ void requireDone(const std::filesystem::path& folder, const char* what, const st
 }
 
 /// As it is found from every working folder, and however long its name is.
-std::filesystem::path stagingFolderIn(const std::filesystem::path& parent)
+std::filesystem::path stagingPath(const std::filesystem::path& parent)
 {
     std::error_code error;
     const std::filesystem::path whole = std::filesystem::absolute(parent, error);
@@ -30,7 +30,7 @@ std::filesystem::path stagingFolderIn(const std::filesystem::path& parent)
 } // namespace
 
 StagingFolder::StagingFolder(const std::filesystem::path& parent)
-    : folder_(stagingFolderIn(parent)), variable_(variable(kUserFolderVariable))
+    : folder_(stagingPath(parent)), variable_(variable(kUserFolderVariable))
 {
     std::error_code error;
     workingFolder_ = std::filesystem::current_path(error); // one that was removed cannot be gone back to

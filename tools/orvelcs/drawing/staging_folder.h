@@ -1,4 +1,4 @@
-// Where the module writes a new settings file before it takes the place of the old one.
+// The folder in which the module writes a new settings file before it replaces the old one.
 #pragma once
 
 #include <filesystem>
@@ -7,12 +7,12 @@
 
 namespace Orvelcs {
 
-/// An empty folder in `parent`, in which the module looks for the user's settings file as long as this lives. What a
-/// killed process has left under its name is removed first: only one process at a time may have one there.
-/// Its name is relative to the working folder, which `parent` becomes, since the module takes no long ones.
+/// Creates an empty folder in `parent`, in which the module looks for the user's settings file as long as this lives.
+/// First removes the folder of a process that was killed: only one process at a time may have one there. `parent`
+/// becomes the working folder, because the module needs a short name.
 class StagingFolder {
 public:
-    /// Throws Failure when it cannot be made.
+    /// Throws Failure when the folder cannot be created.
     explicit StagingFolder(const std::filesystem::path& parent);
     StagingFolder(const StagingFolder&) = delete;
     StagingFolder& operator=(const StagingFolder&) = delete;

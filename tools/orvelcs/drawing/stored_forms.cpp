@@ -1,9 +1,9 @@
 #include "orvelcs/drawing/stored_forms.h"
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "orvelcs/cli/definition_type.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/output/result_names.h"
+#include "orvelcs/output/system_description.h"
 
 namespace Orvelcs {
 
@@ -116,7 +116,7 @@ bool closesGroup(const resbuf* buffer)
            std::wstring_view(buffer->resval.rstring) == L"}";
 }
 
-// The module takes groups up to their closing braces, and nothing may stand behind the last.
+// The module reads groups up to their closing braces. Nothing may follow the last group.
 bool isReadable(const resbuf* chain, int layout)
 {
     constexpr int kChunks = 0;
@@ -141,7 +141,7 @@ HostObject<QeDbXrecord> openXrecord(const QeDbDictionary& dictionary, const wcha
     return xrecord;
 }
 
-ResbufList chainOf(const QeDbXrecord& xrecord)
+ResbufList readChain(const QeDbXrecord& xrecord)
 {
     ResbufList chain;
     requireRead(xrecord.rbChain(chain.put()), "xrecord");
@@ -154,7 +154,7 @@ std::optional<DefinitionXrecord> readDefinitionXrecord(const QeDbDictionary& nam
     if (!xrecord)
         return std::nullopt;
     DefinitionXrecord record;
-    record.chain = chainOf(*xrecord);
+    record.chain = readChain(*xrecord);
     if (record.chain && record.chain->restype == QeRb::kXdataInteger32)
         record.layout = record.chain->resval.rlong;
     record.readable = isReadable(record.chain.get(), record.layout);
@@ -174,7 +174,7 @@ std::optional<TransformationConfiguration> readConfiguration(const QeDbDictionar
     if (!xrecord)
         return std::nullopt;
     TransformationConfiguration configuration;
-    const ResbufList chain = chainOf(*xrecord);
+    const ResbufList chain = readChain(*xrecord);
     if (chain && chain->restype == QeRb::kText && isString(chain.get()))
         configuration.text = chain->resval.rstring;
     return configuration;

@@ -1,5 +1,5 @@
-// The forms in which a drawing stores its coordinate system and its transformation configuration, as they lie in it:
-// read through the host's own classes, not through the module.
+// The forms in which a drawing stores its coordinate system and its transformation configuration. They are read through
+// the classes of the host; only packed definitions are read through the module.
 #pragma once
 
 #include <optional>
@@ -28,7 +28,7 @@ struct StoredDefinition {
 
 struct DefinitionXrecord {
     int layout = 0;       // 0 without a header
-    bool readable = true; // whether the module reads such a chain; what is packed in it is another matter
+    bool readable = true; // whether the module reads such a chain, whatever is packed in it
     ResbufList chain;
     std::vector<StoredDefinition> definitions; // those that can be unpacked
 };

@@ -15,7 +15,7 @@ namespace {
 constexpr const char* kLockName = "orvelcs.lock";
 
 /// The module finds no folder where the user's local application data have none.
-std::filesystem::path settingsFileInSomeFolder()
+std::filesystem::path findSettingsFile()
 {
     if (std::filesystem::path file = settingsFile(); !file.empty())
         return file;
@@ -27,9 +27,9 @@ std::filesystem::path settingsFileInSomeFolder()
     return file;
 }
 
-std::filesystem::path madeSettingsFolder()
+std::filesystem::path createSettingsFolder()
 {
-    const std::filesystem::path folder = settingsFolder(settingsFileInSomeFolder());
+    const std::filesystem::path folder = settingsFolder(findSettingsFile());
     std::error_code error;
     if (!folder.empty())
         std::filesystem::create_directories(Embedded::systemPath(folder), error);
@@ -42,12 +42,12 @@ std::filesystem::path madeSettingsFolder()
 
 std::unique_ptr<LockFile> lockUserStores(const Output& output)
 {
-    const std::filesystem::path file = madeSettingsFolder() / kLockName;
+    const std::filesystem::path file = createSettingsFolder() / kLockName;
     auto lock = std::make_unique<LockFile>(file);
     Embedded::LockWait wait = waitFor("the user's configuration", output);
     for (int attempt = 0; !lock->tryLock(); ++attempt) {
         if (!wait.pause(attempt))
-            throw Failure(Embedded::displayName(file), stillHeldMessage());
+            throw Failure(Embedded::displayName(file), lockedMessage());
     }
     output.hideProgress();
     return lock;

@@ -1,4 +1,4 @@
-// Lets one process at a time change the user's stores: the settings file and the registry's store.
+// The lock under which one process at a time changes the user's stores: the settings file and the registry's store.
 #pragma once
 
 #include <memory>
@@ -8,8 +8,8 @@
 
 namespace Orvelcs {
 
-/// Makes the folder of the settings file where it lacks, and waits for the lock file in it as long as --wait says.
-/// Throws Failure when there is no folder for it, and when another process holds it until the end.
+/// Creates the folder of the settings file where it is missing, and waits for the lock file in it as long as --wait
+/// says. Throws Failure when there is no folder, and when another process still holds the lock.
 [[nodiscard]] std::unique_ptr<LockFile> lockUserStores(const Output& output);
 
 } // namespace Orvelcs

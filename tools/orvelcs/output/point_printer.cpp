@@ -10,7 +10,7 @@ namespace Orvelcs {
 namespace {
 
 /// The members without the braces around them, each on lines of its own.
-std::string membersOf(const Json& object)
+std::string formatMembers(const Json& object)
 {
     constexpr int kIndentation = 2;
     const std::string text = object.dump(kIndentation, ' ', false, Json::error_handler_t::replace);
@@ -26,7 +26,7 @@ PointPrinter::PointPrinter(const std::vector<Embedded::AxisUnit>& axes, bool wit
     : decimals_(decimalsFor(axes)), withOperations_(withOperations), output_(output)
 {
     if (output_.json())
-        output_.write(fmt::format("{{{},\n  \"points\": [", membersOf(head)));
+        output_.write(fmt::format("{{{},\n  \"points\": [", formatMembers(head)));
 }
 
 void PointPrinter::print(const std::optional<Embedded::CoordinatePoint>& point, const Embedded::UsedOperation* used)
@@ -41,7 +41,7 @@ void PointPrinter::print(const std::optional<Embedded::CoordinatePoint>& point, 
     } else if (!point) {
         output_.line("*");
     } else {
-        const std::string numbers = fmt::format("{}", fmt::join(numbersOf(*point, decimals_), " "));
+        const std::string numbers = fmt::format("{}", fmt::join(formatNumbers(*point, decimals_), " "));
         output_.line(withOperations_ && used != nullptr
                          ? fmt::format("{}\t{}\t{}", numbers, oneLine(used->code), oneLine(used->name))
                          : numbers);
@@ -51,12 +51,12 @@ void PointPrinter::print(const std::optional<Embedded::CoordinatePoint>& point, 
 void PointPrinter::finish(const Json& tail)
 {
     if (output_.json())
-        output_.write(fmt::format("{}],{}\n}}\n", isFirst_ ? "" : "\n  ", membersOf(tail)));
+        output_.write(fmt::format("{}],{}\n}}\n", isFirst_ ? "" : "\n  ", formatMembers(tail)));
 }
 
 std::string PointPrinter::element(const std::optional<Embedded::CoordinatePoint>& point) const
 {
-    return point ? fmt::format("[{}]", fmt::join(numbersOf(*point, decimals_), ", ")) : "null";
+    return point ? fmt::format("[{}]", fmt::join(formatNumbers(*point, decimals_), ", ")) : "null";
 }
 
 Json operationAsJson(const Embedded::UsedOperation& operation)

@@ -1,4 +1,4 @@
-// The answers to points, printed as they come: a line each, or one JSON object that is written piece by piece.
+// Prints transformed points one by one: a line each, or one JSON object in pieces.
 #pragma once
 
 #include <optional>
@@ -30,7 +30,7 @@ private:
     bool isFirst_ = true;
 };
 
-/// As an element of a JSON document.
+/// The operation as an element of a JSON document.
 Json operationAsJson(const Embedded::UsedOperation& operation);
 
 } // namespace Orvelcs

@@ -1,12 +1,12 @@
 #include "orvelcs/output/point_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <numbers>
 
 #include <fmt/format.h>
 
+#include "embedded/base/parse_number.h"
 #include "embedded/base/text.h"
 
 namespace Orvelcs {
@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r";
 
-std::vector<std::string_view> wordsOf(std::string_view line)
+std::vector<std::string_view> splitWords(std::string_view line)
 {
     std::vector<std::string_view> words;
     for (std::size_t begin = line.find_first_not_of(kBlanks); begin != std::string_view::npos;) {
@@ -25,19 +25,15 @@ std::vector<std::string_view> wordsOf(std::string_view line)
     return words;
 }
 
-std::optional<double> numberFrom(std::string_view word)
+std::optional<double> parseNumber(std::string_view word)
 {
     if (word.starts_with('+') && !word.starts_with("+-"))
         word.remove_prefix(1);
-    double number = 0;
-    const char* end = word.data() + word.size();
-    const auto [stop, error] = std::from_chars(word.data(), end, number);
-    if (error != std::errc() || stop != end || !std::isfinite(number))
-        return std::nullopt;
-    return number;
+    const std::optional<double> number = Embedded::parseReal(word);
+    return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
-int decimalsOf(const Embedded::AxisUnit& axis)
+int decimalsForAxis(const Embedded::AxisUnit& axis)
 {
     constexpr double kFinestLengthInMetres = 1e-6;
     constexpr double kFinestAngleInRadians = 1e-10 * std::numbers::pi / 180;
@@ -62,13 +58,13 @@ bool isBlankOrComment(std::string_view line)
     return begin == std::string_view::npos || line[begin] == '#';
 }
 
-std::optional<Embedded::CoordinatePoint> pointFromLine(std::string_view line)
+std::optional<Embedded::CoordinatePoint> parsePoint(std::string_view line)
 {
     constexpr std::size_t kFewest = 2;
     constexpr std::size_t kMost = 4;
     std::vector<double> numbers;
-    for (const std::string_view word : wordsOf(line)) {
-        const std::optional<double> number = numberFrom(word);
+    for (const std::string_view word : splitWords(line)) {
+        const std::optional<double> number = parseNumber(word);
         if (!number || numbers.size() == kMost)
             return std::nullopt;
         numbers.push_back(*number);
@@ -88,9 +84,9 @@ bool isEpoch(double year)
     return year >= kEarliestEpoch && year <= kLatestEpoch;
 }
 
-std::optional<double> epochFromText(std::string_view text)
+std::optional<double> parseEpoch(std::string_view text)
 {
-    const std::optional<double> year = numberFrom(text);
+    const std::optional<double> year = parseNumber(text);
     return year && isEpoch(*year) ? year : std::nullopt;
 }
 
@@ -98,8 +94,8 @@ std::string describeLineWithoutPoint(std::string_view line)
 {
     constexpr std::string_view kExpected = "expected 2 to 4 numbers, found ";
     constexpr std::size_t kMostBytesOfWord = 40;
-    const std::vector<std::string_view> words = wordsOf(line);
-    const auto other = std::ranges::find_if_not(words, [](auto word) { return numberFrom(word).has_value(); });
+    const std::vector<std::string_view> words = splitWords(line);
+    const auto other = std::ranges::find_if_not(words, [](auto word) { return parseNumber(word).has_value(); });
     if (other == words.end())
         return fmt::format("{}{}", kExpected, words.size());
     return fmt::format("{}\"{}\"", kExpected, Embedded::beginningOfUtf8(*other, kMostBytesOfWord));
@@ -110,11 +106,11 @@ std::vector<int> decimalsFor(const std::vector<Embedded::AxisUnit>& axes)
     std::vector<int> decimals;
     decimals.reserve(axes.size());
     for (const Embedded::AxisUnit& axis : axes)
-        decimals.push_back(decimalsOf(axis));
+        decimals.push_back(decimalsForAxis(axis));
     return decimals;
 }
 
-std::vector<std::string> numbersOf(const Embedded::CoordinatePoint& point, const std::vector<int>& decimals)
+std::vector<std::string> formatNumbers(const Embedded::CoordinatePoint& point, const std::vector<int>& decimals)
 {
     std::vector<std::string> numbers = {numberText(point.x, decimals[0]), numberText(point.y, decimals[1])};
     if (point.z)

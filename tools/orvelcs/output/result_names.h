@@ -1,4 +1,4 @@
-// Result codes as a person reads them: name and number.
+// Names of result codes.
 #pragma once
 
 #include <string>

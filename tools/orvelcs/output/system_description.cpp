@@ -1,39 +1,48 @@
 #include "orvelcs/output/system_description.h"
 
-#include <algorithm>
-
 #include <fmt/format.h>
 
 #include "embedded/base/text.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure.h"
-#include "orvelcs/cli/text_query.h"
 #include "orvelcs/output/result_names.h"
+#include "orvelcs/output/table.h"
 
 namespace Orvelcs {
 
 namespace Library = Zentara::Infrastructure::SpatialReference;
 
+std::string definitionType(const Library::DefinitionBase& definition)
+{
+    if (dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(&definition) != nullptr)
+        return "CoordinateReferenceSystemDefinition";
+    if (dynamic_cast<const Library::DatumDefinition*>(&definition) != nullptr)
+        return "DatumDefinition";
+    if (dynamic_cast<const Library::EllipsoidDefinition*>(&definition) != nullptr)
+        return "EllipsoidDefinition";
+    return "DefinitionBase";
+}
+
 SystemDescription describe(const System& system)
 {
     SystemDescription description;
-    description.code = answerOf(system, &System::GetCode);
-    description.name = answerOf(system, &System::GetName);
+    description.code = definitionText(system, &System::GetCode);
+    description.name = definitionText(system, &System::GetName);
     if (int kind = 0; system.GetKind(kind) == Library::statusOk)
         description.kind = kind;
-    description.datum = answerOf(system, &System::GetDatumCode);
-    description.ellipsoid = answerOf(system, &System::GetEllipsoidCode);
+    description.datum = definitionText(system, &System::GetDatumCode);
+    description.ellipsoid = definitionText(system, &System::GetEllipsoidCode);
     return description;
 }
 
-std::wstring wktOf(const System& system)
+std::wstring writeWkt(const System& system)
 {
     constexpr std::size_t kCharacters = std::size_t{1} << 20;
     std::wstring buffer(kCharacters, L'\0');
     const Library::Status status =
         Library::FormatConverter::DefinitionToWkt_s(&system, Library::wktFlavorDefault, buffer.data(), buffer.size());
     if (status != Library::statusOk && status != Library::statusInexact) {
-        const std::optional<std::wstring> code = answerOf(system, &System::GetCode);
+        const std::optional<std::wstring> code = definitionText(system, &System::GetCode);
         throw Failure(code ? Embedded::utf8FromWide(*code) : "the system",
                       "cannot be written as WKT: " + statusName(status));
     }
@@ -65,7 +74,7 @@ void LabelledLines::add(std::string_view label, const std::optional<std::wstring
 
 void LabelledLines::add(std::string_view label, std::string_view value)
 {
-    lines_.emplace_back(label, value);
+    lines_.push_back({std::string(label), std::string(value)});
 }
 
 void LabelledLines::add(const SystemDescription& description)
@@ -80,11 +89,8 @@ void LabelledLines::add(const SystemDescription& description)
 
 void LabelledLines::print(Output& output) const
 {
-    std::size_t width = 0;
-    for (const auto& [label, value] : lines_)
-        width = std::max(width, label.size());
-    for (const auto& [label, value] : lines_)
-        output.line(fmt::format("  {:<{}}  {}", label, width, value));
+    for (const std::string& line : alignColumns(lines_))
+        output.line("  " + line);
 }
 
 } // namespace Orvelcs

@@ -1,14 +1,14 @@
-// What there is to tell of a coordinate reference system, for a person and as JSON.
+// The properties of a definition and of a coordinate reference system, as lines of a label and a value.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "orvelcs/cli/json.h"
 #include "orvelcs/cli/output.h"
+#include "orvelcs/output/table.h"
 #include "platform/spatial_reference.h"
 
 namespace Orvelcs {
@@ -23,17 +23,35 @@ struct SystemDescription {
     std::optional<std::wstring> wkt;
 };
 
+/// "CoordinateReferenceSystemDefinition", "DatumDefinition", "EllipsoidDefinition"; "DefinitionBase" for any other.
+std::string definitionType(const Zentara::Infrastructure::SpatialReference::DefinitionBase& definition);
+
+template <class Owner>
+using TextQuery = Zentara::Infrastructure::SpatialReference::Status (Owner::*)(const wchar_t*&) const;
+
+/// The text that the query gives; nothing when it fails and for an empty text, which is the library's way of saying
+/// that there is none.
+template <class Definition, class Owner>
+std::optional<std::wstring> definitionText(const Definition& definition, TextQuery<Owner> query)
+{
+    const wchar_t* text = nullptr;
+    if ((definition.*query)(text) != Zentara::Infrastructure::SpatialReference::statusOk || text == nullptr ||
+        *text == L'\0')
+        return std::nullopt;
+    return text;
+}
+
 using System = Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition;
 
-/// Everything but the WKT.
+/// Reads everything but the WKT.
 SystemDescription describe(const System& system);
-/// The system as WKT of the default flavor, WKT 2 where WKT 1 cannot say it. Throws Failure when neither can.
-std::wstring wktOf(const System& system);
+/// The system as WKT of the default flavor; WKT 2 where WKT 1 cannot express it. Throws Failure when neither can.
+std::wstring writeWkt(const System& system);
 
 /// "projected" for 3.
 std::string kindName(int kind);
 
-/// Lines of a label and a value, the values below one another.
+/// Lines of a label and a value, with the values aligned.
 class LabelledLines {
 public:
     /// An absent value is left out.
@@ -44,7 +62,7 @@ public:
     void print(Output& output) const;
 
 private:
-    std::vector<std::pair<std::string, std::string>> lines_;
+    std::vector<TableRow> lines_;
 };
 
 } // namespace Orvelcs

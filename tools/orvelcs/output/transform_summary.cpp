@@ -12,7 +12,7 @@
 namespace Orvelcs {
 namespace {
 
-std::string labelOf(const Embedded::UsedOperation& operation)
+std::string operationLabel(const Embedded::UsedOperation& operation)
 {
     const std::string name =
         Embedded::utf8FromWide(operation.code.empty() ? operation.name : operation.code + L" " + operation.name);
@@ -30,7 +30,7 @@ bool isDownloadable(const Embedded::MissingGrid& missing)
     return !missing.grid.url.empty();
 }
 
-std::string commandFor(const Embedded::MissingGrid& missing)
+std::string downloadCommand(const Embedded::MissingGrid& missing)
 {
     return "projsync --file " + Embedded::utf8FromWide(missing.grid.name);
 }
@@ -42,12 +42,12 @@ std::string describeMissingGrids(std::span<const Embedded::MissingGrid> missing)
     std::vector<std::string> commands;
     for (const Embedded::MissingGrid& each : missing) {
         names.push_back(Embedded::utf8FromWide(each.grid.name));
-        commands.push_back(commandFor(each));
+        commands.push_back(downloadCommand(each));
     }
     const bool isOne = missing.size() == 1;
     const std::string problem = fmt::format("the {} {} {} not installed; {} would allow {}", isOne ? "grid" : "grids",
                                             fmt::join(names, " and "), isOne ? "is" : "are", isOne ? "it" : "they",
-                                            labelOf(missing.front().operation));
+                                            operationLabel(missing.front().operation));
     const std::string folder = Embedded::gridFolder();
     if (!std::ranges::all_of(missing, isDownloadable))
         return fmt::format("{}; PROJ offers no download; {} in {}", problem, isOne ? "it belongs" : "they belong",
@@ -63,7 +63,7 @@ Json gridAsJson(const Embedded::MissingGrid& missing)
     json["operation"] = operation["name"];
     json["code"] = operation["code"];
     json["accuracy"] = operation["accuracy"];
-    json["command"] = isDownloadable(missing) ? Json(commandFor(missing)) : Json(nullptr);
+    json["command"] = isDownloadable(missing) ? Json(downloadCommand(missing)) : Json(nullptr);
     json["folder"] = Embedded::gridFolder();
     return json;
 }
@@ -76,15 +76,15 @@ TransformSummary::TransformSummary(std::string systems, bool isConfigured,
 {
 }
 
-void TransformSummary::count(const Embedded::TransformedPoint& answer, bool hasEpoch)
+void TransformSummary::count(const Embedded::TransformedPoint& result, bool hasEpoch)
 {
-    if (!answer.point)
+    if (!result.point)
         return;
-    if (points_.size() <= answer.operation)
-        points_.resize(answer.operation + 1);
-    ++points_[answer.operation];
+    if (points_.size() <= result.operation)
+        points_.resize(result.operation + 1);
+    ++points_[result.operation];
     ++transformed_;
-    withoutEpoch_ += !hasEpoch && transformer_.operations()[answer.operation].isTimeDependent ? 1U : 0U;
+    withoutEpoch_ += !hasEpoch && transformer_.operations()[result.operation].isTimeDependent ? 1U : 0U;
 }
 
 std::size_t TransformSummary::pointsThrough(std::size_t operation) const
@@ -99,7 +99,7 @@ void TransformSummary::noteBefore(Output& output) const
     if (isConfigured_ || transformer_.choosesForEachPoint())
         return;
     const Embedded::UsedOperation& operation = transformer_.operations().front();
-    const std::string text = "no transformation is configured; PROJ uses " + labelOf(operation);
+    const std::string text = "no transformation is configured; PROJ uses " + operationLabel(operation);
     if (operation.isBallpark)
         output.importantNote(systems_, text + "; it is a ballpark one, which takes datums for equal");
     else
@@ -121,7 +121,7 @@ void TransformSummary::noteChoices(Output& output) const
     std::vector<std::string> choices;
     for (std::size_t index = 0; index < transformer_.operations().size(); ++index)
         choices.push_back(
-            fmt::format("{} ({})", labelOf(transformer_.operations()[index]), pointsText(pointsThrough(index))));
+            fmt::format("{} ({})", operationLabel(transformer_.operations()[index]), pointsText(pointsThrough(index))));
     output.note(systems_, fmt::format("no transformation is configured; PROJ chooses for each point{}{}",
                                       choices.empty() ? "" : ": ", fmt::join(choices, "; ")));
 }

@@ -1,4 +1,4 @@
-// What the points went through, counted while they pass and told in notes and JSON.
+// Counts which operations transform the points, for notes and JSON.
 #pragma once
 
 #include <cstddef>
@@ -12,14 +12,14 @@ namespace Orvelcs {
 
 class TransformSummary {
 public:
-    /// `systems` is what the notes are about.
+    /// `systems` is the subject of the notes.
     TransformSummary(std::string systems, bool isConfigured, const Embedded::CoordinateTransformer& transformer);
 
-    void count(const Embedded::TransformedPoint& answer, bool hasEpoch);
+    void count(const Embedded::TransformedPoint& result, bool hasEpoch);
 
-    /// What is known before the first point.
+    /// Prints the notes that are known before the first point.
     void noteBefore(Output& output) const;
-    /// What only the points have shown.
+    /// Prints the notes that depend on the points.
     void noteAfter(Output& output) const;
     Json asJson() const;
 

@@ -10,12 +10,12 @@
 namespace Orvelcs {
 namespace {
 
-// A file opened later would take the number of a stream that the caller closed, and what is printed would go into it.
-// The modes are the wrong way round so that using the stream still fails.
+// Opens something under the number of a stream that the caller closed. Otherwise the next file that is opened gets the
+// number, and the output goes into it. The modes are swapped so that using the stream still fails.
 void occupy(int descriptor, int mode)
 {
     if (::fcntl(descriptor, F_GETFD) == -1 && errno == EBADF)
-        static_cast<void>(::open("/dev/null", mode)); // without it nothing is worse than before
+        static_cast<void>(::open("/dev/null", mode)); // a failure leaves the stream as it was
 }
 
 } // namespace
@@ -29,7 +29,7 @@ void prepareStandardStreams()
     occupy(STDIN_FILENO, O_WRONLY);
     occupy(STDOUT_FILENO, O_RDONLY);
     occupy(STDERR_FILENO, O_WRONLY);
-    // Writing fails instead, and is told as any other failure. Neither call can fail for these signals.
+    // Writing then fails and is reported as other failures are. Neither call can fail for these signals.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
 }
@@ -44,7 +44,7 @@ bool isTerminal(std::FILE* stream)
     return ::isatty(::fileno(stream)) == 1;
 }
 
-bool takesEscapes(std::FILE* stream)
+bool supportsEscapes(std::FILE* stream)
 {
     return isTerminal(stream);
 }

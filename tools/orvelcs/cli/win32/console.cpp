@@ -3,10 +3,10 @@
 namespace Orvelcs {
 
 ConsoleSettings::ConsoleSettings()
-    : codePage_(GetConsoleOutputCP()), modes_{takeEscapes(STD_OUTPUT_HANDLE), takeEscapes(STD_ERROR_HANDLE)}
+    : codePage_(GetConsoleOutputCP()), modes_{enableEscapes(STD_OUTPUT_HANDLE), enableEscapes(STD_ERROR_HANDLE)}
 {
     if (codePage_ != 0)
-        static_cast<void>(SetConsoleOutputCP(CP_UTF8)); // otherwise other letters than those of English look wrong
+        static_cast<void>(SetConsoleOutputCP(CP_UTF8)); // a failure makes letters beyond ASCII look wrong
 }
 
 // The console outlives the program. Nothing can be done about settings that it does not take back.
@@ -19,7 +19,7 @@ ConsoleSettings::~ConsoleSettings()
         static_cast<void>(SetConsoleOutputCP(codePage_));
 }
 
-ConsoleSettings::Mode ConsoleSettings::takeEscapes(DWORD stream)
+ConsoleSettings::Mode ConsoleSettings::enableEscapes(DWORD stream)
 {
     Mode mode{GetStdHandle(stream), 0};
     if (GetConsoleMode(mode.console, &mode.before) == 0)

@@ -1,4 +1,4 @@
-// The console that the program shares with whoever started it.
+// The console, which the program shares with the one that started it.
 #pragma once
 
 #include <windows.h>
@@ -22,7 +22,7 @@ private:
         DWORD before = 0;
     };
 
-    static Mode takeEscapes(DWORD stream);
+    static Mode enableEscapes(DWORD stream);
 
     UINT codePage_;
     std::array<Mode, 2> modes_;

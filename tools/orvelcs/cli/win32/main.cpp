@@ -8,7 +8,7 @@
 
 namespace {
 
-/// In UTF-8 there is no place for it, and another character in its stead would be stored without a word.
+/// UTF-8 cannot hold half a surrogate pair. A replacement character would be stored without notice.
 int refuse(const std::string& argument)
 {
     Orvelcs::prepareStandardStreams();

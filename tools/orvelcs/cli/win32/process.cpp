@@ -32,7 +32,7 @@ LONG WINAPI endAfterException(EXCEPTION_POINTERS* /*exception*/)
     endProcess();
 }
 
-/// What is left of the stack then does not always suffice for the search that ends at the filter.
+/// The rest of the stack may be too small for the search that ends at the filter.
 LONG WINAPI endAfterStackOverflow(EXCEPTION_POINTERS* exception)
 {
     if (exception->ExceptionRecord->ExceptionCode == EXCEPTION_STACK_OVERFLOW)
@@ -46,7 +46,7 @@ void endAfterAbort(int /*signal*/)
 }
 
 /// Whether the stream is a console, and how it is set. Other devices count as terminals for the C runtime.
-std::optional<DWORD> consoleModeOf(std::FILE* stream)
+std::optional<DWORD> consoleMode(std::FILE* stream)
 {
     DWORD mode = 0;
     if (GetConsoleMode(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))), &mode) == 0)
@@ -58,9 +58,9 @@ std::optional<DWORD> consoleModeOf(std::FILE* stream)
 
 void prepareForUnhandledFailures()
 {
-    // Without it nothing is worse than before.
+    // A failure of the calls leaves the process as it was.
     static_cast<void>(AddVectoredExceptionHandler(kBeforeOthers, endAfterStackOverflow));
-    static_cast<void>(SetUnhandledExceptionFilter(endAfterException)); // answers the former one
+    static_cast<void>(SetUnhandledExceptionFilter(endAfterException)); // returns the former filter
     static_cast<void>(std::signal(SIGABRT, endAfterAbort));            // cannot fail for this signal
 }
 
@@ -71,7 +71,7 @@ void prepareStandardStreams()
         static_cast<void>(_setmode(_fileno(stream), _O_BINARY)); // a stream that is closed has no mode
 }
 
-// The C runtime takes a pipe that nobody reads any more for a wrong argument.
+// The C runtime reports a pipe without a reader as a wrong argument.
 int streamError()
 {
     return errno == EINVAL && _doserrno == ERROR_NO_DATA ? EPIPE : errno;
@@ -79,12 +79,12 @@ int streamError()
 
 bool isTerminal(std::FILE* stream)
 {
-    return consoleModeOf(stream).has_value();
+    return consoleMode(stream).has_value();
 }
 
-bool takesEscapes(std::FILE* stream)
+bool supportsEscapes(std::FILE* stream)
 {
-    return (consoleModeOf(stream).value_or(0) & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+    return (consoleMode(stream).value_or(0) & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
 std::FILE* openForReading(const std::string& file)
