@@ -11,7 +11,6 @@
 #include <string>
 
 #include "embedded/base/parse_number.h"
-#include "embedded/base/path.h"
 #include "embedded/base/posix/file_descriptor.h"
 #include "embedded/base/system_error.h"
 
