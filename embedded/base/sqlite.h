@@ -22,12 +22,7 @@ template <class Work>
 auto catchSqlError(Work&& work) -> Expected<std::invoke_result_t<Work>>
 {
     try {
-        if constexpr (std::is_void_v<std::invoke_result_t<Work>>) {
-            std::forward<Work>(work)();
-            return {};
-        } else {
-            return std::forward<Work>(work)();
-        }
+        return callExpected(std::forward<Work>(work));
     } catch (const SQLite::Exception& exception) {
         if (exception.getErrorCode() == SQLITE_NOMEM)
             throw std::bad_alloc();

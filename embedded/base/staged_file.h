@@ -10,6 +10,8 @@
 
 namespace Embedded {
 
+class StagedFileImp;
+
 /// A file with a temporary name beside its target, which gets the target's name when it is complete. Its destructor
 /// removes it if it still has the temporary name. The next StagedFile in the same folder removes what a killed process
 /// has left there; on Windows the user has to.
@@ -31,9 +33,9 @@ public:
     [[nodiscard]] Expected<void> replaceTarget();
 
 private:
-    class Imp;
-    explicit StagedFile(std::unique_ptr<Imp> imp);
-    std::unique_ptr<Imp> imp_;
+    explicit StagedFile(std::unique_ptr<StagedFileImp> imp);
+
+    std::unique_ptr<StagedFileImp> imp_;
 };
 
 /// The file that is replaced when this name is written to: the name itself, or where its links lead. Refuses a file

@@ -25,12 +25,7 @@ auto catchSystemError(const std::string& failed, const std::string& place, Work&
     -> Expected<std::invoke_result_t<Work>>
 {
     try {
-        if constexpr (std::is_void_v<std::invoke_result_t<Work>>) {
-            std::forward<Work>(work)();
-            return {};
-        } else {
-            return std::forward<Work>(work)();
-        }
+        return callExpected(std::forward<Work>(work));
     } catch (const std::system_error& error) {
         return failure(error.code().value(), failed + ": " + systemMessage(error.code()), place);
     }

@@ -33,7 +33,7 @@ TEST(ErrorTest, CatchError_LetsOtherExceptionsPass)
     EXPECT_THROW(static_cast<void>(catchError([] { throw std::bad_alloc(); })), std::bad_alloc);
 }
 
-TEST(ErrorTest, WantOfMemory_NeedsNoMemory)
+TEST(ErrorTest, OutOfMemory_NeedsNoMemory)
 {
     EXPECT_LT(Error::outOfMemory(1).message.size(), std::string().capacity() + 1) << "it lies in the string itself";
 }

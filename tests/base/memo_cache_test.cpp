@@ -8,9 +8,9 @@
 namespace Tests {
 namespace {
 
-/// The cached value of the key, or nothing, which is not kept.
+/// The cached value of the key, or nothing.
 template <class Key>
-std::optional<int> found(Embedded::MemoCache<Key, std::optional<int>>& numbers, const Key& key)
+std::optional<int> cached(Embedded::MemoCache<Key, std::optional<int>>& numbers, const Key& key)
 {
     return numbers.getOrCompute(
         key, [] { return std::optional<int>(); }, [](const auto&) { return false; });
@@ -24,32 +24,32 @@ void keep(Embedded::MemoCache<Key, std::optional<int>>& numbers, const Key& key,
               number);
 }
 
-TEST(MemoCache, WhatWasKept_IsFound)
+TEST(MemoCache, KeptValue_IsReturned)
 {
     Embedded::MemoCache<std::string, std::optional<int>> numbers;
     keep<std::string>(numbers, "one", 1);
-    EXPECT_EQ(found<std::string>(numbers, "one"), 1);
-    EXPECT_EQ(found<std::string>(numbers, "two"), std::nullopt);
+    EXPECT_EQ(cached<std::string>(numbers, "one"), 1);
+    EXPECT_EQ(cached<std::string>(numbers, "two"), std::nullopt);
 }
 
-TEST(MemoCache, WhatIsKeptBeyondTheRoom_TakesTheOthersPlace)
+TEST(MemoCache, FullCache_IsEmptiedForTheNextValue)
 {
     Embedded::MemoCache<int, std::optional<int>> numbers;
     constexpr int kMore = 65;
     for (int number = 0; number < kMore; ++number)
         keep(numbers, number, number);
-    EXPECT_EQ(found(numbers, 0), std::nullopt);
-    EXPECT_NE(found(numbers, kMore - 1), std::nullopt);
+    EXPECT_EQ(cached(numbers, 0), std::nullopt);
+    EXPECT_NE(cached(numbers, kMore - 1), std::nullopt);
 }
 
-TEST(MemoCache, WhatIsLongerThanADefinition_IsNotKept)
+TEST(MemoCache, TooLongKey_IsNotKept)
 {
     Embedded::MemoCache<std::string, std::optional<int>> numbers;
     const std::string longest(16384, 'x');
     keep(numbers, longest, 1);
     keep(numbers, longest + 'x', 2);
-    EXPECT_NE(found(numbers, longest), std::nullopt);
-    EXPECT_EQ(found(numbers, longest + 'x'), std::nullopt);
+    EXPECT_NE(cached(numbers, longest), std::nullopt);
+    EXPECT_EQ(cached(numbers, longest + 'x'), std::nullopt);
 }
 
 } // namespace

@@ -7,7 +7,7 @@ namespace {
 using namespace Embedded;
 using namespace std::string_literals;
 
-TEST(Text, AsciiAndAccentsGoThroughUtf8)
+TEST(Text, AsciiAndAccents_SurviveUtf8)
 {
     EXPECT_EQ(utf8FromWide(L"K\u00F8benhavn"), "K\xC3\xB8"
                                                "benhavn");
@@ -16,7 +16,7 @@ TEST(Text, AsciiAndAccentsGoThroughUtf8)
               L"K\u00F8benhavn");
 }
 
-TEST(Text, SupplementaryCharactersGoThroughBothForms)
+TEST(Text, SupplementaryCharacters_SurviveBothForms)
 {
     EXPECT_EQ(utf8FromWide(L"\U0001F30D"), "\xF0\x9F\x8C\x8D");
     EXPECT_EQ(wideFromUtf8("\xF0\x9F\x8C\x8D"), L"\U0001F30D");
@@ -24,14 +24,14 @@ TEST(Text, SupplementaryCharactersGoThroughBothForms)
     EXPECT_EQ(wideFromUtf16le("\x3C\xD8\x0D\xDF"s), L"\U0001F30D");
 }
 
-TEST(Text, InvalidUtf8BecomesReplacementCharacters)
+TEST(Text, InvalidUtf8_BecomesReplacementCharacters)
 {
     EXPECT_EQ(wideFromUtf8("a\xFFz"), L"a\uFFFDz");
     EXPECT_FALSE(isValidUtf8("a\xFFz"));
     EXPECT_TRUE(isValidUtf8("a\xC3\xB8"));
 }
 
-TEST(Text, UnpairedSurrogatesSurviveUtf16ButNotUtf8)
+TEST(Text, UnpairedSurrogates_SurviveUtf16ButNotUtf8)
 {
     const std::wstring text = {L'a', static_cast<wchar_t>(0xD800), L'b'};
     EXPECT_FALSE(isWellFormed(text));
@@ -42,13 +42,13 @@ TEST(Text, UnpairedSurrogatesSurviveUtf16ButNotUtf8)
                                   "b");
 }
 
-TEST(Text, AnOddLastByteOfUtf16IsIgnored)
+TEST(Text, OddLastByteOfUtf16_IsIgnored)
 {
     EXPECT_EQ(wideFromUtf16le("a\0b"s), L"a");
     EXPECT_EQ(wideFromUtf16le(""), L"");
 }
 
-TEST(Text, WellFormedTextIsRecognised)
+TEST(Text, WellFormedText_IsRecognised)
 {
     EXPECT_TRUE(isWellFormed(L""));
     EXPECT_TRUE(isWellFormed(L"plain \u00E9 \U0001F30D"));

@@ -1,4 +1,4 @@
-#include "embedded/base/staged_file.h"
+#include "embedded/base/staged_file_imp.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -11,7 +11,6 @@
 #include <string>
 
 #include "embedded/base/parse_number.h"
-#include "embedded/base/path.h"
 #include "embedded/base/posix/file_descriptor.h"
 #include "embedded/base/system_error.h"
 
@@ -22,7 +21,6 @@ namespace fs = std::filesystem;
 
 constexpr int kMaxAttempts = 100;
 constexpr int kMaxLinks = 40;
-constexpr const char* kFailed = "cannot be written";
 constexpr std::string_view kPrefix = ".saving-";
 constexpr std::string_view kSuffix = ".tmp";
 
@@ -103,7 +101,101 @@ void flushFolder(const fs::path& folder)
         static_cast<void>(retried([&] { return ::fsync(opened.get()); })); // a failure is not reported
 }
 
-/// The file that the links lead to.
+/// Holds a lock on the file, which tells it from the file of a killed process.
+class SystemStagedFile final : public StagedFileImp {
+public:
+    explicit SystemStagedFile(const fs::path& file) : StagedFileImp(file)
+    {
+        struct stat original {};
+        const mode_t mode = ::stat(target_.c_str(), &original) == 0 ? 0600 : 0666;
+        const fs::path folder = folderOf(target_);
+        removeAbandoned(folder);
+        constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
+        for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
+            const fs::path fresh = newTemporaryName(folder);
+            descriptor_ = FileDescriptor(retried([&] { return ::open(fresh.c_str(), kFlags, mode); }));
+            if (!descriptor_.isOpen() && errno == EEXIST)
+                continue;
+            if (!descriptor_.isOpen())
+                throw std::system_error(lastSystemError());
+            name_ = fresh;
+            // Until it is locked, another process may remove it as the file of a killed process.
+            if (!isLockedByAnother(descriptor_.get()) && isNameOf(fresh, descriptor_.get()))
+                return;
+            remove();
+        }
+        throw std::system_error(std::make_error_code(std::errc::file_exists));
+    }
+    ~SystemStagedFile() override { remove(); }
+
+    void write(std::string_view bytes) override
+    {
+        while (!bytes.empty()) {
+            const ssize_t written = retried([&] { return ::write(descriptor_.get(), bytes.data(), bytes.size()); });
+            if (written < 0)
+                throw std::system_error(lastSystemError());
+            if (written == 0)
+                throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        }
+    }
+
+    bool publish() override
+    {
+        flush();
+        if (::link(name_.c_str(), target_.c_str()) != 0) {
+            if (errno == EEXIST)
+                return false;
+            throw std::system_error(lastSystemError());
+        }
+        remove();
+        flushFolder(folderOf(target_));
+        return true;
+    }
+
+    void replaceTarget() override
+    {
+        struct stat original {};
+        if (::stat(target_.c_str(), &original) == 0)
+            copyAccess(original);
+        flush();
+        if (::rename(name_.c_str(), target_.c_str()) != 0)
+            throw std::system_error(lastSystemError());
+        name_.clear();
+        flushFolder(folderOf(target_));
+    }
+
+private:
+    void remove()
+    {
+        if (!name_.empty())
+            static_cast<void>(::unlink(name_.c_str())); // nothing more can be done about it
+        name_.clear();
+    }
+
+    void copyAccess(const struct stat& original) const
+    {
+        // Only a privileged user can give a file to another user. Any other user becomes the owner of the file.
+        constexpr auto kSameUser = static_cast<uid_t>(-1);
+        const bool isOwnerKept = ::fchown(descriptor_.get(), original.st_uid, original.st_gid) == 0 ||
+                                 ::fchown(descriptor_.get(), kSameUser, original.st_gid) == 0;
+        static_cast<void>(isOwnerKept); // a file with a new owner is no failure
+        if (::fchmod(descriptor_.get(), original.st_mode & 07777) != 0)
+            throw std::system_error(lastSystemError());
+    }
+
+    /// The file stays open, and so locked, until it has its final name. Closing it later reports nothing new.
+    void flush() const
+    {
+        if (retried([&] { return ::fsync(descriptor_.get()); }) != 0)
+            throw std::system_error(lastSystemError());
+    }
+
+    FileDescriptor descriptor_;
+};
+
+} // namespace
+
 fs::path followLinks(fs::path file)
 {
     std::error_code error;
@@ -120,7 +212,6 @@ fs::path followLinks(fs::path file)
     }
 }
 
-/// Throws std::system_error unless the file can be written to or does not exist.
 void requireReplaceable(const fs::path& file)
 {
     struct stat found {};
@@ -136,144 +227,9 @@ void requireReplaceable(const fs::path& file)
         throw std::system_error(lastSystemError());
 }
 
-} // namespace
-
-/// Holds a lock on the file, which tells it from the file of a killed process. Its members throw std::system_error.
-class StagedFile::Imp {
-public:
-    explicit Imp(fs::path file) : target(std::move(file))
-    {
-        struct stat original {};
-        const mode_t mode = ::stat(target.c_str(), &original) == 0 ? 0600 : 0666;
-        const fs::path folder = folderOf(target);
-        removeAbandoned(folder);
-        constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
-        for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
-            const fs::path fresh = newTemporaryName(folder);
-            descriptor = FileDescriptor(retried([&] { return ::open(fresh.c_str(), kFlags, mode); }));
-            if (!descriptor.isOpen() && errno == EEXIST)
-                continue;
-            if (!descriptor.isOpen())
-                throw std::system_error(lastSystemError());
-            name = fresh;
-            // Until it is locked, another process may remove it as the file of a killed process.
-            if (!isLockedByAnother(descriptor.get()) && isNameOf(fresh, descriptor.get()))
-                return;
-            remove();
-        }
-        throw std::system_error(std::make_error_code(std::errc::file_exists));
-    }
-    ~Imp() { remove(); }
-
-    void write(std::string_view bytes) const
-    {
-        while (!bytes.empty()) {
-            const ssize_t written = retried([&] { return ::write(descriptor.get(), bytes.data(), bytes.size()); });
-            if (written < 0)
-                throw std::system_error(lastSystemError());
-            if (written == 0)
-                throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
-            bytes.remove_prefix(static_cast<std::size_t>(written));
-        }
-    }
-
-    bool publish()
-    {
-        flush();
-        if (::link(name.c_str(), target.c_str()) != 0) {
-            if (errno == EEXIST)
-                return false;
-            throw std::system_error(lastSystemError());
-        }
-        remove();
-        flushFolder(folderOf(target));
-        return true;
-    }
-
-    void replaceTarget()
-    {
-        struct stat original {};
-        if (::stat(target.c_str(), &original) == 0)
-            copyAccess(original);
-        flush();
-        if (::rename(name.c_str(), target.c_str()) != 0)
-            throw std::system_error(lastSystemError());
-        name.clear();
-        flushFolder(folderOf(target));
-    }
-
-    fs::path target;
-    fs::path name;
-
-private:
-    void remove()
-    {
-        if (!name.empty())
-            static_cast<void>(::unlink(name.c_str())); // nothing more can be done about it
-        name.clear();
-    }
-
-    void copyAccess(const struct stat& original) const
-    {
-        // Only a privileged user can give a file to another user. Any other user becomes the owner of the file.
-        constexpr auto kSameUser = static_cast<uid_t>(-1);
-        const bool isOwnerKept = ::fchown(descriptor.get(), original.st_uid, original.st_gid) == 0 ||
-                                 ::fchown(descriptor.get(), kSameUser, original.st_gid) == 0;
-        static_cast<void>(isOwnerKept); // a file with a new owner is no failure
-        if (::fchmod(descriptor.get(), original.st_mode & 07777) != 0)
-            throw std::system_error(lastSystemError());
-    }
-
-    /// The file stays open, and so locked, until it has its final name. Closing it later reports nothing new.
-    void flush() const
-    {
-        if (retried([&] { return ::fsync(descriptor.get()); }) != 0)
-            throw std::system_error(lastSystemError());
-    }
-
-    FileDescriptor descriptor;
-};
-
-StagedFile::StagedFile(std::unique_ptr<Imp> imp) : imp_(std::move(imp))
+std::unique_ptr<StagedFileImp> StagedFileImp::create(const fs::path& target)
 {
-}
-
-StagedFile::StagedFile(StagedFile&& other) noexcept = default;
-StagedFile& StagedFile::operator=(StagedFile&& other) noexcept = default;
-StagedFile::~StagedFile() = default;
-
-Expected<StagedFile> StagedFile::create(const fs::path& target)
-{
-    return catchSystemError(kFailed, displayName(target), [&] { return StagedFile(std::make_unique<Imp>(target)); });
-}
-
-const fs::path& StagedFile::temporaryName() const
-{
-    return imp_->name;
-}
-
-Expected<void> StagedFile::write(std::string_view bytes)
-{
-    return catchSystemError(kFailed, displayName(imp_->target), [&] { imp_->write(bytes); });
-}
-
-Expected<bool> StagedFile::publish()
-{
-    return catchSystemError(kFailed, displayName(imp_->target), [&] { return imp_->publish(); });
-}
-
-Expected<void> StagedFile::replaceTarget()
-{
-    return catchSystemError(kFailed, displayName(imp_->target), [&] { imp_->replaceTarget(); });
-}
-
-Expected<fs::path> replaceableFile(const fs::path& file)
-{
-    return catchSystemError(kFailed, displayName(file), [&] {
-        fs::path target = followLinks(file);
-        requireReplaceable(target);
-        return target;
-    });
+    return std::make_unique<SystemStagedFile>(target);
 }
 
 } // namespace Embedded

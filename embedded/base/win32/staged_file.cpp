@@ -1,4 +1,4 @@
-#include "embedded/base/staged_file.h"
+#include "embedded/base/staged_file_imp.h"
 
 #include <windows.h>
 
@@ -16,7 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kMaxAttempts = 100;
-constexpr const char* kFailed = "cannot be written";
 
 /// The name does not contain the target's, which may be as long as the folder allows.
 fs::path newTemporaryName(const fs::path& folder)
@@ -25,8 +24,71 @@ fs::path newTemporaryName(const fs::path& folder)
     return folder / (".saving-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(counter++) + ".tmp");
 }
 
-/// The file that a link leads to.
-fs::path followLinks(const fs::path& file)
+class SystemStagedFile final : public StagedFileImp {
+public:
+    explicit SystemStagedFile(const fs::path& file) : StagedFileImp(file)
+    {
+        const fs::path folder = systemPath(target_).parent_path();
+        constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE; // SQLite may fill the file
+        for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
+            const fs::path fresh = newTemporaryName(folder);
+            handle_ = FileHandle(
+                CreateFileW(fresh.c_str(), GENERIC_WRITE, kAll, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+            if (handle_.isOpen()) {
+                name_ = fresh;
+                return;
+            }
+            if (GetLastError() != ERROR_FILE_EXISTS)
+                break;
+        }
+        throw std::system_error(lastSystemError());
+    }
+    ~SystemStagedFile() override
+    {
+        handle_.close();
+        if (!name_.empty())
+            static_cast<void>(DeleteFileW(name_.c_str())); // nothing more can be done about it
+    }
+
+    void write(std::string_view bytes) override
+    {
+        constexpr std::size_t kMostAtOnce = std::size_t{64} * 1024 * 1024;
+        while (!bytes.empty()) {
+            DWORD written = 0;
+            const auto length = static_cast<DWORD>(std::min(bytes.size(), kMostAtOnce));
+            if (WriteFile(handle_.get(), bytes.data(), length, &written, nullptr) == 0)
+                throw std::system_error(lastSystemError());
+            if (written == 0)
+                throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
+            bytes.remove_prefix(written);
+        }
+    }
+
+    bool publish() override { return move(0); }
+    void replaceTarget() override { static_cast<void>(move(MOVEFILE_REPLACE_EXISTING)); } // true with this flag
+
+private:
+    /// Returns false if the target exists and may not be replaced.
+    bool move(DWORD flags)
+    {
+        if (FlushFileBuffers(handle_.get()) == 0)
+            throw std::system_error(lastSystemError());
+        handle_.close();
+        if (MoveFileExW(name_.c_str(), systemPath(target_).c_str(), MOVEFILE_WRITE_THROUGH | flags) == 0) {
+            if (GetLastError() == ERROR_ALREADY_EXISTS || GetLastError() == ERROR_FILE_EXISTS)
+                return false;
+            throw std::system_error(lastSystemError());
+        }
+        name_.clear();
+        return true;
+    }
+
+    FileHandle handle_;
+};
+
+} // namespace
+
+fs::path followLinks(fs::path file)
 {
     const fs::path name = systemPath(file);
     const DWORD attributes = GetFileAttributesW(name.c_str());
@@ -42,7 +104,6 @@ fs::path followLinks(const fs::path& file)
     return target.empty() ? name : fs::path(target);
 }
 
-/// Throws std::system_error unless the file can be written to or does not exist.
 void requireReplaceable(const fs::path& file)
 {
     if (file.wstring().starts_with(LR"(\\.\)")) // a device, such as NUL
@@ -58,114 +119,9 @@ void requireReplaceable(const fs::path& file)
     }
 }
 
-} // namespace
-
-/// Its members throw std::system_error.
-class StagedFile::Imp {
-public:
-    explicit Imp(fs::path file) : target(std::move(file))
-    {
-        const fs::path folder = systemPath(target).parent_path();
-        constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE; // SQLite may fill the file
-        for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
-            const fs::path fresh = newTemporaryName(folder);
-            handle = FileHandle(
-                CreateFileW(fresh.c_str(), GENERIC_WRITE, kAll, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-            if (handle.isOpen()) {
-                name = fresh;
-                return;
-            }
-            if (GetLastError() != ERROR_FILE_EXISTS)
-                break;
-        }
-        throw std::system_error(lastSystemError());
-    }
-    ~Imp()
-    {
-        handle.close();
-        if (!name.empty())
-            static_cast<void>(DeleteFileW(name.c_str())); // nothing more can be done about it
-    }
-
-    void write(std::string_view bytes) const
-    {
-        constexpr std::size_t kMostAtOnce = std::size_t{64} * 1024 * 1024;
-        while (!bytes.empty()) {
-            DWORD written = 0;
-            const auto length = static_cast<DWORD>(std::min(bytes.size(), kMostAtOnce));
-            if (WriteFile(handle.get(), bytes.data(), length, &written, nullptr) == 0)
-                throw std::system_error(lastSystemError());
-            if (written == 0)
-                throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
-            bytes.remove_prefix(written);
-        }
-    }
-
-    bool publish() { return move(0); }
-    void replaceTarget() { static_cast<void>(move(MOVEFILE_REPLACE_EXISTING)); } // true with this flag
-
-    fs::path target;
-    fs::path name;
-
-private:
-    /// Returns false if the target exists and may not be replaced.
-    bool move(DWORD flags)
-    {
-        if (FlushFileBuffers(handle.get()) == 0)
-            throw std::system_error(lastSystemError());
-        handle.close();
-        if (MoveFileExW(name.c_str(), systemPath(target).c_str(), MOVEFILE_WRITE_THROUGH | flags) == 0) {
-            if (GetLastError() == ERROR_ALREADY_EXISTS || GetLastError() == ERROR_FILE_EXISTS)
-                return false;
-            throw std::system_error(lastSystemError());
-        }
-        name.clear();
-        return true;
-    }
-
-    FileHandle handle;
-};
-
-StagedFile::StagedFile(std::unique_ptr<Imp> imp) : imp_(std::move(imp))
+std::unique_ptr<StagedFileImp> StagedFileImp::create(const fs::path& target)
 {
-}
-
-StagedFile::StagedFile(StagedFile&& other) noexcept = default;
-StagedFile& StagedFile::operator=(StagedFile&& other) noexcept = default;
-StagedFile::~StagedFile() = default;
-
-Expected<StagedFile> StagedFile::create(const fs::path& target)
-{
-    return catchSystemError(kFailed, displayName(target), [&] { return StagedFile(std::make_unique<Imp>(target)); });
-}
-
-const fs::path& StagedFile::temporaryName() const
-{
-    return imp_->name;
-}
-
-Expected<void> StagedFile::write(std::string_view bytes)
-{
-    return catchSystemError(kFailed, displayName(imp_->target), [&] { imp_->write(bytes); });
-}
-
-Expected<bool> StagedFile::publish()
-{
-    return catchSystemError(kFailed, displayName(imp_->target), [&] { return imp_->publish(); });
-}
-
-Expected<void> StagedFile::replaceTarget()
-{
-    return catchSystemError(kFailed, displayName(imp_->target), [&] { imp_->replaceTarget(); });
-}
-
-Expected<fs::path> replaceableFile(const fs::path& file)
-{
-    return catchSystemError(kFailed, displayName(file), [&] {
-        fs::path target = followLinks(file);
-        requireReplaceable(target);
-        return target;
-    });
+    return std::make_unique<SystemStagedFile>(target);
 }
 
 } // namespace Embedded

@@ -40,7 +40,7 @@ TEST(SystemPath, OfAFileInTheWorkingFolder_IsFull)
     EXPECT_EQ(systemPath(L"a.qedb").wstring(), LR"(\\?\)" + (std::filesystem::current_path() / "a.qedb").wstring());
 }
 
-TEST(SystemPath, OfADevice_SaysSo)
+TEST(SystemPath, OfADevice_HasItsPrefix)
 {
     EXPECT_EQ(systemPath(L"NUL").wstring(), LR"(\\.\NUL)");
 }
@@ -51,7 +51,7 @@ TEST(SystemPath, LongerThanTheSystemsUsualNames_IsWhole)
     EXPECT_EQ(systemPath(name).wstring(), LR"(\\?\)" + name);
 }
 
-TEST(SystemPath, OfNothing_IsNothing)
+TEST(SystemPath, OfAnEmptyName_IsEmpty)
 {
     EXPECT_EQ(systemPath(L"").wstring(), L"");
 }

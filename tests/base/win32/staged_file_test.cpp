@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(ReplacedFile, ThatAnotherProgramHasToItself_StaysWhole)
+TEST_F(ReplacedFile, OpenedExclusivelyByAnotherProgram_StaysWhole)
 {
     writeFile(file, "old");
     {
@@ -45,7 +45,7 @@ TEST_F(ReplacedFile, ThatIsWriteProtected_StaysWholeAndProtected)
     EXPECT_EQ(folder.names(), Names{"a.txt"});
 }
 
-TEST_F(ReplacedFile, BelowAFile_IsNowhere)
+TEST_F(ReplacedFile, BelowAFile_IsRefused)
 {
     writeFile(file, "old");
     expectRefusal(file / "b.txt", "No such file or directory");

@@ -85,7 +85,7 @@ TEST_F(RegistryProcesses, AReaderSeesEachValueWholeWhileAnotherProcessReplacesIt
     EXPECT_EQ(textOf(key, L"a"), ended(text + L"139"));
 }
 
-TEST_F(RegistryProcesses, WhatAnotherProcessWroteIsSeenThroughAHandleOpenedBefore)
+TEST_F(RegistryProcesses, OpenHandle_SeesWhatAnotherProcessWrites)
 {
     const OpenKey key = created();
     EXPECT_EQ(answerOfChild([&] { return std::to_string(set(key, L"a", L"from the child")); }), "0");
@@ -128,7 +128,7 @@ TEST_F(RegistryProcesses, AWriterThatIsKilledLeavesWhatItReportedAndAtMostOneMor
     EXPECT_EQ(set(key, L"after", L"it"), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryProcesses, AFileThatMayNotBeWrittenAnswersThatAccessIsDenied)
+TEST_F(RegistryProcesses, ReadOnlyFile_ReturnsAccessDenied)
 {
     {
         const OpenKey key = created();
@@ -148,7 +148,7 @@ TEST_F(RegistryProcesses, AFileThatMayNotBeWrittenAnswersThatAccessIsDenied)
 }
 
 // SQLite puts its journal there.
-TEST_F(RegistryProcesses, AFolderThatMayNotBeWrittenAnswersThatAccessIsDenied)
+TEST_F(RegistryProcesses, ReadOnlyFolder_ReturnsAccessDenied)
 {
     {
         const OpenKey key = created();
@@ -169,7 +169,7 @@ TEST_F(RegistryProcesses, AFolderThatMayNotBeWrittenAnswersThatAccessIsDenied)
     EXPECT_EQ(onDisk(), before);
 }
 
-TEST_F(RegistryProcesses, AFileThatMayNotBeReadAnswersThatAccessIsDenied)
+TEST_F(RegistryProcesses, UnreadableFile_ReturnsAccessDenied)
 {
     created();
     ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);

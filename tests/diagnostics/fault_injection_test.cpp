@@ -1,27 +1,16 @@
+#include "embedded/diagnostics/fault_injection.h"
+
 #include <gtest/gtest.h>
 
 #include <new>
 #include <optional>
 #include <stdexcept>
 
-#include "embedded/diagnostics/fault_injection.h"
-#include "embedded/diagnostics/resource_counters.h"
-
+namespace Tests {
 namespace {
 
 using namespace Embedded;
 using Calls = std::vector<std::string>;
-
-TEST(ResourceCounters, TheDifferenceNamesWhatIsHeldBeyond)
-{
-    const ResourceCounts before = ResourceCounters::now();
-    ResourceCounters::add(ResourceKind::openObject, 2);
-    ResourceCounters::add(ResourceKind::resbuf);
-    EXPECT_EQ(ResourceCounters::difference(before, ResourceCounters::now()), "2 open objects, 1 resbuf");
-    ResourceCounters::remove(ResourceKind::openObject, 2);
-    ResourceCounters::remove(ResourceKind::resbuf);
-    EXPECT_EQ(ResourceCounters::difference(before, ResourceCounters::now()), "");
-}
 
 TEST(FaultInjection, NothingFailsUnlessArmed)
 {
@@ -70,7 +59,7 @@ TEST(FaultInjection, ACallCanFailByAnException)
 {
     const ScopedFault fault({.call = {}, .occurrence = 2, .code = {}, .throws = true});
     EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
-    EXPECT_THROW(static_cast<void>(FaultInjection::injectedFailure("b", 7)), std::bad_alloc); // there is no answer
+    EXPECT_THROW(static_cast<void>(FaultInjection::injectedFailure("b", 7)), std::bad_alloc); // it throws
     EXPECT_EQ(FaultInjection::injectedFailure("c", 7), std::nullopt);
     EXPECT_EQ(FaultInjection::failedCalls(), 1U);
 }
@@ -80,7 +69,7 @@ TEST(FaultInjection, CallsBeyondTheLimitAreCutOff)
     const ScopedFault fault({.call = "none", .occurrence = 1, .code = {}, .limit = 2});
     EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
     EXPECT_EQ(FaultInjection::injectedFailure("b", 7), std::nullopt);
-    EXPECT_THROW(static_cast<void>(FaultInjection::injectedFailure("c", 7)), std::runtime_error); // there is no answer
+    EXPECT_THROW(static_cast<void>(FaultInjection::injectedFailure("c", 7)), std::runtime_error); // it throws
 }
 
 TEST(FaultInjection, WatchingRecordsAndFailsNothing)
@@ -110,3 +99,4 @@ TEST(FaultInjection, AnObserverHearsOfEachCallAndMayThrow)
 }
 
 } // namespace
+} // namespace Tests
