@@ -1,5 +1,4 @@
 #include <new>
-#include <optional>
 
 #include "storage/unusual_definitions.h"
 #include "storage_version_test.h"
@@ -247,93 +246,6 @@ TEST_F(StorageVersionFailures, WktThatCannotBeWritten_IsNoFailure)
     EXPECT_EQ(status, 0);
     EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}}));
     EXPECT_EQ(drawing.geoDataText(), L"");
-}
-
-/// Each platform call of the operation failing, one after the other, on a drawing made anew each time.
-class EachFailingCall : public StorageVersionTest {
-protected:
-    using Outcome = std::optional<Qeapp::ErrorStatus>; // nothing: std::bad_alloc
-
-    Outcome applyAndCatch(int version)
-    {
-        try {
-            return apply(version);
-        } catch (const std::bad_alloc&) {
-            return std::nullopt;
-        }
-    }
-
-    /// Until the operation makes no further call. `give` fills the drawing.
-    template <class Give>
-    void failEachCall(int version, const Give& give)
-    {
-        std::size_t number = 1;
-        for (; failCall(number, version, give); ++number) {
-        }
-        EXPECT_GT(number, 10U);
-    }
-
-    template <class Give>
-    bool failCall(std::size_t number, int version, const Give& give)
-    {
-        drawing = Drawing();
-        give();
-        const auto before = drawing.contents();
-        const auto held = Embedded::ResourceCounters::now();
-        status = kUntouched;
-        FaultInjection::arm({.call = "", .occurrence = number, .code = {}});
-        const Outcome outcome = applyAndCatch(version);
-        FaultInjection::disarm();
-        if (FaultInjection::failedCalls() == 0)
-            return false;
-        SCOPED_TRACE("call " + std::to_string(number) + ", " + FaultInjection::seen().at(number - 1));
-        EXPECT_EQ(Embedded::ResourceCounters::difference(held, Embedded::ResourceCounters::now()), "");
-        EXPECT_EQ(log, Notices());
-        expectRule(outcome, version, before);
-        return true;
-    }
-
-    /// Success reports 0; a failure either came before the removal was committed, or left at most the legacy code.
-    void expectRule(Outcome outcome, int version, const std::string& before) const
-    {
-        if (outcome == Qeapp::eOk) {
-            EXPECT_EQ(status, 0);
-            return;
-        }
-        if (outcome) {
-            EXPECT_TRUE(status == kUntouched || status == 52) << status;
-        }
-        if (drawing.contents() == before)
-            return;
-        EXPECT_EQ(drawing.geoDataText().value_or(L""), L"");
-        EXPECT_EQ(drawing.xrecord(), std::nullopt);
-        EXPECT_TRUE(version < 30 || !drawing.legacyChain());
-    }
-};
-
-TEST_F(EachFailingCall, FromTextToTheLegacyForms)
-{
-    failEachCall(29, [this] { giveSystem(L"EPSG:25832"); });
-}
-
-TEST_F(EachFailingCall, FromAllFormsToTheLegacyForms)
-{
-    failEachCall(29, [this] { giveAllForms(L"EPSG:25832"); });
-}
-
-TEST_F(EachFailingCall, FromAllFormsToText)
-{
-    failEachCall(30, [this] { giveAllForms(L"EPSG:25832"); });
-}
-
-TEST_F(EachFailingCall, FromALegacyCodeAloneToText)
-{
-    failEachCall(33, [this] { drawing.withLegacyCode(L"EPSG:25832"); });
-}
-
-TEST_F(EachFailingCall, FromNothingToNothing)
-{
-    failEachCall(29, [] {});
 }
 
 } // namespace
