@@ -9,7 +9,7 @@ namespace {
 using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
-/// A result that no host call has for itself.
+/// A result that no host call returns by itself.
 constexpr int kPlanned = 999;
 
 class StorageVersionFailures : public StorageVersionTest {
@@ -21,7 +21,7 @@ protected:
         EXPECT_EQ(FaultInjection::failedCalls(), 1U) << call;
         return result;
     }
-    /// The operation fails while it reads or clears: the drawing is as it was.
+    /// Expects that the operation fails while it reads or clears, and that the drawing is unchanged.
     void expectUnchanged(const char* call, int version, int expectedStatus)
     {
         const auto before = drawing.contents();
@@ -64,7 +64,7 @@ TEST_F(StorageVersionFailures, UnreadableText_IsInvalidInputAndChangesNothing)
     }
 }
 
-// What passes through is neither a result nor a status.
+// An exception has no result and no library status.
 TEST_F(StorageVersionFailures, ExceptionWhileReading_ReportsStatusZeroAndChangesNothing)
 {
     giveSystem(L"EPSG:25832");
@@ -78,7 +78,7 @@ TEST_F(StorageVersionFailures, ExceptionWhileReading_ReportsStatusZeroAndChanges
     }
 }
 
-// The reading reports 52 into the status that this function follows, so that the caller's is left alone.
+// The reading reports 52 into the status that this function tracks, so the caller's is unchanged.
 TEST_F(StorageVersionFailures, HostFailureWhileReading_IsPassedOnAndLeavesTheStatus)
 {
     giveSystem(L"EPSG:25832");
@@ -151,7 +151,7 @@ TEST_F(StorageVersionFailures, TextThatCannotBeSerialized_IsInvalidInputAndLeave
     }
 }
 
-// Writing the legacy forms begins with status 52, so that a failure leaves the caller's alone.
+// Writing the legacy forms begins with status 52, so a failure does not change the caller's.
 TEST_F(StorageVersionFailures, CodeThatCannotBeRead_IsInvalidInputAndLeavesTheDrawingWithoutAForm)
 {
     giveSystem(L"EPSG:25832");
@@ -160,7 +160,7 @@ TEST_F(StorageVersionFailures, CodeThatCannotBeRead_IsInvalidInputAndLeavesTheDr
     expectNoForm();
 }
 
-// No reader of the legacy record would find a system of that code again.
+// Readers of the legacy record treat that code as none.
 TEST_F(StorageVersionFailures, CodeThatReadersTakeForNone_IsInvalidInputInTheLegacyForms)
 {
     giveText(userSystem(L"."));

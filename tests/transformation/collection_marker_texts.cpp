@@ -3,7 +3,7 @@
 namespace Tests {
 namespace {
 
-// Texts that hold no item, but perhaps the tags of one.
+// Texts without an item, some with a tag of one.
 const CollectionTextCase kMarkerTexts[] = {
     {"Empty", L"", {}},
     {"OneBlank", L" ", {}},

@@ -3,7 +3,7 @@
 namespace Tests {
 namespace {
 
-// One element, with this and that around it.
+// One element with other text around it.
 const CollectionTextCase kSingleTexts[] = {
     {"One",
      L"<Item><SourceCs>s1</SourceCs><TargetCs>t1</TargetCs><Name>n1</Name><Type>1</Type><Note></Note></Item>",

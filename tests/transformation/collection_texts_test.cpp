@@ -1,4 +1,4 @@
-// Reading configuration texts, and writing them again.
+// Reads configuration texts and writes them again.
 #include "support/case_name.h"
 #include "support/platform_test.h"
 #include "transformation/collection_texts.h"

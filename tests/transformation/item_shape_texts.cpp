@@ -3,7 +3,7 @@
 namespace Tests {
 namespace {
 
-// What stands around an element, and its two tags.
+// The text around an element, and its two tags.
 constexpr ItemTextCase kShapeTexts[] = {
     {"Empty", L"", kUntouched},
     {"OneBlank", L" ", kUntouched},

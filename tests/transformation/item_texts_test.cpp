@@ -1,4 +1,4 @@
-// Reading the text of one item.
+// Reads the text of one item.
 #include <algorithm>
 
 #include "support/case_name.h"
@@ -188,7 +188,7 @@ TEST_F(ItemReading, ASecondTextReplacesWhatTheFirstGave)
     EXPECT_EQ(fieldsOf(*item), expected);
 }
 
-// The field that holds the text is overwritten while the others are still to be taken from it.
+// The field with the text is overwritten before the other fields are read from it.
 TEST_F(ItemReading, TheTextMayBeTheItemsOwnSource)
 {
     const std::wstring source(100, L'a');

@@ -3,7 +3,7 @@
 namespace Tests {
 namespace {
 
-// What stands in the type.
+// The values of the type.
 constexpr ItemTextCase kTypeTexts[] = {
     {"TypeEmpty",
      L"<Item><SourceCs>a</SourceCs><TargetCs>b</TargetCs><Name>c</Name><Type></Type><Note>d</Note></Item>",

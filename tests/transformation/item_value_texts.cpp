@@ -3,7 +3,7 @@
 namespace Tests {
 namespace {
 
-// What stands in the other fields.
+// The values of the other fields.
 constexpr ItemTextCase kValueTexts[] = {
     {"AllValuesEmpty",
      L"<Item><SourceCs></SourceCs><TargetCs></TargetCs><Name></Name><Type></Type><Note></Note></Item>",
