@@ -1,4 +1,4 @@
-// How a symbol crosses a shared library's border. Each platform library defines its own macro from these two.
+// The export and import of symbols of shared libraries. Each platform library defines its own macro from these two.
 #pragma once
 
 #if defined(_WIN32)

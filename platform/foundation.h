@@ -1,5 +1,5 @@
 // The foundation object library: reference-counted objects and collections of them.
-// One of the four headers through which the module meets its platform.
+// One of the four headers of the platform that the module includes.
 #pragma once
 
 #include "foundation/disposable.h"

@@ -1,5 +1,5 @@
 // The CAD host: drawing databases, the runtime, documents, allocators and result buffers.
-// One of the four headers through which the module meets its platform.
+// One of the four headers of the platform that the module includes.
 #pragma once
 
 #include "host/application.h"

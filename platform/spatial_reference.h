@@ -1,5 +1,5 @@
 // The spatial-reference library: definitions, arrays, streams, WKT, operations.
-// One of the four headers through which the module meets its platform.
+// One of the four headers of the platform that the module includes.
 #pragma once
 
 #include "spatial_reference/definition.h"

@@ -1,5 +1,5 @@
 // The Win32 calls that the module makes: the system's own on Windows, a stand-in of the same names elsewhere.
-// One of the four headers through which the module meets its platform.
+// One of the four headers of the platform that the module includes.
 #pragma once
 
 #if defined(_WIN32)
@@ -91,18 +91,19 @@ inline constexpr REGSAM KEY_WRITE = 0x20006;
 inline constexpr int _SH_DENYNO = 0x40;
 extern WIN32_STANDIN_API const HKEY HKEY_CURRENT_USER;
 
-// What the stand-in cannot do as Windows does, it refuses as Windows refuses what it cannot do.
+// The stand-in refuses what it does not implement with an error that Windows itself returns.
 extern "C" {
-/// From "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}" to its 16 bytes; CO_E_CLASSSTRING for anything else.
+/// Converts "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}" to its 16 bytes. CO_E_CLASSSTRING for any other text.
 WIN32_STANDIN_API HRESULT CLSIDFromString(const wchar_t* text, CLSID* clsid);
-/// The text in upper case; released with CoTaskMemFree.
+/// Returns the text in upper case. The caller releases it with CoTaskMemFree.
 WIN32_STANDIN_API HRESULT StringFromCLSID(const CLSID& clsid, wchar_t** text);
 WIN32_STANDIN_API void CoTaskMemFree(void* memory);
 
 WIN32_STANDIN_API BOOL DisableThreadLibraryCalls(HMODULE module);
 
-/// For code page 65001 without flags, each ill-formed sequence becoming U+FFFD; any other answers 0, which is failure.
-/// `length` -1 takes the text up to and with its NUL; `outputLength` 0 answers the length needed.
+/// Converts text for code page 65001 without flags; each ill-formed sequence becomes U+FFFD. Returns 0, which is
+/// failure, for any other code page or flag. `length` -1 means the text up to its NUL, which is included.
+/// `outputLength` 0 returns the length needed.
 WIN32_STANDIN_API int MultiByteToWideChar(UINT codePage, DWORD flags, const char* text, int length, wchar_t* output,
                                           int outputLength);
 WIN32_STANDIN_API int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int length, char* output,
@@ -123,15 +124,16 @@ WIN32_STANDIN_API LSTATUS RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DW
                                         DWORD* type, BYTE* data, DWORD* lengthInBytes);
 WIN32_STANDIN_API LSTATUS RegDeleteValueW(HKEY key, const wchar_t* name);
 
-/// CSIDL_LOCAL_APPDATA only: the user's data folder into `path`, which takes 260 characters.
+/// Supports only CSIDL_LOCAL_APPDATA: copies the user's data folder into `path`, which has room for 260 characters.
 WIN32_STANDIN_API BOOL SHGetSpecialFolderPathW(HWND owner, wchar_t* path, int folder, BOOL create);
 
 WIN32_STANDIN_API int _wcsicmp(const wchar_t* left, const wchar_t* right);
 WIN32_STANDIN_API int _wcsnicmp(const wchar_t* left, const wchar_t* right, std::size_t count);
-/// 0 and the value's length with its NUL in `required`, 0 without such a variable; ERANGE when it does not fit.
+/// Returns 0, with the value's length and its NUL in `required`, or with `required` 0 when there is no such variable.
+/// Returns ERANGE when the value does not fit.
 WIN32_STANDIN_API errno_t _wgetenv_s(std::size_t* required, wchar_t* buffer, std::size_t characters,
                                      const wchar_t* name);
-/// Opens a file as the C runtime does, without locks on it; a mode without "b" ends lines with CR LF on disk.
+/// Opens a file as the C runtime does, without a lock. A mode without "b" writes lines that end with CR LF.
 WIN32_STANDIN_API std::FILE* _wfsopen(const wchar_t* path, const wchar_t* mode, int sharing);
 }
 

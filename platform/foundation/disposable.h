@@ -4,11 +4,11 @@
 #include "../export.h"
 
 #if defined(_WIN32)
-#undef GetClassName // a macro of the system's that would rename the class's own operation
+#undef GetClassName // a macro of the system that would rename the operation below
 #endif
 
-/// The root: an object that can say what class it is. The texts are literals of the class and live as long as the
-/// program.
+/// The root of the library: an object that knows its class. The texts are literals and valid as long as the program
+/// runs.
 class FQCORE_API FqObject {
 public:
     virtual int GetClassId();
@@ -26,10 +26,10 @@ class FQCORE_API FqDisposable : public FqObject {
 public:
     virtual int GetRefCount() = 0;
     virtual int AddRef() = 0;
-    /// Drops a reference; with the last one the object is disposed.
+    /// Releases a reference. The release of the last one disposes the object.
     virtual int Release() = 0;
-    /// Whether the last reference disposes the object, as it does at the start. With the flag off its maker destroys
-    /// it.
+    /// Whether the release of the last reference disposes the object, as it does by default. With the flag off the code
+    /// that made the object destroys it.
     virtual void SetRefCountFlag(bool disposesItself) = 0;
 
 protected:
@@ -38,7 +38,7 @@ protected:
     virtual void Dispose() = 0;
 };
 
-/// The count itself: 1 at the start, for the maker.
+/// The reference count. It starts at 1, for the code that makes the object.
 class FQCORE_API FqGuardDisposable : public FqDisposable {
 public:
     int GetRefCount() override;

@@ -3,15 +3,15 @@
 
 #include "disposable.h"
 
-/// Holds a reference to each of its items. To be derived from by the class that is to be instantiated.
+/// Holds a reference to each of its items. Derive from it a class that can be instantiated.
 class FQCORE_API FqDisposableCollection : public FqGuardDisposable {
 public:
-    /// Appends the item and adds a reference; returns its index, or -1 for null.
+    /// Appends the item and adds a reference. Returns its index, or -1 for null.
     virtual int Add(FqDisposable* item);
     /// Releases every item.
     virtual void Clear();
     virtual int GetCount();
-    /// The item with a reference added for the caller, who releases it; null out of range.
+    /// The item, with a reference added that the caller releases. Null out of range.
     virtual FqDisposable* GetItem(int index);
 
 protected:

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-/// Owns one reference. Constructing it from a raw pointer takes over the reference that the pointer came with.
+/// Owns one reference. The constructor from a raw pointer takes over a reference and adds none.
 template <class T>
 class Ptr {
 public:
@@ -30,7 +30,7 @@ public:
     T* operator->() const { return object_; }
     T& operator*() const { return *object_; }
     explicit operator bool() const { return object_ != nullptr; }
-    /// Hands the reference to the caller.
+    /// Passes the reference to the caller.
     T* Detach() { return std::exchange(object_, nullptr); }
 
 private:

@@ -8,10 +8,10 @@
 
 class QeDbTransactionManager;
 
-struct QeDbDatabaseImp; // the host's own
+struct QeDbDatabaseImp; // internal to the host
 
 namespace QeDb {
-/// Drawing formats, oldest first. Any number from kOldestDwg to kCurrentDwg is a format of its own.
+/// Drawing versions, oldest first. Every number from kOldestDwg to kCurrentDwg is a version.
 enum QeDbDwgVersion : int { kOldestDwg = 21, kGeoDataTextDwg = 30, kCurrentDwg = 33 };
 } // namespace QeDb
 
@@ -23,18 +23,18 @@ public:
     QeDbDatabase(const QeDbDatabase&) = delete;
     QeDbDatabase& operator=(const QeDbDatabase&) = delete;
 
-    /// Each opens its object; on eOk the caller closes it, otherwise the pointer is null.
+    /// Each opens an object. On eOk the caller closes it, otherwise the pointer is null.
     Qeapp::ErrorStatus getNamedObjectsDictionary(QeDbDictionary*& dictionary, QeDb::OpenMode mode = QeDb::kForRead);
     Qeapp::ErrorStatus getRegAppTable(QeDbRegAppTable*& table, QeDb::OpenMode mode = QeDb::kForRead);
     Qeapp::ErrorStatus getBlockTable(QeDbBlockTable*& table, QeDb::OpenMode mode = QeDb::kForRead);
 
-    /// Never null; owned by the database.
+    /// Never null. The database owns it.
     QeDbTransactionManager* transactionManager() const;
 
-    /// The format that the drawing was last loaded from or saved in.
+    /// The version that the drawing was last loaded from or saved in.
     QeDb::QeDbDwgVersion drawingVersion() const;
 
-    /// The host's own record of the drawing; of no use to clients.
+    /// The host's internal record of the drawing. Clients do not use it.
     QeDbDatabaseImp& imp() const { return *imp_; }
 
 private:

@@ -1,11 +1,11 @@
-// What runs when a drawing is saved in another drawing format.
+// The reactors that the host calls when it saves a drawing in another drawing version.
 #pragma once
 
 #include "../export.h"
 #include "database.h"
 #include "error_status.h"
 
-/// Records that a save cannot be done, by its code.
+/// Records the error of a save that fails.
 class QEHOST_API QeDbSaveErrorRecorder {
 public:
     virtual Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code) = 0;
@@ -14,7 +14,7 @@ protected:
     ~QeDbSaveErrorRecorder() = default;
 };
 
-/// The same with a message for the user.
+/// Records the error with a message for the user.
 class QEHOST_API QeDbSaveErrorMessageRecorder {
 public:
     virtual Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code, const wchar_t* message) = 0;
@@ -23,16 +23,16 @@ protected:
     ~QeDbSaveErrorMessageRecorder() = default;
 };
 
-/// Turns what its owner keeps in a drawing into the form that the drawing format to be saved in knows. Reactors belong
-/// to their clients, which delete them as the class that they made.
+/// Rewrites its client's objects in a drawing in the form of the drawing version to be saved. A client owns its
+/// reactors and deletes each through the class that it made.
 class QEHOST_API QeDbDecompositionReactor {
 public:
-    /// Called before the drawing is written. Either recorder may be null. Any result but eOk ends the save.
+    /// Called before the drawing is written. Either recorder may be null. Any result except eOk ends the save.
     virtual Qeapp::ErrorStatus decomposeForSave(QeDbDatabase* database, QeDb::QeDbDwgVersion version,
                                                 QeDbSaveErrorRecorder* errors, QeDbSaveErrorMessageRecorder* messages);
-    /// After the drawing was written.
+    /// Called after the drawing is written.
     virtual void saveCompleted(QeDbDatabase* database, QeDb::QeDbDwgVersion version);
-    /// After the save was given up.
+    /// Called after the save is aborted.
     virtual void saveAborted(QeDbDatabase* database, QeDb::QeDbDwgVersion version);
 
 protected:
@@ -43,9 +43,9 @@ protected:
 class QEHOST_API QeDbDecompositionManager {
 public:
     virtual ~QeDbDecompositionManager();
-    /// eInvalidInput for null, eDuplicateKey for a reactor that is registered already.
+    /// Returns eInvalidInput for null, eDuplicateKey for a reactor that is already registered.
     virtual Qeapp::ErrorStatus addReactor(QeDbDecompositionReactor* reactor) = 0;
-    /// eKeyNotFound for a reactor that is not registered.
+    /// Returns eKeyNotFound for a reactor that is not registered.
     virtual Qeapp::ErrorStatus removeReactor(QeDbDecompositionReactor* reactor) = 0;
 };
 

@@ -5,15 +5,15 @@
 
 #include "object.h"
 
-/// Walks a dictionary's entries in key order. Made by QeDbDictionary::newIterator, deleted by the caller; it walks the
-/// entries as they were when it was made, and does not keep the dictionary open.
+/// Walks a dictionary's entries in key order. QeDbDictionary::newIterator makes it and the caller deletes it. It walks
+/// the entries that the dictionary had when the iterator was made, and does not keep the dictionary open.
 class QEHOST_API QeDbDictionaryIterator {
 public:
     virtual ~QeDbDictionaryIterator();
     virtual bool done() const = 0;
-    /// Moves to the next entry; false when there is none.
+    /// Moves to the next entry. False when there is none.
     virtual bool next() = 0;
-    /// The current entry's key; valid until the iterator moves or is deleted. Empty when done.
+    /// The current entry's key, valid until the iterator moves or is deleted. Empty when done.
     virtual const wchar_t* name() const = 0;
     /// Null when done.
     virtual QeDbObjectId objectId() const = 0;
@@ -21,13 +21,13 @@ public:
     virtual Qeapp::ErrorStatus getObject(QeDbObject*& object, QeDb::OpenMode mode = QeDb::kForRead) const = 0;
 };
 
-/// Named objects, owned by the dictionary. Keys are compared exactly and kept in the order of their code units.
+/// Owns named objects. Keys are compared exactly and sorted by their code units.
 class QEHOST_API QeDbDictionary : public QeDbObject {
 public:
     QERX_DECLARE_CLASS();
     QeDbDictionary();
 
-    /// On eOk `id` is the entry's object; otherwise it is null and the result is eKeyNotFound or eInvalidKey (null
+    /// On eOk `id` is the entry's object. Otherwise it is null and the result is eKeyNotFound or eInvalidKey (null
     /// key).
     Qeapp::ErrorStatus getAt(const wchar_t* key, QeDbObjectId& id) const;
     /// The same, and opens the object.
@@ -35,19 +35,19 @@ public:
     bool has(const wchar_t* key) const;
     std::uint32_t numEntries() const;
 
-    /// Adds a new dictionary or xrecord under the key. An entry already there is replaced: its object is erased. On eOk
-    /// the object is the database's own and stays open for write, for the caller to close, and `id` is its id; on
-    /// failure the object still belongs to the caller. eInvalidKey for a null or empty key, eAlreadyInDatabase,
-    /// eNotInDatabase (this dictionary is in none), eNotThatKindOfClass for an object that cannot be an entry,
-    /// eOpenForRead or eOpenForWrite while someone has the object open that would be replaced.
+    /// Adds a new dictionary or xrecord under the key. It replaces a former entry of that key, whose object is erased.
+    /// On eOk the database owns the object, which stays open for write until the caller closes it, and `id` is its id.
+    /// On failure the caller still owns the object. Returns eInvalidKey for a null or empty key, eAlreadyInDatabase,
+    /// eNotInDatabase (this dictionary is in no database), eNotThatKindOfClass for an object that cannot be an entry,
+    /// eOpenForRead or eOpenForWrite while the object of the former entry is open.
     Qeapp::ErrorStatus setAt(const wchar_t* key, QeDbObject* object, QeDbObjectId& id);
 
-    /// Takes the entry out and leaves its object in the database, without an owner and not erased. On eOk `id` is the
-    /// object; eKeyNotFound otherwise.
+    /// Removes the entry. Its object stays in the database, without an owner and not erased. On eOk `id` is the object;
+    /// otherwise the result is eKeyNotFound.
     Qeapp::ErrorStatus remove(const wchar_t* key, QeDbObjectId& id);
     Qeapp::ErrorStatus remove(const wchar_t* key);
     Qeapp::ErrorStatus remove(QeDbObjectId id);
 
-    /// A new iterator, at the first entry; null without memory or when the dictionary is not open.
+    /// A new iterator at the first entry. Null when memory is short or the dictionary is not open.
     QeDbDictionaryIterator* newIterator() const;
 };

@@ -3,8 +3,9 @@
 
 namespace Qeapp {
 
-/// What a host call came to. Every value but eOk is a failure that left things as they were, unless the call says
-/// otherwise. The numbers are part of the host's contract; clients may meet numbers that have no name here.
+/// The result of a host call. Every value except eOk is a failure after which nothing is changed, unless the call's
+/// comment says otherwise. The numbers are part of the host's contract. Clients can receive numbers that have no name
+/// here.
 enum [[nodiscard]] ErrorStatus : int{eOk = 0,
                                      eNotImplemented = 1,
                                      eNotApplicable = 2,

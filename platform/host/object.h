@@ -14,7 +14,7 @@ class QeDbDatabase;
 class QeDbObject;
 struct resbuf;
 
-// The host's own, which its clients never look into.
+// Internal to the host.
 struct QeDbObjectImp;
 struct QeDbObjectState;
 struct QeDbObjectRecord;
@@ -23,9 +23,9 @@ namespace QeDb {
 enum OpenMode : int { kForRead = 0, kForWrite = 1, kForNotify = 2 };
 } // namespace QeDb
 
-/// The identity of a database-resident object. A value; null by default. Valid for the life of its database, also
-/// after the object is erased; afterwards it can still be copied, compared and asked for its handle. The host counts
-/// the ids of an object, and keeps an object that has left the drawing for as long as there is one.
+/// The identity of a database-resident object, as a value that is null by default. It is valid as long as its database
+/// exists, also after the object is erased. After that it can still be copied and compared, and has its handle. The
+/// host counts the ids of an object, and keeps an object that is no longer in the drawing as long as there is one.
 class QEHOST_API QeDbObjectId {
 public:
     QeDbObjectId() = default;
@@ -45,7 +45,7 @@ public:
         if (record_ != nullptr)
             release(*std::exchange(record_, nullptr));
     }
-    /// The object's number in its drawing; 0 for the null id.
+    /// The object's number in its drawing. 0 for the null id.
     std::uint64_t handle() const;
     QeDbObjectRecord* record() const { return record_; }
     friend bool operator==(const QeDbObjectId&, const QeDbObjectId&) = default;
@@ -57,7 +57,7 @@ private:
     QeDbObjectRecord* record_ = nullptr;
 };
 
-/// Hears of changes of one object; owned by its client. Not told during undo.
+/// Is notified of changes to one object, but not during undo. Its client owns it.
 class QEHOST_API QeDbObjectReactor {
 public:
     virtual ~QeDbObjectReactor();
@@ -65,11 +65,11 @@ public:
     virtual void erased(const QeDbObject* object, bool erasing);
 };
 
-/// An object that can live in a database. New objects are not database-resident and are deleted by who made them; once
-/// added to a database they are its own, open for write, and are closed instead.
+/// An object that can be in a database. A new object is not database-resident, and its maker deletes it. After it is
+/// added to a database, the database owns it; it is open for write, and its maker closes it instead.
 ///
-/// Queries need the object open for read or write (or not resident); changes need it open for write (or not resident)
-/// and answer eNotOpenForWrite otherwise.
+/// Queries need the object open for read or write (or not resident). Changes need it open for write (or not resident)
+/// and otherwise return eNotOpenForWrite.
 class QEHOST_API QeDbObject : public QeRxObject {
 public:
     QERX_DECLARE_CLASS();
@@ -80,42 +80,43 @@ public:
     QeDbObjectId ownerId() const;
     QeDbDatabase* database() const;
 
-    /// Ends one open of the object; the pointer may not be used by that opener afterwards. eNotInDatabase for an
+    /// Ends one open of the object, whose opener must not use the pointer afterwards. Returns eNotInDatabase for an
     /// object that is not resident.
     Qeapp::ErrorStatus close();
-    /// From one reader to the writer; eOpenForRead when others read it too, eOpenForWrite for the writer.
+    /// Changes an open for read to an open for write. Returns eOpenForRead when others have the object open for read,
+    /// eOpenForWrite when it is already open for write.
     Qeapp::ErrorStatus upgradeOpen();
-    /// From the writer to a reader.
+    /// Changes an open for write to an open for read.
     Qeapp::ErrorStatus downgradeOpen();
-    /// Marks the object erased (or not); it is not saved but stays in the database, until the drawing is closed or,
-    /// when it has lost its place in the drawing, until nobody has it open or an id of it. eNotApplicable for what a
-    /// drawing cannot do without: its roots and model space. Unerasing answers eDuplicateKey when another object has
-    /// taken the place, eObjectErased when the object's creation was undone.
+    /// Marks the object erased (or not). An erased object is not saved but stays in the database until the drawing is
+    /// closed, or, when its owner no longer lists it, until nobody has it open or has an id of it. Returns
+    /// eNotApplicable for the objects that a drawing needs: its roots and model space. Unerasing returns eDuplicateKey
+    /// when another object has its place in the drawing, eObjectErased when the object's creation was undone.
     Qeapp::ErrorStatus erase(bool erasing = true);
 
     bool isErased() const;
     bool isReadEnabled() const;
     bool isWriteEnabled() const;
 
-    /// A copy of the extended data of one registered application, or of all for null; null when there is none. The
-    /// chain begins with the application's name (1001) and is released by the caller with qeutRelRb.
+    /// A copy of the extended data of one registered application, or of all for null. Null when there is none. The
+    /// chain begins with the application's name (1001), and the caller releases it with qeutRelRb.
     resbuf* xData(const wchar_t* appName = nullptr) const;
     /// Replaces the extended data of each application that the chain names. A name with nothing after it removes that
-    /// application's data. The chain is copied. eRegappNotRegistered for an application that the database does not
-    /// know, eInvalidResbuf for a chain that does not begin with 1001, holds a code below 1000 or chunk over 127 bytes,
-    /// eNotInDatabase for an object that is not resident.
+    /// application's data. The chain is copied. Returns eRegappNotRegistered for an application that is not registered
+    /// in the database, eInvalidResbuf for a chain that does not begin with 1001 or has a code below 1000 or a chunk
+    /// over 127 bytes, eNotInDatabase for an object that is not resident.
     Qeapp::ErrorStatus setXData(const resbuf* chain);
 
     void addReactor(QeDbObjectReactor* reactor);
     void removeReactor(QeDbObjectReactor* reactor);
 
-    /// On the host heap, zero-filled.
+    /// Allocates on the host heap, zero-filled.
     static void* operator new(std::size_t size);
     static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
     static void operator delete(void* memory) noexcept;
     static void operator delete(void* memory, const std::nothrow_t&) noexcept;
 
-    /// The host's own record of the object; of no use to clients.
+    /// The host's internal record of the object. Clients do not use it.
     QeDbObjectImp& imp() const { return *imp_; }
 
 protected:
@@ -126,13 +127,13 @@ private:
     QeDbObjectImp* imp_;
 };
 
-/// Opens the object behind an id. On eOk `object` is open and the caller closes it; otherwise it is null.
-/// Returns eNullObjectId, eUnknownObjectId, eObjectErased, eOpenForWrite (someone writes it) or eOpenForRead (someone
-/// reads it and write was asked for); eNotApplicable for kForNotify.
+/// Opens the object of an id. On eOk `object` is open and the caller closes it; otherwise it is null.
+/// Returns eNullObjectId, eUnknownObjectId, eObjectErased, eOpenForWrite when the object is open for write,
+/// eOpenForRead when it is open for read and `mode` is kForWrite, and eNotApplicable for kForNotify.
 QEHOST_API Qeapp::ErrorStatus qedbOpenQeDbObject(QeDbObject*& object, QeDbObjectId id, QeDb::OpenMode mode,
                                                  bool openErased = false);
 
-/// The same for a class: an object of another class is closed again and answered with eNotThatKindOfClass.
+/// Opens an object of a class. Closes an object of another class again and returns eNotThatKindOfClass.
 template <class T>
 Qeapp::ErrorStatus qedbOpenObject(T*& object, QeDbObjectId id, QeDb::OpenMode mode, bool openErased = false)
 {
@@ -142,7 +143,7 @@ Qeapp::ErrorStatus qedbOpenObject(T*& object, QeDbObjectId id, QeDb::OpenMode mo
     if (result != Qeapp::eOk || opened == nullptr)
         return result;
     if (!opened->isKindOf(T::desc())) {
-        static_cast<void>(opened->close()); // the class mismatch is what the caller has to hear of
+        static_cast<void>(opened->close()); // the result is the class mismatch
         return Qeapp::eNotThatKindOfClass;
     }
     object = static_cast<T*>(opened);

@@ -5,7 +5,7 @@
 
 #include "../export.h"
 
-/// The group codes that carry a text, a binary chunk or a number in xrecords and extended data.
+/// The group codes for texts, binary chunks and numbers in xrecords and extended data.
 namespace QeRb {
 enum GroupCode : int {
     kText = 300,              // to 309: wide string
@@ -20,17 +20,17 @@ enum GroupCode : int {
     kListEnd = 5000           // ends the arguments of qeutBuildList; never stored
 };
 
-/// Which member of the value union a group code selects.
+/// The member of the value union that a group code selects.
 enum class ValueKind { none, string, binary, real, integer16, integer32 };
 } // namespace QeRb
 
-/// A run of bytes; the memory comes from qeapp_malloc.
+/// A run of bytes. The memory is from qeapp_malloc.
 struct QeBinaryChunk {
     short clen; // in bytes
     char* buf;
 };
 
-/// One result buffer. A string value comes from qeapp_malloc; both kinds of memory are owned by the resbuf.
+/// One result buffer. A string value is from qeapp_malloc, too. The resbuf owns both.
 struct resbuf {
     resbuf* rbnext;
     short restype; // the group code
@@ -43,20 +43,20 @@ struct resbuf {
     } resval;
 };
 
-/// The kind of value that a group code carries; `none` for a code that the host does not store.
+/// The kind of value that belongs to a group code. `none` for a code that the host does not store.
 QEHOST_API QeRb::ValueKind qeutValueKind(int groupCode);
 
-/// A new resbuf of the given group code, its value zero and its next null. Null for an unknown code or without memory.
-/// Released with qeutRelRb.
+/// A new resbuf of the group code, with value zero and next null. The caller releases it with qeutRelRb. Null for an
+/// unknown code and when memory is short.
 QEHOST_API resbuf* qeutNewRb(int groupCode);
 
 /// A new chain from pairs of a group code and a value, ended by kListEnd: wide strings (copied) for string codes,
-/// `double` for reals, `int` for integers, `const QeBinaryChunk*` (copied) for chunks. Null when any of it fails, a
-/// null string or chunk included; then nothing is left allocated.
+/// `double` for reals, `int` for integers, `const QeBinaryChunk*` (copied) for chunks. Null when any part fails, a null
+/// string or chunk included; then everything is released.
 QEHOST_API resbuf* qeutBuildList(int groupCode, ...);
 
-/// A copy of the whole chain, or null without memory or for a null chain.
+/// A copy of the whole chain. Null when memory is short and for a null chain.
 QEHOST_API resbuf* qeutCopyRb(const resbuf* chain);
 
-/// Releases the whole chain with its strings and chunks; null is allowed.
+/// Releases the whole chain with its strings and chunks. Null is allowed.
 QEHOST_API void qeutRelRb(resbuf* chain);

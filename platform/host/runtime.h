@@ -4,7 +4,7 @@
 #include "../export.h"
 #include "error_status.h"
 
-/// A class descriptor: one for each class, compared by address.
+/// A class descriptor. Each class has one, so that descriptors are compared by address.
 class QEHOST_API QeRxClass {
 public:
     QeRxClass(const wchar_t* name, const QeRxClass* parent) : name_(name), parent_(parent) {}
@@ -13,7 +13,7 @@ public:
 
     const wchar_t* name() const { return name_; }
     const QeRxClass* parent() const { return parent_; }
-    /// Whether this class is `ancestor` or derives from it; false for null.
+    /// Whether this class is `ancestor` or derives from it. False for null.
     bool isDerivedFrom(const QeRxClass* ancestor) const;
 
 private:
@@ -21,7 +21,7 @@ private:
     const QeRxClass* parent_;
 };
 
-/// Declares a class's descriptor and the query for an object's own.
+/// Declares the descriptor of a class and the query for that of an object.
 #define QERX_DECLARE_CLASS()                                                                                           \
     static QeRxClass* desc();                                                                                          \
     QeRxClass* isA() const override
@@ -41,15 +41,15 @@ protected:
     QeRxObject() = default;
 };
 
-/// A dictionary of runtime objects by name; it does not own them.
+/// A dictionary of runtime objects by name. It does not own them.
 class QEHOST_API QeRxDictionary : public QeRxObject {
 public:
     QERX_DECLARE_CLASS();
     /// The object under the key, or null.
     virtual QeRxObject* at(const wchar_t* key) const = 0;
-    /// Puts the object under the key and returns what was there before, or null.
+    /// Puts the object under the key and returns the former object, or null.
     virtual QeRxObject* atPut(const wchar_t* key, QeRxObject* object) = 0;
-    /// Takes the key out and returns what was there, or null.
+    /// Removes the key and returns its object, or null.
     virtual QeRxObject* remove(const wchar_t* key) = 0;
 };
 
@@ -60,7 +60,7 @@ inline constexpr const wchar_t* kQeRxDynamicLinkerKey = L"DynamicLinker";
 class QEHOST_API QeRxDynamicLinker : public QeRxObject {
 public:
     QERX_DECLARE_CLASS();
-    /// Lets the module behind `appHandle` be unloaded on demand. False for a handle that it does not know.
+    /// Allows the module of `appHandle` to be unloaded on demand. False for an unknown handle.
     virtual bool unlockApplication(void* appHandle) = 0;
 };
 
@@ -70,11 +70,11 @@ enum AppMsgCode : int { kNullMsg = 0, kInitAppMsg = 1, kUnloadAppMsg = 2, kLoadD
 enum AppRetCode : int { kRetOK = 0, kRetError = 3 };
 } // namespace QeRx
 
-/// The host API version that a module built against these headers answers.
+/// The host API version that a module built with these headers returns.
 inline constexpr int kQeRxApiVersion = 0x00180000;
 
-/// The dictionary of system services; never null.
+/// The dictionary of system services. Never null.
 QEHOST_API QeRxDictionary* qerxSysRegistry();
 
-/// Declares that the module behind `appHandle` works with several open documents. False for an unknown handle.
+/// Declares that the module of `appHandle` supports several open documents. False for an unknown handle.
 QEHOST_API bool qerxRegisterAppMDIAware(void* appHandle);

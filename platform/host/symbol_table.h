@@ -3,12 +3,12 @@
 
 #include "object.h"
 
-/// An entry of a symbol table. Names are compared without regard to case.
+/// An entry of a symbol table. The comparison of names ignores case.
 class QEHOST_API QeDbSymbolTableRecord : public QeDbObject {
 public:
     QERX_DECLARE_CLASS();
-    /// eInvalidInput for a null or empty name; eDuplicateKey when the table has another record of that name;
-    /// eNotApplicable for model space, which keeps its name.
+    /// Returns eInvalidInput for a null or empty name, eDuplicateKey when the table has another record of that name,
+    /// eNotApplicable for model space, whose name cannot be changed.
     Qeapp::ErrorStatus setName(const wchar_t* name);
     /// Valid until the name changes or the record is closed.
     const wchar_t* getName() const;
@@ -17,18 +17,18 @@ protected:
     using QeDbObject::QeDbObject;
 };
 
-/// A table of named records, owned by it.
+/// A table that owns named records.
 class QEHOST_API QeDbSymbolTable : public QeDbObject {
 public:
     QERX_DECLARE_CLASS();
     bool has(const wchar_t* name) const;
-    /// On eOk `id` is the record; eKeyNotFound otherwise and `id` is null.
+    /// On eOk `id` is the record. Otherwise the result is eKeyNotFound and `id` is null.
     Qeapp::ErrorStatus getAt(const wchar_t* name, QeDbObjectId& id) const;
 
 protected:
     using QeDbObject::QeDbObject;
-    /// Adds a new, named record. On eOk it is the database's own and stays open for write; on failure it still belongs
-    /// to the caller. eInvalidKey for a record without a name, eDuplicateKey, eAlreadyInDatabase.
+    /// Adds a new, named record. On eOk the database owns it and it stays open for write. On failure the caller still
+    /// owns it. Returns eInvalidKey for a record without a name, eDuplicateKey, eAlreadyInDatabase.
     Qeapp::ErrorStatus addRecord(QeDbObjectId& id, QeDbSymbolTableRecord* record);
 };
 
@@ -64,7 +64,8 @@ inline constexpr const wchar_t* kQeDbModelSpaceName = L"*Model_Space";
 /// Queries over symbol tables.
 class QEHOST_API QeDbSymbolUtilitiesServices {
 public:
-    /// On eOk `id` is the model space block of the database; otherwise null (eInvalidInput for a null database).
+    /// On eOk `id` is the model space block of the database. Otherwise it is null; the result is eInvalidInput for a
+    /// null database.
     Qeapp::ErrorStatus blockModelSpaceId(QeDbDatabase* database, QeDbObjectId& id) const;
 };
 

@@ -10,18 +10,19 @@ struct DefinitionArrayData;
 class ZSR_API DefinitionBaseArray final : public Object {
 public:
     DefinitionBaseArray();
-    /// An empty array, the caller's to Destroy; null on failure (statusOutOfMemory).
+    /// Makes an empty array, which the caller releases with Destroy. Null on failure (statusOutOfMemory).
     static Status CreateInstance(DefinitionBaseArray*& array);
     int GetCount() const;
-    /// Takes ownership when it succeeds; otherwise the definition stays the caller's. statusInvalidArgument for null.
+    /// Takes ownership on success. Otherwise the caller still owns the definition. Returns statusInvalidArgument for
+    /// null.
     Status Add(DefinitionBase* definition);
-    /// The definition at the index; it stays the array's. Null out of range.
+    /// The definition at the index, which the array owns. Null out of range.
     const DefinitionBase* GetItem(int index) const;
-    /// Takes the definition at the index out of the array; it becomes the caller's. Null out of range.
+    /// Removes the definition at the index from the array. The caller owns it. Null out of range.
     DefinitionBase* Remove(int index);
 
 protected:
-    /// Destroys the definitions that are left.
+    /// Destroys the definitions in the array.
     ~DefinitionBaseArray() override;
 
 private:

@@ -10,7 +10,7 @@
 namespace Zentara::Infrastructure::SpatialReference {
 
 enum SerializationFormat : int {
-    formatAutomatic = 0, // reading: the text form, whatever version wrote it
+    formatAutomatic = 0, // for reading: the text form of any version
     formatBinary = 2,    // one definition or more, compact; the first byte is zero
     formatText = 4       // a text that a person can read, as UTF-16 little-endian
 };
@@ -20,27 +20,28 @@ struct DefinitionStreamData;
 class ZSR_API DefinitionStream final : public Object {
 public:
     DefinitionStream();
-    /// An empty stream, the caller's to Destroy.
+    /// Makes an empty stream, which the caller releases with Destroy.
     static Status CreateInstance(DefinitionStream*& stream);
 
     /// Adds a copy of the definition.
     Status Add(const DefinitionBase* definition);
-    /// Writes the definitions that were added. `lengthInBytes` is the buffer's length before and the written length
-    /// after. statusBufferTooSmall writes nothing and leaves the length. `flags` is 0.
+    /// Writes the definitions of the stream. `lengthInBytes` is the buffer's length before the call and the written
+    /// length after it. With statusBufferTooSmall nothing is written and the length is unchanged. `flags` is 0.
     Status Write(unsigned char* buffer, std::size_t& lengthInBytes, SerializationFormat format, int flags) const;
-    /// Replaces the contents by what the bytes hold, without the catalog's help. statusUnreadable leaves the stream
-    /// empty. `flags` is 1.
+    /// Replaces the contents by the definitions in the bytes, without using the catalog. With statusUnreadable the
+    /// stream is empty. `flags` is 1.
     Status Read(const unsigned char* bytes, std::size_t lengthInBytes, SerializationFormat format, int flags);
-    /// A new array of copies of the stream's definitions, the caller's.
+    /// Returns a new array with copies of the stream's definitions, which the caller owns.
     Status GetDefinitions(DefinitionBaseArray*& definitions) const;
 
     /// Writes one definition as UTF-16 little-endian text with its terminating NUL into the buffer.
     /// `schemaVersion` is -1 for the newest. With `includeDependents` the text holds the definition's datum and
-    /// ellipsoid as definitions of their own after it. statusBufferTooSmall writes nothing.
+    /// ellipsoid as definitions of their own after it. With statusBufferTooSmall nothing is
+    /// written.
     static Status Serialize_s(const DefinitionBase* definition, unsigned char* buffer,
                               std::uint64_t bufferLengthInBytes, SerializationFormat format, int schemaVersion,
                               bool includeDependents);
-    /// Reads such a text, its NUL included in the length, into a new array that is the caller's; null on failure.
+    /// Reads such a text, whose length includes the NUL, into a new array that the caller owns. Null on failure.
     static Status Deserialize_s(DefinitionBaseArray*& definitions, const unsigned char* bytes,
                                 std::uint64_t lengthInBytes, SerializationFormat format, int schemaVersion);
 

@@ -11,9 +11,9 @@ enum WktFlavor : int { wktFlavorDefault = 0 };
 
 class ZSR_API FormatConverter {
 public:
-    /// Writes the system as WKT 1 into the buffer, NUL-terminated. What WKT 1 cannot say is written as WKT 2 with
-    /// statusInexact, in its simplified form where the full one does not fit. statusBufferTooSmall when neither fits;
-    /// then, as for every other failure, the buffer is left as it was.
+    /// Writes the system as WKT 1 into the buffer, NUL-terminated. A system that WKT 1 cannot describe is written as
+    /// WKT 2 with statusInexact, in its simplified form where the full one does not fit. Returns statusBufferTooSmall
+    /// when neither fits. Then, as after every other failure, the buffer is unchanged.
     static Status DefinitionToWkt_s(const CoordinateReferenceSystemDefinition* definition, WktFlavor flavor,
                                     wchar_t* buffer, std::size_t bufferCharacters);
 };

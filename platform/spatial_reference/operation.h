@@ -1,4 +1,4 @@
-// What can be asked of a coordinate reference system as an operation, and its ellipsoid.
+// Queries of a coordinate reference system: whether it has a datum, and its ellipsoid.
 #pragma once
 
 #include "definition.h"
@@ -10,10 +10,10 @@ struct OperationData;
 class ZSR_API CoordinateReferenceSystemOperation final : public Object {
 public:
     explicit CoordinateReferenceSystemOperation(OperationData* data);
-    /// On success `operation` is new and the caller's; otherwise null.
+    /// On success `operation` is new and the caller owns it. Otherwise it is null.
     static Status Load(const CoordinateReferenceSystemDefinition* definition,
                        CoordinateReferenceSystemOperation*& operation);
-    /// Whether the system refers to the Earth through a datum of its own (false: through an ellipsoid alone).
+    /// Whether the system has a datum of its own. False for a system that has only an ellipsoid.
     Status IsDatumBased(bool& answer) const;
 
 protected:
@@ -25,7 +25,8 @@ private:
 
 class ZSR_API CoordinateReferenceSystemUtil {
 public:
-    /// The ellipsoid of the system, through its datum or its own; new and the caller's. statusNotFound for kind 1.
+    /// The ellipsoid of the system's datum, or its own. It is new and the caller owns it. Returns statusNotFound for
+    /// kind 1.
     static Status GetEllipsoid(const CoordinateReferenceSystemDefinition* definition, EllipsoidDefinition*& ellipsoid);
 };
 

@@ -1,4 +1,4 @@
-// Geodetic transformations, geodetic paths, and the answer that names one of them.
+// Geodetic transformations, geodetic paths, and the object that names one of them.
 #pragma once
 
 #include "definition.h"
@@ -9,21 +9,22 @@ namespace Zentara::Infrastructure::SpatialReference {
 class ZSR_API GeodeticTransformationDefinition final : public DefinitionBase {
 public:
     explicit GeodeticTransformationDefinition(DefinitionData* data);
-    /// Loads by `AUTHORITY:CODE` or by exact name. statusNotFound; statusAmbiguous for a name that fits several.
+    /// Loads by `AUTHORITY:CODE` or by exact name. Returns statusNotFound, or statusAmbiguous for a name that several
+    /// transformations have.
     static Status Load(const wchar_t* codeOrName, GeodeticTransformationDefinition*& definition);
-    /// Whether the method may be applied inversely.
+    /// Whether the method may be applied in reverse.
     Status IsReversible(bool& answer) const;
 
 protected:
     ~GeodeticTransformationDefinition() override;
 };
 
-/// Several steps, one after the other.
+/// Several transformations, one after the other.
 class ZSR_API GeodeticPathDefinition final : public DefinitionBase {
 public:
     explicit GeodeticPathDefinition(DefinitionData* data);
     static Status Load(const wchar_t* codeOrName, GeodeticPathDefinition*& definition);
-    /// Whether each of its steps may be.
+    /// Whether each of its transformations is reversible.
     Status IsReversible(bool& answer) const;
 
 protected:
@@ -38,9 +39,9 @@ struct TransformationInfoData;
 class ZSR_API TransformationInfo final : public Object {
 public:
     TransformationInfo();
-    /// New, with an empty name and kind 0; the caller's to Destroy.
+    /// Makes an object with an empty name and kind 0, which the caller releases with Destroy.
     static Status CreateInstance(TransformationInfo*& info);
-    /// Never null; valid until the name changes.
+    /// Never null. Valid until the name changes.
     const wchar_t* GetName() const;
     Status SetName(const wchar_t* name);
     int GetKind() const;

@@ -9,7 +9,7 @@ const Notices kRemovalAlone{
     {Event::asked, L"EPSG:25832"}, {Event::asked, std::nullopt}, {Event::changed, std::nullopt}};
 const Notices kQuestionsAlone{{Event::asked, L"EPSG:25832"}, {Event::asked, std::nullopt}};
 
-/// Assignments of EPSG:25832 that go wrong.
+/// Assignments of EPSG:25832 that fail.
 class AssignmentFailures : public CoordsysTest {
 protected:
     SystemHolder definition = catalogSystem(L"EPSG:25832");

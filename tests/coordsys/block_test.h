@@ -37,7 +37,7 @@ class BlockTest : public PlatformTest {
 protected:
     Library::Status status = kUntouched;
 
-    /// The block of a definition; fails the test when there is none.
+    /// The block of a definition. Fails the test when there is none.
     static Bytes serialized(const Library::CoordinateReferenceSystemDefinition* definition,
                             QeDb::QeDbDwgVersion version)
     {
@@ -46,7 +46,7 @@ protected:
         EXPECT_EQ(Cs::SerializeCoordinateSystem(definition, bytes.put(), length, version), Qeapp::eOk);
         return bytes ? Bytes(bytes.get(), bytes.get() + length) : Bytes();
     }
-    /// What is in the block; fails the test when that is nothing.
+    /// The definitions in the block. Fails the test when there are none.
     static ArrayHolder deserialized(const Bytes& block)
     {
         const GuardedBlock guarded(block);

@@ -17,7 +17,7 @@ protected:
         drawing.withLegacyCode(L"EPSG:25832");
         ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:25832").get(), database()), Qeapp::eOk);
     }
-    /// With the named call failing by the code: the result, and that nothing but the question came of it.
+    /// Expects the result when the named call fails with the code, and that the reactors were only asked.
     void expectNothingWhenFailing(const char* call, int code, int result)
     {
         const auto before = drawing.contents();

@@ -41,7 +41,7 @@ protected:
 
     ArrayHolder definitions;
 
-    /// eOk with an array that holds something, or a failure without one.
+    /// Expects eOk with an array that is not empty, or a failure without an array.
     Qeapp::ErrorStatus decode(const Bytes& damaged)
     {
         const GuardedBlock guarded(damaged);

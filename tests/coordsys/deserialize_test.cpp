@@ -32,7 +32,7 @@ protected:
     }
     Qeapp::ErrorStatus deserialize(const Bytes& block) { return deserialize(block, static_cast<int>(block.size())); }
 
-    /// Invalid input, with a library status that is not told.
+    /// Expects invalid input, and that the library status is not reported.
     void expectUnreadable(const Bytes& block)
     {
         status = kUntouched;
@@ -124,7 +124,7 @@ TEST_F(Deserialize, LengthBelowOne_IsInvalidInputAndTouchesNothing)
     }
 }
 
-// A library status was recorded, and so the caller's is left as it was: it would be 52 otherwise.
+// A library status was recorded, so the caller's is unchanged. Otherwise it would be 52.
 TEST_F(Deserialize, TwoZerosAtTheBeginning_AreAnEmptyTextAndInvalidInput)
 {
     for (const Bytes& block : {Bytes{0}, Bytes{0, 0}, Bytes{0, 0, 'x'}, Bytes(64, 0)})
@@ -257,7 +257,7 @@ TEST_F(Deserialize, PackedBlockThatCannotBeDecoded_IsTriedAsText)
     EXPECT_EQ(timesSeen("DefinitionStream::Deserialize_s"), 1U);
 }
 
-// What passes through is neither a result nor a status.
+// An exception has no result and no library status.
 TEST_F(Deserialize, ExceptionOnTheWay_GivesNoArrayAndReportsStatusZero)
 {
     for (const char* const call : {"DefinitionBaseArray::CreateInstance", "DefinitionStream::Deserialize_s"}) {
@@ -281,7 +281,7 @@ TEST_F(Deserialize, EveryFailingCallOfAPackedBlock_GivesNoArray)
     }
 }
 
-// What is tried before it is known to be text may fail.
+// The attempt to unpack the block may fail before it is read as text.
 TEST_F(Deserialize, EveryFailingCallOfATextBlock_IsInvalidInputOrNoMatter)
 {
     FaultInjection::watch();

@@ -13,7 +13,7 @@ bool flag()
     return value;
 }
 
-/// Read before any test can have set it.
+/// Read before any test can set it.
 const bool flagAtStart = [] {
     bool value = true;
     static_cast<void>(Cs::GetInitializeGeodataParameters(value)); // always succeeds

@@ -17,7 +17,7 @@ struct GoldenBlock {
     QeDb::QeDbDwgVersion version = QeDb::kGeoDataTextDwg;
 
     bool isText() const { return version >= QeDb::kGeoDataTextDwg; }
-    /// The file's contents; throws where there is none.
+    /// The file's contents. Throws when there is no file.
     Bytes bytes() const;
 };
 std::ostream& operator<<(std::ostream& out, const GoldenBlock& block);
@@ -25,10 +25,10 @@ std::ostream& operator<<(std::ostream& out, const GoldenBlock& block);
 /// Six systems of different kinds in both forms.
 const std::vector<GoldenBlock>& goldenBlocks();
 
-/// The systems anew, from the catalog and from a text of the user's.
+/// The same systems, made from the catalog and from a user's text.
 SystemHolder sourceOf(const GoldenBlock& block);
 
-/// Writes the file. A change of the format on purpose is the one reason for it.
+/// Writes the file. Only an intended change of the format is a reason to do so.
 void writeGoldenBlock(const GoldenBlock& block, const Bytes& bytes);
 
 } // namespace Tests

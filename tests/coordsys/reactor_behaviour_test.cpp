@@ -7,7 +7,7 @@ using namespace Tests;
 
 struct Objection {};
 
-/// Two reactors, of which the first is about to misbehave.
+/// Two reactors, of which the first misbehaves.
 class ReactorBehaviour : public CoordsysTest {
 protected:
     RecordingReactor second{log, "B"};

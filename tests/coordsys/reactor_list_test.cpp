@@ -13,7 +13,7 @@ protected:
     RecordingReactor second{log, "B"};
     RecordingReactor third{log, "C"};
 
-    /// Who hears of an event now, in order.
+    /// The reactors that are notified of an event, in order.
     std::string listeners()
     {
         log.clear();

@@ -1,4 +1,4 @@
-// What the reactor list does with memory.
+// The reactor list when memory is short, and the memory that it releases.
 #include <memory>
 #include <new>
 
@@ -19,7 +19,7 @@ protected:
         reactors.push_back(std::make_unique<RecordingReactor>(log, name));
         ASSERT_EQ(reactors.back()->add(), Qeapp::eOk);
     }
-    /// Adds a third reactor while there is no memory.
+    /// Adds a third reactor while memory is short.
     Qeapp::ErrorStatus addThirdWithoutMemory()
     {
         addReactor("A");

@@ -20,7 +20,7 @@ protected:
         ASSERT_EQ(third.add(), Qeapp::eOk);
     }
 
-    /// What the event makes the reactors hear: who, in order.
+    /// The reactors that the event notifies, in order.
     template <class Notify>
     std::string heardOf(const Notify& notify)
     {

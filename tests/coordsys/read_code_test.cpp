@@ -13,7 +13,7 @@ protected:
     Orvel::HostString code;
 
     Qeapp::ErrorStatus read() { return Cs::GetCoordinateSystem(code.put(), database()); }
-    /// Nothing where the pointer is null.
+    /// No value where the pointer is null.
     std::optional<std::wstring> text() const { return code ? std::optional<std::wstring>(code.get()) : std::nullopt; }
     /// The occurrence at which the function itself asks the definition for its code, after the catalog check.
     std::size_t lastQuestionForTheCode()
@@ -137,7 +137,7 @@ TEST_F(ReadCode, CodeThatCannotBeReadForTheCheckAlone_IsInvalidInput)
     EXPECT_EQ(text(), std::nullopt);
 }
 
-// A query that reports success and gives no text is the nearest to an empty code that the library lets happen.
+// The library has no empty code. A query that succeeds without a text comes closest to it.
 TEST_F(ReadCode, CodeThatIsNotThere_IsInvalidInput)
 {
     giveSystem(L"EPSG:25832");

@@ -85,7 +85,7 @@ TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryHasNoMemoryFor_IsInvalidInput
     EXPECT_EQ(status, 77);
 }
 
-// What passes through is neither a result nor a status.
+// An exception has no result and no library status.
 TEST_F(ReadDefinitionsFailures, AnExceptionOnTheWay_ReportsStatusZero)
 {
     giveSystem(L"EPSG:25832");

@@ -14,7 +14,7 @@ protected:
     ArrayHolder definitions;
 
     Qeapp::ErrorStatus read() { return Cs::GetCoordinateSystem(definitions.put(), database(), &status); }
-    /// The xrecord as an older drawing format has it.
+    /// The xrecord as an older drawing version has it.
     void giveXrecord(const SystemHolder& system)
     {
         ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(system.get(), database()), Qeapp::eOk);

@@ -235,7 +235,7 @@ TEST_F(Serialize, DefinitionWithoutAForm_IsNotAnsweredWithABufferOfTheHosts)
     EXPECT_EQ(timesSeen("qeutNewBuffer"), 0U);
 }
 
-// What passes through is neither a result nor a status.
+// An exception has no result and no library status.
 TEST_F(Serialize, ExceptionOnTheWay_LeavesNoBlockAndReportsStatusZero)
 {
     const ScopedFault fault({.call = "DefinitionStream::Serialize_s", .throws = true});

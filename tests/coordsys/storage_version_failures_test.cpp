@@ -1,5 +1,4 @@
 #include <new>
-#include <optional>
 
 #include "storage/unusual_definitions.h"
 #include "storage_version_test.h"
@@ -10,7 +9,7 @@ namespace {
 using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
-/// A result that no host call has for itself.
+/// A result that no host call returns by itself.
 constexpr int kPlanned = 999;
 
 class StorageVersionFailures : public StorageVersionTest {
@@ -22,7 +21,7 @@ protected:
         EXPECT_EQ(FaultInjection::failedCalls(), 1U) << call;
         return result;
     }
-    /// The operation fails while it reads or clears: the drawing is as it was.
+    /// Expects that the operation fails while it reads or clears, and that the drawing is unchanged.
     void expectUnchanged(const char* call, int version, int expectedStatus)
     {
         const auto before = drawing.contents();
@@ -65,7 +64,7 @@ TEST_F(StorageVersionFailures, UnreadableText_IsInvalidInputAndChangesNothing)
     }
 }
 
-// What passes through is neither a result nor a status.
+// An exception has no result and no library status.
 TEST_F(StorageVersionFailures, ExceptionWhileReading_ReportsStatusZeroAndChangesNothing)
 {
     giveSystem(L"EPSG:25832");
@@ -79,7 +78,7 @@ TEST_F(StorageVersionFailures, ExceptionWhileReading_ReportsStatusZeroAndChanges
     }
 }
 
-// The reading reports 52 into the status that this function follows, so that the caller's is left alone.
+// The reading reports 52 into the status that this function tracks, so the caller's is unchanged.
 TEST_F(StorageVersionFailures, HostFailureWhileReading_IsPassedOnAndLeavesTheStatus)
 {
     giveSystem(L"EPSG:25832");
@@ -152,7 +151,7 @@ TEST_F(StorageVersionFailures, TextThatCannotBeSerialized_IsInvalidInputAndLeave
     }
 }
 
-// Writing the legacy forms begins with status 52, so that a failure leaves the caller's alone.
+// Writing the legacy forms begins with status 52, so a failure does not change the caller's.
 TEST_F(StorageVersionFailures, CodeThatCannotBeRead_IsInvalidInputAndLeavesTheDrawingWithoutAForm)
 {
     giveSystem(L"EPSG:25832");
@@ -161,7 +160,7 @@ TEST_F(StorageVersionFailures, CodeThatCannotBeRead_IsInvalidInputAndLeavesTheDr
     expectNoForm();
 }
 
-// No reader of the legacy record would find a system of that code again.
+// Readers of the legacy record treat that code as none.
 TEST_F(StorageVersionFailures, CodeThatReadersTakeForNone_IsInvalidInputInTheLegacyForms)
 {
     giveText(userSystem(L"."));
@@ -247,93 +246,6 @@ TEST_F(StorageVersionFailures, WktThatCannotBeWritten_IsNoFailure)
     EXPECT_EQ(status, 0);
     EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}}));
     EXPECT_EQ(drawing.geoDataText(), L"");
-}
-
-/// Each platform call of the operation failing, one after the other, on a drawing made anew each time.
-class EachFailingCall : public StorageVersionTest {
-protected:
-    using Outcome = std::optional<Qeapp::ErrorStatus>; // nothing: std::bad_alloc
-
-    Outcome applyAndCatch(int version)
-    {
-        try {
-            return apply(version);
-        } catch (const std::bad_alloc&) {
-            return std::nullopt;
-        }
-    }
-
-    /// Until the operation makes no further call. `give` fills the drawing.
-    template <class Give>
-    void failEachCall(int version, const Give& give)
-    {
-        std::size_t number = 1;
-        for (; failCall(number, version, give); ++number) {
-        }
-        EXPECT_GT(number, 10U);
-    }
-
-    template <class Give>
-    bool failCall(std::size_t number, int version, const Give& give)
-    {
-        drawing = Drawing();
-        give();
-        const auto before = drawing.contents();
-        const auto held = Embedded::ResourceCounters::now();
-        status = kUntouched;
-        FaultInjection::arm({.call = "", .occurrence = number, .code = {}});
-        const Outcome outcome = applyAndCatch(version);
-        FaultInjection::disarm();
-        if (FaultInjection::failedCalls() == 0)
-            return false;
-        SCOPED_TRACE("call " + std::to_string(number) + ", " + FaultInjection::seen().at(number - 1));
-        EXPECT_EQ(Embedded::ResourceCounters::difference(held, Embedded::ResourceCounters::now()), "");
-        EXPECT_EQ(log, Notices());
-        expectRule(outcome, version, before);
-        return true;
-    }
-
-    /// Success reports 0; a failure either came before the removal was committed, or left at most the legacy code.
-    void expectRule(Outcome outcome, int version, const std::string& before) const
-    {
-        if (outcome == Qeapp::eOk) {
-            EXPECT_EQ(status, 0);
-            return;
-        }
-        if (outcome) {
-            EXPECT_TRUE(status == kUntouched || status == 52) << status;
-        }
-        if (drawing.contents() == before)
-            return;
-        EXPECT_EQ(drawing.geoDataText().value_or(L""), L"");
-        EXPECT_EQ(drawing.xrecord(), std::nullopt);
-        EXPECT_TRUE(version < 30 || !drawing.legacyChain());
-    }
-};
-
-TEST_F(EachFailingCall, FromTextToTheLegacyForms)
-{
-    failEachCall(29, [this] { giveSystem(L"EPSG:25832"); });
-}
-
-TEST_F(EachFailingCall, FromAllFormsToTheLegacyForms)
-{
-    failEachCall(29, [this] { giveAllForms(L"EPSG:25832"); });
-}
-
-TEST_F(EachFailingCall, FromAllFormsToText)
-{
-    failEachCall(30, [this] { giveAllForms(L"EPSG:25832"); });
-}
-
-TEST_F(EachFailingCall, FromALegacyCodeAloneToText)
-{
-    failEachCall(33, [this] { drawing.withLegacyCode(L"EPSG:25832"); });
-}
-
-TEST_F(EachFailingCall, FromNothingToNothing)
-{
-    failEachCall(29, [] {});
 }
 
 } // namespace

@@ -101,7 +101,7 @@ TEST_F(Application, UnloadAfterOneWithoutAManager_RemovesTheReactor)
     EXPECT_EQ(registeredReactors(), 0);
 }
 
-// The host may still call a reactor that it could not remove.
+// The host can still call a reactor that it could not remove.
 TEST_F(Application, UnloadWhoseRemovalThrows_LeavesTheReactorAliveAndRegistered)
 {
     ASSERT_EQ(application.load(), Qeapp::eOk);
@@ -125,7 +125,7 @@ TEST_F(Application, LoadAfterUnload_RegistersAgain)
     }
 }
 
-// The manager's answer is not the module's result: only a missing manager is.
+// The manager's result is not the module's: only a missing manager is a failure.
 TEST_F(Application, LoadThatTheManagerRefuses_CountsAsLoaded)
 {
     {

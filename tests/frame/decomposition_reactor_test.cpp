@@ -14,10 +14,10 @@ using Embedded::ScopedFault;
 constexpr auto k29 = static_cast<QeDb::QeDbDwgVersion>(29);
 constexpr auto k30 = static_cast<QeDb::QeDbDwgVersion>(30);
 
-/// A result that no host call has for itself.
+/// A result that no host call returns by itself.
 constexpr auto kPlanned = static_cast<Qeapp::ErrorStatus>(77);
 
-/// Writes down what is recorded, and answers as the test tells it.
+/// Stores what is recorded, and returns the result that the test sets.
 class Errors final : public QeDbSaveErrorRecorder {
 public:
     std::vector<int> codes;
@@ -175,7 +175,7 @@ TEST_F(DecompositionReactor, HostResult_IsRecordedAsItIs)
     EXPECT_EQ(errors.codes, std::vector<int>{77});
 }
 
-/// The reactor as the module registers it, asked by the host's own save.
+/// The reactor that the module registers, called by the host's own save.
 class RegisteredReactor : public DecompositionReactor {
 protected:
     void SetUp() override { ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk); }

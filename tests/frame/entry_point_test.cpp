@@ -18,7 +18,7 @@ protected:
     int send(int message) { return qerxEntryPoint(message, &strange); }
 };
 
-/// What the linker is told, in the place of the host's own.
+/// Replaces the host's linker and records its calls.
 class OwnLinker : public QeRxDynamicLinker {
 public:
     OwnLinker() : former_(qerxSysRegistry()->atPut(kQeRxDynamicLinkerKey, this)) {}
@@ -38,7 +38,7 @@ private:
     QeRxObject* former_;
 };
 
-/// A linker of a class of its own, as a product's host has it.
+/// A linker of a derived class, as a product's host has it.
 class DerivedLinker final : public OwnLinker {
 public:
     static QeRxClass* desc()

@@ -1,4 +1,4 @@
-// What a message of unloading ends, what it leaves, and what a load that went wrong leaves.
+// The effects of the unload message, and of a load that failed.
 #include <stdexcept>
 
 #include "coordsys/orvel_coordinate_system.h"
@@ -13,7 +13,7 @@ namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 constexpr int kInitialiseMessage = 1;
 constexpr int kUnloadMessage = 2;
 
-/// Throws where it is told to, as a host may.
+/// Throws in the calls that the test chooses, as a host may.
 class ThrowingManager final : public QeDbDecompositionManager {
 public:
     Qeapp::ErrorStatus addReactor(QeDbDecompositionReactor* reactor) override
@@ -28,7 +28,7 @@ public:
         ++removals;
         throwIf(removalThrows);
         EXPECT_EQ(reactor, registered);
-        // It is alive as yet.
+        // It still exists.
         EXPECT_EQ(reactor->decomposeForSave(nullptr, QeDb::kCurrentDwg, nullptr, nullptr), Qeapp::eNoDatabase);
         registered = nullptr;
         return Qeapp::eOk;

@@ -1,4 +1,4 @@
-// Bytes as the tables of these tests spell them.
+// Bytes as the tables of these tests write them.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@ Bytes distinct(std::size_t count, unsigned char first = 0);
 Bytes joined(std::initializer_list<Bytes> parts);
 /// Two lower-case digits for each byte.
 std::string hexOf(const Bytes& bytes);
-/// The bytes of such digits, with blanks anywhere; throws where there is anything else.
+/// The bytes of such digits, with blanks anywhere. Throws for any other character.
 Bytes bytesOfHex(const std::string& digits);
 
 } // namespace Tests

@@ -34,7 +34,7 @@ protected:
         return described(definition.get());
     }
 
-    /// An ellipsoid whose packed form has exactly that length; names and codes of several lengths are tried.
+    /// An ellipsoid whose packed form has exactly that length. It tries names and codes of several lengths.
     static EllipsoidHolder ellipsoidPackedInto(std::size_t length)
     {
         for (std::size_t name = 1; name < 400; ++name) {

@@ -327,7 +327,7 @@ TEST_F(DefinitionXrecordReading, DefinitionsAreLinked)
     EXPECT_EQ(axis, 6373000);
 }
 
-/// Calls that come after the set was found valid.
+/// Calls after the check that the set is valid.
 bool isPartOfLinking(const FallibleCall& call)
 {
     static const std::set<std::string> links{"DatumDefinition::SetEllipsoid",

@@ -141,7 +141,7 @@ TEST_F(DefinitionXrecordWriting, DefinitionThatCannotBePackedIsSeven)
     EXPECT_EQ(drawing.xrecord(), (Items{{300, L"earlier"}}));
 }
 
-/// What each failing call comes to. A chunk or a brace that cannot be allocated is a group that cannot be built.
+/// The result of each failing call. A group cannot be built when a chunk or a brace cannot be allocated.
 int expectedFailureOfWriting(const FallibleCall& call)
 {
     static const std::map<std::string, int> results{

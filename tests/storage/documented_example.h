@@ -1,4 +1,4 @@
-// The examples of the pages about formats, which tests hold against what the module reads and writes.
+// The examples of the pages about formats, which tests compare with what the module reads and writes.
 #pragma once
 
 #include <string>
@@ -10,10 +10,10 @@ namespace Tests {
 /// One fenced block of a page under docs/formats: the one whose opening fence has that label.
 class DocumentedExample {
 public:
-    /// Throws where there is no such page or block.
+    /// Throws when there is no such page or block.
     DocumentedExample(const std::string& page, const std::string& label);
 
-    /// The block as it stands, without its last line end.
+    /// The text of the block without its last line end.
     const std::string& text() const { return text_; }
     /// Pairs of hexadecimal digits; a line's remark follows a semicolon.
     Bytes bytes() const;
@@ -21,7 +21,7 @@ public:
     /// continue.
     Items chain() const;
 
-    /// What to say when the page is behind, with what to write there.
+    /// The message for a page that is out of date, with the text that it should have.
     std::string correction(const std::string& block) const;
 
 private:

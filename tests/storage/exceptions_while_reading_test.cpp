@@ -1,4 +1,4 @@
-// Reading knows no failures: what cannot be read for want of memory is not there.
+// Reading reports no failures: a stored form that cannot be read when memory is short counts as missing.
 #include "embedded/diagnostics/fault_injection.h"
 #include "storage/definition_xrecord.h"
 #include "storage/failing_allocation.h"

@@ -62,7 +62,7 @@ ScopedFailingAllocation::~ScopedFailingAllocation()
     listening = false;
 }
 
-// The state is the program's, as the allocation functions are.
+// The state is global, as the allocation functions are.
 std::size_t ScopedFailingAllocation::count() const // NOLINT(readability-convert-member-functions-to-static)
 {
     return occurrences;

@@ -13,7 +13,7 @@ public:
     ScopedFailingAllocation& operator=(const ScopedFailingAllocation&) = delete;
     ~ScopedFailingAllocation();
 
-    /// Allocations of that size so far.
+    /// The number of allocations of that size so far.
     std::size_t count() const;
 };
 

@@ -1,4 +1,4 @@
-// Walks the failure paths of an operation: which platform calls it makes, and each of them made to fail.
+// The failure paths of an operation: lists its platform calls, and makes each of them fail.
 #pragma once
 
 #include <map>
@@ -35,7 +35,7 @@ std::vector<FallibleCall> fallibleCallsOf(const Operation& operation)
     return calls;
 }
 
-/// A result that no platform call has for itself, so that it can be recognised on its way out.
+/// A result that no platform call returns by itself, so that a test recognises it.
 inline constexpr int kPlanned = 77;
 
 inline Embedded::FaultPlan failing(const FallibleCall& call, int code = kPlanned)
@@ -49,7 +49,7 @@ inline Embedded::FaultPlan failing(const std::string& name, int code = kPlanned)
     return failing(FallibleCall{name, 1}, code);
 }
 
-/// A call whose failure changes no outcome: it comes when everything is settled.
+/// A call whose failure changes no result, because it comes after the last decision.
 inline bool isPassedOver(const FallibleCall& call)
 {
     return call.name == "QeDbObject::close" || call.name == "QeApDocManager::unlockDocument";

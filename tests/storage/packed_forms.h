@@ -1,4 +1,4 @@
-// Packed definitions put together from their parts, with the plain packer of these tests.
+// Packed definitions built from their parts with the plain packer of these tests.
 #pragma once
 
 #include <initializer_list>
@@ -18,7 +18,7 @@ Bytes streamOf(std::initializer_list<const Library::DefinitionBase*> definitions
 /// The class identifier and the stream without its first byte, packed.
 Bytes packedForm(const Bytes& classId, const Bytes& stream);
 
-/// What the module packs the definition into; fails the test when it cannot.
+/// The definition as the module packs it. Fails the test when the module cannot.
 Bytes encoded(const Library::DefinitionBase* definition);
 
 /// The packed bytes in one braced group of chunks of 127 bytes, and as one chunk of their own.

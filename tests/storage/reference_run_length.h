@@ -1,4 +1,4 @@
-// The packing once more, plainly and for itself, to compare the module's with.
+// A second, plain packing to compare the module's with.
 #pragma once
 
 #include <optional>
@@ -9,7 +9,7 @@ namespace Tests {
 
 std::size_t referenceRunLength(const Bytes& input, std::size_t position);
 Bytes referencePacked(const Bytes& input);
-/// Nothing for empty and for malformed input.
+/// No value for empty and for malformed input.
 std::optional<Bytes> referenceUnpacked(const Bytes& input);
 
 } // namespace Tests

@@ -1,4 +1,4 @@
-// Who has no dictionary, who may not write it, and every call that can fail.
+// Dictionaries that are missing or must not be written, and every call that can fail.
 #include <algorithm>
 
 #include "embedded/host/application/application.h"

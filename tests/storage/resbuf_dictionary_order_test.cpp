@@ -1,4 +1,5 @@
-// In which order the dictionaries of xrecords ask the host, with which arguments, and what is open meanwhile.
+// The order and the arguments of the host calls of the dictionaries of xrecords, and the objects that are open
+// meanwhile.
 #include "embedded/diagnostics/resource_counters.h"
 #include "resbuf_dictionary_test.h"
 
@@ -10,7 +11,7 @@ long heldNow(Embedded::ResourceKind kind)
     return Embedded::ResourceCounters::now()[kind];
 }
 
-/// Stands in front of the host's own and writes down how it is used.
+/// Replaces the host's own and records its calls.
 class RecordingDocumentManager final : public QeApDocManager {
 public:
     struct Lock {

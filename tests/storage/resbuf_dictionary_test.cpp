@@ -201,7 +201,7 @@ TEST_F(ResbufDictionary, ChainThatTheHostDoesNotStore_ChangesNoEntry)
     EXPECT_EQ(at(L"A"), kFirst);
 }
 
-/// Hears of changes of one object.
+/// Is notified of changes to one object.
 struct CountingReactor final : QeDbObjectReactor {
     int erasures = 0;
     void erased(const QeDbObject* object, bool erasing) override { erasures += object != nullptr && erasing ? 1 : 0; }

@@ -32,7 +32,7 @@ protected:
     {
         return dictionary.SetResbuf(key, chainOf(items).get(), reactor);
     }
-    /// Nothing where there is no chain.
+    /// No value where there is no chain.
     std::optional<Items> at(const wchar_t* key) const
     {
         ResbufChain chain;

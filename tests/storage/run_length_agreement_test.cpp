@@ -1,4 +1,4 @@
-// The module's packing against the plain one of these tests, over many inputs.
+// Compares the module's packing with the plain one of these tests, over many inputs.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,11 +1,11 @@
-// The packing calls with buffers whose borders are watched.
+// The packing calls with buffers whose borders are checked.
 #pragma once
 
 #include "support/chain.h"
 
 namespace Tests {
 
-/// What a call gave back, and what it wrote when that was not 0.
+/// The result of a call, and its output when the result is not 0.
 struct Written {
     std::size_t length = 0;
     Bytes bytes;
@@ -18,7 +18,7 @@ Written unpackInto(std::size_t capacity, const Bytes& input);
 std::size_t packedSize(const Bytes& input);
 std::size_t unpackedSize(const Bytes& input);
 
-/// The whole packed form, and back; fail the test when size and call disagree.
+/// Pack and unpack the whole input. Fail the test when the size function and the call disagree.
 Bytes packed(const Bytes& input);
 Bytes unpacked(const Bytes& input);
 

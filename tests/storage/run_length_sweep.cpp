@@ -37,7 +37,7 @@ private:
 
 using SweptCall = std::size_t (*)(const unsigned char*, std::size_t, unsigned char*, std::size_t);
 
-/// Makes calls and counts them, up to the first that is wrong.
+/// Makes calls and counts them, up to the first wrong one.
 class Sweep {
 public:
     explicit Sweep(std::size_t mostOutput) : output_(mostOutput) {}
@@ -46,7 +46,7 @@ public:
     const SweepResult& result() const { return result_; }
     void countInput() { ++result_.inputs; }
 
-    /// `expected` is what the call makes of the input where there is room; empty where it refuses the input.
+    /// `expected` is the output of the call when the capacity suffices. Empty when the call refuses the input.
     void call(SweptCall function, const Bytes& input, std::size_t capacity, const Bytes& expected)
     {
         const std::size_t length = function(input.data(), input.size(), output_.data(), capacity);

@@ -7,7 +7,7 @@
 
 namespace Tests {
 
-/// What a sweep came to.
+/// The result of a sweep.
 struct SweepResult {
     std::uint64_t inputs = 0;
     std::uint64_t calls = 0;       // of the module

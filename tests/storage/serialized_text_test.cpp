@@ -71,7 +71,7 @@ TEST_F(SerializedText, OverItsLimitIsTheLibrarysStatusAndNoText)
     EXPECT_EQ(text, L"before");
 }
 
-// The buffer that the library is given is zero.
+// The buffer that the library receives is zero.
 TEST_F(SerializedText, SuccessThatWritesNothingIsAnEmptyText)
 {
     const ScopedFault fault(failing("DefinitionStream::Serialize_s", 0));

@@ -95,7 +95,7 @@ TEST_F(StoredCoordinateSystem, TransactionThatCannotBeStartedIsEightAndNothingIs
     EXPECT_EQ(Embedded::FaultInjection::seen().size(), 1U) << "nothing else was tried";
 }
 
-/// What each failing call comes to; every other one is passed on.
+/// The result of each failing call. Any other failure is passed on.
 int expectedFailureOfClearing(const FallibleCall& call)
 {
     static const std::map<std::string, int> results{

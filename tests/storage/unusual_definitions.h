@@ -1,4 +1,4 @@
-// Definitions that no catalog has.
+// Definitions that are not in the catalog.
 #pragma once
 
 #include <string>
@@ -21,7 +21,7 @@ struct UserSystem {
     EllipsoidHolder ellipsoidOfSystem() const;
 };
 
-/// A text of which no byte sequence is worth a run.
+/// A text that has no run of bytes.
 std::wstring varied(std::size_t characters);
 
 /// A definition that is neither a system nor a datum nor an ellipsoid.

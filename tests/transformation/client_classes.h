@@ -1,11 +1,11 @@
-// What a client of the module can make of its public classes.
+// Classes that a client of the module derives from the public ones.
 #pragma once
 
 #include "transformation/config_items.h"
 
 namespace Tests {
 
-/// An item of a client's own, which writes what it likes and inherits how it is disposed of.
+/// An item of a client, which writes a text of its own and inherits how it is disposed.
 class ClientItem : public ConfigItem {
 public:
     ClientItem() = default;
@@ -26,7 +26,7 @@ public:
     void FromXmlString(const wchar_t*) override {}
 };
 
-/// A collection of a client's own that has nothing in it.
+/// An empty collection of a client.
 class ClientCollection : public ConfigCollection {
 public:
     ClientCollection() = default;

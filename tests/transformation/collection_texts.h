@@ -1,9 +1,10 @@
-// Configuration texts with the items that reading them gives, and what is written of those.
+// Configuration texts with the items that they are read as.
 #pragma once
 
 #include <ostream>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "transformation/item_texts.h"
 
@@ -12,9 +13,7 @@ namespace Tests {
 struct CollectionTextCase {
     const char* name;
     std::wstring_view text;
-    int count;
-    ExpectedItem items[5]; // as many as `count` says; the version is that of a new item
-    std::wstring_view written;
+    std::vector<ExpectedItem> items; // in the version of a new item
 
     friend std::ostream& operator<<(std::ostream& stream, const CollectionTextCase& one) { return stream << one.name; }
 };

@@ -5,7 +5,7 @@
 namespace Tests {
 namespace {
 
-/// What a client can hand over that no compiler holds back. The collection uses it as a counted object, which it is.
+/// An object that is not an item but that a client can pass through a cast. The collection uses it as a counted object.
 ConfigItem* passedOffAsItem(ConfigCollection& stranger)
 {
     return reinterpret_cast<ConfigItem*>(&stranger);
@@ -18,7 +18,7 @@ protected:
     void add(const ItemFields& fields) { collection->Add(newItem(fields).get()); }
 };
 
-/// Empties its collection while it is written, so that nobody but the writer holds it.
+/// Clears its collection while it is written, so that only the writer has a reference to it.
 class ItemThatEmpties final : public ClientItem {
 public:
     ItemThatEmpties(ConfigCollection& collection, bool& alive) : collection_(&collection), alive_(&alive) {}

@@ -1,4 +1,4 @@
-// Configuration items and collections as the tests make and see them.
+// Configuration items and collections for tests.
 #pragma once
 
 #include <ostream>
@@ -14,7 +14,7 @@ namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 using ConfigItem = Cs::OrvelTransformationConfigItem;
 using ConfigCollection = Cs::OrvelTransformationConfigItemCollection;
 
-/// The fields of an item as values; at first those of a new one.
+/// The fields of an item as values. By default those of a new item.
 struct ItemFields {
     std::wstring source{};
     std::wstring target{};
@@ -26,18 +26,18 @@ struct ItemFields {
     friend bool operator==(const ItemFields&, const ItemFields&) = default;
 };
 
-/// In this order with a stroke between them.
+/// The fields in this order with a stroke between them.
 std::string lineOf(const ItemFields& fields);
 std::ostream& operator<<(std::ostream& stream, const ItemFields& fields);
 
 ItemFields fieldsOf(ConfigItem& item);
 void setFields(ConfigItem& item, const ItemFields& fields);
 Ptr<ConfigItem> newItem(const ItemFields& fields = {});
-/// A complete one, that its name tells from others.
+/// A complete item with that name.
 Ptr<ConfigItem> newCompleteItem(const wchar_t* name = L"c");
 
 Ptr<ConfigCollection> newCollection();
-/// Null where there is none.
+/// Null when there is none.
 Ptr<ConfigItem> itemAt(ConfigCollection& collection, int index);
 std::vector<ItemFields> fieldsOf(ConfigCollection& collection);
 

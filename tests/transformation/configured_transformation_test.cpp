@@ -1,4 +1,4 @@
-// Finding a pair of coordinate systems in a configuration text.
+// Finds a pair of coordinate systems in a configuration text.
 #include "transformation/configured_transformation.h"
 
 #include "storage/failing_calls.h"
@@ -11,7 +11,7 @@ namespace {
 using Embedded::ScopedFault;
 using Orvel::Library::TransformationInfo;
 
-// Real definitions of the catalog, for the question whether they can be used in reverse.
+// Definitions of the catalog, some of which can be used in reverse.
 constexpr const wchar_t* kReversible = L"NTF to WGS 84 (1)";
 constexpr const wchar_t* kIrreversible = L"WGS 84 to EGM2008 height (2)";
 constexpr const wchar_t* kReversiblePath = L"Amersfoort to ED50 (1)";
@@ -29,7 +29,7 @@ std::ostream& operator<<(std::ostream& out, const Found& found)
 
 class ConfiguredTransformation : public TransformationTest {
 protected:
-    /// Nothing for null.
+    /// No value for null.
     static std::optional<Found> find(const std::wstring& text, const wchar_t* source = L"A",
                                      const wchar_t* target = L"B")
     {

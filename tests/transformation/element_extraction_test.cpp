@@ -1,4 +1,4 @@
-// The search for the value of one element, by itself.
+// The search for the value of one element.
 #include <array>
 
 #include "support/case_name.h"

@@ -1,4 +1,4 @@
-// Classes of a client's own, which are disposed of as the public classes say.
+// Classes of a client, which inherit how the public classes are disposed.
 #include "support/platform_test.h"
 #include "transformation/client_classes.h"
 

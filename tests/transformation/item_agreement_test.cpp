@@ -1,4 +1,4 @@
-// The module's reader and writer against a second one, on texts at random.
+// Compares the module's reader and writer with a second one, on random texts.
 #include <array>
 #include <random>
 
@@ -21,7 +21,7 @@ constexpr std::array<const wchar_t*, 52> kFragments{
     L"<!--",      L"\U0001F30D", L"\xD800",     L"\u00E4"};
 constexpr std::array<const wchar_t*, 6> kTags{L"SourceCs", L"TargetCs", L"Name", L"Type", L"Note", L"Version"};
 
-// The standard fixes what the generator yields, but not what its distributions do with it.
+// The standard defines the numbers of the generator, but not those of its distributions.
 class RandomTexts {
 public:
     std::size_t below(std::size_t limit) { return generator_() % limit; }
@@ -86,7 +86,7 @@ struct Tally {
         typed += after.type == 1 || after.type == 2 ? 1U : 0U;
         written += text.empty() ? 0U : 1U;
     }
-    /// That the texts are neither all good nor all bad.
+    /// Expects that the texts are neither all valid nor all invalid.
     void expectVariety(std::size_t texts) const
     {
         for (const std::size_t number : {changed, typed, written}) {

@@ -1,4 +1,4 @@
-// Where a configuration text is cut.
+// The places where a configuration text is cut.
 #include "support/platform_test.h"
 #include "transformation/item_text.h"
 

@@ -1,4 +1,4 @@
-// The fields of an item, and how they are written.
+// The fields of an item, and the text that is written of them.
 #include <algorithm>
 #include <array>
 #include <limits>

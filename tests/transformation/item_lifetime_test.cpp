@@ -1,4 +1,4 @@
-// Who holds an item or a collection, and for how long.
+// The references to items and collections, and their lifetime.
 #include <algorithm>
 
 #include "embedded/diagnostics/fault_injection.h"
@@ -247,7 +247,7 @@ TEST_F(WithoutMemory, TheNextItemIsThereAgain)
     EXPECT_TRUE(newItem());
 }
 
-/// An item of a client's own. Its text goes with it.
+/// An item of a client. Its text is destroyed with it.
 class TextOwner final : public ClientItem {
 public:
     explicit TextOwner(std::wstring& text) : text_(text) {}

@@ -1,4 +1,4 @@
-// Items and collections are values of their clients': no reactor hears of them.
+// Items and collections are values of clients: no reactor is notified of them.
 #include "transformation/config_items.h"
 #include "transformation/transformation_test.h"
 

@@ -49,7 +49,7 @@ struct Foundation {
     };
 };
 
-// Objects of these are on the stack, where nothing disposes them.
+// Objects of these classes are on the stack, where nothing disposes them.
 struct SetSourceCsOnly : ClientItem {
     void SetSourceCs(const wchar_t*) override {}
 };

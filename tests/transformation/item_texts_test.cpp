@@ -1,9 +1,10 @@
-// Reading the text of one item.
+// Reads the text of one item.
 #include <algorithm>
 
 #include "support/case_name.h"
 #include "support/platform_test.h"
 #include "transformation/item_texts.h"
+#include "transformation/reference_item_parser.h"
 
 namespace Tests {
 namespace {
@@ -51,11 +52,11 @@ TEST_P(ItemTexts, AreReadAsTheTableSays)
     EXPECT_EQ(fieldsOf(*item), GetParam().item.withVersion(kVersionBefore));
 }
 
-TEST_P(ItemTexts, AreWrittenAfterwardsAsTheTableSays)
+TEST_P(ItemTexts, AreWrittenAfterwardsFromTheFieldsOfTheTable)
 {
     const Ptr<ConfigItem> item = itemAsBefore();
     item->FromXmlString(std::wstring(GetParam().text).c_str());
-    EXPECT_EQ(item->ToXmlString(), GetParam().written);
+    EXPECT_EQ(item->ToXmlString(), Reference::writtenItem(GetParam().item.withVersion(kVersionBefore)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Shapes, ItemTexts, testing::ValuesIn(itemShapeTexts()), caseName);
@@ -187,7 +188,7 @@ TEST_F(ItemReading, ASecondTextReplacesWhatTheFirstGave)
     EXPECT_EQ(fieldsOf(*item), expected);
 }
 
-// The field that holds the text is overwritten while the others are still to be taken from it.
+// The field with the text is overwritten before the other fields are read from it.
 TEST_F(ItemReading, TheTextMayBeTheItemsOwnSource)
 {
     const std::wstring source(100, L'a');

@@ -6,7 +6,7 @@
 
 namespace Tests {
 
-/// Of a key of the current user's, in the order in which the registry has them.
+/// The names of the values of a key of the current user, in the registry's order.
 std::vector<std::wstring> namesInRegistry(const std::wstring& subKey);
 
 } // namespace Tests

@@ -1,10 +1,10 @@
-// How often the host is asked for the product's root in the registry.
+// The calls for the product's root in the registry.
 #include "transformation/registry_settings_test.h"
 
 namespace Tests {
 namespace {
 
-/// Another root each time that it is asked.
+/// Returns another root at each call.
 class ChangingRoot final : public QeDbHostApplicationServices {
 public:
     QeDbDatabase* workingDatabase() const override { return nullptr; }

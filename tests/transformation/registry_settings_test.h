@@ -1,4 +1,4 @@
-// The user's configuration in the registry, with a product's root of the test's own.
+// The user's configuration in the registry, below a product root of the test.
 #pragma once
 
 #include <cwchar>

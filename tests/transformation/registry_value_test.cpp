@@ -26,7 +26,7 @@ protected:
     {
         return Orvel::RegistrySetString(HKEY_CURRENT_USER, kSubKey, name, data);
     }
-    /// Nothing on failure, and then the text that the out-parameter was left with is in `left`.
+    /// No value on failure. Then `left` is the out-parameter's text.
     std::optional<std::wstring> query(const std::wstring& name)
     {
         left = L"former";
@@ -41,7 +41,7 @@ protected:
     {
         return Orvel::RegistryDeleteValue(HKEY_CURRENT_USER, kSubKey, name);
     }
-    /// As another program may leave a value.
+    /// A value as another program can write it.
     static void giveValue(const wchar_t* name, DWORD type, const void* data, std::size_t lengthInBytes)
     {
         ASSERT_TRUE(set({}, {}));

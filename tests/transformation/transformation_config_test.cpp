@@ -1,4 +1,4 @@
-// The exported functions over the stores.
+// The exported functions of the stores.
 #include "coordsys/orvel_transformation_config.h"
 
 #include "embedded/host/application/application.h"
@@ -30,7 +30,7 @@ protected:
     {
         return Cs::SetCsTransformationConfig(text.c_str(), target);
     }
-    /// The name that is configured; nothing for null.
+    /// The configured name. No value for null.
     static std::optional<std::wstring> configured(const wchar_t* source, const wchar_t* target)
     {
         const Orvel::LibraryObject<Cs::TransformationInfo> info(Cs::GetCsConfiguredTransformationInfo(source, target));

@@ -31,7 +31,7 @@ inline std::wstring elementOf(const std::wstring& source, const std::wstring& ta
            L"</Note></Item>";
 }
 
-/// What a reader of configurations answered: whether it read, and the text, which is given back.
+/// The result of a reader of configurations, and its text, which is released.
 struct ReadText {
     bool read = false;
     std::wstring text;
@@ -56,7 +56,7 @@ protected:
     std::filesystem::path settingsFile() const { return folder.path() / "TransformationSetting.xml"; }
     std::string contents() const { return contentsOf(*document.database()); }
 
-    /// Runs a reader with an out-parameter that was set before, and gives back what it handed out.
+    /// Calls a reader with an out-parameter that has a value, and releases the returned text.
     template <class Reader>
     static ReadText readWith(const Reader& reader)
     {

@@ -1,4 +1,4 @@
-// What the per-library entry asks of the system. Only the stand-in for Win32 tells; the real one does not.
+// The system calls of the per-library entry. Only the stand-in for Win32 records them.
 #include "embedded/diagnostics/fault_injection.h"
 #include "frame/library_attach.h"
 #include "support/platform_test.h"

@@ -1,4 +1,4 @@
-// Data that only the registry of Windows holds: there the bytes of a text need not make whole characters.
+// Data that only the registry of Windows can hold: there the bytes of a text need not be whole characters.
 #include <vector>
 
 #include "platform/windows.h"
