@@ -5,7 +5,7 @@
 #include <atomic>
 #include <cerrno>
 
-// The allocator of the C library, under the names that stay when a program puts its own in place of malloc.
+// The C library's allocator under names that a program does not replace when it replaces malloc.
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -52,15 +52,15 @@ void resetPeak()
     peak = allocated.load();
 }
 
-void giveLongTextsBack()
+void returnLongTextsToSystem()
 {
     constexpr int kLongInBytes = 1 << 17;
-    static_cast<void>(mallopt(M_MMAP_THRESHOLD, kLongInBytes)); // it may be slower where this is not heard
+    static_cast<void>(mallopt(M_MMAP_THRESHOLD, kLongInBytes)); // without effect the program is only slower
 }
 
 } // namespace Bench
 
-// Visible, so that the shared libraries of the process call these too.
+// These have default visibility, so that the shared libraries of the process call them, too.
 extern "C" {
 #pragma GCC visibility push(default)
 
@@ -74,7 +74,7 @@ void* calloc(std::size_t count, std::size_t size)
     return Bench::counted(__libc_calloc(count, size));
 }
 
-// As if the new block were always another one: both are there for a while.
+// Counts the new block as another one, so that both exist for a while.
 void* realloc(void* memory, std::size_t size)
 {
     const std::size_t former = malloc_usable_size(memory);

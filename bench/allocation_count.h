@@ -1,19 +1,19 @@
-// How much memory the process has allocated. Every call of malloc and its like is counted, whichever library makes it.
+// Counts the memory that the process has allocated, by malloc and similar functions, in all libraries.
 #pragma once
 
 #include <cstddef>
 
 namespace Bench {
 
-/// What is allocated now, as the allocator rounds it.
+/// The memory that is allocated now, as the allocator rounds it.
 [[nodiscard]] std::size_t allocatedBytes();
 
-/// The most that was allocated at once since the last resetPeak().
+/// The largest amount that was allocated at once since resetPeak().
 [[nodiscard]] std::size_t peakBytes();
 void resetPeak();
 
-/// From now on every long text is memory fresh from the system, as it is in a program that handles one. The allocator
-/// would keep some lengths for the next time and not others, and what is measured would depend on that.
-void giveLongTextsBack();
+/// Makes the allocator return long texts to the system at once, as if the program handled only one. Otherwise it would
+/// keep some lengths and not others, and the figures would depend on that.
+void returnLongTextsToSystem();
 
 } // namespace Bench

@@ -18,7 +18,7 @@ constexpr std::size_t kItemsInAllRuns = 1'000'000;
 constexpr std::size_t kLeastRuns = 2;
 constexpr double kLeastSeconds = 0.1;
 
-/// Only the operation itself is timed.
+/// Measures the time of the operation only.
 void runOnce(benchmark::State& state, const Operation& operation, ConfigurationScene& scene)
 {
     state.PauseTiming();
@@ -47,7 +47,7 @@ void measure(benchmark::State& state, const Operation& operation)
                                                   benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
-/// What comes before a run can take far longer than the run, so that a long text gets a number of runs, not a time.
+/// Preparing a run can take far longer than the run, so a long text gets a number of runs instead of a time.
 void registerOperation(const Operation& operation, std::size_t items)
 {
     const std::string name = std::string(operation.store) + "/" + operation.name;
@@ -76,7 +76,7 @@ void registerAll()
 
 int main(int argc, char** argv)
 {
-    Bench::giveLongTextsBack();
+    Bench::returnLongTextsToSystem();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 2;

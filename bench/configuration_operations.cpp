@@ -44,7 +44,7 @@ void clear(Scene& scene)
     scene.isStored = false;
 }
 
-/// Stores the text where that is not done yet.
+/// Stores the text unless it is stored already.
 template <void (*storeText)(Scene&)>
 void store(Scene& scene)
 {
@@ -52,7 +52,7 @@ void store(Scene& scene)
         storeText(scene);
 }
 
-/// The host keeps what was replaced until the drawing is closed.
+/// The host keeps replaced objects until the drawing is closed.
 void renewDrawing(Scene& scene)
 {
     scene.renewDrawing();
@@ -177,7 +177,7 @@ constexpr std::array kOperations{
     Operation{"file", "get", 1, false, kStoreInFile, release, get<kUser>, hasRead},
     Operation{"file", "find last pair", 1, false, kStoreInFile, release, findLast, hasFoundLast},
     Operation{"collection", "parse", 1, true, nothing, renewCollection, parse, hasParsed},
-    // A text that grows has up to twice its length in room, and as much again as it had while it is copied.
+    // A growing text has a capacity of up to twice its length, and its old memory as well while it is copied.
     Operation{"collection", "write", 1, false, store<renewAndParse>, release, write, hasWritten, 4},
     Operation{"registry", "set", kFewerInRegistry, true, nothing, clear<kUser>, setRegistry, saysSo},
     Operation{"registry", "get", kFewerInRegistry, false, kStoreInRegistry, release, getRegistry, hasRead},

@@ -1,4 +1,4 @@
-// What is measured: everything that a configuration goes through whole.
+// The measured operations: those that process a whole configuration.
 #pragma once
 
 #include <cstddef>
@@ -14,22 +14,22 @@ struct Operation {
 
     const char* store;
     const char* name;
-    /// Where each item is a system call or more, so many times fewer items are measured.
+    /// Divides the number of items, for operations that make a system call for each item.
     std::size_t fewerItems;
-    /// Whether the caller has the text in memory meanwhile.
+    /// Whether the caller holds the text in memory meanwhile.
     bool takesText;
-    Step prepare;   // once; after an operation on the same store it has nothing left to do
-    Step renew;     // before each run
-    Step run;       // what is measured
-    Test succeeded; // after each run
-    /// The most memory that a run may have at once, as a multiple of the text's bytes.
-    double mostMemory = 3;
+    Step prepare;   // runs once; does nothing after an operation on the same store
+    Step renew;     // runs before each run
+    Step run;       // the measured step
+    Test succeeded; // checks each run
+    /// The peak memory that a run may use, as a multiple of the text's bytes.
+    double maximumMemory = 3;
 };
 
 [[nodiscard]] std::span<const Operation> operations();
 
-/// The most memory that the last run had at once, as a multiple of the text's bytes: the caller's text where it takes
-/// one, what is stored, and all that is allocated on the way. To be asked after a run that resetPeak() came before.
+/// The peak memory of the last run, as a multiple of the text's bytes: the caller's text if it has one, the stored
+/// text, and everything that is allocated meanwhile. Requires resetPeak() before the run.
 [[nodiscard]] double peakPerText(const Operation& operation, const ConfigurationScene& scene);
 
 } // namespace Bench

@@ -1,4 +1,4 @@
-// Where an operation is measured: a text, a drawing, a user's folder and registry, and what the operations hand out.
+// The setting of a measurement: a text, a drawing, a user's folder and registry, and the results of operations.
 #pragma once
 
 #include <cstddef>
@@ -24,23 +24,23 @@ public:
     std::size_t items() const { return items_; }
     const std::wstring& text() const { return text_; }
     std::size_t textInBytes() const { return text_.size() * sizeof(wchar_t); }
-    /// Makes everything as it was at first: an empty drawing, a user with nothing, nothing handed out.
+    /// Restores the initial state: an empty drawing, an empty user's folder and registry, no results.
     void clear();
-    /// What was allocated at first, the text included.
+    /// The memory that was allocated at first, including the text.
     std::size_t allocatedAtFirst() const { return allocatedAtFirst_; }
 
-    /// An empty drawing takes the place of the one before.
+    /// Replaces the drawing by an empty one.
     void renewDrawing();
-    /// Lets go of what an operation handed out.
+    /// Releases the results of an operation.
     void releaseResults();
 
-    // What operations hand out and take.
+    // The arguments and results of operations.
     Orvel::HostString read;
     Orvel::LibraryObject<Zentara::Infrastructure::SpatialReference::TransformationInfo> found;
     Ptr<Zentara::Gis::Orvel::CoordinateSystem::OrvelTransformationConfigItemCollection> collection;
     std::wstring written;
     bool succeeded = false;
-    bool isStored = false; // the whole text, wherever the operations keep it
+    bool isStored = false; // whether the store of the operations holds the whole text
 
 private:
     std::size_t items_;

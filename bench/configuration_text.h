@@ -1,4 +1,4 @@
-// Configuration texts of any length, as a user's would be.
+// Configuration texts of any length, similar to a user's.
 #pragma once
 
 #include <cstddef>
@@ -6,21 +6,21 @@
 
 namespace Bench {
 
-/// The codes of the coordinate systems that an item stands between.
+/// The codes of the two coordinate systems of an item.
 struct CodePair {
     std::wstring source;
     std::wstring target;
 };
 
-/// Of the item at that place; no two are the same.
+/// The codes of the item with that number. All pairs differ.
 [[nodiscard]] CodePair pairAt(std::size_t index);
-/// Of no item, in neither direction.
+/// A pair that no item has, in neither direction.
 [[nodiscard]] CodePair absentPair();
 
-/// The name of the operation that the item at that place chooses.
+/// The name of the operation that the item with that number chooses.
 [[nodiscard]] const wchar_t* nameAt(std::size_t index);
 
-/// So many elements of about 150 characters, each with the name of an operation in the catalog.
+/// A text of `items` elements of about 150 characters, each with the name of an operation in the catalog.
 [[nodiscard]] std::wstring configurationText(std::size_t items);
 
 } // namespace Bench

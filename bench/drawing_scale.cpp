@@ -1,6 +1,6 @@
 // Fails when a command on a large drawing takes more than 1.2 times the processor time of the same command on a small
-// one, or 10 MB more memory: a command costs what it touches, not what else the drawing holds. The commands are run in
-// turns on the same drawings and compared by their medians.
+// one, or 10 MB more memory: the cost of a command depends on what it touches, not on the size of the drawing. Runs of
+// the commands alternate between the drawings, and their medians are compared.
 //
 //     orvel_drawing_scale [ROUNDS]
 #include <sys/resource.h>
@@ -95,7 +95,7 @@ const std::vector<Sample>& samples()
 
 struct Command {
     const char* name;
-    std::vector<std::string> arguments; // before the drawing
+    std::vector<std::string> arguments; // the arguments before the drawing
 };
 
 const std::vector<Command>& commands()
@@ -111,8 +111,8 @@ const std::vector<Command>& commands()
 }
 
 struct Cost {
-    double milliseconds = 0; // of the processor
-    double megabytes = 0;    // at most
+    double milliseconds = 0; // of processor time
+    double megabytes = 0;    // peak
 };
 
 Cost run(const fs::path& program, const Command& command, const fs::path& drawing)
@@ -145,7 +145,7 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-/// Of one command on one sample.
+/// The figures of one command on one sample.
 struct Costs {
     std::vector<double> milliseconds;
     std::vector<double> megabytes;
@@ -162,7 +162,7 @@ void makeDrawingsHere(const fs::path& folder)
     }
 }
 
-/// In a process of its own: what this one has used would count as used by those that it starts.
+/// Runs in a process of its own, since the memory of this process would count for the processes that it starts.
 void makeDrawings(const fs::path& folder)
 {
     const pid_t child = ::fork();

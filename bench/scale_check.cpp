@@ -1,5 +1,5 @@
 // Fails when a configuration of twice the length takes more than 2.2 times the time, or more than three times
-// the memory of its text. Both lengths are measured in one run, in turns.
+// the memory of its text. Both lengths are measured in one run, alternately.
 #include <algorithm>
 #include <cstdio>
 #include <ctime>
@@ -17,26 +17,26 @@ namespace Bench {
 namespace {
 
 constexpr double kLeastPlausible = 1.9;
-/// What a drawing and its objects, or the connection to the registry's database, take whatever the text's length.
+/// Memory that does not depend on the text: a drawing and its objects, or the connection to the registry's database.
 constexpr double kMemoryApartFromText = 256.0 * 1024;
-/// What is over sooner is not worth comparing.
+/// Shorter times are not compared.
 constexpr double kShortestComparable = 100e-6;
 
 struct Plan {
-    std::size_t items; // and twice as many
+    std::size_t items; // the other length has twice as many
     int leastRounds;
-    int mostRounds; // where the growth looks too large until then
+    int maximumRounds; // the number of rounds while the growth looks too large
     double mostGrowth;
 };
 constexpr Plan kFull{500'000, 1, 6, 2.2};
-/// These texts are of the caches' size, so that one may fit where twice of it does not.
+/// Texts of these lengths have the size of the processor's caches: one may fit when twice of it does not.
 constexpr Plan kQuick{20'000, 2, 20, 3.0};
 
-/// The processor's time, which other processes do not lengthen.
+/// The processor time, which does not depend on other processes.
 double now()
 {
     timespec time{};
-    static_cast<void>(clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time)); // the clock is always there
+    static_cast<void>(clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time)); // the clock always exists
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
@@ -60,7 +60,8 @@ struct Comparison {
         return std::max(twice.seconds, kShortestComparable) / std::max(single.seconds, kShortestComparable);
     }
     bool isLinear() const { return growth() <= mostGrowth; }
-    /// Too slow, or so good that something else must have slowed the shorter runs down, which hides what is not linear.
+    /// Whether the growth is too large, or so small that something must have slowed the shorter runs, which would hide
+    /// growth that is not linear.
     bool isDoubtful() const
     {
         return !isLinear() || (twice.seconds > kShortestComparable && growth() < kLeastPlausible);
@@ -81,11 +82,12 @@ void run(const Operation& operation, ConfigurationScene& scene, Measurement& mea
     const double peak = peakPerText(operation, scene);
     measurement.items = scene.items();
     measurement.memory = std::max(measurement.memory, peak);
-    measurement.fits &= peak <= operation.mostMemory + kMemoryApartFromText / static_cast<double>(scene.textInBytes());
+    measurement.fits &=
+        peak <= operation.maximumMemory + kMemoryApartFromText / static_cast<double>(scene.textInBytes());
     measurement.succeeded &= operation.succeeded(scene);
 }
 
-/// One length, for every operation that is measured at it and, unless it is for all, whose growth is in doubt.
+/// Measures one length for every operation of that length or, unless `all`, for operations whose growth is in doubt.
 void runAll(std::span<Comparison> comparisons, Measurement Comparison::*length, std::size_t items,
             std::size_t fewerItems, bool isForAll)
 {
@@ -120,7 +122,7 @@ std::vector<Comparison> compared(const Plan& plan)
         comparisons.push_back({&operation, plan.mostGrowth, {}, {}});
         fewerItems.insert(operation.fewerItems);
     }
-    for (int round = 0; round < plan.mostRounds; ++round) {
+    for (int round = 0; round < plan.maximumRounds; ++round) {
         const bool isForAll = round < plan.leastRounds;
         if (!isForAll && std::ranges::all_of(comparisons, &Comparison::isLinear))
             break;
@@ -153,6 +155,6 @@ int main(int argc, char** argv)
         std::fputs("usage: orvel_scale_check [--quick]\n", stderr);
         return 2;
     }
-    Bench::giveLongTextsBack();
+    Bench::returnLongTextsToSystem();
     return Bench::check(isQuick ? Bench::kQuick : Bench::kFull) ? 0 : 1;
 }

@@ -1,7 +1,7 @@
 #!/bin/sh
-# Checks the packages of `make package`: check-packages.sh [FOLDER], by default build/packages. They are made once more in
-# a copy of the tree elsewhere and compared; each is unpacked into an empty folder and put to work there; a program of
-# another project is built against each. Nothing is installed, and privileges are not needed.
+# Checks the packages of `make package`: check-packages.sh [FOLDER], by default build/packages. Makes them again in a copy
+# of the tree and compares them; unpacks each into an empty folder and runs it there; builds a program of another project
+# against each. Installs nothing and needs no privileges.
 set -eu
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -19,10 +19,10 @@ fail() {
     exit 1
 }
 
-# The one package of that name.
+# Finds the one package with that name.
 package() {
     set -- "$packages"/$1
-    [ $# -eq 1 ] && [ -f "$1" ] || fail "where one is expected there is: $*"
+    [ $# -eq 1 ] && [ -f "$1" ] || fail "expected one package, found: $*"
     echo "$1"
 }
 
@@ -39,7 +39,7 @@ make_again() { # in a copy of the sources at a path of another length
     copy=$work/made_again/in/another/place
     mkdir -p "$copy"
     tar -C "$root" --exclude=./build --exclude=./.git -cf - . | tar -C "$copy" -xf -
-    SOURCE_DATE_EPOCH=$("$root/scripts/make-packages.sh" --date) # the copy has no history to tell it
+    SOURCE_DATE_EPOCH=$("$root/scripts/make-packages.sh" --date) # the copy has no history from which to take it
     export SOURCE_DATE_EPOCH
     (
         cd "$copy"
@@ -58,13 +58,13 @@ compare() {
     done
 }
 
-# The main job, by a program that finds nothing but what is beside it. RUN is what the program is started with.
+# Does the main job with a program that finds only the files beside it. RUN starts the program.
 do_main_job() { # FOLDER PROGRAM…
     mkdir -p "$1"
     cd "$1"
     shift
     for step in 'new plan.qedb' 'assign EPSG:25832 plan.qedb' 'show plan.qedb'; do
-        # Word splitting is meant: no argument has a space.
+        # Word splitting is intended: no argument has a space.
         env -u PROJ_LIB -u PROJ_DATA "$@" $step >"$work/output" 2>&1 </dev/null || {
             cat "$work/output" >&2
             fail "$step: failed"

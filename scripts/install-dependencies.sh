@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs the Debian or Ubuntu packages that a target of the Makefile needs, or with --check only names them.
-# Where nothing is missing it changes nothing and asks for no privileges.
+# If nothing is missing, it changes nothing and needs no privileges.
 set -eu
 
 demo_packages='g++ cmake ninja-build make libproj-dev proj-data libsqlite3-dev libsqlitecpp-dev libxxhash-dev nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev libexpected-dev'
@@ -10,7 +10,7 @@ coverage_packages="$test_packages gcovr"
 valgrind_packages="$test_packages valgrind"
 mutate_packages="$test_packages git python3 python3-clang"
 bench_packages="$demo_packages libbenchmark-dev"
-# What scripts/windows-libraries.sh makes its libraries with, the compiler among it, and Wine to run them in.
+# The compiler and tools of scripts/windows-libraries.sh, and Wine.
 windows_packages="$demo_packages g++-mingw-w64-x86-64-posix dpkg-dev tcl sqlite3 libsqlite3-0 googletest wine wine64"
 package_packages="$windows_packages file zip"
 
@@ -64,10 +64,10 @@ esac
 
 if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
     say "this system has no apt-get; what '$target' needs goes by these names in Debian: $packages" >&2
-    exit 0 # the tools may well be here under other names, and the build says which one it lacks
+    exit 0 # the tools may have other names here, and the build reports a missing one
 fi
 
-# Word splitting is meant here and below: these are lists of package names.
+# Word splitting is intended here and below: these are lists of package names.
 missing=$(missing_among $packages)
 if [ -z "$missing" ]; then
     say "everything that '$target' needs is installed"

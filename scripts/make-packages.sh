@@ -1,10 +1,10 @@
 #!/bin/sh
-# Packs what was built, bit by bit the same whenever and wherever it is done: make-packages.sh TARGET BUILD…
-# With --date it only prints the date that the files get, in seconds since 1970.
+# Packs the builds: make-packages.sh TARGET BUILD… The packages are the same bit by bit, whenever and wherever they are
+# made. With --date it only prints the date of the files, in seconds since 1970.
 set -eu
 
 root=$(cd "$(dirname "$0")/.." && pwd)
-# Files are as old as the change that they were made from; without its history, as the newest entry of the changelog.
+# Files get the date of the last commit, or without a history the date of the newest entry in the changelog.
 if [ -z "${SOURCE_DATE_EPOCH-}" ]; then
     SOURCE_DATE_EPOCH=$(git -C "$root" log -1 --format=%ct 2>/dev/null || stat -c %Y "$root/CHANGELOG.md")
 fi
@@ -32,7 +32,7 @@ for build in "$@"; do
         exit 1
     }
 done
-rm -f "$work"/*.json # what CPack tells the script that packs
+rm -f "$work"/*.json # CPack's messages to the script that packs
 for package in "$work"/orvel-coordsys-core[-_]*; do
     mv "$package" "$target"
     echo "make-packages: $target/${package##*/}"

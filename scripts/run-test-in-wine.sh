@@ -1,10 +1,9 @@
 #!/bin/sh
-# Runs a test program of the Windows edition in a Wine prefix of the build's own: run-test-in-wine.sh PREFIX PROGRAM …
-# The exit status alone is not trusted, since Linux keeps its lowest byte only: the program has passed when it says so in
-# its closing lines as well.
+# Runs a test program of the Windows edition in the build's Wine prefix: run-test-in-wine.sh PREFIX PROGRAM …
+# Linux keeps only the lowest byte of the exit status, so the program's closing lines must also say that its tests passed.
 set -eu
 
-# In another encoding Wine has no file names of every script.
+# With another encoding Wine cannot handle file names of every script.
 export WINEPREFIX="$1" WINEDEBUG=-all DISPLAY= LC_ALL=C.UTF-8
 shift
 

@@ -1,8 +1,7 @@
 #!/bin/sh
-# Runs test programs under valgrind, one after another. Usage: valgrind.sh FOLDER-OF-THE-PROGRAMS [PROGRAM...], without a
-# program all but those that valgrind has nothing to see in: `project` reads the sources, `cli` and `porting` start other
-# programs, `saves` puts itself in front of the system's calls and kills its children.
-# What a program wrote stays beside it.
+# Runs test programs under valgrind, one after another. Usage: valgrind.sh FOLDER-OF-THE-PROGRAMS [PROGRAM...]; without a
+# program it runs all except `project`, which reads the sources, `cli` and `porting`, which start other programs, and
+# `saves`, which replaces calls of the system and kills its children. The output of a program stays beside it.
 set -eu
 
 if [ $# -lt 1 ] || [ ! -d "$1" ]; then
@@ -17,12 +16,12 @@ mkdir -p "$results"
 
 [ $# -gt 0 ] || set -- $(cd "$programs" && ls | sed -n 's/_tests$//p' | grep -vxE 'project|cli|saves')
 
-# Valgrind itself keeps something of each library that was ever loaded, which those tests would take for the project's.
+# Valgrind keeps memory for each library that was ever loaded, which these tests would count as the project's.
 GTEST_FILTER='-RepeatedLoading.*DoesNotGrow'
 export GTEST_FILTER
 
-# Some tests have allocation functions of their own, which valgrind is not to put its own in place of.
-# A child of a test is a copy of it that ends in the middle, and would report what the test holds as lost.
+# Some tests define allocation functions, which valgrind must not replace.
+# A child of a test is a copy that ends in the middle of it and would report its memory as leaked.
 run() {
     valgrind --quiet --soname-synonyms=somalloc=nouserintercepts --child-silent-after-fork=yes --suppressions=scripts/valgrind.supp --num-callers=24 \
         --leak-check=full --show-leak-kinds=definite,possible --errors-for-leak-kinds=definite,possible \

@@ -1,4 +1,4 @@
-// What is open while the stored definitions are fetched and decoded, and what a failure of that comes to.
+// The objects that are open while stored definitions are fetched and decoded, and the results of failures.
 #include <stdexcept>
 
 #include "embedded/diagnostics/fault_injection.h"

@@ -1,10 +1,10 @@
-// Codes are compared without regard to the case of letters, and of letters alone.
+// Comparing codes ignores the case of letters and nothing else.
 #include "recording/recording_test.h"
 
 namespace Tests {
 namespace {
 
-/// Neighbours of the letters, which differ by as much as the two cases of a letter do.
+/// Characters next to the letters, which differ by as much as the two cases of a letter.
 const std::vector<std::pair<std::wstring, std::wstring>> kOthers{{L"@", L"`"},    {L"[", L"{"},  {L"\\", L"|"},
                                                                  {L"]", L"}"},    {L"^", L"~"},  {L"0", L"\x10"},
                                                                  {L"9", L"\x19"}, {L"-", L"\r"}, {L":", L"\x1A"}};

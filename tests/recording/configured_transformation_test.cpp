@@ -1,4 +1,4 @@
-// What the look-up of a configured transformation makes of the library's answers.
+// The lookup of a configured transformation with various answers of the library.
 #include <optional>
 
 #include "recording/recording_test.h"
@@ -23,7 +23,7 @@ protected:
         return L"<Item><SourceCs>" + source + L"</SourceCs><TargetCs>" + target + L"</TargetCs><Name>" + name +
                L"</Name><Type>" + std::to_wstring(type) + L"</Type><Note></Note></Item>";
     }
-    /// Name and kind of what is found; nothing where there is none.
+    /// The name and kind of the transformation; nothing if none is found.
     static std::optional<std::wstring> find(const std::wstring& text, const wchar_t* source = L"A",
                                             const wchar_t* target = L"B")
     {

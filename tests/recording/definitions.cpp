@@ -1,4 +1,4 @@
-// Definitions of the recording library: they answer what the test said of them.
+// Definitions of the recording library, which a test describes.
 #include "embedded/diagnostics/resource_counters.h"
 #include "recording/recorded_call.h"
 
@@ -22,7 +22,7 @@ Status textQuery(const std::string& name, const DefinitionBase* definition, cons
     return status;
 }
 
-/// From the catalog, where it is of that class.
+/// Finds a definition of the class in the catalog.
 template <class Class>
 Status load(const std::string& name, const wchar_t* code, Class*& definition)
 {

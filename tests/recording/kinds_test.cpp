@@ -1,4 +1,4 @@
-// Which kinds of systems are read and written with an ellipsoid. There are kinds that have no name here.
+// The kinds of systems that are read and written with an ellipsoid, including kinds without a name.
 #include "recording/recording_test.h"
 #include "storage/definition_xrecord.h"
 

@@ -1,4 +1,4 @@
-// The library's end of the recorder: what each call reports, and what it is answered.
+// The library's side of the recorder: each call records itself and asks for its answer.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace Zentara::Infrastructure::SpatialReference {
 
-/// What the interface calls the library's own record of a definition.
+/// The library's own data of a definition, as the interface names it.
 struct DefinitionData {
     Tests::Recording::Definition definition;
 };
@@ -19,16 +19,16 @@ struct DefinitionData {
 
 namespace Tests::Recording {
 
-/// Writes the call down; the status that it is to have, which is success where the test says nothing.
+/// Records the call. Returns the status that the test set for it, or success.
 Library::Status record(const std::string& name, std::initializer_list<std::string> arguments);
 
 std::string textOf(const Library::DefinitionBase* definition);
 std::string textOf(const wchar_t* text);
 std::string textOf(const unsigned char* bytes, std::size_t length);
-/// "1024 zero bytes", or how many that are not all zero.
+/// "1024 zero bytes", or the number of bytes if not all are zero.
 std::string bufferText(const unsigned char* buffer, std::size_t length);
 
-/// Records a call that hands out an object: what `make` makes, or null if the test wants that.
+/// Records a call that returns an object: the result of `make`, or null if the test asks for it.
 template <class Object, class Make>
 Library::Status recordMaking(const std::string& name, std::initializer_list<std::string> arguments, Object*& output,
                              const Make& make)
@@ -38,9 +38,9 @@ Library::Status recordMaking(const std::string& name, std::initializer_list<std:
     return status;
 }
 
-/// The number under which the definitions can be found again.
+/// Stores definitions and returns their number.
 std::size_t store(const std::vector<Definition>& definitions);
-/// None under a number that was not given out.
+/// The definitions of a number; none for an unknown number.
 std::vector<Definition> stored(std::size_t number);
 
 } // namespace Tests::Recording

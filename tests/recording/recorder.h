@@ -1,4 +1,4 @@
-// What the recording library was asked, and what it answers: a test's end of it.
+// The test's side of the recorder: the recorded calls, and the answers of the library.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 
 enum class Type { system, datum, ellipsoid, transformation, path };
 
-/// A definition as a test describes it. An empty code stands for a reference that the definition does not have.
+/// A definition that a test describes. An empty code means that the definition has no such reference.
 struct Definition {
     Type type = Type::system;
     std::wstring code;
@@ -26,7 +26,7 @@ struct Definition {
     bool reversible = false;
 };
 
-/// A call with its arguments, as one line, and how many objects of the host's were open when it came.
+/// A call with its arguments, as one line, and the number of the host's objects that were open.
 struct Call {
     std::string text;
     long openObjects = 0;
@@ -34,22 +34,22 @@ struct Call {
 
 /// Every call fills its outputs, whatever its status. Calls are named as "DatumDefinition::Load".
 struct Answers {
-    std::map<std::string, Library::Status> statuses;     // of the calls that are not to report success
-    std::set<std::string> withoutObject;                 // calls that hand out null
-    std::map<std::wstring, Definition> catalog;          // what Load finds; anything else is statusNotFound
-    std::optional<std::vector<unsigned char>> written{}; // what Serialize_s and Write put into the buffer
-    std::optional<std::size_t> writtenLength{};          // what Write reports
+    std::map<std::string, Library::Status> statuses; // the statuses of calls that do not report success
+    std::set<std::string> withoutObject;             // calls that return null
+    std::map<std::wstring, Definition> catalog; // the definitions that Load finds; for others it returns statusNotFound
+    std::optional<std::vector<unsigned char>> written{}; // the bytes that Serialize_s and Write put into the buffer
+    std::optional<std::size_t> writtenLength{};          // the length that Write reports
 };
 
-/// They last until `forget`.
+/// The answers last until `forget`.
 Answers& answers();
 const std::vector<Call>& calls();
-/// The lines of the calls of that name.
+/// The lines of the calls with that name.
 std::vector<std::string> callsOf(const std::string& name);
-/// Drops the calls, the answers and what was written.
+/// Deletes the calls, the answers and the stored definitions.
 void forget();
 
-/// A new definition, for the caller to Destroy. Its class is that of its type.
+/// Makes a definition of the class of its type. The caller calls Destroy.
 Library::DefinitionBase* newDefinition(const Definition& definition);
 Library::CoordinateReferenceSystemDefinition* newSystem(const Definition& definition);
 

@@ -1,4 +1,4 @@
-// The fixture of the recording library: a drawing, and a library that has been told nothing yet.
+// The fixture of the recording library: a drawing, and a library without calls and answers.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -52,7 +52,7 @@ protected:
     }
     static void fail(const std::string& call) { answers().statuses[call] = Library::statusFailed; }
 
-    /// A drawing with a legacy code and a definition xrecord of these definitions, in groups.
+    /// Fills the drawing with a legacy code and a definition xrecord of these definitions, in groups.
     void giveXrecord(const std::wstring& code, const std::vector<Definition>& definitions)
     {
         Items items{{1071, 1}};
@@ -64,7 +64,7 @@ protected:
         drawing.withLegacyCode(code).withXrecord(items);
     }
 
-    /// The codes of the definitions that the drawing gives; nothing where it gives none.
+    /// The codes of the definitions in the drawing; nothing if they cannot be read.
     Texts read()
     {
         ArrayHolder definitions;

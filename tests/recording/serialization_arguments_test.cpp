@@ -1,4 +1,4 @@
-// What the module asks of the library when it writes and reads definitions.
+// The arguments that the module passes to the library when it writes and reads definitions.
 #include "recording/recording_test.h"
 
 namespace Tests {
@@ -19,7 +19,7 @@ protected:
         qeutDelBuffer(bytes);
         return serialized;
     }
-    /// The codes of what is in the block, behind which there is a NUL unit.
+    /// The codes of the definitions in the block. A NUL unit follows the block.
     Texts deserialize(Bytes bytes)
     {
         const auto length = static_cast<int>(bytes.size());

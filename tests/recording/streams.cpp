@@ -1,5 +1,5 @@
-// Arrays, streams and texts of the recording library. A stream is {0, number} and a text "#number"; the number is that
-// of the definitions that were written.
+// Arrays, streams and texts of the recording library. A stream is {0, number} and a text is "#number", with the number
+// of the stored definitions.
 #include <algorithm>
 #include <string_view>
 #include <utility>
@@ -32,7 +32,7 @@ std::string textOfFormat(SerializationFormat format)
     return "format " + std::to_string(format);
 }
 
-/// What the test wants written, else what is found again.
+/// The bytes that the test set, or else the number of the definitions.
 Bytes write(unsigned char* buffer, std::size_t capacity, const Bytes& own)
 {
     Bytes bytes = answers().written.value_or(own);
@@ -45,7 +45,7 @@ unsigned char numberOf(const std::vector<Definition>& definitions)
     return static_cast<unsigned char>(Tests::Recording::store(definitions));
 }
 
-/// What the next array begins with.
+/// The items that the next array begins with.
 std::vector<Definition> upcoming;
 
 DefinitionBaseArray* newArray(const std::vector<Definition>& definitions)

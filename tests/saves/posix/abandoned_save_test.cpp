@@ -1,4 +1,4 @@
-// What a killed save leaves is removed by the next one in the same folder, and nothing else is.
+// The next save in a folder removes the files of a killed save, and nothing else.
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -31,7 +31,7 @@ protected:
     bool isThere(const std::string& name) const { return fs::exists(fs::symlink_status(folder.path() / name)); }
 
     TemporaryFolder folder;
-    std::string abandoned = ".saving-1-0.tmp"; // of a process number that is in use, which says nothing
+    std::string abandoned = ".saving-1-0.tmp"; // the number of a process that runs, which does not matter
 };
 
 TEST_F(AbandonedSave, IsRemovedByTheNextSave)
@@ -102,7 +102,7 @@ TEST_F(AbandonedSave, ThatTurnsOutToBeAnotherOne_Stays)
         put(abandoned);
         std::optional<Embedded::FileDescriptor> writer;
         const WatchedFolder watched(folder.path(),
-                                    {Interruption::Way::meanwhile, call, 0, [&] {
+                                    {Interruption::Effect::meanwhile, call, 0, [&] {
                                          fs::rename(folder.path() / abandoned, folder.path() / "b.txt");
                                          put(abandoned);
                                          writer.emplace(::open((folder.path() / abandoned).c_str(), O_WRONLY));
@@ -129,7 +129,7 @@ TEST_F(AbandonedSave, IsNeverTheSaveOfAnotherProcessThatGoesOn)
     ASSERT_GT(calls, 8U);
     for (std::size_t call = 0; call < calls; ++call) {
         const WatchedFolder watched(
-            folder.path(), {Interruption::Way::meanwhile, call, 0, [this] {
+            folder.path(), {Interruption::Effect::meanwhile, call, 0, [this] {
                                 EXPECT_EQ(answerOfChild([this] {
                                               return Embedded::replaceFile(folder.path() / "b.txt", "other") ? "saved"
                                                                                                              : "failed";

@@ -1,5 +1,6 @@
-// The calls by which this program reaches a folder. The program's own open, write, rename… stand in front of the
-// system's, also for the shared libraries, so that a test can list the calls, fail each, and end the process at each.
+// Records and interrupts the calls by which this program reaches a folder. The program defines open, write, rename and
+// others itself, and the shared libraries call these as well. A test can list the calls, make each fail, and end the
+// process at each.
 #pragma once
 
 #include <cstddef>
@@ -12,38 +13,38 @@
 namespace Tests {
 
 struct DiskCall {
-    enum class Kind { open, create, write, truncate, flush, close, access, rename, remove, makeFolder, look };
+    enum class Kind { open, create, write, truncate, flush, close, access, rename, remove, makeFolder, query };
 
-    Kind kind = Kind::look;
+    Kind kind = Kind::query;
     std::string_view name;        // of the system's function
-    std::filesystem::path path;   // of a descriptor, what it was opened as
-    std::filesystem::path target; // of a rename
-    std::string bytes;            // of a write
-    std::size_t offset = 0;       // of a write, and the length that a truncation leaves
-    bool done = false;            // and not failed
+    std::filesystem::path path;   // for a descriptor, the path that was opened
+    std::filesystem::path target; // for a rename
+    std::string bytes;            // for a write
+    std::size_t offset = 0;       // for a write; for a truncation, the new length
+    bool done = false;            // false if the call failed
 };
 
-/// What is to happen instead of the call with that number.
+/// Interrupts the call with that number.
 struct Interruption {
-    enum class Way {
+    enum class Effect {
         none,
         fails,
         failsFromHereOn,
-        interrupted,   // by a signal, and succeeds when it is tried again
+        interrupted,   // by a signal; the call succeeds when it is made again
         writesOne,     // of the bytes
-        writesNone,    // and reports no error
-        killedHalfway, // through the bytes of a write
+        writesNone,    // without an error
+        killedHalfway, // after half the bytes of a write
         killedAfter,
-        meanwhile // something else happens first
+        meanwhile // `other` runs before the call
     };
 
-    Way way = Way::none;
+    Effect effect = Effect::none;
     std::size_t call = 0;
     int error = 0;
-    std::function<void()> other = {}; // what happens meanwhile, unwatched
+    std::function<void()> other = {}; // its own calls are not recorded
 };
 
-/// Watches the calls that have to do with a folder, for the length of a scope.
+/// Records the calls on a folder and its contents for the length of a scope.
 class WatchedFolder {
 public:
     explicit WatchedFolder(const std::filesystem::path& folder, const Interruption& interruption = {});
@@ -51,7 +52,7 @@ public:
     WatchedFolder& operator=(const WatchedFolder&) = delete;
     ~WatchedFolder();
 
-    /// So far, in their order.
+    /// The calls so far, in order.
     const std::vector<DiskCall>& calls() const;
 };
 

@@ -14,13 +14,13 @@ namespace {
 
 namespace fs = std::filesystem;
 using Kind = DiskCall::Kind;
-using Way = Interruption::Way;
+using Effect = Interruption::Effect;
 
 struct DiskWatch {
     fs::path folder;
     Interruption interruption;
     std::vector<DiskCall> calls;
-    std::vector<bool> looks;
+    std::vector<bool> isQuery;
 };
 
 constinit DiskWatch* diskWatch = nullptr;
@@ -31,11 +31,11 @@ constinit DiskWatch* diskWatch = nullptr;
     ::_exit(1);
 }
 
-/// A file of the system's VFS, with a name.
+/// A file of the system's VFS with its name.
 struct WatchedFile {
     sqlite3_file file;
     sqlite3_file* real;
-    const char* name; // SQLite keeps it as long as the file is open; null for a file of its own
+    const char* name; // SQLite keeps it as long as the file is open; null for a temporary file
     bool isJournal;
 };
 
@@ -47,13 +47,13 @@ WatchedFile& watchedFile(sqlite3_file* file)
 bool isFailing(std::size_t number)
 {
     const Interruption& interruption = diskWatch->interruption;
-    return (interruption.way == Way::fails && number == interruption.call) ||
-           (interruption.way == Way::failsFromHereOn && number >= interruption.call);
+    return (interruption.effect == Effect::fails && number == interruption.call) ||
+           (interruption.effect == Effect::failsFromHereOn && number >= interruption.call);
 }
 
-bool isHere(Way way, std::size_t number)
+bool isHere(Effect effect, std::size_t number)
 {
-    return diskWatch->interruption.way == way && diskWatch->interruption.call == number;
+    return diskWatch->interruption.effect == effect && diskWatch->interruption.call == number;
 }
 
 bool isWatchedName(const char* name)
@@ -61,17 +61,17 @@ bool isWatchedName(const char* name)
     return diskWatch != nullptr && name != nullptr && std::string_view(name).starts_with(diskWatch->folder.native());
 }
 
-/// A call on a file, and the code with which it fails.
+/// A call on a file and the code that it fails with.
 struct VfsCall {
     std::string_view name;
-    Kind kind = Kind::look;
+    Kind kind = Kind::query;
     const char* path = nullptr;
     int error = SQLITE_IOERR;
     std::string_view bytes = {};
     sqlite3_int64 offset = 0;
 };
 
-void note(const VfsCall& call)
+void record(const VfsCall& call)
 {
     diskWatch->calls.push_back({.kind = call.kind,
                                 .name = call.name,
@@ -82,34 +82,34 @@ void note(const VfsCall& call)
                                 .done = true});
 }
 
-/// Makes the call, unless it is to fail, and takes note of it. `half` does a part of it.
+/// Makes the call and records it, or interrupts it. `half` does a part of the call.
 template <class Call, class Half>
-int interruptible(const VfsCall& call, Call make, Half half)
+int callOrInterrupt(const VfsCall& call, Call make, Half half)
 {
     if (!isWatchedName(call.path))
         return make();
-    const std::size_t number = diskWatch->looks.size();
-    diskWatch->looks.push_back(call.kind == Kind::look);
+    const std::size_t number = diskWatch->isQuery.size();
+    diskWatch->isQuery.push_back(call.kind == Kind::query);
     if (isFailing(number))
         return call.error;
-    if (isHere(Way::writesOne, number) || isHere(Way::killedHalfway, number)) {
+    if (isHere(Effect::writesOne, number) || isHere(Effect::killedHalfway, number)) {
         half();
-        if (isHere(Way::killedHalfway, number))
+        if (isHere(Effect::killedHalfway, number))
             endProcess();
         return call.error;
     }
     const int result = make();
-    if (call.kind != Kind::look && result == SQLITE_OK)
-        note(call);
-    if (isHere(Way::killedAfter, number))
+    if (call.kind != Kind::query && result == SQLITE_OK)
+        record(call);
+    if (isHere(Effect::killedAfter, number))
         endProcess();
     return result;
 }
 
 template <class Call>
-int interruptible(const VfsCall& call, Call make)
+int callOrInterrupt(const VfsCall& call, Call make)
 {
-    return interruptible(call, make, [] {});
+    return callOrInterrupt(call, make, [] {});
 }
 
 const char* nameOf(sqlite3_file* file)
@@ -126,8 +126,8 @@ int closeFile(sqlite3_file* file)
 int readFrom(sqlite3_file* file, void* bytes, int length, sqlite3_int64 offset)
 {
     sqlite3_file* const real = watchedFile(file).real;
-    return interruptible({"xRead", Kind::look, nameOf(file), SQLITE_IOERR_READ},
-                         [=] { return real->pMethods->xRead(real, bytes, length, offset); });
+    return callOrInterrupt({"xRead", Kind::query, nameOf(file), SQLITE_IOERR_READ},
+                           [=] { return real->pMethods->xRead(real, bytes, length, offset); });
 }
 
 int writeTo(sqlite3_file* file, const void* bytes, int length, sqlite3_int64 offset)
@@ -140,7 +140,7 @@ int writeTo(sqlite3_file* file, const void* bytes, int length, sqlite3_int64 off
                        wanted != 0 ? wanted : SQLITE_IOERR_WRITE,
                        {static_cast<const char*>(bytes), static_cast<std::size_t>(length)},
                        offset};
-    return interruptible(
+    return callOrInterrupt(
         call, [=] { return real->pMethods->xWrite(real, bytes, length, offset); },
         [=] { static_cast<void>(real->pMethods->xWrite(real, bytes, length / 2, offset)); });
 }
@@ -148,15 +148,15 @@ int writeTo(sqlite3_file* file, const void* bytes, int length, sqlite3_int64 off
 int truncateTo(sqlite3_file* file, sqlite3_int64 length)
 {
     sqlite3_file* const real = watchedFile(file).real;
-    return interruptible({"xTruncate", Kind::truncate, nameOf(file), SQLITE_IOERR_TRUNCATE, {}, length},
-                         [=] { return real->pMethods->xTruncate(real, length); });
+    return callOrInterrupt({"xTruncate", Kind::truncate, nameOf(file), SQLITE_IOERR_TRUNCATE, {}, length},
+                           [=] { return real->pMethods->xTruncate(real, length); });
 }
 
-void noteFolderFlush(const char* file)
+void recordFolderFlush(const char* file)
 {
     const std::string folder = fs::path(file).parent_path();
     if (isWatchedName(file))
-        note({"xSync", Kind::flush, folder.c_str()});
+        record({"xSync", Kind::flush, folder.c_str()});
 }
 
 int syncFile(sqlite3_file* file, int flags)
@@ -165,24 +165,24 @@ int syncFile(sqlite3_file* file, int flags)
     if (!isWatchedName(nameOf(file)))
         return real->pMethods->xSync(real, flags);
     const int result =
-        interruptible({"xSync", Kind::flush, nameOf(file), SQLITE_IOERR_FSYNC}, [] { return SQLITE_OK; });
+        callOrInterrupt({"xSync", Kind::flush, nameOf(file), SQLITE_IOERR_FSYNC}, [] { return SQLITE_OK; });
     if (result == SQLITE_OK && watchedFile(file).isJournal)
-        noteFolderFlush(nameOf(file)); // the system's VFS does so with a new journal
+        recordFolderFlush(nameOf(file)); // the system's VFS flushes the folder of a new journal
     return result;
 }
 
 int sizeOf(sqlite3_file* file, sqlite3_int64* size)
 {
     sqlite3_file* const real = watchedFile(file).real;
-    return interruptible({"xFileSize", Kind::look, nameOf(file), SQLITE_IOERR_FSTAT},
-                         [=] { return real->pMethods->xFileSize(real, size); });
+    return callOrInterrupt({"xFileSize", Kind::query, nameOf(file), SQLITE_IOERR_FSTAT},
+                           [=] { return real->pMethods->xFileSize(real, size); });
 }
 
 int lockFile(sqlite3_file* file, int level)
 {
     sqlite3_file* const real = watchedFile(file).real;
-    return interruptible({"xLock", Kind::look, nameOf(file), SQLITE_IOERR_LOCK},
-                         [=] { return real->pMethods->xLock(real, level); });
+    return callOrInterrupt({"xLock", Kind::query, nameOf(file), SQLITE_IOERR_LOCK},
+                           [=] { return real->pMethods->xLock(real, level); });
 }
 
 int unlockFile(sqlite3_file* file, int level)
@@ -194,8 +194,8 @@ int unlockFile(sqlite3_file* file, int level)
 int isReserved(sqlite3_file* file, int* result)
 {
     sqlite3_file* const real = watchedFile(file).real;
-    return interruptible({"xCheckReservedLock", Kind::look, nameOf(file), SQLITE_IOERR_CHECKRESERVEDLOCK},
-                         [=] { return real->pMethods->xCheckReservedLock(real, result); });
+    return callOrInterrupt({"xCheckReservedLock", Kind::query, nameOf(file), SQLITE_IOERR_CHECKRESERVEDLOCK},
+                           [=] { return real->pMethods->xCheckReservedLock(real, result); });
 }
 
 int control(sqlite3_file* file, int operation, void* argument)
@@ -210,7 +210,7 @@ int sectorSize(sqlite3_file* file)
     return real->pMethods->xSectorSize(real);
 }
 
-/// Nothing is promised: neither whole sectors nor their order.
+/// Promises neither complete sectors nor their order.
 int characteristics(sqlite3_file* /*file*/)
 {
     return 0;
@@ -249,8 +249,9 @@ int openFile(sqlite3_vfs* /*vfs*/, sqlite3_filename name, sqlite3_file* file, in
     watched.name = name;
     watched.isJournal = (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0;
     const bool isNew = isWatchedName(name) && !fs::exists(name);
-    const int result = interruptible({"xOpen", isNew ? Kind::create : Kind::open, name, SQLITE_CANTOPEN},
-                                     [&] { return systemVfs->xOpen(systemVfs, name, watched.real, flags, outFlags); });
+    const int result = callOrInterrupt({"xOpen", isNew ? Kind::create : Kind::open, name, SQLITE_CANTOPEN}, [&] {
+        return systemVfs->xOpen(systemVfs, name, watched.real, flags, outFlags);
+    });
     if (watched.real->pMethods != nullptr)
         watched.file.pMethods = &kMethods;
     return result;
@@ -258,20 +259,20 @@ int openFile(sqlite3_vfs* /*vfs*/, sqlite3_filename name, sqlite3_file* file, in
 
 int removeFile(sqlite3_vfs* /*vfs*/, const char* name, int flushesFolder)
 {
-    const int result = interruptible({"xDelete", Kind::remove, name, SQLITE_IOERR_DELETE},
-                                     [=] { return systemVfs->xDelete(systemVfs, name, 0); });
+    const int result = callOrInterrupt({"xDelete", Kind::remove, name, SQLITE_IOERR_DELETE},
+                                       [=] { return systemVfs->xDelete(systemVfs, name, 0); });
     if (result == SQLITE_OK && flushesFolder != 0)
-        noteFolderFlush(name);
+        recordFolderFlush(name);
     return result;
 }
 
 int accessFile(sqlite3_vfs* /*vfs*/, const char* name, int flags, int* result)
 {
-    return interruptible({"xAccess", Kind::look, name, SQLITE_IOERR_ACCESS},
-                         [=] { return systemVfs->xAccess(systemVfs, name, flags, result); });
+    return callOrInterrupt({"xAccess", Kind::query, name, SQLITE_IOERR_ACCESS},
+                           [=] { return systemVfs->xAccess(systemVfs, name, flags, result); });
 }
 
-/// From the start of the program on it is what others are put above.
+/// Registers the VFS when the program starts, so that others lie above it.
 const bool isRegistered = [] {
     systemVfs = sqlite3_vfs_find(nullptr);
     static sqlite3_vfs vfs = *systemVfs;
@@ -301,9 +302,9 @@ const std::vector<DiskCall>& WatchedDisk::calls() const
     return diskWatch->calls;
 }
 
-const std::vector<bool>& WatchedDisk::looks() const
+const std::vector<bool>& WatchedDisk::isQuery() const
 {
-    return diskWatch->looks;
+    return diskWatch->isQuery;
 }
 
 } // namespace Tests

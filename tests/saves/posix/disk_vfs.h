@@ -1,5 +1,5 @@
-// The way by which SQLite reaches its files, watched: a test lists the calls, fails each, cuts writes short and ends
-// the process at each. It lies below the host's own and above the system's.
+// A VFS that records and interrupts the calls by which SQLite reaches its files. A test can list the calls, make each
+// fail, cut writes short and end the process at each. It lies below the host's VFS and above the system's.
 #pragma once
 
 #include <filesystem>
@@ -9,10 +9,10 @@
 
 namespace Tests {
 
-/// Watches what SQLite does in a folder, for the length of a scope. Of the ways of an interruption there are `fails`,
-/// `failsFromHereOn`, `writesOne` (half of the bytes of a write, which then fails), `killedHalfway` and `killedAfter`;
-/// its error is the result code of a write that fails. Other calls fail with codes of their own. Nothing waits for the
-/// disk. A database is to be opened within the scope and closed before it ends.
+/// Records what SQLite does in a folder for the length of a scope. The effects are `fails`, `failsFromHereOn`,
+/// `writesOne` (writes half of the bytes and fails), `killedHalfway` and `killedAfter`. The error of the interruption
+/// is the result code of a failing write; other calls fail with their own codes. Nothing waits for the disk. A database
+/// must be opened within the scope and closed before it ends.
 class WatchedDisk {
 public:
     explicit WatchedDisk(const std::filesystem::path& folder, const Interruption& interruption = {});
@@ -20,10 +20,10 @@ public:
     WatchedDisk& operator=(const WatchedDisk&) = delete;
     ~WatchedDisk();
 
-    /// So far, in their order, but for those that only look.
+    /// The calls so far, in order, without queries.
     const std::vector<DiskCall>& calls() const;
-    /// Of each call of all, whether it only looks.
-    const std::vector<bool>& looks() const;
+    /// Whether each call, of all calls, is a query.
+    const std::vector<bool>& isQuery() const;
 };
 
 } // namespace Tests

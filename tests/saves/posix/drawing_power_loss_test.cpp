@@ -1,5 +1,5 @@
-// The power goes at some moment of a drawing's save: in every state in which the disk may then be found, there is the
-// old or the new.
+// The power fails at some moment of a drawing's save. In every state in which the disk may be found, the old drawing or
+// the new is there.
 #include "saves/posix/interrupted_drawing.h"
 #include "saves/posix/simulated_disk.h"
 
@@ -10,17 +10,17 @@ class DrawingPowerLoss : public InterruptedDrawing {
 protected:
     DrawingPowerLoss()
     {
-        held_ = scenario().held();
-        held_.try_emplace("a.qedb"); // a new drawing begins as a file of no bytes
+        initialContents_ = scenario().initialContents();
+        initialContents_.try_emplace("a.qedb"); // a new drawing begins as an empty file
     }
 
-    /// What a program finds in some of the states that the disk may have at any moment of those calls: the states are
-    /// many, and neighbours are alike.
+    /// The drawings that a program finds in some of the states of the disk at any moment of the calls. There are many
+    /// states, and neighbours are alike.
     std::set<std::string> foundAtAnyMoment(const std::vector<DiskCall>& saved)
     {
         constexpr std::size_t kStride = ORVEL_TEXT_STRIDE > 1 ? 41 : 7;
         std::set<std::string> contents = foundAfter(saved);
-        SimulatedDisk disk(folder, held_);
+        SimulatedDisk disk(folder, initialContents_);
         std::size_t number = 0;
         for (const DiskCall& call : saved) {
             disk.apply(call);
@@ -33,7 +33,7 @@ protected:
     }
     std::set<std::string> foundAfter(const std::vector<DiskCall>& saved)
     {
-        SimulatedDisk disk(folder, held_);
+        SimulatedDisk disk(folder, initialContents_);
         for (const DiskCall& call : saved)
             disk.apply(call);
         std::set<std::string> contents;
@@ -48,7 +48,7 @@ protected:
         return found == before ? "the old" : found == after ? "the new" : found.substr(0, 200);
     }
 
-    FolderContents held_;
+    FolderContents initialContents_;
 
 private:
     TemporaryFolder place_;
@@ -56,9 +56,9 @@ private:
 
 TEST_P(DrawingPowerLoss, TheCallsAreAllThatTheSaveDoes)
 {
-    FolderContents held = scenario().held();
-    held.try_emplace("a.qedb");
-    SimulatedDisk disk(folder, held);
+    FolderContents initialContents = scenario().initialContents();
+    initialContents.try_emplace("a.qedb");
+    SimulatedDisk disk(folder, initialContents);
     for (const DiskCall& call : calls)
         disk.apply(call);
     EXPECT_TRUE(disk.seen() == contentsBelow(folder));
@@ -77,17 +77,17 @@ TEST_P(DrawingPowerLoss, AfterTheSave_LeavesTheNew)
 INSTANTIATE_TEST_SUITE_P(Each, DrawingPowerLoss, testing::Values(kNewDrawing, kChangedDrawing, kShrunkDrawing),
                          [](const auto& scenario) { return std::string(scenario.param.name); });
 
-/// That the states are bad enough to show a save that does not flush its journal.
+/// The simulated states are bad enough to show a save that does not flush its journal.
 class UnflushedDrawing : public DrawingPowerLoss {};
 
 TEST_P(UnflushedDrawing, MightBeLeftAsNeither)
 {
-    SimulatedDisk disk(folder, held_);
+    SimulatedDisk disk(folder, initialContents_);
     bool isNeither = false;
     for (const DiskCall& call : calls) {
         const bool isJournals = call.path.extension() == ".qedb-journal";
         if (call.kind == DiskCall::Kind::flush || (isJournals && call.kind == DiskCall::Kind::write))
-            continue; // what was written to the journal did not reach the disk
+            continue; // the writes to the journal did not reach the disk
         disk.apply(call);
     }
     for (const FolderContents& state : disk.afterPowerLoss()) {

@@ -38,34 +38,34 @@ void fill(Drawing& drawing, wchar_t unit, std::size_t length)
 
 const FolderContents& emptyFolder()
 {
-    static const FolderContents held;
-    return held;
+    static const FolderContents initialContents;
+    return initialContents;
 }
 
 const FolderContents& oneDrawing()
 {
-    static const FolderContents held = [] {
+    static const FolderContents initialContents = [] {
         Drawing drawing;
         fill(drawing, L'o', 2'000);
         drawing.withGeoData(L"old").withLegacyCode(L"EPSG:25832");
         return FolderContents{{"a.qedb", savedInMemory(*drawing.database())}};
     }();
-    return held;
+    return initialContents;
 }
 
 const FolderContents& twoDrawings()
 {
-    static const FolderContents held = [] {
+    static const FolderContents initialContents = [] {
         Drawing drawing;
         fill(drawing, L'p', 3'000);
         FolderContents both = oneDrawing();
         both["b.qedb"] = savedInMemory(*drawing.database());
         return both;
     }();
-    return held;
+    return initialContents;
 }
 
-/// Whether all of it went well. What cannot be opened is thrown by the fixture's drawing.
+/// Returns false if the work throws, as `Drawing` does for what it cannot open.
 template <class Work>
 bool succeeds(Work work)
 {
@@ -79,7 +79,7 @@ bool succeeds(Work work)
 std::unique_ptr<QeDbDatabase> opened(const fs::path& folder, DrawingAccess access)
 {
     std::unique_ptr<QeDbDatabase> database;
-    static_cast<void>(Embedded::loadDrawing(folder / "a.qedb", database, access, noWait())); // null says it
+    static_cast<void>(Embedded::loadDrawing(folder / "a.qedb", database, access, noWait())); // null reports the failure
     return database;
 }
 
@@ -98,7 +98,7 @@ bool saveNew(const fs::path& folder)
     });
 }
 
-/// Opens the drawing, does something to it and saves it.
+/// Opens the drawing, changes it and saves it.
 template <class Change>
 bool savesChanged(const fs::path& folder, Change change)
 {

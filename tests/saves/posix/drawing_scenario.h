@@ -1,4 +1,4 @@
-// Saves of drawings, in a folder of a test's own: the kinds that the tests interrupt.
+// The saves of drawings that the tests interrupt.
 #pragma once
 
 #include <filesystem>
@@ -10,13 +10,13 @@
 namespace Tests {
 
 struct DrawingScenario {
-    const char* name; // a constant, as the others are, for the tests are listed before all else
-    /// What lies in the folder before the save.
-    const FolderContents& (*held)();
-    /// The save, from opening to closing. Whether it reported success.
+    const char* name; // the scenarios are constants, since tests are registered before main
+    /// The contents of the folder before the save.
+    const FolderContents& (*initialContents)();
+    /// Opens, changes, saves and closes the drawing. Returns whether the save reported success.
     bool (*save)(const std::filesystem::path& folder);
-    bool canRepeat;       // the save, when it was done
-    bool shortensItsFile; // the save, behind its commit
+    bool canRepeat;       // whether the save can be made again after a success
+    bool shortensItsFile; // whether the save shortens the file after its commit
 
     friend std::ostream& operator<<(std::ostream& stream, const DrawingScenario& scenario)
     {
@@ -24,16 +24,16 @@ struct DrawingScenario {
     }
 };
 
-/// A drawing where there was none; a drawing of many pages that is changed all over; one that gets much smaller; one
-/// that is copied to where nothing is, and over another.
+/// A new drawing; a drawing of many pages that is changed everywhere; one that gets much smaller; one that is copied to
+/// a new file, and over another drawing.
 extern const DrawingScenario kNewDrawing;
 extern const DrawingScenario kChangedDrawing;
 extern const DrawingScenario kShrunkDrawing;
 extern const DrawingScenario kCopiedDrawing;
 extern const DrawingScenario kOverwrittenDrawing;
 
-/// What a program finds in the folder's drawings that opens them: all of them as text, with "nothing" for one that is
-/// not there or of no bytes, and "refused" for one that is not whole.
+/// Opens the drawings in the folder and returns their contents as text: "nothing" for a missing or empty file, and
+/// "refused" for a damaged one.
 std::string drawingsIn(const std::filesystem::path& folder);
 
 } // namespace Tests

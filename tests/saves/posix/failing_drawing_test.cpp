@@ -10,25 +10,25 @@
 namespace Tests {
 namespace {
 
-using Way = Interruption::Way;
+using Effect = Interruption::Effect;
 
 class FailingDrawing : public InterruptedDrawing {
 protected:
-    /// Fails, or does in another way, one call after the other. `check` is told whether the save succeeded.
+    /// Interrupts one call after the other. `check` gets whether the save is done.
     template <class Check>
-    void atEachCall(Way way, int error, Check check)
+    void atEachCall(Effect effect, int error, Check check)
     {
         for (const std::size_t call : interruptedCalls(true)) {
             SCOPED_TRACE("call " + std::to_string(call));
             prepare();
             bool succeeded = false;
             {
-                const WatchedDisk watched(folder, {way, call, error});
+                const WatchedDisk watched(folder, {effect, call, error});
                 succeeded = scenario().save(folder);
             }
             const std::string left = found();
             EXPECT_TRUE(left == after || (left == before && !succeeded)) << left.substr(0, 200);
-            // After a commit SQLite may have to shorten the file, and says so when it cannot.
+            // SQLite may have to shorten the file after a commit, and reports a failure if it cannot.
             EXPECT_TRUE(left == before || succeeded || scenario().shortensItsFile);
             check(left == after);
             if (HasFailure())
@@ -40,7 +40,7 @@ protected:
 TEST_P(FailingDrawing, ACallThatFails_LeavesTheOldOrTheNewAndNothingElse)
 {
     int refused = 0;
-    atEachCall(Way::fails, SQLITE_FULL, [&](bool isDone) {
+    atEachCall(Effect::fails, SQLITE_FULL, [&](bool isDone) {
         refused += isDone ? 0 : 1;
         expectNothingLeft();
         expectTheNextSaveToSucceed(isDone);
@@ -50,12 +50,12 @@ TEST_P(FailingDrawing, ACallThatFails_LeavesTheOldOrTheNewAndNothingElse)
 
 TEST_P(FailingDrawing, ADiskThatFailsFromSomeCallOn_LeavesTheOldOrTheNew)
 {
-    atEachCall(Way::failsFromHereOn, SQLITE_IOERR_WRITE, [&](bool isDone) { expectTheNextSaveToSucceed(isDone); });
+    atEachCall(Effect::failsFromHereOn, SQLITE_IOERR_WRITE, [&](bool isDone) { expectTheNextSaveToSucceed(isDone); });
 }
 
 TEST_P(FailingDrawing, AWriteThatIsCutShort_IsTakenBack)
 {
-    atEachCall(Way::writesOne, SQLITE_FULL, [&](bool isDone) {
+    atEachCall(Effect::writesOne, SQLITE_FULL, [&](bool isDone) {
         expectNothingLeft();
         expectTheNextSaveToSucceed(isDone);
     });
@@ -105,7 +105,7 @@ TEST_F(FailedDrawing, IsSavedOnceTheDiskWorksAgain)
         const Drawing drawing = openedAndChanged();
         const WatchedDisk watched(folder.path());
         ASSERT_EQ(save(drawing).message, "");
-        count = watched.looks().size();
+        count = watched.isQuery().size();
     }
     int failed = 0;
     for (std::size_t call = 0; call<count; call += ORVEL_TEXT_STRIDE> 1 ? 7 : 1) {
@@ -113,12 +113,12 @@ TEST_F(FailedDrawing, IsSavedOnceTheDiskWorksAgain)
         const Drawing drawing = openedAndChanged();
         const std::string contents = drawing.contents();
         {
-            const WatchedDisk watched(folder.path(), {Way::fails, call, SQLITE_FULL});
+            const WatchedDisk watched(folder.path(), {Effect::fails, call, SQLITE_FULL});
             failed += save(drawing).status == Qeapp::eOk ? 0 : 1;
         }
         EXPECT_EQ(drawing.contents(), contents);
         {
-            const WatchedDisk watched(folder.path()); // it does not wait for the disk
+            const WatchedDisk watched(folder.path()); // which does not wait for the disk
             EXPECT_EQ(save(drawing).message, "");
         }
         std::unique_ptr<QeDbDatabase> again;

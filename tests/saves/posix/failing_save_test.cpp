@@ -8,7 +8,7 @@ namespace Tests {
 namespace {
 
 namespace fs = std::filesystem;
-using Way = Interruption::Way;
+using Effect = Interruption::Effect;
 
 class FailingSave : public InterruptedSave {
 protected:
@@ -20,18 +20,18 @@ protected:
 
     Outcome saveWith(const Interruption& interruption)
     {
-        const fs::path place = fresh();
+        const fs::path place = newFolder();
         const WatchedFolder watched(place, interruption);
         const bool succeeded = scenario().save(place);
         return {succeeded, place, watched.calls()};
     }
-    /// Fails, or does in another way, one call after the other, up to beyond the last.
+    /// Interrupts one call after the other, and at last none.
     template <class Check>
-    void atEachCall(Way way, int error, Check check)
+    void atEachCall(Effect effect, int error, Check check)
     {
         for (std::size_t call = 0;; ++call) {
             SCOPED_TRACE(nameOf(call));
-            const Outcome outcome = saveWith({way, call, error});
+            const Outcome outcome = saveWith({effect, call, error});
             EXPECT_EQ(scenario().content(outcome.folder), outcome.succeeded ? after : before);
             check(outcome);
             if (call >= outcome.calls.size())
@@ -60,7 +60,7 @@ protected:
 TEST_P(FailingSave, ACallThatFailsLeavesTheOldOrTheNewAndNothingElse)
 {
     for (const int error : {EIO, EACCES, ENOSPC}) {
-        atEachCall(Way::fails, error, [&](const Outcome& outcome) {
+        atEachCall(Effect::fails, error, [&](const Outcome& outcome) {
             expectNothingLeft(outcome);
             expectTheNextSaveToSucceed(outcome);
         });
@@ -69,7 +69,7 @@ TEST_P(FailingSave, ACallThatFailsLeavesTheOldOrTheNewAndNothingElse)
 
 TEST_P(FailingSave, ADiskThatFailsFromSomeCallOnLeavesTheOldOrTheNew)
 {
-    atEachCall(Way::failsFromHereOn, EIO, [&](const Outcome& outcome) { expectTheNextSaveToSucceed(outcome); });
+    atEachCall(Effect::failsFromHereOn, EIO, [&](const Outcome& outcome) { expectTheNextSaveToSucceed(outcome); });
 }
 
 TEST_P(FailingSave, ASignalInterruptsAndDoesNotHinder)
@@ -78,7 +78,7 @@ TEST_P(FailingSave, ASignalInterruptsAndDoesNotHinder)
         if (!canBeInterrupted(calls[call]))
             continue;
         SCOPED_TRACE(nameOf(call));
-        const Outcome outcome = saveWith({Way::interrupted, call, 0});
+        const Outcome outcome = saveWith({Effect::interrupted, call, 0});
         EXPECT_TRUE(outcome.succeeded);
         EXPECT_EQ(scenario().content(outcome.folder), after);
         EXPECT_EQ(namesBelow(outcome.folder), names);
@@ -87,13 +87,13 @@ TEST_P(FailingSave, ASignalInterruptsAndDoesNotHinder)
 
 TEST_P(FailingSave, AWriteThatTakesOneByteOnlyIsContinued)
 {
-    atEachCall(Way::writesOne, 0, [&](const Outcome& outcome) { EXPECT_TRUE(outcome.succeeded); });
+    atEachCall(Effect::writesOne, 0, [&](const Outcome& outcome) { EXPECT_TRUE(outcome.succeeded); });
 }
 
 TEST_P(FailingSave, AWriteThatTakesNothingIsAFailure)
 {
     std::size_t refused = 0;
-    atEachCall(Way::writesNone, 0, [&](const Outcome& outcome) {
+    atEachCall(Effect::writesNone, 0, [&](const Outcome& outcome) {
         refused += outcome.succeeded ? 0U : 1U;
         expectNothingLeft(outcome);
     });

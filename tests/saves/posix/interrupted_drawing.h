@@ -17,7 +17,7 @@ namespace Tests {
 class InterruptedDrawing : public PlatformTest, public testing::WithParamInterface<DrawingScenario> {
 private:
     TemporaryFolder temporary_;
-    std::vector<bool> looks_; // of each call, whether it only looks
+    std::vector<bool> isQuery_; // for each call
 
 protected:
     InterruptedDrawing()
@@ -28,7 +28,7 @@ protected:
             const WatchedDisk watched(folder);
             EXPECT_TRUE(scenario().save(folder));
             calls = watched.calls();
-            looks_ = watched.looks();
+            isQuery_ = watched.isQuery();
         }
         after = drawingsIn(folder);
         EXPECT_TRUE(after != before);
@@ -36,21 +36,21 @@ protected:
     }
 
     static const DrawingScenario& scenario() { return GetParam(); }
-    /// The numbers of the calls that are interrupted: most are alike, so some of those that only look, and all others.
-    /// Sanitizers slow everything down, and see as much at fewer.
-    std::vector<std::size_t> interruptedCalls(bool withLooks) const
+    /// The numbers of the calls to interrupt: all calls that change something, and some queries, which are all alike.
+    /// Sanitizers are slow and take fewer.
+    std::vector<std::size_t> interruptedCalls(bool withQueries) const
     {
         constexpr bool isSlow = ORVEL_TEXT_STRIDE > 1;
         std::vector<std::size_t> numbers;
-        for (std::size_t number = 0; number < looks_.size(); ++number) {
-            const std::size_t stride = looks_[number] ? (isSlow ? 97 : 23) : (isSlow ? 9 : 1);
-            if ((withLooks || !looks_[number]) && (number % stride == 0 || number + 3 >= looks_.size()))
+        for (std::size_t number = 0; number < isQuery_.size(); ++number) {
+            const std::size_t stride = isQuery_[number] ? (isSlow ? 97 : 23) : (isSlow ? 9 : 1);
+            if ((withQueries || !isQuery_[number]) && (number % stride == 0 || number + 3 >= isQuery_.size()))
                 numbers.push_back(number);
         }
         return numbers;
     }
-    /// Puts into the folder what is there before the save, and nothing else.
-    void prepare() const { makeFolder(folder, scenario().held()); }
+    /// Restores the folder as it is before the save.
+    void prepare() const { makeFolder(folder, scenario().initialContents()); }
     std::string found() const { return drawingsIn(folder); }
     std::string foundInACopy() const
     {
@@ -58,7 +58,7 @@ protected:
         makeFolder(copy, contentsBelow(folder));
         return drawingsIn(copy);
     }
-    /// Also where the interrupted one has saved already, unless that was to make something new.
+    /// The next save succeeds also after a finished one, unless it makes a new file.
     void expectTheNextSaveToSucceed(bool isDone) const
     {
         const WatchedDisk watched(folder);
@@ -78,7 +78,7 @@ protected:
     std::filesystem::path folder = temporary_.path() / "drawings";
     std::string before;
     std::string after;
-    /// Of a save that nothing interrupts.
+    /// The calls of a save without an interruption.
     std::vector<DiskCall> calls;
 };
 

@@ -24,8 +24,8 @@ protected:
     {
         std::filesystem::create_directory(prepared_);
         scenario().prepare(prepared_);
-        folder = fresh();
-        held = contentsBelow(folder);
+        folder = newFolder();
+        initialContents = contentsBelow(folder);
         before = scenario().content(folder);
         {
             const WatchedFolder watched(folder);
@@ -40,8 +40,8 @@ protected:
 
     static const SaveScenario& scenario() { return GetParam(); }
 
-    /// A folder of its own with what is there before the save.
-    std::filesystem::path fresh()
+    /// Makes a new folder as it is before the save.
+    std::filesystem::path newFolder()
     {
         const std::filesystem::path copy = folder_.path() / std::to_string(++number_);
         std::filesystem::copy(prepared_, copy,
@@ -64,9 +64,9 @@ protected:
 
     std::string before;
     std::string after;
-    /// Of a save that nothing interrupts: the folder, what it held before, the calls, and the names in it afterwards.
+    /// A save without an interruption: the folder, its contents before, the calls, and the names in it afterwards.
     std::filesystem::path folder;
-    FolderContents held;
+    FolderContents initialContents;
     std::vector<DiskCall> calls;
     Names names;
 

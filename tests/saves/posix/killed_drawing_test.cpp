@@ -1,5 +1,5 @@
-// A process that is killed after each call of its save, or in the middle of a write: the next one finds the old or the
-// new.
+// Kills a process after each call of its save, or in the middle of a write. The next process finds the old content or
+// the new.
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -9,19 +9,19 @@
 namespace Tests {
 namespace {
 
-using Way = Interruption::Way;
+using Effect = Interruption::Effect;
 
 class KilledDrawing : public InterruptedDrawing {
 protected:
-    /// Leaves in the folder what a save in a process of its own has left that is killed there.
-    void killAt(std::size_t call, Way way)
+    /// Saves in a child process that is killed at the call.
+    void killAt(std::size_t call, Effect effect)
     {
         prepare();
         const pid_t child = ::fork();
         EXPECT_GE(child, 0);
         if (child == 0) {
-            const WatchedDisk watched(folder, {way, call, 0});
-            static_cast<void>(scenario().save(folder)); // which does not come to its end
+            const WatchedDisk watched(folder, {effect, call, 0});
+            static_cast<void>(scenario().save(folder)); // the kill ends it
             ::_exit(0);
         }
         int status = 0;
@@ -34,10 +34,10 @@ TEST_P(KilledDrawing, AtAnyCall_LeavesTheOldAndLaterTheNew)
 {
     bool isNew = false;
     for (const std::size_t call : interruptedCalls(false)) {
-        for (const Way way : {Way::killedHalfway, Way::killedAfter}) {
+        for (const Effect effect : {Effect::killedHalfway, Effect::killedAfter}) {
             SCOPED_TRACE("call " + std::to_string(call));
-            killAt(call, way);
-            const std::string left = foundInACopy(); // so that the next save is the first to see what was left
+            killAt(call, effect);
+            const std::string left = foundInACopy(); // a copy, so that the next save is the first to open what was left
             ASSERT_TRUE(left == before || left == after) << left.substr(0, 200);
             EXPECT_FALSE(isNew && left == before);
             isNew = left == after;

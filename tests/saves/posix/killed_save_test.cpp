@@ -1,4 +1,5 @@
-// A process that is killed after each call of its save, or in the middle of one: the next one finds the old or the new.
+// Kills a process after each call of its save, or in the middle of one. The next process finds the old content or the
+// new.
 #include "saves/posix/interrupted_save.h"
 
 #include <signal.h>
@@ -9,19 +10,19 @@ namespace Tests {
 namespace {
 
 namespace fs = std::filesystem;
-using Way = Interruption::Way;
+using Effect = Interruption::Effect;
 
 class KilledSave : public InterruptedSave {
 protected:
-    /// What is left of a save in a process of its own that is killed there.
-    fs::path killedAt(std::size_t call, Way way)
+    /// Saves in a child process that is killed at the call. Returns the folder.
+    fs::path killedAt(std::size_t call, Effect effect)
     {
-        const fs::path place = fresh();
+        const fs::path place = newFolder();
         const pid_t child = ::fork();
         EXPECT_GE(child, 0);
         if (child == 0) {
-            const WatchedFolder watched(place, {way, call, 0});
-            static_cast<void>(scenario().save(place)); // which does not come to its end
+            const WatchedFolder watched(place, {effect, call, 0});
+            static_cast<void>(scenario().save(place)); // the kill ends it
             ::_exit(0);
         }
         int status = 0;
@@ -42,7 +43,7 @@ TEST_P(KilledSave, BetweenTwoCalls_LeavesTheOldAndLaterTheNew)
     std::string last = before;
     for (std::size_t call = 0; call < calls.size(); ++call) {
         SCOPED_TRACE(nameOf(call));
-        const fs::path place = killedAt(call, Way::killedAfter);
+        const fs::path place = killedAt(call, Effect::killedAfter);
         const std::string found = scenario().content(place);
         EXPECT_TRUE(found == before || found == after);
         EXPECT_FALSE(found == before && last == after);
@@ -58,7 +59,7 @@ TEST_P(KilledSave, InTheMiddleOfAWrite_LeavesTheOldOrTheNew)
         if (calls[call].kind != DiskCall::Kind::write)
             continue;
         SCOPED_TRACE(nameOf(call));
-        const fs::path place = killedAt(call, Way::killedHalfway);
+        const fs::path place = killedAt(call, Effect::killedHalfway);
         const std::string found = scenario().content(place);
         EXPECT_TRUE(found == before || found == after);
         expectTheNextSaveToSucceed(place);

@@ -1,5 +1,5 @@
-// The power goes at some moment of a save: in every state in which the disk may then be found, there is the old or the
-// new.
+// The power fails at some moment of a save. In every state in which the disk may be found, the old content or the new
+// is there.
 #include "saves/posix/interrupted_save.h"
 
 namespace Tests {
@@ -9,11 +9,11 @@ namespace fs = std::filesystem;
 
 class PowerLoss : public InterruptedSave {
 protected:
-    /// What a program finds in the states that the disk may have at any moment of those calls.
+    /// The contents that a program finds in every state of the disk at any moment of the calls.
     std::set<std::string> foundAtAnyMoment(const std::vector<DiskCall>& saved)
     {
         std::set<std::string> contents;
-        SimulatedDisk disk(folder, held);
+        SimulatedDisk disk(folder, initialContents);
         addFound(disk, contents);
         for (const DiskCall& call : saved) {
             disk.apply(call);
@@ -23,7 +23,7 @@ protected:
     }
     std::set<std::string> foundAfter(const std::vector<DiskCall>& saved)
     {
-        SimulatedDisk disk(folder, held);
+        SimulatedDisk disk(folder, initialContents);
         for (const DiskCall& call : saved)
             disk.apply(call);
         std::set<std::string> contents;
@@ -50,12 +50,12 @@ private:
     }
 
     TemporaryFolder place_;
-    std::set<FolderContents> states_; // that were looked at
+    std::set<FolderContents> states_; // the states that were opened
 };
 
 TEST_P(PowerLoss, TheCallsAreAllThatTheSaveDoes)
 {
-    SimulatedDisk disk(folder, held);
+    SimulatedDisk disk(folder, initialContents);
     for (const DiskCall& call : calls)
         disk.apply(call);
     EXPECT_EQ(disk.seen(), contentsBelow(folder));
@@ -69,7 +69,7 @@ TEST_P(PowerLoss, AtAnyMoment_LeavesTheOldOrTheNew)
 INSTANTIATE_TEST_SUITE_P(Each, PowerLoss, testing::Values(kNewFile, kReplacedFile),
                          [](const auto& scenario) { return std::string(scenario.param.name); });
 
-/// What replaces a file whole, and does not return before that is on the disk.
+/// Replacing a file returns only when the new content is on the disk.
 class PowerLossOfAWholeFile : public PowerLoss {};
 
 TEST_P(PowerLossOfAWholeFile, AfterTheSave_LeavesTheNew)

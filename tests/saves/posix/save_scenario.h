@@ -1,4 +1,4 @@
-// What is replaced, in a folder of a test's own: the kinds of replacements that the tests interrupt.
+// The replacements of whole files that the tests interrupt.
 #pragma once
 
 #include <filesystem>
@@ -8,13 +8,12 @@
 namespace Tests {
 
 struct SaveScenario {
-    const char* name; // a constant, as the others are, for the tests are listed before all else
-    /// Puts into an empty folder what is there before the save.
+    const char* name; // the scenarios are constants, since tests are registered before main
+    /// Fills an empty folder as it is before the save.
     void (*prepare)(const std::filesystem::path& folder);
-    /// The save. Whether it reported success.
+    /// Saves. Returns whether the save reported success.
     bool (*save)(const std::filesystem::path& folder);
-    /// What a program finds that reads it, as a text: empty where there is nothing, and with "refused" in front where
-    /// that is not what it has to be.
+    /// Reads the file. Returns an empty text if it is missing, and "refused: …" if it is not as it has to be.
     std::string (*content)(const std::filesystem::path& folder);
 
     friend std::ostream& operator<<(std::ostream& stream, const SaveScenario& scenario)
@@ -23,7 +22,7 @@ struct SaveScenario {
     }
 };
 
-/// A file where there was none, one that replaces an older one, and one that does so where a link leads.
+/// A new file, one that replaces an older one, and one that replaces the target of a link.
 extern const SaveScenario kNewFile;
 extern const SaveScenario kReplacedFile;
 extern const SaveScenario kLinkedFile;

@@ -6,9 +6,9 @@ namespace Tests {
 
 namespace fs = std::filesystem;
 
-SimulatedDisk::SimulatedDisk(const fs::path& folder, const FolderContents& held) : folder_(folder)
+SimulatedDisk::SimulatedDisk(const fs::path& folder, const FolderContents& initialContents) : folder_(folder)
 {
-    for (const auto& [name, content] : held) {
+    for (const auto& [name, content] : initialContents) {
         flushedNames_[name] = files_.size();
         files_.push_back({content, {}});
     }
@@ -63,7 +63,7 @@ void SimulatedDisk::apply(const DiskCall& call)
     }
 }
 
-/// Of a file, or of a folder's names.
+/// Flushes a file, or the names in a folder.
 void SimulatedDisk::flush(const std::string& name)
 {
     if (const auto found = names_.find(name); found != names_.end()) {
@@ -92,7 +92,7 @@ FolderContents SimulatedDisk::seen() const
     return contents;
 }
 
-/// The pending changes up to each of them, and of the last one only half the bytes, or its length without its bytes.
+/// Every number of pending changes, the last of them complete, with half its bytes, or with zeros.
 std::set<std::string> SimulatedDisk::contentsOf(const File& file) const
 {
     std::set<std::string> contents{file.flushed};

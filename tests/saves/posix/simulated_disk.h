@@ -1,5 +1,5 @@
-// What a disk may hold after a loss of power: of what was written since the last flush of a file, and of the names that
-// were changed since the last flush of their folder, any part may be missing.
+// Simulates what a disk may hold after a loss of power. Any part may be missing of the writes since the last flush of a
+// file, and of the name changes since the last flush of their folder.
 #pragma once
 
 #include <filesystem>
@@ -12,26 +12,26 @@
 
 namespace Tests {
 
-/// The files below a folder, by their names in it, and their contents.
+/// The contents of the files below a folder, by their relative names.
 using FolderContents = std::map<std::string, std::string>;
 
 class SimulatedDisk {
 public:
-    /// What the folder held, has long been written.
-    SimulatedDisk(const std::filesystem::path& folder, const FolderContents& held);
+    /// The initial contents count as flushed.
+    SimulatedDisk(const std::filesystem::path& folder, const FolderContents& initialContents);
 
     void apply(const DiskCall& call);
-    /// What a program sees that runs on.
+    /// The contents that a running program sees.
     FolderContents seen() const;
-    /// Each state in which the disk may be found.
+    /// Every state in which the disk may be found.
     std::set<FolderContents> afterPowerLoss() const;
 
 private:
-    using Names = std::map<std::string, std::size_t>; // to the number of the file
+    using Names = std::map<std::string, std::size_t>; // the number of the file by its name
 
-    struct Change { // of a file's content
+    struct Change { // a change of a file's content
         bool truncates = false;
-        std::size_t offset = 0; // or the length that is left
+        std::size_t offset = 0; // or the new length
         std::string bytes;
     };
     struct File {
@@ -57,14 +57,14 @@ private:
 
     std::filesystem::path folder_;
     std::vector<File> files_;
-    Names names_;        // as a running program sees them
-    Names flushedNames_; // as they surely are on the disk
+    Names names_;        // the names that a running program sees
+    Names flushedNames_; // the names that are certainly on the disk
     std::vector<NameChange> pendingNames_;
 };
 
-/// Makes the folder hold exactly that.
+/// Makes the folder hold exactly these contents.
 void makeFolder(const std::filesystem::path& folder, const FolderContents& contents);
-/// What a folder holds.
+/// The contents of a folder.
 FolderContents contentsBelow(const std::filesystem::path& folder);
 
 } // namespace Tests
