@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace {
 

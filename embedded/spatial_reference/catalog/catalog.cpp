@@ -8,7 +8,7 @@
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_loader.h"
 #include "embedded/spatial_reference/catalog/catalog_operations.h"
-#include "embedded/spatial_reference/projjson/local_systems.h"
+#include "embedded/spatial_reference/catalog/local_systems.h"
 #include "platform/spatial_reference/definition.h"
 
 namespace Embedded {

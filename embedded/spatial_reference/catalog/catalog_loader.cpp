@@ -1,11 +1,12 @@
 #include "embedded/spatial_reference/catalog/catalog_loader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "embedded/base/memo_cache.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/projjson/canonical_projjson.h"
-#include "embedded/spatial_reference/projjson/local_systems.h"
+#include "embedded/spatial_reference/catalog/local_systems.h"
 
 namespace Embedded {
 namespace {
@@ -89,6 +90,24 @@ std::optional<DefinitionData> rememberedDefinition(const CatalogCode& code, Defi
 }
 
 } // namespace
+
+std::optional<CatalogCode> resolveCode(std::string_view utf8)
+{
+    auto code = splitCode(utf8);
+    if (!code)
+        return std::nullopt;
+    if (equalIgnoringCase(code->authority, kLocalAuthority)) {
+        code->authority = kLocalAuthority;
+        return code;
+    }
+    const auto& authorities = catalogAuthorities();
+    const auto found = std::ranges::find_if(
+        authorities, [&](const std::string& authority) { return equalIgnoringCase(authority, code->authority); });
+    if (found == authorities.end())
+        return std::nullopt;
+    code->authority = *found;
+    return code;
+}
 
 ProjObject catalogObject(const CatalogCode& code, PJ_CATEGORY category)
 {

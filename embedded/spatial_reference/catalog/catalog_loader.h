@@ -12,6 +12,10 @@
 
 namespace Embedded {
 
+/// The code with its authority as the catalog spells it, whatever case it came in; nothing for an authority that the
+/// catalog does not have.
+std::optional<CatalogCode> resolveCode(std::string_view utf8);
+
 /// The catalog's object, or null. `code` must be resolved.
 ProjObject catalogObject(const CatalogCode& code, PJ_CATEGORY category);
 /// The same for an operation, with its grids under the names of the files that PROJ would read, which need not be the

@@ -4,7 +4,7 @@
 
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/irreversible_methods.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "embedded/spatial_reference/catalog/catalog.h"
-#include "embedded/spatial_reference/catalog/catalog_text.h"
+#include "embedded/spatial_reference/catalog/catalog_order.h"
 
 namespace Embedded {
 namespace {

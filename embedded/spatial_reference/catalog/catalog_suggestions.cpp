@@ -2,7 +2,7 @@
 #include <tuple>
 
 #include "embedded/spatial_reference/catalog/catalog.h"
-#include "embedded/spatial_reference/catalog/catalog_text.h"
+#include "embedded/spatial_reference/catalog/catalog_order.h"
 
 namespace Embedded {
 namespace {

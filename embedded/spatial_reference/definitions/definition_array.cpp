@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "embedded/spatial_reference/definitions/library_holder.h"
-#include "embedded/spatial_reference/definitions/outcome.h"
+#include "embedded/spatial_reference/definitions/library_call.h"
 
 namespace Zentara::Infrastructure::SpatialReference {
 

@@ -8,7 +8,7 @@
 
 #include "embedded/base/memo_cache.h"
 #include "embedded/base/text.h"
-#include "embedded/spatial_reference/definitions/outcome.h"
+#include "embedded/spatial_reference/definitions/library_call.h"
 #include "embedded/spatial_reference/projjson/canonical_projjson.h"
 #include "embedded/spatial_reference/projjson/definition_data.h"
 

@@ -4,8 +4,8 @@
 #include <cctype>
 
 #include "embedded/spatial_reference/projjson/canonical_projjson.h"
-#include "embedded/spatial_reference/projjson/json_reader.h"
-#include "embedded/spatial_reference/projjson/projjson_check.h"
+#include "embedded/spatial_reference/projjson/strict_json.h"
+#include "embedded/spatial_reference/projjson/projjson_validation.h"
 #include "embedded/spatial_reference/projjson/unit_check.h"
 
 namespace Embedded {

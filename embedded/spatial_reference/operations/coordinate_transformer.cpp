@@ -1,6 +1,6 @@
 #include "embedded/spatial_reference/operations/coordinate_transformer.h"
 
-#include "embedded/spatial_reference/operations/configured_chain.h"
+#include "embedded/spatial_reference/operations/configured_pipeline.h"
 #include "embedded/spatial_reference/operations/operation_refused.h"
 #include "embedded/spatial_reference/operations/proj_transformer.h"
 

@@ -7,7 +7,7 @@
 #include "embedded/spatial_reference/operations/operation_facts.h"
 #include "embedded/spatial_reference/operations/operation_search.h"
 #include "embedded/spatial_reference/operations/system_parts.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "embedded/spatial_reference/definitions/outcome.h"
+#include "embedded/spatial_reference/definitions/library_call.h"
 #include "embedded/spatial_reference/projjson/definition_data.h"
 
 namespace Zentara::Infrastructure::SpatialReference {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "embedded/base/text.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "embedded/spatial_reference/catalog/catalog_loader.h"
 #include "embedded/spatial_reference/operations/operation_refused.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {

@@ -3,7 +3,7 @@
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_loader.h"
 #include "embedded/spatial_reference/operations/operation_refused.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 #include "platform/spatial_reference/definition.h"
 
 namespace Embedded {

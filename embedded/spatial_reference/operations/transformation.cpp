@@ -3,7 +3,7 @@
 #include <string>
 
 #include "embedded/spatial_reference/catalog/catalog_operations.h"
-#include "embedded/spatial_reference/definitions/outcome.h"
+#include "embedded/spatial_reference/definitions/library_call.h"
 
 namespace Zentara::Infrastructure::SpatialReference {
 

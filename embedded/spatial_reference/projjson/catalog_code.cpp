@@ -2,9 +2,6 @@
 
 #include <algorithm>
 
-#include "embedded/spatial_reference/projjson/local_systems.h"
-#include "embedded/spatial_reference/projjson/proj_context.h"
-
 namespace Embedded {
 namespace {
 
@@ -26,24 +23,6 @@ std::optional<CatalogCode> splitCode(std::string_view utf8)
     if (colon == std::string_view::npos || colon == 0 || colon + 1 == utf8.size())
         return std::nullopt;
     return CatalogCode{std::string(utf8.substr(0, colon)), std::string(utf8.substr(colon + 1))};
-}
-
-std::optional<CatalogCode> resolveCode(std::string_view utf8)
-{
-    auto code = splitCode(utf8);
-    if (!code)
-        return std::nullopt;
-    if (equalIgnoringCase(code->authority, kLocalAuthority)) {
-        code->authority = kLocalAuthority;
-        return code;
-    }
-    const auto& authorities = catalogAuthorities();
-    const auto found = std::ranges::find_if(
-        authorities, [&](const std::string& authority) { return equalIgnoringCase(authority, code->authority); });
-    if (found == authorities.end())
-        return std::nullopt;
-    code->authority = *found;
-    return code;
 }
 
 } // namespace Embedded

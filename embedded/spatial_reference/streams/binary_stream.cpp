@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "embedded/base/memo_cache.h"
-#include "embedded/spatial_reference/projjson/projjson_check.h"
+#include "embedded/spatial_reference/projjson/projjson_validation.h"
 #include "embedded/spatial_reference/streams/byte_coding.h"
 #include "embedded/spatial_reference/streams/document_coding.h"
 

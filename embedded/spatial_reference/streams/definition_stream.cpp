@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "embedded/spatial_reference/definitions/library_holder.h"
-#include "embedded/spatial_reference/definitions/outcome.h"
+#include "embedded/spatial_reference/definitions/library_call.h"
 #include "embedded/spatial_reference/projjson/definition_data.h"
 #include "embedded/spatial_reference/streams/binary_stream.h"
-#include "embedded/spatial_reference/streams/text_frame.h"
+#include "embedded/spatial_reference/streams/definition_text.h"
 
 namespace Zentara::Infrastructure::SpatialReference {
 

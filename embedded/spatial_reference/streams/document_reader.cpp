@@ -2,7 +2,7 @@
 #include <cmath>
 #include <utility>
 
-#include "embedded/spatial_reference/projjson/json_reader.h"
+#include "embedded/spatial_reference/projjson/strict_json.h"
 #include "embedded/spatial_reference/streams/document_coding.h"
 #include "embedded/spatial_reference/streams/document_tags.h"
 #include "embedded/spatial_reference/streams/vocabulary.h"

@@ -1,4 +1,4 @@
-#include "embedded/spatial_reference/streams/text_frame.h"
+#include "embedded/spatial_reference/streams/definition_text.h"
 
 #include <algorithm>
 #include <array>
@@ -8,8 +8,8 @@
 
 #include "embedded/base/memo_cache.h"
 #include "embedded/base/text.h"
-#include "embedded/spatial_reference/projjson/json_reader.h"
-#include "embedded/spatial_reference/projjson/projjson_check.h"
+#include "embedded/spatial_reference/projjson/strict_json.h"
+#include "embedded/spatial_reference/projjson/projjson_validation.h"
 
 namespace Embedded {
 namespace {

@@ -1,6 +1,6 @@
 #include <array>
 
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace {
 

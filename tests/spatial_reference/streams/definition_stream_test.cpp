@@ -3,7 +3,7 @@
 #include <random>
 
 #include "embedded/diagnostics/resource_counters.h"
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace {
 

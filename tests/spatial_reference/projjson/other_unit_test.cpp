@@ -2,7 +2,7 @@
 // writes PROJJSON.
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/definitions/user_text.h"
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace {
 

@@ -4,13 +4,13 @@
 #include <tuple>
 
 #include "embedded/spatial_reference/catalog/catalog_operations.h"
-#include "embedded/spatial_reference/catalog/catalog_text.h"
+#include "embedded/spatial_reference/catalog/catalog_order.h"
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "embedded/spatial_reference/operations/operation_facts.h"
 #include "embedded/spatial_reference/operations/operation_index.h"
 #include "embedded/spatial_reference/operations/operation_refused.h"
 #include "embedded/spatial_reference/operations/operation_search.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {

@@ -1,5 +1,5 @@
 #include "embedded/spatial_reference/catalog/catalog.h"
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace {
 

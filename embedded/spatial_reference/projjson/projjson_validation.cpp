@@ -1,4 +1,4 @@
-#include "embedded/spatial_reference/projjson/projjson_check.h"
+#include "embedded/spatial_reference/projjson/projjson_validation.h"
 
 #include <algorithm>
 #include <cmath>

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "embedded/spatial_reference/operations/coordinate_transformer.h"
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace Tests {
 

@@ -1,4 +1,4 @@
-#include "embedded/spatial_reference/projjson/local_systems.h"
+#include "embedded/spatial_reference/catalog/local_systems.h"
 
 #include <algorithm>
 

@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "embedded/base/text.h"
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "embedded/spatial_reference/catalog/catalog_text.h"
+#include "embedded/spatial_reference/catalog/catalog_order.h"
 
 #include <algorithm>
 #include <cwctype>

@@ -1,4 +1,4 @@
-#include "embedded/spatial_reference/projjson/json_reader.h"
+#include "embedded/spatial_reference/projjson/strict_json.h"
 
 #include <set>
 #include <string>

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace {
 

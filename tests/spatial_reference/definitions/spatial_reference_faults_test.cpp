@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "embedded/diagnostics/fault_injection.h"
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "coordinate_transformer_test.h"
+#include "spatial_reference/operations/coordinate_transformer_test.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 namespace {
 

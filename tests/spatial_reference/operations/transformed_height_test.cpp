@@ -1,5 +1,5 @@
 // What becomes of heights on the way from one system to another.
-#include "coordinate_transformer_test.h"
+#include "spatial_reference/operations/coordinate_transformer_test.h"
 
 namespace {
 

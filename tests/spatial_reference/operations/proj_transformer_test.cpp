@@ -1,7 +1,7 @@
 // Points through what PROJ chooses when nothing is configured.
 #include <cmath>
 
-#include "coordinate_transformer_test.h"
+#include "spatial_reference/operations/coordinate_transformer_test.h"
 
 namespace {
 

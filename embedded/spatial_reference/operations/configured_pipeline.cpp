@@ -1,4 +1,4 @@
-#include "embedded/spatial_reference/operations/configured_chain.h"
+#include "embedded/spatial_reference/operations/configured_pipeline.h"
 
 #include <tuple>
 
