@@ -40,7 +40,7 @@ std::unique_ptr<RegistryConnection>& currentConnection()
 
 [[noreturn]] void refuse(const std::string& reason)
 {
-    throw RegistryFailure(ERROR_REGISTRY_CORRUPT, reason);
+    failRegistryCall(ERROR_REGISTRY_CORRUPT, reason);
 }
 
 } // namespace
@@ -128,7 +128,7 @@ RegistryConnection* connectRegistry(bool creates)
     if (connection)
         return connection.get();
     if (file.empty() && creates)
-        throw RegistryFailure(ERROR_REGISTRY_IO_FAILED);
+        failRegistryCall(ERROR_REGISTRY_IO_FAILED);
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
     if (status.type() == fs::file_type::not_found && !creates)
@@ -150,9 +150,9 @@ void disconnectRegistry()
     connection.reset();
 }
 
-SqlWait& registryWait()
+LockWait& registryWait()
 {
-    static SqlWait wait;
+    static LockWait wait;
     return wait;
 }
 

@@ -23,7 +23,7 @@ public:
     bool isStale() const;
     /// Grows with each change of the file, whichever process makes it; within a transaction.
     unsigned version() const;
-    /// Within a transaction: whether the file holds a registry; it may have no bytes yet. Throws RegistryFailure for a
+    /// Within a transaction: whether the file holds a registry; it may have no bytes yet. Throws ErrorException for a
     /// file that is something else, too new or damaged.
     bool hasRegistry();
     /// Within a transaction: makes the table in a file of no bytes.
@@ -52,6 +52,6 @@ RegistryConnection* connectRegistry(bool creates);
 /// The next call opens the file and checks all of it.
 void disconnectRegistry();
 /// How all connections wait for other processes.
-SqlWait& registryWait();
+LockWait& registryWait();
 
 } // namespace Embedded

@@ -13,7 +13,7 @@ struct RegistryKeyHandle {
 namespace Embedded {
 
 HKEY openHandle(std::wstring path, REGSAM access);
-/// Throws RegistryFailure unless the handle is open, or predefined, and has these rights.
+/// Throws ErrorException unless the handle is open, or predefined, and has these rights.
 void requireHandle(HKEY key, REGSAM access = 0);
 /// False when it was not open. The predefined one stays open.
 bool closeHandle(HKEY key);

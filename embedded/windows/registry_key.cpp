@@ -18,17 +18,17 @@ REGSAM granted(REGSAM access)
     return (access & kMaximumAllowed) != 0 ? KEY_ALL_ACCESS : access;
 }
 
-/// The sub-key's path from the root. Throws RegistryFailure for a handle or a path that will not do.
+/// The sub-key's path from the root. Throws ErrorException for a handle or a path that will not do.
 std::wstring pathBelow(HKEY key, const wchar_t* subKey)
 {
     requireHandle(key);
     std::wstring path = key->path;
     const std::wstring below = normalName(subKey);
     if (below.starts_with(L'\\'))
-        throw RegistryFailure(ERROR_BAD_PATHNAME);
+        failRegistryCall(ERROR_BAD_PATHNAME);
     for (const std::wstring_view part : pathParts(below)) {
         if (utf16Length(part) > kLongestKeyName)
-            throw RegistryFailure(ERROR_INVALID_PARAMETER);
+            failRegistryCall(ERROR_INVALID_PARAMETER);
         path += (path.empty() ? L"" : L"\\") + std::wstring(part);
     }
     return path;

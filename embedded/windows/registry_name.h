@@ -13,8 +13,6 @@ inline constexpr std::size_t kLongestValueName = 16'383;
 
 /// The text as it comes back from the file: surrogates that are a pair become the character they stand for.
 std::wstring normalName(const wchar_t* text);
-/// What names that differ in case only have in common, for the letters of Latin, Greek and Cyrillic.
-std::wstring foldedName(std::wstring_view name);
 std::size_t utf16Length(std::wstring_view text);
 /// The parts between the backslashes; empty ones are left out.
 std::vector<std::wstring_view> pathParts(std::wstring_view path);

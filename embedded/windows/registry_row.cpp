@@ -5,9 +5,9 @@
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
+#include "embedded/base/case_folding.h"
 #include "embedded/base/text.h"
 #include "embedded/windows/registry_call.h"
-#include "embedded/windows/registry_name.h"
 
 namespace Embedded {
 namespace {
@@ -85,7 +85,7 @@ Cell cellIn(const SQLite::Column& column)
 void bindRow(SQLite::Statement& statement, const RegistryRow& row)
 {
     const Cell name = cellOfText(row.name);
-    const Cell folded = cellOfText(foldedName(row.name));
+    const Cell folded = cellOfText(toLowerCase(row.name));
     const Cell data = cellOfData(row);
     statement.bind(1, row.id);
     statement.bind(2, row.owner);
@@ -98,7 +98,7 @@ void bindRow(SQLite::Statement& statement, const RegistryRow& row)
 
 void bindFolded(SQLite::Statement& statement, int parameter, std::wstring_view name)
 {
-    bindCell(statement, parameter, cellOfText(foldedName(name)));
+    bindCell(statement, parameter, cellOfText(toLowerCase(name)));
 }
 
 RegistryRow readRow(SQLite::Statement& statement)
@@ -112,8 +112,8 @@ RegistryRow readRow(SQLite::Statement& statement)
     row.type = static_cast<DWORD>(type);
     const Cell data = cellIn(statement.getColumn(5));
     if (type != row.type || statement.getColumn(6).getInt64() != checksumOf(row, name, folded, data))
-        throw RegistryFailure(ERROR_REGISTRY_CORRUPT, "is damaged: the checksum of row " + std::to_string(row.id) +
-                                                          " does not fit; restore the file from a copy");
+        failRegistryCall(ERROR_REGISTRY_CORRUPT, "is damaged: the checksum of row " + std::to_string(row.id) +
+                                                     " does not fit; restore the file from a copy");
     row.name = textIn(name);
     row.data = dataIn(data, row.type);
     return row;

@@ -23,7 +23,7 @@ struct RegistryRow {
 void bindRow(SQLite::Statement& statement, const RegistryRow& row);
 /// Binds what the column `folded` has for a name or a path.
 void bindFolded(SQLite::Statement& statement, int parameter, std::wstring_view name);
-/// The row that a statement of all columns stands at. Throws RegistryFailure when its checksum does not fit.
+/// The row that a statement of all columns stands at. Throws ErrorException when its checksum does not fit.
 RegistryRow readRow(SQLite::Statement& statement);
 
 } // namespace Embedded

@@ -11,7 +11,7 @@
 
 namespace Embedded {
 
-/// Waits for other processes, and undoes what is not committed. Throws RegistryFailure, and what SQLiteCpp throws.
+/// Waits for other processes, and undoes what is not committed. Throws ErrorException, and what SQLiteCpp throws.
 class RegistryTransaction {
 public:
     enum class Intent {

@@ -16,12 +16,12 @@ using Intent = RegistryTransaction::Intent;
 
 constexpr DWORD kLongestData = 1'000'000'000; // SQLite takes no more
 
-/// Throws RegistryFailure when the key has gone since the handle was opened, with the file it was in.
+/// Throws ErrorException when the key has gone since the handle was opened, with the file it was in.
 RegistryRow requireKey(HKEY key, const RegistryTransaction& registry)
 {
     std::optional<RegistryRow> row = registry.findKey(key->path);
     if (!row)
-        throw RegistryFailure(ERROR_KEY_DELETED);
+        failRegistryCall(ERROR_KEY_DELETED);
     return *std::move(row);
 }
 

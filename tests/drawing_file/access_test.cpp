@@ -144,8 +144,8 @@ TEST_F(FileAccess, AWait_EndsAfterItsTimeAndIsTold)
 {
     const Database changing = loaded(DrawingAccess::changing);
     int told = 0;
-    SqlWait wait = waitOf(40);
-    wait.waiting = [&](std::chrono::milliseconds waited) {
+    LockWait wait = waitOf(40);
+    wait.onPause = [&](std::chrono::milliseconds waited) {
         ++told;
         EXPECT_LT(waited.count(), 40);
     };
@@ -159,8 +159,8 @@ TEST_F(FileAccess, AWait_EndsAfterItsTimeAndIsTold)
 TEST_F(FileAccess, NoWait_AsksOnce)
 {
     const Database changing = loaded(DrawingAccess::changing);
-    SqlWait wait = waitOf(0);
-    wait.waiting = [](std::chrono::milliseconds) { ADD_FAILURE() << "waited"; };
+    LockWait wait = waitOf(0);
+    wait.onPause = [](std::chrono::milliseconds) { ADD_FAILURE() << "waited"; };
     Database database;
     EXPECT_EQ(outcome(Embedded::loadDrawing(file, database, DrawingAccess::changing, wait)), locked());
 }
@@ -168,8 +168,8 @@ TEST_F(FileAccess, NoWait_AsksOnce)
 TEST_F(FileAccess, AWait_IsEndedByWhoIsToldOfIt)
 {
     Database changing = loaded(DrawingAccess::changing);
-    SqlWait wait = waitOf(10'000);
-    wait.waiting = [&](std::chrono::milliseconds) { changing.reset(); };
+    LockWait wait = waitOf(10'000);
+    wait.onPause = [&](std::chrono::milliseconds) { changing.reset(); };
     Database database;
     EXPECT_EQ(outcome(Embedded::loadDrawing(file, database, DrawingAccess::changing, wait)), "0");
 }

@@ -1,7 +1,7 @@
 #include <filesystem>
 #include <string>
 
-#include "embedded/base/system_path.h"
+#include "embedded/base/path.h"
 #include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 #include "support/local_application_data.h"

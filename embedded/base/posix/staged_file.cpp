@@ -5,11 +5,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <cstdint>
 #include <string>
 
+#include "embedded/base/parse_number.h"
+#include "embedded/base/path.h"
 #include "embedded/base/posix/file_descriptor.h"
 #include "embedded/base/system_error.h"
 
@@ -18,7 +20,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMostNames = 100;
+constexpr int kMaxAttempts = 100;
+constexpr int kMaxLinks = 40;
+constexpr const char* kFailed = "cannot be written";
 constexpr std::string_view kPrefix = ".saving-";
 constexpr std::string_view kSuffix = ".tmp";
 
@@ -27,8 +31,8 @@ fs::path folderOf(const fs::path& file)
     return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
 
-/// Short whatever the target is called, which may have the longest name that the folder allows.
-fs::path temporaryName(const fs::path& folder)
+/// The name does not contain the target's, which may be as long as the folder allows.
+fs::path newTemporaryName(const fs::path& folder)
 {
     static std::atomic<unsigned> counter{0};
     return folder /
@@ -37,8 +41,7 @@ fs::path temporaryName(const fs::path& folder)
 
 bool isNumber(std::string_view text)
 {
-    return !text.empty() &&
-           std::all_of(text.begin(), text.end(), [](char digit) { return '0' <= digit && digit <= '9'; });
+    return parseInteger<std::uint64_t>(text).has_value();
 }
 
 bool isTemporaryName(std::string_view name)
@@ -64,8 +67,8 @@ bool isLockedByAnother(int descriptor)
     return retried([&] { return ::flock(descriptor, LOCK_EX | LOCK_NB); }) != 0 && errno == EWOULDBLOCK;
 }
 
-/// The lock ends with the process that saves, in whatever way, and is seen from other containers and machines too,
-/// where a process number says nothing. On a disk without locks nothing is removed.
+/// A process that saves holds a lock on its file, which ends with the process in whatever way. Other containers and
+/// machines, to which its process number means nothing, see the lock too. On a disk without locks nothing is removed.
 void removeIfAbandoned(const fs::path& name)
 {
     struct stat found {};
@@ -79,7 +82,8 @@ void removeIfAbandoned(const fs::path& name)
         static_cast<void>(::unlink(name.c_str())); // the next save tries again
 }
 
-/// Removes from the folder what killed processes of this user have left there. What cannot be removed stays.
+/// Removes the temporary files in the folder that belong to killed processes of this user. What cannot be removed
+/// stays.
 void removeAbandoned(const fs::path& folder)
 {
     std::error_code error;
@@ -90,32 +94,69 @@ void removeAbandoned(const fs::path& folder)
     }
 }
 
-/// So that a new name in the folder outlasts a loss of power. The new file is in place by now, and a failure that was
-/// reported would be taken for the old one being there still.
+/// Makes a new name in the folder outlast a loss of power. Reports no failure, because the new file is in place already
+/// and a failure would mean that the old one is still there.
 void flushFolder(const fs::path& folder)
 {
     const FileDescriptor opened(retried([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
     if (opened.isOpen())
-        static_cast<void>(retried([&] { return ::fsync(opened.get()); })); // see above
+        static_cast<void>(retried([&] { return ::fsync(opened.get()); })); // a failure is not reported
+}
+
+/// The file that the links lead to.
+fs::path followLinks(fs::path file)
+{
+    std::error_code error;
+    for (int links = 0;; ++links) {
+        const fs::file_type type = fs::symlink_status(file, error).type();
+        if (type == fs::file_type::none) // an unreadable link would itself be replaced
+            throw std::system_error(error);
+        if (type != fs::file_type::symlink)
+            return file;
+        const fs::path destination = fs::read_symlink(file, error);
+        if (error || links == kMaxLinks)
+            throw std::system_error(error ? error : std::make_error_code(std::errc::too_many_symbolic_link_levels));
+        file = file.parent_path() / destination;
+    }
+}
+
+/// Throws std::system_error unless the file can be written to or does not exist.
+void requireReplaceable(const fs::path& file)
+{
+    struct stat found {};
+    if (::stat(file.c_str(), &found) != 0) {
+        if (errno != ENOENT)
+            throw std::system_error(lastSystemError());
+        return;
+    }
+    if (!S_ISREG(found.st_mode))
+        throw std::system_error(
+            std::make_error_code(S_ISDIR(found.st_mode) ? std::errc::is_a_directory : std::errc::invalid_argument));
+    if (::faccessat(AT_FDCWD, file.c_str(), W_OK, AT_EACCESS) != 0)
+        throw std::system_error(lastSystemError());
 }
 
 } // namespace
 
-/// The file is locked as long as it lives, which tells it from one that was left behind by a process that was killed.
+/// Holds a lock on the file, which tells it from the file of a killed process. Its members throw std::system_error.
 class StagedFile::Imp {
 public:
-    Imp(const fs::path& folder, mode_t mode)
+    explicit Imp(fs::path file) : target(std::move(file))
     {
+        struct stat original {};
+        const mode_t mode = ::stat(target.c_str(), &original) == 0 ? 0600 : 0666;
+        const fs::path folder = folderOf(target);
+        removeAbandoned(folder);
         constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
-        for (int attempt = 0; attempt < kMostNames; ++attempt) {
-            const fs::path fresh = temporaryName(folder);
+        for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
+            const fs::path fresh = newTemporaryName(folder);
             descriptor = FileDescriptor(retried([&] { return ::open(fresh.c_str(), kFlags, mode); }));
             if (!descriptor.isOpen() && errno == EEXIST)
                 continue;
             if (!descriptor.isOpen())
                 throw std::system_error(lastSystemError());
             name = fresh;
-            // Before it is locked, another process may take it for one that was left behind.
+            // Until it is locked, another process may remove it as the file of a killed process.
             if (!isLockedByAnother(descriptor.get()) && isNameOf(fresh, descriptor.get()))
                 return;
             remove();
@@ -124,6 +165,47 @@ public:
     }
     ~Imp() { remove(); }
 
+    void write(std::string_view bytes) const
+    {
+        while (!bytes.empty()) {
+            const ssize_t written = retried([&] { return ::write(descriptor.get(), bytes.data(), bytes.size()); });
+            if (written < 0)
+                throw std::system_error(lastSystemError());
+            if (written == 0)
+                throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        }
+    }
+
+    bool publish()
+    {
+        flush();
+        if (::link(name.c_str(), target.c_str()) != 0) {
+            if (errno == EEXIST)
+                return false;
+            throw std::system_error(lastSystemError());
+        }
+        remove();
+        flushFolder(folderOf(target));
+        return true;
+    }
+
+    void replaceTarget()
+    {
+        struct stat original {};
+        if (::stat(target.c_str(), &original) == 0)
+            copyAccess(original);
+        flush();
+        if (::rename(name.c_str(), target.c_str()) != 0)
+            throw std::system_error(lastSystemError());
+        name.clear();
+        flushFolder(folderOf(target));
+    }
+
+    fs::path target;
+    fs::path name;
+
+private:
     void remove()
     {
         if (!name.empty())
@@ -133,16 +215,16 @@ public:
 
     void copyAccess(const struct stat& original) const
     {
-        // Only a privileged user can keep another user's file that user's own; for all others it becomes theirs.
-        const auto nobody = static_cast<uid_t>(-1);
-        const bool kept = ::fchown(descriptor.get(), original.st_uid, original.st_gid) == 0 ||
-                          ::fchown(descriptor.get(), nobody, original.st_gid) == 0;
-        static_cast<void>(kept); // see above
+        // Only a privileged user can give a file to another user. Any other user becomes the owner of the file.
+        constexpr auto kSameUser = static_cast<uid_t>(-1);
+        const bool isOwnerKept = ::fchown(descriptor.get(), original.st_uid, original.st_gid) == 0 ||
+                                 ::fchown(descriptor.get(), kSameUser, original.st_gid) == 0;
+        static_cast<void>(isOwnerKept); // a file with a new owner is no failure
         if (::fchmod(descriptor.get(), original.st_mode & 07777) != 0)
             throw std::system_error(lastSystemError());
     }
 
-    /// The file stays open, and so locked, until it has its name. What closing could still report, this has.
+    /// The file stays open, and so locked, until it has its final name. Closing it later reports nothing new.
     void flush() const
     {
         if (retried([&] { return ::fsync(descriptor.get()); }) != 0)
@@ -150,59 +232,48 @@ public:
     }
 
     FileDescriptor descriptor;
-    fs::path name;
 };
 
-StagedFile::StagedFile(const fs::path& target)
+StagedFile::StagedFile(std::unique_ptr<Imp> imp) : imp_(std::move(imp))
 {
-    struct stat original {};
-    const mode_t mode = ::stat(target.c_str(), &original) == 0 ? 0600 : 0666;
-    removeAbandoned(folderOf(target));
-    imp_ = std::make_unique<Imp>(folderOf(target), mode);
 }
 
+StagedFile::StagedFile(StagedFile&& other) noexcept = default;
+StagedFile& StagedFile::operator=(StagedFile&& other) noexcept = default;
 StagedFile::~StagedFile() = default;
 
-const fs::path& StagedFile::name() const
+Expected<StagedFile> StagedFile::create(const fs::path& target)
+{
+    return catchSystemError(kFailed, displayName(target), [&] { return StagedFile(std::make_unique<Imp>(target)); });
+}
+
+const fs::path& StagedFile::temporaryName() const
 {
     return imp_->name;
 }
 
-void StagedFile::write(std::string_view bytes)
+Expected<void> StagedFile::write(std::string_view bytes)
 {
-    while (!bytes.empty()) {
-        const ssize_t written = retried([&] { return ::write(imp_->descriptor.get(), bytes.data(), bytes.size()); });
-        if (written < 0)
-            throw std::system_error(lastSystemError());
-        if (written == 0)
-            throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
+    return catchSystemError(kFailed, displayName(imp_->target), [&] { imp_->write(bytes); });
 }
 
-bool StagedFile::publishAs(const fs::path& target)
+Expected<bool> StagedFile::publish()
 {
-    imp_->flush();
-    if (::link(imp_->name.c_str(), target.c_str()) != 0) {
-        if (errno == EEXIST)
-            return false;
-        throw std::system_error(lastSystemError());
-    }
-    imp_->remove();
-    flushFolder(folderOf(target));
-    return true;
+    return catchSystemError(kFailed, displayName(imp_->target), [&] { return imp_->publish(); });
 }
 
-void StagedFile::replace(const fs::path& target)
+Expected<void> StagedFile::replaceTarget()
 {
-    struct stat original {};
-    if (::stat(target.c_str(), &original) == 0)
-        imp_->copyAccess(original);
-    imp_->flush();
-    if (::rename(imp_->name.c_str(), target.c_str()) != 0)
-        throw std::system_error(lastSystemError());
-    imp_->name.clear();
-    flushFolder(folderOf(target));
+    return catchSystemError(kFailed, displayName(imp_->target), [&] { imp_->replaceTarget(); });
+}
+
+Expected<fs::path> replaceableFile(const fs::path& file)
+{
+    return catchSystemError(kFailed, displayName(file), [&] {
+        fs::path target = followLinks(file);
+        requireReplaceable(target);
+        return target;
+    });
 }
 
 } // namespace Embedded

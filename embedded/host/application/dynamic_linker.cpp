@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/host/database/fault.h"
 
 namespace QeHost {
@@ -68,15 +68,14 @@ bool DynamicLinker::unlockApplication(void* appHandle)
 
 Embedded::ModuleLoad DynamicLinker::load(const std::filesystem::path& file)
 {
-    std::string error;
-    SharedLibrary library = SharedLibrary::open(file, error);
+    Embedded::Expected<SharedLibrary> library = SharedLibrary::open(file);
     if (!library)
-        return {Qeapp::eModuleNotFound, "the module cannot be loaded: " + error, nullptr};
-    if (Module* loaded = findSame(library))
+        return {Qeapp::eModuleNotFound, "the module cannot be loaded: " + library.error().text(), nullptr};
+    if (Module* loaded = findSame(*library))
         return {Qeapp::eOk, {}, loaded};
-    if (const std::string reason = unfitness(library); !reason.empty())
+    if (const std::string reason = unfitness(*library); !reason.empty())
         return refused(file, reason);
-    return start(file, std::move(library));
+    return start(file, *std::move(library));
 }
 
 Embedded::ModuleLoad DynamicLinker::start(const std::filesystem::path& file, SharedLibrary library)

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "platform/host/error_status.h"
 
 namespace Embedded {

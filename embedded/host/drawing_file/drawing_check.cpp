@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/base/text.h"
 #include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/database/object_classes.h"
@@ -51,8 +51,8 @@ public:
     void step(Step step)
     {
         try {
-            if (const auto failure = sqlFailureOf(step))
-                add("database", failure->message);
+            if (const auto done = catchSqlError(step); !done)
+                add("database", done.error().message);
         } catch (const DrawingRefusal& refusal) {
             add(refusal.message);
         } catch (const QeHost::StoreFailure& failure) {
@@ -284,7 +284,7 @@ private:
 
 } // namespace
 
-FileResult checkDrawing(const std::filesystem::path& file, const SqlWait& wait, DrawingFaults& faults)
+FileResult checkDrawing(const std::filesystem::path& file, const LockWait& wait, DrawingFaults& faults)
 {
     faults = {};
     std::unique_ptr<DrawingConnection> connection;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/base/sql_wait.h"
+#include "embedded/base/lock_wait.h"
 #include "embedded/host/database/file_result.h"
 #include "platform/export.h"
 
@@ -25,6 +25,6 @@ struct DrawingFaults {
 /// Reads every page, row, object and reference of the file in one read transaction: a flipped bit anywhere is among the
 /// faults. On eOk `faults` has what was found; otherwise the file is no drawing file at all, with the results of
 /// loadDrawing. The file is not changed.
-QEHOST_API FileResult checkDrawing(const std::filesystem::path& file, const SqlWait& wait, DrawingFaults& faults);
+QEHOST_API FileResult checkDrawing(const std::filesystem::path& file, const LockWait& wait, DrawingFaults& faults);
 
 } // namespace Embedded

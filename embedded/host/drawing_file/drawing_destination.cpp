@@ -5,11 +5,9 @@
 #include <system_error>
 #include <utility>
 
-#include "embedded/base/display_name.h"
-#include "embedded/base/file_look_up.h"
+#include "embedded/base/file_kind.h"
+#include "embedded/base/path.h"
 #include "embedded/base/staged_file.h"
-#include "embedded/base/system_error.h"
-#include "embedded/base/system_path.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
 #include "embedded/host/drawing_file/drawing_writer.h"
@@ -78,7 +76,7 @@ void fill(DrawingConnection& connection, DrawingStore* store, DatabaseImp& datab
 
 std::unique_ptr<DrawingConnection> emptyInMemory()
 {
-    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, SqlWait());
+    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, LockWait());
     leaveRoomForSeals(connection->handle());
     return connection;
 }
@@ -112,7 +110,7 @@ private:
 /// Another file than the drawing's own.
 class OtherFile final : public DrawingDestination {
 public:
-    OtherFile(DrawingStore* store, fs::path file, Overwriting overwriting, SqlWait wait)
+    OtherFile(DrawingStore* store, fs::path file, Overwriting overwriting, LockWait wait)
         : store_(store), file_(std::move(file)), overwriting_(overwriting), wait_(std::move(wait))
     {
     }
@@ -140,13 +138,13 @@ private:
     What whatIsThere() const
     {
         std::unique_ptr<DrawingConnection> there;
-        const auto failure = sqlFailureOf([&] {
+        const auto isReadable = catchSqlError([&] {
             there = open(file_, SQLite::OPEN_READWRITE);
             there->database().exec("PRAGMA user_version"); // rolls back what a killed save has left
         });
         if (there != nullptr && there->fileSize() == 0) // so is a new drawing that was not finished
             return What::noBytes;
-        return !failure || there == nullptr || isDatabase(there->handle()) ? What::database : What::noDatabase;
+        return isReadable || there == nullptr || isDatabase(there->handle()) ? What::database : What::noDatabase;
     }
 
     FileResult refusalToOverwrite(What there) const
@@ -170,8 +168,8 @@ private:
     /// The system's reason for the name says more than its reason for the call, where the name is one that no file has.
     std::string whyNotMade(int error) const
     {
-        const FileLookUp found = lookUpFile(file_);
-        return error == EINVAL ? found.reason : std::generic_category().message(error);
+        const Expected<FileKind> kind = fileKind(file_);
+        return error == EINVAL && !kind ? kind.error().message : std::generic_category().message(error);
     }
 
     /// Of those who make the same file at once, the first to lock it makes it. A failure leaves a file of no bytes:
@@ -183,7 +181,7 @@ private:
         if (there == What::nothing && !std::ofstream(systemPath(file_), std::ios::app))
             return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + whyNotMade(errno)};
         std::unique_ptr<DrawingConnection> connection;
-        if (sqlFailureOf([&] { connection = open(file_, SQLite::OPEN_READWRITE); }))
+        if (!catchSqlError([&] { connection = open(file_, SQLite::OPEN_READWRITE); }))
             return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + std::generic_category().message(errno)};
         return saving(*connection, name(), [&] {
             leaveRoomForSeals(connection->handle());
@@ -200,37 +198,45 @@ private:
     /// Into a file of its own beside the target first, so that the target is never half written.
     FileResult writeStaged(What there, DatabaseImp& database, QeDb::QeDbDwgVersion version)
     {
-        try {
-            StagedFile staged(file_);
-            std::unique_ptr<DrawingConnection> connection = open(staged.name(), SQLite::OPEN_READWRITE);
-            FileResult result = saving(*connection, name(), [&] {
-                connection->database().exec("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF");
-                leaveRoomForSeals(connection->handle());
-                fill(*connection, store_, database, version);
-                if (there == What::noBytes || there == What::database)
-                    copyDatabase(*connection, *open(file_, SQLite::OPEN_READWRITE));
-            });
-            connection.reset();
-            if (result.status == Qeapp::eOk && there == What::noDatabase)
-                staged.replace(file_);
-            if (result.status == Qeapp::eOk && there == What::nothing && !staged.publishAs(file_))
-                return {Qeapp::eFileExists, name() + ": there is such a file already"};
-            return result;
-        } catch (const std::system_error& failure) {
-            return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + systemMessage(failure)};
-        }
+        Expected<StagedFile> staged = StagedFile::create(file_);
+        if (!staged)
+            return {Qeapp::eFileWriteFailed, staged.error().text()};
+        std::unique_ptr<DrawingConnection> connection = open(staged->temporaryName(), SQLite::OPEN_READWRITE);
+        FileResult result = saving(*connection, name(), [&] {
+            connection->database().exec("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF");
+            leaveRoomForSeals(connection->handle());
+            fill(*connection, store_, database, version);
+            if (there == What::noBytes || there == What::database)
+                copyDatabase(*connection, *open(file_, SQLite::OPEN_READWRITE));
+        });
+        connection.reset();
+        return result.status == Qeapp::eOk ? finish(there, *staged) : result;
+    }
+
+    /// Gives the complete file the target's name, where its content was not copied into the target.
+    FileResult finish(What there, StagedFile& staged) const
+    {
+        if (there != What::noDatabase && there != What::nothing)
+            return {};
+        const Expected<bool> published =
+            there == What::nothing ? staged.publish() : staged.replaceTarget().map([] { return true; });
+        if (!published)
+            return {Qeapp::eFileWriteFailed, published.error().text()};
+        if (!*published)
+            return {Qeapp::eFileExists, name() + ": there is such a file already"};
+        return {};
     }
 
     DrawingStore* store_;
     fs::path file_;
     Overwriting overwriting_;
-    SqlWait wait_;
+    LockWait wait_;
 };
 
 } // namespace
 
 std::unique_ptr<DrawingDestination> destinationFor(DrawingStore* store, const fs::path& file, Overwriting overwriting,
-                                                   const SqlWait& wait)
+                                                   const LockWait& wait)
 {
     std::error_code error;
     if (store != nullptr && fs::equivalent(store->path(), file, error) && !error)

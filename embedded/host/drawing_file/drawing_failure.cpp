@@ -35,10 +35,10 @@ FileResult resultOfReadOnly(int code)
     }
 }
 
-FileResult resultOfIo(const SqlFailure& failure, sqlite3* connection)
+FileResult resultOfIo(const Error& failure, sqlite3* connection)
 {
     const std::string reason = systemReason(connection);
-    switch (failure.code) {
+    switch (failure.status) {
     case SQLITE_IOERR_LOCK:
     case SQLITE_IOERR_UNLOCK:
     case SQLITE_IOERR_RDLOCK:
@@ -66,9 +66,9 @@ bool isDatabase(sqlite3* connection)
         .starts_with(std::string_view("SQLite format 3\0", 16));
 }
 
-FileResult resultOf(const SqlFailure& failure, sqlite3* connection)
+FileResult resultOf(const Error& failure, sqlite3* connection)
 {
-    switch (failure.primaryCode()) {
+    switch (primarySqlCode(failure)) {
     case SQLITE_BUSY:
         return {Qeapp::eFileLocked, "another process is using it and did not let go of it in time"};
     case SQLITE_NOTADB:
@@ -78,7 +78,7 @@ FileResult resultOf(const SqlFailure& failure, sqlite3* connection)
     case SQLITE_FULL:
         return {Qeapp::eFileWriteFailed, "cannot be written: the disk is full"};
     case SQLITE_READONLY:
-        return resultOfReadOnly(failure.code);
+        return resultOfReadOnly(failure.status);
     case SQLITE_CANTOPEN:
         return {Qeapp::eFileWriteFailed, "it, or its journal beside it, cannot be opened" + systemReason(connection)};
     case SQLITE_IOERR:

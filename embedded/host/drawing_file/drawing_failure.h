@@ -11,7 +11,7 @@ namespace Embedded {
 
 /// What SQLite's refusal says of a drawing file, without the file's name. `connection` may be null where none came
 /// about.
-FileResult resultOf(const SqlFailure& failure, sqlite3* connection);
+FileResult resultOf(const Error& failure, sqlite3* connection);
 
 /// Whether the file begins as SQLite databases do.
 bool isDatabase(sqlite3* connection);
@@ -21,10 +21,10 @@ template <class Work>
 FileResult drawingResult(DrawingConnection& connection, const std::string& file, Work work)
 {
     try {
-        const auto failure = sqlFailureOf(work);
-        if (!failure)
+        const auto done = catchSqlError(work);
+        if (done)
             return {};
-        FileResult result = resultOf(*failure, connection.handle());
+        FileResult result = resultOf(done.error(), connection.handle());
         return {result.status, file + ": " + result.message};
     } catch (const DrawingRefusal& refusal) {
         return {refusal.status, file + ": " + refusal.message};

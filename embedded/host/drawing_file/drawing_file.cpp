@@ -3,8 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "embedded/base/display_name.h"
-#include "embedded/base/file_look_up.h"
+#include "embedded/base/path.h"
 #include "embedded/host/application/decomposition_run.h"
 #include "embedded/host/drawing_file/drawing_destination.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
@@ -70,7 +69,7 @@ FileResult save(QeDbDatabase& database, QeDb::QeDbDwgVersion version, DrawingDes
 } // namespace
 
 FileResult loadDrawing(const fs::path& file, std::unique_ptr<QeDbDatabase>& database, DrawingAccess access,
-                       const SqlWait& wait)
+                       const LockWait& wait)
 {
     database.reset();
     try {
@@ -91,7 +90,7 @@ FileResult loadDrawingFromBytes(const std::string& bytes, std::unique_ptr<QeDbDa
 }
 
 FileResult saveDrawing(QeDbDatabase& database, const fs::path& file, QeDb::QeDbDwgVersion version,
-                       Overwriting overwriting, const SqlWait& wait)
+                       Overwriting overwriting, const LockWait& wait)
 {
     const std::unique_ptr<DrawingDestination> destination = destinationFor(storeOf(database), file, overwriting, wait);
     return save(database, version, *destination);

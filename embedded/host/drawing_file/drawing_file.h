@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "embedded/base/sql_wait.h"
+#include "embedded/base/lock_wait.h"
 #include "embedded/host/database/file_result.h"
 #include "platform/export.h"
 #include "platform/host/database.h"
@@ -24,7 +24,7 @@ enum class DrawingAccess {
 /// eFileWriteFailed for changing what is write-protected or has other names too, eOutOfMemory. The message begins with
 /// the file's name.
 QEHOST_API FileResult loadDrawing(const std::filesystem::path& file, std::unique_ptr<QeDbDatabase>& database,
-                                  DrawingAccess access = DrawingAccess::sharing, const SqlWait& wait = {});
+                                  DrawingAccess access = DrawingAccess::sharing, const LockWait& wait = {});
 
 /// What saveDrawing may write over.
 enum class Overwriting {
@@ -46,7 +46,7 @@ enum class Overwriting {
 /// that failure.
 QEHOST_API FileResult saveDrawing(QeDbDatabase& database, const std::filesystem::path& file,
                                   QeDb::QeDbDwgVersion version, Overwriting overwriting = Overwriting::refused,
-                                  const SqlWait& wait = {});
+                                  const LockWait& wait = {});
 
 /// The same for a drawing file that lies in memory.
 QEHOST_API FileResult loadDrawingFromBytes(const std::string& bytes, std::unique_ptr<QeDbDatabase>& database);

@@ -5,9 +5,8 @@
 #include <system_error>
 #include <utility>
 
-#include "embedded/base/display_name.h"
-#include "embedded/base/file_look_up.h"
-#include "embedded/base/system_path.h"
+#include "embedded/base/file_kind.h"
+#include "embedded/base/path.h"
 #include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
 #include "embedded/host/drawing_file/drawing_store.h"
@@ -130,12 +129,12 @@ FileResult requireOneName(const fs::path& file)
 
 FileResult inspectFile(const fs::path& file)
 {
-    FileLookUp found = lookUpFile(file);
-    switch (found.kind) {
+    Expected<FileKind> kind = fileKind(file);
+    if (!kind)
+        return {Qeapp::eFileNotFound, std::move(kind.error().message)};
+    switch (*kind) {
     case FileKind::regular:
         return {};
-    case FileKind::nothing:
-        return {Qeapp::eFileNotFound, std::move(found.reason)};
     case FileKind::folder:
         return {Qeapp::eFileDamaged, "is a folder"};
     case FileKind::other:
@@ -144,7 +143,7 @@ FileResult inspectFile(const fs::path& file)
     return {Qeapp::eFileDamaged, "is not a regular file"};
 }
 
-FileResult connect(const fs::path& file, DrawingAccess access, const SqlWait& wait,
+FileResult connect(const fs::path& file, DrawingAccess access, const LockWait& wait,
                    std::unique_ptr<DrawingConnection>& connection)
 {
     const std::string name = displayName(file);
@@ -154,14 +153,14 @@ FileResult connect(const fs::path& file, DrawingAccess access, const SqlWait& wa
     if (result.status != Qeapp::eOk)
         return {result.status, name + ": " + result.message};
     // Also for reading: a journal that a killed process has left is rolled back first.
-    const auto failure = sqlFailureOf(
+    const auto connected = catchSqlError(
         [&] { connection = std::make_unique<DrawingConnection>(sqliteName(file), SQLite::OPEN_READWRITE, wait); });
-    if (failure)
+    if (!connected)
         return {Qeapp::eFileNotFound, name + ": cannot be opened: " + std::generic_category().message(errno)};
     return drawingResult(*connection, name, [&] { begin(*connection, access); });
 }
 
-FileResult openDrawing(const fs::path& file, DrawingAccess access, const SqlWait& wait,
+FileResult openDrawing(const fs::path& file, DrawingAccess access, const LockWait& wait,
                        std::unique_ptr<QeDbDatabase>& database)
 {
     std::unique_ptr<DrawingConnection> connection;
@@ -173,7 +172,7 @@ FileResult openDrawing(const fs::path& file, DrawingAccess access, const SqlWait
 FileResult openDrawingFromBytes(const std::string& bytes, std::unique_ptr<QeDbDatabase>& database)
 {
     const std::string name = "standard input";
-    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, SqlWait());
+    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, LockWait());
     auto* const copy = static_cast<unsigned char*>(sqlite3_malloc64(bytes.size() + 1));
     if (copy == nullptr)
         throw std::bad_alloc();

@@ -11,13 +11,13 @@
 namespace Embedded {
 
 /// As loadDrawing and loadDrawingFromBytes do, but for want of memory, which is std::bad_alloc.
-FileResult openDrawing(const std::filesystem::path& file, DrawingAccess access, const SqlWait& wait,
+FileResult openDrawing(const std::filesystem::path& file, DrawingAccess access, const LockWait& wait,
                        std::unique_ptr<QeDbDatabase>& database);
 FileResult openDrawingFromBytes(const std::string& bytes, std::unique_ptr<QeDbDatabase>& database);
 
 /// A connection to a drawing file, in a transaction of the kind that the access wants, after everything was checked
 /// that can be checked without looking at any object. Without locks for sharing.
-FileResult connect(const std::filesystem::path& file, DrawingAccess access, const SqlWait& wait,
+FileResult connect(const std::filesystem::path& file, DrawingAccess access, const LockWait& wait,
                    std::unique_ptr<DrawingConnection>& connection);
 
 /// The drawing behind a connection that `connect` has made.

@@ -6,7 +6,7 @@
 #include <set>
 #include <utility>
 
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/base/text.h"
 #include "embedded/host/database/drawing_refusal.h"
 #include "embedded/host/drawing_file/drawing_failure.h"
@@ -194,7 +194,7 @@ std::optional<DrawingHeader> salvagedHeader(DrawingConnection& connection)
 {
     std::optional<DrawingHeader> header;
     try {
-        if (sqlFailureOf([&] { header.emplace(readHeader(connection)); }))
+        if (!catchSqlError([&] { header.emplace(readHeader(connection)); }))
             header.reset();
     } catch (const DrawingRefusal&) {
         header.reset();
@@ -215,7 +215,7 @@ Handle geoDataAmong(const std::map<Handle, SavedObject>& objects, Handle named)
 
 } // namespace
 
-FileResult salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file, const SqlWait& wait,
+FileResult salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file, const LockWait& wait,
                           Salvage& salvage)
 {
     salvage = {};

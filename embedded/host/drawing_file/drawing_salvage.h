@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/base/sql_wait.h"
+#include "embedded/base/lock_wait.h"
 #include "embedded/host/database/file_result.h"
 #include "embedded/host/database/object_state.h"
 #include "platform/export.h"
@@ -30,6 +30,6 @@ struct Salvage {
 /// new one. The results of loadDrawing for a file whose schema cannot be read; eFileExists for a new file that is
 /// there.
 QEHOST_API FileResult salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file,
-                                     const SqlWait& wait, Salvage& salvage);
+                                     const LockWait& wait, Salvage& salvage);
 
 } // namespace Embedded

@@ -186,7 +186,7 @@ void DrawingStore::copyTo(DrawingConnection& other)
     if (sqlite3_txn_state(connection_->handle(), "main") != SQLITE_TXN_WRITE)
         return copyDatabase(*connection_, other);
     // SQLite does not copy from a connection that holds the lock for writing. It has not written anything yet.
-    DrawingConnection reader(sqliteName(path_), SQLite::OPEN_READONLY, SqlWait());
+    DrawingConnection reader(sqliteName(path_), SQLite::OPEN_READONLY, LockWait());
     copyDatabase(reader, other);
 }
 

@@ -42,8 +42,8 @@ private:
     static std::string refusalOf(Step step)
     {
         try {
-            const auto failure = sqlFailureOf(step);
-            return failure ? failure->message : "";
+            const auto done = catchSqlError(step);
+            return done ? "" : done.error().message;
         } catch (const DrawingRefusal& refusal) {
             return refusal.message;
         }

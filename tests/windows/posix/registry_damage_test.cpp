@@ -28,7 +28,7 @@ protected:
     void expectRefusal(const std::string& reason)
     {
         const std::string before = onDisk();
-        EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": " + reason);
+        EXPECT_EQ(registryFault(), file.string() + ": " + reason);
         EXPECT_EQ(openStatus(L"Software"), ERROR_REGISTRY_CORRUPT) << reason;
         HKEY key = nullptr;
         EXPECT_EQ(create(L"Other", &key), ERROR_REGISTRY_CORRUPT) << reason;
@@ -139,7 +139,7 @@ TEST_F(DamagedRegistry, NoDamagedByteChangesAValueUnseen)
             EXPECT_EQ(found, whole) << at;
         } else {
             ++refusals;
-            EXPECT_THAT(Embedded::checkRegistryFile(), MatchesRegex(".*/registry.db: (is|has) [^\n]*; [^\n]*")) << at;
+            EXPECT_THAT(registryFault(), MatchesRegex(".*/registry.db: (is|has) [^\n]*; [^\n]*")) << at;
         }
         Embedded::useRegistryFile({});
         EXPECT_EQ(onDisk(), bytes) << at;
@@ -161,7 +161,7 @@ TEST_F(DamagedRegistry, ATruncatedFileIsRefused)
 TEST_F(DamagedRegistry, AFileOfNoBytesIsAnEmptyRegistry)
 {
     put("");
-    EXPECT_EQ(Embedded::checkRegistryFile(), "");
+    EXPECT_EQ(registryFault(), "");
     EXPECT_EQ(openStatus(L"Software"), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
     EXPECT_EQ(onDisk(), "");
@@ -173,7 +173,7 @@ TEST_F(DamagedRegistry, AFolderInItsPlaceIsRefused)
 {
     fs::remove(file);
     fs::create_directories(file);
-    EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": is a folder; choose another file");
+    EXPECT_EQ(registryFault(), file.string() + ": is a folder; choose another file");
     EXPECT_EQ(openStatus(L""), ERROR_REGISTRY_CORRUPT);
     HKEY key = nullptr;
     EXPECT_EQ(create(L"A", &key), ERROR_REGISTRY_CORRUPT);
@@ -183,7 +183,7 @@ TEST_F(DamagedRegistry, APipeInItsPlaceIsRefusedWithoutWaitingForIt)
 {
     fs::remove(file);
     ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
-    EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": is not a file; choose another file");
+    EXPECT_EQ(registryFault(), file.string() + ": is not a file; choose another file");
     EXPECT_EQ(openStatus(L""), ERROR_REGISTRY_CORRUPT);
 }
 

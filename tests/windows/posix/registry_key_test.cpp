@@ -30,7 +30,7 @@ TEST_F(RegistryKeysStandIn, ReadingCreatesNothing)
 {
     EXPECT_EQ(openStatus(L"A"), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
-    EXPECT_EQ(Embedded::checkRegistryFile(), "");
+    EXPECT_EQ(registryFault(), "");
     created(L"");
     EXPECT_TRUE(fs::is_empty(folder.path()));
 }

@@ -59,7 +59,7 @@ TEST_F(RegistryProcesses, EightWritersLoseNothingOfEachOther)
         for (int number = 0; number < kValues; ++number)
             EXPECT_EQ(textOf(key, nameOf(writer, number).c_str()), ended(nameOf(writer, number)));
     }
-    EXPECT_EQ(Embedded::checkRegistryFile(), "");
+    EXPECT_EQ(registryFault(), "");
 }
 
 TEST_F(RegistryProcesses, AReaderSeesEachValueWholeWhileAnotherProcessReplacesIt)
@@ -77,7 +77,7 @@ TEST_F(RegistryProcesses, AReaderSeesEachValueWholeWhileAnotherProcessReplacesIt
     const OpenKey key = created(L"Software\\Shared", KEY_READ);
     int status = -1;
     while (::waitpid(writer, &status, WNOHANG) == 0) {
-        EXPECT_EQ(Embedded::checkRegistryFile(), "");
+        EXPECT_EQ(registryFault(), "");
         const auto found = textOf(key, L"a");
         EXPECT_TRUE(!found || found->starts_with(text));
     }
@@ -124,7 +124,7 @@ TEST_F(RegistryProcesses, AWriterThatIsKilledLeavesWhatItReportedAndAtMostOneMor
             EXPECT_EQ(textOf(key, name.c_str()), ended(name));
         kept = found;
     }
-    EXPECT_EQ(Embedded::checkRegistryFile(), "");
+    EXPECT_EQ(registryFault(), "");
     EXPECT_EQ(set(key, L"after", L"it"), ERROR_SUCCESS);
 }
 
@@ -176,7 +176,7 @@ TEST_F(RegistryProcesses, AFileThatMayNotBeReadAnswersThatAccessIsDenied)
     ASSERT_EQ(::chmod(file.c_str(), 0000), 0);
     const std::string answer = answerAsOrdinaryUser([this] {
         readAfresh();
-        return std::to_string(openStatus(L"Software")) + ' ' + Embedded::checkRegistryFile();
+        return std::to_string(openStatus(L"Software")) + ' ' + registryFault();
     });
     EXPECT_EQ(answer, "5 " + file.string() + ": cannot be opened: the user lacks the right to");
 }
