@@ -1,4 +1,4 @@
-// Texts of the catalog as a person compares them.
+// Codes and texts of the catalog as a person compares them.
 #pragma once
 
 #include <compare>
@@ -8,26 +8,20 @@
 
 namespace Embedded {
 
-/// In lower case, blanks at both ends removed.
-std::wstring foldCase(std::wstring_view text);
+/// The text in lower case, without blanks at its ends.
+std::wstring searchForm(std::wstring_view text);
 
-/// What stands before and after the first colon; a code without one is all number.
+/// The parts before and after the first colon. A code without a colon has no authority.
 std::wstring_view authorityOf(std::wstring_view code);
 std::wstring_view numberOf(std::wstring_view code);
 
-/// Authority, then number where it is one, then text.
+/// Sorts codes by authority, then by number, then by text.
 struct CatalogOrder {
     std::wstring authority;
-    std::uint64_t number; // after all numbers for what is none
+    std::uint64_t number; // the largest for what is not a number
     std::wstring code;
     friend auto operator<=>(const CatalogOrder&, const CatalogOrder&) = default; // NOLINT(modernize-use-nullptr)
 };
-CatalogOrder catalogOrderOf(std::wstring_view code);
-
-/// What it costs to turn one text into the other: kSwapCost for each swap of neighbours, the commonest slip, and
-/// kEditCost for each insertion, deletion or replacement.
-inline constexpr std::size_t kSwapCost = 2;
-inline constexpr std::size_t kEditCost = 3;
-std::size_t editDistance(std::wstring_view left, std::wstring_view right);
+CatalogOrder catalogOrder(std::wstring_view code);
 
 } // namespace Embedded

@@ -1,7 +1,7 @@
-// Plane systems that are not tied to the Earth, which PROJ's database lacks: site grids in the common units.
+// Plane systems for building sites, in the common units. They are not tied to the Earth, and PROJ's database lacks
+// them.
 #pragma once
 
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -11,10 +11,10 @@ namespace Embedded {
 
 inline constexpr std::string_view kLocalAuthority = "LOCAL";
 
-/// Their documents, in catalog order.
+/// Their PROJJSON, in catalog order.
 const std::vector<Projjson>& localSystems();
 
-/// The document of LOCAL:`code`, or null.
+/// The PROJJSON of LOCAL:`code`, or null.
 const Projjson* findLocalSystem(std::string_view code);
 
 } // namespace Embedded

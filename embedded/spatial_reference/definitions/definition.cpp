@@ -8,20 +8,14 @@
 namespace Zentara::Infrastructure::SpatialReference {
 
 using Embedded::DefinitionType;
-using Embedded::guarded;
 using Embedded::injectedStatus;
 
 namespace {
 
 template <typename Definition>
-Status loadDefinition(const wchar_t* code, DefinitionType type, Definition*& definition)
+Status loadByCode(const wchar_t* code, DefinitionType type, Definition*& definition)
 {
-    return guarded(statusFailed, [&] {
-        auto [status, data] = Embedded::loadFromCatalog(code, type);
-        if (data)
-            definition = Embedded::newDefinitionOf<Definition>(*std::move(data));
-        return status;
-    });
+    return Embedded::loadDefinition(definition, [&] { return Embedded::loadFromCatalog(code, type); });
 }
 
 } // namespace
@@ -61,14 +55,14 @@ Status EllipsoidDefinition::Load(const wchar_t* code, EllipsoidDefinition*& defi
     definition = nullptr;
     if (const auto failure = injectedStatus("EllipsoidDefinition::Load", statusOutOfMemory))
         return *failure;
-    return loadDefinition(code, DefinitionType::ellipsoid, definition);
+    return loadByCode(code, DefinitionType::ellipsoid, definition);
 }
 
 Status EllipsoidDefinition::GetSemiMajorAxisInMetres(double& value) const
 {
     if (const auto failure = injectedStatus("EllipsoidDefinition::GetSemiMajorAxisInMetres"))
         return *failure;
-    value = Embedded::semiMajorAxisInMetres(data().document);
+    value = Embedded::semiMajorAxisInMetres(data().projjson);
     return statusOk;
 }
 
@@ -76,7 +70,7 @@ Status EllipsoidDefinition::GetInverseFlattening(double& value) const
 {
     if (const auto failure = injectedStatus("EllipsoidDefinition::GetInverseFlattening"))
         return *failure;
-    value = Embedded::inverseFlattening(data().document);
+    value = Embedded::inverseFlattening(data().projjson);
     return statusOk;
 }
 
@@ -90,7 +84,7 @@ Status DatumDefinition::Load(const wchar_t* code, DatumDefinition*& definition)
     definition = nullptr;
     if (const auto failure = injectedStatus("DatumDefinition::Load", statusOutOfMemory))
         return *failure;
-    return loadDefinition(code, DefinitionType::datum, definition);
+    return loadByCode(code, DefinitionType::datum, definition);
 }
 
 Status DatumDefinition::GetEllipsoidCode(const wchar_t*& code) const
@@ -106,10 +100,10 @@ Status DatumDefinition::GetEllipsoid(EllipsoidDefinition*& ellipsoid) const
     ellipsoid = nullptr;
     if (const auto failure = injectedStatus("DatumDefinition::GetEllipsoid"))
         return *failure;
-    auto found = Embedded::ellipsoidDataOf(data());
-    if (!found)
+    auto part = Embedded::ellipsoidData(data());
+    if (!part)
         return statusNotFound;
-    ellipsoid = Embedded::newDefinitionOf<EllipsoidDefinition>(*std::move(found));
+    ellipsoid = Embedded::makeObject<EllipsoidDefinition>(*std::move(part));
     return statusOk;
 }
 
@@ -132,7 +126,7 @@ Status CoordinateReferenceSystemDefinition::Load(const wchar_t* code, Coordinate
     definition = nullptr;
     if (const auto failure = injectedStatus("CoordinateReferenceSystemDefinition::Load", statusOutOfMemory))
         return *failure;
-    return loadDefinition(code, DefinitionType::coordinateReferenceSystem, definition);
+    return loadByCode(code, DefinitionType::coordinateReferenceSystem, definition);
 }
 
 Status CoordinateReferenceSystemDefinition::CreateFromText(const wchar_t* text, const wchar_t* code,
@@ -145,13 +139,13 @@ Status CoordinateReferenceSystemDefinition::CreateFromText(const wchar_t* text, 
         return statusInvalidArgument;
     if (!text)
         return statusNullText;
-    return guarded(statusUnreadable, [&] {
+    return Embedded::catchJsonErrors(statusUnreadable, [&] {
         const std::string codeUtf8 = Embedded::utf8FromWide(code);
-        auto document = Embedded::documentFromUserText(Embedded::utf8FromWide(text), codeUtf8);
-        if (!document)
-            return statusUnreadable;
-        definition = Embedded::newDefinitionOf<CoordinateReferenceSystemDefinition>(
-            DefinitionData(DefinitionType::coordinateReferenceSystem, codeUtf8, *std::move(document)));
+        auto projjson = Embedded::parseUserText(Embedded::utf8FromWide(text), codeUtf8);
+        if (!projjson)
+            return Embedded::statusOf(projjson.error());
+        definition = Embedded::makeObject<CoordinateReferenceSystemDefinition>(
+            DefinitionData(DefinitionType::coordinateReferenceSystem, codeUtf8, *std::move(projjson)));
         return statusOk;
     });
 }
@@ -160,7 +154,7 @@ Status CoordinateReferenceSystemDefinition::GetKind(int& kind) const
 {
     if (const auto failure = injectedStatus("CoordinateReferenceSystemDefinition::GetKind"))
         return *failure;
-    kind = data().kind;
+    kind = *data().kind; // every system has one
     return statusOk;
 }
 
@@ -185,10 +179,10 @@ Status CoordinateReferenceSystemDefinition::GetDatum(DatumDefinition*& datum) co
     datum = nullptr;
     if (const auto failure = injectedStatus("CoordinateReferenceSystemDefinition::GetDatum"))
         return *failure;
-    auto found = Embedded::datumDataOf(data());
-    if (!found)
+    auto part = Embedded::datumData(data());
+    if (!part)
         return statusNotFound;
-    datum = Embedded::newDefinitionOf<DatumDefinition>(*std::move(found));
+    datum = Embedded::makeObject<DatumDefinition>(*std::move(part));
     return statusOk;
 }
 

@@ -2,11 +2,13 @@
 
 #include <tuple>
 
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog_loader.h"
 #include "embedded/spatial_reference/catalog/catalog_operations.h"
 #include "embedded/spatial_reference/operations/datum_preserving_conversion.h"
+#include "embedded/spatial_reference/operations/operation_error.h"
 #include "embedded/spatial_reference/operations/operation_facts.h"
 #include "embedded/spatial_reference/operations/operation_index.h"
-#include "embedded/spatial_reference/operations/operation_refused.h"
 
 namespace Embedded {
 namespace {
@@ -15,13 +17,13 @@ using namespace Zentara::Infrastructure::SpatialReference;
 
 /// The operation with the systems at its ends.
 struct LoadedOperation {
-    DefinitionData data; // the catalog's own
+    DefinitionData data; // of the catalog's own operation
     ProjObject object;   // with grids as PROJ names them
     SystemParts source;
     SystemParts target;
 };
 
-/// One way of fitting the operation between two systems.
+/// A direction in which the operation fits between two systems, with the conversions that it needs at its ends.
 struct Fit {
     OperationDirection direction;
     DatumPreservingConversion before;
@@ -34,57 +36,63 @@ struct Fit {
     }
 };
 
-std::vector<OperationCandidate> candidatesOf(const std::wstring& name, DefinitionType type)
+[[noreturn]] void throwLoadError(const Error& error, const std::wstring& name, DefinitionType type)
 {
-    return type == DefinitionType::path ? pathCandidates(name) : transformationCandidates(name);
+    switch (error.status) {
+    case statusNotFound:
+        throwOperationError(OperationError::unknownOperation, name,
+                            type == DefinitionType::path ? "the catalog has no such path"
+                                                         : "the catalog has no such transformation");
+    case statusAmbiguous:
+        throwOperationError(OperationError::ambiguousOperation, name, error.message);
+    default:
+        throwOperationError(OperationError::catalogUnavailable, name, unreadableCatalogMessage(error));
+    }
 }
 
 DefinitionData loadConfigured(const ConfiguredOperation& configured)
 {
     const std::wstring& name = configured.codeOrName;
     if (configured.kind != transformationPath && configured.kind != transformationSingle)
-        refuse(RefusalReason::doesNotFit, name, "is configured as neither a path nor a transformation");
+        throwOperationError(OperationError::doesNotFit, name, "is configured as neither a path nor a transformation");
     const auto type = configured.kind == transformationPath ? DefinitionType::path : DefinitionType::transformation;
-    Loaded loaded = loadOperation(name.c_str(), type);
-    if (loaded.data)
-        return *std::move(loaded.data);
-    if (loaded.status != statusNotFound && loaded.status != statusAmbiguous)
-        refuse(RefusalReason::catalogUnavailable, name,
-               unreadableCatalogMessage(checkCatalog().value_or("PROJ gives nothing for this name")));
-    if (loaded.status == statusNotFound)
-        refuse(RefusalReason::unknownOperation, name,
-               type == DefinitionType::path ? "the catalog has no such path"
-                                            : "the catalog has no such transformation");
-    const auto candidates = candidatesOf(name, type);
-    std::string codes;
-    for (const OperationCandidate& candidate : candidates)
-        codes += (codes.empty() ? "" : ", ") + utf8FromWide(candidate.code);
-    refuse(RefusalReason::ambiguousOperation, name, "is the name of several: " + codes, candidates);
+    auto loaded = loadOperation(name.c_str(), type);
+    if (!loaded)
+        throwLoadError(loaded.error(), name, type);
+    return *std::move(loaded);
 }
 
-SystemParts partsOrNone(PJ* system)
+/// The system may be null.
+SystemParts splitOptionalSystem(PJ* system)
 {
-    return system ? partsOf(ProjObject(system)) : SystemParts();
+    return system ? splitSystem(ProjObject(system)) : SystemParts();
 }
 
-LoadedOperation loadOperationBetween(const ConfiguredOperation& configured)
+LoadedOperation loadOperationWithEnds(const ConfiguredOperation& configured)
 {
     DefinitionData data = loadConfigured(configured);
     ProjObject object = operationWithInstalledGrids(*splitCode(data.codeUtf8));
     if (!object)
-        refuse(RefusalReason::unknownOperation, data.code, "cannot be made from the catalog");
-    SystemParts source = partsOrNone(proj_get_source_crs(projContext(), object.get()));
-    SystemParts target = partsOrNone(proj_get_target_crs(projContext(), object.get()));
+        throwOperationError(OperationError::unknownOperation, data.code, "PROJ cannot make it from the catalog");
+    SystemParts source = splitOptionalSystem(proj_get_source_crs(projContext(), object.get()));
+    SystemParts target = splitOptionalSystem(proj_get_target_crs(projContext(), object.get()));
     return {std::move(data), std::move(object), std::move(source), std::move(target)};
 }
 
-std::optional<Fit> fitOf(OperationDirection direction, const SystemParts& source, const SystemParts& operationSource,
-                         const SystemParts& operationTarget, const SystemParts& target)
+/// "leads from EPSG:4275 (NTF) to EPSG:4326 (WGS 84)".
+std::string describeEnds(const LoadedOperation& operation)
+{
+    return "leads from " + describeObject(operation.source.whole.get()) + " to " +
+           describeObject(operation.target.whole.get());
+}
+
+std::optional<Fit> findFit(OperationDirection direction, const SystemParts& source, const SystemParts& operationSource,
+                           const SystemParts& operationTarget, const SystemParts& target)
 {
     // An operation to or from heights alone leaves the horizontal position in the system of its other end.
     const PJ* entry = (operationSource.isHorizontal() ? operationSource : operationTarget).horizontal.get();
     const PJ* exit = (operationTarget.isHorizontal() ? operationTarget : operationSource).horizontal.get();
-    if (!entry || !heightsFit(operationSource.vertical, operationTarget.vertical, source.vertical, target.vertical))
+    if (!entry || !heightsMatch(operationSource.vertical, operationTarget.vertical, source.vertical, target.vertical))
         return std::nullopt;
     auto before = datumPreservingConversion(source.horizontal.get(), entry);
     auto after = before ? datumPreservingConversion(exit, target.horizontal.get()) : std::nullopt;
@@ -95,19 +103,18 @@ std::optional<Fit> fitOf(OperationDirection direction, const SystemParts& source
 
 Fit bestFit(const LoadedOperation& operation, const SystemParts& source, const SystemParts& target)
 {
-    auto forward = fitOf(OperationDirection::forward, source, operation.source, operation.target, target);
-    auto inverse = fitOf(OperationDirection::inverse, source, operation.target, operation.source, target);
+    auto forward = findFit(OperationDirection::forward, source, operation.source, operation.target, target);
+    auto inverse = findFit(OperationDirection::inverse, source, operation.target, operation.source, target);
     if (forward && (!inverse || !operation.data.reversible || forward->cost() <= inverse->cost()))
         return *std::move(forward);
     if (inverse)
         return *std::move(inverse);
-    refuse(RefusalReason::doesNotFit, operation.data.code,
-           "leads from " + describeObject(operation.source.whole.get()) + " to " +
-               describeObject(operation.target.whole.get()) + ", and so does not fit between " +
-               describeObject(source.whole.get()) + " and " + describeObject(target.whole.get()));
+    throwOperationError(OperationError::doesNotFit, operation.data.code,
+                        describeEnds(operation) + ", and so does not fit between " +
+                            describeObject(source.whole.get()) + " and " + describeObject(target.whole.get()));
 }
 
-std::string methodOf(const PJ* operation)
+std::string describeMethod(const PJ* operation)
 {
     const char* name = nullptr;
     if (!proj_coordoperation_get_method_info(projContext(), operation, &name, nullptr, nullptr) || !name)
@@ -119,33 +126,32 @@ void checkUsable(const LoadedOperation& operation, OperationDirection direction)
 {
     const std::wstring& code = operation.data.code;
     if (direction == OperationDirection::inverse && !operation.data.reversible)
-        refuse(RefusalReason::notReversible, code,
-               "leads from " + describeObject(operation.source.whole.get()) + " to " +
-                   describeObject(operation.target.whole.get()) + " and is not reversible");
-    for (const OperationGrid& grid : gridsOf(operation.object.get())) {
+        throwOperationError(OperationError::notReversible, code, describeEnds(operation) + " and is not reversible");
+    for (const OperationGrid& grid : usedGrids(operation.object.get())) {
         if (!grid.isInstalled)
-            refuse(RefusalReason::missingGrid, code,
-                   "needs the grid " + utf8FromWide(grid.name) + ", which is not installed" +
-                       (grid.url.empty() ? "" : "; download it from " + utf8FromWide(grid.url)));
+            throwOperationError(OperationError::missingGrid, code,
+                                "needs the grid " + utf8FromWide(grid.name) + ", which is not installed" +
+                                    (grid.url.empty() ? "" : "; download it from " + utf8FromWide(grid.url)));
     }
     if (!isApplicable(operation.object.get(), direction))
-        refuse(RefusalReason::notImplemented, code,
-               "cannot be applied: PROJ does not implement " + methodOf(operation.object.get()) +
-                   (direction == OperationDirection::inverse ? " in reverse" : ""));
+        throwOperationError(OperationError::notImplemented, code,
+                            "cannot be applied: PROJ does not implement " + describeMethod(operation.object.get()) +
+                                (direction == OperationDirection::inverse ? " in reverse" : ""));
 }
 
-HeightRule heightRuleOf(const LoadedOperation& operation, const SystemParts& source, const SystemParts& target)
+HeightRule chooseHeightRule(const LoadedOperation& operation, const SystemParts& source, const SystemParts& target)
 {
     if (!operation.source.vertical.empty() || !operation.target.vertical.empty())
-        return HeightRule::carried;
+        return HeightRule::transform;
     if (source.vertical.empty() && target.vertical.empty())
-        return source.hasEllipsoidalHeight() || target.hasEllipsoidalHeight() ? HeightRule::carried : HeightRule::kept;
+        return source.hasEllipsoidalHeight() || target.hasEllipsoidalHeight() ? HeightRule::transform
+                                                                              : HeightRule::keep;
     if (source.vertical == target.vertical)
-        return HeightRule::kept;
+        return HeightRule::keep;
     const auto hasHeights = [](const SystemParts& system) {
         return !system.vertical.empty() || system.hasEllipsoidalHeight();
     };
-    return hasHeights(source) && hasHeights(target) ? HeightRule::unknown : HeightRule::kept;
+    return hasHeights(source) && hasHeights(target) ? HeightRule::fail : HeightRule::keep;
 }
 
 } // namespace
@@ -153,7 +159,7 @@ HeightRule heightRuleOf(const LoadedOperation& operation, const SystemParts& sou
 std::unique_ptr<Pipeline> configuredPipeline(const SystemParts& source, const SystemParts& target,
                                              const ConfiguredOperation& configured)
 {
-    LoadedOperation operation = loadOperationBetween(configured);
+    LoadedOperation operation = loadOperationWithEnds(configured);
     Fit fit = bestFit(operation, source, target);
     checkUsable(operation, fit.direction);
     const bool isForward = fit.direction == OperationDirection::forward;
@@ -161,14 +167,15 @@ std::unique_ptr<Pipeline> configuredPipeline(const SystemParts& source, const Sy
     const SystemParts& exit = isForward ? operation.target : operation.source;
     UsedOperation used{.code = operation.data.code,
                        .name = operation.data.name,
-                       .accuracyInMetres = accuracyOf(operation.object.get()),
+                       .accuracyInMetres = accuracyInMetres(operation.object.get()),
                        .isTimeDependent = isTimeDependent(operation.object.get()),
                        .direction = fit.direction};
-    auto chain = std::make_unique<Pipeline>(source, target, std::move(used), heightRuleOf(operation, source, target));
-    chain->append(std::move(fit.before.operation), PJ_FWD, !entry.vertical.empty());
-    chain->append(std::move(operation.object), isForward ? PJ_FWD : PJ_INV, false);
-    chain->append(std::move(fit.after.operation), PJ_FWD, !exit.vertical.empty());
-    return chain;
+    auto pipeline =
+        std::make_unique<Pipeline>(source, target, std::move(used), chooseHeightRule(operation, source, target));
+    pipeline->append(std::move(fit.before.operation), PJ_FWD, !entry.vertical.empty());
+    pipeline->append(std::move(operation.object), isForward ? PJ_FWD : PJ_INV, false);
+    pipeline->append(std::move(fit.after.operation), PJ_FWD, !exit.vertical.empty());
+    return pipeline;
 }
 
 } // namespace Embedded

@@ -1,4 +1,4 @@
-// The chain through a transformation or path that a configuration names.
+// The pipeline through a transformation or path that a configuration names.
 #pragma once
 
 #include <memory>
@@ -7,7 +7,7 @@
 
 namespace Embedded {
 
-/// Refuses whatever does not fit, must not be reversed or cannot be used here.
+/// Throws ErrorException for an operation that does not fit, must not be reversed or cannot be used here.
 std::unique_ptr<Pipeline> configuredPipeline(const SystemParts& source, const SystemParts& target,
                                              const ConfiguredOperation& configured);
 

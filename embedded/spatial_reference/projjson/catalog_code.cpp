@@ -1,21 +1,6 @@
 #include "embedded/spatial_reference/projjson/catalog_code.h"
 
-#include <algorithm>
-
 namespace Embedded {
-namespace {
-
-char lowerAscii(char character)
-{
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
-}
-
-} // namespace
-
-bool equalIgnoringCase(std::string_view left, std::string_view right)
-{
-    return std::ranges::equal(left, right, {}, lowerAscii, lowerAscii);
-}
 
 std::optional<CatalogCode> splitCode(std::string_view utf8)
 {

@@ -18,7 +18,4 @@ struct CatalogCode {
 /// Splits at the first colon; nothing when either side is empty.
 std::optional<CatalogCode> splitCode(std::string_view utf8);
 
-/// Without regard to the case of ASCII letters.
-bool equalIgnoringCase(std::string_view left, std::string_view right);
-
 } // namespace Embedded

@@ -16,7 +16,7 @@ bool hasName(const Projjson& node)
     return !textOf(node, "name").empty();
 }
 
-/// A code is text or number; several identifiers are as good as one.
+/// A code is a text or a number. A node may have one identifier, several or none.
 bool hasSoundIdentifier(const Projjson& node)
 {
     const auto isSound = [](const Projjson& id) {
@@ -47,7 +47,7 @@ bool isGeodeticDatum(const Projjson* node)
     return isNamed(node) && isEllipsoid(memberOf(*node, "ellipsoid"));
 }
 
-/// WKT 1 allows a local system without any datum; PROJ then gives it one without a name.
+/// PROJ adds a datum without a name to a local system of WKT 1 that has none.
 bool isEngineeringDatum(const Projjson* node)
 {
     return node && node->is_object() && hasSoundIdentifier(*node);
@@ -86,7 +86,7 @@ bool isDerived(const Projjson& node)
     return base && isSystem(*base) && conversion && conversion->is_object();
 }
 
-/// The place of the datum depends on the type: a projected or derived system has it in its base.
+/// A projected or derived system has its datum in its base.
 bool isSingle(std::string_view type, const Projjson& node)
 {
     if (!isNamed(&node))
@@ -102,9 +102,9 @@ bool isSingle(std::string_view type, const Projjson& node)
 
 bool isSystem(const Projjson& node)
 {
-    if (!node.is_object() || kindOf(node) == 0)
+    if (!node.is_object() || !systemKind(node))
         return false;
-    const auto type = systemTypeOf(node);
+    const auto type = systemType(node);
     if (type == "CompoundCRS")
         return isCompound(node);
     if (type == "BoundCRS")
@@ -135,28 +135,28 @@ bool isShallow(const Projjson& node, int levels)
 
 } // namespace
 
-bool isSoundDocument(DefinitionType type, const Projjson& document)
+bool hasRequiredParts(DefinitionType type, const Projjson& projjson)
 {
-    const auto typeName = textOf(document, "type");
-    if (!isShallow(document, kDeepestDocument))
+    const auto typeName = textOf(projjson, "type");
+    if (!isShallow(projjson, kDeepestProjjson))
         return false;
     switch (type) {
     case DefinitionType::coordinateReferenceSystem:
-        return !typeName.empty() && isSystem(document);
+        return !typeName.empty() && isSystem(projjson);
     case DefinitionType::datum:
-        return typeName.ends_with("GeodeticReferenceFrame") && isGeodeticDatum(&document);
+        return typeName.ends_with("GeodeticReferenceFrame") && isGeodeticDatum(&projjson);
     case DefinitionType::ellipsoid:
-        return typeName == "Ellipsoid" && isEllipsoid(&document);
+        return typeName == "Ellipsoid" && isEllipsoid(&projjson);
     default:
         return false;
     }
 }
 
-bool isValidDocument(DefinitionType type, const Projjson& document)
+bool isValidProjjson(DefinitionType type, const Projjson& projjson)
 {
-    if (!isSoundDocument(type, document))
+    if (!hasRequiredParts(type, projjson))
         return false;
-    const ProjObject object = projObjectFrom(document);
+    const ProjObject object = projObjectFrom(projjson);
     return object && isExpected(proj_get_type(object.get()), type, object.get());
 }
 

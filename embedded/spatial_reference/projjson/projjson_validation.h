@@ -1,4 +1,4 @@
-// Whether a document from outside has what the queries rely on.
+// Whether PROJJSON from outside has what the queries rely on.
 #pragma once
 
 #include "embedded/spatial_reference/projjson/definition_data.h"
@@ -6,14 +6,15 @@
 
 namespace Embedded {
 
-/// Documents nest less than this; the deepest of the catalog has eight levels. It leaves a text frame room within
-/// kDeepestJson.
-inline constexpr int kDeepestDocument = 24;
+/// The levels of PROJJSON are fewer than this. The deepest of the catalog has eight. The difference to kDeepestJson is
+/// for the frame of a definition text.
+inline constexpr int kDeepestProjjson = 24;
 
-/// A system of a known kind, a datum or an ellipsoid, with the parts that the queries look for.
-bool isSoundDocument(DefinitionType type, const Projjson& document);
+/// Whether it is a system of a known kind, a datum or an ellipsoid with the parts that the queries read.
+bool hasRequiredParts(DefinitionType type, const Projjson& projjson);
 
-/// Sound, and PROJ agrees: what passes can be queried and converted.
-bool isValidDocument(DefinitionType type, const Projjson& document);
+/// Whether it has the required parts and PROJ makes an object of the type from it, so that it can be queried and
+/// converted.
+bool isValidProjjson(DefinitionType type, const Projjson& projjson);
 
 } // namespace Embedded

@@ -5,10 +5,12 @@
 #include <utility>
 #include <vector>
 
+#include "platform/spatial_reference/status.h"
+
 namespace Embedded {
 namespace {
 
-/// Stops the parser at the first thing out of bounds, before a document is built.
+/// Stops the parser at the first thing that is out of bounds, before a value is built.
 class BoundsCheck final : public nlohmann::json_sax<Projjson> {
 public:
     bool null() override { return true; }
@@ -31,15 +33,15 @@ public:
         return refuse("not JSON at byte " + std::to_string(position));
     }
 
-    const std::string& fault() const { return fault_; }
+    const std::string& error() const { return error_; }
 
 private:
-    bool refuse(std::string fault)
+    bool refuse(std::string error)
     {
-        fault_ = std::move(fault);
+        error_ = std::move(error);
         return false;
     }
-    /// It would end at the NUL for whoever reads it as the text of a name or code.
+    /// Whoever reads a name or a code as a C string would see it end at the NUL.
     bool hasNoNul(const string_t& text)
     {
         return text.find('\0') == string_t::npos || refuse("a text holds a NUL character (\\u0000)");
@@ -56,22 +58,18 @@ private:
     }
 
     std::vector<std::set<std::string>> keys_;
-    std::string fault_;
+    std::string error_;
 };
 
 } // namespace
 
-std::optional<std::string> faultOfJson(std::string_view utf8)
+Expected<Projjson> parseStrictJson(std::string_view utf8)
 {
     BoundsCheck check;
-    return Projjson::sax_parse(utf8, &check) ? std::nullopt : std::optional(check.fault());
-}
-
-std::optional<Projjson> readJson(std::string_view utf8)
-{
-    if (faultOfJson(utf8))
-        return std::nullopt;
-    return Projjson::parse(utf8, nullptr, /* allow_exceptions */ false);
+    if (!Projjson::sax_parse(utf8, &check))
+        return failure(Zentara::Infrastructure::SpatialReference::statusUnreadable, check.error());
+    constexpr bool kAllowExceptions = false;
+    return Projjson::parse(utf8, nullptr, kAllowExceptions);
 }
 
 } // namespace Embedded

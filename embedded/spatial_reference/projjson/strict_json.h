@@ -1,21 +1,18 @@
-// JSON from outside: bounded in depth, without duplicate keys, without NUL characters.
+// JSON from outside, read strictly: bounded in depth, without repeated keys, without NUL characters.
 #pragma once
 
-#include <optional>
-#include <string>
 #include <string_view>
 
+#include "embedded/base/error.h"
 #include "embedded/spatial_reference/projjson/projjson.h"
 
 namespace Embedded {
 
-/// Deeper texts are refused.
+/// Text that is nested more deeply is refused.
 inline constexpr int kDeepestJson = 32;
 
-/// Why the text is not one JSON value within these bounds; nothing for one that is.
-std::optional<std::string> faultOfJson(std::string_view utf8);
-
-/// The value, or nothing.
-std::optional<Projjson> readJson(std::string_view utf8);
+/// The value of a text that is one JSON value within these bounds. The Error has statusUnreadable and says what is
+/// wrong.
+Expected<Projjson> parseStrictJson(std::string_view utf8);
 
 } // namespace Embedded

@@ -1,7 +1,8 @@
 #include <algorithm>
 #include <set>
 
-#include "embedded/spatial_reference/catalog/catalog.h"
+#include "embedded/spatial_reference/catalog/catalog_search.h"
+#include "embedded/spatial_reference/catalog/catalog_suggestions.h"
 #include "spatial_reference/spatial_reference_test.h"
 
 namespace {
@@ -13,7 +14,7 @@ using Embedded::CatalogQuery;
 using Embedded::catalogVersion;
 using Embedded::findCatalogEntry;
 using Embedded::projVersion;
-using Embedded::replacementsOf;
+using Embedded::replacementCodes;
 using Embedded::searchCatalog;
 using Embedded::suggestCodes;
 
@@ -128,16 +129,16 @@ TEST_F(CatalogSearch, DeprecatedSystemsAreAnsweredOnRequest)
 {
     CatalogQuery old = query(L"EPSG:3785");
     EXPECT_TRUE(searchCatalog(old).empty());
-    old.deprecated = true;
+    old.includesDeprecated = true;
     EXPECT_EQ(codes(searchCatalog(old)), Codes{L"EPSG:3785"});
 }
 
 TEST_F(CatalogSearch, ADeprecatedSystemSaysWhatReplacesIt)
 {
-    EXPECT_EQ(replacementsOf(L"epsg:3785"), Codes{L"EPSG:3857"});
-    EXPECT_TRUE(replacementsOf(L"EPSG:3857").empty());
-    EXPECT_TRUE(replacementsOf(L"EPSG:1").empty());
-    EXPECT_TRUE(replacementsOf(L"LOCAL:METRE").empty());
+    EXPECT_EQ(replacementCodes(L"epsg:3785"), Codes{L"EPSG:3857"});
+    EXPECT_TRUE(replacementCodes(L"EPSG:3857").empty());
+    EXPECT_TRUE(replacementCodes(L"EPSG:1").empty());
+    EXPECT_TRUE(replacementCodes(L"LOCAL:METRE").empty());
 }
 
 TEST_F(CatalogSearch, SwappedDigitsAreSuggestedBack)

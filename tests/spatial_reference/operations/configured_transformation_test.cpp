@@ -9,7 +9,7 @@ namespace {
 using namespace Tests;
 using Embedded::CoordinatePoint;
 using Embedded::OperationDirection;
-using Embedded::RefusalReason;
+using Embedded::OperationError;
 
 using ConfiguredTransformation = CoordinateTransformerTest;
 
@@ -88,25 +88,25 @@ TEST_F(ConfiguredTransformation, ATurnItself_IsTakenInTheDirectionThatNeedsNoOth
 
 TEST_F(ConfiguredTransformation, OneThatIsNotReversible_IsRefusedInReverse)
 {
-    const auto refused = refusal(L"EPSG:9707", L"EPSG:4979", transformation(L"EPSG:10084"));
-    EXPECT_EQ(refused.reason, RefusalReason::notReversible);
-    EXPECT_EQ(refused.subject, L"EPSG:10084");
-    EXPECT_EQ(refused.message, L"leads from EPSG:4979 (WGS 84) to EPSG:5773 (EGM96 height) and is not reversible");
+    const Embedded::Error error = errorOf(L"EPSG:9707", L"EPSG:4979", transformation(L"EPSG:10084"));
+    EXPECT_EQ(operationErrorOf(error), OperationError::notReversible);
+    EXPECT_EQ(error.place, "EPSG:10084");
+    EXPECT_EQ(error.message, "leads from EPSG:4979 (WGS 84) to EPSG:5773 (EGM96 height) and is not reversible");
 }
 
 TEST_F(ConfiguredTransformation, OneThatFitsNeitherWay_IsRefusedWithItsOwnSystems)
 {
-    const auto refused = refusal(L"EPSG:4326", L"EPSG:4230", path(L"EPSG:8094"));
-    EXPECT_EQ(refused.reason, RefusalReason::doesNotFit);
-    EXPECT_EQ(refused.subject, L"EPSG:8094");
-    EXPECT_EQ(refused.message, L"leads from EPSG:4807 (NTF (Paris)) to EPSG:4326 (WGS 84), and so does not fit between "
-                               L"EPSG:4326 (WGS 84) and EPSG:4230 (ED50)");
+    const Embedded::Error error = errorOf(L"EPSG:4326", L"EPSG:4230", path(L"EPSG:8094"));
+    EXPECT_EQ(operationErrorOf(error), OperationError::doesNotFit);
+    EXPECT_EQ(error.place, "EPSG:8094");
+    EXPECT_EQ(error.message, "leads from EPSG:4807 (NTF (Paris)) to EPSG:4326 (WGS 84), and so does not fit between "
+                             "EPSG:4326 (WGS 84) and EPSG:4230 (ED50)");
 }
 
 TEST_F(ConfiguredTransformation, OneThatFitsAtOneEndOnly_IsRefused)
 {
-    EXPECT_EQ(refusal(L"EPSG:4230", L"EPSG:4258", transformation(L"EPSG:1133")).reason, RefusalReason::doesNotFit);
-    EXPECT_EQ(refusal(L"EPSG:4258", L"EPSG:4326", transformation(L"EPSG:1133")).reason, RefusalReason::doesNotFit);
+    EXPECT_EQ(kindOfError(L"EPSG:4230", L"EPSG:4258", transformation(L"EPSG:1133")), OperationError::doesNotFit);
+    EXPECT_EQ(kindOfError(L"EPSG:4258", L"EPSG:4326", transformation(L"EPSG:1133")), OperationError::doesNotFit);
 }
 
 TEST_F(ConfiguredTransformation, OneThatDependsOnTime_TakesThePointsEpoch)
@@ -122,32 +122,33 @@ TEST_F(ConfiguredTransformation, AMissingGrid_IsRefusedWithItsName)
 {
     if (!isReferenceCatalog())
         GTEST_SKIP() << "another version of the catalog has that grid";
-    const auto refused = refusal(L"EPSG:4314", L"EPSG:4258", transformation(L"EPSG:9940"));
-    EXPECT_EQ(refused.reason, RefusalReason::missingGrid);
-    EXPECT_EQ(refused.subject, L"EPSG:9940");
-    EXPECT_EQ(refused.message, L"needs the grid HeTa2010.gsb, which is not installed");
+    const Embedded::Error error = errorOf(L"EPSG:4314", L"EPSG:4258", transformation(L"EPSG:9940"));
+    EXPECT_EQ(operationErrorOf(error), OperationError::missingGrid);
+    EXPECT_EQ(error.place, "EPSG:9940");
+    EXPECT_EQ(error.message, "needs the grid HeTa2010.gsb, which is not installed");
 }
 
 TEST_F(ConfiguredTransformation, AMethodThatProjDoesNotImplement_IsRefusedWithItsName)
 {
     if (!isReferenceCatalog())
         GTEST_SKIP() << "another version of PROJ may implement it";
-    const auto refused = refusal(L"EPSG:7660", L"EPSG:7677", transformation(L"EPSG:7961")); // at one epoch only
-    EXPECT_EQ(refused.reason, RefusalReason::notImplemented);
-    EXPECT_EQ(refused.message, L"cannot be applied: PROJ does not implement its method Time-specific Coordinate Frame "
-                               L"rotation (geocen)");
+    const Embedded::Error error =
+        errorOf(L"EPSG:7660", L"EPSG:7677", transformation(L"EPSG:7961")); // at one epoch only
+    EXPECT_EQ(operationErrorOf(error), OperationError::notImplemented);
+    EXPECT_EQ(error.message, "cannot be applied: PROJ does not implement its method Time-specific Coordinate Frame "
+                             "rotation (geocen)");
 }
 
 TEST_F(ConfiguredTransformation, EveryListedOneIsMadeOrRefusedAsTheListSays)
 {
     for (const auto& [source, target] : {std::pair(L"EPSG:4230", L"EPSG:4326"), std::pair(L"EPSG:4314", L"EPSG:25832"),
                                          std::pair(L"EPSG:4269", L"EPSG:4267")}) {
-        for (const auto& operation : Embedded::operationsBetween(source, target).operations) {
+        const auto operations = Embedded::operationsBetween(source, target);
+        for (const auto& operation : operations.value()) {
             const auto result = Embedded::makeTransformer(
                 source, target, Embedded::ConfiguredOperation{operation.code, operation.kind});
-            ASSERT_EQ(result.transformer != nullptr, operation.isUsable()) << operation.code.c_str();
-            const auto direction =
-                result.transformer ? result.transformer->operations().front().direction : operation.direction;
+            ASSERT_EQ(result.has_value(), operation.isUsable()) << operation.code.c_str();
+            const auto direction = result ? (*result)->operations().front().direction : operation.direction;
             EXPECT_EQ(direction, operation.direction) << operation.code.c_str();
         }
     }
@@ -157,31 +158,32 @@ TEST_F(ConfiguredTransformation, AnUnknownNameIsRefused)
 {
     for (const Configured& configured :
          {path(L"NTF (Paris) to nowhere"), path(L"EPSG:1193"), transformation(L"EPSG:8094"), transformation(L"")})
-        EXPECT_EQ(refusal(L"EPSG:4807", L"EPSG:4326", configured).reason, RefusalReason::unknownOperation);
+        EXPECT_EQ(kindOfError(L"EPSG:4807", L"EPSG:4326", configured), OperationError::unknownOperation);
 }
 
 TEST_F(ConfiguredTransformation, ANameThatSeveralHave_IsRefusedWithThem)
 {
     if (!isReferenceCatalog())
         GTEST_SKIP() << "the name is ambiguous in another version of the catalog only";
-    const auto refused = refusal(L"EPSG:9069", L"EPSG:4258", transformation(L"NKG_ETRF14 to ETRF93@2000.0"));
-    EXPECT_EQ(refused.reason, RefusalReason::ambiguousOperation);
-    ASSERT_EQ(refused.candidates.size(), 2U);
-    for (const auto& candidate : refused.candidates)
-        EXPECT_NE(refused.message.find(candidate.code), std::wstring::npos);
+    const Embedded::Error error = errorOf(L"EPSG:9069", L"EPSG:4258", transformation(L"NKG_ETRF14 to ETRF93@2000.0"));
+    EXPECT_EQ(operationErrorOf(error), OperationError::ambiguousOperation);
+    const auto candidates = Embedded::transformationCandidates(L"NKG_ETRF14 to ETRF93@2000.0");
+    ASSERT_EQ(candidates.size(), 2U);
+    for (const auto& candidate : candidates)
+        EXPECT_NE(error.message.find(Embedded::utf8FromWide(candidate.code)), std::string::npos);
 }
 
 TEST_F(ConfiguredTransformation, AKindThatIsNeither_IsRefused)
 {
-    const auto refused = refusal(L"EPSG:4807", L"EPSG:4326",
-                                 Embedded::ConfiguredOperation{L"NTF (Paris) to WGS 84 (1)", transformationNone});
-    EXPECT_EQ(refused.reason, RefusalReason::doesNotFit);
-    EXPECT_EQ(refused.message, L"is configured as neither a path nor a transformation");
+    const Embedded::Error error = errorOf(
+        L"EPSG:4807", L"EPSG:4326", Embedded::ConfiguredOperation{L"NTF (Paris) to WGS 84 (1)", transformationNone});
+    EXPECT_EQ(operationErrorOf(error), OperationError::doesNotFit);
+    EXPECT_EQ(error.message, "is configured as neither a path nor a transformation");
 }
 
 TEST_F(ConfiguredTransformation, AGridIsReadFromTheFileThatIsInstalled)
 {
-    const auto operations = Embedded::operationsBetween(L"EPSG:4314", L"EPSG:4258").operations;
+    const auto operations = Embedded::operationsBetween(L"EPSG:4314", L"EPSG:4258").value();
     const auto grid = std::ranges::find(operations, std::wstring(L"EPSG:15948"), &Embedded::CatalogOperation::code);
     if (grid == operations.end() || !grid->isUsable())
         GTEST_SKIP() << "the grid of EPSG:15948 is not installed";
@@ -191,7 +193,7 @@ TEST_F(ConfiguredTransformation, AGridIsReadFromTheFileThatIsInstalled)
     EXPECT_GT(std::abs(inside.y - 9), 1e-4);
     const auto outside = shift->transform({62, 9, std::nullopt});
     EXPECT_FALSE(outside.point.has_value());
-    EXPECT_FALSE(outside.failure.empty());
+    EXPECT_NE(outside.point.error().message, "");
 }
 
 } // namespace

@@ -11,25 +11,24 @@ namespace {
 using namespace Tests;
 using Embedded::CatalogOperation;
 using Embedded::OperationDirection;
-using Embedded::RefusalReason;
+using Embedded::OperationError;
 
 class OperationsBetween : public SpatialReferenceTest {
 protected:
     static std::vector<CatalogOperation> between(const wchar_t* source, const wchar_t* target)
     {
-        Embedded::OperationList list = Embedded::operationsBetween(source, target);
-        EXPECT_FALSE(list.refusal.has_value());
-        return std::move(list.operations);
+        auto operations = Embedded::operationsBetween(source, target);
+        EXPECT_TRUE(operations);
+        return operations ? *std::move(operations) : std::vector<CatalogOperation>();
     }
-    static void expectRefused(const wchar_t* source, const wchar_t* target, RefusalReason reason,
-                              const std::wstring& subject)
+    static void expectRefused(const wchar_t* source, const wchar_t* target, OperationError kind,
+                              const std::string& place)
     {
-        const Embedded::OperationList list = Embedded::operationsBetween(source, target);
-        EXPECT_TRUE(list.operations.empty());
-        ASSERT_TRUE(list.refusal.has_value());
-        EXPECT_EQ(list.refusal->reason, reason);
-        EXPECT_EQ(list.refusal->subject, subject);
-        EXPECT_FALSE(list.refusal->message.empty());
+        const auto operations = Embedded::operationsBetween(source, target);
+        ASSERT_FALSE(operations);
+        EXPECT_EQ(operationErrorOf(operations.error()), kind);
+        EXPECT_EQ(operations.error().place, place);
+        EXPECT_NE(operations.error().message, "");
     }
     static std::vector<std::wstring> codesOf(const std::vector<CatalogOperation>& operations)
     {
@@ -198,14 +197,14 @@ TEST_F(OperationsBetween, CaseOfTheAuthorityDoesNotMatter)
 
 TEST_F(OperationsBetween, AnUnknownSystemIsRefused)
 {
-    expectRefused(L"EPSG:1", L"EPSG:4326", RefusalReason::unknownSystem, L"EPSG:1");
-    expectRefused(L"EPSG:4326", L"nonsense", RefusalReason::unknownSystem, L"nonsense");
-    expectRefused(L"", L"EPSG:4326", RefusalReason::unknownSystem, L"");
+    expectRefused(L"EPSG:1", L"EPSG:4326", OperationError::unknownSystem, "EPSG:1");
+    expectRefused(L"EPSG:4326", L"nonsense", OperationError::unknownSystem, "nonsense");
+    expectRefused(L"", L"EPSG:4326", OperationError::unknownSystem, "");
 }
 
 TEST_F(OperationsBetween, ALocalPlaneIsRefused)
 {
-    expectRefused(L"EPSG:4326", L"local:METRE", RefusalReason::notEarthReferenced, L"LOCAL:METRE");
+    expectRefused(L"EPSG:4326", L"local:METRE", OperationError::notEarthReferenced, "LOCAL:METRE");
 }
 
 } // namespace

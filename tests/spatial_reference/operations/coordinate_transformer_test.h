@@ -30,17 +30,22 @@ protected:
     static Transformer transformer(const wchar_t* source, const wchar_t* target,
                                    const Configured& configured = std::nullopt)
     {
-        Embedded::TransformerResult result = Embedded::makeTransformer(source, target, configured);
-        if (result.refusal)
-            throw std::runtime_error("refused"); // fails the test and leaves nothing to be used
-        return std::move(result.transformer);
+        auto result = Embedded::makeTransformer(source, target, configured);
+        if (!result)
+            throw std::runtime_error(result.error().text()); // fails the test
+        return *std::move(result);
     }
-    static Embedded::OperationRefusal refusal(const wchar_t* source, const wchar_t* target,
-                                              const Configured& configured)
+    /// Why there is no transformer.
+    static Embedded::Error errorOf(const wchar_t* source, const wchar_t* target, const Configured& configured)
     {
-        Embedded::TransformerResult result = Embedded::makeTransformer(source, target, configured);
-        EXPECT_EQ(result.transformer, nullptr);
-        return result.refusal.value_or(Embedded::OperationRefusal());
+        const auto result = Embedded::makeTransformer(source, target, configured);
+        EXPECT_FALSE(result);
+        return result ? Embedded::Error() : result.error();
+    }
+    static Embedded::OperationError kindOfError(const wchar_t* source, const wchar_t* target,
+                                                const Configured& configured)
+    {
+        return Embedded::operationErrorOf(errorOf(source, target, configured));
     }
 
     static Embedded::CoordinatePoint transformed(Embedded::CoordinateTransformer& transformer,

@@ -8,7 +8,7 @@ namespace {
 using namespace Tests;
 using Embedded::CoordinatePoint;
 using Embedded::OperationDirection;
-using Embedded::RefusalReason;
+using Embedded::OperationError;
 
 using ProjChoice = CoordinateTransformerTest;
 
@@ -126,13 +126,13 @@ TEST_F(ProjChoice, AnOperationThatDependsOnTime_TakesThePointsEpoch)
 TEST_F(ProjChoice, AGridThatWouldBeBetterAndIsMissing_IsNamedForThePointsThatItHolds)
 {
     const auto chosen = transformer(L"EPSG:4267", L"EPSG:4269");
-    EXPECT_FALSE(chosen->lookForMissingGrids({0, 0}, chosen->transform({0, 0}).operation));
+    EXPECT_TRUE(chosen->findMissingGrids({0, 0}, chosen->transform({0, 0}).operation));
     EXPECT_TRUE(chosen->missingGrids().empty());
     const auto inKansas = chosen->transform({40, -100});
     if (chosen->operations().at(inKansas.operation).accuracyInMetres < 1.0)
         GTEST_SKIP() << "the grid is installed";
     for (int times = 0; times < 2; ++times)
-        EXPECT_FALSE(chosen->lookForMissingGrids({40, -100}, inKansas.operation));
+        EXPECT_TRUE(chosen->findMissingGrids({40, -100}, inKansas.operation));
     ASSERT_EQ(chosen->missingGrids().size(), 1U);
     EXPECT_EQ(chosen->missingGrids()[0].grid.name, L"us_noaa_conus.tif");
     EXPECT_EQ(chosen->missingGrids()[0].operation.code, L"EPSG:1241");
@@ -144,7 +144,7 @@ TEST_F(ProjChoice, APointOutsideOfTheDomain_FailsAloneAndTheNextSucceeds)
     const auto chosen = transformer(L"EPSG:4326", L"EPSG:25832");
     const auto outside = chosen->transform({95, 9, std::nullopt});
     EXPECT_FALSE(outside.point.has_value());
-    EXPECT_FALSE(outside.failure.empty());
+    EXPECT_NE(outside.point.error().message, "");
     EXPECT_TRUE(chosen->transform({50, 9, std::nullopt}).point.has_value());
 }
 
@@ -172,13 +172,13 @@ TEST_F(ProjChoice, UnitsAreThoseOfTheTargetsAxes)
 
 TEST_F(ProjChoice, UnknownSystemsAndPlanesAreRefused)
 {
-    EXPECT_EQ(refusal(L"EPSG:1", L"EPSG:4326", std::nullopt).reason, RefusalReason::unknownSystem);
-    EXPECT_EQ(refusal(L"EPSG:4326", L"LOCAL:FOOT", std::nullopt).reason, RefusalReason::notEarthReferenced);
+    EXPECT_EQ(kindOfError(L"EPSG:1", L"EPSG:4326", std::nullopt), OperationError::unknownSystem);
+    EXPECT_EQ(kindOfError(L"EPSG:4326", L"LOCAL:FOOT", std::nullopt), OperationError::notEarthReferenced);
 }
 
 TEST_F(ProjChoice, SystemsOfTwoPlanets_AreRefused)
 {
-    EXPECT_EQ(refusal(L"EPSG:4326", L"ESRI:104905", std::nullopt).reason, RefusalReason::noOperation); // Mars
+    EXPECT_EQ(kindOfError(L"EPSG:4326", L"ESRI:104905", std::nullopt), OperationError::noOperation); // Mars
 }
 
 } // namespace

@@ -11,7 +11,7 @@ protected:
     /// EGM96, with the grid that comes with PROJ; null where it is not installed.
     static Transformer geoid(const wchar_t* source, const wchar_t* target, const wchar_t* code)
     {
-        return Embedded::makeTransformer(source, target, transformation(code)).transformer;
+        return transformer(source, target, transformation(code));
     }
 };
 
@@ -40,7 +40,8 @@ TEST_F(TransformedHeight, WhereTheHeightsDifferAndNothingSaysHow_FailsForThatPoi
     EXPECT_TRUE(shift->transform({100000, 400000, std::nullopt}).point.has_value());
     const auto withHeight = shift->transform({100000, 400000, 5.0});
     EXPECT_FALSE(withHeight.point.has_value());
-    EXPECT_EQ(withHeight.failure, L"the heights of the two systems differ, and the operation does not say how");
+    EXPECT_EQ(withHeight.point.error().message,
+              "the heights of the two systems differ, and the operation does not say how");
 }
 
 TEST_F(TransformedHeight, ToAGeocentricSystem_IsCarriedAndAlwaysAnswered)
@@ -57,7 +58,8 @@ TEST_F(TransformedHeight, FromAGeocentricSystem_NeedsAllThreeCoordinates)
 {
     const auto convert = transformer(L"EPSG:4978", L"EPSG:4979");
     EXPECT_NEAR(transformed(*convert, {6378237, 0, 0.0}).z.value_or(-1), 100, kMetres);
-    EXPECT_EQ(convert->transform({6378237, 0, std::nullopt}).failure, L"a geocentric point has three coordinates");
+    EXPECT_EQ(convert->transform({6378237, 0, std::nullopt}).point.error().message,
+              "a geocentric point has three coordinates");
 }
 
 TEST_F(TransformedHeight, AGeoid_ChangesTheHeightAlone)

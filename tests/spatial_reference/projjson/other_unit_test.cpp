@@ -89,7 +89,9 @@ protected:
         EXPECT_EQ(CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), L"USER:1", definition),
                   statusUnreadable);
         const Held<CoordinateReferenceSystemDefinition> held(definition);
-        EXPECT_EQ(Embedded::whyNoDocument(Embedded::utf8FromWide(text)), reason);
+        const auto check = Embedded::checkUserText(Embedded::utf8FromWide(text));
+        ASSERT_FALSE(check);
+        EXPECT_EQ(check.error().message, reason);
     }
 };
 

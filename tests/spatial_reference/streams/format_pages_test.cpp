@@ -81,7 +81,7 @@ TEST_F(FormatPages, TheVocabularyOfVersion1StaysAsItIs)
     const std::string opening = "R\"json(";
     std::string entries;
     std::size_t count = 0;
-    for (const std::string& line : linesOf("embedded/spatial_reference/streams/vocabulary_entries.cpp")) {
+    for (const std::string& line : linesOf("embedded/spatial_reference/streams/vocabulary.cpp")) {
         const auto begin = line.find(opening);
         if (begin == std::string::npos || count == kEntriesOfVersion1)
             continue;

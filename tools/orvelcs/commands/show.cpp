@@ -62,8 +62,8 @@ Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToC
 
 std::string whyNotAsked(const std::wstring& code)
 {
-    return Embedded::unreadableCatalogMessage(
-        Embedded::whyCatalogFails(code).value_or("PROJ gives nothing for this code"));
+    const auto check = Embedded::checkCatalogFor(code);
+    return check ? "PROJ cannot read this code from the catalog" : Embedded::unreadableCatalogMessage(check.error());
 }
 
 /// A drawing with a legacy code alone has its definition from the catalog.
@@ -71,8 +71,10 @@ std::string describeUnreadable(Qeapp::ErrorStatus result, QeDbDatabase* database
 {
     const std::string message = resultName(result) + ": the stored coordinate system cannot be read";
     const std::wstring code = Orvel::ReadLegacyProjectionCode(database);
-    const auto cause = code.empty() ? std::nullopt : Embedded::whyCatalogFails(code);
-    return cause ? message + ": " + Embedded::unreadableCatalogMessage(*cause) : message;
+    if (code.empty())
+        return message;
+    const auto check = Embedded::checkCatalogFor(code);
+    return check ? message : message + ": " + Embedded::unreadableCatalogMessage(check.error());
 }
 
 void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)

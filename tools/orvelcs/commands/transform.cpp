@@ -44,7 +44,7 @@ struct PointAnswer {
 
 PointAnswer failedAnswer(const std::string& message)
 {
-    return {{}, {std::nullopt, Embedded::wideFromUtf8(message)}};
+    return {{}, {Embedded::failure(0, message)}};
 }
 
 PointAnswer answerTo(const LineReader& reader, PointTask& task)
@@ -69,8 +69,8 @@ PointAnswer answerTo(const LineReader& reader, PointTask& task)
 /// Throws Failure where the catalog cannot be asked.
 void lookForMissingGrids(PointTask& task, const PointAnswer& answer)
 {
-    if (const auto refusal = task.transformer->lookForMissingGrids(answer.given, answer.transformed.operation))
-        throw failureOf(*refusal, ExitStatus::failed);
+    if (const auto found = task.transformer->findMissingGrids(answer.given, answer.transformed.operation); !found)
+        throw failureOf(found.error(), ExitStatus::failed);
 }
 
 /// Answers each line as it comes, so that both ends of a pipe can work at the same time.
@@ -84,11 +84,12 @@ ExitStatus transformLines(PointTask& task, PointPrinter& printer, TransformSumma
             continue;
         ++points;
         const PointAnswer answer = answerTo(reader, task);
-        const auto& [point, failure, operation] = answer.transformed;
+        const auto& [point, operation] = answer.transformed;
         summary.count(answer.transformed, answer.given.epoch.has_value());
-        printer.print(point, point ? &task.transformer->operations()[operation] : nullptr);
+        printer.print(point ? std::optional(*point) : std::nullopt,
+                      point ? &task.transformer->operations()[operation] : nullptr);
         if (!point && ++failures == 1)
-            output.error(fmt::format("line {}", reader.number()), Embedded::utf8FromWide(failure));
+            output.error(fmt::format("line {}", reader.number()), point.error().message);
         if (point && task.lookForMissingGrids)
             lookForMissingGrids(task, answer);
     }
@@ -118,10 +119,10 @@ PointTask taskFor(const TransformOptions& options, const Output& output)
     if (drawing == kStandardStream)
         throw wrongUsage("--drawing", "standard input holds the points");
     const auto configured = configuredTransformation(source, target, drawing, output);
-    Embedded::TransformerResult result = Embedded::makeTransformer(source, target, configured);
-    if (result.refusal)
-        throw failureOf(*result.refusal, ExitStatus::failed);
-    return {std::move(result.transformer), configured.has_value(), epoch, output.json() || !output.isQuiet()};
+    auto transformer = Embedded::makeTransformer(source, target, configured);
+    if (!transformer)
+        throw failureOf(transformer.error(), ExitStatus::failed);
+    return {*std::move(transformer), configured.has_value(), epoch, output.json() || !output.isQuiet()};
 }
 
 ExitStatus runTransform(const TransformOptions& options, Output& output)

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "embedded/base/text.h"
-#include "embedded/spatial_reference/catalog/catalog.h"
+#include "embedded/spatial_reference/catalog/catalog_suggestions.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/suggestion.h"
 

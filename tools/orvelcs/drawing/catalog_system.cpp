@@ -26,8 +26,8 @@ Failure noSuchCode(const std::wstring& code)
 
 std::string describeLoadFailure(const std::wstring& code, Library::Status status)
 {
-    if (const auto cause = Embedded::whyCatalogFails(code))
-        return Embedded::unreadableCatalogMessage(*cause) + ": " + statusName(status);
+    if (const auto check = Embedded::checkCatalogFor(code); !check)
+        return Embedded::unreadableCatalogMessage(check.error()) + ": " + statusName(status);
     return "cannot be loaded: " + statusName(status);
 }
 
@@ -39,7 +39,7 @@ bool catalogLacks(const std::wstring& code)
 std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code)
 {
     if (auto entry = Embedded::findCatalogEntry(code))
-        return entry;
+        return *std::move(entry);
     const Library::Status status = statusOfLoading(code);
     if (status == Library::statusNotFound)
         return std::nullopt;

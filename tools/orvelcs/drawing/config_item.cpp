@@ -126,7 +126,8 @@ bool isCatalogAnswer(Library::Status status)
 
 std::string describeCatalogFailure(Library::Status status)
 {
-    return Embedded::unreadableCatalogMessage(Embedded::checkCatalog().value_or("PROJ gives nothing")) + ": " +
+    const auto check = Embedded::checkCatalog();
+    return (check ? "PROJ cannot read it from the catalog" : Embedded::unreadableCatalogMessage(check.error())) + ": " +
            statusName(status);
 }
 

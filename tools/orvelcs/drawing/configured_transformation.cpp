@@ -65,7 +65,7 @@ std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std:
         requireAnswerForOpposite(source, target);
         return std::nullopt;
     }
-    return Embedded::ConfiguredOperation{info->GetName(), info->GetKind()};
+    return Embedded::ConfiguredOperation{info->GetName(), static_cast<Library::TransformationKind>(info->GetKind())};
 }
 
 } // namespace Orvelcs

@@ -29,10 +29,8 @@ std::wstring definitionText(const std::string& file)
 
 std::string reasonOf(Library::Status status, const std::wstring& text)
 {
-    if (const auto reason = Embedded::whyNoDocument(Embedded::utf8FromWide(text)))
-        return *reason + ": " + statusName(status);
-    if (status == Library::statusUnreadable)
-        return "not a coordinate reference system as WKT, PROJJSON or a PROJ string: " + statusName(status);
+    if (const auto check = Embedded::checkUserText(Embedded::utf8FromWide(text)); !check)
+        return check.error().message + ": " + statusName(status);
     return "the definition cannot be used: " + statusName(status);
 }
 

@@ -1,17 +1,16 @@
 #include "orvelcs/drawing/operation_failure.h"
 
 #include "embedded/base/text.h"
+#include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "orvelcs/drawing/catalog_suggestion.h"
 
 namespace Orvelcs {
 
-Failure failureOf(const Embedded::OperationRefusal& refusal, ExitStatus unknownCode)
+Failure failureOf(const Embedded::Error& error, ExitStatus unknownCode)
 {
-    const std::string subject = Embedded::utf8FromWide(refusal.subject);
-    const std::string message = Embedded::utf8FromWide(refusal.message);
-    if (refusal.reason != Embedded::RefusalReason::unknownSystem)
-        return Failure(subject, message);
-    return Failure(subject, message + nearestCodesClause(refusal.subject), unknownCode);
+    if (Embedded::operationErrorOf(error) != Embedded::OperationError::unknownSystem)
+        return Failure(error.place, error.message);
+    return Failure(error.place, error.message + nearestCodesClause(Embedded::wideFromUtf8(error.place)), unknownCode);
 }
 
 } // namespace Orvelcs

@@ -1,12 +1,12 @@
-// Refusals of the spatial-reference library as the program tells them.
+// Errors about coordinate operations as the program reports them.
 #pragma once
 
-#include "embedded/spatial_reference/operations/coordinate_operations.h"
+#include "embedded/base/error.h"
 #include "orvelcs/cli/failure.h"
 
 namespace Orvelcs {
 
 /// With the nearest codes for an unknown one, for which the command ends with `unknownCode`.
-Failure failureOf(const Embedded::OperationRefusal& refusal, ExitStatus unknownCode);
+Failure failureOf(const Embedded::Error& error, ExitStatus unknownCode);
 
 } // namespace Orvelcs
