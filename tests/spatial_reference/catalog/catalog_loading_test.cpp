@@ -11,7 +11,7 @@ protected:
     {
         CoordinateReferenceSystemDefinition* definition = nullptr;
         const Status status = CoordinateReferenceSystemDefinition::Load(code, definition);
-        const Held<CoordinateReferenceSystemDefinition> held(definition);
+        const Holder<CoordinateReferenceSystemDefinition> held(definition);
         EXPECT_EQ(definition != nullptr, status == statusOk);
         return status;
     }
@@ -144,7 +144,7 @@ TEST_F(CatalogLoading, ADatumHasAnEllipsoid)
     EXPECT_STREQ(code, L"EPSG:7004");
     EllipsoidDefinition* part = nullptr;
     EXPECT_EQ(definition->GetEllipsoid(part), statusOk);
-    const Held<EllipsoidDefinition> held(part);
+    const Holder<EllipsoidDefinition> held(part);
     EXPECT_EQ(factsOf(*held), factsOf(*ellipsoid(L"EPSG:7004")));
 }
 

@@ -107,7 +107,7 @@ TEST_P(SliceOfCatalog, EveryTextFitsAndComesBack)
             const Bytes text = serialized(definition, true);
             ASSERT_FALSE(text.empty()) << entry.code;
             longest.see(text.size(), entry.code);
-            Held<DefinitionBaseArray> copies;
+            Holder<DefinitionBaseArray> copies;
             ASSERT_EQ(deserialize(text, copies), statusOk) << entry.code;
             const int expected = kindOf(definition) == kindNotEarthReferenced ? 1 : isDatumBased(definition) ? 3 : 2;
             EXPECT_EQ(copies->GetCount(), expected) << entry.code;
@@ -224,7 +224,7 @@ TEST_F(WholeCatalog, EveryLiveOperationLoadsByItsCode)
     const auto load = [](const std::string& code, auto*& definition) {
         using Definition = std::remove_reference_t<decltype(*definition)>;
         EXPECT_EQ(Definition::Load(Embedded::wideFromUtf8(code).c_str(), definition), statusOk) << code;
-        const Held<Definition> held(definition);
+        const Holder<Definition> held(definition);
         return std::size_t{held ? 1U : 0U};
     };
     PROJ_STRING_LIST authorities = proj_get_authorities_from_database(nullptr);

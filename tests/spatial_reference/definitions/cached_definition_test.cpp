@@ -15,7 +15,7 @@ protected:
     }
     static void changeFirst(DefinitionBaseArray& definitions)
     {
-        const Held<DefinitionBase> first(definitions.Remove(0));
+        const Holder<DefinitionBase> first(definitions.Remove(0));
         change(dynamic_cast<CoordinateReferenceSystemDefinition&>(*first));
     }
 };
@@ -41,10 +41,10 @@ TEST_F(CachedDefinition, ChangedAfterItsTextWasRead_IsReadAsItWas)
 {
     const auto written = system(L"EPSG:25832");
     const Bytes bytes = serialized(*written, true);
-    Held<DefinitionBaseArray> first;
+    Holder<DefinitionBaseArray> first;
     ASSERT_EQ(deserialize(bytes, first), statusOk);
     changeFirst(*first);
-    Held<DefinitionBaseArray> second;
+    Holder<DefinitionBaseArray> second;
     ASSERT_EQ(deserialize(bytes, second), statusOk);
     EXPECT_EQ(factsOf(*second->GetItem(0)), factsOf(*written));
 }

@@ -16,7 +16,7 @@ protected:
 
     static long alive() { return Embedded::ResourceCounters::now()[Embedded::ResourceKind::libraryObject]; }
 
-    Held<DefinitionBaseArray> array_;
+    Holder<DefinitionBaseArray> array_;
 };
 
 TEST_F(DefinitionArray, ANewOneIsEmpty)
@@ -43,7 +43,7 @@ TEST_F(DefinitionArray, WhatIsRemovedBelongsToTheCaller)
 {
     EXPECT_EQ(array_->Add(ellipsoid(L"EPSG:7004").release()), statusOk);
     EXPECT_EQ(array_->Add(datum(L"EPSG:6289").release()), statusOk);
-    const Held<DefinitionBase> first(array_->Remove(0));
+    const Holder<DefinitionBase> first(array_->Remove(0));
     EXPECT_EQ(codeOf(*first), L"EPSG:7004");
     EXPECT_EQ(array_->GetCount(), 1);
     EXPECT_EQ(codeOf(*array_->GetItem(0)), L"EPSG:6289");

@@ -13,9 +13,9 @@ using Embedded::ScopedFault;
 constexpr int kCode = 99;
 
 /// The library's objects that a call may need, and one attempt at each call.
-class PlannedFault : public SpatialReferenceTest {
+class InjectedFailure : public SpatialReferenceTest {
 protected:
-    PlannedFault()
+    InjectedFailure()
         : system_(system(L"EPSG:25832")),
           datum_(datum(L"EPSG:6289")),
           ellipsoid_(ellipsoid(L"EPSG:7004")),
@@ -27,7 +27,7 @@ protected:
         EXPECT_EQ(info_->SetName(L"name"), statusOk);
     }
 
-    void expectStruck(const char* call, const std::function<Status()>& attempt)
+    void expectFailure(const char* call, const std::function<Status()>& attempt)
     {
         const std::wstring before = factsOf(*system_) + factsOf(*datum_);
         {
@@ -44,19 +44,19 @@ protected:
     {
         alignas(Made) std::array<unsigned char, sizeof(Made)> stale{};
         Made* made = reinterpret_cast<Made*>(stale.data());
-        expectStruck(call, [&] { return attempt(made); });
+        expectFailure(call, [&] { return attempt(made); });
         EXPECT_EQ(made, nullptr) << call;
     }
 
-    Held<CoordinateReferenceSystemDefinition> system_;
-    Held<DatumDefinition> datum_;
-    Held<EllipsoidDefinition> ellipsoid_;
-    Held<DefinitionBaseArray> array_;
-    Held<DefinitionStream> stream_;
-    Held<TransformationInfo> info_;
+    Holder<CoordinateReferenceSystemDefinition> system_;
+    Holder<DatumDefinition> datum_;
+    Holder<EllipsoidDefinition> ellipsoid_;
+    Holder<DefinitionBaseArray> array_;
+    Holder<DefinitionStream> stream_;
+    Holder<TransformationInfo> info_;
 };
 
-TEST_F(PlannedFault, ALoadHandsOutNothing)
+TEST_F(InjectedFailure, ALoadHandsOutNothing)
 {
     expectNothingMade<CoordinateReferenceSystemDefinition>(
         "CoordinateReferenceSystemDefinition::Load",
@@ -79,14 +79,14 @@ TEST_F(PlannedFault, ALoadHandsOutNothing)
         [this](auto*& made) { return CoordinateReferenceSystemOperation::Load(system_.get(), made); });
 }
 
-TEST_F(PlannedFault, ACreationHandsOutNothing)
+TEST_F(InjectedFailure, ACreationHandsOutNothing)
 {
     expectNothingMade<DefinitionBaseArray>("DefinitionBaseArray::CreateInstance", DefinitionBaseArray::CreateInstance);
     expectNothingMade<DefinitionStream>("DefinitionStream::CreateInstance", DefinitionStream::CreateInstance);
     expectNothingMade<TransformationInfo>("TransformationInfo::CreateInstance", TransformationInfo::CreateInstance);
 }
 
-TEST_F(PlannedFault, APartIsNotHandedOut)
+TEST_F(InjectedFailure, APartIsNotHandedOut)
 {
     expectNothingMade<DatumDefinition>("CoordinateReferenceSystemDefinition::GetDatum",
                                        [this](auto*& made) { return system_->GetDatum(made); });
@@ -99,72 +99,73 @@ TEST_F(PlannedFault, APartIsNotHandedOut)
                                            [this](auto*& made) { return stream_->GetDefinitions(made); });
 }
 
-TEST_F(PlannedFault, AQueryLeavesItsAnswerAsItWas)
+TEST_F(InjectedFailure, AQueryLeavesItsAnswerAsItWas)
 {
     const wchar_t* text = L"before";
-    expectStruck("DefinitionBase::GetCode", [&] { return system_->GetCode(text); });
-    expectStruck("DefinitionBase::GetName", [&] { return system_->GetName(text); });
-    expectStruck("DatumDefinition::GetEllipsoidCode", [&] { return datum_->GetEllipsoidCode(text); });
-    expectStruck("CoordinateReferenceSystemDefinition::GetDatumCode", [&] { return system_->GetDatumCode(text); });
-    expectStruck("CoordinateReferenceSystemDefinition::GetEllipsoidCode",
-                 [&] { return system_->GetEllipsoidCode(text); });
+    expectFailure("DefinitionBase::GetCode", [&] { return system_->GetCode(text); });
+    expectFailure("DefinitionBase::GetName", [&] { return system_->GetName(text); });
+    expectFailure("DatumDefinition::GetEllipsoidCode", [&] { return datum_->GetEllipsoidCode(text); });
+    expectFailure("CoordinateReferenceSystemDefinition::GetDatumCode", [&] { return system_->GetDatumCode(text); });
+    expectFailure("CoordinateReferenceSystemDefinition::GetEllipsoidCode",
+                  [&] { return system_->GetEllipsoidCode(text); });
     EXPECT_STREQ(text, L"before");
     int kind = -7;
-    expectStruck("CoordinateReferenceSystemDefinition::GetKind", [&] { return system_->GetKind(kind); });
+    expectFailure("CoordinateReferenceSystemDefinition::GetKind", [&] { return system_->GetKind(kind); });
     EXPECT_EQ(kind, -7);
     double number = -7;
-    expectStruck("EllipsoidDefinition::GetSemiMajorAxisInMetres",
-                 [&] { return ellipsoid_->GetSemiMajorAxisInMetres(number); });
-    expectStruck("EllipsoidDefinition::GetInverseFlattening", [&] { return ellipsoid_->GetInverseFlattening(number); });
+    expectFailure("EllipsoidDefinition::GetSemiMajorAxisInMetres",
+                  [&] { return ellipsoid_->GetSemiMajorAxisInMetres(number); });
+    expectFailure("EllipsoidDefinition::GetInverseFlattening",
+                  [&] { return ellipsoid_->GetInverseFlattening(number); });
     EXPECT_EQ(number, -7);
 }
 
-TEST_F(PlannedFault, AYesOrNoIsNotAnswered)
+TEST_F(InjectedFailure, AYesOrNoIsNotAnswered)
 {
     CoordinateReferenceSystemOperation* made = nullptr;
     EXPECT_EQ(CoordinateReferenceSystemOperation::Load(system_.get(), made), statusOk);
-    const Held<CoordinateReferenceSystemOperation> operation(made);
+    const Holder<CoordinateReferenceSystemOperation> operation(made);
     GeodeticTransformationDefinition* loaded = nullptr;
     EXPECT_EQ(GeodeticTransformationDefinition::Load(L"EPSG:1763", loaded), statusOk);
-    const Held<GeodeticTransformationDefinition> transformation(loaded);
+    const Holder<GeodeticTransformationDefinition> transformation(loaded);
     GeodeticPathDefinition* loadedPath = nullptr;
     EXPECT_EQ(GeodeticPathDefinition::Load(L"EPSG:8094", loadedPath), statusOk);
-    const Held<GeodeticPathDefinition> path(loadedPath);
+    const Holder<GeodeticPathDefinition> path(loadedPath);
     bool answer = false;
-    expectStruck("CoordinateReferenceSystemOperation::IsDatumBased", [&] { return operation->IsDatumBased(answer); });
-    expectStruck("GeodeticTransformationDefinition::IsReversible",
-                 [&] { return transformation->IsReversible(answer); });
-    expectStruck("GeodeticPathDefinition::IsReversible", [&] { return path->IsReversible(answer); });
+    expectFailure("CoordinateReferenceSystemOperation::IsDatumBased", [&] { return operation->IsDatumBased(answer); });
+    expectFailure("GeodeticTransformationDefinition::IsReversible",
+                  [&] { return transformation->IsReversible(answer); });
+    expectFailure("GeodeticPathDefinition::IsReversible", [&] { return path->IsReversible(answer); });
     EXPECT_FALSE(answer);
 }
 
-TEST_F(PlannedFault, AChangeIsNotMade)
+TEST_F(InjectedFailure, AChangeIsNotMade)
 {
-    expectStruck("CoordinateReferenceSystemDefinition::SetDatum", [&] { return system_->SetDatum(datum_.get()); });
-    expectStruck("CoordinateReferenceSystemDefinition::SetEllipsoid",
-                 [&] { return system_->SetEllipsoid(ellipsoid_.get()); });
+    expectFailure("CoordinateReferenceSystemDefinition::SetDatum", [&] { return system_->SetDatum(datum_.get()); });
+    expectFailure("CoordinateReferenceSystemDefinition::SetEllipsoid",
+                  [&] { return system_->SetEllipsoid(ellipsoid_.get()); });
     const auto other = ellipsoid(L"EPSG:7001");
-    expectStruck("DatumDefinition::SetEllipsoid", [&] { return datum_->SetEllipsoid(other.get()); });
-    expectStruck("TransformationInfo::SetName", [&] { return info_->SetName(L"other"); });
-    expectStruck("TransformationInfo::SetKind", [&] { return info_->SetKind(transformationPath); });
+    expectFailure("DatumDefinition::SetEllipsoid", [&] { return datum_->SetEllipsoid(other.get()); });
+    expectFailure("TransformationInfo::SetName", [&] { return info_->SetName(L"other"); });
+    expectFailure("TransformationInfo::SetKind", [&] { return info_->SetKind(transformationPath); });
     EXPECT_STREQ(info_->GetName(), L"name");
     EXPECT_EQ(info_->GetKind(), transformationNone);
 }
 
-TEST_F(PlannedFault, AnAddLeavesTheDefinitionWithTheCaller)
+TEST_F(InjectedFailure, AnAddLeavesTheDefinitionWithTheCaller)
 {
-    expectStruck("DefinitionBaseArray::Add", [&] { return array_->Add(datum_.get()); });
+    expectFailure("DefinitionBaseArray::Add", [&] { return array_->Add(datum_.get()); });
     EXPECT_EQ(array_->GetCount(), 0);
 }
 
-TEST_F(PlannedFault, AStreamKeepsItsContents)
+TEST_F(InjectedFailure, AStreamKeepsItsContents)
 {
     const Bytes bytes = bytesOf({datum_.get()});
-    expectStruck("DefinitionStream::Add", [&] { return stream_->Add(ellipsoid_.get()); });
-    expectStruck("DefinitionStream::Read", [&] { return stream_->Read(bytes.data(), bytes.size(), formatBinary, 1); });
+    expectFailure("DefinitionStream::Add", [&] { return stream_->Add(ellipsoid_.get()); });
+    expectFailure("DefinitionStream::Read", [&] { return stream_->Read(bytes.data(), bytes.size(), formatBinary, 1); });
     Bytes buffer(1024, 0xAA);
     std::size_t length = buffer.size();
-    expectStruck("DefinitionStream::Write", [&] { return stream_->Write(buffer.data(), length, formatBinary, 0); });
+    expectFailure("DefinitionStream::Write", [&] { return stream_->Write(buffer.data(), length, formatBinary, 0); });
     EXPECT_EQ(buffer, Bytes(1024, 0xAA));
     EXPECT_EQ(length, buffer.size());
     EXPECT_EQ(stream_->Write(buffer.data(), length, formatBinary, 0), statusOk);
@@ -172,10 +173,10 @@ TEST_F(PlannedFault, AStreamKeepsItsContents)
     EXPECT_EQ(buffer, bytesOf({system_.get()}));
 }
 
-TEST_F(PlannedFault, ATextIsNotWrittenAndNotRead)
+TEST_F(InjectedFailure, ATextIsNotWrittenAndNotRead)
 {
     Bytes buffer(65536, 0xAA);
-    expectStruck("DefinitionStream::Serialize_s", [&] {
+    expectFailure("DefinitionStream::Serialize_s", [&] {
         return DefinitionStream::Serialize_s(system_.get(), buffer.data(), buffer.size(), formatText, -1, true);
     });
     EXPECT_EQ(buffer, Bytes(65536, 0xAA));
@@ -184,23 +185,23 @@ TEST_F(PlannedFault, ATextIsNotWrittenAndNotRead)
         return DefinitionStream::Deserialize_s(made, text.data(), text.size(), formatAutomatic, -1);
     });
     std::wstring wkt(4096, L'#');
-    expectStruck("FormatConverter::DefinitionToWkt_s", [&] {
+    expectFailure("FormatConverter::DefinitionToWkt_s", [&] {
         return FormatConverter::DefinitionToWkt_s(system_.get(), wktFlavorDefault, wkt.data(), wkt.size());
     });
     EXPECT_EQ(wkt, std::wstring(4096, L'#'));
 }
 
-TEST_F(PlannedFault, WithoutACodeOfItsOwnACreationFailsForWantOfMemory)
+TEST_F(InjectedFailure, WithoutACodeOfItsOwnACreationFailsForWantOfMemory)
 {
     DefinitionBaseArray* array = nullptr;
     const ScopedFault fault({.call = "DefinitionBaseArray::CreateInstance", .code = {}});
     EXPECT_EQ(DefinitionBaseArray::CreateInstance(array), statusOutOfMemory);
 }
 
-TEST_F(PlannedFault, ACallStrikesOnceHoweverMuchItDoes)
+TEST_F(InjectedFailure, ACallCountsOnceHoweverMuchItDoes)
 {
     Embedded::FaultInjection::watch();
-    static_cast<void>(system(L"EPSG:25832")); // for what it strikes
+    static_cast<void>(system(L"EPSG:25832")); // only the calls that it counts matter here
     EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>{"CoordinateReferenceSystemDefinition::Load"});
     Embedded::FaultInjection::watch();
     const Bytes text = utf16le(std::wstring(L"{}") + L'\0');

@@ -16,7 +16,7 @@ protected:
     {
         CoordinateReferenceSystemDefinition* definition = nullptr;
         const Status result = CoordinateReferenceSystemDefinition::CreateFromText(text, code, definition);
-        const Held<CoordinateReferenceSystemDefinition> held(definition);
+        const Holder<CoordinateReferenceSystemDefinition> held(definition);
         EXPECT_EQ(definition != nullptr, result == statusOk);
         return result;
     }
@@ -52,7 +52,7 @@ TEST_F(UserDefinedSystem, CanBeStored)
     const auto copies = read(bytesOf({definition.get()}));
     ASSERT_TRUE(copies);
     EXPECT_EQ(factsOf(*copies->GetItem(0)), factsOf(*definition));
-    Held<DefinitionBaseArray> fromTextForm;
+    Holder<DefinitionBaseArray> fromTextForm;
     EXPECT_EQ(deserialize(textOf(*definition, true), fromTextForm), statusOk);
     EXPECT_EQ(fromTextForm->GetCount(), 3);
 }

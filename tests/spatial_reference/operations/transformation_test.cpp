@@ -9,18 +9,19 @@ using Embedded::OperationCandidate;
 class GeodeticOperations : public SpatialReferenceTest {
 protected:
     template <typename Definition>
-    static Held<Definition> load(const wchar_t* codeOrName, Status expected = statusOk)
+    static Holder<Definition> load(const wchar_t* codeOrName, Status expected = statusOk)
     {
         Definition* definition = nullptr;
         EXPECT_EQ(Definition::Load(codeOrName, definition), expected) << (codeOrName ? codeOrName : L"(null)");
         EXPECT_EQ(definition != nullptr, expected == statusOk);
-        return Held<Definition>(definition);
+        return Holder<Definition>(definition);
     }
-    static Held<GeodeticTransformationDefinition> transformation(const wchar_t* codeOrName, Status expected = statusOk)
+    static Holder<GeodeticTransformationDefinition> transformation(const wchar_t* codeOrName,
+                                                                   Status expected = statusOk)
     {
         return load<GeodeticTransformationDefinition>(codeOrName, expected);
     }
-    static Held<GeodeticPathDefinition> path(const wchar_t* codeOrName, Status expected = statusOk)
+    static Holder<GeodeticPathDefinition> path(const wchar_t* codeOrName, Status expected = statusOk)
     {
         return load<GeodeticPathDefinition>(codeOrName, expected);
     }
@@ -128,7 +129,7 @@ protected:
         EXPECT_EQ(TransformationInfo::CreateInstance(created), statusOk);
         info_.reset(created);
     }
-    Held<TransformationInfo> info_;
+    Holder<TransformationInfo> info_;
 };
 
 TEST_F(TransformationInfoTest, ANewOneNamesNothing)

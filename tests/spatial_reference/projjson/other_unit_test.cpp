@@ -47,7 +47,7 @@ TEST_P(OtherUnit, IsKeptInEveryStoredForm)
     const auto packed = read(bytesOf({definition.get()}));
     ASSERT_TRUE(packed);
     expectKept(*packed);
-    Held<DefinitionBaseArray> text;
+    Holder<DefinitionBaseArray> text;
     ASSERT_EQ(deserialize(textOf(*definition, true), text), statusOk);
     expectKept(*text);
     expectKept(*fromText(wktOf(*definition)));
@@ -88,7 +88,7 @@ protected:
         CoordinateReferenceSystemDefinition* definition = nullptr;
         EXPECT_EQ(CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), L"USER:1", definition),
                   statusUnreadable);
-        const Held<CoordinateReferenceSystemDefinition> held(definition);
+        const Holder<CoordinateReferenceSystemDefinition> held(definition);
         const auto check = Embedded::checkUserText(Embedded::utf8FromWide(text));
         ASSERT_FALSE(check);
         EXPECT_EQ(check.error().message, reason);
@@ -124,7 +124,7 @@ TEST_F(RefusedText, ANulInAStoredName_IsUnreadable)
 {
     std::wstring stored = textOf(*fromText(planeCalled(L"Yard", L"1")), false);
     stored.replace(stored.find(L"Yard"), 4, L"Y\\u0000d");
-    Held<DefinitionBaseArray> definitions;
+    Holder<DefinitionBaseArray> definitions;
     EXPECT_EQ(deserialize(stored, definitions), statusUnreadable);
 }
 

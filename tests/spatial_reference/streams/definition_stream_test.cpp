@@ -138,7 +138,7 @@ TEST_F(DefinitionStreams, AUsersCodeIsKept)
 
 TEST_F(DefinitionStreams, TheStreamHoldsACopy)
 {
-    const Held<DefinitionStream> stream(new DefinitionStream);
+    const Holder<DefinitionStream> stream(new DefinitionStream);
     {
         const auto definition = datum(L"EPSG:6289");
         EXPECT_EQ(stream->Add(definition.get()), statusOk);
@@ -146,7 +146,7 @@ TEST_F(DefinitionStreams, TheStreamHoldsACopy)
     }
     DefinitionBaseArray* copies = nullptr;
     EXPECT_EQ(stream->GetDefinitions(copies), statusOk);
-    const Held<DefinitionBaseArray> held(copies);
+    const Holder<DefinitionBaseArray> held(copies);
     EXPECT_EQ(factsOf(*held->GetItem(0)), factsOf(*datum(L"EPSG:6289")));
 }
 
@@ -161,7 +161,7 @@ TEST_F(DefinitionStreams, AnEmptyStreamIsAStream)
 
 TEST_F(DefinitionStreams, ABufferThatIsTooSmallIsLeftAlone)
 {
-    const Held<DefinitionStream> stream(new DefinitionStream);
+    const Holder<DefinitionStream> stream(new DefinitionStream);
     EXPECT_EQ(stream->Add(system(L"EPSG:25832").get()), statusOk);
     const std::size_t needed = streamOf(L"EPSG:25832").size();
     Bytes buffer(needed, 0xAA);
@@ -178,7 +178,7 @@ TEST_F(DefinitionStreams, ABufferThatIsTooSmallIsLeftAlone)
 /// A PROJ string gives the system its name, so the stream can be made as long as wanted.
 class StreamLimit : public DefinitionStreams {
 protected:
-    static Held<CoordinateReferenceSystemDefinition> named(std::size_t characters)
+    static Holder<CoordinateReferenceSystemDefinition> named(std::size_t characters)
     {
         return fromText(L"GEOGCS[\"" + std::wstring(characters, L'n') +
                             L"\",DATUM[\"d\",SPHEROID[\"e\",6378137,298]],PRIMEM[\"Greenwich\",0],"
@@ -188,7 +188,7 @@ protected:
 
     static Status write(const DefinitionBase& definition, std::size_t& length)
     {
-        const Held<DefinitionStream> stream(new DefinitionStream);
+        const Holder<DefinitionStream> stream(new DefinitionStream);
         EXPECT_EQ(stream->Add(&definition), statusOk);
         Bytes buffer(4096);
         length = buffer.size();
@@ -317,32 +317,32 @@ TEST_F(DefinitionStreams, ADocumentOfAnotherClassIsUnreadable)
 
 TEST_F(DefinitionStreams, AnUnreadableStreamLeavesNothingBehind)
 {
-    const Held<DefinitionStream> stream(new DefinitionStream);
+    const Holder<DefinitionStream> stream(new DefinitionStream);
     EXPECT_EQ(stream->Add(ellipsoid(L"EPSG:7004").get()), statusOk);
     const unsigned char damaged[] = {0, 1, 2};
     EXPECT_EQ(stream->Read(damaged, sizeof damaged, formatBinary, 1), statusUnreadable);
     DefinitionBaseArray* copies = nullptr;
     EXPECT_EQ(stream->GetDefinitions(copies), statusOk);
-    const Held<DefinitionBaseArray> held(copies);
+    const Holder<DefinitionBaseArray> held(copies);
     EXPECT_EQ(held->GetCount(), 0);
 }
 
 TEST_F(DefinitionStreams, ReadingReplacesWhatTheStreamHeld)
 {
     const Bytes bytes = bytesOf({datum(L"EPSG:6289").get()});
-    const Held<DefinitionStream> stream(new DefinitionStream);
+    const Holder<DefinitionStream> stream(new DefinitionStream);
     EXPECT_EQ(stream->Add(ellipsoid(L"EPSG:7004").get()), statusOk);
     EXPECT_EQ(stream->Read(bytes.data(), bytes.size(), formatBinary, 1), statusOk);
     DefinitionBaseArray* copies = nullptr;
     EXPECT_EQ(stream->GetDefinitions(copies), statusOk);
-    const Held<DefinitionBaseArray> held(copies);
+    const Holder<DefinitionBaseArray> held(copies);
     ASSERT_EQ(held->GetCount(), 1);
     EXPECT_EQ(codeOf(*held->GetItem(0)), L"EPSG:6289");
 }
 
 TEST_F(DefinitionStreams, OtherFormatsAndFlagsAreRefused)
 {
-    const Held<DefinitionStream> stream(new DefinitionStream);
+    const Holder<DefinitionStream> stream(new DefinitionStream);
     std::array<unsigned char, 64> buffer{};
     std::size_t length = buffer.size();
     EXPECT_EQ(stream->Write(buffer.data(), length, formatText, 0), statusUnsupported);
@@ -358,8 +358,8 @@ TEST_F(DefinitionStreams, OnlySystemsDatumsAndEllipsoidsAreStreamed)
 {
     GeodeticTransformationDefinition* transformation = nullptr;
     EXPECT_EQ(GeodeticTransformationDefinition::Load(L"EPSG:1763", transformation), statusOk);
-    const Held<GeodeticTransformationDefinition> held(transformation);
-    const Held<DefinitionStream> stream(new DefinitionStream);
+    const Holder<GeodeticTransformationDefinition> held(transformation);
+    const Holder<DefinitionStream> stream(new DefinitionStream);
     EXPECT_EQ(stream->Add(held.get()), statusUnsupported);
     EXPECT_EQ(stream->Add(nullptr), statusInvalidArgument);
 }

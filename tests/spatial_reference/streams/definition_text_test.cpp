@@ -11,7 +11,7 @@ class DefinitionText : public SpatialReferenceTest {
 protected:
     static Status statusOf(std::wstring_view text)
     {
-        Held<DefinitionBaseArray> definitions;
+        Holder<DefinitionBaseArray> definitions;
         const Status status = deserialize(text, definitions);
         EXPECT_EQ(definitions != nullptr, status == statusOk);
         return status;
@@ -23,7 +23,7 @@ protected:
         const unsigned char none = 0;
         const Status status = DefinitionStream::Deserialize_s(definitions, bytes.empty() ? &none : bytes.data(),
                                                               bytes.size(), SerializationFormat(format), version);
-        const Held<DefinitionBaseArray> held(definitions);
+        const Holder<DefinitionBaseArray> held(definitions);
         EXPECT_EQ(definitions != nullptr, status == statusOk);
         return status;
     }
@@ -70,7 +70,7 @@ TEST_F(DefinitionText, ABufferThatIsTooSmallIsLeftAlone)
 TEST_F(DefinitionText, WithDependentsDatumAndEllipsoidFollow)
 {
     const auto definition = system(L"EPSG:25832");
-    Held<DefinitionBaseArray> copies;
+    Holder<DefinitionBaseArray> copies;
     ASSERT_EQ(deserialize(textOf(*definition, true), copies), statusOk);
     ASSERT_EQ(copies->GetCount(), 3);
     EXPECT_NE(dynamic_cast<const CoordinateReferenceSystemDefinition*>(copies->GetItem(0)), nullptr);
@@ -83,14 +83,14 @@ TEST_F(DefinitionText, WithDependentsDatumAndEllipsoidFollow)
 
 TEST_F(DefinitionText, WithoutDependentsTheSystemIsAlone)
 {
-    Held<DefinitionBaseArray> copies;
+    Holder<DefinitionBaseArray> copies;
     ASSERT_EQ(deserialize(textOf(*system(L"EPSG:25832"), false), copies), statusOk);
     EXPECT_EQ(copies->GetCount(), 1);
 }
 
 TEST_F(DefinitionText, ASystemWithoutDatumIsFollowedByItsEllipsoid)
 {
-    Held<DefinitionBaseArray> copies;
+    Holder<DefinitionBaseArray> copies;
     ASSERT_EQ(deserialize(textOf(*system(L"EPSG:4001"), true), copies), statusOk);
     ASSERT_EQ(copies->GetCount(), 2);
     EXPECT_NE(dynamic_cast<const EllipsoidDefinition*>(copies->GetItem(1)), nullptr);
@@ -98,7 +98,7 @@ TEST_F(DefinitionText, ASystemWithoutDatumIsFollowedByItsEllipsoid)
 
 TEST_F(DefinitionText, ALocalSystemHasNoDependents)
 {
-    Held<DefinitionBaseArray> copies;
+    Holder<DefinitionBaseArray> copies;
     ASSERT_EQ(deserialize(textOf(*system(L"LOCAL:METRE"), true), copies), statusOk);
     EXPECT_EQ(copies->GetCount(), 1);
 }
@@ -111,7 +111,7 @@ TEST_F(DefinitionText, TheOrderOfTheTextIsTheOrderOfTheArray)
         const auto begin = text.find(L'[') + 1;
         return text.substr(begin, text.size() - begin - 2);
     };
-    Held<DefinitionBaseArray> copies;
+    Holder<DefinitionBaseArray> copies;
     ASSERT_EQ(
         deserialize(L"{\"spatialReference\":1,\"definitions\":[" + entriesOf(first) + L"," + entriesOf(second) + L"]}",
                     copies),
@@ -123,7 +123,7 @@ TEST_F(DefinitionText, TheOrderOfTheTextIsTheOrderOfTheArray)
 
 TEST_F(DefinitionText, ATextLaidOutByAPersonIsRead)
 {
-    Held<DefinitionBaseArray> copies;
+    Holder<DefinitionBaseArray> copies;
     EXPECT_EQ(deserialize(LR"(
         { "definitions": [ { "code": "MY:1", "type": "EllipsoidDefinition",
               "definition": { "type": "Ellipsoid", "name": "Büro 🌍", "radius": 6371000.5 } } ],

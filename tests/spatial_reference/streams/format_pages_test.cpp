@@ -60,7 +60,7 @@ TEST_F(FormatPages, TheIndentedExampleOfATextIsRead)
     std::string text;
     for (const std::string& line : example("docs/formats/definition-text.md", "definition-text", "//"))
         text += line + "\n";
-    Held<DefinitionBaseArray> definitions;
+    Holder<DefinitionBaseArray> definitions;
     EXPECT_EQ(deserialize(Embedded::wideFromUtf8(text), definitions), statusOk);
     ASSERT_TRUE(definitions);
     EXPECT_EQ(definitions->GetCount(), 3);
