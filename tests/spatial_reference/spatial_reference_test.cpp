@@ -1,4 +1,4 @@
-#include "spatial_reference_test.h"
+#include "spatial_reference/spatial_reference_test.h"
 
 #include <array>
 
@@ -9,51 +9,51 @@ namespace Tests {
 namespace {
 
 template <typename Definition>
-Held<Definition> load(const std::wstring& code)
+Holder<Definition> load(const std::wstring& code)
 {
     Definition* definition = nullptr;
     EXPECT_EQ(Definition::Load(code.c_str(), definition), statusOk) << Embedded::utf8FromWide(code);
-    return Held<Definition>(definition);
+    return Holder<Definition>(definition);
 }
 
 } // namespace
 
-Held<CoordinateReferenceSystemDefinition> SpatialReferenceTest::system(const std::wstring& code)
+Holder<CoordinateReferenceSystemDefinition> SpatialReferenceTest::system(const std::wstring& code)
 {
     return load<CoordinateReferenceSystemDefinition>(code);
 }
 
-Held<DatumDefinition> SpatialReferenceTest::datum(const std::wstring& code)
+Holder<DatumDefinition> SpatialReferenceTest::datum(const std::wstring& code)
 {
     return load<DatumDefinition>(code);
 }
 
-Held<EllipsoidDefinition> SpatialReferenceTest::ellipsoid(const std::wstring& code)
+Holder<EllipsoidDefinition> SpatialReferenceTest::ellipsoid(const std::wstring& code)
 {
     return load<EllipsoidDefinition>(code);
 }
 
-Held<CoordinateReferenceSystemDefinition> SpatialReferenceTest::fromText(const std::wstring& text,
-                                                                         const std::wstring& code)
+Holder<CoordinateReferenceSystemDefinition> SpatialReferenceTest::fromText(const std::wstring& text,
+                                                                           const std::wstring& code)
 {
     CoordinateReferenceSystemDefinition* definition = nullptr;
     EXPECT_EQ(CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), definition), statusOk)
         << Embedded::utf8FromWide(text);
-    return Held<CoordinateReferenceSystemDefinition>(definition);
+    return Holder<CoordinateReferenceSystemDefinition>(definition);
 }
 
-Held<DatumDefinition> SpatialReferenceTest::datumOf(const CoordinateReferenceSystemDefinition& definition)
+Holder<DatumDefinition> SpatialReferenceTest::datumOf(const CoordinateReferenceSystemDefinition& definition)
 {
     DatumDefinition* result = nullptr;
     EXPECT_EQ(definition.GetDatum(result), statusOk);
-    return Held<DatumDefinition>(result);
+    return Holder<DatumDefinition>(result);
 }
 
-Held<EllipsoidDefinition> SpatialReferenceTest::ellipsoidOf(const CoordinateReferenceSystemDefinition& definition)
+Holder<EllipsoidDefinition> SpatialReferenceTest::ellipsoidOf(const CoordinateReferenceSystemDefinition& definition)
 {
     EllipsoidDefinition* result = nullptr;
     EXPECT_EQ(CoordinateReferenceSystemUtil::GetEllipsoid(&definition, result), statusOk);
-    return Held<EllipsoidDefinition>(result);
+    return Holder<EllipsoidDefinition>(result);
 }
 
 std::wstring SpatialReferenceTest::codeOf(const DefinitionBase& definition)
@@ -95,7 +95,7 @@ bool SpatialReferenceTest::isDatumBased(const CoordinateReferenceSystemDefinitio
 {
     CoordinateReferenceSystemOperation* operation = nullptr;
     EXPECT_EQ(CoordinateReferenceSystemOperation::Load(&definition, operation), statusOk);
-    const Held<CoordinateReferenceSystemOperation> held(operation);
+    const Holder<CoordinateReferenceSystemOperation> held(operation);
     bool answer = false;
     EXPECT_EQ(held->IsDatumBased(answer), statusOk);
     return answer;
@@ -105,7 +105,7 @@ Bytes SpatialReferenceTest::bytesOf(const std::vector<const DefinitionBase*>& de
 {
     DefinitionStream* created = nullptr;
     EXPECT_EQ(DefinitionStream::CreateInstance(created), statusOk);
-    const Held<DefinitionStream> stream(created);
+    const Holder<DefinitionStream> stream(created);
     for (const DefinitionBase* definition : definitions)
         EXPECT_EQ(stream->Add(definition), statusOk);
     Bytes bytes(1024);
@@ -115,19 +115,19 @@ Bytes SpatialReferenceTest::bytesOf(const std::vector<const DefinitionBase*>& de
     return bytes;
 }
 
-Held<DefinitionBaseArray> SpatialReferenceTest::read(const Bytes& bytes)
+Holder<DefinitionBaseArray> SpatialReferenceTest::read(const Bytes& bytes)
 {
-    const Held<DefinitionStream> stream(new DefinitionStream);
+    const Holder<DefinitionStream> stream(new DefinitionStream);
     if (stream->Read(bytes.data(), bytes.size(), formatBinary, 1) != statusOk)
         return nullptr;
     DefinitionBaseArray* definitions = nullptr;
     EXPECT_EQ(stream->GetDefinitions(definitions), statusOk);
-    return Held<DefinitionBaseArray>(definitions);
+    return Holder<DefinitionBaseArray>(definitions);
 }
 
 Status SpatialReferenceTest::readStatus(const Bytes& bytes)
 {
-    const Held<DefinitionStream> stream(new DefinitionStream);
+    const Holder<DefinitionStream> stream(new DefinitionStream);
     const unsigned char none = 0;
     return stream->Read(bytes.empty() ? &none : bytes.data(), bytes.size(), formatBinary, 1);
 }
@@ -157,12 +157,12 @@ Bytes SpatialReferenceTest::utf16le(std::wstring_view text)
     return {bytes.begin(), bytes.end()};
 }
 
-Status SpatialReferenceTest::deserialize(std::wstring_view text, Held<DefinitionBaseArray>& definitions)
+Status SpatialReferenceTest::deserialize(std::wstring_view text, Holder<DefinitionBaseArray>& definitions)
 {
     return deserialize(utf16le(std::wstring(text) + L'\0'), definitions);
 }
 
-Status SpatialReferenceTest::deserialize(const Bytes& bytes, Held<DefinitionBaseArray>& definitions)
+Status SpatialReferenceTest::deserialize(const Bytes& bytes, Holder<DefinitionBaseArray>& definitions)
 {
     DefinitionBaseArray* array = nullptr;
     const Status status = DefinitionStream::Deserialize_s(array, bytes.data(), bytes.size(), formatAutomatic, -1);

@@ -19,19 +19,19 @@ struct DestroyObject {
     void operator()(const Object* object) const { Object::Destroy(object); }
 };
 template <typename T>
-using Held = std::unique_ptr<T, DestroyObject>;
+using Holder = std::unique_ptr<T, DestroyObject>;
 
 using Bytes = std::vector<unsigned char>;
 
 class SpatialReferenceTest : public PlatformTest {
 protected:
-    static Held<CoordinateReferenceSystemDefinition> system(const std::wstring& code);
-    static Held<DatumDefinition> datum(const std::wstring& code);
-    static Held<EllipsoidDefinition> ellipsoid(const std::wstring& code);
-    static Held<CoordinateReferenceSystemDefinition> fromText(const std::wstring& text,
-                                                              const std::wstring& code = L"USER:1");
-    static Held<DatumDefinition> datumOf(const CoordinateReferenceSystemDefinition& definition);
-    static Held<EllipsoidDefinition> ellipsoidOf(const CoordinateReferenceSystemDefinition& definition);
+    static Holder<CoordinateReferenceSystemDefinition> system(const std::wstring& code);
+    static Holder<DatumDefinition> datum(const std::wstring& code);
+    static Holder<EllipsoidDefinition> ellipsoid(const std::wstring& code);
+    static Holder<CoordinateReferenceSystemDefinition> fromText(const std::wstring& text,
+                                                                const std::wstring& code = L"USER:1");
+    static Holder<DatumDefinition> datumOf(const CoordinateReferenceSystemDefinition& definition);
+    static Holder<EllipsoidDefinition> ellipsoidOf(const CoordinateReferenceSystemDefinition& definition);
 
     static std::wstring codeOf(const DefinitionBase& definition);
     static std::wstring nameOf(const DefinitionBase& definition);
@@ -43,7 +43,7 @@ protected:
     /// The stream's bytes; empty when writing fails.
     static Bytes bytesOf(const std::vector<const DefinitionBase*>& definitions);
     /// Null when reading fails.
-    static Held<DefinitionBaseArray> read(const Bytes& bytes);
+    static Holder<DefinitionBaseArray> read(const Bytes& bytes);
     static Status readStatus(const Bytes& bytes);
 
     /// The serialized text as bytes, with its NUL; empty when it fails.
@@ -51,8 +51,8 @@ protected:
     /// The same as text, without the NUL.
     static std::wstring textOf(const DefinitionBase& definition, bool includeDependents);
     static Bytes utf16le(std::wstring_view text);
-    static Status deserialize(const Bytes& bytes, Held<DefinitionBaseArray>& definitions);
-    static Status deserialize(std::wstring_view text, Held<DefinitionBaseArray>& definitions);
+    static Status deserialize(const Bytes& bytes, Holder<DefinitionBaseArray>& definitions);
+    static Status deserialize(std::wstring_view text, Holder<DefinitionBaseArray>& definitions);
 
     static std::wstring wktOf(const CoordinateReferenceSystemDefinition& definition, Status expected = statusOk);
 

@@ -1,15 +1,15 @@
 #include "embedded/spatial_reference/catalog/catalog.h"
 
-#include <algorithm>
 #include <memory>
-#include <tuple>
+#include <optional>
 #include <unordered_set>
 
 #include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog_database.h"
 #include "embedded/spatial_reference/catalog/catalog_loader.h"
 #include "embedded/spatial_reference/catalog/catalog_operations.h"
-#include "embedded/spatial_reference/projjson/local_systems.h"
-#include "platform/spatial_reference/definition.h"
+#include "embedded/spatial_reference/catalog/local_systems.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {
@@ -20,8 +20,8 @@ struct InfoListRelease {
     void operator()(PROJ_CRS_INFO** list) const { proj_crs_info_list_destroy(list); }
 };
 
-/// The kind of a single system's PROJ type; 0 for what this library does not have.
-int kindOfType(PJ_TYPE type)
+/// The kind of a single system; nothing for a system of no kind of this library.
+std::optional<CoordinateReferenceSystemKind> kindOfType(PJ_TYPE type)
 {
     switch (type) {
     case PJ_TYPE_GEOGRAPHIC_2D_CRS:
@@ -35,16 +35,16 @@ int kindOfType(PJ_TYPE type)
     case PJ_TYPE_ENGINEERING_CRS:
         return kindNotEarthReferenced;
     default:
-        return 0;
+        return std::nullopt;
     }
 }
 
-/// The list does not say what a compound system is made of.
-int kindOfCompound(const CatalogCode& code)
+/// PROJ's list does not say what a compound system consists of.
+std::optional<CoordinateReferenceSystemKind> kindOfCompound(const CatalogCode& code)
 {
     const ProjObject compound = catalogObject(code, PJ_CATEGORY_CRS);
     const ProjObject horizontal(compound ? proj_crs_get_sub_crs(projContext(), compound.get(), 0) : nullptr);
-    return horizontal ? kindOfType(proj_get_type(horizontal.get())) : 0;
+    return horizontal ? kindOfType(proj_get_type(horizontal.get())) : std::nullopt;
 }
 
 std::wstring wideOrEmpty(const char* utf8)
@@ -52,95 +52,107 @@ std::wstring wideOrEmpty(const char* utf8)
     return utf8 ? wideFromUtf8(utf8) : std::wstring();
 }
 
-CatalogEntry entryOf(const PROJ_CRS_INFO& info)
+std::optional<CatalogEntry> listedEntry(const PROJ_CRS_INFO& info)
 {
     const CatalogCode code{info.auth_name, info.code};
-    return {.code = wideFromUtf8(code.text()),
-            .name = wideOrEmpty(info.name),
-            .kind = info.type == PJ_TYPE_COMPOUND_CRS ? kindOfCompound(code) : kindOfType(info.type),
-            .deprecated = info.deprecated != 0,
-            .areaOfUse = wideOrEmpty(info.area_name)};
+    const auto kind = info.type == PJ_TYPE_COMPOUND_CRS ? kindOfCompound(code) : kindOfType(info.type);
+    if (!kind)
+        return std::nullopt;
+    return CatalogEntry{.code = wideFromUtf8(code.text()),
+                        .name = wideOrEmpty(info.name),
+                        .kind = *kind,
+                        .deprecated = info.deprecated != 0,
+                        .areaOfUse = wideOrEmpty(info.area_name)};
 }
 
-CatalogEntry localEntry(const Projjson& document)
+CatalogEntry localEntry(const Projjson& projjson)
 {
-    return {.code = wideFromUtf8(codeOf(document)),
-            .name = wideFromUtf8(nameOf(document)),
-            .kind = kindOf(document),
+    return {.code = wideFromUtf8(codeOf(projjson)),
+            .name = wideFromUtf8(nameOf(projjson)),
+            .kind = kindNotEarthReferenced,
             .deprecated = false,
             .areaOfUse = L"Anywhere: a site's own plane"};
 }
 
-std::vector<CatalogEntry> readEntries()
-{
+struct CatalogList {
     std::vector<CatalogEntry> entries;
+    Expected<void> check;
+};
+
+CatalogList readList()
+{
+    CatalogList list;
+    const CatalogReadCheck check;
     std::unordered_set<std::wstring> seen; // PROJ lists a system once for each of its areas
     int count = 0;
-    const std::unique_ptr<PROJ_CRS_INFO*, InfoListRelease> list(
+    const std::unique_ptr<PROJ_CRS_INFO*, InfoListRelease> infos(
         proj_get_crs_info_list_from_database(projContext(), nullptr, nullptr, &count));
     for (int index = 0; index < count; ++index) {
-        CatalogEntry entry = entryOf(*list.get()[index]);
-        if (entry.kind != 0 && seen.insert(entry.code).second)
-            entries.push_back(std::move(entry));
+        auto entry = listedEntry(*infos.get()[index]);
+        if (entry && seen.insert(entry->code).second)
+            list.entries.push_back(*std::move(entry));
     }
-    for (const Projjson& document : localSystems())
-        entries.push_back(localEntry(document));
-    return entries;
+    if (list.entries.empty())
+        list.check = check.finish().and_then([]() -> Expected<void> {
+            return failure(statusCatalogUnavailable, "PROJ cannot list its systems", catalogPath());
+        });
+    for (const Projjson& projjson : localSystems())
+        list.entries.push_back(localEntry(projjson));
+    return list;
+}
+
+const CatalogList& catalogList()
+{
+    static const CatalogList list = readList();
+    return list;
 }
 
 std::vector<OperationCandidate> candidates(std::wstring_view name, DefinitionType type)
 {
-    std::vector<OperationCandidate> found;
+    std::vector<OperationCandidate> list;
     for (const DefinitionData& operation : operationsNamed(utf8FromWide(name), type))
-        found.push_back({operation.code, operation.name});
-    return found;
+        list.push_back({operation.code, operation.name});
+    return list;
 }
 
-std::optional<std::string> causeOf(const std::optional<CatalogFault>& fault)
+CatalogEntry loadedEntry(const DefinitionData& data, const PJ* object)
 {
-    return fault ? std::optional(fault->cause) : std::nullopt;
-}
-
-CatalogEntry entryOfLoaded(const DefinitionData& data, const PJ* object)
-{
-    const char* area = nullptr;
-    if (!proj_get_area_of_use(projContext(), object, nullptr, nullptr, nullptr, nullptr, &area))
-        area = nullptr;
+    const auto area = areaOfUse(object);
     return {.code = data.code,
             .name = data.name,
-            .kind = data.kind,
+            .kind = data.kind.value_or(kindNotEarthReferenced),
             .deprecated = proj_is_deprecated(object) != 0,
-            .areaOfUse = wideOrEmpty(area)};
+            .areaOfUse = area ? wideFromUtf8(area->name) : std::wstring()};
 }
 
 } // namespace
 
 const std::vector<CatalogEntry>& catalogEntries()
 {
-    static const std::vector<CatalogEntry> entries = readEntries();
-    return entries;
+    return catalogList().entries;
 }
 
-std::optional<std::string> whyCatalogFails(std::wstring_view code)
+Expected<void> checkCatalogList()
 {
-    return causeOf(faultBehindMissing(utf8FromWide(code), DefinitionType::coordinateReferenceSystem));
+    return catalogList().check;
 }
 
-std::optional<std::string> checkCatalog()
+Expected<void> checkCatalogFor(std::wstring_view code)
 {
-    return causeOf(faultOfWholeCatalog());
+    Error error = explainMissingDefinition(utf8FromWide(code), DefinitionType::coordinateReferenceSystem);
+    if (error.status == statusNotFound)
+        return {};
+    return tl::unexpected(std::move(error));
 }
 
-std::optional<std::string> whyCatalogIsUnlisted()
+Expected<void> checkCatalog()
 {
-    if (isCatalogAvailable() && catalogEntries().size() > localSystems().size())
-        return std::nullopt;
-    return causeOf(faultOfLastAnswer()).value_or(catalogPath() + ": PROJ cannot list its systems");
+    return checkWholeCatalog();
 }
 
-std::string unreadableCatalogMessage(std::string_view cause)
+std::string unreadableCatalogMessage(const Error& error)
 {
-    return std::string("the catalog cannot be read: ").append(cause);
+    return "the catalog cannot be read: " + error.text();
 }
 
 std::string catalogPath()
@@ -149,33 +161,30 @@ std::string catalogPath()
     return path ? path : "";
 }
 
-std::optional<CatalogEntry> findCatalogEntry(std::wstring_view code)
+Expected<CatalogEntry> findCatalogEntry(std::wstring_view code)
 {
     const auto loaded = loadFromCatalog(std::wstring(code).c_str(), DefinitionType::coordinateReferenceSystem);
-    if (!loaded.data)
-        return std::nullopt;
-    const auto resolved = splitCode(loaded.data->codeUtf8);
+    if (!loaded)
+        return tl::unexpected(loaded.error());
+    const auto resolved = splitCode(loaded->codeUtf8);
     if (resolved->authority == kLocalAuthority)
-        return localEntry(loaded.data->document);
+        return localEntry(loaded->projjson);
     const ProjObject object = catalogObject(*resolved, PJ_CATEGORY_CRS);
-    return object ? std::optional(entryOfLoaded(*loaded.data, object.get())) : std::nullopt;
+    if (!object)
+        return tl::unexpected(explainMissingCode(*resolved, DefinitionType::coordinateReferenceSystem));
+    return loadedEntry(*loaded, object.get());
 }
 
-std::vector<std::wstring> replacementsOf(std::wstring_view code)
+std::vector<std::wstring> replacementCodes(std::wstring_view code)
 {
     const auto resolved = resolveCode(utf8FromWide(code));
     const ProjObject object = resolved ? catalogObject(*resolved, PJ_CATEGORY_CRS) : nullptr;
     if (!object || !proj_is_deprecated(object.get()))
         return {};
-    const ProjList list(proj_get_non_deprecated(projContext(), object.get()));
     std::vector<std::wstring> codes;
-    const int count = list ? proj_list_get_count(list.get()) : 0;
-    for (int index = 0; index < count; ++index) {
-        const ProjObject replacement(proj_list_get(projContext(), list.get(), index));
-        const char* authority = proj_get_id_auth_name(replacement.get(), 0);
-        const char* number = proj_get_id_code(replacement.get(), 0);
-        if (authority && number)
-            codes.push_back(wideFromUtf8(CatalogCode{authority, number}.text()));
+    for (const ProjObject& replacement : objectsOf(ProjList(proj_get_non_deprecated(projContext(), object.get())))) {
+        if (const std::string replacing = codeOfObject(replacement.get()); !replacing.empty())
+            codes.push_back(wideFromUtf8(replacing));
     }
     return codes;
 }

@@ -1,12 +1,13 @@
-// The catalog as a list: what a program shows when a user looks for a system. The module has no need of it.
+// The catalog as a list, for programs in which a user looks for a system. The module does not need it.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "embedded/base/error.h"
 #include "platform/export.h"
+#include "platform/spatial_reference/definition.h"
 
 namespace Embedded {
 
@@ -14,46 +15,33 @@ namespace Embedded {
 struct CatalogEntry {
     std::wstring code; // AUTHORITY:CODE
     std::wstring name;
-    int kind = 0; // CoordinateReferenceSystemKind
+    Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemKind kind =
+        Zentara::Infrastructure::SpatialReference::kindNotEarthReferenced;
     bool deprecated = false;
     std::wstring areaOfUse;
 };
 
-struct CatalogQuery {
-    std::wstring text; // every word must occur in the code or the name, ignoring case
-    std::optional<int> kind;
-    std::wstring authority;  // empty: any
-    bool deprecated = false; // whether deprecated systems are answered too
-    std::size_t limit = 0;   // 0: all
-};
-
-/// Every system that can be loaded, each once, deprecated ones included, vertical-only ones excluded; read on first
-/// use. Holds only the local systems, which are not of PROJ's database, when whyCatalogIsUnlisted has an answer.
+/// Every system that can be loaded, each once, including deprecated ones and excluding vertical ones. The list is read
+/// on first use. It holds only the local systems, which are not of PROJ's database, when checkCatalogList fails.
 ZSR_API const std::vector<CatalogEntry>& catalogEntries();
-/// Exact code first, then exact name, then names that begin with the text, then the rest, each by authority and number.
-ZSR_API std::vector<CatalogEntry> searchCatalog(const CatalogQuery& query);
-/// For a system's code that the loader gives nothing for: why the catalog could not be asked for it. Nothing when it
-/// was asked and does not have it.
-ZSR_API std::optional<std::string> whyCatalogFails(std::wstring_view code);
-/// Reads PROJ's database whole: why it cannot be opened, or the first damage that is found. Nothing for a sound one.
-ZSR_API std::optional<std::string> checkCatalog();
-/// Why PROJ could not list the systems of its database: it has none open, or cannot read it, for which it needs room
-/// for a temporary file. Nothing when it has listed them.
-ZSR_API std::optional<std::string> whyCatalogIsUnlisted();
-/// "the catalog cannot be read: " followed by the cause.
-ZSR_API std::string unreadableCatalogMessage(std::string_view cause);
-/// The path of PROJ's database; empty when it has none open.
-ZSR_API std::string catalogPath();
+/// Whether PROJ has listed the systems of its database. It cannot when it has none open, cannot read it, or has no room
+/// for the temporary file that it needs.
+ZSR_API Expected<void> checkCatalogList();
 
-/// The entry of a code as the loader would find it, or nothing.
-ZSR_API std::optional<CatalogEntry> findCatalogEntry(std::wstring_view code);
-/// Codes that replace a deprecated one, best first.
-ZSR_API std::vector<std::wstring> replacementsOf(std::wstring_view code);
-/// The nearest codes that exist to one that does not (misspelt authority, missing authority, swapped digits), best
-/// first, `limit` at most.
-ZSR_API std::vector<CatalogEntry> suggestCodes(std::wstring_view code, std::size_t limit);
+/// The entry of a system by its code. The Error has statusNotFound when the catalog can be read and does not have the
+/// system, otherwise statusCatalogUnavailable or statusOutOfMemory.
+ZSR_API Expected<CatalogEntry> findCatalogEntry(std::wstring_view code);
+/// Whether the catalog can be read to look for the code, which may be missing. The Error is that of findCatalogEntry.
+ZSR_API Expected<void> checkCatalogFor(std::wstring_view code);
+/// Reads PROJ's database whole. The Error says why it cannot be opened, or what the first damage is.
+ZSR_API Expected<void> checkCatalog();
+/// "the catalog cannot be read: " followed by the Error's place and message.
+ZSR_API std::string unreadableCatalogMessage(const Error& error);
 
-/// The names of the candidates for a transformation or path name that fits several, with their codes.
+/// The codes that replace a deprecated one, the best first.
+ZSR_API std::vector<std::wstring> replacementCodes(std::wstring_view code);
+
+/// A transformation or path whose name fits several.
 struct OperationCandidate {
     std::wstring code;
     std::wstring name;
@@ -61,7 +49,9 @@ struct OperationCandidate {
 ZSR_API std::vector<OperationCandidate> transformationCandidates(std::wstring_view name);
 ZSR_API std::vector<OperationCandidate> pathCandidates(std::wstring_view name);
 
-/// "PROJ 9.1.1" and "EPSG v10.076" of this run.
+/// The path of PROJ's database; empty when it has none open.
+ZSR_API std::string catalogPath();
+/// The versions in use, such as "PROJ 9.1.1" and "EPSG v10.076".
 ZSR_API std::string projVersion();
 ZSR_API std::string catalogVersion();
 

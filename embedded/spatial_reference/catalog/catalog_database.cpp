@@ -15,19 +15,21 @@ namespace {
 using namespace Zentara::Infrastructure::SpatialReference;
 
 struct SqliteRelease {
-    void operator()(sqlite3* database) const { static_cast<void>(sqlite3_close(database)); } // no statement is left
-    void operator()(sqlite3_stmt* statement) const { static_cast<void>(sqlite3_finalize(statement)); } // as step said
+    void operator()(sqlite3* database) const { sqlite3_close(database); }
+    // The result repeats that of sqlite3_step.
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
 };
 using Statement = std::unique_ptr<sqlite3_stmt, SqliteRelease>;
 
-/// The answer to a query: SQLite's result code, its message if that is an error, and the first column of each row.
-struct Answer {
-    int result = SQLITE_DONE;
-    std::string message{};
-    std::vector<std::string> rows{};
+Error unavailable(std::string message, std::string path = {})
+{
+    return {statusCatalogUnavailable, std::move(message), std::move(path)};
+}
 
-    bool isError() const { return result != SQLITE_DONE; }
-};
+Error notEnoughMemory(std::string path)
+{
+    return {statusOutOfMemory, "not enough memory to read it", std::move(path)};
+}
 
 /// A database file that is open for reading.
 class Database {
@@ -41,38 +43,44 @@ public:
 
     const std::string& path() const { return path_; }
 
-    Answer ask(const char* sql, const std::vector<std::string>& values = {}) const
+    /// The first column of each row.
+    Expected<std::vector<std::string>> query(const char* sql, const std::vector<std::string>& values = {}) const
     {
         if (openResult_ != SQLITE_OK)
-            return failed(openResult_);
+            return error(openResult_);
         sqlite3_stmt* prepared = nullptr;
         const int result = sqlite3_prepare_v2(database_.get(), sql, -1, &prepared, nullptr);
         const Statement statement(prepared);
         if (result != SQLITE_OK)
-            return failed(result);
+            return error(result);
         for (std::size_t index = 0; index < values.size(); ++index) {
             const int bound =
                 sqlite3_bind_text(prepared, static_cast<int>(index) + 1, values[index].c_str(), -1, nullptr);
             if (bound != SQLITE_OK)
-                return failed(bound);
+                return error(bound);
         }
-        return rowsOf(prepared);
+        return readRows(prepared);
     }
 
 private:
-    Answer rowsOf(sqlite3_stmt* statement) const
+    Expected<std::vector<std::string>> readRows(sqlite3_stmt* statement) const
     {
-        Answer answer;
+        std::vector<std::string> rows;
         int result = sqlite3_step(statement);
         for (; result == SQLITE_ROW; result = sqlite3_step(statement)) {
             const unsigned char* text = sqlite3_column_text(statement, 0);
-            answer.rows.emplace_back(text ? reinterpret_cast<const char*>(text) : "");
+            rows.emplace_back(text ? reinterpret_cast<const char*>(text) : "");
         }
-        return result == SQLITE_DONE ? answer : failed(result);
+        if (result != SQLITE_DONE)
+            return error(result);
+        return rows;
     }
-    Answer failed(int result) const
+
+    tl::unexpected<Error> error(int result) const
     {
-        return {result, database_ ? sqlite3_errmsg(database_.get()) : sqlite3_errstr(result), {}};
+        if (result == SQLITE_NOMEM)
+            return tl::unexpected(notEnoughMemory(path_));
+        return tl::unexpected(unavailable(database_ ? sqlite3_errmsg(database_.get()) : sqlite3_errstr(result), path_));
     }
 
     std::string path_;
@@ -80,24 +88,7 @@ private:
     int openResult_ = SQLITE_OK;
 };
 
-CatalogFault unavailable(std::string cause)
-{
-    return {statusCatalogUnavailable, std::move(cause)};
-}
-
-CatalogFault outOfMemory(const std::string& path)
-{
-    return {statusOutOfMemory, path + ": not enough memory to read it"};
-}
-
-CatalogFault faultOf(const Database& database, const Answer& answer)
-{
-    if (answer.result == SQLITE_NOMEM)
-        return outOfMemory(database.path());
-    return unavailable(database.path() + ": " + answer.message);
-}
-
-/// The database that PROJ has opened stays open here too: every code that a drawing has of its own is asked for.
+/// The database that PROJ has open. It stays open here too, since every code that only a drawing has leads to a query.
 const Database& openedDatabase()
 {
     static const Database database(proj_context_get_database_path(projContext()));
@@ -138,7 +129,7 @@ std::string firstDamage(const std::vector<std::string>& rows)
 }
 
 /// A LIKE pattern for the names of the tables that hold definitions of the type.
-const char* tablesOf(DefinitionType type)
+const char* tablePattern(DefinitionType type)
 {
     switch (type) {
     case DefinitionType::coordinateReferenceSystem:
@@ -157,91 +148,94 @@ const char* tablesOf(DefinitionType type)
 
 } // namespace
 
-std::optional<CatalogFault> faultOfOpening()
+Expected<void> checkCatalogIsOpen()
 {
     if (isCatalogAvailable())
-        return std::nullopt;
+        return {};
     const std::string path = unopenedDatabase();
     if (path.empty())
-        return unavailable("there is no proj.db in " + joinedFolders());
+        return tl::unexpected(unavailable("there is no proj.db in " + joinedFolders()));
     if (fileKind(pathFromUtf8(path)) != FileKind::regular)
-        return unavailable(path + ": not a regular file");
-    const Database database(path);
-    const Answer answer = database.ask("SELECT value FROM metadata");
-    return answer.isError() ? faultOf(database, answer) : unavailable(path + ": PROJ cannot use it");
+        return tl::unexpected(unavailable("not a regular file", path));
+    const auto rows = Database(path).query("SELECT value FROM metadata");
+    return tl::unexpected(rows ? unavailable("PROJ cannot use it", path) : rows.error());
 }
 
-std::optional<CatalogFault> faultBehindMissingCode(const CatalogCode& code, DefinitionType type)
+Error explainMissingCode(const CatalogCode& code, DefinitionType type)
 {
-    if (auto fault = faultOfOpening())
-        return fault;
-    const Database& database = openedDatabase();
-    const Answer answer =
-        database.ask("SELECT 1 FROM object_view WHERE auth_name = ?1 AND code = ?2 AND table_name LIKE ?3",
-                     {code.authority, code.code, tablesOf(type)});
-    if (answer.isError())
-        return faultOf(database, answer);
-    if (!answer.rows.empty() && type <= DefinitionType::ellipsoid)
-        return unavailable(database.path() + ": PROJ cannot read " + code.text() + ", which is there");
-    return std::nullopt;
+    if (const auto open = checkCatalogIsOpen(); !open)
+        return open.error();
+    const auto rows =
+        openedDatabase().query("SELECT 1 FROM object_view WHERE auth_name = ?1 AND code = ?2 AND table_name LIKE ?3",
+                               {code.authority, code.code, tablePattern(type)});
+    if (!rows)
+        return rows.error();
+    if (!rows->empty() && type <= DefinitionType::ellipsoid)
+        return unavailable("PROJ cannot read " + code.text() + ", which is there", openedDatabase().path());
+    return notInCatalog();
 }
 
-std::optional<CatalogFault> faultBehindMissingName(const std::string& name)
+Error explainMissingName(const std::string& name)
 {
-    if (auto fault = faultOfOpening())
-        return fault;
-    const Answer answer = openedDatabase().ask("SELECT 1 FROM coordinate_operation_view WHERE name = ?1", {name});
-    return answer.isError() ? std::optional(faultOf(openedDatabase(), answer)) : std::nullopt;
+    if (const auto open = checkCatalogIsOpen(); !open)
+        return open.error();
+    const auto rows = openedDatabase().query("SELECT 1 FROM coordinate_operation_view WHERE name = ?1", {name});
+    return rows ? notInCatalog() : rows.error();
 }
 
-std::optional<CatalogFault> faultBehindMissingAuthority()
+Error explainMissingAuthority()
 {
-    if (auto fault = faultOfOpening())
-        return fault;
+    if (const auto open = checkCatalogIsOpen(); !open)
+        return open.error();
     if (!catalogAuthorities().empty())
-        return std::nullopt;
-    const Answer answer = openedDatabase().ask("SELECT auth_name FROM authority_list");
-    return answer.isError() ? faultOf(openedDatabase(), answer)
-                            : unavailable(openedDatabase().path() + ": PROJ cannot read its authorities");
+        return notInCatalog();
+    const auto rows = openedDatabase().query("SELECT auth_name FROM authority_list");
+    return rows ? unavailable("PROJ cannot read its authorities", openedDatabase().path()) : rows.error();
 }
 
-std::optional<CatalogFault> faultOfAliases()
+Error notInCatalog()
 {
-    if (auto fault = faultOfOpening())
-        return fault;
-    const Answer answer = openedDatabase().ask("SELECT count(alt_name || source) FROM alias_name");
-    return answer.isError() ? std::optional(faultOf(openedDatabase(), answer)) : std::nullopt;
+    return {statusNotFound, "the catalog has no such definition", {}};
 }
 
-std::optional<CatalogFault> faultOfWholeCatalog()
+Expected<void> checkAliases()
 {
-    if (auto fault = faultOfOpening())
-        return fault;
+    if (auto open = checkCatalogIsOpen(); !open)
+        return open;
+    const auto rows = openedDatabase().query("SELECT count(alt_name || source) FROM alias_name");
+    return rows.map([](const auto&) {});
+}
+
+Expected<void> checkWholeCatalog()
+{
+    if (auto open = checkCatalogIsOpen(); !open)
+        return open;
     const Database database(openedDatabase().path()); // nothing of it has been read into memory yet
-    const Answer answer = database.ask("PRAGMA integrity_check(1)");
-    if (answer.isError())
-        return faultOf(database, answer);
-    if (answer.rows.size() == 1 && answer.rows.front() == "ok")
-        return std::nullopt;
-    const std::string damage = firstDamage(answer.rows);
-    return damage.ends_with(kOutOfMemory) ? outOfMemory(database.path())
-                                          : unavailable(database.path() + ": damaged: " + damage);
+    const auto rows = database.query("PRAGMA integrity_check(1)");
+    if (!rows)
+        return tl::unexpected(rows.error());
+    if (rows->size() == 1 && rows->front() == "ok")
+        return {};
+    const std::string damage = firstDamage(*rows);
+    return tl::unexpected(damage.ends_with(kOutOfMemory) ? notEnoughMemory(database.path())
+                                                         : unavailable("damaged: " + damage, database.path()));
 }
 
-std::optional<CatalogFault> faultOfLastAnswer()
+CatalogReadCheck::CatalogReadCheck()
 {
-    const ReadFailure failure = takeReadFailure();
+    forgetReadFailure();
+}
+
+Expected<void> CatalogReadCheck::finish() const
+{
+    const ReadFailure failure = readFailure();
     if (failure == ReadFailure::none)
-        return faultOfOpening();
-    if (auto fault = faultOfWholeCatalog())
-        return fault;
+        return checkCatalogIsOpen();
+    if (auto whole = checkWholeCatalog(); !whole)
+        return whole;
     const std::string& path = openedDatabase().path();
-    return failure == ReadFailure::memory ? outOfMemory(path) : unavailable(path + ": PROJ cannot read all of it");
-}
-
-Status statusOfMissing(const std::optional<CatalogFault>& fault)
-{
-    return fault ? fault->status : statusNotFound;
+    return tl::unexpected(failure == ReadFailure::memory ? notEnoughMemory(path)
+                                                         : unavailable("PROJ cannot read all of it", path));
 }
 
 } // namespace Embedded

@@ -2,41 +2,46 @@
 // damaged, or there was not enough memory. PROJ's own answer is the same in all three cases.
 #pragma once
 
-#include <optional>
 #include <string>
 
+#include "embedded/base/error.h"
 #include "embedded/spatial_reference/projjson/catalog_code.h"
 #include "embedded/spatial_reference/projjson/definition_data.h"
-#include "platform/spatial_reference/status.h"
 
 namespace Embedded {
 
-/// Why the catalog could not be asked.
-struct CatalogFault {
-    Zentara::Infrastructure::SpatialReference::Status status; // statusCatalogUnavailable or statusOutOfMemory
-    std::string cause; // for a person, with the path of the database, or with the folders in which there is none
+// Every Error has statusNotFound, statusCatalogUnavailable or statusOutOfMemory. Its place is the path of the database;
+// it is empty for a definition that is not found and when there is no database.
+
+/// Whether PROJ has its database open.
+Expected<void> checkCatalogIsOpen();
+
+/// Why PROJ gives no object for the code, whose authority is spelled as in the catalog. statusNotFound when the
+/// database lacks the code as well, and for an operation that the database has, since PROJ cannot make all of them.
+Error explainMissingCode(const CatalogCode& code, DefinitionType type);
+/// Why PROJ gives no operation for the name. statusNotFound when the database can be read.
+Error explainMissingName(const std::string& name);
+/// Why PROJ does not list an authority. statusNotFound when PROJ lists any authority at all.
+Error explainMissingAuthority();
+/// The Error of a definition that a readable catalog does not have.
+Error notInCatalog();
+
+/// Whether the table of alternative names can be read. PROJ ends the process when it compares two objects and cannot
+/// read that table.
+Expected<void> checkAliases();
+
+/// Reads the whole database and compares its indexes with its tables. The Error is about the first damage. This takes
+/// some tenths of a second.
+Expected<void> checkWholeCatalog();
+
+/// Finds out whether PROJ could read all of its database while a query ran. PROJ's lists are shorter, or empty, when it
+/// could not.
+class CatalogReadCheck {
+public:
+    /// Begins the check; call before the query.
+    CatalogReadCheck();
+    /// Whether the answers since then are complete.
+    Expected<void> finish() const;
 };
-
-/// Why PROJ has no database open; nothing when it has one.
-std::optional<CatalogFault> faultOfOpening();
-/// Why PROJ gives no object for the code, whose authority is spelled as in the catalog. Nothing when the database lacks
-/// the code as well. Nothing for an operation that the database has, since PROJ cannot make all of them.
-std::optional<CatalogFault> faultBehindMissingCode(const CatalogCode& code, DefinitionType type);
-/// Why PROJ gives no operation for the name. Nothing when the database can be read.
-std::optional<CatalogFault> faultBehindMissingName(const std::string& name);
-/// Why PROJ does not list an authority. Nothing when PROJ lists any authority at all.
-std::optional<CatalogFault> faultBehindMissingAuthority();
-/// Why the table of alternative names cannot be read; nothing when it can. PROJ ends the process when it compares two
-/// objects and cannot read that table.
-std::optional<CatalogFault> faultOfAliases();
-/// Reads the whole database, compares its indexes with its tables, and returns the first fault. This takes some tenths
-/// of a second.
-std::optional<CatalogFault> faultOfWholeCatalog();
-
-/// Why PROJ's last answer may be incomplete or empty. Nothing when PROJ could read all that it needed.
-std::optional<CatalogFault> faultOfLastAnswer();
-
-/// The fault's status; statusNotFound when there is no fault.
-Zentara::Infrastructure::SpatialReference::Status statusOfMissing(const std::optional<CatalogFault>& fault);
 
 } // namespace Embedded

@@ -1,18 +1,21 @@
 #include "embedded/spatial_reference/catalog/catalog_loader.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "embedded/base/case_folding.h"
 #include "embedded/base/memo_cache.h"
 #include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog_database.h"
+#include "embedded/spatial_reference/catalog/local_systems.h"
 #include "embedded/spatial_reference/projjson/canonical_projjson.h"
-#include "embedded/spatial_reference/projjson/local_systems.h"
 
 namespace Embedded {
 namespace {
 
 using namespace Zentara::Infrastructure::SpatialReference;
 
-PJ_CATEGORY categoryOf(DefinitionType type)
+PJ_CATEGORY projCategory(DefinitionType type)
 {
     switch (type) {
     case DefinitionType::datum:
@@ -24,12 +27,12 @@ PJ_CATEGORY categoryOf(DefinitionType type)
     }
 }
 
-/// Vertical systems and datums share their category with the ones of this library.
+/// False for vertical systems and datums, which PROJ keeps in the same category.
 bool isOfThisLibrary(const DefinitionData& data)
 {
     switch (data.type) {
     case DefinitionType::coordinateReferenceSystem:
-        return data.kind != 0;
+        return data.kind.has_value();
     case DefinitionType::datum:
         return data.ellipsoidNode() != nullptr;
     default:
@@ -37,8 +40,8 @@ bool isOfThisLibrary(const DefinitionData& data)
     }
 }
 
-/// The database compares codes as numbers where they look like one, so that " 4326" and "04326" would find EPSG:4326
-/// and then go by a spelling that the catalog does not have.
+/// Whether the code can be the catalog's own spelling. The database compares codes that look like numbers as numbers,
+/// so it would find EPSG:4326 for " 4326" and "04326".
 bool isSpelledOut(std::string_view code)
 {
     constexpr std::string_view kDigits = "0123456789";
@@ -47,39 +50,41 @@ bool isSpelledOut(std::string_view code)
     return code.find_first_not_of("0123456789+-.eE \t\r\n\v\f") != std::string_view::npos;
 }
 
-ProjObject objectOfDatabase(const CatalogCode& code, PJ_CATEGORY category, bool usesProjGridNames)
+enum class GridNames { ofCatalog, ofInstalledFiles };
+
+ProjObject readObject(const CatalogCode& code, PJ_CATEGORY category, GridNames gridNames)
 {
     if (!isSpelledOut(code.code))
         return nullptr;
     return ProjObject(proj_create_from_database(projContext(), code.authority.c_str(), code.code.c_str(), category,
-                                                usesProjGridNames ? 1 : 0, nullptr));
+                                                gridNames == GridNames::ofInstalledFiles, nullptr));
 }
 
-/// PROJ has an object of that code, but none of this library.
-bool isOfAnotherLibrary(const CatalogCode& code, DefinitionType type)
+/// Whether PROJ has an object of that code, which is not a definition of this library.
+bool isForeignObject(const CatalogCode& code, DefinitionType type)
 {
-    const ProjObject object = catalogObject(code, categoryOf(type));
+    const ProjObject object = catalogObject(code, projCategory(type));
     return object && !canonicalProjjson(object.get()).empty();
 }
 
-Loaded loadLocal(const CatalogCode& code, DefinitionType type)
+Expected<DefinitionData> loadLocalSystem(const CatalogCode& code, DefinitionType type)
 {
-    const Projjson* document = findLocalSystem(code.code);
-    if (!document || type != DefinitionType::coordinateReferenceSystem)
-        return {statusNotFound, std::nullopt};
-    return {statusOk, DefinitionData(type, code.text(), *document)};
+    const Projjson* projjson = findLocalSystem(code.code);
+    if (!projjson || type != DefinitionType::coordinateReferenceSystem)
+        return tl::unexpected(notInCatalog());
+    return DefinitionData(type, code.text(), *projjson);
 }
 
 std::optional<DefinitionData> readFromDatabase(const CatalogCode& code, DefinitionType type)
 {
-    const ProjObject object = catalogObject(code, categoryOf(type));
+    const ProjObject object = catalogObject(code, projCategory(type));
     if (!object)
         return std::nullopt;
     DefinitionData data(type, code.text(), canonicalProjjson(object.get()));
     return isOfThisLibrary(data) ? std::optional(std::move(data)) : std::nullopt;
 }
 
-std::optional<DefinitionData> rememberedDefinition(const CatalogCode& code, DefinitionType type)
+std::optional<DefinitionData> cachedDefinition(const CatalogCode& code, DefinitionType type)
 {
     using Definition = std::optional<DefinitionData>;
     static MemoCache<std::pair<DefinitionType, std::string>, Definition> definitions;
@@ -90,37 +95,56 @@ std::optional<DefinitionData> rememberedDefinition(const CatalogCode& code, Defi
 
 } // namespace
 
+std::optional<CatalogCode> resolveCode(std::string_view utf8)
+{
+    auto code = splitCode(utf8);
+    if (!code)
+        return std::nullopt;
+    if (equalsIgnoringAsciiCase(code->authority, kLocalAuthority)) {
+        code->authority = kLocalAuthority;
+        return code;
+    }
+    const auto& authorities = catalogAuthorities();
+    const auto found = std::ranges::find_if(
+        authorities, [&](const std::string& authority) { return equalsIgnoringAsciiCase(authority, code->authority); });
+    if (found == authorities.end())
+        return std::nullopt;
+    code->authority = *found;
+    return code;
+}
+
 ProjObject catalogObject(const CatalogCode& code, PJ_CATEGORY category)
 {
-    return objectOfDatabase(code, category, /* usesProjGridNames */ false);
+    return readObject(code, category, GridNames::ofCatalog);
 }
 
 ProjObject operationWithInstalledGrids(const CatalogCode& code)
 {
-    return objectOfDatabase(code, PJ_CATEGORY_COORDINATE_OPERATION, /* usesProjGridNames */ true);
+    return readObject(code, PJ_CATEGORY_COORDINATE_OPERATION, GridNames::ofInstalledFiles);
 }
 
-Loaded loadFromCatalog(const wchar_t* text, DefinitionType type)
+Expected<DefinitionData> loadFromCatalog(const wchar_t* text, DefinitionType type)
 {
     const std::string utf8 = text ? utf8FromWide(text) : std::string();
     const auto code = resolveCode(utf8);
     if (code && code->authority == kLocalAuthority)
-        return loadLocal(*code, type);
-    std::optional<DefinitionData> data = code ? rememberedDefinition(*code, type) : std::nullopt;
-    return data ? Loaded{statusOk, std::move(data)}
-                : Loaded{statusOfMissing(faultBehindMissing(utf8, type)), std::nullopt};
+        return loadLocalSystem(*code, type);
+    if (auto data = code ? cachedDefinition(*code, type) : std::nullopt)
+        return *std::move(data);
+    return tl::unexpected(explainMissingDefinition(utf8, type));
 }
 
-std::optional<CatalogFault> faultBehindMissing(std::string_view utf8, DefinitionType type)
+Error explainMissingDefinition(std::string_view utf8, DefinitionType type)
 {
     const auto code = resolveCode(utf8);
     if (!code)
-        return faultBehindMissingAuthority();
+        return explainMissingAuthority();
     if (code->authority == kLocalAuthority)
-        return std::nullopt;
-    if (!isSpelledOut(code->code) || isOfAnotherLibrary(*code, type))
-        return faultOfOpening();
-    return faultBehindMissingCode(*code, type);
+        return notInCatalog();
+    if (isSpelledOut(code->code) && !isForeignObject(*code, type))
+        return explainMissingCode(*code, type);
+    const auto open = checkCatalogIsOpen();
+    return open ? notInCatalog() : open.error();
 }
 
 } // namespace Embedded

@@ -1,28 +1,27 @@
 #include "embedded/spatial_reference/catalog/catalog_operations.h"
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 #include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog_database.h"
+#include "embedded/spatial_reference/catalog/catalog_loader.h"
 #include "embedded/spatial_reference/catalog/irreversible_methods.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {
 
 using namespace Zentara::Infrastructure::SpatialReference;
 
-PJ_TYPE projTypeOf(DefinitionType type)
-{
-    return type == DefinitionType::path ? PJ_TYPE_CONCATENATED_OPERATION : PJ_TYPE_TRANSFORMATION;
-}
-
 bool hasSource(const PJ* operation)
 {
     return ProjObject(proj_get_source_crs(projContext(), operation)) != nullptr;
 }
 
-/// Transformations that PROJ writes as pipelines, or that only swap axes, have types of their own; a map projection is
-/// a conversion too, but between no two systems in particular.
+/// PROJ has other types for transformations that it writes as pipelines or that only swap axes. A map projection is a
+/// conversion as well, but has no source system.
 bool isTransformation(const PJ* operation)
 {
     const PJ_TYPE type = proj_get_type(operation);
@@ -67,7 +66,7 @@ DefinitionData operationData(const PJ* operation, DefinitionType type)
     return data;
 }
 
-/// By authority and, where they are numbers, by number.
+/// Sorts by authority, then by number.
 bool comesBefore(const DefinitionData& left, const DefinitionData& right)
 {
     const auto key = [](const DefinitionData& data) {
@@ -77,42 +76,55 @@ bool comesBefore(const DefinitionData& left, const DefinitionData& right)
     return key(left) < key(right);
 }
 
-/// Found by name, an operation whose grid PROJ knows under another file's name is a derivative with a code of its own
-/// making, DERIVED_FROM(EPSG):1241; this gives the original.
-ProjObject originalOf(ProjObject object)
+/// The catalog's operation. PROJ finds an operation by name as a derivative, with the code DERIVED_FROM(EPSG):1241,
+/// when it knows its grid under another file name.
+ProjObject catalogOriginal(ProjObject object)
 {
     constexpr std::string_view kDerived = "DERIVED_FROM(";
-    const auto code = splitCode(codeOfObject(object.get()));
-    if (!code || !code->authority.starts_with(kDerived))
+    if (!codeOfObject(object.get()).starts_with(kDerived))
         return object;
-    const std::string authority = code->authority.substr(kDerived.size(), code->authority.size() - kDerived.size() - 1);
-    return catalogObject({authority, code->code}, PJ_CATEGORY_COORDINATE_OPERATION);
+    const auto code = splitCode(originalCode(object.get()));
+    return code ? catalogObject(*code, PJ_CATEGORY_COORDINATE_OPERATION) : nullptr;
 }
 
-/// The operations of exactly this name; PROJ itself matches aliases and ignores case.
+/// The operations of exactly this name. PROJ itself also matches aliases and ignores case.
 std::vector<ProjObject> objectsNamed(const std::string& name, DefinitionType type)
 {
-    const PJ_TYPE wanted = projTypeOf(type);
-    const ProjList list(proj_create_from_name(projContext(), nullptr, name.c_str(), &wanted, 1,
-                                              /* approximateMatch */ 0, /* limitResultCount */ 0, nullptr));
+    constexpr int kExactMatch = 0;
+    constexpr int kUnlimited = 0;
+    const PJ_TYPE projType = type == DefinitionType::path ? PJ_TYPE_CONCATENATED_OPERATION : PJ_TYPE_TRANSFORMATION;
+    const ProjList list(
+        proj_create_from_name(projContext(), nullptr, name.c_str(), &projType, 1, kExactMatch, kUnlimited, nullptr));
     std::vector<ProjObject> objects;
-    const int count = list ? proj_list_get_count(list.get()) : 0;
-    for (int index = 0; index < count; ++index) {
-        ProjObject object = originalOf(ProjObject(proj_list_get(projContext(), list.get(), index)));
+    for (ProjObject& candidate : objectsOf(list)) {
+        ProjObject object = catalogOriginal(std::move(candidate));
         if (object && name == proj_get_name(object.get()))
             objects.push_back(std::move(object));
     }
     return objects;
 }
 
-Loaded loadByCode(const CatalogCode& code, DefinitionType type)
+Expected<DefinitionData> loadByCode(const CatalogCode& code, DefinitionType type)
 {
     const ProjObject object = catalogObject(code, PJ_CATEGORY_COORDINATE_OPERATION);
     if (!object)
-        return {statusOfMissing(faultBehindMissingCode(code, type)), std::nullopt};
+        return tl::unexpected(explainMissingCode(code, type));
     if (!isOfType(object.get(), type))
-        return {statusNotFound, std::nullopt};
-    return {statusOk, operationData(object.get(), type)};
+        return tl::unexpected(notInCatalog());
+    return operationData(object.get(), type);
+}
+
+Expected<DefinitionData> loadByName(const std::string& name, DefinitionType type)
+{
+    auto operations = operationsNamed(name, type);
+    if (operations.empty())
+        return tl::unexpected(explainMissingName(name));
+    if (operations.size() == 1)
+        return std::move(operations.front());
+    std::string codes;
+    for (const DefinitionData& operation : operations)
+        codes += (codes.empty() ? "" : ", ") + operation.codeUtf8;
+    return failure(statusAmbiguous, "the name fits several: " + codes);
 }
 
 } // namespace
@@ -130,21 +142,16 @@ std::vector<DefinitionData> operationsNamed(std::string_view name, DefinitionTyp
     return operations;
 }
 
-Loaded loadOperation(const wchar_t* codeOrName, DefinitionType type)
+Expected<DefinitionData> loadOperation(const wchar_t* codeOrName, DefinitionType type)
 {
     if (!codeOrName || !*codeOrName)
-        return {statusNotFound, std::nullopt};
+        return tl::unexpected(notInCatalog());
     const std::string text = utf8FromWide(codeOrName);
     if (const auto code = resolveCode(text)) {
-        if (auto loaded = loadByCode(*code, type); loaded.status != statusNotFound)
+        if (auto loaded = loadByCode(*code, type); loaded || loaded.error().status != statusNotFound)
             return loaded;
     }
-    auto operations = operationsNamed(text, type);
-    if (operations.empty())
-        return {statusOfMissing(faultBehindMissingName(text)), std::nullopt};
-    if (operations.size() > 1)
-        return {statusAmbiguous, std::nullopt};
-    return {statusOk, std::move(operations.front())};
+    return loadByName(text, type);
 }
 
 } // namespace Embedded

@@ -4,16 +4,16 @@
 #include <string_view>
 #include <vector>
 
-#include "embedded/spatial_reference/catalog/catalog_loader.h"
+#include "embedded/base/error.h"
 #include "embedded/spatial_reference/projjson/definition_data.h"
 
 namespace Embedded {
 
-/// By AUTHORITY:CODE or by exact name; `type` is DefinitionType::transformation or path. statusAmbiguous for a name
-/// that several have; operations in use come before deprecated ones of the same name.
-Loaded loadOperation(const wchar_t* codeOrName, DefinitionType type);
+/// Loads by AUTHORITY:CODE or by exact name; `type` is DefinitionType::transformation or path. The Error has
+/// statusNotFound, statusAmbiguous for a name that fits several, statusCatalogUnavailable or statusOutOfMemory.
+Expected<DefinitionData> loadOperation(const wchar_t* codeOrName, DefinitionType type);
 
-/// What the name fits, by code.
+/// The operations of exactly this name, by code. Deprecated ones only when no other has the name.
 std::vector<DefinitionData> operationsNamed(std::string_view name, DefinitionType type);
 
 } // namespace Embedded

@@ -1,17 +1,15 @@
+#include "embedded/spatial_reference/catalog/catalog_search.h"
+
 #include <algorithm>
-#include <cwctype>
-#include <ranges>
 #include <sstream>
 #include <tuple>
-#include <utility>
 
-#include "embedded/spatial_reference/catalog/catalog.h"
-#include "embedded/spatial_reference/catalog/catalog_text.h"
+#include "embedded/spatial_reference/catalog/catalog_order.h"
 
 namespace Embedded {
 namespace {
 
-/// How well an entry answers the text; the smaller the better.
+/// How well an entry matches the text, the best first.
 enum class Match { exactCode, exactName, nameBegins, rest };
 
 struct Hit {
@@ -20,9 +18,9 @@ struct Hit {
     const CatalogEntry* entry;
 };
 
-std::vector<std::wstring> wordsOf(const std::wstring& folded)
+std::vector<std::wstring> splitWords(const std::wstring& text)
 {
-    std::wistringstream stream(folded);
+    std::wistringstream stream(text);
     std::vector<std::wstring> words;
     for (std::wstring word; stream >> word;)
         words.push_back(word);
@@ -32,7 +30,10 @@ std::vector<std::wstring> wordsOf(const std::wstring& folded)
 class Matcher {
 public:
     explicit Matcher(const CatalogQuery& query)
-        : query_(query), text_(foldCase(query.text)), words_(wordsOf(text_)), authority_(foldCase(query.authority))
+        : query_(query),
+          text_(searchForm(query.text)),
+          words_(splitWords(text_)),
+          authority_(searchForm(query.authority))
     {
     }
 
@@ -40,8 +41,8 @@ public:
     {
         if (!isWanted(entry))
             return std::nullopt;
-        const std::wstring code = foldCase(entry.code);
-        const std::wstring name = foldCase(entry.name);
+        const std::wstring code = searchForm(entry.code);
+        const std::wstring name = searchForm(entry.name);
         const bool all = std::ranges::all_of(words_, [&](const std::wstring& word) {
             return code.find(word) != std::wstring::npos || name.find(word) != std::wstring::npos;
         });
@@ -51,11 +52,11 @@ public:
 private:
     bool isWanted(const CatalogEntry& entry) const
     {
-        return (query_.deprecated || !entry.deprecated) && (!query_.kind || *query_.kind == entry.kind) &&
-               (authority_.empty() || foldCase(authorityOf(entry.code)) == authority_);
+        return (query_.includesDeprecated || !entry.deprecated) && (!query_.kind || *query_.kind == entry.kind) &&
+               (authority_.empty() || searchForm(authorityOf(entry.code)) == authority_);
     }
 
-    /// The number alone is as exact as the whole code.
+    /// The number alone counts as the whole code.
     Match rank(const std::wstring& code, const std::wstring& name) const
     {
         if (text_ == code || text_ == numberOf(code))
@@ -79,15 +80,15 @@ std::vector<CatalogEntry> searchCatalog(const CatalogQuery& query)
     std::vector<Hit> hits;
     for (const CatalogEntry& entry : catalogEntries()) {
         if (const auto match = matcher.match(entry))
-            hits.push_back({*match, catalogOrderOf(entry.code), &entry});
+            hits.push_back({*match, catalogOrder(entry.code), &entry});
     }
     std::ranges::stable_sort(hits, {}, [](const Hit& hit) { return std::tie(hit.match, hit.order); });
     if (query.limit != 0 && hits.size() > query.limit)
         hits.resize(query.limit);
-    std::vector<CatalogEntry> found;
+    std::vector<CatalogEntry> entries;
     for (const Hit& hit : hits)
-        found.push_back(*hit.entry);
-    return found;
+        entries.push_back(*hit.entry);
+    return entries;
 }
 
 } // namespace Embedded

@@ -1,11 +1,17 @@
+#include "embedded/spatial_reference/catalog/catalog_suggestions.h"
+
 #include <algorithm>
 #include <tuple>
 
-#include "embedded/spatial_reference/catalog/catalog.h"
-#include "embedded/spatial_reference/catalog/catalog_text.h"
+#include "embedded/base/edit_distance.h"
+#include "embedded/spatial_reference/catalog/catalog_order.h"
+#include "embedded/spatial_reference/catalog/catalog_search.h"
 
 namespace Embedded {
 namespace {
+
+/// A swap of neighbours is the commonest slip.
+constexpr EditCosts kCosts{.edit = 3, .swap = 2};
 
 struct Suggestion {
     std::size_t distance;
@@ -14,53 +20,54 @@ struct Suggestion {
     const CatalogEntry* entry;
 };
 
-/// A slip or two; what is further away is no misspelling.
-std::size_t furthest(std::wstring_view text)
+/// One or two slips. A code that is further away is not a misspelling.
+std::size_t largestDistance(std::wstring_view text)
 {
-    return (text.size() <= 4 ? 1 : 2) * kEditCost;
+    return (text.size() <= 4 ? 1 : 2) * kCosts.edit;
 }
 
 /// The right number under another authority is nearer than any number that differs.
-std::size_t distanceOf(std::wstring_view folded, std::wstring_view code)
+std::size_t distance(std::wstring_view text, std::wstring_view code)
 {
-    if (numberOf(folded) != numberOf(code))
-        return kEditCost + editDistance(folded, code);
-    return authorityOf(folded).empty() ? 0 : std::min(kEditCost, editDistance(authorityOf(folded), authorityOf(code)));
+    if (numberOf(text) != numberOf(code))
+        return kCosts.edit + editDistance(text, code, kCosts);
+    if (authorityOf(text).empty())
+        return 0;
+    return std::min(kCosts.edit, editDistance(authorityOf(text), authorityOf(code), kCosts));
 }
 
-/// Codes are shorter than names by far, so only those of about the same length can be near.
-bool isComparable(std::wstring_view folded, std::wstring_view code)
+/// Only codes of about the same length can be near.
+bool isComparable(std::wstring_view text, std::wstring_view code)
 {
-    return folded.size() <= code.size() + 3 && code.size() <= folded.size() + 6;
+    return text.size() <= code.size() + 3 && code.size() <= text.size() + 6;
 }
 
 std::vector<CatalogEntry> suggestNames(std::wstring_view text, std::size_t limit)
 {
-    return searchCatalog(
-        {.text = std::wstring(text), .kind = {}, .authority = {}, .deprecated = false, .limit = limit});
+    return searchCatalog({.text = std::wstring(text), .limit = limit});
 }
 
 } // namespace
 
 std::vector<CatalogEntry> suggestCodes(std::wstring_view code, std::size_t limit)
 {
-    const std::wstring folded = foldCase(code);
-    if (folded.empty() || limit == 0)
+    const std::wstring text = searchForm(code);
+    if (text.empty() || limit == 0)
         return {};
     std::vector<Suggestion> near;
     for (const CatalogEntry& entry : catalogEntries()) {
-        if (!isComparable(folded, entry.code))
+        if (!isComparable(text, entry.code))
             continue;
-        const auto distance = distanceOf(folded, foldCase(entry.code));
-        if (distance <= kEditCost + furthest(numberOf(folded)))
-            near.push_back({distance, entry.deprecated, catalogOrderOf(entry.code), &entry});
+        const std::size_t cost = distance(text, searchForm(entry.code));
+        if (cost <= kCosts.edit + largestDistance(numberOf(text)))
+            near.push_back({cost, entry.deprecated, catalogOrder(entry.code), &entry});
     }
     std::ranges::sort(near, {}, [](const Suggestion& s) { return std::tie(s.distance, s.deprecated, s.order); });
-    std::vector<CatalogEntry> found;
+    std::vector<CatalogEntry> entries;
     near.resize(std::min(near.size(), limit));
     for (const Suggestion& suggestion : near)
-        found.push_back(*suggestion.entry);
-    return found.empty() ? suggestNames(code, limit) : found;
+        entries.push_back(*suggestion.entry);
+    return entries.empty() ? suggestNames(code, limit) : entries;
 }
 
 } // namespace Embedded

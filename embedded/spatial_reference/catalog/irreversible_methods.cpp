@@ -13,8 +13,8 @@ struct Method {
 };
 
 // Height grids are read in one direction only, polynomials have no closed inverse, point motion and the perspective
-// views lose what an inverse would need. Most are flagged so in a 2018 copy of the EPSG dataset; five newer ones belong
-// to the same families and are taken to be like them.
+// views lose what an inverse would need. A 2018 copy of the EPSG dataset flags most of these methods. Five newer ones
+// are assumed to be irreversible because they belong to the same families.
 constexpr std::array kMethods{
     Method{"1025", "Geographic3D to GravityRelatedHeight (EGM2008)"},
     Method{"1030", "Geographic3D to GravityRelatedHeight (NZgeoid)"},

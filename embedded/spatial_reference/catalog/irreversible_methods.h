@@ -3,7 +3,7 @@
 
 namespace Embedded {
 
-/// `epsgCode` is the method's code as text; null is reversible.
+/// `epsgCode` is the method's code as text. False for null.
 bool isIrreversibleMethod(const char* epsgCode);
 
 } // namespace Embedded

@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "embedded/spatial_reference/definitions/library_holder.h"
-#include "embedded/spatial_reference/definitions/outcome.h"
+#include "embedded/spatial_reference/definitions/library_call.h"
+#include "embedded/spatial_reference/definitions/library_object.h"
 
 namespace Zentara::Infrastructure::SpatialReference {
 
@@ -44,7 +44,8 @@ Status DefinitionBaseArray::Add(DefinitionBase* definition)
         return *failure;
     if (!definition)
         return statusInvalidArgument;
-    data_->definitions.reserve(data_->definitions.size() + 1); // so that taking ownership cannot fail halfway
+    data_->definitions.reserve(data_->definitions.size() +
+                               1); // so that no failure comes after the array owns the definition
     data_->definitions.emplace_back(definition);
     return statusOk;
 }

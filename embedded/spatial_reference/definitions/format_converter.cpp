@@ -8,19 +8,13 @@
 
 #include "embedded/base/memo_cache.h"
 #include "embedded/base/text.h"
-#include "embedded/spatial_reference/definitions/outcome.h"
+#include "embedded/spatial_reference/definitions/library_call.h"
 #include "embedded/spatial_reference/projjson/canonical_projjson.h"
 #include "embedded/spatial_reference/projjson/definition_data.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Zentara::Infrastructure::SpatialReference {
 namespace {
-
-std::optional<std::wstring> wktOf(const PJ* system, PJ_WKT_TYPE type)
-{
-    const char* const options[] = {"MULTILINE=NO", nullptr};
-    const char* text = proj_as_wkt(Embedded::projContext(), system, type, options);
-    return text ? std::optional(Embedded::wideFromUtf8(text)) : std::nullopt;
-}
 
 bool fits(const std::wstring& text, std::size_t bufferCharacters)
 {
@@ -32,37 +26,37 @@ void copyWithNul(const std::wstring& text, wchar_t* buffer)
     std::copy_n(text.c_str(), text.size() + 1, buffer);
 }
 
-/// What a system can be written as, and what writing it so comes to.
-struct Forms {
-    Status status = statusFailed;
-    std::vector<std::wstring> texts{}; // the best one first
+/// The forms in which a system can be written, the best one first.
+struct WktForms {
+    bool isWkt1 = false;
+    std::vector<std::wstring> texts{};
 };
 
-Forms formsOf(const PJ* system)
+WktForms writeForms(const PJ* system)
 {
-    if (auto text = wktOf(system, PJ_WKT1_GDAL))
-        return {statusOk, {*std::move(text)}};
-    Forms forms{statusInexact};
+    if (const auto text = Embedded::wktOf(system, PJ_WKT1_GDAL))
+        return {true, {Embedded::wideFromUtf8(*text)}};
+    WktForms forms;
     for (const PJ_WKT_TYPE type : {PJ_WKT2_2019, PJ_WKT2_2019_SIMPLIFIED}) {
-        if (auto text = wktOf(system, type))
-            forms.texts.push_back(*std::move(text));
+        if (const auto text = Embedded::wktOf(system, type))
+            forms.texts.push_back(Embedded::wideFromUtf8(*text));
     }
     return forms;
 }
 
-Forms formsOf(const Embedded::Projjson& document)
+WktForms cachedForms(const Embedded::Projjson& projjson)
 {
-    static Embedded::MemoCache<std::string, Forms> remembered;
-    const auto make = [&document] {
-        const Embedded::ProjObject system = Embedded::projObjectFrom(document);
-        return system ? formsOf(system.get()) : Forms();
+    static Embedded::MemoCache<std::string, WktForms> cache;
+    const auto make = [&projjson] {
+        const Embedded::ProjObject system = Embedded::projObjectFrom(projjson);
+        return system ? writeForms(system.get()) : WktForms();
     };
-    return remembered.getOrCompute(document.dump(), make, [](const Forms& forms) { return !forms.texts.empty(); });
+    return cache.getOrCompute(projjson.dump(), make, [](const WktForms& forms) { return !forms.texts.empty(); });
 }
 
-Status writeWkt(const Embedded::Projjson& document, wchar_t* buffer, std::size_t bufferCharacters)
+Status writeWkt(const Embedded::Projjson& projjson, wchar_t* buffer, std::size_t bufferCharacters)
 {
-    const Forms forms = formsOf(document);
+    const WktForms forms = cachedForms(projjson);
     if (forms.texts.empty())
         return statusFailed;
     const auto text = std::ranges::find_if(
@@ -70,7 +64,7 @@ Status writeWkt(const Embedded::Projjson& document, wchar_t* buffer, std::size_t
     if (text == forms.texts.end())
         return statusBufferTooSmall;
     copyWithNul(*text, buffer);
-    return forms.status;
+    return forms.isWkt1 ? statusOk : statusInexact;
 }
 
 } // namespace
@@ -84,8 +78,8 @@ Status FormatConverter::DefinitionToWkt_s(const CoordinateReferenceSystemDefinit
         return statusInvalidArgument;
     if (flavor != wktFlavorDefault)
         return statusUnsupported;
-    return Embedded::guarded(statusFailed,
-                             [&] { return writeWkt(definition->data().document, buffer, bufferCharacters); });
+    return Embedded::catchJsonErrors(statusFailed,
+                                     [&] { return writeWkt(definition->data().projjson, buffer, bufferCharacters); });
 }
 
 } // namespace Zentara::Infrastructure::SpatialReference

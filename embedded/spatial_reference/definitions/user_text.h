@@ -1,20 +1,19 @@
 // Systems that a user describes in a text of their own.
 #pragma once
 
-#include <optional>
-#include <string>
 #include <string_view>
 
+#include "embedded/base/error.h"
 #include "embedded/spatial_reference/projjson/projjson.h"
 #include "platform/export.h"
 
 namespace Embedded {
 
-/// The document that WKT 1, WKT 2, PROJJSON or a PROJ string describes; nothing when the text is none of them or
-/// describes something else than a system of this library. An identifier in the text stays only when it is `code`.
-std::optional<Projjson> documentFromUserText(std::string_view utf8, std::string_view code);
+/// The PROJJSON of the system that the text describes in WKT 1, WKT 2, PROJJSON or as a PROJ string. An identifier in
+/// the text stays only when it is `code`. The Error has statusUnreadable and says what is wrong with the text.
+Expected<Projjson> parseUserText(std::string_view utf8, std::string_view code);
 
-/// For a text that gives no document: what is wrong with it beyond that, where this is known.
-ZSR_API std::optional<std::string> whyNoDocument(std::string_view utf8);
+/// Whether parseUserText reads the text, under whatever code.
+ZSR_API Expected<void> checkUserText(std::string_view utf8);
 
 } // namespace Embedded

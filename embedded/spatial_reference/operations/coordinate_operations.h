@@ -1,5 +1,5 @@
-// Coordinate operations between two systems of the catalog: what a program shows when a user chooses one. The module
-// has no need of it.
+// Coordinate operations between two systems of the catalog, for programs in which a user chooses one. The module does
+// not need it.
 #pragma once
 
 #include <optional>
@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "embedded/spatial_reference/catalog/catalog.h"
+#include "embedded/base/error.h"
 #include "platform/export.h"
 #include "platform/spatial_reference/transformation.h"
 
@@ -23,11 +23,12 @@ struct OperationGrid {
     std::wstring url; // empty where none is known
 };
 
-/// A transformation or path of the catalog, as it would be used between two systems.
+/// A transformation or path of the catalog, as it is used between two systems.
 struct CatalogOperation {
     std::wstring code; // AUTHORITY:CODE
     std::wstring name;
-    int kind = Zentara::Infrastructure::SpatialReference::transformationNone; // TransformationKind, never none
+    Zentara::Infrastructure::SpatialReference::TransformationKind kind =
+        Zentara::Infrastructure::SpatialReference::transformationSingle;
     std::optional<double> accuracyInMetres;
     std::wstring areaOfUse;
     OperationDirection direction = OperationDirection::forward;
@@ -35,49 +36,44 @@ struct CatalogOperation {
     bool isImplemented = true; // whether PROJ knows the method in this direction; true where a grid is missing
     std::vector<OperationGrid> grids;
 
-    /// Whether it can carry coordinates here and now.
+    /// Whether it can transform coordinates here: it has this direction, its method and all of its grids.
     ZSR_API bool isUsable() const;
 };
 
-enum class RefusalReason {
-    catalogUnavailable,
+/// The status of an Error about coordinate operations. Its place is the code or name that it is about.
+enum class OperationError {
+    catalogUnavailable = 1,
     unknownSystem,
     notEarthReferenced, // a plane system that lies nowhere on the Earth
     noOperation,        // PROJ knows no way between the systems
     unknownOperation,
-    ambiguousOperation, // a name that several have; they are the candidates
-    doesNotFit,         // the operation does not lead between the systems, or its kind names neither path nor step
+    ambiguousOperation, // a name that several have; the message has their codes
+    doesNotFit,         // it does not connect the systems, or its kind is neither path nor transformation
     notReversible,      // it would have to be applied inversely and must not be
     missingGrid,
     notImplemented
 };
 
-/// Why there is no answer: the code or name that it is about, and a sentence for a person, both of one line.
-struct OperationRefusal {
-    RefusalReason reason = RefusalReason::unknownSystem;
-    std::wstring subject;
-    std::wstring message;
-    std::vector<OperationCandidate> candidates;
-};
+inline OperationError operationErrorOf(const Error& error)
+{
+    return static_cast<OperationError>(error.status);
+}
 
-struct OperationList {
-    std::vector<CatalogOperation> operations;
-    std::optional<OperationRefusal> refusal; // of the question itself; an empty list is none
-};
-
-/// The transformations and paths of the catalog that lead from the datum of the source to the datum of the target, or
-/// back, and what they say of heights is what the systems' heights need. Deprecated ones and PROJ's own compositions,
-/// which have no code to be configured by, are left out.
+/// The transformations and paths of the catalog from the datum of the source to the datum of the target, or back, that
+/// change heights as the two systems need it. Leaves out deprecated ones and PROJ's own compositions, which have no
+/// code by which they could be configured. The Error has the status of an OperationError.
 ///
-/// Best first: what can be used here before what cannot (a grid missing, defined the other way and not reversible,
-/// method not implemented); then in PROJ's order, which is that of the larger area of use and then of the better
-/// accuracy; then those that PROJ itself would not offer, by accuracy and code.
-ZSR_API OperationList operationsBetween(std::wstring_view sourceCode, std::wstring_view targetCode);
+/// The best come first. Usable ones precede those that lack a grid, would have to be reversed and are not reversible,
+/// or have a method that PROJ does not implement. Then PROJ's order decides: the larger area of use, then the better
+/// accuracy. Those that PROJ itself would not offer come last, by accuracy and code.
+ZSR_API Expected<std::vector<CatalogOperation>> operationsBetween(std::wstring_view sourceCode,
+                                                                  std::wstring_view targetCode);
 
 /// A transformation or path that a configuration names, by AUTHORITY:CODE or by its exact name.
 struct ConfiguredOperation {
     std::wstring codeOrName;
-    int kind = Zentara::Infrastructure::SpatialReference::transformationNone;
+    Zentara::Infrastructure::SpatialReference::TransformationKind kind =
+        Zentara::Infrastructure::SpatialReference::transformationNone;
 };
 
 } // namespace Embedded

@@ -1,7 +1,7 @@
 #include "embedded/spatial_reference/operations/coordinate_transformer.h"
 
-#include "embedded/spatial_reference/operations/configured_chain.h"
-#include "embedded/spatial_reference/operations/operation_refused.h"
+#include "embedded/spatial_reference/operations/configured_pipeline.h"
+#include "embedded/spatial_reference/operations/operation_error.h"
 #include "embedded/spatial_reference/operations/proj_transformer.h"
 
 namespace Embedded {
@@ -12,18 +12,17 @@ CoordinateTransformer::CoordinateTransformer(std::vector<AxisUnit> targetUnits) 
 
 CoordinateTransformer::~CoordinateTransformer() = default;
 
-TransformerResult makeTransformer(std::wstring_view sourceCode, std::wstring_view targetCode,
-                                  const std::optional<ConfiguredOperation>& configured)
+Expected<std::unique_ptr<CoordinateTransformer>> makeTransformer(std::wstring_view sourceCode,
+                                                                 std::wstring_view targetCode,
+                                                                 const std::optional<ConfiguredOperation>& configured)
 {
-    try {
-        SystemParts source = partsOfCatalogSystem(sourceCode);
-        SystemParts target = partsOfCatalogSystem(targetCode);
+    return catchError([&]() -> std::unique_ptr<CoordinateTransformer> {
+        SystemParts source = loadSystemParts(sourceCode);
+        SystemParts target = loadSystemParts(targetCode);
         if (configured)
-            return {configuredPipeline(source, target, *configured), std::nullopt};
-        return {std::make_unique<ProjTransformer>(std::move(source), std::move(target)), std::nullopt};
-    } catch (OperationRefused& refused) {
-        return {nullptr, std::move(refused.refusal)};
-    }
+            return configuredPipeline(source, target, *configured);
+        return std::make_unique<ProjTransformer>(std::move(source), std::move(target));
+    });
 }
 
 bool isGridNetworkEnabled()
@@ -33,8 +32,8 @@ bool isGridNetworkEnabled()
 
 std::string gridFolder()
 {
-    constexpr int kDoNotMakeIt = 0;
-    const char* folder = proj_context_get_user_writable_directory(projContext(), kDoNotMakeIt);
+    constexpr int kDoNotCreate = 0;
+    const char* folder = proj_context_get_user_writable_directory(projContext(), kDoNotCreate);
     return folder ? folder : "";
 }
 

@@ -1,4 +1,4 @@
-// Carries points from one system of the catalog to another. The module has no need of it.
+// Transforms points from one system of the catalog to another. The module does not need it.
 #pragma once
 
 #include <cstddef>
@@ -21,29 +21,29 @@ struct CoordinatePoint {
 };
 
 struct TransformedPoint {
-    std::optional<CoordinatePoint> point; // nothing when this point cannot be transformed; never with an epoch
-    std::wstring failure;                 // why
-    std::size_t operation = 0;            // which of the transformer's operations it went through
+    Expected<CoordinatePoint> point; // without an epoch; the Error says why this point cannot be transformed
+    std::size_t operation = 0;       // the index of its operation among those of the transformer
 };
 
-/// An operation that points go through.
+/// An operation that transforms points.
 struct UsedOperation {
-    /// The catalog's, also where PROJ composes it with conversions alone; empty for several in a row and for none.
+    /// The code of the catalog's operation, also when PROJ combines it with conversions. Empty for several operations
+    /// in a row and for none.
     std::wstring code;
     std::wstring name;
     std::optional<double> accuracyInMetres;
-    bool isBallpark = false;      // whether datums are taken for equal for want of anything better
+    bool isBallpark = false;      // whether it treats different datums as equal because nothing better is known
     bool isTimeDependent = false; // whether its result depends on the point's epoch
     OperationDirection direction = OperationDirection::forward;
 };
 
-/// A grid without which a point went through a less accurate operation.
+/// A grid that is not installed, so that a less accurate operation was used.
 struct MissingGrid {
     OperationGrid grid;
-    UsedOperation operation; // the one that lacks it
+    UsedOperation operation; // that needs it
 };
 
-/// The unit of an axis: radians or metres to one unit.
+/// The unit of an axis, in radians or metres.
 struct AxisUnit {
     bool isAngular = false;
     double toBaseUnit = 1;
@@ -55,21 +55,20 @@ public:
     CoordinateTransformer& operator=(const CoordinateTransformer&) = delete;
     virtual ~CoordinateTransformer();
 
-    /// The answer has a height where the point has one, and always in a geocentric system. A point of a geocentric
-    /// system needs all three coordinates. An operation that depends on time takes a point without an epoch for one of
-    /// the operation's own reference epoch.
+    /// The result has a height if the point has one, and always in a geocentric system. A point of a geocentric system
+    /// needs all three coordinates. An operation that depends on time uses its own reference epoch for a point without
+    /// an epoch.
     [[nodiscard]] virtual TransformedPoint transform(const CoordinatePoint& point) = 0;
-    /// Looks for grids without which the point had to go through operations()[operation]. The first look takes as long
-    /// as making the transformer. Returns why the catalog could not be asked; nothing when it was.
-    [[nodiscard]] virtual std::optional<OperationRefusal> lookForMissingGrids(const CoordinatePoint& point,
-                                                                              std::size_t operation) = 0;
+    /// Adds to missingGrids() the grids whose absence made PROJ use operations()[operation] for the point. The first
+    /// call takes as long as makeTransformer. The Error says why the catalog cannot be read.
+    [[nodiscard]] virtual Expected<void> findMissingGrids(const CoordinatePoint& point, std::size_t operation) = 0;
 
     /// Whether PROJ has several operations for the two systems and chooses one of them for each point.
     virtual bool choosesForEachPoint() const = 0;
-    /// The operations that points went through so far, in the order of their first use. Holds the one operation from
-    /// the start when there is no choice.
+    /// The operations that were used so far, in the order of their first use. Without a choice this is one operation
+    /// from the start.
     const std::vector<UsedOperation>& operations() const { return operations_; }
-    /// The grids that lookForMissingGrids has found so far, each one once.
+    /// The grids that findMissingGrids has added so far, each once.
     const std::vector<MissingGrid>& missingGrids() const { return missingGrids_; }
     /// The units of the target's three axes. The third one is the metre when the target has no height.
     const std::vector<AxisUnit>& targetUnits() const { return targetUnits_; }
@@ -84,29 +83,28 @@ private:
     std::vector<AxisUnit> targetUnits_;
 };
 
-struct TransformerResult {
-    std::unique_ptr<CoordinateTransformer> transformer; // null when refused
-    std::optional<OperationRefusal> refusal;
-};
-
 /// A transformer between two systems.
 ///
-/// With a configured operation: from the source to the operation's own source without a change of datum (projection,
-/// axes, units and prime meridian only), through the operation, and likewise from its target to the target. It is
-/// applied forward where its systems fit so, else inversely where it fits so and is reversible; whichever way needs no
-/// change of prime meridian goes first. Nothing is ever put in its place: one that does not fit, must not be reversed,
-/// lacks a grid or has a method that PROJ does not know is refused. A height is carried where both systems have
-/// ellipsoidal heights or the operation changes heights, is kept where the systems have the same height system or one
-/// of them none, and makes the point fail where the systems' heights differ and the operation does not say how.
+/// With a configured operation, points are converted to the operation's source without a change of datum (projection,
+/// axes, units and prime meridian only), transformed by the operation, and converted likewise to the target. The
+/// operation is applied forward if its systems fit so, otherwise inversely if they fit so and it is reversible; a
+/// direction that needs no change of prime meridian is preferred. No other operation is used in its place: one that
+/// does not fit, must not be reversed, lacks a grid or has a method that PROJ does not implement is an Error. A height
+/// is transformed if both systems have ellipsoidal heights or the operation changes heights. It is kept if the systems
+/// have the same height system or one of them has none. A point with a height fails if the systems' heights differ and
+/// the operation does not say how.
 ///
-/// Without one: what PROJ itself chooses for each point, heights included. Operations whose grids are not installed are
-/// out of the question.
-ZSR_API TransformerResult makeTransformer(std::wstring_view sourceCode, std::wstring_view targetCode,
-                                          const std::optional<ConfiguredOperation>& configured);
+/// Without one, PROJ chooses the operation for each point, heights included. It does not choose operations whose grids
+/// are not installed.
+///
+/// The Error has the status of an OperationError.
+ZSR_API Expected<std::unique_ptr<CoordinateTransformer>>
+makeTransformer(std::wstring_view sourceCode, std::wstring_view targetCode,
+                const std::optional<ConfiguredOperation>& configured);
 
-/// Whether PROJ may read grids over the network, which it may only where the environment variable PROJ_NETWORK says so.
+/// Whether PROJ reads grids over the network. It does only if the environment variable PROJ_NETWORK says so.
 ZSR_API bool isGridNetworkEnabled();
-/// Where PROJ's programs put the grids that they download, as a path in UTF-8.
+/// The folder into which PROJ's programs download grids, as a path in UTF-8.
 ZSR_API std::string gridFolder();
 
 } // namespace Embedded

@@ -7,7 +7,7 @@
 #include "embedded/spatial_reference/operations/operation_facts.h"
 #include "embedded/spatial_reference/operations/operation_search.h"
 #include "embedded/spatial_reference/operations/system_parts.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {
@@ -49,7 +49,7 @@ bool isChangeOfPrimeMeridian(const PJ* step)
 /// Between systems of one datum PROJ writes conversions also as transformations that change nothing.
 bool isExact(const PJ* step)
 {
-    return accuracyOf(step) == 0.0;
+    return accuracyInMetres(step) == 0.0;
 }
 
 bool changesNoDatum(const std::vector<ProjObject>& steps, bool isOneDatum)
@@ -64,7 +64,7 @@ bool changesNoDatum(const std::vector<ProjObject>& steps, bool isOneDatum)
 
 ProjObject horizontalDatumOf(const PJ* system)
 {
-    return partsOf(ProjObject(proj_clone(projContext(), system))).datum;
+    return splitSystem(ProjObject(proj_clone(projContext(), system))).datum;
 }
 
 } // namespace
@@ -76,7 +76,7 @@ std::optional<DatumPreservingConversion> datumPreservingConversion(const PJ* fro
         return DatumPreservingConversion{};
     const bool isOneDatum = isSameDatum(horizontalDatumOf(from).get(), horizontalDatumOf(to).get());
     for (ProjObject& operation : searchOperations(from, to, OperationSearch::directOnly)) {
-        const auto steps = stepsOf(operation.get());
+        const auto steps = operationSteps(operation.get());
         if (isInstantiable(operation.get()) && changesNoDatum(steps, isOneDatum))
             return DatumPreservingConversion{std::move(operation), std::ranges::any_of(steps, [](const auto& step) {
                                                  return isLongitudeRotation(step.get());

@@ -8,13 +8,13 @@
 namespace Embedded {
 
 struct DatumPreservingConversion {
-    ProjObject operation; // null: the systems are one and nothing is to be done
+    ProjObject operation; // null when the systems are equal
     bool changesPrimeMeridian = false;
 };
 
-/// Nothing when only a change of datum leads from one to the other. The catalog has a datum of its own for each prime
-/// meridian of the same triangulation; the longitude rotation between two such is no change of datum here, provided
-/// that it is the difference of the meridians.
+/// Nothing when there is no conversion without a change of datum. The catalog has a datum of its own for each prime
+/// meridian of the same triangulation. The longitude rotation between two of these does not count as a change of datum
+/// if its angle is the difference of the meridians. Throws ErrorException when the catalog cannot be read.
 std::optional<DatumPreservingConversion> datumPreservingConversion(const PJ* from, const PJ* to);
 
 } // namespace Embedded

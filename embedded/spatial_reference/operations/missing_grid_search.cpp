@@ -8,11 +8,12 @@
 #include "embedded/spatial_reference/operations/operation_facts.h"
 #include "embedded/spatial_reference/operations/operation_search.h"
 #include "embedded/spatial_reference/operations/proj_coordinate.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {
 
-/// To latitude and longitude in degrees, in which areas of use are told.
+/// Converts to latitude and longitude in degrees, as areas of use have them.
 ProjObject conversionToWgs84(const SystemParts& system)
 {
     const ProjObject wgs84 = catalogObject({"EPSG", "4326"}, PJ_CATEGORY_CRS);
@@ -22,9 +23,9 @@ ProjObject conversionToWgs84(const SystemParts& system)
         proj_create_crs_to_crs_from_pj(projContext(), system.horizontal.get(), wgs84.get(), nullptr, nullptr));
 }
 
-std::vector<OperationGrid> missingGridsOf(const PJ* operation)
+std::vector<OperationGrid> gridsToInstall(const PJ* operation)
 {
-    std::vector<OperationGrid> grids = gridsOf(operation);
+    std::vector<OperationGrid> grids = usedGrids(operation);
     std::erase_if(grids, &OperationGrid::isInstalled);
     return grids;
 }
@@ -44,14 +45,13 @@ MissingGridSearch::MissingGridSearch(const SystemParts& source, const SystemPart
 
 void MissingGridSearch::collect(PJ* operation)
 {
-    std::vector<OperationGrid> missing = missingGridsOf(operation);
+    std::vector<OperationGrid> missing = gridsToInstall(operation);
     UsedOperation described = missing.empty() ? UsedOperation() : describeOperation(operation);
-    Area area{};
-    if (missing.empty() || described.isBallpark || !described.accuracyInMetres ||
-        !proj_get_area_of_use(projContext(), operation, &area.west, &area.south, &area.east, &area.north, nullptr))
+    auto area = areaOfUse(operation);
+    if (missing.empty() || described.isBallpark || !described.accuracyInMetres || !area)
         return;
     const bool isDownloadable = std::ranges::none_of(missing, &std::wstring::empty, &OperationGrid::url);
-    candidates_.push_back({std::move(described), std::move(missing), area, isDownloadable});
+    candidates_.push_back({std::move(described), std::move(missing), *std::move(area), isDownloadable});
 }
 
 std::vector<MissingGrid> MissingGridSearch::gridsFor(const CoordinatePoint& point, const UsedOperation& used)
@@ -59,38 +59,31 @@ std::vector<MissingGrid> MissingGridSearch::gridsFor(const CoordinatePoint& poin
     if (!toWgs84_ || !isBetter(candidates_.front(), used))
         return {};
     const PJ_COORD place = proj_trans(toWgs84_.get(), PJ_FWD, projCoordinate(point));
-    const bool isSomewhere = std::isfinite(place.v[0]) && std::isfinite(place.v[1]);
-    return isSomewhere ? gridsAt(place.v[0], place.v[1], used) : std::vector<MissingGrid>();
+    const bool isOnEarth = std::isfinite(place.v[0]) && std::isfinite(place.v[1]);
+    return isOnEarth ? gridsAt(place.v[0], place.v[1], used) : std::vector<MissingGrid>();
 }
 
 std::vector<MissingGrid> MissingGridSearch::gridsAt(double latitude, double longitude, const UsedOperation& used)
 {
-    std::vector<MissingGrid> found;
+    std::vector<MissingGrid> grids;
     for (Candidate& candidate : candidates_) {
         if (!isBetter(candidate, used))
             break;
-        if (!candidate.area.holds(latitude, longitude))
+        if (!candidate.area.contains(latitude, longitude))
             continue;
-        if (!std::exchange(candidate.isAnswered, true)) {
+        if (!std::exchange(candidate.isReported, true)) {
             for (const OperationGrid& grid : candidate.missing)
-                found.push_back({grid, candidate.operation});
+                grids.push_back({grid, candidate.operation});
         }
         if (candidate.isDownloadable)
             break;
     }
-    return found;
+    return grids;
 }
 
 bool MissingGridSearch::isBetter(const Candidate& candidate, const UsedOperation& used)
 {
     return used.isBallpark || !used.accuracyInMetres || *candidate.operation.accuracyInMetres < *used.accuracyInMetres;
-}
-
-bool MissingGridSearch::Area::holds(double latitude, double longitude) const
-{
-    if (latitude < south || latitude > north)
-        return false;
-    return west <= east ? west <= longitude && longitude <= east : west <= longitude || longitude <= east;
 }
 
 } // namespace Embedded

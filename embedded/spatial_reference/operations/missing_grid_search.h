@@ -1,10 +1,11 @@
-// Finds the grids without which points go through a less accurate operation.
+// Finds the grids that are not installed, so that points are transformed by a less accurate operation.
 #pragma once
 
 #include <vector>
 
 #include "embedded/spatial_reference/operations/coordinate_transformer.h"
 #include "embedded/spatial_reference/operations/system_parts.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 
@@ -12,26 +13,18 @@ class MissingGridSearch {
 public:
     MissingGridSearch(const SystemParts& source, const SystemParts& target);
 
-    /// What the most accurate operation lacks that holds the point and would be better than the one that was used.
-    /// Where its grids cannot be downloaded, the next one that is better goes along, down to one whose grids can.
-    /// Nothing is answered twice.
+    /// The grids of the most accurate operation whose area contains the point and that is better than the used one. If
+    /// they cannot be downloaded, the grids of the next better operations follow, down to one whose grids can be. Each
+    /// operation is reported once.
     std::vector<MissingGrid> gridsFor(const CoordinatePoint& point, const UsedOperation& used);
 
 private:
-    /// In degrees; across the antimeridian where west is the larger one.
-    struct Area {
-        double west;
-        double south;
-        double east;
-        double north;
-        bool holds(double latitude, double longitude) const;
-    };
     struct Candidate {
         UsedOperation operation;
         std::vector<OperationGrid> missing;
-        Area area;
+        AreaOfUse area;
         bool isDownloadable;
-        bool isAnswered = false;
+        bool isReported = false;
     };
 
     void collect(PJ* operation);

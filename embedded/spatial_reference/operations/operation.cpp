@@ -1,8 +1,8 @@
 #include "platform/spatial_reference/operation.h"
 
-#include <memory>
+#include <utility>
 
-#include "embedded/spatial_reference/definitions/outcome.h"
+#include "embedded/spatial_reference/definitions/library_call.h"
 #include "embedded/spatial_reference/projjson/definition_data.h"
 
 namespace Zentara::Infrastructure::SpatialReference {
@@ -28,9 +28,8 @@ Status CoordinateReferenceSystemOperation::Load(const CoordinateReferenceSystemD
         return *failure;
     if (!definition)
         return statusInvalidArgument;
-    auto data = std::make_unique<OperationData>(OperationData{.datumBased = !definition->data().datumCode.empty()});
-    operation = new CoordinateReferenceSystemOperation(data.get());
-    static_cast<void>(data.release()); // the operation has taken it over
+    operation = Embedded::makeObject<CoordinateReferenceSystemOperation>(
+        OperationData{.datumBased = !definition->data().datumCode.empty()});
     return statusOk;
 }
 
@@ -50,10 +49,10 @@ Status CoordinateReferenceSystemUtil::GetEllipsoid(const CoordinateReferenceSyst
         return *failure;
     if (!definition)
         return statusInvalidArgument;
-    auto found = Embedded::ellipsoidDataOf(definition->data());
-    if (!found)
+    auto part = Embedded::ellipsoidData(definition->data());
+    if (!part)
         return statusNotFound;
-    ellipsoid = Embedded::newDefinitionOf<EllipsoidDefinition>(*std::move(found));
+    ellipsoid = Embedded::makeObject<EllipsoidDefinition>(*std::move(part));
     return statusOk;
 }
 

@@ -3,15 +3,15 @@
 #include <algorithm>
 
 #include "embedded/base/text.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {
 
-/// The operation itself, or the only step of PROJ's composition that is no conversion.
+/// The operation itself. If PROJ composed it of conversions and one other step, that step.
 ProjObject catalogOperationWithin(const PJ* operation)
 {
-    std::vector<ProjObject> steps = stepsOf(operation);
+    std::vector<ProjObject> steps = operationSteps(operation);
     std::erase_if(steps, [](const auto& step) { return proj_get_type(step.get()) == PJ_TYPE_CONVERSION; });
     const bool isStep = codeOfObject(operation).empty() && steps.size() == 1;
     return isStep ? std::move(steps.front()) : ProjObject(proj_clone(projContext(), operation));
@@ -19,7 +19,7 @@ ProjObject catalogOperationWithin(const PJ* operation)
 
 } // namespace
 
-std::vector<OperationGrid> gridsOf(const PJ* operation)
+std::vector<OperationGrid> usedGrids(const PJ* operation)
 {
     std::vector<OperationGrid> grids;
     const int count = proj_coordoperation_get_grid_used_count(projContext(), operation);
@@ -34,22 +34,15 @@ std::vector<OperationGrid> gridsOf(const PJ* operation)
     return grids;
 }
 
-std::optional<double> accuracyOf(const PJ* operation)
+std::optional<double> accuracyInMetres(const PJ* operation)
 {
     const double metres = proj_coordoperation_get_accuracy(projContext(), operation);
     if (metres >= 0)
         return metres;
-    const bool isExact = std::ranges::all_of(
-        stepsOf(operation), [](const ProjObject& step) { return proj_get_type(step.get()) == PJ_TYPE_CONVERSION; });
+    const bool isExact = std::ranges::all_of(operationSteps(operation), [](const ProjObject& step) {
+        return proj_get_type(step.get()) == PJ_TYPE_CONVERSION;
+    });
     return isExact ? std::optional(0.0) : std::nullopt;
-}
-
-std::wstring areaOfUseOf(const PJ* operation)
-{
-    const char* name = nullptr;
-    if (!proj_get_area_of_use(projContext(), operation, nullptr, nullptr, nullptr, nullptr, &name) || !name)
-        return {};
-    return wideFromUtf8(name);
 }
 
 bool isInstantiable(const PJ* operation)
@@ -70,7 +63,7 @@ bool isBallpark(const PJ* operation)
 
 bool isTimeDependent(PJ* operation)
 {
-    // PROJ does not tell, but its own definition has a reference epoch or a model of motion then.
+    // PROJ has no call for this. The definition of such an operation has a reference epoch or a model of motion.
     const std::string_view definition = proj_pj_info(operation).definition;
     return definition.find("t_epoch=") != std::string_view::npos ||
            definition.find("proj=defmodel") != std::string_view::npos;
@@ -80,15 +73,15 @@ UsedOperation describeOperation(PJ* operation)
 {
     const ProjObject catalogOperation = catalogOperationWithin(operation);
     const bool isInverse = codeOfObject(catalogOperation.get()).find("INVERSE(") != std::string::npos;
-    return {.code = wideFromUtf8(originalCodeOf(catalogOperation.get())),
+    return {.code = wideFromUtf8(originalCode(catalogOperation.get())),
             .name = wideFromUtf8(proj_get_name(operation)),
-            .accuracyInMetres = accuracyOf(operation),
+            .accuracyInMetres = accuracyInMetres(operation),
             .isBallpark = isBallpark(operation),
             .isTimeDependent = isTimeDependent(operation),
             .direction = isInverse ? OperationDirection::inverse : OperationDirection::forward};
 }
 
-std::vector<ProjObject> stepsOf(const PJ* operation)
+std::vector<ProjObject> operationSteps(const PJ* operation)
 {
     std::vector<ProjObject> steps;
     if (proj_get_type(operation) != PJ_TYPE_CONCATENATED_OPERATION) {

@@ -2,9 +2,10 @@
 
 #include <map>
 
+#include "embedded/spatial_reference/catalog/catalog_database.h"
 #include "embedded/spatial_reference/catalog/catalog_loader.h"
-#include "embedded/spatial_reference/operations/operation_refused.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "embedded/spatial_reference/operations/operation_error.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {
@@ -18,21 +19,22 @@ class IndexReader {
 public:
     Index read()
     {
-        static_cast<void>(takeReadFailure()); // of earlier questions
+        const CatalogReadCheck check;
         for (const std::string& authority : catalogAuthorities()) {
             readCodes(authority, PJ_TYPE_TRANSFORMATION, DefinitionType::transformation);
             readCodes(authority, PJ_TYPE_CONCATENATED_OPERATION, DefinitionType::path);
         }
-        requireCompleteAnswer();
+        requireReadable(check.finish());
         return std::move(index_);
     }
 
 private:
     void readCodes(const std::string& authority, PJ_TYPE projType, DefinitionType type)
     {
+        constexpr int kWithoutDeprecated = 0;
         PROJ_STRING_LIST codes =
-            proj_get_codes_from_database(projContext(), authority.c_str(), projType, /* allow_deprecated */ 0);
-        const std::unique_ptr<char*, decltype(&proj_string_list_destroy)> held(codes, proj_string_list_destroy);
+            proj_get_codes_from_database(projContext(), authority.c_str(), projType, kWithoutDeprecated);
+        const std::unique_ptr<char*, decltype(&proj_string_list_destroy)> holder(codes, proj_string_list_destroy);
         for (auto code = codes; code && *code; ++code)
             readOperation({authority, *code}, type);
     }
@@ -42,8 +44,8 @@ private:
         const ProjObject operation = catalogObject(code, PJ_CATEGORY_COORDINATE_OPERATION);
         if (!operation)
             return;
-        OperationEnd source = endOf(ProjObject(proj_get_source_crs(projContext(), operation.get())));
-        OperationEnd target = endOf(ProjObject(proj_get_target_crs(projContext(), operation.get())));
+        OperationEnd source = readEnd(ProjObject(proj_get_source_crs(projContext(), operation.get())));
+        OperationEnd target = readEnd(ProjObject(proj_get_target_crs(projContext(), operation.get())));
         if (source.datum.empty())
             source.datum = target.datum;
         if (target.datum.empty())
@@ -52,15 +54,15 @@ private:
             index_.operations.push_back({code, type, std::move(source), std::move(target)});
     }
 
-    /// A few hundred systems are the ends of all operations.
-    OperationEnd endOf(ProjObject system)
+    /// Caches the ends, since all operations together have only a few hundred different ones.
+    OperationEnd readEnd(ProjObject system)
     {
         const std::string code = codeOfObject(system.get());
         if (const auto known = ends_.find(code); known != ends_.end() && !code.empty())
             return known->second;
         OperationEnd end;
         if (system) {
-            SystemParts parts = partsOf(std::move(system));
+            SystemParts parts = splitSystem(std::move(system));
             end = {parts.datum ? codeOfObject(parts.datum.get()) : std::string(), parts.vertical};
             if (!end.datum.empty())
                 index_.datums.try_emplace(end.datum, std::move(parts.datum));
@@ -85,18 +87,18 @@ const std::vector<IndexedOperation>& indexedOperations()
     return operationIndex().operations;
 }
 
-std::set<std::string> indexedNamesOf(const PJ* datum)
+std::set<std::string> indexedDatumCodes(const PJ* datum)
 {
-    std::set<std::string> names;
+    std::set<std::string> codes;
     for (const auto& [code, candidate] : operationIndex().datums) {
         if (isSameDatum(datum, candidate.get()))
-            names.insert(code);
+            codes.insert(code);
     }
-    return names;
+    return codes;
 }
 
-bool heightsFit(const std::string& operationSource, const std::string& operationTarget, const std::string& systemSource,
-                const std::string& systemTarget)
+bool heightsMatch(const std::string& operationSource, const std::string& operationTarget,
+                  const std::string& systemSource, const std::string& systemTarget)
 {
     return (operationSource.empty() && operationTarget.empty()) ||
            (operationSource == systemSource && operationTarget == systemTarget);

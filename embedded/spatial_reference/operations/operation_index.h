@@ -1,4 +1,4 @@
-// Every operation of the catalog that is in use, by the datums and height systems between which it leads.
+// Every operation of the catalog that is not deprecated, with the datums and height systems at its ends.
 #pragma once
 
 #include <set>
@@ -12,7 +12,7 @@
 namespace Embedded {
 
 struct OperationEnd {
-    std::string datum;    // of heights alone, that of the other end
+    std::string datum;    // for a height system alone, that of the other end
     std::string vertical; // the height system; empty: none
 };
 
@@ -23,16 +23,16 @@ struct IndexedOperation {
     OperationEnd target;
 };
 
-/// By authority and code; read on first use, which takes some tenths of a second: PROJ finds operations by their exact
-/// systems only, and leaves out those that it would not choose itself.
+/// The operations by authority and code. They are read on first use, which takes some tenths of a second. PROJ itself
+/// finds operations only by their exact systems, and leaves out those that it would not choose.
 const std::vector<IndexedOperation>& indexedOperations();
 
-/// The codes under which the index has a datum.
-std::set<std::string> indexedNamesOf(const PJ* datum);
+/// The codes under which the index has the datum.
+std::set<std::string> indexedDatumCodes(const PJ* datum);
 
-/// Whether an operation that leads from one of these height systems to the other is of use between systems with those:
-/// one that says nothing of heights always is.
-bool heightsFit(const std::string& operationSource, const std::string& operationTarget, const std::string& systemSource,
-                const std::string& systemTarget);
+/// Whether an operation with these height systems at its ends suits systems with those height systems. An operation
+/// that leaves heights alone always does.
+bool heightsMatch(const std::string& operationSource, const std::string& operationTarget,
+                  const std::string& systemSource, const std::string& systemTarget);
 
 } // namespace Embedded

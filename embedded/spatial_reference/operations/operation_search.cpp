@@ -1,6 +1,8 @@
 #include "embedded/spatial_reference/operations/operation_search.h"
 
-#include "embedded/spatial_reference/operations/operation_refused.h"
+#include "embedded/spatial_reference/catalog/catalog_database.h"
+#include "embedded/spatial_reference/operations/operation_error.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {
@@ -31,17 +33,11 @@ SearchContext searchContext(OperationSearch search)
 
 std::vector<ProjObject> searchOperations(const PJ* source, const PJ* target, OperationSearch search)
 {
-    static_cast<void>(takeReadFailure()); // of earlier questions
+    const CatalogReadCheck check;
     const SearchContext settings = searchContext(search);
     const ProjList list(proj_create_operations(projContext(), source, target, settings.get()));
-    requireCompleteAnswer();
-    std::vector<ProjObject> operations;
-    const int count = list ? proj_list_get_count(list.get()) : 0;
-    for (int index = 0; index < count; ++index) {
-        if (ProjObject operation{proj_list_get(projContext(), list.get(), index)})
-            operations.push_back(std::move(operation));
-    }
-    return operations;
+    requireReadable(check.finish());
+    return objectsOf(list);
 }
 
 } // namespace Embedded

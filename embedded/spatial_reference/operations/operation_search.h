@@ -8,12 +8,13 @@
 namespace Embedded {
 
 enum class OperationSearch {
-    directOnly, // nothing by way of a third system, nothing that takes datums for equal, whatever the area
-    everything // what PROJ chooses from if it has all grids: for the systems' common area, and by way of a third system
-               // where nothing is direct
+    directOnly, // for any area; without operations through a third system and without ballpark ones
+    everything  // what PROJ chooses from if it has all grids: for the common area of the systems, and through a third
+                // system if there is no direct operation
 };
 
-/// Best first as PROJ sees it, those whose grids are installed before those whose are not.
+/// The best come first, in PROJ's view. Operations whose grids are installed precede the others. Throws ErrorException
+/// when the catalog cannot be read.
 std::vector<ProjObject> searchOperations(const PJ* source, const PJ* target, OperationSearch search);
 
 } // namespace Embedded

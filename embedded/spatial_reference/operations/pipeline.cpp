@@ -2,15 +2,12 @@
 
 #include <cmath>
 
-#include "embedded/spatial_reference/operations/axis_units.h"
-#include "embedded/spatial_reference/operations/operation_facts.h"
 #include "embedded/spatial_reference/operations/proj_coordinate.h"
 
 namespace Embedded {
 namespace {
 
-/// What was wrong, when the step went wrong.
-const char* apply(const ChainStep& step, PJ_COORD& coordinate)
+Expected<PJ_COORD> apply(const PipelineStep& step, PJ_COORD coordinate)
 {
     const double height = coordinate.xyz.z;
     PJ* operation = step.operation.get();
@@ -18,16 +15,16 @@ const char* apply(const ChainStep& step, PJ_COORD& coordinate)
     coordinate = proj_trans(operation, step.direction, coordinate);
     const auto& [x, y, z] = coordinate.xyz;
     if (proj_errno(operation) != 0 || !std::isfinite(x) || !std::isfinite(y) || !std::isfinite(z))
-        return failureOf(operation);
+        return tl::unexpected(transformError(operation));
     if (step.keepsHeight)
         coordinate.xyz.z = height;
-    return nullptr;
+    return coordinate;
 }
 
 } // namespace
 
 Pipeline::Pipeline(const SystemParts& source, const SystemParts& target, UsedOperation used, HeightRule heights)
-    : CoordinateTransformer(unitsOf(target)),
+    : CoordinateTransformer(axisUnits(target)),
       heights_(heights),
       sourceNeedsHeight_(source.isGeocentric()),
       targetNeedsHeight_(target.isGeocentric())
@@ -41,30 +38,31 @@ void Pipeline::append(ProjObject operation, PJ_DIRECTION direction, bool keepsHe
         steps_.push_back({std::move(operation), direction, keepsHeight});
 }
 
-const char* Pipeline::refusalOf(const CoordinatePoint& point) const
-{
-    if (const char* problem = problemOf(point, sourceNeedsHeight_))
-        return problem;
-    if (heights_ == HeightRule::unknown && (point.z || targetNeedsHeight_))
-        return "the heights of the two systems differ, and the operation does not say how";
-    return nullptr;
-}
-
 TransformedPoint Pipeline::transform(const CoordinatePoint& point)
 {
-    if (const char* refusal = refusalOf(point))
-        return failedPoint(refusal);
+    return {transformPoint(point)};
+}
+
+Expected<CoordinatePoint> Pipeline::transformPoint(const CoordinatePoint& point) const
+{
+    if (const auto check = checkPoint(point, sourceNeedsHeight_); !check)
+        return tl::unexpected(check.error());
+    const bool hasHeight = point.z || targetNeedsHeight_;
+    if (heights_ == HeightRule::fail && hasHeight)
+        return failure(0, "the heights of the two systems differ, and the operation does not say how");
     PJ_COORD coordinate = projCoordinate(point);
-    for (const ChainStep& step : steps_) {
-        if (const char* failure = apply(step, coordinate))
-            return failedPoint(failure);
+    for (const PipelineStep& step : steps_) {
+        const auto applied = apply(step, coordinate);
+        if (!applied)
+            return tl::unexpected(applied.error());
+        coordinate = *applied;
     }
-    if (heights_ != HeightRule::carried)
+    if (heights_ != HeightRule::transform)
         coordinate.xyz.z = point.z.value_or(0);
     CoordinatePoint result{coordinate.xyz.x, coordinate.xyz.y};
-    if (point.z || targetNeedsHeight_)
+    if (hasHeight)
         result.z = coordinate.xyz.z;
-    return {result, {}};
+    return result;
 }
 
 } // namespace Embedded

@@ -1,4 +1,4 @@
-// The operations of PROJ that a point goes through one after another.
+// Transforms points by several of PROJ's operations, one after another.
 #pragma once
 
 #include <vector>
@@ -8,39 +8,38 @@
 
 namespace Embedded {
 
-struct ChainStep {
+struct PipelineStep {
     ProjObject operation;
     PJ_DIRECTION direction = PJ_FWD;
-    bool keepsHeight = false; // the height is none of its business
+    bool keepsHeight = false; // whether the height stays as it is
 };
 
-/// What becomes of a height from end to end.
+/// What the pipeline as a whole does with a height.
 enum class HeightRule {
-    carried, // what the steps make of it
-    kept,    // as it was given
-    unknown  // the systems' heights differ and no step says how
+    transform, // as its steps do
+    keep,
+    fail // because the systems' heights differ and no step says how
 };
 
 class Pipeline : public CoordinateTransformer {
 public:
     Pipeline(const SystemParts& source, const SystemParts& target, UsedOperation used, HeightRule heights);
 
-    /// Without an operation there is nothing to do.
+    /// Adds a step; none for a null operation.
     void append(ProjObject operation, PJ_DIRECTION direction, bool keepsHeight);
 
     [[nodiscard]] TransformedPoint transform(const CoordinatePoint& point) override;
-    /// A configured operation has its grids.
-    [[nodiscard]] std::optional<OperationRefusal> lookForMissingGrids(const CoordinatePoint& /*point*/,
-                                                                      std::size_t /*operation*/) override
+    /// Does nothing: a configured operation has its grids.
+    [[nodiscard]] Expected<void> findMissingGrids(const CoordinatePoint& /*point*/, std::size_t /*operation*/) override
     {
-        return std::nullopt;
+        return {};
     }
     bool choosesForEachPoint() const override { return false; }
 
 private:
-    const char* refusalOf(const CoordinatePoint& point) const;
+    Expected<CoordinatePoint> transformPoint(const CoordinatePoint& point) const;
 
-    std::vector<ChainStep> steps_;
+    std::vector<PipelineStep> steps_;
     HeightRule heights_;
     bool sourceNeedsHeight_;
     bool targetNeedsHeight_;

@@ -1,4 +1,4 @@
-// Points as PROJ takes them, and what is wrong with a point before and after.
+// Points in the form of PROJ, and what is wrong with a point.
 #pragma once
 
 #include "embedded/spatial_reference/operations/coordinate_transformer.h"
@@ -6,15 +6,13 @@
 
 namespace Embedded {
 
-/// Why the point cannot be transformed at all; null when it can.
-const char* problemOf(const CoordinatePoint& point, bool isGeocentric);
+/// Whether the point can be transformed at all.
+Expected<void> checkPoint(const CoordinatePoint& point, bool isGeocentric);
 
-/// A point without a height gets height 0, one without an epoch no epoch.
+/// A point without a height has height 0 in PROJ, one without an epoch no epoch.
 PJ_COORD projCoordinate(const CoordinatePoint& point);
 
-/// Why proj_trans() of the operation gave no coordinates: PROJ's message, or that the point lies outside.
-const char* failureOf(const PJ* operation);
-
-TransformedPoint failedPoint(const char* message);
+/// Why proj_trans() of the operation gave no coordinates.
+Error transformError(const PJ* operation);
 
 } // namespace Embedded

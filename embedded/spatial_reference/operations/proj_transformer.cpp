@@ -4,35 +4,36 @@
 #include <cmath>
 #include <new>
 
-#include "embedded/spatial_reference/operations/axis_units.h"
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog_database.h"
+#include "embedded/spatial_reference/operations/operation_error.h"
 #include "embedded/spatial_reference/operations/operation_facts.h"
-#include "embedded/spatial_reference/operations/operation_refused.h"
 #include "embedded/spatial_reference/operations/proj_coordinate.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {
 
-/// The very call of PROJ's own programs: what PROJ chooses is PROJ's to say.
-ProjObject chosenByProj(const SystemParts& source, const SystemParts& target)
+/// Calls PROJ as its own programs do, so that PROJ makes the same choice for each point.
+ProjObject chooseWithProj(const SystemParts& source, const SystemParts& target)
 {
-    static_cast<void>(takeReadFailure()); // of earlier questions
+    const CatalogReadCheck check;
     ProjObject proj(
         proj_create_crs_to_crs_from_pj(projContext(), source.whole.get(), target.whole.get(), nullptr, nullptr));
-    requireCompleteAnswer();
+    requireReadable(check.finish());
     if (!proj)
-        refuse(RefusalReason::noOperation, wideFromUtf8(codeOfObject(source.whole.get())),
-               "nothing leads from here to " + describeObject(target.whole.get()));
+        throwOperationError(OperationError::noOperation, wideFromUtf8(codeOfObject(source.whole.get())),
+                            "nothing leads from here to " + describeObject(target.whole.get()));
     return proj;
 }
 
 } // namespace
 
 ProjTransformer::ProjTransformer(SystemParts source, SystemParts target)
-    : CoordinateTransformer(unitsOf(target)),
+    : CoordinateTransformer(axisUnits(target)),
       source_(std::move(source)),
       target_(std::move(target)),
-      proj_(chosenByProj(source_, target_)),
+      proj_(chooseWithProj(source_, target_)),
       choosesForEachPoint_(proj_get_type(proj_.get()) == PJ_TYPE_UNKNOWN) // a set of operations has none
 {
     if (!choosesForEachPoint_)
@@ -41,18 +42,18 @@ ProjTransformer::ProjTransformer(SystemParts source, SystemParts target)
 
 TransformedPoint ProjTransformer::transform(const CoordinatePoint& point)
 {
-    if (const char* problem = problemOf(point, source_.isGeocentric()))
-        return failedPoint(problem);
+    if (const auto check = checkPoint(point, source_.isGeocentric()); !check)
+        return {tl::unexpected(check.error())};
     proj_errno_reset(proj_.get());
     const PJ_COORD coordinate = proj_trans(proj_.get(), PJ_FWD, projCoordinate(point));
     const bool hasHeight = point.z || target_.isGeocentric();
     if (!std::isfinite(coordinate.xyz.x) || !std::isfinite(coordinate.xyz.y) ||
         (hasHeight && !std::isfinite(coordinate.xyz.z)))
-        return failedPoint(failureOf(proj_.get()));
+        return {tl::unexpected(transformError(proj_.get()))};
     CoordinatePoint result{coordinate.xyz.x, coordinate.xyz.y};
     if (hasHeight)
         result.z = coordinate.xyz.z;
-    return {result, {}, lastUsedOperation()};
+    return {result, lastUsedOperation()};
 }
 
 std::size_t ProjTransformer::lastUsedOperation()
@@ -68,7 +69,7 @@ std::size_t ProjTransformer::lastUsedOperation()
     }
     const ProjObject operation(proj_trans_get_last_used_operation(proj_.get()));
     if (!operation)
-        throw std::bad_alloc(); // it was used just now, so nothing else can be the matter
+        throw std::bad_alloc(); // PROJ has just used it, so it lacks only memory
     signatures_.push_back({info.description, info.definition});
     operations_.push_back(describeOperation(operation.get()));
     return lastUsed_;
@@ -80,15 +81,9 @@ bool ProjTransformer::isLastUsed(std::size_t operation, const PJ_PROJ_INFO& info
            signatures_[operation].definition == info.definition;
 }
 
-std::optional<OperationRefusal> ProjTransformer::lookForMissingGrids(const CoordinatePoint& point,
-                                                                     std::size_t operation)
+Expected<void> ProjTransformer::findMissingGrids(const CoordinatePoint& point, std::size_t operation)
 {
-    try {
-        collectMissingGrids(point, operations_[operation]);
-    } catch (OperationRefused& refused) {
-        return std::move(refused.refusal);
-    }
-    return std::nullopt;
+    return catchError([&] { collectMissingGrids(point, operations_[operation]); });
 }
 
 void ProjTransformer::collectMissingGrids(const CoordinatePoint& point, const UsedOperation& used)

@@ -1,4 +1,4 @@
-// Points through what PROJ itself chooses.
+// Transforms points by the operations that PROJ itself chooses.
 #pragma once
 
 #include <optional>
@@ -13,16 +13,16 @@ namespace Embedded {
 
 class ProjTransformer : public CoordinateTransformer {
 public:
-    /// Refuses where PROJ knows no way between the systems.
+    /// Throws ErrorException when PROJ knows no operation between the systems.
     ProjTransformer(SystemParts source, SystemParts target);
 
     [[nodiscard]] TransformedPoint transform(const CoordinatePoint& point) override;
-    [[nodiscard]] std::optional<OperationRefusal> lookForMissingGrids(const CoordinatePoint& point,
-                                                                      std::size_t operation) override;
+    [[nodiscard]] Expected<void> findMissingGrids(const CoordinatePoint& point, std::size_t operation) override;
     bool choosesForEachPoint() const override { return choosesForEachPoint_; }
 
 private:
-    /// How PROJ tells what it used last. Asking for the operation itself takes a hundred times as long as a point.
+    /// Identifies the operation that PROJ used last. Getting the operation itself takes a hundred times as long as a
+    /// point.
     struct Signature {
         std::string description;
         std::string definition;

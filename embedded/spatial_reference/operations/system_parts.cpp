@@ -1,10 +1,10 @@
 #include "embedded/spatial_reference/operations/system_parts.h"
 
 #include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog_database.h"
 #include "embedded/spatial_reference/catalog/catalog_loader.h"
-#include "embedded/spatial_reference/operations/operation_refused.h"
-#include "embedded/spatial_reference/projjson/proj_identifier.h"
-#include "platform/spatial_reference/definition.h"
+#include "embedded/spatial_reference/operations/operation_error.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {
@@ -20,8 +20,26 @@ ProjObject datumOf(const PJ* horizontal)
 
 void requireReadableAliases()
 {
-    static const std::optional<CatalogFault> fault = faultOfAliases();
-    requireReadable(fault);
+    static const Expected<void> check = checkAliases();
+    requireReadable(check);
+}
+
+std::vector<AxisUnit> readUnits(const PJ* system)
+{
+    std::vector<AxisUnit> units;
+    const ProjObject axes(proj_crs_get_coordinate_system(projContext(), system));
+    if (!axes)
+        return units;
+    const bool isEllipsoidal = proj_cs_get_type(projContext(), axes.get()) == PJ_CS_TYPE_ELLIPSOIDAL;
+    const int count = proj_cs_get_axis_count(projContext(), axes.get());
+    for (int index = 0; index < count; ++index) {
+        AxisUnit unit;
+        unit.isAngular = isEllipsoidal && index < 2;
+        if (proj_cs_get_axis_info(projContext(), axes.get(), index, nullptr, nullptr, nullptr, &unit.toBaseUnit,
+                                  nullptr, nullptr, nullptr))
+            units.push_back(unit);
+    }
+    return units;
 }
 
 } // namespace
@@ -34,7 +52,7 @@ bool SystemParts::hasEllipsoidalHeight() const
     return axes && proj_cs_get_axis_count(projContext(), axes.get()) == 3;
 }
 
-SystemParts partsOf(ProjObject system)
+SystemParts splitSystem(ProjObject system)
 {
     SystemParts parts;
     if (proj_get_type(system.get()) == PJ_TYPE_COMPOUND_CRS) {
@@ -52,19 +70,31 @@ SystemParts partsOf(ProjObject system)
     return parts;
 }
 
-SystemParts partsOfCatalogSystem(std::wstring_view code)
+SystemParts loadSystemParts(std::wstring_view code)
 {
     const std::wstring subject(code);
     const auto loaded = loadFromCatalog(subject.c_str(), DefinitionType::coordinateReferenceSystem);
-    if (loaded.status == statusNotFound)
-        refuse(RefusalReason::unknownSystem, subject, "the catalog has no such code");
-    if (!loaded.data)
-        refuse(RefusalReason::catalogUnavailable, subject,
-               unreadableCatalogMessage(whyCatalogFails(subject).value_or("PROJ gives nothing for this code")));
-    if (loaded.data->kind == kindNotEarthReferenced)
-        refuse(RefusalReason::notEarthReferenced, loaded.data->code,
-               "is not referenced to the Earth, so nothing leads from or to it");
-    return partsOf(catalogObject(*splitCode(loaded.data->codeUtf8), PJ_CATEGORY_CRS));
+    if (!loaded && loaded.error().status == statusNotFound)
+        throwOperationError(OperationError::unknownSystem, subject, "the catalog has no such code");
+    if (!loaded)
+        throwOperationError(OperationError::catalogUnavailable, subject, unreadableCatalogMessage(loaded.error()));
+    if (loaded->kind == kindNotEarthReferenced)
+        throwOperationError(OperationError::notEarthReferenced, loaded->code,
+                            "is not referenced to the Earth, so nothing leads from or to it");
+    return splitSystem(catalogObject(*splitCode(loaded->codeUtf8), PJ_CATEGORY_CRS));
+}
+
+std::vector<AxisUnit> axisUnits(const SystemParts& system)
+{
+    std::vector<AxisUnit> units = readUnits(system.horizontal.get());
+    if (const auto code = splitCode(system.vertical)) {
+        const ProjObject vertical = catalogObject(*code, PJ_CATEGORY_CRS);
+        for (const AxisUnit& unit : vertical ? readUnits(vertical.get()) : std::vector<AxisUnit>())
+            units.push_back(unit);
+    }
+    constexpr std::size_t kAxes = 3;
+    units.resize(kAxes);
+    return units;
 }
 
 std::string describeObject(const PJ* object)

@@ -1,33 +1,39 @@
-// A coordinate reference system as coordinate operations see it: where it lies, and what its heights refer to.
+// The horizontal and the vertical part of a coordinate reference system.
 #pragma once
 
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "embedded/spatial_reference/operations/coordinate_transformer.h"
 #include "embedded/spatial_reference/projjson/proj_context.h"
 
 namespace Embedded {
 
 struct SystemParts {
     ProjObject whole;
-    ProjObject horizontal; // the system itself unless it is compound; null for heights alone
-    ProjObject datum;      // of the horizontal part; null for heights alone
-    std::string vertical;  // the code of the height system of a compound one or of heights alone; empty: none
+    ProjObject horizontal; // the system itself unless it is compound; null for a vertical system
+    ProjObject datum;      // of the horizontal part; null for a vertical system
+    std::string vertical;  // the code of the height system; empty when there is none
 
     bool isHorizontal() const { return horizontal != nullptr; }
     bool isGeocentric() const { return horizontal && proj_get_type(horizontal.get()) == PJ_TYPE_GEOCENTRIC_CRS; }
-    /// Whether ellipsoidal heights belong to the coordinates.
+    /// Whether the coordinates have an ellipsoidal height.
     bool hasEllipsoidalHeight() const;
 };
 
-SystemParts partsOf(ProjObject system);
-/// A system of the catalog by its code; refuses one that is unknown or not referenced to the Earth.
-SystemParts partsOfCatalogSystem(std::wstring_view code);
+SystemParts splitSystem(ProjObject system);
+/// The parts of a system of the catalog. Throws ErrorException for one that is unknown or not referenced to the Earth.
+SystemParts loadSystemParts(std::wstring_view code);
 
-/// "EPSG:4275 (NTF)".
+/// The units of the three axes. The third one is the metre when the system has no height.
+std::vector<AxisUnit> axisUnits(const SystemParts& system);
+
+/// The code and the name, such as "EPSG:4275 (NTF)".
 std::string describeObject(const PJ* object);
 
-/// Whether the datums are the same, under whatever authority's code.
+/// Whether the datums are the same, even if they have codes of different authorities. Throws ErrorException when the
+/// catalog cannot be read.
 bool isSameDatum(const PJ* left, const PJ* right);
 
 } // namespace Embedded

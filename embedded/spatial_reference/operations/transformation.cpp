@@ -3,7 +3,7 @@
 #include <string>
 
 #include "embedded/spatial_reference/catalog/catalog_operations.h"
-#include "embedded/spatial_reference/definitions/outcome.h"
+#include "embedded/spatial_reference/definitions/library_call.h"
 
 namespace Zentara::Infrastructure::SpatialReference {
 
@@ -15,12 +15,7 @@ namespace {
 template <typename Definition>
 Status loadOperationDefinition(const wchar_t* codeOrName, DefinitionType type, Definition*& definition)
 {
-    return Embedded::guarded(statusFailed, [&] {
-        auto [status, data] = Embedded::loadOperation(codeOrName, type);
-        if (data)
-            definition = Embedded::newDefinitionOf<Definition>(*std::move(data));
-        return status;
-    });
+    return Embedded::loadDefinition(definition, [&] { return Embedded::loadOperation(codeOrName, type); });
 }
 
 } // namespace

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <numbers>
 #include <string>
+
+#include "embedded/base/parse_number.h"
 
 namespace Embedded {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 constexpr std::array kUsageKeys{"$schema",         "scope",           "area",   "bbox", "usages",
                                 "vertical_extent", "temporal_extent", "remarks"};
 
-/// At every level: a base system may come with remarks of its own.
+/// Erases them at every level, since a base system may have remarks of its own.
 void eraseUsage(Projjson& node)
 {
     if (node.is_object()) {
@@ -26,28 +27,26 @@ void eraseUsage(Projjson& node)
     }
 }
 
-Projjson projjsonOf(const PJ* object)
+Projjson exportProjjson(const PJ* object)
 {
     const char* const options[] = {"MULTILINE=NO", nullptr};
     const char* text = proj_as_projjson(projContext(), object, options);
-    Projjson document = text ? Projjson::parse(text, nullptr, false) : Projjson();
-    if (!document.is_object())
+    Projjson projjson = text ? Projjson::parse(text, nullptr, false) : Projjson();
+    if (!projjson.is_object())
         return Projjson::object();
-    eraseUsage(document);
-    return document;
+    eraseUsage(projjson);
+    return projjson;
 }
 
 /// Codes are numbers where they look like one, as in PROJ's own PROJJSON.
 Projjson identifier(const char* authority, const char* code)
 {
-    const std::string_view text = code;
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool isNumber = error == std::errc() && end == text.data() + text.size() && std::to_string(number) == text;
-    return {{"authority", authority}, {"code", isNumber ? Projjson(number) : Projjson(text)}};
+    const auto number = parseInteger<int>(code);
+    const bool isNumber = number && std::to_string(*number) == code;
+    return {{"authority", authority}, {"code", isNumber ? Projjson(*number) : Projjson(code)}};
 }
 
-/// In the place of what PROJJSON has: PROJ cuts a code such as "106011_Paris" there to its leading number.
+/// Replaces the identifier of the PROJJSON, in which PROJ cuts a code such as "106011_Paris" to its leading number.
 void setIdentifier(const PJ* object, Projjson& node)
 {
     const char* authority = proj_get_id_auth_name(object, 0);
@@ -56,20 +55,20 @@ void setIdentifier(const PJ* object, Projjson& node)
         node["id"] = identifier(authority, code);
 }
 
-/// PROJJSON has fifteen digits.
+/// Whether the numbers are equal in the fifteen digits of PROJJSON.
 bool isRounded(double number, double exact)
 {
     return std::abs(number - exact) <= 1e-13 * std::abs(exact);
 }
 
-/// A number that was rounded to PROJJSON's digits gets its other digits back.
+/// Replaces a number that was rounded to the digits of PROJJSON.
 void restoreDigits(Projjson& number, double exact)
 {
     if (number.is_number() && isRounded(number.get<double>(), exact) && number.get<double>() != exact)
         number = exact;
 }
 
-/// A unit that PROJJSON writes as a mere name.
+/// A unit of which PROJJSON has only the name.
 struct NamedUnit {
     const char* name;
     const char* type;
@@ -84,7 +83,7 @@ Projjson spelledOut(const NamedUnit& unit, double factor)
     return {{"type", unit.type}, {"name", unit.name}, {"conversion_factor", factor}};
 }
 
-/// PROJ writes the mere name for every unit of that name, even if it has another factor.
+/// Spells a unit out that has the name of a known one and another factor. PROJ writes only its name.
 void spellOutOtherFactor(Projjson& unit, double factor)
 {
     for (const NamedUnit& known : {kMetre, kDegree, kUnity}) {
@@ -95,7 +94,7 @@ void spellOutOtherFactor(Projjson& unit, double factor)
     }
 }
 
-/// Only a unit that is spelled out has a factor or can carry an identifier.
+/// Adds the digits of the factor and the identifier to a unit that is spelled out.
 void completeUnit(Projjson& unit, double factor, const char* authority, const char* code)
 {
     spellOutOtherFactor(unit, factor);
@@ -157,8 +156,8 @@ void completeOperation(const PJ* system, Projjson& node)
     }
 }
 
-/// The factor that PROJ has used, which its interface does not tell, from its product.
-double factorFrom(double product, double value)
+/// The factor with which PROJ made the product. PROJ has no call that returns it.
+double exactFactor(double product, double value)
 {
     const double quotient = product / value;
     for (const double factor : {quotient, std::nextafter(quotient, 0.0), std::nextafter(quotient, 1.0)}) {
@@ -172,17 +171,17 @@ void restoreLength(Projjson& length, double metres)
 {
     if (length.is_number() && isRounded(length.get<double>(), metres)) {
         restoreDigits(length, metres);
-    } else if (length.is_number()) { // of a unit that is called metre and is none
-        const double factor = factorFrom(metres, length.get<double>());
+    } else if (length.is_number()) { // in a unit that has the name of the metre and another length
+        const double factor = exactFactor(metres, length.get<double>());
         length = {{"value", length}, {"unit", spelledOut(kMetre, factor)}};
     }
     if (length.is_object() && length.contains("value") && length.contains("unit") && length["unit"].is_object())
-        restoreDigits(length["unit"]["conversion_factor"], factorFrom(metres, length["value"].get<double>()));
+        restoreDigits(length["unit"]["conversion_factor"], exactFactor(metres, length["value"].get<double>()));
 }
 
-Projjson ellipsoidDocument(const PJ* ellipsoid)
+Projjson ellipsoidProjjson(const PJ* ellipsoid)
 {
-    Projjson document = projjsonOf(ellipsoid);
+    Projjson projjson = exportProjjson(ellipsoid);
     double major = 0;
     double minor = 0;
     int isMinorComputed = 0;
@@ -190,14 +189,14 @@ Projjson ellipsoidDocument(const PJ* ellipsoid)
     if (proj_ellipsoid_get_parameters(projContext(), ellipsoid, &major, &minor, &isMinorComputed, &inverse)) {
         for (const auto& [key, metres] :
              {std::pair("semi_major_axis", major), std::pair("radius", major), std::pair("semi_minor_axis", minor)}) {
-            if (document.contains(key))
-                restoreLength(document[key], metres);
+            if (projjson.contains(key))
+                restoreLength(projjson[key], metres);
         }
-        if (document.contains("inverse_flattening"))
-            restoreDigits(document["inverse_flattening"], inverse);
+        if (projjson.contains("inverse_flattening"))
+            restoreDigits(projjson["inverse_flattening"], inverse);
     }
-    setIdentifier(ellipsoid, document);
-    return document;
+    setIdentifier(ellipsoid, projjson);
+    return projjson;
 }
 
 bool isGreenwich(const Projjson& meridian)
@@ -205,12 +204,12 @@ bool isGreenwich(const Projjson& meridian)
     return textOf(meridian, "name") == "Greenwich" && codeOf(meridian) == "EPSG:8901";
 }
 
-Projjson meridianDocument(const PJ* meridian)
+Projjson meridianProjjson(const PJ* meridian)
 {
-    Projjson document = projjsonOf(meridian);
+    Projjson projjson = exportProjjson(meridian);
     double longitude = 0;
     double factor = 0;
-    Projjson& place = document["longitude"];
+    Projjson& place = projjson["longitude"];
     if (proj_prime_meridian_get_parameters(projContext(), meridian, &longitude, &factor, nullptr)) {
         if (place.is_number() && !isRounded(factor, kDegree.factor))
             place = {{"value", place}, {"unit", kDegree.name}};
@@ -219,47 +218,47 @@ Projjson meridianDocument(const PJ* meridian)
             completeUnit(place["unit"], factor, nullptr, nullptr);
         }
     }
-    document.erase("type");
-    setIdentifier(meridian, document);
-    return document;
+    projjson.erase("type");
+    setIdentifier(meridian, projjson);
+    return projjson;
 }
 
-/// A datum without a meridian has the one of Greenwich.
+/// A datum without a meridian has that of Greenwich.
 void completeMeridian(const PJ* datum, Projjson& node)
 {
     const ProjObject meridian(proj_get_prime_meridian(projContext(), datum));
     if (!meridian)
         return;
-    Projjson document = meridianDocument(meridian.get());
-    if (!isGreenwich(document))
-        node["prime_meridian"] = std::move(document);
+    Projjson projjson = meridianProjjson(meridian.get());
+    if (!isGreenwich(projjson))
+        node["prime_meridian"] = std::move(projjson);
 }
 
-Projjson datumDocument(const PJ* datum)
+Projjson datumProjjson(const PJ* datum)
 {
-    Projjson document = projjsonOf(datum);
+    Projjson projjson = exportProjjson(datum);
     if (const ProjObject ellipsoid{proj_get_ellipsoid(projContext(), datum)}) {
-        document["ellipsoid"] = ellipsoidDocument(ellipsoid.get());
-        document["ellipsoid"].erase("type");
-        completeMeridian(datum, document);
+        projjson["ellipsoid"] = ellipsoidProjjson(ellipsoid.get());
+        projjson["ellipsoid"].erase("type");
+        completeMeridian(datum, projjson);
     }
-    setIdentifier(datum, document);
-    return document;
+    setIdentifier(datum, projjson);
+    return projjson;
 }
 
-/// The datum in the place of an ensemble, under the ensemble's code.
+/// Replaces an ensemble by its datum, under the code of the ensemble.
 void completeDatum(const PJ* system, Projjson& node)
 {
     const ProjObject datum(proj_crs_get_datum_forced(projContext(), system));
     if (!datum)
         return;
-    Projjson document = datumDocument(datum.get());
+    Projjson projjson = datumProjjson(datum.get());
     Projjson completed = Projjson::object();
     for (auto& [key, value] : node.items()) {
         const bool isEnsemble = key == "datum_ensemble";
-        if (isEnsemble && !hasIdentifier(document) && value.contains("id"))
-            document["id"] = value["id"];
-        completed[isEnsemble ? "datum" : key] = isEnsemble || key == "datum" ? document : value;
+        if (isEnsemble && !hasIdentifier(projjson) && value.contains("id"))
+            projjson["id"] = value["id"];
+        completed[isEnsemble ? "datum" : key] = isEnsemble || key == "datum" ? projjson : value;
     }
     node = std::move(completed);
 }
@@ -299,7 +298,7 @@ void completeSystem(const PJ* system, Projjson& node)
         completeDatum(system, node);
 }
 
-/// PROJ reads a unit's identifier from the unit itself, not from the "id" that the PROJJSON schema asks for.
+/// Copies the members of a unit's "id" into the unit itself, where PROJ reads the identifier.
 void exposeUnitIdentifiers(Projjson& node)
 {
     if (node.is_object() && node.contains("conversion_factor") && node.contains("id")) {
@@ -317,20 +316,20 @@ void exposeUnitIdentifiers(Projjson& node)
 Projjson canonicalProjjson(const PJ* object)
 {
     if (proj_get_type(object) == PJ_TYPE_ELLIPSOID)
-        return ellipsoidDocument(object);
+        return ellipsoidProjjson(object);
     if (!proj_is_crs(object))
-        return datumDocument(object);
-    Projjson document = projjsonOf(object);
-    completeSystem(object, document);
-    setIdentifier(object, document);
-    return document;
+        return datumProjjson(object);
+    Projjson projjson = exportProjjson(object);
+    completeSystem(object, projjson);
+    setIdentifier(object, projjson);
+    return projjson;
 }
 
-ProjObject projObjectFrom(const Projjson& document)
+ProjObject projObjectFrom(const Projjson& projjson)
 {
-    Projjson projjson = document;
-    exposeUnitIdentifiers(projjson);
-    return ProjObject(proj_create(projContext(), projjson.dump().c_str()));
+    Projjson readable = projjson;
+    exposeUnitIdentifiers(readable);
+    return ProjObject(proj_create(projContext(), readable.dump().c_str()));
 }
 
 } // namespace Embedded

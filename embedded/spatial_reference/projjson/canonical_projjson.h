@@ -1,4 +1,4 @@
-// From PROJ's objects to documents, and back.
+// Canonical PROJJSON from PROJ's objects, and back.
 #pragma once
 
 #include "embedded/spatial_reference/projjson/proj_context.h"
@@ -6,13 +6,11 @@
 
 namespace Embedded {
 
-/// The document of a coordinate reference system, a datum or an ellipsoid.
-///
-/// PROJ's own PROJJSON leaves out what its database would supply again: identifiers below an object that has one. They
-/// are put back, so that the document says as much as the object did.
+/// The PROJJSON of a coordinate reference system, a datum or an ellipsoid. It says as much as the object: PROJ's own
+/// PROJJSON leaves out what its database has, such as identifiers below an object that has one.
 Projjson canonicalProjjson(const PJ* object);
 
-/// What the document describes as an object of PROJ's, or null when PROJ cannot make sense of it.
-ProjObject projObjectFrom(const Projjson& document);
+/// PROJ's object of the PROJJSON; null when PROJ cannot make one.
+ProjObject projObjectFrom(const Projjson& projjson);
 
 } // namespace Embedded

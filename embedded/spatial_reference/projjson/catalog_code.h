@@ -18,11 +18,4 @@ struct CatalogCode {
 /// Splits at the first colon; nothing when either side is empty.
 std::optional<CatalogCode> splitCode(std::string_view utf8);
 
-/// The code with its authority as the catalog spells it, whatever case it came in; nothing for an authority that the
-/// catalog does not have.
-std::optional<CatalogCode> resolveCode(std::string_view utf8);
-
-/// Without regard to the case of ASCII letters.
-bool equalIgnoringCase(std::string_view left, std::string_view right);
-
 } // namespace Embedded

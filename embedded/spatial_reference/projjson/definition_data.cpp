@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "embedded/base/text.h"
-#include "platform/spatial_reference/transformation.h"
+#include "platform/spatial_reference/definition.h"
 
 namespace Zentara::Infrastructure::SpatialReference {
 
@@ -11,26 +11,26 @@ using Embedded::DefinitionType;
 using Embedded::Projjson;
 using Embedded::wideFromUtf8;
 
-DefinitionData::DefinitionData(DefinitionType definitionType, std::string definitionCode, Projjson definitionDocument)
+DefinitionData::DefinitionData(DefinitionType definitionType, std::string definitionCode, Projjson definitionProjjson)
     : type(definitionType),
       codeUtf8(std::move(definitionCode)),
-      document(std::move(definitionDocument)),
+      projjson(std::move(definitionProjjson)),
       code(wideFromUtf8(codeUtf8))
 {
     derive();
 }
 
-void DefinitionData::setDocument(Projjson changed)
+void DefinitionData::setProjjson(Projjson changed)
 {
-    document = std::move(changed);
+    projjson = std::move(changed);
     derive();
 }
 
 void DefinitionData::derive()
 {
-    name = wideFromUtf8(Embedded::nameOf(document));
+    name = wideFromUtf8(Embedded::nameOf(projjson));
     if (type == DefinitionType::coordinateReferenceSystem)
-        kind = Embedded::kindOf(document);
+        kind = Embedded::systemKind(projjson);
     const Projjson* datum = datumNode();
     datumCode = datum ? wideFromUtf8(Embedded::codeOf(*datum)) : std::wstring();
     const Projjson* ellipsoid = ellipsoidNode();
@@ -41,17 +41,17 @@ const Projjson* DefinitionData::datumNode() const
 {
     if (type != DefinitionType::coordinateReferenceSystem || kind == kindNotEarthReferenced)
         return nullptr;
-    const Projjson* datum = Embedded::memberOf(Embedded::geodeticNode(document), "datum");
+    const Projjson* datum = Embedded::memberOf(Embedded::geodeticSystem(projjson), "datum");
     return datum && !Embedded::isUnspecifiedDatum(*datum) ? datum : nullptr;
 }
 
 const Projjson* DefinitionData::ellipsoidNode() const
 {
     if (type == DefinitionType::datum)
-        return Embedded::memberOf(document, "ellipsoid");
+        return Embedded::memberOf(projjson, "ellipsoid");
     if (type != DefinitionType::coordinateReferenceSystem)
         return nullptr;
-    const Projjson* datum = Embedded::memberOf(Embedded::geodeticNode(document), "datum");
+    const Projjson* datum = Embedded::memberOf(Embedded::geodeticSystem(projjson), "datum");
     return datum ? Embedded::memberOf(*datum, "ellipsoid") : nullptr;
 }
 
@@ -62,23 +62,23 @@ namespace {
 
 using namespace Zentara::Infrastructure::SpatialReference;
 
-/// The node as a document: with its type in front, which PROJJSON leaves out where the place says it.
+/// The node with its type in front. PROJJSON leaves the type out where it follows from the place of the node.
 Projjson standalone(const Projjson& node, const char* type)
 {
-    Projjson document{{"type", type}};
-    document.update(node);
-    return document;
+    Projjson projjson{{"type", type}};
+    projjson.update(node);
+    return projjson;
 }
 
-Projjson withoutType(Projjson document)
+Projjson withoutType(Projjson projjson)
 {
-    document.erase("type");
-    return document;
+    projjson.erase("type");
+    return projjson;
 }
 
 } // namespace
 
-std::optional<DefinitionData> datumDataOf(const DefinitionData& definition)
+std::optional<DefinitionData> datumData(const DefinitionData& definition)
 {
     const Projjson* datum = definition.datumNode();
     if (!datum)
@@ -86,7 +86,7 @@ std::optional<DefinitionData> datumDataOf(const DefinitionData& definition)
     return DefinitionData(DefinitionType::datum, codeOf(*datum), standalone(*datum, "GeodeticReferenceFrame"));
 }
 
-std::optional<DefinitionData> ellipsoidDataOf(const DefinitionData& definition)
+std::optional<DefinitionData> ellipsoidData(const DefinitionData& definition)
 {
     const Projjson* ellipsoid = definition.ellipsoidNode();
     if (!ellipsoid)
@@ -96,44 +96,27 @@ std::optional<DefinitionData> ellipsoidDataOf(const DefinitionData& definition)
 
 bool setEllipsoid(DefinitionData& definition, const DefinitionData& ellipsoid)
 {
-    Projjson changed = definition.document;
+    Projjson changed = definition.projjson;
     const bool isDatum = definition.type == DefinitionType::datum;
-    const Projjson* datum = isDatum ? &changed : memberOf(geodeticNode(changed), "datum");
+    const Projjson* datum = isDatum ? &changed : memberOf(geodeticSystem(changed), "datum");
     if (!datum || !memberOf(*datum, "ellipsoid"))
         return false;
-    Projjson& place = isDatum ? changed : geodeticNode(changed)["datum"];
-    place["ellipsoid"] = withoutType(ellipsoid.document);
-    definition.setDocument(std::move(changed));
+    Projjson& place = isDatum ? changed : geodeticSystem(changed)["datum"];
+    place["ellipsoid"] = withoutType(ellipsoid.projjson);
+    definition.setProjjson(std::move(changed));
     return true;
 }
 
 bool setDatum(DefinitionData& definition, const DefinitionData& datum)
 {
-    Projjson changed = definition.document;
-    Projjson& system = geodeticNode(changed);
+    Projjson changed = definition.projjson;
+    Projjson& system = geodeticSystem(changed);
     const Projjson* present = memberOf(system, "datum");
     if (!present || !memberOf(*present, "ellipsoid"))
         return false;
-    system["datum"] = datum.document;
-    definition.setDocument(std::move(changed));
+    system["datum"] = datum.projjson;
+    definition.setProjjson(std::move(changed));
     return true;
-}
-
-DefinitionBase* newDefinition(DefinitionData data)
-{
-    switch (data.type) {
-    case DefinitionType::coordinateReferenceSystem:
-        return newDefinitionOf<CoordinateReferenceSystemDefinition>(std::move(data));
-    case DefinitionType::datum:
-        return newDefinitionOf<DatumDefinition>(std::move(data));
-    case DefinitionType::ellipsoid:
-        return newDefinitionOf<EllipsoidDefinition>(std::move(data));
-    case DefinitionType::transformation:
-        return newDefinitionOf<GeodeticTransformationDefinition>(std::move(data));
-    case DefinitionType::path:
-        return newDefinitionOf<GeodeticPathDefinition>(std::move(data));
-    }
-    return nullptr;
 }
 
 } // namespace Embedded

@@ -1,8 +1,7 @@
-// What a definition is made of: its type, its code and its document. The rest is derived from these once, so that a
-// query is a look.
+// The data of a definition: its type, its code and its PROJJSON. The rest is derived from these once, so that queries
+// are cheap.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -26,25 +25,25 @@ namespace Zentara::Infrastructure::SpatialReference {
 
 struct DefinitionData {
     DefinitionData(Embedded::DefinitionType definitionType, std::string definitionCode,
-                   Embedded::Projjson definitionDocument);
+                   Embedded::Projjson definitionProjjson);
 
-    /// Replaces the document and what follows from it.
-    void setDocument(Embedded::Projjson changed);
+    /// Replaces the PROJJSON and everything that is derived from it.
+    void setProjjson(Embedded::Projjson changed);
 
     Embedded::DefinitionType type;
     std::string codeUtf8;
-    Embedded::Projjson document;
+    Embedded::Projjson projjson;
 
     std::wstring code;
     std::wstring name;
-    int kind = 0;               // of a system
-    std::wstring datumCode;     // of a system; empty when it is not datum-based
-    std::wstring ellipsoidCode; // of a system or a datum
-    bool reversible = false;    // of a transformation or a path
+    std::optional<CoordinateReferenceSystemKind> kind; // of a system
+    std::wstring datumCode;                            // of a system; empty when it is not datum-based
+    std::wstring ellipsoidCode;                        // of a system or a datum
+    bool reversible = false;                           // of a transformation or a path
 
-    /// The system's datum, when it is datum-based.
+    /// The datum of a datum-based system; null for any other definition.
     const Embedded::Projjson* datumNode() const;
-    /// The system's or datum's ellipsoid, or null.
+    /// The ellipsoid of a system or datum; null when there is none.
     const Embedded::Projjson* ellipsoidNode() const;
 
 private:
@@ -57,26 +56,13 @@ namespace Embedded {
 
 using Zentara::Infrastructure::SpatialReference::DefinitionData;
 
-/// The datum or ellipsoid that is part of the definition, as data of its own; nothing when it has none.
-std::optional<DefinitionData> datumDataOf(const DefinitionData& definition);
-std::optional<DefinitionData> ellipsoidDataOf(const DefinitionData& definition);
+/// The data of the datum or ellipsoid that is part of the definition; nothing when it has none.
+std::optional<DefinitionData> datumData(const DefinitionData& definition);
+std::optional<DefinitionData> ellipsoidData(const DefinitionData& definition);
 
-/// Copies the ellipsoid into the system or datum, or the datum into the system. False, and nothing changed, for a
-/// system that has no place for it.
+/// Copies the ellipsoid into the system or datum, or the datum into the system. False, with no change, for a system
+/// that has no datum or no ellipsoid.
 bool setEllipsoid(DefinitionData& definition, const DefinitionData& ellipsoid);
 bool setDatum(DefinitionData& definition, const DefinitionData& datum);
-
-/// A new definition of the class that the data's type asks for; the caller's to Destroy.
-Zentara::Infrastructure::SpatialReference::DefinitionBase* newDefinition(DefinitionData data);
-
-/// The same for a class that is known.
-template <typename Definition>
-Definition* newDefinitionOf(DefinitionData data)
-{
-    auto owned = std::make_unique<DefinitionData>(std::move(data));
-    auto* definition = new Definition(owned.get());
-    static_cast<void>(owned.release()); // the definition has taken it over
-    return definition;
-}
 
 } // namespace Embedded

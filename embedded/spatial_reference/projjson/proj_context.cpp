@@ -3,29 +3,27 @@
 #include <cstdlib>
 #include <sstream>
 #include <string_view>
-#include <utility>
 
 #include "embedded/spatial_reference/projjson/shipped_catalog.h"
 
 namespace Embedded {
 namespace {
 
-ReadFailure readFailure = ReadFailure::none;
+ReadFailure lastReadFailure = ReadFailure::none;
 
-/// PROJ's messages are not printed, but for some failures they are the only sign.
-void notice(void* /*data*/, int /*level*/, const char* message)
+/// Watches PROJ's messages, which are the only sign of some failures. They are not printed.
+void watchMessage(void* /*data*/, int /*level*/, const char* message)
 {
     const std::string_view text = message ? message : "";
-    const auto holds = [text](std::string_view part) { return text.find(part) != std::string_view::npos; };
-    if (holds("bad_alloc") || holds("out of memory"))
-        readFailure = ReadFailure::memory;
-    else if (holds("SQLite error") && readFailure == ReadFailure::none)
-        readFailure = ReadFailure::database;
+    const auto contains = [text](std::string_view part) { return text.find(part) != std::string_view::npos; };
+    if (contains("bad_alloc") || contains("out of memory"))
+        lastReadFailure = ReadFailure::memory;
+    else if (contains("SQLite error") && lastReadFailure == ReadFailure::none)
+        lastReadFailure = ReadFailure::database;
 }
 
-/// PROJ looks into the folder of the shipped catalog first, and then where it would have looked without one: its
-/// database must fit the library, whatever other programs have set for theirs, and the grids that the user has may lie
-/// anywhere.
+/// Lets PROJ search the folder of the shipped catalog first: its database must fit the library, whatever other programs
+/// have set for theirs. The folders that PROJ would search without it follow, since the user's grids may lie anywhere.
 void useShippedCatalog(PJ_CONTEXT* context)
 {
     if (shippedCatalogFolder().empty())
@@ -37,11 +35,11 @@ void useShippedCatalog(PJ_CONTEXT* context)
     proj_context_set_search_paths(context, static_cast<int>(paths.size()), paths.data());
 }
 
-/// Grids come over the network only where the environment says so: PROJ's own settings file is not the user's word.
+/// Allows grids from the network only if the environment says so. PROJ's own settings file does not speak for the user.
 void chooseNetwork(PJ_CONTEXT* context)
 {
-    const char* wish = std::getenv("PROJ_NETWORK"); // PROJ reads it itself
-    if (wish == nullptr || *wish == '\0')
+    const char* choice = std::getenv("PROJ_NETWORK"); // PROJ reads it itself
+    if (choice == nullptr || *choice == '\0')
         proj_context_set_enable_network(context, 0);
 }
 
@@ -49,7 +47,7 @@ PJ_CONTEXT* silentContext()
 {
     PJ_CONTEXT* context = proj_context_create();
     proj_log_level(context, PJ_LOG_ERROR);
-    proj_log_func(context, nullptr, notice);
+    proj_log_func(context, nullptr, watchMessage);
     chooseNetwork(context);
     useShippedCatalog(context);
     return context;
@@ -90,9 +88,14 @@ bool isCatalogAvailable()
     return proj_context_get_database_path(projContext()) != nullptr;
 }
 
-ReadFailure takeReadFailure()
+ReadFailure readFailure()
 {
-    return std::exchange(readFailure, ReadFailure::none);
+    return lastReadFailure;
+}
+
+void forgetReadFailure()
+{
+    lastReadFailure = ReadFailure::none;
 }
 
 const std::vector<std::string>& catalogAuthorities()

@@ -1,4 +1,4 @@
-// The process's one PROJ context, and holders for what PROJ hands out.
+// The one PROJ context of the process, and holders for PROJ's objects.
 #pragma once
 
 #include <proj.h>
@@ -17,8 +17,8 @@ struct ProjRelease {
 using ProjObject = std::unique_ptr<PJ, ProjRelease>;
 using ProjList = std::unique_ptr<PJ_OBJ_LIST, ProjRelease>;
 
-/// Silent, and without network unless the environment variable PROJ_NETWORK asks for it; made on first use and kept for
-/// the process.
+/// The context is made on first use and kept for the process. It prints nothing, and uses the network only if the
+/// environment variable PROJ_NETWORK asks for it.
 PJ_CONTEXT* projContext();
 
 /// Where PROJ looks for its database and for grids, in order.
@@ -29,8 +29,9 @@ bool isCatalogAvailable();
 
 /// What kept PROJ from reading its database. PROJ's lists are then shorter, or empty.
 enum class ReadFailure { none, database, memory };
-/// The failure since the last call, which is forgotten by this call.
-ReadFailure takeReadFailure();
+/// The failure since the last call of forgetReadFailure.
+ReadFailure readFailure();
+void forgetReadFailure();
 
 /// The authorities of the database, as it spells them.
 const std::vector<std::string>& catalogAuthorities();

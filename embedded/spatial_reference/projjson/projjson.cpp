@@ -1,14 +1,14 @@
 #include "embedded/spatial_reference/projjson/projjson.h"
 
+#include "embedded/base/case_folding.h"
 #include "embedded/spatial_reference/projjson/catalog_code.h"
-#include "platform/spatial_reference/definition.h"
 
 namespace Embedded {
 namespace {
 
 using namespace Zentara::Infrastructure::SpatialReference;
 
-int kindOfSingle(std::string_view type, const Projjson& system)
+std::optional<CoordinateReferenceSystemKind> singleSystemKind(std::string_view type, const Projjson& system)
 {
     if (type == "GeographicCRS" || type == "DerivedGeographicCRS")
         return kindGeographic;
@@ -17,12 +17,12 @@ int kindOfSingle(std::string_view type, const Projjson& system)
     if (type == "EngineeringCRS" || type == "DerivedEngineeringCRS")
         return kindNotEarthReferenced;
     if (type != "GeodeticCRS" && type != "DerivedGeodeticCRS")
-        return 0;
+        return std::nullopt;
     const Projjson* axes = memberOf(system, "coordinate_system");
     return axes && textOf(*axes, "subtype") == "Cartesian" ? kindGeocentric : kindGeographic;
 }
 
-/// A length is a number of metres, or an object with its unit.
+/// A length is a number of metres, or an object with a value and a unit.
 double lengthInMetres(const Projjson& length)
 {
     if (length.is_number())
@@ -56,7 +56,7 @@ std::string_view textOf(const Projjson& node, const char* key)
     return member && member->is_string() ? std::string_view(member->get_ref<const std::string&>()) : std::string_view();
 }
 
-std::string_view systemTypeOf(const Projjson& system)
+std::string_view systemType(const Projjson& system)
 {
     const auto type = textOf(system, "type");
     return type.empty() ? "GeographicCRS" : type;
@@ -71,16 +71,16 @@ const Projjson* underlyingSystem(const Projjson& system)
     return memberOf(system, "base_crs");
 }
 
-int kindOf(const Projjson& system)
+std::optional<CoordinateReferenceSystemKind> systemKind(const Projjson& system)
 {
-    const auto type = systemTypeOf(system);
+    const auto type = systemType(system);
     if (type != "CompoundCRS" && type != "BoundCRS")
-        return kindOfSingle(type, system);
+        return singleSystemKind(type, system);
     const Projjson* horizontal = underlyingSystem(system);
-    return horizontal ? kindOf(*horizontal) : 0;
+    return horizontal ? systemKind(*horizontal) : std::nullopt;
 }
 
-const Projjson& geodeticNode(const Projjson& system)
+const Projjson& geodeticSystem(const Projjson& system)
 {
     const Projjson* node = &system;
     while (const Projjson* underlying = underlyingSystem(*node))
@@ -88,9 +88,9 @@ const Projjson& geodeticNode(const Projjson& system)
     return *node;
 }
 
-Projjson& geodeticNode(Projjson& system)
+Projjson& geodeticSystem(Projjson& system)
 {
-    return const_cast<Projjson&>(geodeticNode(std::as_const(system)));
+    return const_cast<Projjson&>(geodeticSystem(std::as_const(system)));
 }
 
 bool hasIdentifier(const Projjson& node)
@@ -120,7 +120,7 @@ bool isUnspecifiedDatum(const Projjson& datum)
 {
     const auto name = textOf(datum, "name");
     return name.starts_with("Not specified (based on ") || name.starts_with("Unknown based on ") ||
-           equalIgnoringCase(name, "unknown");
+           equalsIgnoringAsciiCase(name, "unknown");
 }
 
 double semiMajorAxisInMetres(const Projjson& ellipsoid)

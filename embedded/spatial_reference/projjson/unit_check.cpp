@@ -2,21 +2,26 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "embedded/base/parse_number.h"
 #include "embedded/spatial_reference/projjson/canonical_projjson.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
+#include "platform/spatial_reference/status.h"
 
 namespace Embedded {
 namespace {
 
+using Zentara::Infrastructure::SpatialReference::statusUnreadable;
+
 constexpr std::array<std::string_view, 5> kKeywords{"LENGTHUNIT[", "ANGLEUNIT[", "SCALEUNIT[", "PARAMETRICUNIT[",
                                                     "TIMEUNIT["};
-/// Of the area of use, which documents leave out.
+/// It belongs to the area of use, which the canonical PROJJSON leaves out.
 constexpr std::string_view kVerticalExtent = "VERTICALEXTENT[";
-/// Whose longitude of zero is one in every unit; documents leave Greenwich out.
+/// The longitude 0 is the same in every unit, and the canonical PROJJSON leaves Greenwich out.
 constexpr std::string_view kMeridian = "PRIMEM[";
 constexpr std::string_view kZero = ",0,";
 
@@ -41,7 +46,7 @@ std::string_view unitAt(std::string_view wkt)
     return {};
 }
 
-/// The length of what begins here and holds no unit that documents keep; 0 where something else begins.
+/// The length of what begins here and holds no unit that the canonical PROJJSON keeps; 0 where something else begins.
 std::size_t lengthOfUnitless(std::string_view wkt)
 {
     if (wkt.starts_with('"'))
@@ -67,34 +72,31 @@ std::vector<std::string> unitsIn(std::string_view wkt)
     return units;
 }
 
-/// The factor stands behind the name, and is 0 where it is too small for a number.
+/// The factor follows the name. A factor that a number cannot hold counts as 0.
 bool isAboveZero(std::string_view unit)
 {
     const std::string_view text = unit.substr(std::min(unit.rfind(',') + 1, unit.size()));
-    double factor = 0;
-    std::from_chars(text.data(), text.data() + text.size(), factor);
-    return factor > 0;
+    return parseReal(text).value_or(0) > 0;
 }
 
 std::optional<std::vector<std::string>> unitsOfObject(const PJ* object)
 {
-    const char* const options[] = {"MULTILINE=NO", nullptr};
-    const char* wkt = object ? proj_as_wkt(projContext(), object, PJ_WKT2_2019, options) : nullptr;
-    return wkt ? std::optional(unitsIn(wkt)) : std::nullopt;
+    const auto wkt = object ? wktOf(object, PJ_WKT2_2019) : std::nullopt;
+    return wkt ? std::optional(unitsIn(*wkt)) : std::nullopt;
 }
 
 } // namespace
 
-std::optional<std::string> faultOfUnits(const PJ* object, const Projjson& document)
+Expected<void> checkUnits(const PJ* object, const Projjson& projjson)
 {
     const auto units = unitsOfObject(object);
     if (!units)
-        return std::nullopt;
+        return {};
     if (!std::ranges::all_of(*units, isAboveZero))
-        return "a unit has a factor that is not above 0";
-    if (unitsOfObject(projObjectFrom(document).get()) != units)
-        return "a unit cannot be stored as the definition has it";
-    return std::nullopt;
+        return failure(statusUnreadable, "a unit has a factor that is not above 0");
+    if (unitsOfObject(projObjectFrom(projjson).get()) != units)
+        return failure(statusUnreadable, "a unit cannot be stored as the definition has it");
+    return {};
 }
 
 } // namespace Embedded

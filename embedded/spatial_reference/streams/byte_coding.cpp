@@ -1,6 +1,8 @@
 #include "embedded/spatial_reference/streams/byte_coding.h"
 
+#include "embedded/base/error.h"
 #include "embedded/base/text.h"
+#include "platform/spatial_reference/status.h"
 
 namespace Embedded {
 
@@ -11,9 +13,9 @@ void ByteWriter::varint(std::uint64_t value)
     byte(static_cast<unsigned>(value));
 }
 
-void ByteWriter::littleEndian(std::uint64_t value, int count)
+void ByteWriter::littleEndian(std::uint64_t value, int lengthInBytes)
 {
-    for (; count > 0; --count, value >>= 8)
+    for (; lengthInBytes > 0; --lengthInBytes, value >>= 8)
         byte(static_cast<unsigned>(value & 0xFF));
 }
 
@@ -23,62 +25,61 @@ void ByteWriter::text(std::string_view utf8)
     bytes_ += utf8;
 }
 
-std::optional<unsigned> ByteReader::byte()
+unsigned ByteReader::byte()
 {
     if (bytes_.empty())
-        return std::nullopt;
+        throwDamaged("the bytes end early");
     const auto value = static_cast<unsigned char>(bytes_.front());
     bytes_.remove_prefix(1);
     return value;
 }
 
-std::optional<std::uint64_t> ByteReader::varint()
+std::uint64_t ByteReader::varint()
 {
     std::uint64_t value = 0;
     for (int shift = 0; shift < 64; shift += 7) {
-        const auto next = byte();
-        if (!next)
-            return std::nullopt;
-        const std::uint64_t bits = *next & 0x7F;
+        const unsigned next = byte();
+        const std::uint64_t bits = next & 0x7F;
         if ((bits << shift) >> shift != bits)
-            return std::nullopt;
+            break;
         value |= bits << shift;
-        if (*next < 0x80)
+        if (next < 0x80)
             return value;
     }
-    return std::nullopt;
+    throwDamaged("a number has more than 64 bits");
 }
 
-std::optional<std::uint64_t> ByteReader::littleEndian(int count)
+std::uint64_t ByteReader::littleEndian(int lengthInBytes)
 {
     std::uint64_t value = 0;
-    for (int shift = 0; shift < 8 * count; shift += 8) {
-        const auto next = byte();
-        if (!next)
-            return std::nullopt;
-        value |= std::uint64_t{*next} << shift;
-    }
+    for (int shift = 0; shift < 8 * lengthInBytes; shift += 8)
+        value |= std::uint64_t{byte()} << shift;
     return value;
 }
 
-std::optional<std::string> ByteReader::text()
+std::string ByteReader::text()
 {
-    const auto length = count();
-    if (!length || !isValidUtf8(bytes_.substr(0, *length)))
-        return std::nullopt;
-    std::string utf8(bytes_.substr(0, *length));
-    if (utf8.find('\0') != std::string::npos) // it would end there for whoever asks
-        return std::nullopt;
-    bytes_.remove_prefix(*length);
+    std::string utf8(bytes_.substr(0, count()));
+    bytes_.remove_prefix(utf8.size());
+    if (!isValidUtf8(utf8))
+        throwDamaged("a text is not UTF-8");
+    // Whoever reads the text as a C string would see it end at the NUL.
+    if (utf8.find('\0') != std::string::npos)
+        throwDamaged("a text has a NUL");
     return utf8;
 }
 
-std::optional<std::size_t> ByteReader::count()
+std::size_t ByteReader::count()
 {
-    const auto number = varint();
-    if (!number || *number > remaining())
-        return std::nullopt;
-    return static_cast<std::size_t>(*number);
+    const std::uint64_t number = varint();
+    if (number > remaining())
+        throwDamaged("a length goes beyond the end of the bytes");
+    return static_cast<std::size_t>(number);
+}
+
+void throwDamaged(const char* reason)
+{
+    throw ErrorException(Error{Zentara::Infrastructure::SpatialReference::statusUnreadable, reason, {}});
 }
 
 std::uint32_t crc32(std::string_view bytes)

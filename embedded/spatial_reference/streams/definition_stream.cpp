@@ -2,18 +2,19 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
-#include "embedded/spatial_reference/definitions/library_holder.h"
-#include "embedded/spatial_reference/definitions/outcome.h"
+#include "embedded/spatial_reference/definitions/library_call.h"
+#include "embedded/spatial_reference/definitions/library_object.h"
 #include "embedded/spatial_reference/projjson/definition_data.h"
-#include "embedded/spatial_reference/streams/binary_stream.h"
-#include "embedded/spatial_reference/streams/text_frame.h"
+#include "embedded/spatial_reference/streams/definition_stream_coding.h"
+#include "embedded/spatial_reference/streams/definition_text.h"
 
 namespace Zentara::Infrastructure::SpatialReference {
 
-using Embedded::guarded;
+using Embedded::catchJsonErrors;
 using Embedded::injectedStatus;
 
 struct DefinitionStreamData {
@@ -22,7 +23,7 @@ struct DefinitionStreamData {
 
 namespace {
 
-std::string_view viewOf(const unsigned char* bytes, std::size_t lengthInBytes)
+std::string_view asText(const unsigned char* bytes, std::size_t lengthInBytes)
 {
     return {reinterpret_cast<const char*>(bytes), lengthInBytes};
 }
@@ -32,23 +33,23 @@ bool isStreamable(const DefinitionData& data)
     return data.type <= Embedded::DefinitionType::ellipsoid;
 }
 
-/// Hands out copies of the definitions in a new array, or nothing when one of them cannot be added.
-Status copyTo(const std::vector<DefinitionData>& definitions, DefinitionBaseArray*& handedOut)
+/// Copies the definitions into a new array. `result` stays as it was when one of them cannot be added.
+Status copyTo(const std::vector<DefinitionData>& definitions, DefinitionBaseArray*& result)
 {
     Embedded::LibraryHolder<DefinitionBaseArray> array(new DefinitionBaseArray);
     for (const DefinitionData& data : definitions) {
-        Embedded::LibraryHolder<DefinitionBase> definition(Embedded::newDefinition(data));
+        Embedded::LibraryHolder<DefinitionBase> definition = Embedded::makeDefinition(data);
         if (const Status status = array->Add(definition.get()); status != statusOk)
             return status;
-        static_cast<void>(definition.release()); // the array has taken it over
+        std::ignore = definition.release(); // The array owns the definition now.
     }
-    handedOut = array.release();
+    result = array.release();
     return statusOk;
 }
 
 bool isNewestSchema(int schemaVersion)
 {
-    return schemaVersion == -1 || schemaVersion == Embedded::kTextFrameVersion;
+    return schemaVersion == -1 || schemaVersion == Embedded::kDefinitionTextVersion;
 }
 
 } // namespace
@@ -92,9 +93,9 @@ Status DefinitionStream::Write(unsigned char* buffer, std::size_t& lengthInBytes
         return statusInvalidArgument;
     if (format != formatBinary)
         return statusUnsupported;
-    return guarded(statusFailed, [&] {
-        const std::string bytes = Embedded::binaryStreamFrom(data_->definitions);
-        if (bytes.size() > std::min(lengthInBytes, Embedded::kLongestBinaryStreamInBytes))
+    return catchJsonErrors(statusFailed, [&] {
+        const std::string bytes = Embedded::encodeDefinitionStream(data_->definitions);
+        if (bytes.size() > std::min(lengthInBytes, Embedded::kLongestDefinitionStreamInBytes))
             return statusBufferTooSmall;
         std::ranges::copy(bytes, buffer);
         lengthInBytes = bytes.size();
@@ -112,10 +113,10 @@ Status DefinitionStream::Read(const unsigned char* bytes, std::size_t lengthInBy
     if (format != formatBinary)
         return statusUnsupported;
     data_->definitions.clear();
-    return guarded(statusUnreadable, [&] {
-        auto definitions = Embedded::definitionsFromBinaryStream(viewOf(bytes, lengthInBytes));
+    return catchJsonErrors(statusUnreadable, [&] {
+        auto definitions = Embedded::decodeDefinitionStream(asText(bytes, lengthInBytes));
         if (!definitions)
-            return statusUnreadable;
+            return Embedded::statusOf(definitions.error());
         data_->definitions = *std::move(definitions);
         return statusOk;
     });
@@ -139,8 +140,8 @@ Status DefinitionStream::Serialize_s(const DefinitionBase* definition, unsigned 
         return statusInvalidArgument;
     if (format != formatText || !isNewestSchema(schemaVersion) || !isStreamable(definition->data()))
         return statusUnsupported;
-    return guarded(statusFailed, [&] {
-        const std::string bytes = Embedded::textFrameFrom(definition->data(), includeDependents);
+    return catchJsonErrors(statusFailed, [&] {
+        const std::string bytes = Embedded::encodeDefinitionText(definition->data(), includeDependents);
         if (bytes.size() > bufferLengthInBytes)
             return statusBufferTooSmall;
         std::ranges::copy(bytes, buffer);
@@ -158,9 +159,9 @@ Status DefinitionStream::Deserialize_s(DefinitionBaseArray*& definitions, const 
         return statusNullText;
     if (format != formatAutomatic || !isNewestSchema(schemaVersion))
         return statusUnsupported;
-    return guarded(statusUnreadable, [&] {
-        auto [status, data] = Embedded::definitionsFromTextFrame(viewOf(bytes, lengthInBytes));
-        return status == statusOk ? copyTo(data, definitions) : status;
+    return catchJsonErrors(statusUnreadable, [&] {
+        const auto decoded = Embedded::decodeDefinitionText(asText(bytes, lengthInBytes));
+        return decoded ? copyTo(*decoded, definitions) : Embedded::statusOf(decoded.error());
     });
 }
 

@@ -1,4 +1,4 @@
-// Texts and subtrees that documents have in common, each with a number that never changes.
+// Texts and subtrees that many definitions have in common. Each has a number that never changes.
 #pragma once
 
 #include <cstddef>
@@ -8,10 +8,10 @@
 
 namespace Embedded {
 
-/// The entry's number, or nothing.
-std::optional<std::size_t> vocabularyNumberOf(const Projjson& value);
+/// The number of the entry that equals the value; nothing when no entry does.
+std::optional<std::size_t> vocabularyNumber(const Projjson& value);
 
-/// The entry, or null for a number that no entry has.
+/// The entry of the number; null when the vocabulary has no such entry.
 const Projjson* vocabularyEntry(std::size_t number);
 
 } // namespace Embedded

@@ -56,15 +56,16 @@ struct LibraryAnswers {
 
 LibraryAnswers answersOfLibrary(const CatalogPair& pair)
 {
-    const auto [transformer, refusal] = Embedded::makeTransformer(Embedded::wideFromUtf8(pair.source),
-                                                                  Embedded::wideFromUtf8(pair.target), std::nullopt);
+    const auto made = Embedded::makeTransformer(Embedded::wideFromUtf8(pair.source),
+                                                Embedded::wideFromUtf8(pair.target), std::nullopt);
+    Embedded::CoordinateTransformer* const transformer = made ? made->get() : nullptr;
     LibraryAnswers all;
     for (const SourcePoint& point : pair.points) {
-        const auto answer =
-            transformer ? transformer->transform({point[0], point[1], point[2]}) : Embedded::TransformedPoint();
-        all.answers.push_back(answer.point ? std::optional(SourcePoint{answer.point->x, answer.point->y,
-                                                                       answer.point->z.value_or(HUGE_VAL)})
-                                           : std::nullopt);
+        all.answers.emplace_back();
+        if (!transformer)
+            continue;
+        if (const auto answer = transformer->transform({point[0], point[1], point[2]}); answer.point)
+            all.answers.back() = SourcePoint{answer.point->x, answer.point->y, answer.point->z.value_or(HUGE_VAL)};
     }
     if (transformer) {
         all.units = transformer->targetUnits();

@@ -22,6 +22,12 @@ Json asJson(const CatalogCheck& check)
     return {{"database", check.path.empty() ? Json(nullptr) : Json(check.path)}, {"fault", jsonValue(check.fault)}};
 }
 
+CatalogCheck checkCatalog()
+{
+    const auto check = Embedded::checkCatalog();
+    return {Embedded::catalogPath(), check ? std::nullopt : std::optional(check.error().text())};
+}
+
 void printVersion(const std::optional<CatalogCheck>& check, Output& output)
 {
     if (output.json()) {
@@ -43,7 +49,7 @@ ExitStatus reportVersion(bool checksCatalog, Output& output)
 {
     std::optional<CatalogCheck> check;
     if (checksCatalog)
-        check = CatalogCheck{Embedded::catalogPath(), Embedded::checkCatalog()};
+        check = checkCatalog();
     printVersion(check, output);
     if (!check || !check->fault)
         return ExitStatus::done;

@@ -59,7 +59,7 @@ void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)
 {
     if (!entry.deprecated)
         return;
-    const std::vector<std::wstring> replacements = Embedded::replacementsOf(entry.code);
+    const std::vector<std::wstring> replacements = Embedded::replacementCodes(entry.code);
     output.note(Embedded::utf8FromWide(entry.code),
                 replacements.empty() ? "deprecated"
                                      : "deprecated; replaced by " + Embedded::utf8FromWide(replacements.front()));
@@ -67,7 +67,7 @@ void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)
 
 ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& code, Output& output)
 {
-    const std::optional<Embedded::CatalogEntry> entry = Embedded::findCatalogEntry(code);
+    const Embedded::Expected<Embedded::CatalogEntry> entry = Embedded::findCatalogEntry(code);
     if (entry)
         noteDeprecation(*entry, output);
     Change change;

@@ -1,5 +1,5 @@
 // catalog: the coordinate reference systems that can be assigned by their code.
-#include "embedded/spatial_reference/catalog/catalog.h"
+#include "embedded/spatial_reference/catalog/catalog_search.h"
 
 #include <algorithm>
 #include <limits>
@@ -43,13 +43,14 @@ Embedded::CatalogQuery makeQuery(const SearchOptions& options)
         throw wrongUsage("TEXT", "is empty");
     query.text = wideArgument("TEXT", fmt::format("{}", fmt::join(options.words, " ")));
     if (!options.kind.empty())
-        query.kind = integerArgument("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric);
+        query.kind = static_cast<Library::CoordinateReferenceSystemKind>(
+            integerArgument("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric));
     if (!options.limit.empty())
         query.limit =
             static_cast<std::size_t>(integerArgument("--limit", options.limit, 1, std::numeric_limits<int>::max()));
     if (options.authorityOption->count() > 0)
         query.authority = wideArgument("--authority", options.authority);
-    query.deprecated = options.deprecated;
+    query.includesDeprecated = options.deprecated;
     return query;
 }
 
@@ -76,8 +77,8 @@ void print(const std::vector<Embedded::CatalogEntry>& entries, Output& output)
 
 std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
 {
-    if (const auto cause = Embedded::whyCatalogIsUnlisted()) // first, or no authority would be known
-        throw Failure(Embedded::utf8FromWide(query.text), Embedded::unreadableCatalogMessage(*cause));
+    if (const auto check = Embedded::checkCatalogList(); !check) // first, or no authority would be known
+        throw Failure(Embedded::utf8FromWide(query.text), Embedded::unreadableCatalogMessage(check.error()));
     if (!query.authority.empty())
         checkAuthority(query.authority);
     std::vector<Embedded::CatalogEntry> entries = Embedded::searchCatalog(query);
@@ -117,7 +118,7 @@ CatalogSystem load(const std::wstring& code, bool wantsWkt)
     if (wantsWkt)
         found.system.wkt = writeWkt(*system.get());
     if (entry->deprecated)
-        found.replacements = Embedded::replacementsOf(entry->code);
+        found.replacements = Embedded::replacementCodes(entry->code);
     return found;
 }
 

@@ -50,9 +50,10 @@ std::string describeConversionFailure(QeDbDatabase* database, Qeapp::ErrorStatus
     if (!system)
         return "";
     const SystemDescription description = describe(*system.get());
-    if (const auto cause =
-            failure == Qeapp::eInvalidInput ? Embedded::whyCatalogFails(description.code.value_or(L"")) : std::nullopt)
-        return ": " + Embedded::unreadableCatalogMessage(*cause);
+    if (failure == Qeapp::eInvalidInput) {
+        if (const auto check = Embedded::checkCatalogFor(description.code.value_or(L"")); !check)
+            return ": " + Embedded::unreadableCatalogMessage(check.error());
+    }
     if (failure != Qeapp::eInvalidResbuf)
         return "";
     return fmt::format(": {} does not fit into the older forms",

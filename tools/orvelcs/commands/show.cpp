@@ -61,16 +61,18 @@ Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToC
 
 std::string describeCatalogFault(const std::wstring& code)
 {
-    return Embedded::unreadableCatalogMessage(
-        Embedded::whyCatalogFails(code).value_or("PROJ gives nothing for this code"));
+    const auto check = Embedded::checkCatalogFor(code);
+    return check ? "PROJ cannot read this code from the catalog" : Embedded::unreadableCatalogMessage(check.error());
 }
 
 /// For a drawing with a legacy code alone, the module reads the definition from the catalog.
 std::string describeUnreadable(Qeapp::ErrorStatus result, const std::wstring& legacyCode)
 {
     const std::string message = resultName(result) + ": the stored coordinate system cannot be read";
-    const auto cause = legacyCode.empty() ? std::nullopt : Embedded::whyCatalogFails(legacyCode);
-    return cause ? message + ": " + Embedded::unreadableCatalogMessage(*cause) : message;
+    if (legacyCode.empty())
+        return message;
+    const auto check = Embedded::checkCatalogFor(legacyCode);
+    return check ? message : message + ": " + Embedded::unreadableCatalogMessage(check.error());
 }
 
 void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)

@@ -43,7 +43,7 @@ struct PointResult {
 
 PointResult failedPoint(const std::string& message)
 {
-    return {{}, {std::nullopt, Embedded::wideFromUtf8(message)}};
+    return {{}, {Embedded::failure(0, message)}};
 }
 
 PointResult transformLine(const LineReader& reader, PointTask& task)
@@ -68,8 +68,8 @@ PointResult transformLine(const LineReader& reader, PointTask& task)
 /// Throws Failure where the catalog cannot be asked.
 void lookForMissingGrids(PointTask& task, const PointResult& result)
 {
-    if (const auto refusal = task.transformer->lookForMissingGrids(result.given, result.transformed.operation))
-        throw operationFailure(*refusal, ExitStatus::failed);
+    if (const auto found = task.transformer->findMissingGrids(result.given, result.transformed.operation); !found)
+        throw operationFailure(found.error(), ExitStatus::failed);
 }
 
 /// Prints each line's result at once, so that both ends of a pipe can work at the same time.
@@ -83,11 +83,12 @@ ExitStatus transformLines(PointTask& task, PointPrinter& printer, TransformSumma
             continue;
         ++points;
         const PointResult result = transformLine(reader, task);
-        const auto& [point, failure, operation] = result.transformed;
+        const auto& [point, operation] = result.transformed;
         summary.count(result.transformed, result.given.epoch.has_value());
-        printer.print(point, point ? &task.transformer->operations()[operation] : nullptr);
+        printer.print(point ? std::optional(*point) : std::nullopt,
+                      point ? &task.transformer->operations()[operation] : nullptr);
         if (!point && ++failures == 1)
-            output.error(fmt::format("line {}", reader.number()), Embedded::utf8FromWide(failure));
+            output.error(fmt::format("line {}", reader.number()), point.error().message);
         if (point && task.lookForMissingGrids)
             lookForMissingGrids(task, result);
     }
@@ -117,10 +118,10 @@ PointTask makeTask(const TransformOptions& options, const Output& output)
     if (drawing == kStandardStream)
         throw wrongUsage("--drawing", "standard input holds the points");
     const auto configured = configuredTransformation(source, target, drawing, output);
-    Embedded::TransformerResult result = Embedded::makeTransformer(source, target, configured);
-    if (result.refusal)
-        throw operationFailure(*result.refusal, ExitStatus::failed);
-    return {std::move(result.transformer), configured.has_value(), epoch, output.json() || !output.isQuiet()};
+    auto transformer = Embedded::makeTransformer(source, target, configured);
+    if (!transformer)
+        throw operationFailure(transformer.error(), ExitStatus::failed);
+    return {*std::move(transformer), configured.has_value(), epoch, output.json() || !output.isQuiet()};
 }
 
 ExitStatus runTransform(const TransformOptions& options, Output& output)

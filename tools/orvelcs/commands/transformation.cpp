@@ -137,13 +137,13 @@ std::vector<Embedded::CatalogOperation> findOperations(const TransformationOptio
 {
     const std::wstring source = wideArgument("SRC", options.listSource);
     const std::wstring target = wideArgument("DST", options.listTarget);
-    Embedded::OperationList list = Embedded::operationsBetween(source, target);
-    if (list.refusal)
-        throw operationFailure(*list.refusal, ExitStatus::nothingFound);
-    if (list.operations.empty())
+    auto operations = Embedded::operationsBetween(source, target);
+    if (!operations)
+        throw operationFailure(operations.error(), ExitStatus::nothingFound);
+    if (operations->empty())
         throw Failure(options.listSource + " to " + options.listTarget,
                       "the catalog has no transformation or path between the two", ExitStatus::nothingFound);
-    return std::move(list.operations);
+    return *std::move(operations);
 }
 
 void refuseForeignArguments(const TransformationOptions& options)

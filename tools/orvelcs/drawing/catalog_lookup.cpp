@@ -6,6 +6,8 @@
 
 #include "embedded/base/case_folding.h"
 #include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog_suggestions.h"
+#include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "orvelcs/cli/suggestion.h"
 #include "orvelcs/output/result_names.h"
 
@@ -57,8 +59,8 @@ Failure noSuchCode(const std::wstring& code)
 
 std::string describeLoadFailure(const std::wstring& code, Library::Status status)
 {
-    if (const auto cause = Embedded::whyCatalogFails(code))
-        return Embedded::unreadableCatalogMessage(*cause) + ": " + statusName(status);
+    if (const auto check = Embedded::checkCatalogFor(code); !check)
+        return Embedded::unreadableCatalogMessage(check.error()) + ": " + statusName(status);
     return "cannot be loaded: " + statusName(status);
 }
 
@@ -70,7 +72,7 @@ bool catalogLacks(const std::wstring& code)
 std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code)
 {
     if (auto entry = Embedded::findCatalogEntry(code))
-        return entry;
+        return *std::move(entry);
     const Library::Status status = systemStatus(code);
     if (status == Library::statusNotFound)
         return std::nullopt;
@@ -88,13 +90,11 @@ CatalogSystemDefinition systemFromCatalog(const std::wstring& code)
     return system;
 }
 
-Failure operationFailure(const Embedded::OperationRefusal& refusal, ExitStatus unknownCode)
+Failure operationFailure(const Embedded::Error& error, ExitStatus unknownCode)
 {
-    const std::string subject = Embedded::utf8FromWide(refusal.subject);
-    const std::string message = Embedded::utf8FromWide(refusal.message);
-    if (refusal.reason != Embedded::RefusalReason::unknownSystem)
-        return Failure(subject, message);
-    return Failure(subject, message + nearestCodesClause(refusal.subject), unknownCode);
+    if (Embedded::operationErrorOf(error) != Embedded::OperationError::unknownSystem)
+        return Failure(error.place, error.message);
+    return Failure(error.place, error.message + nearestCodesClause(Embedded::wideFromUtf8(error.place)), unknownCode);
 }
 
 } // namespace Orvelcs

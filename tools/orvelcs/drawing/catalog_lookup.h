@@ -40,6 +40,6 @@ CatalogSystemDefinition systemFromCatalog(const std::wstring& code);
 
 /// The refusal of an operation. An unknown code is named with the nearest codes and ends the command with
 /// `unknownCode`.
-Failure operationFailure(const Embedded::OperationRefusal& refusal, ExitStatus unknownCode);
+Failure operationFailure(const Embedded::Error& error, ExitStatus unknownCode);
 
 } // namespace Orvelcs

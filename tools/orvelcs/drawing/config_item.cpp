@@ -128,7 +128,8 @@ bool catalogWasRead(Library::Status status)
 
 std::string describeCatalogFailure(Library::Status status)
 {
-    return Embedded::unreadableCatalogMessage(Embedded::checkCatalog().value_or("PROJ gives nothing")) + ": " +
+    const auto check = Embedded::checkCatalog();
+    return (check ? "PROJ cannot read it from the catalog" : Embedded::unreadableCatalogMessage(check.error())) + ": " +
            statusName(status);
 }
 

@@ -91,7 +91,7 @@ std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std:
         checkOppositeItem(source, target);
         return std::nullopt;
     }
-    return Embedded::ConfiguredOperation{info->GetName(), info->GetKind()};
+    return Embedded::ConfiguredOperation{info->GetName(), static_cast<Library::TransformationKind>(info->GetKind())};
 }
 
 } // namespace Orvelcs

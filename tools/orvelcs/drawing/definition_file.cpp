@@ -17,10 +17,8 @@ constexpr std::size_t kLongestDefinitionInBytes = std::size_t{1} << 20;
 
 std::string describeDefinitionFailure(Library::Status status, const std::wstring& text)
 {
-    if (const auto reason = Embedded::whyNoDocument(Embedded::utf8FromWide(text)))
-        return *reason + ": " + statusName(status);
-    if (status == Library::statusUnreadable)
-        return "not a coordinate reference system as WKT, PROJJSON or a PROJ string: " + statusName(status);
+    if (const auto check = Embedded::checkUserText(Embedded::utf8FromWide(text)); !check)
+        return check.error().message + ": " + statusName(status);
     return "the definition cannot be used: " + statusName(status);
 }
 

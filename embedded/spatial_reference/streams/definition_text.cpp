@@ -1,0 +1,129 @@
+#include "embedded/spatial_reference/streams/definition_text.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "embedded/base/memo_cache.h"
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/projjson/projjson_validation.h"
+#include "embedded/spatial_reference/projjson/strict_json.h"
+
+namespace Embedded {
+namespace {
+
+using namespace Zentara::Infrastructure::SpatialReference;
+
+using Definitions = std::vector<DefinitionData>;
+
+constexpr const char* kVersionKey = "spatialReference";
+constexpr const char* kDefinitionsKey = "definitions";
+
+constexpr std::array<std::pair<DefinitionType, std::string_view>, 3> kTypeNames{{
+    {DefinitionType::coordinateReferenceSystem, "CoordinateReferenceSystemDefinition"},
+    {DefinitionType::datum, "DatumDefinition"},
+    {DefinitionType::ellipsoid, "EllipsoidDefinition"},
+}};
+
+std::string_view nameOfType(DefinitionType type)
+{
+    return std::ranges::find(kTypeNames, type, &decltype(kTypeNames)::value_type::first)->second;
+}
+
+std::optional<DefinitionType> typeOfName(std::string_view name)
+{
+    const auto found = std::ranges::find(kTypeNames, name, &decltype(kTypeNames)::value_type::second);
+    return found == kTypeNames.end() ? std::nullopt : std::optional(found->first);
+}
+
+Projjson entryOf(const DefinitionData& definition)
+{
+    return {{"type", nameOfType(definition.type)}, {"code", definition.codeUtf8}, {"definition", definition.projjson}};
+}
+
+tl::unexpected<Error> unreadable(const char* reason)
+{
+    return failure(statusUnreadable, reason);
+}
+
+std::optional<DefinitionData> readEntry(const Projjson& entry)
+{
+    const auto type = typeOfName(textOf(entry, "type"));
+    const auto code = textOf(entry, "code");
+    const Projjson* projjson = memberOf(entry, "definition");
+    if (!type || code.empty() || !projjson || !isValidProjjson(*type, *projjson))
+        return std::nullopt;
+    return DefinitionData(*type, std::string(code), *projjson);
+}
+
+Expected<Definitions> readFrame(const Projjson& frame)
+{
+    const Projjson* version = memberOf(frame, kVersionKey);
+    if (!version || !version->is_number_unsigned() || *version == 0)
+        return unreadable("the text has no version");
+    if (*version > kDefinitionTextVersion)
+        return failure(statusUnsupported, "the text has a newer version than 1");
+    const Projjson* entries = memberOf(frame, kDefinitionsKey);
+    if (!entries || !entries->is_array() || entries->empty())
+        return unreadable("the text has no definitions");
+    Definitions definitions;
+    for (const Projjson& entry : *entries) {
+        auto definition = readEntry(entry);
+        if (!definition)
+            return unreadable("a definition lacks a part that its type must have");
+        definitions.push_back(*std::move(definition));
+    }
+    return definitions;
+}
+
+/// The text without its terminating NUL.
+Expected<std::wstring> decodeUtf16le(std::string_view utf16le)
+{
+    std::wstring text = wideFromUtf16le(utf16le);
+    if (utf16le.size() % 2 != 0 || text.find(L'\0') != text.size() - 1)
+        return unreadable("the bytes are not UTF-16 with one NUL, at the end");
+    text.pop_back();
+    return text;
+}
+
+Expected<Definitions> readText(std::string_view utf16le)
+{
+    if (utf16le.empty())
+        return failure(statusEmptyText, "the text is empty");
+    const auto text = decodeUtf16le(utf16le);
+    if (!text)
+        return tl::unexpected<Error>(text.error());
+    if (text->empty())
+        return failure(statusEmptyText, "the text is empty");
+    if (!isWellFormed(*text))
+        return unreadable("the text has an unpaired surrogate");
+    const auto frame = parseStrictJson(utf8FromWide(*text));
+    return frame ? readFrame(*frame) : Expected<Definitions>(unreadable(frame.error().message.c_str()));
+}
+
+} // namespace
+
+std::string encodeDefinitionText(const DefinitionData& definition, bool includeDependents)
+{
+    Projjson entries = Projjson::array({entryOf(definition)});
+    if (includeDependents) {
+        if (const auto datum = datumData(definition))
+            entries.push_back(entryOf(*datum));
+        if (const auto ellipsoid = ellipsoidData(definition))
+            entries.push_back(entryOf(*ellipsoid));
+    }
+    const Projjson frame{{kVersionKey, kDefinitionTextVersion}, {kDefinitionsKey, std::move(entries)}};
+    return utf16leFromWide(wideFromUtf8(frame.dump()) + L'\0');
+}
+
+Expected<std::vector<DefinitionData>> decodeDefinitionText(std::string_view utf16le)
+{
+    static MemoCache<std::string, Expected<Definitions>> texts;
+    return texts.getOrCompute(
+        utf16le, [utf16le] { return readText(utf16le); },
+        [](const Expected<Definitions>& read) { return read.has_value(); });
+}
+
+} // namespace Embedded

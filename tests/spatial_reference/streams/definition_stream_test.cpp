@@ -1,0 +1,367 @@
+#include <algorithm>
+#include <array>
+#include <random>
+
+#include "embedded/diagnostics/resource_counters.h"
+#include "spatial_reference/spatial_reference_test.h"
+
+namespace {
+
+using namespace Tests;
+
+/// An implementation of its own, table-free and from the polynomial's other end.
+std::uint32_t checksum(const Bytes& bytes, std::size_t length)
+{
+    std::uint32_t value = ~0U;
+    for (std::size_t index = 0; index < length * 8; ++index) {
+        const std::uint32_t byte = bytes[index / 8];
+        const std::uint32_t bit = (byte >> (index % 8) & 1U) ^ (value & 1U);
+        value = value >> 1 ^ bit * 0xEDB88320U;
+    }
+    return ~value;
+}
+
+/// The bytes with a checksum that fits them.
+Bytes sealed(Bytes body)
+{
+    const std::uint32_t value = checksum(body, body.size());
+    for (int shift = 0; shift < 32; shift += 8)
+        body.push_back(static_cast<unsigned char>(value >> shift & 0xFF));
+    return body;
+}
+
+Bytes withoutChecksum(Bytes bytes)
+{
+    bytes.resize(bytes.size() - 4);
+    return bytes;
+}
+
+class DefinitionStreams : public SpatialReferenceTest {
+protected:
+    /// Reading must come to one of two ends; what was read must answer.
+    static void expectSane(const Bytes& bytes)
+    {
+        const auto definitions = read(bytes);
+        if (!definitions) {
+            EXPECT_EQ(readStatus(bytes), statusUnreadable);
+            return;
+        }
+        for (int index = 0; index < definitions->GetCount(); ++index) {
+            EXPECT_NE(codeOf(*definitions->GetItem(index)), L"");
+            EXPECT_NE(factsOf(*definitions->GetItem(index)), L"");
+        }
+    }
+
+    static Bytes streamOf(const std::wstring& code) { return bytesOf({system(code).get()}); }
+};
+
+TEST_F(DefinitionStreams, ANameWithANulIsUnreadable)
+{
+    const auto definition = fromText(L"LOCAL_CS[\"Yard\",UNIT[\"metre\",1]]");
+    Bytes body = withoutChecksum(bytesOf({definition.get()}));
+    EXPECT_TRUE(read(sealed(body)));
+    const std::string name = "Yard";
+    const auto place = std::search(body.begin(), body.end(), name.begin(), name.end());
+    ASSERT_NE(place, body.end());
+    *(place + 1) = 0;
+    EXPECT_EQ(readStatus(sealed(body)), statusUnreadable);
+}
+
+TEST_F(DefinitionStreams, ASystemIsWrittenAsTheFormatSays)
+{
+    const Bytes expected{
+        0x00, 0x01,       // first byte, format version
+        0x01,             // one definition
+        0x01,             // a coordinate reference system
+        0x00,             // its code is the one in its document
+        0x0A, 0x05,       // an object of five members
+        0x10, 0x40,       // "type": "EngineeringCRS"
+        0x11, 0x08, 0x13, // "name": a text of 19 bytes
+        'L',  'o',  'c',  'a', 'l', ' ', 'p',  'l',  'a',  'n',  'e',  ' ',  '(',
+        'm',  'e',  't',  'r', 'e', ')', 0x16, 0x0A, 0x01, 0x11, 0x08, 0x0B, // "datum": {"name": a text of 11 bytes
+        'L',  'o',  'c',  'a', 'l', ' ', 'd',  'a',  't',  'u',  'm',        // }
+        0x19, 0xF0, 0x23,                           // "coordinate_system": vocabulary entry 259
+        0x12, 0x0A, 0x02,                           // "id": an object of two members
+        0x13, 0x6A,                                 // "authority": "LOCAL"
+        0x14, 0x08, 0x05, 'M', 'E', 'T', 'R',  'E', // "code": a text of 5 bytes
+    };
+    EXPECT_EQ(streamOf(L"LOCAL:METRE"), sealed(expected));
+}
+
+TEST_F(DefinitionStreams, TheFirstByteIsZero)
+{
+    for (const wchar_t* code : {L"EPSG:4326", L"EPSG:7415", L"LOCAL:FOOT"})
+        EXPECT_EQ(streamOf(code).front(), 0);
+}
+
+TEST_F(DefinitionStreams, WhatIsReadEqualsWhatWasWritten)
+{
+    for (const wchar_t* code : {L"EPSG:25832", L"EPSG:7415", L"EPSG:4978", L"EPSG:27572", L"EPSG:4001", L"ESRI:102100",
+                                L"IGNF:LAMB93", L"IAU_2015:49910", L"OGC:CRS84", L"LOCAL:FOOT"}) {
+        const auto definition = system(code);
+        const auto copies = read(bytesOf({definition.get()}));
+        ASSERT_TRUE(copies) << code;
+        ASSERT_EQ(copies->GetCount(), 1);
+        const auto* copy = dynamic_cast<const CoordinateReferenceSystemDefinition*>(copies->GetItem(0));
+        ASSERT_NE(copy, nullptr);
+        EXPECT_EQ(codeOf(*copy), code);
+        EXPECT_EQ(nameOf(*copy), nameOf(*definition));
+        EXPECT_EQ(kindOf(*copy), kindOf(*definition));
+        EXPECT_EQ(datumCodeOf(*copy), datumCodeOf(*definition));
+        EXPECT_EQ(ellipsoidCodeOf(*copy), ellipsoidCodeOf(*definition));
+        EXPECT_EQ(factsOf(*copy), factsOf(*definition));
+        EXPECT_EQ(wktOf(*copy), wktOf(*definition));
+    }
+}
+
+TEST_F(DefinitionStreams, DatumsAndEllipsoidsKeepTheirClass)
+{
+    const auto first = datum(L"EPSG:6289");
+    const auto second = ellipsoid(L"EPSG:7042");
+    const auto copies = read(bytesOf({first.get(), second.get()}));
+    ASSERT_TRUE(copies);
+    ASSERT_EQ(copies->GetCount(), 2);
+    EXPECT_NE(dynamic_cast<const DatumDefinition*>(copies->GetItem(0)), nullptr);
+    EXPECT_NE(dynamic_cast<const EllipsoidDefinition*>(copies->GetItem(1)), nullptr);
+    EXPECT_EQ(factsOf(*copies->GetItem(0)), factsOf(*first));
+    EXPECT_EQ(factsOf(*copies->GetItem(1)), factsOf(*second));
+}
+
+TEST_F(DefinitionStreams, AUsersCodeIsKept)
+{
+    const auto definition = fromText(L"+proj=utm +zone=32 +ellps=GRS80", L"Büro:Süd");
+    const auto copies = read(bytesOf({definition.get()}));
+    ASSERT_TRUE(copies);
+    EXPECT_EQ(codeOf(*copies->GetItem(0)), L"Büro:Süd");
+    EXPECT_EQ(factsOf(*copies->GetItem(0)), factsOf(*definition));
+}
+
+TEST_F(DefinitionStreams, TheStreamHoldsACopy)
+{
+    const Holder<DefinitionStream> stream(new DefinitionStream);
+    {
+        const auto definition = datum(L"EPSG:6289");
+        EXPECT_EQ(stream->Add(definition.get()), statusOk);
+        EXPECT_EQ(definition->SetEllipsoid(ellipsoid(L"EPSG:7001").get()), statusOk);
+    }
+    DefinitionBaseArray* copies = nullptr;
+    EXPECT_EQ(stream->GetDefinitions(copies), statusOk);
+    const Holder<DefinitionBaseArray> held(copies);
+    EXPECT_EQ(factsOf(*held->GetItem(0)), factsOf(*datum(L"EPSG:6289")));
+}
+
+TEST_F(DefinitionStreams, AnEmptyStreamIsAStream)
+{
+    const Bytes bytes = bytesOf({});
+    EXPECT_EQ(bytes, sealed({0x00, 0x01, 0x00}));
+    const auto copies = read(bytes);
+    ASSERT_TRUE(copies);
+    EXPECT_EQ(copies->GetCount(), 0);
+}
+
+TEST_F(DefinitionStreams, ABufferThatIsTooSmallIsLeftAlone)
+{
+    const Holder<DefinitionStream> stream(new DefinitionStream);
+    EXPECT_EQ(stream->Add(system(L"EPSG:25832").get()), statusOk);
+    const std::size_t needed = streamOf(L"EPSG:25832").size();
+    Bytes buffer(needed, 0xAA);
+    std::size_t length = needed - 1;
+    EXPECT_EQ(stream->Write(buffer.data(), length, formatBinary, 0), statusBufferTooSmall);
+    EXPECT_EQ(length, needed - 1);
+    EXPECT_EQ(buffer, Bytes(needed, 0xAA));
+    length = needed;
+    EXPECT_EQ(stream->Write(buffer.data(), length, formatBinary, 0), statusOk);
+    EXPECT_EQ(length, needed);
+    EXPECT_EQ(buffer, streamOf(L"EPSG:25832"));
+}
+
+/// A PROJ string gives the system its name, so the stream can be made as long as wanted.
+class StreamLimit : public DefinitionStreams {
+protected:
+    static Holder<CoordinateReferenceSystemDefinition> named(std::size_t characters)
+    {
+        return fromText(L"GEOGCS[\"" + std::wstring(characters, L'n') +
+                            L"\",DATUM[\"d\",SPHEROID[\"e\",6378137,298]],PRIMEM[\"Greenwich\",0],"
+                            L"UNIT[\"degree\",0.0174532925199433]]",
+                        L"USER:1");
+    }
+
+    static Status write(const DefinitionBase& definition, std::size_t& length)
+    {
+        const Holder<DefinitionStream> stream(new DefinitionStream);
+        EXPECT_EQ(stream->Add(&definition), statusOk);
+        Bytes buffer(4096);
+        length = buffer.size();
+        return stream->Write(buffer.data(), length, formatBinary, 0);
+    }
+};
+
+TEST_F(StreamLimit, IsReachedAndNotPassedHoweverLargeTheBuffer)
+{
+    std::size_t length = 0;
+    ASSERT_EQ(write(*named(500), length), statusOk);
+    const std::size_t longest = 500 + (1024 - length);
+    EXPECT_EQ(write(*named(longest), length), statusOk);
+    EXPECT_EQ(length, 1024U);
+    EXPECT_EQ(write(*named(longest + 1), length), statusBufferTooSmall);
+    EXPECT_EQ(length, 4096U);
+}
+
+TEST_F(StreamLimit, WhatIsLongerIsNotRead)
+{
+    Bytes bytes(1024, 0);
+    EXPECT_EQ(readStatus(sealed(bytes)), statusUnreadable);
+}
+
+TEST_F(DefinitionStreams, EveryTruncationIsUnreadable)
+{
+    const Bytes whole = streamOf(L"EPSG:7415");
+    for (std::size_t length = 0; length < whole.size(); ++length)
+        EXPECT_EQ(readStatus(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length))),
+                  statusUnreadable)
+            << length;
+}
+
+TEST_F(DefinitionStreams, EveryChangedBitIsNoticed)
+{
+    const Bytes whole = streamOf(L"EPSG:25832");
+    for (std::size_t bit = 0; bit < whole.size() * 8; ++bit) {
+        Bytes changed = whole;
+        changed[bit / 8] ^= static_cast<unsigned char>(1U << bit % 8);
+        EXPECT_EQ(readStatus(changed), statusUnreadable) << bit;
+    }
+}
+
+TEST_F(DefinitionStreams, BytesAfterTheEndAreUnreadable)
+{
+    Bytes body = withoutChecksum(streamOf(L"EPSG:25832"));
+    body.push_back(0);
+    EXPECT_EQ(readStatus(sealed(body)), statusUnreadable);
+}
+
+TEST_F(DefinitionStreams, AnotherVersionIsUnreadable)
+{
+    Bytes body = withoutChecksum(streamOf(L"EPSG:25832"));
+    body[1] = 2;
+    EXPECT_EQ(readStatus(sealed(body)), statusUnreadable);
+}
+
+TEST_F(DefinitionStreams, AnotherFirstByteIsUnreadable)
+{
+    Bytes body = withoutChecksum(streamOf(L"EPSG:25832"));
+    body[0] = 1;
+    EXPECT_EQ(readStatus(sealed(body)), statusUnreadable);
+}
+
+TEST_F(DefinitionStreams, ATruncationWithARightChecksumIsSane)
+{
+    const Bytes body = withoutChecksum(streamOf(L"EPSG:7415"));
+    for (std::size_t length = 0; length < body.size(); ++length)
+        expectSane(sealed(Bytes(body.begin(), body.begin() + static_cast<std::ptrdiff_t>(length))));
+}
+
+TEST_F(DefinitionStreams, AChangedBitWithARightChecksumIsSane)
+{
+    const Bytes body = withoutChecksum(streamOf(L"EPSG:28992"));
+    for (std::size_t bit = 0; bit < body.size() * 8; ++bit) {
+        Bytes changed = body;
+        changed[bit / 8] ^= static_cast<unsigned char>(1U << bit % 8);
+        expectSane(sealed(changed));
+    }
+}
+
+TEST_F(DefinitionStreams, RandomBytesAreSane)
+{
+    std::mt19937 random(25832);
+    for (int repeat = 0; repeat < 20000; ++repeat) {
+        Bytes body{0x00, 0x01, 0x01, static_cast<unsigned char>(1 + random() % 3), 0x00};
+        for (auto length = random() % 60; length > 0; --length)
+            body.push_back(static_cast<unsigned char>(random() % 3 ? random() % 0x20 : random() % 256));
+        expectSane(sealed(body));
+    }
+}
+
+TEST_F(DefinitionStreams, DeepNestingIsUnreadable)
+{
+    Bytes body{0x00, 0x01, 0x01, 0x01, 0x00};
+    for (int level = 0; level < 480; ++level)
+        body.insert(body.end(), {0x09, 0x01}); // an array of one
+    body.push_back(0x00);
+    EXPECT_EQ(readStatus(sealed(body)), statusUnreadable);
+}
+
+TEST_F(DefinitionStreams, ALengthBeyondTheBytesIsUnreadable)
+{
+    for (const unsigned char tag : Bytes{0x08, 0x09, 0x0A}) { // text, array, object
+        const Bytes body{0x00, 0x01, 0x01, 0x01, 0x00, tag, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x01};
+        EXPECT_EQ(readStatus(sealed(body)), statusUnreadable) << int{tag};
+    }
+}
+
+TEST_F(DefinitionStreams, ARepeatedKeyIsUnreadable)
+{
+    Bytes body = withoutChecksum(streamOf(L"LOCAL:METRE"));
+    body[6] = 0x06;
+    body.insert(body.end(), {0x11, 0x08, 0x01, 'x'}); // a second "name"
+    EXPECT_EQ(readStatus(sealed(body)), statusUnreadable);
+}
+
+TEST_F(DefinitionStreams, ADocumentOfAnotherClassIsUnreadable)
+{
+    Bytes body = withoutChecksum(streamOf(L"EPSG:25832"));
+    for (const unsigned char type : Bytes{0, 2, 3, 4, 5, 255}) {
+        body[3] = type;
+        EXPECT_EQ(readStatus(sealed(body)), statusUnreadable) << int{type};
+    }
+}
+
+TEST_F(DefinitionStreams, AnUnreadableStreamLeavesNothingBehind)
+{
+    const Holder<DefinitionStream> stream(new DefinitionStream);
+    EXPECT_EQ(stream->Add(ellipsoid(L"EPSG:7004").get()), statusOk);
+    const unsigned char damaged[] = {0, 1, 2};
+    EXPECT_EQ(stream->Read(damaged, sizeof damaged, formatBinary, 1), statusUnreadable);
+    DefinitionBaseArray* copies = nullptr;
+    EXPECT_EQ(stream->GetDefinitions(copies), statusOk);
+    const Holder<DefinitionBaseArray> held(copies);
+    EXPECT_EQ(held->GetCount(), 0);
+}
+
+TEST_F(DefinitionStreams, ReadingReplacesWhatTheStreamHeld)
+{
+    const Bytes bytes = bytesOf({datum(L"EPSG:6289").get()});
+    const Holder<DefinitionStream> stream(new DefinitionStream);
+    EXPECT_EQ(stream->Add(ellipsoid(L"EPSG:7004").get()), statusOk);
+    EXPECT_EQ(stream->Read(bytes.data(), bytes.size(), formatBinary, 1), statusOk);
+    DefinitionBaseArray* copies = nullptr;
+    EXPECT_EQ(stream->GetDefinitions(copies), statusOk);
+    const Holder<DefinitionBaseArray> held(copies);
+    ASSERT_EQ(held->GetCount(), 1);
+    EXPECT_EQ(codeOf(*held->GetItem(0)), L"EPSG:6289");
+}
+
+TEST_F(DefinitionStreams, OtherFormatsAndFlagsAreRefused)
+{
+    const Holder<DefinitionStream> stream(new DefinitionStream);
+    std::array<unsigned char, 64> buffer{};
+    std::size_t length = buffer.size();
+    EXPECT_EQ(stream->Write(buffer.data(), length, formatText, 0), statusUnsupported);
+    EXPECT_EQ(stream->Write(buffer.data(), length, formatBinary, 1), statusInvalidArgument);
+    EXPECT_EQ(stream->Write(nullptr, length, formatBinary, 0), statusInvalidArgument);
+    EXPECT_EQ(length, buffer.size());
+    EXPECT_EQ(stream->Read(buffer.data(), length, formatText, 1), statusUnsupported);
+    EXPECT_EQ(stream->Read(buffer.data(), length, formatBinary, 0), statusInvalidArgument);
+    EXPECT_EQ(stream->Read(nullptr, length, formatBinary, 1), statusInvalidArgument);
+}
+
+TEST_F(DefinitionStreams, OnlySystemsDatumsAndEllipsoidsAreStreamed)
+{
+    GeodeticTransformationDefinition* transformation = nullptr;
+    EXPECT_EQ(GeodeticTransformationDefinition::Load(L"EPSG:1763", transformation), statusOk);
+    const Holder<GeodeticTransformationDefinition> held(transformation);
+    const Holder<DefinitionStream> stream(new DefinitionStream);
+    EXPECT_EQ(stream->Add(held.get()), statusUnsupported);
+    EXPECT_EQ(stream->Add(nullptr), statusInvalidArgument);
+}
+
+} // namespace
