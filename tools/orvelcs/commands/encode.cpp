@@ -49,7 +49,8 @@ void writeBlock(const EncodeOptions& options, const std::string& block, Output& 
         return output.write(block);
     const std::filesystem::path target = Embedded::pathFromUtf8(options.target);
     if (const auto written = Embedded::replaceFile(target, block); !written)
-        throw Failure(options.target, fmt::format("{}: {}", resultName(Qeapp::eFileWriteFailed), written.error().message));
+        throw Failure(options.target,
+                      fmt::format("{}: {}", resultName(Qeapp::eFileWriteFailed), written.error().message));
     output.confirm(options.target,
                    fmt::format("{} for drawing version {}, {} bytes", options.code, options.version, block.size()));
 }
