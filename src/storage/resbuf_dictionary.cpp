@@ -37,7 +37,9 @@ Qeapp::ErrorStatus openExisting(const NamedObjects& parent, const std::wstring& 
 {
     QeDbObjectId id;
     const Qeapp::ErrorStatus result = parent->getAt(name.c_str(), id);
-    return result == Qeapp::eOk ? dictionary.open(id, mode) : result;
+    if (result != Qeapp::eOk)
+        return result;
+    return dictionary.open(id, mode);
 }
 
 /// Whether the result means that there is no such dictionary: no entry, an erased one, or one of another class. Any

@@ -127,6 +127,15 @@ TEST_F(AssignDefinition, NullDefinition_RemovesWhatWasStored)
     EXPECT_EQ(status, 0);
 }
 
+TEST_F(AssignDefinition, NullDefinition_WritesNothingAfterTheRemoval)
+{
+    giveSystem(L"EPSG:25832");
+    Embedded::FaultInjection::watch();
+    EXPECT_EQ(assignNothing(), Qeapp::eOk);
+    Embedded::FaultInjection::disarm();
+    EXPECT_EQ(timesSeen("QeDbGeoData::setCoordinateSystem"), 1U);
+}
+
 TEST_F(AssignDefinition, NullDefinition_MakesNoGeoData)
 {
     EXPECT_EQ(assignNothing(), Qeapp::eOk);
