@@ -185,7 +185,7 @@ TEST_F(RegisteredReactor, IsAskedThroughTheManager)
 {
     giveSystem();
     Embedded::DecompositionRun run(*drawing.database(), k29);
-    ASSERT_EQ(run.status(), Qeapp::eOk) << run.message();
+    ASSERT_TRUE(run.result()) << run.result().error().text();
     run.complete();
     EXPECT_TRUE(drawing.xrecord().has_value());
 }

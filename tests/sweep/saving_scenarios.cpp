@@ -1,4 +1,5 @@
 // A drawing saved by the host, for which the module's decomposition reactor converts it.
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "frame/application.h"
 #include "sweep/scenario.h"
@@ -20,10 +21,11 @@ public:
     int make(Stage& stage) override
     {
         if (toFile_)
-            return Embedded::saveDrawing(*stage.database(), stage.drawingFile(), version_,
-                                         Embedded::Overwriting::drawings)
-                .status;
-        return Embedded::saveDrawingToBytes(*stage.database(), version_, bytes_).status;
+            return Embedded::hostStatus(Embedded::saveDrawing(*stage.database(), stage.drawingFile(), version_,
+                                                              Embedded::Overwriting::drawings));
+        const Embedded::Expected<std::string> bytes = Embedded::saveDrawingToBytes(*stage.database(), version_);
+        bytes_ = bytes.value_or("");
+        return Embedded::hostStatus(bytes);
     }
     void expectOutParameters(const Outcome& outcome) const override
     {

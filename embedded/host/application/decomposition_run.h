@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "embedded/base/error.h"
 #include "platform/export.h"
 #include "platform/host/database.h"
 #include "platform/host/error_status.h"
@@ -22,10 +23,9 @@ public:
     DecompositionRun(const DecompositionRun&) = delete;
     DecompositionRun& operator=(const DecompositionRun&) = delete;
 
-    /// eOk, or the code that was recorded or returned first; eNoTransaction when no transaction could be started.
-    Qeapp::ErrorStatus status() const { return status_; }
-    /// Empty on eOk; otherwise the recorded message, or one that names the version and the code.
-    const std::string& message() const { return message_; }
+    /// The Error has the code that was recorded or returned first, or eNoTransaction when no transaction could be
+    /// started; its message is the recorded one, or names the version and the code.
+    const Expected<void>& result() const { return result_; }
 
     /// Keeps what the reactors did and tells them saveCompleted. Does nothing for a run that failed or ended.
     void complete();
@@ -34,14 +34,14 @@ private:
     struct Started {};
     DecompositionRun(QeDbDatabase& database, QeDb::QeDbDwgVersion version, Started started);
     void askReactors();
+    void fail(Qeapp::ErrorStatus status, const std::string& message);
     void abort();
 
     QeDbDatabase& database_;
     QeDb::QeDbDwgVersion version_;
     int depth_; // of transactions before the run
     bool active_ = false;
-    Qeapp::ErrorStatus status_ = Qeapp::eOk;
-    std::string message_;
+    Expected<void> result_;
 };
 
 } // namespace Embedded

@@ -21,13 +21,13 @@ class DynamicLinker final : public QeRxDynamicLinker {
 public:
     bool unlockApplication(void* appHandle) override;
 
-    Embedded::ModuleLoad load(const std::filesystem::path& file);
+    Embedded::Expected<void*> load(const std::filesystem::path& file);
     Qeapp::ErrorStatus unload(void* handle);
     /// Null for a handle that is not loaded.
     Module* find(const void* handle) const;
 
 private:
-    Embedded::ModuleLoad start(const std::filesystem::path& file, Embedded::SharedLibrary library);
+    Embedded::Expected<void*> start(const std::filesystem::path& file, Embedded::SharedLibrary library);
     Module* findSame(const Embedded::SharedLibrary& library) const;
     void forget(const Module* module);
 

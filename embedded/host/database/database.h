@@ -43,9 +43,9 @@ struct QeDbDatabaseImp {
     /// The record of an object in the drawing's file; a new one, which waits to be loaded, where there is none yet.
     QeDbObjectRecord& storedRecord(Embedded::Handle handle);
     /// The same for an entry of a dictionary, which is to own it: what belongs to another object would be erased with
-    /// the entry. Throws StoreFailure.
+    /// the entry. Throws an Error.
     QeDbObjectRecord& storedEntry(Embedded::Handle handle, const QeDbObjectRecord& dictionary);
-    /// Loads a stored object, and those that own it before it. Throws StoreFailure.
+    /// Loads a stored object, and those that own it before it. Throws an Error.
     void load(QeDbObjectRecord& record);
     bool isRoot(const QeDbObjectRecord& record) const
     {

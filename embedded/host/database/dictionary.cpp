@@ -202,7 +202,7 @@ Qeapp::ErrorStatus QeDbDictionary::getAt(const wchar_t* key, QeDbObjectId& id) c
         return Qeapp::eNotOpenForRead;
     if (key == nullptr)
         return Qeapp::eInvalidKey;
-    return QeHost::answered([&] {
+    return QeHost::catchStatus([&] {
         id = QeDbObjectId(QeHost::findEntry(*this, key));
         return id.isNull() ? Qeapp::eKeyNotFound : Qeapp::eOk;
     });
@@ -220,7 +220,7 @@ Qeapp::ErrorStatus QeDbDictionary::getAt(const wchar_t* key, QeDbObject*& object
 bool QeDbDictionary::has(const wchar_t* key) const
 {
     const auto find = [&] { return QeHost::findEntry(*this, key) != nullptr ? Qeapp::eOk : Qeapp::eKeyNotFound; };
-    return key != nullptr && imp().canRead() && QeHost::answered(find) == Qeapp::eOk;
+    return key != nullptr && imp().canRead() && QeHost::catchStatus(find) == Qeapp::eOk;
 }
 
 std::uint32_t QeDbDictionary::numEntries() const
@@ -228,7 +228,7 @@ std::uint32_t QeDbDictionary::numEntries() const
     if (!imp().canRead())
         return 0;
     std::ptrdiff_t live = 0;
-    const Qeapp::ErrorStatus counted = QeHost::answered([&] {
+    const Qeapp::ErrorStatus counted = QeHost::catchStatus([&] {
         const auto entries = QeHost::entriesOf(*this).all();
         live = std::count_if(entries.begin(), entries.end(),
                              [](const auto& entry) { return QeHost::isLive(entry.second); });
@@ -242,7 +242,7 @@ Qeapp::ErrorStatus QeDbDictionary::setAt(const wchar_t* key, QeDbObject* object,
     id.setNull();
     if (const auto fault = QeHost::injectedFault("QeDbDictionary::setAt"))
         return *fault;
-    return QeHost::answered([&] {
+    return QeHost::catchStatus([&] {
         if (const Qeapp::ErrorStatus refusal = QeHost::refusalToAdd(*this, key, object); refusal != Qeapp::eOk)
             return refusal;
         QeHost::ObjectRecord* const replaced = QeHost::putEntry(*this, key, *object);
@@ -260,7 +260,7 @@ Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key, QeDbObjectId& id)
         return *fault;
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToChange(*this); refusal != Qeapp::eOk)
         return refusal;
-    return QeHost::answered([&] { return QeHost::removeLiveEntry(*this, key, id); });
+    return QeHost::catchStatus([&] { return QeHost::removeLiveEntry(*this, key, id); });
 }
 
 Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key)
@@ -275,7 +275,7 @@ Qeapp::ErrorStatus QeDbDictionary::remove(QeDbObjectId id)
         return *fault;
     if (const Qeapp::ErrorStatus refusal = QeHost::refusalToChange(*this); refusal != Qeapp::eOk)
         return refusal;
-    return QeHost::answered([&] { return QeHost::removeObject(*this, id); });
+    return QeHost::catchStatus([&] { return QeHost::removeObject(*this, id); });
 }
 
 QeDbDictionaryIterator* QeDbDictionary::newIterator() const
@@ -283,7 +283,7 @@ QeDbDictionaryIterator* QeDbDictionary::newIterator() const
     if (QeHost::isStruck("QeDbDictionary::newIterator") || !imp().canRead())
         return nullptr;
     QeDbDictionaryIterator* iterator = nullptr;
-    static_cast<void>(QeHost::answered([&] { // without one, the caller knows that it failed
+    static_cast<void>(QeHost::catchStatus([&] { // without one, the caller knows that it failed
         iterator = new QeHost::DictionaryIterator(*this);
         return Qeapp::eOk;
     }));

@@ -10,7 +10,7 @@ namespace QeHost {
 using ObjectRecord = QeDbObjectRecord;
 
 /// An entry whose object is erased stays, so that it is back when the object is unerased; no query of a dictionary
-/// shows it. What asks the file throws StoreFailure.
+/// shows it. What asks the file throws an Error.
 class DictionaryEntries {
 public:
     using Map = std::map<std::wstring, ObjectRecord*>;

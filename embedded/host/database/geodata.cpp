@@ -17,7 +17,7 @@ struct GeoDataState final : ObjectState {
     }
 };
 
-/// Throws StoreFailure.
+/// Throws an Error.
 Qeapp::ErrorStatus refusalToOwn(ObjectRecord* block)
 {
     if (block == nullptr)
@@ -73,7 +73,7 @@ Qeapp::ErrorStatus QeDbGeoData::setBlockTableRecordId(QeDbObjectId id)
         return *fault;
     if (imp().record != nullptr)
         return Qeapp::eAlreadyInDatabase;
-    return QeHost::answered([&] {
+    return QeHost::catchStatus([&] {
         const Qeapp::ErrorStatus refusal = QeHost::refusalToOwn(id.record());
         if (refusal == Qeapp::eOk)
             QeHost::writableStateOf<QeHost::GeoDataState>(*this).block = id;
@@ -89,7 +89,7 @@ Qeapp::ErrorStatus QeDbGeoData::postToDb(QeDbObjectId& id)
     if (imp().record != nullptr)
         return Qeapp::eAlreadyInDatabase;
     QeHost::ObjectRecord* block = QeHost::stateOf<QeHost::GeoDataState>(*this).block.record();
-    const Qeapp::ErrorStatus refusal = QeHost::answered([&] { return QeHost::refusalToOwn(block); });
+    const Qeapp::ErrorStatus refusal = QeHost::catchStatus([&] { return QeHost::refusalToOwn(block); });
     if (refusal != Qeapp::eOk)
         return refusal;
     QeHost::DatabaseImp& database = *block->database;

@@ -5,7 +5,7 @@
 #include <charconv>
 
 namespace Embedded {
-std::string hexFromHandle(Handle handle)
+std::string formatHandle(Handle handle)
 {
     std::array<char, 2 * sizeof handle> digits{};
     char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), handle, 16).ptr;
@@ -15,9 +15,9 @@ std::string hexFromHandle(Handle handle)
     return text;
 }
 
-std::string placeOf(Handle handle)
+std::string objectPlace(Handle handle)
 {
-    return "object " + hexFromHandle(handle) + ": ";
+    return "object " + formatHandle(handle);
 }
 
 } // namespace Embedded

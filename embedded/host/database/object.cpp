@@ -322,7 +322,7 @@ Qeapp::ErrorStatus qedbOpenQeDbObject(QeDbObject*& object, QeDbObjectId id, QeDb
     object = nullptr;
     if (const auto fault = QeHost::injectedFault("qedbOpenQeDbObject", Qeapp::eOpenForWrite))
         return *fault;
-    return QeHost::answered([&] { return QeHost::openRecord(object, id.record(), mode, openErased); });
+    return QeHost::catchStatus([&] { return QeHost::openRecord(object, id.record(), mode, openErased); });
 }
 
 QeDbObjectReactor::~QeDbObjectReactor() = default;

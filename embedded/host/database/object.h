@@ -46,13 +46,13 @@ bool isLive(const ObjectRecord* record);
 /// Ends one id.
 void releaseId(ObjectRecord& record);
 
-/// The record's object, which may have to be loaded first: StoreFailure. Not for one that is gone.
+/// The record's object, which is loaded first where it lies in the file; throws an Error. Not for one that is gone.
 QeDbObject& loaded(ObjectRecord& record);
 
 /// eOk when nobody has the object open; otherwise the status that refuses a second opener.
 Qeapp::ErrorStatus conflictOf(const ObjectRecord& record, QeDb::OpenMode mode);
 
-/// Opens without being a fallible call of its own. Throws StoreFailure for what cannot be loaded.
+/// Opens without being a fallible call of its own. Throws an Error for what cannot be loaded.
 Qeapp::ErrorStatus openRecord(QeDbObject*& object, ObjectRecord* record, QeDb::OpenMode mode, bool openErased = false);
 
 /// Tell the object's reactors, those that unregister meanwhile excepted.

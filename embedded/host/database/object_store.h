@@ -6,26 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "embedded/host/database/file_result.h"
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/database/object_state.h"
 
 namespace QeHost {
-
-/// Thrown when something cannot be read; the calls of the host answer its status. The message names the place.
-struct StoreFailure {
-    Embedded::FileResult result;
-};
-
-/// What a call of the host answers: the status of `body`, or of what stopped it.
-template <class Body>
-Qeapp::ErrorStatus answered(Body body)
-{
-    try {
-        return body();
-    } catch (const StoreFailure& failure) {
-        return failure.result.status;
-    }
-}
 
 /// What is known of an object before its fields are read.
 struct StoredObject {
@@ -33,8 +17,8 @@ struct StoredObject {
     Embedded::Handle owner = 0;
 };
 
-/// Every call throws StoreFailure for damage, for a file that was changed since it was opened, and for one that another
-/// process keeps too long.
+/// Every call throws an ErrorException for damage, for a file that was changed since it was opened, and for one that
+/// another process keeps too long.
 class ObjectStore {
 public:
     virtual ~ObjectStore() = default;
@@ -49,8 +33,8 @@ public:
     /// Whose extended data names the application.
     virtual std::vector<Embedded::Handle> usersOf(Embedded::Handle application) = 0;
 
-    /// Throws a StoreFailure for damage that the object model has found; `fault` begins with the place.
-    [[noreturn]] virtual void refuse(const std::string& fault) = 0;
+    /// Throws an Error for damage of the object that the object model has found.
+    [[noreturn]] virtual void throwDamage(Embedded::Handle object, const std::string& message) = 0;
 };
 
 } // namespace QeHost

@@ -199,9 +199,9 @@ private:
 
 } // namespace
 
-SavePlan planSave(DatabaseImp& database)
+Embedded::Expected<SavePlan> planSave(DatabaseImp& database)
 {
-    return Planner(database).plan();
+    return Embedded::catchError([&] { return Planner(database).plan(); });
 }
 
 void noteSaved(DatabaseImp& database, const SavePlan& plan) noexcept

@@ -21,8 +21,8 @@ struct SavePlan {
 };
 
 /// Compares what was changed since the last save with what the file has. What leaves the file and could come back is
-/// loaded first. Throws StoreFailure.
-SavePlan planSave(DatabaseImp& database);
+/// loaded first, which may fail.
+Embedded::Expected<SavePlan> planSave(DatabaseImp& database);
 
 /// After the plan was carried out in the drawing's own file.
 void noteSaved(DatabaseImp& database, const SavePlan& plan) noexcept;

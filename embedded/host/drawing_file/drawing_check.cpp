@@ -6,7 +6,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include "embedded/base/display_name.h"
 #include "embedded/base/text.h"
 #include "embedded/host/database/handle.h"
 #include "embedded/host/database/object_classes.h"
@@ -35,28 +34,14 @@ public:
             faults_.told.push_back({std::move(place), std::move(message)});
     }
 
-    /// Of a message that begins with its place.
-    void add(const std::string& message)
-    {
-        const std::size_t end = message.find(": ");
-        if (end == std::string::npos)
-            add("database", message);
-        else
-            add(message.substr(0, end), message.substr(end + 2));
-    }
+    void add(const Error& error) { add(error.place.empty() ? "database" : error.place, error.message); }
 
-    /// Runs a step; what stops it is a fault, and the next step begins.
+    /// Runs a step. What stops it is a fault, and the next step begins.
     template <class Step>
-    void step(Step step)
+    void step(const DrawingConnection& connection, Step step)
     {
-        try {
-            if (const auto failure = sqlFailureOf(step))
-                add("database", failure->message);
-        } catch (const DrawingRefusal& refusal) {
-            add(refusal.message);
-        } catch (const QeHost::StoreFailure& failure) {
-            add("database", failure.result.message);
-        }
+        if (const Expected<void> result = catchDrawingError(connection, {}, step); !result)
+            add(result.error());
     }
 
 private:
@@ -105,13 +90,13 @@ public:
         } else {
             faults_.add("pages", "have no seals, because another program has made the file");
         }
-        faults_.step([&] {
+        step([&] {
             Query pages(connection_, "PRAGMA page_count");
             Query size(connection_, "PRAGMA page_size");
             if (pages.next() && size.next() && pages.integer(0) * size.integer(0) != connection_.fileSize())
                 faults_.add("database", "is not as long as its header says");
         });
-        faults_.step([&] {
+        step([&] {
             Query query(connection_, "PRAGMA integrity_check(100)");
             while (query.next()) {
                 std::string line = query.text(0);
@@ -120,7 +105,7 @@ public:
                     faults_.add("database", line);
             }
         });
-        faults_.step([&] {
+        step([&] {
             Query query(connection_, "PRAGMA foreign_key_check");
             while (query.next())
                 faults_.add("table " + query.text(0),
@@ -130,10 +115,10 @@ public:
 
     void checkRows()
     {
-        faults_.step([&] { readObjects(); });
+        step([&] { readObjects(); });
         for (const PartTable& table : kPartTables)
-            faults_.step([&] { readParts(table); });
-        faults_.step([&] {
+            step([&] { readParts(table); });
+        step([&] {
             const DrawingHeader read = readHeader(connection_);
             header_ = read; // g++ 12 would write the result of a call that throws into it, as far as that came
         });
@@ -147,23 +132,29 @@ public:
     {
         for (const auto& [handle, object] : objects_)
             if (object.isThere)
-                faults_.step([&, handle = handle] { readObject(database, handle); });
-        faults_.step([&] { checkNames(*database.regAppTable); });
-        faults_.step([&] { checkNames(*database.blockTable); });
-        faults_.step([&] {
+                step([&, handle = handle] { readObject(database, handle); });
+        step([&] { checkNames(*database.regAppTable); });
+        step([&] { checkNames(*database.blockTable); });
+        step([&] {
             if (const QeDbObject& space = QeHost::loaded(*database.modelSpace);
                 !space.isKindOf(QeDbBlockTableRecord::desc()) ||
                 QeHost::nameOf(*database.modelSpace) != kQeDbModelSpaceName)
-                faults_.add(placeOf(database.modelSpace->handle) + "is not the block of model space");
+                faults_.add(objectPlace(database.modelSpace->handle), "is not the block of model space");
         });
     }
 
 private:
+    template <class Step>
+    void step(Step step)
+    {
+        faults_.step(connection_, step);
+    }
+
     void readObjects()
     {
         Query query(connection_, "SELECT * FROM objects");
         while (query.next())
-            faults_.step([&] {
+            step([&] {
                 RowDigest read;
                 const ObjectRow row = objectRowIn(query.row("objects", read));
                 CheckedObject& object = objects_[static_cast<Handle>(query.integer(0))];
@@ -178,7 +169,7 @@ private:
     {
         Query query(connection_, table.query);
         while (query.next())
-            faults_.step([&] {
+            step([&] {
                 RowDigest digest;
                 const StoredRow row = query.row(table.name, digest);
                 const Handle owner = handleIn(row[table.object]);
@@ -200,7 +191,7 @@ private:
 
     void checkObject(Handle handle, const CheckedObject& object)
     {
-        const auto add = [&](const char* message) { faults_.add(placeOf(handle) + message); };
+        const auto add = [&](const char* message) { faults_.add(objectPlace(handle), message); };
         if (!object.isThere)
             return add("is not there");
         if (object.owned != object.expectedOwned)
@@ -230,10 +221,10 @@ private:
                 const auto found = objects_.find(each);
                 each = found != objects_.end() ? found->second.owner : 0;
                 if (each == 0)
-                    faults_.add(placeOf(handle) + "its owners do not lead to a root");
+                    faults_.add(objectPlace(handle), "its owners do not lead to a root");
             }
             if (const auto seen = lastSeenFrom.find(each); seen != lastSeenFrom.end() && seen->second == handle)
-                faults_.add(placeOf(each) + "belongs to itself, through its owners");
+                faults_.add(objectPlace(each), "belongs to itself, through its owners");
         }
     }
 
@@ -243,7 +234,7 @@ private:
         const ObjectRow row = readObjectRow(connection_, handle);
         const QeHost::ObjectClass* const itsClass = QeHost::findClass(wideFromUtf8(row.className));
         if (itsClass == nullptr)
-            return faults_.add(placeOf(handle) + "is of an unknown class, " + truncateForMessage(row.className));
+            return faults_.add(objectPlace(handle), "is of an unknown class, " + truncateForMessage(row.className));
         const std::unique_ptr<QeDbObject> object(itsClass->make());
         ObjectRecord objectRecord{.database = &database, .handle = handle};
         readFields(connection_, objectRecord, *object->imp().state);
@@ -259,7 +250,7 @@ private:
         const auto* const ownersClass = QeHost::findClass(wideFromUtf8(readObjectRow(connection_, owner).className));
         if (ownersClass != nullptr &&
             (itsClass.owner == nullptr || !ownersClass->desc()->isDerivedFrom(itsClass.owner())))
-            faults_.add(placeOf(handle) + "cannot belong to object " + hexFromHandle(owner));
+            faults_.add(objectPlace(handle), "cannot belong to object " + formatHandle(owner));
     }
 
     void checkNames(ObjectRecord& table)
@@ -269,9 +260,9 @@ private:
         for (const ObjectRecord* const record : QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records) {
             const std::wstring& name = QeHost::nameOf(*record);
             if (name.empty())
-                faults_.add(placeOf(record->handle) + "has no name");
+                faults_.add(objectPlace(record->handle), "has no name");
             else if (!names.insert(QeHost::foldedName(name)).second)
-                faults_.add(placeOf(record->handle) + "has the name of another record");
+                faults_.add(objectPlace(record->handle), "has the name of another record");
         }
     }
 
@@ -283,23 +274,21 @@ private:
 
 } // namespace
 
-FileResult checkDrawing(const std::filesystem::path& file, const SqlWait& wait, DrawingFaults& faults)
+Expected<DrawingFaults> checkDrawing(const std::filesystem::path& file, const SqlWait& wait)
 {
-    faults = {};
-    std::unique_ptr<DrawingConnection> connection;
-    if (FileResult result = connect(file, DrawingAccess::reading, wait, connection); result.status != Qeapp::eOk)
-        return result;
-    DrawingConnection& opened = *connection;
-    Checker checker(opened, faults);
+    Expected<std::unique_ptr<DrawingConnection>> connection = connect(file, DrawingAccess::reading, wait);
+    if (!connection)
+        return tl::unexpected<Error>(std::move(connection).error());
+    DrawingFaults faults;
+    Checker checker(**connection, faults);
     checker.checkDatabase();
     checker.checkRows();
-    std::unique_ptr<QeDbDatabase> database;
-    FileResult attached = attachDrawing(std::move(connection), file, false, database);
-    if (attached.status == Qeapp::eOk)
-        checker.checkFields(database->imp());
+    const auto database = attachDrawing(std::move(*connection), file, {}, false);
+    if (database)
+        checker.checkFields((*database)->imp());
     else if (faults.number == 0) // otherwise it was told what keeps the drawing from being opened
-        FaultList(faults).add(attached.message.substr(displayName(file).size() + 2));
-    return {};
+        FaultList(faults).add(database.error());
+    return faults;
 }
 
 } // namespace Embedded

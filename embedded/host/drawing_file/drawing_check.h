@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "embedded/base/error.h"
 #include "embedded/base/sql_wait.h"
-#include "embedded/host/database/file_result.h"
 #include "platform/export.h"
 
 namespace Embedded {
@@ -23,8 +23,7 @@ struct DrawingFaults {
 };
 
 /// Reads every page, row, object and reference of the file in one read transaction: a flipped bit anywhere is among the
-/// faults. On eOk `faults` has what was found; otherwise the file is no drawing file at all, with the results of
-/// loadDrawing. The file is not changed.
-QEHOST_API FileResult checkDrawing(const std::filesystem::path& file, const SqlWait& wait, DrawingFaults& faults);
+/// faults. Does not change the file. Fails as loadDrawing does for what is no drawing file at all.
+QEHOST_API Expected<DrawingFaults> checkDrawing(const std::filesystem::path& file, const SqlWait& wait);
 
 } // namespace Embedded

@@ -67,7 +67,7 @@ public:
     std::string text(int column) const { return statement_.getColumn(column).getString(); }
     StoredValue value(int column) const;
     /// The values of a row of the table, all of whose columns were asked for, and of which its checksum is the last. A
-    /// checksum that does not fit throws DrawingRefusal.
+    /// checksum that does not fit throws an Error.
     StoredRow row(std::string_view table, RowDigest& digest) const;
 
 private:

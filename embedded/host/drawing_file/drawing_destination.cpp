@@ -24,18 +24,15 @@ namespace fs = std::filesystem;
 using QeHost::DatabaseImp;
 using QeHost::SavePlan;
 
-/// Runs `work` and answers how it went, whatever part of the drawing or of a file it stopped at.
+/// Runs `work` as catchDrawingError does, and rolls back what it has written when it fails.
 template <class Work>
-FileResult saving(DrawingConnection& connection, const std::string& name, Work work)
+Expected<void> saving(DrawingConnection& connection, const std::string& name, Work work)
 {
     try {
-        FileResult result = drawingResult(connection, name, work);
-        if (result.status != Qeapp::eOk)
+        Expected<void> result = catchDrawingError(connection, name, work);
+        if (!result)
             connection.rollBack();
         return result;
-    } catch (const QeHost::StoreFailure& failure) {
-        connection.rollBack();
-        return failure.result;
     } catch (const std::bad_alloc&) {
         connection.rollBack();
         throw;
@@ -48,14 +45,17 @@ public:
 
     std::string name() const override { return store_.file(); }
 
-    FileResult write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
+    Expected<void> write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
     {
-        return saving(store_.connection(), name(), [&] {
+        return saving(store_.connection(), name(), [&]() -> Expected<void> {
             store_.beginSaving();
-            const SavePlan plan = QeHost::planSave(database);
-            writeDrawing(store_.connection(), database, plan, version);
+            const Expected<SavePlan> plan = QeHost::planSave(database);
+            if (!plan)
+                return tl::unexpected<Error>(plan.error());
+            writeDrawing(store_.connection(), database, *plan, version);
             store_.commit();
-            noteSaved(database, plan);
+            noteSaved(database, *plan);
+            return {};
         });
     }
 
@@ -64,16 +64,22 @@ private:
 };
 
 /// Fills an empty database with the whole drawing.
-void fill(DrawingConnection& connection, DrawingStore* store, DatabaseImp& database, QeDb::QeDbDwgVersion version)
+Expected<void> fill(DrawingConnection& connection, DrawingStore* store, DatabaseImp& database,
+                    QeDb::QeDbDwgVersion version)
 {
-    const SavePlan plan = QeHost::planSave(database);
-    if (store != nullptr)
-        store->copyTo(connection);
+    const Expected<SavePlan> plan = QeHost::planSave(database);
+    if (!plan)
+        return tl::unexpected<Error>(plan.error());
+    if (store != nullptr) {
+        if (Expected<void> copied = store->copyTo(connection); !copied)
+            return copied;
+    }
     connection.database().exec("BEGIN IMMEDIATE");
     if (store == nullptr)
         DrawingSchema::create(connection.database());
-    writeDrawing(connection, database, plan, version);
+    writeDrawing(connection, database, *plan, version);
     connection.database().exec("COMMIT");
+    return {};
 }
 
 std::unique_ptr<DrawingConnection> emptyInMemory()
@@ -89,11 +95,12 @@ public:
 
     std::string name() const override { return "standard output"; }
 
-    FileResult write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
+    Expected<void> write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
     {
         const std::unique_ptr<DrawingConnection> connection = emptyInMemory();
-        return saving(*connection, name(), [&] {
-            fill(*connection, store_, database, version);
+        return saving(*connection, name(), [&]() -> Expected<void> {
+            if (Expected<void> filled = fill(*connection, store_, database, version); !filled)
+                return filled;
             sqlite3_int64 size = 0;
             unsigned char* const serialized = sqlite3_serialize(connection->handle(), "main", &size, 0);
             if (serialized == nullptr)
@@ -101,6 +108,7 @@ public:
             const std::unique_ptr<unsigned char, decltype(&sqlite3_free)> owned(serialized, sqlite3_free);
             bytes_.assign(reinterpret_cast<const char*>(serialized), static_cast<std::size_t>(size));
             sealPages(bytes_);
+            return {};
         });
     }
 
@@ -119,17 +127,17 @@ public:
 
     std::string name() const override { return displayName(file_); }
 
-    FileResult write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
+    Expected<void> write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
     {
-        const FileResult found = inspectFile(file_);
-        if (found.status != Qeapp::eOk && found.status != Qeapp::eFileNotFound)
-            return {Qeapp::eFileWriteFailed, name() + ": " + found.message};
-        const What there = found.status == Qeapp::eOk ? whatIsThere() : What::nothing;
+        const Expected<void> isRegular = requireRegularFile(file_);
+        if (!isRegular && hostStatus(isRegular) != Qeapp::eFileNotFound)
+            return failure(Qeapp::eFileWriteFailed, isRegular.error().message, name());
+        const What there = isRegular ? whatIsThere() : What::nothing;
         if (there == What::nothing || there == What::noBytes) {
             if (store_ == nullptr)
                 return writeNew(there, database, version);
-        } else if (FileResult refusal = refusalToOverwrite(there); refusal.status != Qeapp::eOk) {
-            return refusal;
+        } else if (Expected<void> result = requireOverwritable(there); !result) {
+            return result;
         }
         return writeStaged(there, database, version);
     }
@@ -149,17 +157,26 @@ private:
         return !failure || there == nullptr || isDatabase(there->handle()) ? What::database : What::noDatabase;
     }
 
-    FileResult refusalToOverwrite(What there) const
+    Expected<void> requireOverwritable(What there) const
     {
         if (overwriting_ == Overwriting::refused)
-            return {Qeapp::eFileExists, name() + ": there is such a file already"};
+            return exists();
         if (there == What::noDatabase && overwriting_ == Overwriting::noDatabase)
             return {};
-        std::unique_ptr<DrawingConnection> connection;
-        FileResult result = connect(file_, DrawingAccess::changing, wait_, connection);
-        if (result.status == Qeapp::eFileDamaged || result.status == Qeapp::eFileTooNew)
-            result.message += "; what is no drawing is not overwritten";
-        return result;
+        const Expected<std::unique_ptr<DrawingConnection>> connection = connect(file_, DrawingAccess::changing, wait_);
+        if (connection)
+            return {};
+        Error error = connection.error();
+        if (error.status == Qeapp::eFileDamaged || error.status == Qeapp::eFileTooNew)
+            error.message += "; what is no drawing is not overwritten";
+        return tl::unexpected<Error>(std::move(error));
+    }
+
+    tl::unexpected<Error> exists() const { return failure(Qeapp::eFileExists, "there is such a file already", name()); }
+
+    tl::unexpected<Error> cannotBeWritten(const std::string& reason) const
+    {
+        return failure(Qeapp::eFileWriteFailed, "cannot be written: " + reason, name());
     }
 
     std::unique_ptr<DrawingConnection> open(const fs::path& file, int flags) const
@@ -176,48 +193,52 @@ private:
 
     /// Of those who make the same file at once, the first to lock it makes it. A failure leaves a file of no bytes:
     /// whoever waits for the lock may be about to fill it.
-    FileResult writeNew(What there, DatabaseImp& database, QeDb::QeDbDwgVersion version)
+    Expected<void> writeNew(What there, DatabaseImp& database, QeDb::QeDbDwgVersion version)
     {
         // SQLite would make it too, and not say why it cannot.
         errno = 0;
         if (there == What::nothing && !std::ofstream(systemPath(file_), std::ios::app))
-            return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + whyNotMade(errno)};
+            return cannotBeWritten(whyNotMade(errno));
         std::unique_ptr<DrawingConnection> connection;
         if (sqlFailureOf([&] { connection = open(file_, SQLite::OPEN_READWRITE); }))
-            return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + std::generic_category().message(errno)};
-        return saving(*connection, name(), [&] {
+            return cannotBeWritten(std::generic_category().message(errno));
+        return saving(*connection, name(), [&]() -> Expected<void> {
             leaveRoomForSeals(connection->handle());
             connection->database().exec("BEGIN IMMEDIATE");
             if (connection->fileSize() != 0)
-                throw DrawingRefusal{Qeapp::eFileExists, "there is such a file already"};
-            const SavePlan plan = QeHost::planSave(database);
+                return exists();
+            const Expected<SavePlan> plan = QeHost::planSave(database);
+            if (!plan)
+                return tl::unexpected<Error>(plan.error());
             DrawingSchema::create(connection->database());
-            writeDrawing(*connection, database, plan, version);
+            writeDrawing(*connection, database, *plan, version);
             connection->database().exec("COMMIT");
+            return {};
         });
     }
 
     /// Into a file of its own beside the target first, so that the target is never half written.
-    FileResult writeStaged(What there, DatabaseImp& database, QeDb::QeDbDwgVersion version)
+    Expected<void> writeStaged(What there, DatabaseImp& database, QeDb::QeDbDwgVersion version)
     {
         try {
             StagedFile staged(file_);
             std::unique_ptr<DrawingConnection> connection = open(staged.name(), SQLite::OPEN_READWRITE);
-            FileResult result = saving(*connection, name(), [&] {
+            Expected<void> result = saving(*connection, name(), [&]() -> Expected<void> {
                 connection->database().exec("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF");
                 leaveRoomForSeals(connection->handle());
-                fill(*connection, store_, database, version);
-                if (there == What::noBytes || there == What::database)
+                Expected<void> filled = fill(*connection, store_, database, version);
+                if (filled && (there == What::noBytes || there == What::database))
                     copyDatabase(*connection, *open(file_, SQLite::OPEN_READWRITE));
+                return filled;
             });
             connection.reset();
-            if (result.status == Qeapp::eOk && there == What::noDatabase)
+            if (result && there == What::noDatabase)
                 staged.replace(file_);
-            if (result.status == Qeapp::eOk && there == What::nothing && !staged.publishAs(file_))
-                return {Qeapp::eFileExists, name() + ": there is such a file already"};
+            if (result && there == What::nothing && !staged.publishAs(file_))
+                return exists();
             return result;
-        } catch (const std::system_error& failure) {
-            return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + systemMessage(failure)};
+        } catch (const std::system_error& exception) {
+            return cannotBeWritten(systemMessage(exception));
         }
     }
 

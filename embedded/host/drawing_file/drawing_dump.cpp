@@ -86,7 +86,7 @@ public:
 
     void reference(std::string_view field, QeDbObjectId& object) override
     {
-        line(field, hexFromHandle(object.handle()));
+        line(field, formatHandle(object.handle()));
     }
 
     void values(ResbufValues& values) override { lines("value", values); }
@@ -96,7 +96,7 @@ public:
         for (const auto& [key, entry] : entries.all()) {
             if (!QeHost::isLive(entry))
                 continue;
-            line("entry", asQuoted(key) + " " + hexFromHandle(entry->handle));
+            line("entry", asQuoted(key) + " " + formatHandle(entry->handle));
             owned_.push_back(entry);
         }
     }
@@ -111,7 +111,7 @@ public:
             return QeHost::foldedName(QeHost::nameOf(*left)) < QeHost::foldedName(QeHost::nameOf(*right));
         });
         for (const ObjectRecord* const record : owned_)
-            line("record", hexFromHandle(record->handle));
+            line("record", formatHandle(record->handle));
     }
 
     void extendedData(QeHost::ExtendedData& /*data*/) override
@@ -154,14 +154,14 @@ std::string dump(QeHost::DatabaseImp& database)
         const QeDbObject& object = QeHost::loaded(objectRecord);
         std::string& text = texts[objectRecord.handle];
         QeHost::ObjectState& state = *object.imp().state;
-        text = "object " + hexFromHandle(objectRecord.handle) + " " + utf8FromWide(object.isA()->name());
-        text += state.owner != nullptr ? " of " + hexFromHandle(state.owner->handle) + "\n" : "\n";
+        text = "object " + formatHandle(objectRecord.handle) + " " + utf8FromWide(object.isA()->name());
+        text += state.owner != nullptr ? " of " + formatHandle(state.owner->handle) + "\n" : "\n";
         FieldPrinter printer(text, object);
         state.visitAll(printer);
         next.insert(next.end(), printer.owned().begin(), printer.owned().end());
     }
     std::string text = "drawing version " + std::to_string(database.version) + "\nnext handle " +
-                       hexFromHandle(database.nextHandle) + "\n";
+                       formatHandle(database.nextHandle) + "\n";
     for (const auto& [handle, lines] : texts)
         text += lines;
     return text;
@@ -169,17 +169,11 @@ std::string dump(QeHost::DatabaseImp& database)
 
 } // namespace
 
-FileResult dumpDrawing(const QeDbDatabase& database, std::string& text)
+Expected<std::string> dumpDrawing(const QeDbDatabase& database)
 {
-    text.clear();
-    if (FileResult failure = loadingFailure(database); failure.status != Qeapp::eOk)
-        return failure;
-    try {
-        text = dump(database.imp());
-        return {};
-    } catch (const QeHost::StoreFailure& failure) {
-        return failure.result;
-    }
+    if (const Expected<void> loading = loadingResult(database); !loading)
+        return tl::unexpected<Error>(loading.error());
+    return catchError([&] { return dump(database.imp()); });
 }
 
 } // namespace Embedded

@@ -19,23 +19,25 @@ std::string whyNoDatabase(sqlite3* connection)
     return "is no drawing file: not an SQLite database";
 }
 
-FileResult resultOfReadOnly(int code)
+Error readOnlyError(int code)
 {
     switch (code) {
     case SQLITE_READONLY_DBMOVED:
-        return {Qeapp::eFileChanged, "was moved, removed or replaced since it was opened; open it again"};
+        return {Qeapp::eFileChanged, "was moved, removed or replaced since it was opened; open it again", {}};
     case SQLITE_READONLY_ROLLBACK:
     case SQLITE_READONLY_CANTINIT:
-        return {Qeapp::eFileDamaged, "an interrupted save has left a journal beside it, which cannot be rolled back "
-                                     "because the file or its folder is write-protected"};
+        return {Qeapp::eFileDamaged,
+                "an interrupted save has left a journal beside it, which cannot be rolled back "
+                "because the file or its folder is write-protected",
+                {}};
     case SQLITE_READONLY_DIRECTORY:
-        return {Qeapp::eFileWriteFailed, "its folder is write-protected, and a save needs a journal there"};
+        return {Qeapp::eFileWriteFailed, "its folder is write-protected, and a save needs a journal there", {}};
     default:
-        return {Qeapp::eFileWriteFailed, "is write-protected"};
+        return {Qeapp::eFileWriteFailed, "is write-protected", {}};
     }
 }
 
-FileResult resultOfIo(const SqlFailure& failure, sqlite3* connection)
+Error inputOutputError(const SqlFailure& failure, sqlite3* connection)
 {
     const std::string reason = systemReason(connection);
     switch (failure.code) {
@@ -44,17 +46,18 @@ FileResult resultOfIo(const SqlFailure& failure, sqlite3* connection)
     case SQLITE_IOERR_RDLOCK:
     case SQLITE_IOERR_CHECKRESERVEDLOCK:
         return {Qeapp::eFileLocked,
-                "cannot be locked, perhaps because it lies on a network drive without locks" + reason};
+                "cannot be locked, perhaps because it lies on a network drive without locks" + reason,
+                {}};
     case SQLITE_IOERR_READ:
     case SQLITE_IOERR_SHORT_READ:
     case SQLITE_IOERR_CORRUPTFS:
-        return {Qeapp::eFileDamaged, "cannot be read" + reason};
+        return {Qeapp::eFileDamaged, "cannot be read" + reason, {}};
     case SQLITE_IOERR_DELETE:
-        return {Qeapp::eFileWriteFailed, "the journal that a save has beside it cannot be removed" + reason};
+        return {Qeapp::eFileWriteFailed, "the journal that a save has beside it cannot be removed" + reason, {}};
     case SQLITE_IOERR_NOMEM:
-        return {Qeapp::eOutOfMemory, "not enough memory for the drawing"};
+        return {Qeapp::eOutOfMemory, "not enough memory for the drawing", {}};
     default:
-        return {Qeapp::eFileWriteFailed, "cannot be written" + (reason.empty() ? ": " + failure.message : reason)};
+        return {Qeapp::eFileWriteFailed, "cannot be written" + (reason.empty() ? ": " + failure.message : reason), {}};
     }
 }
 
@@ -66,28 +69,29 @@ bool isDatabase(sqlite3* connection)
         .starts_with(std::string_view("SQLite format 3\0", 16));
 }
 
-FileResult resultOf(const SqlFailure& failure, sqlite3* connection)
+Error drawingError(const SqlFailure& failure, sqlite3* connection)
 {
     switch (failure.primaryCode()) {
     case SQLITE_BUSY:
-        return {Qeapp::eFileLocked, "another process is using it and did not let go of it in time"};
+        return {Qeapp::eFileLocked, "another process is using it and did not let go of it in time", {}};
     case SQLITE_NOTADB:
-        return {Qeapp::eFileDamaged, whyNoDatabase(connection)};
+        return {Qeapp::eFileDamaged, whyNoDatabase(connection), {}};
     case SQLITE_CORRUPT:
-        return {Qeapp::eFileDamaged, "is damaged: " + failure.message};
+        return {Qeapp::eFileDamaged, "is damaged: " + failure.message, {}};
     case SQLITE_FULL:
-        return {Qeapp::eFileWriteFailed, "cannot be written: the disk is full"};
+        return {Qeapp::eFileWriteFailed, "cannot be written: the disk is full", {}};
     case SQLITE_READONLY:
-        return resultOfReadOnly(failure.code);
+        return readOnlyError(failure.code);
     case SQLITE_CANTOPEN:
-        return {Qeapp::eFileWriteFailed, "it, or its journal beside it, cannot be opened" + systemReason(connection)};
+        return {
+            Qeapp::eFileWriteFailed, "it, or its journal beside it, cannot be opened" + systemReason(connection), {}};
     case SQLITE_IOERR:
-        return resultOfIo(failure, connection);
+        return inputOutputError(failure, connection);
     case SQLITE_CONSTRAINT:
     case SQLITE_TOOBIG:
-        return {Qeapp::eInvalidInput, "would not be readable: " + failure.message};
+        return {Qeapp::eInvalidInput, "would not be readable: " + failure.message, {}};
     default:
-        return {Qeapp::eFileDamaged, "is damaged: " + failure.message};
+        return {Qeapp::eFileDamaged, "is damaged: " + failure.message, {}};
     }
 }
 

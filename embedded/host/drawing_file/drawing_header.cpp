@@ -25,9 +25,9 @@ void forEachHandle(Header& header, Visit visit)
     visit("geo data", header.geoData, false);
 }
 
-[[noreturn]] void refuseHeader(const std::string& fault)
+[[noreturn]] void refuseHeader(const std::string& message)
 {
-    throw DrawingRefusal{Qeapp::eFileDamaged, "header: " + fault};
+    throwDamage(message, "header");
 }
 
 std::map<std::string, std::int64_t> rowsOfHeader(DrawingConnection& connection)
@@ -63,7 +63,7 @@ DrawingHeader headerOf(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion
 void writeHeader(DrawingConnection& connection, const DrawingHeader& header)
 {
     if (!std::in_range<std::int64_t>(header.nextHandle))
-        throw DrawingRefusal{Qeapp::eInvalidInput, "has no more handles for new objects"};
+        throwError(Qeapp::eInvalidInput, "has no more handles for new objects");
     Query(connection, "DELETE FROM header").run();
     const auto insert = [&](const char* field, std::int64_t value) {
         insertRow(connection, "INSERT INTO header VALUES (?, ?, ?)", "header", {StoredText{field, false}, value});

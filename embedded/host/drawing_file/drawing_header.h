@@ -19,7 +19,7 @@ struct DrawingHeader {
 
 DrawingHeader headerOf(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version);
 void writeHeader(DrawingConnection& connection, const DrawingHeader& header);
-/// Throws DrawingRefusal.
+/// Throws an Error.
 DrawingHeader readHeader(DrawingConnection& connection);
 
 } // namespace Embedded

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <optional>
 #include <set>
 #include <utility>
 
@@ -136,7 +135,7 @@ private:
                 return false;
             }
             object.owner = salvaged();
-            object.key = {hexFromHandle(handle), false};
+            object.key = {formatHandle(handle), false};
             placed.insert(object.owner);
         }
         placed.insert(handle);
@@ -189,16 +188,12 @@ private:
     Handle salvaged_ = 0;
 };
 
-/// What the damaged file's header says; nothing where it cannot be read.
-std::optional<DrawingHeader> salvagedHeader(DrawingConnection& connection)
+Expected<DrawingHeader> readDamagedHeader(DrawingConnection& connection)
 {
-    std::optional<DrawingHeader> header;
-    try {
-        if (sqlFailureOf([&] { header.emplace(readHeader(connection)); }))
-            header.reset();
-    } catch (const DrawingRefusal&) {
-        header.reset();
-    }
+    DrawingHeader header;
+    const Expected<void> result = catchDrawingError(connection, {}, [&] { header = readHeader(connection); });
+    if (!result)
+        return tl::unexpected<Error>(result.error());
     return header;
 }
 
@@ -215,30 +210,33 @@ Handle geoDataAmong(const std::map<Handle, SavedObject>& objects, Handle named)
 
 } // namespace
 
-FileResult salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file, const SqlWait& wait,
-                          Salvage& salvage)
+Expected<Salvage> salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file,
+                                 const SqlWait& wait)
 {
-    salvage = {};
-    std::unique_ptr<DrawingConnection> source;
-    if (FileResult result = connect(damaged, DrawingAccess::reading, wait, source); result.status != Qeapp::eOk)
-        return result;
-    const std::optional<DrawingHeader> header = salvagedHeader(*source);
-    std::map<Handle, SavedObject> objects = readSalvagedObjects(*source, salvage);
+    Expected<std::unique_ptr<DrawingConnection>> source = connect(damaged, DrawingAccess::reading, wait);
+    if (!source)
+        return tl::unexpected<Error>(std::move(source).error());
+    Salvage salvage;
+    const Expected<DrawingHeader> header = readDamagedHeader(**source);
+    std::map<Handle, SavedObject> objects = readSalvagedObjects(**source, salvage);
     QeDbDatabase empty;
-    if (FileResult result = saveDrawing(empty, file, QeDb::kCurrentDwg, Overwriting::refused, wait);
-        result.status != Qeapp::eOk)
-        return result;
-    std::unique_ptr<DrawingConnection> target;
-    if (FileResult result = connect(file, DrawingAccess::changing, wait, target); result.status != Qeapp::eOk)
-        return result;
-    return drawingResult(*target, displayName(file), [&] {
+    if (Expected<void> saved = saveDrawing(empty, file, QeDb::kCurrentDwg, Overwriting::refused, wait); !saved)
+        return tl::unexpected<Error>(std::move(saved).error());
+    Expected<std::unique_ptr<DrawingConnection>> opened = connect(file, DrawingAccess::changing, wait);
+    if (!opened)
+        return tl::unexpected<Error>(std::move(opened).error());
+    DrawingConnection& target = **opened;
+    Expected<void> written = catchDrawingError(target, displayName(file), [&] {
         const Handle geoData = geoDataAmong(objects, header ? header->geoData : 0);
-        Query(*target, "DELETE FROM entries").run();
-        Query(*target, "DELETE FROM records").run();
-        SalvageWriter(*target, std::move(objects), salvage)
-            .write(header ? header->version : std::int64_t{QeDb::kCurrentDwg}, readHeader(*target), geoData);
-        target->database().exec("COMMIT");
+        Query(target, "DELETE FROM entries").run();
+        Query(target, "DELETE FROM records").run();
+        SalvageWriter(target, std::move(objects), salvage)
+            .write(header ? header->version : std::int64_t{QeDb::kCurrentDwg}, readHeader(target), geoData);
+        target.database().exec("COMMIT");
     });
+    if (!written)
+        return tl::unexpected<Error>(std::move(written).error());
+    return salvage;
 }
 
 } // namespace Embedded

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "embedded/base/error.h"
 #include "embedded/base/sql_wait.h"
-#include "embedded/host/database/file_result.h"
 #include "embedded/host/database/handle.h"
 #include "platform/export.h"
 
@@ -27,9 +27,8 @@ struct Salvage {
 /// Writes every object of the damaged file that can be read into a new drawing file, and says which are lost.
 /// Dictionaries and xrecords whose owner is lost are found in the dictionary "SALVAGED" of the named objects, by their
 /// handles. The damaged file is not changed. Where nothing but its rows is damaged, what was whole is the same in the
-/// new one. The results of loadDrawing for a file whose schema cannot be read; eFileExists for a new file that is
-/// there.
-QEHOST_API FileResult salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file,
-                                     const SqlWait& wait, Salvage& salvage);
+/// new one. Fails as loadDrawing does for a file whose schema cannot be read; eFileExists for a new file that is there.
+QEHOST_API Expected<Salvage> salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file,
+                                            const SqlWait& wait);
 
 } // namespace Embedded

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <map>
+#include <string>
 #include <utility>
 
 #include "embedded/base/text.h"
-#include "embedded/host/database/handle.h"
+#include "embedded/host/database/host_error.h"
 
 namespace Embedded::DrawingSchema {
 namespace {
@@ -108,21 +109,20 @@ void create(SQLite::Database& database)
     database.exec("PRAGMA user_version = " + std::to_string(kFormat));
 }
 
-std::string faultOf(SQLite::Database& database)
+void require(SQLite::Database& database)
 {
     const Definitions found = definitionsIn(database);
     for (const auto& [name, definition] : expectedDefinitions()) {
         const auto same = found.find(name);
         if (same == found.end())
-            return name + " is missing from its schema";
+            throwDamage(name + " is missing from its schema");
         if (same->second != definition)
-            return name + " is not as its schema has to be";
+            throwDamage(name + " is not as its schema has to be");
     }
     for (const auto& [name, definition] : found) {
         if (!expectedDefinitions().contains(name))
-            return truncateForMessage(name) + " does not belong into its schema";
+            throwDamage(truncateForMessage(name) + " does not belong into its schema");
     }
-    return {};
 }
 
 } // namespace Embedded::DrawingSchema

@@ -53,7 +53,7 @@ void requireDifferent(const std::vector<std::pair<std::wstring, Handle>>& entrie
         objects.push_back(object);
     std::sort(objects.begin(), objects.end());
     if (const auto twice = std::adjacent_find(objects.begin(), objects.end()); twice != objects.end())
-        throw DrawingRefusal{Qeapp::eFileDamaged, placeOf(*twice) + "is listed twice"};
+        Embedded::throwDamage("is listed twice", objectPlace(*twice));
 }
 
 std::wstring keyFrom(const StoredValue& value)
@@ -61,7 +61,7 @@ std::wstring keyFrom(const StoredValue& value)
     const auto* stored = std::get_if<StoredText>(&value);
     std::optional<std::wstring> key = stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
     if (!key || key->empty())
-        throw DrawingRefusal{Qeapp::eFileDamaged, "entries: a key is no text"};
+        Embedded::throwDamage("a key is no text", "entries");
     return std::move(*key);
 }
 
@@ -78,25 +78,25 @@ DrawingStore::DrawingStore(std::unique_ptr<DrawingConnection> connection, std::f
 template <class Read>
 auto DrawingStore::reading(Read read)
 {
-    if (failure_.status != Qeapp::eOk)
-        throw QeHost::StoreFailure{failure_};
+    if (!result_)
+        throw ErrorException(result_.error());
     decltype(read()) answer{};
-    FileResult result = drawingResult(*connection_, file_, [&] {
+    const Expected<void> result = catchDrawingError(*connection_, file_, [&] {
         const ReadTransaction transaction(*connection_);
         requireUnchanged();
         answer = read();
     });
-    if (result.status == Qeapp::eOk)
+    if (result)
         return answer;
-    if (result.status != Qeapp::eFileLocked)
-        failure_ = result;
-    throw QeHost::StoreFailure{std::move(result)};
+    if (hostStatus(result) != Qeapp::eFileLocked)
+        result_ = result;
+    throw ErrorException(result.error());
 }
 
 void DrawingStore::requireUnchanged()
 {
     if (changeCounter(*connection_) != version_)
-        throw DrawingRefusal{Qeapp::eFileChanged, "was changed by another program since it was opened; open it again"};
+        throwError(Qeapp::eFileChanged, "was changed by another program since it was opened; open it again");
 }
 
 DrawingHeader DrawingStore::header()
@@ -145,7 +145,7 @@ std::vector<std::pair<std::wstring, Handle>> DrawingStore::entriesOf(Handle dict
         }
         requireDifferent(entries);
         if (digest != owner.owned)
-            throw DrawingRefusal{Qeapp::eFileDamaged, placeOf(dictionary) + "not all of its entries are there"};
+            Embedded::throwDamage("not all of its entries are there", objectPlace(dictionary));
         return entries;
     });
 }
@@ -173,29 +173,34 @@ std::vector<Handle> DrawingStore::usersOf(Handle application)
     });
 }
 
-void DrawingStore::refuse(const std::string& fault)
+void DrawingStore::throwDamage(Handle object, const std::string& message)
 {
-    failure_ = {Qeapp::eFileDamaged, file_ + ": " + fault};
-    throw QeHost::StoreFailure{failure_};
+    const Error error = inFile(file_, {Qeapp::eFileDamaged, message, objectPlace(object)});
+    result_ = tl::unexpected<Error>(error);
+    throw ErrorException(error);
 }
 
-void DrawingStore::copyTo(DrawingConnection& other)
+Expected<void> DrawingStore::copyTo(DrawingConnection& other)
 {
     const ReadTransaction transaction(*connection_);
-    reading([] { return true; }); // that the file is unchanged
-    if (sqlite3_txn_state(connection_->handle(), "main") != SQLITE_TXN_WRITE)
-        return copyDatabase(*connection_, other);
-    // SQLite does not copy from a connection that holds the lock for writing. It has not written anything yet.
-    DrawingConnection reader(sqliteName(path_), SQLite::OPEN_READONLY, SqlWait());
-    copyDatabase(reader, other);
+    if (Expected<bool> unchanged = catchError([&] { return reading([] { return true; }); }); !unchanged)
+        return tl::unexpected<Error>(std::move(unchanged).error());
+    if (sqlite3_txn_state(connection_->handle(), "main") == SQLITE_TXN_WRITE) {
+        // SQLite does not copy from a connection that holds the lock for writing. It has not written anything yet.
+        DrawingConnection reader(sqliteName(path_), SQLite::OPEN_READONLY, SqlWait());
+        copyDatabase(reader, other);
+    } else {
+        copyDatabase(*connection_, other);
+    }
+    return {};
 }
 
 void DrawingStore::beginSaving()
 {
     if (sqlite3_txn_state(connection_->handle(), "main") == SQLITE_TXN_WRITE)
         return;
-    if (FileResult result = requireOneName(path_); result.status != Qeapp::eOk)
-        throw DrawingRefusal{result.status, std::move(result.message)};
+    if (Expected<void> result = requireOneName(path_); !result)
+        throw ErrorException(std::move(result).error());
     connection_->rollBack(); // what was only read
     connection_->database().exec("BEGIN IMMEDIATE");
     requireUnchanged();

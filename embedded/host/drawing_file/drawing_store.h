@@ -24,25 +24,25 @@ public:
     std::vector<std::pair<std::wstring, Handle>> entriesOf(Handle dictionary) override;
     std::pair<Handle, std::wstring> entryOf(Handle object) override;
     std::vector<Handle> usersOf(Handle application) override;
-    [[noreturn]] void refuse(const std::string& fault) override;
+    [[noreturn]] void throwDamage(Handle object, const std::string& message) override;
 
     DrawingConnection& connection() { return *connection_; }
     const std::filesystem::path& path() const { return path_; }
     const std::string& file() const { return file_; }
     /// What stopped a call before. Nothing is saved after that: what could not be read would be lost.
-    const FileResult& failure() const { return failure_; }
+    const Expected<void>& result() const { return result_; }
 
-    /// Makes the other database equal to this one. Throws StoreFailure for a file that was changed by others since it
-    /// was opened.
-    void copyTo(DrawingConnection& other);
-    /// Takes the lock for writing, unless it is held already. Throws DrawingRefusal for a file that was changed by
+    /// Makes the other database equal to this one. Fails for a file that was changed by others since it was opened, and
+    /// throws what SQLiteCpp throws.
+    Expected<void> copyTo(DrawingConnection& other);
+    /// Takes the lock for writing, unless it is held already. Throws an Error for a file that was changed by
     /// others since it was opened.
     void beginSaving();
     /// Ends what beginSaving began, and keeps what was written. The file is not locked any more.
     void commit();
 
 private:
-    /// Answers what `read` reads from the file, all at one moment. Throws StoreFailure.
+    /// Answers what `read` reads from the file, all at one moment. Throws an Error.
     template <class Read>
     auto reading(Read read);
     void requireUnchanged();
@@ -51,7 +51,7 @@ private:
     std::filesystem::path path_;
     std::string file_;
     std::uint32_t version_ = 0; // the file's change counter when it was opened, or after the last save
-    FileResult failure_;
+    Expected<void> result_;
 };
 
 } // namespace Embedded

@@ -7,7 +7,7 @@
 namespace Embedded {
 
 /// Changes the rows of a drawing's tables as the plan says, and its header. The connection is in a transaction, which
-/// the caller ends. Throws DrawingRefusal and what SQLiteCpp throws.
+/// the caller ends. Throws an Error and what SQLiteCpp throws.
 void writeDrawing(DrawingConnection& connection, const QeHost::DatabaseImp& database, const QeHost::SavePlan& plan,
                   QeDb::QeDbDwgVersion version);
 

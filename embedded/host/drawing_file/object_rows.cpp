@@ -6,7 +6,7 @@
 
 #include "embedded/base/text.h"
 #include "embedded/host/database/database.h"
-#include "embedded/host/database/handle.h"
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/database/symbol_table.h"
 #include "embedded/host/drawing_file/stored_value.h"
 #include "platform/host/resbuf.h"
@@ -22,16 +22,11 @@ using QeHost::ObjectRecord;
 constexpr std::int64_t kLowestExtendedCode = 1000;
 constexpr std::size_t kLongestExtendedChunk = 127;
 
-[[noreturn]] void refuse(const std::string& fault)
-{
-    throw DrawingRefusal{Qeapp::eFileDamaged, fault};
-}
-
 std::int64_t integerIn(const StoredValue& value)
 {
     const auto* integer = std::get_if<std::int64_t>(&value);
     if (integer == nullptr)
-        refuse("a value is no INTEGER");
+        throwDamage("a value is no INTEGER");
     return *integer;
 }
 
@@ -39,7 +34,7 @@ const std::string& textIn(const StoredValue& value)
 {
     const auto* text = std::get_if<StoredText>(&value);
     if (text == nullptr || text->isBlob)
-        refuse("a value is no TEXT");
+        throwDamage("a value is no TEXT");
     return text->bytes;
 }
 
@@ -47,14 +42,14 @@ ResbufValue resbufIn(const StoredValue& code, const StoredValue& value, const st
 {
     std::optional<ResbufValue> resbuf = resbufFromStored(integerIn(code), value);
     if (!resbuf)
-        refuse(place + "holds a value that does not fit the group code " + std::to_string(integerIn(code)));
+        throwDamage("holds a value that does not fit the group code " + std::to_string(integerIn(code)), place);
     return std::move(*resbuf);
 }
 
 void requirePosition(const StoredValue& position, std::size_t expected, const std::string& place)
 {
     if (integerIn(position) != static_cast<std::int64_t>(expected))
-        refuse(place + "a value is missing at position " + std::to_string(expected));
+        throwDamage("a value is missing at position " + std::to_string(expected), place);
 }
 
 /// Fills the fields that a class lists from the rows of one object.
@@ -78,7 +73,7 @@ public:
         std::optional<std::wstring> wide =
             stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
         if (!wide)
-            refuse(place() + std::string(field) + " is no text");
+            throwDamage(std::string(field) + " is no text", place());
         text = std::move(*wide);
     }
 
@@ -86,7 +81,7 @@ public:
     {
         const StoredRow row = take(field);
         if (!std::holds_alternative<std::int64_t>(row[3]))
-            refuse(place() + std::string(field) + " names no object");
+            throwDamage(std::string(field) + " names no object", place());
         object = QeDbObjectId(&objectRecord_.database->storedRecord(handleIn(row[3])));
     }
 
@@ -127,15 +122,16 @@ public:
     void finish() const
     {
         if (!fields_.empty())
-            refuse(place() + "has a field that its class does not know, " + truncateForMessage(fields_.begin()->first));
+            throwDamage("has a field that its class does not know, " + truncateForMessage(fields_.begin()->first),
+                        place());
         if (details_ != row_.details)
-            refuse(place() + "not all of its values are there");
+            throwDamage("not all of its values are there", place());
         if (ownRecords_ != nullptr && records_ != row_.owned)
-            refuse(place() + "not all of its records are there");
+            throwDamage("not all of its records are there", place());
     }
 
 private:
-    std::string place() const { return placeOf(objectRecord_.handle); }
+    std::string place() const { return objectPlace(objectRecord_.handle); }
 
     /// No more rows than the object says: a damaged tree may give some again and again.
     StoredRow next(const Query& query, std::string_view table)
@@ -144,7 +140,7 @@ private:
         RowDigest& digest = isRecord ? records_ : details_;
         StoredRow row = query.row(table, digest);
         if (digest.rows > (isRecord ? row_.owned : row_.details).rows)
-            refuse(place() + "more belongs to it than there was");
+            throwDamage("more belongs to it than there was", place());
         return row;
     }
 
@@ -152,7 +148,7 @@ private:
     {
         const auto found = fields_.find(field);
         if (found == fields_.end())
-            refuse(place() + "its " + std::string(field) + " is missing");
+            throwDamage("its " + std::string(field) + " is missing", place());
         return std::move(fields_.extract(found).mapped());
     }
 
@@ -160,7 +156,7 @@ private:
     {
         const auto known = objectRecord_.database->storedRecords.find(handle);
         if (known == objectRecord_.database->storedRecords.end() || !isApplication(*known->second))
-            refuse(place() + "extended data of " + hexFromHandle(handle) + ", which is no registered application");
+            throwDamage("extended data of " + formatHandle(handle) + ", which is no registered application", place());
         return *known->second;
     }
 
@@ -182,8 +178,9 @@ private:
         const bool fits = value.code >= kLowestExtendedCode && value.code != QeRb::kXdataAppName &&
                           (chunk == nullptr || chunk->size() <= kLongestExtendedChunk);
         if (!fits)
-            refuse(place() + "its extended data hold a value that they cannot hold, of the group code " +
-                   std::to_string(value.code));
+            throwDamage("its extended data hold a value that they cannot hold, of the group code " +
+                            std::to_string(value.code),
+                        place());
     }
 
     DrawingConnection& connection_;
@@ -266,7 +263,7 @@ Handle handleIn(const StoredValue& value)
 {
     const std::int64_t number = integerIn(value);
     if (number <= 0)
-        refuse("a handle is not above 0");
+        throwDamage("a handle is not above 0");
     return static_cast<Handle>(number);
 }
 
@@ -289,7 +286,7 @@ ObjectRow readObjectRow(DrawingConnection& connection, Handle object)
 {
     Query query(connection, "SELECT * FROM objects WHERE handle = ?", object);
     if (!query.next())
-        refuse(placeOf(object) + "is not there");
+        throwDamage("is not there", objectPlace(object));
     RowDigest read;
     return objectRowIn(query.row("objects", read));
 }

@@ -17,12 +17,12 @@ struct ObjectRow {
 
 /// Of the values of a row of `objects`.
 ObjectRow objectRowIn(const StoredRow& row);
-/// Throws DrawingRefusal for an object that is not there, and for damage.
+/// Throws an Error for an object that is not there, and for damage.
 ObjectRow readObjectRow(DrawingConnection& connection, Handle object);
 /// Inserts the row, or puts it in the place of the one that is there.
 void writeObjectRow(DrawingConnection& connection, Handle object, const ObjectRow& row);
 
-/// Fills every field of a stored object. Throws DrawingRefusal.
+/// Fills every field of a stored object. Throws an Error.
 void readFields(DrawingConnection& connection, QeHost::ObjectRecord& record, QeHost::ObjectState& state);
 /// Writes the details of an object that has none in the file, and answers their digest.
 RowDigest writeFields(DrawingConnection& connection, Handle object, QeHost::ObjectState& state);
@@ -34,7 +34,7 @@ inline std::int64_t storedHandle(Handle handle)
 {
     return static_cast<std::int64_t>(handle);
 }
-/// The handle in a row; DrawingRefusal for a number that is none.
+/// The handle in a row; throws an Error for a number that is none.
 Handle handleIn(const StoredValue& value);
 
 } // namespace Embedded

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "embedded/base/text.h"
-#include "embedded/host/database/handle.h"
+#include "embedded/host/drawing_file/drawing_error.h"
 #include "embedded/host/drawing_file/object_rows.h"
 
 namespace Embedded {
@@ -37,16 +37,10 @@ public:
     }
 
 private:
-    /// Runs a step, and answers why it could not be done; empty when it could.
     template <class Step>
-    static std::string refusalOf(Step step)
+    Expected<void> attempt(Step step)
     {
-        try {
-            const auto failure = sqlFailureOf(step);
-            return failure ? failure->message : "";
-        } catch (const DrawingRefusal& refusal) {
-            return refusal.message;
-        }
+        return catchDrawingError(connection_, {}, step);
     }
 
     /// From every table and index that names handles: where one is damaged, another may not be.
@@ -70,14 +64,14 @@ private:
         Handle last = 0;
         for (Handle step = 1; step < Handle{1} << 40; step *= 2) {
             const Handle before = last;
-            const std::string refusal = refusalOf([&] {
+            const Expected<void> result = attempt([&] {
                 Query rows(connection_, query, last);
                 while (rows.next()) {
                     last = static_cast<Handle>(std::max<std::int64_t>(rows.integer(0), 0));
                     found.insert(last);
                 }
             });
-            if (refusal.empty())
+            if (result)
                 return;
             if (last != before)
                 step = 1;
@@ -90,20 +84,20 @@ private:
         if (handle == 0)
             return;
         SavedObject object;
-        const std::string refusal = refusalOf([&] {
+        const Expected<void> result = attempt([&] {
             const ObjectRow row = readObjectRow(connection_, handle);
             object.className = row.className;
             object.itsClass = QeHost::findClass(wideFromUtf8(row.className));
             if (object.itsClass == nullptr)
-                throw DrawingRefusal{Qeapp::eFileDamaged, "is of an unknown class"};
+                throwDamage("is of an unknown class");
             object.owner = row.owner;
             readDetails(handle, row, object);
         });
-        if (!refusal.empty()) {
-            salvage_.lost.push_back({handle, object.className, refusal});
+        if (!result) {
+            salvage_.lost.push_back({handle, object.className, result.error().text()});
             return;
         }
-        static_cast<void>(refusalOf([&] { readKey(handle, object); })); // without one it has lost its place
+        static_cast<void>(attempt([&] { readKey(handle, object); })); // without one it has lost its place
         objects_.emplace(handle, std::move(object));
     }
 
@@ -112,7 +106,7 @@ private:
         RowDigest digest;
         object.details = detailsOf(connection_, handle, digest);
         if (digest != row.details)
-            throw DrawingRefusal{Qeapp::eFileDamaged, "not all of its values are there"};
+            throwDamage("not all of its values are there");
     }
 
     void readKey(Handle handle, SavedObject& object)

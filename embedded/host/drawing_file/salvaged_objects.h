@@ -39,7 +39,7 @@ struct SavedObject {
     StoredText key; // of its entry, where there is one
 };
 
-/// The details of an object, the sum of whose checksums goes into `digest`. Throws DrawingRefusal.
+/// The details of an object, the sum of whose checksums goes into `digest`. Throws an Error.
 std::vector<DetailRow> detailsOf(DrawingConnection& connection, Handle object, RowDigest& digest);
 
 /// Reads what can be read, one object after the other, and notes what is lost.

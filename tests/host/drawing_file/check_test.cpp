@@ -22,14 +22,13 @@ protected:
     /// "place: message" of each fault; what stopped the check where it could not be made.
     std::vector<std::string> faults() const
     {
-        Embedded::DrawingFaults found;
-        const FileResult result = Embedded::checkDrawing(file, waitOf(0), found);
+        const Expected<Embedded::DrawingFaults> found = Embedded::checkDrawing(file, waitOf(0));
+        if (!found)
+            return {outcome(found)};
         std::vector<std::string> texts;
-        if (result.status != Qeapp::eOk)
-            texts.push_back(outcome(result));
-        for (const Embedded::DrawingFault& fault : found.told)
+        for (const Embedded::DrawingFault& fault : found->told)
             texts.push_back(fault.place + ": " + fault.message);
-        EXPECT_EQ(found.number, found.told.size());
+        EXPECT_EQ(found->number, found->told.size());
         return texts;
     }
     /// The faults after a change whose checksums fit; the file is not changed by looking for them.
@@ -47,12 +46,12 @@ protected:
     }
     Embedded::Salvage salvaged() const
     {
-        Embedded::Salvage salvage;
-        EXPECT_EQ(outcome(Embedded::salvageDrawing(file, out, waitOf(0), salvage)), "0");
-        Embedded::DrawingFaults left;
-        EXPECT_EQ(outcome(Embedded::checkDrawing(out, waitOf(0), left)), "0");
-        EXPECT_EQ(left.number, 0U) << left.told.front().place << ": " << left.told.front().message;
-        return salvage;
+        Expected<Embedded::Salvage> salvage = Embedded::salvageDrawing(file, out, waitOf(0));
+        EXPECT_EQ(outcome(salvage), "0");
+        const Expected<Embedded::DrawingFaults> left = Embedded::checkDrawing(out, waitOf(0));
+        EXPECT_EQ(outcome(left), "0");
+        EXPECT_EQ(left->number, 0U) << left->told.front().place << ": " << left->told.front().message;
+        return std::move(salvage).value();
     }
     std::string contentsOfFile(const std::filesystem::path& path) const
     {
@@ -216,8 +215,7 @@ TEST_F(CheckedDrawing, SalvageOfADamagedPage_IsSound)
 TEST_F(CheckedDrawing, SalvageIntoAFileThatExists_IsRefused)
 {
     writeFile(out, "mine");
-    Embedded::Salvage salvage;
-    EXPECT_EQ(Embedded::salvageDrawing(file, out, waitOf(0), salvage).status, Qeapp::eFileExists);
+    EXPECT_EQ(Embedded::hostStatus(Embedded::salvageDrawing(file, out, waitOf(0))), Qeapp::eFileExists);
     EXPECT_EQ(readFile(out), "mine");
 }
 

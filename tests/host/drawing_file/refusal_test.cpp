@@ -24,11 +24,8 @@ protected:
     {
         std::string found;
         for (const DrawingAccess access : {DrawingAccess::sharing, DrawingAccess::reading, DrawingAccess::changing}) {
-            Database database;
-            const FileResult result = load(path, database, access);
-            EXPECT_EQ(database != nullptr, result.status == Qeapp::eOk);
-            std::string text;
-            const std::string one = outcome(database != nullptr ? Embedded::dumpDrawing(*database, text) : result);
+            const Expected<Database> database = load(path, access);
+            const std::string one = database ? outcome(Embedded::dumpDrawing(**database)) : outcome(database);
             if (found.empty())
                 found = one;
             EXPECT_EQ(one, found);
@@ -311,8 +308,7 @@ TEST_F(FileRefusal, ATableThatListsAnotherObject_IsNotThereTheSecondTimeEither)
         EXPECT_EQ(table.openWith([&](QeDbBlockTable*& object) { return database->getBlockTable(object); }),
                   Qeapp::eFileDamaged);
     }
-    std::string text;
-    EXPECT_EQ(outcome(Embedded::dumpDrawing(*database, text)),
+    EXPECT_EQ(outcome(Embedded::dumpDrawing(*database)),
               refusal(Qeapp::eFileDamaged, "object 6: belongs to another table than 3"));
 }
 

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "coordsys/orvel_coordinate_system.h"
+#include "embedded/base/display_name.h"
 #include "embedded/base/text.h"
 #include "embedded/base/utf8_path.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
@@ -60,37 +61,36 @@ std::string conversionReason(QeDbDatabase* database, Qeapp::ErrorStatus failure)
                        Embedded::utf8FromWide(description.code.value_or(L"its coordinate system")));
 }
 
-void failSave(ConvertReport& report, const ConvertOptions& options, OpenDrawing& drawing,
-              const Embedded::FileResult& saved)
+void failSave(ConvertReport& report, const ConvertOptions& options, OpenDrawing& drawing, const Embedded::Error& error)
 {
     const std::string& target = options.change.files.front();
-    const bool isOfTarget = saved.message.starts_with(Embedded::displayName(Embedded::pathFromUtf8(target)) + ": ");
-    report.result = saved.status;
+    const bool isOfTarget = error.text().starts_with(Embedded::displayName(Embedded::pathFromUtf8(target)) + ": ");
+    report.result = error.status;
     report.subject = isOfTarget ? target : options.file;
-    report.error = saved.status == Qeapp::eFileExists ? kExists : describe(report.subject, saved);
+    report.error = error.status == Qeapp::eFileExists ? kExists : describe(report.subject, error);
     if (!isOfTarget)
-        report.error += conversionReason(drawing.database(), saved.status);
+        report.error += conversionReason(drawing.database(), Embedded::hostStatus(error));
 }
 
 ConvertReport convertDrawing(const ConvertOptions& options, int version, Output& output)
 {
     ConvertReport report;
     OpenDrawing drawing(options.file, options.access(), output);
-    if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
-        report.result = loaded.status;
+    if (const Embedded::Expected<void> loaded = drawing.load(); !loaded) {
+        report.result = loaded.error().status;
         report.subject = options.file;
-        report.error = describe(options.file, loaded);
+        report.error = describe(options.file, loaded.error());
         return report;
     }
     const RecordingReactor reactor(vetoesOf(options.change));
-    const Embedded::FileResult saved =
+    const Embedded::Expected<void> saved =
         saveDrawing(*drawing.database(), options.change.files.front(), static_cast<QeDb::QeDbDwgVersion>(version),
                     options.force ? Embedded::Overwriting::drawings : Embedded::Overwriting::refused, output);
     report.events = reactor.events();
-    if (saved.status == Qeapp::eOk)
+    if (saved)
         report.version = version;
     else
-        failSave(report, options, drawing, saved);
+        failSave(report, options, drawing, saved.error());
     return report;
 }
 

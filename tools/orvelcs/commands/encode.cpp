@@ -52,8 +52,7 @@ void putBlock(const EncodeOptions& options, const std::string& block, Output& ou
         return output.write(block);
     const std::filesystem::path target = Embedded::pathFromUtf8(options.target);
     if (const auto failure = Embedded::replaceFile(target, block))
-        throw DrawingFailure(options.target,
-                             {Qeapp::eFileWriteFailed, Embedded::displayName(target) + ": " + *failure});
+        throw DrawingFailure(options.target, {Qeapp::eFileWriteFailed, *failure, Embedded::displayName(target)});
     output.confirm(options.target,
                    fmt::format("{} for drawing version {}, {} bytes", options.code, options.version, block.size()));
 }

@@ -60,7 +60,7 @@ std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std:
     Info info;
     info.reset(CoordinateSystem::GetCsConfiguredTransformationInfo(source.c_str(), target.c_str()));
     if (drawing)
-        require(*drawing, current->loadingFailure());
+        require(*drawing, current->loadingResult());
     if (!info) {
         requireAnswerForOpposite(source, target);
         return std::nullopt;

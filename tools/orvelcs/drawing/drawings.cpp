@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include "embedded/base/display_name.h"
 #include "embedded/base/utf8_path.h"
 #include "embedded/host/application/application.h"
 #include "orvelcs/cli/failure.h"
@@ -17,32 +18,34 @@ namespace {
 
 constexpr std::size_t kMostBytesInMemory = std::size_t{1} << 30; // of a drawing on standard input
 
-Embedded::FileResult loadFromStandardInput(std::unique_ptr<QeDbDatabase>& database)
+Embedded::Expected<std::unique_ptr<QeDbDatabase>> loadFromStandardInput()
 {
     try {
-        return Embedded::loadDrawingFromBytes(readWhole(kStandardStream, kMostBytesInMemory), database);
+        return Embedded::loadDrawingFromBytes(readWhole(kStandardStream, kMostBytesInMemory));
     } catch (const Failure& failure) {
-        return {Qeapp::eFileDamaged, failure.what()};
+        return Embedded::failure(Qeapp::eFileDamaged, failure.what());
     }
 }
 
 } // namespace
 
-std::string describe(const std::string& file, const Embedded::FileResult& result)
+std::string describe(const std::string& file, const Embedded::Error& error)
 {
-    if (result.status == Qeapp::eFileLocked)
-        return fmt::format("{}: {}", resultName(result.status), stillHeldMessage());
-    std::string_view message = result.message;
+    const std::string result = resultName(Embedded::hostStatus(error));
+    if (error.status == Qeapp::eFileLocked)
+        return fmt::format("{}: {}", result, stillHeldMessage());
+    const std::string text = error.text();
+    std::string_view message = text;
     if (const std::string prefix = Embedded::displayName(Embedded::pathFromUtf8(file)) + ": ";
         message.starts_with(prefix))
         message.remove_prefix(prefix.size());
-    return message.empty() ? resultName(result.status) : fmt::format("{}: {}", resultName(result.status), message);
+    return message.empty() ? result : fmt::format("{}: {}", result, message);
 }
 
-void require(const std::string& file, const Embedded::FileResult& result)
+void require(const std::string& file, const Embedded::Expected<void>& result)
 {
-    if (result.status != Qeapp::eOk)
-        throw DrawingFailure(file, result);
+    if (!result)
+        throw DrawingFailure(file, result.error());
 }
 
 OpenDrawing::OpenDrawing(std::string file, Embedded::DrawingAccess access, const Output& output)
@@ -56,34 +59,34 @@ OpenDrawing::~OpenDrawing()
         static_cast<void>(Embedded::closeDocument(document_)); // it is open and holds no lock, so it closes
 }
 
-Embedded::FileResult OpenDrawing::load()
+Embedded::Expected<void> OpenDrawing::load()
 {
-    std::unique_ptr<QeDbDatabase> database;
-    Embedded::FileResult result =
+    Embedded::Expected<std::unique_ptr<QeDbDatabase>> database =
         file_ == kStandardStream
-            ? loadFromStandardInput(database)
-            : Embedded::loadDrawing(Embedded::pathFromUtf8(file_), database, access_, waitFor(file_, output_));
-    if (result.status == Qeapp::eOk)
-        document_ = Embedded::openDocument(std::move(database));
-    return result;
+            ? loadFromStandardInput()
+            : Embedded::loadDrawing(Embedded::pathFromUtf8(file_), access_, waitFor(file_, output_));
+    if (!database)
+        return tl::unexpected<Embedded::Error>(std::move(database).error());
+    document_ = Embedded::openDocument(std::move(*database));
+    return {};
 }
 
-Embedded::FileResult OpenDrawing::save(Output& output)
+Embedded::Expected<void> OpenDrawing::save(Output& output)
 {
     return saveDrawing(*database(), file_, database()->drawingVersion(), Embedded::Overwriting::drawings, output);
 }
 
-Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file, QeDb::QeDbDwgVersion version,
-                                 Embedded::Overwriting overwriting, Output& output)
+Embedded::Expected<void> saveDrawing(QeDbDatabase& database, const std::string& file, QeDb::QeDbDwgVersion version,
+                                     Embedded::Overwriting overwriting, Output& output)
 {
     if (file != kStandardStream)
         return Embedded::saveDrawing(database, Embedded::pathFromUtf8(file), version, overwriting,
                                      waitFor(file, output));
-    std::string bytes;
-    Embedded::FileResult result = Embedded::saveDrawingToBytes(database, version, bytes);
-    if (result.status == Qeapp::eOk)
-        output.write(bytes); // what comes of it is told when the program ends
-    return result;
+    Embedded::Expected<std::string> bytes = Embedded::saveDrawingToBytes(database, version);
+    if (!bytes)
+        return tl::unexpected<Embedded::Error>(std::move(bytes).error());
+    output.write(*bytes); // what comes of it is told when the program ends
+    return {};
 }
 
 ExitStatus forEachDrawing(const std::vector<std::string>& files, Output& output,

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/output.h"
@@ -14,13 +15,13 @@
 namespace Orvelcs {
 
 /// "eFileDamaged (51): objects[3].owner: …", without the file's name, which stands before it.
-std::string describe(const std::string& file, const Embedded::FileResult& result);
+std::string describe(const std::string& file, const Embedded::Error& error);
 
 /// A drawing that cannot be loaded or saved, with the host's result.
 class DrawingFailure : public Failure {
 public:
-    DrawingFailure(const std::string& file, const Embedded::FileResult& result)
-        : Failure(file, describe(file, result)), result_(result.status)
+    DrawingFailure(const std::string& file, const Embedded::Error& error)
+        : Failure(file, describe(file, error)), result_(Embedded::hostStatus(error))
     {
     }
     Qeapp::ErrorStatus result() const { return result_; }
@@ -28,8 +29,8 @@ public:
 private:
     Qeapp::ErrorStatus result_;
 };
-/// Throws DrawingFailure unless the result is eOk.
-void require(const std::string& file, const Embedded::FileResult& result);
+/// Throws DrawingFailure for an Error.
+void require(const std::string& file, const Embedded::Expected<void>& result);
 
 /// What is said of a file that is there already.
 inline constexpr const char* kExists = "exists; --force overwrites it";
@@ -44,13 +45,13 @@ public:
     OpenDrawing& operator=(const OpenDrawing&) = delete;
     ~OpenDrawing();
 
-    [[nodiscard]] Embedded::FileResult load();
+    [[nodiscard]] Embedded::Expected<void> load();
     /// To where it came from, in the version that it has.
-    [[nodiscard]] Embedded::FileResult save(Output& output);
+    [[nodiscard]] Embedded::Expected<void> save(Output& output);
 
     /// What of the drawing could not be read since it was loaded. The module's answers do not tell it from what is
     /// absent.
-    [[nodiscard]] Embedded::FileResult loadingFailure() const { return Embedded::loadingFailure(*database()); }
+    [[nodiscard]] Embedded::Expected<void> loadingResult() const { return Embedded::loadingResult(*database()); }
 
     QeDbDatabase* database() const { return document_->database(); }
     int version() const { return database()->drawingVersion(); }
@@ -63,9 +64,9 @@ private:
 };
 
 /// Saves in a drawing version into a file, or prints what would stand there for "-".
-[[nodiscard]] Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file,
-                                               QeDb::QeDbDwgVersion version, Embedded::Overwriting overwriting,
-                                               Output& output);
+[[nodiscard]] Embedded::Expected<void> saveDrawing(QeDbDatabase& database, const std::string& file,
+                                                   QeDb::QeDbDwgVersion version, Embedded::Overwriting overwriting,
+                                                   Output& output);
 
 /// What became of one drawing of a batch, and its part of the JSON document.
 struct DrawingOutcome {

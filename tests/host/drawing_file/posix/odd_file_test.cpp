@@ -26,7 +26,7 @@ protected:
     std::string change(const fs::path& path) const
     {
         Database database;
-        if (const FileResult result = load(path, database, DrawingAccess::changing); database == nullptr)
+        if (const Expected<void> result = load(path, database, DrawingAccess::changing); database == nullptr)
             return outcome(result);
         Drawing drawing(std::move(database));
         drawing.withXrecord({{300, L"new"}}, L"key");
