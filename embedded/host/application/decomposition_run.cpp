@@ -9,7 +9,7 @@ namespace Embedded {
 namespace {
 
 /// Keeps the first error, from whichever of the two recorders.
-class ErrorRecord final : public QeDbSaveErrorRecorder, public QeDbSaveErrorMessageRecorder {
+class ErrorRecorder final : public QeDbSaveErrorRecorder, public QeDbSaveErrorMessageRecorder {
 public:
     Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code) override { return recordError(code, nullptr); }
 
@@ -72,7 +72,7 @@ DecompositionRun::~DecompositionRun()
 
 void DecompositionRun::askReactors()
 {
-    ErrorRecord errors;
+    ErrorRecorder errors;
     forEachReactor([&](QeDbDecompositionReactor& reactor) {
         const Qeapp::ErrorStatus returned = reactor.decomposeForSave(&database_, version_, &errors, &errors);
         const Qeapp::ErrorStatus status = errors.code() != Qeapp::eOk ? errors.code() : returned;

@@ -60,7 +60,7 @@ int send(Module& module, QeRx::AppMsgCode message)
 bool DynamicLinker::unlockApplication(void* appHandle)
 {
     Module* module = find(appHandle);
-    if (isStruck("QeRxDynamicLinker::unlockApplication") || module == nullptr)
+    if (isFaultInjected("QeRxDynamicLinker::unlockApplication") || module == nullptr)
         return false;
     module->unlocked = true;
     return true;
@@ -86,7 +86,7 @@ Embedded::Expected<void*> DynamicLinker::start(const std::filesystem::path& file
     const int answer = send(module, QeRx::kInitAppMsg);
     if (answer == QeRx::kRetOK)
         return &module;
-    forget(&module);
+    remove(&module);
     return refused(file, "its initialisation answered " + std::to_string(answer));
 }
 
@@ -97,7 +97,7 @@ Qeapp::ErrorStatus DynamicLinker::unload(void* handle)
         return Qeapp::eInvalidInput;
     if (!module->unlocked || send(*module, QeRx::kUnloadAppMsg) != QeRx::kRetOK)
         return Qeapp::eModuleRefused;
-    forget(module);
+    remove(module);
     return Qeapp::eOk;
 }
 
@@ -115,7 +115,7 @@ Module* DynamicLinker::findSame(const SharedLibrary& library) const
     return found != modules_.end() ? found->get() : nullptr;
 }
 
-void DynamicLinker::forget(const Module* module)
+void DynamicLinker::remove(const Module* module)
 {
     std::erase_if(modules_, [module](const auto& candidate) { return candidate.get() == module; });
 }
@@ -142,7 +142,7 @@ QeRxClass* QeRxDynamicLinker::isA() const
 bool qerxRegisterAppMDIAware(void* appHandle)
 {
     QeHost::Module* module = QeHost::dynamicLinker().find(appHandle);
-    if (QeHost::isStruck("qerxRegisterAppMDIAware") || module == nullptr)
+    if (QeHost::isFaultInjected("qerxRegisterAppMDIAware") || module == nullptr)
         return false;
     module->mdiAware = true;
     return true;

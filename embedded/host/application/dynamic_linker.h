@@ -29,7 +29,7 @@ public:
 private:
     Embedded::Expected<void*> start(const std::filesystem::path& file, Embedded::SharedLibrary library);
     Module* findSame(const Embedded::SharedLibrary& library) const;
-    void forget(const Module* module);
+    void remove(const Module* module);
 
     std::vector<std::unique_ptr<Module>> modules_;
 };

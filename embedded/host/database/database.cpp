@@ -74,7 +74,7 @@ QeDbDatabaseImp::~QeDbDatabaseImp()
 void QeDbDatabaseImp::destroy(QeDbObjectRecord& objectRecord)
 {
     if (objectRecord.isInFile)
-        leftBehind.insert(objectRecord.handle);
+        destroyedHandles.insert(objectRecord.handle);
     std::erase(geoDataObjects, &objectRecord);
     if (const auto known = storedRecords.find(objectRecord.handle);
         known != storedRecords.end() && known->second == &objectRecord)
@@ -99,7 +99,7 @@ void QeDbDatabaseImp::clear()
     objectRecords.clear();
     storedRecords.clear();
     geoDataObjects.clear();
-    waiting.clear();
+    pendingCollection.clear();
 }
 
 QeDbObjectRecord& QeDbDatabaseImp::adopt(QeDbObject& object, QeDbObjectRecord* owner)
@@ -177,7 +177,7 @@ void QeDbDatabaseImp::load(QeDbObjectRecord& objectRecord)
             store->throwDamage(next->handle, "belongs to itself, through its owners");
         if (!next->isStored)
             store->throwDamage(path.back().first->handle, "belongs to an object that is gone");
-        path.emplace_back(next, store->look(next->handle));
+        path.emplace_back(next, store->lookUp(next->handle));
         const Embedded::Handle owner = path.back().second.owner;
         next = owner != 0 ? &storedRecord(owner) : nullptr;
     }
@@ -199,7 +199,7 @@ void QeDbDatabaseImp::loadBelow(QeDbObjectRecord& objectRecord, const QeHost::St
     QeHost::requireOwner(*this, objectRecord, *itsClass, owner);
     const bool isNamed = std::find(geoDataObjects.begin(), geoDataObjects.end(), &objectRecord) != geoDataObjects.end();
     if (isNamed && itsClass->desc() != QeDbGeoData::desc())
-        store->throwDamage(objectRecord.handle, "is no GeoData, as which the header names it");
+        store->throwDamage(objectRecord.handle, "is not a GeoData object, but the header names it as one");
     std::unique_ptr<QeDbObject> object(itsClass->make());
     store->load(objectRecord, *object->imp().state);
     QeHost::attach(objectRecord, *object.release(), owner);
@@ -213,7 +213,7 @@ void QeDbDatabaseImp::loadRecords(QeDbObjectRecord& table)
 {
     try {
         for (QeDbObjectRecord* const record : QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records) {
-            if (QeHost::loaded(*record).imp().state->owner != &table)
+            if (QeHost::loadObject(*record).imp().state->owner != &table)
                 store->throwDamage(record->handle,
                                    "belongs to another table than " + Embedded::formatHandle(table.handle));
         }
@@ -242,13 +242,13 @@ template <class T>
 Qeapp::ErrorStatus openRoot(T*& object, ObjectRecord* root, QeDb::OpenMode mode, std::string_view call)
 {
     object = nullptr;
-    if (const auto fault = injectedFault(call, Qeapp::eOpenForWrite))
-        return *fault;
+    if (const auto injected = injectedFault(call, Qeapp::eOpenForWrite))
+        return *injected;
     QeDbObject* opened = nullptr;
     const Qeapp::ErrorStatus status = catchStatus([&] {
-        if (!loaded(*root).isKindOf(T::desc()))
+        if (!loadObject(*root).isKindOf(T::desc()))
             root->database->store->throwDamage(root->handle, "is a root of another class");
-        return openRecord(opened, root, mode);
+        return openObject(opened, root, mode);
     });
     object = static_cast<T*>(opened);
     return status;

@@ -15,7 +15,7 @@ namespace QeHost {
 
 /// So that the next push_back needs no memory, and what comes before it may be done.
 template <class T>
-void makeRoomForOne(std::vector<T>& list)
+void reserveOneMore(std::vector<T>& list)
 {
     if (list.size() == list.capacity())
         list.reserve(2 * list.size() + 1);
@@ -71,10 +71,10 @@ public:
     std::unique_ptr<QeHost::ObjectStore> store; // null for a drawing that lies in no file
     std::vector<std::unique_ptr<QeDbObjectRecord>> objectRecords;
     std::unordered_map<Embedded::Handle, QeDbObjectRecord*> storedRecords; // of what is in the file
-    std::set<Embedded::Handle> leftBehind;         // in the file, by objects that were destroyed since
+    std::set<Embedded::Handle> destroyedHandles;   // in the file, by objects that were destroyed since
     std::vector<QeDbObjectRecord*> geoDataObjects; // every one that was ever added; one of them is live at most
     QeHost::TransactionManager transactions{*this};
-    std::vector<QeDbObjectId> waiting; // for the end of the last transaction, when they may be lost
+    std::vector<QeDbObjectId> pendingCollection; // for the end of the last transaction, when they may be lost
 };
 
 namespace QeHost {

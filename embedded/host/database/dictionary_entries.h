@@ -18,7 +18,7 @@ public:
     /// The object under the key, erased or not; or null.
     ObjectRecord* find(const std::wstring& key) const;
     /// The key that the object is under; empty when it is under none.
-    std::wstring keyOf(const ObjectRecord& object) const;
+    std::wstring findKey(const ObjectRecord& object) const;
     /// All of them.
     Map all() const;
     /// Those that need not be asked for.
@@ -29,21 +29,21 @@ public:
     void remove(const std::wstring& key);
 
     /// The other entries lie in the file that the dictionary was loaded from.
-    void loadedFrom(ObjectRecord& dictionary) { dictionary_ = &dictionary; }
+    void loadOnDemandFrom(ObjectRecord& dictionary) { dictionary_ = &dictionary; }
     /// Whether nothing is left to ask the file for.
     bool isComplete() const { return dictionary_ == nullptr; }
     /// Takes in every entry that still lies in the file, which is about to lose them.
-    void complete();
+    void loadAll();
     /// A save is about to change what the file has under the key: before, there was this object, or none for null.
     void keepOriginal(const std::wstring& key, ObjectRecord* object) { originals_.try_emplace(key, object); }
 
     /// What transactions undo: null for a key whose entry was taken out.
-    Map takeChanges() const { return changes_; }
+    Map changes() const { return changes_; }
     void restoreChanges(Map&& changes) noexcept { changes_.swap(changes); }
 
 private:
     ObjectRecord* findOriginal(const std::wstring& key) const;
-    std::wstring storedKeyOf(const ObjectRecord& object) const;
+    std::wstring findStoredKey(const ObjectRecord& object) const;
 
     Map changes_;   // since the drawing was opened
     Map originals_; // as they were then, of the keys that are no longer so in the file

@@ -10,6 +10,6 @@
 namespace QeHost {
 
 /// By live application, in name order.
-std::vector<std::pair<std::wstring, Embedded::ResbufValues>> extendedDataOf(const QeDbObject& object);
+std::vector<std::pair<std::wstring, Embedded::ResbufValues>> extendedDataByName(const QeDbObject& object);
 
 } // namespace QeHost

@@ -20,7 +20,7 @@ inline std::optional<Qeapp::ErrorStatus> injectedFault(std::string_view call,
 }
 
 /// The same for calls that have no status to return.
-inline bool isStruck(std::string_view call)
+inline bool isFaultInjected(std::string_view call)
 {
     return injectedFault(call).has_value();
 }

@@ -47,13 +47,13 @@ bool isLive(const ObjectRecord* record);
 void releaseId(ObjectRecord& record);
 
 /// The record's object, which is loaded first where it lies in the file; throws an Error. Not for one that is gone.
-QeDbObject& loaded(ObjectRecord& record);
+QeDbObject& loadObject(ObjectRecord& record);
 
 /// eOk when nobody has the object open; otherwise the status that refuses a second opener.
-Qeapp::ErrorStatus conflictOf(const ObjectRecord& record, QeDb::OpenMode mode);
+Qeapp::ErrorStatus checkConflict(const ObjectRecord& record, QeDb::OpenMode mode);
 
 /// Opens without being a fallible call of its own. Throws an Error for what cannot be loaded.
-Qeapp::ErrorStatus openRecord(QeDbObject*& object, ObjectRecord* record, QeDb::OpenMode mode, bool openErased = false);
+Qeapp::ErrorStatus openObject(QeDbObject*& object, ObjectRecord* record, QeDb::OpenMode mode, bool openErased = false);
 
 /// Tell the object's reactors, those that unregister meanwhile excepted.
 void notifyModified(const QeDbObject& object);

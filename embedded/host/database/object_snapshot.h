@@ -18,8 +18,8 @@ public:
 private:
     using Field = std::variant<std::wstring, QeDbObjectId, Embedded::ResbufValues, DictionaryEntries::Map,
                                std::vector<ObjectRecord*>, ExtendedData>;
-    class Taker;
-    class Giver;
+    class Saver;
+    class Restorer;
 
     ObjectRecord* owner_;
     bool erased_;

@@ -15,9 +15,9 @@ struct SavePlan {
         bool isRecord = false; // of a table, which the file does not have yet
     };
 
-    std::vector<Embedded::Handle> removed; // from the file, each with all that it owns there
-    std::vector<ObjectRecord*> left;       // what is known of those
-    std::vector<Written> written;          // owners before what they own
+    std::vector<Embedded::Handle> removedHandles; // from the file, each with all that it owns there
+    std::vector<ObjectRecord*> removedObjects;    // what is known of those
+    std::vector<Written> written;                 // owners before what they own
 };
 
 /// Compares what was changed since the last save with what the file has. What leaves the file and could come back is
@@ -25,9 +25,9 @@ struct SavePlan {
 Embedded::Expected<SavePlan> planSave(DatabaseImp& database);
 
 /// After the plan was carried out in the drawing's own file.
-void noteSaved(DatabaseImp& database, const SavePlan& plan) noexcept;
+void markSaved(DatabaseImp& database, const SavePlan& plan) noexcept;
 
 /// The drawing's GeoData object, if the drawing has it: its block may be gone. Or null.
-ObjectRecord* savedGeoData(const DatabaseImp& database);
+ObjectRecord* geoDataInDrawing(const DatabaseImp& database);
 
 } // namespace QeHost

@@ -24,7 +24,7 @@ struct SymbolRecordState final : ObjectState {
 
 /// The table's live record of that name, whatever its case; or null.
 ObjectRecord* findRecord(const ObjectRecord& table, std::wstring_view name);
-const std::wstring& nameOf(const ObjectRecord& record);
+const std::wstring& recordName(const ObjectRecord& record);
 /// Whether the record's table has another live record of its name.
 bool hasNamesake(const ObjectRecord& record);
 

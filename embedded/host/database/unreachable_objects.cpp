@@ -49,7 +49,7 @@ std::vector<ObjectRecord*> unreachableFrom(ObjectRecord& top)
     return found;
 }
 
-void destroyWhatIsLost(ObjectRecord& record)
+void collect(ObjectRecord& record)
 {
     DatabaseImp& database = *record.database;
     if (isReachable(record))
@@ -58,7 +58,7 @@ void destroyWhatIsLost(ObjectRecord& record)
     if (database.isIndispensable(top))
         return;
     if (database.transactions.numActiveTransactions() > 0) {
-        database.waiting.emplace_back(&record);
+        database.pendingCollection.emplace_back(&record);
         return;
     }
     for (ObjectRecord* const lost : unreachableFrom(top))
@@ -70,12 +70,12 @@ void destroyWhatIsLost(ObjectRecord& record)
 void collectIfUnreachable(ObjectRecord& record) noexcept
 {
     try {
-        destroyWhatIsLost(record);
+        collect(record);
     } catch (const std::bad_alloc&) { // see the header
     }
 }
 
-LostWithTransaction::LostWithTransaction(DatabaseImp& database, const Touched& touched)
+CollectorAfterTransaction::CollectorAfterTransaction(DatabaseImp& database, const Touched& touched)
     : database_(database), touched_(touched)
 {
     for (const auto& [record, before] : touched_)
@@ -83,12 +83,12 @@ LostWithTransaction::LostWithTransaction(DatabaseImp& database, const Touched& t
 }
 
 // An object is looked at when the last of its ids ends.
-LostWithTransaction::~LostWithTransaction()
+CollectorAfterTransaction::~CollectorAfterTransaction()
 {
     for (const auto& [record, before] : touched_)
         releaseId(*record);
     if (database_.transactions.numActiveTransactions() == 0)
-        std::vector<QeDbObjectId>().swap(database_.waiting);
+        std::vector<QeDbObjectId>().swap(database_.pendingCollection);
 }
 
 } // namespace QeHost

@@ -20,14 +20,14 @@ void collectIfUnreachable(ObjectRecord& record) noexcept;
 
 /// Keeps what a transaction that ends had to do with until the scope ends, and then destroys what of it is lost; with
 /// the last transaction also what waited.
-class LostWithTransaction {
+class CollectorAfterTransaction {
 public:
     using Touched = std::unordered_map<ObjectRecord*, std::unique_ptr<ObjectSnapshot>>;
 
-    LostWithTransaction(DatabaseImp& database, const Touched& touched);
-    LostWithTransaction(const LostWithTransaction&) = delete;
-    LostWithTransaction& operator=(const LostWithTransaction&) = delete;
-    ~LostWithTransaction();
+    CollectorAfterTransaction(DatabaseImp& database, const Touched& touched);
+    CollectorAfterTransaction(const CollectorAfterTransaction&) = delete;
+    CollectorAfterTransaction& operator=(const CollectorAfterTransaction&) = delete;
+    ~CollectorAfterTransaction();
 
 private:
     DatabaseImp& database_;

@@ -22,7 +22,7 @@ namespace {
 
 using QeHost::ObjectRecord;
 
-constexpr std::size_t kMostTold = 100;
+constexpr std::size_t kMostReported = 100;
 
 class FaultList {
 public:
@@ -30,8 +30,8 @@ public:
 
     void add(std::string place, std::string message)
     {
-        if (++faults_.number <= kMostTold)
-            faults_.told.push_back({std::move(place), std::move(message)});
+        if (++faults_.count <= kMostReported)
+            faults_.reported.push_back({std::move(place), std::move(message)});
     }
 
     void add(const Error& error) { add(error.place.empty() ? "database" : error.place, error.message); }
@@ -136,9 +136,9 @@ public:
         step([&] { checkNames(*database.regAppTable); });
         step([&] { checkNames(*database.blockTable); });
         step([&] {
-            if (const QeDbObject& space = QeHost::loaded(*database.modelSpace);
+            if (const QeDbObject& space = QeHost::loadObject(*database.modelSpace);
                 !space.isKindOf(QeDbBlockTableRecord::desc()) ||
-                QeHost::nameOf(*database.modelSpace) != kQeDbModelSpaceName)
+                QeHost::recordName(*database.modelSpace) != kQeDbModelSpaceName)
                 faults_.add(objectPlace(database.modelSpace->handle), "is not the block of model space");
         });
     }
@@ -156,7 +156,7 @@ private:
         while (query.next())
             step([&] {
                 RowDigest read;
-                const ObjectRow row = objectRowIn(query.row("objects", read));
+                const ObjectRow row = toObjectRow(query.row("objects", read));
                 CheckedObject& object = objects_[static_cast<Handle>(query.integer(0))];
                 object.isThere = true;
                 object.owner = row.owner;
@@ -172,10 +172,10 @@ private:
             step([&] {
                 RowDigest digest;
                 const StoredRow row = query.row(table.name, digest);
-                const Handle owner = handleIn(row[table.object]);
+                const Handle owner = requireHandle(row[table.object]);
                 objects_[owner].*table.digest += digest;
                 if (table.lists) {
-                    CheckedObject& listed = objects_[handleIn(row[table.listed])];
+                    CheckedObject& listed = objects_[requireHandle(row[table.listed])];
                     listed.listedBy = owner;
                     ++listed.listings;
                 }
@@ -195,16 +195,16 @@ private:
         if (!object.isThere)
             return add("is not there");
         if (object.owned != object.expectedOwned)
-            add("what it lists is not all there, or more than there was");
+            add("lists more or fewer objects than were written");
         if (object.details != object.expectedDetails)
-            add("its values are not all there, or more than there were");
+            add("has more or fewer values than were written");
         if (!hasHeader())
             return; // and so what the roots are
         if (isRoot(handle) || handle == header_.geoData) {
             if (object.listings != 0)
-                add("is listed, where nobody lists it");
+                add("is listed, but must not be");
         } else if (object.listings != 1) {
-            add(object.listings == 0 ? "nobody lists it" : "is listed more than once");
+            add(object.listings == 0 ? "is not listed by any object" : "is listed more than once");
         } else if (object.listedBy != object.owner) {
             add("is listed by another object than its owner");
         }
@@ -255,10 +255,10 @@ private:
 
     void checkNames(ObjectRecord& table)
     {
-        QeHost::loaded(table);
+        QeHost::loadObject(table);
         std::set<std::wstring> names;
         for (const ObjectRecord* const record : QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records) {
-            const std::wstring& name = QeHost::nameOf(*record);
+            const std::wstring& name = QeHost::recordName(*record);
             if (name.empty())
                 faults_.add(objectPlace(record->handle), "has no name");
             else if (!names.insert(QeHost::foldedName(name)).second)
@@ -286,7 +286,7 @@ Expected<DrawingFaults> checkDrawing(const std::filesystem::path& file, const Sq
     const auto database = attachDrawing(std::move(*connection), file, {}, false);
     if (database)
         checker.checkFields((*database)->imp());
-    else if (faults.number == 0) // otherwise it was told what keeps the drawing from being opened
+    else if (faults.count == 0) // otherwise it was told what keeps the drawing from being opened
         FaultList(faults).add(database.error());
     return faults;
 }

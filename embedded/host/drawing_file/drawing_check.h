@@ -18,8 +18,8 @@ struct DrawingFault {
 };
 
 struct DrawingFaults {
-    std::vector<DrawingFault> told; // the first hundred
-    std::size_t number = 0;
+    std::vector<DrawingFault> reported; // the first hundred
+    std::size_t count = 0;
 };
 
 /// Reads every page, row, object and reference of the file in one read transaction: a flipped bit anywhere is among the

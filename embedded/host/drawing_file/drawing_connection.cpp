@@ -19,7 +19,7 @@ std::string_view bytesOf(const SQLite::Column& column)
     return {static_cast<const char*>(bytes), bytes != nullptr ? static_cast<std::size_t>(column.getBytes()) : 0};
 }
 
-StoredValue valueOf(const SQLite::Column& column)
+StoredValue toStoredValue(const SQLite::Column& column)
 {
     if (column.isInteger())
         return column.getInt64();
@@ -144,7 +144,7 @@ void Query::bind(int index, const StoredValue& value)
 
 StoredValue Query::value(int column) const
 {
-    return valueOf(statement_.getColumn(column));
+    return toStoredValue(statement_.getColumn(column));
 }
 
 StoredRow Query::row(std::string_view table, RowDigest& digest) const

@@ -26,7 +26,7 @@ using QeHost::SavePlan;
 
 /// Runs `work` as catchDrawingError does, and rolls back what it has written when it fails.
 template <class Work>
-Expected<void> saving(DrawingConnection& connection, const std::string& name, Work work)
+Expected<void> saveOrRollBack(DrawingConnection& connection, const std::string& name, Work work)
 {
     try {
         Expected<void> result = catchDrawingError(connection, name, work);
@@ -47,14 +47,14 @@ public:
 
     Expected<void> write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
     {
-        return saving(store_.connection(), name(), [&]() -> Expected<void> {
+        return saveOrRollBack(store_.connection(), name(), [&]() -> Expected<void> {
             store_.beginSaving();
             const Expected<SavePlan> plan = QeHost::planSave(database);
             if (!plan)
                 return tl::unexpected<Error>(plan.error());
             writeDrawing(store_.connection(), database, *plan, version);
             store_.commit();
-            noteSaved(database, *plan);
+            markSaved(database, *plan);
             return {};
         });
     }
@@ -64,8 +64,8 @@ private:
 };
 
 /// Fills an empty database with the whole drawing.
-Expected<void> fill(DrawingConnection& connection, DrawingStore* store, DatabaseImp& database,
-                    QeDb::QeDbDwgVersion version)
+Expected<void> writeWhole(DrawingConnection& connection, DrawingStore* store, DatabaseImp& database,
+                          QeDb::QeDbDwgVersion version)
 {
     const Expected<SavePlan> plan = QeHost::planSave(database);
     if (!plan)
@@ -98,8 +98,8 @@ public:
     Expected<void> write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
     {
         const std::unique_ptr<DrawingConnection> connection = emptyInMemory();
-        return saving(*connection, name(), [&]() -> Expected<void> {
-            if (Expected<void> filled = fill(*connection, store_, database, version); !filled)
+        return saveOrRollBack(*connection, name(), [&]() -> Expected<void> {
+            if (Expected<void> filled = writeWhole(*connection, store_, database, version); !filled)
                 return filled;
             sqlite3_int64 size = 0;
             unsigned char* const serialized = sqlite3_serialize(connection->handle(), "main", &size, 0);
@@ -132,47 +132,48 @@ public:
         const Expected<void> isRegular = requireRegularFile(file_);
         if (!isRegular && hostStatus(isRegular) != Qeapp::eFileNotFound)
             return failure(Qeapp::eFileWriteFailed, isRegular.error().message, name());
-        const What there = isRegular ? whatIsThere() : What::nothing;
-        if (there == What::nothing || there == What::noBytes) {
+        const Existing existing = isRegular ? inspectExisting() : Existing::nothing;
+        if (existing == Existing::nothing || existing == Existing::noBytes) {
             if (store_ == nullptr)
-                return writeNew(there, database, version);
-        } else if (Expected<void> result = requireOverwritable(there); !result) {
+                return writeNew(existing, database, version);
+        } else if (Expected<void> result = requireOverwritable(existing); !result) {
             return result;
         }
-        return writeStaged(there, database, version);
+        return writeStaged(existing, database, version);
     }
 
 private:
-    enum class What { nothing, noBytes, database, noDatabase };
+    enum class Existing { nothing, noBytes, database, noDatabase };
 
-    What whatIsThere() const
+    Existing inspectExisting() const
     {
-        std::unique_ptr<DrawingConnection> there;
+        std::unique_ptr<DrawingConnection> connection;
         const auto failure = sqlFailureOf([&] {
-            there = open(file_, SQLite::OPEN_READWRITE);
-            there->database().exec("PRAGMA user_version"); // rolls back what a killed save has left
+            connection = open(file_, SQLite::OPEN_READWRITE);
+            connection->database().exec("PRAGMA user_version"); // rolls back what a killed save has left
         });
-        if (there != nullptr && there->fileSize() == 0) // so is a new drawing that was not finished
-            return What::noBytes;
-        return !failure || there == nullptr || isDatabase(there->handle()) ? What::database : What::noDatabase;
+        if (connection != nullptr && connection->fileSize() == 0) // so is a new drawing that was not finished
+            return Existing::noBytes;
+        return !failure || connection == nullptr || isDatabase(connection->handle()) ? Existing::database
+                                                                                     : Existing::noDatabase;
     }
 
-    Expected<void> requireOverwritable(What there) const
+    Expected<void> requireOverwritable(Existing existing) const
     {
         if (overwriting_ == Overwriting::refused)
             return exists();
-        if (there == What::noDatabase && overwriting_ == Overwriting::noDatabase)
+        if (existing == Existing::noDatabase && overwriting_ == Overwriting::noDatabase)
             return {};
         const Expected<std::unique_ptr<DrawingConnection>> connection = connect(file_, DrawingAccess::changing, wait_);
         if (connection)
             return {};
         Error error = connection.error();
         if (error.status == Qeapp::eFileDamaged || error.status == Qeapp::eFileTooNew)
-            error.message += "; what is no drawing is not overwritten";
+            error.message += "; only drawings are overwritten";
         return tl::unexpected<Error>(std::move(error));
     }
 
-    tl::unexpected<Error> exists() const { return failure(Qeapp::eFileExists, "there is such a file already", name()); }
+    tl::unexpected<Error> exists() const { return failure(Qeapp::eFileExists, "the file exists already", name()); }
 
     tl::unexpected<Error> cannotBeWritten(const std::string& reason) const
     {
@@ -185,7 +186,7 @@ private:
     }
 
     /// The system's reason for the name says more than its reason for the call, where the name is one that no file has.
-    std::string whyNotMade(int error) const
+    std::string creationError(int error) const
     {
         const FileLookUp found = lookUpFile(file_);
         return error == EINVAL ? found.reason : std::generic_category().message(error);
@@ -193,16 +194,16 @@ private:
 
     /// Of those who make the same file at once, the first to lock it makes it. A failure leaves a file of no bytes:
     /// whoever waits for the lock may be about to fill it.
-    Expected<void> writeNew(What there, DatabaseImp& database, QeDb::QeDbDwgVersion version)
+    Expected<void> writeNew(Existing existing, DatabaseImp& database, QeDb::QeDbDwgVersion version)
     {
         // SQLite would make it too, and not say why it cannot.
         errno = 0;
-        if (there == What::nothing && !std::ofstream(systemPath(file_), std::ios::app))
-            return cannotBeWritten(whyNotMade(errno));
+        if (existing == Existing::nothing && !std::ofstream(systemPath(file_), std::ios::app))
+            return cannotBeWritten(creationError(errno));
         std::unique_ptr<DrawingConnection> connection;
         if (sqlFailureOf([&] { connection = open(file_, SQLite::OPEN_READWRITE); }))
             return cannotBeWritten(std::generic_category().message(errno));
-        return saving(*connection, name(), [&]() -> Expected<void> {
+        return saveOrRollBack(*connection, name(), [&]() -> Expected<void> {
             leaveRoomForSeals(connection->handle());
             connection->database().exec("BEGIN IMMEDIATE");
             if (connection->fileSize() != 0)
@@ -218,23 +219,23 @@ private:
     }
 
     /// Into a file of its own beside the target first, so that the target is never half written.
-    Expected<void> writeStaged(What there, DatabaseImp& database, QeDb::QeDbDwgVersion version)
+    Expected<void> writeStaged(Existing existing, DatabaseImp& database, QeDb::QeDbDwgVersion version)
     {
         try {
             StagedFile staged(file_);
             std::unique_ptr<DrawingConnection> connection = open(staged.name(), SQLite::OPEN_READWRITE);
-            Expected<void> result = saving(*connection, name(), [&]() -> Expected<void> {
+            Expected<void> result = saveOrRollBack(*connection, name(), [&]() -> Expected<void> {
                 connection->database().exec("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF");
                 leaveRoomForSeals(connection->handle());
-                Expected<void> filled = fill(*connection, store_, database, version);
-                if (filled && (there == What::noBytes || there == What::database))
+                Expected<void> filled = writeWhole(*connection, store_, database, version);
+                if (filled && (existing == Existing::noBytes || existing == Existing::database))
                     copyDatabase(*connection, *open(file_, SQLite::OPEN_READWRITE));
                 return filled;
             });
             connection.reset();
-            if (result && there == What::noDatabase)
+            if (result && existing == Existing::noDatabase)
                 staged.replace(file_);
-            if (result && there == What::nothing && !staged.publishAs(file_))
+            if (result && existing == Existing::nothing && !staged.publishAs(file_))
                 return exists();
             return result;
         } catch (const std::system_error& exception) {

@@ -29,7 +29,7 @@ void appendHex(std::string& text, unsigned long number, int digits)
 }
 
 /// What would end the line or is no character is written as its number.
-std::string asQuoted(std::wstring_view wide)
+std::string quote(std::wstring_view wide)
 {
     std::string text = "\"";
     for (std::size_t at = 0; at < wide.size(); ++at) {
@@ -50,7 +50,7 @@ std::string asQuoted(std::wstring_view wide)
     return text + '"';
 }
 
-std::string textOfReal(double real)
+std::string formatReal(double real)
 {
     std::array<char, 32> digits{};
     const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), real);
@@ -63,12 +63,12 @@ std::string textOfReal(double real)
     return text + ")";
 }
 
-std::string textOf(const ResbufValue& value)
+std::string formatValue(const ResbufValue& value)
 {
     if (const auto* text = std::get_if<std::wstring>(&value.value))
-        return asQuoted(*text);
+        return quote(*text);
     if (const auto* real = std::get_if<double>(&value.value))
-        return textOfReal(*real);
+        return formatReal(*real);
     if (const auto* integer = std::get_if<std::int32_t>(&value.value))
         return std::to_string(*integer);
     std::string hex = "x";
@@ -82,7 +82,7 @@ class FieldPrinter final : public QeHost::FieldVisitor {
 public:
     FieldPrinter(std::string& text, const QeDbObject& object) : text_(text), object_(object) {}
 
-    void text(std::string_view field, std::wstring& text) override { line(field, asQuoted(text)); }
+    void text(std::string_view field, std::wstring& text) override { line(field, quote(text)); }
 
     void reference(std::string_view field, QeDbObjectId& object) override
     {
@@ -96,7 +96,7 @@ public:
         for (const auto& [key, entry] : entries.all()) {
             if (!QeHost::isLive(entry))
                 continue;
-            line("entry", asQuoted(key) + " " + formatHandle(entry->handle));
+            line("entry", quote(key) + " " + formatHandle(entry->handle));
             owned_.push_back(entry);
         }
     }
@@ -108,7 +108,7 @@ public:
                 owned_.push_back(record);
         }
         std::sort(owned_.begin(), owned_.end(), [](const ObjectRecord* left, const ObjectRecord* right) {
-            return QeHost::foldedName(QeHost::nameOf(*left)) < QeHost::foldedName(QeHost::nameOf(*right));
+            return QeHost::foldedName(QeHost::recordName(*left)) < QeHost::foldedName(QeHost::recordName(*right));
         });
         for (const ObjectRecord* const record : owned_)
             line("record", formatHandle(record->handle));
@@ -116,8 +116,8 @@ public:
 
     void extendedData(QeHost::ExtendedData& /*data*/) override
     {
-        for (const auto& [application, values] : QeHost::extendedDataOf(object_))
-            lines("extended data of " + asQuoted(application), values);
+        for (const auto& [application, values] : QeHost::extendedDataByName(object_))
+            lines("extended data of " + quote(application), values);
     }
 
     const std::vector<ObjectRecord*>& owned() const { return owned_; }
@@ -131,7 +131,7 @@ private:
     void lines(std::string_view field, const ResbufValues& values)
     {
         for (const ResbufValue& value : values)
-            line(field, std::to_string(value.code) + " " + textOf(value));
+            line(field, std::to_string(value.code) + " " + formatValue(value));
     }
 
     std::string& text_;
@@ -144,14 +144,14 @@ std::string dump(QeHost::DatabaseImp& database)
     std::map<Handle, std::string> texts;
     std::vector<ObjectRecord*> next{database.namedObjects, database.regAppTable, database.blockTable};
     if (ObjectRecord* const geoData = database.geoData()) {
-        QeHost::loaded(*geoData); // and so its owners
-        if (QeHost::savedGeoData(database) != nullptr)
+        QeHost::loadObject(*geoData); // and so its owners
+        if (QeHost::geoDataInDrawing(database) != nullptr)
             next.push_back(geoData);
     }
     while (!next.empty()) {
         ObjectRecord& objectRecord = *next.back();
         next.pop_back();
-        const QeDbObject& object = QeHost::loaded(objectRecord);
+        const QeDbObject& object = QeHost::loadObject(objectRecord);
         std::string& text = texts[objectRecord.handle];
         QeHost::ObjectState& state = *object.imp().state;
         text = "object " + formatHandle(objectRecord.handle) + " " + utf8FromWide(object.isA()->name());

@@ -11,12 +11,12 @@ std::string systemReason(sqlite3* connection)
     return error != 0 ? ": " + std::system_category().message(error) : "";
 }
 
-std::string whyNoDatabase(sqlite3* connection)
+std::string notADatabaseMessage(sqlite3* connection)
 {
     const std::string beginning = connection != nullptr ? beginningOfFile(connection) : std::string();
     if (beginning.starts_with("{\n  \"format\": \"embedded host drawing\""))
         return "is a drawing of format 1, which is not read any more";
-    return "is no drawing file: not an SQLite database";
+    return "not a drawing file: it is not an SQLite database";
 }
 
 Error readOnlyError(int code)
@@ -73,9 +73,9 @@ Error drawingError(const SqlFailure& failure, sqlite3* connection)
 {
     switch (failure.primaryCode()) {
     case SQLITE_BUSY:
-        return {Qeapp::eFileLocked, "another process is using it and did not let go of it in time", {}};
+        return {Qeapp::eFileLocked, "another process is using it and did not release it in time", {}};
     case SQLITE_NOTADB:
-        return {Qeapp::eFileDamaged, whyNoDatabase(connection), {}};
+        return {Qeapp::eFileDamaged, notADatabaseMessage(connection), {}};
     case SQLITE_CORRUPT:
         return {Qeapp::eFileDamaged, "is damaged: " + failure.message, {}};
     case SQLITE_FULL:

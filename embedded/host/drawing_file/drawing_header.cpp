@@ -40,7 +40,7 @@ std::map<std::string, std::int64_t> rowsOfHeader(DrawingConnection& connection)
         const auto* field = std::get_if<StoredText>(&row[0]);
         const auto* value = std::get_if<std::int64_t>(&row[1]);
         if (field == nullptr || value == nullptr)
-            refuseHeader("a row that is no field and a number");
+            refuseHeader("a row is not a field with a number");
         values.emplace(field->bytes, *value);
     }
     return values;
@@ -48,9 +48,9 @@ std::map<std::string, std::int64_t> rowsOfHeader(DrawingConnection& connection)
 
 } // namespace
 
-DrawingHeader headerOf(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version)
+DrawingHeader makeHeader(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version)
 {
-    const QeHost::ObjectRecord* const geoData = QeHost::savedGeoData(database);
+    const QeHost::ObjectRecord* const geoData = QeHost::geoDataInDrawing(database);
     return {.version = version,
             .nextHandle = database.nextHandle,
             .namedObjects = database.namedObjects->handle,
@@ -91,7 +91,7 @@ DrawingHeader readHeader(DrawingConnection& connection)
     forEachHandle(header, [&](const char* field, Handle& handle, bool mustBe) {
         const std::int64_t value = take(field, mustBe);
         if (value < (mustBe ? 1 : 0))
-            refuseHeader(std::string(field) + " is no handle");
+            refuseHeader(std::string(field) + " is not a handle");
         handle = static_cast<Handle>(value);
     });
     if (!values.empty())

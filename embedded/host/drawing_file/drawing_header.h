@@ -17,7 +17,7 @@ struct DrawingHeader {
     Handle geoData = 0;
 };
 
-DrawingHeader headerOf(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version);
+DrawingHeader makeHeader(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version);
 void writeHeader(DrawingConnection& connection, const DrawingHeader& header);
 /// Throws an Error.
 DrawingHeader readHeader(DrawingConnection& connection);

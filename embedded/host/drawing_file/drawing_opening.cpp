@@ -40,7 +40,7 @@ void requireDrawing(DrawingConnection& connection)
     SQLite::Database& database = connection.database();
     const std::int64_t application = pragma(database, "PRAGMA application_id"); // also rolls back a killed save
     if (connection.fileSize() == 0)
-        throwDamage("is empty, and so no drawing");
+        throwDamage("is empty, not a drawing");
     if (application != DrawingSchema::kApplicationId)
         throwDamage("is a database of another application (its application_id is " + std::to_string(application) + ")");
     const std::int64_t format = pragma(database, "PRAGMA user_version");
@@ -48,7 +48,7 @@ void requireDrawing(DrawingConnection& connection)
         throwError(Qeapp::eFileTooNew, "is of format " + std::to_string(format) + "; this version reads format " +
                                            std::to_string(DrawingSchema::kFormat));
     if (format != DrawingSchema::kFormat)
-        throwDamage("is of no known format (its user_version is " + std::to_string(format) + ")");
+        throwDamage("has an unknown format (its user_version is " + std::to_string(format) + ")");
     DrawingSchema::require(database);
 }
 
@@ -71,8 +71,8 @@ void fillRoots(QeHost::DatabaseImp& imp, const DrawingHeader& header)
     if (header.geoData != 0)
         imp.geoDataObjects.push_back(&imp.storedRecord(header.geoData));
     // Extended data are kept under the applications' records.
-    if (!QeHost::loaded(*imp.regAppTable).isKindOf(QeDbRegAppTable::desc()))
-        imp.store->throwDamage(header.regAppTable, "is no table of registered applications");
+    if (!QeHost::loadObject(*imp.regAppTable).isKindOf(QeDbRegAppTable::desc()))
+        imp.store->throwDamage(header.regAppTable, "is not the table of registered applications");
 }
 
 } // namespace

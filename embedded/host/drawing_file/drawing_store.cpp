@@ -46,7 +46,7 @@ private:
     bool isOwn_;
 };
 
-void requireDifferent(const std::vector<std::pair<std::wstring, Handle>>& entries)
+void requireDistinct(const std::vector<std::pair<std::wstring, Handle>>& entries)
 {
     std::vector<Handle> objects;
     for (const auto& [key, object] : entries)
@@ -56,12 +56,12 @@ void requireDifferent(const std::vector<std::pair<std::wstring, Handle>>& entrie
         Embedded::throwDamage("is listed twice", objectPlace(*twice));
 }
 
-std::wstring keyFrom(const StoredValue& value)
+std::wstring requireKey(const StoredValue& value)
 {
     const auto* stored = std::get_if<StoredText>(&value);
     std::optional<std::wstring> key = stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
     if (!key || key->empty())
-        Embedded::throwDamage("a key is no text", "entries");
+        Embedded::throwDamage("a key is not a text", "entries");
     return std::move(*key);
 }
 
@@ -76,7 +76,7 @@ DrawingStore::DrawingStore(std::unique_ptr<DrawingConnection> connection, std::f
 }
 
 template <class Read>
-auto DrawingStore::reading(Read read)
+auto DrawingStore::inReadTransaction(Read read)
 {
     if (!result_)
         throw ErrorException(result_.error());
@@ -101,12 +101,12 @@ void DrawingStore::requireUnchanged()
 
 DrawingHeader DrawingStore::header()
 {
-    return reading([&] { return readHeader(*connection_); });
+    return inReadTransaction([&] { return readHeader(*connection_); });
 }
 
-QeHost::StoredObject DrawingStore::look(Handle object)
+QeHost::StoredObject DrawingStore::lookUp(Handle object)
 {
-    return reading([&] {
+    return inReadTransaction([&] {
         const ObjectRow row = readObjectRow(*connection_, object);
         return QeHost::StoredObject{wideFromUtf8(row.className), row.owner};
     });
@@ -114,7 +114,7 @@ QeHost::StoredObject DrawingStore::look(Handle object)
 
 void DrawingStore::load(QeHost::ObjectRecord& object, QeHost::ObjectState& state)
 {
-    reading([&] {
+    inReadTransaction([&] {
         readFields(*connection_, object, state);
         return true;
     });
@@ -122,17 +122,17 @@ void DrawingStore::load(QeHost::ObjectRecord& object, QeHost::ObjectState& state
 
 Handle DrawingStore::findEntry(Handle dictionary, const std::wstring& key)
 {
-    return reading([&] {
+    return inReadTransaction([&] {
         Query query(*connection_, "SELECT * FROM entries WHERE dictionary = ? AND key = ?", dictionary,
                     storedFromWide(key));
         RowDigest digest;
-        return query.next() ? handleIn(query.row("entries", digest)[2]) : Handle{0};
+        return query.next() ? requireHandle(query.row("entries", digest)[2]) : Handle{0};
     });
 }
 
-std::vector<std::pair<std::wstring, Handle>> DrawingStore::entriesOf(Handle dictionary)
+std::vector<std::pair<std::wstring, Handle>> DrawingStore::readEntries(Handle dictionary)
 {
-    return reading([&] {
+    return inReadTransaction([&] {
         const ObjectRow owner = readObjectRow(*connection_, dictionary);
         std::vector<std::pair<std::wstring, Handle>> entries;
         RowDigest digest;
@@ -141,30 +141,30 @@ std::vector<std::pair<std::wstring, Handle>> DrawingStore::entriesOf(Handle dict
             const StoredRow row = query.row("entries", digest);
             if (digest.rows > owner.owned.rows) // a damaged tree may give some again and again
                 break;
-            entries.emplace_back(keyFrom(row[1]), handleIn(row[2]));
+            entries.emplace_back(requireKey(row[1]), requireHandle(row[2]));
         }
-        requireDifferent(entries);
+        requireDistinct(entries);
         if (digest != owner.owned)
             Embedded::throwDamage("not all of its entries are there", objectPlace(dictionary));
         return entries;
     });
 }
 
-std::pair<Handle, std::wstring> DrawingStore::entryOf(Handle object)
+std::pair<Handle, std::wstring> DrawingStore::findOwningEntry(Handle object)
 {
-    return reading([&] {
+    return inReadTransaction([&] {
         Query query(*connection_, "SELECT * FROM entries WHERE object = ?", object);
         RowDigest digest;
         if (!query.next())
             return std::pair<Handle, std::wstring>();
         const StoredRow row = query.row("entries", digest);
-        return std::pair(handleIn(row[0]), keyFrom(row[1]));
+        return std::pair(requireHandle(row[0]), requireKey(row[1]));
     });
 }
 
-std::vector<Handle> DrawingStore::usersOf(Handle application)
+std::vector<Handle> DrawingStore::findApplicationUsers(Handle application)
 {
-    return reading([&] {
+    return inReadTransaction([&] {
         std::vector<Handle> users;
         Query query(*connection_, "SELECT DISTINCT object FROM extended_data WHERE application = ?", application);
         while (query.next())
@@ -183,7 +183,7 @@ void DrawingStore::throwDamage(Handle object, const std::string& message)
 Expected<void> DrawingStore::copyTo(DrawingConnection& other)
 {
     const ReadTransaction transaction(*connection_);
-    if (Expected<bool> unchanged = catchError([&] { return reading([] { return true; }); }); !unchanged)
+    if (Expected<bool> unchanged = catchError([&] { return inReadTransaction([] { return true; }); }); !unchanged)
         return tl::unexpected<Error>(std::move(unchanged).error());
     if (sqlite3_txn_state(connection_->handle(), "main") == SQLITE_TXN_WRITE) {
         // SQLite does not copy from a connection that holds the lock for writing. It has not written anything yet.

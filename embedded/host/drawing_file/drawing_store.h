@@ -18,12 +18,12 @@ public:
     DrawingStore(std::unique_ptr<DrawingConnection> connection, std::filesystem::path path, std::string file);
 
     DrawingHeader header();
-    QeHost::StoredObject look(Handle object) override;
+    QeHost::StoredObject lookUp(Handle object) override;
     void load(QeHost::ObjectRecord& object, QeHost::ObjectState& state) override;
     Handle findEntry(Handle dictionary, const std::wstring& key) override;
-    std::vector<std::pair<std::wstring, Handle>> entriesOf(Handle dictionary) override;
-    std::pair<Handle, std::wstring> entryOf(Handle object) override;
-    std::vector<Handle> usersOf(Handle application) override;
+    std::vector<std::pair<std::wstring, Handle>> readEntries(Handle dictionary) override;
+    std::pair<Handle, std::wstring> findOwningEntry(Handle object) override;
+    std::vector<Handle> findApplicationUsers(Handle application) override;
     [[noreturn]] void throwDamage(Handle object, const std::string& message) override;
 
     DrawingConnection& connection() { return *connection_; }
@@ -44,7 +44,7 @@ public:
 private:
     /// Answers what `read` reads from the file, all at one moment. Throws an Error.
     template <class Read>
-    auto reading(Read read);
+    auto inReadTransaction(Read read);
     void requireUnchanged();
 
     std::unique_ptr<DrawingConnection> connection_;

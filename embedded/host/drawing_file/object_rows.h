@@ -16,7 +16,7 @@ struct ObjectRow {
 };
 
 /// Of the values of a row of `objects`.
-ObjectRow objectRowIn(const StoredRow& row);
+ObjectRow toObjectRow(const StoredRow& row);
 /// Throws an Error for an object that is not there, and for damage.
 ObjectRow readObjectRow(DrawingConnection& connection, Handle object);
 /// Inserts the row, or puts it in the place of the one that is there.
@@ -35,6 +35,6 @@ inline std::int64_t storedHandle(Handle handle)
     return static_cast<std::int64_t>(handle);
 }
 /// The handle in a row; throws an Error for a number that is none.
-Handle handleIn(const StoredValue& value);
+Handle requireHandle(const StoredValue& value);
 
 } // namespace Embedded

@@ -10,7 +10,7 @@
 
 namespace Embedded {
 
-std::vector<DetailRow> detailsOf(DrawingConnection& connection, Handle object, RowDigest& digest)
+std::vector<DetailRow> readDetailRows(DrawingConnection& connection, Handle object, RowDigest& digest)
 {
     std::vector<DetailRow> details;
     for (const DetailTable& table : kDetailTables) {
@@ -28,11 +28,11 @@ class SalvageReader {
 public:
     SalvageReader(DrawingConnection& connection, Salvage& salvage) : connection_(connection), salvage_(salvage) {}
 
-    std::map<Handle, SavedObject> read()
+    std::map<Handle, SalvagedObject> read()
     {
         for (const Handle handle : handles())
             readOne(handle);
-        dropWhatRefersToLost();
+        dropReferencesToLost();
         return std::move(objects_);
     }
 
@@ -83,7 +83,7 @@ private:
     {
         if (handle == 0)
             return;
-        SavedObject object;
+        SalvagedObject object;
         const Expected<void> result = attempt([&] {
             const ObjectRow row = readObjectRow(connection_, handle);
             object.className = row.className;
@@ -101,34 +101,34 @@ private:
         objects_.emplace(handle, std::move(object));
     }
 
-    void readDetails(Handle handle, const ObjectRow& row, SavedObject& object)
+    void readDetails(Handle handle, const ObjectRow& row, SalvagedObject& object)
     {
         RowDigest digest;
-        object.details = detailsOf(connection_, handle, digest);
+        object.details = readDetailRows(connection_, handle, digest);
         if (digest != row.details)
             throwDamage("not all of its values are there");
     }
 
-    void readKey(Handle handle, SavedObject& object)
+    void readKey(Handle handle, SalvagedObject& object)
     {
         RowDigest digest;
         Query query(connection_, "SELECT * FROM entries WHERE object = ?", handle);
         if (!query.next())
             return;
         const StoredRow row = query.row("entries", digest);
-        if (handleIn(row[0]) == object.owner)
+        if (requireHandle(row[0]) == object.owner)
             object.key = std::get<StoredText>(row[1]);
     }
 
     /// Fields that refer to a lost object make their own one lost; extended data of a lost application are dropped.
-    void dropWhatRefersToLost()
+    void dropReferencesToLost()
     {
         for (bool isDone = false; !isDone;) {
             isDone = true;
             for (auto each = objects_.begin(); each != objects_.end();) {
-                SavedObject& object = each->second;
+                SalvagedObject& object = each->second;
                 const auto ofLostApplication = [&](const DetailRow& row) {
-                    return row.table == &kDetailTables[2] && !objects_.contains(handleIn(row.values[1]));
+                    return row.table == &kDetailTables[2] && !objects_.contains(requireHandle(row.values[1]));
                 };
                 if (std::erase_if(object.details, ofLostApplication) != 0)
                     salvage_.lost.push_back(
@@ -149,12 +149,12 @@ private:
 
     DrawingConnection& connection_;
     Salvage& salvage_;
-    std::map<Handle, SavedObject> objects_;
+    std::map<Handle, SalvagedObject> objects_;
 };
 
 } // namespace
 
-std::map<Handle, SavedObject> readSalvagedObjects(DrawingConnection& connection, Salvage& salvage)
+std::map<Handle, SalvagedObject> readSalvagedObjects(DrawingConnection& connection, Salvage& salvage)
 {
     return SalvageReader(connection, salvage).read();
 }

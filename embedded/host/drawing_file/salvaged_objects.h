@@ -31,7 +31,7 @@ struct DetailRow {
     StoredRow values;
 };
 
-struct SavedObject {
+struct SalvagedObject {
     std::string className;
     const QeHost::ObjectClass* itsClass = nullptr;
     Handle owner = 0;
@@ -40,9 +40,9 @@ struct SavedObject {
 };
 
 /// The details of an object, the sum of whose checksums goes into `digest`. Throws an Error.
-std::vector<DetailRow> detailsOf(DrawingConnection& connection, Handle object, RowDigest& digest);
+std::vector<DetailRow> readDetailRows(DrawingConnection& connection, Handle object, RowDigest& digest);
 
 /// Reads what can be read, one object after the other, and notes what is lost.
-std::map<Handle, SavedObject> readSalvagedObjects(DrawingConnection& connection, Salvage& salvage);
+std::map<Handle, SalvagedObject> readSalvagedObjects(DrawingConnection& connection, Salvage& salvage);
 
 } // namespace Embedded

@@ -20,7 +20,7 @@ protected:
     }
     std::string locked() const
     {
-        return refusal(Qeapp::eFileLocked, "another process is using it and did not let go of it in time");
+        return refusal(Qeapp::eFileLocked, "another process is using it and did not release it in time");
     }
     std::string changed() const
     {

@@ -30,7 +30,7 @@ std::string hexOfHandle(std::uint64_t handle)
 Json faultsAsJson(const Embedded::DrawingFaults& faults)
 {
     Json array = Json::array();
-    for (const Embedded::DrawingFault& fault : faults.told)
+    for (const Embedded::DrawingFault& fault : faults.reported)
         array.push_back({{"place", fault.place}, {"message", fault.message}});
     return array;
 }
@@ -47,10 +47,10 @@ Json salvageAsJson(const std::string& file, const Embedded::Salvage& salvage)
 
 void printFaults(const std::string& file, const Embedded::DrawingFaults& faults, Output& output)
 {
-    for (const Embedded::DrawingFault& fault : faults.told)
+    for (const Embedded::DrawingFault& fault : faults.reported)
         output.error(file, fmt::format("{}: {}", fault.place, fault.message));
-    if (faults.number > faults.told.size())
-        output.error(file, fmt::format("and {} faults more", faults.number - faults.told.size()));
+    if (faults.count > faults.reported.size())
+        output.error(file, fmt::format("and {} faults more", faults.count - faults.reported.size()));
 }
 
 void printSalvage(const std::string& file, const Embedded::Salvage& salvage, Output& output)
@@ -90,16 +90,16 @@ DrawingOutcome checkOne(const std::string& file, const CheckOptions& options, Ou
     if (!result)
         return fail(file, result.error(), std::move(json), output);
     const Embedded::DrawingFaults& faults = *result;
-    json["ok"] = faults.number == 0;
+    json["ok"] = faults.count == 0;
     json["faults"] = faultsAsJson(faults);
     printFaults(file, faults, output);
-    if (faults.number == 0 && !output.json())
+    if (faults.count == 0 && !output.json())
         output.confirm(file, "no fault was found");
     if (options.salvages())
         if (const Embedded::Expected<void> salvaged = salvage(file, options, json, output); !salvaged)
             return fail(salvaged.error().status == Qeapp::eFileExists ? options.salvage : file, salvaged.error(),
                         std::move(json), output);
-    return {faults.number == 0 ? ExitStatus::done : ExitStatus::failed, std::move(json)};
+    return {faults.count == 0 ? ExitStatus::done : ExitStatus::failed, std::move(json)};
 }
 
 ExitStatus runCheck(const CheckOptions& options, Output& output)

@@ -17,7 +17,7 @@ protected:
     std::string inAnotherProcess(char question = 'c') const { return other.ask(question); }
     std::string locked() const
     {
-        return refusal(Qeapp::eFileLocked, "another process is using it and did not let go of it in time");
+        return refusal(Qeapp::eFileLocked, "another process is using it and did not release it in time");
     }
     std::string answer(char question) const
     {

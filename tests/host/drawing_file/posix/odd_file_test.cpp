@@ -182,7 +182,7 @@ TEST_F(OddFile, WithANameThatIsNotUtf8_IsSavedLoadedAndShownLegibly)
     EXPECT_EQ(tryToLoad(odd, DrawingAccess::changing), "0");
     EXPECT_EQ(outcome(Embedded::saveDrawing(empty, odd, QeDb::kCurrentDwg)),
               number(Qeapp::eFileExists) + " " + folder.path().string() +
-                  "/\xEF\xBF\xBD.qedb: there is such a file already");
+                  "/\xEF\xBF\xBD.qedb: the file exists already");
 }
 
 TEST_F(OddFile, WithQuestionMarksAndPercents_IsNoAddress)
