@@ -1,4 +1,4 @@
-// One round of the decomposition reactors for a save, and the transaction that it happens in.
+// Decomposition for a save: calls the reactors inside a transaction.
 #pragma once
 
 #include <string>
@@ -13,12 +13,12 @@ namespace Embedded {
 /// Asks every registered reactor to decompose the drawing for the version, inside a transaction of its own. The first
 /// result other than eOk, and the first error recorded, end the round and undo it at once.
 ///
-/// After a round that went well the transaction is still active: the saver writes what the drawing holds now and then
-/// calls complete(). A run that goes out of scope without it undoes everything.
+/// After a successful round the transaction is still active. The caller writes the drawing and then calls complete().
+/// The destructor undoes a run that was not completed.
 class QEHOST_API DecompositionRun {
 public:
     DecompositionRun(QeDbDatabase& database, QeDb::QeDbDwgVersion version);
-    /// Aborts, and tells the reactors saveAborted, unless the run has ended already.
+    /// Aborts the run and calls saveAborted of the reactors, unless the run has ended.
     ~DecompositionRun();
     DecompositionRun(const DecompositionRun&) = delete;
     DecompositionRun& operator=(const DecompositionRun&) = delete;
@@ -27,7 +27,7 @@ public:
     /// started; its message is the recorded one, or names the version and the code.
     const Expected<void>& result() const { return result_; }
 
-    /// Keeps what the reactors did and tells them saveCompleted. Does nothing for a run that failed or ended.
+    /// Keeps what the reactors did and calls their saveCompleted. Does nothing for a run that failed or ended.
     void complete();
 
 private:

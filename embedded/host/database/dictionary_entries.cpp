@@ -49,7 +49,7 @@ std::wstring DictionaryEntries::findKey(const ObjectRecord& object) const
         key = *original;
     else if (!isComplete() && object.isInFile)
         key = findStoredKey(object);
-    return changes_.contains(key) ? std::wstring() : key; // where it was taken out or replaced since
+    return changes_.contains(key) ? std::wstring() : key; // empty if it was removed or replaced since
 }
 
 void DictionaryEntries::put(Map&& entry)
@@ -94,7 +94,7 @@ void DictionaryEntries::loadAll()
     for (auto& [key, handle] : dictionary_->database->store->readEntries(dictionary_->handle)) {
         if (originals_.contains(key))
             continue;
-        // What was taken out since belongs to nobody.
+        // An entry that was removed since has no owner.
         ObjectRecord& entry = changes_.contains(key) ? dictionary_->database->storedRecord(handle)
                                                      : dictionary_->database->storedEntry(handle, *dictionary_);
         originals_.emplace(std::move(key), &entry);

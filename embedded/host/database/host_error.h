@@ -26,13 +26,13 @@ Qeapp::ErrorStatus hostStatus(const Expected<T>& result)
     throw ErrorException(Error{status, std::move(message), std::move(place)});
 }
 
-/// Throws eFileDamaged for what is no valid drawing.
+/// Throws eFileDamaged.
 [[noreturn]] inline void throwDamage(std::string message, std::string place = {})
 {
     throwError(Qeapp::eFileDamaged, std::move(message), std::move(place));
 }
 
-/// The same error in a file, whose name comes before the place.
+/// Puts the file's name before the place of an error.
 inline Error inFile(const std::string& file, Error error)
 {
     if (!file.empty())

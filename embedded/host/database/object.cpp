@@ -99,7 +99,7 @@ bool isRegistered(const ObjectImp& imp, const QeDbObjectReactor* reactor)
     return std::find(imp.reactors.begin(), imp.reactors.end(), reactor) != imp.reactors.end();
 }
 
-/// Goes through a copy: a reactor may come or go while it is told.
+/// Uses a copy of the list: a reactor may add or remove reactors.
 template <class Notice>
 void tellReactors(const QeDbObject& object, Notice notice)
 {
@@ -124,7 +124,7 @@ void notifyErased(const QeDbObject& object, bool erasing)
 
 namespace {
 
-/// Ends the writer's turn; whoever asked to hear of changes hears of this one while the object can still be queried.
+/// Notifies the reactors while the object can still be queried, and ends the opening for write.
 void endWriting(const QeDbObject& object)
 {
     ObjectImp& imp = object.imp();

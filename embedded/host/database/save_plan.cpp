@@ -15,7 +15,7 @@ bool isInDrawing(const DatabaseImp& database, const ObjectRecord& record)
 {
     const ObjectRecord* each = &record;
     for (; isLive(each) && !database.isRoot(*each); each = each->object->imp().state->owner) {
-        if (each->object == nullptr) // stored: with its owners it was read from the file
+        if (each->object == nullptr) // not loaded, so in the file with its owners
             return true;
     }
     return isLive(each);
@@ -56,7 +56,7 @@ private:
         sortGeoData();
     }
 
-    /// Which its block does not list: where something leaves the drawing, its block may.
+    /// A block does not list its GeoData object. The block may be among the objects that leave the drawing.
     void sortGeoData()
     {
         ObjectRecord* const geoData = database_.geoData();
@@ -93,7 +93,7 @@ private:
         }
     }
 
-    /// Loads what the file is about to lose with the object.
+    /// Loads what is removed from the file with the object.
     void loadBeforeRemoval(ObjectRecord& record)
     {
         if (record.isStored)
@@ -103,16 +103,16 @@ private:
         if (database_.store == nullptr)
             return;
         for (const Embedded::Handle user : database_.store->findApplicationUsers(record.handle)) {
-            if (database_.destroyedHandles.contains(user)) // it was destroyed; there may be a new object of that handle
+            if (database_.destroyedHandles.contains(user)) // destroyed; a new object may have its handle
                 continue;
             ObjectRecord& each = database_.storedRecord(user);
             if (each.isStored)
                 loadObject(each);
-            toWrite_.push_back(&each); // without the extended data of an application that leaves
+            toWrite_.push_back(&each); // without the extended data of the removed application
         }
     }
 
-    /// So that the dictionary knows what it had when the file has it no more.
+    /// Lets the dictionary keep the entry that is removed from the file.
     void keepOriginalEntry(ObjectRecord& record)
     {
         const auto [handle, key] = database_.store->findOwningEntry(record.handle);
@@ -153,7 +153,7 @@ private:
         addDependents(record);
     }
 
-    /// Of an entry that the file does not have yet, and that is in memory therefore.
+    /// The key of a new entry, which is therefore in memory.
     std::wstring keyOf(const ObjectRecord& record)
     {
         ObjectRecord* const owner = ownerOf(record);
@@ -170,7 +170,7 @@ private:
         return key;
     }
 
-    /// What an object that comes back owns, and whose extended data an application brings back.
+    /// Adds what a restored object owns, and the objects with extended data of a restored application.
     void addDependents(ObjectRecord& record)
     {
         if (const DictionaryEntries* const entries = entriesOf(record)) {

@@ -17,7 +17,7 @@ namespace {
 
 void undo(ObjectRecord& record, std::unique_ptr<ObjectSnapshot>& before)
 {
-    record.isChanged = true; // a save may have come between
+    record.isChanged = true; // a save may have written the undone state
     if (before == nullptr)
         record.undone = true;
     if (record.object == nullptr)
@@ -99,7 +99,7 @@ void TransactionManager::commitInnermost()
     const std::unique_ptr<QeDbTransaction> ended = std::move(active_.back());
     active_.pop_back();
     if (outer != nullptr)
-        outer->before.merge(ended->before); // what the outer one knows of is older and stays
+        outer->before.merge(ended->before); // the older state in the outer one stays
     const CollectorAfterTransaction collector(database_, ended->before);
     ResourceCounters::remove(ResourceKind::transaction);
 }
@@ -111,7 +111,7 @@ void TransactionManager::abortInnermost()
     const CollectorAfterTransaction collector(database_, ended->before);
     for (auto& [record, before] : ended->before)
         undo(*record, before);
-    database_.nextHandle = ended->nextHandle; // taken back with the objects that are undone
+    database_.nextHandle = ended->nextHandle; // the handles of the undone objects are free again
     ResourceCounters::remove(ResourceKind::transaction);
 }
 

@@ -16,7 +16,7 @@ ObjectRecord* ownerOf(const ObjectRecord& record)
     return record.object != nullptr ? record.object->imp().state->owner : nullptr;
 }
 
-/// The first owner of all, perhaps the object itself.
+/// The outermost owner, which may be the object itself.
 ObjectRecord& outermost(ObjectRecord& record)
 {
     ObjectRecord* outer = &record;
@@ -30,7 +30,7 @@ bool isReachable(const ObjectRecord& record)
     return record.object == nullptr || record.ids > 0 || record.object->imp().isOpen();
 }
 
-/// Everything that the dictionary holds, itself included; nothing when some of that can be reached.
+/// The object and everything below it, or nothing if any of it is reachable.
 std::vector<ObjectRecord*> unreachableFrom(ObjectRecord& top)
 {
     std::vector<ObjectRecord*> found{&top};
@@ -61,8 +61,8 @@ void collect(ObjectRecord& record)
         database.pendingCollection.emplace_back(&record);
         return;
     }
-    for (ObjectRecord* const lost : unreachableFrom(top))
-        database.destroy(*lost);
+    for (ObjectRecord* const each : unreachableFrom(top))
+        database.destroy(*each);
 }
 
 } // namespace
@@ -71,7 +71,7 @@ void collectIfUnreachable(ObjectRecord& record) noexcept
 {
     try {
         collect(record);
-    } catch (const std::bad_alloc&) { // see the header
+    } catch (const std::bad_alloc&) { // the object stays until the drawing is closed
     }
 }
 
@@ -82,7 +82,7 @@ CollectorAfterTransaction::CollectorAfterTransaction(DatabaseImp& database, cons
         ++record->ids;
 }
 
-// An object is looked at when the last of its ids ends.
+// Releasing the last id of an object collects it.
 CollectorAfterTransaction::~CollectorAfterTransaction()
 {
     for (const auto& [record, before] : touched_)

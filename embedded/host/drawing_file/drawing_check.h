@@ -1,4 +1,4 @@
-// Reading all of a drawing file, to find out what is wrong with it.
+// Checking all of a drawing file.
 #pragma once
 
 #include <cstddef>

@@ -9,8 +9,8 @@
 
 namespace Embedded {
 
-/// Returns everything that a save would keep, object after object in the order of their handles, in UTF-8: two drawings
-/// that are equal give equal texts, and a difference is a line. Loads every object; the Error says what cannot be read.
+/// Returns everything that a save would keep as UTF-8, object after object in the order of their handles. Equal
+/// drawings give equal texts, and a difference is a line. Loads every object. The Error says what cannot be read.
 QEHOST_API Expected<std::string> dumpDrawing(const QeDbDatabase& database);
 
 } // namespace Embedded

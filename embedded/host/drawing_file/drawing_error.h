@@ -1,4 +1,4 @@
-// How work on a drawing file fails: what SQLite answers, as an Error of the host.
+// Failures of SQLite as Errors of the host.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace Embedded {
 
-/// What SQLite's refusal says of a drawing file, without the file's name. `connection` may be null where there is none.
+/// What a failure of SQLite means for a drawing file. The place is empty. `connection` may be null.
 Error drawingError(const SqlFailure& failure, sqlite3* connection);
 
 /// Whether the file begins as SQLite databases do.

@@ -1,4 +1,4 @@
-// Opening the database that a drawing file is.
+// Opening a drawing file.
 #pragma once
 
 #include <filesystem>
@@ -10,29 +10,29 @@
 
 namespace Embedded {
 
-/// As loadDrawing and loadDrawingFromBytes do, but for want of memory, which is std::bad_alloc.
+/// Do what loadDrawing and loadDrawingFromBytes do, but throw std::bad_alloc when memory is short.
 Expected<std::unique_ptr<QeDbDatabase>> openDrawing(const std::filesystem::path& file, DrawingAccess access,
                                                     const SqlWait& wait);
 Expected<std::unique_ptr<QeDbDatabase>> openDrawingFromBytes(const std::string& bytes);
 
-/// A connection to a drawing file, in a transaction of the kind that the access wants, after everything was checked
-/// that can be checked without looking at any object. Without locks for sharing.
+/// Opens a connection to a drawing file and begins the transaction that the access needs. Checks everything that can be
+/// checked without reading an object.
 Expected<std::unique_ptr<DrawingConnection>> connect(const std::filesystem::path& file, DrawingAccess access,
                                                      const SqlWait& wait);
 
-/// The drawing behind a connection that `connect` has made. Messages name the file by `name`, unless that is empty.
+/// Makes the drawing of a connection from `connect`. Errors name the file by `name`, or not at all if it is empty.
 Expected<std::unique_ptr<QeDbDatabase>> attachDrawing(std::unique_ptr<DrawingConnection> connection,
                                                       const std::filesystem::path& file, const std::string& name,
                                                       bool isShared);
 
-/// Fails unless the file, which links are followed to, is a regular one. Does not open it.
+/// Fails unless the file is a regular one. Follows links, and does not open the file.
 Expected<void> requireRegularFile(const std::filesystem::path& file);
 
 /// Fails for a file of several names. Journals are named after the file, so that a writer under one name does not see
 /// those of another.
 Expected<void> requireOneName(const std::filesystem::path& file);
 
-/// The file's name as SQLite takes it.
+/// The file's name in the form that SQLite needs.
 std::string sqliteName(const std::filesystem::path& file);
 
 } // namespace Embedded

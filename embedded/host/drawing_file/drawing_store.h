@@ -1,4 +1,4 @@
-// The objects of a drawing that is open in a file.
+// The objects of a drawing file that is open.
 #pragma once
 
 #include <filesystem>
@@ -29,20 +29,20 @@ public:
     DrawingConnection& connection() { return *connection_; }
     const std::filesystem::path& path() const { return path_; }
     const std::string& file() const { return file_; }
-    /// What stopped a call before. Nothing is saved after that: what could not be read would be lost.
+    /// The first failure of a call. The drawing cannot be saved after it, because what could not be read would be lost.
     const Expected<void>& result() const { return result_; }
 
-    /// Makes the other database equal to this one. Fails for a file that was changed by others since it was opened, and
-    /// throws what SQLiteCpp throws.
+    /// Copies the whole file into the other database. Fails if another program has changed the file since it was
+    /// opened, and throws what SQLiteCpp throws.
     Expected<void> copyTo(DrawingConnection& other);
-    /// Takes the lock for writing, unless it is held already. Throws an Error for a file that was changed by
-    /// others since it was opened.
+    /// Takes the write lock, unless the store holds it already. Throws an Error if another program has changed the
+    /// file since it was opened.
     void beginSaving();
-    /// Ends what beginSaving began, and keeps what was written. The file is not locked any more.
+    /// Commits the transaction and releases the lock.
     void commit();
 
 private:
-    /// Answers what `read` reads from the file, all at one moment. Throws an Error.
+    /// Runs `read` in a read transaction and returns its result. Throws an Error.
     template <class Read>
     auto inReadTransaction(Read read);
     void requireUnchanged();
