@@ -128,7 +128,7 @@ TEST_F(DecompositionRunTest, RecordedCode_StopsTheRunWhateverTheResult)
     EXPECT_NE(errorText(run.result()), "");
 }
 
-TEST_F(DecompositionRunTest, RecordedMessage_IsTheOutcome)
+TEST_F(DecompositionRunTest, RecordedMessage_IsTheResult)
 {
     Converter converter(heard);
     converter.work = [](auto*, QeDbSaveErrorMessageRecorder* messages) {
@@ -139,7 +139,7 @@ TEST_F(DecompositionRunTest, RecordedMessage_IsTheOutcome)
     EXPECT_EQ(errorText(run.result()), "no caf\xc3\xa9");
 }
 
-TEST_F(DecompositionRunTest, FirstOfSeveralErrors_IsTheOutcome)
+TEST_F(DecompositionRunTest, FirstOfSeveralErrors_IsTheResult)
 {
     Converter converter(heard);
     converter.work = [](QeDbSaveErrorRecorder* errors, QeDbSaveErrorMessageRecorder* messages) {
@@ -151,7 +151,7 @@ TEST_F(DecompositionRunTest, FirstOfSeveralErrors_IsTheOutcome)
     EXPECT_EQ(Embedded::hostStatus(DecompositionRun(database, kOldVersion).result()), Qeapp::eVetoed);
 }
 
-TEST_F(DecompositionRunTest, TransactionLeftByAReactor_EndsWithTheRun)
+TEST_F(DecompositionRunTest, TransactionThatAReactorLeavesActive_EndsWithTheRun)
 {
     Converter converter(heard);
     converter.work = [&](auto*, auto*) {

@@ -97,7 +97,7 @@ TEST_F(FileAccess, ASave_EndsTheLock)
     EXPECT_EQ(keyIn(loaded()), (Items{{300, L"again"}}));
 }
 
-TEST_F(FileAccess, AFileThatChanged_IsToldToWhoLoadsFromAnEarlierOpening)
+TEST_F(FileAccess, AFileThatChanged_IsReportedToAnEarlierOpening)
 {
     const Database sharing = loaded(DrawingAccess::sharing);
     changeElsewhere(L"new");
@@ -139,7 +139,7 @@ TEST_F(FileAccess, OneWhoReads_SeesTheFileAsItWasWhileAnotherWaitsToCommit)
     EXPECT_EQ(tryToLoad(DrawingAccess::changing), "0") << "the failed save has let go";
 }
 
-TEST_F(FileAccess, AWait_EndsAfterItsTimeAndIsTold)
+TEST_F(FileAccess, AWait_IsReportedAndEndsAfterItsTime)
 {
     const Database changing = loaded(DrawingAccess::changing);
     int told = 0;
@@ -162,7 +162,7 @@ TEST_F(FileAccess, NoWait_AsksOnce)
     EXPECT_EQ(outcome(Embedded::loadDrawing(file, DrawingAccess::changing, wait)), locked());
 }
 
-TEST_F(FileAccess, AWait_IsEndedByWhoIsToldOfIt)
+TEST_F(FileAccess, AWait_CanBeEndedByItsListener)
 {
     Database changing = loaded(DrawingAccess::changing);
     SqlWait wait = waitOf(10'000);

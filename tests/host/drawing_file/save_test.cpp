@@ -178,7 +178,7 @@ TEST_F(DrawingFileSave, AReactorThatFails_EndsTheSave)
     EXPECT_EQ(decomposer.told, (Told{"decompose 30", "aborted 30"}));
 }
 
-TEST_F(DrawingFileSave, ARecordedCode_EndsTheSaveThoughTheReactorAnswersOk)
+TEST_F(DrawingFileSave, ARecordedCode_EndsTheSaveThoughTheReactorReturnsOk)
 {
     Decomposer decomposer;
     decomposer.recorded = Qeapp::eInvalidInput;
