@@ -13,7 +13,7 @@ namespace Embedded {
 
 /// Why something could not be done.
 struct Error {
-    int status = 0;      // of the interface below which it happened: Qeapp::ErrorStatus, the library's Status, errno
+    int status = 0;      // of the interface that failed: Qeapp::ErrorStatus, the library's Status, SQLite's code, errno
     std::string message; // one line without a full stop: what was expected, what was found, what to do
     std::string place;   // the file, object, row or option that it is about; empty where there is none
 
@@ -32,6 +32,18 @@ inline tl::unexpected<Error> failure(int status, std::string message, std::strin
     return tl::unexpected<Error>(Error{status, std::move(message), std::move(place)});
 }
 
+/// Calls `work` and returns its result as an Expected with a value.
+template <class Work>
+auto callExpected(Work&& work) -> Expected<std::invoke_result_t<Work>>
+{
+    if constexpr (std::is_void_v<std::invoke_result_t<Work>>) {
+        std::forward<Work>(work)();
+        return {};
+    } else {
+        return std::forward<Work>(work)();
+    }
+}
+
 /// Carries an Error through code that cannot return one, such as a visitor. It ends in `catchError`, in the same room.
 class ErrorException : public std::exception {
 public:
@@ -48,12 +60,7 @@ template <class Work>
 auto catchError(Work&& work) -> Expected<std::invoke_result_t<Work>>
 {
     try {
-        if constexpr (std::is_void_v<std::invoke_result_t<Work>>) {
-            std::forward<Work>(work)();
-            return {};
-        } else {
-            return std::forward<Work>(work)();
-        }
+        return callExpected(std::forward<Work>(work));
     } catch (const ErrorException& exception) {
         return tl::unexpected<Error>(exception.error());
     }

@@ -2,18 +2,17 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 #include <utility>
 
+#include "embedded/base/error.h"
 #include "platform/export.h"
 
 namespace Embedded {
 
 class FQCORE_API SharedLibrary {
 public:
-    SharedLibrary() = default;
-    /// Maps the library; when that fails the result is empty and `error` says why, in the system's words.
-    static SharedLibrary open(const std::filesystem::path& file, std::string& error);
+    /// Maps the library. The Error has the system's words; its status is 0.
+    static Expected<SharedLibrary> open(const std::filesystem::path& file);
     ~SharedLibrary();
     SharedLibrary(SharedLibrary&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
     SharedLibrary& operator=(SharedLibrary&& other) noexcept
@@ -22,10 +21,9 @@ public:
         return *this;
     }
 
-    explicit operator bool() const { return handle_ != nullptr; }
     /// Null when the library does not export the name.
     void* symbol(const char* name) const;
-    /// Whether both are the same library, which the system maps but once.
+    /// Whether both are the same library. The system maps a library only once.
     bool isSameAs(const SharedLibrary& other) const { return handle_ == other.handle_; }
 
 private:
@@ -33,5 +31,8 @@ private:
 
     void* handle_ = nullptr;
 };
+
+/// The file of the shared library or program that contains the address; empty when there is none.
+FQCORE_API std::filesystem::path libraryFileAt(const void* address);
 
 } // namespace Embedded

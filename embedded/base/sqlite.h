@@ -1,48 +1,45 @@
-// What every use of SQLite begins with and ends in. It is compiled into each library that uses SQLite: on Windows each
-// has an SQLite of its own.
+// The settings of every SQLite connection, and the end of SQLiteCpp's exceptions. Everything is inline, since on
+// Windows each library that uses SQLite has an SQLite of its own.
 #pragma once
 
 #include <array>
 #include <new>
-#include <optional>
-#include <string>
+#include <type_traits>
 #include <utility>
 
 #include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <sqlite3.h>
 
-#include "embedded/base/sql_wait.h"
+#include "embedded/base/error.h"
+#include "embedded/base/lock_wait.h"
 
 namespace Embedded {
 
-/// How SQLite refused: its extended result code and its words.
-struct SqlFailure {
-    int code = SQLITE_ERROR;
-    std::string message;
-
-    int primaryCode() const { return code & 0xFF; }
-};
-
-/// Runs `work` and answers how SQLite refused it, or nothing. Every exception of SQLiteCpp ends here. Want of memory is
-/// std::bad_alloc, wherever it was noticed.
+/// Returns what `work` returns, or why SQLite refused it: the status is SQLite's extended result code, the message is
+/// SQLite's. Every exception of SQLiteCpp ends here. Throws std::bad_alloc when memory is short.
 template <class Work>
-std::optional<SqlFailure> sqlFailureOf(Work&& work)
+auto catchSqlError(Work&& work) -> Expected<std::invoke_result_t<Work>>
 {
     try {
-        std::forward<Work>(work)();
-        return std::nullopt;
+        return callExpected(std::forward<Work>(work));
     } catch (const SQLite::Exception& exception) {
         if (exception.getErrorCode() == SQLITE_NOMEM)
             throw std::bad_alloc();
-        const bool hasExtended = exception.getExtendedErrorCode() >= 0; // not without a connection
-        return SqlFailure{hasExtended ? exception.getExtendedErrorCode() : exception.getErrorCode(), exception.what()};
+        const bool hasExtendedCode = exception.getExtendedErrorCode() >= 0; // there is none without a connection
+        return failure(hasExtendedCode ? exception.getExtendedErrorCode() : exception.getErrorCode(), exception.what());
     }
 }
 
-/// Prepares a connection for a file that anybody may have written: nothing in its schema is trusted, no trigger, view,
-/// extension or second file is used, every page is checked as it is read, references are enforced, and what has changed
-/// stays in memory until the commit, so that others can read until then.
+/// SQLite's primary result code of an Error that `catchSqlError` returns.
+inline int primarySqlCode(const Error& error)
+{
+    return error.status & 0xFF;
+}
+
+/// Prepares a connection for a file that anybody may have written. Nothing in its schema is trusted. Triggers, views,
+/// extensions and attached files are off. Every page is checked when it is read, and references are enforced. Changes
+/// stay in memory until the commit, so that others can read until then.
 inline void makeDefensive(sqlite3* connection)
 {
     sqlite3_extended_result_codes(connection, 1);
@@ -59,11 +56,11 @@ inline void makeDefensive(sqlite3* connection)
         sqlite3_exec(connection, pragma, nullptr, nullptr, nullptr);
 }
 
-/// The connection waits so from now on. `wait` must outlive it.
-inline void setWait(sqlite3* connection, SqlWait& wait)
+/// Makes the connection wait in this way for other processes. `wait` must outlive the connection.
+inline void setWait(sqlite3* connection, LockWait& wait)
 {
-    const auto whenBusy = [](void* waited, int attempt) {
-        return waitOnce(*static_cast<SqlWait*>(waited), attempt) ? 1 : 0;
+    const auto whenBusy = [](void* context, int attempt) {
+        return static_cast<LockWait*>(context)->pause(attempt) ? 1 : 0;
     };
     sqlite3_busy_handler(connection, whenBusy, &wait);
 }

@@ -5,26 +5,15 @@
 #include <algorithm>
 #include <iterator>
 
+#include "embedded/base/surrogates.h"
+
 namespace Embedded {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr bool kWideIsUtf16 = sizeof(wchar_t) == 2;
 
-constexpr bool isHighSurrogate(char32_t unit)
-{
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-constexpr bool isLowSurrogate(char32_t unit)
-{
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-constexpr bool isSurrogate(char32_t unit)
-{
-    return unit >= 0xD800 && unit <= 0xDFFF;
-}
-
-/// Takes one code point, or one unpaired surrogate, off the front of the text.
+/// Removes the first code point or unpaired surrogate from the text and returns it.
 char32_t takeCodePoint(std::wstring_view& text)
 {
     const auto first = static_cast<char32_t>(text.front());
@@ -34,12 +23,7 @@ char32_t takeCodePoint(std::wstring_view& text)
         return first;
     const auto second = static_cast<char32_t>(text.front());
     text.remove_prefix(1);
-    return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
-}
-
-constexpr bool isScalarValue(char32_t codePoint)
-{
-    return codePoint <= 0x10FFFF && !isSurrogate(codePoint);
+    return codePointFromSurrogates(first, second);
 }
 
 void appendUtf16le(std::string& bytes, char32_t unit)
@@ -51,8 +35,8 @@ void appendUtf16le(std::string& bytes, char32_t unit)
 void appendWide(std::wstring& text, char32_t codePoint)
 {
     if (kWideIsUtf16 && codePoint > 0xFFFF) {
-        text += static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10));
-        text += static_cast<wchar_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FF));
+        text += static_cast<wchar_t>(highSurrogate(codePoint));
+        text += static_cast<wchar_t>(lowSurrogate(codePoint));
     } else {
         text += static_cast<wchar_t>(codePoint);
     }
@@ -134,8 +118,8 @@ std::string utf16leFromWide(std::wstring_view text)
         if (codePoint > 0x10FFFF) {
             appendUtf16le(bytes, kReplacement);
         } else if (codePoint > 0xFFFF) {
-            appendUtf16le(bytes, 0xD800 + ((codePoint - 0x10000) >> 10));
-            appendUtf16le(bytes, 0xDC00 + ((codePoint - 0x10000) & 0x3FF));
+            appendUtf16le(bytes, highSurrogate(codePoint));
+            appendUtf16le(bytes, lowSurrogate(codePoint));
         } else {
             appendUtf16le(bytes, codePoint);
         }
@@ -149,9 +133,9 @@ std::wstring wideFromUtf16le(std::string_view bytes)
     std::wstring text;
     for (std::size_t index = 0; index < units; ++index) {
         const char32_t unit = unitAt(bytes, index);
-        const bool paired = isHighSurrogate(unit) && index + 1 < units && isLowSurrogate(unitAt(bytes, index + 1));
-        appendWide(text, paired ? 0x10000 + ((unit - 0xD800) << 10) + (unitAt(bytes, index + 1) - 0xDC00) : unit);
-        index += paired ? 1 : 0;
+        const bool isPair = isHighSurrogate(unit) && index + 1 < units && isLowSurrogate(unitAt(bytes, index + 1));
+        appendWide(text, isPair ? codePointFromSurrogates(unit, unitAt(bytes, index + 1)) : unit);
+        index += isPair ? 1 : 0;
     }
     return text;
 }

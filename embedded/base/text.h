@@ -15,17 +15,17 @@ FQCORE_API std::string utf8FromWide(std::wstring_view text);
 /// Invalid sequences become U+FFFD.
 FQCORE_API std::wstring wideFromUtf8(std::string_view utf8);
 FQCORE_API bool isValidUtf8(std::string_view utf8);
-/// The beginning of the text, of `mostBytes` at most, cut between characters.
+/// The longest beginning of the text that has at most `mostBytes` and ends between characters.
 FQCORE_API std::string_view beginningOfUtf8(std::string_view utf8, std::size_t mostBytes);
 /// A text as it may stand in a message: at most some forty characters, on one line, valid UTF-8.
 FQCORE_API std::string truncateForMessage(std::string_view utf8);
-/// Whether the text is made of Unicode scalar values (in well-formed UTF-16 where wide characters are units), so that
-/// utf8FromWide loses nothing.
+/// Whether the text has neither unpaired surrogates nor numbers that are no code point, so that utf8FromWide loses
+/// nothing.
 FQCORE_API bool isWellFormed(std::wstring_view text);
 
-/// Two bytes a unit, the low one first; without a NUL of its own.
+/// Two bytes for each unit, the low byte first; no NUL is added.
 FQCORE_API std::string utf16leFromWide(std::wstring_view text);
-/// An odd last byte is ignored.
+/// Ignores an odd last byte.
 FQCORE_API std::wstring wideFromUtf16le(std::string_view bytes);
 
 } // namespace Embedded

@@ -11,12 +11,12 @@ struct State {
     FaultPlan plan;
     bool failing = false;
     std::size_t matches = 0;
-    std::size_t struck = 0;
+    std::size_t failed = 0;
     std::vector<std::string> seen;
     std::function<void(std::string_view)> observer;
 
-    /// Whether the match that was just counted is to fail.
-    bool isHit() const
+    /// Whether the match that was counted last must fail.
+    bool mustFail() const
     {
         if (matches == plan.occurrence || (plan.second != 0 && matches == plan.second))
             return true;
@@ -36,7 +36,7 @@ bool FaultInjection::listening_ = false;
 
 void FaultInjection::arm(FaultPlan plan)
 {
-    state() = State{.plan = std::move(plan), .failing = true, .matches = 0, .struck = 0, .seen = {}, .observer = {}};
+    state() = State{.plan = std::move(plan), .failing = true, .matches = 0, .failed = 0, .seen = {}, .observer = {}};
     listening_ = true;
 }
 
@@ -59,7 +59,7 @@ const std::vector<std::string>& FaultInjection::seen()
 
 std::size_t FaultInjection::failedCalls()
 {
-    return state().struck;
+    return state().failed;
 }
 
 std::optional<int> FaultInjection::decide(std::string_view call, int failure)
@@ -73,9 +73,9 @@ std::optional<int> FaultInjection::decide(std::string_view call, int failure)
     if (!now.failing || (!now.plan.call.empty() && now.plan.call != call))
         return std::nullopt;
     ++now.matches;
-    if (!now.isHit())
+    if (!now.mustFail())
         return std::nullopt;
-    ++now.struck;
+    ++now.failed;
     if (now.plan.throws)
         throw std::bad_alloc();
     return now.plan.code.value_or(failure);

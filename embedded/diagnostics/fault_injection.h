@@ -1,8 +1,8 @@
-// Makes chosen platform calls fail, so that a client's failure paths can be walked.
+// Makes chosen calls of the platform fail, so that tests reach a client's failure paths.
 //
-// Every fallible call of the host, of the spatial-reference library and of the Win32 stand-in, the host's allocators
-// among them, begins with a strike that names it, "QeDbDictionary::setAt" for instance. A sweep counts the calls
-// of an operation and then fails them one after another.
+// Every call of the host, of the spatial-reference library and of the Win32 stand-in that can fail first asks
+// `injectedFailure`, giving its name, such as "QeDbDictionary::setAt". So do the host's allocators. A sweep counts the
+// calls of an operation and then makes them fail one after another.
 #pragma once
 
 #include <cstddef>
@@ -16,32 +16,33 @@
 
 namespace Embedded {
 
-/// Which calls are to fail, and how.
+/// Which calls fail, and how.
 struct FaultPlan {
-    std::string call;           // empty: any call
-    std::size_t occurrence = 1; // the first to fail, counted from 1 among those that match
-    bool fromThenOn = false;    // every later one too
-    std::optional<int> code{};  // the result to fail with; otherwise the call's own choice
-    std::size_t second = 0;     // one more to fail, counted likewise; 0: none
-    bool throws = false;        // with std::bad_alloc; only for calls that the platform may let throw
-    std::size_t limit = 0;      // one call more ends with std::runtime_error, so that no loop is endless; 0: none
+    std::string call;           // the name of the calls that match; empty: all calls match
+    std::size_t occurrence = 1; // the first matching call that fails, counted from 1
+    bool fromThenOn = false;    // all matching calls after it fail too
+    std::optional<int> code{};  // the result of the failing call; without it the call chooses
+    std::size_t second = 0;     // another matching call that fails, counted from 1; 0: none
+    bool throws = false;        // throw std::bad_alloc instead; only for calls that may throw
+    std::size_t limit = 0;      // throw std::runtime_error after this many calls, against endless loops; 0: no limit
 };
 
 class FQCORE_API FaultInjection {
 public:
     /// Replaces the plan and starts counting from zero.
     static void arm(FaultPlan plan);
-    /// No call fails any more; the names seen since `arm` or `watch` stay readable.
+    /// Makes no call fail any more. `seen` keeps the names.
     static void disarm();
-    /// Fails nothing, but records the names of the calls that could have failed. `observer` hears of each before it is
-    /// made; what it throws comes out of the call.
+    /// Makes no call fail, but records the names of the calls that can. Each first calls `observer`, whose exceptions
+    /// leave the call.
     static void watch(std::function<void(std::string_view call)> observer = {});
-    /// The calls seen since the last `arm` or `watch`, in order.
+    /// The names of the calls since the last `arm` or `watch`, in order.
     static const std::vector<std::string>& seen();
-    /// How many of them were made to fail.
+    /// How many of these calls failed.
     static std::size_t failedCalls();
 
-    /// For the platform: the code to fail with when this call is to fail, `failure` where the plan names none.
+    /// For the platform: the code that this call must fail with, or nothing. It is `failure` unless the plan has a
+    /// code.
     static std::optional<int> injectedFailure(std::string_view call, int failure)
     {
         return listening_ ? decide(call, failure) : std::nullopt;
@@ -52,7 +53,7 @@ private:
     static bool listening_;
 };
 
-/// A plan for the length of a scope.
+/// Arms a plan until the end of a scope.
 class ScopedFault {
 public:
     explicit ScopedFault(FaultPlan plan) { FaultInjection::arm(std::move(plan)); }

@@ -3,7 +3,7 @@
 namespace Embedded {
 namespace {
 
-ResourceCounts& counts()
+ResourceCounts& currentCounts()
 {
     static ResourceCounts current;
     return current;
@@ -20,19 +20,19 @@ constexpr std::array<const char*, static_cast<std::size_t>(ResourceKind::count)>
 
 void ResourceCounters::add(ResourceKind kind, long number)
 {
-    counts().held[static_cast<std::size_t>(kind)] += number;
+    currentCounts().counts[static_cast<std::size_t>(kind)] += number;
 }
 
 ResourceCounts ResourceCounters::now()
 {
-    return counts();
+    return currentCounts();
 }
 
 std::string ResourceCounters::difference(const ResourceCounts& earlier, const ResourceCounts& later)
 {
     std::string line;
     for (std::size_t kind = 0; kind < kNames.size(); ++kind) {
-        const long more = later.held[kind] - earlier.held[kind];
+        const long more = later.counts[kind] - earlier.counts[kind];
         if (more == 0)
             continue;
         if (!line.empty())

@@ -1,4 +1,4 @@
-// What the platform holds for its clients at this moment, by kind. Counting costs an addition; nothing is switched on.
+// Counts what the platform holds for its clients, by kind. Counting is always on and costs an addition.
 #pragma once
 
 #include <array>
@@ -10,8 +10,8 @@
 namespace Embedded {
 
 enum class ResourceKind : std::size_t {
-    openObject,     // opens of database-resident objects, one for each opener
-    detachedObject, // host objects that are in no database
+    openObject,     // one for each open of a database object
+    detachedObject, // host objects outside any database
     database,       // drawings
     dictionaryIterator,
     documentLock,
@@ -23,7 +23,7 @@ enum class ResourceKind : std::size_t {
     disposableObject, // foundation objects
     registryKey,
     textFile,  // streams of _wfsopen
-    comMemory, // what CoTaskMemFree takes back
+    comMemory, // released by CoTaskMemFree
     objectReactor,
     decompositionReactor,
     count
@@ -31,9 +31,9 @@ enum class ResourceKind : std::size_t {
 
 /// A count for each kind.
 struct ResourceCounts {
-    std::array<long, static_cast<std::size_t>(ResourceKind::count)> held{};
+    std::array<long, static_cast<std::size_t>(ResourceKind::count)> counts{};
 
-    long operator[](ResourceKind kind) const { return held[static_cast<std::size_t>(kind)]; }
+    long operator[](ResourceKind kind) const { return counts[static_cast<std::size_t>(kind)]; }
     friend bool operator==(const ResourceCounts&, const ResourceCounts&) = default;
 };
 
@@ -42,7 +42,7 @@ public:
     static void add(ResourceKind kind, long number = 1);
     static void remove(ResourceKind kind, long number = 1) { add(kind, -number); }
     static ResourceCounts now();
-    /// What `later` holds beyond `earlier`, as a line such as "2 open objects, 1 resbuf"; empty when nothing.
+    /// How `later` differs from `earlier`, as a line such as "2 open objects, 1 resbuf"; empty for no difference.
     static std::string difference(const ResourceCounts& earlier, const ResourceCounts& later);
 };
 

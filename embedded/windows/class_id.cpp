@@ -1,10 +1,12 @@
+#include <algorithm>
+#include <cstddef>
 #include <cwchar>
 #include <iterator>
 #include <new>
-#include <optional>
 #include <string>
 #include <string_view>
 
+#include "embedded/base/hex.h"
 #include "embedded/diagnostics/fault_injection.h"
 #include "embedded/diagnostics/resource_counters.h"
 #include "platform/windows.h"
@@ -26,23 +28,12 @@ constexpr DigitRun kData3{15, 4};
 constexpr DigitRun kData4[8] = {{20, 2}, {22, 2}, {25, 2}, {27, 2}, {29, 2}, {31, 2}, {33, 2}, {35, 2}};
 constexpr std::wstring_view kPattern = L"{########-####-####-####-############}";
 
-std::optional<unsigned> digitValue(wchar_t digit)
-{
-    if (digit >= L'0' && digit <= L'9')
-        return static_cast<unsigned>(digit - L'0');
-    if (digit >= L'A' && digit <= L'F')
-        return static_cast<unsigned>(digit - L'A' + 10);
-    if (digit >= L'a' && digit <= L'f')
-        return static_cast<unsigned>(digit - L'a' + 10);
-    return std::nullopt;
-}
-
 bool matchesPattern(std::wstring_view text)
 {
     if (text.size() != kPattern.size())
         return false;
     for (std::size_t index = 0; index < text.size(); ++index) {
-        if (kPattern[index] == L'#' ? !digitValue(text[index]) : text[index] != kPattern[index])
+        if (kPattern[index] == L'#' ? !Embedded::hexDigitValue(text[index]) : text[index] != kPattern[index])
             return false;
     }
     return true;
@@ -52,14 +43,14 @@ std::uint32_t readDigits(std::wstring_view text, DigitRun run)
 {
     std::uint32_t value = 0;
     for (const wchar_t digit : text.substr(run.at, run.count))
-        value = value << 4 | digitValue(digit).value_or(0);
+        value = value << 4 | Embedded::hexDigitValue(digit).value_or(0);
     return value;
 }
 
 void writeDigits(std::wstring& text, DigitRun run, std::uint32_t value)
 {
-    for (std::size_t index = run.count; index-- > 0; value >>= 4)
-        text[run.at + index] = L"0123456789ABCDEF"[value & 0xF];
+    const std::string digits = Embedded::upperCaseHex(value, run.count);
+    std::copy(digits.begin(), digits.end(), text.begin() + static_cast<std::ptrdiff_t>(run.at));
 }
 
 } // namespace

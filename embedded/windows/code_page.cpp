@@ -1,10 +1,11 @@
-// The code page of UTF-8, the only one there is here.
+// The UTF-8 code page, the only one that the stand-in supports.
 #include <climits>
 #include <cstring>
 #include <cwchar>
 #include <optional>
 #include <string_view>
 
+#include "embedded/base/surrogates.h"
 #include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 
@@ -15,7 +16,7 @@ using Embedded::FaultInjection;
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr bool kWideIsUtf16 = sizeof(wchar_t) == 2;
 
-/// Counts what it is given, and keeps it where there is room. Texts are too long to be converted into a copy first.
+/// Counts units and stores those for which the buffer has room. A copy of the whole text would be too long.
 template <class Unit>
 class Output {
 public:
@@ -27,8 +28,8 @@ public:
             units_[count_] = static_cast<Unit>(unit);
         ++count_;
     }
-    /// What the call answers: the number of units, 0 when they are too many.
-    int answer() const
+    /// The call's result: the number of units, or 0 when they do not fit.
+    int result() const
     {
         const bool fits = capacity_ == 0 || count_ <= capacity_;
         return fits && count_ <= INT_MAX ? static_cast<int>(count_) : 0;
@@ -40,43 +41,33 @@ private:
     std::size_t count_ = 0;
 };
 
-constexpr bool isHighSurrogate(char32_t unit)
-{
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-constexpr bool isLowSurrogate(char32_t unit)
-{
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
-/// What a byte may begin: how many bytes follow it, and between which bounds the first of them lies. The bounds shut
-/// out overlong forms, surrogates and what is beyond the last code point.
-struct Lead {
+/// The first byte of a sequence: how many bytes follow it, and the bounds of the next byte. The bounds exclude overlong
+/// forms, surrogates and numbers beyond the last code point.
+struct LeadByte {
     int following;
     unsigned char least;
     unsigned char most;
     char32_t bits;
 };
 
-std::optional<Lead> leadOf(unsigned char byte)
+std::optional<LeadByte> leadByte(unsigned char byte)
 {
     if (byte < 0xC2 || byte > 0xF4)
         return std::nullopt;
     if (byte < 0xE0)
-        return Lead{1, 0x80, 0xBF, byte & 0x1FU};
+        return LeadByte{1, 0x80, 0xBF, byte & 0x1FU};
     if (byte < 0xF0)
-        return Lead{2, static_cast<unsigned char>(byte == 0xE0 ? 0xA0 : 0x80),
-                    static_cast<unsigned char>(byte == 0xED ? 0x9F : 0xBF), byte & 0x0FU};
-    return Lead{3, static_cast<unsigned char>(byte == 0xF0 ? 0x90 : 0x80),
-                static_cast<unsigned char>(byte == 0xF4 ? 0x8F : 0xBF), byte & 0x07U};
+        return LeadByte{2, static_cast<unsigned char>(byte == 0xE0 ? 0xA0 : 0x80),
+                        static_cast<unsigned char>(byte == 0xED ? 0x9F : 0xBF), byte & 0x0FU};
+    return LeadByte{3, static_cast<unsigned char>(byte == 0xF0 ? 0x90 : 0x80),
+                    static_cast<unsigned char>(byte == 0xF4 ? 0x8F : 0xBF), byte & 0x07U};
 }
 
-/// The code point at the front, of more bytes than one, or the replacement for the longest part of a sequence that is
-/// there. A byte that does not go on with the sequence is left.
+/// Removes the sequence of several bytes at the front and returns its code point. Of an incomplete sequence it removes
+/// the valid beginning and returns the replacement character.
 char32_t takeSequence(std::string_view& bytes)
 {
-    const std::optional<Lead> lead = leadOf(static_cast<unsigned char>(bytes.front()));
+    const std::optional<LeadByte> lead = leadByte(static_cast<unsigned char>(bytes.front()));
     bytes.remove_prefix(1);
     if (!lead)
         return kReplacement;
@@ -102,26 +93,25 @@ void decode(std::string_view bytes, Output<wchar_t>& output)
         }
         const char32_t codePoint = takeSequence(bytes);
         if (kWideIsUtf16 && codePoint > 0xFFFF) {
-            output.put(0xD800 + ((codePoint - 0x10000) >> 10));
-            output.put(0xDC00 + ((codePoint - 0x10000) & 0x3FF));
+            output.put(Embedded::highSurrogate(codePoint));
+            output.put(Embedded::lowSurrogate(codePoint));
         } else {
             output.put(codePoint);
         }
     }
 }
 
-/// One code point, of two surrogates where they are a pair.
+/// Removes the first code point, which may be a pair of surrogates, and returns it.
 char32_t takeCodePoint(std::wstring_view& text)
 {
     const auto first = static_cast<char32_t>(text.front());
     text.remove_prefix(1);
-    if (isHighSurrogate(first) && !text.empty() && isLowSurrogate(static_cast<char32_t>(text.front()))) {
-        const auto second = static_cast<char32_t>(text.front());
+    const auto second = static_cast<char32_t>(text.empty() ? L'\0' : text.front());
+    if (Embedded::isHighSurrogate(first) && Embedded::isLowSurrogate(second)) {
         text.remove_prefix(1);
-        return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
+        return Embedded::codePointFromSurrogates(first, second);
     }
-    const bool isScalarValue = first <= 0x10FFFF && !isHighSurrogate(first) && !isLowSurrogate(first);
-    return isScalarValue ? first : kReplacement;
+    return Embedded::isScalarValue(first) ? first : kReplacement;
 }
 
 void encode(char32_t codePoint, Output<char>& output)
@@ -144,8 +134,8 @@ void encode(char32_t codePoint, Output<char>& output)
     output.put(0x80 | (codePoint & 0x3F));
 }
 
-/// Whether the call is one that the stand-in can answer.
-bool isAnswerable(UINT codePage, DWORD flags, const void* text, int length, const void* output, int outputLength)
+/// Whether the stand-in supports the arguments.
+bool isSupported(UINT codePage, DWORD flags, const void* text, int length, const void* output, int outputLength)
 {
     return codePage == CP_UTF8 && flags == 0 && text != nullptr && length != 0 && outputLength >= 0 &&
            (output != nullptr || outputLength == 0);
@@ -157,11 +147,11 @@ int MultiByteToWideChar(UINT codePage, DWORD flags, const char* text, int length
 {
     if (const auto fault = FaultInjection::injectedFailure("MultiByteToWideChar", 0))
         return *fault;
-    if (!isAnswerable(codePage, flags, text, length, output, outputLength))
+    if (!isSupported(codePage, flags, text, length, output, outputLength))
         return 0;
     Output<wchar_t> wide(output, outputLength);
     decode({text, length < 0 ? std::strlen(text) + 1 : static_cast<std::size_t>(length)}, wide);
-    return wide.answer();
+    return wide.result();
 }
 
 int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int length, char* output, int outputLength,
@@ -169,13 +159,13 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int len
 {
     if (const auto fault = FaultInjection::injectedFailure("WideCharToMultiByte", 0))
         return *fault;
-    // Windows, too, takes no default character for this code page.
+    // Windows accepts no default character for this code page either.
     if (defaultCharacter != nullptr || usedDefault != nullptr ||
-        !isAnswerable(codePage, flags, text, length, output, outputLength))
+        !isSupported(codePage, flags, text, length, output, outputLength))
         return 0;
     Output<char> bytes(output, outputLength);
     std::wstring_view rest(text, length < 0 ? std::wcslen(text) + 1 : static_cast<std::size_t>(length));
     while (!rest.empty())
         encode(takeCodePoint(rest), bytes);
-    return bytes.answer();
+    return bytes.result();
 }

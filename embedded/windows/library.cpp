@@ -1,7 +1,7 @@
 #include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 
-// Nothing here sends thread notices, so there is nothing to switch off.
+// There are no thread notices off Windows, so there is nothing to disable.
 BOOL DisableThreadLibraryCalls(HMODULE module)
 {
     if (const auto fault = Embedded::FaultInjection::injectedFailure("DisableThreadLibraryCalls", FALSE))

@@ -13,7 +13,7 @@
 namespace Embedded {
 namespace {
 
-/// Whether the user lacks the right to read the file in use, or to make it where it is absent.
+/// Whether the user has no permission to read the file in use, or to create it when it is missing.
 bool isForbidden()
 {
     const std::filesystem::path file = registryFile();
@@ -25,45 +25,42 @@ bool isForbidden()
     return errno == EACCES || errno == EPERM || errno == EROFS;
 }
 
-RegistryFailure registryFailure(const SqlFailure& failure)
+Error registryError(const Error& sqlError)
 {
-    const std::string reason = failure.message.substr(0, failure.message.find('\n')); // what follows is of the schema
-    switch (failure.primaryCode()) {
+    const std::string reason = sqlError.message.substr(0, sqlError.message.find('\n')); // the schema follows
+    switch (primarySqlCode(sqlError)) {
     case SQLITE_NOTADB:
-        return RegistryFailure(ERROR_REGISTRY_CORRUPT, "is not a database; choose another file");
+        return {ERROR_REGISTRY_CORRUPT, "is not a database; choose another file", {}};
     case SQLITE_CORRUPT:
-    case SQLITE_ERROR: // statements that are always the same fail where the tables are not those expected
+    case SQLITE_ERROR: // a fixed statement fails when a table is not the expected one
     case SQLITE_CONSTRAINT:
     case SQLITE_SCHEMA:
-        return RegistryFailure(ERROR_REGISTRY_CORRUPT, "is damaged: " + reason + "; restore the file from a copy");
+        return {ERROR_REGISTRY_CORRUPT, "is damaged: " + reason + "; restore the file from a copy", {}};
     case SQLITE_BUSY:
-        return RegistryFailure(ERROR_REGISTRY_IO_FAILED,
-                               "is locked by another process; try again when that process is done");
+        return {ERROR_REGISTRY_IO_FAILED, "is locked by another process; try again when that process is done", {}};
     case SQLITE_READONLY:
     case SQLITE_PERM:
-        return RegistryFailure(ERROR_ACCESS_DENIED, "cannot be written: " + reason);
+        return {ERROR_ACCESS_DENIED, "cannot be written: " + reason, {}};
     case SQLITE_CANTOPEN:
         if (isForbidden())
-            return RegistryFailure(ERROR_ACCESS_DENIED, "cannot be opened: the user lacks the right to");
+            return {ERROR_ACCESS_DENIED, "cannot be opened: the user lacks the right to", {}};
         [[fallthrough]];
     default:
-        return RegistryFailure(ERROR_REGISTRY_IO_FAILED, "cannot be used: " + reason);
+        return {ERROR_REGISTRY_IO_FAILED, "cannot be used: " + reason, {}};
     }
 }
 
 } // namespace
 
-std::optional<RegistryFailure> registryFailureOf(const std::function<void()>& work)
+Expected<void> catchRegistryError(const std::function<void()>& work)
 {
-    try {
-        if (const auto failure = sqlFailureOf(work))
-            throw registryFailure(*failure);
-        return std::nullopt;
-    } catch (const RegistryFailure& failure) {
-        if (failure.code == ERROR_REGISTRY_CORRUPT)
-            disconnectRegistry();
-        return failure;
-    }
+    Expected<void> result = catchError([&] {
+        if (const auto done = catchSqlError(work); !done)
+            throw ErrorException(registryError(done.error()));
+    });
+    if (!result && result.error().status == ERROR_REGISTRY_CORRUPT)
+        disconnectRegistry();
+    return result;
 }
 
 } // namespace Embedded

@@ -1,33 +1,30 @@
-// How all calls of the registry begin and end.
+// How every call of the registry begins and ends.
 #pragma once
 
 #include <functional>
 #include <new>
-#include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "embedded/base/error.h"
 #include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 
 namespace Embedded {
 
-/// Why a call stops, and the code that it answers. It never leaves the library.
-struct RegistryFailure : std::runtime_error {
-    explicit RegistryFailure(LSTATUS status, const std::string& message = {})
-        : std::runtime_error(message), code(status)
-    {
-    }
+/// Stops a call with the code that it returns. The message is for `checkRegistryFile`; it may be empty where that
+/// function cannot meet the code.
+[[noreturn]] inline void failRegistryCall(LSTATUS status, std::string message = {})
+{
+    throw ErrorException({status, std::move(message), {}});
+}
 
-    LSTATUS code;
-};
+/// Runs `work` and returns why it stopped, with the code of the registry calls as the status. Closes a damaged file, so
+/// that the next call reads it again and sees whether it was repaired.
+Expected<void> catchRegistryError(const std::function<void()>& work);
 
-/// Runs `work` and answers why it stopped, or nothing. What SQLite refuses becomes a RegistryFailure, and a damaged
-/// file is closed, so that the next call sees whether it has been mended.
-std::optional<RegistryFailure> registryFailureOf(const std::function<void()>& work);
-
-/// The call's answer: the planned failure, why it stopped, or what `body` returns.
+/// Returns the injected failure, the code that stops `body`, or what `body` returns.
 template <class Body>
 LSTATUS registryCall(std::string_view call, LSTATUS plannedFailure, Body body)
 {
@@ -35,8 +32,8 @@ LSTATUS registryCall(std::string_view call, LSTATUS plannedFailure, Body body)
         return *fault;
     try {
         LSTATUS status = ERROR_SUCCESS;
-        const auto failure = registryFailureOf([&] { status = body(); });
-        return failure ? failure->code : status;
+        const auto done = catchRegistryError([&] { status = body(); });
+        return done ? status : done.error().status;
     } catch (const std::bad_alloc&) {
         return ERROR_OUTOFMEMORY;
     }

@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 constexpr std::int32_t kApplicationId = 0x4F727267; // "Orrg"
 constexpr int kFormat = 1;
-// The comments are for those who ask for the schema.
+// The comments are for readers of the schema.
 constexpr const char* kTable = R"(CREATE TABLE registry (
   id INTEGER PRIMARY KEY,    -- in the order of creation
   owner INTEGER NOT NULL,    -- 0 for a key; for a value, the id of its key
@@ -40,12 +40,12 @@ std::unique_ptr<RegistryConnection>& currentConnection()
 
 [[noreturn]] void refuse(const std::string& reason)
 {
-    throw RegistryFailure(ERROR_REGISTRY_CORRUPT, reason);
+    failRegistryCall(ERROR_REGISTRY_CORRUPT, reason);
 }
 
 } // namespace
 
-// A name such as ":memory:" means something else to SQLite, unless it is an absolute path.
+// SQLite gives names such as ":memory:" a meaning of their own, but not absolute paths.
 RegistryConnection::RegistryConnection(fs::path file, bool creates)
     : file_(std::move(file)),
       process_(::getpid()),
@@ -84,7 +84,7 @@ bool RegistryConnection::hasRegistry()
 {
     const int application = database_.execAndGet("PRAGMA application_id").getInt();
     if (application == 0 && database_.execAndGet("PRAGMA schema_version").getInt() == 0)
-        return false; // nothing was ever stored
+        return false; // the file is empty
     if (application != kApplicationId)
         refuse("is a database, but not a registry; choose another file");
     const int format = database_.execAndGet("PRAGMA user_version").getInt();
@@ -103,14 +103,14 @@ void RegistryConnection::checkContent()
         database_.execAndGet("SELECT group_concat(sql, ';') FROM sqlite_schema").getString() != kTable)
         refuse("has other tables than a registry; restore the file from a copy");
     std::string verdict = database_.execAndGet("PRAGMA integrity_check(1)").getString();
-    if (verdict.ends_with("error code=" + std::to_string(SQLITE_NOMEM))) // no fault of the page that it names
+    if (verdict.ends_with("error code=" + std::to_string(SQLITE_NOMEM))) // the page that it names is not at fault
         throw std::bad_alloc();
     std::ranges::replace(verdict, '\n', ' ');
     if (verdict != "ok")
         refuse("is damaged: " + verdict + "; restore the file from a copy");
     SQLite::Statement rows(database_, "SELECT * FROM registry");
     while (rows.executeStep())
-        static_cast<void>(readRow(rows)); // throws where the checksum does not fit
+        static_cast<void>(readRow(rows)); // only checks the row: throws if its checksum does not fit
 }
 
 void RegistryConnection::createTable()
@@ -128,7 +128,7 @@ RegistryConnection* connectRegistry(bool creates)
     if (connection)
         return connection.get();
     if (file.empty() && creates)
-        throw RegistryFailure(ERROR_REGISTRY_IO_FAILED);
+        failRegistryCall(ERROR_REGISTRY_IO_FAILED);
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
     if (status.type() == fs::file_type::not_found && !creates)
@@ -136,7 +136,7 @@ RegistryConnection* connectRegistry(bool creates)
     if (fs::exists(status) && !fs::is_regular_file(status))
         refuse(fs::is_directory(status) ? "is a folder; choose another file" : "is not a file; choose another file");
     if (creates)
-        fs::create_directories(file.parent_path(), error); // when this fails, so does the opening
+        fs::create_directories(file.parent_path(), error); // if this fails, opening the file fails too
     connection = std::make_unique<RegistryConnection>(file, creates);
     return connection.get();
 }
@@ -144,15 +144,15 @@ RegistryConnection* connectRegistry(bool creates)
 void disconnectRegistry()
 {
     std::unique_ptr<RegistryConnection>& connection = currentConnection();
-    // SQLite allows a child process neither to use nor to close what its parent has opened.
+    // SQLite allows a child process neither to use nor to close a connection of its parent.
     if (connection && connection->isInherited())
         static_cast<void>(connection.release());
     connection.reset();
 }
 
-SqlWait& registryWait()
+LockWait& registryWait()
 {
-    static SqlWait wait;
+    static LockWait wait;
     return wait;
 }
 

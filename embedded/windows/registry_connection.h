@@ -1,4 +1,4 @@
-// The registry's file, which is opened when it is first needed and stays open.
+// The connection to the registry's file. It is opened at first use and stays open.
 #pragma once
 
 #include <sys/types.h>
@@ -17,26 +17,26 @@ public:
 
     SQLite::Database& database() { return database_; }
     bool isUsableFor(const std::filesystem::path& file) const;
-    /// Whether another process opened the file, which has forked this one since.
+    /// Whether this process inherited the connection from its parent by a fork.
     bool isInherited() const;
-    /// Whether the file was deleted or replaced since it was opened.
+    /// Whether the file was deleted or replaced after it was opened.
     bool isStale() const;
-    /// Grows with each change of the file, whichever process makes it; within a transaction.
+    /// Grows with each change of the file by any process. Requires a transaction.
     unsigned version() const;
-    /// Within a transaction: whether the file holds a registry; it may have no bytes yet. Throws RegistryFailure for a
-    /// file that is something else, too new or damaged.
+    /// Returns false for an empty file. Throws ErrorException for a file that is not a registry, too new or damaged.
+    /// Requires a transaction.
     bool hasRegistry();
-    /// Within a transaction: makes the table in a file of no bytes.
+    /// Creates the table in an empty file. Requires a transaction.
     void createTable();
 
-    /// Which value was enumerated last.
-    struct Place {
+    /// The value that was enumerated last, from which the next one is found without counting again.
+    struct EnumeratedValue {
         std::int64_t key = 0;
         DWORD index = 0;
         std::int64_t row = 0;
         unsigned version = 0;
     };
-    Place place;
+    EnumeratedValue lastEnumerated;
 
 private:
     void checkContent();
@@ -47,11 +47,11 @@ private:
     bool isChecked_ = false;
 };
 
-/// The connection to the file in use. Null when there is no file and none is to be made.
+/// The connection to the file in use; null if there is no file and `creates` is false. Throws ErrorException.
 RegistryConnection* connectRegistry(bool creates);
-/// The next call opens the file and checks all of it.
+/// Closes the connection. The next call opens the file and checks all of it.
 void disconnectRegistry();
 /// How all connections wait for other processes.
-SqlWait& registryWait();
+LockWait& registryWait();
 
 } // namespace Embedded

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/windows/registry_call.h"
 #include "embedded/windows/registry_transaction.h"
 #include "embedded/windows/user_folder.h"
@@ -32,17 +32,20 @@ std::filesystem::path registryFile()
     return folder ? *folder / "orvel" / "registry.db" : std::filesystem::path();
 }
 
-std::string checkRegistryFile()
+Expected<void> checkRegistryFile()
 {
     disconnectRegistry();
-    const auto failure = registryFailureOf([] { const RegistryTransaction check(RegistryTransaction::Intent::read); });
-    return failure ? displayName(registryFile()) + ": " + failure->what() : std::string();
+    return catchRegistryError([] { const RegistryTransaction check(RegistryTransaction::Intent::read); })
+        .map_error([](Error error) {
+            error.place = displayName(registryFile());
+            return error;
+        });
 }
 
-void setRegistryWait(std::chrono::milliseconds most, std::function<void(std::chrono::milliseconds waited)> waiting)
+void setRegistryWait(std::chrono::milliseconds longest, std::function<void(std::chrono::milliseconds waited)> onPause)
 {
-    registryWait().most = most;
-    registryWait().waiting = std::move(waiting);
+    registryWait().longest = longest;
+    registryWait().onPause = std::move(onPause);
 }
 
 } // namespace Embedded

@@ -37,9 +37,9 @@ HKEY openHandle(std::wstring path, REGSAM access)
 void requireHandle(HKEY key, REGSAM access)
 {
     if (key != HKEY_CURRENT_USER && !openHandles().contains(key))
-        throw RegistryFailure(ERROR_INVALID_HANDLE); // it must not be looked into
+        failRegistryCall(ERROR_INVALID_HANDLE); // `key` may point anywhere
     if ((key->access & access) != access)
-        throw RegistryFailure(ERROR_ACCESS_DENIED);
+        failRegistryCall(ERROR_ACCESS_DENIED);
 }
 
 bool closeHandle(HKEY key)

@@ -1,4 +1,4 @@
-// What a key handle stands for, and which handles are open.
+// The handles of open keys.
 #pragma once
 
 #include <string>
@@ -13,9 +13,9 @@ struct RegistryKeyHandle {
 namespace Embedded {
 
 HKEY openHandle(std::wstring path, REGSAM access);
-/// Throws RegistryFailure unless the handle is open, or predefined, and has these rights.
+/// Throws ErrorException unless the handle is predefined or open and has these rights.
 void requireHandle(HKEY key, REGSAM access = 0);
-/// False when it was not open. The predefined one stays open.
+/// Returns false for a handle that is not open. The predefined one stays open.
 bool closeHandle(HKEY key);
 
 } // namespace Embedded

@@ -13,39 +13,39 @@ using Intent = RegistryTransaction::Intent;
 
 constexpr REGSAM kMaximumAllowed = 0x02000000;
 
-REGSAM granted(REGSAM access)
+REGSAM grantedAccess(REGSAM access)
 {
     return (access & kMaximumAllowed) != 0 ? KEY_ALL_ACCESS : access;
 }
 
-/// The sub-key's path from the root. Throws RegistryFailure for a handle or a path that will not do.
+/// The sub-key's path from the root. Throws ErrorException for an invalid handle or path.
 std::wstring pathBelow(HKEY key, const wchar_t* subKey)
 {
     requireHandle(key);
     std::wstring path = key->path;
     const std::wstring below = normalName(subKey);
     if (below.starts_with(L'\\'))
-        throw RegistryFailure(ERROR_BAD_PATHNAME);
+        failRegistryCall(ERROR_BAD_PATHNAME);
     for (const std::wstring_view part : pathParts(below)) {
         if (utf16Length(part) > kLongestKeyName)
-            throw RegistryFailure(ERROR_INVALID_PARAMETER);
+            failRegistryCall(ERROR_INVALID_PARAMETER);
         path += (path.empty() ? L"" : L"\\") + std::wstring(part);
     }
     return path;
 }
 
-bool isThere(const std::wstring& path)
+bool keyExists(const std::wstring& path)
 {
     return RegistryTransaction(Intent::read).findKey(path).has_value();
 }
 
-/// Whether it had to be created.
+/// Creates the key if it is missing. Returns whether this call created it.
 bool ensureKey(const std::wstring& path)
 {
-    if (isThere(path))
+    if (keyExists(path))
         return false;
     RegistryTransaction change(Intent::create);
-    const bool isNew = !change.findKey(path); // or another process was faster
+    const bool isNew = !change.findKey(path); // another process may have created it meanwhile
     change.createKey(path);
     change.commit();
     return isNew;
@@ -61,7 +61,7 @@ LSTATUS RegCreateKeyExW(HKEY key, const wchar_t* subKey, DWORD reserved, wchar_t
             return ERROR_INVALID_PARAMETER;
         const std::wstring path = pathBelow(key, subKey);
         const bool created = ensureKey(path);
-        *result = openHandle(path, granted(access));
+        *result = openHandle(path, grantedAccess(access));
         if (disposition != nullptr)
             *disposition = created ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
         return ERROR_SUCCESS;
@@ -74,14 +74,14 @@ LSTATUS RegOpenKeyExW(HKEY key, const wchar_t* subKey, DWORD options, REGSAM acc
         if (options != 0 || result == nullptr)
             return ERROR_INVALID_PARAMETER;
         const std::wstring path = pathBelow(key, subKey);
-        if (!isThere(path))
+        if (!keyExists(path))
             return ERROR_FILE_NOT_FOUND;
-        *result = openHandle(path, granted(access));
+        *result = openHandle(path, grantedAccess(access));
         return ERROR_SUCCESS;
     });
 }
 
-// It ends something, so that no fault is ever planned for it.
+// No failure is injected here, because closing must always succeed.
 LSTATUS RegCloseKey(HKEY key)
 {
     return closeHandle(key) ? ERROR_SUCCESS : ERROR_INVALID_HANDLE;

@@ -1,4 +1,4 @@
-// Names of keys and values, which differ by more than case or are the same.
+// Names of keys and values. Case does not distinguish them.
 #pragma once
 
 #include <cstddef>
@@ -8,15 +8,13 @@
 
 namespace Embedded {
 
-inline constexpr std::size_t kLongestKeyName = 255; // each in UTF-16 units
+inline constexpr std::size_t kLongestKeyName = 255; // both in UTF-16 units
 inline constexpr std::size_t kLongestValueName = 16'383;
 
-/// The text as it comes back from the file: surrogates that are a pair become the character they stand for.
+/// The text as the file returns it: a pair of surrogates becomes one character. Null is the empty text.
 std::wstring normalName(const wchar_t* text);
-/// What names that differ in case only have in common, for the letters of Latin, Greek and Cyrillic.
-std::wstring foldedName(std::wstring_view name);
 std::size_t utf16Length(std::wstring_view text);
-/// The parts between the backslashes; empty ones are left out.
+/// The parts between the backslashes, without empty ones.
 std::vector<std::wstring_view> pathParts(std::wstring_view path);
 
 } // namespace Embedded

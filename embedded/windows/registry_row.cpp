@@ -5,26 +5,26 @@
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
+#include "embedded/base/case_folding.h"
 #include "embedded/base/text.h"
 #include "embedded/windows/registry_call.h"
-#include "embedded/windows/registry_name.h"
 
 namespace Embedded {
 namespace {
 
-/// What one column holds.
+/// The content of a column.
 struct Cell {
     bool isText = false;
     std::string bytes;
 };
 
-/// TEXT where UTF-8 can hold it, otherwise a BLOB of UTF-16 little-endian.
-Cell cellOfText(std::wstring_view text)
+/// TEXT if UTF-8 can hold the text, otherwise a BLOB of UTF-16 little-endian.
+Cell cellFromText(std::wstring_view text)
 {
     return isWellFormed(text) ? Cell{true, utf8FromWide(text)} : Cell{false, utf16leFromWide(text)};
 }
 
-std::wstring textIn(const Cell& cell)
+std::wstring textFromCell(const Cell& cell)
 {
     return cell.isText ? wideFromUtf8(cell.bytes) : wideFromUtf16le(cell.bytes);
 }
@@ -34,9 +34,9 @@ bool isTextType(DWORD type)
     return type == REG_SZ || type == REG_EXPAND_SZ;
 }
 
-/// Texts are stored as Unicode, so that the file does not depend on the size of a wide character. Bytes at the end that
-/// make no whole character are left out. A text that ends with its only NUL is stored without it, as people read it.
-Cell cellOfData(const RegistryRow& row)
+/// Stores texts as Unicode, so that the file does not depend on the size of a wide character. Drops bytes at the end
+/// that are no whole character. Stores a text that ends with its only NUL without it, to be readable in the file.
+Cell cellFromData(const RegistryRow& row)
 {
     if (!isTextType(row.type))
         return {false, row.data};
@@ -48,18 +48,18 @@ Cell cellOfData(const RegistryRow& row)
     return {true, utf8FromWide(text)};
 }
 
-std::string dataIn(const Cell& cell, DWORD type)
+std::string dataFromCell(const Cell& cell, DWORD type)
 {
     if (!isTextType(type))
         return cell.bytes;
-    std::wstring text = textIn(cell);
+    std::wstring text = textFromCell(cell);
     if (cell.isText)
         text += L'\0';
     return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)};
 }
 
-/// A signed number, since SQLite has no other.
-std::int64_t checksumOf(const RegistryRow& row, const Cell& name, const Cell& folded, const Cell& data)
+/// The number is signed, since SQLite has no unsigned ones.
+std::int64_t rowChecksum(const RegistryRow& row, const Cell& name, const Cell& folded, const Cell& data)
 {
     std::string bytes = std::to_string(row.id) + ' ' + std::to_string(row.owner) + ' ' + std::to_string(row.type);
     for (const Cell* const cell : {&name, &folded, &data})
@@ -75,7 +75,7 @@ void bindCell(SQLite::Statement& statement, int parameter, const Cell& cell)
         statement.bind(parameter, cell.bytes.data(), static_cast<int>(cell.bytes.size()));
 }
 
-Cell cellIn(const SQLite::Column& column)
+Cell readCell(const SQLite::Column& column)
 {
     return {column.isText(), column.getString()};
 }
@@ -84,21 +84,21 @@ Cell cellIn(const SQLite::Column& column)
 
 void bindRow(SQLite::Statement& statement, const RegistryRow& row)
 {
-    const Cell name = cellOfText(row.name);
-    const Cell folded = cellOfText(foldedName(row.name));
-    const Cell data = cellOfData(row);
+    const Cell name = cellFromText(row.name);
+    const Cell folded = cellFromText(toLowerCase(row.name));
+    const Cell data = cellFromData(row);
     statement.bind(1, row.id);
     statement.bind(2, row.owner);
     bindCell(statement, 3, name);
     bindCell(statement, 4, folded);
     statement.bind(5, static_cast<std::int64_t>(row.type));
     bindCell(statement, 6, data);
-    statement.bind(7, checksumOf(row, name, folded, data));
+    statement.bind(7, rowChecksum(row, name, folded, data));
 }
 
 void bindFolded(SQLite::Statement& statement, int parameter, std::wstring_view name)
 {
-    bindCell(statement, parameter, cellOfText(foldedName(name)));
+    bindCell(statement, parameter, cellFromText(toLowerCase(name)));
 }
 
 RegistryRow readRow(SQLite::Statement& statement)
@@ -106,16 +106,16 @@ RegistryRow readRow(SQLite::Statement& statement)
     RegistryRow row;
     row.id = statement.getColumn(0).getInt64();
     row.owner = statement.getColumn(1).getInt64();
-    const Cell name = cellIn(statement.getColumn(2));
-    const Cell folded = cellIn(statement.getColumn(3));
+    const Cell name = readCell(statement.getColumn(2));
+    const Cell folded = readCell(statement.getColumn(3));
     const std::int64_t type = statement.getColumn(4).getInt64();
     row.type = static_cast<DWORD>(type);
-    const Cell data = cellIn(statement.getColumn(5));
-    if (type != row.type || statement.getColumn(6).getInt64() != checksumOf(row, name, folded, data))
-        throw RegistryFailure(ERROR_REGISTRY_CORRUPT, "is damaged: the checksum of row " + std::to_string(row.id) +
-                                                          " does not fit; restore the file from a copy");
-    row.name = textIn(name);
-    row.data = dataIn(data, row.type);
+    const Cell data = readCell(statement.getColumn(5));
+    if (type != row.type || statement.getColumn(6).getInt64() != rowChecksum(row, name, folded, data))
+        failRegistryCall(ERROR_REGISTRY_CORRUPT, "is damaged: the checksum of row " + std::to_string(row.id) +
+                                                     " does not fit; restore the file from a copy");
+    row.name = textFromCell(name);
+    row.data = dataFromCell(data, row.type);
     return row;
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::int64_t kOwnerOfKeys = 0;
 
-std::optional<RegistryRow> rowOf(SQLite::Statement& statement)
+std::optional<RegistryRow> readNextRow(SQLite::Statement& statement)
 {
     return statement.executeStep() ? std::optional(readRow(statement)) : std::nullopt;
 }
@@ -19,7 +19,7 @@ std::optional<RegistryRow> rowOf(SQLite::Statement& statement)
 
 void RegistryTransaction::RollBack::operator()(sqlite3* connection) const
 {
-    if (sqlite3_get_autocommit(connection) == 0) // else SQLite has undone it already
+    if (sqlite3_get_autocommit(connection) == 0) // otherwise SQLite has rolled back already
         sqlite3_exec(connection, "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
@@ -29,7 +29,8 @@ RegistryTransaction::RegistryTransaction(Intent intent)
         open_.reset();
 }
 
-/// False when the file was replaced on the way; once the lock is held, the file with the name is the one that is open.
+/// Returns false if the file was replaced before the lock was held. With the lock held, the name leads to the open
+/// file.
 bool RegistryTransaction::begin(Intent intent)
 {
     connection_ = connectRegistry(intent == Intent::create);
@@ -62,7 +63,7 @@ std::optional<RegistryRow> RegistryTransaction::find(std::int64_t owner, std::ws
     SQLite::Statement found(connection_->database(), "SELECT * FROM registry WHERE owner = ? AND folded = ?");
     found.bind(1, owner);
     bindFolded(found, 2, name);
-    return rowOf(found);
+    return readNextRow(found);
 }
 
 std::optional<RegistryRow> RegistryTransaction::findKey(std::wstring_view path) const
@@ -81,16 +82,16 @@ std::optional<RegistryRow> RegistryTransaction::valueAt(const RegistryRow& key, 
 {
     if (connection_ == nullptr)
         return std::nullopt;
-    RegistryConnection::Place& last = connection_->place;
+    RegistryConnection::EnumeratedValue& last = connection_->lastEnumerated;
     if (last.key != key.id || last.version != connection_->version() || index < last.index)
         last = {.key = key.id, .index = 0, .row = 0, .version = connection_->version()};
-    // In the order of the rows: the index has another, which would have to be sorted for each value.
+    // In the order of the rows, without the index ("+owner"), whose order would have to be sorted for each value.
     SQLite::Statement next(connection_->database(),
                            "SELECT * FROM registry WHERE id >= ? AND +owner = ? ORDER BY id LIMIT 1 OFFSET ?");
     next.bind(1, last.row);
     next.bind(2, key.id);
     next.bind(3, static_cast<std::int64_t>(index - last.index));
-    std::optional<RegistryRow> value = rowOf(next);
+    std::optional<RegistryRow> value = readNextRow(next);
     if (value) {
         last.index = index;
         last.row = value->id;

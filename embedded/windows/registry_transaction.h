@@ -1,4 +1,4 @@
-// One look at the registry's file, or one change of it.
+// A transaction that reads or changes the registry's file.
 #pragma once
 
 #include <cstdint>
@@ -11,26 +11,27 @@
 
 namespace Embedded {
 
-/// Waits for other processes, and undoes what is not committed. Throws RegistryFailure, and what SQLiteCpp throws.
+/// Waits for other processes. Its destructor undoes changes that are not committed. Its members throw ErrorException
+/// and the exceptions of SQLiteCpp, which end in `catchRegistryError`.
 class RegistryTransaction {
 public:
     enum class Intent {
         read,
-        change, // an absent file stays absent
+        change, // does not create a missing file
         create
     };
 
     explicit RegistryTransaction(Intent intent);
     void commit();
 
-    /// The root's path is empty; it is always there.
+    /// The root's path is empty. The root always exists.
     std::optional<RegistryRow> findKey(std::wstring_view path) const;
     std::optional<RegistryRow> findValue(const RegistryRow& key, std::wstring_view name) const;
-    /// By its place in the order of creation. Going from one to the next costs the same wherever they are.
+    /// The value with this index in the order of creation. Reading the values one after another takes linear time.
     std::optional<RegistryRow> valueAt(const RegistryRow& key, DWORD index) const;
-    /// With the keys above it, which keep the spelling they have.
+    /// Creates the key and the missing keys above it. Existing keys keep the case of their names.
     void createKey(std::wstring_view path);
-    /// A value of that name keeps its place and the spelling of its name.
+    /// An existing value of that name keeps its index and the case of its name.
     void setValue(const RegistryRow& key, RegistryRow value);
     void remove(const RegistryRow& row);
 

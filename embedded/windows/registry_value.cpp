@@ -16,16 +16,16 @@ using Intent = RegistryTransaction::Intent;
 
 constexpr DWORD kLongestData = 1'000'000'000; // SQLite takes no more
 
-/// Throws RegistryFailure when the key has gone since the handle was opened, with the file it was in.
+/// Throws ErrorException if the key no longer exists because the file was replaced after the handle was opened.
 RegistryRow requireKey(HKEY key, const RegistryTransaction& registry)
 {
     std::optional<RegistryRow> row = registry.findKey(key->path);
     if (!row)
-        throw RegistryFailure(ERROR_KEY_DELETED);
+        failRegistryCall(ERROR_KEY_DELETED);
     return *std::move(row);
 }
 
-/// The value's type and data to whoever asks for them; the length alone where `data` is null.
+/// Copies the value's type and data to the outputs that are not null. Without `data`, only the length is set.
 LSTATUS copyTo(const RegistryRow& value, DWORD* type, BYTE* data, DWORD* lengthInBytes)
 {
     if (type != nullptr)
@@ -55,7 +55,7 @@ LSTATUS RegSetValueExW(HKEY key, const wchar_t* name, DWORD reserved, DWORD type
             return ERROR_INVALID_PARAMETER;
         if (lengthInBytes > kLongestData)
             return ERROR_OUTOFMEMORY;
-        // The root is there before its file is.
+        // The root exists even before its file does.
         RegistryTransaction change(key->path.empty() ? Intent::create : Intent::change);
         RegistryRow value{.name = valueName, .type = type, .data = {}};
         if (lengthInBytes > 0)
@@ -79,7 +79,7 @@ LSTATUS RegQueryValueExW(HKEY key, const wchar_t* name, DWORD* reserved, DWORD* 
     });
 }
 
-// A plan that fails it from then on would otherwise keep whoever enumerates from ever reaching the end.
+// The injected failure is ERROR_NO_MORE_ITEMS, since with any other an enumeration might never end.
 // NOLINTNEXTLINE(readability-non-const-parameter): the signature is the system's
 LSTATUS RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD* reserved, DWORD* type, BYTE* data,
                       DWORD* lengthInBytes)

@@ -14,11 +14,11 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kPathCharacters = 260;
 
-bool isThere(const fs::path& folder, bool create)
+bool folderExists(const fs::path& folder, bool create)
 {
     std::error_code error;
     if (create)
-        fs::create_directories(folder, error); // what came of it is asked next
+        fs::create_directories(folder, error); // the next call sees whether it succeeded
     return fs::is_directory(folder, error);
 }
 
@@ -37,7 +37,7 @@ BOOL SHGetSpecialFolderPathW(HWND, wchar_t* path, int folder, BOOL create)
     if (!found)
         return FALSE;
     const std::wstring text = Embedded::wideFromUtf8(found->string());
-    if (text.size() >= kPathCharacters || !isThere(*found, create != FALSE))
+    if (text.size() >= kPathCharacters || !folderExists(*found, create != FALSE))
         return FALSE;
     std::copy_n(text.c_str(), text.size() + 1, path);
     return TRUE;

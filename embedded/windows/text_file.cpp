@@ -34,8 +34,8 @@ struct Mode {
     bool isBinary = false;
 };
 
-/// "r", "w" or "a", then "t" or "b" at most.
-std::optional<Mode> modeOf(std::wstring_view text)
+/// "r", "w" or "a", optionally followed by "t" or "b"; nothing for any other text.
+std::optional<Mode> parseMode(std::wstring_view text)
 {
     const std::wstring_view kind = text.substr(0, 1);
     const std::wstring_view translation = text.substr(std::min<std::size_t>(1, text.size()));
@@ -51,7 +51,7 @@ std::optional<Mode> modeOf(std::wstring_view text)
     return mode;
 }
 
-/// What stands between a stream and its file.
+/// Translates between a stream and its file.
 class OpenFile {
 public:
     OpenFile(FileDescriptor descriptor, bool isBinary) : descriptor_(std::move(descriptor)), isBinary_(isBinary)
@@ -62,7 +62,7 @@ public:
     OpenFile& operator=(const OpenFile&) = delete;
     ~OpenFile() { ResourceCounters::remove(ResourceKind::textFile); }
 
-    /// Both as the system's calls: a count, 0 at the end, -1 with errno.
+    /// Both return what the system's calls return: a count, 0 at the end of the file, -1 with errno.
     ssize_t read(char* output, std::size_t size);
     ssize_t write(std::string_view bytes);
     bool close() { return descriptor_.close(); }
@@ -76,12 +76,12 @@ private:
 
     FileDescriptor descriptor_;
     bool isBinary_;
-    bool isAtEnd_ = false; // before what follows a control-Z
+    bool isAtEnd_ = false; // a control-Z ended the text
     std::array<char, kBufferInBytes> streamBuffer_{};
     std::array<char, 2 * kBufferInBytes> translated_{};
 };
 
-/// Looks at the next byte without taking it; what is no regular file has none to look at.
+/// Reads the next byte without consuming it. Only a regular file allows that.
 bool OpenFile::isLineFeedNext() const
 {
     const off_t position = ::lseek(descriptor_.get(), 0, SEEK_CUR);
@@ -90,7 +90,7 @@ bool OpenFile::isLineFeedNext() const
            next == '\n';
 }
 
-/// How many bytes there are before one, which ends a text.
+/// The number of bytes before the first control-Z, which ends a text.
 std::size_t OpenFile::upToControlZ(const char* bytes, std::size_t size)
 {
     const auto* const end = static_cast<const char*>(std::memchr(bytes, '\x1A', size));
@@ -126,7 +126,7 @@ ssize_t OpenFile::read(char* output, std::size_t size)
         if (count <= 0 || isBinary_)
             return count;
         const std::size_t kept = withoutCarriageReturns(output, upToControlZ(output, static_cast<std::size_t>(count)));
-        if (kept > 0) // none at all would mean the end
+        if (kept > 0) // 0 would mean the end of the file
             return static_cast<ssize_t>(kept);
     }
     return 0;
@@ -172,7 +172,7 @@ ssize_t readFrom(void* file, char* output, std::size_t size)
     return static_cast<OpenFile*>(file)->read(output, size);
 }
 
-/// A stream takes 0 for a failure.
+/// Returns 0 for a failure, as a stream expects.
 ssize_t writeTo(void* file, const char* bytes, std::size_t size)
 {
     if (const auto fault = FaultInjection::injectedFailure("_wfsopen.write", ENOSPC)) {
@@ -182,7 +182,7 @@ ssize_t writeTo(void* file, const char* bytes, std::size_t size)
     return std::max<ssize_t>(0, static_cast<OpenFile*>(file)->write({bytes, size}));
 }
 
-/// Whatever comes of it, the file is closed.
+/// Closes the file even if it returns a failure.
 int closeFile(void* file)
 {
     const std::unique_ptr<OpenFile> owner(static_cast<OpenFile*>(file));
@@ -201,7 +201,7 @@ std::string nativePath(const wchar_t* path)
     return native;
 }
 
-/// Closed with errno when the file cannot be opened, or is a folder.
+/// Returns a closed descriptor and sets errno if the file cannot be opened or is a folder.
 FileDescriptor openFile(const std::string& path, const Mode& mode)
 {
     FileDescriptor descriptor(retried([&] { return ::open(path.c_str(), mode.flags | O_CLOEXEC, 0666); }));
@@ -213,7 +213,7 @@ FileDescriptor openFile(const std::string& path, const Mode& mode)
     return descriptor;
 }
 
-std::FILE* streamOf(std::unique_ptr<OpenFile> file, const Mode& mode)
+std::FILE* openStream(std::unique_ptr<OpenFile> file, const Mode& mode)
 {
     const cookie_io_functions_t calls{.read = readFrom, .write = writeTo, .seek = nullptr, .close = closeFile};
     std::FILE* const stream = ::fopencookie(file.get(), mode.flags == O_RDONLY ? "r" : "w", calls);
@@ -221,7 +221,7 @@ std::FILE* streamOf(std::unique_ptr<OpenFile> file, const Mode& mode)
         return nullptr;
     auto& buffer = file.release()->streamBuffer();
     if (std::setvbuf(stream, buffer.data(), _IOFBF, buffer.size()) != 0)
-        errno = 0; // the stream keeps a buffer of its own, which is slower and nothing else
+        errno = 0; // the stream then uses its own buffer, which is only slower
     return stream;
 }
 
@@ -233,7 +233,7 @@ std::FILE* _wfsopen(const wchar_t* path, const wchar_t* mode, int sharing)
         errno = *fault;
         return nullptr;
     }
-    const std::optional<Mode> wanted = mode != nullptr ? modeOf(mode) : std::nullopt;
+    const std::optional<Mode> wanted = mode != nullptr ? parseMode(mode) : std::nullopt;
     if (path == nullptr || !wanted || sharing != _SH_DENYNO) {
         errno = EINVAL;
         return nullptr;
@@ -241,5 +241,5 @@ std::FILE* _wfsopen(const wchar_t* path, const wchar_t* mode, int sharing)
     FileDescriptor descriptor = openFile(nativePath(path), *wanted);
     if (!descriptor.isOpen())
         return nullptr;
-    return streamOf(std::make_unique<OpenFile>(std::move(descriptor), wanted->isBinary), *wanted);
+    return openStream(std::make_unique<OpenFile>(std::move(descriptor), wanted->isBinary), *wanted);
 }

@@ -1,4 +1,4 @@
-// Where the user keeps what programs need.
+// The folders in which programs keep the user's files.
 #pragma once
 
 #include <filesystem>
@@ -6,8 +6,8 @@
 
 namespace Embedded {
 
-/// The folder that the environment variable names, where it is absolute; else the one at that place in the user's home.
-/// Nothing when there is no home either.
+/// The folder that the environment variable names, if it is an absolute path; otherwise the folder `belowHome` in the
+/// user's home. Nothing if there is no home either.
 std::optional<std::filesystem::path> userFolder(const char* variable, const std::filesystem::path& belowHome);
 
 } // namespace Embedded

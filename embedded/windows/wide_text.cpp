@@ -1,27 +1,19 @@
 #include <limits>
 
+#include "embedded/base/case_folding.h"
 #include "platform/windows.h"
-
-namespace {
-
-/// Only the letters A to Z have two cases, as in the C locale that a process starts with.
-wchar_t lowerCased(wchar_t character)
-{
-    return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character - L'A' + L'a') : character;
-}
-
-} // namespace
 
 int _wcsicmp(const wchar_t* left, const wchar_t* right)
 {
     return _wcsnicmp(left, right, std::numeric_limits<std::size_t>::max());
 }
 
+/// Like the C locale that a process starts with, it ignores the case of the letters A to Z only.
 int _wcsnicmp(const wchar_t* left, const wchar_t* right, std::size_t count)
 {
     for (; count > 0; --count, ++left, ++right) {
-        const wchar_t first = lowerCased(*left);
-        const wchar_t second = lowerCased(*right);
+        const wchar_t first = Embedded::toLowerAscii(*left);
+        const wchar_t second = Embedded::toLowerAscii(*right);
         if (first != second)
             return first < second ? -1 : 1;
         if (first == L'\0')

@@ -10,7 +10,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "embedded/base/utf8_path.h"
+#include "embedded/base/path.h"
 #include "program_run.h"
 #include "support/drawing.h"
 #include "support/file_text.h"

@@ -25,7 +25,7 @@ private:
 
 class List : public FqDisposableCollection {};
 
-TEST_F(Disposables, AnObjectBeginsWithOneReferenceAndGoesWithItsLast)
+TEST_F(Disposables, Object_StartsWithOneReference_AndIsDeletedWithItsLast)
 {
     int disposals = 0;
     auto* const object = new Counted(disposals);
@@ -37,7 +37,7 @@ TEST_F(Disposables, AnObjectBeginsWithOneReferenceAndGoesWithItsLast)
     EXPECT_EQ(disposals, 1);
 }
 
-TEST_F(Disposables, WithTheFlagOffTheMakerDestroysTheObject)
+TEST_F(Disposables, FlagOff_CreatorDeletesTheObject)
 {
     int disposals = 0;
     auto* const object = new Counted(disposals);
@@ -50,7 +50,7 @@ TEST_F(Disposables, WithTheFlagOffTheMakerDestroysTheObject)
     EXPECT_EQ(disposals, 1);
 }
 
-TEST_F(Disposables, APointerTakesOverTheReferenceItIsGiven)
+TEST_F(Disposables, Pointer_TakesOverTheReference)
 {
     int disposals = 0;
     {
@@ -61,7 +61,7 @@ TEST_F(Disposables, APointerTakesOverTheReferenceItIsGiven)
     EXPECT_EQ(disposals, 1);
 }
 
-TEST_F(Disposables, ADetachedReferenceIsTheCallers)
+TEST_F(Disposables, DetachedReference_BelongsToTheCaller)
 {
     int disposals = 0;
     Ptr<Counted> pointer(new Counted(disposals));
@@ -71,7 +71,7 @@ TEST_F(Disposables, ADetachedReferenceIsTheCallers)
     EXPECT_EQ(disposals, 1);
 }
 
-TEST_F(Disposables, ACollectionHoldsItsItemsUntilItIsCleared)
+TEST_F(Disposables, Collection_HoldsItsItemsUntilItIsCleared)
 {
     int disposals = 0;
     const Ptr<List> list(new List);
@@ -84,7 +84,7 @@ TEST_F(Disposables, ACollectionHoldsItsItemsUntilItIsCleared)
     EXPECT_EQ(list->GetCount(), 0);
 }
 
-TEST_F(Disposables, AnItemIsHandedOutWithAReference)
+TEST_F(Disposables, ReturnedItem_HasAReference)
 {
     int disposals = 0;
     const Ptr<List> list(new List);
@@ -97,7 +97,7 @@ TEST_F(Disposables, AnItemIsHandedOutWithAReference)
     EXPECT_EQ(item->Release(), 1);
 }
 
-TEST_F(Disposables, OutOfRangeThereIsNoItem)
+TEST_F(Disposables, IndexOutOfRange_ReturnsNoItem)
 {
     const Ptr<List> list(new List);
     EXPECT_EQ(list->GetItem(0), nullptr);
@@ -105,7 +105,7 @@ TEST_F(Disposables, OutOfRangeThereIsNoItem)
     EXPECT_EQ(list->Add(nullptr), -1);
 }
 
-TEST_F(Disposables, ADisposedCollectionReleasesItsItems)
+TEST_F(Disposables, DisposedCollection_ReleasesItsItems)
 {
     int disposals = 0;
     {
@@ -116,7 +116,7 @@ TEST_F(Disposables, ADisposedCollectionReleasesItsItems)
     EXPECT_EQ(disposals, 1);
 }
 
-TEST_F(Disposables, AnObjectFailsToBeAllocatedOnRequest)
+TEST_F(Disposables, Allocation_FailsOnRequest)
 {
     int disposals = 0;
     const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
@@ -126,7 +126,7 @@ TEST_F(Disposables, AnObjectFailsToBeAllocatedOnRequest)
     EXPECT_EQ(disposals, 0);
 }
 
-TEST_F(Disposables, AnObjectAliveIsCounted)
+TEST_F(Disposables, LivingObject_IsCounted)
 {
     int disposals = 0;
     const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
@@ -134,7 +134,7 @@ TEST_F(Disposables, AnObjectAliveIsCounted)
     EXPECT_EQ(Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now()), "1 disposable object");
 }
 
-TEST_F(Disposables, AnObjectSaysWhatClassItIs)
+TEST_F(Disposables, Object_HasTheNameOfItsClass)
 {
     int disposals = 0;
     const Ptr<Counted> object(new Counted(disposals));

@@ -65,7 +65,7 @@ TEST_F(CodePage, EachLengthOfCharacterIsReadAndWrittenAlike)
     }
 }
 
-TEST_F(CodePage, ACharacterBeyondTheBasicPlaneIsReadAsItsPlatformHasIt)
+TEST_F(CodePage, CharacterBeyondTheBasicPlane_IsReadInThePlatformsForm)
 {
     EXPECT_EQ(read("\xF0\x9F\x8C\x8D").size(), sizeof(wchar_t) == 2 ? 2U : 1U);
 }
@@ -76,7 +76,7 @@ TEST_F(CodePage, APairOfSurrogatesIsWrittenAsOneCharacter)
     EXPECT_EQ(written(wide({0xD83C, 0xD83C, 0xDF0D})), "\xEF\xBF\xBD\xF0\x9F\x8C\x8D");
 }
 
-TEST_F(CodePage, WhatIsNoCharacterIsWrittenAsTheReplacement)
+TEST_F(CodePage, NoCharacter_IsWrittenAsTheReplacement)
 {
     for (const std::uint32_t unit : {0xD800U, 0xDBFFU, 0xDC00U, 0xDFFFU})
         EXPECT_EQ(written(L"a" + wide({unit}) + L"b"), "a\xEF\xBF\xBD"
@@ -101,7 +101,7 @@ TEST_F(CodePage, EachIllFormedPartBecomesOneReplacement)
         EXPECT_EQ(read(row.bytes), row.text) << testing::PrintToString(row.bytes);
 }
 
-TEST_F(CodePage, LengthMinusOneTakesTheTextAndItsEnd)
+TEST_F(CodePage, LengthMinusOne_ConvertsTheTextAndItsNul)
 {
     wchar_t text[3] = {};
     EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "ab", -1, nullptr, 0), 3);
@@ -113,7 +113,7 @@ TEST_F(CodePage, LengthMinusOneTakesTheTextAndItsEnd)
     EXPECT_STREQ(bytes, "\xC3\xB8");
 }
 
-TEST_F(CodePage, TooLittleRoomAnswersZero)
+TEST_F(CodePage, TooSmallBuffer_ReturnsZero)
 {
     wchar_t text[2] = {};
     EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "ab", -1, text, 2), 0);
@@ -131,7 +131,7 @@ TEST_F(CodePage, AnIllFormedSequenceOfThreeOrFourBytesBecomesReplacementsAlone)
     }
 }
 
-TEST_F(CodePage, WhatCannotBeReadAnswersZero)
+TEST_F(CodePage, InvalidArguments_ReturnZero)
 {
     wchar_t text[4] = {};
     EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, nullptr, 2, text, 4), 0);

@@ -14,7 +14,7 @@ using Tests::ScopedVariable;
 
 constexpr const wchar_t* kName = L"ORVEL_TEST_VARIABLE";
 
-TEST_F(Environment, AValueComesWithItsLengthAndItsEnd)
+TEST_F(Environment, Value_HasItsLengthAndItsNul)
 {
     const ScopedVariable variable("ORVEL_TEST_VARIABLE", "K\xC3\xB8ge");
     wchar_t buffer[8];
@@ -24,7 +24,7 @@ TEST_F(Environment, AValueComesWithItsLengthAndItsEnd)
     EXPECT_STREQ(buffer, L"K\u00F8ge");
 }
 
-TEST_F(Environment, AValueThatJustFitsIsRead)
+TEST_F(Environment, ValueThatJustFits_IsRead)
 {
     const ScopedVariable variable("ORVEL_TEST_VARIABLE", std::string(259, 'x'));
     wchar_t buffer[260];
@@ -33,7 +33,7 @@ TEST_F(Environment, AValueThatJustFitsIsRead)
     EXPECT_EQ(std::wstring(buffer), std::wstring(259, L'x'));
 }
 
-TEST_F(Environment, AValueThatDoesNotFitIsMeasured)
+TEST_F(Environment, ValueThatDoesNotFit_ReturnsItsLength)
 {
     const ScopedVariable variable("ORVEL_TEST_VARIABLE", std::string(260, 'x'));
     wchar_t buffer[260];
@@ -42,7 +42,7 @@ TEST_F(Environment, AValueThatDoesNotFitIsMeasured)
     EXPECT_EQ(required, 261U);
 }
 
-TEST_F(Environment, AnAbsentVariableHasNoLength)
+TEST_F(Environment, MissingVariable_HasLengthZero)
 {
     const ScopedVariable variable("ORVEL_TEST_VARIABLE");
     wchar_t buffer[8];
@@ -51,7 +51,7 @@ TEST_F(Environment, AnAbsentVariableHasNoLength)
     EXPECT_EQ(required, 0U);
 }
 
-TEST_F(Environment, WithoutABufferTheLengthIsAnswered)
+TEST_F(Environment, WithoutABuffer_TheLengthIsReturned)
 {
     const ScopedVariable variable("ORVEL_TEST_VARIABLE", "four");
     std::size_t required = 0;
@@ -59,7 +59,7 @@ TEST_F(Environment, WithoutABufferTheLengthIsAnswered)
     EXPECT_EQ(required, 5U);
 }
 
-TEST_F(Environment, NullAndLengthsThatContradictAreRefused)
+TEST_F(Environment, NullAndContradictingLengths_AreRefused)
 {
     wchar_t buffer[8];
     std::size_t required = 0;

@@ -50,14 +50,14 @@ TEST_F(RegistryFaults, EachCallFailsOnRequestAndChangesNothing)
     EXPECT_EQ(namesOf(key).size(), 1U);
 }
 
-TEST_F(RegistryFaults, EnumeratingEndsAlsoWhenItAlwaysFails)
+TEST_F(RegistryFaults, Enumerating_EndsEvenIfItAlwaysFails)
 {
     ASSERT_EQ(set(key, L"a", L"text"), ERROR_SUCCESS);
     const ScopedFault fault({.call = "RegEnumValueW", .fromThenOn = true, .code = {}});
     EXPECT_TRUE(namesOf(key).empty());
 }
 
-TEST_F(RegistryFaults, ClosingIsNeverAmongTheFailures)
+TEST_F(RegistryFaults, Closing_NeverFails)
 {
     FaultInjection::watch();
     created();

@@ -6,7 +6,7 @@ namespace {
 
 class RegistryKeys : public RegistryTest {};
 
-TEST_F(RegistryKeys, AKeyIsNotThereUntilItIsCreated)
+TEST_F(RegistryKeys, Key_DoesNotExistUntilItIsCreated)
 {
     EXPECT_EQ(openStatus(L"Software\\Test"), ERROR_FILE_NOT_FOUND);
     created();
@@ -23,7 +23,7 @@ TEST_F(RegistryKeys, TheKeysAboveAreCreatedWithIt)
     EXPECT_EQ(openStatus(L"B"), ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(RegistryKeys, TheDispositionSaysWhetherItWasThere)
+TEST_F(RegistryKeys, Disposition_SaysWhetherTheKeyExisted)
 {
     HKEY key = nullptr;
     DWORD disposition = 0;
@@ -35,7 +35,7 @@ TEST_F(RegistryKeys, TheDispositionSaysWhetherItWasThere)
     EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryKeys, NamesDifferByMoreThanCase)
+TEST_F(RegistryKeys, Names_AreEqualInAnyCase)
 {
     created(L"Software\\K\u00D8GE \u0394 \u0416");
     EXPECT_EQ(openStatus(L"SOFTWARE\\k\u00F8ge \u03B4 \u0436"), ERROR_SUCCESS);
@@ -76,7 +76,7 @@ TEST_F(RegistryKeys, ANameOf255CharactersFits)
     EXPECT_EQ(openStatus(path.c_str()), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryKeys, WhatIsReservedIsZero)
+TEST_F(RegistryKeys, ReservedArguments_MustBeZero)
 {
     HKEY key = nullptr;
     EXPECT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"A", 1, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr),

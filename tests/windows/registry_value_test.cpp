@@ -15,7 +15,7 @@ protected:
     OpenKey key = created();
 };
 
-TEST_F(RegistryValues, ATextComesBackWithItsEnd)
+TEST_F(RegistryValues, Text_IsReadWithItsNul)
 {
     EXPECT_EQ(set(key, L"Item1", L"<Item>K\u00F8ge \U0001F30D</Item>"), ERROR_SUCCESS);
     readAfresh();
@@ -32,7 +32,7 @@ TEST_F(RegistryValues, LengthsCountTheBytesOfWideCharacters)
     EXPECT_EQ(length, 5 * sizeof(wchar_t));
 }
 
-TEST_F(RegistryValues, TooLittleRoomAnswersTheLengthAndLeavesTheBuffer)
+TEST_F(RegistryValues, TooSmallBuffer_ReturnsTheLengthAndStaysUnchanged)
 {
     ASSERT_EQ(set(key, L"a", L"four"), ERROR_SUCCESS);
     BYTE data[5 * sizeof(wchar_t)] = {7};
@@ -43,7 +43,7 @@ TEST_F(RegistryValues, TooLittleRoomAnswersTheLengthAndLeavesTheBuffer)
     EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, nullptr, data, &length), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryValues, NamesDifferByMoreThanCaseAndKeepTheirFirstSpelling)
+TEST_F(RegistryValues, Names_AreEqualInAnyCase_AndKeepTheirFirstSpelling)
 {
     ASSERT_EQ(set(key, L"Item\u00C9", L"first"), ERROR_SUCCESS);
     ASSERT_EQ(set(key, L"iTEM\u00E9", L"second"), ERROR_SUCCESS);
@@ -100,7 +100,7 @@ TEST_F(RegistryValues, TheRootHasValuesToo)
     EXPECT_EQ(textOf(root, L"a"), ended(L"text"));
 }
 
-TEST_F(RegistryValues, OtherTypesAreBytesAsTheyAre)
+TEST_F(RegistryValues, OtherTypes_KeepTheirBytes)
 {
     const std::string bytes = "\0\xFF\x41\0odd"s;
     for (const DWORD type : Types{REG_NONE, REG_BINARY, REG_DWORD, REG_MULTI_SZ, 0xFFFFFFFFU}) {
@@ -122,7 +122,7 @@ TEST_F(RegistryValues, EmptyDataIsKept)
     }
 }
 
-TEST_F(RegistryValues, TextsWithoutAnEndOrWithMoreThanOneKeepTheirLength)
+TEST_F(RegistryValues, TextsWithoutANul_OrWithSeveral_KeepTheirLength)
 {
     for (const std::wstring& text : {L"none"s, L"\0"s, L"in\0side"s, L"two\0\0"s, L"\xD800 alone"s}) {
         const std::string bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
@@ -151,7 +151,7 @@ TEST_F(RegistryValues, ANameWithAnUnpairedSurrogateIsKept)
     EXPECT_EQ(namesOf(key), Names{name});
 }
 
-TEST_F(RegistryValues, AnEnumeratedNameNeedsRoomForItsEnd)
+TEST_F(RegistryValues, EnumeratedName_NeedsRoomForItsNul)
 {
     ASSERT_EQ(set(key, L"abc", L"text"), ERROR_SUCCESS);
     wchar_t name[4];
@@ -164,7 +164,7 @@ TEST_F(RegistryValues, AnEnumeratedNameNeedsRoomForItsEnd)
     EXPECT_EQ(RegEnumValueW(key.get(), 1, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_NO_MORE_ITEMS);
 }
 
-TEST_F(RegistryValues, EnumeratingHandsOutTypeAndDataToo)
+TEST_F(RegistryValues, Enumerating_ReturnsTypeAndDataToo)
 {
     ASSERT_EQ(setBytes(key, L"a", REG_BINARY, "\1\2\3"), ERROR_SUCCESS);
     wchar_t name[8];
@@ -180,7 +180,7 @@ TEST_F(RegistryValues, EnumeratingHandsOutTypeAndDataToo)
     EXPECT_EQ(data[2], 3);
 }
 
-TEST_F(RegistryValues, AHandleDoesWhatItWasOpenedFor)
+TEST_F(RegistryValues, Handle_AllowsOnlyTheRequestedAccess)
 {
     ASSERT_EQ(set(key, L"a", L"text"), ERROR_SUCCESS);
     const OpenKey reader = created(L"Software\\Test", KEY_READ);
@@ -195,7 +195,7 @@ TEST_F(RegistryValues, AHandleDoesWhatItWasOpenedFor)
     EXPECT_EQ(set(writer, L"a", L"other"), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryValues, NullWhereSomethingIsNeededIsRefused)
+TEST_F(RegistryValues, NullForARequiredArgument_IsRefused)
 {
     BYTE data[4];
     DWORD number = 0;

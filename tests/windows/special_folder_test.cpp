@@ -1,7 +1,7 @@
 #include <filesystem>
 #include <string>
 
-#include "embedded/base/system_path.h"
+#include "embedded/base/path.h"
 #include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
 #include "support/local_application_data.h"
@@ -25,14 +25,14 @@ protected:
     wchar_t path[260] = L"before";
 };
 
-TEST_F(SpecialFolder, TheUsersDataFolderIsAnswered)
+TEST_F(SpecialFolder, DataFolderOfTheUser_IsReturned)
 {
     useLocalApplicationData(folder.path());
     EXPECT_EQ(ask(), TRUE);
     EXPECT_EQ(path, folder.path().wstring());
 }
 
-TEST_F(SpecialFolder, OneThatIsMissingIsCreatedOnlyOnRequest)
+TEST_F(SpecialFolder, MissingFolder_IsCreatedOnlyOnRequest)
 {
     const fs::path missing = folder.path() / "not there" / "nor this";
     useLocalApplicationData(missing);

@@ -18,13 +18,13 @@ TEST_F(TextFile, LinesEndWithCarriageReturnAndLineFeedOnDisk)
     EXPECT_EQ(onDisk(), "one\r\ntwo\r\n\r\nthree");
 }
 
-TEST_F(TextFile, ACarriageReturnInTheTextIsWrittenBesideTheOneOfTheLinesEnd)
+TEST_F(TextFile, CarriageReturnInTheText_IsWrittenBeforeThatOfTheLineEnd)
 {
     write("a\r\nb\rc");
     EXPECT_EQ(onDisk(), "a\r\r\nb\rc");
 }
 
-TEST_F(TextFile, TheModesSayWhatBecomesOfTheFile)
+TEST_F(TextFile, Mode_TruncatesOrKeepsTheFile)
 {
     write("old\n");
     write("new\n", L"wt");
@@ -97,7 +97,7 @@ TEST_F(TextFile, LinesAreReadOneByOne)
     EXPECT_EQ(std::fclose(stream), 0);
 }
 
-TEST_F(TextFile, WhatIsFlushedIsOnDisk)
+TEST_F(TextFile, FlushedText_IsOnDisk)
 {
     std::FILE* const stream = open(L"w");
     ASSERT_NE(stream, nullptr);
@@ -133,7 +133,7 @@ TEST_F(TextFile, ANameOutsideAsciiIsUtf8)
     EXPECT_EQ(onDisk(), "x");
 }
 
-TEST_F(TextFile, WhatIsNotThereIsNotOpened)
+TEST_F(TextFile, MissingFile_IsNotOpened)
 {
     EXPECT_EQ(open(L"r"), nullptr);
     EXPECT_EQ(errno, ENOENT);
@@ -142,7 +142,7 @@ TEST_F(TextFile, WhatIsNotThereIsNotOpened)
     EXPECT_FALSE(fs::exists(folder.path() / "missing"));
 }
 
-TEST_F(TextFile, AFolderIsNotOpened)
+TEST_F(TextFile, Folder_IsNotOpened)
 {
     file = folder.path();
     EXPECT_EQ(open(L"r"), nullptr);
@@ -150,7 +150,7 @@ TEST_F(TextFile, AFolderIsNotOpened)
     EXPECT_EQ(open(L"w"), nullptr);
 }
 
-TEST_F(TextFile, AnOpenOneIsCounted)
+TEST_F(TextFile, OpenFile_IsCounted)
 {
     const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     std::FILE* const stream = open(L"w");

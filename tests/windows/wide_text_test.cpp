@@ -13,7 +13,7 @@ TEST(WideText, ComparisonIgnoresTheCaseOfAsciiLetters)
     EXPECT_EQ(_wcsicmp(L"", L""), 0);
 }
 
-TEST(WideText, ABoundedComparisonLooksNoFurther)
+TEST(WideText, BoundedComparison_StopsAtItsBound)
 {
     EXPECT_EQ(_wcsnicmp(L"EPSG:1", L"epsg:2", 5), 0);
     EXPECT_LT(_wcsnicmp(L"EPSG:1", L"epsg:2", 6), 0);
@@ -32,7 +32,7 @@ TEST(WideText, OtherLettersKeepTheirCase)
     EXPECT_NE(_wcsicmp(L"\u00C4", L"\u00E4"), 0);
 }
 
-TEST(WideText, TheGapBetweenUpperAndLowerCaseIsNoLetter)
+TEST(WideText, CharactersBetweenTheLetters_HaveNoCase)
 {
     EXPECT_NE(_wcsicmp(L"[", L"{"), 0);
     EXPECT_NE(_wcsicmp(L"@", L"`"), 0);

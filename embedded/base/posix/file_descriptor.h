@@ -8,7 +8,7 @@
 
 namespace Embedded {
 
-/// The call again as long as a signal interrupts it.
+/// Repeats the call while a signal interrupts it.
 template <class Call>
 auto retried(Call call)
 {
@@ -30,12 +30,12 @@ public:
     ~FileDescriptor()
     {
         if (number_ >= 0)
-            static_cast<void>(::close(number_)); // a result that matters is asked for with close
+            static_cast<void>(::close(number_)); // who needs the result calls close
     }
 
     int get() const { return number_; }
     bool isOpen() const { return number_ >= 0; }
-    /// Also an interrupted close has closed.
+    /// Returns whether closing succeeded. An interrupted close has closed the file.
     bool close() { return ::close(std::exchange(number_, -1)) == 0 || errno == EINTR; }
 
 private:

@@ -2,15 +2,17 @@
 
 #include <dlfcn.h>
 
+#include "embedded/base/path.h"
+
 namespace Embedded {
 
-SharedLibrary SharedLibrary::open(const std::filesystem::path& file, std::string& error)
+Expected<SharedLibrary> SharedLibrary::open(const std::filesystem::path& file)
 {
-    // An absolute path: a bare name would be looked for in the system's own folders.
-    SharedLibrary library(dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL));
-    if (!library) {
+    // The full path, since a name without a folder would be searched for in the system's own folders.
+    SharedLibrary library(dlopen(fullPath(file).c_str(), RTLD_NOW | RTLD_LOCAL));
+    if (library.handle_ == nullptr) {
         const char* reason = dlerror();
-        error = reason != nullptr ? reason : "unknown reason";
+        return failure(0, reason != nullptr ? reason : "unknown reason");
     }
     return library;
 }
@@ -18,12 +20,20 @@ SharedLibrary SharedLibrary::open(const std::filesystem::path& file, std::string
 SharedLibrary::~SharedLibrary()
 {
     if (handle_ != nullptr)
-        static_cast<void>(dlclose(handle_)); // nothing is left to do about a library that will not go
+        static_cast<void>(dlclose(handle_)); // a library that cannot be unloaded stays
 }
 
 void* SharedLibrary::symbol(const char* name) const
 {
-    return handle_ != nullptr ? dlsym(handle_, name) : nullptr;
+    return dlsym(handle_, name);
+}
+
+std::filesystem::path libraryFileAt(const void* address)
+{
+    ::Dl_info info{};
+    if (::dladdr(address, &info) == 0 || info.dli_fname == nullptr)
+        return {};
+    return info.dli_fname;
 }
 
 } // namespace Embedded

@@ -1,15 +1,16 @@
-#include "embedded/base/staged_file.h"
+#include "embedded/base/staged_file_imp.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <cstdint>
 #include <string>
 
+#include "embedded/base/parse_number.h"
 #include "embedded/base/posix/file_descriptor.h"
 #include "embedded/base/system_error.h"
 
@@ -18,7 +19,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMostNames = 100;
+constexpr int kMaxAttempts = 100;
+constexpr int kMaxLinks = 40;
 constexpr std::string_view kPrefix = ".saving-";
 constexpr std::string_view kSuffix = ".tmp";
 
@@ -27,8 +29,8 @@ fs::path folderOf(const fs::path& file)
     return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
 
-/// Short whatever the target is called, which may have the longest name that the folder allows.
-fs::path temporaryName(const fs::path& folder)
+/// The name does not contain the target's, which may be as long as the folder allows.
+fs::path newTemporaryName(const fs::path& folder)
 {
     static std::atomic<unsigned> counter{0};
     return folder /
@@ -37,8 +39,7 @@ fs::path temporaryName(const fs::path& folder)
 
 bool isNumber(std::string_view text)
 {
-    return !text.empty() &&
-           std::all_of(text.begin(), text.end(), [](char digit) { return '0' <= digit && digit <= '9'; });
+    return parseInteger<std::uint64_t>(text).has_value();
 }
 
 bool isTemporaryName(std::string_view name)
@@ -64,8 +65,8 @@ bool isLockedByAnother(int descriptor)
     return retried([&] { return ::flock(descriptor, LOCK_EX | LOCK_NB); }) != 0 && errno == EWOULDBLOCK;
 }
 
-/// The lock ends with the process that saves, in whatever way, and is seen from other containers and machines too,
-/// where a process number says nothing. On a disk without locks nothing is removed.
+/// A process that saves holds a lock on its file, which ends with the process in whatever way. Other containers and
+/// machines, to which its process number means nothing, see the lock too. On a disk without locks nothing is removed.
 void removeIfAbandoned(const fs::path& name)
 {
     struct stat found {};
@@ -79,7 +80,8 @@ void removeIfAbandoned(const fs::path& name)
         static_cast<void>(::unlink(name.c_str())); // the next save tries again
 }
 
-/// Removes from the folder what killed processes of this user have left there. What cannot be removed stays.
+/// Removes the temporary files in the folder that belong to killed processes of this user. What cannot be removed
+/// stays.
 void removeAbandoned(const fs::path& folder)
 {
     std::error_code error;
@@ -90,119 +92,144 @@ void removeAbandoned(const fs::path& folder)
     }
 }
 
-/// So that a new name in the folder outlasts a loss of power. The new file is in place by now, and a failure that was
-/// reported would be taken for the old one being there still.
+/// Makes a new name in the folder outlast a loss of power. Reports no failure, because the new file is in place already
+/// and a failure would mean that the old one is still there.
 void flushFolder(const fs::path& folder)
 {
     const FileDescriptor opened(retried([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
     if (opened.isOpen())
-        static_cast<void>(retried([&] { return ::fsync(opened.get()); })); // see above
+        static_cast<void>(retried([&] { return ::fsync(opened.get()); })); // a failure is not reported
 }
 
-} // namespace
-
-/// The file is locked as long as it lives, which tells it from one that was left behind by a process that was killed.
-class StagedFile::Imp {
+/// Holds a lock on the file, which tells it from the file of a killed process.
+class SystemStagedFile final : public StagedFileImp {
 public:
-    Imp(const fs::path& folder, mode_t mode)
+    explicit SystemStagedFile(const fs::path& file) : StagedFileImp(file)
     {
+        struct stat original {};
+        const mode_t mode = ::stat(target_.c_str(), &original) == 0 ? 0600 : 0666;
+        const fs::path folder = folderOf(target_);
+        removeAbandoned(folder);
         constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
-        for (int attempt = 0; attempt < kMostNames; ++attempt) {
-            const fs::path fresh = temporaryName(folder);
-            descriptor = FileDescriptor(retried([&] { return ::open(fresh.c_str(), kFlags, mode); }));
-            if (!descriptor.isOpen() && errno == EEXIST)
+        for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
+            const fs::path fresh = newTemporaryName(folder);
+            descriptor_ = FileDescriptor(retried([&] { return ::open(fresh.c_str(), kFlags, mode); }));
+            if (!descriptor_.isOpen() && errno == EEXIST)
                 continue;
-            if (!descriptor.isOpen())
+            if (!descriptor_.isOpen())
                 throw std::system_error(lastSystemError());
-            name = fresh;
-            // Before it is locked, another process may take it for one that was left behind.
-            if (!isLockedByAnother(descriptor.get()) && isNameOf(fresh, descriptor.get()))
+            name_ = fresh;
+            // Until it is locked, another process may remove it as the file of a killed process.
+            if (!isLockedByAnother(descriptor_.get()) && isNameOf(fresh, descriptor_.get()))
                 return;
             remove();
         }
         throw std::system_error(std::make_error_code(std::errc::file_exists));
     }
-    ~Imp() { remove(); }
+    ~SystemStagedFile() override { remove(); }
 
+    void write(std::string_view bytes) override
+    {
+        while (!bytes.empty()) {
+            const ssize_t written = retried([&] { return ::write(descriptor_.get(), bytes.data(), bytes.size()); });
+            if (written < 0)
+                throw std::system_error(lastSystemError());
+            if (written == 0)
+                throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        }
+    }
+
+    bool publish() override
+    {
+        flush();
+        if (::link(name_.c_str(), target_.c_str()) != 0) {
+            if (errno == EEXIST)
+                return false;
+            throw std::system_error(lastSystemError());
+        }
+        remove();
+        flushFolder(folderOf(target_));
+        return true;
+    }
+
+    void replaceTarget() override
+    {
+        struct stat original {};
+        if (::stat(target_.c_str(), &original) == 0)
+            copyAccess(original);
+        flush();
+        if (::rename(name_.c_str(), target_.c_str()) != 0)
+            throw std::system_error(lastSystemError());
+        name_.clear();
+        flushFolder(folderOf(target_));
+    }
+
+private:
     void remove()
     {
-        if (!name.empty())
-            static_cast<void>(::unlink(name.c_str())); // nothing more can be done about it
-        name.clear();
+        if (!name_.empty())
+            static_cast<void>(::unlink(name_.c_str())); // nothing more can be done about it
+        name_.clear();
     }
 
     void copyAccess(const struct stat& original) const
     {
-        // Only a privileged user can keep another user's file that user's own; for all others it becomes theirs.
-        const auto nobody = static_cast<uid_t>(-1);
-        const bool kept = ::fchown(descriptor.get(), original.st_uid, original.st_gid) == 0 ||
-                          ::fchown(descriptor.get(), nobody, original.st_gid) == 0;
-        static_cast<void>(kept); // see above
-        if (::fchmod(descriptor.get(), original.st_mode & 07777) != 0)
+        // Only a privileged user can give a file to another user. Any other user becomes the owner of the file.
+        constexpr auto kSameUser = static_cast<uid_t>(-1);
+        const bool isOwnerKept = ::fchown(descriptor_.get(), original.st_uid, original.st_gid) == 0 ||
+                                 ::fchown(descriptor_.get(), kSameUser, original.st_gid) == 0;
+        static_cast<void>(isOwnerKept); // a file with a new owner is no failure
+        if (::fchmod(descriptor_.get(), original.st_mode & 07777) != 0)
             throw std::system_error(lastSystemError());
     }
 
-    /// The file stays open, and so locked, until it has its name. What closing could still report, this has.
+    /// The file stays open, and so locked, until it has its final name. Closing it later reports nothing new.
     void flush() const
     {
-        if (retried([&] { return ::fsync(descriptor.get()); }) != 0)
+        if (retried([&] { return ::fsync(descriptor_.get()); }) != 0)
             throw std::system_error(lastSystemError());
     }
 
-    FileDescriptor descriptor;
-    fs::path name;
+    FileDescriptor descriptor_;
 };
 
-StagedFile::StagedFile(const fs::path& target)
+} // namespace
+
+fs::path followLinks(fs::path file)
 {
-    struct stat original {};
-    const mode_t mode = ::stat(target.c_str(), &original) == 0 ? 0600 : 0666;
-    removeAbandoned(folderOf(target));
-    imp_ = std::make_unique<Imp>(folderOf(target), mode);
+    std::error_code error;
+    for (int links = 0;; ++links) {
+        const fs::file_type type = fs::symlink_status(file, error).type();
+        if (type == fs::file_type::none) // an unreadable link would itself be replaced
+            throw std::system_error(error);
+        if (type != fs::file_type::symlink)
+            return file;
+        const fs::path destination = fs::read_symlink(file, error);
+        if (error || links == kMaxLinks)
+            throw std::system_error(error ? error : std::make_error_code(std::errc::too_many_symbolic_link_levels));
+        file = file.parent_path() / destination;
+    }
 }
 
-StagedFile::~StagedFile() = default;
-
-const fs::path& StagedFile::name() const
+void requireReplaceable(const fs::path& file)
 {
-    return imp_->name;
-}
-
-void StagedFile::write(std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t written = retried([&] { return ::write(imp_->descriptor.get(), bytes.data(), bytes.size()); });
-        if (written < 0)
+    struct stat found {};
+    if (::stat(file.c_str(), &found) != 0) {
+        if (errno != ENOENT)
             throw std::system_error(lastSystemError());
-        if (written == 0)
-            throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
-        bytes.remove_prefix(static_cast<std::size_t>(written));
+        return;
     }
+    if (!S_ISREG(found.st_mode))
+        throw std::system_error(
+            std::make_error_code(S_ISDIR(found.st_mode) ? std::errc::is_a_directory : std::errc::invalid_argument));
+    if (::faccessat(AT_FDCWD, file.c_str(), W_OK, AT_EACCESS) != 0)
+        throw std::system_error(lastSystemError());
 }
 
-bool StagedFile::publishAs(const fs::path& target)
+std::unique_ptr<StagedFileImp> StagedFileImp::create(const fs::path& target)
 {
-    imp_->flush();
-    if (::link(imp_->name.c_str(), target.c_str()) != 0) {
-        if (errno == EEXIST)
-            return false;
-        throw std::system_error(lastSystemError());
-    }
-    imp_->remove();
-    flushFolder(folderOf(target));
-    return true;
-}
-
-void StagedFile::replace(const fs::path& target)
-{
-    struct stat original {};
-    if (::stat(target.c_str(), &original) == 0)
-        imp_->copyAccess(original);
-    imp_->flush();
-    if (::rename(imp_->name.c_str(), target.c_str()) != 0)
-        throw std::system_error(lastSystemError());
-    imp_->name.clear();
-    flushFolder(folderOf(target));
+    return std::make_unique<SystemStagedFile>(target);
 }
 
 } // namespace Embedded

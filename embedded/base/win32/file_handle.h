@@ -23,7 +23,8 @@ public:
     void close()
     {
         if (isOpen())
-            static_cast<void>(CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE))); // flushed where it matters
+            static_cast<void>(CloseHandle(
+                std::exchange(handle_, INVALID_HANDLE_VALUE))); // who needs the content on disk flushes first
     }
 
 private:

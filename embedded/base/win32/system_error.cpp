@@ -7,7 +7,7 @@
 namespace Embedded {
 namespace {
 
-/// What the standard library has no sentence for, or one that leads astray.
+/// Messages for errors for which the standard library's message is missing or misleading.
 const char* ownMessage(int error)
 {
     switch (error) {
@@ -15,7 +15,7 @@ const char* ownMessage(int error)
     case ERROR_LOCK_VIOLATION:
         return "in use by another program";
     case ERROR_INVALID_NAME:
-        return "no name that a file can have";
+        return "not a valid file name";
     case ERROR_MOD_NOT_FOUND:
         return "it, or a library that it needs, cannot be found";
     default:
@@ -25,17 +25,17 @@ const char* ownMessage(int error)
 
 } // namespace
 
-std::string systemMessage(const std::error_code& given)
+std::string systemMessage(const std::error_code& error)
 {
-    // Each library has categories of its own here, which compare as different.
-    if (given.category().name() != std::string_view("system"))
-        return given.message();
-    const std::error_code code(given.value(), std::system_category());
+    // Each DLL has its own category objects, which never compare equal.
+    if (error.category().name() != std::string_view("system"))
+        return error.message();
+    const std::error_code code(error.value(), std::system_category());
     if (const char* message = ownMessage(code.value()))
         return message;
     const std::error_condition condition = code.default_error_condition();
-    constexpr int kLastOfTheCRuntime = 42; // it knows no sentence for the later numbers of errno
-    if (condition.category() == std::generic_category() && condition.value() <= kLastOfTheCRuntime)
+    constexpr int kLastErrnoWithMessage = 42; // the C runtime has no message for later ones
+    if (condition.category() == std::generic_category() && condition.value() <= kLastErrnoWithMessage)
         return condition.message();
     return code.message() + " (" + std::to_string(code.value()) + ")";
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/host/database/injected_fault.h"
 
 namespace QeHost {
@@ -68,15 +68,14 @@ bool DynamicLinker::unlockApplication(void* appHandle)
 
 Embedded::Expected<void*> DynamicLinker::load(const std::filesystem::path& file)
 {
-    std::string error;
-    SharedLibrary library = SharedLibrary::open(file, error);
+    Embedded::Expected<SharedLibrary> library = SharedLibrary::open(file);
     if (!library)
-        return Embedded::failure(Qeapp::eModuleNotFound, "the module cannot be loaded: " + error);
-    if (Module* loaded = findSame(library))
+        return Embedded::failure(Qeapp::eModuleNotFound, "the module cannot be loaded: " + library.error().text());
+    if (Module* loaded = findSame(*library))
         return loaded;
-    if (Embedded::Expected<void> result = requireModule(library, file); !result)
+    if (Embedded::Expected<void> result = requireModule(*library, file); !result)
         return tl::unexpected<Embedded::Error>(std::move(result).error());
-    return start(file, std::move(library));
+    return start(file, *std::move(library));
 }
 
 Embedded::Expected<void*> DynamicLinker::start(const std::filesystem::path& file, SharedLibrary library)

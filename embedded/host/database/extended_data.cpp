@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "embedded/base/case_folding.h"
 #include "embedded/host/database/database.h"
 #include "embedded/host/database/injected_fault.h"
 #include "embedded/host/database/resbuf_chain.h"
@@ -76,8 +77,9 @@ std::vector<std::pair<std::wstring, Embedded::ResbufValues>> extendedDataByName(
         if (isLive(record))
             data.emplace_back(recordName(*record), chain);
     }
-    std::sort(data.begin(), data.end(),
-              [](const auto& left, const auto& right) { return foldedName(left.first) < foldedName(right.first); });
+    std::sort(data.begin(), data.end(), [](const auto& left, const auto& right) {
+        return Embedded::toLowerAscii(left.first) < Embedded::toLowerAscii(right.first);
+    });
     return data;
 }
 
@@ -89,7 +91,7 @@ resbuf* QeDbObject::xData(const wchar_t* appName) const
         return nullptr;
     QeHost::ChainBuilder chain;
     for (const auto& [name, values] : QeHost::extendedDataByName(*this)) {
-        if (appName != nullptr && !QeHost::isSameName(appName, name))
+        if (appName != nullptr && !Embedded::equalsIgnoringAsciiCase(appName, name))
             continue;
         if (!chain.append(Embedded::ResbufValue{QeRb::kXdataAppName, name}) || !chain.append(values))
             return nullptr;

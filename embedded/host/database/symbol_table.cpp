@@ -2,34 +2,13 @@
 
 #include <algorithm>
 
+#include "embedded/base/case_folding.h"
 #include "embedded/host/database/database.h"
 #include "embedded/host/database/injected_fault.h"
 #include "platform/host/database.h"
 #include "platform/host/symbol_table.h"
 
 namespace QeHost {
-namespace {
-
-/// Only the letters A to Z have two cases: what counts as the same name in a file must not depend on a locale.
-constexpr wchar_t folded(wchar_t character)
-{
-    return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character - L'A' + L'a') : character;
-}
-
-} // namespace
-
-std::wstring foldedName(std::wstring_view name)
-{
-    std::wstring result(name);
-    std::transform(result.begin(), result.end(), result.begin(), folded);
-    return result;
-}
-
-bool isSameName(std::wstring_view left, std::wstring_view right)
-{
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](wchar_t one, wchar_t other) { return folded(one) == folded(other); });
-}
 
 const std::wstring& recordName(const ObjectRecord& record)
 {
@@ -40,7 +19,8 @@ ObjectRecord* findRecord(const ObjectRecord& table, std::wstring_view name)
 {
     const auto& records = stateOf<SymbolTableState>(*table.object).records;
     const auto found = std::find_if(records.begin(), records.end(), [name](const ObjectRecord* record) {
-        return record->object != nullptr && isLive(record) && isSameName(recordName(*record), name);
+        return record->object != nullptr && isLive(record) &&
+               Embedded::equalsIgnoringAsciiCase(recordName(*record), name);
     });
     return found != records.end() ? *found : nullptr;
 }

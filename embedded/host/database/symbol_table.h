@@ -28,8 +28,4 @@ const std::wstring& recordName(const ObjectRecord& record);
 /// Whether the record's table has another live record of its name.
 bool hasNamesake(const ObjectRecord& record);
 
-/// The name with the letters A to Z in lower case. Tables are ordered by it.
-std::wstring foldedName(std::wstring_view name);
-bool isSameName(std::wstring_view left, std::wstring_view right);
-
 } // namespace QeHost

@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "embedded/base/case_folding.h"
 #include "embedded/base/text.h"
 #include "embedded/host/database/handle.h"
 #include "embedded/host/database/object_classes.h"
@@ -261,7 +262,7 @@ private:
             const std::wstring& name = QeHost::recordName(*record);
             if (name.empty())
                 faults_.add(objectPlace(record->handle), "has no name");
-            else if (!names.insert(QeHost::foldedName(name)).second)
+            else if (!names.insert(toLowerAscii(name)).second)
                 faults_.add(objectPlace(record->handle), "has the name of another record");
         }
     }
@@ -274,7 +275,7 @@ private:
 
 } // namespace
 
-Expected<DrawingFaults> checkDrawing(const std::filesystem::path& file, const SqlWait& wait)
+Expected<DrawingFaults> checkDrawing(const std::filesystem::path& file, const LockWait& wait)
 {
     Expected<std::unique_ptr<DrawingConnection>> connection = connect(file, DrawingAccess::reading, wait);
     if (!connection)

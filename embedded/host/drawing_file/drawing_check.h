@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "embedded/base/error.h"
-#include "embedded/base/sql_wait.h"
+#include "embedded/base/lock_wait.h"
 #include "platform/export.h"
 
 namespace Embedded {
@@ -24,6 +24,6 @@ struct DrawingFaults {
 
 /// Reads every page, row, object and reference of the file in one read transaction: a flipped bit anywhere is among the
 /// faults. Does not change the file. Fails as loadDrawing does for what is no drawing file at all.
-QEHOST_API Expected<DrawingFaults> checkDrawing(const std::filesystem::path& file, const SqlWait& wait);
+QEHOST_API Expected<DrawingFaults> checkDrawing(const std::filesystem::path& file, const LockWait& wait);
 
 } // namespace Embedded

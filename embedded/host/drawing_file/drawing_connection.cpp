@@ -61,7 +61,7 @@ std::int64_t checksumOf(std::string_view table, const StoredRow& row)
     return sum.value();
 }
 
-DrawingConnection::DrawingConnection(const std::string& file, int flags, SqlWait wait)
+DrawingConnection::DrawingConnection(const std::string& file, int flags, LockWait wait)
     : wait_(std::move(wait)), database_(file, flags, 0, file == ":memory:" ? "" : sealingVfs())
 {
     makeDefensive(handle());

@@ -19,7 +19,7 @@ using StoredRow = std::vector<StoredValue>;
 class DrawingConnection {
 public:
     /// `file` as UTF-8, or ":memory:". `flags` of sqlite3_open_v2.
-    DrawingConnection(const std::string& file, int flags, SqlWait wait);
+    DrawingConnection(const std::string& file, int flags, LockWait wait);
     DrawingConnection(const DrawingConnection&) = delete;
     DrawingConnection& operator=(const DrawingConnection&) = delete;
 
@@ -35,7 +35,7 @@ public:
     SQLite::Statement& prepared(const char* sql);
 
 private:
-    SqlWait wait_;
+    LockWait wait_;
     SQLite::Database database_;
     std::map<std::string_view, SQLite::Statement> statements_; // by their text, which is a literal
 };

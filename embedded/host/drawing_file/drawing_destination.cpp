@@ -5,11 +5,9 @@
 #include <system_error>
 #include <utility>
 
-#include "embedded/base/display_name.h"
-#include "embedded/base/file_look_up.h"
+#include "embedded/base/file_kind.h"
+#include "embedded/base/path.h"
 #include "embedded/base/staged_file.h"
-#include "embedded/base/system_error.h"
-#include "embedded/base/system_path.h"
 #include "embedded/host/drawing_file/drawing_error.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
 #include "embedded/host/drawing_file/drawing_schema.h"
@@ -84,7 +82,7 @@ Expected<void> writeWhole(DrawingConnection& connection, DrawingStore* store, Da
 
 std::unique_ptr<DrawingConnection> emptyInMemory()
 {
-    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, SqlWait());
+    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, LockWait());
     leaveRoomForSeals(connection->handle());
     return connection;
 }
@@ -120,7 +118,7 @@ private:
 /// Another file than the drawing's own.
 class OtherFile final : public DrawingDestination {
 public:
-    OtherFile(DrawingStore* store, fs::path file, Overwriting overwriting, SqlWait wait)
+    OtherFile(DrawingStore* store, fs::path file, Overwriting overwriting, LockWait wait)
         : store_(store), file_(std::move(file)), overwriting_(overwriting), wait_(std::move(wait))
     {
     }
@@ -148,14 +146,14 @@ private:
     Existing inspectExisting() const
     {
         std::unique_ptr<DrawingConnection> connection;
-        const auto failure = sqlFailureOf([&] {
+        const auto isReadable = catchSqlError([&] {
             connection = open(file_, SQLite::OPEN_READWRITE);
             connection->database().exec("PRAGMA user_version"); // rolls back what a killed save has left
         });
         if (connection != nullptr && connection->fileSize() == 0) // so is a new drawing that was not finished
             return Existing::noBytes;
-        return !failure || connection == nullptr || isDatabase(connection->handle()) ? Existing::database
-                                                                                     : Existing::noDatabase;
+        return isReadable || connection == nullptr || isDatabase(connection->handle()) ? Existing::database
+                                                                                       : Existing::noDatabase;
     }
 
     Expected<void> requireOverwritable(Existing existing) const
@@ -188,8 +186,8 @@ private:
     /// The system's reason for the name says more than its reason for the call, where the name is one that no file has.
     std::string creationError(int error) const
     {
-        const FileLookUp found = lookUpFile(file_);
-        return error == EINVAL ? found.reason : std::generic_category().message(error);
+        const Expected<FileKind> kind = fileKind(file_);
+        return error == EINVAL && !kind ? kind.error().message : std::generic_category().message(error);
     }
 
     /// Of those who make the same file at once, the first to lock it makes it. A failure leaves a file of no bytes:
@@ -201,7 +199,7 @@ private:
         if (existing == Existing::nothing && !std::ofstream(systemPath(file_), std::ios::app))
             return cannotBeWritten(creationError(errno));
         std::unique_ptr<DrawingConnection> connection;
-        if (sqlFailureOf([&] { connection = open(file_, SQLite::OPEN_READWRITE); }))
+        if (!catchSqlError([&] { connection = open(file_, SQLite::OPEN_READWRITE); }))
             return cannotBeWritten(std::generic_category().message(errno));
         return saveOrRollBack(*connection, name(), [&]() -> Expected<void> {
             leaveRoomForSeals(connection->handle());
@@ -221,38 +219,46 @@ private:
     /// Into a file of its own beside the target first, so that the target is never half written.
     Expected<void> writeStaged(Existing existing, DatabaseImp& database, QeDb::QeDbDwgVersion version)
     {
-        try {
-            StagedFile staged(file_);
-            std::unique_ptr<DrawingConnection> connection = open(staged.name(), SQLite::OPEN_READWRITE);
-            Expected<void> result = saveOrRollBack(*connection, name(), [&]() -> Expected<void> {
-                connection->database().exec("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF");
-                leaveRoomForSeals(connection->handle());
-                Expected<void> filled = writeWhole(*connection, store_, database, version);
-                if (filled && (existing == Existing::noBytes || existing == Existing::database))
-                    copyDatabase(*connection, *open(file_, SQLite::OPEN_READWRITE));
-                return filled;
-            });
-            connection.reset();
-            if (result && existing == Existing::noDatabase)
-                staged.replace(file_);
-            if (result && existing == Existing::nothing && !staged.publishAs(file_))
-                return exists();
-            return result;
-        } catch (const std::system_error& exception) {
-            return cannotBeWritten(systemMessage(exception));
-        }
+        Expected<StagedFile> staged = StagedFile::create(file_);
+        if (!staged)
+            return failure(Qeapp::eFileWriteFailed, staged.error().message, staged.error().place);
+        std::unique_ptr<DrawingConnection> connection = open(staged->temporaryName(), SQLite::OPEN_READWRITE);
+        Expected<void> result = saveOrRollBack(*connection, name(), [&]() -> Expected<void> {
+            connection->database().exec("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF");
+            leaveRoomForSeals(connection->handle());
+            Expected<void> filled = writeWhole(*connection, store_, database, version);
+            if (filled && (existing == Existing::noBytes || existing == Existing::database))
+                copyDatabase(*connection, *open(file_, SQLite::OPEN_READWRITE));
+            return filled;
+        });
+        connection.reset();
+        return result ? finish(existing, *staged) : result;
+    }
+
+    /// Gives the complete file the target's name, unless its content was copied into the target.
+    Expected<void> finish(Existing existing, StagedFile& staged) const
+    {
+        if (existing != Existing::noDatabase && existing != Existing::nothing)
+            return {};
+        const Expected<bool> published =
+            existing == Existing::nothing ? staged.publish() : staged.replaceTarget().map([] { return true; });
+        if (!published)
+            return failure(Qeapp::eFileWriteFailed, published.error().message, published.error().place);
+        if (!*published)
+            return exists();
+        return {};
     }
 
     DrawingStore* store_;
     fs::path file_;
     Overwriting overwriting_;
-    SqlWait wait_;
+    LockWait wait_;
 };
 
 } // namespace
 
 std::unique_ptr<DrawingDestination> destinationFor(DrawingStore* store, const fs::path& file, Overwriting overwriting,
-                                                   const SqlWait& wait)
+                                                   const LockWait& wait)
 {
     std::error_code error;
     if (store != nullptr && fs::equivalent(store->path(), file, error) && !error)

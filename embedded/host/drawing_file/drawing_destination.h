@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "embedded/base/sql_wait.h"
+#include "embedded/base/lock_wait.h"
 #include "embedded/host/database/save_plan.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "embedded/host/drawing_file/drawing_store.h"
@@ -23,7 +23,7 @@ public:
 
 /// The drawing's own file, if `store` has it open, or another file, which gets the whole drawing.
 std::unique_ptr<DrawingDestination> destinationFor(DrawingStore* store, const std::filesystem::path& file,
-                                                   Overwriting overwriting, const SqlWait& wait);
+                                                   Overwriting overwriting, const LockWait& wait);
 std::unique_ptr<DrawingDestination> destinationInMemory(DrawingStore* store, std::string& bytes);
 
 } // namespace Embedded

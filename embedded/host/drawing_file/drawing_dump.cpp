@@ -7,6 +7,8 @@
 #include <map>
 #include <utility>
 
+#include "embedded/base/case_folding.h"
+#include "embedded/base/hex.h"
 #include "embedded/base/text.h"
 #include "embedded/host/database/database.h"
 #include "embedded/host/database/extended_data.h"
@@ -19,14 +21,6 @@ namespace Embedded {
 namespace {
 
 using QeHost::ObjectRecord;
-
-constexpr std::string_view kDigits = "0123456789abcdef";
-
-void appendHex(std::string& text, unsigned long number, int digits)
-{
-    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
-        text += kDigits[number >> shift & 0xF];
-}
 
 /// What would end the line or is no character is written as its number.
 std::string quote(std::wstring_view wide)
@@ -42,7 +36,7 @@ std::string quote(std::wstring_view wide)
             text += static_cast<char>(number);
         } else if (number < 0x20 || number == 0x7F || !isWellFormed(character)) {
             text += number <= 0xFFFF ? "\\u" : "\\U";
-            appendHex(text, number, number <= 0xFFFF ? 4 : 8);
+            text += lowerCaseHex(number, number <= 0xFFFF ? 4 : 8);
         } else {
             text += utf8FromWide(character);
         }
@@ -57,10 +51,7 @@ std::string formatReal(double real)
     std::string text(digits.data(), written.ptr);
     if (real == real)
         return text;
-    text += " (";
-    for (int shift = 60; shift >= 0; shift -= 4)
-        text += kDigits[std::bit_cast<std::uint64_t>(real) >> shift & 0xF];
-    return text + ")";
+    return text + " (" + lowerCaseHex(std::bit_cast<std::uint64_t>(real), 16) + ")";
 }
 
 std::string formatValue(const ResbufValue& value)
@@ -71,10 +62,8 @@ std::string formatValue(const ResbufValue& value)
         return formatReal(*real);
     if (const auto* integer = std::get_if<std::int32_t>(&value.value))
         return std::to_string(*integer);
-    std::string hex = "x";
-    for (const unsigned char byte : std::get<std::vector<unsigned char>>(value.value))
-        appendHex(hex, byte, 2);
-    return hex;
+    const auto& bytes = std::get<std::vector<unsigned char>>(value.value);
+    return "x" + hexFromBytes({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }
 
 /// Prints the fields of one object, and finds what it owns.
@@ -108,7 +97,7 @@ public:
                 owned_.push_back(record);
         }
         std::sort(owned_.begin(), owned_.end(), [](const ObjectRecord* left, const ObjectRecord* right) {
-            return QeHost::foldedName(QeHost::recordName(*left)) < QeHost::foldedName(QeHost::recordName(*right));
+            return toLowerAscii(QeHost::recordName(*left)) < toLowerAscii(QeHost::recordName(*right));
         });
         for (const ObjectRecord* const record : owned_)
             line("record", formatHandle(record->handle));

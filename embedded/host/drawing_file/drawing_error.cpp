@@ -37,10 +37,10 @@ Error readOnlyError(int code)
     }
 }
 
-Error inputOutputError(const SqlFailure& failure, sqlite3* connection)
+Error inputOutputError(const Error& failure, sqlite3* connection)
 {
     const std::string reason = systemReason(connection);
-    switch (failure.code) {
+    switch (failure.status) {
     case SQLITE_IOERR_LOCK:
     case SQLITE_IOERR_UNLOCK:
     case SQLITE_IOERR_RDLOCK:
@@ -69,9 +69,9 @@ bool isDatabase(sqlite3* connection)
         .starts_with(std::string_view("SQLite format 3\0", 16));
 }
 
-Error drawingError(const SqlFailure& failure, sqlite3* connection)
+Error drawingError(const Error& failure, sqlite3* connection)
 {
-    switch (failure.primaryCode()) {
+    switch (primarySqlCode(failure)) {
     case SQLITE_BUSY:
         return {Qeapp::eFileLocked, "another process is using it and did not release it in time", {}};
     case SQLITE_NOTADB:
@@ -81,7 +81,7 @@ Error drawingError(const SqlFailure& failure, sqlite3* connection)
     case SQLITE_FULL:
         return {Qeapp::eFileWriteFailed, "cannot be written: the disk is full", {}};
     case SQLITE_READONLY:
-        return readOnlyError(failure.code);
+        return readOnlyError(failure.status);
     case SQLITE_CANTOPEN:
         return {
             Qeapp::eFileWriteFailed, "it, or its journal beside it, cannot be opened" + systemReason(connection), {}};

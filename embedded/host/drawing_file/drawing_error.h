@@ -9,8 +9,8 @@
 
 namespace Embedded {
 
-/// What a failure of SQLite means for a drawing file. The place is empty. `connection` may be null.
-Error drawingError(const SqlFailure& failure, sqlite3* connection);
+/// What an Error of catchSqlError means for a drawing file. The place is empty. `connection` may be null.
+Error drawingError(const Error& failure, sqlite3* connection);
 
 /// Whether the file begins as SQLite databases do.
 bool isDatabase(sqlite3* connection);
@@ -23,14 +23,14 @@ Expected<void> catchDrawingError(const DrawingConnection& connection, const std:
 {
     try {
         Expected<void> result;
-        const auto failure = sqlFailureOf([&] {
+        const Expected<void> done = catchSqlError([&] {
             if constexpr (std::is_void_v<std::invoke_result_t<Work>>)
                 work();
             else
                 result = work();
         });
-        if (failure)
-            return tl::unexpected<Error>(inFile(file, drawingError(*failure, connection.handle())));
+        if (!done)
+            return tl::unexpected<Error>(inFile(file, drawingError(done.error(), connection.handle())));
         return result;
     } catch (const ErrorException& exception) {
         return tl::unexpected<Error>(inFile(file, exception.error()));

@@ -3,8 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "embedded/base/display_name.h"
-#include "embedded/base/file_look_up.h"
+#include "embedded/base/path.h"
 #include "embedded/host/application/decomposition_run.h"
 #include "embedded/host/drawing_file/drawing_destination.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
@@ -67,7 +66,7 @@ tl::unexpected<Error> tooLittleMemory(std::string place)
 
 } // namespace
 
-Expected<std::unique_ptr<QeDbDatabase>> loadDrawing(const fs::path& file, DrawingAccess access, const SqlWait& wait)
+Expected<std::unique_ptr<QeDbDatabase>> loadDrawing(const fs::path& file, DrawingAccess access, const LockWait& wait)
 {
     try {
         return openDrawing(file, access, wait);
@@ -86,7 +85,7 @@ Expected<std::unique_ptr<QeDbDatabase>> loadDrawingFromBytes(const std::string& 
 }
 
 Expected<void> saveDrawing(QeDbDatabase& database, const fs::path& file, QeDb::QeDbDwgVersion version,
-                           Overwriting overwriting, const SqlWait& wait)
+                           Overwriting overwriting, const LockWait& wait)
 {
     const std::unique_ptr<DrawingDestination> destination = destinationFor(storeOf(database), file, overwriting, wait);
     return save(database, version, *destination);

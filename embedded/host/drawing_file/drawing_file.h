@@ -6,7 +6,7 @@
 #include <string>
 
 #include "embedded/base/error.h"
-#include "embedded/base/sql_wait.h"
+#include "embedded/base/lock_wait.h"
 #include "platform/export.h"
 #include "platform/host/database.h"
 
@@ -26,8 +26,9 @@ enum class DrawingAccess {
 /// - eFileWriteFailed for changing a file that is write-protected or has several names;
 /// - eOutOfMemory.
 /// The place of the Error begins with the file's name.
-QEHOST_API Expected<std::unique_ptr<QeDbDatabase>>
-loadDrawing(const std::filesystem::path& file, DrawingAccess access = DrawingAccess::sharing, const SqlWait& wait = {});
+QEHOST_API Expected<std::unique_ptr<QeDbDatabase>> loadDrawing(const std::filesystem::path& file,
+                                                               DrawingAccess access = DrawingAccess::sharing,
+                                                               const LockWait& wait = {});
 
 /// What saveDrawing may write over.
 enum class Overwriting {
@@ -53,7 +54,7 @@ enum class Overwriting {
 /// - the failure of an object of the drawing that could not be read before.
 QEHOST_API Expected<void> saveDrawing(QeDbDatabase& database, const std::filesystem::path& file,
                                       QeDb::QeDbDwgVersion version, Overwriting overwriting = Overwriting::refused,
-                                      const SqlWait& wait = {});
+                                      const LockWait& wait = {});
 
 /// The same for a drawing file that lies in memory.
 QEHOST_API Expected<std::unique_ptr<QeDbDatabase>> loadDrawingFromBytes(const std::string& bytes);

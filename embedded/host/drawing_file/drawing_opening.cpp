@@ -5,9 +5,8 @@
 #include <system_error>
 #include <utility>
 
-#include "embedded/base/display_name.h"
-#include "embedded/base/file_look_up.h"
-#include "embedded/base/system_path.h"
+#include "embedded/base/file_kind.h"
+#include "embedded/base/path.h"
 #include "embedded/host/database/handle.h"
 #include "embedded/host/drawing_file/drawing_error.h"
 #include "embedded/host/drawing_file/drawing_schema.h"
@@ -114,12 +113,12 @@ Expected<void> requireOneName(const fs::path& file)
 
 Expected<void> requireRegularFile(const fs::path& file)
 {
-    FileLookUp found = lookUpFile(file);
-    switch (found.kind) {
+    Expected<FileKind> kind = fileKind(file);
+    if (!kind)
+        return failure(Qeapp::eFileNotFound, std::move(kind.error().message));
+    switch (*kind) {
     case FileKind::regular:
         return {};
-    case FileKind::nothing:
-        return failure(Qeapp::eFileNotFound, std::move(found.reason));
     case FileKind::folder:
         return failure(Qeapp::eFileDamaged, "is a folder");
     case FileKind::other:
@@ -128,7 +127,7 @@ Expected<void> requireRegularFile(const fs::path& file)
     return failure(Qeapp::eFileDamaged, "is not a regular file");
 }
 
-Expected<std::unique_ptr<DrawingConnection>> connect(const fs::path& file, DrawingAccess access, const SqlWait& wait)
+Expected<std::unique_ptr<DrawingConnection>> connect(const fs::path& file, DrawingAccess access, const LockWait& wait)
 {
     const std::string name = displayName(file);
     Expected<void> result = requireRegularFile(file);
@@ -138,9 +137,9 @@ Expected<std::unique_ptr<DrawingConnection>> connect(const fs::path& file, Drawi
         return tl::unexpected<Error>(inFile(name, std::move(result).error()));
     // Also for reading: a journal that a killed process has left is rolled back first.
     std::unique_ptr<DrawingConnection> connection;
-    const auto refused = sqlFailureOf(
+    const auto connected = catchSqlError(
         [&] { connection = std::make_unique<DrawingConnection>(sqliteName(file), SQLite::OPEN_READWRITE, wait); });
-    if (refused)
+    if (!connected)
         return failure(Qeapp::eFileNotFound, "cannot be opened: " + std::generic_category().message(errno), name);
     result = catchDrawingError(*connection, name, [&] { begin(*connection, access); });
     if (!result)
@@ -148,7 +147,7 @@ Expected<std::unique_ptr<DrawingConnection>> connect(const fs::path& file, Drawi
     return connection;
 }
 
-Expected<std::unique_ptr<QeDbDatabase>> openDrawing(const fs::path& file, DrawingAccess access, const SqlWait& wait)
+Expected<std::unique_ptr<QeDbDatabase>> openDrawing(const fs::path& file, DrawingAccess access, const LockWait& wait)
 {
     Expected<std::unique_ptr<DrawingConnection>> connection = connect(file, access, wait);
     if (!connection)
@@ -159,7 +158,7 @@ Expected<std::unique_ptr<QeDbDatabase>> openDrawing(const fs::path& file, Drawin
 Expected<std::unique_ptr<QeDbDatabase>> openDrawingFromBytes(const std::string& bytes)
 {
     const std::string name = "standard input";
-    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, SqlWait());
+    auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, LockWait());
     auto* const copy = static_cast<unsigned char*>(sqlite3_malloc64(bytes.size() + 1));
     if (copy == nullptr)
         throw std::bad_alloc();

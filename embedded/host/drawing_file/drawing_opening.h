@@ -12,13 +12,13 @@ namespace Embedded {
 
 /// Do what loadDrawing and loadDrawingFromBytes do, but throw std::bad_alloc when memory is short.
 Expected<std::unique_ptr<QeDbDatabase>> openDrawing(const std::filesystem::path& file, DrawingAccess access,
-                                                    const SqlWait& wait);
+                                                    const LockWait& wait);
 Expected<std::unique_ptr<QeDbDatabase>> openDrawingFromBytes(const std::string& bytes);
 
 /// Opens a connection to a drawing file and begins the transaction that the access needs. Checks everything that can be
 /// checked without reading an object.
 Expected<std::unique_ptr<DrawingConnection>> connect(const std::filesystem::path& file, DrawingAccess access,
-                                                     const SqlWait& wait);
+                                                     const LockWait& wait);
 
 /// Makes the drawing of a connection from `connect`. Errors name the file by `name`, or not at all if it is empty.
 Expected<std::unique_ptr<QeDbDatabase>> attachDrawing(std::unique_ptr<DrawingConnection> connection,

@@ -5,7 +5,7 @@
 #include <set>
 #include <utility>
 
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/base/text.h"
 #include "embedded/host/database/handle.h"
 #include "embedded/host/drawing_file/drawing_error.h"
@@ -211,7 +211,7 @@ Handle findGeoData(const std::map<Handle, SalvagedObject>& objects, Handle named
 } // namespace
 
 Expected<Salvage> salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file,
-                                 const SqlWait& wait)
+                                 const LockWait& wait)
 {
     Expected<std::unique_ptr<DrawingConnection>> source = connect(damaged, DrawingAccess::reading, wait);
     if (!source)

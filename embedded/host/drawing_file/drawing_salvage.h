@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "embedded/base/error.h"
-#include "embedded/base/sql_wait.h"
+#include "embedded/base/lock_wait.h"
 #include "embedded/host/database/handle.h"
 #include "platform/export.h"
 
@@ -30,6 +30,6 @@ struct Salvage {
 /// new file. Fails as loadDrawing does for a file whose schema cannot be read; eFileExists for a new file that is
 /// there.
 QEHOST_API Expected<Salvage> salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file,
-                                            const SqlWait& wait);
+                                            const LockWait& wait);
 
 } // namespace Embedded

@@ -187,7 +187,7 @@ Expected<void> DrawingStore::copyTo(DrawingConnection& other)
         return tl::unexpected<Error>(std::move(unchanged).error());
     if (sqlite3_txn_state(connection_->handle(), "main") == SQLITE_TXN_WRITE) {
         // SQLite does not copy from a connection that holds the lock for writing. It has not written anything yet.
-        DrawingConnection reader(sqliteName(path_), SQLite::OPEN_READONLY, SqlWait());
+        DrawingConnection reader(sqliteName(path_), SQLite::OPEN_READONLY, LockWait());
         copyDatabase(reader, other);
     } else {
         copyDatabase(*connection_, other);

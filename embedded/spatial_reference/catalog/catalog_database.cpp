@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
-#include "embedded/base/file_look_up.h"
-#include "embedded/base/utf8_path.h"
+#include "embedded/base/file_kind.h"
+#include "embedded/base/path.h"
 #include "embedded/spatial_reference/projjson/proj_context.h"
 
 namespace Embedded {
@@ -110,7 +110,7 @@ std::string unopenedDatabase()
 {
     for (const std::string& folder : catalogFolders()) {
         const std::string path = folder + "/proj.db";
-        if (lookUpFile(pathFromUtf8(path)).kind != FileKind::nothing)
+        if (fileKind(pathFromUtf8(path)))
             return path;
     }
     return {};
@@ -164,7 +164,7 @@ std::optional<CatalogFault> faultOfOpening()
     const std::string path = unopenedDatabase();
     if (path.empty())
         return unavailable("there is no proj.db in " + joinedFolders());
-    if (lookUpFile(pathFromUtf8(path)).kind != FileKind::regular)
+    if (fileKind(pathFromUtf8(path)) != FileKind::regular)
         return unavailable(path + ": not a regular file");
     const Database database(path);
     const Answer answer = database.ask("SELECT value FROM metadata");

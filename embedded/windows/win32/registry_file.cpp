@@ -13,26 +13,26 @@ constexpr const wchar_t* kRegistries = L"Software\\OrvelCoordsysCore\\Registries
 
 struct Choice {
     std::filesystem::path file;
-    LSTATUS outcome = ERROR_SUCCESS;
+    LSTATUS status = ERROR_SUCCESS; // of replacing HKEY_CURRENT_USER
 };
 
 Choice& currentChoice()
 {
-    static auto* const choice = new Choice; // for as long as anything may ask
+    static auto* const choice = new Choice; // never destroyed: a destructor may still use it
     return *choice;
 }
 
-/// The process's HKEY_CURRENT_USER is this key from now on, which the system holds open itself.
+/// Replaces HKEY_CURRENT_USER of this process by the key.
 LSTATUS replaceCurrentUser(const std::wstring& name)
 {
     HKEY key = nullptr;
-    LSTATUS outcome = RegCreateKeyExW(HKEY_CURRENT_USER, (kRegistries + name).c_str(), 0, nullptr,
-                                      REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, &key, nullptr);
-    if (outcome != ERROR_SUCCESS)
-        return outcome;
-    outcome = RegOverridePredefKey(HKEY_CURRENT_USER, key);
-    static_cast<void>(RegCloseKey(key)); // see above
-    return outcome;
+    LSTATUS status = RegCreateKeyExW(HKEY_CURRENT_USER, (kRegistries + name).c_str(), 0, nullptr,
+                                     REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+    if (status != ERROR_SUCCESS)
+        return status;
+    status = RegOverridePredefKey(HKEY_CURRENT_USER, key);
+    static_cast<void>(RegCloseKey(key)); // the system holds the key open itself
+    return status;
 }
 
 } // namespace
@@ -40,8 +40,8 @@ LSTATUS replaceCurrentUser(const std::wstring& name)
 void useRegistryFile(const std::filesystem::path& file)
 {
     Choice choice{file, RegOverridePredefKey(HKEY_CURRENT_USER, nullptr)};
-    if (choice.outcome == ERROR_SUCCESS && !file.empty())
-        choice.outcome = replaceCurrentUser(file.lexically_normal().make_preferred().wstring());
+    if (choice.status == ERROR_SUCCESS && !file.empty())
+        choice.status = replaceCurrentUser(file.lexically_normal().make_preferred().wstring());
     currentChoice() = std::move(choice);
 }
 
@@ -50,13 +50,15 @@ std::filesystem::path registryFile()
     return currentChoice().file;
 }
 
-std::string checkRegistryFile()
+Expected<void> checkRegistryFile()
 {
-    const LSTATUS outcome = currentChoice().outcome;
-    return outcome == ERROR_SUCCESS ? std::string() : systemMessage(std::error_code(outcome, std::system_category()));
+    const LSTATUS status = currentChoice().status;
+    if (status == ERROR_SUCCESS)
+        return {};
+    return failure(status, systemMessage(std::error_code(status, std::system_category())));
 }
 
-void setRegistryWait(std::chrono::milliseconds /*most*/, std::function<void(std::chrono::milliseconds)> /*waiting*/)
+void setRegistryWait(std::chrono::milliseconds /*longest*/, std::function<void(std::chrono::milliseconds)> /*onPause*/)
 {
 }
 

@@ -22,9 +22,9 @@ TEST_F(Arguments, HalfASurrogatePair_IsWrongUsageWhereverItStands)
 TEST_F(Arguments, FileNameThatNoFileHas_IsRefusedInOneLine)
 {
     expectResult(run({"new", "a\nb.qedb"}), 1, "",
-                 "orvelcs: new: a\\nb.qedb: eFileWriteFailed (54): cannot be written: no name that a file can have\n");
+                 "orvelcs: new: a\\nb.qedb: eFileWriteFailed (54): cannot be written: not a valid file name\n");
     expectResult(run({"show", "what?.qedb"}), 1, "",
-                 "orvelcs: show: what?.qedb: eFileNotFound (50): no name that a file can have\n");
+                 "orvelcs: show: what?.qedb: eFileNotFound (50): not a valid file name\n");
     EXPECT_EQ(files(), std::vector<std::string>());
 }
 

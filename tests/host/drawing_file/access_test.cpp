@@ -143,8 +143,8 @@ TEST_F(FileAccess, AWait_IsReportedAndEndsAfterItsTime)
 {
     const Database changing = loaded(DrawingAccess::changing);
     int told = 0;
-    SqlWait wait = waitOf(40);
-    wait.waiting = [&](std::chrono::milliseconds waited) {
+    LockWait wait = waitOf(40);
+    wait.onPause = [&](std::chrono::milliseconds waited) {
         ++told;
         EXPECT_LT(waited.count(), 40);
     };
@@ -157,16 +157,16 @@ TEST_F(FileAccess, AWait_IsReportedAndEndsAfterItsTime)
 TEST_F(FileAccess, NoWait_AsksOnce)
 {
     const Database changing = loaded(DrawingAccess::changing);
-    SqlWait wait = waitOf(0);
-    wait.waiting = [](std::chrono::milliseconds) { ADD_FAILURE() << "waited"; };
+    LockWait wait = waitOf(0);
+    wait.onPause = [](std::chrono::milliseconds) { ADD_FAILURE() << "waited"; };
     EXPECT_EQ(outcome(Embedded::loadDrawing(file, DrawingAccess::changing, wait)), locked());
 }
 
 TEST_F(FileAccess, AWait_CanBeEndedByItsListener)
 {
     Database changing = loaded(DrawingAccess::changing);
-    SqlWait wait = waitOf(10'000);
-    wait.waiting = [&](std::chrono::milliseconds) { changing.reset(); };
+    LockWait wait = waitOf(10'000);
+    wait.onPause = [&](std::chrono::milliseconds) { changing.reset(); };
     EXPECT_EQ(outcome(Embedded::loadDrawing(file, DrawingAccess::changing, wait)), "0");
 }
 

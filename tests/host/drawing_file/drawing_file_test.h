@@ -20,12 +20,12 @@ namespace Tests {
 
 using Embedded::DrawingAccess;
 using Embedded::Expected;
-using Embedded::SqlWait;
+using Embedded::LockWait;
 
-inline SqlWait waitOf(int milliseconds)
+inline LockWait waitOf(int milliseconds)
 {
-    SqlWait wait;
-    wait.most = std::chrono::milliseconds(milliseconds);
+    LockWait wait;
+    wait.longest = std::chrono::milliseconds(milliseconds);
     return wait;
 }
 

@@ -11,8 +11,8 @@
 #include <fstream>
 #include <optional>
 
-#include "embedded/base/atomic_file.h"
 #include "embedded/base/posix/file_descriptor.h"
+#include "embedded/base/staged_file.h"
 #include "saves/posix/disk_calls.h"
 #include "saves/posix/simulated_disk.h"
 #include "support/platform_test.h"
@@ -27,7 +27,7 @@ namespace fs = std::filesystem;
 class AbandonedSave : public PlatformTest {
 protected:
     void put(const std::string& name) const { std::ofstream(folder.path() / name) << "left behind"; }
-    void save() const { EXPECT_FALSE(Embedded::replaceFile(folder.path() / "a.txt", "new")); }
+    void save() const { EXPECT_TRUE(Embedded::replaceFile(folder.path() / "a.txt", "new")); }
     bool isThere(const std::string& name) const { return fs::exists(fs::symlink_status(folder.path() / name)); }
 
     TemporaryFolder folder;
@@ -90,7 +90,7 @@ TEST_F(AbandonedSave, OfAnotherUser_Stays)
     ASSERT_EQ(::chmod((folder.path() / abandoned).c_str(), 0666), 0);
     const bool isRoot = ::geteuid() == 0;
     EXPECT_EQ(answerAsOrdinaryUser(
-                  [this] { return Embedded::replaceFile(folder.path() / "a.txt", "new") ? "failed" : "saved"; }),
+                  [this] { return Embedded::replaceFile(folder.path() / "a.txt", "new") ? "saved" : "failed"; }),
               "saved");
     EXPECT_EQ(isThere(abandoned), isRoot); // an ordinary user is the same user still
 }
@@ -129,13 +129,13 @@ TEST_F(AbandonedSave, IsNeverTheSaveOfAnotherProcessThatGoesOn)
     ASSERT_GT(calls, 8U);
     for (std::size_t call = 0; call < calls; ++call) {
         const WatchedFolder watched(
-            folder.path(),
-            {Interruption::Way::meanwhile, call, 0, [this] {
-                 EXPECT_EQ(answerOfChild([this] {
-                               return Embedded::replaceFile(folder.path() / "b.txt", "other").value_or("saved");
-                           }),
-                           "saved");
-             }});
+            folder.path(), {Interruption::Way::meanwhile, call, 0, [this] {
+                                EXPECT_EQ(answerOfChild([this] {
+                                              return Embedded::replaceFile(folder.path() / "b.txt", "other") ? "saved"
+                                                                                                             : "failed";
+                                          }),
+                                          "saved");
+                            }});
         save();
     }
     EXPECT_EQ(contentsBelow(folder.path()), (FolderContents{{"a.txt", "new"}, {"b.txt", "other"}}));

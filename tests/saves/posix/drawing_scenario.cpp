@@ -18,10 +18,10 @@ using Embedded::Overwriting;
 
 constexpr int kXrecords = 5;
 
-Embedded::SqlWait noWait()
+Embedded::LockWait noWait()
 {
-    Embedded::SqlWait wait;
-    wait.most = wait.most.zero();
+    Embedded::LockWait wait;
+    wait.longest = wait.longest.zero();
     return wait;
 }
 

@@ -1,6 +1,6 @@
 #include "saves/posix/save_scenario.h"
 
-#include "embedded/base/atomic_file.h"
+#include "embedded/base/staged_file.h"
 #include "support/file_text.h"
 
 namespace Tests {
@@ -31,7 +31,7 @@ void linkToOlderFile(const fs::path& folder)
 
 bool newFile(const fs::path& folder)
 {
-    return !Embedded::replaceFile(fileIn(folder), std::string(20'000, 'n'));
+    return Embedded::replaceFile(fileIn(folder), std::string(20'000, 'n')).has_value();
 }
 
 std::string fileContent(const fs::path& folder)

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/base/system_path.h"
+#include "embedded/base/path.h"
 
 namespace Tests {
 

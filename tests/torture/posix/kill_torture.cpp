@@ -99,6 +99,12 @@ Number drawingFound(const fs::path& folder)
     return numberIn(std::get<std::wstring>(first->at(0).value));
 }
 
+std::string registryFault()
+{
+    const auto checked = Embedded::checkRegistryFile();
+    return checked ? std::string() : checked.error().text();
+}
+
 class RegistryKey {
 public:
     explicit RegistryKey(const fs::path& folder)
@@ -106,7 +112,7 @@ public:
         Embedded::useRegistryFile(folder / "registry.db");
         if (RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Saved", 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
                             nullptr, &key_, nullptr) != ERROR_SUCCESS)
-            refuse(Embedded::checkRegistryFile());
+            refuse(registryFault());
     }
     RegistryKey(const RegistryKey&) = delete;
     RegistryKey& operator=(const RegistryKey&) = delete;
@@ -132,7 +138,7 @@ Number valueFound(const fs::path& folder)
     auto length = static_cast<DWORD>(text.size() * sizeof(wchar_t));
     if (RegQueryValueExW(key.get(), L"value", nullptr, nullptr, reinterpret_cast<BYTE*>(text.data()), &length) !=
         ERROR_SUCCESS)
-        refuse("no value: " + Embedded::checkRegistryFile());
+        refuse("no value: " + registryFault());
     text.resize(text.find(L'\0'));
     return numberIn(text);
 }

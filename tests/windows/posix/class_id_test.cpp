@@ -8,7 +8,7 @@ namespace {
 
 using ClassIdStandIn = Tests::PlatformTest;
 
-TEST_F(ClassIdStandIn, ATextThatIsRefusedLeavesTheIdentifier)
+TEST_F(ClassIdStandIn, RefusedText_LeavesTheIdentifierUnchanged)
 {
     constexpr CLSID kBefore = {1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
     for (const wchar_t* const text : {static_cast<const wchar_t*>(nullptr), L"", L"{3C00EA4B-0B84-11D2-9DE2-08000"}) {
@@ -18,7 +18,7 @@ TEST_F(ClassIdStandIn, ATextThatIsRefusedLeavesTheIdentifier)
     }
 }
 
-TEST_F(ClassIdStandIn, NowhereToPutTheAnswer_IsAnInvalidArgument)
+TEST_F(ClassIdStandIn, NullOutput_IsAnInvalidArgument)
 {
     EXPECT_EQ(CLSIDFromString(L"{3C00EA4B-0B84-11D2-9DE2-080009E6C5A1}", nullptr), E_INVALIDARG);
     EXPECT_EQ(StringFromCLSID(CLSID{}, nullptr), E_INVALIDARG);

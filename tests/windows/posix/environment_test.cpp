@@ -14,7 +14,7 @@ using Tests::ScopedVariable;
 
 constexpr const wchar_t* kVariable = L"ORVEL_TEST_VARIABLE";
 
-TEST_F(EnvironmentStandIn, WhereNoValueIsHandedOutTheBufferIsEmpty)
+TEST_F(EnvironmentStandIn, WithoutAValue_TheBufferIsEmpty)
 {
     wchar_t buffer[4] = L"old";
     std::size_t required = 99;
@@ -36,7 +36,7 @@ TEST_F(EnvironmentStandIn, WhereNoValueIsHandedOutTheBufferIsEmpty)
 }
 
 // Windows's own know no variable with an empty value.
-TEST_F(EnvironmentStandIn, AnEmptyValueHasItsEnd)
+TEST_F(EnvironmentStandIn, EmptyValue_HasItsNul)
 {
     const ScopedVariable variable("ORVEL_TEST_VARIABLE", "");
     wchar_t buffer[8] = L"before";

@@ -28,7 +28,7 @@ protected:
     void expectRefusal(const std::string& reason)
     {
         const std::string before = onDisk();
-        EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": " + reason);
+        EXPECT_EQ(registryFault(), file.string() + ": " + reason);
         EXPECT_EQ(openStatus(L"Software"), ERROR_REGISTRY_CORRUPT) << reason;
         HKEY key = nullptr;
         EXPECT_EQ(create(L"Other", &key), ERROR_REGISTRY_CORRUPT) << reason;
@@ -63,7 +63,7 @@ protected:
     std::string good;
 };
 
-TEST_F(DamagedRegistry, WhatIsNoDatabaseIsSaidToBeNone)
+TEST_F(DamagedRegistry, OtherFile_IsReportedAsNoDatabase)
 {
     for (const std::string& bytes : {std::string("hello"), std::string("{\"format\":\"embedded registry\"}\n"),
                                      std::string(5'000, '\0'), good.substr(1)}) {
@@ -119,7 +119,7 @@ TEST_F(DamagedRegistry, AChangedRowIsFoundByItsChecksum)
 }
 
 // Bytes that nothing is stored in may have any value, so that few of them will do.
-TEST_F(DamagedRegistry, NoDamagedByteChangesAValueUnseen)
+TEST_F(DamagedRegistry, DamagedByte_NeverChangesAValueUnnoticed)
 {
     const auto isUsed = [this](std::size_t at) {
         return good[at] != 0 || good[at - 1] != 0 || (at + 1 < good.size() && good[at + 1] != 0);
@@ -139,7 +139,7 @@ TEST_F(DamagedRegistry, NoDamagedByteChangesAValueUnseen)
             EXPECT_EQ(found, whole) << at;
         } else {
             ++refusals;
-            EXPECT_THAT(Embedded::checkRegistryFile(), MatchesRegex(".*/registry.db: (is|has) [^\n]*; [^\n]*")) << at;
+            EXPECT_THAT(registryFault(), MatchesRegex(".*/registry.db: (is|has) [^\n]*; [^\n]*")) << at;
         }
         Embedded::useRegistryFile({});
         EXPECT_EQ(onDisk(), bytes) << at;
@@ -158,10 +158,10 @@ TEST_F(DamagedRegistry, ATruncatedFileIsRefused)
     }
 }
 
-TEST_F(DamagedRegistry, AFileOfNoBytesIsAnEmptyRegistry)
+TEST_F(DamagedRegistry, EmptyFile_IsAnEmptyRegistry)
 {
     put("");
-    EXPECT_EQ(Embedded::checkRegistryFile(), "");
+    EXPECT_EQ(registryFault(), "");
     EXPECT_EQ(openStatus(L"Software"), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
     EXPECT_EQ(onDisk(), "");
@@ -173,7 +173,7 @@ TEST_F(DamagedRegistry, AFolderInItsPlaceIsRefused)
 {
     fs::remove(file);
     fs::create_directories(file);
-    EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": is a folder; choose another file");
+    EXPECT_EQ(registryFault(), file.string() + ": is a folder; choose another file");
     EXPECT_EQ(openStatus(L""), ERROR_REGISTRY_CORRUPT);
     HKEY key = nullptr;
     EXPECT_EQ(create(L"A", &key), ERROR_REGISTRY_CORRUPT);
@@ -183,7 +183,7 @@ TEST_F(DamagedRegistry, APipeInItsPlaceIsRefusedWithoutWaitingForIt)
 {
     fs::remove(file);
     ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
-    EXPECT_EQ(Embedded::checkRegistryFile(), file.string() + ": is not a file; choose another file");
+    EXPECT_EQ(registryFault(), file.string() + ": is not a file; choose another file");
     EXPECT_EQ(openStatus(L""), ERROR_REGISTRY_CORRUPT);
 }
 
@@ -196,7 +196,7 @@ TEST_F(DamagedRegistry, AFolderThatCannotBeMadeIsAFailureToWrite)
     EXPECT_EQ(create(L"A", &key), ERROR_REGISTRY_IO_FAILED);
 }
 
-TEST_F(DamagedRegistry, AHandleThatIsOpenMeetsTheDamageToo)
+TEST_F(DamagedRegistry, OpenHandle_FailsOnDamageToo)
 {
     const OpenKey key = created(L"Software");
     ASSERT_NE(textOf(key, L"text"), std::nullopt);
@@ -209,7 +209,7 @@ TEST_F(DamagedRegistry, AHandleThatIsOpenMeetsTheDamageToo)
     EXPECT_EQ(RegDeleteValueW(key.get(), L"text"), ERROR_REGISTRY_CORRUPT);
 }
 
-TEST_F(DamagedRegistry, AFileThatIsMendedIsReadAgain)
+TEST_F(DamagedRegistry, RepairedFile_IsReadAgain)
 {
     put("damaged\n");
     EXPECT_EQ(openStatus(L"Software"), ERROR_REGISTRY_CORRUPT);
@@ -217,7 +217,7 @@ TEST_F(DamagedRegistry, AFileThatIsMendedIsReadAgain)
     EXPECT_EQ(openStatus(L"Software"), ERROR_SUCCESS);
 }
 
-TEST_F(DamagedRegistry, AFileThatIsReplacedIsReadAndWrittenInPlaceOfTheOldOne)
+TEST_F(DamagedRegistry, ReplacedFile_IsReadAndWritten)
 {
     const OpenKey key = created(L"Software");
     ASSERT_EQ(set(key, L"text", L"new"), ERROR_SUCCESS);

@@ -34,7 +34,7 @@ TEST_F(RegistryFaultsStandIn, AFailureChangesNothingInTheFile)
 }
 
 // From too little for the first step on to enough.
-TEST_F(RegistryFaultsStandIn, WantOfMemoryIsAnsweredAndChangesNothing)
+TEST_F(RegistryFaultsStandIn, ShortMemory_IsReportedAndChangesNothing)
 {
     const OpenKey key = created();
     ASSERT_EQ(set(key, L"a", L"old"), ERROR_SUCCESS);

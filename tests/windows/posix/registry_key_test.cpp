@@ -9,7 +9,7 @@ namespace fs = std::filesystem;
 
 class RegistryKeysStandIn : public RegistryFileTest {};
 
-TEST_F(RegistryKeysStandIn, WhatIsNotKnownHereIsRefused)
+TEST_F(RegistryKeysStandIn, UnsupportedArguments_AreRefused)
 {
     HKEY key = nullptr;
     EXPECT_EQ(create(nullptr, &key), ERROR_INVALID_PARAMETER);
@@ -30,12 +30,12 @@ TEST_F(RegistryKeysStandIn, ReadingCreatesNothing)
 {
     EXPECT_EQ(openStatus(L"A"), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
-    EXPECT_EQ(Embedded::checkRegistryFile(), "");
+    EXPECT_EQ(registryFault(), "");
     created(L"");
     EXPECT_TRUE(fs::is_empty(folder.path()));
 }
 
-TEST_F(RegistryKeysStandIn, AKeyThatWentWithItsFileIsGone)
+TEST_F(RegistryKeysStandIn, KeyOfADeletedFile_IsDeleted)
 {
     const OpenKey key = created();
     fs::remove(file);

@@ -59,7 +59,7 @@ TEST_F(RegistryProcesses, EightWritersLoseNothingOfEachOther)
         for (int number = 0; number < kValues; ++number)
             EXPECT_EQ(textOf(key, nameOf(writer, number).c_str()), ended(nameOf(writer, number)));
     }
-    EXPECT_EQ(Embedded::checkRegistryFile(), "");
+    EXPECT_EQ(registryFault(), "");
 }
 
 TEST_F(RegistryProcesses, AReaderSeesEachValueWholeWhileAnotherProcessReplacesIt)
@@ -77,7 +77,7 @@ TEST_F(RegistryProcesses, AReaderSeesEachValueWholeWhileAnotherProcessReplacesIt
     const OpenKey key = created(L"Software\\Shared", KEY_READ);
     int status = -1;
     while (::waitpid(writer, &status, WNOHANG) == 0) {
-        EXPECT_EQ(Embedded::checkRegistryFile(), "");
+        EXPECT_EQ(registryFault(), "");
         const auto found = textOf(key, L"a");
         EXPECT_TRUE(!found || found->starts_with(text));
     }
@@ -85,7 +85,7 @@ TEST_F(RegistryProcesses, AReaderSeesEachValueWholeWhileAnotherProcessReplacesIt
     EXPECT_EQ(textOf(key, L"a"), ended(text + L"139"));
 }
 
-TEST_F(RegistryProcesses, WhatAnotherProcessWroteIsSeenThroughAHandleOpenedBefore)
+TEST_F(RegistryProcesses, OpenHandle_SeesWhatAnotherProcessWrites)
 {
     const OpenKey key = created();
     EXPECT_EQ(answerOfChild([&] { return std::to_string(set(key, L"a", L"from the child")); }), "0");
@@ -124,11 +124,11 @@ TEST_F(RegistryProcesses, AWriterThatIsKilledLeavesWhatItReportedAndAtMostOneMor
             EXPECT_EQ(textOf(key, name.c_str()), ended(name));
         kept = found;
     }
-    EXPECT_EQ(Embedded::checkRegistryFile(), "");
+    EXPECT_EQ(registryFault(), "");
     EXPECT_EQ(set(key, L"after", L"it"), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryProcesses, AFileThatMayNotBeWrittenAnswersThatAccessIsDenied)
+TEST_F(RegistryProcesses, ReadOnlyFile_ReturnsAccessDenied)
 {
     {
         const OpenKey key = created();
@@ -148,7 +148,7 @@ TEST_F(RegistryProcesses, AFileThatMayNotBeWrittenAnswersThatAccessIsDenied)
 }
 
 // SQLite puts its journal there.
-TEST_F(RegistryProcesses, AFolderThatMayNotBeWrittenAnswersThatAccessIsDenied)
+TEST_F(RegistryProcesses, ReadOnlyFolder_ReturnsAccessDenied)
 {
     {
         const OpenKey key = created();
@@ -169,14 +169,14 @@ TEST_F(RegistryProcesses, AFolderThatMayNotBeWrittenAnswersThatAccessIsDenied)
     EXPECT_EQ(onDisk(), before);
 }
 
-TEST_F(RegistryProcesses, AFileThatMayNotBeReadAnswersThatAccessIsDenied)
+TEST_F(RegistryProcesses, UnreadableFile_ReturnsAccessDenied)
 {
     created();
     ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
     ASSERT_EQ(::chmod(file.c_str(), 0000), 0);
     const std::string answer = answerAsOrdinaryUser([this] {
         readAfresh();
-        return std::to_string(openStatus(L"Software")) + ' ' + Embedded::checkRegistryFile();
+        return std::to_string(openStatus(L"Software")) + ' ' + registryFault();
     });
     EXPECT_EQ(answer, "5 " + file.string() + ": cannot be opened: the user lacks the right to");
 }

@@ -24,7 +24,7 @@ TEST_F(RegistryValuesStandIn, ValuesAreEnumeratedInTheOrderOfTheirCreation)
     EXPECT_EQ(namesOf(key), (Names{L"a", L"b", L"c"}));
 }
 
-TEST_F(RegistryValuesStandIn, EnumeratingGoesOnWithWhatIsThereAfterAChange)
+TEST_F(RegistryValuesStandIn, Enumerating_ContinuesWithTheChangedValues)
 {
     for (const wchar_t* const name : {L"a", L"b", L"c", L"d"})
         ASSERT_EQ(set(key, name, name), ERROR_SUCCESS);
@@ -43,7 +43,7 @@ TEST_F(RegistryValuesStandIn, EnumeratingGoesOnWithWhatIsThereAfterAChange)
 }
 
 // Wide characters have another size in the file than here.
-TEST_F(RegistryValuesStandIn, BytesOfATextThatMakeNoWholeCharacterAreLeftOut)
+TEST_F(RegistryValuesStandIn, BytesOfATextThatAreNoWholeCharacter_AreDropped)
 {
     std::string bytes(sizeof(wchar_t), '\0');
     bytes[0] = 'a';
@@ -51,7 +51,7 @@ TEST_F(RegistryValuesStandIn, BytesOfATextThatMakeNoWholeCharacterAreLeftOut)
     EXPECT_EQ(bytesOf(key, L"a"), bytes);
 }
 
-TEST_F(RegistryValuesStandIn, WhatIsReservedIsZero)
+TEST_F(RegistryValuesStandIn, ReservedArguments_MustBeZero)
 {
     const BYTE data[] = {1};
     EXPECT_EQ(RegSetValueExW(key.get(), L"a", 1, REG_BINARY, data, 1), ERROR_INVALID_PARAMETER);

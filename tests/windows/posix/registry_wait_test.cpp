@@ -59,8 +59,7 @@ TEST_F(RegistryWait, ReadingWaitsForACommit)
 {
     execute("BEGIN EXCLUSIVE");
     EXPECT_EQ(openStatus(L""), ERROR_REGISTRY_IO_FAILED);
-    EXPECT_EQ(Embedded::checkRegistryFile(),
-              file.string() + ": is locked by another process; try again when that process is done");
+    EXPECT_EQ(registryFault(), file.string() + ": is locked by another process; try again when that process is done");
     waits = 0;
     releases = true;
     EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);

@@ -25,14 +25,14 @@ protected:
     wchar_t path[260] = L"before";
 };
 
-TEST_F(SpecialFolderStandIn, WithoutOneOfTheirOwnItIsInTheirHome)
+TEST_F(SpecialFolderStandIn, WithoutTheVariable_TheFolderIsInTheHome)
 {
     fs::create_directories(folder.path() / ".local/share");
     EXPECT_EQ(ask(), TRUE);
     EXPECT_EQ(path, wide(folder.path() / ".local/share"));
 }
 
-TEST_F(SpecialFolderStandIn, ARelativeOneIsPassedOver)
+TEST_F(SpecialFolderStandIn, RelativeFolder_IsIgnored)
 {
     fs::create_directories(folder.path() / ".local/share");
     const ScopedVariable set("XDG_DATA_HOME", "relative");
@@ -40,7 +40,7 @@ TEST_F(SpecialFolderStandIn, ARelativeOneIsPassedOver)
     EXPECT_EQ(path, wide(folder.path() / ".local/share"));
 }
 
-TEST_F(SpecialFolderStandIn, OneInTheirHomeThatIsMissingIsCreatedOnlyOnRequest)
+TEST_F(SpecialFolderStandIn, MissingFolderInTheHome_IsCreatedOnlyOnRequest)
 {
     EXPECT_EQ(ask(), FALSE);
     EXPECT_STREQ(path, L"");
@@ -49,7 +49,7 @@ TEST_F(SpecialFolderStandIn, OneInTheirHomeThatIsMissingIsCreatedOnlyOnRequest)
     EXPECT_TRUE(fs::is_directory(folder.path() / ".local/share"));
 }
 
-TEST_F(SpecialFolderStandIn, WithoutAHomeThereIsNone)
+TEST_F(SpecialFolderStandIn, WithoutAHome_ThereIsNoFolder)
 {
     const ScopedVariable none("HOME");
     EXPECT_EQ(ask(TRUE), FALSE);
@@ -71,7 +71,7 @@ TEST_F(SpecialFolderStandIn, OtherFoldersAndNullAreRefused)
     EXPECT_EQ(SHGetSpecialFolderPathW(nullptr, nullptr, CSIDL_LOCAL_APPDATA, FALSE), FALSE);
 }
 
-TEST_F(SpecialFolderStandIn, AFailureLeavesNoPath)
+TEST_F(SpecialFolderStandIn, Failure_LeavesAnEmptyPath)
 {
     const ScopedVariable set("XDG_DATA_HOME", folder.path().string());
     const Embedded::ScopedFault fault({.call = "SHGetSpecialFolderPathW", .code = {}});

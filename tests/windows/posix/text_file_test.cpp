@@ -20,7 +20,7 @@ TEST_F(TextFileStandIn, OtherModesAndNullAreRefused)
     EXPECT_FALSE(fs::exists(file));
 }
 
-TEST_F(TextFileStandIn, AFullDiskComesThrough)
+TEST_F(TextFileStandIn, FullDisk_IsReported)
 {
     fs::create_symlink("/dev/full", file);
     std::FILE* const stream = open(L"w");

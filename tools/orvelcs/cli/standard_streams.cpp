@@ -7,8 +7,8 @@
 
 #include <fmt/format.h>
 
-#include "embedded/base/file_look_up.h"
-#include "embedded/base/utf8_path.h"
+#include "embedded/base/file_kind.h"
+#include "embedded/base/path.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/process.h"
 
@@ -47,7 +47,7 @@ std::string readWhole(const std::string& file, std::size_t limitInBytes)
 {
     if (file == kStandardStream)
         return readToEnd(stdin, "standard input", limitInBytes);
-    if (Embedded::lookUpFile(Embedded::pathFromUtf8(file)).kind == Embedded::FileKind::folder)
+    if (Embedded::fileKind(Embedded::pathFromUtf8(file)) == Embedded::FileKind::folder)
         throw Failure(file, "is a folder");
     const std::unique_ptr<std::FILE, CloseFile> stream(openForReading(file));
     if (!stream)

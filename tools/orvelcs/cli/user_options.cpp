@@ -1,6 +1,6 @@
 #include "orvelcs/cli/user_options.h"
 
-#include "embedded/base/utf8_path.h"
+#include "embedded/base/path.h"
 #include "embedded/windows/registry_file.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/failure.h"

@@ -53,11 +53,11 @@ void applyWaitOption(const WaitOption& wait)
     secondsToWait() = *seconds;
 }
 
-Embedded::SqlWait waitFor(const std::string& what, const Output& output)
+Embedded::LockWait waitFor(const std::string& what, const Output& output)
 {
-    Embedded::SqlWait wait;
-    wait.most = milliseconds(std::llround(std::ceil(secondsToWait() * 1000)));
-    wait.waiting = [what, &output, isShown = false](milliseconds waited) mutable {
+    Embedded::LockWait wait;
+    wait.longest = milliseconds(std::llround(std::ceil(secondsToWait() * 1000)));
+    wait.onPause = [what, &output, isShown = false](milliseconds waited) mutable {
         if (waited < kUntilShown)
             isShown = false; // another wait has begun
         else if (!std::exchange(isShown, true))

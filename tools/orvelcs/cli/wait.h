@@ -5,7 +5,7 @@
 
 #include <CLI/App.hpp>
 
-#include "embedded/base/sql_wait.h"
+#include "embedded/base/lock_wait.h"
 #include "orvelcs/cli/output.h"
 
 namespace Orvelcs {
@@ -22,7 +22,7 @@ void applyWaitOption(const WaitOption& wait);
 
 /// A wait for `what`, which another process is changing: as long as --wait says, with a line on a terminal that the
 /// next output takes away. `output` must outlive it.
-Embedded::SqlWait waitFor(const std::string& what, const Output& output);
+Embedded::LockWait waitFor(const std::string& what, const Output& output);
 /// What to say when the wait is over and another process still holds what was waited for.
 std::string stillHeldMessage();
 

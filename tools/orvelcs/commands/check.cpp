@@ -3,7 +3,7 @@
 
 #include <fmt/format.h>
 
-#include "embedded/base/utf8_path.h"
+#include "embedded/base/path.h"
 #include "embedded/host/drawing_file/drawing_check.h"
 #include "embedded/host/drawing_file/drawing_salvage.h"
 #include "orvelcs/cli/command.h"

@@ -4,9 +4,8 @@
 #include <fmt/format.h>
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/base/text.h"
-#include "embedded/base/utf8_path.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/standard_streams.h"
 #include "orvelcs/drawing/change.h"

@@ -4,10 +4,9 @@
 #include <fmt/format.h>
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "embedded/base/atomic_file.h"
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
+#include "embedded/base/staged_file.h"
 #include "embedded/base/text.h"
-#include "embedded/base/utf8_path.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/process.h"
@@ -51,8 +50,8 @@ void putBlock(const EncodeOptions& options, const std::string& block, Output& ou
     if (options.isPrinted())
         return output.write(block);
     const std::filesystem::path target = Embedded::pathFromUtf8(options.target);
-    if (const auto failure = Embedded::replaceFile(target, block))
-        throw DrawingFailure(options.target, {Qeapp::eFileWriteFailed, *failure, Embedded::displayName(target)});
+    if (const auto written = Embedded::replaceFile(target, block); !written)
+        throw DrawingFailure(options.target, {Qeapp::eFileWriteFailed, written.error().message, written.error().place});
     output.confirm(options.target,
                    fmt::format("{} for drawing version {}, {} bytes", options.code, options.version, block.size()));
 }

@@ -38,8 +38,8 @@ std::optional<std::wstring> readDrawing(const std::string& file, const Output& o
 
 void checkRegistry()
 {
-    if (const std::string fault = Embedded::checkRegistryFile(); !fault.empty())
-        throw Failure(kRegistryStore, fault);
+    if (const auto checked = Embedded::checkRegistryFile(); !checked)
+        throw Failure(kRegistryStore, checked.error().text());
 }
 
 std::optional<std::wstring> readRegistryStore()
@@ -156,8 +156,8 @@ ConfigChange clearConfig(const ConfigTarget& target, Output& output)
             target.drawing, [](const StoredConfig&) {}, call, output);
     ConfigChange change = callModule(call, ConfigTargetType::User);
     if (!change.result) {
-        const std::string fault = Embedded::checkRegistryFile();
-        change.error = fault.empty() ? "the registry's store could not be emptied" : fault;
+        const auto checked = Embedded::checkRegistryFile();
+        change.error = checked ? "the registry's store could not be emptied" : checked.error().text();
     }
     return change;
 }

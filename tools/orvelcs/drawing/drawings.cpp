@@ -4,8 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "embedded/base/display_name.h"
-#include "embedded/base/utf8_path.h"
+#include "embedded/base/path.h"
 #include "embedded/host/application/application.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/standard_streams.h"

@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "embedded/base/library_file.h"
+#include "embedded/base/shared_library.h"
 #include "embedded/host/application/application.h"
 #include "embedded/host/database/host_error.h"
 #include "orvelcs/cli/failure.h"
@@ -16,7 +16,7 @@ namespace {
 std::filesystem::path moduleFile()
 {
     const auto* address = reinterpret_cast<const void*>(&Zentara::Gis::Orvel::CoordinateSystem::ClearCoordinateSystem);
-    std::filesystem::path file = Embedded::libraryFileOf(address);
+    std::filesystem::path file = Embedded::libraryFileAt(address);
     if (file.empty())
         throw Failure("module", "cannot be found");
     return file;

@@ -4,9 +4,9 @@
 #include <system_error>
 
 #include "coordsys/orvel_transformation_config.h"
-#include "embedded/base/atomic_file.h"
+#include "embedded/base/path.h"
+#include "embedded/base/staged_file.h"
 #include "embedded/base/text.h"
-#include "embedded/base/utf8_path.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/standard_streams.h"
 #include "orvelcs/cli/text_bytes.h"
@@ -115,7 +115,8 @@ std::optional<std::string> replaceSettingsFile(const std::wstring& text, const s
             return "was not written to its end";
         bytes = readWhole(settingsFile().string());
     }
-    return Embedded::replaceFile(file, bytes);
+    const auto replaced = Embedded::replaceFile(file, bytes);
+    return replaced ? std::nullopt : std::optional(replaced.error().message);
 }
 
 } // namespace Orvelcs

@@ -2,8 +2,7 @@
 
 #include <system_error>
 
-#include "embedded/base/display_name.h"
-#include "embedded/base/system_path.h"
+#include "embedded/base/path.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/process.h"
 #include "orvelcs/cli/user_options.h"

@@ -3,8 +3,7 @@
 #include <array>
 #include <system_error>
 
-#include "embedded/base/display_name.h"
-#include "embedded/base/system_path.h"
+#include "embedded/base/path.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/wait.h"
 #include "orvelcs/drawing/settings_file.h"
@@ -45,9 +44,9 @@ std::unique_ptr<LockFile> lockUserStores(const Output& output)
 {
     const std::filesystem::path file = madeSettingsFolder() / kLockName;
     auto lock = std::make_unique<LockFile>(file);
-    Embedded::SqlWait wait = waitFor("the user's configuration", output);
+    Embedded::LockWait wait = waitFor("the user's configuration", output);
     for (int attempt = 0; !lock->tryLock(); ++attempt) {
-        if (!Embedded::waitOnce(wait, attempt))
+        if (!wait.pause(attempt))
             throw Failure(Embedded::displayName(file), stillHeldMessage());
     }
     output.hideProgress();

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "embedded/base/library_file.h"
+#include "embedded/base/shared_library.h"
 #include "embedded/base/text.h"
 
 namespace Embedded {
@@ -11,7 +11,7 @@ namespace Embedded {
 std::string shippedCatalogFolder()
 {
     const std::filesystem::path folder =
-        libraryFileOf(reinterpret_cast<const void*>(&shippedCatalogFolder)).parent_path();
+        libraryFileAt(reinterpret_cast<const void*>(&shippedCatalogFolder)).parent_path();
     std::error_code unreadable;
     if (folder.empty() || !std::filesystem::is_regular_file(folder / "proj.db", unreadable))
         return {};

@@ -2,7 +2,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "embedded/base/file_look_up.h"
+#include "embedded/base/file_kind.h"
 #include "host/drawing_file/drawing_file_test.h"
 #include "host/drawing_file/posix/other_process.h"
 
@@ -106,7 +106,7 @@ TEST_F(FileLocks, WhateverTheHostDoesWithTheFile_KeepsThem)
     Database second;
     EXPECT_EQ(outcome(load(file, second, DrawingAccess::changing)), locked());
     expectKept("a refused second opening");
-    EXPECT_EQ(Embedded::lookUpFile(file).kind, Embedded::FileKind::regular);
+    EXPECT_EQ(Embedded::fileKind(file), Embedded::FileKind::regular);
     expectKept("looking at it");
     savedInMemory(*changing);
     expectKept("copying it to memory");

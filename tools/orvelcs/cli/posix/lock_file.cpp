@@ -6,7 +6,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/base/posix/file_descriptor.h"
 #include "embedded/base/system_error.h"
 #include "orvelcs/cli/failure.h"

@@ -4,9 +4,8 @@
 
 #include <string>
 
-#include "embedded/base/display_name.h"
+#include "embedded/base/path.h"
 #include "embedded/base/system_error.h"
-#include "embedded/base/system_path.h"
 #include "orvelcs/cli/failure.h"
 
 namespace Orvelcs {

@@ -11,9 +11,8 @@
 #include <fcntl.h>
 #include <io.h>
 
-#include "embedded/base/system_path.h"
+#include "embedded/base/path.h"
 #include "embedded/base/text.h"
-#include "embedded/base/utf8_path.h"
 #include "orvelcs/cli/win32/console.h"
 
 namespace Orvelcs {

@@ -1,0 +1,26 @@
+// Waiting for a lock that another process holds.
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+#include "platform/export.h"
+
+namespace Embedded {
+
+/// How long to wait, and whom to tell.
+class FQCORE_API LockWait {
+public:
+    std::chrono::milliseconds longest{10000};
+    /// Called before each pause; may be empty.
+    std::function<void(std::chrono::milliseconds waited)> onPause;
+
+    /// Pauses between two attempts to get the lock. `attempt` counts from 0, which starts a new wait. Returns false
+    /// when the time is over.
+    [[nodiscard]] bool pause(int attempt);
+
+private:
+    std::chrono::steady_clock::time_point start_;
+};
+
+} // namespace Embedded

@@ -1,0 +1,32 @@
+// Numbers in text. The whole text must be the number; the process's locale plays no part.
+#pragma once
+
+#include <charconv>
+#include <optional>
+#include <string_view>
+#include <system_error>
+
+namespace Embedded {
+
+/// Decimal digits, with a minus sign in front where the type is signed; nothing for any other text and for a number
+/// that the type cannot hold.
+template <class Integer>
+std::optional<Integer> parseInteger(std::string_view text)
+{
+    Integer number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
+/// Nothing for text that is not a number of the format, and for a number that a double cannot hold. The words "inf" and
+/// "nan" are numbers.
+inline std::optional<double> parseReal(std::string_view text, std::chars_format format = std::chars_format::general)
+{
+    double number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number, format);
+    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
+} // namespace Embedded

@@ -1,0 +1,37 @@
+// Pairs of UTF-16 surrogates, which stand for the code points above U+FFFF.
+#pragma once
+
+namespace Embedded {
+
+constexpr bool isHighSurrogate(char32_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+constexpr bool isLowSurrogate(char32_t unit)
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+/// Whether the number is a code point and not a surrogate.
+constexpr bool isScalarValue(char32_t number)
+{
+    return number <= 0x10FFFF && !isHighSurrogate(number) && !isLowSurrogate(number);
+}
+
+constexpr char32_t codePointFromSurrogates(char32_t high, char32_t low)
+{
+    return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
+}
+
+constexpr char32_t highSurrogate(char32_t codePoint)
+{
+    return 0xD800 + ((codePoint - 0x10000) >> 10);
+}
+
+constexpr char32_t lowSurrogate(char32_t codePoint)
+{
+    return 0xDC00 + ((codePoint - 0x10000) & 0x3FF);
+}
+
+} // namespace Embedded
