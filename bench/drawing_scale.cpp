@@ -158,7 +158,7 @@ void makeDrawingsHere(const fs::path& folder)
         drawing.withGeoData(L"");
         samples()[index].fill(drawing);
         const fs::path file = folder / (std::to_string(index) + ".qedb");
-        demand(Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg).status == Qeapp::eOk, "a drawing");
+        demand(Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg).has_value(), "a drawing");
     }
 }
 

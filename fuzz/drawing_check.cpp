@@ -25,27 +25,22 @@ const fs::path& folderOfChecks()
 bool canBeRead(const std::string& bytes)
 {
     const std::unique_ptr<QeDbDatabase> database = loadedDrawing(bytes);
-    std::string contents;
-    return database != nullptr && Embedded::dumpDrawing(*database, contents).status == Qeapp::eOk;
+    return database != nullptr && Embedded::dumpDrawing(*database).has_value();
 }
 
 void requireChecked(const fs::path& file, bool isReadable)
 {
-    Embedded::DrawingFaults faults;
-    const Embedded::FileResult result = Embedded::checkDrawing(file, {}, faults);
-    require(result.status == Qeapp::eOk || !result.message.empty(),
-            "a file that is not checked is refused and told why");
-    require(isReadable || result.status != Qeapp::eOk || faults.number > 0, "what cannot be read is a fault");
+    const auto faults = Embedded::checkDrawing(file, {});
+    require(faults || !faults.error().message.empty(), "an error of check has a message");
+    require(isReadable || !faults || faults->number > 0, "what cannot be read is a fault");
 }
 
 void requireSalvagedOrRefused(const fs::path& file)
 {
     const fs::path out = folderOfChecks() / "out.qedb";
     fs::remove(out);
-    Embedded::Salvage salvage;
-    const Embedded::FileResult result = Embedded::salvageDrawing(file, out, {}, salvage);
-    require(result.status == Qeapp::eOk || !result.message.empty(),
-            "a file that is not salvaged is refused and told why");
+    const auto salvage = Embedded::salvageDrawing(file, out, {});
+    require(salvage || !salvage.error().message.empty(), "an error of salvage has a message");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <unordered_set>
 
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_dump.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "fuzz/oracle.h"
@@ -11,22 +12,21 @@ namespace Fuzz {
 
 SavedDrawing savedDrawing(QeDbDatabase& database, QeDb::QeDbDwgVersion version)
 {
-    SavedDrawing saved;
-    const Embedded::FileResult result = Embedded::saveDrawingToBytes(database, version, saved.bytes);
-    saved.status = result.status;
-    saved.message = result.message;
-    return saved;
+    Embedded::Expected<std::string> bytes = Embedded::saveDrawingToBytes(database, version);
+    if (!bytes)
+        return {Embedded::hostStatus(bytes), bytes.error().text()};
+    return {.bytes = std::move(*bytes)};
 }
 
 std::unique_ptr<QeDbDatabase> loadedDrawing(const std::string& bytes)
 {
-    std::unique_ptr<QeDbDatabase> database;
-    const Embedded::FileResult result = Embedded::loadDrawingFromBytes(bytes, database);
-    if (result.status == Qeapp::eOk)
-        return database;
-    require(result.status == Qeapp::eFileDamaged || result.status == Qeapp::eFileTooNew,
+    Embedded::Expected<std::unique_ptr<QeDbDatabase>> database = Embedded::loadDrawingFromBytes(bytes);
+    if (database)
+        return std::move(*database);
+    const Embedded::Error& error = database.error();
+    require(error.status == Qeapp::eFileDamaged || error.status == Qeapp::eFileTooNew,
             "bytes that are no drawing are damaged or too new");
-    require(!result.message.empty(), "a refusal says why");
+    require(!error.message.empty(), "a refusal says why");
     return nullptr;
 }
 
@@ -49,14 +49,11 @@ namespace {
 
 void requireReadAgain(const std::string& bytes, const std::string& contents, Soundness soundness)
 {
-    std::unique_ptr<QeDbDatabase> again;
-    std::string found;
-    Embedded::FileResult result = Embedded::loadDrawingFromBytes(bytes, again);
-    if (again != nullptr)
-        result = Embedded::dumpDrawing(*again, found);
-    const bool isRead = result.status == Qeapp::eOk;
-    require(isRead || soundness == Soundness::damagedPages, "what was saved can be loaded; " + result.message);
-    require(!isRead || found == contents, "a drawing that was loaded is the one that was saved");
+    const auto again = Embedded::loadDrawingFromBytes(bytes);
+    const auto found = again ? Embedded::dumpDrawing(**again) : tl::unexpected<Embedded::Error>(again.error());
+    require(found || soundness == Soundness::damagedPages,
+            "what was saved can be loaded; " + (found ? "" : found.error().text()));
+    require(!found || *found == contents, "a drawing that was loaded is the one that was saved");
 }
 
 } // namespace
@@ -67,26 +64,25 @@ void requireReadOrRefused(const std::string& bytes, const std::function<void(QeD
     if (database == nullptr)
         return;
     act(*database);
-    std::string contents;
-    const Embedded::FileResult read = Embedded::dumpDrawing(*database, contents);
+    const Embedded::Expected<std::string> contents = Embedded::dumpDrawing(*database);
     const SavedDrawing saved = savedDrawing(*database, database->drawingVersion());
-    if (read.status != Qeapp::eOk) {
-        require(read.status == Qeapp::eFileDamaged && !read.message.empty(),
+    if (!contents) {
+        const Embedded::Error& error = contents.error();
+        require(error.status == Qeapp::eFileDamaged && !error.message.empty(),
                 "what cannot be read is damage, and says so");
-        require(saved.status == read.status && saved.message == read.message,
+        require(saved.status == error.status && saved.message == error.text(),
                 "a drawing of which something could not be read is not saved");
         return;
     }
     if (saved.status != Qeapp::eOk) {
         require(soundness != Soundness::sound, "a drawing that was read can be saved");
         require(!saved.message.empty(), "a save that fails says why");
-        std::string after;
-        const Embedded::FileResult readAgain = Embedded::dumpDrawing(*database, after);
-        require(readAgain.status == Qeapp::eOk ? after == contents : readAgain.message == saved.message,
+        const Embedded::Expected<std::string> after = Embedded::dumpDrawing(*database);
+        require(after ? *after == *contents : after.error().text() == saved.message,
                 "a save that fails changes nothing, but for finding what cannot be read");
         return;
     }
-    requireReadAgain(saved.bytes, contents, soundness);
+    requireReadAgain(saved.bytes, *contents, soundness);
 }
 
 } // namespace Fuzz

@@ -23,16 +23,16 @@ using Definition = Library::CoordinateReferenceSystemDefinition;
 /// The host loads the module, so that it takes part in the host's saves.
 class LoadedModule {
 public:
-    LoadedModule() : loaded_(Embedded::loadModule(ORVEL_MODULE_FILE))
+    LoadedModule() : handle_(Embedded::loadModule(ORVEL_MODULE_FILE))
     {
-        EXPECT_EQ(loaded_.status, Qeapp::eOk) << loaded_.message;
+        EXPECT_TRUE(handle_) << handle_.error().text();
     }
     LoadedModule(const LoadedModule&) = delete;
     LoadedModule& operator=(const LoadedModule&) = delete;
-    ~LoadedModule() { EXPECT_EQ(Embedded::unloadModule(loaded_.handle), Qeapp::eOk); }
+    ~LoadedModule() { EXPECT_EQ(Embedded::unloadModule(*handle_), Qeapp::eOk); }
 
 private:
-    Embedded::ModuleLoad loaded_;
+    Embedded::Expected<void*> handle_;
 };
 
 /// Everything that must stay the same, the WKT and its status included.

@@ -54,7 +54,7 @@ TEST_F(CheckCommand, WhatIsNoDrawing_IsRefused)
 {
     given("a.qedb", "no drawing");
     expectResult(run({"check", "a.qedb"}), 1, "",
-                 "orvelcs: check: a.qedb: eFileDamaged (51): is no drawing file: not an SQLite database\n");
+                 "orvelcs: check: a.qedb: eFileDamaged (51): not a drawing file: it is not an SQLite database\n");
     EXPECT_EQ(runForJson({"check", "missing.qedb"}, 1)["result"], 50);
 }
 
@@ -93,7 +93,7 @@ TEST_F(CheckCommand, SalvageOverAFile_IsRefused)
     givenDamagedDrawing("a.qedb");
     given("b.qedb", "mine");
     EXPECT_THAT(run({"check", "-q", "a.qedb", "--salvage", "b.qedb"}).errors,
-                HasSubstr("orvelcs: check: b.qedb: eFileExists (57): there is such a file already\n"));
+                HasSubstr("orvelcs: check: b.qedb: eFileExists (57): the file exists already\n"));
     EXPECT_EQ(contents("b.qedb"), "mine");
 }
 

@@ -122,10 +122,10 @@ TEST_F(ConvertCommand, OutputThatIsNoDrawing_IsNotReplaced)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     given("old.qedb", "something else");
-    expectResult(
-        run({"convert", "plan.qedb", "--to", "29", "-o", "old.qedb", "--force"}), 1, "",
-        "orvelcs: convert: old.qedb: eFileDamaged (51): is no drawing file: not an SQLite database; what is no "
-        "drawing is not overwritten\n");
+    expectResult(run({"convert", "plan.qedb", "--to", "29", "-o", "old.qedb", "--force"}), 1, "",
+                 "orvelcs: convert: old.qedb: eFileDamaged (51): not a drawing file: it is not an SQLite database; "
+                 "only drawings "
+                 "are overwritten\n");
     EXPECT_EQ(contents("old.qedb"), "something else");
     EXPECT_EQ(files(), (std::vector<std::string>{"old.qedb", "plan.qedb"}));
 }

@@ -48,12 +48,12 @@ TEST_F(BadDrawing, Folder)
 
 TEST_F(BadDrawing, Empty)
 {
-    expectRefusalOf("", 51, "is empty, and so no drawing");
+    expectRefusalOf("", 51, "is empty, not a drawing");
 }
 
 TEST_F(BadDrawing, NoDatabase)
 {
-    expectRefusalOf("a drawing\n", 51, "is no drawing file: not an SQLite database");
+    expectRefusalOf("a drawing\n", 51, "not a drawing file: it is not an SQLite database");
 }
 
 TEST_F(BadDrawing, FormerFormat)

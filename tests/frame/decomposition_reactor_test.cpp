@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "embedded/host/application/decomposition_run.h"
+#include "embedded/host/database/host_error.h"
 #include "frame_test.h"
 
 namespace Tests {
@@ -185,7 +186,7 @@ TEST_F(RegisteredReactor, IsAskedThroughTheManager)
 {
     giveSystem();
     Embedded::DecompositionRun run(*drawing.database(), k29);
-    ASSERT_EQ(run.status(), Qeapp::eOk) << run.message();
+    ASSERT_TRUE(run.result()) << run.result().error().text();
     run.complete();
     EXPECT_TRUE(drawing.xrecord().has_value());
 }
@@ -195,7 +196,7 @@ TEST_F(RegisteredReactor, FailureStopsTheSaveAndIsUndone)
     giveUnknownCode();
     const auto before = drawing.contents();
     const Embedded::DecompositionRun run(*drawing.database(), k29);
-    EXPECT_EQ(run.status(), Qeapp::eNotApplicable);
+    EXPECT_EQ(Embedded::hostStatus(run.result()), Qeapp::eNotApplicable);
     EXPECT_EQ(drawing.contents(), before);
 }
 

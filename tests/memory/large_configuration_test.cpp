@@ -3,6 +3,7 @@
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "storage/host_holders.h"
 #include "support/coordsys_test.h"
+#include "support/error_text.h"
 #include "support/scoped_document.h"
 #include "support/temporary_folder.h"
 
@@ -53,11 +54,11 @@ TEST_F(LargeConfiguration, IsInTheFileAndComesBack)
     {
         const ScopedDocument document;
         ASSERT_TRUE(Cs::SetCsTransformationConfig(text.c_str(), kDrawing));
-        ASSERT_EQ(Embedded::saveDrawing(*document.database(), file, QeDb::kCurrentDwg).message, "");
+        ASSERT_EQ(errorText(Embedded::saveDrawing(*document.database(), file, QeDb::kCurrentDwg)), "");
     }
-    std::unique_ptr<QeDbDatabase> loaded;
-    ASSERT_EQ(Embedded::loadDrawing(file, loaded).message, "");
-    const ScopedDocument document(std::move(loaded));
+    auto loaded = Embedded::loadDrawing(file);
+    ASSERT_EQ(errorText(loaded), "");
+    const ScopedDocument document(std::move(*loaded));
     EXPECT_TRUE(isStored(text));
 }
 

@@ -2,6 +2,7 @@
 #include <iterator>
 
 #include "embedded/diagnostics/fault_injection.h"
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "module/module_test.h"
 #include "support/drawing.h"
@@ -11,7 +12,8 @@
 namespace Tests {
 namespace {
 
-using Embedded::FileResult;
+using Embedded::Expected;
+using Embedded::hostStatus;
 using Embedded::ScopedFault;
 
 /// Saves drawings into files with the module loaded, which converts them.
@@ -28,16 +30,16 @@ protected:
         drawing.withGeoData(text);
     }
 
-    static FileResult save(const Drawing& saved, const std::filesystem::path& target, int version)
+    static Expected<void> save(const Drawing& saved, const std::filesystem::path& target, int version)
     {
         return Embedded::saveDrawing(*saved.database(), target, static_cast<QeDb::QeDbDwgVersion>(version),
                                      Embedded::Overwriting::drawings);
     }
-    FileResult save(int version) const { return save(drawing, file, version); }
+    Expected<void> save(int version) const { return save(drawing, file, version); }
     void saveWell(int version) const
     {
-        const FileResult result = save(version);
-        ASSERT_EQ(result.status, Qeapp::eOk) << result.message;
+        const Expected<void> result = save(version);
+        ASSERT_TRUE(result) << result.error().text();
     }
     std::string fileContents() const
     {
@@ -69,9 +71,9 @@ protected:
         const std::string before = drawing.contents();
         const std::string contents = fileContents();
         const std::size_t files = filesInFolder();
-        const FileResult result = save(29);
-        EXPECT_EQ(result.status, expected);
-        EXPECT_NE(result.message, "");
+        const Expected<void> result = save(29);
+        ASSERT_EQ(hostStatus(result), expected);
+        EXPECT_NE(result.error().message, "");
         EXPECT_GT(Embedded::FaultInjection::failedCalls(), 0U);
         EXPECT_EQ(drawing.contents(), before);
         EXPECT_EQ(fileContents(), contents);
@@ -86,8 +88,10 @@ protected:
 
     void reload()
     {
-        const FileResult result = Embedded::loadDrawing(file, loaded);
-        ASSERT_EQ(result.status, Qeapp::eOk) << result.message;
+        loaded.reset();
+        auto result = Embedded::loadDrawing(file);
+        ASSERT_TRUE(result) << result.error().text();
+        loaded = std::move(*result);
     }
 };
 
@@ -144,9 +148,9 @@ TEST_F(SavedDrawing, FileOfVersion29_IsConvertedBackAfterLoading)
 {
     saveWell(29);
     reload();
-    ASSERT_EQ(Embedded::saveDrawing(*loaded, file, QeDb::kCurrentDwg).status, Qeapp::eOk);
+    ASSERT_TRUE(Embedded::saveDrawing(*loaded, file, QeDb::kCurrentDwg));
     reload();
-    ASSERT_EQ(save(drawing, folder.path() / "other.qedb", 33).status, Qeapp::eOk);
+    ASSERT_TRUE(save(drawing, folder.path() / "other.qedb", 33));
     EXPECT_EQ(contentsOf(*loaded), drawing.contents());
     expectCurrentForm(drawing);
 }
@@ -155,7 +159,7 @@ TEST_F(ConvertingSave, DrawingWithoutASystem_IsSavedAtAnyVersion)
 {
     const Drawing empty;
     for (int version = 21; version <= 33; ++version)
-        EXPECT_EQ(save(empty, file, version).status, Qeapp::eOk) << version;
+        EXPECT_EQ(hostStatus(save(empty, file, version)), Qeapp::eOk) << version;
     EXPECT_EQ(empty.geoDataText(), std::nullopt);
     EXPECT_EQ(empty.legacyChain(), std::nullopt);
 }
@@ -199,10 +203,10 @@ TEST_F(ConvertingSave, SystemWhoseCodeReadersTakeForNone_IsNotSavedInAnOlderVers
 {
     Drawing unnamed;
     unnamed.withGeoData(serializedText(userSystem(L".").get()));
-    ASSERT_EQ(save(unnamed, file, 33).status, Qeapp::eOk);
+    ASSERT_TRUE(save(unnamed, file, 33));
     const std::string before = unnamed.contents();
     const std::string contents = fileContents();
-    EXPECT_EQ(save(unnamed, file, 29).status, 3);
+    EXPECT_EQ(hostStatus(save(unnamed, file, 29)), 3);
     EXPECT_EQ(unnamed.contents(), before);
     EXPECT_EQ(fileContents(), contents);
 }
@@ -211,8 +215,7 @@ TEST_F(ConvertingSave, FolderInTheFilesPlace_LeavesTheDrawingAsItWas)
 {
     std::filesystem::create_directory(file);
     const std::string before = drawing.contents();
-    const FileResult result = save(29);
-    EXPECT_EQ(result.status, Qeapp::eFileWriteFailed);
+    EXPECT_EQ(hostStatus(save(29)), Qeapp::eFileWriteFailed);
     EXPECT_EQ(drawing.contents(), before);
     EXPECT_TRUE(std::filesystem::is_directory(file));
     EXPECT_EQ(filesInFolder(), 1U);
@@ -222,7 +225,7 @@ TEST_F(ConvertingSave, MissingFolder_LeavesTheDrawingAsItWas)
 {
     file = folder.path() / "missing" / "drawing.qedb";
     const std::string before = drawing.contents();
-    EXPECT_EQ(save(29).status, Qeapp::eFileWriteFailed);
+    EXPECT_EQ(hostStatus(save(29)), Qeapp::eFileWriteFailed);
     EXPECT_EQ(drawing.contents(), before);
 }
 

@@ -11,11 +11,10 @@ using LoadedModule = ModuleTest;
 
 TEST_F(LoadedModule, Load_SucceedsWithoutAMessage)
 {
-    const Embedded::ModuleLoad loaded = Embedded::loadModule(kModuleFile);
-    handle = loaded.handle;
-    EXPECT_EQ(loaded.status, Qeapp::eOk);
-    EXPECT_EQ(loaded.message, "");
-    EXPECT_NE(loaded.handle, nullptr);
+    const Embedded::Expected<void*> loaded = Embedded::loadModule(kModuleFile);
+    ASSERT_TRUE(loaded) << loaded.error().text();
+    handle = *loaded;
+    EXPECT_NE(handle, nullptr);
 }
 
 TEST_F(LoadedModule, IsUnlocked)
@@ -68,9 +67,9 @@ TEST_F(LoadedModule, AnswersZeroToOtherMessages)
 TEST_F(LoadedModule, SecondLoad_IsTheSameModule)
 {
     load();
-    const Embedded::ModuleLoad again = Embedded::loadModule(kModuleFile);
-    EXPECT_EQ(again.status, Qeapp::eOk);
-    EXPECT_EQ(again.handle, handle);
+    const Embedded::Expected<void*> again = Embedded::loadModule(kModuleFile);
+    ASSERT_TRUE(again) << again.error().text();
+    EXPECT_EQ(*again, handle);
     EXPECT_EQ(registeredReactors(), 1);
 }
 

@@ -18,9 +18,9 @@ protected:
 
     void load()
     {
-        const Embedded::ModuleLoad loaded = Embedded::loadModule(kModuleFile);
-        handle = loaded.handle;
-        ASSERT_EQ(loaded.status, Qeapp::eOk) << loaded.message;
+        const Embedded::Expected<void*> loaded = Embedded::loadModule(kModuleFile);
+        ASSERT_TRUE(loaded) << loaded.error().text();
+        handle = *loaded;
     }
     void unload()
     {

@@ -46,19 +46,19 @@ void putAt(QeDbDatabase* database, const wchar_t* key, QeDbObject* object)
     require(dictionary->setAt(key, object, id));
 }
 
-void require(const Embedded::FileResult& result)
+template <class T>
+T valueIn(Embedded::Expected<T> result)
 {
-    if (result.status != Qeapp::eOk)
-        throw std::runtime_error("a drawing of a test: " + result.message);
+    if (!result)
+        throw std::runtime_error("a drawing of a test: " + result.error().text());
+    return std::move(*result);
 }
 
 } // namespace
 
 std::string contentsOf(const QeDbDatabase& database)
 {
-    std::string text;
-    require(Embedded::dumpDrawing(database, text));
-    return text;
+    return valueIn(Embedded::dumpDrawing(database));
 }
 
 std::ptrdiff_t timesIn(std::string_view text, std::string_view part)
@@ -71,16 +71,12 @@ std::ptrdiff_t timesIn(std::string_view text, std::string_view part)
 
 std::string savedInMemory(QeDbDatabase& database)
 {
-    std::string bytes;
-    require(Embedded::saveDrawingToBytes(database, database.drawingVersion(), bytes));
-    return bytes;
+    return valueIn(Embedded::saveDrawingToBytes(database, database.drawingVersion()));
 }
 
 std::unique_ptr<QeDbDatabase> loadedFromMemory(const std::string& bytes)
 {
-    std::unique_ptr<QeDbDatabase> database;
-    require(Embedded::loadDrawingFromBytes(bytes, database));
-    return database;
+    return valueIn(Embedded::loadDrawingFromBytes(bytes));
 }
 
 Drawing::Drawing(QeDb::QeDbDwgVersion version) : database_(std::make_unique<QeDbDatabase>(version))

@@ -1,4 +1,5 @@
 // The host saves a drawing, and the module's decomposition reactor converts it first.
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "frame/application.h"
 #include "sweep/initial_states.h"
@@ -20,10 +21,11 @@ public:
     int make(Fixture& fixture) override
     {
         if (toFile_)
-            return Embedded::saveDrawing(*fixture.database(), fixture.drawingFile(), version_,
-                                         Embedded::Overwriting::drawings)
-                .status;
-        return Embedded::saveDrawingToBytes(*fixture.database(), version_, bytes_).status;
+            return Embedded::hostStatus(Embedded::saveDrawing(*fixture.database(), fixture.drawingFile(), version_,
+                                                              Embedded::Overwriting::drawings));
+        const Embedded::Expected<std::string> bytes = Embedded::saveDrawingToBytes(*fixture.database(), version_);
+        bytes_ = bytes.value_or("");
+        return Embedded::hostStatus(bytes);
     }
     void expectOutParameters(const Outcome& outcome) const override
     {

@@ -49,7 +49,7 @@ ForeignDocumentLock::~ForeignDocumentLock()
         found->setForeignLock(false);
 }
 
-ModuleLoad loadModule(const std::filesystem::path& file)
+Expected<void*> loadModule(const std::filesystem::path& file)
 {
     return QeHost::dynamicLinker().load(file);
 }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "embedded/base/error.h"
 #include "platform/export.h"
 #include "platform/host/application.h"
 #include "platform/host/database.h"
@@ -51,17 +52,11 @@ private:
     QeApDocument* document_;
 };
 
-/// How loading a module ended; `handle` is null and `message` says why when it was refused.
-struct ModuleLoad {
-    Qeapp::ErrorStatus status = Qeapp::eOk;
-    std::string message;
-    void* handle = nullptr;
-};
-
-/// The host's dynamic linker: maps the shared library, checks its entry points and API version and sends it message 1.
+/// The host's dynamic linker: maps the shared library, checks its entry points and API version, sends it message 1
+/// and returns its handle.
 /// A module that is loaded already is answered with the same handle and no second message.
 /// eModuleNotFound when it cannot be mapped; eModuleRefused without an entry point or for another API version.
-QEHOST_API ModuleLoad loadModule(const std::filesystem::path& file);
+QEHOST_API Expected<void*> loadModule(const std::filesystem::path& file);
 /// Sends message 2 and unmaps the module. eInvalidInput for a handle that is not loaded; eModuleRefused for a module
 /// that has not unlocked itself.
 QEHOST_API Qeapp::ErrorStatus unloadModule(void* handle);

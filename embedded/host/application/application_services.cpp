@@ -9,10 +9,12 @@ namespace QeHost {
 
 ApplicationServices::ApplicationServices()
 {
-    databaseDestroyedHandler = [](const QeDbDatabase& database) { applicationServices().forget(database); };
+    databaseDestroyedHandler = [](const QeDbDatabase& database) {
+        applicationServices().clearWorkingDatabase(database);
+    };
 }
 
-void ApplicationServices::forget(const QeDbDatabase& database)
+void ApplicationServices::clearWorkingDatabase(const QeDbDatabase& database)
 {
     if (workingDatabase_ == &database)
         workingDatabase_ = nullptr;

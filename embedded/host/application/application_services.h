@@ -16,7 +16,7 @@ public:
     ApplicationServices();
     void setRegistryRoot(const std::wstring& path) { registryRoot_ = path; }
     /// A drawing that is gone is nobody's working database.
-    void forget(const QeDbDatabase& database);
+    void clearWorkingDatabase(const QeDbDatabase& database);
 
 private:
     QeDbDatabase* workingDatabase_ = nullptr;

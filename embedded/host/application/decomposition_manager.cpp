@@ -28,8 +28,8 @@ namespace QeHost {
 
 Qeapp::ErrorStatus DecompositionManager::addReactor(QeDbDecompositionReactor* reactor)
 {
-    if (const auto fault = injectedFault("QeDbDecompositionManager::addReactor"))
-        return *fault;
+    if (const auto injected = injectedFault("QeDbDecompositionManager::addReactor"))
+        return *injected;
     if (reactor == nullptr)
         return Qeapp::eInvalidInput;
     if (isRegistered(reactor))
@@ -43,12 +43,12 @@ Qeapp::ErrorStatus DecompositionManager::addReactor(QeDbDecompositionReactor* re
 // the client deletes the reactor next.
 Qeapp::ErrorStatus DecompositionManager::removeReactor(QeDbDecompositionReactor* reactor)
 {
-    const auto fault = injectedFault("QeDbDecompositionManager::removeReactor");
+    const auto injected = injectedFault("QeDbDecompositionManager::removeReactor");
     const bool wasRegistered = std::erase(reactors_, reactor) != 0;
     if (wasRegistered)
         Embedded::ResourceCounters::remove(Embedded::ResourceKind::decompositionReactor);
-    if (fault)
-        return *fault;
+    if (injected)
+        return *injected;
     return wasRegistered ? Qeapp::eOk : Qeapp::eKeyNotFound;
 }
 

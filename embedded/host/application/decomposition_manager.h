@@ -1,4 +1,4 @@
-// The reactors that a save asks; made at first use and never destroyed.
+// The registered decomposition reactors. Made at first use and never destroyed.
 #pragma once
 
 #include <vector>
@@ -12,7 +12,7 @@ public:
     Qeapp::ErrorStatus addReactor(QeDbDecompositionReactor* reactor) override;
     Qeapp::ErrorStatus removeReactor(QeDbDecompositionReactor* reactor) override;
 
-    /// Calls `visit` for each reactor until it answers false; a reactor may come or go meanwhile.
+    /// Calls `visit` for each reactor until it returns false. `visit` may add and remove reactors.
     template <class Visit>
     void forEach(Visit visit)
     {

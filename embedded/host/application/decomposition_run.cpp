@@ -9,7 +9,7 @@ namespace Embedded {
 namespace {
 
 /// Keeps the first error, from whichever of the two recorders.
-class ErrorRecord final : public QeDbSaveErrorRecorder, public QeDbSaveErrorMessageRecorder {
+class ErrorRecorder final : public QeDbSaveErrorRecorder, public QeDbSaveErrorMessageRecorder {
 public:
     Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code) override { return recordError(code, nullptr); }
 
@@ -53,19 +53,16 @@ DecompositionRun::DecompositionRun(QeDbDatabase& database, QeDb::QeDbDwgVersion 
 {
     if (active_)
         askReactors();
-    if (status_ == Qeapp::eOk)
-        return;
-    if (message_.empty())
-        message_ = defaultMessage(version_, status_);
-    abort();
+    else
+        fail(Qeapp::eNoTransaction, {});
+    if (!result_)
+        abort();
 }
 
 DecompositionRun::DecompositionRun(QeDbDatabase& database, QeDb::QeDbDwgVersion version, Started /*started*/)
     : database_(database), version_(version), depth_(database.transactionManager()->numActiveTransactions())
 {
     active_ = database_.transactionManager()->startTransaction() != nullptr;
-    if (!active_)
-        status_ = Qeapp::eNoTransaction;
 }
 
 DecompositionRun::~DecompositionRun()
@@ -75,13 +72,19 @@ DecompositionRun::~DecompositionRun()
 
 void DecompositionRun::askReactors()
 {
-    ErrorRecord errors;
+    ErrorRecorder errors;
     forEachReactor([&](QeDbDecompositionReactor& reactor) {
-        const Qeapp::ErrorStatus result = reactor.decomposeForSave(&database_, version_, &errors, &errors);
-        status_ = errors.code() != Qeapp::eOk ? errors.code() : result;
-        return status_ == Qeapp::eOk;
+        const Qeapp::ErrorStatus returned = reactor.decomposeForSave(&database_, version_, &errors, &errors);
+        const Qeapp::ErrorStatus status = errors.code() != Qeapp::eOk ? errors.code() : returned;
+        if (status != Qeapp::eOk)
+            fail(status, errors.message());
+        return status == Qeapp::eOk;
     });
-    message_ = errors.message();
+}
+
+void DecompositionRun::fail(Qeapp::ErrorStatus status, const std::string& message)
+{
+    result_ = failure(status, message.empty() ? defaultMessage(version_, status) : message);
 }
 
 // A reactor may have left transactions of its own active; they end with the run's.

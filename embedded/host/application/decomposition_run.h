@@ -1,8 +1,9 @@
-// One round of the decomposition reactors for a save, and the transaction that it happens in.
+// Decomposition for a save: calls the reactors inside a transaction.
 #pragma once
 
 #include <string>
 
+#include "embedded/base/error.h"
 #include "platform/export.h"
 #include "platform/host/database.h"
 #include "platform/host/error_status.h"
@@ -12,36 +13,35 @@ namespace Embedded {
 /// Asks every registered reactor to decompose the drawing for the version, inside a transaction of its own. The first
 /// result other than eOk, and the first error recorded, end the round and undo it at once.
 ///
-/// After a round that went well the transaction is still active: the saver writes what the drawing holds now and then
-/// calls complete(). A run that goes out of scope without it undoes everything.
+/// After a successful round the transaction is still active. The caller writes the drawing and then calls complete().
+/// The destructor undoes a run that was not completed.
 class QEHOST_API DecompositionRun {
 public:
     DecompositionRun(QeDbDatabase& database, QeDb::QeDbDwgVersion version);
-    /// Aborts, and tells the reactors saveAborted, unless the run has ended already.
+    /// Aborts the run and calls saveAborted of the reactors, unless the run has ended.
     ~DecompositionRun();
     DecompositionRun(const DecompositionRun&) = delete;
     DecompositionRun& operator=(const DecompositionRun&) = delete;
 
-    /// eOk, or the code that was recorded or returned first; eNoTransaction when no transaction could be started.
-    Qeapp::ErrorStatus status() const { return status_; }
-    /// Empty on eOk; otherwise the recorded message, or one that names the version and the code.
-    const std::string& message() const { return message_; }
+    /// The Error has the code that was recorded or returned first, or eNoTransaction when no transaction could be
+    /// started; its message is the recorded one, or names the version and the code.
+    const Expected<void>& result() const { return result_; }
 
-    /// Keeps what the reactors did and tells them saveCompleted. Does nothing for a run that failed or ended.
+    /// Keeps what the reactors did and calls their saveCompleted. Does nothing for a run that failed or ended.
     void complete();
 
 private:
     struct Started {};
     DecompositionRun(QeDbDatabase& database, QeDb::QeDbDwgVersion version, Started started);
     void askReactors();
+    void fail(Qeapp::ErrorStatus status, const std::string& message);
     void abort();
 
     QeDbDatabase& database_;
     QeDb::QeDbDwgVersion version_;
     int depth_; // of transactions before the run
     bool active_ = false;
-    Qeapp::ErrorStatus status_ = Qeapp::eOk;
-    std::string message_;
+    Expected<void> result_;
 };
 
 } // namespace Embedded

@@ -65,8 +65,8 @@ Qeapp::ErrorStatus DocumentManager::lockDocument(QeApDocument* document, QeAp::D
                                                  const wchar_t* /*globalCommandName*/,
                                                  const wchar_t* /*localCommandName*/, bool /*prompt*/)
 {
-    if (const auto fault = injectedFault("QeApDocManager::lockDocument", Qeapp::eLockConflict))
-        return *fault;
+    if (const auto injected = injectedFault("QeApDocManager::lockDocument", Qeapp::eLockConflict))
+        return *injected;
     Document* found = find(document);
     return found != nullptr && isLockMode(mode) ? found->lock(mode) : Qeapp::eInvalidInput;
 }

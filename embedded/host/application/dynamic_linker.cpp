@@ -24,9 +24,9 @@ Function functionOf(const SharedLibrary& library, const char* name)
     return reinterpret_cast<Function>(library.symbol(name));
 }
 
-Embedded::ModuleLoad refused(const std::filesystem::path& file, const std::string& reason)
+tl::unexpected<Embedded::Error> refused(const std::filesystem::path& file, std::string reason)
 {
-    return {Qeapp::eModuleRefused, Embedded::displayName(file) + ": " + reason, nullptr};
+    return Embedded::failure(Qeapp::eModuleRefused, std::move(reason), Embedded::displayName(file));
 }
 
 std::string hexadecimal(int number)
@@ -36,17 +36,17 @@ std::string hexadecimal(int number)
     return text.str();
 }
 
-/// Why the library cannot be a module of this host; empty when it can.
-std::string unfitness(const SharedLibrary& library)
+/// Fails unless the library can be a module of this host.
+Embedded::Expected<void> requireModule(const SharedLibrary& library, const std::filesystem::path& file)
 {
     for (const char* name : {kApiVersionName, kEntryPointName}) {
         if (library.symbol(name) == nullptr)
-            return std::string("it does not export ") + name + ", so it is not a module";
+            return refused(file, std::string("it does not export ") + name + ", so it is not a module");
     }
     const int version = functionOf<ApiVersion>(library, kApiVersionName)();
     if (version != kQeRxApiVersion)
-        return "it was built for host API version " + hexadecimal(version) + ", this host has " +
-               hexadecimal(kQeRxApiVersion);
+        return refused(file, "it was built for host API version " + hexadecimal(version) + ", this host has " +
+                                 hexadecimal(kQeRxApiVersion));
     return {};
 }
 
@@ -60,32 +60,32 @@ int send(Module& module, QeRx::AppMsgCode message)
 bool DynamicLinker::unlockApplication(void* appHandle)
 {
     Module* module = find(appHandle);
-    if (isStruck("QeRxDynamicLinker::unlockApplication") || module == nullptr)
+    if (isFaultInjected("QeRxDynamicLinker::unlockApplication") || module == nullptr)
         return false;
     module->unlocked = true;
     return true;
 }
 
-Embedded::ModuleLoad DynamicLinker::load(const std::filesystem::path& file)
+Embedded::Expected<void*> DynamicLinker::load(const std::filesystem::path& file)
 {
     Embedded::Expected<SharedLibrary> library = SharedLibrary::open(file);
     if (!library)
-        return {Qeapp::eModuleNotFound, "the module cannot be loaded: " + library.error().text(), nullptr};
+        return Embedded::failure(Qeapp::eModuleNotFound, "the module cannot be loaded: " + library.error().text());
     if (Module* loaded = findSame(*library))
-        return {Qeapp::eOk, {}, loaded};
-    if (const std::string reason = unfitness(*library); !reason.empty())
-        return refused(file, reason);
+        return loaded;
+    if (Embedded::Expected<void> result = requireModule(*library, file); !result)
+        return tl::unexpected<Embedded::Error>(std::move(result).error());
     return start(file, *std::move(library));
 }
 
-Embedded::ModuleLoad DynamicLinker::start(const std::filesystem::path& file, SharedLibrary library)
+Embedded::Expected<void*> DynamicLinker::start(const std::filesystem::path& file, SharedLibrary library)
 {
     modules_.push_back(std::make_unique<Module>(Module{std::move(library), false, false}));
     Module& module = *modules_.back();
     const int answer = send(module, QeRx::kInitAppMsg);
     if (answer == QeRx::kRetOK)
-        return {Qeapp::eOk, {}, &module};
-    forget(&module);
+        return &module;
+    remove(&module);
     return refused(file, "its initialisation answered " + std::to_string(answer));
 }
 
@@ -96,7 +96,7 @@ Qeapp::ErrorStatus DynamicLinker::unload(void* handle)
         return Qeapp::eInvalidInput;
     if (!module->unlocked || send(*module, QeRx::kUnloadAppMsg) != QeRx::kRetOK)
         return Qeapp::eModuleRefused;
-    forget(module);
+    remove(module);
     return Qeapp::eOk;
 }
 
@@ -114,7 +114,7 @@ Module* DynamicLinker::findSame(const SharedLibrary& library) const
     return found != modules_.end() ? found->get() : nullptr;
 }
 
-void DynamicLinker::forget(const Module* module)
+void DynamicLinker::remove(const Module* module)
 {
     std::erase_if(modules_, [module](const auto& candidate) { return candidate.get() == module; });
 }
@@ -141,7 +141,7 @@ QeRxClass* QeRxDynamicLinker::isA() const
 bool qerxRegisterAppMDIAware(void* appHandle)
 {
     QeHost::Module* module = QeHost::dynamicLinker().find(appHandle);
-    if (QeHost::isStruck("qerxRegisterAppMDIAware") || module == nullptr)
+    if (QeHost::isFaultInjected("qerxRegisterAppMDIAware") || module == nullptr)
         return false;
     module->mdiAware = true;
     return true;

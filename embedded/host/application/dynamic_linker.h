@@ -21,15 +21,15 @@ class DynamicLinker final : public QeRxDynamicLinker {
 public:
     bool unlockApplication(void* appHandle) override;
 
-    Embedded::ModuleLoad load(const std::filesystem::path& file);
+    Embedded::Expected<void*> load(const std::filesystem::path& file);
     Qeapp::ErrorStatus unload(void* handle);
     /// Null for a handle that is not loaded.
     Module* find(const void* handle) const;
 
 private:
-    Embedded::ModuleLoad start(const std::filesystem::path& file, Embedded::SharedLibrary library);
+    Embedded::Expected<void*> start(const std::filesystem::path& file, Embedded::SharedLibrary library);
     Module* findSame(const Embedded::SharedLibrary& library) const;
-    void forget(const Module* module);
+    void remove(const Module* module);
 
     std::vector<std::unique_ptr<Module>> modules_;
 };

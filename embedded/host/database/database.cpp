@@ -36,28 +36,24 @@ void attach(ObjectRecord& objectRecord, QeDbObject& object, ObjectRecord* owner)
     ResourceCounters::remove(ResourceKind::detachedObject);
 }
 
-std::string placeOf(const ObjectRecord& objectRecord)
-{
-    return Embedded::placeOf(objectRecord.handle);
-}
-
 std::string faultOfEntry(Embedded::Handle dictionary)
 {
-    return "does not belong to object " + Embedded::hexFromHandle(dictionary) + ", which lists it";
+    return "does not belong to object " + Embedded::formatHandle(dictionary) + ", which lists it";
 }
 
-/// Why a stored object of the class may not have the owner, which is null for none; empty when it may.
-std::string faultOfOwner(const DatabaseImp& database, const ObjectRecord& objectRecord, const ObjectClass& itsClass,
-                         const ObjectRecord* owner)
+/// Throws an Error unless a stored object of the class can have the owner, which is null for none.
+void requireOwner(const DatabaseImp& database, const ObjectRecord& objectRecord, const ObjectClass& itsClass,
+                  const ObjectRecord* owner)
 {
+    const auto refuse = [&](const std::string& message) { database.store->throwDamage(objectRecord.handle, message); };
     const bool isRoot = database.isRoot(objectRecord);
     if (isRoot != (owner == nullptr))
-        return isRoot ? "is a root and has an owner" : "has no owner";
-    const bool fits = isRoot || (itsClass.owner != nullptr && owner->object->isKindOf(itsClass.owner()));
-    if (!fits)
-        return "cannot belong to object " + Embedded::hexFromHandle(owner->handle);
-    const bool isListedByOwner = objectRecord.listedBy == 0 || (!isRoot && objectRecord.listedBy == owner->handle);
-    return isListedByOwner ? "" : faultOfEntry(objectRecord.listedBy);
+        refuse(isRoot ? "is a root and has an owner" : "has no owner");
+    const Embedded::Handle ownersHandle = isRoot ? 0 : owner->handle;
+    if (!isRoot && (itsClass.owner == nullptr || !owner->object->isKindOf(itsClass.owner())))
+        refuse("cannot belong to object " + Embedded::formatHandle(ownersHandle));
+    if (objectRecord.listedBy != 0 && objectRecord.listedBy != ownersHandle)
+        refuse(faultOfEntry(objectRecord.listedBy));
 }
 
 } // namespace
@@ -78,7 +74,7 @@ QeDbDatabaseImp::~QeDbDatabaseImp()
 void QeDbDatabaseImp::destroy(QeDbObjectRecord& objectRecord)
 {
     if (objectRecord.isInFile)
-        leftBehind.insert(objectRecord.handle);
+        destroyedHandles.insert(objectRecord.handle);
     std::erase(geoDataObjects, &objectRecord);
     if (const auto known = storedRecords.find(objectRecord.handle);
         known != storedRecords.end() && known->second == &objectRecord)
@@ -103,7 +99,7 @@ void QeDbDatabaseImp::clear()
     objectRecords.clear();
     storedRecords.clear();
     geoDataObjects.clear();
-    waiting.clear();
+    pendingCollection.clear();
 }
 
 QeDbObjectRecord& QeDbDatabaseImp::adopt(QeDbObject& object, QeDbObjectRecord* owner)
@@ -167,7 +163,7 @@ QeDbObjectRecord& QeDbDatabaseImp::storedEntry(Embedded::Handle handle, const Qe
     const QeDbObjectRecord* const owner = entry.object != nullptr ? entry.object->imp().state->owner : nullptr;
     const Embedded::Handle itsOwner = entry.object == nullptr ? entry.listedBy : owner != nullptr ? owner->handle : 0;
     if (itsOwner != dictionary.handle)
-        store->refuse(QeHost::placeOf(entry) + QeHost::faultOfEntry(dictionary.handle));
+        store->throwDamage(entry.handle, QeHost::faultOfEntry(dictionary.handle));
     return entry;
 }
 
@@ -178,10 +174,10 @@ void QeDbDatabaseImp::load(QeDbObjectRecord& objectRecord)
     std::unordered_set<const QeDbObjectRecord*> known;
     for (QeDbObjectRecord* next = &objectRecord; next != nullptr && next->object == nullptr;) {
         if (!known.insert(next).second)
-            store->refuse(QeHost::placeOf(*next) + "belongs to itself, through its owners");
+            store->throwDamage(next->handle, "belongs to itself, through its owners");
         if (!next->isStored)
-            store->refuse(QeHost::placeOf(*path.back().first) + "belongs to an object that is gone");
-        path.emplace_back(next, store->look(next->handle));
+            store->throwDamage(path.back().first->handle, "belongs to an object that is gone");
+        path.emplace_back(next, store->lookUp(next->handle));
         const Embedded::Handle owner = path.back().second.owner;
         next = owner != 0 ? &storedRecord(owner) : nullptr;
     }
@@ -196,14 +192,14 @@ void QeDbDatabaseImp::loadBelow(QeDbObjectRecord& objectRecord, const QeHost::St
         return;
     const QeHost::ObjectClass* const itsClass = QeHost::findClass(stored.className);
     if (itsClass == nullptr)
-        store->refuse(QeHost::placeOf(objectRecord) + "is of an unknown class, " +
-                      Embedded::truncateForMessage(Embedded::utf8FromWide(stored.className)));
+        store->throwDamage(objectRecord.handle,
+                           "is of an unknown class, " +
+                               Embedded::truncateForMessage(Embedded::utf8FromWide(stored.className)));
     QeDbObjectRecord* const owner = stored.owner != 0 ? &storedRecord(stored.owner) : nullptr;
-    if (const std::string fault = QeHost::faultOfOwner(*this, objectRecord, *itsClass, owner); !fault.empty())
-        store->refuse(QeHost::placeOf(objectRecord) + fault);
+    QeHost::requireOwner(*this, objectRecord, *itsClass, owner);
     const bool isNamed = std::find(geoDataObjects.begin(), geoDataObjects.end(), &objectRecord) != geoDataObjects.end();
     if (isNamed && itsClass->desc() != QeDbGeoData::desc())
-        store->refuse(QeHost::placeOf(objectRecord) + "is no GeoData, as which the header names it");
+        store->throwDamage(objectRecord.handle, "is not a GeoData object, but the header names it as one");
     std::unique_ptr<QeDbObject> object(itsClass->make());
     store->load(objectRecord, *object->imp().state);
     QeHost::attach(objectRecord, *object.release(), owner);
@@ -217,9 +213,9 @@ void QeDbDatabaseImp::loadRecords(QeDbObjectRecord& table)
 {
     try {
         for (QeDbObjectRecord* const record : QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records) {
-            if (QeHost::loaded(*record).imp().state->owner != &table)
-                store->refuse(QeHost::placeOf(*record) + "belongs to another table than " +
-                              Embedded::hexFromHandle(table.handle));
+            if (QeHost::loadObject(*record).imp().state->owner != &table)
+                store->throwDamage(record->handle,
+                                   "belongs to another table than " + Embedded::formatHandle(table.handle));
         }
     } catch (...) {
         delete table.object;
@@ -246,13 +242,13 @@ template <class T>
 Qeapp::ErrorStatus openRoot(T*& object, ObjectRecord* root, QeDb::OpenMode mode, std::string_view call)
 {
     object = nullptr;
-    if (const auto fault = injectedFault(call, Qeapp::eOpenForWrite))
-        return *fault;
+    if (const auto injected = injectedFault(call, Qeapp::eOpenForWrite))
+        return *injected;
     QeDbObject* opened = nullptr;
-    const Qeapp::ErrorStatus status = answered([&] {
-        if (!loaded(*root).isKindOf(T::desc()))
-            root->database->store->refuse(Embedded::placeOf(root->handle) + "is a root of another class");
-        return openRecord(opened, root, mode);
+    const Qeapp::ErrorStatus status = catchStatus([&] {
+        if (!loadObject(*root).isKindOf(T::desc()))
+            root->database->store->throwDamage(root->handle, "is a root of another class");
+        return openObject(opened, root, mode);
     });
     object = static_cast<T*>(opened);
     return status;

@@ -13,9 +13,9 @@
 
 namespace QeHost {
 
-/// So that the next push_back needs no memory, and what comes before it may be done.
+/// Makes room for one more element. The next push_back then cannot fail, and neither can what depends on it.
 template <class T>
-void makeRoomForOne(std::vector<T>& list)
+void reserveOneMore(std::vector<T>& list)
 {
     if (list.size() == list.capacity())
         list.reserve(2 * list.size() + 1);
@@ -31,27 +31,27 @@ struct QeDbDatabaseImp {
 
     /// Makes a new object the database's own under the next handle; it stays open for write.
     QeDbObjectRecord& adopt(QeDbObject& object, QeDbObjectRecord* owner);
-    /// The same under a given handle, closed, and outside every transaction; for the host's own objects and loading.
+    /// The same under a given handle, closed and outside every transaction. The host makes its own objects with it.
     QeDbObjectRecord& place(QeDbObject& object, QeDbObjectRecord* owner, Embedded::Handle handle);
-    /// Destroys one object and forgets that there was one.
+    /// Destroys one object and its record.
     void destroy(QeDbObjectRecord& record);
     /// Destroys every object, the roots included.
     void clear();
     /// Makes the roots and the model space of an empty drawing.
     void createRoots();
 
-    /// The record of an object in the drawing's file; a new one, which waits to be loaded, where there is none yet.
+    /// The record of an object in the drawing's file. Adds a record that is not loaded yet where there is none.
     QeDbObjectRecord& storedRecord(Embedded::Handle handle);
-    /// The same for an entry of a dictionary, which is to own it: what belongs to another object would be erased with
-    /// the entry. Throws StoreFailure.
+    /// The same for an entry of a dictionary. Throws an Error unless the dictionary owns the object: an object of
+    /// another owner would be erased with the entry.
     QeDbObjectRecord& storedEntry(Embedded::Handle handle, const QeDbObjectRecord& dictionary);
-    /// Loads a stored object, and those that own it before it. Throws StoreFailure.
+    /// Loads a stored object after its owners. Throws an Error for damage.
     void load(QeDbObjectRecord& record);
     bool isRoot(const QeDbObjectRecord& record) const
     {
         return &record == namedObjects || &record == regAppTable || &record == blockTable;
     }
-    /// Whether the drawing cannot do without the object: a root or the model space.
+    /// Whether the object is a root or the model space, which cannot be erased.
     bool isIndispensable(const QeDbObjectRecord& record) const;
     /// The drawing's live GeoData object, or null.
     QeDbObjectRecord* geoData() const;
@@ -68,13 +68,13 @@ public:
     QeDbObjectRecord* regAppTable = nullptr;
     QeDbObjectRecord* blockTable = nullptr;
     QeDbObjectRecord* modelSpace = nullptr;
-    std::unique_ptr<QeHost::ObjectStore> store; // null for a drawing that lies in no file
+    std::unique_ptr<QeHost::ObjectStore> store; // null for a drawing without a file
     std::vector<std::unique_ptr<QeDbObjectRecord>> objectRecords;
-    std::unordered_map<Embedded::Handle, QeDbObjectRecord*> storedRecords; // of what is in the file
-    std::set<Embedded::Handle> leftBehind;         // in the file, by objects that were destroyed since
-    std::vector<QeDbObjectRecord*> geoDataObjects; // every one that was ever added; one of them is live at most
+    std::unordered_map<Embedded::Handle, QeDbObjectRecord*> storedRecords; // by handle, of the objects in the file
+    std::set<Embedded::Handle> destroyedHandles;   // of destroyed objects that the file still has
+    std::vector<QeDbObjectRecord*> geoDataObjects; // every one that was added; at most one is live
     QeHost::TransactionManager transactions{*this};
-    std::vector<QeDbObjectId> waiting; // for the end of the last transaction, when they may be lost
+    std::vector<QeDbObjectId> pendingCollection; // when the last transaction ends
 };
 
 namespace QeHost {

@@ -24,17 +24,17 @@ ObjectRecord* findEntry(const QeDbDictionary& dictionary, const wchar_t* key)
     return isLive(found) ? found : nullptr;
 }
 
-Qeapp::ErrorStatus refusalToChange(const QeDbDictionary& dictionary)
+Qeapp::ErrorStatus checkChange(const QeDbDictionary& dictionary)
 {
     if (dictionary.imp().record == nullptr)
         return Qeapp::eNotInDatabase;
     return dictionary.imp().canWrite() ? Qeapp::eOk : Qeapp::eNotOpenForWrite;
 }
 
-Qeapp::ErrorStatus refusalToAdd(const QeDbDictionary& dictionary, const wchar_t* key, const QeDbObject* object)
+Qeapp::ErrorStatus checkAdd(const QeDbDictionary& dictionary, const wchar_t* key, const QeDbObject* object)
 {
-    if (const Qeapp::ErrorStatus refusal = refusalToChange(dictionary); refusal != Qeapp::eOk)
-        return refusal;
+    if (const Qeapp::ErrorStatus status = checkChange(dictionary); status != Qeapp::eOk)
+        return status;
     if (key == nullptr || *key == L'\0')
         return Qeapp::eInvalidKey;
     if (object == nullptr)
@@ -44,12 +44,12 @@ Qeapp::ErrorStatus refusalToAdd(const QeDbDictionary& dictionary, const wchar_t*
     if (!canBelongTo(*object, QeDbDictionary::desc()))
         return Qeapp::eNotThatKindOfClass;
     const ObjectRecord* replaced = findEntry(dictionary, key);
-    return replaced != nullptr ? conflictOf(*replaced, QeDb::kForWrite) : Qeapp::eOk;
+    return replaced != nullptr ? checkConflict(*replaced, QeDb::kForWrite) : Qeapp::eOk;
 }
 
 void detach(ObjectRecord& record)
 {
-    writableStateOf<ObjectState>(loaded(record)).owner = nullptr;
+    writableStateOf<ObjectState>(loadObject(record)).owner = nullptr;
 }
 
 bool isThere(const ObjectRecord& record)
@@ -77,7 +77,7 @@ ObjectRecord* putEntry(const QeDbDictionary& dictionary, const wchar_t* key, QeD
     DictionaryEntries& entries = writableStateOf<DictionaryState>(dictionary).entries;
     ObjectRecord* const replaced = entries.find(key);
     if (replaced != nullptr && isThere(*replaced))
-        prepareToWrite(loaded(*replaced).imp()); // discarding it can fail no more
+        prepareToWrite(loadObject(*replaced).imp()); // discarding it can fail no more
     DictionaryEntries::Map entry;
     ObjectRecord*& added = entry[key];
     added = &dictionary.imp().record->database->adopt(object, dictionary.imp().record);
@@ -89,7 +89,7 @@ Qeapp::ErrorStatus removeEntry(const QeDbDictionary& dictionary, const std::wstr
 {
     DictionaryEntries& entries = writableStateOf<DictionaryState>(dictionary).entries;
     ObjectRecord& object = *entries.find(key);
-    prepareToWrite(loaded(object).imp()); // detaching it can fail no more
+    prepareToWrite(loadObject(object).imp()); // detaching it can fail no more
     entries.remove(key);
     detach(object);
     return Qeapp::eOk;
@@ -110,7 +110,7 @@ Qeapp::ErrorStatus removeObject(const QeDbDictionary& dictionary, const QeDbObje
 {
     if (id.isNull())
         return Qeapp::eNullObjectId;
-    const std::wstring key = isLive(id.record()) ? entriesOf(dictionary).keyOf(*id.record()) : std::wstring();
+    const std::wstring key = isLive(id.record()) ? entriesOf(dictionary).findKey(*id.record()) : std::wstring();
     return key.empty() ? Qeapp::eKeyNotFound : removeEntry(dictionary, key);
 }
 
@@ -196,13 +196,13 @@ QeDbDictionary::QeDbDictionary() : QeDbObject(new QeHost::DictionaryState)
 Qeapp::ErrorStatus QeDbDictionary::getAt(const wchar_t* key, QeDbObjectId& id) const
 {
     id.setNull();
-    if (const auto fault = QeHost::injectedFault("QeDbDictionary::getAt", Qeapp::eKeyNotFound))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("QeDbDictionary::getAt", Qeapp::eKeyNotFound))
+        return *injected;
     if (!imp().canRead())
         return Qeapp::eNotOpenForRead;
     if (key == nullptr)
         return Qeapp::eInvalidKey;
-    return QeHost::answered([&] {
+    return QeHost::catchStatus([&] {
         id = QeDbObjectId(QeHost::findEntry(*this, key));
         return id.isNull() ? Qeapp::eKeyNotFound : Qeapp::eOk;
     });
@@ -220,7 +220,7 @@ Qeapp::ErrorStatus QeDbDictionary::getAt(const wchar_t* key, QeDbObject*& object
 bool QeDbDictionary::has(const wchar_t* key) const
 {
     const auto find = [&] { return QeHost::findEntry(*this, key) != nullptr ? Qeapp::eOk : Qeapp::eKeyNotFound; };
-    return key != nullptr && imp().canRead() && QeHost::answered(find) == Qeapp::eOk;
+    return key != nullptr && imp().canRead() && QeHost::catchStatus(find) == Qeapp::eOk;
 }
 
 std::uint32_t QeDbDictionary::numEntries() const
@@ -228,7 +228,7 @@ std::uint32_t QeDbDictionary::numEntries() const
     if (!imp().canRead())
         return 0;
     std::ptrdiff_t live = 0;
-    const Qeapp::ErrorStatus counted = QeHost::answered([&] {
+    const Qeapp::ErrorStatus counted = QeHost::catchStatus([&] {
         const auto entries = QeHost::entriesOf(*this).all();
         live = std::count_if(entries.begin(), entries.end(),
                              [](const auto& entry) { return QeHost::isLive(entry.second); });
@@ -240,11 +240,11 @@ std::uint32_t QeDbDictionary::numEntries() const
 Qeapp::ErrorStatus QeDbDictionary::setAt(const wchar_t* key, QeDbObject* object, QeDbObjectId& id)
 {
     id.setNull();
-    if (const auto fault = QeHost::injectedFault("QeDbDictionary::setAt"))
-        return *fault;
-    return QeHost::answered([&] {
-        if (const Qeapp::ErrorStatus refusal = QeHost::refusalToAdd(*this, key, object); refusal != Qeapp::eOk)
-            return refusal;
+    if (const auto injected = QeHost::injectedFault("QeDbDictionary::setAt"))
+        return *injected;
+    return QeHost::catchStatus([&] {
+        if (const Qeapp::ErrorStatus status = QeHost::checkAdd(*this, key, object); status != Qeapp::eOk)
+            return status;
         QeHost::ObjectRecord* const replaced = QeHost::putEntry(*this, key, *object);
         id = object->objectId();
         if (replaced != nullptr)
@@ -256,11 +256,11 @@ Qeapp::ErrorStatus QeDbDictionary::setAt(const wchar_t* key, QeDbObject* object,
 Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key, QeDbObjectId& id)
 {
     id.setNull();
-    if (const auto fault = QeHost::injectedFault("QeDbDictionary::remove"))
-        return *fault;
-    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToChange(*this); refusal != Qeapp::eOk)
-        return refusal;
-    return QeHost::answered([&] { return QeHost::removeLiveEntry(*this, key, id); });
+    if (const auto injected = QeHost::injectedFault("QeDbDictionary::remove"))
+        return *injected;
+    if (const Qeapp::ErrorStatus status = QeHost::checkChange(*this); status != Qeapp::eOk)
+        return status;
+    return QeHost::catchStatus([&] { return QeHost::removeLiveEntry(*this, key, id); });
 }
 
 Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key)
@@ -271,19 +271,19 @@ Qeapp::ErrorStatus QeDbDictionary::remove(const wchar_t* key)
 
 Qeapp::ErrorStatus QeDbDictionary::remove(QeDbObjectId id)
 {
-    if (const auto fault = QeHost::injectedFault("QeDbDictionary::remove"))
-        return *fault;
-    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToChange(*this); refusal != Qeapp::eOk)
-        return refusal;
-    return QeHost::answered([&] { return QeHost::removeObject(*this, id); });
+    if (const auto injected = QeHost::injectedFault("QeDbDictionary::remove"))
+        return *injected;
+    if (const Qeapp::ErrorStatus status = QeHost::checkChange(*this); status != Qeapp::eOk)
+        return status;
+    return QeHost::catchStatus([&] { return QeHost::removeObject(*this, id); });
 }
 
 QeDbDictionaryIterator* QeDbDictionary::newIterator() const
 {
-    if (QeHost::isStruck("QeDbDictionary::newIterator") || !imp().canRead())
+    if (QeHost::isFaultInjected("QeDbDictionary::newIterator") || !imp().canRead())
         return nullptr;
     QeDbDictionaryIterator* iterator = nullptr;
-    static_cast<void>(QeHost::answered([&] { // without one, the caller knows that it failed
+    static_cast<void>(QeHost::catchStatus([&] { // without one, the caller knows that it failed
         iterator = new QeHost::DictionaryIterator(*this);
         return Qeapp::eOk;
     }));

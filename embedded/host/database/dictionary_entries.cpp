@@ -33,14 +33,14 @@ ObjectRecord* DictionaryEntries::find(const std::wstring& key) const
     return found != changes_.end() ? found->second : findOriginal(key);
 }
 
-std::wstring DictionaryEntries::storedKeyOf(const ObjectRecord& object) const
+std::wstring DictionaryEntries::findStoredKey(const ObjectRecord& object) const
 {
-    auto [dictionary, key] = dictionary_->database->store->entryOf(object.handle);
+    auto [dictionary, key] = dictionary_->database->store->findOwningEntry(object.handle);
     return dictionary == dictionary_->handle ? std::move(key) : std::wstring();
 }
 
 // An object is in one entry at most, all its life.
-std::wstring DictionaryEntries::keyOf(const ObjectRecord& object) const
+std::wstring DictionaryEntries::findKey(const ObjectRecord& object) const
 {
     if (const std::wstring* key = keyIn(changes_, object))
         return *key;
@@ -48,8 +48,8 @@ std::wstring DictionaryEntries::keyOf(const ObjectRecord& object) const
     if (const std::wstring* original = keyIn(originals_, object))
         key = *original;
     else if (!isComplete() && object.isInFile)
-        key = storedKeyOf(object);
-    return changes_.contains(key) ? std::wstring() : key; // where it was taken out or replaced since
+        key = findStoredKey(object);
+    return changes_.contains(key) ? std::wstring() : key; // empty if it was removed or replaced since
 }
 
 void DictionaryEntries::put(Map&& entry)
@@ -78,7 +78,7 @@ DictionaryEntries::Map DictionaryEntries::all() const
 {
     Map entries = known();
     if (!isComplete()) {
-        for (auto& [key, handle] : dictionary_->database->store->entriesOf(dictionary_->handle)) {
+        for (auto& [key, handle] : dictionary_->database->store->readEntries(dictionary_->handle)) {
             if (!entries.contains(key))
                 entries.emplace(std::move(key), &dictionary_->database->storedEntry(handle, *dictionary_));
         }
@@ -87,14 +87,14 @@ DictionaryEntries::Map DictionaryEntries::all() const
     return entries;
 }
 
-void DictionaryEntries::complete()
+void DictionaryEntries::loadAll()
 {
     if (isComplete())
         return;
-    for (auto& [key, handle] : dictionary_->database->store->entriesOf(dictionary_->handle)) {
+    for (auto& [key, handle] : dictionary_->database->store->readEntries(dictionary_->handle)) {
         if (originals_.contains(key))
             continue;
-        // What was taken out since belongs to nobody.
+        // An entry that was removed since has no owner.
         ObjectRecord& entry = changes_.contains(key) ? dictionary_->database->storedRecord(handle)
                                                      : dictionary_->database->storedEntry(handle, *dictionary_);
         originals_.emplace(std::move(key), &entry);

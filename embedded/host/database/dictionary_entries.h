@@ -1,5 +1,5 @@
-// The entries of a dictionary: what the drawing's file had when it was opened, asked for entry by entry, and what was
-// changed since.
+// The entries of a dictionary: the entries that the drawing's file had when it was opened, which are read one by one,
+// and the changes since.
 #pragma once
 
 #include <map>
@@ -9,44 +9,44 @@ namespace QeHost {
 
 using ObjectRecord = QeDbObjectRecord;
 
-/// An entry whose object is erased stays, so that it is back when the object is unerased; no query of a dictionary
-/// shows it. What asks the file throws StoreFailure.
+/// An entry stays while its object is erased, and is there again when the object is unerased. Queries of a dictionary
+/// leave such entries out. Functions that read the file throw an Error for damage.
 class DictionaryEntries {
 public:
     using Map = std::map<std::wstring, ObjectRecord*>;
 
     /// The object under the key, erased or not; or null.
     ObjectRecord* find(const std::wstring& key) const;
-    /// The key that the object is under; empty when it is under none.
-    std::wstring keyOf(const ObjectRecord& object) const;
-    /// All of them.
+    /// The key of the object, or an empty text for an object without an entry.
+    std::wstring findKey(const ObjectRecord& object) const;
+    /// All entries. Reads the file.
     Map all() const;
-    /// Those that need not be asked for.
+    /// The entries that are known without reading the file.
     Map known() const;
 
-    /// One entry, made before: this needs no memory.
+    /// Adds the one entry of the map. Allocates nothing.
     void put(Map&& entry);
     void remove(const std::wstring& key);
 
-    /// The other entries lie in the file that the dictionary was loaded from.
-    void loadedFrom(ObjectRecord& dictionary) { dictionary_ = &dictionary; }
-    /// Whether nothing is left to ask the file for.
+    /// From now on the entries that are not known are read from the file that the dictionary was loaded from.
+    void loadOnDemandFrom(ObjectRecord& dictionary) { dictionary_ = &dictionary; }
+    /// Whether all entries are known.
     bool isComplete() const { return dictionary_ == nullptr; }
-    /// Takes in every entry that still lies in the file, which is about to lose them.
-    void complete();
-    /// A save is about to change what the file has under the key: before, there was this object, or none for null.
+    /// Reads every entry that is still only in the file. A save is about to remove them there.
+    void loadAll();
+    /// Keeps what the file had under the key before a save changes it: the object, or null for none.
     void keepOriginal(const std::wstring& key, ObjectRecord* object) { originals_.try_emplace(key, object); }
 
-    /// What transactions undo: null for a key whose entry was taken out.
-    Map takeChanges() const { return changes_; }
+    /// What transactions undo: the object of each changed key, or null for a removed entry.
+    Map changes() const { return changes_; }
     void restoreChanges(Map&& changes) noexcept { changes_.swap(changes); }
 
 private:
     ObjectRecord* findOriginal(const std::wstring& key) const;
-    std::wstring storedKeyOf(const ObjectRecord& object) const;
+    std::wstring findStoredKey(const ObjectRecord& object) const;
 
     Map changes_;   // since the drawing was opened
-    Map originals_; // as they were then, of the keys that are no longer so in the file
+    Map originals_; // the entries at that time of the keys that a save has changed in the file
     ObjectRecord* dictionary_ = nullptr;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "embedded/base/case_folding.h"
 #include "embedded/host/database/database.h"
 #include "embedded/host/database/injected_fault.h"
 #include "embedded/host/database/resbuf_chain.h"
@@ -69,15 +70,16 @@ void replace(std::map<ObjectRecord*, Embedded::ResbufValues>& data, Applications
 
 } // namespace
 
-std::vector<std::pair<std::wstring, Embedded::ResbufValues>> extendedDataOf(const QeDbObject& object)
+std::vector<std::pair<std::wstring, Embedded::ResbufValues>> extendedDataByName(const QeDbObject& object)
 {
     std::vector<std::pair<std::wstring, Embedded::ResbufValues>> data;
     for (const auto& [record, chain] : object.imp().state->extendedData) {
         if (isLive(record))
-            data.emplace_back(nameOf(*record), chain);
+            data.emplace_back(recordName(*record), chain);
     }
-    std::sort(data.begin(), data.end(),
-              [](const auto& left, const auto& right) { return foldedName(left.first) < foldedName(right.first); });
+    std::sort(data.begin(), data.end(), [](const auto& left, const auto& right) {
+        return Embedded::toLowerAscii(left.first) < Embedded::toLowerAscii(right.first);
+    });
     return data;
 }
 
@@ -85,11 +87,11 @@ std::vector<std::pair<std::wstring, Embedded::ResbufValues>> extendedDataOf(cons
 
 resbuf* QeDbObject::xData(const wchar_t* appName) const
 {
-    if (QeHost::isStruck("QeDbObject::xData") || !imp_->canRead())
+    if (QeHost::isFaultInjected("QeDbObject::xData") || !imp_->canRead())
         return nullptr;
     QeHost::ChainBuilder chain;
-    for (const auto& [name, values] : QeHost::extendedDataOf(*this)) {
-        if (appName != nullptr && !QeHost::isSameName(appName, name))
+    for (const auto& [name, values] : QeHost::extendedDataByName(*this)) {
+        if (appName != nullptr && !Embedded::equalsIgnoringAsciiCase(appName, name))
             continue;
         if (!chain.append(Embedded::ResbufValue{QeRb::kXdataAppName, name}) || !chain.append(values))
             return nullptr;
@@ -99,8 +101,8 @@ resbuf* QeDbObject::xData(const wchar_t* appName) const
 
 Qeapp::ErrorStatus QeDbObject::setXData(const resbuf* chain)
 {
-    if (const auto fault = QeHost::injectedFault("QeDbObject::setXData"))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("QeDbObject::setXData"))
+        return *injected;
     if (imp_->record == nullptr)
         return Qeapp::eNotInDatabase;
     if (!imp_->canWrite())

@@ -1,4 +1,4 @@
-// An object's extended data as values, for those who show or save it.
+// An object's extended data as values.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace QeHost {
 
-/// By live application, in name order.
-std::vector<std::pair<std::wstring, Embedded::ResbufValues>> extendedDataOf(const QeDbObject& object);
+/// The values of each live application, in the order of the names.
+std::vector<std::pair<std::wstring, Embedded::ResbufValues>> extendedDataByName(const QeDbObject& object);
 
 } // namespace QeHost

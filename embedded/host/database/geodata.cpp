@@ -17,14 +17,14 @@ struct GeoDataState final : ObjectState {
     }
 };
 
-/// Throws StoreFailure.
-Qeapp::ErrorStatus refusalToOwn(ObjectRecord* block)
+/// Throws an Error.
+Qeapp::ErrorStatus checkBlock(ObjectRecord* block)
 {
     if (block == nullptr)
         return Qeapp::eNullObjectId;
     if (!isLive(block))
         return Qeapp::eObjectErased;
-    return loaded(*block).isKindOf(QeDbBlockTableRecord::desc()) ? Qeapp::eOk : Qeapp::eNotThatKindOfClass;
+    return loadObject(*block).isKindOf(QeDbBlockTableRecord::desc()) ? Qeapp::eOk : Qeapp::eNotThatKindOfClass;
 }
 
 } // namespace
@@ -52,8 +52,8 @@ const wchar_t* QeDbGeoData::coordinateSystem() const
 
 Qeapp::ErrorStatus QeDbGeoData::setCoordinateSystem(const wchar_t* text)
 {
-    if (const auto fault = QeHost::injectedFault("QeDbGeoData::setCoordinateSystem"))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("QeDbGeoData::setCoordinateSystem"))
+        return *injected;
     if (!imp().canWrite())
         return Qeapp::eNotOpenForWrite;
     if (text == nullptr)
@@ -69,33 +69,33 @@ QeDbObjectId QeDbGeoData::blockTableRecordId() const
 
 Qeapp::ErrorStatus QeDbGeoData::setBlockTableRecordId(QeDbObjectId id)
 {
-    if (const auto fault = QeHost::injectedFault("QeDbGeoData::setBlockTableRecordId"))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("QeDbGeoData::setBlockTableRecordId"))
+        return *injected;
     if (imp().record != nullptr)
         return Qeapp::eAlreadyInDatabase;
-    return QeHost::answered([&] {
-        const Qeapp::ErrorStatus refusal = QeHost::refusalToOwn(id.record());
-        if (refusal == Qeapp::eOk)
+    return QeHost::catchStatus([&] {
+        const Qeapp::ErrorStatus status = QeHost::checkBlock(id.record());
+        if (status == Qeapp::eOk)
             QeHost::writableStateOf<QeHost::GeoDataState>(*this).block = id;
-        return refusal;
+        return status;
     });
 }
 
 Qeapp::ErrorStatus QeDbGeoData::postToDb(QeDbObjectId& id)
 {
     id.setNull();
-    if (const auto fault = QeHost::injectedFault("QeDbGeoData::postToDb"))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("QeDbGeoData::postToDb"))
+        return *injected;
     if (imp().record != nullptr)
         return Qeapp::eAlreadyInDatabase;
     QeHost::ObjectRecord* block = QeHost::stateOf<QeHost::GeoDataState>(*this).block.record();
-    const Qeapp::ErrorStatus refusal = QeHost::answered([&] { return QeHost::refusalToOwn(block); });
-    if (refusal != Qeapp::eOk)
-        return refusal;
+    const Qeapp::ErrorStatus status = QeHost::catchStatus([&] { return QeHost::checkBlock(block); });
+    if (status != Qeapp::eOk)
+        return status;
     QeHost::DatabaseImp& database = *block->database;
     if (database.geoData() != nullptr)
         return Qeapp::eDuplicateKey;
-    QeHost::makeRoomForOne(database.geoDataObjects);
+    QeHost::reserveOneMore(database.geoDataObjects);
     QeHost::ObjectRecord& record = database.adopt(*this, block);
     database.geoDataObjects.push_back(&record);
     id = QeDbObjectId(&record);
@@ -105,8 +105,8 @@ Qeapp::ErrorStatus QeDbGeoData::postToDb(QeDbObjectId& id)
 Qeapp::ErrorStatus qedbGetGeoDataObjId(QeDbDatabase* database, QeDbObjectId& id)
 {
     id.setNull();
-    if (const auto fault = QeHost::injectedFault("qedbGetGeoDataObjId", Qeapp::eInvalidInput))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("qedbGetGeoDataObjId", Qeapp::eInvalidInput))
+        return *injected;
     if (database == nullptr)
         return Qeapp::eInvalidInput;
     id = QeDbObjectId(database->imp().geoData());

@@ -1,23 +1,17 @@
 #include "embedded/host/database/handle.h"
 
-#include <algorithm>
-#include <array>
-#include <charconv>
+#include "embedded/base/hex.h"
 
 namespace Embedded {
-std::string hexFromHandle(Handle handle)
+
+std::string formatHandle(Handle handle)
 {
-    std::array<char, 2 * sizeof handle> digits{};
-    char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), handle, 16).ptr;
-    std::string text(digits.data(), end);
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char digit) { return digit >= 'a' ? static_cast<char>(digit - 'a' + 'A') : digit; });
-    return text;
+    return upperCaseHex(handle);
 }
 
-std::string placeOf(Handle handle)
+std::string objectPlace(Handle handle)
 {
-    return "object " + hexFromHandle(handle) + ": ";
+    return "object " + formatHandle(handle);
 }
 
 } // namespace Embedded

@@ -1,4 +1,4 @@
-// How a host call learns that it is to fail.
+// Fault injection in the calls of the host.
 #pragma once
 
 #include <optional>
@@ -9,7 +9,7 @@
 
 namespace QeHost {
 
-/// The status to return at once when a failure is planned for the call.
+/// The status that the call must return at once, if a fault is injected into it.
 inline std::optional<Qeapp::ErrorStatus> injectedFault(std::string_view call,
                                                        Qeapp::ErrorStatus failure = Qeapp::eOutOfMemory)
 {
@@ -20,7 +20,7 @@ inline std::optional<Qeapp::ErrorStatus> injectedFault(std::string_view call,
 }
 
 /// The same for calls that have no status to return.
-inline bool isStruck(std::string_view call)
+inline bool isFaultInjected(std::string_view call)
 {
     return injectedFault(call).has_value();
 }

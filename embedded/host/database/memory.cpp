@@ -44,8 +44,8 @@ void releaseBuffer(T*& memory)
 Qeapp::ErrorStatus qeutNewString(const wchar_t* source, wchar_t*& copy)
 {
     copy = nullptr;
-    if (const auto fault = QeHost::injectedFault("qeutNewString"))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("qeutNewString"))
+        return *injected;
     if (source == nullptr)
         return Qeapp::eInvalidInput;
     const std::size_t characters = std::wcslen(source);
@@ -59,8 +59,8 @@ Qeapp::ErrorStatus qeutNewString(const wchar_t* source, wchar_t*& copy)
 Qeapp::ErrorStatus qeutNewBuffer(unsigned char*& buffer, std::size_t lengthInBytes)
 {
     buffer = nullptr;
-    if (const auto fault = QeHost::injectedFault("qeutNewBuffer"))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("qeutNewBuffer"))
+        return *injected;
     if (lengthInBytes == 0)
         return Qeapp::eInvalidInput;
     buffer = static_cast<unsigned char*>(QeHost::newCountedBuffer(lengthInBytes));
@@ -79,7 +79,7 @@ void qeutDelBuffer(unsigned char*& buffer)
 
 void* qeapp_malloc(std::size_t lengthInBytes)
 {
-    if (QeHost::isStruck("qeapp_malloc"))
+    if (QeHost::isFaultInjected("qeapp_malloc"))
         return nullptr;
     void* memory = std::malloc(std::max<std::size_t>(lengthInBytes, 1));
     if (memory != nullptr)
@@ -96,7 +96,7 @@ void qeapp_free(void* memory)
 
 void* qeHeapAlloc(std::size_t lengthInBytes)
 {
-    return QeHost::isStruck("qeHeapAlloc") ? nullptr : QeHost::allocateZeroed(lengthInBytes);
+    return QeHost::isFaultInjected("qeHeapAlloc") ? nullptr : QeHost::allocateZeroed(lengthInBytes);
 }
 
 void qeHeapFree(void* memory)

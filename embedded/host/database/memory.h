@@ -8,10 +8,10 @@
 
 namespace QeHost {
 
-/// Zero-filled memory, or null; not a fallible call of its own. Released with qeHeapFree.
+/// Zero-filled memory, or null. Fault injection does not affect it. Released with qeHeapFree.
 void* allocateZeroed(std::size_t lengthInBytes);
 
-/// A new object of the host's own making, which no planned failure hits; without memory std::bad_alloc.
+/// Makes an object for the host itself. Fault injection does not affect it. Throws std::bad_alloc.
 template <class T>
 T* makeHostObject()
 {

@@ -23,7 +23,7 @@ bool isLive(const ObjectRecord* record)
     return record->object != nullptr ? !record->object->imp().state->erased : record->isStored;
 }
 
-Qeapp::ErrorStatus conflictOf(const ObjectRecord& record, QeDb::OpenMode mode)
+Qeapp::ErrorStatus checkConflict(const ObjectRecord& record, QeDb::OpenMode mode)
 {
     if (record.object == nullptr)
         return Qeapp::eOk;
@@ -35,7 +35,7 @@ Qeapp::ErrorStatus conflictOf(const ObjectRecord& record, QeDb::OpenMode mode)
     return Qeapp::eOk;
 }
 
-QeDbObject& loaded(ObjectRecord& record)
+QeDbObject& loadObject(ObjectRecord& record)
 {
     if (record.object == nullptr)
         record.database->load(record);
@@ -44,7 +44,7 @@ QeDbObject& loaded(ObjectRecord& record)
 
 namespace {
 
-Qeapp::ErrorStatus refusalToOpen(const ObjectRecord* record, QeDb::OpenMode mode, bool openErased)
+Qeapp::ErrorStatus checkOpen(const ObjectRecord* record, QeDb::OpenMode mode, bool openErased)
 {
     if (record == nullptr)
         return Qeapp::eNullObjectId;
@@ -54,17 +54,17 @@ Qeapp::ErrorStatus refusalToOpen(const ObjectRecord* record, QeDb::OpenMode mode
         return Qeapp::eUnknownObjectId;
     if (record->undone || (!openErased && !isLive(record)))
         return Qeapp::eObjectErased;
-    return conflictOf(*record, mode);
+    return checkConflict(*record, mode);
 }
 
 } // namespace
 
-Qeapp::ErrorStatus openRecord(QeDbObject*& object, ObjectRecord* record, QeDb::OpenMode mode, bool openErased)
+Qeapp::ErrorStatus openObject(QeDbObject*& object, ObjectRecord* record, QeDb::OpenMode mode, bool openErased)
 {
     object = nullptr;
-    if (const Qeapp::ErrorStatus refusal = refusalToOpen(record, mode, openErased); refusal != Qeapp::eOk)
-        return refusal;
-    ObjectImp& imp = loaded(*record).imp();
+    if (const Qeapp::ErrorStatus status = checkOpen(record, mode, openErased); status != Qeapp::eOk)
+        return status;
+    ObjectImp& imp = loadObject(*record).imp();
     if (mode == QeDb::kForWrite)
         imp.writing = true;
     else
@@ -99,7 +99,7 @@ bool isRegistered(const ObjectImp& imp, const QeDbObjectReactor* reactor)
     return std::find(imp.reactors.begin(), imp.reactors.end(), reactor) != imp.reactors.end();
 }
 
-/// Goes through a copy: a reactor may come or go while it is told.
+/// Uses a copy of the list: a reactor may add or remove reactors.
 template <class Notice>
 void tellReactors(const QeDbObject& object, Notice notice)
 {
@@ -124,7 +124,7 @@ void notifyErased(const QeDbObject& object, bool erasing)
 
 namespace {
 
-/// Ends the writer's turn; whoever asked to hear of changes hears of this one while the object can still be queried.
+/// Notifies the reactors while the object can still be queried, and ends the opening for write.
 void endWriting(const QeDbObject& object)
 {
     ObjectImp& imp = object.imp();
@@ -134,7 +134,7 @@ void endWriting(const QeDbObject& object)
 }
 
 /// An object that comes back must not collide with what took its place meanwhile.
-Qeapp::ErrorStatus refusalToUnerase(const QeDbObject& object)
+Qeapp::ErrorStatus checkUnerase(const QeDbObject& object)
 {
     const ObjectRecord& record = *object.imp().record;
     if (record.undone)
@@ -146,7 +146,7 @@ Qeapp::ErrorStatus refusalToUnerase(const QeDbObject& object)
     return Qeapp::eOk;
 }
 
-Qeapp::ErrorStatus refusalToErase(const QeDbObject& object, bool erasing)
+Qeapp::ErrorStatus checkErase(const QeDbObject& object, bool erasing)
 {
     const ObjectImp& imp = object.imp();
     if (imp.record == nullptr)
@@ -154,7 +154,7 @@ Qeapp::ErrorStatus refusalToErase(const QeDbObject& object, bool erasing)
     if (!imp.canWrite())
         return Qeapp::eNotOpenForWrite;
     if (!erasing)
-        return refusalToUnerase(object);
+        return checkUnerase(object);
     return imp.record->database->isIndispensable(*imp.record) ? Qeapp::eNotApplicable : Qeapp::eOk;
 }
 
@@ -222,8 +222,8 @@ Qeapp::ErrorStatus QeDbObject::close()
 
 Qeapp::ErrorStatus QeDbObject::upgradeOpen()
 {
-    if (const auto fault = QeHost::injectedFault("QeDbObject::upgradeOpen", Qeapp::eOpenForRead))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("QeDbObject::upgradeOpen", Qeapp::eOpenForRead))
+        return *injected;
     if (imp_->record == nullptr)
         return Qeapp::eNotInDatabase;
     if (imp_->writing)
@@ -239,8 +239,8 @@ Qeapp::ErrorStatus QeDbObject::upgradeOpen()
 
 Qeapp::ErrorStatus QeDbObject::downgradeOpen()
 {
-    if (const auto fault = QeHost::injectedFault("QeDbObject::downgradeOpen"))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("QeDbObject::downgradeOpen"))
+        return *injected;
     if (imp_->record == nullptr)
         return Qeapp::eNotInDatabase;
     if (!imp_->writing)
@@ -252,12 +252,12 @@ Qeapp::ErrorStatus QeDbObject::downgradeOpen()
 
 Qeapp::ErrorStatus QeDbObject::erase(bool erasing)
 {
-    if (const auto fault = QeHost::injectedFault("QeDbObject::erase"))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("QeDbObject::erase"))
+        return *injected;
     if (imp_->record != nullptr && imp_->writing && imp_->state->erased == erasing && !imp_->record->undone)
         return Qeapp::eOk;
-    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToErase(*this, erasing); refusal != Qeapp::eOk)
-        return refusal;
+    if (const Qeapp::ErrorStatus status = QeHost::checkErase(*this, erasing); status != Qeapp::eOk)
+        return status;
     QeHost::writableStateOf<QeHost::ObjectState>(*this).erased = erasing;
     QeHost::notifyErased(*this, erasing);
     return Qeapp::eOk;
@@ -320,9 +320,9 @@ std::uint64_t QeDbObjectId::handle() const
 Qeapp::ErrorStatus qedbOpenQeDbObject(QeDbObject*& object, QeDbObjectId id, QeDb::OpenMode mode, bool openErased)
 {
     object = nullptr;
-    if (const auto fault = QeHost::injectedFault("qedbOpenQeDbObject", Qeapp::eOpenForWrite))
-        return *fault;
-    return QeHost::answered([&] { return QeHost::openRecord(object, id.record(), mode, openErased); });
+    if (const auto injected = QeHost::injectedFault("qedbOpenQeDbObject", Qeapp::eOpenForWrite))
+        return *injected;
+    return QeHost::catchStatus([&] { return QeHost::openObject(object, id.record(), mode, openErased); });
 }
 
 QeDbObjectReactor::~QeDbObjectReactor() = default;

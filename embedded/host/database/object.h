@@ -1,4 +1,4 @@
-// The host's record of an object, and the identity that outlives its erasure.
+// An object of a drawing: its record, which ids refer to, and what the host knows of it while it is in memory.
 #pragma once
 
 #include <cstdint>
@@ -8,18 +8,18 @@
 #include "embedded/host/database/object_state.h"
 #include "platform/host/object.h"
 
-/// What an object id points at; owned by the database for as long as the database lives, and then by its ids.
+/// What an object id points at. The database owns it; after the database is destroyed the ids share it.
 struct QeDbObjectRecord {
-    QeDbDatabaseImp* database = nullptr; // null once it is gone
+    QeDbDatabaseImp* database = nullptr; // null after it was destroyed
     std::uint64_t handle = 0;
     QeDbObject* object = nullptr; // null before it is loaded, and after a client deleted it instead of closing it
-    std::uint64_t listedBy = 0;   // the dictionary that has it as an entry, if that was looked at before it was loaded
-    bool isStored = false;        // waits in the drawing's file to be loaded
+    std::uint64_t listedBy = 0;   // the dictionary whose entry it is, if the entry was read before the object
+    bool isStored = false;        // is in the drawing's file and not loaded yet
     bool isInFile = false;        // the drawing's file has it
     bool isChanged = false;       // since the drawing was last loaded or saved
-    bool undone = false;          // its creation was undone: erased for good
-    std::size_t ids = 0;          // how many name it
-    std::size_t position = 0;     // among the database's
+    bool undone = false;          // its creation was undone; it cannot be unerased
+    std::size_t ids = 0;          // the number of ids
+    std::size_t position = 0;     // in the database's list
 };
 
 struct QeDbObjectImp {
@@ -40,27 +40,27 @@ namespace QeHost {
 using DatabaseImp = QeDbDatabaseImp;
 using ObjectImp = QeDbObjectImp;
 
-/// Whether the record's object is there and not erased; false for null.
+/// Whether the record's object exists and is not erased. False for null.
 bool isLive(const ObjectRecord* record);
 
-/// Ends one id.
+/// Must be called when an id is destroyed.
 void releaseId(ObjectRecord& record);
 
-/// The record's object, which may have to be loaded first: StoreFailure. Not for one that is gone.
-QeDbObject& loaded(ObjectRecord& record);
+/// Returns the record's object and loads it if necessary. Throws an Error for damage. The object must exist.
+QeDbObject& loadObject(ObjectRecord& record);
 
-/// eOk when nobody has the object open; otherwise the status that refuses a second opener.
-Qeapp::ErrorStatus conflictOf(const ObjectRecord& record, QeDb::OpenMode mode);
+/// eOk if the object can be opened in the mode, otherwise eOpenForRead or eOpenForWrite.
+Qeapp::ErrorStatus checkConflict(const ObjectRecord& record, QeDb::OpenMode mode);
 
-/// Opens without being a fallible call of its own. Throws StoreFailure for what cannot be loaded.
-Qeapp::ErrorStatus openRecord(QeDbObject*& object, ObjectRecord* record, QeDb::OpenMode mode, bool openErased = false);
+/// Opens an object. Fault injection does not affect it. Throws an Error for damage.
+Qeapp::ErrorStatus openObject(QeDbObject*& object, ObjectRecord* record, QeDb::OpenMode mode, bool openErased = false);
 
-/// Tell the object's reactors, those that unregister meanwhile excepted.
+/// Notify the object's reactors, except those that are removed during the notification.
 void notifyModified(const QeDbObject& object);
 void notifyErased(const QeDbObject& object, bool erasing);
 
-/// Keeps what the object holds for the innermost transaction and marks it modified, for its reactors and for the next
-/// save.
+/// Must be called before an object is changed. Saves its state for the innermost transaction and marks it as modified
+/// for its reactors and for the next save.
 void prepareToWrite(ObjectImp& imp);
 
 template <class State>

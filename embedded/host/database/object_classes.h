@@ -1,4 +1,4 @@
-// The classes of which a drawing can hold objects.
+// The classes whose objects a drawing can hold.
 #pragma once
 
 #include <string_view>
@@ -9,14 +9,14 @@ namespace QeHost {
 
 struct ObjectClass {
     QeRxClass* (*desc)();
-    QeDbObject* (*make)(); // an object of the host's own making, in no database yet; without memory std::bad_alloc
-    QeRxClass* (*owner)(); // of which class an object's owner is, unless the object is a root; null: it is always one
+    QeDbObject* (*make)(); // makes an object that is in no database yet; throws std::bad_alloc
+    QeRxClass* (*owner)(); // the class of an object's owner; null for a class whose objects are roots
 };
 
 /// Null for a class that no drawing can hold.
 const ObjectClass* findClass(std::wstring_view name);
 
-/// Whether a drawing can hold the object below an owner of the class.
+/// Whether objects of the class can own the object.
 bool canBelongTo(const QeDbObject& object, const QeRxClass* ownersClass);
 
 } // namespace QeHost

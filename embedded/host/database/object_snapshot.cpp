@@ -4,14 +4,14 @@
 
 namespace QeHost {
 
-class ObjectSnapshot::Taker final : public FieldVisitor {
+class ObjectSnapshot::Saver final : public FieldVisitor {
 public:
-    explicit Taker(std::vector<Field>& fields) : fields_(fields) {}
+    explicit Saver(std::vector<Field>& fields) : fields_(fields) {}
 
     void text(std::string_view /*field*/, std::wstring& text) override { fields_.emplace_back(text); }
     void reference(std::string_view /*field*/, QeDbObjectId& object) override { fields_.emplace_back(object); }
     void values(Embedded::ResbufValues& values) override { fields_.emplace_back(values); }
-    void entries(DictionaryEntries& entries) override { fields_.emplace_back(entries.takeChanges()); }
+    void entries(DictionaryEntries& entries) override { fields_.emplace_back(entries.changes()); }
     void records(std::vector<ObjectRecord*>& records) override { fields_.emplace_back(records); }
     void extendedData(ExtendedData& data) override { fields_.emplace_back(data); }
 
@@ -19,23 +19,26 @@ private:
     std::vector<Field>& fields_;
 };
 
-class ObjectSnapshot::Giver final : public FieldVisitor {
+class ObjectSnapshot::Restorer final : public FieldVisitor {
 public:
-    explicit Giver(std::vector<Field>& fields) : next_(fields.begin()) {}
+    explicit Restorer(std::vector<Field>& fields) : next_(fields.begin()) {}
 
-    void text(std::string_view /*field*/, std::wstring& text) override { text.swap(taken<std::wstring>()); }
-    void reference(std::string_view /*field*/, QeDbObjectId& object) override { object = taken<QeDbObjectId>(); }
-    void values(Embedded::ResbufValues& values) override { values.swap(taken<Embedded::ResbufValues>()); }
+    void text(std::string_view /*field*/, std::wstring& text) override { text.swap(nextField<std::wstring>()); }
+    void reference(std::string_view /*field*/, QeDbObjectId& object) override { object = nextField<QeDbObjectId>(); }
+    void values(Embedded::ResbufValues& values) override { values.swap(nextField<Embedded::ResbufValues>()); }
     void entries(DictionaryEntries& entries) override
     {
-        entries.restoreChanges(std::move(taken<DictionaryEntries::Map>()));
+        entries.restoreChanges(std::move(nextField<DictionaryEntries::Map>()));
     }
-    void records(std::vector<ObjectRecord*>& records) override { records.swap(taken<std::vector<ObjectRecord*>>()); }
-    void extendedData(ExtendedData& data) override { data.swap(taken<ExtendedData>()); }
+    void records(std::vector<ObjectRecord*>& records) override
+    {
+        records.swap(nextField<std::vector<ObjectRecord*>>());
+    }
+    void extendedData(ExtendedData& data) override { data.swap(nextField<ExtendedData>()); }
 
 private:
     template <class T>
-    T& taken()
+    T& nextField()
     {
         return *std::get_if<T>(&*next_++);
     }
@@ -45,22 +48,22 @@ private:
 
 ObjectSnapshot::ObjectSnapshot(ObjectState& state) : owner_(state.owner), erased_(state.erased)
 {
-    Taker taker(fields_);
-    state.visitAll(taker);
+    Saver saver(fields_);
+    state.visitAll(saver);
 }
 
 void ObjectSnapshot::restore(ObjectState& state) noexcept
 {
     state.owner = owner_;
     state.erased = erased_;
-    Giver giver(fields_);
-    state.visitAll(giver);
+    Restorer restorer(fields_);
+    state.visitAll(restorer);
     fields_.clear();
 }
 
 namespace {
 
-class ReferenceEnder final : public FieldVisitor {
+class ReferenceClearer final : public FieldVisitor {
 public:
     void text(std::string_view /*field*/, std::wstring& /*text*/) override {}
     void reference(std::string_view /*field*/, QeDbObjectId& object) override { object.setNull(); }
@@ -75,8 +78,8 @@ public:
 void detach(ObjectState& state) noexcept
 {
     state.owner = nullptr;
-    ReferenceEnder ender;
-    state.visitAll(ender);
+    ReferenceClearer clearer;
+    state.visitAll(clearer);
 }
 
 } // namespace QeHost

@@ -1,4 +1,4 @@
-// What an object held at one moment, for a transaction to put back.
+// The state of an object at one moment, which a transaction restores when it is aborted.
 #pragma once
 
 #include <string>
@@ -12,21 +12,21 @@ namespace QeHost {
 class ObjectSnapshot {
 public:
     explicit ObjectSnapshot(ObjectState& state);
-    /// Puts all of it back into the same object, and is empty afterwards.
+    /// Restores the state of the same object. The snapshot is empty afterwards.
     void restore(ObjectState& state) noexcept;
 
 private:
     using Field = std::variant<std::wstring, QeDbObjectId, Embedded::ResbufValues, DictionaryEntries::Map,
                                std::vector<ObjectRecord*>, ExtendedData>;
-    class Taker;
-    class Giver;
+    class Saver;
+    class Restorer;
 
     ObjectRecord* owner_;
     bool erased_;
     std::vector<Field> fields_; // in the order in which the class lists them
 };
 
-/// Ends all references to other objects, which may be gone before this one.
+/// Clears all references to other objects, which may be destroyed before this one.
 void detach(ObjectState& state) noexcept;
 
 } // namespace QeHost

@@ -17,21 +17,22 @@ namespace QeHost {
 using ObjectRecord = QeDbObjectRecord;
 using ObjectState = QeDbObjectState;
 
-/// By the application's record, so that the data follows a renamed application and vanishes with an erased one.
+/// By the application's record: the data belongs to the application when it is renamed, and is hidden when it is
+/// erased.
 using ExtendedData = std::map<ObjectRecord*, Embedded::ResbufValues>;
 
-/// A kind of field a function. `field` is the name under which a drawing file keeps it; an object has one field at most
-/// of each kind without a name.
+/// Has one function for each kind of field. `field` is the name of the field in a drawing file. An object has at most
+/// one field of each kind without a name.
 class FieldVisitor {
 public:
     virtual ~FieldVisitor() = default;
     virtual void text(std::string_view field, std::wstring& text) = 0;
-    /// Another object, which this one does not own.
+    /// A reference to an object that this one does not own.
     virtual void reference(std::string_view field, QeDbObjectId& object) = 0;
     virtual void values(Embedded::ResbufValues& values) = 0;
-    /// Objects that this one owns, by key.
+    /// The objects that this one owns, by key.
     virtual void entries(DictionaryEntries& entries) = 0;
-    /// Objects that this one owns, which have names of their own.
+    /// The objects that this one owns and that have names of their own.
     virtual void records(std::vector<ObjectRecord*>& records) = 0;
     virtual void extendedData(ExtendedData& data) = 0;
 };
@@ -50,7 +51,7 @@ struct QeDbObjectState {
 
     /// The fields of the class.
     virtual void visit(QeHost::FieldVisitor& visitor) = 0;
-    /// Those that every object has, too.
+    /// The fields of the class and those that every object has.
     void visitAll(QeHost::FieldVisitor& visitor)
     {
         visit(visitor);

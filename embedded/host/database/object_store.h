@@ -1,4 +1,4 @@
-// Where the objects of a drawing lie that are not in memory yet: the face of a drawing file to the object model.
+// How the object model reads the objects of a drawing file.
 #pragma once
 
 #include <cstdint>
@@ -6,51 +6,35 @@
 #include <utility>
 #include <vector>
 
-#include "embedded/host/database/file_result.h"
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/database/object_state.h"
 
 namespace QeHost {
 
-/// Thrown when something cannot be read; the calls of the host answer its status. The message names the place.
-struct StoreFailure {
-    Embedded::FileResult result;
-};
-
-/// What a call of the host answers: the status of `body`, or of what stopped it.
-template <class Body>
-Qeapp::ErrorStatus answered(Body body)
-{
-    try {
-        return body();
-    } catch (const StoreFailure& failure) {
-        return failure.result.status;
-    }
-}
-
-/// What is known of an object before its fields are read.
+/// What an object's own row says, before its fields are read.
 struct StoredObject {
     std::wstring className;
     Embedded::Handle owner = 0;
 };
 
-/// Every call throws StoreFailure for damage, for a file that was changed since it was opened, and for one that another
-/// process keeps too long.
+/// Every function throws an ErrorException for damage, for a file that was changed since it was opened, and for a file
+/// that another process locks for too long.
 class ObjectStore {
 public:
     virtual ~ObjectStore() = default;
-    virtual StoredObject look(Embedded::Handle object) = 0;
-    /// Fills the fields of an object that was looked at.
+    virtual StoredObject lookUp(Embedded::Handle object) = 0;
+    /// Reads the fields of an object.
     virtual void load(ObjectRecord& object, ObjectState& state) = 0;
-    /// The object under the key; 0 for none.
+    /// The object under the key, or 0.
     virtual Embedded::Handle findEntry(Embedded::Handle dictionary, const std::wstring& key) = 0;
-    virtual std::vector<std::pair<std::wstring, Embedded::Handle>> entriesOf(Embedded::Handle dictionary) = 0;
-    /// The dictionary and the key that the object is under; 0 and an empty key where it is under none.
-    virtual std::pair<Embedded::Handle, std::wstring> entryOf(Embedded::Handle object) = 0;
-    /// Whose extended data names the application.
-    virtual std::vector<Embedded::Handle> usersOf(Embedded::Handle application) = 0;
+    virtual std::vector<std::pair<std::wstring, Embedded::Handle>> readEntries(Embedded::Handle dictionary) = 0;
+    /// The dictionary and the key of the object's entry, or 0 and an empty key.
+    virtual std::pair<Embedded::Handle, std::wstring> findOwningEntry(Embedded::Handle object) = 0;
+    /// The objects with extended data of the application.
+    virtual std::vector<Embedded::Handle> findApplicationUsers(Embedded::Handle application) = 0;
 
-    /// Throws a StoreFailure for damage that the object model has found; `fault` begins with the place.
-    [[noreturn]] virtual void refuse(const std::string& fault) = 0;
+    /// Throws an Error for damage of the object. The store then refuses every other call.
+    [[noreturn]] virtual void throwDamage(Embedded::Handle object, const std::string& message) = 0;
 };
 
 } // namespace QeHost

@@ -101,7 +101,7 @@ QeRb::ValueKind qeutValueKind(int groupCode)
 
 resbuf* qeutNewRb(int groupCode)
 {
-    if (QeHost::isStruck("qeutNewRb") || qeutValueKind(groupCode) == QeRb::ValueKind::none)
+    if (QeHost::isFaultInjected("qeutNewRb") || qeutValueKind(groupCode) == QeRb::ValueKind::none)
         return nullptr;
     auto* item = new (std::nothrow) resbuf;
     if (item == nullptr)
@@ -114,7 +114,7 @@ resbuf* qeutNewRb(int groupCode)
 
 resbuf* qeutBuildList(int groupCode, ...)
 {
-    if (QeHost::isStruck("qeutBuildList"))
+    if (QeHost::isFaultInjected("qeutBuildList"))
         return nullptr;
     QeHost::ChainBuilder chain;
     QeHost::Arguments arguments;
@@ -126,7 +126,7 @@ resbuf* qeutBuildList(int groupCode, ...)
 
 resbuf* qeutCopyRb(const resbuf* chain)
 {
-    if (QeHost::isStruck("qeutCopyRb"))
+    if (QeHost::isFaultInjected("qeutCopyRb"))
         return nullptr;
     const std::optional<Embedded::ResbufValues> values = QeHost::valuesOf(chain);
     QeHost::ChainBuilder copy;

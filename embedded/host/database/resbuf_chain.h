@@ -1,4 +1,4 @@
-// Between resbuf chains, which clients hold, and values, which objects hold.
+// Conversion between resbuf chains, which clients use, and values, which objects hold.
 #pragma once
 
 #include <memory>
@@ -9,10 +9,10 @@
 
 namespace QeHost {
 
-/// A resbuf chain under construction; releases what was not handed out.
+/// Builds a resbuf chain. Releases the chain unless `release` was called.
 class ChainBuilder {
 public:
-    /// Appends a resbuf with the value; false without memory or for a value that its group code does not carry.
+    /// Appends a resbuf with the value. False when memory is short or the group code cannot have the value.
     bool append(const Embedded::ResbufValue& value);
     bool append(const Embedded::ResbufValues& values);
     resbuf* release();
@@ -25,8 +25,8 @@ private:
     resbuf* last_ = nullptr;
 };
 
-/// The value of one resbuf, a null string being an empty one; nothing for a group code that the host does not store
-/// and for a chunk without bytes of its length.
+/// The value of one resbuf. A null string counts as an empty one. Nothing for a group code that the host does not store
+/// and for a chunk whose length does not fit its bytes.
 std::optional<Embedded::ResbufValue> valueOf(const resbuf& item);
 /// The values of a whole chain.
 std::optional<Embedded::ResbufValues> valuesOf(const resbuf* chain);

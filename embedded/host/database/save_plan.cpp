@@ -15,7 +15,7 @@ bool isInDrawing(const DatabaseImp& database, const ObjectRecord& record)
 {
     const ObjectRecord* each = &record;
     for (; isLive(each) && !database.isRoot(*each); each = each->object->imp().state->owner) {
-        if (each->object == nullptr) // stored: with its owners it was read from the file
+        if (each->object == nullptr) // not loaded, so in the file with its owners
             return true;
     }
     return isLive(each);
@@ -34,11 +34,11 @@ public:
     SavePlan plan()
     {
         sort();
-        plan_.removed.assign(database_.leftBehind.begin(), database_.leftBehind.end());
-        for (ObjectRecord* const record : leaving_)
-            leave(*record);
-        for (std::size_t next = 0; next < arriving_.size(); ++next)
-            addWithOwners(*arriving_[next]);
+        plan_.removedHandles.assign(database_.destroyedHandles.begin(), database_.destroyedHandles.end());
+        for (ObjectRecord* const record : toRemove_)
+            removeTree(*record);
+        for (std::size_t next = 0; next < toWrite_.size(); ++next)
+            addWithOwners(*toWrite_[next]);
         return std::move(plan_);
     }
 
@@ -49,40 +49,40 @@ private:
             if (!record->isChanged)
                 continue;
             if (isInDrawing(database_, *record))
-                arriving_.push_back(record.get());
+                toWrite_.push_back(record.get());
             else if (record->isInFile)
-                leaving_.push_back(record.get());
+                toRemove_.push_back(record.get());
         }
         sortGeoData();
     }
 
-    /// Which its block does not list: where something leaves the drawing, its block may.
+    /// A block does not list its GeoData object. The block may be among the objects that leave the drawing.
     void sortGeoData()
     {
         ObjectRecord* const geoData = database_.geoData();
         if (geoData == nullptr || geoData->isChanged)
             return;
-        if (geoData->isStored && !leaving_.empty())
-            loaded(*geoData);
+        if (geoData->isStored && !toRemove_.empty())
+            loadObject(*geoData);
         if (!isInDrawing(database_, *geoData))
-            leaving_.push_back(geoData);
+            toRemove_.push_back(geoData);
         else if (!geoData->isInFile)
-            arriving_.push_back(geoData);
+            toWrite_.push_back(geoData);
     }
 
-    void leave(ObjectRecord& top)
+    void removeTree(ObjectRecord& top)
     {
-        if (!top.isInFile || left_.contains(&top))
+        if (!top.isInFile || removed_.contains(&top))
             return;
-        keepEntry(top);
-        plan_.removed.push_back(top.handle);
+        keepOriginalEntry(top);
+        plan_.removedHandles.push_back(top.handle);
         for (std::vector<ObjectRecord*> found{&top}; !found.empty();) {
             ObjectRecord& record = *found.back();
             found.pop_back();
-            if (!left_.insert(&record).second)
+            if (!removed_.insert(&record).second)
                 continue;
-            plan_.left.push_back(&record);
-            bringIn(record);
+            plan_.removedObjects.push_back(&record);
+            loadBeforeRemoval(record);
             const DictionaryEntries* const entries = entriesOf(record);
             if (entries == nullptr)
                 continue;
@@ -93,29 +93,29 @@ private:
         }
     }
 
-    /// Loads what the file is about to lose with the object.
-    void bringIn(ObjectRecord& record)
+    /// Loads what is removed from the file with the object.
+    void loadBeforeRemoval(ObjectRecord& record)
     {
         if (record.isStored)
-            loaded(record);
+            loadObject(record);
         if (DictionaryEntries* const entries = entriesOf(record))
-            entries->complete();
+            entries->loadAll();
         if (database_.store == nullptr)
             return;
-        for (const Embedded::Handle user : database_.store->usersOf(record.handle)) {
-            if (database_.leftBehind.contains(user)) // it was destroyed; there may be a new object of that handle
+        for (const Embedded::Handle user : database_.store->findApplicationUsers(record.handle)) {
+            if (database_.destroyedHandles.contains(user)) // destroyed; a new object may have its handle
                 continue;
             ObjectRecord& each = database_.storedRecord(user);
             if (each.isStored)
-                loaded(each);
-            arriving_.push_back(&each); // without the extended data of an application that leaves
+                loadObject(each);
+            toWrite_.push_back(&each); // without the extended data of the removed application
         }
     }
 
-    /// So that the dictionary knows what it had when the file has it no more.
-    void keepEntry(ObjectRecord& record)
+    /// Lets the dictionary keep the entry that is removed from the file.
+    void keepOriginalEntry(ObjectRecord& record)
     {
-        const auto [handle, key] = database_.store->entryOf(record.handle);
+        const auto [handle, key] = database_.store->findOwningEntry(record.handle);
         if (handle == 0)
             return;
         if (DictionaryEntries* const entries = entriesOf(database_.storedRecord(handle)))
@@ -137,7 +137,7 @@ private:
 
     static ObjectRecord* ownerOf(const ObjectRecord& record) { return record.object->imp().state->owner; }
 
-    bool isKept(const ObjectRecord& record) const { return record.isInFile && !left_.contains(&record); }
+    bool isKept(const ObjectRecord& record) const { return record.isInFile && !removed_.contains(&record); }
 
     void add(ObjectRecord& record)
     {
@@ -150,10 +150,10 @@ private:
         const ObjectRecord* const owner = ownerOf(record);
         const bool isRecord = owner != nullptr && owner->object->isKindOf(QeDbSymbolTable::desc());
         plan_.written.push_back({&record, keyOf(record), isRecord});
-        bringBack(record);
+        addDependents(record);
     }
 
-    /// Of an entry that the file does not have yet, and that is in memory therefore.
+    /// The key of a new entry, which is therefore in memory.
     std::wstring keyOf(const ObjectRecord& record)
     {
         ObjectRecord* const owner = ownerOf(record);
@@ -170,28 +170,28 @@ private:
         return key;
     }
 
-    /// What an object that comes back owns, and whose extended data an application brings back.
-    void bringBack(ObjectRecord& record)
+    /// Adds what a restored object owns, and the objects with extended data of a restored application.
+    void addDependents(ObjectRecord& record)
     {
         if (const DictionaryEntries* const entries = entriesOf(record)) {
             for (const auto& [key, entry] : entries->all()) {
                 if (isLive(entry))
-                    arriving_.push_back(entry);
+                    toWrite_.push_back(entry);
             }
         }
         if (!record.object->isKindOf(QeDbRegAppTableRecord::desc()))
             return;
         for (const auto& each : database_.objectRecords) {
             if (each->object != nullptr && each->object->imp().state->extendedData.contains(&record))
-                arriving_.push_back(each.get());
+                toWrite_.push_back(each.get());
         }
     }
 
     DatabaseImp& database_;
     SavePlan plan_;
-    std::vector<ObjectRecord*> arriving_;
-    std::vector<ObjectRecord*> leaving_;
-    std::unordered_set<const ObjectRecord*> left_;
+    std::vector<ObjectRecord*> toWrite_;
+    std::vector<ObjectRecord*> toRemove_;
+    std::unordered_set<const ObjectRecord*> removed_;
     std::unordered_set<const ObjectRecord*> planned_;
     std::unordered_map<const ObjectRecord*, std::unordered_map<const ObjectRecord*, std::wstring>>
         keys_; // by dictionary and entry
@@ -199,23 +199,23 @@ private:
 
 } // namespace
 
-SavePlan planSave(DatabaseImp& database)
+Embedded::Expected<SavePlan> planSave(DatabaseImp& database)
 {
-    return Planner(database).plan();
+    return Embedded::catchError([&] { return Planner(database).plan(); });
 }
 
-void noteSaved(DatabaseImp& database, const SavePlan& plan) noexcept
+void markSaved(DatabaseImp& database, const SavePlan& plan) noexcept
 {
     for (const auto& record : database.objectRecords)
         record->isChanged = false;
-    for (ObjectRecord* const record : plan.left)
+    for (ObjectRecord* const record : plan.removedObjects)
         record->isInFile = false;
     for (const SavePlan::Written& written : plan.written)
         written.object->isInFile = true;
-    database.leftBehind.clear();
+    database.destroyedHandles.clear();
 }
 
-ObjectRecord* savedGeoData(const DatabaseImp& database)
+ObjectRecord* geoDataInDrawing(const DatabaseImp& database)
 {
     ObjectRecord* const geoData = database.geoData();
     return geoData != nullptr && isInDrawing(database, *geoData) ? geoData : nullptr;

@@ -1,4 +1,4 @@
-// What a save has to change in a drawing's file.
+// What a save changes in a drawing's file.
 #pragma once
 
 #include <string>
@@ -11,23 +11,23 @@ namespace QeHost {
 struct SavePlan {
     struct Written {
         ObjectRecord* object = nullptr;
-        std::wstring key;      // of the entry that the file does not have yet; empty for an object without one
-        bool isRecord = false; // of a table, which the file does not have yet
+        std::wstring key;      // of a new entry; empty for an object that needs none
+        bool isRecord = false; // whether it is a new record of a table
     };
 
-    std::vector<Embedded::Handle> removed; // from the file, each with all that it owns there
-    std::vector<ObjectRecord*> left;       // what is known of those
-    std::vector<Written> written;          // owners before what they own
+    std::vector<Embedded::Handle> removedHandles; // of the objects to remove from the file with all that they own
+    std::vector<ObjectRecord*> removedObjects;    // the records of all of those
+    std::vector<Written> written;                 // owners come first
 };
 
-/// Compares what was changed since the last save with what the file has. What leaves the file and could come back is
-/// loaded first. Throws StoreFailure.
-SavePlan planSave(DatabaseImp& database);
+/// Compares the changes since the last save with the file. Loads the objects that leave the file and could come back,
+/// which may fail.
+Embedded::Expected<SavePlan> planSave(DatabaseImp& database);
 
-/// After the plan was carried out in the drawing's own file.
-void noteSaved(DatabaseImp& database, const SavePlan& plan) noexcept;
+/// Must be called after the plan was carried out in the drawing's own file.
+void markSaved(DatabaseImp& database, const SavePlan& plan) noexcept;
 
-/// The drawing's GeoData object, if the drawing has it: its block may be gone. Or null.
-ObjectRecord* savedGeoData(const DatabaseImp& database);
+/// The drawing's GeoData object, or null. It is not in the drawing if its block is erased.
+ObjectRecord* geoDataInDrawing(const DatabaseImp& database);
 
 } // namespace QeHost

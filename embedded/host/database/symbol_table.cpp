@@ -2,36 +2,15 @@
 
 #include <algorithm>
 
+#include "embedded/base/case_folding.h"
 #include "embedded/host/database/database.h"
 #include "embedded/host/database/injected_fault.h"
 #include "platform/host/database.h"
 #include "platform/host/symbol_table.h"
 
 namespace QeHost {
-namespace {
 
-/// Only the letters A to Z have two cases: what counts as the same name in a file must not depend on a locale.
-constexpr wchar_t folded(wchar_t character)
-{
-    return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character - L'A' + L'a') : character;
-}
-
-} // namespace
-
-std::wstring foldedName(std::wstring_view name)
-{
-    std::wstring result(name);
-    std::transform(result.begin(), result.end(), result.begin(), folded);
-    return result;
-}
-
-bool isSameName(std::wstring_view left, std::wstring_view right)
-{
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](wchar_t one, wchar_t other) { return folded(one) == folded(other); });
-}
-
-const std::wstring& nameOf(const ObjectRecord& record)
+const std::wstring& recordName(const ObjectRecord& record)
 {
     return stateOf<SymbolRecordState>(*record.object).name;
 }
@@ -40,7 +19,8 @@ ObjectRecord* findRecord(const ObjectRecord& table, std::wstring_view name)
 {
     const auto& records = stateOf<SymbolTableState>(*table.object).records;
     const auto found = std::find_if(records.begin(), records.end(), [name](const ObjectRecord* record) {
-        return record->object != nullptr && isLive(record) && isSameName(nameOf(*record), name);
+        return record->object != nullptr && isLive(record) &&
+               Embedded::equalsIgnoringAsciiCase(recordName(*record), name);
     });
     return found != records.end() ? *found : nullptr;
 }
@@ -48,14 +28,14 @@ ObjectRecord* findRecord(const ObjectRecord& table, std::wstring_view name)
 namespace {
 
 /// Whether the record may not get the name because its table has it already.
-bool isTakenByAnother(const ObjectRecord& record, std::wstring_view name)
+bool isNameUsedByOther(const ObjectRecord& record, std::wstring_view name)
 {
     const ObjectRecord* table = record.object->imp().state->owner;
     const ObjectRecord* holder = findRecord(*table, name);
     return holder != nullptr && holder != &record;
 }
 
-Qeapp::ErrorStatus refusalToRename(const ObjectImp& imp, const wchar_t* name)
+Qeapp::ErrorStatus checkRename(const ObjectImp& imp, const wchar_t* name)
 {
     if (!imp.canWrite())
         return Qeapp::eNotOpenForWrite;
@@ -65,10 +45,10 @@ Qeapp::ErrorStatus refusalToRename(const ObjectImp& imp, const wchar_t* name)
         return Qeapp::eOk;
     if (imp.record->database->isIndispensable(*imp.record))
         return Qeapp::eNotApplicable;
-    return isTakenByAnother(*imp.record, name) ? Qeapp::eDuplicateKey : Qeapp::eOk;
+    return isNameUsedByOther(*imp.record, name) ? Qeapp::eDuplicateKey : Qeapp::eOk;
 }
 
-Qeapp::ErrorStatus refusalToAdd(const ObjectImp& table, const QeDbSymbolTableRecord* record)
+Qeapp::ErrorStatus checkAdd(const ObjectImp& table, const QeDbSymbolTableRecord* record)
 {
     if (table.record == nullptr)
         return Qeapp::eNotInDatabase;
@@ -88,7 +68,7 @@ Qeapp::ErrorStatus refusalToAdd(const ObjectImp& table, const QeDbSymbolTableRec
 
 bool hasNamesake(const ObjectRecord& record)
 {
-    return isTakenByAnother(record, nameOf(record));
+    return isNameUsedByOther(record, recordName(record));
 }
 
 } // namespace QeHost
@@ -106,10 +86,10 @@ QeRxClass* QeDbSymbolTableRecord::isA() const
 
 Qeapp::ErrorStatus QeDbSymbolTableRecord::setName(const wchar_t* name)
 {
-    if (const auto fault = QeHost::injectedFault("QeDbSymbolTableRecord::setName"))
-        return *fault;
-    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToRename(imp(), name); refusal != Qeapp::eOk)
-        return refusal;
+    if (const auto injected = QeHost::injectedFault("QeDbSymbolTableRecord::setName"))
+        return *injected;
+    if (const Qeapp::ErrorStatus status = QeHost::checkRename(imp(), name); status != Qeapp::eOk)
+        return status;
     QeHost::writableStateOf<QeHost::SymbolRecordState>(*this).name = name;
     return Qeapp::eOk;
 }
@@ -139,8 +119,8 @@ bool QeDbSymbolTable::has(const wchar_t* name) const
 Qeapp::ErrorStatus QeDbSymbolTable::getAt(const wchar_t* name, QeDbObjectId& id) const
 {
     id.setNull();
-    if (const auto fault = QeHost::injectedFault("QeDbSymbolTable::getAt", Qeapp::eKeyNotFound))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("QeDbSymbolTable::getAt", Qeapp::eKeyNotFound))
+        return *injected;
     if (name == nullptr)
         return Qeapp::eInvalidKey;
     if (!imp().canRead())
@@ -154,12 +134,12 @@ Qeapp::ErrorStatus QeDbSymbolTable::addRecord(QeDbObjectId& id, QeDbSymbolTableR
 {
     id.setNull();
     const bool holdsBlocks = isKindOf(QeDbBlockTable::desc());
-    if (const auto fault = QeHost::injectedFault(holdsBlocks ? "QeDbBlockTable::add" : "QeDbRegAppTable::add"))
-        return *fault;
-    if (const Qeapp::ErrorStatus refusal = QeHost::refusalToAdd(imp(), record); refusal != Qeapp::eOk)
-        return refusal;
+    if (const auto injected = QeHost::injectedFault(holdsBlocks ? "QeDbBlockTable::add" : "QeDbRegAppTable::add"))
+        return *injected;
+    if (const Qeapp::ErrorStatus status = QeHost::checkAdd(imp(), record); status != Qeapp::eOk)
+        return status;
     auto& records = QeHost::writableStateOf<QeHost::SymbolTableState>(*this).records;
-    QeHost::makeRoomForOne(records);
+    QeHost::reserveOneMore(records);
     QeHost::ObjectRecord& objectRecord = imp().record->database->adopt(*record, imp().record);
     records.push_back(&objectRecord);
     id = QeDbObjectId(&objectRecord);
@@ -229,8 +209,9 @@ QeDbBlockTable::QeDbBlockTable() : QeDbSymbolTable(new QeHost::SymbolTableState)
 Qeapp::ErrorStatus QeDbSymbolUtilitiesServices::blockModelSpaceId(QeDbDatabase* database, QeDbObjectId& id) const
 {
     id.setNull();
-    if (const auto fault = QeHost::injectedFault("QeDbSymbolUtilitiesServices::blockModelSpaceId", Qeapp::eKeyNotFound))
-        return *fault;
+    if (const auto injected =
+            QeHost::injectedFault("QeDbSymbolUtilitiesServices::blockModelSpaceId", Qeapp::eKeyNotFound))
+        return *injected;
     if (database == nullptr)
         return Qeapp::eInvalidInput;
     id = QeDbObjectId(database->imp().modelSpace);

@@ -1,4 +1,4 @@
-// Symbol tables: what they hold, and looking records up by name among the live ones.
+// Symbol tables and the lookup of records by name.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace QeHost {
 
-/// Erased records stay, so that they are back when they are unerased.
+/// Erased records stay in the list, and are there again when they are unerased.
 struct SymbolTableState final : ObjectState {
     std::vector<ObjectRecord*> records;
 
@@ -22,14 +22,10 @@ struct SymbolRecordState final : ObjectState {
     void visit(FieldVisitor& visitor) override { visitor.text("name", name); }
 };
 
-/// The table's live record of that name, whatever its case; or null.
+/// The table's live record of that name, or null. Ignores case.
 ObjectRecord* findRecord(const ObjectRecord& table, std::wstring_view name);
-const std::wstring& nameOf(const ObjectRecord& record);
+const std::wstring& recordName(const ObjectRecord& record);
 /// Whether the record's table has another live record of its name.
 bool hasNamesake(const ObjectRecord& record);
-
-/// The form in which two names that differ in case alone are equal, and by which tables are ordered.
-std::wstring foldedName(std::wstring_view name);
-bool isSameName(std::wstring_view left, std::wstring_view right);
 
 } // namespace QeHost

@@ -17,7 +17,7 @@ namespace {
 
 void undo(ObjectRecord& record, std::unique_ptr<ObjectSnapshot>& before)
 {
-    record.isChanged = true; // a save may have come between
+    record.isChanged = true; // a save may have written the undone state
     if (before == nullptr)
         record.undone = true;
     if (record.object == nullptr)
@@ -35,7 +35,7 @@ void undo(ObjectRecord& record, std::unique_ptr<ObjectSnapshot>& before)
 
 QeDbTransaction* TransactionManager::startTransaction()
 {
-    if (isStruck("QeDbTransactionManager::startTransaction"))
+    if (isFaultInjected("QeDbTransactionManager::startTransaction"))
         return nullptr;
     active_.push_back(std::make_unique<QeDbTransaction>());
     active_.back()->nextHandle = database_.nextHandle;
@@ -45,8 +45,8 @@ QeDbTransaction* TransactionManager::startTransaction()
 
 Qeapp::ErrorStatus TransactionManager::endTransaction()
 {
-    if (const auto fault = injectedFault("QeDbTransactionManager::endTransaction"))
-        return *fault;
+    if (const auto injected = injectedFault("QeDbTransactionManager::endTransaction"))
+        return *injected;
     if (active_.empty())
         return Qeapp::eNoTransaction;
     commitInnermost();
@@ -99,8 +99,8 @@ void TransactionManager::commitInnermost()
     const std::unique_ptr<QeDbTransaction> ended = std::move(active_.back());
     active_.pop_back();
     if (outer != nullptr)
-        outer->before.merge(ended->before); // what the outer one knows of is older and stays
-    const LostWithTransaction lost(database_, ended->before);
+        outer->before.merge(ended->before); // the older state in the outer one stays
+    const CollectorAfterTransaction collector(database_, ended->before);
     ResourceCounters::remove(ResourceKind::transaction);
 }
 
@@ -108,10 +108,10 @@ void TransactionManager::abortInnermost()
 {
     const std::unique_ptr<QeDbTransaction> ended = std::move(active_.back());
     active_.pop_back();
-    const LostWithTransaction lost(database_, ended->before);
+    const CollectorAfterTransaction collector(database_, ended->before);
     for (auto& [record, before] : ended->before)
         undo(*record, before);
-    database_.nextHandle = ended->nextHandle; // taken back with the objects that are undone
+    database_.nextHandle = ended->nextHandle; // the handles of the undone objects are free again
     ResourceCounters::remove(ResourceKind::transaction);
 }
 

@@ -1,4 +1,4 @@
-// Undo: each transaction keeps what every object held before its first change in it.
+// Transactions: each keeps the state that every object had before its first change in it.
 #pragma once
 
 #include <memory>
@@ -30,7 +30,7 @@ public:
     void recordCreation(ObjectRecord& record);
     void recordWrite(ObjectRecord& record);
 
-    /// End transactions until `depth` are left; for the host, whose own ends do not fail.
+    /// End transactions until `depth` are left. Fault injection does not affect them.
     void commitTo(int depth);
     void abortTo(int depth);
 

@@ -16,7 +16,7 @@ ObjectRecord* ownerOf(const ObjectRecord& record)
     return record.object != nullptr ? record.object->imp().state->owner : nullptr;
 }
 
-/// The first owner of all, perhaps the object itself.
+/// The outermost owner, which may be the object itself.
 ObjectRecord& outermost(ObjectRecord& record)
 {
     ObjectRecord* outer = &record;
@@ -30,7 +30,7 @@ bool isReachable(const ObjectRecord& record)
     return record.object == nullptr || record.ids > 0 || record.object->imp().isOpen();
 }
 
-/// Everything that the dictionary holds, itself included; nothing when some of that can be reached.
+/// The object and everything below it, or nothing if any of it is reachable.
 std::vector<ObjectRecord*> unreachableFrom(ObjectRecord& top)
 {
     std::vector<ObjectRecord*> found{&top};
@@ -49,7 +49,7 @@ std::vector<ObjectRecord*> unreachableFrom(ObjectRecord& top)
     return found;
 }
 
-void destroyWhatIsLost(ObjectRecord& record)
+void collect(ObjectRecord& record)
 {
     DatabaseImp& database = *record.database;
     if (isReachable(record))
@@ -58,11 +58,11 @@ void destroyWhatIsLost(ObjectRecord& record)
     if (database.isIndispensable(top))
         return;
     if (database.transactions.numActiveTransactions() > 0) {
-        database.waiting.emplace_back(&record);
+        database.pendingCollection.emplace_back(&record);
         return;
     }
-    for (ObjectRecord* const lost : unreachableFrom(top))
-        database.destroy(*lost);
+    for (ObjectRecord* const each : unreachableFrom(top))
+        database.destroy(*each);
 }
 
 } // namespace
@@ -70,25 +70,25 @@ void destroyWhatIsLost(ObjectRecord& record)
 void collectIfUnreachable(ObjectRecord& record) noexcept
 {
     try {
-        destroyWhatIsLost(record);
-    } catch (const std::bad_alloc&) { // see the header
+        collect(record);
+    } catch (const std::bad_alloc&) { // the object stays until the drawing is closed
     }
 }
 
-LostWithTransaction::LostWithTransaction(DatabaseImp& database, const Touched& touched)
+CollectorAfterTransaction::CollectorAfterTransaction(DatabaseImp& database, const Touched& touched)
     : database_(database), touched_(touched)
 {
     for (const auto& [record, before] : touched_)
         ++record->ids;
 }
 
-// An object is looked at when the last of its ids ends.
-LostWithTransaction::~LostWithTransaction()
+// Releasing the last id of an object collects it.
+CollectorAfterTransaction::~CollectorAfterTransaction()
 {
     for (const auto& [record, before] : touched_)
         releaseId(*record);
     if (database_.transactions.numActiveTransactions() == 0)
-        std::vector<QeDbObjectId>().swap(database_.waiting);
+        std::vector<QeDbObjectId>().swap(database_.pendingCollection);
 }
 
 } // namespace QeHost

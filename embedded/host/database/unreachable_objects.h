@@ -1,5 +1,5 @@
-// Objects that nothing can bring back, so that a drawing in which entries are replaced and removed again and again does
-// not grow until it is closed.
+// Destruction of objects that nothing can reach. Without it a drawing in which entries are replaced again and again
+// would grow until it is closed.
 #pragma once
 
 #include <memory>
@@ -10,24 +10,24 @@
 
 namespace QeHost {
 
-/// An object is lost when it has left the drawing for good (its creation was undone, or its dictionary let go of it),
-/// nobody has it open, and there is no id of it to open it by. What a lost dictionary holds is lost with it, and keeps
-/// it while it is not lost itself, for an object knows its owner.
-/// Destroys the object if it is lost; while a transaction is active that waits for its end, which may bring it back.
-/// Without memory to find out, and below a dictionary of which not everything is loaded, the object stays until the
-/// drawing is closed.
+/// Destroys the object if it is unreachable. An object is unreachable when it has left the drawing for good (its
+/// creation was undone, or it was removed from its dictionary), nobody has it open, and there is no id of it. An
+/// unreachable dictionary and what it holds are destroyed together, because each object knows its owner.
+///
+/// Waits for the end of the last active transaction, which may restore the object. Keeps the object until the drawing
+/// is closed when memory is short, and below a dictionary that is not loaded completely.
 void collectIfUnreachable(ObjectRecord& record) noexcept;
 
-/// Keeps what a transaction that ends had to do with until the scope ends, and then destroys what of it is lost; with
-/// the last transaction also what waited.
-class LostWithTransaction {
+/// Keeps the objects of a transaction that ends until the end of the scope, and then destroys those that are
+/// unreachable. With the last transaction it also destroys those that waited.
+class CollectorAfterTransaction {
 public:
     using Touched = std::unordered_map<ObjectRecord*, std::unique_ptr<ObjectSnapshot>>;
 
-    LostWithTransaction(DatabaseImp& database, const Touched& touched);
-    LostWithTransaction(const LostWithTransaction&) = delete;
-    LostWithTransaction& operator=(const LostWithTransaction&) = delete;
-    ~LostWithTransaction();
+    CollectorAfterTransaction(DatabaseImp& database, const Touched& touched);
+    CollectorAfterTransaction(const CollectorAfterTransaction&) = delete;
+    CollectorAfterTransaction& operator=(const CollectorAfterTransaction&) = delete;
+    ~CollectorAfterTransaction();
 
 private:
     DatabaseImp& database_;

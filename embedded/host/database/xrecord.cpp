@@ -41,8 +41,8 @@ QeDbXrecord::QeDbXrecord() : QeDbObject(new QeHost::XrecordState)
 
 Qeapp::ErrorStatus QeDbXrecord::setFromRbChain(const resbuf* chain, QeDbDatabase* database)
 {
-    if (const auto fault = QeHost::injectedFault("QeDbXrecord::setFromRbChain"))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("QeDbXrecord::setFromRbChain"))
+        return *injected;
     if (!imp().canWrite())
         return Qeapp::eNotOpenForWrite;
     if (QeHost::isForeign(*this, database))
@@ -57,8 +57,8 @@ Qeapp::ErrorStatus QeDbXrecord::setFromRbChain(const resbuf* chain, QeDbDatabase
 Qeapp::ErrorStatus QeDbXrecord::rbChain(resbuf*& chain, QeDbDatabase* database) const
 {
     chain = nullptr;
-    if (const auto fault = QeHost::injectedFault("QeDbXrecord::rbChain"))
-        return *fault;
+    if (const auto injected = QeHost::injectedFault("QeDbXrecord::rbChain"))
+        return *injected;
     if (!imp().canRead())
         return Qeapp::eNotOpenForRead;
     if (QeHost::isForeign(*this, database))

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "embedded/base/path.h"
+#include "embedded/base/case_folding.h"
 #include "embedded/base/text.h"
 #include "embedded/host/database/handle.h"
 #include "embedded/host/database/object_classes.h"
@@ -25,7 +25,7 @@ namespace {
 
 using QeHost::ObjectRecord;
 
-constexpr std::size_t kMostTold = 100;
+constexpr std::size_t kMostReported = 100;
 
 class FaultList {
 public:
@@ -33,32 +33,18 @@ public:
 
     void add(std::string place, std::string message)
     {
-        if (++faults_.number <= kMostTold)
-            faults_.told.push_back({std::move(place), std::move(message)});
+        if (++faults_.count <= kMostReported)
+            faults_.reported.push_back({std::move(place), std::move(message)});
     }
 
-    /// Of a message that begins with its place.
-    void add(const std::string& message)
-    {
-        const std::size_t end = message.find(": ");
-        if (end == std::string::npos)
-            add("database", message);
-        else
-            add(message.substr(0, end), message.substr(end + 2));
-    }
+    void add(const Error& error) { add(error.place.empty() ? "database" : error.place, error.message); }
 
-    /// Runs a step; what stops it is a fault, and the next step begins.
+    /// Runs a step. What stops it is a fault, and the next step begins.
     template <class Step>
-    void step(Step step)
+    void step(const DrawingConnection& connection, Step step)
     {
-        try {
-            if (const auto done = catchSqlError(step); !done)
-                add("database", done.error().message);
-        } catch (const DrawingRefusal& refusal) {
-            add(refusal.message);
-        } catch (const QeHost::StoreFailure& failure) {
-            add("database", failure.result.message);
-        }
+        if (const Expected<void> result = catchDrawingError(connection, {}, step); !result)
+            add(result.error());
     }
 
 private:
@@ -108,13 +94,13 @@ public:
         } else {
             faults_.add("pages", "have no seals, because another program has made the file");
         }
-        faults_.step([&] {
+        step([&] {
             Query pages(connection_, "PRAGMA page_count");
             Query size(connection_, "PRAGMA page_size");
             if (pages.next() && size.next() && pages.integer(0) * size.integer(0) != connection_.fileSize())
                 faults_.add("database", "is not as long as its header says");
         });
-        faults_.step([&] {
+        step([&] {
             Query query(connection_, "PRAGMA integrity_check(100)");
             while (query.next()) {
                 std::string line = query.text(0);
@@ -123,7 +109,7 @@ public:
                     faults_.add("database", line);
             }
         });
-        faults_.step([&] {
+        step([&] {
             Query query(connection_, "PRAGMA foreign_key_check");
             while (query.next())
                 faults_.add("table " + query.text(0),
@@ -133,10 +119,10 @@ public:
 
     void checkRows()
     {
-        faults_.step([&] { readObjects(); });
+        step([&] { readObjects(); });
         for (const PartTable& table : kPartTables)
-            faults_.step([&] { readParts(table); });
-        faults_.step([&] {
+            step([&] { readParts(table); });
+        step([&] {
             const DrawingHeader read = readHeader(connection_);
             header_ = read; // g++ 12 would write the result of a call that throws into it, as far as that came
         });
@@ -150,32 +136,38 @@ public:
     {
         for (const auto& [handle, object] : objects_)
             if (object.isThere)
-                faults_.step([&, handle = handle] { readObject(database, handle); });
-        faults_.step([&] { requireRoot(*database.namedObjects, QeDbDictionary::desc()); });
-        faults_.step([&] {
+                step([&, handle = handle] { readObject(database, handle); });
+        step([&] { requireRoot(*database.namedObjects, QeDbDictionary::desc()); });
+        step([&] {
             requireRoot(*database.regAppTable, QeDbRegAppTable::desc());
             checkNames(*database.regAppTable);
         });
-        faults_.step([&] {
+        step([&] {
             requireRoot(*database.blockTable, QeDbBlockTable::desc());
             checkNames(*database.blockTable);
         });
-        faults_.step([&] {
-            if (const QeDbObject& space = QeHost::loaded(*database.modelSpace);
+        step([&] {
+            if (const QeDbObject& space = QeHost::loadObject(*database.modelSpace);
                 !space.isKindOf(QeDbBlockTableRecord::desc()) ||
-                QeHost::nameOf(*database.modelSpace) != kQeDbModelSpaceName)
-                faults_.add(placeOf(database.modelSpace->handle) + "is not the block of model space");
+                QeHost::recordName(*database.modelSpace) != kQeDbModelSpaceName)
+                faults_.add(objectPlace(database.modelSpace->handle), "is not the block of model space");
         });
     }
 
 private:
+    template <class Step>
+    void step(Step step)
+    {
+        faults_.step(connection_, step);
+    }
+
     void readObjects()
     {
         Query query(connection_, "SELECT * FROM objects");
         while (query.next())
-            faults_.step([&] {
+            step([&] {
                 RowDigest read;
-                const ObjectRow row = objectRowIn(query.row("objects", read));
+                const ObjectRow row = toObjectRow(query.row("objects", read));
                 CheckedObject& object = objects_[static_cast<Handle>(query.integer(0))];
                 object.isThere = true;
                 object.owner = row.owner;
@@ -188,18 +180,18 @@ private:
     {
         Query query(connection_, table.query);
         while (query.next())
-            faults_.step([&] {
+            step([&] {
                 RowDigest digest;
                 const StoredRow row = query.row(table.name, digest);
-                const Handle owner = handleIn(row[table.object]);
+                const Handle owner = requireHandle(row[table.object]);
                 objects_[owner].*table.digest += digest;
                 if (table.lists) {
-                    CheckedObject& listed = objects_[handleIn(row[table.listed])];
+                    CheckedObject& listed = objects_[requireHandle(row[table.listed])];
                     listed.listedBy = owner;
                     ++listed.listings;
                 }
                 if (table.key != 0)
-                    static_cast<void>(keyIn(row[table.key]));
+                    static_cast<void>(requireKey(row[table.key])); // an unreadable key is a fault
             });
     }
 
@@ -212,20 +204,20 @@ private:
 
     void checkObject(Handle handle, const CheckedObject& object)
     {
-        const auto add = [&](const char* message) { faults_.add(placeOf(handle) + message); };
+        const auto add = [&](const char* message) { faults_.add(objectPlace(handle), message); };
         if (!object.isThere)
             return add("is not there");
         if (object.owned != object.expectedOwned)
-            add("what it lists is not all there, or more than there was");
+            add("lists more or fewer objects than were written");
         if (object.details != object.expectedDetails)
-            add("its values are not all there, or more than there were");
+            add("has more or fewer values than were written");
         if (!hasHeader())
             return; // and so what the roots are
         if (isRoot(handle) || handle == header_.geoData) {
             if (object.listings != 0)
-                add("is listed, where nobody lists it");
+                add("is listed, but must not be");
         } else if (object.listings != 1) {
-            add(object.listings == 0 ? "nobody lists it" : "is listed more than once");
+            add(object.listings == 0 ? "is not listed by any object" : "is listed more than once");
         } else if (object.listedBy != object.owner) {
             add("is listed by another object than its owner");
         }
@@ -242,10 +234,10 @@ private:
                 const auto found = objects_.find(each);
                 each = found != objects_.end() ? found->second.owner : 0;
                 if (each == 0)
-                    faults_.add(placeOf(handle) + "its owners do not lead to a root");
+                    faults_.add(objectPlace(handle), "its owners do not lead to a root");
             }
             if (const auto seen = lastSeenFrom.find(each); seen != lastSeenFrom.end() && seen->second == handle)
-                faults_.add(placeOf(each) + "belongs to itself, through its owners");
+                faults_.add(objectPlace(each), "belongs to itself, through its owners");
         }
     }
 
@@ -255,12 +247,12 @@ private:
         const ObjectRow row = readObjectRow(connection_, handle);
         const QeHost::ObjectClass* const itsClass = QeHost::findClass(wideFromUtf8(row.className));
         if (itsClass == nullptr)
-            return faults_.add(placeOf(handle) + "is of an unknown class, " + truncateForMessage(row.className));
+            return faults_.add(objectPlace(handle), "is of an unknown class, " + truncateForMessage(row.className));
         const std::unique_ptr<QeDbObject> object(itsClass->make());
         ObjectRecord objectRecord{.database = &database, .handle = handle};
         readFields(connection_, objectRecord, *object->imp().state);
         if (handle == header_.geoData && itsClass->desc() != QeDbGeoData::desc())
-            faults_.add(placeOf(handle) + "is no GeoData, as which the header names it");
+            faults_.add(objectPlace(handle), "is not a GeoData object, but the header names it as one");
         if (!isRoot(handle))
             checkClassOfOwner(handle, row.owner, *itsClass);
     }
@@ -273,24 +265,24 @@ private:
         const auto* const ownersClass = QeHost::findClass(wideFromUtf8(readObjectRow(connection_, owner).className));
         if (ownersClass != nullptr &&
             (itsClass.owner == nullptr || !ownersClass->desc()->isDerivedFrom(itsClass.owner())))
-            faults_.add(placeOf(handle) + "cannot belong to object " + hexFromHandle(owner));
+            faults_.add(objectPlace(handle), "cannot belong to object " + formatHandle(owner));
     }
 
     static void requireRoot(ObjectRecord& root, const QeRxClass* itsClass)
     {
-        if (!QeHost::loaded(root).isKindOf(itsClass))
-            throw DrawingRefusal{Qeapp::eFileDamaged, placeOf(root.handle) + "is a root of another class"};
+        if (!QeHost::loadObject(root).isKindOf(itsClass))
+            throwDamage("is a root of another class", objectPlace(root.handle));
     }
 
     void checkNames(const ObjectRecord& table)
     {
         std::set<std::wstring> names;
         for (const ObjectRecord* const record : QeHost::stateOf<QeHost::SymbolTableState>(*table.object).records) {
-            const std::wstring& name = QeHost::nameOf(*record);
+            const std::wstring& name = QeHost::recordName(*record);
             if (name.empty())
-                faults_.add(placeOf(record->handle) + "has no name");
-            else if (!names.insert(QeHost::foldedName(name)).second)
-                faults_.add(placeOf(record->handle) + "has the name of another record");
+                faults_.add(objectPlace(record->handle), "has no name");
+            else if (!names.insert(toLowerAscii(name)).second)
+                faults_.add(objectPlace(record->handle), "has the name of another record");
         }
     }
 
@@ -302,23 +294,21 @@ private:
 
 } // namespace
 
-FileResult checkDrawing(const std::filesystem::path& file, const LockWait& wait, DrawingFaults& faults)
+Expected<DrawingFaults> checkDrawing(const std::filesystem::path& file, const LockWait& wait)
 {
-    faults = {};
-    std::unique_ptr<DrawingConnection> connection;
-    if (FileResult result = connect(file, DrawingAccess::reading, wait, connection); result.status != Qeapp::eOk)
-        return result;
-    DrawingConnection& opened = *connection;
-    Checker checker(opened, faults);
+    Expected<std::unique_ptr<DrawingConnection>> connection = connect(file, DrawingAccess::reading, wait);
+    if (!connection)
+        return tl::unexpected<Error>(std::move(connection).error());
+    DrawingFaults faults;
+    Checker checker(**connection, faults);
     checker.checkDatabase();
     checker.checkRows();
-    std::unique_ptr<QeDbDatabase> database;
-    FileResult attached = attachDrawing(std::move(connection), file, false, database);
-    if (attached.status == Qeapp::eOk)
-        checker.checkFields(database->imp());
-    else if (faults.number == 0) // otherwise it was told what keeps the drawing from being opened
-        FaultList(faults).add(attached.message.substr(displayName(file).size() + 2));
-    return {};
+    const auto database = attachDrawing(std::move(*connection), file, {}, false);
+    if (database)
+        checker.checkFields((*database)->imp());
+    else if (faults.count == 0) // otherwise it was told what keeps the drawing from being opened
+        FaultList(faults).add(database.error());
+    return faults;
 }
 
 } // namespace Embedded

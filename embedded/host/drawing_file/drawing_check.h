@@ -1,4 +1,4 @@
-// Reading all of a drawing file, to find out what is wrong with it.
+// Checking all of a drawing file.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "embedded/base/error.h"
 #include "embedded/base/lock_wait.h"
-#include "embedded/host/database/file_result.h"
 #include "platform/export.h"
 
 namespace Embedded {
@@ -18,13 +18,12 @@ struct DrawingFault {
 };
 
 struct DrawingFaults {
-    std::vector<DrawingFault> told; // the first hundred
-    std::size_t number = 0;
+    std::vector<DrawingFault> reported; // the first hundred
+    std::size_t count = 0;
 };
 
 /// Reads every page, row, object and reference of the file in one read transaction: a flipped bit anywhere is among the
-/// faults. On eOk `faults` has what was found; otherwise the file is no drawing file at all, with the results of
-/// loadDrawing. The file is not changed.
-QEHOST_API FileResult checkDrawing(const std::filesystem::path& file, const LockWait& wait, DrawingFaults& faults);
+/// faults. Does not change the file. Fails as loadDrawing does for what is no drawing file at all.
+QEHOST_API Expected<DrawingFaults> checkDrawing(const std::filesystem::path& file, const LockWait& wait);
 
 } // namespace Embedded

@@ -5,6 +5,7 @@
 
 #include "embedded/base/text.h"
 #include "embedded/host/database/handle.h"
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/sealed_pages.h"
 
 namespace Embedded {
@@ -18,7 +19,7 @@ std::string_view bytesOf(const SQLite::Column& column)
     return {static_cast<const char*>(bytes), bytes != nullptr ? static_cast<std::size_t>(column.getBytes()) : 0};
 }
 
-StoredValue valueOf(const SQLite::Column& column)
+StoredValue toStoredValue(const SQLite::Column& column)
 {
     if (column.isInteger())
         return column.getInt64();
@@ -33,7 +34,7 @@ StoredValue valueOf(const SQLite::Column& column)
 std::string shown(const StoredValue& value)
 {
     if (const auto* handle = std::get_if<std::int64_t>(&value))
-        return hexFromHandle(static_cast<std::uint64_t>(*handle));
+        return formatHandle(static_cast<std::uint64_t>(*handle));
     const auto* text = std::get_if<StoredText>(&value);
     return text != nullptr ? truncateForMessage(text->bytes) : "nothing";
 }
@@ -120,8 +121,8 @@ Query::~Query()
 void Query::bind(int index, const StoredText& text)
 {
     if (text.bytes.size() > kMostBytesOfValue)
-        throw DrawingRefusal{Qeapp::eInvalidInput, "a value of " + std::to_string(text.bytes.size()) +
-                                                       " bytes is longer than a drawing file can keep"};
+        throwError(Qeapp::eInvalidInput,
+                   "a value of " + std::to_string(text.bytes.size()) + " bytes is longer than a drawing file can keep");
     const auto length = static_cast<int>(text.bytes.size());
     if (text.isBlob)
         statement_.bind(index, static_cast<const void*>(text.bytes.data()), length);
@@ -143,7 +144,7 @@ void Query::bind(int index, const StoredValue& value)
 
 StoredValue Query::value(int column) const
 {
-    return valueOf(statement_.getColumn(column));
+    return toStoredValue(statement_.getColumn(column));
 }
 
 StoredRow Query::row(std::string_view table, RowDigest& digest) const
@@ -154,8 +155,7 @@ StoredRow Query::row(std::string_view table, RowDigest& digest) const
         row.push_back(value(column));
     const std::int64_t checksum = checksumOf(table, row);
     if (checksum != integer(last))
-        throw DrawingRefusal{Qeapp::eFileDamaged, "table " + std::string(table) + ": the row of " + shown(row.front()) +
-                                                      " is not as it was written"};
+        throwDamage("the row of " + shown(row.front()) + " is not as it was written", "table " + std::string(table));
     digest.add(checksum);
     return row;
 }

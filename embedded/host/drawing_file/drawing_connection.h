@@ -1,4 +1,4 @@
-// A connection to the database that a drawing file is, with the statements that are prepared on it.
+// A connection to a drawing file, which is an SQLite database, with its prepared statements.
 #pragma once
 
 #include <cstdint>
@@ -26,18 +26,18 @@ public:
     SQLite::Database& database() { return database_; }
     sqlite3* handle() const { return database_.getHandle(); }
     bool isInTransaction() const { return sqlite3_get_autocommit(handle()) == 0; }
-    /// In bytes, by SQLite's own descriptor: closing another would end the locks of this process.
+    /// In bytes. Uses SQLite's own descriptor: closing another would end the locks of this process.
     std::int64_t fileSize() const;
-    /// Ends a transaction without keeping what was done in it; does nothing without one.
+    /// Rolls back the transaction, if there is one.
     void rollBack() noexcept;
 
-    /// Prepared once; reset, and without values.
+    /// Returns a statement without values. Prepares each text once.
     SQLite::Statement& prepared(const char* sql);
 
 private:
     LockWait wait_;
     SQLite::Database database_;
-    std::map<std::string_view, SQLite::Statement> statements_; // by text, which is a literal
+    std::map<std::string_view, SQLite::Statement> statements_; // by their text, which is a literal
 };
 
 /// The first bytes of the connection's file, zeros where there are fewer; empty when they cannot be read. They are read
@@ -47,7 +47,7 @@ std::string beginningOfFile(sqlite3* connection);
 /// Makes the other database equal to this one, in a transaction of its own. Throws what SQLiteCpp throws.
 void copyDatabase(DrawingConnection& from, DrawingConnection& to);
 
-/// One run of a statement, which ends with it: a statement that goes on keeps the file locked.
+/// One run of a statement. The destructor resets the statement, which would keep the file locked otherwise.
 class Query {
 public:
     template <class... Values>
@@ -66,8 +66,8 @@ public:
     std::int64_t integer(int column) const { return statement_.getColumn(column).getInt64(); }
     std::string text(int column) const { return statement_.getColumn(column).getString(); }
     StoredValue value(int column) const;
-    /// The values of a row of the table, all of whose columns were asked for, and of which its checksum is the last. A
-    /// checksum that does not fit throws DrawingRefusal.
+    /// The values of a row of the table without its checksum, which must be the last column. Throws an Error if the
+    /// checksum does not match.
     StoredRow row(std::string_view table, RowDigest& digest) const;
 
 private:

@@ -8,7 +8,6 @@
 #include "embedded/base/file_kind.h"
 #include "embedded/base/path.h"
 #include "embedded/base/staged_file.h"
-#include "embedded/base/system_error.h"
 #include "embedded/host/drawing_file/drawing_error.h"
 #include "embedded/host/drawing_file/drawing_opening.h"
 #include "embedded/host/drawing_file/drawing_schema.h"
@@ -23,18 +22,15 @@ namespace fs = std::filesystem;
 using QeHost::DatabaseImp;
 using QeHost::SavePlan;
 
-/// Runs `work` and answers how it went, whatever part of the drawing or of a file it stopped at.
+/// Runs `work` as catchDrawingError does, and rolls back what it has written when it fails.
 template <class Work>
-FileResult saving(DrawingConnection& connection, const std::string& name, Work work)
+Expected<void> saveOrRollBack(DrawingConnection& connection, const std::string& name, Work work)
 {
     try {
-        FileResult result = drawingResult(connection, name, work);
-        if (result.status != Qeapp::eOk)
+        Expected<void> result = catchDrawingError(connection, name, work);
+        if (!result)
             connection.rollBack();
         return result;
-    } catch (const QeHost::StoreFailure& failure) {
-        connection.rollBack();
-        return failure.result;
     } catch (const std::bad_alloc&) {
         connection.rollBack();
         throw;
@@ -47,14 +43,17 @@ public:
 
     std::string name() const override { return store_.file(); }
 
-    FileResult write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
+    Expected<void> write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
     {
-        return saving(store_.connection(), name(), [&] {
+        return saveOrRollBack(store_.connection(), name(), [&]() -> Expected<void> {
             store_.beginSaving();
-            const SavePlan plan = QeHost::planSave(database);
-            writeDrawing(store_.connection(), database, plan, version);
+            const Expected<SavePlan> plan = QeHost::planSave(database);
+            if (!plan)
+                return tl::unexpected<Error>(plan.error());
+            writeDrawing(store_.connection(), database, *plan, version);
             store_.commit();
-            noteSaved(database, plan);
+            markSaved(database, *plan);
+            return {};
         });
     }
 
@@ -63,16 +62,22 @@ private:
 };
 
 /// Fills an empty database with the whole drawing.
-void fill(DrawingConnection& connection, DrawingStore* store, DatabaseImp& database, QeDb::QeDbDwgVersion version)
+Expected<void> writeWhole(DrawingConnection& connection, DrawingStore* store, DatabaseImp& database,
+                          QeDb::QeDbDwgVersion version)
 {
-    const SavePlan plan = QeHost::planSave(database);
-    if (store != nullptr)
-        store->copyTo(connection);
+    const Expected<SavePlan> plan = QeHost::planSave(database);
+    if (!plan)
+        return tl::unexpected<Error>(plan.error());
+    if (store != nullptr) {
+        if (Expected<void> copied = store->copyTo(connection); !copied)
+            return copied;
+    }
     connection.database().exec("BEGIN IMMEDIATE");
     if (store == nullptr)
         DrawingSchema::create(connection.database());
-    writeDrawing(connection, database, plan, version);
+    writeDrawing(connection, database, *plan, version);
     connection.database().exec("COMMIT");
+    return {};
 }
 
 std::unique_ptr<DrawingConnection> emptyInMemory()
@@ -88,11 +93,12 @@ public:
 
     std::string name() const override { return "standard output"; }
 
-    FileResult write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
+    Expected<void> write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
     {
         const std::unique_ptr<DrawingConnection> connection = emptyInMemory();
-        return saving(*connection, name(), [&] {
-            fill(*connection, store_, database, version);
+        return saveOrRollBack(*connection, name(), [&]() -> Expected<void> {
+            if (Expected<void> filled = writeWhole(*connection, store_, database, version); !filled)
+                return filled;
             sqlite3_int64 size = 0;
             unsigned char* const serialized = sqlite3_serialize(connection->handle(), "main", &size, 0);
             if (serialized == nullptr)
@@ -100,6 +106,7 @@ public:
             const std::unique_ptr<unsigned char, decltype(&sqlite3_free)> owned(serialized, sqlite3_free);
             bytes_.assign(reinterpret_cast<const char*>(serialized), static_cast<std::size_t>(size));
             sealPages(bytes_);
+            return {};
         });
     }
 
@@ -118,47 +125,57 @@ public:
 
     std::string name() const override { return displayName(file_); }
 
-    FileResult write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
+    Expected<void> write(DatabaseImp& database, QeDb::QeDbDwgVersion version) override
     {
-        const FileResult found = inspectFile(file_);
-        if (found.status != Qeapp::eOk && found.status != Qeapp::eFileNotFound)
-            return {Qeapp::eFileWriteFailed, name() + ": " + found.message};
-        const What there = found.status == Qeapp::eOk ? whatIsThere() : What::nothing;
-        if (there == What::nothing || there == What::noBytes) {
+        const Expected<void> isRegular = requireRegularFile(file_);
+        if (!isRegular && hostStatus(isRegular) != Qeapp::eFileNotFound)
+            return failure(Qeapp::eFileWriteFailed, isRegular.error().message, name());
+        const Existing existing = isRegular ? inspectExisting() : Existing::nothing;
+        if (existing == Existing::nothing || existing == Existing::noBytes) {
             if (store_ == nullptr)
-                return writeNew(there, database, version);
-        } else if (FileResult refusal = refusalToOverwrite(there); refusal.status != Qeapp::eOk) {
-            return refusal;
+                return writeNew(existing, database, version);
+        } else if (Expected<void> result = requireOverwritable(existing); !result) {
+            return result;
         }
-        return writeStaged(there, database, version);
+        return writeStaged(existing, database, version);
     }
 
 private:
-    enum class What { nothing, noBytes, database, noDatabase };
+    enum class Existing { nothing, noBytes, database, noDatabase };
 
-    What whatIsThere() const
+    Existing inspectExisting() const
     {
-        std::unique_ptr<DrawingConnection> there;
+        std::unique_ptr<DrawingConnection> connection;
         const auto isReadable = catchSqlError([&] {
-            there = open(file_, SQLite::OPEN_READWRITE);
-            there->database().exec("PRAGMA user_version"); // rolls back what a killed save has left
+            connection = open(file_, SQLite::OPEN_READWRITE);
+            connection->database().exec("PRAGMA user_version"); // rolls back what a killed save has left
         });
-        if (there != nullptr && there->fileSize() == 0) // so is a new drawing that was not finished
-            return What::noBytes;
-        return isReadable || there == nullptr || isDatabase(there->handle()) ? What::database : What::noDatabase;
+        if (connection != nullptr && connection->fileSize() == 0) // so is a new drawing that was not finished
+            return Existing::noBytes;
+        return isReadable || connection == nullptr || isDatabase(connection->handle()) ? Existing::database
+                                                                                       : Existing::noDatabase;
     }
 
-    FileResult refusalToOverwrite(What there) const
+    Expected<void> requireOverwritable(Existing existing) const
     {
         if (overwriting_ == Overwriting::refused)
-            return {Qeapp::eFileExists, name() + ": there is such a file already"};
-        if (there == What::noDatabase && overwriting_ == Overwriting::noDatabase)
+            return exists();
+        if (existing == Existing::noDatabase && overwriting_ == Overwriting::noDatabase)
             return {};
-        std::unique_ptr<DrawingConnection> connection;
-        FileResult result = connect(file_, DrawingAccess::changing, wait_, connection);
-        if (result.status == Qeapp::eFileDamaged || result.status == Qeapp::eFileTooNew)
-            result.message += "; what is no drawing is not overwritten";
-        return result;
+        const Expected<std::unique_ptr<DrawingConnection>> connection = connect(file_, DrawingAccess::changing, wait_);
+        if (connection)
+            return {};
+        Error error = connection.error();
+        if (error.status == Qeapp::eFileDamaged || error.status == Qeapp::eFileTooNew)
+            error.message += "; only drawings are overwritten";
+        return tl::unexpected<Error>(std::move(error));
+    }
+
+    tl::unexpected<Error> exists() const { return failure(Qeapp::eFileExists, "the file exists already", name()); }
+
+    tl::unexpected<Error> cannotBeWritten(const std::string& reason) const
+    {
+        return failure(Qeapp::eFileWriteFailed, "cannot be written: " + reason, name());
     }
 
     std::unique_ptr<DrawingConnection> open(const fs::path& file, int flags) const
@@ -167,7 +184,7 @@ private:
     }
 
     /// The system's reason for the name says more than its reason for the call, where the name is one that no file has.
-    std::string whyNotMade(int error) const
+    std::string creationError(int error) const
     {
         const Expected<FileKind> kind = fileKind(file_);
         return error == EINVAL && !kind ? kind.error().message : std::generic_category().message(error);
@@ -175,56 +192,60 @@ private:
 
     /// Of those who make the same file at once, the first to lock it makes it. A failure leaves a file of no bytes:
     /// whoever waits for the lock may be about to fill it.
-    FileResult writeNew(What there, DatabaseImp& database, QeDb::QeDbDwgVersion version)
+    Expected<void> writeNew(Existing existing, DatabaseImp& database, QeDb::QeDbDwgVersion version)
     {
         // SQLite would make it too, and not say why it cannot.
         errno = 0;
-        if (there == What::nothing && !std::ofstream(systemPath(file_), std::ios::app))
-            return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + whyNotMade(errno)};
+        if (existing == Existing::nothing && !std::ofstream(systemPath(file_), std::ios::app))
+            return cannotBeWritten(creationError(errno));
         std::unique_ptr<DrawingConnection> connection;
         if (!catchSqlError([&] { connection = open(file_, SQLite::OPEN_READWRITE); }))
-            return {Qeapp::eFileWriteFailed, name() + ": cannot be written: " + std::generic_category().message(errno)};
-        return saving(*connection, name(), [&] {
+            return cannotBeWritten(std::generic_category().message(errno));
+        return saveOrRollBack(*connection, name(), [&]() -> Expected<void> {
             leaveRoomForSeals(connection->handle());
             connection->database().exec("BEGIN IMMEDIATE");
             if (connection->fileSize() != 0)
-                throw DrawingRefusal{Qeapp::eFileExists, "there is such a file already"};
-            const SavePlan plan = QeHost::planSave(database);
+                return exists();
+            const Expected<SavePlan> plan = QeHost::planSave(database);
+            if (!plan)
+                return tl::unexpected<Error>(plan.error());
             DrawingSchema::create(connection->database());
-            writeDrawing(*connection, database, plan, version);
+            writeDrawing(*connection, database, *plan, version);
             connection->database().exec("COMMIT");
+            return {};
         });
     }
 
     /// Into a file of its own beside the target first, so that the target is never half written.
-    FileResult writeStaged(What there, DatabaseImp& database, QeDb::QeDbDwgVersion version)
+    Expected<void> writeStaged(Existing existing, DatabaseImp& database, QeDb::QeDbDwgVersion version)
     {
         Expected<StagedFile> staged = StagedFile::create(file_);
         if (!staged)
-            return {Qeapp::eFileWriteFailed, staged.error().text()};
+            return failure(Qeapp::eFileWriteFailed, staged.error().message, staged.error().place);
         std::unique_ptr<DrawingConnection> connection = open(staged->temporaryName(), SQLite::OPEN_READWRITE);
-        FileResult result = saving(*connection, name(), [&] {
+        Expected<void> result = saveOrRollBack(*connection, name(), [&]() -> Expected<void> {
             connection->database().exec("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF");
             leaveRoomForSeals(connection->handle());
-            fill(*connection, store_, database, version);
-            if (there == What::noBytes || there == What::database)
+            Expected<void> filled = writeWhole(*connection, store_, database, version);
+            if (filled && (existing == Existing::noBytes || existing == Existing::database))
                 copyDatabase(*connection, *open(file_, SQLite::OPEN_READWRITE));
+            return filled;
         });
         connection.reset();
-        return result.status == Qeapp::eOk ? finish(there, *staged) : result;
+        return result ? finish(existing, *staged) : result;
     }
 
-    /// Gives the complete file the target's name, where its content was not copied into the target.
-    FileResult finish(What there, StagedFile& staged) const
+    /// Gives the complete file the target's name, unless its content was copied into the target.
+    Expected<void> finish(Existing existing, StagedFile& staged) const
     {
-        if (there != What::noDatabase && there != What::nothing)
+        if (existing != Existing::noDatabase && existing != Existing::nothing)
             return {};
         const Expected<bool> published =
-            there == What::nothing ? staged.publish() : staged.replaceTarget().map([] { return true; });
+            existing == Existing::nothing ? staged.publish() : staged.replaceTarget().map([] { return true; });
         if (!published)
-            return {Qeapp::eFileWriteFailed, published.error().text()};
+            return failure(Qeapp::eFileWriteFailed, published.error().message, published.error().place);
         if (!*published)
-            return {Qeapp::eFileExists, name() + ": there is such a file already"};
+            return exists();
         return {};
     }
 

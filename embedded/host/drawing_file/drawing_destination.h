@@ -18,10 +18,10 @@ public:
     /// How messages name it.
     virtual std::string name() const = 0;
     /// Writes the drawing, whole or not at all.
-    virtual FileResult write(QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version) = 0;
+    virtual Expected<void> write(QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version) = 0;
 };
 
-/// The drawing's own file, if `store` has it open; otherwise another one, to which the whole drawing goes.
+/// The drawing's own file, if `store` has it open, or another file, which gets the whole drawing.
 std::unique_ptr<DrawingDestination> destinationFor(DrawingStore* store, const std::filesystem::path& file,
                                                    Overwriting overwriting, const LockWait& wait);
 std::unique_ptr<DrawingDestination> destinationInMemory(DrawingStore* store, std::string& bytes);

@@ -7,6 +7,8 @@
 #include <map>
 #include <utility>
 
+#include "embedded/base/case_folding.h"
+#include "embedded/base/hex.h"
 #include "embedded/base/text.h"
 #include "embedded/host/database/database.h"
 #include "embedded/host/database/extended_data.h"
@@ -20,16 +22,8 @@ namespace {
 
 using QeHost::ObjectRecord;
 
-constexpr std::string_view kDigits = "0123456789abcdef";
-
-void appendHex(std::string& text, unsigned long number, int digits)
-{
-    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
-        text += kDigits[number >> shift & 0xF];
-}
-
 /// What would end the line or is no character is written as its number.
-std::string asQuoted(std::wstring_view wide)
+std::string quote(std::wstring_view wide)
 {
     std::string text = "\"";
     for (std::size_t at = 0; at < wide.size(); ++at) {
@@ -42,7 +36,7 @@ std::string asQuoted(std::wstring_view wide)
             text += static_cast<char>(number);
         } else if (number < 0x20 || number == 0x7F || !isWellFormed(character)) {
             text += number <= 0xFFFF ? "\\u" : "\\U";
-            appendHex(text, number, number <= 0xFFFF ? 4 : 8);
+            text += lowerCaseHex(number, number <= 0xFFFF ? 4 : 8);
         } else {
             text += utf8FromWide(character);
         }
@@ -50,31 +44,26 @@ std::string asQuoted(std::wstring_view wide)
     return text + '"';
 }
 
-std::string textOfReal(double real)
+std::string formatReal(double real)
 {
     std::array<char, 32> digits{};
     const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), real);
     std::string text(digits.data(), written.ptr);
     if (real == real)
         return text;
-    text += " (";
-    for (int shift = 60; shift >= 0; shift -= 4)
-        text += kDigits[std::bit_cast<std::uint64_t>(real) >> shift & 0xF];
-    return text + ")";
+    return text + " (" + lowerCaseHex(std::bit_cast<std::uint64_t>(real), 16) + ")";
 }
 
-std::string textOf(const ResbufValue& value)
+std::string formatValue(const ResbufValue& value)
 {
     if (const auto* text = std::get_if<std::wstring>(&value.value))
-        return asQuoted(*text);
+        return quote(*text);
     if (const auto* real = std::get_if<double>(&value.value))
-        return textOfReal(*real);
+        return formatReal(*real);
     if (const auto* integer = std::get_if<std::int32_t>(&value.value))
         return std::to_string(*integer);
-    std::string hex = "x";
-    for (const unsigned char byte : std::get<std::vector<unsigned char>>(value.value))
-        appendHex(hex, byte, 2);
-    return hex;
+    const auto& bytes = std::get<std::vector<unsigned char>>(value.value);
+    return "x" + hexFromBytes({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }
 
 /// Prints the fields of one object, and finds what it owns.
@@ -82,11 +71,11 @@ class FieldPrinter final : public QeHost::FieldVisitor {
 public:
     FieldPrinter(std::string& text, const QeDbObject& object) : text_(text), object_(object) {}
 
-    void text(std::string_view field, std::wstring& text) override { line(field, asQuoted(text)); }
+    void text(std::string_view field, std::wstring& text) override { line(field, quote(text)); }
 
     void reference(std::string_view field, QeDbObjectId& object) override
     {
-        line(field, hexFromHandle(object.handle()));
+        line(field, formatHandle(object.handle()));
     }
 
     void values(ResbufValues& values) override { lines("value", values); }
@@ -96,7 +85,7 @@ public:
         for (const auto& [key, entry] : entries.all()) {
             if (!QeHost::isLive(entry))
                 continue;
-            line("entry", asQuoted(key) + " " + hexFromHandle(entry->handle));
+            line("entry", quote(key) + " " + formatHandle(entry->handle));
             owned_.push_back(entry);
         }
     }
@@ -108,16 +97,16 @@ public:
                 owned_.push_back(record);
         }
         std::sort(owned_.begin(), owned_.end(), [](const ObjectRecord* left, const ObjectRecord* right) {
-            return QeHost::foldedName(QeHost::nameOf(*left)) < QeHost::foldedName(QeHost::nameOf(*right));
+            return toLowerAscii(QeHost::recordName(*left)) < toLowerAscii(QeHost::recordName(*right));
         });
         for (const ObjectRecord* const record : owned_)
-            line("record", hexFromHandle(record->handle));
+            line("record", formatHandle(record->handle));
     }
 
     void extendedData(QeHost::ExtendedData& /*data*/) override
     {
-        for (const auto& [application, values] : QeHost::extendedDataOf(object_))
-            lines("extended data of " + asQuoted(application), values);
+        for (const auto& [application, values] : QeHost::extendedDataByName(object_))
+            lines("extended data of " + quote(application), values);
     }
 
     const std::vector<ObjectRecord*>& owned() const { return owned_; }
@@ -131,7 +120,7 @@ private:
     void lines(std::string_view field, const ResbufValues& values)
     {
         for (const ResbufValue& value : values)
-            line(field, std::to_string(value.code) + " " + textOf(value));
+            line(field, std::to_string(value.code) + " " + formatValue(value));
     }
 
     std::string& text_;
@@ -144,24 +133,24 @@ std::string dump(QeHost::DatabaseImp& database)
     std::map<Handle, std::string> texts;
     std::vector<ObjectRecord*> next{database.namedObjects, database.regAppTable, database.blockTable};
     if (ObjectRecord* const geoData = database.geoData()) {
-        QeHost::loaded(*geoData); // and so its owners
-        if (QeHost::savedGeoData(database) != nullptr)
+        QeHost::loadObject(*geoData); // and so its owners
+        if (QeHost::geoDataInDrawing(database) != nullptr)
             next.push_back(geoData);
     }
     while (!next.empty()) {
         ObjectRecord& objectRecord = *next.back();
         next.pop_back();
-        const QeDbObject& object = QeHost::loaded(objectRecord);
+        const QeDbObject& object = QeHost::loadObject(objectRecord);
         std::string& text = texts[objectRecord.handle];
         QeHost::ObjectState& state = *object.imp().state;
-        text = "object " + hexFromHandle(objectRecord.handle) + " " + utf8FromWide(object.isA()->name());
-        text += state.owner != nullptr ? " of " + hexFromHandle(state.owner->handle) + "\n" : "\n";
+        text = "object " + formatHandle(objectRecord.handle) + " " + utf8FromWide(object.isA()->name());
+        text += state.owner != nullptr ? " of " + formatHandle(state.owner->handle) + "\n" : "\n";
         FieldPrinter printer(text, object);
         state.visitAll(printer);
         next.insert(next.end(), printer.owned().begin(), printer.owned().end());
     }
     std::string text = "drawing version " + std::to_string(database.version) + "\nnext handle " +
-                       hexFromHandle(database.nextHandle) + "\n";
+                       formatHandle(database.nextHandle) + "\n";
     for (const auto& [handle, lines] : texts)
         text += lines;
     return text;
@@ -169,17 +158,11 @@ std::string dump(QeHost::DatabaseImp& database)
 
 } // namespace
 
-FileResult dumpDrawing(const QeDbDatabase& database, std::string& text)
+Expected<std::string> dumpDrawing(const QeDbDatabase& database)
 {
-    text.clear();
-    if (FileResult failure = loadingFailure(database); failure.status != Qeapp::eOk)
-        return failure;
-    try {
-        text = dump(database.imp());
-        return {};
-    } catch (const QeHost::StoreFailure& failure) {
-        return failure.result;
-    }
+    if (const Expected<void> loading = loadingResult(database); !loading)
+        return tl::unexpected<Error>(loading.error());
+    return catchError([&] { return dump(database.imp()); });
 }
 
 } // namespace Embedded

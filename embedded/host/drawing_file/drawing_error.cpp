@@ -11,31 +11,33 @@ std::string systemReason(sqlite3* connection)
     return error != 0 ? ": " + std::system_category().message(error) : "";
 }
 
-std::string whyNoDatabase(sqlite3* connection)
+std::string notADatabaseMessage(sqlite3* connection)
 {
     const std::string beginning = connection != nullptr ? beginningOfFile(connection) : std::string();
     if (beginning.starts_with("{\n  \"format\": \"embedded host drawing\""))
         return "is a drawing of format 1, which is not read any more";
-    return "is no drawing file: not an SQLite database";
+    return "not a drawing file: it is not an SQLite database";
 }
 
-FileResult resultOfReadOnly(int code)
+Error readOnlyError(int code)
 {
     switch (code) {
     case SQLITE_READONLY_DBMOVED:
-        return {Qeapp::eFileChanged, "was moved, removed or replaced since it was opened; open it again"};
+        return {Qeapp::eFileChanged, "was moved, removed or replaced since it was opened; open it again", {}};
     case SQLITE_READONLY_ROLLBACK:
     case SQLITE_READONLY_CANTINIT:
-        return {Qeapp::eFileDamaged, "an interrupted save has left a journal beside it, which cannot be rolled back "
-                                     "because the file or its folder is write-protected"};
+        return {Qeapp::eFileDamaged,
+                "an interrupted save has left a journal beside it, which cannot be rolled back "
+                "because the file or its folder is write-protected",
+                {}};
     case SQLITE_READONLY_DIRECTORY:
-        return {Qeapp::eFileWriteFailed, "its folder is write-protected, and a save needs a journal there"};
+        return {Qeapp::eFileWriteFailed, "its folder is write-protected, and a save needs a journal there", {}};
     default:
-        return {Qeapp::eFileWriteFailed, "is write-protected"};
+        return {Qeapp::eFileWriteFailed, "is write-protected", {}};
     }
 }
 
-FileResult resultOfIo(const Error& failure, sqlite3* connection)
+Error inputOutputError(const Error& failure, sqlite3* connection)
 {
     const std::string reason = systemReason(connection);
     switch (failure.status) {
@@ -44,17 +46,18 @@ FileResult resultOfIo(const Error& failure, sqlite3* connection)
     case SQLITE_IOERR_RDLOCK:
     case SQLITE_IOERR_CHECKRESERVEDLOCK:
         return {Qeapp::eFileLocked,
-                "cannot be locked, perhaps because it lies on a network drive without locks" + reason};
+                "cannot be locked, perhaps because it lies on a network drive without locks" + reason,
+                {}};
     case SQLITE_IOERR_READ:
     case SQLITE_IOERR_SHORT_READ:
     case SQLITE_IOERR_CORRUPTFS:
-        return {Qeapp::eFileDamaged, "cannot be read" + reason};
+        return {Qeapp::eFileDamaged, "cannot be read" + reason, {}};
     case SQLITE_IOERR_DELETE:
-        return {Qeapp::eFileWriteFailed, "the journal that a save has beside it cannot be removed" + reason};
+        return {Qeapp::eFileWriteFailed, "the journal that a save has beside it cannot be removed" + reason, {}};
     case SQLITE_IOERR_NOMEM:
-        return {Qeapp::eOutOfMemory, "not enough memory for the drawing"};
+        return {Qeapp::eOutOfMemory, "not enough memory for the drawing", {}};
     default:
-        return {Qeapp::eFileWriteFailed, "cannot be written" + (reason.empty() ? ": " + failure.message : reason)};
+        return {Qeapp::eFileWriteFailed, "cannot be written" + (reason.empty() ? ": " + failure.message : reason), {}};
     }
 }
 
@@ -66,28 +69,29 @@ bool isDatabase(sqlite3* connection)
         .starts_with(std::string_view("SQLite format 3\0", 16));
 }
 
-FileResult resultOf(const Error& failure, sqlite3* connection)
+Error drawingError(const Error& failure, sqlite3* connection)
 {
     switch (primarySqlCode(failure)) {
     case SQLITE_BUSY:
-        return {Qeapp::eFileLocked, "another process is using it and did not let go of it in time"};
+        return {Qeapp::eFileLocked, "another process is using it and did not release it in time", {}};
     case SQLITE_NOTADB:
-        return {Qeapp::eFileDamaged, whyNoDatabase(connection)};
+        return {Qeapp::eFileDamaged, notADatabaseMessage(connection), {}};
     case SQLITE_CORRUPT:
-        return {Qeapp::eFileDamaged, "is damaged: " + failure.message};
+        return {Qeapp::eFileDamaged, "is damaged: " + failure.message, {}};
     case SQLITE_FULL:
-        return {Qeapp::eFileWriteFailed, "cannot be written: the disk is full"};
+        return {Qeapp::eFileWriteFailed, "cannot be written: the disk is full", {}};
     case SQLITE_READONLY:
-        return resultOfReadOnly(failure.status);
+        return readOnlyError(failure.status);
     case SQLITE_CANTOPEN:
-        return {Qeapp::eFileWriteFailed, "it, or its journal beside it, cannot be opened" + systemReason(connection)};
+        return {
+            Qeapp::eFileWriteFailed, "it, or its journal beside it, cannot be opened" + systemReason(connection), {}};
     case SQLITE_IOERR:
-        return resultOfIo(failure, connection);
+        return inputOutputError(failure, connection);
     case SQLITE_CONSTRAINT:
     case SQLITE_TOOBIG:
-        return {Qeapp::eInvalidInput, "would not be readable: " + failure.message};
+        return {Qeapp::eInvalidInput, "would not be readable: " + failure.message, {}};
     default:
-        return {Qeapp::eFileDamaged, "is damaged: " + failure.message};
+        return {Qeapp::eFileDamaged, "is damaged: " + failure.message, {}};
     }
 }
 

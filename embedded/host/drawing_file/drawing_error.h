@@ -1,33 +1,39 @@
-// How work on a drawing file ended, as a status and a message of the host's.
+// Failures of SQLite as Errors of the host.
 #pragma once
 
 #include <string>
+#include <type_traits>
 
-#include "embedded/host/database/file_result.h"
-#include "embedded/host/database/handle.h"
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_connection.h"
 
 namespace Embedded {
 
-/// What SQLite's refusal says of a drawing file, without the file's name. `connection` may be null where none came
-/// about.
-FileResult resultOf(const Error& failure, sqlite3* connection);
+/// What an Error of catchSqlError means for a drawing file. The place is empty. `connection` may be null.
+Error drawingError(const Error& failure, sqlite3* connection);
 
 /// Whether the file begins as SQLite databases do.
 bool isDatabase(sqlite3* connection);
 
-/// eOk, or what stopped `work`, with the name of the file before it. Want of memory is std::bad_alloc.
+/// Runs `work` on the connection's file and returns what stopped it: an exception of SQLiteCpp or an ErrorException,
+/// with the name of the file before its place; or the Error that `work` returns, as it is. Throws std::bad_alloc when
+/// memory is short.
 template <class Work>
-FileResult drawingResult(DrawingConnection& connection, const std::string& file, Work work)
+Expected<void> catchDrawingError(const DrawingConnection& connection, const std::string& file, Work work)
 {
     try {
-        const auto done = catchSqlError(work);
-        if (done)
-            return {};
-        FileResult result = resultOf(done.error(), connection.handle());
-        return {result.status, file + ": " + result.message};
-    } catch (const DrawingRefusal& refusal) {
-        return {refusal.status, file + ": " + refusal.message};
+        Expected<void> result;
+        const Expected<void> done = catchSqlError([&] {
+            if constexpr (std::is_void_v<std::invoke_result_t<Work>>)
+                work();
+            else
+                result = work();
+        });
+        if (!done)
+            return tl::unexpected<Error>(inFile(file, drawingError(done.error(), connection.handle())));
+        return result;
+    } catch (const ErrorException& exception) {
+        return tl::unexpected<Error>(inFile(file, exception.error()));
     }
 }
 

@@ -24,28 +24,21 @@ bool needsDecomposition(const QeDbDatabase& database, QeDb::QeDbDwgVersion versi
     return version != database.drawingVersion() || version < QeDb::kGeoDataTextDwg;
 }
 
-FileResult named(const std::string& file, FileResult result)
-{
-    if (result.status != Qeapp::eOk)
-        result.message = file + ": " + result.message;
-    return result;
-}
-
 DrawingStore* storeOf(const QeDbDatabase& database)
 {
     return static_cast<DrawingStore*>(database.imp().store.get());
 }
 
-FileResult saveConverted(QeDbDatabase& database, QeDb::QeDbDwgVersion version, DrawingDestination& destination)
+Expected<void> saveConverted(QeDbDatabase& database, QeDb::QeDbDwgVersion version, DrawingDestination& destination)
 {
     std::optional<DecompositionRun> run; // undone on every way out but the last
     if (needsDecomposition(database, version))
         run.emplace(database, version);
-    if (FileResult result = loadingFailure(database); result.status != Qeapp::eOk)
+    if (Expected<void> result = loadingResult(database); !result)
         return result;
-    if (run && run->status() != Qeapp::eOk)
-        return {run->status(), run->message()};
-    if (FileResult result = destination.write(database.imp(), version); result.status != Qeapp::eOk)
+    if (run && !run->result())
+        return run->result();
+    if (Expected<void> result = destination.write(database.imp(), version); !result)
         return result;
     database.imp().version = version;
     if (run)
@@ -53,60 +46,64 @@ FileResult saveConverted(QeDbDatabase& database, QeDb::QeDbDwgVersion version, D
     return {};
 }
 
-FileResult save(QeDbDatabase& database, QeDb::QeDbDwgVersion version, DrawingDestination& destination)
+Expected<void> save(QeDbDatabase& database, QeDb::QeDbDwgVersion version, DrawingDestination& destination)
 {
     if (!isDrawingVersion(version))
-        return named(destination.name(),
-                     {Qeapp::eInvalidDrawingVersion,
-                      std::to_string(static_cast<int>(version)) + " is not a drawing version that can be saved"});
+        return failure(Qeapp::eInvalidDrawingVersion,
+                       std::to_string(static_cast<int>(version)) + " is not a drawing version that can be saved",
+                       destination.name());
     try {
         return saveConverted(database, version, destination);
     } catch (const std::bad_alloc&) {
-        return named(destination.name(), {Qeapp::eOutOfMemory, "not enough memory to save the drawing"});
+        return failure(Qeapp::eOutOfMemory, "not enough memory to save the drawing", destination.name());
     }
+}
+
+tl::unexpected<Error> tooLittleMemory(std::string place)
+{
+    return failure(Qeapp::eOutOfMemory, "not enough memory for the drawing", std::move(place));
 }
 
 } // namespace
 
-FileResult loadDrawing(const fs::path& file, std::unique_ptr<QeDbDatabase>& database, DrawingAccess access,
-                       const LockWait& wait)
+Expected<std::unique_ptr<QeDbDatabase>> loadDrawing(const fs::path& file, DrawingAccess access, const LockWait& wait)
 {
-    database.reset();
     try {
-        return openDrawing(file, access, wait, database);
+        return openDrawing(file, access, wait);
     } catch (const std::bad_alloc&) {
-        return named(displayName(file), {Qeapp::eOutOfMemory, "not enough memory for the drawing"});
+        return tooLittleMemory(displayName(file));
     }
 }
 
-FileResult loadDrawingFromBytes(const std::string& bytes, std::unique_ptr<QeDbDatabase>& database)
+Expected<std::unique_ptr<QeDbDatabase>> loadDrawingFromBytes(const std::string& bytes)
 {
-    database.reset();
     try {
-        return openDrawingFromBytes(bytes, database);
+        return openDrawingFromBytes(bytes);
     } catch (const std::bad_alloc&) {
-        return {Qeapp::eOutOfMemory, "not enough memory for the drawing"};
+        return tooLittleMemory({});
     }
 }
 
-FileResult saveDrawing(QeDbDatabase& database, const fs::path& file, QeDb::QeDbDwgVersion version,
-                       Overwriting overwriting, const LockWait& wait)
+Expected<void> saveDrawing(QeDbDatabase& database, const fs::path& file, QeDb::QeDbDwgVersion version,
+                           Overwriting overwriting, const LockWait& wait)
 {
     const std::unique_ptr<DrawingDestination> destination = destinationFor(storeOf(database), file, overwriting, wait);
     return save(database, version, *destination);
 }
 
-FileResult saveDrawingToBytes(QeDbDatabase& database, QeDb::QeDbDwgVersion version, std::string& bytes)
+Expected<std::string> saveDrawingToBytes(QeDbDatabase& database, QeDb::QeDbDwgVersion version)
 {
-    bytes.clear();
+    std::string bytes;
     const std::unique_ptr<DrawingDestination> destination = destinationInMemory(storeOf(database), bytes);
-    return save(database, version, *destination);
+    if (Expected<void> result = save(database, version, *destination); !result)
+        return tl::unexpected<Error>(std::move(result).error());
+    return bytes;
 }
 
-FileResult loadingFailure(const QeDbDatabase& database)
+Expected<void> loadingResult(const QeDbDatabase& database)
 {
     const DrawingStore* const store = storeOf(database);
-    return store != nullptr ? store->failure() : FileResult();
+    return store != nullptr ? store->result() : Expected<void>();
 }
 
 } // namespace Embedded

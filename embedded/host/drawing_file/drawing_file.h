@@ -5,54 +5,62 @@
 #include <memory>
 #include <string>
 
+#include "embedded/base/error.h"
 #include "embedded/base/lock_wait.h"
-#include "embedded/host/database/file_result.h"
 #include "platform/export.h"
 #include "platform/host/database.h"
 
 namespace Embedded {
 
 enum class DrawingAccess {
-    reading,  // sees the file as it is now until the drawing is closed; others may read it, and write it in between
-    changing, // holds the lock for writing until the drawing is saved or closed; others may read it
-    sharing,  // holds no lock; an object that is loaded after another program has changed the file is eFileChanged
+    reading,  // sees the file as it is now until the drawing is closed; others may read and change the file
+    changing, // holds the write lock until the drawing is saved or closed; others may read the file
+    sharing,  // holds no lock; loading an object after another program has changed the file is eFileChanged
 };
 
-/// Opens a drawing file as a new database, whose objects are loaded from it as they are opened. On failure the database
-/// is null and the file is as it was: eFileNotFound for a file that cannot be opened, eFileTooNew, eFileDamaged for
-/// whatever else is no drawing file, eFileLocked when another process keeps it for longer than `wait` says,
-/// eFileWriteFailed for changing what is write-protected or has other names too, eOutOfMemory. The message begins with
-/// the file's name.
-QEHOST_API FileResult loadDrawing(const std::filesystem::path& file, std::unique_ptr<QeDbDatabase>& database,
-                                  DrawingAccess access = DrawingAccess::sharing, const LockWait& wait = {});
+/// Opens a drawing file as a new database. Objects are loaded from the file when they are opened. A failure does not
+/// change the file:
+/// - eFileNotFound for a file that cannot be opened;
+/// - eFileTooNew for a newer format, eFileDamaged for any other file that is not a drawing;
+/// - eFileLocked if another process locks it for longer than `wait` says;
+/// - eFileWriteFailed for changing a file that is write-protected or has several names;
+/// - eOutOfMemory.
+/// The place of the Error begins with the file's name.
+QEHOST_API Expected<std::unique_ptr<QeDbDatabase>> loadDrawing(const std::filesystem::path& file,
+                                                               DrawingAccess access = DrawingAccess::sharing,
+                                                               const LockWait& wait = {});
 
 /// What saveDrawing may write over.
 enum class Overwriting {
-    refused,   // nothing but a file of no bytes
+    refused,   // only an empty file
     drawings,  // a drawing
-    noDatabase // a drawing, and a file that is no SQLite database
+    noDatabase // a drawing, or a file that is not an SQLite database
 };
 
-/// The host's save. A version other than the drawing's, or one older than kGeoDataTextDwg, runs the decomposition
-/// reactors first, inside a transaction: when one of them fails or records an error, nothing is written and the open
-/// drawing is as it was; the result is then the recorded code and message. A failed write undoes them too.
-/// eInvalidDrawingVersion for a version that is none. On eOk the drawing has the version it was saved in.
+/// Saves a drawing. A version other than the drawing's, or one older than kGeoDataTextDwg, runs the decomposition
+/// reactors first, inside a transaction. If one of them fails or records an error, or the write fails, the transaction
+/// is undone, nothing is written, and the Error has the recorded code and message. Afterwards the drawing has the
+/// version that it was saved in.
 ///
-/// Into the file that the drawing was loaded from, what was changed is written in one transaction, after which no lock
-/// is held: eFileChanged when another program has changed the file since. Into another file the whole drawing is
-/// written, and stays one of the file that it was loaded from: eFileExists for a file that is there, unless
-/// `overwriting` is allowed and it is a drawing; a file of no bytes counts as absent. eFileLocked, eFileWriteFailed and
-/// eOutOfMemory leave every file as it was. A drawing of which something could not be read is not saved: the result is
-/// that failure.
-QEHOST_API FileResult saveDrawing(QeDbDatabase& database, const std::filesystem::path& file,
-                                  QeDb::QeDbDwgVersion version, Overwriting overwriting = Overwriting::refused,
-                                  const LockWait& wait = {});
+/// Saving into the drawing's own file writes the changes in one transaction and then holds no lock. Saving into another
+/// file writes the whole drawing; the drawing still belongs to the file that it was loaded from. An empty file counts
+/// as absent.
+///
+/// A failure leaves every file as it was:
+/// - eInvalidDrawingVersion;
+/// - eFileChanged if another program has changed the drawing's own file since it was opened;
+/// - eFileExists for another file that exists, unless `overwriting` allows it;
+/// - eFileLocked, eFileWriteFailed, eOutOfMemory;
+/// - the failure of an object of the drawing that could not be read before.
+QEHOST_API Expected<void> saveDrawing(QeDbDatabase& database, const std::filesystem::path& file,
+                                      QeDb::QeDbDwgVersion version, Overwriting overwriting = Overwriting::refused,
+                                      const LockWait& wait = {});
 
 /// The same for a drawing file that lies in memory.
-QEHOST_API FileResult loadDrawingFromBytes(const std::string& bytes, std::unique_ptr<QeDbDatabase>& database);
-QEHOST_API FileResult saveDrawingToBytes(QeDbDatabase& database, QeDb::QeDbDwgVersion version, std::string& bytes);
+QEHOST_API Expected<std::unique_ptr<QeDbDatabase>> loadDrawingFromBytes(const std::string& bytes);
+QEHOST_API Expected<std::string> saveDrawingToBytes(QeDbDatabase& database, QeDb::QeDbDwgVersion version);
 
-/// What kept an object of the drawing from being loaded; eOk for nothing.
-QEHOST_API FileResult loadingFailure(const QeDbDatabase& database);
+/// Fails with the first failure to load an object of the drawing.
+QEHOST_API Expected<void> loadingResult(const QeDbDatabase& database);
 
 } // namespace Embedded

@@ -25,9 +25,9 @@ void forEachHandle(Header& header, Visit visit)
     visit("geo data", header.geoData, false);
 }
 
-[[noreturn]] void refuseHeader(const std::string& fault)
+[[noreturn]] void refuseHeader(const std::string& message)
 {
-    throw DrawingRefusal{Qeapp::eFileDamaged, "header: " + fault};
+    throwDamage(message, "header");
 }
 
 std::map<std::string, std::int64_t> rowsOfHeader(DrawingConnection& connection)
@@ -40,7 +40,7 @@ std::map<std::string, std::int64_t> rowsOfHeader(DrawingConnection& connection)
         const auto* field = std::get_if<StoredText>(&row[0]);
         const auto* value = std::get_if<std::int64_t>(&row[1]);
         if (field == nullptr || value == nullptr)
-            refuseHeader("a row that is no field and a number");
+            refuseHeader("a row is not a field with a number");
         values.emplace(field->bytes, *value);
     }
     return values;
@@ -48,9 +48,9 @@ std::map<std::string, std::int64_t> rowsOfHeader(DrawingConnection& connection)
 
 } // namespace
 
-DrawingHeader headerOf(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version)
+DrawingHeader makeHeader(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version)
 {
-    const QeHost::ObjectRecord* const geoData = QeHost::savedGeoData(database);
+    const QeHost::ObjectRecord* const geoData = QeHost::geoDataInDrawing(database);
     return {.version = version,
             .nextHandle = database.nextHandle,
             .namedObjects = database.namedObjects->handle,
@@ -63,7 +63,7 @@ DrawingHeader headerOf(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion
 void writeHeader(DrawingConnection& connection, const DrawingHeader& header)
 {
     if (!std::in_range<std::int64_t>(header.nextHandle))
-        throw DrawingRefusal{Qeapp::eInvalidInput, "has no more handles for new objects"};
+        throwError(Qeapp::eInvalidInput, "has no more handles for new objects");
     Query(connection, "DELETE FROM header").run();
     const auto insert = [&](const char* field, std::int64_t value) {
         insertRow(connection, "INSERT INTO header VALUES (?, ?, ?)", "header", {StoredText{field, false}, value});
@@ -91,7 +91,7 @@ DrawingHeader readHeader(DrawingConnection& connection)
     forEachHandle(header, [&](const char* field, Handle& handle, bool mustBe) {
         const std::int64_t value = take(field, mustBe);
         if (value < (mustBe ? 1 : 0))
-            refuseHeader(std::string(field) + " is no handle");
+            refuseHeader(std::string(field) + " is not a handle");
         handle = static_cast<Handle>(value);
     });
     if (!values.empty())

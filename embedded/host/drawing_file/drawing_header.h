@@ -1,4 +1,4 @@
-// The header of a drawing file: what is known of the drawing before any object is.
+// The header of a drawing file.
 #pragma once
 
 #include "embedded/host/database/database.h"
@@ -6,7 +6,7 @@
 
 namespace Embedded {
 
-/// Handles of 0 are of objects that the drawing does not have.
+/// A handle is 0 if the drawing does not have the object.
 struct DrawingHeader {
     std::int64_t version = 0; // of the drawing
     Handle nextHandle = 0;
@@ -17,9 +17,9 @@ struct DrawingHeader {
     Handle geoData = 0;
 };
 
-DrawingHeader headerOf(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version);
+DrawingHeader makeHeader(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version);
 void writeHeader(DrawingConnection& connection, const DrawingHeader& header);
-/// Throws DrawingRefusal.
+/// Throws an Error for damage.
 DrawingHeader readHeader(DrawingConnection& connection);
 
 } // namespace Embedded

@@ -23,11 +23,6 @@ std::int64_t pragma(SQLite::Database& database, const char* sql)
     return database.execAndGet(sql).getInt64();
 }
 
-[[noreturn]] void refuse(Qeapp::ErrorStatus status, const std::string& message)
-{
-    throw DrawingRefusal{status, message};
-}
-
 /// The log would be a second file beside the drawing, and readers would need memory that they share with writers.
 void requireNoWriteAheadLog(const DrawingConnection& connection)
 {
@@ -35,7 +30,7 @@ void requireNoWriteAheadLog(const DrawingConnection& connection)
     constexpr std::string_view kRollback("\1\1", 2);             // to be written, and to be read
     const std::string beginning = beginningOfFile(connection.handle());
     if (beginning.starts_with(kDatabase) && beginning.substr(18, 2) != kRollback)
-        refuse(Qeapp::eFileDamaged, "is in SQLite's write-ahead mode, which drawing files are never in");
+        throwDamage("is in SQLite's write-ahead mode, which drawing files are never in");
 }
 
 /// Nothing but the database's header and schema is read.
@@ -44,24 +39,22 @@ void requireDrawing(DrawingConnection& connection)
     SQLite::Database& database = connection.database();
     const std::int64_t application = pragma(database, "PRAGMA application_id"); // also rolls back a killed save
     if (connection.fileSize() == 0)
-        refuse(Qeapp::eFileDamaged, "is empty, and so no drawing");
+        throwDamage("is empty, not a drawing");
     if (application != DrawingSchema::kApplicationId)
-        refuse(Qeapp::eFileDamaged,
-               "is a database of another application (its application_id is " + std::to_string(application) + ")");
+        throwDamage("is a database of another application (its application_id is " + std::to_string(application) + ")");
     const std::int64_t format = pragma(database, "PRAGMA user_version");
     if (format > DrawingSchema::kFormat)
-        refuse(Qeapp::eFileTooNew, "is of format " + std::to_string(format) + "; this version reads format " +
-                                       std::to_string(DrawingSchema::kFormat));
+        throwError(Qeapp::eFileTooNew, "is of format " + std::to_string(format) + "; this version reads format " +
+                                           std::to_string(DrawingSchema::kFormat));
     if (format != DrawingSchema::kFormat)
-        refuse(Qeapp::eFileDamaged, "is of no known format (its user_version is " + std::to_string(format) + ")");
-    if (const std::string fault = DrawingSchema::faultOf(database); !fault.empty())
-        refuse(Qeapp::eFileDamaged, fault);
+        throwDamage("has an unknown format (its user_version is " + std::to_string(format) + ")");
+    DrawingSchema::require(database);
 }
 
 void begin(DrawingConnection& connection, DrawingAccess access)
 {
     if (access == DrawingAccess::changing && sqlite3_db_readonly(connection.handle(), "main") != 0)
-        refuse(Qeapp::eFileWriteFailed, "is write-protected");
+        throwError(Qeapp::eFileWriteFailed, "is write-protected");
     requireNoWriteAheadLog(connection);
     connection.database().exec(access == DrawingAccess::changing ? "BEGIN IMMEDIATE" : "BEGIN");
     requireDrawing(connection);
@@ -77,36 +70,27 @@ void fillRoots(QeHost::DatabaseImp& imp, const DrawingHeader& header)
     if (header.geoData != 0)
         imp.geoDataObjects.push_back(&imp.storedRecord(header.geoData));
     // Extended data are kept under the applications' records.
-    if (!QeHost::loaded(*imp.regAppTable).isKindOf(QeDbRegAppTable::desc()))
-        imp.store->refuse(placeOf(header.regAppTable) + "is no table of registered applications");
-}
-
-FileResult attach(std::unique_ptr<DrawingConnection> connection, const fs::path& path, const std::string& name,
-                  bool isShared, std::unique_ptr<QeDbDatabase>& database)
-{
-    try {
-        DrawingConnection& opened = *connection;
-        auto store = std::make_unique<DrawingStore>(std::move(connection), path, name);
-        const DrawingHeader header = store->header();
-        auto made = std::make_unique<QeDbDatabase>(static_cast<QeDb::QeDbDwgVersion>(header.version));
-        made->imp().clear();
-        made->imp().store = std::move(store);
-        fillRoots(made->imp(), header);
-        if (isShared)
-            opened.rollBack();
-        database = std::move(made);
-        return {};
-    } catch (const QeHost::StoreFailure& failure) {
-        return failure.result;
-    }
+    if (!QeHost::loadObject(*imp.regAppTable).isKindOf(QeDbRegAppTable::desc()))
+        imp.store->throwDamage(header.regAppTable, "is not the table of registered applications");
 }
 
 } // namespace
 
-FileResult attachDrawing(std::unique_ptr<DrawingConnection> connection, const fs::path& file, bool isShared,
-                         std::unique_ptr<QeDbDatabase>& database)
+Expected<std::unique_ptr<QeDbDatabase>> attachDrawing(std::unique_ptr<DrawingConnection> connection,
+                                                      const fs::path& file, const std::string& name, bool isShared)
 {
-    return attach(std::move(connection), file, displayName(file), isShared, database);
+    return catchError([&] {
+        DrawingConnection& opened = *connection;
+        auto store = std::make_unique<DrawingStore>(std::move(connection), file, name);
+        const DrawingHeader header = store->header();
+        auto database = std::make_unique<QeDbDatabase>(static_cast<QeDb::QeDbDwgVersion>(header.version));
+        database->imp().clear();
+        database->imp().store = std::move(store);
+        fillRoots(database->imp(), header);
+        if (isShared)
+            opened.rollBack();
+        return database;
+    });
 }
 
 std::string sqliteName(const fs::path& file)
@@ -116,60 +100,62 @@ std::string sqliteName(const fs::path& file)
     return {utf8.begin(), utf8.end()};
 }
 
-FileResult requireOneName(const fs::path& file)
+Expected<void> requireOneName(const fs::path& file)
 {
     std::error_code error;
     const std::uintmax_t names = fs::hard_link_count(file, error);
     if (error || names <= 1)
         return {};
-    return {Qeapp::eFileWriteFailed, "has " + std::to_string(names) +
-                                         " names (hard links), and is not changed under any of them; copy it to a file "
-                                         "of its own"};
+    return failure(Qeapp::eFileWriteFailed,
+                   "has " + std::to_string(names) +
+                       " names (hard links), and is not changed under any of them; copy it to a file of its own");
 }
 
-FileResult inspectFile(const fs::path& file)
+Expected<void> requireRegularFile(const fs::path& file)
 {
     Expected<FileKind> kind = fileKind(file);
     if (!kind)
-        return {Qeapp::eFileNotFound, std::move(kind.error().message)};
+        return failure(Qeapp::eFileNotFound, std::move(kind.error().message));
     switch (*kind) {
     case FileKind::regular:
         return {};
     case FileKind::folder:
-        return {Qeapp::eFileDamaged, "is a folder"};
+        return failure(Qeapp::eFileDamaged, "is a folder");
     case FileKind::other:
         break;
     }
-    return {Qeapp::eFileDamaged, "is not a regular file"};
+    return failure(Qeapp::eFileDamaged, "is not a regular file");
 }
 
-FileResult connect(const fs::path& file, DrawingAccess access, const LockWait& wait,
-                   std::unique_ptr<DrawingConnection>& connection)
+Expected<std::unique_ptr<DrawingConnection>> connect(const fs::path& file, DrawingAccess access, const LockWait& wait)
 {
     const std::string name = displayName(file);
-    FileResult result = inspectFile(file);
-    if (result.status == Qeapp::eOk && access == DrawingAccess::changing)
+    Expected<void> result = requireRegularFile(file);
+    if (result && access == DrawingAccess::changing)
         result = requireOneName(file);
-    if (result.status != Qeapp::eOk)
-        return {result.status, name + ": " + result.message};
+    if (!result)
+        return tl::unexpected<Error>(inFile(name, std::move(result).error()));
     // Also for reading: a journal that a killed process has left is rolled back first.
+    std::unique_ptr<DrawingConnection> connection;
     const auto connected = catchSqlError(
         [&] { connection = std::make_unique<DrawingConnection>(sqliteName(file), SQLite::OPEN_READWRITE, wait); });
     if (!connected)
-        return {Qeapp::eFileNotFound, name + ": cannot be opened: " + std::generic_category().message(errno)};
-    return drawingResult(*connection, name, [&] { begin(*connection, access); });
+        return failure(Qeapp::eFileNotFound, "cannot be opened: " + std::generic_category().message(errno), name);
+    result = catchDrawingError(*connection, name, [&] { begin(*connection, access); });
+    if (!result)
+        return tl::unexpected<Error>(std::move(result).error());
+    return connection;
 }
 
-FileResult openDrawing(const fs::path& file, DrawingAccess access, const LockWait& wait,
-                       std::unique_ptr<QeDbDatabase>& database)
+Expected<std::unique_ptr<QeDbDatabase>> openDrawing(const fs::path& file, DrawingAccess access, const LockWait& wait)
 {
-    std::unique_ptr<DrawingConnection> connection;
-    if (FileResult result = connect(file, access, wait, connection); result.status != Qeapp::eOk)
-        return result;
-    return attachDrawing(std::move(connection), file, access == DrawingAccess::sharing, database);
+    Expected<std::unique_ptr<DrawingConnection>> connection = connect(file, access, wait);
+    if (!connection)
+        return tl::unexpected<Error>(std::move(connection).error());
+    return attachDrawing(std::move(*connection), file, displayName(file), access == DrawingAccess::sharing);
 }
 
-FileResult openDrawingFromBytes(const std::string& bytes, std::unique_ptr<QeDbDatabase>& database)
+Expected<std::unique_ptr<QeDbDatabase>> openDrawingFromBytes(const std::string& bytes)
 {
     const std::string name = "standard input";
     auto connection = std::make_unique<DrawingConnection>(":memory:", SQLite::OPEN_READWRITE, LockWait());
@@ -180,8 +166,10 @@ FileResult openDrawingFromBytes(const std::string& bytes, std::unique_ptr<QeDbDa
     const auto size = static_cast<sqlite3_int64>(bytes.size());
     sqlite3_deserialize(connection->handle(), "main", copy, size, size + 1,
                         SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_RESIZEABLE);
-    FileResult result = drawingResult(*connection, name, [&] { begin(*connection, DrawingAccess::reading); });
-    return result.status == Qeapp::eOk ? attach(std::move(connection), {}, name, true, database) : result;
+    Expected<void> begun = catchDrawingError(*connection, name, [&] { begin(*connection, DrawingAccess::reading); });
+    if (!begun)
+        return tl::unexpected<Error>(std::move(begun).error());
+    return attachDrawing(std::move(connection), {}, name, true);
 }
 
 } // namespace Embedded

@@ -1,4 +1,4 @@
-// Opening the database that a drawing file is.
+// Opening a drawing file.
 #pragma once
 
 #include <filesystem>
@@ -10,28 +10,29 @@
 
 namespace Embedded {
 
-/// As loadDrawing and loadDrawingFromBytes do, but for want of memory, which is std::bad_alloc.
-FileResult openDrawing(const std::filesystem::path& file, DrawingAccess access, const LockWait& wait,
-                       std::unique_ptr<QeDbDatabase>& database);
-FileResult openDrawingFromBytes(const std::string& bytes, std::unique_ptr<QeDbDatabase>& database);
+/// Do what loadDrawing and loadDrawingFromBytes do, but throw std::bad_alloc when memory is short.
+Expected<std::unique_ptr<QeDbDatabase>> openDrawing(const std::filesystem::path& file, DrawingAccess access,
+                                                    const LockWait& wait);
+Expected<std::unique_ptr<QeDbDatabase>> openDrawingFromBytes(const std::string& bytes);
 
-/// A connection to a drawing file, in a transaction of the kind that the access wants, after everything was checked
-/// that can be checked without looking at any object. Without locks for sharing.
-FileResult connect(const std::filesystem::path& file, DrawingAccess access, const LockWait& wait,
-                   std::unique_ptr<DrawingConnection>& connection);
+/// Opens a connection to a drawing file and begins the transaction that the access needs. Checks everything that can be
+/// checked without reading an object.
+Expected<std::unique_ptr<DrawingConnection>> connect(const std::filesystem::path& file, DrawingAccess access,
+                                                     const LockWait& wait);
 
-/// The drawing behind a connection that `connect` has made.
-FileResult attachDrawing(std::unique_ptr<DrawingConnection> connection, const std::filesystem::path& file,
-                         bool isShared, std::unique_ptr<QeDbDatabase>& database);
+/// Makes the drawing of a connection from `connect`. Errors name the file by `name`, or not at all if it is empty.
+Expected<std::unique_ptr<QeDbDatabase>> attachDrawing(std::unique_ptr<DrawingConnection> connection,
+                                                      const std::filesystem::path& file, const std::string& name,
+                                                      bool isShared);
 
-/// Why the file, which links are followed to, cannot be a drawing; eOk for a regular file. It is not opened.
-FileResult inspectFile(const std::filesystem::path& file);
+/// Fails unless the file is a regular one. Follows links, and does not open the file.
+Expected<void> requireRegularFile(const std::filesystem::path& file);
 
-/// Why a file of several names is not changed: journals are named after the file, so that a writer under one name does
-/// not see those of another. eOk for one that has no other name.
-FileResult requireOneName(const std::filesystem::path& file);
+/// Fails for a file of several names. Journals are named after the file, so that a writer under one name does not see
+/// those of another.
+Expected<void> requireOneName(const std::filesystem::path& file);
 
-/// The file's name as SQLite takes it.
+/// The file's name in the form that SQLite needs.
 std::string sqliteName(const std::filesystem::path& file);
 
 } // namespace Embedded

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <optional>
 #include <set>
 #include <utility>
 
@@ -26,7 +25,7 @@ constexpr const wchar_t* kSalvagedKey = L"SALVAGED";
 /// Writes objects into a drawing that has nothing but its roots and model space.
 class SalvageWriter {
 public:
-    SalvageWriter(DrawingConnection& connection, std::map<Handle, SavedObject> objects, Salvage& salvage)
+    SalvageWriter(DrawingConnection& connection, std::map<Handle, SalvagedObject> objects, Salvage& salvage)
         : connection_(connection), objects_(std::move(objects)), salvage_(salvage)
     {
     }
@@ -57,7 +56,7 @@ private:
     }
 
     /// Whether the object may lie below the owner.
-    bool fits(const SavedObject& object, Handle owner) const
+    bool fits(const SalvagedObject& object, Handle owner) const
     {
         const auto found = objects_.find(owner);
         const QeRxClass* const needed = object.itsClass->owner != nullptr ? object.itsClass->owner() : nullptr;
@@ -83,12 +82,12 @@ private:
     void addRoot(Handle root)
     {
         const ObjectRow made = readObjectRow(connection_, root);
-        SavedObject& object = objects_[root];
+        SalvagedObject& object = objects_[root];
         const auto* const itsClass = QeHost::findClass(wideFromUtf8(made.className));
         if (object.itsClass != itsClass) {
             object = {.className = made.className, .itsClass = itsClass, .owner = made.owner, .details = {}, .key = {}};
             RowDigest digest;
-            object.details = detailsOf(connection_, root, digest);
+            object.details = readDetailRows(connection_, root, digest);
         }
         object.owner = made.owner;
         for (const DetailTable& table : kDetailTables)
@@ -111,7 +110,7 @@ private:
             if (!onPath.insert(each).second)
                 break; // a cycle ends at the object at which it closes
             path.push_back(each);
-            const SavedObject& object = objects_.at(each);
+            const SalvagedObject& object = objects_.at(each);
             if (!fits(object, object.owner))
                 break;
             each = object.owner;
@@ -127,7 +126,7 @@ private:
         const auto found = objects_.find(handle);
         if (found == objects_.end())
             return false;
-        SavedObject& object = found->second;
+        SalvagedObject& object = found->second;
         const bool isEntry = object.itsClass->owner != nullptr && object.itsClass->owner() == QeDbDictionary::desc();
         const bool hasPlace = placed.contains(object.owner) && fits(object, object.owner);
         if (!hasPlace || (isEntry && object.key.bytes.empty())) {
@@ -136,7 +135,7 @@ private:
                 return false;
             }
             object.owner = salvaged();
-            object.key = {hexFromHandle(handle), false};
+            object.key = {formatHandle(handle), false};
             placed.insert(object.owner);
         }
         placed.insert(handle);
@@ -158,7 +157,7 @@ private:
         return salvaged_;
     }
 
-    void writeDetails(Handle handle, const SavedObject& object)
+    void writeDetails(Handle handle, const SalvagedObject& object)
     {
         ObjectRow& row = rows_[handle];
         row.className = object.className;
@@ -167,7 +166,7 @@ private:
             row.details.add(insertRow(connection_, detail.table->insert, detail.table->name, detail.values));
     }
 
-    void list(Handle handle, const SavedObject& object)
+    void list(Handle handle, const SalvagedObject& object)
     {
         if (isRoot(handle))
             return;
@@ -182,28 +181,24 @@ private:
     }
 
     DrawingConnection& connection_;
-    std::map<Handle, SavedObject> objects_;
+    std::map<Handle, SalvagedObject> objects_;
     Salvage& salvage_;
     DrawingHeader roots_;
     std::map<Handle, ObjectRow> rows_;
     Handle salvaged_ = 0;
 };
 
-/// What the damaged file's header says; nothing where it cannot be read.
-std::optional<DrawingHeader> salvagedHeader(DrawingConnection& connection)
+Expected<DrawingHeader> readDamagedHeader(DrawingConnection& connection)
 {
-    std::optional<DrawingHeader> header;
-    try {
-        if (!catchSqlError([&] { header.emplace(readHeader(connection)); }))
-            header.reset();
-    } catch (const DrawingRefusal&) {
-        header.reset();
-    }
+    DrawingHeader header;
+    const Expected<void> result = catchDrawingError(connection, {}, [&] { header = readHeader(connection); });
+    if (!result)
+        return tl::unexpected<Error>(result.error());
     return header;
 }
 
 /// The only GeoData object, where the header does not name it.
-Handle geoDataAmong(const std::map<Handle, SavedObject>& objects, Handle named)
+Handle findGeoData(const std::map<Handle, SalvagedObject>& objects, Handle named)
 {
     if (objects.contains(named))
         return named;
@@ -215,30 +210,33 @@ Handle geoDataAmong(const std::map<Handle, SavedObject>& objects, Handle named)
 
 } // namespace
 
-FileResult salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file, const LockWait& wait,
-                          Salvage& salvage)
+Expected<Salvage> salvageDrawing(const std::filesystem::path& damaged, const std::filesystem::path& file,
+                                 const LockWait& wait)
 {
-    salvage = {};
-    std::unique_ptr<DrawingConnection> source;
-    if (FileResult result = connect(damaged, DrawingAccess::reading, wait, source); result.status != Qeapp::eOk)
-        return result;
-    const std::optional<DrawingHeader> header = salvagedHeader(*source);
-    std::map<Handle, SavedObject> objects = readSalvagedObjects(*source, salvage);
+    Expected<std::unique_ptr<DrawingConnection>> source = connect(damaged, DrawingAccess::reading, wait);
+    if (!source)
+        return tl::unexpected<Error>(std::move(source).error());
+    Salvage salvage;
+    const Expected<DrawingHeader> header = readDamagedHeader(**source);
+    std::map<Handle, SalvagedObject> objects = readSalvagedObjects(**source, salvage);
     QeDbDatabase empty;
-    if (FileResult result = saveDrawing(empty, file, QeDb::kCurrentDwg, Overwriting::refused, wait);
-        result.status != Qeapp::eOk)
-        return result;
-    std::unique_ptr<DrawingConnection> target;
-    if (FileResult result = connect(file, DrawingAccess::changing, wait, target); result.status != Qeapp::eOk)
-        return result;
-    return drawingResult(*target, displayName(file), [&] {
-        const Handle geoData = geoDataAmong(objects, header ? header->geoData : 0);
-        Query(*target, "DELETE FROM entries").run();
-        Query(*target, "DELETE FROM records").run();
-        SalvageWriter(*target, std::move(objects), salvage)
-            .write(header ? header->version : std::int64_t{QeDb::kCurrentDwg}, readHeader(*target), geoData);
-        target->database().exec("COMMIT");
+    if (Expected<void> saved = saveDrawing(empty, file, QeDb::kCurrentDwg, Overwriting::refused, wait); !saved)
+        return tl::unexpected<Error>(std::move(saved).error());
+    Expected<std::unique_ptr<DrawingConnection>> opened = connect(file, DrawingAccess::changing, wait);
+    if (!opened)
+        return tl::unexpected<Error>(std::move(opened).error());
+    DrawingConnection& target = **opened;
+    Expected<void> written = catchDrawingError(target, displayName(file), [&] {
+        const Handle geoData = findGeoData(objects, header ? header->geoData : 0);
+        Query(target, "DELETE FROM entries").run();
+        Query(target, "DELETE FROM records").run();
+        SalvageWriter(target, std::move(objects), salvage)
+            .write(header ? header->version : std::int64_t{QeDb::kCurrentDwg}, readHeader(target), geoData);
+        target.database().exec("COMMIT");
     });
+    if (!written)
+        return tl::unexpected<Error>(std::move(written).error());
+    return salvage;
 }
 
 } // namespace Embedded

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <map>
+#include <string>
 #include <utility>
 
 #include "embedded/base/text.h"
-#include "embedded/host/database/handle.h"
+#include "embedded/host/database/host_error.h"
 
 namespace Embedded::DrawingSchema {
 namespace {
@@ -79,7 +80,7 @@ CREATE INDEX extended_data_by_application ON extended_data (application);
 /// What the schema says of each table and index, by name.
 using Definitions = std::map<std::string, std::string>;
 
-Definitions definitionsIn(SQLite::Database& database)
+Definitions readDefinitions(SQLite::Database& database)
 {
     Definitions definitions;
     SQLite::Statement query(database,
@@ -94,7 +95,7 @@ const Definitions& expectedDefinitions()
     static const Definitions expected = [] {
         SQLite::Database model(":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
         model.exec(kTables);
-        return definitionsIn(model);
+        return readDefinitions(model);
     }();
     return expected;
 }
@@ -108,21 +109,20 @@ void create(SQLite::Database& database)
     database.exec("PRAGMA user_version = " + std::to_string(kFormat));
 }
 
-std::string faultOf(SQLite::Database& database)
+void require(SQLite::Database& database)
 {
-    const Definitions found = definitionsIn(database);
+    const Definitions found = readDefinitions(database);
     for (const auto& [name, definition] : expectedDefinitions()) {
         const auto same = found.find(name);
         if (same == found.end())
-            return name + " is missing from its schema";
+            throwDamage(name + " is missing from its schema");
         if (same->second != definition)
-            return name + " is not as its schema has to be";
+            throwDamage(name + " is not as its schema must be");
     }
     for (const auto& [name, definition] : found) {
         if (!expectedDefinitions().contains(name))
-            return truncateForMessage(name) + " does not belong into its schema";
+            throwDamage(truncateForMessage(name) + " is not part of its schema");
     }
-    return {};
 }
 
 } // namespace Embedded::DrawingSchema

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -14,7 +13,7 @@ inline constexpr int kPageSize = 4096;
 
 /// Makes the tables in an empty database.
 void create(SQLite::Database& database);
-/// What of the database's schema is not as it has to be; empty when all of it is. Nothing but the schema is read.
-std::string faultOf(SQLite::Database& database);
+/// Throws an Error unless the database's schema is the expected one. Reads nothing but the schema.
+void require(SQLite::Database& database);
 
 } // namespace Embedded::DrawingSchema

@@ -46,14 +46,14 @@ private:
     bool isOwn_;
 };
 
-void requireDifferent(const std::vector<std::pair<std::wstring, Handle>>& entries)
+void requireDistinct(const std::vector<std::pair<std::wstring, Handle>>& entries)
 {
     std::vector<Handle> objects;
     for (const auto& [key, object] : entries)
         objects.push_back(object);
     std::sort(objects.begin(), objects.end());
     if (const auto twice = std::adjacent_find(objects.begin(), objects.end()); twice != objects.end())
-        throw DrawingRefusal{Qeapp::eFileDamaged, placeOf(*twice) + "is listed twice"};
+        Embedded::throwDamage("is listed twice", objectPlace(*twice));
 }
 
 } // namespace
@@ -67,37 +67,37 @@ DrawingStore::DrawingStore(std::unique_ptr<DrawingConnection> connection, std::f
 }
 
 template <class Read>
-auto DrawingStore::reading(Read read)
+auto DrawingStore::inReadTransaction(Read read)
 {
-    if (failure_.status != Qeapp::eOk)
-        throw QeHost::StoreFailure{failure_};
+    if (!result_)
+        throw ErrorException(result_.error());
     decltype(read()) answer{};
-    FileResult result = drawingResult(*connection_, file_, [&] {
+    const Expected<void> result = catchDrawingError(*connection_, file_, [&] {
         const ReadTransaction transaction(*connection_);
         requireUnchanged();
         answer = read();
     });
-    if (result.status == Qeapp::eOk)
+    if (result)
         return answer;
-    if (result.status != Qeapp::eFileLocked)
-        failure_ = result;
-    throw QeHost::StoreFailure{std::move(result)};
+    if (hostStatus(result) != Qeapp::eFileLocked)
+        result_ = result;
+    throw ErrorException(result.error());
 }
 
 void DrawingStore::requireUnchanged()
 {
     if (changeCounter(*connection_) != version_)
-        throw DrawingRefusal{Qeapp::eFileChanged, "was changed by another program since it was opened; open it again"};
+        throwError(Qeapp::eFileChanged, "was changed by another program since it was opened; open it again");
 }
 
 DrawingHeader DrawingStore::header()
 {
-    return reading([&] { return readHeader(*connection_); });
+    return inReadTransaction([&] { return readHeader(*connection_); });
 }
 
-QeHost::StoredObject DrawingStore::look(Handle object)
+QeHost::StoredObject DrawingStore::lookUp(Handle object)
 {
-    return reading([&] {
+    return inReadTransaction([&] {
         const ObjectRow row = readObjectRow(*connection_, object);
         return QeHost::StoredObject{wideFromUtf8(row.className), row.owner};
     });
@@ -105,7 +105,7 @@ QeHost::StoredObject DrawingStore::look(Handle object)
 
 void DrawingStore::load(QeHost::ObjectRecord& object, QeHost::ObjectState& state)
 {
-    reading([&] {
+    inReadTransaction([&] {
         readFields(*connection_, object, state);
         return true;
     });
@@ -113,17 +113,17 @@ void DrawingStore::load(QeHost::ObjectRecord& object, QeHost::ObjectState& state
 
 Handle DrawingStore::findEntry(Handle dictionary, const std::wstring& key)
 {
-    return reading([&] {
+    return inReadTransaction([&] {
         Query query(*connection_, "SELECT * FROM entries WHERE dictionary = ? AND key = ?", dictionary,
                     storedFromWide(key));
         RowDigest digest;
-        return query.next() ? handleIn(query.row("entries", digest)[2]) : Handle{0};
+        return query.next() ? requireHandle(query.row("entries", digest)[2]) : Handle{0};
     });
 }
 
-std::vector<std::pair<std::wstring, Handle>> DrawingStore::entriesOf(Handle dictionary)
+std::vector<std::pair<std::wstring, Handle>> DrawingStore::readEntries(Handle dictionary)
 {
-    return reading([&] {
+    return inReadTransaction([&] {
         const ObjectRow owner = readObjectRow(*connection_, dictionary);
         std::vector<std::pair<std::wstring, Handle>> entries;
         RowDigest digest;
@@ -132,30 +132,30 @@ std::vector<std::pair<std::wstring, Handle>> DrawingStore::entriesOf(Handle dict
             const StoredRow row = query.row("entries", digest);
             if (digest.rows > owner.owned.rows) // a damaged tree may give some again and again
                 break;
-            entries.emplace_back(keyIn(row[1]), handleIn(row[2]));
+            entries.emplace_back(requireKey(row[1]), requireHandle(row[2]));
         }
-        requireDifferent(entries);
+        requireDistinct(entries);
         if (digest != owner.owned)
-            throw DrawingRefusal{Qeapp::eFileDamaged, placeOf(dictionary) + "not all of its entries are there"};
+            Embedded::throwDamage("not all of its entries are there", objectPlace(dictionary));
         return entries;
     });
 }
 
-std::pair<Handle, std::wstring> DrawingStore::entryOf(Handle object)
+std::pair<Handle, std::wstring> DrawingStore::findOwningEntry(Handle object)
 {
-    return reading([&] {
+    return inReadTransaction([&] {
         Query query(*connection_, "SELECT * FROM entries WHERE object = ?", object);
         RowDigest digest;
         if (!query.next())
             return std::pair<Handle, std::wstring>();
         const StoredRow row = query.row("entries", digest);
-        return std::pair(handleIn(row[0]), keyIn(row[1]));
+        return std::pair(requireHandle(row[0]), requireKey(row[1]));
     });
 }
 
-std::vector<Handle> DrawingStore::usersOf(Handle application)
+std::vector<Handle> DrawingStore::findApplicationUsers(Handle application)
 {
-    return reading([&] {
+    return inReadTransaction([&] {
         std::vector<Handle> users;
         Query query(*connection_, "SELECT DISTINCT object FROM extended_data WHERE application = ?", application);
         while (query.next())
@@ -164,29 +164,34 @@ std::vector<Handle> DrawingStore::usersOf(Handle application)
     });
 }
 
-void DrawingStore::refuse(const std::string& fault)
+void DrawingStore::throwDamage(Handle object, const std::string& message)
 {
-    failure_ = {Qeapp::eFileDamaged, file_ + ": " + fault};
-    throw QeHost::StoreFailure{failure_};
+    const Error error = inFile(file_, {Qeapp::eFileDamaged, message, objectPlace(object)});
+    result_ = tl::unexpected<Error>(error);
+    throw ErrorException(error);
 }
 
-void DrawingStore::copyTo(DrawingConnection& other)
+Expected<void> DrawingStore::copyTo(DrawingConnection& other)
 {
     const ReadTransaction transaction(*connection_);
-    reading([] { return true; }); // that the file is unchanged
-    if (sqlite3_txn_state(connection_->handle(), "main") != SQLITE_TXN_WRITE)
-        return copyDatabase(*connection_, other);
-    // SQLite does not copy from a connection that holds the lock for writing. It has not written anything yet.
-    DrawingConnection reader(sqliteName(path_), SQLite::OPEN_READONLY, LockWait());
-    copyDatabase(reader, other);
+    if (Expected<bool> unchanged = catchError([&] { return inReadTransaction([] { return true; }); }); !unchanged)
+        return tl::unexpected<Error>(std::move(unchanged).error());
+    if (sqlite3_txn_state(connection_->handle(), "main") == SQLITE_TXN_WRITE) {
+        // SQLite does not copy from a connection that holds the lock for writing. It has not written anything yet.
+        DrawingConnection reader(sqliteName(path_), SQLite::OPEN_READONLY, LockWait());
+        copyDatabase(reader, other);
+    } else {
+        copyDatabase(*connection_, other);
+    }
+    return {};
 }
 
 void DrawingStore::beginSaving()
 {
     if (sqlite3_txn_state(connection_->handle(), "main") == SQLITE_TXN_WRITE)
         return;
-    if (FileResult result = requireOneName(path_); result.status != Qeapp::eOk)
-        throw DrawingRefusal{result.status, std::move(result.message)};
+    if (Expected<void> result = requireOneName(path_); !result)
+        throw ErrorException(std::move(result).error());
     connection_->rollBack(); // what was only read
     connection_->database().exec("BEGIN IMMEDIATE");
     requireUnchanged();

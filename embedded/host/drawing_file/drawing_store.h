@@ -1,4 +1,4 @@
-// The objects of a drawing that is open in a file.
+// The objects of a drawing file that is open.
 #pragma once
 
 #include <filesystem>
@@ -18,40 +18,40 @@ public:
     DrawingStore(std::unique_ptr<DrawingConnection> connection, std::filesystem::path path, std::string file);
 
     DrawingHeader header();
-    QeHost::StoredObject look(Handle object) override;
+    QeHost::StoredObject lookUp(Handle object) override;
     void load(QeHost::ObjectRecord& object, QeHost::ObjectState& state) override;
     Handle findEntry(Handle dictionary, const std::wstring& key) override;
-    std::vector<std::pair<std::wstring, Handle>> entriesOf(Handle dictionary) override;
-    std::pair<Handle, std::wstring> entryOf(Handle object) override;
-    std::vector<Handle> usersOf(Handle application) override;
-    [[noreturn]] void refuse(const std::string& fault) override;
+    std::vector<std::pair<std::wstring, Handle>> readEntries(Handle dictionary) override;
+    std::pair<Handle, std::wstring> findOwningEntry(Handle object) override;
+    std::vector<Handle> findApplicationUsers(Handle application) override;
+    [[noreturn]] void throwDamage(Handle object, const std::string& message) override;
 
     DrawingConnection& connection() { return *connection_; }
     const std::filesystem::path& path() const { return path_; }
     const std::string& file() const { return file_; }
-    /// What stopped a call before. Nothing is saved after that: what could not be read would be lost.
-    const FileResult& failure() const { return failure_; }
+    /// The first failure of a call. The drawing cannot be saved after it, because what could not be read would be lost.
+    const Expected<void>& result() const { return result_; }
 
-    /// Makes the other database equal to this one. Throws StoreFailure for a file that was changed by others since it
-    /// was opened.
-    void copyTo(DrawingConnection& other);
-    /// Takes the lock for writing, unless it is held already. Throws DrawingRefusal for a file that was changed by
-    /// others since it was opened.
+    /// Copies the whole file into the other database. Fails if another program has changed the file since it was
+    /// opened, and throws what SQLiteCpp throws.
+    Expected<void> copyTo(DrawingConnection& other);
+    /// Takes the write lock, unless the store holds it already. Throws an Error if another program has changed the
+    /// file since it was opened.
     void beginSaving();
-    /// Ends what beginSaving began, and keeps what was written. The file is not locked any more.
+    /// Commits the transaction and releases the lock.
     void commit();
 
 private:
-    /// Answers what `read` reads from the file, all at one moment. Throws StoreFailure.
+    /// Runs `read` in a read transaction and returns its result. Throws an Error.
     template <class Read>
-    auto reading(Read read);
+    auto inReadTransaction(Read read);
     void requireUnchanged();
 
     std::unique_ptr<DrawingConnection> connection_;
     std::filesystem::path path_;
     std::string file_;
     std::uint32_t version_ = 0; // the file's change counter when it was opened, or after the last save
-    FileResult failure_;
+    Expected<void> result_;
 };
 
 } // namespace Embedded

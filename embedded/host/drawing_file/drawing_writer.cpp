@@ -18,7 +18,7 @@ public:
 
     void remove(Handle top)
     {
-        takeFromOwner(top);
+        removeFromOwner(top);
         std::vector<Handle> found{top};
         for (std::size_t next = 0; next < found.size(); ++next) {
             Query owned(connection_, "SELECT handle FROM objects WHERE owner = ?", found[next]);
@@ -44,7 +44,7 @@ public:
         row.details = writeFields(connection_, record.handle, state);
         writeObjectRow(connection_, record.handle, row);
         if (!isThere)
-            giveToOwner(record.handle, row.owner, written);
+            addToOwner(record.handle, row.owner, written);
     }
 
     /// The digests of the owners, once each.
@@ -76,7 +76,7 @@ private:
         changedOwners_.erase(object);
     }
 
-    void takeFromOwner(Handle object)
+    void removeFromOwner(Handle object)
     {
         Query listing(connection_,
                       "SELECT dictionary, checksum FROM entries WHERE object = ?1 "
@@ -86,7 +86,7 @@ private:
             changedOwners_[static_cast<Handle>(listing.integer(0))].remove(listing.integer(1));
     }
 
-    void giveToOwner(Handle object, Handle owner, const QeHost::SavePlan::Written& written)
+    void addToOwner(Handle object, Handle owner, const QeHost::SavePlan::Written& written)
     {
         if (!written.key.empty())
             changedOwners_[owner].add(
@@ -107,12 +107,12 @@ void writeDrawing(DrawingConnection& connection, const QeHost::DatabaseImp& data
                   QeDb::QeDbDwgVersion version)
 {
     DrawingWriter writer(connection);
-    for (const Handle object : plan.removed)
+    for (const Handle object : plan.removedHandles)
         writer.remove(object);
     for (const QeHost::SavePlan::Written& written : plan.written)
         writer.write(written);
     writer.finish();
-    writeHeader(connection, headerOf(database, version));
+    writeHeader(connection, makeHeader(database, version));
 }
 
 } // namespace Embedded

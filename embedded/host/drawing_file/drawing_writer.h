@@ -1,4 +1,4 @@
-// Carrying out a save in a database.
+// Carrying out a save plan in a database.
 #pragma once
 
 #include "embedded/host/database/save_plan.h"
@@ -6,8 +6,8 @@
 
 namespace Embedded {
 
-/// Changes the rows of a drawing's tables as the plan says, and its header. The connection is in a transaction, which
-/// the caller ends. Throws DrawingRefusal and what SQLiteCpp throws.
+/// Changes the rows of a drawing's tables as the plan says, and its header. The caller begins and ends the transaction.
+/// Throws an Error and what SQLiteCpp throws.
 void writeDrawing(DrawingConnection& connection, const QeHost::DatabaseImp& database, const QeHost::SavePlan& plan,
                   QeDb::QeDbDwgVersion version);
 

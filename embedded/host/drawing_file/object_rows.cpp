@@ -6,7 +6,7 @@
 
 #include "embedded/base/text.h"
 #include "embedded/host/database/database.h"
-#include "embedded/host/database/handle.h"
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/database/symbol_table.h"
 #include "embedded/host/drawing_file/stored_value.h"
 #include "platform/host/resbuf.h"
@@ -22,39 +22,34 @@ using QeHost::ObjectRecord;
 constexpr std::int64_t kLowestExtendedCode = 1000;
 constexpr std::size_t kLongestExtendedChunk = 127;
 
-[[noreturn]] void refuse(const std::string& fault)
-{
-    throw DrawingRefusal{Qeapp::eFileDamaged, fault};
-}
-
-std::int64_t integerIn(const StoredValue& value)
+std::int64_t requireInteger(const StoredValue& value)
 {
     const auto* integer = std::get_if<std::int64_t>(&value);
     if (integer == nullptr)
-        refuse("a value is no INTEGER");
+        throwDamage("expected an INTEGER");
     return *integer;
 }
 
-const std::string& textIn(const StoredValue& value)
+const std::string& requireText(const StoredValue& value)
 {
     const auto* text = std::get_if<StoredText>(&value);
     if (text == nullptr || text->isBlob)
-        refuse("a value is no TEXT");
+        throwDamage("expected a TEXT");
     return text->bytes;
 }
 
-ResbufValue resbufIn(const StoredValue& code, const StoredValue& value, const std::string& place)
+ResbufValue requireResbuf(const StoredValue& code, const StoredValue& value, const std::string& place)
 {
-    std::optional<ResbufValue> resbuf = resbufFromStored(integerIn(code), value);
+    std::optional<ResbufValue> resbuf = resbufFromStored(requireInteger(code), value);
     if (!resbuf)
-        refuse(place + "holds a value that does not fit the group code " + std::to_string(integerIn(code)));
+        throwDamage("holds a value that does not fit the group code " + std::to_string(requireInteger(code)), place);
     return std::move(*resbuf);
 }
 
 void requirePosition(const StoredValue& position, std::size_t expected, const std::string& place)
 {
-    if (integerIn(position) != static_cast<std::int64_t>(expected))
-        refuse(place + "a value is missing at position " + std::to_string(expected));
+    if (requireInteger(position) != static_cast<std::int64_t>(expected))
+        throwDamage("a value is missing at position " + std::to_string(expected), place);
 }
 
 /// Fills the fields that a class lists from the rows of one object.
@@ -66,7 +61,7 @@ public:
         Query query(connection_, "SELECT * FROM fields WHERE object = ?", objectRecord_.handle);
         while (query.next()) {
             StoredRow row = next(query, "fields");
-            std::string name = textIn(row[1]);
+            std::string name = requireText(row[1]);
             fields_.emplace(std::move(name), std::move(row));
         }
     }
@@ -78,7 +73,7 @@ public:
         std::optional<std::wstring> wide =
             stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
         if (!wide)
-            refuse(place() + std::string(field) + " is no text");
+            throwDamage(std::string(field) + " is not a text", place());
         text = std::move(*wide);
     }
 
@@ -86,8 +81,8 @@ public:
     {
         const StoredRow row = take(field);
         if (!std::holds_alternative<std::int64_t>(row[3]))
-            refuse(place() + std::string(field) + " names no object");
-        object = QeDbObjectId(&objectRecord_.database->storedRecord(handleIn(row[3])));
+            throwDamage(std::string(field) + " does not name an object", place());
+        object = QeDbObjectId(&objectRecord_.database->storedRecord(requireHandle(row[3])));
     }
 
     void values(ResbufValues& values) override
@@ -96,17 +91,17 @@ public:
         while (query.next()) {
             const StoredRow row = next(query, "resbufs");
             requirePosition(row[1], values.size(), place());
-            values.push_back(resbufIn(row[2], row[3], place()));
+            values.push_back(requireResbuf(row[2], row[3], place()));
         }
     }
 
-    void entries(DictionaryEntries& entries) override { entries.loadedFrom(objectRecord_); }
+    void entries(DictionaryEntries& entries) override { entries.loadOnDemandFrom(objectRecord_); }
 
     void records(std::vector<ObjectRecord*>& records) override
     {
         Query query(connection_, "SELECT * FROM records WHERE symbol_table = ? ORDER BY object", objectRecord_.handle);
         while (query.next())
-            records.push_back(&objectRecord_.database->storedRecord(handleIn(next(query, "records")[0])));
+            records.push_back(&objectRecord_.database->storedRecord(requireHandle(next(query, "records")[0])));
         ownRecords_ = &records;
     }
 
@@ -116,9 +111,9 @@ public:
                     objectRecord_.handle);
         while (query.next()) {
             const StoredRow row = next(query, "extended_data");
-            ResbufValues& values = data[&application(handleIn(row[1]))];
+            ResbufValues& values = data[&application(requireHandle(row[1]))];
             requirePosition(row[2], values.size(), place());
-            values.push_back(resbufIn(row[3], row[4], place()));
+            values.push_back(requireResbuf(row[3], row[4], place()));
             requireExtended(values.back());
         }
     }
@@ -127,15 +122,16 @@ public:
     void finish() const
     {
         if (!fields_.empty())
-            refuse(place() + "has a field that its class does not know, " + truncateForMessage(fields_.begin()->first));
+            throwDamage("has a field that its class does not know, " + truncateForMessage(fields_.begin()->first),
+                        place());
         if (details_ != row_.details)
-            refuse(place() + "not all of its values are there");
+            throwDamage("not all of its values are there", place());
         if (ownRecords_ != nullptr && records_ != row_.owned)
-            refuse(place() + "not all of its records are there");
+            throwDamage("not all of its records are there", place());
     }
 
 private:
-    std::string place() const { return placeOf(objectRecord_.handle); }
+    std::string place() const { return objectPlace(objectRecord_.handle); }
 
     /// No more rows than the object says: a damaged tree may give some again and again.
     StoredRow next(const Query& query, std::string_view table)
@@ -144,7 +140,7 @@ private:
         RowDigest& digest = isRecord ? records_ : details_;
         StoredRow row = query.row(table, digest);
         if (digest.rows > (isRecord ? row_.owned : row_.details).rows)
-            refuse(place() + "more belongs to it than there was");
+            throwDamage("has more rows than were written", place());
         return row;
     }
 
@@ -152,7 +148,7 @@ private:
     {
         const auto found = fields_.find(field);
         if (found == fields_.end())
-            refuse(place() + "its " + std::string(field) + " is missing");
+            throwDamage("its " + std::string(field) + " is missing", place());
         return std::move(fields_.extract(found).mapped());
     }
 
@@ -160,7 +156,8 @@ private:
     {
         const auto known = objectRecord_.database->storedRecords.find(handle);
         if (known == objectRecord_.database->storedRecords.end() || !isApplication(*known->second))
-            refuse(place() + "extended data of " + hexFromHandle(handle) + ", which is no registered application");
+            throwDamage("extended data of " + formatHandle(handle) + ", which is not a registered application",
+                        place());
         return *known->second;
     }
 
@@ -182,8 +179,9 @@ private:
         const bool fits = value.code >= kLowestExtendedCode && value.code != QeRb::kXdataAppName &&
                           (chunk == nullptr || chunk->size() <= kLongestExtendedChunk);
         if (!fits)
-            refuse(place() + "its extended data hold a value that they cannot hold, of the group code " +
-                   std::to_string(value.code));
+            throwDamage("its extended data hold a value that they cannot hold, of the group code " +
+                            std::to_string(value.code),
+                        place());
     }
 
     DrawingConnection& connection_;
@@ -262,20 +260,20 @@ StoredRow valuesOf(Handle object, const ObjectRow& row)
 
 } // namespace
 
-Handle handleIn(const StoredValue& value)
+Handle requireHandle(const StoredValue& value)
 {
-    const std::int64_t number = integerIn(value);
+    const std::int64_t number = requireInteger(value);
     if (number <= 0)
-        refuse("a handle is not above 0");
+        throwDamage("expected a handle above 0");
     return static_cast<Handle>(number);
 }
 
-std::wstring keyIn(const StoredValue& value)
+std::wstring requireKey(const StoredValue& value)
 {
     const auto* stored = std::get_if<StoredText>(&value);
     std::optional<std::wstring> key = stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
     if (!key || key->empty())
-        refuse("entries: a key is no text");
+        throwDamage("a key is not a text", "entries");
     return std::move(*key);
 }
 
@@ -286,21 +284,21 @@ std::int64_t insertRow(DrawingConnection& connection, const char* insert, std::s
     return checksum;
 }
 
-ObjectRow objectRowIn(const StoredRow& row)
+ObjectRow toObjectRow(const StoredRow& row)
 {
-    return {textIn(row[1]),
-            std::holds_alternative<std::monostate>(row[2]) ? 0 : handleIn(row[2]),
-            {integerIn(row[3]), integerIn(row[4])},
-            {integerIn(row[5]), integerIn(row[6])}};
+    return {requireText(row[1]),
+            std::holds_alternative<std::monostate>(row[2]) ? 0 : requireHandle(row[2]),
+            {requireInteger(row[3]), requireInteger(row[4])},
+            {requireInteger(row[5]), requireInteger(row[6])}};
 }
 
 ObjectRow readObjectRow(DrawingConnection& connection, Handle object)
 {
     Query query(connection, "SELECT * FROM objects WHERE handle = ?", object);
     if (!query.next())
-        refuse(placeOf(object) + "is not there");
+        throwDamage("is not there", objectPlace(object));
     RowDigest read;
-    return objectRowIn(query.row("objects", read));
+    return toObjectRow(query.row("objects", read));
 }
 
 void writeObjectRow(DrawingConnection& connection, Handle object, const ObjectRow& row)

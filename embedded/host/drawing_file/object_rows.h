@@ -1,5 +1,4 @@
-// The rows of one object: reading them into its fields, and writing them from its fields. Which fields there are, the
-// object's class says; no class is named here.
+// Reading and writing the rows of one object. The object's class lists its fields; no class is named here.
 #pragma once
 
 #include "embedded/host/database/object.h"
@@ -11,32 +10,32 @@ namespace Embedded {
 struct ObjectRow {
     std::string className;
     Handle owner = 0;
-    RowDigest owned;   // what it lists: its rows in entries and records
+    RowDigest owned;   // its rows in entries and records
     RowDigest details; // its rows in fields, resbufs and extended_data
 };
 
-/// Of the values of a row of `objects`.
-ObjectRow objectRowIn(const StoredRow& row);
-/// Throws DrawingRefusal for an object that is not there, and for damage.
+/// Converts the values of a row of `objects`. Throws an Error for damage.
+ObjectRow toObjectRow(const StoredRow& row);
+/// Throws an Error for an object that does not exist and for damage.
 ObjectRow readObjectRow(DrawingConnection& connection, Handle object);
-/// Inserts the row, or puts it in the place of the one that is there.
+/// Inserts the row or replaces the existing one.
 void writeObjectRow(DrawingConnection& connection, Handle object, const ObjectRow& row);
 
-/// Fills every field of a stored object. Throws DrawingRefusal.
+/// Reads every field of a stored object. Throws an Error for damage.
 void readFields(DrawingConnection& connection, QeHost::ObjectRecord& record, QeHost::ObjectState& state);
-/// Writes the details of an object that has none in the file, and answers their digest.
+/// Writes the details of an object that has none in the file, and returns their digest.
 RowDigest writeFields(DrawingConnection& connection, Handle object, QeHost::ObjectState& state);
 
-/// Inserts a row into a table, and answers its checksum.
+/// Inserts a row into a table and returns its checksum.
 std::int64_t insertRow(DrawingConnection& connection, const char* insert, std::string_view table, const StoredRow& row);
 
 inline std::int64_t storedHandle(Handle handle)
 {
     return static_cast<std::int64_t>(handle);
 }
-/// The handle in a row; DrawingRefusal for a number that is none.
-Handle handleIn(const StoredValue& value);
-/// The key in a row of `entries`; DrawingRefusal for what is no text, or an empty one.
-std::wstring keyIn(const StoredValue& value);
+/// Returns the handle in a row. Throws an Error for another value.
+Handle requireHandle(const StoredValue& value);
+/// Returns the key in a row of `entries`. Throws an Error for another value than a text that is not empty.
+std::wstring requireKey(const StoredValue& value);
 
 } // namespace Embedded

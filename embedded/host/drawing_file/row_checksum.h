@@ -12,7 +12,7 @@ public:
 
     RowChecksum& add(std::int64_t number);
     RowChecksum& add(double number);
-    /// Texts and blobs of the same bytes count as different.
+    /// Texts and blobs of the same bytes have different checksums.
     RowChecksum& add(std::string_view bytes, bool isBlob = false);
     RowChecksum& addNull();
 
@@ -24,7 +24,7 @@ private:
     std::uint64_t sum_ = 0;
 };
 
-/// How many rows belong to something, and the sum of their checksums, which rows can be added to and taken from.
+/// The number of rows that belong to something and the sum of their checksums. Rows can be added and removed.
 struct RowDigest {
     std::int64_t rows = 0;
     std::int64_t sum = 0;

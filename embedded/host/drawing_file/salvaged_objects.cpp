@@ -5,12 +5,12 @@
 #include <utility>
 
 #include "embedded/base/text.h"
-#include "embedded/host/database/handle.h"
+#include "embedded/host/drawing_file/drawing_error.h"
 #include "embedded/host/drawing_file/object_rows.h"
 
 namespace Embedded {
 
-std::vector<DetailRow> detailsOf(DrawingConnection& connection, Handle object, RowDigest& digest)
+std::vector<DetailRow> readDetailRows(DrawingConnection& connection, Handle object, RowDigest& digest)
 {
     std::vector<DetailRow> details;
     for (const DetailTable& table : kDetailTables) {
@@ -23,13 +23,12 @@ std::vector<DetailRow> detailsOf(DrawingConnection& connection, Handle object, R
 
 namespace {
 
-/// The object that a field refers to or the application of extended data; 0 where a row has none. Throws
-/// DrawingRefusal.
-Handle referenceIn(const DetailRow& row)
+/// Returns the object that a field refers to or the application of extended data; 0 where a row has none. Throws an Error.
+Handle readReference(const DetailRow& row)
 {
     if (row.table == &kDetailTables[0])
-        return std::holds_alternative<std::monostate>(row.values[3]) ? Handle{0} : handleIn(row.values[3]);
-    return row.table == &kDetailTables[2] ? handleIn(row.values[1]) : Handle{0};
+        return std::holds_alternative<std::monostate>(row.values[3]) ? Handle{0} : requireHandle(row.values[3]);
+    return row.table == &kDetailTables[2] ? requireHandle(row.values[1]) : Handle{0};
 }
 
 /// Reads what can be read, one object after the other.
@@ -37,25 +36,19 @@ class SalvageReader {
 public:
     SalvageReader(DrawingConnection& connection, Salvage& salvage) : connection_(connection), salvage_(salvage) {}
 
-    std::map<Handle, SavedObject> read()
+    std::map<Handle, SalvagedObject> read()
     {
         for (const Handle handle : handles())
             readOne(handle);
-        dropWhatRefersToLost();
+        dropReferencesToLost();
         return std::move(objects_);
     }
 
 private:
-    /// Runs a step, and answers why it could not be done; empty when it could.
     template <class Step>
-    static std::string refusalOf(Step step)
+    Expected<void> attempt(Step step)
     {
-        try {
-            const auto done = catchSqlError(step);
-            return done ? "" : done.error().message;
-        } catch (const DrawingRefusal& refusal) {
-            return refusal.message;
-        }
+        return catchDrawingError(connection_, {}, step);
     }
 
     /// From every table and index that names handles: where one is damaged, another may not be.
@@ -79,14 +72,14 @@ private:
         Handle last = 0;
         for (Handle step = 1; step < Handle{1} << 40; step *= 2) {
             const Handle before = last;
-            const std::string refusal = refusalOf([&] {
+            const Expected<void> result = attempt([&] {
                 Query rows(connection_, query, last);
                 while (rows.next()) {
                     last = static_cast<Handle>(std::max<std::int64_t>(rows.integer(0), 0));
                     found.insert(last);
                 }
             });
-            if (refusal.empty())
+            if (result)
                 return;
             if (last != before)
                 step = 1;
@@ -98,60 +91,60 @@ private:
     {
         if (handle == 0)
             return;
-        SavedObject object;
-        const std::string refusal = refusalOf([&] {
+        SalvagedObject object;
+        const Expected<void> result = attempt([&] {
             const ObjectRow row = readObjectRow(connection_, handle);
             object.className = row.className;
             object.itsClass = QeHost::findClass(wideFromUtf8(row.className));
             if (object.itsClass == nullptr)
-                throw DrawingRefusal{Qeapp::eFileDamaged, "is of an unknown class"};
+                throwDamage("is of an unknown class");
             object.owner = row.owner;
             readDetails(handle, row, object);
         });
-        if (!refusal.empty()) {
-            salvage_.lost.push_back({handle, object.className, refusal});
+        if (!result) {
+            salvage_.lost.push_back({handle, object.className, result.error().text()});
             return;
         }
-        static_cast<void>(refusalOf([&] { readKey(handle, object); })); // without one it has lost its place
+        static_cast<void>(attempt([&] { readKey(handle, object); })); // without one it has lost its place
         objects_.emplace(handle, std::move(object));
     }
 
-    void readDetails(Handle handle, const ObjectRow& row, SavedObject& object)
+    void readDetails(Handle handle, const ObjectRow& row, SalvagedObject& object)
     {
         RowDigest digest;
-        object.details = detailsOf(connection_, handle, digest);
+        object.details = readDetailRows(connection_, handle, digest);
         if (digest != row.details)
-            throw DrawingRefusal{Qeapp::eFileDamaged, "not all of its values are there"};
+            throwDamage("not all of its values are there");
         for (const DetailRow& detail : object.details)
-            static_cast<void>(referenceIn(detail)); // what is no handle makes the object lost
+            static_cast<void>(readReference(detail)); // an invalid handle makes the object unreadable
     }
 
-    void readKey(Handle handle, SavedObject& object)
+    void readKey(Handle handle, SalvagedObject& object)
     {
         RowDigest digest;
         Query query(connection_, "SELECT * FROM entries WHERE object = ?", handle);
         if (!query.next())
             return;
         const StoredRow row = query.row("entries", digest);
-        if (handleIn(row[0]) == object.owner)
-            object.key = storedFromWide(keyIn(row[1]));
+        if (requireHandle(row[0]) == object.owner)
+            object.key = storedFromWide(requireKey(row[1]));
     }
 
     /// Fields that refer to a lost object make their own one lost; extended data of a lost application are dropped.
-    void dropWhatRefersToLost()
+    void dropReferencesToLost()
     {
         for (bool isDone = false; !isDone;) {
             isDone = true;
             for (auto each = objects_.begin(); each != objects_.end();) {
-                SavedObject& object = each->second;
+                SalvagedObject& object = each->second;
                 const auto ofLostApplication = [&](const DetailRow& row) {
-                    return row.table == &kDetailTables[2] && !objects_.contains(referenceIn(row));
+                    return row.table == &kDetailTables[2] && !objects_.contains(readReference(row));
                 };
                 if (std::erase_if(object.details, ofLostApplication) != 0)
                     salvage_.lost.push_back(
                         {each->first, object.className, "extended data of an application that is lost"});
                 const bool isLost = std::ranges::any_of(object.details, [&](const DetailRow& row) {
-                    const Handle reference = referenceIn(row);
+                    const Handle reference = readReference(row);
                     return reference != 0 && !objects_.contains(reference);
                 });
                 if (isLost) {
@@ -165,12 +158,12 @@ private:
 
     DrawingConnection& connection_;
     Salvage& salvage_;
-    std::map<Handle, SavedObject> objects_;
+    std::map<Handle, SalvagedObject> objects_;
 };
 
 } // namespace
 
-std::map<Handle, SavedObject> readSalvagedObjects(DrawingConnection& connection, Salvage& salvage)
+std::map<Handle, SalvagedObject> readSalvagedObjects(DrawingConnection& connection, Salvage& salvage)
 {
     return SalvageReader(connection, salvage).read();
 }

@@ -1,4 +1,4 @@
-// The objects that can be read of a damaged drawing file, as rows.
+// The readable objects of a damaged drawing file, as rows.
 #pragma once
 
 #include <array>
@@ -31,18 +31,18 @@ struct DetailRow {
     StoredRow values;
 };
 
-struct SavedObject {
+struct SalvagedObject {
     std::string className;
     const QeHost::ObjectClass* itsClass = nullptr;
     Handle owner = 0;
     std::vector<DetailRow> details;
-    StoredText key; // of its entry, where there is one
+    StoredText key; // of its entry, if it has one
 };
 
-/// The details of an object, the sum of whose checksums goes into `digest`. Throws DrawingRefusal.
-std::vector<DetailRow> detailsOf(DrawingConnection& connection, Handle object, RowDigest& digest);
+/// Reads the details of an object and adds their checksums to `digest`. Throws an Error for damage.
+std::vector<DetailRow> readDetailRows(DrawingConnection& connection, Handle object, RowDigest& digest);
 
-/// Reads what can be read, one object after the other, and notes what is lost.
-std::map<Handle, SavedObject> readSalvagedObjects(DrawingConnection& connection, Salvage& salvage);
+/// Reads one object after the other and adds those that are lost to `salvage`.
+std::map<Handle, SalvagedObject> readSalvagedObjects(DrawingConnection& connection, Salvage& salvage);
 
 } // namespace Embedded

@@ -22,11 +22,11 @@ struct StoredText {
 using StoredValue = std::variant<std::monostate, std::int64_t, double, StoredText>;
 
 StoredText storedFromWide(std::wstring_view text);
-/// Nothing for bytes that no text is stored as.
+/// Nothing for bytes that storedFromWide does not make.
 std::optional<std::wstring> wideFromStored(std::string_view bytes, bool isBlob);
 
 StoredValue storedFromResbuf(const ResbufValue& value);
-/// Nothing for a value that the group code does not call for.
+/// Nothing for a value that does not fit the group code.
 std::optional<ResbufValue> resbufFromStored(std::int64_t code, const StoredValue& value);
 
 } // namespace Embedded

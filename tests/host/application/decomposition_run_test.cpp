@@ -6,7 +6,9 @@
 #include "embedded/host/application/application.h"
 #include "embedded/host/application/decomposition_run.h"
 #include "embedded/host/database/database.h"
+#include "embedded/host/database/host_error.h"
 #include "host/database/drawing_test.h"
+#include "support/error_text.h"
 
 namespace Tests {
 namespace {
@@ -60,8 +62,7 @@ protected:
 TEST_F(DecompositionRunTest, NobodyRegistered_GoesWell)
 {
     DecompositionRun run(database, kOldVersion);
-    EXPECT_EQ(run.status(), Qeapp::eOk);
-    EXPECT_EQ(run.message(), "");
+    EXPECT_EQ(errorText(run.result()), "");
     run.complete();
 }
 
@@ -94,7 +95,7 @@ TEST_F(DecompositionRunTest, RunThatIsNotCompleted_IsUndone)
     converter.work = [&](auto*, auto*) { return addKey(); };
     {
         const DecompositionRun run(database, kOldVersion);
-        EXPECT_EQ(run.status(), Qeapp::eOk);
+        EXPECT_EQ(errorText(run.result()), "");
     }
     EXPECT_EQ(heard, "decompose29 aborted ");
     EXPECT_EQ(contents(), before);
@@ -110,8 +111,8 @@ TEST_F(DecompositionRunTest, FailingReactor_StopsTheRunAndUndoesIt)
         return Qeapp::eNotApplicable;
     };
     DecompositionRun run(database, kOldVersion);
-    EXPECT_EQ(run.status(), Qeapp::eNotApplicable);
-    EXPECT_EQ(run.message(), "the drawing's contents cannot be converted for drawing version 29 (status 2)");
+    EXPECT_EQ(Embedded::hostStatus(run.result()), Qeapp::eNotApplicable);
+    EXPECT_EQ(errorText(run.result()), "the drawing's contents cannot be converted for drawing version 29 (status 2)");
     EXPECT_EQ(heard, "decompose29 aborted aborted ");
     EXPECT_EQ(contents(), before) << "at once";
     run.complete();
@@ -123,22 +124,22 @@ TEST_F(DecompositionRunTest, RecordedCode_StopsTheRunWhateverTheResult)
     Converter converter(heard);
     converter.work = [](QeDbSaveErrorRecorder* errors, auto*) { return errors->recordError(Qeapp::eInvalidInput); };
     const DecompositionRun run(database, kOldVersion);
-    EXPECT_EQ(run.status(), Qeapp::eInvalidInput);
-    EXPECT_NE(run.message(), "");
+    EXPECT_EQ(Embedded::hostStatus(run.result()), Qeapp::eInvalidInput);
+    EXPECT_NE(errorText(run.result()), "");
 }
 
-TEST_F(DecompositionRunTest, RecordedMessage_IsTheOutcome)
+TEST_F(DecompositionRunTest, RecordedMessage_IsTheResult)
 {
     Converter converter(heard);
     converter.work = [](auto*, QeDbSaveErrorMessageRecorder* messages) {
         return messages->recordError(Qeapp::eVetoed, L"no caf\u00e9");
     };
     const DecompositionRun run(database, kOldVersion);
-    EXPECT_EQ(run.status(), Qeapp::eVetoed);
-    EXPECT_EQ(run.message(), "no caf\xc3\xa9");
+    EXPECT_EQ(Embedded::hostStatus(run.result()), Qeapp::eVetoed);
+    EXPECT_EQ(errorText(run.result()), "no caf\xc3\xa9");
 }
 
-TEST_F(DecompositionRunTest, FirstOfSeveralErrors_IsTheOutcome)
+TEST_F(DecompositionRunTest, FirstOfSeveralErrors_IsTheResult)
 {
     Converter converter(heard);
     converter.work = [](QeDbSaveErrorRecorder* errors, QeDbSaveErrorMessageRecorder* messages) {
@@ -147,10 +148,10 @@ TEST_F(DecompositionRunTest, FirstOfSeveralErrors_IsTheOutcome)
         EXPECT_EQ(errors->recordError(Qeapp::eNoObject), Qeapp::eOk);
         return Qeapp::eKeyNotFound;
     };
-    EXPECT_EQ(DecompositionRun(database, kOldVersion).status(), Qeapp::eVetoed);
+    EXPECT_EQ(Embedded::hostStatus(DecompositionRun(database, kOldVersion).result()), Qeapp::eVetoed);
 }
 
-TEST_F(DecompositionRunTest, TransactionLeftByAReactor_EndsWithTheRun)
+TEST_F(DecompositionRunTest, TransactionThatAReactorLeavesActive_EndsWithTheRun)
 {
     Converter converter(heard);
     converter.work = [&](auto*, auto*) {
@@ -192,8 +193,8 @@ TEST_F(DecompositionRunTest, NoTransaction_NoRun)
     Converter converter(heard);
     const Embedded::ScopedFault fault({.call = "QeDbTransactionManager::startTransaction", .code = {}});
     const DecompositionRun run(database, kOldVersion);
-    EXPECT_EQ(run.status(), Qeapp::eNoTransaction);
-    EXPECT_NE(run.message(), "");
+    EXPECT_EQ(Embedded::hostStatus(run.result()), Qeapp::eNoTransaction);
+    EXPECT_NE(errorText(run.result()), "");
     EXPECT_EQ(heard, "");
 }
 
@@ -237,7 +238,7 @@ TEST_F(DecompositionRunTest, ReactorThatDoesNothing_LetsEverythingPass)
     Silent silent;
     ASSERT_EQ(qedbGetDecompositionManager()->addReactor(&silent), Qeapp::eOk);
     DecompositionRun run(database, kOldVersion);
-    EXPECT_EQ(run.status(), Qeapp::eOk);
+    EXPECT_EQ(errorText(run.result()), "");
     run.complete();
     EXPECT_EQ(qedbGetDecompositionManager()->removeReactor(&silent), Qeapp::eOk);
 }

@@ -152,7 +152,7 @@ TEST_F(DocumentTest, NullDocumentAndNoLockMode_AreRefused)
     EXPECT_EQ(manager().lockDocument(document, QeAp::kNotLocked), Qeapp::eInvalidInput);
 }
 
-TEST_F(DocumentTest, StruckLock_LocksNothing)
+TEST_F(DocumentTest, FailingLock_LocksNothing)
 {
     QeApDocument* document = newDocument();
     const Embedded::ScopedFault fault({.call = "QeApDocManager::lockDocument", .code = {}});

@@ -2,25 +2,26 @@
 
 #include "embedded/diagnostics/fault_injection.h"
 #include "embedded/host/application/application.h"
+#include "embedded/host/database/host_error.h"
 #include "host/database/drawing_test.h"
+#include "support/error_text.h"
 
 namespace Tests {
 namespace {
 
+using Embedded::Expected;
 using Embedded::loadModule;
-using Embedded::ModuleLoad;
 using Embedded::unloadModule;
 
 class DynamicLinker : public PlatformTest {
 protected:
     static void expectRefused(const char* file, Qeapp::ErrorStatus status, const std::string& reason)
     {
-        const ModuleLoad load = loadModule(file);
-        EXPECT_EQ(load.status, status);
-        EXPECT_EQ(load.handle, nullptr);
-        EXPECT_NE(load.message.find(reason), std::string::npos) << load.message;
-        EXPECT_NE(load.message.find(std::filesystem::path(file).filename().string()), std::string::npos)
-            << load.message;
+        const auto load = loadModule(file);
+        EXPECT_EQ(Embedded::hostStatus(load), status);
+        const std::string message = errorText(load);
+        EXPECT_NE(message.find(reason), std::string::npos) << message;
+        EXPECT_NE(message.find(std::filesystem::path(file).filename().string()), std::string::npos) << message;
     }
 
     static int initialisationsOf(void* module)
@@ -32,60 +33,59 @@ protected:
 
 TEST_F(DynamicLinker, Module_IsInitialisedAndUnloaded)
 {
-    const ModuleLoad load = loadModule(GOOD_MODULE);
-    ASSERT_EQ(load.status, Qeapp::eOk) << load.message;
-    EXPECT_EQ(load.message, "");
-    EXPECT_EQ(initialisationsOf(load.handle), 1);
-    EXPECT_TRUE(Embedded::isModuleUnlocked(load.handle));
-    EXPECT_TRUE(Embedded::isModuleMdiAware(load.handle));
-    EXPECT_EQ(unloadModule(load.handle), Qeapp::eOk);
-    EXPECT_FALSE(Embedded::isModuleUnlocked(load.handle));
-    EXPECT_FALSE(Embedded::isModuleMdiAware(load.handle));
+    const Expected<void*> load = loadModule(GOOD_MODULE);
+    ASSERT_TRUE(load) << errorText(load);
+    EXPECT_EQ(initialisationsOf(*load), 1);
+    EXPECT_TRUE(Embedded::isModuleUnlocked(*load));
+    EXPECT_TRUE(Embedded::isModuleMdiAware(*load));
+    EXPECT_EQ(unloadModule(*load), Qeapp::eOk);
+    EXPECT_FALSE(Embedded::isModuleUnlocked(*load));
+    EXPECT_FALSE(Embedded::isModuleMdiAware(*load));
 }
 
 TEST_F(DynamicLinker, LoadedModule_IsNotInitialisedAgain)
 {
-    const ModuleLoad first = loadModule(GOOD_MODULE);
-    ASSERT_EQ(first.status, Qeapp::eOk) << first.message;
+    const Expected<void*> first = loadModule(GOOD_MODULE);
+    ASSERT_TRUE(first) << errorText(first);
     const auto otherSpelling =
         std::filesystem::path(GOOD_MODULE).parent_path() / "." / std::filesystem::path(GOOD_MODULE).filename();
-    const ModuleLoad second = loadModule(otherSpelling);
-    EXPECT_EQ(second.status, Qeapp::eOk);
-    EXPECT_EQ(second.handle, first.handle);
-    EXPECT_EQ(initialisationsOf(first.handle), 1);
-    EXPECT_EQ(unloadModule(first.handle), Qeapp::eOk);
-    EXPECT_EQ(unloadModule(first.handle), Qeapp::eInvalidInput);
+    const Expected<void*> second = loadModule(otherSpelling);
+    ASSERT_TRUE(second) << errorText(second);
+    EXPECT_EQ(*second, *first);
+    EXPECT_EQ(initialisationsOf(*first), 1);
+    EXPECT_EQ(unloadModule(*first), Qeapp::eOk);
+    EXPECT_EQ(unloadModule(*first), Qeapp::eInvalidInput);
 }
 
 TEST_F(DynamicLinker, SeveralModules_AreLoadedSideBySide)
 {
-    const ModuleLoad good = loadModule(GOOD_MODULE);
-    const ModuleLoad staying = loadModule(STAYING_MODULE);
-    ASSERT_EQ(good.status, Qeapp::eOk) << good.message;
-    ASSERT_EQ(staying.status, Qeapp::eOk) << staying.message;
-    EXPECT_NE(good.handle, staying.handle);
-    EXPECT_EQ(unloadModule(good.handle), Qeapp::eOk);
-    EXPECT_TRUE(Embedded::isModuleUnlocked(staying.handle));
+    const Expected<void*> good = loadModule(GOOD_MODULE);
+    const Expected<void*> staying = loadModule(STAYING_MODULE);
+    ASSERT_TRUE(good) << errorText(good);
+    ASSERT_TRUE(staying) << errorText(staying);
+    EXPECT_NE(*good, *staying);
+    EXPECT_EQ(unloadModule(*good), Qeapp::eOk);
+    EXPECT_TRUE(Embedded::isModuleUnlocked(*staying));
 }
 
 TEST_F(DynamicLinker, LockedModule_StaysLoaded)
 {
-    const ModuleLoad load = loadModule(LOCKED_MODULE);
-    ASSERT_EQ(load.status, Qeapp::eOk) << load.message;
-    EXPECT_FALSE(Embedded::isModuleUnlocked(load.handle));
-    EXPECT_EQ(unloadModule(load.handle), Qeapp::eModuleRefused);
-    EXPECT_NE(Embedded::moduleSymbol(load.handle, "sampleInitialisations"), nullptr);
+    const Expected<void*> load = loadModule(LOCKED_MODULE);
+    ASSERT_TRUE(load) << errorText(load);
+    EXPECT_FALSE(Embedded::isModuleUnlocked(*load));
+    EXPECT_EQ(unloadModule(*load), Qeapp::eModuleRefused);
+    EXPECT_NE(Embedded::moduleSymbol(*load, "sampleInitialisations"), nullptr);
     auto* linker = static_cast<QeRxDynamicLinker*>(qerxSysRegistry()->at(kQeRxDynamicLinkerKey));
-    EXPECT_TRUE(linker->unlockApplication(load.handle));
-    EXPECT_EQ(unloadModule(load.handle), Qeapp::eOk);
+    EXPECT_TRUE(linker->unlockApplication(*load));
+    EXPECT_EQ(unloadModule(*load), Qeapp::eOk);
 }
 
 TEST_F(DynamicLinker, ModuleThatRefusesToGo_StaysLoaded)
 {
-    const ModuleLoad load = loadModule(STAYING_MODULE);
-    ASSERT_EQ(load.status, Qeapp::eOk) << load.message;
-    EXPECT_EQ(unloadModule(load.handle), Qeapp::eModuleRefused);
-    EXPECT_TRUE(Embedded::isModuleUnlocked(load.handle));
+    const Expected<void*> load = loadModule(STAYING_MODULE);
+    ASSERT_TRUE(load) << errorText(load);
+    EXPECT_EQ(unloadModule(*load), Qeapp::eModuleRefused);
+    EXPECT_TRUE(Embedded::isModuleUnlocked(*load));
 }
 
 TEST_F(DynamicLinker, LibraryWithoutAVersion_IsRefused)

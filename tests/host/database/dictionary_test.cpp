@@ -173,7 +173,7 @@ TEST_F(Dictionary, NestedDictionary_OwnsItsEntries)
     EXPECT_EQ(contentsOf(inner), "300:deep");
 }
 
-TEST_F(Dictionary, ClosedDictionary_AnswersNothing)
+TEST_F(Dictionary, ClosedDictionary_ReturnsNothing)
 {
     addXrecord(L"key");
     auto opened = namedObjects();

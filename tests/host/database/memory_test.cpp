@@ -99,7 +99,7 @@ TEST_F(Memory, ObjectInNoDatabase_IsCounted)
     EXPECT_EQ(ResourceCounters::now()[ResourceKind::detachedObject], 1);
 }
 
-TEST_F(Memory, StruckAllocators_GiveNothing)
+TEST_F(Memory, FailingAllocators_ReturnNull)
 {
     wchar_t* text = nullptr;
     unsigned char* buffer = nullptr;

@@ -2,36 +2,37 @@
 #include <algorithm>
 #include <array>
 
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "host/database/model_run.h"
 #include "host/database/model_values.h"
+#include "support/error_text.h"
 
 namespace Tests {
 
 /// Whatever is open and whatever transactions are active.
 void ModelRun::stepSave()
 {
-    const Embedded::FileResult result = Embedded::saveDrawing(*database_, file_, database_->drawingVersion());
-    EXPECT_EQ(result.message, "");
-    if (!agree("save", result.status, Qeapp::eOk))
+    const Embedded::Expected<void> result = Embedded::saveDrawing(*database_, file_, database_->drawingVersion());
+    EXPECT_EQ(errorText(result), "");
+    if (!agree("save", Embedded::hostStatus(result), Qeapp::eOk))
         return;
     saved_ = model_.saved();
-    std::unique_ptr<QeDbDatabase> other;
-    EXPECT_EQ(Embedded::loadDrawing(file_, other).message, "");
-    same_ = other != nullptr;
+    const auto other = Embedded::loadDrawing(file_);
+    EXPECT_EQ(errorText(other), "");
+    same_ = other.has_value();
     if (same_)
-        expectSaved(*other);
+        expectSaved(**other);
 }
 
 /// The whole drawing goes elsewhere, and stays what it is.
 void ModelRun::stepCopy()
 {
-    std::string bytes;
-    const Embedded::FileResult result = Embedded::saveDrawingToBytes(*database_, database_->drawingVersion(), bytes);
-    EXPECT_EQ(result.message, "");
-    if (!agree("copy", result.status, Qeapp::eOk))
+    const auto bytes = Embedded::saveDrawingToBytes(*database_, database_->drawingVersion());
+    EXPECT_EQ(errorText(bytes), "");
+    if (!agree("copy", Embedded::hostStatus(bytes), Qeapp::eOk))
         return;
-    const std::string printed = contentsOf(*loadedFromMemory(bytes));
+    const std::string printed = contentsOf(*loadedFromMemory(*bytes));
     same_ = printed == model_.printed();
     EXPECT_EQ(printed, model_.printed());
 }
@@ -58,8 +59,11 @@ void ModelRun::load()
 {
     using enum Embedded::DrawingAccess;
     constexpr std::array kAccesses = {reading, changing, sharing};
-    const Embedded::FileResult result = Embedded::loadDrawing(file_, database_, kAccesses[below(kAccesses.size())]);
-    EXPECT_EQ(result.message, "");
+    database_.reset();
+    auto result = Embedded::loadDrawing(file_, kAccesses[below(kAccesses.size())]);
+    EXPECT_EQ(errorText(result), "");
+    if (result)
+        database_ = std::move(*result);
     same_ = same_ && database_ != nullptr;
     if (same_)
         collectRoots();

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "host/database/model_values.h"
+#include "support/error_text.h"
 
 namespace Tests {
 namespace {
@@ -15,8 +16,7 @@ constexpr std::size_t kMostOpens = 12;
 ModelRun::ModelRun(std::uint64_t seed, std::filesystem::path file) : random_(seed), file_(std::move(file))
 {
     QeDbDatabase empty;
-    const Embedded::FileResult made = Embedded::saveDrawing(empty, file_, empty.drawingVersion());
-    EXPECT_EQ(made.message, "");
+    EXPECT_EQ(errorText(Embedded::saveDrawing(empty, file_, empty.drawingVersion())), "");
     load();
 }
 

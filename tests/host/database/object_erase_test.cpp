@@ -25,7 +25,7 @@ TEST_F(ObjectErase, ErasedEntry_IsNotShownByItsDictionary)
     EXPECT_EQ(keys(), L"");
 }
 
-TEST_F(ObjectErase, UnerasedEntry_IsBack)
+TEST_F(ObjectErase, UnerasedEntry_IsRestored)
 {
     const QeDbObjectId id = addXrecord(L"key");
     erase(id);
@@ -43,7 +43,7 @@ TEST_F(ObjectErase, EraseTwice_IsOnce)
     EXPECT_EQ(tryOpen(id, QeDb::kForRead), Qeapp::eOk);
 }
 
-TEST_F(ObjectErase, UnerasedEntryWhoseKeyWasTaken_DoesNotTakeItBack)
+TEST_F(ObjectErase, UnerasedEntryWhoseKeyIsInUse_StaysOut)
 {
     const QeDbObjectId first = addXrecord(L"key", L"first");
     erase(first);

@@ -48,7 +48,7 @@ TEST_F(ObjectOpen, NullId_IsRefused)
     EXPECT_EQ(tryOpen(QeDbObjectId(), QeDb::kForRead), Qeapp::eNullObjectId);
 }
 
-TEST_F(ObjectOpen, AnotherClass_IsRefusedAndNotLeftOpen)
+TEST_F(ObjectOpen, AnotherClass_IsRefusedAndClosed)
 {
     QeDbDictionary* dictionary = nullptr;
     EXPECT_EQ(qedbOpenObject(dictionary, xrecord, QeDb::kForWrite), Qeapp::eNotThatKindOfClass);

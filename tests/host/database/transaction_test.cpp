@@ -189,14 +189,14 @@ TEST_F(Transaction, AbortedDrawing_EqualsWhatItWas)
     EXPECT_EQ(contents(), before);
 }
 
-TEST_F(Transaction, StruckStart_GivesNull)
+TEST_F(Transaction, FailingStart_ReturnsNull)
 {
     const Embedded::ScopedFault fault({.call = "QeDbTransactionManager::startTransaction", .code = {}});
     EXPECT_EQ(transactions().startTransaction(), nullptr);
     EXPECT_EQ(transactions().numActiveTransactions(), 0);
 }
 
-TEST_F(Transaction, StruckEnd_LeavesItActive)
+TEST_F(Transaction, FailingEnd_LeavesTheTransactionActive)
 {
     const QeDbObjectId id = addXrecord(L"key", L"before");
     begin();

@@ -93,7 +93,7 @@ TEST_F(Xrecord, AnotherDatabase_IsRefused)
     EXPECT_EQ(record->rbChain(chain.put(), &database), Qeapp::eOk);
 }
 
-TEST_F(Xrecord, ClosedRecord_AnswersNothing)
+TEST_F(Xrecord, ClosedRecord_ReturnsNothing)
 {
     auto record = open<QeDbXrecord>(addXrecord(L"key"));
     QeDbXrecord* closed = record.get();

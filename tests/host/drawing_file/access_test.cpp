@@ -20,7 +20,7 @@ protected:
     }
     std::string locked() const
     {
-        return refusal(Qeapp::eFileLocked, "another process is using it and did not let go of it in time");
+        return refusal(Qeapp::eFileLocked, "another process is using it and did not release it in time");
     }
     std::string changed() const
     {
@@ -97,12 +97,12 @@ TEST_F(FileAccess, ASave_EndsTheLock)
     EXPECT_EQ(keyIn(loaded()), (Items{{300, L"again"}}));
 }
 
-TEST_F(FileAccess, AFileThatChanged_IsToldToWhoLoadsFromAnEarlierOpening)
+TEST_F(FileAccess, AFileThatChanged_IsReportedToAnEarlierOpening)
 {
     const Database sharing = loaded(DrawingAccess::sharing);
     changeElsewhere(L"new");
     EXPECT_EQ(keyIn(sharing), std::nullopt);
-    EXPECT_EQ(outcome(Embedded::loadingFailure(*sharing)), changed());
+    EXPECT_EQ(outcome(Embedded::loadingResult(*sharing)), changed());
     EXPECT_EQ(outcome(save(*sharing)), changed());
     EXPECT_EQ(keyIn(loaded()), (Items{{300, L"new"}}));
 }
@@ -121,8 +121,7 @@ TEST_F(FileAccess, AFileThatChanged_IsNotCopiedFromAnEarlierOpening)
 {
     const Database sharing = loaded(DrawingAccess::sharing);
     changeElsewhere(L"theirs");
-    std::string bytes;
-    EXPECT_EQ(outcome(Embedded::saveDrawingToBytes(*sharing, sharing->drawingVersion(), bytes)), changed());
+    EXPECT_EQ(outcome(Embedded::saveDrawingToBytes(*sharing, sharing->drawingVersion())), changed());
     const auto other = folder.path() / "b.qedb";
     EXPECT_EQ(outcome(Embedded::saveDrawing(*sharing, other, sharing->drawingVersion())), changed());
     EXPECT_EQ(folder.names(), std::set<std::string>{"a.qedb"});
@@ -140,7 +139,7 @@ TEST_F(FileAccess, OneWhoReads_SeesTheFileAsItWasWhileAnotherWaitsToCommit)
     EXPECT_EQ(tryToLoad(DrawingAccess::changing), "0") << "the failed save has let go";
 }
 
-TEST_F(FileAccess, AWait_EndsAfterItsTimeAndIsTold)
+TEST_F(FileAccess, AWait_IsReportedAndEndsAfterItsTime)
 {
     const Database changing = loaded(DrawingAccess::changing);
     int told = 0;
@@ -149,9 +148,8 @@ TEST_F(FileAccess, AWait_EndsAfterItsTimeAndIsTold)
         ++told;
         EXPECT_LT(waited.count(), 40);
     };
-    Database database;
     const auto began = std::chrono::steady_clock::now();
-    EXPECT_EQ(outcome(Embedded::loadDrawing(file, database, DrawingAccess::changing, wait)), locked());
+    EXPECT_EQ(outcome(Embedded::loadDrawing(file, DrawingAccess::changing, wait)), locked());
     EXPECT_GE(std::chrono::steady_clock::now() - began, std::chrono::milliseconds(40));
     EXPECT_GT(told, 1);
 }
@@ -161,17 +159,15 @@ TEST_F(FileAccess, NoWait_AsksOnce)
     const Database changing = loaded(DrawingAccess::changing);
     LockWait wait = waitOf(0);
     wait.onPause = [](std::chrono::milliseconds) { ADD_FAILURE() << "waited"; };
-    Database database;
-    EXPECT_EQ(outcome(Embedded::loadDrawing(file, database, DrawingAccess::changing, wait)), locked());
+    EXPECT_EQ(outcome(Embedded::loadDrawing(file, DrawingAccess::changing, wait)), locked());
 }
 
-TEST_F(FileAccess, AWait_IsEndedByWhoIsToldOfIt)
+TEST_F(FileAccess, AWait_CanBeEndedByItsListener)
 {
     Database changing = loaded(DrawingAccess::changing);
     LockWait wait = waitOf(10'000);
     wait.onPause = [&](std::chrono::milliseconds) { changing.reset(); };
-    Database database;
-    EXPECT_EQ(outcome(Embedded::loadDrawing(file, database, DrawingAccess::changing, wait)), "0");
+    EXPECT_EQ(outcome(Embedded::loadDrawing(file, DrawingAccess::changing, wait)), "0");
 }
 
 TEST_F(FileAccess, ACopyFromAnOpeningThatHoldsTheLock_IsTheWholeDrawing)

@@ -22,14 +22,13 @@ protected:
     /// "place: message" of each fault; what stopped the check where it could not be made.
     std::vector<std::string> faults() const
     {
-        Embedded::DrawingFaults found;
-        const FileResult result = Embedded::checkDrawing(file, waitOf(0), found);
+        const Expected<Embedded::DrawingFaults> found = Embedded::checkDrawing(file, waitOf(0));
+        if (!found)
+            return {outcome(found)};
         std::vector<std::string> texts;
-        if (result.status != Qeapp::eOk)
-            texts.push_back(outcome(result));
-        for (const Embedded::DrawingFault& fault : found.told)
+        for (const Embedded::DrawingFault& fault : found->reported)
             texts.push_back(fault.place + ": " + fault.message);
-        EXPECT_EQ(found.number, found.told.size());
+        EXPECT_EQ(found->count, found->reported.size());
         return texts;
     }
     /// The faults after a change whose checksums fit; the file is not changed by looking for them.
@@ -47,12 +46,12 @@ protected:
     }
     Embedded::Salvage salvaged() const
     {
-        Embedded::Salvage salvage;
-        EXPECT_EQ(outcome(Embedded::salvageDrawing(file, out, waitOf(0), salvage)), "0");
-        Embedded::DrawingFaults left;
-        EXPECT_EQ(outcome(Embedded::checkDrawing(out, waitOf(0), left)), "0");
-        EXPECT_EQ(left.number, 0U) << left.told.front().place << ": " << left.told.front().message;
-        return salvage;
+        Expected<Embedded::Salvage> salvage = Embedded::salvageDrawing(file, out, waitOf(0));
+        EXPECT_EQ(outcome(salvage), "0");
+        const Expected<Embedded::DrawingFaults> left = Embedded::checkDrawing(out, waitOf(0));
+        EXPECT_EQ(outcome(left), "0");
+        EXPECT_EQ(left->count, 0U) << left->reported.front().place << ": " << left->reported.front().message;
+        return std::move(salvage).value();
     }
     std::string contentsOfFile(const std::filesystem::path& path) const
     {
@@ -107,27 +106,27 @@ TEST_F(CheckedDrawing, RowsThatDoNotFitTogetherAreFound)
         {"UPDATE objects SET owner = 7 WHERE handle = 6", "object 6: is listed by another object than its owner"},
         {"UPDATE objects SET owner = 2 WHERE handle = 6", "object 6: cannot belong to object 2"},
         {"UPDATE objects SET class = 'QeDbEntity' WHERE handle = 6", "object 6: is of an unknown class, QeDbEntity"},
-        {"DELETE FROM entries WHERE object = 6", "object 6: nobody lists it"},
+        {"DELETE FROM entries WHERE object = 6", "object 6: is not listed by any object"},
         {"DELETE FROM objects WHERE handle = 6", "object 6: is not there"},
         {"DELETE FROM fields WHERE object = 5", "object 5: its name is missing"},
         {"UPDATE fields SET value = x'FFFE41' WHERE field = 'coordinate system'",
-         "object 8: coordinate system is no text"},
+         "object 8: coordinate system is not a text"},
         {"UPDATE resbufs SET code = 1071 WHERE position = 0",
          "object 6: holds a value that does not fit the group code 1071"},
         {"DELETE FROM resbufs WHERE position = 0", "object 6: a value is missing at position 0"},
         {"UPDATE extended_data SET application = 4",
-         "object 1: extended data of 4, which is no registered application"},
+         "object 1: extended data of 4, which is not a registered application"},
         {"UPDATE fields SET value = 'KTN_PROJECTION' WHERE object = 4", "object 4: is not the block of model space"},
         {"UPDATE header SET value = 7 WHERE field = 'next handle'",
          "header: the next handle is not above that of every object"},
         {"UPDATE header SET value = 77 WHERE field = 'drawing version'", "header: there is no drawing version 77"},
-        {"DELETE FROM header WHERE field = 'geo data'", "object 8: nobody lists it"},
+        {"DELETE FROM header WHERE field = 'geo data'", "object 8: is not listed by any object"},
         {"UPDATE header SET value = 1 WHERE field = 'geo data'",
-         "object 1: is no GeoData, as which the header names it"},
+         "object 1: is not a GeoData object, but the header names it as one"},
         {"UPDATE header SET value = 1 WHERE field = 'blocks'", "object 1: is a root of another class"},
         {"UPDATE header SET value = 3 WHERE field = 'named objects'", "object 3: is a root of another class"},
-        {"UPDATE entries SET key = '' WHERE object = 6", "entries: a key is no text"},
-        {"UPDATE entries SET key = 7 WHERE object = 6", "entries: a key is no text"},
+        {"UPDATE entries SET key = '' WHERE object = 6", "entries: a key is not a text"},
+        {"UPDATE entries SET key = 7 WHERE object = 6", "entries: a key is not a text"},
     };
     for (const auto& [sql, fault] : changes) {
         writeFile(file, sound);
@@ -140,13 +139,13 @@ TEST_F(CheckedDrawing, WrongDigestsAreFound)
 {
     DrawingSql(file).run("DELETE FROM resbufs WHERE position = 2");
     sealFile(file);
-    EXPECT_TRUE(contains(faults(), "object 6: its values are not all there, or more than there were"));
+    EXPECT_TRUE(contains(faults(), "object 6: has more or fewer values than were written"));
 }
 
 TEST_F(CheckedDrawing, OtherThanADrawing_IsNotChecked)
 {
     writeFile(file, "no drawing");
-    EXPECT_EQ(faults(), Texts{refusal(Qeapp::eFileDamaged, "is no drawing file: not an SQLite database")});
+    EXPECT_EQ(faults(), Texts{refusal(Qeapp::eFileDamaged, "not a drawing file: it is not an SQLite database")});
 }
 
 TEST_F(CheckedDrawing, SalvageOfASoundDrawing_IsTheSameDrawing)
@@ -243,8 +242,7 @@ TEST_F(CheckedDrawing, SalvageOfADamagedPage_IsSound)
 TEST_F(CheckedDrawing, SalvageIntoAFileThatExists_IsRefused)
 {
     writeFile(out, "mine");
-    Embedded::Salvage salvage;
-    EXPECT_EQ(Embedded::salvageDrawing(file, out, waitOf(0), salvage).status, Qeapp::eFileExists);
+    EXPECT_EQ(Embedded::hostStatus(Embedded::salvageDrawing(file, out, waitOf(0))), Qeapp::eFileExists);
     EXPECT_EQ(readFile(out), "mine");
 }
 

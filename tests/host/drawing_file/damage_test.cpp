@@ -20,28 +20,24 @@ protected:
     }
     enum class Result { same, refused, different };
 
-    static Result resultOf(const Database& database, FileResult result)
+    static Expected<std::string> textOf(const Expected<Database>& database)
     {
-        std::string text;
-        if (database != nullptr)
-            result = Embedded::dumpDrawing(*database, text);
-        if (result.status != Qeapp::eOk)
-            return result.message.empty() ? Result::different : Result::refused;
-        return text == goldenText("everything") ? Result::same : Result::different;
+        if (!database)
+            return tl::unexpected<Embedded::Error>(database.error());
+        return Embedded::dumpDrawing(**database);
     }
-    static Result inMemory(const std::string& damaged)
+    static Result resultOf(const Expected<Database>& database)
     {
-        Database database;
-        const FileResult result = Embedded::loadDrawingFromBytes(damaged, database);
-        return resultOf(database, result);
+        const Expected<std::string> text = textOf(database);
+        if (!text)
+            return text.error().message.empty() ? Result::different : Result::refused;
+        return *text == goldenText("everything") ? Result::same : Result::different;
     }
+    static Result inMemory(const std::string& damaged) { return resultOf(Embedded::loadDrawingFromBytes(damaged)); }
     Result inFile(const std::string& damaged) const
     {
         writeFile(file, damaged);
-        Database database;
-        const FileResult result = load(file, database, DrawingAccess::changing);
-        const Result found = resultOf(database, result);
-        database.reset();
+        const Result found = resultOf(load(file, DrawingAccess::changing));
         EXPECT_TRUE(readFile(file) == damaged) << "reading has changed it";
         EXPECT_EQ(folder.names(), std::set<std::string>{"a.qedb"});
         return found;
@@ -125,12 +121,8 @@ TEST_F(DamagedDrawing, WithPagesOfAnOlderState_IsNeverAMixture)
     for (std::size_t page = 0; page < bytes.size() / kPageSize; ++page) {
         std::string mixed = bytes;
         mixed.replace(page * kPageSize, kPageSize, newer, page * kPageSize, kPageSize);
-        Database database;
-        std::string text;
-        FileResult result = Embedded::loadDrawingFromBytes(mixed, database);
-        if (database != nullptr)
-            result = Embedded::dumpDrawing(*database, text);
-        EXPECT_TRUE(result.status != Qeapp::eOk || text == newerText || text == goldenText("everything")) << page;
+        const Expected<std::string> text = textOf(Embedded::loadDrawingFromBytes(mixed));
+        EXPECT_TRUE(!text || *text == newerText || *text == goldenText("everything")) << page;
     }
 }
 

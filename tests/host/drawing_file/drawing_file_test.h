@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "platform/host.h"
 #include "support/drawing.h"
@@ -18,7 +19,7 @@
 namespace Tests {
 
 using Embedded::DrawingAccess;
-using Embedded::FileResult;
+using Embedded::Expected;
 using Embedded::LockWait;
 
 inline LockWait waitOf(int milliseconds)
@@ -29,9 +30,10 @@ inline LockWait waitOf(int milliseconds)
 }
 
 /// What a load or a save came to, in one text: the status, and the message if there is one.
-inline std::string outcome(const FileResult& result)
+template <class T>
+std::string outcome(const Expected<T>& result)
 {
-    return std::to_string(static_cast<int>(result.status)) + (result.message.empty() ? "" : " " + result.message);
+    return result ? "0" : std::to_string(result.error().status) + " " + result.error().text();
 }
 
 class DrawingFileTest : public PlatformTest {
@@ -40,10 +42,17 @@ protected:
 
     /// The file has the drawing from now on. It does not wait for the disk.
     void given(const Drawing& drawing) const { writeFile(file, savedInMemory(*drawing.database())); }
-    static FileResult load(const std::filesystem::path& from, Database& database,
-                           DrawingAccess access = DrawingAccess::sharing, int milliseconds = 0)
+    static Expected<Database> load(const std::filesystem::path& from, DrawingAccess access = DrawingAccess::sharing,
+                                   int milliseconds = 0)
     {
-        return Embedded::loadDrawing(from, database, access, waitOf(milliseconds));
+        return Embedded::loadDrawing(from, access, waitOf(milliseconds));
+    }
+    /// Null when the drawing cannot be loaded.
+    static Expected<void> load(const std::filesystem::path& from, Database& database,
+                               DrawingAccess access = DrawingAccess::sharing, int milliseconds = 0)
+    {
+        database.reset(); // a connection of this process may hold a lock
+        return load(from, access, milliseconds).map([&](Database&& opened) { database = std::move(opened); });
     }
     Database loaded(DrawingAccess access = DrawingAccess::sharing) const
     {
@@ -51,7 +60,7 @@ protected:
         EXPECT_EQ(outcome(load(file, database, access)), "0");
         return database;
     }
-    FileResult save(QeDbDatabase& database) const
+    Expected<void> save(QeDbDatabase& database) const
     {
         return Embedded::saveDrawing(database, file, database.drawingVersion(), Embedded::Overwriting::refused,
                                      waitOf(0));

@@ -47,7 +47,7 @@ TEST_F(FormatPage, HasTheSchema)
     EXPECT_EQ(answerTo(query), written);
 }
 
-TEST_F(FormatPage, HasQueriesThatAnswerWhatTheCoordinateSystemIs)
+TEST_F(FormatPage, HasQueriesForTheCoordinateSystem)
 {
     makeFromSql(file, goldenSql("version_29"));
     const std::vector<std::string> queries = blocks("sql");

@@ -74,7 +74,7 @@ protected:
         database = loaded(DrawingAccess::changing);
         before = contentsOf(*database);
     }
-    FileResult tryToSave(int target) const
+    Expected<void> tryToSave(int target) const
     {
         return saveDrawing(*database, file, version(target), Overwriting::refused, waitOf(0));
     }
@@ -108,7 +108,7 @@ TEST_F(DrawingFileSave, ANewDrawing_IsNotSavedTwice)
     std::filesystem::remove(file);
     save(33);
     before = contentsOf(*database);
-    expectNothingSaved(33, Qeapp::eFileExists, file.string() + ": there is such a file already");
+    expectNothingSaved(33, Qeapp::eFileExists, file.string() + ": the file exists already");
 }
 
 TEST_F(DrawingFileSave, TwoNewDrawings_HoldTheSameBytes)
@@ -178,7 +178,7 @@ TEST_F(DrawingFileSave, AReactorThatFails_EndsTheSave)
     EXPECT_EQ(decomposer.told, (Told{"decompose 30", "aborted 30"}));
 }
 
-TEST_F(DrawingFileSave, ARecordedCode_EndsTheSaveThoughTheReactorAnswersOk)
+TEST_F(DrawingFileSave, ARecordedCode_EndsTheSaveThoughTheReactorReturnsOk)
 {
     Decomposer decomposer;
     decomposer.recorded = Qeapp::eInvalidInput;
@@ -192,7 +192,7 @@ TEST_F(DrawingFileSave, AFileThatCannotBeLocked_UndoesTheDecomposition)
     const Database changing = loaded(DrawingAccess::changing);
     Decomposer decomposer;
     expectNothingSaved(30, Qeapp::eFileLocked,
-                       file.string() + ": another process is using it and did not let go of it in time");
+                       file.string() + ": another process is using it and did not release it in time");
     EXPECT_EQ(decomposer.told, (Told{"decompose 30", "aborted 30"}));
 }
 
@@ -209,7 +209,7 @@ TEST_F(DrawingFileSave, AFailureAnywhere_LeavesOldFileAndDrawingOrTheNewOnes)
         writeFile(file, old);
         database = loaded(DrawingAccess::changing);
         const ScopedFault fault({.call = "", .occurrence = call, .code = {}});
-        const bool saved = tryToSave(30).status == Qeapp::eOk;
+        const bool saved = tryToSave(30).has_value();
         EXPECT_EQ(readFile(file) == old, !saved) << call;
         EXPECT_EQ(database->drawingVersion(), saved ? 30 : 29) << call;
     }
@@ -231,7 +231,7 @@ TEST_F(DrawingFileSave, ACopyOverAnotherDrawing_NeedsToBeAllowed)
     QeDbDatabase empty;
     EXPECT_EQ(outcome(saveDrawing(empty, other(), version(33))), "0");
     EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29))),
-              number(Qeapp::eFileExists) + " " + other() + ": there is such a file already");
+              number(Qeapp::eFileExists) + " " + other() + ": the file exists already");
     EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29), Overwriting::drawings)), "0");
     Database copy;
     EXPECT_EQ(outcome(load(other(), copy)), "0");
@@ -245,7 +245,7 @@ TEST_F(DrawingFileSave, ACopyOverWhatIsNoDrawing_IsRefused)
     writeFile(other(), text);
     EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29), Overwriting::drawings)),
               number(Qeapp::eFileDamaged) + " " + other() +
-                  ": is no drawing file: not an SQLite database; what is no drawing is not overwritten");
+                  ": not a drawing file: it is not an SQLite database; only drawings are overwritten");
     EXPECT_TRUE(readFile(other()) == text);
 }
 
@@ -268,7 +268,7 @@ TEST_F(DrawingFileSave, ACopyOverADrawingThatIsRead_WaitsAndGivesUp)
     EXPECT_EQ(outcome(load(other(), reading, DrawingAccess::reading)), "0");
     EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29), Overwriting::drawings, waitOf(0))),
               number(Qeapp::eFileLocked) + " " + other() +
-                  ": another process is using it and did not let go of it in time");
+                  ": another process is using it and did not release it in time");
     EXPECT_TRUE(readFile(other()) == bytes);
 }
 
@@ -305,7 +305,7 @@ TEST_F(DrawingFileSave, ADrawingFromMemory_HasNoFileOfItsOwn)
     const Database copy = loadedFromMemory(savedInMemory(*database));
     EXPECT_EQ(contentsOf(*copy), before);
     EXPECT_EQ(outcome(saveDrawing(*copy, file, version(29))),
-              number(Qeapp::eFileExists) + " " + file.string() + ": there is such a file already");
+              number(Qeapp::eFileExists) + " " + file.string() + ": the file exists already");
     EXPECT_EQ(outcome(saveDrawing(*copy, other(), version(29))), "0");
 }
 
@@ -313,11 +313,9 @@ TEST_F(DrawingFileSave, InMemory_IsTheSameDatabaseAsInAFile)
 {
     const Database copy = loadedFromMemory(readFile(file));
     EXPECT_EQ(contentsOf(*copy), before);
-    std::string bytes;
-    EXPECT_EQ(outcome(Embedded::saveDrawingToBytes(*copy, version(34), bytes)),
+    EXPECT_EQ(outcome(Embedded::saveDrawingToBytes(*copy, version(34))),
               number(Qeapp::eInvalidDrawingVersion) +
                   " standard output: 34 is not a drawing version that can be saved");
-    EXPECT_EQ(bytes, "");
     writeFile(other(), savedInMemory(*copy));
     Database again;
     EXPECT_EQ(outcome(load(other(), again, DrawingAccess::changing)), "0");
@@ -327,12 +325,9 @@ TEST_F(DrawingFileSave, InMemory_IsTheSameDatabaseAsInAFile)
 TEST_F(DrawingFileSave, BytesThatAreNoDrawing_AreRefused)
 {
     for (const std::string& bytes : {std::string(), std::string("x"), std::string(5'000, 'x')}) {
-        Database copy;
-        const FileResult result = Embedded::loadDrawingFromBytes(bytes, copy);
-        EXPECT_EQ(copy, nullptr);
-        EXPECT_EQ(outcome(result),
+        EXPECT_EQ(outcome(Embedded::loadDrawingFromBytes(bytes)),
                   number(Qeapp::eFileDamaged) + " standard input: " +
-                      (bytes.empty() ? "is empty, and so no drawing" : "is no drawing file: not an SQLite database"));
+                      (bytes.empty() ? "is empty, not a drawing" : "not a drawing file: it is not an SQLite database"));
     }
 }
 

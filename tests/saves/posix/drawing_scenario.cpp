@@ -78,15 +78,12 @@ bool succeeds(Work work)
 
 std::unique_ptr<QeDbDatabase> opened(const fs::path& folder, DrawingAccess access)
 {
-    std::unique_ptr<QeDbDatabase> database;
-    static_cast<void>(Embedded::loadDrawing(folder / "a.qedb", database, access, noWait())); // null reports the failure
-    return database;
+    return Embedded::loadDrawing(folder / "a.qedb", access, noWait()).value_or(nullptr);
 }
 
 bool savesTo(const Drawing& drawing, const fs::path& file, Overwriting overwriting = Overwriting::refused)
 {
-    return Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg, overwriting, noWait()).status ==
-           Qeapp::eOk;
+    return Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg, overwriting, noWait()).has_value();
 }
 
 bool saveNew(const fs::path& folder)
@@ -149,15 +146,12 @@ bool overwrite(const fs::path& folder)
 
 std::string drawingIn(const fs::path& file)
 {
-    std::unique_ptr<QeDbDatabase> database;
-    Embedded::FileResult result = Embedded::loadDrawing(file, database, DrawingAccess::reading, noWait());
-    std::string text;
-    if (database != nullptr)
-        result = Embedded::dumpDrawing(*database, text);
+    const auto database = Embedded::loadDrawing(file, DrawingAccess::reading, noWait());
+    const auto text = database ? Embedded::dumpDrawing(**database) : tl::unexpected<Embedded::Error>(database.error());
     std::error_code error;
     if (fs::file_size(file, error) == 0 || error)
         return "nothing"; // a journal may have been rolled back
-    return result.status == Qeapp::eOk ? text : "refused: " + result.message;
+    return text ? *text : "refused: " + text.error().text();
 }
 
 } // namespace

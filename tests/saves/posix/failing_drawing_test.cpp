@@ -5,6 +5,7 @@
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "saves/posix/interrupted_drawing.h"
 #include "support/drawing.h"
+#include "support/error_text.h"
 #include "support/file_text.h"
 
 namespace Tests {
@@ -79,14 +80,12 @@ protected:
     Drawing openedAndChanged() const
     {
         writeFile(file, bytes_);
-        std::unique_ptr<QeDbDatabase> database;
-        EXPECT_EQ(Embedded::loadDrawing(file, database, Embedded::DrawingAccess::changing).message, "");
-        Drawing drawing(std::move(database));
+        Drawing drawing(Embedded::loadDrawing(file, Embedded::DrawingAccess::changing).value());
         for (int number = 0; number < 6; ++number)
             drawing.withXrecord({{300, std::wstring(1'000, L'n')}}, std::to_wstring(number).c_str());
         return drawing;
     }
-    Embedded::FileResult save(const Drawing& drawing) const
+    Embedded::Expected<void> save(const Drawing& drawing) const
     {
         return Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg);
     }
@@ -104,7 +103,7 @@ TEST_F(FailedDrawing, IsSavedOnceTheDiskWorksAgain)
     {
         const Drawing drawing = openedAndChanged();
         const WatchedDisk watched(folder.path());
-        ASSERT_EQ(save(drawing).message, "");
+        ASSERT_EQ(errorText(save(drawing)), "");
         count = watched.isQuery().size();
     }
     int failed = 0;
@@ -114,16 +113,14 @@ TEST_F(FailedDrawing, IsSavedOnceTheDiskWorksAgain)
         const std::string contents = drawing.contents();
         {
             const WatchedDisk watched(folder.path(), {Effect::fails, call, SQLITE_FULL});
-            failed += save(drawing).status == Qeapp::eOk ? 0 : 1;
+            failed += save(drawing) ? 0 : 1;
         }
         EXPECT_EQ(drawing.contents(), contents);
         {
-            const WatchedDisk watched(folder.path()); // which does not wait for the disk
-            EXPECT_EQ(save(drawing).message, "");
+            const WatchedDisk watched(folder.path()); // it does not wait for the disk
+            EXPECT_EQ(errorText(save(drawing)), "");
         }
-        std::unique_ptr<QeDbDatabase> again;
-        EXPECT_EQ(Embedded::loadDrawing(file, again).message, "");
-        EXPECT_EQ(contentsOf(*again), contents);
+        EXPECT_EQ(contentsOf(*Embedded::loadDrawing(file).value()), contents);
         if (HasFailure())
             return;
     }

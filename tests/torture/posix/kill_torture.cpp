@@ -67,13 +67,14 @@ Drawing& withNumber(Drawing& drawing, Number number)
 bool saveDrawing(const fs::path& folder, Number number)
 {
     const fs::path file = folder / "a.qedb";
-    std::unique_ptr<QeDbDatabase> database = std::make_unique<QeDbDatabase>();
-    if (fs::exists(file) &&
-        Embedded::loadDrawing(file, database, Embedded::DrawingAccess::changing).status != Qeapp::eOk)
+    std::unique_ptr<QeDbDatabase> database =
+        fs::exists(file) ? Embedded::loadDrawing(file, Embedded::DrawingAccess::changing).value_or(nullptr)
+                         : std::make_unique<QeDbDatabase>();
+    if (database == nullptr)
         return false;
     Drawing drawing(std::move(database));
     withNumber(drawing, number);
-    return Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg).status == Qeapp::eOk;
+    return Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg).has_value();
 }
 
 /// Writes a drawing over the existing one.
@@ -83,15 +84,15 @@ bool overwriteDrawing(const fs::path& folder, Number number)
     withNumber(drawing, number);
     return Embedded::saveDrawing(*drawing.database(), folder / "a.qedb", QeDb::kCurrentDwg,
                                  Embedded::Overwriting::drawings)
-               .status == Qeapp::eOk;
+        .has_value();
 }
 
 Number drawingFound(const fs::path& folder)
 {
-    std::unique_ptr<QeDbDatabase> database;
-    if (const Embedded::FileResult result = Embedded::loadDrawing(folder / "a.qedb", database); !database)
-        refuse(result.message);
-    const Drawing drawing(std::move(database));
+    auto database = Embedded::loadDrawing(folder / "a.qedb");
+    if (!database)
+        refuse(database.error().text());
+    const Drawing drawing(std::move(*database));
     const std::optional<Items> first = drawing.xrecord(L"first");
     if (!first || first != drawing.xrecord(L"second"))
         refuse("two numbers in one drawing");

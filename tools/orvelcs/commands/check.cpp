@@ -26,7 +26,7 @@ struct CheckOptions {
 Json faultsAsJson(const Embedded::DrawingFaults& faults)
 {
     Json array = Json::array();
-    for (const Embedded::DrawingFault& fault : faults.told)
+    for (const Embedded::DrawingFault& fault : faults.reported)
         array.push_back({{"place", fault.place}, {"message", fault.message}});
     return array;
 }
@@ -43,10 +43,10 @@ Json salvageAsJson(const std::string& file, const Embedded::Salvage& salvage)
 
 void printFaults(const std::string& file, const Embedded::DrawingFaults& faults, Output& output)
 {
-    for (const Embedded::DrawingFault& fault : faults.told)
+    for (const Embedded::DrawingFault& fault : faults.reported)
         output.error(file, fmt::format("{}: {}", fault.place, fault.message));
-    if (faults.number > faults.told.size())
-        output.error(file, fmt::format("and {} faults more", faults.number - faults.told.size()));
+    if (faults.count > faults.reported.size())
+        output.error(file, fmt::format("and {} faults more", faults.count - faults.reported.size()));
 }
 
 void printSalvage(const std::string& file, const Embedded::Salvage& salvage, Output& output)
@@ -58,46 +58,45 @@ void printSalvage(const std::string& file, const Embedded::Salvage& salvage, Out
 }
 
 /// What became of a drawing that should be saved from damage.
-Embedded::FileResult salvage(const std::string& file, const CheckOptions& options, Json& json, Output& output)
+Embedded::Expected<void> salvage(const std::string& file, const CheckOptions& options, Json& json, Output& output)
 {
-    Embedded::Salvage salvaged;
-    const Embedded::FileResult result = Embedded::salvageDrawing(
-        Embedded::pathFromUtf8(file), Embedded::pathFromUtf8(options.salvage), waitFor(file, output), salvaged);
-    if (result.status != Qeapp::eOk)
-        return result;
-    json["salvage"] = salvageAsJson(options.salvage, salvaged);
+    Embedded::Expected<Embedded::Salvage> salvaged = Embedded::salvageDrawing(
+        Embedded::pathFromUtf8(file), Embedded::pathFromUtf8(options.salvage), waitFor(file, output));
+    if (!salvaged)
+        return tl::unexpected<Embedded::Error>(std::move(salvaged).error());
+    json["salvage"] = salvageAsJson(options.salvage, *salvaged);
     if (!output.json())
-        printSalvage(options.salvage, salvaged, output);
-    return result;
+        printSalvage(options.salvage, *salvaged, output);
+    return {};
 }
 
-DrawingOutcome fail(const std::string& file, const Embedded::FileResult& result, Json json, Output& output)
+DrawingOutcome fail(const std::string& file, const Embedded::Error& error, Json json, Output& output)
 {
-    const std::string error = describe(file, result);
-    output.error(file, error);
-    json["result"] = result.status;
-    json["error"] = error;
+    const std::string description = describe(file, error);
+    output.error(file, description);
+    json["result"] = error.status;
+    json["error"] = description;
     return {ExitStatus::failed, std::move(json)};
 }
 
 DrawingOutcome checkOne(const std::string& file, const CheckOptions& options, Output& output)
 {
     Json json = {{"file", file}, {"ok", false}, {"faults", Json::array()}, {"salvage", nullptr}};
-    Embedded::DrawingFaults faults;
-    const Embedded::FileResult result =
-        Embedded::checkDrawing(Embedded::pathFromUtf8(file), waitFor(file, output), faults);
-    if (result.status != Qeapp::eOk)
-        return fail(file, result, std::move(json), output);
-    json["ok"] = faults.number == 0;
+    const Embedded::Expected<Embedded::DrawingFaults> result =
+        Embedded::checkDrawing(Embedded::pathFromUtf8(file), waitFor(file, output));
+    if (!result)
+        return fail(file, result.error(), std::move(json), output);
+    const Embedded::DrawingFaults& faults = *result;
+    json["ok"] = faults.count == 0;
     json["faults"] = faultsAsJson(faults);
     printFaults(file, faults, output);
-    if (faults.number == 0 && !output.json())
+    if (faults.count == 0 && !output.json())
         output.confirm(file, "no fault was found");
     if (options.salvages())
-        if (const Embedded::FileResult salvaged = salvage(file, options, json, output); salvaged.status != Qeapp::eOk)
-            return fail(salvaged.status == Qeapp::eFileExists ? options.salvage : file, salvaged, std::move(json),
-                        output);
-    return {faults.number == 0 ? ExitStatus::done : ExitStatus::failed, std::move(json)};
+        if (const Embedded::Expected<void> salvaged = salvage(file, options, json, output); !salvaged)
+            return fail(salvaged.error().status == Qeapp::eFileExists ? options.salvage : file, salvaged.error(),
+                        std::move(json), output);
+    return {faults.count == 0 ? ExitStatus::done : ExitStatus::failed, std::move(json)};
 }
 
 ExitStatus runCheck(const CheckOptions& options, Output& output)

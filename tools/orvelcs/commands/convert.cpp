@@ -60,16 +60,15 @@ std::string describeConversionFailure(QeDbDatabase* database, Qeapp::ErrorStatus
                        Embedded::utf8FromWide(description.code.value_or(L"its coordinate system")));
 }
 
-void failSave(ConvertReport& report, const ConvertOptions& options, OpenDrawing& drawing,
-              const Embedded::FileResult& saved)
+void failSave(ConvertReport& report, const ConvertOptions& options, OpenDrawing& drawing, const Embedded::Error& error)
 {
     const std::string& target = options.change.files.front();
-    const bool isOfTarget = saved.message.starts_with(Embedded::displayName(Embedded::pathFromUtf8(target)) + ": ");
+    const bool isOfTarget = error.text().starts_with(Embedded::displayName(Embedded::pathFromUtf8(target)) + ": ");
     const std::string& subject = isOfTarget ? target : options.file;
-    std::string message = saved.status == Qeapp::eFileExists ? kExists : describe(subject, saved);
+    std::string message = error.status == Qeapp::eFileExists ? kExists : describe(subject, error);
     if (!isOfTarget)
-        message += describeConversionFailure(drawing.database(), saved.status);
-    report.result = saved.status;
+        message += describeConversionFailure(drawing.database(), Embedded::hostStatus(error));
+    report.result = error.status;
     report.failure = Failure(subject, message);
 }
 
@@ -77,20 +76,20 @@ ConvertReport convertDrawing(const ConvertOptions& options, int version, Output&
 {
     ConvertReport report;
     OpenDrawing drawing(options.file, options.access(), output);
-    if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
-        report.result = loaded.status;
-        report.failure = Failure(options.file, describe(options.file, loaded));
+    if (const Embedded::Expected<void> loaded = drawing.load(); !loaded) {
+        report.result = loaded.error().status;
+        report.failure = Failure(options.file, describe(options.file, loaded.error()));
         return report;
     }
     const RecordingReactor reactor(parseVetoes(options.change));
-    const Embedded::FileResult saved =
+    const Embedded::Expected<void> saved =
         saveDrawing(*drawing.database(), options.change.files.front(), static_cast<QeDb::QeDbDwgVersion>(version),
                     options.force ? Embedded::Overwriting::drawings : Embedded::Overwriting::refused, output);
     report.events = reactor.events();
-    if (saved.status == Qeapp::eOk)
+    if (saved)
         report.version = version;
     else
-        failSave(report, options, drawing, saved);
+        failSave(report, options, drawing, saved.error());
     return report;
 }
 

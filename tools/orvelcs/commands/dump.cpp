@@ -17,21 +17,19 @@ ExitStatus runDump(const DumpOptions& options, Output& output)
     checkFileNames({options.file}, false, output);
     return forEachDrawing({options.file}, output, [&](const std::string& file) {
         Json json = {{"file", file}, {"text", nullptr}};
-        std::string text;
         OpenDrawing drawing(file, Embedded::DrawingAccess::reading, output);
-        Embedded::FileResult result = drawing.load();
-        if (result.status == Qeapp::eOk)
-            result = Embedded::dumpDrawing(*drawing.database(), text);
-        if (result.status != Qeapp::eOk) {
-            const std::string error = describe(file, result);
+        Embedded::Expected<std::string> text =
+            drawing.load().and_then([&] { return Embedded::dumpDrawing(*drawing.database()); });
+        if (!text) {
+            const std::string error = describe(file, text.error());
             output.error(file, error);
-            json["result"] = result.status;
+            json["result"] = text.error().status;
             json["error"] = error;
             return DrawingOutcome{ExitStatus::failed, std::move(json)};
         }
         if (!output.json())
-            output.write(text);
-        json["text"] = std::move(text);
+            output.write(*text);
+        json["text"] = std::move(*text);
         return DrawingOutcome{ExitStatus::done, std::move(json)};
     });
 }

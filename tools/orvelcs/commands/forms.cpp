@@ -116,7 +116,7 @@ void showForms(const FormsOptions& options, const std::vector<FormValue>& values
     if (!values.empty() && options.file == kStandardStream)
         return;
     const StoredForms forms = readStoredForms(drawing.database());
-    require(options.file, drawing.loadingFailure());
+    require(options.file, drawing.loadingResult());
     if (const auto& record = forms.definitionXrecord; record && !record->readable)
         output.note(options.file,
                     fmt::format("definition xrecord of layout {}: not readable by the module", record->layout));

@@ -25,12 +25,12 @@ NewReport makeDrawing(const std::string& file, int version, bool force, Output& 
 {
     QeDbDatabase database(static_cast<QeDb::QeDbDwgVersion>(version));
     const auto overwriting = force ? Embedded::Overwriting::noDatabase : Embedded::Overwriting::refused;
-    const Embedded::FileResult saved = saveDrawing(database, file, database.drawingVersion(), overwriting, output);
-    if (saved.status == Qeapp::eFileExists)
+    const Embedded::Expected<void> saved = saveDrawing(database, file, database.drawingVersion(), overwriting, output);
+    if (saved)
+        return {Qeapp::eOk, {}};
+    if (saved.error().status == Qeapp::eFileExists)
         return {std::nullopt, kExists};
-    if (saved.status != Qeapp::eOk)
-        return {saved.status, describe(file, saved)};
-    return {};
+    return {saved.error().status, describe(file, saved.error())};
 }
 
 DrawingOutcome makeAndReport(const std::string& file, int version, bool force, Output& output)

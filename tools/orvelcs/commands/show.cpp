@@ -105,15 +105,15 @@ ShowReport readDrawing(const std::string& file, bool wantsWkt, const Output& out
     ShowReport report;
     report.file = file;
     OpenDrawing drawing(file, Embedded::DrawingAccess::reading, output);
-    if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
-        fail(report, loaded.status, describe(file, loaded));
+    if (const Embedded::Expected<void> loaded = drawing.load(); !loaded) {
+        fail(report, Embedded::hostStatus(loaded), describe(file, loaded.error()));
         return report;
     }
     report.drawingVersion = drawing.version();
     try {
         readSystem(report, drawing.database(), wantsWkt);
-        if (const Embedded::FileResult failure = drawing.loadingFailure(); failure.status != Qeapp::eOk)
-            fail(report, failure.status, describe(file, failure));
+        if (const Embedded::Expected<void> loading = drawing.loadingResult(); !loading)
+            fail(report, Embedded::hostStatus(loading), describe(file, loading.error()));
     } catch (const Failure& failure) {
         report.status = failure.status();
         report.error = failure.text();

@@ -25,10 +25,10 @@ struct ChangeReport {
     std::optional<std::string> error; // none where it was done
 };
 
-void fail(ChangeReport& report, const Embedded::FileResult& file)
+void fail(ChangeReport& report, const Embedded::Error& error)
 {
-    report.result = file.status;
-    report.error = describe(report.file, file);
+    report.result = error.status;
+    report.error = describe(report.file, error);
 }
 
 void fail(ChangeReport& report, Qeapp::ErrorStatus result, const Change& change)
@@ -43,8 +43,8 @@ ChangeReport changeOne(const std::string& file, const ChangeOptions& options, co
     ChangeReport report;
     report.file = file;
     OpenDrawing drawing(file, Embedded::DrawingAccess::changing, output);
-    if (const Embedded::FileResult loaded = drawing.load(); loaded.status != Qeapp::eOk) {
-        fail(report, loaded);
+    if (const Embedded::Expected<void> loaded = drawing.load(); !loaded) {
+        fail(report, loaded.error());
         return report;
     }
     RecordingReactor reactor(parseVetoes(options));
@@ -52,12 +52,12 @@ ChangeReport changeOne(const std::string& file, const ChangeOptions& options, co
     const Qeapp::ErrorStatus result = change.apply(drawing.database(), status);
     report.status = status;
     report.events = reactor.events();
-    if (const Embedded::FileResult failure = drawing.loadingFailure(); failure.status != Qeapp::eOk)
-        fail(report, failure);
+    if (const Embedded::Expected<void> loading = drawing.loadingResult(); !loading)
+        fail(report, loading.error());
     else if (result != Qeapp::eOk)
         fail(report, result, change);
-    else if (const Embedded::FileResult saved = drawing.save(output); saved.status != Qeapp::eOk)
-        fail(report, saved);
+    else if (const Embedded::Expected<void> saved = drawing.save(output); !saved)
+        fail(report, saved.error());
     return report;
 }
 

@@ -21,7 +21,7 @@ std::optional<std::wstring> readOpenDrawing(const std::string& file, const OpenD
 {
     auto text = copyModuleText(
         [](wchar_t*& out) { return CoordinateSystem::GetCsTransformationConfig(out, ConfigTargetType::Drawing); });
-    require(file, drawing.loadingFailure());
+    require(file, drawing.loadingResult());
     return text;
 }
 
@@ -51,14 +51,14 @@ ConfigChange changeDrawing(const std::string& file, const std::function<void(con
     require(file, drawing.load());
     prepare([&] { return readOpenDrawing(file, drawing); });
     ConfigChange change = callModule(call, ConfigTargetType::Drawing);
-    if (const Embedded::FileResult failure = drawing.loadingFailure(); failure.status != Qeapp::eOk) {
+    if (const Embedded::Expected<void> loading = drawing.loadingResult(); !loading) {
         change.result = false;
-        change.error = describe(file, failure);
+        change.error = describe(file, loading.error());
     } else if (!change.result) {
         change.error = "the module could not store the configuration";
-    } else if (const Embedded::FileResult saved = drawing.save(output); saved.status != Qeapp::eOk) {
+    } else if (const Embedded::Expected<void> saved = drawing.save(output); !saved) {
         change.result = false;
-        change.error = describe(file, saved);
+        change.error = describe(file, saved.error());
     }
     return change;
 }

@@ -86,7 +86,7 @@ std::optional<Embedded::ConfiguredOperation> configuredTransformation(const std:
     }
     const Info info = findConfigured(source, target, drawing.has_value());
     if (drawing)
-        require(*drawing, current->loadingFailure());
+        require(*drawing, current->loadingResult());
     if (!info) {
         checkOppositeItem(source, target);
         return std::nullopt;

@@ -17,32 +17,34 @@ namespace {
 
 constexpr std::size_t kMostBytesInMemory = std::size_t{1} << 30; // of a drawing on standard input
 
-Embedded::FileResult loadFromStandardInput(std::unique_ptr<QeDbDatabase>& database)
+Embedded::Expected<std::unique_ptr<QeDbDatabase>> loadFromStandardInput()
 {
     try {
-        return Embedded::loadDrawingFromBytes(readWhole(kStandardStream, kMostBytesInMemory), database);
+        return Embedded::loadDrawingFromBytes(readWhole(kStandardStream, kMostBytesInMemory));
     } catch (const Failure& failure) {
-        return {Qeapp::eFileDamaged, failure.what()};
+        return Embedded::failure(Qeapp::eFileDamaged, failure.what());
     }
 }
 
 } // namespace
 
-std::string describe(const std::string& file, const Embedded::FileResult& result)
+std::string describe(const std::string& file, const Embedded::Error& error)
 {
-    if (result.status == Qeapp::eFileLocked)
-        return fmt::format("{}: {}", resultName(result.status), lockedMessage());
-    std::string_view message = result.message;
+    const std::string result = resultName(Embedded::hostStatus(error));
+    if (error.status == Qeapp::eFileLocked)
+        return fmt::format("{}: {}", result, lockedMessage());
+    const std::string text = error.text();
+    std::string_view message = text;
     if (const std::string prefix = Embedded::displayName(Embedded::pathFromUtf8(file)) + ": ";
         message.starts_with(prefix))
         message.remove_prefix(prefix.size());
-    return message.empty() ? resultName(result.status) : fmt::format("{}: {}", resultName(result.status), message);
+    return message.empty() ? result : fmt::format("{}: {}", result, message);
 }
 
-void require(const std::string& file, const Embedded::FileResult& result)
+void require(const std::string& file, const Embedded::Expected<void>& result)
 {
-    if (result.status != Qeapp::eOk)
-        throw Failure(file, describe(file, result), ExitStatus::failed, result.status);
+    if (!result)
+        throw Failure(file, describe(file, result.error()), ExitStatus::failed, result.error().status);
 }
 
 OpenDrawing::OpenDrawing(std::string file, Embedded::DrawingAccess access, const Output& output)
@@ -56,34 +58,34 @@ OpenDrawing::~OpenDrawing()
         static_cast<void>(Embedded::closeDocument(document_)); // an open document without a lock can be closed
 }
 
-Embedded::FileResult OpenDrawing::load()
+Embedded::Expected<void> OpenDrawing::load()
 {
-    std::unique_ptr<QeDbDatabase> database;
-    Embedded::FileResult result =
+    Embedded::Expected<std::unique_ptr<QeDbDatabase>> database =
         file_ == kStandardStream
-            ? loadFromStandardInput(database)
-            : Embedded::loadDrawing(Embedded::pathFromUtf8(file_), database, access_, waitFor(file_, output_));
-    if (result.status == Qeapp::eOk)
-        document_ = Embedded::openDocument(std::move(database));
-    return result;
+            ? loadFromStandardInput()
+            : Embedded::loadDrawing(Embedded::pathFromUtf8(file_), access_, waitFor(file_, output_));
+    if (!database)
+        return tl::unexpected<Embedded::Error>(std::move(database).error());
+    document_ = Embedded::openDocument(std::move(*database));
+    return {};
 }
 
-Embedded::FileResult OpenDrawing::save(Output& output)
+Embedded::Expected<void> OpenDrawing::save(Output& output)
 {
     return saveDrawing(*database(), file_, database()->drawingVersion(), Embedded::Overwriting::drawings, output);
 }
 
-Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file, QeDb::QeDbDwgVersion version,
-                                 Embedded::Overwriting overwriting, Output& output)
+Embedded::Expected<void> saveDrawing(QeDbDatabase& database, const std::string& file, QeDb::QeDbDwgVersion version,
+                                     Embedded::Overwriting overwriting, Output& output)
 {
     if (file != kStandardStream)
         return Embedded::saveDrawing(database, Embedded::pathFromUtf8(file), version, overwriting,
                                      waitFor(file, output));
-    std::string bytes;
-    Embedded::FileResult result = Embedded::saveDrawingToBytes(database, version, bytes);
-    if (result.status == Qeapp::eOk)
-        output.write(bytes); // a failure is reported when the program ends
-    return result;
+    Embedded::Expected<std::string> bytes = Embedded::saveDrawingToBytes(database, version);
+    if (!bytes)
+        return tl::unexpected<Embedded::Error>(std::move(bytes).error());
+    output.write(*bytes); // a failure is reported when the program ends
+    return {};
 }
 
 ExitStatus forEachDrawing(const std::vector<std::string>& files, Output& output,

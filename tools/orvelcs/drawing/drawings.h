@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/output.h"
@@ -14,10 +15,10 @@
 namespace Orvelcs {
 
 /// "eFileDamaged (51): objects[3].owner: …". The file's name, which stands before it in messages, is left out.
-std::string describe(const std::string& file, const Embedded::FileResult& result);
+std::string describe(const std::string& file, const Embedded::Error& error);
 
-/// Throws Failure with the host's result unless that is eOk.
-void require(const std::string& file, const Embedded::FileResult& result);
+/// Throws Failure with the host's status for an Error.
+void require(const std::string& file, const Embedded::Expected<void>& result);
 
 /// The message for a file that must not be overwritten.
 inline constexpr const char* kExists = "exists; --force overwrites it";
@@ -32,13 +33,13 @@ public:
     OpenDrawing& operator=(const OpenDrawing&) = delete;
     ~OpenDrawing();
 
-    [[nodiscard]] Embedded::FileResult load();
+    [[nodiscard]] Embedded::Expected<void> load();
     /// Saves it where it came from, in its own version.
-    [[nodiscard]] Embedded::FileResult save(Output& output);
+    [[nodiscard]] Embedded::Expected<void> save(Output& output);
 
     /// What could not be read of the drawing since it was loaded. The results of the module do not distinguish it from
     /// what is absent.
-    [[nodiscard]] Embedded::FileResult loadingFailure() const { return Embedded::loadingFailure(*database()); }
+    [[nodiscard]] Embedded::Expected<void> loadingResult() const { return Embedded::loadingResult(*database()); }
 
     QeDbDatabase* database() const { return document_->database(); }
     int version() const { return database()->drawingVersion(); }
@@ -51,9 +52,9 @@ private:
 };
 
 /// Saves the drawing in a drawing version into a file; for "-", prints the bytes.
-[[nodiscard]] Embedded::FileResult saveDrawing(QeDbDatabase& database, const std::string& file,
-                                               QeDb::QeDbDwgVersion version, Embedded::Overwriting overwriting,
-                                               Output& output);
+[[nodiscard]] Embedded::Expected<void> saveDrawing(QeDbDatabase& database, const std::string& file,
+                                                   QeDb::QeDbDwgVersion version, Embedded::Overwriting overwriting,
+                                                   Output& output);
 
 /// The result of one drawing of a batch, and its part of the JSON document.
 struct DrawingOutcome {

@@ -5,6 +5,7 @@
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/base/shared_library.h"
 #include "embedded/host/application/application.h"
+#include "embedded/host/database/host_error.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/output/result_names.h"
 
@@ -25,10 +26,10 @@ std::filesystem::path moduleFile()
 
 LoadedModule::LoadedModule()
 {
-    const Embedded::ModuleLoad load = Embedded::loadModule(moduleFile());
-    if (load.handle == nullptr)
-        throw Failure("module", resultName(load.status) + ": " + load.message);
-    handle_ = load.handle;
+    const Embedded::Expected<void*> handle = Embedded::loadModule(moduleFile());
+    if (!handle)
+        throw Failure("module", resultName(Embedded::hostStatus(handle.error())) + ": " + handle.error().text());
+    handle_ = *handle;
 }
 
 LoadedModule::~LoadedModule()

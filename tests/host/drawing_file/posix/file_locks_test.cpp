@@ -17,7 +17,7 @@ protected:
     std::string inAnotherProcess(char question = 'c') const { return other.ask(question); }
     std::string locked() const
     {
-        return refusal(Qeapp::eFileLocked, "another process is using it and did not let go of it in time");
+        return refusal(Qeapp::eFileLocked, "another process is using it and did not release it in time");
     }
     std::string answer(char question) const
     {
@@ -115,8 +115,7 @@ TEST_F(FileLocks, WhateverTheHostDoesWithTheFile_KeepsThem)
     for (const auto overwriting :
          {Embedded::Overwriting::refused, Embedded::Overwriting::drawings, Embedded::Overwriting::noDatabase}) {
         const Drawing another;
-        EXPECT_NE(Embedded::saveDrawing(*another.database(), file, QeDb::kCurrentDwg, overwriting, waitOf(0)).status,
-                  Qeapp::eOk);
+        EXPECT_FALSE(Embedded::saveDrawing(*another.database(), file, QeDb::kCurrentDwg, overwriting, waitOf(0)));
         expectKept("another drawing that was to be saved over it");
     }
     std::filesystem::create_symlink("a.qedb", folder.path() / "link.qedb");

@@ -26,7 +26,7 @@ protected:
     std::string change(const fs::path& path) const
     {
         Database database;
-        if (const FileResult result = load(path, database, DrawingAccess::changing); database == nullptr)
+        if (const Expected<void> result = load(path, database, DrawingAccess::changing); database == nullptr)
             return outcome(result);
         Drawing drawing(std::move(database));
         drawing.withXrecord({{300, L"new"}}, L"key");
@@ -182,7 +182,7 @@ TEST_F(OddFile, WithANameThatIsNotUtf8_IsSavedLoadedAndShownLegibly)
     EXPECT_EQ(tryToLoad(odd, DrawingAccess::changing), "0");
     EXPECT_EQ(outcome(Embedded::saveDrawing(empty, odd, QeDb::kCurrentDwg)),
               number(Qeapp::eFileExists) + " " + folder.path().string() +
-                  "/\xEF\xBF\xBD.qedb: there is such a file already");
+                  "/\xEF\xBF\xBD.qedb: the file exists already");
 }
 
 TEST_F(OddFile, WithQuestionMarksAndPercents_IsNoAddress)

@@ -77,7 +77,7 @@ std::vector<HostFault::Call> HostFault::statusCalls()
     };
 }
 
-TEST_F(HostFault, StruckCall_AnswersThePlannedCodeAndChangesNothing)
+TEST_F(HostFault, FailingCall_ReturnsTheInjectedCodeAndChangesNothing)
 {
     const auto before = contents();
     const auto held = Embedded::ResourceCounters::now();
@@ -97,7 +97,7 @@ TEST_F(HostFault, StruckCall_AnswersThePlannedCodeAndChangesNothing)
     EXPECT_STREQ(geoData->coordinateSystem(), L"");
 }
 
-TEST_F(HostFault, StruckCall_HasAFailureOfItsOwn)
+TEST_F(HostFault, FailingCall_HasADefaultCode)
 {
     for (const Call& call : statusCalls()) {
         const ScopedFault fault({.call = call.name, .code = {}});
@@ -105,7 +105,7 @@ TEST_F(HostFault, StruckCall_HasAFailureOfItsOwn)
     }
 }
 
-TEST_F(HostFault, StruckQuery_AnswersNull)
+TEST_F(HostFault, FailingQuery_ReturnsNull)
 {
     for (const char* call : {"QeDbObject::xData", "QeDbDictionary::newIterator"}) {
         const ScopedFault fault({.call = call, .code = {}});
@@ -140,7 +140,7 @@ TEST_F(HostFault, EveryAllocationOfACopy_MayFailWithoutALeak)
     }
 }
 
-TEST_F(HostFault, EndsOfWhatWasBegun_AreNeverStruck)
+TEST_F(HostFault, CallsThatEndSomething_NeverFail)
 {
     const ScopedFault fault({.call = "", .occurrence = 2, .fromThenOn = true, .code = {}});
     ASSERT_NE(transactions().startTransaction(), nullptr);

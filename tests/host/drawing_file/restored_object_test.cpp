@@ -8,9 +8,9 @@ namespace Tests {
 namespace {
 
 /// A drawing with a dictionary below a dictionary, open in a file from which nothing of that is loaded.
-class ComingBack : public DrawingFileTest {
+class RestoredObject : public DrawingFileTest {
 protected:
-    ComingBack()
+    RestoredObject()
     {
         Drawing drawing;
         drawing.withRegisteredApplication(L"APP").withDictionary(L"outer");
@@ -81,7 +81,7 @@ protected:
     QeDbObjectId root;
 };
 
-TEST_F(ComingBack, AnErasedSubtree_IsUnerasedAfterASave)
+TEST_F(RestoredObject, AnErasedSubtree_IsUnerasedAfterASave)
 {
     const QeDbObjectId outer = outerId();
     erase(outer);
@@ -92,7 +92,7 @@ TEST_F(ComingBack, AnErasedSubtree_IsUnerasedAfterASave)
     EXPECT_EQ(inFile(), before);
 }
 
-TEST_F(ComingBack, ARemovedSubtree_IsBackWithAnAbortAfterASave)
+TEST_F(RestoredObject, ARemovedSubtree_IsRestoredByAnAbortAfterASave)
 {
     ASSERT_NE(transactions().startTransaction(), nullptr);
     remove(L"outer");
@@ -103,7 +103,7 @@ TEST_F(ComingBack, ARemovedSubtree_IsBackWithAnAbortAfterASave)
     EXPECT_EQ(inFile(), before);
 }
 
-TEST_F(ComingBack, AReplacedSubtree_IsBackWithAnAbortAfterTwoSaves)
+TEST_F(RestoredObject, AReplacedSubtree_IsRestoredByAnAbortAfterTwoSaves)
 {
     ASSERT_NE(transactions().startTransaction(), nullptr);
     addXrecord(root, L"outer", 3);
@@ -114,7 +114,7 @@ TEST_F(ComingBack, AReplacedSubtree_IsBackWithAnAbortAfterTwoSaves)
     EXPECT_EQ(inFile(), before);
 }
 
-TEST_F(ComingBack, AChildOfAnErasedDictionary_IsChangedMeanwhile)
+TEST_F(RestoredObject, AChildOfAnErasedDictionary_IsChangedMeanwhile)
 {
     const QeDbObjectId outer = outerId();
     const QeDbObjectId inner = idIn(database.get(), outer, L"inner");
@@ -130,7 +130,7 @@ TEST_F(ComingBack, AChildOfAnErasedDictionary_IsChangedMeanwhile)
     EXPECT_EQ(DrawingSql(file).integer("SELECT sum(value) FROM resbufs"), 2 + 9 + 4);
 }
 
-TEST_F(ComingBack, ADictionaryErasedBelowAnErasedOne_StaysGoneAlone)
+TEST_F(RestoredObject, ADictionaryErasedBelowAnErasedOne_StaysErased)
 {
     const QeDbObjectId outer = outerId();
     const QeDbObjectId inner = idIn(database.get(), outer, L"inner");
@@ -145,7 +145,7 @@ TEST_F(ComingBack, ADictionaryErasedBelowAnErasedOne_StaysGoneAlone)
     EXPECT_EQ(inFile(), before);
 }
 
-TEST_F(ComingBack, AnObjectOfAnAbortedTransaction_LeavesTheFileAgain)
+TEST_F(RestoredObject, AnObjectOfAnAbortedTransaction_LeavesTheFileAgain)
 {
     ASSERT_NE(transactions().startTransaction(), nullptr);
     addXrecord(root, L"new", 3);
@@ -157,7 +157,7 @@ TEST_F(ComingBack, AnObjectOfAnAbortedTransaction_LeavesTheFileAgain)
     EXPECT_EQ(rows("resbufs"), 3);
 }
 
-TEST_F(ComingBack, ADestroyedObjectWhoseHandleIsUsedAgain_IsNotReadForAnApplicationThatLeaves)
+TEST_F(RestoredObject, ADestroyedObjectWhoseHandleIsUsedAgain_IsNotReadForARemovedApplication)
 {
     // The object has extended data of the application in the file, is destroyed, and another one gets its handle.
     const QeDbObjectId application = [&] {
@@ -181,7 +181,7 @@ TEST_F(ComingBack, ADestroyedObjectWhoseHandleIsUsedAgain_IsNotReadForAnApplicat
     EXPECT_EQ(DrawingSql(file).integer("SELECT sum(value) FROM resbufs"), 1 + 2 + 5);
 }
 
-TEST_F(ComingBack, ExtendedData_FollowARenamedApplicationAndAnErasedOne)
+TEST_F(RestoredObject, ExtendedData_FollowARenamedApplicationAndAnErasedOne)
 {
     const QeDbObjectId outer = outerId();
     EXPECT_EQ(open(outer)->setXData(chainOf({{1001, L"APP"}, {1000, L"data"}}).get()), Qeapp::eOk);
@@ -206,7 +206,7 @@ TEST_F(ComingBack, ExtendedData_FollowARenamedApplicationAndAnErasedOne)
     EXPECT_EQ(inFile(), withData);
 }
 
-TEST_F(ComingBack, AnApplicationWithExtendedDataOfItself_IsLoaded)
+TEST_F(RestoredObject, AnApplicationWithExtendedDataOfItself_IsLoaded)
 {
     const auto setData = [&](const wchar_t* name) {
         QeDbRegAppTable* table = nullptr;
@@ -222,7 +222,7 @@ TEST_F(ComingBack, AnApplicationWithExtendedDataOfItself_IsLoaded)
     expectSaved();
 }
 
-TEST_F(ComingBack, GeoDataOfAnErasedBlock_AreBackWithTheBlock)
+TEST_F(RestoredObject, GeoDataOfAnErasedBlock_AreRestoredWithTheBlock)
 {
     auto* block = new QeDbBlockTableRecord;
     ASSERT_EQ(block->setName(L"BLOCK"), Qeapp::eOk);
@@ -255,7 +255,7 @@ TEST_F(ComingBack, GeoDataOfAnErasedBlock_AreBackWithTheBlock)
     EXPECT_EQ(inFile(), whole);
 }
 
-TEST_F(ComingBack, AnObjectOfAnotherDictionary_IsNotRemovedByItsId)
+TEST_F(RestoredObject, AnObjectOfAnotherDictionary_IsNotRemovedByItsId)
 {
     const QeDbObjectId inner = idIn(database.get(), outerId(), L"inner");
     EXPECT_EQ(open<QeDbDictionary>(root)->remove(inner), Qeapp::eKeyNotFound);

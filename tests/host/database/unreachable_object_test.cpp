@@ -6,7 +6,7 @@
 namespace Tests {
 namespace {
 
-class LostObject : public DrawingTest {
+class UnreachableObject : public DrawingTest {
 protected:
     /// How many objects more there are than in an empty drawing, in whatever state.
     long objects() const { return static_cast<long>(database.imp().objectRecords.size()) - inEmptyDrawing_; }
@@ -17,7 +17,7 @@ private:
     long inEmptyDrawing_ = static_cast<long>(database.imp().objectRecords.size());
 };
 
-TEST_F(LostObject, ReplacedOrRemovedWithoutAnId_IsDestroyed)
+TEST_F(UnreachableObject, ReplacedOrRemovedWithoutAnId_IsDestroyed)
 {
     replace(L"key");
     replace(L"key");
@@ -26,7 +26,7 @@ TEST_F(LostObject, ReplacedOrRemovedWithoutAnId_IsDestroyed)
     EXPECT_EQ(objects(), 0);
 }
 
-TEST_F(LostObject, WithAnId_StaysUntilTheIdEnds)
+TEST_F(UnreachableObject, WithAnId_StaysUntilTheIdEnds)
 {
     {
         const QeDbObjectId removed = addXrecord(L"key", L"removed");
@@ -39,7 +39,7 @@ TEST_F(LostObject, WithAnId_StaysUntilTheIdEnds)
     EXPECT_EQ(objects(), 0);
 }
 
-TEST_F(LostObject, ReplacedOneWithAnId_CanStillBeUnerased)
+TEST_F(UnreachableObject, ReplacedOneWithAnId_CanStillBeUnerased)
 {
     const QeDbObjectId replaced = addXrecord(L"key", L"replaced");
     replace(L"key");
@@ -48,7 +48,7 @@ TEST_F(LostObject, ReplacedOneWithAnId_CanStillBeUnerased)
     EXPECT_EQ(objects(), 2);
 }
 
-TEST_F(LostObject, WhileOpen_Stays)
+TEST_F(UnreachableObject, WhileOpen_Stays)
 {
     QeDbObjectId id = addXrecord(L"key", L"removed");
     auto object = open<QeDbXrecord>(id);
@@ -60,7 +60,7 @@ TEST_F(LostObject, WhileOpen_Stays)
     EXPECT_EQ(objects(), 0);
 }
 
-TEST_F(LostObject, OfATransaction_StaysUntilTheLastOneEnds)
+TEST_F(UnreachableObject, OfATransaction_StaysUntilTheLastOneEnds)
 {
     replace(L"key");
     begin();
@@ -72,7 +72,7 @@ TEST_F(LostObject, OfATransaction_StaysUntilTheLastOneEnds)
     EXPECT_EQ(objects(), 0);
 }
 
-TEST_F(LostObject, OfAnAbortedTransaction_IsBack)
+TEST_F(UnreachableObject, OfAnAbortedTransaction_IsRestored)
 {
     replace(L"key");
     begin();
@@ -83,7 +83,7 @@ TEST_F(LostObject, OfAnAbortedTransaction_IsBack)
     EXPECT_EQ(objects(), 1);
 }
 
-TEST_F(LostObject, WhoseIdEndsInATransaction_StaysUntilItEnds)
+TEST_F(UnreachableObject, WhoseIdIsDestroyedInATransaction_StaysUntilTheTransactionEnds)
 {
     QeDbObjectId id = addXrecord(L"key");
     remove(L"key");
@@ -95,7 +95,7 @@ TEST_F(LostObject, WhoseIdEndsInATransaction_StaysUntilItEnds)
     EXPECT_EQ(objects(), 0);
 }
 
-TEST_F(LostObject, WhoseCreationWasUndone_IsDestroyedOnceItIsClosed)
+TEST_F(UnreachableObject, WhoseCreationWasUndone_IsDestroyedOnceItIsClosed)
 {
     begin();
     QeDbObjectId nested = addDictionary(L"nested");
@@ -112,7 +112,7 @@ TEST_F(LostObject, WhoseCreationWasUndone_IsDestroyedOnceItIsClosed)
     EXPECT_EQ(objects(), 0);
 }
 
-TEST_F(LostObject, ADictionary_GoesWithWhatItHolds)
+TEST_F(UnreachableObject, ADictionary_IsDestroyedWithItsEntries)
 {
     addXrecord(addDictionary(L"nested"), L"inner");
     addXrecord(addDictionary(L"nested"), L"inner");
@@ -121,7 +121,7 @@ TEST_F(LostObject, ADictionary_GoesWithWhatItHolds)
     EXPECT_EQ(objects(), 0);
 }
 
-TEST_F(LostObject, ADictionary_StaysForWhatItHolds)
+TEST_F(UnreachableObject, ADictionary_StaysWhileAnEntryIsReachable)
 {
     QeDbObjectId inner = addXrecord(addDictionary(L"nested"), L"inner");
     remove(L"nested");
@@ -131,13 +131,13 @@ TEST_F(LostObject, ADictionary_StaysForWhatItHolds)
     EXPECT_EQ(objects(), 0);
 }
 
-TEST_F(LostObject, ErasedEntries_AreNotLost)
+TEST_F(UnreachableObject, ErasedEntries_Stay)
 {
     erase(addXrecord(L"key"));
     EXPECT_EQ(objects(), 1);
 }
 
-TEST_F(LostObject, AnIterator_KeepsWhatItShows)
+TEST_F(UnreachableObject, AnIterator_KeepsItsObjects)
 {
     addXrecord(L"a", L"first");
     addXrecord(L"b", L"second");
@@ -149,7 +149,7 @@ TEST_F(LostObject, AnIterator_KeepsWhatItShows)
     EXPECT_EQ(contentsOf(entry->objectId()), "300:second");
 }
 
-TEST_F(LostObject, AnId_OutlivesItsDrawing)
+TEST_F(UnreachableObject, AnId_OutlivesItsDrawing)
 {
     QeDbObjectId id;
     {
@@ -176,7 +176,7 @@ public:
     int visits = 0;
 };
 
-TEST_F(LostObject, TellsItsReactorsBeforeItGoes)
+TEST_F(UnreachableObject, NotifiesItsReactorsBeforeItIsDestroyed)
 {
     Visitor first;
     Visitor second;
@@ -191,7 +191,7 @@ TEST_F(LostObject, TellsItsReactorsBeforeItGoes)
     EXPECT_EQ(objects(), 1);
 }
 
-TEST_F(LostObject, WithReactors_HoldsThemNoLonger)
+TEST_F(UnreachableObject, WithReactors_IsDestroyedWithoutThem)
 {
     const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     QeDbObjectReactor reactor;
