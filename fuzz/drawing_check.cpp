@@ -32,7 +32,7 @@ void requireChecked(const fs::path& file, bool isReadable)
 {
     const auto faults = Embedded::checkDrawing(file, {});
     require(faults || !faults.error().message.empty(), "an error of check has a message");
-    require(isReadable || !faults || faults->number > 0, "what cannot be read is a fault");
+    require(isReadable || !faults || faults->count > 0, "what cannot be read is a fault");
 }
 
 void requireSalvagedOrRefused(const fs::path& file)

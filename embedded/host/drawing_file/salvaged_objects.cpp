@@ -23,7 +23,8 @@ std::vector<DetailRow> readDetailRows(DrawingConnection& connection, Handle obje
 
 namespace {
 
-/// Returns the object that a field refers to or the application of extended data; 0 where a row has none. Throws an Error.
+/// Returns the object that a field refers to or the application of extended data; 0 where a row has none. Throws an
+/// Error.
 Handle readReference(const DetailRow& row)
 {
     if (row.table == &kDetailTables[0])
