@@ -23,8 +23,9 @@ public:
         if (toFile_)
             return Embedded::hostStatus(Embedded::saveDrawing(*fixture.database(), fixture.drawingFile(), version_,
                                                               Embedded::Overwriting::drawings));
-        const Embedded::Expected<std::string> bytes = Embedded::saveDrawingToBytes(*fixture.database(), version_);
-        bytes_ = bytes.value_or("");
+        Embedded::Expected<std::string> bytes = Embedded::saveDrawingToBytes(*fixture.database(), version_);
+        if (bytes)
+            bytes_ = *std::move(bytes);
         return Embedded::hostStatus(bytes);
     }
     void expectOutParameters(const Outcome& outcome) const override

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "embedded/base/file_kind.h"
@@ -42,6 +43,7 @@ public:
     }
 
     const std::string& path() const { return path_; }
+    bool isOpen() const { return openResult_ == SQLITE_OK; }
 
     /// The first column of each row.
     Expected<std::vector<std::string>> query(const char* sql, const std::vector<std::string>& values = {}) const
@@ -89,10 +91,13 @@ private:
 };
 
 /// The database that PROJ has open. It stays open here too, since every code that only a drawing has leads to a query.
+/// Opening it fails where memory is short, and is tried again then.
 const Database& openedDatabase()
 {
-    static const Database database(proj_context_get_database_path(projContext()));
-    return database;
+    static std::optional<Database> database;
+    if (!database || !database->isOpen())
+        database.emplace(proj_context_get_database_path(projContext()));
+    return *database;
 }
 
 /// The path of the first proj.db in the folders that PROJ searches. Called when PROJ has opened none; empty when no

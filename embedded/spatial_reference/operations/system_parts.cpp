@@ -20,8 +20,11 @@ ProjObject datumOf(const PJ* horizontal)
 
 void requireReadableAliases()
 {
-    static const Expected<void> check = checkAliases();
-    requireReadable(check);
+    static bool areReadable = false;
+    if (areReadable)
+        return;
+    requireReadable(checkAliases());
+    areReadable = true;
 }
 
 std::vector<AxisUnit> readUnits(const PJ* system)

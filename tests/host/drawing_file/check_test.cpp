@@ -212,7 +212,7 @@ TEST_F(CheckedDrawing, SalvageLosesAnObjectWithExtendedDataOfNoHandle)
     const Embedded::Salvage salvage = salvaged();
     ASSERT_EQ(salvage.lost.size(), 1U);
     EXPECT_EQ(salvage.lost[0].handle, 1U);
-    EXPECT_EQ(salvage.lost[0].reason, "a handle is not above 0");
+    EXPECT_EQ(salvage.lost[0].reason, "expected a handle above 0");
 }
 
 TEST_F(CheckedDrawing, SalvageOfALostRoot_MakesANewOne)
