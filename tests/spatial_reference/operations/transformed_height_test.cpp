@@ -11,7 +11,8 @@ protected:
     /// EGM96, with the grid that comes with PROJ; null where it is not installed.
     static Transformer geoid(const wchar_t* source, const wchar_t* target, const wchar_t* code)
     {
-        return transformer(source, target, transformation(code));
+        auto made = Embedded::makeTransformer(source, target, transformation(code));
+        return made ? *std::move(made) : nullptr;
     }
 };
 
