@@ -5,6 +5,8 @@
 #include <map>
 #include <string>
 
+#include "platform/host/object.h"
+
 namespace QeHost {
 
 using ObjectRecord = QeDbObjectRecord;

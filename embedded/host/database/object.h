@@ -8,6 +8,8 @@
 #include "embedded/host/database/object_state.h"
 #include "platform/host/object.h"
 
+struct QeDbDatabaseImp;
+
 /// What an object id points at. The database owns it; after the database is destroyed the ids share it.
 struct QeDbObjectRecord {
     QeDbDatabaseImp* database = nullptr; // null after it was destroyed

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "embedded/host/database/memory.h"
+#include "platform/host/dictionary.h"
 #include "platform/host/geodata.h"
 #include "platform/host/symbol_table.h"
 #include "platform/host/xrecord.h"
