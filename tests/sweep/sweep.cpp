@@ -6,6 +6,7 @@
 #include <random>
 #include <stdexcept>
 
+#include "support/drawing.h"
 #include "sweep/platform_calls.h"
 
 namespace Tests {
