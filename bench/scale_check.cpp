@@ -60,8 +60,8 @@ struct Comparison {
         return std::max(twice.seconds, kShortestComparable) / std::max(single.seconds, kShortestComparable);
     }
     bool isLinear() const { return growth() <= mostGrowth; }
-    /// Whether the growth is too large, or so small that something must have slowed the shorter runs, which would hide
-    /// growth that is not linear.
+    /// Whether the measurement must be repeated: the growth is too large, or it is implausibly small. In the latter
+    /// case something slowed the shorter runs, which would hide a growth that is not linear.
     bool isDoubtful() const
     {
         return !isLinear() || (twice.seconds > kShortestComparable && growth() < kLeastPlausible);

@@ -1,4 +1,4 @@
-// What a file name stands for.
+// Whether a name belongs to a regular file, a folder, or something else such as a pipe.
 #pragma once
 
 #include <filesystem>

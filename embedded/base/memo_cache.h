@@ -11,7 +11,7 @@ template <class Key, class Value>
 class MemoCache {
 public:
     /// Returns the cached value of the key, or what `compute` returns. Keeps that value if `isLasting` accepts it and
-    /// the key is no longer than a definition ever is. A full cache is emptied first.
+    /// the key has at most kMaxKeyLength characters, which every definition fits. Empties a full cache first.
     template <class Lookup, class Compute, class IsLasting>
     Value getOrCompute(const Lookup& key, const Compute& compute, const IsLasting& isLasting)
     {

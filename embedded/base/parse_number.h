@@ -8,8 +8,8 @@
 
 namespace Embedded {
 
-/// Decimal digits, with a minus sign in front where the type is signed; nothing for any other text and for a number
-/// that the type cannot hold.
+/// Accepts decimal digits, with a minus sign in front if the type is signed. Returns nothing for any other text, and
+/// for a number that the type cannot hold.
 template <class Integer>
 std::optional<Integer> parseInteger(std::string_view text)
 {
@@ -19,8 +19,8 @@ std::optional<Integer> parseInteger(std::string_view text)
     return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
 }
 
-/// Nothing for text that is not a number of the format, and for a number that a double cannot hold. The words "inf" and
-/// "nan" are numbers.
+/// Returns nothing if the text is not a number in the format, or if a double cannot hold the number. Accepts the words
+/// "inf" and "nan".
 inline std::optional<double> parseReal(std::string_view text, std::chars_format format = std::chars_format::general)
 {
     double number = 0;

@@ -13,7 +13,7 @@ constexpr bool isLowSurrogate(char32_t unit)
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-/// Whether the number is a code point and not a surrogate.
+/// Whether the number is a Unicode scalar value: a code point up to U+10FFFF that is not a surrogate.
 constexpr bool isScalarValue(char32_t number)
 {
     return number <= 0x10FFFF && !isHighSurrogate(number) && !isLowSurrogate(number);

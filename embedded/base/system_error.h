@@ -1,4 +1,4 @@
-// What the system says about a call that failed.
+// The messages of the operating system for calls that failed.
 #pragma once
 
 #include <string>

@@ -19,8 +19,8 @@ FQCORE_API bool isValidUtf8(std::string_view utf8);
 FQCORE_API std::string_view beginningOfUtf8(std::string_view utf8, std::size_t mostBytes);
 /// A text as it may stand in a message: at most some forty characters, on one line, valid UTF-8.
 FQCORE_API std::string truncateForMessage(std::string_view utf8);
-/// Whether the text has neither unpaired surrogates nor numbers that are no code point, so that utf8FromWide loses
-/// nothing.
+/// Whether utf8FromWide keeps all of the text: every surrogate has its partner, and every other wide character is a
+/// code point.
 FQCORE_API bool isWellFormed(std::wstring_view text);
 
 /// Two bytes for each unit, the low byte first; no NUL is added.

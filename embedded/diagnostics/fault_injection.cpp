@@ -15,7 +15,7 @@ struct State {
     std::vector<std::string> seen;
     std::function<void(std::string_view)> observer;
 
-    /// Whether the match that was counted last must fail.
+    /// Whether the plan makes the current call fail. The call is counted in `matches` already.
     bool mustFail() const
     {
         if (matches == plan.occurrence || (plan.second != 0 && matches == plan.second))

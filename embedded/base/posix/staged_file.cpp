@@ -51,7 +51,7 @@ bool isTemporaryName(std::string_view name)
     return dash != std::string_view::npos && isNumber(name.substr(0, dash)) && isNumber(name.substr(dash + 1));
 }
 
-/// Whether the name still leads to the open file.
+/// Whether the name still belongs to the open file: another process may have removed or replaced it.
 bool isNameOf(const fs::path& name, int descriptor)
 {
     struct stat named {};
@@ -179,7 +179,7 @@ private:
         constexpr auto kSameUser = static_cast<uid_t>(-1);
         const bool isOwnerKept = ::fchown(descriptor_.get(), original.st_uid, original.st_gid) == 0 ||
                                  ::fchown(descriptor_.get(), kSameUser, original.st_gid) == 0;
-        static_cast<void>(isOwnerKept); // a file with a new owner is no failure
+        static_cast<void>(isOwnerKept); // a file that gets a new owner has been replaced all the same
         if (::fchmod(descriptor_.get(), original.st_mode & 07777) != 0)
             throw std::system_error(lastSystemError());
     }

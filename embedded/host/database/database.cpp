@@ -50,7 +50,7 @@ void requireOwner(const DatabaseImp& database, const ObjectRecord& objectRecord,
     if (isRoot != (owner == nullptr))
         refuse(isRoot ? "is a root and has an owner" : "has no owner");
     const Embedded::Handle ownersHandle = isRoot ? 0 : owner->handle;
-    if (!isRoot && (itsClass.owner == nullptr || !owner->object->isKindOf(itsClass.owner())))
+    if (!isRoot && !itsClass.canBeOwnedBy(*owner->object->isA()))
         refuse("cannot belong to object " + Embedded::formatHandle(ownersHandle));
     if (objectRecord.listedBy != 0 && objectRecord.listedBy != ownersHandle)
         refuse(faultOfEntry(objectRecord.listedBy));

@@ -40,7 +40,7 @@ const ObjectClass* findClass(std::wstring_view name)
 bool canBelongTo(const QeDbObject& object, const QeRxClass* ownersClass)
 {
     return std::any_of(kClasses.begin(), kClasses.end(), [&](const auto& each) {
-        return each.owner != nullptr && each.owner() == ownersClass && object.isKindOf(each.desc());
+        return each.ownerClass() == ownersClass && object.isKindOf(each.desc());
     });
 }
 

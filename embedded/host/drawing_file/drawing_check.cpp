@@ -53,6 +53,7 @@ private:
 
 /// What the rows say of one object.
 struct CheckedObject {
+    const QeHost::ObjectClass* itsClass = nullptr; // null where it is unknown
     Handle owner = 0;
     bool isThere = false; // its own row
     RowDigest expectedOwned;
@@ -136,7 +137,7 @@ public:
     {
         for (const auto& [handle, object] : objects_)
             if (object.isThere)
-                step([&, handle = handle] { readObject(database, handle); });
+                step([&, handle = handle, &checked = object] { readObject(database, handle, checked); });
         step([&] { requireRoot(*database.namedObjects, QeDbDictionary::desc()); });
         step([&] {
             requireRoot(*database.regAppTable, QeDbRegAppTable::desc());
@@ -170,6 +171,7 @@ private:
                 const ObjectRow row = toObjectRow(query.row("objects", read));
                 CheckedObject& object = objects_[static_cast<Handle>(query.integer(0))];
                 object.isThere = true;
+                object.itsClass = QeHost::findClass(wideFromUtf8(row.className));
                 object.owner = row.owner;
                 object.expectedOwned = row.owned;
                 object.expectedDetails = row.details;
@@ -197,11 +199,6 @@ private:
 
     bool hasHeader() const { return header_.nextHandle != 0; }
 
-    bool isRoot(Handle handle) const
-    {
-        return handle == header_.namedObjects || handle == header_.regAppTable || handle == header_.blockTable;
-    }
-
     void checkObject(Handle handle, const CheckedObject& object)
     {
         const auto add = [&](const char* message) { faults_.add(objectPlace(handle), message); };
@@ -213,7 +210,7 @@ private:
             add("has more or fewer values than were written");
         if (!hasHeader())
             return; // and so what the roots are
-        if (isRoot(handle) || handle == header_.geoData) {
+        if (header_.isRoot(handle) || handle == header_.geoData) {
             if (object.listings != 0)
                 add("is listed, but must not be");
         } else if (object.listings != 1) {
@@ -229,7 +226,7 @@ private:
         std::unordered_map<Handle, Handle> lastSeenFrom;
         for (const auto& [handle, object] : objects_) {
             Handle each = handle;
-            while (each != 0 && !isRoot(each) && !lastSeenFrom.contains(each)) {
+            while (each != 0 && !header_.isRoot(each) && !lastSeenFrom.contains(each)) {
                 lastSeenFrom.emplace(each, handle);
                 const auto found = objects_.find(each);
                 each = found != objects_.end() ? found->second.owner : 0;
@@ -242,30 +239,29 @@ private:
     }
 
     /// Reads the fields as loading does, into an object that nobody keeps.
-    void readObject(QeHost::DatabaseImp& database, Handle handle)
+    void readObject(QeHost::DatabaseImp& database, Handle handle, const CheckedObject& checked)
     {
-        const ObjectRow row = readObjectRow(connection_, handle);
-        const QeHost::ObjectClass* const itsClass = QeHost::findClass(wideFromUtf8(row.className));
-        if (itsClass == nullptr)
-            return faults_.add(objectPlace(handle), "is of an unknown class, " + truncateForMessage(row.className));
-        const std::unique_ptr<QeDbObject> object(itsClass->make());
+        if (checked.itsClass == nullptr)
+            return faults_.add(objectPlace(handle),
+                               "is of an unknown class, " +
+                                   truncateForMessage(readObjectRow(connection_, handle).className));
+        const std::unique_ptr<QeDbObject> object(checked.itsClass->make());
         ObjectRecord objectRecord{.database = &database, .handle = handle};
         readFields(connection_, objectRecord, *object->imp().state);
-        if (handle == header_.geoData && itsClass->desc() != QeDbGeoData::desc())
+        if (handle == header_.geoData && checked.itsClass->desc() != QeDbGeoData::desc())
             faults_.add(objectPlace(handle), "is not a GeoData object, but the header names it as one");
-        if (!isRoot(handle))
-            checkClassOfOwner(handle, row.owner, *itsClass);
+        if (!header_.isRoot(handle))
+            checkClassOfOwner(handle, checked);
     }
 
-    void checkClassOfOwner(Handle handle, Handle owner, const QeHost::ObjectClass& itsClass)
+    /// An owner that is absent or of an unknown class is reported elsewhere.
+    void checkClassOfOwner(Handle handle, const CheckedObject& checked)
     {
-        const auto found = objects_.find(owner);
-        if (found == objects_.end() || !found->second.isThere)
-            return; // told already
-        const auto* const ownersClass = QeHost::findClass(wideFromUtf8(readObjectRow(connection_, owner).className));
-        if (ownersClass != nullptr &&
-            (itsClass.owner == nullptr || !ownersClass->desc()->isDerivedFrom(itsClass.owner())))
-            faults_.add(objectPlace(handle), "cannot belong to object " + formatHandle(owner));
+        const auto owner = objects_.find(checked.owner);
+        if (owner == objects_.end() || owner->second.itsClass == nullptr)
+            return;
+        if (!checked.itsClass->canBeOwnedBy(*owner->second.itsClass->desc()))
+            faults_.add(objectPlace(handle), "cannot belong to object " + formatHandle(checked.owner));
     }
 
     static void requireRoot(ObjectRecord& root, const QeRxClass* itsClass)

@@ -15,6 +15,9 @@ struct DrawingHeader {
     Handle blockTable = 0;
     Handle modelSpace = 0;
     Handle geoData = 0;
+
+    /// Whether the object has no owner and is listed by none.
+    bool isRoot(Handle object) const { return object == namedObjects || object == regAppTable || object == blockTable; }
 };
 
 DrawingHeader makeHeader(const QeHost::DatabaseImp& database, QeDb::QeDbDwgVersion version);

@@ -50,17 +50,11 @@ public:
     }
 
 private:
-    bool isRoot(Handle handle) const
-    {
-        return handle == roots_.namedObjects || handle == roots_.regAppTable || handle == roots_.blockTable;
-    }
-
     /// Whether the object may lie below the owner.
     bool fits(const SalvagedObject& object, Handle owner) const
     {
         const auto found = objects_.find(owner);
-        const QeRxClass* const needed = object.itsClass->owner != nullptr ? object.itsClass->owner() : nullptr;
-        return found != objects_.end() && needed != nullptr && found->second.itsClass->desc()->isDerivedFrom(needed);
+        return found != objects_.end() && object.itsClass->canBeOwnedBy(*found->second.itsClass->desc());
     }
 
     /// Gives each object an owner that leads to a root, or loses it.
@@ -91,15 +85,7 @@ private:
         }
         object.owner = made.owner;
         for (const DetailTable& table : kDetailTables)
-            Query(connection_, deletionFrom(table), root).run();
-    }
-
-    static const char* deletionFrom(const DetailTable& table)
-    {
-        if (&table == &kDetailTables[0])
-            return "DELETE FROM fields WHERE object = ?";
-        return &table == &kDetailTables[1] ? "DELETE FROM resbufs WHERE object = ?"
-                                           : "DELETE FROM extended_data WHERE object = ?";
+            Query(connection_, table.remove, root).run();
     }
 
     bool place(Handle handle, std::set<Handle>& placed)
@@ -127,7 +113,7 @@ private:
         if (found == objects_.end())
             return false;
         SalvagedObject& object = found->second;
-        const bool isEntry = object.itsClass->owner != nullptr && object.itsClass->owner() == QeDbDictionary::desc();
+        const bool isEntry = object.itsClass->ownerClass() == QeDbDictionary::desc();
         const bool hasPlace = placed.contains(object.owner) && fits(object, object.owner);
         if (!hasPlace || (isEntry && object.key.bytes.empty())) {
             if (!isEntry) {
@@ -168,7 +154,7 @@ private:
 
     void list(Handle handle, const SalvagedObject& object)
     {
-        if (isRoot(handle))
+        if (roots_.isRoot(handle))
             return;
         const auto owner = objects_.find(object.owner);
         if (!object.key.bytes.empty())
@@ -203,7 +189,7 @@ Handle findGeoData(const std::map<Handle, SalvagedObject>& objects, Handle named
     if (objects.contains(named))
         return named;
     for (const auto& [handle, object] : objects)
-        if (object.itsClass->owner != nullptr && object.itsClass->owner() == QeDbBlockTableRecord::desc())
+        if (object.itsClass->ownerClass() == QeDbBlockTableRecord::desc())
             return handle;
     return 0;
 }

@@ -69,9 +69,7 @@ public:
     void text(std::string_view field, std::wstring& text) override
     {
         const StoredRow row = take(field);
-        const auto* stored = std::get_if<StoredText>(&row[2]);
-        std::optional<std::wstring> wide =
-            stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
+        std::optional<std::wstring> wide = wideFromStored(row[2]);
         if (!wide)
             throwDamage(std::string(field) + " is not a text", place());
         text = std::move(*wide);
@@ -270,8 +268,7 @@ Handle requireHandle(const StoredValue& value)
 
 std::wstring requireKey(const StoredValue& value)
 {
-    const auto* stored = std::get_if<StoredText>(&value);
-    std::optional<std::wstring> key = stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
+    std::optional<std::wstring> key = wideFromStored(value);
     if (!key || key->empty())
         throwDamage("a key is not a text", "entries");
     return std::move(*key);

@@ -27,9 +27,9 @@ namespace {
 /// Error.
 Handle readReference(const DetailRow& row)
 {
-    if (row.table == &kDetailTables[0])
+    if (row.table == kFieldsTable)
         return std::holds_alternative<std::monostate>(row.values[3]) ? Handle{0} : requireHandle(row.values[3]);
-    return row.table == &kDetailTables[2] ? requireHandle(row.values[1]) : Handle{0};
+    return row.table == kExtendedDataTable ? requireHandle(row.values[1]) : Handle{0};
 }
 
 /// Reads what can be read, one object after the other.
@@ -139,7 +139,7 @@ private:
             for (auto each = objects_.begin(); each != objects_.end();) {
                 SalvagedObject& object = each->second;
                 const auto ofLostApplication = [&](const DetailRow& row) {
-                    return row.table == &kDetailTables[2] && !objects_.contains(readReference(row));
+                    return row.table == kExtendedDataTable && !objects_.contains(readReference(row));
                 };
                 if (std::erase_if(object.details, ofLostApplication) != 0)
                     salvage_.lost.push_back(

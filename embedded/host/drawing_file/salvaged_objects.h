@@ -17,13 +17,18 @@ struct DetailTable {
     const char* name;
     const char* query;
     const char* insert;
+    const char* remove;
 };
 inline constexpr std::array kDetailTables{
-    DetailTable{"fields", "SELECT * FROM fields WHERE object = ?", "INSERT INTO fields VALUES (?, ?, ?, ?, ?)"},
-    DetailTable{"resbufs", "SELECT * FROM resbufs WHERE object = ?", "INSERT INTO resbufs VALUES (?, ?, ?, ?, ?)"},
+    DetailTable{"fields", "SELECT * FROM fields WHERE object = ?", "INSERT INTO fields VALUES (?, ?, ?, ?, ?)",
+                "DELETE FROM fields WHERE object = ?"},
+    DetailTable{"resbufs", "SELECT * FROM resbufs WHERE object = ?", "INSERT INTO resbufs VALUES (?, ?, ?, ?, ?)",
+                "DELETE FROM resbufs WHERE object = ?"},
     DetailTable{"extended_data", "SELECT * FROM extended_data WHERE object = ?",
-                "INSERT INTO extended_data VALUES (?, ?, ?, ?, ?, ?)"},
+                "INSERT INTO extended_data VALUES (?, ?, ?, ?, ?, ?)", "DELETE FROM extended_data WHERE object = ?"},
 };
+inline constexpr const DetailTable* kFieldsTable = &kDetailTables[0];
+inline constexpr const DetailTable* kExtendedDataTable = &kDetailTables[2];
 
 /// A row of such a table, without its checksum.
 struct DetailRow {

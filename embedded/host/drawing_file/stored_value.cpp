@@ -76,11 +76,12 @@ StoredText storedFromWide(std::wstring_view text)
     return {std::string(kUtf32Mark) + utf32From(text), true};
 }
 
-std::optional<std::wstring> wideFromStored(std::string_view bytes, bool isBlob)
+std::optional<std::wstring> wideFromStored(const StoredValue& value)
 {
-    if (!isBlob && !isValidUtf8(bytes))
+    const auto* const stored = std::get_if<StoredText>(&value);
+    if (stored == nullptr || (!stored->isBlob && !isValidUtf8(stored->bytes)))
         return std::nullopt;
-    std::optional<std::wstring> text = isBlob ? wideFromBlob(bytes) : wideFromUtf8(bytes);
+    std::optional<std::wstring> text = stored->isBlob ? wideFromBlob(stored->bytes) : wideFromUtf8(stored->bytes);
     const bool holdsNul = text && text->find(L'\0') != std::wstring::npos;
     return holdsNul ? std::nullopt : text;
 }
@@ -132,8 +133,7 @@ std::optional<ResbufValue> integerFromStored(int code, const StoredValue& value)
 
 std::optional<ResbufValue> textFromStored(int code, const StoredValue& value)
 {
-    const auto* stored = std::get_if<StoredText>(&value);
-    auto text = stored != nullptr ? wideFromStored(stored->bytes, stored->isBlob) : std::nullopt;
+    std::optional<std::wstring> text = wideFromStored(value);
     return text ? std::optional(ResbufValue{code, std::move(*text)}) : std::nullopt;
 }
 

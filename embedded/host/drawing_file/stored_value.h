@@ -22,8 +22,8 @@ struct StoredText {
 using StoredValue = std::variant<std::monostate, std::int64_t, double, StoredText>;
 
 StoredText storedFromWide(std::wstring_view text);
-/// Nothing for bytes that storedFromWide does not make.
-std::optional<std::wstring> wideFromStored(std::string_view bytes, bool isBlob);
+/// Nothing for a value that storedFromWide does not make.
+std::optional<std::wstring> wideFromStored(const StoredValue& value);
 
 StoredValue storedFromResbuf(const ResbufValue& value);
 /// Nothing for a value that does not fit the group code.
