@@ -20,35 +20,35 @@ TEST_F(AssignCode, CodeOfTheCatalog_WritesTheCatalogsDefinition)
 TEST_F(AssignCode, CodeOfTheCatalog_IsAnnouncedAroundTheRemoval)
 {
     ASSERT_EQ(assign(L"EPSG:25832"), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+    EXPECT_EQ(log, assignmentNotices(L"EPSG:25832"));
 }
 
 TEST_F(AssignCode, CodeInAnotherCase_IsAnnouncedInTheCatalogsSpelling)
 {
     ASSERT_EQ(assign(L"epsg:25832"), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+    EXPECT_EQ(log, assignmentNotices(L"EPSG:25832"));
 }
 
 TEST_F(AssignCode, NoStatusNeedBeGiven)
 {
     EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832", database()), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+    EXPECT_EQ(log, assignmentNotices(L"EPSG:25832"));
 }
 
 TEST_F(AssignCode, NullCode_RemovesUnderTheEmptyName)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(assign(static_cast<const wchar_t*>(nullptr)), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L""));
+    EXPECT_EQ(log, assignmentNotices(L""));
     EXPECT_EQ(drawing.geoDataText(), L"");
     EXPECT_EQ(status, 0);
 }
 
 TEST_F(AssignCode, EmptyCode_RemovesUnderTheEmptyName)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(assign(L""), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L""));
+    EXPECT_EQ(log, assignmentNotices(L""));
     EXPECT_EQ(drawing.geoDataText(), L"");
     EXPECT_EQ(status, 0);
 }
@@ -57,7 +57,7 @@ TEST_F(AssignCode, EmptyCode_DoesNotAskTheCatalog)
 {
     Embedded::FaultInjection::watch();
     EXPECT_EQ(assign(L""), Qeapp::eOk);
-    EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
+    EXPECT_EQ(countCalls("CoordinateReferenceSystemDefinition::Load"), 0U);
 }
 
 TEST_F(AssignCode, UnknownCode_IsInvalidInputAndStatus52)
@@ -68,7 +68,7 @@ TEST_F(AssignCode, UnknownCode_IsInvalidInputAndStatus52)
 
 TEST_F(AssignCode, UnknownCode_AsksNoReactorAndTouchesNothing)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"EPSG:25832");
     const auto before = drawing.contents();
     EXPECT_EQ(assign(L"MINE:1"), Qeapp::eInvalidInput);
@@ -94,7 +94,7 @@ TEST_F(AssignCode, AnyFailureOfTheCatalog_IsInvalidInputAndStatus52)
 
 TEST_F(AssignCode, CatalogThatGivesNothingDespiteSuccess_IsAFailureAndTouchesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     const auto before = drawing.contents();
     const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = 0});
     EXPECT_EQ(assign(L"EPSG:25832"), Qeapp::eInvalidInput);

@@ -19,7 +19,7 @@ protected:
     {
         SystemHolder definition;
         EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), nullptr, database()), Qeapp::eOk);
-        return described(definition.get());
+        return describe(definition.get());
     }
 };
 
@@ -61,7 +61,7 @@ TEST_F(AssignDefinition, LeavesTheDefinitionToTheCaller)
 TEST_F(AssignDefinition, AnnouncesTheCodeAroundTheRemoval)
 {
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+    EXPECT_EQ(log, assignmentNotices(L"EPSG:25832"));
 }
 
 TEST_F(AssignDefinition, AnnouncesTheDrawingWithEachNotice)
@@ -75,14 +75,14 @@ TEST_F(AssignDefinition, EachReactorHearsANoticeBeforeTheNextIsSent)
     RecordingReactor second(log, "B");
     ASSERT_EQ(second.add(), Qeapp::eOk);
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
-    const Notices first = noticesOfAssignment(L"EPSG:25832", "A");
-    const Notices other = noticesOfAssignment(L"EPSG:25832", "B");
+    const Notices first = assignmentNotices(L"EPSG:25832", "A");
+    const Notices other = assignmentNotices(L"EPSG:25832", "B");
     EXPECT_EQ(log, Notices({first[0], other[0], first[1], other[1], first[2], other[2], first[3], other[3]}));
 }
 
 TEST_F(AssignDefinition, AtEachNoticeTheDrawingIsAsFarAsAnnounced)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     std::vector<std::wstring> stored;
     reactor.action = [&](const Notice&) { stored.push_back(storedCode()); };
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
@@ -92,7 +92,7 @@ TEST_F(AssignDefinition, AtEachNoticeTheDrawingIsAsFarAsAnnounced)
 TEST_F(AssignDefinition, UserDefinedSystem_IsStoredAndAnnouncedUnderItsCode)
 {
     EXPECT_EQ(assign(userSystem()), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L"MINE:1"));
+    EXPECT_EQ(log, assignmentNotices(L"MINE:1"));
     EXPECT_EQ(storedCode(), L"system MINE:1");
     EXPECT_EQ(status, 0);
 }
@@ -104,21 +104,21 @@ TEST_F(AssignDefinition, DefinitionWhoseCodeCannotBeRead_IsAnnouncedWithTheEmpty
         const ScopedFault fault({.call = "DefinitionBase::GetCode", .code = {}});
         EXPECT_EQ(assign(definition), Qeapp::eOk);
     }
-    EXPECT_EQ(log, noticesOfAssignment(L""));
+    EXPECT_EQ(log, assignmentNotices(L""));
     EXPECT_EQ(storedCode(), L"system EPSG:25832");
     EXPECT_EQ(status, 0);
 }
 
 TEST_F(AssignDefinition, NullDefinition_AnnouncesTheEmptyTextAroundTheRemoval)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(assignNothing(), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L""));
+    EXPECT_EQ(log, assignmentNotices(L""));
 }
 
 TEST_F(AssignDefinition, NullDefinition_RemovesWhatWasStored)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"EPSG:2263").withXrecord({{300, L"anything"}});
     EXPECT_EQ(assignNothing(), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), L"");
@@ -129,11 +129,11 @@ TEST_F(AssignDefinition, NullDefinition_RemovesWhatWasStored)
 
 TEST_F(AssignDefinition, NullDefinition_WritesNothingAfterTheRemoval)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     Embedded::FaultInjection::watch();
     EXPECT_EQ(assignNothing(), Qeapp::eOk);
     Embedded::FaultInjection::disarm();
-    EXPECT_EQ(timesSeen("QeDbGeoData::setCoordinateSystem"), 1U);
+    EXPECT_EQ(countCalls("QeDbGeoData::setCoordinateSystem"), 1U);
 }
 
 TEST_F(AssignDefinition, NullDefinition_MakesNoGeoData)
@@ -145,10 +145,10 @@ TEST_F(AssignDefinition, NullDefinition_MakesNoGeoData)
 TEST_F(AssignDefinition, AnAssignmentOverAnother_ReplacesItInTheSameObject)
 {
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
-    const auto objects = timesIn(drawing.contents(), "\nobject ");
+    const auto objects = countOccurrences(drawing.contents(), "\nobject ");
     EXPECT_EQ(assign(catalogSystem(L"EPSG:2263")), Qeapp::eOk);
     EXPECT_EQ(storedCode(), L"system EPSG:2263");
-    EXPECT_EQ(timesIn(drawing.contents(), "\nobject "), objects);
+    EXPECT_EQ(countOccurrences(drawing.contents(), "\nobject "), objects);
 }
 
 TEST_F(AssignDefinition, TheSameAssignmentAgain_LeavesAnEqualDrawing)
@@ -192,7 +192,7 @@ TEST_F(AssignDefinition, InsideATransactionThatIsCommitted_Stays)
 
 TEST_F(AssignDefinition, VetoOfTheFirstQuestion_ChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     drawing.withLegacyCode(L"EPSG:2263");
     const auto before = drawing.contents();
     reactor.answer = [](const Notice&) { return false; };
@@ -204,7 +204,7 @@ TEST_F(AssignDefinition, VetoOfTheFirstQuestion_ChangesNothing)
 
 TEST_F(AssignDefinition, VetoOfTheRemoval_ChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     drawing.withLegacyCode(L"EPSG:2263");
     const auto before = drawing.contents();
     reactor.answer = [](const Notice& notice) { return notice.name.has_value(); };
@@ -217,7 +217,7 @@ TEST_F(AssignDefinition, VetoOfTheRemoval_ChangesNothing)
 
 TEST_F(AssignDefinition, VetoOfTheEmptyNameOfANullDefinition_ChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     const auto before = drawing.contents();
     reactor.answer = [](const Notice& notice) { return notice.name != L""; };
     EXPECT_EQ(assignNothing(), Qeapp::eVetoed);

@@ -25,7 +25,7 @@ protected:
 
 TEST_F(AssignmentFailures, AFailedRemoval_ChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     const auto before = drawing.contents();
     EXPECT_EQ(assignWithFailing("QeDbGeoData::setCoordinateSystem", 999), 999);
     EXPECT_EQ(drawing.contents(), before);
@@ -33,7 +33,7 @@ TEST_F(AssignmentFailures, AFailedRemoval_ChangesNothing)
 
 TEST_F(AssignmentFailures, AFailedRemoval_SendsNoNoticeAfterTheQuestions)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     EXPECT_EQ(assignWithFailing("QeDbGeoData::setCoordinateSystem", 999), 999);
     EXPECT_EQ(log, kQuestionsAlone);
 }
@@ -55,7 +55,7 @@ TEST_F(AssignmentFailures, NoTransaction_IsResult8)
 
 TEST_F(AssignmentFailures, AFailedWrite_LeavesTheDrawingEmpty)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     drawing.withLegacyCode(L"EPSG:2263");
     EXPECT_EQ(assignWithFailing("QeDbGeoData::setCoordinateSystem", 999, 2), 999);
     EXPECT_EQ(drawing.geoDataText(), L"");
@@ -64,14 +64,14 @@ TEST_F(AssignmentFailures, AFailedWrite_LeavesTheDrawingEmpty)
 
 TEST_F(AssignmentFailures, AFailedWrite_TellsReactorsOfTheRemovalAlone)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     EXPECT_EQ(assignWithFailing("QeDbGeoData::setCoordinateSystem", 999, 2), 999);
     EXPECT_EQ(log, kRemovalAlone);
 }
 
 TEST_F(AssignmentFailures, AFailedWriteAfterTheSerialization_ReportsStatus52)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     EXPECT_EQ(assignWithFailing("QeDbGeoData::setCoordinateSystem", 999, 2), 999);
     EXPECT_EQ(status, 52);
 }
@@ -90,7 +90,7 @@ TEST_F(AssignmentFailures, ASerializationWithoutMemory_IsInvalidInputToo)
 
 TEST_F(AssignmentFailures, AFailedSerialization_LeavesTheDrawingEmpty)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     EXPECT_EQ(assignWithFailing("DefinitionStream::Serialize_s", 42), Qeapp::eInvalidInput);
     EXPECT_EQ(drawing.geoDataText(), L"");
     EXPECT_EQ(log, kRemovalAlone);

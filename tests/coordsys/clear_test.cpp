@@ -13,7 +13,7 @@ protected:
     Qeapp::ErrorStatus clear() { return Cs::ClearCoordinateSystem(database()); }
     void giveAllForms()
     {
-        giveSystem(L"EPSG:25832");
+        storeSystem(L"EPSG:25832");
         drawing.withLegacyCode(L"EPSG:25832");
         ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:25832").get(), database()), Qeapp::eOk);
     }

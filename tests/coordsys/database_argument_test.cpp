@@ -170,9 +170,9 @@ TEST_F(DatabaseArgument, NullOnReading_MeansTheWorkingDatabase)
     SystemHolder definition;
     Orvel::HostString code;
     EXPECT_EQ(Cs::GetCoordinateSystem(definitions.put(), nullptr), Qeapp::eOk);
-    EXPECT_EQ(described(definitions).size(), 3U);
+    EXPECT_EQ(describe(definitions).size(), 3U);
     EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), nullptr, nullptr), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_EQ(Cs::GetCoordinateSystem(code.put(), nullptr), Qeapp::eOk);
     EXPECT_STREQ(code.get(), L"EPSG:25832");
 }

@@ -45,14 +45,14 @@ protected:
 TEST_F(Deserialize, PackedBlock_GivesItsDefinition)
 {
     EXPECT_EQ(deserialize(packedBlock), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
     EXPECT_EQ(serializedText(definitions->GetItem(0)), serializedText(system.get()));
 }
 
 TEST_F(Deserialize, TextBlock_GivesItsDefinition)
 {
     EXPECT_EQ(deserialize(textBlock), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
     EXPECT_EQ(serializedText(definitions->GetItem(0)), serializedText(system.get()));
 }
 
@@ -60,22 +60,22 @@ TEST_F(Deserialize, BlockOfEveryVersion_IsAccepted)
 {
     for (int version = 21; version <= 33; ++version) {
         EXPECT_EQ(deserialize(serialized(system.get(), static_cast<QeDb::QeDbDwgVersion>(version))), Qeapp::eOk);
-        EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"}) << version;
+        EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"}) << version;
     }
 }
 
 TEST_F(Deserialize, TextWithDatumAndEllipsoid_GivesThemToo)
 {
     EXPECT_EQ(deserialize(Orvel::encodeUtf16le(serializedText(system.get(), true))), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), (Texts{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"}));
+    EXPECT_EQ(describe(definitions), (Texts{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"}));
 }
 
 TEST_F(Deserialize, PackedDatumOrEllipsoid_IsGivenAsItIs)
 {
     EXPECT_EQ(deserialize(packed(catalogDatum(L"EPSG:6258").get())), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"datum EPSG:6258"});
+    EXPECT_EQ(describe(definitions), Texts{L"datum EPSG:6258"});
     EXPECT_EQ(deserialize(packed(catalogEllipsoid(L"EPSG:7019").get())), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"ellipsoid EPSG:7019"});
+    EXPECT_EQ(describe(definitions), Texts{L"ellipsoid EPSG:7019"});
 }
 
 TEST_F(Deserialize, UserDefinedSystem_NeedsNoCatalog)
@@ -83,7 +83,7 @@ TEST_F(Deserialize, UserDefinedSystem_NeedsNoCatalog)
     const SystemHolder own = userSystem(L"MINE:\u00e9\U0001D11E");
     for (const Bytes& block : {packed(own.get()), Orvel::encodeUtf16le(serializedText(own.get(), false))}) {
         EXPECT_EQ(deserialize(block), Qeapp::eOk);
-        EXPECT_EQ(described(definitions), Texts{L"system MINE:\u00e9\U0001D11E"});
+        EXPECT_EQ(describe(definitions), Texts{L"system MINE:\u00e9\U0001D11E"});
     }
 }
 
@@ -155,7 +155,7 @@ TEST_F(Deserialize, TextEndsWithItsNulWhateverTheLength)
 {
     for (const int length : {1, 2, 3, static_cast<int>(textBlock.size()) - 1, static_cast<int>(textBlock.size())}) {
         EXPECT_EQ(deserialize(textBlock, length), Qeapp::eOk) << length;
-        EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"}) << length;
+        EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"}) << length;
     }
 }
 
@@ -164,7 +164,7 @@ TEST_F(Deserialize, BytesBehindTheNulOfAText_AreNotRead)
     Bytes block = textBlock;
     block.insert(block.end(), {0xff, 0xff, 0x80, 'x'});
     EXPECT_EQ(deserialize(block), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
 }
 
 TEST_F(Deserialize, PackedBlockWithAShorterLength_IsInvalidInput)
@@ -224,10 +224,10 @@ TEST_F(Deserialize, PackedDefinitionThatCannotBeAdded_IsInvalidInput)
 {
     FaultInjection::watch();
     ASSERT_EQ(deserialize(packedBlock), Qeapp::eOk);
-    const std::size_t last = timesSeen("DefinitionBaseArray::Add"); // the ones before are the library's own
+    const std::size_t last = countCalls("DefinitionBaseArray::Add"); // the ones before are the library's own
     const ScopedFault fault({.call = "DefinitionBaseArray::Add", .occurrence = last, .code = 57});
     expectUnreadable(packedBlock);
-    EXPECT_EQ(timesSeen("DefinitionStream::Deserialize_s"), 0U) << "it is not taken for a text";
+    EXPECT_EQ(countCalls("DefinitionStream::Deserialize_s"), 0U) << "it is not taken for a text";
 }
 
 TEST_F(Deserialize, FailingLibraryWhileReadingText_IsInvalidInput)
@@ -254,7 +254,7 @@ TEST_F(Deserialize, PackedBlockThatCannotBeDecoded_IsTriedAsText)
 {
     const ScopedFault fault({.call = "DefinitionStream::Read", .code = 43});
     expectUnreadable(packedBlock);
-    EXPECT_EQ(timesSeen("DefinitionStream::Deserialize_s"), 1U);
+    EXPECT_EQ(countCalls("DefinitionStream::Deserialize_s"), 1U);
 }
 
 // An exception has no result and no library status.

@@ -40,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(All, EachGoldenBlock, testing::ValuesIn(goldenBlocks())
 TEST_P(EachGoldenBlock, HoldsItsSystemAlone)
 {
     const ArrayHolder definitions = deserialized(GetParam().bytes());
-    EXPECT_EQ(described(definitions), Texts{L"system " + GetParam().code});
+    EXPECT_EQ(describe(definitions), Texts{L"system " + GetParam().code});
 }
 
 TEST_P(EachGoldenBlock, IsWrittenAgainByteForByte)

@@ -37,13 +37,13 @@ protected:
     {
         SystemHolder definition;
         EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), nullptr, database()), Qeapp::eOk);
-        return described(definition.get());
+        return describe(definition.get());
     }
 };
 
 TEST_F(ReactorBehaviour, ThrowingAtTheFirstQuestion_PassesAndChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     const auto before = drawing.contents();
     throwAt({Event::asked, kAssignedCode});
     EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
@@ -54,7 +54,7 @@ TEST_F(ReactorBehaviour, ThrowingAtTheFirstQuestion_PassesAndChangesNothing)
 
 TEST_F(ReactorBehaviour, ThrowingAtTheRemovalsQuestion_PassesAndChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     const auto before = drawing.contents();
     throwAt({Event::asked, std::nullopt});
     EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
@@ -64,7 +64,7 @@ TEST_F(ReactorBehaviour, ThrowingAtTheRemovalsQuestion_PassesAndChangesNothing)
 
 TEST_F(ReactorBehaviour, ThrowingAtTheRemovalsNotice_LeavesTheDrawingEmpty)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     throwAt({Event::changed, std::nullopt});
     EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
     EXPECT_EQ(storedCode(), L"none");
@@ -82,7 +82,7 @@ TEST_F(ReactorBehaviour, ThrowingAtTheLastNotice_LeavesTheAssignmentDone)
 
 TEST_F(ReactorBehaviour, ThrowingAtAVeto_PassesAndChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     const auto before = drawing.contents();
     second.answer = [](const Notice&) { return false; };
     throwAt({Event::vetoed, kAssignedCode});
@@ -122,8 +122,8 @@ TEST_F(ReactorBehaviour, AssigningInsideTheLastNotice_IsAWholeAssignmentOfItsOwn
         }
     };
     EXPECT_EQ(assign(kAssignedCode), Qeapp::eOk);
-    Notices expected = noticesOfAssignment(kAssignedCode);
-    for (const Notice& notice : noticesOfAssignment(L"EPSG:2263"))
+    Notices expected = assignmentNotices(kAssignedCode);
+    for (const Notice& notice : assignmentNotices(L"EPSG:2263"))
         expected.push_back(notice);
     EXPECT_EQ(log, expected);
     EXPECT_EQ(storedCode(), L"system EPSG:2263");
@@ -161,7 +161,7 @@ TEST_F(ReactorBehaviour, AssigningInsideTheRemovalsNotice_IsOverwrittenByTheOute
 
 TEST_F(ReactorBehaviour, ReadingInsideAQuestion_IsAllowed)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     std::wstring seen;
     reactor.answer = [&](const Notice&) {
         seen = storedCode();

@@ -20,7 +20,7 @@ protected:
     {
         FaultInjection::watch();
         EXPECT_EQ(read(), Qeapp::eOk);
-        return timesSeen(kGetCode);
+        return countCalls(kGetCode);
     }
 };
 
@@ -40,7 +40,7 @@ TEST_F(ReadCode, DrawingWithNothingStored_SetsTheCallersPointerToNull)
 
 TEST_F(ReadCode, SystemOfTheCatalog_GivesItsCodeAsAHostString)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(text(), L"EPSG:25832");
 }
@@ -54,7 +54,7 @@ TEST_F(ReadCode, LegacyCode_GivesTheCatalogsSpelling)
 
 TEST_F(ReadCode, DeprecatedSystem_GivesItsCode)
 {
-    giveSystem(L"EPSG:3785");
+    storeSystem(L"EPSG:3785");
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(text(), L"EPSG:3785");
 }
@@ -91,7 +91,7 @@ TEST_F(ReadCode, FailedReading_SetsTheCallersPointerToNull)
 
 TEST_F(ReadCode, HostFailure_PassesOn)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = 31});
     EXPECT_EQ(read(), 31);
     EXPECT_EQ(text(), std::nullopt);
@@ -99,7 +99,7 @@ TEST_F(ReadCode, HostFailure_PassesOn)
 
 TEST_F(ReadCode, CatalogWithoutMemory_IsOutOfMemory)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 57});
     EXPECT_EQ(read(), Qeapp::eOutOfMemory);
     EXPECT_EQ(text(), std::nullopt);
@@ -107,7 +107,7 @@ TEST_F(ReadCode, CatalogWithoutMemory_IsOutOfMemory)
 
 TEST_F(ReadCode, CatalogThatFailsOtherwise_IsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 46});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
@@ -115,7 +115,7 @@ TEST_F(ReadCode, CatalogThatFailsOtherwise_IsInvalidInput)
 
 TEST_F(ReadCode, CodeThatCannotBeRead_IsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kGetCode, .occurrence = lastQuestionForTheCode(), .code = {}});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
@@ -123,7 +123,7 @@ TEST_F(ReadCode, CodeThatCannotBeRead_IsInvalidInput)
 
 TEST_F(ReadCode, CodeThatCannotBeReadForTheCheckEither_IsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kGetCode, .fromThenOn = true, .code = {}});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
@@ -131,7 +131,7 @@ TEST_F(ReadCode, CodeThatCannotBeReadForTheCheckEither_IsInvalidInput)
 
 TEST_F(ReadCode, CodeThatCannotBeReadForTheCheckAlone_IsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kGetCode, .code = {}});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
@@ -140,16 +140,16 @@ TEST_F(ReadCode, CodeThatCannotBeReadForTheCheckAlone_IsInvalidInput)
 // The library has no empty code. A query that succeeds without a text comes closest to it.
 TEST_F(ReadCode, CodeThatIsNotThere_IsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kGetCode, .occurrence = lastQuestionForTheCode(), .code = 0});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
-    EXPECT_EQ(timesSeen("qeutNewString"), 0U) << "the host is not asked to copy it";
+    EXPECT_EQ(countCalls("qeutNewString"), 0U) << "the host is not asked to copy it";
 }
 
 TEST_F(ReadCode, StringThatTheHostCannotMake_PassesTheHostResultOn)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qeutNewString", .code = 6});
     EXPECT_EQ(read(), Qeapp::eOutOfMemory);
     EXPECT_EQ(text(), std::nullopt);
@@ -157,7 +157,7 @@ TEST_F(ReadCode, StringThatTheHostCannotMake_PassesTheHostResultOn)
 
 TEST_F(ReadCode, StringThatTheHostRefusesForAReasonOfItsOwn_PassesTheHostResultOn)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qeutNewString", .code = 999});
     EXPECT_EQ(read(), 999);
     EXPECT_EQ(text(), std::nullopt);
@@ -168,7 +168,7 @@ TEST_F(ReadCode, UnknownSystem_LeavesNoHostStringBehind)
     drawing.withGeoData(serializedText(userSystem().get()));
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
-    EXPECT_EQ(timesSeen("qeutNewString"), 1U); // so there was one, which the fixture finds released
+    EXPECT_EQ(countCalls("qeutNewString"), 1U); // so there was one, which the fixture finds released
 }
 
 } // namespace

@@ -24,7 +24,7 @@ protected:
     {
         FaultInjection::watch();
         EXPECT_EQ(read(), Qeapp::eOk);
-        const std::size_t additions = timesSeen("DefinitionBaseArray::Add");
+        const std::size_t additions = countCalls("DefinitionBaseArray::Add");
         const ScopedFault fault({.call = "DefinitionBaseArray::Add", .occurrence = additions - fromTheEnd, .code = 57});
         status = kUntouched;
         return read();
@@ -33,7 +33,7 @@ protected:
 
 TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeOpened_PassesTheHostResultOn)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = 31});
     EXPECT_EQ(read(), 31);
     EXPECT_EQ(status, 52);
@@ -41,7 +41,7 @@ TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeOpened_PassesTheHostResultOn)
 
 TEST_F(ReadDefinitionsFailures, GeoDataThatIsOpenForWrite_PassesTheHostResultOn)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     QeDbObjectId id;
     ASSERT_EQ(qedbGetGeoDataObjId(database(), id), Qeapp::eOk);
     Orvel::HostObject<QeDbGeoData> writer;
@@ -52,7 +52,7 @@ TEST_F(ReadDefinitionsFailures, GeoDataThatIsOpenForWrite_PassesTheHostResultOn)
 
 TEST_F(ReadDefinitionsFailures, AHostFailureLeavesTheArrayPointerAsItWas)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     ASSERT_EQ(read(), Qeapp::eOk);
     auto* definition = definitions.get();
     const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = 31});
@@ -62,15 +62,15 @@ TEST_F(ReadDefinitionsFailures, AHostFailureLeavesTheArrayPointerAsItWas)
 
 TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeFound_ReadsAsNone)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qedbGetGeoDataObjId", .code = 3});
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts());
+    EXPECT_EQ(describe(definitions), Texts());
 }
 
 TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryCannotRead_IsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = 43});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
@@ -79,7 +79,7 @@ TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryCannotRead_IsInvalidInput)
 
 TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryHasNoMemoryFor_IsInvalidInputToo)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = 57});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
@@ -88,7 +88,7 @@ TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryHasNoMemoryFor_IsInvalidInput
 // An exception has no result and no library status.
 TEST_F(ReadDefinitionsFailures, AnExceptionOnTheWay_ReportsStatusZero)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .throws = true});
     EXPECT_THROW(static_cast<void>(read()), std::bad_alloc); // there is no result
     EXPECT_EQ(status, 0);
@@ -125,12 +125,12 @@ TEST_F(ReadDefinitionsFailures, AnyFailureOfTheCatalogForALegacyCode_IsNotApplic
     const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = 57});
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
     EXPECT_EQ(status, 77);
-    EXPECT_EQ(described(definitions), Texts());
+    EXPECT_EQ(describe(definitions), Texts());
 }
 
 TEST_F(ReadDefinitionsFailures, AFailureToMakeOrReadAnArrayLeavesTheArrayPointerAsItWas)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     ASSERT_EQ(read(), Qeapp::eOk);
     auto* array = definitions.get();
     const auto expectUntouched = [&](const char* call) {
@@ -149,7 +149,7 @@ TEST_F(ReadDefinitionsFailures, CatalogThatGivesNothingDespiteSuccess_IsNotAppli
     const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = 0});
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
     EXPECT_EQ(status, 52);
-    EXPECT_EQ(described(definitions), Texts());
+    EXPECT_EQ(describe(definitions), Texts());
 }
 
 // Without a legacy code and with one; in both the caller's pointer is not to be taken for an array.
@@ -189,7 +189,7 @@ TEST_F(ReadDefinitionsFailures, AStoredDatumThatCannotBeAdded_LeavesTheSystemInT
     giveLegacySystem();
     EXPECT_EQ(readWithAdditionFailing(1), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
 }
 
 TEST_F(ReadDefinitionsFailures, AStoredEllipsoidThatCannotBeAdded_LeavesSystemAndDatumInTheArray)
@@ -197,17 +197,17 @@ TEST_F(ReadDefinitionsFailures, AStoredEllipsoidThatCannotBeAdded_LeavesSystemAn
     giveLegacySystem();
     EXPECT_EQ(readWithAdditionFailing(0), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
-    EXPECT_EQ(described(definitions), Texts({L"system EPSG:25832", L"datum EPSG:6258"}));
+    EXPECT_EQ(describe(definitions), Texts({L"system EPSG:25832", L"datum EPSG:6258"}));
 }
 
 TEST_F(ReadDefinitionsFailures, ALegacyRecordThatCannotBeRead_ReadsAsNone)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"EPSG:2263");
     for (const char* const call : {"QeDbDatabase::getNamedObjectsDictionary", "QeDbObject::xData"}) {
         const ScopedFault fault({.call = call, .code = {}});
         EXPECT_EQ(read(), Qeapp::eOk) << call;
-        EXPECT_EQ(described(definitions).at(0), L"system EPSG:25832") << call;
+        EXPECT_EQ(describe(definitions).at(0), L"system EPSG:25832") << call;
     }
 }
 
@@ -217,7 +217,7 @@ TEST_F(ReadDefinitionsFailures, AnXrecordThatCannotBeRead_MeansThatTheCatalogAns
     for (const char* const call : {"QeDbDictionary::getAt", "qedbOpenQeDbObject", "QeDbXrecord::rbChain"}) {
         const ScopedFault fault({.call = call, .code = {}});
         EXPECT_EQ(read(), Qeapp::eOk) << call;
-        EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"}) << call;
+        EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"}) << call;
     }
 }
 

@@ -23,7 +23,7 @@ protected:
 
 Items group(const Library::DefinitionBase* definition)
 {
-    return itemsOf(Orvel::DefinitionToResbufGroup(definition).get());
+    return readChain(Orvel::DefinitionToResbufGroup(definition).get());
 }
 
 TEST_F(ReadDefinitions, DrawingWithNothingStored_GivesAnEmptyArray)
@@ -49,40 +49,40 @@ TEST_F(ReadDefinitions, BlankGeoData_GivesAnEmptyArray)
 
 TEST_F(ReadDefinitions, GeoDataText_GivesWhatTheTextHolds)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
 }
 
 TEST_F(ReadDefinitions, GeoDataText_ReportsStatusZero)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     ASSERT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(status, 0);
 }
 
 TEST_F(ReadDefinitions, GeoDataText_GivesTheTextsOrderWhateverItIs)
 {
-    drawing.withGeoData(joinedTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
-                                     serializedText(catalogEllipsoid(L"EPSG:7019").get(), false),
-                                     serializedText(catalogSystem(L"EPSG:25832").get(), false)}));
+    drawing.withGeoData(joinTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
+                                   serializedText(catalogEllipsoid(L"EPSG:7019").get(), false),
+                                   serializedText(catalogSystem(L"EPSG:25832").get(), false)}));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts({kUtm32[1], kUtm32[2], kUtm32[0]}));
+    EXPECT_EQ(describe(definitions), Texts({kUtm32[1], kUtm32[2], kUtm32[0]}));
 }
 
 TEST_F(ReadDefinitions, GeoDataText_NeedsNoCatalog)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
+    EXPECT_EQ(countCalls("CoordinateReferenceSystemDefinition::Load"), 0U);
 }
 
 TEST_F(ReadDefinitions, UserDefinedSystemInGeoData_IsRead)
 {
     drawing.withGeoData(serializedText(userSystem().get(), false));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system MINE:1"});
+    EXPECT_EQ(describe(definitions), Texts{L"system MINE:1"});
 }
 
 TEST_F(ReadDefinitions, UnreadableGeoDataText_IsInvalidInput)
@@ -98,7 +98,7 @@ TEST_F(ReadDefinitions, LegacyCodeWithXrecord_GivesSystemDatumAndEllipsoid)
     drawing.withLegacyCode(L"EPSG:25832");
     giveXrecord(catalogSystem(L"EPSG:25832"));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
     EXPECT_EQ(status, 0);
 }
 
@@ -108,8 +108,8 @@ TEST_F(ReadDefinitions, LegacyCodeWithXrecord_NeedsNoCatalog)
     giveXrecord(userSystem());
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
-    EXPECT_EQ(described(definitions).at(0), L"system MINE:1");
+    EXPECT_EQ(countCalls("CoordinateReferenceSystemDefinition::Load"), 0U);
+    EXPECT_EQ(describe(definitions).at(0), L"system MINE:1");
 }
 
 TEST_F(ReadDefinitions, LegacyCodeWithXrecord_GivesTheSystemFirstWhateverTheStoredOrder)
@@ -120,7 +120,7 @@ TEST_F(ReadDefinitions, LegacyCodeWithXrecord_GivesTheSystemFirstWhateverTheStor
         chain.insert(chain.end(), items.begin(), items.end());
     drawing.withLegacyCode(L"EPSG:25832").withXrecord(chain);
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
 }
 
 TEST_F(ReadDefinitions, LegacyCodeWithXrecordOfASystemWithoutDatum_GivesTheSystemAlone)
@@ -129,14 +129,14 @@ TEST_F(ReadDefinitions, LegacyCodeWithXrecordOfASystemWithoutDatum_GivesTheSyste
     giveXrecord(catalogSystem(L"LOCAL:METRE"));
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(status, Library::statusOk);
-    EXPECT_EQ(described(definitions), Texts{L"system LOCAL:METRE"});
+    EXPECT_EQ(describe(definitions), Texts{L"system LOCAL:METRE"});
 }
 
 TEST_F(ReadDefinitions, LegacyCodeWithoutXrecord_GivesTheCatalogsSystemAlone)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
     EXPECT_EQ(status, 0);
 }
 
@@ -145,21 +145,21 @@ TEST_F(ReadDefinitions, LegacyCodeWithXrecordOfAnotherSystem_GivesTheCatalogsSys
     drawing.withLegacyCode(L"EPSG:2263");
     giveXrecord(catalogSystem(L"EPSG:25832"));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:2263"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:2263"});
 }
 
 TEST_F(ReadDefinitions, LegacyCodeWithForeignXrecord_GivesTheCatalogsSystem)
 {
     drawing.withLegacyCode(L"EPSG:2263").withXrecord({{1071, 1}, {300, L"something else"}});
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:2263"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:2263"});
 }
 
 TEST_F(ReadDefinitions, LegacyCodeInAnotherCase_IsLoadedFromTheCatalog)
 {
     drawing.withLegacyCode(L"epsg:25832");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
 }
 
 TEST_F(ReadDefinitions, LegacyCodeUnknownToXrecordAndCatalog_IsNotApplicable)
@@ -179,54 +179,54 @@ TEST_F(ReadDefinitions, LegacyCodeUnknownToXrecordAndCatalog_LeavesAnEmptyArrayT
 
 TEST_F(ReadDefinitions, LegacyCodeOfADot_MeansThatGeoDataIsRead)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L".");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
 }
 
 TEST_F(ReadDefinitions, LegacyCodeThatIsEmpty_MeansThatGeoDataIsRead)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
 }
 
 TEST_F(ReadDefinitions, LegacyCodeBesideGeoData_Decides)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"EPSG:2263");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:2263"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:2263"});
 }
 
 TEST_F(ReadDefinitions, LegacyCodeBesideGeoData_LeavesGeoDataUnconsulted)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"MINE:1");
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
-    EXPECT_EQ(timesSeen("qedbGetGeoDataObjId"), 0U);
+    EXPECT_EQ(countCalls("qedbGetGeoDataObjId"), 0U);
 }
 
 TEST_F(ReadDefinitions, XrecordWithoutLegacyCode_IsNotConsulted)
 {
     giveXrecord(catalogSystem(L"EPSG:25832"));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts());
+    EXPECT_EQ(describe(definitions), Texts());
 }
 
 TEST_F(ReadDefinitions, NoStatusNeedBeGiven)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(Cs::GetCoordinateSystem(definitions.put(), database()), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
 }
 
 TEST_F(ReadDefinitions, EachReadingGivesAnArrayOfItsOwn)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     ArrayHolder second;
     ASSERT_EQ(read(), Qeapp::eOk);
     ASSERT_EQ(Cs::GetCoordinateSystem(second.put(), database()), Qeapp::eOk);

@@ -19,8 +19,8 @@ protected:
     }
     void giveDatumAndEllipsoidOnly()
     {
-        drawing.withGeoData(joinedTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
-                                         serializedText(catalogEllipsoid(L"EPSG:7019").get(), false)}));
+        drawing.withGeoData(joinTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
+                                       serializedText(catalogEllipsoid(L"EPSG:7019").get(), false)}));
     }
 };
 
@@ -36,7 +36,7 @@ TEST_F(ReadSystem, DrawingWithNothingStored_IsNotCheckedAgainstTheCatalog)
 {
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(timesSeen(kLoadSystem), 0U);
+    EXPECT_EQ(countCalls(kLoadSystem), 0U);
 }
 
 TEST_F(ReadSystem, DrawingWithNothingStored_SetsTheCallersPointerToNull)
@@ -49,10 +49,10 @@ TEST_F(ReadSystem, DrawingWithNothingStored_SetsTheCallersPointerToNull)
 
 TEST_F(ReadSystem, SystemOfTheCatalog_IsKnown)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     known = false;
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_TRUE(known);
     EXPECT_EQ(status, 0);
 }
@@ -61,7 +61,7 @@ TEST_F(ReadSystem, SystemThatTheCatalogDoesNotHave_IsGivenAndNotKnown)
 {
     drawing.withGeoData(serializedText(userSystem().get()));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system MINE:1");
+    EXPECT_EQ(describe(definition.get()), L"system MINE:1");
     EXPECT_FALSE(known);
 }
 
@@ -77,36 +77,36 @@ TEST_F(ReadSystem, WithoutAFlag_TheCatalogIsNotAsked)
     drawing.withGeoData(serializedText(userSystem().get()));
     FaultInjection::watch();
     EXPECT_EQ(readWithoutFlag(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system MINE:1");
-    EXPECT_EQ(timesSeen(kLoadSystem), 0U);
+    EXPECT_EQ(describe(definition.get()), L"system MINE:1");
+    EXPECT_EQ(countCalls(kLoadSystem), 0U);
     EXPECT_EQ(status, 0);
 }
 
 TEST_F(ReadSystem, WithoutAStatus_EverythingElseIsFilled)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     known = false;
     EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), &known, database()), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_TRUE(known);
 }
 
 TEST_F(ReadSystem, DatumAndEllipsoidBeforeTheSystem_ArePassedOver)
 {
-    drawing.withGeoData(joinedTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
-                                     serializedText(catalogEllipsoid(L"EPSG:7019").get(), false),
-                                     serializedText(catalogSystem(L"EPSG:25832").get(), false)}));
+    drawing.withGeoData(joinTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
+                                   serializedText(catalogEllipsoid(L"EPSG:7019").get(), false),
+                                   serializedText(catalogSystem(L"EPSG:25832").get(), false)}));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_TRUE(known);
 }
 
 TEST_F(ReadSystem, OfSeveralSystems_TheFirstIsGiven)
 {
     drawing.withGeoData(
-        joinedTexts({serializedText(catalogSystem(L"EPSG:2263").get()), serializedText(userSystem().get())}));
+        joinTexts({serializedText(catalogSystem(L"EPSG:2263").get()), serializedText(userSystem().get())}));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:2263");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:2263");
 }
 
 TEST_F(ReadSystem, ArrayWithoutASystem_GivesNoDefinition)
@@ -122,7 +122,7 @@ TEST_F(ReadSystem, ArrayWithoutASystem_IsCheckedUnderNoCodeAndNotKnown)
     giveDatumAndEllipsoidOnly();
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(timesSeen(kLoadSystem), 1U);
+    EXPECT_EQ(countCalls(kLoadSystem), 1U);
     EXPECT_FALSE(definition);
     EXPECT_FALSE(known);
     EXPECT_EQ(status, 35);
@@ -133,7 +133,7 @@ TEST_F(ReadSystem, LegacyCodeWithXrecord_GivesTheStoredSystem)
     drawing.withLegacyCode(L"MINE:1").withGeoData(L"not consulted");
     ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(userSystem().get(), database()), Qeapp::eOk);
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system MINE:1");
+    EXPECT_EQ(describe(definition.get()), L"system MINE:1");
     EXPECT_FALSE(known);
     EXPECT_EQ(status, 35);
 }
@@ -142,7 +142,7 @@ TEST_F(ReadSystem, LegacyCodeWithoutXrecord_GivesTheCatalogsSystem)
 {
     drawing.withLegacyCode(L"EPSG:2263");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:2263");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:2263");
     EXPECT_TRUE(known);
 }
 
@@ -175,7 +175,7 @@ TEST_F(ReadSystem, UnreadableText_IsInvalidInputAndLeavesTheStatus)
 
 TEST_F(ReadSystem, SuccessThatGivesNoArray_IsInvalidInputAndNotADrawingWithoutASystem)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = 0});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_FALSE(definition);
@@ -185,7 +185,7 @@ TEST_F(ReadSystem, SuccessThatGivesNoArray_IsInvalidInputAndNotADrawingWithoutAS
 
 TEST_F(ReadSystem, HostFailure_PassesOnWithStatus52)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = 31});
     EXPECT_EQ(read(), 31);
     EXPECT_FALSE(known);
@@ -194,7 +194,7 @@ TEST_F(ReadSystem, HostFailure_PassesOnWithStatus52)
 
 TEST_F(ReadSystem, DeprecatedSystem_IsKnown)
 {
-    giveSystem(L"EPSG:3785");
+    storeSystem(L"EPSG:3785");
     known = false;
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_TRUE(known);
@@ -202,19 +202,19 @@ TEST_F(ReadSystem, DeprecatedSystem_IsKnown)
 
 TEST_F(ReadSystem, CatalogWithoutMemory_IsOutOfMemoryWithTheDefinitionGiven)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 57});
     EXPECT_EQ(read(), Qeapp::eOutOfMemory);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_FALSE(known);
 }
 
 TEST_F(ReadSystem, CatalogThatFailsOtherwise_IsInvalidInputWithTheDefinitionGiven)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 46});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_FALSE(known);
 }
 
@@ -222,7 +222,7 @@ TEST_F(ReadSystem, CatalogThatFailsOtherwise_IsInvalidInputWithTheDefinitionGive
 // neither 52 nor the status of the library's that made it fail.
 TEST_F(ReadSystem, FailedCatalogCheck_LeavesTheStatusOfTheReading)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const int code : {10, 46, 52, 57}) {
         status = kUntouched;
         const ScopedFault fault({.call = kLoadSystem, .code = code});
@@ -233,10 +233,10 @@ TEST_F(ReadSystem, FailedCatalogCheck_LeavesTheStatusOfTheReading)
 
 TEST_F(ReadSystem, CatalogThatAnswersNotFound_IsNoFailure)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 35});
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_FALSE(known);
     EXPECT_EQ(status, 35);
 }
@@ -246,17 +246,17 @@ TEST_F(ReadSystem, FailedCatalogCheckAfterALegacyCode_KeepsTheDefinition)
     drawing.withLegacyCode(L"EPSG:2263");
     const ScopedFault fault({.call = kLoadSystem, .occurrence = 2, .code = 44});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:2263");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:2263");
 }
 
 TEST_F(ReadSystem, SystemWhoseCodeCannotBeRead_IsGivenAndNotKnown)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     {
         const ScopedFault fault({.call = "DefinitionBase::GetCode", .code = {}});
         EXPECT_EQ(read(), Qeapp::eOk);
     }
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_FALSE(known);
     EXPECT_EQ(status, 35);
 }
@@ -275,7 +275,7 @@ TEST_F(ReadSystem, SystemInAnArrayThatFailedLater_IsNotGiven)
     ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:25832").get(), database()), Qeapp::eOk);
     Embedded::FaultInjection::watch();
     ASSERT_EQ(read(), Qeapp::eOk);
-    const std::size_t additions = timesSeen("DefinitionBaseArray::Add");
+    const std::size_t additions = countCalls("DefinitionBaseArray::Add");
     const ScopedFault last({.call = "DefinitionBaseArray::Add", .occurrence = additions, .code = 57});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_FALSE(definition);

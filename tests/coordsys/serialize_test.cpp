@@ -72,7 +72,7 @@ TEST_F(Serialize, Version30_GivesTheTextOfTheSystemAloneWithItsNul)
 {
     EXPECT_EQ(serialize(k30), Qeapp::eOk);
     EXPECT_EQ(block(), textForm());
-    EXPECT_EQ(described(deserialized(block())), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(deserialized(block())), Texts{L"system EPSG:25832"});
 }
 
 TEST_F(Serialize, Version30_GivesAnEvenLengthAndZerosAtTheEnd)
@@ -230,9 +230,9 @@ TEST_F(Serialize, HostWithoutABuffer_PassesItsResultOnWithStatus52)
 TEST_F(Serialize, DefinitionWithoutAForm_IsNotAnsweredWithABufferOfTheHosts)
 {
     EXPECT_EQ(serializeWithFailing("DefinitionStream::Write", 42, k29), Qeapp::eInvalidInput);
-    EXPECT_EQ(timesSeen("qeutNewBuffer"), 0U);
+    EXPECT_EQ(countCalls("qeutNewBuffer"), 0U);
     EXPECT_EQ(serializeWithFailing("DefinitionStream::Serialize_s", 42, k30), Qeapp::eInvalidInput);
-    EXPECT_EQ(timesSeen("qeutNewBuffer"), 0U);
+    EXPECT_EQ(countCalls("qeutNewBuffer"), 0U);
 }
 
 // An exception has no result and no library status.

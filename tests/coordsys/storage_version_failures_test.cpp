@@ -67,7 +67,7 @@ TEST_F(StorageVersionFailures, UnreadableText_IsInvalidInputAndChangesNothing)
 // An exception has no result and no library status.
 TEST_F(StorageVersionFailures, ExceptionWhileReading_ReportsStatusZeroAndChangesNothing)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const auto before = drawing.contents();
     for (const int version : {29, 30}) {
         status = kUntouched;
@@ -81,14 +81,14 @@ TEST_F(StorageVersionFailures, ExceptionWhileReading_ReportsStatusZeroAndChanges
 // The reading reports 52 into the status that this function tracks, so the caller's is unchanged.
 TEST_F(StorageVersionFailures, HostFailureWhileReading_IsPassedOnAndLeavesTheStatus)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const int version : {29, 30})
         expectUnchanged("qedbOpenQeDbObject", version, kUntouched);
 }
 
 TEST_F(StorageVersionFailures, NoMemoryInTheCatalogCheck_IsOutOfMemoryAndChangesNothing)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const auto before = drawing.contents();
     EXPECT_EQ(applyWithFailing("CoordinateReferenceSystemDefinition::Load", 57, 29), Qeapp::eOutOfMemory);
     EXPECT_EQ(drawing.contents(), before);
@@ -96,7 +96,7 @@ TEST_F(StorageVersionFailures, NoMemoryInTheCatalogCheck_IsOutOfMemoryAndChanges
 
 TEST_F(StorageVersionFailures, FailingCatalogCheck_IsInvalidInputAndChangesNothing)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const auto before = drawing.contents();
     EXPECT_EQ(applyWithFailing("CoordinateReferenceSystemDefinition::Load", 46, 30), Qeapp::eInvalidInput);
     EXPECT_EQ(drawing.contents(), before);
@@ -154,7 +154,7 @@ TEST_F(StorageVersionFailures, TextThatCannotBeSerialized_IsInvalidInputAndLeave
 // Writing the legacy forms begins with status 52, so a failure does not change the caller's.
 TEST_F(StorageVersionFailures, CodeThatCannotBeRead_IsInvalidInputAndLeavesTheDrawingWithoutAForm)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(applyWithFailing("DefinitionBase::GetCode", 52, 29, 2), Qeapp::eInvalidInput);
     EXPECT_EQ(status, kUntouched);
     expectNoForm();
@@ -178,7 +178,7 @@ TEST_F(StorageVersionFailures, CodeThatReadersTakeForNone_CanBeStoredAsText)
 
 TEST_F(StorageVersionFailures, LegacyRecordThatCannotBeWritten_LeavesTheDrawingWithoutAForm)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(applyWithFailing("QeDbObject::setXData", kPlanned, 29, 2), kPlanned);
     EXPECT_EQ(status, kUntouched);
     expectNoForm();
@@ -187,7 +187,7 @@ TEST_F(StorageVersionFailures, LegacyRecordThatCannotBeWritten_LeavesTheDrawingW
 TEST_F(StorageVersionFailures, XrecordThatCannotBeWritten_LeavesTheLegacyCodeAlone)
 {
     for (const char* const call : {"QeDbXrecord::setFromRbChain", "QeDbDictionary::setAt"}) {
-        giveSystem(L"EPSG:25832");
+        storeSystem(L"EPSG:25832");
         status = kUntouched;
         EXPECT_EQ(applyWithFailing(call, kPlanned, 29), kPlanned) << call;
         EXPECT_EQ(status, kUntouched) << call;
@@ -232,7 +232,7 @@ TEST_F(StorageVersionFailures, CatalogThatFailsOnWriting_LeavesTheDrawingsOwnDef
 
 TEST_F(StorageVersionFailures, WktThatCannotBeMade_IsNoFailure)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(applyWithFailing("FormatConverter::DefinitionToWkt_s", 42, 29), Qeapp::eOk);
     EXPECT_EQ(status, 0);
     EXPECT_EQ(drawing.xrecord(), xrecordOf(catalogSystem(L"EPSG:25832")));
@@ -241,7 +241,7 @@ TEST_F(StorageVersionFailures, WktThatCannotBeMade_IsNoFailure)
 
 TEST_F(StorageVersionFailures, WktThatCannotBeWritten_IsNoFailure)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(applyWithFailing("QeDbGeoData::setCoordinateSystem", kPlanned, 29, 2), Qeapp::eOk);
     EXPECT_EQ(status, 0);
     EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}}));

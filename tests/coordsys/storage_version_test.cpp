@@ -9,7 +9,7 @@ using StorageVersion = StorageVersionTest;
 
 TEST_F(StorageVersion, Version29_WritesTheLegacyForms)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(apply(29), Qeapp::eOk);
     expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
 }
@@ -25,7 +25,7 @@ TEST_F(StorageVersion, EveryVersionBelow30_WritesTheLegacyForms)
 {
     for (const int version : {-1, 0, 21, 22, 28, 29}) {
         SCOPED_TRACE(version);
-        giveSystem(L"EPSG:25832");
+        storeSystem(L"EPSG:25832");
         EXPECT_EQ(apply(version), Qeapp::eOk);
         expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
         drawing = Drawing();
@@ -46,7 +46,7 @@ TEST_F(StorageVersion, EveryVersionFrom30_WritesTheText)
 TEST_F(StorageVersion, ThereAndBack_GivesTheSameText)
 {
     for (const wchar_t* const code : {L"EPSG:25832", L"EPSG:4326", L"EPSG:4979", L"EPSG:7415", L"LOCAL:METRE"}) {
-        giveSystem(code);
+        storeSystem(code);
         EXPECT_EQ(apply(29), Qeapp::eOk);
         expectLegacyForms(code, catalogSystem(code));
         EXPECT_EQ(apply(33), Qeapp::eOk);
@@ -57,7 +57,7 @@ TEST_F(StorageVersion, ThereAndBack_GivesTheSameText)
 
 TEST_F(StorageVersion, TheSameVersionTwice_GivesTheSameForms)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const int version : {29, 29, 30, 30})
         ASSERT_EQ(apply(version), Qeapp::eOk);
     expectText(catalogSystem(L"EPSG:25832"));
@@ -82,7 +82,7 @@ TEST_F(StorageVersion, LegacyCodeAlone_BecomesAllLegacyForms)
 
 TEST_F(StorageVersion, LegacyCode_DecidesOverTheText)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     drawing.withLegacyCode(L"EPSG:25832");
     EXPECT_EQ(apply(30), Qeapp::eOk);
     expectText(catalogSystem(L"EPSG:25832"));
@@ -90,7 +90,7 @@ TEST_F(StorageVersion, LegacyCode_DecidesOverTheText)
 
 TEST_F(StorageVersion, LegacyCodeThatSaysNone_LeavesTheTextToDecide)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     drawing.withLegacyCode(L".");
     EXPECT_EQ(apply(30), Qeapp::eOk);
     expectText(catalogSystem(L"EPSG:2263"));
@@ -98,7 +98,7 @@ TEST_F(StorageVersion, LegacyCodeThatSaysNone_LeavesTheTextToDecide)
 
 TEST_F(StorageVersion, LocalSystem_HasAnXrecordOfOneDefinition)
 {
-    giveSystem(L"LOCAL:METRE");
+    storeSystem(L"LOCAL:METRE");
     EXPECT_EQ(apply(29), Qeapp::eOk);
     expectLegacyForms(L"LOCAL:METRE", catalogSystem(L"LOCAL:METRE"));
     const Items chain = drawing.xrecord().value_or(Items());
@@ -107,7 +107,7 @@ TEST_F(StorageVersion, LocalSystem_HasAnXrecordOfOneDefinition)
 
 TEST_F(StorageVersion, GeographicSystem_HasAnXrecordOfThreeDefinitions)
 {
-    giveSystem(L"EPSG:4326");
+    storeSystem(L"EPSG:4326");
     EXPECT_EQ(apply(29), Qeapp::eOk);
     const Items chain = drawing.xrecord().value_or(Items());
     EXPECT_EQ(std::ranges::count(chain, Item{1002, L"{"}), 3);
@@ -175,7 +175,7 @@ TEST_F(StorageVersion, TextWithoutASystem_IsRemovedWithStatus35)
 
 TEST_F(StorageVersion, OtherContents_StayAsTheyAre)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withXrecord({{300, L"mine"}}, L"OTHER").withDictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG");
     ASSERT_EQ(apply(29), Qeapp::eOk);
     ASSERT_EQ(apply(33), Qeapp::eOk);
@@ -185,7 +185,7 @@ TEST_F(StorageVersion, OtherContents_StayAsTheyAre)
 
 TEST_F(StorageVersion, Success_ReportsStatusZero)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const int version : {29, 30}) {
         status = kUntouched;
         ASSERT_EQ(apply(version), Qeapp::eOk);
@@ -207,21 +207,21 @@ TEST_F(StorageVersion, SuccessWithASystemUnknownToTheCatalog_ReportsStatusZero)
 // Its WKT is WKT 2, with a status of its own on the way.
 TEST_F(StorageVersion, SuccessWithWktThatIsInexact_ReportsStatusZero)
 {
-    giveSystem(L"EPSG:4979");
+    storeSystem(L"EPSG:4979");
     ASSERT_EQ(apply(29), Qeapp::eOk);
     EXPECT_EQ(status, 0);
 }
 
 TEST_F(StorageVersion, NeedsNoStatus)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const auto version : {QeDb::kOldestDwg, QeDb::kCurrentDwg})
         EXPECT_EQ(Cs::ApplyCoordinateSystemStorageVersion(database(), version), Qeapp::eOk);
 }
 
 TEST_F(StorageVersion, NoReactorIsTold)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const int version : {29, 30})
         ASSERT_EQ(apply(version), Qeapp::eOk);
     EXPECT_EQ(log, Notices());
@@ -229,7 +229,7 @@ TEST_F(StorageVersion, NoReactorIsTold)
 
 TEST_F(StorageVersion, NoReactorIsAsked)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     reactor.answer = [](const Notice&) { return false; };
     EXPECT_EQ(apply(29), Qeapp::eOk);
     expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));

@@ -17,7 +17,7 @@ protected:
     void giveText(const SystemHolder& system) { drawing.withGeoData(serializedText(system.get())); }
     void giveAllForms(const wchar_t* code)
     {
-        giveSystem(code);
+        storeSystem(code);
         drawing.withLegacyCode(code);
         ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(code).get(), database()), Qeapp::eOk);
     }

@@ -24,7 +24,7 @@ struct UnloadOnly final : COrvelCoordsysCoreApp {
 
 VirtualTable<kApplicationSlots> tableOf(const COrvelCoordsysCoreApp& object)
 {
-    return virtualTableOf<kApplicationSlots>(&object);
+    return readVirtualTable<kApplicationSlots>(&object);
 }
 
 TEST(ApplicationSlots, TheObjectHasNoData)

@@ -17,7 +17,7 @@ struct PlainReactor final : QeDbDecompositionReactor {};
 
 VirtualTable<kReactorSlots> tableOf(const QeDbDecompositionReactor& object)
 {
-    return virtualTableOf<kReactorSlots>(&object);
+    return readVirtualTable<kReactorSlots>(&object);
 }
 
 TEST(DecompositionReactorSlots, TheObjectHasNoDataAndNoVirtualDestructor)

@@ -55,7 +55,7 @@ protected:
     Errors errors;
     Messages messages;
 
-    void giveSystem() { drawing.withGeoData(serializedText(catalogSystem(L"EPSG:25832").get())); }
+    void storeSystem() { drawing.withGeoData(serializedText(catalogSystem(L"EPSG:25832").get())); }
     /// A code that neither the drawing nor the catalog can define: the conversion ends with eNotApplicable.
     void giveUnknownCode() { drawing.withLegacyCode(L"MINE:1"); }
 
@@ -72,7 +72,7 @@ protected:
 
 TEST_F(DecompositionReactor, Version29_GetsTheLegacyForms)
 {
-    giveSystem();
+    storeSystem();
     EXPECT_EQ(decompose(k29), Qeapp::eOk);
     EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}}));
     EXPECT_TRUE(drawing.xrecord().has_value());
@@ -82,7 +82,7 @@ TEST_F(DecompositionReactor, Version29_GetsTheLegacyForms)
 
 TEST_F(DecompositionReactor, Version30_GetsTheGeoDataTextAlone)
 {
-    giveSystem();
+    storeSystem();
     const std::wstring text = drawing.geoDataText().value_or(L"");
     ASSERT_EQ(decompose(k29), Qeapp::eOk);
     EXPECT_EQ(decompose(k30), Qeapp::eOk);
@@ -94,7 +94,7 @@ TEST_F(DecompositionReactor, Version30_GetsTheGeoDataTextAlone)
 
 TEST_F(DecompositionReactor, OldestAndNewestVersions_AreServedAsTheirNeighbours)
 {
-    giveSystem();
+    storeSystem();
     EXPECT_EQ(decompose(QeDb::kOldestDwg), Qeapp::eOk);
     EXPECT_TRUE(drawing.xrecord().has_value());
     EXPECT_EQ(decompose(QeDb::kCurrentDwg), Qeapp::eOk);
@@ -122,7 +122,7 @@ TEST_F(DecompositionReactor, NoDatabase_IsTheWorkingOne)
 
 TEST_F(DecompositionReactor, Success_NeedsNoRecorder)
 {
-    giveSystem();
+    storeSystem();
     EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, nullptr), Qeapp::eOk);
 }
 
@@ -170,7 +170,7 @@ TEST_F(DecompositionReactor, FailureWithoutARecorder_IsTheResult)
 
 TEST_F(DecompositionReactor, HostResult_IsRecordedAsItIs)
 {
-    giveSystem();
+    storeSystem();
     const ScopedFault fault({.call = "QeDbObject::setXData", .occurrence = 2, .code = kPlanned});
     EXPECT_EQ(decompose(k29), Qeapp::eOk);
     EXPECT_EQ(errors.codes, std::vector<int>{77});
@@ -184,7 +184,7 @@ protected:
 
 TEST_F(RegisteredReactor, IsAskedThroughTheManager)
 {
-    giveSystem();
+    storeSystem();
     Embedded::DecompositionRun run(*drawing.database(), k29);
     ASSERT_TRUE(run.result()) << run.result().error().text();
     run.complete();
@@ -203,7 +203,7 @@ TEST_F(RegisteredReactor, FailureStopsTheSaveAndIsUndone)
 TEST_F(RegisteredReactor, SecondLoad_DoesNotConvertTwice)
 {
     ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk);
-    giveSystem();
+    storeSystem();
     const auto calls = callsOf([&] { Embedded::DecompositionRun(*drawing.database(), k29).complete(); });
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "DefinitionStream::Deserialize_s"), 1);
 }
@@ -211,7 +211,7 @@ TEST_F(RegisteredReactor, SecondLoad_DoesNotConvertTwice)
 TEST_F(RegisteredReactor, AfterUnload_NobodyConverts)
 {
     ASSERT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk);
-    giveSystem();
+    storeSystem();
     const auto before = drawing.contents();
     Embedded::DecompositionRun(*drawing.database(), k29).complete();
     EXPECT_EQ(drawing.contents(), before);

@@ -140,7 +140,7 @@ TEST_F(SavedDrawing, FileOfVersion29_HoldsWhatTheDrawingHolds)
 {
     saveWell(29);
     reload();
-    EXPECT_EQ(contentsOf(*loaded), drawing.contents());
+    EXPECT_EQ(drawingContents(*loaded), drawing.contents());
     EXPECT_EQ(loaded->drawingVersion(), 29);
 }
 
@@ -151,7 +151,7 @@ TEST_F(SavedDrawing, FileOfVersion29_IsConvertedBackAfterLoading)
     ASSERT_TRUE(Embedded::saveDrawing(*loaded, file, QeDb::kCurrentDwg));
     reload();
     ASSERT_TRUE(save(drawing, folder.path() / "other.qedb", 33));
-    EXPECT_EQ(contentsOf(*loaded), drawing.contents());
+    EXPECT_EQ(drawingContents(*loaded), drawing.contents());
     expectCurrentForm(drawing);
 }
 

@@ -20,18 +20,18 @@ protected:
     static Items writtenAs(const Library::DefinitionBase* definition)
     {
         const ResbufChain chain = Orvel::DefinitionToResbufGroup(definition);
-        return itemsOf(chain.get());
+        return readChain(chain.get());
     }
-    static std::wstring readFrom(const Items& items) { return readFrom(chainOf(items)); }
+    static std::wstring readFrom(const Items& items) { return readFrom(makeChain(items)); }
     static std::wstring readFrom(const ResbufChain& chain)
     {
         const Orvel::LibraryObject<Library::DefinitionBase> definition = Orvel::ResbufGroupToDefinition(chain.get());
-        return described(definition.get());
+        return describe(definition.get());
     }
     static std::wstring readFromChunk(const ResbufChain& chain)
     {
         const Orvel::LibraryObject<Library::DefinitionBase> definition = Orvel::ResbufChunkToDefinition(chain.get());
-        return described(definition.get());
+        return describe(definition.get());
     }
 
     /// An ellipsoid whose packed form has exactly that length. It tries names and codes of several lengths.
@@ -159,7 +159,7 @@ TEST_F(DefinitionGroup, TextOfTheOpeningBraceIsNotExamined)
 
 TEST_F(DefinitionGroup, OpeningBraceMayHaveNoTextAtAll)
 {
-    const ResbufChain chain = chainOf(groupOf(ellipsoid.get()));
+    const ResbufChain chain = makeChain(groupOf(ellipsoid.get()));
     qeapp_free(std::exchange(chain->resval.rstring, nullptr));
     EXPECT_EQ(readFrom(chain), L"ellipsoid EPSG:7019");
 }
@@ -208,7 +208,7 @@ TEST_F(DefinitionGroup, EmptyChunkSpoilsTheWholeGroup)
 
 TEST_F(DefinitionGroup, ChunkWithDataButALengthBelowOneSpoilsTheWholeGroup)
 {
-    const ResbufChain chain = chainOf(joinedItems({{{1002, L"{"}}, chunkOf(ellipsoid.get()), {{310, Bytes{7}}}}));
+    const ResbufChain chain = makeChain(joinedItems({{{1002, L"{"}}, chunkOf(ellipsoid.get()), {{310, Bytes{7}}}}));
     for (const short length : {short{0}, short{-1}}) {
         chain->rbnext->rbnext->resval.rbinary.clen = length;
         EXPECT_EQ(readFrom(chain), L"none") << length;
@@ -217,36 +217,36 @@ TEST_F(DefinitionGroup, ChunkWithDataButALengthBelowOneSpoilsTheWholeGroup)
 
 TEST_F(DefinitionGroup, ChunkWithoutDataSpoilsTheWholeGroup)
 {
-    const ResbufChain chain = chainOf(joinedItems({{{1002, L"{"}}, chunkOf(ellipsoid.get()), {{310, Bytes()}}}));
+    const ResbufChain chain = makeChain(joinedItems({{{1002, L"{"}}, chunkOf(ellipsoid.get()), {{310, Bytes()}}}));
     chain->rbnext->rbnext->resval.rbinary.clen = 5;
     EXPECT_EQ(readFrom(chain), L"none");
 }
 
 TEST_F(DefinitionGroup, StandaloneChunkHoldsAWholeDefinition)
 {
-    EXPECT_EQ(readFromChunk(chainOf(chunkOf(ellipsoid.get()))), L"ellipsoid EPSG:7019");
-    EXPECT_EQ(readFromChunk(chainOf(chunkOf(catalogSystem(L"EPSG:25832").get()))), L"system EPSG:25832");
+    EXPECT_EQ(readFromChunk(makeChain(chunkOf(ellipsoid.get()))), L"ellipsoid EPSG:7019");
+    EXPECT_EQ(readFromChunk(makeChain(chunkOf(catalogSystem(L"EPSG:25832").get()))), L"system EPSG:25832");
 }
 
 TEST_F(DefinitionGroup, StandaloneChunkStandsForItself)
 {
     const Bytes bytes = encoded(ellipsoid.get());
     const auto middle = bytes.begin() + 20;
-    EXPECT_EQ(readFromChunk(chainOf({{310, Bytes(bytes.begin(), middle)}, {310, Bytes(middle, bytes.end())}})),
+    EXPECT_EQ(readFromChunk(makeChain({{310, Bytes(bytes.begin(), middle)}, {310, Bytes(middle, bytes.end())}})),
               L"none");
 }
 
 TEST_F(DefinitionGroup, StandaloneChunkMustBeAChunk)
 {
     EXPECT_FALSE(Orvel::ResbufChunkToDefinition(nullptr));
-    EXPECT_EQ(readFromChunk(chainOf({{1004, encoded(ellipsoid.get())}})), L"none");
-    EXPECT_EQ(readFromChunk(chainOf({{311, encoded(ellipsoid.get())}})), L"none");
-    EXPECT_EQ(readFromChunk(chainOf({{1002, L"{"}})), L"none");
+    EXPECT_EQ(readFromChunk(makeChain({{1004, encoded(ellipsoid.get())}})), L"none");
+    EXPECT_EQ(readFromChunk(makeChain({{311, encoded(ellipsoid.get())}})), L"none");
+    EXPECT_EQ(readFromChunk(makeChain({{1002, L"{"}})), L"none");
 }
 
 TEST_F(DefinitionGroup, BytesUnderALowerCodeAreNoStandaloneChunk)
 {
-    const ResbufChain chain = chainOf(chunkOf(ellipsoid.get()));
+    const ResbufChain chain = makeChain(chunkOf(ellipsoid.get()));
     chain->restype = 309;
     EXPECT_EQ(readFromChunk(chain), L"none");
     chain->restype = 310; // under which the host releases the bytes
@@ -254,18 +254,18 @@ TEST_F(DefinitionGroup, BytesUnderALowerCodeAreNoStandaloneChunk)
 
 TEST_F(DefinitionGroup, StandaloneChunkMustHoldBytes)
 {
-    const ResbufChain empty = chainOf({{310, Bytes()}});
+    const ResbufChain empty = makeChain({{310, Bytes()}});
     EXPECT_EQ(readFromChunk(empty), L"none");
     empty->resval.rbinary.clen = 5;
     EXPECT_EQ(readFromChunk(empty), L"none");
-    const ResbufChain negative = chainOf(chunkOf(ellipsoid.get()));
+    const ResbufChain negative = makeChain(chunkOf(ellipsoid.get()));
     negative->resval.rbinary.clen = -1;
     EXPECT_EQ(readFromChunk(negative), L"none");
 }
 
 TEST_F(DefinitionGroup, StandaloneChunkOfOneByteGivesNone)
 {
-    EXPECT_EQ(readFromChunk(chainOf({{310, Bytes{1}}})), L"none");
+    EXPECT_EQ(readFromChunk(makeChain({{310, Bytes{1}}})), L"none");
 }
 
 } // namespace

@@ -182,7 +182,7 @@ protected:
     }
     Texts slots() const
     {
-        return {described(set.system.get()), described(set.datum.get()), described(set.ellipsoid.get())};
+        return {describe(set.system.get()), describe(set.datum.get()), describe(set.ellipsoid.get())};
     }
 };
 
@@ -280,7 +280,7 @@ TEST_F(DefinitionSetLinking, EllipsoidGoesIntoASystemWithoutADatum)
     giveSystemWithoutDatum();
     Orvel::linkDefinitionSet(set);
     EXPECT_EQ(axisOfSystem(), 6373000);
-    EXPECT_EQ(described(set.system.get()), L"system EPSG:4019");
+    EXPECT_EQ(describe(set.system.get()), L"system EPSG:4019");
 }
 
 TEST_F(DefinitionSetLinking, SystemWithoutADatumAndWithoutAnEllipsoidStaysAsItIs)

@@ -46,7 +46,7 @@ protected:
     }
     Texts slots() const
     {
-        return {described(found.system.get()), described(found.datum.get()), described(found.ellipsoid.get())};
+        return {describe(found.system.get()), describe(found.datum.get()), describe(found.ellipsoid.get())};
     }
 };
 

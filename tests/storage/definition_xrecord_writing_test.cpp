@@ -104,7 +104,8 @@ TEST_F(DefinitionXrecordWriting, EarlierXrecordIsReplaced)
     ASSERT_EQ(write(catalogSystem(L"EPSG:25833")), Qeapp::eOk);
     ASSERT_EQ(write(system), Qeapp::eOk);
     EXPECT_EQ(drawing.xrecord(), wholeChainOf(system));
-    EXPECT_EQ(timesIn(drawing.contents(), "\nobject "), timesIn(Drawing().contents(), "\nobject ") + 1);
+    EXPECT_EQ(countOccurrences(drawing.contents(), "\nobject "),
+              countOccurrences(Drawing().contents(), "\nobject ") + 1);
 }
 
 TEST_F(DefinitionXrecordWriting, NothingElseIsTouched)
@@ -204,7 +205,7 @@ protected:
 
     Qeapp::ErrorStatus store(const Items& items)
     {
-        return StoreCsXrecordChain(drawing.database(), chainOf(items).get());
+        return StoreCsXrecordChain(drawing.database(), makeChain(items).get());
     }
     Qeapp::ErrorStatus remove() { return StoreCsXrecordChain(drawing.database(), nullptr); }
     QeDbObjectId storedId() const
@@ -220,10 +221,10 @@ protected:
 TEST_F(XrecordChainStoring, ChainIsStoredAsItIsAndStaysTheCallers)
 {
     const Items items{{1071, 5}, {300, L"text"}, {310, Bytes{0, 255}}, {1040, 2.5}};
-    const Orvel::ResbufChain chain = chainOf(items);
+    const Orvel::ResbufChain chain = makeChain(items);
     ASSERT_EQ(StoreCsXrecordChain(drawing.database(), chain.get()), Qeapp::eOk);
     EXPECT_EQ(drawing.xrecord(), items);
-    EXPECT_EQ(itemsOf(chain.get()), items);
+    EXPECT_EQ(readChain(chain.get()), items);
 }
 
 TEST_F(XrecordChainStoring, EarlierEntryOfTheKeyIsReplacedByANewXrecord)
@@ -277,7 +278,7 @@ TEST_F(XrecordChainStoring, OtherEntriesStay)
 
 TEST_F(XrecordChainStoring, NoDatabaseIs124)
 {
-    EXPECT_EQ(StoreCsXrecordChain(nullptr, chainOf({{300, L"text"}}).get()), 124);
+    EXPECT_EQ(StoreCsXrecordChain(nullptr, makeChain({{300, L"text"}}).get()), 124);
     EXPECT_EQ(StoreCsXrecordChain(nullptr, nullptr), 124);
 }
 
@@ -285,7 +286,7 @@ TEST_F(XrecordChainStoring, ChainThatTheHostRefusesLeavesTheEarlierEntry)
 {
     ASSERT_EQ(store({{300, L"earlier"}}), Qeapp::eOk);
     const std::string before = drawing.contents();
-    const Orvel::ResbufChain chain = chainOf({{1071, 1}});
+    const Orvel::ResbufChain chain = makeChain({{1071, 1}});
     chain->restype = 9999;
     EXPECT_EQ(StoreCsXrecordChain(drawing.database(), chain.get()), Qeapp::eInvalidResbuf);
     EXPECT_EQ(drawing.contents(), before);
@@ -303,7 +304,7 @@ TEST_F(XrecordChainStoring, EveryFailingCallOfStoringHasItsResultAndChangesNothi
 {
     ASSERT_EQ(store({{300, L"earlier"}}), Qeapp::eOk);
     const std::string before = drawing.contents();
-    const Orvel::ResbufChain chain = chainOf({{300, L"later"}});
+    const Orvel::ResbufChain chain = makeChain({{300, L"later"}});
     const Drawing other;
     const auto calls =
         fallibleCallsOf([&] { EXPECT_EQ(StoreCsXrecordChain(other.database(), chain.get()), Qeapp::eOk); });

@@ -26,7 +26,7 @@ protected:
     {
         const DocumentedExample example("packed-definition.md", label);
         const auto definition = decoded(example.bytes());
-        ASSERT_EQ(described(definition.get()), described(fromCatalog))
+        ASSERT_EQ(describe(definition.get()), describe(fromCatalog))
             << example.correction(printed(encoded(fromCatalog)));
         EXPECT_EQ(example.bytes(), encoded(definition.get())) << example.correction(printed(encoded(definition.get())));
     }
@@ -82,7 +82,7 @@ TEST_F(DocumentedFormats, OlderXrecordOfThePageIsReadAsTheSameSystem)
     drawing.withXrecord(example.chain());
     Orvel::DefinitionSet found;
     ASSERT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"LOCAL:METRE", found));
-    EXPECT_EQ(described(found.system.get()), L"system LOCAL:METRE");
+    EXPECT_EQ(describe(found.system.get()), L"system LOCAL:METRE");
 }
 
 TEST_F(DocumentedFormats, LegacyRecordOfThePageIsReadAndWrittenAlike)

@@ -182,10 +182,10 @@ TEST_F(GeoDataDefinition, HostsFailureWhileWritingTheSerializedTextIsPassedOnUnc
 TEST_F(GeoDataDefinition, SecondAssignmentReplacesTheTextOfTheOneObject)
 {
     ASSERT_EQ(writeSerialized(system), Qeapp::eOk);
-    const auto objects = timesIn(drawing.contents(), "\nobject ");
+    const auto objects = countOccurrences(drawing.contents(), "\nobject ");
     ASSERT_EQ(writeSerialized(catalogSystem(L"EPSG:2263")), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), serializedText(catalogSystem(L"EPSG:2263").get()));
-    EXPECT_EQ(timesIn(drawing.contents(), "\nobject "), objects);
+    EXPECT_EQ(countOccurrences(drawing.contents(), "\nobject "), objects);
 }
 
 } // namespace

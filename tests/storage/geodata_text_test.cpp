@@ -23,7 +23,10 @@ protected:
 
     GeoDataText() { drawing.withGeoData(L"text"); }
 
-    static std::ptrdiff_t geoDataObjects(const Drawing& one) { return timesIn(one.contents(), " QeDbGeoData of "); }
+    static std::ptrdiff_t geoDataObjects(const Drawing& one)
+    {
+        return countOccurrences(one.contents(), " QeDbGeoData of ");
+    }
     /// Keeps the GeoData object open as long as it exists.
     Orvel::HostObject<QeDbGeoData> opened(QeDb::OpenMode mode) const
     {

@@ -21,7 +21,10 @@ protected:
     Drawing drawing;
 
     Qeapp::ErrorStatus write(const wchar_t* code) { return WriteLegacyProjectionCode(drawing.database(), code); }
-    std::ptrdiff_t registeredApplications() const { return timesIn(drawing.contents(), "name \"KTN_PROJECTION\""); }
+    std::ptrdiff_t registeredApplications() const
+    {
+        return countOccurrences(drawing.contents(), "name \"KTN_PROJECTION\"");
+    }
 };
 
 TEST_F(LegacyProjectionWriting, CodeIsStoredAfterTheApplicationsName)
@@ -108,7 +111,7 @@ TEST_F(LegacyProjectionWriting, OtherApplicationsDataStays)
     Orvel::NamedObjects dictionary;
     ASSERT_EQ(dictionary.openIn(drawing.database(), QeDb::kForRead), Qeapp::eOk);
     const Orvel::ResbufChain chain(dictionary->xData());
-    EXPECT_EQ(itemsOf(chain.get()), other);
+    EXPECT_EQ(readChain(chain.get()), other);
 }
 
 TEST_F(LegacyProjectionWriting, NoDatabaseIs124)

@@ -22,7 +22,7 @@ protected:
         return Orvel::DecodeDefinitionBytes(bytes.data(), bytes.size());
     }
     /// Kind and code, or "none".
-    static std::wstring decodedAs(const Bytes& bytes) { return described(decoded(bytes).get()); }
+    static std::wstring decodedAs(const Bytes& bytes) { return describe(decoded(bytes).get()); }
 };
 
 TEST_F(PackedDefinitionDecoding, SystemComesBack)
@@ -144,7 +144,7 @@ TEST_F(PackedDefinitionDecoding, RandomStreamsBehindAnIdentifierDoNoHarm)
             form.push_back(static_cast<unsigned char>(byte(engine)));
         const auto definition = decoded(referencePacked(form));
         if (definition) {
-            EXPECT_NE(described(definition.get()), L"") << hexOf(form); // what was accepted can be asked
+            EXPECT_NE(describe(definition.get()), L"") << hexOf(form); // what was accepted can be asked
         }
     }
 }

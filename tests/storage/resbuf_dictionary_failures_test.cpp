@@ -17,7 +17,7 @@ TEST_F(ResbufDictionary, WithoutAnyDatabase_HasNothingAndTakesNothing)
     EXPECT_EQ(none.NewIterator(), nullptr);
     EXPECT_EQ(none.GetEntryCount(), 0);
     EXPECT_FALSE(none.GetResbuf(L"A", chain.put()));
-    EXPECT_FALSE(none.SetResbuf(L"A", chainOf(kFirst).get(), nullptr));
+    EXPECT_FALSE(none.SetResbuf(L"A", makeChain(kFirst).get(), nullptr));
     EXPECT_FALSE(none.RemoveKey(L"A"));
     EXPECT_TRUE(none.RemoveAll());
 }
@@ -36,7 +36,7 @@ TEST_F(ResbufDictionary, DocumentThatSomeoneElseLocks_IsNotWritten)
 TEST_F(ResbufDictionary, Writing_LocksTheCurrentDocumentForWriteAndUnlocksIt)
 {
     const QeAp::DocLockMode before = document.get()->lockMode();
-    const ResbufChain chain = chainOf(kFirst);
+    const ResbufChain chain = makeChain(kFirst);
     Embedded::FaultInjection::watch();
     ASSERT_TRUE(dictionary.SetResbuf(L"A", chain.get(), nullptr));
     Embedded::FaultInjection::disarm();
@@ -69,7 +69,7 @@ TEST_F(ResbufDictionary, RemovingAll_GoesOnAfterAFailure)
 TEST_F(ResbufDictionary, EveryCallOfWriting_CanFailWithoutLosingTheFormerEntry)
 {
     ASSERT_TRUE(set(L"A", kFirst));
-    const ResbufChain chain = chainOf(kSecond);
+    const ResbufChain chain = makeChain(kSecond);
     const auto calls = fallibleCallsOf([&] { ASSERT_TRUE(dictionary.SetResbuf(L"A", chain.get(), nullptr)); });
     ASSERT_GE(calls.size(), 5U);
     ASSERT_TRUE(set(L"A", kFirst));
@@ -91,7 +91,7 @@ TEST_F(ResbufDictionary, EveryCallOfTheFirstWriting_CanFail)
         SCOPED_TRACE(call.name);
         const ScopedDocument fresh;
         const CResbufDictionary first(L"NAMES", fresh.database());
-        const ResbufChain chain = chainOf(kFirst);
+        const ResbufChain chain = makeChain(kFirst);
         const Embedded::ScopedFault fault(failing(call));
         const bool stored = first.SetResbuf(L"A", chain.get(), nullptr);
         Embedded::FaultInjection::disarm();
@@ -102,7 +102,7 @@ TEST_F(ResbufDictionary, EveryCallOfTheFirstWriting_CanFail)
 
 TEST_F(ResbufDictionary, DictionaryThatCannotBeMade_IsNotAdded)
 {
-    const ResbufChain chain = chainOf(kFirst);
+    const ResbufChain chain = makeChain(kFirst);
     for (const char* const call : {"QeDbObject::upgradeOpen", "qeHeapAlloc"}) {
         const Embedded::ScopedFault fault(failing(call));
         EXPECT_FALSE(dictionary.SetResbuf(L"A", chain.get(), nullptr)) << call;

@@ -13,7 +13,7 @@ TEST_F(ResbufDictionary, Iterator_WalksTheEntriesInTheHostsOrder)
     ResbufChain chain;
     EXPECT_STREQ(entry->GetKey(), L"A");
     ASSERT_TRUE(entry->GetResbuf(chain.put()));
-    EXPECT_EQ(itemsOf(chain.get()), kFirst);
+    EXPECT_EQ(readChain(chain.get()), kFirst);
     entry->Next();
     EXPECT_STREQ(entry->GetKey(), L"B");
     EXPECT_FALSE(entry->Done());

@@ -123,7 +123,7 @@ TEST_F(ResbufDictionary, WithoutADatabase_IsTheWorkingOneAtConstruction)
 {
     const CResbufDictionary working(L"NAMES", nullptr);
     const ScopedDocument later;
-    const ResbufChain chain = chainOf(kFirst);
+    const ResbufChain chain = makeChain(kFirst);
     ASSERT_TRUE(working.SetResbuf(L"A", chain.get(), nullptr));
     EXPECT_EQ(at(L"A"), kFirst);
     EXPECT_FALSE(CResbufDictionary(L"NAMES", nullptr).HasKey(L"A"));
@@ -179,7 +179,7 @@ TEST_F(ResbufDictionary, SameKeyTwice_LeavesOneEntryWithTheSecondChain)
 
 TEST_F(ResbufDictionary, StoredChain_IsACopy)
 {
-    const ResbufChain chain = chainOf(kFirst);
+    const ResbufChain chain = makeChain(kFirst);
     ASSERT_TRUE(dictionary.SetResbuf(L"A", chain.get(), nullptr));
     chain->resval.rstring[0] = L'F';
     EXPECT_EQ(at(L"A"), kFirst);
@@ -194,7 +194,7 @@ TEST_F(ResbufDictionary, EmptyChain_IsStoredAndRead)
 TEST_F(ResbufDictionary, ChainThatTheHostDoesNotStore_ChangesNoEntry)
 {
     ASSERT_TRUE(set(L"A", kFirst));
-    const ResbufChain chain = chainOf(kFirst);
+    const ResbufChain chain = makeChain(kFirst);
     chain->restype = 5000;
     EXPECT_FALSE(dictionary.SetResbuf(L"A", chain.get(), nullptr));
     chain->restype = 300;

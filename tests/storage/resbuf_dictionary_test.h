@@ -26,17 +26,17 @@ protected:
     ScopedDocument document;
     CResbufDictionary dictionary{L"NAMES", document.database()};
 
-    std::string contents() const { return contentsOf(*document.database()); }
+    std::string contents() const { return drawingContents(*document.database()); }
 
     bool set(const wchar_t* key, const Items& items, QeDbObjectReactor* reactor = nullptr)
     {
-        return dictionary.SetResbuf(key, chainOf(items).get(), reactor);
+        return dictionary.SetResbuf(key, makeChain(items).get(), reactor);
     }
     /// No value where there is no chain.
     std::optional<Items> at(const wchar_t* key) const
     {
         ResbufChain chain;
-        return dictionary.GetResbuf(key, chain.put()) ? std::optional(itemsOf(chain.get())) : std::nullopt;
+        return dictionary.GetResbuf(key, chain.put()) ? std::optional(readChain(chain.get())) : std::nullopt;
     }
     /// An entry that is a dictionary.
     void setDictionary(const wchar_t* key)

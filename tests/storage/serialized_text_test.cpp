@@ -31,14 +31,14 @@ TEST_F(SerializedText, HoldsTheDependentsOnlyWhereTheyAreAskedFor)
     ASSERT_EQ(SerializeToWideText(text, system.get(), false), Library::statusOk);
     EXPECT_EQ(text, serializedText(system.get(), false));
     ASSERT_EQ(DeserializeWideText(definitions, text.c_str()), Library::statusOk);
-    EXPECT_EQ(described(definitions), (Texts{L"system EPSG:25832"}));
+    EXPECT_EQ(describe(definitions), (Texts{L"system EPSG:25832"}));
 }
 
 TEST_F(SerializedText, GivesTheSystemItsDatumAndItsEllipsoidInThatOrder)
 {
     ASSERT_EQ(SerializeToWideText(text, system.get(), true), Library::statusOk);
     ASSERT_EQ(DeserializeWideText(definitions, text.c_str()), Library::statusOk);
-    EXPECT_EQ(described(definitions), (Texts{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"}));
+    EXPECT_EQ(describe(definitions), (Texts{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"}));
 }
 
 TEST_F(SerializedText, KeepsWideCharacters)
@@ -46,7 +46,7 @@ TEST_F(SerializedText, KeepsWideCharacters)
     const auto mine = UserSystem{.code = L"MINE:\x00C4\U0001F30D", .name = L"\x4E16\x754C"}.system();
     ASSERT_EQ(SerializeToWideText(text, mine.get(), false), Library::statusOk);
     ASSERT_EQ(DeserializeWideText(definitions, text.c_str()), Library::statusOk);
-    EXPECT_EQ(described(definitions), (Texts{L"system MINE:\x00C4\U0001F30D"}));
+    EXPECT_EQ(describe(definitions), (Texts{L"system MINE:\x00C4\U0001F30D"}));
     const wchar_t* name = nullptr;
     ASSERT_EQ(definitions->GetItem(0)->GetName(name), Library::statusOk);
     EXPECT_STREQ(name, L"\x4E16\x754C");

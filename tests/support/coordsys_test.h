@@ -24,7 +24,7 @@ inline constexpr const wchar_t* kAssignedCode = L"EPSG:25832";
 inline constexpr const char* kLoadSystem = "CoordinateReferenceSystemDefinition::Load";
 
 /// The number of times the call was made since FaultInjection::watch or FaultInjection::arm.
-inline std::size_t timesSeen(const std::string& call)
+inline std::size_t countCalls(const std::string& call)
 {
     std::size_t times = 0;
     for (const std::string& seen : Embedded::FaultInjection::seen())
@@ -47,7 +47,7 @@ protected:
         return Cs::SetCoordinateSystem(definition.get(), database(), &status);
     }
     /// Stores the system without reactors or a status, like an earlier assignment.
-    void giveSystem(const wchar_t* code) { drawing.withGeoData(serializedText(catalogSystem(code).get())); }
+    void storeSystem(const wchar_t* code) { drawing.withGeoData(serializedText(catalogSystem(code).get())); }
 };
 
 } // namespace Tests

@@ -28,10 +28,10 @@ EllipsoidHolder catalogEllipsoid(const wchar_t* code);
 /// The library's text of a definition, with or without entries for its datum and ellipsoid.
 std::wstring serializedText(const Library::DefinitionBase* definition, bool includeDependents = true);
 /// Joins the entries of several texts in one text, in that order.
-std::wstring joinedTexts(const Texts& texts);
+std::wstring joinTexts(const Texts& texts);
 
 /// The kind and code of a definition, "datum EPSG:6258", or of each definition in an array.
-std::wstring described(const Library::DefinitionBase* definition);
-Texts described(const ArrayHolder& definitions);
+std::wstring describe(const Library::DefinitionBase* definition);
+Texts describe(const ArrayHolder& definitions);
 
 } // namespace Tests

@@ -85,7 +85,7 @@ private:
 };
 
 /// The notices of a successful assignment to one reactor.
-inline Notices noticesOfAssignment(const std::wstring& name, const std::string& reactor = "A")
+inline Notices assignmentNotices(const std::wstring& name, const std::string& reactor = "A")
 {
     return {{Event::asked, name, reactor},
             {Event::asked, std::nullopt, reactor},

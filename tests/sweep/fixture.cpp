@@ -78,7 +78,7 @@ Fixture::Fixture(const InitialState& initialState, const TemporaryFolder& folder
       drawingFile_(folder.path() / "drawing.qedb"),
       hasReactor_(initialState.hasReactor),
       userFolder_("VORLEN_USER_DICTIONARY_PATH", folder.path().string()),
-      document_(loadedFromMemory(initialState.drawing)),
+      document_(loadFromBytes(initialState.drawing)),
       reactor_(initialState.veto)
 {
     putFile(settingsFile(), initialState.settingsFile);
@@ -103,14 +103,14 @@ Fixture::~Fixture()
 
 StoredState Fixture::storedState() const
 {
-    return {contentsOf(*database()), bytesOf(settingsFile()),
+    return {drawingContents(*database()), bytesOf(settingsFile()),
             registry_ ? valuesInRegistry() : std::vector<std::wstring>(), bytesOf(drawingFile_)};
 }
 
 bool Fixture::hasNoSystem() const
 {
-    const std::string contents = contentsOf(*database());
-    const auto has = [&](const char* part) { return timesIn(contents, part) > 0; };
+    const std::string contents = drawingContents(*database());
+    const auto has = [&](const char* part) { return countOccurrences(contents, part) > 0; };
     const bool hasGeoDataText = has("  coordinate system ") && !has("  coordinate system \"\"");
     return !has("  extended data of ") && !has("  entry \"ORVEL_CSINDWG_REGAPP\"") && !hasGeoDataText;
 }

@@ -28,7 +28,7 @@ struct InitialState {
 
 /// Everything that a call may change, as values to compare.
 struct StoredState {
-    std::string drawing; // the text of `contentsOf`
+    std::string drawing; // the text of `drawingContents`
     std::optional<std::string> settingsFile;
     std::vector<std::wstring> registryValues;
     std::optional<std::string> savedDrawing;

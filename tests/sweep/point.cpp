@@ -10,7 +10,7 @@ namespace {
 
 const std::optional<std::string>& requestedPoint()
 {
-    static const std::optional<std::string> name = variableNamed("ORVEL_SWEEP_POINT");
+    static const std::optional<std::string> name = getVariable("ORVEL_SWEEP_POINT");
     return name;
 }
 

@@ -100,8 +100,8 @@ std::vector<FaultPlace> Sweep::placesFor(FaultKind kind)
 // destroys a value that was never constructed.
 bool Sweep::hostAllocationsMayFail() const
 {
-    const std::string contents = contentsOf(*loadedFromMemory(initialState_.drawing));
-    return scenario_.survivesHostShortage && timesIn(contents, "  extended data of ") == 0;
+    const std::string contents = drawingContents(*loadFromBytes(initialState_.drawing));
+    return scenario_.survivesHostShortage && countOccurrences(contents, "  extended data of ") == 0;
 }
 
 std::vector<FaultPlace> Sweep::placesThatMayThrow() const

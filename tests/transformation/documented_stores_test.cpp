@@ -26,7 +26,7 @@ TEST_F(DocumentedStores, DrawingsChain_IsThePages)
     Orvel::ResbufChain chain;
     ASSERT_TRUE(Orvel::CResbufDictionary(Orvel::kTransformationConfigDictionary, nullptr)
                     .GetResbuf(Orvel::kTransformationConfigKey, chain.put()));
-    EXPECT_EQ(itemsOf(chain.get()), documented);
+    EXPECT_EQ(readChain(chain.get()), documented);
 }
 
 TEST_F(DocumentedStores, SettingsFile_IsThePages)

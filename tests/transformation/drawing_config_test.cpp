@@ -16,7 +16,7 @@ protected:
     {
         const Orvel::CResbufDictionary dictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", document.database());
         Orvel::ResbufChain chain;
-        return dictionary.GetResbuf(key, chain.put()) ? std::optional(itemsOf(chain.get())) : std::nullopt;
+        return dictionary.GetResbuf(key, chain.put()) ? std::optional(readChain(chain.get())) : std::nullopt;
     }
 };
 

@@ -54,7 +54,7 @@ protected:
     RecordingReactor reactor{log};
 
     std::filesystem::path settingsFile() const { return folder.path() / "TransformationSetting.xml"; }
-    std::string contents() const { return contentsOf(*document.database()); }
+    std::string contents() const { return drawingContents(*document.database()); }
 
     /// Calls a reader with an out-parameter that has a value, and releases the returned text.
     template <class Reader>
@@ -73,7 +73,7 @@ protected:
     void giveEntry(const wchar_t* key, const Items& items) const
     {
         const Orvel::CResbufDictionary dictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", document.database());
-        ASSERT_TRUE(dictionary.SetResbuf(key, chainOf(items).get(), nullptr));
+        ASSERT_TRUE(dictionary.SetResbuf(key, makeChain(items).get(), nullptr));
     }
 };
 

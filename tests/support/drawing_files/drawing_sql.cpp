@@ -55,7 +55,7 @@ std::string insertsInto(SQLite::Database& database, const std::string& table, co
     return text;
 }
 
-std::string utf8Of(const std::filesystem::path& file)
+std::string utf8Path(const std::filesystem::path& file)
 {
     const auto utf8 = file.u8string();
     return {utf8.begin(), utf8.end()};
@@ -64,7 +64,7 @@ std::string utf8Of(const std::filesystem::path& file)
 } // namespace
 
 DrawingSql::DrawingSql(const std::filesystem::path& file)
-    : database_(utf8Of(file), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
+    : database_(utf8Path(file), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
 {
     database_.exec("PRAGMA synchronous = OFF");
     int length = kSealLength;
@@ -119,13 +119,13 @@ void changeBySql(const std::filesystem::path& file, const std::string& sql)
     sealFile(file);
 }
 
-void makeFromSql(const std::filesystem::path& file, const std::string& sql)
+void createFromSql(const std::filesystem::path& file, const std::string& sql)
 {
     DrawingSql(file).run(sql);
     sealFile(file);
 }
 
-std::string sqlOf(SQLite::Database& database)
+std::string dumpAsSql(SQLite::Database& database)
 {
     std::string text = "BEGIN;\nPRAGMA application_id = " + database.execAndGet("PRAGMA application_id").getString() +
                        ";\nPRAGMA user_version = " + database.execAndGet("PRAGMA user_version").getString() + ";\n";
@@ -145,10 +145,10 @@ std::string sqlOf(SQLite::Database& database)
     return text + "COMMIT;\n";
 }
 
-std::string sqlOf(const std::filesystem::path& file)
+std::string dumpAsSql(const std::filesystem::path& file)
 {
-    SQLite::Database database(utf8Of(file), SQLite::OPEN_READONLY);
-    return sqlOf(database);
+    SQLite::Database database(utf8Path(file), SQLite::OPEN_READONLY);
+    return dumpAsSql(database);
 }
 
 } // namespace Tests

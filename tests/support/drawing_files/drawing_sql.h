@@ -32,8 +32,8 @@ void changeBySql(const std::filesystem::path& file, const std::string& sql);
 void sealFile(const std::filesystem::path& file);
 
 /// Makes a drawing file from statements, and the statements from a drawing file.
-void makeFromSql(const std::filesystem::path& file, const std::string& sql);
-std::string sqlOf(const std::filesystem::path& file);
-std::string sqlOf(SQLite::Database& database);
+void createFromSql(const std::filesystem::path& file, const std::string& sql);
+std::string dumpAsSql(const std::filesystem::path& file);
+std::string dumpAsSql(SQLite::Database& database);
 
 } // namespace Tests

@@ -11,7 +11,7 @@
 namespace Tests {
 
 /// What the function answers when it runs in a child process.
-inline std::string answerOfChild(const std::function<std::string()>& function)
+inline std::string runInChildProcess(const std::function<std::string()>& function)
 {
     int ends[2] = {-1, -1};
     EXPECT_EQ(::pipe(ends), 0);
@@ -33,9 +33,9 @@ inline std::string answerOfChild(const std::function<std::string()>& function)
 }
 
 /// The same as a user without privileges, which the tests need not be run as.
-inline std::string answerAsOrdinaryUser(const std::function<std::string()>& function)
+inline std::string runAsOrdinaryUser(const std::function<std::string()>& function)
 {
-    return answerOfChild([&]() -> std::string {
+    return runInChildProcess([&]() -> std::string {
         constexpr unsigned kNobody = 65'534;
         if (::geteuid() == 0 && (::setegid(kNobody) != 0 || ::seteuid(kNobody) != 0))
             return "cannot become an ordinary user";
