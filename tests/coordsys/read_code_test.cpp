@@ -13,10 +13,10 @@ protected:
     Orvel::HostString code;
 
     Qeapp::ErrorStatus read() { return Cs::GetCoordinateSystem(code.put(), database()); }
-    /// No value where the pointer is null.
+    /// The code; no value for a null pointer.
     std::optional<std::wstring> text() const { return code ? std::optional<std::wstring>(code.get()) : std::nullopt; }
-    /// The occurrence at which the function itself asks the definition for its code, after the catalog check.
-    std::size_t lastQuestionForTheCode()
+    /// The number of the last query of the code, which the function makes after the catalog check.
+    std::size_t countCodeQueries()
     {
         FaultInjection::watch();
         EXPECT_EQ(read(), Qeapp::eOk);
@@ -24,13 +24,13 @@ protected:
     }
 };
 
-TEST_F(ReadCode, DrawingWithNothingStored_GivesNoCode)
+TEST_F(ReadCode, EmptyDrawing_GivesNoCode)
 {
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, DrawingWithNothingStored_SetsTheCallersPointerToNull)
+TEST_F(ReadCode, EmptyDrawing_SetsTheCallersPointerToNull)
 {
     wchar_t former[] = L"former";
     wchar_t* callers = former;
@@ -38,7 +38,7 @@ TEST_F(ReadCode, DrawingWithNothingStored_SetsTheCallersPointerToNull)
     EXPECT_EQ(callers, nullptr);
 }
 
-TEST_F(ReadCode, SystemOfTheCatalog_GivesItsCodeAsAHostString)
+TEST_F(ReadCode, CatalogSystem_GivesItsCodeAsAHostString)
 {
     storeSystem(L"EPSG:25832");
     EXPECT_EQ(read(), Qeapp::eOk);
@@ -59,7 +59,7 @@ TEST_F(ReadCode, DeprecatedSystem_GivesItsCode)
     EXPECT_EQ(text(), L"EPSG:3785");
 }
 
-TEST_F(ReadCode, SystemThatTheCatalogDoesNotHave_IsInvalidInput)
+TEST_F(ReadCode, SystemOutsideTheCatalog_ReturnsInvalidInput)
 {
     drawing.withGeoData(serializedText(userSystem().get()));
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
@@ -73,7 +73,7 @@ TEST_F(ReadCode, ArrayWithoutASystem_GivesNoCode)
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, LegacyCodeUnknownToXrecordAndCatalog_IsNotApplicable)
+TEST_F(ReadCode, LegacyCodeWithoutADefinition_ReturnsNotApplicable)
 {
     drawing.withLegacyCode(L"MINE:1");
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
@@ -89,7 +89,7 @@ TEST_F(ReadCode, FailedReading_SetsTheCallersPointerToNull)
     EXPECT_EQ(callers, nullptr);
 }
 
-TEST_F(ReadCode, HostFailure_PassesOn)
+TEST_F(ReadCode, HostFailure_IsReturned)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = 31});
@@ -97,7 +97,7 @@ TEST_F(ReadCode, HostFailure_PassesOn)
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, CatalogWithoutMemory_IsOutOfMemory)
+TEST_F(ReadCode, CatalogWithoutMemory_ReturnsOutOfMemory)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 57});
@@ -105,7 +105,7 @@ TEST_F(ReadCode, CatalogWithoutMemory_IsOutOfMemory)
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, CatalogThatFailsOtherwise_IsInvalidInput)
+TEST_F(ReadCode, OtherCatalogFailure_ReturnsInvalidInput)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 46});
@@ -113,15 +113,15 @@ TEST_F(ReadCode, CatalogThatFailsOtherwise_IsInvalidInput)
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, CodeThatCannotBeRead_IsInvalidInput)
+TEST_F(ReadCode, CodeThatCannotBeReadAfterTheCheck_ReturnsInvalidInput)
 {
     storeSystem(L"EPSG:25832");
-    const ScopedFault fault({.call = kGetCode, .occurrence = lastQuestionForTheCode(), .code = {}});
+    const ScopedFault fault({.call = kGetCode, .occurrence = countCodeQueries(), .code = {}});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, CodeThatCannotBeReadForTheCheckEither_IsInvalidInput)
+TEST_F(ReadCode, CodeThatCanNeverBeRead_ReturnsInvalidInput)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kGetCode, .fromThenOn = true, .code = {}});
@@ -129,7 +129,7 @@ TEST_F(ReadCode, CodeThatCannotBeReadForTheCheckEither_IsInvalidInput)
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, CodeThatCannotBeReadForTheCheckAlone_IsInvalidInput)
+TEST_F(ReadCode, CodeThatCannotBeReadForTheCheck_ReturnsInvalidInput)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kGetCode, .code = {}});
@@ -138,16 +138,16 @@ TEST_F(ReadCode, CodeThatCannotBeReadForTheCheckAlone_IsInvalidInput)
 }
 
 // The library has no empty code. A query that succeeds without a text comes closest to it.
-TEST_F(ReadCode, CodeThatIsNotThere_IsInvalidInput)
+TEST_F(ReadCode, MissingCode_ReturnsInvalidInput)
 {
     storeSystem(L"EPSG:25832");
-    const ScopedFault fault({.call = kGetCode, .occurrence = lastQuestionForTheCode(), .code = 0});
+    const ScopedFault fault({.call = kGetCode, .occurrence = countCodeQueries(), .code = 0});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
-    EXPECT_EQ(countCalls("qeutNewString"), 0U) << "the host is not asked to copy it";
+    EXPECT_EQ(countCalls("qeutNewString"), 0U) << "no host string is allocated";
 }
 
-TEST_F(ReadCode, StringThatTheHostCannotMake_PassesTheHostResultOn)
+TEST_F(ReadCode, HostStringWithoutMemory_ReturnsOutOfMemory)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qeutNewString", .code = 6});
@@ -155,7 +155,7 @@ TEST_F(ReadCode, StringThatTheHostCannotMake_PassesTheHostResultOn)
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, StringThatTheHostRefusesForAReasonOfItsOwn_PassesTheHostResultOn)
+TEST_F(ReadCode, HostStringThatFails_ReturnsTheHostResult)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qeutNewString", .code = 999});
@@ -163,12 +163,12 @@ TEST_F(ReadCode, StringThatTheHostRefusesForAReasonOfItsOwn_PassesTheHostResultO
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, UnknownSystem_LeavesNoHostStringBehind)
+TEST_F(ReadCode, SystemOutsideTheCatalog_ReleasesTheHostString)
 {
     drawing.withGeoData(serializedText(userSystem().get()));
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
-    EXPECT_EQ(countCalls("qeutNewString"), 1U); // so there was one, which the fixture finds released
+    EXPECT_EQ(countCalls("qeutNewString"), 1U); // the fixture checks that it was released
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include <new>
 
-#include "storage/definition_xrecord.h"
 #include "support/coordsys_test.h"
 
 namespace {
@@ -14,12 +13,12 @@ protected:
     ArrayHolder definitions;
 
     Qeapp::ErrorStatus read() { return Cs::GetCoordinateSystem(definitions.put(), database(), &status); }
-    void giveLegacySystem()
+    void storeLegacySystem()
     {
         drawing.withLegacyCode(L"EPSG:25832");
-        ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:25832").get(), database()), Qeapp::eOk);
+        storeXrecord(catalogSystem(L"EPSG:25832"));
     }
-    /// Reads with the n-th last addition to an array failing; the library makes additions of its own before.
+    /// Reads while one of the last additions to an array fails. The library makes the earlier additions itself.
     Qeapp::ErrorStatus readWithAdditionFailing(std::size_t fromTheEnd)
     {
         FaultInjection::watch();
@@ -31,7 +30,7 @@ protected:
     }
 };
 
-TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeOpened_PassesTheHostResultOn)
+TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeOpened_ReturnsTheHostResult)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = 31});
@@ -39,7 +38,7 @@ TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeOpened_PassesTheHostResultOn)
     EXPECT_EQ(status, 52);
 }
 
-TEST_F(ReadDefinitionsFailures, GeoDataThatIsOpenForWrite_PassesTheHostResultOn)
+TEST_F(ReadDefinitionsFailures, GeoDataThatIsOpenForWrite_ReturnsTheHostResult)
 {
     storeSystem(L"EPSG:25832");
     QeDbObjectId id;
@@ -50,7 +49,7 @@ TEST_F(ReadDefinitionsFailures, GeoDataThatIsOpenForWrite_PassesTheHostResultOn)
     EXPECT_EQ(status, 52);
 }
 
-TEST_F(ReadDefinitionsFailures, AHostFailureLeavesTheArrayPointerAsItWas)
+TEST_F(ReadDefinitionsFailures, HostFailure_LeavesTheArrayPointer)
 {
     storeSystem(L"EPSG:25832");
     ASSERT_EQ(read(), Qeapp::eOk);
@@ -60,7 +59,7 @@ TEST_F(ReadDefinitionsFailures, AHostFailureLeavesTheArrayPointerAsItWas)
     EXPECT_EQ(definition, definitions.get());
 }
 
-TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeFound_ReadsAsNone)
+TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeFound_GivesAnEmptyArray)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qedbGetGeoDataObjId", .code = 3});
@@ -68,7 +67,7 @@ TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeFound_ReadsAsNone)
     EXPECT_EQ(describe(definitions), Texts());
 }
 
-TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryCannotRead_IsInvalidInput)
+TEST_F(ReadDefinitionsFailures, TextThatTheLibraryCannotRead_ReturnsInvalidInput)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = 43});
@@ -77,7 +76,7 @@ TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryCannotRead_IsInvalidInput)
     EXPECT_FALSE(definitions);
 }
 
-TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryHasNoMemoryFor_IsInvalidInputToo)
+TEST_F(ReadDefinitionsFailures, TextThatNeedsTooMuchMemory_ReturnsInvalidInput)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = 57});
@@ -86,7 +85,7 @@ TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryHasNoMemoryFor_IsInvalidInput
 }
 
 // An exception has no result and no library status.
-TEST_F(ReadDefinitionsFailures, AnExceptionOnTheWay_ReportsStatusZero)
+TEST_F(ReadDefinitionsFailures, Exception_ReportsStatusZero)
 {
     storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .throws = true});
@@ -95,7 +94,7 @@ TEST_F(ReadDefinitionsFailures, AnExceptionOnTheWay_ReportsStatusZero)
     EXPECT_FALSE(definitions);
 }
 
-TEST_F(ReadDefinitionsFailures, NoMemoryForAnEmptyArray_IsOutOfMemory)
+TEST_F(ReadDefinitionsFailures, EmptyArrayWithoutMemory_ReturnsOutOfMemory)
 {
     const ScopedFault fault({.call = "DefinitionBaseArray::CreateInstance", .code = 57});
     EXPECT_EQ(read(), Qeapp::eOutOfMemory);
@@ -103,14 +102,14 @@ TEST_F(ReadDefinitionsFailures, NoMemoryForAnEmptyArray_IsOutOfMemory)
     EXPECT_FALSE(definitions);
 }
 
-TEST_F(ReadDefinitionsFailures, AnotherFailureOfTheEmptyArray_IsInvalidInput)
+TEST_F(ReadDefinitionsFailures, EmptyArrayThatFailsOtherwise_ReturnsInvalidInput)
 {
     const ScopedFault fault({.call = "DefinitionBaseArray::CreateInstance", .code = 52});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
 }
 
-TEST_F(ReadDefinitionsFailures, NoMemoryForTheArrayOfALegacyCode_IsInvalidInput)
+TEST_F(ReadDefinitionsFailures, ArrayForALegacyCodeWithoutMemory_ReturnsInvalidInput)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionBaseArray::CreateInstance", .code = 57});
@@ -119,7 +118,7 @@ TEST_F(ReadDefinitionsFailures, NoMemoryForTheArrayOfALegacyCode_IsInvalidInput)
     EXPECT_FALSE(definitions);
 }
 
-TEST_F(ReadDefinitionsFailures, AnyFailureOfTheCatalogForALegacyCode_IsNotApplicable)
+TEST_F(ReadDefinitionsFailures, CatalogFailureForALegacyCode_ReturnsNotApplicable)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = 57});
@@ -128,7 +127,7 @@ TEST_F(ReadDefinitionsFailures, AnyFailureOfTheCatalogForALegacyCode_IsNotApplic
     EXPECT_EQ(describe(definitions), Texts());
 }
 
-TEST_F(ReadDefinitionsFailures, AFailureToMakeOrReadAnArrayLeavesTheArrayPointerAsItWas)
+TEST_F(ReadDefinitionsFailures, FailureToCreateOrReadAnArray_LeavesTheArrayPointer)
 {
     storeSystem(L"EPSG:25832");
     ASSERT_EQ(read(), Qeapp::eOk);
@@ -143,7 +142,7 @@ TEST_F(ReadDefinitionsFailures, AFailureToMakeOrReadAnArrayLeavesTheArrayPointer
     expectUntouched("DefinitionBaseArray::CreateInstance");
 }
 
-TEST_F(ReadDefinitionsFailures, CatalogThatGivesNothingDespiteSuccess_IsNotApplicable)
+TEST_F(ReadDefinitionsFailures, CatalogThatSucceedsWithoutADefinition_ReturnsNotApplicable)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = 0});
@@ -152,8 +151,8 @@ TEST_F(ReadDefinitionsFailures, CatalogThatGivesNothingDespiteSuccess_IsNotAppli
     EXPECT_EQ(describe(definitions), Texts());
 }
 
-// Without a legacy code and with one; in both the caller's pointer is not to be taken for an array.
-TEST_F(ReadDefinitionsFailures, ArrayThatIsNotThereDespiteSuccess_IsInvalidInput)
+// With and without a legacy code, the function must not use the missing array.
+TEST_F(ReadDefinitionsFailures, CallThatSucceedsWithoutAnArray_ReturnsInvalidInput)
 {
     for (const wchar_t* const code : {L"", L"EPSG:25832"}) {
         drawing.withLegacyCode(code);
@@ -165,7 +164,7 @@ TEST_F(ReadDefinitionsFailures, ArrayThatIsNotThereDespiteSuccess_IsInvalidInput
     }
 }
 
-TEST_F(ReadDefinitionsFailures, TheCatalogsSystemThatCannotBeAdded_IsInvalidInput)
+TEST_F(ReadDefinitionsFailures, CatalogSystemThatCannotBeAdded_ReturnsInvalidInput)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionBaseArray::Add", .code = 57});
@@ -175,32 +174,32 @@ TEST_F(ReadDefinitionsFailures, TheCatalogsSystemThatCannotBeAdded_IsInvalidInpu
     EXPECT_EQ(definitions->GetCount(), 0);
 }
 
-TEST_F(ReadDefinitionsFailures, AStoredSystemThatCannotBeAdded_LeavesAnEmptyArray)
+TEST_F(ReadDefinitionsFailures, StoredSystemThatCannotBeAdded_GivesAnEmptyArray)
 {
-    giveLegacySystem();
+    storeLegacySystem();
     EXPECT_EQ(readWithAdditionFailing(2), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
     ASSERT_TRUE(definitions);
     EXPECT_EQ(definitions->GetCount(), 0);
 }
 
-TEST_F(ReadDefinitionsFailures, AStoredDatumThatCannotBeAdded_LeavesTheSystemInTheArray)
+TEST_F(ReadDefinitionsFailures, StoredDatumThatCannotBeAdded_GivesOnlyTheSystem)
 {
-    giveLegacySystem();
+    storeLegacySystem();
     EXPECT_EQ(readWithAdditionFailing(1), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
     EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
 }
 
-TEST_F(ReadDefinitionsFailures, AStoredEllipsoidThatCannotBeAdded_LeavesSystemAndDatumInTheArray)
+TEST_F(ReadDefinitionsFailures, StoredEllipsoidThatCannotBeAdded_GivesSystemAndDatum)
 {
-    giveLegacySystem();
+    storeLegacySystem();
     EXPECT_EQ(readWithAdditionFailing(0), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
     EXPECT_EQ(describe(definitions), Texts({L"system EPSG:25832", L"datum EPSG:6258"}));
 }
 
-TEST_F(ReadDefinitionsFailures, ALegacyRecordThatCannotBeRead_ReadsAsNone)
+TEST_F(ReadDefinitionsFailures, LegacyRecordThatCannotBeRead_IsIgnored)
 {
     storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"EPSG:2263");
@@ -211,9 +210,9 @@ TEST_F(ReadDefinitionsFailures, ALegacyRecordThatCannotBeRead_ReadsAsNone)
     }
 }
 
-TEST_F(ReadDefinitionsFailures, AnXrecordThatCannotBeRead_MeansThatTheCatalogAnswers)
+TEST_F(ReadDefinitionsFailures, XrecordThatCannotBeRead_GivesTheCatalogsSystem)
 {
-    giveLegacySystem();
+    storeLegacySystem();
     for (const char* const call : {"QeDbDictionary::getAt", "qedbOpenQeDbObject", "QeDbXrecord::rbChain"}) {
         const ScopedFault fault({.call = call, .code = {}});
         EXPECT_EQ(read(), Qeapp::eOk) << call;
@@ -221,10 +220,10 @@ TEST_F(ReadDefinitionsFailures, AnXrecordThatCannotBeRead_MeansThatTheCatalogAns
     }
 }
 
-TEST_F(ReadDefinitionsFailures, AnXrecordThatCannotBeReadForAUserDefinedSystem_IsNotApplicable)
+TEST_F(ReadDefinitionsFailures, XrecordOfAUserDefinedSystemThatCannotBeRead_ReturnsNotApplicable)
 {
     drawing.withLegacyCode(L"MINE:1");
-    ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(userSystem().get(), database()), Qeapp::eOk);
+    storeXrecord(userSystem());
     const ScopedFault fault({.call = "QeDbXrecord::rbChain", .code = {}});
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
     EXPECT_EQ(status, 77);

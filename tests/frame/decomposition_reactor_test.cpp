@@ -16,7 +16,7 @@ constexpr auto k29 = static_cast<QeDb::QeDbDwgVersion>(29);
 constexpr auto k30 = static_cast<QeDb::QeDbDwgVersion>(30);
 
 /// A result that no host call returns by itself.
-constexpr auto kPlanned = static_cast<Qeapp::ErrorStatus>(77);
+constexpr auto kInjectedResult = static_cast<Qeapp::ErrorStatus>(77);
 
 /// Stores what is recorded, and returns the result that the test sets.
 class Errors final : public QeDbSaveErrorRecorder {
@@ -137,8 +137,8 @@ TEST_F(DecompositionReactor, Failure_IsRecordedWithTheFirstRecorderAlone)
 TEST_F(DecompositionReactor, Failure_IsAnsweredWithTheFirstRecordersAnswer)
 {
     giveUnknownCode();
-    errors.answer = kPlanned;
-    EXPECT_EQ(decompose(k29), kPlanned);
+    errors.answer = kInjectedResult;
+    EXPECT_EQ(decompose(k29), kInjectedResult);
 }
 
 TEST_F(DecompositionReactor, FailureWithTheFirstRecorderOnly_IsRecordedThere)
@@ -158,8 +158,8 @@ TEST_F(DecompositionReactor, FailureWithTheSecondRecorderOnly_IsRecordedWithTheE
 TEST_F(DecompositionReactor, FailureWithTheSecondRecorderOnly_IsAnsweredWithItsAnswer)
 {
     giveUnknownCode();
-    messages.answer = kPlanned;
-    EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, &messages), kPlanned);
+    messages.answer = kInjectedResult;
+    EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, &messages), kInjectedResult);
 }
 
 TEST_F(DecompositionReactor, FailureWithoutARecorder_IsTheResult)
@@ -171,7 +171,7 @@ TEST_F(DecompositionReactor, FailureWithoutARecorder_IsTheResult)
 TEST_F(DecompositionReactor, HostResult_IsRecordedAsItIs)
 {
     storeSystem();
-    const ScopedFault fault({.call = "QeDbObject::setXData", .occurrence = 2, .code = kPlanned});
+    const ScopedFault fault({.call = "QeDbObject::setXData", .occurrence = 2, .code = kInjectedResult});
     EXPECT_EQ(decompose(k29), Qeapp::eOk);
     EXPECT_EQ(errors.codes, std::vector<int>{77});
 }

@@ -1,4 +1,4 @@
-// The fixture of the dictionaries of xrecords: one in a current document.
+// The fixture for dictionaries of xrecords: a dictionary in the current document.
 #pragma once
 
 #include <memory>
@@ -32,13 +32,13 @@ protected:
     {
         return dictionary.SetResbuf(key, makeChain(items).get(), reactor);
     }
-    /// No value where there is no chain.
+    /// The chain of an entry; no value where the entry has no chain.
     std::optional<Items> at(const wchar_t* key) const
     {
         ResbufChain chain;
         return dictionary.GetResbuf(key, chain.put()) ? std::optional(readChain(chain.get())) : std::nullopt;
     }
-    /// An entry that is a dictionary.
+    /// Adds an entry that is a dictionary.
     void setDictionary(const wchar_t* key)
     {
         const OpenedDictionary parent(dictionary.OpenDictionary(QeDb::kForWrite));
@@ -46,7 +46,7 @@ protected:
         QeDbObjectId id;
         ASSERT_EQ(parent->setAt(key, child.get(), id), Qeapp::eOk);
     }
-    /// An xrecord under the dictionary's own name.
+    /// Puts an xrecord under the dictionary's name.
     void occupyName()
     {
         Orvel::NamedObjects parent;

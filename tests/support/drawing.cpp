@@ -50,7 +50,7 @@ template <class T>
 T valueOrThrow(Embedded::Expected<T> result)
 {
     if (!result)
-        throw std::runtime_error("a drawing of a test: " + result.error().text());
+        throw std::runtime_error("a test's drawing: " + result.error().text());
     return std::move(*result);
 }
 

@@ -12,11 +12,10 @@
 
 namespace Tests {
 
-/// Everything that a drawing holds, as text to compare.
+/// Writes everything that a drawing holds as text to compare.
 std::string drawingContents(const QeDbDatabase& database);
 /// Counts how often `part` occurs in the text.
 std::ptrdiff_t countOccurrences(std::string_view text, std::string_view part);
-/// Saves a drawing to memory, and loads one from it.
 std::string saveToBytes(QeDbDatabase& database);
 std::unique_ptr<QeDbDatabase> loadFromBytes(const std::string& bytes);
 
@@ -46,7 +45,6 @@ public:
     std::optional<std::wstring> geoDataText() const;
     /// Whether the GeoData object is owned by model space.
     bool geoDataIsInModelSpace() const;
-    /// Everything that the drawing holds, as text to compare.
     std::string contents() const { return drawingContents(*database_); }
 
 private:

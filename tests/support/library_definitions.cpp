@@ -49,6 +49,20 @@ EllipsoidHolder catalogEllipsoid(const wchar_t* code)
     return loadFromCatalog<Library::EllipsoidDefinition>(code);
 }
 
+DatumHolder getDatum(const SystemHolder& system)
+{
+    DatumHolder datum;
+    requireOk(system->GetDatum(datum.put()));
+    return datum;
+}
+
+EllipsoidHolder getEllipsoid(const SystemHolder& system)
+{
+    EllipsoidHolder ellipsoid;
+    requireOk(Library::CoordinateReferenceSystemUtil::GetEllipsoid(system.get(), ellipsoid.put()));
+    return ellipsoid;
+}
+
 SystemHolder userSystem(const wchar_t* code)
 {
     SystemHolder definition;
@@ -64,6 +78,16 @@ std::wstring serializedText(const Library::DefinitionBase* definition, bool incl
                                                      includeDependents));
     const std::wstring text = Embedded::wideFromUtf16le({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     return text.substr(0, text.find(L'\0'));
+}
+
+std::wstring exportWkt(const SystemHolder& system)
+{
+    std::vector<wchar_t> wkt(4096);
+    const Library::Status status =
+        Library::FormatConverter::DefinitionToWkt_s(system.get(), Library::wktFlavorDefault, wkt.data(), wkt.size());
+    if (status != Library::statusInexact)
+        requireOk(status);
+    return wkt.data();
 }
 
 std::wstring joinTexts(const Texts& texts)
@@ -95,6 +119,11 @@ Texts describe(const ArrayHolder& definitions)
     for (int index = 0; definitions && index < definitions->GetCount(); ++index)
         texts.push_back(describe(definitions->GetItem(index)));
     return texts;
+}
+
+Texts describe(const Orvel::DefinitionSet& set)
+{
+    return {describe(set.system.get()), describe(set.datum.get()), describe(set.ellipsoid.get())};
 }
 
 } // namespace Tests

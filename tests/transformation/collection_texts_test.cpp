@@ -22,20 +22,20 @@ std::vector<ItemFields> expectedItems(const CollectionTextCase& one)
     return items;
 }
 
-TEST_P(CollectionTexts, HaveTheItemsOfTheTable)
+TEST_P(CollectionTexts, AreReadAsTheListedItems)
 {
     read();
     EXPECT_EQ(fieldsOf(*collection), expectedItems(GetParam()));
 }
 
-TEST_P(CollectionTexts, ReplaceWhatTheCollectionHeld)
+TEST_P(CollectionTexts, ReplaceEarlierItems)
 {
     collection->Add(newCompleteItem().get());
     read();
     EXPECT_EQ(fieldsOf(*collection), expectedItems(GetParam()));
 }
 
-TEST_P(CollectionTexts, AreWrittenFromTheItemsOfTheTable)
+TEST_P(CollectionTexts, AreWrittenFromTheListedItems)
 {
     read();
     EXPECT_EQ(collection->ToXmlString(), Reference::writtenConfiguration(expectedItems(GetParam())));
@@ -56,19 +56,19 @@ protected:
     }
 };
 
-TEST_F(CollectionReading, ANullTextEmptiesTheCollection)
+TEST_F(CollectionReading, NullTextEmptiesTheCollection)
 {
     collection->FromXmlString(nullptr);
     EXPECT_EQ(collection->GetCount(), 0);
 }
 
-TEST_F(CollectionReading, AnEmptyTextEmptiesTheCollection)
+TEST_F(CollectionReading, EmptyTextEmptiesTheCollection)
 {
     collection->FromXmlString(L"");
     EXPECT_EQ(collection->GetCount(), 0);
 }
 
-TEST_F(CollectionReading, TheSameTextTwiceGivesItsItemsOnce)
+TEST_F(CollectionReading, ReadingATextTwiceGivesItsItemsOnce)
 {
     const std::wstring text = collection->ToXmlString();
     collection->FromXmlString(text.c_str());
@@ -77,7 +77,7 @@ TEST_F(CollectionReading, TheSameTextTwiceGivesItsItemsOnce)
     EXPECT_EQ(collection->ToXmlString(), text);
 }
 
-TEST_F(CollectionReading, AThousandItemsKeepTheirOrder)
+TEST_F(CollectionReading, ThousandItemsAreReadInOrder)
 {
     constexpr int kItems = 1000;
     collection->Clear();
@@ -94,7 +94,7 @@ TEST_F(CollectionReading, AThousandItemsKeepTheirOrder)
     EXPECT_EQ(fieldsOf(*collection), expected);
 }
 
-TEST_F(CollectionReading, AThousandItemsAreWrittenAndReadAlike)
+TEST_F(CollectionReading, ThousandItemsAreReadAsTheyWereWritten)
 {
     collection->Clear();
     for (int number = 0; number < 1000; ++number)
@@ -106,7 +106,7 @@ TEST_F(CollectionReading, AThousandItemsAreWrittenAndReadAlike)
     EXPECT_EQ(collection->ToXmlString(), text);
 }
 
-TEST_F(CollectionReading, EveryPrefixHasAsManyItemsAsClosingTags)
+TEST_F(CollectionReading, EveryPrefixGivesAnItemForEachClosingTag)
 {
     const std::wstring text = collection->ToXmlString();
     const std::size_t firstEnd = text.find(L"</Item>") + 7;

@@ -41,12 +41,12 @@ constexpr const wchar_t* kFirst = L"<Item><Version>1.0</Version><SourceCs>a</Sou
 constexpr const wchar_t* kSecond = L"<Item><Version>1.0</Version><SourceCs>a</SourceCs><TargetCs>b</TargetCs>"
                                    L"<Name>second</Name><Type>1</Type><Note>d</Note></Item>";
 
-TEST_F(CollectionWriting, AnEmptyCollectionIsWrittenAsNothing)
+TEST_F(CollectionWriting, EmptyCollectionIsWrittenAsAnEmptyText)
 {
     EXPECT_EQ(collection->ToXmlString(), L"");
 }
 
-TEST_F(CollectionWriting, AnItemIsHeldWhileItIsWritten)
+TEST_F(CollectionWriting, ItemIsKeptAliveWhileItIsWritten)
 {
     bool alive = true;
     Ptr<ConfigItem> item(new ItemThatEmpties(*collection.get(), alive));
@@ -56,14 +56,14 @@ TEST_F(CollectionWriting, AnItemIsHeldWhileItIsWritten)
     EXPECT_FALSE(alive);
 }
 
-TEST_F(CollectionWriting, ItemsAreWrittenInOrderWithNothingBetween)
+TEST_F(CollectionWriting, ItemsAreWrittenInOrderWithoutSeparators)
 {
     collection->Add(newCompleteItem(L"second").get());
     collection->Add(newCompleteItem(L"first").get());
     EXPECT_EQ(collection->ToXmlString(), std::wstring(kSecond) + kFirst);
 }
 
-TEST_F(CollectionWriting, IncompleteItemsVanish)
+TEST_F(CollectionWriting, IncompleteItemsAreOmitted)
 {
     add({.target = L"b", .name = L"c", .type = 1});
     collection->Add(newCompleteItem(L"first").get());
@@ -74,7 +74,7 @@ TEST_F(CollectionWriting, IncompleteItemsVanish)
     EXPECT_EQ(collection->ToXmlString(), std::wstring(kFirst) + kSecond);
 }
 
-TEST_F(CollectionWriting, OfIncompleteItemsAloneNothingIsWritten)
+TEST_F(CollectionWriting, OnlyIncompleteItemsGiveAnEmptyText)
 {
     add({});
     add({.source = L"a"});
@@ -82,7 +82,7 @@ TEST_F(CollectionWriting, OfIncompleteItemsAloneNothingIsWritten)
     EXPECT_EQ(collection->GetCount(), 2);
 }
 
-TEST_F(CollectionWriting, AnItemThatIsThereTwiceIsWrittenTwice)
+TEST_F(CollectionWriting, ItemThatWasAddedTwiceIsWrittenTwice)
 {
     const Ptr<ConfigItem> item = newCompleteItem(L"first");
     collection->Add(item.get());
@@ -90,7 +90,7 @@ TEST_F(CollectionWriting, AnItemThatIsThereTwiceIsWrittenTwice)
     EXPECT_EQ(collection->ToXmlString(), std::wstring(kFirst) + kFirst);
 }
 
-TEST_F(CollectionWriting, AnItemIsWrittenAsItIsByThen)
+TEST_F(CollectionWriting, ItemIsWrittenWithItsCurrentFields)
 {
     const Ptr<ConfigItem> item = newItem();
     collection->Add(item.get());
@@ -98,7 +98,7 @@ TEST_F(CollectionWriting, AnItemIsWrittenAsItIsByThen)
     EXPECT_EQ(collection->ToXmlString(), kSecond);
 }
 
-TEST_F(CollectionWriting, AnItemOfAClientsOwnWritesItself)
+TEST_F(CollectionWriting, ClientItemWritesItsOwnText)
 {
     collection->Add(newCompleteItem(L"first").get());
     collection->Add(Ptr<ConfigItem>(new ClientItem).get());
@@ -106,7 +106,7 @@ TEST_F(CollectionWriting, AnItemOfAClientsOwnWritesItself)
     EXPECT_EQ(collection->ToXmlString(), std::wstring(kFirst) + L"written by the client" + kSecond);
 }
 
-TEST_F(CollectionWriting, AnEntryThatIsNoItemMakesTheWholeTextEmpty)
+TEST_F(CollectionWriting, EntryOfAnotherClassMakesTheTextEmpty)
 {
     const Ptr<ConfigCollection> stranger = newCollection();
     collection->Add(newCompleteItem(L"first").get());
@@ -116,7 +116,7 @@ TEST_F(CollectionWriting, AnEntryThatIsNoItemMakesTheWholeTextEmpty)
     EXPECT_EQ(collection->GetCount(), 3);
 }
 
-TEST_F(CollectionWriting, WritingLeavesEveryCountAsItWas)
+TEST_F(CollectionWriting, WritingKeepsTheReferenceCounts)
 {
     const Ptr<ConfigItem> item = newCompleteItem();
     collection->Add(item.get());
@@ -124,7 +124,7 @@ TEST_F(CollectionWriting, WritingLeavesEveryCountAsItWas)
     EXPECT_EQ(item->GetRefCount(), 2);
 }
 
-TEST_F(CollectionWriting, WritingTwiceGivesTheSame)
+TEST_F(CollectionWriting, WritingTwiceGivesTheSameText)
 {
     collection->Add(newCompleteItem().get());
     const std::wstring text = collection->ToXmlString();

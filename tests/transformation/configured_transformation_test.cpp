@@ -39,13 +39,13 @@ protected:
     }
 };
 
-TEST_F(ConfiguredTransformation, ItemOfTheTwoCodes_Answers)
+TEST_F(ConfiguredTransformation, ItemOfTheTwoCodes_IsFound)
 {
     EXPECT_EQ(find(elementOf(L"A", L"B", L"n", 2)), (Found{L"n", 2}));
     EXPECT_EQ(find(elementOf(L"A", L"B", L"n", 1)), (Found{L"n", 1}));
 }
 
-TEST_F(ConfiguredTransformation, OtherTypes_AreKindNone)
+TEST_F(ConfiguredTransformation, OtherTypes_HaveKindNone)
 {
     EXPECT_EQ(find(elementOf(L"A", L"B", L"n", 0)), (Found{L"n", 0}));
     EXPECT_EQ(find(elementOf(L"A", L"B", L"n", 3)), (Found{L"n", 0}));
@@ -70,7 +70,7 @@ TEST_F(ConfiguredTransformation, TextWithoutItems_FindsNothing)
     EXPECT_EQ(find(L"<Item>"), std::nullopt);
 }
 
-TEST_F(ConfiguredTransformation, Codes_AreComparedWithoutRegardToCase)
+TEST_F(ConfiguredTransformation, Codes_AreComparedIgnoringCase)
 {
     EXPECT_EQ(find(elementOf(L"epsg:4230", L"Epsg:4326", L"n"), L"EPSG:4230", L"EPSG:4326"), (Found{L"n", 2}));
 }
@@ -83,62 +83,62 @@ TEST_F(ConfiguredTransformation, Codes_AreComparedWhole)
     EXPECT_EQ(find(elementOf(L"", L"", L"n")), std::nullopt);
 }
 
-TEST_F(ConfiguredTransformation, FirstOfSeveral_Answers)
+TEST_F(ConfiguredTransformation, FirstOfSeveralItems_IsFound)
 {
     EXPECT_EQ(find(elementOf(L"X", L"B", L"0") + elementOf(L"A", L"B", L"1", 1) + elementOf(L"A", L"B", L"2")),
               (Found{L"1", 1}));
 }
 
-TEST_F(ConfiguredTransformation, ForwardItem_ComesBeforeAnEarlierReverseOne)
+TEST_F(ConfiguredTransformation, ForwardItem_IsPreferredToAnEarlierReverseItem)
 {
     EXPECT_EQ(find(elementOf(L"B", L"A", kReversible) + elementOf(L"A", L"B", L"forward")), (Found{L"forward", 2}));
 }
 
-TEST_F(ConfiguredTransformation, ReverseItem_AnswersWhenItsTransformationIsReversible)
+TEST_F(ConfiguredTransformation, ReverseItem_IsFoundForAReversibleTransformation)
 {
     EXPECT_EQ(find(elementOf(L"B", L"A", kReversible)), (Found{kReversible, 2}));
 }
 
-TEST_F(ConfiguredTransformation, ReverseItem_AnswersWhenItsPathIsReversible)
+TEST_F(ConfiguredTransformation, ReverseItem_IsFoundForAReversiblePath)
 {
     EXPECT_EQ(find(elementOf(L"B", L"A", kReversiblePath, 1)), (Found{kReversiblePath, 1}));
 }
 
-TEST_F(ConfiguredTransformation, ReverseItemThatIsNot_DoesNotAnswer)
+TEST_F(ConfiguredTransformation, ReverseItem_IsNotFoundForAnIrreversibleTransformation)
 {
     EXPECT_EQ(find(elementOf(L"B", L"A", kIrreversible)), std::nullopt);
 }
 
-TEST_F(ConfiguredTransformation, ReverseItemThatTheCatalogLacks_DoesNotAnswer)
+TEST_F(ConfiguredTransformation, ReverseItem_IsNotFoundForATransformationOutsideTheCatalog)
 {
     EXPECT_EQ(find(elementOf(L"B", L"A", L"no such thing")), std::nullopt);
     EXPECT_EQ(find(elementOf(L"B", L"A", L"")), std::nullopt);
 }
 
-TEST_F(ConfiguredTransformation, ReverseItem_IsLookedUpAsItsTypeSays)
+TEST_F(ConfiguredTransformation, ReverseItem_IsLookedUpByItsType)
 {
     EXPECT_EQ(find(elementOf(L"B", L"A", kReversible, 1)), std::nullopt) << "there is no path of that name";
     EXPECT_EQ(find(elementOf(L"B", L"A", kReversiblePath, 2)), std::nullopt) << "and no transformation of this one";
 }
 
-TEST_F(ConfiguredTransformation, ReverseItemOfNoType_IsATransformation)
+TEST_F(ConfiguredTransformation, ReverseItemOfTypeZero_IsLookedUpAsATransformation)
 {
     EXPECT_EQ(find(elementOf(L"B", L"A", kReversible, 0)), (Found{kReversible, 0}));
 }
 
-TEST_F(ConfiguredTransformation, ReverseItemThatIsNot_IsPassedOverForALaterOne)
+TEST_F(ConfiguredTransformation, IrreversibleReverseItem_IsSkippedForALaterItem)
 {
     EXPECT_EQ(find(elementOf(L"B", L"A", kIrreversible) + elementOf(L"b", L"a", kReversible)), (Found{kReversible, 2}));
 }
 
-TEST_F(ConfiguredTransformation, ReversibleItemOfAnotherPair_DoesNotAnswer)
+TEST_F(ConfiguredTransformation, ReversibleItemOfAnotherPair_IsNotFound)
 {
     EXPECT_EQ(find(elementOf(L"B", L"C", kReversible)), std::nullopt);
     EXPECT_EQ(find(elementOf(L"C", L"A", kReversible) + elementOf(L"B", L"A", kReversiblePath, 1)),
               (Found{kReversiblePath, 1}));
 }
 
-TEST_F(ConfiguredTransformation, ItemThatLacksItsLastFields_AnswersAllTheSame)
+TEST_F(ConfiguredTransformation, ItemWithoutItsLastFields_IsFound)
 {
     EXPECT_EQ(find(L"<Item><SourceCs>A</SourceCs><TargetCs>B</TargetCs></Item>"), (Found{L"", 0}));
     EXPECT_EQ(find(L"<Item><SourceCs>A</SourceCs><TargetCs>B</TargetCs><Name>n</Name><Type>2</Type></Item>"),
@@ -146,19 +146,19 @@ TEST_F(ConfiguredTransformation, ItemThatLacksItsLastFields_AnswersAllTheSame)
         << "a type counts only in an item with a note";
 }
 
-TEST_F(ConfiguredTransformation, RootTag_HidesTheFirstItemAlone)
+TEST_F(ConfiguredTransformation, RootTag_HidesTheFirstItem)
 {
     const std::wstring text = L"<Items>" + elementOf(L"A", L"B", L"1") + elementOf(L"A", L"B", L"2") + L"</Items>";
     EXPECT_EQ(find(text), (Found{L"2", 2}));
 }
 
-TEST_F(ConfiguredTransformation, ClosingTagOfAnItemInANote_CutsTheItem)
+TEST_F(ConfiguredTransformation, ClosingItemTagInANote_EndsTheItem)
 {
     const std::wstring text = elementOf(L"A", L"B", L"1", 2, L"a</Item>b") + elementOf(L"A", L"B", L"2");
     EXPECT_EQ(find(text), (Found{L"1", 0})) << "the note has no end in what is left of the item";
 }
 
-TEST_F(ConfiguredTransformation, ForwardItem_AsksTheCatalogNothing)
+TEST_F(ConfiguredTransformation, ForwardItem_IsFoundWithoutTheCatalog)
 {
     Embedded::FaultInjection::watch();
     EXPECT_TRUE(find(elementOf(L"B", L"A", kReversible) + elementOf(L"A", L"B", L"forward")));
@@ -168,13 +168,13 @@ TEST_F(ConfiguredTransformation, ForwardItem_AsksTheCatalogNothing)
                                         "TransformationInfo::SetKind"}));
 }
 
-TEST_F(ConfiguredTransformation, SuccessWithoutAnInfo_FindsNothing)
+TEST_F(ConfiguredTransformation, CreationThatSucceedsWithoutAnInfo_FindsNothing)
 {
     const ScopedFault fault({.call = "TransformationInfo::CreateInstance", .code = 0});
     EXPECT_EQ(find(elementOf(L"A", L"B", L"n")), std::nullopt);
 }
 
-TEST_F(ConfiguredTransformation, SuccessWithoutAnAnswer_IsNotReversible)
+TEST_F(ConfiguredTransformation, QueryThatSucceedsWithoutAResult_IsNotReversible)
 {
     {
         const ScopedFault fault({.call = "GeodeticTransformationDefinition::IsReversible", .code = 0});
@@ -186,20 +186,20 @@ TEST_F(ConfiguredTransformation, SuccessWithoutAnAnswer_IsNotReversible)
     EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
 }
 
-TEST_F(ConfiguredTransformation, EveryCallOfAForwardSearch_CanFail)
+TEST_F(ConfiguredTransformation, EveryFailingCallOfAForwardSearch_FindsNothing)
 {
     const std::wstring text = elementOf(L"A", L"B", L"n");
-    for (const FallibleCall& call : fallibleCallsOf([&] { ASSERT_TRUE(find(text)); })) {
+    for (const FallibleCall& call : recordFallibleCalls([&] { ASSERT_TRUE(find(text)); })) {
         SCOPED_TRACE(call.name);
         const ScopedFault fault(failing(call));
         EXPECT_EQ(find(text), std::nullopt);
     }
 }
 
-TEST_F(ConfiguredTransformation, EveryCallOfAReverseSearch_CanFail)
+TEST_F(ConfiguredTransformation, EveryFailingCallOfAReverseSearch_FindsNothing)
 {
     const std::wstring text = elementOf(L"B", L"A", kReversible);
-    const auto calls = fallibleCallsOf([&] { ASSERT_TRUE(find(text)); });
+    const auto calls = recordFallibleCalls([&] { ASSERT_TRUE(find(text)); });
     ASSERT_EQ(calls.front().name, "GeodeticTransformationDefinition::Load");
     for (const FallibleCall& call : calls) {
         SCOPED_TRACE(call.name);

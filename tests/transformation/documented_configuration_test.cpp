@@ -41,21 +41,21 @@ protected:
     void read(const std::string& text) { collection->FromXmlString(Embedded::wideFromUtf8(text).c_str()); }
 };
 
-TEST_F(DocumentedConfiguration, TextOfThePageIsReadAndWrittenAlike)
+TEST_F(DocumentedConfiguration, DocumentedTextIsReadAndWrittenUnchanged)
 {
     const std::string text = onOneLine(DocumentedExample(kConfigurationPage, "configuration").text());
     read(text);
     EXPECT_EQ(Embedded::utf8FromWide(collection->ToXmlString()), text);
 }
 
-TEST_F(DocumentedConfiguration, TextOfThePageHoldsTheItemsOfThePage)
+TEST_F(DocumentedConfiguration, DocumentedTextIsReadAsTheDocumentedItems)
 {
     read(onOneLine(DocumentedExample(kConfigurationPage, "configuration").text()));
     const DocumentedExample items(kConfigurationPage, "items");
     EXPECT_EQ(linesOf(fieldsOf(*collection)), items.text()) << items.correction(linesOf(fieldsOf(*collection)));
 }
 
-TEST_F(DocumentedConfiguration, TextThatAPersonMadeHoldsTheItemsOfThePage)
+TEST_F(DocumentedConfiguration, DocumentedHandmadeTextIsReadAsTheDocumentedItems)
 {
     read(DocumentedExample(kConfigurationPage, "handmade").text());
     const DocumentedExample items(kConfigurationPage, "handmade-items");

@@ -20,14 +20,14 @@ protected:
     }
 };
 
-TEST_F(DrawingConfig, WithoutOne_ReadsAsNothingAndMakesNothing)
+TEST_F(DrawingConfig, DrawingWithoutConfiguration_ReadsAsNothingAndIsUnchanged)
 {
     const auto before = contents();
     EXPECT_EQ(read(), kNothingRead);
     EXPECT_EQ(contents(), before);
 }
 
-TEST_F(DrawingConfig, NoText_IsAlwaysTheSameEmptyOne)
+TEST_F(DrawingConfig, MissingText_IsAlwaysTheSameEmptyText)
 {
     wchar_t* first = nullptr;
     wchar_t* second = nullptr;
@@ -37,14 +37,14 @@ TEST_F(DrawingConfig, NoText_IsAlwaysTheSameEmptyOne)
     EXPECT_STREQ(first, L"");
 }
 
-TEST_F(DrawingConfig, TextOfTwoItems_ComesBackAsItWas)
+TEST_F(DrawingConfig, TextOfTwoItems_IsReadUnchanged)
 {
     const std::wstring text = elementOf(L"A", L"B", L"one") + L"\r\n " + elementOf(L"B", L"C", L"two") + L" rest ";
     ASSERT_TRUE(write(text));
     EXPECT_EQ(read(), (ReadText{true, text}));
 }
 
-TEST_F(DrawingConfig, AnyText_ComesBackAsItWas)
+TEST_F(DrawingConfig, AnyText_IsReadUnchanged)
 {
     for (const std::wstring& text : {std::wstring(), std::wstring(L"no item"), std::wstring(L"é Ω 測 \U0001F310 < & >"),
                                      std::wstring(2, static_cast<wchar_t>(0xD800)), std::wstring(1000000, L'x')}) {
@@ -53,13 +53,13 @@ TEST_F(DrawingConfig, AnyText_ComesBackAsItWas)
     }
 }
 
-TEST_F(DrawingConfig, IsOneTextUnderItsKey)
+TEST_F(DrawingConfig, WrittenText_IsOneResbufUnderItsKey)
 {
     ASSERT_TRUE(write(L"text"));
     EXPECT_EQ(storedUnder(L"CONFIG_ITEM"), (Items{{300, L"text"}}));
 }
 
-TEST_F(DrawingConfig, WritingAgain_ReplacesTheWhole)
+TEST_F(DrawingConfig, SecondWrite_ReplacesTheText)
 {
     ASSERT_TRUE(write(elementOf(L"A", L"B", L"one")));
     ASSERT_TRUE(write(elementOf(L"B", L"C", L"two")));
@@ -67,7 +67,7 @@ TEST_F(DrawingConfig, WritingAgain_ReplacesTheWhole)
     EXPECT_EQ(Orvel::CResbufDictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", nullptr).GetEntryCount(), 1);
 }
 
-TEST_F(DrawingConfig, EmptyText_LeavesAnEntryThatHoldsIt)
+TEST_F(DrawingConfig, EmptyText_IsStored)
 {
     ASSERT_TRUE(write(L"text"));
     ASSERT_TRUE(write(L""));
@@ -75,21 +75,21 @@ TEST_F(DrawingConfig, EmptyText_LeavesAnEntryThatHoldsIt)
     EXPECT_EQ(read(), (ReadText{true, L""}));
 }
 
-TEST_F(DrawingConfig, FirstEntry_AnswersWhateverItsKeyIs)
+TEST_F(DrawingConfig, FirstEntry_IsReadUnderAnyKey)
 {
     ASSERT_TRUE(write(L"text"));
     giveEntry(L"AN_EARLIER_KEY", {{300, L"earlier"}});
     EXPECT_EQ(read(), (ReadText{true, L"earlier"}));
 }
 
-TEST_F(DrawingConfig, FirstEntryOfAnotherCode_HidesALaterText)
+TEST_F(DrawingConfig, FirstEntryWithAnotherCode_HidesALaterText)
 {
     ASSERT_TRUE(write(L"text"));
     giveEntry(L"A", {{1071, 1}, {300, L"second"}});
     EXPECT_EQ(read(), kNothingRead);
 }
 
-TEST_F(DrawingConfig, FirstEntryThatGivesNoText_HidesALaterOne)
+TEST_F(DrawingConfig, FirstEntryWithoutText_HidesALaterText)
 {
     ASSERT_TRUE(write(L"text"));
     giveEntry(L"A", {});
@@ -104,7 +104,7 @@ TEST_F(DrawingConfig, FirstEntryThatGivesNoText_HidesALaterOne)
     EXPECT_EQ(read(), kNothingRead) << "no xrecord at all";
 }
 
-TEST_F(DrawingConfig, OtherCodesOfText_ReadAsNothing)
+TEST_F(DrawingConfig, OtherTextCodes_ReadAsNothing)
 {
     for (int code = 301; code <= 309; ++code) {
         giveEntry(L"CONFIG_ITEM", {{code, L"text"}});
@@ -112,7 +112,7 @@ TEST_F(DrawingConfig, OtherCodesOfText_ReadAsNothing)
     }
 }
 
-TEST_F(DrawingConfig, LaterResbufsOfTheFirstEntry_ArePassedOver)
+TEST_F(DrawingConfig, LaterResbufsOfTheFirstEntry_AreIgnored)
 {
     giveEntry(L"CONFIG_ITEM", {{300, L"first"}, {300, L"second"}});
     EXPECT_EQ(read(), (ReadText{true, L"first"}));
@@ -131,7 +131,7 @@ TEST_F(DrawingConfig, EmptyDictionary_ReadsAsNothing)
     EXPECT_EQ(read(), kNothingRead);
 }
 
-TEST_F(DrawingConfig, IsTheWorkingDrawings)
+TEST_F(DrawingConfig, Configuration_IsThatOfTheWorkingDrawing)
 {
     ASSERT_TRUE(write(L"text"));
     {
@@ -142,7 +142,7 @@ TEST_F(DrawingConfig, IsTheWorkingDrawings)
     EXPECT_EQ(read(), (ReadText{true, L"text"}));
 }
 
-TEST_F(DrawingConfig, WithoutAWorkingDrawing_IsNeitherReadNorWritten)
+TEST_F(DrawingConfig, WithoutAWorkingDrawing_NothingIsReadOrWritten)
 {
     qedbHostApplicationServices()->setWorkingDatabase(nullptr);
     EXPECT_EQ(read(), kNothingRead);
@@ -152,14 +152,14 @@ TEST_F(DrawingConfig, WithoutAWorkingDrawing_IsNeitherReadNorWritten)
     qedbHostApplicationServices()->setWorkingDatabase(document.database());
 }
 
-TEST_F(DrawingConfig, WithoutApplicationServices_IsNeitherReadNorWritten)
+TEST_F(DrawingConfig, WithoutApplicationServices_NothingIsReadOrWritten)
 {
     const ScopedHostParts shutdown({.applicationServices = false});
     EXPECT_EQ(read(), kNothingRead);
     EXPECT_FALSE(write(L"text"));
 }
 
-TEST_F(DrawingConfig, DocumentThatSomeoneElseLocks_KeepsItsText)
+TEST_F(DrawingConfig, DocumentThatAnotherClientLocked_KeepsItsText)
 {
     ASSERT_TRUE(write(L"text"));
     const Embedded::ForeignDocumentLock other(document.get());
@@ -167,25 +167,25 @@ TEST_F(DrawingConfig, DocumentThatSomeoneElseLocks_KeepsItsText)
     EXPECT_EQ(read(), (ReadText{true, L"text"}));
 }
 
-TEST_F(DrawingConfig, EveryCallOfReading_CanFail)
+TEST_F(DrawingConfig, EveryFailingCallOfReading_ReadsNothing)
 {
     ASSERT_TRUE(write(L"text"));
-    for (const FallibleCall& call : fallibleCallsOf([] { ASSERT_TRUE(read().read); })) {
+    for (const FallibleCall& call : recordFallibleCalls([] { ASSERT_TRUE(read().read); })) {
         SCOPED_TRACE(call.name);
         const Embedded::ScopedFault fault(failing(call));
-        EXPECT_EQ(read(), isPassedOver(call) ? (ReadText{true, L"text"}) : kNothingRead);
+        EXPECT_EQ(read(), failureChangesNoResult(call) ? (ReadText{true, L"text"}) : kNothingRead);
     }
 }
 
-TEST_F(DrawingConfig, EveryCallOfWriting_CanFailAndLeavesTheFormerText)
+TEST_F(DrawingConfig, EveryFailingCallOfWriting_KeepsTheEarlierText)
 {
     ASSERT_TRUE(write(L"text"));
-    for (const FallibleCall& call : fallibleCallsOf([] { ASSERT_TRUE(write(L"text")); })) {
+    for (const FallibleCall& call : recordFallibleCalls([] { ASSERT_TRUE(write(L"text")); })) {
         SCOPED_TRACE(call.name);
         const Embedded::ScopedFault fault(failing(call));
         const bool written = write(L"other");
         Embedded::FaultInjection::disarm();
-        EXPECT_EQ(written, isPassedOver(call));
+        EXPECT_EQ(written, failureChangesNoResult(call));
         EXPECT_EQ(read(), (ReadText{true, written ? L"other" : L"text"}));
         ASSERT_TRUE(write(L"text"));
     }

@@ -11,7 +11,7 @@ protected:
     const long before = objects();
 };
 
-TEST_F(InheritedDisposal, DeletesAnItem)
+TEST_F(InheritedDisposal, DisposeDeletesAClientItem)
 {
     ConfigItem* const item = new ClientItem;
     ASSERT_EQ(objects(), before + 1);
@@ -19,7 +19,7 @@ TEST_F(InheritedDisposal, DeletesAnItem)
     EXPECT_EQ(objects(), before);
 }
 
-TEST_F(InheritedDisposal, DeletesACollection)
+TEST_F(InheritedDisposal, DisposeDeletesAClientCollection)
 {
     ConfigCollection* const collection = new ClientCollection;
     ASSERT_EQ(objects(), before + 1);
@@ -27,7 +27,7 @@ TEST_F(InheritedDisposal, DeletesACollection)
     EXPECT_EQ(objects(), before);
 }
 
-TEST_F(InheritedDisposal, FollowsTheLastRelease)
+TEST_F(InheritedDisposal, LastReleaseDeletesAClientItem)
 {
     ConfigItem* const item = new ClientItem;
     EXPECT_EQ(item->Release(), 0);

@@ -98,7 +98,7 @@ struct Tally {
 
 using ItemAgreement = PlatformTest;
 
-TEST_F(ItemAgreement, ItemsOfRandomTextsAreReadAndWrittenAlike)
+TEST_F(ItemAgreement, RandomItemsAreReadAndWrittenAsTheReferenceDoes)
 {
     const ItemFields before{.source = L"s0", .target = L"t0", .name = L"n0", .type = 7, .note = L"o0", .version = L"v"};
     RandomTexts texts;
@@ -116,7 +116,7 @@ TEST_F(ItemAgreement, ItemsOfRandomTextsAreReadAndWrittenAlike)
     tally.expectVariety(kTexts);
 }
 
-TEST_F(ItemAgreement, ConfigurationsOfRandomTextsAreReadAndWrittenAlike)
+TEST_F(ItemAgreement, RandomConfigurationsAreReadAndWrittenAsTheReferenceDoes)
 {
     RandomTexts texts;
     Tally tally;

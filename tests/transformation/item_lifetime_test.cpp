@@ -20,7 +20,7 @@ protected:
     long made() const { return objects() - before; }
 };
 
-TEST_F(ItemLifetime, ANewItemIsItsMakers)
+TEST_F(ItemLifetime, NewItemHasOneReference)
 {
     ConfigItem* const item = ConfigItem::CreateInstance();
     EXPECT_EQ(item->GetRefCount(), 1);
@@ -29,7 +29,7 @@ TEST_F(ItemLifetime, ANewItemIsItsMakers)
     EXPECT_EQ(made(), 0);
 }
 
-TEST_F(ItemLifetime, ANewCollectionIsItsMakersWithItsListInside)
+TEST_F(ItemLifetime, NewCollectionHasOneReferenceAndItsList)
 {
     ConfigCollection* const collection = ConfigCollection::CreateInstance();
     EXPECT_EQ(collection->GetRefCount(), 1);
@@ -38,7 +38,7 @@ TEST_F(ItemLifetime, ANewCollectionIsItsMakersWithItsListInside)
     EXPECT_EQ(made(), 0);
 }
 
-TEST_F(ItemLifetime, AReferenceIsAddedAndReleased)
+TEST_F(ItemLifetime, ReferencesAreAddedAndReleased)
 {
     ConfigItem* const item = ConfigItem::CreateInstance();
     EXPECT_EQ(item->AddRef(), 2);
@@ -50,7 +50,7 @@ TEST_F(ItemLifetime, AReferenceIsAddedAndReleased)
     EXPECT_EQ(item->Release(), 0);
 }
 
-TEST_F(ItemLifetime, APointerHoldsAnItem)
+TEST_F(ItemLifetime, PointerHoldsAReference)
 {
     {
         const Ptr<ConfigItem> first(ConfigItem::CreateInstance());
@@ -62,7 +62,7 @@ TEST_F(ItemLifetime, APointerHoldsAnItem)
     EXPECT_EQ(made(), 0);
 }
 
-TEST_F(ItemLifetime, WithTheFlagOffAnItemOutlivesItsLastReference)
+TEST_F(ItemLifetime, ItemWithTheFlagOffOutlivesItsLastReference)
 {
     ConfigItem* const item = ConfigItem::CreateInstance();
     item->SetRefCountFlag(false);
@@ -74,7 +74,7 @@ TEST_F(ItemLifetime, WithTheFlagOffAnItemOutlivesItsLastReference)
     EXPECT_EQ(made(), 0);
 }
 
-TEST_F(ItemLifetime, WithTheFlagOffACollectionOutlivesItsLastReference)
+TEST_F(ItemLifetime, CollectionWithTheFlagOffOutlivesItsLastReference)
 {
     ConfigCollection* const collection = ConfigCollection::CreateInstance();
     collection->SetRefCountFlag(false);
@@ -85,7 +85,7 @@ TEST_F(ItemLifetime, WithTheFlagOffACollectionOutlivesItsLastReference)
     EXPECT_EQ(made(), 0);
 }
 
-TEST_F(ItemLifetime, ADisposedItemIsGoneWhateverItsCount)
+TEST_F(ItemLifetime, DisposedItemIsDeletedForAnyCount)
 {
     ConfigItem* const item = ConfigItem::CreateInstance();
     item->AddRef();
@@ -93,7 +93,7 @@ TEST_F(ItemLifetime, ADisposedItemIsGoneWhateverItsCount)
     EXPECT_EQ(made(), 0);
 }
 
-TEST_F(ItemLifetime, ADisposedCollectionReleasesItsItems)
+TEST_F(ItemLifetime, DisposedCollectionReleasesItsItems)
 {
     const Ptr<ConfigItem> item = newItem();
     ConfigCollection* const collection = ConfigCollection::CreateInstance();
@@ -104,7 +104,7 @@ TEST_F(ItemLifetime, ADisposedCollectionReleasesItsItems)
     EXPECT_EQ(made(), 1);
 }
 
-TEST_F(ItemLifetime, ACollectionHoldsAReferenceToEachItem)
+TEST_F(ItemLifetime, CollectionHoldsAReferenceToEachItem)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     const Ptr<ConfigItem> item = newItem();
@@ -115,7 +115,7 @@ TEST_F(ItemLifetime, ACollectionHoldsAReferenceToEachItem)
     EXPECT_EQ(collection->GetCount(), 0);
 }
 
-TEST_F(ItemLifetime, AnItemLivesAsLongAsItsCollection)
+TEST_F(ItemLifetime, ItemLivesAsLongAsItsCollection)
 {
     {
         const Ptr<ConfigCollection> collection = newCollection();
@@ -126,7 +126,7 @@ TEST_F(ItemLifetime, AnItemLivesAsLongAsItsCollection)
     EXPECT_EQ(made(), 0);
 }
 
-TEST_F(ItemLifetime, AnItemThatIsAddedTwiceIsHeldTwice)
+TEST_F(ItemLifetime, ItemThatIsAddedTwiceHasTwoReferences)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     const Ptr<ConfigItem> item = newItem();
@@ -139,7 +139,7 @@ TEST_F(ItemLifetime, AnItemThatIsAddedTwiceIsHeldTwice)
     EXPECT_EQ(item->GetRefCount(), 1);
 }
 
-TEST_F(ItemLifetime, AnItemInTwoCollectionsIsHeldByBoth)
+TEST_F(ItemLifetime, ItemInTwoCollectionsHasAReferenceFromEach)
 {
     const Ptr<ConfigItem> item = newItem();
     const Ptr<ConfigCollection> first = newCollection();
@@ -154,7 +154,7 @@ TEST_F(ItemLifetime, AnItemInTwoCollectionsIsHeldByBoth)
     EXPECT_STREQ(itemAt(*first, 0)->GetName(), L"one and the same");
 }
 
-TEST_F(ItemLifetime, AnItemIsHandedOutWithAReference)
+TEST_F(ItemLifetime, GetItemAddsAReference)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     const Ptr<ConfigItem> item = newItem();
@@ -165,7 +165,7 @@ TEST_F(ItemLifetime, AnItemIsHandedOutWithAReference)
     EXPECT_EQ(handedOut->Release(), 2);
 }
 
-TEST_F(ItemLifetime, OutOfRangeNothingIsHandedOut)
+TEST_F(ItemLifetime, GetItemReturnsNullOutOfRange)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     EXPECT_EQ(collection->GetItem(0), nullptr);
@@ -188,7 +188,7 @@ TEST_F(ItemLifetime, ClearingAnEmptyCollectionDoesNothing)
     EXPECT_EQ(collection->GetCount(), 0);
 }
 
-TEST_F(ItemLifetime, ReadingReleasesTheItemsThatWereThere)
+TEST_F(ItemLifetime, ReadingReleasesTheEarlierItems)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     const Ptr<ConfigItem> item = newItem();
@@ -198,7 +198,7 @@ TEST_F(ItemLifetime, ReadingReleasesTheItemsThatWereThere)
     EXPECT_EQ(collection->GetCount(), 1);
 }
 
-TEST_F(ItemLifetime, AnItemThatWasReadIsHeldByItsCollectionAlone)
+TEST_F(ItemLifetime, OnlyTheCollectionHoldsAnItemThatItRead)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     collection->FromXmlString(L"</Item></Item>");
@@ -218,21 +218,21 @@ protected:
     }
 };
 
-TEST_F(WithoutMemory, ThereIsNoItem)
+TEST_F(WithoutMemory, CreateInstanceReturnsNoItem)
 {
     const Embedded::ScopedFault fault(construction(1));
     EXPECT_EQ(ConfigItem::CreateInstance(), nullptr);
     EXPECT_EQ(made(), 0);
 }
 
-TEST_F(WithoutMemory, ThereIsNoCollection)
+TEST_F(WithoutMemory, CreateInstanceReturnsNoCollection)
 {
     const Embedded::ScopedFault fault(construction(1));
     EXPECT_EQ(ConfigCollection::CreateInstance(), nullptr);
     EXPECT_EQ(made(), 0);
 }
 
-TEST_F(WithoutMemory, ThereIsNoCollectionWithoutItsListEither)
+TEST_F(WithoutMemory, CreateInstanceReturnsNoCollectionWithoutItsList)
 {
     const Embedded::ScopedFault fault(construction(2));
     EXPECT_EQ(ConfigCollection::CreateInstance(), nullptr);
@@ -240,7 +240,7 @@ TEST_F(WithoutMemory, ThereIsNoCollectionWithoutItsListEither)
     EXPECT_EQ(made(), 0);
 }
 
-TEST_F(WithoutMemory, TheNextItemIsThereAgain)
+TEST_F(WithoutMemory, NextItemIsCreated)
 {
     const Embedded::ScopedFault fault(construction(1));
     EXPECT_EQ(ConfigItem::CreateInstance(), nullptr);
@@ -257,7 +257,7 @@ private:
     std::wstring& text_;
 };
 
-TEST_F(ItemLifetime, ACollectionReadsATextThatBelongsToOneOfItsItems)
+TEST_F(ItemLifetime, CollectionReadsATextThatOneOfItsItemsOwns)
 {
     for (int place = 0; place < 3; ++place) {
         std::wstring text = newCompleteItem(L"first")->ToXmlString() + newCompleteItem(L"second")->ToXmlString();
@@ -273,7 +273,7 @@ TEST_F(ItemLifetime, ACollectionReadsATextThatBelongsToOneOfItsItems)
     }
 }
 
-TEST_F(WithoutMemory, ReadingLeavesTheItemsThatItCameTo)
+TEST_F(WithoutMemory, ReadingKeepsTheItemsBeforeTheFailure)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     collection->Add(newCompleteItem().get());

@@ -10,7 +10,7 @@ protected:
     ItemNotices() { EXPECT_EQ(reactor.add(), Qeapp::eOk); }
 };
 
-TEST_F(ItemNotices, NoOperationOfAnItemNotifies)
+TEST_F(ItemNotices, ItemOperationsNotifyNoReactor)
 {
     const Ptr<ConfigItem> item = newCompleteItem(L"name");
     setFields(*item.get(), fieldsOf(*item.get()));
@@ -18,7 +18,7 @@ TEST_F(ItemNotices, NoOperationOfAnItemNotifies)
     EXPECT_EQ(log, Notices());
 }
 
-TEST_F(ItemNotices, NoOperationOfACollectionNotifies)
+TEST_F(ItemNotices, CollectionOperationsNotifyNoReactor)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     collection->Add(newCompleteItem(L"name").get());

@@ -154,12 +154,12 @@ void expectTheFoundationFirst()
 class ConfigItemSlots : public PlatformTest {};
 class ConfigCollectionSlots : public PlatformTest {};
 
-TEST_F(ConfigItemSlots, TheFoundationsOperationsComeFirst)
+TEST_F(ConfigItemSlots, FoundationOperationsComeFirst)
 {
     expectTheFoundationFirst<ClientItem, kItemSlots>();
 }
 
-TEST_F(ConfigItemSlots, TheFieldsComeNextEachSetterBeforeItsGetter)
+TEST_F(ConfigItemSlots, FieldsFollowWithEachSetterBeforeItsGetter)
 {
     EXPECT_EQ(itemSlots<SetSourceCsOnly>(), Slots{11});
     EXPECT_EQ(itemSlots<GetSourceCsOnly>(), Slots{12});
@@ -181,12 +181,12 @@ TEST_F(ConfigItemSlots, WritingAndReadingComeLast)
     EXPECT_EQ(itemSlots<ItemFromXmlStringOnly>(), Slots{24});
 }
 
-TEST_F(ConfigCollectionSlots, TheFoundationsOperationsComeFirst)
+TEST_F(ConfigCollectionSlots, FoundationOperationsComeFirst)
 {
     expectTheFoundationFirst<ClientCollection, kCollectionSlots>();
 }
 
-TEST_F(ConfigCollectionSlots, TheListsOperationsComeNext)
+TEST_F(ConfigCollectionSlots, ListOperationsFollow)
 {
     EXPECT_EQ(collectionSlots<AddOnly>(), Slots{11});
     EXPECT_EQ(collectionSlots<ClearOnly>(), Slots{12});

@@ -45,14 +45,14 @@ std::wstring itemWithout(std::size_t missing, const std::vector<std::wstring>& p
 
 class ItemTexts : public PlatformTest, public testing::WithParamInterface<ItemTextCase> {};
 
-TEST_P(ItemTexts, AreReadAsTheTableSays)
+TEST_P(ItemTexts, AreReadAsTheListedItem)
 {
     const Ptr<ConfigItem> item = itemAsBefore();
     item->FromXmlString(std::wstring(GetParam().text).c_str());
     EXPECT_EQ(fieldsOf(*item), GetParam().item.withVersion(kVersionBefore));
 }
 
-TEST_P(ItemTexts, AreWrittenAfterwardsFromTheFieldsOfTheTable)
+TEST_P(ItemTexts, AreWrittenFromTheListedItem)
 {
     const Ptr<ConfigItem> item = itemAsBefore();
     item->FromXmlString(std::wstring(GetParam().text).c_str());
@@ -84,20 +84,20 @@ protected:
     }
 };
 
-TEST_F(ItemReading, EveryPrefixButTheWholeChangesNothing)
+TEST_F(ItemReading, EveryShorterPrefixChangesNothing)
 {
     for (std::size_t length = 0; length < whole.size(); ++length)
         EXPECT_EQ(read(whole.substr(0, length)), before) << length << " characters";
     EXPECT_EQ(read(whole), after);
 }
 
-TEST_F(ItemReading, EverySuffixButTheWholeChangesNothing)
+TEST_F(ItemReading, EveryShorterSuffixChangesNothing)
 {
     for (std::size_t start = 1; start <= whole.size(); ++start)
         EXPECT_EQ(read(whole.substr(start)), before) << "from " << start;
 }
 
-TEST_F(ItemReading, APrefixThatIsClosedGivesTheFieldsBeforeTheCut)
+TEST_F(ItemReading, PrefixWithAClosingTagGivesTheCompleteFields)
 {
     const std::wstring closing = parts.back();
     for (std::size_t length = parts.front().size() + 1; length < whole.size() - closing.size(); ++length) {
@@ -109,7 +109,7 @@ TEST_F(ItemReading, APrefixThatIsClosedGivesTheFieldsBeforeTheCut)
     }
 }
 
-TEST_F(ItemReading, WithoutEitherTagOfAFieldTheFieldsBeforeItAreReadAndNoType)
+TEST_F(ItemReading, MissingFieldTagEndsTheReadingOfFields)
 {
     const std::vector<std::pair<std::size_t, std::size_t>> fieldsBefore{{1, 0}, {3, 0},  {4, 1},  {6, 1},  {7, 2},
                                                                         {9, 2}, {10, 3}, {12, 3}, {13, 3}, {15, 3}};
@@ -117,13 +117,13 @@ TEST_F(ItemReading, WithoutEitherTagOfAFieldTheFieldsBeforeItAreReadAndNoType)
         EXPECT_EQ(read(itemWithout(missing, parts)), upTo(fields)) << "without part " << missing;
 }
 
-TEST_F(ItemReading, WithoutEitherTagOfTheItemNothingIsRead)
+TEST_F(ItemReading, MissingItemTagChangesNothing)
 {
     EXPECT_EQ(read(itemWithout(0, parts)), before);
     EXPECT_EQ(read(itemWithout(parts.size() - 1, parts)), before);
 }
 
-TEST_F(ItemReading, EveryOrderOfTheFieldsIsReadAlike)
+TEST_F(ItemReading, FieldsAreReadInAnyOrder)
 {
     std::vector<std::wstring> fields{element(L"Name", L"c"), element(L"Note", L"d"), element(L"SourceCs", L"a"),
                                      element(L"TargetCs", L"b"), element(L"Type", L"1")};
@@ -136,7 +136,7 @@ TEST_F(ItemReading, EveryOrderOfTheFieldsIsReadAlike)
     EXPECT_EQ(orders, 120U);
 }
 
-TEST_F(ItemReading, LongValuesAreReadWhole)
+TEST_F(ItemReading, LongValuesAreReadCompletely)
 {
     const ItemFields expected{.source = std::wstring(kLong, L'a'),
                               .target = std::wstring(kLong, L'<'),
@@ -150,12 +150,12 @@ TEST_F(ItemReading, LongValuesAreReadWhole)
     EXPECT_TRUE(read(text) == expected);
 }
 
-TEST_F(ItemReading, LongBlanksAroundAreTrimmed)
+TEST_F(ItemReading, LongBlanksAroundTheItemAreTrimmed)
 {
     EXPECT_EQ(read(std::wstring(kLong, L' ') + whole + std::wstring(kLong, L'\n')), after);
 }
 
-TEST_F(ItemReading, ALongTypeIsNoType)
+TEST_F(ItemReading, LongTypeReadsAsZero)
 {
     const std::wstring type = std::wstring(kLong, L'0') + L'1';
     ItemFields expected = after;
@@ -165,19 +165,19 @@ TEST_F(ItemReading, ALongTypeIsNoType)
               expected);
 }
 
-TEST_F(ItemReading, ALongTextWithoutItemTagsChangesNothing)
+TEST_F(ItemReading, LongTextWithoutItemTagsChangesNothing)
 {
     EXPECT_EQ(read(std::wstring(kLong, L'<')), before);
 }
 
-TEST_F(ItemReading, ANullTextChangesNothing)
+TEST_F(ItemReading, NullTextChangesNothing)
 {
     const Ptr<ConfigItem> item = itemAsBefore();
     item->FromXmlString(nullptr);
     EXPECT_EQ(fieldsOf(*item), before);
 }
 
-TEST_F(ItemReading, ASecondTextReplacesWhatTheFirstGave)
+TEST_F(ItemReading, SecondTextReplacesTheFieldsThatItHas)
 {
     const Ptr<ConfigItem> item = itemAsBefore();
     item->FromXmlString(whole.c_str());
@@ -189,7 +189,7 @@ TEST_F(ItemReading, ASecondTextReplacesWhatTheFirstGave)
 }
 
 // The field with the text is overwritten before the other fields are read from it.
-TEST_F(ItemReading, TheTextMayBeTheItemsOwnSource)
+TEST_F(ItemReading, ItemReadsTheTextOfItsOwnSource)
 {
     const std::wstring source(100, L'a');
     const std::wstring rest = element(L"Note", L"d") + element(L"Type", L"1") + element(L"Name", L"c");
@@ -202,7 +202,7 @@ TEST_F(ItemReading, TheTextMayBeTheItemsOwnSource)
     EXPECT_EQ(fieldsOf(*item), expected);
 }
 
-TEST_F(ItemReading, TheTextMayBeTheItemsOwnNote)
+TEST_F(ItemReading, ItemReadsTheTextOfItsOwnNote)
 {
     const Ptr<ConfigItem> item = itemAsBefore();
     item->SetNote(whole.c_str());

@@ -27,7 +27,7 @@ protected:
     const ScopedHostParts parts{{.otherApplicationServices = &services}};
 };
 
-TEST_F(RegistryRoot, IsAskedForOnceByEachOperation)
+TEST_F(RegistryRoot, IsQueriedOnceByEachOperation)
 {
     EXPECT_TRUE(write(item(1) + item(2)));
     EXPECT_EQ(services.asked, 1);
@@ -37,7 +37,7 @@ TEST_F(RegistryRoot, IsAskedForOnceByEachOperation)
     EXPECT_EQ(services.asked, 3);
 }
 
-TEST_F(RegistryRoot, IsAskedForOnceWhenTheUsersStoreIsCleared)
+TEST_F(RegistryRoot, IsQueriedOnceWhenTheUsersStoreIsCleared)
 {
     EXPECT_TRUE(Cs::ClearCsTransformationConfig(Cs::CsTransformationConfigTargetType::User));
     EXPECT_EQ(services.asked, 1);

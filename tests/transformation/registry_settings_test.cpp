@@ -14,7 +14,7 @@ using testing::UnorderedElementsAreArray;
 
 class RegistrySettings : public RegistrySettingsTest {};
 
-TEST_F(RegistrySettings, TwelveItems_AreTwelveNumberedValues)
+TEST_F(RegistrySettings, TwelveItems_AreStoredAsTwelveNumberedValues)
 {
     std::wstring text;
     Names expected;
@@ -37,27 +37,27 @@ TEST_F(RegistrySettings, EmptyText_LeavesAnEmptyKey)
     EXPECT_EQ(read(), (ReadText{true, L""}));
 }
 
-TEST_F(RegistrySettings, TextWithoutAnItem_EmptiesTheStoreToo)
+TEST_F(RegistrySettings, TextWithoutAnItem_EmptiesTheStore)
 {
     ASSERT_TRUE(write(item(1)));
     ASSERT_TRUE(write(L"<Item>cut off"));
     EXPECT_EQ(names(), Names());
 }
 
-TEST_F(RegistrySettings, Writing_MakesTheKeys)
+TEST_F(RegistrySettings, Writing_CreatesTheKeys)
 {
     ASSERT_EQ(names(), std::nullopt);
     ASSERT_TRUE(write(L""));
     EXPECT_EQ(names(), Names());
 }
 
-TEST_F(RegistrySettings, Reading_MakesTheKeysToo)
+TEST_F(RegistrySettings, Reading_CreatesTheKeys)
 {
     EXPECT_EQ(read(), (ReadText{true, L""}));
     EXPECT_EQ(names(), Names());
 }
 
-TEST_F(RegistrySettings, ValuesOfOthers_AreLostAtTheNextWrite)
+TEST_F(RegistrySettings, ValuesOfOtherPrograms_AreRemovedByTheNextWrite)
 {
     give(L"Foreign", L"text");
     give(L"Item7", L"text");
@@ -65,7 +65,7 @@ TEST_F(RegistrySettings, ValuesOfOthers_AreLostAtTheNextWrite)
     EXPECT_EQ(names(), Names{L"Item1"});
 }
 
-TEST_F(RegistrySettings, DefaultValue_SurvivesAndIsReadInItsPlace)
+TEST_F(RegistrySettings, DefaultValue_IsKeptAndReadInItsPlace)
 {
     give(L"First", L"1");
     giveDefault(L"2");
@@ -87,7 +87,7 @@ TEST_F(RegistrySettings, Values_AreReadInTheRegistrysOrder)
     EXPECT_EQ(read(), (ReadText{true, joinedValues(namesInRegistry(kStore))}));
 }
 
-TEST_F(RegistrySettings, NameThatDoesNotFit_KeepsTheStoreFromBeingReadAndSurvives)
+TEST_F(RegistrySettings, NameThatIsTooLong_MakesReadingFailAndIsKept)
 {
     for (const std::size_t characters : {2048U, 16'383U}) {
         const std::wstring longName(characters, L'n');
@@ -109,14 +109,14 @@ TEST_F(RegistrySettings, NameOf2047Characters_IsReadAndReplaced)
     EXPECT_EQ(names(), Names{L"Item1"});
 }
 
-TEST_F(RegistrySettings, TextsOfTheWorld_ComeBackAsTheyWere)
+TEST_F(RegistrySettings, UnicodeText_IsReadUnchanged)
 {
     const std::wstring text = elementOf(L"É", L"Ω", L"測地系", 1, L"\U0001F310 \U0010FFFF");
     ASSERT_TRUE(write(text));
     EXPECT_EQ(read(), (ReadText{true, text}));
 }
 
-TEST_F(RegistrySettings, Root_IsAskedOfTheHostEachTime)
+TEST_F(RegistrySettings, Root_IsQueriedByEveryCall)
 {
     ASSERT_TRUE(write(item(1)));
     Embedded::setUserRegistryProductRootKey(L"Software\\Another");
@@ -131,13 +131,13 @@ TEST_F(RegistrySettings, HostWithoutServices_HasAnEmptyRoot)
     EXPECT_EQ(Orvel::registrySettingsKey(), L"\\Applications\\OrvelCoordinateSystem\\Transformation");
 }
 
-TEST_F(RegistrySettings, NoText_LeavesTheCallersPointer)
+TEST_F(RegistrySettings, FailedReading_LeavesTheCallersPointer)
 {
     const ScopedFault fault({.call = "RegCreateKeyExW"});
     EXPECT_EQ(read(), (ReadText{false, L"former"}));
 }
 
-TEST_F(RegistrySettings, FailedDeletion_EndsTheWrite)
+TEST_F(RegistrySettings, FailedDeletion_EndsTheWriting)
 {
     ASSERT_TRUE(write(item(1) + item(2) + item(3)));
     {
@@ -147,7 +147,7 @@ TEST_F(RegistrySettings, FailedDeletion_EndsTheWrite)
     EXPECT_EQ(names(), (Names{L"Item2", L"Item3"}));
 }
 
-TEST_F(RegistrySettings, FailedValue_LeavesThoseBeforeIt)
+TEST_F(RegistrySettings, FailedValue_KeepsTheEarlierValues)
 {
     {
         const ScopedFault fault({.call = "RegSetValueExW", .occurrence = 2, .code = 5});
@@ -163,11 +163,11 @@ TEST_F(RegistrySettings, FailedQuery_EndsTheReading)
     EXPECT_EQ(read(), (ReadText{false, L"former"}));
 }
 
-TEST_F(RegistrySettings, EveryCallOfWriting_CanFail)
+TEST_F(RegistrySettings, EveryFailingCallOfWriting_ReturnsFalse)
 {
     const auto operation = [] { return write(item(1)); };
     ASSERT_TRUE(operation());
-    for (const FallibleCall& call : fallibleCallsOf([&] { ASSERT_TRUE(operation()); })) {
+    for (const FallibleCall& call : recordFallibleCalls([&] { ASSERT_TRUE(operation()); })) {
         if (call.name == "RegCloseKey" || call.name == "RegEnumValueW")
             continue; // the result of one is not looked at; the other's failure is one name less or a nameless one
         const ScopedFault fault(failing(call));
@@ -177,10 +177,10 @@ TEST_F(RegistrySettings, EveryCallOfWriting_CanFail)
     }
 }
 
-TEST_F(RegistrySettings, EveryCallOfReading_CanFail)
+TEST_F(RegistrySettings, EveryFailingCallOfReading_ReturnsFalse)
 {
     ASSERT_TRUE(write(item(1)));
-    for (const FallibleCall& call : fallibleCallsOf([] { ASSERT_TRUE(read().read); })) {
+    for (const FallibleCall& call : recordFallibleCalls([] { ASSERT_TRUE(read().read); })) {
         if (call.name == "RegCloseKey" || call.name == "RegEnumValueW")
             continue; // as above
         const ScopedFault fault(failing(call));

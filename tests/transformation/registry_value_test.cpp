@@ -55,7 +55,7 @@ protected:
     std::wstring left;
 };
 
-TEST_F(RegistryValue, Text_ComesBackAsItWas)
+TEST_F(RegistryValue, Text_IsReadUnchanged)
 {
     for (const std::wstring& text :
          {std::wstring(), std::wstring(L"text"), std::wstring(L"É Ω 測 \U0001F310"), std::wstring(100000, L'x')}) {
@@ -64,7 +64,7 @@ TEST_F(RegistryValue, Text_ComesBackAsItWas)
     }
 }
 
-TEST_F(RegistryValue, Text_IsStoredAsOneWithItsNul)
+TEST_F(RegistryValue, Text_IsStoredWithItsNul)
 {
     ASSERT_TRUE(set(L"A", L"text"));
     HKEY key = nullptr;
@@ -77,7 +77,7 @@ TEST_F(RegistryValue, Text_IsStoredAsOneWithItsNul)
     EXPECT_EQ(lengthInBytes, sizeof L"text");
 }
 
-TEST_F(RegistryValue, EmptyName_OnlyMakesTheKey)
+TEST_F(RegistryValue, EmptyName_OnlyCreatesTheKey)
 {
     EXPECT_EQ(names(), std::nullopt);
     EXPECT_TRUE(set({}, L"data"));
@@ -99,7 +99,7 @@ TEST_F(RegistryValue, QueryWithoutTheValue_LeavesTheText)
     EXPECT_EQ(left, L"former");
 }
 
-TEST_F(RegistryValue, KeyThatCannotBeOpened_IsAskedForNoValue)
+TEST_F(RegistryValue, KeyThatCannotBeOpened_IsNotQueried)
 {
     ASSERT_TRUE(set(L"Name", L"data"));
     const ScopedFault fault({.call = "RegOpenKeyExW", .code = 5});
@@ -107,7 +107,7 @@ TEST_F(RegistryValue, KeyThatCannotBeOpened_IsAskedForNoValue)
     EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>{"RegOpenKeyExW"});
 }
 
-TEST_F(RegistryValue, SuccessThatTellsNoSize_IsTakenForNone)
+TEST_F(RegistryValue, QueryThatSucceedsWithoutASize_GivesNoText)
 {
     giveValue(L"Name", 3, "A", 1);
     const ScopedFault fault({.call = "RegQueryValueExW", .code = 0});
@@ -115,7 +115,7 @@ TEST_F(RegistryValue, SuccessThatTellsNoSize_IsTakenForNone)
     EXPECT_EQ(left, L"");
 }
 
-TEST_F(RegistryValue, ValueThatCannotBeReadOnceMeasured_EmptiesTheText)
+TEST_F(RegistryValue, ValueThatFailsAfterItsSizeIsKnown_EmptiesTheText)
 {
     ASSERT_TRUE(set(L"Name", L"data"));
     const ScopedFault fault({.call = "RegQueryValueExW", .occurrence = 2});
@@ -123,7 +123,7 @@ TEST_F(RegistryValue, ValueThatCannotBeReadOnceMeasured_EmptiesTheText)
     EXPECT_EQ(left, L"");
 }
 
-TEST_F(RegistryValue, TextWithoutItsNul_IsReadWhole)
+TEST_F(RegistryValue, TextWithoutANul_IsReadCompletely)
 {
     const wchar_t text[] = {L'a', L'b', L'c'};
     giveValue(L"Name", REG_SZ, text, sizeof text);
@@ -137,7 +137,7 @@ TEST_F(RegistryValue, Text_EndsAtItsFirstNul)
     EXPECT_EQ(query(L"Name"), L"ab");
 }
 
-TEST_F(RegistryValue, OtherTypes_AreReadAsTheTextThatTheirBytesAre)
+TEST_F(RegistryValue, OtherTypes_AreReadAsTheTextOfTheirBytes)
 {
     const wchar_t text[] = L"bytes";
     giveValue(L"Binary", 3, text, sizeof text);
@@ -151,7 +151,7 @@ TEST_F(RegistryValue, OtherTypes_AreReadAsTheTextThatTheirBytesAre)
     EXPECT_EQ(query(L"None"), L"");
 }
 
-TEST_F(RegistryValue, Names_AreInTheRegistrysOrder)
+TEST_F(RegistryValue, Names_AreListedInTheRegistrysOrder)
 {
     ASSERT_TRUE(set(L"Item10", L""));
     ASSERT_TRUE(set(L"Item2", L""));
@@ -162,7 +162,7 @@ TEST_F(RegistryValue, Names_AreInTheRegistrysOrder)
     EXPECT_EQ(names(), expected);
 }
 
-TEST_F(RegistryValue, NameThatDoesNotFit_IsListedAsAnEmptyOne)
+TEST_F(RegistryValue, NameThatIsTooLong_IsListedAsAnEmptyName)
 {
     const std::wstring fits(2047, L'n');
     const std::wstring tooLong(2048, L'n');
@@ -180,7 +180,7 @@ TEST_F(RegistryValue, DefaultValue_IsListedUnderAnEmptyName)
     EXPECT_EQ(query({}), L"default");
 }
 
-TEST_F(RegistryValue, FailureOfOneName_GoesOnWithTheNext)
+TEST_F(RegistryValue, FailureOfOneName_ContinuesWithTheNext)
 {
     ASSERT_TRUE(set(L"A", L""));
     ASSERT_TRUE(set(L"B", L""));
@@ -191,14 +191,14 @@ TEST_F(RegistryValue, FailureOfOneName_GoesOnWithTheNext)
     }
 }
 
-TEST_F(RegistryValue, KeyThatIsNotThere_HasNoNames)
+TEST_F(RegistryValue, MissingKey_HasNoNames)
 {
     Names found{L"former"};
     EXPECT_FALSE(Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, kSubKey, found));
     EXPECT_EQ(found, Names());
 }
 
-TEST_F(RegistryValue, DeletedValue_IsGone)
+TEST_F(RegistryValue, DeletedValue_IsRemoved)
 {
     ASSERT_TRUE(set(L"A", L"a"));
     EXPECT_TRUE(remove(L"A"));
@@ -206,7 +206,7 @@ TEST_F(RegistryValue, DeletedValue_IsGone)
     EXPECT_FALSE(remove(L"A"));
 }
 
-TEST_F(RegistryValue, DeletingAnEmptyName_DeletesNothingAndMakesTheKey)
+TEST_F(RegistryValue, DeletingAnEmptyName_DeletesNothingAndCreatesTheKey)
 {
     EXPECT_TRUE(remove({}));
     EXPECT_EQ(names(), Names());
@@ -215,7 +215,7 @@ TEST_F(RegistryValue, DeletingAnEmptyName_DeletesNothingAndMakesTheKey)
     EXPECT_EQ(query({}), L"default");
 }
 
-TEST_F(RegistryValue, EveryCall_CanFail)
+TEST_F(RegistryValue, EveryFailingCall_ReturnsFalse)
 {
     ASSERT_TRUE(set(L"A", L"a"));
     const auto failsWith = [](const char* call, const auto& operation) {

@@ -36,32 +36,32 @@ protected:
     static std::string utf8(const std::wstring& text) { return Embedded::utf8FromWide(text); }
 };
 
-TEST_F(UserSettingsFile, LiesInTheFolderOfTheEnvironment)
+TEST_F(UserSettingsFile, File_LiesInTheFolderOfTheVariable)
 {
     userFolder.set("/some folder");
     EXPECT_EQ(path(), L"/some folder\\TransformationSetting.xml");
 }
 
-TEST_F(UserSettingsFile, FolderWithABackslashAtItsEnd_GetsASecondOne)
+TEST_F(UserSettingsFile, FolderThatEndsWithABackslash_GetsAnotherBackslash)
 {
     userFolder.set("C:\\folder\\");
     EXPECT_EQ(path(), L"C:\\folder\\\\TransformationSetting.xml");
 }
 
-TEST_F(UserSettingsFile, DoubledSeparator_LeadsToTheSameFile)
+TEST_F(UserSettingsFile, DoubleSeparator_NamesTheSameFile)
 {
     userFolder.set(folder.path().string() + "\\");
     ASSERT_TRUE(write(one));
     EXPECT_EQ(fileBytes(), utf8(one) + "\r\n");
 }
 
-TEST_F(UserSettingsFile, FolderOfOneCharacter_IsTaken)
+TEST_F(UserSettingsFile, FolderOfOneCharacter_IsUsed)
 {
     userFolder.set("f");
     EXPECT_EQ(path(), L"f\\TransformationSetting.xml");
 }
 
-TEST_F(UserSettingsFile, FolderOf259Characters_IsTaken)
+TEST_F(UserSettingsFile, FolderOf259Characters_IsUsed)
 {
     const std::string longFolder(259, 'f');
     userFolder.set(longFolder);
@@ -91,38 +91,38 @@ protected:
     }
 };
 
-TEST_F(LocalApplicationData, IsWhereTheFileLiesThen)
+TEST_F(LocalApplicationData, IsTheFolderWithoutAVariable)
 {
     EXPECT_EQ(path(), expectedPath());
 }
 
-TEST_F(LocalApplicationData, ServesForAnEmptyVariable)
+TEST_F(LocalApplicationData, IsTheFolderForAnEmptyVariable)
 {
     userFolder.set("");
     EXPECT_EQ(path(), expectedPath());
 }
 
-TEST_F(LocalApplicationData, ServesForAVariableOf260Characters)
+TEST_F(LocalApplicationData, IsTheFolderForAVariableOf260Characters)
 {
     userFolder.set(std::string(260, 'f'));
     EXPECT_EQ(path(), expectedPath());
 }
 
-TEST_F(LocalApplicationData, ServesForAVariableThatCannotBeRead)
+TEST_F(LocalApplicationData, IsTheFolderForAVariableThatCannotBeRead)
 {
     userFolder.set("/some folder");
     const ScopedFault fault({.call = "_wgetenv_s"});
     EXPECT_EQ(path(), expectedPath());
 }
 
-TEST_F(LocalApplicationData, MissingFolders_AreNotMade)
+TEST_F(LocalApplicationData, MissingFolders_AreNotCreated)
 {
     EXPECT_FALSE(write(one));
     EXPECT_EQ(read(), kNothingRead);
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
-TEST_F(LocalApplicationData, PresentFolders_HoldTheFile)
+TEST_F(LocalApplicationData, ExistingFolders_GetTheFile)
 {
     const auto made = makeFolders();
     ASSERT_TRUE(write(one));
@@ -130,7 +130,7 @@ TEST_F(LocalApplicationData, PresentFolders_HoldTheFile)
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
-TEST_F(LocalApplicationData, ThatTheSystemDoesNotHave_LeavesNoPath)
+TEST_F(LocalApplicationData, UnknownFolder_GivesNoPath)
 {
     const ScopedFault fault({.call = "SHGetSpecialFolderPathW", .fromThenOn = true});
     EXPECT_EQ(path(), L"");
@@ -139,7 +139,7 @@ TEST_F(LocalApplicationData, ThatTheSystemDoesNotHave_LeavesNoPath)
     EXPECT_THAT(Embedded::FaultInjection::seen(), Not(Contains("_wfsopen")));
 }
 
-TEST_F(LocalApplicationData, ThatIsMissingItself_IsNotMadeAndLeavesNoPath)
+TEST_F(LocalApplicationData, MissingFolder_IsNotCreatedAndGivesNoPath)
 {
     const std::filesystem::path missing = folder.path() / "missing";
     useLocalApplicationData(missing);
@@ -147,26 +147,26 @@ TEST_F(LocalApplicationData, ThatIsMissingItself_IsNotMadeAndLeavesNoPath)
     EXPECT_FALSE(std::filesystem::exists(missing));
 }
 
-TEST_F(UserSettingsFile, TwoItems_AreTwoLinesOfUtf8)
+TEST_F(UserSettingsFile, TwoItems_AreWrittenAsTwoLinesOfUtf8)
 {
     ASSERT_TRUE(write(one + two));
     EXPECT_EQ(fileBytes(), utf8(one) + "\r\n" + utf8(two) + "\r\n");
     EXPECT_EQ(read(), (ReadText{true, one + two}));
 }
 
-TEST_F(UserSettingsFile, WhatFollowsTheLastItem_IsNotKept)
+TEST_F(UserSettingsFile, TextAfterTheLastItem_IsNotWritten)
 {
     ASSERT_TRUE(write(one + two + L"\r\n</Items> "));
     EXPECT_EQ(read(), (ReadText{true, one + two}));
 }
 
-TEST_F(UserSettingsFile, WhatStandsBeforeAnItem_IsOfItsLine)
+TEST_F(UserSettingsFile, TextBeforeAnItem_IsWrittenToItsLine)
 {
     ASSERT_TRUE(write(L" <Items> " + one));
     EXPECT_EQ(fileBytes(), " <Items> " + utf8(one) + "\r\n");
 }
 
-TEST_F(UserSettingsFile, LineBreakInsideAnItem_IsWrittenAndLost)
+TEST_F(UserSettingsFile, LineBreakInAnItem_IsWrittenAndNotReadBack)
 {
     ASSERT_TRUE(write(elementOf(L"A", L"B", L"one", 2, L"first\nsecond")));
     EXPECT_NE(fileBytes().find("first\r\nsecond"), std::string::npos);
@@ -181,14 +181,14 @@ TEST_F(UserSettingsFile, EmptyText_LeavesAnEmptyFile)
     EXPECT_EQ(read(), (ReadText{true, L""}));
 }
 
-TEST_F(UserSettingsFile, TextWithoutAnItem_LeavesAnEmptyFileToo)
+TEST_F(UserSettingsFile, TextWithoutAnItem_LeavesAnEmptyFile)
 {
     ASSERT_TRUE(write(one));
     ASSERT_TRUE(write(L"<Item>cut off"));
     EXPECT_EQ(fileBytes(), "");
 }
 
-TEST_F(UserSettingsFile, TextsOfTheWorld_ComeBackAsTheyWere)
+TEST_F(UserSettingsFile, UnicodeText_IsReadUnchanged)
 {
     const std::wstring text = elementOf(L"É", L"Ω", L"測地系", 1, L"\U0001F310 \U0010FFFF");
     ASSERT_TRUE(write(text));
@@ -198,7 +198,7 @@ TEST_F(UserSettingsFile, TextsOfTheWorld_ComeBackAsTheyWere)
     EXPECT_EQ(read(), (ReadText{true, text}));
 }
 
-TEST_F(UserSettingsFile, FolderOfAnyName_HoldsTheFile)
+TEST_F(UserSettingsFile, FolderWithAUnicodeName_GetsTheFile)
 {
     const auto named = folder.path() / std::u8string(u8"É Ω 測 \U0001F310");
     std::filesystem::create_directory(named);
@@ -214,7 +214,7 @@ TEST_F(UserSettingsFile, MissingFile_ReadsAsNothing)
     EXPECT_EQ(read(), kNothingRead);
 }
 
-TEST_F(UserSettingsFile, MissingFolder_IsNotMade)
+TEST_F(UserSettingsFile, MissingFolder_IsNotCreated)
 {
     userFolder.set((folder.path() / "missing").string());
     EXPECT_FALSE(write(one));
@@ -222,7 +222,7 @@ TEST_F(UserSettingsFile, MissingFolder_IsNotMade)
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "missing"));
 }
 
-TEST_F(UserSettingsFile, FolderInItsPlace_IsNeitherReadNorWritten)
+TEST_F(UserSettingsFile, FolderInPlaceOfTheFile_IsNeitherReadNorWritten)
 {
     std::filesystem::create_directory(settingsFile());
     EXPECT_EQ(read(), kNothingRead);
@@ -246,7 +246,7 @@ struct Content {
     std::wstring text;
 };
 
-TEST_F(UserSettingsFile, WhatSomeoneElseWrote_IsReadLineByLine)
+TEST_F(UserSettingsFile, FileOfAnotherProgram_IsReadLineByLine)
 {
     const Content contents[] = {
         {"empty", "", L""},
@@ -279,7 +279,7 @@ TEST_F(UserSettingsFile, WhatSomeoneElseWrote_IsReadLineByLine)
     }
 }
 
-TEST_F(UserSettingsFile, LongText_ComesBackWhole)
+TEST_F(UserSettingsFile, LongText_IsReadUnchanged)
 {
     std::wstring text;
     for (int index = 0; index < 3000; ++index)
@@ -296,7 +296,7 @@ TEST_F(UserSettingsFile, FileThatCannotBeOpened_IsNeitherReadNorWritten)
     EXPECT_FALSE(write(two));
 }
 
-TEST_F(UserSettingsFile, PathThatThereIsNoMemoryFor_IsNoPath)
+TEST_F(UserSettingsFile, PathWithoutMemory_IsEmpty)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "_wgetenv_s", .fromThenOn = true, .throws = true});
@@ -305,7 +305,7 @@ TEST_F(UserSettingsFile, PathThatThereIsNoMemoryFor_IsNoPath)
     EXPECT_FALSE(write(two));
 }
 
-TEST_F(UserSettingsFile, FileThatCannotBeReadToItsEnd_ReadsAsNothing)
+TEST_F(UserSettingsFile, FileThatFailsWhileReading_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "_wfsopen.read"});
@@ -322,14 +322,14 @@ TEST_F(UserSettingsFile, TextThatCannotBeMeasured_ReadsAsNothing)
     }
 }
 
-TEST_F(UserSettingsFile, TextThatWasMeasuredAndCannotBeConverted_ReadsAsNothing)
+TEST_F(UserSettingsFile, TextThatFailsAfterItsLengthIsKnown_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "MultiByteToWideChar", .occurrence = 2});
     EXPECT_EQ(read(), kNothingRead);
 }
 
-TEST_F(UserSettingsFile, WithoutMemoryForTheText_ReadsAsNothing)
+TEST_F(UserSettingsFile, TextWithoutMemory_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "qeutNewBuffer"});
@@ -337,7 +337,7 @@ TEST_F(UserSettingsFile, WithoutMemoryForTheText_ReadsAsNothing)
     EXPECT_EQ(Embedded::FaultInjection::seen().back(), "qeutNewBuffer") << "nothing is converted into it";
 }
 
-TEST_F(UserSettingsFile, ItemThatCannotBeConverted_LeavesThoseBeforeIt)
+TEST_F(UserSettingsFile, ItemThatCannotBeMeasured_KeepsTheEarlierItems)
 {
     const ScopedFault fault({.call = "WideCharToMultiByte", .occurrence = 3});
     EXPECT_FALSE(write(one + two));
@@ -345,7 +345,7 @@ TEST_F(UserSettingsFile, ItemThatCannotBeConverted_LeavesThoseBeforeIt)
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
-TEST_F(UserSettingsFile, ItemThatWasMeasuredAndCannotBeConverted_LeavesThoseBeforeIt)
+TEST_F(UserSettingsFile, ItemThatCannotBeConverted_KeepsTheEarlierItems)
 {
     const ScopedFault fault({.call = "WideCharToMultiByte", .occurrence = 4});
     EXPECT_FALSE(write(one + two));
@@ -353,7 +353,7 @@ TEST_F(UserSettingsFile, ItemThatWasMeasuredAndCannotBeConverted_LeavesThoseBefo
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
-TEST_F(UserSettingsFile, FailureToWriteALine_KeepsTheFollowingOnesFromBeingWrittenAndIsPassedOver)
+TEST_F(UserSettingsFile, FailureToWriteALine_SkipsTheLaterLinesAndIsIgnored)
 {
     {
         const ScopedFault fault({.call = "_wfsopen.write", .occurrence = 2});
@@ -364,14 +364,14 @@ TEST_F(UserSettingsFile, FailureToWriteALine_KeepsTheFollowingOnesFromBeingWritt
     EXPECT_THAT(read(), testing::AnyOf(ReadText{true, one}, ReadText{true, one + two}));
 }
 
-TEST_F(UserSettingsFile, FailureToWriteALineLongerThanAnyBuffer_KeepsTheFollowingOnesFromBeingWritten)
+TEST_F(UserSettingsFile, FailureToWriteALongLine_SkipsTheLaterLines)
 {
     const ScopedFault fault({.call = "_wfsopen.write"});
     EXPECT_TRUE(write(std::wstring(200'000, L'x') + one + two));
     EXPECT_EQ(read().text.find(two), std::wstring::npos);
 }
 
-TEST_F(UserSettingsFile, ItemThatCannotBeConvertedAfterALineThatCannotBeWritten_IsStillAFailure)
+TEST_F(UserSettingsFile, ConversionFailureAfterAFailedLine_ReturnsFalse)
 {
     Embedded::FaultInjection::watch();
     ASSERT_TRUE(write(one + two));
@@ -384,7 +384,7 @@ TEST_F(UserSettingsFile, ItemThatCannotBeConvertedAfterALineThatCannotBeWritten_
     EXPECT_FALSE(write(one + two));
 }
 
-TEST_F(UserSettingsFile, FailureToClose_IsPassedOver)
+TEST_F(UserSettingsFile, FailureToClose_IsIgnored)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "_wfsopen.close", .fromThenOn = true});

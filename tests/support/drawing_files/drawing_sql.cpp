@@ -24,12 +24,10 @@ std::string literal(SQLite::Database& database, const SQLite::Column& column)
         if (real - real != 0)
             return real > 0 ? "9e999" : "-9e999";
     }
-    if (column.isBlob() &&
-        column.getBytes() == 0) // SQLite returns no address for it, and binds a missing address as null
+    // SQLite has no address for an empty blob, and would bind a missing address as null.
+    if (column.isBlob() && column.getBytes() == 0)
         return "X''";
     SQLite::Statement quote(database, "SELECT quote(?)");
-    if (column.isBlob() && column.getBytes() == 0) // which binding takes for null
-        return "x''";
     if (column.isBlob())
         quote.bind(1, column.getBlob(), column.getBytes());
     else if (column.isText())
@@ -42,7 +40,7 @@ std::string literal(SQLite::Database& database, const SQLite::Column& column)
     return quote.getColumn(0).getString();
 }
 
-std::string insertsInto(SQLite::Database& database, const std::string& table, const std::string& order)
+std::string dumpRows(SQLite::Database& database, const std::string& table, const std::string& order)
 {
     std::string text;
     SQLite::Statement rows(database, "SELECT * FROM " + table + " ORDER BY " + order);
@@ -141,7 +139,7 @@ std::string dumpAsSql(SQLite::Database& database)
              {"resbufs", "object, position"},
              {"extended_data", "object, application, position"},
          }})
-        text += insertsInto(database, table, order);
+        text += dumpRows(database, table, order);
     return text + "COMMIT;\n";
 }
 

@@ -68,14 +68,14 @@ protected:
     }
 };
 
-TEST_F(RegistryAccess, Keys_AreMadeAndChangedWithTheRightToWriteAlone)
+TEST_F(RegistryAccess, Keys_AreCreatedAndChangedWithWriteAccessOnly)
 {
     ASSERT_TRUE(write(item(1)));
     ASSERT_TRUE(write(item(2)));
     EXPECT_THAT(created, AllOf(Each(KEY_WRITE), SizeIs(testing::Ge(7))));
 }
 
-TEST_F(RegistryAccess, Keys_AreReadWithTheRightToReadAlone)
+TEST_F(RegistryAccess, Keys_AreReadWithReadAccessOnly)
 {
     ASSERT_TRUE(write(item(1)));
     opened.clear();
@@ -83,7 +83,7 @@ TEST_F(RegistryAccess, Keys_AreReadWithTheRightToReadAlone)
     EXPECT_THAT(opened, AllOf(Each(KEY_READ), SizeIs(testing::Ge(2))));
 }
 
-TEST_F(RegistryAccess, ANameWithoutAnEnd_IsTakenUpToTheEndOfItsBuffer)
+TEST_F(RegistryAccess, NameWithoutANul_EndsWithItsBuffer)
 {
     ASSERT_TRUE(write(item(1)));
     std::vector<std::wstring> names;

@@ -7,7 +7,7 @@ namespace {
 
 class RegistryOrder : public RegistrySettingsTest {};
 
-TEST_F(RegistryOrder, TwelveItems_AreReadInTheOrderInWhichTheyWereWritten)
+TEST_F(RegistryOrder, TwelveItems_AreReadInTheOrderOfWriting)
 {
     std::wstring text;
     Names expected;
@@ -20,7 +20,7 @@ TEST_F(RegistryOrder, TwelveItems_AreReadInTheOrderInWhichTheyWereWritten)
     EXPECT_EQ(read(), (ReadText{true, text}));
 }
 
-TEST_F(RegistryOrder, DefaultValue_SurvivesAndIsReadInItsPlace)
+TEST_F(RegistryOrder, DefaultValue_IsKeptAndReadInItsPlace)
 {
     give(L"First", L"1");
     giveDefault(L"2");
@@ -31,7 +31,7 @@ TEST_F(RegistryOrder, DefaultValue_SurvivesAndIsReadInItsPlace)
     EXPECT_EQ(read(), (ReadText{true, L"2" + item(1)}));
 }
 
-TEST_F(RegistryOrder, Values_AreReadInTheRegistrysOrder)
+TEST_F(RegistryOrder, Values_AreReadInTheOrderOfCreation)
 {
     give(L"Item2", L"two");
     give(L"Item1", L"one");

@@ -8,7 +8,7 @@ namespace {
 
 class RegistryQuery : public RegistrySettingsTest {};
 
-TEST_F(RegistryQuery, OfThePage_ShowsTheStoredConfiguration)
+TEST_F(RegistryQuery, DocumentedQuery_ShowsTheStoredConfiguration)
 {
     ASSERT_TRUE(write(L"<Item>one</Item><Item>two</Item>"));
     const auto block = [](const char* label) { return DocumentedExample("registry-stand-in.md", label).text(); };

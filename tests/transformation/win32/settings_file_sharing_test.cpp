@@ -27,7 +27,7 @@ protected:
     }
 };
 
-TEST_F(SettingsFileSharing, FileThatIsSharedWithNobody_IsNeitherReadNorWritten)
+TEST_F(SettingsFileSharing, FileOpenedWithoutSharing_IsNeitherReadNorWritten)
 {
     {
         const auto other = openedElsewhere(GENERIC_READ | GENERIC_WRITE, 0);
@@ -37,7 +37,7 @@ TEST_F(SettingsFileSharing, FileThatIsSharedWithNobody_IsNeitherReadNorWritten)
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
-TEST_F(SettingsFileSharing, FileThatIsSharedWithReaders_IsReadAndNotWritten)
+TEST_F(SettingsFileSharing, FileSharedForReading_IsReadAndNotWritten)
 {
     const auto other = openedElsewhere(GENERIC_READ, FILE_SHARE_READ);
     EXPECT_EQ(read(), (ReadText{true, one}));
@@ -45,7 +45,7 @@ TEST_F(SettingsFileSharing, FileThatIsSharedWithReaders_IsReadAndNotWritten)
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
-TEST_F(SettingsFileSharing, FileThatIsSharedWithAll_IsReadAndWritten)
+TEST_F(SettingsFileSharing, FileSharedForWriting_IsReadAndWritten)
 {
     const auto other = openedElsewhere(GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
     EXPECT_TRUE(write(two));
