@@ -7,20 +7,6 @@ namespace {
 
 using StorageVersion = StorageVersionTest;
 
-TEST_F(StorageVersion, Version29_WritesTheLegacyForms)
-{
-    storeSystem(L"EPSG:25832");
-    EXPECT_EQ(apply(29), Qeapp::eOk);
-    expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
-}
-
-TEST_F(StorageVersion, Version30_WritesTheTextWithDatumAndEllipsoid)
-{
-    storeAllForms(L"EPSG:25832");
-    EXPECT_EQ(apply(30), Qeapp::eOk);
-    expectText(catalogSystem(L"EPSG:25832"));
-}
-
 TEST_F(StorageVersion, EveryVersionBelow30_WritesTheLegacyForms)
 {
     for (const int version : {-1, 0, 21, 22, 28, 29}) {

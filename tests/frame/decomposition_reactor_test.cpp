@@ -18,20 +18,21 @@ constexpr auto k30 = static_cast<QeDb::QeDbDwgVersion>(30);
 /// A result that no host call returns by itself.
 constexpr auto kInjectedResult = static_cast<Qeapp::ErrorStatus>(77);
 
-/// Stores what is recorded, and returns the result that the test sets.
-class Errors final : public QeDbSaveErrorRecorder {
+/// Stores the recorded codes and returns the result that the test sets.
+class ErrorRecorder final : public QeDbSaveErrorRecorder {
 public:
     std::vector<int> codes;
-    Qeapp::ErrorStatus answer = Qeapp::eOk;
+    Qeapp::ErrorStatus result = Qeapp::eOk;
 
     Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code) override
     {
         codes.push_back(code);
-        return answer;
+        return result;
     }
 };
 
-class Messages final : public QeDbSaveErrorMessageRecorder {
+/// Stores the recorded codes with their messages and returns the result that the test sets.
+class MessageRecorder final : public QeDbSaveErrorMessageRecorder {
 public:
     struct Entry {
         int code = 0;
@@ -39,12 +40,12 @@ public:
         friend bool operator==(const Entry&, const Entry&) = default;
     };
     std::vector<Entry> entries;
-    Qeapp::ErrorStatus answer = Qeapp::eOk;
+    Qeapp::ErrorStatus result = Qeapp::eOk;
 
     Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code, const wchar_t* message) override
     {
         entries.push_back({code, message != nullptr ? std::optional<std::wstring>(message) : std::nullopt});
-        return answer;
+        return result;
     }
 };
 
@@ -52,12 +53,12 @@ class DecompositionReactor : public FrameTest {
 protected:
     Drawing drawing;
     OrvelCoordsysCoreDecompositionReactor reactor;
-    Errors errors;
-    Messages messages;
+    ErrorRecorder errors;
+    MessageRecorder messages;
 
     void storeSystem() { drawing.withGeoData(serializedText(catalogSystem(L"EPSG:25832").get())); }
-    /// A code that neither the drawing nor the catalog can define: the conversion ends with eNotApplicable.
-    void giveUnknownCode() { drawing.withLegacyCode(L"MINE:1"); }
+    /// Stores a code that neither the drawing nor the catalog defines, so that the conversion returns eNotApplicable.
+    void storeUnknownCode() { drawing.withLegacyCode(L"MINE:1"); }
 
     Qeapp::ErrorStatus decompose(QeDb::QeDbDwgVersion version)
     {
@@ -80,7 +81,7 @@ TEST_F(DecompositionReactor, Version29_GetsTheLegacyForms)
     expectNothingRecorded();
 }
 
-TEST_F(DecompositionReactor, Version30_GetsTheGeoDataTextAlone)
+TEST_F(DecompositionReactor, Version30_GetsOnlyTheGeoDataText)
 {
     storeSystem();
     const std::wstring text = drawing.geoDataText().value_or(L"");
@@ -92,7 +93,7 @@ TEST_F(DecompositionReactor, Version30_GetsTheGeoDataTextAlone)
     expectNothingRecorded();
 }
 
-TEST_F(DecompositionReactor, OldestAndNewestVersions_AreServedAsTheirNeighbours)
+TEST_F(DecompositionReactor, OldestAndNewestVersions_GetTheirForms)
 {
     storeSystem();
     EXPECT_EQ(decompose(QeDb::kOldestDwg), Qeapp::eOk);
@@ -101,7 +102,7 @@ TEST_F(DecompositionReactor, OldestAndNewestVersions_AreServedAsTheirNeighbours)
     EXPECT_FALSE(drawing.xrecord().has_value());
 }
 
-TEST_F(DecompositionReactor, DrawingWithoutASystem_SavesWithoutErrorAtAnyVersion)
+TEST_F(DecompositionReactor, DrawingWithoutASystem_SucceedsAtAnyVersion)
 {
     for (int version = QeDb::kOldestDwg; version <= QeDb::kCurrentDwg; ++version) {
         EXPECT_EQ(decompose(static_cast<QeDb::QeDbDwgVersion>(version)), Qeapp::eOk) << version;
@@ -112,7 +113,7 @@ TEST_F(DecompositionReactor, DrawingWithoutASystem_SavesWithoutErrorAtAnyVersion
     expectNothingRecorded();
 }
 
-TEST_F(DecompositionReactor, NoDatabase_IsTheWorkingOne)
+TEST_F(DecompositionReactor, NullDatabase_MeansTheWorkingDatabase)
 {
     auto* const document = Embedded::openDocument(std::make_unique<QeDbDatabase>());
     EXPECT_EQ(reactor.decomposeForSave(nullptr, k29, nullptr, nullptr), Qeapp::eOk);
@@ -126,49 +127,49 @@ TEST_F(DecompositionReactor, Success_NeedsNoRecorder)
     EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, nullptr), Qeapp::eOk);
 }
 
-TEST_F(DecompositionReactor, Failure_IsRecordedWithTheFirstRecorderAlone)
+TEST_F(DecompositionReactor, Failure_IsRecordedOnlyByTheFirstRecorder)
 {
-    giveUnknownCode();
-    EXPECT_EQ(decompose(k29), Qeapp::eOk) << "what the recording answered";
+    storeUnknownCode();
+    EXPECT_EQ(decompose(k29), Qeapp::eOk) << "the result of the recorder";
     EXPECT_EQ(errors.codes, std::vector<int>{2});
     EXPECT_TRUE(messages.entries.empty());
 }
 
-TEST_F(DecompositionReactor, Failure_IsAnsweredWithTheFirstRecordersAnswer)
+TEST_F(DecompositionReactor, Failure_ReturnsTheResultOfTheFirstRecorder)
 {
-    giveUnknownCode();
-    errors.answer = kInjectedResult;
+    storeUnknownCode();
+    errors.result = kInjectedResult;
     EXPECT_EQ(decompose(k29), kInjectedResult);
 }
 
-TEST_F(DecompositionReactor, FailureWithTheFirstRecorderOnly_IsRecordedThere)
+TEST_F(DecompositionReactor, FailureWithOnlyTheFirstRecorder_IsRecorded)
 {
-    giveUnknownCode();
+    storeUnknownCode();
     EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k30, &errors, nullptr), Qeapp::eOk);
     EXPECT_EQ(errors.codes, std::vector<int>{2});
 }
 
-TEST_F(DecompositionReactor, FailureWithTheSecondRecorderOnly_IsRecordedWithTheEmptyMessage)
+TEST_F(DecompositionReactor, FailureWithOnlyTheSecondRecorder_IsRecordedWithAnEmptyMessage)
 {
-    giveUnknownCode();
+    storeUnknownCode();
     EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, &messages), Qeapp::eOk);
-    EXPECT_EQ(messages.entries, (std::vector<Messages::Entry>{{2, L""}}));
+    EXPECT_EQ(messages.entries, (std::vector<MessageRecorder::Entry>{{2, L""}}));
 }
 
-TEST_F(DecompositionReactor, FailureWithTheSecondRecorderOnly_IsAnsweredWithItsAnswer)
+TEST_F(DecompositionReactor, FailureWithOnlyTheSecondRecorder_ReturnsItsResult)
 {
-    giveUnknownCode();
-    messages.answer = kInjectedResult;
+    storeUnknownCode();
+    messages.result = kInjectedResult;
     EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, &messages), kInjectedResult);
 }
 
-TEST_F(DecompositionReactor, FailureWithoutARecorder_IsTheResult)
+TEST_F(DecompositionReactor, FailureWithoutARecorder_IsReturned)
 {
-    giveUnknownCode();
+    storeUnknownCode();
     EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, nullptr), 2);
 }
 
-TEST_F(DecompositionReactor, HostResult_IsRecordedAsItIs)
+TEST_F(DecompositionReactor, HostResult_IsRecordedUnchanged)
 {
     storeSystem();
     const ScopedFault fault({.call = "QeDbObject::setXData", .occurrence = 2, .code = kInjectedResult});
@@ -176,13 +177,13 @@ TEST_F(DecompositionReactor, HostResult_IsRecordedAsItIs)
     EXPECT_EQ(errors.codes, std::vector<int>{77});
 }
 
-/// The reactor that the module registers, called by the host's own save.
+/// The reactor that the module registers and that the host's save calls.
 class RegisteredReactor : public DecompositionReactor {
 protected:
     void SetUp() override { ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk); }
 };
 
-TEST_F(RegisteredReactor, IsAskedThroughTheManager)
+TEST_F(RegisteredReactor, SaveConvertsTheDrawing)
 {
     storeSystem();
     Embedded::DecompositionRun run(*drawing.database(), k29);
@@ -191,24 +192,24 @@ TEST_F(RegisteredReactor, IsAskedThroughTheManager)
     EXPECT_TRUE(drawing.xrecord().has_value());
 }
 
-TEST_F(RegisteredReactor, FailureStopsTheSaveAndIsUndone)
+TEST_F(RegisteredReactor, FailureStopsTheSaveAndChangesNothing)
 {
-    giveUnknownCode();
+    storeUnknownCode();
     const auto before = drawing.contents();
     const Embedded::DecompositionRun run(*drawing.database(), k29);
     EXPECT_EQ(Embedded::hostStatus(run.result()), Qeapp::eNotApplicable);
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(RegisteredReactor, SecondLoad_DoesNotConvertTwice)
+TEST_F(RegisteredReactor, SaveAfterASecondLoadConvertsOnce)
 {
     ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk);
     storeSystem();
-    const auto calls = callsOf([&] { Embedded::DecompositionRun(*drawing.database(), k29).complete(); });
+    const auto calls = recordCalls([&] { Embedded::DecompositionRun(*drawing.database(), k29).complete(); });
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "DefinitionStream::Deserialize_s"), 1);
 }
 
-TEST_F(RegisteredReactor, AfterUnload_NobodyConverts)
+TEST_F(RegisteredReactor, SaveAfterUnloadDoesNotConvert)
 {
     ASSERT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk);
     storeSystem();

@@ -25,20 +25,20 @@ std::vector<ItemFields> expectedItems(const CollectionTextCase& one)
 TEST_P(CollectionTexts, AreReadAsTheListedItems)
 {
     read();
-    EXPECT_EQ(fieldsOf(*collection), expectedItems(GetParam()));
+    EXPECT_EQ(readFields(*collection), expectedItems(GetParam()));
 }
 
 TEST_P(CollectionTexts, ReplaceEarlierItems)
 {
     collection->Add(newCompleteItem().get());
     read();
-    EXPECT_EQ(fieldsOf(*collection), expectedItems(GetParam()));
+    EXPECT_EQ(readFields(*collection), expectedItems(GetParam()));
 }
 
 TEST_P(CollectionTexts, AreWrittenFromTheListedItems)
 {
     read();
-    EXPECT_EQ(collection->ToXmlString(), Reference::writtenConfiguration(expectedItems(GetParam())));
+    EXPECT_EQ(collection->ToXmlString(), Reference::writeConfiguration(expectedItems(GetParam())));
 }
 
 INSTANTIATE_TEST_SUITE_P(Markers, CollectionTexts, testing::ValuesIn(collectionMarkerTexts()), caseName);
@@ -91,7 +91,7 @@ TEST_F(CollectionReading, ThousandItemsAreReadInOrder)
     }
     collection->FromXmlString(text.c_str());
     EXPECT_EQ(collection->GetCount(), kItems);
-    EXPECT_EQ(fieldsOf(*collection), expected);
+    EXPECT_EQ(readFields(*collection), expected);
 }
 
 TEST_F(CollectionReading, ThousandItemsAreReadAsTheyWereWritten)
@@ -100,9 +100,9 @@ TEST_F(CollectionReading, ThousandItemsAreReadAsTheyWereWritten)
     for (int number = 0; number < 1000; ++number)
         collection->Add(newCompleteItem(std::to_wstring(number).c_str()).get());
     const std::wstring text = collection->ToXmlString();
-    const std::vector<ItemFields> items = fieldsOf(*collection);
+    const std::vector<ItemFields> items = readFields(*collection);
     collection->FromXmlString(text.c_str());
-    EXPECT_EQ(fieldsOf(*collection), items);
+    EXPECT_EQ(readFields(*collection), items);
     EXPECT_EQ(collection->ToXmlString(), text);
 }
 

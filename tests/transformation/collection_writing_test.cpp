@@ -1,12 +1,12 @@
-// The text of a collection.
+// Writing the text of a collection.
 #include "support/platform_test.h"
 #include "transformation/client_classes.h"
 
 namespace Tests {
 namespace {
 
-/// An object that is not an item but that a client can pass through a cast. The collection uses it as a counted object.
-ConfigItem* passedOffAsItem(ConfigCollection& stranger)
+/// Passes an object of another class through a cast, as a client can. The collection uses it as a counted object.
+ConfigItem* castToItem(ConfigCollection& stranger)
 {
     return reinterpret_cast<ConfigItem*>(&stranger);
 }
@@ -18,11 +18,11 @@ protected:
     void add(const ItemFields& fields) { collection->Add(newItem(fields).get()); }
 };
 
-/// Clears its collection while it is written, so that only the writer has a reference to it.
-class ItemThatEmpties final : public ClientItem {
+/// An item that clears its collection while it is written. Then only the writer holds a reference to it.
+class ClearingItem final : public ClientItem {
 public:
-    ItemThatEmpties(ConfigCollection& collection, bool& alive) : collection_(&collection), alive_(&alive) {}
-    ~ItemThatEmpties() override { *alive_ = false; }
+    ClearingItem(ConfigCollection& collection, bool& alive) : collection_(&collection), alive_(&alive) {}
+    ~ClearingItem() override { *alive_ = false; }
 
     std::wstring ToXmlString() override
     {
@@ -49,7 +49,7 @@ TEST_F(CollectionWriting, EmptyCollectionIsWrittenAsAnEmptyText)
 TEST_F(CollectionWriting, ItemIsKeptAliveWhileItIsWritten)
 {
     bool alive = true;
-    Ptr<ConfigItem> item(new ItemThatEmpties(*collection.get(), alive));
+    Ptr<ConfigItem> item(new ClearingItem(*collection.get(), alive));
     collection->Add(item.get());
     item = Ptr<ConfigItem>();
     EXPECT_EQ(collection->ToXmlString(), L"alive");
@@ -94,7 +94,7 @@ TEST_F(CollectionWriting, ItemIsWrittenWithItsCurrentFields)
 {
     const Ptr<ConfigItem> item = newItem();
     collection->Add(item.get());
-    setFields(*item, fieldsOf(*newCompleteItem(L"second")));
+    setFields(*item, readFields(*newCompleteItem(L"second")));
     EXPECT_EQ(collection->ToXmlString(), kSecond);
 }
 
@@ -110,7 +110,7 @@ TEST_F(CollectionWriting, EntryOfAnotherClassMakesTheTextEmpty)
 {
     const Ptr<ConfigCollection> stranger = newCollection();
     collection->Add(newCompleteItem(L"first").get());
-    collection->Add(passedOffAsItem(*stranger));
+    collection->Add(castToItem(*stranger));
     collection->Add(newCompleteItem(L"second").get());
     EXPECT_EQ(collection->ToXmlString(), L"");
     EXPECT_EQ(collection->GetCount(), 3);

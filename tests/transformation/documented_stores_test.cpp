@@ -1,4 +1,4 @@
-// The examples of the page about the places of configurations.
+// The examples on the page about the stores of configurations.
 #include <fstream>
 #include <iterator>
 #include <sstream>

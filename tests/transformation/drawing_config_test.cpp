@@ -12,7 +12,7 @@ protected:
     static ReadText read() { return readWith(Orvel::ReadDrawingTransformationConfig); }
     static bool write(const std::wstring& text) { return Orvel::WriteDrawingTransformationConfig(text.c_str()); }
 
-    std::optional<Items> storedUnder(const wchar_t* key) const
+    std::optional<Items> storedChain(const wchar_t* key) const
     {
         const Orvel::CResbufDictionary dictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", document.database());
         Orvel::ResbufChain chain;
@@ -39,7 +39,7 @@ TEST_F(DrawingConfig, MissingText_IsAlwaysTheSameEmptyText)
 
 TEST_F(DrawingConfig, TextOfTwoItems_IsReadUnchanged)
 {
-    const std::wstring text = elementOf(L"A", L"B", L"one") + L"\r\n " + elementOf(L"B", L"C", L"two") + L" rest ";
+    const std::wstring text = itemElement(L"A", L"B", L"one") + L"\r\n " + itemElement(L"B", L"C", L"two") + L" rest ";
     ASSERT_TRUE(write(text));
     EXPECT_EQ(read(), (ReadText{true, text}));
 }
@@ -56,14 +56,14 @@ TEST_F(DrawingConfig, AnyText_IsReadUnchanged)
 TEST_F(DrawingConfig, WrittenText_IsOneResbufUnderItsKey)
 {
     ASSERT_TRUE(write(L"text"));
-    EXPECT_EQ(storedUnder(L"CONFIG_ITEM"), (Items{{300, L"text"}}));
+    EXPECT_EQ(storedChain(L"CONFIG_ITEM"), (Items{{300, L"text"}}));
 }
 
 TEST_F(DrawingConfig, SecondWrite_ReplacesTheText)
 {
-    ASSERT_TRUE(write(elementOf(L"A", L"B", L"one")));
-    ASSERT_TRUE(write(elementOf(L"B", L"C", L"two")));
-    EXPECT_EQ(read().text, elementOf(L"B", L"C", L"two"));
+    ASSERT_TRUE(write(itemElement(L"A", L"B", L"one")));
+    ASSERT_TRUE(write(itemElement(L"B", L"C", L"two")));
+    EXPECT_EQ(read().text, itemElement(L"B", L"C", L"two"));
     EXPECT_EQ(Orvel::CResbufDictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", nullptr).GetEntryCount(), 1);
 }
 
@@ -71,28 +71,28 @@ TEST_F(DrawingConfig, EmptyText_IsStored)
 {
     ASSERT_TRUE(write(L"text"));
     ASSERT_TRUE(write(L""));
-    EXPECT_EQ(storedUnder(L"CONFIG_ITEM"), (Items{{300, L""}}));
+    EXPECT_EQ(storedChain(L"CONFIG_ITEM"), (Items{{300, L""}}));
     EXPECT_EQ(read(), (ReadText{true, L""}));
 }
 
 TEST_F(DrawingConfig, FirstEntry_IsReadUnderAnyKey)
 {
     ASSERT_TRUE(write(L"text"));
-    giveEntry(L"AN_EARLIER_KEY", {{300, L"earlier"}});
+    storeEntry(L"AN_EARLIER_KEY", {{300, L"earlier"}});
     EXPECT_EQ(read(), (ReadText{true, L"earlier"}));
 }
 
 TEST_F(DrawingConfig, FirstEntryWithAnotherCode_HidesALaterText)
 {
     ASSERT_TRUE(write(L"text"));
-    giveEntry(L"A", {{1071, 1}, {300, L"second"}});
+    storeEntry(L"A", {{1071, 1}, {300, L"second"}});
     EXPECT_EQ(read(), kNothingRead);
 }
 
 TEST_F(DrawingConfig, FirstEntryWithoutText_HidesALaterText)
 {
     ASSERT_TRUE(write(L"text"));
-    giveEntry(L"A", {});
+    storeEntry(L"A", {});
     EXPECT_EQ(read(), kNothingRead) << "an empty xrecord";
     {
         const Orvel::CResbufDictionary dictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", document.database());
@@ -101,26 +101,26 @@ TEST_F(DrawingConfig, FirstEntryWithoutText_HidesALaterText)
         QeDbObjectId id;
         ASSERT_EQ(parent->setAt(L"A", child.get(), id), Qeapp::eOk);
     }
-    EXPECT_EQ(read(), kNothingRead) << "no xrecord at all";
+    EXPECT_EQ(read(), kNothingRead) << "a dictionary";
 }
 
 TEST_F(DrawingConfig, OtherTextCodes_ReadAsNothing)
 {
     for (int code = 301; code <= 309; ++code) {
-        giveEntry(L"CONFIG_ITEM", {{code, L"text"}});
+        storeEntry(L"CONFIG_ITEM", {{code, L"text"}});
         EXPECT_EQ(read(), kNothingRead) << code;
     }
 }
 
 TEST_F(DrawingConfig, LaterResbufsOfTheFirstEntry_AreIgnored)
 {
-    giveEntry(L"CONFIG_ITEM", {{300, L"first"}, {300, L"second"}});
+    storeEntry(L"CONFIG_ITEM", {{300, L"first"}, {300, L"second"}});
     EXPECT_EQ(read(), (ReadText{true, L"first"}));
 }
 
 TEST_F(DrawingConfig, EmptyXrecord_ReadsAsNothing)
 {
-    giveEntry(L"CONFIG_ITEM", {});
+    storeEntry(L"CONFIG_ITEM", {});
     EXPECT_EQ(read(), kNothingRead);
 }
 
@@ -148,7 +148,7 @@ TEST_F(DrawingConfig, WithoutAWorkingDrawing_NothingIsReadOrWritten)
     EXPECT_EQ(read(), kNothingRead);
     Embedded::FaultInjection::watch();
     EXPECT_FALSE(write(L"text"));
-    EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>()) << "no document is locked for it";
+    EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>()) << "no document is locked";
     qedbHostApplicationServices()->setWorkingDatabase(document.database());
 }
 

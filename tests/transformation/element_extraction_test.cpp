@@ -1,4 +1,4 @@
-// The search for the value of one element.
+// Searching the value of an element.
 #include <array>
 
 #include "support/case_name.h"
@@ -8,7 +8,7 @@
 namespace Tests {
 namespace {
 
-constexpr std::wstring_view kBefore = L"as it was";
+constexpr std::wstring_view kBefore = L"before";
 
 struct ExtractionCase {
     const char* name;

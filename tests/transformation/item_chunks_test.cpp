@@ -1,4 +1,4 @@
-// The places where a configuration text is cut.
+// Splitting a configuration text into the chunks of its items.
 #include "support/platform_test.h"
 #include "transformation/item_text.h"
 

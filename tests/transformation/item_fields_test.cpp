@@ -1,4 +1,4 @@
-// The fields of an item, and the text that is written of them.
+// The fields of an item, and the text that it writes.
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -43,7 +43,7 @@ protected:
     {
         const Ptr<ConfigItem> other(ConfigItem::CreateInstance());
         other->FromXmlString(item->ToXmlString().c_str());
-        return fieldsOf(*other);
+        return readFields(*other);
     }
 };
 
@@ -62,20 +62,20 @@ TEST_F(ItemFieldRules, NewItemHasOnlyItsVersion)
 TEST_F(ItemFieldRules, SetterChangesOnlyItsField)
 {
     for (const TextField& field : kTextFields) {
-        ItemFields expected = fieldsOf(*item);
+        ItemFields expected = readFields(*item);
         expected.*field.value = L"new";
         ((*item).*field.set)(L"new");
-        EXPECT_EQ(fieldsOf(*item), expected) << field.name;
+        EXPECT_EQ(readFields(*item), expected) << field.name;
     }
 }
 
 TEST_F(ItemFieldRules, SetTypeChangesOnlyTheType)
 {
-    ItemFields expected = fieldsOf(*item);
+    ItemFields expected = readFields(*item);
     for (const int type : {0, 1, 2, 3, -1, 70'000, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
         expected.type = type;
         item->SetType(type);
-        EXPECT_EQ(fieldsOf(*item), expected);
+        EXPECT_EQ(readFields(*item), expected);
     }
 }
 
@@ -156,7 +156,7 @@ TEST_F(ItemFieldRules, EmptyVersionIsWrittenAsAnEmptyElement)
 
 TEST_F(ItemFieldRules, IncompleteItemIsWrittenAsAnEmptyText)
 {
-    const ItemFields complete = fieldsOf(*item);
+    const ItemFields complete = readFields(*item);
     for (std::wstring ItemFields::*const field : {&ItemFields::source, &ItemFields::target, &ItemFields::name}) {
         ItemFields fields = complete;
         fields.*field = L"";
@@ -230,7 +230,7 @@ TEST_F(ItemFieldRules, WrittenItemIsReadBack)
 {
     for (const int type : {1, 2}) {
         setFields(*item, {L" a&b ", L"<b", L"\u00E4\U0001F30D", type, L"\r\n\t\xD83C"});
-        EXPECT_EQ(readBack(), fieldsOf(*item));
+        EXPECT_EQ(readBack(), readFields(*item));
     }
 }
 
@@ -282,7 +282,7 @@ TEST_F(ItemFieldRules, ValueWithTheClosingItemTagIsReadAsTwoItems)
     const Ptr<ConfigCollection> collection = newCollection();
     collection->FromXmlString(item->ToXmlString().c_str());
     const std::vector<ItemFields> expected{{.source = L"a", .target = L"b", .name = L"c"}, {}};
-    EXPECT_EQ(fieldsOf(*collection), expected);
+    EXPECT_EQ(readFields(*collection), expected);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The references to items and collections, and their lifetime.
+// Reference counts and lifetime of items and collections.
 #include <algorithm>
 
 #include "embedded/diagnostics/fault_injection.h"
@@ -8,34 +8,34 @@
 namespace Tests {
 namespace {
 
-long objects()
+long countObjects()
 {
     return Embedded::ResourceCounters::now()[Embedded::ResourceKind::disposableObject];
 }
 
 class ItemLifetime : public PlatformTest {
 protected:
-    const long before = objects();
+    const long before = countObjects();
 
-    long made() const { return objects() - before; }
+    long countNewObjects() const { return countObjects() - before; }
 };
 
 TEST_F(ItemLifetime, NewItemHasOneReference)
 {
     ConfigItem* const item = ConfigItem::CreateInstance();
     EXPECT_EQ(item->GetRefCount(), 1);
-    EXPECT_EQ(made(), 1);
+    EXPECT_EQ(countNewObjects(), 1);
     EXPECT_EQ(item->Release(), 0);
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
 TEST_F(ItemLifetime, NewCollectionHasOneReferenceAndItsList)
 {
     ConfigCollection* const collection = ConfigCollection::CreateInstance();
     EXPECT_EQ(collection->GetRefCount(), 1);
-    EXPECT_EQ(made(), 2);
+    EXPECT_EQ(countNewObjects(), 2);
     EXPECT_EQ(collection->Release(), 0);
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
 TEST_F(ItemLifetime, ReferencesAreAddedAndReleased)
@@ -46,7 +46,7 @@ TEST_F(ItemLifetime, ReferencesAreAddedAndReleased)
     EXPECT_EQ(item->Release(), 2);
     EXPECT_EQ(item->GetRefCount(), 2);
     EXPECT_EQ(item->Release(), 1);
-    EXPECT_EQ(made(), 1);
+    EXPECT_EQ(countNewObjects(), 1);
     EXPECT_EQ(item->Release(), 0);
 }
 
@@ -59,7 +59,7 @@ TEST_F(ItemLifetime, PointerHoldsAReference)
         second = Ptr<ConfigItem>();
         EXPECT_EQ(first->GetRefCount(), 1);
     }
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
 TEST_F(ItemLifetime, ItemWithTheFlagOffOutlivesItsLastReference)
@@ -67,11 +67,11 @@ TEST_F(ItemLifetime, ItemWithTheFlagOffOutlivesItsLastReference)
     ConfigItem* const item = ConfigItem::CreateInstance();
     item->SetRefCountFlag(false);
     EXPECT_EQ(item->Release(), 0);
-    EXPECT_EQ(made(), 1);
+    EXPECT_EQ(countNewObjects(), 1);
     item->SetName(L"still there");
     EXPECT_STREQ(item->GetName(), L"still there");
     item->Dispose();
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
 TEST_F(ItemLifetime, CollectionWithTheFlagOffOutlivesItsLastReference)
@@ -82,7 +82,7 @@ TEST_F(ItemLifetime, CollectionWithTheFlagOffOutlivesItsLastReference)
     collection->Add(newItem().get());
     EXPECT_EQ(collection->GetCount(), 1);
     collection->Dispose();
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
 TEST_F(ItemLifetime, DisposedItemIsDeletedForAnyCount)
@@ -90,7 +90,7 @@ TEST_F(ItemLifetime, DisposedItemIsDeletedForAnyCount)
     ConfigItem* const item = ConfigItem::CreateInstance();
     item->AddRef();
     item->Dispose();
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
 TEST_F(ItemLifetime, DisposedCollectionReleasesItsItems)
@@ -101,7 +101,7 @@ TEST_F(ItemLifetime, DisposedCollectionReleasesItsItems)
     collection->AddRef();
     collection->Dispose();
     EXPECT_EQ(item->GetRefCount(), 1);
-    EXPECT_EQ(made(), 1);
+    EXPECT_EQ(countNewObjects(), 1);
 }
 
 TEST_F(ItemLifetime, CollectionHoldsAReferenceToEachItem)
@@ -120,10 +120,10 @@ TEST_F(ItemLifetime, ItemLivesAsLongAsItsCollection)
     {
         const Ptr<ConfigCollection> collection = newCollection();
         collection->Add(newCompleteItem().get());
-        EXPECT_EQ(made(), 3);
+        EXPECT_EQ(countNewObjects(), 3);
         EXPECT_EQ(itemAt(*collection, 0)->GetRefCount(), 2);
     }
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
 TEST_F(ItemLifetime, ItemThatIsAddedTwiceHasTwoReferences)
@@ -202,12 +202,12 @@ TEST_F(ItemLifetime, OnlyTheCollectionHoldsAnItemThatItRead)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     collection->FromXmlString(L"</Item></Item>");
-    EXPECT_EQ(made(), 4);
+    EXPECT_EQ(countNewObjects(), 4);
     const Ptr<ConfigItem> item = itemAt(*collection, 1);
     EXPECT_EQ(item->GetRefCount(), 2);
     collection->Clear();
     EXPECT_EQ(item->GetRefCount(), 1);
-    EXPECT_EQ(made(), 3);
+    EXPECT_EQ(countNewObjects(), 3);
 }
 
 class WithoutMemory : public ItemLifetime {
@@ -222,14 +222,14 @@ TEST_F(WithoutMemory, CreateInstanceReturnsNoItem)
 {
     const Embedded::ScopedFault fault(construction(1));
     EXPECT_EQ(ConfigItem::CreateInstance(), nullptr);
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
 TEST_F(WithoutMemory, CreateInstanceReturnsNoCollection)
 {
     const Embedded::ScopedFault fault(construction(1));
     EXPECT_EQ(ConfigCollection::CreateInstance(), nullptr);
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
 TEST_F(WithoutMemory, CreateInstanceReturnsNoCollectionWithoutItsList)
@@ -237,7 +237,7 @@ TEST_F(WithoutMemory, CreateInstanceReturnsNoCollectionWithoutItsList)
     const Embedded::ScopedFault fault(construction(2));
     EXPECT_EQ(ConfigCollection::CreateInstance(), nullptr);
     EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
 TEST_F(WithoutMemory, NextItemIsCreated)
@@ -247,7 +247,7 @@ TEST_F(WithoutMemory, NextItemIsCreated)
     EXPECT_TRUE(newItem());
 }
 
-/// An item of a client. Its text is destroyed with it.
+/// A client's item that blanks a text when it is destroyed.
 class TextOwner final : public ClientItem {
 public:
     explicit TextOwner(std::wstring& text) : text_(text) {}
@@ -269,7 +269,7 @@ TEST_F(ItemLifetime, CollectionReadsATextThatOneOfItsItemsOwns)
         collection->FromXmlString(text.c_str());
         ASSERT_EQ(collection->GetCount(), 2) << place;
         EXPECT_STREQ(itemAt(*collection, 1)->GetName(), L"second") << place;
-        EXPECT_EQ(text.find_first_not_of(L' '), std::wstring::npos) << "the former items are gone";
+        EXPECT_EQ(text.find_first_not_of(L' '), std::wstring::npos) << "the earlier items are destroyed";
     }
 }
 

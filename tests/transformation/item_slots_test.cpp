@@ -1,5 +1,5 @@
-// Clients are built apart from the module, so the order of an item's and of a collection's operations in their tables
-// of virtual functions is part of the interface: first what the foundation has, then their own.
+// The order of the virtual functions of items and collections is part of the interface, because clients are built apart
+// from the module. The foundation's functions come first.
 #include "platform/foundation.h"
 #include "support/platform_test.h"
 #include "support/virtual_table.h"
@@ -136,7 +136,7 @@ Slots collectionSlots()
 }
 
 template <class Plain, std::size_t slots>
-void expectTheFoundationFirst()
+void expectFoundationFirst()
 {
     using Overridden = Foundation<Plain>;
     EXPECT_EQ((overridden<typename Overridden::ClassIdOnly, Plain, slots>()), Slots{0});
@@ -156,7 +156,7 @@ class ConfigCollectionSlots : public PlatformTest {};
 
 TEST_F(ConfigItemSlots, FoundationOperationsComeFirst)
 {
-    expectTheFoundationFirst<ClientItem, kItemSlots>();
+    expectFoundationFirst<ClientItem, kItemSlots>();
 }
 
 TEST_F(ConfigItemSlots, FieldsFollowWithEachSetterBeforeItsGetter)
@@ -183,7 +183,7 @@ TEST_F(ConfigItemSlots, WritingAndReadingComeLast)
 
 TEST_F(ConfigCollectionSlots, FoundationOperationsComeFirst)
 {
-    expectTheFoundationFirst<ClientCollection, kCollectionSlots>();
+    expectFoundationFirst<ClientCollection, kCollectionSlots>();
 }
 
 TEST_F(ConfigCollectionSlots, ListOperationsFollow)

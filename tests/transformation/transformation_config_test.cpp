@@ -1,4 +1,4 @@
-// The exported functions of the stores.
+// The exported functions for the stores.
 #include "coordsys/orvel_transformation_config.h"
 
 #include "embedded/host/application/application.h"
@@ -17,8 +17,8 @@ const Notices kOneNotice{{Event::transformationChanged, std::nullopt}};
 
 class TransformationConfig : public TransformationTest {
 protected:
-    const std::wstring one = elementOf(L"A", L"B", L"one");
-    const std::wstring two = elementOf(L"A", L"B", L"two");
+    const std::wstring one = itemElement(L"A", L"B", L"one");
+    const std::wstring two = itemElement(L"A", L"B", L"two");
 
     void SetUp() override { ASSERT_EQ(reactor.add(), Qeapp::eOk); }
 
@@ -30,8 +30,8 @@ protected:
     {
         return Cs::SetCsTransformationConfig(text.c_str(), target);
     }
-    /// The configured name. No value for null.
-    static std::optional<std::wstring> configured(const wchar_t* source, const wchar_t* target)
+    /// The name of the configured transformation; no value for null.
+    static std::optional<std::wstring> findConfiguredName(const wchar_t* source, const wchar_t* target)
     {
         const Orvel::LibraryObject<Cs::TransformationInfo> info(Cs::GetCsConfiguredTransformationInfo(source, target));
         return info ? std::optional<std::wstring>(info->GetName()) : std::nullopt;
@@ -124,7 +124,7 @@ TEST_F(TransformationConfig, Reading_NotifiesNoReactor)
 {
     get(Target::Drawing);
     get(Target::User);
-    EXPECT_EQ(configured(L"A", L"B"), std::nullopt);
+    EXPECT_EQ(findConfiguredName(L"A", L"B"), std::nullopt);
     EXPECT_EQ(log, Notices());
 }
 
@@ -172,21 +172,21 @@ TEST_F(TransformationConfig, DrawingsItem_IsPreferredToTheUsersItem)
 {
     ASSERT_TRUE(set(one, Target::Drawing));
     ASSERT_TRUE(set(two, Target::User));
-    EXPECT_EQ(configured(L"A", L"B"), L"one");
+    EXPECT_EQ(findConfiguredName(L"A", L"B"), L"one");
 }
 
 TEST_F(TransformationConfig, Codes_AreFoundInTheOrderOfTheItem)
 {
-    ASSERT_TRUE(set(elementOf(L"A", L"B", L"one") + elementOf(L"B", L"A", L"two"), Target::Drawing));
-    EXPECT_EQ(configured(L"A", L"B"), L"one");
-    EXPECT_EQ(configured(L"B", L"A"), L"two");
+    ASSERT_TRUE(set(itemElement(L"A", L"B", L"one") + itemElement(L"B", L"A", L"two"), Target::Drawing));
+    EXPECT_EQ(findConfiguredName(L"A", L"B"), L"one");
+    EXPECT_EQ(findConfiguredName(L"B", L"A"), L"two");
 }
 
 TEST_F(TransformationConfig, DrawingWithoutTheItem_GivesTheUsersItem)
 {
-    ASSERT_TRUE(set(elementOf(L"A", L"C", L"other"), Target::Drawing));
+    ASSERT_TRUE(set(itemElement(L"A", L"C", L"other"), Target::Drawing));
     ASSERT_TRUE(set(two, Target::User));
-    EXPECT_EQ(configured(L"a", L"b"), L"two");
+    EXPECT_EQ(findConfiguredName(L"a", L"b"), L"two");
 }
 
 TEST_F(TransformationConfig, ClearedDrawing_GivesTheUsersItem)
@@ -194,31 +194,31 @@ TEST_F(TransformationConfig, ClearedDrawing_GivesTheUsersItem)
     ASSERT_TRUE(set(one, Target::Drawing));
     ASSERT_TRUE(set(two, Target::User));
     ASSERT_TRUE(Cs::ClearCsTransformationConfig(Target::Drawing));
-    EXPECT_EQ(configured(L"A", L"B"), L"two");
+    EXPECT_EQ(findConfiguredName(L"A", L"B"), L"two");
 }
 
 TEST_F(TransformationConfig, WithoutAWorkingDrawing_TheUsersItemIsFound)
 {
     ASSERT_TRUE(set(two, Target::User));
     qedbHostApplicationServices()->setWorkingDatabase(nullptr);
-    EXPECT_EQ(configured(L"A", L"B"), L"two");
+    EXPECT_EQ(findConfiguredName(L"A", L"B"), L"two");
     qedbHostApplicationServices()->setWorkingDatabase(document.database());
 }
 
 TEST_F(TransformationConfig, DrawingsReverseItem_IsPreferredToTheUsersForwardItem)
 {
-    ASSERT_TRUE(set(elementOf(L"B", L"A", L"NTF to WGS 84 (1)"), Target::Drawing));
+    ASSERT_TRUE(set(itemElement(L"B", L"A", L"NTF to WGS 84 (1)"), Target::Drawing));
     ASSERT_TRUE(set(two, Target::User));
-    EXPECT_EQ(configured(L"A", L"B"), L"NTF to WGS 84 (1)");
+    EXPECT_EQ(findConfiguredName(L"A", L"B"), L"NTF to WGS 84 (1)");
 }
 
 TEST_F(TransformationConfig, NullOrEqualCodes_FindNothingWithoutReadingAStore)
 {
-    ASSERT_TRUE(set(elementOf(L"A", L"a", L"same"), Target::Drawing));
+    ASSERT_TRUE(set(itemElement(L"A", L"a", L"same"), Target::Drawing));
     Embedded::FaultInjection::watch();
-    EXPECT_EQ(configured(nullptr, L"B"), std::nullopt);
-    EXPECT_EQ(configured(L"A", nullptr), std::nullopt);
-    EXPECT_EQ(configured(L"A", L"a"), std::nullopt);
+    EXPECT_EQ(findConfiguredName(nullptr, L"B"), std::nullopt);
+    EXPECT_EQ(findConfiguredName(L"A", nullptr), std::nullopt);
+    EXPECT_EQ(findConfiguredName(L"A", L"a"), std::nullopt);
     Embedded::FaultInjection::disarm();
     EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>());
 }

@@ -19,14 +19,14 @@ using testing::Not;
 
 class UserSettingsFile : public TransformationTest {
 protected:
-    const std::wstring one = elementOf(L"A", L"B", L"one");
-    const std::wstring two = elementOf(L"B", L"C", L"two");
+    const std::wstring one = itemElement(L"A", L"B", L"one");
+    const std::wstring two = itemElement(L"B", L"C", L"two");
 
     static ReadText read() { return readWith(Orvel::ReadUserTransformationSettings); }
     static bool write(const std::wstring& text) { return Orvel::WriteUserTransformationSettings(text.c_str()); }
     static std::wstring path() { return Orvel::GetUserTransformationSettingsPath(); }
 
-    void giveFile(const std::string& bytes) const { std::ofstream(settingsFile(), std::ios::binary) << bytes; }
+    void storeFile(const std::string& bytes) const { std::ofstream(settingsFile(), std::ios::binary) << bytes; }
     std::string fileBytes() const
     {
         std::ifstream file(settingsFile(), std::ios::binary);
@@ -68,7 +68,7 @@ TEST_F(UserSettingsFile, FolderOf259Characters_IsUsed)
     EXPECT_EQ(path(), Embedded::wideFromUtf8(longFolder) + L"\\TransformationSetting.xml");
 }
 
-/// Without a folder in the environment.
+/// Tests without the variable that names the folder.
 class LocalApplicationData : public UserSettingsFile {
 protected:
     ScopedVariable data{"XDG_DATA_HOME"};
@@ -78,11 +78,11 @@ protected:
         userFolder.set(std::nullopt);
         useLocalApplicationData(folder.path());
     }
-    std::filesystem::path makeFolders() const
+    std::filesystem::path createFolders() const
     {
-        const auto made = folder.path() / "Zentara" / "User Geospatial Coordinate Systems";
-        std::filesystem::create_directories(made);
-        return made;
+        const auto created = folder.path() / "Zentara" / "User Geospatial Coordinate Systems";
+        std::filesystem::create_directories(created);
+        return created;
     }
     std::wstring expectedPath() const
     {
@@ -124,9 +124,9 @@ TEST_F(LocalApplicationData, MissingFolders_AreNotCreated)
 
 TEST_F(LocalApplicationData, ExistingFolders_GetTheFile)
 {
-    const auto made = makeFolders();
+    const auto created = createFolders();
     ASSERT_TRUE(write(one));
-    EXPECT_TRUE(std::filesystem::exists(made / "TransformationSetting.xml"));
+    EXPECT_TRUE(std::filesystem::exists(created / "TransformationSetting.xml"));
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
@@ -168,9 +168,9 @@ TEST_F(UserSettingsFile, TextBeforeAnItem_IsWrittenToItsLine)
 
 TEST_F(UserSettingsFile, LineBreakInAnItem_IsWrittenAndNotReadBack)
 {
-    ASSERT_TRUE(write(elementOf(L"A", L"B", L"one", 2, L"first\nsecond")));
+    ASSERT_TRUE(write(itemElement(L"A", L"B", L"one", 2, L"first\nsecond")));
     EXPECT_NE(fileBytes().find("first\r\nsecond"), std::string::npos);
-    EXPECT_EQ(read(), (ReadText{true, elementOf(L"A", L"B", L"one", 2, L"firstsecond")}));
+    EXPECT_EQ(read(), (ReadText{true, itemElement(L"A", L"B", L"one", 2, L"firstsecond")}));
 }
 
 TEST_F(UserSettingsFile, EmptyText_LeavesAnEmptyFile)
@@ -190,7 +190,7 @@ TEST_F(UserSettingsFile, TextWithoutAnItem_LeavesAnEmptyFile)
 
 TEST_F(UserSettingsFile, UnicodeText_IsReadUnchanged)
 {
-    const std::wstring text = elementOf(L"É", L"Ω", L"測地系", 1, L"\U0001F310 \U0010FFFF");
+    const std::wstring text = itemElement(L"É", L"Ω", L"測地系", 1, L"\U0001F310 \U0010FFFF");
     ASSERT_TRUE(write(text));
     EXPECT_EQ(fileBytes(), "<Item><Version>1.0</Version><SourceCs>\xC3\x89</SourceCs><TargetCs>\xCE\xA9</TargetCs>"
                            "<Name>\xE6\xB8\xAC\xE5\x9C\xB0\xE7\xB3\xBB</Name><Type>1</Type><Note>\xF0\x9F\x8C\x90 "
@@ -231,13 +231,14 @@ TEST_F(UserSettingsFile, FolderInPlaceOfTheFile_IsNeitherReadNorWritten)
 
 TEST_F(UserSettingsFile, ReadOnlyFile_IsReadAndNotWritten)
 {
-    giveFile("<Item>x</Item>\r\n");
+    storeFile("<Item>x</Item>\r\n");
     std::filesystem::permissions(settingsFile(), std::filesystem::perms::owner_read);
     EXPECT_EQ(read(), (ReadText{true, L"<Item>x</Item>"}));
     const bool mayWriteAnything = std::ofstream(settingsFile(), std::ios::app).is_open();
     EXPECT_EQ(write(one), mayWriteAnything);
     EXPECT_EQ(fileBytes(), mayWriteAnything ? utf8(one) + "\r\n" : "<Item>x</Item>\r\n");
-    std::filesystem::permissions(settingsFile(), std::filesystem::perms::owner_all); // or it outlives its folder
+    std::filesystem::permissions(settingsFile(),
+                                 std::filesystem::perms::owner_all); // so that its folder can be removed
 }
 
 struct Content {
@@ -261,7 +262,7 @@ TEST_F(UserSettingsFile, FileOfAnotherProgram_IsReadLineByLine)
          "\xEF\xBB\xBF"
          "a",
          L"\uFEFFa"},
-        {"bytes that are no UTF-8",
+        {"bytes that are not UTF-8",
          "a\xFF\xFE"
          "b",
          L"a\uFFFD\uFFFDb"},
@@ -274,7 +275,7 @@ TEST_F(UserSettingsFile, FileOfAnotherProgram_IsReadLineByLine)
     };
     for (const Content& content : contents) {
         SCOPED_TRACE(content.name);
-        giveFile(content.bytes);
+        storeFile(content.bytes);
         EXPECT_EQ(read(), (ReadText{true, content.text}));
     }
 }
@@ -283,7 +284,7 @@ TEST_F(UserSettingsFile, LongText_IsReadUnchanged)
 {
     std::wstring text;
     for (int index = 0; index < 3000; ++index)
-        text += elementOf(L"EPSG:" + std::to_wstring(index), L"EPSG:4326", L"測 " + std::to_wstring(index));
+        text += itemElement(L"EPSG:" + std::to_wstring(index), L"EPSG:4326", L"測 " + std::to_wstring(index));
     ASSERT_TRUE(write(text));
     EXPECT_EQ(read(), (ReadText{true, text}));
 }
@@ -334,7 +335,7 @@ TEST_F(UserSettingsFile, TextWithoutMemory_ReadsAsNothing)
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "qeutNewBuffer"});
     EXPECT_EQ(read(), kNothingRead);
-    EXPECT_EQ(Embedded::FaultInjection::seen().back(), "qeutNewBuffer") << "nothing is converted into it";
+    EXPECT_EQ(Embedded::FaultInjection::seen().back(), "qeutNewBuffer") << "no text is converted";
 }
 
 TEST_F(UserSettingsFile, ItemThatCannotBeMeasured_KeepsTheEarlierItems)
@@ -360,7 +361,7 @@ TEST_F(UserSettingsFile, FailureToWriteALine_SkipsTheLaterLinesAndIsIgnored)
         EXPECT_TRUE(write(one + two + one));
         EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
     }
-    // What the system did not take may still reach the file when it is closed. The third line was never handed over.
+    // Closing the file may still write the second line. The third line was never passed to the system.
     EXPECT_THAT(read(), testing::AnyOf(ReadText{true, one}, ReadText{true, one + two}));
 }
 

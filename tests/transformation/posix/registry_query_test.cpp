@@ -1,4 +1,4 @@
-// The query of the page about the registry's file shows the configuration.
+// Runs the query on the page about the registry's file.
 #include "storage/documented_example.h"
 #include "support/posix/sql_query.h"
 #include "transformation/registry_settings_test.h"

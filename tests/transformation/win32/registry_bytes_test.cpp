@@ -1,4 +1,4 @@
-// Data that only the registry of Windows can hold: there the bytes of a text need not be whole characters.
+// Data that only the registry of Windows can hold. There a text may end within a character.
 #include <vector>
 
 #include "platform/windows.h"
