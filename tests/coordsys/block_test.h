@@ -15,8 +15,8 @@ using HostBlock = Orvel::Holder<Orvel::HostBufferPolicy<unsigned char>>;
 inline constexpr auto k29 = static_cast<QeDb::QeDbDwgVersion>(29);
 inline constexpr auto k30 = static_cast<QeDb::QeDbDwgVersion>(30);
 
-/// A copy of the block with a NUL unit at an even place behind it, the least that a caller must provide. Sanitizers
-/// notice every read beyond it.
+/// A copy of the block, followed by a NUL unit at an even offset, which is the least that a caller must provide.
+/// Sanitizers notice every read beyond it.
 class GuardedBlock {
 public:
     explicit GuardedBlock(const Bytes& block)

@@ -8,7 +8,7 @@
 
 namespace Tests {
 
-/// One fenced block of a page under docs/formats: the one whose opening fence has that label.
+/// The fenced block with a label, on a page under docs/formats.
 class DocumentedExample {
 public:
     /// Throws when there is no such page or block.

@@ -74,7 +74,7 @@ TEST_F(GeoDataDefinition, FailingConversionToWktReturns3AndTheLibrarysStatus)
 TEST_F(GeoDataDefinition, ConversionThatSucceedsWithoutATextBlanksTheObject)
 {
     drawing.withGeoData(L"text");
-    const ScopedFault fault(failing("FormatConverter::DefinitionToWkt_s", 41)); // leaves the buffer as it was
+    const ScopedFault fault(failing("FormatConverter::DefinitionToWkt_s", 41)); // writes nothing to the buffer
     EXPECT_EQ(writeWkt(system), Qeapp::eOk);
     EXPECT_EQ(status, 41);
     EXPECT_EQ(drawing.geoDataText(), L"");

@@ -148,7 +148,7 @@ TEST_F(LegacyProjectionWriting, DictionaryThatIsOpenForReadReturnsOpenForRead)
 
 struct Failure {
     int result;
-    bool applicationIsRegistered; // the steps before the failing one are not taken back
+    bool applicationIsRegistered; // the steps before the failing one are not undone
 };
 
 const std::map<std::string, Failure>& failures()

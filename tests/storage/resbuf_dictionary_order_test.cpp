@@ -1,5 +1,4 @@
-// The order and the arguments of the host calls of the dictionaries of xrecords, and the objects that are open
-// meanwhile.
+// The order and the arguments of the host calls of dictionaries of xrecords, and the objects that are open during them.
 #include "embedded/diagnostics/resource_counters.h"
 #include "resbuf_dictionary_test.h"
 
@@ -47,13 +46,13 @@ class ResbufDictionaryOrder : public ResbufDictionary {
 protected:
     RecordingDocumentManager manager;
     const ScopedHostParts parts{{.otherDocumentManager = &manager}};
-    const RecordingDocumentManager::Lock wanted{document.get(), QeAp::kWrite, nullptr, nullptr, true};
+    const RecordingDocumentManager::Lock expectedLock{document.get(), QeAp::kWrite, nullptr, nullptr, true};
 };
 
 TEST_F(ResbufDictionaryOrder, SetResbuf_LocksTheCurrentDocumentOnceForWriteWithPrompt)
 {
     ASSERT_TRUE(set(L"A", kFirst));
-    EXPECT_EQ(manager.locks, std::vector{wanted});
+    EXPECT_EQ(manager.locks, std::vector{expectedLock});
 }
 
 TEST_F(ResbufDictionaryOrder, RemoveKey_LocksTheCurrentDocumentOnceForWriteWithPrompt)
@@ -61,7 +60,7 @@ TEST_F(ResbufDictionaryOrder, RemoveKey_LocksTheCurrentDocumentOnceForWriteWithP
     ASSERT_TRUE(set(L"A", kFirst));
     manager.locks.clear();
     ASSERT_TRUE(dictionary.RemoveKey(L"A"));
-    EXPECT_EQ(manager.locks, std::vector{wanted});
+    EXPECT_EQ(manager.locks, std::vector{expectedLock});
 }
 
 TEST_F(ResbufDictionaryOrder, EveryObject_IsClosedBeforeTheDocumentIsUnlocked)

@@ -16,7 +16,7 @@ struct Written {
     Bytes bytes;
 };
 
-/// Call with an output of exactly `capacity` bytes. Fail the test when a byte behind it changes.
+/// Call with an output of exactly `capacity` bytes. Fail the test when a byte after it changes.
 Written packInto(std::size_t capacity, const Bytes& input);
 Written unpackInto(std::size_t capacity, const Bytes& input);
 

@@ -11,14 +11,14 @@
 namespace Tests {
 namespace {
 
-/// One output for all calls. The bytes behind the capacity never change, so that one buffer serves all of them.
+/// One output for all calls. The bytes after the capacity never change, so one buffer serves all of them.
 class WatchedOutput {
 public:
     /// Room for the given capacities, in ascending order.
     explicit WatchedOutput(std::size_t mostCapacity) : bytes_(mostCapacity + kBorder, kUntouchedByte) {}
 
     unsigned char* data() { return bytes_.data(); }
-    bool isUntouchedBehind(std::size_t capacity) const
+    bool isUntouchedAfter(std::size_t capacity) const
     {
         static const Bytes untouched(kBorder, kUntouchedByte);
         return std::memcmp(bytes_.data() + capacity, untouched.data(), kBorder) == 0;
@@ -50,7 +50,7 @@ public:
         const bool fits = !expected.empty() && expected.size() <= capacity;
         if (length != (fits ? expected.size() : 0) || (fits && !output_.beginsWith(expected)))
             disagree("another output", input, capacity);
-        else if (!output_.isUntouchedBehind(capacity))
+        else if (!output_.isUntouchedAfter(capacity))
             disagree("written past the end", input, capacity);
     }
     void callWithEachCapacity(PackingCall function, const Bytes& input, std::size_t mostCapacity, const Bytes& expected)

@@ -9,7 +9,7 @@
 namespace Tests {
 namespace {
 
-constexpr std::size_t kMostCapacity = 130; // what a run and a literal at their borders take
+constexpr std::size_t kMostCapacity = 130; // more than the longest packet unpacks to
 
 void expectAgreement(const SweepResult& result, std::uint64_t inputs)
 {
