@@ -52,14 +52,14 @@ TEST_F(StorageVersion, RepeatedConversion_GivesTheSameForms)
     expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
 }
 
-TEST_F(StorageVersion, LegacyCodeAlone_BecomesText)
+TEST_F(StorageVersion, LegacyCodeWithoutOtherForms_BecomesText)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     EXPECT_EQ(apply(30), Qeapp::eOk);
     expectText(catalogSystem(L"EPSG:25832"));
 }
 
-TEST_F(StorageVersion, LegacyCodeAlone_BecomesAllLegacyForms)
+TEST_F(StorageVersion, LegacyCodeWithoutOtherForms_BecomesAllLegacyForms)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     EXPECT_EQ(apply(29), Qeapp::eOk);

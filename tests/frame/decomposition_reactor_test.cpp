@@ -15,9 +15,6 @@ using Embedded::ScopedFault;
 constexpr auto k29 = static_cast<QeDb::QeDbDwgVersion>(29);
 constexpr auto k30 = static_cast<QeDb::QeDbDwgVersion>(30);
 
-/// A result that no host call returns by itself.
-constexpr auto kInjectedResult = static_cast<Qeapp::ErrorStatus>(77);
-
 /// Stores the recorded codes and returns the result that the test sets.
 class ErrorRecorder final : public QeDbSaveErrorRecorder {
 public:
@@ -138,7 +135,7 @@ TEST_F(DecompositionReactor, Failure_IsRecordedOnlyByTheFirstRecorder)
 TEST_F(DecompositionReactor, Failure_ReturnsTheResultOfTheFirstRecorder)
 {
     storeUnknownCode();
-    errors.result = kInjectedResult;
+    errors.result = static_cast<Qeapp::ErrorStatus>(kInjectedResult);
     EXPECT_EQ(decompose(k29), kInjectedResult);
 }
 
@@ -159,7 +156,7 @@ TEST_F(DecompositionReactor, FailureWithOnlyTheSecondRecorder_IsRecordedWithAnEm
 TEST_F(DecompositionReactor, FailureWithOnlyTheSecondRecorder_ReturnsItsResult)
 {
     storeUnknownCode();
-    messages.result = kInjectedResult;
+    messages.result = static_cast<Qeapp::ErrorStatus>(kInjectedResult);
     EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, &messages), kInjectedResult);
 }
 
@@ -174,7 +171,7 @@ TEST_F(DecompositionReactor, HostResult_IsRecordedUnchanged)
     storeSystem();
     const ScopedFault fault({.call = "QeDbObject::setXData", .occurrence = 2, .code = kInjectedResult});
     EXPECT_EQ(decompose(k29), Qeapp::eOk);
-    EXPECT_EQ(errors.codes, std::vector<int>{77});
+    EXPECT_EQ(errors.codes, std::vector<int>{kInjectedResult});
 }
 
 /// The reactor that the module registers and that the host's save calls.

@@ -8,6 +8,7 @@
 #include "embedded/host/application/application.h"
 #include "frame/application.h"
 #include "frame/entry_point.h"
+#include "storage/failing_calls.h"
 #include "support/drawing.h"
 #include "support/library_definitions.h"
 #include "support/platform_test.h"
@@ -30,15 +31,5 @@ protected:
     static void removeDecompositionManager() { Embedded::setHostParts({.decompositionManager = false}); }
     static void restoreDecompositionManager() { Embedded::setHostParts({}); }
 };
-
-/// Runs the operation and returns the fallible platform calls that it makes.
-template <class Operation>
-std::vector<std::string> recordCalls(const Operation& operation)
-{
-    Embedded::FaultInjection::watch();
-    operation();
-    Embedded::FaultInjection::disarm();
-    return Embedded::FaultInjection::seen();
-}
 
 } // namespace Tests

@@ -198,7 +198,7 @@ TEST_F(DefinitionGroup, ChunkWithoutDataMakesTheGroupUnreadable)
     EXPECT_EQ(readGroup(chain), L"none");
 }
 
-TEST_F(DefinitionGroup, StandaloneChunkHoldsAWholeDefinition)
+TEST_F(DefinitionGroup, StandaloneChunkHoldsADefinition)
 {
     EXPECT_EQ(readChunk(makeChain(makeChunk(ellipsoid.get()))), L"ellipsoid EPSG:7019");
     EXPECT_EQ(readChunk(makeChain(makeChunk(catalogSystem(L"EPSG:25832").get()))), L"system EPSG:25832");

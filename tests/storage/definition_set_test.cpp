@@ -232,10 +232,7 @@ protected:
     using Calls = std::vector<std::string>;
     Calls recordLinkingCalls()
     {
-        Calls names;
-        for (const FallibleCall& call : recordFallibleCalls([&] { Orvel::linkDefinitionSet(set); }))
-            names.push_back(call.name);
-        return names;
+        return recordCalls([&] { Orvel::linkDefinitionSet(set); });
     }
     static double semiMajorAxis(const EllipsoidHolder& ellipsoid)
     {
@@ -305,7 +302,7 @@ TEST_F(DefinitionSetLinking, SystemOfKindFourWithoutItsDatumIsUnchanged)
     EXPECT_EQ(serializedText(set.system.get()), before);
 }
 
-TEST_F(DefinitionSetLinking, FailedLinkLeavesTheSystemAsItWasStored)
+TEST_F(DefinitionSetLinking, FailedLinkLeavesTheStoredSystem)
 {
     for (const char* const call :
          {"CoordinateReferenceSystemDefinition::GetDatumCode", "CoordinateReferenceSystemDefinition::SetDatum"}) {

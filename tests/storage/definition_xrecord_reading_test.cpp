@@ -260,7 +260,7 @@ TEST_F(DefinitionXrecordReading, EmptyXrecordIsRejected)
     EXPECT_EQ(describe(definitions), kNothing);
 }
 
-TEST_F(DefinitionXrecordReading, LayoutAloneIsRejected)
+TEST_F(DefinitionXrecordReading, LayoutWithoutDefinitionsIsRejected)
 {
     EXPECT_FALSE(readFrom(layout(0)));
     EXPECT_FALSE(readFrom(layout(1)));

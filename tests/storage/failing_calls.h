@@ -21,16 +21,23 @@ inline std::ostream& operator<<(std::ostream& out, const FallibleCall& call)
     return out << call.name << " no. " << call.occurrence;
 }
 
-/// Runs the operation and returns the fallible platform calls that it makes, in order.
+/// Runs the operation and returns the names of the fallible platform calls that it makes, in order.
 template <class Operation>
-std::vector<FallibleCall> recordFallibleCalls(const Operation& operation)
+std::vector<std::string> recordCalls(const Operation& operation)
 {
     Embedded::FaultInjection::watch();
     operation();
     Embedded::FaultInjection::disarm();
+    return Embedded::FaultInjection::seen();
+}
+
+/// The same with the occurrence of each call.
+template <class Operation>
+std::vector<FallibleCall> recordFallibleCalls(const Operation& operation)
+{
     std::map<std::string, std::size_t> occurrences;
     std::vector<FallibleCall> calls;
-    for (const std::string& name : Embedded::FaultInjection::seen())
+    for (const std::string& name : recordCalls(operation))
         calls.push_back({name, ++occurrences[name]});
     return calls;
 }

@@ -38,7 +38,7 @@ protected:
     }
 };
 
-TEST_F(GeoDataText, IsReadWhole)
+TEST_F(GeoDataText, IsReadCompletely)
 {
     const std::wstring whole = L"first line\r\n\x00E4\x4E16\t" + std::wstring(100000, L'z');
     ASSERT_EQ(WriteGeoDataCoordinateSystem(drawing.database(), whole.c_str()), Qeapp::eOk);

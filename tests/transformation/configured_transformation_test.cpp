@@ -75,7 +75,7 @@ TEST_F(ConfiguredTransformation, Codes_AreComparedIgnoringCase)
     EXPECT_EQ(find(itemElement(L"epsg:4230", L"Epsg:4326", L"n"), L"EPSG:4230", L"EPSG:4326"), (Found{L"n", 2}));
 }
 
-TEST_F(ConfiguredTransformation, Codes_AreComparedWhole)
+TEST_F(ConfiguredTransformation, Codes_AreComparedCompletely)
 {
     EXPECT_EQ(find(itemElement(L"AA", L"B", L"n")), std::nullopt);
     EXPECT_EQ(find(itemElement(L"A", L"BB", L"n")), std::nullopt);

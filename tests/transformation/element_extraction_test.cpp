@@ -76,7 +76,7 @@ TEST_F(ElementValue, IsAPartOfTheText)
     EXPECT_EQ(value.data(), text.data() + 3);
 }
 
-TEST_F(ElementValue, IsNotSearchedBehindTheEndOfTheText)
+TEST_F(ElementValue, IsNotSearchedAfterTheEndOfTheText)
 {
     const std::wstring_view text = L"<A>value</A>";
     std::wstring_view value = kBefore;

@@ -112,7 +112,7 @@ struct CollectionFromXmlStringOnly : ClientCollection {
     void FromXmlString(const wchar_t*) override {}
 };
 
-/// The slots in which the class differs from the plain one, the destructor's aside, which always differ.
+/// The slots in which the class differs from the plain one, except the destructor's, which always differ.
 template <class Derived, class Plain, std::size_t slots>
 Slots overridden()
 {

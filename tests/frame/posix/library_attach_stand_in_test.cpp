@@ -1,6 +1,7 @@
 // The system calls of the library's entry point. Only the stand-in for Win32 records them.
 #include "embedded/diagnostics/fault_injection.h"
 #include "frame/library_attach.h"
+#include "storage/failing_calls.h"
 #include "support/platform_test.h"
 
 namespace Tests {
@@ -15,10 +16,7 @@ protected:
 
     Calls recordCallsOn(DWORD reason)
     {
-        FaultInjection::watch();
-        EXPECT_EQ(DllMain(&module, reason, nullptr), TRUE);
-        FaultInjection::disarm();
-        return FaultInjection::seen();
+        return recordCalls([&] { EXPECT_EQ(DllMain(&module, reason, nullptr), TRUE); });
     }
 };
 
