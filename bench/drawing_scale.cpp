@@ -86,8 +86,9 @@ const std::vector<Sample>& samples()
          [](Tests::Drawing& drawing) {
              const std::wstring text(kConfigurationCharacters, L'x');
              const Orvel::CResbufDictionary dictionary(Orvel::kTransformationConfigDictionary, drawing.database());
-             demand(dictionary.SetResbuf(Orvel::kTransformationConfigKey, Tests::chainOf({{300, text}}).get(), nullptr),
-                    "a configuration");
+             demand(
+                 dictionary.SetResbuf(Orvel::kTransformationConfigKey, Tests::makeChain({{300, text}}).get(), nullptr),
+                 "a configuration");
          }},
     };
     return all;

@@ -14,11 +14,11 @@ void collectionText(Input input)
     const std::vector<Tests::ItemFields> expected = Tests::Reference::readConfiguration(text);
     const Ptr<Tests::ConfigCollection> collection = Tests::newCollection();
     collection->FromXmlString(text.c_str());
-    require(Tests::fieldsOf(*collection) == expected, "the items are those of the second parser");
+    require(Tests::readFields(*collection) == expected, "the items are those of the second parser");
     const std::wstring written = collection->ToXmlString();
-    require(written == Tests::Reference::writtenConfiguration(expected), "the text is that of the second writer");
+    require(written == Tests::Reference::writeConfiguration(expected), "the text is that of the second writer");
     collection->FromXmlString(written.c_str());
-    require(Tests::fieldsOf(*collection) == Tests::Reference::readConfiguration(written),
+    require(Tests::readFields(*collection) == Tests::Reference::readConfiguration(written),
             "the items of what was written are those of the second parser");
 }
 

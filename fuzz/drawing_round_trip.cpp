@@ -34,12 +34,12 @@ void requireSameWhenLoaded(const QeDbDatabase& saved, const std::string& bytes)
 {
     constexpr std::size_t kMostRemembered = 10'000;
     static std::unordered_set<std::string> remembered; // sessions save the same drawings many times
-    const std::string contents = Tests::contentsOf(saved);
+    const std::string contents = Tests::drawingContents(saved);
     if (remembered.contains(contents))
         return;
     const std::unique_ptr<QeDbDatabase> database = loadedDrawing(bytes);
     require(database != nullptr, "what was saved can be loaded");
-    require(Tests::contentsOf(*database) == contents, "a drawing that was loaded is the one that was saved");
+    require(Tests::drawingContents(*database) == contents, "a drawing that was loaded is the one that was saved");
     if (remembered.size() == kMostRemembered)
         remembered.clear();
     remembered.insert(contents);

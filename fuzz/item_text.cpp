@@ -15,8 +15,8 @@ void itemText(Input input)
     Tests::Reference::readItem(text, expected);
     const Ptr<Tests::ConfigItem> item = Tests::newItem(before);
     item->FromXmlString(text.c_str());
-    require(Tests::fieldsOf(*item) == expected, "the fields are those of the second parser");
-    require(item->ToXmlString() == Tests::Reference::writtenItem(expected), "the text is that of the second writer");
+    require(Tests::readFields(*item) == expected, "the fields are those of the second parser");
+    require(item->ToXmlString() == Tests::Reference::writeItem(expected), "the text is that of the second writer");
 }
 
 } // namespace Fuzz

@@ -47,10 +47,10 @@ void putBelow(QeDbDatabase* database, const wchar_t* key)
     const Orvel::HostObject<QeDbDictionary> inner(new QeDbDictionary);
     require(dictionary->setAt(L"inner", inner.get(), id) == Qeapp::eOk, "a dictionary can be put into it");
     const Orvel::HostObject<QeDbXrecord> xrecord(new QeDbXrecord);
-    require(xrecord->setFromRbChain(Tests::chainOf(everyKindOfValue()).get(), database) == Qeapp::eOk,
+    require(xrecord->setFromRbChain(Tests::makeChain(everyKindOfValue()).get(), database) == Qeapp::eOk,
             "an xrecord takes every kind of value");
     require(inner->setAt(L"values", xrecord.get(), id) == Qeapp::eOk, "an xrecord can be put below it");
-    require(xrecord->setXData(Tests::chainOf({{1001, L"OTHER"}, {1000, L"x"}, {1070, 7}}).get()) == Qeapp::eOk,
+    require(xrecord->setXData(Tests::makeChain({{1001, L"OTHER"}, {1000, L"x"}, {1070, 7}}).get()) == Qeapp::eOk,
             "an xrecord takes extended data");
 }
 
@@ -61,7 +61,7 @@ std::string newSample()
     drawing.withXrecord({{1071, 1}, {1002, L"{"}, {310, Bytes{1}}, {1002, L"}"}}).withXrecord({}, L"EMPTY");
     drawing.withDictionary(L"A").withGeoData(L"LOCAL_CS[\"Werksnetz\"]");
     putBelow(drawing.database(), L"A");
-    return Tests::savedInMemory(*drawing.database());
+    return Tests::saveToBytes(*drawing.database());
 }
 
 std::string newSampleOfSmallPages()
@@ -70,7 +70,7 @@ std::string newSampleOfSmallPages()
     restoreInto(sample, sampleDrawing());
     SQLite::Database small(":memory:", SQLite::OPEN_READWRITE);
     small.exec("PRAGMA page_size = 512");
-    small.exec(Tests::sqlOf(sample));
+    small.exec(Tests::dumpAsSql(sample));
     return bytesOfDatabase(small);
 }
 

@@ -107,7 +107,7 @@ std::optional<std::string> Session::contents() const
 {
     if (held_ && held_->isWriteEnabled())
         return std::nullopt;
-    return Tests::contentsOf(*database());
+    return Tests::drawingContents(*database());
 }
 
 std::optional<std::wstring> Session::storedCode()
@@ -130,7 +130,7 @@ std::optional<std::wstring> Session::readStoredCode() const
 
 void Session::requireUnchanged(const std::optional<std::string>& before, std::string_view promise) const
 {
-    require(!before || Tests::contentsOf(*database()) == *before, promise);
+    require(!before || Tests::drawingContents(*database()) == *before, promise);
 }
 
 } // namespace Fuzz

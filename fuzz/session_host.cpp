@@ -26,7 +26,7 @@ Qeapp::ErrorStatus putXrecord(QeDbDatabase* database, const wchar_t* key, const 
     const Orvel::HostObject<QeDbXrecord> xrecord(new (std::nothrow) QeDbXrecord);
     if (!xrecord)
         return Qeapp::eOutOfMemory;
-    if (const Qeapp::ErrorStatus result = xrecord->setFromRbChain(Tests::chainOf(items).get(), database);
+    if (const Qeapp::ErrorStatus result = xrecord->setFromRbChain(Tests::makeChain(items).get(), database);
         result != Qeapp::eOk)
         return result;
     QeDbObjectId id;
@@ -40,7 +40,7 @@ void Session::startTransaction()
     releaseNamedObjects();
     if (snapshots_.size() == kMaximumNesting)
         return;
-    snapshots_.push_back(Tests::contentsOf(*database()));
+    snapshots_.push_back(Tests::drawingContents(*database()));
     require(database()->transactionManager()->startTransaction() != nullptr, "a transaction can be started");
 }
 
@@ -60,7 +60,7 @@ void Session::abortTransaction()
         return;
     require(database()->transactionManager()->abortTransaction() == Qeapp::eOk, "a transaction can be aborted");
     const auto withoutVersion = [](const std::string& contents) { return contents.substr(contents.find('\n')); };
-    require(withoutVersion(Tests::contentsOf(*database())) == withoutVersion(snapshots_.back()),
+    require(withoutVersion(Tests::drawingContents(*database())) == withoutVersion(snapshots_.back()),
             "a transaction that was aborted leaves no trace, but for the version of a save within it");
     snapshots_.pop_back();
 }

@@ -92,7 +92,7 @@ Texts storedDefinitions(const Drawing& drawing)
 {
     ArrayHolder definitions;
     EXPECT_EQ(Module::GetCoordinateSystem(definitions.put(), drawing.database()), Qeapp::eOk);
-    return definitions ? described(definitions) : Texts();
+    return definitions ? describe(definitions) : Texts();
 }
 
 /// The items of the chain without its chunks: the layout and the braces of the groups.

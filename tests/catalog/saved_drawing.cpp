@@ -15,7 +15,7 @@ std::optional<std::string> savedText(const Drawing& drawing, int version)
 
 Drawing openedDrawing(const std::string& bytes)
 {
-    return Drawing(loadedFromMemory(bytes));
+    return Drawing(loadFromBytes(bytes));
 }
 
 } // namespace Tests

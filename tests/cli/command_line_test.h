@@ -40,7 +40,7 @@ protected:
     void given(const std::string& name, const std::string& bytes) const { writeFile(path(name), bytes); }
     /// What a drawing of the temporary folder, or one that was printed, holds.
     std::string drawing(const std::string& name) const { return drawingIn(contents(name)); }
-    static std::string drawingIn(const std::string& bytes) { return contentsOf(*loadedFromMemory(bytes)); }
+    static std::string drawingIn(const std::string& bytes) { return drawingContents(*loadFromBytes(bytes)); }
     /// The run printed a drawing that is equal to the file's, and nothing else.
     void expectPrinted(const ProgramResult& result, const std::string& name) const
     {

@@ -310,7 +310,7 @@ TEST_F(FormsCommand, UnpairedSurrogateInADrawing_IsShownAsAReplacementCharacter)
 {
     Drawing made;
     made.withGeoData({L'A', static_cast<wchar_t>(0xD83D), L'B'});
-    given("plan.qedb", savedInMemory(*made.database()));
+    given("plan.qedb", saveToBytes(*made.database()));
     EXPECT_EQ(runForJson({"forms", "plan.qedb"})["geoData"]["text"], "A\xEF\xBF\xBD"
                                                                      "B");
 }

@@ -10,65 +10,65 @@ protected:
     void SetUp() override { ASSERT_EQ(reactor.add(), Qeapp::eOk); }
 };
 
-TEST_F(AssignCode, CodeOfTheCatalog_WritesTheCatalogsDefinition)
+TEST_F(AssignCode, CatalogCode_WritesTheCatalogsDefinition)
 {
     EXPECT_EQ(assign(L"EPSG:25832"), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), serializedText(catalogSystem(L"EPSG:25832").get()));
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(AssignCode, CodeOfTheCatalog_IsAnnouncedAroundTheRemoval)
+TEST_F(AssignCode, CatalogCode_IsAnnouncedBeforeAndAfterTheRemoval)
 {
     ASSERT_EQ(assign(L"EPSG:25832"), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+    EXPECT_EQ(log, assignmentNotices(L"EPSG:25832"));
 }
 
 TEST_F(AssignCode, CodeInAnotherCase_IsAnnouncedInTheCatalogsSpelling)
 {
     ASSERT_EQ(assign(L"epsg:25832"), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+    EXPECT_EQ(log, assignmentNotices(L"EPSG:25832"));
 }
 
-TEST_F(AssignCode, NoStatusNeedBeGiven)
+TEST_F(AssignCode, NullStatus_IsAllowed)
 {
     EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832", database()), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+    EXPECT_EQ(log, assignmentNotices(L"EPSG:25832"));
 }
 
-TEST_F(AssignCode, NullCode_RemovesUnderTheEmptyName)
+TEST_F(AssignCode, NullCode_RemovesTheSystemAndAnnouncesAnEmptyName)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(assign(static_cast<const wchar_t*>(nullptr)), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L""));
+    EXPECT_EQ(log, assignmentNotices(L""));
     EXPECT_EQ(drawing.geoDataText(), L"");
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(AssignCode, EmptyCode_RemovesUnderTheEmptyName)
+TEST_F(AssignCode, EmptyCode_RemovesTheSystemAndAnnouncesAnEmptyName)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(assign(L""), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L""));
+    EXPECT_EQ(log, assignmentNotices(L""));
     EXPECT_EQ(drawing.geoDataText(), L"");
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(AssignCode, EmptyCode_DoesNotAskTheCatalog)
+TEST_F(AssignCode, EmptyCode_IsNotLookedUpInTheCatalog)
 {
     Embedded::FaultInjection::watch();
     EXPECT_EQ(assign(L""), Qeapp::eOk);
-    EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
+    EXPECT_EQ(countCalls("CoordinateReferenceSystemDefinition::Load"), 0U);
 }
 
-TEST_F(AssignCode, UnknownCode_IsInvalidInputAndStatus52)
+TEST_F(AssignCode, UnknownCode_ReturnsInvalidInputAndStatus52)
 {
     EXPECT_EQ(assign(L"MINE:1"), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 52);
 }
 
-TEST_F(AssignCode, UnknownCode_AsksNoReactorAndTouchesNothing)
+TEST_F(AssignCode, UnknownCode_CallsNoReactorAndChangesNothing)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"EPSG:25832");
     const auto before = drawing.contents();
     EXPECT_EQ(assign(L"MINE:1"), Qeapp::eInvalidInput);
@@ -76,12 +76,12 @@ TEST_F(AssignCode, UnknownCode_AsksNoReactorAndTouchesNothing)
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(AssignCode, UnknownCodeWithoutAStatus_IsInvalidInput)
+TEST_F(AssignCode, UnknownCodeWithNullStatus_ReturnsInvalidInput)
 {
     EXPECT_EQ(Cs::SetCoordinateSystem(L"MINE:1", database()), Qeapp::eInvalidInput);
 }
 
-TEST_F(AssignCode, AnyFailureOfTheCatalog_IsInvalidInputAndStatus52)
+TEST_F(AssignCode, CatalogFailure_ReturnsInvalidInputAndStatus52)
 {
     for (const int code : {35, 46, 57}) {
         status = kUntouched;
@@ -92,9 +92,9 @@ TEST_F(AssignCode, AnyFailureOfTheCatalog_IsInvalidInputAndStatus52)
     EXPECT_EQ(log, Notices());
 }
 
-TEST_F(AssignCode, CatalogThatGivesNothingDespiteSuccess_IsAFailureAndTouchesNothing)
+TEST_F(AssignCode, CatalogThatSucceedsWithoutADefinition_FailsAndChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     const auto before = drawing.contents();
     const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = 0});
     EXPECT_EQ(assign(L"EPSG:25832"), Qeapp::eInvalidInput);
@@ -103,28 +103,28 @@ TEST_F(AssignCode, CatalogThatGivesNothingDespiteSuccess_IsAFailureAndTouchesNot
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(AssignCode, VetoAfterTheCatalogKnewTheCode_ReportsStatusZero)
+TEST_F(AssignCode, VetoOfAKnownCode_ReportsStatusZero)
 {
     reactor.answer = [](const Notice&) { return false; };
     EXPECT_EQ(assign(L"EPSG:25832"), Qeapp::eVetoed);
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(AssignCode, HostFailureAfterTheCatalogKnewTheCode_ReportsStatusZero)
+TEST_F(AssignCode, HostFailureForAKnownCode_ReportsStatusZero)
 {
     const ScopedFault fault({.call = "QeDbGeoData::postToDb", .code = 6});
     EXPECT_EQ(assign(L"EPSG:25832"), 6);
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(AssignCode, LibraryFailureAfterTheCatalogKnewTheCode_ReportsStatusZero)
+TEST_F(AssignCode, LibraryFailureForAKnownCode_ReportsStatusZero)
 {
     const ScopedFault fault({.call = "DefinitionStream::Serialize_s", .code = 42});
     EXPECT_EQ(assign(L"EPSG:25832"), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(AssignCode, FailedRemovalOfANullCode_ReportsStatusZero)
+TEST_F(AssignCode, FailedRemovalForAnEmptyCode_ReportsStatusZero)
 {
     const ScopedFault fault({.call = "QeDbTransactionManager::startTransaction", .code = {}});
     EXPECT_EQ(assign(L""), 8);

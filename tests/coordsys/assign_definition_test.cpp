@@ -1,4 +1,3 @@
-#include "storage/definition_xrecord.h"
 #include "support/coordsys_test.h"
 
 namespace {
@@ -10,20 +9,14 @@ class AssignDefinition : public CoordsysTest {
 protected:
     void SetUp() override { ASSERT_EQ(reactor.add(), Qeapp::eOk); }
 
-    Qeapp::ErrorStatus assignNothing()
+    Qeapp::ErrorStatus assignNull()
     {
         return Cs::SetCoordinateSystem(static_cast<const Library::CoordinateReferenceSystemDefinition*>(nullptr),
                                        database(), &status);
     }
-    std::wstring storedCode() const
-    {
-        SystemHolder definition;
-        EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), nullptr, database()), Qeapp::eOk);
-        return described(definition.get());
-    }
 };
 
-TEST_F(AssignDefinition, WritesTheSerializedTextWithDatumAndEllipsoid)
+TEST_F(AssignDefinition, Assignment_WritesTheTextWithDatumAndEllipsoid)
 {
     const SystemHolder definition = catalogSystem(L"EPSG:25832");
     EXPECT_EQ(assign(definition), Qeapp::eOk);
@@ -31,26 +24,26 @@ TEST_F(AssignDefinition, WritesTheSerializedTextWithDatumAndEllipsoid)
     EXPECT_TRUE(drawing.geoDataIsInModelSpace());
 }
 
-TEST_F(AssignDefinition, WritesNoOlderForm)
+TEST_F(AssignDefinition, Assignment_WritesNoOlderForm)
 {
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
     EXPECT_EQ(drawing.legacyChain(), std::nullopt);
     EXPECT_EQ(drawing.xrecord(), std::nullopt);
 }
 
-TEST_F(AssignDefinition, ReportsStatusZero)
+TEST_F(AssignDefinition, Assignment_ReportsStatusZero)
 {
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(AssignDefinition, NeedsNoStatus)
+TEST_F(AssignDefinition, NullStatus_IsAllowed)
 {
     EXPECT_EQ(Cs::SetCoordinateSystem(catalogSystem(L"EPSG:25832").get(), database()), Qeapp::eOk);
-    EXPECT_EQ(storedCode(), L"system EPSG:25832");
+    EXPECT_EQ(describeStoredSystem(), L"system EPSG:25832");
 }
 
-TEST_F(AssignDefinition, LeavesTheDefinitionToTheCaller)
+TEST_F(AssignDefinition, Assignment_LeavesTheCallersDefinitionUnchanged)
 {
     const SystemHolder definition = catalogSystem(L"EPSG:25832");
     const std::wstring before = serializedText(definition.get());
@@ -58,33 +51,33 @@ TEST_F(AssignDefinition, LeavesTheDefinitionToTheCaller)
     EXPECT_EQ(serializedText(definition.get()), before);
 }
 
-TEST_F(AssignDefinition, AnnouncesTheCodeAroundTheRemoval)
+TEST_F(AssignDefinition, Assignment_AnnouncesTheCodeBeforeAndAfterTheRemoval)
 {
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L"EPSG:25832"));
+    EXPECT_EQ(log, assignmentNotices(L"EPSG:25832"));
 }
 
-TEST_F(AssignDefinition, AnnouncesTheDrawingWithEachNotice)
+TEST_F(AssignDefinition, EveryNotice_PassesTheDrawing)
 {
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
     EXPECT_EQ(reactor.databases, std::vector<QeDbDatabase*>(4, database()));
 }
 
-TEST_F(AssignDefinition, EachReactorHearsANoticeBeforeTheNextIsSent)
+TEST_F(AssignDefinition, EveryNotice_ReachesAllReactorsBeforeTheNext)
 {
     RecordingReactor second(log, "B");
     ASSERT_EQ(second.add(), Qeapp::eOk);
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
-    const Notices first = noticesOfAssignment(L"EPSG:25832", "A");
-    const Notices other = noticesOfAssignment(L"EPSG:25832", "B");
+    const Notices first = assignmentNotices(L"EPSG:25832", "A");
+    const Notices other = assignmentNotices(L"EPSG:25832", "B");
     EXPECT_EQ(log, Notices({first[0], other[0], first[1], other[1], first[2], other[2], first[3], other[3]}));
 }
 
-TEST_F(AssignDefinition, AtEachNoticeTheDrawingIsAsFarAsAnnounced)
+TEST_F(AssignDefinition, EveryNotice_ComesWhenTheDrawingIsInTheAnnouncedState)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     std::vector<std::wstring> stored;
-    reactor.action = [&](const Notice&) { stored.push_back(storedCode()); };
+    reactor.action = [&](const Notice&) { stored.push_back(describeStoredSystem()); };
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
     EXPECT_EQ(stored, Texts({L"system EPSG:2263", L"system EPSG:2263", L"none", L"system EPSG:25832"}));
 }
@@ -92,35 +85,35 @@ TEST_F(AssignDefinition, AtEachNoticeTheDrawingIsAsFarAsAnnounced)
 TEST_F(AssignDefinition, UserDefinedSystem_IsStoredAndAnnouncedUnderItsCode)
 {
     EXPECT_EQ(assign(userSystem()), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L"MINE:1"));
-    EXPECT_EQ(storedCode(), L"system MINE:1");
+    EXPECT_EQ(log, assignmentNotices(L"MINE:1"));
+    EXPECT_EQ(describeStoredSystem(), L"system MINE:1");
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(AssignDefinition, DefinitionWhoseCodeCannotBeRead_IsAnnouncedWithTheEmptyText)
+TEST_F(AssignDefinition, DefinitionWhoseCodeCannotBeRead_IsAnnouncedWithAnEmptyName)
 {
     const SystemHolder definition = catalogSystem(L"EPSG:25832");
     {
         const ScopedFault fault({.call = "DefinitionBase::GetCode", .code = {}});
         EXPECT_EQ(assign(definition), Qeapp::eOk);
     }
-    EXPECT_EQ(log, noticesOfAssignment(L""));
-    EXPECT_EQ(storedCode(), L"system EPSG:25832");
+    EXPECT_EQ(log, assignmentNotices(L""));
+    EXPECT_EQ(describeStoredSystem(), L"system EPSG:25832");
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(AssignDefinition, NullDefinition_AnnouncesTheEmptyTextAroundTheRemoval)
+TEST_F(AssignDefinition, NullDefinition_AnnouncesAnEmptyNameBeforeAndAfterTheRemoval)
 {
-    giveSystem(L"EPSG:25832");
-    EXPECT_EQ(assignNothing(), Qeapp::eOk);
-    EXPECT_EQ(log, noticesOfAssignment(L""));
+    storeSystem(L"EPSG:25832");
+    EXPECT_EQ(assignNull(), Qeapp::eOk);
+    EXPECT_EQ(log, assignmentNotices(L""));
 }
 
-TEST_F(AssignDefinition, NullDefinition_RemovesWhatWasStored)
+TEST_F(AssignDefinition, NullDefinition_RemovesEveryStoredForm)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"EPSG:2263").withXrecord({{300, L"anything"}});
-    EXPECT_EQ(assignNothing(), Qeapp::eOk);
+    EXPECT_EQ(assignNull(), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), L"");
     EXPECT_EQ(drawing.legacyChain(), std::nullopt);
     EXPECT_EQ(drawing.xrecord(), std::nullopt);
@@ -129,29 +122,29 @@ TEST_F(AssignDefinition, NullDefinition_RemovesWhatWasStored)
 
 TEST_F(AssignDefinition, NullDefinition_WritesNothingAfterTheRemoval)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     Embedded::FaultInjection::watch();
-    EXPECT_EQ(assignNothing(), Qeapp::eOk);
+    EXPECT_EQ(assignNull(), Qeapp::eOk);
     Embedded::FaultInjection::disarm();
-    EXPECT_EQ(timesSeen("QeDbGeoData::setCoordinateSystem"), 1U);
+    EXPECT_EQ(countCalls("QeDbGeoData::setCoordinateSystem"), 1U);
 }
 
-TEST_F(AssignDefinition, NullDefinition_MakesNoGeoData)
+TEST_F(AssignDefinition, NullDefinition_CreatesNoGeoData)
 {
-    EXPECT_EQ(assignNothing(), Qeapp::eOk);
+    EXPECT_EQ(assignNull(), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), std::nullopt);
 }
 
-TEST_F(AssignDefinition, AnAssignmentOverAnother_ReplacesItInTheSameObject)
+TEST_F(AssignDefinition, SecondAssignment_ReplacesTheTextInTheSameObject)
 {
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
-    const auto objects = timesIn(drawing.contents(), "\nobject ");
+    const auto objects = countOccurrences(drawing.contents(), "\nobject ");
     EXPECT_EQ(assign(catalogSystem(L"EPSG:2263")), Qeapp::eOk);
-    EXPECT_EQ(storedCode(), L"system EPSG:2263");
-    EXPECT_EQ(timesIn(drawing.contents(), "\nobject "), objects);
+    EXPECT_EQ(describeStoredSystem(), L"system EPSG:2263");
+    EXPECT_EQ(countOccurrences(drawing.contents(), "\nobject "), objects);
 }
 
-TEST_F(AssignDefinition, TheSameAssignmentAgain_LeavesAnEqualDrawing)
+TEST_F(AssignDefinition, RepeatedAssignment_LeavesAnEqualDrawing)
 {
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
     const auto before = drawing.contents();
@@ -159,40 +152,40 @@ TEST_F(AssignDefinition, TheSameAssignmentAgain_LeavesAnEqualDrawing)
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(AssignDefinition, OverALegacyDrawing_RemovesTheOlderForms)
+TEST_F(AssignDefinition, AssignmentToALegacyDrawing_RemovesTheOlderForms)
 {
     drawing.withLegacyCode(L"EPSG:2263");
-    ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:2263").get(), database()), Qeapp::eOk);
+    storeXrecord(catalogSystem(L"EPSG:2263"));
     EXPECT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
     EXPECT_EQ(drawing.legacyChain(), std::nullopt);
     EXPECT_EQ(drawing.xrecord(), std::nullopt);
-    EXPECT_EQ(storedCode(), L"system EPSG:25832");
+    EXPECT_EQ(describeStoredSystem(), L"system EPSG:25832");
     EXPECT_TRUE(drawing.hasRegisteredApplication());
 }
 
-TEST_F(AssignDefinition, InsideATransactionThatIsAborted_IsUndone)
+TEST_F(AssignDefinition, AssignmentInAnAbortedTransaction_IsUndone)
 {
     drawing.withLegacyCode(L"EPSG:2263");
     const auto before = drawing.contents();
     {
         const Orvel::Transaction outer(database()->transactionManager());
         ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
-        ASSERT_EQ(storedCode(), L"system EPSG:25832");
+        ASSERT_EQ(describeStoredSystem(), L"system EPSG:25832");
     }
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(AssignDefinition, InsideATransactionThatIsCommitted_Stays)
+TEST_F(AssignDefinition, AssignmentInACommittedTransaction_IsKept)
 {
     Orvel::Transaction outer(database()->transactionManager());
     ASSERT_EQ(assign(catalogSystem(L"EPSG:25832")), Qeapp::eOk);
     ASSERT_EQ(outer.commit(), Qeapp::eOk);
-    EXPECT_EQ(storedCode(), L"system EPSG:25832");
+    EXPECT_EQ(describeStoredSystem(), L"system EPSG:25832");
 }
 
-TEST_F(AssignDefinition, VetoOfTheFirstQuestion_ChangesNothing)
+TEST_F(AssignDefinition, VetoOfTheNewCode_ChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     drawing.withLegacyCode(L"EPSG:2263");
     const auto before = drawing.contents();
     reactor.answer = [](const Notice&) { return false; };
@@ -204,7 +197,7 @@ TEST_F(AssignDefinition, VetoOfTheFirstQuestion_ChangesNothing)
 
 TEST_F(AssignDefinition, VetoOfTheRemoval_ChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     drawing.withLegacyCode(L"EPSG:2263");
     const auto before = drawing.contents();
     reactor.answer = [](const Notice& notice) { return notice.name.has_value(); };
@@ -215,12 +208,12 @@ TEST_F(AssignDefinition, VetoOfTheRemoval_ChangesNothing)
     EXPECT_EQ(status, 52);
 }
 
-TEST_F(AssignDefinition, VetoOfTheEmptyNameOfANullDefinition_ChangesNothing)
+TEST_F(AssignDefinition, VetoOfTheEmptyName_ChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     const auto before = drawing.contents();
     reactor.answer = [](const Notice& notice) { return notice.name != L""; };
-    EXPECT_EQ(assignNothing(), Qeapp::eVetoed);
+    EXPECT_EQ(assignNull(), Qeapp::eVetoed);
     EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(log, Notices({{Event::asked, L""}, {Event::vetoed, L""}}));
 }

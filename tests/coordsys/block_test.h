@@ -1,11 +1,11 @@
-// The fixture of the functions that turn definitions into blocks of bytes and back, with out-parameters that were set
-// before.
+// The fixture for the functions that serialize definitions to blocks of bytes and read them back.
 #pragma once
 
 #include <algorithm>
 #include <memory>
 
 #include "storage/host_holders.h"
+#include "storage/packed_definition.h"
 #include "support/coordsys_test.h"
 
 namespace Tests {
@@ -15,8 +15,8 @@ using HostBlock = Orvel::Holder<Orvel::HostBufferPolicy<unsigned char>>;
 inline constexpr auto k29 = static_cast<QeDb::QeDbDwgVersion>(29);
 inline constexpr auto k30 = static_cast<QeDb::QeDbDwgVersion>(30);
 
-/// A copy on the heap, as long as the block and a NUL unit at an even place behind it: what a caller has to guarantee
-/// at the least, so that sanitizers see every read beyond it.
+/// A copy of the block, followed by a NUL unit at an even offset, which is the least that a caller must provide.
+/// Sanitizers notice every read beyond it.
 class GuardedBlock {
 public:
     explicit GuardedBlock(const Bytes& block)
@@ -37,6 +37,12 @@ class BlockTest : public PlatformTest {
 protected:
     Library::Status status = kUntouched;
 
+    static Bytes packed(const Library::DefinitionBase* definition)
+    {
+        Bytes form;
+        EXPECT_TRUE(Orvel::EncodeDefinitionBytes(definition, form));
+        return form;
+    }
     /// The block of a definition. Fails the test when there is none.
     static Bytes serialized(const Library::CoordinateReferenceSystemDefinition* definition,
                             QeDb::QeDbDwgVersion version)

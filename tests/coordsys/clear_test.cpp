@@ -1,4 +1,3 @@
-#include "storage/definition_xrecord.h"
 #include "support/coordsys_test.h"
 
 namespace {
@@ -11,14 +10,8 @@ protected:
     void SetUp() override { ASSERT_EQ(reactor.add(), Qeapp::eOk); }
 
     Qeapp::ErrorStatus clear() { return Cs::ClearCoordinateSystem(database()); }
-    void giveAllForms()
-    {
-        giveSystem(L"EPSG:25832");
-        drawing.withLegacyCode(L"EPSG:25832");
-        ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:25832").get(), database()), Qeapp::eOk);
-    }
-    /// Expects the result when the named call fails with the code, and that the reactors were only asked.
-    void expectNothingWhenFailing(const char* call, int code, int result)
+    /// Makes the call fail and expects the result, an unchanged drawing and no notice but the question.
+    void expectUnchangedWhenFailing(const char* call, int code, int result)
     {
         const auto before = drawing.contents();
         log.clear();
@@ -31,24 +24,24 @@ protected:
     }
 };
 
-TEST_F(Clear, RemovesEveryStoredForm)
+TEST_F(Clear, Clearing_RemovesEveryStoredForm)
 {
-    giveAllForms();
+    storeAllForms(kAssignedCode);
     EXPECT_EQ(clear(), Qeapp::eOk);
     EXPECT_EQ(drawing.legacyChain(), std::nullopt);
     EXPECT_EQ(drawing.xrecord(), std::nullopt);
     EXPECT_EQ(drawing.geoDataText(), L"");
 }
 
-TEST_F(Clear, AsksAndTellsWithANullName)
+TEST_F(Clear, Clearing_AsksAndNotifiesWithANullName)
 {
-    giveAllForms();
+    storeAllForms(kAssignedCode);
     ASSERT_EQ(clear(), Qeapp::eOk);
     EXPECT_EQ(log, Notices({{Event::asked, std::nullopt}, {Event::changed, std::nullopt}}));
     EXPECT_EQ(reactor.databases, std::vector<QeDbDatabase*>(2, database()));
 }
 
-TEST_F(Clear, DrawingWithNothingStored_IsSuccess)
+TEST_F(Clear, EmptyDrawing_IsClearedSuccessfully)
 {
     EXPECT_EQ(clear(), Qeapp::eOk);
     EXPECT_EQ(log, Notices({{Event::asked, std::nullopt}, {Event::changed, std::nullopt}}));
@@ -57,16 +50,16 @@ TEST_F(Clear, DrawingWithNothingStored_IsSuccess)
 
 TEST_F(Clear, ClearedDrawing_ReadsAsNoCoordinateSystem)
 {
-    giveAllForms();
+    storeAllForms(kAssignedCode);
     ASSERT_EQ(clear(), Qeapp::eOk);
     Orvel::HostString code;
     EXPECT_EQ(Cs::GetCoordinateSystem(code.put(), database()), Qeapp::eOk);
     EXPECT_EQ(code.get(), nullptr);
 }
 
-TEST_F(Clear, WithoutReactors_IsDoneAllTheSame)
+TEST_F(Clear, Clearing_NeedsNoReactors)
 {
-    giveAllForms();
+    storeAllForms(kAssignedCode);
     ASSERT_EQ(reactor.remove(), Qeapp::eOk);
     EXPECT_EQ(clear(), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), L"");
@@ -74,7 +67,7 @@ TEST_F(Clear, WithoutReactors_IsDoneAllTheSame)
 
 TEST_F(Clear, Veto_ChangesNothing)
 {
-    giveAllForms();
+    storeAllForms(kAssignedCode);
     const auto before = drawing.contents();
     reactor.answer = [](const Notice&) { return false; };
     EXPECT_EQ(clear(), 325);
@@ -82,25 +75,25 @@ TEST_F(Clear, Veto_ChangesNothing)
     EXPECT_EQ(log, Notices({{Event::asked, std::nullopt}, {Event::vetoed, std::nullopt}}));
 }
 
-TEST_F(Clear, NoTransaction_IsResult8)
+TEST_F(Clear, FailingStartOfTheTransaction_Returns8)
 {
-    giveAllForms();
-    expectNothingWhenFailing("QeDbTransactionManager::startTransaction", 6, 8);
+    storeAllForms(kAssignedCode);
+    expectUnchangedWhenFailing("QeDbTransactionManager::startTransaction", 6, 8);
 }
 
-TEST_F(Clear, HostFailures_PassOnAndChangeNothing)
+TEST_F(Clear, HostFailure_IsReturnedAndChangesNothing)
 {
-    giveAllForms();
-    expectNothingWhenFailing("QeDbDatabase::getRegAppTable", 31, 31);
-    expectNothingWhenFailing("QeDbObject::setXData", 40, 40);
-    expectNothingWhenFailing("QeDbDictionary::remove", 33, 33);
-    expectNothingWhenFailing("qedbGetGeoDataObjId", 3, 3);
-    expectNothingWhenFailing("qedbOpenQeDbObject", 30, 30);
-    expectNothingWhenFailing("QeDbGeoData::setCoordinateSystem", 999, 999);
-    expectNothingWhenFailing("QeDbTransactionManager::endTransaction", 998, 998);
+    storeAllForms(kAssignedCode);
+    expectUnchangedWhenFailing("QeDbDatabase::getRegAppTable", 31, 31);
+    expectUnchangedWhenFailing("QeDbObject::setXData", 40, 40);
+    expectUnchangedWhenFailing("QeDbDictionary::remove", 33, 33);
+    expectUnchangedWhenFailing("qedbGetGeoDataObjId", 3, 3);
+    expectUnchangedWhenFailing("qedbOpenQeDbObject", 30, 30);
+    expectUnchangedWhenFailing("QeDbGeoData::setCoordinateSystem", 999, 999);
+    expectUnchangedWhenFailing("QeDbTransactionManager::endTransaction", 998, 998);
 }
 
-TEST_F(Clear, HostAnswersThatMeanThatNothingIsThere_AreNoFailures)
+TEST_F(Clear, LookupThatReturns16Or22_Succeeds)
 {
     for (const int code : {16, 22}) {
         const ScopedFault fault({.call = "qedbGetGeoDataObjId", .code = code});
@@ -108,9 +101,9 @@ TEST_F(Clear, HostAnswersThatMeanThatNothingIsThere_AreNoFailures)
     }
 }
 
-TEST_F(Clear, ADrawingThatSomeoneReads_IsRefusedAndUnchanged)
+TEST_F(Clear, DrawingThatIsOpenForRead_IsUnchanged)
 {
-    giveAllForms();
+    storeAllForms(kAssignedCode);
     const auto before = drawing.contents();
     {
         Orvel::NamedObjects reader;
@@ -120,9 +113,9 @@ TEST_F(Clear, ADrawingThatSomeoneReads_IsRefusedAndUnchanged)
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(Clear, InsideATransactionThatIsAborted_IsUndone)
+TEST_F(Clear, ClearingInAnAbortedTransaction_IsUndone)
 {
-    giveAllForms();
+    storeAllForms(kAssignedCode);
     const auto before = drawing.contents();
     {
         const Orvel::Transaction outer(database()->transactionManager());

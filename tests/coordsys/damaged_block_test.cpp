@@ -1,13 +1,13 @@
-// Every truncation and every single-bit flip of every golden block: a result each time, nothing left behind, and, under
-// sanitizers, no byte read beyond the block and its NUL unit. Sanitized, a text is cut at each eleventh of its bytes
-// and has each eleventh of its bits flipped.
+// Reads every golden block truncated at every byte and with every bit flipped. Each reading returns a result, leaks
+// nothing and reads no byte beyond the block and its NUL unit. Sanitized builds damage every eleventh byte and bit of a
+// text.
 #include "block_test.h"
 #include "golden_blocks.h"
 
 namespace Tests {
 namespace {
 
-/// One block, and which part of its bytes is to be damaged.
+/// One block and the part of its bytes that is damaged.
 struct Damage {
     GoldenBlock block;
     std::size_t part = 0;
@@ -60,9 +60,9 @@ INSTANTIATE_TEST_SUITE_P(All, DamagedBlock, testing::ValuesIn(damages()),
                                     std::to_string(instance.param.part + 1);
                          });
 
-TEST_P(DamagedBlock, Truncated_IsRefused)
+TEST_P(DamagedBlock, TruncatedBlock_IsRefused)
 {
-    // What the caller guarantees behind the block takes the place of the three zeros that a text ends with.
+    // A text may lack its last three zeros, because the caller provides a NUL unit behind the block.
     const std::size_t complete = GetParam().block.isText() ? block.size() - 3 : block.size();
     for (std::size_t length = first; length < behind; length += stride) {
         const Bytes truncated(block.data(), block.data() + length);
@@ -70,8 +70,8 @@ TEST_P(DamagedBlock, Truncated_IsRefused)
     }
 }
 
-// A text has no checksum. A packed block has, and what a flip leaves readable is another packing of the same bytes.
-TEST_P(DamagedBlock, WithOneBitFlipped_IsReadOrRefused)
+// A text has no checksum. A packed block has one, so a readable damaged block must hold the same definition.
+TEST_P(DamagedBlock, BlockWithOneBitFlipped_IsReadOrRefused)
 {
     const std::wstring whole = serializedText(deserialized(block)->GetItem(0));
     Bytes damaged = block;
@@ -81,7 +81,8 @@ TEST_P(DamagedBlock, WithOneBitFlipped_IsReadOrRefused)
         const Qeapp::ErrorStatus result = decode(damaged);
         ASSERT_TRUE(result == Qeapp::eOk || result == Qeapp::eInvalidInput) << "bit " << bit << ": " << result;
         if (result == Qeapp::eOk && !GetParam().block.isText()) {
-            ASSERT_EQ(serializedText(definitions->GetItem(0)), whole) << "bit " << bit << ": the checksum let it pass";
+            ASSERT_EQ(serializedText(definitions->GetItem(0)), whole)
+                << "bit " << bit << ": the checksum missed the damage";
         }
         damaged[bit / 8] ^= mask;
     }

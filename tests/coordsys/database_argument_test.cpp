@@ -7,7 +7,7 @@ namespace {
 
 using namespace Tests;
 
-/// Every function that has a database argument, with null for it, and out-parameters that tell whether it wrote.
+/// Calls every function with a null database. Out-parameters with known values show whether it wrote them.
 class DatabaseArgument : public CoordsysTest {
 protected:
     SystemHolder former = catalogSystem(L"EPSG:2263");
@@ -21,14 +21,14 @@ protected:
         ASSERT_EQ(reactor.add(), Qeapp::eOk);
     }
 
-    void expectAnArrayReadingTouchesNothing()
+    void expectArrayNotRead()
     {
         auto* definitions = formerArray.get();
         EXPECT_EQ(Cs::GetCoordinateSystem(definitions, nullptr, &status), 124);
         EXPECT_EQ(definitions, formerArray.get());
         EXPECT_EQ(status, 77);
     }
-    void expectASystemReadingTouchesNothing()
+    void expectSystemNotRead()
     {
         auto* definition = former.get();
         EXPECT_EQ(Cs::GetCoordinateSystem(definition, &known, nullptr, &status), 124);
@@ -36,109 +36,60 @@ protected:
         EXPECT_TRUE(known);
         EXPECT_EQ(status, 77);
     }
-    void expectACodeReadingTouchesNothing()
+    void expectCodeNotRead()
     {
         wchar_t* code = formerCode;
         EXPECT_EQ(Cs::GetCoordinateSystem(code, nullptr), 124);
         EXPECT_EQ(code, formerCode);
     }
-    void expectNoAssignment(const wchar_t* code)
+    void expectNotAssigned(const wchar_t* code)
     {
         EXPECT_EQ(Cs::SetCoordinateSystem(code, nullptr, &status), 124);
         EXPECT_EQ(status, 77);
         EXPECT_EQ(log, Notices());
     }
-    void expectNoAssignmentOfADefinition()
+    void expectDefinitionNotAssigned()
     {
         EXPECT_EQ(Cs::SetCoordinateSystem(former.get(), nullptr, &status), 124);
         EXPECT_EQ(status, 77);
         EXPECT_EQ(log, Notices());
     }
-    void expectNoClearing()
+    void expectNotCleared()
     {
         EXPECT_EQ(Cs::ClearCoordinateSystem(nullptr), 124);
         EXPECT_EQ(log, Notices());
     }
+    void expectNoDatabase()
+    {
+        expectArrayNotRead();
+        expectSystemNotRead();
+        expectCodeNotRead();
+        expectNotAssigned(L"EPSG:25832");
+        expectDefinitionNotAssigned();
+        expectNotCleared();
+    }
 };
 
-TEST_F(DatabaseArgument, WithoutAWorkingDatabase_AnArrayReadingTouchesNothing)
+TEST_F(DatabaseArgument, WithoutAWorkingDatabase_AnUnknownCodeReturns124)
 {
-    expectAnArrayReadingTouchesNothing();
+    expectNotAssigned(L"MINE:1");
 }
 
-TEST_F(DatabaseArgument, WithoutAWorkingDatabase_ASystemReadingTouchesNothing)
-{
-    expectASystemReadingTouchesNothing();
-}
-
-TEST_F(DatabaseArgument, WithoutAWorkingDatabase_ACodeReadingTouchesNothing)
-{
-    expectACodeReadingTouchesNothing();
-}
-
-TEST_F(DatabaseArgument, WithoutAWorkingDatabase_AnAssignmentOfACodeIsRefused)
-{
-    expectNoAssignment(L"EPSG:25832");
-}
-
-TEST_F(DatabaseArgument, WithoutAWorkingDatabase_TheDatabaseIsMissedBeforeTheCode)
-{
-    expectNoAssignment(L"MINE:1");
-}
-
-TEST_F(DatabaseArgument, WithoutAWorkingDatabase_AnAssignmentOfADefinitionIsRefused)
-{
-    expectNoAssignmentOfADefinition();
-}
-
-TEST_F(DatabaseArgument, WithoutAWorkingDatabase_ClearingIsRefused)
-{
-    expectNoClearing();
-}
-
-TEST_F(DatabaseArgument, WithoutAWorkingDatabase_NoFallibleCallIsMade)
+TEST_F(DatabaseArgument, WithoutAWorkingDatabase_EveryFunctionReturns124WithoutAFallibleCall)
 {
     Embedded::FaultInjection::watch();
-    expectAnArrayReadingTouchesNothing();
-    expectASystemReadingTouchesNothing();
-    expectACodeReadingTouchesNothing();
-    expectNoAssignment(L"EPSG:25832");
-    expectNoAssignmentOfADefinition();
-    expectNoClearing();
+    expectNoDatabase();
     EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>());
 }
 
-TEST_F(DatabaseArgument, WithoutApplicationServices_AnArrayReadingTouchesNothing)
+TEST_F(DatabaseArgument, WithoutApplicationServices_EveryFunctionReturns124)
 {
     const ScopedDocument document;
     const ScopedHostParts shutdown({.applicationServices = false});
-    expectAnArrayReadingTouchesNothing();
+    expectNoDatabase();
 }
 
-TEST_F(DatabaseArgument, WithoutApplicationServices_ASystemReadingTouchesNothing)
-{
-    const ScopedDocument document;
-    const ScopedHostParts shutdown({.applicationServices = false});
-    expectASystemReadingTouchesNothing();
-}
-
-TEST_F(DatabaseArgument, WithoutApplicationServices_ACodeReadingTouchesNothing)
-{
-    const ScopedDocument document;
-    const ScopedHostParts shutdown({.applicationServices = false});
-    expectACodeReadingTouchesNothing();
-}
-
-TEST_F(DatabaseArgument, WithoutApplicationServices_AssigningAndClearingAreRefused)
-{
-    const ScopedDocument document;
-    const ScopedHostParts shutdown({.applicationServices = false});
-    expectNoAssignment(L"EPSG:25832");
-    expectNoAssignmentOfADefinition();
-    expectNoClearing();
-}
-
-TEST_F(DatabaseArgument, NullOnAssigningACode_MeansTheWorkingDatabase)
+TEST_F(DatabaseArgument, NullDatabase_MeansTheWorkingDatabaseForACode)
 {
     const ScopedDocument document;
     EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832", nullptr), Qeapp::eOk);
@@ -148,21 +99,21 @@ TEST_F(DatabaseArgument, NullOnAssigningACode_MeansTheWorkingDatabase)
     EXPECT_STREQ(code.get(), L"EPSG:25832");
 }
 
-TEST_F(DatabaseArgument, NullOnAssigningADefinition_MeansTheWorkingDatabase)
+TEST_F(DatabaseArgument, NullDatabase_MeansTheWorkingDatabaseForADefinition)
 {
     const ScopedDocument document;
     EXPECT_EQ(Cs::SetCoordinateSystem(former.get(), nullptr), Qeapp::eOk);
     EXPECT_EQ(reactor.databases, std::vector<QeDbDatabase*>(4, document.database()));
 }
 
-TEST_F(DatabaseArgument, NullOnClearing_MeansTheWorkingDatabase)
+TEST_F(DatabaseArgument, NullDatabase_MeansTheWorkingDatabaseForClearing)
 {
     const ScopedDocument document;
     EXPECT_EQ(Cs::ClearCoordinateSystem(nullptr), Qeapp::eOk);
     EXPECT_EQ(reactor.databases, std::vector<QeDbDatabase*>(2, document.database()));
 }
 
-TEST_F(DatabaseArgument, NullOnReading_MeansTheWorkingDatabase)
+TEST_F(DatabaseArgument, NullDatabase_MeansTheWorkingDatabaseForReading)
 {
     const ScopedDocument document;
     ASSERT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832", nullptr), Qeapp::eOk);
@@ -170,14 +121,14 @@ TEST_F(DatabaseArgument, NullOnReading_MeansTheWorkingDatabase)
     SystemHolder definition;
     Orvel::HostString code;
     EXPECT_EQ(Cs::GetCoordinateSystem(definitions.put(), nullptr), Qeapp::eOk);
-    EXPECT_EQ(described(definitions).size(), 3U);
+    EXPECT_EQ(describe(definitions).size(), 3U);
     EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), nullptr, nullptr), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_EQ(Cs::GetCoordinateSystem(code.put(), nullptr), Qeapp::eOk);
     EXPECT_STREQ(code.get(), L"EPSG:25832");
 }
 
-TEST_F(DatabaseArgument, AGivenDatabase_IsPreferredToTheWorkingOne)
+TEST_F(DatabaseArgument, GivenDatabase_IsUsedInsteadOfTheWorkingDatabase)
 {
     const ScopedDocument document;
     EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832", database()), Qeapp::eOk);
@@ -186,7 +137,7 @@ TEST_F(DatabaseArgument, AGivenDatabase_IsPreferredToTheWorkingOne)
     EXPECT_EQ(code.get(), nullptr);
 }
 
-TEST_F(DatabaseArgument, AGivenDatabase_NeedsNoApplicationServices)
+TEST_F(DatabaseArgument, GivenDatabase_NeedsNoApplicationServices)
 {
     const ScopedHostParts shutdown({.applicationServices = false});
     EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:25832", database()), Qeapp::eOk);

@@ -2,7 +2,6 @@
 #include <new>
 
 #include "block_test.h"
-#include "storage/packed_definition.h"
 #include "storage/utf16le.h"
 
 namespace Tests {
@@ -10,13 +9,6 @@ namespace {
 
 using Embedded::FaultInjection;
 using Embedded::ScopedFault;
-
-Bytes packed(const Library::DefinitionBase* definition)
-{
-    Bytes form;
-    EXPECT_TRUE(Orvel::EncodeDefinitionBytes(definition, form));
-    return form;
-}
 
 class Deserialize : public BlockTest {
 protected:
@@ -32,7 +24,7 @@ protected:
     }
     Qeapp::ErrorStatus deserialize(const Bytes& block) { return deserialize(block, static_cast<int>(block.size())); }
 
-    /// Expects invalid input, and that the library status is not reported.
+    /// Expects invalid input and an unchanged status.
     void expectUnreadable(const Bytes& block)
     {
         status = kUntouched;
@@ -45,14 +37,14 @@ protected:
 TEST_F(Deserialize, PackedBlock_GivesItsDefinition)
 {
     EXPECT_EQ(deserialize(packedBlock), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
     EXPECT_EQ(serializedText(definitions->GetItem(0)), serializedText(system.get()));
 }
 
 TEST_F(Deserialize, TextBlock_GivesItsDefinition)
 {
     EXPECT_EQ(deserialize(textBlock), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
     EXPECT_EQ(serializedText(definitions->GetItem(0)), serializedText(system.get()));
 }
 
@@ -60,22 +52,22 @@ TEST_F(Deserialize, BlockOfEveryVersion_IsAccepted)
 {
     for (int version = 21; version <= 33; ++version) {
         EXPECT_EQ(deserialize(serialized(system.get(), static_cast<QeDb::QeDbDwgVersion>(version))), Qeapp::eOk);
-        EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"}) << version;
+        EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"}) << version;
     }
 }
 
-TEST_F(Deserialize, TextWithDatumAndEllipsoid_GivesThemToo)
+TEST_F(Deserialize, TextWithDatumAndEllipsoid_GivesAllThree)
 {
     EXPECT_EQ(deserialize(Orvel::encodeUtf16le(serializedText(system.get(), true))), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), (Texts{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"}));
+    EXPECT_EQ(describe(definitions), (Texts{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"}));
 }
 
-TEST_F(Deserialize, PackedDatumOrEllipsoid_IsGivenAsItIs)
+TEST_F(Deserialize, PackedDatumOrEllipsoid_GivesThatDefinition)
 {
     EXPECT_EQ(deserialize(packed(catalogDatum(L"EPSG:6258").get())), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"datum EPSG:6258"});
+    EXPECT_EQ(describe(definitions), Texts{L"datum EPSG:6258"});
     EXPECT_EQ(deserialize(packed(catalogEllipsoid(L"EPSG:7019").get())), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"ellipsoid EPSG:7019"});
+    EXPECT_EQ(describe(definitions), Texts{L"ellipsoid EPSG:7019"});
 }
 
 TEST_F(Deserialize, UserDefinedSystem_NeedsNoCatalog)
@@ -83,7 +75,7 @@ TEST_F(Deserialize, UserDefinedSystem_NeedsNoCatalog)
     const SystemHolder own = userSystem(L"MINE:\u00e9\U0001D11E");
     for (const Bytes& block : {packed(own.get()), Orvel::encodeUtf16le(serializedText(own.get(), false))}) {
         EXPECT_EQ(deserialize(block), Qeapp::eOk);
-        EXPECT_EQ(described(definitions), Texts{L"system MINE:\u00e9\U0001D11E"});
+        EXPECT_EQ(describe(definitions), Texts{L"system MINE:\u00e9\U0001D11E"});
     }
 }
 
@@ -96,54 +88,54 @@ TEST_F(Deserialize, Success_ReportsStatusZero)
     }
 }
 
-TEST_F(Deserialize, NeedsNoStatus)
+TEST_F(Deserialize, NullStatus_IsAllowed)
 {
     EXPECT_EQ(deserialized(packedBlock)->GetCount(), 1);
     EXPECT_EQ(deserialized(textBlock)->GetCount(), 1);
 }
 
-TEST_F(Deserialize, NullBytes_AreInvalidInputAndTouchNothing)
+TEST_F(Deserialize, NullBytes_ReturnInvalidInputAndChangeNothing)
 {
     FaultInjection::watch();
     EXPECT_EQ(Cs::DeserializeCoordinateSystem(definitions.put(), nullptr, 190, &status), Qeapp::eInvalidInput);
-    EXPECT_EQ(FaultInjection::seen(), std::vector<std::string>()) << "the library is not asked at all";
+    EXPECT_EQ(FaultInjection::seen(), std::vector<std::string>()) << "no library call";
     EXPECT_EQ(status, kUntouched);
     EXPECT_FALSE(definitions);
 }
 
-TEST_F(Deserialize, LengthBelowOne_IsInvalidInputAndTouchesNothing)
+TEST_F(Deserialize, LengthBelowOne_ReturnsInvalidInputAndChangesNothing)
 {
     ASSERT_EQ(deserialize(packedBlock), Qeapp::eOk);
-    auto* const former = definitions.get();
+    auto* const earlier = definitions.get();
     status = kUntouched;
     for (const int length : {0, -1, INT_MIN}) {
-        auto* pointer = former;
+        auto* pointer = earlier;
         EXPECT_EQ(Cs::DeserializeCoordinateSystem(pointer, textBlock.data(), length, &status), Qeapp::eInvalidInput);
-        EXPECT_EQ(pointer, former) << length;
+        EXPECT_EQ(pointer, earlier) << length;
         EXPECT_EQ(status, kUntouched) << length;
     }
 }
 
-// A library status was recorded, so the caller's is unchanged. Otherwise it would be 52.
-TEST_F(Deserialize, TwoZerosAtTheBeginning_AreAnEmptyTextAndInvalidInput)
+// The library reports a status, so the caller's status is unchanged. Otherwise it would be 52.
+TEST_F(Deserialize, EmptyText_ReturnsInvalidInput)
 {
     for (const Bytes& block : {Bytes{0}, Bytes{0, 0}, Bytes{0, 0, 'x'}, Bytes(64, 0)})
         expectUnreadable(block);
 }
 
-TEST_F(Deserialize, TextThatIsNoDefinition_IsInvalidInput)
+TEST_F(Deserialize, TextWithoutADefinition_ReturnsInvalidInput)
 {
     for (const wchar_t* const text : {L"x", L"{", L"{}", L"EPSG:25832", L"\U0001D11E"})
         expectUnreadable(Orvel::encodeUtf16le(text));
 }
 
-TEST_F(Deserialize, TextThatEndsEarly_IsInvalidInput)
+TEST_F(Deserialize, TruncatedText_ReturnsInvalidInput)
 {
     const std::wstring text = serializedText(system.get());
     expectUnreadable(Orvel::encodeUtf16le(text.substr(0, text.size() - 1)));
 }
 
-TEST_F(Deserialize, TextOfAFormatToCome_IsInvalidInput)
+TEST_F(Deserialize, TextOfALaterFormat_ReturnsInvalidInput)
 {
     std::wstring text = serializedText(system.get());
     const std::size_t version = text.find(L"\"spatialReference\":1");
@@ -151,37 +143,37 @@ TEST_F(Deserialize, TextOfAFormatToCome_IsInvalidInput)
     expectUnreadable(Orvel::encodeUtf16le(text.replace(version, 20, L"\"spatialReference\":9")));
 }
 
-TEST_F(Deserialize, TextEndsWithItsNulWhateverTheLength)
+TEST_F(Deserialize, Text_IsReadToItsNulForAnyLength)
 {
     for (const int length : {1, 2, 3, static_cast<int>(textBlock.size()) - 1, static_cast<int>(textBlock.size())}) {
         EXPECT_EQ(deserialize(textBlock, length), Qeapp::eOk) << length;
-        EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"}) << length;
+        EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"}) << length;
     }
 }
 
-TEST_F(Deserialize, BytesBehindTheNulOfAText_AreNotRead)
+TEST_F(Deserialize, BytesAfterTheNulOfAText_AreNotRead)
 {
     Bytes block = textBlock;
     block.insert(block.end(), {0xff, 0xff, 0x80, 'x'});
     EXPECT_EQ(deserialize(block), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
 }
 
-TEST_F(Deserialize, PackedBlockWithAShorterLength_IsInvalidInput)
+TEST_F(Deserialize, PackedBlockWithAShorterLength_ReturnsInvalidInput)
 {
     EXPECT_EQ(deserialize(packedBlock, static_cast<int>(packedBlock.size()) - 1), Qeapp::eInvalidInput);
     EXPECT_EQ(deserialize(packedBlock, 1), Qeapp::eInvalidInput);
     EXPECT_EQ(status, kUntouched);
 }
 
-TEST_F(Deserialize, PackedBlockWithBytesBehindIt_IsInvalidInput)
+TEST_F(Deserialize, PackedBlockWithMoreBytesAfterIt_ReturnsInvalidInput)
 {
     Bytes block = packedBlock;
     block.insert(block.end(), {0x01, 0x00});
     expectUnreadable(block);
 }
 
-TEST_F(Deserialize, PackedBlockOfAnUnknownKind_IsInvalidInput)
+TEST_F(Deserialize, PackedBlockOfAnUnknownKind_ReturnsInvalidInput)
 {
     Bytes block = packedBlock;
     ASSERT_EQ(block[0], 16) << "the class identifier's literal";
@@ -189,27 +181,27 @@ TEST_F(Deserialize, PackedBlockOfAnUnknownKind_IsInvalidInput)
     expectUnreadable(block);
 }
 
-TEST_F(Deserialize, FormerArray_IsForgottenNotDestroyed)
+TEST_F(Deserialize, EarlierArray_IsNotDestroyed)
 {
-    const ArrayHolder former = deserialized(textBlock);
-    auto* pointer = former.get();
+    const ArrayHolder earlier = deserialized(textBlock);
+    auto* pointer = earlier.get();
     EXPECT_EQ(Cs::DeserializeCoordinateSystem(pointer, packedBlock.data(), static_cast<int>(packedBlock.size())),
               Qeapp::eOk);
-    EXPECT_NE(pointer, former.get());
+    EXPECT_NE(pointer, earlier.get());
     definitions.reset(pointer);
-    EXPECT_EQ(former->GetCount(), 1);
+    EXPECT_EQ(earlier->GetCount(), 1);
 }
 
-TEST_F(Deserialize, FormerArray_StaysAfterAFailure)
+TEST_F(Deserialize, EarlierArray_IsUnchangedAfterAFailure)
 {
-    const ArrayHolder former = deserialized(textBlock);
-    auto* pointer = former.get();
+    const ArrayHolder earlier = deserialized(textBlock);
+    auto* pointer = earlier.get();
     const Bytes zeros(4, 0);
     EXPECT_EQ(Cs::DeserializeCoordinateSystem(pointer, zeros.data(), 4), Qeapp::eInvalidInput);
-    EXPECT_EQ(pointer, former.get());
+    EXPECT_EQ(pointer, earlier.get());
 }
 
-TEST_F(Deserialize, ArrayThatCannotBeMade_IsInvalidInputWhateverTheStatus)
+TEST_F(Deserialize, ArrayThatCannotBeCreated_ReturnsInvalidInput)
 {
     for (const Bytes& block : {packedBlock, textBlock}) {
         for (const int code : {52, 57}) {
@@ -220,17 +212,17 @@ TEST_F(Deserialize, ArrayThatCannotBeMade_IsInvalidInputWhateverTheStatus)
     }
 }
 
-TEST_F(Deserialize, PackedDefinitionThatCannotBeAdded_IsInvalidInput)
+TEST_F(Deserialize, PackedDefinitionThatCannotBeAdded_ReturnsInvalidInput)
 {
     FaultInjection::watch();
     ASSERT_EQ(deserialize(packedBlock), Qeapp::eOk);
-    const std::size_t last = timesSeen("DefinitionBaseArray::Add"); // the ones before are the library's own
+    const std::size_t last = countCalls("DefinitionBaseArray::Add"); // the library makes the earlier ones itself
     const ScopedFault fault({.call = "DefinitionBaseArray::Add", .occurrence = last, .code = 57});
     expectUnreadable(packedBlock);
-    EXPECT_EQ(timesSeen("DefinitionStream::Deserialize_s"), 0U) << "it is not taken for a text";
+    EXPECT_EQ(countCalls("DefinitionStream::Deserialize_s"), 0U) << "it is not read as text";
 }
 
-TEST_F(Deserialize, FailingLibraryWhileReadingText_IsInvalidInput)
+TEST_F(Deserialize, LibraryFailureWhileReadingText_ReturnsInvalidInput)
 {
     for (const int code : {43, 44, 57}) {
         const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = code});
@@ -239,7 +231,7 @@ TEST_F(Deserialize, FailingLibraryWhileReadingText_IsInvalidInput)
     }
 }
 
-TEST_F(Deserialize, ArrayThatIsNotThereDespiteSuccess_IsInvalidInput)
+TEST_F(Deserialize, CallThatSucceedsWithoutAnArray_ReturnsInvalidInput)
 {
     for (const char* const call : {"DefinitionBaseArray::CreateInstance", "DefinitionStream::Deserialize_s"}) {
         const ScopedFault fault({.call = call, .code = 0});
@@ -250,15 +242,15 @@ TEST_F(Deserialize, ArrayThatIsNotThereDespiteSuccess_IsInvalidInput)
     }
 }
 
-TEST_F(Deserialize, PackedBlockThatCannotBeDecoded_IsTriedAsText)
+TEST_F(Deserialize, PackedBlockThatCannotBeDecoded_IsReadAsText)
 {
     const ScopedFault fault({.call = "DefinitionStream::Read", .code = 43});
     expectUnreadable(packedBlock);
-    EXPECT_EQ(timesSeen("DefinitionStream::Deserialize_s"), 1U);
+    EXPECT_EQ(countCalls("DefinitionStream::Deserialize_s"), 1U);
 }
 
 // An exception has no result and no library status.
-TEST_F(Deserialize, ExceptionOnTheWay_GivesNoArrayAndReportsStatusZero)
+TEST_F(Deserialize, Exception_GivesNoArrayAndReportsStatusZero)
 {
     for (const char* const call : {"DefinitionBaseArray::CreateInstance", "DefinitionStream::Deserialize_s"}) {
         status = kUntouched;
@@ -282,7 +274,7 @@ TEST_F(Deserialize, EveryFailingCallOfAPackedBlock_GivesNoArray)
 }
 
 // The attempt to unpack the block may fail before it is read as text.
-TEST_F(Deserialize, EveryFailingCallOfATextBlock_IsInvalidInputOrNoMatter)
+TEST_F(Deserialize, EveryFailingCallOfATextBlock_ReturnsInvalidInputOrIsIgnored)
 {
     FaultInjection::watch();
     ASSERT_EQ(deserialize(textBlock), Qeapp::eOk);

@@ -6,14 +6,14 @@ namespace {
 
 namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 
-bool flag()
+bool readFlag()
 {
     bool value = false;
     EXPECT_EQ(Cs::GetInitializeGeodataParameters(value), Qeapp::eOk);
     return value;
 }
 
-/// Read before any test can set it.
+/// The flag before any test sets it.
 const bool flagAtStart = [] {
     bool value = true;
     static_cast<void>(Cs::GetInitializeGeodataParameters(value)); // always succeeds
@@ -28,31 +28,31 @@ protected:
     } // always succeeds
 };
 
-TEST_F(GeodataInitialization, IsFalseBeforeItIsSet)
+TEST_F(GeodataInitialization, IsFalseAtFirst)
 {
     EXPECT_FALSE(flagAtStart);
 }
 
-TEST_F(GeodataInitialization, IsWhatWasSetLast)
+TEST_F(GeodataInitialization, HasTheLastSetValue)
 {
     EXPECT_EQ(Cs::SetInitializeGeodataParameters(true), Qeapp::eOk);
-    EXPECT_TRUE(flag());
+    EXPECT_TRUE(readFlag());
     EXPECT_EQ(Cs::SetInitializeGeodataParameters(false), Qeapp::eOk);
-    EXPECT_FALSE(flag());
+    EXPECT_FALSE(readFlag());
 }
 
-TEST_F(GeodataInitialization, StaysAsItIsWhenSetAgain)
+TEST_F(GeodataInitialization, IsUnchangedWhenSetToTheSameValue)
 {
     EXPECT_EQ(Cs::SetInitializeGeodataParameters(true), Qeapp::eOk);
     EXPECT_EQ(Cs::SetInitializeGeodataParameters(true), Qeapp::eOk);
-    EXPECT_TRUE(flag());
+    EXPECT_TRUE(readFlag());
 }
 
-TEST_F(GeodataInitialization, ReadingDoesNotChangeIt)
+TEST_F(GeodataInitialization, IsUnchangedByReading)
 {
     ASSERT_EQ(Cs::SetInitializeGeodataParameters(true), Qeapp::eOk);
-    EXPECT_TRUE(flag());
-    EXPECT_TRUE(flag());
+    EXPECT_TRUE(readFlag());
+    EXPECT_TRUE(readFlag());
 }
 
 } // namespace

@@ -1,9 +1,9 @@
-// Blocks that this module or an earlier release of it wrote are read, and written again, byte for byte.
+// Reads blocks that this module or an earlier release of it wrote, and writes them again byte for byte.
 //
-// Only a change of a format on purpose is a reason to touch the files under golden/. Then keep the former ones under
-// another name with a test that they are still read, and write new ones:
+// Change the files under golden/ only when a format changes on purpose. Then keep the earlier files under another name
+// with a test that they are still read, and write new ones:
 //     ORVEL_WRITE_GOLDEN_BLOCKS=1 build/asan/bin/coordsys_tests --gtest_filter='*GoldenBlock*'
-// The page docs/formats/serialized-block.md and its examples have to follow.
+// Update the page docs/formats/serialized-block.md and its examples.
 #include <cstdlib>
 
 #include "block_test.h"
@@ -14,7 +14,7 @@
 namespace Tests {
 namespace {
 
-const Library::CoordinateReferenceSystemDefinition* systemIn(const ArrayHolder& definitions)
+const Library::CoordinateReferenceSystemDefinition* firstSystem(const ArrayHolder& definitions)
 {
     return dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(definitions->GetItem(0));
 }
@@ -26,7 +26,7 @@ protected:
         if (std::getenv("ORVEL_WRITE_GOLDEN_BLOCKS") == nullptr)
             return;
         for (const GoldenBlock& block : goldenBlocks())
-            writeGoldenBlock(block, serialized(sourceOf(block).get(), block.version));
+            writeGoldenBlock(block, serialized(makeSourceSystem(block).get(), block.version));
     }
 };
 
@@ -37,21 +37,20 @@ INSTANTIATE_TEST_SUITE_P(All, EachGoldenBlock, testing::ValuesIn(goldenBlocks())
                              return instance.param.name + (instance.param.isText() ? "_text" : "_packed");
                          });
 
-TEST_P(EachGoldenBlock, HoldsItsSystemAlone)
+TEST_P(EachGoldenBlock, HasOnlyItsSystem)
 {
     const ArrayHolder definitions = deserialized(GetParam().bytes());
-    EXPECT_EQ(described(definitions), Texts{L"system " + GetParam().code});
+    EXPECT_EQ(describe(definitions), Texts{L"system " + GetParam().code});
 }
 
 TEST_P(EachGoldenBlock, IsWrittenAgainByteForByte)
 {
     const Bytes block = GetParam().bytes();
     const ArrayHolder definitions = deserialized(block);
-    ASSERT_TRUE(definitions && systemIn(definitions) != nullptr);
-    EXPECT_EQ(serialized(systemIn(definitions), GetParam().version), block)
+    ASSERT_TRUE(definitions && firstSystem(definitions) != nullptr);
+    EXPECT_EQ(serialized(firstSystem(definitions), GetParam().version), block)
         << "Blocks in users' hands look like the golden one. If the format was changed on purpose, the top of this "
-           "file "
-           "says what to do.";
+           "file says what to do.";
 }
 
 TEST_P(EachGoldenBlock, HasTheFormOfItsVersion)
@@ -63,14 +62,14 @@ TEST_P(EachGoldenBlock, HasTheFormOfItsVersion)
         EXPECT_EQ(block.front(), '{');
         return;
     }
-    // A literal of the class identifier's 16 bytes, or of those and more.
+    // The block begins with a literal that holds the 16 bytes of the class identifier.
     const Bytes classIdentifier{0x4b, 0xea, 0x00, 0x3c, 0x84, 0x0b, 0xd2, 0x11,
                                 0x9d, 0xe2, 0x08, 0x00, 0x09, 0xac, 0xe1, 0x8e};
     ASSERT_GT(block.size(), 17U);
     EXPECT_EQ(Bytes(block.begin() + 1, block.begin() + 17), classIdentifier);
 }
 
-TEST_F(GoldenBlockTest, BothFormsOfASystem_HoldTheSame)
+TEST_F(GoldenBlockTest, BothFormsOfASystem_HoldTheSameDefinition)
 {
     for (std::size_t index = 0; index < goldenBlocks().size(); index += 2) {
         const ArrayHolder packed = deserialized(goldenBlocks()[index].bytes());
@@ -80,14 +79,14 @@ TEST_F(GoldenBlockTest, BothFormsOfASystem_HoldTheSame)
     }
 }
 
-TEST_F(GoldenBlockTest, PackedExampleOfThePage_IsTheGoldenBlock)
+TEST_F(GoldenBlockTest, DocumentedPackedBlock_IsTheGoldenBlock)
 {
     const auto block = std::ranges::find(goldenBlocks(), "local", &GoldenBlock::name);
     const DocumentedExample example("serialized-block.md", "packed-block");
     EXPECT_EQ(example.bytes(), block->bytes()) << example.correction(printed(block->bytes()));
 }
 
-TEST_F(GoldenBlockTest, TextExampleOfThePage_IsTheGoldenBlock)
+TEST_F(GoldenBlockTest, DocumentedTextBlock_IsTheGoldenBlock)
 {
     const auto block = std::ranges::find(goldenBlocks(), "local", &GoldenBlock::name) + 1;
     const DocumentedExample example("serialized-block.md", "text-block");

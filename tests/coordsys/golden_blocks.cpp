@@ -27,7 +27,7 @@ constexpr const wchar_t* kUserText =
     LR"(PARAMETER["False northing",-5000,LENGTHUNIT["metre",1],ID["EPSG",8807]]],)"
     LR"(CS[Cartesian,2],AXIS["easting",east],AXIS["northing",north],LENGTHUNIT["metre",1]])";
 
-std::filesystem::path fileOf(const GoldenBlock& block)
+std::filesystem::path goldenFile(const GoldenBlock& block)
 {
     const char* const form = block.isText() ? ".text.hex" : ".packed.hex";
     return std::filesystem::path(ORVEL_SOURCE_DIR) / "tests" / "coordsys" / "golden" / (block.name + form);
@@ -38,9 +38,9 @@ char printable(unsigned char byte)
     return byte >= ' ' && byte <= '~' ? static_cast<char>(byte) : '.';
 }
 
-std::string lineOf(const Bytes& bytes)
+std::string formatLine(const Bytes& bytes)
 {
-    std::string line = hexOf(bytes) + std::string((kBytesPerGoldenLine - bytes.size()) * 2, ' ') + " ; ";
+    std::string line = toHex(bytes) + std::string((kBytesPerGoldenLine - bytes.size()) * 2, ' ') + " ; ";
     std::ranges::transform(bytes, std::back_inserter(line), printable);
     line.erase(line.find_last_not_of(' ') + 1);
     return line;
@@ -74,18 +74,18 @@ const std::vector<GoldenBlock>& goldenBlocks()
 
 Bytes GoldenBlock::bytes() const
 {
-    std::ifstream file(fileOf(*this));
+    std::ifstream file(goldenFile(*this));
     if (!file)
-        throw std::runtime_error(fileOf(*this).string() + " cannot be read");
+        throw std::runtime_error(goldenFile(*this).string() + " cannot be read");
     Bytes bytes;
     for (std::string line; std::getline(file, line);) {
-        const Bytes more = bytesOfHex(line.substr(0, line.find(';')));
+        const Bytes more = parseHex(line.substr(0, line.find(';')));
         bytes.insert(bytes.end(), more.begin(), more.end());
     }
     return bytes;
 }
 
-SystemHolder sourceOf(const GoldenBlock& block)
+SystemHolder makeSourceSystem(const GoldenBlock& block)
 {
     if (block.code != kUserCode)
         return catalogSystem(block.code.c_str());
@@ -98,13 +98,13 @@ SystemHolder sourceOf(const GoldenBlock& block)
 
 void writeGoldenBlock(const GoldenBlock& block, const Bytes& bytes)
 {
-    std::ofstream file(fileOf(block), std::ios::binary);
+    std::ofstream file(goldenFile(block), std::ios::binary);
     for (std::size_t at = 0; at < bytes.size(); at += kBytesPerGoldenLine) {
         const std::size_t count = std::min(kBytesPerGoldenLine, bytes.size() - at);
-        file << lineOf(Bytes(bytes.data() + at, bytes.data() + at + count)) << '\n';
+        file << formatLine(Bytes(bytes.data() + at, bytes.data() + at + count)) << '\n';
     }
     if (!file.flush())
-        throw std::runtime_error(fileOf(block).string() + " cannot be written");
+        throw std::runtime_error(goldenFile(block).string() + " cannot be written");
 }
 
 } // namespace Tests

@@ -1,5 +1,5 @@
-// Blocks of serialized definitions as they were written once and must be read for ever: golden/NAME.FORM.hex, pairs of
-// hexadecimal digits with a remark behind a semicolon.
+// Serialized definitions that every release must read. The files golden/NAME.FORM.hex hold pairs of hexadecimal digits.
+// A semicolon begins a remark.
 #pragma once
 
 #include <ostream>
@@ -12,7 +12,7 @@
 namespace Tests {
 
 struct GoldenBlock {
-    std::string name; // of the file, without its form
+    std::string name; // of the file, without form and extension
     std::wstring code;
     QeDb::QeDbDwgVersion version = QeDb::kGeoDataTextDwg;
 
@@ -25,10 +25,10 @@ std::ostream& operator<<(std::ostream& out, const GoldenBlock& block);
 /// Six systems of different kinds in both forms.
 const std::vector<GoldenBlock>& goldenBlocks();
 
-/// The same systems, made from the catalog and from a user's text.
-SystemHolder sourceOf(const GoldenBlock& block);
+/// Makes the system of the block, from the catalog or from the text of a user-defined system.
+SystemHolder makeSourceSystem(const GoldenBlock& block);
 
-/// Writes the file. Only an intended change of the format is a reason to do so.
+/// Writes the file, after an intended change of the format.
 void writeGoldenBlock(const GoldenBlock& block, const Bytes& bytes);
 
 } // namespace Tests

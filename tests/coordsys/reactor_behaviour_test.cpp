@@ -5,9 +5,9 @@ namespace {
 
 using namespace Tests;
 
-struct Objection {};
+struct ReactorException {};
 
-/// Two reactors, of which the first misbehaves.
+/// Registers two reactors. The first one throws or changes the drawing.
 class ReactorBehaviour : public CoordsysTest {
 protected:
     RecordingReactor second{log, "B"};
@@ -18,14 +18,14 @@ protected:
         ASSERT_EQ(second.add(), Qeapp::eOk);
     }
 
-    void throwAt(const Notice& fatal)
+    void throwAtNotice(const Notice& fatal)
     {
         reactor.action = [fatal](const Notice& notice) {
             if (notice == fatal)
-                throw Objection();
+                throw ReactorException();
         };
     }
-    void expectListIntact()
+    void expectBothReactorsNotified()
     {
         reactor.action = nullptr;
         log.clear();
@@ -33,87 +33,81 @@ protected:
         EXPECT_EQ(log, Notices({{Event::transformationChanged, std::nullopt, "A"},
                                 {Event::transformationChanged, std::nullopt, "B"}}));
     }
-    std::wstring storedCode() const
-    {
-        SystemHolder definition;
-        EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), nullptr, database()), Qeapp::eOk);
-        return described(definition.get());
-    }
 };
 
-TEST_F(ReactorBehaviour, ThrowingAtTheFirstQuestion_PassesAndChangesNothing)
+TEST_F(ReactorBehaviour, ExceptionInTheFirstQuestion_ReachesTheCallerAndChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     const auto before = drawing.contents();
-    throwAt({Event::asked, kAssignedCode});
-    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
+    throwAtNotice({Event::asked, kAssignedCode});
+    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), ReactorException);
     EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(log, Notices({{Event::asked, kAssignedCode}}));
-    expectListIntact();
+    expectBothReactorsNotified();
 }
 
-TEST_F(ReactorBehaviour, ThrowingAtTheRemovalsQuestion_PassesAndChangesNothing)
+TEST_F(ReactorBehaviour, ExceptionInTheQuestionAboutTheRemoval_ReachesTheCallerAndChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     const auto before = drawing.contents();
-    throwAt({Event::asked, std::nullopt});
-    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
+    throwAtNotice({Event::asked, std::nullopt});
+    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), ReactorException);
     EXPECT_EQ(drawing.contents(), before);
-    expectListIntact();
+    expectBothReactorsNotified();
 }
 
-TEST_F(ReactorBehaviour, ThrowingAtTheRemovalsNotice_LeavesTheDrawingEmpty)
+TEST_F(ReactorBehaviour, ExceptionInTheNoticeOfTheRemoval_LeavesTheDrawingWithoutASystem)
 {
-    giveSystem(L"EPSG:2263");
-    throwAt({Event::changed, std::nullopt});
-    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
-    EXPECT_EQ(storedCode(), L"none");
+    storeSystem(L"EPSG:2263");
+    throwAtNotice({Event::changed, std::nullopt});
+    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), ReactorException);
+    EXPECT_EQ(describeStoredSystem(), L"none");
     EXPECT_EQ(log.back(), (Notice{Event::changed, std::nullopt, "A"}));
-    expectListIntact();
+    expectBothReactorsNotified();
 }
 
-TEST_F(ReactorBehaviour, ThrowingAtTheLastNotice_LeavesTheAssignmentDone)
+TEST_F(ReactorBehaviour, ExceptionInTheLastNotice_KeepsTheAssignment)
 {
-    throwAt({Event::changed, kAssignedCode});
-    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
-    EXPECT_EQ(storedCode(), L"system EPSG:25832");
-    expectListIntact();
+    throwAtNotice({Event::changed, kAssignedCode});
+    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), ReactorException);
+    EXPECT_EQ(describeStoredSystem(), L"system EPSG:25832");
+    expectBothReactorsNotified();
 }
 
-TEST_F(ReactorBehaviour, ThrowingAtAVeto_PassesAndChangesNothing)
+TEST_F(ReactorBehaviour, ExceptionInTheNoticeOfAVeto_ReachesTheCallerAndChangesNothing)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     const auto before = drawing.contents();
     second.answer = [](const Notice&) { return false; };
-    throwAt({Event::vetoed, kAssignedCode});
-    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), Objection);
+    throwAtNotice({Event::vetoed, kAssignedCode});
+    EXPECT_THROW(static_cast<void>(assign(kAssignedCode)), ReactorException);
     EXPECT_EQ(drawing.contents(), before);
-    expectListIntact();
+    expectBothReactorsNotified();
 }
 
-TEST_F(ReactorBehaviour, ThrowingAtAChangeOfTheTransformations_Passes)
+TEST_F(ReactorBehaviour, ExceptionInTheNoticeOfATransformationChange_ReachesTheCaller)
 {
-    throwAt({Event::transformationChanged, std::nullopt});
-    EXPECT_THROW(Cs::NotifyCsTransformationChanged(), Objection);
-    expectListIntact();
+    throwAtNotice({Event::transformationChanged, std::nullopt});
+    EXPECT_THROW(Cs::NotifyCsTransformationChanged(), ReactorException);
+    expectBothReactorsNotified();
 }
 
-TEST_F(ReactorBehaviour, ThrowingOnClearing_PassesAndLeavesNoTransaction)
+TEST_F(ReactorBehaviour, ExceptionWhileClearing_ReachesTheCallerAndLeavesNoTransaction)
 {
-    throwAt({Event::changed, std::nullopt});
-    EXPECT_THROW(static_cast<void>(Cs::ClearCoordinateSystem(database())), Objection);
+    throwAtNotice({Event::changed, std::nullopt});
+    EXPECT_THROW(static_cast<void>(Cs::ClearCoordinateSystem(database())), ReactorException);
     EXPECT_EQ(database()->transactionManager()->numActiveTransactions(), 0);
 }
 
-TEST_F(ReactorBehaviour, ThrowingBeforeAnyFailure_ReportsStatusZero)
+TEST_F(ReactorBehaviour, ExceptionBeforeAnyFailure_ReportsStatusZero)
 {
-    throwAt({Event::asked, kAssignedCode});
+    throwAtNotice({Event::asked, kAssignedCode});
     const SystemHolder definition = catalogSystem(kAssignedCode);
-    EXPECT_THROW(static_cast<void>(assign(definition)), Objection);
+    EXPECT_THROW(static_cast<void>(assign(definition)), ReactorException);
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(ReactorBehaviour, AssigningInsideTheLastNotice_IsAWholeAssignmentOfItsOwn)
+TEST_F(ReactorBehaviour, AssignmentInTheLastNotice_SendsItsOwnNotices)
 {
     ASSERT_EQ(second.remove(), Qeapp::eOk);
     reactor.action = [&](const Notice& notice) {
@@ -122,14 +116,14 @@ TEST_F(ReactorBehaviour, AssigningInsideTheLastNotice_IsAWholeAssignmentOfItsOwn
         }
     };
     EXPECT_EQ(assign(kAssignedCode), Qeapp::eOk);
-    Notices expected = noticesOfAssignment(kAssignedCode);
-    for (const Notice& notice : noticesOfAssignment(L"EPSG:2263"))
+    Notices expected = assignmentNotices(kAssignedCode);
+    for (const Notice& notice : assignmentNotices(L"EPSG:2263"))
         expected.push_back(notice);
     EXPECT_EQ(log, expected);
-    EXPECT_EQ(storedCode(), L"system EPSG:2263");
+    EXPECT_EQ(describeStoredSystem(), L"system EPSG:2263");
 }
 
-TEST_F(ReactorBehaviour, AssigningInsideTheLastNotice_ReachesTheOtherReactorsBeforeTheOuterNotice)
+TEST_F(ReactorBehaviour, ClearingInTheLastNotice_NotifiesTheOtherReactorsBeforeTheOuterNotice)
 {
     reactor.action = [&](const Notice& notice) {
         if (notice == Notice{Event::changed, kAssignedCode}) {
@@ -144,10 +138,10 @@ TEST_F(ReactorBehaviour, AssigningInsideTheLastNotice_ReachesTheOtherReactorsBef
                              {Event::changed, std::nullopt, "A"},
                              {Event::changed, std::nullopt, "B"},
                              {Event::changed, kAssignedCode, "B"}}));
-    EXPECT_EQ(storedCode(), L"none");
+    EXPECT_EQ(describeStoredSystem(), L"none");
 }
 
-TEST_F(ReactorBehaviour, AssigningInsideTheRemovalsNotice_IsOverwrittenByTheOuterAssignment)
+TEST_F(ReactorBehaviour, AssignmentInTheNoticeOfTheRemoval_IsReplacedByTheOuterAssignment)
 {
     reactor.action = [&, done = false](const Notice& notice) mutable {
         if (done || notice.event != Event::changed)
@@ -156,22 +150,22 @@ TEST_F(ReactorBehaviour, AssigningInsideTheRemovalsNotice_IsOverwrittenByTheOute
         EXPECT_EQ(Cs::SetCoordinateSystem(L"EPSG:2263", database()), Qeapp::eOk);
     };
     EXPECT_EQ(assign(kAssignedCode), Qeapp::eOk);
-    EXPECT_EQ(storedCode(), L"system EPSG:25832");
+    EXPECT_EQ(describeStoredSystem(), L"system EPSG:25832");
 }
 
-TEST_F(ReactorBehaviour, ReadingInsideAQuestion_IsAllowed)
+TEST_F(ReactorBehaviour, ReadingInAQuestion_IsAllowed)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     std::wstring seen;
     reactor.answer = [&](const Notice&) {
-        seen = storedCode();
+        seen = describeStoredSystem();
         return false;
     };
     EXPECT_EQ(assign(kAssignedCode), Qeapp::eVetoed);
     EXPECT_EQ(seen, L"system EPSG:2263");
 }
 
-TEST_F(ReactorBehaviour, TheAnnouncedNameOutlivesWhatAReactorDoesToTheDefinition)
+TEST_F(ReactorBehaviour, AnnouncedName_StaysValidWhenAReactorChangesTheDefinition)
 {
     SystemHolder definition = catalogSystem(kAssignedCode);
     reactor.action = [&](const Notice& notice) {
@@ -183,7 +177,7 @@ TEST_F(ReactorBehaviour, TheAnnouncedNameOutlivesWhatAReactorDoesToTheDefinition
     EXPECT_EQ(log.back(), (Notice{Event::changed, kAssignedCode, "B"}));
 }
 
-TEST_F(ReactorBehaviour, AnotherWorkingDatabaseMeanwhile_DoesNotDivertTheAssignment)
+TEST_F(ReactorBehaviour, ChangedWorkingDatabase_DoesNotRedirectTheAssignment)
 {
     const Drawing other;
     QeDbHostApplicationServices* const services = qedbHostApplicationServices();
@@ -192,7 +186,7 @@ TEST_F(ReactorBehaviour, AnotherWorkingDatabaseMeanwhile_DoesNotDivertTheAssignm
     EXPECT_EQ(Cs::SetCoordinateSystem(kAssignedCode, nullptr), Qeapp::eOk);
     services->setWorkingDatabase(nullptr);
     EXPECT_EQ(reactor.databases, std::vector<QeDbDatabase*>(4, database()));
-    EXPECT_EQ(storedCode(), L"system EPSG:25832");
+    EXPECT_EQ(describeStoredSystem(), L"system EPSG:25832");
 }
 
 } // namespace

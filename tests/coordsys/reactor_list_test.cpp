@@ -13,8 +13,8 @@ protected:
     RecordingReactor second{log, "B"};
     RecordingReactor third{log, "C"};
 
-    /// The reactors that are notified of an event, in order.
-    std::string listeners()
+    /// Sends a notice. Returns the names of the reactors that it reaches, in order.
+    std::string notifyReactors()
     {
         log.clear();
         Cs::NotifyCsTransformationChanged();
@@ -27,105 +27,105 @@ protected:
 
 TEST_F(ReactorList, IsEmptyAtFirst)
 {
-    EXPECT_EQ(listeners(), "");
+    EXPECT_EQ(notifyReactors(), "");
 }
 
-TEST_F(ReactorList, AnAddedReactorHearsOfEvents)
+TEST_F(ReactorList, AddedReactorIsNotified)
 {
     EXPECT_EQ(reactor.add(), Qeapp::eOk);
-    EXPECT_EQ(listeners(), "A");
+    EXPECT_EQ(notifyReactors(), "A");
 }
 
-TEST_F(ReactorList, ReactorsAreCalledInTheOrderOfTheirRegistration)
+TEST_F(ReactorList, ReactorsAreNotifiedInTheOrderOfRegistration)
 {
     ASSERT_EQ(third.add(), Qeapp::eOk);
     ASSERT_EQ(reactor.add(), Qeapp::eOk);
     ASSERT_EQ(second.add(), Qeapp::eOk);
-    EXPECT_EQ(listeners(), "CAB");
+    EXPECT_EQ(notifyReactors(), "CAB");
 }
 
 TEST_F(ReactorList, NullIsNotAdded)
 {
     EXPECT_EQ(Cs::AddCoordinateSystemReactor(nullptr), Qeapp::eInvalidInput);
-    EXPECT_EQ(listeners(), "");
+    EXPECT_EQ(notifyReactors(), "");
 }
 
-TEST_F(ReactorList, ASecondRegistrationIsRefused)
+TEST_F(ReactorList, SecondRegistrationIsRefused)
 {
     ASSERT_EQ(reactor.add(), Qeapp::eOk);
     EXPECT_EQ(reactor.add(), Qeapp::eInvalidInput);
-    EXPECT_EQ(listeners(), "A");
+    EXPECT_EQ(notifyReactors(), "A");
 }
 
-TEST_F(ReactorList, ASecondRegistrationIsNotCounted)
+TEST_F(ReactorList, SecondRegistrationNeedsNoSecondRemoval)
 {
     ASSERT_EQ(reactor.add(), Qeapp::eOk);
     ASSERT_EQ(reactor.add(), Qeapp::eInvalidInput);
     EXPECT_EQ(reactor.remove(), Qeapp::eOk);
-    EXPECT_EQ(listeners(), "");
+    EXPECT_EQ(notifyReactors(), "");
 }
 
-TEST_F(ReactorList, ARemovedReactorHearsNothing)
+TEST_F(ReactorList, RemovedReactorIsNotNotified)
 {
     ASSERT_EQ(reactor.add(), Qeapp::eOk);
     EXPECT_EQ(reactor.remove(), Qeapp::eOk);
-    EXPECT_EQ(listeners(), "");
+    EXPECT_EQ(notifyReactors(), "");
 }
 
-TEST_F(ReactorList, ARemovalKeepsTheOrderOfTheOthers)
+TEST_F(ReactorList, RemovalKeepsTheOrderOfTheOthers)
 {
     ASSERT_EQ(reactor.add(), Qeapp::eOk);
     ASSERT_EQ(second.add(), Qeapp::eOk);
     ASSERT_EQ(third.add(), Qeapp::eOk);
     EXPECT_EQ(second.remove(), Qeapp::eOk);
-    EXPECT_EQ(listeners(), "AC");
+    EXPECT_EQ(notifyReactors(), "AC");
 }
 
-TEST_F(ReactorList, AReactorAddedAgainStandsLast)
+TEST_F(ReactorList, ReactorThatIsAddedAgainIsLast)
 {
     ASSERT_EQ(reactor.add(), Qeapp::eOk);
     ASSERT_EQ(second.add(), Qeapp::eOk);
     ASSERT_EQ(reactor.remove(), Qeapp::eOk);
     ASSERT_EQ(reactor.add(), Qeapp::eOk);
-    EXPECT_EQ(listeners(), "BA");
+    EXPECT_EQ(notifyReactors(), "BA");
 }
 
 TEST_F(ReactorList, NullIsNotRemoved)
 {
     ASSERT_EQ(reactor.add(), Qeapp::eOk);
     EXPECT_EQ(Cs::RemoveCoordinateSystemReactor(nullptr), Qeapp::eInvalidInput);
-    EXPECT_EQ(listeners(), "A");
+    EXPECT_EQ(notifyReactors(), "A");
 }
 
-TEST_F(ReactorList, FromAnEmptyListNothingIsRemoved)
+TEST_F(ReactorList, RemovalFromAnEmptyListIsRefused)
 {
     EXPECT_EQ(Cs::RemoveCoordinateSystemReactor(nullptr), Qeapp::eInvalidInput);
     EXPECT_EQ(reactor.remove(), Qeapp::eInvalidInput);
 }
 
-TEST_F(ReactorList, AnUnregisteredReactorIsNotRemoved)
+TEST_F(ReactorList, UnregisteredReactorIsNotRemoved)
 {
     ASSERT_EQ(reactor.add(), Qeapp::eOk);
     EXPECT_EQ(second.remove(), Qeapp::eInvalidInput);
-    EXPECT_EQ(listeners(), "A");
+    EXPECT_EQ(notifyReactors(), "A");
 }
 
-TEST_F(ReactorList, AReactorIsRemovedOnce)
+TEST_F(ReactorList, SecondRemovalIsRefused)
 {
     ASSERT_EQ(reactor.add(), Qeapp::eOk);
     ASSERT_EQ(reactor.remove(), Qeapp::eOk);
     EXPECT_EQ(reactor.remove(), Qeapp::eInvalidInput);
 }
 
-TEST_F(ReactorList, TheReactorsThemselvesAreNotOwned)
+TEST_F(ReactorList, ReactorsAreNotOwned)
 {
     ASSERT_EQ(reactor.add(), Qeapp::eOk);
     ASSERT_EQ(reactor.remove(), Qeapp::eOk);
-    ASSERT_EQ(reactor.add(), Qeapp::eOk); // which would read freed memory otherwise
-    EXPECT_EQ(listeners(), "A");
+    ASSERT_EQ(reactor.add(), Qeapp::eOk); // would fail if the list had deleted it
+    EXPECT_EQ(notifyReactors(), "A");
 }
 
-TEST_F(ReactorList, WithoutReactorsEveryChangeIsAllowed)
+TEST_F(ReactorList, EveryChangeIsAllowedWithoutReactors)
 {
     EXPECT_TRUE(Cs::NotifyCoordinateSystemWillChange(database(), L"EPSG:25832"));
 }
@@ -137,7 +137,7 @@ TEST(ReactorClass, AllowsEveryChangeByDefault)
     EXPECT_TRUE(reactor.CoordinateSystemWillChange(nullptr, L"EPSG:25832"));
 }
 
-TEST(ReactorClass, DoesNothingByDefault)
+TEST(ReactorClass, IgnoresEveryNoticeByDefault)
 {
     Cs::OrvelCoordinateSystemReactor reactor;
     EXPECT_NO_THROW(reactor.CoordinateSystemChanged(nullptr, nullptr));
@@ -145,12 +145,12 @@ TEST(ReactorClass, DoesNothingByDefault)
     EXPECT_NO_THROW(reactor.CsTransformationChanged());
 }
 
-TEST(ReactorClass, HasNoDataOfItsOwn)
+TEST(ReactorClass, HasNoData)
 {
     EXPECT_EQ(sizeof(Cs::OrvelCoordinateSystemReactor), sizeof(void*));
 }
 
-TEST(ReactorClass, ACopyIsAnotherReactor)
+TEST(ReactorClass, CopyIsAnotherReactor)
 {
     Cs::OrvelCoordinateSystemReactor reactor;
     ASSERT_EQ(Cs::AddCoordinateSystemReactor(&reactor), Qeapp::eOk);
@@ -159,7 +159,7 @@ TEST(ReactorClass, ACopyIsAnotherReactor)
     EXPECT_EQ(Cs::RemoveCoordinateSystemReactor(&reactor), Qeapp::eOk);
 }
 
-TEST(ReactorClass, AssignmentGivesTheReactorItself)
+TEST(ReactorClass, AssignmentReturnsTheReactor)
 {
     const Cs::OrvelCoordinateSystemReactor other;
     Cs::OrvelCoordinateSystemReactor reactor;

@@ -1,4 +1,4 @@
-// The reactor list when memory is short, and the memory that it releases.
+// The list of reactors without memory, and the memory that it releases.
 #include <memory>
 #include <new>
 
@@ -19,7 +19,7 @@ protected:
         reactors.push_back(std::make_unique<RecordingReactor>(log, name));
         ASSERT_EQ(reactors.back()->add(), Qeapp::eOk);
     }
-    /// Adds a third reactor while memory is short.
+    /// Adds a third reactor while allocations fail.
     Qeapp::ErrorStatus addThirdWithoutMemory()
     {
         addReactor("A");
@@ -30,12 +30,12 @@ protected:
     }
 };
 
-TEST_F(ReactorMemory, WithoutMemoryAReactorIsRefused)
+TEST_F(ReactorMemory, AddingWithoutMemoryReturnsOutOfMemory)
 {
     EXPECT_EQ(addThirdWithoutMemory(), Qeapp::eOutOfMemory);
 }
 
-TEST_F(ReactorMemory, WithoutMemoryTheListIsUnchanged)
+TEST_F(ReactorMemory, AddingWithoutMemoryKeepsTheList)
 {
     ASSERT_EQ(addThirdWithoutMemory(), Qeapp::eOutOfMemory);
     Cs::NotifyCsTransformationChanged();
@@ -44,14 +44,14 @@ TEST_F(ReactorMemory, WithoutMemoryTheListIsUnchanged)
     EXPECT_EQ(log[1].reactor, "B");
 }
 
-TEST_F(ReactorMemory, ARefusedReactorCanBeAddedOnceThereIsMemory)
+TEST_F(ReactorMemory, RefusedReactorCanBeAddedLater)
 {
     ASSERT_EQ(addThirdWithoutMemory(), Qeapp::eOutOfMemory);
     EXPECT_EQ(reactors.back()->remove(), Qeapp::eInvalidInput);
     EXPECT_EQ(reactors.back()->add(), Qeapp::eOk);
 }
 
-TEST_F(ReactorMemory, WithoutMemoryForTheSnapshotNoReactorIsCalled)
+TEST_F(ReactorMemory, NoReactorIsCalledWithoutMemoryForTheSnapshot)
 {
     addReactor();
     {
@@ -61,7 +61,7 @@ TEST_F(ReactorMemory, WithoutMemoryForTheSnapshotNoReactorIsCalled)
     EXPECT_EQ(log, Notices());
 }
 
-TEST_F(ReactorMemory, ANoticeHoldsNothingAfterwards)
+TEST_F(ReactorMemory, NoticeReleasesItsMemory)
 {
     addReactor();
     log.reserve(8);
@@ -70,7 +70,7 @@ TEST_F(ReactorMemory, ANoticeHoldsNothingAfterwards)
     EXPECT_EQ(allocatedBlocks(), before);
 }
 
-TEST_F(ReactorMemory, AThrowingReactorLeavesNoSnapshotBehind)
+TEST_F(ReactorMemory, NoticeReleasesItsMemoryWhenAReactorThrows)
 {
     addReactor();
     log.reserve(8);

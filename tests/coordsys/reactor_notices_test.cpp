@@ -1,3 +1,5 @@
+#include <functional>
+
 #include "coordsys/coordinate_system_reactors.h"
 #include "support/coordsys_test.h"
 
@@ -5,7 +7,7 @@ namespace {
 
 using namespace Tests;
 
-/// Three registered reactors A, B, C and one, D, that is not.
+/// Has three registered reactors A, B and C, and D, which is not registered.
 class ReactorNotices : public CoordsysTest {
 protected:
     RecordingReactor& first = reactor;
@@ -20,83 +22,74 @@ protected:
         ASSERT_EQ(third.add(), Qeapp::eOk);
     }
 
-    /// The reactors that the event notifies, in order.
-    template <class Notify>
-    std::string heardOf(const Notify& notify)
+    /// Sends an event. Returns the names of the reactors that it reaches, in order.
+    std::string notifyReactors(const std::function<void()>& send)
     {
         log.clear();
-        notify();
+        send();
         std::string names;
         for (const Notice& notice : log)
             names += notice.reactor;
         return names;
     }
-    std::string heardOfQuestion()
-    {
-        return heardOf([&] { EXPECT_TRUE(Cs::NotifyCoordinateSystemWillChange(database(), kAssignedCode)); });
-    }
-    std::string heardOfChange()
-    {
-        return heardOf([&] { Cs::NotifyCoordinateSystemChanged(database(), kAssignedCode); });
-    }
-    std::string heardOfVeto()
-    {
-        return heardOf([&] { Cs::NotifyCoordinateSystemChangeVetoed(database(), kAssignedCode); });
-    }
-    std::string heardOfTransformation()
-    {
-        return heardOf([] { Cs::NotifyCsTransformationChanged(); });
-    }
+    const std::function<void()> sendQuestion = [this] { EXPECT_TRUE(ask()); };
+    const std::function<void()> sendChange = [this] { Cs::NotifyCoordinateSystemChanged(database(), kAssignedCode); };
+    const std::function<void()> sendVeto = [this] {
+        Cs::NotifyCoordinateSystemChangeVetoed(database(), kAssignedCode);
+    };
+    const std::function<void()> sendTransformationChange = [] { Cs::NotifyCsTransformationChanged(); };
+    const std::vector<std::function<void()>> events{sendQuestion, sendChange, sendVeto, sendTransformationChange};
+
     bool ask(const wchar_t* name = kAssignedCode) { return Cs::NotifyCoordinateSystemWillChange(database(), name); }
 };
 
-Notices toEach(Event event, const std::optional<std::wstring>& name)
+Notices noticesToAll(Event event, const std::optional<std::wstring>& name)
 {
     return {{event, name, "A"}, {event, name, "B"}, {event, name, "C"}};
 }
 
-TEST_F(ReactorNotices, AQuestionGoesToEachReactorWithDrawingAndName)
+TEST_F(ReactorNotices, Question_ReachesEveryReactorWithDrawingAndName)
 {
     EXPECT_TRUE(ask());
-    EXPECT_EQ(log, toEach(Event::asked, kAssignedCode));
+    EXPECT_EQ(log, noticesToAll(Event::asked, kAssignedCode));
     EXPECT_EQ(third.databases, std::vector<QeDbDatabase*>{database()});
 }
 
-TEST_F(ReactorNotices, ANullNameStaysNull)
+TEST_F(ReactorNotices, NullName_IsPassedAsNull)
 {
     EXPECT_TRUE(ask(nullptr));
     Cs::NotifyCoordinateSystemChanged(database(), nullptr);
-    Notices expected = toEach(Event::asked, std::nullopt);
-    for (const Notice& notice : toEach(Event::changed, std::nullopt))
+    Notices expected = noticesToAll(Event::asked, std::nullopt);
+    for (const Notice& notice : noticesToAll(Event::changed, std::nullopt))
         expected.push_back(notice);
     EXPECT_EQ(log, expected);
 }
 
-TEST_F(ReactorNotices, AnEmptyNameStaysEmpty)
+TEST_F(ReactorNotices, EmptyName_IsPassedAsEmpty)
 {
     EXPECT_TRUE(ask(L""));
-    EXPECT_EQ(log, toEach(Event::asked, L""));
+    EXPECT_EQ(log, noticesToAll(Event::asked, L""));
 }
 
-TEST_F(ReactorNotices, AChangeGoesToEachReactor)
+TEST_F(ReactorNotices, Change_ReachesEveryReactor)
 {
     Cs::NotifyCoordinateSystemChanged(database(), kAssignedCode);
-    EXPECT_EQ(log, toEach(Event::changed, kAssignedCode));
+    EXPECT_EQ(log, noticesToAll(Event::changed, kAssignedCode));
 }
 
-TEST_F(ReactorNotices, AVetoGoesToEachReactor)
+TEST_F(ReactorNotices, Veto_ReachesEveryReactor)
 {
     Cs::NotifyCoordinateSystemChangeVetoed(database(), kAssignedCode);
-    EXPECT_EQ(log, toEach(Event::vetoed, kAssignedCode));
+    EXPECT_EQ(log, noticesToAll(Event::vetoed, kAssignedCode));
 }
 
-TEST_F(ReactorNotices, AChangeOfTheTransformationsGoesToEachReactor)
+TEST_F(ReactorNotices, TransformationChange_ReachesEveryReactor)
 {
     Cs::NotifyCsTransformationChanged();
-    EXPECT_EQ(log, toEach(Event::transformationChanged, std::nullopt));
+    EXPECT_EQ(log, noticesToAll(Event::transformationChanged, std::nullopt));
 }
 
-TEST_F(ReactorNotices, WhenTheSecondVetoesTheThirdIsNotAskedAndAllHearOfIt)
+TEST_F(ReactorNotices, VetoOfTheSecondReactor_SkipsTheThirdQuestionAndNotifiesAll)
 {
     second.answer = [](const Notice&) { return false; };
     EXPECT_FALSE(ask());
@@ -107,17 +100,17 @@ TEST_F(ReactorNotices, WhenTheSecondVetoesTheThirdIsNotAskedAndAllHearOfIt)
                             {Event::vetoed, kAssignedCode, "C"}}));
 }
 
-TEST_F(ReactorNotices, WhenTheLastVetoesAllWereAsked)
+TEST_F(ReactorNotices, VetoOfTheLastReactor_ComesAfterAllQuestions)
 {
     third.answer = [](const Notice&) { return false; };
     EXPECT_FALSE(ask());
-    Notices expected = toEach(Event::asked, kAssignedCode);
-    for (const Notice& notice : toEach(Event::vetoed, kAssignedCode))
+    Notices expected = noticesToAll(Event::asked, kAssignedCode);
+    for (const Notice& notice : noticesToAll(Event::vetoed, kAssignedCode))
         expected.push_back(notice);
     EXPECT_EQ(log, expected);
 }
 
-TEST_F(ReactorNotices, AVetoOfANullNameIsToldWithANullName)
+TEST_F(ReactorNotices, VetoOfANullName_IsNotifiedWithANullName)
 {
     first.answer = [](const Notice&) { return false; };
     EXPECT_FALSE(ask(nullptr));
@@ -127,14 +120,14 @@ TEST_F(ReactorNotices, AVetoOfANullNameIsToldWithANullName)
                             {Event::vetoed, std::nullopt, "C"}}));
 }
 
-TEST_F(ReactorNotices, AReactorAddedDuringAVetoedQuestionHearsOfTheVeto)
+TEST_F(ReactorNotices, ReactorAddedDuringAVetoedQuestion_IsNotifiedOfTheVeto)
 {
     second.answer = [&](const Notice&) { return spare.add() != Qeapp::eOk; };
     EXPECT_FALSE(ask());
     EXPECT_EQ(log.back(), (Notice{Event::vetoed, kAssignedCode, "D"}));
 }
 
-TEST_F(ReactorNotices, AReactorRemovedDuringAVetoedQuestionDoesNotHearOfTheVeto)
+TEST_F(ReactorNotices, ReactorRemovedDuringAVetoedQuestion_IsNotNotifiedOfTheVeto)
 {
     second.answer = [&](const Notice&) { return first.remove() != Qeapp::eOk; };
     EXPECT_FALSE(ask());
@@ -144,78 +137,42 @@ TEST_F(ReactorNotices, AReactorRemovedDuringAVetoedQuestionDoesNotHearOfTheVeto)
                             {Event::vetoed, kAssignedCode, "C"}}));
 }
 
-TEST_F(ReactorNotices, AReactorThatAddsAnotherDuringAQuestion_AddsItForTheNextEvent)
+TEST_F(ReactorNotices, ReactorAddedDuringAnEvent_IsNotifiedFromTheNextEventOn)
 {
     first.action = [&](const Notice&) { static_cast<void>(spare.add()); }; // refused the second time
-    EXPECT_EQ(heardOfQuestion(), "ABC");
-    EXPECT_EQ(heardOfQuestion(), "ABCD");
+    for (const auto& send : events) {
+        EXPECT_EQ(notifyReactors(send), "ABC");
+        EXPECT_EQ(notifyReactors(send), "ABCD");
+        ASSERT_EQ(spare.remove(), Qeapp::eOk);
+    }
 }
 
-TEST_F(ReactorNotices, AReactorThatAddsAnotherDuringAChange_AddsItForTheNextEvent)
-{
-    first.action = [&](const Notice&) { static_cast<void>(spare.add()); }; // refused the second time
-    EXPECT_EQ(heardOfChange(), "ABC");
-    EXPECT_EQ(heardOfChange(), "ABCD");
-}
-
-TEST_F(ReactorNotices, AReactorThatAddsAnotherDuringAVeto_AddsItForTheNextEvent)
-{
-    first.action = [&](const Notice&) { static_cast<void>(spare.add()); }; // refused the second time
-    EXPECT_EQ(heardOfVeto(), "ABC");
-    EXPECT_EQ(heardOfVeto(), "ABCD");
-}
-
-TEST_F(ReactorNotices, AReactorThatAddsAnotherDuringAChangeOfTheTransformations_AddsItForTheNextEvent)
-{
-    first.action = [&](const Notice&) { static_cast<void>(spare.add()); }; // refused the second time
-    EXPECT_EQ(heardOfTransformation(), "ABC");
-    EXPECT_EQ(heardOfTransformation(), "ABCD");
-}
-
-TEST_F(ReactorNotices, AReactorThatRemovesALaterOneDuringAQuestion_RemovesItFromTheNextEvent)
+TEST_F(ReactorNotices, ReactorRemovedDuringAnEvent_IsNotifiedOfThatEventOnly)
 {
     first.action = [&](const Notice&) { static_cast<void>(third.remove()); }; // refused the second time
-    EXPECT_EQ(heardOfQuestion(), "ABC");
-    EXPECT_EQ(heardOfQuestion(), "AB");
+    for (const auto& send : events) {
+        EXPECT_EQ(notifyReactors(send), "ABC");
+        EXPECT_EQ(notifyReactors(send), "AB");
+        ASSERT_EQ(third.add(), Qeapp::eOk);
+    }
 }
 
-TEST_F(ReactorNotices, AReactorThatRemovesALaterOneDuringAChange_RemovesItFromTheNextEvent)
-{
-    first.action = [&](const Notice&) { static_cast<void>(third.remove()); }; // refused the second time
-    EXPECT_EQ(heardOfChange(), "ABC");
-    EXPECT_EQ(heardOfChange(), "AB");
-}
-
-TEST_F(ReactorNotices, AReactorThatRemovesALaterOneDuringAVeto_RemovesItFromTheNextEvent)
-{
-    first.action = [&](const Notice&) { static_cast<void>(third.remove()); }; // refused the second time
-    EXPECT_EQ(heardOfVeto(), "ABC");
-    EXPECT_EQ(heardOfVeto(), "AB");
-}
-
-TEST_F(ReactorNotices, AReactorThatRemovesALaterOneDuringAChangeOfTheTransformations_RemovesItFromTheNextEvent)
-{
-    first.action = [&](const Notice&) { static_cast<void>(third.remove()); }; // refused the second time
-    EXPECT_EQ(heardOfTransformation(), "ABC");
-    EXPECT_EQ(heardOfTransformation(), "AB");
-}
-
-TEST_F(ReactorNotices, AReactorThatRemovesItself_SkipsNoOther)
+TEST_F(ReactorNotices, ReactorThatRemovesItself_SkipsNoOtherReactor)
 {
     second.action = [&](const Notice&) { static_cast<void>(second.remove()); }; // refused the second time
-    EXPECT_EQ(heardOfQuestion(), "ABC");
-    EXPECT_EQ(heardOfChange(), "AC");
+    EXPECT_EQ(notifyReactors(sendQuestion), "ABC");
+    EXPECT_EQ(notifyReactors(sendChange), "AC");
 }
 
-TEST_F(ReactorNotices, ReactorsThatAllRemoveThemselves_AreEachCalledOnce)
+TEST_F(ReactorNotices, ReactorsThatAllRemoveThemselves_AreEachNotifiedOnce)
 {
     for (RecordingReactor* const each : {&first, &second, &third})
         each->action = [each](const Notice&) { static_cast<void>(each->remove()); }; // refused the second time
-    EXPECT_EQ(heardOfChange(), "ABC");
-    EXPECT_EQ(heardOfChange(), "");
+    EXPECT_EQ(notifyReactors(sendChange), "ABC");
+    EXPECT_EQ(notifyReactors(sendChange), "");
 }
 
-TEST_F(ReactorNotices, AnAssignmentTakesAReactorUpFromItsNextNotice)
+TEST_F(ReactorNotices, ReactorAddedDuringAnAssignment_IsNotifiedFromTheNextNoticeOn)
 {
     first.action = [&](const Notice&) { static_cast<void>(spare.add()); }; // refused the second time
     ASSERT_EQ(second.remove(), Qeapp::eOk);

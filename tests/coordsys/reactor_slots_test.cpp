@@ -1,5 +1,5 @@
-// Clients are built apart from the module, so the order of the reactor's operations in its table of virtual functions
-// is part of the interface.
+// The order of the reactor's virtual functions is part of the interface, because clients are built apart from the
+// module.
 #include "support/coordsys_test.h"
 #include "support/virtual_table.h"
 
@@ -34,34 +34,34 @@ std::set<std::size_t> overriddenSlots(const OrvelCoordinateSystemReactor& reacto
     return Tests::differingSlots<kSlots>(&base, &reactor, kWillChange);
 }
 
-TEST(ReactorSlots, TheDestructorComesFirst)
+TEST(ReactorSlots, DestructorComesFirst)
 {
     const OrvelCoordinateSystemReactor base;
     const NothingOverridden derived;
     EXPECT_EQ(Tests::differingSlots<kSlots>(&base, &derived, 0), (std::set<std::size_t>{0, 1}));
 }
 
-TEST(ReactorSlots, WithNothingOverriddenTheOtherSlotsAreTheBases)
+TEST(ReactorSlots, ClassWithoutOverridesHasTheBaseSlots)
 {
     EXPECT_EQ(overriddenSlots(NothingOverridden()), std::set<std::size_t>());
 }
 
-TEST(ReactorSlots, TheQuestionComesAfterTheDestructor)
+TEST(ReactorSlots, QuestionFollowsTheDestructor)
 {
     EXPECT_EQ(overriddenSlots(AsksOnly()), std::set{kWillChange});
 }
 
-TEST(ReactorSlots, TheNoticeOfAChangeComesNext)
+TEST(ReactorSlots, ChangeNoticeFollowsTheQuestion)
 {
     EXPECT_EQ(overriddenSlots(ChangedOnly()), std::set{kChanged});
 }
 
-TEST(ReactorSlots, TheNoticeOfAVetoComesNext)
+TEST(ReactorSlots, VetoNoticeFollowsTheChangeNotice)
 {
     EXPECT_EQ(overriddenSlots(VetoedOnly()), std::set{kVetoed});
 }
 
-TEST(ReactorSlots, TheNoticeOfTheTransformationsComesLast)
+TEST(ReactorSlots, TransformationNoticeComesLast)
 {
     EXPECT_EQ(overriddenSlots(TransformationChangedOnly()), std::set{kTransformationChanged});
 }

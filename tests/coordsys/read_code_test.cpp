@@ -13,24 +13,24 @@ protected:
     Orvel::HostString code;
 
     Qeapp::ErrorStatus read() { return Cs::GetCoordinateSystem(code.put(), database()); }
-    /// No value where the pointer is null.
+    /// The code; no value for a null pointer.
     std::optional<std::wstring> text() const { return code ? std::optional<std::wstring>(code.get()) : std::nullopt; }
-    /// The occurrence at which the function itself asks the definition for its code, after the catalog check.
-    std::size_t lastQuestionForTheCode()
+    /// The number of the last query of the code, which the function makes after the catalog check.
+    std::size_t countCodeQueries()
     {
         FaultInjection::watch();
         EXPECT_EQ(read(), Qeapp::eOk);
-        return timesSeen(kGetCode);
+        return countCalls(kGetCode);
     }
 };
 
-TEST_F(ReadCode, DrawingWithNothingStored_GivesNoCode)
+TEST_F(ReadCode, EmptyDrawing_GivesNoCode)
 {
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, DrawingWithNothingStored_SetsTheCallersPointerToNull)
+TEST_F(ReadCode, EmptyDrawing_SetsTheCallersPointerToNull)
 {
     wchar_t former[] = L"former";
     wchar_t* callers = former;
@@ -38,9 +38,9 @@ TEST_F(ReadCode, DrawingWithNothingStored_SetsTheCallersPointerToNull)
     EXPECT_EQ(callers, nullptr);
 }
 
-TEST_F(ReadCode, SystemOfTheCatalog_GivesItsCodeAsAHostString)
+TEST_F(ReadCode, CatalogSystem_GivesItsCodeAsAHostString)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(text(), L"EPSG:25832");
 }
@@ -54,12 +54,12 @@ TEST_F(ReadCode, LegacyCode_GivesTheCatalogsSpelling)
 
 TEST_F(ReadCode, DeprecatedSystem_GivesItsCode)
 {
-    giveSystem(L"EPSG:3785");
+    storeSystem(L"EPSG:3785");
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(text(), L"EPSG:3785");
 }
 
-TEST_F(ReadCode, SystemThatTheCatalogDoesNotHave_IsInvalidInput)
+TEST_F(ReadCode, SystemOutsideTheCatalog_ReturnsInvalidInput)
 {
     drawing.withGeoData(serializedText(userSystem().get()));
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
@@ -73,7 +73,7 @@ TEST_F(ReadCode, ArrayWithoutASystem_GivesNoCode)
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, LegacyCodeUnknownToXrecordAndCatalog_IsNotApplicable)
+TEST_F(ReadCode, LegacyCodeWithoutADefinition_ReturnsNotApplicable)
 {
     drawing.withLegacyCode(L"MINE:1");
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
@@ -89,86 +89,86 @@ TEST_F(ReadCode, FailedReading_SetsTheCallersPointerToNull)
     EXPECT_EQ(callers, nullptr);
 }
 
-TEST_F(ReadCode, HostFailure_PassesOn)
+TEST_F(ReadCode, HostFailure_IsReturned)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = 31});
     EXPECT_EQ(read(), 31);
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, CatalogWithoutMemory_IsOutOfMemory)
+TEST_F(ReadCode, CatalogWithoutMemory_ReturnsOutOfMemory)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 57});
     EXPECT_EQ(read(), Qeapp::eOutOfMemory);
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, CatalogThatFailsOtherwise_IsInvalidInput)
+TEST_F(ReadCode, OtherCatalogFailure_ReturnsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 46});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, CodeThatCannotBeRead_IsInvalidInput)
+TEST_F(ReadCode, CodeThatCannotBeReadAfterTheCheck_ReturnsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
-    const ScopedFault fault({.call = kGetCode, .occurrence = lastQuestionForTheCode(), .code = {}});
+    storeSystem(L"EPSG:25832");
+    const ScopedFault fault({.call = kGetCode, .occurrence = countCodeQueries(), .code = {}});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, CodeThatCannotBeReadForTheCheckEither_IsInvalidInput)
+TEST_F(ReadCode, CodeThatCanNeverBeRead_ReturnsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kGetCode, .fromThenOn = true, .code = {}});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, CodeThatCannotBeReadForTheCheckAlone_IsInvalidInput)
+TEST_F(ReadCode, CodeThatCannotBeReadForTheCheck_ReturnsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kGetCode, .code = {}});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
 }
 
 // The library has no empty code. A query that succeeds without a text comes closest to it.
-TEST_F(ReadCode, CodeThatIsNotThere_IsInvalidInput)
+TEST_F(ReadCode, MissingCode_ReturnsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
-    const ScopedFault fault({.call = kGetCode, .occurrence = lastQuestionForTheCode(), .code = 0});
+    storeSystem(L"EPSG:25832");
+    const ScopedFault fault({.call = kGetCode, .occurrence = countCodeQueries(), .code = 0});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(text(), std::nullopt);
-    EXPECT_EQ(timesSeen("qeutNewString"), 0U) << "the host is not asked to copy it";
+    EXPECT_EQ(countCalls("qeutNewString"), 0U) << "no host string is allocated";
 }
 
-TEST_F(ReadCode, StringThatTheHostCannotMake_PassesTheHostResultOn)
+TEST_F(ReadCode, HostStringWithoutMemory_ReturnsOutOfMemory)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qeutNewString", .code = 6});
     EXPECT_EQ(read(), Qeapp::eOutOfMemory);
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, StringThatTheHostRefusesForAReasonOfItsOwn_PassesTheHostResultOn)
+TEST_F(ReadCode, HostStringThatFails_ReturnsTheHostResult)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qeutNewString", .code = 999});
     EXPECT_EQ(read(), 999);
     EXPECT_EQ(text(), std::nullopt);
 }
 
-TEST_F(ReadCode, UnknownSystem_LeavesNoHostStringBehind)
+TEST_F(ReadCode, SystemOutsideTheCatalog_ReleasesTheHostString)
 {
     drawing.withGeoData(serializedText(userSystem().get()));
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
-    EXPECT_EQ(timesSeen("qeutNewString"), 1U); // so there was one, which the fixture finds released
+    EXPECT_EQ(countCalls("qeutNewString"), 1U); // the fixture checks that it was released
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include <new>
 
-#include "storage/definition_xrecord.h"
 #include "support/coordsys_test.h"
 
 namespace {
@@ -14,34 +13,34 @@ protected:
     ArrayHolder definitions;
 
     Qeapp::ErrorStatus read() { return Cs::GetCoordinateSystem(definitions.put(), database(), &status); }
-    void giveLegacySystem()
+    void storeLegacySystem()
     {
         drawing.withLegacyCode(L"EPSG:25832");
-        ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:25832").get(), database()), Qeapp::eOk);
+        storeXrecord(catalogSystem(L"EPSG:25832"));
     }
-    /// Reads with the n-th last addition to an array failing; the library makes additions of its own before.
+    /// Reads while one of the last additions to an array fails. The library makes the earlier additions itself.
     Qeapp::ErrorStatus readWithAdditionFailing(std::size_t fromTheEnd)
     {
         FaultInjection::watch();
         EXPECT_EQ(read(), Qeapp::eOk);
-        const std::size_t additions = timesSeen("DefinitionBaseArray::Add");
+        const std::size_t additions = countCalls("DefinitionBaseArray::Add");
         const ScopedFault fault({.call = "DefinitionBaseArray::Add", .occurrence = additions - fromTheEnd, .code = 57});
         status = kUntouched;
         return read();
     }
 };
 
-TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeOpened_PassesTheHostResultOn)
+TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeOpened_ReturnsTheHostResult)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = 31});
     EXPECT_EQ(read(), 31);
     EXPECT_EQ(status, 52);
 }
 
-TEST_F(ReadDefinitionsFailures, GeoDataThatIsOpenForWrite_PassesTheHostResultOn)
+TEST_F(ReadDefinitionsFailures, GeoDataThatIsOpenForWrite_ReturnsTheHostResult)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     QeDbObjectId id;
     ASSERT_EQ(qedbGetGeoDataObjId(database(), id), Qeapp::eOk);
     Orvel::HostObject<QeDbGeoData> writer;
@@ -50,9 +49,9 @@ TEST_F(ReadDefinitionsFailures, GeoDataThatIsOpenForWrite_PassesTheHostResultOn)
     EXPECT_EQ(status, 52);
 }
 
-TEST_F(ReadDefinitionsFailures, AHostFailureLeavesTheArrayPointerAsItWas)
+TEST_F(ReadDefinitionsFailures, HostFailure_LeavesTheArrayPointer)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     ASSERT_EQ(read(), Qeapp::eOk);
     auto* definition = definitions.get();
     const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = 31});
@@ -60,42 +59,42 @@ TEST_F(ReadDefinitionsFailures, AHostFailureLeavesTheArrayPointerAsItWas)
     EXPECT_EQ(definition, definitions.get());
 }
 
-TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeFound_ReadsAsNone)
+TEST_F(ReadDefinitionsFailures, GeoDataThatCannotBeFound_GivesAnEmptyArray)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qedbGetGeoDataObjId", .code = 3});
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts());
+    EXPECT_EQ(describe(definitions), Texts());
 }
 
-TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryCannotRead_IsInvalidInput)
+TEST_F(ReadDefinitionsFailures, TextThatTheLibraryCannotRead_ReturnsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = 43});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
     EXPECT_FALSE(definitions);
 }
 
-TEST_F(ReadDefinitionsFailures, ATextThatTheLibraryHasNoMemoryFor_IsInvalidInputToo)
+TEST_F(ReadDefinitionsFailures, TextThatNeedsTooMuchMemory_ReturnsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = 57});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
 }
 
 // An exception has no result and no library status.
-TEST_F(ReadDefinitionsFailures, AnExceptionOnTheWay_ReportsStatusZero)
+TEST_F(ReadDefinitionsFailures, Exception_ReportsStatusZero)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .throws = true});
     EXPECT_THROW(static_cast<void>(read()), std::bad_alloc); // there is no result
     EXPECT_EQ(status, 0);
     EXPECT_FALSE(definitions);
 }
 
-TEST_F(ReadDefinitionsFailures, NoMemoryForAnEmptyArray_IsOutOfMemory)
+TEST_F(ReadDefinitionsFailures, EmptyArrayWithoutMemory_ReturnsOutOfMemory)
 {
     const ScopedFault fault({.call = "DefinitionBaseArray::CreateInstance", .code = 57});
     EXPECT_EQ(read(), Qeapp::eOutOfMemory);
@@ -103,14 +102,14 @@ TEST_F(ReadDefinitionsFailures, NoMemoryForAnEmptyArray_IsOutOfMemory)
     EXPECT_FALSE(definitions);
 }
 
-TEST_F(ReadDefinitionsFailures, AnotherFailureOfTheEmptyArray_IsInvalidInput)
+TEST_F(ReadDefinitionsFailures, EmptyArrayThatFailsOtherwise_ReturnsInvalidInput)
 {
     const ScopedFault fault({.call = "DefinitionBaseArray::CreateInstance", .code = 52});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
 }
 
-TEST_F(ReadDefinitionsFailures, NoMemoryForTheArrayOfALegacyCode_IsInvalidInput)
+TEST_F(ReadDefinitionsFailures, ArrayForALegacyCodeWithoutMemory_ReturnsInvalidInput)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionBaseArray::CreateInstance", .code = 57});
@@ -119,18 +118,18 @@ TEST_F(ReadDefinitionsFailures, NoMemoryForTheArrayOfALegacyCode_IsInvalidInput)
     EXPECT_FALSE(definitions);
 }
 
-TEST_F(ReadDefinitionsFailures, AnyFailureOfTheCatalogForALegacyCode_IsNotApplicable)
+TEST_F(ReadDefinitionsFailures, CatalogFailureForALegacyCode_ReturnsNotApplicable)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = 57});
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
     EXPECT_EQ(status, 77);
-    EXPECT_EQ(described(definitions), Texts());
+    EXPECT_EQ(describe(definitions), Texts());
 }
 
-TEST_F(ReadDefinitionsFailures, AFailureToMakeOrReadAnArrayLeavesTheArrayPointerAsItWas)
+TEST_F(ReadDefinitionsFailures, FailureToCreateOrReadAnArray_LeavesTheArrayPointer)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     ASSERT_EQ(read(), Qeapp::eOk);
     auto* array = definitions.get();
     const auto expectUntouched = [&](const char* call) {
@@ -143,17 +142,17 @@ TEST_F(ReadDefinitionsFailures, AFailureToMakeOrReadAnArrayLeavesTheArrayPointer
     expectUntouched("DefinitionBaseArray::CreateInstance");
 }
 
-TEST_F(ReadDefinitionsFailures, CatalogThatGivesNothingDespiteSuccess_IsNotApplicable)
+TEST_F(ReadDefinitionsFailures, CatalogThatSucceedsWithoutADefinition_ReturnsNotApplicable)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     const ScopedFault fault({.call = "CoordinateReferenceSystemDefinition::Load", .code = 0});
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
     EXPECT_EQ(status, 52);
-    EXPECT_EQ(described(definitions), Texts());
+    EXPECT_EQ(describe(definitions), Texts());
 }
 
-// Without a legacy code and with one; in both the caller's pointer is not to be taken for an array.
-TEST_F(ReadDefinitionsFailures, ArrayThatIsNotThereDespiteSuccess_IsInvalidInput)
+// With and without a legacy code, the function must not use the missing array.
+TEST_F(ReadDefinitionsFailures, CallThatSucceedsWithoutAnArray_ReturnsInvalidInput)
 {
     for (const wchar_t* const code : {L"", L"EPSG:25832"}) {
         drawing.withLegacyCode(code);
@@ -165,7 +164,7 @@ TEST_F(ReadDefinitionsFailures, ArrayThatIsNotThereDespiteSuccess_IsInvalidInput
     }
 }
 
-TEST_F(ReadDefinitionsFailures, TheCatalogsSystemThatCannotBeAdded_IsInvalidInput)
+TEST_F(ReadDefinitionsFailures, CatalogSystemThatCannotBeAdded_ReturnsInvalidInput)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionBaseArray::Add", .code = 57});
@@ -175,56 +174,56 @@ TEST_F(ReadDefinitionsFailures, TheCatalogsSystemThatCannotBeAdded_IsInvalidInpu
     EXPECT_EQ(definitions->GetCount(), 0);
 }
 
-TEST_F(ReadDefinitionsFailures, AStoredSystemThatCannotBeAdded_LeavesAnEmptyArray)
+TEST_F(ReadDefinitionsFailures, StoredSystemThatCannotBeAdded_GivesAnEmptyArray)
 {
-    giveLegacySystem();
+    storeLegacySystem();
     EXPECT_EQ(readWithAdditionFailing(2), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
     ASSERT_TRUE(definitions);
     EXPECT_EQ(definitions->GetCount(), 0);
 }
 
-TEST_F(ReadDefinitionsFailures, AStoredDatumThatCannotBeAdded_LeavesTheSystemInTheArray)
+TEST_F(ReadDefinitionsFailures, StoredDatumThatCannotBeAdded_GivesOnlyTheSystem)
 {
-    giveLegacySystem();
+    storeLegacySystem();
     EXPECT_EQ(readWithAdditionFailing(1), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
 }
 
-TEST_F(ReadDefinitionsFailures, AStoredEllipsoidThatCannotBeAdded_LeavesSystemAndDatumInTheArray)
+TEST_F(ReadDefinitionsFailures, StoredEllipsoidThatCannotBeAdded_GivesSystemAndDatum)
 {
-    giveLegacySystem();
+    storeLegacySystem();
     EXPECT_EQ(readWithAdditionFailing(0), Qeapp::eInvalidInput);
     EXPECT_EQ(status, 77);
-    EXPECT_EQ(described(definitions), Texts({L"system EPSG:25832", L"datum EPSG:6258"}));
+    EXPECT_EQ(describe(definitions), Texts({L"system EPSG:25832", L"datum EPSG:6258"}));
 }
 
-TEST_F(ReadDefinitionsFailures, ALegacyRecordThatCannotBeRead_ReadsAsNone)
+TEST_F(ReadDefinitionsFailures, LegacyRecordThatCannotBeRead_IsIgnored)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"EPSG:2263");
     for (const char* const call : {"QeDbDatabase::getNamedObjectsDictionary", "QeDbObject::xData"}) {
         const ScopedFault fault({.call = call, .code = {}});
         EXPECT_EQ(read(), Qeapp::eOk) << call;
-        EXPECT_EQ(described(definitions).at(0), L"system EPSG:25832") << call;
+        EXPECT_EQ(describe(definitions).at(0), L"system EPSG:25832") << call;
     }
 }
 
-TEST_F(ReadDefinitionsFailures, AnXrecordThatCannotBeRead_MeansThatTheCatalogAnswers)
+TEST_F(ReadDefinitionsFailures, XrecordThatCannotBeRead_GivesTheCatalogsSystem)
 {
-    giveLegacySystem();
+    storeLegacySystem();
     for (const char* const call : {"QeDbDictionary::getAt", "qedbOpenQeDbObject", "QeDbXrecord::rbChain"}) {
         const ScopedFault fault({.call = call, .code = {}});
         EXPECT_EQ(read(), Qeapp::eOk) << call;
-        EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"}) << call;
+        EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"}) << call;
     }
 }
 
-TEST_F(ReadDefinitionsFailures, AnXrecordThatCannotBeReadForAUserDefinedSystem_IsNotApplicable)
+TEST_F(ReadDefinitionsFailures, XrecordOfAUserDefinedSystemThatCannotBeRead_ReturnsNotApplicable)
 {
     drawing.withLegacyCode(L"MINE:1");
-    ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(userSystem().get(), database()), Qeapp::eOk);
+    storeXrecord(userSystem());
     const ScopedFault fault({.call = "QeDbXrecord::rbChain", .code = {}});
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
     EXPECT_EQ(status, 77);

@@ -1,5 +1,4 @@
 #include "storage/definition_group.h"
-#include "storage/definition_xrecord.h"
 #include "support/coordsys_test.h"
 
 namespace {
@@ -14,26 +13,21 @@ protected:
     ArrayHolder definitions;
 
     Qeapp::ErrorStatus read() { return Cs::GetCoordinateSystem(definitions.put(), database(), &status); }
-    /// The xrecord as an older drawing version has it.
-    void giveXrecord(const SystemHolder& system)
-    {
-        ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(system.get(), database()), Qeapp::eOk);
-    }
 };
 
-Items group(const Library::DefinitionBase* definition)
+Items makeGroup(const Library::DefinitionBase* definition)
 {
-    return itemsOf(Orvel::DefinitionToResbufGroup(definition).get());
+    return readChain(Orvel::DefinitionToResbufGroup(definition).get());
 }
 
-TEST_F(ReadDefinitions, DrawingWithNothingStored_GivesAnEmptyArray)
+TEST_F(ReadDefinitions, EmptyDrawing_GivesAnEmptyArray)
 {
     EXPECT_EQ(read(), Qeapp::eOk);
     ASSERT_TRUE(definitions);
     EXPECT_EQ(definitions->GetCount(), 0);
 }
 
-TEST_F(ReadDefinitions, DrawingWithNothingStored_ReportsStatusZero)
+TEST_F(ReadDefinitions, EmptyDrawing_ReportsStatusZero)
 {
     ASSERT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(status, 0);
@@ -47,45 +41,45 @@ TEST_F(ReadDefinitions, BlankGeoData_GivesAnEmptyArray)
     EXPECT_EQ(definitions->GetCount(), 0);
 }
 
-TEST_F(ReadDefinitions, GeoDataText_GivesWhatTheTextHolds)
+TEST_F(ReadDefinitions, GeoDataText_GivesItsDefinitions)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
 }
 
 TEST_F(ReadDefinitions, GeoDataText_ReportsStatusZero)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     ASSERT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(ReadDefinitions, GeoDataText_GivesTheTextsOrderWhateverItIs)
+TEST_F(ReadDefinitions, GeoDataText_GivesItsDefinitionsInTheirOrder)
 {
-    drawing.withGeoData(joinedTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
-                                     serializedText(catalogEllipsoid(L"EPSG:7019").get(), false),
-                                     serializedText(catalogSystem(L"EPSG:25832").get(), false)}));
+    drawing.withGeoData(joinTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
+                                   serializedText(catalogEllipsoid(L"EPSG:7019").get(), false),
+                                   serializedText(catalogSystem(L"EPSG:25832").get(), false)}));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts({kUtm32[1], kUtm32[2], kUtm32[0]}));
+    EXPECT_EQ(describe(definitions), Texts({kUtm32[1], kUtm32[2], kUtm32[0]}));
 }
 
 TEST_F(ReadDefinitions, GeoDataText_NeedsNoCatalog)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
+    EXPECT_EQ(countCalls("CoordinateReferenceSystemDefinition::Load"), 0U);
 }
 
 TEST_F(ReadDefinitions, UserDefinedSystemInGeoData_IsRead)
 {
     drawing.withGeoData(serializedText(userSystem().get(), false));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system MINE:1"});
+    EXPECT_EQ(describe(definitions), Texts{L"system MINE:1"});
 }
 
-TEST_F(ReadDefinitions, UnreadableGeoDataText_IsInvalidInput)
+TEST_F(ReadDefinitions, UnreadableGeoDataText_ReturnsInvalidInput)
 {
     drawing.withGeoData(L"no definition at all");
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
@@ -96,80 +90,81 @@ TEST_F(ReadDefinitions, UnreadableGeoDataText_IsInvalidInput)
 TEST_F(ReadDefinitions, LegacyCodeWithXrecord_GivesSystemDatumAndEllipsoid)
 {
     drawing.withLegacyCode(L"EPSG:25832");
-    giveXrecord(catalogSystem(L"EPSG:25832"));
+    storeXrecord(catalogSystem(L"EPSG:25832"));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
     EXPECT_EQ(status, 0);
 }
 
 TEST_F(ReadDefinitions, LegacyCodeWithXrecord_NeedsNoCatalog)
 {
     drawing.withLegacyCode(L"MINE:1");
-    giveXrecord(userSystem());
+    storeXrecord(userSystem());
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(timesSeen("CoordinateReferenceSystemDefinition::Load"), 0U);
-    EXPECT_EQ(described(definitions).at(0), L"system MINE:1");
+    EXPECT_EQ(countCalls("CoordinateReferenceSystemDefinition::Load"), 0U);
+    EXPECT_EQ(describe(definitions).at(0), L"system MINE:1");
 }
 
-TEST_F(ReadDefinitions, LegacyCodeWithXrecord_GivesTheSystemFirstWhateverTheStoredOrder)
+TEST_F(ReadDefinitions, LegacyCodeWithXrecord_GivesTheSystemFirstForAnyStoredOrder)
 {
     Items chain{{1071, 1}};
-    for (const Items& items : {group(catalogEllipsoid(L"EPSG:7019").get()), group(catalogDatum(L"EPSG:6258").get()),
-                               group(catalogSystem(L"EPSG:25832").get())})
+    for (const Items& items :
+         {makeGroup(catalogEllipsoid(L"EPSG:7019").get()), makeGroup(catalogDatum(L"EPSG:6258").get()),
+          makeGroup(catalogSystem(L"EPSG:25832").get())})
         chain.insert(chain.end(), items.begin(), items.end());
     drawing.withLegacyCode(L"EPSG:25832").withXrecord(chain);
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
 }
 
-TEST_F(ReadDefinitions, LegacyCodeWithXrecordOfASystemWithoutDatum_GivesTheSystemAlone)
+TEST_F(ReadDefinitions, LegacyCodeWithXrecordOfASystemWithoutDatum_GivesOnlyTheSystem)
 {
     drawing.withLegacyCode(L"LOCAL:METRE");
-    giveXrecord(catalogSystem(L"LOCAL:METRE"));
+    storeXrecord(catalogSystem(L"LOCAL:METRE"));
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(status, Library::statusOk);
-    EXPECT_EQ(described(definitions), Texts{L"system LOCAL:METRE"});
+    EXPECT_EQ(describe(definitions), Texts{L"system LOCAL:METRE"});
 }
 
-TEST_F(ReadDefinitions, LegacyCodeWithoutXrecord_GivesTheCatalogsSystemAlone)
+TEST_F(ReadDefinitions, LegacyCodeWithoutXrecord_GivesOnlyTheCatalogsSystem)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
     EXPECT_EQ(status, 0);
 }
 
 TEST_F(ReadDefinitions, LegacyCodeWithXrecordOfAnotherSystem_GivesTheCatalogsSystem)
 {
     drawing.withLegacyCode(L"EPSG:2263");
-    giveXrecord(catalogSystem(L"EPSG:25832"));
+    storeXrecord(catalogSystem(L"EPSG:25832"));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:2263"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:2263"});
 }
 
-TEST_F(ReadDefinitions, LegacyCodeWithForeignXrecord_GivesTheCatalogsSystem)
+TEST_F(ReadDefinitions, LegacyCodeWithUnreadableXrecord_GivesTheCatalogsSystem)
 {
     drawing.withLegacyCode(L"EPSG:2263").withXrecord({{1071, 1}, {300, L"something else"}});
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:2263"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:2263"});
 }
 
 TEST_F(ReadDefinitions, LegacyCodeInAnotherCase_IsLoadedFromTheCatalog)
 {
     drawing.withLegacyCode(L"epsg:25832");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:25832"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:25832"});
 }
 
-TEST_F(ReadDefinitions, LegacyCodeUnknownToXrecordAndCatalog_IsNotApplicable)
+TEST_F(ReadDefinitions, LegacyCodeWithoutADefinition_ReturnsNotApplicable)
 {
     drawing.withLegacyCode(L"MINE:1");
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
     EXPECT_EQ(status, 77);
 }
 
-TEST_F(ReadDefinitions, LegacyCodeUnknownToXrecordAndCatalog_LeavesAnEmptyArrayToTheCaller)
+TEST_F(ReadDefinitions, LegacyCodeWithoutADefinition_GivesAnEmptyArray)
 {
     drawing.withLegacyCode(L"MINE:1");
     ASSERT_EQ(read(), Qeapp::eNotApplicable);
@@ -177,66 +172,66 @@ TEST_F(ReadDefinitions, LegacyCodeUnknownToXrecordAndCatalog_LeavesAnEmptyArrayT
     EXPECT_EQ(definitions->GetCount(), 0);
 }
 
-TEST_F(ReadDefinitions, LegacyCodeOfADot_MeansThatGeoDataIsRead)
+TEST_F(ReadDefinitions, LegacyCodeOfADot_IsIgnoredAndGeoDataIsRead)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L".");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
 }
 
-TEST_F(ReadDefinitions, LegacyCodeThatIsEmpty_MeansThatGeoDataIsRead)
+TEST_F(ReadDefinitions, EmptyLegacyCode_IsIgnoredAndGeoDataIsRead)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
 }
 
-TEST_F(ReadDefinitions, LegacyCodeBesideGeoData_Decides)
+TEST_F(ReadDefinitions, LegacyCode_IsPreferredToGeoData)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"EPSG:2263");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts{L"system EPSG:2263"});
+    EXPECT_EQ(describe(definitions), Texts{L"system EPSG:2263"});
 }
 
-TEST_F(ReadDefinitions, LegacyCodeBesideGeoData_LeavesGeoDataUnconsulted)
+TEST_F(ReadDefinitions, LegacyCodeWithoutADefinition_DoesNotReadGeoData)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withLegacyCode(L"MINE:1");
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
-    EXPECT_EQ(timesSeen("qedbGetGeoDataObjId"), 0U);
+    EXPECT_EQ(countCalls("qedbGetGeoDataObjId"), 0U);
 }
 
-TEST_F(ReadDefinitions, XrecordWithoutLegacyCode_IsNotConsulted)
+TEST_F(ReadDefinitions, XrecordWithoutLegacyCode_IsIgnored)
 {
-    giveXrecord(catalogSystem(L"EPSG:25832"));
+    storeXrecord(catalogSystem(L"EPSG:25832"));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), Texts());
+    EXPECT_EQ(describe(definitions), Texts());
 }
 
-TEST_F(ReadDefinitions, NoStatusNeedBeGiven)
+TEST_F(ReadDefinitions, NullStatus_IsAllowed)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(Cs::GetCoordinateSystem(definitions.put(), database()), Qeapp::eOk);
-    EXPECT_EQ(described(definitions), kUtm32);
+    EXPECT_EQ(describe(definitions), kUtm32);
 }
 
-TEST_F(ReadDefinitions, EachReadingGivesAnArrayOfItsOwn)
+TEST_F(ReadDefinitions, EveryReading_GivesANewArray)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     ArrayHolder second;
     ASSERT_EQ(read(), Qeapp::eOk);
     ASSERT_EQ(Cs::GetCoordinateSystem(second.put(), database()), Qeapp::eOk);
     EXPECT_NE(definitions.get(), second.get());
 }
 
-TEST_F(ReadDefinitions, TheDrawingIsNotChanged)
+TEST_F(ReadDefinitions, Reading_LeavesTheDrawingUnchanged)
 {
     drawing.withLegacyCode(L"EPSG:25832").withGeoData(L"text");
-    giveXrecord(catalogSystem(L"EPSG:25832"));
+    storeXrecord(catalogSystem(L"EPSG:25832"));
     const auto before = drawing.contents();
     ASSERT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(drawing.contents(), before);

@@ -1,4 +1,3 @@
-#include "storage/definition_xrecord.h"
 #include "support/coordsys_test.h"
 
 namespace {
@@ -17,14 +16,14 @@ protected:
     {
         return Cs::GetCoordinateSystem(definition.put(), nullptr, database(), &status);
     }
-    void giveDatumAndEllipsoidOnly()
+    void storeDatumAndEllipsoid()
     {
-        drawing.withGeoData(joinedTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
-                                         serializedText(catalogEllipsoid(L"EPSG:7019").get(), false)}));
+        drawing.withGeoData(joinTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
+                                       serializedText(catalogEllipsoid(L"EPSG:7019").get(), false)}));
     }
 };
 
-TEST_F(ReadSystem, DrawingWithNothingStored_GivesNoDefinition)
+TEST_F(ReadSystem, EmptyDrawing_GivesNoDefinition)
 {
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_FALSE(definition);
@@ -32,14 +31,14 @@ TEST_F(ReadSystem, DrawingWithNothingStored_GivesNoDefinition)
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(ReadSystem, DrawingWithNothingStored_IsNotCheckedAgainstTheCatalog)
+TEST_F(ReadSystem, EmptyDrawing_IsNotLookedUpInTheCatalog)
 {
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(timesSeen(kLoadSystem), 0U);
+    EXPECT_EQ(countCalls(kLoadSystem), 0U);
 }
 
-TEST_F(ReadSystem, DrawingWithNothingStored_SetsTheCallersPointerToNull)
+TEST_F(ReadSystem, EmptyDrawing_SetsTheCallersPointerToNull)
 {
     const SystemHolder other = catalogSystem(L"EPSG:2263");
     auto* callers = other.get();
@@ -47,82 +46,82 @@ TEST_F(ReadSystem, DrawingWithNothingStored_SetsTheCallersPointerToNull)
     EXPECT_EQ(callers, nullptr);
 }
 
-TEST_F(ReadSystem, SystemOfTheCatalog_IsKnown)
+TEST_F(ReadSystem, CatalogSystem_IsKnown)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     known = false;
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_TRUE(known);
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(ReadSystem, SystemThatTheCatalogDoesNotHave_IsGivenAndNotKnown)
+TEST_F(ReadSystem, SystemOutsideTheCatalog_IsReturnedAsUnknown)
 {
     drawing.withGeoData(serializedText(userSystem().get()));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system MINE:1");
+    EXPECT_EQ(describe(definition.get()), L"system MINE:1");
     EXPECT_FALSE(known);
 }
 
-TEST_F(ReadSystem, SystemThatTheCatalogDoesNotHave_ReportsStatus35)
+TEST_F(ReadSystem, SystemOutsideTheCatalog_ReportsStatus35)
 {
     drawing.withGeoData(serializedText(userSystem().get()));
     ASSERT_EQ(read(), Qeapp::eOk);
     EXPECT_EQ(status, 35);
 }
 
-TEST_F(ReadSystem, WithoutAFlag_TheCatalogIsNotAsked)
+TEST_F(ReadSystem, NullFlag_SkipsTheCatalog)
 {
     drawing.withGeoData(serializedText(userSystem().get()));
     FaultInjection::watch();
     EXPECT_EQ(readWithoutFlag(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system MINE:1");
-    EXPECT_EQ(timesSeen(kLoadSystem), 0U);
+    EXPECT_EQ(describe(definition.get()), L"system MINE:1");
+    EXPECT_EQ(countCalls(kLoadSystem), 0U);
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(ReadSystem, WithoutAStatus_EverythingElseIsFilled)
+TEST_F(ReadSystem, NullStatus_IsAllowed)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     known = false;
     EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), &known, database()), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_TRUE(known);
 }
 
-TEST_F(ReadSystem, DatumAndEllipsoidBeforeTheSystem_ArePassedOver)
+TEST_F(ReadSystem, DatumAndEllipsoidBeforeTheSystem_AreSkipped)
 {
-    drawing.withGeoData(joinedTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
-                                     serializedText(catalogEllipsoid(L"EPSG:7019").get(), false),
-                                     serializedText(catalogSystem(L"EPSG:25832").get(), false)}));
+    drawing.withGeoData(joinTexts({serializedText(catalogDatum(L"EPSG:6258").get(), false),
+                                   serializedText(catalogEllipsoid(L"EPSG:7019").get(), false),
+                                   serializedText(catalogSystem(L"EPSG:25832").get(), false)}));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_TRUE(known);
 }
 
-TEST_F(ReadSystem, OfSeveralSystems_TheFirstIsGiven)
+TEST_F(ReadSystem, SeveralSystems_GiveTheFirst)
 {
     drawing.withGeoData(
-        joinedTexts({serializedText(catalogSystem(L"EPSG:2263").get()), serializedText(userSystem().get())}));
+        joinTexts({serializedText(catalogSystem(L"EPSG:2263").get()), serializedText(userSystem().get())}));
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:2263");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:2263");
 }
 
 TEST_F(ReadSystem, ArrayWithoutASystem_GivesNoDefinition)
 {
-    giveDatumAndEllipsoidOnly();
+    storeDatumAndEllipsoid();
     EXPECT_EQ(readWithoutFlag(), Qeapp::eOk);
     EXPECT_FALSE(definition);
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(ReadSystem, ArrayWithoutASystem_IsCheckedUnderNoCodeAndNotKnown)
+TEST_F(ReadSystem, ArrayWithoutASystem_IsLookedUpWithoutACodeAndUnknown)
 {
-    giveDatumAndEllipsoidOnly();
+    storeDatumAndEllipsoid();
     FaultInjection::watch();
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(timesSeen(kLoadSystem), 1U);
+    EXPECT_EQ(countCalls(kLoadSystem), 1U);
     EXPECT_FALSE(definition);
     EXPECT_FALSE(known);
     EXPECT_EQ(status, 35);
@@ -130,10 +129,10 @@ TEST_F(ReadSystem, ArrayWithoutASystem_IsCheckedUnderNoCodeAndNotKnown)
 
 TEST_F(ReadSystem, LegacyCodeWithXrecord_GivesTheStoredSystem)
 {
-    drawing.withLegacyCode(L"MINE:1").withGeoData(L"not consulted");
-    ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(userSystem().get(), database()), Qeapp::eOk);
+    drawing.withLegacyCode(L"MINE:1").withGeoData(L"ignored");
+    storeXrecord(userSystem());
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system MINE:1");
+    EXPECT_EQ(describe(definition.get()), L"system MINE:1");
     EXPECT_FALSE(known);
     EXPECT_EQ(status, 35);
 }
@@ -142,11 +141,11 @@ TEST_F(ReadSystem, LegacyCodeWithoutXrecord_GivesTheCatalogsSystem)
 {
     drawing.withLegacyCode(L"EPSG:2263");
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:2263");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:2263");
     EXPECT_TRUE(known);
 }
 
-TEST_F(ReadSystem, LegacyCodeUnknownToXrecordAndCatalog_IsNotApplicable)
+TEST_F(ReadSystem, LegacyCodeWithoutADefinition_ReturnsNotApplicable)
 {
     drawing.withLegacyCode(L"MINE:1");
     EXPECT_EQ(read(), Qeapp::eNotApplicable);
@@ -164,7 +163,7 @@ TEST_F(ReadSystem, FailedReading_SetsTheCallersPointerToNull)
     EXPECT_EQ(callers, nullptr);
 }
 
-TEST_F(ReadSystem, UnreadableText_IsInvalidInputAndLeavesTheStatus)
+TEST_F(ReadSystem, UnreadableText_ReturnsInvalidInputAndLeavesTheStatus)
 {
     drawing.withGeoData(L"no definition at all");
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
@@ -173,9 +172,9 @@ TEST_F(ReadSystem, UnreadableText_IsInvalidInputAndLeavesTheStatus)
     EXPECT_EQ(status, 77);
 }
 
-TEST_F(ReadSystem, SuccessThatGivesNoArray_IsInvalidInputAndNotADrawingWithoutASystem)
+TEST_F(ReadSystem, CallThatSucceedsWithoutAnArray_ReturnsInvalidInput)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionStream::Deserialize_s", .code = 0});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_FALSE(definition);
@@ -183,9 +182,9 @@ TEST_F(ReadSystem, SuccessThatGivesNoArray_IsInvalidInputAndNotADrawingWithoutAS
     EXPECT_EQ(status, 52);
 }
 
-TEST_F(ReadSystem, HostFailure_PassesOnWithStatus52)
+TEST_F(ReadSystem, HostFailure_IsReturnedWithStatus52)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = 31});
     EXPECT_EQ(read(), 31);
     EXPECT_FALSE(known);
@@ -194,35 +193,35 @@ TEST_F(ReadSystem, HostFailure_PassesOnWithStatus52)
 
 TEST_F(ReadSystem, DeprecatedSystem_IsKnown)
 {
-    giveSystem(L"EPSG:3785");
+    storeSystem(L"EPSG:3785");
     known = false;
     EXPECT_EQ(read(), Qeapp::eOk);
     EXPECT_TRUE(known);
 }
 
-TEST_F(ReadSystem, CatalogWithoutMemory_IsOutOfMemoryWithTheDefinitionGiven)
+TEST_F(ReadSystem, CatalogWithoutMemory_ReturnsOutOfMemoryAndTheDefinition)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 57});
     EXPECT_EQ(read(), Qeapp::eOutOfMemory);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_FALSE(known);
 }
 
-TEST_F(ReadSystem, CatalogThatFailsOtherwise_IsInvalidInputWithTheDefinitionGiven)
+TEST_F(ReadSystem, OtherCatalogFailure_ReturnsInvalidInputAndTheDefinition)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 46});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_FALSE(known);
 }
 
-// The reading before the check succeeded and reported 0 into the same status; the failed check writes nothing over it,
-// neither 52 nor the status of the library's that made it fail.
-TEST_F(ReadSystem, FailedCatalogCheck_LeavesTheStatusOfTheReading)
+// The reading succeeds first and reports 0. The failed check overwrites that neither with 52 nor with the library's
+// status.
+TEST_F(ReadSystem, FailedCatalogCheck_KeepsTheStatusOfTheReading)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const int code : {10, 46, 52, 57}) {
         status = kUntouched;
         const ScopedFault fault({.call = kLoadSystem, .code = code});
@@ -231,37 +230,37 @@ TEST_F(ReadSystem, FailedCatalogCheck_LeavesTheStatusOfTheReading)
     }
 }
 
-TEST_F(ReadSystem, CatalogThatAnswersNotFound_IsNoFailure)
+TEST_F(ReadSystem, CatalogThatReturnsNotFound_Succeeds)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const ScopedFault fault({.call = kLoadSystem, .code = 35});
     EXPECT_EQ(read(), Qeapp::eOk);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_FALSE(known);
     EXPECT_EQ(status, 35);
 }
 
-TEST_F(ReadSystem, FailedCatalogCheckAfterALegacyCode_KeepsTheDefinition)
+TEST_F(ReadSystem, FailedCatalogCheckOfALegacyCode_ReturnsTheDefinition)
 {
     drawing.withLegacyCode(L"EPSG:2263");
     const ScopedFault fault({.call = kLoadSystem, .occurrence = 2, .code = 44});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
-    EXPECT_EQ(described(definition.get()), L"system EPSG:2263");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:2263");
 }
 
-TEST_F(ReadSystem, SystemWhoseCodeCannotBeRead_IsGivenAndNotKnown)
+TEST_F(ReadSystem, SystemWhoseCodeCannotBeRead_IsReturnedAsUnknown)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     {
         const ScopedFault fault({.call = "DefinitionBase::GetCode", .code = {}});
         EXPECT_EQ(read(), Qeapp::eOk);
     }
-    EXPECT_EQ(described(definition.get()), L"system EPSG:25832");
+    EXPECT_EQ(describe(definition.get()), L"system EPSG:25832");
     EXPECT_FALSE(known);
     EXPECT_EQ(status, 35);
 }
 
-TEST_F(ReadSystem, ArrayThatFailedHalfway_IsReleased)
+TEST_F(ReadSystem, ArrayThatCannotBeFilled_IsReleased)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     const ScopedFault fault({.call = "DefinitionBaseArray::Add", .code = {}});
@@ -269,13 +268,13 @@ TEST_F(ReadSystem, ArrayThatFailedHalfway_IsReleased)
     EXPECT_FALSE(definition);
 }
 
-TEST_F(ReadSystem, SystemInAnArrayThatFailedLater_IsNotGiven)
+TEST_F(ReadSystem, SystemInAnArrayThatCannotBeFilled_IsNotReturned)
 {
     drawing.withLegacyCode(L"EPSG:25832");
-    ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:25832").get(), database()), Qeapp::eOk);
+    storeXrecord(catalogSystem(L"EPSG:25832"));
     Embedded::FaultInjection::watch();
     ASSERT_EQ(read(), Qeapp::eOk);
-    const std::size_t additions = timesSeen("DefinitionBaseArray::Add");
+    const std::size_t additions = countCalls("DefinitionBaseArray::Add");
     const ScopedFault last({.call = "DefinitionBaseArray::Add", .occurrence = additions, .code = 57});
     EXPECT_EQ(read(), Qeapp::eInvalidInput);
     EXPECT_FALSE(definition);

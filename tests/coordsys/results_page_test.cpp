@@ -10,21 +10,21 @@
 
 namespace {
 
-/// The numbers that the page gives to the names of results, from the tables' rows "| number | `eName` |".
-std::map<std::string, std::set<int>> numbersOnThePage()
+/// Reads the numbers of the results from the rows "| number | `eName` |" of the page.
+std::map<std::string, std::set<int>> readResultsPage()
 {
     std::ifstream page(ORVEL_SOURCE_DIR "/docs/results.md");
     const std::regex row(R"(^\| (\d+) \| `(e\w+)` \|.*)");
     std::map<std::string, std::set<int>> numbers;
     for (std::string line; std::getline(page, line);) {
-        std::smatch found;
-        if (std::regex_match(line, found, row))
-            numbers[found[2]].insert(std::stoi(found[1]));
+        std::smatch match;
+        if (std::regex_match(line, match, row))
+            numbers[match[2]].insert(std::stoi(match[1]));
     }
     return numbers;
 }
 
-TEST(ResultsPage, GivesTheHostsNumbers)
+TEST(ResultsPage, ListsTheHostsResultNumbers)
 {
     const std::map<std::string, std::set<int>> expected{
         {"eOk", {Qeapp::eOk}},
@@ -40,7 +40,7 @@ TEST(ResultsPage, GivesTheHostsNumbers)
         {"eNoDatabase", {Qeapp::eNoDatabase}},
         {"eVetoed", {Qeapp::eVetoed}},
     };
-    EXPECT_EQ(numbersOnThePage(), expected);
+    EXPECT_EQ(readResultsPage(), expected);
 }
 
 } // namespace

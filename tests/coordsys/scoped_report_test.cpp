@@ -12,8 +12,8 @@ using Zentara::Infrastructure::SpatialReference::Status;
 
 constexpr auto kUntouched = static_cast<Status>(77);
 
-/// What a caller's 77 becomes when the scope ends with this library status and this result.
-Status reported(Status local, std::optional<Qeapp::ErrorStatus> result)
+/// Ends a scope with the library status and the result. Returns the caller's status, which was 77 before.
+Status reportStatus(Status local, std::optional<Qeapp::ErrorStatus> result)
 {
     Status caller = kUntouched;
     {
@@ -22,42 +22,42 @@ Status reported(Status local, std::optional<Qeapp::ErrorStatus> result)
     return caller;
 }
 
-TEST(StatusReport, SuccessWithoutALibraryStatusWritesZero)
+TEST(StatusReport, SuccessWithStatusZeroWritesZero)
 {
-    EXPECT_EQ(reported(Status{0}, Qeapp::eOk), 0);
+    EXPECT_EQ(reportStatus(Status{0}, Qeapp::eOk), 0);
 }
 
-TEST(StatusReport, SuccessWritesTheStatusThatWasAccepted)
+TEST(StatusReport, SuccessWritesTheAcceptedStatus)
 {
-    EXPECT_EQ(reported(Status{35}, Qeapp::eOk), 35);
+    EXPECT_EQ(reportStatus(Status{35}, Qeapp::eOk), 35);
 }
 
-TEST(StatusReport, FailureWithoutALibraryStatusWrites52)
+TEST(StatusReport, FailureWithStatusZeroWrites52)
 {
-    EXPECT_EQ(reported(Status{0}, Qeapp::eInvalidInput), 52);
+    EXPECT_EQ(reportStatus(Status{0}, Qeapp::eInvalidInput), 52);
 }
 
 TEST(StatusReport, FailureWithALibraryStatusWritesNothing)
 {
-    EXPECT_EQ(reported(Status{43}, Qeapp::eInvalidInput), 77);
+    EXPECT_EQ(reportStatus(Status{43}, Qeapp::eInvalidInput), 77);
 }
 
-TEST(StatusReport, AHostResultWithoutANameIsAFailureToo)
+TEST(StatusReport, UnknownHostResultIsAFailure)
 {
-    EXPECT_EQ(reported(Status{0}, static_cast<Qeapp::ErrorStatus>(999)), 52);
+    EXPECT_EQ(reportStatus(Status{0}, static_cast<Qeapp::ErrorStatus>(999)), 52);
 }
 
-TEST(StatusReport, WithoutATrackedResultTheStatusIsAlwaysWritten)
+TEST(StatusReport, StatusIsWrittenWithoutAResult)
 {
-    EXPECT_EQ(reported(Status{43}, std::nullopt), 43);
+    EXPECT_EQ(reportStatus(Status{43}, std::nullopt), 43);
 }
 
-TEST(StatusReport, WithoutATrackedResultZeroIsWrittenToo)
+TEST(StatusReport, StatusZeroIsWrittenWithoutAResult)
 {
-    EXPECT_EQ(reported(Status{0}, std::nullopt), 0);
+    EXPECT_EQ(reportStatus(Status{0}, std::nullopt), 0);
 }
 
-TEST(StatusReport, WithoutALocalStatusNothingIsWritten)
+TEST(StatusReport, NullLocalStatusWritesNothing)
 {
     Status caller = kUntouched;
     const Qeapp::ErrorStatus result = Qeapp::eInvalidInput;
@@ -67,7 +67,7 @@ TEST(StatusReport, WithoutALocalStatusNothingIsWritten)
     EXPECT_EQ(caller, 77);
 }
 
-TEST(StatusReport, ACallerWithoutAStatusIsAllowed)
+TEST(StatusReport, NullCallersStatusIsAllowed)
 {
     const Status local{43};
     const Qeapp::ErrorStatus result = Qeapp::eOk;
@@ -83,7 +83,7 @@ TEST(StatusReport, WritesOnlyWhenTheScopeEnds)
     EXPECT_EQ(caller, 77);
 }
 
-TEST(StatusReport, SeesWhatWasSetAfterItWasMade)
+TEST(StatusReport, ReportsTheValuesAtTheEndOfTheScope)
 {
     Status caller = kUntouched;
     {
@@ -97,8 +97,8 @@ TEST(StatusReport, SeesWhatWasSetAfterItWasMade)
     EXPECT_EQ(caller, 52);
 }
 
-/// What a caller's 77 becomes when an exception ends the scope.
-Status reportedWhenThrowing(Status local, Qeapp::ErrorStatus result)
+/// Ends a scope by an exception. Returns the caller's status, which was 77 before.
+Status reportStatusWhenThrowing(Status local, Qeapp::ErrorStatus result)
 {
     Status caller = kUntouched;
     try {
@@ -109,22 +109,22 @@ Status reportedWhenThrowing(Status local, Qeapp::ErrorStatus result)
     }
 }
 
-TEST(StatusReport, AnExceptionBeforeAnyFailureWritesTheLastStatus)
+TEST(StatusReport, ExceptionBeforeAnyFailureWritesTheStatus)
 {
-    EXPECT_EQ(reportedWhenThrowing(Status{0}, Qeapp::eOk), 0);
+    EXPECT_EQ(reportStatusWhenThrowing(Status{0}, Qeapp::eOk), 0);
 }
 
-TEST(StatusReport, AnExceptionAfterAFailureWrites52)
+TEST(StatusReport, ExceptionAfterAFailureWrites52)
 {
-    EXPECT_EQ(reportedWhenThrowing(Status{0}, Qeapp::eInvalidInput), 52);
+    EXPECT_EQ(reportStatusWhenThrowing(Status{0}, Qeapp::eInvalidInput), 52);
 }
 
-TEST(StatusReport, AnExceptionAfterALibraryFailureWritesNothing)
+TEST(StatusReport, ExceptionAfterALibraryFailureWritesNothing)
 {
-    EXPECT_EQ(reportedWhenThrowing(Status{43}, Qeapp::eInvalidInput), 77);
+    EXPECT_EQ(reportStatusWhenThrowing(Status{43}, Qeapp::eInvalidInput), 77);
 }
 
-TEST(FlagReport, WithoutATrackedResultAFalseFlagIsCopiedOut)
+TEST(FlagReport, FalseFlagIsWrittenWithoutAResult)
 {
     bool caller = true;
     const bool local = false;
@@ -134,7 +134,7 @@ TEST(FlagReport, WithoutATrackedResultAFalseFlagIsCopiedOut)
     EXPECT_FALSE(caller);
 }
 
-TEST(FlagReport, WithoutATrackedResultATrueFlagIsCopiedOut)
+TEST(FlagReport, TrueFlagIsWrittenWithoutAResult)
 {
     bool caller = false;
     const bool local = true;
@@ -144,7 +144,7 @@ TEST(FlagReport, WithoutATrackedResultATrueFlagIsCopiedOut)
     EXPECT_TRUE(caller);
 }
 
-TEST(FlagReport, AFailureWithTheFlagUnsetWritesTheFallback)
+TEST(FlagReport, FailureWithAFalseFlagWritesTheFallback)
 {
     bool caller = false;
     const bool local = false;
@@ -155,7 +155,7 @@ TEST(FlagReport, AFailureWithTheFlagUnsetWritesTheFallback)
     EXPECT_TRUE(caller);
 }
 
-TEST(FlagReport, ACallerWithoutAFlagIsAllowed)
+TEST(FlagReport, NullFlagIsAllowed)
 {
     const bool local = true;
     EXPECT_NO_THROW(ScopedReport<bool>(nullptr, &local, nullptr, false, false));

@@ -10,7 +10,7 @@ using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
 /// A result that no host call returns by itself.
-constexpr int kPlanned = 999;
+constexpr int kInjectedResult = 999;
 
 class StorageVersionFailures : public StorageVersionTest {
 protected:
@@ -21,26 +21,26 @@ protected:
         EXPECT_EQ(FaultInjection::failedCalls(), 1U) << call;
         return result;
     }
-    /// Expects that the operation fails while it reads or clears, and that the drawing is unchanged.
+    /// Makes the call fail and expects its result, the status and an unchanged drawing.
     void expectUnchanged(const char* call, int version, int expectedStatus)
     {
         const auto before = drawing.contents();
         status = kUntouched;
-        EXPECT_EQ(applyWithFailing(call, kPlanned, version), kPlanned) << call;
+        EXPECT_EQ(applyWithFailing(call, kInjectedResult, version), kInjectedResult) << call;
         EXPECT_EQ(status, expectedStatus) << call;
         EXPECT_EQ(drawing.contents(), before) << call;
     }
 };
 
-TEST_F(StorageVersionFailures, NoDatabase_IsResult124AndLeavesTheStatus)
+TEST_F(StorageVersionFailures, NullDatabase_Returns124AndLeavesTheStatus)
 {
     EXPECT_EQ(Cs::ApplyCoordinateSystemStorageVersion(nullptr, QeDb::kOldestDwg, &status), 124);
     EXPECT_EQ(status, kUntouched);
 }
 
-// The code's definition was looked for in vain: the library's status, 35, is not told, and the reading's own local
-// status stays unset.
-TEST_F(StorageVersionFailures, UnknownLegacyCode_IsNotApplicableAndChangesNothing)
+// The code has no definition. The library's status, 35, is not reported, and the local status of the reading stays
+// unset.
+TEST_F(StorageVersionFailures, UnknownLegacyCode_ReturnsNotApplicableAndChangesNothing)
 {
     drawing.withLegacyCode(L"MINE:1");
     const auto before = drawing.contents();
@@ -52,7 +52,7 @@ TEST_F(StorageVersionFailures, UnknownLegacyCode_IsNotApplicableAndChangesNothin
     }
 }
 
-TEST_F(StorageVersionFailures, UnreadableText_IsInvalidInputAndChangesNothing)
+TEST_F(StorageVersionFailures, UnreadableText_ReturnsInvalidInputAndChangesNothing)
 {
     drawing.withGeoData(L"PROJCS[\"not a serialized text\"]");
     const auto before = drawing.contents();
@@ -67,7 +67,7 @@ TEST_F(StorageVersionFailures, UnreadableText_IsInvalidInputAndChangesNothing)
 // An exception has no result and no library status.
 TEST_F(StorageVersionFailures, ExceptionWhileReading_ReportsStatusZeroAndChangesNothing)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const auto before = drawing.contents();
     for (const int version : {29, 30}) {
         status = kUntouched;
@@ -78,45 +78,45 @@ TEST_F(StorageVersionFailures, ExceptionWhileReading_ReportsStatusZeroAndChanges
     }
 }
 
-// The reading reports 52 into the status that this function tracks, so the caller's is unchanged.
-TEST_F(StorageVersionFailures, HostFailureWhileReading_IsPassedOnAndLeavesTheStatus)
+// The reading reports 52 to the function's local status, so the caller's status is unchanged.
+TEST_F(StorageVersionFailures, HostFailureWhileReading_IsReturnedAndLeavesTheStatus)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const int version : {29, 30})
         expectUnchanged("qedbOpenQeDbObject", version, kUntouched);
 }
 
-TEST_F(StorageVersionFailures, NoMemoryInTheCatalogCheck_IsOutOfMemoryAndChangesNothing)
+TEST_F(StorageVersionFailures, CatalogCheckWithoutMemory_ReturnsOutOfMemoryAndChangesNothing)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const auto before = drawing.contents();
     EXPECT_EQ(applyWithFailing("CoordinateReferenceSystemDefinition::Load", 57, 29), Qeapp::eOutOfMemory);
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(StorageVersionFailures, FailingCatalogCheck_IsInvalidInputAndChangesNothing)
+TEST_F(StorageVersionFailures, FailingCatalogCheck_ReturnsInvalidInputAndChangesNothing)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     const auto before = drawing.contents();
     EXPECT_EQ(applyWithFailing("CoordinateReferenceSystemDefinition::Load", 46, 30), Qeapp::eInvalidInput);
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(StorageVersionFailures, NoTransaction_IsResult8AndChangesNothing)
+TEST_F(StorageVersionFailures, FailingStartOfTheTransaction_Returns8AndChangesNothing)
 {
-    giveAllForms(L"EPSG:25832");
+    storeAllForms(L"EPSG:25832");
     const auto before = drawing.contents();
     for (const int version : {29, 30}) {
         status = kUntouched;
-        EXPECT_EQ(applyWithFailing("QeDbTransactionManager::startTransaction", kPlanned, version), 8);
+        EXPECT_EQ(applyWithFailing("QeDbTransactionManager::startTransaction", kInjectedResult, version), 8);
         EXPECT_EQ(status, 52);
         EXPECT_EQ(drawing.contents(), before);
     }
 }
 
-TEST_F(StorageVersionFailures, FailedRemoval_IsPassedOnWithStatus52AndChangesNothing)
+TEST_F(StorageVersionFailures, FailedRemoval_IsReturnedWithStatus52AndChangesNothing)
 {
-    giveAllForms(L"EPSG:25832");
+    storeAllForms(L"EPSG:25832");
     for (const char* const call : {"QeDbDatabase::getRegAppTable", "QeDbObject::setXData", "QeDbDictionary::remove",
                                    "QeDbGeoData::setCoordinateSystem", "QeDbTransactionManager::endTransaction"}) {
         for (const int version : {29, 30})
@@ -124,25 +124,25 @@ TEST_F(StorageVersionFailures, FailedRemoval_IsPassedOnWithStatus52AndChangesNot
     }
 }
 
-// The last library status is the 35 of the catalog check.
-TEST_F(StorageVersionFailures, FailedRemovalOfASystemUnknownToTheCatalog_LeavesTheStatus)
+// The last library status is 35, from the catalog check.
+TEST_F(StorageVersionFailures, FailedRemovalOfASystemOutsideTheCatalog_LeavesTheStatus)
 {
-    giveText(userSystem(L"MINE:1"));
+    storeText(userSystem(L"MINE:1"));
     expectUnchanged("QeDbGeoData::setCoordinateSystem", 29, kUntouched);
 }
 
-TEST_F(StorageVersionFailures, TextThatCannotBeWritten_LeavesTheDrawingWithoutAForm)
+TEST_F(StorageVersionFailures, TextThatCannotBeWritten_LeavesNoForm)
 {
-    giveAllForms(L"EPSG:25832");
-    EXPECT_EQ(applyWithFailing("QeDbGeoData::setCoordinateSystem", kPlanned, 30, 2), kPlanned);
+    storeAllForms(L"EPSG:25832");
+    EXPECT_EQ(applyWithFailing("QeDbGeoData::setCoordinateSystem", kInjectedResult, 30, 2), kInjectedResult);
     EXPECT_EQ(status, 52);
     expectNoForm();
 }
 
-TEST_F(StorageVersionFailures, TextThatCannotBeSerialized_IsInvalidInputAndLeavesTheStatus)
+TEST_F(StorageVersionFailures, TextThatCannotBeSerialized_ReturnsInvalidInputAndLeavesTheStatus)
 {
     for (const int code : {42, 57}) {
-        giveAllForms(L"EPSG:25832");
+        storeAllForms(L"EPSG:25832");
         status = kUntouched;
         EXPECT_EQ(applyWithFailing("DefinitionStream::Serialize_s", code, 30), Qeapp::eInvalidInput);
         EXPECT_EQ(status, kUntouched);
@@ -151,45 +151,45 @@ TEST_F(StorageVersionFailures, TextThatCannotBeSerialized_IsInvalidInputAndLeave
     }
 }
 
-// Writing the legacy forms begins with status 52, so a failure does not change the caller's.
-TEST_F(StorageVersionFailures, CodeThatCannotBeRead_IsInvalidInputAndLeavesTheDrawingWithoutAForm)
+// Writing the legacy forms begins with status 52, so a failure leaves the caller's status.
+TEST_F(StorageVersionFailures, CodeThatCannotBeRead_ReturnsInvalidInputAndLeavesNoForm)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(applyWithFailing("DefinitionBase::GetCode", 52, 29, 2), Qeapp::eInvalidInput);
     EXPECT_EQ(status, kUntouched);
     expectNoForm();
 }
 
-// Readers of the legacy record treat that code as none.
-TEST_F(StorageVersionFailures, CodeThatReadersTakeForNone_IsInvalidInputInTheLegacyForms)
+// Readers of the legacy record treat a dot as no code.
+TEST_F(StorageVersionFailures, CodeOfADot_IsRefusedForTheLegacyForms)
 {
-    giveText(userSystem(L"."));
+    storeText(userSystem(L"."));
     EXPECT_EQ(apply(29), 3);
     EXPECT_EQ(status, kUntouched);
     expectNoForm();
 }
 
-TEST_F(StorageVersionFailures, CodeThatReadersTakeForNone_CanBeStoredAsText)
+TEST_F(StorageVersionFailures, CodeOfADot_IsStoredAsText)
 {
-    giveText(userSystem(L"."));
+    storeText(userSystem(L"."));
     EXPECT_EQ(apply(30), Qeapp::eOk);
     expectText(userSystem(L"."));
 }
 
-TEST_F(StorageVersionFailures, LegacyRecordThatCannotBeWritten_LeavesTheDrawingWithoutAForm)
+TEST_F(StorageVersionFailures, LegacyRecordThatCannotBeWritten_LeavesNoForm)
 {
-    giveSystem(L"EPSG:25832");
-    EXPECT_EQ(applyWithFailing("QeDbObject::setXData", kPlanned, 29, 2), kPlanned);
+    storeSystem(L"EPSG:25832");
+    EXPECT_EQ(applyWithFailing("QeDbObject::setXData", kInjectedResult, 29, 2), kInjectedResult);
     EXPECT_EQ(status, kUntouched);
     expectNoForm();
 }
 
-TEST_F(StorageVersionFailures, XrecordThatCannotBeWritten_LeavesTheLegacyCodeAlone)
+TEST_F(StorageVersionFailures, XrecordThatCannotBeWritten_LeavesOnlyTheLegacyCode)
 {
     for (const char* const call : {"QeDbXrecord::setFromRbChain", "QeDbDictionary::setAt"}) {
-        giveSystem(L"EPSG:25832");
+        storeSystem(L"EPSG:25832");
         status = kUntouched;
-        EXPECT_EQ(applyWithFailing(call, kPlanned, 29), kPlanned) << call;
+        EXPECT_EQ(applyWithFailing(call, kInjectedResult, 29), kInjectedResult) << call;
         EXPECT_EQ(status, kUntouched) << call;
         EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}}));
         EXPECT_EQ(drawing.xrecord(), std::nullopt) << call;
@@ -198,31 +198,29 @@ TEST_F(StorageVersionFailures, XrecordThatCannotBeWritten_LeavesTheLegacyCodeAlo
     }
 }
 
-TEST_F(StorageVersionFailures, SystemTooLongForPacking_IsResult7)
+TEST_F(StorageVersionFailures, SystemTooLongForPacking_Returns7)
 {
-    UserSystem system;
-    system.name = varied(1100);
-    giveText(system.system());
+    const SystemHolder system = UserSystem{.name = varied(1100)}.makeSystem();
+    storeText(system);
     EXPECT_EQ(apply(29), Qeapp::eInvalidResbuf);
     EXPECT_EQ(status, kUntouched);
     EXPECT_EQ(drawing.xrecord(), std::nullopt);
 }
 
-TEST_F(StorageVersionFailures, SystemTooLongForPacking_CanBeStoredAsText)
+TEST_F(StorageVersionFailures, SystemTooLongForPacking_IsStoredAsText)
 {
-    UserSystem system;
-    system.name = varied(1100);
-    giveText(system.system());
+    const SystemHolder system = UserSystem{.name = varied(1100)}.makeSystem();
+    storeText(system);
     EXPECT_EQ(apply(30), Qeapp::eOk);
-    expectText(system.system());
+    expectText(system);
 }
 
-// From the reading's check, the writing's choice and on: without the catalog the drawing's own definition is written.
-TEST_F(StorageVersionFailures, CatalogThatFailsOnWriting_LeavesTheDrawingsOwnDefinition)
+// The second look-up is the one of the writing. When it fails, the drawing's own definition is written.
+TEST_F(StorageVersionFailures, CatalogFailureWhileWriting_KeepsTheDrawingsOwnDefinition)
 {
     const SystemHolder own = userSystem(L"EPSG:25832");
-    for (const int code : {35, 46, 57, 0}) { // 0: a success that gives no definition
-        giveText(own);
+    for (const int code : {35, 46, 57, 0}) { // 0: success without a definition
+        storeText(own);
         EXPECT_EQ(applyWithFailing("CoordinateReferenceSystemDefinition::Load", code, 29, 2), Qeapp::eOk);
         EXPECT_EQ(status, 0);
         expectLegacyForms(L"EPSG:25832", own);
@@ -230,19 +228,19 @@ TEST_F(StorageVersionFailures, CatalogThatFailsOnWriting_LeavesTheDrawingsOwnDef
     }
 }
 
-TEST_F(StorageVersionFailures, WktThatCannotBeMade_IsNoFailure)
+TEST_F(StorageVersionFailures, WktThatCannotBeCreated_IsOmitted)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     EXPECT_EQ(applyWithFailing("FormatConverter::DefinitionToWkt_s", 42, 29), Qeapp::eOk);
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(drawing.xrecord(), xrecordOf(catalogSystem(L"EPSG:25832")));
+    EXPECT_EQ(drawing.xrecord(), expectedXrecord(catalogSystem(L"EPSG:25832")));
     EXPECT_EQ(drawing.geoDataText(), L"");
 }
 
-TEST_F(StorageVersionFailures, WktThatCannotBeWritten_IsNoFailure)
+TEST_F(StorageVersionFailures, WktThatCannotBeWritten_IsOmitted)
 {
-    giveSystem(L"EPSG:25832");
-    EXPECT_EQ(applyWithFailing("QeDbGeoData::setCoordinateSystem", kPlanned, 29, 2), Qeapp::eOk);
+    storeSystem(L"EPSG:25832");
+    EXPECT_EQ(applyWithFailing("QeDbGeoData::setCoordinateSystem", kInjectedResult, 29, 2), Qeapp::eOk);
     EXPECT_EQ(status, 0);
     EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}}));
     EXPECT_EQ(drawing.geoDataText(), L"");

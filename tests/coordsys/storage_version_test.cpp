@@ -7,25 +7,11 @@ namespace {
 
 using StorageVersion = StorageVersionTest;
 
-TEST_F(StorageVersion, Version29_WritesTheLegacyForms)
-{
-    giveSystem(L"EPSG:25832");
-    EXPECT_EQ(apply(29), Qeapp::eOk);
-    expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
-}
-
-TEST_F(StorageVersion, Version30_WritesTheTextWithDatumAndEllipsoid)
-{
-    giveAllForms(L"EPSG:25832");
-    EXPECT_EQ(apply(30), Qeapp::eOk);
-    expectText(catalogSystem(L"EPSG:25832"));
-}
-
 TEST_F(StorageVersion, EveryVersionBelow30_WritesTheLegacyForms)
 {
     for (const int version : {-1, 0, 21, 22, 28, 29}) {
         SCOPED_TRACE(version);
-        giveSystem(L"EPSG:25832");
+        storeSystem(L"EPSG:25832");
         EXPECT_EQ(apply(version), Qeapp::eOk);
         expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
         drawing = Drawing();
@@ -36,17 +22,17 @@ TEST_F(StorageVersion, EveryVersionFrom30_WritesTheText)
 {
     for (const int version : {30, 31, 33, 34, 1000}) {
         SCOPED_TRACE(version);
-        giveAllForms(L"EPSG:25832");
+        storeAllForms(L"EPSG:25832");
         EXPECT_EQ(apply(version), Qeapp::eOk);
         expectText(catalogSystem(L"EPSG:25832"));
         drawing = Drawing();
     }
 }
 
-TEST_F(StorageVersion, ThereAndBack_GivesTheSameText)
+TEST_F(StorageVersion, ConversionThereAndBack_GivesTheSameText)
 {
     for (const wchar_t* const code : {L"EPSG:25832", L"EPSG:4326", L"EPSG:4979", L"EPSG:7415", L"LOCAL:METRE"}) {
-        giveSystem(code);
+        storeSystem(code);
         EXPECT_EQ(apply(29), Qeapp::eOk);
         expectLegacyForms(code, catalogSystem(code));
         EXPECT_EQ(apply(33), Qeapp::eOk);
@@ -55,9 +41,9 @@ TEST_F(StorageVersion, ThereAndBack_GivesTheSameText)
     }
 }
 
-TEST_F(StorageVersion, TheSameVersionTwice_GivesTheSameForms)
+TEST_F(StorageVersion, RepeatedConversion_GivesTheSameForms)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const int version : {29, 29, 30, 30})
         ASSERT_EQ(apply(version), Qeapp::eOk);
     expectText(catalogSystem(L"EPSG:25832"));
@@ -66,57 +52,57 @@ TEST_F(StorageVersion, TheSameVersionTwice_GivesTheSameForms)
     expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
 }
 
-TEST_F(StorageVersion, LegacyCodeAlone_BecomesText)
+TEST_F(StorageVersion, LegacyCodeWithoutOtherForms_BecomesText)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     EXPECT_EQ(apply(30), Qeapp::eOk);
     expectText(catalogSystem(L"EPSG:25832"));
 }
 
-TEST_F(StorageVersion, LegacyCodeAlone_BecomesAllLegacyForms)
+TEST_F(StorageVersion, LegacyCodeWithoutOtherForms_BecomesAllLegacyForms)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     EXPECT_EQ(apply(29), Qeapp::eOk);
     expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
 }
 
-TEST_F(StorageVersion, LegacyCode_DecidesOverTheText)
+TEST_F(StorageVersion, LegacyCode_IsPreferredToTheText)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     drawing.withLegacyCode(L"EPSG:25832");
     EXPECT_EQ(apply(30), Qeapp::eOk);
     expectText(catalogSystem(L"EPSG:25832"));
 }
 
-TEST_F(StorageVersion, LegacyCodeThatSaysNone_LeavesTheTextToDecide)
+TEST_F(StorageVersion, LegacyCodeOfADot_IsIgnoredForTheText)
 {
-    giveSystem(L"EPSG:2263");
+    storeSystem(L"EPSG:2263");
     drawing.withLegacyCode(L".");
     EXPECT_EQ(apply(30), Qeapp::eOk);
     expectText(catalogSystem(L"EPSG:2263"));
 }
 
-TEST_F(StorageVersion, LocalSystem_HasAnXrecordOfOneDefinition)
+TEST_F(StorageVersion, LocalSystem_IsStoredAsAnXrecordOfOneDefinition)
 {
-    giveSystem(L"LOCAL:METRE");
+    storeSystem(L"LOCAL:METRE");
     EXPECT_EQ(apply(29), Qeapp::eOk);
     expectLegacyForms(L"LOCAL:METRE", catalogSystem(L"LOCAL:METRE"));
     const Items chain = drawing.xrecord().value_or(Items());
     EXPECT_EQ(std::ranges::count(chain, Item{1002, L"{"}), 1);
 }
 
-TEST_F(StorageVersion, GeographicSystem_HasAnXrecordOfThreeDefinitions)
+TEST_F(StorageVersion, GeographicSystem_IsStoredAsAnXrecordOfThreeDefinitions)
 {
-    giveSystem(L"EPSG:4326");
+    storeSystem(L"EPSG:4326");
     EXPECT_EQ(apply(29), Qeapp::eOk);
     const Items chain = drawing.xrecord().value_or(Items());
     EXPECT_EQ(std::ranges::count(chain, Item{1002, L"{"}), 3);
 }
 
-TEST_F(StorageVersion, UserDefinedSystem_SurvivesBothForms)
+TEST_F(StorageVersion, UserDefinedSystem_IsUnchangedByBothConversions)
 {
     const SystemHolder own = userSystem(L"MINE:1");
-    giveText(own);
+    storeText(own);
     EXPECT_EQ(apply(29), Qeapp::eOk);
     expectLegacyForms(L"MINE:1", own);
     EXPECT_EQ(apply(30), Qeapp::eOk);
@@ -126,20 +112,20 @@ TEST_F(StorageVersion, UserDefinedSystem_SurvivesBothForms)
 // Readers of the older forms compare with their own catalog.
 TEST_F(StorageVersion, LegacyForms_HoldTheCatalogsDefinitionOfTheCode)
 {
-    giveText(userSystem(L"EPSG:25832"));
+    storeText(userSystem(L"EPSG:25832"));
     EXPECT_EQ(apply(29), Qeapp::eOk);
     expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));
 }
 
-TEST_F(StorageVersion, Text_HoldsTheDrawingsOwnDefinitionOfTheCode)
+TEST_F(StorageVersion, Text_KeepsTheDrawingsOwnDefinitionOfTheCode)
 {
     const SystemHolder own = userSystem(L"EPSG:25832");
-    giveText(own);
+    storeText(own);
     EXPECT_EQ(apply(33), Qeapp::eOk);
     expectText(own);
 }
 
-TEST_F(StorageVersion, DrawingWithoutASystem_IsGivenNoForm)
+TEST_F(StorageVersion, DrawingWithoutASystem_GetsNoForm)
 {
     for (const int version : {21, 29, 30, 33}) {
         status = kUntouched;
@@ -151,7 +137,7 @@ TEST_F(StorageVersion, DrawingWithoutASystem_IsGivenNoForm)
     }
 }
 
-TEST_F(StorageVersion, DrawingWithoutASystem_IsClearedOfTracesOfOne)
+TEST_F(StorageVersion, DrawingWithoutASystem_LosesIncompleteForms)
 {
     drawing.withLegacyCode(L".").withGeoData(L"").withXrecord({{1071, 1}});
     EXPECT_EQ(apply(29), Qeapp::eOk);
@@ -160,7 +146,7 @@ TEST_F(StorageVersion, DrawingWithoutASystem_IsClearedOfTracesOfOne)
     EXPECT_EQ(drawing.geoDataText(), L"");
 }
 
-// The reading found definitions, and looked in the catalog for the code of a system that is not among them.
+// The text has definitions but no system. Looking up the missing code gives 35.
 TEST_F(StorageVersion, TextWithoutASystem_IsRemovedWithStatus35)
 {
     for (const int version : {29, 30}) {
@@ -173,19 +159,19 @@ TEST_F(StorageVersion, TextWithoutASystem_IsRemovedWithStatus35)
     }
 }
 
-TEST_F(StorageVersion, OtherContents_StayAsTheyAre)
+TEST_F(StorageVersion, OtherContents_AreUnchanged)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     drawing.withXrecord({{300, L"mine"}}, L"OTHER").withDictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG");
     ASSERT_EQ(apply(29), Qeapp::eOk);
     ASSERT_EQ(apply(33), Qeapp::eOk);
     EXPECT_EQ(drawing.xrecord(L"OTHER"), (Items{{300, L"mine"}}));
-    EXPECT_EQ(drawing.database()->drawingVersion(), QeDb::kCurrentDwg) << "the host's own affair";
+    EXPECT_EQ(drawing.database()->drawingVersion(), QeDb::kCurrentDwg) << "the host sets the drawing version";
 }
 
 TEST_F(StorageVersion, Success_ReportsStatusZero)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const int version : {29, 30}) {
         status = kUntouched;
         ASSERT_EQ(apply(version), Qeapp::eOk);
@@ -194,9 +180,9 @@ TEST_F(StorageVersion, Success_ReportsStatusZero)
 }
 
 // Reading such a system recorded 35, and writing it recorded 0.
-TEST_F(StorageVersion, SuccessWithASystemUnknownToTheCatalog_ReportsStatusZero)
+TEST_F(StorageVersion, SystemOutsideTheCatalog_ReportsStatusZero)
 {
-    giveText(userSystem(L"MINE:1"));
+    storeText(userSystem(L"MINE:1"));
     for (const int version : {29, 30}) {
         status = kUntouched;
         ASSERT_EQ(apply(version), Qeapp::eOk);
@@ -204,32 +190,32 @@ TEST_F(StorageVersion, SuccessWithASystemUnknownToTheCatalog_ReportsStatusZero)
     }
 }
 
-// Its WKT is WKT 2, with a status of its own on the way.
-TEST_F(StorageVersion, SuccessWithWktThatIsInexact_ReportsStatusZero)
+// The library reports the WKT of this system as inexact.
+TEST_F(StorageVersion, InexactWkt_ReportsStatusZero)
 {
-    giveSystem(L"EPSG:4979");
+    storeSystem(L"EPSG:4979");
     ASSERT_EQ(apply(29), Qeapp::eOk);
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(StorageVersion, NeedsNoStatus)
+TEST_F(StorageVersion, NullStatus_IsAllowed)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const auto version : {QeDb::kOldestDwg, QeDb::kCurrentDwg})
         EXPECT_EQ(Cs::ApplyCoordinateSystemStorageVersion(database(), version), Qeapp::eOk);
 }
 
-TEST_F(StorageVersion, NoReactorIsTold)
+TEST_F(StorageVersion, Conversion_NotifiesNoReactor)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     for (const int version : {29, 30})
         ASSERT_EQ(apply(version), Qeapp::eOk);
     EXPECT_EQ(log, Notices());
 }
 
-TEST_F(StorageVersion, NoReactorIsAsked)
+TEST_F(StorageVersion, Conversion_AsksNoReactor)
 {
-    giveSystem(L"EPSG:25832");
+    storeSystem(L"EPSG:25832");
     reactor.answer = [](const Notice&) { return false; };
     EXPECT_EQ(apply(29), Qeapp::eOk);
     expectLegacyForms(L"EPSG:25832", catalogSystem(L"EPSG:25832"));

@@ -1,7 +1,6 @@
-// The fixture of rewriting a drawing's coordinate system into the forms of a drawing version.
+// The fixture for converting a drawing's coordinate system to the forms of a drawing version.
 #pragma once
 
-#include "storage/definition_xrecord.h"
 #include "support/coordsys_test.h"
 
 namespace Tests {
@@ -14,35 +13,21 @@ protected:
     {
         return Cs::ApplyCoordinateSystemStorageVersion(database(), static_cast<QeDb::QeDbDwgVersion>(version), &status);
     }
-    void giveText(const SystemHolder& system) { drawing.withGeoData(serializedText(system.get())); }
-    void giveAllForms(const wchar_t* code)
-    {
-        giveSystem(code);
-        drawing.withLegacyCode(code);
-        ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(code).get(), database()), Qeapp::eOk);
-    }
+    void storeText(const SystemHolder& system) { drawing.withGeoData(serializedText(system.get())); }
 
     /// The xrecord that the definition has in a drawing of its own.
-    static Items xrecordOf(const SystemHolder& system)
+    static Items expectedXrecord(const SystemHolder& system)
     {
         const Drawing other;
         EXPECT_EQ(Orvel::WriteCsDefinitionXrecord(system.get(), other.database()), Qeapp::eOk);
         return other.xrecord().value_or(Items());
     }
-    static std::wstring wktOf(const SystemHolder& system)
-    {
-        std::vector<wchar_t> wkt(4096);
-        const Library::Status converted = Library::FormatConverter::DefinitionToWkt_s(
-            system.get(), Library::wktFlavorDefault, wkt.data(), wkt.size());
-        EXPECT_TRUE(converted == Library::statusOk || converted == Library::statusInexact);
-        return wkt.data();
-    }
 
     void expectLegacyForms(const wchar_t* code, const SystemHolder& system) const
     {
         EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, std::wstring(code)}}));
-        EXPECT_EQ(drawing.xrecord(), xrecordOf(system));
-        EXPECT_EQ(drawing.geoDataText(), wktOf(system));
+        EXPECT_EQ(drawing.xrecord(), expectedXrecord(system));
+        EXPECT_EQ(drawing.geoDataText(), exportWkt(system));
     }
     void expectText(const SystemHolder& system) const
     {

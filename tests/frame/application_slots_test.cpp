@@ -1,4 +1,4 @@
-// The order of the application object's operations in its table of virtual functions is fixed.
+// The order of the application object's virtual functions is fixed.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -22,12 +22,12 @@ struct UnloadOnly final : COrvelCoordsysCoreApp {
     Qeapp::ErrorStatus unload() override { return Qeapp::eOk; }
 };
 
-VirtualTable<kApplicationSlots> tableOf(const COrvelCoordsysCoreApp& object)
+VirtualTable<kApplicationSlots> readTable(const COrvelCoordsysCoreApp& object)
 {
-    return virtualTableOf<kApplicationSlots>(&object);
+    return readVirtualTable<kApplicationSlots>(&object);
 }
 
-TEST(ApplicationSlots, TheObjectHasNoData)
+TEST(ApplicationSlots, ApplicationHasNoData)
 {
     EXPECT_EQ(sizeof(COrvelCoordsysCoreApp), sizeof(void*));
     EXPECT_FALSE(std::has_virtual_destructor_v<COrvelCoordsysCoreApp>);
@@ -35,23 +35,23 @@ TEST(ApplicationSlots, TheObjectHasNoData)
 
 TEST(ApplicationSlots, LoadComesFirst)
 {
-    const VirtualTable<kApplicationSlots> base = tableOf(PlainApplication());
-    const VirtualTable<kApplicationSlots> derived = tableOf(LoadOnly());
+    const VirtualTable<kApplicationSlots> base = readTable(PlainApplication());
+    const VirtualTable<kApplicationSlots> derived = readTable(LoadOnly());
     EXPECT_NE(derived[kLoadSlot], base[kLoadSlot]);
     EXPECT_EQ(derived[kUnloadSlot], base[kUnloadSlot]);
 }
 
-TEST(ApplicationSlots, UnloadComesNext)
+TEST(ApplicationSlots, UnloadComesSecond)
 {
-    const VirtualTable<kApplicationSlots> base = tableOf(PlainApplication());
-    const VirtualTable<kApplicationSlots> derived = tableOf(UnloadOnly());
+    const VirtualTable<kApplicationSlots> base = readTable(PlainApplication());
+    const VirtualTable<kApplicationSlots> derived = readTable(UnloadOnly());
     EXPECT_EQ(derived[kLoadSlot], base[kLoadSlot]);
     EXPECT_NE(derived[kUnloadSlot], base[kUnloadSlot]);
 }
 
-TEST(ApplicationSlots, TheModulesOwnObject_HasTheOperationsOfTheClass)
+TEST(ApplicationSlots, ModuleApplicationHasTheFunctionsOfTheClass)
 {
-    EXPECT_EQ(tableOf(Orvel::moduleApplication()), tableOf(PlainApplication()));
+    EXPECT_EQ(readTable(Orvel::moduleApplication()), readTable(PlainApplication()));
 }
 
 } // namespace

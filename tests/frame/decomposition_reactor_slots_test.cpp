@@ -1,5 +1,5 @@
-// The host calls the reactor through its table of virtual functions: the callback first, then two that are not the
-// module's.
+// The host calls the reactor through its table of virtual functions. The callback comes first. The module does not
+// override the two others.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -15,26 +15,26 @@ constexpr std::size_t kReactorSlots = 3;
 
 struct PlainReactor final : QeDbDecompositionReactor {};
 
-VirtualTable<kReactorSlots> tableOf(const QeDbDecompositionReactor& object)
+VirtualTable<kReactorSlots> readTable(const QeDbDecompositionReactor& object)
 {
-    return virtualTableOf<kReactorSlots>(&object);
+    return readVirtualTable<kReactorSlots>(&object);
 }
 
-TEST(DecompositionReactorSlots, TheObjectHasNoDataAndNoVirtualDestructor)
+TEST(DecompositionReactorSlots, ReactorHasNoDataAndNoVirtualDestructor)
 {
     EXPECT_EQ(sizeof(OrvelCoordsysCoreDecompositionReactor), sizeof(void*));
     EXPECT_FALSE(std::has_virtual_destructor_v<OrvelCoordsysCoreDecompositionReactor>);
 }
 
-TEST(DecompositionReactorSlots, TheCallbackComesFirstAndIsTheModules)
+TEST(DecompositionReactorSlots, CallbackComesFirstAndIsOverridden)
 {
-    EXPECT_NE(tableOf(OrvelCoordsysCoreDecompositionReactor())[0], tableOf(PlainReactor())[0]);
+    EXPECT_NE(readTable(OrvelCoordsysCoreDecompositionReactor())[0], readTable(PlainReactor())[0]);
 }
 
-TEST(DecompositionReactorSlots, TheTwoOthersAreTheHosts)
+TEST(DecompositionReactorSlots, OtherFunctionsAreTheHosts)
 {
-    const VirtualTable<kReactorSlots> host = tableOf(PlainReactor());
-    const VirtualTable<kReactorSlots> module = tableOf(OrvelCoordsysCoreDecompositionReactor());
+    const VirtualTable<kReactorSlots> host = readTable(PlainReactor());
+    const VirtualTable<kReactorSlots> module = readTable(OrvelCoordsysCoreDecompositionReactor());
     EXPECT_EQ(module[1], host[1]);
     EXPECT_EQ(module[2], host[2]);
 }

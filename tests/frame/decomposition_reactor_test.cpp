@@ -15,23 +15,21 @@ using Embedded::ScopedFault;
 constexpr auto k29 = static_cast<QeDb::QeDbDwgVersion>(29);
 constexpr auto k30 = static_cast<QeDb::QeDbDwgVersion>(30);
 
-/// A result that no host call returns by itself.
-constexpr auto kPlanned = static_cast<Qeapp::ErrorStatus>(77);
-
-/// Stores what is recorded, and returns the result that the test sets.
-class Errors final : public QeDbSaveErrorRecorder {
+/// Stores the recorded codes and returns the result that the test sets.
+class ErrorRecorder final : public QeDbSaveErrorRecorder {
 public:
     std::vector<int> codes;
-    Qeapp::ErrorStatus answer = Qeapp::eOk;
+    Qeapp::ErrorStatus result = Qeapp::eOk;
 
     Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code) override
     {
         codes.push_back(code);
-        return answer;
+        return result;
     }
 };
 
-class Messages final : public QeDbSaveErrorMessageRecorder {
+/// Stores the recorded codes with their messages and returns the result that the test sets.
+class MessageRecorder final : public QeDbSaveErrorMessageRecorder {
 public:
     struct Entry {
         int code = 0;
@@ -39,12 +37,12 @@ public:
         friend bool operator==(const Entry&, const Entry&) = default;
     };
     std::vector<Entry> entries;
-    Qeapp::ErrorStatus answer = Qeapp::eOk;
+    Qeapp::ErrorStatus result = Qeapp::eOk;
 
     Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code, const wchar_t* message) override
     {
         entries.push_back({code, message != nullptr ? std::optional<std::wstring>(message) : std::nullopt});
-        return answer;
+        return result;
     }
 };
 
@@ -52,12 +50,12 @@ class DecompositionReactor : public FrameTest {
 protected:
     Drawing drawing;
     OrvelCoordsysCoreDecompositionReactor reactor;
-    Errors errors;
-    Messages messages;
+    ErrorRecorder errors;
+    MessageRecorder messages;
 
-    void giveSystem() { drawing.withGeoData(serializedText(catalogSystem(L"EPSG:25832").get())); }
-    /// A code that neither the drawing nor the catalog can define: the conversion ends with eNotApplicable.
-    void giveUnknownCode() { drawing.withLegacyCode(L"MINE:1"); }
+    void storeSystem() { drawing.withGeoData(serializedText(catalogSystem(L"EPSG:25832").get())); }
+    /// Stores a code that neither the drawing nor the catalog defines, so that the conversion returns eNotApplicable.
+    void storeUnknownCode() { drawing.withLegacyCode(L"MINE:1"); }
 
     Qeapp::ErrorStatus decompose(QeDb::QeDbDwgVersion version)
     {
@@ -72,7 +70,7 @@ protected:
 
 TEST_F(DecompositionReactor, Version29_GetsTheLegacyForms)
 {
-    giveSystem();
+    storeSystem();
     EXPECT_EQ(decompose(k29), Qeapp::eOk);
     EXPECT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}}));
     EXPECT_TRUE(drawing.xrecord().has_value());
@@ -80,9 +78,9 @@ TEST_F(DecompositionReactor, Version29_GetsTheLegacyForms)
     expectNothingRecorded();
 }
 
-TEST_F(DecompositionReactor, Version30_GetsTheGeoDataTextAlone)
+TEST_F(DecompositionReactor, Version30_GetsOnlyTheGeoDataText)
 {
-    giveSystem();
+    storeSystem();
     const std::wstring text = drawing.geoDataText().value_or(L"");
     ASSERT_EQ(decompose(k29), Qeapp::eOk);
     EXPECT_EQ(decompose(k30), Qeapp::eOk);
@@ -92,16 +90,16 @@ TEST_F(DecompositionReactor, Version30_GetsTheGeoDataTextAlone)
     expectNothingRecorded();
 }
 
-TEST_F(DecompositionReactor, OldestAndNewestVersions_AreServedAsTheirNeighbours)
+TEST_F(DecompositionReactor, OldestAndNewestVersions_GetTheirForms)
 {
-    giveSystem();
+    storeSystem();
     EXPECT_EQ(decompose(QeDb::kOldestDwg), Qeapp::eOk);
     EXPECT_TRUE(drawing.xrecord().has_value());
     EXPECT_EQ(decompose(QeDb::kCurrentDwg), Qeapp::eOk);
     EXPECT_FALSE(drawing.xrecord().has_value());
 }
 
-TEST_F(DecompositionReactor, DrawingWithoutASystem_SavesWithoutErrorAtAnyVersion)
+TEST_F(DecompositionReactor, DrawingWithoutASystem_SucceedsAtAnyVersion)
 {
     for (int version = QeDb::kOldestDwg; version <= QeDb::kCurrentDwg; ++version) {
         EXPECT_EQ(decompose(static_cast<QeDb::QeDbDwgVersion>(version)), Qeapp::eOk) << version;
@@ -112,7 +110,7 @@ TEST_F(DecompositionReactor, DrawingWithoutASystem_SavesWithoutErrorAtAnyVersion
     expectNothingRecorded();
 }
 
-TEST_F(DecompositionReactor, NoDatabase_IsTheWorkingOne)
+TEST_F(DecompositionReactor, NullDatabase_MeansTheWorkingDatabase)
 {
     auto* const document = Embedded::openDocument(std::make_unique<QeDbDatabase>());
     EXPECT_EQ(reactor.decomposeForSave(nullptr, k29, nullptr, nullptr), Qeapp::eOk);
@@ -122,96 +120,96 @@ TEST_F(DecompositionReactor, NoDatabase_IsTheWorkingOne)
 
 TEST_F(DecompositionReactor, Success_NeedsNoRecorder)
 {
-    giveSystem();
+    storeSystem();
     EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, nullptr), Qeapp::eOk);
 }
 
-TEST_F(DecompositionReactor, Failure_IsRecordedWithTheFirstRecorderAlone)
+TEST_F(DecompositionReactor, Failure_IsRecordedOnlyByTheFirstRecorder)
 {
-    giveUnknownCode();
-    EXPECT_EQ(decompose(k29), Qeapp::eOk) << "what the recording answered";
+    storeUnknownCode();
+    EXPECT_EQ(decompose(k29), Qeapp::eOk) << "the result of the recorder";
     EXPECT_EQ(errors.codes, std::vector<int>{2});
     EXPECT_TRUE(messages.entries.empty());
 }
 
-TEST_F(DecompositionReactor, Failure_IsAnsweredWithTheFirstRecordersAnswer)
+TEST_F(DecompositionReactor, Failure_ReturnsTheResultOfTheFirstRecorder)
 {
-    giveUnknownCode();
-    errors.answer = kPlanned;
-    EXPECT_EQ(decompose(k29), kPlanned);
+    storeUnknownCode();
+    errors.result = static_cast<Qeapp::ErrorStatus>(kInjectedResult);
+    EXPECT_EQ(decompose(k29), kInjectedResult);
 }
 
-TEST_F(DecompositionReactor, FailureWithTheFirstRecorderOnly_IsRecordedThere)
+TEST_F(DecompositionReactor, FailureWithOnlyTheFirstRecorder_IsRecorded)
 {
-    giveUnknownCode();
+    storeUnknownCode();
     EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k30, &errors, nullptr), Qeapp::eOk);
     EXPECT_EQ(errors.codes, std::vector<int>{2});
 }
 
-TEST_F(DecompositionReactor, FailureWithTheSecondRecorderOnly_IsRecordedWithTheEmptyMessage)
+TEST_F(DecompositionReactor, FailureWithOnlyTheSecondRecorder_IsRecordedWithAnEmptyMessage)
 {
-    giveUnknownCode();
+    storeUnknownCode();
     EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, &messages), Qeapp::eOk);
-    EXPECT_EQ(messages.entries, (std::vector<Messages::Entry>{{2, L""}}));
+    EXPECT_EQ(messages.entries, (std::vector<MessageRecorder::Entry>{{2, L""}}));
 }
 
-TEST_F(DecompositionReactor, FailureWithTheSecondRecorderOnly_IsAnsweredWithItsAnswer)
+TEST_F(DecompositionReactor, FailureWithOnlyTheSecondRecorder_ReturnsItsResult)
 {
-    giveUnknownCode();
-    messages.answer = kPlanned;
-    EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, &messages), kPlanned);
+    storeUnknownCode();
+    messages.result = static_cast<Qeapp::ErrorStatus>(kInjectedResult);
+    EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, &messages), kInjectedResult);
 }
 
-TEST_F(DecompositionReactor, FailureWithoutARecorder_IsTheResult)
+TEST_F(DecompositionReactor, FailureWithoutARecorder_IsReturned)
 {
-    giveUnknownCode();
+    storeUnknownCode();
     EXPECT_EQ(reactor.decomposeForSave(drawing.database(), k29, nullptr, nullptr), 2);
 }
 
-TEST_F(DecompositionReactor, HostResult_IsRecordedAsItIs)
+TEST_F(DecompositionReactor, HostResult_IsRecordedUnchanged)
 {
-    giveSystem();
-    const ScopedFault fault({.call = "QeDbObject::setXData", .occurrence = 2, .code = kPlanned});
+    storeSystem();
+    const ScopedFault fault({.call = "QeDbObject::setXData", .occurrence = 2, .code = kInjectedResult});
     EXPECT_EQ(decompose(k29), Qeapp::eOk);
-    EXPECT_EQ(errors.codes, std::vector<int>{77});
+    EXPECT_EQ(errors.codes, std::vector<int>{kInjectedResult});
 }
 
-/// The reactor that the module registers, called by the host's own save.
+/// The reactor that the module registers and that the host's save calls.
 class RegisteredReactor : public DecompositionReactor {
 protected:
     void SetUp() override { ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk); }
 };
 
-TEST_F(RegisteredReactor, IsAskedThroughTheManager)
+TEST_F(RegisteredReactor, SaveConvertsTheDrawing)
 {
-    giveSystem();
+    storeSystem();
     Embedded::DecompositionRun run(*drawing.database(), k29);
     ASSERT_TRUE(run.result()) << run.result().error().text();
     run.complete();
     EXPECT_TRUE(drawing.xrecord().has_value());
 }
 
-TEST_F(RegisteredReactor, FailureStopsTheSaveAndIsUndone)
+TEST_F(RegisteredReactor, FailureStopsTheSaveAndChangesNothing)
 {
-    giveUnknownCode();
+    storeUnknownCode();
     const auto before = drawing.contents();
     const Embedded::DecompositionRun run(*drawing.database(), k29);
     EXPECT_EQ(Embedded::hostStatus(run.result()), Qeapp::eNotApplicable);
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(RegisteredReactor, SecondLoad_DoesNotConvertTwice)
+TEST_F(RegisteredReactor, SaveAfterASecondLoadConvertsOnce)
 {
     ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk);
-    giveSystem();
-    const auto calls = callsOf([&] { Embedded::DecompositionRun(*drawing.database(), k29).complete(); });
+    storeSystem();
+    const auto calls = recordCalls([&] { Embedded::DecompositionRun(*drawing.database(), k29).complete(); });
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "DefinitionStream::Deserialize_s"), 1);
 }
 
-TEST_F(RegisteredReactor, AfterUnload_NobodyConverts)
+TEST_F(RegisteredReactor, SaveAfterUnloadDoesNotConvert)
 {
     ASSERT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk);
-    giveSystem();
+    storeSystem();
     const auto before = drawing.contents();
     Embedded::DecompositionRun(*drawing.database(), k29).complete();
     EXPECT_EQ(drawing.contents(), before);

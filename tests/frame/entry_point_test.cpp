@@ -13,18 +13,21 @@ constexpr int kUnload = 2;
 class EntryPoint : public FrameTest {
 protected:
     /// A handle that the host does not know.
-    int strange = 0;
+    int unknownHandle = 0;
 
-    int send(int message) { return qerxEntryPoint(message, &strange); }
+    int send(int message) { return qerxEntryPoint(message, &unknownHandle); }
 };
 
 /// Replaces the host's linker and records its calls.
-class OwnLinker : public QeRxDynamicLinker {
+class RecordingLinker : public QeRxDynamicLinker {
 public:
-    OwnLinker() : former_(qerxSysRegistry()->atPut(kQeRxDynamicLinkerKey, this)) {}
-    ~OwnLinker() override { static_cast<void>(qerxSysRegistry()->atPut(kQeRxDynamicLinkerKey, former_)); } // itself
-    OwnLinker(const OwnLinker&) = delete;
-    OwnLinker& operator=(const OwnLinker&) = delete;
+    RecordingLinker() : former_(qerxSysRegistry()->atPut(kQeRxDynamicLinkerKey, this)) {}
+    ~RecordingLinker() override
+    {
+        static_cast<void>(qerxSysRegistry()->atPut(kQeRxDynamicLinkerKey, former_));
+    } // returns this linker
+    RecordingLinker(const RecordingLinker&) = delete;
+    RecordingLinker& operator=(const RecordingLinker&) = delete;
 
     bool unlockApplication(void* appHandle) override
     {
@@ -38,8 +41,8 @@ private:
     QeRxObject* former_;
 };
 
-/// A linker of a derived class, as a product's host has it.
-class DerivedLinker final : public OwnLinker {
+/// A linker of a derived class, as the host of a product may have.
+class DerivedLinker final : public RecordingLinker {
 public:
     static QeRxClass* desc()
     {
@@ -49,81 +52,81 @@ public:
     QeRxClass* isA() const override { return desc(); }
 };
 
-TEST_F(EntryPoint, ApiVersion_IsThatOfTheHost)
+TEST_F(EntryPoint, ApiVersion_IsTheHostsVersion)
 {
     EXPECT_EQ(qerxGetApiVersion(), 0x00180000);
     EXPECT_EQ(qerxGetApiVersion(), kQeRxApiVersion);
 }
 
-TEST_F(EntryPoint, Initialisation_DeclaresUnlocksAndLoadsInThisOrder)
+TEST_F(EntryPoint, Initialisation_DeclaresThenUnlocksThenLoads)
 {
     const Calls expected{"qerxRegisterAppMDIAware", "QeRxDynamicLinker::unlockApplication",
                          "QeDbDecompositionManager::addReactor"};
-    EXPECT_EQ(callsOf([&] { EXPECT_EQ(send(kInitialise), 0); }), expected);
-    EXPECT_EQ(registeredReactors(), 1);
+    EXPECT_EQ(recordCalls([&] { EXPECT_EQ(send(kInitialise), 0); }), expected);
+    EXPECT_EQ(countReactors(), 1);
 }
 
-TEST_F(EntryPoint, Initialisation_UnlocksTheHandleThatItWasGiven)
+TEST_F(EntryPoint, Initialisation_UnlocksTheGivenHandle)
 {
-    OwnLinker linker;
+    RecordingLinker linker;
     ASSERT_EQ(send(kInitialise), 0);
-    EXPECT_EQ(linker.unlocked, std::vector<void*>{&strange});
+    EXPECT_EQ(linker.unlocked, std::vector<void*>{&unknownHandle});
 }
 
-TEST_F(EntryPoint, Initialisation_TakesALinkerOfADerivedClass)
+TEST_F(EntryPoint, Initialisation_AcceptsALinkerOfADerivedClass)
 {
     DerivedLinker linker;
     ASSERT_EQ(send(kInitialise), 0);
-    EXPECT_EQ(linker.unlocked, std::vector<void*>{&strange});
+    EXPECT_EQ(linker.unlocked, std::vector<void*>{&unknownHandle});
 }
 
 TEST_F(EntryPoint, SecondInitialisation_DeclaresAndUnlocksAgainButRegistersNothing)
 {
     ASSERT_EQ(send(kInitialise), 0);
     const Calls expected{"qerxRegisterAppMDIAware", "QeRxDynamicLinker::unlockApplication"};
-    EXPECT_EQ(callsOf([&] { EXPECT_EQ(send(kInitialise), 0); }), expected);
-    EXPECT_EQ(registeredReactors(), 1);
+    EXPECT_EQ(recordCalls([&] { EXPECT_EQ(send(kInitialise), 0); }), expected);
+    EXPECT_EQ(countReactors(), 1);
 }
 
-TEST_F(EntryPoint, InitialisationOfAnUnknownHandle_AnswersZero)
+TEST_F(EntryPoint, InitialisationOfAnUnknownHandle_ReturnsZero)
 {
     EXPECT_EQ(qerxEntryPoint(kInitialise, nullptr), 0);
-    EXPECT_EQ(registeredReactors(), 1);
+    EXPECT_EQ(countReactors(), 1);
 }
 
-TEST_F(EntryPoint, InitialisationWithoutAManager_AnswersZero)
+TEST_F(EntryPoint, InitialisationWithoutAManager_ReturnsZero)
 {
-    takeDecompositionManagerAway();
+    removeDecompositionManager();
     EXPECT_EQ(send(kInitialise), 0);
-    EXPECT_EQ(registeredReactors(), 0);
+    EXPECT_EQ(countReactors(), 0);
 }
 
-TEST_F(EntryPoint, InitialisationWithEveryHostCallFailing_AnswersZero)
+TEST_F(EntryPoint, InitialisationWithEveryHostCallFailing_ReturnsZero)
 {
     const Embedded::ScopedFault fault({.call = "", .occurrence = 1, .fromThenOn = true, .code = {}});
     EXPECT_EQ(send(kInitialise), 0);
     EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 3U);
 }
 
-TEST_F(EntryPoint, Unload_RemovesTheReactorAndUndoesNothingElse)
+TEST_F(EntryPoint, Unload_OnlyRemovesTheReactor)
 {
     ASSERT_EQ(send(kInitialise), 0);
-    EXPECT_EQ(callsOf([&] { EXPECT_EQ(send(kUnload), 0); }), Calls{"QeDbDecompositionManager::removeReactor"});
-    EXPECT_EQ(registeredReactors(), 0);
+    EXPECT_EQ(recordCalls([&] { EXPECT_EQ(send(kUnload), 0); }), Calls{"QeDbDecompositionManager::removeReactor"});
+    EXPECT_EQ(countReactors(), 0);
 }
 
-TEST_F(EntryPoint, UnloadBeforeInitialisation_ChangesNothingAndAnswersZero)
+TEST_F(EntryPoint, UnloadBeforeInitialisation_DoesNothingAndReturnsZero)
 {
-    EXPECT_EQ(callsOf([&] { EXPECT_EQ(send(kUnload), 0); }), Calls());
-    EXPECT_EQ(registeredReactors(), 0);
+    EXPECT_EQ(recordCalls([&] { EXPECT_EQ(send(kUnload), 0); }), Calls());
+    EXPECT_EQ(countReactors(), 0);
 }
 
-TEST_F(EntryPoint, UnloadWithoutAManager_KeepsTheReactorAndAnswersZero)
+TEST_F(EntryPoint, UnloadWithoutAManager_KeepsTheReactorAndReturnsZero)
 {
     ASSERT_EQ(send(kInitialise), 0);
-    takeDecompositionManagerAway();
+    removeDecompositionManager();
     EXPECT_EQ(send(kUnload), 0);
-    EXPECT_EQ(registeredReactors(), 1);
+    EXPECT_EQ(countReactors(), 1);
 }
 
 TEST_F(EntryPoint, InitialisationAfterUnload_RegistersAgain)
@@ -131,15 +134,15 @@ TEST_F(EntryPoint, InitialisationAfterUnload_RegistersAgain)
     ASSERT_EQ(send(kInitialise), 0);
     ASSERT_EQ(send(kUnload), 0);
     EXPECT_EQ(send(kInitialise), 0);
-    EXPECT_EQ(registeredReactors(), 1);
+    EXPECT_EQ(countReactors(), 1);
 }
 
-TEST_F(EntryPoint, OtherMessages_ArePassedOver)
+TEST_F(EntryPoint, OtherMessages_AreIgnored)
 {
     ASSERT_EQ(send(kInitialise), 0);
     for (const int message : {INT_MIN, -1, 0, 3, 4, 5, 6, 7, 100, INT_MAX}) {
-        EXPECT_EQ(callsOf([&] { EXPECT_EQ(send(message), 0) << message; }), Calls()) << message;
-        EXPECT_EQ(registeredReactors(), 1) << message;
+        EXPECT_EQ(recordCalls([&] { EXPECT_EQ(send(message), 0) << message; }), Calls()) << message;
+        EXPECT_EQ(countReactors(), 1) << message;
     }
 }
 

@@ -1,4 +1,4 @@
-// The fixture of the module's life: a drawing, and an application object that is unloaded at the end of each test.
+// The fixture for loading and unloading the module. It unloads the application object at the end of each test.
 #pragma once
 
 #include <string>
@@ -8,6 +8,7 @@
 #include "embedded/host/application/application.h"
 #include "frame/application.h"
 #include "frame/entry_point.h"
+#include "storage/failing_calls.h"
 #include "support/drawing.h"
 #include "support/library_definitions.h"
 #include "support/platform_test.h"
@@ -23,22 +24,12 @@ protected:
         EXPECT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk);
     }
 
-    static long registeredReactors()
+    static long countReactors()
     {
         return Embedded::ResourceCounters::now()[Embedded::ResourceKind::decompositionReactor];
     }
-    static void takeDecompositionManagerAway() { Embedded::setHostParts({.decompositionManager = false}); }
-    static void giveDecompositionManagerBack() { Embedded::setHostParts({}); }
+    static void removeDecompositionManager() { Embedded::setHostParts({.decompositionManager = false}); }
+    static void restoreDecompositionManager() { Embedded::setHostParts({}); }
 };
-
-/// The fallible platform calls that the operation makes.
-template <class Operation>
-std::vector<std::string> callsOf(const Operation& operation)
-{
-    Embedded::FaultInjection::watch();
-    operation();
-    Embedded::FaultInjection::disarm();
-    return Embedded::FaultInjection::seen();
-}
 
 } // namespace Tests

@@ -1,4 +1,4 @@
-// The module's per-library entry, which the system calls and no header declares.
+// The entry point that the system calls for each library. No header declares it.
 #pragma once
 
 #include "platform/windows.h"

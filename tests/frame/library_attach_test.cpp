@@ -7,14 +7,14 @@ namespace {
 
 using LibraryAttach = PlatformTest;
 
-TEST_F(LibraryAttach, EveryReason_IsAnsweredWithTrue)
+TEST_F(LibraryAttach, EveryReason_ReturnsTrue)
 {
     int module = 0;
     for (const DWORD reason : {kProcessDetach, kProcessAttach, kThreadAttach, kThreadDetach, DWORD{4}, ~DWORD{0}})
         EXPECT_EQ(DllMain(reinterpret_cast<HMODULE>(&module), reason, nullptr), 1) << reason;
 }
 
-TEST_F(LibraryAttach, ProcessThatEnds_IsAnsweredWithTrueToo)
+TEST_F(LibraryAttach, EndOfTheProcess_ReturnsTrue)
 {
     int module = 0;
     int endOfProcess = 0;

@@ -6,9 +6,9 @@ namespace {
 
 using UnloadMemory = FrameTest;
 
-TEST_F(UnloadMemory, IsGivenBackByUnloading)
+TEST_F(UnloadMemory, UnloadingReleasesAllMemory)
 {
-    ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk); // the host's own list has its room from here on
+    ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk); // now the host's list has its capacity
     ASSERT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk);
     const long before = allocatedBlocks();
     ASSERT_EQ(Orvel::moduleApplication().load(), Qeapp::eOk);

@@ -1,4 +1,4 @@
-// The effects of the unload message, and of a load that failed.
+// The effects of the unload message and of a failed load.
 #include <stdexcept>
 
 #include "coordsys/orvel_coordinate_system.h"
@@ -28,7 +28,7 @@ public:
         ++removals;
         throwIf(removalThrows);
         EXPECT_EQ(reactor, registered);
-        // It still exists.
+        // The reactor still exists.
         EXPECT_EQ(reactor->decomposeForSave(nullptr, QeDb::kCurrentDwg, nullptr, nullptr), Qeapp::eNoDatabase);
         registered = nullptr;
         return Qeapp::eOk;
@@ -41,10 +41,10 @@ public:
     QeDbDecompositionReactor* registered = nullptr;
 
 private:
-    static void throwIf(bool wanted)
+    static void throwIf(bool condition)
     {
-        if (wanted)
-            throw std::runtime_error("not now");
+        if (condition)
+            throw std::runtime_error("chosen by the test");
     }
 };
 
@@ -55,17 +55,17 @@ protected:
     int send(int message) { return qerxEntryPoint(message, &handle); }
 };
 
-TEST_F(Unload, LeavesTheClientsReactorsRegistered)
+TEST_F(Unload, KeepsTheClientsReactorsRegistered)
 {
     Cs::OrvelCoordinateSystemReactor reactor;
     ASSERT_EQ(send(kInitialiseMessage), 0);
     ASSERT_EQ(Cs::AddCoordinateSystemReactor(&reactor), Qeapp::eOk);
     ASSERT_EQ(send(kUnloadMessage), 0);
-    EXPECT_EQ(Cs::AddCoordinateSystemReactor(&reactor), Qeapp::eInvalidInput) << "it is registered already";
+    EXPECT_EQ(Cs::AddCoordinateSystemReactor(&reactor), Qeapp::eInvalidInput) << "still registered";
     EXPECT_EQ(Cs::RemoveCoordinateSystemReactor(&reactor), Qeapp::eOk);
 }
 
-TEST_F(Unload, LeavesTheSharedSetting)
+TEST_F(Unload, KeepsTheSharedSetting)
 {
     ASSERT_EQ(Cs::SetInitializeGeodataParameters(true), Qeapp::eOk);
     ASSERT_EQ(send(kInitialiseMessage), 0);
@@ -76,7 +76,7 @@ TEST_F(Unload, LeavesTheSharedSetting)
     ASSERT_EQ(Cs::SetInitializeGeodataParameters(false), Qeapp::eOk);
 }
 
-TEST_F(Unload, RemovesAReactorThatIsAliveAndLetsTheNextLoadRegisterAnother)
+TEST_F(Unload, RemovesTheReactorAndAllowsTheNextLoad)
 {
     ThrowingManager manager;
     Embedded::setHostParts({.otherDecompositionManager = &manager});
@@ -89,7 +89,7 @@ TEST_F(Unload, RemovesAReactorThatIsAliveAndLetsTheNextLoadRegisterAnother)
     EXPECT_EQ(manager.additions, 2);
 }
 
-TEST_F(Unload, LoadWhoseRegistrationThrows_IsNoLoad)
+TEST_F(Unload, LoadWhoseRegistrationThrows_DoesNotCountAsLoad)
 {
     ThrowingManager manager;
     Embedded::setHostParts({.otherDecompositionManager = &manager});
@@ -101,7 +101,7 @@ TEST_F(Unload, LoadWhoseRegistrationThrows_IsNoLoad)
     EXPECT_EQ(Orvel::moduleApplication().unload(), Qeapp::eOk);
 }
 
-TEST_F(Unload, RemovalThatThrows_IsTriedAgainByTheNextOne)
+TEST_F(Unload, RemovalThatThrows_IsTriedAgainByTheNextUnload)
 {
     ThrowingManager manager;
     Embedded::setHostParts({.otherDecompositionManager = &manager});

@@ -1,4 +1,3 @@
-#include <fstream>
 #include <iterator>
 
 #include "embedded/diagnostics/fault_injection.h"
@@ -6,6 +5,7 @@
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "module/module_test.h"
 #include "support/drawing.h"
+#include "support/file_text.h"
 #include "support/library_definitions.h"
 #include "support/temporary_folder.h"
 
@@ -16,7 +16,7 @@ using Embedded::Expected;
 using Embedded::hostStatus;
 using Embedded::ScopedFault;
 
-/// Saves drawings into files with the module loaded, which converts them.
+/// Saves drawings to files while the module, which converts them, is loaded.
 class ConvertingSave : public ModuleTest {
 protected:
     TemporaryFolder folder;
@@ -36,17 +36,13 @@ protected:
                                      Embedded::Overwriting::drawings);
     }
     Expected<void> save(int version) const { return save(drawing, file, version); }
-    void saveWell(int version) const
+    void saveOrFail(int version) const
     {
         const Expected<void> result = save(version);
         ASSERT_TRUE(result) << result.error().text();
     }
-    std::string fileContents() const
-    {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-    std::size_t filesInFolder() const
+    std::string fileContents() const { return std::filesystem::exists(file) ? readFile(file) : std::string(); }
+    std::size_t countFiles() const
     {
         const std::filesystem::directory_iterator files(folder.path());
         return static_cast<std::size_t>(std::distance(begin(files), end(files)));
@@ -65,19 +61,19 @@ protected:
         EXPECT_EQ(converted.legacyChain(), std::nullopt);
         EXPECT_EQ(converted.xrecord(), std::nullopt);
     }
-    /// Makes the call fail during a save. Nothing is written, and the drawing is unchanged.
+    /// Saves while a call fails. Expects its result, an unchanged drawing and unchanged files.
     void expectNothingSaved(const ScopedFault&, int expected)
     {
         const std::string before = drawing.contents();
         const std::string contents = fileContents();
-        const std::size_t files = filesInFolder();
+        const std::size_t files = countFiles();
         const Expected<void> result = save(29);
         ASSERT_EQ(hostStatus(result), expected);
         EXPECT_NE(result.error().message, "");
         EXPECT_GT(Embedded::FaultInjection::failedCalls(), 0U);
         EXPECT_EQ(drawing.contents(), before);
         EXPECT_EQ(fileContents(), contents);
-        EXPECT_EQ(filesInFolder(), files);
+        EXPECT_EQ(countFiles(), files);
     }
 };
 
@@ -95,24 +91,11 @@ protected:
     }
 };
 
-TEST_F(ConvertingSave, Version29_GetsTheLegacyForms)
+TEST_F(ConvertingSave, ReturnToVersion29_GetsTheLegacyForms)
 {
-    saveWell(29);
-    expectLegacyForms(drawing);
-}
-
-TEST_F(ConvertingSave, Version33AfterVersion29_GetsTheGeoDataTextAgain)
-{
-    saveWell(29);
-    saveWell(33);
-    expectCurrentForm(drawing);
-}
-
-TEST_F(ConvertingSave, BackToVersion29_GetsTheLegacyFormsAgain)
-{
-    saveWell(29);
-    saveWell(33);
-    saveWell(29);
+    saveOrFail(29);
+    saveOrFail(33);
+    saveOrFail(29);
     expectLegacyForms(drawing);
     EXPECT_EQ(drawing.database()->drawingVersion(), 29);
 }
@@ -121,7 +104,7 @@ TEST_F(ConvertingSave, EveryOlderVersion_GetsTheLegacyForms)
 {
     for (int version = 21; version < 30; ++version) {
         SCOPED_TRACE(version);
-        saveWell(version);
+        saveOrFail(version);
         expectLegacyForms(drawing);
     }
 }
@@ -130,28 +113,28 @@ TEST_F(ConvertingSave, EveryNewerVersion_GetsTheGeoDataText)
 {
     for (int version = 30; version <= 33; ++version) {
         SCOPED_TRACE(version);
-        saveWell(29);
-        saveWell(version);
+        saveOrFail(29);
+        saveOrFail(version);
         expectCurrentForm(drawing);
     }
 }
 
-TEST_F(SavedDrawing, FileOfVersion29_HoldsWhatTheDrawingHolds)
+TEST_F(SavedDrawing, FileOfVersion29_HoldsTheConvertedDrawing)
 {
-    saveWell(29);
+    saveOrFail(29);
     reload();
-    EXPECT_EQ(contentsOf(*loaded), drawing.contents());
+    EXPECT_EQ(drawingContents(*loaded), drawing.contents());
     EXPECT_EQ(loaded->drawingVersion(), 29);
 }
 
 TEST_F(SavedDrawing, FileOfVersion29_IsConvertedBackAfterLoading)
 {
-    saveWell(29);
+    saveOrFail(29);
     reload();
     ASSERT_TRUE(Embedded::saveDrawing(*loaded, file, QeDb::kCurrentDwg));
     reload();
     ASSERT_TRUE(save(drawing, folder.path() / "other.qedb", 33));
-    EXPECT_EQ(contentsOf(*loaded), drawing.contents());
+    EXPECT_EQ(drawingContents(*loaded), drawing.contents());
     expectCurrentForm(drawing);
 }
 
@@ -167,13 +150,13 @@ TEST_F(ConvertingSave, DrawingWithoutASystem_IsSavedAtAnyVersion)
 TEST_F(ConvertingSave, WithoutTheModule_NothingIsConverted)
 {
     unload();
-    saveWell(29);
+    saveOrFail(29);
     expectCurrentForm(drawing);
 }
 
-TEST_F(ConvertingSave, FailingConversion_LeavesTheDrawingAndTheFileAsTheyWere)
+TEST_F(ConvertingSave, FailingConversion_LeavesTheDrawingAndTheFileUnchanged)
 {
-    saveWell(33);
+    saveOrFail(33);
     for (const char* const call : {"QeDbGeoData::setCoordinateSystem", "QeDbDictionary::setAt", "QeDbObject::setXData",
                                    "QeDbXrecord::setFromRbChain", "qedbOpenQeDbObject"}) {
         SCOPED_TRACE(call);
@@ -181,9 +164,9 @@ TEST_F(ConvertingSave, FailingConversion_LeavesTheDrawingAndTheFileAsTheyWere)
     }
 }
 
-TEST_F(ConvertingSave, ConversionThatFailsHalfWay_LeavesTheDrawingAndTheFileAsTheyWere)
+TEST_F(ConvertingSave, ConversionThatFailsAfterAChange_LeavesTheDrawingAndTheFileUnchanged)
 {
-    saveWell(33);
+    saveOrFail(33);
     expectNothingSaved(ScopedFault({.call = "QeDbObject::setXData", .occurrence = 2, .code = 999}), 999);
 }
 
@@ -195,11 +178,11 @@ TEST_F(ConvertingSave, FailingConversion_WritesNoNewFile)
 
 TEST_F(ConvertingSave, SystemThatCannotBeRead_IsNotSavedInAnOlderVersion)
 {
-    saveWell(33);
+    saveOrFail(33);
     expectNothingSaved(ScopedFault({.call = "DefinitionStream::Deserialize_s", .code = 43}), 3);
 }
 
-TEST_F(ConvertingSave, SystemWhoseCodeReadersTakeForNone_IsNotSavedInAnOlderVersion)
+TEST_F(ConvertingSave, SystemWithADotAsCode_IsNotSavedInAnOlderVersion)
 {
     Drawing unnamed;
     unnamed.withGeoData(serializedText(userSystem(L".").get()));
@@ -211,17 +194,17 @@ TEST_F(ConvertingSave, SystemWhoseCodeReadersTakeForNone_IsNotSavedInAnOlderVers
     EXPECT_EQ(fileContents(), contents);
 }
 
-TEST_F(ConvertingSave, FolderInTheFilesPlace_LeavesTheDrawingAsItWas)
+TEST_F(ConvertingSave, FolderInPlaceOfTheFile_LeavesTheDrawingUnchanged)
 {
     std::filesystem::create_directory(file);
     const std::string before = drawing.contents();
     EXPECT_EQ(hostStatus(save(29)), Qeapp::eFileWriteFailed);
     EXPECT_EQ(drawing.contents(), before);
     EXPECT_TRUE(std::filesystem::is_directory(file));
-    EXPECT_EQ(filesInFolder(), 1U);
+    EXPECT_EQ(countFiles(), 1U);
 }
 
-TEST_F(ConvertingSave, MissingFolder_LeavesTheDrawingAsItWas)
+TEST_F(ConvertingSave, MissingFolder_LeavesTheDrawingUnchanged)
 {
     file = folder.path() / "missing" / "drawing.qedb";
     const std::string before = drawing.contents();
@@ -229,10 +212,10 @@ TEST_F(ConvertingSave, MissingFolder_LeavesTheDrawingAsItWas)
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(ConvertingSave, AfterAFailedSave_TheNextOneConverts)
+TEST_F(ConvertingSave, SaveAfterAFailedSave_Converts)
 {
     expectNothingSaved(ScopedFault({.call = "QeDbDictionary::setAt", .code = 999}), 999);
-    saveWell(29);
+    saveOrFail(29);
     expectLegacyForms(drawing);
 }
 

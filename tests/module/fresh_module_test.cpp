@@ -18,26 +18,26 @@ protected:
     }
     Qeapp::ErrorStatus add()
     {
-        return call("26AddCoordinateSystemReactorEPNS2_28OrvelCoordinateSystemReactorE", anyReactor());
+        return call("26AddCoordinateSystemReactorEPNS2_28OrvelCoordinateSystemReactorE", dummyReactor());
     }
     Qeapp::ErrorStatus remove()
     {
-        return call("29RemoveCoordinateSystemReactorEPNS2_28OrvelCoordinateSystemReactorE", anyReactor());
+        return call("29RemoveCoordinateSystemReactorEPNS2_28OrvelCoordinateSystemReactorE", dummyReactor());
     }
-    bool setting() const
+    bool readSetting() const
     {
         bool value = true;
         EXPECT_EQ(call<bool&>("30GetInitializeGeodataParametersERb", value), Qeapp::eOk);
         return value;
     }
-    Qeapp::ErrorStatus set(bool value) const { return call("30SetInitializeGeodataParametersEb", value); }
+    Qeapp::ErrorStatus writeSetting(bool value) const { return call("30SetInitializeGeodataParametersEb", value); }
 
 private:
     /// The list stores the pointer and calls nothing, so any address can stand for a reactor.
-    Reactor* anyReactor() { return reinterpret_cast<Reactor*>(this); }
+    Reactor* dummyReactor() { return reinterpret_cast<Reactor*>(this); }
 };
 
-TEST_F(FreshModule, HasNoReactors)
+TEST_F(FreshModule, ReloadedModuleHasNoReactors)
 {
     load();
     ASSERT_EQ(add(), Qeapp::eOk);
@@ -46,15 +46,15 @@ TEST_F(FreshModule, HasNoReactors)
     EXPECT_EQ(remove(), Qeapp::eInvalidInput);
 }
 
-TEST_F(FreshModule, HasItsSettingAsAtFirst)
+TEST_F(FreshModule, ReloadedModuleHasTheInitialSetting)
 {
     load();
-    ASSERT_FALSE(setting());
-    ASSERT_EQ(set(true), Qeapp::eOk);
-    ASSERT_TRUE(setting());
+    ASSERT_FALSE(readSetting());
+    ASSERT_EQ(writeSetting(true), Qeapp::eOk);
+    ASSERT_TRUE(readSetting());
     unload();
     load();
-    EXPECT_FALSE(setting());
+    EXPECT_FALSE(readSetting());
 }
 
 } // namespace

@@ -29,13 +29,13 @@ TEST_F(LoadedModule, IsDeclaredForSeveralDocuments)
     EXPECT_TRUE(Embedded::isModuleMdiAware(handle));
 }
 
-TEST_F(LoadedModule, HasRegisteredOneReactor)
+TEST_F(LoadedModule, RegistersOneReactor)
 {
     load();
-    EXPECT_EQ(registeredReactors(), 1);
+    EXPECT_EQ(countReactors(), 1);
 }
 
-TEST_F(LoadedModule, DoesWhatALoadAsksForAndNothingMore)
+TEST_F(LoadedModule, Load_MakesOnlyTheThreeHostCalls)
 {
     FaultInjection::watch();
     load();
@@ -44,7 +44,7 @@ TEST_F(LoadedModule, DoesWhatALoadAsksForAndNothingMore)
                                              "QeDbDecompositionManager::addReactor"}));
 }
 
-TEST_F(LoadedModule, AnswersTheHostsApiVersion)
+TEST_F(LoadedModule, ReturnsTheHostsApiVersion)
 {
     load();
     using ApiVersion = int (*)();
@@ -53,7 +53,7 @@ TEST_F(LoadedModule, AnswersTheHostsApiVersion)
     EXPECT_EQ(reinterpret_cast<ApiVersion>(symbol)(), 0x00180000);
 }
 
-TEST_F(LoadedModule, AnswersZeroToOtherMessages)
+TEST_F(LoadedModule, ReturnsZeroForOtherMessages)
 {
     load();
     using EntryPoint = int (*)(int, void*);
@@ -61,7 +61,7 @@ TEST_F(LoadedModule, AnswersZeroToOtherMessages)
     ASSERT_NE(symbol, nullptr);
     for (const int message : {-1, 0, 3, 4, 5, 99})
         EXPECT_EQ(reinterpret_cast<EntryPoint>(symbol)(message, handle), 0) << message;
-    EXPECT_EQ(registeredReactors(), 1);
+    EXPECT_EQ(countReactors(), 1);
 }
 
 TEST_F(LoadedModule, SecondLoad_IsTheSameModule)
@@ -70,40 +70,40 @@ TEST_F(LoadedModule, SecondLoad_IsTheSameModule)
     const Embedded::Expected<void*> again = Embedded::loadModule(kModuleFile);
     ASSERT_TRUE(again) << again.error().text();
     EXPECT_EQ(*again, handle);
-    EXPECT_EQ(registeredReactors(), 1);
+    EXPECT_EQ(countReactors(), 1);
 }
 
 TEST_F(LoadedModule, Unload_RemovesTheReactor)
 {
     load();
     EXPECT_EQ(Embedded::unloadModule(handle), Qeapp::eOk);
-    EXPECT_EQ(registeredReactors(), 0);
+    EXPECT_EQ(countReactors(), 0);
     EXPECT_EQ(Embedded::unloadModule(handle), Qeapp::eInvalidInput) << "the handle is gone";
     handle = nullptr;
 }
 
-TEST_F(LoadedModule, LoadAfterUnload_StartsAnew)
+TEST_F(LoadedModule, LoadAfterUnload_RegistersAgain)
 {
     for (int round = 0; round < 3; ++round) {
         load();
-        EXPECT_EQ(registeredReactors(), 1);
+        EXPECT_EQ(countReactors(), 1);
         EXPECT_TRUE(Embedded::isModuleUnlocked(handle));
         EXPECT_TRUE(Embedded::isModuleMdiAware(handle));
         unload();
-        EXPECT_EQ(registeredReactors(), 0);
+        EXPECT_EQ(countReactors(), 0);
     }
 }
 
-TEST_F(LoadedModule, HostWithoutDecomposition_LoadsItAllTheSame)
+TEST_F(LoadedModule, HostWithoutDecomposition_LoadsTheModule)
 {
     Embedded::setHostParts({.decompositionManager = false});
     load();
     Embedded::setHostParts({});
-    EXPECT_EQ(registeredReactors(), 0);
+    EXPECT_EQ(countReactors(), 0);
     EXPECT_TRUE(Embedded::isModuleUnlocked(handle));
 }
 
-TEST_F(LoadedModule, ModuleThatCouldNotUnlockItself_StaysUntilItIsUnlocked)
+TEST_F(LoadedModule, ModuleThatCouldNotUnlockItself_IsNotUnloaded)
 {
     {
         const Embedded::ScopedFault fault({.call = "QeRxDynamicLinker::unlockApplication", .code = {}});
@@ -111,7 +111,7 @@ TEST_F(LoadedModule, ModuleThatCouldNotUnlockItself_StaysUntilItIsUnlocked)
     }
     EXPECT_FALSE(Embedded::isModuleUnlocked(handle));
     EXPECT_EQ(Embedded::unloadModule(handle), Qeapp::eModuleRefused);
-    EXPECT_EQ(registeredReactors(), 1);
+    EXPECT_EQ(countReactors(), 1);
     auto* const linker = static_cast<QeRxDynamicLinker*>(qerxSysRegistry()->at(kQeRxDynamicLinkerKey));
     EXPECT_TRUE(linker->unlockApplication(handle));
 }

@@ -1,4 +1,4 @@
-// An unloaded module is unmapped from the process. A program that kept it mapped could not replace its file.
+// Unloading unmaps the module from the process, so that its file can be replaced.
 #include "module/mapped_files.h"
 #include "module/module_test.h"
 
@@ -7,18 +7,18 @@ namespace {
 
 using MappedModule = ModuleTest;
 
-TEST_F(MappedModule, TestProgram_HasNoModuleOfItsOwn)
+TEST_F(MappedModule, TestProgram_DoesNotMapTheModule)
 {
     EXPECT_FALSE(isMapped(kModuleFile));
 }
 
-TEST_F(MappedModule, Load_MapsIt)
+TEST_F(MappedModule, Load_MapsTheModule)
 {
     load();
     EXPECT_TRUE(isMapped(kModuleFile));
 }
 
-TEST_F(MappedModule, Unload_UnmapsIt)
+TEST_F(MappedModule, Unload_UnmapsTheModule)
 {
     load();
     unload();

@@ -29,7 +29,7 @@ protected:
         }
         handle = nullptr;
     }
-    static long registeredReactors()
+    static long countReactors()
     {
         return Embedded::ResourceCounters::now()[Embedded::ResourceKind::decompositionReactor];
     }

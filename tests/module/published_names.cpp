@@ -15,7 +15,7 @@ struct FreeText {
 
 } // namespace
 
-Names namesInFile(const std::string& file)
+Names readNames(const std::string& file)
 {
     std::ifstream lines(std::string(ORVEL_SOURCE_DIR "/tests/module/") + file);
     Names names;
@@ -24,7 +24,7 @@ Names namesInFile(const std::string& file)
     return names;
 }
 
-std::string difference(const Names& first, const Names& second)
+std::string missingNames(const Names& first, const Names& second)
 {
     std::string lines;
     for (const std::string& name : first) {
@@ -34,7 +34,7 @@ std::string difference(const Names& first, const Names& second)
     return lines;
 }
 
-std::string demangled(const std::string& name)
+std::string demangle(const std::string& name)
 {
     int status = 0;
     const std::unique_ptr<char, FreeText> text(abi::__cxa_demangle(name.c_str(), nullptr, nullptr, &status));

@@ -8,13 +8,13 @@ namespace Tests {
 
 using Names = std::set<std::string>;
 
-/// The lines of a file in tests/module.
-Names namesInFile(const std::string& file);
+/// Reads the lines of a file in tests/module.
+Names readNames(const std::string& file);
 
-/// The lines of the first that the second lacks.
-std::string difference(const Names& first, const Names& second);
+/// Lists the names of the first set that the second lacks, one on each line.
+std::string missingNames(const Names& first, const Names& second);
 
 /// Turns a mangled name into the spelling of the sources. Leaves other names unchanged.
-std::string demangled(const std::string& name);
+std::string demangle(const std::string& name);
 
 } // namespace Tests

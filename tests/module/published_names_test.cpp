@@ -9,36 +9,36 @@ namespace {
 
 /// An ELF library exports the text of a class's name, so that type information can be compared by address. A DLL does
 /// not.
-bool isOfElfAlone(const std::string& name)
+bool isOnlyInElf(const std::string& name)
 {
     return name.starts_with("typeinfo name for ");
 }
 
-Names publishedByEverySystem()
+Names namesOnEverySystem()
 {
-    Names names = namesInFile("exported_names.txt");
-    std::erase_if(names, isOfElfAlone);
+    Names names = readNames("exported_names.txt");
+    std::erase_if(names, isOnlyInElf);
     return names;
 }
 
-Names publishedByWindows()
+Names namesOnWindows()
 {
     Names names;
-    for (const std::string& name : namesInFile("exported_names_windows.txt"))
-        names.insert(demangled(name));
+    for (const std::string& name : readNames("exported_names_windows.txt"))
+        names.insert(demangle(name));
     return names;
 }
 
-TEST(PublishedNames, WindowsPublishesNothingElse)
+TEST(PublishedNames, WindowsPublishesNoOtherName)
 {
-    ASSERT_FALSE(publishedByWindows().empty());
-    EXPECT_EQ(difference(publishedByWindows(), publishedByEverySystem()), "");
+    ASSERT_FALSE(namesOnWindows().empty());
+    EXPECT_EQ(missingNames(namesOnWindows(), namesOnEverySystem()), "");
 }
 
-TEST(PublishedNames, WindowsLacksNothing)
+TEST(PublishedNames, WindowsPublishesEveryName)
 {
-    ASSERT_FALSE(publishedByEverySystem().empty());
-    EXPECT_EQ(difference(publishedByEverySystem(), publishedByWindows()), "");
+    ASSERT_FALSE(namesOnEverySystem().empty());
+    EXPECT_EQ(missingNames(namesOnEverySystem(), namesOnWindows()), "");
 }
 
 } // namespace

@@ -8,10 +8,10 @@
 namespace Tests {
 namespace {
 
-constexpr int kRoundsAtFirst = 100;
+constexpr int kWarmUpRounds = 100;
 constexpr int kRounds = 1000;
-/// The allocator may set memory aside meanwhile, and a sanitizer keeps records of libraries.
-constexpr std::size_t kAllowance = std::size_t{ORVEL_BYTES_A_LOADING} * (kRounds - kRoundsAtFirst);
+/// Memory that the allocator may keep and that a sanitizer needs for its records of libraries.
+constexpr std::size_t kAllowance = std::size_t{ORVEL_BYTES_A_LOADING} * (kRounds - kWarmUpRounds);
 
 class RepeatedLoading : public ModuleTest {
 protected:
@@ -20,12 +20,12 @@ protected:
     {
         ProcessResources before;
         for (int done = 0; done < kRounds; ++done) {
-            if (done == kRoundsAtFirst)
+            if (done == kWarmUpRounds)
                 before = processResources();
             round();
         }
         const ProcessResources after = processResources();
-        std::cout << "after " << kRoundsAtFirst << " rounds " << before.bytes << " bytes and " << before.handles
+        std::cout << "after " << kWarmUpRounds << " rounds " << before.bytes << " bytes and " << before.handles
                   << " handles, after " << kRounds << " " << after.bytes << " and " << after.handles << "\n";
         EXPECT_GT(before.bytes, 0U);
         EXPECT_GT(before.handles, 0U);
@@ -34,7 +34,7 @@ protected:
     }
 };
 
-TEST_F(RepeatedLoading, ThroughTheHostsLinker_DoesNotGrow)
+TEST_F(RepeatedLoading, LoadingByTheHost_DoesNotGrow)
 {
     expectNoGrowth([this] {
         load();
@@ -42,7 +42,7 @@ TEST_F(RepeatedLoading, ThroughTheHostsLinker_DoesNotGrow)
     });
 }
 
-TEST_F(RepeatedLoading, Bare_DoesNotGrow)
+TEST_F(RepeatedLoading, LoadingByTheSystem_DoesNotGrow)
 {
     expectNoGrowth([] { ASSERT_TRUE(mapAndUnmap(kModuleFile)); });
 }

@@ -1,4 +1,4 @@
-// The objects that are open while stored definitions are fetched and decoded, and the results of failures.
+// Checks which objects are open while stored definitions are fetched and decoded, and what exceptions cause.
 #include <stdexcept>
 
 #include "embedded/diagnostics/fault_injection.h"
@@ -12,7 +12,7 @@ constexpr const char* kFetch = "QeDbXrecord::rbChain";
 
 class ChainFetching : public RecordingTest {
 protected:
-    ChainFetching() { giveXrecord(L"MINE:1", {kSystem, kDatum, kEllipsoid}); }
+    ChainFetching() { storeXrecord(L"MINE:1", {kSystem, kDatum, kEllipsoid}); }
 };
 
 TEST_F(ChainFetching, OnlyTheXrecord_IsOpenWhileItsChainIsFetched)
@@ -29,12 +29,12 @@ TEST_F(ChainFetching, OnlyTheXrecord_IsOpenWhileItsChainIsFetched)
 TEST_F(ChainFetching, Nothing_IsOpenWhileTheChainIsDecoded)
 {
     EXPECT_EQ(read().size(), 3U);
-    ASSERT_EQ(Recording::callsOf("DefinitionStream::Read").size(), 3U);
+    ASSERT_EQ(Recording::findCalls("DefinitionStream::Read").size(), 3U);
     for (const Recording::Call& call : Recording::calls())
         EXPECT_EQ(call.openObjects, 0) << call.text;
 }
 
-TEST_F(ChainFetching, AnyExceptionOfIt_ReadsAsNoXrecord)
+TEST_F(ChainFetching, AnyException_ReadsAsNoXrecord)
 {
     const auto throwAtFetch = [](auto exception) {
         return [=](std::string_view call) {
@@ -48,7 +48,7 @@ TEST_F(ChainFetching, AnyExceptionOfIt_ReadsAsNoXrecord)
           std::function<void(std::string_view)>(throwAtFetch(7))}) {
         Embedded::FaultInjection::watch(observer);
         EXPECT_EQ(read(), Texts());
-        EXPECT_EQ(result, Qeapp::eNotApplicable) << "the catalog was asked, which does not have the code";
+        EXPECT_EQ(result, Qeapp::eNotApplicable) << "the catalog does not have the code";
     }
 }
 

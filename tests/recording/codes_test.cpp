@@ -16,35 +16,35 @@ Definition local(const std::wstring& code)
     return {.code = code, .kind = Library::kindNotEarthReferenced};
 }
 
-TEST_F(Codes, LettersOfEitherCase_AreTheSame)
+TEST_F(Codes, LettersOfEitherCase_AreEqual)
 {
-    giveXrecord(L"mine:az", {local(L"MINE:AZ")});
+    storeXrecord(L"mine:az", {local(L"MINE:AZ")});
     EXPECT_EQ(read(), Texts{L"MINE:AZ"});
 }
 
-TEST_F(Codes, OtherCharacters_AreNot)
+TEST_F(Codes, OtherCharacters_AreDifferent)
 {
     for (const auto& [left, right] : kOthers) {
-        giveXrecord(L"MINE:" + left, {local(L"MINE:" + right)});
+        storeXrecord(L"MINE:" + left, {local(L"MINE:" + right)});
         EXPECT_EQ(read(), Texts());
         EXPECT_EQ(result, Qeapp::eNotApplicable);
-        giveXrecord(L"MINE:" + right, {local(L"MINE:" + left)});
+        storeXrecord(L"MINE:" + right, {local(L"MINE:" + left)});
         EXPECT_EQ(read(), Texts());
     }
 }
 
-TEST_F(Codes, OfDatumAndEllipsoid_AreComparedTheSameWay)
+TEST_F(Codes, CodesOfDatumAndEllipsoid_AreComparedIgnoringCase)
 {
     const Definition system{.code = L"M:1", .datumCode = L"M:A@", .ellipsoidCode = L"M:E["};
     const auto datum = [](const wchar_t* code) {
         return Definition{.type = Type::datum, .code = code, .ellipsoidCode = L"M:E["};
     };
     const auto ellipsoid = [](const wchar_t* code) { return Definition{.type = Type::ellipsoid, .code = code}; };
-    giveXrecord(L"M:1", {system, datum(L"m:a@"), ellipsoid(L"m:e[")});
+    storeXrecord(L"M:1", {system, datum(L"m:a@"), ellipsoid(L"m:e[")});
     EXPECT_EQ(read().size(), 3U);
-    giveXrecord(L"M:1", {system, datum(L"m:a`"), ellipsoid(L"m:e[")});
+    storeXrecord(L"M:1", {system, datum(L"m:a`"), ellipsoid(L"m:e[")});
     EXPECT_EQ(read(), Texts());
-    giveXrecord(L"M:1", {system, datum(L"m:a@"), ellipsoid(L"m:e{")});
+    storeXrecord(L"M:1", {system, datum(L"m:a@"), ellipsoid(L"m:e{")});
     EXPECT_EQ(read(), Texts());
 }
 

@@ -1,4 +1,4 @@
-// The lookup of a configured transformation with various answers of the library.
+// Finding a configured transformation when the library fails or succeeds without a result.
 #include <optional>
 
 #include "recording/recording_test.h"
@@ -23,15 +23,15 @@ protected:
         return L"<Item><SourceCs>" + source + L"</SourceCs><TargetCs>" + target + L"</TargetCs><Name>" + name +
                L"</Name><Type>" + std::to_wstring(type) + L"</Type><Note></Note></Item>";
     }
-    /// The name and kind of the transformation; nothing if none is found.
+    /// The name and kind of the transformation; nothing if none is info.
     static std::optional<std::wstring> find(const std::wstring& text, const wchar_t* source = L"A",
                                             const wchar_t* target = L"B")
     {
-        const Orvel::LibraryObject<Library::TransformationInfo> found(
+        const Orvel::LibraryObject<Library::TransformationInfo> info(
             Orvel::FindConfiguredTransformation(source, target, text.c_str()));
-        if (!found)
+        if (!info)
             return std::nullopt;
-        return found->GetName() + (L" " + std::to_wstring(found->GetKind()));
+        return info->GetName() + (L" " + std::to_wstring(info->GetKind()));
     }
 
     const std::wstring forward = item(L"A", L"B", L"shift", 2);
@@ -39,13 +39,13 @@ protected:
     const std::wstring reversePath = item(L"B", L"A", L"path", 1);
 };
 
-TEST_F(ConfiguredTransformation, Reversible_AnswersInReverse)
+TEST_F(ConfiguredTransformation, ReversibleDefinition_IsFoundInReverse)
 {
     EXPECT_EQ(find(reverse), L"shift 2");
     EXPECT_EQ(find(reversePath), L"path 1");
 }
 
-TEST_F(ConfiguredTransformation, DefinitionWhoseLoadingFails_CountsAllTheSameWhenItCame)
+TEST_F(ConfiguredTransformation, DefinitionThatIsReturnedWithAFailure_IsUsed)
 {
     fail(kLoadTransformation);
     fail(kLoadPath);
@@ -53,14 +53,14 @@ TEST_F(ConfiguredTransformation, DefinitionWhoseLoadingFails_CountsAllTheSameWhe
     EXPECT_EQ(find(reversePath), L"path 1");
 }
 
-TEST_F(ConfiguredTransformation, DefinitionThatDidNotCome_IsNotReversible)
+TEST_F(ConfiguredTransformation, MissingDefinition_IsNotReversible)
 {
     answers().withoutObject = {kLoadTransformation, kLoadPath};
     EXPECT_EQ(find(reverse), std::nullopt);
     EXPECT_EQ(find(reversePath), std::nullopt);
 }
 
-TEST_F(ConfiguredTransformation, QuestionThatFails_IsNo)
+TEST_F(ConfiguredTransformation, FailingQuery_IsNotReversible)
 {
     fail("GeodeticTransformationDefinition::IsReversible");
     fail("GeodeticPathDefinition::IsReversible");
@@ -68,7 +68,7 @@ TEST_F(ConfiguredTransformation, QuestionThatFails_IsNo)
     EXPECT_EQ(find(reversePath), std::nullopt);
 }
 
-TEST_F(ConfiguredTransformation, AnswerThatCannotBeMade_IsNone)
+TEST_F(ConfiguredTransformation, InfoThatCannotBeCreated_FindsNothing)
 {
     for (const char* const call :
          {"TransformationInfo::CreateInstance", "TransformationInfo::SetName", "TransformationInfo::SetKind"}) {
@@ -80,18 +80,18 @@ TEST_F(ConfiguredTransformation, AnswerThatCannotBeMade_IsNone)
     EXPECT_EQ(find(forward), std::nullopt);
 }
 
-TEST_F(ConfiguredTransformation, CodesOfEitherOrder_AreDifferentCodes)
+TEST_F(ConfiguredTransformation, CodesInEitherOrder_AreFound)
 {
     EXPECT_EQ(find(forward, L"A", L"B"), L"shift 2");
     EXPECT_EQ(find(item(L"B", L"A", L"shift", 2), L"B", L"A"), L"shift 2");
 }
 
-TEST_F(ConfiguredTransformation, OnlyLetters_HaveTwoCases)
+TEST_F(ConfiguredTransformation, CodesThatDifferInOtherCharacters_AreNotFound)
 {
     EXPECT_EQ(find(forward, L"a", L"b"), L"shift 2");
     EXPECT_EQ(find(item(L"@", L"B", L"shift", 2), L"`", L"B"), std::nullopt);
     EXPECT_EQ(find(item(L"A", L"{", L"shift", 2), L"A", L"["), std::nullopt);
-    EXPECT_EQ(find(item(L"`", L"@", L"shift", 2), L"`", L"@"), L"shift 2") << "which are not the same code";
+    EXPECT_EQ(find(item(L"`", L"@", L"shift", 2), L"`", L"@"), L"shift 2") << "the two codes differ";
 }
 
 } // namespace

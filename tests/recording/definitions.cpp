@@ -10,14 +10,14 @@ using Tests::Recording::Type;
 namespace {
 
 using Tests::Recording::answers;
+using Tests::Recording::formatArgument;
 using Tests::Recording::record;
-using Tests::Recording::recordMaking;
-using Tests::Recording::textOf;
+using Tests::Recording::recordCreation;
 
 Status textQuery(const std::string& name, const DefinitionBase* definition, const std::wstring& value,
                  const wchar_t*& output)
 {
-    const Status status = record(name, {textOf(definition)});
+    const Status status = record(name, {formatArgument(definition)});
     output = value.c_str();
     return status;
 }
@@ -28,7 +28,7 @@ Status load(const std::string& name, const wchar_t* code, Class*& definition)
 {
     const auto found = answers().catalog.find(code != nullptr ? code : L"");
     const bool isThere = found != answers().catalog.end();
-    const Status status = recordMaking(name, {textOf(code)}, definition, [&] {
+    const Status status = recordCreation(name, {formatArgument(code)}, definition, [&] {
         return isThere ? dynamic_cast<Class*>(Tests::Recording::newDefinition(found->second)) : nullptr;
     });
     return isThere || status != statusOk ? status : statusNotFound;
@@ -84,7 +84,7 @@ Status DatumDefinition::GetEllipsoidCode(const wchar_t*& code) const
 
 Status DatumDefinition::SetEllipsoid(const EllipsoidDefinition* ellipsoid)
 {
-    return record("DatumDefinition::SetEllipsoid", {textOf(this), textOf(ellipsoid)});
+    return record("DatumDefinition::SetEllipsoid", {formatArgument(this), formatArgument(ellipsoid)});
 }
 
 using System = CoordinateReferenceSystemDefinition;
@@ -102,7 +102,7 @@ Status System::Load(const wchar_t* code, CoordinateReferenceSystemDefinition*& d
 
 Status System::GetKind(int& kind) const
 {
-    const Status status = record("CoordinateReferenceSystemDefinition::GetKind", {textOf(this)});
+    const Status status = record("CoordinateReferenceSystemDefinition::GetKind", {formatArgument(this)});
     kind = data().definition.kind;
     return status;
 }
@@ -121,7 +121,7 @@ Status System::GetEllipsoidCode(const wchar_t*& code) const
 Status System::GetDatum(DatumDefinition*& datum) const
 {
     const Definition& own = data().definition;
-    return recordMaking("CoordinateReferenceSystemDefinition::GetDatum", {textOf(this)}, datum, [&] {
+    return recordCreation("CoordinateReferenceSystemDefinition::GetDatum", {formatArgument(this)}, datum, [&] {
         return new DatumDefinition(
             new DefinitionData{{.type = Type::datum, .code = own.datumCode, .ellipsoidCode = own.ellipsoidCode}});
     });
@@ -129,12 +129,13 @@ Status System::GetDatum(DatumDefinition*& datum) const
 
 Status System::SetDatum(const DatumDefinition* datum)
 {
-    return record("CoordinateReferenceSystemDefinition::SetDatum", {textOf(this), textOf(datum)});
+    return record("CoordinateReferenceSystemDefinition::SetDatum", {formatArgument(this), formatArgument(datum)});
 }
 
 Status System::SetEllipsoid(const EllipsoidDefinition* ellipsoid)
 {
-    return record("CoordinateReferenceSystemDefinition::SetEllipsoid", {textOf(this), textOf(ellipsoid)});
+    return record("CoordinateReferenceSystemDefinition::SetEllipsoid",
+                  {formatArgument(this), formatArgument(ellipsoid)});
 }
 
 struct OperationData {
@@ -155,7 +156,7 @@ Operation::~CoordinateReferenceSystemOperation()
 Status Operation::Load(const CoordinateReferenceSystemDefinition* definition,
                        CoordinateReferenceSystemOperation*& operation)
 {
-    return recordMaking("CoordinateReferenceSystemOperation::Load", {textOf(definition)}, operation, [&] {
+    return recordCreation("CoordinateReferenceSystemOperation::Load", {formatArgument(definition)}, operation, [&] {
         return new Operation(new OperationData{!definition->data().definition.datumCode.empty()});
     });
 }
@@ -170,7 +171,7 @@ Status Operation::IsDatumBased(bool& answer) const
 Status CoordinateReferenceSystemUtil::GetEllipsoid(const CoordinateReferenceSystemDefinition* definition,
                                                    EllipsoidDefinition*& ellipsoid)
 {
-    return recordMaking("CoordinateReferenceSystemUtil::GetEllipsoid", {textOf(definition)}, ellipsoid, [&] {
+    return recordCreation("CoordinateReferenceSystemUtil::GetEllipsoid", {formatArgument(definition)}, ellipsoid, [&] {
         return new EllipsoidDefinition(
             new DefinitionData{{.type = Type::ellipsoid, .code = definition->data().definition.ellipsoidCode}});
     });
@@ -189,7 +190,7 @@ Status GeodeticTransformationDefinition::Load(const wchar_t* codeOrName, Geodeti
 
 Status GeodeticTransformationDefinition::IsReversible(bool& answer) const
 {
-    const Status status = record("GeodeticTransformationDefinition::IsReversible", {textOf(this)});
+    const Status status = record("GeodeticTransformationDefinition::IsReversible", {formatArgument(this)});
     answer = data().definition.reversible;
     return status;
 }
@@ -207,7 +208,7 @@ Status GeodeticPathDefinition::Load(const wchar_t* codeOrName, GeodeticPathDefin
 
 Status GeodeticPathDefinition::IsReversible(bool& answer) const
 {
-    const Status status = record("GeodeticPathDefinition::IsReversible", {textOf(this)});
+    const Status status = record("GeodeticPathDefinition::IsReversible", {formatArgument(this)});
     answer = data().definition.reversible;
     return status;
 }
@@ -228,7 +229,7 @@ TransformationInfo::~TransformationInfo()
 
 Status TransformationInfo::CreateInstance(TransformationInfo*& info)
 {
-    return recordMaking("TransformationInfo::CreateInstance", {}, info, [] { return new TransformationInfo; });
+    return recordCreation("TransformationInfo::CreateInstance", {}, info, [] { return new TransformationInfo; });
 }
 
 const wchar_t* TransformationInfo::GetName() const
@@ -238,7 +239,7 @@ const wchar_t* TransformationInfo::GetName() const
 
 Status TransformationInfo::SetName(const wchar_t* name)
 {
-    const Status status = record("TransformationInfo::SetName", {textOf(name)});
+    const Status status = record("TransformationInfo::SetName", {formatArgument(name)});
     data_->name = name;
     return status;
 }

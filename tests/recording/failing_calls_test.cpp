@@ -1,4 +1,4 @@
-// A call that fails counts as failed, although it filled its outputs.
+// A call that fills its outputs but reports a failure counts as failed.
 #include "recording/recording_test.h"
 #include "storage/definition_xrecord.h"
 
@@ -19,16 +19,16 @@ protected:
     bool hasNoXrecord() const { return !drawing.xrecord().has_value(); }
 };
 
-TEST_F(FailingCalls, WithoutOne_TheStoredDefinitionsAreRead)
+TEST_F(FailingCalls, NoFailure_ReadsTheStoredDefinitions)
 {
-    giveXrecord(L"MINE:1", {kSystem, kDatum, kEllipsoid});
+    storeXrecord(L"MINE:1", {kSystem, kDatum, kEllipsoid});
     EXPECT_EQ(read(), (Texts{L"MINE:1", L"MINE:2", L"MINE:3"}));
     EXPECT_EQ(result, Qeapp::eOk);
 }
 
-TEST_F(FailingCalls, OfReadingTheStoredDefinitions_MakeThemNone)
+TEST_F(FailingCalls, FailureWhileReadingStoredDefinitions_GivesNone)
 {
-    giveXrecord(L"MINE:1", {kSystem, kDatum, kEllipsoid});
+    storeXrecord(L"MINE:1", {kSystem, kDatum, kEllipsoid});
     for (const char* const call :
          {"DefinitionBase::GetCode", "CoordinateReferenceSystemDefinition::GetKind",
           "CoordinateReferenceSystemDefinition::GetDatumCode", "DatumDefinition::GetEllipsoidCode",
@@ -40,16 +40,16 @@ TEST_F(FailingCalls, OfReadingTheStoredDefinitions_MakeThemNone)
     }
 }
 
-TEST_F(FailingCalls, OfReadingAnEllipsoidalSystem_MakeItNone)
+TEST_F(FailingCalls, FailureWhileReadingAnEllipsoidalSystem_GivesNone)
 {
-    giveXrecord(L"MINE:1", {kEllipsoidal, kEllipsoid});
+    storeXrecord(L"MINE:1", {kEllipsoidal, kEllipsoid});
     ASSERT_EQ(read(), (Texts{L"MINE:1", L"MINE:3"}));
     fail("CoordinateReferenceSystemDefinition::GetEllipsoidCode");
     EXPECT_EQ(read(), Texts());
     EXPECT_EQ(result, Qeapp::eNotApplicable);
 }
 
-TEST_F(FailingCalls, OfTheCatalog_GiveNoDefinition)
+TEST_F(FailingCalls, CatalogFailure_GivesNoDefinition)
 {
     answers().catalog[L"MINE:1"] = kSystem;
     drawing.withLegacyCode(L"MINE:1");
@@ -60,7 +60,7 @@ TEST_F(FailingCalls, OfTheCatalog_GiveNoDefinition)
     EXPECT_EQ(Cs::SetCoordinateSystem(L"MINE:1", database(), &status), Qeapp::eInvalidInput);
 }
 
-TEST_F(FailingCalls, OfTheCatalog_MakeADefinitionUnknown)
+TEST_F(FailingCalls, CatalogFailure_MakesADefinitionUnknown)
 {
     ASSERT_EQ(Cs::SetCoordinateSystem(system().get(), database(), &status), Qeapp::eOk);
     answers().catalog[L"MINE:1"] = kSystem;
@@ -72,7 +72,7 @@ TEST_F(FailingCalls, OfTheCatalog_MakeADefinitionUnknown)
     EXPECT_FALSE(known);
 }
 
-TEST_F(FailingCalls, OfTheCatalog_LeaveTheDrawingsOwnDefinitionToBeStored)
+TEST_F(FailingCalls, CatalogFailure_StoresTheDrawingsOwnDefinition)
 {
     ASSERT_EQ(Cs::SetCoordinateSystem(system().get(), database(), &status), Qeapp::eOk);
     answers().catalog[L"MINE:1"] = {.code = L"MINE:1", .kind = Library::kindNotEarthReferenced};
@@ -81,7 +81,7 @@ TEST_F(FailingCalls, OfTheCatalog_LeaveTheDrawingsOwnDefinitionToBeStored)
     EXPECT_EQ(read(), (Texts{L"MINE:1", L"MINE:2", L"MINE:3"}));
 }
 
-TEST_F(FailingCalls, OfMakingAnArray_AreFailures)
+TEST_F(FailingCalls, FailureToCreateAnArray_ReturnsInvalidInput)
 {
     fail("DefinitionBaseArray::CreateInstance");
     EXPECT_EQ(read(), Texts());
@@ -91,7 +91,7 @@ TEST_F(FailingCalls, OfMakingAnArray_AreFailures)
     EXPECT_EQ(result, Qeapp::eInvalidInput);
 }
 
-TEST_F(FailingCalls, OfWritingTheStoredDefinitions_AreFailures)
+TEST_F(FailingCalls, FailureWhileWritingStoredDefinitions_IsReturned)
 {
     for (const char* const call :
          {"CoordinateReferenceSystemDefinition::GetKind", "CoordinateReferenceSystemOperation::Load",
@@ -111,7 +111,7 @@ TEST_F(FailingCalls, OfWritingTheStoredDefinitions_AreFailures)
     EXPECT_EQ(writeXrecord(), Qeapp::eOk);
 }
 
-TEST_F(FailingCalls, ThatGiveNoDatumOrEllipsoidDespiteSuccess_LeaveNothingToPack)
+TEST_F(FailingCalls, SuccessWithoutADatumOrEllipsoid_ReturnsInvalidResbuf)
 {
     for (const char* const call :
          {"CoordinateReferenceSystemDefinition::GetDatum", "CoordinateReferenceSystemUtil::GetEllipsoid"}) {
@@ -121,7 +121,7 @@ TEST_F(FailingCalls, ThatGiveNoDatumOrEllipsoidDespiteSuccess_LeaveNothingToPack
     EXPECT_TRUE(hasNoXrecord());
 }
 
-TEST_F(FailingCalls, OfWritingTheCode_RefuseTheOlderForms)
+TEST_F(FailingCalls, FailureToReadTheCode_StoresNoOlderForm)
 {
     ASSERT_EQ(Cs::SetCoordinateSystem(system().get(), database(), &status), Qeapp::eOk);
     fail("DefinitionBase::GetCode");
@@ -129,7 +129,7 @@ TEST_F(FailingCalls, OfWritingTheCode_RefuseTheOlderForms)
     EXPECT_TRUE(hasNoXrecord());
 }
 
-TEST_F(FailingCalls, OfWritingWkt_LeaveTheGeoDataObjectWithout)
+TEST_F(FailingCalls, FailureToConvertToWkt_BlanksTheGeoDataText)
 {
     ASSERT_EQ(Cs::SetCoordinateSystem(system().get(), database(), &status), Qeapp::eOk);
     fail("FormatConverter::DefinitionToWkt_s");

@@ -7,7 +7,7 @@ namespace {
 
 class Kinds : public RecordingTest {
 protected:
-    static Definition ofKind(int kind)
+    static Definition makeSystemOfKind(int kind)
     {
         Definition definition = kSystem;
         definition.kind = kind;
@@ -19,16 +19,17 @@ TEST_F(Kinds, OnlyGeographicAndProjectedSystems_AreReadWithAnEllipsoid)
 {
     for (const int kind : {-1, 0, 1, 2, 3, 4, 5, 99}) {
         const bool needsOne = kind == Library::kindGeographic || kind == Library::kindProjected;
-        giveXrecord(L"MINE:1", {ofKind(kind)});
+        storeXrecord(L"MINE:1", {makeSystemOfKind(kind)});
         EXPECT_EQ(read(), needsOne ? Texts() : Texts{L"MINE:1"}) << kind;
         EXPECT_EQ(result, needsOne ? Qeapp::eNotApplicable : Qeapp::eOk) << kind;
     }
 }
 
-TEST_F(Kinds, AllButSystemsThatDoNotReferToTheEarth_AreWrittenWithDatumAndEllipsoid)
+TEST_F(Kinds, SystemsThatReferToTheEarth_AreWrittenWithDatumAndEllipsoid)
 {
     for (const int kind : {-1, 0, 1, 2, 3, 4, 5, 99}) {
-        ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(system(ofKind(kind)).get(), database()), Qeapp::eOk) << kind;
+        ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(system(makeSystemOfKind(kind)).get(), database()), Qeapp::eOk)
+            << kind;
         drawing.withLegacyCode(L"MINE:1");
         EXPECT_EQ(read(),
                   kind == Library::kindNotEarthReferenced ? Texts{L"MINE:1"} : (Texts{L"MINE:1", L"MINE:2", L"MINE:3"}))

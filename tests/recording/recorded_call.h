@@ -1,4 +1,4 @@
-// The library's side of the recorder: each call records itself and asks for its answer.
+// What the library uses: each call records itself and fetches its answer.
 #pragma once
 
 #include <cstddef>
@@ -22,16 +22,16 @@ namespace Tests::Recording {
 /// Records the call. Returns the status that the test set for it, or success.
 Library::Status record(const std::string& name, std::initializer_list<std::string> arguments);
 
-std::string textOf(const Library::DefinitionBase* definition);
-std::string textOf(const wchar_t* text);
-std::string textOf(const unsigned char* bytes, std::size_t length);
+std::string formatArgument(const Library::DefinitionBase* definition);
+std::string formatArgument(const wchar_t* text);
+std::string formatArgument(const unsigned char* bytes, std::size_t length);
 /// "1024 zero bytes", or the number of bytes if not all are zero.
 std::string bufferText(const unsigned char* buffer, std::size_t length);
 
 /// Records a call that returns an object: the result of `make`, or null if the test asks for it.
 template <class Object, class Make>
-Library::Status recordMaking(const std::string& name, std::initializer_list<std::string> arguments, Object*& output,
-                             const Make& make)
+Library::Status recordCreation(const std::string& name, std::initializer_list<std::string> arguments, Object*& output,
+                               const Make& make)
 {
     const Library::Status status = record(name, arguments);
     output = answers().withoutObject.contains(name) ? nullptr : make();

@@ -39,14 +39,14 @@ const std::vector<Call>& calls()
     return record().calls;
 }
 
-std::vector<std::string> callsOf(const std::string& name)
+std::vector<std::string> findCalls(const std::string& name)
 {
-    std::vector<std::string> found;
+    std::vector<std::string> lines;
     for (const Call& call : calls()) {
         if (call.text.starts_with(name + "("))
-            found.push_back(call.text);
+            lines.push_back(call.text);
     }
-    return found;
+    return lines;
 }
 
 void forget()
@@ -65,17 +65,17 @@ Library::Status record(const std::string& name, std::initializer_list<std::strin
     return planned != answers().statuses.end() ? planned->second : Library::statusOk;
 }
 
-std::string textOf(const Library::DefinitionBase* definition)
+std::string formatArgument(const Library::DefinitionBase* definition)
 {
     return definition != nullptr ? Embedded::utf8FromWide(definition->data().definition.code) : "null";
 }
 
-std::string textOf(const wchar_t* text)
+std::string formatArgument(const wchar_t* text)
 {
     return text != nullptr ? '"' + Embedded::utf8FromWide(text) + '"' : "null";
 }
 
-std::string textOf(const unsigned char* bytes, std::size_t length)
+std::string formatArgument(const unsigned char* bytes, std::size_t length)
 {
     std::string text;
     std::for_each(bytes, bytes + length, [&](unsigned char byte) { text += hexadecimal(byte); });

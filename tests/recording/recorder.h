@@ -1,4 +1,4 @@
-// The test's side of the recorder: the recorded calls, and the answers of the library.
+// What a test uses: the recorded calls, and the answers that it sets for the library.
 #pragma once
 
 #include <cstddef>
@@ -26,7 +26,7 @@ struct Definition {
     bool reversible = false;
 };
 
-/// A call with its arguments, as one line, and the number of the host's objects that were open.
+/// A call with its arguments as one line, and the number of host objects that were open.
 struct Call {
     std::string text;
     long openObjects = 0;
@@ -44,8 +44,8 @@ struct Answers {
 /// The answers last until `forget`.
 Answers& answers();
 const std::vector<Call>& calls();
-/// The lines of the calls with that name.
-std::vector<std::string> callsOf(const std::string& name);
+/// Finds the lines of the calls with that name.
+std::vector<std::string> findCalls(const std::string& name);
 /// Deletes the calls, the answers and the stored definitions.
 void forget();
 

@@ -1,4 +1,4 @@
-// The fixture of the recording library: a drawing, and a library without calls and answers.
+// The fixture for the recording library. Each test begins without recorded calls and answers.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -45,15 +45,15 @@ protected:
     }
     static Bytes packed(const Definition& definition)
     {
-        const DefinitionHolder made(Recording::newDefinition(definition));
+        const DefinitionHolder holder(Recording::newDefinition(definition));
         Bytes bytes;
-        EXPECT_TRUE(Orvel::EncodeDefinitionBytes(made.get(), bytes));
+        EXPECT_TRUE(Orvel::EncodeDefinitionBytes(holder.get(), bytes));
         return bytes;
     }
     static void fail(const std::string& call) { answers().statuses[call] = Library::statusFailed; }
 
-    /// Fills the drawing with a legacy code and a definition xrecord of these definitions, in groups.
-    void giveXrecord(const std::wstring& code, const std::vector<Definition>& definitions)
+    /// Stores a legacy code and a definition xrecord with a group for each definition.
+    void storeXrecord(const std::wstring& code, const std::vector<Definition>& definitions)
     {
         Items items{{1071, 1}};
         for (const Definition& each : definitions) {
@@ -64,7 +64,7 @@ protected:
         drawing.withLegacyCode(code).withXrecord(items);
     }
 
-    /// The codes of the definitions in the drawing; nothing if they cannot be read.
+    /// Reads the drawing and returns the codes of its definitions. Returns none if they cannot be read.
     Texts read()
     {
         ArrayHolder definitions;

@@ -19,7 +19,7 @@ protected:
         qeutDelBuffer(bytes);
         return serialized;
     }
-    /// The codes of the definitions in the block. A NUL unit follows the block.
+    /// Reads the block, followed by a NUL unit, and returns the codes of its definitions.
     Texts deserialize(Bytes bytes)
     {
         const auto length = static_cast<int>(bytes.size());
@@ -35,30 +35,30 @@ protected:
     Bytes block;
 };
 
-TEST_F(SerializationArguments, AssignedSystem_IsWrittenInFormat4AndTheNewestSchemaIntoAZeroedBuffer)
+TEST_F(SerializationArguments, AssignedSystem_IsWrittenInFormat4WithTheNewestSchemaToAZeroedBuffer)
 {
     ASSERT_EQ(Cs::SetCoordinateSystem(system().get(), database(), &status), Qeapp::eOk);
     EXPECT_THAT(
-        Recording::callsOf("DefinitionStream::Serialize_s"),
+        Recording::findCalls("DefinitionStream::Serialize_s"),
         ElementsAre("DefinitionStream::Serialize_s(MINE:1, 65536 zero bytes, format 4, schema -1, with dependents)"));
 }
 
 TEST_F(SerializationArguments, TextBlock_IsWrittenWithoutDependents)
 {
     ASSERT_EQ(serialize(kTextVersion), Qeapp::eOk);
-    EXPECT_THAT(Recording::callsOf("DefinitionStream::Serialize_s"),
+    EXPECT_THAT(Recording::findCalls("DefinitionStream::Serialize_s"),
                 ElementsAre("DefinitionStream::Serialize_s(MINE:1, 65536 zero bytes, format 4, schema -1, "
                             "without dependents)"));
 }
 
-TEST_F(SerializationArguments, SuccessThatWritesNoText_GivesAnEmptyOne)
+TEST_F(SerializationArguments, SuccessThatWritesNoText_GivesAnEmptyText)
 {
     answers().written = Bytes();
     ASSERT_EQ(serialize(kTextVersion), Qeapp::eOk);
     EXPECT_EQ(block, Bytes({0, 0}));
 }
 
-TEST_F(SerializationArguments, FailureThatWritesAText_IsAFailure)
+TEST_F(SerializationArguments, FailureThatWritesAText_IsReturned)
 {
     fail("DefinitionStream::Serialize_s");
     EXPECT_EQ(serialize(kTextVersion), Qeapp::eInvalidInput);
@@ -66,26 +66,26 @@ TEST_F(SerializationArguments, FailureThatWritesAText_IsAFailure)
     EXPECT_EQ(drawing.geoDataText().value_or(L""), L"");
 }
 
-TEST_F(SerializationArguments, GeoDataText_IsReadInFormat0AndTheNewestSchema)
+TEST_F(SerializationArguments, GeoDataText_IsReadInFormat0WithTheNewestSchema)
 {
     drawing.withGeoData(L"ab");
     EXPECT_EQ(read(), Texts());
-    EXPECT_THAT(Recording::callsOf("DefinitionStream::Deserialize_s"),
+    EXPECT_THAT(Recording::findCalls("DefinitionStream::Deserialize_s"),
                 ElementsAre("DefinitionStream::Deserialize_s(610062000000, format 0, schema -1)"));
 }
 
-TEST_F(SerializationArguments, TextBlock_IsReadInFormat0AndTheNewestSchema)
+TEST_F(SerializationArguments, TextBlock_IsReadInFormat0WithTheNewestSchema)
 {
     EXPECT_EQ(deserialize({'a', 0, 'b', 0, 0, 0}), Texts());
-    EXPECT_THAT(Recording::callsOf("DefinitionStream::Deserialize_s"),
+    EXPECT_THAT(Recording::findCalls("DefinitionStream::Deserialize_s"),
                 ElementsAre("DefinitionStream::Deserialize_s(610062000000, format 0, schema -1)"));
 }
 
-TEST_F(SerializationArguments, PackedBlock_IsWrittenInFormat2WithoutFlagsIntoAZeroedBuffer)
+TEST_F(SerializationArguments, PackedBlock_IsWrittenInFormat2WithoutFlagsToAZeroedBuffer)
 {
     ASSERT_EQ(serialize(kPackedVersion), Qeapp::eOk);
-    EXPECT_THAT(Recording::callsOf("DefinitionStream::Add"), ElementsAre("DefinitionStream::Add(MINE:1)"));
-    EXPECT_THAT(Recording::callsOf("DefinitionStream::Write"),
+    EXPECT_THAT(Recording::findCalls("DefinitionStream::Add"), ElementsAre("DefinitionStream::Add(MINE:1)"));
+    EXPECT_THAT(Recording::findCalls("DefinitionStream::Write"),
                 ElementsAre("DefinitionStream::Write(1024 zero bytes, format 2, flags 0)"));
 }
 
@@ -101,11 +101,11 @@ TEST_F(SerializationArguments, PackedBlock_IsReadInFormat2WithFlag1)
 {
     ASSERT_EQ(serialize(kPackedVersion), Qeapp::eOk);
     EXPECT_EQ(deserialize(block), Texts{L"MINE:1"});
-    EXPECT_THAT(Recording::callsOf("DefinitionStream::Read"),
+    EXPECT_THAT(Recording::findCalls("DefinitionStream::Read"),
                 ElementsAre("DefinitionStream::Read(0001, format 2, flags 1)"));
 }
 
-TEST_F(SerializationArguments, StreamWhoseReadingFailsWithADefinitionInIt_IsRead)
+TEST_F(SerializationArguments, StreamThatFailsWithADefinition_IsRead)
 {
     ASSERT_EQ(serialize(kPackedVersion), Qeapp::eOk);
     fail("DefinitionStream::Read");
@@ -113,11 +113,11 @@ TEST_F(SerializationArguments, StreamWhoseReadingFailsWithADefinitionInIt_IsRead
     EXPECT_EQ(result, Qeapp::eOk);
 }
 
-TEST_F(SerializationArguments, Wkt_IsWrittenInTheDefaultFlavorInto4096Characters)
+TEST_F(SerializationArguments, Wkt_IsWrittenInTheDefaultFlavorTo4096Characters)
 {
     ASSERT_EQ(Cs::SetCoordinateSystem(system().get(), database(), &status), Qeapp::eOk);
     ASSERT_EQ(Cs::ApplyCoordinateSystemStorageVersion(database(), kPackedVersion, &status), Qeapp::eOk);
-    EXPECT_THAT(Recording::callsOf("FormatConverter::DefinitionToWkt_s"),
+    EXPECT_THAT(Recording::findCalls("FormatConverter::DefinitionToWkt_s"),
                 ElementsAre("FormatConverter::DefinitionToWkt_s(MINE:1, flavor 0, 4096 characters)"));
     EXPECT_EQ(drawing.geoDataText(), L"WKT");
 }

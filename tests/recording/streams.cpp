@@ -23,11 +23,11 @@ namespace {
 using Bytes = std::vector<unsigned char>;
 using Tests::Recording::answers;
 using Tests::Recording::bufferText;
+using Tests::Recording::formatArgument;
 using Tests::Recording::record;
-using Tests::Recording::recordMaking;
-using Tests::Recording::textOf;
+using Tests::Recording::recordCreation;
 
-std::string textOfFormat(SerializationFormat format)
+std::string formatName(SerializationFormat format)
 {
     return "format " + std::to_string(format);
 }
@@ -40,7 +40,7 @@ Bytes write(unsigned char* buffer, std::size_t capacity, const Bytes& own)
     return bytes;
 }
 
-unsigned char numberOf(const std::vector<Definition>& definitions)
+unsigned char storeDefinitions(const std::vector<Definition>& definitions)
 {
     return static_cast<unsigned char>(Tests::Recording::store(definitions));
 }
@@ -71,7 +71,7 @@ DefinitionBaseArray::~DefinitionBaseArray()
 
 Status DefinitionBaseArray::CreateInstance(DefinitionBaseArray*& array)
 {
-    return recordMaking("DefinitionBaseArray::CreateInstance", {}, array, [] { return new DefinitionBaseArray; });
+    return recordCreation("DefinitionBaseArray::CreateInstance", {}, array, [] { return new DefinitionBaseArray; });
 }
 
 int DefinitionBaseArray::GetCount() const
@@ -81,7 +81,7 @@ int DefinitionBaseArray::GetCount() const
 
 Status DefinitionBaseArray::Add(DefinitionBase* definition)
 {
-    const Status status = record("DefinitionBaseArray::Add", {textOf(definition)});
+    const Status status = record("DefinitionBaseArray::Add", {formatArgument(definition)});
     if (status == statusOk)
         data_->items.push_back(definition);
     return status;
@@ -113,12 +113,12 @@ DefinitionStream::~DefinitionStream()
 
 Status DefinitionStream::CreateInstance(DefinitionStream*& stream)
 {
-    return recordMaking("DefinitionStream::CreateInstance", {}, stream, [] { return new DefinitionStream; });
+    return recordCreation("DefinitionStream::CreateInstance", {}, stream, [] { return new DefinitionStream; });
 }
 
 Status DefinitionStream::Add(const DefinitionBase* definition)
 {
-    const Status status = record("DefinitionStream::Add", {textOf(definition)});
+    const Status status = record("DefinitionStream::Add", {formatArgument(definition)});
     data_->definitions.push_back(definition->data().definition);
     return status;
 }
@@ -126,9 +126,9 @@ Status DefinitionStream::Add(const DefinitionBase* definition)
 Status DefinitionStream::Write(unsigned char* buffer, std::size_t& lengthInBytes, SerializationFormat format,
                                int flags) const
 {
-    const Status status = record("DefinitionStream::Write", {bufferText(buffer, lengthInBytes), textOfFormat(format),
+    const Status status = record("DefinitionStream::Write", {bufferText(buffer, lengthInBytes), formatName(format),
                                                              "flags " + std::to_string(flags)});
-    const Bytes written = write(buffer, lengthInBytes, {0, numberOf(data_->definitions)});
+    const Bytes written = write(buffer, lengthInBytes, {0, storeDefinitions(data_->definitions)});
     lengthInBytes = answers().writtenLength.value_or(written.size());
     return status;
 }
@@ -136,7 +136,7 @@ Status DefinitionStream::Write(unsigned char* buffer, std::size_t& lengthInBytes
 Status DefinitionStream::Read(const unsigned char* bytes, std::size_t lengthInBytes, SerializationFormat format,
                               int flags)
 {
-    const Status status = record("DefinitionStream::Read", {textOf(bytes, lengthInBytes), textOfFormat(format),
+    const Status status = record("DefinitionStream::Read", {formatArgument(bytes, lengthInBytes), formatName(format),
                                                             "flags " + std::to_string(flags)});
     data_->definitions = Tests::Recording::stored(lengthInBytes >= 2 ? bytes[1] : 0);
     return status;
@@ -144,8 +144,8 @@ Status DefinitionStream::Read(const unsigned char* bytes, std::size_t lengthInBy
 
 Status DefinitionStream::GetDefinitions(DefinitionBaseArray*& definitions) const
 {
-    return recordMaking("DefinitionStream::GetDefinitions", {}, definitions,
-                        [&] { return newArray(data_->definitions); });
+    return recordCreation("DefinitionStream::GetDefinitions", {}, definitions,
+                          [&] { return newArray(data_->definitions); });
 }
 
 Status DefinitionStream::Serialize_s(const DefinitionBase* definition, unsigned char* buffer,
@@ -153,19 +153,21 @@ Status DefinitionStream::Serialize_s(const DefinitionBase* definition, unsigned 
                                      bool includeDependents)
 {
     const Status status =
-        record("DefinitionStream::Serialize_s", {textOf(definition), bufferText(buffer, bufferLengthInBytes),
-                                                 textOfFormat(format), "schema " + std::to_string(schemaVersion),
+        record("DefinitionStream::Serialize_s", {formatArgument(definition), bufferText(buffer, bufferLengthInBytes),
+                                                 formatName(format), "schema " + std::to_string(schemaVersion),
                                                  includeDependents ? "with dependents" : "without dependents"});
-    static_cast<void>(write(buffer, bufferLengthInBytes, {'#', 0, numberOf({definition->data().definition}), 0, 0, 0}));
+    static_cast<void>(
+        write(buffer, bufferLengthInBytes, {'#', 0, storeDefinitions({definition->data().definition}), 0, 0, 0}));
     return status;
 }
 
 Status DefinitionStream::Deserialize_s(DefinitionBaseArray*& definitions, const unsigned char* bytes,
                                        std::uint64_t lengthInBytes, SerializationFormat format, int schemaVersion)
 {
-    return recordMaking(
+    return recordCreation(
         "DefinitionStream::Deserialize_s",
-        {textOf(bytes, lengthInBytes), textOfFormat(format), "schema " + std::to_string(schemaVersion)}, definitions,
+        {formatArgument(bytes, lengthInBytes), formatName(format), "schema " + std::to_string(schemaVersion)},
+        definitions,
         [&] { return newArray(Tests::Recording::stored(lengthInBytes >= 4 && bytes[0] == '#' ? bytes[2] : 0)); });
 }
 
@@ -173,7 +175,7 @@ Status FormatConverter::DefinitionToWkt_s(const CoordinateReferenceSystemDefinit
                                           wchar_t* buffer, std::size_t bufferCharacters)
 {
     const Status status =
-        record("FormatConverter::DefinitionToWkt_s", {textOf(definition), "flavor " + std::to_string(flavor),
+        record("FormatConverter::DefinitionToWkt_s", {formatArgument(definition), "flavor " + std::to_string(flavor),
                                                       std::to_string(bufferCharacters) + " characters"});
     constexpr std::wstring_view kWkt(L"WKT\0", 4);
     kWkt.copy(buffer, bufferCharacters);

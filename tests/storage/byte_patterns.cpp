@@ -37,7 +37,7 @@ Bytes joined(std::initializer_list<Bytes> parts)
     return bytes;
 }
 
-std::string hexOf(const Bytes& bytes)
+std::string toHex(const Bytes& bytes)
 {
     constexpr char kDigits[] = "0123456789abcdef";
     std::string text;
@@ -48,7 +48,7 @@ std::string hexOf(const Bytes& bytes)
     return text;
 }
 
-Bytes bytesOfHex(const std::string& digits)
+Bytes parseHex(const std::string& digits)
 {
     std::string packed = digits;
     std::erase(packed, ' ');

@@ -14,10 +14,10 @@ using Embedded::ScopedFault;
 
 class DefinitionClassId : public PlatformTest {
 protected:
-    static std::string hexOfClassId(const Library::DefinitionBase* definition)
+    static std::string classIdAsHex(const Library::DefinitionBase* definition)
     {
         const auto bytes = Orvel::DefinitionKindClsid(definition);
-        return bytes ? hexOf(Bytes(bytes->begin(), bytes->end())) : "none";
+        return bytes ? toHex(Bytes(bytes->begin(), bytes->end())) : "none";
     }
 
     static bool isKnown(const Bytes& bytes)
@@ -28,64 +28,64 @@ protected:
     }
 };
 
-TEST_F(DefinitionClassId, SystemHasItsSixteenBytes)
+TEST_F(DefinitionClassId, SystemHasSixteenKnownBytes)
 {
-    EXPECT_EQ(hexOfClassId(catalogSystem(L"EPSG:25832").get()), "4bea003c840bd2119de2080009ace18e");
+    EXPECT_EQ(classIdAsHex(catalogSystem(L"EPSG:25832").get()), "4bea003c840bd2119de2080009ace18e");
 }
 
-TEST_F(DefinitionClassId, DatumHasItsSixteenBytes)
+TEST_F(DefinitionClassId, DatumHasSixteenKnownBytes)
 {
-    EXPECT_EQ(hexOfClassId(catalogDatum(L"EPSG:6258").get()), "b61de0b4130dd2119de2080009ace18e");
+    EXPECT_EQ(classIdAsHex(catalogDatum(L"EPSG:6258").get()), "b61de0b4130dd2119de2080009ace18e");
 }
 
-TEST_F(DefinitionClassId, EllipsoidHasItsSixteenBytes)
+TEST_F(DefinitionClassId, EllipsoidHasSixteenKnownBytes)
 {
-    EXPECT_EQ(hexOfClassId(catalogEllipsoid(L"EPSG:7019").get()), "b41de0b4130dd2119de2080009ace18e");
+    EXPECT_EQ(classIdAsHex(catalogEllipsoid(L"EPSG:7019").get()), "b41de0b4130dd2119de2080009ace18e");
 }
 
-TEST_F(DefinitionClassId, DefinitionOfAnotherTypeHasNone)
+TEST_F(DefinitionClassId, DefinitionOfAnotherTypeHasNoClassId)
 {
-    EXPECT_EQ(hexOfClassId(otherDefinition().get()), "none");
+    EXPECT_EQ(classIdAsHex(otherDefinition().get()), "none");
 }
 
-TEST_F(DefinitionClassId, NullHasNone)
+TEST_F(DefinitionClassId, NullHasNoClassId)
 {
-    EXPECT_EQ(hexOfClassId(nullptr), "none");
+    EXPECT_EQ(classIdAsHex(nullptr), "none");
 }
 
-TEST_F(DefinitionClassId, WhereThereIsNoTextNothingIsConverted)
+TEST_F(DefinitionClassId, DefinitionOfAnotherTypeCausesNoConversion)
 {
-    const ScopedFault anyTextIsConverted(failing("CLSIDFromString", 0));
-    EXPECT_EQ(hexOfClassId(otherDefinition().get()), "none");
+    const ScopedFault fault(failing("CLSIDFromString", 0)); // any conversion would give a class id
+    EXPECT_EQ(classIdAsHex(otherDefinition().get()), "none");
 }
 
-TEST_F(DefinitionClassId, TransformationHasNone)
+TEST_F(DefinitionClassId, TransformationHasNoClassId)
 {
     Orvel::LibraryObject<Library::GeodeticTransformationDefinition> transformation;
     ASSERT_EQ(Library::GeodeticTransformationDefinition::Load(L"EPSG:3859", transformation.put()), Library::statusOk);
-    EXPECT_EQ(hexOfClassId(transformation.get()), "none");
+    EXPECT_EQ(classIdAsHex(transformation.get()), "none");
 }
 
-TEST_F(DefinitionClassId, FailingConversionOfTheTextGivesNone)
+TEST_F(DefinitionClassId, FailingConversionFromTextGivesNoClassId)
 {
     const auto system = catalogSystem(L"EPSG:25832");
     const ScopedFault fault(failing("CLSIDFromString"));
-    EXPECT_EQ(hexOfClassId(system.get()), "none");
+    EXPECT_EQ(classIdAsHex(system.get()), "none");
 }
 
-TEST_F(DefinitionClassId, TheThreeIdentifiersAreKnown)
+TEST_F(DefinitionClassId, ClassIdsOfTheThreeKindsAreKnown)
 {
     EXPECT_TRUE(isKnown(kSystemClassId));
     EXPECT_TRUE(isKnown(kDatumClassId));
     EXPECT_TRUE(isKnown(kEllipsoidClassId));
 }
 
-TEST_F(DefinitionClassId, IdentifierWithAnyByteChangedIsUnknown)
+TEST_F(DefinitionClassId, ClassIdWithAnyByteChangedIsUnknown)
 {
     for (Bytes classId : {kSystemClassId, kDatumClassId, kEllipsoidClassId}) {
         for (unsigned char& byte : classId) {
-            byte ^= 0x40; // leads from none of the three to another
-            EXPECT_FALSE(isKnown(classId)) << hexOf(classId);
+            byte ^= 0x40; // turns none of the three into another
+            EXPECT_FALSE(isKnown(classId)) << toHex(classId);
             byte ^= 0x40;
         }
     }
@@ -96,13 +96,13 @@ TEST_F(DefinitionClassId, ZerosAreUnknown)
     EXPECT_FALSE(isKnown(repeated(0, 16)));
 }
 
-TEST_F(DefinitionClassId, FailingConversionToTextMakesItUnknown)
+TEST_F(DefinitionClassId, ClassIdWhoseConversionToTextFailsIsUnknown)
 {
     const ScopedFault fault(failing("StringFromCLSID"));
     EXPECT_FALSE(isKnown(kSystemClassId));
 }
 
-TEST_F(DefinitionClassId, ConversionThatSucceedsWithoutATextMakesItUnknown)
+TEST_F(DefinitionClassId, ClassIdWhoseConversionReturnsNoTextIsUnknown)
 {
     const ScopedFault fault(failing("StringFromCLSID", 0));
     EXPECT_FALSE(isKnown(kSystemClassId));

@@ -12,7 +12,7 @@ using Orvel::ValidateCsDefinitionSet;
 
 class DefinitionSetValidation : public PlatformTest {
 protected:
-    // ETRS89 / UTM zone 32N with its own datum and ellipsoid, and others.
+    // ETRS89 / UTM zone 32N with its datum and ellipsoid, and pieces of other systems.
     const SystemHolder projected = catalogSystem(L"EPSG:25832");
     const DatumHolder datum = catalogDatum(L"EPSG:6258");
     const EllipsoidHolder ellipsoid = catalogEllipsoid(L"EPSG:7019");
@@ -27,7 +27,7 @@ protected:
     }
 };
 
-TEST_F(DefinitionSetValidation, SystemWithItsDatumAndItsEllipsoidIsValid)
+TEST_F(DefinitionSetValidation, SystemWithItsDatumAndEllipsoidIsValid)
 {
     EXPECT_TRUE(isValid(L"EPSG:25832", projected, datum, ellipsoid));
     EXPECT_TRUE(isValid(L"EPSG:4258", catalogSystem(L"EPSG:4258"), datum, ellipsoid));
@@ -38,30 +38,25 @@ TEST_F(DefinitionSetValidation, NullCodeIsInvalid)
     EXPECT_FALSE(isValid(nullptr, projected, datum, ellipsoid));
 }
 
-TEST_F(DefinitionSetValidation, EmptyCodeIsInvalid)
+TEST_F(DefinitionSetValidation, EmptyCodeIsRejectedBeforeAnyLibraryCall)
 {
-    EXPECT_FALSE(isValid(L"", projected, datum, ellipsoid));
-}
-
-TEST_F(DefinitionSetValidation, WithoutACodeTheDefinitionsAreNotAsked)
-{
-    const auto calls = fallibleCallsOf([&] { EXPECT_FALSE(isValid(L"", projected, datum, ellipsoid)); });
+    const auto calls = recordFallibleCalls([&] { EXPECT_FALSE(isValid(L"", projected, datum, ellipsoid)); });
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(DefinitionSetValidation, NoSystemIsInvalid)
+TEST_F(DefinitionSetValidation, SetWithoutASystemIsInvalid)
 {
     EXPECT_FALSE(isValid(L"EPSG:25832", {}, datum, ellipsoid));
 }
 
-TEST_F(DefinitionSetValidation, AnotherCodeIsInvalid)
+TEST_F(DefinitionSetValidation, CodeOfAnotherSystemIsInvalid)
 {
     EXPECT_FALSE(isValid(L"EPSG:25833", projected, datum, ellipsoid));
     EXPECT_FALSE(isValid(L"EPSG:2583", projected, datum, ellipsoid));
     EXPECT_FALSE(isValid(L"EPSG:25832 ", projected, datum, ellipsoid));
 }
 
-TEST_F(DefinitionSetValidation, CodeInOtherLettersIsValid)
+TEST_F(DefinitionSetValidation, CodeInAnotherCaseIsValid)
 {
     EXPECT_TRUE(isValid(L"epsg:25832", projected, datum, ellipsoid));
     EXPECT_TRUE(isValid(L"ePsG:25832", projected, datum, ellipsoid));
@@ -74,22 +69,22 @@ TEST_F(DefinitionSetValidation, GeographicOrProjectedSystemNeedsAnEllipsoid)
     EXPECT_FALSE(isValid(L"EPSG:4019", withoutDatum, {}, {}));
 }
 
-TEST_F(DefinitionSetValidation, SystemThatNamesADatumNeedsIt)
+TEST_F(DefinitionSetValidation, SystemWithADatumCodeNeedsThatDatum)
 {
     EXPECT_FALSE(isValid(L"EPSG:25832", projected, {}, ellipsoid));
 }
 
-TEST_F(DefinitionSetValidation, ForeignDatumIsInvalid)
+TEST_F(DefinitionSetValidation, DatumOfAnotherSystemIsInvalid)
 {
     EXPECT_FALSE(isValid(L"EPSG:25832", projected, foreignDatum, ellipsoid));
 }
 
-TEST_F(DefinitionSetValidation, ForeignEllipsoidIsInvalid)
+TEST_F(DefinitionSetValidation, EllipsoidOfAnotherDatumIsInvalid)
 {
     EXPECT_FALSE(isValid(L"EPSG:25832", projected, datum, foreignEllipsoid));
 }
 
-TEST_F(DefinitionSetValidation, EllipsoidMustBeTheOneOfTheDatum)
+TEST_F(DefinitionSetValidation, EllipsoidMustMatchTheDatum)
 {
     const DatumHolder sameDatum = catalogDatum(L"EPSG:6258");
     ASSERT_EQ(sameDatum->SetEllipsoid(foreignEllipsoid.get()), Library::statusOk);
@@ -97,53 +92,53 @@ TEST_F(DefinitionSetValidation, EllipsoidMustBeTheOneOfTheDatum)
     EXPECT_FALSE(isValid(L"EPSG:25832", projected, sameDatum, ellipsoid));
 }
 
-TEST_F(DefinitionSetValidation, SystemWithoutADatumNeedsItsEllipsoidAlone)
+TEST_F(DefinitionSetValidation, SystemWithoutADatumNeedsOnlyItsEllipsoid)
 {
     EXPECT_TRUE(isValid(L"EPSG:4019", withoutDatum, {}, ellipsoid));
 }
 
-TEST_F(DefinitionSetValidation, DatumBesideASystemWithoutOneIsInvalid)
+TEST_F(DefinitionSetValidation, DatumWithASystemThatHasNoneIsInvalid)
 {
     EXPECT_FALSE(isValid(L"EPSG:4019", withoutDatum, datum, ellipsoid));
 }
 
-TEST_F(DefinitionSetValidation, ForeignEllipsoidOfASystemWithoutADatumIsInvalid)
+TEST_F(DefinitionSetValidation, SystemWithoutADatumMustMatchTheEllipsoid)
 {
     EXPECT_FALSE(isValid(L"EPSG:4019", withoutDatum, {}, foreignEllipsoid));
 }
 
-TEST_F(DefinitionSetValidation, KindOneNeedsNothing)
+TEST_F(DefinitionSetValidation, SystemOfKindOneNeedsNoDatumOrEllipsoid)
 {
     EXPECT_TRUE(isValid(L"LOCAL:METRE", catalogSystem(L"LOCAL:METRE"), {}, {}));
 }
 
-TEST_F(DefinitionSetValidation, KindOneIsValidWithAnythingBeside)
+TEST_F(DefinitionSetValidation, SystemOfKindOneIsValidWithAnyDatumAndEllipsoid)
 {
     EXPECT_TRUE(isValid(L"LOCAL:METRE", catalogSystem(L"LOCAL:METRE"), foreignDatum, foreignEllipsoid));
 }
 
-TEST_F(DefinitionSetValidation, KindFourNeedsNothing)
+TEST_F(DefinitionSetValidation, SystemOfKindFourIsValidWithAnyDatumAndEllipsoidOrNone)
 {
     EXPECT_TRUE(isValid(L"EPSG:4978", catalogSystem(L"EPSG:4978"), {}, {}));
     EXPECT_TRUE(isValid(L"EPSG:4978", catalogSystem(L"EPSG:4978"), foreignDatum, foreignEllipsoid));
 }
 
-TEST_F(DefinitionSetValidation, KindOneStillNeedsItsCode)
+TEST_F(DefinitionSetValidation, SystemOfKindOneMustHaveTheGivenCode)
 {
     EXPECT_FALSE(isValid(L"LOCAL:FOOT", catalogSystem(L"LOCAL:METRE"), {}, {}));
 }
 
-TEST_F(DefinitionSetValidation, CodesOfDatumAndEllipsoidAreComparedWithoutRegardToCase)
+TEST_F(DefinitionSetValidation, DatumAndEllipsoidCodesAreComparedIgnoringCase)
 {
     const UserSystem lower{.datum = L"some datum", .ellipsoid = L"some ellipsoid"};
     const UserSystem upper{.datum = L"SOME DATUM", .ellipsoid = L"SOME ELLIPSOID"};
-    EXPECT_TRUE(isValid(L"MINE:1", lower.system(), upper.datumOfSystem(), upper.ellipsoidOfSystem()));
-    EXPECT_TRUE(isValid(L"MINE:1", lower.system(), upper.datumOfSystem(), lower.ellipsoidOfSystem()));
+    EXPECT_TRUE(isValid(L"MINE:1", lower.makeSystem(), upper.makeDatum(), upper.makeEllipsoid()));
+    EXPECT_TRUE(isValid(L"MINE:1", lower.makeSystem(), upper.makeDatum(), lower.makeEllipsoid()));
 }
 
-TEST_F(DefinitionSetValidation, AnyFailingQueryMakesTheSetInvalid)
+TEST_F(DefinitionSetValidation, EveryFailingQueryMakesTheSetInvalid)
 {
-    const auto calls = fallibleCallsOf([&] { EXPECT_TRUE(isValid(L"EPSG:25832", projected, datum, ellipsoid)); });
+    const auto calls = recordFallibleCalls([&] { EXPECT_TRUE(isValid(L"EPSG:25832", projected, datum, ellipsoid)); });
     ASSERT_EQ(calls.size(), 6U) << "code and kind, datum and ellipsoid code of the system or datum, and their own";
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
@@ -151,9 +146,9 @@ TEST_F(DefinitionSetValidation, AnyFailingQueryMakesTheSetInvalid)
     }
 }
 
-TEST_F(DefinitionSetValidation, AnyFailingQueryMakesTheSetWithoutADatumInvalid)
+TEST_F(DefinitionSetValidation, EveryFailingQueryMakesASetWithoutADatumInvalid)
 {
-    const auto calls = fallibleCallsOf([&] { EXPECT_TRUE(isValid(L"EPSG:4019", withoutDatum, {}, ellipsoid)); });
+    const auto calls = recordFallibleCalls([&] { EXPECT_TRUE(isValid(L"EPSG:4019", withoutDatum, {}, ellipsoid)); });
     ASSERT_EQ(calls.size(), 5U);
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
@@ -161,10 +156,10 @@ TEST_F(DefinitionSetValidation, AnyFailingQueryMakesTheSetWithoutADatumInvalid)
     }
 }
 
-TEST_F(DefinitionSetValidation, AnyFailingQueryMakesKindOneInvalid)
+TEST_F(DefinitionSetValidation, EveryFailingQueryMakesASystemOfKindOneInvalid)
 {
     const auto local = catalogSystem(L"LOCAL:METRE");
-    const auto calls = fallibleCallsOf([&] { EXPECT_TRUE(isValid(L"LOCAL:METRE", local, {}, {})); });
+    const auto calls = recordFallibleCalls([&] { EXPECT_TRUE(isValid(L"LOCAL:METRE", local, {}, {})); });
     ASSERT_EQ(calls.size(), 2U) << "code and kind";
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
@@ -180,10 +175,6 @@ protected:
     {
         set.take(Orvel::LibraryObject<Library::DefinitionBase>(definition));
     }
-    Texts slots() const
-    {
-        return {described(set.system.get()), described(set.datum.get()), described(set.ellipsoid.get())};
-    }
 };
 
 TEST_F(DefinitionSetSlots, EachDefinitionGoesIntoTheSlotOfItsKind)
@@ -191,7 +182,7 @@ TEST_F(DefinitionSetSlots, EachDefinitionGoesIntoTheSlotOfItsKind)
     take(catalogEllipsoid(L"EPSG:7019").release());
     take(catalogSystem(L"EPSG:25832").release());
     take(catalogDatum(L"EPSG:6258").release());
-    EXPECT_EQ(slots(), (Texts{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"}));
+    EXPECT_EQ(describe(set), (Texts{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"}));
 }
 
 TEST_F(DefinitionSetSlots, LaterDefinitionOfAKindReplacesTheEarlier)
@@ -202,7 +193,7 @@ TEST_F(DefinitionSetSlots, LaterDefinitionOfAKindReplacesTheEarlier)
     take(catalogDatum(L"EPSG:6269").release());
     take(catalogEllipsoid(L"EPSG:7019").release());
     take(catalogEllipsoid(L"EPSG:7004").release());
-    EXPECT_EQ(slots(), (Texts{L"system EPSG:25833", L"datum EPSG:6269", L"ellipsoid EPSG:7004"}));
+    EXPECT_EQ(describe(set), (Texts{L"system EPSG:25833", L"datum EPSG:6269", L"ellipsoid EPSG:7004"}));
 }
 
 TEST_F(DefinitionSetSlots, DefinitionOfAnotherKindIsDestroyedAndChangesNothing)
@@ -211,99 +202,90 @@ TEST_F(DefinitionSetSlots, DefinitionOfAnotherKindIsDestroyedAndChangesNothing)
     const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     take(otherDefinition().release());
     EXPECT_EQ(Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now()), "");
-    EXPECT_EQ(slots(), (Texts{L"none", L"datum EPSG:6258", L"none"}));
+    EXPECT_EQ(describe(set), (Texts{L"none", L"datum EPSG:6258", L"none"}));
 }
 
 TEST_F(DefinitionSetSlots, NullChangesNothing)
 {
     take(catalogDatum(L"EPSG:6258").release());
     take(nullptr);
-    EXPECT_EQ(slots(), (Texts{L"none", L"datum EPSG:6258", L"none"}));
+    EXPECT_EQ(describe(set), (Texts{L"none", L"datum EPSG:6258", L"none"}));
 }
 
 class DefinitionSetLinking : public PlatformTest {
 protected:
-    // The same codes everywhere, and an ellipsoid of another size in each piece, so that one can see whose it is.
+    // All pieces have the same codes. Each piece has an ellipsoid of its own size, which tells where it came from.
     Orvel::DefinitionSet set;
 
-    void giveSystemWithDatum()
+    void setSystemWithDatum()
     {
-        set.system = UserSystem{.semiMajorAxis = 6371000}.system();
-        set.datum = UserSystem{.semiMajorAxis = 6372000}.datumOfSystem();
-        set.ellipsoid = UserSystem{.semiMajorAxis = 6373000}.ellipsoidOfSystem();
+        set.system = UserSystem{.semiMajorAxis = 6371000}.makeSystem();
+        set.datum = UserSystem{.semiMajorAxis = 6372000}.makeDatum();
+        set.ellipsoid = UserSystem{.semiMajorAxis = 6373000}.makeEllipsoid();
     }
-    void giveSystemWithoutDatum()
+    void setSystemWithoutDatum()
     {
         set.system = catalogSystem(L"EPSG:4019");
         set.ellipsoid =
-            UserSystem{.ellipsoidIdentifier = L"ID[\"EPSG\",7019]", .semiMajorAxis = 6373000}.ellipsoidOfSystem();
+            UserSystem{.ellipsoidIdentifier = L"ID[\"EPSG\",7019]", .semiMajorAxis = 6373000}.makeEllipsoid();
     }
     using Calls = std::vector<std::string>;
-    Calls callsOfLinking()
+    Calls recordLinkingCalls()
     {
-        Calls names;
-        for (const FallibleCall& call : fallibleCallsOf([&] { Orvel::linkDefinitionSet(set); }))
-            names.push_back(call.name);
-        return names;
+        return recordCalls([&] { Orvel::linkDefinitionSet(set); });
     }
-    static double axisOf(const EllipsoidHolder& ellipsoid)
+    static double semiMajorAxis(const EllipsoidHolder& ellipsoid)
     {
         double axis = 0;
         EXPECT_EQ(ellipsoid->GetSemiMajorAxisInMetres(axis), Library::statusOk);
         return axis;
     }
-    double axisOfSystem() const
-    {
-        EllipsoidHolder ellipsoid;
-        EXPECT_EQ(Library::CoordinateReferenceSystemUtil::GetEllipsoid(set.system.get(), ellipsoid.put()),
-                  Library::statusOk);
-        return axisOf(ellipsoid);
-    }
-    double axisOfDatum() const
+    double systemAxis() const { return semiMajorAxis(getEllipsoid(set.system)); }
+    double datumAxis() const
     {
         EllipsoidHolder ellipsoid;
         EXPECT_EQ(set.datum->GetEllipsoid(ellipsoid.put()), Library::statusOk);
-        return axisOf(ellipsoid);
+        return semiMajorAxis(ellipsoid);
     }
 };
 
-TEST_F(DefinitionSetLinking, EllipsoidGoesIntoTheDatumAndTheDatumIntoTheSystem)
+TEST_F(DefinitionSetLinking, DatumGetsTheEllipsoidAndTheSystemGetsTheDatum)
 {
-    giveSystemWithDatum();
+    setSystemWithDatum();
     Orvel::linkDefinitionSet(set);
-    EXPECT_EQ(axisOfDatum(), 6373000);
-    EXPECT_EQ(axisOfSystem(), 6373000);
+    EXPECT_EQ(datumAxis(), 6373000);
+    EXPECT_EQ(systemAxis(), 6373000);
 }
 
-TEST_F(DefinitionSetLinking, EllipsoidGoesIntoASystemWithoutADatum)
+TEST_F(DefinitionSetLinking, SystemWithoutADatumGetsTheEllipsoid)
 {
-    giveSystemWithoutDatum();
+    setSystemWithoutDatum();
     Orvel::linkDefinitionSet(set);
-    EXPECT_EQ(axisOfSystem(), 6373000);
-    EXPECT_EQ(described(set.system.get()), L"system EPSG:4019");
+    EXPECT_EQ(systemAxis(), 6373000);
+    EXPECT_EQ(describe(set.system.get()), L"system EPSG:4019");
 }
 
-TEST_F(DefinitionSetLinking, SystemWithoutADatumAndWithoutAnEllipsoidStaysAsItIs)
+TEST_F(DefinitionSetLinking, SystemWithoutDatumAndEllipsoidIsUnchanged)
 {
-    giveSystemWithoutDatum();
+    setSystemWithoutDatum();
     set.ellipsoid.reset();
-    const double before = axisOfSystem();
+    const double before = systemAxis();
     Orvel::linkDefinitionSet(set);
-    EXPECT_EQ(axisOfSystem(), before);
+    EXPECT_EQ(systemAxis(), before);
 }
 
-TEST_F(DefinitionSetLinking, MissingEllipsoidIsGivenToNeither)
+TEST_F(DefinitionSetLinking, MissingEllipsoidIsNotLinked)
 {
-    giveSystemWithDatum();
+    setSystemWithDatum();
     set.ellipsoid.reset();
-    EXPECT_EQ(callsOfLinking(), (Calls{"CoordinateReferenceSystemDefinition::GetDatumCode",
-                                       "CoordinateReferenceSystemDefinition::SetDatum"}));
-    giveSystemWithoutDatum();
+    EXPECT_EQ(recordLinkingCalls(), (Calls{"CoordinateReferenceSystemDefinition::GetDatumCode",
+                                           "CoordinateReferenceSystemDefinition::SetDatum"}));
+    setSystemWithoutDatum();
     set.ellipsoid.reset();
-    EXPECT_EQ(callsOfLinking(), (Calls{"CoordinateReferenceSystemDefinition::GetDatumCode"}));
+    EXPECT_EQ(recordLinkingCalls(), (Calls{"CoordinateReferenceSystemDefinition::GetDatumCode"}));
 }
 
-TEST_F(DefinitionSetLinking, KindOneStaysAsItIs)
+TEST_F(DefinitionSetLinking, SystemOfKindOneIsUnchanged)
 {
     set.system = catalogSystem(L"LOCAL:METRE");
     const std::wstring before = serializedText(set.system.get());
@@ -311,7 +293,7 @@ TEST_F(DefinitionSetLinking, KindOneStaysAsItIs)
     EXPECT_EQ(serializedText(set.system.get()), before);
 }
 
-TEST_F(DefinitionSetLinking, SystemOfKindFourWithoutItsDatumStaysAsItIs)
+TEST_F(DefinitionSetLinking, SystemOfKindFourWithoutItsDatumIsUnchanged)
 {
     set.system = catalogSystem(L"EPSG:4978");
     set.ellipsoid = catalogEllipsoid(L"EPSG:7019");
@@ -320,14 +302,14 @@ TEST_F(DefinitionSetLinking, SystemOfKindFourWithoutItsDatumStaysAsItIs)
     EXPECT_EQ(serializedText(set.system.get()), before);
 }
 
-TEST_F(DefinitionSetLinking, LinkThatFailsLeavesTheSystemAsItWasStored)
+TEST_F(DefinitionSetLinking, FailedLinkLeavesTheStoredSystem)
 {
     for (const char* const call :
          {"CoordinateReferenceSystemDefinition::GetDatumCode", "CoordinateReferenceSystemDefinition::SetDatum"}) {
-        giveSystemWithDatum();
+        setSystemWithDatum();
         const ScopedFault fault(failing(call));
         Orvel::linkDefinitionSet(set);
-        EXPECT_EQ(axisOfSystem(), 6371000) << call;
+        EXPECT_EQ(systemAxis(), 6371000) << call;
     }
 }
 

@@ -18,22 +18,22 @@ protected:
     const SystemHolder system = catalogSystem(L"EPSG:25832");
     const DatumHolder datum = catalogDatum(L"EPSG:6258");
     const EllipsoidHolder ellipsoid = catalogEllipsoid(L"EPSG:7019");
-    Orvel::DefinitionSet found;
+    Orvel::DefinitionSet definitions;
 
     Items groups() const
     {
-        return joinedItems({groupOf(system.get()), groupOf(datum.get()), groupOf(ellipsoid.get())});
+        return joinedItems({makeGroup(system.get()), makeGroup(datum.get()), makeGroup(ellipsoid.get())});
     }
     Items chunks() const
     {
-        return joinedItems({chunkOf(system.get()), chunkOf(datum.get()), chunkOf(ellipsoid.get())});
+        return joinedItems({makeChunk(system.get()), makeChunk(datum.get()), makeChunk(ellipsoid.get())});
     }
     static Items layout(int number) { return {{1071, number}}; }
 
     bool readFrom(const Drawing& drawing, const wchar_t* code = L"EPSG:25832")
     {
-        found.system = catalogSystem(L"LOCAL:FOOT"); // something that must be gone afterwards
-        return Orvel::ReadCsDefinitionXrecord(drawing.database(), code, found);
+        definitions.system = catalogSystem(L"LOCAL:FOOT"); // must be replaced or removed
+        return Orvel::ReadCsDefinitionXrecord(drawing.database(), code, definitions);
     }
     bool readFrom(const Items& chain, const wchar_t* code = L"EPSG:25832")
     {
@@ -44,10 +44,6 @@ protected:
         EXPECT_EQ(drawing.contents(), before);
         return result;
     }
-    Texts slots() const
-    {
-        return {described(found.system.get()), described(found.datum.get()), described(found.ellipsoid.get())};
-    }
 };
 
 const Texts kWhole{L"system EPSG:25832", L"datum EPSG:6258", L"ellipsoid EPSG:7019"};
@@ -56,43 +52,43 @@ const Texts kNothing{L"none", L"none", L"none"};
 TEST_F(DefinitionXrecordReading, CurrentLayoutGivesTheThreeDefinitions)
 {
     ASSERT_TRUE(readFrom(joinedItems({layout(1), groups()})));
-    EXPECT_EQ(slots(), kWhole);
+    EXPECT_EQ(describe(definitions), kWhole);
 }
 
-TEST_F(DefinitionXrecordReading, GroupsMayStandInAnyOrder)
+TEST_F(DefinitionXrecordReading, GroupsAreReadInAnyOrder)
 {
-    ASSERT_TRUE(
-        readFrom(joinedItems({layout(1), groupOf(ellipsoid.get()), groupOf(datum.get()), groupOf(system.get())})));
-    EXPECT_EQ(slots(), kWhole);
+    ASSERT_TRUE(readFrom(
+        joinedItems({layout(1), makeGroup(ellipsoid.get()), makeGroup(datum.get()), makeGroup(system.get())})));
+    EXPECT_EQ(describe(definitions), kWhole);
 }
 
 TEST_F(DefinitionXrecordReading, ChainWithoutALayoutHoldsStandaloneChunks)
 {
     ASSERT_TRUE(readFrom(chunks()));
-    EXPECT_EQ(slots(), kWhole);
+    EXPECT_EQ(describe(definitions), kWhole);
 }
 
 TEST_F(DefinitionXrecordReading, LayoutZeroHoldsStandaloneChunks)
 {
     ASSERT_TRUE(readFrom(joinedItems({layout(0), chunks()})));
-    EXPECT_EQ(slots(), kWhole);
+    EXPECT_EQ(describe(definitions), kWhole);
 }
 
-TEST_F(DefinitionXrecordReading, EveryOtherCodeIsSkippedAmongStandaloneChunks)
+TEST_F(DefinitionXrecordReading, OtherCodesBetweenStandaloneChunksAreSkipped)
 {
     const Items others{{300, L"text"},      {1000, L"string"}, {1002, L"{"}, {1002, L"}"},
                        {1004, Bytes{1, 2}}, {1040, 1.5},       {1070, 3},    {1071, 9}};
     const Items chain = joinedItems({{{300, L"first"}},
-                                     chunkOf(system.get()),
+                                     makeChunk(system.get()),
                                      others,
-                                     chunkOf(datum.get()),
+                                     makeChunk(datum.get()),
                                      others,
-                                     chunkOf(ellipsoid.get()),
+                                     makeChunk(ellipsoid.get()),
                                      others});
     ASSERT_TRUE(readFrom(chain));
-    EXPECT_EQ(slots(), kWhole);
+    EXPECT_EQ(describe(definitions), kWhole);
     ASSERT_TRUE(readFrom(joinedItems({layout(0), others, chain})));
-    EXPECT_EQ(slots(), kWhole);
+    EXPECT_EQ(describe(definitions), kWhole);
 }
 
 TEST_F(DefinitionXrecordReading, LayoutNumberCountsOnlyAtTheBeginning)
@@ -116,113 +112,113 @@ TEST_F(DefinitionXrecordReading, AnyOtherLayoutIsRejected)
     for (const int number : {2, 3, 256, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
         EXPECT_FALSE(readFrom(joinedItems({layout(number), groups()}))) << number;
         EXPECT_FALSE(readFrom(joinedItems({layout(number), chunks()}))) << number;
-        EXPECT_EQ(slots(), kNothing);
+        EXPECT_EQ(describe(definitions), kNothing);
     }
 }
 
-TEST_F(DefinitionXrecordReading, SystemOfKindOneStandsAlone)
+TEST_F(DefinitionXrecordReading, SystemOfKindOneIsReadWithoutDatumAndEllipsoid)
 {
     const auto local = catalogSystem(L"LOCAL:METRE");
-    ASSERT_TRUE(readFrom(joinedItems({layout(1), groupOf(local.get())}), L"LOCAL:METRE"));
-    EXPECT_EQ(slots(), (Texts{L"system LOCAL:METRE", L"none", L"none"}));
+    ASSERT_TRUE(readFrom(joinedItems({layout(1), makeGroup(local.get())}), L"LOCAL:METRE"));
+    EXPECT_EQ(describe(definitions), (Texts{L"system LOCAL:METRE", L"none", L"none"}));
 }
 
-TEST_F(DefinitionXrecordReading, SystemWithoutADatumStandsWithItsEllipsoid)
+TEST_F(DefinitionXrecordReading, SystemWithoutADatumIsReadWithItsEllipsoid)
 {
     const auto withoutDatum = catalogSystem(L"EPSG:4019");
-    const Items chain = joinedItems({layout(1), groupOf(withoutDatum.get()), groupOf(ellipsoid.get())});
+    const Items chain = joinedItems({layout(1), makeGroup(withoutDatum.get()), makeGroup(ellipsoid.get())});
     ASSERT_TRUE(readFrom(chain, L"EPSG:4019"));
-    EXPECT_EQ(slots(), (Texts{L"system EPSG:4019", L"none", L"ellipsoid EPSG:7019"}));
+    EXPECT_EQ(describe(definitions), (Texts{L"system EPSG:4019", L"none", L"ellipsoid EPSG:7019"}));
 }
 
-TEST_F(DefinitionXrecordReading, CodeInOtherLettersIsAccepted)
+TEST_F(DefinitionXrecordReading, CodeInAnotherCaseIsAccepted)
 {
     ASSERT_TRUE(readFrom(joinedItems({layout(1), groups()}), L"epsg:25832"));
-    EXPECT_EQ(slots(), kWhole);
+    EXPECT_EQ(describe(definitions), kWhole);
 }
 
-TEST_F(DefinitionXrecordReading, AnotherCodeIsRejected)
+TEST_F(DefinitionXrecordReading, CodeOfAnotherSystemIsRejected)
 {
     EXPECT_FALSE(readFrom(joinedItems({layout(1), groups()}), L"EPSG:25833"));
-    EXPECT_EQ(slots(), kNothing);
+    EXPECT_EQ(describe(definitions), kNothing);
 }
 
-TEST_F(DefinitionXrecordReading, NoCodeIsRejected)
+TEST_F(DefinitionXrecordReading, MissingCodeIsRejected)
 {
     EXPECT_FALSE(readFrom(joinedItems({layout(1), groups()}), L""));
     EXPECT_FALSE(readFrom(joinedItems({layout(1), groups()}), nullptr));
-    EXPECT_EQ(slots(), kNothing);
+    EXPECT_EQ(describe(definitions), kNothing);
 }
 
 TEST_F(DefinitionXrecordReading, MissingGroupIsRejected)
 {
-    EXPECT_FALSE(readFrom(joinedItems({layout(1), groupOf(system.get()), groupOf(datum.get())})));
-    EXPECT_FALSE(readFrom(joinedItems({layout(1), groupOf(system.get()), groupOf(ellipsoid.get())})));
-    EXPECT_FALSE(readFrom(joinedItems({layout(1), groupOf(datum.get()), groupOf(ellipsoid.get())})));
-    EXPECT_EQ(slots(), kNothing);
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), makeGroup(system.get()), makeGroup(datum.get())})));
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), makeGroup(system.get()), makeGroup(ellipsoid.get())})));
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), makeGroup(datum.get()), makeGroup(ellipsoid.get())})));
+    EXPECT_EQ(describe(definitions), kNothing);
 }
 
-TEST_F(DefinitionXrecordReading, ForeignPieceIsRejected)
+TEST_F(DefinitionXrecordReading, DatumOrEllipsoidOfAnotherSystemIsRejected)
 {
     const auto otherDatum = catalogDatum(L"EPSG:6269");
     const auto otherEllipsoid = catalogEllipsoid(L"EPSG:7004");
-    EXPECT_FALSE(
-        readFrom(joinedItems({layout(1), groupOf(system.get()), groupOf(otherDatum.get()), groupOf(ellipsoid.get())})));
-    EXPECT_FALSE(
-        readFrom(joinedItems({layout(1), groupOf(system.get()), groupOf(datum.get()), groupOf(otherEllipsoid.get())})));
+    EXPECT_FALSE(readFrom(
+        joinedItems({layout(1), makeGroup(system.get()), makeGroup(otherDatum.get()), makeGroup(ellipsoid.get())})));
+    EXPECT_FALSE(readFrom(
+        joinedItems({layout(1), makeGroup(system.get()), makeGroup(datum.get()), makeGroup(otherEllipsoid.get())})));
 }
 
 TEST_F(DefinitionXrecordReading, LaterDefinitionOfAKindReplacesTheEarlier)
 {
-    const Items chain = joinedItems({layout(1), groupOf(catalogSystem(L"EPSG:25833").get()), groups()});
+    const Items chain = joinedItems({layout(1), makeGroup(catalogSystem(L"EPSG:25833").get()), groups()});
     EXPECT_TRUE(readFrom(chain, L"EPSG:25832"));
-    EXPECT_EQ(slots(), kWhole);
+    EXPECT_EQ(describe(definitions), kWhole);
     EXPECT_FALSE(readFrom(chain, L"EPSG:25833"));
 }
 
 TEST_F(DefinitionXrecordReading, LaterChunkOfAKindReplacesTheEarlier)
 {
-    const Items chain = joinedItems({chunkOf(catalogSystem(L"EPSG:25833").get()), chunks()});
+    const Items chain = joinedItems({makeChunk(catalogSystem(L"EPSG:25833").get()), chunks()});
     EXPECT_TRUE(readFrom(chain, L"EPSG:25832"));
     EXPECT_FALSE(readFrom(chain, L"EPSG:25833"));
 }
 
-TEST_F(DefinitionXrecordReading, GroupThatCannotBeDecodedIsPassedOver)
+TEST_F(DefinitionXrecordReading, GroupThatCannotBeDecodedIsSkipped)
 {
-    const Items damaged = groupOf(Bytes{0x05, 1, 2});
+    const Items damaged = makeGroup(Bytes{0x05, 1, 2});
     const Items empty{{1002, L"{"}, {1002, L"}"}};
     EXPECT_TRUE(readFrom(joinedItems({layout(1), damaged, groups(), empty})));
-    EXPECT_EQ(slots(), kWhole);
+    EXPECT_EQ(describe(definitions), kWhole);
 }
 
-TEST_F(DefinitionXrecordReading, ChunkThatCannotBeDecodedIsPassedOver)
+TEST_F(DefinitionXrecordReading, ChunkThatCannotBeDecodedIsSkipped)
 {
     EXPECT_TRUE(readFrom(joinedItems({{{310, Bytes{0x05, 1, 2}}}, chunks(), {{310, Bytes()}}})));
-    EXPECT_EQ(slots(), kWhole);
+    EXPECT_EQ(describe(definitions), kWhole);
 }
 
-TEST_F(DefinitionXrecordReading, DefinitionThatIsNoSingleOneIsPassedOver)
+TEST_F(DefinitionXrecordReading, GroupOfTwoDefinitionsIsSkipped)
 {
-    const Bytes two = packedForm(kDatumClassId, streamOf({datum.get(), ellipsoid.get()}));
-    EXPECT_TRUE(readFrom(joinedItems({layout(1), groupOf(two), groups()})));
-    EXPECT_FALSE(readFrom(joinedItems({layout(1), groupOf(system.get()), groupOf(two)})));
+    const Bytes two = packedForm(kDatumClassId, writeStream({datum.get(), ellipsoid.get()}));
+    EXPECT_TRUE(readFrom(joinedItems({layout(1), makeGroup(two), groups()})));
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), makeGroup(system.get()), makeGroup(two)})));
 }
 
-TEST_F(DefinitionXrecordReading, WhatStandsBetweenTheChunksAndTheClosingBraceIsPassedOver)
+TEST_F(DefinitionXrecordReading, ItemsBetweenTheChunksAndTheClosingBraceAreSkipped)
 {
     Items chain = joinedItems({layout(1), groups()});
     chain.insert(chain.end() - 1,
                  {{300, L"text"}, {1002, L"{"}, {1002, L" }"}, {310, Bytes{1}}, {1071, 1}, {1040, 1.0}});
     EXPECT_TRUE(readFrom(chain));
-    EXPECT_EQ(slots(), kWhole);
+    EXPECT_EQ(describe(definitions), kWhole);
 }
 
-TEST_F(DefinitionXrecordReading, GroupThatIsNeverClosedMakesTheChainUnreadable)
+TEST_F(DefinitionXrecordReading, UnclosedGroupMakesTheChainUnreadable)
 {
     Items chain = joinedItems({layout(1), groups()});
     chain.pop_back();
     EXPECT_FALSE(readFrom(chain));
-    EXPECT_EQ(slots(), kNothing);
+    EXPECT_EQ(describe(definitions), kNothing);
 }
 
 TEST_F(DefinitionXrecordReading, OnlyTheExactTextClosesAGroup)
@@ -241,30 +237,30 @@ TEST_F(DefinitionXrecordReading, OnlyAControlStringClosesAGroup)
     EXPECT_FALSE(readFrom(chain));
 }
 
-TEST_F(DefinitionXrecordReading, OpeningBraceIsNotItsOwnClosingOneWhateverItsText)
+TEST_F(DefinitionXrecordReading, OpeningBraceNeverClosesItsGroup)
 {
     for (const wchar_t* const text : {L"}", L"", L"{ "}) {
         Items chain = joinedItems({layout(1), groups()});
         chain.at(1).value = std::wstring(text);
         EXPECT_TRUE(readFrom(chain));
-        EXPECT_EQ(slots(), kWhole);
+        EXPECT_EQ(describe(definitions), kWhole);
     }
 }
 
-TEST_F(DefinitionXrecordReading, UnclosedGroupInTheMiddleSwallowsTheNextOne)
+TEST_F(DefinitionXrecordReading, UnclosedGroupHidesTheNextGroup)
 {
-    Items first = groupOf(system.get());
+    Items first = makeGroup(system.get());
     first.pop_back();
-    EXPECT_FALSE(readFrom(joinedItems({layout(1), first, groupOf(datum.get()), groupOf(ellipsoid.get())})));
+    EXPECT_FALSE(readFrom(joinedItems({layout(1), first, makeGroup(datum.get()), makeGroup(ellipsoid.get())})));
 }
 
 TEST_F(DefinitionXrecordReading, EmptyXrecordIsRejected)
 {
     EXPECT_FALSE(readFrom(Items{}));
-    EXPECT_EQ(slots(), kNothing);
+    EXPECT_EQ(describe(definitions), kNothing);
 }
 
-TEST_F(DefinitionXrecordReading, LayoutAloneIsRejected)
+TEST_F(DefinitionXrecordReading, LayoutWithoutDefinitionsIsRejected)
 {
     EXPECT_FALSE(readFrom(layout(0)));
     EXPECT_FALSE(readFrom(layout(1)));
@@ -274,10 +270,10 @@ TEST_F(DefinitionXrecordReading, LayoutAloneIsRejected)
 TEST_F(DefinitionXrecordReading, DrawingWithoutTheEntryIsRejected)
 {
     EXPECT_FALSE(readFrom(GivenDrawing()));
-    EXPECT_EQ(slots(), kNothing);
+    EXPECT_EQ(describe(definitions), kNothing);
 }
 
-TEST_F(DefinitionXrecordReading, EntryUnderAnotherKeyIsNotTheEntry)
+TEST_F(DefinitionXrecordReading, EntryUnderAKeyInAnotherCaseIsRejected)
 {
     EXPECT_FALSE(readFrom(Drawing().withXrecord(joinedItems({layout(1), groups()}), L"orvel_csindwg_regapp")));
 }
@@ -285,10 +281,10 @@ TEST_F(DefinitionXrecordReading, EntryUnderAnotherKeyIsNotTheEntry)
 TEST_F(DefinitionXrecordReading, EntryThatIsADictionaryIsRejected)
 {
     EXPECT_FALSE(readFrom(Drawing().withDictionary(L"ORVEL_CSINDWG_REGAPP")));
-    EXPECT_EQ(slots(), kNothing);
+    EXPECT_EQ(describe(definitions), kNothing);
 }
 
-TEST_F(DefinitionXrecordReading, DictionaryThatIsBeingWrittenIsRejected)
+TEST_F(DefinitionXrecordReading, DictionaryThatIsOpenForWriteIsRejected)
 {
     Drawing drawing;
     drawing.withXrecord(joinedItems({layout(1), groups()}));
@@ -297,7 +293,7 @@ TEST_F(DefinitionXrecordReading, DictionaryThatIsBeingWrittenIsRejected)
     EXPECT_FALSE(readFrom(drawing));
 }
 
-TEST_F(DefinitionXrecordReading, XrecordThatSomeoneReadsIsReadAllTheSame)
+TEST_F(DefinitionXrecordReading, XrecordThatIsOpenForReadIsRead)
 {
     Drawing drawing;
     drawing.withXrecord(joinedItems({layout(1), groups()}));
@@ -308,7 +304,7 @@ TEST_F(DefinitionXrecordReading, XrecordThatSomeoneReadsIsReadAllTheSame)
     Orvel::HostObject<QeDbXrecord> xrecord;
     ASSERT_EQ(xrecord.open(id, QeDb::kForRead), Qeapp::eOk);
     EXPECT_TRUE(readFrom(drawing));
-    EXPECT_EQ(slots(), kWhole);
+    EXPECT_EQ(describe(definitions), kWhole);
 }
 
 TEST_F(DefinitionXrecordReading, DefinitionsAreLinked)
@@ -316,14 +312,11 @@ TEST_F(DefinitionXrecordReading, DefinitionsAreLinked)
     Drawing drawing;
     const UserSystem stored{.semiMajorAxis = 6371000};
     const UserSystem other{.semiMajorAxis = 6373000};
-    drawing.withXrecord(joinedItems({layout(1), groupOf(stored.system().get()), groupOf(stored.datumOfSystem().get()),
-                                     groupOf(other.ellipsoidOfSystem().get())}));
+    drawing.withXrecord(joinedItems({layout(1), makeGroup(stored.makeSystem().get()),
+                                     makeGroup(stored.makeDatum().get()), makeGroup(other.makeEllipsoid().get())}));
     ASSERT_TRUE(readFrom(drawing, L"MINE:1"));
-    EllipsoidHolder linked;
-    ASSERT_EQ(Library::CoordinateReferenceSystemUtil::GetEllipsoid(found.system.get(), linked.put()),
-              Library::statusOk);
     double axis = 0;
-    ASSERT_EQ(linked->GetSemiMajorAxisInMetres(axis), Library::statusOk);
+    ASSERT_EQ(getEllipsoid(definitions.system)->GetSemiMajorAxisInMetres(axis), Library::statusOk);
     EXPECT_EQ(axis, 6373000);
 }
 
@@ -336,23 +329,23 @@ bool isPartOfLinking(const FallibleCall& call)
            (call.name == "CoordinateReferenceSystemDefinition::GetDatumCode" && call.occurrence == 2);
 }
 
-TEST_F(DefinitionXrecordReading, EveryFailingCallBeforeTheLinkingIsRejected)
+TEST_F(DefinitionXrecordReading, EveryFailingCallBeforeLinkingRejectsTheXrecord)
 {
     Drawing drawing;
     drawing.withXrecord(joinedItems({layout(1), groups()}));
     const std::string before = drawing.contents();
-    const auto calls = fallibleCallsOf([&] { EXPECT_TRUE(readFrom(drawing)); });
+    const auto calls = recordFallibleCalls([&] { EXPECT_TRUE(readFrom(drawing)); });
     for (const FallibleCall& call : calls) {
         if (call.name.ends_with("Definition::Load"))
-            continue; // of this test, not of the reading
+            continue; // the test makes this call, not the reading
         const ScopedFault fault(failing(call));
         EXPECT_EQ(readFrom(drawing), isPartOfLinking(call)) << call;
-        EXPECT_EQ(slots(), isPartOfLinking(call) ? kWhole : kNothing) << call;
+        EXPECT_EQ(describe(definitions), isPartOfLinking(call) ? kWhole : kNothing) << call;
         EXPECT_EQ(drawing.contents(), before) << call;
     }
 }
 
-TEST_F(DefinitionXrecordReading, SuccessWithoutAnObjectIsRejected)
+TEST_F(DefinitionXrecordReading, CallThatSucceedsWithoutAnObjectRejectsTheXrecord)
 {
     Drawing drawing;
     drawing.withXrecord(joinedItems({layout(1), groups()}));
@@ -360,7 +353,7 @@ TEST_F(DefinitionXrecordReading, SuccessWithoutAnObjectIsRejected)
                                    "qedbOpenQeDbObject", "QeDbXrecord::rbChain"}) {
         const ScopedFault fault(failing(call, 0));
         EXPECT_FALSE(readFrom(drawing)) << call;
-        EXPECT_EQ(slots(), kNothing) << call;
+        EXPECT_EQ(describe(definitions), kNothing) << call;
     }
 }
 

@@ -1,4 +1,6 @@
 #include "storage/definition_xrecord.h"
+
+#include "embedded/base/text.h"
 #include "storage/failing_calls.h"
 #include "storage/packed_forms.h"
 #include "storage/unusual_definitions.h"
@@ -14,24 +16,10 @@ using Orvel::WriteCsDefinitionXrecord;
 
 const Items kLayout{{1071, 1}};
 
-DatumHolder datumOf(const SystemHolder& system)
-{
-    DatumHolder datum;
-    EXPECT_EQ(system->GetDatum(datum.put()), Library::statusOk);
-    return datum;
-}
-
-EllipsoidHolder ellipsoidOf(const SystemHolder& system)
-{
-    EllipsoidHolder ellipsoid;
-    EXPECT_EQ(Library::CoordinateReferenceSystemUtil::GetEllipsoid(system.get(), ellipsoid.put()), Library::statusOk);
-    return ellipsoid;
-}
-
-Items wholeChainOf(const SystemHolder& system)
+Items expectedChain(const SystemHolder& system)
 {
     return joinedItems(
-        {kLayout, groupOf(system.get()), groupOf(datumOf(system).get()), groupOf(ellipsoidOf(system).get())});
+        {kLayout, makeGroup(system.get()), makeGroup(getDatum(system).get()), makeGroup(getEllipsoid(system).get())});
 }
 
 class DefinitionXrecordWriting : public PlatformTest {
@@ -45,56 +33,39 @@ protected:
     }
 };
 
-TEST_F(DefinitionXrecordWriting, ProjectedSystemIsStoredWithItsDatumAndItsEllipsoid)
+TEST_F(DefinitionXrecordWriting, SystemThatRefersToTheEarthIsStoredWithDatumAndEllipsoid)
 {
-    ASSERT_EQ(write(system), Qeapp::eOk);
-    EXPECT_EQ(drawing.xrecord(), wholeChainOf(system));
+    const SystemHolder systems[] = {catalogSystem(L"EPSG:25832"), catalogSystem(L"EPSG:4258"),
+                                    catalogSystem(L"EPSG:4978"), UserSystem().makeSystem()};
+    for (const SystemHolder& stored : systems) {
+        ASSERT_EQ(write(stored), Qeapp::eOk);
+        EXPECT_EQ(drawing.xrecord(), expectedChain(stored)) << Embedded::utf8FromWide(describe(stored.get()));
+    }
 }
 
-TEST_F(DefinitionXrecordWriting, GeographicSystemIsStoredWithItsDatumAndItsEllipsoid)
-{
-    const auto geographic = catalogSystem(L"EPSG:4258");
-    ASSERT_EQ(write(geographic), Qeapp::eOk);
-    EXPECT_EQ(drawing.xrecord(), wholeChainOf(geographic));
-}
-
-TEST_F(DefinitionXrecordWriting, SystemOfKindFourIsStoredWithItsDatumAndItsEllipsoid)
-{
-    const auto geocentric = catalogSystem(L"EPSG:4978");
-    ASSERT_EQ(write(geocentric), Qeapp::eOk);
-    EXPECT_EQ(drawing.xrecord(), wholeChainOf(geocentric));
-}
-
-TEST_F(DefinitionXrecordWriting, UserDefinedSystemIsStoredWithItsDatumAndItsEllipsoid)
-{
-    const auto mine = UserSystem().system();
-    ASSERT_EQ(write(mine), Qeapp::eOk);
-    EXPECT_EQ(drawing.xrecord(), wholeChainOf(mine));
-}
-
-TEST_F(DefinitionXrecordWriting, SystemOfKindOneIsTheLayoutAndOneGroup)
+TEST_F(DefinitionXrecordWriting, SystemOfKindOneIsStoredAsOneGroup)
 {
     const auto local = catalogSystem(L"LOCAL:METRE");
     ASSERT_EQ(write(local), Qeapp::eOk);
-    EXPECT_EQ(drawing.xrecord(), joinedItems({kLayout, groupOf(local.get())}));
+    EXPECT_EQ(drawing.xrecord(), joinedItems({kLayout, makeGroup(local.get())}));
 }
 
-TEST_F(DefinitionXrecordWriting, SystemWithoutADatumHasNoDatumGroup)
+TEST_F(DefinitionXrecordWriting, SystemWithoutADatumIsStoredWithoutADatumGroup)
 {
     const auto withoutDatum = catalogSystem(L"EPSG:4019");
     ASSERT_EQ(write(withoutDatum), Qeapp::eOk);
     EXPECT_EQ(drawing.xrecord(),
-              joinedItems({kLayout, groupOf(withoutDatum.get()), groupOf(ellipsoidOf(withoutDatum).get())}));
+              joinedItems({kLayout, makeGroup(withoutDatum.get()), makeGroup(getEllipsoid(withoutDatum).get())}));
 }
 
-TEST_F(DefinitionXrecordWriting, WhatIsWrittenIsReadBack)
+TEST_F(DefinitionXrecordWriting, WrittenSystemIsReadBack)
 {
     for (const wchar_t* const code :
          {L"EPSG:25832", L"EPSG:4258", L"EPSG:4978", L"EPSG:4019", L"EPSG:7415", L"LOCAL:US-SURVEY-FOOT"}) {
         ASSERT_EQ(write(catalogSystem(code)), Qeapp::eOk);
-        Orvel::DefinitionSet found;
-        EXPECT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), code, found));
-        EXPECT_EQ(serializedText(found.system.get()), serializedText(catalogSystem(code).get()));
+        Orvel::DefinitionSet definitions;
+        EXPECT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), code, definitions));
+        EXPECT_EQ(serializedText(definitions.system.get()), serializedText(catalogSystem(code).get()));
     }
 }
 
@@ -103,11 +74,12 @@ TEST_F(DefinitionXrecordWriting, EarlierXrecordIsReplaced)
     drawing.withXrecord({{300, L"earlier"}});
     ASSERT_EQ(write(catalogSystem(L"EPSG:25833")), Qeapp::eOk);
     ASSERT_EQ(write(system), Qeapp::eOk);
-    EXPECT_EQ(drawing.xrecord(), wholeChainOf(system));
-    EXPECT_EQ(timesIn(drawing.contents(), "\nobject "), timesIn(Drawing().contents(), "\nobject ") + 1);
+    EXPECT_EQ(drawing.xrecord(), expectedChain(system));
+    EXPECT_EQ(countOccurrences(drawing.contents(), "\nobject "),
+              countOccurrences(Drawing().contents(), "\nobject ") + 1);
 }
 
-TEST_F(DefinitionXrecordWriting, NothingElseIsTouched)
+TEST_F(DefinitionXrecordWriting, OtherStoredFormsAreUnchanged)
 {
     drawing.withLegacyCode(L"EPSG:2263").withGeoData(L"text");
     ASSERT_EQ(write(system), Qeapp::eOk);
@@ -115,34 +87,34 @@ TEST_F(DefinitionXrecordWriting, NothingElseIsTouched)
     EXPECT_EQ(drawing.geoDataText(), L"text");
 }
 
-TEST_F(DefinitionXrecordWriting, NoApplicationOfTheKeysNameIsRegistered)
+TEST_F(DefinitionXrecordWriting, NoApplicationIsRegisteredUnderTheKey)
 {
     ASSERT_EQ(write(system), Qeapp::eOk);
     EXPECT_FALSE(drawing.hasRegisteredApplication(L"ORVEL_CSINDWG_REGAPP"));
 }
 
-TEST_F(DefinitionXrecordWriting, NoDatabaseIs124)
+TEST_F(DefinitionXrecordWriting, NullDatabaseReturns124)
 {
     EXPECT_EQ(WriteCsDefinitionXrecord(system.get(), nullptr), 124);
     EXPECT_EQ(WriteCsDefinitionXrecord(nullptr, nullptr), 124);
 }
 
-TEST_F(DefinitionXrecordWriting, NoDefinitionIsThree)
+TEST_F(DefinitionXrecordWriting, NullDefinitionReturns3)
 {
     drawing.withXrecord({{300, L"earlier"}});
     EXPECT_EQ(write({}), 3);
     EXPECT_EQ(drawing.xrecord(), (Items{{300, L"earlier"}}));
 }
 
-TEST_F(DefinitionXrecordWriting, DefinitionThatCannotBePackedIsSeven)
+TEST_F(DefinitionXrecordWriting, DefinitionThatCannotBePackedReturns7)
 {
     drawing.withXrecord({{300, L"earlier"}});
-    EXPECT_EQ(write(UserSystem{.name = varied(3000)}.system()), 7);
+    EXPECT_EQ(write(UserSystem{.name = varied(3000)}.makeSystem()), 7);
     EXPECT_EQ(drawing.xrecord(), (Items{{300, L"earlier"}}));
 }
 
 /// The result of each failing call. A group cannot be built when a chunk or a brace cannot be allocated.
-int expectedFailureOfWriting(const FallibleCall& call)
+int expectedWriteResult(const FallibleCall& call)
 {
     static const std::map<std::string, int> results{
         {"CLSIDFromString", 7},
@@ -154,9 +126,9 @@ int expectedFailureOfWriting(const FallibleCall& call)
         {"DefinitionStream::Add", 7},
         {"DefinitionStream::CreateInstance", 7},
         {"DefinitionStream::Write", 7},
-        {"QeDbDatabase::getNamedObjectsDictionary", kPlanned},
-        {"QeDbDictionary::setAt", kPlanned},
-        {"QeDbXrecord::setFromRbChain", kPlanned},
+        {"QeDbDatabase::getNamedObjectsDictionary", kInjectedResult},
+        {"QeDbDictionary::setAt", kInjectedResult},
+        {"QeDbXrecord::setFromRbChain", kInjectedResult},
         {"qeHeapAlloc", 6},
         {"qeapp_malloc", 7},
     };
@@ -165,21 +137,21 @@ int expectedFailureOfWriting(const FallibleCall& call)
     return results.at(call.name);
 }
 
-TEST_F(DefinitionXrecordWriting, EveryFailingCallHasItsResultAndChangesNothing)
+TEST_F(DefinitionXrecordWriting, EveryFailingCallReturnsItsResultAndChangesNothing)
 {
     drawing.withXrecord({{300, L"earlier"}});
     const std::string before = drawing.contents();
     const Drawing other;
     const auto calls =
-        fallibleCallsOf([&] { EXPECT_EQ(WriteCsDefinitionXrecord(system.get(), other.database()), Qeapp::eOk); });
+        recordFallibleCalls([&] { EXPECT_EQ(WriteCsDefinitionXrecord(system.get(), other.database()), Qeapp::eOk); });
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
-        EXPECT_EQ(write(system), expectedFailureOfWriting(call)) << call;
+        EXPECT_EQ(write(system), expectedWriteResult(call)) << call;
         EXPECT_EQ(drawing.contents(), before) << call;
     }
 }
 
-TEST_F(DefinitionXrecordWriting, CallsThatGiveNothingDespiteSuccessAreFailures)
+TEST_F(DefinitionXrecordWriting, CallThatSucceedsWithoutAnObjectReturns7)
 {
     const std::string before = drawing.contents();
     for (const char* const call :
@@ -190,7 +162,7 @@ TEST_F(DefinitionXrecordWriting, CallsThatGiveNothingDespiteSuccessAreFailures)
     }
 }
 
-TEST_F(DefinitionXrecordWriting, OperationThatIsNotThereDespiteSuccessIsAFailure)
+TEST_F(DefinitionXrecordWriting, OperationThatLoadsWithoutAnObjectReturns3)
 {
     const std::string before = drawing.contents();
     const ScopedFault fault(failing("CoordinateReferenceSystemOperation::Load", 0));
@@ -204,7 +176,7 @@ protected:
 
     Qeapp::ErrorStatus store(const Items& items)
     {
-        return StoreCsXrecordChain(drawing.database(), chainOf(items).get());
+        return StoreCsXrecordChain(drawing.database(), makeChain(items).get());
     }
     Qeapp::ErrorStatus remove() { return StoreCsXrecordChain(drawing.database(), nullptr); }
     QeDbObjectId storedId() const
@@ -217,13 +189,13 @@ protected:
     }
 };
 
-TEST_F(XrecordChainStoring, ChainIsStoredAsItIsAndStaysTheCallers)
+TEST_F(XrecordChainStoring, ChainIsCopiedIntoTheDrawing)
 {
     const Items items{{1071, 5}, {300, L"text"}, {310, Bytes{0, 255}}, {1040, 2.5}};
-    const Orvel::ResbufChain chain = chainOf(items);
+    const Orvel::ResbufChain chain = makeChain(items);
     ASSERT_EQ(StoreCsXrecordChain(drawing.database(), chain.get()), Qeapp::eOk);
     EXPECT_EQ(drawing.xrecord(), items);
-    EXPECT_EQ(itemsOf(chain.get()), items);
+    EXPECT_EQ(readChain(chain.get()), items);
 }
 
 TEST_F(XrecordChainStoring, EarlierEntryOfTheKeyIsReplacedByANewXrecord)
@@ -235,14 +207,14 @@ TEST_F(XrecordChainStoring, EarlierEntryOfTheKeyIsReplacedByANewXrecord)
     EXPECT_NE(storedId().handle(), earlier.handle());
 }
 
-TEST_F(XrecordChainStoring, EntryOfAnotherClassIsReplacedToo)
+TEST_F(XrecordChainStoring, EntryOfAnotherClassIsReplaced)
 {
     drawing.withDictionary(L"ORVEL_CSINDWG_REGAPP");
     ASSERT_EQ(store({{300, L"later"}}), Qeapp::eOk);
     EXPECT_EQ(drawing.xrecord(), (Items{{300, L"later"}}));
 }
 
-TEST_F(XrecordChainStoring, NoChainRemovesTheEntry)
+TEST_F(XrecordChainStoring, NullChainRemovesTheEntry)
 {
     ASSERT_EQ(store({{300, L"text"}}), Qeapp::eOk);
     EXPECT_EQ(remove(), Qeapp::eOk);
@@ -267,7 +239,7 @@ TEST_F(XrecordChainStoring, RemovingAMissingEntrySucceeds)
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(XrecordChainStoring, OtherEntriesStay)
+TEST_F(XrecordChainStoring, OtherEntriesAreUnchanged)
 {
     drawing.withXrecord({{300, L"other"}}, L"OTHER");
     ASSERT_EQ(store({{300, L"text"}}), Qeapp::eOk);
@@ -275,23 +247,23 @@ TEST_F(XrecordChainStoring, OtherEntriesStay)
     EXPECT_EQ(drawing.xrecord(L"OTHER"), (Items{{300, L"other"}}));
 }
 
-TEST_F(XrecordChainStoring, NoDatabaseIs124)
+TEST_F(XrecordChainStoring, NullDatabaseReturns124)
 {
-    EXPECT_EQ(StoreCsXrecordChain(nullptr, chainOf({{300, L"text"}}).get()), 124);
+    EXPECT_EQ(StoreCsXrecordChain(nullptr, makeChain({{300, L"text"}}).get()), 124);
     EXPECT_EQ(StoreCsXrecordChain(nullptr, nullptr), 124);
 }
 
-TEST_F(XrecordChainStoring, ChainThatTheHostRefusesLeavesTheEarlierEntry)
+TEST_F(XrecordChainStoring, ChainThatTheHostRefusesKeepsTheEarlierEntry)
 {
     ASSERT_EQ(store({{300, L"earlier"}}), Qeapp::eOk);
     const std::string before = drawing.contents();
-    const Orvel::ResbufChain chain = chainOf({{1071, 1}});
+    const Orvel::ResbufChain chain = makeChain({{1071, 1}});
     chain->restype = 9999;
     EXPECT_EQ(StoreCsXrecordChain(drawing.database(), chain.get()), Qeapp::eInvalidResbuf);
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(XrecordChainStoring, DictionaryThatSomeoneReadsIsPassedOnUnchanged)
+TEST_F(XrecordChainStoring, DictionaryThatIsOpenForReadReturnsOpenForRead)
 {
     Orvel::NamedObjects reader;
     ASSERT_EQ(reader.openIn(drawing.database(), QeDb::kForRead), Qeapp::eOk);
@@ -299,30 +271,31 @@ TEST_F(XrecordChainStoring, DictionaryThatSomeoneReadsIsPassedOnUnchanged)
     EXPECT_EQ(remove(), Qeapp::eOpenForRead);
 }
 
-TEST_F(XrecordChainStoring, EveryFailingCallOfStoringHasItsResultAndChangesNothing)
+TEST_F(XrecordChainStoring, EveryFailingCallOfStoringReturnsItsResultAndChangesNothing)
 {
     ASSERT_EQ(store({{300, L"earlier"}}), Qeapp::eOk);
     const std::string before = drawing.contents();
-    const Orvel::ResbufChain chain = chainOf({{300, L"later"}});
+    const Orvel::ResbufChain chain = makeChain({{300, L"later"}});
     const Drawing other;
     const auto calls =
-        fallibleCallsOf([&] { EXPECT_EQ(StoreCsXrecordChain(other.database(), chain.get()), Qeapp::eOk); });
+        recordFallibleCalls([&] { EXPECT_EQ(StoreCsXrecordChain(other.database(), chain.get()), Qeapp::eOk); });
     ASSERT_EQ(calls.size(), 4U) << "opening, allocating, filling, adding";
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
-        EXPECT_EQ(StoreCsXrecordChain(drawing.database(), chain.get()), call.name == "qeHeapAlloc" ? 6 : kPlanned)
+        EXPECT_EQ(StoreCsXrecordChain(drawing.database(), chain.get()),
+                  call.name == "qeHeapAlloc" ? 6 : kInjectedResult)
             << call;
         EXPECT_EQ(drawing.contents(), before) << call;
     }
 }
 
-TEST_F(XrecordChainStoring, EveryFailingCallOfRemovingIsPassedOnAndChangesNothing)
+TEST_F(XrecordChainStoring, EveryFailingCallOfRemovingIsReturnedAndChangesNothing)
 {
     ASSERT_EQ(store({{300, L"text"}}), Qeapp::eOk);
     const std::string before = drawing.contents();
     for (const char* const call : {"QeDbDatabase::getNamedObjectsDictionary", "QeDbDictionary::remove"}) {
         const ScopedFault fault(failing(call));
-        EXPECT_EQ(remove(), kPlanned) << call;
+        EXPECT_EQ(remove(), kInjectedResult) << call;
         EXPECT_EQ(drawing.contents(), before) << call;
     }
 }
@@ -335,7 +308,7 @@ TEST_F(XrecordChainStoring, OnlyAMissingKeyCountsAsRemoved)
     }
 }
 
-TEST_F(XrecordChainStoring, DictionaryThatIsNotThereDespiteSuccessIsFifteen)
+TEST_F(XrecordChainStoring, OpeningThatSucceedsWithoutADictionaryReturns15)
 {
     const ScopedFault fault(failing("QeDbDatabase::getNamedObjectsDictionary", 0));
     EXPECT_EQ(store({{300, L"text"}}), 15);

@@ -7,9 +7,9 @@ namespace {
 
 class DocumentLock : public PlatformTest {};
 
-TEST_F(DocumentLock, WithoutACurrentDocument_AsksTheHostForNoLock)
+TEST_F(DocumentLock, WithoutACurrentDocument_MakesNoHostCall)
 {
-    const auto calls = fallibleCallsOf([] { EXPECT_FALSE(Orvel::DocumentLock()); });
+    const auto calls = recordFallibleCalls([] { EXPECT_FALSE(Orvel::DocumentLock()); });
     EXPECT_TRUE(calls.empty());
 }
 

@@ -23,7 +23,7 @@ void append(Bytes& bytes, const Bytes& more)
     bytes.insert(bytes.end(), more.begin(), more.end());
 }
 
-Item itemOf(int code, const std::string& value)
+Item parseItem(int code, const std::string& value)
 {
     if (value.starts_with('"'))
         return {code, Embedded::wideFromUtf8(value.substr(1, value.rfind('"') - 1))};
@@ -31,7 +31,7 @@ Item itemOf(int code, const std::string& value)
         return {code, std::stod(value)};
     if (code != 310)
         return {code, std::stoi(value)};
-    return {code, bytesOfHex(value)};
+    return {code, parseHex(value)};
 }
 
 struct ValuePrinter {
@@ -43,7 +43,7 @@ struct ValuePrinter {
         std::string text;
         for (std::size_t at = 0; at < bytes.size(); at += kBytesPerLine) {
             const std::size_t count = std::min(kBytesPerLine, bytes.size() - at);
-            text += (at == 0 ? "" : "\n      ") + hexOf(Bytes(bytes.data() + at, bytes.data() + at + count));
+            text += (at == 0 ? "" : "\n      ") + toHex(Bytes(bytes.data() + at, bytes.data() + at + count));
         }
         return text;
     }
@@ -67,7 +67,7 @@ Bytes DocumentedExample::bytes() const
     Bytes bytes;
     std::istringstream lines(text_);
     for (std::string line; std::getline(lines, line);)
-        append(bytes, bytesOfHex(withoutRemark(line)));
+        append(bytes, parseHex(withoutRemark(line)));
     return bytes;
 }
 
@@ -78,11 +78,11 @@ Items DocumentedExample::chain() const
     for (std::string line; std::getline(lines, line);) {
         line = withoutRemark(line);
         if (line.starts_with(' ')) {
-            append(std::get<Bytes>(items.back().value), bytesOfHex(line));
+            append(std::get<Bytes>(items.back().value), parseHex(line));
             continue;
         }
         const std::size_t value = line.find_first_not_of(' ', line.find(' '));
-        items.push_back(itemOf(std::stoi(line), line.substr(value)));
+        items.push_back(parseItem(std::stoi(line), line.substr(value)));
     }
     return items;
 }
@@ -100,7 +100,7 @@ std::string printed(const Bytes& bytes)
     std::string text;
     for (std::size_t at = 0; at < bytes.size(); at += kBytesPerLine) {
         const std::size_t count = std::min(kBytesPerLine, bytes.size() - at);
-        text += (at == 0 ? "" : "\n") + hexOf(Bytes(bytes.data() + at, bytes.data() + at + count));
+        text += (at == 0 ? "" : "\n") + toHex(Bytes(bytes.data() + at, bytes.data() + at + count));
     }
     return text;
 }

@@ -1,4 +1,5 @@
-// The examples of the pages about formats, which tests compare with what the module reads and writes.
+// The examples on the pages about formats. Tests compare them with the bytes and texts that the module reads and
+// writes.
 #pragma once
 
 #include <string>
@@ -7,7 +8,7 @@
 
 namespace Tests {
 
-/// One fenced block of a page under docs/formats: the one whose opening fence has that label.
+/// The fenced block with a label, on a page under docs/formats.
 class DocumentedExample {
 public:
     /// Throws when there is no such page or block.
@@ -15,7 +16,7 @@ public:
 
     /// The text of the block without its last line end.
     const std::string& text() const { return text_; }
-    /// Pairs of hexadecimal digits; a line's remark follows a semicolon.
+    /// The block as pairs of hexadecimal digits. A semicolon begins a remark.
     Bytes bytes() const;
     /// One item a line: a group code and a number, a "text" or hexadecimal digits, which lines that begin with a blank
     /// continue.
@@ -30,7 +31,7 @@ private:
     std::string text_;
 };
 
-/// As an example shows them.
+/// Formats a value as the examples do.
 std::string printed(const Bytes& bytes);
 std::string printed(const Items& chain);
 

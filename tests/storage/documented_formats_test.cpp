@@ -1,5 +1,5 @@
-// The examples of the pages about stored forms. They do not depend on the catalog: what an example holds is decoded,
-// and what it was decoded into is encoded again.
+// Decodes the examples on the pages about stored forms and encodes the results again. The examples do not depend on
+// the edition of the catalog.
 #include "embedded/base/text.h"
 #include "storage/definition_xrecord.h"
 #include "storage/documented_example.h"
@@ -21,28 +21,28 @@ protected:
         return Orvel::DecodeDefinitionBytes(bytes.data(), bytes.size());
     }
 
-    /// The example as the definition it should hold, and that definition's bytes as the example.
+    /// Expects the example to hold the definition, and the definition to be encoded as the example.
     static void expectPackedExample(const char* label, const Library::DefinitionBase* fromCatalog)
     {
         const DocumentedExample example("packed-definition.md", label);
         const auto definition = decoded(example.bytes());
-        ASSERT_EQ(described(definition.get()), described(fromCatalog))
+        ASSERT_EQ(describe(definition.get()), describe(fromCatalog))
             << example.correction(printed(encoded(fromCatalog)));
         EXPECT_EQ(example.bytes(), encoded(definition.get())) << example.correction(printed(encoded(definition.get())));
     }
 };
 
-TEST_F(DocumentedFormats, PackedEllipsoidOfThePageIsDecodedAndEncodedAlike)
+TEST_F(DocumentedFormats, DocumentedEllipsoidIsDecodedAndEncodedToTheSameBytes)
 {
     expectPackedExample("packed-ellipsoid", catalogEllipsoid(L"EPSG:7019").get());
 }
 
-TEST_F(DocumentedFormats, PackedSystemOfThePageIsDecodedAndEncodedAlike)
+TEST_F(DocumentedFormats, DocumentedSystemIsDecodedAndEncodedToTheSameBytes)
 {
     expectPackedExample("packed-system", catalogSystem(L"EPSG:25832").get());
 }
 
-TEST_F(DocumentedFormats, UnpackedEllipsoidOfThePageIsWhatThePackedOneHolds)
+TEST_F(DocumentedFormats, DocumentedPackedEllipsoidUnpacksToTheDocumentedBytes)
 {
     const Bytes packedBytes = DocumentedExample("packed-definition.md", "packed-ellipsoid").bytes();
     const DocumentedExample example("packed-definition.md", "unpacked-ellipsoid");
@@ -50,7 +50,7 @@ TEST_F(DocumentedFormats, UnpackedEllipsoidOfThePageIsWhatThePackedOneHolds)
     EXPECT_EQ(example.bytes(), unpackedBytes) << example.correction(printed(unpackedBytes));
 }
 
-TEST_F(DocumentedFormats, PacketsOfThePageArePackedAndUnpackedAlike)
+TEST_F(DocumentedFormats, DocumentedPacketsArePackedAndUnpackedAsDocumented)
 {
     const Bytes unpackedBytes = DocumentedExample("packed-definition.md", "unpacked-bytes").bytes();
     const DocumentedExample example("packed-definition.md", "packed-bytes");
@@ -58,34 +58,34 @@ TEST_F(DocumentedFormats, PacketsOfThePageArePackedAndUnpackedAlike)
     EXPECT_EQ(unpacked(example.bytes()), unpackedBytes);
 }
 
-TEST_F(DocumentedFormats, XrecordOfThePageIsReadAndWrittenAlike)
+TEST_F(DocumentedFormats, DocumentedXrecordIsReadAndWrittenUnchanged)
 {
     const DocumentedExample example("definition-xrecord.md", "current-layout");
     Drawing fromCatalog;
     ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(catalogSystem(L"EPSG:25832").get(), fromCatalog.database()), Qeapp::eOk);
     Drawing drawing;
     drawing.withXrecord(example.chain());
-    Orvel::DefinitionSet found;
-    ASSERT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"EPSG:25832", found))
+    Orvel::DefinitionSet definitions;
+    ASSERT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"EPSG:25832", definitions))
         << example.correction(printed(*fromCatalog.xrecord()));
-    ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(found.system.get(), drawing.database()), Qeapp::eOk);
+    ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(definitions.system.get(), drawing.database()), Qeapp::eOk);
     EXPECT_EQ(drawing.xrecord(), example.chain()) << example.correction(printed(*drawing.xrecord()));
 }
 
-TEST_F(DocumentedFormats, OlderXrecordOfThePageIsReadAsTheSameSystem)
+TEST_F(DocumentedFormats, DocumentedOlderXrecordIsReadAsTheSameSystem)
 {
     const DocumentedExample example("definition-xrecord.md", "older-layout");
     const auto local = catalogSystem(L"LOCAL:METRE");
-    EXPECT_EQ(example.chain(), joinedItems({{{1071, 0}}, chunkOf(local.get())}))
-        << example.correction(printed(joinedItems({{{1071, 0}}, chunkOf(local.get())})));
+    EXPECT_EQ(example.chain(), joinedItems({{{1071, 0}}, makeChunk(local.get())}))
+        << example.correction(printed(joinedItems({{{1071, 0}}, makeChunk(local.get())})));
     Drawing drawing;
     drawing.withXrecord(example.chain());
-    Orvel::DefinitionSet found;
-    ASSERT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"LOCAL:METRE", found));
-    EXPECT_EQ(described(found.system.get()), L"system LOCAL:METRE");
+    Orvel::DefinitionSet definitions;
+    ASSERT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"LOCAL:METRE", definitions));
+    EXPECT_EQ(describe(definitions.system.get()), L"system LOCAL:METRE");
 }
 
-TEST_F(DocumentedFormats, LegacyRecordOfThePageIsReadAndWrittenAlike)
+TEST_F(DocumentedFormats, DocumentedLegacyRecordIsReadAndWrittenUnchanged)
 {
     const DocumentedExample example("legacy-projection.md", "record");
     Drawing given;
@@ -96,7 +96,7 @@ TEST_F(DocumentedFormats, LegacyRecordOfThePageIsReadAndWrittenAlike)
     EXPECT_EQ(written.legacyChain(), example.chain()) << example.correction(printed(*written.legacyChain()));
 }
 
-TEST_F(DocumentedFormats, LegacyRecordsOfThePageThatSayNoneAreReadAsNone)
+TEST_F(DocumentedFormats, DocumentedLegacyRecordsWithoutACodeReadAsNoCode)
 {
     for (const char* const label : {"record-with-dot", "record-with-real"}) {
         Drawing given;
@@ -107,7 +107,7 @@ TEST_F(DocumentedFormats, LegacyRecordsOfThePageThatSayNoneAreReadAsNone)
 
 class DocumentedGeoData : public PlatformTest {
 protected:
-    const SystemHolder local = catalogSystem(L"LOCAL:METRE"); // the same with every edition of the catalog
+    const SystemHolder local = catalogSystem(L"LOCAL:METRE"); // the same in every edition of the catalog
     Drawing drawing;
     Library::Status status = Library::statusOk;
 
@@ -119,13 +119,13 @@ protected:
     }
 };
 
-TEST_F(DocumentedGeoData, SerializedTextOfThePageIsWhatIsWritten)
+TEST_F(DocumentedGeoData, WrittenTextIsTheDocumentedText)
 {
     ASSERT_EQ(Orvel::WriteGeoDataSerialized(drawing.database(), local.get(), status), Qeapp::eOk);
     expectText("serialized-text");
 }
 
-TEST_F(DocumentedGeoData, WktOfThePageIsWhatIsWritten)
+TEST_F(DocumentedGeoData, WrittenWktIsTheDocumentedWkt)
 {
     ASSERT_EQ(Orvel::WriteGeoDataWkt(drawing.database(), local.get(), status), Qeapp::eOk);
     expectText("wkt");

@@ -12,9 +12,9 @@ namespace {
 
 class ExceptionsWhileReading : public PlatformTest {};
 
-TEST_F(ExceptionsWhileReading, CodeThatCannotBeCopiedReadsAsNone)
+TEST_F(ExceptionsWhileReading, CodeThatCannotBeCopiedReadsAsNoCode)
 {
-    const std::wstring code(300, L'x'); // longer than any text that needs no allocation
+    const std::wstring code(300, L'x'); // too long to be stored without an allocation
     const std::size_t size = (code.size() + 1) * sizeof(wchar_t);
     Drawing drawing;
     drawing.withLegacyCode(code);
@@ -29,19 +29,20 @@ TEST_F(ExceptionsWhileReading, CodeThatCannotBeCopiedReadsAsNone)
     EXPECT_EQ(Orvel::ReadLegacyProjectionCode(drawing.database()), L"");
 }
 
-TEST_F(ExceptionsWhileReading, ChainWhoseFetchingThrowsIsRejected)
+TEST_F(ExceptionsWhileReading, ChainThatThrowsWhenFetchedIsRejected)
 {
     const auto local = catalogSystem(L"LOCAL:METRE");
     Drawing drawing;
-    drawing.withXrecord(joinedItems({{{1071, 1}}, groupOf(local.get())}));
-    Orvel::DefinitionSet found;
+    drawing.withXrecord(joinedItems({{{1071, 1}}, makeGroup(local.get())}));
+    Orvel::DefinitionSet definitions;
     {
         const Embedded::ScopedFault fault({.call = "QeDbXrecord::rbChain", .throws = true});
-        EXPECT_FALSE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"LOCAL:METRE", found));
+        EXPECT_FALSE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"LOCAL:METRE", definitions));
         EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
     }
-    EXPECT_FALSE(found.system);
-    EXPECT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"LOCAL:METRE", found)) << "nothing was left open";
+    EXPECT_FALSE(definitions.system);
+    EXPECT_TRUE(Orvel::ReadCsDefinitionXrecord(drawing.database(), L"LOCAL:METRE", definitions))
+        << "nothing was left open";
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The failure paths of an operation: lists its platform calls, and makes each of them fail.
+// Lists the platform calls of an operation, so that a test can make each of them fail.
 #pragma once
 
 #include <map>
@@ -21,36 +21,43 @@ inline std::ostream& operator<<(std::ostream& out, const FallibleCall& call)
     return out << call.name << " no. " << call.occurrence;
 }
 
-/// The fallible platform calls that the operation makes, in order.
+/// Runs the operation and returns the names of the fallible platform calls that it makes, in order.
 template <class Operation>
-std::vector<FallibleCall> fallibleCallsOf(const Operation& operation)
+std::vector<std::string> recordCalls(const Operation& operation)
 {
     Embedded::FaultInjection::watch();
     operation();
     Embedded::FaultInjection::disarm();
+    return Embedded::FaultInjection::seen();
+}
+
+/// The same with the occurrence of each call.
+template <class Operation>
+std::vector<FallibleCall> recordFallibleCalls(const Operation& operation)
+{
     std::map<std::string, std::size_t> occurrences;
     std::vector<FallibleCall> calls;
-    for (const std::string& name : Embedded::FaultInjection::seen())
+    for (const std::string& name : recordCalls(operation))
         calls.push_back({name, ++occurrences[name]});
     return calls;
 }
 
-/// A result that no platform call returns by itself, so that a test recognises it.
-inline constexpr int kPlanned = 77;
+/// A result that no platform call returns by itself.
+inline constexpr int kInjectedResult = 77;
 
-inline Embedded::FaultPlan failing(const FallibleCall& call, int code = kPlanned)
+inline Embedded::FaultPlan failing(const FallibleCall& call, int code = kInjectedResult)
 {
     return {.call = call.name, .occurrence = call.occurrence, .fromThenOn = false, .code = code};
 }
 
-/// The plan for the first call of a name.
-inline Embedded::FaultPlan failing(const std::string& name, int code = kPlanned)
+/// Plans the failure of the first call of that name.
+inline Embedded::FaultPlan failing(const std::string& name, int code = kInjectedResult)
 {
     return failing(FallibleCall{name, 1}, code);
 }
 
-/// A call whose failure changes no result, because it comes after the last decision.
-inline bool isPassedOver(const FallibleCall& call)
+/// Whether the failure of the call changes no result, because the operation ignores it.
+inline bool failureChangesNoResult(const FallibleCall& call)
 {
     return call.name == "QeDbObject::close" || call.name == "QeApDocManager::unlockDocument";
 }

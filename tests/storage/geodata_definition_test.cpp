@@ -13,14 +13,6 @@ using Orvel::WriteGeoDataWkt;
 
 constexpr auto kUntouchedStatus = static_cast<Library::Status>(99);
 
-std::wstring wktOf(const SystemHolder& system, Library::Status expected)
-{
-    std::wstring text(4096, L'\0');
-    EXPECT_EQ(Library::FormatConverter::DefinitionToWkt_s(system.get(), Library::wktFlavorDefault, text.data(), 4096),
-              expected);
-    return text.substr(0, text.find(L'\0'));
-}
-
 class GeoDataDefinition : public PlatformTest {
 protected:
     Drawing drawing;
@@ -37,24 +29,24 @@ protected:
     }
 };
 
-TEST_F(GeoDataDefinition, WktIsWrittenAsTheLibraryGivesIt)
+TEST_F(GeoDataDefinition, WrittenWktIsTheLibrarysWkt)
 {
     EXPECT_EQ(writeWkt(system), Qeapp::eOk);
     EXPECT_EQ(status, Library::statusOk);
-    EXPECT_EQ(drawing.geoDataText(), wktOf(system, Library::statusOk));
+    EXPECT_EQ(drawing.geoDataText(), exportWkt(system));
     EXPECT_EQ(drawing.geoDataText()->substr(0, 8), L"PROJCS[\"");
 }
 
-TEST_F(GeoDataDefinition, InexactWktIsWrittenAllTheSame)
+TEST_F(GeoDataDefinition, InexactWktIsWritten)
 {
     const auto threeDimensional = catalogSystem(L"EPSG:4979");
     EXPECT_EQ(writeWkt(threeDimensional), Qeapp::eOk);
     EXPECT_EQ(status, 41);
-    EXPECT_EQ(drawing.geoDataText(), wktOf(threeDimensional, Library::statusInexact));
+    EXPECT_EQ(drawing.geoDataText(), exportWkt(threeDimensional));
     EXPECT_NE(drawing.geoDataText(), L"");
 }
 
-TEST_F(GeoDataDefinition, WktOfNoDefinitionBlanksTheObjectAndTouchesNoStatus)
+TEST_F(GeoDataDefinition, Wkt_OfNullDefinition_BlanksTheObjectAndLeavesTheStatus)
 {
     drawing.withGeoData(L"text");
     EXPECT_EQ(writeWkt({}), Qeapp::eOk);
@@ -62,13 +54,13 @@ TEST_F(GeoDataDefinition, WktOfNoDefinitionBlanksTheObjectAndTouchesNoStatus)
     EXPECT_EQ(status, kUntouchedStatus);
 }
 
-TEST_F(GeoDataDefinition, WktOfNoDefinitionCreatesNoObject)
+TEST_F(GeoDataDefinition, Wkt_OfNullDefinition_CreatesNoObject)
 {
     EXPECT_EQ(writeWkt({}), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), std::nullopt);
 }
 
-TEST_F(GeoDataDefinition, FailingConversionToWktIsThreeWithTheLibrarysStatus)
+TEST_F(GeoDataDefinition, FailingConversionToWktReturns3AndTheLibrarysStatus)
 {
     drawing.withGeoData(L"text");
     for (const int code : {1, 40, 42, 52, 57}) {
@@ -79,32 +71,32 @@ TEST_F(GeoDataDefinition, FailingConversionToWktIsThreeWithTheLibrarysStatus)
     }
 }
 
-TEST_F(GeoDataDefinition, AcceptedConversionWithoutATextBlanksTheObject)
+TEST_F(GeoDataDefinition, ConversionThatSucceedsWithoutATextBlanksTheObject)
 {
     drawing.withGeoData(L"text");
-    const ScopedFault fault(failing("FormatConverter::DefinitionToWkt_s", 41)); // and leaves the buffer as it was
+    const ScopedFault fault(failing("FormatConverter::DefinitionToWkt_s", 41)); // writes nothing to the buffer
     EXPECT_EQ(writeWkt(system), Qeapp::eOk);
     EXPECT_EQ(status, 41);
     EXPECT_EQ(drawing.geoDataText(), L"");
 }
 
-TEST_F(GeoDataDefinition, WktOfMoreThan4095CharactersIsThree)
+TEST_F(GeoDataDefinition, WktOfMoreThan4095CharactersReturns3)
 {
     drawing.withGeoData(L"text");
-    EXPECT_EQ(writeWkt(UserSystem{.name = varied(4200)}.system()), 3);
+    EXPECT_EQ(writeWkt(UserSystem{.name = varied(4200)}.makeSystem()), 3);
     EXPECT_EQ(status, Library::statusBufferTooSmall);
     EXPECT_EQ(drawing.geoDataText(), L"text");
 }
 
-TEST_F(GeoDataDefinition, WktOf4095CharactersIsTheLongestThatIsWritten)
+TEST_F(GeoDataDefinition, LongestWrittenWktHas4095Characters)
 {
-    const std::size_t frame = wktOf(UserSystem{.name = L"x"}.system(), Library::statusOk).size() - 1;
-    EXPECT_EQ(writeWkt(UserSystem{.name = varied(4095 - frame)}.system()), Qeapp::eOk);
+    const std::size_t fixedLength = exportWkt(UserSystem{.name = L"x"}.makeSystem()).size() - 1;
+    EXPECT_EQ(writeWkt(UserSystem{.name = varied(4095 - fixedLength)}.makeSystem()), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText()->size(), 4095U);
-    EXPECT_EQ(writeWkt(UserSystem{.name = varied(4096 - frame)}.system()), 3);
+    EXPECT_EQ(writeWkt(UserSystem{.name = varied(4096 - fixedLength)}.makeSystem()), 3);
 }
 
-TEST_F(GeoDataDefinition, WktWithoutADatabaseIs124AfterTheConversion)
+TEST_F(GeoDataDefinition, WktWithoutADatabaseReturns124AfterTheConversion)
 {
     EXPECT_EQ(WriteGeoDataWkt(nullptr, system.get(), status), 124);
     EXPECT_EQ(status, Library::statusOk);
@@ -113,15 +105,15 @@ TEST_F(GeoDataDefinition, WktWithoutADatabaseIs124AfterTheConversion)
     EXPECT_EQ(status, 52);
 }
 
-TEST_F(GeoDataDefinition, HostsFailureWhileWritingWktIsPassedOnUnchanged)
+TEST_F(GeoDataDefinition, HostFailureWhileWritingWktIsReturned)
 {
     const ScopedFault fault(failing("QeDbGeoData::postToDb"));
-    EXPECT_EQ(writeWkt(system), kPlanned);
+    EXPECT_EQ(writeWkt(system), kInjectedResult);
     EXPECT_EQ(status, Library::statusOk);
     EXPECT_EQ(drawing.geoDataText(), std::nullopt);
 }
 
-TEST_F(GeoDataDefinition, SerializedTextIsTheLibrarysWithDatumAndEllipsoid)
+TEST_F(GeoDataDefinition, SerializedTextHasDatumAndEllipsoid)
 {
     EXPECT_EQ(writeSerialized(system), Qeapp::eOk);
     EXPECT_EQ(status, Library::statusOk);
@@ -129,7 +121,7 @@ TEST_F(GeoDataDefinition, SerializedTextIsTheLibrarysWithDatumAndEllipsoid)
     EXPECT_NE(drawing.geoDataText(), serializedText(system.get(), false));
 }
 
-TEST_F(GeoDataDefinition, SerializedNoDefinitionBlanksTheObjectAndTouchesNoStatus)
+TEST_F(GeoDataDefinition, SerializedText_OfNullDefinition_BlanksTheObjectAndLeavesTheStatus)
 {
     drawing.withGeoData(L"text");
     EXPECT_EQ(writeSerialized({}), Qeapp::eOk);
@@ -137,16 +129,16 @@ TEST_F(GeoDataDefinition, SerializedNoDefinitionBlanksTheObjectAndTouchesNoStatu
     EXPECT_EQ(status, kUntouchedStatus);
 }
 
-TEST_F(GeoDataDefinition, SerializedNoDefinitionCreatesNoObject)
+TEST_F(GeoDataDefinition, SerializedText_OfNullDefinition_CreatesNoObject)
 {
     EXPECT_EQ(writeSerialized({}), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), std::nullopt);
 }
 
-TEST_F(GeoDataDefinition, FailingSerializationIsThreeWithTheLibrarysStatus)
+TEST_F(GeoDataDefinition, FailingSerializationReturns3AndTheLibrarysStatus)
 {
     drawing.withGeoData(L"text");
-    for (const int code : {1, 41, 42, 52, 57}) { // here 41 has no privilege
+    for (const int code : {1, 41, 42, 52, 57}) { // 41 is a failure here
         const ScopedFault fault(failing("DefinitionStream::Serialize_s", code));
         EXPECT_EQ(writeSerialized(system), 3);
         EXPECT_EQ(status, code);
@@ -154,15 +146,15 @@ TEST_F(GeoDataDefinition, FailingSerializationIsThreeWithTheLibrarysStatus)
     }
 }
 
-TEST_F(GeoDataDefinition, SerializedTextThatDoesNotFitIsThree)
+TEST_F(GeoDataDefinition, SerializedTextThatDoesNotFitReturns3)
 {
     drawing.withGeoData(L"text");
-    EXPECT_EQ(writeSerialized(UserSystem{.name = varied(33000)}.system()), 3);
+    EXPECT_EQ(writeSerialized(UserSystem{.name = varied(33000)}.makeSystem()), 3);
     EXPECT_EQ(status, Library::statusBufferTooSmall);
     EXPECT_EQ(drawing.geoDataText(), L"text");
 }
 
-TEST_F(GeoDataDefinition, SerializedWithoutADatabaseIs124AfterTheConversion)
+TEST_F(GeoDataDefinition, SerializedTextWithoutADatabaseReturns124AfterTheConversion)
 {
     EXPECT_EQ(WriteGeoDataSerialized(nullptr, system.get(), status), 124);
     EXPECT_EQ(status, Library::statusOk);
@@ -171,21 +163,21 @@ TEST_F(GeoDataDefinition, SerializedWithoutADatabaseIs124AfterTheConversion)
     EXPECT_EQ(status, 52);
 }
 
-TEST_F(GeoDataDefinition, HostsFailureWhileWritingTheSerializedTextIsPassedOnUnchanged)
+TEST_F(GeoDataDefinition, HostFailureWhileWritingSerializedTextIsReturned)
 {
     const ScopedFault fault(failing("QeDbGeoData::setBlockTableRecordId"));
-    EXPECT_EQ(writeSerialized(system), kPlanned);
+    EXPECT_EQ(writeSerialized(system), kInjectedResult);
     EXPECT_EQ(status, Library::statusOk);
     EXPECT_EQ(drawing.geoDataText(), std::nullopt);
 }
 
-TEST_F(GeoDataDefinition, SecondAssignmentReplacesTheTextOfTheOneObject)
+TEST_F(GeoDataDefinition, SecondWriteReplacesTheTextInTheSameObject)
 {
     ASSERT_EQ(writeSerialized(system), Qeapp::eOk);
-    const auto objects = timesIn(drawing.contents(), "\nobject ");
+    const auto objects = countOccurrences(drawing.contents(), "\nobject ");
     ASSERT_EQ(writeSerialized(catalogSystem(L"EPSG:2263")), Qeapp::eOk);
     EXPECT_EQ(drawing.geoDataText(), serializedText(catalogSystem(L"EPSG:2263").get()));
-    EXPECT_EQ(timesIn(drawing.contents(), "\nobject "), objects);
+    EXPECT_EQ(countOccurrences(drawing.contents(), "\nobject "), objects);
 }
 
 } // namespace

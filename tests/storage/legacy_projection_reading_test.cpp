@@ -16,43 +16,43 @@ protected:
     static std::wstring readFrom(const Items& chain) { return readFrom(Drawing().withLegacyChain(chain)); }
 };
 
-TEST_F(LegacyProjectionReading, CodeIsTheSecondItem)
+TEST_F(LegacyProjectionReading, CodeIsReadFromTheSecondItem)
 {
     EXPECT_EQ(readFrom({kName, {1000, L"EPSG:25832"}}), L"EPSG:25832");
 }
 
-TEST_F(LegacyProjectionReading, EmptyDrawingHasNone)
+TEST_F(LegacyProjectionReading, EmptyDrawingReadsAsNoCode)
 {
     EXPECT_EQ(readFrom(Drawing()), L"");
 }
 
-TEST_F(LegacyProjectionReading, RegisteredApplicationAloneIsNone)
+TEST_F(LegacyProjectionReading, RegisteredApplicationWithoutARecordReadsAsNoCode)
 {
     EXPECT_EQ(readFrom(Drawing().withRegisteredApplication()), L"");
 }
 
-TEST_F(LegacyProjectionReading, ApplicationsNameAloneIsNone)
+TEST_F(LegacyProjectionReading, RecordWithoutASecondItemReadsAsNoCode)
 {
     EXPECT_EQ(readFrom({kName}), L"");
 }
 
-TEST_F(LegacyProjectionReading, DotIsNone)
+TEST_F(LegacyProjectionReading, DotReadsAsNoCode)
 {
     EXPECT_EQ(readFrom({kName, {1000, L"."}}), L"");
 }
 
-TEST_F(LegacyProjectionReading, OnlyASingleDotIsNone)
+TEST_F(LegacyProjectionReading, TextThatBeginsWithADotIsACode)
 {
     EXPECT_EQ(readFrom({kName, {1000, L".."}}), L"..");
     EXPECT_EQ(readFrom({kName, {1000, L". "}}), L". ");
 }
 
-TEST_F(LegacyProjectionReading, EmptyStringIsNone)
+TEST_F(LegacyProjectionReading, EmptyStringReadsAsNoCode)
 {
     EXPECT_EQ(readFrom({kName, {1000, L""}}), L"");
 }
 
-TEST_F(LegacyProjectionReading, AnyOtherCodeInTheSecondPlaceIsNone)
+TEST_F(LegacyProjectionReading, SecondItemWithAnotherGroupCodeReadsAsNoCode)
 {
     EXPECT_EQ(readFrom({kName, {1040, 25832.0}}), L"");
     EXPECT_EQ(readFrom({kName, {1070, 1}}), L"");
@@ -61,31 +61,31 @@ TEST_F(LegacyProjectionReading, AnyOtherCodeInTheSecondPlaceIsNone)
     EXPECT_EQ(readFrom({kName, {1004, Bytes{1}}}), L"");
 }
 
-TEST_F(LegacyProjectionReading, CodeInTheThirdPlaceIsNotLookedFor)
+TEST_F(LegacyProjectionReading, ThirdItemIsNotReadAsTheCode)
 {
     EXPECT_EQ(readFrom({kName, {1070, 1}, {1000, L"EPSG:25832"}}), L"");
     EXPECT_EQ(readFrom({kName, {1000, L"."}, {1000, L"EPSG:25832"}}), L"");
 }
 
-TEST_F(LegacyProjectionReading, WhatFollowsTheCodeIsNotLookedAt)
+TEST_F(LegacyProjectionReading, ItemsAfterTheCodeAreIgnored)
 {
     EXPECT_EQ(readFrom({kName, {1000, L"EPSG:25832"}, {1000, L"EPSG:25833"}, {1040, 1.0}}), L"EPSG:25832");
 }
 
-TEST_F(LegacyProjectionReading, CodeIsTakenExactly)
+TEST_F(LegacyProjectionReading, CodeIsReadUnchanged)
 {
     const std::wstring code = L" epsg:25832\t\x00E4\x4E16" + std::wstring(400, L'z');
     EXPECT_EQ(readFrom({kName, {1000, code}}), code);
 }
 
-TEST_F(LegacyProjectionReading, AnotherApplicationsDataIsNone)
+TEST_F(LegacyProjectionReading, DataOfAnotherApplicationReadsAsNoCode)
 {
     Drawing drawing;
     drawing.withRegisteredApplication(L"OTHER").withLegacyChain({{1001, L"OTHER"}, {1000, L"EPSG:25832"}});
     EXPECT_EQ(readFrom(drawing), L"");
 }
 
-TEST_F(LegacyProjectionReading, AnotherApplicationsDataIsNotInTheWay)
+TEST_F(LegacyProjectionReading, DataOfAnotherApplicationDoesNotHideTheCode)
 {
     Drawing drawing;
     drawing.withRegisteredApplication(L"ANOTHER").withLegacyChain({{1001, L"ANOTHER"}, {1000, L"x"}});
@@ -93,7 +93,7 @@ TEST_F(LegacyProjectionReading, AnotherApplicationsDataIsNotInTheWay)
     EXPECT_EQ(readFrom(drawing), L"EPSG:25832");
 }
 
-TEST_F(LegacyProjectionReading, DictionaryThatIsBeingWrittenReadsAsNone)
+TEST_F(LegacyProjectionReading, DictionaryThatIsOpenForWriteReadsAsNoCode)
 {
     Drawing drawing;
     drawing.withLegacyCode(L"EPSG:25832");
@@ -102,7 +102,7 @@ TEST_F(LegacyProjectionReading, DictionaryThatIsBeingWrittenReadsAsNone)
     EXPECT_EQ(readFrom(drawing), L"");
 }
 
-TEST_F(LegacyProjectionReading, DictionaryThatSomeoneReadsIsReadAllTheSame)
+TEST_F(LegacyProjectionReading, DictionaryThatIsOpenForReadIsRead)
 {
     Drawing drawing;
     drawing.withLegacyCode(L"EPSG:25832");
@@ -111,11 +111,11 @@ TEST_F(LegacyProjectionReading, DictionaryThatSomeoneReadsIsReadAllTheSame)
     EXPECT_EQ(readFrom(drawing), L"EPSG:25832");
 }
 
-TEST_F(LegacyProjectionReading, EveryFailingCallReadsAsNone)
+TEST_F(LegacyProjectionReading, EveryFailingCallReadsAsNoCode)
 {
     Drawing drawing;
     drawing.withLegacyCode(L"EPSG:25832");
-    const auto calls = fallibleCallsOf([&] { EXPECT_EQ(readFrom(drawing), L"EPSG:25832"); });
+    const auto calls = recordFallibleCalls([&] { EXPECT_EQ(readFrom(drawing), L"EPSG:25832"); });
     EXPECT_GE(calls.size(), 2U);
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
@@ -123,7 +123,7 @@ TEST_F(LegacyProjectionReading, EveryFailingCallReadsAsNone)
     }
 }
 
-TEST_F(LegacyProjectionReading, DictionaryThatIsNotThereDespiteSuccessReadsAsNone)
+TEST_F(LegacyProjectionReading, OpeningThatSucceedsWithoutADictionaryReadsAsNoCode)
 {
     Drawing drawing;
     drawing.withLegacyCode(L"EPSG:25832");
@@ -131,7 +131,7 @@ TEST_F(LegacyProjectionReading, DictionaryThatIsNotThereDespiteSuccessReadsAsNon
     EXPECT_EQ(readFrom(drawing), L"");
 }
 
-TEST_F(LegacyProjectionReading, NothingInTheDrawingChanges)
+TEST_F(LegacyProjectionReading, ReadingLeavesTheDrawingUnchanged)
 {
     Drawing drawing;
     const std::string before = drawing.contents();

@@ -11,7 +11,7 @@ namespace {
 using Embedded::ScopedFault;
 using Orvel::WriteLegacyProjectionCode;
 
-Items recordOf(const wchar_t* code)
+Items legacyRecord(const wchar_t* code)
 {
     return {{1001, L"KTN_PROJECTION"}, {1000, code}};
 }
@@ -21,20 +21,23 @@ protected:
     Drawing drawing;
 
     Qeapp::ErrorStatus write(const wchar_t* code) { return WriteLegacyProjectionCode(drawing.database(), code); }
-    std::ptrdiff_t registeredApplications() const { return timesIn(drawing.contents(), "name \"KTN_PROJECTION\""); }
+    std::ptrdiff_t countRegistrations() const
+    {
+        return countOccurrences(drawing.contents(), "name \"KTN_PROJECTION\"");
+    }
 };
 
 TEST_F(LegacyProjectionWriting, CodeIsStoredAfterTheApplicationsName)
 {
     ASSERT_EQ(write(L"EPSG:25832"), Qeapp::eOk);
-    EXPECT_EQ(drawing.legacyChain(), recordOf(L"EPSG:25832"));
+    EXPECT_EQ(drawing.legacyChain(), legacyRecord(L"EPSG:25832"));
 }
 
-TEST_F(LegacyProjectionWriting, ApplicationIsRegisteredWhereItWasNot)
+TEST_F(LegacyProjectionWriting, MissingApplicationIsRegistered)
 {
     ASSERT_FALSE(drawing.hasRegisteredApplication());
     ASSERT_EQ(write(L"EPSG:25832"), Qeapp::eOk);
-    EXPECT_EQ(registeredApplications(), 1);
+    EXPECT_EQ(countRegistrations(), 1);
 }
 
 TEST_F(LegacyProjectionWriting, ApplicationIsNotRegisteredTwice)
@@ -42,10 +45,10 @@ TEST_F(LegacyProjectionWriting, ApplicationIsNotRegisteredTwice)
     drawing.withRegisteredApplication();
     ASSERT_EQ(write(L"EPSG:25832"), Qeapp::eOk);
     ASSERT_EQ(write(L"EPSG:25833"), Qeapp::eOk);
-    EXPECT_EQ(registeredApplications(), 1);
+    EXPECT_EQ(countRegistrations(), 1);
 }
 
-TEST_F(LegacyProjectionWriting, TheCodeThatReadersTakeForNoneIsRefusedAndChangesNothing)
+TEST_F(LegacyProjectionWriting, DotIsRefusedAndChangesNothing)
 {
     const std::string empty = drawing.contents();
     EXPECT_EQ(write(L"."), 3);
@@ -56,24 +59,24 @@ TEST_F(LegacyProjectionWriting, TheCodeThatReadersTakeForNoneIsRefusedAndChanges
     EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(WriteLegacyProjectionCode(nullptr, L"."), 124);
     EXPECT_EQ(write(L".."), Qeapp::eOk);
-    EXPECT_EQ(drawing.legacyChain(), recordOf(L".."));
+    EXPECT_EQ(drawing.legacyChain(), legacyRecord(L".."));
 }
 
 TEST_F(LegacyProjectionWriting, LaterCodeReplacesTheEarlier)
 {
     ASSERT_EQ(write(L"EPSG:25832"), Qeapp::eOk);
     ASSERT_EQ(write(L"EPSG:2263"), Qeapp::eOk);
-    EXPECT_EQ(drawing.legacyChain(), recordOf(L"EPSG:2263"));
+    EXPECT_EQ(drawing.legacyChain(), legacyRecord(L"EPSG:2263"));
 }
 
-TEST_F(LegacyProjectionWriting, WhatStoodAfterTheEarlierCodeIsGone)
+TEST_F(LegacyProjectionWriting, ItemsAfterTheEarlierCodeAreRemoved)
 {
     drawing.withLegacyChain({{1001, L"KTN_PROJECTION"}, {1000, L"EPSG:25832"}, {1040, 1.0}});
     ASSERT_EQ(write(L"EPSG:2263"), Qeapp::eOk);
-    EXPECT_EQ(drawing.legacyChain(), recordOf(L"EPSG:2263"));
+    EXPECT_EQ(drawing.legacyChain(), legacyRecord(L"EPSG:2263"));
 }
 
-TEST_F(LegacyProjectionWriting, NullCodeRemovesTheRecordAndNotTheApplication)
+TEST_F(LegacyProjectionWriting, NullCodeRemovesTheRecordAndKeepsTheApplication)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     EXPECT_EQ(write(nullptr), Qeapp::eOk);
@@ -81,7 +84,7 @@ TEST_F(LegacyProjectionWriting, NullCodeRemovesTheRecordAndNotTheApplication)
     EXPECT_TRUE(drawing.hasRegisteredApplication());
 }
 
-TEST_F(LegacyProjectionWriting, EmptyCodeRemovesTheRecordAndNotTheApplication)
+TEST_F(LegacyProjectionWriting, EmptyCodeRemovesTheRecordAndKeepsTheApplication)
 {
     drawing.withLegacyCode(L"EPSG:25832");
     EXPECT_EQ(write(L""), Qeapp::eOk);
@@ -89,7 +92,7 @@ TEST_F(LegacyProjectionWriting, EmptyCodeRemovesTheRecordAndNotTheApplication)
     EXPECT_TRUE(drawing.hasRegisteredApplication());
 }
 
-TEST_F(LegacyProjectionWriting, RemovingFromADrawingThatLacksTheApplicationStillRegistersIt)
+TEST_F(LegacyProjectionWriting, RemovalRegistersAMissingApplication)
 {
     for (const wchar_t* const nothing : {static_cast<const wchar_t*>(nullptr), L""}) {
         const Drawing fresh;
@@ -99,7 +102,7 @@ TEST_F(LegacyProjectionWriting, RemovingFromADrawingThatLacksTheApplicationStill
     }
 }
 
-TEST_F(LegacyProjectionWriting, OtherApplicationsDataStays)
+TEST_F(LegacyProjectionWriting, DataOfOtherApplicationsIsUnchanged)
 {
     const Items other{{1001, L"OTHER"}, {1000, L"x"}};
     drawing.withRegisteredApplication(L"OTHER").withLegacyChain(other);
@@ -108,17 +111,17 @@ TEST_F(LegacyProjectionWriting, OtherApplicationsDataStays)
     Orvel::NamedObjects dictionary;
     ASSERT_EQ(dictionary.openIn(drawing.database(), QeDb::kForRead), Qeapp::eOk);
     const Orvel::ResbufChain chain(dictionary->xData());
-    EXPECT_EQ(itemsOf(chain.get()), other);
+    EXPECT_EQ(readChain(chain.get()), other);
 }
 
-TEST_F(LegacyProjectionWriting, NoDatabaseIs124)
+TEST_F(LegacyProjectionWriting, NullDatabaseReturns124)
 {
     EXPECT_EQ(WriteLegacyProjectionCode(nullptr, L"EPSG:25832"), 124);
     EXPECT_EQ(WriteLegacyProjectionCode(nullptr, L""), 124);
     EXPECT_EQ(WriteLegacyProjectionCode(nullptr, nullptr), 124);
 }
 
-TEST_F(LegacyProjectionWriting, TableThatSomeoneElseReadsIsPassedOnUnchanged)
+TEST_F(LegacyProjectionWriting, TableThatIsOpenForReadReturnsOpenForRead)
 {
     Orvel::HostObject<QeDbRegAppTable> reader;
     ASSERT_EQ(reader.openWith([&](QeDbRegAppTable*& table) { return drawing.database()->getRegAppTable(table); }),
@@ -127,7 +130,7 @@ TEST_F(LegacyProjectionWriting, TableThatSomeoneElseReadsIsPassedOnUnchanged)
     EXPECT_FALSE(drawing.hasRegisteredApplication());
 }
 
-TEST_F(LegacyProjectionWriting, TableThatSomeoneElseReadsIsNoMatterOnceTheApplicationIsThere)
+TEST_F(LegacyProjectionWriting, TableThatIsOpenForReadIsEnoughForARegisteredApplication)
 {
     drawing.withRegisteredApplication();
     Orvel::HostObject<QeDbRegAppTable> reader;
@@ -136,7 +139,7 @@ TEST_F(LegacyProjectionWriting, TableThatSomeoneElseReadsIsNoMatterOnceTheApplic
     EXPECT_EQ(write(L"EPSG:25832"), Qeapp::eOk);
 }
 
-TEST_F(LegacyProjectionWriting, DictionaryThatSomeoneReadsIsPassedOnUnchanged)
+TEST_F(LegacyProjectionWriting, DictionaryThatIsOpenForReadReturnsOpenForRead)
 {
     Orvel::NamedObjects reader;
     ASSERT_EQ(reader.openIn(drawing.database(), QeDb::kForRead), Qeapp::eOk);
@@ -145,29 +148,29 @@ TEST_F(LegacyProjectionWriting, DictionaryThatSomeoneReadsIsPassedOnUnchanged)
 
 struct Failure {
     int result;
-    bool applicationIsRegistered; // the steps before the failing one are not taken back
+    bool applicationIsRegistered; // the steps before the failing one are not undone
 };
 
 const std::map<std::string, Failure>& failures()
 {
     static const std::map<std::string, Failure> table{
-        {"QeDbDatabase::getRegAppTable", {kPlanned, false}},
-        {"QeDbObject::upgradeOpen", {kPlanned, false}},
+        {"QeDbDatabase::getRegAppTable", {kInjectedResult, false}},
+        {"QeDbObject::upgradeOpen", {kInjectedResult, false}},
         {"qeHeapAlloc", {6, false}},
-        {"QeDbSymbolTableRecord::setName", {kPlanned, false}},
-        {"QeDbRegAppTable::add", {kPlanned, false}},
-        {"QeDbDatabase::getNamedObjectsDictionary", {kPlanned, true}},
+        {"QeDbSymbolTableRecord::setName", {kInjectedResult, false}},
+        {"QeDbRegAppTable::add", {kInjectedResult, false}},
+        {"QeDbDatabase::getNamedObjectsDictionary", {kInjectedResult, true}},
         {"qeutBuildList", {6, true}},
         {"qeutNewRb", {6, true}},
         {"qeapp_malloc", {6, true}},
-        {"QeDbObject::setXData", {kPlanned, true}},
+        {"QeDbObject::setXData", {kInjectedResult, true}},
     };
     return table;
 }
 
-TEST_F(LegacyProjectionWriting, EveryFailingCallHasItsResultAndStoresNoCode)
+TEST_F(LegacyProjectionWriting, EveryFailingCallReturnsItsResultAndStoresNoCode)
 {
-    const auto calls = fallibleCallsOf([&] { EXPECT_EQ(write(L"EPSG:25832"), Qeapp::eOk); });
+    const auto calls = recordFallibleCalls([&] { EXPECT_EQ(write(L"EPSG:25832"), Qeapp::eOk); });
     EXPECT_GE(calls.size(), failures().size());
     for (const FallibleCall& call : calls) {
         const Drawing fresh;
@@ -183,7 +186,7 @@ TEST_F(LegacyProjectionWriting, EveryFailingCallHasItsResultAndStoresNoCode)
     }
 }
 
-TEST_F(LegacyProjectionWriting, EveryFailingCallLeavesAnEarlierRecord)
+TEST_F(LegacyProjectionWriting, EveryFailingCallKeepsTheEarlierRecord)
 {
     drawing.withLegacyCode(L"EPSG:2263");
     const std::string before = drawing.contents();
@@ -195,7 +198,7 @@ TEST_F(LegacyProjectionWriting, EveryFailingCallLeavesAnEarlierRecord)
     }
 }
 
-TEST_F(LegacyProjectionWriting, SuccessWithoutAnObjectIsFifteen)
+TEST_F(LegacyProjectionWriting, CallThatSucceedsWithoutAnObjectReturns15)
 {
     for (const char* const call : {"QeDbDatabase::getRegAppTable", "QeDbDatabase::getNamedObjectsDictionary"}) {
         const ScopedFault fault(failing(call, 0));

@@ -21,26 +21,26 @@ protected:
     {
         return Orvel::DecodeDefinitionBytes(bytes.data(), bytes.size());
     }
-    /// Kind and code, or "none".
-    static std::wstring decodedAs(const Bytes& bytes) { return described(decoded(bytes).get()); }
+    /// The kind and code of the definition, or "none".
+    static std::wstring decodedAs(const Bytes& bytes) { return describe(decoded(bytes).get()); }
 };
 
-TEST_F(PackedDefinitionDecoding, SystemComesBack)
+TEST_F(PackedDefinitionDecoding, EncodedSystemIsDecoded)
 {
     EXPECT_EQ(decodedAs(encoded(system.get())), L"system EPSG:25832");
 }
 
-TEST_F(PackedDefinitionDecoding, DatumComesBack)
+TEST_F(PackedDefinitionDecoding, EncodedDatumIsDecoded)
 {
     EXPECT_EQ(decodedAs(encoded(datum.get())), L"datum EPSG:6258");
 }
 
-TEST_F(PackedDefinitionDecoding, EllipsoidComesBack)
+TEST_F(PackedDefinitionDecoding, EncodedEllipsoidIsDecoded)
 {
     EXPECT_EQ(decodedAs(encoded(ellipsoid.get())), L"ellipsoid EPSG:7019");
 }
 
-TEST_F(PackedDefinitionDecoding, UserDefinedSystemComesBack)
+TEST_F(PackedDefinitionDecoding, EncodedUserDefinedSystemIsDecoded)
 {
     EXPECT_EQ(decodedAs(encoded(userSystem(L"MINE:7").get())), L"system MINE:7");
 }
@@ -50,44 +50,39 @@ TEST_F(PackedDefinitionDecoding, DecodedSystemEncodesIntoTheSameBytes)
     EXPECT_EQ(encoded(decoded(encoded(system.get())).get()), encoded(system.get()));
 }
 
-TEST_F(PackedDefinitionDecoding, NullGivesNone)
+TEST_F(PackedDefinitionDecoding, NullGivesNoDefinition)
 {
     EXPECT_FALSE(Orvel::DecodeDefinitionBytes(nullptr, 10));
 }
 
-TEST_F(PackedDefinitionDecoding, NoBytesGiveNone)
+TEST_F(PackedDefinitionDecoding, NoBytesGiveNoDefinition)
 {
     const unsigned char byte = 1;
     EXPECT_FALSE(Orvel::DecodeDefinitionBytes(&byte, 0));
 }
 
-TEST_F(PackedDefinitionDecoding, MalformedPacketsGiveNone)
+TEST_F(PackedDefinitionDecoding, MalformedPacketsGiveNoDefinition)
 {
     EXPECT_EQ(decodedAs({0x05, 0x01, 0x02}), L"none");
 }
 
-TEST_F(PackedDefinitionDecoding, FormOfSixteenBytesIsTooShort)
+TEST_F(PackedDefinitionDecoding, FormOfSixteenBytesGivesNoDefinitionWithoutALibraryCall)
 {
-    EXPECT_EQ(decodedAs(referencePacked(kSystemClassId)), L"none");
-}
-
-TEST_F(PackedDefinitionDecoding, FormOfSixteenBytesDoesNotReachTheLibrary)
-{
-    const auto calls = fallibleCallsOf([&] { EXPECT_EQ(decodedAs(referencePacked(kSystemClassId)), L"none"); });
+    const auto calls = recordFallibleCalls([&] { EXPECT_EQ(decodedAs(referencePacked(kSystemClassId)), L"none"); });
     EXPECT_EQ(calls.size(), 0U);
 }
 
 TEST_F(PackedDefinitionDecoding, FormOfSeventeenBytesReachesTheLibrary)
 {
-    const auto calls = fallibleCallsOf([&] {
+    const auto calls = recordFallibleCalls([&] {
         EXPECT_EQ(decodedAs(referencePacked(joined({kSystemClassId, {1}}))), L"none");
     });
     EXPECT_EQ(calls.size(), 4U) << "identifier, and creating, reading and listing the stream";
 }
 
-TEST_F(PackedDefinitionDecoding, ForeignIdentifierGivesNone)
+TEST_F(PackedDefinitionDecoding, UnknownClassIdGivesNoDefinition)
 {
-    const Bytes stream = streamOf({system.get()});
+    const Bytes stream = writeStream({system.get()});
     for (std::size_t index = 0; index < kSystemClassId.size(); ++index) {
         Bytes classId = kSystemClassId;
         classId[index] ^= 0x40;
@@ -95,29 +90,29 @@ TEST_F(PackedDefinitionDecoding, ForeignIdentifierGivesNone)
     }
 }
 
-TEST_F(PackedDefinitionDecoding, IdentifierOfOneTypeWithTheStreamOfAnotherIsAccepted)
+TEST_F(PackedDefinitionDecoding, ClassIdOfAnotherKindIsAccepted)
 {
     for (const Bytes& classId : {kSystemClassId, kDatumClassId, kEllipsoidClassId}) {
-        EXPECT_EQ(decodedAs(packedForm(classId, streamOf({system.get()}))), L"system EPSG:25832");
-        EXPECT_EQ(decodedAs(packedForm(classId, streamOf({datum.get()}))), L"datum EPSG:6258");
-        EXPECT_EQ(decodedAs(packedForm(classId, streamOf({ellipsoid.get()}))), L"ellipsoid EPSG:7019");
+        EXPECT_EQ(decodedAs(packedForm(classId, writeStream({system.get()}))), L"system EPSG:25832");
+        EXPECT_EQ(decodedAs(packedForm(classId, writeStream({datum.get()}))), L"datum EPSG:6258");
+        EXPECT_EQ(decodedAs(packedForm(classId, writeStream({ellipsoid.get()}))), L"ellipsoid EPSG:7019");
     }
 }
 
-TEST_F(PackedDefinitionDecoding, StreamOfTwoDefinitionsGivesNone)
+TEST_F(PackedDefinitionDecoding, StreamOfTwoDefinitionsGivesNoDefinition)
 {
-    EXPECT_EQ(decodedAs(packedForm(kDatumClassId, streamOf({datum.get(), ellipsoid.get()}))), L"none");
+    EXPECT_EQ(decodedAs(packedForm(kDatumClassId, writeStream({datum.get(), ellipsoid.get()}))), L"none");
 }
 
-TEST_F(PackedDefinitionDecoding, StreamThatKeptItsFirstByteGivesNone)
+TEST_F(PackedDefinitionDecoding, StreamWithItsFirstByteGivesNoDefinition)
 {
-    const Bytes stream = streamOf({system.get()});
+    const Bytes stream = writeStream({system.get()});
     EXPECT_EQ(decodedAs(referencePacked(joined({kSystemClassId, stream}))), L"none");
 }
 
 TEST_F(PackedDefinitionDecoding, OtherPacketsForTheSameBytesAreAccepted)
 {
-    const Bytes form = joined({kEllipsoidClassId, streamOf({ellipsoid.get()})});
+    const Bytes form = joined({kEllipsoidClassId, writeStream({ellipsoid.get()})});
     Bytes packets;
     for (std::size_t index = 0; index < form.size(); ++index) {
         if (index != 16) // the stream's first byte
@@ -126,7 +121,7 @@ TEST_F(PackedDefinitionDecoding, OtherPacketsForTheSameBytesAreAccepted)
     EXPECT_EQ(decodedAs(packets), L"ellipsoid EPSG:7019");
 }
 
-TEST_F(PackedDefinitionDecoding, EveryTruncationGivesNone)
+TEST_F(PackedDefinitionDecoding, EveryTruncationGivesNoDefinition)
 {
     const Bytes whole = encoded(system.get());
     for (std::size_t length = 0; length < whole.size(); ++length)
@@ -134,7 +129,7 @@ TEST_F(PackedDefinitionDecoding, EveryTruncationGivesNone)
             << length << " bytes";
 }
 
-TEST_F(PackedDefinitionDecoding, RandomStreamsBehindAnIdentifierDoNoHarm)
+TEST_F(PackedDefinitionDecoding, RandomStreamsGiveAUsableDefinitionOrNone)
 {
     std::mt19937 engine(7);
     std::uniform_int_distribution<unsigned> byte(0, 255);
@@ -144,15 +139,15 @@ TEST_F(PackedDefinitionDecoding, RandomStreamsBehindAnIdentifierDoNoHarm)
             form.push_back(static_cast<unsigned char>(byte(engine)));
         const auto definition = decoded(referencePacked(form));
         if (definition) {
-            EXPECT_NE(described(definition.get()), L"") << hexOf(form); // what was accepted can be asked
+            EXPECT_NE(describe(definition.get()), L"") << toHex(form); // an accepted definition is usable
         }
     }
 }
 
-TEST_F(PackedDefinitionDecoding, EveryFailingCallGivesNone)
+TEST_F(PackedDefinitionDecoding, EveryFailingCallGivesNoDefinition)
 {
     const Bytes bytes = encoded(system.get());
-    const auto calls = fallibleCallsOf([&] { EXPECT_TRUE(decoded(bytes)); });
+    const auto calls = recordFallibleCalls([&] { EXPECT_TRUE(decoded(bytes)); });
     EXPECT_GE(calls.size(), 4U);
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
@@ -160,7 +155,7 @@ TEST_F(PackedDefinitionDecoding, EveryFailingCallGivesNone)
     }
 }
 
-TEST_F(PackedDefinitionDecoding, CallsThatGiveNothingDespiteSuccessGiveNone)
+TEST_F(PackedDefinitionDecoding, CallThatSucceedsWithoutAResultGivesNoDefinition)
 {
     const Bytes bytes = encoded(system.get());
     for (const char* const call : {"StringFromCLSID", "DefinitionStream::CreateInstance", "DefinitionStream::Read",

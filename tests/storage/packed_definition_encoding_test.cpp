@@ -13,35 +13,26 @@ using Orvel::EncodeDefinitionBytes;
 class PackedDefinitionEncoding : public PlatformTest {
 protected:
     const SystemHolder system = catalogSystem(L"EPSG:25832");
-    Bytes bytes{1, 2, 3}; // something that must be gone afterwards
+    Bytes bytes{1, 2, 3}; // must be replaced or removed
 };
 
-TEST_F(PackedDefinitionEncoding, TheLibrarysStreamBeginsWithTheZeroThatIsNotStored)
+TEST_F(PackedDefinitionEncoding, LibraryStreamBeginsWithAZeroByte)
 {
-    EXPECT_EQ(streamOf({system.get()}).front(), 0);
+    EXPECT_EQ(writeStream({system.get()}).front(), 0);
 }
 
-TEST_F(PackedDefinitionEncoding, SystemIsItsIdentifierAndItsStreamLessOneByte)
+TEST_F(PackedDefinitionEncoding, DefinitionIsItsClassIdAndItsStreamWithoutTheFirstByte)
 {
-    ASSERT_TRUE(EncodeDefinitionBytes(system.get(), bytes));
-    EXPECT_EQ(hexOf(bytes), hexOf(packedForm(kSystemClassId, streamOf({system.get()}))));
+    const auto expectPacked = [&](const Library::DefinitionBase* definition, const Bytes& classId) {
+        ASSERT_TRUE(EncodeDefinitionBytes(definition, bytes));
+        EXPECT_EQ(toHex(bytes), toHex(packedForm(classId, writeStream({definition}))));
+    };
+    expectPacked(system.get(), kSystemClassId);
+    expectPacked(catalogDatum(L"EPSG:6258").get(), kDatumClassId);
+    expectPacked(catalogEllipsoid(L"EPSG:7019").get(), kEllipsoidClassId);
 }
 
-TEST_F(PackedDefinitionEncoding, DatumIsItsIdentifierAndItsStreamLessOneByte)
-{
-    const auto datum = catalogDatum(L"EPSG:6258");
-    ASSERT_TRUE(EncodeDefinitionBytes(datum.get(), bytes));
-    EXPECT_EQ(hexOf(bytes), hexOf(packedForm(kDatumClassId, streamOf({datum.get()}))));
-}
-
-TEST_F(PackedDefinitionEncoding, EllipsoidIsItsIdentifierAndItsStreamLessOneByte)
-{
-    const auto ellipsoid = catalogEllipsoid(L"EPSG:7019");
-    ASSERT_TRUE(EncodeDefinitionBytes(ellipsoid.get(), bytes));
-    EXPECT_EQ(hexOf(bytes), hexOf(packedForm(kEllipsoidClassId, streamOf({ellipsoid.get()}))));
-}
-
-TEST_F(PackedDefinitionEncoding, IdentifierBeginsWithALiteralPacket)
+TEST_F(PackedDefinitionEncoding, PackedBytesBeginWithALiteralPacketOfTheClassId)
 {
     ASSERT_TRUE(EncodeDefinitionBytes(system.get(), bytes));
     EXPECT_EQ(Bytes(bytes.begin() + 1, bytes.begin() + 17), kSystemClassId);
@@ -68,27 +59,27 @@ TEST_F(PackedDefinitionEncoding, TransformationGivesFalseAndNoBytes)
     EXPECT_EQ(bytes, Bytes());
 }
 
-TEST_F(PackedDefinitionEncoding, StreamFarOverItsLimitGivesFalseAndNoBytes)
+TEST_F(PackedDefinitionEncoding, StreamFarAboveTheLimitGivesFalseAndNoBytes)
 {
-    const auto tooLong = UserSystem{.name = varied(3000)}.system();
+    const auto tooLong = UserSystem{.name = varied(3000)}.makeSystem();
     EXPECT_FALSE(EncodeDefinitionBytes(tooLong.get(), bytes));
     EXPECT_EQ(bytes, Bytes());
 }
 
-TEST_F(PackedDefinitionEncoding, StreamOf1024BytesIsTheLongestThatIsEncoded)
+TEST_F(PackedDefinitionEncoding, LongestEncodedStreamHas1024Bytes)
 {
-    const auto systemNamed = [](std::size_t characters) { return UserSystem{.name = varied(characters)}.system(); };
+    const auto systemNamed = [](std::size_t characters) { return UserSystem{.name = varied(characters)}.makeSystem(); };
     std::size_t characters = 500;
     while (characters < 1024 && EncodeDefinitionBytes(systemNamed(characters).get(), bytes))
         ++characters;
     EXPECT_FALSE(EncodeDefinitionBytes(systemNamed(characters).get(), bytes));
     EXPECT_TRUE(EncodeDefinitionBytes(systemNamed(characters - 1).get(), bytes));
-    EXPECT_EQ(streamOf({systemNamed(characters - 1).get()}).size(), 1024U);
+    EXPECT_EQ(writeStream({systemNamed(characters - 1).get()}).size(), 1024U);
 }
 
 TEST_F(PackedDefinitionEncoding, EveryFailingCallGivesFalseAndNoBytes)
 {
-    const auto calls = fallibleCallsOf([&] { EXPECT_TRUE(EncodeDefinitionBytes(system.get(), bytes)); });
+    const auto calls = recordFallibleCalls([&] { EXPECT_TRUE(EncodeDefinitionBytes(system.get(), bytes)); });
     ASSERT_EQ(calls.size(), 4U) << "identifier, and creating, filling and writing the stream";
     for (const FallibleCall& call : calls) {
         const ScopedFault fault(failing(call));
@@ -97,7 +88,7 @@ TEST_F(PackedDefinitionEncoding, EveryFailingCallGivesFalseAndNoBytes)
     }
 }
 
-TEST_F(PackedDefinitionEncoding, StreamThatIsNotThereDespiteSuccessGivesFalse)
+TEST_F(PackedDefinitionEncoding, StreamCreationWithoutAnObjectGivesFalseAndNoBytes)
 {
     const ScopedFault fault(failing("DefinitionStream::CreateInstance", 0));
     EXPECT_FALSE(EncodeDefinitionBytes(system.get(), bytes));

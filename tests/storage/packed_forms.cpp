@@ -16,7 +16,7 @@ const Bytes kDatumClassId{0xB6, 0x1D, 0xE0, 0xB4, 0x13, 0x0D, 0xD2, 0x11,
 const Bytes kEllipsoidClassId{0xB4, 0x1D, 0xE0, 0xB4, 0x13, 0x0D, 0xD2, 0x11,
                               0x9D, 0xE2, 0x08, 0x00, 0x09, 0xAC, 0xE1, 0x8E};
 
-Bytes streamOf(std::initializer_list<const Library::DefinitionBase*> definitions)
+Bytes writeStream(std::initializer_list<const Library::DefinitionBase*> definitions)
 {
     Orvel::LibraryObject<Library::DefinitionStream> stream;
     requireOk(Library::DefinitionStream::CreateInstance(stream.put()));
@@ -41,7 +41,7 @@ Bytes encoded(const Library::DefinitionBase* definition)
     return bytes;
 }
 
-Items groupOf(const Bytes& packedBytes)
+Items makeGroup(const Bytes& packedBytes)
 {
     Items items{{1002, L"{"}};
     for (std::size_t at = 0; at < packedBytes.size(); at += 127) {
@@ -52,12 +52,12 @@ Items groupOf(const Bytes& packedBytes)
     return items;
 }
 
-Items groupOf(const Library::DefinitionBase* definition)
+Items makeGroup(const Library::DefinitionBase* definition)
 {
-    return groupOf(encoded(definition));
+    return makeGroup(encoded(definition));
 }
 
-Items chunkOf(const Library::DefinitionBase* definition)
+Items makeChunk(const Library::DefinitionBase* definition)
 {
     return {{310, encoded(definition)}};
 }

@@ -16,7 +16,7 @@ void appendRun(Bytes& output, unsigned char byte, std::size_t count)
     output.push_back(byte);
 }
 
-std::size_t gathered(const Bytes& input, std::size_t from)
+std::size_t literalLength(const Bytes& input, std::size_t from)
 {
     const std::size_t rest = input.size() - from;
     std::size_t count = 1;
@@ -53,7 +53,7 @@ Bytes referencePacked(const Bytes& input)
             position += run;
             continue;
         }
-        const std::size_t count = rest < 3 ? rest : gathered(input, position);
+        const std::size_t count = rest < 3 ? rest : literalLength(input, position);
         appendLiteral(output, input, position, count);
         position += count;
     }

@@ -1,4 +1,4 @@
-// A second, plain packing to compare the module's with.
+// A second, plain implementation of the packing, to which tests compare the module.
 #pragma once
 
 #include <optional>

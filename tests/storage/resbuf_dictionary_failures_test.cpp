@@ -7,7 +7,7 @@
 namespace Tests {
 namespace {
 
-TEST_F(ResbufDictionary, WithoutAnyDatabase_HasNothingAndTakesNothing)
+TEST_F(ResbufDictionary, DictionaryWithoutADatabase_IsEmptyAndStoresNothing)
 {
     const ScopedHostParts shutdown({.applicationServices = false});
     const CResbufDictionary none(L"NAMES", nullptr);
@@ -17,12 +17,12 @@ TEST_F(ResbufDictionary, WithoutAnyDatabase_HasNothingAndTakesNothing)
     EXPECT_EQ(none.NewIterator(), nullptr);
     EXPECT_EQ(none.GetEntryCount(), 0);
     EXPECT_FALSE(none.GetResbuf(L"A", chain.put()));
-    EXPECT_FALSE(none.SetResbuf(L"A", chainOf(kFirst).get(), nullptr));
+    EXPECT_FALSE(none.SetResbuf(L"A", makeChain(kFirst).get(), nullptr));
     EXPECT_FALSE(none.RemoveKey(L"A"));
     EXPECT_TRUE(none.RemoveAll());
 }
 
-TEST_F(ResbufDictionary, DocumentThatSomeoneElseLocks_IsNotWritten)
+TEST_F(ResbufDictionary, DocumentThatAnotherClientLocked_IsNotWritten)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     const auto before = contents();
@@ -36,7 +36,7 @@ TEST_F(ResbufDictionary, DocumentThatSomeoneElseLocks_IsNotWritten)
 TEST_F(ResbufDictionary, Writing_LocksTheCurrentDocumentForWriteAndUnlocksIt)
 {
     const QeAp::DocLockMode before = document.get()->lockMode();
-    const ResbufChain chain = chainOf(kFirst);
+    const ResbufChain chain = makeChain(kFirst);
     Embedded::FaultInjection::watch();
     ASSERT_TRUE(dictionary.SetResbuf(L"A", chain.get(), nullptr));
     Embedded::FaultInjection::disarm();
@@ -53,7 +53,7 @@ TEST_F(ResbufDictionary, WithoutADocumentManager_NothingIsWritten)
     EXPECT_EQ(contents(), before);
 }
 
-TEST_F(ResbufDictionary, RemovingAll_GoesOnAfterAFailure)
+TEST_F(ResbufDictionary, RemoveAll_ContinuesAfterAFailure)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     ASSERT_TRUE(set(L"B", kSecond));
@@ -66,11 +66,11 @@ TEST_F(ResbufDictionary, RemovingAll_GoesOnAfterAFailure)
     EXPECT_TRUE(dictionary.HasKey(L"B"));
 }
 
-TEST_F(ResbufDictionary, EveryCallOfWriting_CanFailWithoutLosingTheFormerEntry)
+TEST_F(ResbufDictionary, EveryFailingCallOfWriting_KeepsTheEarlierEntry)
 {
     ASSERT_TRUE(set(L"A", kFirst));
-    const ResbufChain chain = chainOf(kSecond);
-    const auto calls = fallibleCallsOf([&] { ASSERT_TRUE(dictionary.SetResbuf(L"A", chain.get(), nullptr)); });
+    const ResbufChain chain = makeChain(kSecond);
+    const auto calls = recordFallibleCalls([&] { ASSERT_TRUE(dictionary.SetResbuf(L"A", chain.get(), nullptr)); });
     ASSERT_GE(calls.size(), 5U);
     ASSERT_TRUE(set(L"A", kFirst));
     for (const FallibleCall& call : calls) {
@@ -78,20 +78,20 @@ TEST_F(ResbufDictionary, EveryCallOfWriting_CanFailWithoutLosingTheFormerEntry)
         const Embedded::ScopedFault fault(failing(call));
         const bool stored = dictionary.SetResbuf(L"A", chain.get(), nullptr);
         Embedded::FaultInjection::disarm();
-        EXPECT_EQ(stored, isPassedOver(call));
+        EXPECT_EQ(stored, failureChangesNoResult(call));
         EXPECT_EQ(at(L"A"), stored ? kSecond : kFirst);
         ASSERT_TRUE(set(L"A", kFirst));
     }
 }
 
-TEST_F(ResbufDictionary, EveryCallOfTheFirstWriting_CanFail)
+TEST_F(ResbufDictionary, EveryFailingCallOfTheFirstWrite_AllowsTheNextWrite)
 {
-    const auto calls = fallibleCallsOf([&] { ASSERT_TRUE(set(L"A", kFirst)); });
+    const auto calls = recordFallibleCalls([&] { ASSERT_TRUE(set(L"A", kFirst)); });
     for (const FallibleCall& call : calls) {
         SCOPED_TRACE(call.name);
         const ScopedDocument fresh;
         const CResbufDictionary first(L"NAMES", fresh.database());
-        const ResbufChain chain = chainOf(kFirst);
+        const ResbufChain chain = makeChain(kFirst);
         const Embedded::ScopedFault fault(failing(call));
         const bool stored = first.SetResbuf(L"A", chain.get(), nullptr);
         Embedded::FaultInjection::disarm();
@@ -100,9 +100,9 @@ TEST_F(ResbufDictionary, EveryCallOfTheFirstWriting_CanFail)
     }
 }
 
-TEST_F(ResbufDictionary, DictionaryThatCannotBeMade_IsNotAdded)
+TEST_F(ResbufDictionary, DictionaryThatCannotBeCreated_IsNotAdded)
 {
-    const ResbufChain chain = chainOf(kFirst);
+    const ResbufChain chain = makeChain(kFirst);
     for (const char* const call : {"QeDbObject::upgradeOpen", "qeHeapAlloc"}) {
         const Embedded::ScopedFault fault(failing(call));
         EXPECT_FALSE(dictionary.SetResbuf(L"A", chain.get(), nullptr)) << call;
@@ -112,13 +112,13 @@ TEST_F(ResbufDictionary, DictionaryThatCannotBeMade_IsNotAdded)
     }
 }
 
-TEST_F(ResbufDictionary, EveryCallOfReading_CanFail)
+TEST_F(ResbufDictionary, EveryFailingCallOfReading_GivesNoChain)
 {
     ASSERT_TRUE(set(L"A", kFirst));
-    for (const FallibleCall& call : fallibleCallsOf([&] { ASSERT_EQ(at(L"A"), kFirst); })) {
+    for (const FallibleCall& call : recordFallibleCalls([&] { ASSERT_EQ(at(L"A"), kFirst); })) {
         SCOPED_TRACE(call.name);
         const Embedded::ScopedFault fault(failing(call));
-        EXPECT_EQ(at(L"A"), isPassedOver(call) ? std::optional(kFirst) : std::nullopt);
+        EXPECT_EQ(at(L"A"), failureChangesNoResult(call) ? std::optional(kFirst) : std::nullopt);
     }
 }
 

@@ -44,12 +44,12 @@ std::set<std::size_t> overridden(std::size_t first = kAfterDestructor)
     return differingSlots<kSlots>(&base, &derived, first);
 }
 
-TEST(ResbufDictionaryIteratorSlots, TheDestructorComesFirst)
+TEST(ResbufDictionaryIteratorSlots, DestructorComesFirst)
 {
     EXPECT_EQ(overridden<Nothing>(0), (std::set<std::size_t>{0, 1}));
 }
 
-TEST(ResbufDictionaryIteratorSlots, TheOthersFollowInTheirOrder)
+TEST(ResbufDictionaryIteratorSlots, OtherOperationsFollowInOrder)
 {
     EXPECT_EQ(overridden<NextOnly>(), std::set<std::size_t>{2});
     EXPECT_EQ(overridden<DoneOnly>(), std::set<std::size_t>{3});

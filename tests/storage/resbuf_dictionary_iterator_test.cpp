@@ -13,7 +13,7 @@ TEST_F(ResbufDictionary, Iterator_WalksTheEntriesInTheHostsOrder)
     ResbufChain chain;
     EXPECT_STREQ(entry->GetKey(), L"A");
     ASSERT_TRUE(entry->GetResbuf(chain.put()));
-    EXPECT_EQ(itemsOf(chain.get()), kFirst);
+    EXPECT_EQ(readChain(chain.get()), kFirst);
     entry->Next();
     EXPECT_STREQ(entry->GetKey(), L"B");
     EXPECT_FALSE(entry->Done());
@@ -27,7 +27,7 @@ TEST_F(ResbufDictionary, Iterator_WalksTheEntriesInTheHostsOrder)
     EXPECT_FALSE(entry->GetResbuf(untouched)) << "there is no entry any more";
 }
 
-TEST_F(ResbufDictionary, Iterator_AnswersTheEntrysIdTwice)
+TEST_F(ResbufDictionary, Iterator_ReturnsTheEntrysIdAndSetsTheArgument)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     const Iterator entry(dictionary.NewIterator());
@@ -37,14 +37,14 @@ TEST_F(ResbufDictionary, Iterator_AnswersTheEntrysIdTwice)
     EXPECT_EQ(xrecord.open(id, QeDb::kForRead), Qeapp::eOk);
 }
 
-TEST_F(ResbufDictionary, Iterator_NeedsADictionary)
+TEST_F(ResbufDictionary, Iterator_IsNullWithoutADictionary)
 {
     const auto before = contents();
     EXPECT_EQ(dictionary.NewIterator(), nullptr);
     EXPECT_EQ(contents(), before);
 }
 
-TEST_F(ResbufDictionary, EntryThatSomeoneWrites_HasNoChainForOthers)
+TEST_F(ResbufDictionary, EntryThatIsOpenForWrite_HasNoChainForReaders)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     const Iterator entry(dictionary.NewIterator());
@@ -55,13 +55,13 @@ TEST_F(ResbufDictionary, EntryThatSomeoneWrites_HasNoChainForOthers)
     EXPECT_FALSE(entry->GetResbuf(chain.put()));
 }
 
-TEST_F(ResbufDictionary, EveryCallOfMakingAnIterator_CanFail)
+TEST_F(ResbufDictionary, EveryFailingCallOfNewIterator_GivesNoIterator)
 {
     ASSERT_TRUE(set(L"A", kFirst));
-    for (const FallibleCall& call : fallibleCallsOf([&] { ASSERT_TRUE(Iterator(dictionary.NewIterator())); })) {
+    for (const FallibleCall& call : recordFallibleCalls([&] { ASSERT_TRUE(Iterator(dictionary.NewIterator())); })) {
         SCOPED_TRACE(call.name);
         const Embedded::ScopedFault fault(failing(call));
-        EXPECT_EQ(Iterator(dictionary.NewIterator()) != nullptr, isPassedOver(call));
+        EXPECT_EQ(Iterator(dictionary.NewIterator()) != nullptr, failureChangesNoResult(call));
     }
 }
 

@@ -1,17 +1,16 @@
-// The order and the arguments of the host calls of the dictionaries of xrecords, and the objects that are open
-// meanwhile.
+// The order and the arguments of the host calls of dictionaries of xrecords, and the objects that are open during them.
 #include "embedded/diagnostics/resource_counters.h"
 #include "resbuf_dictionary_test.h"
 
 namespace Tests {
 namespace {
 
-long heldNow(Embedded::ResourceKind kind)
+long countHeld(Embedded::ResourceKind kind)
 {
     return Embedded::ResourceCounters::now()[kind];
 }
 
-/// Replaces the host's own and records its calls.
+/// Forwards to the host's manager and records the calls.
 class RecordingDocumentManager final : public QeApDocManager {
 public:
     struct Lock {
@@ -32,7 +31,7 @@ public:
     }
     Qeapp::ErrorStatus unlockDocument(QeApDocument* document) override
     {
-        openAtUnlocking.push_back(heldNow(Embedded::ResourceKind::openObject));
+        openAtUnlocking.push_back(countHeld(Embedded::ResourceKind::openObject));
         return host_->unlockDocument(document);
     }
 
@@ -47,24 +46,24 @@ class ResbufDictionaryOrder : public ResbufDictionary {
 protected:
     RecordingDocumentManager manager;
     const ScopedHostParts parts{{.otherDocumentManager = &manager}};
-    const RecordingDocumentManager::Lock wanted{document.get(), QeAp::kWrite, nullptr, nullptr, true};
+    const RecordingDocumentManager::Lock expectedLock{document.get(), QeAp::kWrite, nullptr, nullptr, true};
 };
 
-TEST_F(ResbufDictionaryOrder, Setting_LocksTheCurrentDocumentForWriteOnceAndMayAskTheUser)
+TEST_F(ResbufDictionaryOrder, SetResbuf_LocksTheCurrentDocumentOnceForWriteWithPrompt)
 {
     ASSERT_TRUE(set(L"A", kFirst));
-    EXPECT_EQ(manager.locks, std::vector{wanted});
+    EXPECT_EQ(manager.locks, std::vector{expectedLock});
 }
 
-TEST_F(ResbufDictionaryOrder, RemovingAKey_LocksTheCurrentDocumentForWriteOnceAndMayAskTheUser)
+TEST_F(ResbufDictionaryOrder, RemoveKey_LocksTheCurrentDocumentOnceForWriteWithPrompt)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     manager.locks.clear();
     ASSERT_TRUE(dictionary.RemoveKey(L"A"));
-    EXPECT_EQ(manager.locks, std::vector{wanted});
+    EXPECT_EQ(manager.locks, std::vector{expectedLock});
 }
 
-TEST_F(ResbufDictionaryOrder, Everything_IsClosedBeforeTheDocumentIsUnlocked)
+TEST_F(ResbufDictionaryOrder, EveryObject_IsClosedBeforeTheDocumentIsUnlocked)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     ASSERT_TRUE(set(L"A", kSecond));
@@ -92,19 +91,19 @@ TEST_F(ResbufDictionaryOrder, DictionaryThatCannotBeOpened_KeepsTheKey)
     EXPECT_TRUE(reader->has(L"A"));
 }
 
-TEST_F(ResbufDictionaryOrder, Reactor_IsAttachedToAnEntryThatIsInTheDictionary)
+TEST_F(ResbufDictionaryOrder, Reactor_IsAttachedAfterTheEntryIsInTheDictionary)
 {
     QeDbObjectReactor reactor;
     std::vector<long> attached;
     Embedded::FaultInjection::watch([&](std::string_view call) {
         if (call == "QeDbDictionary::setAt")
-            attached.push_back(heldNow(Embedded::ResourceKind::objectReactor));
+            attached.push_back(countHeld(Embedded::ResourceKind::objectReactor));
     });
     ASSERT_TRUE(set(L"A", kFirst, &reactor));
     Embedded::FaultInjection::disarm();
     ASSERT_FALSE(attached.empty());
     EXPECT_EQ(attached, std::vector<long>(attached.size(), 0));
-    EXPECT_EQ(heldNow(Embedded::ResourceKind::objectReactor), 1);
+    EXPECT_EQ(countHeld(Embedded::ResourceKind::objectReactor), 1);
     ASSERT_TRUE(dictionary.RemoveKey(L"A"));
 }
 
@@ -113,11 +112,11 @@ TEST_F(ResbufDictionaryOrder, Iterator_KeepsNothingOpen)
     ASSERT_TRUE(set(L"A", kFirst));
     const Iterator entry(dictionary.NewIterator());
     ASSERT_TRUE(entry);
-    EXPECT_EQ(heldNow(Embedded::ResourceKind::openObject), 0);
+    EXPECT_EQ(countHeld(Embedded::ResourceKind::openObject), 0);
     EXPECT_TRUE(set(L"B", kSecond)) << "nobody has the dictionary open";
 }
 
-TEST_F(ResbufDictionaryOrder, LookUpThatFails_MakesNoDictionary)
+TEST_F(ResbufDictionaryOrder, FailingLookUp_CreatesNoDictionary)
 {
     const auto before = contents();
     for (const int code : {3, 21, 23, 31}) {

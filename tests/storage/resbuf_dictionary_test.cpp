@@ -5,14 +5,14 @@
 namespace Tests {
 namespace {
 
-TEST_F(ResbufDictionary, MissingOne_CannotBeOpenedForReadAndIsNotMade)
+TEST_F(ResbufDictionary, MissingDictionary_IsNeitherOpenedForReadNorCreated)
 {
     const auto before = contents();
     EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForRead), nullptr);
     EXPECT_EQ(contents(), before);
 }
 
-TEST_F(ResbufDictionary, MissingOne_IsMadeForWrite)
+TEST_F(ResbufDictionary, MissingDictionary_IsCreatedForWrite)
 {
     const OpenedDictionary opened(dictionary.OpenDictionary(QeDb::kForWrite));
     ASSERT_TRUE(opened);
@@ -20,13 +20,13 @@ TEST_F(ResbufDictionary, MissingOne_IsMadeForWrite)
     EXPECT_EQ(opened->numEntries(), 0U);
 }
 
-TEST_F(ResbufDictionary, MissingOneThatCannotBeAdded_IsNotGiven)
+TEST_F(ResbufDictionary, MissingDictionaryThatCannotBeAdded_IsNotReturned)
 {
     const Embedded::ScopedFault fault({.call = "QeDbDictionary::setAt", .code = Qeapp::eOutOfMemory});
     EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForWrite), nullptr);
 }
 
-TEST_F(ResbufDictionary, PresentOne_IsOpenedInTheModeThatWasAskedFor)
+TEST_F(ResbufDictionary, ExistingDictionary_IsOpenedInTheRequestedMode)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     {
@@ -39,7 +39,7 @@ TEST_F(ResbufDictionary, PresentOne_IsOpenedInTheModeThatWasAskedFor)
     EXPECT_EQ(opened->numEntries(), 1U);
 }
 
-TEST_F(ResbufDictionary, IsNeverOpenedForNotification)
+TEST_F(ResbufDictionary, Dictionary_IsNeverOpenedForNotification)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     Embedded::FaultInjection::watch();
@@ -48,7 +48,7 @@ TEST_F(ResbufDictionary, IsNeverOpenedForNotification)
     EXPECT_TRUE(Embedded::FaultInjection::seen().empty()) << "nothing is opened for it";
 }
 
-TEST_F(ResbufDictionary, AnObjectOfAnotherClassUnderTheName_IsLeftAloneByReaders)
+TEST_F(ResbufDictionary, ObjectOfAnotherClassUnderTheName_IsIgnoredByReaders)
 {
     occupyName();
     const auto before = contents();
@@ -58,7 +58,7 @@ TEST_F(ResbufDictionary, AnObjectOfAnotherClassUnderTheName_IsLeftAloneByReaders
     EXPECT_EQ(contents(), before);
 }
 
-TEST_F(ResbufDictionary, AnObjectOfAnotherClassUnderTheName_IsReplacedByWriters)
+TEST_F(ResbufDictionary, ObjectOfAnotherClassUnderTheName_IsReplacedByWriters)
 {
     occupyName();
     EXPECT_TRUE(set(L"A", kFirst));
@@ -66,7 +66,7 @@ TEST_F(ResbufDictionary, AnObjectOfAnotherClassUnderTheName_IsReplacedByWriters)
     EXPECT_EQ(dictionary.GetEntryCount(), 1);
 }
 
-TEST_F(ResbufDictionary, AnObjectOfAnotherClassThatSomeoneReads_IsNotReplaced)
+TEST_F(ResbufDictionary, ObjectOfAnotherClassThatIsOpenForRead_IsNotReplaced)
 {
     occupyName();
     const auto before = contents();
@@ -82,7 +82,7 @@ TEST_F(ResbufDictionary, AnObjectOfAnotherClassThatSomeoneReads_IsNotReplaced)
     EXPECT_EQ(contents(), before);
 }
 
-TEST_F(ResbufDictionary, AnErasedEntry_IsReplacedByWritersAndMissingForReaders)
+TEST_F(ResbufDictionary, ErasedEntry_IsReplacedByWritersAndMissingForReaders)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     {
@@ -93,17 +93,17 @@ TEST_F(ResbufDictionary, AnErasedEntry_IsReplacedByWritersAndMissingForReaders)
         const Embedded::ScopedFault fault(failing("qedbOpenQeDbObject", Qeapp::eObjectErased));
         const OpenedDictionary opened(dictionary.OpenDictionary(QeDb::kForWrite));
         ASSERT_TRUE(opened);
-        EXPECT_EQ(opened->numEntries(), 0U) << "it is a new one";
+        EXPECT_EQ(opened->numEntries(), 0U) << "a new dictionary";
     }
     EXPECT_EQ(dictionary.GetEntryCount(), 0);
 }
 
-TEST_F(ResbufDictionary, AnyOtherFailureToLookUpOrOpen_ReplacesNothing)
+TEST_F(ResbufDictionary, FailureToLookUpOrOpen_ReplacesNothing)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     const auto before = contents();
     for (const char* const call : {"QeDbDictionary::getAt", "qedbOpenQeDbObject"}) {
-        for (const int code : {static_cast<int>(Qeapp::eOpenForRead), kPlanned}) {
+        for (const int code : {static_cast<int>(Qeapp::eOpenForRead), kInjectedResult}) {
             const Embedded::ScopedFault fault(failing(call, code));
             EXPECT_EQ(dictionary.OpenDictionary(QeDb::kForWrite), nullptr) << call << ' ' << code;
         }
@@ -111,7 +111,7 @@ TEST_F(ResbufDictionary, AnyOtherFailureToLookUpOrOpen_ReplacesNothing)
     EXPECT_EQ(contents(), before);
 }
 
-TEST_F(ResbufDictionary, ADictionaryThatSomeoneReads_IsNeitherWrittenNorReplaced)
+TEST_F(ResbufDictionary, DictionaryThatIsOpenForRead_IsNeitherWrittenNorReplaced)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     const OpenedDictionary reader(dictionary.OpenDictionary(QeDb::kForRead));
@@ -119,17 +119,17 @@ TEST_F(ResbufDictionary, ADictionaryThatSomeoneReads_IsNeitherWrittenNorReplaced
     EXPECT_EQ(at(L"A"), kFirst);
 }
 
-TEST_F(ResbufDictionary, WithoutADatabase_IsTheWorkingOneAtConstruction)
+TEST_F(ResbufDictionary, NullDatabase_MeansTheWorkingDatabaseAtConstruction)
 {
     const CResbufDictionary working(L"NAMES", nullptr);
     const ScopedDocument later;
-    const ResbufChain chain = chainOf(kFirst);
+    const ResbufChain chain = makeChain(kFirst);
     ASSERT_TRUE(working.SetResbuf(L"A", chain.get(), nullptr));
     EXPECT_EQ(at(L"A"), kFirst);
     EXPECT_FALSE(CResbufDictionary(L"NAMES", nullptr).HasKey(L"A"));
 }
 
-TEST_F(ResbufDictionary, CountsItsEntriesAndKnowsItsKeys)
+TEST_F(ResbufDictionary, Dictionary_CountsItsEntriesAndFindsItsKeys)
 {
     EXPECT_EQ(dictionary.GetEntryCount(), 0);
     EXPECT_FALSE(dictionary.HasKey(L"A"));
@@ -140,7 +140,7 @@ TEST_F(ResbufDictionary, CountsItsEntriesAndKnowsItsKeys)
     EXPECT_FALSE(dictionary.HasKey(L"a"));
 }
 
-TEST_F(ResbufDictionary, ThatSomeoneReads_IsReadAllTheSame)
+TEST_F(ResbufDictionary, DictionaryThatIsOpenForRead_IsRead)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     const OpenedDictionary reader(dictionary.OpenDictionary(QeDb::kForRead));
@@ -154,7 +154,7 @@ TEST_F(ResbufDictionary, ThatSomeoneReads_IsReadAllTheSame)
     EXPECT_TRUE(Iterator(dictionary.NewIterator()));
 }
 
-TEST_F(ResbufDictionary, MissingKey_LeavesTheChain)
+TEST_F(ResbufDictionary, MissingKey_LeavesTheCallersChain)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     resbuf former{};
@@ -169,7 +169,7 @@ TEST_F(ResbufDictionary, EntryThatIsADictionary_HasNoChain)
     EXPECT_EQ(at(L"A"), std::nullopt);
 }
 
-TEST_F(ResbufDictionary, SameKeyTwice_LeavesOneEntryWithTheSecondChain)
+TEST_F(ResbufDictionary, SecondChainOfAKey_ReplacesTheFirst)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     ASSERT_TRUE(set(L"A", kSecond));
@@ -179,7 +179,7 @@ TEST_F(ResbufDictionary, SameKeyTwice_LeavesOneEntryWithTheSecondChain)
 
 TEST_F(ResbufDictionary, StoredChain_IsACopy)
 {
-    const ResbufChain chain = chainOf(kFirst);
+    const ResbufChain chain = makeChain(kFirst);
     ASSERT_TRUE(dictionary.SetResbuf(L"A", chain.get(), nullptr));
     chain->resval.rstring[0] = L'F';
     EXPECT_EQ(at(L"A"), kFirst);
@@ -191,17 +191,17 @@ TEST_F(ResbufDictionary, EmptyChain_IsStoredAndRead)
     EXPECT_EQ(at(L"A"), Items());
 }
 
-TEST_F(ResbufDictionary, ChainThatTheHostDoesNotStore_ChangesNoEntry)
+TEST_F(ResbufDictionary, ChainThatTheHostRefuses_ChangesNoEntry)
 {
     ASSERT_TRUE(set(L"A", kFirst));
-    const ResbufChain chain = chainOf(kFirst);
+    const ResbufChain chain = makeChain(kFirst);
     chain->restype = 5000;
     EXPECT_FALSE(dictionary.SetResbuf(L"A", chain.get(), nullptr));
     chain->restype = 300;
     EXPECT_EQ(at(L"A"), kFirst);
 }
 
-/// Is notified of changes to one object.
+/// Counts the erasures of the object that it is attached to.
 struct CountingReactor final : QeDbObjectReactor {
     int erasures = 0;
     void erased(const QeDbObject* object, bool erasing) override { erasures += object != nullptr && erasing ? 1 : 0; }
@@ -225,7 +225,7 @@ TEST_F(ResbufDictionary, RemovedKey_IsGone)
     EXPECT_FALSE(dictionary.RemoveKey(L"A"));
 }
 
-TEST_F(ResbufDictionary, RemovingAll_TakesEveryEntryWithoutALock)
+TEST_F(ResbufDictionary, RemoveAll_RemovesEveryEntryWithoutALock)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     setDictionary(L"B");
@@ -235,21 +235,21 @@ TEST_F(ResbufDictionary, RemovingAll_TakesEveryEntryWithoutALock)
     EXPECT_EQ(dictionary.GetEntryCount(), 0);
 }
 
-TEST_F(ResbufDictionary, RemovingAllOfNone_IsDone)
+TEST_F(ResbufDictionary, RemoveAll_OfNoEntries_Succeeds)
 {
     const auto before = contents();
     EXPECT_TRUE(dictionary.RemoveAll()) << "there is no dictionary";
-    EXPECT_EQ(contents(), before) << "and none was made";
+    EXPECT_EQ(contents(), before) << "none was created";
     ASSERT_TRUE(set(L"A", kFirst));
     ASSERT_TRUE(dictionary.RemoveKey(L"A"));
     EXPECT_TRUE(dictionary.RemoveAll()) << "it is empty";
     Orvel::NamedObjects parent;
     ASSERT_EQ(parent.openIn(document.database(), QeDb::kForRead), Qeapp::eOk);
     const OpenedDictionary reader(dictionary.OpenDictionary(QeDb::kForRead));
-    EXPECT_TRUE(dictionary.RemoveAll()) << "others may read what it only looks into";
+    EXPECT_TRUE(dictionary.RemoveAll()) << "an empty dictionary is not opened for write";
 }
 
-TEST_F(ResbufDictionary, RemovingAllWhereAnObjectOfAnotherClassLies_IsDoneAndLeavesIt)
+TEST_F(ResbufDictionary, RemoveAll_KeepsAnObjectOfAnotherClassUnderTheName)
 {
     occupyName();
     const auto before = contents();
@@ -257,7 +257,7 @@ TEST_F(ResbufDictionary, RemovingAllWhereAnObjectOfAnotherClassLies_IsDoneAndLea
     EXPECT_EQ(contents(), before);
 }
 
-TEST_F(ResbufDictionary, RemovingAllFromOneThatCannotBeOpened_Fails)
+TEST_F(ResbufDictionary, RemoveAll_FailsWhenTheDictionaryCannotBeOpened)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     for (const char* const call : {"QeDbDatabase::getNamedObjectsDictionary", "QeDbDictionary::getAt",
@@ -268,7 +268,7 @@ TEST_F(ResbufDictionary, RemovingAllFromOneThatCannotBeOpened_Fails)
     EXPECT_EQ(dictionary.GetEntryCount(), 1);
 }
 
-TEST_F(ResbufDictionary, RemovingAllFromOneThatCannotBeWritten_Fails)
+TEST_F(ResbufDictionary, RemoveAll_FailsWhenTheDictionaryCannotBeWritten)
 {
     ASSERT_TRUE(set(L"A", kFirst));
     const OpenedDictionary reader(dictionary.OpenDictionary(QeDb::kForRead));
@@ -285,7 +285,7 @@ TEST_F(ResbufDictionary, UniqueKey_IsThePrefixAndTheFirstFreeNumber)
     EXPECT_STREQ(dictionary.MakeUniqueKey(L""), L"0");
 }
 
-TEST_F(ResbufDictionary, UniqueKeyOfALongPrefix_IsCutToWhatTheNumberLeaves)
+TEST_F(ResbufDictionary, UniqueKey_CutsALongPrefixToFitTheNumber)
 {
     const std::wstring prefix = L"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMN";
     ASSERT_EQ(prefix.size(), 40U);

@@ -1,4 +1,4 @@
-// The fixture of the dictionaries of xrecords: one in a current document.
+// The fixture for dictionaries of xrecords: a dictionary in the current document.
 #pragma once
 
 #include <memory>
@@ -26,19 +26,19 @@ protected:
     ScopedDocument document;
     CResbufDictionary dictionary{L"NAMES", document.database()};
 
-    std::string contents() const { return contentsOf(*document.database()); }
+    std::string contents() const { return drawingContents(*document.database()); }
 
     bool set(const wchar_t* key, const Items& items, QeDbObjectReactor* reactor = nullptr)
     {
-        return dictionary.SetResbuf(key, chainOf(items).get(), reactor);
+        return dictionary.SetResbuf(key, makeChain(items).get(), reactor);
     }
-    /// No value where there is no chain.
+    /// The chain of an entry; no value where the entry has no chain.
     std::optional<Items> at(const wchar_t* key) const
     {
         ResbufChain chain;
-        return dictionary.GetResbuf(key, chain.put()) ? std::optional(itemsOf(chain.get())) : std::nullopt;
+        return dictionary.GetResbuf(key, chain.put()) ? std::optional(readChain(chain.get())) : std::nullopt;
     }
-    /// An entry that is a dictionary.
+    /// Adds an entry that is a dictionary.
     void setDictionary(const wchar_t* key)
     {
         const OpenedDictionary parent(dictionary.OpenDictionary(QeDb::kForWrite));
@@ -46,7 +46,7 @@ protected:
         QeDbObjectId id;
         ASSERT_EQ(parent->setAt(key, child.get(), id), Qeapp::eOk);
     }
-    /// An xrecord under the dictionary's own name.
+    /// Puts an xrecord under the dictionary's name.
     void occupyName()
     {
         Orvel::NamedObjects parent;

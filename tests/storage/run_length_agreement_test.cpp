@@ -59,18 +59,18 @@ private:
     std::mt19937 engine_;
 };
 
-TEST(RunLengthAgreement, PackedBytesAndSizesAgreeAndUnpackAgain)
+TEST(RunLengthAgreement, PackedBytesAndSizesAgreeAndUnpackToTheInput)
 {
     Inputs inputs(kSeed);
     for (int round = 0; round < 100000; ++round) {
         const Bytes input = inputs.next();
         const Bytes expected = referencePacked(input);
         const std::size_t size = packedSize(input);
-        ASSERT_EQ(size, expected.size()) << "seed " << kSeed << ", round " << round << ": " << hexOf(input);
+        ASSERT_EQ(size, expected.size()) << "seed " << kSeed << ", round " << round << ": " << toHex(input);
         ASSERT_TRUE(packInto(size, input).bytes == expected)
-            << "seed " << kSeed << ", round " << round << ": " << hexOf(input);
+            << "seed " << kSeed << ", round " << round << ": " << toHex(input);
         ASSERT_TRUE(unpackInto(input.size(), expected).bytes == input)
-            << "seed " << kSeed << ", round " << round << ": " << hexOf(input);
+            << "seed " << kSeed << ", round " << round << ": " << toHex(input);
     }
 }
 
@@ -83,7 +83,7 @@ TEST(RunLengthAgreement, UnpackedBytesAndSizesAgreeForRandomBytes)
         const Bytes expected = referenceUnpacked(input).value_or(Bytes());
         ASSERT_EQ(unpackedSize(input), expected.size()) << "seed " << kSeed + 1 << ", round " << round;
         ASSERT_TRUE(unpackInto(expected.size(), input).bytes == expected)
-            << "seed " << kSeed + 1 << ", round " << round << ": " << hexOf(input);
+            << "seed " << kSeed + 1 << ", round " << round << ": " << toHex(input);
         if (!expected.empty())
             ++accepted;
     }
@@ -99,13 +99,13 @@ TEST(RunLengthAgreement, EveryTruncationOfPackedBytesAgrees)
             // A buffer of its own, so that reading past its end is noticed.
             const Bytes part(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
             const Bytes expected = referenceUnpacked(part).value_or(Bytes());
-            ASSERT_EQ(unpackedSize(part), expected.size()) << hexOf(part);
-            ASSERT_TRUE(unpackInto(expected.size(), part).bytes == expected) << hexOf(part);
+            ASSERT_EQ(unpackedSize(part), expected.size()) << toHex(part);
+            ASSERT_TRUE(unpackInto(expected.size(), part).bytes == expected) << toHex(part);
         }
     }
 }
 
-TEST(RunLengthAgreement, CapacityOneShortIsRefusedBothWays)
+TEST(RunLengthAgreement, CapacityThatIsOneByteTooSmallIsRefused)
 {
     Inputs inputs(kSeed + 3);
     for (int round = 0; round < 5000; ++round) {
@@ -113,8 +113,8 @@ TEST(RunLengthAgreement, CapacityOneShortIsRefusedBothWays)
         if (input.empty())
             continue;
         const Bytes whole = referencePacked(input);
-        ASSERT_EQ(packInto(whole.size() - 1, input).length, 0U) << hexOf(input);
-        ASSERT_EQ(unpackInto(input.size() - 1, whole).length, 0U) << hexOf(input);
+        ASSERT_EQ(packInto(whole.size() - 1, input).length, 0U) << toHex(input);
+        ASSERT_EQ(unpackInto(input.size() - 1, whole).length, 0U) << toHex(input);
     }
 }
 

@@ -7,12 +7,7 @@
 namespace Tests {
 namespace {
 
-using Call = std::size_t (*)(const unsigned char*, std::size_t, unsigned char*, std::size_t);
-
-constexpr unsigned char kUntouchedByte = 0xA5;
-constexpr std::size_t kBorder = 160; // more than any packet
-
-Written callInto(Call call, std::size_t capacity, const Bytes& input)
+Written callInto(PackingCall call, std::size_t capacity, const Bytes& input)
 {
     Bytes output(capacity + kBorder, kUntouchedByte);
     const std::size_t length = call(input.data(), input.size(), output.data(), capacity);

@@ -1,9 +1,14 @@
-// The packing calls with buffers whose borders are checked.
+// Calls of the packing functions that check the bytes behind the output.
 #pragma once
 
 #include "support/chain.h"
 
 namespace Tests {
+
+using PackingCall = std::size_t (*)(const unsigned char*, std::size_t, unsigned char*, std::size_t);
+
+inline constexpr unsigned char kUntouchedByte = 0xA5;
+inline constexpr std::size_t kBorder = 160; // more than any packet
 
 /// The result of a call, and its output when the result is not 0.
 struct Written {
@@ -11,7 +16,7 @@ struct Written {
     Bytes bytes;
 };
 
-/// Call with an output of exactly `capacity` bytes and fail the test when a byte beyond it is touched.
+/// Call with an output of exactly `capacity` bytes. Fail the test when a byte after it changes.
 Written packInto(std::size_t capacity, const Bytes& input);
 Written unpackInto(std::size_t capacity, const Bytes& input);
 

@@ -6,21 +6,19 @@
 #include "storage/byte_patterns.h"
 #include "storage/reference_run_length.h"
 #include "storage/run_length.h"
+#include "storage/run_length_calls.h"
 
 namespace Tests {
 namespace {
 
-constexpr unsigned char kUntouchedByte = 0xA5;
-constexpr std::size_t kBorder = 160; // more than any packet
-
-/// One output for all calls: what is behind the capacity stays as it was, so that it need not be made anew each time.
+/// One output for all calls. The bytes after the capacity never change, so one buffer serves all of them.
 class WatchedOutput {
 public:
     /// Room for the given capacities, in ascending order.
     explicit WatchedOutput(std::size_t mostCapacity) : bytes_(mostCapacity + kBorder, kUntouchedByte) {}
 
     unsigned char* data() { return bytes_.data(); }
-    bool isUntouchedFrom(std::size_t capacity) const
+    bool isUntouchedAfter(std::size_t capacity) const
     {
         static const Bytes untouched(kBorder, kUntouchedByte);
         return std::memcmp(bytes_.data() + capacity, untouched.data(), kBorder) == 0;
@@ -35,31 +33,29 @@ private:
     Bytes bytes_;
 };
 
-using SweptCall = std::size_t (*)(const unsigned char*, std::size_t, unsigned char*, std::size_t);
-
 /// Makes calls and counts them, up to the first wrong one.
 class Sweep {
 public:
     explicit Sweep(std::size_t mostOutput) : output_(mostOutput) {}
 
-    bool isAgreed() const { return result_.disagreement.empty(); }
+    bool agrees() const { return result_.disagreement.empty(); }
     const SweepResult& result() const { return result_; }
     void countInput() { ++result_.inputs; }
 
     /// `expected` is the output of the call when the capacity suffices. Empty when the call refuses the input.
-    void call(SweptCall function, const Bytes& input, std::size_t capacity, const Bytes& expected)
+    void call(PackingCall function, const Bytes& input, std::size_t capacity, const Bytes& expected)
     {
         const std::size_t length = function(input.data(), input.size(), output_.data(), capacity);
         ++result_.calls;
         const bool fits = !expected.empty() && expected.size() <= capacity;
         if (length != (fits ? expected.size() : 0) || (fits && !output_.beginsWith(expected)))
             disagree("another output", input, capacity);
-        else if (!output_.isUntouchedFrom(capacity))
+        else if (!output_.isUntouchedAfter(capacity))
             disagree("written past the end", input, capacity);
     }
-    void callWithEachCapacity(SweptCall function, const Bytes& input, std::size_t mostCapacity, const Bytes& expected)
+    void callWithEachCapacity(PackingCall function, const Bytes& input, std::size_t mostCapacity, const Bytes& expected)
     {
-        for (std::size_t capacity = 0; capacity <= mostCapacity && isAgreed(); ++capacity)
+        for (std::size_t capacity = 0; capacity <= mostCapacity && agrees(); ++capacity)
             call(function, input, capacity, expected);
         output_.clear(mostCapacity);
     }
@@ -75,8 +71,8 @@ public:
 private:
     void disagree(const std::string& what, const Bytes& input, std::size_t capacity)
     {
-        if (isAgreed())
-            result_.disagreement = what + ", capacity " + std::to_string(capacity) + ", input " + hexOf(input);
+        if (agrees())
+            result_.disagreement = what + ", capacity " + std::to_string(capacity) + ", input " + toHex(input);
     }
 
     WatchedOutput output_;
@@ -124,7 +120,7 @@ Bytes stretch(bool isRun, std::size_t length, unsigned char first)
 
 void sweepPair(Sweep& sweep, std::size_t first, std::size_t second)
 {
-    for (unsigned shape = 0; shape < 8 && sweep.isAgreed(); ++shape) {
+    for (unsigned shape = 0; shape < 8 && sweep.agrees(); ++shape) {
         const Bytes before = stretch((shape & 1) != 0, first, 0x40);
         const auto next = static_cast<unsigned char>(before.back() + ((shape & 2) != 0 ? 1 : 0));
         sweep.packAndUnpack(joined({before, stretch((shape & 4) != 0, second, next)}), false);
@@ -137,7 +133,7 @@ SweepResult sweepUnpacking(std::size_t length, std::size_t mostCapacity, std::ui
 {
     Sweep sweep(mostCapacity);
     Bytes input(length);
-    for (std::uint64_t number = 0; number < power(256, length) && sweep.isAgreed(); number += stride) {
+    for (std::uint64_t number = 0; number < power(256, length) && sweep.agrees(); number += stride) {
         setDigits(input, number, 256);
         sweep.countInput();
         const Bytes expected = referenceUnpacked(input).value_or(Bytes());
@@ -151,7 +147,7 @@ SweepResult sweepPacking(std::size_t length, std::size_t symbols, std::uint64_t 
 {
     Sweep sweep(2 * length + 2);
     Bytes input(length);
-    for (std::uint64_t number = 0; number < power(symbols, length) && sweep.isAgreed(); number += stride) {
+    for (std::uint64_t number = 0; number < power(symbols, length) && sweep.agrees(); number += stride) {
         setDigits(input, number, symbols);
         sweep.packAndUnpack(input, true);
     }
@@ -162,7 +158,7 @@ SweepResult sweepAlternations(std::size_t longest, std::uint64_t stride)
 {
     Sweep sweep(3 * longest);
     const std::uint64_t pairs = std::uint64_t{longest} * longest;
-    for (std::uint64_t pair = 0; pair < pairs && sweep.isAgreed(); pair += stride)
+    for (std::uint64_t pair = 0; pair < pairs && sweep.agrees(); pair += stride)
         sweepPair(sweep, 1 + pair % longest, 1 + pair / longest);
     return sweep.result();
 }

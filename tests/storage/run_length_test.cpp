@@ -35,10 +35,10 @@ std::vector<Case> runCases()
         {"TwoRunsSideBySide", joined({repeated(7, 3), repeated(8, 3)}), {0x83, 7, 0x83, 8}},
         {"RunOfZeros", repeated(0, 3), {0x83, 0}},
         {"RunOfHighBytes", repeated(0xFF, 5), {0x85, 0xFF}},
-        {"LongestRunThenOneOfItThenAnother", joined({repeated(7, 129), {8}}), {0x80, 7, 0x02, 7, 8}},
-        {"LongestRunThenOneOfItThenTwo", joined({repeated(7, 129), {8, 9}}), {0x80, 7, 0x03, 7, 8, 9}},
-        {"LongestRunThenOneOfItThenARun", joined({repeated(7, 129), repeated(8, 3)}), {0x80, 7, 0x01, 7, 0x83, 8}},
-        {"LongestRunThenTwoOfItThenARun", joined({repeated(7, 130), repeated(8, 3)}), {0x80, 7, 0x02, 7, 7, 0x83, 8}},
+        {"LongestRunThenOneMoreThenAnother", joined({repeated(7, 129), {8}}), {0x80, 7, 0x02, 7, 8}},
+        {"LongestRunThenOneMoreThenTwo", joined({repeated(7, 129), {8, 9}}), {0x80, 7, 0x03, 7, 8, 9}},
+        {"LongestRunThenOneMoreThenARun", joined({repeated(7, 129), repeated(8, 3)}), {0x80, 7, 0x01, 7, 0x83, 8}},
+        {"LongestRunThenTwoMoreThenARun", joined({repeated(7, 130), repeated(8, 3)}), {0x80, 7, 0x02, 7, 7, 0x83, 8}},
     };
 }
 
@@ -90,40 +90,35 @@ INSTANTIATE_TEST_SUITE_P(Runs, RunLengthTable, testing::ValuesIn(runCases()), ca
 INSTANTIATE_TEST_SUITE_P(Literals, RunLengthTable, testing::ValuesIn(literalCases()), caseName);
 INSTANTIATE_TEST_SUITE_P(Mixed, RunLengthTable, testing::ValuesIn(mixedCases()), caseName);
 
-TEST_P(RunLengthTable, PacksIntoTheExactBytes)
+TEST_P(RunLengthTable, PacksIntoTheListedBytes)
 {
-    EXPECT_EQ(hexOf(packed(GetParam().unpacked)), hexOf(GetParam().packed));
+    EXPECT_EQ(toHex(packed(GetParam().unpacked)), toHex(GetParam().packed));
 }
 
-TEST_P(RunLengthTable, PackedSizeIsTheLengthOfTheBytes)
+TEST_P(RunLengthTable, UnpacksIntoTheListedBytes)
 {
-    EXPECT_EQ(packedSize(GetParam().unpacked), GetParam().packed.size());
+    EXPECT_EQ(toHex(unpacked(GetParam().packed)), toHex(GetParam().unpacked));
 }
 
-TEST_P(RunLengthTable, UnpacksIntoTheExactBytes)
-{
-    EXPECT_EQ(hexOf(unpacked(GetParam().packed)), hexOf(GetParam().unpacked));
-}
-
-TEST_P(RunLengthTable, PackingIsRefusedByEveryCapacityThatIsTooSmall)
+TEST_P(RunLengthTable, PackingFailsForEveryCapacityThatIsTooSmall)
 {
     for (std::size_t capacity = 0; capacity < GetParam().packed.size(); ++capacity)
         EXPECT_EQ(packInto(capacity, GetParam().unpacked).length, 0U) << capacity << " bytes";
 }
 
-TEST_P(RunLengthTable, UnpackingIsRefusedByEveryCapacityThatIsTooSmall)
+TEST_P(RunLengthTable, UnpackingFailsForEveryCapacityThatIsTooSmall)
 {
     for (std::size_t capacity = 0; capacity < GetParam().unpacked.size(); ++capacity)
         EXPECT_EQ(unpackInto(capacity, GetParam().packed).length, 0U) << capacity << " bytes";
 }
 
-TEST_P(RunLengthTable, MoreRoomThanNeededChangesNothing)
+TEST_P(RunLengthTable, LargerCapacityGivesTheSameBytes)
 {
     EXPECT_EQ(packInto(GetParam().packed.size() + 1, GetParam().unpacked).bytes, GetParam().packed);
     EXPECT_EQ(unpackInto(GetParam().unpacked.size() + 1, GetParam().packed).bytes, GetParam().unpacked);
 }
 
-/// Literals of distinct bytes are cut at 128.
+/// The packets of distinct bytes: literals of at most 128 bytes.
 Bytes literalPackets(const Bytes& bytes)
 {
     Bytes packets;
@@ -135,13 +130,13 @@ Bytes literalPackets(const Bytes& bytes)
     return packets;
 }
 
-/// Calls `check` for literals of 126 to 130 bytes, cut in two at every position.
+/// Calls `check` for literals of 126 to 130 bytes, split at every position.
 template <class Check>
-void forEveryCut(Check check)
+void forEverySplit(Check check)
 {
     for (std::size_t length = 126; length <= 130; ++length) {
         for (std::size_t at = 0; at <= length; ++at) {
-            SCOPED_TRACE(testing::Message() << "literal of " << length << " bytes, cut at " << at);
+            SCOPED_TRACE(testing::Message() << "literal of " << length << " bytes, split at " << at);
             const Bytes literal = distinct(length);
             const auto middle = literal.begin() + static_cast<std::ptrdiff_t>(at);
             check(Bytes(literal.begin(), middle), Bytes(middle, literal.end()));
@@ -149,23 +144,23 @@ void forEveryCut(Check check)
     }
 }
 
-TEST(RunLength, RunOfThreeAtEveryPositionEndsTheLiteralBeforeIt)
+TEST(RunLength, RunOfThreeAtEveryPositionEndsTheLiteral)
 {
-    forEveryCut([](const Bytes& before, const Bytes& after) {
-        EXPECT_EQ(hexOf(packed(joined({before, repeated(200, 3), after}))),
-                  hexOf(joined({literalPackets(before), {0x83, 200}, literalPackets(after)})));
+    forEverySplit([](const Bytes& before, const Bytes& after) {
+        EXPECT_EQ(toHex(packed(joined({before, repeated(200, 3), after}))),
+                  toHex(joined({literalPackets(before), {0x83, 200}, literalPackets(after)})));
     });
 }
 
 TEST(RunLength, PairAtEveryPositionStaysInTheLiteral)
 {
-    forEveryCut([](const Bytes& before, const Bytes& after) {
+    forEverySplit([](const Bytes& before, const Bytes& after) {
         const Bytes input = joined({before, repeated(200, 2), after});
-        EXPECT_EQ(hexOf(packed(input)), hexOf(literalPackets(input)));
+        EXPECT_EQ(toHex(packed(input)), toHex(literalPackets(input)));
     });
 }
 
-TEST(RunLength, CountsTheByteItself)
+TEST(RunLength, CountsTheFirstByte)
 {
     const Bytes bytes{1, 2};
     EXPECT_EQ(Orvel::RunLength(bytes.data(), bytes.data() + 2), 1U);
@@ -194,7 +189,7 @@ TEST(RunLength, StopsAtHundredAndTwentyEight)
     EXPECT_EQ(Orvel::RunLength(bytes.data(), bytes.data() + 300), 128U);
 }
 
-TEST(RunLength, EmptyInputIsZeroEverywhere)
+TEST(RunLength, EmptyInputHasSizeZero)
 {
     EXPECT_EQ(packedSize({}), 0U);
     EXPECT_EQ(unpackedSize({}), 0U);
@@ -202,13 +197,13 @@ TEST(RunLength, EmptyInputIsZeroEverywhere)
     EXPECT_EQ(unpackInto(100, {}).length, 0U);
 }
 
-TEST(RunLength, PacketsThatThePackerWouldNotWriteAreUnpackedAllTheSame)
+TEST(RunLength, PacketsThatThePackerNeverWritesAreUnpacked)
 {
     EXPECT_EQ(unpacked({0x81, 7}), (Bytes{7}));                                // run of one
     EXPECT_EQ(unpacked({0x82, 7, 0x82, 7}), (Bytes{7, 7, 7, 7}));              // runs that could be one
     EXPECT_EQ(unpacked({0x03, 7, 7, 7}), (Bytes{7, 7, 7}));                    // literal that could be a run
     EXPECT_EQ(unpacked({0x01, 1, 0x01, 2, 0x01, 3}), (Bytes{1, 2, 3}));        // literals that could be one
-    EXPECT_EQ(unpacked(joined({{0x00}, repeated(7, 128)})), repeated(7, 128)); // the same at full length
+    EXPECT_EQ(unpacked(joined({{0x00}, repeated(7, 128)})), repeated(7, 128)); // longest literal that could be a run
 }
 
 struct Malformed {

@@ -14,11 +14,11 @@ class StoredCoordinateSystem : public PlatformTest {
 protected:
     Drawing drawing;
 
-    StoredCoordinateSystem() { giveAllForms(drawing); }
+    StoredCoordinateSystem() { storeAllForms(drawing); }
 
-    static void giveAllForms(Drawing& one)
+    static void storeAllForms(Drawing& target)
     {
-        one.withLegacyCode(L"EPSG:25832").withXrecord({{1071, 1}}).withGeoData(L"text");
+        target.withLegacyCode(L"EPSG:25832").withXrecord({{1071, 1}}).withGeoData(L"text");
     }
     Qeapp::ErrorStatus clear() { return ClearStoredCoordinateSystem(drawing.database()); }
     QeDbTransactionManager& transactions() const { return *drawing.database()->transactionManager(); }
@@ -31,19 +31,19 @@ protected:
     }
 };
 
-TEST_F(StoredCoordinateSystem, AllThreeFormsGo)
+TEST_F(StoredCoordinateSystem, ClearingRemovesAllThreeForms)
 {
     EXPECT_EQ(clear(), Qeapp::eOk);
     expectCleared();
 }
 
-TEST_F(StoredCoordinateSystem, NoTransactionIsLeft)
+TEST_F(StoredCoordinateSystem, ClearingLeavesNoTransaction)
 {
     EXPECT_EQ(clear(), Qeapp::eOk);
     EXPECT_EQ(transactions().numActiveTransactions(), 0);
 }
 
-TEST_F(StoredCoordinateSystem, DrawingWithNoneOfThemIsASuccess)
+TEST_F(StoredCoordinateSystem, ClearingAnEmptyDrawingSucceeds)
 {
     const Drawing empty;
     EXPECT_EQ(ClearStoredCoordinateSystem(empty.database()), Qeapp::eOk);
@@ -51,7 +51,7 @@ TEST_F(StoredCoordinateSystem, DrawingWithNoneOfThemIsASuccess)
     EXPECT_TRUE(empty.hasRegisteredApplication());
 }
 
-TEST_F(StoredCoordinateSystem, EachFormAloneGoes)
+TEST_F(StoredCoordinateSystem, ClearingRemovesEachFormAlone)
 {
     Drawing legacy;
     legacy.withLegacyCode(L"EPSG:25832");
@@ -67,26 +67,26 @@ TEST_F(StoredCoordinateSystem, EachFormAloneGoes)
     EXPECT_EQ(geoData.geoDataText(), L"");
 }
 
-TEST_F(StoredCoordinateSystem, ClearingTwiceIsASuccess)
+TEST_F(StoredCoordinateSystem, ClearingTwiceSucceeds)
 {
     EXPECT_EQ(clear(), Qeapp::eOk);
     EXPECT_EQ(clear(), Qeapp::eOk);
     expectCleared();
 }
 
-TEST_F(StoredCoordinateSystem, OtherContentsStay)
+TEST_F(StoredCoordinateSystem, ClearingKeepsOtherContents)
 {
     drawing.withXrecord({{300, L"other"}}, L"OTHER");
     EXPECT_EQ(clear(), Qeapp::eOk);
     EXPECT_EQ(drawing.xrecord(L"OTHER"), (Items{{300, L"other"}}));
 }
 
-TEST_F(StoredCoordinateSystem, NoDatabaseIs124)
+TEST_F(StoredCoordinateSystem, NullDatabaseReturns124)
 {
     EXPECT_EQ(ClearStoredCoordinateSystem(nullptr), 124);
 }
 
-TEST_F(StoredCoordinateSystem, TransactionThatCannotBeStartedIsEightAndNothingIsTouched)
+TEST_F(StoredCoordinateSystem, TransactionThatCannotBeStartedReturns8AndChangesNothing)
 {
     const std::string before = drawing.contents();
     const ScopedFault fault(failing("QeDbTransactionManager::startTransaction"));
@@ -96,7 +96,7 @@ TEST_F(StoredCoordinateSystem, TransactionThatCannotBeStartedIsEightAndNothingIs
 }
 
 /// The result of each failing call. Any other failure is passed on.
-int expectedFailureOfClearing(const FallibleCall& call)
+int expectedClearResult(const FallibleCall& call)
 {
     static const std::map<std::string, int> results{
         {"QeDbTransactionManager::startTransaction", 8},
@@ -106,14 +106,14 @@ int expectedFailureOfClearing(const FallibleCall& call)
         {"qeapp_malloc", 6},
     };
     const auto found = results.find(call.name);
-    return found == results.end() ? kPlanned : found->second;
+    return found == results.end() ? kInjectedResult : found->second;
 }
 
-TEST_F(StoredCoordinateSystem, AnyFailingCallLeavesAllThreeForms)
+TEST_F(StoredCoordinateSystem, EveryFailingCallKeepsAllThreeForms)
 {
-    const auto calls = fallibleCallsOf([&] {
+    const auto calls = recordFallibleCalls([&] {
         Drawing other;
-        giveAllForms(other);
+        storeAllForms(other);
         Embedded::FaultInjection::watch();
         EXPECT_EQ(ClearStoredCoordinateSystem(other.database()), Qeapp::eOk);
     });
@@ -122,16 +122,16 @@ TEST_F(StoredCoordinateSystem, AnyFailingCallLeavesAllThreeForms)
     for (const FallibleCall& call : calls) {
         {
             const ScopedFault fault(failing(call));
-            EXPECT_EQ(clear(), expectedFailureOfClearing(call)) << call;
+            EXPECT_EQ(clear(), expectedClearResult(call)) << call;
         }
         EXPECT_EQ(drawing.contents(), before) << call;
         EXPECT_EQ(transactions().numActiveTransactions(), 0) << call;
     }
 }
 
-TEST_F(StoredCoordinateSystem, AnyFailingCallUndoesTheRegistrationOfTheApplication)
+TEST_F(StoredCoordinateSystem, EveryFailingCallUndoesTheRegistrationOfTheApplication)
 {
-    const auto calls = fallibleCallsOf([&] {
+    const auto calls = recordFallibleCalls([&] {
         const Drawing other;
         EXPECT_EQ(ClearStoredCoordinateSystem(other.database()), Qeapp::eOk);
     });
@@ -139,17 +139,17 @@ TEST_F(StoredCoordinateSystem, AnyFailingCallUndoesTheRegistrationOfTheApplicati
     const std::string before = empty.contents();
     for (const FallibleCall& call : calls) {
         if (call.name == "QeDbDictionary::remove" || call.name == "qedbGetGeoDataObjId")
-            continue; // their own tests say which failures count
+            continue; // other tests say which of their failures count
         const ScopedFault fault(failing(call));
-        EXPECT_EQ(ClearStoredCoordinateSystem(empty.database()), expectedFailureOfClearing(call)) << call;
+        EXPECT_EQ(ClearStoredCoordinateSystem(empty.database()), expectedClearResult(call)) << call;
         EXPECT_FALSE(empty.hasRegisteredApplication()) << call;
     }
 }
 
-TEST_F(StoredCoordinateSystem, FirstFailingStepIsTheLast)
+TEST_F(StoredCoordinateSystem, NoStepFollowsAFailedStep)
 {
     const ScopedFault fault(failing("QeDbObject::setXData"));
-    EXPECT_EQ(clear(), kPlanned);
+    EXPECT_EQ(clear(), kInjectedResult);
     const auto& seen = Embedded::FaultInjection::seen();
     EXPECT_EQ(std::count(seen.begin(), seen.end(), "QeDbDictionary::remove"), 0);
     EXPECT_EQ(std::count(seen.begin(), seen.end(), "qedbGetGeoDataObjId"), 0);
@@ -168,11 +168,11 @@ TEST_F(StoredCoordinateSystem, StepsGoFromTheLegacyRecordToTheGeoData)
     EXPECT_EQ(seen.back(), "QeDbTransactionManager::endTransaction");
 }
 
-TEST_F(StoredCoordinateSystem, FailingEndOfTheTransactionLeavesAllThreeForms)
+TEST_F(StoredCoordinateSystem, FailingEndOfTheTransactionKeepsAllThreeForms)
 {
     const std::string before = drawing.contents();
     const ScopedFault fault(failing("QeDbTransactionManager::endTransaction"));
-    EXPECT_EQ(clear(), kPlanned);
+    EXPECT_EQ(clear(), kInjectedResult);
     EXPECT_EQ(drawing.contents(), before);
     EXPECT_EQ(transactions().numActiveTransactions(), 0);
 }
@@ -195,13 +195,13 @@ TEST_F(StoredCoordinateSystem, AbortedOuterTransactionUndoesTheClearing)
     EXPECT_EQ(drawing.contents(), before);
 }
 
-TEST_F(StoredCoordinateSystem, FailingClearingUndoesOnlyItselfInAnOuterTransaction)
+TEST_F(StoredCoordinateSystem, FailedClearingKeepsEarlierChangesOfAnOuterTransaction)
 {
     ASSERT_NE(transactions().startTransaction(), nullptr);
     drawing.withXrecord({{300, L"written before"}}, L"OTHER");
     {
         const ScopedFault fault(failing("QeDbGeoData::setCoordinateSystem"));
-        EXPECT_EQ(clear(), kPlanned);
+        EXPECT_EQ(clear(), kInjectedResult);
     }
     EXPECT_EQ(transactions().numActiveTransactions(), 1);
     ASSERT_EQ(transactions().endTransaction(), Qeapp::eOk);
@@ -210,7 +210,7 @@ TEST_F(StoredCoordinateSystem, FailingClearingUndoesOnlyItselfInAnOuterTransacti
     EXPECT_EQ(drawing.xrecord(), (Items{{1071, 1}}));
 }
 
-TEST_F(StoredCoordinateSystem, ObjectThatIsInUseLeavesAllThreeForms)
+TEST_F(StoredCoordinateSystem, ObjectThatIsOpenForReadKeepsAllThreeForms)
 {
     const std::string before = drawing.contents();
     QeDbObjectId id;

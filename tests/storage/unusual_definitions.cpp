@@ -10,7 +10,7 @@ public:
 
 } // namespace
 
-SystemHolder UserSystem::system() const
+SystemHolder UserSystem::makeSystem() const
 {
     const std::wstring identifier = ellipsoidIdentifier.empty() ? L"" : L"," + ellipsoidIdentifier;
     const std::wstring text = L"GEOGCRS[\"" + name + L"\",DATUM[\"" + datum + L"\",ELLIPSOID[\"" + ellipsoid + L"\"," +
@@ -23,18 +23,14 @@ SystemHolder UserSystem::system() const
     return definition;
 }
 
-DatumHolder UserSystem::datumOfSystem() const
+DatumHolder UserSystem::makeDatum() const
 {
-    DatumHolder definition;
-    requireOk(system()->GetDatum(definition.put()));
-    return definition;
+    return getDatum(makeSystem());
 }
 
-EllipsoidHolder UserSystem::ellipsoidOfSystem() const
+EllipsoidHolder UserSystem::makeEllipsoid() const
 {
-    EllipsoidHolder definition;
-    requireOk(Library::CoordinateReferenceSystemUtil::GetEllipsoid(system().get(), definition.put()));
-    return definition;
+    return getEllipsoid(makeSystem());
 }
 
 std::wstring varied(std::size_t characters)

@@ -7,21 +7,22 @@
 
 namespace Tests {
 
-/// A geographic system of the user's; ellipsoid and datum have their names for codes unless an identifier is given.
+/// A user-defined geographic system. Datum and ellipsoid have their names as codes, unless the ellipsoid has an
+/// identifier.
 struct UserSystem {
     std::wstring code = L"MINE:1";
     std::wstring name = L"System";
     std::wstring datum = L"Datum";
     std::wstring ellipsoid = L"Ellipsoid";
-    std::wstring ellipsoidIdentifier = L""; // ID["EPSG",7019]
+    std::wstring ellipsoidIdentifier = L""; // such as ID["EPSG",7019]
     int semiMajorAxis = 6378000;
 
-    SystemHolder system() const;
-    DatumHolder datumOfSystem() const;
-    EllipsoidHolder ellipsoidOfSystem() const;
+    SystemHolder makeSystem() const;
+    DatumHolder makeDatum() const;
+    EllipsoidHolder makeEllipsoid() const;
 };
 
-/// A text that has no run of bytes.
+/// Makes a text that has no run of equal bytes.
 std::wstring varied(std::size_t characters);
 
 /// A definition that is neither a system nor a datum nor an ellipsoid.

@@ -10,7 +10,7 @@ namespace {
 using Orvel::decodeUtf16le;
 using Orvel::encodeUtf16le;
 
-std::wstring textFrom(const Bytes& bytes)
+std::wstring decode(const Bytes& bytes)
 {
     return decodeUtf16le(bytes.data(), bytes.size());
 }
@@ -25,7 +25,7 @@ TEST(Utf16le, LowByteComesFirst)
     EXPECT_EQ(encodeUtf16le(L"A\x00E4\x4E16"), (Bytes{0x41, 0x00, 0xE4, 0x00, 0x16, 0x4E, 0, 0}));
 }
 
-TEST(Utf16le, LengthIsTwoBytesForEachUnitAndTwoMore)
+TEST(Utf16le, LengthIsTwoBytesForEachUnitAndForTheNul)
 {
     EXPECT_EQ(encodeUtf16le(std::wstring(1000, L'x')).size(), 2002U);
 }
@@ -37,12 +37,12 @@ TEST(Utf16le, SupplementaryCharacterIsAPairOfSurrogates)
     EXPECT_EQ(encodeUtf16le(L"\U0010FFFF"), (Bytes{0xFF, 0xDB, 0xFF, 0xDF, 0, 0}));
 }
 
-TEST(Utf16le, LastCharacterOfOneUnitStaysOne)
+TEST(Utf16le, LastCharacterOfOneUnitIsOneUnit)
 {
     EXPECT_EQ(encodeUtf16le(L"\xFFFF"), (Bytes{0xFF, 0xFF, 0, 0}));
 }
 
-TEST(Utf16le, WhatIsBeyondTheLastCharacterBecomesTheReplacementCharacter)
+TEST(Utf16le, ValueAboveTheLastCharacterBecomesTheReplacementCharacter)
 {
     if (sizeof(wchar_t) == 2)
         GTEST_SKIP() << "every wide character is a unit of the text here";
@@ -50,47 +50,47 @@ TEST(Utf16le, WhatIsBeyondTheLastCharacterBecomesTheReplacementCharacter)
         EXPECT_EQ(encodeUtf16le(std::wstring(1, static_cast<wchar_t>(beyond))), (Bytes{0xFD, 0xFF, 0, 0}));
 }
 
-TEST(Utf16le, UnpairedSurrogatesPassThrough)
+TEST(Utf16le, UnpairedSurrogatesAreKept)
 {
     const std::wstring text{static_cast<wchar_t>(0xD800), L'a', static_cast<wchar_t>(0xDC00)};
     EXPECT_EQ(encodeUtf16le(text), (Bytes{0x00, 0xD8, 0x61, 0x00, 0x00, 0xDC, 0, 0}));
-    EXPECT_EQ(textFrom({0x00, 0xD8, 0x61, 0x00, 0x00, 0xDC, 0, 0}), text);
+    EXPECT_EQ(decode({0x00, 0xD8, 0x61, 0x00, 0x00, 0xDC, 0, 0}), text);
 }
 
-TEST(Utf16le, HighSurrogateBeforeACharacterBehindTheSurrogatesStaysForItself)
+TEST(Utf16le, HighSurrogateBeforeACharacterAboveTheSurrogatesStaysUnpaired)
 {
     for (const wchar_t behind : {L'\xE000', L'\xFFFD'}) {
         const std::wstring text{static_cast<wchar_t>(0xD83C), behind};
-        EXPECT_EQ(textFrom(encodeUtf16le(text)), text);
+        EXPECT_EQ(decode(encodeUtf16le(text)), text);
     }
 }
 
-TEST(Utf16le, SurrogatesInTheWrongOrderStayTwo)
+TEST(Utf16le, SurrogatesInTheWrongOrderStayUnpaired)
 {
     const std::wstring text{static_cast<wchar_t>(0xDC00), static_cast<wchar_t>(0xD800)};
-    EXPECT_EQ(textFrom(encodeUtf16le(text)), text);
+    EXPECT_EQ(decode(encodeUtf16le(text)), text);
 }
 
-TEST(Utf16le, PairOfSurrogatesIsOneCharacterWhereTheSystemHasItSo)
+TEST(Utf16le, SurrogatePairIsDecodedToTheSystemsCharacter)
 {
-    EXPECT_EQ(textFrom({0x3C, 0xD8, 0x0D, 0xDF, 0, 0}), L"\U0001F30D");
+    EXPECT_EQ(decode({0x3C, 0xD8, 0x0D, 0xDF, 0, 0}), L"\U0001F30D");
 }
 
-TEST(Utf16le, HighSurrogateBeforeAPairStaysForItself)
+TEST(Utf16le, HighSurrogateBeforeAPairStaysUnpaired)
 {
     std::wstring text{static_cast<wchar_t>(0xD800)};
     text += L"\U0001F30D";
-    EXPECT_EQ(textFrom({0x00, 0xD8, 0x3C, 0xD8, 0x0D, 0xDF, 0, 0}), text);
+    EXPECT_EQ(decode({0x00, 0xD8, 0x3C, 0xD8, 0x0D, 0xDF, 0, 0}), text);
 }
 
-TEST(Utf16le, LowSurrogateAfterAPairStaysForItself)
+TEST(Utf16le, LowSurrogateAfterAPairStaysUnpaired)
 {
     std::wstring text = L"\U0001F30D";
     text += static_cast<wchar_t>(0xDC00);
-    EXPECT_EQ(textFrom({0x3C, 0xD8, 0x0D, 0xDF, 0x00, 0xDC, 0, 0}), text);
+    EXPECT_EQ(decode({0x3C, 0xD8, 0x0D, 0xDF, 0x00, 0xDC, 0, 0}), text);
 }
 
-TEST(Utf16le, HighSurrogateBeforeTheFirstByteIsNoPartOfTheText)
+TEST(Utf16le, HighSurrogateBeforeTheTextIsNotRead)
 {
     const Bytes bytes{0x3C, 0xD8, 0x0D, 0xDF};
     EXPECT_EQ(decodeUtf16le(bytes.data() + 2, 2), std::wstring(1, static_cast<wchar_t>(0xDF0D)));
@@ -98,16 +98,16 @@ TEST(Utf16le, HighSurrogateBeforeTheFirstByteIsNoPartOfTheText)
 
 TEST(Utf16le, TextEndsAtItsFirstNul)
 {
-    EXPECT_EQ(textFrom({0x41, 0, 0, 0, 0x42, 0}), L"A");
+    EXPECT_EQ(decode({0x41, 0, 0, 0, 0x42, 0}), L"A");
 }
 
-TEST(Utf16le, ZeroByteInAUnitIsNoNul)
+TEST(Utf16le, UnitWithAZeroByteIsNotANul)
 {
-    EXPECT_EQ(textFrom({0x00, 0x01, 0x41, 0x00, 0, 0}), L"\x0100"
-                                                        L"A");
+    EXPECT_EQ(decode({0x00, 0x01, 0x41, 0x00, 0, 0}), L"\x0100"
+                                                      L"A");
 }
 
-TEST(Utf16le, ZeroByteInAUnitDoesNotEndTheLength)
+TEST(Utf16le, UnitWithAZeroByteDoesNotEndTheLength)
 {
     EXPECT_EQ(Orvel::utf16leLength(Bytes{0x00, 0x01, 0x41, 0x00, 0, 0}.data()), 4U);
     EXPECT_EQ(Orvel::utf16leLength(Bytes{0x42, 0x00, 0x00, 0x01, 0x41, 0x00, 0, 0}.data()), 6U);
@@ -115,32 +115,32 @@ TEST(Utf16le, ZeroByteInAUnitDoesNotEndTheLength)
 
 TEST(Utf16le, TextWithoutANulEndsWithTheBytes)
 {
-    EXPECT_EQ(textFrom({0x41, 0, 0x42, 0}), L"AB");
+    EXPECT_EQ(decode({0x41, 0, 0x42, 0}), L"AB");
 }
 
 TEST(Utf16le, OddLastByteIsIgnored)
 {
-    EXPECT_EQ(textFrom({0x41, 0, 0x42}), L"A");
-    EXPECT_EQ(textFrom({0x41}), L"");
+    EXPECT_EQ(decode({0x41, 0, 0x42}), L"A");
+    EXPECT_EQ(decode({0x41}), L"");
 }
 
-TEST(Utf16le, NoBytesAreAnEmptyText)
+TEST(Utf16le, NoBytesDecodeToAnEmptyText)
 {
-    EXPECT_EQ(textFrom({}), L"");
+    EXPECT_EQ(decode({}), L"");
     EXPECT_EQ(decodeUtf16le(nullptr, 0), L"");
 }
 
-TEST(Utf16le, EveryUnitComesBack)
+TEST(Utf16le, EveryUnitIsDecodedAsItWasEncoded)
 {
     std::wstring text;
     for (unsigned unit = 1; unit < 0x10000; ++unit) {
         text += static_cast<wchar_t>(unit);
         text += L'.'; // keeps surrogates apart
     }
-    EXPECT_TRUE(textFrom(encodeUtf16le(text)) == text);
+    EXPECT_TRUE(decode(encodeUtf16le(text)) == text);
 }
 
-TEST(Utf16le, CharactersFromEverySupplementaryPlaneComeBack)
+TEST(Utf16le, CharactersOfEverySupplementaryPlaneAreDecodedAsTheyWereEncoded)
 {
     std::wstring text;
     for (char32_t character = 0x10000; character < 0x110000; character += 0x3FD) {
@@ -152,7 +152,7 @@ TEST(Utf16le, CharactersFromEverySupplementaryPlaneComeBack)
         text += static_cast<wchar_t>(0xD800 + (offset >> 10));
         text += static_cast<wchar_t>(0xDC00 + (offset & 0x3FF));
     }
-    EXPECT_TRUE(textFrom(encodeUtf16le(text)) == text);
+    EXPECT_TRUE(decode(encodeUtf16le(text)) == text);
 }
 
 } // namespace

@@ -37,7 +37,7 @@ void setValue(resbuf& item, int number)
         item.resval.rlong = number;
 }
 
-Item itemOf(const resbuf& item)
+Item readItem(const resbuf& item)
 {
     switch (qeutValueKind(item.restype)) {
     case QeRb::ValueKind::string:
@@ -74,7 +74,7 @@ std::ostream& operator<<(std::ostream& out, const Item& item)
     return out;
 }
 
-Orvel::ResbufChain chainOf(const Items& items)
+Orvel::ResbufChain makeChain(const Items& items)
 {
     Orvel::ResbufChain chain;
     resbuf* last = nullptr;
@@ -87,11 +87,11 @@ Orvel::ResbufChain chainOf(const Items& items)
     return chain;
 }
 
-Items itemsOf(const resbuf* chain)
+Items readChain(const resbuf* chain)
 {
     Items items;
     for (; chain != nullptr; chain = chain->rbnext)
-        items.push_back(itemOf(*chain));
+        items.push_back(readItem(*chain));
     return items;
 }
 

@@ -24,7 +24,7 @@ using Items = std::vector<Item>;
 std::ostream& operator<<(std::ostream& out, const Item& item);
 
 /// A new chain of the items; null for none.
-Orvel::ResbufChain chainOf(const Items& items);
-Items itemsOf(const resbuf* chain);
+Orvel::ResbufChain makeChain(const Items& items);
+Items readChain(const resbuf* chain);
 
 } // namespace Tests

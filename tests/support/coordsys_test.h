@@ -1,10 +1,12 @@
-// The fixture of the coordinate-system functions: a drawing, a log of notices, and a status to write to.
+// The fixture for the coordinate-system functions: a drawing, a log of notices, and a status to write to.
 #pragma once
 
+#include <algorithm>
 #include <string>
 
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/diagnostics/fault_injection.h"
+#include "storage/definition_xrecord.h"
 #include "support/drawing.h"
 #include "support/library_definitions.h"
 #include "support/platform_test.h"
@@ -14,7 +16,7 @@ namespace Tests {
 
 namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 
-/// A library status that no function writes. A test sees by it that the status was not written.
+/// A library status that no function writes. It shows that a status was not written.
 inline constexpr auto kUntouched = static_cast<Library::Status>(77);
 
 /// The code of the system that tests assign.
@@ -23,13 +25,10 @@ inline constexpr const wchar_t* kAssignedCode = L"EPSG:25832";
 /// The library's call that looks a system up in the catalog.
 inline constexpr const char* kLoadSystem = "CoordinateReferenceSystemDefinition::Load";
 
-/// The number of times the call was made since FaultInjection::watch or FaultInjection::arm.
-inline std::size_t timesSeen(const std::string& call)
+/// Counts how often the call was made since FaultInjection::watch or FaultInjection::arm.
+inline std::size_t countCalls(const std::string& call)
 {
-    std::size_t times = 0;
-    for (const std::string& seen : Embedded::FaultInjection::seen())
-        times += seen == call ? 1U : 0U;
-    return times;
+    return static_cast<std::size_t>(std::ranges::count(Embedded::FaultInjection::seen(), call));
 }
 
 class CoordsysTest : public PlatformTest {
@@ -47,7 +46,26 @@ protected:
         return Cs::SetCoordinateSystem(definition.get(), database(), &status);
     }
     /// Stores the system without reactors or a status, like an earlier assignment.
-    void giveSystem(const wchar_t* code) { drawing.withGeoData(serializedText(catalogSystem(code).get())); }
+    void storeSystem(const wchar_t* code) { drawing.withGeoData(serializedText(catalogSystem(code).get())); }
+    /// Stores the definition xrecord, as an older drawing version has it.
+    void storeXrecord(const SystemHolder& system) const
+    {
+        ASSERT_EQ(Orvel::WriteCsDefinitionXrecord(system.get(), database()), Qeapp::eOk);
+    }
+    /// Stores the system in each of the three forms.
+    void storeAllForms(const wchar_t* code)
+    {
+        storeSystem(code);
+        drawing.withLegacyCode(code);
+        storeXrecord(catalogSystem(code));
+    }
+    /// Reads the drawing's system and gives its kind and code, or "none".
+    std::wstring describeStoredSystem() const
+    {
+        SystemHolder definition;
+        EXPECT_EQ(Cs::GetCoordinateSystem(definition.put(), nullptr, database()), Qeapp::eOk);
+        return describe(definition.get());
+    }
 };
 
 } // namespace Tests

@@ -47,21 +47,21 @@ void putAt(QeDbDatabase* database, const wchar_t* key, QeDbObject* object)
 }
 
 template <class T>
-T valueIn(Embedded::Expected<T> result)
+T valueOrThrow(Embedded::Expected<T> result)
 {
     if (!result)
-        throw std::runtime_error("a drawing of a test: " + result.error().text());
+        throw std::runtime_error("a test's drawing: " + result.error().text());
     return std::move(*result);
 }
 
 } // namespace
 
-std::string contentsOf(const QeDbDatabase& database)
+std::string drawingContents(const QeDbDatabase& database)
 {
-    return valueIn(Embedded::dumpDrawing(database));
+    return valueOrThrow(Embedded::dumpDrawing(database));
 }
 
-std::ptrdiff_t timesIn(std::string_view text, std::string_view part)
+std::ptrdiff_t countOccurrences(std::string_view text, std::string_view part)
 {
     std::ptrdiff_t number = 0;
     for (std::size_t at = text.find(part); at != std::string_view::npos; at = text.find(part, at + part.size()))
@@ -69,14 +69,14 @@ std::ptrdiff_t timesIn(std::string_view text, std::string_view part)
     return number;
 }
 
-std::string savedInMemory(QeDbDatabase& database)
+std::string saveToBytes(QeDbDatabase& database)
 {
-    return valueIn(Embedded::saveDrawingToBytes(database, database.drawingVersion()));
+    return valueOrThrow(Embedded::saveDrawingToBytes(database, database.drawingVersion()));
 }
 
-std::unique_ptr<QeDbDatabase> loadedFromMemory(const std::string& bytes)
+std::unique_ptr<QeDbDatabase> loadFromBytes(const std::string& bytes)
 {
-    return valueIn(Embedded::loadDrawingFromBytes(bytes));
+    return valueOrThrow(Embedded::loadDrawingFromBytes(bytes));
 }
 
 Drawing::Drawing(QeDb::QeDbDwgVersion version) : database_(std::make_unique<QeDbDatabase>(version))
@@ -104,14 +104,14 @@ Drawing& Drawing::withLegacyChain(const Items& items)
 {
     withRegisteredApplication();
     const NamedObjects dictionary = namedObjects(database(), QeDb::kForWrite);
-    require(dictionary->setXData(chainOf(items).get()));
+    require(dictionary->setXData(makeChain(items).get()));
     return *this;
 }
 
 Drawing& Drawing::withXrecord(const Items& items, const wchar_t* key)
 {
     const HostObject<QeDbXrecord> xrecord(new QeDbXrecord);
-    require(xrecord->setFromRbChain(chainOf(items).get(), database()));
+    require(xrecord->setFromRbChain(makeChain(items).get(), database()));
     putAt(database(), key, xrecord.get());
     return *this;
 }
@@ -142,7 +142,7 @@ std::optional<Items> Drawing::legacyChain() const
 {
     const NamedObjects dictionary = namedObjects(database(), QeDb::kForRead);
     const Orvel::ResbufChain chain(dictionary->xData(L"KTN_PROJECTION"));
-    return chain ? std::optional(itemsOf(chain.get())) : std::nullopt;
+    return chain ? std::optional(readChain(chain.get())) : std::nullopt;
 }
 
 std::optional<Items> Drawing::xrecord(const wchar_t* key) const
@@ -155,7 +155,7 @@ std::optional<Items> Drawing::xrecord(const wchar_t* key) const
     require(xrecord.open(id, QeDb::kForRead));
     Orvel::ResbufChain chain;
     require(xrecord->rbChain(chain.put(), database()));
-    return itemsOf(chain.get());
+    return readChain(chain.get());
 }
 
 std::optional<std::wstring> Drawing::geoDataText() const

@@ -12,13 +12,12 @@
 
 namespace Tests {
 
-/// Everything that a drawing holds, as text to compare.
-std::string contentsOf(const QeDbDatabase& database);
+/// Writes everything that a drawing holds as text to compare.
+std::string drawingContents(const QeDbDatabase& database);
 /// Counts how often `part` occurs in the text.
-std::ptrdiff_t timesIn(std::string_view text, std::string_view part);
-/// Saves a drawing to memory, and loads one from it.
-std::string savedInMemory(QeDbDatabase& database);
-std::unique_ptr<QeDbDatabase> loadedFromMemory(const std::string& bytes);
+std::ptrdiff_t countOccurrences(std::string_view text, std::string_view part);
+std::string saveToBytes(QeDbDatabase& database);
+std::unique_ptr<QeDbDatabase> loadFromBytes(const std::string& bytes);
 
 class Drawing {
 public:
@@ -46,8 +45,7 @@ public:
     std::optional<std::wstring> geoDataText() const;
     /// Whether the GeoData object is owned by model space.
     bool geoDataIsInModelSpace() const;
-    /// Everything that the drawing holds, as text to compare.
-    std::string contents() const { return contentsOf(*database_); }
+    std::string contents() const { return drawingContents(*database_); }
 
 private:
     std::unique_ptr<QeDbDatabase> database_;

@@ -1,4 +1,4 @@
-// What went wrong, as a text for assertions.
+// Gives the text of an error for assertions.
 #pragma once
 
 #include <string>

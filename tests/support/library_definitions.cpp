@@ -10,14 +10,14 @@ namespace {
 
 /// Throws when a test cannot be set up.
 template <class Definition>
-Orvel::LibraryObject<Definition> loaded(const wchar_t* code)
+Orvel::LibraryObject<Definition> loadFromCatalog(const wchar_t* code)
 {
     Orvel::LibraryObject<Definition> definition;
     requireOk(Definition::Load(code, definition.put()));
     return definition;
 }
 
-const wchar_t* kindOf(const Library::DefinitionBase* definition)
+const wchar_t* kindPrefix(const Library::DefinitionBase* definition)
 {
     if (dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(definition) != nullptr)
         return L"system ";
@@ -36,17 +36,31 @@ void requireOk(Library::Status status)
 
 SystemHolder catalogSystem(const wchar_t* code)
 {
-    return loaded<Library::CoordinateReferenceSystemDefinition>(code);
+    return loadFromCatalog<Library::CoordinateReferenceSystemDefinition>(code);
 }
 
 DatumHolder catalogDatum(const wchar_t* code)
 {
-    return loaded<Library::DatumDefinition>(code);
+    return loadFromCatalog<Library::DatumDefinition>(code);
 }
 
 EllipsoidHolder catalogEllipsoid(const wchar_t* code)
 {
-    return loaded<Library::EllipsoidDefinition>(code);
+    return loadFromCatalog<Library::EllipsoidDefinition>(code);
+}
+
+DatumHolder getDatum(const SystemHolder& system)
+{
+    DatumHolder datum;
+    requireOk(system->GetDatum(datum.put()));
+    return datum;
+}
+
+EllipsoidHolder getEllipsoid(const SystemHolder& system)
+{
+    EllipsoidHolder ellipsoid;
+    requireOk(Library::CoordinateReferenceSystemUtil::GetEllipsoid(system.get(), ellipsoid.put()));
+    return ellipsoid;
 }
 
 SystemHolder userSystem(const wchar_t* code)
@@ -66,7 +80,17 @@ std::wstring serializedText(const Library::DefinitionBase* definition, bool incl
     return text.substr(0, text.find(L'\0'));
 }
 
-std::wstring joinedTexts(const Texts& texts)
+std::wstring exportWkt(const SystemHolder& system)
+{
+    std::vector<wchar_t> wkt(4096);
+    const Library::Status status =
+        Library::FormatConverter::DefinitionToWkt_s(system.get(), Library::wktFlavorDefault, wkt.data(), wkt.size());
+    if (status != Library::statusInexact)
+        requireOk(status);
+    return wkt.data();
+}
+
+std::wstring joinTexts(const Texts& texts)
 {
     std::wstring joined;
     for (const std::wstring& text : texts) {
@@ -80,21 +104,26 @@ std::wstring joinedTexts(const Texts& texts)
     return joined + texts.back().substr(texts.back().rfind(L']'));
 }
 
-std::wstring described(const Library::DefinitionBase* definition)
+std::wstring describe(const Library::DefinitionBase* definition)
 {
     if (definition == nullptr)
         return L"none";
     const wchar_t* code = nullptr;
     requireOk(definition->GetCode(code));
-    return std::wstring(kindOf(definition)) + code;
+    return std::wstring(kindPrefix(definition)) + code;
 }
 
-Texts described(const ArrayHolder& definitions)
+Texts describe(const ArrayHolder& definitions)
 {
     Texts texts;
     for (int index = 0; definitions && index < definitions->GetCount(); ++index)
-        texts.push_back(described(definitions->GetItem(index)));
+        texts.push_back(describe(definitions->GetItem(index)));
     return texts;
+}
+
+Texts describe(const Orvel::DefinitionSet& set)
+{
+    return {describe(set.system.get()), describe(set.datum.get()), describe(set.ellipsoid.get())};
 }
 
 } // namespace Tests

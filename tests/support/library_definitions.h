@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "storage/definition_set.h"
 #include "storage/library_holder.h"
 
 namespace Tests {
@@ -24,14 +25,19 @@ SystemHolder catalogSystem(const wchar_t* code);
 SystemHolder userSystem(const wchar_t* code = L"MINE:1");
 DatumHolder catalogDatum(const wchar_t* code);
 EllipsoidHolder catalogEllipsoid(const wchar_t* code);
+DatumHolder getDatum(const SystemHolder& system);
+EllipsoidHolder getEllipsoid(const SystemHolder& system);
 
 /// The library's text of a definition, with or without entries for its datum and ellipsoid.
 std::wstring serializedText(const Library::DefinitionBase* definition, bool includeDependents = true);
+/// The library's WKT of a system, exact or not.
+std::wstring exportWkt(const SystemHolder& system);
 /// Joins the entries of several texts in one text, in that order.
-std::wstring joinedTexts(const Texts& texts);
+std::wstring joinTexts(const Texts& texts);
 
-/// The kind and code of a definition, "datum EPSG:6258", or of each definition in an array.
-std::wstring described(const Library::DefinitionBase* definition);
-Texts described(const ArrayHolder& definitions);
+/// Gives the kind and code of a definition, "datum EPSG:6258", or of each definition in an array or a set.
+std::wstring describe(const Library::DefinitionBase* definition);
+Texts describe(const ArrayHolder& definitions);
+Texts describe(const Orvel::DefinitionSet& set);
 
 } // namespace Tests

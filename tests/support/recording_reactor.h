@@ -1,4 +1,4 @@
-// A reactor that records its notices. A test decides what it answers and does.
+// A reactor that records its notices and answers and acts as the test says.
 #pragma once
 
 #include <functional>
@@ -64,15 +64,15 @@ public:
     {
         record(Event::vetoed, db, name);
     }
-    void CsTransformationChanged() override { hear({Event::transformationChanged, std::nullopt, name_}); }
+    void CsTransformationChanged() override { store({Event::transformationChanged, std::nullopt, name_}); }
 
 private:
     Notice record(Event event, QeDbDatabase* db, const wchar_t* name)
     {
         databases.push_back(db);
-        return hear({event, name != nullptr ? std::optional<std::wstring>(name) : std::nullopt, name_});
+        return store({event, name != nullptr ? std::optional<std::wstring>(name) : std::nullopt, name_});
     }
-    Notice hear(Notice notice)
+    Notice store(Notice notice)
     {
         log_->push_back(notice);
         if (action)
@@ -85,7 +85,7 @@ private:
 };
 
 /// The notices of a successful assignment to one reactor.
-inline Notices noticesOfAssignment(const std::wstring& name, const std::string& reactor = "A")
+inline Notices assignmentNotices(const std::wstring& name, const std::string& reactor = "A")
 {
     return {{Event::asked, name, reactor},
             {Event::asked, std::nullopt, reactor},

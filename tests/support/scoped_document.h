@@ -26,7 +26,7 @@ private:
     QeApDocument* document_;
 };
 
-/// Takes parts away from the host for the length of a scope.
+/// Removes or replaces parts of the host for the length of a scope.
 class ScopedHostParts {
 public:
     explicit ScopedHostParts(Embedded::HostParts parts) { Embedded::setHostParts(parts); }

@@ -13,7 +13,7 @@ class ScopedVariable {
 public:
     /// Without a value the variable is removed.
     explicit ScopedVariable(std::string name, std::optional<std::string> value = std::nullopt)
-        : name_(std::move(name)), before_(variableNamed(name_))
+        : name_(std::move(name)), before_(getVariable(name_))
     {
         set(value);
     }

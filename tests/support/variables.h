@@ -7,7 +7,7 @@
 namespace Tests {
 
 /// The value in UTF-8; nothing if the variable is not set.
-std::optional<std::string> variableNamed(const std::string& name);
+std::optional<std::string> getVariable(const std::string& name);
 /// Without a value the variable is removed.
 void setVariable(const std::string& name, const std::optional<std::string>& value);
 

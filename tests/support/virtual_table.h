@@ -13,7 +13,7 @@ template <std::size_t slots>
 using VirtualTable = std::array<const void*, slots>;
 
 template <std::size_t slots>
-VirtualTable<slots> virtualTableOf(const void* object)
+VirtualTable<slots> readVirtualTable(const void* object)
 {
     const void* table = nullptr;
     std::memcpy(&table, object, sizeof table);
@@ -26,8 +26,8 @@ VirtualTable<slots> virtualTableOf(const void* object)
 template <std::size_t slots>
 std::set<std::size_t> differingSlots(const void* left, const void* right, std::size_t first)
 {
-    const VirtualTable<slots> one = virtualTableOf<slots>(left);
-    const VirtualTable<slots> other = virtualTableOf<slots>(right);
+    const VirtualTable<slots> one = readVirtualTable<slots>(left);
+    const VirtualTable<slots> other = readVirtualTable<slots>(right);
     std::set<std::size_t> differing;
     for (std::size_t slot = first; slot < slots; ++slot) {
         if (one[slot] != other[slot])

@@ -12,13 +12,14 @@ using Target = Cs::CsTransformationConfigTargetType;
 
 const std::wstring& oneElement()
 {
-    static const std::wstring text = elementOf(L"EPSG:4275", L"EPSG:4326", L"NTF to WGS 84 (1)");
+    static const std::wstring text = itemElement(L"EPSG:4275", L"EPSG:4326", L"NTF to WGS 84 (1)");
     return text;
 }
 
 const std::wstring& otherElement()
 {
-    static const std::wstring text = elementOf(L"EPSG:4230", L"EPSG:4326", L"ED50 to WGS 84 (1)", 2, L"a longer note");
+    static const std::wstring text =
+        itemElement(L"EPSG:4230", L"EPSG:4326", L"ED50 to WGS 84 (1)", 2, L"a longer note");
     return text;
 }
 

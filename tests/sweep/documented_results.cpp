@@ -12,7 +12,7 @@ namespace {
 
 using Results = std::set<int>;
 
-const std::map<std::string, Results>& tableOfResults()
+const std::map<std::string, Results>& resultTable()
 {
     static const std::map<std::string, Results> table{
         {"GetCoordinateSystem(array)", {0, 2, 3, 6, 15, 124}},
@@ -38,8 +38,8 @@ const std::map<std::string, Results>& tableOfResults()
 
 bool isDocumented(const std::string& function, int result)
 {
-    const auto found = tableOfResults().find(function);
-    if (found != tableOfResults().end())
+    const auto found = resultTable().find(function);
+    if (found != resultTable().end())
         return found->second.contains(result);
     return result == kTrue || result == kFalse; // a function without codes
 }

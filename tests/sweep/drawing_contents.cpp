@@ -7,18 +7,18 @@
 namespace Tests {
 namespace {
 
-struct TextOfObject {
+struct ObjectText {
     std::string className;
     std::string lines;                                        // without handles
     std::vector<std::pair<std::string, std::string>> entries; // keys and handles
 };
 
-using TextsOfObjects = std::map<std::string, TextOfObject>;
+using ObjectTexts = std::map<std::string, ObjectText>;
 
-TextsOfObjects objectsIn(const std::string& contents)
+ObjectTexts parseObjects(const std::string& contents)
 {
-    TextsOfObjects objects;
-    TextOfObject* current = nullptr;
+    ObjectTexts objects;
+    ObjectText* current = nullptr;
     std::istringstream lines(contents);
     for (std::string line; std::getline(lines, line);) {
         std::istringstream words(line);
@@ -39,10 +39,10 @@ TextsOfObjects objectsIn(const std::string& contents)
     return objects;
 }
 
-void addWithEntries(const TextsOfObjects& objects, const std::string& handle, const std::string& path,
+void addWithEntries(const ObjectTexts& objects, const std::string& handle, const std::string& path,
                     ObjectsByPath& found)
 {
-    const TextOfObject& object = objects.at(handle);
+    const ObjectText& object = objects.at(handle);
     if (object.className != "QeDbDictionary" || !object.lines.empty())
         found.emplace(path, object.className + "\n" + object.lines);
     for (const auto& [key, entry] : object.entries)
@@ -54,7 +54,7 @@ void addWithEntries(const TextsOfObjects& objects, const std::string& handle, co
 ObjectsByPath objectsByPath(const std::string& contents)
 {
     constexpr const char* kNamedObjects = "1"; // the handle that every drawing gives its first root
-    const TextsOfObjects objects = objectsIn(contents);
+    const ObjectTexts objects = parseObjects(contents);
     ObjectsByPath found;
     addWithEntries(objects, kNamedObjects, "", found);
     for (const auto& [handle, object] : objects) {

@@ -9,7 +9,7 @@ namespace Tests {
 /// The reachable objects by their paths. Leaves out handles and empty dictionaries.
 using ObjectsByPath = std::map<std::string, std::string>;
 
-/// `contents` is the text of `contentsOf`.
+/// `contents` is the text of `drawingContents`.
 ObjectsByPath objectsByPath(const std::string& contents);
 
 } // namespace Tests

@@ -20,12 +20,12 @@ void require(bool done, const char* what)
         throw std::runtime_error(std::string("cannot set up a fixture: ") + what);
 }
 
-std::optional<std::string> bytesOf(const std::filesystem::path& file)
+std::optional<std::string> readIfPresent(const std::filesystem::path& file)
 {
     return std::filesystem::exists(file) ? std::optional(readFile(file)) : std::nullopt;
 }
 
-void putFile(const std::filesystem::path& file, const std::optional<std::string>& bytes)
+void replaceFile(const std::filesystem::path& file, const std::optional<std::string>& bytes)
 {
     std::filesystem::remove(file);
     if (bytes)
@@ -33,7 +33,7 @@ void putFile(const std::filesystem::path& file, const std::optional<std::string>
 }
 
 /// The values in the registry's order.
-std::vector<std::wstring> valuesInRegistry()
+std::vector<std::wstring> readRegistryValues()
 {
     const std::wstring key = Orvel::registrySettingsKey();
     Names names;
@@ -50,7 +50,7 @@ std::vector<std::wstring> valuesInRegistry()
 
 } // namespace
 
-std::string differenceOf(const StoredState& left, const StoredState& right)
+std::string describeDifference(const StoredState& left, const StoredState& right)
 {
     std::string difference;
     if (left.drawing != right.drawing)
@@ -78,15 +78,15 @@ Fixture::Fixture(const InitialState& initialState, const TemporaryFolder& folder
       drawingFile_(folder.path() / "drawing.qedb"),
       hasReactor_(initialState.hasReactor),
       userFolder_("VORLEN_USER_DICTIONARY_PATH", folder.path().string()),
-      document_(loadedFromMemory(initialState.drawing)),
+      document_(loadFromBytes(initialState.drawing)),
       reactor_(initialState.veto)
 {
-    putFile(settingsFile(), initialState.settingsFile);
-    putFile(drawingFile_, initialState.savedDrawing);
+    replaceFile(settingsFile(), initialState.settingsFile);
+    replaceFile(drawingFile_, initialState.savedDrawing);
     if (initialState.usesRegistry) {
         std::filesystem::remove(folder_ / "registry.db");
         registry_.emplace(folder, folder_ / "registry.db");
-        putRegistryValues(initialState.registryValues);
+        storeRegistryValues(initialState.registryValues);
     }
     if (initialState.isLockedElsewhere)
         otherLock_.emplace(document_.get());
@@ -103,19 +103,19 @@ Fixture::~Fixture()
 
 StoredState Fixture::storedState() const
 {
-    return {contentsOf(*database()), bytesOf(settingsFile()),
-            registry_ ? valuesInRegistry() : std::vector<std::wstring>(), bytesOf(drawingFile_)};
+    return {drawingContents(*database()), readIfPresent(settingsFile()),
+            registry_ ? readRegistryValues() : std::vector<std::wstring>(), readIfPresent(drawingFile_)};
 }
 
 bool Fixture::hasNoSystem() const
 {
-    const std::string contents = contentsOf(*database());
-    const auto has = [&](const char* part) { return timesIn(contents, part) > 0; };
+    const std::string contents = drawingContents(*database());
+    const auto has = [&](const char* part) { return countOccurrences(contents, part) > 0; };
     const bool hasGeoDataText = has("  coordinate system ") && !has("  coordinate system \"\"");
     return !has("  extended data of ") && !has("  entry \"ORVEL_CSINDWG_REGAPP\"") && !hasGeoDataText;
 }
 
-void Fixture::putRegistryValues(const std::vector<std::wstring>& values) const
+void Fixture::storeRegistryValues(const std::vector<std::wstring>& values) const
 {
     int number = 0;
     for (const std::wstring& value : values)

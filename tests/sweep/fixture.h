@@ -1,4 +1,4 @@
-// What a call works on: a drawing, a user's settings and a reactor. Each point of the sweep has a fixture of its own.
+// The drawing, the user's settings and the reactor that a call works on. Each point of the sweep has its own fixture.
 #pragma once
 
 #include <optional>
@@ -28,15 +28,15 @@ struct InitialState {
 
 /// Everything that a call may change, as values to compare.
 struct StoredState {
-    std::string drawing; // the text of `contentsOf`
+    std::string drawing; // the text of `drawingContents`
     std::optional<std::string> settingsFile;
     std::vector<std::wstring> registryValues;
     std::optional<std::string> savedDrawing;
     friend bool operator==(const StoredState&, const StoredState&) = default;
 };
 
-/// Names the parts that differ and shows them.
-std::string differenceOf(const StoredState& left, const StoredState& right);
+/// Describes the parts that differ; empty for equal states.
+std::string describeDifference(const StoredState& left, const StoredState& right);
 
 /// Compares the contents without handles. Of a saved drawing only its existence is compared.
 bool haveSameContents(const StoredState& left, const StoredState& right);
@@ -57,7 +57,7 @@ public:
 
 private:
     std::filesystem::path settingsFile() const { return folder_ / "TransformationSetting.xml"; }
-    void putRegistryValues(const std::vector<std::wstring>& values) const;
+    void storeRegistryValues(const std::vector<std::wstring>& values) const;
 
     std::filesystem::path folder_;
     std::filesystem::path drawingFile_;

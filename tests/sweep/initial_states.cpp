@@ -15,7 +15,7 @@ namespace {
 
 InitialState savedDrawing(QeDbDatabase* database)
 {
-    return {.drawing = savedInMemory(*database)};
+    return {.drawing = saveToBytes(*database)};
 }
 
 } // namespace
@@ -59,7 +59,7 @@ InitialState configuredDrawing(const std::wstring& text)
 {
     const ScopedDocument document;
     const Orvel::CResbufDictionary dictionary(Orvel::kTransformationConfigDictionary, document.database());
-    if (!dictionary.SetResbuf(Orvel::kTransformationConfigKey, chainOf({{300, text}}).get(), nullptr))
+    if (!dictionary.SetResbuf(Orvel::kTransformationConfigKey, makeChain({{300, text}}).get(), nullptr))
         throw std::runtime_error("cannot set up a drawing: configuration");
     return savedDrawing(document.database());
 }

@@ -22,7 +22,7 @@ inline constexpr std::array kFaultKinds{FaultKind::once,       FaultKind::fromTh
                                         FaultKind::allocation, FaultKind::hostAllocation, FaultKind::notice,
                                         FaultKind::pair};
 
-inline const char* nameOf(FaultKind kind)
+inline const char* faultKindName(FaultKind kind)
 {
     constexpr std::array kNames{"once", "fromThenOn", "throwing", "allocation", "hostAllocation", "notice", "pair"};
     return kNames[static_cast<std::size_t>(kind)];
@@ -40,7 +40,7 @@ struct FaultPlace {
     std::size_t second = 0; // used by pairs only
 };
 
-inline std::string textOf(const FaultPlace& place)
+inline std::string formatPlace(const FaultPlace& place)
 {
     const std::string first = std::to_string(place.first);
     return place.second == 0 ? first : first + "," + std::to_string(place.second);

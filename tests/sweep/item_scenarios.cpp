@@ -12,7 +12,7 @@ using Collection = Cs::OrvelTransformationConfigItemCollection;
 
 std::wstring itemText()
 {
-    return elementOf(L"EPSG:4275", L"EPSG:4326", L"NTF to WGS 84 (1)", 2, L"a note that is longer than a short text");
+    return itemElement(L"EPSG:4275", L"EPSG:4326", L"NTF to WGS 84 (1)", 2, L"a note that is longer than a short text");
 }
 
 template <class Made>

@@ -34,17 +34,17 @@ private:
 
 std::wstring forwards(const wchar_t* name)
 {
-    return elementOf(L"EPSG:4275", L"EPSG:4326", name, kTransformationType);
+    return itemElement(L"EPSG:4275", L"EPSG:4326", name, kTransformationType);
 }
 
 std::wstring backwards(const wchar_t* name, int type)
 {
-    return elementOf(L"EPSG:4326", L"EPSG:4275", name, type);
+    return itemElement(L"EPSG:4326", L"EPSG:4275", name, type);
 }
 
 std::wstring others()
 {
-    return elementOf(L"EPSG:4230", L"EPSG:4326", L"ED50 to WGS 84 (1)");
+    return itemElement(L"EPSG:4230", L"EPSG:4326", L"ED50 to WGS 84 (1)");
 }
 
 Scenario lookingUp(const std::string& name, std::function<InitialState()> initialState, const wchar_t* expectedName,

@@ -12,7 +12,7 @@ namespace {
 constexpr int kInjectedCode = 77;
 
 template <std::size_t size>
-bool startsWithOneOf(std::string_view call, const std::array<std::string_view, size>& beginnings)
+bool startsWithAny(std::string_view call, const std::array<std::string_view, size>& beginnings)
 {
     return std::ranges::any_of(beginnings, [=](std::string_view beginning) { return call.starts_with(beginning); });
 }
@@ -22,20 +22,20 @@ bool isLibraryCall(std::string_view call)
     constexpr std::array<std::string_view, 8> kClasses{"CoordinateReferenceSystem", "DatumDefinition", "Definition",
                                                        "EllipsoidDefinition",       "Format",          "Geodetic",
                                                        "TransformationInfo",        "Object::"};
-    return startsWithOneOf(call, kClasses);
+    return startsWithAny(call, kClasses);
 }
 
 bool isHostObjectCall(std::string_view call)
 {
     constexpr std::array<std::string_view, 3> kBeginnings{"QeDb", "qedb", "QeApDocManager"};
-    return startsWithOneOf(call, kBeginnings);
+    return startsWithAny(call, kBeginnings);
 }
 
 /// C functions for memory.
 bool isHostMemoryCall(std::string_view call)
 {
     constexpr std::array<std::string_view, 3> kBeginnings{"qeut", "qeapp_", "qeHeap"};
-    return startsWithOneOf(call, kBeginnings);
+    return startsWithAny(call, kBeginnings);
 }
 
 } // namespace

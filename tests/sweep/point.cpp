@@ -10,20 +10,20 @@ namespace {
 
 const std::optional<std::string>& requestedPoint()
 {
-    static const std::optional<std::string> name = variableNamed("ORVEL_SWEEP_POINT");
+    static const std::optional<std::string> name = getVariable("ORVEL_SWEEP_POINT");
     return name;
 }
 
-std::string prefixOf(const Scenario& scenario, FaultKind kind)
+std::string pointPrefix(const Scenario& scenario, FaultKind kind)
 {
-    return nameOf(scenario) + ":" + nameOf(kind) + ":";
+    return scenarioName(scenario) + ":" + faultKindName(kind) + ":";
 }
 
 } // namespace
 
 std::string pointName(const Scenario& scenario, FaultKind kind, const FaultPlace& place)
 {
-    return prefixOf(scenario, kind) + textOf(place);
+    return pointPrefix(scenario, kind) + formatPlace(place);
 }
 
 bool isReplaying()
@@ -33,7 +33,7 @@ bool isReplaying()
 
 std::optional<FaultPlace> placeToReplay(const Scenario& scenario, FaultKind kind)
 {
-    const std::string prefix = prefixOf(scenario, kind);
+    const std::string prefix = pointPrefix(scenario, kind);
     if (!requestedPoint() || !requestedPoint()->starts_with(prefix))
         return std::nullopt;
     const std::string numbers = requestedPoint()->substr(prefix.size());

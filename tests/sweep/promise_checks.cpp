@@ -114,7 +114,7 @@ void expectPromisedState(const Scenario& scenario, const Baseline& baseline, con
                          const ScenarioRun& run)
 {
     const StoredState now = fixture.storedState();
-    EXPECT_TRUE(isAllowedState(scenario, baseline, fixture, run, now)) << differenceOf(now, baseline.before);
+    EXPECT_TRUE(isAllowedState(scenario, baseline, fixture, run, now)) << describeDifference(now, baseline.before);
     if (scenario.promise == Promise::allOrNothing || scenario.promise == Promise::removedOrNothing)
         expectNoticesMatchState(baseline, fixture, run, now);
 }
@@ -144,7 +144,7 @@ void expectSuccessAfterwards(const Scenario& scenario, const Baseline& baseline,
     EXPECT_EQ(again.leaked, "") << "held after the same call without a fault";
     const StoredState now = fixture.storedState();
     EXPECT_TRUE(succeeded || haveSameContents(now, baseline.after))
-        << "the same call without a fault: " << differenceOf(now, baseline.after);
+        << "the same call without a fault: " << describeDifference(now, baseline.after);
 }
 
 } // namespace Tests

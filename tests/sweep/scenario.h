@@ -47,7 +47,7 @@ struct Scenario {
     bool catchesBadAlloc = false;     // whether the function lets no std::bad_alloc pass
 };
 
-inline std::string nameOf(const Scenario& scenario)
+inline std::string scenarioName(const Scenario& scenario)
 {
     return scenario.function + ":" + scenario.name;
 }

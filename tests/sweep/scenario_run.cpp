@@ -104,7 +104,7 @@ std::vector<std::string> failuresDuring(const ScenarioRun& run, const InjectedFa
         return failedCalls(fault, run.calls);
     if (numberReached(run, fault.kind) < fault.place.first)
         return {};
-    return {nameOf(fault.kind)};
+    return {faultKindName(fault.kind)};
 }
 
 } // namespace

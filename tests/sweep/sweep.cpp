@@ -12,7 +12,7 @@
 namespace Tests {
 namespace {
 
-/// Of more pairs, a random selection is run. The seed is fixed, so it is always the same selection.
+/// A scenario with more pairs runs a random selection of them. The fixed seed always gives the same selection.
 constexpr std::size_t kMaximumPairs = 10000;
 constexpr std::uint32_t kSeed = 20240229;
 
@@ -24,7 +24,7 @@ std::vector<FaultPlace> placesUpTo(std::size_t last)
     return places;
 }
 
-std::string joined(const std::vector<std::string>& names)
+std::string joinNames(const std::vector<std::string>& names)
 {
     std::string text;
     for (const std::string& name : names)
@@ -51,7 +51,7 @@ Sweep::Sweep(const Scenario& scenario) : scenario_(scenario), initialState_(scen
 {
     {
         Fixture first(initialState_, folder_);
-        runScenario(scenario_, first, std::nullopt); // fills caches, which later runs then do not allocate for
+        runScenario(scenario_, first, std::nullopt); // fills caches, so that later runs allocate nothing for them
     }
     Fixture fixture(initialState_, folder_);
     baseline_.before = fixture.storedState();
@@ -100,8 +100,8 @@ std::vector<FaultPlace> Sweep::placesFor(FaultKind kind)
 // destroys a value that was never constructed.
 bool Sweep::hostAllocationsMayFail() const
 {
-    const std::string contents = contentsOf(*loadedFromMemory(initialState_.drawing));
-    return scenario_.survivesHostShortage && timesIn(contents, "  extended data of ") == 0;
+    const std::string contents = drawingContents(*loadFromBytes(initialState_.drawing));
+    return scenario_.survivesHostShortage && countOccurrences(contents, "  extended data of ") == 0;
 }
 
 std::vector<FaultPlace> Sweep::placesThatMayThrow() const
@@ -138,7 +138,7 @@ void Sweep::runPoint(FaultKind kind, const FaultPlace& place)
     SCOPED_TRACE(pointName(scenario_, kind, place));
     Fixture fixture(initialState_, folder_);
     const ScenarioRun run = runScenario(scenario_, fixture, faultAt(kind, place));
-    SCOPED_TRACE("failed: " + joined(run.failures));
+    SCOPED_TRACE("failed: " + joinNames(run.failures));
     expectPromisesKept(scenario_, baseline_, fixture, run);
     expectSuccessAfterwards(scenario_, baseline_, run, fixture);
 }

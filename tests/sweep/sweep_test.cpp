@@ -1,4 +1,4 @@
-// Runs every exported function in each of its scenarios and makes everything that can fail do so in turn.
+// Runs every exported function in each of its scenarios and makes each thing that can fail do so in turn.
 //
 //     ORVEL_SWEEP_POINT=function:scenario:kind:n sweep_tests
 //
@@ -55,13 +55,13 @@ std::vector<Case> cases()
 std::string testName(const testing::TestParamInfo<Case>& info)
 {
     const auto& [scenario, kind] = info.param;
-    std::string name = nameOf(*scenario) + "_" + nameOf(kind);
+    std::string name = scenarioName(*scenario) + "_" + faultKindName(kind);
     std::ranges::replace_if(
         name, [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
     return name;
 }
 
-TEST_P(EveryCall, FailedInTurn_KeepsEveryPromise)
+TEST_P(EveryCall, EveryFault_KeepsEveryPromise)
 {
     const auto& [scenario, kind] = GetParam();
     if (isReplaying() && !placeToReplay(*scenario, kind))

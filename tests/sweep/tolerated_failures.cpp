@@ -153,7 +153,7 @@ std::optional<std::string> findReason(const std::string& name, const std::string
 
 std::optional<std::string> reasonToTolerate(const Scenario& scenario, const std::string& failure)
 {
-    const std::optional<std::string> reason = findReason(nameOf(scenario), failure);
+    const std::optional<std::string> reason = findReason(scenarioName(scenario), failure);
     return reason ? reason : findReason(scenario.function, failure);
 }
 

@@ -5,7 +5,7 @@
 
 namespace Tests {
 
-/// An item of a client, which writes a text of its own and inherits how it is disposed.
+/// A client's item, which writes its own text and inherits its disposal.
 class ClientItem : public ConfigItem {
 public:
     ClientItem() = default;
@@ -26,7 +26,7 @@ public:
     void FromXmlString(const wchar_t*) override {}
 };
 
-/// An empty collection of a client.
+/// A client's empty collection.
 class ClientCollection : public ConfigCollection {
 public:
     ClientCollection() = default;

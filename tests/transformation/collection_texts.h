@@ -13,7 +13,7 @@ namespace Tests {
 struct CollectionTextCase {
     const char* name;
     std::wstring_view text;
-    std::vector<ExpectedItem> items; // in the version of a new item
+    std::vector<ExpectedItem> items; // with the version of a new item
 
     friend std::ostream& operator<<(std::ostream& stream, const CollectionTextCase& one) { return stream << one.name; }
 };

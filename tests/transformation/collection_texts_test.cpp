@@ -22,23 +22,23 @@ std::vector<ItemFields> expectedItems(const CollectionTextCase& one)
     return items;
 }
 
-TEST_P(CollectionTexts, HaveTheItemsOfTheTable)
+TEST_P(CollectionTexts, AreReadAsTheListedItems)
 {
     read();
-    EXPECT_EQ(fieldsOf(*collection), expectedItems(GetParam()));
+    EXPECT_EQ(readFields(*collection), expectedItems(GetParam()));
 }
 
-TEST_P(CollectionTexts, ReplaceWhatTheCollectionHeld)
+TEST_P(CollectionTexts, ReplaceEarlierItems)
 {
     collection->Add(newCompleteItem().get());
     read();
-    EXPECT_EQ(fieldsOf(*collection), expectedItems(GetParam()));
+    EXPECT_EQ(readFields(*collection), expectedItems(GetParam()));
 }
 
-TEST_P(CollectionTexts, AreWrittenFromTheItemsOfTheTable)
+TEST_P(CollectionTexts, AreWrittenFromTheListedItems)
 {
     read();
-    EXPECT_EQ(collection->ToXmlString(), Reference::writtenConfiguration(expectedItems(GetParam())));
+    EXPECT_EQ(collection->ToXmlString(), Reference::writeConfiguration(expectedItems(GetParam())));
 }
 
 INSTANTIATE_TEST_SUITE_P(Markers, CollectionTexts, testing::ValuesIn(collectionMarkerTexts()), caseName);
@@ -56,19 +56,19 @@ protected:
     }
 };
 
-TEST_F(CollectionReading, ANullTextEmptiesTheCollection)
+TEST_F(CollectionReading, NullTextEmptiesTheCollection)
 {
     collection->FromXmlString(nullptr);
     EXPECT_EQ(collection->GetCount(), 0);
 }
 
-TEST_F(CollectionReading, AnEmptyTextEmptiesTheCollection)
+TEST_F(CollectionReading, EmptyTextEmptiesTheCollection)
 {
     collection->FromXmlString(L"");
     EXPECT_EQ(collection->GetCount(), 0);
 }
 
-TEST_F(CollectionReading, TheSameTextTwiceGivesItsItemsOnce)
+TEST_F(CollectionReading, ReadingATextTwiceGivesItsItemsOnce)
 {
     const std::wstring text = collection->ToXmlString();
     collection->FromXmlString(text.c_str());
@@ -77,7 +77,7 @@ TEST_F(CollectionReading, TheSameTextTwiceGivesItsItemsOnce)
     EXPECT_EQ(collection->ToXmlString(), text);
 }
 
-TEST_F(CollectionReading, AThousandItemsKeepTheirOrder)
+TEST_F(CollectionReading, ThousandItemsAreReadInOrder)
 {
     constexpr int kItems = 1000;
     collection->Clear();
@@ -91,22 +91,22 @@ TEST_F(CollectionReading, AThousandItemsKeepTheirOrder)
     }
     collection->FromXmlString(text.c_str());
     EXPECT_EQ(collection->GetCount(), kItems);
-    EXPECT_EQ(fieldsOf(*collection), expected);
+    EXPECT_EQ(readFields(*collection), expected);
 }
 
-TEST_F(CollectionReading, AThousandItemsAreWrittenAndReadAlike)
+TEST_F(CollectionReading, ThousandItemsAreReadAsTheyWereWritten)
 {
     collection->Clear();
     for (int number = 0; number < 1000; ++number)
         collection->Add(newCompleteItem(std::to_wstring(number).c_str()).get());
     const std::wstring text = collection->ToXmlString();
-    const std::vector<ItemFields> items = fieldsOf(*collection);
+    const std::vector<ItemFields> items = readFields(*collection);
     collection->FromXmlString(text.c_str());
-    EXPECT_EQ(fieldsOf(*collection), items);
+    EXPECT_EQ(readFields(*collection), items);
     EXPECT_EQ(collection->ToXmlString(), text);
 }
 
-TEST_F(CollectionReading, EveryPrefixHasAsManyItemsAsClosingTags)
+TEST_F(CollectionReading, EveryPrefixGivesAnItemForEachClosingTag)
 {
     const std::wstring text = collection->ToXmlString();
     const std::size_t firstEnd = text.find(L"</Item>") + 7;

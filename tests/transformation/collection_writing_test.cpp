@@ -1,12 +1,12 @@
-// The text of a collection.
+// Writing the text of a collection.
 #include "support/platform_test.h"
 #include "transformation/client_classes.h"
 
 namespace Tests {
 namespace {
 
-/// An object that is not an item but that a client can pass through a cast. The collection uses it as a counted object.
-ConfigItem* passedOffAsItem(ConfigCollection& stranger)
+/// Passes an object of another class through a cast, as a client can. The collection uses it as a counted object.
+ConfigItem* castToItem(ConfigCollection& stranger)
 {
     return reinterpret_cast<ConfigItem*>(&stranger);
 }
@@ -18,11 +18,11 @@ protected:
     void add(const ItemFields& fields) { collection->Add(newItem(fields).get()); }
 };
 
-/// Clears its collection while it is written, so that only the writer has a reference to it.
-class ItemThatEmpties final : public ClientItem {
+/// An item that clears its collection while it is written. Then only the writer holds a reference to it.
+class ClearingItem final : public ClientItem {
 public:
-    ItemThatEmpties(ConfigCollection& collection, bool& alive) : collection_(&collection), alive_(&alive) {}
-    ~ItemThatEmpties() override { *alive_ = false; }
+    ClearingItem(ConfigCollection& collection, bool& alive) : collection_(&collection), alive_(&alive) {}
+    ~ClearingItem() override { *alive_ = false; }
 
     std::wstring ToXmlString() override
     {
@@ -41,29 +41,29 @@ constexpr const wchar_t* kFirst = L"<Item><Version>1.0</Version><SourceCs>a</Sou
 constexpr const wchar_t* kSecond = L"<Item><Version>1.0</Version><SourceCs>a</SourceCs><TargetCs>b</TargetCs>"
                                    L"<Name>second</Name><Type>1</Type><Note>d</Note></Item>";
 
-TEST_F(CollectionWriting, AnEmptyCollectionIsWrittenAsNothing)
+TEST_F(CollectionWriting, EmptyCollectionIsWrittenAsAnEmptyText)
 {
     EXPECT_EQ(collection->ToXmlString(), L"");
 }
 
-TEST_F(CollectionWriting, AnItemIsHeldWhileItIsWritten)
+TEST_F(CollectionWriting, ItemIsKeptAliveWhileItIsWritten)
 {
     bool alive = true;
-    Ptr<ConfigItem> item(new ItemThatEmpties(*collection.get(), alive));
+    Ptr<ConfigItem> item(new ClearingItem(*collection.get(), alive));
     collection->Add(item.get());
     item = Ptr<ConfigItem>();
     EXPECT_EQ(collection->ToXmlString(), L"alive");
     EXPECT_FALSE(alive);
 }
 
-TEST_F(CollectionWriting, ItemsAreWrittenInOrderWithNothingBetween)
+TEST_F(CollectionWriting, ItemsAreWrittenInOrderWithoutSeparators)
 {
     collection->Add(newCompleteItem(L"second").get());
     collection->Add(newCompleteItem(L"first").get());
     EXPECT_EQ(collection->ToXmlString(), std::wstring(kSecond) + kFirst);
 }
 
-TEST_F(CollectionWriting, IncompleteItemsVanish)
+TEST_F(CollectionWriting, IncompleteItemsAreOmitted)
 {
     add({.target = L"b", .name = L"c", .type = 1});
     collection->Add(newCompleteItem(L"first").get());
@@ -74,7 +74,7 @@ TEST_F(CollectionWriting, IncompleteItemsVanish)
     EXPECT_EQ(collection->ToXmlString(), std::wstring(kFirst) + kSecond);
 }
 
-TEST_F(CollectionWriting, OfIncompleteItemsAloneNothingIsWritten)
+TEST_F(CollectionWriting, OnlyIncompleteItemsGiveAnEmptyText)
 {
     add({});
     add({.source = L"a"});
@@ -82,7 +82,7 @@ TEST_F(CollectionWriting, OfIncompleteItemsAloneNothingIsWritten)
     EXPECT_EQ(collection->GetCount(), 2);
 }
 
-TEST_F(CollectionWriting, AnItemThatIsThereTwiceIsWrittenTwice)
+TEST_F(CollectionWriting, ItemThatWasAddedTwiceIsWrittenTwice)
 {
     const Ptr<ConfigItem> item = newCompleteItem(L"first");
     collection->Add(item.get());
@@ -90,15 +90,15 @@ TEST_F(CollectionWriting, AnItemThatIsThereTwiceIsWrittenTwice)
     EXPECT_EQ(collection->ToXmlString(), std::wstring(kFirst) + kFirst);
 }
 
-TEST_F(CollectionWriting, AnItemIsWrittenAsItIsByThen)
+TEST_F(CollectionWriting, ItemIsWrittenWithItsCurrentFields)
 {
     const Ptr<ConfigItem> item = newItem();
     collection->Add(item.get());
-    setFields(*item, fieldsOf(*newCompleteItem(L"second")));
+    setFields(*item, readFields(*newCompleteItem(L"second")));
     EXPECT_EQ(collection->ToXmlString(), kSecond);
 }
 
-TEST_F(CollectionWriting, AnItemOfAClientsOwnWritesItself)
+TEST_F(CollectionWriting, ClientItemWritesItsOwnText)
 {
     collection->Add(newCompleteItem(L"first").get());
     collection->Add(Ptr<ConfigItem>(new ClientItem).get());
@@ -106,17 +106,17 @@ TEST_F(CollectionWriting, AnItemOfAClientsOwnWritesItself)
     EXPECT_EQ(collection->ToXmlString(), std::wstring(kFirst) + L"written by the client" + kSecond);
 }
 
-TEST_F(CollectionWriting, AnEntryThatIsNoItemMakesTheWholeTextEmpty)
+TEST_F(CollectionWriting, EntryOfAnotherClassMakesTheTextEmpty)
 {
     const Ptr<ConfigCollection> stranger = newCollection();
     collection->Add(newCompleteItem(L"first").get());
-    collection->Add(passedOffAsItem(*stranger));
+    collection->Add(castToItem(*stranger));
     collection->Add(newCompleteItem(L"second").get());
     EXPECT_EQ(collection->ToXmlString(), L"");
     EXPECT_EQ(collection->GetCount(), 3);
 }
 
-TEST_F(CollectionWriting, WritingLeavesEveryCountAsItWas)
+TEST_F(CollectionWriting, WritingKeepsTheReferenceCounts)
 {
     const Ptr<ConfigItem> item = newCompleteItem();
     collection->Add(item.get());
@@ -124,7 +124,7 @@ TEST_F(CollectionWriting, WritingLeavesEveryCountAsItWas)
     EXPECT_EQ(item->GetRefCount(), 2);
 }
 
-TEST_F(CollectionWriting, WritingTwiceGivesTheSame)
+TEST_F(CollectionWriting, WritingTwiceGivesTheSameText)
 {
     collection->Add(newCompleteItem().get());
     const std::wstring text = collection->ToXmlString();

@@ -4,7 +4,7 @@
 
 namespace Tests {
 
-std::string lineOf(const ItemFields& fields)
+std::string formatFields(const ItemFields& fields)
 {
     return Embedded::utf8FromWide(fields.source + L'|' + fields.target + L'|' + fields.name + L'|' +
                                   std::to_wstring(fields.type) + L'|' + fields.note + L'|' + fields.version);
@@ -12,10 +12,10 @@ std::string lineOf(const ItemFields& fields)
 
 std::ostream& operator<<(std::ostream& stream, const ItemFields& fields)
 {
-    return stream << lineOf(fields);
+    return stream << formatFields(fields);
 }
 
-ItemFields fieldsOf(ConfigItem& item)
+ItemFields readFields(ConfigItem& item)
 {
     return {item.GetSourceCs(), item.GetTargetCs(), item.GetName(), item.GetType(), item.GetNote(), item.GetVersion()};
 }
@@ -56,11 +56,11 @@ Ptr<ConfigItem> itemAt(ConfigCollection& collection, int index)
     return Ptr<ConfigItem>(item);
 }
 
-std::vector<ItemFields> fieldsOf(ConfigCollection& collection)
+std::vector<ItemFields> readFields(ConfigCollection& collection)
 {
     std::vector<ItemFields> items;
     for (int index = 0; index < collection.GetCount(); ++index)
-        items.push_back(fieldsOf(*itemAt(collection, index)));
+        items.push_back(readFields(*itemAt(collection, index)));
     return items;
 }
 

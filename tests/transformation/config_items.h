@@ -14,7 +14,7 @@ namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 using ConfigItem = Cs::OrvelTransformationConfigItem;
 using ConfigCollection = Cs::OrvelTransformationConfigItemCollection;
 
-/// The fields of an item as values. By default those of a new item.
+/// The fields of an item as values, by default those of a new item.
 struct ItemFields {
     std::wstring source{};
     std::wstring target{};
@@ -26,19 +26,19 @@ struct ItemFields {
     friend bool operator==(const ItemFields&, const ItemFields&) = default;
 };
 
-/// The fields in this order with a stroke between them.
-std::string lineOf(const ItemFields& fields);
+/// Writes the fields in this order with "|" between them.
+std::string formatFields(const ItemFields& fields);
 std::ostream& operator<<(std::ostream& stream, const ItemFields& fields);
 
-ItemFields fieldsOf(ConfigItem& item);
+ItemFields readFields(ConfigItem& item);
 void setFields(ConfigItem& item, const ItemFields& fields);
 Ptr<ConfigItem> newItem(const ItemFields& fields = {});
 /// A complete item with that name.
 Ptr<ConfigItem> newCompleteItem(const wchar_t* name = L"c");
 
 Ptr<ConfigCollection> newCollection();
-/// Null when there is none.
+/// Null for an index out of range.
 Ptr<ConfigItem> itemAt(ConfigCollection& collection, int index);
-std::vector<ItemFields> fieldsOf(ConfigCollection& collection);
+std::vector<ItemFields> readFields(ConfigCollection& collection);
 
 } // namespace Tests

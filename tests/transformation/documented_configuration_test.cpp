@@ -1,4 +1,4 @@
-// The examples of the page about configuration texts.
+// The examples on the page about configuration texts.
 #include "embedded/base/text.h"
 #include "storage/documented_example.h"
 #include "support/platform_test.h"
@@ -9,8 +9,8 @@ namespace {
 
 const std::string kConfigurationPage = "transformation-configuration.md";
 
-/// A line without the indentation before it and the remark behind it.
-std::string contentOf(const std::string& line)
+/// Removes the indentation and the remark of a line.
+std::string stripLine(const std::string& line)
 {
     const std::size_t begin = line.find_first_not_of(' ');
     const std::string content = line.substr(begin, line.find(" //") - begin);
@@ -22,15 +22,15 @@ std::string onOneLine(const std::string& block)
     std::string text;
     std::istringstream lines(block);
     for (std::string line; std::getline(lines, line);)
-        text += contentOf(line);
+        text += stripLine(line);
     return text;
 }
 
-std::string linesOf(const std::vector<ItemFields>& items)
+std::string formatItems(const std::vector<ItemFields>& items)
 {
     std::string lines;
     for (const ItemFields& item : items)
-        lines += (lines.empty() ? "" : "\n") + lineOf(item);
+        lines += (lines.empty() ? "" : "\n") + formatFields(item);
     return lines;
 }
 
@@ -41,25 +41,27 @@ protected:
     void read(const std::string& text) { collection->FromXmlString(Embedded::wideFromUtf8(text).c_str()); }
 };
 
-TEST_F(DocumentedConfiguration, TextOfThePageIsReadAndWrittenAlike)
+TEST_F(DocumentedConfiguration, DocumentedTextIsReadAndWrittenUnchanged)
 {
     const std::string text = onOneLine(DocumentedExample(kConfigurationPage, "configuration").text());
     read(text);
     EXPECT_EQ(Embedded::utf8FromWide(collection->ToXmlString()), text);
 }
 
-TEST_F(DocumentedConfiguration, TextOfThePageHoldsTheItemsOfThePage)
+TEST_F(DocumentedConfiguration, DocumentedTextIsReadAsTheDocumentedItems)
 {
     read(onOneLine(DocumentedExample(kConfigurationPage, "configuration").text()));
     const DocumentedExample items(kConfigurationPage, "items");
-    EXPECT_EQ(linesOf(fieldsOf(*collection)), items.text()) << items.correction(linesOf(fieldsOf(*collection)));
+    EXPECT_EQ(formatItems(readFields(*collection)), items.text())
+        << items.correction(formatItems(readFields(*collection)));
 }
 
-TEST_F(DocumentedConfiguration, TextThatAPersonMadeHoldsTheItemsOfThePage)
+TEST_F(DocumentedConfiguration, DocumentedHandmadeTextIsReadAsTheDocumentedItems)
 {
     read(DocumentedExample(kConfigurationPage, "handmade").text());
     const DocumentedExample items(kConfigurationPage, "handmade-items");
-    EXPECT_EQ(linesOf(fieldsOf(*collection)), items.text()) << items.correction(linesOf(fieldsOf(*collection)));
+    EXPECT_EQ(formatItems(readFields(*collection)), items.text())
+        << items.correction(formatItems(readFields(*collection)));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The examples of the page about the places of configurations.
+// The examples on the page about the stores of configurations.
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -17,7 +17,7 @@ const std::string kStoresPage = "transformation-stores.md";
 
 using DocumentedStores = TransformationTest;
 
-TEST_F(DocumentedStores, DrawingsChain_IsThePages)
+TEST_F(DocumentedStores, DrawingsChain_IsTheDocumentedChain)
 {
     const Items documented = DocumentedExample(kStoresPage, "drawing-configuration").chain();
     ASSERT_EQ(documented.size(), 1U);
@@ -26,10 +26,10 @@ TEST_F(DocumentedStores, DrawingsChain_IsThePages)
     Orvel::ResbufChain chain;
     ASSERT_TRUE(Orvel::CResbufDictionary(Orvel::kTransformationConfigDictionary, nullptr)
                     .GetResbuf(Orvel::kTransformationConfigKey, chain.put()));
-    EXPECT_EQ(itemsOf(chain.get()), documented);
+    EXPECT_EQ(readChain(chain.get()), documented);
 }
 
-TEST_F(DocumentedStores, SettingsFile_IsThePages)
+TEST_F(DocumentedStores, SettingsFile_HasTheDocumentedBytes)
 {
     ASSERT_TRUE(Orvel::WriteUserTransformationSettings(L"<Item>\u00E9</Item><Item>\U0001F310</Item> rest"));
     std::ifstream file(settingsFile(), std::ios::binary);
@@ -37,7 +37,7 @@ TEST_F(DocumentedStores, SettingsFile_IsThePages)
     EXPECT_EQ(Bytes(bytes.begin(), bytes.end()), DocumentedExample(kStoresPage, "settings-file").bytes());
 }
 
-TEST_F(DocumentedStores, RegistryValues_AreThePages)
+TEST_F(DocumentedStores, RegistryValues_AreTheDocumentedValues)
 {
     ASSERT_TRUE(Orvel::WriteRegistryTransformationSettings(L"<Item>one</Item><Item>two</Item> rest"));
     std::vector<std::wstring> names;

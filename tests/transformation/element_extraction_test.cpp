@@ -1,4 +1,4 @@
-// The search for the value of one element.
+// Searching the value of an element.
 #include <array>
 
 #include "support/case_name.h"
@@ -8,7 +8,7 @@
 namespace Tests {
 namespace {
 
-constexpr std::wstring_view kBefore = L"as it was";
+constexpr std::wstring_view kBefore = L"before";
 
 struct ExtractionCase {
     const char* name;
@@ -57,7 +57,7 @@ constexpr std::array kExtractions{
 
 class ElementExtraction : public PlatformTest, public testing::WithParamInterface<ExtractionCase> {};
 
-TEST_P(ElementExtraction, GivesTheResultAndTheValueOfTheTable)
+TEST_P(ElementExtraction, GivesTheListedResultAndValue)
 {
     std::wstring_view value = kBefore;
     EXPECT_EQ(Orvel::ExtractElementText(GetParam().text, GetParam().tag, value), GetParam().result);
@@ -76,7 +76,7 @@ TEST_F(ElementValue, IsAPartOfTheText)
     EXPECT_EQ(value.data(), text.data() + 3);
 }
 
-TEST_F(ElementValue, IsNotSoughtBehindTheEndOfTheText)
+TEST_F(ElementValue, IsNotSearchedAfterTheEndOfTheText)
 {
     const std::wstring_view text = L"<A>value</A>";
     std::wstring_view value = kBefore;
@@ -84,7 +84,7 @@ TEST_F(ElementValue, IsNotSoughtBehindTheEndOfTheText)
     EXPECT_EQ(value, kBefore);
 }
 
-TEST_F(ElementValue, OfANulCharacterInTheTextIsReadOn)
+TEST_F(ElementValue, ContainsANulCharacterOfTheText)
 {
     const std::wstring text = L"<A>x" + std::wstring(1, L'\0') + L"y</A>";
     std::wstring_view value;

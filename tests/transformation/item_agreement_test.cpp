@@ -1,4 +1,4 @@
-// Compares the module's reader and writer with a second one, on random texts.
+// Compares reading and writing with the second implementation, on random texts.
 #include <array>
 #include <random>
 
@@ -21,7 +21,7 @@ constexpr std::array<const wchar_t*, 52> kFragments{
     L"<!--",      L"\U0001F30D", L"\xD800",     L"\u00E4"};
 constexpr std::array<const wchar_t*, 6> kTags{L"SourceCs", L"TargetCs", L"Name", L"Type", L"Note", L"Version"};
 
-// The standard defines the numbers of the generator, but not those of its distributions.
+// The standard defines the numbers of the generator but not those of distributions, so it uses none.
 class RandomTexts {
 public:
     std::size_t below(std::size_t limit) { return generator_() % limit; }
@@ -34,17 +34,17 @@ public:
         return text;
     }
 
-    /// The fields in order, now and then one that is missing, doubled, cut or swapped with what follows it.
-    std::wstring nearlyAnItem()
+    /// The fields in order. Now and then one is missing, doubled, truncated or in another place.
+    std::wstring almostItem()
     {
         std::wstring parts;
         for (const wchar_t* const tag : kTags) {
-            const std::wstring part = nearlyAField(tag);
-            const std::size_t fate = below(24);
-            if (fate == 0)
+            const std::wstring part = almostField(tag);
+            const std::size_t change = below(24);
+            if (change == 0)
                 continue;
-            parts =
-                fate == 1 ? part + parts : parts + part + (fate == 2 ? part : L"") + (fate == 3 ? fragments() : L"");
+            parts = change == 1 ? part + parts
+                                : parts + part + (change == 2 ? part : L"") + (change == 3 ? fragments() : L"");
         }
         const std::wstring before = below(8) == 0 ? fragments() : L"";
         const std::wstring after = below(8) == 0 ? fragments() : L"";
@@ -55,12 +55,12 @@ public:
     {
         std::wstring text;
         for (std::size_t left = below(4); left > 0; --left)
-            text += below(5) == 0 ? fragments() : nearlyAnItem();
+            text += below(5) == 0 ? fragments() : almostItem();
         return text;
     }
 
 private:
-    std::wstring nearlyAField(const std::wstring& tag)
+    std::wstring almostField(const std::wstring& tag)
     {
         const std::wstring value = below(6) == 0 ? fragments() : kFragments.at(38 + below(6));
         std::wstring opening = L"<" + tag + L">";
@@ -98,25 +98,25 @@ struct Tally {
 
 using ItemAgreement = PlatformTest;
 
-TEST_F(ItemAgreement, ItemsOfRandomTextsAreReadAndWrittenAlike)
+TEST_F(ItemAgreement, RandomItemsAreReadAndWrittenAsTheReferenceDoes)
 {
     const ItemFields before{.source = L"s0", .target = L"t0", .name = L"n0", .type = 7, .note = L"o0", .version = L"v"};
     RandomTexts texts;
     Tally tally;
     for (std::size_t number = 0; number < kTexts && !HasFailure(); ++number) {
-        const std::wstring text = texts.below(4) == 0 ? texts.fragments() : texts.nearlyAnItem();
+        const std::wstring text = texts.below(4) == 0 ? texts.fragments() : texts.almostItem();
         ItemFields expected = before;
         Reference::readItem(text, expected);
         const Ptr<ConfigItem> item = newItem(before);
         item->FromXmlString(text.c_str());
-        EXPECT_EQ(fieldsOf(*item), expected) << number << ": " << testing::PrintToString(text);
-        EXPECT_EQ(item->ToXmlString(), Reference::writtenItem(expected)) << number;
+        EXPECT_EQ(readFields(*item), expected) << number << ": " << testing::PrintToString(text);
+        EXPECT_EQ(item->ToXmlString(), Reference::writeItem(expected)) << number;
         tally.count(before, expected, expected.type == 7 ? L"" : item->ToXmlString());
     }
     tally.expectVariety(kTexts);
 }
 
-TEST_F(ItemAgreement, ConfigurationsOfRandomTextsAreReadAndWrittenAlike)
+TEST_F(ItemAgreement, RandomConfigurationsAreReadAndWrittenAsTheReferenceDoes)
 {
     RandomTexts texts;
     Tally tally;
@@ -126,10 +126,10 @@ TEST_F(ItemAgreement, ConfigurationsOfRandomTextsAreReadAndWrittenAlike)
         const std::wstring text = texts.configuration();
         const std::vector<ItemFields> expected = Reference::readConfiguration(text);
         collection->FromXmlString(text.c_str());
-        EXPECT_EQ(fieldsOf(*collection), expected) << number << ": " << testing::PrintToString(text);
-        EXPECT_EQ(collection->ToXmlString(), Reference::writtenConfiguration(expected)) << number;
+        EXPECT_EQ(readFields(*collection), expected) << number << ": " << testing::PrintToString(text);
+        EXPECT_EQ(collection->ToXmlString(), Reference::writeConfiguration(expected)) << number;
         for (const ItemFields& item : expected)
-            tally.count({}, item, Reference::writtenItem(item));
+            tally.count({}, item, Reference::writeItem(item));
         items += expected.size();
     }
     tally.expectVariety(items);

@@ -1,4 +1,4 @@
-// The fields of an item, and the text that is written of them.
+// The fields of an item, and the text that it writes.
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -43,11 +43,11 @@ protected:
     {
         const Ptr<ConfigItem> other(ConfigItem::CreateInstance());
         other->FromXmlString(item->ToXmlString().c_str());
-        return fieldsOf(*other);
+        return readFields(*other);
     }
 };
 
-TEST_F(ItemFieldRules, ANewItemHasNothingButItsVersion)
+TEST_F(ItemFieldRules, NewItemHasOnlyItsVersion)
 {
     const Ptr<ConfigItem> fresh(ConfigItem::CreateInstance());
     EXPECT_STREQ(fresh->GetSourceCs(), L"");
@@ -59,27 +59,27 @@ TEST_F(ItemFieldRules, ANewItemHasNothingButItsVersion)
     EXPECT_EQ(fresh->ToXmlString(), L"");
 }
 
-TEST_F(ItemFieldRules, ASetterChangesItsFieldAndNoOther)
+TEST_F(ItemFieldRules, SetterChangesOnlyItsField)
 {
     for (const TextField& field : kTextFields) {
-        ItemFields expected = fieldsOf(*item);
+        ItemFields expected = readFields(*item);
         expected.*field.value = L"new";
         ((*item).*field.set)(L"new");
-        EXPECT_EQ(fieldsOf(*item), expected) << field.name;
+        EXPECT_EQ(readFields(*item), expected) << field.name;
     }
 }
 
-TEST_F(ItemFieldRules, ATypeIsSetAndNothingElse)
+TEST_F(ItemFieldRules, SetTypeChangesOnlyTheType)
 {
-    ItemFields expected = fieldsOf(*item);
+    ItemFields expected = readFields(*item);
     for (const int type : {0, 1, 2, 3, -1, 70'000, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
         expected.type = type;
         item->SetType(type);
-        EXPECT_EQ(fieldsOf(*item), expected);
+        EXPECT_EQ(readFields(*item), expected);
     }
 }
 
-TEST_F(ItemFieldRules, ASetterCopiesItsText)
+TEST_F(ItemFieldRules, SetterCopiesItsText)
 {
     for (const TextField& field : kTextFields) {
         std::wstring text = L"before";
@@ -89,7 +89,7 @@ TEST_F(ItemFieldRules, ASetterCopiesItsText)
     }
 }
 
-TEST_F(ItemFieldRules, AFieldTakesTheEmptyText)
+TEST_F(ItemFieldRules, FieldAcceptsAnEmptyText)
 {
     for (const TextField& field : kTextFields) {
         ((*item).*field.set)(L"");
@@ -97,7 +97,7 @@ TEST_F(ItemFieldRules, AFieldTakesTheEmptyText)
     }
 }
 
-TEST_F(ItemFieldRules, AFieldTakesItsOwnText)
+TEST_F(ItemFieldRules, FieldAcceptsItsOwnText)
 {
     const std::wstring text(300, L'x');
     for (const TextField& field : kTextFields) {
@@ -107,13 +107,13 @@ TEST_F(ItemFieldRules, AFieldTakesItsOwnText)
     }
 }
 
-TEST_F(ItemFieldRules, AFieldTakesAnotherFieldsText)
+TEST_F(ItemFieldRules, FieldAcceptsTheTextOfAnotherField)
 {
     item->SetNote(item->GetName());
     EXPECT_STREQ(item->GetNote(), item->GetName());
 }
 
-TEST_F(ItemFieldRules, AnAnswerStaysWhileOtherFieldsAreSet)
+TEST_F(ItemFieldRules, ReturnedTextStaysValidWhileOtherFieldsAreSet)
 {
     const wchar_t* const source = item->GetSourceCs();
     item->SetTargetCs(std::wstring(1000, L't').c_str());
@@ -125,14 +125,14 @@ TEST_F(ItemFieldRules, AnAnswerStaysWhileOtherFieldsAreSet)
     EXPECT_STREQ(source, L"a");
 }
 
-TEST_F(ItemFieldRules, ItemsShareNothing)
+TEST_F(ItemFieldRules, ItemsDoNotShareFields)
 {
     const Ptr<ConfigItem> other = newCompleteItem(L"other");
     item->SetNote(L"changed");
     EXPECT_STREQ(other->GetNote(), L"d");
 }
 
-TEST_F(ItemFieldRules, TheFieldsAreWrittenInTheirOrder)
+TEST_F(ItemFieldRules, FieldsAreWrittenInOrder)
 {
     setFields(*item, {L"source", L"target", L"name", 2, L"note", L"version"});
     EXPECT_EQ(item->ToXmlString(), L"<Item><Version>version</Version><SourceCs>source</SourceCs>"
@@ -140,23 +140,23 @@ TEST_F(ItemFieldRules, TheFieldsAreWrittenInTheirOrder)
                                    L"<Note>note</Note></Item>");
 }
 
-TEST_F(ItemFieldRules, WithoutNoteTheShortestItemIsWritten)
+TEST_F(ItemFieldRules, ItemWithoutNoteIsWrittenWithAnEmptyNote)
 {
     setFields(*item, {.source = L"s", .target = L"t", .name = L"n", .type = 2});
     EXPECT_EQ(item->ToXmlString(), L"<Item><Version>1.0</Version><SourceCs>s</SourceCs><TargetCs>t</TargetCs>"
                                    L"<Name>n</Name><Type>2</Type><Note></Note></Item>");
 }
 
-TEST_F(ItemFieldRules, AnEmptyVersionIsWrittenAsAnEmptyElement)
+TEST_F(ItemFieldRules, EmptyVersionIsWrittenAsAnEmptyElement)
 {
     setFields(*item, {L"s", L"t", L"n", 1, L"", L""});
     EXPECT_EQ(item->ToXmlString(), L"<Item><Version></Version><SourceCs>s</SourceCs><TargetCs>t</TargetCs>"
                                    L"<Name>n</Name><Type>1</Type><Note></Note></Item>");
 }
 
-TEST_F(ItemFieldRules, AnIncompleteItemIsWrittenAsNothing)
+TEST_F(ItemFieldRules, IncompleteItemIsWrittenAsAnEmptyText)
 {
-    const ItemFields complete = fieldsOf(*item);
+    const ItemFields complete = readFields(*item);
     for (std::wstring ItemFields::*const field : {&ItemFields::source, &ItemFields::target, &ItemFields::name}) {
         ItemFields fields = complete;
         fields.*field = L"";
@@ -166,14 +166,14 @@ TEST_F(ItemFieldRules, AnIncompleteItemIsWrittenAsNothing)
     EXPECT_EQ(item->ToXmlString(), L"");
 }
 
-TEST_F(ItemFieldRules, ABlankFieldIsNotEmpty)
+TEST_F(ItemFieldRules, BlankFieldIsNotEmpty)
 {
     setFields(*item, {L" ", L"\t", L"\n", 1, L" ", L" "});
     EXPECT_EQ(item->ToXmlString(), L"<Item><Version> </Version><SourceCs> </SourceCs><TargetCs>\t</TargetCs>"
                                    L"<Name>\n</Name><Type>1</Type><Note> </Note></Item>");
 }
 
-TEST_F(ItemFieldRules, TheTypeIsWrittenFromItsLow16BitsAsASignedNumber)
+TEST_F(ItemFieldRules, TypeIsWrittenAsItsLow16BitsWithSign)
 {
     struct Case {
         int type;
@@ -203,14 +203,14 @@ TEST_F(ItemFieldRules, TheTypeIsWrittenFromItsLow16BitsAsASignedNumber)
         EXPECT_EQ(writtenWithType(one.type), one.written) << one.type;
 }
 
-TEST_F(ItemFieldRules, ValuesAreWrittenRaw)
+TEST_F(ItemFieldRules, ValuesAreWrittenUnescaped)
 {
     setFields(*item, {L"<", L"&", L"\"'", 1, L"</Name> &lt; <![CDATA[", L"]]>"});
     EXPECT_EQ(item->ToXmlString(), L"<Item><Version>]]></Version><SourceCs><</SourceCs><TargetCs>&</TargetCs>"
                                    L"<Name>\"'</Name><Type>1</Type><Note></Name> &lt; <![CDATA[</Note></Item>");
 }
 
-TEST_F(ItemFieldRules, CharactersOfEveryKindAreWrittenAsTheyAre)
+TEST_F(ItemFieldRules, CharactersOfEveryKindAreWrittenUnchanged)
 {
     const std::wstring odd = L"\x01\x7F\u00A0\uFEFF\uFFFF\U0001F30D\xD800\xDC00\xDFFF";
     item->SetNote(odd.c_str());
@@ -218,7 +218,7 @@ TEST_F(ItemFieldRules, CharactersOfEveryKindAreWrittenAsTheyAre)
     EXPECT_NE(text.find(L"<Note>" + odd + L"</Note>"), std::wstring::npos);
 }
 
-TEST_F(ItemFieldRules, LongValuesAreWrittenWhole)
+TEST_F(ItemFieldRules, LongValuesAreWrittenCompletely)
 {
     const std::wstring value(100'000, L'&');
     setFields(*item, {value, value, value, 2, value, value});
@@ -226,21 +226,21 @@ TEST_F(ItemFieldRules, LongValuesAreWrittenWhole)
     EXPECT_TRUE((readBack() == ItemFields{value, value, value, 2, value}));
 }
 
-TEST_F(ItemFieldRules, WhatIsWrittenIsReadBack)
+TEST_F(ItemFieldRules, WrittenItemIsReadBack)
 {
     for (const int type : {1, 2}) {
         setFields(*item, {L" a&b ", L"<b", L"\u00E4\U0001F30D", type, L"\r\n\t\xD83C"});
-        EXPECT_EQ(readBack(), fieldsOf(*item));
+        EXPECT_EQ(readBack(), readFields(*item));
     }
 }
 
-TEST_F(ItemFieldRules, TheVersionIsNotReadBack)
+TEST_F(ItemFieldRules, VersionIsNotReadBack)
 {
     item->SetVersion(L"2.0");
     EXPECT_EQ(readBack().version, L"1.0");
 }
 
-TEST_F(ItemFieldRules, ReadingKeepsTheVersionThatTheItemHas)
+TEST_F(ItemFieldRules, ReadingKeepsTheVersionOfTheItem)
 {
     const std::wstring text = item->ToXmlString();
     item->SetVersion(L"2.0");
@@ -248,19 +248,19 @@ TEST_F(ItemFieldRules, ReadingKeepsTheVersionThatTheItemHas)
     EXPECT_STREQ(item->GetVersion(), L"2.0");
 }
 
-TEST_F(ItemFieldRules, AValueWithItsOwnClosingTagIsReadBackCutOff)
+TEST_F(ItemFieldRules, ValueWithItsOwnClosingTagIsReadBackTruncated)
 {
     item->SetName(L"before</Name>behind");
     EXPECT_EQ(readBack().name, L"before");
 }
 
-TEST_F(ItemFieldRules, AValueWithAnotherFieldsElementHidesThatField)
+TEST_F(ItemFieldRules, ValueWithTheElementOfAnotherFieldHidesThatField)
 {
     item->SetSourceCs(L"x<Note>hidden</Note>");
     EXPECT_EQ(readBack().note, L"hidden");
 }
 
-TEST_F(ItemFieldRules, ATypeWithoutAMeaningIsReadBackAsNone)
+TEST_F(ItemFieldRules, UndefinedTypeIsReadBackAsZero)
 {
     for (const int type : {3, -1, 32'768, 65'536, 70'000}) {
         item->SetType(type);
@@ -268,7 +268,7 @@ TEST_F(ItemFieldRules, ATypeWithoutAMeaningIsReadBackAsNone)
     }
 }
 
-TEST_F(ItemFieldRules, ATypeOfMoreThan16BitsIsReadBackAsItsLowOnes)
+TEST_F(ItemFieldRules, TypeAbove16BitsIsReadBackAsItsLow16Bits)
 {
     item->SetType(65'537);
     EXPECT_EQ(readBack().type, 1);
@@ -276,13 +276,13 @@ TEST_F(ItemFieldRules, ATypeOfMoreThan16BitsIsReadBackAsItsLowOnes)
     EXPECT_EQ(readBack().type, 2);
 }
 
-TEST_F(ItemFieldRules, AValueWithTheItemsClosingTagMakesTwoItemsInAList)
+TEST_F(ItemFieldRules, ValueWithTheClosingItemTagIsReadAsTwoItems)
 {
     item->SetNote(L"x</Item>y");
     const Ptr<ConfigCollection> collection = newCollection();
     collection->FromXmlString(item->ToXmlString().c_str());
     const std::vector<ItemFields> expected{{.source = L"a", .target = L"b", .name = L"c"}, {}};
-    EXPECT_EQ(fieldsOf(*collection), expected);
+    EXPECT_EQ(readFields(*collection), expected);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The references to items and collections, and their lifetime.
+// Reference counts and lifetime of items and collections.
 #include <algorithm>
 
 #include "embedded/diagnostics/fault_injection.h"
@@ -8,37 +8,37 @@
 namespace Tests {
 namespace {
 
-long objects()
+long countObjects()
 {
     return Embedded::ResourceCounters::now()[Embedded::ResourceKind::disposableObject];
 }
 
 class ItemLifetime : public PlatformTest {
 protected:
-    const long before = objects();
+    const long before = countObjects();
 
-    long made() const { return objects() - before; }
+    long countNewObjects() const { return countObjects() - before; }
 };
 
-TEST_F(ItemLifetime, ANewItemIsItsMakers)
+TEST_F(ItemLifetime, NewItemHasOneReference)
 {
     ConfigItem* const item = ConfigItem::CreateInstance();
     EXPECT_EQ(item->GetRefCount(), 1);
-    EXPECT_EQ(made(), 1);
+    EXPECT_EQ(countNewObjects(), 1);
     EXPECT_EQ(item->Release(), 0);
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
-TEST_F(ItemLifetime, ANewCollectionIsItsMakersWithItsListInside)
+TEST_F(ItemLifetime, NewCollectionHasOneReferenceAndItsList)
 {
     ConfigCollection* const collection = ConfigCollection::CreateInstance();
     EXPECT_EQ(collection->GetRefCount(), 1);
-    EXPECT_EQ(made(), 2);
+    EXPECT_EQ(countNewObjects(), 2);
     EXPECT_EQ(collection->Release(), 0);
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
-TEST_F(ItemLifetime, AReferenceIsAddedAndReleased)
+TEST_F(ItemLifetime, ReferencesAreAddedAndReleased)
 {
     ConfigItem* const item = ConfigItem::CreateInstance();
     EXPECT_EQ(item->AddRef(), 2);
@@ -46,11 +46,11 @@ TEST_F(ItemLifetime, AReferenceIsAddedAndReleased)
     EXPECT_EQ(item->Release(), 2);
     EXPECT_EQ(item->GetRefCount(), 2);
     EXPECT_EQ(item->Release(), 1);
-    EXPECT_EQ(made(), 1);
+    EXPECT_EQ(countNewObjects(), 1);
     EXPECT_EQ(item->Release(), 0);
 }
 
-TEST_F(ItemLifetime, APointerHoldsAnItem)
+TEST_F(ItemLifetime, PointerHoldsAReference)
 {
     {
         const Ptr<ConfigItem> first(ConfigItem::CreateInstance());
@@ -59,22 +59,22 @@ TEST_F(ItemLifetime, APointerHoldsAnItem)
         second = Ptr<ConfigItem>();
         EXPECT_EQ(first->GetRefCount(), 1);
     }
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
-TEST_F(ItemLifetime, WithTheFlagOffAnItemOutlivesItsLastReference)
+TEST_F(ItemLifetime, ItemWithTheFlagOffOutlivesItsLastReference)
 {
     ConfigItem* const item = ConfigItem::CreateInstance();
     item->SetRefCountFlag(false);
     EXPECT_EQ(item->Release(), 0);
-    EXPECT_EQ(made(), 1);
+    EXPECT_EQ(countNewObjects(), 1);
     item->SetName(L"still there");
     EXPECT_STREQ(item->GetName(), L"still there");
     item->Dispose();
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
-TEST_F(ItemLifetime, WithTheFlagOffACollectionOutlivesItsLastReference)
+TEST_F(ItemLifetime, CollectionWithTheFlagOffOutlivesItsLastReference)
 {
     ConfigCollection* const collection = ConfigCollection::CreateInstance();
     collection->SetRefCountFlag(false);
@@ -82,18 +82,18 @@ TEST_F(ItemLifetime, WithTheFlagOffACollectionOutlivesItsLastReference)
     collection->Add(newItem().get());
     EXPECT_EQ(collection->GetCount(), 1);
     collection->Dispose();
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
-TEST_F(ItemLifetime, ADisposedItemIsGoneWhateverItsCount)
+TEST_F(ItemLifetime, DisposedItemIsDeletedForAnyCount)
 {
     ConfigItem* const item = ConfigItem::CreateInstance();
     item->AddRef();
     item->Dispose();
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
-TEST_F(ItemLifetime, ADisposedCollectionReleasesItsItems)
+TEST_F(ItemLifetime, DisposedCollectionReleasesItsItems)
 {
     const Ptr<ConfigItem> item = newItem();
     ConfigCollection* const collection = ConfigCollection::CreateInstance();
@@ -101,10 +101,10 @@ TEST_F(ItemLifetime, ADisposedCollectionReleasesItsItems)
     collection->AddRef();
     collection->Dispose();
     EXPECT_EQ(item->GetRefCount(), 1);
-    EXPECT_EQ(made(), 1);
+    EXPECT_EQ(countNewObjects(), 1);
 }
 
-TEST_F(ItemLifetime, ACollectionHoldsAReferenceToEachItem)
+TEST_F(ItemLifetime, CollectionHoldsAReferenceToEachItem)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     const Ptr<ConfigItem> item = newItem();
@@ -115,18 +115,18 @@ TEST_F(ItemLifetime, ACollectionHoldsAReferenceToEachItem)
     EXPECT_EQ(collection->GetCount(), 0);
 }
 
-TEST_F(ItemLifetime, AnItemLivesAsLongAsItsCollection)
+TEST_F(ItemLifetime, ItemLivesAsLongAsItsCollection)
 {
     {
         const Ptr<ConfigCollection> collection = newCollection();
         collection->Add(newCompleteItem().get());
-        EXPECT_EQ(made(), 3);
+        EXPECT_EQ(countNewObjects(), 3);
         EXPECT_EQ(itemAt(*collection, 0)->GetRefCount(), 2);
     }
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
-TEST_F(ItemLifetime, AnItemThatIsAddedTwiceIsHeldTwice)
+TEST_F(ItemLifetime, ItemThatIsAddedTwiceHasTwoReferences)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     const Ptr<ConfigItem> item = newItem();
@@ -139,7 +139,7 @@ TEST_F(ItemLifetime, AnItemThatIsAddedTwiceIsHeldTwice)
     EXPECT_EQ(item->GetRefCount(), 1);
 }
 
-TEST_F(ItemLifetime, AnItemInTwoCollectionsIsHeldByBoth)
+TEST_F(ItemLifetime, ItemInTwoCollectionsHasAReferenceFromEach)
 {
     const Ptr<ConfigItem> item = newItem();
     const Ptr<ConfigCollection> first = newCollection();
@@ -154,7 +154,7 @@ TEST_F(ItemLifetime, AnItemInTwoCollectionsIsHeldByBoth)
     EXPECT_STREQ(itemAt(*first, 0)->GetName(), L"one and the same");
 }
 
-TEST_F(ItemLifetime, AnItemIsHandedOutWithAReference)
+TEST_F(ItemLifetime, GetItemAddsAReference)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     const Ptr<ConfigItem> item = newItem();
@@ -165,7 +165,7 @@ TEST_F(ItemLifetime, AnItemIsHandedOutWithAReference)
     EXPECT_EQ(handedOut->Release(), 2);
 }
 
-TEST_F(ItemLifetime, OutOfRangeNothingIsHandedOut)
+TEST_F(ItemLifetime, GetItemReturnsNullOutOfRange)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     EXPECT_EQ(collection->GetItem(0), nullptr);
@@ -188,7 +188,7 @@ TEST_F(ItemLifetime, ClearingAnEmptyCollectionDoesNothing)
     EXPECT_EQ(collection->GetCount(), 0);
 }
 
-TEST_F(ItemLifetime, ReadingReleasesTheItemsThatWereThere)
+TEST_F(ItemLifetime, ReadingReleasesTheEarlierItems)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     const Ptr<ConfigItem> item = newItem();
@@ -198,16 +198,16 @@ TEST_F(ItemLifetime, ReadingReleasesTheItemsThatWereThere)
     EXPECT_EQ(collection->GetCount(), 1);
 }
 
-TEST_F(ItemLifetime, AnItemThatWasReadIsHeldByItsCollectionAlone)
+TEST_F(ItemLifetime, OnlyTheCollectionHoldsAnItemThatItRead)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     collection->FromXmlString(L"</Item></Item>");
-    EXPECT_EQ(made(), 4);
+    EXPECT_EQ(countNewObjects(), 4);
     const Ptr<ConfigItem> item = itemAt(*collection, 1);
     EXPECT_EQ(item->GetRefCount(), 2);
     collection->Clear();
     EXPECT_EQ(item->GetRefCount(), 1);
-    EXPECT_EQ(made(), 3);
+    EXPECT_EQ(countNewObjects(), 3);
 }
 
 class WithoutMemory : public ItemLifetime {
@@ -218,36 +218,36 @@ protected:
     }
 };
 
-TEST_F(WithoutMemory, ThereIsNoItem)
+TEST_F(WithoutMemory, CreateInstanceReturnsNoItem)
 {
     const Embedded::ScopedFault fault(construction(1));
     EXPECT_EQ(ConfigItem::CreateInstance(), nullptr);
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
-TEST_F(WithoutMemory, ThereIsNoCollection)
+TEST_F(WithoutMemory, CreateInstanceReturnsNoCollection)
 {
     const Embedded::ScopedFault fault(construction(1));
     EXPECT_EQ(ConfigCollection::CreateInstance(), nullptr);
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
-TEST_F(WithoutMemory, ThereIsNoCollectionWithoutItsListEither)
+TEST_F(WithoutMemory, CreateInstanceReturnsNoCollectionWithoutItsList)
 {
     const Embedded::ScopedFault fault(construction(2));
     EXPECT_EQ(ConfigCollection::CreateInstance(), nullptr);
     EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
-    EXPECT_EQ(made(), 0);
+    EXPECT_EQ(countNewObjects(), 0);
 }
 
-TEST_F(WithoutMemory, TheNextItemIsThereAgain)
+TEST_F(WithoutMemory, NextItemIsCreated)
 {
     const Embedded::ScopedFault fault(construction(1));
     EXPECT_EQ(ConfigItem::CreateInstance(), nullptr);
     EXPECT_TRUE(newItem());
 }
 
-/// An item of a client. Its text is destroyed with it.
+/// A client's item that blanks a text when it is destroyed.
 class TextOwner final : public ClientItem {
 public:
     explicit TextOwner(std::wstring& text) : text_(text) {}
@@ -257,7 +257,7 @@ private:
     std::wstring& text_;
 };
 
-TEST_F(ItemLifetime, ACollectionReadsATextThatBelongsToOneOfItsItems)
+TEST_F(ItemLifetime, CollectionReadsATextThatOneOfItsItemsOwns)
 {
     for (int place = 0; place < 3; ++place) {
         std::wstring text = newCompleteItem(L"first")->ToXmlString() + newCompleteItem(L"second")->ToXmlString();
@@ -269,11 +269,11 @@ TEST_F(ItemLifetime, ACollectionReadsATextThatBelongsToOneOfItsItems)
         collection->FromXmlString(text.c_str());
         ASSERT_EQ(collection->GetCount(), 2) << place;
         EXPECT_STREQ(itemAt(*collection, 1)->GetName(), L"second") << place;
-        EXPECT_EQ(text.find_first_not_of(L' '), std::wstring::npos) << "the former items are gone";
+        EXPECT_EQ(text.find_first_not_of(L' '), std::wstring::npos) << "the earlier items are destroyed";
     }
 }
 
-TEST_F(WithoutMemory, ReadingLeavesTheItemsThatItCameTo)
+TEST_F(WithoutMemory, ReadingKeepsTheItemsBeforeTheFailure)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     collection->Add(newCompleteItem().get());

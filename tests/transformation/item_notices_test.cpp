@@ -10,19 +10,19 @@ protected:
     ItemNotices() { EXPECT_EQ(reactor.add(), Qeapp::eOk); }
 };
 
-TEST_F(ItemNotices, NoOperationOfAnItemNotifies)
+TEST_F(ItemNotices, ItemOperationsNotifyNoReactor)
 {
     const Ptr<ConfigItem> item = newCompleteItem(L"name");
-    setFields(*item.get(), fieldsOf(*item.get()));
+    setFields(*item.get(), readFields(*item.get()));
     item->FromXmlString(item->ToXmlString().c_str());
     EXPECT_EQ(log, Notices());
 }
 
-TEST_F(ItemNotices, NoOperationOfACollectionNotifies)
+TEST_F(ItemNotices, CollectionOperationsNotifyNoReactor)
 {
     const Ptr<ConfigCollection> collection = newCollection();
     collection->Add(newCompleteItem(L"name").get());
-    EXPECT_EQ(fieldsOf(*collection.get()).size(), 1U);
+    EXPECT_EQ(readFields(*collection.get()).size(), 1U);
     collection->FromXmlString(collection->ToXmlString().c_str());
     EXPECT_EQ(collection->GetCount(), 1);
     collection->Clear();

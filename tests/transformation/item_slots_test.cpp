@@ -1,5 +1,5 @@
-// Clients are built apart from the module, so the order of an item's and of a collection's operations in their tables
-// of virtual functions is part of the interface: first what the foundation has, then their own.
+// The order of the virtual functions of items and collections is part of the interface, because clients are built apart
+// from the module. The foundation's functions come first.
 #include "platform/foundation.h"
 #include "support/platform_test.h"
 #include "support/virtual_table.h"
@@ -112,7 +112,7 @@ struct CollectionFromXmlStringOnly : ClientCollection {
     void FromXmlString(const wchar_t*) override {}
 };
 
-/// The slots in which the class differs from the plain one, the destructor's aside, which always differ.
+/// The slots in which the class differs from the plain one, except the destructor's, which always differ.
 template <class Derived, class Plain, std::size_t slots>
 Slots overridden()
 {
@@ -136,7 +136,7 @@ Slots collectionSlots()
 }
 
 template <class Plain, std::size_t slots>
-void expectTheFoundationFirst()
+void expectFoundationFirst()
 {
     using Overridden = Foundation<Plain>;
     EXPECT_EQ((overridden<typename Overridden::ClassIdOnly, Plain, slots>()), Slots{0});
@@ -154,12 +154,12 @@ void expectTheFoundationFirst()
 class ConfigItemSlots : public PlatformTest {};
 class ConfigCollectionSlots : public PlatformTest {};
 
-TEST_F(ConfigItemSlots, TheFoundationsOperationsComeFirst)
+TEST_F(ConfigItemSlots, FoundationOperationsComeFirst)
 {
-    expectTheFoundationFirst<ClientItem, kItemSlots>();
+    expectFoundationFirst<ClientItem, kItemSlots>();
 }
 
-TEST_F(ConfigItemSlots, TheFieldsComeNextEachSetterBeforeItsGetter)
+TEST_F(ConfigItemSlots, FieldsFollowWithEachSetterBeforeItsGetter)
 {
     EXPECT_EQ(itemSlots<SetSourceCsOnly>(), Slots{11});
     EXPECT_EQ(itemSlots<GetSourceCsOnly>(), Slots{12});
@@ -181,12 +181,12 @@ TEST_F(ConfigItemSlots, WritingAndReadingComeLast)
     EXPECT_EQ(itemSlots<ItemFromXmlStringOnly>(), Slots{24});
 }
 
-TEST_F(ConfigCollectionSlots, TheFoundationsOperationsComeFirst)
+TEST_F(ConfigCollectionSlots, FoundationOperationsComeFirst)
 {
-    expectTheFoundationFirst<ClientCollection, kCollectionSlots>();
+    expectFoundationFirst<ClientCollection, kCollectionSlots>();
 }
 
-TEST_F(ConfigCollectionSlots, TheListsOperationsComeNext)
+TEST_F(ConfigCollectionSlots, ListOperationsFollow)
 {
     EXPECT_EQ(collectionSlots<AddOnly>(), Slots{11});
     EXPECT_EQ(collectionSlots<ClearOnly>(), Slots{12});

@@ -1,5 +1,5 @@
-// Texts of single items with the fields that they are read as. The item that reads them has other fields before, so
-// that an unchanged field differs from an empty one.
+// Texts of single items with the fields that they are read as. The item that reads them has other fields at first,
+// which distinguish an unchanged field from an empty one.
 #pragma once
 
 #include <ostream>

@@ -6,12 +6,12 @@ namespace {
 constexpr int kNowhere = -1;
 constexpr int kLow16Bits = 65536;
 
-int lengthOf(const std::wstring& text)
+int intLength(const std::wstring& text)
 {
     return static_cast<int>(text.size());
 }
 
-std::wstring between(const std::wstring& text, int from, int to)
+std::wstring copyRange(const std::wstring& text, int from, int to)
 {
     std::wstring part;
     for (int at = from; at < to; ++at)
@@ -19,9 +19,9 @@ std::wstring between(const std::wstring& text, int from, int to)
     return part;
 }
 
-bool standsAt(const std::wstring& text, int at, const std::wstring& mark)
+bool hasAt(const std::wstring& text, int at, const std::wstring& mark)
 {
-    const int length = lengthOf(text);
+    const int length = intLength(text);
     for (const wchar_t character : mark) {
         if (at >= length || text[static_cast<std::size_t>(at)] != character)
             return false;
@@ -30,11 +30,11 @@ bool standsAt(const std::wstring& text, int at, const std::wstring& mark)
     return true;
 }
 
-int firstPlace(const std::wstring& text, const std::wstring& mark, int from)
+int findFirst(const std::wstring& text, const std::wstring& mark, int from)
 {
-    const int last = lengthOf(text) - lengthOf(mark);
+    const int last = intLength(text) - intLength(mark);
     for (int at = from; at <= last; ++at) {
-        if (standsAt(text, at, mark))
+        if (hasAt(text, at, mark))
             return at;
     }
     return kNowhere;
@@ -54,18 +54,18 @@ std::wstring trimmed(std::wstring text)
     return text;
 }
 
-/// Whether there is a value.
-bool find(const std::wstring& text, const std::wstring& tag, std::wstring& value)
+/// Finds the value of an element. Returns false when there is none.
+bool findValue(const std::wstring& text, const std::wstring& tag, std::wstring& value)
 {
     const std::wstring openingTag = L"<" + tag + L">";
-    const int opening = firstPlace(text, openingTag, 0);
-    const int closing = firstPlace(text, L"</" + tag + L">", 0);
+    const int opening = findFirst(text, openingTag, 0);
+    const int closing = findFirst(text, L"</" + tag + L">", 0);
     if (opening == kNowhere || closing == kNowhere)
         return false;
-    const int behindOpening = opening + lengthOf(openingTag);
+    const int behindOpening = opening + intLength(openingTag);
     if (closing > opening && closing < behindOpening)
         return false;
-    value = between(text, behindOpening, closing < opening ? lengthOf(text) : closing);
+    value = copyRange(text, behindOpening, closing < opening ? intLength(text) : closing);
     return true;
 }
 
@@ -85,13 +85,13 @@ int signedLow16Bits(int type)
 void readItem(const std::wstring& text, ItemFields& item)
 {
     const std::wstring rest = trimmed(text);
-    const int length = lengthOf(rest);
-    if (length <= 13 || !standsAt(rest, 0, L"<Item>") || !standsAt(rest, length - 7, L"</Item>"))
+    const int length = intLength(rest);
+    if (length <= 13 || !hasAt(rest, 0, L"<Item>") || !hasAt(rest, length - 7, L"</Item>"))
         return;
     std::wstring type;
     std::wstring note;
-    if (!find(rest, L"SourceCs", item.source) || !find(rest, L"TargetCs", item.target) ||
-        !find(rest, L"Name", item.name) || !find(rest, L"Type", type) || !find(rest, L"Note", note))
+    if (!findValue(rest, L"SourceCs", item.source) || !findValue(rest, L"TargetCs", item.target) ||
+        !findValue(rest, L"Name", item.name) || !findValue(rest, L"Type", type) || !findValue(rest, L"Note", note))
         return;
     item.note = note;
     item.type = type == L"1" ? 1 : type == L"2" ? 2 : 0;
@@ -102,17 +102,17 @@ std::vector<ItemFields> readConfiguration(const std::wstring& text)
     std::vector<ItemFields> items;
     int at = 0;
     for (;;) {
-        const int closing = firstPlace(text, L"</Item>", at);
+        const int closing = findFirst(text, L"</Item>", at);
         if (closing == kNowhere)
             return items;
         ItemFields item;
-        readItem(between(text, at, closing + 7), item);
+        readItem(copyRange(text, at, closing + 7), item);
         items.push_back(item);
         at = closing + 7;
     }
 }
 
-std::wstring writtenItem(const ItemFields& item)
+std::wstring writeItem(const ItemFields& item)
 {
     const bool complete = !item.source.empty() && !item.target.empty() && !item.name.empty() && item.type != 0;
     if (!complete)
@@ -123,11 +123,11 @@ std::wstring writtenItem(const ItemFields& item)
                                 element(L"Note", item.note));
 }
 
-std::wstring writtenConfiguration(const std::vector<ItemFields>& items)
+std::wstring writeConfiguration(const std::vector<ItemFields>& items)
 {
     std::wstring text;
     for (const ItemFields& item : items)
-        text += writtenItem(item);
+        text += writeItem(item);
     return text;
 }
 

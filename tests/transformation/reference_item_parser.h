@@ -1,5 +1,5 @@
-// A second reader and writer of configuration texts, made from docs/formats/transformation-configuration.md alone:
-// slow, obvious, and with nothing of the module's in it.
+// A second implementation of reading and writing configuration texts. It is slow and plain, follows
+// docs/formats/transformation-configuration.md alone, and uses nothing of the module.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ namespace Tests::Reference {
 
 void readItem(const std::wstring& text, ItemFields& item);
 std::vector<ItemFields> readConfiguration(const std::wstring& text);
-std::wstring writtenItem(const ItemFields& item);
-std::wstring writtenConfiguration(const std::vector<ItemFields>& items);
+std::wstring writeItem(const ItemFields& item);
+std::wstring writeConfiguration(const std::vector<ItemFields>& items);
 
 } // namespace Tests::Reference

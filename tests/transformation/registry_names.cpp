@@ -6,11 +6,11 @@
 
 namespace Tests {
 
-std::vector<std::wstring> namesInRegistry(const std::wstring& subKey)
+std::vector<std::wstring> enumerateRegistryNames(const std::wstring& subKey)
 {
     HKEY key = nullptr;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, subKey.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
-        throw std::runtime_error("there is no such key");
+        throw std::runtime_error("the key does not exist");
     std::vector<std::wstring> names;
     std::wstring name(16'384, L'\0');
     auto length = static_cast<DWORD>(name.size());
@@ -19,7 +19,7 @@ std::vector<std::wstring> namesInRegistry(const std::wstring& subKey)
         names.push_back(name.substr(0, length));
         length = static_cast<DWORD>(name.size());
     }
-    static_cast<void>(RegCloseKey(key)); // the fixture sees a key that stays open
+    static_cast<void>(RegCloseKey(key)); // the fixture detects a key that stays open
     return names;
 }
 

@@ -1,4 +1,4 @@
-// The names of a key's values, enumerated by the system and with room for each.
+// Lists the names of a key's values with the system's own calls and a buffer that is large enough for each.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace Tests {
 
-/// The names of the values of a key of the current user, in the registry's order.
-std::vector<std::wstring> namesInRegistry(const std::wstring& subKey);
+/// Lists the names of the values of a key of the current user, in the registry's order.
+std::vector<std::wstring> enumerateRegistryNames(const std::wstring& subKey);
 
 } // namespace Tests

@@ -1,4 +1,4 @@
-// The calls for the product's root in the registry.
+// How often the module asks the host for the product's root in the registry.
 #include "transformation/registry_settings_test.h"
 
 namespace Tests {
@@ -11,11 +11,11 @@ public:
     void setWorkingDatabase(QeDbDatabase*) override {}
     const wchar_t* getUserRegistryProductRootKey() const override
     {
-        root_ = kProduct + std::to_wstring(++asked);
+        root_ = kProduct + std::to_wstring(++calls);
         return root_.c_str();
     }
 
-    mutable int asked = 0;
+    mutable int calls = 0;
 
 private:
     mutable std::wstring root_;
@@ -27,20 +27,20 @@ protected:
     const ScopedHostParts parts{{.otherApplicationServices = &services}};
 };
 
-TEST_F(RegistryRoot, IsAskedForOnceByEachOperation)
+TEST_F(RegistryRoot, IsQueriedOnceByEachOperation)
 {
     EXPECT_TRUE(write(item(1) + item(2)));
-    EXPECT_EQ(services.asked, 1);
+    EXPECT_EQ(services.calls, 1);
     EXPECT_TRUE(read().read);
-    EXPECT_EQ(services.asked, 2);
-    static_cast<void>(Orvel::registrySettingsKey()); // the count tells
-    EXPECT_EQ(services.asked, 3);
+    EXPECT_EQ(services.calls, 2);
+    static_cast<void>(Orvel::registrySettingsKey()); // only counts the call
+    EXPECT_EQ(services.calls, 3);
 }
 
-TEST_F(RegistryRoot, IsAskedForOnceWhenTheUsersStoreIsCleared)
+TEST_F(RegistryRoot, IsQueriedOnceWhenTheUsersStoreIsCleared)
 {
     EXPECT_TRUE(Cs::ClearCsTransformationConfig(Cs::CsTransformationConfigTargetType::User));
-    EXPECT_EQ(services.asked, 1);
+    EXPECT_EQ(services.calls, 1);
 }
 
 } // namespace

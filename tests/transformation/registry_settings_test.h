@@ -1,4 +1,4 @@
-// The user's configuration in the registry, below a product root of the test.
+// The fixture for the user's configuration in the registry, below a product root of the test.
 #pragma once
 
 #include <cwchar>
@@ -26,28 +26,29 @@ protected:
     static ReadText read() { return readWith(Orvel::ReadRegistryTransformationSettings); }
     static std::optional<Names> names()
     {
-        Names found;
-        return Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, kStore, found) ? std::optional(found) : std::nullopt;
+        Names names;
+        return Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, kStore, names) ? std::optional(names) : std::nullopt;
     }
     static std::wstring value(const std::wstring& name)
     {
         std::wstring text = L"missing";
-        static_cast<void>(Orvel::RegistryQueryString(HKEY_CURRENT_USER, kStore, name, text)); // the text tells
+        static_cast<void>(
+            Orvel::RegistryQueryString(HKEY_CURRENT_USER, kStore, name, text)); // the text shows a failure
         return text;
     }
-    /// The values one after another, in the order of these names.
-    static std::wstring joinedValues(const Names& inOrder)
+    /// Joins the values in the order of the names.
+    static std::wstring joinValues(const Names& inOrder)
     {
         std::wstring joined;
         for (const std::wstring& name : inOrder)
             joined += value(name);
         return joined;
     }
-    static void give(const std::wstring& name, const std::wstring& text)
+    static void storeText(const std::wstring& name, const std::wstring& text)
     {
         ASSERT_TRUE(Orvel::RegistrySetString(HKEY_CURRENT_USER, kStore, name, text));
     }
-    static void giveDefault(const wchar_t* text)
+    static void storeDefault(const wchar_t* text)
     {
         HKEY key = nullptr;
         ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, kStore.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE,
@@ -58,7 +59,7 @@ protected:
                   ERROR_SUCCESS);
         EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
     }
-    static std::wstring item(int number) { return elementOf(L"A", L"B", std::to_wstring(number)); }
+    static std::wstring item(int number) { return itemElement(L"A", L"B", std::to_wstring(number)); }
 
 private:
     std::wstring formerRoot = qedbHostApplicationServices()->getUserRegistryProductRootKey();

@@ -26,23 +26,24 @@ protected:
     {
         return Orvel::RegistrySetString(HKEY_CURRENT_USER, kSubKey, name, data);
     }
-    /// No value on failure. Then `left` is the out-parameter's text.
+    /// Stores the out-parameter in `queried`. Returns no value on failure.
     std::optional<std::wstring> query(const std::wstring& name)
     {
-        left = L"former";
-        return Orvel::RegistryQueryString(HKEY_CURRENT_USER, kSubKey, name, left) ? std::optional(left) : std::nullopt;
+        queried = L"former";
+        return Orvel::RegistryQueryString(HKEY_CURRENT_USER, kSubKey, name, queried) ? std::optional(queried)
+                                                                                     : std::nullopt;
     }
     static std::optional<Names> names()
     {
-        Names found{L"former"};
-        return Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, kSubKey, found) ? std::optional(found) : std::nullopt;
+        Names listed{L"former"};
+        return Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, kSubKey, listed) ? std::optional(listed) : std::nullopt;
     }
     static bool remove(const std::wstring& name)
     {
         return Orvel::RegistryDeleteValue(HKEY_CURRENT_USER, kSubKey, name);
     }
-    /// A value as another program can write it.
-    static void giveValue(const wchar_t* name, DWORD type, const void* data, std::size_t lengthInBytes)
+    /// Writes a value as another program can.
+    static void storeValue(const wchar_t* name, DWORD type, const void* data, std::size_t lengthInBytes)
     {
         ASSERT_TRUE(set({}, {}));
         HKEY key = nullptr;
@@ -52,10 +53,10 @@ protected:
         EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
     }
 
-    std::wstring left;
+    std::wstring queried;
 };
 
-TEST_F(RegistryValue, Text_ComesBackAsItWas)
+TEST_F(RegistryValue, Text_IsReadUnchanged)
 {
     for (const std::wstring& text :
          {std::wstring(), std::wstring(L"text"), std::wstring(L"É Ω 測 \U0001F310"), std::wstring(100000, L'x')}) {
@@ -64,7 +65,7 @@ TEST_F(RegistryValue, Text_ComesBackAsItWas)
     }
 }
 
-TEST_F(RegistryValue, Text_IsStoredAsOneWithItsNul)
+TEST_F(RegistryValue, Text_IsStoredWithItsNul)
 {
     ASSERT_TRUE(set(L"A", L"text"));
     HKEY key = nullptr;
@@ -77,7 +78,7 @@ TEST_F(RegistryValue, Text_IsStoredAsOneWithItsNul)
     EXPECT_EQ(lengthInBytes, sizeof L"text");
 }
 
-TEST_F(RegistryValue, EmptyName_OnlyMakesTheKey)
+TEST_F(RegistryValue, EmptyName_OnlyCreatesTheKey)
 {
     EXPECT_EQ(names(), std::nullopt);
     EXPECT_TRUE(set({}, L"data"));
@@ -88,18 +89,18 @@ TEST_F(RegistryValue, EmptyName_OnlyMakesTheKey)
 TEST_F(RegistryValue, QueryWithoutTheKey_LeavesTheText)
 {
     EXPECT_EQ(query(L"Name"), std::nullopt);
-    EXPECT_EQ(left, L"former");
-    EXPECT_EQ(names(), std::nullopt) << "nothing is made by asking";
+    EXPECT_EQ(queried, L"former");
+    EXPECT_EQ(names(), std::nullopt) << "a query creates no key";
 }
 
 TEST_F(RegistryValue, QueryWithoutTheValue_LeavesTheText)
 {
     ASSERT_TRUE(set(L"Other", L"data"));
     EXPECT_EQ(query(L"Name"), std::nullopt);
-    EXPECT_EQ(left, L"former");
+    EXPECT_EQ(queried, L"former");
 }
 
-TEST_F(RegistryValue, KeyThatCannotBeOpened_IsAskedForNoValue)
+TEST_F(RegistryValue, KeyThatCannotBeOpened_IsNotQueried)
 {
     ASSERT_TRUE(set(L"Name", L"data"));
     const ScopedFault fault({.call = "RegOpenKeyExW", .code = 5});
@@ -107,80 +108,80 @@ TEST_F(RegistryValue, KeyThatCannotBeOpened_IsAskedForNoValue)
     EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>{"RegOpenKeyExW"});
 }
 
-TEST_F(RegistryValue, SuccessThatTellsNoSize_IsTakenForNone)
+TEST_F(RegistryValue, QueryThatSucceedsWithoutASize_GivesNoText)
 {
-    giveValue(L"Name", 3, "A", 1);
+    storeValue(L"Name", 3, "A", 1);
     const ScopedFault fault({.call = "RegQueryValueExW", .code = 0});
     EXPECT_EQ(query(L"Name"), std::nullopt);
-    EXPECT_EQ(left, L"");
+    EXPECT_EQ(queried, L"");
 }
 
-TEST_F(RegistryValue, ValueThatCannotBeReadOnceMeasured_EmptiesTheText)
+TEST_F(RegistryValue, ValueThatFailsAfterItsSizeIsKnown_EmptiesTheText)
 {
     ASSERT_TRUE(set(L"Name", L"data"));
     const ScopedFault fault({.call = "RegQueryValueExW", .occurrence = 2});
     EXPECT_EQ(query(L"Name"), std::nullopt);
-    EXPECT_EQ(left, L"");
+    EXPECT_EQ(queried, L"");
 }
 
-TEST_F(RegistryValue, TextWithoutItsNul_IsReadWhole)
+TEST_F(RegistryValue, TextWithoutANul_IsReadCompletely)
 {
     const wchar_t text[] = {L'a', L'b', L'c'};
-    giveValue(L"Name", REG_SZ, text, sizeof text);
+    storeValue(L"Name", REG_SZ, text, sizeof text);
     EXPECT_EQ(query(L"Name"), L"abc");
 }
 
 TEST_F(RegistryValue, Text_EndsAtItsFirstNul)
 {
     const wchar_t text[] = L"ab\0cd";
-    giveValue(L"Name", REG_SZ, text, sizeof text);
+    storeValue(L"Name", REG_SZ, text, sizeof text);
     EXPECT_EQ(query(L"Name"), L"ab");
 }
 
-TEST_F(RegistryValue, OtherTypes_AreReadAsTheTextThatTheirBytesAre)
+TEST_F(RegistryValue, OtherTypes_AreReadAsTheTextOfTheirBytes)
 {
     const wchar_t text[] = L"bytes";
-    giveValue(L"Binary", 3, text, sizeof text);
+    storeValue(L"Binary", 3, text, sizeof text);
     const DWORD number = L'N';
-    giveValue(L"Number", 4, &number, sizeof number);
-    giveValue(L"Byte", 3, "A", 1);
-    giveValue(L"None", 3, text, 0);
+    storeValue(L"Number", 4, &number, sizeof number);
+    storeValue(L"Byte", 3, "A", 1);
+    storeValue(L"None", 3, text, 0);
     EXPECT_EQ(query(L"Binary"), L"bytes");
     EXPECT_EQ(query(L"Number"), L"N");
     EXPECT_EQ(query(L"Byte"), L"A");
     EXPECT_EQ(query(L"None"), L"");
 }
 
-TEST_F(RegistryValue, Names_AreInTheRegistrysOrder)
+TEST_F(RegistryValue, Names_AreListedInTheRegistrysOrder)
 {
     ASSERT_TRUE(set(L"Item10", L""));
     ASSERT_TRUE(set(L"Item2", L""));
     ASSERT_TRUE(set(L"another", L""));
     ASSERT_TRUE(set(L"Item10", L"again"));
-    const Names expected = namesInRegistry(kSubKey);
+    const Names expected = enumerateRegistryNames(kSubKey);
     EXPECT_THAT(expected, UnorderedElementsAre(L"Item10", L"Item2", L"another"));
     EXPECT_EQ(names(), expected);
 }
 
-TEST_F(RegistryValue, NameThatDoesNotFit_IsListedAsAnEmptyOne)
+TEST_F(RegistryValue, NameThatIsTooLong_IsListedAsAnEmptyName)
 {
     const std::wstring fits(2047, L'n');
     const std::wstring tooLong(2048, L'n');
-    giveValue(tooLong.c_str(), REG_SZ, L"", sizeof(wchar_t));
-    giveValue(fits.c_str(), REG_SZ, L"", sizeof(wchar_t));
+    storeValue(tooLong.c_str(), REG_SZ, L"", sizeof(wchar_t));
+    storeValue(fits.c_str(), REG_SZ, L"", sizeof(wchar_t));
     EXPECT_THAT(names(), Optional(UnorderedElementsAre(fits, L"")));
 }
 
 TEST_F(RegistryValue, DefaultValue_IsListedUnderAnEmptyName)
 {
     ASSERT_TRUE(set(L"A", L"a"));
-    giveValue(L"", REG_SZ, L"default", sizeof L"default");
+    storeValue(L"", REG_SZ, L"default", sizeof L"default");
     ASSERT_TRUE(set(L"B", L"b"));
     EXPECT_THAT(names(), Optional(UnorderedElementsAre(L"A", L"", L"B")));
     EXPECT_EQ(query({}), L"default");
 }
 
-TEST_F(RegistryValue, FailureOfOneName_GoesOnWithTheNext)
+TEST_F(RegistryValue, FailureOfOneName_ContinuesWithTheNext)
 {
     ASSERT_TRUE(set(L"A", L""));
     ASSERT_TRUE(set(L"B", L""));
@@ -191,14 +192,14 @@ TEST_F(RegistryValue, FailureOfOneName_GoesOnWithTheNext)
     }
 }
 
-TEST_F(RegistryValue, KeyThatIsNotThere_HasNoNames)
+TEST_F(RegistryValue, MissingKey_HasNoNames)
 {
-    Names found{L"former"};
-    EXPECT_FALSE(Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, kSubKey, found));
-    EXPECT_EQ(found, Names());
+    Names listed{L"former"};
+    EXPECT_FALSE(Orvel::RegistryEnumValueNames(HKEY_CURRENT_USER, kSubKey, listed));
+    EXPECT_EQ(listed, Names());
 }
 
-TEST_F(RegistryValue, DeletedValue_IsGone)
+TEST_F(RegistryValue, DeletedValue_IsRemoved)
 {
     ASSERT_TRUE(set(L"A", L"a"));
     EXPECT_TRUE(remove(L"A"));
@@ -206,16 +207,16 @@ TEST_F(RegistryValue, DeletedValue_IsGone)
     EXPECT_FALSE(remove(L"A"));
 }
 
-TEST_F(RegistryValue, DeletingAnEmptyName_DeletesNothingAndMakesTheKey)
+TEST_F(RegistryValue, DeletingAnEmptyName_DeletesNothingAndCreatesTheKey)
 {
     EXPECT_TRUE(remove({}));
     EXPECT_EQ(names(), Names());
-    giveValue(L"", REG_SZ, L"default", sizeof L"default");
+    storeValue(L"", REG_SZ, L"default", sizeof L"default");
     EXPECT_TRUE(remove({}));
     EXPECT_EQ(query({}), L"default");
 }
 
-TEST_F(RegistryValue, EveryCall_CanFail)
+TEST_F(RegistryValue, EveryFailingCall_ReturnsFalse)
 {
     ASSERT_TRUE(set(L"A", L"a"));
     const auto failsWith = [](const char* call, const auto& operation) {

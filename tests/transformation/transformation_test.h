@@ -1,5 +1,5 @@
-// The fixture of the transformation configuration: a current document, a user with a folder and a registry of the
-// test's own, and a log of notices.
+// The fixture for the transformation configuration: a current document, a folder and a registry for the user, and a
+// log of notices.
 #pragma once
 
 #include <string>
@@ -22,16 +22,16 @@ namespace Tests {
 namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 using Orvel::HostString;
 
-/// The element of an item, as the module writes it.
-inline std::wstring elementOf(const std::wstring& source, const std::wstring& target, const std::wstring& name,
-                              int type = 2, const std::wstring& note = L"")
+/// The text of an item, as the module writes it.
+inline std::wstring itemElement(const std::wstring& source, const std::wstring& target, const std::wstring& name,
+                                int type = 2, const std::wstring& note = L"")
 {
     return L"<Item><Version>1.0</Version><SourceCs>" + source + L"</SourceCs><TargetCs>" + target +
            L"</TargetCs><Name>" + name + L"</Name><Type>" + std::to_wstring(type) + L"</Type><Note>" + note +
            L"</Note></Item>";
 }
 
-/// The result of a reader of configurations, and its text, which is released.
+/// The result and the text of a function that reads a configuration.
 struct ReadText {
     bool read = false;
     std::wstring text;
@@ -39,9 +39,9 @@ struct ReadText {
 };
 inline const ReadText kNothingRead{false, L""};
 
-inline std::ostream& operator<<(std::ostream& out, const ReadText& answer)
+inline std::ostream& operator<<(std::ostream& out, const ReadText& result)
 {
-    return out << (answer.read ? "read \"" : "not read \"") << Embedded::utf8FromWide(answer.text) << '"';
+    return out << (result.read ? "read \"" : "not read \"") << Embedded::utf8FromWide(result.text) << '"';
 }
 
 class TransformationTest : public PlatformTest {
@@ -54,26 +54,26 @@ protected:
     RecordingReactor reactor{log};
 
     std::filesystem::path settingsFile() const { return folder.path() / "TransformationSetting.xml"; }
-    std::string contents() const { return contentsOf(*document.database()); }
+    std::string contents() const { return drawingContents(*document.database()); }
 
-    /// Calls a reader with an out-parameter that has a value, and releases the returned text.
+    /// Calls the function with an out-parameter that has a value, and releases the returned text.
     template <class Reader>
     static ReadText readWith(const Reader& reader)
     {
         wchar_t former[] = L"former";
         wchar_t* text = former;
         const bool read = reader(text);
-        ReadText answer{read, text};
+        ReadText result{read, text};
         if (read)
             qeutDelBuffer(text);
-        return answer;
+        return result;
     }
 
     /// Stores a chain under a key of the drawing's dictionary of configurations.
-    void giveEntry(const wchar_t* key, const Items& items) const
+    void storeEntry(const wchar_t* key, const Items& items) const
     {
         const Orvel::CResbufDictionary dictionary(L"ORVEL_CS_TRANSFORMATION_CONFIG", document.database());
-        ASSERT_TRUE(dictionary.SetResbuf(key, chainOf(items).get(), nullptr));
+        ASSERT_TRUE(dictionary.SetResbuf(key, makeChain(items).get(), nullptr));
     }
 };
 

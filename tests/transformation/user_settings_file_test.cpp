@@ -19,14 +19,14 @@ using testing::Not;
 
 class UserSettingsFile : public TransformationTest {
 protected:
-    const std::wstring one = elementOf(L"A", L"B", L"one");
-    const std::wstring two = elementOf(L"B", L"C", L"two");
+    const std::wstring one = itemElement(L"A", L"B", L"one");
+    const std::wstring two = itemElement(L"B", L"C", L"two");
 
     static ReadText read() { return readWith(Orvel::ReadUserTransformationSettings); }
     static bool write(const std::wstring& text) { return Orvel::WriteUserTransformationSettings(text.c_str()); }
     static std::wstring path() { return Orvel::GetUserTransformationSettingsPath(); }
 
-    void giveFile(const std::string& bytes) const { std::ofstream(settingsFile(), std::ios::binary) << bytes; }
+    void storeFile(const std::string& bytes) const { std::ofstream(settingsFile(), std::ios::binary) << bytes; }
     std::string fileBytes() const
     {
         std::ifstream file(settingsFile(), std::ios::binary);
@@ -36,39 +36,39 @@ protected:
     static std::string utf8(const std::wstring& text) { return Embedded::utf8FromWide(text); }
 };
 
-TEST_F(UserSettingsFile, LiesInTheFolderOfTheEnvironment)
+TEST_F(UserSettingsFile, File_LiesInTheFolderOfTheVariable)
 {
     userFolder.set("/some folder");
     EXPECT_EQ(path(), L"/some folder\\TransformationSetting.xml");
 }
 
-TEST_F(UserSettingsFile, FolderWithABackslashAtItsEnd_GetsASecondOne)
+TEST_F(UserSettingsFile, FolderThatEndsWithABackslash_GetsAnotherBackslash)
 {
     userFolder.set("C:\\folder\\");
     EXPECT_EQ(path(), L"C:\\folder\\\\TransformationSetting.xml");
 }
 
-TEST_F(UserSettingsFile, DoubledSeparator_LeadsToTheSameFile)
+TEST_F(UserSettingsFile, DoubleSeparator_NamesTheSameFile)
 {
     userFolder.set(folder.path().string() + "\\");
     ASSERT_TRUE(write(one));
     EXPECT_EQ(fileBytes(), utf8(one) + "\r\n");
 }
 
-TEST_F(UserSettingsFile, FolderOfOneCharacter_IsTaken)
+TEST_F(UserSettingsFile, FolderOfOneCharacter_IsUsed)
 {
     userFolder.set("f");
     EXPECT_EQ(path(), L"f\\TransformationSetting.xml");
 }
 
-TEST_F(UserSettingsFile, FolderOf259Characters_IsTaken)
+TEST_F(UserSettingsFile, FolderOf259Characters_IsUsed)
 {
     const std::string longFolder(259, 'f');
     userFolder.set(longFolder);
     EXPECT_EQ(path(), Embedded::wideFromUtf8(longFolder) + L"\\TransformationSetting.xml");
 }
 
-/// Without a folder in the environment.
+/// Tests without the variable that names the folder.
 class LocalApplicationData : public UserSettingsFile {
 protected:
     ScopedVariable data{"XDG_DATA_HOME"};
@@ -78,11 +78,11 @@ protected:
         userFolder.set(std::nullopt);
         useLocalApplicationData(folder.path());
     }
-    std::filesystem::path makeFolders() const
+    std::filesystem::path createFolders() const
     {
-        const auto made = folder.path() / "Zentara" / "User Geospatial Coordinate Systems";
-        std::filesystem::create_directories(made);
-        return made;
+        const auto created = folder.path() / "Zentara" / "User Geospatial Coordinate Systems";
+        std::filesystem::create_directories(created);
+        return created;
     }
     std::wstring expectedPath() const
     {
@@ -91,46 +91,46 @@ protected:
     }
 };
 
-TEST_F(LocalApplicationData, IsWhereTheFileLiesThen)
+TEST_F(LocalApplicationData, IsTheFolderWithoutAVariable)
 {
     EXPECT_EQ(path(), expectedPath());
 }
 
-TEST_F(LocalApplicationData, ServesForAnEmptyVariable)
+TEST_F(LocalApplicationData, IsTheFolderForAnEmptyVariable)
 {
     userFolder.set("");
     EXPECT_EQ(path(), expectedPath());
 }
 
-TEST_F(LocalApplicationData, ServesForAVariableOf260Characters)
+TEST_F(LocalApplicationData, IsTheFolderForAVariableOf260Characters)
 {
     userFolder.set(std::string(260, 'f'));
     EXPECT_EQ(path(), expectedPath());
 }
 
-TEST_F(LocalApplicationData, ServesForAVariableThatCannotBeRead)
+TEST_F(LocalApplicationData, IsTheFolderForAVariableThatCannotBeRead)
 {
     userFolder.set("/some folder");
     const ScopedFault fault({.call = "_wgetenv_s"});
     EXPECT_EQ(path(), expectedPath());
 }
 
-TEST_F(LocalApplicationData, MissingFolders_AreNotMade)
+TEST_F(LocalApplicationData, MissingFolders_AreNotCreated)
 {
     EXPECT_FALSE(write(one));
     EXPECT_EQ(read(), kNothingRead);
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
-TEST_F(LocalApplicationData, PresentFolders_HoldTheFile)
+TEST_F(LocalApplicationData, ExistingFolders_GetTheFile)
 {
-    const auto made = makeFolders();
+    const auto created = createFolders();
     ASSERT_TRUE(write(one));
-    EXPECT_TRUE(std::filesystem::exists(made / "TransformationSetting.xml"));
+    EXPECT_TRUE(std::filesystem::exists(created / "TransformationSetting.xml"));
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
-TEST_F(LocalApplicationData, ThatTheSystemDoesNotHave_LeavesNoPath)
+TEST_F(LocalApplicationData, UnknownFolder_GivesNoPath)
 {
     const ScopedFault fault({.call = "SHGetSpecialFolderPathW", .fromThenOn = true});
     EXPECT_EQ(path(), L"");
@@ -139,7 +139,7 @@ TEST_F(LocalApplicationData, ThatTheSystemDoesNotHave_LeavesNoPath)
     EXPECT_THAT(Embedded::FaultInjection::seen(), Not(Contains("_wfsopen")));
 }
 
-TEST_F(LocalApplicationData, ThatIsMissingItself_IsNotMadeAndLeavesNoPath)
+TEST_F(LocalApplicationData, MissingFolder_IsNotCreatedAndGivesNoPath)
 {
     const std::filesystem::path missing = folder.path() / "missing";
     useLocalApplicationData(missing);
@@ -147,30 +147,30 @@ TEST_F(LocalApplicationData, ThatIsMissingItself_IsNotMadeAndLeavesNoPath)
     EXPECT_FALSE(std::filesystem::exists(missing));
 }
 
-TEST_F(UserSettingsFile, TwoItems_AreTwoLinesOfUtf8)
+TEST_F(UserSettingsFile, TwoItems_AreWrittenAsTwoLinesOfUtf8)
 {
     ASSERT_TRUE(write(one + two));
     EXPECT_EQ(fileBytes(), utf8(one) + "\r\n" + utf8(two) + "\r\n");
     EXPECT_EQ(read(), (ReadText{true, one + two}));
 }
 
-TEST_F(UserSettingsFile, WhatFollowsTheLastItem_IsNotKept)
+TEST_F(UserSettingsFile, TextAfterTheLastItem_IsNotWritten)
 {
     ASSERT_TRUE(write(one + two + L"\r\n</Items> "));
     EXPECT_EQ(read(), (ReadText{true, one + two}));
 }
 
-TEST_F(UserSettingsFile, WhatStandsBeforeAnItem_IsOfItsLine)
+TEST_F(UserSettingsFile, TextBeforeAnItem_IsWrittenToItsLine)
 {
     ASSERT_TRUE(write(L" <Items> " + one));
     EXPECT_EQ(fileBytes(), " <Items> " + utf8(one) + "\r\n");
 }
 
-TEST_F(UserSettingsFile, LineBreakInsideAnItem_IsWrittenAndLost)
+TEST_F(UserSettingsFile, LineBreakInAnItem_IsWrittenAndNotReadBack)
 {
-    ASSERT_TRUE(write(elementOf(L"A", L"B", L"one", 2, L"first\nsecond")));
+    ASSERT_TRUE(write(itemElement(L"A", L"B", L"one", 2, L"first\nsecond")));
     EXPECT_NE(fileBytes().find("first\r\nsecond"), std::string::npos);
-    EXPECT_EQ(read(), (ReadText{true, elementOf(L"A", L"B", L"one", 2, L"firstsecond")}));
+    EXPECT_EQ(read(), (ReadText{true, itemElement(L"A", L"B", L"one", 2, L"firstsecond")}));
 }
 
 TEST_F(UserSettingsFile, EmptyText_LeavesAnEmptyFile)
@@ -181,16 +181,16 @@ TEST_F(UserSettingsFile, EmptyText_LeavesAnEmptyFile)
     EXPECT_EQ(read(), (ReadText{true, L""}));
 }
 
-TEST_F(UserSettingsFile, TextWithoutAnItem_LeavesAnEmptyFileToo)
+TEST_F(UserSettingsFile, TextWithoutAnItem_LeavesAnEmptyFile)
 {
     ASSERT_TRUE(write(one));
     ASSERT_TRUE(write(L"<Item>cut off"));
     EXPECT_EQ(fileBytes(), "");
 }
 
-TEST_F(UserSettingsFile, TextsOfTheWorld_ComeBackAsTheyWere)
+TEST_F(UserSettingsFile, UnicodeText_IsReadUnchanged)
 {
-    const std::wstring text = elementOf(L"É", L"Ω", L"測地系", 1, L"\U0001F310 \U0010FFFF");
+    const std::wstring text = itemElement(L"É", L"Ω", L"測地系", 1, L"\U0001F310 \U0010FFFF");
     ASSERT_TRUE(write(text));
     EXPECT_EQ(fileBytes(), "<Item><Version>1.0</Version><SourceCs>\xC3\x89</SourceCs><TargetCs>\xCE\xA9</TargetCs>"
                            "<Name>\xE6\xB8\xAC\xE5\x9C\xB0\xE7\xB3\xBB</Name><Type>1</Type><Note>\xF0\x9F\x8C\x90 "
@@ -198,7 +198,7 @@ TEST_F(UserSettingsFile, TextsOfTheWorld_ComeBackAsTheyWere)
     EXPECT_EQ(read(), (ReadText{true, text}));
 }
 
-TEST_F(UserSettingsFile, FolderOfAnyName_HoldsTheFile)
+TEST_F(UserSettingsFile, FolderWithAUnicodeName_GetsTheFile)
 {
     const auto named = folder.path() / std::u8string(u8"É Ω 測 \U0001F310");
     std::filesystem::create_directory(named);
@@ -214,7 +214,7 @@ TEST_F(UserSettingsFile, MissingFile_ReadsAsNothing)
     EXPECT_EQ(read(), kNothingRead);
 }
 
-TEST_F(UserSettingsFile, MissingFolder_IsNotMade)
+TEST_F(UserSettingsFile, MissingFolder_IsNotCreated)
 {
     userFolder.set((folder.path() / "missing").string());
     EXPECT_FALSE(write(one));
@@ -222,7 +222,7 @@ TEST_F(UserSettingsFile, MissingFolder_IsNotMade)
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "missing"));
 }
 
-TEST_F(UserSettingsFile, FolderInItsPlace_IsNeitherReadNorWritten)
+TEST_F(UserSettingsFile, FolderInPlaceOfTheFile_IsNeitherReadNorWritten)
 {
     std::filesystem::create_directory(settingsFile());
     EXPECT_EQ(read(), kNothingRead);
@@ -231,13 +231,14 @@ TEST_F(UserSettingsFile, FolderInItsPlace_IsNeitherReadNorWritten)
 
 TEST_F(UserSettingsFile, ReadOnlyFile_IsReadAndNotWritten)
 {
-    giveFile("<Item>x</Item>\r\n");
+    storeFile("<Item>x</Item>\r\n");
     std::filesystem::permissions(settingsFile(), std::filesystem::perms::owner_read);
     EXPECT_EQ(read(), (ReadText{true, L"<Item>x</Item>"}));
     const bool mayWriteAnything = std::ofstream(settingsFile(), std::ios::app).is_open();
     EXPECT_EQ(write(one), mayWriteAnything);
     EXPECT_EQ(fileBytes(), mayWriteAnything ? utf8(one) + "\r\n" : "<Item>x</Item>\r\n");
-    std::filesystem::permissions(settingsFile(), std::filesystem::perms::owner_all); // or it outlives its folder
+    std::filesystem::permissions(settingsFile(),
+                                 std::filesystem::perms::owner_all); // so that its folder can be removed
 }
 
 struct Content {
@@ -246,7 +247,7 @@ struct Content {
     std::wstring text;
 };
 
-TEST_F(UserSettingsFile, WhatSomeoneElseWrote_IsReadLineByLine)
+TEST_F(UserSettingsFile, FileOfAnotherProgram_IsReadLineByLine)
 {
     const Content contents[] = {
         {"empty", "", L""},
@@ -261,7 +262,7 @@ TEST_F(UserSettingsFile, WhatSomeoneElseWrote_IsReadLineByLine)
          "\xEF\xBB\xBF"
          "a",
          L"\uFEFFa"},
-        {"bytes that are no UTF-8",
+        {"bytes that are not UTF-8",
          "a\xFF\xFE"
          "b",
          L"a\uFFFD\uFFFDb"},
@@ -274,16 +275,16 @@ TEST_F(UserSettingsFile, WhatSomeoneElseWrote_IsReadLineByLine)
     };
     for (const Content& content : contents) {
         SCOPED_TRACE(content.name);
-        giveFile(content.bytes);
+        storeFile(content.bytes);
         EXPECT_EQ(read(), (ReadText{true, content.text}));
     }
 }
 
-TEST_F(UserSettingsFile, LongText_ComesBackWhole)
+TEST_F(UserSettingsFile, LongText_IsReadUnchanged)
 {
     std::wstring text;
     for (int index = 0; index < 3000; ++index)
-        text += elementOf(L"EPSG:" + std::to_wstring(index), L"EPSG:4326", L"測 " + std::to_wstring(index));
+        text += itemElement(L"EPSG:" + std::to_wstring(index), L"EPSG:4326", L"測 " + std::to_wstring(index));
     ASSERT_TRUE(write(text));
     EXPECT_EQ(read(), (ReadText{true, text}));
 }
@@ -296,7 +297,7 @@ TEST_F(UserSettingsFile, FileThatCannotBeOpened_IsNeitherReadNorWritten)
     EXPECT_FALSE(write(two));
 }
 
-TEST_F(UserSettingsFile, PathThatThereIsNoMemoryFor_IsNoPath)
+TEST_F(UserSettingsFile, PathWithoutMemory_IsEmpty)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "_wgetenv_s", .fromThenOn = true, .throws = true});
@@ -305,7 +306,7 @@ TEST_F(UserSettingsFile, PathThatThereIsNoMemoryFor_IsNoPath)
     EXPECT_FALSE(write(two));
 }
 
-TEST_F(UserSettingsFile, FileThatCannotBeReadToItsEnd_ReadsAsNothing)
+TEST_F(UserSettingsFile, FileThatFailsWhileReading_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "_wfsopen.read"});
@@ -322,22 +323,22 @@ TEST_F(UserSettingsFile, TextThatCannotBeMeasured_ReadsAsNothing)
     }
 }
 
-TEST_F(UserSettingsFile, TextThatWasMeasuredAndCannotBeConverted_ReadsAsNothing)
+TEST_F(UserSettingsFile, TextThatFailsAfterItsLengthIsKnown_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "MultiByteToWideChar", .occurrence = 2});
     EXPECT_EQ(read(), kNothingRead);
 }
 
-TEST_F(UserSettingsFile, WithoutMemoryForTheText_ReadsAsNothing)
+TEST_F(UserSettingsFile, TextWithoutMemory_ReadsAsNothing)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "qeutNewBuffer"});
     EXPECT_EQ(read(), kNothingRead);
-    EXPECT_EQ(Embedded::FaultInjection::seen().back(), "qeutNewBuffer") << "nothing is converted into it";
+    EXPECT_EQ(Embedded::FaultInjection::seen().back(), "qeutNewBuffer") << "no text is converted";
 }
 
-TEST_F(UserSettingsFile, ItemThatCannotBeConverted_LeavesThoseBeforeIt)
+TEST_F(UserSettingsFile, ItemThatCannotBeMeasured_KeepsTheEarlierItems)
 {
     const ScopedFault fault({.call = "WideCharToMultiByte", .occurrence = 3});
     EXPECT_FALSE(write(one + two));
@@ -345,7 +346,7 @@ TEST_F(UserSettingsFile, ItemThatCannotBeConverted_LeavesThoseBeforeIt)
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
-TEST_F(UserSettingsFile, ItemThatWasMeasuredAndCannotBeConverted_LeavesThoseBeforeIt)
+TEST_F(UserSettingsFile, ItemThatCannotBeConverted_KeepsTheEarlierItems)
 {
     const ScopedFault fault({.call = "WideCharToMultiByte", .occurrence = 4});
     EXPECT_FALSE(write(one + two));
@@ -353,25 +354,25 @@ TEST_F(UserSettingsFile, ItemThatWasMeasuredAndCannotBeConverted_LeavesThoseBefo
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
-TEST_F(UserSettingsFile, FailureToWriteALine_KeepsTheFollowingOnesFromBeingWrittenAndIsPassedOver)
+TEST_F(UserSettingsFile, FailureToWriteALine_SkipsTheLaterLinesAndIsIgnored)
 {
     {
         const ScopedFault fault({.call = "_wfsopen.write", .occurrence = 2});
         EXPECT_TRUE(write(one + two + one));
         EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U);
     }
-    // What the system did not take may still reach the file when it is closed. The third line was never handed over.
+    // Closing the file may still write the second line. The third line was never passed to the system.
     EXPECT_THAT(read(), testing::AnyOf(ReadText{true, one}, ReadText{true, one + two}));
 }
 
-TEST_F(UserSettingsFile, FailureToWriteALineLongerThanAnyBuffer_KeepsTheFollowingOnesFromBeingWritten)
+TEST_F(UserSettingsFile, FailureToWriteALongLine_SkipsTheLaterLines)
 {
     const ScopedFault fault({.call = "_wfsopen.write"});
     EXPECT_TRUE(write(std::wstring(200'000, L'x') + one + two));
     EXPECT_EQ(read().text.find(two), std::wstring::npos);
 }
 
-TEST_F(UserSettingsFile, ItemThatCannotBeConvertedAfterALineThatCannotBeWritten_IsStillAFailure)
+TEST_F(UserSettingsFile, ConversionFailureAfterAFailedLine_ReturnsFalse)
 {
     Embedded::FaultInjection::watch();
     ASSERT_TRUE(write(one + two));
@@ -384,7 +385,7 @@ TEST_F(UserSettingsFile, ItemThatCannotBeConvertedAfterALineThatCannotBeWritten_
     EXPECT_FALSE(write(one + two));
 }
 
-TEST_F(UserSettingsFile, FailureToClose_IsPassedOver)
+TEST_F(UserSettingsFile, FailureToClose_IsIgnored)
 {
     ASSERT_TRUE(write(one));
     const ScopedFault fault({.call = "_wfsopen.close", .fromThenOn = true});

@@ -106,7 +106,7 @@ TEST_F(StagedFileTest, ANameThatIsNotUtf8_IsWritten)
 TEST_F(StagedFileTest, ADiskThatIsFullHalfway_LeavesTheOldFile)
 {
     writeFile(file, "old");
-    const std::string message = answerOfChild([this] {
+    const std::string message = runInChildProcess([this] {
         ::signal(SIGXFSZ, SIG_IGN);
         const rlimit limit{1'000, 1'000};
         if (::setrlimit(RLIMIT_FSIZE, &limit) != 0)
@@ -123,7 +123,7 @@ TEST_F(StagedFileTest, AWriteProtectedFile_IsNotReplaced)
     writeFile(file, "old");
     ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
     ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);
-    const std::string message = answerAsOrdinaryUser([this] { return replace(file, "new"); });
+    const std::string message = runAsOrdinaryUser([this] { return replace(file, "new"); });
     EXPECT_EQ(message, "cannot be written: Permission denied");
     EXPECT_EQ(readFile(file), "old");
 }
@@ -133,7 +133,7 @@ TEST_F(StagedFileTest, AWriteProtectedFolder_IsRefused)
     writeFile(file, "old");
     ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
     ASSERT_EQ(::chmod(folder.path().c_str(), 0555), 0);
-    const std::string message = answerAsOrdinaryUser([this] { return replace(file, "new"); });
+    const std::string message = runAsOrdinaryUser([this] { return replace(file, "new"); });
     ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
     EXPECT_EQ(message, "cannot be written: Permission denied");
     EXPECT_EQ(readFile(file), "old");
@@ -142,7 +142,7 @@ TEST_F(StagedFileTest, AWriteProtectedFolder_IsRefused)
 TEST_F(StagedFileTest, AFolderThatMayNotBeListed_IsWrittenTo)
 {
     ASSERT_EQ(::chmod(folder.path().c_str(), 0333), 0);
-    const std::string message = answerAsOrdinaryUser([this] { return replace(file, "new"); });
+    const std::string message = runAsOrdinaryUser([this] { return replace(file, "new"); });
     ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
     EXPECT_EQ(message, "");
     EXPECT_EQ(readFile(file), "new");

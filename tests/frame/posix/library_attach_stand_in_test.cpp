@@ -1,6 +1,7 @@
-// The system calls of the per-library entry. Only the stand-in for Win32 records them.
+// The system calls of the library's entry point. Only the stand-in for Win32 records them.
 #include "embedded/diagnostics/fault_injection.h"
 #include "frame/library_attach.h"
+#include "storage/failing_calls.h"
 #include "support/platform_test.h"
 
 namespace Tests {
@@ -13,27 +14,24 @@ class LibraryAttachCalls : public PlatformTest {
 protected:
     int module = 0;
 
-    Calls callsOn(DWORD reason)
+    Calls recordCallsOn(DWORD reason)
     {
-        FaultInjection::watch();
-        EXPECT_EQ(DllMain(&module, reason, nullptr), TRUE);
-        FaultInjection::disarm();
-        return FaultInjection::seen();
+        return recordCalls([&] { EXPECT_EQ(DllMain(&module, reason, nullptr), TRUE); });
     }
 };
 
 TEST_F(LibraryAttachCalls, ProcessAttach_SwitchesThreadNoticesOff)
 {
-    EXPECT_EQ(callsOn(kProcessAttach), Calls{"DisableThreadLibraryCalls"});
+    EXPECT_EQ(recordCallsOn(kProcessAttach), Calls{"DisableThreadLibraryCalls"});
 }
 
-TEST_F(LibraryAttachCalls, OtherReasons_AskNothing)
+TEST_F(LibraryAttachCalls, OtherReasons_MakeNoCall)
 {
     for (const DWORD reason : {kProcessDetach, kThreadAttach, kThreadDetach, DWORD{4}})
-        EXPECT_EQ(callsOn(reason), Calls()) << reason;
+        EXPECT_EQ(recordCallsOn(reason), Calls()) << reason;
 }
 
-TEST_F(LibraryAttachCalls, NoticesThatCannotBeSwitchedOff_AreNoFailure)
+TEST_F(LibraryAttachCalls, NoticesThatCannotBeSwitchedOff_AreIgnored)
 {
     const Embedded::ScopedFault fault({.call = "DisableThreadLibraryCalls", .code = {}});
     EXPECT_EQ(DllMain(&module, kProcessAttach, nullptr), TRUE);

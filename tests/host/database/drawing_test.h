@@ -86,7 +86,7 @@ protected:
     void writeText(QeDbObjectId xrecord, const wchar_t* text);
     std::string contentsOf(QeDbObjectId xrecord);
     /// Everything that the drawing holds.
-    std::string contents() const { return Tests::contentsOf(database); }
+    std::string contents() const { return Tests::drawingContents(database); }
     /// What the named objects dictionary shows: "a b".
     std::wstring keys();
 

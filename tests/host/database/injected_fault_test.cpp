@@ -154,7 +154,7 @@ TEST_F(HostFault, EmptyDrawing_IsMadeWhateverIsArmed)
 {
     const ScopedFault fault({.call = "", .fromThenOn = true, .code = {}});
     QeDbDatabase other;
-    EXPECT_EQ(Tests::contentsOf(other), R"(drawing version 33
+    EXPECT_EQ(Tests::drawingContents(other), R"(drawing version 33
 next handle 5
 object 1 QeDbDictionary
 object 2 QeDbRegAppTable
@@ -163,7 +163,7 @@ object 3 QeDbBlockTable
 object 4 QeDbBlockTableRecord of 3
   name "*Model_Space"
 )");
-    EXPECT_EQ(Tests::contentsOf(*loadedFromMemory(savedInMemory(other))), Tests::contentsOf(other));
+    EXPECT_EQ(Tests::drawingContents(*loadFromBytes(saveToBytes(other))), Tests::drawingContents(other));
     EXPECT_EQ(FaultInjection::failedCalls(), 0U);
 }
 

@@ -39,7 +39,7 @@ bool ModelRun::compareShape()
 
 bool ModelRun::compare()
 {
-    EXPECT_EQ(contentsOf(*database_), model_.printed());
+    EXPECT_EQ(drawingContents(*database_), model_.printed());
     for (const auto& [number, object] : model_.objects()) {
         if (same_ && !compareObject(number, object)) {
             ADD_FAILURE() << "object " << number << " differs";

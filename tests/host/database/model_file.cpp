@@ -32,14 +32,14 @@ void ModelRun::stepCopy()
     EXPECT_EQ(errorText(bytes), "");
     if (!agree("copy", Embedded::hostStatus(bytes), Qeapp::eOk))
         return;
-    const std::string printed = contentsOf(*loadedFromMemory(*bytes));
+    const std::string printed = drawingContents(*loadFromBytes(*bytes));
     same_ = printed == model_.printed();
     EXPECT_EQ(printed, model_.printed());
 }
 
 void ModelRun::expectSaved(const QeDbDatabase& other)
 {
-    const std::string printed = contentsOf(other);
+    const std::string printed = drawingContents(other);
     same_ = same_ && printed == saved_.printed();
     EXPECT_EQ(printed, saved_.printed());
 }

@@ -47,7 +47,7 @@ protected:
         Orvel::ResbufChain chain;
         EXPECT_EQ(static_cast<QeDbXrecord*>(object)->rbChain(chain.put(), database.get()), Qeapp::eOk);
         EXPECT_EQ(object->close(), Qeapp::eOk);
-        return itemsOf(chain.get());
+        return readChain(chain.get());
     }
 };
 
@@ -174,7 +174,7 @@ TEST_F(FileAccess, ACopyFromAnOpeningThatHoldsTheLock_IsTheWholeDrawing)
 {
     Drawing drawing(loaded(DrawingAccess::changing));
     drawing.withXrecord({{300, L"new"}}, L"other");
-    EXPECT_EQ(contentsOf(*loadedFromMemory(savedInMemory(*drawing.database()))), drawing.contents());
+    EXPECT_EQ(drawingContents(*loadFromBytes(saveToBytes(*drawing.database()))), drawing.contents());
     const auto other = folder.path() / "b.qedb";
     EXPECT_EQ(outcome(Embedded::saveDrawing(*drawing.database(), other, QeDb::kCurrentDwg)), "0");
     EXPECT_EQ(keyIn(loaded()), (Items{{300, L"old"}}));

@@ -57,7 +57,7 @@ protected:
     {
         Database database;
         EXPECT_EQ(outcome(load(path, database)), "0");
-        return contentsOf(*database);
+        return drawingContents(*database);
     }
 
     std::filesystem::path out = folder.path() / "out.qedb";
@@ -166,8 +166,8 @@ TEST_F(CheckedDrawing, SalvageSaysWhatIsLostAndKeepsTheRest)
     EXPECT_EQ(salvage.lost[0].handle, 6U);
     EXPECT_EQ(salvage.lost[0].className, "QeDbXrecord");
     EXPECT_EQ(salvage.lost[0].reason, "table resbufs: the row of 6 is not as it was written");
-    EXPECT_EQ(timesIn(contentsOfFile(out), "\nobject "), 7);
-    EXPECT_EQ(timesIn(contentsOfFile(out), "coordinate system \"geodata\""), 1);
+    EXPECT_EQ(countOccurrences(contentsOfFile(out), "\nobject "), 7);
+    EXPECT_EQ(countOccurrences(contentsOfFile(out), "coordinate system \"geodata\""), 1);
     EXPECT_TRUE(readFile(file) == before);
 }
 
@@ -180,9 +180,9 @@ TEST_F(CheckedDrawing, SalvageKeepsWhatHasLostItsOwner)
     ASSERT_EQ(salvage.lost.size(), 1U);
     EXPECT_EQ(salvage.lost[0].handle, 7U);
     const std::string contents = contentsOfFile(out);
-    EXPECT_EQ(timesIn(contents, "  entry \"SALVAGED\" "), 1) << contents;
-    EXPECT_EQ(timesIn(contents, "  entry \"6\" 6\n"), 1) << contents;
-    EXPECT_EQ(timesIn(contents, "  value 300 \"text\"\n"), 1) << contents;
+    EXPECT_EQ(countOccurrences(contents, "  entry \"SALVAGED\" "), 1) << contents;
+    EXPECT_EQ(countOccurrences(contents, "  entry \"6\" 6\n"), 1) << contents;
+    EXPECT_EQ(countOccurrences(contents, "  value 300 \"text\"\n"), 1) << contents;
 }
 
 TEST_F(CheckedDrawing, SalvageBreaksACycle)
@@ -191,7 +191,7 @@ TEST_F(CheckedDrawing, SalvageBreaksACycle)
                 "UPDATE objects SET owner = 7 WHERE handle = 7; UPDATE entries SET dictionary = 7 WHERE object = 7");
     const Embedded::Salvage salvage = salvaged();
     EXPECT_TRUE(salvage.lost.empty());
-    EXPECT_EQ(timesIn(contentsOfFile(out), "  entry \"7\" 7\n"), 1);
+    EXPECT_EQ(countOccurrences(contentsOfFile(out), "  entry \"7\" 7\n"), 1);
 }
 
 TEST_F(CheckedDrawing, SalvageKeepsWhatHasAKeyThatIsNoText)
@@ -202,7 +202,7 @@ TEST_F(CheckedDrawing, SalvageKeepsWhatHasAKeyThatIsNoText)
         std::filesystem::remove(out);
         const Embedded::Salvage salvage = salvaged();
         EXPECT_TRUE(salvage.lost.empty());
-        EXPECT_EQ(timesIn(contentsOfFile(out), "  entry \"6\" 6\n"), 1);
+        EXPECT_EQ(countOccurrences(contentsOfFile(out), "  entry \"6\" 6\n"), 1);
     }
 }
 
@@ -221,7 +221,7 @@ TEST_F(CheckedDrawing, SalvageOfALostRoot_MakesANewOne)
     const Embedded::Salvage salvage = salvaged();
     EXPECT_EQ(salvage.lost.size(), 5U) << "four roots, and the extended data of one";
     const std::string contents = contentsOfFile(out);
-    EXPECT_EQ(timesIn(contents, "  value 300 \"text\"\n"), 1) << contents;
+    EXPECT_EQ(countOccurrences(contents, "  value 300 \"text\"\n"), 1) << contents;
 }
 
 /// Each page in turn is noise: the rest is saved, or the file is refused where the noise is in the schema.

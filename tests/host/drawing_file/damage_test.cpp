@@ -15,7 +15,7 @@ class DamagedDrawing : public DrawingFileTest {
 protected:
     DamagedDrawing()
     {
-        makeFromSql(file, goldenSql("everything"));
+        createFromSql(file, goldenSql("everything"));
         bytes = readFile(file);
     }
     enum class Result { same, refused, different };
@@ -117,7 +117,7 @@ TEST_F(DamagedDrawing, WithPagesOfAnOlderState_IsNeverAMixture)
     changeBySql(file, "UPDATE resbufs SET value = 2 WHERE value = 1 AND code = 1071");
     const std::string newer = readFile(file);
     ASSERT_EQ(newer.size(), bytes.size());
-    const std::string newerText = contentsOf(*loaded());
+    const std::string newerText = drawingContents(*loaded());
     for (std::size_t page = 0; page < bytes.size() / kPageSize; ++page) {
         std::string mixed = bytes;
         mixed.replace(page * kPageSize, kPageSize, newer, page * kPageSize, kPageSize);

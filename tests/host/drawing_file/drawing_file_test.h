@@ -41,7 +41,7 @@ protected:
     using Database = std::unique_ptr<QeDbDatabase>;
 
     /// The file has the drawing from now on. It does not wait for the disk.
-    void given(const Drawing& drawing) const { writeFile(file, savedInMemory(*drawing.database())); }
+    void given(const Drawing& drawing) const { writeFile(file, saveToBytes(*drawing.database())); }
     static Expected<Database> load(const std::filesystem::path& from, DrawingAccess access = DrawingAccess::sharing,
                                    int milliseconds = 0)
     {
@@ -65,7 +65,7 @@ protected:
         return Embedded::saveDrawing(database, file, database.drawingVersion(), Embedded::Overwriting::refused,
                                      waitOf(0));
     }
-    std::string inFile() const { return contentsOf(*loaded()); }
+    std::string inFile() const { return drawingContents(*loaded()); }
     static std::string number(Qeapp::ErrorStatus status) { return std::to_string(static_cast<int>(status)); }
     /// What a refusal of the file comes to.
     std::string refusal(Qeapp::ErrorStatus status, const std::string& reason) const

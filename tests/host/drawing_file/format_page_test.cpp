@@ -49,7 +49,7 @@ TEST_F(FormatPage, HasTheSchema)
 
 TEST_F(FormatPage, HasQueriesForTheCoordinateSystem)
 {
-    makeFromSql(file, goldenSql("version_29"));
+    createFromSql(file, goldenSql("version_29"));
     const std::vector<std::string> queries = blocks("sql");
     const std::vector<std::string> answers = blocks("text");
     ASSERT_EQ(queries.size(), 5U);

@@ -9,7 +9,7 @@ namespace fs = std::filesystem;
 
 class GoldenDrawing : public DrawingFileTest, public testing::WithParamInterface<std::string> {
 protected:
-    GoldenDrawing() { makeFromSql(file, goldenSql(GetParam())); }
+    GoldenDrawing() { createFromSql(file, goldenSql(GetParam())); }
 };
 
 TEST_P(GoldenDrawing, IsReadAsItsText)
@@ -19,28 +19,28 @@ TEST_P(GoldenDrawing, IsReadAsItsText)
 
 TEST_P(GoldenDrawing, IsTheSameSqlAgain)
 {
-    EXPECT_EQ(sqlOf(file), goldenSql(GetParam()));
+    EXPECT_EQ(dumpAsSql(file), goldenSql(GetParam()));
 }
 
 TEST_P(GoldenDrawing, HasTheChecksumsThatTheFormatsPageSays)
 {
     DrawingSql(file).computeChecksums();
-    EXPECT_EQ(sqlOf(file), goldenSql(GetParam()));
+    EXPECT_EQ(dumpAsSql(file), goldenSql(GetParam()));
 }
 
 TEST_P(GoldenDrawing, StaysTheSameWhenItIsSavedUnchanged)
 {
     const Database database = loaded(DrawingAccess::changing);
-    contentsOf(*database); // loads all of it
+    drawingContents(*database); // loads all of it
     EXPECT_EQ(outcome(save(*database)), "0");
-    EXPECT_EQ(sqlOf(file), goldenSql(GetParam()));
+    EXPECT_EQ(dumpAsSql(file), goldenSql(GetParam()));
 }
 
 TEST_P(GoldenDrawing, IsNotChangedByReading)
 {
     const std::string bytes = readFile(file);
     for (const DrawingAccess access : {DrawingAccess::reading, DrawingAccess::changing, DrawingAccess::sharing})
-        contentsOf(*loaded(access));
+        drawingContents(*loaded(access));
     EXPECT_TRUE(readFile(file) == bytes);
 }
 
@@ -52,13 +52,13 @@ class WrittenDrawing : public DrawingFileTest {};
 TEST_F(WrittenDrawing, OfNothing_IsTheGoldenOne)
 {
     given(GivenDrawing());
-    EXPECT_EQ(sqlOf(file), goldenSql("empty"));
+    EXPECT_EQ(dumpAsSql(file), goldenSql("empty"));
 }
 
 TEST_F(WrittenDrawing, OfEverything_IsTheGoldenOne)
 {
     given(drawingOfEverything());
-    EXPECT_EQ(sqlOf(file), goldenSql("everything"));
+    EXPECT_EQ(dumpAsSql(file), goldenSql("everything"));
     EXPECT_EQ(drawingOfEverything().contents(), goldenText("everything"));
 }
 
@@ -73,7 +73,7 @@ TEST_F(WrittenDrawing, OfEachFormatThatThereWas_IsReadAndUpgradedBySaving)
             if (entry.path().extension() != ".sql")
                 continue;
             fs::remove(file);
-            makeFromSql(file, readFile(entry.path()));
+            createFromSql(file, readFile(entry.path()));
             const std::string bytes = readFile(file);
             const std::string text = readFile(fs::path(entry.path()).replace_extension(".txt"));
             EXPECT_EQ(inFile(), text) << entry.path();

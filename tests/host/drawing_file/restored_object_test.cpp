@@ -55,7 +55,7 @@ protected:
     static QeDbObjectId addXrecord(QeDbObjectId dictionary, const wchar_t* key, int value)
     {
         auto* xrecord = new QeDbXrecord;
-        EXPECT_EQ(xrecord->setFromRbChain(chainOf(Items{{1071, value}}).get()), Qeapp::eOk);
+        EXPECT_EQ(xrecord->setFromRbChain(makeChain(Items{{1071, value}}).get()), Qeapp::eOk);
         return add(dictionary, key, xrecord);
     }
     QeDbObjectId outerId() { return idIn(database.get(), root, L"outer"); }
@@ -67,7 +67,7 @@ protected:
     void expectSaved()
     {
         ASSERT_EQ(outcome(save(*database)), "0");
-        EXPECT_EQ(inFile(), contentsOf(*database));
+        EXPECT_EQ(inFile(), drawingContents(*database));
         EXPECT_EQ(DrawingSql(file).text("PRAGMA integrity_check"), "ok");
         EXPECT_EQ(DrawingSql(file).integer("SELECT count(*) FROM pragma_foreign_key_check"), 0);
     }
@@ -98,7 +98,7 @@ TEST_F(RestoredObject, ARemovedSubtree_IsRestoredByAnAbortAfterASave)
     remove(L"outer");
     expectSaved();
     ASSERT_EQ(transactions().abortTransaction(), Qeapp::eOk);
-    EXPECT_EQ(contentsOf(*database), before);
+    EXPECT_EQ(drawingContents(*database), before);
     expectSaved();
     EXPECT_EQ(inFile(), before);
 }
@@ -121,7 +121,7 @@ TEST_F(RestoredObject, AChildOfAnErasedDictionary_IsChangedMeanwhile)
     const QeDbObjectId deep = idIn(database.get(), inner, L"deep");
     erase(outer);
     expectSaved();
-    EXPECT_EQ(open<QeDbXrecord>(deep)->setFromRbChain(chainOf(Items{{1071, 9}}).get()), Qeapp::eOk);
+    EXPECT_EQ(open<QeDbXrecord>(deep)->setFromRbChain(makeChain(Items{{1071, 9}}).get()), Qeapp::eOk);
     addXrecord(inner, L"new", 4);
     expectSaved();
     erase(outer, false);
@@ -170,7 +170,7 @@ TEST_F(RestoredObject, ADestroyedObjectWhoseHandleIsUsedAgain_IsNotReadForARemov
     }();
     ASSERT_NE(transactions().startTransaction(), nullptr);
     const auto setData = [&](QeDbObjectId id) {
-        EXPECT_EQ(open(id)->setXData(chainOf({{1001, L"APP"}, {1000, L"data"}}).get()), Qeapp::eOk);
+        EXPECT_EQ(open(id)->setXData(makeChain({{1001, L"APP"}, {1000, L"data"}}).get()), Qeapp::eOk);
     };
     setData(addXrecord(root, L"new", 3));
     expectSaved();
@@ -184,7 +184,7 @@ TEST_F(RestoredObject, ADestroyedObjectWhoseHandleIsUsedAgain_IsNotReadForARemov
 TEST_F(RestoredObject, ExtendedData_FollowARenamedApplicationAndAnErasedOne)
 {
     const QeDbObjectId outer = outerId();
-    EXPECT_EQ(open(outer)->setXData(chainOf({{1001, L"APP"}, {1000, L"data"}}).get()), Qeapp::eOk);
+    EXPECT_EQ(open(outer)->setXData(makeChain({{1001, L"APP"}, {1000, L"data"}}).get()), Qeapp::eOk);
     expectSaved();
     database = loaded(DrawingAccess::changing);
     QeDbRegAppTable* table = nullptr;
@@ -214,7 +214,7 @@ TEST_F(RestoredObject, AnApplicationWithExtendedDataOfItself_IsLoaded)
         const Opened<QeDbRegAppTable> opened(table);
         QeDbObjectId id;
         EXPECT_EQ(opened->getAt(name, id), Qeapp::eOk);
-        const auto data = chainOf({{1001, L"APP"}, {1000, L"data"}});
+        const auto data = makeChain({{1001, L"APP"}, {1000, L"data"}});
         EXPECT_EQ(open(id)->setXData(data.get()), Qeapp::eOk);
         EXPECT_EQ(opened->setXData(data.get()), Qeapp::eOk);
     };
@@ -259,7 +259,7 @@ TEST_F(RestoredObject, AnObjectOfAnotherDictionary_IsNotRemovedByItsId)
 {
     const QeDbObjectId inner = idIn(database.get(), outerId(), L"inner");
     EXPECT_EQ(open<QeDbDictionary>(root)->remove(inner), Qeapp::eKeyNotFound);
-    EXPECT_EQ(contentsOf(*database), before);
+    EXPECT_EQ(drawingContents(*database), before);
 }
 
 } // namespace

@@ -72,7 +72,7 @@ protected:
     {
         given(GivenDrawing(version(29)).withLegacyCode(L"EPSG:25832").withXrecord({{300, L"text"}}, L"key"));
         database = loaded(DrawingAccess::changing);
-        before = contentsOf(*database);
+        before = drawingContents(*database);
     }
     Expected<void> tryToSave(int target) const
     {
@@ -84,7 +84,7 @@ protected:
     {
         const std::string bytes = readFile(file);
         EXPECT_EQ(outcome(tryToSave(target)), number(status) + " " + message);
-        EXPECT_EQ(contentsOf(*database), before);
+        EXPECT_EQ(drawingContents(*database), before);
         EXPECT_TRUE(readFile(file) == bytes);
         EXPECT_EQ(folder.names(), std::set<std::string>{"a.qedb"});
     }
@@ -99,7 +99,7 @@ TEST_F(DrawingFileSave, ANewDrawing_IsLoadedAsItWas)
     database = std::make_unique<QeDbDatabase>(version(33));
     std::filesystem::remove(file);
     save(33);
-    EXPECT_EQ(inFile(), contentsOf(*database));
+    EXPECT_EQ(inFile(), drawingContents(*database));
 }
 
 TEST_F(DrawingFileSave, ANewDrawing_IsNotSavedTwice)
@@ -107,7 +107,7 @@ TEST_F(DrawingFileSave, ANewDrawing_IsNotSavedTwice)
     database = std::make_unique<QeDbDatabase>(version(33));
     std::filesystem::remove(file);
     save(33);
-    before = contentsOf(*database);
+    before = drawingContents(*database);
     expectNothingSaved(33, Qeapp::eFileExists, file.string() + ": the file exists already");
 }
 
@@ -115,7 +115,7 @@ TEST_F(DrawingFileSave, TwoNewDrawings_HoldTheSameBytes)
 {
     QeDbDatabase first;
     QeDbDatabase second;
-    EXPECT_TRUE(savedInMemory(first) == savedInMemory(second));
+    EXPECT_TRUE(saveToBytes(first) == saveToBytes(second));
     database.reset();
     std::filesystem::remove(file);
     EXPECT_EQ(outcome(saveDrawing(first, file, version(33))), "0");
@@ -127,7 +127,7 @@ TEST_F(DrawingFileSave, AnotherVersion_IsTheDrawingsFromThenOn)
 {
     save(33);
     EXPECT_EQ(database->drawingVersion(), 33);
-    EXPECT_EQ(inFile(), contentsOf(*database));
+    EXPECT_EQ(inFile(), drawingContents(*database));
     EXPECT_EQ(loaded()->drawingVersion(), 33);
 }
 
@@ -165,7 +165,7 @@ TEST_F(DrawingFileSave, WhatTheReactorsMade_IsInTheFileAndInTheDrawing)
     Decomposer decomposer;
     save(33);
     EXPECT_NE(inFile().find("entry \"DECOMPOSED\""), std::string::npos);
-    EXPECT_EQ(inFile(), contentsOf(*database));
+    EXPECT_EQ(inFile(), drawingContents(*database));
 }
 
 TEST_F(DrawingFileSave, AReactorThatFails_EndsTheSave)
@@ -222,7 +222,7 @@ TEST_F(DrawingFileSave, ACopy_IsTheWholeDrawingAndLeavesTheFirstAlone)
     EXPECT_TRUE(readFile(file) == bytes);
     Database copy;
     EXPECT_EQ(outcome(load(other(), copy)), "0");
-    EXPECT_EQ(contentsOf(*copy), contentsOf(*database));
+    EXPECT_EQ(drawingContents(*copy), drawingContents(*database));
     EXPECT_EQ(copy->drawingVersion(), 30);
 }
 
@@ -235,7 +235,7 @@ TEST_F(DrawingFileSave, ACopyOverAnotherDrawing_NeedsToBeAllowed)
     EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29), Overwriting::drawings)), "0");
     Database copy;
     EXPECT_EQ(outcome(load(other(), copy)), "0");
-    EXPECT_EQ(contentsOf(*copy), before);
+    EXPECT_EQ(drawingContents(*copy), before);
     EXPECT_EQ(folder.names(), (std::set<std::string>{"a.qedb", "b.qedb"}));
 }
 
@@ -255,7 +255,7 @@ TEST_F(DrawingFileSave, ACopyOverWhatIsNoDatabase_ReplacesItWhereThatIsWanted)
     EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29), Overwriting::noDatabase)), "0");
     Database copy;
     EXPECT_EQ(outcome(load(other(), copy)), "0");
-    EXPECT_EQ(contentsOf(*copy), before);
+    EXPECT_EQ(drawingContents(*copy), before);
     EXPECT_EQ(folder.names(), (std::set<std::string>{"a.qedb", "b.qedb"}));
 }
 
@@ -291,7 +291,7 @@ TEST_F(DrawingFileSave, APlaceThatCannotBeWrittenTo_IsRefused)
     QeDbDatabase empty;
     for (QeDbDatabase* each : {database.get(), &empty})
         EXPECT_TRUE(outcome(saveDrawing(*each, missing, each->drawingVersion())).starts_with(expected));
-    EXPECT_EQ(contentsOf(*database), before);
+    EXPECT_EQ(drawingContents(*database), before);
 }
 
 TEST_F(DrawingFileSave, AFolderInThePlaceOfTheFile_IsRefused)
@@ -302,8 +302,8 @@ TEST_F(DrawingFileSave, AFolderInThePlaceOfTheFile_IsRefused)
 
 TEST_F(DrawingFileSave, ADrawingFromMemory_HasNoFileOfItsOwn)
 {
-    const Database copy = loadedFromMemory(savedInMemory(*database));
-    EXPECT_EQ(contentsOf(*copy), before);
+    const Database copy = loadFromBytes(saveToBytes(*database));
+    EXPECT_EQ(drawingContents(*copy), before);
     EXPECT_EQ(outcome(saveDrawing(*copy, file, version(29))),
               number(Qeapp::eFileExists) + " " + file.string() + ": the file exists already");
     EXPECT_EQ(outcome(saveDrawing(*copy, other(), version(29))), "0");
@@ -311,15 +311,15 @@ TEST_F(DrawingFileSave, ADrawingFromMemory_HasNoFileOfItsOwn)
 
 TEST_F(DrawingFileSave, InMemory_IsTheSameDatabaseAsInAFile)
 {
-    const Database copy = loadedFromMemory(readFile(file));
-    EXPECT_EQ(contentsOf(*copy), before);
+    const Database copy = loadFromBytes(readFile(file));
+    EXPECT_EQ(drawingContents(*copy), before);
     EXPECT_EQ(outcome(Embedded::saveDrawingToBytes(*copy, version(34))),
               number(Qeapp::eInvalidDrawingVersion) +
                   " standard output: 34 is not a drawing version that can be saved");
-    writeFile(other(), savedInMemory(*copy));
+    writeFile(other(), saveToBytes(*copy));
     Database again;
     EXPECT_EQ(outcome(load(other(), again, DrawingAccess::changing)), "0");
-    EXPECT_EQ(contentsOf(*again), before);
+    EXPECT_EQ(drawingContents(*again), before);
 }
 
 TEST_F(DrawingFileSave, BytesThatAreNoDrawing_AreRefused)

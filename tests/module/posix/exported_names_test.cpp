@@ -1,5 +1,5 @@
-// The shared library exports its interface: exactly the names in exported_names.txt. Whoever changes the interface on
-// purpose changes the file as the failing test prints it.
+// The shared library exports exactly the names in exported_names.txt. When the interface changes on purpose, change the
+// file as the failing test says.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -18,12 +18,12 @@ struct CloseProgram {
     void operator()(std::FILE* program) const { pclose(program); }
 };
 
-/// The lines that the program prints.
-std::string outputOf(const std::string& command)
+/// Runs a program and returns its output.
+std::string runProgram(const std::string& command)
 {
     const std::unique_ptr<std::FILE, CloseProgram> program(popen(command.c_str(), "r"));
     if (!program)
-        throw std::runtime_error("cannot be run: " + command);
+        throw std::runtime_error("cannot run " + command);
     std::string output;
     std::array<char, 4096> buffer{};
     while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), program.get()))
@@ -35,7 +35,7 @@ std::string outputOf(const std::string& command)
 /// name.
 Names exportedNames()
 {
-    std::istringstream lines(outputOf("'" ORVEL_NM_PROGRAM "' -D --defined-only -C '" ORVEL_MODULE_FILE "'"));
+    std::istringstream lines(runProgram("'" ORVEL_NM_PROGRAM "' -D --defined-only -C '" ORVEL_MODULE_FILE "'"));
     Names names;
     for (std::string line; std::getline(lines, line);)
         names.insert(line.substr(line.find(' ') + 3));
@@ -44,19 +44,19 @@ Names exportedNames()
 
 Names publishedNames()
 {
-    return namesInFile("exported_names.txt");
+    return readNames("exported_names.txt");
 }
 
 TEST(ExportedNames, AreAllPublished)
 {
     ASSERT_FALSE(publishedNames().empty());
-    EXPECT_EQ(difference(exportedNames(), publishedNames()), "");
+    EXPECT_EQ(missingNames(exportedNames(), publishedNames()), "");
 }
 
-TEST(ExportedNames, LackNothingThatIsPublished)
+TEST(ExportedNames, IncludeAllPublishedNames)
 {
     ASSERT_FALSE(exportedNames().empty());
-    EXPECT_EQ(difference(publishedNames(), exportedNames()), "");
+    EXPECT_EQ(missingNames(publishedNames(), exportedNames()), "");
 }
 
 } // namespace

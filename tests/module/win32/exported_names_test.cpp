@@ -1,5 +1,5 @@
-// The DLL exports its interface: exactly the names in exported_names_windows.txt. Whoever changes the interface on
-// purpose changes the file as the failing test prints it.
+// The DLL exports exactly the names in exported_names_windows.txt. When the interface changes on purpose, change the
+// file as the failing test says.
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -20,26 +20,26 @@ Names exportedNames()
 
 Names publishedNames()
 {
-    return namesInFile("exported_names_windows.txt");
+    return readNames("exported_names_windows.txt");
 }
 
 TEST(ExportedNames, AreAllPublished)
 {
     ASSERT_FALSE(publishedNames().empty());
-    EXPECT_EQ(difference(exportedNames(), publishedNames()), "");
+    EXPECT_EQ(missingNames(exportedNames(), publishedNames()), "");
 }
 
-TEST(ExportedNames, LackNothingThatIsPublished)
+TEST(ExportedNames, IncludeAllPublishedNames)
 {
-    EXPECT_EQ(difference(publishedNames(), exportedNames()), "");
+    EXPECT_EQ(missingNames(publishedNames(), exportedNames()), "");
 }
 
-TEST(ExportedNames, NothingIsExportedByNumberAlone)
+TEST(ExportedNames, EveryEntryHasAName)
 {
     EXPECT_EQ(PortableExecutable(kModuleFile).exportedEntries(), publishedNames().size());
 }
 
-TEST(ExportedNames, AreFoundByTheSystemsLoader)
+TEST(ExportedNames, AreFoundByTheLoader)
 {
     const HMODULE module = LoadLibraryExW(kModuleFile.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     ASSERT_NE(module, nullptr);
@@ -48,11 +48,11 @@ TEST(ExportedNames, AreFoundByTheSystemsLoader)
     EXPECT_NE(FreeLibrary(module), 0);
 }
 
-TEST(ExportedNames, AreThoseOfTheImportLibrary)
+TEST(ExportedNames, AreTheNamesOfTheImportLibrary)
 {
     const Names importable = importableNames(ORVEL_IMPORT_LIBRARY);
-    EXPECT_EQ(difference(importable, publishedNames()), "");
-    EXPECT_EQ(difference(publishedNames(), importable), "");
+    EXPECT_EQ(missingNames(importable, publishedNames()), "");
+    EXPECT_EQ(missingNames(publishedNames(), importable), "");
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 #include "module/win32/import_library.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string_view>
+
+#include "support/file_text.h"
 
 namespace Tests {
 namespace {
@@ -13,13 +13,7 @@ constexpr std::string_view kMark = "!<arch>\n";
 constexpr std::size_t kMemberHeader = 60;
 constexpr std::string_view kImported = "__imp_";
 
-std::string contentsOf(const std::filesystem::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-/// The first member holds the number of symbols, their offsets, both big-endian, and then their names.
+/// The first member holds the number of symbols and their offsets, both big-endian, and then their names.
 std::string_view symbolNames(std::string_view archive)
 {
     if (!archive.starts_with(kMark) || archive.substr(kMark.size(), 2) != "/ ")
@@ -37,7 +31,7 @@ std::string_view symbolNames(std::string_view archive)
 
 std::set<std::string> importableNames(const std::filesystem::path& library)
 {
-    const std::string archive = contentsOf(library);
+    const std::string archive = readFile(library);
     std::string_view names = symbolNames(archive);
     std::set<std::string> importable;
     while (!names.empty()) {

@@ -1,6 +1,6 @@
-// The files of the Windows edition import from the system's libraries and from each other, and need nothing of the
-// compiler. For the module the functions are listed: those that it calls itself in imported_names_windows.txt, and
-// those that the compiler's runtime in it calls in imported_by_runtime_windows.txt.
+// The files of the Windows edition import only from the system's libraries and from each other. The functions that the
+// module calls itself are listed in imported_names_windows.txt, those that the compiler's runtime in it calls in
+// imported_by_runtime_windows.txt.
 #include <gtest/gtest.h>
 
 #include "module/module_test.h"
@@ -26,13 +26,13 @@ const std::vector<ShippedFile> kShippedFiles{
     {"orvelcs.exe", {"OrvelCoordsysCore.dll", "qehost.dll", "zsr.dll", "fqcore.dll"}},
 };
 
-PortableExecutable shipped(const ShippedFile& file)
+PortableExecutable openShipped(const ShippedFile& file)
 {
     return PortableExecutable(kModuleFile.parent_path() / file.name);
 }
 
 /// "LIBRARY FUNCTION" for each function that the module imports from these libraries.
-Names importsOfModule(const Names& libraries)
+Names moduleImports(const Names& libraries)
 {
     Names names;
     for (const auto& [library, functions] : PortableExecutable(kModuleFile).imports()) {
@@ -42,39 +42,39 @@ Names importsOfModule(const Names& libraries)
     return names;
 }
 
-TEST(ImportedNames, ComeFromTheSystemAndThePlatformAlone)
+TEST(ImportedNames, ComeOnlyFromTheSystemAndThePlatform)
 {
     for (const ShippedFile& file : kShippedFiles) {
         Names expected = kSystem;
         expected.insert(file.libraries.begin(), file.libraries.end());
         Names imported;
-        for (const auto& import : shipped(file).imports())
+        for (const auto& import : openShipped(file).imports())
             imported.insert(import.first);
-        EXPECT_EQ(difference(imported, expected), "") << file.name;
-        EXPECT_EQ(difference(file.libraries, imported), "") << file.name;
+        EXPECT_EQ(missingNames(imported, expected), "") << file.name;
+        EXPECT_EQ(missingNames(file.libraries, imported), "") << file.name;
     }
 }
 
-TEST(ImportedNames, NoneIsLoadedOnFirstUse)
+TEST(ImportedNames, NoLibraryIsLoadedOnFirstUse)
 {
     for (const ShippedFile& file : kShippedFiles)
-        EXPECT_FALSE(shipped(file).hasLateImports()) << file.name;
+        EXPECT_FALSE(openShipped(file).hasLateImports()) << file.name;
 }
 
-TEST(ImportedNames, WhatTheModuleCallsIsImported)
+TEST(ImportedNames, IncludeTheListedNames)
 {
-    ASSERT_FALSE(namesInFile("imported_names_windows.txt").empty());
-    EXPECT_EQ(difference(namesInFile("imported_names_windows.txt"), importsOfModule(kSystem)), "");
+    ASSERT_FALSE(readNames("imported_names_windows.txt").empty());
+    EXPECT_EQ(missingNames(readNames("imported_names_windows.txt"), moduleImports(kSystem)), "");
 }
 
-TEST(ImportedNames, ModuleImportsNoOtherFunctionOfTheSystem)
+TEST(ImportedNames, IncludeNoUnlistedSystemFunction)
 {
-    Names allowed = namesInFile("imported_names_windows.txt");
-    allowed.merge(namesInFile("imported_by_runtime_windows.txt"));
-    // The functions of the C library are not listed: they are many, and not the system's.
+    Names allowed = readNames("imported_names_windows.txt");
+    allowed.merge(readNames("imported_by_runtime_windows.txt"));
+    // The functions of the C library are not listed, because they are many and not part of the system.
     Names system = kSystem;
     system.erase("msvcrt.dll");
-    EXPECT_EQ(difference(importsOfModule(system), allowed), "");
+    EXPECT_EQ(missingNames(moduleImports(system), allowed), "");
 }
 
 TEST(ShippedFiles, AreLoadedAtRandomAddressesWithoutExecutableData)
@@ -83,15 +83,15 @@ TEST(ShippedFiles, AreLoadedAtRandomAddressesWithoutExecutableData)
     constexpr std::uint16_t kDynamicBase = 0x40;
     constexpr std::uint16_t kNoExecutableData = 0x100;
     for (const ShippedFile& file : kShippedFiles) {
-        const int missing = (kHighEntropyAddresses | kDynamicBase | kNoExecutableData) & ~shipped(file).flags();
+        const int missing = (kHighEntropyAddresses | kDynamicBase | kNoExecutableData) & ~openShipped(file).flags();
         EXPECT_EQ(missing, 0) << file.name;
     }
 }
 
-TEST(ShippedFiles, TellNothingOfWhenTheyWereLinked)
+TEST(ShippedFiles, HaveNoTimeOfLinking)
 {
     for (const ShippedFile& file : kShippedFiles)
-        EXPECT_EQ(shipped(file).timestamp(), 0U) << file.name;
+        EXPECT_EQ(openShipped(file).timestamp(), 0U) << file.name;
 }
 
 } // namespace

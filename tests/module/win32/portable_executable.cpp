@@ -35,25 +35,25 @@ std::uint32_t PortableExecutable::timestamp() const
 
 std::vector<std::string> PortableExecutable::exportedNames() const
 {
-    const std::size_t table = offsetOf(directory(kExports));
+    const std::size_t table = fileOffset(directory(kExports));
     const auto count = number<std::uint32_t>(table + 24);
-    const std::size_t addresses = offsetOf(number<std::uint32_t>(table + 32));
+    const std::size_t addresses = fileOffset(number<std::uint32_t>(table + 32));
     std::vector<std::string> names;
     for (std::size_t index = 0; index < count; ++index)
-        names.push_back(text(offsetOf(number<std::uint32_t>(addresses + 4 * index))));
+        names.push_back(text(fileOffset(number<std::uint32_t>(addresses + 4 * index))));
     return names;
 }
 
 std::uint32_t PortableExecutable::exportedEntries() const
 {
-    return number<std::uint32_t>(offsetOf(directory(kExports)) + 20);
+    return number<std::uint32_t>(fileOffset(directory(kExports)) + 20);
 }
 
 Imports PortableExecutable::imports() const
 {
     Imports imports;
-    for (std::size_t entry = offsetOf(directory(kImports)); number<std::uint32_t>(entry + 12) != 0; entry += 20)
-        imports.emplace(text(offsetOf(number<std::uint32_t>(entry + 12))), functionsAt(number<std::uint32_t>(entry)));
+    for (std::size_t entry = fileOffset(directory(kImports)); number<std::uint32_t>(entry + 12) != 0; entry += 20)
+        imports.emplace(text(fileOffset(number<std::uint32_t>(entry + 12))), functionsAt(number<std::uint32_t>(entry)));
     return imports;
 }
 
@@ -65,12 +65,12 @@ bool PortableExecutable::hasLateImports() const
 std::set<std::string> PortableExecutable::functionsAt(std::uint32_t lookupTable) const
 {
     std::set<std::string> functions;
-    std::size_t offset = offsetOf(lookupTable);
+    std::size_t offset = fileOffset(lookupTable);
     for (auto entry = number<std::uint64_t>(offset); entry != 0; entry = number<std::uint64_t>(offset += 8)) {
         if ((entry & kByNumber) != 0)
             functions.insert("#" + std::to_string(entry & 0xFFFF));
         else
-            functions.insert(text(offsetOf(static_cast<std::uint32_t>(entry)) + 2));
+            functions.insert(text(fileOffset(static_cast<std::uint32_t>(entry)) + 2));
     }
     return functions;
 }
@@ -81,7 +81,7 @@ std::uint32_t PortableExecutable::directory(std::size_t index) const
     return isThere ? number<std::uint32_t>(optionalHeader() + 112 + 8 * index) : 0;
 }
 
-std::size_t PortableExecutable::offsetOf(std::uint32_t address) const
+std::size_t PortableExecutable::fileOffset(std::uint32_t address) const
 {
     const std::size_t sections = optionalHeader() + number<std::uint16_t>(header() + 16);
     for (std::size_t index = 0; index < number<std::uint16_t>(header() + 2); ++index) {
@@ -90,7 +90,7 @@ std::size_t PortableExecutable::offsetOf(std::uint32_t address) const
         if (address >= start && address - start < number<std::uint32_t>(section + 16))
             return number<std::uint32_t>(section + 20) + (address - start);
     }
-    throw std::runtime_error("nothing of the file is loaded at " + std::to_string(address));
+    throw std::runtime_error("no section of the file is loaded at " + std::to_string(address));
 }
 
 template <class Number>

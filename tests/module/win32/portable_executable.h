@@ -39,8 +39,8 @@ private:
     std::size_t optionalHeader() const { return header() + 20; }
     /// The address of a table in memory; 0 for none.
     std::uint32_t directory(std::size_t index) const;
-    /// The offset in the file of an address in memory.
-    std::size_t offsetOf(std::uint32_t address) const;
+    /// Converts an address in memory to an offset in the file.
+    std::size_t fileOffset(std::uint32_t address) const;
     std::set<std::string> functionsAt(std::uint32_t lookupTable) const;
 };
 

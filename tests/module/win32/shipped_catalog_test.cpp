@@ -1,4 +1,4 @@
-// The program finds the catalog in its own folder, whatever the folder is called and whatever other programs have set.
+// The program finds the catalog in its own folder, for any name of the folder and any setting of other programs.
 #include <windows.h>
 
 #include "embedded/base/text.h"
@@ -25,10 +25,10 @@ protected:
         for (const char* file : {"orvelcs.exe", "OrvelCoordsysCore.dll", "qehost.dll", "zsr.dll", "fqcore.dll"})
             fs::copy_file(shipped / file, folder / file);
     }
-    void givenCatalogBesideTheProgram() const { fs::copy_file(shipped / "proj.db", folder / "proj.db"); }
+    void copyCatalog() const { fs::copy_file(shipped / "proj.db", folder / "proj.db"); }
 
-    /// Starts the program in the temporary folder and looks a system up. Returns the exit status.
-    DWORD statusOfLookUp() const
+    /// Runs the program in the temporary folder to look a system up. Returns the exit status.
+    DWORD runLookUp() const
     {
         std::wstring command = L"\"" + (folder / "orvelcs.exe").wstring() + L"\" catalog show EPSG:25832";
         STARTUPINFOW start{};
@@ -46,32 +46,32 @@ protected:
     }
 };
 
-TEST_F(ShippedCatalog, InFolderOfForeignName_IsFound)
+TEST_F(ShippedCatalog, CatalogInAFolderWithAUnicodeName_IsFound)
 {
-    givenCatalogBesideTheProgram();
-    EXPECT_EQ(statusOfLookUp(), 0U);
+    copyCatalog();
+    EXPECT_EQ(runLookUp(), 0U);
 }
 
-TEST_F(ShippedCatalog, ComesBeforeThatOfOtherPrograms)
+TEST_F(ShippedCatalog, ShippedCatalog_IsPreferredToThatOfOtherPrograms)
 {
-    givenCatalogBesideTheProgram();
+    copyCatalog();
     const fs::path others = temporary.path() / "others";
     fs::create_directory(others);
     fs::copy_file(folder / "orvelcs.exe", others / "proj.db"); // not a database
     const ScopedVariable set("PROJ_DATA", others.string());
-    EXPECT_EQ(statusOfLookUp(), 0U);
+    EXPECT_EQ(runLookUp(), 0U);
 }
 
-TEST_F(ShippedCatalog, WithoutOne_ThatOfTheMachineAnswers)
+TEST_F(ShippedCatalog, WithoutAShippedCatalog_ThatOfTheVariableIsUsed)
 {
     const ScopedVariable set("PROJ_DATA", shipped.string());
-    EXPECT_EQ(statusOfLookUp(), 0U);
+    EXPECT_EQ(runLookUp(), 0U);
 }
 
-TEST_F(ShippedCatalog, WithoutAny_TheLookUpFails)
+TEST_F(ShippedCatalog, WithoutAnyCatalog_TheLookUpFails)
 {
     const ScopedVariable set("PROJ_DATA", temporary.path().string());
-    EXPECT_EQ(statusOfLookUp(), 1U);
+    EXPECT_EQ(runLookUp(), 1U);
 }
 
 } // namespace

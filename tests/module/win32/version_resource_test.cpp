@@ -34,7 +34,7 @@ protected:
     }
 };
 
-TEST_P(VersionResource, NumberIsTheProjects)
+TEST_P(VersionResource, HasTheProjectsVersion)
 {
     UINT length = 0;
     const auto* const fixed = static_cast<const VS_FIXEDFILEINFO*>(at(L"\\", length));
@@ -47,7 +47,7 @@ TEST_P(VersionResource, NumberIsTheProjects)
     EXPECT_EQ(fixed->dwProductVersionLS, fixed->dwFileVersionLS);
 }
 
-TEST_P(VersionResource, TextsTellFileAndProduct)
+TEST_P(VersionResource, NamesFileAndProduct)
 {
     EXPECT_EQ(text(L"OriginalFilename"), GetParam());
     EXPECT_EQ(text(L"ProductName"), "OrvelCoordsysCore");

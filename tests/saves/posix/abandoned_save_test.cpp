@@ -89,7 +89,7 @@ TEST_F(AbandonedSave, OfAnotherUser_Stays)
     put(abandoned);
     ASSERT_EQ(::chmod((folder.path() / abandoned).c_str(), 0666), 0);
     const bool isRoot = ::geteuid() == 0;
-    EXPECT_EQ(answerAsOrdinaryUser(
+    EXPECT_EQ(runAsOrdinaryUser(
                   [this] { return Embedded::replaceFile(folder.path() / "a.txt", "new") ? "saved" : "failed"; }),
               "saved");
     EXPECT_EQ(isThere(abandoned), isRoot); // an ordinary user is the same user still
@@ -130,7 +130,7 @@ TEST_F(AbandonedSave, IsNeverTheSaveOfAnotherProcessThatGoesOn)
     for (std::size_t call = 0; call < calls; ++call) {
         const WatchedFolder watched(
             folder.path(), {Interruption::Effect::meanwhile, call, 0, [this] {
-                                EXPECT_EQ(answerOfChild([this] {
+                                EXPECT_EQ(runInChildProcess([this] {
                                               return Embedded::replaceFile(folder.path() / "b.txt", "other") ? "saved"
                                                                                                              : "failed";
                                           }),

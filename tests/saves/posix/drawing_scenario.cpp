@@ -48,7 +48,7 @@ const FolderContents& oneDrawing()
         Drawing drawing;
         fill(drawing, L'o', 2'000);
         drawing.withGeoData(L"old").withLegacyCode(L"EPSG:25832");
-        return FolderContents{{"a.qedb", savedInMemory(*drawing.database())}};
+        return FolderContents{{"a.qedb", saveToBytes(*drawing.database())}};
     }();
     return initialContents;
 }
@@ -59,7 +59,7 @@ const FolderContents& twoDrawings()
         Drawing drawing;
         fill(drawing, L'p', 3'000);
         FolderContents both = oneDrawing();
-        both["b.qedb"] = savedInMemory(*drawing.database());
+        both["b.qedb"] = saveToBytes(*drawing.database());
         return both;
     }();
     return initialContents;

@@ -75,7 +75,7 @@ protected:
         Drawing drawing;
         for (int number = 0; number < 8; ++number)
             drawing.withXrecord({{300, std::wstring(2'000, L'o')}}, std::to_wstring(number).c_str());
-        bytes_ = savedInMemory(*drawing.database());
+        bytes_ = saveToBytes(*drawing.database());
     }
     Drawing openedAndChanged() const
     {
@@ -120,7 +120,7 @@ TEST_F(FailedDrawing, IsSavedOnceTheDiskWorksAgain)
             const WatchedDisk watched(folder.path()); // it does not wait for the disk
             EXPECT_EQ(errorText(save(drawing)), "");
         }
-        EXPECT_EQ(contentsOf(*Embedded::loadDrawing(file).value()), contents);
+        EXPECT_EQ(drawingContents(*Embedded::loadDrawing(file).value()), contents);
         if (HasFailure())
             return;
     }

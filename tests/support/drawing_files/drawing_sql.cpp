@@ -24,12 +24,10 @@ std::string literal(SQLite::Database& database, const SQLite::Column& column)
         if (real - real != 0)
             return real > 0 ? "9e999" : "-9e999";
     }
-    if (column.isBlob() &&
-        column.getBytes() == 0) // SQLite returns no address for it, and binds a missing address as null
+    // SQLite has no address for an empty blob, and would bind a missing address as null.
+    if (column.isBlob() && column.getBytes() == 0)
         return "X''";
     SQLite::Statement quote(database, "SELECT quote(?)");
-    if (column.isBlob() && column.getBytes() == 0) // which binding takes for null
-        return "x''";
     if (column.isBlob())
         quote.bind(1, column.getBlob(), column.getBytes());
     else if (column.isText())
@@ -42,7 +40,7 @@ std::string literal(SQLite::Database& database, const SQLite::Column& column)
     return quote.getColumn(0).getString();
 }
 
-std::string insertsInto(SQLite::Database& database, const std::string& table, const std::string& order)
+std::string dumpRows(SQLite::Database& database, const std::string& table, const std::string& order)
 {
     std::string text;
     SQLite::Statement rows(database, "SELECT * FROM " + table + " ORDER BY " + order);
@@ -55,7 +53,7 @@ std::string insertsInto(SQLite::Database& database, const std::string& table, co
     return text;
 }
 
-std::string utf8Of(const std::filesystem::path& file)
+std::string utf8Path(const std::filesystem::path& file)
 {
     const auto utf8 = file.u8string();
     return {utf8.begin(), utf8.end()};
@@ -64,7 +62,7 @@ std::string utf8Of(const std::filesystem::path& file)
 } // namespace
 
 DrawingSql::DrawingSql(const std::filesystem::path& file)
-    : database_(utf8Of(file), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
+    : database_(utf8Path(file), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
 {
     database_.exec("PRAGMA synchronous = OFF");
     int length = kSealLength;
@@ -119,13 +117,13 @@ void changeBySql(const std::filesystem::path& file, const std::string& sql)
     sealFile(file);
 }
 
-void makeFromSql(const std::filesystem::path& file, const std::string& sql)
+void createFromSql(const std::filesystem::path& file, const std::string& sql)
 {
     DrawingSql(file).run(sql);
     sealFile(file);
 }
 
-std::string sqlOf(SQLite::Database& database)
+std::string dumpAsSql(SQLite::Database& database)
 {
     std::string text = "BEGIN;\nPRAGMA application_id = " + database.execAndGet("PRAGMA application_id").getString() +
                        ";\nPRAGMA user_version = " + database.execAndGet("PRAGMA user_version").getString() + ";\n";
@@ -141,14 +139,14 @@ std::string sqlOf(SQLite::Database& database)
              {"resbufs", "object, position"},
              {"extended_data", "object, application, position"},
          }})
-        text += insertsInto(database, table, order);
+        text += dumpRows(database, table, order);
     return text + "COMMIT;\n";
 }
 
-std::string sqlOf(const std::filesystem::path& file)
+std::string dumpAsSql(const std::filesystem::path& file)
 {
-    SQLite::Database database(utf8Of(file), SQLite::OPEN_READONLY);
-    return sqlOf(database);
+    SQLite::Database database(utf8Path(file), SQLite::OPEN_READONLY);
+    return dumpAsSql(database);
 }
 
 } // namespace Tests

@@ -1,5 +1,5 @@
-// Opens drawing files as SQLite databases. Checksums and seals are computed here a second time, from
-// docs/formats/drawing-file.md, so that a test can make files that are well-formed but wrong.
+// Opens drawing files as SQLite databases. This is a second implementation of checksums and seals, written from
+// docs/formats/drawing-file.md. With it a test makes files that are wrong but have matching checksums.
 #pragma once
 
 #include <cstdint>
@@ -31,9 +31,10 @@ void changeBySql(const std::filesystem::path& file, const std::string& sql);
 /// Computes the seals of the pages.
 void sealFile(const std::filesystem::path& file);
 
-/// Makes a drawing file from statements, and the statements from a drawing file.
-void makeFromSql(const std::filesystem::path& file, const std::string& sql);
-std::string sqlOf(const std::filesystem::path& file);
-std::string sqlOf(SQLite::Database& database);
+/// Creates a drawing file from statements.
+void createFromSql(const std::filesystem::path& file, const std::string& sql);
+/// Writes the statements that create the drawing file.
+std::string dumpAsSql(const std::filesystem::path& file);
+std::string dumpAsSql(SQLite::Database& database);
 
 } // namespace Tests

@@ -21,35 +21,35 @@ std::array<unsigned char, 8> lowBytesFirst(std::uint64_t number)
 }
 
 /// Continues a chain of hashes. The seed is the hash before and the letter of the kind of value.
-std::uint64_t chained(std::uint64_t before, char kind, const void* bytes, std::size_t length)
+std::uint64_t chainHash(std::uint64_t before, char kind, const void* bytes, std::size_t length)
 {
     return XXH3_64bits_withSeed(bytes, length, before + static_cast<unsigned char>(kind));
 }
 
-std::uint64_t chained(std::uint64_t before, sqlite3_value* value)
+std::uint64_t chainHash(std::uint64_t before, sqlite3_value* value)
 {
     switch (sqlite3_value_type(value)) {
     case SQLITE_INTEGER: {
         const auto bytes = lowBytesFirst(static_cast<std::uint64_t>(sqlite3_value_int64(value)));
-        return chained(before, 'i', bytes.data(), bytes.size());
+        return chainHash(before, 'i', bytes.data(), bytes.size());
     }
     case SQLITE_FLOAT: {
         const double real = sqlite3_value_double(value);
         std::uint64_t bits = 0;
         std::memcpy(&bits, &real, sizeof bits);
         const auto bytes = lowBytesFirst(bits);
-        return chained(before, 'r', bytes.data(), bytes.size());
+        return chainHash(before, 'r', bytes.data(), bytes.size());
     }
     case SQLITE_TEXT: {
         const void* const text = sqlite3_value_text(value);
-        return chained(before, 't', text, static_cast<std::size_t>(sqlite3_value_bytes(value)));
+        return chainHash(before, 't', text, static_cast<std::size_t>(sqlite3_value_bytes(value)));
     }
     case SQLITE_BLOB: {
         const void* const blob = sqlite3_value_blob(value);
-        return chained(before, 'b', blob, static_cast<std::size_t>(sqlite3_value_bytes(value)));
+        return chainHash(before, 'b', blob, static_cast<std::size_t>(sqlite3_value_bytes(value)));
     }
     default:
-        return chained(before, 'n', "", 0);
+        return chainHash(before, 'n', "", 0);
     }
 }
 
@@ -58,7 +58,7 @@ void rowChecksum(sqlite3_context* context, int count, sqlite3_value** values)
 {
     std::uint64_t sum = 0;
     for (int index = 0; index < count; ++index)
-        sum = chained(sum, values[index]);
+        sum = chainHash(sum, values[index]);
     sqlite3_result_int64(context, static_cast<std::int64_t>(sum));
 }
 
@@ -75,7 +75,7 @@ void endSum(sqlite3_context* context)
     sqlite3_result_int64(context, static_cast<std::int64_t>(*sum));
 }
 
-// Does not write rows that fit already, which saves most of the time.
+// Skips rows whose checksum fits already, which saves most of the time.
 constexpr std::array kDetails = {
     "UPDATE header SET checksum = row_checksum('header', field, value) "
     "WHERE checksum IS NOT row_checksum('header', field, value)",

@@ -4,7 +4,7 @@
 
 namespace Tests {
 
-std::optional<std::string> variableNamed(const std::string& name)
+std::optional<std::string> getVariable(const std::string& name)
 {
     const char* const value = std::getenv(name.c_str());
     return value != nullptr ? std::optional<std::string>(value) : std::nullopt;

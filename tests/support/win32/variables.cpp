@@ -8,7 +8,7 @@
 
 namespace Tests {
 
-std::optional<std::string> variableNamed(const std::string& name)
+std::optional<std::string> getVariable(const std::string& name)
 {
     const wchar_t* const value = _wgetenv(Embedded::wideFromUtf8(name).c_str());
     return value != nullptr ? std::optional<std::string>(Embedded::utf8FromWide(value)) : std::nullopt;

@@ -32,7 +32,7 @@ std::size_t slotFor(std::uintptr_t address)
     return std::uint64_t{address} * 0x9E3779B97F4A7C15U >> (64 - kBitsOfTable);
 }
 
-const void* baseOf(const void* address)
+const void* findLibraryBase(const void* address)
 {
     Dl_info found{};
     return dladdr(address, &found) != 0 ? found.dli_fbase : nullptr;
@@ -50,8 +50,8 @@ bool isStandard(const Dl_info& place)
 
 Owner findOwner(const void* address)
 {
-    static const void* const program = baseOf(reinterpret_cast<const void*>(&allocatorAt));
-    static const void* const host = baseOf(reinterpret_cast<const void*>(&qeutNewRb));
+    static const void* const program = findLibraryBase(reinterpret_cast<const void*>(&allocatorAt));
+    static const void* const host = findLibraryBase(reinterpret_cast<const void*>(&qeutNewRb));
     Dl_info place{};
     if (dladdr(address, &place) == 0)
         return Owner::other;
@@ -62,7 +62,7 @@ Owner findOwner(const void* address)
     return place.dli_fbase == host ? Owner::host : Owner::other;
 }
 
-Owner ownerOf(std::uintptr_t address)
+Owner lookUpOwner(std::uintptr_t address)
 {
     std::size_t place = slotFor(address);
     while (knownCallers[place].address != address && knownCallers[place].address != 0)
@@ -75,7 +75,7 @@ Owner ownerOf(std::uintptr_t address)
 }
 
 struct Walk {
-    std::uintptr_t from; // the frames before the one of this address belong to `new`
+    std::uintptr_t from; // earlier frames than the one of this address belong to `new`
     bool hasBegun = false;
     Owner owner = Owner::unknown;
 };
@@ -87,13 +87,13 @@ _Unwind_Reason_Code visit(_Unwind_Context* frame, void* argument)
     walk.hasBegun = walk.hasBegun || address == walk.from;
     if (!walk.hasBegun)
         return _URC_NO_REASON;
-    walk.owner = ownerOf(address);
+    walk.owner = lookUpOwner(address);
     return walk.owner == Owner::standardLibrary ? _URC_NO_REASON : _URC_END_OF_STACK;
 }
 
 Owner findOwnerOnStack(std::uintptr_t address)
 {
-    const Owner direct = ownerOf(address);
+    const Owner direct = lookUpOwner(address);
     if (direct != Owner::standardLibrary)
         return direct;
     Walk walk{address};

@@ -1,5 +1,5 @@
-// Off Windows values are enumerated in the order in which they were made, which Windows does not promise and Wine has
-// otherwise.
+// Off Windows values are enumerated in the order of their creation. Windows does not promise that, and Wine uses
+// another order.
 #include "transformation/registry_settings_test.h"
 
 namespace Tests {
@@ -7,7 +7,7 @@ namespace {
 
 class RegistryOrder : public RegistrySettingsTest {};
 
-TEST_F(RegistryOrder, TwelveItems_AreReadInTheOrderInWhichTheyWereWritten)
+TEST_F(RegistryOrder, TwelveItems_AreReadInTheOrderOfWriting)
 {
     std::wstring text;
     Names expected;
@@ -20,21 +20,21 @@ TEST_F(RegistryOrder, TwelveItems_AreReadInTheOrderInWhichTheyWereWritten)
     EXPECT_EQ(read(), (ReadText{true, text}));
 }
 
-TEST_F(RegistryOrder, DefaultValue_SurvivesAndIsReadInItsPlace)
+TEST_F(RegistryOrder, DefaultValue_IsKeptAndReadInItsPlace)
 {
-    give(L"First", L"1");
-    giveDefault(L"2");
-    give(L"Third", L"3");
+    storeText(L"First", L"1");
+    storeDefault(L"2");
+    storeText(L"Third", L"3");
     EXPECT_EQ(read(), (ReadText{true, L"123"}));
     ASSERT_TRUE(write(item(1)));
     EXPECT_EQ(names(), (Names{L"", L"Item1"}));
     EXPECT_EQ(read(), (ReadText{true, L"2" + item(1)}));
 }
 
-TEST_F(RegistryOrder, Values_AreReadInTheRegistrysOrder)
+TEST_F(RegistryOrder, Values_AreReadInTheOrderOfCreation)
 {
-    give(L"Item2", L"two");
-    give(L"Item1", L"one");
+    storeText(L"Item2", L"two");
+    storeText(L"Item1", L"one");
     EXPECT_EQ(read(), (ReadText{true, L"twoone"}));
 }
 

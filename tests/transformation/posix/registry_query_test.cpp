@@ -1,4 +1,4 @@
-// The query of the page about the registry's file shows the configuration.
+// Runs the query on the page about the registry's file.
 #include "storage/documented_example.h"
 #include "support/posix/sql_query.h"
 #include "transformation/registry_settings_test.h"
@@ -8,7 +8,7 @@ namespace {
 
 class RegistryQuery : public RegistrySettingsTest {};
 
-TEST_F(RegistryQuery, OfThePage_ShowsTheStoredConfiguration)
+TEST_F(RegistryQuery, DocumentedQuery_ShowsTheStoredConfiguration)
 {
     ASSERT_TRUE(write(L"<Item>one</Item><Item>two</Item>"));
     const auto block = [](const char* label) { return DocumentedExample("registry-stand-in.md", label).text(); };

@@ -1,4 +1,4 @@
-// Data that only the registry of Windows can hold: there the bytes of a text need not be whole characters.
+// Data that only the registry of Windows can hold. There a text may end within a character.
 #include <vector>
 
 #include "platform/windows.h"
@@ -22,23 +22,23 @@ protected:
     }
 };
 
-TEST_F(RegistryBytes, HalfACharacterAtTheEnd_IsOneWithAZeroHalf)
+TEST_F(RegistryBytes, HalfACharacterAtTheEnd_IsCompletedWithAZero)
 {
     EXPECT_EQ(read(REG_SZ, {'a', 0, 'b'}), L"ab");
     EXPECT_EQ(read(REG_BINARY, {'a'}), L"a");
 }
 
-TEST_F(RegistryBytes, TextOfSeveral_EndsAfterTheFirst)
+TEST_F(RegistryBytes, SeveralTexts_AreReadAsTheFirst)
 {
     EXPECT_EQ(read(REG_MULTI_SZ, {'a', 0, 0, 0, 'b', 0, 0, 0, 0, 0}), L"a");
 }
 
-TEST_F(RegistryBytes, VariableInAText_IsLeftAsItIs)
+TEST_F(RegistryBytes, VariableInAText_IsNotExpanded)
 {
     EXPECT_EQ(read(REG_EXPAND_SZ, {'%', 0, 'T', 0, 'M', 0, 'P', 0, '%', 0, 0, 0}), L"%TMP%");
 }
 
-TEST_F(RegistryBytes, NumberOf64Bits_IsTheTextThatItsBytesAre)
+TEST_F(RegistryBytes, Numbers_AreReadAsTheTextOfTheirBytes)
 {
     EXPECT_EQ(read(REG_QWORD, {'a', 0, 'b', 0, 0, 0, 'c', 0}), L"ab");
     EXPECT_EQ(read(REG_DWORD, {0, 0, 'c', 0}), L"");

@@ -11,14 +11,14 @@ namespace {
 
 class SettingsFileSharing : public TransformationTest {
 protected:
-    const std::wstring one = elementOf(L"A", L"B", L"one");
-    const std::wstring two = elementOf(L"B", L"C", L"two");
+    const std::wstring one = itemElement(L"A", L"B", L"one");
+    const std::wstring two = itemElement(L"B", L"C", L"two");
 
     SettingsFileSharing() { EXPECT_TRUE(write(one)); }
 
     static bool write(const std::wstring& text) { return Orvel::WriteUserTransformationSettings(text.c_str()); }
     static ReadText read() { return readWith(Orvel::ReadUserTransformationSettings); }
-    Embedded::FileHandle openedElsewhere(DWORD access, DWORD sharing) const
+    Embedded::FileHandle openAsAnotherProgram(DWORD access, DWORD sharing) const
     {
         Embedded::FileHandle handle(
             CreateFileW(settingsFile().c_str(), access, sharing, nullptr, OPEN_EXISTING, 0, nullptr));
@@ -27,27 +27,27 @@ protected:
     }
 };
 
-TEST_F(SettingsFileSharing, FileThatIsSharedWithNobody_IsNeitherReadNorWritten)
+TEST_F(SettingsFileSharing, FileOpenedWithoutSharing_IsNeitherReadNorWritten)
 {
     {
-        const auto other = openedElsewhere(GENERIC_READ | GENERIC_WRITE, 0);
+        const auto other = openAsAnotherProgram(GENERIC_READ | GENERIC_WRITE, 0);
         EXPECT_EQ(read(), kNothingRead);
         EXPECT_FALSE(write(two));
     }
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
-TEST_F(SettingsFileSharing, FileThatIsSharedWithReaders_IsReadAndNotWritten)
+TEST_F(SettingsFileSharing, FileSharedForReading_IsReadAndNotWritten)
 {
-    const auto other = openedElsewhere(GENERIC_READ, FILE_SHARE_READ);
+    const auto other = openAsAnotherProgram(GENERIC_READ, FILE_SHARE_READ);
     EXPECT_EQ(read(), (ReadText{true, one}));
     EXPECT_FALSE(write(two));
     EXPECT_EQ(read(), (ReadText{true, one}));
 }
 
-TEST_F(SettingsFileSharing, FileThatIsSharedWithAll_IsReadAndWritten)
+TEST_F(SettingsFileSharing, FileSharedForWriting_IsReadAndWritten)
 {
-    const auto other = openedElsewhere(GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    const auto other = openAsAnotherProgram(GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
     EXPECT_TRUE(write(two));
     EXPECT_EQ(read(), (ReadText{true, two}));
 }

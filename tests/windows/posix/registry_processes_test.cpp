@@ -88,7 +88,7 @@ TEST_F(RegistryProcesses, AReaderSeesEachValueWholeWhileAnotherProcessReplacesIt
 TEST_F(RegistryProcesses, OpenHandle_SeesWhatAnotherProcessWrites)
 {
     const OpenKey key = created();
-    EXPECT_EQ(answerOfChild([&] { return std::to_string(set(key, L"a", L"from the child")); }), "0");
+    EXPECT_EQ(runInChildProcess([&] { return std::to_string(set(key, L"a", L"from the child")); }), "0");
     EXPECT_EQ(textOf(key, L"a"), ended(L"from the child"));
 }
 
@@ -137,7 +137,7 @@ TEST_F(RegistryProcesses, ReadOnlyFile_ReturnsAccessDenied)
     ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
     ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
     const std::string before = onDisk();
-    const std::string codes = answerAsOrdinaryUser([] {
+    const std::string codes = runAsOrdinaryUser([] {
         const OpenKey key = created();
         HKEY fresh = nullptr;
         return std::to_string(set(key, L"a", L"new")) + ' ' + std::to_string(RegDeleteValueW(key.get(), L"a")) + ' ' +
@@ -158,7 +158,7 @@ TEST_F(RegistryProcesses, ReadOnlyFolder_ReturnsAccessDenied)
     ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
     ASSERT_EQ(::chmod(file.parent_path().c_str(), 0555), 0);
     const std::string before = onDisk();
-    const std::string codes = answerAsOrdinaryUser([this] {
+    const std::string codes = runAsOrdinaryUser([this] {
         const OpenKey key = created();
         const LSTATUS present = set(key, L"a", L"new");
         Embedded::useRegistryFile(file.parent_path() / "absent.db");
@@ -174,7 +174,7 @@ TEST_F(RegistryProcesses, UnreadableFile_ReturnsAccessDenied)
     created();
     ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
     ASSERT_EQ(::chmod(file.c_str(), 0000), 0);
-    const std::string answer = answerAsOrdinaryUser([this] {
+    const std::string answer = runAsOrdinaryUser([this] {
         readAfresh();
         return std::to_string(openStatus(L"Software")) + ' ' + registryFault();
     });

@@ -37,7 +37,7 @@ TEST_F(RegistryValuesStandIn, Enumerating_ContinuesWithTheChangedValues)
     EXPECT_EQ(nameAt(1), L"b");
     ASSERT_EQ(RegDeleteValueW(key.get(), L"a"), ERROR_SUCCESS);
     EXPECT_EQ(nameAt(1), L"c");
-    EXPECT_EQ(answerOfChild([this] { return std::to_string(RegDeleteValueW(key.get(), L"b")); }), "0");
+    EXPECT_EQ(runInChildProcess([this] { return std::to_string(RegDeleteValueW(key.get(), L"b")); }), "0");
     EXPECT_EQ(nameAt(1), L"d");
     EXPECT_EQ(nameAt(0), L"c");
 }

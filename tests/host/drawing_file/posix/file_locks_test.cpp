@@ -108,7 +108,7 @@ TEST_F(FileLocks, WhateverTheHostDoesWithTheFile_KeepsThem)
     expectKept("a refused second opening");
     EXPECT_EQ(Embedded::fileKind(file), Embedded::FileKind::regular);
     expectKept("looking at it");
-    savedInMemory(*changing);
+    saveToBytes(*changing);
     expectKept("copying it to memory");
     EXPECT_EQ(outcome(Embedded::saveDrawing(*changing, folder.path() / "b.qedb", QeDb::kCurrentDwg)), "0");
     expectKept("copying it to a file");

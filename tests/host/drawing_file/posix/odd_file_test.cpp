@@ -32,7 +32,7 @@ protected:
         drawing.withXrecord({{300, L"new"}}, L"key");
         return outcome(Embedded::saveDrawing(*drawing.database(), path, QeDb::kCurrentDwg));
     }
-    std::string asOrdinaryUser(const std::function<std::string()>& work) const { return answerAsOrdinaryUser(work); }
+    std::string asOrdinaryUser(const std::function<std::string()>& work) const { return runAsOrdinaryUser(work); }
 };
 
 TEST_F(OddFile, BelowAFile_IsNotFound)
@@ -134,7 +134,7 @@ TEST_F(OddFile, WhereALinkLeads_IsChangedThereWithItsJournalBesideIt)
 
     // A process that is killed in the middle of its save leaves its journal where the link leads.
     const std::string saved = readFile(real);
-    answerOfChild([&] {
+    runInChildProcess([&] {
         DrawingSql sql(file);
         sql.run("PRAGMA cache_size = 1; BEGIN; UPDATE resbufs SET value = zeroblob(300000)");
         ::_exit(::write(1, "", 0) == 0 ? 0 : 1); // without a rollback
@@ -149,7 +149,7 @@ TEST_F(OddFile, WhereALinkLeads_IsChangedThereWithItsJournalBesideIt)
 
 TEST_F(OddFile, WithAJournalThatCannotBeRolledBack_SaysSo)
 {
-    answerOfChild([&] {
+    runInChildProcess([&] {
         DrawingSql sql(file);
         sql.run("PRAGMA cache_size = 1; BEGIN; UPDATE resbufs SET value = zeroblob(300000)");
         ::_exit(0); // without a rollback

@@ -46,7 +46,7 @@ TEST_F(OddFile, DeepBelowFolders_IsSavedLoadedAndChanged)
     drawing.withXrecord({{300, L"new"}}, L"key");
     ASSERT_EQ(outcome(Embedded::saveDrawing(*drawing.database(), name, QeDb::kCurrentDwg)), "0");
     ASSERT_EQ(outcome(load(name, database)), "0");
-    EXPECT_EQ(contentsOf(*database), drawing.contents());
+    EXPECT_EQ(drawingContents(*database), drawing.contents());
 }
 
 } // namespace

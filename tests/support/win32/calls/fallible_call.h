@@ -1,4 +1,4 @@
-// A call of the system that a test can make fail. The test programs use it instead of the system's own.
+// A system call that a test can make fail. The test programs call it instead of the system's function.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 
 namespace Tests {
 
-/// The system's own function of that name. Programs that link this folder reach it in no other way.
+/// Looks up the system's function. Programs that link this folder reach it in no other way.
 template <class Function>
 Function* systemFunction(const wchar_t* library, const char* name)
 {
