@@ -13,16 +13,16 @@ protected:
         registerApplication(L"ALPHA");
     }
 
-    Qeapp::ErrorStatus set(const Chain& chain) { return namedObjects(QeDb::kForWrite)->setXData(chain.get()); }
+    Qeapp::ErrorStatus set(const ResbufChain& chain) { return namedObjects(QeDb::kForWrite)->setXData(chain.get()); }
 
     std::string get(const wchar_t* application = nullptr)
     {
-        const Chain chain(namedObjects()->xData(application));
+        const ResbufChain chain(namedObjects()->xData(application));
         return textOf(chain.get());
     }
 };
 
-TEST_F(ExtendedData, ObjectWithoutAny_GivesNull)
+TEST_F(ExtendedData, ObjectWithoutExtendedData_ReturnsNull)
 {
     EXPECT_EQ(namedObjects()->xData(), nullptr);
     EXPECT_EQ(namedObjects()->xData(L"KTN"), nullptr);
@@ -30,51 +30,51 @@ TEST_F(ExtendedData, ObjectWithoutAny_GivesNull)
 
 TEST_F(ExtendedData, Data_BeginsWithItsApplication)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"code", 1040, 1.5, QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", 1000, L"code", 1040, 1.5, QeRb::kListEnd))), Qeapp::eOk);
     EXPECT_EQ(get(L"KTN"), "1001:KTN 1000:code 1040:1.5");
 }
 
 TEST_F(ExtendedData, ApplicationNames_IgnoreCase)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"ktn", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
-    EXPECT_EQ(get(L"Ktn"), "1001:KTN 1000:code") << "spelled as it was registered";
+    ASSERT_EQ(set(ResbufChain(qeutBuildList(1001, L"ktn", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
+    EXPECT_EQ(get(L"Ktn"), "1001:KTN 1000:code") << "in the spelling of the registration";
 }
 
-TEST_F(ExtendedData, AllApplications_ComeInNameOrder)
+TEST_F(ExtendedData, DataOfAllApplications_AreOrderedByName)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"k", 1001, L"ALPHA", 1000, L"a", QeRb::kListEnd))),
+    ASSERT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", 1000, L"k", 1001, L"ALPHA", 1000, L"a", QeRb::kListEnd))),
               Qeapp::eOk);
     EXPECT_EQ(get(), "1001:ALPHA 1000:a 1001:KTN 1000:k");
 }
 
-TEST_F(ExtendedData, OtherApplicationsData_StaysAsItWas)
+TEST_F(ExtendedData, DataOfAnotherApplication_StayUnchanged)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"ALPHA", 1000, L"a", QeRb::kListEnd))), Qeapp::eOk);
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"k", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(ResbufChain(qeutBuildList(1001, L"ALPHA", 1000, L"a", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", 1000, L"k", QeRb::kListEnd))), Qeapp::eOk);
     EXPECT_EQ(get(L"ALPHA"), "1001:ALPHA 1000:a");
 }
 
-TEST_F(ExtendedData, NameAlone_RemovesTheData)
+TEST_F(ExtendedData, NameWithoutData_RemovesTheData)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"k", QeRb::kListEnd))), Qeapp::eOk);
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", 1000, L"k", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", QeRb::kListEnd))), Qeapp::eOk);
     EXPECT_EQ(get(), "");
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"KTN", QeRb::kListEnd))), Qeapp::eOk) << "also when there is none";
+    EXPECT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", QeRb::kListEnd))), Qeapp::eOk) << "also without data";
 }
 
 TEST_F(ExtendedData, UnregisteredApplication_IsRefusedAndNothingChanges)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"old", QeRb::kListEnd))), Qeapp::eOk);
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"new", 1001, L"NOBODY", QeRb::kListEnd))),
+    ASSERT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", 1000, L"old", QeRb::kListEnd))), Qeapp::eOk);
+    EXPECT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", 1000, L"new", 1001, L"NOBODY", QeRb::kListEnd))),
               Qeapp::eRegappNotRegistered);
     EXPECT_EQ(get(), "1001:KTN 1000:old");
 }
 
-TEST_F(ExtendedData, ChainsThatAreNoExtendedData_AreRefused)
+TEST_F(ExtendedData, InvalidChains_AreRefused)
 {
-    EXPECT_EQ(set(Chain()), Qeapp::eInvalidResbuf);
-    EXPECT_EQ(set(Chain(qeutBuildList(1000, L"code", 1001, L"KTN", QeRb::kListEnd))), Qeapp::eInvalidResbuf);
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 300, L"text", QeRb::kListEnd))), Qeapp::eInvalidResbuf);
+    EXPECT_EQ(set(ResbufChain()), Qeapp::eInvalidResbuf);
+    EXPECT_EQ(set(ResbufChain(qeutBuildList(1000, L"code", 1001, L"KTN", QeRb::kListEnd))), Qeapp::eInvalidResbuf);
+    EXPECT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", 300, L"text", QeRb::kListEnd))), Qeapp::eInvalidResbuf);
     EXPECT_EQ(get(), "");
 }
 
@@ -83,13 +83,13 @@ TEST_F(ExtendedData, Chunks_HoldAtMost127Bytes)
     std::array<char, 128> bytes{};
     const QeBinaryChunk longest{127, bytes.data()};
     const QeBinaryChunk tooLong{128, bytes.data()};
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1004, &tooLong, QeRb::kListEnd))), Qeapp::eInvalidResbuf);
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1004, &longest, QeRb::kListEnd))), Qeapp::eOk);
+    EXPECT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", 1004, &tooLong, QeRb::kListEnd))), Qeapp::eInvalidResbuf);
+    EXPECT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", 1004, &longest, QeRb::kListEnd))), Qeapp::eOk);
 }
 
-TEST_F(ExtendedData, ObjectThatIsNotOpenForWrite_RefusesIt)
+TEST_F(ExtendedData, ObjectThatIsNotOpenForWrite_RefusesData)
 {
-    const Chain chain(qeutBuildList(1001, L"KTN", 1000, L"code", QeRb::kListEnd));
+    const ResbufChain chain(qeutBuildList(1001, L"KTN", 1000, L"code", QeRb::kListEnd));
     EXPECT_EQ(namedObjects()->setXData(chain.get()), Qeapp::eNotOpenForWrite);
     QeDbXrecord homeless;
     EXPECT_EQ(homeless.setXData(chain.get()), Qeapp::eNotInDatabase);
@@ -98,10 +98,10 @@ TEST_F(ExtendedData, ObjectThatIsNotOpenForWrite_RefusesIt)
 TEST_F(ExtendedData, ErasedApplication_HidesItsData)
 {
     const QeDbObjectId application = registerApplication(L"LATER");
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"LATER", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(ResbufChain(qeutBuildList(1001, L"LATER", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
     erase(application);
     EXPECT_EQ(get(), "");
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"LATER", QeRb::kListEnd))), Qeapp::eRegappNotRegistered);
+    EXPECT_EQ(set(ResbufChain(qeutBuildList(1001, L"LATER", QeRb::kListEnd))), Qeapp::eRegappNotRegistered);
     erase(application, false);
     EXPECT_EQ(get(), "1001:LATER 1000:code");
 }
@@ -109,17 +109,17 @@ TEST_F(ExtendedData, ErasedApplication_HidesItsData)
 TEST_F(ExtendedData, RenamedApplication_KeepsItsData)
 {
     const QeDbObjectId application = registerApplication(L"BEFORE");
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"BEFORE", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(ResbufChain(qeutBuildList(1001, L"BEFORE", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
     EXPECT_EQ(open<QeDbRegAppTableRecord>(application, QeDb::kForWrite)->setName(L"AFTER"), Qeapp::eOk);
     EXPECT_EQ(get(L"BEFORE"), "");
     EXPECT_EQ(get(L"AFTER"), "1001:AFTER 1000:code");
 }
 
-TEST_F(ExtendedData, Copy_IsTheCallers)
+TEST_F(ExtendedData, ReturnedChain_IsACopy)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(ResbufChain(qeutBuildList(1001, L"KTN", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
     {
-        const Chain copy(namedObjects()->xData(L"KTN"));
+        const ResbufChain copy(namedObjects()->xData(L"KTN"));
         copy.get()->rbnext->resval.rstring[0] = L'X';
     }
     EXPECT_EQ(get(L"KTN"), "1001:KTN 1000:code");
