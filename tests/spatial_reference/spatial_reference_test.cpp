@@ -6,17 +6,6 @@
 #include "embedded/spatial_reference/catalog/catalog.h"
 
 namespace Tests {
-namespace {
-
-template <typename Definition>
-Holder<Definition> load(const std::wstring& code)
-{
-    Definition* definition = nullptr;
-    EXPECT_EQ(Definition::Load(code.c_str(), definition), statusOk) << Embedded::utf8FromWide(code);
-    return Holder<Definition>(definition);
-}
-
-} // namespace
 
 Holder<CoordinateReferenceSystemDefinition> SpatialReferenceTest::loadSystem(const std::wstring& code)
 {
@@ -120,8 +109,13 @@ Holder<DefinitionBaseArray> SpatialReferenceTest::readStream(const Bytes& bytes)
     const Holder<DefinitionStream> stream(new DefinitionStream);
     if (stream->Read(bytes.data(), bytes.size(), formatBinary, 1) != statusOk)
         return nullptr;
+    return definitionsIn(*stream);
+}
+
+Holder<DefinitionBaseArray> SpatialReferenceTest::definitionsIn(const DefinitionStream& stream)
+{
     DefinitionBaseArray* definitions = nullptr;
-    EXPECT_EQ(stream->GetDefinitions(definitions), statusOk);
+    EXPECT_EQ(stream.GetDefinitions(definitions), statusOk);
     return Holder<DefinitionBaseArray>(definitions);
 }
 

@@ -25,7 +25,14 @@ using Bytes = std::vector<unsigned char>;
 
 class SpatialReferenceTest : public PlatformTest {
 protected:
-    /// These must succeed.
+    /// Loads that must succeed.
+    template <typename Definition>
+    static Holder<Definition> load(const std::wstring& codeOrName)
+    {
+        Definition* definition = nullptr;
+        EXPECT_EQ(Definition::Load(codeOrName.c_str(), definition), statusOk) << testing::PrintToString(codeOrName);
+        return Holder<Definition>(definition);
+    }
     static Holder<CoordinateReferenceSystemDefinition> loadSystem(const std::wstring& code);
     static Holder<DatumDefinition> loadDatum(const std::wstring& code);
     static Holder<EllipsoidDefinition> loadEllipsoid(const std::wstring& code);
@@ -43,6 +50,7 @@ protected:
 
     /// The bytes of a stream with the definitions. Empty if writing fails.
     static Bytes writeStream(const std::vector<const DefinitionBase*>& definitions);
+    static Holder<DefinitionBaseArray> definitionsIn(const DefinitionStream& stream);
     /// Null if reading fails.
     static Holder<DefinitionBaseArray> readStream(const Bytes& bytes);
     static Status readStatus(const Bytes& bytes);

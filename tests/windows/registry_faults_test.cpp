@@ -29,10 +29,8 @@ TEST_F(RegistryFaults, InjectedFault_FailsEachCallAndChangesNothing)
         {"RegCreateKeyExW", ERROR_ACCESS_DENIED, [&] { return create(L"Other", &made); }},
         {"RegOpenKeyExW", ERROR_ACCESS_DENIED, [&] { return openStatus(L""); }},
         {"RegSetValueExW", ERROR_ACCESS_DENIED, [&] { return setText(key, L"a", L"other"); }},
-        {"RegQueryValueExW", ERROR_FILE_NOT_FOUND,
-         [&] { return RegQueryValueExW(key.get(), L"a", nullptr, nullptr, nullptr, nullptr); }},
-        {"RegEnumValueW", ERROR_NO_MORE_ITEMS,
-         [&] { return RegEnumValueW(key.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr); }},
+        {"RegQueryValueExW", ERROR_FILE_NOT_FOUND, [&] { return queryStatus(key, L"a"); }},
+        {"RegEnumValueW", ERROR_NO_MORE_ITEMS, [&] { return enumerateName(key, 0, name, &length); }},
         {"RegDeleteValueW", ERROR_ACCESS_DENIED, [&] { return RegDeleteValueW(key.get(), L"a"); }},
     };
     for (const Case& row : table) {

@@ -62,6 +62,16 @@ protected:
         return RegSetValueExW(key.get(), name, 0, type, reinterpret_cast<const BYTE*>(text.c_str()),
                               static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
     }
+    /// Asks for nothing but the status.
+    static LSTATUS queryStatus(const OpenKey& key, const wchar_t* name)
+    {
+        return RegQueryValueExW(key.get(), name, nullptr, nullptr, nullptr, nullptr);
+    }
+    /// Enumerates the name without type and data.
+    static LSTATUS enumerateName(const OpenKey& key, DWORD index, wchar_t* name, DWORD* length)
+    {
+        return RegEnumValueW(key.get(), index, name, length, nullptr, nullptr, nullptr, nullptr);
+    }
     /// Windows also looks behind the data for the end of a text, and must not find one there.
     static LSTATUS setBytes(const OpenKey& key, const wchar_t* name, DWORD type, const std::string& bytes)
     {
@@ -96,9 +106,7 @@ protected:
         std::vector<std::wstring> names;
         std::wstring name(16'384, L'?');
         auto length = static_cast<DWORD>(name.size());
-        for (DWORD index = 0; RegEnumValueW(key.get(), index, name.data(), &length, nullptr, nullptr, nullptr,
-                                            nullptr) != ERROR_NO_MORE_ITEMS;
-             ++index) {
+        for (DWORD index = 0; enumerateName(key, index, name.data(), &length) != ERROR_NO_MORE_ITEMS; ++index) {
             names.push_back(name.substr(0, length));
             length = static_cast<DWORD>(name.size());
         }

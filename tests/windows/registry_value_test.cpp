@@ -80,7 +80,7 @@ TEST_F(RegistryValues, DeletedValue_IsNotFound)
     EXPECT_EQ(RegDeleteValueW(key.get(), L"A"), ERROR_SUCCESS);
     EXPECT_EQ(readText(key, L"a"), std::nullopt);
     EXPECT_EQ(RegDeleteValueW(key.get(), L"a"), ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, nullptr, nullptr, nullptr), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(queryStatus(key, L"a"), ERROR_FILE_NOT_FOUND);
 }
 
 TEST_F(RegistryValues, UnnamedValue_HasTheEmptyName)
@@ -156,12 +156,12 @@ TEST_F(RegistryValues, EnumeratedName_NeedsRoomForItsNul)
     ASSERT_EQ(setText(key, L"abc", L"text"), ERROR_SUCCESS);
     wchar_t name[4];
     DWORD length = 3;
-    EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_MORE_DATA);
+    EXPECT_EQ(enumerateName(key, 0, name, &length), ERROR_MORE_DATA);
     length = 4;
-    EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
+    EXPECT_EQ(enumerateName(key, 0, name, &length), ERROR_SUCCESS);
     EXPECT_EQ(length, 3U);
     EXPECT_STREQ(name, L"abc");
-    EXPECT_EQ(RegEnumValueW(key.get(), 1, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_NO_MORE_ITEMS);
+    EXPECT_EQ(enumerateName(key, 1, name, &length), ERROR_NO_MORE_ITEMS);
 }
 
 TEST_F(RegistryValues, Enumeration_ReturnsTypeAndData)
@@ -187,10 +187,10 @@ TEST_F(RegistryValues, Handle_AllowsOnlyTheRequestedAccess)
     const OpenKey writer = createKey(L"Software\\Test", KEY_WRITE);
     EXPECT_EQ(setText(reader, L"a", L"other"), ERROR_ACCESS_DENIED);
     EXPECT_EQ(RegDeleteValueW(reader.get(), L"a"), ERROR_ACCESS_DENIED);
-    EXPECT_EQ(RegQueryValueExW(writer.get(), L"a", nullptr, nullptr, nullptr, nullptr), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(queryStatus(writer, L"a"), ERROR_ACCESS_DENIED);
     wchar_t name[8];
     DWORD length = 8;
-    EXPECT_EQ(RegEnumValueW(writer.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(enumerateName(writer, 0, name, &length), ERROR_ACCESS_DENIED);
     EXPECT_EQ(readText(reader, L"a"), withNul(L"text"));
     EXPECT_EQ(setText(writer, L"a", L"other"), ERROR_SUCCESS);
 }

@@ -9,6 +9,7 @@
 
 #include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_file.h"
+#include "host/database/drawing_test.h"
 #include "platform/host.h"
 #include "support/drawing.h"
 #include "support/drawing_files/drawing_sql.h"
@@ -78,6 +79,13 @@ protected:
         return contentsOf(*database);
     }
     std::string fileContents() const { return contentsOfFile(file); }
+
+    static Opened<QeDbDictionary> openNamedObjects(QeDbDatabase& database, QeDb::OpenMode mode = QeDb::kForRead)
+    {
+        QeDbDictionary* dictionary = nullptr;
+        EXPECT_EQ(database.getNamedObjectsDictionary(dictionary, mode), Qeapp::eOk);
+        return Opened<QeDbDictionary>(dictionary);
+    }
 
     /// The outcome of a call that refuses a file for that reason.
     static std::string refusal(const std::filesystem::path& path, Qeapp::ErrorStatus status, const std::string& reason)

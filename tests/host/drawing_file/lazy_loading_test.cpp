@@ -19,11 +19,8 @@ protected:
     }
     static QeDbObjectId idOf(QeDbDatabase& database, const wchar_t* key)
     {
-        QeDbDictionary* dictionary = nullptr;
-        EXPECT_EQ(database.getNamedObjectsDictionary(dictionary, QeDb::kForRead), Qeapp::eOk);
         QeDbObjectId id;
-        EXPECT_EQ(dictionary->getAt(key, id), Qeapp::eOk);
-        EXPECT_EQ(dictionary->close(), Qeapp::eOk);
+        EXPECT_EQ(openNamedObjects(database)->getAt(key, id), Qeapp::eOk);
         return id;
     }
     static Qeapp::ErrorStatus tryOpen(QeDbObjectId id, QeDb::OpenMode mode = QeDb::kForRead)
@@ -83,26 +80,22 @@ TEST_F(LazyLoading, DamagedObjectThatIsOpened_LeavesLoadedObjectsUsable)
 TEST_F(LazyLoading, DamagedEntry_CannotBeReplacedOrRemoved)
 {
     const Database database = loadFile(DrawingAccess::changing);
-    QeDbDictionary* dictionary = nullptr;
-    ASSERT_EQ(database->getNamedObjectsDictionary(dictionary, QeDb::kForWrite), Qeapp::eOk);
+    const auto dictionary = openNamedObjects(*database, QeDb::kForWrite);
     const std::unique_ptr<QeDbXrecord> replacement = std::make_unique<QeDbXrecord>();
     QeDbObjectId id;
     EXPECT_EQ(dictionary->setAt(L"bad", replacement.get(), id), Qeapp::eFileDamaged);
     EXPECT_TRUE(id.isNull());
     EXPECT_EQ(dictionary->remove(L"bad"), Qeapp::eFileDamaged);
-    EXPECT_EQ(dictionary->close(), Qeapp::eOk);
 }
 
 TEST_F(LazyLoading, DamagedEntryRow_FailsOnlyForItsKey)
 {
     DrawingSql(file).run("UPDATE entries SET checksum = checksum + 1 WHERE key = 'good'");
     const Database database = loadFile();
-    QeDbDictionary* dictionary = nullptr;
-    ASSERT_EQ(database->getNamedObjectsDictionary(dictionary, QeDb::kForRead), Qeapp::eOk);
+    const auto dictionary = openNamedObjects(*database);
     QeDbObjectId id;
     EXPECT_EQ(dictionary->getAt(L"absent", id), Qeapp::eKeyNotFound);
     EXPECT_EQ(dictionary->getAt(L"good", id), Qeapp::eFileDamaged);
-    EXPECT_EQ(dictionary->close(), Qeapp::eOk);
     EXPECT_EQ(outcome(Embedded::loadingResult(*database)),
               refusal(Qeapp::eFileDamaged, "table entries: the row of 1 is not as it was written"));
 }
@@ -118,14 +111,11 @@ TEST_F(LazyLoading, MissingRow_IsReportedWhenItsOwnerIsLoaded)
         DrawingSql(file).run(sql);
         const Database database = loadFile();
         EXPECT_EQ(outcome(Embedded::loadingResult(*database)), "0");
-        QeDbDictionary* dictionary = nullptr;
-        ASSERT_EQ(database->getNamedObjectsDictionary(dictionary, QeDb::kForRead), Qeapp::eOk);
+        const auto dictionary = openNamedObjects(*database);
         QeDbObjectId id;
         if (dictionary->getAt(L"good", id) == Qeapp::eOk)
             static_cast<void>(tryOpen(id)); // the failure is checked below
-        const std::unique_ptr<QeDbDictionaryIterator> iterator(dictionary->newIterator());
-        EXPECT_EQ(iterator, nullptr);
-        EXPECT_EQ(dictionary->close(), Qeapp::eOk);
+        EXPECT_EQ(std::unique_ptr<QeDbDictionaryIterator>(dictionary->newIterator()), nullptr);
         EXPECT_EQ(outcome(Embedded::loadingResult(*database)), refusal(Qeapp::eFileDamaged, reason));
     }
 }

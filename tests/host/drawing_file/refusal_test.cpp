@@ -183,7 +183,7 @@ std::string withoutIndex(const std::string& sql)
 struct RowCase {
     const char* name;
     std::string sql;
-    const char* reason;
+    std::string reason;
     friend void PrintTo(const RowCase& each, std::ostream* out) { *out << each.name; }
 };
 
@@ -193,6 +193,17 @@ TEST_P(RowRefusal, InvalidRow_IsRefused)
 {
     changeBySql(file, "PRAGMA foreign_keys = OFF; PRAGMA ignore_check_constraints = ON; " + GetParam().sql);
     expectRefused(GetParam().reason);
+}
+
+std::string valueDoesNotFit(int groupCode)
+{
+    return "object 6: holds a value that does not fit the group code " + std::to_string(groupCode);
+}
+
+std::string doesNotBelongTo(int owner, int object)
+{
+    return "object " + std::to_string(object) + ": does not belong to object " + std::to_string(owner) +
+           ", which lists it";
 }
 
 // The drawing's objects: 1 named objects, 2 applications, 3 blocks, 4 model space, 5 the application, 6 the xrecord, 7
@@ -219,48 +230,32 @@ const RowCase kRowCases[] = {
      "UPDATE objects SET owner = 7 WHERE handle = 7; UPDATE entries SET dictionary = 7 WHERE object = 7; "
      "UPDATE objects SET owner = 7 WHERE handle = 6",
      "object 7: belongs to itself, through its owners"},
-    {"CycleOfEntries", "INSERT INTO entries VALUES (7, 'root', 1, 0)",
-     "object 1: does not belong to object 7, which lists it"},
-    {"EntryOfAnObjectWithAnotherOwner", "UPDATE entries SET dictionary = 7 WHERE object = 6",
-     "object 6: does not belong to object 7, which lists it"},
-    {"EntryOfARoot", "UPDATE entries SET object = 3 WHERE object = 6",
-     "object 3: does not belong to object 1, which lists it"},
-    {"EntryOfARecord", withoutIndex("UPDATE entries SET object = 5 WHERE object = 6"),
-     "object 5: does not belong to object 1, which lists it"},
+    {"CycleOfEntries", "INSERT INTO entries VALUES (7, 'root', 1, 0)", doesNotBelongTo(7, 1)},
+    {"EntryOfAnObjectWithAnotherOwner", "UPDATE entries SET dictionary = 7 WHERE object = 6", doesNotBelongTo(7, 6)},
+    {"EntryOfARoot", "UPDATE entries SET object = 3 WHERE object = 6", doesNotBelongTo(1, 3)},
+    {"EntryOfARecord", withoutIndex("UPDATE entries SET object = 5 WHERE object = 6"), doesNotBelongTo(1, 5)},
     {"DictionaryThatListsItself", withoutIndex("INSERT INTO entries VALUES (7, 'itself', 7, 0)"),
-     "object 7: does not belong to object 7, which lists it"},
+     doesNotBelongTo(7, 7)},
     {"ObjectListedTwice", withoutIndex("INSERT INTO entries VALUES (1, 'again', 6, 0)"), "object 6: is listed twice"},
     {"AnotherObjectAsGeoData", "UPDATE header SET value = 6 WHERE field = 'geo data'",
      "object 6: is not a GeoData object, but the header names it as one"},
     {"EntryOfAMissingObject", "UPDATE entries SET object = 99 WHERE object = 6", "object 63: is not there"},
     {"NumberAsKey", "UPDATE entries SET key = 4711 WHERE object = 6", "entries: a key is not a text"},
     {"EmptyKey", "UPDATE entries SET key = '' WHERE object = 6", "entries: a key is not a text"},
-    {"TextOfOddLength", "UPDATE resbufs SET value = x'FFFE41' WHERE position = 0",
-     "object 6: holds a value that does not fit the group code 300"},
-    {"Utf32TextOfOddLength", "UPDATE resbufs SET value = x'FFFE00004100' WHERE position = 0",
-     "object 6: holds a value that does not fit the group code 300"},
-    {"TextWithoutItsMark", "UPDATE resbufs SET value = x'4100' WHERE position = 0",
-     "object 6: holds a value that does not fit the group code 300"},
-    {"TextThatIsNotUtf8", "UPDATE resbufs SET value = CAST(x'FF' AS TEXT) WHERE position = 0",
-     "object 6: holds a value that does not fit the group code 300"},
-    {"TextWithANul", "UPDATE resbufs SET value = 'a' || char(0) WHERE position = 0",
-     "object 6: holds a value that does not fit the group code 300"},
-    {"TextInsteadOfAReal", "UPDATE resbufs SET value = 'x' WHERE position = 1",
-     "object 6: holds a value that does not fit the group code 1040"},
-    {"IntegerInsteadOfAReal", "UPDATE resbufs SET value = 2 WHERE position = 1",
-     "object 6: holds a value that does not fit the group code 1040"},
+    {"TextOfOddLength", "UPDATE resbufs SET value = x'FFFE41' WHERE position = 0", valueDoesNotFit(300)},
+    {"Utf32TextOfOddLength", "UPDATE resbufs SET value = x'FFFE00004100' WHERE position = 0", valueDoesNotFit(300)},
+    {"TextWithoutItsMark", "UPDATE resbufs SET value = x'4100' WHERE position = 0", valueDoesNotFit(300)},
+    {"TextThatIsNotUtf8", "UPDATE resbufs SET value = CAST(x'FF' AS TEXT) WHERE position = 0", valueDoesNotFit(300)},
+    {"TextWithANul", "UPDATE resbufs SET value = 'a' || char(0) WHERE position = 0", valueDoesNotFit(300)},
+    {"TextInsteadOfAReal", "UPDATE resbufs SET value = 'x' WHERE position = 1", valueDoesNotFit(1040)},
+    {"IntegerInsteadOfAReal", "UPDATE resbufs SET value = 2 WHERE position = 1", valueDoesNotFit(1040)},
     {"BitsOfAnOrdinaryReal", "UPDATE resbufs SET value = x'0000000000000440' WHERE position = 1",
-     "object 6: holds a value that does not fit the group code 1040"},
-    {"UnknownGroupCode", "UPDATE resbufs SET code = 299 WHERE position = 0",
-     "object 6: holds a value that does not fit the group code 299"},
-    {"GroupCodeBeyond16Bits", "UPDATE resbufs SET code = 65836 WHERE position = 0",
-     "object 6: holds a value that does not fit the group code 65836"},
-    {"TooLargeSmallInteger", "UPDATE resbufs SET code = 1070, value = 32768 WHERE position = 0",
-     "object 6: holds a value that does not fit the group code 1070"},
-    {"TooLargeInteger", "UPDATE resbufs SET code = 1071, value = 2147483648 WHERE position = 0",
-     "object 6: holds a value that does not fit the group code 1071"},
-    {"TooLongChunk", "UPDATE resbufs SET value = zeroblob(32768) WHERE position = 2",
-     "object 6: holds a value that does not fit the group code 310"},
+     valueDoesNotFit(1040)},
+    {"UnknownGroupCode", "UPDATE resbufs SET code = 299 WHERE position = 0", valueDoesNotFit(299)},
+    {"GroupCodeBeyond16Bits", "UPDATE resbufs SET code = 65836 WHERE position = 0", valueDoesNotFit(65836)},
+    {"TooLargeSmallInteger", "UPDATE resbufs SET code = 1070, value = 32768 WHERE position = 0", valueDoesNotFit(1070)},
+    {"TooLargeInteger", "UPDATE resbufs SET code = 1071, value = 2147483648 WHERE position = 0", valueDoesNotFit(1071)},
+    {"TooLongChunk", "UPDATE resbufs SET value = zeroblob(32768) WHERE position = 2", valueDoesNotFit(310)},
     {"MissingValue", "DELETE FROM resbufs WHERE position = 1", "object 6: a value is missing at position 1"},
     {"ValuesOfADictionary", "UPDATE resbufs SET object = 7", "object 7: not all of its values are there"},
     {"MissingName", "DELETE FROM fields WHERE object = 5", "object 5: its name is missing"},

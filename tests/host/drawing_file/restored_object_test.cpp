@@ -2,7 +2,6 @@
 // contents.
 #include <functional>
 
-#include "host/database/drawing_test.h"
 #include "host/drawing_file/drawing_file_test.h"
 
 namespace Tests {
@@ -15,7 +14,7 @@ protected:
     {
         Drawing drawing;
         drawing.withRegisteredApplication(L"APP").withDictionary(L"outer");
-        const QeDbObjectId outer = findEntry(namedObjectsId(drawing.database()), L"outer");
+        const QeDbObjectId outer = findEntry(openNamedObjects(*drawing.database())->objectId(), L"outer");
         add(outer, L"inner", new QeDbDictionary);
         const QeDbObjectId inner = findEntry(outer, L"inner");
         addXrecord(inner, L"deep", 1);
@@ -23,16 +22,9 @@ protected:
         writeDrawing(drawing);
         before = drawing.contents();
         database = loadFile(DrawingAccess::changing);
-        root = namedObjectsId(database.get());
+        root = openNamedObjects(*database)->objectId();
     }
 
-    static QeDbObjectId namedObjectsId(QeDbDatabase* from)
-    {
-        QeDbDictionary* dictionary = nullptr;
-        EXPECT_EQ(from->getNamedObjectsDictionary(dictionary, QeDb::kForRead), Qeapp::eOk);
-        const Opened<QeDbDictionary> opened(dictionary);
-        return opened->objectId();
-    }
     template <class T = QeDbObject>
     static Opened<T> open(QeDbObjectId id, QeDb::OpenMode mode = QeDb::kForWrite)
     {

@@ -66,22 +66,18 @@ TEST_P(PowerLoss, PowerLossDuringTheSave_LeavesTheOldOrTheNewContent)
     EXPECT_EQ(contentsAtAnyMoment(calls), (std::set<std::string>{before, after}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, PowerLoss, testing::Values(kNewFile, kReplacedFile), caseName);
-
 /// Replacing a file returns only when the new content is on the disk.
-class PowerLossOfAWholeFile : public PowerLoss {};
-
-TEST_P(PowerLossOfAWholeFile, PowerLossAfterTheSave_LeavesTheNewContent)
+TEST_P(PowerLoss, PowerLossAfterTheSave_LeavesTheNewContent)
 {
     EXPECT_EQ(contentsAfter(calls), std::set<std::string>{after});
 }
 
-TEST_P(PowerLossOfAWholeFile, PowerLossWithoutFlushes_LeavesOtherContent)
+TEST_P(PowerLoss, PowerLossWithoutFlushes_LeavesOtherContent)
 {
     EXPECT_GT(contentsAtAnyMoment(callsWithoutFlushes()).size(), 2U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, PowerLossOfAWholeFile, testing::Values(kNewFile, kReplacedFile), caseName);
+INSTANTIATE_TEST_SUITE_P(Each, PowerLoss, testing::Values(kNewFile, kReplacedFile), caseName);
 
 } // namespace
 } // namespace Tests

@@ -126,12 +126,8 @@ TEST_F(InjectedFailure, AFailingYesOrNoQueryLeavesItsOutputUnchanged)
     CoordinateReferenceSystemOperation* created = nullptr;
     EXPECT_EQ(CoordinateReferenceSystemOperation::Load(system_.get(), created), statusOk);
     const Holder<CoordinateReferenceSystemOperation> operation(created);
-    GeodeticTransformationDefinition* loaded = nullptr;
-    EXPECT_EQ(GeodeticTransformationDefinition::Load(L"EPSG:1763", loaded), statusOk);
-    const Holder<GeodeticTransformationDefinition> transformation(loaded);
-    GeodeticPathDefinition* loadedPath = nullptr;
-    EXPECT_EQ(GeodeticPathDefinition::Load(L"EPSG:8094", loadedPath), statusOk);
-    const Holder<GeodeticPathDefinition> path(loadedPath);
+    const auto transformation = load<GeodeticTransformationDefinition>(L"EPSG:1763");
+    const auto path = load<GeodeticPathDefinition>(L"EPSG:8094");
     bool result = false;
     expectFailure("CoordinateReferenceSystemOperation::IsDatumBased", [&] { return operation->IsDatumBased(result); });
     expectFailure("GeodeticTransformationDefinition::IsReversible",

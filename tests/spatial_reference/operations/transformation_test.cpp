@@ -9,14 +9,6 @@ using Embedded::OperationCandidate;
 class GeodeticOperations : public SpatialReferenceTest {
 protected:
     template <typename Definition>
-    static Holder<Definition> load(const wchar_t* codeOrName)
-    {
-        Definition* definition = nullptr;
-        EXPECT_EQ(Definition::Load(codeOrName, definition), statusOk) << codeOrName;
-        EXPECT_NE(definition, nullptr);
-        return Holder<Definition>(definition);
-    }
-    template <typename Definition>
     static void expectFailure(const wchar_t* codeOrName, Status status)
     {
         Definition* definition = nullptr;

@@ -144,10 +144,7 @@ TEST_F(DefinitionStreams, TheStreamHoldsACopy)
         EXPECT_EQ(stream->Add(definition.get()), statusOk);
         EXPECT_EQ(definition->SetEllipsoid(loadEllipsoid(L"EPSG:7001").get()), statusOk);
     }
-    DefinitionBaseArray* copies = nullptr;
-    EXPECT_EQ(stream->GetDefinitions(copies), statusOk);
-    const Holder<DefinitionBaseArray> held(copies);
-    EXPECT_EQ(describe(*held->GetItem(0)), describe(*loadDatum(L"EPSG:6289")));
+    EXPECT_EQ(describe(*definitionsIn(*stream)->GetItem(0)), describe(*loadDatum(L"EPSG:6289")));
 }
 
 TEST_F(DefinitionStreams, AnEmptyStreamIsWrittenAndRead)
@@ -322,10 +319,7 @@ TEST_F(DefinitionStreams, AnUnreadableStreamClearsTheStream)
     EXPECT_EQ(stream->Add(loadEllipsoid(L"EPSG:7004").get()), statusOk);
     const unsigned char damaged[] = {0, 1, 2};
     EXPECT_EQ(stream->Read(damaged, sizeof damaged, formatBinary, 1), statusUnreadable);
-    DefinitionBaseArray* copies = nullptr;
-    EXPECT_EQ(stream->GetDefinitions(copies), statusOk);
-    const Holder<DefinitionBaseArray> held(copies);
-    EXPECT_EQ(held->GetCount(), 0);
+    EXPECT_EQ(definitionsIn(*stream)->GetCount(), 0);
 }
 
 TEST_F(DefinitionStreams, ReadingReplacesTheContentsOfTheStream)
@@ -334,11 +328,9 @@ TEST_F(DefinitionStreams, ReadingReplacesTheContentsOfTheStream)
     const Holder<DefinitionStream> stream(new DefinitionStream);
     EXPECT_EQ(stream->Add(loadEllipsoid(L"EPSG:7004").get()), statusOk);
     EXPECT_EQ(stream->Read(bytes.data(), bytes.size(), formatBinary, 1), statusOk);
-    DefinitionBaseArray* copies = nullptr;
-    EXPECT_EQ(stream->GetDefinitions(copies), statusOk);
-    const Holder<DefinitionBaseArray> held(copies);
-    ASSERT_EQ(held->GetCount(), 1);
-    EXPECT_EQ(codeOf(*held->GetItem(0)), L"EPSG:6289");
+    const auto definitions = definitionsIn(*stream);
+    ASSERT_EQ(definitions->GetCount(), 1);
+    EXPECT_EQ(codeOf(*definitions->GetItem(0)), L"EPSG:6289");
 }
 
 TEST_F(DefinitionStreams, OtherFormatsAndFlagsAreRefused)
@@ -357,11 +349,9 @@ TEST_F(DefinitionStreams, OtherFormatsAndFlagsAreRefused)
 
 TEST_F(DefinitionStreams, OnlySystemsDatumsAndEllipsoidsCanBeAdded)
 {
-    GeodeticTransformationDefinition* transformation = nullptr;
-    EXPECT_EQ(GeodeticTransformationDefinition::Load(L"EPSG:1763", transformation), statusOk);
-    const Holder<GeodeticTransformationDefinition> held(transformation);
+    const auto transformation = load<GeodeticTransformationDefinition>(L"EPSG:1763");
     const Holder<DefinitionStream> stream(new DefinitionStream);
-    EXPECT_EQ(stream->Add(held.get()), statusUnsupported);
+    EXPECT_EQ(stream->Add(transformation.get()), statusUnsupported);
     EXPECT_EQ(stream->Add(nullptr), statusInvalidArgument);
 }
 

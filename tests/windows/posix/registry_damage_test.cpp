@@ -205,8 +205,8 @@ TEST_F(DamagedRegistry, OpenHandle_FailsWhenTheFileIsDamaged)
     wchar_t name[8];
     DWORD length = 8;
     EXPECT_EQ(setText(key, L"text", L"other"), ERROR_REGISTRY_CORRUPT);
-    EXPECT_EQ(RegQueryValueExW(key.get(), L"text", nullptr, nullptr, nullptr, nullptr), ERROR_REGISTRY_CORRUPT);
-    EXPECT_EQ(RegEnumValueW(key.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_REGISTRY_CORRUPT);
+    EXPECT_EQ(queryStatus(key, L"text"), ERROR_REGISTRY_CORRUPT);
+    EXPECT_EQ(enumerateName(key, 0, name, &length), ERROR_REGISTRY_CORRUPT);
     EXPECT_EQ(RegDeleteValueW(key.get(), L"text"), ERROR_REGISTRY_CORRUPT);
 }
 

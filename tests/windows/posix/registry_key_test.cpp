@@ -40,7 +40,7 @@ TEST_F(RegistryKeysStandIn, KeyOfADeletedFile_IsDeleted)
     const OpenKey key = createKey();
     fs::remove(file);
     EXPECT_EQ(setText(key, L"a", L"b"), ERROR_KEY_DELETED);
-    EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, nullptr, nullptr, nullptr), ERROR_KEY_DELETED);
+    EXPECT_EQ(queryStatus(key, L"a"), ERROR_KEY_DELETED);
     EXPECT_FALSE(fs::exists(file));
 }
 

@@ -31,7 +31,7 @@ TEST_F(RegistryValuesStandIn, Enumeration_ContinuesWithTheChangedValues)
     const auto nameAt = [this](DWORD index) {
         wchar_t name[8] = L"";
         DWORD length = 8;
-        EXPECT_EQ(RegEnumValueW(key.get(), index, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
+        EXPECT_EQ(enumerateName(key, index, name, &length), ERROR_SUCCESS);
         return std::wstring(name);
     };
     EXPECT_EQ(nameAt(1), L"b");
