@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "embedded/host/drawing_file/drawing_file.h"
 #include "host/database/model_values.h"
 #include "support/error_text.h"
 

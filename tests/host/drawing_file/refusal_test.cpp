@@ -200,7 +200,7 @@ std::string valueDoesNotFit(int groupCode)
     return "object 6: holds a value that does not fit the group code " + std::to_string(groupCode);
 }
 
-std::string doesNotBelongTo(int owner, int object)
+std::string notOwnedBy(int object, int owner)
 {
     return "object " + std::to_string(object) + ": does not belong to object " + std::to_string(owner) +
            ", which lists it";
@@ -230,12 +230,11 @@ const RowCase kRowCases[] = {
      "UPDATE objects SET owner = 7 WHERE handle = 7; UPDATE entries SET dictionary = 7 WHERE object = 7; "
      "UPDATE objects SET owner = 7 WHERE handle = 6",
      "object 7: belongs to itself, through its owners"},
-    {"CycleOfEntries", "INSERT INTO entries VALUES (7, 'root', 1, 0)", doesNotBelongTo(7, 1)},
-    {"EntryOfAnObjectWithAnotherOwner", "UPDATE entries SET dictionary = 7 WHERE object = 6", doesNotBelongTo(7, 6)},
-    {"EntryOfARoot", "UPDATE entries SET object = 3 WHERE object = 6", doesNotBelongTo(1, 3)},
-    {"EntryOfARecord", withoutIndex("UPDATE entries SET object = 5 WHERE object = 6"), doesNotBelongTo(1, 5)},
-    {"DictionaryThatListsItself", withoutIndex("INSERT INTO entries VALUES (7, 'itself', 7, 0)"),
-     doesNotBelongTo(7, 7)},
+    {"CycleOfEntries", "INSERT INTO entries VALUES (7, 'root', 1, 0)", notOwnedBy(1, 7)},
+    {"EntryOfAnObjectWithAnotherOwner", "UPDATE entries SET dictionary = 7 WHERE object = 6", notOwnedBy(6, 7)},
+    {"EntryOfARoot", "UPDATE entries SET object = 3 WHERE object = 6", notOwnedBy(3, 1)},
+    {"EntryOfARecord", withoutIndex("UPDATE entries SET object = 5 WHERE object = 6"), notOwnedBy(5, 1)},
+    {"DictionaryThatListsItself", withoutIndex("INSERT INTO entries VALUES (7, 'itself', 7, 0)"), notOwnedBy(7, 7)},
     {"ObjectListedTwice", withoutIndex("INSERT INTO entries VALUES (1, 'again', 6, 0)"), "object 6: is listed twice"},
     {"AnotherObjectAsGeoData", "UPDATE header SET value = 6 WHERE field = 'geo data'",
      "object 6: is not a GeoData object, but the header names it as one"},

@@ -29,7 +29,7 @@ protected:
             return outcome(save(*drawing.database()));
         }
         case kKeepOpenForChanging:
-            return outcome(load(file, keptOpen_, DrawingAccess::changing));
+            return outcome(load(file, keptOpen, DrawingAccess::changing));
         case kOpenForReading:
             return tryToLoad(file, DrawingAccess::reading);
         case kOpenForSharing:
@@ -39,10 +39,8 @@ protected:
         }
     }
 
+    mutable Database keptOpen; // in the other process, until it ends
     OtherProcess other{[this](char command) { return execute(command); }};
-
-private:
-    mutable Database keptOpen_; // in the other process, until it ends
 };
 
 TEST_F(FileLocks, DrawingOpenForChanging_CannotBeChangedByAnotherProcess)
