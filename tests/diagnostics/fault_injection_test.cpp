@@ -72,7 +72,7 @@ TEST(FaultInjection, ACallBeyondTheLimitThrows)
     EXPECT_THROW(static_cast<void>(FaultInjection::injectedFailure("c", 7)), std::runtime_error); // it throws
 }
 
-TEST(FaultInjection, WatchingRecordsAndFailsNothing)
+TEST(FaultInjection, WatchingRecordsCallsAndFailsNone)
 {
     FaultInjection::watch();
     EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);

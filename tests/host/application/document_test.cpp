@@ -26,7 +26,7 @@ protected:
     static QeDbHostApplicationServices& services() { return *qedbHostApplicationServices(); }
 };
 
-TEST_F(DocumentTest, WithoutADocument_ThereIsNoWorkingDatabase)
+TEST_F(DocumentTest, HostWithoutDocuments_HasNoWorkingDatabase)
 {
     EXPECT_EQ(manager().curDocument(), nullptr);
     EXPECT_EQ(services().workingDatabase(), nullptr);

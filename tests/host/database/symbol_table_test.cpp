@@ -111,7 +111,7 @@ TEST_F(SymbolTable, NameOfAnErasedRecord_CanBeUsedAgain)
     EXPECT_TRUE(regAppTable()->has(L"KTN"));
 }
 
-TEST_F(SymbolTable, ModelSpaceOfNoDatabase_IsNull)
+TEST_F(SymbolTable, ModelSpaceOfANullDatabase_IsNull)
 {
     QeDbObjectId id = modelSpace();
     EXPECT_EQ(qedbSymUtil()->blockModelSpaceId(nullptr, id), Qeapp::eInvalidInput);
