@@ -2,6 +2,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog.h"
+#include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "spatial_reference/operations/coordinate_transformer_test.h"
 
 namespace {
