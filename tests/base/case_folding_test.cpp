@@ -12,14 +12,14 @@ using Embedded::equalsIgnoringAsciiCase;
 using Embedded::toLowerAscii;
 using Embedded::toLowerCase;
 
-TEST(CaseFolding, Ascii_ChangesOnlyAToZ)
+TEST(CaseFolding, ToLowerAscii_ChangesOnlyAToZ)
 {
     EXPECT_EQ(toLowerAscii("@AZ[`az{09"), "@az[`az{09");
     EXPECT_EQ(toLowerAscii(L"EPSG:Ä\x0130"), L"epsg:Ä\x0130");
     EXPECT_EQ(toLowerAscii("\xC3\x84"), "\xC3\x84");
 }
 
-TEST(CaseFolding, Ascii_ComparesTextsOfTheSameLength)
+TEST(CaseFolding, EqualsIgnoringAsciiCase_IgnoresOnlyAToZ)
 {
     EXPECT_TRUE(equalsIgnoringAsciiCase("Epsg", "ePSG"));
     EXPECT_TRUE(equalsIgnoringAsciiCase(L"Model_Space", L"MODEL_SPACE"));
@@ -28,12 +28,12 @@ TEST(CaseFolding, Ascii_ComparesTextsOfTheSameLength)
     EXPECT_FALSE(equalsIgnoringAsciiCase(L"Ä", L"ä"));
 }
 
-TEST(CaseFolding, Letters_OfLatinGreekAndCyrillicBecomeLowerCase)
+TEST(CaseFolding, LatinGreekAndCyrillicLetters_BecomeLowerCase)
 {
     EXPECT_EQ(toLowerCase(L"AZ ÀÖØÞ ĀĮ ĲĶ ĹŇ ŊŶ ŹŽ ΈΊ ΑΡΣΫ ЀЏ АЯ"), L"az àöøþ āį ĳķ ĺň ŋŷ źž έί αρσϋ ѐџ ая");
 }
 
-TEST(CaseFolding, OtherCharacters_StayAsTheyAre)
+TEST(CaseFolding, OtherCharacters_StayUnchanged)
 {
     for (const wchar_t* text : {L"@[`{", L"\xBF×ß÷", L"ĸŉ", L"\x1200", L"az àöøþ āį"})
         EXPECT_EQ(toLowerCase(text), text);

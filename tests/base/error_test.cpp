@@ -1,4 +1,4 @@
-// The result type: a value, or why there is none.
+// Errors, and the result type that has a value or an error.
 #include "embedded/base/error.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ TEST(ErrorTest, CatchError_ReturnsTheValue)
     EXPECT_TRUE(catchError([] {}).has_value());
 }
 
-TEST(ErrorTest, CatchError_ReturnsWhatWasThrown)
+TEST(ErrorTest, CatchError_ReturnsTheThrownError)
 {
     const Expected<int> result = catchError([]() -> int { throw ErrorException({3, "is missing", "row 2"}); });
     ASSERT_FALSE(result.has_value());
@@ -35,7 +35,8 @@ TEST(ErrorTest, CatchError_LetsOtherExceptionsPass)
 
 TEST(ErrorTest, OutOfMemory_NeedsNoMemory)
 {
-    EXPECT_LT(Error::outOfMemory(1).message.size(), std::string().capacity() + 1) << "it lies in the string itself";
+    EXPECT_LT(Error::outOfMemory(1).message.size(), std::string().capacity() + 1)
+        << "the message fits into the string object";
 }
 
 } // namespace

@@ -11,7 +11,7 @@ namespace {
 using Embedded::FileKind;
 using Embedded::fileKind;
 
-TEST(FileKindTest, ExistingName_HasTheKindOfWhatItStandsFor)
+TEST(FileKindTest, ExistingName_HasItsKind)
 {
     const TemporaryFolder folder;
     writeFile(folder.path() / "a.txt", "text");

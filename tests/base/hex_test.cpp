@@ -10,7 +10,7 @@ namespace {
 using Embedded::bytesFromHex;
 using Embedded::hexFromBytes;
 
-TEST(Hex, BytesBecomeLowerCaseDigits_AndComeBack)
+TEST(Hex, Bytes_BecomeLowerCaseDigitsAndBytesAgain)
 {
     const std::string bytes("\x00\x0A\x7F\x80\xFF", 5);
     EXPECT_EQ(hexFromBytes(bytes), "000a7f80ff");
@@ -25,7 +25,7 @@ TEST(Hex, OddNumberOfDigits_IsAnError)
     EXPECT_EQ(bytesFromHex("0af").error().message, "expected an even number of hexadecimal digits, found 3");
 }
 
-TEST(Hex, OtherCharacter_IsAnErrorThatNamesItsPlace)
+TEST(Hex, OtherCharacter_IsAnErrorThatNamesItsPosition)
 {
     for (const char* text : {"0a0g", "0a0/", "0a0:", "0a0@", "0a0G", "0a0`", "0a0 ", "0a0\xC3\xA4"})
         EXPECT_EQ(bytesFromHex(text).error().message,
@@ -33,7 +33,7 @@ TEST(Hex, OtherCharacter_IsAnErrorThatNamesItsPlace)
             << text;
 }
 
-TEST(Hex, NumberHasItsDigits_AndZerosInFrontOnRequest)
+TEST(Hex, Number_HasItsDigitsAndLeadingZerosOnRequest)
 {
     EXPECT_EQ(Embedded::upperCaseHex(0), "0");
     EXPECT_EQ(Embedded::upperCaseHex(0x1A2F), "1A2F");

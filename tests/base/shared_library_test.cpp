@@ -15,7 +15,7 @@ TEST(SharedLibrary, LibraryFile_IsTheOneThatContainsTheAddress)
     EXPECT_NE(file.stem().string().find("fqcore"), std::string::npos) << file;
 }
 
-TEST(SharedLibrary, LibraryFile_IsEmptyForAnAddressOutsideOfAll)
+TEST(SharedLibrary, LibraryFile_IsEmptyForAnAddressOutsideAllLibraries)
 {
     EXPECT_EQ(Embedded::libraryFileAt(nullptr), std::filesystem::path());
     const int local = 0;

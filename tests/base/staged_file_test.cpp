@@ -1,4 +1,4 @@
-// Files that are replaced whole or not at all.
+// A file is replaced completely or not at all.
 #include "base/staged_file_test.h"
 
 namespace Tests {
@@ -7,14 +7,14 @@ namespace {
 using namespace Embedded;
 namespace fs = std::filesystem;
 
-TEST_F(StagedFileTest, ANewFile_HoldsTheText)
+TEST_F(StagedFileTest, NewFile_HoldsTheText)
 {
     write(file, "text\n");
     EXPECT_EQ(readFile(file), "text\n");
     EXPECT_EQ(folder.names(), Names{"a.txt"});
 }
 
-TEST_F(StagedFileTest, AnExistingFile_IsReplaced)
+TEST_F(StagedFileTest, ExistingFile_IsReplaced)
 {
     writeFile(file, "a much longer text than the new one");
     write(file, "new");
@@ -22,14 +22,14 @@ TEST_F(StagedFileTest, AnExistingFile_IsReplaced)
     EXPECT_EQ(folder.names(), Names{"a.txt"});
 }
 
-TEST_F(StagedFileTest, AnEmptyText_GivesAnEmptyFile)
+TEST_F(StagedFileTest, EmptyText_GivesAnEmptyFile)
 {
     writeFile(file, "old");
     write(file, "");
     EXPECT_EQ(readFile(file), "");
 }
 
-TEST_F(StagedFileTest, BytesOfEveryKind_AreKept)
+TEST_F(StagedFileTest, BytesOfEveryValue_AreWritten)
 {
     std::string text;
     for (int count = 0; count < 100'000; ++count)
@@ -38,24 +38,24 @@ TEST_F(StagedFileTest, BytesOfEveryKind_AreKept)
     EXPECT_EQ(readFile(file), text);
 }
 
-TEST_F(StagedFileTest, AFolderThatDoesNotExist_IsRefused)
+TEST_F(StagedFileTest, MissingFolder_IsRefused)
 {
     expectRefusal(folder.path() / "missing/a.txt", "No such file or directory");
 }
 
-TEST_F(StagedFileTest, AFolderInThePlaceOfTheFile_IsRefused)
+TEST_F(StagedFileTest, FolderAsTarget_IsRefused)
 {
     expectRefusal(folder.path(), "Is a directory");
 }
 
-TEST_F(StagedFileTest, TheLongestName_IsNotTooLongForTheTemporaryFile)
+TEST_F(StagedFileTest, LongestName_IsWritten)
 {
     const fs::path longest = folder.path() / std::string(255, 'x');
     write(longest, "text");
     EXPECT_EQ(readFile(longest), "text");
 }
 
-TEST_F(StagedFileTest, AFileWithoutAFolder_IsInTheWorkingFolder)
+TEST_F(StagedFileTest, NameWithoutAFolder_IsInTheWorkingFolder)
 {
     const fs::path before = fs::current_path();
     fs::current_path(folder.path());
@@ -64,7 +64,7 @@ TEST_F(StagedFileTest, AFileWithoutAFolder_IsInTheWorkingFolder)
     EXPECT_EQ(readFile(file), "text");
 }
 
-TEST_F(StagedFileTest, Unfinished_IsRemoved)
+TEST_F(StagedFileTest, UnpublishedFile_IsRemoved)
 {
     {
         auto staged = StagedFile::create(file);
@@ -75,7 +75,7 @@ TEST_F(StagedFileTest, Unfinished_IsRemoved)
     EXPECT_EQ(folder.names(), Names{});
 }
 
-TEST_F(StagedFileTest, Published_HasTheNameOfTheTarget)
+TEST_F(StagedFileTest, PublishedFile_HasTheNameOfTheTarget)
 {
     auto staged = StagedFile::create(file);
     ASSERT_TRUE(staged && staged->write("text"));
@@ -84,7 +84,7 @@ TEST_F(StagedFileTest, Published_HasTheNameOfTheTarget)
     EXPECT_EQ(folder.names(), Names{"a.txt"});
 }
 
-TEST_F(StagedFileTest, PublishedWhereAFileIs_LeavesThatFile)
+TEST_F(StagedFileTest, Publish_LeavesAnExistingFileUnchanged)
 {
     writeFile(file, "old");
     {

@@ -1,4 +1,4 @@
-// The fixture of tests of files that are replaced whole or not at all.
+// The fixture of tests of replaced files.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -19,14 +19,14 @@ class StagedFileTest : public PlatformTest {
 protected:
     using Names = std::set<std::string>;
 
-    /// Why the file was not replaced; empty when it was.
+    /// Why the file was not replaced. Empty if it was.
     static std::string replace(const std::filesystem::path& target, const std::string& text)
     {
-        const auto replaced = Embedded::replaceFile(target, text);
-        if (replaced)
+        const auto result = Embedded::replaceFile(target, text);
+        if (result)
             return {};
-        EXPECT_EQ(replaced.error().place, Embedded::displayName(target));
-        return replaced.error().message;
+        EXPECT_EQ(result.error().place, Embedded::displayName(target));
+        return result.error().message;
     }
     static void write(const std::filesystem::path& target, const std::string& text)
     {

@@ -7,7 +7,7 @@ namespace {
 using namespace Embedded;
 using namespace std::string_literals;
 
-TEST(Text, AsciiAndAccents_SurviveUtf8)
+TEST(Text, AsciiAndAccents_AreConvertedToUtf8AndBack)
 {
     EXPECT_EQ(utf8FromWide(L"K\u00F8benhavn"), "K\xC3\xB8"
                                                "benhavn");
@@ -16,7 +16,7 @@ TEST(Text, AsciiAndAccents_SurviveUtf8)
               L"K\u00F8benhavn");
 }
 
-TEST(Text, SupplementaryCharacters_SurviveBothForms)
+TEST(Text, SupplementaryCharacters_AreConvertedToUtf8AndUtf16AndBack)
 {
     EXPECT_EQ(utf8FromWide(L"\U0001F30D"), "\xF0\x9F\x8C\x8D");
     EXPECT_EQ(wideFromUtf8("\xF0\x9F\x8C\x8D"), L"\U0001F30D");
@@ -31,7 +31,7 @@ TEST(Text, InvalidUtf8_BecomesReplacementCharacters)
     EXPECT_TRUE(isValidUtf8("a\xC3\xB8"));
 }
 
-TEST(Text, UnpairedSurrogates_SurviveUtf16ButNotUtf8)
+TEST(Text, UnpairedSurrogates_AreKeptInUtf16AndReplacedInUtf8)
 {
     const std::wstring text = {L'a', static_cast<wchar_t>(0xD800), L'b'};
     EXPECT_FALSE(isWellFormed(text));

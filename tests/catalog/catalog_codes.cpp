@@ -35,12 +35,12 @@ std::vector<std::wstring> liveCodes(std::initializer_list<PJ_TYPE> types)
 
 } // namespace
 
-std::vector<std::wstring> partOf(const std::vector<std::wstring>& codes, std::size_t part)
+std::vector<std::wstring> selectPart(const std::vector<std::wstring>& codes, std::size_t part)
 {
-    std::vector<std::wstring> taken;
+    std::vector<std::wstring> selected;
     for (std::size_t index = part * kCatalogStride; index < codes.size(); index += kCatalogParts * kCatalogStride)
-        taken.push_back(codes[index]);
-    return taken;
+        selected.push_back(codes[index]);
+    return selected;
 }
 
 std::vector<std::wstring> liveProjectedAndGeographicCodes()

@@ -7,15 +7,15 @@
 
 namespace Tests {
 
-/// A walk takes one of so many systems.
+/// The tests take one of so many systems.
 inline constexpr std::size_t kCatalogStride = ORVEL_CATALOG_STRIDE;
-/// The number of parts of a walk. Processes share them.
+/// The number of parts of the catalog, which different processes test.
 inline constexpr std::size_t kCatalogParts = 2;
 
-/// One part of the systems that a walk takes. The parts together hold each system once.
-std::vector<std::wstring> partOf(const std::vector<std::wstring>& codes, std::size_t part);
+/// One part of the tested systems. The parts together have each system once.
+std::vector<std::wstring> selectPart(const std::vector<std::wstring>& codes, std::size_t part);
 
-/// The codes in PROJ's order. PROJ's list repeats a few.
+/// The codes in PROJ's order, a few of which are repeated.
 std::vector<std::wstring> liveProjectedAndGeographicCodes();
 std::vector<std::wstring> liveCompoundAndGeocentricCodes();
 

@@ -20,7 +20,7 @@ namespace {
 namespace Module = Zentara::Gis::Orvel::CoordinateSystem;
 using Definition = Library::CoordinateReferenceSystemDefinition;
 
-/// The host loads the module, so that it takes part in the host's saves.
+/// The module, loaded by the host, so that it takes part in saves.
 class LoadedModule {
 public:
     LoadedModule() : handle_(Embedded::loadModule(ORVEL_MODULE_FILE))
@@ -35,7 +35,7 @@ private:
     Embedded::Expected<void*> handle_;
 };
 
-/// Everything that must stay the same, the WKT and its status included.
+/// Everything that must stay the same.
 struct Facts {
     std::wstring code;
     std::wstring name;
@@ -55,22 +55,22 @@ std::ostream& operator<<(std::ostream& out, const Facts& facts)
     return out << Embedded::utf8FromWide(line) << ", status " << static_cast<int>(facts.wktStatus);
 }
 
-std::wstring answer(const Definition& system, Library::Status (Definition::*query)(const wchar_t*&) const)
+std::wstring queryText(const Definition& system, Library::Status (Definition::*query)(const wchar_t*&) const)
 {
     const wchar_t* text = nullptr;
     EXPECT_EQ((system.*query)(text), Library::statusOk);
     return text != nullptr ? text : L"(null)";
 }
 
-Facts factsOf(const Definition& system)
+Facts readFacts(const Definition& system)
 {
-    Facts facts{.code = answer(system, &Definition::GetCode),
-                .name = answer(system, &Definition::GetName),
-                .datum = answer(system, &Definition::GetDatumCode),
-                .ellipsoid = answer(system, &Definition::GetEllipsoidCode),
+    Facts facts{.code = queryText(system, &Definition::GetCode),
+                .name = queryText(system, &Definition::GetName),
+                .datum = queryText(system, &Definition::GetDatumCode),
+                .ellipsoid = queryText(system, &Definition::GetEllipsoidCode),
                 .wkt = {}};
     EXPECT_EQ(system.GetKind(facts.kind), Library::statusOk);
-    std::array<wchar_t, 4096> wkt{}; // the size of the buffer of older readers
+    std::array<wchar_t, 4096> wkt{}; // older readers have a buffer of this size
     facts.wktStatus =
         Library::FormatConverter::DefinitionToWkt_s(&system, Library::wktFlavorDefault, wkt.data(), wkt.size());
     facts.wkt = wkt.data();
@@ -78,7 +78,7 @@ Facts factsOf(const Definition& system)
 }
 
 /// The system, its datum if it has one, and its ellipsoid if it refers to the Earth.
-Texts definitionsOf(const Facts& facts)
+Texts expectedDefinitions(const Facts& facts)
 {
     Texts definitions = {L"system " + facts.code};
     if (!facts.datum.empty())
@@ -95,32 +95,32 @@ Texts storedDefinitions(const Drawing& drawing)
     return definitions ? describe(definitions) : Texts();
 }
 
-/// The items of the chain without its chunks: the layout and the braces of the groups.
-Items frameOf(const Items& chain)
+/// The items of the chain except its chunks: the layout and the braces of the groups.
+Items withoutChunks(const Items& chain)
 {
-    Items frame;
+    Items items;
     for (const Item& item : chain) {
         if (item.code != QeRb::kBinaryChunk)
-            frame.push_back(item);
+            items.push_back(item);
     }
-    return frame;
+    return items;
 }
 
-Items expectedFrame(std::size_t groups)
+Items expectedWithoutChunks(std::size_t groups)
 {
-    Items frame = {{1071, 1}};
+    Items items = {{1071, 1}};
     for (std::size_t group = 0; group < groups; ++group) {
-        frame.push_back({1002, L"{"});
-        frame.push_back({1002, L"}"});
+        items.push_back({1002, L"{"});
+        items.push_back({1002, L"}"});
     }
-    return frame;
+    return items;
 }
 
 void expectOlderForms(const Drawing& drawing, const Facts& facts)
 {
-    const Texts definitions = definitionsOf(facts);
+    const Texts definitions = expectedDefinitions(facts);
     ASSERT_EQ(drawing.legacyChain(), (Items{{1001, L"KTN_PROJECTION"}, {1000, facts.code}}));
-    ASSERT_EQ(frameOf(drawing.xrecord().value_or(Items())), expectedFrame(definitions.size()));
+    ASSERT_EQ(withoutChunks(drawing.xrecord().value_or(Items())), expectedWithoutChunks(definitions.size()));
     ASSERT_NE(facts.wkt, L"");
     ASSERT_EQ(drawing.geoDataText(), facts.wkt);
     // Only the xrecord gives the datum and the ellipsoid as well; the catalog would give the system without them.
@@ -137,21 +137,21 @@ void expectCurrentForm(const Drawing& drawing, const std::optional<std::wstring>
 void expectSystem(const Drawing& drawing, const Facts& facts)
 {
     SystemHolder read;
-    bool known = false;
-    ASSERT_EQ(Module::GetCoordinateSystem(read.put(), &known, drawing.database()), Qeapp::eOk);
+    bool isKnown = false;
+    ASSERT_EQ(Module::GetCoordinateSystem(read.put(), &isKnown, drawing.database()), Qeapp::eOk);
     ASSERT_TRUE(read);
-    EXPECT_TRUE(known);
-    ASSERT_EQ(factsOf(*read.get()), facts);
+    EXPECT_TRUE(isKnown);
+    ASSERT_EQ(readFacts(*read.get()), facts);
 }
 
 class EverySystem : public PlatformTest, public testing::WithParamInterface<std::size_t> {
 protected:
-    /// Takes the systems of this part there and back. Prints the systems that cannot be saved, which must write
+    /// Saves and restores the systems of this part. Prints the systems that cannot be saved; their saves must write
     /// nothing.
     void expectRoundTrips(const char* kind, const std::vector<std::wstring>& codes)
     {
         const LoadedModule module;
-        const std::vector<std::wstring> part = partOf(codes, GetParam());
+        const std::vector<std::wstring> part = selectPart(codes, GetParam());
         for (const std::wstring& code : part) {
             SCOPED_TRACE(Embedded::utf8FromWide(code));
             expectRoundTrip(code);
@@ -167,20 +167,20 @@ private:
     void expectRoundTrip(const std::wstring& code)
     {
         const SystemHolder system = catalogSystem(code.c_str());
-        const Facts facts = factsOf(*system.get());
+        const Facts facts = readFacts(*system.get());
         const Drawing drawing;
         ASSERT_EQ(Module::SetCoordinateSystem(system.get(), drawing.database()), Qeapp::eOk);
         const std::optional<std::wstring> text = drawing.geoDataText();
-        const std::optional<std::string> older = savedText(drawing, 29);
+        const std::optional<std::string> older = saveToMemory(drawing, 29);
         if (!older) {
             expectCurrentForm(drawing, text);
             return refused_.push_back(code);
         }
-        const Drawing opened = openedDrawing(*older);
+        const Drawing opened = loadDrawing(*older);
         expectOlderForms(opened, facts);
-        const std::optional<std::string> current = savedText(opened, QeDb::kCurrentDwg);
+        const std::optional<std::string> current = saveToMemory(opened, QeDb::kCurrentDwg);
         ASSERT_TRUE(current);
-        const Drawing openedAgain = openedDrawing(*current);
+        const Drawing openedAgain = loadDrawing(*current);
         expectCurrentForm(openedAgain, text);
         expectSystem(openedAgain, facts);
         ++stored_;
@@ -199,14 +199,14 @@ private:
     Texts refused_;
 };
 
-TEST_P(EverySystem, ProjectedOrGeographic_GoesThroughTheOlderFormsAndBack)
+TEST_P(EverySystem, ProjectedOrGeographicSystem_IsSavedInOlderFormsAndRestored)
 {
     const std::vector<std::wstring> codes = liveProjectedAndGeographicCodes();
     EXPECT_GT(codes.size(), 9000U);
     expectRoundTrips("projected and geographic", codes);
 }
 
-TEST_P(EverySystem, CompoundGeocentricOrLocal_GoesThroughTheOlderFormsAndBack)
+TEST_P(EverySystem, CompoundGeocentricOrLocalSystem_IsSavedInOlderFormsAndRestored)
 {
     std::vector<std::wstring> codes = liveCompoundAndGeocentricCodes();
     EXPECT_GT(codes.size(), 900U);

@@ -6,14 +6,14 @@
 
 namespace Tests {
 
-std::optional<std::string> savedText(const Drawing& drawing, int version)
+std::optional<std::string> saveToMemory(const Drawing& drawing, int version)
 {
-    const auto wanted = static_cast<QeDb::QeDbDwgVersion>(version);
-    Embedded::Expected<std::string> saved = Embedded::saveDrawingToBytes(*drawing.database(), wanted);
+    const auto target = static_cast<QeDb::QeDbDwgVersion>(version);
+    Embedded::Expected<std::string> saved = Embedded::saveDrawingToBytes(*drawing.database(), target);
     return saved ? std::optional(std::move(*saved)) : std::nullopt;
 }
 
-Drawing openedDrawing(const std::string& bytes)
+Drawing loadDrawing(const std::string& bytes)
 {
     return Drawing(loadFromBytes(bytes));
 }

@@ -1,4 +1,4 @@
-// Saves drawings to memory and loads them. Ten thousand files would only measure the disk.
+// Saves drawings to memory and loads them. Writing ten thousand files would take much longer.
 #pragma once
 
 #include <optional>
@@ -8,10 +8,10 @@
 
 namespace Tests {
 
-/// The bytes of the saved drawing; nothing if the save is refused.
-std::optional<std::string> savedText(const Drawing& drawing, int version);
+/// Returns nothing if the save is refused.
+std::optional<std::string> saveToMemory(const Drawing& drawing, int version);
 
-/// Loads a drawing from such bytes. Throws if the host refuses them.
-Drawing openedDrawing(const std::string& text);
+/// Throws if the host refuses the bytes.
+Drawing loadDrawing(const std::string& bytes);
 
 } // namespace Tests

@@ -12,7 +12,7 @@ namespace {
 using namespace Embedded;
 using Calls = std::vector<std::string>;
 
-TEST(FaultInjection, NothingFailsUnlessArmed)
+TEST(FaultInjection, NoCallFailsUnlessArmed)
 {
     FaultInjection::disarm();
     EXPECT_EQ(FaultInjection::injectedFailure("call", 7), std::nullopt);
@@ -28,7 +28,7 @@ TEST(FaultInjection, TheNthCallFailsOnce)
     EXPECT_EQ(FaultInjection::seen(), (Calls{"first", "second", "third"}));
 }
 
-TEST(FaultInjection, FromTheNthCallOnAllFail)
+TEST(FaultInjection, EveryCallFromTheNthOnFails)
 {
     const ScopedFault fault({.call = {}, .occurrence = 2, .fromThenOn = true, .code = {}});
     EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
@@ -45,7 +45,7 @@ TEST(FaultInjection, OnlyTheNamedCallIsCountedAndFailed)
     EXPECT_EQ(FaultInjection::injectedFailure("b", 7), 99);
 }
 
-TEST(FaultInjection, ASecondCallFailsToo)
+TEST(FaultInjection, ASecondChosenCallFailsToo)
 {
     const ScopedFault fault({.call = {}, .occurrence = 1, .code = {}, .second = 3});
     EXPECT_EQ(FaultInjection::injectedFailure("a", 7), 7);
@@ -55,7 +55,7 @@ TEST(FaultInjection, ASecondCallFailsToo)
     EXPECT_EQ(FaultInjection::failedCalls(), 2U);
 }
 
-TEST(FaultInjection, ACallCanFailByAnException)
+TEST(FaultInjection, ACallCanFailWithAnException)
 {
     const ScopedFault fault({.call = {}, .occurrence = 2, .code = {}, .throws = true});
     EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
@@ -64,7 +64,7 @@ TEST(FaultInjection, ACallCanFailByAnException)
     EXPECT_EQ(FaultInjection::failedCalls(), 1U);
 }
 
-TEST(FaultInjection, CallsBeyondTheLimitAreCutOff)
+TEST(FaultInjection, ACallBeyondTheLimitThrows)
 {
     const ScopedFault fault({.call = "none", .occurrence = 1, .code = {}, .limit = 2});
     EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
@@ -72,7 +72,7 @@ TEST(FaultInjection, CallsBeyondTheLimitAreCutOff)
     EXPECT_THROW(static_cast<void>(FaultInjection::injectedFailure("c", 7)), std::runtime_error); // it throws
 }
 
-TEST(FaultInjection, WatchingRecordsAndFailsNothing)
+TEST(FaultInjection, WatchingRecordsCallsAndFailsNone)
 {
     FaultInjection::watch();
     EXPECT_EQ(FaultInjection::injectedFailure("a", 7), std::nullopt);
@@ -82,11 +82,11 @@ TEST(FaultInjection, WatchingRecordsAndFailsNothing)
     EXPECT_EQ(FaultInjection::failedCalls(), 0U);
 }
 
-TEST(FaultInjection, AnObserverHearsOfEachCallAndMayThrow)
+TEST(FaultInjection, AnObserverIsNotifiedOfEachCallAndMayThrow)
 {
-    Calls heard;
+    Calls observed;
     FaultInjection::watch([&](std::string_view call) {
-        heard.emplace_back(call);
+        observed.emplace_back(call);
         if (call == "b")
             throw std::runtime_error("b");
     });
@@ -95,7 +95,7 @@ TEST(FaultInjection, AnObserverHearsOfEachCallAndMayThrow)
     FaultInjection::watch();
     EXPECT_EQ(FaultInjection::injectedFailure("c", 7), std::nullopt);
     FaultInjection::disarm();
-    EXPECT_EQ(heard, (Calls{"a", "b"}));
+    EXPECT_EQ(observed, (Calls{"a", "b"}));
 }
 
 } // namespace

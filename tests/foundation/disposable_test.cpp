@@ -25,7 +25,7 @@ private:
 
 class List : public FqDisposableCollection {};
 
-TEST_F(Disposables, Object_StartsWithOneReference_AndIsDeletedWithItsLast)
+TEST_F(Disposables, Object_StartsWithOneReferenceAndIsDeletedWithTheLast)
 {
     int disposals = 0;
     auto* const object = new Counted(disposals);
@@ -37,7 +37,7 @@ TEST_F(Disposables, Object_StartsWithOneReference_AndIsDeletedWithItsLast)
     EXPECT_EQ(disposals, 1);
 }
 
-TEST_F(Disposables, FlagOff_CreatorDeletesTheObject)
+TEST_F(Disposables, ObjectWithoutReferenceCounting_IsDeletedByItsCreator)
 {
     int disposals = 0;
     auto* const object = new Counted(disposals);
@@ -116,12 +116,12 @@ TEST_F(Disposables, DisposedCollection_ReleasesItsItems)
     EXPECT_EQ(disposals, 1);
 }
 
-TEST_F(Disposables, Allocation_FailsOnRequest)
+TEST_F(Disposables, InjectedFault_FailsTheAllocation)
 {
     int disposals = 0;
     const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     const Embedded::ScopedFault fault({.call = "FqGuardDisposable::FqGuardDisposable", .code = {}});
-    EXPECT_THROW(static_cast<void>(new Counted(disposals)), std::bad_alloc); // no object comes of it
+    EXPECT_THROW(static_cast<void>(new Counted(disposals)), std::bad_alloc); // no object is created
     EXPECT_EQ(Embedded::ResourceCounters::now(), before);
     EXPECT_EQ(disposals, 0);
 }

@@ -1,4 +1,4 @@
-// Ten megabytes of configuration text in a drawing.
+// Stores ten megabytes of configuration text in a drawing.
 #include "coordsys/orvel_transformation_config.h"
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "storage/host_holders.h"
@@ -31,7 +31,7 @@ protected:
     {
         wchar_t* read = nullptr;
         if (!Cs::GetCsTransformationConfig(read, kDrawing))
-            return false; // the text is the module's own
+            return false; // the text then belongs to the module
         return Orvel::HostString(read).get() == text;
     }
 
@@ -40,7 +40,7 @@ protected:
     std::wstring text = longText();
 };
 
-TEST_F(LargeConfiguration, IsSetAndReadAndRemoved)
+TEST_F(LargeConfiguration, LargeConfiguration_IsSetReadAndRemoved)
 {
     const ScopedDocument document;
     ASSERT_TRUE(Cs::SetCsTransformationConfig(text.c_str(), kDrawing));
@@ -49,7 +49,7 @@ TEST_F(LargeConfiguration, IsSetAndReadAndRemoved)
     EXPECT_FALSE(isStored(text));
 }
 
-TEST_F(LargeConfiguration, IsInTheFileAndComesBack)
+TEST_F(LargeConfiguration, LargeConfiguration_IsSavedAndLoaded)
 {
     {
         const ScopedDocument document;

@@ -1,4 +1,4 @@
-// Very many registered reactors.
+// Registers, notifies and removes very many reactors.
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -12,56 +12,56 @@ namespace {
 
 class CountingReactor : public Cs::OrvelCoordinateSystemReactor {
 public:
-    explicit CountingReactor(std::size_t& heard) : heard_(heard) {}
-    void CoordinateSystemChanged(QeDbDatabase*, const wchar_t* const) override { ++heard_; }
+    explicit CountingReactor(std::size_t& notifications) : notifications_(notifications) {}
+    void CoordinateSystemChanged(QeDbDatabase*, const wchar_t* const) override { ++notifications_; }
 
 private:
-    std::size_t& heard_;
+    std::size_t& notifications_;
 };
 
 class ManyReactors : public CoordsysTest {
 protected:
-    /// The variable ORVEL_REACTORS asks for more than an ordinary run has.
-    static std::size_t count()
+    /// The variable ORVEL_REACTORS overrides the number.
+    static std::size_t reactorCount()
     {
-        const char* const wanted = std::getenv("ORVEL_REACTORS");
-        return wanted != nullptr ? std::stoul(wanted) : ORVEL_MANY_REACTORS;
+        const char* const value = std::getenv("ORVEL_REACTORS");
+        return value != nullptr ? std::stoul(value) : ORVEL_MANY_REACTORS;
     }
 
     void addAll()
     {
-        for (std::size_t number = 0; number < count(); ++number) {
-            reactors.push_back(std::make_unique<CountingReactor>(heard));
+        for (std::size_t number = 0; number < reactorCount(); ++number) {
+            reactors.push_back(std::make_unique<CountingReactor>(notifications));
             ASSERT_EQ(Cs::AddCoordinateSystemReactor(reactors.back().get()), Qeapp::eOk);
         }
     }
-    void expectHeardBy(std::size_t number)
+    void expectNotifications(std::size_t number)
     {
-        heard = 0;
+        notifications = 0;
         Cs::NotifyCoordinateSystemChanged(database(), L"EPSG:25832");
-        EXPECT_EQ(heard, number);
+        EXPECT_EQ(notifications, number);
     }
 
     std::vector<std::unique_ptr<CountingReactor>> reactors;
-    std::size_t heard = 0;
+    std::size_t notifications = 0;
 };
 
-TEST_F(ManyReactors, AllHearANotice_AndAreRemovedFirstToLast)
+TEST_F(ManyReactors, AllReactors_AreNotifiedAndRemovedFirstToLast)
 {
     addAll();
-    expectHeardBy(count());
+    expectNotifications(reactorCount());
     for (const auto& each : reactors)
         ASSERT_EQ(Cs::RemoveCoordinateSystemReactor(each.get()), Qeapp::eOk);
-    expectHeardBy(0);
+    expectNotifications(0);
 }
 
-TEST_F(ManyReactors, AllHearANotice_AndAreRemovedLastToFirst)
+TEST_F(ManyReactors, AllReactors_AreNotifiedAndRemovedLastToFirst)
 {
     addAll();
-    expectHeardBy(count());
+    expectNotifications(reactorCount());
     for (auto each = reactors.rbegin(); each != reactors.rend(); ++each)
         ASSERT_EQ(Cs::RemoveCoordinateSystemReactor(each->get()), Qeapp::eOk);
-    expectHeardBy(0);
+    expectNotifications(0);
 }
 
 } // namespace

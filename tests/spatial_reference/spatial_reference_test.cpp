@@ -6,29 +6,18 @@
 #include "embedded/spatial_reference/catalog/catalog.h"
 
 namespace Tests {
-namespace {
 
-template <typename Definition>
-Holder<Definition> load(const std::wstring& code)
-{
-    Definition* definition = nullptr;
-    EXPECT_EQ(Definition::Load(code.c_str(), definition), statusOk) << Embedded::utf8FromWide(code);
-    return Holder<Definition>(definition);
-}
-
-} // namespace
-
-Holder<CoordinateReferenceSystemDefinition> SpatialReferenceTest::system(const std::wstring& code)
+Holder<CoordinateReferenceSystemDefinition> SpatialReferenceTest::loadSystem(const std::wstring& code)
 {
     return load<CoordinateReferenceSystemDefinition>(code);
 }
 
-Holder<DatumDefinition> SpatialReferenceTest::datum(const std::wstring& code)
+Holder<DatumDefinition> SpatialReferenceTest::loadDatum(const std::wstring& code)
 {
     return load<DatumDefinition>(code);
 }
 
-Holder<EllipsoidDefinition> SpatialReferenceTest::ellipsoid(const std::wstring& code)
+Holder<EllipsoidDefinition> SpatialReferenceTest::loadEllipsoid(const std::wstring& code)
 {
     return load<EllipsoidDefinition>(code);
 }
@@ -96,12 +85,12 @@ bool SpatialReferenceTest::isDatumBased(const CoordinateReferenceSystemDefinitio
     CoordinateReferenceSystemOperation* operation = nullptr;
     EXPECT_EQ(CoordinateReferenceSystemOperation::Load(&definition, operation), statusOk);
     const Holder<CoordinateReferenceSystemOperation> held(operation);
-    bool answer = false;
-    EXPECT_EQ(held->IsDatumBased(answer), statusOk);
-    return answer;
+    bool result = false;
+    EXPECT_EQ(held->IsDatumBased(result), statusOk);
+    return result;
 }
 
-Bytes SpatialReferenceTest::bytesOf(const std::vector<const DefinitionBase*>& definitions)
+Bytes SpatialReferenceTest::writeStream(const std::vector<const DefinitionBase*>& definitions)
 {
     DefinitionStream* created = nullptr;
     EXPECT_EQ(DefinitionStream::CreateInstance(created), statusOk);
@@ -115,13 +104,18 @@ Bytes SpatialReferenceTest::bytesOf(const std::vector<const DefinitionBase*>& de
     return bytes;
 }
 
-Holder<DefinitionBaseArray> SpatialReferenceTest::read(const Bytes& bytes)
+Holder<DefinitionBaseArray> SpatialReferenceTest::readStream(const Bytes& bytes)
 {
     const Holder<DefinitionStream> stream(new DefinitionStream);
     if (stream->Read(bytes.data(), bytes.size(), formatBinary, 1) != statusOk)
         return nullptr;
+    return definitionsIn(*stream);
+}
+
+Holder<DefinitionBaseArray> SpatialReferenceTest::definitionsIn(const DefinitionStream& stream)
+{
     DefinitionBaseArray* definitions = nullptr;
-    EXPECT_EQ(stream->GetDefinitions(definitions), statusOk);
+    EXPECT_EQ(stream.GetDefinitions(definitions), statusOk);
     return Holder<DefinitionBaseArray>(definitions);
 }
 
@@ -132,9 +126,9 @@ Status SpatialReferenceTest::readStatus(const Bytes& bytes)
     return stream->Read(bytes.empty() ? &none : bytes.data(), bytes.size(), formatBinary, 1);
 }
 
-Bytes SpatialReferenceTest::serialized(const DefinitionBase& definition, bool includeDependents)
+Bytes SpatialReferenceTest::serialize(const DefinitionBase& definition, bool includeDependents)
 {
-    static Bytes buffer(65536); // kept, because the whole catalog goes through it
+    static Bytes buffer(65536); // static, because the tests serialize the whole catalog
     if (DefinitionStream::Serialize_s(&definition, buffer.data(), buffer.size(), formatText, -1, includeDependents) !=
         statusOk)
         return {};
@@ -144,9 +138,9 @@ Bytes SpatialReferenceTest::serialized(const DefinitionBase& definition, bool in
     return {buffer.begin(), buffer.begin() + length + 2};
 }
 
-std::wstring SpatialReferenceTest::textOf(const DefinitionBase& definition, bool includeDependents)
+std::wstring SpatialReferenceTest::serializedText(const DefinitionBase& definition, bool includeDependents)
 {
-    const Bytes bytes = serialized(definition, includeDependents);
+    const Bytes bytes = serialize(definition, includeDependents);
     const std::string_view view(reinterpret_cast<const char*>(bytes.data()), bytes.empty() ? 0 : bytes.size() - 2);
     return Embedded::wideFromUtf16le(view);
 }
@@ -170,7 +164,7 @@ Status SpatialReferenceTest::deserialize(const Bytes& bytes, Holder<DefinitionBa
     return status;
 }
 
-std::wstring SpatialReferenceTest::wktOf(const CoordinateReferenceSystemDefinition& definition, Status expected)
+std::wstring SpatialReferenceTest::writeWkt(const CoordinateReferenceSystemDefinition& definition, Status expected)
 {
     std::array<wchar_t, 4096> buffer{};
     EXPECT_EQ(FormatConverter::DefinitionToWkt_s(&definition, wktFlavorDefault, buffer.data(), buffer.size()),
@@ -178,9 +172,9 @@ std::wstring SpatialReferenceTest::wktOf(const CoordinateReferenceSystemDefiniti
     return buffer.data();
 }
 
-std::wstring SpatialReferenceTest::factsOf(const DefinitionBase& definition)
+std::wstring SpatialReferenceTest::describe(const DefinitionBase& definition)
 {
-    return textOf(definition, true);
+    return serializedText(definition, true);
 }
 
 bool SpatialReferenceTest::isReferenceCatalog()

@@ -1,4 +1,4 @@
-// What the tests of the spatial-reference library have in common: holders, and loads that must succeed.
+// The fixture of the tests of the spatial-reference library, and a holder for its objects.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -25,9 +25,17 @@ using Bytes = std::vector<unsigned char>;
 
 class SpatialReferenceTest : public PlatformTest {
 protected:
-    static Holder<CoordinateReferenceSystemDefinition> system(const std::wstring& code);
-    static Holder<DatumDefinition> datum(const std::wstring& code);
-    static Holder<EllipsoidDefinition> ellipsoid(const std::wstring& code);
+    /// Loads that must succeed.
+    template <typename Definition>
+    static Holder<Definition> load(const std::wstring& codeOrName)
+    {
+        Definition* definition = nullptr;
+        EXPECT_EQ(Definition::Load(codeOrName.c_str(), definition), statusOk) << testing::PrintToString(codeOrName);
+        return Holder<Definition>(definition);
+    }
+    static Holder<CoordinateReferenceSystemDefinition> loadSystem(const std::wstring& code);
+    static Holder<DatumDefinition> loadDatum(const std::wstring& code);
+    static Holder<EllipsoidDefinition> loadEllipsoid(const std::wstring& code);
     static Holder<CoordinateReferenceSystemDefinition> fromText(const std::wstring& text,
                                                                 const std::wstring& code = L"USER:1");
     static Holder<DatumDefinition> datumOf(const CoordinateReferenceSystemDefinition& definition);
@@ -40,26 +48,27 @@ protected:
     static std::wstring ellipsoidCodeOf(const CoordinateReferenceSystemDefinition& definition);
     static bool isDatumBased(const CoordinateReferenceSystemDefinition& definition);
 
-    /// The stream's bytes; empty when writing fails.
-    static Bytes bytesOf(const std::vector<const DefinitionBase*>& definitions);
-    /// Null when reading fails.
-    static Holder<DefinitionBaseArray> read(const Bytes& bytes);
+    /// The bytes of a stream with the definitions. Empty if writing fails.
+    static Bytes writeStream(const std::vector<const DefinitionBase*>& definitions);
+    static Holder<DefinitionBaseArray> definitionsIn(const DefinitionStream& stream);
+    /// Null if reading fails.
+    static Holder<DefinitionBaseArray> readStream(const Bytes& bytes);
     static Status readStatus(const Bytes& bytes);
 
-    /// The serialized text as bytes, with its NUL; empty when it fails.
-    static Bytes serialized(const DefinitionBase& definition, bool includeDependents);
-    /// The same as text, without the NUL.
-    static std::wstring textOf(const DefinitionBase& definition, bool includeDependents);
+    /// The definition as text, in bytes with the NUL. Empty if serializing fails.
+    static Bytes serialize(const DefinitionBase& definition, bool includeDependents);
+    /// The same without the NUL.
+    static std::wstring serializedText(const DefinitionBase& definition, bool includeDependents);
     static Bytes utf16le(std::wstring_view text);
     static Status deserialize(const Bytes& bytes, Holder<DefinitionBaseArray>& definitions);
     static Status deserialize(std::wstring_view text, Holder<DefinitionBaseArray>& definitions);
 
-    static std::wstring wktOf(const CoordinateReferenceSystemDefinition& definition, Status expected = statusOk);
+    static std::wstring writeWkt(const CoordinateReferenceSystemDefinition& definition, Status expected = statusOk);
 
-    /// Everything that can be asked, as one text for comparison.
-    static std::wstring factsOf(const DefinitionBase& definition);
+    /// The definition with its parts as text, to compare definitions.
+    static std::wstring describe(const DefinitionBase& definition);
 
-    /// Facts that hold for one version of the catalog only begin with this.
+    /// Whether the catalog has the version for which the expected numbers hold.
     static bool isReferenceCatalog();
 };
 

@@ -1,4 +1,4 @@
-// Runs all of the comparisons of which tests/storage runs a part. Prints the figures of each; fails at a difference.
+// Runs the complete comparisons of which tests/storage runs a part. Prints their figures and fails at a difference.
 #include <chrono>
 #include <cstdio>
 
@@ -8,13 +8,13 @@ namespace {
 
 using Tests::SweepResult;
 
-constexpr std::size_t kMostCapacity = 130;
+constexpr std::size_t kMaxCapacity = 130;
 constexpr std::size_t kLongestUnpacked = 3;
 constexpr std::size_t kLongestString = 10;
 constexpr std::size_t kSymbols = 3;
 constexpr std::size_t kLongestStretch = 400;
 
-/// Returns whether all agree.
+/// Runs a comparison and prints its figures. Returns whether it found no difference.
 template <class Walk>
 bool report(const char* what, const Walk& walk)
 {
@@ -49,7 +49,7 @@ int main()
 {
     const bool unpacking = report("every input of up to 3 bytes, unpacked into every capacity from 0 to 130", [] {
         return overLengths(kLongestUnpacked,
-                           [](std::size_t length) { return Tests::sweepUnpacking(length, kMostCapacity); });
+                           [](std::size_t length) { return Tests::sweepUnpacking(length, kMaxCapacity); });
     });
     const bool packing = report("every string of up to 10 bytes over 3 symbols, packed and back", [] {
         return overLengths(kLongestString, [](std::size_t length) { return Tests::sweepPacking(length, kSymbols); });

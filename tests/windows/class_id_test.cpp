@@ -17,21 +17,21 @@ bool same(const CLSID& left, const CLSID& right)
     return std::memcmp(&left, &right, sizeof left) == 0;
 }
 
-TEST_F(ClassId, TextBecomesItsFields)
+TEST_F(ClassId, Text_BecomesFields)
 {
     CLSID id{};
     EXPECT_EQ(CLSIDFromString(kText, &id), S_OK);
     EXPECT_TRUE(same(id, kId));
 }
 
-TEST_F(ClassId, LowerCaseDigitsAreRead)
+TEST_F(ClassId, LowerCaseDigits_AreRead)
 {
     CLSID id{};
     EXPECT_EQ(CLSIDFromString(L"{3c00ea4b-0b84-11d2-9de2-080009ace18e}", &id), S_OK);
     EXPECT_TRUE(same(id, kId));
 }
 
-TEST_F(ClassId, FieldsBecomeTheirTextInUpperCase)
+TEST_F(ClassId, Fields_BecomeTextInUpperCase)
 {
     wchar_t* text = nullptr;
     ASSERT_EQ(StringFromCLSID(kId, &text), S_OK);
@@ -39,7 +39,7 @@ TEST_F(ClassId, FieldsBecomeTheirTextInUpperCase)
     CoTaskMemFree(text);
 }
 
-TEST_F(ClassId, OtherTextsAreRefused)
+TEST_F(ClassId, OtherTexts_AreRefused)
 {
     const wchar_t* const texts[] = {
         L"",
@@ -55,7 +55,7 @@ TEST_F(ClassId, OtherTextsAreRefused)
     }
 }
 
-TEST_F(ClassId, FailsOnRequest)
+TEST_F(ClassId, InjectedFault_FailsTheCall)
 {
     CLSID id{};
     wchar_t* text = nullptr;
@@ -68,7 +68,7 @@ TEST_F(ClassId, FailsOnRequest)
     EXPECT_EQ(text, nullptr);
 }
 
-TEST_F(ClassId, NothingIsFreedForNull)
+TEST_F(ClassId, FreeOfNull_IsAllowed)
 {
     CoTaskMemFree(nullptr);
 }

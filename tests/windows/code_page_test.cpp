@@ -12,8 +12,8 @@ namespace {
 using CodePage = Tests::PlatformTest;
 using namespace std::string_literals;
 
-/// What is read, asked for its length first as the callers do.
-std::wstring read(const std::string& bytes)
+/// Asks for the length first, as clients do.
+std::wstring decode(const std::string& bytes)
 {
     const auto length = static_cast<int>(bytes.size());
     std::wstring text(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, bytes.data(), length, nullptr, 0)),
@@ -23,7 +23,7 @@ std::wstring read(const std::string& bytes)
     return text;
 }
 
-std::string written(const std::wstring& text)
+std::string encode(const std::wstring& text)
 {
     const auto length = static_cast<int>(text.size());
     const int room = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
@@ -45,7 +45,7 @@ struct Characters {
     std::string bytes;
 };
 
-TEST_F(CodePage, EachLengthOfCharacterIsReadAndWrittenAlike)
+TEST_F(CodePage, CharacterOfEachLength_IsReadAndWritten)
 {
     const Characters table[] = {{L"A", "A"},
                                 {wide({0}), "\0"s},
@@ -60,45 +60,45 @@ TEST_F(CodePage, EachLengthOfCharacterIsReadAndWrittenAlike)
                                 {L"\U0010FFFF", "\xF4\x8F\xBF\xBF"},
                                 {L"K\u00F8ge", "K\xC3\xB8ge"}};
     for (const Characters& row : table) {
-        EXPECT_EQ(read(row.bytes), row.text) << row.bytes;
-        EXPECT_EQ(written(row.text), row.bytes) << row.bytes;
+        EXPECT_EQ(decode(row.bytes), row.text) << row.bytes;
+        EXPECT_EQ(encode(row.text), row.bytes) << row.bytes;
     }
 }
 
 TEST_F(CodePage, CharacterBeyondTheBasicPlane_IsReadInThePlatformsForm)
 {
-    EXPECT_EQ(read("\xF0\x9F\x8C\x8D").size(), sizeof(wchar_t) == 2 ? 2U : 1U);
+    EXPECT_EQ(decode("\xF0\x9F\x8C\x8D").size(), sizeof(wchar_t) == 2 ? 2U : 1U);
 }
 
-TEST_F(CodePage, APairOfSurrogatesIsWrittenAsOneCharacter)
+TEST_F(CodePage, SurrogatePair_IsWrittenAsOneCharacter)
 {
-    EXPECT_EQ(written(wide({0xD83C, 0xDF0D})), "\xF0\x9F\x8C\x8D");
-    EXPECT_EQ(written(wide({0xD83C, 0xD83C, 0xDF0D})), "\xEF\xBF\xBD\xF0\x9F\x8C\x8D");
+    EXPECT_EQ(encode(wide({0xD83C, 0xDF0D})), "\xF0\x9F\x8C\x8D");
+    EXPECT_EQ(encode(wide({0xD83C, 0xD83C, 0xDF0D})), "\xEF\xBF\xBD\xF0\x9F\x8C\x8D");
 }
 
-TEST_F(CodePage, NoCharacter_IsWrittenAsTheReplacement)
+TEST_F(CodePage, UnpairedSurrogate_IsWrittenAsTheReplacementCharacter)
 {
     for (const std::uint32_t unit : {0xD800U, 0xDBFFU, 0xDC00U, 0xDFFFU})
-        EXPECT_EQ(written(L"a" + wide({unit}) + L"b"), "a\xEF\xBF\xBD"
-                                                       "b")
+        EXPECT_EQ(encode(L"a" + wide({unit}) + L"b"), "a\xEF\xBF\xBD"
+                                                      "b")
             << unit;
 }
 
-TEST_F(CodePage, EachIllFormedPartBecomesOneReplacement)
+TEST_F(CodePage, EachIllFormedPart_BecomesOneReplacementCharacter)
 {
     const Characters table[] = {
-        {L"\uFFFD", "\x80"},                          // no beginning
+        {L"\uFFFD", "\x80"},                          // a continuation byte
         {L"\uFFFD\uFFFD", "\xC0\xAF"},                // overlong
-        {L"\uFFFD\uFFFD", "\xF5\x80"},                // beyond the last
+        {L"\uFFFD\uFFFD", "\xF5\x80"},                // beyond the last character
         {L"\uFFFD", "\xE2\x82"},                      // cut short at the end
         {L"\uFFFD", "\xF0\x9F\x8C"},                  // cut short at the end
         {L"\uFFFDA", "\xE2\x82\x41"},                 // cut short by a letter
         {L"\uFFFD\u20AC", "\xE2\x82\xE2\x82\xAC"},    // cut short by another character
-        {L"a\uFFFD\uFFFD\uFFFDb\uFFFDc\uFFFD\uFFFDd", // a run of everything
+        {L"a\uFFFD\uFFFD\uFFFDb\uFFFDc\uFFFD\uFFFDd", // all of these in one text
          "\x61\xF1\x80\x80\xE1\x80\xC2\x62\x80\x63\x80\xBF\x64"},
     };
     for (const Characters& row : table)
-        EXPECT_EQ(read(row.bytes), row.text) << testing::PrintToString(row.bytes);
+        EXPECT_EQ(decode(row.bytes), row.text) << testing::PrintToString(row.bytes);
 }
 
 TEST_F(CodePage, LengthMinusOne_ConvertsTheTextAndItsNul)
@@ -121,11 +121,11 @@ TEST_F(CodePage, TooSmallBuffer_ReturnsZero)
     EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"\u00F8", -1, bytes, 2, nullptr, nullptr), 0);
 }
 
-// How many there are, no system promises.
-TEST_F(CodePage, AnIllFormedSequenceOfThreeOrFourBytesBecomesReplacementsAlone)
+// No system promises how many there are.
+TEST_F(CodePage, IllFormedSequenceOfThreeOrFourBytes_BecomesReplacementCharacters)
 {
     for (const char* const bytes : {"\xE0\x80\xAF", "\xF0\x82\x82\xAC", "\xED\xA0\x80", "\xF4\x90\x80\x80"}) {
-        const std::wstring text = read(bytes);
+        const std::wstring text = decode(bytes);
         EXPECT_FALSE(text.empty());
         EXPECT_EQ(text, std::wstring(text.size(), L'\uFFFD')) << testing::PrintToString(bytes);
     }
@@ -140,7 +140,7 @@ TEST_F(CodePage, InvalidArguments_ReturnZero)
     EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "ab", 2, text, -1), 0);
 }
 
-TEST_F(CodePage, FailsOnRequest)
+TEST_F(CodePage, InjectedFault_FailsTheCall)
 {
     for (const char* const call : {"MultiByteToWideChar", "WideCharToMultiByte"}) {
         const Embedded::ScopedFault fault({.call = call, .code = {}});

@@ -47,15 +47,15 @@ TEST_F(Environment, MissingVariable_HasLengthZero)
     const ScopedVariable variable("ORVEL_TEST_VARIABLE");
     wchar_t buffer[8];
     std::size_t required = 99;
-    static_cast<void>(_wgetenv_s(&required, buffer, 8, kName)); // some C runtimes call it a failure
+    static_cast<void>(_wgetenv_s(&required, buffer, 8, kName)); // some C runtimes report a failure
     EXPECT_EQ(required, 0U);
 }
 
-TEST_F(Environment, WithoutABuffer_TheLengthIsReturned)
+TEST_F(Environment, NullBuffer_ReturnsTheLength)
 {
     const ScopedVariable variable("ORVEL_TEST_VARIABLE", "four");
     std::size_t required = 0;
-    static_cast<void>(_wgetenv_s(&required, nullptr, 0, kName)); // some C runtimes call it a value that does not fit
+    static_cast<void>(_wgetenv_s(&required, nullptr, 0, kName)); // some C runtimes report a value that does not fit
     EXPECT_EQ(required, 5U);
 }
 
@@ -69,7 +69,7 @@ TEST_F(Environment, NullAndContradictingLengths_AreRefused)
     EXPECT_EQ(_wgetenv_s(&required, buffer, 8, nullptr), EINVAL);
 }
 
-TEST_F(Environment, FailsOnRequest)
+TEST_F(Environment, InjectedFault_FailsTheCall)
 {
     const ScopedVariable variable("ORVEL_TEST_VARIABLE", "value");
     wchar_t buffer[8];

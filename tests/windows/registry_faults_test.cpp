@@ -11,12 +11,12 @@ using Embedded::ScopedFault;
 
 class RegistryFaults : public RegistryTest {
 protected:
-    OpenKey key = created();
+    OpenKey key = createKey();
 };
 
-TEST_F(RegistryFaults, EachCallFailsOnRequestAndChangesNothing)
+TEST_F(RegistryFaults, InjectedFault_FailsEachCallAndChangesNothing)
 {
-    ASSERT_EQ(set(key, L"a", L"text"), ERROR_SUCCESS);
+    ASSERT_EQ(setText(key, L"a", L"text"), ERROR_SUCCESS);
     wchar_t name[8];
     DWORD length = 8;
     struct Case {
@@ -28,11 +28,9 @@ TEST_F(RegistryFaults, EachCallFailsOnRequestAndChangesNothing)
     const Case table[] = {
         {"RegCreateKeyExW", ERROR_ACCESS_DENIED, [&] { return create(L"Other", &made); }},
         {"RegOpenKeyExW", ERROR_ACCESS_DENIED, [&] { return openStatus(L""); }},
-        {"RegSetValueExW", ERROR_ACCESS_DENIED, [&] { return set(key, L"a", L"other"); }},
-        {"RegQueryValueExW", ERROR_FILE_NOT_FOUND,
-         [&] { return RegQueryValueExW(key.get(), L"a", nullptr, nullptr, nullptr, nullptr); }},
-        {"RegEnumValueW", ERROR_NO_MORE_ITEMS,
-         [&] { return RegEnumValueW(key.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr); }},
+        {"RegSetValueExW", ERROR_ACCESS_DENIED, [&] { return setText(key, L"a", L"other"); }},
+        {"RegQueryValueExW", ERROR_FILE_NOT_FOUND, [&] { return queryStatus(key, L"a"); }},
+        {"RegEnumValueW", ERROR_NO_MORE_ITEMS, [&] { return enumerateName(key, 0, name, &length); }},
         {"RegDeleteValueW", ERROR_ACCESS_DENIED, [&] { return RegDeleteValueW(key.get(), L"a"); }},
     };
     for (const Case& row : table) {
@@ -46,21 +44,21 @@ TEST_F(RegistryFaults, EachCallFailsOnRequestAndChangesNothing)
     }
     EXPECT_EQ(made, nullptr);
     EXPECT_EQ(openStatus(L"Other"), ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(textOf(key, L"a"), ended(L"text"));
-    EXPECT_EQ(namesOf(key).size(), 1U);
+    EXPECT_EQ(readText(key, L"a"), withNul(L"text"));
+    EXPECT_EQ(valueNames(key).size(), 1U);
 }
 
-TEST_F(RegistryFaults, Enumerating_EndsEvenIfItAlwaysFails)
+TEST_F(RegistryFaults, Enumeration_EndsWhenItAlwaysFails)
 {
-    ASSERT_EQ(set(key, L"a", L"text"), ERROR_SUCCESS);
+    ASSERT_EQ(setText(key, L"a", L"text"), ERROR_SUCCESS);
     const ScopedFault fault({.call = "RegEnumValueW", .fromThenOn = true, .code = {}});
-    EXPECT_TRUE(namesOf(key).empty());
+    EXPECT_TRUE(valueNames(key).empty());
 }
 
-TEST_F(RegistryFaults, Closing_NeverFails)
+TEST_F(RegistryFaults, Close_NeverFails)
 {
     FaultInjection::watch();
-    created();
+    createKey();
     EXPECT_EQ(FaultInjection::seen(), std::vector<std::string>{"RegCreateKeyExW"});
 }
 

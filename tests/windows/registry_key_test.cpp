@@ -9,15 +9,15 @@ class RegistryKeys : public RegistryTest {};
 TEST_F(RegistryKeys, Key_DoesNotExistUntilItIsCreated)
 {
     EXPECT_EQ(openStatus(L"Software\\Test"), ERROR_FILE_NOT_FOUND);
-    created();
+    createKey();
     EXPECT_EQ(openStatus(L"Software\\Test"), ERROR_SUCCESS);
-    readAfresh();
+    reopenRegistry();
     EXPECT_EQ(openStatus(L"Software\\Test"), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryKeys, TheKeysAboveAreCreatedWithIt)
+TEST_F(RegistryKeys, ParentKeys_AreCreatedWithAKey)
 {
-    created(L"A\\B\\C");
+    createKey(L"A\\B\\C");
     EXPECT_EQ(openStatus(L"A"), ERROR_SUCCESS);
     EXPECT_EQ(openStatus(L"A\\B"), ERROR_SUCCESS);
     EXPECT_EQ(openStatus(L"B"), ERROR_FILE_NOT_FOUND);
@@ -37,31 +37,31 @@ TEST_F(RegistryKeys, Disposition_SaysWhetherTheKeyExisted)
 
 TEST_F(RegistryKeys, Names_AreEqualInAnyCase)
 {
-    created(L"Software\\K\u00D8GE \u0394 \u0416");
+    createKey(L"Software\\K\u00D8GE \u0394 \u0416");
     EXPECT_EQ(openStatus(L"SOFTWARE\\k\u00F8ge \u03B4 \u0436"), ERROR_SUCCESS);
     EXPECT_EQ(openStatus(L"Software\\Koge \u0394 \u0416"), ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(RegistryKeys, APathBelowAKeyIsReachedThroughIt)
+TEST_F(RegistryKeys, PathRelativeToAKey_IsCreatedBelowIt)
 {
-    const OpenKey above = created(L"A");
+    const OpenKey above = createKey(L"A");
     HKEY below = nullptr;
     ASSERT_EQ(RegCreateKeyExW(above.get(), L"B\\C", 0, nullptr, 0, KEY_WRITE, nullptr, &below, nullptr), ERROR_SUCCESS);
     const OpenKey closed(below);
     EXPECT_EQ(openStatus(L"A\\B\\C"), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryKeys, AnEmptyPathIsTheKeyItself)
+TEST_F(RegistryKeys, EmptyPath_IsTheKeyItself)
 {
     EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
     EXPECT_EQ(openStatus(nullptr), ERROR_SUCCESS);
-    created(L"");
+    createKey(L"");
     EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryKeys, BackslashesAtTheEndOrRepeatedAreOneAndInFrontAreRefused)
+TEST_F(RegistryKeys, ExtraBackslashes_AreIgnoredExceptInFront)
 {
-    created(L"A\\\\B\\");
+    createKey(L"A\\\\B\\");
     EXPECT_EQ(openStatus(L"A\\B"), ERROR_SUCCESS);
     EXPECT_EQ(openStatus(L"\\A"), ERROR_BAD_PATHNAME);
     HKEY key = nullptr;
@@ -69,10 +69,10 @@ TEST_F(RegistryKeys, BackslashesAtTheEndOrRepeatedAreOneAndInFrontAreRefused)
     EXPECT_EQ(key, nullptr);
 }
 
-TEST_F(RegistryKeys, ANameOf255CharactersFits)
+TEST_F(RegistryKeys, NameOf255Characters_IsAccepted)
 {
     const std::wstring path = L"A\\" + std::wstring(255, L'x');
-    created(path.c_str());
+    createKey(path.c_str());
     EXPECT_EQ(openStatus(path.c_str()), ERROR_SUCCESS);
 }
 
@@ -83,7 +83,7 @@ TEST_F(RegistryKeys, ReservedArguments_MustBeZero)
               ERROR_INVALID_PARAMETER);
 }
 
-TEST_F(RegistryKeys, AHandleThatIsNotOpenIsRefused)
+TEST_F(RegistryKeys, ClosedHandle_IsRefused)
 {
     HKEY key = nullptr;
     ASSERT_EQ(create(L"A", &key), ERROR_SUCCESS);
@@ -96,16 +96,16 @@ TEST_F(RegistryKeys, AHandleThatIsNotOpenIsRefused)
     EXPECT_EQ(RegCloseKey(nullptr), ERROR_INVALID_HANDLE);
 }
 
-TEST_F(RegistryKeys, ThePredefinedHandleStaysOpen)
+TEST_F(RegistryKeys, PredefinedHandle_StaysOpenWhenClosed)
 {
     EXPECT_EQ(RegCloseKey(HKEY_CURRENT_USER), ERROR_SUCCESS);
     EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryKeys, AnOpenHandleIsCounted)
+TEST_F(RegistryKeys, OpenHandle_IsCounted)
 {
     const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
-    const OpenKey key = created();
+    const OpenKey key = createKey();
     EXPECT_EQ(Embedded::ResourceCounters::difference(before, Embedded::ResourceCounters::now()), "1 registry key");
 }
 

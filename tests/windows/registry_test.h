@@ -1,4 +1,4 @@
-// A registry of the test's own.
+// The fixture of tests of the registry. Each test has a registry of its own.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@
 
 namespace Tests {
 
-/// An open key, closed with the scope.
+/// An open key. The end of the scope closes it.
 class OpenKey {
 public:
     explicit OpenKey(HKEY key = nullptr) : key_(key) {}
@@ -44,7 +44,7 @@ protected:
         return RegCreateKeyExW(HKEY_CURRENT_USER, path, 0, nullptr, REG_OPTION_NON_VOLATILE, access, nullptr, key,
                                disposition);
     }
-    static OpenKey created(const wchar_t* path = L"Software\\Test", REGSAM access = KEY_ALL_ACCESS)
+    static OpenKey createKey(const wchar_t* path = L"Software\\Test", REGSAM access = KEY_ALL_ACCESS)
     {
         HKEY key = nullptr;
         EXPECT_EQ(create(path, &key, access), ERROR_SUCCESS);
@@ -57,20 +57,30 @@ protected:
         const OpenKey closed(key);
         return status;
     }
-    static LSTATUS set(const OpenKey& key, const wchar_t* name, const std::wstring& text, DWORD type = REG_SZ)
+    static LSTATUS setText(const OpenKey& key, const wchar_t* name, const std::wstring& text, DWORD type = REG_SZ)
     {
         return RegSetValueExW(key.get(), name, 0, type, reinterpret_cast<const BYTE*>(text.c_str()),
                               static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
     }
-    /// Windows looks for the end of a text behind the data too; there is none.
+    /// Asks for nothing but the status.
+    static LSTATUS queryStatus(const OpenKey& key, const wchar_t* name)
+    {
+        return RegQueryValueExW(key.get(), name, nullptr, nullptr, nullptr, nullptr);
+    }
+    /// Enumerates the name without type and data.
+    static LSTATUS enumerateName(const OpenKey& key, DWORD index, wchar_t* name, DWORD* length)
+    {
+        return RegEnumValueW(key.get(), index, name, length, nullptr, nullptr, nullptr, nullptr);
+    }
+    /// Windows also looks behind the data for the end of a text, and must not find one there.
     static LSTATUS setBytes(const OpenKey& key, const wchar_t* name, DWORD type, const std::string& bytes)
     {
         const std::string followed = bytes + "more";
         return RegSetValueExW(key.get(), name, 0, type, reinterpret_cast<const BYTE*>(followed.data()),
                               static_cast<DWORD>(bytes.size()));
     }
-    /// The data, its length asked first; nothing when there is no such value.
-    static std::optional<std::string> bytesOf(const OpenKey& key, const wchar_t* name)
+    /// Asks for the length first, as clients do. Returns nothing if there is no such value.
+    static std::optional<std::string> readBytes(const OpenKey& key, const wchar_t* name)
     {
         DWORD length = 0;
         if (RegQueryValueExW(key.get(), name, nullptr, nullptr, nullptr, &length) != ERROR_SUCCESS)
@@ -81,44 +91,42 @@ protected:
         EXPECT_EQ(bytes.size(), length);
         return bytes;
     }
-    /// The characters, with whatever NUL there is.
-    static std::optional<std::wstring> textOf(const OpenKey& key, const wchar_t* name)
+    /// The data as characters, including a NUL.
+    static std::optional<std::wstring> readText(const OpenKey& key, const wchar_t* name)
     {
-        const auto bytes = bytesOf(key, name);
+        const auto bytes = readBytes(key, name);
         if (!bytes)
             return std::nullopt;
         std::wstring text(bytes->size() / sizeof(wchar_t), L'?');
         std::memcpy(text.data(), bytes->data(), text.size() * sizeof(wchar_t));
         return text;
     }
-    static std::vector<std::wstring> namesOf(const OpenKey& key)
+    static std::vector<std::wstring> valueNames(const OpenKey& key)
     {
         std::vector<std::wstring> names;
         std::wstring name(16'384, L'?');
         auto length = static_cast<DWORD>(name.size());
-        for (DWORD index = 0; RegEnumValueW(key.get(), index, name.data(), &length, nullptr, nullptr, nullptr,
-                                            nullptr) != ERROR_NO_MORE_ITEMS;
-             ++index) {
+        for (DWORD index = 0; enumerateName(key, index, name.data(), &length) != ERROR_NO_MORE_ITEMS; ++index) {
             names.push_back(name.substr(0, length));
             length = static_cast<DWORD>(name.size());
         }
         return names;
     }
-    /// Why the registry's file cannot be used; empty when it can.
+    /// Why the file of the registry cannot be used. Empty if it can.
     static std::string registryFault()
     {
         const auto checked = Embedded::checkRegistryFile();
         return checked ? std::string() : checked.error().text();
     }
-    /// What another process would see: nothing is known from before.
-    void readAfresh() const
+    /// Opens the file again, so that nothing is left of earlier reads.
+    void reopenRegistry() const
     {
         Embedded::useRegistryFile(file.parent_path() / "other.db");
         EXPECT_EQ(registryFault(), "");
         Embedded::useRegistryFile(file);
     }
-    /// As a text with its end is stored.
-    static std::wstring ended(const std::wstring& text) { return text + L'\0'; }
+    /// A text as the registry stores it.
+    static std::wstring withNul(const std::wstring& text) { return text + L'\0'; }
 
     TemporaryFolder folder;
     std::filesystem::path file = folder.path() / "settings" / "registry.db";

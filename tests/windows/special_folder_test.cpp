@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 class SpecialFolder : public PlatformTest {
 protected:
-    BOOL ask(BOOL create = FALSE) { return SHGetSpecialFolderPathW(nullptr, path, CSIDL_LOCAL_APPDATA, create); }
+    BOOL getFolder(BOOL create = FALSE) { return SHGetSpecialFolderPathW(nullptr, path, CSIDL_LOCAL_APPDATA, create); }
 
     TemporaryFolder folder;
     ScopedRegistry registry{folder, folder.path() / "registry.jsonl"};
@@ -28,7 +28,7 @@ protected:
 TEST_F(SpecialFolder, DataFolderOfTheUser_IsReturned)
 {
     useLocalApplicationData(folder.path());
-    EXPECT_EQ(ask(), TRUE);
+    EXPECT_EQ(getFolder(), TRUE);
     EXPECT_EQ(path, folder.path().wstring());
 }
 
@@ -36,29 +36,29 @@ TEST_F(SpecialFolder, MissingFolder_IsCreatedOnlyOnRequest)
 {
     const fs::path missing = folder.path() / "not there" / "nor this";
     useLocalApplicationData(missing);
-    EXPECT_EQ(ask(), FALSE);
+    EXPECT_EQ(getFolder(), FALSE);
     EXPECT_FALSE(fs::exists(folder.path() / "not there"));
-    EXPECT_EQ(ask(TRUE), TRUE);
+    EXPECT_EQ(getFolder(TRUE), TRUE);
     EXPECT_EQ(path, missing.wstring());
     EXPECT_TRUE(fs::is_directory(missing));
 }
 
-TEST_F(SpecialFolder, APathOf259CharactersFits)
+TEST_F(SpecialFolder, PathOf259Characters_IsReturned)
 {
     fs::path longest = folder.path() / std::string(100, 'a');
     longest /= std::string(259 - longest.string().size() - 1, 'b');
     fs::create_directory(Embedded::systemPath(longest.parent_path()));
     fs::create_directory(Embedded::systemPath(longest));
     useLocalApplicationData(longest);
-    EXPECT_EQ(ask(), TRUE);
+    EXPECT_EQ(getFolder(), TRUE);
     EXPECT_EQ(path, longest.wstring());
 }
 
-TEST_F(SpecialFolder, FailsOnRequest)
+TEST_F(SpecialFolder, InjectedFault_FailsTheCall)
 {
     useLocalApplicationData(folder.path());
     const Embedded::ScopedFault fault({.call = "SHGetSpecialFolderPathW", .code = {}});
-    EXPECT_EQ(ask(), FALSE);
+    EXPECT_EQ(getFolder(), FALSE);
 }
 
 } // namespace

@@ -12,67 +12,67 @@ namespace fs = std::filesystem;
 using Embedded::ScopedFault;
 using TextFile = TextFileTest;
 
-TEST_F(TextFile, LinesEndWithCarriageReturnAndLineFeedOnDisk)
+TEST_F(TextFile, WrittenLine_EndsWithCarriageReturnAndLineFeed)
 {
     write("one\ntwo\n\nthree");
-    EXPECT_EQ(onDisk(), "one\r\ntwo\r\n\r\nthree");
+    EXPECT_EQ(readFile(file), "one\r\ntwo\r\n\r\nthree");
 }
 
-TEST_F(TextFile, CarriageReturnInTheText_IsWrittenBeforeThatOfTheLineEnd)
+TEST_F(TextFile, CarriageReturnInTheText_IsWrittenUnchanged)
 {
     write("a\r\nb\rc");
-    EXPECT_EQ(onDisk(), "a\r\r\nb\rc");
+    EXPECT_EQ(readFile(file), "a\r\r\nb\rc");
 }
 
-TEST_F(TextFile, Mode_TruncatesOrKeepsTheFile)
+TEST_F(TextFile, Mode_DecidesWhetherTheFileIsTruncated)
 {
     write("old\n");
     write("new\n", L"wt");
-    EXPECT_EQ(onDisk(), "new\r\n");
+    EXPECT_EQ(readFile(file), "new\r\n");
     write("more\n", L"a");
     write("yet more\n", L"at");
-    EXPECT_EQ(onDisk(), "new\r\nmore\r\nyet more\r\n");
+    EXPECT_EQ(readFile(file), "new\r\nmore\r\nyet more\r\n");
 }
 
-TEST_F(TextFile, BinaryModesTranslateNothing)
+TEST_F(TextFile, BinaryMode_TranslatesNothing)
 {
     write("a\nb\r\n", L"wb");
-    EXPECT_EQ(onDisk(), "a\nb\r\n");
+    EXPECT_EQ(readFile(file), "a\nb\r\n");
     EXPECT_EQ(read(L"rb"), "a\nb\r\n");
     write("\n", L"ab");
-    EXPECT_EQ(onDisk(), "a\nb\r\n\n");
+    EXPECT_EQ(readFile(file), "a\nb\r\n\n");
 }
 
-TEST_F(TextFile, ReadingDropsTheCarriageReturnOfALinesEndOnly)
+TEST_F(TextFile, Reading_DropsOnlyTheCarriageReturnOfALineEnd)
 {
-    put("a\r\nb\nc\rd\r\r\ne\r");
+    writeFile(file, "a\r\nb\nc\rd\r\r\ne\r");
     EXPECT_EQ(read(), "a\nb\nc\rd\r\ne\r");
     EXPECT_EQ(read(L"rt"), "a\nb\nc\rd\r\ne\r");
 }
 
-TEST_F(TextFile, ReadingEndsAtAControlZ)
+TEST_F(TextFile, Reading_EndsAtControlZ)
 {
-    put("a\r\nb\x1A"
-        "c\r\n");
+    writeFile(file, "a\r\nb\x1A"
+                    "c\r\n");
     EXPECT_EQ(read(), "a\nb");
     EXPECT_EQ(read(L"rt"), "a\nb");
     EXPECT_EQ(read(L"rb"), "a\r\nb\x1A"
                            "c\r\n");
-    put("\x1A");
+    writeFile(file, "\x1A");
     EXPECT_EQ(read(), "");
 }
 
-TEST_F(TextFile, ALinesEndAcrossTheBuffersIsDroppedToo)
+TEST_F(TextFile, LineEndAcrossTwoBuffers_IsTranslated)
 {
     for (const std::size_t length : {65'534U, 65'535U, 65'536U, 131'071U}) {
-        put(std::string(length, 'x') + "\r\ny\r" + std::string(65'535, 'z') + "\r");
+        writeFile(file, std::string(length, 'x') + "\r\ny\r" + std::string(65'535, 'z') + "\r");
         EXPECT_TRUE(read() == std::string(length, 'x') + "\ny\r" + std::string(65'535, 'z') + "\r") << length;
     }
 }
 
-TEST_F(TextFile, AStreamWithoutABufferReadsTheSame)
+TEST_F(TextFile, UnbufferedStream_ReadsTheSame)
 {
-    put("a\r\nb\rc\r\n");
+    writeFile(file, "a\r\nb\rc\r\n");
     std::FILE* const stream = open(L"r");
     ASSERT_NE(stream, nullptr);
     EXPECT_EQ(std::setvbuf(stream, nullptr, _IONBF, 0), 0);
@@ -83,9 +83,9 @@ TEST_F(TextFile, AStreamWithoutABufferReadsTheSame)
     EXPECT_EQ(text, "a\nb\rc\n");
 }
 
-TEST_F(TextFile, LinesAreReadOneByOne)
+TEST_F(TextFile, Lines_AreReadOneByOne)
 {
-    put("one\r\n\r\nlast");
+    writeFile(file, "one\r\n\r\nlast");
     std::FILE* const stream = open(L"r");
     ASSERT_NE(stream, nullptr);
     char line[16];
@@ -103,11 +103,11 @@ TEST_F(TextFile, FlushedText_IsOnDisk)
     ASSERT_NE(stream, nullptr);
     EXPECT_GE(std::fputs("line\n", stream), 0);
     EXPECT_EQ(std::fflush(stream), 0);
-    EXPECT_EQ(onDisk(), "line\r\n");
+    EXPECT_EQ(readFile(file), "line\r\n");
     EXPECT_EQ(std::fclose(stream), 0);
 }
 
-TEST_F(TextFile, ManyLinesAreTranslatedBothWays)
+TEST_F(TextFile, ManyLines_AreWrittenAndRead)
 {
     std::string text;
     for (int line = 0; line < 50'000; ++line)
@@ -117,7 +117,7 @@ TEST_F(TextFile, ManyLinesAreTranslatedBothWays)
     EXPECT_TRUE(read() == text);
 }
 
-TEST_F(TextFile, BackslashesSeparateFolders)
+TEST_F(TextFile, Backslash_SeparatesFolders)
 {
     fs::create_directory(folder.path() / "a");
     std::FILE* const stream = _wfsopen((wideName(folder.path()) + L"\\a\\\\b.txt").c_str(), L"w", _SH_DENYNO);
@@ -126,11 +126,11 @@ TEST_F(TextFile, BackslashesSeparateFolders)
     EXPECT_TRUE(fs::exists(folder.path() / "a/b.txt"));
 }
 
-TEST_F(TextFile, ANameOutsideAsciiIsUtf8)
+TEST_F(TextFile, NameOutsideAscii_IsUtf8)
 {
     file = folder.path() / "K\xC3\xB8ge \xF0\x9F\x8C\x8D";
     write("x");
-    EXPECT_EQ(onDisk(), "x");
+    EXPECT_EQ(readFile(file), "x");
 }
 
 TEST_F(TextFile, MissingFile_IsNotOpened)
@@ -159,7 +159,7 @@ TEST_F(TextFile, OpenFile_IsCounted)
     EXPECT_EQ(Embedded::ResourceCounters::now(), before);
 }
 
-TEST_F(TextFile, FailsToOpenOnRequest)
+TEST_F(TextFile, InjectedFault_FailsToOpen)
 {
     const ScopedFault fault({.call = "_wfsopen", .code = {}});
     EXPECT_EQ(open(L"w"), nullptr);
@@ -167,29 +167,29 @@ TEST_F(TextFile, FailsToOpenOnRequest)
     EXPECT_FALSE(fs::exists(file));
 }
 
-TEST_F(TextFile, FailsToReadOnRequest)
+TEST_F(TextFile, InjectedFault_FailsToRead)
 {
-    put("text");
+    writeFile(file, "text");
     std::FILE* const stream = open(L"r");
     const ScopedFault fault({.call = "_wfsopen.read", .code = {}});
     char bytes[4];
     EXPECT_EQ(std::fread(bytes, 1, sizeof bytes, stream), 0U);
     EXPECT_NE(std::ferror(stream), 0);
     EXPECT_EQ(std::feof(stream), 0);
-    static_cast<void>(std::fclose(stream)); // it may tell once more of the failure
+    static_cast<void>(std::fclose(stream)); // it may report the failure again
 }
 
-TEST_F(TextFile, FailsToWriteOnRequest)
+TEST_F(TextFile, InjectedFault_FailsToWrite)
 {
     std::FILE* const stream = open(L"w");
     EXPECT_GE(std::fputs("text", stream), 0);
     const ScopedFault fault({.call = "_wfsopen.write", .code = {}});
     EXPECT_EQ(std::fflush(stream), EOF);
     EXPECT_NE(std::ferror(stream), 0);
-    static_cast<void>(std::fclose(stream)); // it may try the text once more
+    static_cast<void>(std::fclose(stream)); // it may try to write the text again
 }
 
-TEST_F(TextFile, FailsToCloseOnRequestAndIsClosed)
+TEST_F(TextFile, InjectedFault_FailsToCloseButClosesTheFile)
 {
     std::FILE* const stream = open(L"w");
     const ScopedFault fault({.call = "_wfsopen.close", .code = {}});

@@ -1,16 +1,15 @@
-// A file of the test's own, written and read through the streams of _wfsopen.
+// The fixture of tests that write and read a file through the streams of _wfsopen.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "embedded/base/text.h"
 #include "platform/windows.h"
+#include "support/file_text.h"
 #include "support/platform_test.h"
 #include "support/temporary_folder.h"
 
@@ -38,12 +37,6 @@ protected:
         EXPECT_EQ(std::ferror(stream), 0);
         EXPECT_EQ(std::fclose(stream), 0);
         return text;
-    }
-    void put(const std::string& bytes) const { std::ofstream(file, std::ios::binary) << bytes; }
-    std::string onDisk() const
-    {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
     }
 
     TemporaryFolder folder;

@@ -3,7 +3,7 @@
 
 namespace {
 
-TEST(WideText, ComparisonIgnoresTheCaseOfAsciiLetters)
+TEST(WideText, Comparison_IgnoresTheCaseOfAsciiLetters)
 {
     EXPECT_EQ(_wcsicmp(L"epsg:25832", L"EPSG:25832"), 0);
     EXPECT_LT(_wcsicmp(L"EPSG:1", L"epsg:2"), 0);
@@ -21,18 +21,18 @@ TEST(WideText, BoundedComparison_StopsAtItsBound)
     EXPECT_EQ(_wcsnicmp(L"a", L"b", 0), 0);
 }
 
-TEST(WideText, ABoundedComparisonEndsWithTheText)
+TEST(WideText, BoundedComparison_EndsWithTheText)
 {
     EXPECT_EQ(_wcsnicmp(L"ab\0c", L"AB\0d", 4), 0);
     EXPECT_LT(_wcsnicmp(L"ab", L"abc", 9), 0);
 }
 
-TEST(WideText, OtherLettersKeepTheirCase)
+TEST(WideText, OtherLetters_AreComparedExactly)
 {
     EXPECT_NE(_wcsicmp(L"\u00C4", L"\u00E4"), 0);
 }
 
-TEST(WideText, CharactersBetweenTheLetters_HaveNoCase)
+TEST(WideText, CharactersNextToTheLetters_AreComparedExactly)
 {
     EXPECT_NE(_wcsicmp(L"[", L"{"), 0);
     EXPECT_NE(_wcsicmp(L"@", L"`"), 0);

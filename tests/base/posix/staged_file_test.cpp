@@ -1,4 +1,4 @@
-// Permissions, links, pipes and names of bytes, as this system has them.
+// Replaces files with permissions, links, pipes and names that are not UTF-8.
 #include "base/staged_file_test.h"
 
 #include <signal.h>
@@ -13,11 +13,11 @@ namespace {
 using namespace Embedded;
 namespace fs = std::filesystem;
 
-unsigned permissionsOf(const fs::path& path)
+unsigned readPermissions(const fs::path& path)
 {
-    struct stat found {};
-    EXPECT_EQ(::stat(path.c_str(), &found), 0);
-    return found.st_mode & 07777U;
+    struct stat status {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0);
+    return status.st_mode & 07777U;
 }
 
 class ScopedUmask {
@@ -29,24 +29,24 @@ private:
     mode_t before_;
 };
 
-TEST_F(StagedFileTest, ANewFile_HasThePermissionsThatTheUserWants)
+TEST_F(StagedFileTest, NewFile_HasThePermissionsOfTheUmask)
 {
     const ScopedUmask mask(027);
     write(file, "text");
-    EXPECT_EQ(permissionsOf(file), 0640U);
+    EXPECT_EQ(readPermissions(file), 0640U);
 }
 
-TEST_F(StagedFileTest, AReplacedFile_KeepsItsPermissions)
+TEST_F(StagedFileTest, ReplacedFile_KeepsItsPermissions)
 {
     for (const mode_t mode : {0600U, 0664U, 0777U}) {
         writeFile(file, "old");
         ASSERT_EQ(::chmod(file.c_str(), mode), 0);
         write(file, "new");
-        EXPECT_EQ(permissionsOf(file), mode);
+        EXPECT_EQ(readPermissions(file), mode);
     }
 }
 
-TEST_F(StagedFileTest, ALink_StaysAndItsTargetIsReplaced)
+TEST_F(StagedFileTest, Link_StaysAndItsTargetIsReplaced)
 {
     fs::create_directory(folder.path() / "elsewhere");
     writeFile(folder.path() / "elsewhere/real", "old");
@@ -57,7 +57,7 @@ TEST_F(StagedFileTest, ALink_StaysAndItsTargetIsReplaced)
     EXPECT_EQ(folder.names(), (Names{"a.txt", "elsewhere"}));
 }
 
-TEST_F(StagedFileTest, LinksToLinks_AreFollowedToTheirEnd)
+TEST_F(StagedFileTest, LinkToALink_IsFollowedToTheLastTarget)
 {
     writeFile(folder.path() / "real", "old");
     fs::create_symlink(folder.path() / "real", folder.path() / "absolute");
@@ -67,7 +67,7 @@ TEST_F(StagedFileTest, LinksToLinks_AreFollowedToTheirEnd)
     EXPECT_EQ(readFile(folder.path() / "real"), "new");
 }
 
-TEST_F(StagedFileTest, ALinkToNothing_GetsItsTarget)
+TEST_F(StagedFileTest, DanglingLink_GetsItsTarget)
 {
     fs::create_symlink("real", file);
     write(file, "new");
@@ -75,35 +75,35 @@ TEST_F(StagedFileTest, ALinkToNothing_GetsItsTarget)
     EXPECT_EQ(readFile(folder.path() / "real"), "new");
 }
 
-TEST_F(StagedFileTest, LinksInACircle_AreRefused)
+TEST_F(StagedFileTest, CircularLink_IsRefused)
 {
     fs::create_symlink("b", file);
     fs::create_symlink("a.txt", folder.path() / "b");
     expectRefusal(file, "Too many levels of symbolic links");
 }
 
-TEST_F(StagedFileTest, APlaceBelowAFile_IsRefused)
+TEST_F(StagedFileTest, PathBelowAFile_IsRefused)
 {
     writeFile(file, "old");
     expectRefusal(file / "b.txt", "Not a directory");
     EXPECT_EQ(readFile(file), "old");
 }
 
-TEST_F(StagedFileTest, APipeInThePlaceOfTheFile_StaysAPipe)
+TEST_F(StagedFileTest, PipeAsTarget_IsRefused)
 {
     ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
     expectRefusal(file, "Invalid argument");
     EXPECT_TRUE(fs::is_fifo(file));
 }
 
-TEST_F(StagedFileTest, ANameThatIsNotUtf8_IsWritten)
+TEST_F(StagedFileTest, NameThatIsNotUtf8_IsWritten)
 {
     write(folder.path() / "\xFF.txt", "text");
     EXPECT_EQ(readFile(folder.path() / "\xFF.txt"), "text");
     expectRefusal(folder.path() / "\xFF/a", "No such file or directory");
 }
 
-TEST_F(StagedFileTest, ADiskThatIsFullHalfway_LeavesTheOldFile)
+TEST_F(StagedFileTest, DiskThatFillsUpDuringTheSave_LeavesTheOldFile)
 {
     writeFile(file, "old");
     const std::string message = runInChildProcess([this] {
@@ -118,7 +118,7 @@ TEST_F(StagedFileTest, ADiskThatIsFullHalfway_LeavesTheOldFile)
     EXPECT_EQ(folder.names(), Names{"a.txt"});
 }
 
-TEST_F(StagedFileTest, AWriteProtectedFile_IsNotReplaced)
+TEST_F(StagedFileTest, WriteProtectedFile_IsNotReplaced)
 {
     writeFile(file, "old");
     ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
@@ -128,7 +128,7 @@ TEST_F(StagedFileTest, AWriteProtectedFile_IsNotReplaced)
     EXPECT_EQ(readFile(file), "old");
 }
 
-TEST_F(StagedFileTest, AWriteProtectedFolder_IsRefused)
+TEST_F(StagedFileTest, WriteProtectedFolder_IsRefused)
 {
     writeFile(file, "old");
     ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
@@ -139,7 +139,7 @@ TEST_F(StagedFileTest, AWriteProtectedFolder_IsRefused)
     EXPECT_EQ(readFile(file), "old");
 }
 
-TEST_F(StagedFileTest, AFolderThatMayNotBeListed_IsWrittenTo)
+TEST_F(StagedFileTest, FolderThatCannotBeListed_IsWrittenTo)
 {
     ASSERT_EQ(::chmod(folder.path().c_str(), 0333), 0);
     const std::string message = runAsOrdinaryUser([this] { return replace(file, "new"); });

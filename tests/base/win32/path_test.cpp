@@ -1,4 +1,4 @@
-// File names as this system's calls take them, and what its error numbers are told as.
+// Paths for the calls of Windows, and the messages of its error numbers.
 #include "embedded/base/path.h"
 
 #include <gtest/gtest.h>
@@ -10,53 +10,54 @@ namespace Tests {
 namespace {
 
 using Embedded::fullPath;
+using Embedded::systemPath;
+
 std::string systemMessage(DWORD error)
 {
     return Embedded::systemMessage(std::error_code(static_cast<int>(error), std::system_category()));
 }
-using Embedded::systemPath;
 
-TEST(SystemPath, OfAFileOnADrive_HasThePrefixForLongNames)
+TEST(SystemPath, PathOnADrive_HasThePrefixForLongNames)
 {
     EXPECT_EQ(systemPath(LR"(C:\plans\a.qedb)").wstring(), LR"(\\?\C:\plans\a.qedb)");
     EXPECT_EQ(systemPath(L"C:/plans/./old/../a.qedb").wstring(), LR"(\\?\C:\plans\a.qedb)");
 }
 
-TEST(SystemPath, OfAFileOnAServer_KeepsTheServersName)
+TEST(SystemPath, PathOnAServer_KeepsTheServersName)
 {
     EXPECT_EQ(systemPath(LR"(\\server\plans\a.qedb)").wstring(), LR"(\\?\UNC\server\plans\a.qedb)");
     EXPECT_EQ(systemPath(L"//server/plans/a.qedb").wstring(), LR"(\\?\UNC\server\plans\a.qedb)");
     EXPECT_EQ(fullPath(L"//server/plans/a.qedb").wstring(), LR"(\\server\plans\a.qedb)");
 }
 
-TEST(SystemPath, WithAPrefixOfItsOwn_StaysAsItIs)
+TEST(SystemPath, PathWithAPrefix_StaysUnchanged)
 {
     EXPECT_EQ(systemPath(LR"(\\?\C:\plans\a.qedb)").wstring(), LR"(\\?\C:\plans\a.qedb)");
     EXPECT_EQ(systemPath(LR"(\\.\pipe\a)").wstring(), LR"(\\.\pipe\a)");
 }
 
-TEST(SystemPath, OfAFileInTheWorkingFolder_IsFull)
+TEST(SystemPath, RelativePath_BecomesAFullPath)
 {
     EXPECT_EQ(systemPath(L"a.qedb").wstring(), LR"(\\?\)" + (std::filesystem::current_path() / "a.qedb").wstring());
 }
 
-TEST(SystemPath, OfADevice_HasItsPrefix)
+TEST(SystemPath, DeviceName_HasTheDevicePrefix)
 {
     EXPECT_EQ(systemPath(L"NUL").wstring(), LR"(\\.\NUL)");
 }
 
-TEST(SystemPath, LongerThanTheSystemsUsualNames_IsWhole)
+TEST(SystemPath, VeryLongPath_IsNotTruncated)
 {
     const std::wstring name = LR"(C:\)" + std::wstring(5000, L'x');
     EXPECT_EQ(systemPath(name).wstring(), LR"(\\?\)" + name);
 }
 
-TEST(SystemPath, OfAnEmptyName_IsEmpty)
+TEST(SystemPath, EmptyPath_StaysEmpty)
 {
     EXPECT_EQ(systemPath(L"").wstring(), L"");
 }
 
-TEST(SystemMessage, IsThatOfTheStandardLibraryForTheSameReason)
+TEST(SystemMessage, CommonReason_HasTheMessageOfTheStandardLibrary)
 {
     EXPECT_EQ(systemMessage(ERROR_FILE_NOT_FOUND), "No such file or directory");
     EXPECT_EQ(systemMessage(ERROR_PATH_NOT_FOUND), "No such file or directory");
@@ -65,7 +66,7 @@ TEST(SystemMessage, IsThatOfTheStandardLibraryForTheSameReason)
     EXPECT_EQ(systemMessage(ERROR_IO_DEVICE), "Input/output error");
 }
 
-TEST(SystemMessage, OfAnotherReason_SaysWhatItIs)
+TEST(SystemMessage, OtherReason_HasAMessageOfItsOwn)
 {
     EXPECT_EQ(systemMessage(ERROR_SHARING_VIOLATION), "in use by another program");
     EXPECT_EQ(systemMessage(ERROR_MOD_NOT_FOUND), "it, or a library that it needs, cannot be found");

@@ -1,4 +1,4 @@
-// What may stand in the way of replacing a file on this system.
+// Files that cannot be replaced on Windows, and names that need special care.
 #include "base/staged_file_test.h"
 
 #include <windows.h>
@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(ReplacedFile, OpenedExclusivelyByAnotherProgram_StaysWhole)
+TEST_F(ReplacedFile, FileOpenedExclusivelyByAnotherProgram_IsNotReplaced)
 {
     writeFile(file, "old");
     {
@@ -34,7 +34,7 @@ TEST_F(ReplacedFile, OpenedExclusivelyByAnotherProgram_StaysWhole)
     EXPECT_EQ(folder.names(), Names{"a.txt"});
 }
 
-TEST_F(ReplacedFile, ThatIsWriteProtected_StaysWholeAndProtected)
+TEST_F(ReplacedFile, WriteProtectedFile_IsNotReplaced)
 {
     writeFile(file, "old");
     ASSERT_TRUE(SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY));
@@ -45,24 +45,24 @@ TEST_F(ReplacedFile, ThatIsWriteProtected_StaysWholeAndProtected)
     EXPECT_EQ(folder.names(), Names{"a.txt"});
 }
 
-TEST_F(ReplacedFile, BelowAFile_IsRefused)
+TEST_F(ReplacedFile, PathBelowAFile_IsRefused)
 {
     writeFile(file, "old");
     expectRefusal(file / "b.txt", "No such file or directory");
     EXPECT_EQ(readFile(file), "old");
 }
 
-TEST_F(ReplacedFile, WithTheNameOfADevice_IsRefused)
+TEST_F(ReplacedFile, DeviceName_IsRefused)
 {
     EXPECT_EQ(replace("NUL", "new"), "cannot be written: Invalid argument");
 }
 
-TEST_F(ReplacedFile, WithANameThatNoFileHas_IsRefused)
+TEST_F(ReplacedFile, InvalidName_IsRefused)
 {
     expectRefusal(folder.path() / "a?b.txt", "not a valid file name");
 }
 
-TEST_F(ReplacedFile, DeepBelowFolders_IsReplaced)
+TEST_F(ReplacedFile, FileWithAVeryLongPath_IsReplaced)
 {
     const DeepFolder deep(folder.path(), 400);
     const fs::path name = deep.path() / "a.txt";

@@ -17,12 +17,12 @@ using Embedded::DecompositionRun;
 
 constexpr auto kOldVersion = static_cast<QeDb::QeDbDwgVersion>(29);
 
-/// Registered for as long as it lives; does what the test says and writes down what it is told.
+/// Is registered during its lifetime. Runs the work of the test and records its notifications.
 class Converter final : public QeDbDecompositionReactor {
 public:
     using Work = std::function<Qeapp::ErrorStatus(QeDbSaveErrorRecorder*, QeDbSaveErrorMessageRecorder*)>;
 
-    explicit Converter(std::string& heard) : heard_(heard)
+    explicit Converter(std::string& notifications) : notifications_(notifications)
     {
         EXPECT_EQ(qedbGetDecompositionManager()->addReactor(this), Qeapp::eOk);
     }
@@ -33,53 +33,56 @@ public:
     Qeapp::ErrorStatus decomposeForSave(QeDbDatabase* /*database*/, QeDb::QeDbDwgVersion version,
                                         QeDbSaveErrorRecorder* errors, QeDbSaveErrorMessageRecorder* messages) override
     {
-        heard_ += "decompose" + std::to_string(version) + ' ';
+        notifications_ += "decompose" + std::to_string(version) + ' ';
         return work ? work(errors, messages) : Qeapp::eOk;
     }
     void saveCompleted(QeDbDatabase* /*database*/, QeDb::QeDbDwgVersion /*version*/) override
     {
-        heard_ += "completed ";
+        notifications_ += "completed ";
     }
-    void saveAborted(QeDbDatabase* /*database*/, QeDb::QeDbDwgVersion /*version*/) override { heard_ += "aborted "; }
+    void saveAborted(QeDbDatabase* /*database*/, QeDb::QeDbDwgVersion /*version*/) override
+    {
+        notifications_ += "aborted ";
+    }
 
     Work work;
 
 private:
-    std::string& heard_;
+    std::string& notifications_;
 };
 
 class DecompositionRunTest : public DrawingTest {
 protected:
-    Qeapp::ErrorStatus addKey()
+    Qeapp::ErrorStatus addConvertedXrecord()
     {
         addXrecord(L"converted");
         return Qeapp::eOk;
     }
 
-    std::string heard;
+    std::string notifications;
 };
 
-TEST_F(DecompositionRunTest, NobodyRegistered_GoesWell)
+TEST_F(DecompositionRunTest, RunWithoutReactors_Succeeds)
 {
     DecompositionRun run(database, kOldVersion);
     EXPECT_EQ(errorText(run.result()), "");
     run.complete();
 }
 
-TEST_F(DecompositionRunTest, Reactors_AreAskedInTheirOrder)
+TEST_F(DecompositionRunTest, Reactors_AreCalledInTheOrderOfTheirRegistration)
 {
-    Converter first(heard);
-    Converter second(heard);
-    first.work = [&](auto*, auto*) { return heard += "1 ", Qeapp::eOk; };
-    second.work = [&](auto*, auto*) { return heard += "2 ", Qeapp::eOk; };
+    Converter first(notifications);
+    Converter second(notifications);
+    first.work = [&](auto*, auto*) { return notifications += "1 ", Qeapp::eOk; };
+    second.work = [&](auto*, auto*) { return notifications += "2 ", Qeapp::eOk; };
     DecompositionRun(database, kOldVersion).complete();
-    EXPECT_EQ(heard, "decompose29 1 decompose29 2 completed completed ");
+    EXPECT_EQ(notifications, "decompose29 1 decompose29 2 completed completed ");
 }
 
-TEST_F(DecompositionRunTest, CompletedRun_KeepsWhatTheReactorsDid)
+TEST_F(DecompositionRunTest, CompletedRun_KeepsTheChangesOfTheReactors)
 {
-    Converter converter(heard);
-    converter.work = [&](auto*, auto*) { return addKey(); };
+    Converter converter(notifications);
+    converter.work = [&](auto*, auto*) { return addConvertedXrecord(); };
     DecompositionRun run(database, kOldVersion);
     EXPECT_EQ(transactions().numActiveTransactions(), 1) << "until the drawing is written";
     EXPECT_EQ(keys(), L"converted");
@@ -91,37 +94,37 @@ TEST_F(DecompositionRunTest, CompletedRun_KeepsWhatTheReactorsDid)
 TEST_F(DecompositionRunTest, RunThatIsNotCompleted_IsUndone)
 {
     const auto before = contents();
-    Converter converter(heard);
-    converter.work = [&](auto*, auto*) { return addKey(); };
+    Converter converter(notifications);
+    converter.work = [&](auto*, auto*) { return addConvertedXrecord(); };
     {
         const DecompositionRun run(database, kOldVersion);
         EXPECT_EQ(errorText(run.result()), "");
     }
-    EXPECT_EQ(heard, "decompose29 aborted ");
+    EXPECT_EQ(notifications, "decompose29 aborted ");
     EXPECT_EQ(contents(), before);
 }
 
 TEST_F(DecompositionRunTest, FailingReactor_StopsTheRunAndUndoesIt)
 {
     const auto before = contents();
-    Converter first(heard);
-    Converter second(heard);
+    Converter first(notifications);
+    Converter second(notifications);
     first.work = [&](auto*, auto*) {
-        static_cast<void>(addKey()); // it fails after having done half of its work
+        static_cast<void>(addConvertedXrecord()); // it fails after half of its work
         return Qeapp::eNotApplicable;
     };
     DecompositionRun run(database, kOldVersion);
     EXPECT_EQ(Embedded::hostStatus(run.result()), Qeapp::eNotApplicable);
     EXPECT_EQ(errorText(run.result()), "the drawing's contents cannot be converted for drawing version 29 (status 2)");
-    EXPECT_EQ(heard, "decompose29 aborted aborted ");
+    EXPECT_EQ(notifications, "decompose29 aborted aborted ");
     EXPECT_EQ(contents(), before) << "at once";
     run.complete();
-    EXPECT_EQ(heard, "decompose29 aborted aborted ") << "a failed run cannot be completed";
+    EXPECT_EQ(notifications, "decompose29 aborted aborted ") << "a failed run cannot be completed";
 }
 
-TEST_F(DecompositionRunTest, RecordedCode_StopsTheRunWhateverTheResult)
+TEST_F(DecompositionRunTest, RecordedError_StopsTheRunThoughTheReactorReturnsOk)
 {
-    Converter converter(heard);
+    Converter converter(notifications);
     converter.work = [](QeDbSaveErrorRecorder* errors, auto*) { return errors->recordError(Qeapp::eInvalidInput); };
     const DecompositionRun run(database, kOldVersion);
     EXPECT_EQ(Embedded::hostStatus(run.result()), Qeapp::eInvalidInput);
@@ -130,7 +133,7 @@ TEST_F(DecompositionRunTest, RecordedCode_StopsTheRunWhateverTheResult)
 
 TEST_F(DecompositionRunTest, RecordedMessage_IsTheResult)
 {
-    Converter converter(heard);
+    Converter converter(notifications);
     converter.work = [](auto*, QeDbSaveErrorMessageRecorder* messages) {
         return messages->recordError(Qeapp::eVetoed, L"no caf\u00e9");
     };
@@ -141,9 +144,9 @@ TEST_F(DecompositionRunTest, RecordedMessage_IsTheResult)
 
 TEST_F(DecompositionRunTest, FirstOfSeveralErrors_IsTheResult)
 {
-    Converter converter(heard);
+    Converter converter(notifications);
     converter.work = [](QeDbSaveErrorRecorder* errors, QeDbSaveErrorMessageRecorder* messages) {
-        EXPECT_EQ(errors->recordError(Qeapp::eOk), Qeapp::eInvalidInput) << "success is no error";
+        EXPECT_EQ(errors->recordError(Qeapp::eOk), Qeapp::eInvalidInput) << "success is not an error";
         EXPECT_EQ(messages->recordError(Qeapp::eVetoed, nullptr), Qeapp::eOk);
         EXPECT_EQ(errors->recordError(Qeapp::eNoObject), Qeapp::eOk);
         return Qeapp::eKeyNotFound;
@@ -151,12 +154,12 @@ TEST_F(DecompositionRunTest, FirstOfSeveralErrors_IsTheResult)
     EXPECT_EQ(Embedded::hostStatus(DecompositionRun(database, kOldVersion).result()), Qeapp::eVetoed);
 }
 
-TEST_F(DecompositionRunTest, TransactionThatAReactorLeavesActive_EndsWithTheRun)
+TEST_F(DecompositionRunTest, TransactionLeftActiveByAReactor_EndsWithTheRun)
 {
-    Converter converter(heard);
+    Converter converter(notifications);
     converter.work = [&](auto*, auto*) {
         begin();
-        return addKey();
+        return addConvertedXrecord();
     };
     {
         const DecompositionRun run(database, kOldVersion);
@@ -176,42 +179,42 @@ TEST_F(DecompositionRunTest, OuterTransaction_StaysActive)
     abort();
 }
 
-TEST_F(DecompositionRunTest, ThrowingReactor_IsUndoneOnTheWayOut)
+TEST_F(DecompositionRunTest, ChangesOfAThrowingReactor_AreUndone)
 {
-    Converter converter(heard);
+    Converter converter(notifications);
     converter.work = [&](auto*, auto*) -> Qeapp::ErrorStatus {
-        static_cast<void>(addKey()); // undone with the rest
+        static_cast<void>(addConvertedXrecord()); // undone with the rest
         throw std::runtime_error("out of paper");
     };
     EXPECT_THROW(DecompositionRun(database, kOldVersion), std::runtime_error);
-    EXPECT_EQ(heard, "decompose29 aborted ");
+    EXPECT_EQ(notifications, "decompose29 aborted ");
     EXPECT_EQ(keys(), L"");
 }
 
-TEST_F(DecompositionRunTest, NoTransaction_NoRun)
+TEST_F(DecompositionRunTest, FailedTransactionStart_StopsTheRun)
 {
-    Converter converter(heard);
+    Converter converter(notifications);
     const Embedded::ScopedFault fault({.call = "QeDbTransactionManager::startTransaction", .code = {}});
     const DecompositionRun run(database, kOldVersion);
     EXPECT_EQ(Embedded::hostStatus(run.result()), Qeapp::eNoTransaction);
     EXPECT_NE(errorText(run.result()), "");
-    EXPECT_EQ(heard, "");
+    EXPECT_EQ(notifications, "");
 }
 
-TEST_F(DecompositionRunTest, HostWithoutAManager_AsksNobody)
+TEST_F(DecompositionRunTest, HostWithoutAManager_CallsNoReactor)
 {
-    Converter converter(heard);
+    Converter converter(notifications);
     Embedded::setHostParts({.decompositionManager = false});
     DecompositionRun(database, kOldVersion).complete();
     Embedded::setHostParts({});
-    EXPECT_EQ(heard, "");
+    EXPECT_EQ(notifications, "");
 }
 
 TEST_F(DecompositionRunTest, Reactors_AreRegisteredOnceAndCounted)
 {
     using Embedded::ResourceCounters;
     QeDbDecompositionManager& manager = *qedbGetDecompositionManager();
-    Converter converter(heard);
+    Converter converter(notifications);
     EXPECT_EQ(ResourceCounters::now()[Embedded::ResourceKind::decompositionReactor], 1);
     EXPECT_EQ(manager.addReactor(&converter), Qeapp::eDuplicateKey);
     EXPECT_EQ(manager.addReactor(nullptr), Qeapp::eInvalidInput);
@@ -219,7 +222,7 @@ TEST_F(DecompositionRunTest, Reactors_AreRegisteredOnceAndCounted)
     EXPECT_EQ(ResourceCounters::now()[Embedded::ResourceKind::decompositionReactor], 1);
 }
 
-TEST_F(DecompositionRunTest, ReactorWhoseRemovalFails_IsLetGoOfAllTheSame)
+TEST_F(DecompositionRunTest, ReactorWhoseRemovalFails_IsRemovedAnyway)
 {
     class Silent final : public QeDbDecompositionReactor {};
     Silent silent;
@@ -232,7 +235,7 @@ TEST_F(DecompositionRunTest, ReactorWhoseRemovalFails_IsLetGoOfAllTheSame)
     EXPECT_EQ(manager.removeReactor(&silent), Qeapp::eKeyNotFound);
 }
 
-TEST_F(DecompositionRunTest, ReactorThatDoesNothing_LetsEverythingPass)
+TEST_F(DecompositionRunTest, DefaultReactor_LetsTheRunSucceed)
 {
     class Silent final : public QeDbDecompositionReactor {};
     Silent silent;
@@ -243,7 +246,7 @@ TEST_F(DecompositionRunTest, ReactorThatDoesNothing_LetsEverythingPass)
     EXPECT_EQ(qedbGetDecompositionManager()->removeReactor(&silent), Qeapp::eOk);
 }
 
-TEST_F(DecompositionRunTest, DrawingVersion_IsWhatTheSaverSays)
+TEST_F(DecompositionRunTest, DrawingVersion_IsTheOneThatWasSet)
 {
     EXPECT_EQ(database.drawingVersion(), QeDb::kCurrentDwg);
     database.imp().version = kOldVersion;

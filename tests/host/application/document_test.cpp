@@ -10,7 +10,7 @@ using Embedded::closeDocument;
 using Embedded::openDocument;
 using Embedded::setCurrentDocument;
 
-/// Closes every document that a test opened and puts the host together again.
+/// Closes every document that a test opened and restores the parts of the host.
 class DocumentTest : public PlatformTest {
 protected:
     ~DocumentTest() override
@@ -26,13 +26,13 @@ protected:
     static QeDbHostApplicationServices& services() { return *qedbHostApplicationServices(); }
 };
 
-TEST_F(DocumentTest, NoDocument_NoWorkingDatabase)
+TEST_F(DocumentTest, HostWithoutDocuments_HasNoWorkingDatabase)
 {
     EXPECT_EQ(manager().curDocument(), nullptr);
     EXPECT_EQ(services().workingDatabase(), nullptr);
 }
 
-TEST_F(DocumentTest, NoDrawing_NoDocument)
+TEST_F(DocumentTest, NullDrawing_OpensNoDocument)
 {
     EXPECT_EQ(openDocument(nullptr), nullptr);
 }
@@ -56,7 +56,7 @@ TEST_F(DocumentTest, AnyOpenDocument_CanBeMadeCurrent)
     EXPECT_EQ(manager().curDocument(), first);
 }
 
-TEST_F(DocumentTest, ClosedCurrentDocument_GivesWayToTheOneOpenedLast)
+TEST_F(DocumentTest, ClosedCurrentDocument_IsFollowedByTheOneOpenedLast)
 {
     QeApDocument* first = newDocument();
     const QeApDocument* second = newDocument();
@@ -74,14 +74,14 @@ TEST_F(DocumentTest, ClosedOtherDocument_LeavesTheCurrentOne)
     EXPECT_EQ(manager().curDocument(), second);
 }
 
-TEST_F(DocumentTest, LastClosedDocument_LeavesNoWorkingDatabase)
+TEST_F(DocumentTest, ClosingTheLastDocument_LeavesNoWorkingDatabase)
 {
     EXPECT_EQ(closeDocument(newDocument()), Qeapp::eOk);
     EXPECT_EQ(manager().curDocument(), nullptr);
     EXPECT_EQ(services().workingDatabase(), nullptr);
 }
 
-TEST_F(DocumentTest, ClosedDocument_IsForeign)
+TEST_F(DocumentTest, ClosedDocument_IsRefused)
 {
     QeApDocument* document = newDocument();
     ASSERT_EQ(closeDocument(document), Qeapp::eOk);
@@ -90,7 +90,7 @@ TEST_F(DocumentTest, ClosedDocument_IsForeign)
     EXPECT_EQ(manager().unlockDocument(document), Qeapp::eInvalidInput);
 }
 
-TEST_F(DocumentTest, DestroyedDrawing_IsNobodysWorkingDatabase)
+TEST_F(DocumentTest, DestroyedDrawing_IsNoLongerTheWorkingDatabase)
 {
     {
         QeDbDatabase database;
@@ -113,7 +113,7 @@ TEST_F(DocumentTest, Locks_Nest)
     EXPECT_EQ(manager().unlockDocument(document), Qeapp::eNotLocked);
 }
 
-TEST_F(DocumentTest, OneDocumentsLock_IsNotAnothers)
+TEST_F(DocumentTest, Lock_HoldsForItsDocumentOnly)
 {
     QeApDocument* first = newDocument();
     const QeApDocument* second = newDocument();
@@ -131,7 +131,7 @@ TEST_F(DocumentTest, LockedDocument_CannotBeClosed)
     EXPECT_EQ(manager().unlockDocument(document), Qeapp::eOk);
 }
 
-TEST_F(DocumentTest, SomeoneElsesLock_IsInTheWay)
+TEST_F(DocumentTest, ForeignLock_PreventsLockingAndClosing)
 {
     QeApDocument* document = newDocument();
     {
@@ -143,7 +143,7 @@ TEST_F(DocumentTest, SomeoneElsesLock_IsInTheWay)
     EXPECT_EQ(manager().unlockDocument(document), Qeapp::eOk);
 }
 
-TEST_F(DocumentTest, NullDocumentAndNoLockMode_AreRefused)
+TEST_F(DocumentTest, NullDocumentAndInvalidLockMode_AreRefused)
 {
     EXPECT_EQ(manager().lockDocument(nullptr), Qeapp::eInvalidInput);
     EXPECT_EQ(manager().unlockDocument(nullptr), Qeapp::eInvalidInput);
@@ -160,7 +160,7 @@ TEST_F(DocumentTest, FailingLock_LocksNothing)
     EXPECT_EQ(document->lockMode(), QeAp::kNotLocked);
 }
 
-TEST_F(DocumentTest, RegistryRoot_IsWhatTheHostSays)
+TEST_F(DocumentTest, RegistryRoot_IsTheOneThatWasSet)
 {
     const std::wstring before = services().getUserRegistryProductRootKey();
     EXPECT_EQ(before, L"Software\\Embedded Host\\1.0");

@@ -24,7 +24,7 @@ protected:
         EXPECT_NE(message.find(std::filesystem::path(file).filename().string()), std::string::npos) << message;
     }
 
-    static int initialisationsOf(void* module)
+    static int countInitialisations(void* module)
     {
         using Count = int (*)();
         return reinterpret_cast<Count>(Embedded::moduleSymbol(module, "sampleInitialisations"))();
@@ -35,7 +35,7 @@ TEST_F(DynamicLinker, Module_IsInitialisedAndUnloaded)
 {
     const Expected<void*> load = loadModule(GOOD_MODULE);
     ASSERT_TRUE(load) << errorText(load);
-    EXPECT_EQ(initialisationsOf(*load), 1);
+    EXPECT_EQ(countInitialisations(*load), 1);
     EXPECT_TRUE(Embedded::isModuleUnlocked(*load));
     EXPECT_TRUE(Embedded::isModuleMdiAware(*load));
     EXPECT_EQ(unloadModule(*load), Qeapp::eOk);
@@ -52,7 +52,7 @@ TEST_F(DynamicLinker, LoadedModule_IsNotInitialisedAgain)
     const Expected<void*> second = loadModule(otherSpelling);
     ASSERT_TRUE(second) << errorText(second);
     EXPECT_EQ(*second, *first);
-    EXPECT_EQ(initialisationsOf(*first), 1);
+    EXPECT_EQ(countInitialisations(*first), 1);
     EXPECT_EQ(unloadModule(*first), Qeapp::eOk);
     EXPECT_EQ(unloadModule(*first), Qeapp::eInvalidInput);
 }
@@ -80,7 +80,7 @@ TEST_F(DynamicLinker, LockedModule_StaysLoaded)
     EXPECT_EQ(unloadModule(*load), Qeapp::eOk);
 }
 
-TEST_F(DynamicLinker, ModuleThatRefusesToGo_StaysLoaded)
+TEST_F(DynamicLinker, ModuleThatRefusesToUnload_StaysLoaded)
 {
     const Expected<void*> load = loadModule(STAYING_MODULE);
     ASSERT_TRUE(load) << errorText(load);
@@ -90,12 +90,12 @@ TEST_F(DynamicLinker, ModuleThatRefusesToGo_StaysLoaded)
 
 TEST_F(DynamicLinker, LibraryWithoutAVersion_IsRefused)
 {
-    expectRefused(NOT_A_MODULE, Qeapp::eModuleRefused, "does not export qerxGetApiVersion");
+    expectRefused(UNRELATED_LIBRARY, Qeapp::eModuleRefused, "does not export qerxGetApiVersion");
 }
 
 TEST_F(DynamicLinker, LibraryWithoutAnEntryPoint_IsRefused)
 {
-    expectRefused(HALF_A_MODULE, Qeapp::eModuleRefused, "does not export qerxEntryPoint");
+    expectRefused(MODULE_WITHOUT_ENTRY_POINT, Qeapp::eModuleRefused, "does not export qerxEntryPoint");
 }
 
 TEST_F(DynamicLinker, ModuleForAnotherHost_IsRefused)
@@ -113,7 +113,7 @@ TEST_F(DynamicLinker, MissingFile_IsNotFound)
     expectRefused("no_such_module.so", Qeapp::eModuleNotFound, "cannot be loaded");
 }
 
-TEST_F(DynamicLinker, FileThatIsNoLibrary_IsNotFound)
+TEST_F(DynamicLinker, FileThatIsNotALibrary_IsNotFound)
 {
     expectRefused(__FILE__, Qeapp::eModuleNotFound, "cannot be loaded");
 }

@@ -35,7 +35,7 @@ TEST_F(ClassDescriptor, EveryClass_NamesItselfAndItsParent)
     }
 }
 
-TEST_F(ClassDescriptor, Objects_AreOfTheirClassAndItsAncestors)
+TEST_F(ClassDescriptor, Object_IsOfItsClassAndItsAncestors)
 {
     const QeDbXrecord xrecord;
     EXPECT_EQ(xrecord.isA(), QeDbXrecord::desc());
@@ -45,7 +45,7 @@ TEST_F(ClassDescriptor, Objects_AreOfTheirClassAndItsAncestors)
     EXPECT_FALSE(xrecord.isKindOf(nullptr));
 }
 
-TEST_F(ClassDescriptor, ObjectsOfAClassWithoutADescriptor_AreOfTheirParents)
+TEST_F(ClassDescriptor, ObjectOfAClassWithoutADescriptor_IsOfItsParentClass)
 {
     class Service final : public QeRxObject {};
     EXPECT_EQ(Service().isA(), QeRxObject::desc());

@@ -12,14 +12,14 @@ protected:
     }
 };
 
-TEST_F(DictionaryIterator, Entries_ComeInTheOrderOfTheirKeys)
+TEST_F(DictionaryIterator, Entries_AreOrderedByTheirKeys)
 {
     for (const wchar_t* key : {L"b", L"a", L"\u00e4", L"B", L"ab"})
         addXrecord(key);
     EXPECT_EQ(keys(), L"B a ab b \u00e4");
 }
 
-TEST_F(DictionaryIterator, EmptyDictionary_IsDoneAtOnce)
+TEST_F(DictionaryIterator, IteratorOverAnEmptyDictionary_IsDone)
 {
     const auto iterator = walk();
     EXPECT_TRUE(iterator->done());
@@ -40,7 +40,7 @@ TEST_F(DictionaryIterator, Next_IsFalseAtTheEnd)
     EXPECT_TRUE(iterator->done());
 }
 
-TEST_F(DictionaryIterator, Walk_ShowsTheEntriesOfItsBeginning)
+TEST_F(DictionaryIterator, Iterator_ReturnsTheEntriesOfItsCreation)
 {
     const QeDbObjectId removed = addXrecord(L"a");
     const auto iterator = walk();

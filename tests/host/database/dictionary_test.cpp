@@ -47,7 +47,7 @@ TEST_F(Dictionary, Keys_AreComparedExactly)
     EXPECT_TRUE(idAt(L"key ").isNull());
 }
 
-TEST_F(Dictionary, AddUnderAPresentKey_ReplacesAndErasesTheOldObject)
+TEST_F(Dictionary, AddUnderAnExistingKey_ReplacesAndErasesTheOldObject)
 {
     const QeDbObjectId first = addXrecord(L"key", L"first");
     const QeDbObjectId second = addXrecord(L"key", L"second");
@@ -96,14 +96,14 @@ TEST_F(Dictionary, ResidentObject_CannotBeAddedAgain)
     EXPECT_FALSE(dictionary->has(L"other"));
 }
 
-TEST_F(Dictionary, TableRecord_IsNoDictionaryEntry)
+TEST_F(Dictionary, TableRecord_CannotBeAdded)
 {
     QeDbRegAppTableRecord record;
     QeDbObjectId id;
     EXPECT_EQ(namedObjects(QeDb::kForWrite)->setAt(L"key", &record, id), Qeapp::eNotThatKindOfClass);
 }
 
-TEST_F(Dictionary, RemovalByKey_DetachesAndDoesNotErase)
+TEST_F(Dictionary, RemovalByKey_DetachesTheObjectWithoutErasingIt)
 {
     const QeDbObjectId id = addXrecord(L"key");
     QeDbObjectId removed;
@@ -115,7 +115,7 @@ TEST_F(Dictionary, RemovalByKey_DetachesAndDoesNotErase)
     EXPECT_TRUE(object->ownerId().isNull());
 }
 
-TEST_F(Dictionary, RemovalById_TakesTheEntryOut)
+TEST_F(Dictionary, RemovalById_RemovesTheEntry)
 {
     const QeDbObjectId first = addXrecord(L"a");
     addXrecord(L"b");
@@ -124,7 +124,7 @@ TEST_F(Dictionary, RemovalById_TakesTheEntryOut)
     EXPECT_EQ(namedObjects(QeDb::kForWrite)->remove(first), Qeapp::eKeyNotFound);
 }
 
-TEST_F(Dictionary, RemovalOfWhatIsNotThere_IsRefused)
+TEST_F(Dictionary, RemovalOfAMissingEntry_IsRefused)
 {
     const auto dictionary = namedObjects(QeDb::kForWrite);
     QeDbObjectId id = modelSpace();
@@ -153,7 +153,7 @@ TEST_F(Dictionary, GetAtWithMode_OpensTheEntry)
     EXPECT_TRUE(Opened<QeDbObject>(object)->isWriteEnabled());
 }
 
-TEST_F(Dictionary, GetAtOfAMissingKey_GivesNothing)
+TEST_F(Dictionary, GetAtOfAMissingKey_ReturnsNothing)
 {
     QeDbObject* object = nullptr;
     QeDbObjectId id = modelSpace();

@@ -3,7 +3,7 @@
 namespace Tests {
 namespace {
 
-/// The names of the model differ in the case of ASCII letters at most.
+/// The names of the model have only ASCII letters.
 std::wstring lower(std::wstring name)
 {
     for (wchar_t& character : name) {
@@ -52,8 +52,8 @@ Status DrawingModel::open(Number number, bool write, bool openErased)
 {
     if (objects_.at(number).erased && !openErased)
         return Qeapp::eObjectErased;
-    if (const Status refusal = conflict(number, write); refusal != Qeapp::eOk)
-        return refusal;
+    if (const Status status = conflict(number, write); status != Qeapp::eOk)
+        return status;
     Opens& opens = opens_[number];
     opens.writing = write;
     opens.readers += write ? 0 : 1;
@@ -163,8 +163,8 @@ Status DrawingModel::setAt(Number dictionary, bool write, const std::wstring& ke
     auto& entries = objects_.at(dictionary).entries;
     const auto old = entries.find(key);
     if (old != entries.end() && isLive(old->second)) {
-        if (const Status refusal = conflict(old->second, true); refusal != Qeapp::eOk)
-            return refusal;
+        if (const Status status = conflict(old->second, true); status != Qeapp::eOk)
+            return status;
     }
     if (old != entries.end()) {
         objects_.at(old->second).erased = true;
@@ -243,7 +243,7 @@ void DrawingModel::markReachable(Number number, std::map<Number, bool>& reachabl
         markReachable(entry, reachable);
 }
 
-DrawingModel DrawingModel::saved() const
+DrawingModel DrawingModel::savedState() const
 {
     std::map<Number, bool> reachable;
     markReachable(kNamedObjects, reachable);
@@ -251,15 +251,15 @@ DrawingModel DrawingModel::saved() const
         if (object.kind != Kind::dictionary && object.kind != Kind::xrecord)
             markReachable(number, reachable);
     }
-    DrawingModel saved;
-    saved.nextNumber_ = nextNumber_;
-    saved.objects_ = objects_;
-    std::erase_if(saved.objects_, [&](const auto& each) { return !reachable[each.first]; });
-    for (auto& [number, object] : saved.objects_) {
-        std::erase_if(object.entries, [&](const auto& entry) { return !saved.objects_.contains(entry.second); });
-        std::erase_if(object.extendedData, [&](const auto& data) { return !saved.objects_.contains(data.first); });
+    DrawingModel state;
+    state.nextNumber_ = nextNumber_;
+    state.objects_ = objects_;
+    std::erase_if(state.objects_, [&](const auto& each) { return !reachable[each.first]; });
+    for (auto& [number, object] : state.objects_) {
+        std::erase_if(object.entries, [&](const auto& entry) { return !state.objects_.contains(entry.second); });
+        std::erase_if(object.extendedData, [&](const auto& data) { return !state.objects_.contains(data.first); });
     }
-    return saved;
+    return state;
 }
 
 DrawingModel::Number DrawingModel::geoData() const

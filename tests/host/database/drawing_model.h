@@ -1,5 +1,5 @@
-// A drawing as a plain model of what the host promises: maps, and whole copies for transactions. It shares nothing with
-// the host but the codes of its results.
+// A simple model of a drawing. It consists of maps, and copies them for transactions. It shares only the result codes
+// with the host.
 #pragma once
 
 #include <cstdint>
@@ -26,7 +26,7 @@ public:
         bool erased = false;
         Values values;                          // of an xrecord
         std::wstring text;                      // an application's name, a GeoData object's text
-        std::map<std::wstring, Number> entries; // of a dictionary, those of erased objects too
+        std::map<std::wstring, Number> entries; // of a dictionary, erased objects included
         std::map<Number, Values> extendedData;  // by application
         friend bool operator==(const Object&, const Object&) = default;
     };
@@ -43,7 +43,7 @@ public:
     Status upgrade(Number number, bool write);
     Status downgrade(Number number, bool write);
 
-    /// `write` says in what way the caller has the object open.
+    /// `write` says whether the caller has the object open for write.
     Status erase(Number number, bool write, bool erasing);
     Status setValues(Number number, bool write, const Values& values);
     Status setText(Number number, bool write, const std::wstring& text);
@@ -59,10 +59,10 @@ public:
     void begin() { snapshots_.emplace_back(objects_, nextNumber_); }
     Status commit();
     Status abort();
-    /// What a file keeps of it: nothing that is erased or was taken out, no opens and no transactions.
-    DrawingModel saved() const;
-    /// What saved() holds, as the host prints a drawing.
-    std::string printed() const;
+    /// The state in a saved file, without erased and removed objects, opens and transactions.
+    DrawingModel savedState() const;
+    /// The saved state as the host prints a drawing.
+    std::string print() const;
 
     const std::map<Number, Object>& objects() const { return objects_; }
     bool has(Number number) const { return objects_.contains(number); }
@@ -70,7 +70,7 @@ public:
     int depth() const { return static_cast<int>(snapshots_.size()); }
     bool isLive(Number number) const;
     bool isOpenForWrite(Number number) const;
-    /// 0 for none.
+    /// These return 0 if there is no such object.
     Number geoData() const;
     Number findApplication(const std::wstring& name) const;
     Number findEntry(Number dictionary, const std::wstring& key) const;
@@ -86,8 +86,8 @@ private:
 
     Status conflict(Number number, bool write) const;
     void create(Kind kind, Number owner, const std::wstring& text);
-    std::string printed(Number number) const;
-    /// The live ones, in the order of their names without case.
+    std::string print(Number number) const;
+    /// The live applications, ordered by their names in lower case.
     std::map<std::wstring, Number> applications() const;
     void markReachable(Number number, std::map<Number, bool>& reachable) const;
 

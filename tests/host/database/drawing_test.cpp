@@ -2,22 +2,11 @@
 
 #include <sstream>
 
+#include "embedded/base/hex.h"
 #include "embedded/base/text.h"
 
 namespace Tests {
 namespace {
-
-std::string hexOf(const QeBinaryChunk& chunk)
-{
-    static constexpr const char* kDigits = "0123456789abcdef";
-    std::string hex;
-    for (short index = 0; index < chunk.clen; ++index) {
-        const auto byte = static_cast<unsigned char>(chunk.buf[index]);
-        hex += kDigits[byte >> 4];
-        hex += kDigits[byte & 15];
-    }
-    return hex;
-}
 
 void printValue(std::ostream& text, const resbuf& item)
 {
@@ -26,7 +15,7 @@ void printValue(std::ostream& text, const resbuf& item)
         text << Embedded::utf8FromWide(item.resval.rstring);
         break;
     case QeRb::ValueKind::binary:
-        text << hexOf(item.resval.rbinary);
+        text << Embedded::hexFromBytes({item.resval.rbinary.buf, static_cast<std::size_t>(item.resval.rbinary.clen)});
         break;
     case QeRb::ValueKind::real:
         text << item.resval.rreal;
@@ -54,7 +43,7 @@ QeDbObjectId addTo(QeDbDictionary& dictionary, const wchar_t* key, QeDbObject* o
 QeDbXrecord* newXrecord(const wchar_t* text)
 {
     auto* xrecord = new QeDbXrecord;
-    const Chain chain(qeutBuildList(QeRb::kText, text, QeRb::kListEnd));
+    const ResbufChain chain(qeutBuildList(QeRb::kText, text, QeRb::kListEnd));
     EXPECT_EQ(xrecord->setFromRbChain(chain.get()), Qeapp::eOk);
     return xrecord;
 }
@@ -162,13 +151,13 @@ void DrawingTest::erase(QeDbObjectId id, bool erasing)
 
 void DrawingTest::writeText(QeDbObjectId xrecord, const wchar_t* text)
 {
-    const Chain chain(qeutBuildList(QeRb::kText, text, QeRb::kListEnd));
+    const ResbufChain chain(qeutBuildList(QeRb::kText, text, QeRb::kListEnd));
     EXPECT_EQ(open<QeDbXrecord>(xrecord, QeDb::kForWrite)->setFromRbChain(chain.get()), Qeapp::eOk);
 }
 
 std::string DrawingTest::contentsOf(QeDbObjectId xrecord)
 {
-    Chain chain;
+    ResbufChain chain;
     EXPECT_EQ(open<QeDbXrecord>(xrecord)->rbChain(chain.put()), Qeapp::eOk);
     return textOf(chain.get());
 }
@@ -176,10 +165,10 @@ std::string DrawingTest::contentsOf(QeDbObjectId xrecord)
 std::wstring DrawingTest::keys()
 {
     const std::unique_ptr<QeDbDictionaryIterator> iterator(namedObjects()->newIterator());
-    std::wstring shown;
+    std::wstring keys;
     for (; !iterator->done(); iterator->next())
-        shown += (shown.empty() ? L"" : L" ") + std::wstring(iterator->name());
-    return shown;
+        keys += (keys.empty() ? L"" : L" ") + std::wstring(iterator->name());
+    return keys;
 }
 
 } // namespace Tests

@@ -1,4 +1,4 @@
-// The fixture of tests over one drawing, and short ways to put things into it.
+// The fixture of tests of one drawing, with functions that fill it.
 #pragma once
 
 #include <memory>
@@ -11,7 +11,7 @@
 
 namespace Tests {
 
-/// An open object; closed at the end of the scope.
+/// An open object. The end of the scope closes it, which must succeed.
 template <class T>
 class Opened {
 public:
@@ -39,22 +39,9 @@ private:
     T* object_ = nullptr;
 };
 
-/// A resbuf chain; released at the end of the scope.
-class Chain {
-public:
-    explicit Chain(resbuf* first = nullptr) : first_(first) {}
-    Chain(Chain&& other) noexcept : first_(std::exchange(other.first_, nullptr)) {}
-    Chain(const Chain&) = delete;
-    Chain& operator=(const Chain&) = delete;
-    ~Chain() { qeutRelRb(first_); }
-    resbuf* get() const { return first_; }
-    resbuf*& put() { return first_; }
+using Orvel::ResbufChain;
 
-private:
-    resbuf* first_;
-};
-
-/// A chain as text, "1001:KTN 1040:2.5", with chunks in hexadecimal; "" for none.
+/// The chain as text, like "1001:KTN 1040:2.5". Chunks are hexadecimal. Empty for null.
 std::string textOf(const resbuf* chain);
 
 class DrawingTest : public PlatformTest {
@@ -64,7 +51,7 @@ protected:
     Opened<QeDbBlockTable> blockTable(QeDb::OpenMode mode = QeDb::kForRead);
     QeDbObjectId modelSpace();
 
-    /// Each puts a new object into the drawing, closes it and answers its id.
+    /// Each adds a new object to the drawing, closes it and returns its id.
     QeDbObjectId addXrecord(const wchar_t* key, const wchar_t* text = L"text");
     QeDbObjectId addXrecord(QeDbObjectId dictionary, const wchar_t* key, const wchar_t* text = L"text");
     QeDbObjectId addDictionary(const wchar_t* key);
@@ -80,14 +67,14 @@ protected:
         return Opened<T>(object);
     }
 
-    /// The result of an open that is ended at once.
+    /// Opens the object and closes it again.
     static Qeapp::ErrorStatus tryOpen(QeDbObjectId id, QeDb::OpenMode mode, bool openErased = false);
     void erase(QeDbObjectId id, bool erasing = true);
     void writeText(QeDbObjectId xrecord, const wchar_t* text);
     std::string contentsOf(QeDbObjectId xrecord);
-    /// Everything that the drawing holds.
+    /// Everything that the drawing holds, as text.
     std::string contents() const { return Tests::drawingContents(database); }
-    /// What the named objects dictionary shows: "a b".
+    /// The keys of the named objects dictionary, as "a b".
     std::wstring keys();
 
     QeDbTransactionManager& transactions() { return *database.transactionManager(); }

@@ -13,16 +13,22 @@ protected:
         registerApplication(L"ALPHA");
     }
 
-    Qeapp::ErrorStatus set(const Chain& chain) { return namedObjects(QeDb::kForWrite)->setXData(chain.get()); }
+    /// Sets data of the named objects dictionary: group codes, each followed by its value.
+    template <class... Values>
+    Qeapp::ErrorStatus set(Values... values)
+    {
+        const ResbufChain chain(qeutBuildList(values..., QeRb::kListEnd));
+        return namedObjects(QeDb::kForWrite)->setXData(chain.get());
+    }
 
     std::string get(const wchar_t* application = nullptr)
     {
-        const Chain chain(namedObjects()->xData(application));
+        const ResbufChain chain(namedObjects()->xData(application));
         return textOf(chain.get());
     }
 };
 
-TEST_F(ExtendedData, ObjectWithoutAny_GivesNull)
+TEST_F(ExtendedData, ObjectWithoutExtendedData_ReturnsNull)
 {
     EXPECT_EQ(namedObjects()->xData(), nullptr);
     EXPECT_EQ(namedObjects()->xData(L"KTN"), nullptr);
@@ -30,51 +36,49 @@ TEST_F(ExtendedData, ObjectWithoutAny_GivesNull)
 
 TEST_F(ExtendedData, Data_BeginsWithItsApplication)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"code", 1040, 1.5, QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(1001, L"KTN", 1000, L"code", 1040, 1.5), Qeapp::eOk);
     EXPECT_EQ(get(L"KTN"), "1001:KTN 1000:code 1040:1.5");
 }
 
 TEST_F(ExtendedData, ApplicationNames_IgnoreCase)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"ktn", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
-    EXPECT_EQ(get(L"Ktn"), "1001:KTN 1000:code") << "spelled as it was registered";
+    ASSERT_EQ(set(1001, L"ktn", 1000, L"code"), Qeapp::eOk);
+    EXPECT_EQ(get(L"Ktn"), "1001:KTN 1000:code") << "in the spelling of the registration";
 }
 
-TEST_F(ExtendedData, AllApplications_ComeInNameOrder)
+TEST_F(ExtendedData, DataOfAllApplications_AreOrderedByName)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"k", 1001, L"ALPHA", 1000, L"a", QeRb::kListEnd))),
-              Qeapp::eOk);
+    ASSERT_EQ(set(1001, L"KTN", 1000, L"k", 1001, L"ALPHA", 1000, L"a"), Qeapp::eOk);
     EXPECT_EQ(get(), "1001:ALPHA 1000:a 1001:KTN 1000:k");
 }
 
-TEST_F(ExtendedData, OtherApplicationsData_StaysAsItWas)
+TEST_F(ExtendedData, DataOfAnotherApplication_StayUnchanged)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"ALPHA", 1000, L"a", QeRb::kListEnd))), Qeapp::eOk);
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"k", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(1001, L"ALPHA", 1000, L"a"), Qeapp::eOk);
+    ASSERT_EQ(set(1001, L"KTN", 1000, L"k"), Qeapp::eOk);
     EXPECT_EQ(get(L"ALPHA"), "1001:ALPHA 1000:a");
 }
 
-TEST_F(ExtendedData, NameAlone_RemovesTheData)
+TEST_F(ExtendedData, NameWithoutData_RemovesTheData)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"k", QeRb::kListEnd))), Qeapp::eOk);
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(1001, L"KTN", 1000, L"k"), Qeapp::eOk);
+    ASSERT_EQ(set(1001, L"KTN"), Qeapp::eOk);
     EXPECT_EQ(get(), "");
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"KTN", QeRb::kListEnd))), Qeapp::eOk) << "also when there is none";
+    EXPECT_EQ(set(1001, L"KTN"), Qeapp::eOk) << "also without data";
 }
 
 TEST_F(ExtendedData, UnregisteredApplication_IsRefusedAndNothingChanges)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"old", QeRb::kListEnd))), Qeapp::eOk);
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"new", 1001, L"NOBODY", QeRb::kListEnd))),
-              Qeapp::eRegappNotRegistered);
+    ASSERT_EQ(set(1001, L"KTN", 1000, L"old"), Qeapp::eOk);
+    EXPECT_EQ(set(1001, L"KTN", 1000, L"new", 1001, L"NOBODY"), Qeapp::eRegappNotRegistered);
     EXPECT_EQ(get(), "1001:KTN 1000:old");
 }
 
-TEST_F(ExtendedData, ChainsThatAreNoExtendedData_AreRefused)
+TEST_F(ExtendedData, InvalidChains_AreRefused)
 {
-    EXPECT_EQ(set(Chain()), Qeapp::eInvalidResbuf);
-    EXPECT_EQ(set(Chain(qeutBuildList(1000, L"code", 1001, L"KTN", QeRb::kListEnd))), Qeapp::eInvalidResbuf);
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 300, L"text", QeRb::kListEnd))), Qeapp::eInvalidResbuf);
+    EXPECT_EQ(namedObjects(QeDb::kForWrite)->setXData(nullptr), Qeapp::eInvalidResbuf);
+    EXPECT_EQ(set(1000, L"code", 1001, L"KTN"), Qeapp::eInvalidResbuf);
+    EXPECT_EQ(set(1001, L"KTN", 300, L"text"), Qeapp::eInvalidResbuf);
     EXPECT_EQ(get(), "");
 }
 
@@ -83,13 +87,13 @@ TEST_F(ExtendedData, Chunks_HoldAtMost127Bytes)
     std::array<char, 128> bytes{};
     const QeBinaryChunk longest{127, bytes.data()};
     const QeBinaryChunk tooLong{128, bytes.data()};
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1004, &tooLong, QeRb::kListEnd))), Qeapp::eInvalidResbuf);
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1004, &longest, QeRb::kListEnd))), Qeapp::eOk);
+    EXPECT_EQ(set(1001, L"KTN", 1004, &tooLong), Qeapp::eInvalidResbuf);
+    EXPECT_EQ(set(1001, L"KTN", 1004, &longest), Qeapp::eOk);
 }
 
-TEST_F(ExtendedData, ObjectThatIsNotOpenForWrite_RefusesIt)
+TEST_F(ExtendedData, ObjectThatIsNotOpenForWrite_RefusesData)
 {
-    const Chain chain(qeutBuildList(1001, L"KTN", 1000, L"code", QeRb::kListEnd));
+    const ResbufChain chain(qeutBuildList(1001, L"KTN", 1000, L"code", QeRb::kListEnd));
     EXPECT_EQ(namedObjects()->setXData(chain.get()), Qeapp::eNotOpenForWrite);
     QeDbXrecord homeless;
     EXPECT_EQ(homeless.setXData(chain.get()), Qeapp::eNotInDatabase);
@@ -98,10 +102,10 @@ TEST_F(ExtendedData, ObjectThatIsNotOpenForWrite_RefusesIt)
 TEST_F(ExtendedData, ErasedApplication_HidesItsData)
 {
     const QeDbObjectId application = registerApplication(L"LATER");
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"LATER", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(1001, L"LATER", 1000, L"code"), Qeapp::eOk);
     erase(application);
     EXPECT_EQ(get(), "");
-    EXPECT_EQ(set(Chain(qeutBuildList(1001, L"LATER", QeRb::kListEnd))), Qeapp::eRegappNotRegistered);
+    EXPECT_EQ(set(1001, L"LATER"), Qeapp::eRegappNotRegistered);
     erase(application, false);
     EXPECT_EQ(get(), "1001:LATER 1000:code");
 }
@@ -109,17 +113,17 @@ TEST_F(ExtendedData, ErasedApplication_HidesItsData)
 TEST_F(ExtendedData, RenamedApplication_KeepsItsData)
 {
     const QeDbObjectId application = registerApplication(L"BEFORE");
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"BEFORE", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(1001, L"BEFORE", 1000, L"code"), Qeapp::eOk);
     EXPECT_EQ(open<QeDbRegAppTableRecord>(application, QeDb::kForWrite)->setName(L"AFTER"), Qeapp::eOk);
     EXPECT_EQ(get(L"BEFORE"), "");
     EXPECT_EQ(get(L"AFTER"), "1001:AFTER 1000:code");
 }
 
-TEST_F(ExtendedData, Copy_IsTheCallers)
+TEST_F(ExtendedData, ReturnedChain_IsACopy)
 {
-    ASSERT_EQ(set(Chain(qeutBuildList(1001, L"KTN", 1000, L"code", QeRb::kListEnd))), Qeapp::eOk);
+    ASSERT_EQ(set(1001, L"KTN", 1000, L"code"), Qeapp::eOk);
     {
-        const Chain copy(namedObjects()->xData(L"KTN"));
+        const ResbufChain copy(namedObjects()->xData(L"KTN"));
         copy.get()->rbnext->resval.rstring[0] = L'X';
     }
     EXPECT_EQ(get(L"KTN"), "1001:KTN 1000:code");

@@ -13,19 +13,19 @@ protected:
     }
 };
 
-TEST_F(GeoData, NewDrawing_HasNone)
+TEST_F(GeoData, NewDrawing_HasNoGeoData)
 {
     EXPECT_TRUE(find(Qeapp::eKeyNotFound).isNull());
 }
 
-TEST_F(GeoData, NoDatabase_IsRefused)
+TEST_F(GeoData, NullDatabase_IsRefused)
 {
     QeDbObjectId id = modelSpace();
     EXPECT_EQ(qedbGetGeoDataObjId(nullptr, id), Qeapp::eInvalidInput);
     EXPECT_TRUE(id.isNull());
 }
 
-TEST_F(GeoData, PostedObject_IsTheDrawings)
+TEST_F(GeoData, PostedObject_BelongsToTheDrawing)
 {
     const QeDbObjectId id = addGeoData(L"EPSG:25832");
     EXPECT_EQ(find(Qeapp::eOk), id);
@@ -65,7 +65,7 @@ TEST_F(GeoData, ObjectWithoutABlock_CannotBePosted)
     EXPECT_EQ(geoData.postToDb(id), Qeapp::eNullObjectId);
 }
 
-TEST_F(GeoData, OwnerIsABlockAndNothingElse)
+TEST_F(GeoData, OwnerThatIsNotALiveBlock_IsRefused)
 {
     QeDbGeoData geoData;
     EXPECT_EQ(geoData.setBlockTableRecordId(QeDbObjectId()), Qeapp::eNullObjectId);
@@ -77,7 +77,7 @@ TEST_F(GeoData, OwnerIsABlockAndNothingElse)
     EXPECT_TRUE(geoData.blockTableRecordId().isNull());
 }
 
-TEST_F(GeoData, ErasedObject_MakesRoomForAnother)
+TEST_F(GeoData, ErasedObject_CanBeReplacedByAnother)
 {
     erase(addGeoData());
     EXPECT_TRUE(find(Qeapp::eKeyNotFound).isNull());
@@ -85,7 +85,7 @@ TEST_F(GeoData, ErasedObject_MakesRoomForAnother)
     EXPECT_EQ(find(Qeapp::eOk), second);
 }
 
-TEST_F(GeoData, Text_IsCopiedAndNeverNull)
+TEST_F(GeoData, Text_IsCopiedAndCannotBeNull)
 {
     QeDbGeoData geoData;
     EXPECT_STREQ(geoData.coordinateSystem(), L"");

@@ -12,7 +12,7 @@ namespace {
 using Embedded::FaultInjection;
 using Embedded::ScopedFault;
 
-/// A drawing with one of everything, and objects open that the calls can be made on.
+/// A drawing with objects of every class, some of them open for the calls.
 class HostFault : public DrawingTest {
 protected:
     void SetUp() override
@@ -40,16 +40,16 @@ protected:
     std::unique_ptr<QeDbXrecord> fresh = std::make_unique<QeDbXrecord>();
     std::unique_ptr<QeDbRegAppTableRecord> record = std::make_unique<QeDbRegAppTableRecord>();
     std::unique_ptr<QeDbGeoData> geoData = std::make_unique<QeDbGeoData>();
-    Chain chain{qeutBuildList(300, L"other", QeRb::kListEnd)};
-    Chain applicationData{qeutBuildList(1001, L"KTN", 1000, L"code", QeRb::kListEnd)};
-    Chain noData{qeutBuildList(1001, L"KTN", QeRb::kListEnd)};
+    ResbufChain chain{qeutBuildList(300, L"other", QeRb::kListEnd)};
+    ResbufChain applicationData{qeutBuildList(1001, L"KTN", 1000, L"code", QeRb::kListEnd)};
+    ResbufChain noData{qeutBuildList(1001, L"KTN", QeRb::kListEnd)};
     QeDbObjectId id;
     QeDbObject* object = nullptr;
     QeDbBlockTable* blocks = nullptr;
     resbuf* copy = nullptr;
 };
 
-/// Each would change the drawing, or hand something out, if it were not made to fail.
+/// Each call would change the drawing or return an object if it did not fail.
 std::vector<HostFault::Call> HostFault::statusCalls()
 {
     return {
@@ -80,7 +80,7 @@ std::vector<HostFault::Call> HostFault::statusCalls()
 TEST_F(HostFault, FailingCall_ReturnsTheInjectedCodeAndChangesNothing)
 {
     const auto before = contents();
-    const auto held = Embedded::ResourceCounters::now();
+    const auto resources = Embedded::ResourceCounters::now();
     for (const Call& call : statusCalls()) {
         SCOPED_TRACE(call.name);
         const ScopedFault fault({.call = call.name, .code = 77});
@@ -90,7 +90,7 @@ TEST_F(HostFault, FailingCall_ReturnsTheInjectedCodeAndChangesNothing)
         EXPECT_EQ(object, nullptr);
         EXPECT_EQ(blocks, nullptr);
         EXPECT_EQ(copy, nullptr);
-        EXPECT_EQ(Embedded::ResourceCounters::difference(held, Embedded::ResourceCounters::now()), "");
+        EXPECT_EQ(Embedded::ResourceCounters::difference(resources, Embedded::ResourceCounters::now()), "");
     }
     EXPECT_EQ(contents(), before);
     EXPECT_STREQ(record->getName(), L"NEW");
@@ -109,26 +109,26 @@ TEST_F(HostFault, FailingQuery_ReturnsNull)
 {
     for (const char* call : {"QeDbObject::xData", "QeDbDictionary::newIterator"}) {
         const ScopedFault fault({.call = call, .code = {}});
-        const Chain data(dictionary->xData(L"KTN"));
+        const ResbufChain data(dictionary->xData(L"KTN"));
         const std::unique_ptr<QeDbDictionaryIterator> iterator(dictionary->newIterator());
         EXPECT_EQ(data.get() == nullptr, std::string_view(call) == "QeDbObject::xData");
         EXPECT_EQ(iterator == nullptr, std::string_view(call) == "QeDbDictionary::newIterator");
     }
 }
 
-TEST_F(HostFault, SuccessAsAPlannedCode_GivesSuccessWithoutAnObject)
+TEST_F(HostFault, InjectedSuccess_ReturnsNoObject)
 {
     const ScopedFault fault({.call = "qedbOpenQeDbObject", .code = Qeapp::eOk});
     EXPECT_EQ(qedbOpenQeDbObject(object, modelSpace(), QeDb::kForRead), Qeapp::eOk);
     EXPECT_EQ(object, nullptr);
 }
 
-TEST_F(HostFault, EveryAllocationOfACopy_MayFailWithoutALeak)
+TEST_F(HostFault, FailingAllocationOfACopy_LeaksNothing)
 {
-    const auto held = Embedded::ResourceCounters::now();
+    const auto resources = Embedded::ResourceCounters::now();
     FaultInjection::watch();
     {
-        const Chain whole(dictionary->xData());
+        const ResbufChain whole(dictionary->xData());
         EXPECT_NE(whole.get(), nullptr);
     }
     const std::size_t calls = FaultInjection::seen().size();
@@ -136,11 +136,11 @@ TEST_F(HostFault, EveryAllocationOfACopy_MayFailWithoutALeak)
     for (std::size_t occurrence = 1; occurrence <= calls; ++occurrence) {
         const ScopedFault fault({.call = "", .occurrence = occurrence, .code = {}});
         EXPECT_EQ(dictionary->xData(), nullptr) << occurrence;
-        EXPECT_EQ(Embedded::ResourceCounters::difference(held, Embedded::ResourceCounters::now()), "");
+        EXPECT_EQ(Embedded::ResourceCounters::difference(resources, Embedded::ResourceCounters::now()), "");
     }
 }
 
-TEST_F(HostFault, CallsThatEndSomething_NeverFail)
+TEST_F(HostFault, ClosingCalls_NeverFail)
 {
     const ScopedFault fault({.call = "", .occurrence = 2, .fromThenOn = true, .code = {}});
     ASSERT_NE(transactions().startTransaction(), nullptr);
@@ -150,7 +150,7 @@ TEST_F(HostFault, CallsThatEndSomething_NeverFail)
     EXPECT_EQ(FaultInjection::failedCalls(), 0U);
 }
 
-TEST_F(HostFault, EmptyDrawing_IsMadeWhateverIsArmed)
+TEST_F(HostFault, EmptyDrawing_IsCreatedInSpiteOfFaults)
 {
     const ScopedFault fault({.call = "", .fromThenOn = true, .code = {}});
     QeDbDatabase other;

@@ -44,7 +44,7 @@ TEST_F(Memory, NewBuffer_IsZero)
     EXPECT_EQ(buffer, nullptr);
 }
 
-TEST_F(Memory, BufferOfNoBytes_IsRefused)
+TEST_F(Memory, BufferOfZeroBytes_IsRefused)
 {
     unsigned char* buffer = nullptr;
     EXPECT_EQ(qeutNewBuffer(buffer, 0), Qeapp::eInvalidInput);
@@ -84,7 +84,7 @@ TEST_F(Memory, FullHostHeap_ThrowsFromNew)
     EXPECT_THROW(static_cast<void>(std::make_unique<QeDbXrecord>()), std::bad_alloc);
 }
 
-TEST_F(Memory, FullHostHeap_GivesNullFromNothrowNew)
+TEST_F(Memory, FullHostHeap_ReturnsNullFromNothrowNew)
 {
     const ScopedFault fault({.call = "qeHeapAlloc", .code = {}});
     const std::unique_ptr<QeDbXrecord> object(new (std::nothrow) QeDbXrecord);
@@ -92,7 +92,7 @@ TEST_F(Memory, FullHostHeap_GivesNullFromNothrowNew)
     EXPECT_EQ(ResourceCounters::now()[ResourceKind::detachedObject], 0) << "the constructor must not have run";
 }
 
-TEST_F(Memory, ObjectInNoDatabase_IsCounted)
+TEST_F(Memory, DetachedObject_IsCounted)
 {
     const std::unique_ptr<QeDbXrecord> object(new (std::nothrow) QeDbXrecord);
     EXPECT_NE(object, nullptr);

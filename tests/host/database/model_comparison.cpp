@@ -6,8 +6,8 @@
 namespace Tests {
 namespace {
 
-/// The chain as one list of values for each application.
-std::map<std::wstring, DrawingModel::Values> byApplication(const resbuf* chain)
+/// The values of each application in a chain of extended data.
+std::map<std::wstring, DrawingModel::Values> splitByApplication(const resbuf* chain)
 {
     std::map<std::wstring, DrawingModel::Values> data;
     std::wstring application;
@@ -18,35 +18,34 @@ std::map<std::wstring, DrawingModel::Values> byApplication(const resbuf* chain)
         }
         resbuf single = *chain;
         single.rbnext = nullptr;
-        data[application].push_back(valuesOf(&single).front());
+        data[application].push_back(modelValues(&single).front());
     }
     return data;
 }
 
 } // namespace
 
-/// What is cheap enough to compare after every step.
-bool ModelRun::compareShape()
+bool ModelRun::compareSummary()
 {
     QeDbObjectId geoData;
     const auto status = qedbGetGeoDataObjId(database_.get(), geoData);
     EXPECT_EQ(status == Qeapp::eOk, !geoData.isNull());
-    same_ = same_ && geoData.handle() == model_.geoData() &&
-            database_->transactionManager()->numActiveTransactions() == model_.depth();
-    EXPECT_TRUE(same_) << "GeoData object or number of transactions differ";
-    return same_;
+    agrees_ = agrees_ && geoData.handle() == model_.geoData() &&
+              database_->transactionManager()->numActiveTransactions() == model_.depth();
+    EXPECT_TRUE(agrees_) << "GeoData object or number of transactions differ";
+    return agrees_;
 }
 
 bool ModelRun::compare()
 {
-    EXPECT_EQ(drawingContents(*database_), model_.printed());
+    EXPECT_EQ(drawingContents(*database_), model_.print());
     for (const auto& [number, object] : model_.objects()) {
-        if (same_ && !compareObject(number, object)) {
+        if (agrees_ && !compareObject(number, object)) {
             ADD_FAILURE() << "object " << number << " differs";
-            same_ = false;
+            agrees_ = false;
         }
     }
-    return same_ && !testing::Test::HasFailure();
+    return agrees_ && !testing::Test::HasFailure();
 }
 
 bool ModelRun::compareObject(Number number, const DrawingModel::Object& expected)
@@ -71,9 +70,9 @@ bool ModelRun::compareContents(const QeDbObject& object, const DrawingModel::Obj
     case Kind::dictionary:
         return compareEntries(static_cast<const QeDbDictionary&>(object), object.objectId().handle());
     case Kind::xrecord: {
-        Chain chain;
+        ResbufChain chain;
         return static_cast<const QeDbXrecord&>(object).rbChain(chain.put()) == Qeapp::eOk &&
-               valuesOf(chain.get()) == expected.values;
+               modelValues(chain.get()) == expected.values;
     }
     case Kind::application:
         return static_cast<const QeDbRegAppTableRecord&>(object).getName() == expected.text;
@@ -101,8 +100,8 @@ bool ModelRun::compareExtendedData(const QeDbObject& object, const DrawingModel:
         if (model_.isLive(application))
             data.emplace(model_.objects().at(application).text, values);
     }
-    const Chain chain(object.xData());
-    return byApplication(chain.get()) == data;
+    const ResbufChain chain(object.xData());
+    return splitByApplication(chain.get()) == data;
 }
 
 } // namespace Tests

@@ -1,4 +1,4 @@
-// Saving the drawing of a model run, opening it again, and finding the objects of one that is loaded bit by bit.
+// Saves and reopens the drawing of a model run, and looks up the ids of objects that are not loaded yet.
 #include <algorithm>
 #include <array>
 
@@ -10,49 +10,49 @@
 
 namespace Tests {
 
-/// Whatever is open and whatever transactions are active.
+/// Saves while objects are open and transactions are active.
 void ModelRun::stepSave()
 {
     const Embedded::Expected<void> result = Embedded::saveDrawing(*database_, file_, database_->drawingVersion());
     EXPECT_EQ(errorText(result), "");
-    if (!agree("save", Embedded::hostStatus(result), Qeapp::eOk))
+    if (!expectStatus("save", Embedded::hostStatus(result), Qeapp::eOk))
         return;
-    saved_ = model_.saved();
+    saved_ = model_.savedState();
     const auto other = Embedded::loadDrawing(file_);
     EXPECT_EQ(errorText(other), "");
-    same_ = other.has_value();
-    if (same_)
+    agrees_ = other.has_value();
+    if (agrees_)
         expectSaved(**other);
 }
 
-/// The whole drawing goes elsewhere, and stays what it is.
+/// Saves a copy, which must not change the drawing.
 void ModelRun::stepCopy()
 {
     const auto bytes = Embedded::saveDrawingToBytes(*database_, database_->drawingVersion());
     EXPECT_EQ(errorText(bytes), "");
-    if (!agree("copy", Embedded::hostStatus(bytes), Qeapp::eOk))
+    if (!expectStatus("copy", Embedded::hostStatus(bytes), Qeapp::eOk))
         return;
-    const std::string printed = drawingContents(*loadFromBytes(*bytes));
-    same_ = printed == model_.printed();
-    EXPECT_EQ(printed, model_.printed());
+    const std::string text = drawingContents(*loadFromBytes(*bytes));
+    agrees_ = text == model_.print();
+    EXPECT_EQ(text, model_.print());
 }
 
 void ModelRun::expectSaved(const QeDbDatabase& other)
 {
-    const std::string printed = drawingContents(other);
-    same_ = same_ && printed == saved_.printed();
-    EXPECT_EQ(printed, saved_.printed());
+    const std::string text = drawingContents(other);
+    agrees_ = agrees_ && text == saved_.print();
+    EXPECT_EQ(text, saved_.print());
 }
 
-/// What was not saved is gone.
+/// Discards the unsaved changes.
 void ModelRun::stepReopen()
 {
-    endEverything();
+    closeAll();
     ids_.clear();
     database_.reset();
     model_ = saved_;
     load();
-    agree("reopen", database_ != nullptr ? Qeapp::eOk : Qeapp::eFileDamaged, Qeapp::eOk);
+    expectStatus("reopen", database_ != nullptr ? Qeapp::eOk : Qeapp::eFileDamaged, Qeapp::eOk);
 }
 
 void ModelRun::load()
@@ -64,9 +64,9 @@ void ModelRun::load()
     EXPECT_EQ(errorText(result), "");
     if (result)
         database_ = std::move(*result);
-    same_ = same_ && database_ != nullptr;
-    if (same_)
-        collectRoots();
+    agrees_ = agrees_ && database_ != nullptr;
+    if (agrees_)
+        rememberRootIds();
 }
 
 QeDbObjectId ModelRun::idOf(Number number)
@@ -74,14 +74,14 @@ QeDbObjectId ModelRun::idOf(Number number)
     const auto known = ids_.find(number);
     if (known != ids_.end())
         return known->second;
-    const QeDbObjectId id = askFor(number);
+    const QeDbObjectId id = findId(number);
     EXPECT_EQ(id.handle(), number);
-    same_ = same_ && id.handle() == number;
+    agrees_ = agrees_ && id.handle() == number;
     ids_[number] = id;
     return id;
 }
 
-QeDbObjectId ModelRun::askFor(Number number)
+QeDbObjectId ModelRun::findId(Number number)
 {
     const Number owner = model_.objects().at(number).owner;
     std::wstring key;
@@ -103,15 +103,15 @@ QeDbObjectId ModelRun::askFor(Number number)
     return id;
 }
 
-/// Keeps hold of what is about to leave its dictionary: nobody can ask for it afterwards.
-void ModelRun::meet(Number number)
+/// Looks up the id of an object that is about to be removed, after which it cannot be found any more.
+void ModelRun::rememberId(Number number)
 {
     if (number != 0)
-        static_cast<void>(idOf(number)); // which remembers it
+        static_cast<void>(idOf(number)); // it is kept in ids_
 }
 
-/// What is not found along the owners. No entry of a dictionary is looked at.
-void ModelRun::collectRoots()
+/// Remembers the ids that cannot be found through owners. Loads no dictionary entry.
+void ModelRun::rememberRootIds()
 {
     ids_.clear();
     QeDbDictionary* dictionary = nullptr;

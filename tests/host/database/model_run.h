@@ -1,5 +1,5 @@
-// Random operations made on a drawing and on its model at once; every answer has to be the same. The drawing is open in
-// a file: it is saved there at random moments, and at others let go of and opened again as it was saved.
+// Makes random operations on a drawing and on its model, whose results must agree. The drawing is open in a file. It is
+// saved there at random moments, and at others closed without a save and opened again.
 #pragma once
 
 #include <filesystem>
@@ -17,24 +17,24 @@ namespace Tests {
 
 class ModelRun {
 public:
-    /// `file` is made.
+    /// Creates the file.
     ModelRun(std::uint64_t seed, std::filesystem::path file);
     ~ModelRun();
     ModelRun(const ModelRun&) = delete;
     ModelRun& operator=(const ModelRun&) = delete;
 
-    /// Makes one operation. False, after a failure was reported, when drawing and model differ.
+    /// Makes one operation. Reports a failure and returns false when drawing and model differ.
     bool step();
     /// Compares every object.
     bool compare();
-    /// How often each operation was made and how often it succeeded, by name.
-    const std::map<std::string, std::pair<long, long>>& tally() const { return tally_; }
+    /// How often each operation was made and how often it succeeded, by its name.
+    const std::map<std::string, std::pair<long, long>>& counts() const { return counts_; }
 
 private:
     using Number = DrawingModel::Number;
     using Kind = DrawingModel::Kind;
 
-    /// One open of an object, by this run.
+    /// An object that this run has open.
     struct Open {
         Number number = 0;
         bool write = false;
@@ -43,21 +43,21 @@ private:
 
     std::uint64_t below(std::uint64_t limit) { return random_() % limit; }
     bool chance(std::uint64_t percent) { return below(100) < percent; }
-    std::wstring key() { return std::wstring(1, static_cast<wchar_t>(L'a' + below(6))); }
-    std::wstring applicationName();
-    DrawingModel::Values values(const std::vector<int>& codes);
-    Number anyNumber(Kind kind);
-    Number anyNumber();
+    std::wstring randomKey() { return std::wstring(1, static_cast<wchar_t>(L'a' + below(6))); }
+    std::wstring randomApplicationName();
+    DrawingModel::Values randomValues(const std::vector<int>& codes);
+    Number randomObject(Kind kind);
+    Number randomObject();
 
-    /// Notes the answers to one operation; whether they are the same.
-    bool agree(const char* operation, Qeapp::ErrorStatus actual, Qeapp::ErrorStatus expected);
+    /// Counts the operation and compares its status with that of the model.
+    bool expectStatus(const char* operation, Qeapp::ErrorStatus actual, Qeapp::ErrorStatus expected);
     std::optional<Open> openNew(Number number, bool write, bool openErased);
-    /// An open of the object that there is already, most of the time; otherwise a new one.
-    std::optional<Open> openSome(Number number);
+    /// Mostly returns an existing open of the object, otherwise a new one.
+    std::optional<Open> openOrReuse(Number number);
     void close(const Open& open);
-    void maybeClose(const Open& open);
-    /// Takes note of an object that was created and is open for write.
-    void created(QeDbObject* object);
+    void closeSometimes(const Open& open);
+    /// Registers an object that was just created and is open for write.
+    void addCreated(QeDbObject* object);
 
     void stepOpen();
     void stepClose();
@@ -75,17 +75,18 @@ private:
     void stepCopy();
     void stepReopen();
 
-    /// The object's id. Of one that was not met since the drawing was opened it is asked for along its owners.
+    /// The id of the object, which is looked up through its owners if it is not known yet.
     QeDbObjectId idOf(Number number);
-    QeDbObjectId askFor(Number number);
-    void meet(Number number);
+    QeDbObjectId findId(Number number);
+    void rememberId(Number number);
     void load();
-    /// That the other drawing is what the model says is saved.
+    /// The other drawing must have the saved state of the model.
     void expectSaved(const QeDbDatabase& other);
-    void endEverything();
-    void closeUndone();
-    void collectRoots();
-    bool compareShape();
+    void closeAll();
+    void closeUndoneObjects();
+    void rememberRootIds();
+    /// Compares what is cheap enough to compare after every step.
+    bool compareSummary();
     bool compareObject(Number number, const DrawingModel::Object& expected);
     bool compareContents(const QeDbObject& object, const DrawingModel::Object& expected);
     bool compareEntries(const QeDbDictionary& dictionary, Number number);
@@ -94,12 +95,12 @@ private:
     std::mt19937_64 random_;
     std::filesystem::path file_;
     DrawingModel model_;
-    DrawingModel saved_; // what is in the file
+    DrawingModel saved_; // the state in the file
     std::unique_ptr<QeDbDatabase> database_;
-    std::map<Number, QeDbObjectId> ids_; // of the objects that were met since the drawing was opened
+    std::map<Number, QeDbObjectId> ids_; // the ids that are known since the drawing was opened
     std::vector<Open> opens_;
-    std::map<std::string, std::pair<long, long>> tally_;
-    bool same_ = true;
+    std::map<std::string, std::pair<long, long>> counts_;
+    bool agrees_ = true;
 };
 
 } // namespace Tests

@@ -43,7 +43,7 @@ int numberOf(const resbuf& item)
 
 } // namespace
 
-resbuf* chainOf(const DrawingModel::Values& values)
+resbuf* newChain(const DrawingModel::Values& values)
 {
     resbuf* first = nullptr;
     for (auto value = values.rbegin(); value != values.rend(); ++value) {
@@ -54,7 +54,7 @@ resbuf* chainOf(const DrawingModel::Values& values)
     return first;
 }
 
-DrawingModel::Values valuesOf(const resbuf* chain)
+DrawingModel::Values modelValues(const resbuf* chain)
 {
     DrawingModel::Values values;
     for (; chain != nullptr; chain = chain->rbnext)

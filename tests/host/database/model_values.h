@@ -1,4 +1,4 @@
-// The values of the drawing model as resbufs, and back.
+// Converts values of the drawing model to resbufs and back.
 #pragma once
 
 #include "host/database/drawing_model.h"
@@ -6,11 +6,11 @@
 
 namespace Tests {
 
-inline constexpr double kModelScale = 8; // of reals; exact in binary
+inline constexpr double kModelScale = 8; // of reals; a power of two, so that they are exact
 
-/// A new chain; each value is made from its number in the way of its group code.
-resbuf* chainOf(const DrawingModel::Values& values);
-/// The numbers that the values of the chain were made from.
-DrawingModel::Values valuesOf(const resbuf* chain);
+/// A new chain. The group code decides how a value is made from its number.
+resbuf* newChain(const DrawingModel::Values& values);
+/// The group codes and numbers that the chain was made from.
+DrawingModel::Values modelValues(const resbuf* chain);
 
 } // namespace Tests

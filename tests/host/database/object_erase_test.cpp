@@ -5,7 +5,7 @@ namespace {
 
 class ObjectErase : public DrawingTest {};
 
-TEST_F(ObjectErase, ErasedObject_IsRefusedUnlessAskedFor)
+TEST_F(ObjectErase, ErasedObject_IsOpenedOnlyOnRequest)
 {
     const QeDbObjectId id = addXrecord(L"key");
     erase(id);
@@ -13,7 +13,7 @@ TEST_F(ObjectErase, ErasedObject_IsRefusedUnlessAskedFor)
     EXPECT_TRUE(open(id, QeDb::kForRead, true)->isErased());
 }
 
-TEST_F(ObjectErase, ErasedEntry_IsNotShownByItsDictionary)
+TEST_F(ObjectErase, ErasedEntry_IsHiddenByItsDictionary)
 {
     const QeDbObjectId id = addXrecord(L"key");
     erase(id);
@@ -34,7 +34,7 @@ TEST_F(ObjectErase, UnerasedEntry_IsRestored)
     EXPECT_EQ(contentsOf(id), "300:text");
 }
 
-TEST_F(ObjectErase, EraseTwice_IsOnce)
+TEST_F(ObjectErase, SecondErase_ChangesNothing)
 {
     const QeDbObjectId id = addXrecord(L"key");
     erase(id);
@@ -43,7 +43,7 @@ TEST_F(ObjectErase, EraseTwice_IsOnce)
     EXPECT_EQ(tryOpen(id, QeDb::kForRead), Qeapp::eOk);
 }
 
-TEST_F(ObjectErase, UnerasedEntryWhoseKeyIsInUse_StaysOut)
+TEST_F(ObjectErase, UnerasedEntryWhoseKeyIsInUse_StaysDetached)
 {
     const QeDbObjectId first = addXrecord(L"key", L"first");
     erase(first);
@@ -63,7 +63,7 @@ TEST_F(ObjectErase, RootsAndModelSpace_CannotBeErased)
         EXPECT_EQ(open(root, QeDb::kForWrite)->erase(), Qeapp::eNotApplicable);
 }
 
-TEST_F(ObjectErase, ErasedApplication_CannotComeBackBesideItsNamesake)
+TEST_F(ObjectErase, ErasedApplication_CannotBeUnerasedWhenItsNameIsInUse)
 {
     const QeDbObjectId first = registerApplication(L"APP");
     erase(first);
@@ -72,7 +72,7 @@ TEST_F(ObjectErase, ErasedApplication_CannotComeBackBesideItsNamesake)
     EXPECT_EQ(tryOpen(first, QeDb::kForRead), Qeapp::eObjectErased);
 }
 
-TEST_F(ObjectErase, ErasedGeoData_CannotComeBackBesideAnother)
+TEST_F(ObjectErase, ErasedGeoData_CannotBeUnerasedWhenAnotherExists)
 {
     const QeDbObjectId first = addGeoData();
     erase(first);

@@ -12,21 +12,21 @@ protected:
     QeDbObjectId xrecord = addXrecord(L"key");
 };
 
-TEST_F(ObjectOpen, ManyReaders_OpenTheSameObject)
+TEST_F(ObjectOpen, Readers_ShareOneObject)
 {
     const auto first = open(xrecord);
     const auto second = open(xrecord);
     EXPECT_EQ(first.get(), second.get());
 }
 
-TEST_F(ObjectOpen, WriterKeepsEveryoneElseOut)
+TEST_F(ObjectOpen, ObjectOpenForWrite_CannotBeOpenedAgain)
 {
     const auto writer = open(xrecord, QeDb::kForWrite);
     EXPECT_EQ(tryOpen(xrecord, QeDb::kForRead), Qeapp::eOpenForWrite);
     EXPECT_EQ(tryOpen(xrecord, QeDb::kForWrite), Qeapp::eOpenForWrite);
 }
 
-TEST_F(ObjectOpen, ReaderKeepsWritersOut)
+TEST_F(ObjectOpen, ObjectOpenForRead_CannotBeOpenedForWrite)
 {
     const auto reader = open(xrecord);
     EXPECT_EQ(tryOpen(xrecord, QeDb::kForWrite), Qeapp::eOpenForRead);
@@ -83,7 +83,7 @@ TEST_F(ObjectOpen, Writer_CannotUpgradeAgain)
     EXPECT_EQ(open(xrecord, QeDb::kForWrite)->upgradeOpen(), Qeapp::eOpenForWrite);
 }
 
-TEST_F(ObjectOpen, DowngradedWriter_LetsReadersIn)
+TEST_F(ObjectOpen, DowngradedWriter_AllowsReaders)
 {
     const auto writer = open(xrecord, QeDb::kForWrite);
     EXPECT_EQ(writer->downgradeOpen(), Qeapp::eOk);
@@ -123,7 +123,7 @@ TEST_F(ObjectOpen, WriteThroughAReader_IsRefused)
     EXPECT_EQ(contentsOf(xrecord), "300:text");
 }
 
-TEST_F(ObjectOpen, NewObject_BelongsToWhoeverMadeIt)
+TEST_F(ObjectOpen, NewObject_BelongsToItsCreator)
 {
     const auto object = std::make_unique<QeDbXrecord>();
     EXPECT_TRUE(object->objectId().isNull());
@@ -136,7 +136,7 @@ TEST_F(ObjectOpen, NewObject_BelongsToWhoeverMadeIt)
     EXPECT_EQ(object->erase(), Qeapp::eNotInDatabase);
 }
 
-TEST_F(ObjectOpen, ResidentObject_KnowsItsDatabaseAndOwner)
+TEST_F(ObjectOpen, ResidentObject_ReturnsItsDatabaseAndOwner)
 {
     const auto reader = open(xrecord);
     EXPECT_EQ(reader->objectId(), xrecord);
@@ -144,20 +144,20 @@ TEST_F(ObjectOpen, ResidentObject_KnowsItsDatabaseAndOwner)
     EXPECT_EQ(reader->ownerId(), namedObjects()->objectId());
 }
 
-TEST_F(ObjectOpen, Handles_AreNumbersOfTheDrawing)
+TEST_F(ObjectOpen, Handles_AreConsecutiveNumbers)
 {
     EXPECT_EQ(QeDbObjectId().handle(), 0U);
     EXPECT_EQ(addXrecord(L"other").handle(), xrecord.handle() + 1);
 }
 
-TEST_F(ObjectOpen, DeletedInsteadOfClosed_IsUnknownAfterwards)
+TEST_F(ObjectOpen, ObjectDeletedWhileOpen_IsUnknownAfterwards)
 {
     QeDbObject* writer = nullptr;
     ASSERT_EQ(qedbOpenQeDbObject(writer, xrecord, QeDb::kForWrite), Qeapp::eOk);
-    delete writer; // a client's mistake, which must not take the drawing with it
+    delete writer; // a client's mistake, which must not damage the drawing
     EXPECT_EQ(tryOpen(xrecord, QeDb::kForRead), Qeapp::eUnknownObjectId);
     EXPECT_FALSE(namedObjects()->has(L"key"));
-    ResourceCounters::remove(ResourceKind::openObject); // the open that was never ended
+    ResourceCounters::remove(ResourceKind::openObject); // the object was never closed
 }
 
 TEST_F(ObjectOpen, DrawingClosedWithObjectsOpen_ReleasesThemAndKeepsTheCount)
@@ -170,7 +170,7 @@ TEST_F(ObjectOpen, DrawingClosedWithObjectsOpen_ReleasesThemAndKeepsTheCount)
         ASSERT_NE(other.transactionManager()->startTransaction(), nullptr);
     }
     EXPECT_EQ(ResourceCounters::now()[ResourceKind::openObject], before + 1)
-        << "what a client forgets must stay visible";
+        << "the counters must show what a client forgot to close";
     ResourceCounters::remove(ResourceKind::openObject);
     ResourceCounters::remove(ResourceKind::transaction);
 }

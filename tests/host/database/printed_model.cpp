@@ -1,4 +1,4 @@
-// The drawing model in the form in which the host prints a drawing, written down a second time.
+// Prints the drawing model in the form in which the host prints a drawing, without using the code of the host.
 #include <charconv>
 #include <cstdio>
 #include <sstream>
@@ -18,19 +18,19 @@ std::string hex(Number number)
     return text.str();
 }
 
-/// The texts of the model need no escape.
+/// The texts of the model need no escapes.
 std::string quoted(const std::wstring& text)
 {
     return '"' + std::string(text.begin(), text.end()) + '"';
 }
 
-std::string printedReal(double real)
+std::string printReal(double real)
 {
     char digits[32];
     return {digits, std::to_chars(digits, digits + sizeof digits, real).ptr};
 }
 
-std::string printedValue(int code, int number)
+std::string printValue(int code, int number)
 {
     switch (qeutValueKind(code)) {
     case QeRb::ValueKind::string:
@@ -45,17 +45,17 @@ std::string printedValue(int code, int number)
         return text;
     }
     case QeRb::ValueKind::real:
-        return printedReal(number / kModelScale);
+        return printReal(number / kModelScale);
     default:
         return std::to_string(number);
     }
 }
 
-std::string printedValues(const std::string& field, const DrawingModel::Values& values)
+std::string printValues(const std::string& field, const DrawingModel::Values& values)
 {
     std::string text;
     for (const auto& [code, number] : values)
-        text += "  " + field + " " + std::to_string(code) + " " + printedValue(code, number) + "\n";
+        text += "  " + field + " " + std::to_string(code) + " " + printValue(code, number) + "\n";
     return text;
 }
 
@@ -81,14 +81,14 @@ std::string className(DrawingModel::Kind kind, Number number)
 
 } // namespace
 
-std::string DrawingModel::printed(Number number) const
+std::string DrawingModel::print(Number number) const
 {
     const Object& object = objects_.at(number);
     std::string text = "object " + hex(number) + " " + className(object.kind, number);
     text += object.owner != 0 ? " of " + hex(object.owner) + "\n" : "\n";
     for (const auto& [key, entry] : object.entries)
         text += "  entry " + quoted(key) + " " + hex(entry) + "\n";
-    text += printedValues("value", object.values);
+    text += printValues("value", object.values);
     if (object.kind == Kind::application)
         text += "  name " + quoted(object.text) + "\n";
     if (object.kind == Kind::geoData)
@@ -103,17 +103,17 @@ std::string DrawingModel::printed(Number number) const
     }
     for (const auto& [name, record] : applications()) {
         if (const auto data = object.extendedData.find(record); data != object.extendedData.end())
-            text += printedValues("extended data of " + quoted(objects_.at(record).text), data->second);
+            text += printValues("extended data of " + quoted(objects_.at(record).text), data->second);
     }
     return text;
 }
 
-std::string DrawingModel::printed() const
+std::string DrawingModel::print() const
 {
-    const DrawingModel kept = saved();
+    const DrawingModel state = savedState();
     std::string text = "drawing version 33\nnext handle " + hex(nextNumber_) + "\n";
-    for (const auto& [number, object] : kept.objects_)
-        text += kept.printed(number);
+    for (const auto& [number, object] : state.objects_)
+        text += state.print(number);
     return text;
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 class Resbuf : public PlatformTest {};
 
-TEST_F(Resbuf, GroupCodes_SelectTheirKindOfValue)
+TEST_F(Resbuf, GroupCode_DeterminesTheKindOfValue)
 {
     using QeRb::ValueKind;
     const std::array<std::pair<int, ValueKind>, 19> cases = {{
@@ -40,7 +40,7 @@ TEST_F(Resbuf, GroupCodes_SelectTheirKindOfValue)
 TEST_F(Resbuf, NewResbuf_IsZero)
 {
     for (const int code : {300, 310, 1040, 1070, 1071}) {
-        const Chain item(qeutNewRb(code));
+        const ResbufChain item(qeutNewRb(code));
         ASSERT_NE(item.get(), nullptr);
         EXPECT_EQ(item.get()->restype, code);
         EXPECT_EQ(item.get()->rbnext, nullptr);
@@ -53,7 +53,7 @@ TEST_F(Resbuf, NewResbuf_IsZero)
     }
 }
 
-TEST_F(Resbuf, UnknownGroupCode_GivesNone)
+TEST_F(Resbuf, UnknownGroupCode_ReturnsNull)
 {
     EXPECT_EQ(qeutNewRb(1), nullptr);
     EXPECT_EQ(qeutNewRb(QeRb::kListEnd), nullptr);
@@ -65,18 +65,18 @@ TEST_F(Resbuf, BuiltList_HoldsCopiesOfItsArguments)
     std::array<char, 3> bytes = {'\x00', '\x7f', '\xff'};
     const QeBinaryChunk chunk{3, bytes.data()};
     wchar_t text[] = L"text";
-    const Chain list(qeutBuildList(300, text, 310, &chunk, 1040, 2.5, 1070, -3, 1071, 70000, QeRb::kListEnd));
+    const ResbufChain list(qeutBuildList(300, text, 310, &chunk, 1040, 2.5, 1070, -3, 1071, 70000, QeRb::kListEnd));
     bytes.fill('\x11');
     text[0] = L'X';
     EXPECT_EQ(textOf(list.get()), "300:text 310:007fff 1040:2.5 1070:-3 1071:70000");
 }
 
-TEST_F(Resbuf, ListOfNothing_IsNull)
+TEST_F(Resbuf, EmptyList_IsNull)
 {
     EXPECT_EQ(qeutBuildList(QeRb::kListEnd), nullptr);
 }
 
-TEST_F(Resbuf, ListWithAnUnknownCodeOrANullText_LeavesNothing)
+TEST_F(Resbuf, InvalidArguments_GiveNoList)
 {
     EXPECT_EQ(qeutBuildList(300, L"text", 42, 1, QeRb::kListEnd), nullptr);
     EXPECT_EQ(qeutBuildList(1071, 1, 300, static_cast<const wchar_t*>(nullptr), QeRb::kListEnd), nullptr);
@@ -84,7 +84,7 @@ TEST_F(Resbuf, ListWithAnUnknownCodeOrANullText_LeavesNothing)
     EXPECT_EQ(qeutBuildList(1070, 32768, QeRb::kListEnd), nullptr);
 }
 
-TEST_F(Resbuf, EveryAllocationOfAList_MayFailWithoutALeak)
+TEST_F(Resbuf, FailingAllocationOfAList_LeaksNothing)
 {
     for (const char* call : {"qeutNewRb", "qeapp_malloc"}) {
         for (std::size_t occurrence = 1; occurrence <= 2; ++occurrence) {
@@ -95,13 +95,13 @@ TEST_F(Resbuf, EveryAllocationOfAList_MayFailWithoutALeak)
     }
 }
 
-TEST_F(Resbuf, Copy_IsAsLongAsTheOriginal)
+TEST_F(Resbuf, Copy_EqualsTheOriginal)
 {
     std::array<char, 2> bytes = {'\x01', '\x02'};
     const QeBinaryChunk chunk{2, bytes.data()};
     const QeBinaryChunk empty{0, nullptr};
-    const Chain list(qeutBuildList(1002, L"{", 310, &chunk, 310, &empty, 1002, L"}", QeRb::kListEnd));
-    const Chain copy(qeutCopyRb(list.get()));
+    const ResbufChain list(qeutBuildList(1002, L"{", 310, &chunk, 310, &empty, 1002, L"}", QeRb::kListEnd));
+    const ResbufChain copy(qeutCopyRb(list.get()));
     EXPECT_EQ(textOf(copy.get()), "1002:{ 310:0102 310: 1002:}");
     EXPECT_NE(copy.get(), list.get());
 }
@@ -111,13 +111,13 @@ TEST_F(Resbuf, CopyOfNull_IsNull)
     EXPECT_EQ(qeutCopyRb(nullptr), nullptr);
 }
 
-TEST_F(Resbuf, Chain_CanHoldWhatItsMakerAllocated)
+TEST_F(Resbuf, Chain_ReleasesMemoryThatItsCreatorAllocated)
 {
     resbuf* item = qeutNewRb(QeRb::kBinaryChunk);
     ASSERT_NE(item, nullptr);
     item->resval.rbinary.buf = static_cast<char*>(qeapp_malloc(4));
     item->resval.rbinary.clen = 4;
-    qeutRelRb(item); // the fixture sees a block that is left
+    qeutRelRb(item); // the fixture finds memory that is not released
 }
 
 TEST_F(Resbuf, LongChain_IsReleasedWithoutRecursion)

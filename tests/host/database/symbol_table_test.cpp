@@ -14,7 +14,7 @@ TEST_F(SymbolTable, NewDrawing_HasModelSpaceAndNoApplications)
     EXPECT_STREQ(open<QeDbBlockTableRecord>(id)->getName(), L"*Model_Space");
 }
 
-TEST_F(SymbolTable, AddedRecord_IsFoundWhateverItsCase)
+TEST_F(SymbolTable, AddedRecord_IsFoundInAnyCase)
 {
     const QeDbObjectId added = registerApplication(L"Ktn_Projection");
     QeDbObjectId id;
@@ -75,7 +75,7 @@ TEST_F(SymbolTable, Names_AreNeverNullOrEmpty)
     EXPECT_STREQ(record.getName(), L"");
 }
 
-TEST_F(SymbolTable, RenamedRecord_IsFoundUnderItsNewNameOnly)
+TEST_F(SymbolTable, RenamedRecord_IsFoundOnlyUnderItsNewName)
 {
     const QeDbObjectId id = registerApplication(L"OLD");
     EXPECT_EQ(open<QeDbRegAppTableRecord>(id, QeDb::kForWrite)->setName(L"NEW"), Qeapp::eOk);
@@ -83,7 +83,7 @@ TEST_F(SymbolTable, RenamedRecord_IsFoundUnderItsNewNameOnly)
     EXPECT_TRUE(regAppTable()->has(L"NEW"));
 }
 
-TEST_F(SymbolTable, RenameToAnothersName_IsRefused)
+TEST_F(SymbolTable, RenameToAnExistingName_IsRefused)
 {
     registerApplication(L"TAKEN");
     const auto record = open<QeDbRegAppTableRecord>(registerApplication(L"MINE"), QeDb::kForWrite);
@@ -103,7 +103,7 @@ TEST_F(SymbolTable, ModelSpace_KeepsItsName)
     EXPECT_EQ(open<QeDbBlockTableRecord>(modelSpace(), QeDb::kForWrite)->setName(L"other"), Qeapp::eNotApplicable);
 }
 
-TEST_F(SymbolTable, ErasedRecord_MakesRoomForItsName)
+TEST_F(SymbolTable, NameOfAnErasedRecord_CanBeUsedAgain)
 {
     erase(registerApplication(L"KTN"));
     EXPECT_FALSE(regAppTable()->has(L"KTN"));
@@ -111,7 +111,7 @@ TEST_F(SymbolTable, ErasedRecord_MakesRoomForItsName)
     EXPECT_TRUE(regAppTable()->has(L"KTN"));
 }
 
-TEST_F(SymbolTable, ModelSpaceOfNoDatabase_IsNull)
+TEST_F(SymbolTable, ModelSpaceOfANullDatabase_IsNull)
 {
     QeDbObjectId id = modelSpace();
     EXPECT_EQ(qedbSymUtil()->blockModelSpaceId(nullptr, id), Qeapp::eInvalidInput);

@@ -7,14 +7,14 @@ namespace {
 
 class Transaction : public DrawingTest {};
 
-TEST_F(Transaction, EndOrAbortOfNone_IsRefused)
+TEST_F(Transaction, EndOrAbortWithoutATransaction_IsRefused)
 {
     EXPECT_EQ(transactions().endTransaction(), Qeapp::eNoTransaction);
     EXPECT_EQ(transactions().abortTransaction(), Qeapp::eNoTransaction);
     EXPECT_EQ(transactions().numActiveTransactions(), 0);
 }
 
-TEST_F(Transaction, ActiveOnes_AreCounted)
+TEST_F(Transaction, ActiveTransactions_AreCounted)
 {
     using Embedded::ResourceCounters;
     begin();
@@ -45,7 +45,7 @@ TEST_F(Transaction, AbortedWrite_IsUndone)
     EXPECT_EQ(contentsOf(id), "300:before");
 }
 
-TEST_F(Transaction, WriteByWhoeverOpenedBeforeItsStart_IsUndoneToo)
+TEST_F(Transaction, AbortedWriteThroughAnEarlierOpen_IsUndone)
 {
     const QeDbObjectId id = addGeoData(L"before");
     const auto writer = open<QeDbGeoData>(id, QeDb::kForWrite);
@@ -57,7 +57,7 @@ TEST_F(Transaction, WriteByWhoeverOpenedBeforeItsStart_IsUndoneToo)
     EXPECT_EQ(writer->setCoordinateSystem(L"later"), Qeapp::eOk) << "and the object is still open";
 }
 
-TEST_F(Transaction, AbortedCreation_IsErasedForGood)
+TEST_F(Transaction, AbortedCreation_CannotBeUnerased)
 {
     begin();
     const QeDbObjectId id = addXrecord(L"key");
@@ -87,7 +87,7 @@ TEST_F(Transaction, AbortedErasure_IsUndone)
     EXPECT_EQ(tryOpen(id, QeDb::kForRead), Qeapp::eOk);
 }
 
-TEST_F(Transaction, AbortedReplacement_BringsTheOldEntryBack)
+TEST_F(Transaction, AbortedReplacement_RestoresTheOldEntry)
 {
     const QeDbObjectId first = addXrecord(L"key", L"first");
     begin();
@@ -100,7 +100,7 @@ TEST_F(Transaction, AbortedReplacement_BringsTheOldEntryBack)
     EXPECT_EQ(open(first)->ownerId(), namedObjects()->objectId());
 }
 
-TEST_F(Transaction, AbortedRemoval_BringsTheEntryBack)
+TEST_F(Transaction, AbortedRemoval_RestoresTheEntry)
 {
     const QeDbObjectId id = addXrecord(L"key");
     begin();
@@ -114,16 +114,16 @@ TEST_F(Transaction, AbortedRegistration_IsUndone)
 {
     begin();
     registerApplication(L"KTN");
-    const Chain chain(qeutBuildList(1001, L"KTN", 1000, L"code", QeRb::kListEnd));
+    const ResbufChain chain(qeutBuildList(1001, L"KTN", 1000, L"code", QeRb::kListEnd));
     EXPECT_EQ(namedObjects(QeDb::kForWrite)->setXData(chain.get()), Qeapp::eOk);
     abort();
     EXPECT_FALSE(regAppTable()->has(L"KTN"));
     EXPECT_EQ(namedObjects()->xData(), nullptr);
     registerApplication(L"KTN");
-    EXPECT_EQ(namedObjects()->xData(), nullptr) << "the old data does not come back with the name";
+    EXPECT_EQ(namedObjects()->xData(), nullptr) << "registering the name again does not restore the data";
 }
 
-TEST_F(Transaction, AbortedGeoData_MakesRoomForAnother)
+TEST_F(Transaction, AbortedGeoData_CanBePostedAgain)
 {
     begin();
     addGeoData();
@@ -134,7 +134,7 @@ TEST_F(Transaction, AbortedGeoData_MakesRoomForAnother)
     EXPECT_EQ(qedbGetGeoDataObjId(&database, id), Qeapp::eOk);
 }
 
-TEST_F(Transaction, AbortOfTheInnerOne_KeepsTheOuterOnesWork)
+TEST_F(Transaction, AbortOfTheInnerTransaction_KeepsChangesOfTheOuter)
 {
     const QeDbObjectId id = addXrecord(L"key", L"before");
     begin();
@@ -147,7 +147,7 @@ TEST_F(Transaction, AbortOfTheInnerOne_KeepsTheOuterOnesWork)
     EXPECT_EQ(contentsOf(id), "300:outer");
 }
 
-TEST_F(Transaction, AbortOfTheOuterOne_UndoesWhatTheInnerOneKept)
+TEST_F(Transaction, AbortOfTheOuterTransaction_UndoesCommittedChangesOfTheInner)
 {
     const QeDbObjectId id = addXrecord(L"key", L"before");
     begin();
@@ -160,7 +160,7 @@ TEST_F(Transaction, AbortOfTheOuterOne_UndoesWhatTheInnerOneKept)
     EXPECT_EQ(tryOpen(created, QeDb::kForRead, true), Qeapp::eObjectErased);
 }
 
-TEST_F(Transaction, CreatedOutsideAndWrittenInside_GoesBackToTheOutsideOnly)
+TEST_F(Transaction, AbortOfTheInnerTransaction_KeepsAnObjectOfTheOuter)
 {
     begin();
     const QeDbObjectId id = addXrecord(L"key", L"outer");
@@ -172,7 +172,7 @@ TEST_F(Transaction, CreatedOutsideAndWrittenInside_GoesBackToTheOutsideOnly)
     EXPECT_EQ(keys(), L"");
 }
 
-TEST_F(Transaction, AbortedDrawing_EqualsWhatItWas)
+TEST_F(Transaction, AbortedDrawing_EqualsItsFormerState)
 {
     registerApplication(L"KTN");
     const QeDbObjectId nested = addDictionary(L"nested");
@@ -210,7 +210,7 @@ TEST_F(Transaction, FailingEnd_LeavesTheTransactionActive)
     EXPECT_EQ(contentsOf(id), "300:before");
 }
 
-TEST_F(Transaction, Drawings_AreUndoneEachForItself)
+TEST_F(Transaction, Transaction_ConcernsOneDrawingOnly)
 {
     QeDbDatabase other;
     begin();

@@ -1,4 +1,4 @@
-// Objects that have left the drawing: they stay for as long as someone could still ask for them, and no longer.
+// An object that was removed from the drawing exists for as long as a client can still reach it.
 #include "embedded/diagnostics/resource_counters.h"
 #include "embedded/host/database/database.h"
 #include "host/database/drawing_test.h"
@@ -8,25 +8,25 @@ namespace {
 
 class UnreachableObject : public DrawingTest {
 protected:
-    /// How many objects more there are than in an empty drawing, in whatever state.
-    long objects() const { return static_cast<long>(database.imp().objectRecords.size()) - inEmptyDrawing_; }
-    void replace(const wchar_t* key) { static_cast<void>(addXrecord(key, L"another")); } // whose id is not wanted
+    /// The number of objects, erased and removed ones included, beyond those of an empty drawing.
+    long countObjects() const { return static_cast<long>(database.imp().objectRecords.size()) - inEmptyDrawing_; }
+    void replace(const wchar_t* key) { static_cast<void>(addXrecord(key, L"another")); } // the id would keep it
     void remove(const wchar_t* key) { EXPECT_EQ(namedObjects(QeDb::kForWrite)->remove(key), Qeapp::eOk); }
 
 private:
     long inEmptyDrawing_ = static_cast<long>(database.imp().objectRecords.size());
 };
 
-TEST_F(UnreachableObject, ReplacedOrRemovedWithoutAnId_IsDestroyed)
+TEST_F(UnreachableObject, ReplacedOrRemovedObjectWithoutAnId_IsDestroyed)
 {
     replace(L"key");
     replace(L"key");
-    EXPECT_EQ(objects(), 1);
+    EXPECT_EQ(countObjects(), 1);
     remove(L"key");
-    EXPECT_EQ(objects(), 0);
+    EXPECT_EQ(countObjects(), 0);
 }
 
-TEST_F(UnreachableObject, WithAnId_StaysUntilTheIdEnds)
+TEST_F(UnreachableObject, RemovedObjectWithAnId_ExistsUntilTheIdIsDestroyed)
 {
     {
         const QeDbObjectId removed = addXrecord(L"key", L"removed");
@@ -34,45 +34,45 @@ TEST_F(UnreachableObject, WithAnId_StaysUntilTheIdEnds)
         remove(L"key");
         copy.setNull();
         EXPECT_EQ(contentsOf(removed), "300:removed");
-        EXPECT_EQ(objects(), 1);
+        EXPECT_EQ(countObjects(), 1);
     }
-    EXPECT_EQ(objects(), 0);
+    EXPECT_EQ(countObjects(), 0);
 }
 
-TEST_F(UnreachableObject, ReplacedOneWithAnId_CanStillBeUnerased)
+TEST_F(UnreachableObject, ReplacedObjectWithAnId_CanBeUnerased)
 {
     const QeDbObjectId replaced = addXrecord(L"key", L"replaced");
     replace(L"key");
     erase(replaced, false);
     EXPECT_EQ(contentsOf(replaced), "300:replaced");
-    EXPECT_EQ(objects(), 2);
+    EXPECT_EQ(countObjects(), 2);
 }
 
-TEST_F(UnreachableObject, WhileOpen_Stays)
+TEST_F(UnreachableObject, RemovedObject_ExistsWhileItIsOpen)
 {
     QeDbObjectId id = addXrecord(L"key", L"removed");
     auto object = open<QeDbXrecord>(id);
     id.setNull();
     remove(L"key");
-    EXPECT_EQ(objects(), 1);
+    EXPECT_EQ(countObjects(), 1);
     EXPECT_FALSE(object->isErased());
     object.close();
-    EXPECT_EQ(objects(), 0);
+    EXPECT_EQ(countObjects(), 0);
 }
 
-TEST_F(UnreachableObject, OfATransaction_StaysUntilTheLastOneEnds)
+TEST_F(UnreachableObject, ObjectRemovedInATransaction_ExistsUntilTheOutermostEnds)
 {
     replace(L"key");
     begin();
     begin();
     remove(L"key");
     commit();
-    EXPECT_EQ(objects(), 1);
+    EXPECT_EQ(countObjects(), 1);
     commit();
-    EXPECT_EQ(objects(), 0);
+    EXPECT_EQ(countObjects(), 0);
 }
 
-TEST_F(UnreachableObject, OfAnAbortedTransaction_IsRestored)
+TEST_F(UnreachableObject, ObjectRemovedInAnAbortedTransaction_IsRestored)
 {
     replace(L"key");
     begin();
@@ -80,22 +80,22 @@ TEST_F(UnreachableObject, OfAnAbortedTransaction_IsRestored)
     replace(L"key");
     abort();
     EXPECT_EQ(keys(), L"key");
-    EXPECT_EQ(objects(), 1);
+    EXPECT_EQ(countObjects(), 1);
 }
 
-TEST_F(UnreachableObject, WhoseIdIsDestroyedInATransaction_StaysUntilTheTransactionEnds)
+TEST_F(UnreachableObject, ObjectWhoseIdIsDestroyedInATransaction_ExistsUntilTheTransactionEnds)
 {
     QeDbObjectId id = addXrecord(L"key");
     remove(L"key");
     begin();
     erase(id);
     id.setNull();
-    EXPECT_EQ(objects(), 1);
+    EXPECT_EQ(countObjects(), 1);
     abort();
-    EXPECT_EQ(objects(), 0);
+    EXPECT_EQ(countObjects(), 0);
 }
 
-TEST_F(UnreachableObject, WhoseCreationWasUndone_IsDestroyedOnceItIsClosed)
+TEST_F(UnreachableObject, ObjectWhoseCreationIsUndone_IsDestroyedWhenItIsClosed)
 {
     begin();
     QeDbObjectId nested = addDictionary(L"nested");
@@ -104,40 +104,40 @@ TEST_F(UnreachableObject, WhoseCreationWasUndone_IsDestroyedOnceItIsClosed)
     addGeoData();
     auto inner = open<QeDbDictionary>(nested);
     abort();
-    EXPECT_EQ(objects(), 1);
+    EXPECT_EQ(countObjects(), 1);
     EXPECT_TRUE(inner->ownerId().isNull());
     inner.close();
     EXPECT_EQ(tryOpen(nested, QeDb::kForRead, true), Qeapp::eObjectErased);
     nested.setNull();
-    EXPECT_EQ(objects(), 0);
+    EXPECT_EQ(countObjects(), 0);
 }
 
-TEST_F(UnreachableObject, ADictionary_IsDestroyedWithItsEntries)
+TEST_F(UnreachableObject, RemovedDictionary_IsDestroyedWithItsEntries)
 {
     addXrecord(addDictionary(L"nested"), L"inner");
     addXrecord(addDictionary(L"nested"), L"inner");
-    EXPECT_EQ(objects(), 2);
+    EXPECT_EQ(countObjects(), 2);
     remove(L"nested");
-    EXPECT_EQ(objects(), 0);
+    EXPECT_EQ(countObjects(), 0);
 }
 
-TEST_F(UnreachableObject, ADictionary_StaysWhileAnEntryIsReachable)
+TEST_F(UnreachableObject, RemovedDictionary_ExistsWhileAnEntryIsReachable)
 {
     QeDbObjectId inner = addXrecord(addDictionary(L"nested"), L"inner");
     remove(L"nested");
-    EXPECT_EQ(objects(), 2);
+    EXPECT_EQ(countObjects(), 2);
     EXPECT_TRUE(open<QeDbDictionary>(open(inner)->ownerId())->has(L"inner"));
     inner.setNull();
-    EXPECT_EQ(objects(), 0);
+    EXPECT_EQ(countObjects(), 0);
 }
 
-TEST_F(UnreachableObject, ErasedEntries_Stay)
+TEST_F(UnreachableObject, ErasedEntry_IsNotDestroyed)
 {
     erase(addXrecord(L"key"));
-    EXPECT_EQ(objects(), 1);
+    EXPECT_EQ(countObjects(), 1);
 }
 
-TEST_F(UnreachableObject, AnIterator_KeepsItsObjects)
+TEST_F(UnreachableObject, Iterator_KeepsItsObjectsReachable)
 {
     addXrecord(L"a", L"first");
     addXrecord(L"b", L"second");
@@ -149,7 +149,7 @@ TEST_F(UnreachableObject, AnIterator_KeepsItsObjects)
     EXPECT_EQ(contentsOf(entry->objectId()), "300:second");
 }
 
-TEST_F(UnreachableObject, AnId_OutlivesItsDrawing)
+TEST_F(UnreachableObject, Id_IsUsableAfterItsDrawing)
 {
     QeDbObjectId id;
     {
@@ -161,7 +161,7 @@ TEST_F(UnreachableObject, AnId_OutlivesItsDrawing)
     EXPECT_EQ(tryOpen(copy, QeDb::kForRead), Qeapp::eUnknownObjectId);
 }
 
-/// Opens the erased object and closes it again, and so is the last one to have it.
+/// Opens the erased object and closes it again, which releases the last use of it.
 class Visitor final : public QeDbObjectReactor {
 public:
     void erased(const QeDbObject* object, bool /*erasing*/) override
@@ -176,7 +176,7 @@ public:
     int visits = 0;
 };
 
-TEST_F(UnreachableObject, NotifiesItsReactorsBeforeItIsDestroyed)
+TEST_F(UnreachableObject, ReplacedObject_NotifiesItsReactorsBeforeItIsDestroyed)
 {
     Visitor first;
     Visitor second;
@@ -188,10 +188,10 @@ TEST_F(UnreachableObject, NotifiesItsReactorsBeforeItIsDestroyed)
     replace(L"key");
     EXPECT_EQ(first.visits, 1);
     EXPECT_EQ(second.visits, 1);
-    EXPECT_EQ(objects(), 1);
+    EXPECT_EQ(countObjects(), 1);
 }
 
-TEST_F(UnreachableObject, WithReactors_IsDestroyedWithoutThem)
+TEST_F(UnreachableObject, DestroyedObject_LeavesItsReactorsAlive)
 {
     const Embedded::ResourceCounts before = Embedded::ResourceCounters::now();
     QeDbObjectReactor reactor;

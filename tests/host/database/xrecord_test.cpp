@@ -11,48 +11,48 @@ class Xrecord : public DrawingTest {};
 TEST_F(Xrecord, NewRecord_IsEmpty)
 {
     const QeDbXrecord record;
-    Chain chain;
+    ResbufChain chain;
     EXPECT_EQ(record.rbChain(chain.put()), Qeapp::eOk);
     EXPECT_EQ(chain.get(), nullptr);
 }
 
-TEST_F(Xrecord, Chain_ComesBackWhole)
+TEST_F(Xrecord, Chain_IsReturnedComplete)
 {
     std::array<char, 3> bytes = {'\x0a', '\x0b', '\x0c'};
     const QeBinaryChunk chunk{3, bytes.data()};
-    const Chain chain(qeutBuildList(1071, 1, 1002, L"{", 310, &chunk, 1002, L"}", 300, L"", QeRb::kListEnd));
+    const ResbufChain chain(qeutBuildList(1071, 1, 1002, L"{", 310, &chunk, 1002, L"}", 300, L"", QeRb::kListEnd));
     QeDbXrecord record;
     ASSERT_EQ(record.setFromRbChain(chain.get()), Qeapp::eOk);
-    Chain back;
+    ResbufChain back;
     ASSERT_EQ(record.rbChain(back.put()), Qeapp::eOk);
     EXPECT_EQ(textOf(back.get()), "1071:1 1002:{ 310:0a0b0c 1002:} 300:");
     EXPECT_NE(back.get(), chain.get());
 }
 
-TEST_F(Xrecord, LongestChunk_ComesBackWhole)
+TEST_F(Xrecord, LongestChunk_IsReturnedComplete)
 {
     std::string bytes(static_cast<std::size_t>(std::numeric_limits<short>::max()), '\x5a');
     const QeBinaryChunk chunk{std::numeric_limits<short>::max(), bytes.data()};
-    const Chain chain(qeutBuildList(310, &chunk, QeRb::kListEnd));
+    const ResbufChain chain(qeutBuildList(310, &chunk, QeRb::kListEnd));
     QeDbXrecord record;
     ASSERT_EQ(record.setFromRbChain(chain.get()), Qeapp::eOk);
-    Chain back;
+    ResbufChain back;
     ASSERT_EQ(record.rbChain(back.put()), Qeapp::eOk);
     ASSERT_EQ(back.get()->resval.rbinary.clen, std::numeric_limits<short>::max());
     EXPECT_EQ(std::string(back.get()->resval.rbinary.buf, bytes.size()), bytes);
 }
 
-TEST_F(Xrecord, NullText_IsKeptAsAnEmptyOne)
+TEST_F(Xrecord, NullText_IsStoredAsEmptyText)
 {
-    const Chain chain(qeutNewRb(300));
+    const ResbufChain chain(qeutNewRb(300));
     QeDbXrecord record;
     ASSERT_EQ(record.setFromRbChain(chain.get()), Qeapp::eOk);
-    Chain back;
+    ResbufChain back;
     ASSERT_EQ(record.rbChain(back.put()), Qeapp::eOk);
     EXPECT_STREQ(back.get()->resval.rstring, L"");
 }
 
-TEST_F(Xrecord, NullChain_EmptiesTheRecord)
+TEST_F(Xrecord, NullChain_ClearsTheRecord)
 {
     const QeDbObjectId id = addXrecord(L"key");
     EXPECT_EQ(open<QeDbXrecord>(id, QeDb::kForWrite)->setFromRbChain(nullptr, &database), Qeapp::eOk);
@@ -66,7 +66,7 @@ TEST_F(Xrecord, UnknownGroupCode_IsRefusedAndNothingChanges)
     resbuf foreign{};
     foreign.restype = 90;
     EXPECT_EQ(record->setFromRbChain(&foreign), Qeapp::eInvalidResbuf);
-    Chain chain;
+    ResbufChain chain;
     EXPECT_EQ(record->rbChain(chain.put()), Qeapp::eOk);
     EXPECT_EQ(textOf(chain.get()), "300:text");
 }
@@ -86,7 +86,7 @@ TEST_F(Xrecord, AnotherDatabase_IsRefused)
 {
     const QeDbObjectId id = addXrecord(L"key");
     QeDbDatabase other;
-    Chain chain;
+    ResbufChain chain;
     const auto record = open<QeDbXrecord>(id, QeDb::kForWrite);
     EXPECT_EQ(record->setFromRbChain(nullptr, &other), Qeapp::eWrongDatabase);
     EXPECT_EQ(record->rbChain(chain.put(), &other), Qeapp::eWrongDatabase);
@@ -98,14 +98,14 @@ TEST_F(Xrecord, ClosedRecord_ReturnsNothing)
     auto record = open<QeDbXrecord>(addXrecord(L"key"));
     QeDbXrecord* closed = record.get();
     record.close();
-    Chain chain;
+    ResbufChain chain;
     EXPECT_EQ(closed->rbChain(chain.put()), Qeapp::eNotOpenForRead);
     EXPECT_EQ(chain.get(), nullptr);
 }
 
-TEST_F(Xrecord, Iterator_ShowsTheGroupCodesInOrder)
+TEST_F(Xrecord, Iterator_ReturnsTheGroupCodesInOrder)
 {
-    const Chain chain(qeutBuildList(1071, 1, 300, L"x", QeRb::kListEnd));
+    const ResbufChain chain(qeutBuildList(1071, 1, 300, L"x", QeRb::kListEnd));
     QeDbXrecord record;
     ASSERT_EQ(record.setFromRbChain(chain.get()), Qeapp::eOk);
     QeDbXrecordIterator iterator(&record);
@@ -118,7 +118,7 @@ TEST_F(Xrecord, Iterator_ShowsTheGroupCodesInOrder)
     EXPECT_EQ(iterator.curResType(), -1);
 }
 
-TEST_F(Xrecord, IteratorOverNothing_IsDone)
+TEST_F(Xrecord, IteratorOverAnEmptyRecord_IsDone)
 {
     const QeDbXrecord record;
     EXPECT_TRUE(QeDbXrecordIterator(&record).done());

@@ -1,4 +1,4 @@
-// Two openings of one file in one process: what each may do while the other has it.
+// Two connections of one process to one file, and what each may do while the other exists.
 #include <chrono>
 #include <optional>
 
@@ -9,33 +9,18 @@ namespace {
 
 class FileAccess : public DrawingFileTest {
 protected:
-    FileAccess() { given(GivenDrawing().withXrecord({{300, L"old"}}, L"key")); }
+    FileAccess() { writeDrawing(GivenDrawing().withXrecord({{300, L"old"}}, L"key")); }
 
-    /// Another program's change, from opening to saving.
-    void changeElsewhere(const std::wstring& text)
+    /// Opens, changes and saves the file through a connection of its own.
+    void changeThroughAnotherConnection(const std::wstring& text)
     {
-        Drawing drawing(loaded(DrawingAccess::changing));
+        Drawing drawing(loadFile(DrawingAccess::changing));
         drawing.withXrecord({{300, text}}, L"key");
         ASSERT_EQ(outcome(save(*drawing.database())), "0");
     }
-    std::string locked() const
+    /// The items of the xrecord. Unlike Drawing::xrecord this does not take the database over.
+    static std::optional<Items> readXrecord(const Database& database)
     {
-        return refusal(Qeapp::eFileLocked, "another process is using it and did not release it in time");
-    }
-    std::string changed() const
-    {
-        return refusal(Qeapp::eFileChanged, "was changed by another program since it was opened; open it again");
-    }
-    std::string tryToLoad(DrawingAccess access, int milliseconds = 0) const
-    {
-        Database database;
-        const std::string found = outcome(load(file, database, access, milliseconds));
-        EXPECT_EQ(database != nullptr, found == "0");
-        return found;
-    }
-    static std::optional<Items> keyIn(const Database& database)
-    {
-        // As Drawing::xrecord, without taking the drawing.
         QeDbDictionary* dictionary = nullptr;
         if (database->getNamedObjectsDictionary(dictionary, QeDb::kForRead) != Qeapp::eOk)
             return std::nullopt;
@@ -51,136 +36,136 @@ protected:
     }
 };
 
-TEST_F(FileAccess, OneWhoChanges_KeepsOthersFromChangingAndNotFromReading)
+TEST_F(FileAccess, DrawingOpenForChanging_CanBeReadButNotOpenedForChangingAgain)
 {
-    const Database changing = loaded(DrawingAccess::changing);
-    EXPECT_EQ(tryToLoad(DrawingAccess::changing), locked());
-    EXPECT_EQ(tryToLoad(DrawingAccess::reading), "0");
-    EXPECT_EQ(tryToLoad(DrawingAccess::sharing), "0");
-    EXPECT_EQ(keyIn(loaded()), (Items{{300, L"old"}}));
+    const Database changing = loadFile(DrawingAccess::changing);
+    EXPECT_EQ(tryToLoad(file, DrawingAccess::changing), lockedRefusal());
+    EXPECT_EQ(tryToLoad(file, DrawingAccess::reading), "0");
+    EXPECT_EQ(tryToLoad(file, DrawingAccess::sharing), "0");
+    EXPECT_EQ(readXrecord(loadFile()), (Items{{300, L"old"}}));
 }
 
-TEST_F(FileAccess, OneWhoReads_KeepsNobodyFromOpening)
+TEST_F(FileAccess, DrawingOpenForReading_CanBeOpenedForReadingAndChanging)
 {
-    const Database reading = loaded(DrawingAccess::reading);
-    EXPECT_EQ(tryToLoad(DrawingAccess::reading), "0");
-    EXPECT_EQ(tryToLoad(DrawingAccess::changing), "0");
+    const Database reading = loadFile(DrawingAccess::reading);
+    EXPECT_EQ(tryToLoad(file, DrawingAccess::reading), "0");
+    EXPECT_EQ(tryToLoad(file, DrawingAccess::changing), "0");
 }
 
-TEST_F(FileAccess, OneWhoShares_KeepsNobodyFromSaving)
+TEST_F(FileAccess, DrawingOpenForSharing_CanBeSavedByAnother)
 {
-    const Database sharing = loaded(DrawingAccess::sharing);
-    changeElsewhere(L"new");
-    EXPECT_EQ(keyIn(loaded()), (Items{{300, L"new"}}));
+    const Database sharing = loadFile(DrawingAccess::sharing);
+    changeThroughAnotherConnection(L"new");
+    EXPECT_EQ(readXrecord(loadFile()), (Items{{300, L"new"}}));
 }
 
-TEST_F(FileAccess, OneWhoReads_IsWaitedForBySaves)
+TEST_F(FileAccess, DrawingOpenForReading_DelaysASave)
 {
-    Database reading = loaded(DrawingAccess::reading);
-    Drawing drawing(loaded(DrawingAccess::changing));
+    Database reading = loadFile(DrawingAccess::reading);
+    Drawing drawing(loadFile(DrawingAccess::changing));
     drawing.withXrecord({{300, L"new"}}, L"key");
-    EXPECT_EQ(outcome(save(*drawing.database())), locked());
-    EXPECT_EQ(keyIn(reading), (Items{{300, L"old"}}));
+    EXPECT_EQ(outcome(save(*drawing.database())), lockedRefusal());
+    EXPECT_EQ(readXrecord(reading), (Items{{300, L"old"}}));
     reading.reset();
     EXPECT_EQ(outcome(save(*drawing.database())), "0");
-    EXPECT_EQ(keyIn(loaded()), (Items{{300, L"new"}}));
+    EXPECT_EQ(readXrecord(loadFile()), (Items{{300, L"new"}}));
 }
 
-TEST_F(FileAccess, ASave_EndsTheLock)
+TEST_F(FileAccess, Save_ReleasesTheLock)
 {
-    Drawing first(loaded(DrawingAccess::changing));
+    Drawing first(loadFile(DrawingAccess::changing));
     first.withXrecord({{300, L"first"}}, L"key");
     ASSERT_EQ(outcome(save(*first.database())), "0");
-    EXPECT_EQ(tryToLoad(DrawingAccess::changing), "0");
+    EXPECT_EQ(tryToLoad(file, DrawingAccess::changing), "0");
     first.withXrecord({{300, L"again"}}, L"key");
-    EXPECT_EQ(outcome(save(*first.database())), "0") << "from the same opening";
-    EXPECT_EQ(keyIn(loaded()), (Items{{300, L"again"}}));
+    EXPECT_EQ(outcome(save(*first.database())), "0") << "through the same connection";
+    EXPECT_EQ(readXrecord(loadFile()), (Items{{300, L"again"}}));
 }
 
-TEST_F(FileAccess, AFileThatChanged_IsReportedToAnEarlierOpening)
+TEST_F(FileAccess, ChangedFile_CannotBeReadThroughAnEarlierOpening)
 {
-    const Database sharing = loaded(DrawingAccess::sharing);
-    changeElsewhere(L"new");
-    EXPECT_EQ(keyIn(sharing), std::nullopt);
-    EXPECT_EQ(outcome(Embedded::loadingResult(*sharing)), changed());
-    EXPECT_EQ(outcome(save(*sharing)), changed());
-    EXPECT_EQ(keyIn(loaded()), (Items{{300, L"new"}}));
+    const Database sharing = loadFile(DrawingAccess::sharing);
+    changeThroughAnotherConnection(L"new");
+    EXPECT_EQ(readXrecord(sharing), std::nullopt);
+    EXPECT_EQ(outcome(Embedded::loadingResult(*sharing)), changedRefusal());
+    EXPECT_EQ(outcome(save(*sharing)), changedRefusal());
+    EXPECT_EQ(readXrecord(loadFile()), (Items{{300, L"new"}}));
 }
 
-TEST_F(FileAccess, AFileThatChanged_IsNotSavedOverFromAnEarlierOpening)
+TEST_F(FileAccess, ChangedFile_IsNotOverwrittenFromAnEarlierOpening)
 {
-    const Database sharing = loaded(DrawingAccess::sharing);
-    Drawing drawing(loaded(DrawingAccess::sharing));
+    const Database sharing = loadFile(DrawingAccess::sharing);
+    Drawing drawing(loadFile(DrawingAccess::sharing));
     drawing.withXrecord({{300, L"mine"}}, L"key");
-    changeElsewhere(L"theirs");
-    EXPECT_EQ(outcome(save(*drawing.database())), changed());
-    EXPECT_EQ(keyIn(loaded()), (Items{{300, L"theirs"}}));
+    changeThroughAnotherConnection(L"theirs");
+    EXPECT_EQ(outcome(save(*drawing.database())), changedRefusal());
+    EXPECT_EQ(readXrecord(loadFile()), (Items{{300, L"theirs"}}));
 }
 
-TEST_F(FileAccess, AFileThatChanged_IsNotCopiedFromAnEarlierOpening)
+TEST_F(FileAccess, ChangedFile_CannotBeCopiedFromAnEarlierOpening)
 {
-    const Database sharing = loaded(DrawingAccess::sharing);
-    changeElsewhere(L"theirs");
-    EXPECT_EQ(outcome(Embedded::saveDrawingToBytes(*sharing, sharing->drawingVersion())), changed());
-    const auto other = folder.path() / "b.qedb";
-    EXPECT_EQ(outcome(Embedded::saveDrawing(*sharing, other, sharing->drawingVersion())), changed());
+    const Database sharing = loadFile(DrawingAccess::sharing);
+    changeThroughAnotherConnection(L"theirs");
+    EXPECT_EQ(outcome(Embedded::saveDrawingToBytes(*sharing, sharing->drawingVersion())), changedRefusal());
+    const auto copy = folder.path() / "b.qedb";
+    EXPECT_EQ(outcome(Embedded::saveDrawing(*sharing, copy, sharing->drawingVersion())), changedRefusal());
     EXPECT_EQ(folder.names(), std::set<std::string>{"a.qedb"});
 }
 
-TEST_F(FileAccess, OneWhoReads_SeesTheFileAsItWasWhileAnotherWaitsToCommit)
+TEST_F(FileAccess, DrawingOpenForReading_StaysTheSameWhileAnotherWaitsToCommit)
 {
-    const Database reading = loaded(DrawingAccess::reading);
+    const Database reading = loadFile(DrawingAccess::reading);
     {
-        Drawing drawing(loaded(DrawingAccess::changing));
+        Drawing drawing(loadFile(DrawingAccess::changing));
         drawing.withXrecord({{300, L"new"}}, L"key");
-        EXPECT_EQ(outcome(save(*drawing.database())), locked());
+        EXPECT_EQ(outcome(save(*drawing.database())), lockedRefusal());
     }
-    EXPECT_EQ(keyIn(reading), (Items{{300, L"old"}}));
-    EXPECT_EQ(tryToLoad(DrawingAccess::changing), "0") << "the failed save has let go";
+    EXPECT_EQ(readXrecord(reading), (Items{{300, L"old"}}));
+    EXPECT_EQ(tryToLoad(file, DrawingAccess::changing), "0") << "the failed save has released its lock";
 }
 
-TEST_F(FileAccess, AWait_IsReportedAndEndsAfterItsTime)
+TEST_F(FileAccess, WaitForALock_IsReportedAndTimesOut)
 {
-    const Database changing = loaded(DrawingAccess::changing);
-    int told = 0;
-    LockWait wait = waitOf(40);
+    const Database changing = loadFile(DrawingAccess::changing);
+    int reports = 0;
+    LockWait wait = lockWait(40);
     wait.onPause = [&](std::chrono::milliseconds waited) {
-        ++told;
+        ++reports;
         EXPECT_LT(waited.count(), 40);
     };
     const auto began = std::chrono::steady_clock::now();
-    EXPECT_EQ(outcome(Embedded::loadDrawing(file, DrawingAccess::changing, wait)), locked());
+    EXPECT_EQ(outcome(Embedded::loadDrawing(file, DrawingAccess::changing, wait)), lockedRefusal());
     EXPECT_GE(std::chrono::steady_clock::now() - began, std::chrono::milliseconds(40));
-    EXPECT_GT(told, 1);
+    EXPECT_GT(reports, 1);
 }
 
-TEST_F(FileAccess, NoWait_AsksOnce)
+TEST_F(FileAccess, WaitOfZero_TriesOnce)
 {
-    const Database changing = loaded(DrawingAccess::changing);
-    LockWait wait = waitOf(0);
+    const Database changing = loadFile(DrawingAccess::changing);
+    LockWait wait = lockWait(0);
     wait.onPause = [](std::chrono::milliseconds) { ADD_FAILURE() << "waited"; };
-    EXPECT_EQ(outcome(Embedded::loadDrawing(file, DrawingAccess::changing, wait)), locked());
+    EXPECT_EQ(outcome(Embedded::loadDrawing(file, DrawingAccess::changing, wait)), lockedRefusal());
 }
 
-TEST_F(FileAccess, AWait_CanBeEndedByItsListener)
+TEST_F(FileAccess, WaitForALock_SucceedsWhenTheCallbackReleasesTheLock)
 {
-    Database changing = loaded(DrawingAccess::changing);
-    LockWait wait = waitOf(10'000);
+    Database changing = loadFile(DrawingAccess::changing);
+    LockWait wait = lockWait(10'000);
     wait.onPause = [&](std::chrono::milliseconds) { changing.reset(); };
     EXPECT_EQ(outcome(Embedded::loadDrawing(file, DrawingAccess::changing, wait)), "0");
 }
 
-TEST_F(FileAccess, ACopyFromAnOpeningThatHoldsTheLock_IsTheWholeDrawing)
+TEST_F(FileAccess, CopyOfALockedDrawing_HasTheWholeDrawingAndKeepsTheLock)
 {
-    Drawing drawing(loaded(DrawingAccess::changing));
+    Drawing drawing(loadFile(DrawingAccess::changing));
     drawing.withXrecord({{300, L"new"}}, L"other");
     EXPECT_EQ(drawingContents(*loadFromBytes(saveToBytes(*drawing.database()))), drawing.contents());
-    const auto other = folder.path() / "b.qedb";
-    EXPECT_EQ(outcome(Embedded::saveDrawing(*drawing.database(), other, QeDb::kCurrentDwg)), "0");
-    EXPECT_EQ(keyIn(loaded()), (Items{{300, L"old"}}));
-    EXPECT_EQ(tryToLoad(DrawingAccess::changing), locked()) << "it is still open for changing";
+    const auto copy = folder.path() / "b.qedb";
+    EXPECT_EQ(outcome(Embedded::saveDrawing(*drawing.database(), copy, QeDb::kCurrentDwg)), "0");
+    EXPECT_EQ(readXrecord(loadFile()), (Items{{300, L"old"}}));
+    EXPECT_EQ(tryToLoad(file, DrawingAccess::changing), lockedRefusal()) << "it is still open for changing";
     EXPECT_EQ(outcome(save(*drawing.database())), "0");
-    EXPECT_EQ(inFile(), drawing.contents());
+    EXPECT_EQ(fileContents(), drawing.contents());
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Checking all of a drawing file, and saving what can be read of a damaged one.
+// Checks whole drawing files, and salvages what can be read of damaged ones.
 #include <algorithm>
 #include <vector>
 
@@ -16,13 +16,13 @@ protected:
         Drawing drawing;
         drawing.withLegacyCode(L"EPSG:25832").withXrecord({{300, L"text"}, {1040, 2.5}, {310, Bytes{1}}}, L"values");
         drawing.withDictionary(L"dictionary").withGeoData(L"geodata");
-        given(drawing); // 5: application, 6: values, 7: dictionary, 8: GeoData
+        writeDrawing(drawing); // 5: application, 6: values, 7: dictionary, 8: GeoData
     }
 
-    /// "place: message" of each fault; what stopped the check where it could not be made.
+    /// Each fault as "place: message"; the outcome of the check if it could not be made.
     std::vector<std::string> faults() const
     {
-        const Expected<Embedded::DrawingFaults> found = Embedded::checkDrawing(file, waitOf(0));
+        const Expected<Embedded::DrawingFaults> found = Embedded::checkDrawing(file, lockWait(0));
         if (!found)
             return {outcome(found)};
         std::vector<std::string> texts;
@@ -31,33 +31,29 @@ protected:
         EXPECT_EQ(found->count, found->reported.size());
         return texts;
     }
-    /// The faults after a change whose checksums fit; the file is not changed by looking for them.
+    /// The faults after a change with valid checksums. The check must not change the file.
     std::vector<std::string> faultsAfter(const std::string& sql) const
     {
         changeBySql(file, sql);
         const std::string before = readFile(file);
-        std::vector<std::string> found = faults();
+        std::vector<std::string> result = faults();
         EXPECT_TRUE(readFile(file) == before);
-        return found;
+        return result;
     }
     static bool contains(const std::vector<std::string>& texts, const std::string& text)
     {
         return std::ranges::find(texts, text) != texts.end();
     }
-    Embedded::Salvage salvaged() const
+    /// Salvages the file. The result must be sound.
+    Embedded::Salvage salvage() const
     {
-        Expected<Embedded::Salvage> salvage = Embedded::salvageDrawing(file, out, waitOf(0));
-        EXPECT_EQ(outcome(salvage), "0");
-        const Expected<Embedded::DrawingFaults> left = Embedded::checkDrawing(out, waitOf(0));
-        EXPECT_EQ(outcome(left), "0");
-        EXPECT_EQ(left->count, 0U) << left->reported.front().place << ": " << left->reported.front().message;
-        return std::move(salvage).value();
-    }
-    std::string contentsOfFile(const std::filesystem::path& path) const
-    {
-        Database database;
-        EXPECT_EQ(outcome(load(path, database)), "0");
-        return drawingContents(*database);
+        Expected<Embedded::Salvage> result = Embedded::salvageDrawing(file, out, lockWait(0));
+        EXPECT_EQ(outcome(result), "0");
+        const Expected<Embedded::DrawingFaults> remaining = Embedded::checkDrawing(out, lockWait(0));
+        EXPECT_EQ(outcome(remaining), "0");
+        EXPECT_EQ(remaining->count, 0U) << remaining->reported.front().place << ": "
+                                        << remaining->reported.front().message;
+        return std::move(result).value();
     }
 
     std::filesystem::path out = folder.path() / "out.qedb";
@@ -65,12 +61,12 @@ protected:
 
 using Texts = std::vector<std::string>;
 
-TEST_F(CheckedDrawing, Sound_HasNoFault)
+TEST_F(CheckedDrawing, SoundDrawing_HasNoFault)
 {
     EXPECT_EQ(faults(), Texts());
 }
 
-TEST_F(CheckedDrawing, EveryFlippedBitIsFound)
+TEST_F(CheckedDrawing, FlippedBit_IsFound)
 {
     const std::string sound = readFile(file);
     std::string damaged = sound;
@@ -85,7 +81,7 @@ TEST_F(CheckedDrawing, EveryFlippedBitIsFound)
     EXPECT_GT(tried, 20U);
 }
 
-TEST_F(CheckedDrawing, FileOfAWrongSizeIsFound)
+TEST_F(CheckedDrawing, FileOfAWrongSize_IsFound)
 {
     const std::string sound = readFile(file);
     for (const std::string& bytes :
@@ -95,8 +91,7 @@ TEST_F(CheckedDrawing, FileOfAWrongSizeIsFound)
     }
 }
 
-/// Rows that are well-formed, and wrong.
-TEST_F(CheckedDrawing, RowsThatDoNotFitTogetherAreFound)
+TEST_F(CheckedDrawing, InconsistentRows_AreFound)
 {
     const std::string sound = readFile(file);
     const std::pair<const char*, const char*> changes[] = {
@@ -135,97 +130,97 @@ TEST_F(CheckedDrawing, RowsThatDoNotFitTogetherAreFound)
     }
 }
 
-TEST_F(CheckedDrawing, WrongDigestsAreFound)
+TEST_F(CheckedDrawing, WrongDigest_IsFound)
 {
     DrawingSql(file).run("DELETE FROM resbufs WHERE position = 2");
     sealFile(file);
     EXPECT_TRUE(contains(faults(), "object 6: has more or fewer values than were written"));
 }
 
-TEST_F(CheckedDrawing, OtherThanADrawing_IsNotChecked)
+TEST_F(CheckedDrawing, FileThatIsNotADrawing_IsRefused)
 {
-    writeFile(file, "no drawing");
+    writeFile(file, "not a drawing");
     EXPECT_EQ(faults(), Texts{refusal(Qeapp::eFileDamaged, "not a drawing file: it is not an SQLite database")});
 }
 
-TEST_F(CheckedDrawing, SalvageOfASoundDrawing_IsTheSameDrawing)
+TEST_F(CheckedDrawing, SalvageOfASoundDrawing_GivesTheSameDrawing)
 {
-    const std::string before = inFile();
-    const Embedded::Salvage salvage = salvaged();
-    EXPECT_EQ(salvage.objects, 8U);
-    EXPECT_TRUE(salvage.lost.empty());
+    const std::string before = fileContents();
+    const Embedded::Salvage salvaged = salvage();
+    EXPECT_EQ(salvaged.objects, 8U);
+    EXPECT_TRUE(salvaged.lost.empty());
     EXPECT_EQ(contentsOfFile(out), before);
 }
 
-TEST_F(CheckedDrawing, SalvageSaysWhatIsLostAndKeepsTheRest)
+TEST_F(CheckedDrawing, Salvage_ReportsTheLostObjectAndKeepsTheRest)
 {
     DrawingSql(file).run("UPDATE resbufs SET value = 2.25 WHERE object = 6 AND position = 1");
     const std::string before = readFile(file);
-    const Embedded::Salvage salvage = salvaged();
-    ASSERT_EQ(salvage.lost.size(), 1U);
-    EXPECT_EQ(salvage.lost[0].handle, 6U);
-    EXPECT_EQ(salvage.lost[0].className, "QeDbXrecord");
-    EXPECT_EQ(salvage.lost[0].reason, "table resbufs: the row of 6 is not as it was written");
+    const Embedded::Salvage salvaged = salvage();
+    ASSERT_EQ(salvaged.lost.size(), 1U);
+    EXPECT_EQ(salvaged.lost[0].handle, 6U);
+    EXPECT_EQ(salvaged.lost[0].className, "QeDbXrecord");
+    EXPECT_EQ(salvaged.lost[0].reason, "table resbufs: the row of 6 is not as it was written");
     EXPECT_EQ(countOccurrences(contentsOfFile(out), "\nobject "), 7);
     EXPECT_EQ(countOccurrences(contentsOfFile(out), "coordinate system \"geodata\""), 1);
     EXPECT_TRUE(readFile(file) == before);
 }
 
-TEST_F(CheckedDrawing, SalvageKeepsWhatHasLostItsOwner)
+TEST_F(CheckedDrawing, Salvage_KeepsAnObjectWithoutItsOwner)
 {
     changeBySql(file,
                 "UPDATE objects SET owner = 7 WHERE handle = 6; UPDATE entries SET dictionary = 7 WHERE object = 6");
     DrawingSql(file).run("UPDATE objects SET checksum = checksum + 1 WHERE handle = 7");
-    const Embedded::Salvage salvage = salvaged();
-    ASSERT_EQ(salvage.lost.size(), 1U);
-    EXPECT_EQ(salvage.lost[0].handle, 7U);
+    const Embedded::Salvage salvaged = salvage();
+    ASSERT_EQ(salvaged.lost.size(), 1U);
+    EXPECT_EQ(salvaged.lost[0].handle, 7U);
     const std::string contents = contentsOfFile(out);
     EXPECT_EQ(countOccurrences(contents, "  entry \"SALVAGED\" "), 1) << contents;
     EXPECT_EQ(countOccurrences(contents, "  entry \"6\" 6\n"), 1) << contents;
     EXPECT_EQ(countOccurrences(contents, "  value 300 \"text\"\n"), 1) << contents;
 }
 
-TEST_F(CheckedDrawing, SalvageBreaksACycle)
+TEST_F(CheckedDrawing, Salvage_BreaksACycleOfOwners)
 {
     changeBySql(file,
                 "UPDATE objects SET owner = 7 WHERE handle = 7; UPDATE entries SET dictionary = 7 WHERE object = 7");
-    const Embedded::Salvage salvage = salvaged();
-    EXPECT_TRUE(salvage.lost.empty());
+    const Embedded::Salvage salvaged = salvage();
+    EXPECT_TRUE(salvaged.lost.empty());
     EXPECT_EQ(countOccurrences(contentsOfFile(out), "  entry \"7\" 7\n"), 1);
 }
 
-TEST_F(CheckedDrawing, SalvageKeepsWhatHasAKeyThatIsNoText)
+TEST_F(CheckedDrawing, Salvage_KeepsAnObjectWithAKeyThatIsNotText)
 {
     for (const char* const key : {"7", "''", "x'FFFE41'"}) {
         SCOPED_TRACE(key);
         changeBySql(file, std::string("UPDATE entries SET key = ") + key + " WHERE object = 6");
         std::filesystem::remove(out);
-        const Embedded::Salvage salvage = salvaged();
-        EXPECT_TRUE(salvage.lost.empty());
+        const Embedded::Salvage salvaged = salvage();
+        EXPECT_TRUE(salvaged.lost.empty());
         EXPECT_EQ(countOccurrences(contentsOfFile(out), "  entry \"6\" 6\n"), 1);
     }
 }
 
-TEST_F(CheckedDrawing, SalvageLosesAnObjectWithExtendedDataOfNoHandle)
+TEST_F(CheckedDrawing, Salvage_LosesAnObjectWithExtendedDataOfHandleZero)
 {
     changeBySql(file, "UPDATE extended_data SET application = 0");
-    const Embedded::Salvage salvage = salvaged();
-    ASSERT_EQ(salvage.lost.size(), 1U);
-    EXPECT_EQ(salvage.lost[0].handle, 1U);
-    EXPECT_EQ(salvage.lost[0].reason, "expected a handle above 0");
+    const Embedded::Salvage salvaged = salvage();
+    ASSERT_EQ(salvaged.lost.size(), 1U);
+    EXPECT_EQ(salvaged.lost[0].handle, 1U);
+    EXPECT_EQ(salvaged.lost[0].reason, "expected a handle above 0");
 }
 
-TEST_F(CheckedDrawing, SalvageOfALostRoot_MakesANewOne)
+TEST_F(CheckedDrawing, Salvage_CreatesLostRootsAnew)
 {
     DrawingSql(file).run("UPDATE objects SET checksum = checksum + 1 WHERE handle < 5");
-    const Embedded::Salvage salvage = salvaged();
-    EXPECT_EQ(salvage.lost.size(), 5U) << "four roots, and the extended data of one";
+    const Embedded::Salvage salvaged = salvage();
+    EXPECT_EQ(salvaged.lost.size(), 5U) << "four roots, and the extended data of one of them";
     const std::string contents = contentsOfFile(out);
     EXPECT_EQ(countOccurrences(contents, "  value 300 \"text\"\n"), 1) << contents;
 }
 
-/// Each page in turn is noise: the rest is saved, or the file is refused where the noise is in the schema.
-TEST_F(CheckedDrawing, SalvageOfADamagedPage_IsSound)
+/// Each page but the first in turn holds noise.
+TEST_F(CheckedDrawing, Salvage_GivesASoundDrawingWhicheverPageIsDamaged)
 {
     const std::string sound = readFile(file);
     for (std::size_t page = 1; page < sound.size() / 4096; ++page) {
@@ -235,14 +230,14 @@ TEST_F(CheckedDrawing, SalvageOfADamagedPage_IsSound)
             damaged[page * 4096 + byte] = static_cast<char>(byte * 7 + page);
         writeFile(file, damaged);
         std::filesystem::remove(out);
-        salvaged();
+        static_cast<void>(salvage()); // it checks the salvaged file itself
     }
 }
 
-TEST_F(CheckedDrawing, SalvageIntoAFileThatExists_IsRefused)
+TEST_F(CheckedDrawing, Salvage_DoesNotOverwriteAFile)
 {
     writeFile(out, "mine");
-    EXPECT_EQ(Embedded::hostStatus(Embedded::salvageDrawing(file, out, waitOf(0))), Qeapp::eFileExists);
+    EXPECT_EQ(Embedded::hostStatus(Embedded::salvageDrawing(file, out, lockWait(0))), Qeapp::eFileExists);
     EXPECT_EQ(readFile(out), "mine");
 }
 

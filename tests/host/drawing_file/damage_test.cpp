@@ -1,5 +1,5 @@
-// Every byte of a drawing damaged, every page exchanged or emptied, the file cut anywhere: it is refused, or what is
-// read is what was written. It is never changed, and nothing crashes.
+// Damages every byte of a drawing file, swaps and clears its pages and truncates it. A damaged file is refused or read
+// as it was written. Reading never changes it.
 #include <algorithm>
 
 #include "embedded/host/drawing_file/drawing_dump.h"
@@ -20,85 +20,88 @@ protected:
     }
     enum class Result { same, refused, different };
 
-    static Expected<std::string> textOf(const Expected<Database>& database)
+    static Expected<std::string> dump(const Expected<Database>& database)
     {
         if (!database)
             return tl::unexpected<Embedded::Error>(database.error());
         return Embedded::dumpDrawing(**database);
     }
-    static Result resultOf(const Expected<Database>& database)
+    static Result compare(const Expected<Database>& database)
     {
-        const Expected<std::string> text = textOf(database);
+        const Expected<std::string> text = dump(database);
         if (!text)
             return text.error().message.empty() ? Result::different : Result::refused;
         return *text == goldenText("everything") ? Result::same : Result::different;
     }
-    static Result inMemory(const std::string& damaged) { return resultOf(Embedded::loadDrawingFromBytes(damaged)); }
-    Result inFile(const std::string& damaged) const
+    static Result loadFromMemory(const std::string& damaged)
+    {
+        return compare(Embedded::loadDrawingFromBytes(damaged));
+    }
+    Result loadFromFile(const std::string& damaged) const
     {
         writeFile(file, damaged);
-        const Result found = resultOf(load(file, DrawingAccess::changing));
-        EXPECT_TRUE(readFile(file) == damaged) << "reading has changed it";
+        const Result result = compare(load(file, DrawingAccess::changing));
+        EXPECT_TRUE(readFile(file) == damaged) << "reading has changed the file";
         EXPECT_EQ(folder.names(), std::set<std::string>{"a.qedb"});
-        return found;
+        return result;
     }
 
     std::string bytes;
 };
 
-TEST_F(DamagedDrawing, AtAnyByte_IsRefusedOrReadRight)
+TEST_F(DamagedDrawing, DrawingWithAnyDamagedByte_IsRefusedOrReadCorrectly)
 {
     std::size_t refused = 0;
     std::size_t number = 0;
     for (std::size_t at = 0; at < bytes.size(); ++at) {
-        // Empty space is long and all alike.
-        const bool isEmptySpace = bytes[at] == 0 && at + 1 < bytes.size() && bytes[at + 1] == 0;
-        const std::size_t stride = isEmptySpace ? 61 : 1;
+        // Unused bytes are many, and all alike.
+        const bool isUnused = bytes[at] == 0 && at + 1 < bytes.size() && bytes[at + 1] == 0;
+        const std::size_t stride = isUnused ? 61 : 1;
         if (at % stride != 0 || number++ % (3 * ORVEL_TEXT_STRIDE) != 0)
             continue;
         std::string damaged = bytes;
         damaged[at] = static_cast<char>(damaged[at] ^ 1 << at % 8);
-        const Result found = number % 50 == 0 ? inFile(damaged) : inMemory(damaged);
-        ASSERT_NE(found, Result::different) << "at byte " << at;
-        refused += found == Result::refused ? 1U : 0U;
+        const Result result = number % 50 == 0 ? loadFromFile(damaged) : loadFromMemory(damaged);
+        ASSERT_NE(result, Result::different) << "at byte " << at;
+        refused += result == Result::refused ? 1U : 0U;
     }
     EXPECT_GT(refused, number / (6 * ORVEL_TEXT_STRIDE));
 }
 
-TEST_F(DamagedDrawing, CutAnywhere_IsRefusedOrReadRight)
+TEST_F(DamagedDrawing, TruncatedDrawing_IsRefusedOrReadCorrectly)
 {
     for (std::size_t length = 0; length < bytes.size(); length += length < 600 ? 37 : kPageSize / 4 * 3) {
-        EXPECT_NE(inFile(bytes.substr(0, length)), Result::different) << length;
+        EXPECT_NE(loadFromFile(bytes.substr(0, length)), Result::different) << length;
     }
     for (std::size_t length = kPageSize; length < bytes.size(); length += kPageSize)
-        EXPECT_EQ(inFile(bytes.substr(0, length)), Result::refused) << length;
+        EXPECT_EQ(loadFromFile(bytes.substr(0, length)), Result::refused) << length;
 }
 
-TEST_F(DamagedDrawing, WithMoreBehindItsEnd_IsReadRight)
+TEST_F(DamagedDrawing, BytesBehindTheEnd_AreIgnored)
 {
     for (const std::size_t more : {std::size_t{1}, std::size_t{100}, kPageSize, 3 * kPageSize})
-        EXPECT_EQ(inFile(bytes + std::string(more, 'x')), Result::same) << more;
+        EXPECT_EQ(loadFromFile(bytes + std::string(more, 'x')), Result::same) << more;
 }
 
-TEST_F(DamagedDrawing, WithAPageOfZerosOrOfAnotherPage_IsRefusedOrReadRight)
+TEST_F(DamagedDrawing, DrawingWithAZeroedOrCopiedPage_IsRefusedOrReadCorrectly)
 {
     const std::size_t pages = bytes.size() / kPageSize;
     std::size_t refused = 0;
     for (std::size_t page = 0; page < pages; ++page) {
         std::string damaged = bytes;
         damaged.replace(page * kPageSize, kPageSize, std::string(kPageSize, '\0'));
-        ASSERT_NE(inFile(damaged), Result::different) << "zeros in page " << page;
+        ASSERT_NE(loadFromFile(damaged), Result::different) << "zeros in page " << page;
         for (std::size_t other = 0; other<pages; other += ORVEL_TEXT_STRIDE> 1 ? 5 : 1) {
             damaged.replace(page * kPageSize, kPageSize, bytes, other * kPageSize, kPageSize);
-            const Result found = inMemory(damaged);
-            ASSERT_NE(found, Result::different) << "page " << other << " in the place of " << page;
-            refused += found == Result::refused ? 1U : 0U;
+            const Result result = loadFromMemory(damaged);
+            ASSERT_NE(result, Result::different) << "page " << other << " in the place of " << page;
+            refused += result == Result::refused ? 1U : 0U;
         }
     }
     EXPECT_GT(refused, pages);
 }
 
-TEST_F(DamagedDrawing, WithTwoPagesExchanged_IsRefusedOrReadRight)
+TEST_F(DamagedDrawing, DrawingWithTwoSwappedPages_IsRefusedOrReadCorrectly)
 {
     const std::size_t pages = bytes.size() / kPageSize;
     for (std::size_t page = 1; page < pages; ++page) {
@@ -106,22 +109,22 @@ TEST_F(DamagedDrawing, WithTwoPagesExchanged_IsRefusedOrReadRight)
         std::swap_ranges(damaged.begin() + static_cast<std::ptrdiff_t>((page - 1) * kPageSize),
                          damaged.begin() + static_cast<std::ptrdiff_t>(page * kPageSize),
                          damaged.begin() + static_cast<std::ptrdiff_t>(page * kPageSize));
-        ASSERT_NE(inFile(damaged), Result::different) << page;
+        ASSERT_NE(loadFromFile(damaged), Result::different) << page;
     }
 }
 
-/// Pages of an older state of the same drawing, as a disk leaves them that writes in no order.
-TEST_F(DamagedDrawing, WithPagesOfAnOlderState_IsNeverAMixture)
+/// A disk that writes pages in any order can leave pages of an older state.
+TEST_F(DamagedDrawing, DrawingWithPagesOfAnOlderState_IsNeverReadAsAMixture)
 {
-    // The same pages in use: one number was changed.
+    // Changes one number, so that the same pages stay in use.
     changeBySql(file, "UPDATE resbufs SET value = 2 WHERE value = 1 AND code = 1071");
     const std::string newer = readFile(file);
     ASSERT_EQ(newer.size(), bytes.size());
-    const std::string newerText = drawingContents(*loaded());
+    const std::string newerText = drawingContents(*loadFile());
     for (std::size_t page = 0; page < bytes.size() / kPageSize; ++page) {
         std::string mixed = bytes;
         mixed.replace(page * kPageSize, kPageSize, newer, page * kPageSize, kPageSize);
-        const Expected<std::string> text = textOf(Embedded::loadDrawingFromBytes(mixed));
+        const Expected<std::string> text = dump(Embedded::loadDrawingFromBytes(mixed));
         EXPECT_TRUE(!text || *text == newerText || *text == goldenText("everything")) << page;
     }
 }

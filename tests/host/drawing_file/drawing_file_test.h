@@ -9,6 +9,7 @@
 
 #include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_file.h"
+#include "host/database/drawing_test.h"
 #include "platform/host.h"
 #include "support/drawing.h"
 #include "support/drawing_files/drawing_sql.h"
@@ -22,14 +23,14 @@ using Embedded::DrawingAccess;
 using Embedded::Expected;
 using Embedded::LockWait;
 
-inline LockWait waitOf(int milliseconds)
+inline LockWait lockWait(int milliseconds)
 {
     LockWait wait;
     wait.longest = std::chrono::milliseconds(milliseconds);
     return wait;
 }
 
-/// What a load or a save came to, in one text: the status, and the message if there is one.
+/// The status of a load or a save as text, followed by the message of a failure.
 template <class T>
 std::string outcome(const Expected<T>& result)
 {
@@ -40,21 +41,27 @@ class DrawingFileTest : public PlatformTest {
 protected:
     using Database = std::unique_ptr<QeDbDatabase>;
 
-    /// The file has the drawing from now on. It does not wait for the disk.
-    void given(const Drawing& drawing) const { writeFile(file, saveToBytes(*drawing.database())); }
-    static Expected<Database> load(const std::filesystem::path& from, DrawingAccess access = DrawingAccess::sharing,
-                                   int milliseconds = 0)
+    /// Writes the file without waiting for the disk.
+    void writeDrawing(const Drawing& drawing) const { writeFile(file, saveToBytes(*drawing.database())); }
+    static Expected<Database> load(const std::filesystem::path& from, DrawingAccess access = DrawingAccess::sharing)
     {
-        return Embedded::loadDrawing(from, access, waitOf(milliseconds));
+        return Embedded::loadDrawing(from, access, lockWait(0));
     }
-    /// Null when the drawing cannot be loaded.
+    /// Sets `database` to null when the drawing cannot be loaded.
     static Expected<void> load(const std::filesystem::path& from, Database& database,
-                               DrawingAccess access = DrawingAccess::sharing, int milliseconds = 0)
+                               DrawingAccess access = DrawingAccess::sharing)
     {
-        database.reset(); // a connection of this process may hold a lock
-        return load(from, access, milliseconds).map([&](Database&& opened) { database = std::move(opened); });
+        database.reset(); // its connection may hold a lock
+        return load(from, access).map([&](Database&& opened) { database = std::move(opened); });
     }
-    Database loaded(DrawingAccess access = DrawingAccess::sharing) const
+    /// Loads a drawing and closes it again.
+    static std::string tryToLoad(const std::filesystem::path& from, DrawingAccess access = DrawingAccess::sharing)
+    {
+        const Expected<Database> database = load(from, access);
+        EXPECT_TRUE(!database || *database != nullptr);
+        return outcome(database);
+    }
+    Database loadFile(DrawingAccess access = DrawingAccess::sharing) const
     {
         Database database;
         EXPECT_EQ(outcome(load(file, database, access)), "0");
@@ -63,16 +70,39 @@ protected:
     Expected<void> save(QeDbDatabase& database) const
     {
         return Embedded::saveDrawing(database, file, database.drawingVersion(), Embedded::Overwriting::refused,
-                                     waitOf(0));
+                                     lockWait(0));
     }
-    std::string inFile() const { return drawingContents(*loaded()); }
-    static std::string number(Qeapp::ErrorStatus status) { return std::to_string(static_cast<int>(status)); }
-    /// What a refusal of the file comes to.
-    std::string refusal(Qeapp::ErrorStatus status, const std::string& reason) const
+    static std::string contentsOfFile(const std::filesystem::path& path)
     {
-        return number(status) + " " + file.string() + ": " + reason;
+        Database database;
+        EXPECT_EQ(outcome(load(path, database)), "0");
+        return contentsOf(*database);
+    }
+    std::string fileContents() const { return contentsOfFile(file); }
+
+    static Opened<QeDbDictionary> openNamedObjects(QeDbDatabase& database, QeDb::OpenMode mode = QeDb::kForRead)
+    {
+        QeDbDictionary* dictionary = nullptr;
+        EXPECT_EQ(database.getNamedObjectsDictionary(dictionary, mode), Qeapp::eOk);
+        return Opened<QeDbDictionary>(dictionary);
     }
 
+    /// The outcome of a call that refuses a file for that reason.
+    static std::string refusal(const std::filesystem::path& path, Qeapp::ErrorStatus status, const std::string& reason)
+    {
+        return std::to_string(static_cast<int>(status)) + " " + path.string() + ": " + reason;
+    }
+    std::string refusal(Qeapp::ErrorStatus status, const std::string& reason) const
+    {
+        return refusal(file, status, reason);
+    }
+    std::string lockedRefusal() const { return refusal(Qeapp::eFileLocked, kLocked); }
+    std::string changedRefusal() const
+    {
+        return refusal(Qeapp::eFileChanged, "was changed by another program since it was opened; open it again");
+    }
+
+    static constexpr const char* kLocked = "another process is using it and did not release it in time";
     TemporaryFolder folder;
     std::filesystem::path file = folder.path() / "a.qedb";
 };

@@ -1,4 +1,4 @@
-// docs/formats/drawing-file.md says what the host does.
+// The schema, the queries and the numbers of docs/formats/drawing-file.md agree with the files of the host.
 #include <vector>
 
 #include "host/drawing_file/drawing_file_test.h"
@@ -9,12 +9,12 @@ namespace {
 
 class FormatPage : public DrawingFileTest {
 protected:
-    /// What the page has between lines of three back-ticks with that word and without.
-    static std::vector<std::string> blocks(const std::string& word)
+    /// The fenced code blocks of the page in that language.
+    static std::vector<std::string> blocks(const std::string& language)
     {
         static const std::string page =
             readFile(std::filesystem::path(ORVEL_SOURCE_DIR) / "docs" / "formats" / "drawing-file.md");
-        const std::string opening = "\n```" + word + "\n";
+        const std::string opening = "\n```" + language + "\n";
         std::vector<std::string> blocks;
         for (std::size_t at = page.find(opening); at != std::string::npos; at = page.find(opening, at)) {
             at += opening.size();
@@ -22,8 +22,8 @@ protected:
         }
         return blocks;
     }
-    /// As SQLite's shell shows it.
-    std::string answerTo(const std::string& query) const
+    /// The rows of the result as SQLite's shell shows them.
+    std::string runQuery(const std::string& query) const
     {
         const SQLite::Database database(file.string(), SQLite::OPEN_READONLY);
         SQLite::Statement statement(database, query);
@@ -37,17 +37,17 @@ protected:
     }
 };
 
-TEST_F(FormatPage, HasTheSchema)
+TEST_F(FormatPage, Page_HasTheSchemaOfTheFile)
 {
     const std::string query = "SELECT type, name, tbl_name, sql FROM sqlite_schema ORDER BY name";
-    given(GivenDrawing());
-    const std::string written = answerTo(query);
+    writeDrawing(GivenDrawing());
+    const std::string written = runQuery(query);
     std::filesystem::remove(file);
     DrawingSql(file).run(blocks("sql").at(0));
-    EXPECT_EQ(answerTo(query), written);
+    EXPECT_EQ(runQuery(query), written);
 }
 
-TEST_F(FormatPage, HasQueriesForTheCoordinateSystem)
+TEST_F(FormatPage, QueriesOfThePage_GiveTheirAnswers)
 {
     createFromSql(file, goldenSql("version_29"));
     const std::vector<std::string> queries = blocks("sql");
@@ -55,12 +55,12 @@ TEST_F(FormatPage, HasQueriesForTheCoordinateSystem)
     ASSERT_EQ(queries.size(), 5U);
     ASSERT_EQ(answers.size(), queries.size() - 1);
     for (std::size_t number = 1; number < queries.size(); ++number)
-        EXPECT_EQ(answerTo(queries[number]), answers[number - 1]) << queries[number];
+        EXPECT_EQ(runQuery(queries[number]), answers[number - 1]) << queries[number];
 }
 
-TEST_F(FormatPage, HasTheNumbersOfTheDatabase)
+TEST_F(FormatPage, NumbersOfThePage_AreThoseOfTheFile)
 {
-    given(GivenDrawing());
+    writeDrawing(GivenDrawing());
     DrawingSql sql(file);
     EXPECT_EQ(sql.integer("PRAGMA application_id"), 1329808471);
     EXPECT_EQ(sql.integer("PRAGMA user_version"), 2);
@@ -70,22 +70,21 @@ TEST_F(FormatPage, HasTheNumbersOfTheDatabase)
     EXPECT_EQ(readFile(file).at(20), 8);
 }
 
-/// Every page is sealed, whichever way the file was written.
-TEST_F(FormatPage, HasTheSealsOfThePages)
+TEST_F(FormatPage, EveryPageOfAFile_IsSealed)
 {
     const auto expectSealed = [this](const char* how) {
         const std::string before = readFile(file);
         sealFile(file);
         EXPECT_TRUE(readFile(file) == before) << how;
     };
-    given(drawingOfEverything());
+    writeDrawing(drawingOfEverything());
     expectSealed("in memory");
     std::filesystem::remove(file);
     EXPECT_EQ(outcome(save(*drawingOfEverything().database())), "0");
     expectSealed("a new file");
     const auto other = folder.path() / "b.qedb";
     {
-        Drawing drawing(loaded(DrawingAccess::changing));
+        Drawing drawing(loadFile(DrawingAccess::changing));
         drawing.withXrecord({{300, std::wstring(100'000, L'x')}}, L"long");
         EXPECT_EQ(outcome(save(*drawing.database())), "0");
         EXPECT_EQ(outcome(Embedded::saveDrawing(*drawing.database(), other, QeDb::kCurrentDwg)), "0");

@@ -1,4 +1,4 @@
-// Drawings that lie in the repository, as SQL text.
+// The golden drawings of the repository, which are stored as SQL text.
 #pragma once
 
 #include <filesystem>
@@ -8,13 +8,13 @@
 
 namespace Tests {
 
-/// Those of one format: `empty`, `version_29` and `everything`.
+/// The folder of the golden drawings `empty`, `version_29` and `everything` of one format.
 std::filesystem::path goldenFolder(int format);
 std::string goldenSql(const std::string& name);
-/// As the host prints it.
+/// The golden drawing as the host prints it.
 std::string goldenText(const std::string& name);
 
-/// What the golden drawing of that name has: every kind of object and value, with those that are hard to store.
+/// The drawing `everything`: every kind of object and value, including values that are hard to store.
 Drawing drawingOfEverything();
 
 } // namespace Tests

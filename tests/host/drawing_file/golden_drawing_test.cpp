@@ -1,4 +1,4 @@
-// Drawings in the repository hold the format: they are read as what they say, and new ones are written as they are.
+// The golden drawings keep the format stable: the host reads them as their text, and writes the same drawings again.
 #include "host/drawing_file/drawing_file_test.h"
 #include "host/drawing_file/golden_drawing.h"
 
@@ -12,35 +12,35 @@ protected:
     GoldenDrawing() { createFromSql(file, goldenSql(GetParam())); }
 };
 
-TEST_P(GoldenDrawing, IsReadAsItsText)
+TEST_P(GoldenDrawing, GoldenDrawing_HasItsExpectedContents)
 {
-    EXPECT_EQ(inFile(), goldenText(GetParam()));
+    EXPECT_EQ(fileContents(), goldenText(GetParam()));
 }
 
-TEST_P(GoldenDrawing, IsTheSameSqlAgain)
+TEST_P(GoldenDrawing, GoldenDrawing_IsDumpedAsTheSameSql)
 {
     EXPECT_EQ(dumpAsSql(file), goldenSql(GetParam()));
 }
 
-TEST_P(GoldenDrawing, HasTheChecksumsThatTheFormatsPageSays)
+TEST_P(GoldenDrawing, GoldenDrawing_HasTheChecksumsOfTheFormatPage)
 {
     DrawingSql(file).computeChecksums();
     EXPECT_EQ(dumpAsSql(file), goldenSql(GetParam()));
 }
 
-TEST_P(GoldenDrawing, StaysTheSameWhenItIsSavedUnchanged)
+TEST_P(GoldenDrawing, GoldenDrawing_StaysTheSameWhenItIsSavedUnchanged)
 {
-    const Database database = loaded(DrawingAccess::changing);
-    drawingContents(*database); // loads all of it
+    const Database database = loadFile(DrawingAccess::changing);
+    drawingContents(*database); // loads every object
     EXPECT_EQ(outcome(save(*database)), "0");
     EXPECT_EQ(dumpAsSql(file), goldenSql(GetParam()));
 }
 
-TEST_P(GoldenDrawing, IsNotChangedByReading)
+TEST_P(GoldenDrawing, GoldenDrawing_StaysTheSameWhenItIsRead)
 {
     const std::string bytes = readFile(file);
     for (const DrawingAccess access : {DrawingAccess::reading, DrawingAccess::changing, DrawingAccess::sharing})
-        drawingContents(*loaded(access));
+        drawingContents(*loadFile(access));
     EXPECT_TRUE(readFile(file) == bytes);
 }
 
@@ -49,22 +49,22 @@ INSTANTIATE_TEST_SUITE_P(Each, GoldenDrawing, testing::Values("empty", "version_
 
 class WrittenDrawing : public DrawingFileTest {};
 
-TEST_F(WrittenDrawing, OfNothing_IsTheGoldenOne)
+TEST_F(WrittenDrawing, EmptyDrawing_IsWrittenAsTheGoldenOne)
 {
-    given(GivenDrawing());
+    writeDrawing(GivenDrawing());
     EXPECT_EQ(dumpAsSql(file), goldenSql("empty"));
 }
 
-TEST_F(WrittenDrawing, OfEverything_IsTheGoldenOne)
+TEST_F(WrittenDrawing, DrawingOfEverything_IsWrittenAsTheGoldenOne)
 {
-    given(drawingOfEverything());
+    writeDrawing(drawingOfEverything());
     EXPECT_EQ(dumpAsSql(file), goldenSql("everything"));
     EXPECT_EQ(drawingOfEverything().contents(), goldenText("everything"));
 }
 
-/// Of each format that was released the drawings stay here: every one of them is read, and changed into the newest
-/// format by a save alone. (Format 1 was never released.)
-TEST_F(WrittenDrawing, OfEachFormatThatThereWas_IsReadAndUpgradedBySaving)
+/// The repository keeps golden drawings of every released format. A save upgrades them to the newest one. Format 1 was
+/// never released.
+TEST_F(WrittenDrawing, DrawingOfEachReleasedFormat_IsReadAndUpgradedBySaving)
 {
     constexpr int kFirstFormat = 2;
     int format = kFirstFormat;
@@ -76,10 +76,10 @@ TEST_F(WrittenDrawing, OfEachFormatThatThereWas_IsReadAndUpgradedBySaving)
             createFromSql(file, readFile(entry.path()));
             const std::string bytes = readFile(file);
             const std::string text = readFile(fs::path(entry.path()).replace_extension(".txt"));
-            EXPECT_EQ(inFile(), text) << entry.path();
+            EXPECT_EQ(fileContents(), text) << entry.path();
             EXPECT_TRUE(readFile(file) == bytes) << entry.path();
-            EXPECT_EQ(outcome(save(*loaded(DrawingAccess::changing))), "0") << entry.path();
-            EXPECT_EQ(inFile(), text) << entry.path();
+            EXPECT_EQ(outcome(save(*loadFile(DrawingAccess::changing))), "0") << entry.path();
+            EXPECT_EQ(fileContents(), text) << entry.path();
             EXPECT_EQ(DrawingSql(file).integer("PRAGMA user_version"), 2) << entry.path();
         }
     }

@@ -1,4 +1,5 @@
-// Objects are read when they are opened: damage that nobody opens disturbs nobody, and damage that is met stays known.
+// Objects are read when they are opened. A damaged object fails when it is opened, and from then on the drawing cannot
+// be saved.
 #include "host/drawing_file/drawing_file_test.h"
 
 namespace Tests {
@@ -10,19 +11,16 @@ protected:
     {
         Drawing drawing;
         drawing.withXrecord({{300, L"good"}}, L"good").withXrecord({{300, L"bad"}}, L"bad").withGeoData(L"text");
-        given(drawing);
+        writeDrawing(drawing);
         DrawingSql sql(file);
         damaged = sql.integer("SELECT object FROM entries WHERE key = 'bad'");
-        sql.run("UPDATE resbufs SET value = 'other' WHERE value = 'bad'"); // and not its checksum
+        sql.run("UPDATE resbufs SET value = 'other' WHERE value = 'bad'"); // but not its checksum
         bytes = readFile(file);
     }
     static QeDbObjectId idOf(QeDbDatabase& database, const wchar_t* key)
     {
-        QeDbDictionary* dictionary = nullptr;
-        EXPECT_EQ(database.getNamedObjectsDictionary(dictionary, QeDb::kForRead), Qeapp::eOk);
         QeDbObjectId id;
-        EXPECT_EQ(dictionary->getAt(key, id), Qeapp::eOk);
-        EXPECT_EQ(dictionary->close(), Qeapp::eOk);
+        EXPECT_EQ(openNamedObjects(database)->getAt(key, id), Qeapp::eOk);
         return id;
     }
     static Qeapp::ErrorStatus tryOpen(QeDbObjectId id, QeDb::OpenMode mode = QeDb::kForRead)
@@ -34,7 +32,7 @@ protected:
         }
         return status;
     }
-    std::string expectedFailure() const
+    std::string damageRefusal() const
     {
         return refusal(Qeapp::eFileDamaged,
                        "table resbufs: the row of " + std::to_string(damaged) + " is not as it was written");
@@ -44,69 +42,65 @@ protected:
     std::string bytes;
 };
 
-TEST_F(LazyLoading, DamageThatNobodyOpens_DisturbsNobody)
+TEST_F(LazyLoading, DamagedObjectThatIsNotOpened_DisturbsNothing)
 {
-    Drawing drawing(loaded(DrawingAccess::changing));
+    Drawing drawing(loadFile(DrawingAccess::changing));
     EXPECT_EQ(drawing.xrecord(L"good"), (Items{{300, L"good"}}));
     EXPECT_EQ(drawing.geoDataText(), L"text");
     drawing.withXrecord({{300, L"new"}}, L"new").withXrecord({{300, L"better"}}, L"good");
     EXPECT_EQ(outcome(Embedded::loadingResult(*drawing.database())), "0");
     EXPECT_EQ(outcome(save(*drawing.database())), "0");
-    const Drawing again(loaded());
+    const Drawing again(loadFile());
     EXPECT_EQ(again.xrecord(L"good"), (Items{{300, L"better"}}));
     EXPECT_EQ(again.xrecord(L"new"), (Items{{300, L"new"}}));
 }
 
-TEST_F(LazyLoading, DamageThatIsMet_IsAResultAndKeepsTheDrawingFromBeingSaved)
+TEST_F(LazyLoading, DamagedObjectThatIsOpened_FailsAndPreventsSaving)
 {
-    const Database database = loaded(DrawingAccess::changing);
+    const Database database = loadFile(DrawingAccess::changing);
     EXPECT_EQ(tryOpen(idOf(*database, L"bad")), Qeapp::eFileDamaged);
-    EXPECT_EQ(outcome(Embedded::loadingResult(*database)), expectedFailure());
-    EXPECT_EQ(outcome(save(*database)), expectedFailure());
-    EXPECT_EQ(outcome(Embedded::saveDrawingToBytes(*database, database->drawingVersion())), expectedFailure());
+    EXPECT_EQ(outcome(Embedded::loadingResult(*database)), damageRefusal());
+    EXPECT_EQ(outcome(save(*database)), damageRefusal());
+    EXPECT_EQ(outcome(Embedded::saveDrawingToBytes(*database, database->drawingVersion())), damageRefusal());
     EXPECT_EQ(outcome(Embedded::saveDrawing(*database, folder.path() / "b.qedb", database->drawingVersion())),
-              expectedFailure());
+              damageRefusal());
     EXPECT_TRUE(readFile(file) == bytes);
     EXPECT_EQ(folder.names(), std::set<std::string>{"a.qedb"});
 }
 
-TEST_F(LazyLoading, DamageThatIsMet_LeavesWhatIsLoadedUsable)
+TEST_F(LazyLoading, DamagedObjectThatIsOpened_LeavesLoadedObjectsUsable)
 {
-    const Database database = loaded();
+    const Database database = loadFile();
     const QeDbObjectId good = idOf(*database, L"good");
     EXPECT_EQ(tryOpen(good), Qeapp::eOk);
     EXPECT_EQ(tryOpen(idOf(*database, L"bad")), Qeapp::eFileDamaged);
     EXPECT_EQ(tryOpen(good, QeDb::kForWrite), Qeapp::eOk);
 }
 
-TEST_F(LazyLoading, DamageInWhatIsReplaced_RefusesTheReplacement)
+TEST_F(LazyLoading, DamagedEntry_CannotBeReplacedOrRemoved)
 {
-    const Database database = loaded(DrawingAccess::changing);
-    QeDbDictionary* dictionary = nullptr;
-    ASSERT_EQ(database->getNamedObjectsDictionary(dictionary, QeDb::kForWrite), Qeapp::eOk);
+    const Database database = loadFile(DrawingAccess::changing);
+    const auto dictionary = openNamedObjects(*database, QeDb::kForWrite);
     const std::unique_ptr<QeDbXrecord> replacement = std::make_unique<QeDbXrecord>();
     QeDbObjectId id;
     EXPECT_EQ(dictionary->setAt(L"bad", replacement.get(), id), Qeapp::eFileDamaged);
     EXPECT_TRUE(id.isNull());
     EXPECT_EQ(dictionary->remove(L"bad"), Qeapp::eFileDamaged);
-    EXPECT_EQ(dictionary->close(), Qeapp::eOk);
 }
 
-TEST_F(LazyLoading, ADamagedEntry_IsMetByWhoAsksForIt)
+TEST_F(LazyLoading, DamagedEntryRow_FailsOnlyForItsKey)
 {
     DrawingSql(file).run("UPDATE entries SET checksum = checksum + 1 WHERE key = 'good'");
-    const Database database = loaded();
-    QeDbDictionary* dictionary = nullptr;
-    ASSERT_EQ(database->getNamedObjectsDictionary(dictionary, QeDb::kForRead), Qeapp::eOk);
+    const Database database = loadFile();
+    const auto dictionary = openNamedObjects(*database);
     QeDbObjectId id;
     EXPECT_EQ(dictionary->getAt(L"absent", id), Qeapp::eKeyNotFound);
     EXPECT_EQ(dictionary->getAt(L"good", id), Qeapp::eFileDamaged);
-    EXPECT_EQ(dictionary->close(), Qeapp::eOk);
     EXPECT_EQ(outcome(Embedded::loadingResult(*database)),
               refusal(Qeapp::eFileDamaged, "table entries: the row of 1 is not as it was written"));
 }
 
-TEST_F(LazyLoading, ARowThatIsMissing_IsMissedByItsOwner)
+TEST_F(LazyLoading, MissingRow_IsReportedWhenItsOwnerIsLoaded)
 {
     const std::pair<const char*, std::string> cases[] = {
         {"DELETE FROM entries WHERE key = 'good'", "object 1: not all of its entries are there"},
@@ -115,16 +109,13 @@ TEST_F(LazyLoading, ARowThatIsMissing_IsMissedByItsOwner)
     for (const auto& [sql, reason] : cases) {
         writeFile(file, bytes);
         DrawingSql(file).run(sql);
-        const Database database = loaded();
+        const Database database = loadFile();
         EXPECT_EQ(outcome(Embedded::loadingResult(*database)), "0");
-        QeDbDictionary* dictionary = nullptr;
-        ASSERT_EQ(database->getNamedObjectsDictionary(dictionary, QeDb::kForRead), Qeapp::eOk);
+        const auto dictionary = openNamedObjects(*database);
         QeDbObjectId id;
         if (dictionary->getAt(L"good", id) == Qeapp::eOk)
-            static_cast<void>(tryOpen(id)); // what it met is asked for below
-        const std::unique_ptr<QeDbDictionaryIterator> iterator(dictionary->newIterator());
-        EXPECT_EQ(iterator, nullptr);
-        EXPECT_EQ(dictionary->close(), Qeapp::eOk);
+            static_cast<void>(tryOpen(id)); // the failure is checked below
+        EXPECT_EQ(std::unique_ptr<QeDbDictionaryIterator>(dictionary->newIterator()), nullptr);
         EXPECT_EQ(outcome(Embedded::loadingResult(*database)), refusal(Qeapp::eFileDamaged, reason));
     }
 }

@@ -1,37 +1,30 @@
-// What left the drawing, and the file with a save, comes back: its contents lie in the file no more.
+// Objects that were erased or removed before a save are restored afterwards, although the file no longer has their
+// contents.
 #include <functional>
 
-#include "host/database/drawing_test.h"
 #include "host/drawing_file/drawing_file_test.h"
 
 namespace Tests {
 namespace {
 
-/// A drawing with a dictionary below a dictionary, open in a file from which nothing of that is loaded.
+/// A file with a dictionary in a dictionary, neither of which is loaded yet.
 class RestoredObject : public DrawingFileTest {
 protected:
     RestoredObject()
     {
         Drawing drawing;
         drawing.withRegisteredApplication(L"APP").withDictionary(L"outer");
-        const QeDbObjectId outer = idIn(drawing.database(), namedObjectsId(drawing.database()), L"outer");
+        const QeDbObjectId outer = findEntry(openNamedObjects(*drawing.database())->objectId(), L"outer");
         add(outer, L"inner", new QeDbDictionary);
-        const QeDbObjectId inner = idIn(drawing.database(), outer, L"inner");
+        const QeDbObjectId inner = findEntry(outer, L"inner");
         addXrecord(inner, L"deep", 1);
         addXrecord(inner, L"deeper", 2);
-        given(drawing);
+        writeDrawing(drawing);
         before = drawing.contents();
-        database = loaded(DrawingAccess::changing);
-        root = namedObjectsId(database.get());
+        database = loadFile(DrawingAccess::changing);
+        root = openNamedObjects(*database)->objectId();
     }
 
-    static QeDbObjectId namedObjectsId(QeDbDatabase* in)
-    {
-        QeDbDictionary* dictionary = nullptr;
-        EXPECT_EQ(in->getNamedObjectsDictionary(dictionary, QeDb::kForRead), Qeapp::eOk);
-        const Opened<QeDbDictionary> opened(dictionary);
-        return opened->objectId();
-    }
     template <class T = QeDbObject>
     static Opened<T> open(QeDbObjectId id, QeDb::OpenMode mode = QeDb::kForWrite)
     {
@@ -39,7 +32,7 @@ protected:
         EXPECT_EQ(qedbOpenObject(object, id, mode, true), Qeapp::eOk);
         return Opened<T>(object);
     }
-    static QeDbObjectId idIn(QeDbDatabase* /*in*/, QeDbObjectId dictionary, const wchar_t* key)
+    static QeDbObjectId findEntry(QeDbObjectId dictionary, const wchar_t* key)
     {
         QeDbObjectId id;
         EXPECT_EQ(open<QeDbDictionary>(dictionary, QeDb::kForRead)->getAt(key, id), Qeapp::eOk);
@@ -58,20 +51,33 @@ protected:
         EXPECT_EQ(xrecord->setFromRbChain(makeChain(Items{{1071, value}}).get()), Qeapp::eOk);
         return add(dictionary, key, xrecord);
     }
-    QeDbObjectId outerId() { return idIn(database.get(), root, L"outer"); }
+    QeDbObjectId findApplication(const wchar_t* name)
+    {
+        QeDbRegAppTable* table = nullptr;
+        EXPECT_EQ(database->getRegAppTable(table, QeDb::kForRead), Qeapp::eOk);
+        const Opened<QeDbRegAppTable> opened(table);
+        QeDbObjectId id;
+        EXPECT_EQ(opened->getAt(name, id), Qeapp::eOk);
+        return id;
+    }
+    static void setData(QeDbObjectId id)
+    {
+        EXPECT_EQ(open(id)->setXData(chainOf({{1001, L"APP"}, {1000, L"data"}}).get()), Qeapp::eOk);
+    }
+    QeDbObjectId outerId() { return findEntry(root, L"outer"); }
     static void erase(QeDbObjectId id, bool erasing = true) { EXPECT_EQ(open(id)->erase(erasing), Qeapp::eOk); }
     void remove(const wchar_t* key) { EXPECT_EQ(open<QeDbDictionary>(root)->remove(key), Qeapp::eOk); }
     QeDbTransactionManager& transactions() { return *database->transactionManager(); }
 
-    /// Saves, and finds in the file what the drawing is now.
+    /// Saves the drawing. The file must be sound and have the contents of the drawing.
     void expectSaved()
     {
         ASSERT_EQ(outcome(save(*database)), "0");
-        EXPECT_EQ(inFile(), drawingContents(*database));
+        EXPECT_EQ(fileContents(), drawingContents(*database));
         EXPECT_EQ(DrawingSql(file).text("PRAGMA integrity_check"), "ok");
         EXPECT_EQ(DrawingSql(file).integer("SELECT count(*) FROM pragma_foreign_key_check"), 0);
     }
-    int rows(const std::string& table)
+    int countRows(const std::string& table)
     {
         return static_cast<int>(DrawingSql(file).integer("SELECT count(*) FROM " + table));
     }
@@ -81,18 +87,18 @@ protected:
     QeDbObjectId root;
 };
 
-TEST_F(RestoredObject, AnErasedSubtree_IsUnerasedAfterASave)
+TEST_F(RestoredObject, ErasedSubtree_CanBeUnerasedAfterASave)
 {
     const QeDbObjectId outer = outerId();
     erase(outer);
     expectSaved();
-    EXPECT_EQ(rows("resbufs"), 0);
+    EXPECT_EQ(countRows("resbufs"), 0);
     erase(outer, false);
     expectSaved();
-    EXPECT_EQ(inFile(), before);
+    EXPECT_EQ(fileContents(), before);
 }
 
-TEST_F(RestoredObject, ARemovedSubtree_IsRestoredByAnAbortAfterASave)
+TEST_F(RestoredObject, RemovedSubtree_IsRestoredByAnAbortAfterASave)
 {
     ASSERT_NE(transactions().startTransaction(), nullptr);
     remove(L"outer");
@@ -100,10 +106,10 @@ TEST_F(RestoredObject, ARemovedSubtree_IsRestoredByAnAbortAfterASave)
     ASSERT_EQ(transactions().abortTransaction(), Qeapp::eOk);
     EXPECT_EQ(drawingContents(*database), before);
     expectSaved();
-    EXPECT_EQ(inFile(), before);
+    EXPECT_EQ(fileContents(), before);
 }
 
-TEST_F(RestoredObject, AReplacedSubtree_IsRestoredByAnAbortAfterTwoSaves)
+TEST_F(RestoredObject, ReplacedSubtree_IsRestoredByAnAbortAfterTwoSaves)
 {
     ASSERT_NE(transactions().startTransaction(), nullptr);
     addXrecord(root, L"outer", 3);
@@ -111,14 +117,14 @@ TEST_F(RestoredObject, AReplacedSubtree_IsRestoredByAnAbortAfterTwoSaves)
     expectSaved();
     ASSERT_EQ(transactions().abortTransaction(), Qeapp::eOk);
     expectSaved();
-    EXPECT_EQ(inFile(), before);
+    EXPECT_EQ(fileContents(), before);
 }
 
-TEST_F(RestoredObject, AChildOfAnErasedDictionary_IsChangedMeanwhile)
+TEST_F(RestoredObject, ChildOfAnErasedDictionary_KeepsItsChanges)
 {
     const QeDbObjectId outer = outerId();
-    const QeDbObjectId inner = idIn(database.get(), outer, L"inner");
-    const QeDbObjectId deep = idIn(database.get(), inner, L"deep");
+    const QeDbObjectId inner = findEntry(outer, L"inner");
+    const QeDbObjectId deep = findEntry(inner, L"deep");
     erase(outer);
     expectSaved();
     EXPECT_EQ(open<QeDbXrecord>(deep)->setFromRbChain(makeChain(Items{{1071, 9}}).get()), Qeapp::eOk);
@@ -126,52 +132,42 @@ TEST_F(RestoredObject, AChildOfAnErasedDictionary_IsChangedMeanwhile)
     expectSaved();
     erase(outer, false);
     expectSaved();
-    EXPECT_EQ(rows("resbufs"), 3);
+    EXPECT_EQ(countRows("resbufs"), 3);
     EXPECT_EQ(DrawingSql(file).integer("SELECT sum(value) FROM resbufs"), 2 + 9 + 4);
 }
 
-TEST_F(RestoredObject, ADictionaryErasedBelowAnErasedOne_StaysErased)
+TEST_F(RestoredObject, DictionaryErasedBelowAnErasedOne_StaysErased)
 {
     const QeDbObjectId outer = outerId();
-    const QeDbObjectId inner = idIn(database.get(), outer, L"inner");
+    const QeDbObjectId inner = findEntry(outer, L"inner");
     erase(inner);
     erase(outer);
     expectSaved();
     erase(outer, false);
     expectSaved();
-    EXPECT_EQ(rows("objects"), 6) << "the roots, model space, the application and the outer dictionary";
+    EXPECT_EQ(countRows("objects"), 6) << "the roots, model space, the application and the outer dictionary";
     erase(inner, false);
     expectSaved();
-    EXPECT_EQ(inFile(), before);
+    EXPECT_EQ(fileContents(), before);
 }
 
-TEST_F(RestoredObject, AnObjectOfAnAbortedTransaction_LeavesTheFileAgain)
+TEST_F(RestoredObject, ObjectOfAnAbortedTransaction_IsRemovedFromTheFile)
 {
     ASSERT_NE(transactions().startTransaction(), nullptr);
     addXrecord(root, L"new", 3);
     expectSaved();
-    EXPECT_EQ(rows("resbufs"), 3);
+    EXPECT_EQ(countRows("resbufs"), 3);
     ASSERT_EQ(transactions().abortTransaction(), Qeapp::eOk);
     addXrecord(root, L"other", 4); // with the same handle
     expectSaved();
-    EXPECT_EQ(rows("resbufs"), 3);
+    EXPECT_EQ(countRows("resbufs"), 3);
 }
 
-TEST_F(RestoredObject, ADestroyedObjectWhoseHandleIsUsedAgain_IsNotReadForARemovedApplication)
+TEST_F(RestoredObject, ReusedHandle_DoesNotBringBackExtendedDataOfADestroyedObject)
 {
-    // The object has extended data of the application in the file, is destroyed, and another one gets its handle.
-    const QeDbObjectId application = [&] {
-        QeDbRegAppTable* table = nullptr;
-        EXPECT_EQ(database->getRegAppTable(table, QeDb::kForRead), Qeapp::eOk);
-        const Opened<QeDbRegAppTable> opened(table);
-        QeDbObjectId id;
-        EXPECT_EQ(opened->getAt(L"APP", id), Qeapp::eOk);
-        return id;
-    }();
+    // An object with extended data is saved and destroyed, and another object gets its handle.
+    const QeDbObjectId application = findApplication(L"APP");
     ASSERT_NE(transactions().startTransaction(), nullptr);
-    const auto setData = [&](QeDbObjectId id) {
-        EXPECT_EQ(open(id)->setXData(makeChain({{1001, L"APP"}, {1000, L"data"}}).get()), Qeapp::eOk);
-    };
     setData(addXrecord(root, L"new", 3));
     expectSaved();
     ASSERT_EQ(transactions().abortTransaction(), Qeapp::eOk);
@@ -181,44 +177,32 @@ TEST_F(RestoredObject, ADestroyedObjectWhoseHandleIsUsedAgain_IsNotReadForARemov
     EXPECT_EQ(DrawingSql(file).integer("SELECT sum(value) FROM resbufs"), 1 + 2 + 5);
 }
 
-TEST_F(RestoredObject, ExtendedData_FollowARenamedApplicationAndAnErasedOne)
+TEST_F(RestoredObject, ExtendedData_FollowTheirRenamedOrErasedApplication)
 {
     const QeDbObjectId outer = outerId();
-    EXPECT_EQ(open(outer)->setXData(makeChain({{1001, L"APP"}, {1000, L"data"}}).get()), Qeapp::eOk);
+    setData(outer);
     expectSaved();
-    database = loaded(DrawingAccess::changing);
-    QeDbRegAppTable* table = nullptr;
-    ASSERT_EQ(database->getRegAppTable(table, QeDb::kForRead), Qeapp::eOk);
-    QeDbObjectId application;
-    EXPECT_EQ(table->getAt(L"APP", application), Qeapp::eOk);
-    EXPECT_EQ(table->close(), Qeapp::eOk);
-    const std::string withData = inFile();
+    database = loadFile(DrawingAccess::changing);
+    const QeDbObjectId application = findApplication(L"APP");
+    const std::string withData = fileContents();
 
     EXPECT_EQ(open<QeDbRegAppTableRecord>(application)->setName(L"OTHER"), Qeapp::eOk);
     expectSaved();
-    EXPECT_NE(inFile().find("extended data of \"OTHER\" 1000 \"data\""), std::string::npos);
+    EXPECT_NE(fileContents().find("extended data of \"OTHER\" 1000 \"data\""), std::string::npos);
     erase(application); // the object that has the data is not loaded
     expectSaved();
-    EXPECT_EQ(rows("extended_data"), 0);
+    EXPECT_EQ(countRows("extended_data"), 0);
     erase(application, false);
     EXPECT_EQ(open<QeDbRegAppTableRecord>(application)->setName(L"APP"), Qeapp::eOk);
     expectSaved();
-    EXPECT_EQ(inFile(), withData);
+    EXPECT_EQ(fileContents(), withData);
 }
 
-TEST_F(RestoredObject, AnApplicationWithExtendedDataOfItself_IsLoaded)
+TEST_F(RestoredObject, ApplicationWithExtendedDataOfItself_IsSaved)
 {
-    const auto setData = [&](const wchar_t* name) {
-        QeDbRegAppTable* table = nullptr;
-        ASSERT_EQ(database->getRegAppTable(table, QeDb::kForWrite), Qeapp::eOk);
-        const Opened<QeDbRegAppTable> opened(table);
-        QeDbObjectId id;
-        EXPECT_EQ(opened->getAt(name, id), Qeapp::eOk);
-        const auto data = makeChain({{1001, L"APP"}, {1000, L"data"}});
-        EXPECT_EQ(open(id)->setXData(data.get()), Qeapp::eOk);
-        EXPECT_EQ(opened->setXData(data.get()), Qeapp::eOk);
-    };
-    setData(L"APP");
+    const QeDbObjectId application = findApplication(L"APP");
+    setData(application);
+    setData(open(application)->ownerId()); // the table of applications
     expectSaved();
 }
 
@@ -239,25 +223,25 @@ TEST_F(RestoredObject, GeoDataOfAnErasedBlock_AreRestoredWithTheBlock)
     EXPECT_EQ(geoData->postToDb(id), Qeapp::eOk);
     EXPECT_EQ(geoData->close(), Qeapp::eOk);
     expectSaved();
-    const std::string whole = inFile();
+    const std::string whole = fileContents();
 
     const std::uint64_t handle = blockId.handle();
-    database = loaded(DrawingAccess::changing); // the GeoData object is not loaded
+    database = loadFile(DrawingAccess::changing); // the GeoData object is not loaded
     ASSERT_EQ(database->getBlockTable(table, QeDb::kForRead), Qeapp::eOk);
     EXPECT_EQ(table->getAt(L"BLOCK", blockId), Qeapp::eOk);
     EXPECT_EQ(table->close(), Qeapp::eOk);
     EXPECT_EQ(blockId.handle(), handle);
     erase(blockId);
     expectSaved();
-    EXPECT_EQ(rows("objects WHERE class = 'QeDbGeoData'"), 0);
+    EXPECT_EQ(countRows("objects WHERE class = 'QeDbGeoData'"), 0);
     erase(blockId, false);
     expectSaved();
-    EXPECT_EQ(inFile(), whole);
+    EXPECT_EQ(fileContents(), whole);
 }
 
-TEST_F(RestoredObject, AnObjectOfAnotherDictionary_IsNotRemovedByItsId)
+TEST_F(RestoredObject, ObjectOfAnotherDictionary_IsNotRemovedByItsId)
 {
-    const QeDbObjectId inner = idIn(database.get(), outerId(), L"inner");
+    const QeDbObjectId inner = findEntry(outerId(), L"inner");
     EXPECT_EQ(open<QeDbDictionary>(root)->remove(inner), Qeapp::eKeyNotFound);
     EXPECT_EQ(drawingContents(*database), before);
 }

@@ -1,4 +1,4 @@
-// The host's save: what is in the file and in the open drawing afterwards, whatever the reactors and the disk did.
+// Saves drawings with reactors that convert them, and with failures. Checks the file and the open drawing afterwards.
 #include <optional>
 #include <vector>
 
@@ -18,7 +18,7 @@ QeDb::QeDbDwgVersion version(int number)
     return static_cast<QeDb::QeDbDwgVersion>(number);
 }
 
-/// Adds a key to the named objects dictionary, and fails if it is told to.
+/// Adds an xrecord to the drawing, reports an error if the test asks for one, and records its notifications.
 class Decomposer final : public QeDbDecompositionReactor {
 public:
     Decomposer() { EXPECT_EQ(qedbGetDecompositionManager()->addReactor(this), Qeapp::eOk); }
@@ -27,26 +27,26 @@ public:
     Qeapp::ErrorStatus decomposeForSave(QeDbDatabase* database, QeDb::QeDbDwgVersion target,
                                         QeDbSaveErrorRecorder* errors, QeDbSaveErrorMessageRecorder* messages) override
     {
-        told.push_back("decompose " + std::to_string(target));
+        notifications.push_back("decompose " + std::to_string(target));
         addRecord(*database);
         if (recorded) {
-            const Qeapp::ErrorStatus taken =
+            const Qeapp::ErrorStatus status =
                 message.empty() ? errors->recordError(*recorded) : messages->recordError(*recorded, message.c_str());
-            EXPECT_EQ(taken, Qeapp::eOk);
+            EXPECT_EQ(status, Qeapp::eOk);
         }
         return result;
     }
     void saveCompleted(QeDbDatabase* database, QeDb::QeDbDwgVersion target) override
     {
-        told.push_back("completed " + std::to_string(target));
+        notifications.push_back("completed " + std::to_string(target));
         EXPECT_EQ(database->drawingVersion(), target);
     }
     void saveAborted(QeDbDatabase*, QeDb::QeDbDwgVersion target) override
     {
-        told.push_back("aborted " + std::to_string(target));
+        notifications.push_back("aborted " + std::to_string(target));
     }
 
-    std::vector<std::string> told;
+    std::vector<std::string> notifications;
     Qeapp::ErrorStatus result = Qeapp::eOk;
     std::optional<Qeapp::ErrorStatus> recorded;
     std::wstring message;
@@ -66,49 +66,49 @@ private:
 
 class DrawingFileSave : public DrawingFileTest {
 protected:
-    using Told = std::vector<std::string>;
+    using Notifications = std::vector<std::string>;
 
     DrawingFileSave()
     {
-        given(GivenDrawing(version(29)).withLegacyCode(L"EPSG:25832").withXrecord({{300, L"text"}}, L"key"));
-        database = loaded(DrawingAccess::changing);
+        writeDrawing(GivenDrawing(version(29)).withLegacyCode(L"EPSG:25832").withXrecord({{300, L"text"}}, L"key"));
+        database = loadFile(DrawingAccess::changing);
         before = drawingContents(*database);
     }
     Expected<void> tryToSave(int target) const
     {
-        return saveDrawing(*database, file, version(target), Overwriting::refused, waitOf(0));
+        return saveDrawing(*database, file, version(target), Overwriting::refused, lockWait(0));
     }
     void save(int target) { EXPECT_EQ(outcome(tryToSave(target)), "0"); }
-    /// The save comes to that, and neither file nor drawing tells that it was tried.
-    void expectNothingSaved(int target, Qeapp::ErrorStatus status, const std::string& message)
+    /// The save must fail, and change neither the file nor the drawing.
+    void expectFailedSave(int target, const std::string& failure)
     {
         const std::string bytes = readFile(file);
-        EXPECT_EQ(outcome(tryToSave(target)), number(status) + " " + message);
+        EXPECT_EQ(outcome(tryToSave(target)), failure);
         EXPECT_EQ(drawingContents(*database), before);
         EXPECT_TRUE(readFile(file) == bytes);
         EXPECT_EQ(folder.names(), std::set<std::string>{"a.qedb"});
     }
-    std::string other() const { return (folder.path() / "b.qedb").string(); }
+    std::filesystem::path copyFile() const { return folder.path() / "b.qedb"; }
 
     Database database;
     std::string before;
 };
 
-TEST_F(DrawingFileSave, ANewDrawing_IsLoadedAsItWas)
+TEST_F(DrawingFileSave, SavedNewDrawing_IsLoadedWithTheSameContents)
 {
     database = std::make_unique<QeDbDatabase>(version(33));
     std::filesystem::remove(file);
     save(33);
-    EXPECT_EQ(inFile(), drawingContents(*database));
+    EXPECT_EQ(fileContents(), drawingContents(*database));
 }
 
-TEST_F(DrawingFileSave, ANewDrawing_IsNotSavedTwice)
+TEST_F(DrawingFileSave, NewDrawing_IsNotSavedTwice)
 {
     database = std::make_unique<QeDbDatabase>(version(33));
     std::filesystem::remove(file);
     save(33);
     before = drawingContents(*database);
-    expectNothingSaved(33, Qeapp::eFileExists, file.string() + ": the file exists already");
+    expectFailedSave(33, refusal(Qeapp::eFileExists, "the file exists already"));
 }
 
 TEST_F(DrawingFileSave, TwoNewDrawings_HoldTheSameBytes)
@@ -119,84 +119,83 @@ TEST_F(DrawingFileSave, TwoNewDrawings_HoldTheSameBytes)
     database.reset();
     std::filesystem::remove(file);
     EXPECT_EQ(outcome(saveDrawing(first, file, version(33))), "0");
-    EXPECT_EQ(outcome(saveDrawing(second, other(), version(33))), "0");
-    EXPECT_TRUE(readFile(file) == readFile(other()));
+    EXPECT_EQ(outcome(saveDrawing(second, copyFile(), version(33))), "0");
+    EXPECT_TRUE(readFile(file) == readFile(copyFile()));
 }
 
-TEST_F(DrawingFileSave, AnotherVersion_IsTheDrawingsFromThenOn)
+TEST_F(DrawingFileSave, SaveInAnotherVersion_ChangesTheVersionOfTheOpenDrawing)
 {
     save(33);
     EXPECT_EQ(database->drawingVersion(), 33);
-    EXPECT_EQ(inFile(), drawingContents(*database));
-    EXPECT_EQ(loaded()->drawingVersion(), 33);
+    EXPECT_EQ(fileContents(), drawingContents(*database));
+    EXPECT_EQ(loadFile()->drawingVersion(), 33);
 }
 
-TEST_F(DrawingFileSave, VersionsThatAreNone_AreRefused)
+TEST_F(DrawingFileSave, UnknownVersion_IsRefused)
 {
-    for (const int none : {20, 34})
-        expectNothingSaved(none, Qeapp::eInvalidDrawingVersion,
-                           file.string() + ": " + std::to_string(none) + " is not a drawing version that can be saved");
+    for (const int unknown : {20, 34})
+        expectFailedSave(unknown, refusal(Qeapp::eInvalidDrawingVersion,
+                                          std::to_string(unknown) + " is not a drawing version that can be saved"));
 }
 
-TEST_F(DrawingFileSave, AVersionFrom30ThatTheDrawingHas_NeedsNoDecomposition)
+TEST_F(DrawingFileSave, SaveInTheSameVersionFrom30On_DoesNotDecompose)
 {
     save(30);
     Decomposer decomposer;
     save(30);
-    EXPECT_EQ(decomposer.told, Told{});
+    EXPECT_EQ(decomposer.notifications, Notifications{});
 }
 
-TEST_F(DrawingFileSave, AVersionBelow30_IsAlwaysDecomposedFor)
+TEST_F(DrawingFileSave, SaveInAVersionBelow30_AlwaysDecomposes)
 {
     Decomposer decomposer;
     save(29);
-    EXPECT_EQ(decomposer.told, (Told{"decompose 29", "completed 29"}));
+    EXPECT_EQ(decomposer.notifications, (Notifications{"decompose 29", "completed 29"}));
 }
 
-TEST_F(DrawingFileSave, AnotherVersion_IsDecomposedFor)
+TEST_F(DrawingFileSave, SaveInAnotherVersion_Decomposes)
 {
     Decomposer decomposer;
     save(33);
-    EXPECT_EQ(decomposer.told, (Told{"decompose 33", "completed 33"}));
+    EXPECT_EQ(decomposer.notifications, (Notifications{"decompose 33", "completed 33"}));
 }
 
-TEST_F(DrawingFileSave, WhatTheReactorsMade_IsInTheFileAndInTheDrawing)
+TEST_F(DrawingFileSave, ObjectsMadeByAReactor_AreInTheFileAndInTheDrawing)
 {
     Decomposer decomposer;
     save(33);
-    EXPECT_NE(inFile().find("entry \"DECOMPOSED\""), std::string::npos);
-    EXPECT_EQ(inFile(), drawingContents(*database));
+    EXPECT_NE(fileContents().find("entry \"DECOMPOSED\""), std::string::npos);
+    EXPECT_EQ(fileContents(), drawingContents(*database));
 }
 
-TEST_F(DrawingFileSave, AReactorThatFails_EndsTheSave)
+TEST_F(DrawingFileSave, FailingReactor_StopsTheSave)
 {
     Decomposer decomposer;
     decomposer.result = Qeapp::eNotApplicable;
     decomposer.recorded = Qeapp::eVetoed;
     decomposer.message = L"keeps its \u00E4";
-    expectNothingSaved(30, Qeapp::eVetoed, "keeps its \xC3\xA4");
-    EXPECT_EQ(decomposer.told, (Told{"decompose 30", "aborted 30"}));
+    expectFailedSave(30, std::to_string(Qeapp::eVetoed) + " keeps its \xC3\xA4");
+    EXPECT_EQ(decomposer.notifications, (Notifications{"decompose 30", "aborted 30"}));
 }
 
-TEST_F(DrawingFileSave, ARecordedCode_EndsTheSaveThoughTheReactorReturnsOk)
+TEST_F(DrawingFileSave, RecordedError_StopsTheSaveThoughTheReactorReturnsOk)
 {
     Decomposer decomposer;
     decomposer.recorded = Qeapp::eInvalidInput;
-    expectNothingSaved(30, Qeapp::eInvalidInput,
-                       "the drawing's contents cannot be converted for drawing version 30 (status 3)");
+    expectFailedSave(30, std::to_string(Qeapp::eInvalidInput) +
+                             " the drawing's contents cannot be converted for drawing version 30 (status 3)");
 }
 
-TEST_F(DrawingFileSave, AFileThatCannotBeLocked_UndoesTheDecomposition)
+TEST_F(DrawingFileSave, LockedFile_UndoesTheDecomposition)
 {
-    database = loaded(DrawingAccess::sharing);
-    const Database changing = loaded(DrawingAccess::changing);
+    database = loadFile(DrawingAccess::sharing);
+    const Database changing = loadFile(DrawingAccess::changing);
     Decomposer decomposer;
-    expectNothingSaved(30, Qeapp::eFileLocked,
-                       file.string() + ": another process is using it and did not release it in time");
-    EXPECT_EQ(decomposer.told, (Told{"decompose 30", "aborted 30"}));
+    expectFailedSave(30, lockedRefusal());
+    EXPECT_EQ(decomposer.notifications, (Notifications{"decompose 30", "aborted 30"}));
 }
 
-TEST_F(DrawingFileSave, AFailureAnywhere_LeavesOldFileAndDrawingOrTheNewOnes)
+TEST_F(DrawingFileSave, FailureOfAnyCall_LeavesTheOldFileAndDrawingOrTheNewOnes)
 {
     const std::string old = readFile(file);
     FaultInjection::watch();
@@ -207,7 +206,7 @@ TEST_F(DrawingFileSave, AFailureAnywhere_LeavesOldFileAndDrawingOrTheNewOnes)
     for (std::size_t call = 1; call <= calls; ++call) {
         database.reset();
         writeFile(file, old);
-        database = loaded(DrawingAccess::changing);
+        database = loadFile(DrawingAccess::changing);
         const ScopedFault fault({.call = "", .occurrence = call, .code = {}});
         const bool saved = tryToSave(30).has_value();
         EXPECT_EQ(readFile(file) == old, !saved) << call;
@@ -215,127 +214,121 @@ TEST_F(DrawingFileSave, AFailureAnywhere_LeavesOldFileAndDrawingOrTheNewOnes)
     }
 }
 
-TEST_F(DrawingFileSave, ACopy_IsTheWholeDrawingAndLeavesTheFirstAlone)
+TEST_F(DrawingFileSave, Copy_HasTheWholeDrawingAndLeavesTheOriginalUnchanged)
 {
     const std::string bytes = readFile(file);
-    EXPECT_EQ(outcome(saveDrawing(*database, other(), version(30))), "0");
+    EXPECT_EQ(outcome(saveDrawing(*database, copyFile(), version(30))), "0");
     EXPECT_TRUE(readFile(file) == bytes);
     Database copy;
-    EXPECT_EQ(outcome(load(other(), copy)), "0");
+    EXPECT_EQ(outcome(load(copyFile(), copy)), "0");
     EXPECT_EQ(drawingContents(*copy), drawingContents(*database));
     EXPECT_EQ(copy->drawingVersion(), 30);
 }
 
-TEST_F(DrawingFileSave, ACopyOverAnotherDrawing_NeedsToBeAllowed)
+TEST_F(DrawingFileSave, CopyOverAnotherDrawing_NeedsPermissionToOverwrite)
 {
     QeDbDatabase empty;
-    EXPECT_EQ(outcome(saveDrawing(empty, other(), version(33))), "0");
-    EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29))),
-              number(Qeapp::eFileExists) + " " + other() + ": the file exists already");
-    EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29), Overwriting::drawings)), "0");
-    Database copy;
-    EXPECT_EQ(outcome(load(other(), copy)), "0");
-    EXPECT_EQ(drawingContents(*copy), before);
+    EXPECT_EQ(outcome(saveDrawing(empty, copyFile(), version(33))), "0");
+    EXPECT_EQ(outcome(saveDrawing(*database, copyFile(), version(29))),
+              refusal(copyFile(), Qeapp::eFileExists, "the file exists already"));
+    EXPECT_EQ(outcome(saveDrawing(*database, copyFile(), version(29), Overwriting::drawings)), "0");
+    EXPECT_EQ(contentsOfFile(copyFile()), before);
     EXPECT_EQ(folder.names(), (std::set<std::string>{"a.qedb", "b.qedb"}));
 }
 
-TEST_F(DrawingFileSave, ACopyOverWhatIsNoDrawing_IsRefused)
+TEST_F(DrawingFileSave, CopyOverAFileThatIsNotADrawing_IsRefused)
 {
-    const std::string text = "what was there before, which is no drawing";
-    writeFile(other(), text);
-    EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29), Overwriting::drawings)),
-              number(Qeapp::eFileDamaged) + " " + other() +
-                  ": not a drawing file: it is not an SQLite database; only drawings are overwritten");
-    EXPECT_TRUE(readFile(other()) == text);
+    const std::string text = "what was there before, which is not a drawing";
+    writeFile(copyFile(), text);
+    EXPECT_EQ(outcome(saveDrawing(*database, copyFile(), version(29), Overwriting::drawings)),
+              refusal(copyFile(), Qeapp::eFileDamaged,
+                      "not a drawing file: it is not an SQLite database; only drawings are overwritten"));
+    EXPECT_TRUE(readFile(copyFile()) == text);
 }
 
-TEST_F(DrawingFileSave, ACopyOverWhatIsNoDatabase_ReplacesItWhereThatIsWanted)
+TEST_F(DrawingFileSave, CopyOverAFileThatIsNotADatabase_ReplacesItOnRequest)
 {
-    writeFile(other(), "what was there before, which is no database");
-    EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29), Overwriting::noDatabase)), "0");
-    Database copy;
-    EXPECT_EQ(outcome(load(other(), copy)), "0");
-    EXPECT_EQ(drawingContents(*copy), before);
+    writeFile(copyFile(), "what was there before, which is not a database");
+    EXPECT_EQ(outcome(saveDrawing(*database, copyFile(), version(29), Overwriting::noDatabase)), "0");
+    EXPECT_EQ(contentsOfFile(copyFile()), before);
     EXPECT_EQ(folder.names(), (std::set<std::string>{"a.qedb", "b.qedb"}));
 }
 
-TEST_F(DrawingFileSave, ACopyOverADrawingThatIsRead_WaitsAndGivesUp)
+TEST_F(DrawingFileSave, CopyOverADrawingOpenForReading_IsRefused)
 {
     QeDbDatabase empty;
-    EXPECT_EQ(outcome(saveDrawing(empty, other(), version(33))), "0");
-    const std::string bytes = readFile(other());
+    EXPECT_EQ(outcome(saveDrawing(empty, copyFile(), version(33))), "0");
+    const std::string bytes = readFile(copyFile());
     Database reading;
-    EXPECT_EQ(outcome(load(other(), reading, DrawingAccess::reading)), "0");
-    EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29), Overwriting::drawings, waitOf(0))),
-              number(Qeapp::eFileLocked) + " " + other() +
-                  ": another process is using it and did not release it in time");
-    EXPECT_TRUE(readFile(other()) == bytes);
+    EXPECT_EQ(outcome(load(copyFile(), reading, DrawingAccess::reading)), "0");
+    EXPECT_EQ(outcome(saveDrawing(*database, copyFile(), version(29), Overwriting::drawings, lockWait(0))),
+              refusal(copyFile(), Qeapp::eFileLocked, kLocked));
+    EXPECT_TRUE(readFile(copyFile()) == bytes);
 }
 
-TEST_F(DrawingFileSave, AFileOfNoBytes_CountsAsAbsent)
+TEST_F(DrawingFileSave, EmptyFile_CountsAsMissing)
 {
-    writeFile(other(), "");
-    EXPECT_EQ(outcome(saveDrawing(*database, other(), version(29))), "0");
-    Database copy;
-    EXPECT_EQ(outcome(load(other(), copy)), "0");
+    writeFile(copyFile(), "");
+    EXPECT_EQ(outcome(saveDrawing(*database, copyFile(), version(29))), "0");
+    EXPECT_EQ(contentsOfFile(copyFile()), before);
     writeFile(folder.path() / "c.qedb", "");
     QeDbDatabase empty;
     EXPECT_EQ(outcome(saveDrawing(empty, folder.path() / "c.qedb", version(33))), "0");
 }
 
-TEST_F(DrawingFileSave, APlaceThatCannotBeWrittenTo_IsRefused)
+TEST_F(DrawingFileSave, SaveToAMissingFolder_IsRefused)
 {
-    // The system's own words follow.
     const auto missing = folder.path() / "missing" / "a.qedb";
-    const std::string expected = number(Qeapp::eFileWriteFailed) + " " + missing.string() + ": cannot be written: ";
+    // The message of the system follows.
+    const std::string expected = refusal(missing, Qeapp::eFileWriteFailed, "cannot be written: ");
     QeDbDatabase empty;
     for (QeDbDatabase* each : {database.get(), &empty})
         EXPECT_TRUE(outcome(saveDrawing(*each, missing, each->drawingVersion())).starts_with(expected));
     EXPECT_EQ(drawingContents(*database), before);
 }
 
-TEST_F(DrawingFileSave, AFolderInThePlaceOfTheFile_IsRefused)
+TEST_F(DrawingFileSave, SaveOverAFolder_IsRefused)
 {
     EXPECT_EQ(outcome(saveDrawing(*database, folder.path(), version(29), Overwriting::drawings)),
-              number(Qeapp::eFileWriteFailed) + " " + folder.path().string() + ": is a folder");
+              refusal(folder.path(), Qeapp::eFileWriteFailed, "is a folder"));
 }
 
-TEST_F(DrawingFileSave, ADrawingFromMemory_HasNoFileOfItsOwn)
+TEST_F(DrawingFileSave, DrawingLoadedFromMemory_HasNoFile)
 {
     const Database copy = loadFromBytes(saveToBytes(*database));
     EXPECT_EQ(drawingContents(*copy), before);
-    EXPECT_EQ(outcome(saveDrawing(*copy, file, version(29))),
-              number(Qeapp::eFileExists) + " " + file.string() + ": the file exists already");
-    EXPECT_EQ(outcome(saveDrawing(*copy, other(), version(29))), "0");
+    EXPECT_EQ(outcome(saveDrawing(*copy, file, version(29))), refusal(Qeapp::eFileExists, "the file exists already"));
+    EXPECT_EQ(outcome(saveDrawing(*copy, copyFile(), version(29))), "0");
 }
 
-TEST_F(DrawingFileSave, InMemory_IsTheSameDatabaseAsInAFile)
+TEST_F(DrawingFileSave, DrawingInMemory_HasTheSameFormatAsAFile)
 {
     const Database copy = loadFromBytes(readFile(file));
     EXPECT_EQ(drawingContents(*copy), before);
-    EXPECT_EQ(outcome(Embedded::saveDrawingToBytes(*copy, version(34))),
-              number(Qeapp::eInvalidDrawingVersion) +
-                  " standard output: 34 is not a drawing version that can be saved");
-    writeFile(other(), saveToBytes(*copy));
+    EXPECT_EQ(
+        outcome(Embedded::saveDrawingToBytes(*copy, version(34))),
+        refusal("standard output", Qeapp::eInvalidDrawingVersion, "34 is not a drawing version that can be saved"));
+    writeFile(copyFile(), saveToBytes(*copy));
     Database again;
-    EXPECT_EQ(outcome(load(other(), again, DrawingAccess::changing)), "0");
+    EXPECT_EQ(outcome(load(copyFile(), again, DrawingAccess::changing)), "0");
     EXPECT_EQ(drawingContents(*again), before);
 }
 
-TEST_F(DrawingFileSave, BytesThatAreNoDrawing_AreRefused)
+TEST_F(DrawingFileSave, BytesThatAreNotADrawing_AreRefused)
 {
     for (const std::string& bytes : {std::string(), std::string("x"), std::string(5'000, 'x')}) {
-        EXPECT_EQ(outcome(Embedded::loadDrawingFromBytes(bytes)),
-                  number(Qeapp::eFileDamaged) + " standard input: " +
-                      (bytes.empty() ? "is empty, not a drawing" : "not a drawing file: it is not an SQLite database"));
+        EXPECT_EQ(
+            outcome(Embedded::loadDrawingFromBytes(bytes)),
+            refusal("standard input", Qeapp::eFileDamaged,
+                    bytes.empty() ? "is empty, not a drawing" : "not a drawing file: it is not an SQLite database"));
     }
 }
 
-TEST_F(DrawingFileSave, TheLastHandle_IsNotFollowedByAnother)
+TEST_F(DrawingFileSave, DrawingWithoutFreeHandles_IsNotSaved)
 {
     database.reset();
     changeBySql(file, "UPDATE header SET value = 9223372036854775807 WHERE field = 'next handle'");
-    Drawing drawing(loaded(DrawingAccess::changing));
+    Drawing drawing(loadFile(DrawingAccess::changing));
     drawing.withXrecord({}, L"last");
     const std::string bytes = readFile(file);
     EXPECT_EQ(outcome(saveDrawing(*drawing.database(), file, version(30))),

@@ -1,4 +1,4 @@
-// Uses one drawing again and again. Neither the host, the module nor the library may keep more and more memory for it.
+// Uses one drawing many times. The memory of the host, the module and the library must not grow.
 #include <cstdlib>
 #include <functional>
 #include <iostream>
@@ -14,30 +14,31 @@ namespace {
 
 constexpr auto kTheDrawing = Cs::CsTransformationConfigTargetType::Drawing;
 constexpr int kRoundsToWarmUp = 50;
-/// The library may still fill its caches after the first rounds. One byte a round would exceed this.
-constexpr std::size_t kMostGrowthInBytes = 4096;
+/// The library may still fill its caches after the first rounds. A leak of one byte a round would exceed this.
+constexpr std::size_t kMaxGrowthInBytes = 4096;
 
-/// The variable ORVEL_ROUNDS asks for more than an ordinary run has.
-int rounds()
+/// The variable ORVEL_ROUNDS overrides the number.
+int roundCount()
 {
-    const char* const wanted = std::getenv("ORVEL_ROUNDS");
-    return wanted != nullptr ? std::atoi(wanted) : ORVEL_MEMORY_ROUNDS;
+    const char* const value = std::getenv("ORVEL_ROUNDS");
+    return value != nullptr ? std::atoi(value) : ORVEL_MEMORY_ROUNDS;
 }
 
 class Growth : public PlatformTest {
 protected:
-    void expectNone(const std::function<void()>& round)
+    void expectNoGrowth(const std::function<void()>& round)
     {
         for (int count = 0; count < kRoundsToWarmUp; ++count)
             round();
-        const Embedded::ResourceCounts held = Embedded::ResourceCounters::now();
+        const Embedded::ResourceCounts resources = Embedded::ResourceCounters::now();
         const std::size_t before = allocatedBytes();
-        for (int count = 0; count < rounds() && !HasFailure(); ++count)
+        for (int count = 0; count < roundCount() && !HasFailure(); ++count)
             round();
-        EXPECT_EQ(Embedded::ResourceCounters::difference(held, Embedded::ResourceCounters::now()), "");
+        EXPECT_EQ(Embedded::ResourceCounters::difference(resources, Embedded::ResourceCounters::now()), "");
         const std::size_t now = allocatedBytes();
-        EXPECT_LE(now, before + kMostGrowthInBytes);
-        std::cout << rounds() << " rounds: " << static_cast<long>(now) - static_cast<long>(before) << " bytes more\n";
+        EXPECT_LE(now, before + kMaxGrowthInBytes);
+        std::cout << roundCount() << " rounds: " << static_cast<long>(now) - static_cast<long>(before)
+                  << " bytes more\n";
     }
     void assign(const wchar_t* code) { EXPECT_EQ(Cs::SetCoordinateSystem(code, drawing.database()), Qeapp::eOk); }
     void expectCode(const wchar_t* expected)
@@ -55,10 +56,10 @@ protected:
     ScopedDocument drawing;
 };
 
-TEST_F(Growth, AssigningReadingConvertingAndClearing_LeavesNothingBehind)
+TEST_F(Growth, AssigningReadingConvertingAndClearing_LeaksNothing)
 {
     bool odd = false;
-    expectNone([&] {
+    expectNoGrowth([&] {
         odd = !odd;
         const wchar_t* const code = odd ? L"EPSG:25832" : L"EPSG:27700";
         assign(code);
@@ -70,10 +71,10 @@ TEST_F(Growth, AssigningReadingConvertingAndClearing_LeavesNothingBehind)
     });
 }
 
-TEST_F(Growth, ReplacingTheConfiguration_LeavesNothingBehind)
+TEST_F(Growth, ReplacingTheConfiguration_LeaksNothing)
 {
     const std::wstring text(1000, L'x');
-    expectNone([&] {
+    expectNoGrowth([&] {
         EXPECT_TRUE(Cs::SetCsTransformationConfig(text.c_str(), kTheDrawing));
         Orvel::HostString read;
         ASSERT_TRUE(Cs::GetCsTransformationConfig(read.put(), kTheDrawing));
@@ -82,11 +83,11 @@ TEST_F(Growth, ReplacingTheConfiguration_LeavesNothingBehind)
     });
 }
 
-TEST_F(Growth, ConvertingAndTakingItBack_LeavesNothingBehind)
+TEST_F(Growth, AbortedConversion_LeaksNothing)
 {
     QeDbTransactionManager& transactions = *drawing.database()->transactionManager();
     assign(L"EPSG:25832");
-    expectNone([&] {
+    expectNoGrowth([&] {
         EXPECT_NE(transactions.startTransaction(), nullptr);
         convert(static_cast<QeDb::QeDbDwgVersion>(27));
         EXPECT_EQ(transactions.abortTransaction(), Qeapp::eOk);

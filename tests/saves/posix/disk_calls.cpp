@@ -35,7 +35,7 @@ struct Watch {
 
 constinit Watch* watch = nullptr; // constinit, since libraries make calls before constructors run here
 
-/// The system's function of that name.
+/// The function of the system that a function of this program replaces.
 template <class Function>
 Function* next(const char* name)
 {
@@ -54,12 +54,6 @@ OpenFile* openFile(int descriptor)
         return nullptr;
     const auto found = watch->openFiles.find(descriptor);
     return found != watch->openFiles.end() ? &found->second : nullptr;
-}
-
-[[noreturn]] void killThisProcess()
-{
-    static_cast<void>(::kill(::getpid(), SIGKILL)); // does not return
-    ::_exit(1);
 }
 
 Effect effectOnNextCall()
@@ -170,6 +164,12 @@ ssize_t writeAndRecord(OpenFile& file, const void* bytes, std::size_t length, st
 
 } // namespace
 
+void killThisProcess()
+{
+    static_cast<void>(::kill(::getpid(), SIGKILL)); // does not return
+    ::_exit(1);
+}
+
 WatchedFolder::WatchedFolder(const fs::path& folder, const Interruption& interruption)
 {
     watch = new Watch{folder, interruption, {}, {}};
@@ -253,10 +253,10 @@ REPLACES_SYSTEM_CALL int flock(int descriptor, int operation) noexcept
                              [&] { return function(descriptor, operation); });
 }
 
-REPLACES_SYSTEM_CALL int fstat(int descriptor, struct stat* found) noexcept
+REPLACES_SYSTEM_CALL int fstat(int descriptor, struct stat* status) noexcept
 {
     static auto* const function = next<int(int, struct stat*)>("fstat");
-    return callOrInterruptOn(descriptor, DiskCall::Kind::query, "fstat", [&] { return function(descriptor, found); });
+    return callOrInterruptOn(descriptor, DiskCall::Kind::query, "fstat", [&] { return function(descriptor, status); });
 }
 
 /// Closes the descriptor even when the call fails.
@@ -303,16 +303,16 @@ REPLACES_SYSTEM_CALL int mkdir(const char* path, mode_t mode) noexcept
     return callOrInterruptOn(path, DiskCall::Kind::makeFolder, "mkdir", [&] { return function(path, mode); });
 }
 
-REPLACES_SYSTEM_CALL int stat(const char* path, struct stat* found) noexcept
+REPLACES_SYSTEM_CALL int stat(const char* path, struct stat* status) noexcept
 {
     static auto* const function = next<int(const char*, struct stat*)>("stat");
-    return callOrInterruptOn(path, DiskCall::Kind::query, "stat", [&] { return function(path, found); });
+    return callOrInterruptOn(path, DiskCall::Kind::query, "stat", [&] { return function(path, status); });
 }
 
-REPLACES_SYSTEM_CALL int lstat(const char* path, struct stat* found) noexcept
+REPLACES_SYSTEM_CALL int lstat(const char* path, struct stat* status) noexcept
 {
     static auto* const function = next<int(const char*, struct stat*)>("lstat");
-    return callOrInterruptOn(path, DiskCall::Kind::query, "lstat", [&] { return function(path, found); });
+    return callOrInterruptOn(path, DiskCall::Kind::query, "lstat", [&] { return function(path, status); });
 }
 
 REPLACES_SYSTEM_CALL int faccessat(int folder, const char* path, int mode, int flags) noexcept

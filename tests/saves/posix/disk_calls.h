@@ -16,7 +16,7 @@ struct DiskCall {
     enum class Kind { open, create, write, truncate, flush, close, access, rename, remove, makeFolder, query };
 
     Kind kind = Kind::query;
-    std::string_view name;        // of the system's function
+    std::string_view name;        // of the function
     std::filesystem::path path;   // for a descriptor, the path that was opened
     std::filesystem::path target; // for a rename
     std::string bytes;            // for a write
@@ -44,7 +44,9 @@ struct Interruption {
     std::function<void()> other = {}; // its own calls are not recorded
 };
 
-/// Records the calls on a folder and its contents for the length of a scope.
+[[noreturn]] void killThisProcess();
+
+/// Records the calls on a folder and its contents during a scope.
 class WatchedFolder {
 public:
     explicit WatchedFolder(const std::filesystem::path& folder, const Interruption& interruption = {});

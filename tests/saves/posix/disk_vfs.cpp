@@ -1,8 +1,5 @@
 #include "saves/posix/disk_vfs.h"
 
-#include <signal.h>
-#include <unistd.h>
-
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,12 +22,6 @@ struct DiskWatch {
 
 constinit DiskWatch* diskWatch = nullptr;
 
-[[noreturn]] void endProcess()
-{
-    static_cast<void>(::kill(::getpid(), SIGKILL)); // it cannot fail
-    ::_exit(1);
-}
-
 /// A file of the system's VFS with its name.
 struct WatchedFile {
     sqlite3_file file;
@@ -51,7 +42,7 @@ bool isFailing(std::size_t number)
            (interruption.effect == Effect::failsFromHereOn && number >= interruption.call);
 }
 
-bool isHere(Effect effect, std::size_t number)
+bool hasEffect(Effect effect, std::size_t number)
 {
     return diskWatch->interruption.effect == effect && diskWatch->interruption.call == number;
 }
@@ -92,17 +83,17 @@ int callOrInterrupt(const VfsCall& call, Call make, Half half)
     diskWatch->isQuery.push_back(call.kind == Kind::query);
     if (isFailing(number))
         return call.error;
-    if (isHere(Effect::writesOne, number) || isHere(Effect::killedHalfway, number)) {
+    if (hasEffect(Effect::writesOne, number) || hasEffect(Effect::killedHalfway, number)) {
         half();
-        if (isHere(Effect::killedHalfway, number))
-            endProcess();
+        if (hasEffect(Effect::killedHalfway, number))
+            killThisProcess();
         return call.error;
     }
     const int result = make();
     if (call.kind != Kind::query && result == SQLITE_OK)
         record(call);
-    if (isHere(Effect::killedAfter, number))
-        endProcess();
+    if (hasEffect(Effect::killedAfter, number))
+        killThisProcess();
     return result;
 }
 
@@ -133,11 +124,11 @@ int readFrom(sqlite3_file* file, void* bytes, int length, sqlite3_int64 offset)
 int writeTo(sqlite3_file* file, const void* bytes, int length, sqlite3_int64 offset)
 {
     sqlite3_file* const real = watchedFile(file).real;
-    const int wanted = diskWatch != nullptr ? diskWatch->interruption.error : 0;
+    const int chosenError = diskWatch != nullptr ? diskWatch->interruption.error : 0;
     const VfsCall call{"xWrite",
                        Kind::write,
                        nameOf(file),
-                       wanted != 0 ? wanted : SQLITE_IOERR_WRITE,
+                       chosenError != 0 ? chosenError : SQLITE_IOERR_WRITE,
                        {static_cast<const char*>(bytes), static_cast<std::size_t>(length)},
                        offset};
     return callOrInterrupt(

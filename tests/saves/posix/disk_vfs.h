@@ -9,7 +9,7 @@
 
 namespace Tests {
 
-/// Records what SQLite does in a folder for the length of a scope. The effects are `fails`, `failsFromHereOn`,
+/// Records the calls of SQLite in a folder during a scope. The effects are `fails`, `failsFromHereOn`,
 /// `writesOne` (writes half of the bytes and fails), `killedHalfway` and `killedAfter`. The error of the interruption
 /// is the result code of a failing write; other calls fail with their own codes. Nothing waits for the disk. A database
 /// must be opened within the scope and closed before it ends.

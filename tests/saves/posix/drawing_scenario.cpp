@@ -25,7 +25,7 @@ Embedded::LockWait noWait()
     return wait;
 }
 
-std::wstring keyOf(int number)
+std::wstring xrecordKey(int number)
 {
     return L"key " + std::to_wstring(number);
 }
@@ -33,7 +33,7 @@ std::wstring keyOf(int number)
 void fill(Drawing& drawing, wchar_t unit, std::size_t length)
 {
     for (int number = 0; number < kXrecords; ++number)
-        drawing.withXrecord({{300, std::wstring(length, unit)}}, keyOf(number).c_str());
+        drawing.withXrecord({{300, std::wstring(length, unit)}}, xrecordKey(number).c_str());
 }
 
 const FolderContents& emptyFolder()
@@ -65,7 +65,7 @@ const FolderContents& twoDrawings()
     return initialContents;
 }
 
-/// Returns false if the work throws, as `Drawing` does for what it cannot open.
+/// Returns false if the work throws, as `Drawing` does when it cannot open an object.
 template <class Work>
 bool succeeds(Work work)
 {
@@ -76,12 +76,12 @@ bool succeeds(Work work)
     }
 }
 
-std::unique_ptr<QeDbDatabase> opened(const fs::path& folder, DrawingAccess access)
+std::unique_ptr<QeDbDatabase> openDrawing(const fs::path& folder, DrawingAccess access)
 {
     return Embedded::loadDrawing(folder / "a.qedb", access, noWait()).value_or(nullptr);
 }
 
-bool savesTo(const Drawing& drawing, const fs::path& file, Overwriting overwriting = Overwriting::refused)
+bool saveTo(const Drawing& drawing, const fs::path& file, Overwriting overwriting = Overwriting::refused)
 {
     return Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg, overwriting, noWait()).has_value();
 }
@@ -91,27 +91,27 @@ bool saveNew(const fs::path& folder)
     return succeeds([&] {
         Drawing drawing;
         fill(drawing, L'n', 500);
-        return savesTo(drawing, folder / "a.qedb");
+        return saveTo(drawing, folder / "a.qedb");
     });
 }
 
 /// Opens the drawing, changes it and saves it.
 template <class Change>
-bool savesChanged(const fs::path& folder, Change change)
+bool saveChanged(const fs::path& folder, Change change)
 {
     return succeeds([&] {
-        auto database = opened(folder, DrawingAccess::changing);
+        auto database = openDrawing(folder, DrawingAccess::changing);
         if (database == nullptr)
             return false;
         Drawing drawing(std::move(database));
         change(drawing);
-        return savesTo(drawing, folder / "a.qedb");
+        return saveTo(drawing, folder / "a.qedb");
     });
 }
 
 bool changeAllOver(const fs::path& folder)
 {
-    return savesChanged(folder, [](Drawing& drawing) {
+    return saveChanged(folder, [](Drawing& drawing) {
         fill(drawing, L'n', 2'500);
         drawing.withXrecord({{1040, 2.5}}, L"more").withLegacyCode(L"EPSG:25833");
     });
@@ -119,18 +119,18 @@ bool changeAllOver(const fs::path& folder)
 
 bool shrink(const fs::path& folder)
 {
-    return savesChanged(folder, [](Drawing& drawing) { fill(drawing, L's', 1); });
+    return saveChanged(folder, [](Drawing& drawing) { fill(drawing, L's', 1); });
 }
 
 bool copyTo(const fs::path& folder, Overwriting overwriting)
 {
     return succeeds([&] {
-        auto database = opened(folder, DrawingAccess::reading);
+        auto database = openDrawing(folder, DrawingAccess::reading);
         if (database == nullptr)
             return false;
         Drawing drawing(std::move(database));
         drawing.withXrecord({{300, std::wstring(1'000, L'c')}}, L"copied");
-        return savesTo(drawing, folder / "b.qedb", overwriting);
+        return saveTo(drawing, folder / "b.qedb", overwriting);
     });
 }
 
@@ -144,7 +144,7 @@ bool overwrite(const fs::path& folder)
     return copyTo(folder, Overwriting::drawings);
 }
 
-std::string drawingIn(const fs::path& file)
+std::string readDrawing(const fs::path& file)
 {
     const auto database = Embedded::loadDrawing(file, DrawingAccess::reading, noWait());
     const auto text = database ? Embedded::dumpDrawing(**database) : tl::unexpected<Embedded::Error>(database.error());
@@ -156,9 +156,9 @@ std::string drawingIn(const fs::path& file)
 
 } // namespace
 
-std::string drawingsIn(const fs::path& folder)
+std::string readDrawingsIn(const fs::path& folder)
 {
-    return "a: " + drawingIn(folder / "a.qedb") + "\nb: " + drawingIn(folder / "b.qedb") + "\n";
+    return "a: " + readDrawing(folder / "a.qedb") + "\nb: " + readDrawing(folder / "b.qedb") + "\n";
 }
 
 constinit const DrawingScenario kNewDrawing = {"NewDrawing", emptyFolder, saveNew, false, false};

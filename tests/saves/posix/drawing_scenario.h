@@ -34,6 +34,6 @@ extern const DrawingScenario kOverwrittenDrawing;
 
 /// Opens the drawings in the folder and returns their contents as text: "nothing" for a missing or empty file, and
 /// "refused" for a damaged one.
-std::string drawingsIn(const std::filesystem::path& folder);
+std::string readDrawingsIn(const std::filesystem::path& folder);
 
 } // namespace Tests

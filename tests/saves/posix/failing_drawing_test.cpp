@@ -1,5 +1,5 @@
-// Every call by which SQLite reaches the disk fails, once or from then on, or writes half of its bytes: a save that
-// reports success has saved, and one that reports failure has changed nothing.
+// Every disk call of SQLite fails, once or from then on, or writes half of its bytes. A save that reports success has
+// saved the drawing, and one that reports failure has changed nothing.
 #include <sqlite3.h>
 
 #include "embedded/host/drawing_file/drawing_file.h"
@@ -15,7 +15,7 @@ using Effect = Interruption::Effect;
 
 class FailingDrawing : public InterruptedDrawing {
 protected:
-    /// Interrupts one call after the other. `check` gets whether the save is done.
+    /// Interrupts each call in turn. `check` receives whether the new drawing is saved.
     template <class Check>
     void atEachCall(Effect effect, int error, Check check)
     {
@@ -27,37 +27,37 @@ protected:
                 const WatchedDisk watched(folder, {effect, call, error});
                 succeeded = scenario().save(folder);
             }
-            const std::string left = found();
-            EXPECT_TRUE(left == after || (left == before && !succeeded)) << left.substr(0, 200);
+            const std::string drawings = readDrawings();
+            EXPECT_TRUE(drawings == after || (drawings == before && !succeeded)) << drawings.substr(0, 200);
             // SQLite may have to shorten the file after a commit, and reports a failure if it cannot.
-            EXPECT_TRUE(left == before || succeeded || scenario().shortensItsFile);
-            check(left == after);
+            EXPECT_TRUE(drawings == before || succeeded || scenario().shortensItsFile);
+            check(drawings == after);
             if (HasFailure())
                 return;
         }
     }
 };
 
-TEST_P(FailingDrawing, ACallThatFails_LeavesTheOldOrTheNewAndNothingElse)
+TEST_P(FailingDrawing, FailedCall_LeavesTheOldOrTheNewDrawingAndNoJournal)
 {
     int refused = 0;
     atEachCall(Effect::fails, SQLITE_FULL, [&](bool isDone) {
         refused += isDone ? 0 : 1;
-        expectNothingLeft();
+        expectNoJournal();
         expectTheNextSaveToSucceed(isDone);
     });
     EXPECT_GT(refused, 5);
 }
 
-TEST_P(FailingDrawing, ADiskThatFailsFromSomeCallOn_LeavesTheOldOrTheNew)
+TEST_P(FailingDrawing, FailedDisk_LeavesTheOldOrTheNewDrawing)
 {
     atEachCall(Effect::failsFromHereOn, SQLITE_IOERR_WRITE, [&](bool isDone) { expectTheNextSaveToSucceed(isDone); });
 }
 
-TEST_P(FailingDrawing, AWriteThatIsCutShort_IsTakenBack)
+TEST_P(FailingDrawing, PartialWrite_LeavesTheOldOrTheNewDrawingAndNoJournal)
 {
     atEachCall(Effect::writesOne, SQLITE_FULL, [&](bool isDone) {
-        expectNothingLeft();
+        expectNoJournal();
         expectTheNextSaveToSucceed(isDone);
     });
 }
@@ -65,7 +65,7 @@ TEST_P(FailingDrawing, AWriteThatIsCutShort_IsTakenBack)
 INSTANTIATE_TEST_SUITE_P(Each, FailingDrawing,
                          testing::Values(kNewDrawing, kChangedDrawing, kShrunkDrawing, kCopiedDrawing,
                                          kOverwrittenDrawing),
-                         [](const auto& scenario) { return std::string(scenario.param.name); });
+                         caseName);
 
 /// A drawing that stays open when its save has failed.
 class FailedDrawing : public PlatformTest {
@@ -77,7 +77,7 @@ protected:
             drawing.withXrecord({{300, std::wstring(2'000, L'o')}}, std::to_wstring(number).c_str());
         bytes_ = saveToBytes(*drawing.database());
     }
-    Drawing openedAndChanged() const
+    Drawing openAndChange() const
     {
         writeFile(file, bytes_);
         Drawing drawing(Embedded::loadDrawing(file, Embedded::DrawingAccess::changing).value());
@@ -97,11 +97,11 @@ private:
     std::string bytes_;
 };
 
-TEST_F(FailedDrawing, IsSavedOnceTheDiskWorksAgain)
+TEST_F(FailedDrawing, OpenDrawingWhoseSaveFailed_CanBeSavedAgain)
 {
     std::size_t count = 0;
     {
-        const Drawing drawing = openedAndChanged();
+        const Drawing drawing = openAndChange();
         const WatchedDisk watched(folder.path());
         ASSERT_EQ(errorText(save(drawing)), "");
         count = watched.isQuery().size();
@@ -109,7 +109,7 @@ TEST_F(FailedDrawing, IsSavedOnceTheDiskWorksAgain)
     int failed = 0;
     for (std::size_t call = 0; call<count; call += ORVEL_TEXT_STRIDE> 1 ? 7 : 1) {
         SCOPED_TRACE("call " + std::to_string(call) + " of " + std::to_string(count));
-        const Drawing drawing = openedAndChanged();
+        const Drawing drawing = openAndChange();
         const std::string contents = drawing.contents();
         {
             const WatchedDisk watched(folder.path(), {Effect::fails, call, SQLITE_FULL});
@@ -117,7 +117,7 @@ TEST_F(FailedDrawing, IsSavedOnceTheDiskWorksAgain)
         }
         EXPECT_EQ(drawing.contents(), contents);
         {
-            const WatchedDisk watched(folder.path()); // it does not wait for the disk
+            const WatchedDisk watched(folder.path()); // so that the save does not wait for the disk
             EXPECT_EQ(errorText(save(drawing)), "");
         }
         EXPECT_EQ(drawingContents(*Embedded::loadDrawing(file).value()), contents);

@@ -1,5 +1,5 @@
-// Every call of a save failing, once or from then on, or doing only part of its work: a save that reports success has
-// saved, and one that reports failure has changed nothing.
+// Every call of a save fails, once or from then on, or does only a part of its work. A save that reports success has
+// saved the file, and one that reports failure has changed nothing.
 #include "saves/posix/interrupted_save.h"
 
 #include <cerrno>
@@ -25,12 +25,12 @@ protected:
         const bool succeeded = scenario().save(place);
         return {succeeded, place, watched.calls()};
     }
-    /// Interrupts one call after the other, and at last none.
+    /// Interrupts each call in turn, and finally none.
     template <class Check>
     void atEachCall(Effect effect, int error, Check check)
     {
         for (std::size_t call = 0;; ++call) {
-            SCOPED_TRACE(nameOf(call));
+            SCOPED_TRACE(describeCall(call));
             const Outcome outcome = saveWith({effect, call, error});
             EXPECT_EQ(scenario().content(outcome.folder), outcome.succeeded ? after : before);
             check(outcome);
@@ -44,7 +44,7 @@ protected:
         constexpr DiskCall::Kind kinds[] = {open, create, write, truncate, flush, close};
         return std::ranges::find(kinds, call.kind) != std::end(kinds) || call.name == "flock";
     }
-    void expectNothingLeft(const Outcome& outcome)
+    void expectNoTemporaryFile(const Outcome& outcome)
     {
         for (const std::string& name : namesBelow(outcome.folder))
             EXPECT_EQ(name.find(".saving-"), std::string::npos) << name;
@@ -57,27 +57,27 @@ protected:
     }
 };
 
-TEST_P(FailingSave, ACallThatFailsLeavesTheOldOrTheNewAndNothingElse)
+TEST_P(FailingSave, FailedCall_LeavesTheOldOrTheNewContentAndNoTemporaryFile)
 {
     for (const int error : {EIO, EACCES, ENOSPC}) {
         atEachCall(Effect::fails, error, [&](const Outcome& outcome) {
-            expectNothingLeft(outcome);
+            expectNoTemporaryFile(outcome);
             expectTheNextSaveToSucceed(outcome);
         });
     }
 }
 
-TEST_P(FailingSave, ADiskThatFailsFromSomeCallOnLeavesTheOldOrTheNew)
+TEST_P(FailingSave, FailedDisk_LeavesTheOldOrTheNewContent)
 {
     atEachCall(Effect::failsFromHereOn, EIO, [&](const Outcome& outcome) { expectTheNextSaveToSucceed(outcome); });
 }
 
-TEST_P(FailingSave, ASignalInterruptsAndDoesNotHinder)
+TEST_P(FailingSave, InterruptingSignal_DoesNotFailTheSave)
 {
     for (std::size_t call = 0; call < calls.size(); ++call) {
         if (!canBeInterrupted(calls[call]))
             continue;
-        SCOPED_TRACE(nameOf(call));
+        SCOPED_TRACE(describeCall(call));
         const Outcome outcome = saveWith({Effect::interrupted, call, 0});
         EXPECT_TRUE(outcome.succeeded);
         EXPECT_EQ(scenario().content(outcome.folder), after);
@@ -85,23 +85,22 @@ TEST_P(FailingSave, ASignalInterruptsAndDoesNotHinder)
     }
 }
 
-TEST_P(FailingSave, AWriteThatTakesOneByteOnlyIsContinued)
+TEST_P(FailingSave, WriteOfOneByte_IsContinued)
 {
     atEachCall(Effect::writesOne, 0, [&](const Outcome& outcome) { EXPECT_TRUE(outcome.succeeded); });
 }
 
-TEST_P(FailingSave, AWriteThatTakesNothingIsAFailure)
+TEST_P(FailingSave, WriteOfZeroBytes_FailsTheSave)
 {
     std::size_t refused = 0;
     atEachCall(Effect::writesNone, 0, [&](const Outcome& outcome) {
         refused += outcome.succeeded ? 0U : 1U;
-        expectNothingLeft(outcome);
+        expectNoTemporaryFile(outcome);
     });
     EXPECT_GE(refused, 1U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, FailingSave, testing::Values(kNewFile, kReplacedFile, kLinkedFile),
-                         [](const auto& scenario) { return std::string(scenario.param.name); });
+INSTANTIATE_TEST_SUITE_P(Each, FailingSave, testing::Values(kNewFile, kReplacedFile, kLinkedFile), caseName);
 
 } // namespace
 } // namespace Tests

@@ -9,6 +9,7 @@
 
 #include "saves/posix/disk_vfs.h"
 #include "saves/posix/drawing_scenario.h"
+#include "support/case_name.h"
 #include "support/platform_test.h"
 #include "support/temporary_folder.h"
 
@@ -23,21 +24,21 @@ protected:
     InterruptedDrawing()
     {
         prepare();
-        before = drawingsIn(folder);
+        before = readDrawingsIn(folder);
         {
             const WatchedDisk watched(folder);
             EXPECT_TRUE(scenario().save(folder));
             calls = watched.calls();
             isQuery_ = watched.isQuery();
         }
-        after = drawingsIn(folder);
+        after = readDrawingsIn(folder);
         EXPECT_TRUE(after != before);
         EXPECT_EQ(after.find("refused"), std::string::npos);
     }
 
     static const DrawingScenario& scenario() { return GetParam(); }
-    /// The numbers of the calls to interrupt: all calls that change something, and some queries, which are all alike.
-    /// Sanitizers are slow and take fewer.
+    /// The numbers of the calls to interrupt: all calls that change something, and some of the many queries. Under
+    /// sanitizers there are fewer.
     std::vector<std::size_t> interruptedCalls(bool withQueries) const
     {
         constexpr bool isSlow = ORVEL_TEXT_STRIDE > 1;
@@ -51,25 +52,26 @@ protected:
     }
     /// Restores the folder as it is before the save.
     void prepare() const { makeFolder(folder, scenario().initialContents()); }
-    std::string found() const { return drawingsIn(folder); }
-    std::string foundInACopy() const
+    std::string readDrawings() const { return readDrawingsIn(folder); }
+    /// Reads a copy, so that the next save is the first to open the files that were left.
+    std::string readDrawingsInACopy() const
     {
         const std::filesystem::path copy = temporary_.path() / "copy";
         makeFolder(copy, contentsBelow(folder));
-        return drawingsIn(copy);
+        return readDrawingsIn(copy);
     }
-    /// The next save succeeds also after a finished one, unless it makes a new file.
+    /// The next save must succeed, unless the save is done already and creates a new file.
     void expectTheNextSaveToSucceed(bool isDone) const
     {
         const WatchedDisk watched(folder);
         EXPECT_EQ(scenario().save(folder), !isDone || scenario().canRepeat);
         if (!isDone) {
-            EXPECT_TRUE(found() == after);
+            EXPECT_TRUE(readDrawings() == after);
         }
-        EXPECT_EQ(found().find("refused"), std::string::npos);
-        expectNothingLeft();
+        EXPECT_EQ(readDrawings().find("refused"), std::string::npos);
+        expectNoJournal();
     }
-    void expectNothingLeft() const
+    void expectNoJournal() const
     {
         for (const auto& entry : std::filesystem::directory_iterator(folder))
             EXPECT_EQ(entry.path().extension(), ".qedb") << entry.path();

@@ -11,6 +11,7 @@
 #include "saves/posix/disk_calls.h"
 #include "saves/posix/save_scenario.h"
 #include "saves/posix/simulated_disk.h"
+#include "support/case_name.h"
 #include "support/platform_test.h"
 #include "support/temporary_folder.h"
 
@@ -40,7 +41,7 @@ protected:
 
     static const SaveScenario& scenario() { return GetParam(); }
 
-    /// Makes a new folder as it is before the save.
+    /// Creates a new folder as it is before the save.
     std::filesystem::path newFolder()
     {
         const std::filesystem::path copy = folder_.path() / std::to_string(++number_);
@@ -56,7 +57,7 @@ protected:
         std::sort(names.begin(), names.end());
         return names;
     }
-    std::string nameOf(std::size_t call) const
+    std::string describeCall(std::size_t call) const
     {
         return "call " + std::to_string(call) + ", " +
                (call < calls.size() ? std::string(calls[call].name) : "a later one");
@@ -64,7 +65,8 @@ protected:
 
     std::string before;
     std::string after;
-    /// A save without an interruption: the folder, its contents before, the calls, and the names in it afterwards.
+    /// A save without an interruption: its folder, the contents of the folder before, the calls, and the names
+    /// afterwards.
     std::filesystem::path folder;
     FolderContents initialContents;
     std::vector<DiskCall> calls;

@@ -1,10 +1,7 @@
 // Kills a process after each call of its save, or in the middle of a write. The next process finds the old content or
 // the new.
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include "saves/posix/interrupted_drawing.h"
+#include "saves/posix/killed_process.h"
 
 namespace Tests {
 namespace {
@@ -17,31 +14,25 @@ protected:
     void killAt(std::size_t call, Effect effect)
     {
         prepare();
-        const pid_t child = ::fork();
-        EXPECT_GE(child, 0);
-        if (child == 0) {
+        runUntilKilled([&] {
             const WatchedDisk watched(folder, {effect, call, 0});
             static_cast<void>(scenario().save(folder)); // the kill ends it
-            ::_exit(0);
-        }
-        int status = 0;
-        EXPECT_EQ(::waitpid(child, &status, 0), child);
-        EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << status;
+        });
     }
 };
 
-TEST_P(KilledDrawing, AtAnyCall_LeavesTheOldAndLaterTheNew)
+TEST_P(KilledDrawing, SaveKilledAtAnyCall_LeavesTheOldOrTheNewDrawing)
 {
     bool isNew = false;
     for (const std::size_t call : interruptedCalls(false)) {
         for (const Effect effect : {Effect::killedHalfway, Effect::killedAfter}) {
             SCOPED_TRACE("call " + std::to_string(call));
             killAt(call, effect);
-            const std::string left = foundInACopy(); // a copy, so that the next save is the first to open what was left
-            ASSERT_TRUE(left == before || left == after) << left.substr(0, 200);
-            EXPECT_FALSE(isNew && left == before);
-            isNew = left == after;
-            expectTheNextSaveToSucceed(left == after);
+            const std::string drawings = readDrawingsInACopy();
+            ASSERT_TRUE(drawings == before || drawings == after) << drawings.substr(0, 200);
+            EXPECT_FALSE(isNew && drawings == before);
+            isNew = drawings == after;
+            expectTheNextSaveToSucceed(drawings == after);
             if (HasFailure())
                 return;
         }
@@ -51,7 +42,7 @@ TEST_P(KilledDrawing, AtAnyCall_LeavesTheOldAndLaterTheNew)
 INSTANTIATE_TEST_SUITE_P(Each, KilledDrawing,
                          testing::Values(kNewDrawing, kChangedDrawing, kShrunkDrawing, kCopiedDrawing,
                                          kOverwrittenDrawing),
-                         [](const auto& scenario) { return std::string(scenario.param.name); });
+                         caseName);
 
 } // namespace
 } // namespace Tests

@@ -1,5 +1,4 @@
-// The power fails at some moment of a save. In every state in which the disk may be found, the old content or the new
-// is there.
+// The power fails at any moment of a save. Every state of the disk must have the old content or the new.
 #include "saves/posix/interrupted_save.h"
 
 namespace Tests {
@@ -9,81 +8,76 @@ namespace fs = std::filesystem;
 
 class PowerLoss : public InterruptedSave {
 protected:
-    /// The contents that a program finds in every state of the disk at any moment of the calls.
-    std::set<std::string> foundAtAnyMoment(const std::vector<DiskCall>& saved)
+    /// The contents after a power loss at any moment of the calls.
+    std::set<std::string> contentsAtAnyMoment(const std::vector<DiskCall>& saveCalls)
     {
         std::set<std::string> contents;
         SimulatedDisk disk(folder, initialContents);
-        addFound(disk, contents);
-        for (const DiskCall& call : saved) {
+        addContents(disk, contents);
+        for (const DiskCall& call : saveCalls) {
             disk.apply(call);
-            addFound(disk, contents);
+            addContents(disk, contents);
         }
         return contents;
     }
-    std::set<std::string> foundAfter(const std::vector<DiskCall>& saved)
+    /// The contents after a power loss behind the last call.
+    std::set<std::string> contentsAfter(const std::vector<DiskCall>& saveCalls)
     {
         SimulatedDisk disk(folder, initialContents);
-        for (const DiskCall& call : saved)
+        for (const DiskCall& call : saveCalls)
             disk.apply(call);
         std::set<std::string> contents;
         states_.clear();
-        addFound(disk, contents);
+        addContents(disk, contents);
         return contents;
     }
     std::vector<DiskCall> callsWithoutFlushes() const
     {
-        std::vector<DiskCall> left = calls;
-        std::erase_if(left, [](const DiskCall& call) { return call.kind == DiskCall::Kind::flush; });
-        return left;
+        std::vector<DiskCall> remaining = calls;
+        std::erase_if(remaining, [](const DiskCall& call) { return call.kind == DiskCall::Kind::flush; });
+        return remaining;
     }
 
 private:
-    void addFound(const SimulatedDisk& disk, std::set<std::string>& contents)
+    void addContents(const SimulatedDisk& disk, std::set<std::string>& contents)
     {
-        for (const FolderContents& state : disk.afterPowerLoss()) {
+        for (const FolderContents& state : disk.statesAfterPowerLoss()) {
             if (!states_.insert(state).second)
                 continue;
-            makeFolder(place_.path() / "found", state);
-            contents.insert(scenario().content(place_.path() / "found"));
+            makeFolder(restored_.path() / "files", state);
+            contents.insert(scenario().content(restored_.path() / "files"));
         }
     }
 
-    TemporaryFolder place_;
-    std::set<FolderContents> states_; // the states that were opened
+    TemporaryFolder restored_;
+    std::set<FolderContents> states_; // the states that were read
 };
 
-TEST_P(PowerLoss, TheCallsAreAllThatTheSaveDoes)
+TEST_P(PowerLoss, RecordedCalls_AreAllCallsOfTheSave)
 {
     SimulatedDisk disk(folder, initialContents);
     for (const DiskCall& call : calls)
         disk.apply(call);
-    EXPECT_EQ(disk.seen(), contentsBelow(folder));
+    EXPECT_EQ(disk.visibleContents(), contentsBelow(folder));
 }
 
-TEST_P(PowerLoss, AtAnyMoment_LeavesTheOldOrTheNew)
+TEST_P(PowerLoss, PowerLossDuringTheSave_LeavesTheOldOrTheNewContent)
 {
-    EXPECT_EQ(foundAtAnyMoment(calls), (std::set<std::string>{before, after}));
+    EXPECT_EQ(contentsAtAnyMoment(calls), (std::set<std::string>{before, after}));
 }
-
-INSTANTIATE_TEST_SUITE_P(Each, PowerLoss, testing::Values(kNewFile, kReplacedFile),
-                         [](const auto& scenario) { return std::string(scenario.param.name); });
 
 /// Replacing a file returns only when the new content is on the disk.
-class PowerLossOfAWholeFile : public PowerLoss {};
-
-TEST_P(PowerLossOfAWholeFile, AfterTheSave_LeavesTheNew)
+TEST_P(PowerLoss, PowerLossAfterTheSave_LeavesTheNewContent)
 {
-    EXPECT_EQ(foundAfter(calls), std::set<std::string>{after});
+    EXPECT_EQ(contentsAfter(calls), std::set<std::string>{after});
 }
 
-TEST_P(PowerLossOfAWholeFile, WithoutTheFlushes_WouldLeaveNeither)
+TEST_P(PowerLoss, PowerLossWithoutFlushes_LeavesOtherContent)
 {
-    EXPECT_GT(foundAtAnyMoment(callsWithoutFlushes()).size(), 2U);
+    EXPECT_GT(contentsAtAnyMoment(callsWithoutFlushes()).size(), 2U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, PowerLossOfAWholeFile, testing::Values(kNewFile, kReplacedFile),
-                         [](const auto& scenario) { return std::string(scenario.param.name); });
+INSTANTIATE_TEST_SUITE_P(Each, PowerLoss, testing::Values(kNewFile, kReplacedFile), caseName);
 
 } // namespace
 } // namespace Tests

@@ -8,46 +8,46 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path fileIn(const fs::path& folder)
+fs::path savedFile(const fs::path& folder)
 {
     return folder / "a.txt";
 }
 
-void nothing(const fs::path& /*folder*/)
+void prepareNothing(const fs::path& /*folder*/)
 {
 }
 
-void olderFile(const fs::path& folder)
+void writeOlderFile(const fs::path& folder)
 {
-    writeFile(fileIn(folder), std::string(3'000, 'o'));
+    writeFile(savedFile(folder), std::string(3'000, 'o'));
 }
 
-void linkToOlderFile(const fs::path& folder)
+void linkOlderFile(const fs::path& folder)
 {
-    olderFile(folder);
-    fs::rename(fileIn(folder), folder / "real.txt");
-    fs::create_symlink("real.txt", fileIn(folder));
+    writeOlderFile(folder);
+    fs::rename(savedFile(folder), folder / "real.txt");
+    fs::create_symlink("real.txt", savedFile(folder));
 }
 
-bool newFile(const fs::path& folder)
+bool saveNewFile(const fs::path& folder)
 {
-    return Embedded::replaceFile(fileIn(folder), std::string(20'000, 'n')).has_value();
+    return Embedded::replaceFile(savedFile(folder), std::string(20'000, 'n')).has_value();
 }
 
-std::string fileContent(const fs::path& folder)
+std::string readContent(const fs::path& folder)
 {
-    return fs::exists(fileIn(folder)) ? readFile(fileIn(folder)) : std::string();
+    return fs::exists(savedFile(folder)) ? readFile(savedFile(folder)) : std::string();
 }
 
-std::string linkedContent(const fs::path& folder)
+std::string readLinkedContent(const fs::path& folder)
 {
-    return fs::is_symlink(fileIn(folder)) ? fileContent(folder) : "refused: not a link";
+    return fs::is_symlink(savedFile(folder)) ? readContent(folder) : "refused: not a link";
 }
 
 } // namespace
 
-constinit const SaveScenario kNewFile = {"NewFile", nothing, newFile, fileContent};
-constinit const SaveScenario kReplacedFile = {"ReplacedFile", olderFile, newFile, fileContent};
-constinit const SaveScenario kLinkedFile = {"LinkedFile", linkToOlderFile, newFile, linkedContent};
+constinit const SaveScenario kNewFile = {"NewFile", prepareNothing, saveNewFile, readContent};
+constinit const SaveScenario kReplacedFile = {"ReplacedFile", writeOlderFile, saveNewFile, readContent};
+constinit const SaveScenario kLinkedFile = {"LinkedFile", linkOlderFile, saveNewFile, readLinkedContent};
 
 } // namespace Tests

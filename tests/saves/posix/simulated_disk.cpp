@@ -80,7 +80,7 @@ void SimulatedDisk::flush(const std::string& name)
     std::erase_if(pendingNames_, [&](const NameChange& change) { return change.folder == name; });
 }
 
-FolderContents SimulatedDisk::seen() const
+FolderContents SimulatedDisk::visibleContents() const
 {
     FolderContents contents;
     for (const auto& [name, number] : names_) {
@@ -92,8 +92,8 @@ FolderContents SimulatedDisk::seen() const
     return contents;
 }
 
-/// Every number of pending changes, the last of them complete, with half its bytes, or with zeros.
-std::set<std::string> SimulatedDisk::contentsOf(const File& file) const
+/// The first pending changes, any number of them. The last one is complete, has half its bytes, or zeros.
+std::set<std::string> SimulatedDisk::possibleContents(const File& file) const
 {
     std::set<std::string> contents{file.flushed};
     std::string content = file.flushed;
@@ -129,21 +129,21 @@ std::set<SimulatedDisk::Names> SimulatedDisk::possibleNames() const
 
 void SimulatedDisk::addStates(const Names& names, std::set<FolderContents>& states) const
 {
-    std::set<FolderContents> found{{}};
+    std::set<FolderContents> combined{{}};
     for (const auto& [name, number] : names) {
         std::set<FolderContents> more;
-        for (const std::string& content : contentsOf(files_.at(number))) {
-            for (FolderContents state : found) {
+        for (const std::string& content : possibleContents(files_.at(number))) {
+            for (FolderContents state : combined) {
                 state[name] = content;
                 more.insert(std::move(state));
             }
         }
-        found = std::move(more);
+        combined = std::move(more);
     }
-    states.merge(found);
+    states.merge(combined);
 }
 
-std::set<FolderContents> SimulatedDisk::afterPowerLoss() const
+std::set<FolderContents> SimulatedDisk::statesAfterPowerLoss() const
 {
     std::set<FolderContents> states;
     for (const Names& names : possibleNames())

@@ -22,9 +22,9 @@ public:
 
     void apply(const DiskCall& call);
     /// The contents that a running program sees.
-    FolderContents seen() const;
-    /// Every state in which the disk may be found.
-    std::set<FolderContents> afterPowerLoss() const;
+    FolderContents visibleContents() const;
+    /// Every state that the disk may have after a loss of power.
+    std::set<FolderContents> statesAfterPowerLoss() const;
 
 private:
     using Names = std::map<std::string, std::size_t>; // the number of the file by its name
@@ -48,7 +48,7 @@ private:
     std::string nameOf(const std::filesystem::path& path) const;
     void changeName(NameChange change);
     void flush(const std::string& name);
-    std::set<std::string> contentsOf(const File& file) const;
+    std::set<std::string> possibleContents(const File& file) const;
     std::set<Names> possibleNames() const;
     void addStates(const Names& names, std::set<FolderContents>& states) const;
 
@@ -62,9 +62,9 @@ private:
     std::vector<NameChange> pendingNames_;
 };
 
-/// Makes the folder hold exactly these contents.
+/// Replaces the folder by one with these contents.
 void makeFolder(const std::filesystem::path& folder, const FolderContents& contents);
-/// The contents of a folder.
+/// The contents of the files below the folder.
 FolderContents contentsBelow(const std::filesystem::path& folder);
 
 } // namespace Tests

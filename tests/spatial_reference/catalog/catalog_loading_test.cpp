@@ -19,18 +19,18 @@ protected:
 
 TEST_F(CatalogLoading, ASystemKnowsItsCodeNameAndKind)
 {
-    const auto definition = system(L"EPSG:25832");
+    const auto definition = loadSystem(L"EPSG:25832");
     EXPECT_EQ(codeOf(*definition), L"EPSG:25832");
     EXPECT_EQ(nameOf(*definition), L"ETRS89 / UTM zone 32N");
     EXPECT_EQ(kindOf(*definition), kindProjected);
 }
 
-TEST_F(CatalogLoading, AuthorityIsFoundInAnyCaseAndAnsweredInTheCatalogsSpelling)
+TEST_F(CatalogLoading, AuthorityIsFoundInAnyCaseAndReturnedInTheCatalogsSpelling)
 {
-    EXPECT_EQ(codeOf(*system(L"epsg:25832")), L"EPSG:25832");
-    EXPECT_EQ(codeOf(*system(L"Esri:102100")), L"ESRI:102100");
-    EXPECT_EQ(codeOf(*system(L"ogc:CRS84")), L"OGC:CRS84");
-    EXPECT_EQ(codeOf(*system(L"local:METRE")), L"LOCAL:METRE");
+    EXPECT_EQ(codeOf(*loadSystem(L"epsg:25832")), L"EPSG:25832");
+    EXPECT_EQ(codeOf(*loadSystem(L"Esri:102100")), L"ESRI:102100");
+    EXPECT_EQ(codeOf(*loadSystem(L"ogc:CRS84")), L"OGC:CRS84");
+    EXPECT_EQ(codeOf(*loadSystem(L"local:METRE")), L"LOCAL:METRE");
 }
 
 struct SystemFacts {
@@ -45,7 +45,7 @@ class KnownSystem : public CatalogLoading, public testing::WithParamInterface<Sy
 TEST_P(KnownSystem, HasItsKindDatumAndEllipsoid)
 {
     const auto& facts = GetParam();
-    const auto definition = system(facts.code);
+    const auto definition = loadSystem(facts.code);
     EXPECT_EQ(kindOf(*definition), facts.kind);
     EXPECT_EQ(datumCodeOf(*definition), facts.datum);
     EXPECT_EQ(ellipsoidCodeOf(*definition), facts.ellipsoid);
@@ -57,7 +57,7 @@ TEST_P(KnownSystem, HasItsKindDatumAndEllipsoid)
 INSTANTIATE_TEST_SUITE_P(
     Catalog, KnownSystem,
     testing::Values(SystemFacts{L"EPSG:25832", kindProjected, L"EPSG:6258", L"EPSG:7019"},   // a datum ensemble
-                    SystemFacts{L"EPSG:4326", kindGeographic, L"EPSG:6326", L"EPSG:7030"},   // another
+                    SystemFacts{L"EPSG:4326", kindGeographic, L"EPSG:6326", L"EPSG:7030"},   // a datum ensemble
                     SystemFacts{L"EPSG:4979", kindGeographic, L"EPSG:6326", L"EPSG:7030"},   // with heights
                     SystemFacts{L"EPSG:4978", kindGeocentric, L"EPSG:6326", L"EPSG:7030"},   // geocentric
                     SystemFacts{L"EPSG:2263", kindProjected, L"EPSG:6269", L"EPSG:7019"},    // US survey feet
@@ -68,13 +68,13 @@ INSTANTIATE_TEST_SUITE_P(
                     SystemFacts{L"EPSG:7415", kindProjected, L"EPSG:6289", L"EPSG:7004"},    // compound
                     SystemFacts{L"EPSG:9518", kindGeographic, L"EPSG:6326", L"EPSG:7030"})); // compound, geographic
 
-TEST_F(CatalogLoading, TheSpellingOfACodeThatIsNoNumberIsKept)
+TEST_F(CatalogLoading, ACodeThatIsNotANumberKeepsItsSpelling)
 {
-    const auto definition = system(L"ESRI:4812");
+    const auto definition = loadSystem(L"ESRI:4812");
     EXPECT_EQ(datumCodeOf(*definition), L"ESRI:106011_Paris");
 }
 
-TEST_F(CatalogLoading, WhatTheCatalogHasNotIsNotFound)
+TEST_F(CatalogLoading, AnUnknownCodeIsNotFound)
 {
     for (const wchar_t* code :
          {L"EPSG:1", L"EPSG:99999999", L"NOBODY:4326", L"EPSG: 4326", L"EPSG:4326 ", L"EPSG:04326", L"EPSG:4326.0",
@@ -83,12 +83,12 @@ TEST_F(CatalogLoading, WhatTheCatalogHasNotIsNotFound)
     EXPECT_EQ(loadStatus(nullptr), statusNotFound);
 }
 
-TEST_F(CatalogLoading, VerticalSystemsAreNotInThisCatalog)
+TEST_F(CatalogLoading, AVerticalSystemIsNotFound)
 {
     EXPECT_EQ(loadStatus(L"EPSG:5773"), statusNotFound);
 }
 
-TEST_F(CatalogLoading, ADatumIsNoSystem)
+TEST_F(CatalogLoading, TheCodeOfADatumIsNotFoundAsASystem)
 {
     EXPECT_EQ(loadStatus(L"EPSG:6326"), statusNotFound);
 }
@@ -96,7 +96,7 @@ TEST_F(CatalogLoading, ADatumIsNoSystem)
 TEST_F(CatalogLoading, LocalSystemsAreNotReferencedToTheEarth)
 {
     for (const wchar_t* code : {L"LOCAL:METRE", L"LOCAL:FOOT", L"LOCAL:US-SURVEY-FOOT"}) {
-        const auto definition = system(code);
+        const auto definition = loadSystem(code);
         EXPECT_EQ(codeOf(*definition), code);
         EXPECT_EQ(kindOf(*definition), kindNotEarthReferenced);
         EXPECT_EQ(datumCodeOf(*definition), L"");
@@ -105,9 +105,9 @@ TEST_F(CatalogLoading, LocalSystemsAreNotReferencedToTheEarth)
     }
 }
 
-TEST_F(CatalogLoading, ALocalSystemHasNoDatumAndNoEllipsoidToGive)
+TEST_F(CatalogLoading, TheDatumAndEllipsoidOfALocalSystemAreNotFound)
 {
-    const auto definition = system(L"LOCAL:METRE");
+    const auto definition = loadSystem(L"LOCAL:METRE");
     DatumDefinition* datum = nullptr;
     EXPECT_EQ(definition->GetDatum(datum), statusNotFound);
     EXPECT_EQ(datum, nullptr);
@@ -116,9 +116,9 @@ TEST_F(CatalogLoading, ALocalSystemHasNoDatumAndNoEllipsoidToGive)
     EXPECT_EQ(ellipsoid, nullptr);
 }
 
-TEST_F(CatalogLoading, AnUnspecifiedDatumIsNone)
+TEST_F(CatalogLoading, AnUnspecifiedDatumCountsAsMissing)
 {
-    const auto definition = system(L"EPSG:4001"); // Unknown datum based upon the Airy 1830 ellipsoid
+    const auto definition = loadSystem(L"EPSG:4001"); // Unknown datum based upon the Airy 1830 ellipsoid
     EXPECT_EQ(datumCodeOf(*definition), L"");
     EXPECT_EQ(ellipsoidCodeOf(*definition), L"EPSG:7001");
     EXPECT_FALSE(isDatumBased(*definition));
@@ -127,17 +127,17 @@ TEST_F(CatalogLoading, AnUnspecifiedDatumIsNone)
     EXPECT_EQ(codeOf(*ellipsoidOf(*definition)), L"EPSG:7001");
 }
 
-TEST_F(CatalogLoading, ADatumOfACatalogSystemIsTheCatalogsDatum)
+TEST_F(CatalogLoading, TheDatumOfASystemEqualsTheDatumLoadedByItsCode)
 {
     for (const wchar_t* code : {L"EPSG:25832", L"EPSG:4326", L"EPSG:27572", L"EPSG:7415", L"EPSG:2263"}) {
-        const auto part = datumOf(*system(code));
-        EXPECT_EQ(factsOf(*part), factsOf(*datum(codeOf(*part)))) << code;
+        const auto part = datumOf(*loadSystem(code));
+        EXPECT_EQ(describe(*part), describe(*loadDatum(codeOf(*part)))) << code;
     }
 }
 
 TEST_F(CatalogLoading, ADatumHasAnEllipsoid)
 {
-    const auto definition = datum(L"epsg:6289");
+    const auto definition = loadDatum(L"epsg:6289");
     EXPECT_EQ(nameOf(*definition), L"Amersfoort");
     const wchar_t* code = nullptr;
     EXPECT_EQ(definition->GetEllipsoidCode(code), statusOk);
@@ -145,7 +145,7 @@ TEST_F(CatalogLoading, ADatumHasAnEllipsoid)
     EllipsoidDefinition* part = nullptr;
     EXPECT_EQ(definition->GetEllipsoid(part), statusOk);
     const Holder<EllipsoidDefinition> held(part);
-    EXPECT_EQ(factsOf(*held), factsOf(*ellipsoid(L"EPSG:7004")));
+    EXPECT_EQ(describe(*held), describe(*loadEllipsoid(L"EPSG:7004")));
 }
 
 TEST_F(CatalogLoading, AVerticalDatumIsNotFound)
@@ -165,7 +165,7 @@ class KnownEllipsoid : public CatalogLoading, public testing::WithParamInterface
 
 TEST_P(KnownEllipsoid, HasItsFigureInMetres)
 {
-    const auto definition = ellipsoid(GetParam().code);
+    const auto definition = loadEllipsoid(GetParam().code);
     double axis = 0;
     EXPECT_EQ(definition->GetSemiMajorAxisInMetres(axis), statusOk);
     EXPECT_NEAR(axis, GetParam().semiMajorAxis, 1e-6);
@@ -180,7 +180,7 @@ INSTANTIATE_TEST_SUITE_P(Catalog, KnownEllipsoid,
                                          EllipsoidFacts{L"EPSG:7042", 6377299.365595, 300.80172554}, // Indian feet
                                          EllipsoidFacts{L"EPSG:7048", 6371007, 0}));                 // a sphere
 
-TEST_F(CatalogLoading, NothingIsMadeOfNoSystem)
+TEST_F(CatalogLoading, ANullSystemIsRefused)
 {
     CoordinateReferenceSystemOperation* operation = nullptr;
     EXPECT_EQ(CoordinateReferenceSystemOperation::Load(nullptr, operation), statusInvalidArgument);
@@ -190,10 +190,10 @@ TEST_F(CatalogLoading, NothingIsMadeOfNoSystem)
     EXPECT_EQ(figure, nullptr);
 }
 
-TEST_F(CatalogLoading, LoadingKeepsNoCountOfItsOwn)
+TEST_F(CatalogLoading, RepeatedLoadsGiveEqualSystems)
 {
     for (int repeat = 0; repeat < 3; ++repeat)
-        EXPECT_EQ(factsOf(*system(L"EPSG:7415")), factsOf(*system(L"EPSG:7415")));
+        EXPECT_EQ(describe(*loadSystem(L"EPSG:7415")), describe(*loadSystem(L"EPSG:7415")));
 }
 
 } // namespace

@@ -56,7 +56,7 @@ TEST_F(CatalogSearch, TheListHasTheSystemsOfTheReferenceCatalog)
     EXPECT_EQ(std::ranges::count(catalogEntries(), 0, &CatalogEntry::kind), 0);
 }
 
-TEST_F(CatalogSearch, AnEntrySaysWhatTheSystemIs)
+TEST_F(CatalogSearch, AnEntryDescribesItsSystem)
 {
     const auto entry = findCatalogEntry(L"epsg:7415");
     ASSERT_TRUE(entry);
@@ -67,7 +67,7 @@ TEST_F(CatalogSearch, AnEntrySaysWhatTheSystemIs)
     EXPECT_TRUE(entry->areaOfUse.starts_with(L"Netherlands")) << entry->areaOfUse;
 }
 
-TEST_F(CatalogSearch, AnEntryIsFoundExactlyWhenItsSystemLoads)
+TEST_F(CatalogSearch, AnEntryIsFoundOnlyForASystemThatCanBeLoaded)
 {
     EXPECT_FALSE(findCatalogEntry(L"EPSG:5773")); // vertical
     EXPECT_FALSE(findCatalogEntry(L"EPSG:1"));
@@ -77,10 +77,10 @@ TEST_F(CatalogSearch, AnEntryIsFoundExactlyWhenItsSystemLoads)
     EXPECT_EQ(findCatalogEntry(L"Local:FOOT")->kind, kindNotEarthReferenced);
 }
 
-TEST_F(CatalogSearch, EveryWordMustOccurInAnyCase)
+TEST_F(CatalogSearch, EveryWordOfTheQueryMustOccurInAnyCase)
 {
-    const auto found = searchCatalog(query(L"new AMERSFOORT  rd"));
-    EXPECT_EQ(codes(found), (Codes{L"EPSG:7415", L"EPSG:28992"}));
+    const auto results = searchCatalog(query(L"new AMERSFOORT  rd"));
+    EXPECT_EQ(codes(results), (Codes{L"EPSG:7415", L"EPSG:28992"}));
     EXPECT_TRUE(searchCatalog(query(L"amersfoort nowhere")).empty());
 }
 
@@ -93,25 +93,25 @@ TEST_F(CatalogSearch, AnExactCodeComesFirst)
 
 TEST_F(CatalogSearch, AnExactNameComesBeforeNamesThatBeginWithIt)
 {
-    const auto found = searchCatalog(query(L"WGS 84"));
-    ASSERT_GT(found.size(), 10U);
-    const auto firstOther = std::ranges::find_if(found, [](const auto& entry) { return entry.name != L"WGS 84"; });
-    EXPECT_GE(firstOther - found.begin(), 3); // two and three dimensions, geocentric
+    const auto results = searchCatalog(query(L"WGS 84"));
+    ASSERT_GT(results.size(), 10U);
+    const auto firstOther = std::ranges::find_if(results, [](const auto& entry) { return entry.name != L"WGS 84"; });
+    EXPECT_GE(firstOther - results.begin(), 3); // two and three dimensions, geocentric
     EXPECT_TRUE(firstOther->name.starts_with(L"WGS 84"));
-    EXPECT_TRUE(std::all_of(firstOther, found.end(), [](const auto& entry) { return entry.name != L"WGS 84"; }));
+    EXPECT_TRUE(std::all_of(firstOther, results.end(), [](const auto& entry) { return entry.name != L"WGS 84"; }));
 }
 
 TEST_F(CatalogSearch, CodesAreOrderedByNumber)
 {
-    const auto found = searchCatalog(query(L"ETRS89 / UTM zone 3"));
+    const auto results = searchCatalog(query(L"ETRS89 / UTM zone 3"));
     const auto place = [&](const wchar_t* code) {
-        return std::ranges::find(found, code, &CatalogEntry::code) - found.begin();
+        return std::ranges::find(results, code, &CatalogEntry::code) - results.begin();
     };
     EXPECT_LT(place(L"EPSG:3044"), place(L"EPSG:25830"));
     EXPECT_LT(place(L"EPSG:25830"), place(L"EPSG:25832"));
 }
 
-TEST_F(CatalogSearch, KindAuthorityAndLimitNarrowTheAnswer)
+TEST_F(CatalogSearch, KindAuthorityAndLimitNarrowTheResult)
 {
     CatalogQuery narrow = query(L"WGS 84");
     narrow.kind = kindGeocentric;
@@ -125,7 +125,7 @@ TEST_F(CatalogSearch, KindAuthorityAndLimitNarrowTheAnswer)
     EXPECT_EQ(searchCatalog(narrow).size(), 2U);
 }
 
-TEST_F(CatalogSearch, DeprecatedSystemsAreAnsweredOnRequest)
+TEST_F(CatalogSearch, DeprecatedSystemsAreListedOnRequest)
 {
     CatalogQuery old = query(L"EPSG:3785");
     EXPECT_TRUE(searchCatalog(old).empty());
@@ -133,7 +133,7 @@ TEST_F(CatalogSearch, DeprecatedSystemsAreAnsweredOnRequest)
     EXPECT_EQ(codes(searchCatalog(old)), Codes{L"EPSG:3785"});
 }
 
-TEST_F(CatalogSearch, ADeprecatedSystemSaysWhatReplacesIt)
+TEST_F(CatalogSearch, ADeprecatedSystemNamesItsReplacement)
 {
     EXPECT_EQ(replacementCodes(L"epsg:3785"), Codes{L"EPSG:3857"});
     EXPECT_TRUE(replacementCodes(L"EPSG:3857").empty());
@@ -141,12 +141,12 @@ TEST_F(CatalogSearch, ADeprecatedSystemSaysWhatReplacesIt)
     EXPECT_TRUE(replacementCodes(L"LOCAL:METRE").empty());
 }
 
-TEST_F(CatalogSearch, SwappedDigitsAreSuggestedBack)
+TEST_F(CatalogSearch, SwappedDigitsAreCorrectedBySuggestions)
 {
     EXPECT_EQ(codes(suggestCodes(L"EPSG:25823", 1)), Codes{L"EPSG:25832"});
 }
 
-TEST_F(CatalogSearch, AMisspeltAuthorityIsSuggestedBack)
+TEST_F(CatalogSearch, AMisspeltAuthorityIsCorrectedBySuggestions)
 {
     EXPECT_EQ(codes(suggestCodes(L"ESPG:25832", 1)), Codes{L"EPSG:25832"});
     EXPECT_EQ(codes(suggestCodes(L"epg:4326", 1)), Codes{L"EPSG:4326"});
@@ -165,7 +165,7 @@ TEST_F(CatalogSearch, ANameSuggestsItsSystem)
     EXPECT_EQ(suggestCodes(L"Amersfoort / RD New", 3).front().code, L"EPSG:28992");
 }
 
-TEST_F(CatalogSearch, NothingIsSuggestedForNothing)
+TEST_F(CatalogSearch, UnrelatedTextsHaveNoSuggestions)
 {
     EXPECT_TRUE(suggestCodes(L"", 5).empty());
     EXPECT_TRUE(suggestCodes(L"EPSG:25823", 0).empty());
@@ -173,7 +173,7 @@ TEST_F(CatalogSearch, NothingIsSuggestedForNothing)
     EXPECT_LE(suggestCodes(L"EPSG:3", 4).size(), 4U);
 }
 
-TEST_F(CatalogSearch, VersionsAreNamed)
+TEST_F(CatalogSearch, VersionsOfProjAndTheCatalogAreKnown)
 {
     EXPECT_TRUE(projVersion().starts_with("PROJ 9"));
     EXPECT_TRUE(catalogVersion().starts_with("EPSG v1"));

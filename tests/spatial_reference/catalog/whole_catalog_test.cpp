@@ -1,4 +1,4 @@
-// Promises that hold for every system of the catalog, measured over all of them.
+// Checks every system of the catalog.
 #include <algorithm>
 #include <cstdio>
 #include <map>
@@ -15,24 +15,24 @@ namespace {
 using namespace Tests;
 using Embedded::CatalogEntry;
 
-/// The longest so far, and whose it is.
+/// The longest stream or text so far, and the code of its definition.
 struct Longest {
     std::size_t length = 0;
     std::wstring code;
 
-    void see(std::size_t candidate, const std::wstring& of)
+    void update(std::size_t candidate, const std::wstring& candidateCode)
     {
         if (candidate > length) {
             length = candidate;
-            code = of;
+            code = candidateCode;
         }
     }
 };
 
-/// How many systems there are for each one that is taken.
+/// The tests check one of so many systems.
 constexpr std::size_t kStride = ORVEL_CATALOG_STRIDE;
 
-/// Every slices-th entry of those that are taken, from the slice-th on; slow tests run slice by slice, side by side.
+/// One of `slices` equal parts of the checked entries. Slow tests check the slices in parallel.
 std::vector<CatalogEntry> sliceOfCatalog(std::size_t slice, std::size_t slices)
 {
     std::vector<CatalogEntry> entries;
@@ -52,7 +52,7 @@ protected:
         for (const CatalogEntry& entry : sliceOfCatalog(slice, slices)) {
             if (entry.deprecated)
                 continue;
-            const auto definition = system(entry.code);
+            const auto definition = loadSystem(entry.code);
             if (definition) {
                 visit(entry, *definition);
                 ++count;
@@ -67,20 +67,20 @@ protected:
     }
 };
 
-TEST_F(WholeCatalog, EverySystemWithDatumAndEllipsoidFitsAStreamAndComesBack)
+TEST_F(WholeCatalog, EverySystemDatumAndEllipsoidFitsAStreamAndIsRestored)
 {
     Longest longest;
     std::set<std::wstring> partsSeen;
     std::size_t projectedAndGeographic = 0;
     const auto expectRoundTrip = [&](const DefinitionBase& definition) {
-        const Bytes bytes = bytesOf({&definition});
+        const Bytes bytes = writeStream({&definition});
         ASSERT_FALSE(bytes.empty()) << codeOf(definition);
-        longest.see(bytes.size(), codeOf(definition));
-        const auto copies = read(bytes);
+        longest.update(bytes.size(), codeOf(definition));
+        const auto copies = readStream(bytes);
         ASSERT_TRUE(copies) << codeOf(definition);
         ASSERT_EQ(copies->GetCount(), 1);
         EXPECT_EQ(codeOf(*copies->GetItem(0)), codeOf(definition));
-        EXPECT_EQ(serialized(*copies->GetItem(0), false), serialized(definition, false)) << codeOf(definition);
+        EXPECT_EQ(serialize(*copies->GetItem(0), false), serialize(definition, false)) << codeOf(definition);
     };
     const std::size_t count = forEachLiveSystem([&](const CatalogEntry& entry, const auto& definition) {
         projectedAndGeographic += isProjectedOrGeographic(entry) ? 1U : 0U;
@@ -99,19 +99,19 @@ TEST_F(WholeCatalog, EverySystemWithDatumAndEllipsoidFitsAStreamAndComesBack)
 
 class SliceOfCatalog : public WholeCatalog, public testing::WithParamInterface<std::size_t> {};
 
-TEST_P(SliceOfCatalog, EveryTextFitsAndComesBack)
+TEST_P(SliceOfCatalog, EveryTextFitsItsLimitAndIsRestored)
 {
     Longest longest;
     const std::size_t count = forEachLiveSystem(
         [&](const CatalogEntry& entry, const auto& definition) {
-            const Bytes text = serialized(definition, true);
+            const Bytes text = serialize(definition, true);
             ASSERT_FALSE(text.empty()) << entry.code;
-            longest.see(text.size(), entry.code);
+            longest.update(text.size(), entry.code);
             Holder<DefinitionBaseArray> copies;
             ASSERT_EQ(deserialize(text, copies), statusOk) << entry.code;
             const int expected = kindOf(definition) == kindNotEarthReferenced ? 1 : isDatumBased(definition) ? 3 : 2;
             EXPECT_EQ(copies->GetCount(), expected) << entry.code;
-            EXPECT_EQ(serialized(*copies->GetItem(0), true), text) << entry.code;
+            EXPECT_EQ(serialize(*copies->GetItem(0), true), text) << entry.code;
         },
         GetParam(), kSlices);
     std::printf("%zu live systems; longest text with datum and ellipsoid: %zu bytes, %ls\n", count, longest.length,
@@ -121,10 +121,10 @@ TEST_P(SliceOfCatalog, EveryTextFitsAndComesBack)
 
 INSTANTIATE_TEST_SUITE_P(Slices, SliceOfCatalog, testing::Range(std::size_t{0}, kSlices));
 
-TEST_F(WholeCatalog, EveryEntryOfTheListIsWhatTheLoaderLoads)
+TEST_F(WholeCatalog, EveryEntryOfTheListAgreesWithTheLoadedSystem)
 {
     for (const CatalogEntry& entry : sliceOfCatalog(0, 1)) {
-        const auto definition = system(entry.code);
+        const auto definition = loadSystem(entry.code);
         ASSERT_TRUE(definition);
         EXPECT_EQ(codeOf(*definition), entry.code);
         EXPECT_EQ(nameOf(*definition), entry.name) << entry.code;
@@ -133,13 +133,13 @@ TEST_F(WholeCatalog, EveryEntryOfTheListIsWhatTheLoaderLoads)
     }
 }
 
-/// PROJ's own object, and what its WKT has that a definition has not: the area and scope of use, the remark and the
-/// mark of a deprecated code, which are statements about the catalog's entry.
+/// Compares with the WKT that PROJ itself writes. A definition has no area and scope of use, no remark and no mark of a
+/// deprecated code, since these describe the entry of the catalog.
 class WktOfTheCatalog : public WholeCatalog {
 protected:
     WktOfTheCatalog() : context_(proj_context_create()) { proj_log_level(context_.get(), PJ_LOG_NONE); }
 
-    std::wstring original(const std::wstring& code, PJ_WKT_TYPE type) const
+    std::wstring projWkt(const std::wstring& code, PJ_WKT_TYPE type) const
     {
         const std::string utf8 = Embedded::utf8FromWide(code);
         const auto colon = utf8.find(':');
@@ -157,7 +157,7 @@ private:
         void operator()(PJ* object) const { proj_destroy(object); }
     };
 
-    /// Nodes nest, and a text may hold brackets.
+    /// Skips nested nodes, and brackets in texts.
     static std::size_t endOfNode(const std::wstring& text, std::size_t open)
     {
         int depth = 0;
@@ -186,7 +186,7 @@ private:
     std::unique_ptr<PJ_CONTEXT, Release> context_;
 };
 
-TEST_F(WktOfTheCatalog, EqualsProjsOwn_AndWhatNeedsWkt2IsKnown)
+TEST_F(WktOfTheCatalog, EveryWktEqualsTheOneOfProj)
 {
     std::size_t wkt1 = 0;
     std::size_t ensembles = 0;
@@ -194,16 +194,16 @@ TEST_F(WktOfTheCatalog, EqualsProjsOwn_AndWhatNeedsWkt2IsKnown)
     for (const CatalogEntry& entry : sliceOfCatalog(0, 1)) {
         if (entry.code.starts_with(L"LOCAL:"))
             continue;
-        const auto definition = system(entry.code);
-        std::wstring expected = original(entry.code, PJ_WKT1_GDAL);
+        const auto definition = loadSystem(entry.code);
+        std::wstring expected = projWkt(entry.code, PJ_WKT1_GDAL);
         const bool inexact = expected.empty();
         if (inexact)
-            expected = original(entry.code, PJ_WKT2_2019);
-        const std::wstring actual = wktOf(*definition, inexact ? statusInexact : statusOk);
+            expected = projWkt(entry.code, PJ_WKT2_2019);
+        const std::wstring actual = writeWkt(*definition, inexact ? statusInexact : statusOk);
         ++(inexact && !entry.deprecated ? wkt2[entry.kind] : wkt1);
         if (inexact && expected.find(L"ENSEMBLE[") != std::wstring::npos) {
             EXPECT_EQ(actual.find(L"ENSEMBLE["), std::wstring::npos) << entry.code;
-            ++ensembles; // written with its datum instead
+            ++ensembles; // the module writes its datum instead
         } else {
             EXPECT_EQ(actual, expected) << entry.code;
         }

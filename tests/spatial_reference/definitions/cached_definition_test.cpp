@@ -6,12 +6,12 @@ namespace {
 
 class CachedDefinition : public SpatialReferenceTest {
 protected:
-    /// Gives the system another datum than it came with.
+    /// Gives the system another datum.
     static void change(CoordinateReferenceSystemDefinition& definition)
     {
-        const std::wstring before = factsOf(definition);
-        ASSERT_EQ(definition.SetDatum(datum(L"EPSG:6326").get()), statusOk);
-        ASSERT_NE(factsOf(definition), before);
+        const std::wstring before = describe(definition);
+        ASSERT_EQ(definition.SetDatum(loadDatum(L"EPSG:6326").get()), statusOk);
+        ASSERT_NE(describe(definition), before);
     }
     static void changeFirst(DefinitionBaseArray& definitions)
     {
@@ -20,41 +20,41 @@ protected:
     }
 };
 
-TEST_F(CachedDefinition, ChangedAfterItWasLoaded_IsLoadedAsItWas)
+TEST_F(CachedDefinition, ChangeAfterALoad_DoesNotAffectTheNextLoad)
 {
-    const auto first = system(L"EPSG:25832");
-    const std::wstring before = factsOf(*first);
+    const auto first = loadSystem(L"EPSG:25832");
+    const std::wstring before = describe(*first);
     change(*first);
-    EXPECT_EQ(factsOf(*system(L"EPSG:25832")), before);
+    EXPECT_EQ(describe(*loadSystem(L"EPSG:25832")), before);
 }
 
-TEST_F(CachedDefinition, ChangedAfterItsStreamWasRead_IsReadAsItWas)
+TEST_F(CachedDefinition, ChangeAfterReadingAStream_DoesNotAffectTheNextRead)
 {
-    const auto written = system(L"EPSG:25832");
-    const Bytes bytes = bytesOf({written.get()});
-    const auto first = read(bytes);
+    const auto written = loadSystem(L"EPSG:25832");
+    const Bytes bytes = writeStream({written.get()});
+    const auto first = readStream(bytes);
     changeFirst(*first);
-    EXPECT_EQ(factsOf(*read(bytes)->GetItem(0)), factsOf(*written));
+    EXPECT_EQ(describe(*readStream(bytes)->GetItem(0)), describe(*written));
 }
 
-TEST_F(CachedDefinition, ChangedAfterItsTextWasRead_IsReadAsItWas)
+TEST_F(CachedDefinition, ChangeAfterReadingAText_DoesNotAffectTheNextRead)
 {
-    const auto written = system(L"EPSG:25832");
-    const Bytes bytes = serialized(*written, true);
+    const auto written = loadSystem(L"EPSG:25832");
+    const Bytes bytes = serialize(*written, true);
     Holder<DefinitionBaseArray> first;
     ASSERT_EQ(deserialize(bytes, first), statusOk);
     changeFirst(*first);
     Holder<DefinitionBaseArray> second;
     ASSERT_EQ(deserialize(bytes, second), statusOk);
-    EXPECT_EQ(factsOf(*second->GetItem(0)), factsOf(*written));
+    EXPECT_EQ(describe(*second->GetItem(0)), describe(*written));
 }
 
-TEST_F(CachedDefinition, ChangedAfterItsWktWasWritten_HasAnotherWkt)
+TEST_F(CachedDefinition, ChangeAfterWritingWkt_ChangesTheNextWkt)
 {
-    const auto definition = system(L"EPSG:25832");
-    const std::wstring before = wktOf(*definition);
+    const auto definition = loadSystem(L"EPSG:25832");
+    const std::wstring before = writeWkt(*definition);
     change(*definition);
-    EXPECT_NE(wktOf(*definition), before);
+    EXPECT_NE(writeWkt(*definition), before);
 }
 
 } // namespace

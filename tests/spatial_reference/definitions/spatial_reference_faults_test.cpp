@@ -1,4 +1,4 @@
-// Every call that can fail does so when it is told to, changes nothing and hands out nothing.
+// Every call fails when a fault is injected, changes nothing and returns no object.
 #include <array>
 #include <functional>
 
@@ -12,13 +12,13 @@ using Embedded::ScopedFault;
 
 constexpr int kCode = 99;
 
-/// The library's objects that a call may need, and one attempt at each call.
+/// Has the objects that the calls need.
 class InjectedFailure : public SpatialReferenceTest {
 protected:
     InjectedFailure()
-        : system_(system(L"EPSG:25832")),
-          datum_(datum(L"EPSG:6289")),
-          ellipsoid_(ellipsoid(L"EPSG:7004")),
+        : system_(loadSystem(L"EPSG:25832")),
+          datum_(loadDatum(L"EPSG:6289")),
+          ellipsoid_(loadEllipsoid(L"EPSG:7004")),
           array_(new DefinitionBaseArray),
           stream_(new DefinitionStream),
           info_(new TransformationInfo)
@@ -29,23 +29,23 @@ protected:
 
     void expectFailure(const char* call, const std::function<Status()>& attempt)
     {
-        const std::wstring before = factsOf(*system_) + factsOf(*datum_);
+        const std::wstring before = describe(*system_) + describe(*datum_);
         {
             const ScopedFault fault({.call = call, .code = kCode});
             EXPECT_EQ(attempt(), Status(kCode)) << call;
             EXPECT_EQ(Embedded::FaultInjection::failedCalls(), 1U) << call;
         }
-        EXPECT_EQ(factsOf(*system_) + factsOf(*datum_), before) << call;
+        EXPECT_EQ(describe(*system_) + describe(*datum_), before) << call;
     }
 
-    /// For calls that hand out something new: a stale pointer must become null.
-    template <typename Made>
-    void expectNothingMade(const char* call, const std::function<Status(Made*&)>& attempt)
+    /// For calls that create an object: a stale pointer must become null.
+    template <typename Created>
+    void expectNoObject(const char* call, const std::function<Status(Created*&)>& attempt)
     {
-        alignas(Made) std::array<unsigned char, sizeof(Made)> stale{};
-        Made* made = reinterpret_cast<Made*>(stale.data());
-        expectFailure(call, [&] { return attempt(made); });
-        EXPECT_EQ(made, nullptr) << call;
+        alignas(Created) std::array<unsigned char, sizeof(Created)> stale{};
+        Created* created = reinterpret_cast<Created*>(stale.data());
+        expectFailure(call, [&] { return attempt(created); });
+        EXPECT_EQ(created, nullptr) << call;
     }
 
     Holder<CoordinateReferenceSystemDefinition> system_;
@@ -56,50 +56,51 @@ protected:
     Holder<TransformationInfo> info_;
 };
 
-TEST_F(InjectedFailure, ALoadHandsOutNothing)
+TEST_F(InjectedFailure, AFailingLoadReturnsNoObject)
 {
-    expectNothingMade<CoordinateReferenceSystemDefinition>(
+    expectNoObject<CoordinateReferenceSystemDefinition>(
         "CoordinateReferenceSystemDefinition::Load",
-        [](auto*& made) { return CoordinateReferenceSystemDefinition::Load(L"EPSG:4326", made); });
-    expectNothingMade<CoordinateReferenceSystemDefinition>(
-        "CoordinateReferenceSystemDefinition::CreateFromText", [](auto*& made) {
-            return CoordinateReferenceSystemDefinition::CreateFromText(L"+proj=longlat +ellps=GRS80", L"U:1", made);
+        [](auto*& created) { return CoordinateReferenceSystemDefinition::Load(L"EPSG:4326", created); });
+    expectNoObject<CoordinateReferenceSystemDefinition>(
+        "CoordinateReferenceSystemDefinition::CreateFromText", [](auto*& created) {
+            return CoordinateReferenceSystemDefinition::CreateFromText(L"+proj=longlat +ellps=GRS80", L"U:1", created);
         });
-    expectNothingMade<DatumDefinition>("DatumDefinition::Load",
-                                       [](auto*& made) { return DatumDefinition::Load(L"EPSG:6326", made); });
-    expectNothingMade<EllipsoidDefinition>("EllipsoidDefinition::Load",
-                                           [](auto*& made) { return EllipsoidDefinition::Load(L"EPSG:7030", made); });
-    expectNothingMade<GeodeticTransformationDefinition>("GeodeticTransformationDefinition::Load", [](auto*& made) {
-        return GeodeticTransformationDefinition::Load(L"EPSG:1763", made);
+    expectNoObject<DatumDefinition>("DatumDefinition::Load",
+                                    [](auto*& created) { return DatumDefinition::Load(L"EPSG:6326", created); });
+    expectNoObject<EllipsoidDefinition>(
+        "EllipsoidDefinition::Load", [](auto*& created) { return EllipsoidDefinition::Load(L"EPSG:7030", created); });
+    expectNoObject<GeodeticTransformationDefinition>("GeodeticTransformationDefinition::Load", [](auto*& created) {
+        return GeodeticTransformationDefinition::Load(L"EPSG:1763", created);
     });
-    expectNothingMade<GeodeticPathDefinition>(
-        "GeodeticPathDefinition::Load", [](auto*& made) { return GeodeticPathDefinition::Load(L"EPSG:8094", made); });
-    expectNothingMade<CoordinateReferenceSystemOperation>(
+    expectNoObject<GeodeticPathDefinition>("GeodeticPathDefinition::Load", [](auto*& created) {
+        return GeodeticPathDefinition::Load(L"EPSG:8094", created);
+    });
+    expectNoObject<CoordinateReferenceSystemOperation>(
         "CoordinateReferenceSystemOperation::Load",
-        [this](auto*& made) { return CoordinateReferenceSystemOperation::Load(system_.get(), made); });
+        [this](auto*& created) { return CoordinateReferenceSystemOperation::Load(system_.get(), created); });
 }
 
-TEST_F(InjectedFailure, ACreationHandsOutNothing)
+TEST_F(InjectedFailure, AFailingCreationReturnsNoObject)
 {
-    expectNothingMade<DefinitionBaseArray>("DefinitionBaseArray::CreateInstance", DefinitionBaseArray::CreateInstance);
-    expectNothingMade<DefinitionStream>("DefinitionStream::CreateInstance", DefinitionStream::CreateInstance);
-    expectNothingMade<TransformationInfo>("TransformationInfo::CreateInstance", TransformationInfo::CreateInstance);
+    expectNoObject<DefinitionBaseArray>("DefinitionBaseArray::CreateInstance", DefinitionBaseArray::CreateInstance);
+    expectNoObject<DefinitionStream>("DefinitionStream::CreateInstance", DefinitionStream::CreateInstance);
+    expectNoObject<TransformationInfo>("TransformationInfo::CreateInstance", TransformationInfo::CreateInstance);
 }
 
-TEST_F(InjectedFailure, APartIsNotHandedOut)
+TEST_F(InjectedFailure, AFailingQueryForAPartReturnsNoObject)
 {
-    expectNothingMade<DatumDefinition>("CoordinateReferenceSystemDefinition::GetDatum",
-                                       [this](auto*& made) { return system_->GetDatum(made); });
-    expectNothingMade<EllipsoidDefinition>("DatumDefinition::GetEllipsoid",
-                                           [this](auto*& made) { return datum_->GetEllipsoid(made); });
-    expectNothingMade<EllipsoidDefinition>("CoordinateReferenceSystemUtil::GetEllipsoid", [this](auto*& made) {
-        return CoordinateReferenceSystemUtil::GetEllipsoid(system_.get(), made);
+    expectNoObject<DatumDefinition>("CoordinateReferenceSystemDefinition::GetDatum",
+                                    [this](auto*& created) { return system_->GetDatum(created); });
+    expectNoObject<EllipsoidDefinition>("DatumDefinition::GetEllipsoid",
+                                        [this](auto*& created) { return datum_->GetEllipsoid(created); });
+    expectNoObject<EllipsoidDefinition>("CoordinateReferenceSystemUtil::GetEllipsoid", [this](auto*& created) {
+        return CoordinateReferenceSystemUtil::GetEllipsoid(system_.get(), created);
     });
-    expectNothingMade<DefinitionBaseArray>("DefinitionStream::GetDefinitions",
-                                           [this](auto*& made) { return stream_->GetDefinitions(made); });
+    expectNoObject<DefinitionBaseArray>("DefinitionStream::GetDefinitions",
+                                        [this](auto*& created) { return stream_->GetDefinitions(created); });
 }
 
-TEST_F(InjectedFailure, AQueryLeavesItsAnswerAsItWas)
+TEST_F(InjectedFailure, AFailingQueryLeavesItsOutputUnchanged)
 {
     const wchar_t* text = L"before";
     expectFailure("DefinitionBase::GetCode", [&] { return system_->GetCode(text); });
@@ -120,31 +121,27 @@ TEST_F(InjectedFailure, AQueryLeavesItsAnswerAsItWas)
     EXPECT_EQ(number, -7);
 }
 
-TEST_F(InjectedFailure, AYesOrNoIsNotAnswered)
+TEST_F(InjectedFailure, AFailingYesOrNoQueryLeavesItsOutputUnchanged)
 {
-    CoordinateReferenceSystemOperation* made = nullptr;
-    EXPECT_EQ(CoordinateReferenceSystemOperation::Load(system_.get(), made), statusOk);
-    const Holder<CoordinateReferenceSystemOperation> operation(made);
-    GeodeticTransformationDefinition* loaded = nullptr;
-    EXPECT_EQ(GeodeticTransformationDefinition::Load(L"EPSG:1763", loaded), statusOk);
-    const Holder<GeodeticTransformationDefinition> transformation(loaded);
-    GeodeticPathDefinition* loadedPath = nullptr;
-    EXPECT_EQ(GeodeticPathDefinition::Load(L"EPSG:8094", loadedPath), statusOk);
-    const Holder<GeodeticPathDefinition> path(loadedPath);
-    bool answer = false;
-    expectFailure("CoordinateReferenceSystemOperation::IsDatumBased", [&] { return operation->IsDatumBased(answer); });
+    CoordinateReferenceSystemOperation* created = nullptr;
+    EXPECT_EQ(CoordinateReferenceSystemOperation::Load(system_.get(), created), statusOk);
+    const Holder<CoordinateReferenceSystemOperation> operation(created);
+    const auto transformation = load<GeodeticTransformationDefinition>(L"EPSG:1763");
+    const auto path = load<GeodeticPathDefinition>(L"EPSG:8094");
+    bool result = false;
+    expectFailure("CoordinateReferenceSystemOperation::IsDatumBased", [&] { return operation->IsDatumBased(result); });
     expectFailure("GeodeticTransformationDefinition::IsReversible",
-                  [&] { return transformation->IsReversible(answer); });
-    expectFailure("GeodeticPathDefinition::IsReversible", [&] { return path->IsReversible(answer); });
-    EXPECT_FALSE(answer);
+                  [&] { return transformation->IsReversible(result); });
+    expectFailure("GeodeticPathDefinition::IsReversible", [&] { return path->IsReversible(result); });
+    EXPECT_FALSE(result);
 }
 
-TEST_F(InjectedFailure, AChangeIsNotMade)
+TEST_F(InjectedFailure, AFailingSetterChangesNothing)
 {
     expectFailure("CoordinateReferenceSystemDefinition::SetDatum", [&] { return system_->SetDatum(datum_.get()); });
     expectFailure("CoordinateReferenceSystemDefinition::SetEllipsoid",
                   [&] { return system_->SetEllipsoid(ellipsoid_.get()); });
-    const auto other = ellipsoid(L"EPSG:7001");
+    const auto other = loadEllipsoid(L"EPSG:7001");
     expectFailure("DatumDefinition::SetEllipsoid", [&] { return datum_->SetEllipsoid(other.get()); });
     expectFailure("TransformationInfo::SetName", [&] { return info_->SetName(L"other"); });
     expectFailure("TransformationInfo::SetKind", [&] { return info_->SetKind(transformationPath); });
@@ -152,15 +149,15 @@ TEST_F(InjectedFailure, AChangeIsNotMade)
     EXPECT_EQ(info_->GetKind(), transformationNone);
 }
 
-TEST_F(InjectedFailure, AnAddLeavesTheDefinitionWithTheCaller)
+TEST_F(InjectedFailure, AFailingAddLeavesTheDefinitionWithTheCaller)
 {
     expectFailure("DefinitionBaseArray::Add", [&] { return array_->Add(datum_.get()); });
     EXPECT_EQ(array_->GetCount(), 0);
 }
 
-TEST_F(InjectedFailure, AStreamKeepsItsContents)
+TEST_F(InjectedFailure, AFailingStreamKeepsItsContents)
 {
-    const Bytes bytes = bytesOf({datum_.get()});
+    const Bytes bytes = writeStream({datum_.get()});
     expectFailure("DefinitionStream::Add", [&] { return stream_->Add(ellipsoid_.get()); });
     expectFailure("DefinitionStream::Read", [&] { return stream_->Read(bytes.data(), bytes.size(), formatBinary, 1); });
     Bytes buffer(1024, 0xAA);
@@ -170,19 +167,19 @@ TEST_F(InjectedFailure, AStreamKeepsItsContents)
     EXPECT_EQ(length, buffer.size());
     EXPECT_EQ(stream_->Write(buffer.data(), length, formatBinary, 0), statusOk);
     buffer.resize(length);
-    EXPECT_EQ(buffer, bytesOf({system_.get()}));
+    EXPECT_EQ(buffer, writeStream({system_.get()}));
 }
 
-TEST_F(InjectedFailure, ATextIsNotWrittenAndNotRead)
+TEST_F(InjectedFailure, AFailingConversionWritesAndReadsNoText)
 {
     Bytes buffer(65536, 0xAA);
     expectFailure("DefinitionStream::Serialize_s", [&] {
         return DefinitionStream::Serialize_s(system_.get(), buffer.data(), buffer.size(), formatText, -1, true);
     });
     EXPECT_EQ(buffer, Bytes(65536, 0xAA));
-    const Bytes text = utf16le(textOf(*system_, true) + L'\0');
-    expectNothingMade<DefinitionBaseArray>("DefinitionStream::Deserialize_s", [&](auto*& made) {
-        return DefinitionStream::Deserialize_s(made, text.data(), text.size(), formatAutomatic, -1);
+    const Bytes text = utf16le(serializedText(*system_, true) + L'\0');
+    expectNoObject<DefinitionBaseArray>("DefinitionStream::Deserialize_s", [&](auto*& created) {
+        return DefinitionStream::Deserialize_s(created, text.data(), text.size(), formatAutomatic, -1);
     });
     std::wstring wkt(4096, L'#');
     expectFailure("FormatConverter::DefinitionToWkt_s", [&] {
@@ -191,22 +188,23 @@ TEST_F(InjectedFailure, ATextIsNotWrittenAndNotRead)
     EXPECT_EQ(wkt, std::wstring(4096, L'#'));
 }
 
-TEST_F(InjectedFailure, WithoutACodeOfItsOwnACreationFailsForWantOfMemory)
+TEST_F(InjectedFailure, ACreationFailsWithOutOfMemoryByDefault)
 {
     DefinitionBaseArray* array = nullptr;
     const ScopedFault fault({.call = "DefinitionBaseArray::CreateInstance", .code = {}});
     EXPECT_EQ(DefinitionBaseArray::CreateInstance(array), statusOutOfMemory);
 }
 
-TEST_F(InjectedFailure, ACallCountsOnceHoweverMuchItDoes)
+TEST_F(InjectedFailure, EachCallIsCountedOnce)
 {
     Embedded::FaultInjection::watch();
-    static_cast<void>(system(L"EPSG:25832")); // only the calls that it counts matter here
+    static_cast<void>(loadSystem(L"EPSG:25832")); // the test needs only its calls
     EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>{"CoordinateReferenceSystemDefinition::Load"});
     Embedded::FaultInjection::watch();
     const Bytes text = utf16le(std::wstring(L"{}") + L'\0');
-    DefinitionBaseArray* made = nullptr;
-    EXPECT_EQ(DefinitionStream::Deserialize_s(made, text.data(), text.size(), formatAutomatic, -1), statusUnreadable);
+    DefinitionBaseArray* created = nullptr;
+    EXPECT_EQ(DefinitionStream::Deserialize_s(created, text.data(), text.size(), formatAutomatic, -1),
+              statusUnreadable);
     EXPECT_EQ(Embedded::FaultInjection::seen(), std::vector<std::string>{"DefinitionStream::Deserialize_s"});
 }
 

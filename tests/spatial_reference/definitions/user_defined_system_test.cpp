@@ -12,7 +12,7 @@ constexpr const wchar_t* kProjectedWkt1 =
 
 class UserDefinedSystem : public SpatialReferenceTest {
 protected:
-    static Status status(const wchar_t* text, const wchar_t* code = L"USER:1")
+    static Status createStatus(const wchar_t* text, const wchar_t* code = L"USER:1")
     {
         CoordinateReferenceSystemDefinition* definition = nullptr;
         const Status result = CoordinateReferenceSystemDefinition::CreateFromText(text, code, definition);
@@ -22,7 +22,7 @@ protected:
     }
 };
 
-TEST_F(UserDefinedSystem, HasTheUsersCodeAndTheTextsName)
+TEST_F(UserDefinedSystem, ASystemHasTheGivenCodeAndTheNameOfItsText)
 {
     const auto definition = fromText(kProjectedWkt1, L"MY:SITE 7");
     EXPECT_EQ(codeOf(*definition), L"MY:SITE 7");
@@ -30,7 +30,7 @@ TEST_F(UserDefinedSystem, HasTheUsersCodeAndTheTextsName)
     EXPECT_EQ(kindOf(*definition), kindProjected);
 }
 
-TEST_F(UserDefinedSystem, PartsWithoutIdentifierAreCodedByTheirNames)
+TEST_F(UserDefinedSystem, PartsWithoutAnIdentifierHaveTheirNamesAsCodes)
 {
     const auto definition = fromText(kProjectedWkt1);
     EXPECT_EQ(datumCodeOf(*definition), L"Own datum");
@@ -39,29 +39,29 @@ TEST_F(UserDefinedSystem, PartsWithoutIdentifierAreCodedByTheirNames)
     EXPECT_EQ(codeOf(*ellipsoidOf(*definition)), L"Own ellipsoid");
 }
 
-TEST_F(UserDefinedSystem, IsUnknownToTheCatalog)
+TEST_F(UserDefinedSystem, AUserDefinedSystemIsUnknownToTheCatalog)
 {
     const auto made = fromText(kProjectedWkt1, L"MY:SITE");
     CoordinateReferenceSystemDefinition* definition = nullptr;
     EXPECT_EQ(CoordinateReferenceSystemDefinition::Load(codeOf(*made).c_str(), definition), statusNotFound);
 }
 
-TEST_F(UserDefinedSystem, CanBeStored)
+TEST_F(UserDefinedSystem, AUserDefinedSystemCanBeStored)
 {
     const auto definition = fromText(kProjectedWkt1);
-    const auto copies = read(bytesOf({definition.get()}));
+    const auto copies = readStream(writeStream({definition.get()}));
     ASSERT_TRUE(copies);
-    EXPECT_EQ(factsOf(*copies->GetItem(0)), factsOf(*definition));
+    EXPECT_EQ(describe(*copies->GetItem(0)), describe(*definition));
     Holder<DefinitionBaseArray> fromTextForm;
-    EXPECT_EQ(deserialize(textOf(*definition, true), fromTextForm), statusOk);
+    EXPECT_EQ(deserialize(serializedText(*definition, true), fromTextForm), statusOk);
     EXPECT_EQ(fromTextForm->GetCount(), 3);
 }
 
-TEST_F(UserDefinedSystem, SurvivesItsOwnWkt)
+TEST_F(UserDefinedSystem, AUserDefinedSystemEqualsTheOneReadFromItsWkt)
 {
     const auto definition = fromText(kProjectedWkt1);
-    const auto again = fromText(wktOf(*definition));
-    EXPECT_EQ(wktOf(*again), wktOf(*definition));
+    const auto again = fromText(writeWkt(*definition));
+    EXPECT_EQ(writeWkt(*again), writeWkt(*definition));
 }
 
 struct TextCase {
@@ -72,14 +72,14 @@ struct TextCase {
 
 class UserText : public UserDefinedSystem, public testing::WithParamInterface<TextCase> {};
 
-TEST_P(UserText, IsASystemOfItsKind)
+TEST_P(UserText, EachFormOfTextGivesASystemOfItsKind)
 {
     const auto definition = fromText(GetParam().text);
     EXPECT_EQ(kindOf(*definition), GetParam().kind);
     EXPECT_EQ(datumCodeOf(*definition), GetParam().datum);
-    const auto copies = read(bytesOf({definition.get()}));
+    const auto copies = readStream(writeStream({definition.get()}));
     ASSERT_TRUE(copies);
-    EXPECT_EQ(factsOf(*copies->GetItem(0)), factsOf(*definition));
+    EXPECT_EQ(describe(*copies->GetItem(0)), describe(*definition));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -114,9 +114,9 @@ INSTANTIATE_TEST_SUITE_P(
 
 class ForeignText : public UserDefinedSystem, public testing::WithParamInterface<const wchar_t*> {};
 
-TEST_P(ForeignText, IsUnreadable)
+TEST_P(ForeignText, ATextOfAnotherKindIsUnreadable)
 {
-    EXPECT_EQ(status(GetParam()), statusUnreadable);
+    EXPECT_EQ(createStatus(GetParam()), statusUnreadable);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -130,7 +130,7 @@ INSTANTIATE_TEST_SUITE_P(
                     L"DATUM[\"D\",ELLIPSOID[\"E\",6378137,298,LENGTHUNIT[\"metre\",1]]]",
                     L"{\"type\":\"Ellipsoid\",\"name\":\"E\",\"radius\":6371000}"));
 
-TEST_F(UserDefinedSystem, ATextThatNestsDeeplyIsUnreadable)
+TEST_F(UserDefinedSystem, ADeeplyNestedTextIsUnreadable)
 {
     std::wstring json;
     std::wstring wkt;
@@ -138,31 +138,31 @@ TEST_F(UserDefinedSystem, ATextThatNestsDeeplyIsUnreadable)
         json += L"{\"type\":\"BoundCRS\",\"source_crs\":";
         wkt += L"BOUNDCRS[SOURCECRS[";
     }
-    EXPECT_EQ(status((json + L"1" + std::wstring(10000, L'}')).c_str()), statusUnreadable);
-    EXPECT_EQ(status((wkt + std::wstring(20000, L']')).c_str()), statusUnreadable);
+    EXPECT_EQ(createStatus((json + L"1" + std::wstring(10000, L'}')).c_str()), statusUnreadable);
+    EXPECT_EQ(createStatus((wkt + std::wstring(20000, L']')).c_str()), statusUnreadable);
 }
 
 TEST_F(UserDefinedSystem, AMissingTextHasItsOwnStatus)
 {
-    EXPECT_EQ(status(nullptr), statusNullText);
+    EXPECT_EQ(createStatus(nullptr), statusNullText);
 }
 
 TEST_F(UserDefinedSystem, ACodeIsRequired)
 {
-    EXPECT_EQ(status(kProjectedWkt1, nullptr), statusInvalidArgument);
-    EXPECT_EQ(status(kProjectedWkt1, L""), statusInvalidArgument);
+    EXPECT_EQ(createStatus(kProjectedWkt1, nullptr), statusInvalidArgument);
+    EXPECT_EQ(createStatus(kProjectedWkt1, L""), statusInvalidArgument);
     const wchar_t unpaired[] = {wchar_t(0xD800), L'\0'};
-    EXPECT_EQ(status(kProjectedWkt1, unpaired), statusInvalidArgument);
+    EXPECT_EQ(createStatus(kProjectedWkt1, unpaired), statusInvalidArgument);
 }
 
-TEST_F(UserDefinedSystem, TheTextsIdentifierGivesWayToAnotherCode)
+TEST_F(UserDefinedSystem, AnotherCodeReplacesTheIdentifierOfTheText)
 {
-    const std::wstring wkt = wktOf(*system(L"EPSG:28992"));
+    const std::wstring wkt = writeWkt(*loadSystem(L"EPSG:28992"));
     const auto other = fromText(wkt, L"MY:RD");
-    EXPECT_EQ(wktOf(*other).find(L"28992"), std::wstring::npos);
+    EXPECT_EQ(writeWkt(*other).find(L"28992"), std::wstring::npos);
     EXPECT_EQ(datumCodeOf(*other), L"EPSG:6289");
     const auto same = fromText(wkt, L"EPSG:28992");
-    EXPECT_EQ(wktOf(*same), wkt);
+    EXPECT_EQ(writeWkt(*same), wkt);
 }
 
 TEST_F(UserDefinedSystem, AnEnsembleBecomesItsDatum)
@@ -176,7 +176,7 @@ TEST_F(UserDefinedSystem, AnEnsembleBecomesItsDatum)
     EXPECT_EQ(nameOf(*datumOf(*definition)), L"World Geodetic System 1984");
 }
 
-TEST_F(UserDefinedSystem, AnUnknownDatumIsNone)
+TEST_F(UserDefinedSystem, AnUnknownDatumCountsAsMissing)
 {
     const auto definition = fromText(L"+proj=utm +zone=32 +ellps=GRS80");
     EXPECT_FALSE(isDatumBased(*definition));

@@ -10,7 +10,7 @@ class WellKnownText : public SpatialReferenceTest {};
 
 TEST_F(WellKnownText, ASystemIsWrittenAsWkt1InOneLine)
 {
-    EXPECT_EQ(wktOf(*system(L"EPSG:28992")),
+    EXPECT_EQ(writeWkt(*loadSystem(L"EPSG:28992")),
               L"PROJCS[\"Amersfoort / RD New\",GEOGCS[\"Amersfoort\",DATUM[\"Amersfoort\",SPHEROID[\"Bessel 1841\","
               L"6377397.155,299.1528128,AUTHORITY[\"EPSG\",\"7004\"]],AUTHORITY[\"EPSG\",\"6289\"]],"
               L"PRIMEM[\"Greenwich\",0,AUTHORITY[\"EPSG\",\"8901\"]],UNIT[\"degree\",0.0174532925199433,"
@@ -23,46 +23,46 @@ TEST_F(WellKnownText, ASystemIsWrittenAsWkt1InOneLine)
 
 TEST_F(WellKnownText, AUnitKeepsItsIdentifier)
 {
-    EXPECT_NE(
-        wktOf(*system(L"EPSG:2263")).find(L"UNIT[\"US survey foot\",0.304800609601219,AUTHORITY[\"EPSG\",\"9003\"]]"),
-        std::wstring::npos);
+    EXPECT_NE(writeWkt(*loadSystem(L"EPSG:2263"))
+                  .find(L"UNIT[\"US survey foot\",0.304800609601219,AUTHORITY[\"EPSG\",\"9003\"]]"),
+              std::wstring::npos);
 }
 
 TEST_F(WellKnownText, AnEnsembleIsWrittenAsItsDatum)
 {
-    EXPECT_NE(wktOf(*system(L"EPSG:4326")).find(L"DATUM[\"WGS_1984\""), std::wstring::npos);
+    EXPECT_NE(writeWkt(*loadSystem(L"EPSG:4326")).find(L"DATUM[\"WGS_1984\""), std::wstring::npos);
 }
 
 TEST_F(WellKnownText, ALocalSystemIsWritten)
 {
     EXPECT_EQ(
-        wktOf(*system(L"LOCAL:METRE")),
+        writeWkt(*loadSystem(L"LOCAL:METRE")),
         L"LOCAL_CS[\"Local plane (metre)\",LOCAL_DATUM[\"Local datum\",32767],UNIT[\"metre\",1,AUTHORITY[\"EPSG\","
         L"\"9001\"]],AXIS[\"Easting\",EAST],AXIS[\"Northing\",NORTH],AUTHORITY[\"LOCAL\",\"METRE\"]]");
 }
 
-TEST_F(WellKnownText, WhatWkt1CannotSayIsWrittenAsWkt2AndMarkedInexact)
+TEST_F(WellKnownText, ASystemBeyondWkt1IsWrittenAsWkt2WithStatusInexact)
 {
-    const std::wstring text = wktOf(*system(L"EPSG:4979"), statusInexact); // three dimensions
+    const std::wstring text = writeWkt(*loadSystem(L"EPSG:4979"), statusInexact); // three dimensions
     EXPECT_TRUE(text.starts_with(L"GEOGCRS[\"WGS 84\",DATUM[\"World Geodetic System 1984\",")) << text;
     EXPECT_TRUE(text.ends_with(L",ID[\"EPSG\",4979]]")) << text;
 }
 
 class WktBuffer : public WellKnownText {
 protected:
-    /// The status for a buffer of so many characters, and what is in it afterwards.
+    /// Writes the WKT into a buffer of so many characters.
     static Status write(const wchar_t* code, std::size_t characters, std::wstring& buffer)
     {
-        const auto definition = system(code);
+        const auto definition = loadSystem(code);
         buffer.assign(8192, L'#');
         return FormatConverter::DefinitionToWkt_s(definition.get(), wktFlavorDefault, buffer.data(), characters);
     }
 };
 
-TEST_F(WktBuffer, CountsCharactersWithTheNul)
+TEST_F(WktBuffer, TheLengthOfTheBufferIncludesTheNul)
 {
     std::wstring buffer;
-    const std::size_t length = wktOf(*system(L"EPSG:28992")).size();
+    const std::size_t length = writeWkt(*loadSystem(L"EPSG:28992")).size();
     EXPECT_EQ(write(L"EPSG:28992", length, buffer), statusBufferTooSmall);
     EXPECT_EQ(buffer, std::wstring(8192, L'#'));
     EXPECT_EQ(write(L"EPSG:28992", length + 1, buffer), statusOk);
@@ -71,10 +71,10 @@ TEST_F(WktBuffer, CountsCharactersWithTheNul)
     EXPECT_EQ(buffer[length + 1], L'#');
 }
 
-TEST_F(WktBuffer, TooSmallForFullWkt2TakesTheSimplifiedForm)
+TEST_F(WktBuffer, ABufferTooSmallForFullWkt2GetsTheSimplifiedForm)
 {
     std::wstring buffer;
-    const std::wstring full = wktOf(*system(L"EPSG:4979"), statusInexact);
+    const std::wstring full = writeWkt(*loadSystem(L"EPSG:4979"), statusInexact);
     EXPECT_EQ(write(L"EPSG:4979", full.size(), buffer), statusInexact);
     const std::wstring simplified = buffer.c_str();
     EXPECT_LT(simplified.size(), full.size());
@@ -84,16 +84,16 @@ TEST_F(WktBuffer, TooSmallForFullWkt2TakesTheSimplifiedForm)
     EXPECT_EQ(buffer, std::wstring(8192, L'#'));
 }
 
-TEST_F(WktBuffer, OfNoLengthHoldsNothing)
+TEST_F(WktBuffer, ABufferOfLengthZeroIsTooSmall)
 {
     std::wstring buffer;
     EXPECT_EQ(write(L"EPSG:28992", 0, buffer), statusBufferTooSmall);
     EXPECT_EQ(buffer, std::wstring(8192, L'#'));
 }
 
-TEST_F(WellKnownText, ArgumentsAreChecked)
+TEST_F(WellKnownText, InvalidArgumentsAreRefused)
 {
-    const auto definition = system(L"EPSG:28992");
+    const auto definition = loadSystem(L"EPSG:28992");
     std::array<wchar_t, 4096> buffer{};
     EXPECT_EQ(FormatConverter::DefinitionToWkt_s(nullptr, wktFlavorDefault, buffer.data(), buffer.size()),
               statusInvalidArgument);

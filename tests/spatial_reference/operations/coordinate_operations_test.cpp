@@ -1,4 +1,4 @@
-// The catalog's transformations and paths between two systems.
+// Lists the catalog's transformations and paths between two systems.
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
 
 #include <algorithm>
@@ -50,7 +50,7 @@ protected:
     }
 };
 
-TEST_F(OperationsBetween, Ed50AndWgs84_HaveTens)
+TEST_F(OperationsBetween, Ed50AndWgs84_HaveManyOperations)
 {
     const auto operations = between(L"EPSG:4230", L"EPSG:4326");
     EXPECT_GE(operations.size(), 40U);
@@ -58,7 +58,7 @@ TEST_F(OperationsBetween, Ed50AndWgs84_HaveTens)
         EXPECT_NE(find(operations, code), nullptr) << code;
 }
 
-TEST_F(OperationsBetween, EachIsListedOnceUnderACodeThatCanBeLoaded)
+TEST_F(OperationsBetween, EachOperation_IsListedOnceAndLoadsByItsCode)
 {
     const auto operations = between(L"EPSG:4230", L"EPSG:4326");
     auto codes = sortedCodes(operations);
@@ -75,7 +75,7 @@ TEST_F(OperationsBetween, EachIsListedOnceUnderACodeThatCanBeLoaded)
     }
 }
 
-TEST_F(OperationsBetween, WhatCanBeUsedHereComesBeforeWhatCannot)
+TEST_F(OperationsBetween, UsableOperations_AreListedFirst)
 {
     for (const auto& [source, target] : {std::pair(L"EPSG:4230", L"EPSG:4326"), std::pair(L"EPSG:4314", L"EPSG:4258"),
                                          std::pair(L"EPSG:4267", L"EPSG:4269")}) {
@@ -84,7 +84,7 @@ TEST_F(OperationsBetween, WhatCanBeUsedHereComesBeforeWhatCannot)
     }
 }
 
-TEST_F(OperationsBetween, OfOneArea_TheBetterAccuracyComesFirst)
+TEST_F(OperationsBetween, OperationsOfOneArea_AreOrderedByAccuracy)
 {
     const auto operations = between(L"EPSG:4230", L"EPSG:4326");
     std::size_t pairs = 0;
@@ -102,7 +102,7 @@ TEST_F(OperationsBetween, OfOneArea_TheBetterAccuracyComesFirst)
     EXPECT_GT(pairs, 0U);
 }
 
-TEST_F(OperationsBetween, AnOperationIsToldInFull)
+TEST_F(OperationsBetween, Operation_HasNameAccuracyAreaAndDirection)
 {
     const auto operations = between(L"EPSG:4230", L"EPSG:4326");
     const CatalogOperation* operation = find(operations, L"EPSG:1311");
@@ -117,7 +117,7 @@ TEST_F(OperationsBetween, AnOperationIsToldInFull)
     EXPECT_TRUE(operation->grids.empty());
 }
 
-TEST_F(OperationsBetween, TheOtherWayRound_TheSameAreUsedInReverse)
+TEST_F(OperationsBetween, SwappedSystems_HaveTheSameOperationsInReverse)
 {
     const auto forward = between(L"EPSG:4230", L"EPSG:4326");
     const auto inverse = between(L"EPSG:4326", L"EPSG:4230");
@@ -126,7 +126,7 @@ TEST_F(OperationsBetween, TheOtherWayRound_TheSameAreUsedInReverse)
     EXPECT_TRUE(find(inverse, L"EPSG:1133")->isUsable());
 }
 
-TEST_F(OperationsBetween, APathIsOfItsOwnKind)
+TEST_F(OperationsBetween, Path_IsListedWithItsKind)
 {
     const auto operations = between(L"EPSG:4807", L"EPSG:4326");
     ASSERT_FALSE(operations.empty());
@@ -135,7 +135,7 @@ TEST_F(OperationsBetween, APathIsOfItsOwnKind)
     EXPECT_EQ(operations.front().name, L"NTF (Paris) to WGS 84 (1)");
 }
 
-TEST_F(OperationsBetween, ProjectedAndCompoundSystems_HaveThoseOfTheirGeodeticBases)
+TEST_F(OperationsBetween, ProjectedAndCompoundSystems_HaveTheOperationsOfTheirGeodeticBases)
 {
     const auto expected = codesOf(between(L"EPSG:4230", L"EPSG:4258"));
     ASSERT_FALSE(expected.empty());
@@ -143,14 +143,14 @@ TEST_F(OperationsBetween, ProjectedAndCompoundSystems_HaveThoseOfTheirGeodeticBa
     EXPECT_EQ(codesOf(between(L"EPSG:23032", L"EPSG:5555")), expected);
 }
 
-TEST_F(OperationsBetween, OneThatIsDefinedBetweenGeocentricSystems_IsFoundForTheirGeographicOnes)
+TEST_F(OperationsBetween, OperationBetweenGeocentricSystems_IsListedForTheirGeographicOnes)
 {
     const auto geocentric = between(L"EPSG:7789", L"EPSG:8401"); // ITRF2014 and ETRF2014
     ASSERT_NE(find(geocentric, L"EPSG:8366"), nullptr);
     EXPECT_NE(find(between(L"EPSG:9000", L"EPSG:9069"), L"EPSG:8366"), nullptr);
 }
 
-TEST_F(OperationsBetween, AMissingGridIsNamed)
+TEST_F(OperationsBetween, MissingGrid_IsListed)
 {
     const auto operations = between(L"EPSG:4314", L"EPSG:4258");
     const CatalogOperation* operation = find(operations, L"EPSG:9940");
@@ -162,7 +162,7 @@ TEST_F(OperationsBetween, AMissingGridIsNamed)
     EXPECT_FALSE(operation->isUsable());
 }
 
-TEST_F(OperationsBetween, OneForHeights_IsListedWhereTheSystemsHaveThoseHeights)
+TEST_F(OperationsBetween, HeightOperation_IsListedOnlyForSystemsWithThoseHeights)
 {
     const auto operations = between(L"EPSG:4979", L"EPSG:9707"); // WGS 84, and with EGM96 heights
     ASSERT_NE(find(operations, L"EPSG:10084"), nullptr);
@@ -170,7 +170,7 @@ TEST_F(OperationsBetween, OneForHeights_IsListedWhereTheSystemsHaveThoseHeights)
     EXPECT_EQ(find(between(L"EPSG:4979", L"EPSG:9518"), L"EPSG:10084"), nullptr); // with EGM2008 heights
 }
 
-TEST_F(OperationsBetween, OneThatWouldHaveToBeReversedAndMustNot_CannotBeUsed)
+TEST_F(OperationsBetween, IrreversibleOperationInReverse_IsNotUsable)
 {
     const auto operations = between(L"EPSG:9707", L"EPSG:4979");
     const CatalogOperation* operation = find(operations, L"EPSG:10084");
@@ -179,30 +179,30 @@ TEST_F(OperationsBetween, OneThatWouldHaveToBeReversedAndMustNot_CannotBeUsed)
     EXPECT_FALSE(operation->isUsable());
 }
 
-TEST_F(OperationsBetween, SystemsOfOneDatum_HaveNone)
+TEST_F(OperationsBetween, SystemsOfOneDatum_HaveNoOperation)
 {
     EXPECT_TRUE(between(L"EPSG:25832", L"EPSG:25833").empty());
     EXPECT_TRUE(between(L"EPSG:4326", L"EPSG:4326").empty());
 }
 
-TEST_F(OperationsBetween, SystemsOfDistantContinents_HaveNone)
+TEST_F(OperationsBetween, SystemsOfDistantContinents_HaveNoOperation)
 {
     EXPECT_TRUE(between(L"EPSG:2263", L"EPSG:2154").empty());
 }
 
-TEST_F(OperationsBetween, CaseOfTheAuthorityDoesNotMatter)
+TEST_F(OperationsBetween, Authority_IsFoundInAnyCase)
 {
     EXPECT_EQ(codesOf(between(L"epsg:4807", L"Epsg:4326")), codesOf(between(L"EPSG:4807", L"EPSG:4326")));
 }
 
-TEST_F(OperationsBetween, AnUnknownSystemIsRefused)
+TEST_F(OperationsBetween, UnknownSystem_IsRefused)
 {
     expectRefused(L"EPSG:1", L"EPSG:4326", OperationError::unknownSystem, "EPSG:1");
     expectRefused(L"EPSG:4326", L"nonsense", OperationError::unknownSystem, "nonsense");
     expectRefused(L"", L"EPSG:4326", OperationError::unknownSystem, "");
 }
 
-TEST_F(OperationsBetween, ALocalPlaneIsRefused)
+TEST_F(OperationsBetween, LocalPlane_IsRefused)
 {
     expectRefused(L"EPSG:4326", L"local:METRE", OperationError::notEarthReferenced, "LOCAL:METRE");
 }

@@ -1,4 +1,4 @@
-// What the tests of coordinate transformers have in common.
+// The fixture of the tests of coordinate transformers.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ protected:
             throw std::runtime_error(result.error().text()); // fails the test
         return *std::move(result);
     }
-    /// Why there is no transformer.
+    /// The error of a transformer that must not be created.
     static Embedded::Error errorOf(const wchar_t* source, const wchar_t* target, const Configured& configured)
     {
         const auto result = Embedded::makeTransformer(source, target, configured);
@@ -51,9 +51,9 @@ protected:
     static Embedded::CoordinatePoint transformed(Embedded::CoordinateTransformer& transformer,
                                                  const Embedded::CoordinatePoint& point)
     {
-        const Embedded::TransformedPoint answer = transformer.transform(point);
-        EXPECT_TRUE(answer.point.has_value());
-        return answer.point.value_or(Embedded::CoordinatePoint{});
+        const Embedded::TransformedPoint result = transformer.transform(point);
+        EXPECT_TRUE(result.point.has_value());
+        return result.point.value_or(Embedded::CoordinatePoint{});
     }
     static void expectNear(const Embedded::CoordinatePoint& point, double x, double y, double tolerance)
     {

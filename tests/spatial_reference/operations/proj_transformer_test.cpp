@@ -1,4 +1,4 @@
-// Points through what PROJ chooses when nothing is configured.
+// Transforms points with the operations that PROJ chooses when no transformation is configured.
 #include <cmath>
 
 #include "spatial_reference/operations/coordinate_transformer_test.h"
@@ -12,7 +12,7 @@ using Embedded::OperationError;
 
 using ProjChoice = CoordinateTransformerTest;
 
-TEST_F(ProjChoice, ADirectOneIsToldWithItsCode)
+TEST_F(ProjChoice, DirectOperation_HasItsCode)
 {
     const auto chosen = transformer(L"EPSG:4807", L"EPSG:4326");
     EXPECT_EQ(chosen->operations().front().code, L"EPSG:8094");
@@ -20,7 +20,7 @@ TEST_F(ProjChoice, ADirectOneIsToldWithItsCode)
     EXPECT_FALSE(chosen->operations().front().isBallpark);
 }
 
-TEST_F(ProjChoice, ACompositionIsToldByItsName)
+TEST_F(ProjChoice, Projection_HasItsName)
 {
     const auto chosen = transformer(L"EPSG:4258", L"EPSG:25832");
     EXPECT_EQ(chosen->operations().front().name, L"UTM zone 32N");
@@ -28,7 +28,7 @@ TEST_F(ProjChoice, ACompositionIsToldByItsName)
     expectNear(transformed(*chosen, {0, 9, std::nullopt}), 500000, 0, kMetres);
 }
 
-TEST_F(ProjChoice, OneOperationOfTheCatalogBetweenProjections_IsToldWithItsCode)
+TEST_F(ProjChoice, OneCatalogOperationBetweenProjections_HasItsCode)
 {
     const auto chosen = transformer(L"EPSG:25832", L"EPSG:32632");
     EXPECT_EQ(chosen->operations().front().code, L"EPSG:1149");
@@ -38,34 +38,34 @@ TEST_F(ProjChoice, OneOperationOfTheCatalogBetweenProjections_IsToldWithItsCode)
     EXPECT_EQ(back->operations().front().direction, OperationDirection::inverse);
 }
 
-TEST_F(ProjChoice, SeveralOperationsOfTheCatalog_AreToldByTheirNamesAlone)
+TEST_F(ProjChoice, SeveralCatalogOperations_HaveANameButNoCode)
 {
     const auto chosen = transformer(L"EPSG:4267", L"EPSG:4269");
-    const auto answer = chosen->transform({60, -100}); // by way of WGS 84
-    EXPECT_EQ(chosen->operations().at(answer.operation).code, L"");
-    EXPECT_NE(chosen->operations().at(answer.operation).name.find(L" + "), std::wstring::npos);
+    const auto result = chosen->transform({60, -100}); // by way of WGS 84
+    EXPECT_EQ(chosen->operations().at(result.operation).code, L"");
+    EXPECT_NE(chosen->operations().at(result.operation).name.find(L" + "), std::wstring::npos);
 }
 
-TEST_F(ProjChoice, AProjectionAloneIsExact)
+TEST_F(ProjChoice, ChangeOfProjection_IsExact)
 {
     const auto chosen = transformer(L"EPSG:25832", L"EPSG:25833");
     EXPECT_EQ(chosen->operations().front().accuracyInMetres, 0.0);
     EXPECT_FALSE(chosen->operations().front().isBallpark);
 }
 
-TEST_F(ProjChoice, ASystemAndItself_AreOneAndTheSame)
+TEST_F(ProjChoice, TransformationToTheSameSystem_ChangesNothing)
 {
     const auto same = transformer(L"EPSG:25832", L"EPSG:25832");
     expectNear(transformed(*same, {500000, 5700000, 7.0}), {500000, 5700000, 7.0}, kMetres);
 }
 
-TEST_F(ProjChoice, DatumsTakenForEqual_AreToldAsBallpark)
+TEST_F(ProjChoice, OperationThatIgnoresTheDatums_IsBallpark)
 {
     const auto chosen = transformer(L"EPSG:4230", L"EPSG:4283"); // Europe and Australia
     EXPECT_TRUE(chosen->operations().front().isBallpark);
 }
 
-TEST_F(ProjChoice, EachPointGoesThroughWhatSuitsItsPlace)
+TEST_F(ProjChoice, EachPoint_UsesTheOperationOfItsArea)
 {
     const auto chosen = transformer(L"EPSG:4267", L"EPSG:4269"); // NAD27 and NAD83
     EXPECT_TRUE(chosen->choosesForEachPoint());
@@ -84,7 +84,7 @@ TEST_F(ProjChoice, EachPointGoesThroughWhatSuitsItsPlace)
     }
 }
 
-TEST_F(ProjChoice, WhereNoOperationHoldsThePoint_DatumsAreTakenForEqual)
+TEST_F(ProjChoice, PointOutsideAllAreas_UsesABallparkOperation)
 {
     const auto chosen = transformer(L"EPSG:4267", L"EPSG:4269");
     const auto inTheGulfOfGuinea = chosen->transform({0, 0});
@@ -93,25 +93,25 @@ TEST_F(ProjChoice, WhereNoOperationHoldsThePoint_DatumsAreTakenForEqual)
     EXPECT_FALSE(chosen->operations().at(chosen->transform({40, -100}).operation).isBallpark);
 }
 
-TEST_F(ProjChoice, WhereARealOperationHoldsThePoint_ThatIsUsed)
+TEST_F(ProjChoice, PointInsideAnArea_UsesARealOperation)
 {
     struct Case {
         const wchar_t* source;
         const wchar_t* target;
         CoordinatePoint point;
     };
-    for (const Case& one :
+    for (const Case& each :
          {Case{L"EPSG:4301", L"EPSG:6668", {35.68, 139.77}}, Case{L"EPSG:4267", L"EPSG:4269", {40, -100}},
           Case{L"EPSG:4135", L"EPSG:4152", {21.3, -157.9}}}) {
-        const auto chosen = transformer(one.source, one.target);
-        const auto answer = chosen->transform(one.point);
-        ASSERT_TRUE(answer.point.has_value());
-        EXPECT_FALSE(chosen->operations().at(answer.operation).isBallpark);
-        EXPECT_GT(std::abs(answer.point->x - one.point.x) + std::abs(answer.point->y - one.point.y), 1e-4);
+        const auto chosen = transformer(each.source, each.target);
+        const auto result = chosen->transform(each.point);
+        ASSERT_TRUE(result.point.has_value());
+        EXPECT_FALSE(chosen->operations().at(result.operation).isBallpark);
+        EXPECT_GT(std::abs(result.point->x - each.point.x) + std::abs(result.point->y - each.point.y), 1e-4);
     }
 }
 
-TEST_F(ProjChoice, AnOperationThatDependsOnTime_TakesThePointsEpoch)
+TEST_F(ProjChoice, TimeDependentOperation_UsesTheEpochOfThePoint)
 {
     const auto chosen = transformer(L"EPSG:9000", L"EPSG:7844"); // ITRF2014 and GDA2020, a plate that moves
     EXPECT_TRUE(chosen->operations().front().isTimeDependent);
@@ -123,7 +123,7 @@ TEST_F(ProjChoice, AnOperationThatDependsOnTime_TakesThePointsEpoch)
     EXPECT_FALSE(transformer(L"EPSG:4807", L"EPSG:4326")->operations().front().isTimeDependent);
 }
 
-TEST_F(ProjChoice, AGridThatWouldBeBetterAndIsMissing_IsNamedForThePointsThatItHolds)
+TEST_F(ProjChoice, MissingBetterGrid_IsNamedForPointsInItsArea)
 {
     const auto chosen = transformer(L"EPSG:4267", L"EPSG:4269");
     EXPECT_TRUE(chosen->findMissingGrids({0, 0}, chosen->transform({0, 0}).operation));
@@ -139,7 +139,7 @@ TEST_F(ProjChoice, AGridThatWouldBeBetterAndIsMissing_IsNamedForThePointsThatItH
     EXPECT_EQ(chosen->missingGrids()[0].operation.accuracyInMetres, 0.15);
 }
 
-TEST_F(ProjChoice, APointOutsideOfTheDomain_FailsAloneAndTheNextSucceeds)
+TEST_F(ProjChoice, PointOutsideTheDomain_FailsAloneAndTheNextSucceeds)
 {
     const auto chosen = transformer(L"EPSG:4326", L"EPSG:25832");
     const auto outside = chosen->transform({95, 9, std::nullopt});
@@ -148,7 +148,7 @@ TEST_F(ProjChoice, APointOutsideOfTheDomain_FailsAloneAndTheNextSucceeds)
     EXPECT_TRUE(chosen->transform({50, 9, std::nullopt}).point.has_value());
 }
 
-TEST_F(ProjChoice, APointThatIsNotFinite_Fails)
+TEST_F(ProjChoice, NonFinitePoint_Fails)
 {
     const auto chosen = transformer(L"EPSG:4326", L"EPSG:25832");
     for (const double wrong : {HUGE_VAL, -HUGE_VAL, std::nan("")}) {
@@ -159,7 +159,7 @@ TEST_F(ProjChoice, APointThatIsNotFinite_Fails)
     }
 }
 
-TEST_F(ProjChoice, UnitsAreThoseOfTheTargetsAxes)
+TEST_F(ProjChoice, Units_AreThoseOfTheTargetsAxes)
 {
     const auto degrees = transformer(L"EPSG:25832", L"EPSG:4326");
     EXPECT_TRUE(degrees->targetUnits().at(0).isAngular);
@@ -170,7 +170,7 @@ TEST_F(ProjChoice, UnitsAreThoseOfTheTargetsAxes)
     EXPECT_NEAR(feet->targetUnits().at(0).toBaseUnit, 0.3048006096012192, 1e-15);
 }
 
-TEST_F(ProjChoice, UnknownSystemsAndPlanesAreRefused)
+TEST_F(ProjChoice, UnknownSystemAndLocalPlane_AreRefused)
 {
     EXPECT_EQ(kindOfError(L"EPSG:1", L"EPSG:4326", std::nullopt), OperationError::unknownSystem);
     EXPECT_EQ(kindOfError(L"EPSG:4326", L"LOCAL:FOOT", std::nullopt), OperationError::notEarthReferenced);

@@ -1,4 +1,4 @@
-// What becomes of heights on the way from one system to another.
+// Heights of transformed points.
 #include "spatial_reference/operations/coordinate_transformer_test.h"
 
 namespace {
@@ -8,34 +8,34 @@ using Embedded::CoordinatePoint;
 
 class TransformedHeight : public CoordinateTransformerTest {
 protected:
-    /// EGM96, with the grid that comes with PROJ; null where it is not installed.
-    static Transformer geoid(const wchar_t* source, const wchar_t* target, const wchar_t* code)
+    /// A transformer with the grid of a geoid. Null if the grid is not installed.
+    static Transformer geoidTransformer(const wchar_t* source, const wchar_t* target, const wchar_t* code)
     {
-        auto made = Embedded::makeTransformer(source, target, transformation(code));
-        return made ? *std::move(made) : nullptr;
+        auto result = Embedded::makeTransformer(source, target, transformation(code));
+        return result ? *std::move(result) : nullptr;
     }
 };
 
-TEST_F(TransformedHeight, BetweenSystemsWithoutHeights_IsKept)
+TEST_F(TransformedHeight, HeightBetweenSystemsWithoutHeights_IsKept)
 {
     const auto shift = transformer(L"EPSG:4230", L"EPSG:25832", transformation(L"EPSG:1588"));
     EXPECT_EQ(transformed(*shift, {50, 9, 123.5}).z, 123.5);
     EXPECT_EQ(transformed(*shift, {50, 9, std::nullopt}).z, std::nullopt);
 }
 
-TEST_F(TransformedHeight, BetweenSystemsOfTheSameHeights_IsKept)
+TEST_F(TransformedHeight, HeightBetweenSystemsOfTheSameHeights_IsKept)
 {
     const auto shift = transformer(L"EPSG:7415", L"EPSG:7415"); // RD New + NAP height
     EXPECT_EQ(transformed(*shift, {100000, 400000, 5.0}).z, 5.0);
 }
 
-TEST_F(TransformedHeight, WhereTheTargetHasNone_IsKept)
+TEST_F(TransformedHeight, HeightForATargetWithoutHeights_IsKept)
 {
     const auto shift = transformer(L"EPSG:7415", L"EPSG:4230", path(L"EPSG:4837"));
     EXPECT_EQ(transformed(*shift, {100000, 400000, 5.0}).z, 5.0);
 }
 
-TEST_F(TransformedHeight, WhereTheHeightsDifferAndNothingSaysHow_FailsForThatPoint)
+TEST_F(TransformedHeight, HeightBetweenUnrelatedHeightSystems_FailsForThatPoint)
 {
     const auto shift = transformer(L"EPSG:7415", L"EPSG:5555", transformation(L"EPSG:4830")); // NAP and DHHN92
     EXPECT_TRUE(shift->transform({100000, 400000, std::nullopt}).point.has_value());
@@ -45,7 +45,7 @@ TEST_F(TransformedHeight, WhereTheHeightsDifferAndNothingSaysHow_FailsForThatPoi
               "the heights of the two systems differ, and the operation does not say how");
 }
 
-TEST_F(TransformedHeight, ToAGeocentricSystem_IsCarriedAndAlwaysAnswered)
+TEST_F(TransformedHeight, ConversionToAGeocentricSystem_AlwaysGivesThreeCoordinates)
 {
     const auto convert = transformer(L"EPSG:4979", L"EPSG:4978");
     const CoordinatePoint equator = transformed(*convert, {0, 0, 100.0});
@@ -55,7 +55,7 @@ TEST_F(TransformedHeight, ToAGeocentricSystem_IsCarriedAndAlwaysAnswered)
     EXPECT_TRUE(transformed(*convert, {0, 0, std::nullopt}).z.has_value());
 }
 
-TEST_F(TransformedHeight, FromAGeocentricSystem_NeedsAllThreeCoordinates)
+TEST_F(TransformedHeight, ConversionFromAGeocentricSystem_NeedsAllThreeCoordinates)
 {
     const auto convert = transformer(L"EPSG:4978", L"EPSG:4979");
     EXPECT_NEAR(transformed(*convert, {6378237, 0, 0.0}).z.value_or(-1), 100, kMetres);
@@ -63,9 +63,9 @@ TEST_F(TransformedHeight, FromAGeocentricSystem_NeedsAllThreeCoordinates)
               "a geocentric point has three coordinates");
 }
 
-TEST_F(TransformedHeight, AGeoid_ChangesTheHeightAlone)
+TEST_F(TransformedHeight, Geoid_ChangesOnlyTheHeight)
 {
-    const auto shift = geoid(L"EPSG:4979", L"EPSG:9707", L"EPSG:10084");
+    const auto shift = geoidTransformer(L"EPSG:4979", L"EPSG:9707", L"EPSG:10084");
     if (!shift)
         GTEST_SKIP() << "the grid of EPSG:10084 is not installed";
     const CoordinatePoint point = transformed(*shift, {49, 2, 100.0});
@@ -74,19 +74,19 @@ TEST_F(TransformedHeight, AGeoid_ChangesTheHeightAlone)
     expectNear(transformed(*shift, {49, 2, std::nullopt}), 49, 2, kDegrees);
 }
 
-TEST_F(TransformedHeight, AGeoidThatIsReversible_IsTakenBack)
+TEST_F(TransformedHeight, ReversibleGeoid_IsAppliedInReverse)
 {
-    const auto there = geoid(L"EPSG:4979", L"EPSG:9707", L"EPSG:9708");
-    const auto back = geoid(L"EPSG:9707", L"EPSG:4979", L"EPSG:9708");
+    const auto there = geoidTransformer(L"EPSG:4979", L"EPSG:9707", L"EPSG:9708");
+    const auto back = geoidTransformer(L"EPSG:9707", L"EPSG:4979", L"EPSG:9708");
     if (!there || !back)
         GTEST_SKIP() << "the grid of EPSG:9708 is not installed";
     const CoordinatePoint point{49, 2, 100.0};
     expectNear(transformed(*back, transformed(*there, point)), point, kDegrees);
 }
 
-TEST_F(TransformedHeight, AGeoidAndAProjection_GoTogether)
+TEST_F(TransformedHeight, Geoid_IsCombinedWithAGeocentricConversion)
 {
-    const auto shift = geoid(L"EPSG:4978", L"EPSG:9707", L"EPSG:10084");
+    const auto shift = geoidTransformer(L"EPSG:4978", L"EPSG:9707", L"EPSG:10084");
     if (!shift)
         GTEST_SKIP() << "the grid of EPSG:10084 is not installed";
     const auto toGeocentric = transformer(L"EPSG:4979", L"EPSG:4978");

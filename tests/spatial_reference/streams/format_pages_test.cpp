@@ -1,4 +1,4 @@
-// The examples of the format pages are what the library writes, and what it reads.
+// The library writes and reads the examples of the format pages.
 #include <algorithm>
 #include <fstream>
 #include <sstream>
@@ -10,7 +10,7 @@ namespace {
 
 using namespace Tests;
 
-std::vector<std::string> linesOf(const std::string& file)
+std::vector<std::string> readLines(const std::string& file)
 {
     std::ifstream stream(std::string(ORVEL_SOURCE_DIR) + "/" + file);
     EXPECT_TRUE(stream.is_open()) << file;
@@ -20,10 +20,10 @@ std::vector<std::string> linesOf(const std::string& file)
     return lines;
 }
 
-/// The fenced block of that name, each line without what follows the remark's mark.
+/// The lines of a fenced code block without their comments, which begin with `mark`.
 std::vector<std::string> example(const std::string& file, const std::string& block, const std::string& mark)
 {
-    const auto lines = linesOf(file);
+    const auto lines = readLines(file);
     auto line = std::ranges::find(lines, "```" + block);
     EXPECT_NE(line, lines.end()) << block;
     std::vector<std::string> result;
@@ -34,7 +34,7 @@ std::vector<std::string> example(const std::string& file, const std::string& blo
 
 class FormatPages : public SpatialReferenceTest {};
 
-TEST_F(FormatPages, TheExampleOfAStreamIsWhatIsWritten)
+TEST_F(FormatPages, TheExampleOfAStreamEqualsTheWrittenStream)
 {
     Bytes bytes;
     for (const std::string& line : example("docs/formats/definition-stream.md", "definition-stream", ";")) {
@@ -42,20 +42,20 @@ TEST_F(FormatPages, TheExampleOfAStreamIsWhatIsWritten)
         for (unsigned byte = 0; stream >> std::hex >> byte;)
             bytes.push_back(static_cast<unsigned char>(byte));
     }
-    EXPECT_EQ(bytes, bytesOf({system(L"EPSG:25832").get()}));
+    EXPECT_EQ(bytes, writeStream({loadSystem(L"EPSG:25832").get()}));
 }
 
-TEST_F(FormatPages, TheExampleOfATextIsWhatIsWritten)
+TEST_F(FormatPages, TheExampleOfATextEqualsTheWrittenText)
 {
     std::string text;
     for (const std::string& line : example("docs/formats/definition-text.md", "definition-text", "//")) {
         const auto first = line.find_first_not_of(' ');
         text += line.substr(first, line.find_last_not_of(' ') + 1 - first);
     }
-    EXPECT_EQ(text, Embedded::utf8FromWide(textOf(*system(L"EPSG:4326"), true)));
+    EXPECT_EQ(text, Embedded::utf8FromWide(serializedText(*loadSystem(L"EPSG:4326"), true)));
 }
 
-TEST_F(FormatPages, TheIndentedExampleOfATextIsRead)
+TEST_F(FormatPages, TheIndentedExampleOfATextCanBeRead)
 {
     std::string text;
     for (const std::string& line : example("docs/formats/definition-text.md", "definition-text", "//"))
@@ -66,22 +66,22 @@ TEST_F(FormatPages, TheIndentedExampleOfATextIsRead)
     EXPECT_EQ(definitions->GetCount(), 3);
 }
 
-/// FNV-1a; what it is does not matter here, only that it stays.
-std::uint64_t digestOf(const std::string& text)
+/// FNV-1a. Any digest would do.
+std::uint64_t digest(const std::string& text)
 {
-    std::uint64_t digest = 0xCBF29CE484222325;
+    std::uint64_t value = 0xCBF29CE484222325;
     for (const char character : text)
-        digest = (digest ^ static_cast<unsigned char>(character)) * 0x100000001B3;
-    return digest;
+        value = (value ^ static_cast<unsigned char>(character)) * 0x100000001B3;
+    return value;
 }
 
-TEST_F(FormatPages, TheVocabularyOfVersion1StaysAsItIs)
+TEST_F(FormatPages, TheVocabularyOfVersion1IsUnchanged)
 {
     constexpr std::size_t kEntriesOfVersion1 = 273;
     const std::string opening = "R\"json(";
     std::string entries;
     std::size_t count = 0;
-    for (const std::string& line : linesOf("embedded/spatial_reference/streams/vocabulary.cpp")) {
+    for (const std::string& line : readLines("embedded/spatial_reference/streams/vocabulary.cpp")) {
         const auto begin = line.find(opening);
         if (begin == std::string::npos || count == kEntriesOfVersion1)
             continue;
@@ -89,7 +89,7 @@ TEST_F(FormatPages, TheVocabularyOfVersion1StaysAsItIs)
         ++count;
     }
     EXPECT_EQ(count, kEntriesOfVersion1);
-    EXPECT_EQ(digestOf(entries), 18357932436897240231U) << "streams in drawings refer to the entries by number";
+    EXPECT_EQ(digest(entries), 18357932436897240231U) << "streams in drawings refer to the entries by number";
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// Kills processes that save, at random moments. What is found must be complete: the last state that was reported as
-// saved, or the one that was being saved.
+// Kills processes at random moments while they save. The content must then be complete: the last state that was
+// reported as saved, or the one that was being saved.
 //
 //     orvel_kill_torture [KILLS [SEED]]
 #include <signal.h>
@@ -30,15 +30,15 @@ namespace fs = std::filesystem;
 
 using Number = std::uint32_t;
 
-/// Something that can be saved with a number in it.
-struct Saved {
+/// A kind of content that is saved with a number in it.
+struct Target {
     const char* name;
     bool (*save)(const fs::path& folder, Number number);
     /// Reads the number; throws when the content is not complete.
-    Number (*found)(const fs::path& folder);
+    Number (*read)(const fs::path& folder);
 };
 
-[[noreturn]] void refuse(const std::string& found)
+[[noreturn]] void fail(const std::string& found)
 {
     throw std::runtime_error("found: " + found.substr(0, 200));
 }
@@ -50,11 +50,11 @@ std::wstring textOf(Number number)
            std::wstring(2'000 + number % 3'000, static_cast<wchar_t>(L'a' + number % 26));
 }
 
-Number numberIn(const std::wstring& text)
+Number readNumber(const std::wstring& text)
 {
     const auto number = static_cast<Number>(std::wcstoul(text.c_str(), nullptr, 10));
     if (text != textOf(number))
-        refuse("a text that was never saved");
+        fail("a text that was never saved");
     return number;
 }
 
@@ -87,16 +87,16 @@ bool overwriteDrawing(const fs::path& folder, Number number)
         .has_value();
 }
 
-Number drawingFound(const fs::path& folder)
+Number readDrawing(const fs::path& folder)
 {
     auto database = Embedded::loadDrawing(folder / "a.qedb");
     if (!database)
-        refuse(database.error().text());
+        fail(database.error().text());
     const Drawing drawing(std::move(*database));
     const std::optional<Items> first = drawing.xrecord(L"first");
     if (!first || first != drawing.xrecord(L"second"))
-        refuse("two numbers in one drawing");
-    return numberIn(std::get<std::wstring>(first->at(0).value));
+        fail("two numbers in one drawing");
+    return readNumber(std::get<std::wstring>(first->at(0).value));
 }
 
 std::string registryFault()
@@ -112,7 +112,7 @@ public:
         Embedded::useRegistryFile(folder / "registry.db");
         if (RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Saved", 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
                             nullptr, &key_, nullptr) != ERROR_SUCCESS)
-            refuse(registryFault());
+            fail(registryFault());
     }
     RegistryKey(const RegistryKey&) = delete;
     RegistryKey& operator=(const RegistryKey&) = delete;
@@ -131,32 +131,32 @@ bool saveValue(const fs::path& folder, Number number)
                           static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))) == ERROR_SUCCESS;
 }
 
-Number valueFound(const fs::path& folder)
+Number readValue(const fs::path& folder)
 {
     const RegistryKey key(folder);
     std::wstring text(6'000, L'\0');
     auto length = static_cast<DWORD>(text.size() * sizeof(wchar_t));
     if (RegQueryValueExW(key.get(), L"value", nullptr, nullptr, reinterpret_cast<BYTE*>(text.data()), &length) !=
         ERROR_SUCCESS)
-        refuse("no value: " + registryFault());
+        fail("no value: " + registryFault());
     text.resize(text.find(L'\0'));
-    return numberIn(text);
+    return readNumber(text);
 }
 
 /// A process that saves increasing numbers and reports each.
 class Saver {
 public:
-    Saver(const Saved& saved, const fs::path& folder, Number first)
+    Saver(const Target& target, const fs::path& folder, Number first)
     {
         int ends[2] = {-1, -1};
         if (::pipe(ends) != 0 || (process_ = ::fork()) < 0)
             throw std::runtime_error("no process could be started");
         reports_ = ends[0];
         if (process_ != 0) {
-            static_cast<void>(::close(ends[1])); // or the reports would never end
+            static_cast<void>(::close(ends[1])); // otherwise the reports would never end
             return;
         }
-        for (Number number = first; saved.save(folder, number); ++number) {
+        for (Number number = first; target.save(folder, number); ++number) {
             if (::write(ends[1], &number, sizeof number) != sizeof number)
                 break;
         }
@@ -169,7 +169,7 @@ public:
     /// Kills the process after that time. Returns the last number that it reported; 0 for none.
     Number killAfter(unsigned microseconds)
     {
-        static_cast<void>(::usleep(microseconds)); // a shorter sleep is as random
+        static_cast<void>(::usleep(microseconds)); // an interrupted sleep is as good
         if (::kill(process_, SIGKILL) != 0)
             throw std::runtime_error("the process could not be killed");
         int status = 0;
@@ -189,11 +189,11 @@ private:
 struct Counts {
     int old = 0;
     int replaced = 0;
-    int leftBehind = 0;
+    int temporaryFiles = 0;
 };
 
 /// Whether the folder holds a temporary file or a journal of a killed process.
-bool isSomethingLeft(const fs::path& folder)
+bool hasTemporaryFile(const fs::path& folder)
 {
     return std::ranges::any_of(fs::recursive_directory_iterator(folder), [](const fs::directory_entry& entry) {
         const std::string name = entry.path().filename();
@@ -202,47 +202,47 @@ bool isSomethingLeft(const fs::path& folder)
 }
 
 /// Saves number 1 before the first process begins.
-Counts killOften(const Saved& saved, int kills, std::mt19937_64& random)
+Counts killOften(const Target& target, int kills, std::mt19937_64& random)
 {
     const TemporaryFolder folder;
     Counts counts;
     Number last = 1;
-    if (!saved.save(folder.path(), last))
+    if (!target.save(folder.path(), last))
         throw std::runtime_error("the first save failed");
     for (int kill = 0; kill < kills; ++kill) {
         const Number reported =
-            Saver(saved, folder.path(), last + 1).killAfter(static_cast<unsigned>(random() % 20'000));
+            Saver(target, folder.path(), last + 1).killAfter(static_cast<unsigned>(random() % 20'000));
         last = reported != 0 ? reported : last;
-        counts.leftBehind += isSomethingLeft(folder.path()) ? 1 : 0;
-        const Number found = saved.found(folder.path());
+        counts.temporaryFiles += hasTemporaryFile(folder.path()) ? 1 : 0;
+        const Number found = target.read(folder.path());
         if (found != last && found != last + 1)
-            refuse("number " + std::to_string(found) + " after " + std::to_string(last) + " was reported");
+            fail("number " + std::to_string(found) + " after " + std::to_string(last) + " was reported");
         ++(found == last ? counts.old : counts.replaced);
         last = found;
     }
-    if (!saved.save(folder.path(), last + 1) || saved.found(folder.path()) != last + 1)
+    if (!target.save(folder.path(), last + 1) || target.read(folder.path()) != last + 1)
         throw std::runtime_error("the last save failed");
-    if (isSomethingLeft(folder.path()))
-        throw std::runtime_error("a file was left behind");
+    if (hasTemporaryFile(folder.path()))
+        throw std::runtime_error("a temporary file was left");
     return counts;
 }
 
-constexpr Saved kDrawing = {"changed drawings", saveDrawing, drawingFound};
-constexpr Saved kOverwritten = {"overwritten drawings", overwriteDrawing, drawingFound};
-constexpr Saved kRegistry = {"registry", saveValue, valueFound};
+constexpr Target kDrawing = {"changed drawings", saveDrawing, readDrawing};
+constexpr Target kOverwritten = {"overwritten drawings", overwriteDrawing, readDrawing};
+constexpr Target kRegistry = {"registry", saveValue, readValue};
 
 int run(int kills, std::uint64_t seed)
 {
     std::printf("kill torture: %d kills each, seed %llu\n", kills, static_cast<unsigned long long>(seed));
     std::mt19937_64 random(seed);
-    for (const Saved& saved : {kDrawing, kOverwritten, kRegistry}) {
+    for (const Target& target : {kDrawing, kOverwritten, kRegistry}) {
         try {
-            const Counts counts = killOften(saved, kills, random);
-            std::printf("%s: the old was found %d times and the new %d times, both whole; %d times a file was left "
-                        "behind and removed\n",
-                        saved.name, counts.old, counts.replaced, counts.leftBehind);
+            const Counts counts = killOften(target, kills, random);
+            std::printf("%s: the old was found %d times and the new %d times, both complete; %d times a temporary "
+                        "file was left and removed\n",
+                        target.name, counts.old, counts.replaced, counts.temporaryFiles);
         } catch (const std::exception& failure) {
-            std::printf("%s: FAILED: %s\n", saved.name, failure.what());
+            std::printf("%s: FAILED: %s\n", target.name, failure.what());
             return 1;
         }
     }

@@ -1,4 +1,4 @@
-// What the stand-in does where Windows promises nothing.
+// Behaviour of the stand-in where Windows promises nothing.
 #include <cstring>
 
 #include "platform/windows.h"

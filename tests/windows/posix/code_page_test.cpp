@@ -1,4 +1,4 @@
-// What the stand-in does where Windows promises nothing, or where Wine does otherwise than Windows promises.
+// Behaviour of the stand-in where Windows promises nothing, or where Wine differs from Windows.
 #include <string>
 
 #include "platform/windows.h"
@@ -8,7 +8,7 @@ namespace {
 
 using CodePageStandIn = Tests::PlatformTest;
 
-TEST_F(CodePageStandIn, EachPartThatBeginsNoCharacterBecomesAReplacement)
+TEST_F(CodePageStandIn, EachByteOfAnInvalidSequence_BecomesAReplacementCharacter)
 {
     const struct {
         std::wstring text;
@@ -17,7 +17,7 @@ TEST_F(CodePageStandIn, EachPartThatBeginsNoCharacterBecomesAReplacement)
         {L"\uFFFD\uFFFD\uFFFD", "\xE0\x80\xAF"},           // overlong
         {L"\uFFFD\uFFFD\uFFFD\uFFFD", "\xF0\x82\x82\xAC"}, // overlong
         {L"\uFFFD\uFFFD\uFFFD", "\xED\xA0\x80"},           // a surrogate
-        {L"\uFFFD\uFFFD\uFFFD\uFFFD", "\xF4\x90\x80\x80"}, // beyond the last
+        {L"\uFFFD\uFFFD\uFFFD\uFFFD", "\xF4\x90\x80\x80"}, // beyond the last character
     };
     for (const auto& row : table) {
         wchar_t text[8] = {};
@@ -27,8 +27,8 @@ TEST_F(CodePageStandIn, EachPartThatBeginsNoCharacterBecomesAReplacement)
     }
 }
 
-// On Windows a wide character is too small for them.
-TEST_F(CodePageStandIn, WhatIsBeyondTheLastCharacterIsWrittenAsTheReplacement)
+// A wide character of Windows cannot hold these units.
+TEST_F(CodePageStandIn, UnitBeyondUnicode_IsWrittenAsTheReplacementCharacter)
 {
     for (const std::uint32_t unit : {0x110000U, 0xFFFFFFFFU}) {
         const auto character = static_cast<wchar_t>(unit);
@@ -38,7 +38,7 @@ TEST_F(CodePageStandIn, WhatIsBeyondTheLastCharacterIsWrittenAsTheReplacement)
     }
 }
 
-TEST_F(CodePageStandIn, OtherCodePagesAndFlagsAndDefaultsAreRefused)
+TEST_F(CodePageStandIn, OtherCodePagesFlagsAndDefaults_AreRefused)
 {
     wchar_t text[4] = {};
     EXPECT_EQ(MultiByteToWideChar(1252, 0, "ab", 2, text, 4), 0);

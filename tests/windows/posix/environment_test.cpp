@@ -1,4 +1,4 @@
-// What the stand-in does where the C runtimes of Windows differ.
+// Behaviour of the stand-in where the C runtimes of Windows differ.
 #include <cerrno>
 #include <string>
 
@@ -14,7 +14,7 @@ using Tests::ScopedVariable;
 
 constexpr const wchar_t* kVariable = L"ORVEL_TEST_VARIABLE";
 
-TEST_F(EnvironmentStandIn, WithoutAValue_TheBufferIsEmpty)
+TEST_F(EnvironmentStandIn, FailedCall_LeavesAnEmptyBuffer)
 {
     wchar_t buffer[4] = L"old";
     std::size_t required = 99;
@@ -35,7 +35,7 @@ TEST_F(EnvironmentStandIn, WithoutAValue_TheBufferIsEmpty)
     EXPECT_STREQ(buffer, L"");
 }
 
-// Windows's own know no variable with an empty value.
+// Windows has no variables with empty values.
 TEST_F(EnvironmentStandIn, EmptyValue_HasItsNul)
 {
     const ScopedVariable variable("ORVEL_TEST_VARIABLE", "");

@@ -1,10 +1,10 @@
-// The page about the registry's file says what is in one.
+// docs/formats/registry-stand-in.md agrees with the file of the registry.
 #include <bit>
 #include <sstream>
 
 #include "storage/documented_example.h"
 #include "support/posix/sql_query.h"
-#include "windows/posix/registry_file_test.h"
+#include "windows/registry_test.h"
 
 #define XXH_INLINE_ALL
 #include <xxhash.h>
@@ -12,16 +12,16 @@
 namespace Tests {
 namespace {
 
-class RegistryFormatPage : public RegistryFileTest {
+class RegistryFormatPage : public RegistryTest {
 protected:
     RegistryFormatPage()
     {
-        const OpenKey key = created(L"Software\\Example");
-        EXPECT_EQ(set(key, L"Place", L"K\u00F8benhavn"), ERROR_SUCCESS);
+        const OpenKey key = createKey(L"Software\\Example");
+        EXPECT_EQ(setText(key, L"Place", L"K\u00F8benhavn"), ERROR_SUCCESS);
         EXPECT_EQ(setBytes(key, L"Flags", REG_DWORD, std::string("\x05\0\0\0", 4)), ERROR_SUCCESS);
-        const std::wstring unended = L"ab";
-        EXPECT_EQ(RegSetValueExW(key.get(), L"Unended", 0, REG_SZ, reinterpret_cast<const BYTE*>(unended.data()),
-                                 static_cast<DWORD>(unended.size() * sizeof(wchar_t))),
+        const std::wstring withoutNul = L"ab";
+        EXPECT_EQ(RegSetValueExW(key.get(), L"Unended", 0, REG_SZ, reinterpret_cast<const BYTE*>(withoutNul.data()),
+                                 static_cast<DWORD>(withoutNul.size() * sizeof(wchar_t))),
                   ERROR_SUCCESS);
         const wchar_t unpaired[] = {L'X', static_cast<wchar_t>(0xD800), L'\0'};
         EXPECT_EQ(setBytes(key, unpaired, REG_BINARY, ""), ERROR_SUCCESS);
@@ -32,18 +32,18 @@ protected:
     }
 };
 
-TEST_F(RegistryFormatPage, TheSchemaIsThatOfTheFile)
+TEST_F(RegistryFormatPage, SchemaOfThePage_IsThatOfTheFile)
 {
     EXPECT_EQ(sqlQuery(file, "SELECT sql || ';' FROM sqlite_schema WHERE sql IS NOT NULL"), block("registry-schema"));
 }
 
-TEST_F(RegistryFormatPage, TheRowsAreThoseOfTheFile)
+TEST_F(RegistryFormatPage, RowsOfThePage_AreThoseOfTheFile)
 {
     EXPECT_EQ(sqlQuery(file, block("registry-rows-query")), block("registry-rows"));
 }
 
-// Made from the page alone: which bytes are hashed, and how.
-TEST_F(RegistryFormatPage, TheChecksumIsMadeAsThePageSays)
+// Computes the checksum independently, as the page describes it.
+TEST_F(RegistryFormatPage, Checksum_IsComputedAsThePageSays)
 {
     const auto part = [](const std::string& column) {
         return "' ' || typeof(" + column + ") || ' ' || length(CAST(" + column + " AS BLOB)) || ' ' || CAST(" + column +

@@ -1,13 +1,13 @@
-// Keys of the stand-in: which file they are in, and what it refuses where Windows has more to offer, or Wine has.
+// The file of the stand-in, and arguments that it refuses although Windows or Wine accepts them.
 #include "support/scoped_variable.h"
-#include "windows/posix/registry_file_test.h"
+#include "windows/registry_test.h"
 
 namespace Tests {
 namespace {
 
 namespace fs = std::filesystem;
 
-class RegistryKeysStandIn : public RegistryFileTest {};
+class RegistryKeysStandIn : public RegistryTest {};
 
 TEST_F(RegistryKeysStandIn, UnsupportedArguments_AreRefused)
 {
@@ -19,39 +19,39 @@ TEST_F(RegistryKeysStandIn, UnsupportedArguments_AreRefused)
     EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"", 0, KEY_READ, nullptr), ERROR_INVALID_PARAMETER);
 }
 
-// Wine takes it.
-TEST_F(RegistryKeysStandIn, ANameOf256CharactersDoesNotFit)
+// Wine accepts it.
+TEST_F(RegistryKeysStandIn, NameOf256Characters_IsRefused)
 {
     HKEY key = nullptr;
     EXPECT_EQ(create((L"A\\" + std::wstring(256, L'x')).c_str(), &key), ERROR_INVALID_PARAMETER);
 }
 
-TEST_F(RegistryKeysStandIn, ReadingCreatesNothing)
+TEST_F(RegistryKeysStandIn, Reading_CreatesNoFile)
 {
     EXPECT_EQ(openStatus(L"A"), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(openStatus(L""), ERROR_SUCCESS);
     EXPECT_EQ(registryFault(), "");
-    created(L"");
+    createKey(L"");
     EXPECT_TRUE(fs::is_empty(folder.path()));
 }
 
 TEST_F(RegistryKeysStandIn, KeyOfADeletedFile_IsDeleted)
 {
-    const OpenKey key = created();
+    const OpenKey key = createKey();
     fs::remove(file);
-    EXPECT_EQ(set(key, L"a", L"b"), ERROR_KEY_DELETED);
-    EXPECT_EQ(RegQueryValueExW(key.get(), L"a", nullptr, nullptr, nullptr, nullptr), ERROR_KEY_DELETED);
+    EXPECT_EQ(setText(key, L"a", L"b"), ERROR_KEY_DELETED);
+    EXPECT_EQ(queryStatus(key, L"a"), ERROR_KEY_DELETED);
     EXPECT_FALSE(fs::exists(file));
 }
 
-TEST_F(RegistryKeysStandIn, WithoutAChoiceTheFileIsInTheUsersSettings)
+TEST_F(RegistryKeysStandIn, DefaultFile_IsInTheUsersSettings)
 {
     Embedded::useRegistryFile({});
     const ScopedVariable home("HOME", folder.path().string());
     {
         const ScopedVariable settings("XDG_CONFIG_HOME", (folder.path() / "config").string());
         EXPECT_EQ(Embedded::registryFile(), folder.path() / "config/orvel/registry.db");
-        created();
+        createKey();
         EXPECT_TRUE(fs::exists(folder.path() / "config/orvel/registry.db"));
     }
     const ScopedVariable settings("XDG_CONFIG_HOME", "relative");
@@ -59,7 +59,7 @@ TEST_F(RegistryKeysStandIn, WithoutAChoiceTheFileIsInTheUsersSettings)
     EXPECT_EQ(openStatus(L"Software\\Test"), ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(RegistryKeysStandIn, WithoutAPlaceForAFileNothingCanBeWritten)
+TEST_F(RegistryKeysStandIn, MissingHome_PreventsWriting)
 {
     Embedded::useRegistryFile({});
     const ScopedVariable home("HOME");

@@ -1,37 +1,37 @@
-// What the stand-in does beyond what Windows promises.
+// Behaviour of the stand-in that Windows does not promise.
 #include "support/posix/child_process.h"
-#include "windows/posix/registry_file_test.h"
+#include "windows/registry_test.h"
 
 namespace Tests {
 namespace {
 
 using Names = std::vector<std::wstring>;
 
-class RegistryValuesStandIn : public RegistryFileTest {
+class RegistryValuesStandIn : public RegistryTest {
 protected:
-    OpenKey key = created();
+    OpenKey key = createKey();
 };
 
-TEST_F(RegistryValuesStandIn, ValuesAreEnumeratedInTheOrderOfTheirCreation)
+TEST_F(RegistryValuesStandIn, Values_AreEnumeratedInTheOrderOfTheirCreation)
 {
     for (const wchar_t* const name : {L"c", L"a", L"b"})
-        ASSERT_EQ(set(key, name, name), ERROR_SUCCESS);
-    ASSERT_EQ(set(key, L"a", L"replaced"), ERROR_SUCCESS);
-    EXPECT_EQ(namesOf(key), (Names{L"c", L"a", L"b"}));
+        ASSERT_EQ(setText(key, name, name), ERROR_SUCCESS);
+    ASSERT_EQ(setText(key, L"a", L"replaced"), ERROR_SUCCESS);
+    EXPECT_EQ(valueNames(key), (Names{L"c", L"a", L"b"}));
     ASSERT_EQ(RegDeleteValueW(key.get(), L"C"), ERROR_SUCCESS);
-    ASSERT_EQ(set(key, L"c", L"again"), ERROR_SUCCESS);
-    readAfresh();
-    EXPECT_EQ(namesOf(key), (Names{L"a", L"b", L"c"}));
+    ASSERT_EQ(setText(key, L"c", L"again"), ERROR_SUCCESS);
+    reopenRegistry();
+    EXPECT_EQ(valueNames(key), (Names{L"a", L"b", L"c"}));
 }
 
-TEST_F(RegistryValuesStandIn, Enumerating_ContinuesWithTheChangedValues)
+TEST_F(RegistryValuesStandIn, Enumeration_ContinuesWithTheChangedValues)
 {
     for (const wchar_t* const name : {L"a", L"b", L"c", L"d"})
-        ASSERT_EQ(set(key, name, name), ERROR_SUCCESS);
+        ASSERT_EQ(setText(key, name, name), ERROR_SUCCESS);
     const auto nameAt = [this](DWORD index) {
         wchar_t name[8] = L"";
         DWORD length = 8;
-        EXPECT_EQ(RegEnumValueW(key.get(), index, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
+        EXPECT_EQ(enumerateName(key, index, name, &length), ERROR_SUCCESS);
         return std::wstring(name);
     };
     EXPECT_EQ(nameAt(1), L"b");
@@ -42,13 +42,13 @@ TEST_F(RegistryValuesStandIn, Enumerating_ContinuesWithTheChangedValues)
     EXPECT_EQ(nameAt(0), L"c");
 }
 
-// Wide characters have another size in the file than here.
-TEST_F(RegistryValuesStandIn, BytesOfATextThatAreNoWholeCharacter_AreDropped)
+// The file stores UTF-16, so an incomplete wide character cannot be kept.
+TEST_F(RegistryValuesStandIn, IncompleteCharacterAtTheEnd_IsDropped)
 {
     std::string bytes(sizeof(wchar_t), '\0');
     bytes[0] = 'a';
     ASSERT_EQ(setBytes(key, L"a", REG_SZ, bytes + "b"), ERROR_SUCCESS);
-    EXPECT_EQ(bytesOf(key, L"a"), bytes);
+    EXPECT_EQ(readBytes(key, L"a"), bytes);
 }
 
 TEST_F(RegistryValuesStandIn, ReservedArguments_MustBeZero)

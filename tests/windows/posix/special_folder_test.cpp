@@ -1,4 +1,4 @@
-// Where the stand-in looks for the folder, and what it does where Windows promises nothing.
+// The folder of the stand-in, and its behaviour where Windows promises nothing.
 #include <filesystem>
 #include <string>
 
@@ -16,7 +16,7 @@ using Tests::ScopedVariable;
 
 class SpecialFolderStandIn : public Tests::PlatformTest {
 protected:
-    BOOL ask(BOOL create = FALSE) { return SHGetSpecialFolderPathW(nullptr, path, CSIDL_LOCAL_APPDATA, create); }
+    BOOL getFolder(BOOL create = FALSE) { return SHGetSpecialFolderPathW(nullptr, path, CSIDL_LOCAL_APPDATA, create); }
     static std::wstring wide(const fs::path& folder) { return Embedded::wideFromUtf8(folder.string()); }
 
     Tests::TemporaryFolder folder;
@@ -25,10 +25,10 @@ protected:
     wchar_t path[260] = L"before";
 };
 
-TEST_F(SpecialFolderStandIn, WithoutTheVariable_TheFolderIsInTheHome)
+TEST_F(SpecialFolderStandIn, MissingVariable_SelectsTheFolderInTheHome)
 {
     fs::create_directories(folder.path() / ".local/share");
-    EXPECT_EQ(ask(), TRUE);
+    EXPECT_EQ(getFolder(), TRUE);
     EXPECT_EQ(path, wide(folder.path() / ".local/share"));
 }
 
@@ -36,35 +36,35 @@ TEST_F(SpecialFolderStandIn, RelativeFolder_IsIgnored)
 {
     fs::create_directories(folder.path() / ".local/share");
     const ScopedVariable set("XDG_DATA_HOME", "relative");
-    EXPECT_EQ(ask(), TRUE);
+    EXPECT_EQ(getFolder(), TRUE);
     EXPECT_EQ(path, wide(folder.path() / ".local/share"));
 }
 
 TEST_F(SpecialFolderStandIn, MissingFolderInTheHome_IsCreatedOnlyOnRequest)
 {
-    EXPECT_EQ(ask(), FALSE);
+    EXPECT_EQ(getFolder(), FALSE);
     EXPECT_STREQ(path, L"");
     EXPECT_TRUE(fs::is_empty(folder.path()));
-    EXPECT_EQ(ask(TRUE), TRUE);
+    EXPECT_EQ(getFolder(TRUE), TRUE);
     EXPECT_TRUE(fs::is_directory(folder.path() / ".local/share"));
 }
 
-TEST_F(SpecialFolderStandIn, WithoutAHome_ThereIsNoFolder)
+TEST_F(SpecialFolderStandIn, MissingHome_FailsTheCall)
 {
     const ScopedVariable none("HOME");
-    EXPECT_EQ(ask(TRUE), FALSE);
+    EXPECT_EQ(getFolder(TRUE), FALSE);
 }
 
-TEST_F(SpecialFolderStandIn, APathOf260CharactersDoesNotFit)
+TEST_F(SpecialFolderStandIn, PathOf260Characters_IsRefused)
 {
     fs::path longer = folder.path() / std::string(100, 'a');
     longer /= std::string(260 - longer.string().size() - 1, 'b');
     fs::create_directories(longer);
     const ScopedVariable set("XDG_DATA_HOME", longer.string());
-    EXPECT_EQ(ask(), FALSE);
+    EXPECT_EQ(getFolder(), FALSE);
 }
 
-TEST_F(SpecialFolderStandIn, OtherFoldersAndNullAreRefused)
+TEST_F(SpecialFolderStandIn, OtherFoldersAndNull_AreRefused)
 {
     const ScopedVariable set("XDG_DATA_HOME", folder.path().string());
     EXPECT_EQ(SHGetSpecialFolderPathW(nullptr, path, 26, FALSE), FALSE);
@@ -75,7 +75,7 @@ TEST_F(SpecialFolderStandIn, Failure_LeavesAnEmptyPath)
 {
     const ScopedVariable set("XDG_DATA_HOME", folder.path().string());
     const Embedded::ScopedFault fault({.call = "SHGetSpecialFolderPathW", .code = {}});
-    EXPECT_EQ(ask(), FALSE);
+    EXPECT_EQ(getFolder(), FALSE);
     EXPECT_STREQ(path, L"");
 }
 

@@ -1,4 +1,4 @@
-// A module that writes down the messages it gets, in its linker's hands.
+// A module that counts its initialisations. Macros decide what it returns to the dynamic linker.
 #include "platform/host/runtime.h"
 
 namespace {
@@ -10,7 +10,7 @@ int initialise(void* appHandle)
     ++initialisations;
     const bool known = qerxRegisterAppMDIAware(appHandle);
     auto* linker = static_cast<QeRxDynamicLinker*>(qerxSysRegistry()->at(kQeRxDynamicLinkerKey));
-    return known && SAMPLE_UNLOCKS && !linker->unlockApplication(appHandle) ? QeRx::kRetError : SAMPLE_ANSWER;
+    return known && SAMPLE_UNLOCKS && !linker->unlockApplication(appHandle) ? QeRx::kRetError : SAMPLE_INIT_RESULT;
 }
 
 } // namespace
@@ -28,7 +28,7 @@ int qerxGetApiVersion()
 
 int qerxEntryPoint(int message, void* appHandle)
 {
-    return message == QeRx::kInitAppMsg ? initialise(appHandle) : SAMPLE_UNLOAD_ANSWER;
+    return message == QeRx::kInitAppMsg ? initialise(appHandle) : SAMPLE_UNLOAD_RESULT;
 }
 
 int sampleInitialisations()

@@ -1,4 +1,4 @@
-// Processes that take turns with one file, and what ends the locks of a process.
+// Processes that use one file in turn, and what releases the locks of a process.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -11,70 +11,69 @@ namespace {
 
 class FileLocks : public DrawingFileTest {
 protected:
-    FileLocks() { given(GivenDrawing().withXrecord({{300, L"old"}}, L"key")); }
+    FileLocks() { writeDrawing(GivenDrawing().withXrecord({{300, L"old"}}, L"key")); }
 
-    /// What another process comes to that opens the file for changing.
-    std::string inAnotherProcess(char question = 'c') const { return other.ask(question); }
-    std::string locked() const
+    // The commands of the other process. Each returns the outcome of opening or saving the drawing.
+    static constexpr char kOpenForChanging = 'c';
+    static constexpr char kOpenForReading = 'r';
+    static constexpr char kOpenForSharing = 's';
+    static constexpr char kSaveAChange = 'n';
+    static constexpr char kKeepOpenForChanging = 'k';
+
+    std::string execute(char command) const
     {
-        return refusal(Qeapp::eFileLocked, "another process is using it and did not release it in time");
-    }
-    std::string answer(char question) const
-    {
-        using enum DrawingAccess;
-        if (question == 'n') {
-            Drawing drawing(loaded(changing));
+        switch (command) {
+        case kSaveAChange: {
+            Drawing drawing(loadFile(DrawingAccess::changing));
             drawing.withXrecord({{300, L"new"}}, L"key");
             return outcome(save(*drawing.database()));
         }
-        Database database;
-        const std::string found = outcome(load(file, database,
-                                               question == 'c'   ? changing
-                                               : question == 'r' ? reading
-                                                                 : sharing));
-        if (question == 'k')
-            static_cast<void>(load(file, kept_, changing)); // until the process ends
-        return found;
+        case kKeepOpenForChanging:
+            return outcome(load(file, keptOpen, DrawingAccess::changing));
+        case kOpenForReading:
+            return tryToLoad(file, DrawingAccess::reading);
+        case kOpenForSharing:
+            return tryToLoad(file, DrawingAccess::sharing);
+        default:
+            return tryToLoad(file, DrawingAccess::changing);
+        }
     }
 
-    OtherProcess other{[this](char question) { return answer(question); }};
-
-private:
-    mutable Database kept_; // by the other process
+    mutable Database keptOpen; // in the other process, until it ends
+    OtherProcess other{[this](char command) { return execute(command); }};
 };
 
-TEST_F(FileLocks, AnotherProcess_DoesNotChangeWhatThisOneChanges)
+TEST_F(FileLocks, DrawingOpenForChanging_CannotBeChangedByAnotherProcess)
 {
-    Database changing = loaded(DrawingAccess::changing);
-    EXPECT_EQ(inAnotherProcess(), locked());
-    EXPECT_EQ(inAnotherProcess('r'), "0");
-    EXPECT_EQ(inAnotherProcess('s'), "0");
+    Database changing = loadFile(DrawingAccess::changing);
+    EXPECT_EQ(other.run(kOpenForChanging), lockedRefusal());
+    EXPECT_EQ(other.run(kOpenForReading), "0");
+    EXPECT_EQ(other.run(kOpenForSharing), "0");
     changing.reset();
-    EXPECT_EQ(inAnotherProcess(), "0");
+    EXPECT_EQ(other.run(kOpenForChanging), "0");
 }
 
-TEST_F(FileLocks, AProcessThatEnds_HoldsNoLock)
+TEST_F(FileLocks, EndOfAProcess_ReleasesItsLock)
 {
     {
-        const OtherProcess ending([this](char question) { return answer(question); });
-        EXPECT_EQ(ending.ask('k'), "0");
-        EXPECT_EQ(inAnotherProcess(), locked());
+        const OtherProcess ending([this](char command) { return execute(command); });
+        EXPECT_EQ(ending.run(kKeepOpenForChanging), "0");
+        EXPECT_EQ(other.run(kOpenForChanging), lockedRefusal());
     }
-    EXPECT_EQ(inAnotherProcess(), "0");
+    EXPECT_EQ(other.run(kOpenForChanging), "0");
 }
 
-TEST_F(FileLocks, AChangeOfAnotherProcess_IsSeen)
+TEST_F(FileLocks, ChangeByAnotherProcess_IsDetected)
 {
-    const Database sharing = loaded(DrawingAccess::sharing);
-    EXPECT_EQ(inAnotherProcess('n'), "0");
-    EXPECT_EQ(outcome(save(*sharing)),
-              refusal(Qeapp::eFileChanged, "was changed by another program since it was opened; open it again"));
-    EXPECT_EQ(Drawing(loaded()).xrecord(L"key"), (Items{{300, L"new"}}));
+    const Database sharing = loadFile(DrawingAccess::sharing);
+    EXPECT_EQ(other.run(kSaveAChange), "0");
+    EXPECT_EQ(outcome(save(*sharing)), changedRefusal());
+    EXPECT_EQ(Drawing(loadFile()).xrecord(L"key"), (Items{{300, L"new"}}));
 }
 
-TEST_F(FileLocks, AFileThatIsReplacedWhileItIsOpen_IsNotSavedInto)
+TEST_F(FileLocks, FileReplacedWhileItIsOpen_IsNotSavedTo)
 {
-    Drawing drawing(loaded(DrawingAccess::sharing));
+    Drawing drawing(loadFile(DrawingAccess::sharing));
     drawing.withXrecord({{300, L"mine"}}, L"key");
     const std::string bytes = readFile(file);
     std::filesystem::rename(file, folder.path() / "moved.qedb");
@@ -85,29 +84,30 @@ TEST_F(FileLocks, AFileThatIsReplacedWhileItIsOpen_IsNotSavedInto)
     EXPECT_TRUE(readFile(folder.path() / "moved.qedb") == bytes);
 }
 
-/// Why nothing but SQLite may open the file of a drawing that is open.
-TEST_F(FileLocks, ClosingAnyOtherDescriptorOfTheFile_WouldEndThem)
+/// This is why only SQLite may open the file of an open drawing.
+TEST_F(FileLocks, ClosingAnotherDescriptorOfTheFile_ReleasesTheLocks)
 {
-    const Database changing = loaded(DrawingAccess::changing);
+    const Database changing = loadFile(DrawingAccess::changing);
     const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
     ASSERT_GE(descriptor, 0);
-    EXPECT_EQ(inAnotherProcess(), locked());
+    EXPECT_EQ(other.run(kOpenForChanging), lockedRefusal());
     ASSERT_EQ(::close(descriptor), 0);
-    EXPECT_EQ(inAnotherProcess(), "0") << "this system keeps the locks of a process for itself now";
+    EXPECT_EQ(other.run(kOpenForChanging), "0")
+        << "on this system a descriptor no longer releases the locks of the others";
 }
 
-TEST_F(FileLocks, WhateverTheHostDoesWithTheFile_KeepsThem)
+TEST_F(FileLocks, EveryOperationOfTheHost_KeepsTheLocks)
 {
-    const Database changing = loaded(DrawingAccess::changing);
-    const auto expectKept = [&](const char* what) { EXPECT_EQ(inAnotherProcess(), locked()) << what; };
+    const Database changing = loadFile(DrawingAccess::changing);
+    const auto expectKept = [&](const char* what) { EXPECT_EQ(other.run(kOpenForChanging), lockedRefusal()) << what; };
 
-    inFile();
-    expectKept("reading all of it by a second opening");
+    fileContents();
+    expectKept("reading it through a second connection");
     Database second;
-    EXPECT_EQ(outcome(load(file, second, DrawingAccess::changing)), locked());
-    expectKept("a refused second opening");
+    EXPECT_EQ(outcome(load(file, second, DrawingAccess::changing)), lockedRefusal());
+    expectKept("a refused second connection");
     EXPECT_EQ(Embedded::fileKind(file), Embedded::FileKind::regular);
-    expectKept("looking at it");
+    expectKept("asking for its kind");
     saveToBytes(*changing);
     expectKept("copying it to memory");
     EXPECT_EQ(outcome(Embedded::saveDrawing(*changing, folder.path() / "b.qedb", QeDb::kCurrentDwg)), "0");
@@ -115,8 +115,8 @@ TEST_F(FileLocks, WhateverTheHostDoesWithTheFile_KeepsThem)
     for (const auto overwriting :
          {Embedded::Overwriting::refused, Embedded::Overwriting::drawings, Embedded::Overwriting::noDatabase}) {
         const Drawing another;
-        EXPECT_FALSE(Embedded::saveDrawing(*another.database(), file, QeDb::kCurrentDwg, overwriting, waitOf(0)));
-        expectKept("another drawing that was to be saved over it");
+        EXPECT_FALSE(Embedded::saveDrawing(*another.database(), file, QeDb::kCurrentDwg, overwriting, lockWait(0)));
+        expectKept("a refused save of another drawing over it");
     }
     std::filesystem::create_symlink("a.qedb", folder.path() / "link.qedb");
     EXPECT_EQ(outcome(load(folder.path() / "link.qedb", second)), "0");

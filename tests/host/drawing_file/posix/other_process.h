@@ -1,5 +1,5 @@
-// A process that lives beside the test's and does what it is asked to. It is started before the test opens anything: a
-// process that is made while SQLite has a file open takes its parent's locks for its own.
+// A process beside the test's process that runs commands. It must start before the test opens a file with SQLite,
+// because a child process mistakes the locks of its parent for its own.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,52 +14,52 @@ namespace Tests {
 
 class OtherProcess {
 public:
-    /// The function is called there, with what it is asked, and answers with less than 4,096 bytes.
-    explicit OtherProcess(const std::function<std::string(char)>& answer)
+    /// `execute` runs in the other process. It returns less than 4,096 bytes.
+    explicit OtherProcess(const std::function<std::string(char)>& execute)
     {
-        std::array<int, 2> asked{-1, -1};
-        std::array<int, 2> answered{-1, -1};
-        EXPECT_EQ(::pipe(asked.data()), 0);
-        EXPECT_EQ(::pipe(answered.data()), 0);
+        std::array<int, 2> commands{-1, -1};
+        std::array<int, 2> results{-1, -1};
+        EXPECT_EQ(::pipe(commands.data()), 0);
+        EXPECT_EQ(::pipe(results.data()), 0);
         process_ = ::fork();
         EXPECT_GE(process_, 0);
-        ::close(asked[process_ == 0 ? 1 : 0]);
-        ::close(answered[process_ == 0 ? 0 : 1]);
+        ::close(commands[process_ == 0 ? 1 : 0]);
+        ::close(results[process_ == 0 ? 0 : 1]);
         if (process_ == 0) {
-            for (char question = 0; ::read(asked[0], &question, 1) == 1;) {
-                const std::string text = answer(question);
-                if (::write(answered[1], text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+            for (char command = 0; ::read(commands[0], &command, 1) == 1;) {
+                const std::string result = execute(command);
+                if (::write(results[1], result.data(), result.size()) != static_cast<ssize_t>(result.size()))
                     break;
             }
             ::_exit(0);
         }
-        questions_ = asked[1];
-        answers_ = answered[0];
+        commands_ = commands[1];
+        results_ = results[0];
     }
     OtherProcess(const OtherProcess&) = delete;
     OtherProcess& operator=(const OtherProcess&) = delete;
     ~OtherProcess()
     {
-        ::close(questions_);
-        ::close(answers_);
+        ::close(commands_);
+        ::close(results_);
         int status = -1;
         EXPECT_EQ(::waitpid(process_, &status, 0), process_);
         EXPECT_EQ(status, 0);
     }
 
-    std::string ask(char question) const
+    std::string run(char command) const
     {
-        EXPECT_EQ(::write(questions_, &question, 1), 1);
-        std::string text(4096, '\0');
-        const ssize_t length = ::read(answers_, text.data(), text.size());
-        text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
-        return text;
+        EXPECT_EQ(::write(commands_, &command, 1), 1);
+        std::string result(4096, '\0');
+        const ssize_t length = ::read(results_, result.data(), result.size());
+        result.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+        return result;
     }
 
 private:
     pid_t process_ = -1;
-    int questions_ = -1;
-    int answers_ = -1;
+    int commands_ = -1;
+    int results_ = -1;
 };
 
 } // namespace Tests

@@ -1,4 +1,4 @@
-// A catalog that there is no memory to read. The limit is SQLite's, which PROJ shares with the test here.
+// The catalog cannot be read for lack of memory. The test limits the memory of SQLite, which it shares with PROJ.
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -12,10 +12,10 @@ using namespace Tests;
 
 class LittleMemory : public SpatialReferenceTest {
 protected:
-    /// PROJ tries to open its database once only, and needs memory for that.
+    /// PROJ opens its database only once, and needs memory for it.
     LittleMemory() { EXPECT_NE(Embedded::catalogPath(), ""); }
 
-    /// For the length of a scope SQLite gets no more memory than it has.
+    /// Prevents SQLite from allocating more memory during a scope.
     class Limit {
     public:
         Limit() { sqlite3_hard_heap_limit64(std::max<sqlite3_int64>(sqlite3_memory_used(), 1)); }
@@ -25,7 +25,7 @@ protected:
     };
 };
 
-TEST_F(LittleMemory, IsNotTakenForAMissingCode)
+TEST_F(LittleMemory, OutOfMemory_IsNotReportedAsAnUnknownCode)
 {
     CoordinateReferenceSystemDefinition* definition = nullptr;
     {
@@ -36,10 +36,10 @@ TEST_F(LittleMemory, IsNotTakenForAMissingCode)
         ASSERT_FALSE(check);
         EXPECT_EQ(check.error().text(), Embedded::catalogPath() + ": not enough memory to read it");
     }
-    EXPECT_EQ(codeOf(*system(L"EPSG:2391")), L"EPSG:2391");
+    EXPECT_EQ(codeOf(*loadSystem(L"EPSG:2391")), L"EPSG:2391");
 }
 
-TEST_F(LittleMemory, IsNotTakenForAMissingTransformation)
+TEST_F(LittleMemory, OutOfMemory_IsNotReportedAsAnUnknownTransformation)
 {
     const Limit limit;
     GeodeticTransformationDefinition* definition = nullptr;

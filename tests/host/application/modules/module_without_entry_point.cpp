@@ -1,4 +1,4 @@
-// A shared library that answers an API version and has no entry point.
+// A shared library that exports an API version but no entry point.
 #include "platform/host/runtime.h"
 
 extern "C" PLATFORM_EXPORT int qerxGetApiVersion();

@@ -1,4 +1,4 @@
-// A shared library that has nothing of a module.
+// A shared library that exports no function of a module.
 #include "platform/export.h"
 
 extern "C" PLATFORM_EXPORT int unrelated();
