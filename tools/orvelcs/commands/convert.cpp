@@ -142,7 +142,7 @@ std::vector<Command> declareConvert(CLI::App& program)
     addArgument(*app, "--to N", options->version, "the drawing version, 21 to 33")->required();
     options->targetOption = addArgument(*app, "-o,--output OUT", options->target,
                                         "write the drawing to OUT and leave FILE unchanged; - prints the drawing");
-    app->add_flag("--force", options->force, "overwrite a drawing that exists as OUT");
+    app->add_flag("--force", options->force, "overwrite OUT if it is a drawing");
     addChangeOptions(*app, options->change);
     return {{app, [options](Output& output) { return runConvert(*options, output); }}};
 }

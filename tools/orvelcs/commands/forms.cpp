@@ -1,4 +1,4 @@
-// forms: shows the forms that a drawing stores, or writes them without checks.
+// forms: shows the forms that a drawing stores, or writes them directly.
 #include <memory>
 
 #include <fmt/format.h>
@@ -166,7 +166,7 @@ std::vector<Command> declareForms(CLI::App& program)
     auto options = std::make_shared<FormsOptions>();
     CLI::App* app = addCommand(
         program, {"forms",
-                  "Show the forms that a drawing stores, or write them without checks",
+                  "Show the forms that a drawing stores, or write them directly",
                   {"forms [OPTIONS] FILE", "forms [OPTIONS] FILE --put FORM=VALUE..."},
                   "FORM is one of\n"
                   "  legacy=CODE          the legacy projection record; without CODE it is removed\n"
