@@ -14,8 +14,8 @@ protected:
     /// The number of rounds that the environment variable ORVEL_ROUNDS asks for, or `ordinary`.
     static int rounds(int ordinary)
     {
-        const char* const wanted = std::getenv("ORVEL_ROUNDS");
-        return wanted != nullptr ? std::atoi(wanted) : ordinary;
+        const char* const text = std::getenv("ORVEL_ROUNDS");
+        return text != nullptr ? std::atoi(text) : ordinary;
     }
 
     /// The command that adds an item with this source to a store. The store is an option with its values.

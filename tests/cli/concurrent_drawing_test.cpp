@@ -138,15 +138,15 @@ TEST_F(LockedDrawing, ReadingCommands_SucceedUntilTheOtherProgramCommits)
 
 TEST_F(LockedDrawing, WaitOption_SetsTheTimeToWait)
 {
-    const auto began = std::chrono::steady_clock::now();
+    const auto start = std::chrono::steady_clock::now();
     const ProgramResult result = run({"clear", "--wait", "0.2", "a.qedb"});
-    EXPECT_GE(std::chrono::steady_clock::now() - began, std::chrono::milliseconds(200));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200));
     EXPECT_THAT(result.errors, HasSubstr("after 0.2 s still"));
-    std::future<ProgramResult> waiting = std::async(std::launch::async, [&] {
+    std::future<ProgramResult> pending = std::async(std::launch::async, [&] {
         return runInParallel({"clear", "-q", "--wait", "60", "a.qedb"}, 1);
     });
     execute("ROLLBACK");
-    EXPECT_EQ(waiting.get().status, 0);
+    EXPECT_EQ(pending.get().status, 0);
 }
 
 TEST_F(ConcurrentDrawing, DrawingNamedTwice_DoesNotWaitForItself)

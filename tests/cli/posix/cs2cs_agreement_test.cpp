@@ -209,7 +209,7 @@ TEST_F(Cs2csAgreement, AxesUnitsAndHeights_AgreeInTheProgram)
         {"EPSG:2263", "EPSG:4326", 1, 1, {{980000, 200000, 0}}},
         {"EPSG:4807", "EPSG:4326", 0.9, 1, {{54, 1, 0}, {50, -5, 0}}}, // grads from Paris
         {"EPSG:4258", "EPSG:4807", 1, 0.9, {{48.6, 3.2, 0}}},
-        {"EPSG:3947", "IGNF:NTFPGRAD.IGN69", 1, 1, {{1500000, 6200000, 20}}}, // the same below heights
+        {"EPSG:3947", "IGNF:NTFPGRAD.IGN69", 1, 1, {{1500000, 6200000, 20}}}, // grads of a system with heights
         {"IGNF:NTFPGRAD.IGN69", "EPSG:4326", 1, 1, {{2, 52, 20}}},
         {"EPSG:4326", "EPSG:2193", 1, 1, {{-41.3, 174.8, 0}}}, // north before east
         {"EPSG:2193", "EPSG:3857", 1, 1, {{5427000, 1749000, 0}}},

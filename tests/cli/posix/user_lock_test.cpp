@@ -51,9 +51,9 @@ TEST_F(UserLock, HeldLock_IsReportedWhenTheWaitIsOver)
 TEST_F(UserLock, WaitOption_SetsTheTimeToWait)
 {
     const HeldLock held(path(kLockFile));
-    const auto began = std::chrono::steady_clock::now();
+    const auto start = std::chrono::steady_clock::now();
     const ProgramResult result = runAsUser({"config", "set", "-", "--wait", "0.2"});
-    EXPECT_GE(std::chrono::steady_clock::now() - began, std::chrono::milliseconds(200));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200));
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.errors, HasSubstr("after 0.2 s still"));
 }
