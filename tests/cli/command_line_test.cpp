@@ -124,11 +124,12 @@ std::string configurationItem(const std::string& source, const std::string& targ
            name + "</Name><Type>" + std::to_string(type) + "</Type><Note>" + note + "</Note></Item>";
 }
 
-void expectResult(const ProgramResult& result, int status, const std::string& output, const std::string& errors)
+void expectResult(const ProgramResult& result, int status, const std::string& output,
+                  const testing::Matcher<const std::string&>& errors)
 {
     EXPECT_EQ(result.status, status);
     EXPECT_EQ(result.output, output);
-    EXPECT_EQ(result.errors, errors);
+    EXPECT_THAT(result.errors, errors);
 }
 
 void expectWrongUsage(const ProgramResult& result, const std::string& line)

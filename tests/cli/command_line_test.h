@@ -78,8 +78,9 @@ Json event(const std::string& name, const Json& code);
 std::string configurationItem(const std::string& source, const std::string& target, const std::string& name, int type,
                               const std::string& note = "");
 
-/// Expects the exit status and exactly that output.
-void expectResult(const ProgramResult& result, int status, const std::string& output, const std::string& errors);
+/// Expects the exit status, exactly that output, and those errors or errors that match.
+void expectResult(const ProgramResult& result, int status, const std::string& output,
+                  const testing::Matcher<const std::string&>& errors);
 /// Expects exit status 2, no output, and this one line of errors.
 void expectWrongUsage(const ProgramResult& result, const std::string& line);
 

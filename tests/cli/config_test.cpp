@@ -130,9 +130,7 @@ TEST_F(ConfigCommand, SettingsFileThatIsNotText_IsRefusedAndNotChanged)
 {
     given(kSettingsFile, "\x7F"
                          "ELF\xFF\xFE");
-    const ProgramResult result = runAsUser({"config", "get", "--user"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors, HasSubstr("is not UTF-8\n"));
+    expectResult(runAsUser({"config", "get", "--user"}), 1, "", HasSubstr("is not UTF-8\n"));
     EXPECT_EQ(runAsUser({"config", "add", "--source", "A", "--target", "B", "--name", "n", "--type", "path", "--user"})
                   .status,
               1);
@@ -169,10 +167,8 @@ TEST_F(ConfigCommand, ClearOfADrawing_StoresAnEmptyText)
 TEST_F(ConfigCommand, ClearForTheUser_EmptiesTheRegistryAndNotesTheSettingsFile)
 {
     ASSERT_EQ(runAsUser({"config", "set", "-", "--user"}, kItem).status, 0);
-    const ProgramResult result = runAsUser({"config", "clear", "--user"});
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.output, "registry store: emptied\n");
-    EXPECT_THAT(result.errors, HasSubstr("note: the settings file stays as it is and is still read\n"));
+    expectResult(runAsUser({"config", "clear", "--user"}), 0, "registry store: emptied\n",
+                 HasSubstr("note: the settings file stays as it is and is still read\n"));
     EXPECT_EQ(runAsUser({"config", "get", "--user"}).output, kItem);
     expectResult(runAsUser({"config", "get", "--registry-store"}), 0, "", "");
 }

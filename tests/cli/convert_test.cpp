@@ -212,10 +212,8 @@ TEST_F(ConvertCommand, RefusedConversion_LeavesTheOutputUnchanged)
 TEST_F(ConvertCommand, RefusedConversion_PrintsNoDrawing)
 {
     givenUnreadableDrawing("plan.qedb");
-    const ProgramResult result = run({"convert", "plan.qedb", "--to", "29", "-o", "-"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.output, "");
-    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: convert: plan.qedb: eInvalidInput (3): "));
+    expectResult(run({"convert", "plan.qedb", "--to", "29", "-o", "-"}), 1, "",
+                 testing::StartsWith("orvelcs: convert: plan.qedb: eInvalidInput (3): "));
 }
 
 TEST_F(ConvertCommand, OutputThatIsAFolder_IsRefused)

@@ -101,10 +101,8 @@ TEST_F(InvalidDrawing, MissingRootObject_IsRefused)
 
 TEST_F(InvalidDrawing, StandardInput_IsRefused)
 {
-    const ProgramResult result = run({"show", "-"}, "a drawing\n");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.output, "");
-    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: show: -: eFileDamaged (51): "));
+    expectResult(run({"show", "-"}, "a drawing\n"), 1, "",
+                 testing::StartsWith("orvelcs: show: -: eFileDamaged (51): "));
 }
 
 } // namespace

@@ -99,9 +99,8 @@ TEST_F(UnavailableCatalog, SearchAndAssignment_ReportTheCatalog)
 
 TEST_F(UnavailableCatalog, SearchWithAnAuthority_ReportsTheCatalog)
 {
-    const ProgramResult search = runWithoutCatalog({"catalog", "search", "--authority", "EPSG", "utm"});
-    EXPECT_EQ(search.status, 1);
-    EXPECT_THAT(search.errors, testing::HasSubstr("the catalog cannot be read: there is no proj.db in "));
+    expectResult(runWithoutCatalog({"catalog", "search", "--authority", "EPSG", "utm"}), 1, "",
+                 testing::HasSubstr("the catalog cannot be read: there is no proj.db in "));
 }
 
 } // namespace

@@ -76,9 +76,7 @@ TEST_F(TextOfEveryScript, DefinitionName_IsStoredAndPrinted)
 TEST_F(TextOfEveryScript, UnknownCode_IsPrinted)
 {
     givenDrawing("a.qedb");
-    const ProgramResult result = run({"assign", "ΓΗ:🗺", "a.qedb"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors, HasSubstr("ΓΗ:🗺"));
+    expectResult(run({"assign", "ΓΗ:🗺", "a.qedb"}), 1, "", HasSubstr("ΓΗ:🗺"));
 }
 
 TEST_F(TextOfEveryScript, ItemNameAndNote_AreStoredInADrawingAndRead)

@@ -188,14 +188,11 @@ TEST_F(TransformCommand, AmbiguousConfiguredName_IsRefusedAndNotedByConfigAdd)
 {
     const std::string name = "NKG_ETRF14 to ETRF93@2000.0";
     givenConfiguration("EPSG:9069", "EPSG:4258", name);
-    const ProgramResult result = transformWithDrawing("EPSG:9069", "EPSG:4258", "60 10\n");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.output, "");
-    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: transform: " + name + ": "));
-    const ProgramResult addition = run({"config", "add", "--source", "A", "--target", "B", "--name", name, "--type",
-                                        "transformation", "--drawing", "plan.qedb"});
-    EXPECT_EQ(addition.status, 0);
-    EXPECT_THAT(addition.errors, testing::HasSubstr("several have this name: "));
+    expectResult(transformWithDrawing("EPSG:9069", "EPSG:4258", "60 10\n"), 1, "",
+                 testing::StartsWith("orvelcs: transform: " + name + ": "));
+    expectResult(run({"config", "add", "--source", "A", "--target", "B", "--name", name, "--type", "transformation",
+                      "--drawing", "plan.qedb"}),
+                 0, "plan.qedb: item added\n", testing::HasSubstr("several have this name: "));
 }
 
 TEST_F(TransformCommand, ReverseOfAConfiguredTransformation_IsFoundOnlyIfReversible)
@@ -227,11 +224,9 @@ TEST_F(TransformCommand, ConfiguredTransformationWithoutItsGrid_IsRefusedWithThe
 
 TEST_F(TransformCommand, MisspeltCode_IsRefusedWithTheNearestCodes)
 {
-    const ProgramResult result = run({"transform", "EPSG:4326", "EPSG:48078", "--json"}, "48 2\n");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.output, "null\n");
-    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: transform: EPSG:48078: the catalog has no such code; the "
-                                                   "nearest are EPSG:4807"));
+    expectResult(run({"transform", "EPSG:4326", "EPSG:48078", "--json"}, "48 2\n"), 1, "null\n",
+                 testing::StartsWith("orvelcs: transform: EPSG:48078: the catalog has no such code; the "
+                                     "nearest are EPSG:4807"));
 }
 
 TEST_F(TransformCommand, LocalPlane_IsRefused)
@@ -252,9 +247,7 @@ TEST_F(TransformCommand, ClosedPipe_EndsTheProgram)
     programRun.arguments = {"transform", "--quiet", "EPSG:4258", "EPSG:25832"};
     programRun.input = "0 9\n";
     programRun.target = OutputTarget::closedPipe;
-    const ProgramResult result = run(programRun);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.errors, "orvelcs: transform: standard output: cannot be written: Broken pipe\n");
+    expectResult(run(programRun), 1, "", "orvelcs: transform: standard output: cannot be written: Broken pipe\n");
 }
 
 } // namespace

@@ -134,11 +134,9 @@ TEST_F(TransformationCommand, List_MarksMethodsThatProjDoesNotImplement)
 
 TEST_F(TransformationCommand, ListForAMisspeltCode_SuggestsTheNearestCodes)
 {
-    const ProgramResult result = run({"transformation", "list", "EPSG:48078", "EPSG:4326", "--json"});
-    EXPECT_EQ(result.status, 3);
-    EXPECT_EQ(result.output, "[]\n");
-    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: transformation list: EPSG:48078: the catalog has no such "
-                                                   "code; the nearest are EPSG:4807"));
+    expectResult(run({"transformation", "list", "EPSG:48078", "EPSG:4326", "--json"}), 3, "[]\n",
+                 testing::StartsWith("orvelcs: transformation list: EPSG:48078: the catalog has no such "
+                                     "code; the nearest are EPSG:4807"));
 }
 
 TEST_F(TransformationCommand, ListForALocalPlane_IsRefused)

@@ -191,9 +191,8 @@ TEST_F(CommandLineUsage, ArgumentsAfterTwoDashes_AreNotOptions)
 
 TEST_F(CommandLineUsage, ExtraArgumentAfterTwoDashes_IsNamedUnchanged)
 {
-    const ProgramResult result = run({"catalog", "show", "EPSG:4326", "--", "-x"});
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.errors, "orvelcs: catalog show: -x: one argument too many\n");
+    expectResult(run({"catalog", "show", "EPSG:4326", "--", "-x"}), 2, "",
+                 "orvelcs: catalog show: -x: one argument too many\n");
 }
 
 TEST_F(CommandLineUsage, TwoDashes_EndTheValuesOfAnOption)

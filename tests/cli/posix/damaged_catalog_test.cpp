@@ -210,10 +210,8 @@ TEST_F(DamagedCatalog, DefinitionWithAPossibleCatalogCode_IsRefused)
 {
     givenDrawing("plan.qedb");
     given("plane.wkt", "LOCAL_CS[\"Plane\",UNIT[\"metre\",1]]");
-    const ProgramResult result =
-        runWithCatalog({"assign", "--definition", "plane.wkt", "--code", "EPSG:25832", "plan.qedb"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors, HasSubstr("EPSG:25832: the catalog cannot be read: there is no proj.db in "));
+    expectResult(runWithCatalog({"assign", "--definition", "plane.wkt", "--code", "EPSG:25832", "plan.qedb"}), 1, "",
+                 HasSubstr("EPSG:25832: the catalog cannot be read: there is no proj.db in "));
 }
 
 TEST_F(DamagedCatalog, DamagedTable_IsFoundByTheVersionCheck)
@@ -222,10 +220,8 @@ TEST_F(DamagedCatalog, DamagedTable_IsFoundByTheVersionCheck)
     EXPECT_EQ(runWithCatalog({"catalog", "show", "EPSG:25832"}).status, 0);
     const ProgramResult version = runWithCatalog({"--version"});
     EXPECT_EQ(version.status, 0);
-    const ProgramResult checked = runWithCatalog({"--version", "--check"});
-    EXPECT_EQ(checked.status, 1);
-    EXPECT_EQ(checked.output, version.output);
-    EXPECT_THAT(checked.errors, testing::StartsWith("orvelcs: command line: catalog: " + database() + ": damaged: "));
+    expectResult(runWithCatalog({"--version", "--check"}), 1, version.output,
+                 testing::StartsWith("orvelcs: command line: catalog: " + database() + ": damaged: "));
     const Json json = Json::parse(runWithCatalog({"--version", "--check", "--json"}).output);
     EXPECT_EQ(json["check"]["database"], database());
     EXPECT_THAT(json["check"]["fault"].get<std::string>(), HasSubstr("damaged"));

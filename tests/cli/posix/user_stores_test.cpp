@@ -10,9 +10,8 @@ TEST_F(UserStores, SettingsFileThatIsADevice_IsRefused)
 {
     std::filesystem::create_symlink("/dev/full", path(kSettingsFile));
     const std::string folder = path("").string();
-    const ProgramResult result = run({"config", "set", "-", "--user", "--user-dir", folder}, "<Item></Item>");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors, testing::HasSubstr("is not a regular file\n"));
+    expectResult(run({"config", "set", "-", "--user", "--user-dir", folder}, "<Item></Item>"), 1, "",
+                 testing::HasSubstr("is not a regular file\n"));
     EXPECT_EQ(run({"config", "get", "--user", "--user-dir", folder}).status, 1);
 }
 
