@@ -15,8 +15,8 @@ namespace {
 constexpr std::array<std::size_t, 5> kItems{1, 100, 10'000, 500'000, 1'000'000};
 constexpr std::size_t kManyItems = 10'000;
 constexpr std::size_t kItemsInAllRuns = 1'000'000;
-constexpr std::size_t kLeastRuns = 2;
-constexpr double kLeastSeconds = 0.1;
+constexpr std::size_t kMinimumRuns = 2;
+constexpr double kMinimumSeconds = 0.1;
 
 /// Measures the time of the operation only.
 void runOnce(benchmark::State& state, const Operation& operation, ConfigurationScene& scene)
@@ -29,7 +29,7 @@ void runOnce(benchmark::State& state, const Operation& operation, ConfigurationS
     state.PauseTiming();
     state.counters["peak/text"] = peakPerText(operation, scene);
     if (!operation.succeeded(scene))
-        state.SkipWithError("the operation has not done what it should");
+        state.SkipWithError("the operation has a wrong result");
     state.ResumeTiming();
 }
 
@@ -55,10 +55,10 @@ void registerOperation(const Operation& operation, std::size_t items)
         name.c_str(), [&operation](benchmark::State& state) { measure(state, operation); });
     benchmark->ArgName("items")->Arg(static_cast<std::int64_t>(items))->Unit(benchmark::kMicrosecond);
     if (items < kManyItems)
-        benchmark->MinTime(kLeastSeconds);
+        benchmark->MinTime(kMinimumSeconds);
     else
         benchmark->Iterations(static_cast<benchmark::IterationCount>(
-            std::max(kLeastRuns, kItemsInAllRuns / operation.fewerItems / items)));
+            std::max(kMinimumRuns, kItemsInAllRuns / operation.fewerItems / items)));
 }
 
 void registerAll()

@@ -17,7 +17,7 @@ using Target = Cs::CsTransformationConfigTargetType;
 
 constexpr std::size_t kFewerInRegistry = 500; // each value waits for the disk
 
-void nothing(Scene& /*scene*/)
+void doNothing(Scene& /*scene*/)
 {
 }
 
@@ -123,7 +123,7 @@ void release(Scene& scene)
     scene.releaseResults();
 }
 
-bool saysSo(const Scene& scene)
+bool reportsSuccess(const Scene& scene)
 {
     return scene.succeeded;
 }
@@ -153,7 +153,7 @@ bool hasWritten(const Scene& scene)
     return scene.written == scene.text();
 }
 
-bool registryIsEmpty(const Scene& scene)
+bool isRegistryEmpty(const Scene& scene)
 {
     wchar_t* text = nullptr;
     if (!scene.succeeded || !Orvel::ReadRegistryTransformationSettings(text))
@@ -168,20 +168,20 @@ constexpr auto kStoreInDrawing = store<set<kDrawing>>;
 constexpr auto kStoreInFile = store<set<kUser>>;
 constexpr auto kStoreInRegistry = store<setRegistry>;
 constexpr std::array kOperations{
-    Operation{"drawing", "set", 1, true, nothing, renewDrawing, set<kDrawing>, saysSo},
+    Operation{"drawing", "set", 1, true, doNothing, renewDrawing, set<kDrawing>, reportsSuccess},
     Operation{"drawing", "get", 1, false, kStoreInDrawing, release, get<kDrawing>, hasRead},
     Operation{"drawing", "find last pair", 1, false, kStoreInDrawing, release, findLast, hasFoundLast},
     Operation{"drawing", "find absent pair", 1, false, kStoreInDrawing, release, findAbsent, hasFoundNothing},
-    Operation{"drawing", "clear", 1, false, nothing, renewAndStoreInDrawing, clear<kDrawing>, saysSo},
-    Operation{"file", "set", 1, true, nothing, nothing, set<kUser>, saysSo},
+    Operation{"drawing", "clear", 1, false, doNothing, renewAndStoreInDrawing, clear<kDrawing>, reportsSuccess},
+    Operation{"file", "set", 1, true, doNothing, doNothing, set<kUser>, reportsSuccess},
     Operation{"file", "get", 1, false, kStoreInFile, release, get<kUser>, hasRead},
     Operation{"file", "find last pair", 1, false, kStoreInFile, release, findLast, hasFoundLast},
-    Operation{"collection", "parse", 1, true, nothing, renewCollection, parse, hasParsed},
+    Operation{"collection", "parse", 1, true, doNothing, renewCollection, parse, hasParsed},
     // A growing text has a capacity of up to twice its length, and its old memory as well while it is copied.
     Operation{"collection", "write", 1, false, store<renewAndParse>, release, write, hasWritten, 4},
-    Operation{"registry", "set", kFewerInRegistry, true, nothing, clear<kUser>, setRegistry, saysSo},
+    Operation{"registry", "set", kFewerInRegistry, true, doNothing, clear<kUser>, setRegistry, reportsSuccess},
     Operation{"registry", "get", kFewerInRegistry, false, kStoreInRegistry, release, getRegistry, hasRead},
-    Operation{"registry", "clear", kFewerInRegistry, false, nothing, kStoreInRegistry, clear<kUser>, registryIsEmpty},
+    Operation{"registry", "clear", kFewerInRegistry, false, doNothing, kStoreInRegistry, clear<kUser>, isRegistryEmpty},
 };
 
 } // namespace

@@ -16,7 +16,7 @@ constexpr std::size_t kTargets = 1024;
 constexpr std::size_t kFirstSource = 2000;
 constexpr std::size_t kFirstTarget = 20000;
 constexpr std::size_t kItemsPerNote = 8;
-constexpr std::size_t kMostCharacters = 180; // of an element
+constexpr std::size_t kMaximumCharacters = 180; // of an element
 
 void appendItem(std::wstring& text, std::size_t index)
 {
@@ -49,7 +49,7 @@ const wchar_t* nameAt(std::size_t index)
 std::wstring configurationText(std::size_t items)
 {
     std::wstring text;
-    text.reserve(items * kMostCharacters);
+    text.reserve(items * kMaximumCharacters);
     for (std::size_t index = 0; index < items; ++index)
         appendItem(text, index);
     return text;

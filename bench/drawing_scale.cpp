@@ -30,33 +30,33 @@ namespace fs = std::filesystem;
 
 constexpr int kXrecords = 1'000'000;
 constexpr std::size_t kConfigurationCharacters = 100'000'000;
-constexpr double kMostTime = 1.2;
-constexpr double kMostMegabytes = 10;
+constexpr double kMaximumTimes = 1.2;
+constexpr double kMaximumMegabytes = 10;
 constexpr int kRounds = 15;
 
-void demand(bool done, const char* what)
+void requireSuccess(bool succeeded, const char* what)
 {
-    if (!done)
+    if (!succeeded)
         throw std::runtime_error(what);
 }
 
 void addXrecords(QeDbDictionary& dictionary)
 {
-    resbuf* const chain = qeutBuildList(300, L"a record that nobody asks for", 1070, 7, QeRb::kListEnd);
+    resbuf* const chain = qeutBuildList(300, L"a record that no command reads", 1070, 7, QeRb::kListEnd);
     for (int number = 0; number < kXrecords; ++number) {
         const Orvel::HostObject<QeDbXrecord> xrecord(new QeDbXrecord);
         QeDbObjectId id;
-        demand(xrecord->setFromRbChain(chain) == Qeapp::eOk, "an xrecord");
-        demand(dictionary.setAt(std::to_wstring(number).c_str(), xrecord.get(), id) == Qeapp::eOk, "an entry");
+        requireSuccess(xrecord->setFromRbChain(chain) == Qeapp::eOk, "an xrecord");
+        requireSuccess(dictionary.setAt(std::to_wstring(number).c_str(), xrecord.get(), id) == Qeapp::eOk, "an entry");
     }
     qeutRelRb(chain);
 }
 
-QeDbDictionary* openedBelow(QeDbDictionary& namedObjects)
+QeDbDictionary* addDictionary(QeDbDictionary& namedObjects)
 {
     auto* const dictionary = new QeDbDictionary;
     QeDbObjectId id;
-    demand(namedObjects.setAt(L"BELOW", dictionary, id) == Qeapp::eOk, "a dictionary");
+    requireSuccess(namedObjects.setAt(L"BELOW", dictionary, id) == Qeapp::eOk, "a dictionary");
     return dictionary;
 }
 
@@ -72,21 +72,21 @@ const std::vector<Sample>& samples()
         {"1,000,000 xrecords in the named objects",
          [](Tests::Drawing& drawing) {
              Orvel::NamedObjects dictionary;
-             demand(dictionary.openIn(drawing.database(), QeDb::kForWrite) == Qeapp::eOk, "the named objects");
+             requireSuccess(dictionary.openIn(drawing.database(), QeDb::kForWrite) == Qeapp::eOk, "the named objects");
              addXrecords(*dictionary.get());
          }},
         {"1,000,000 xrecords below them",
          [](Tests::Drawing& drawing) {
              Orvel::NamedObjects dictionary;
-             demand(dictionary.openIn(drawing.database(), QeDb::kForWrite) == Qeapp::eOk, "the named objects");
-             const Orvel::HostObject<QeDbDictionary> below(openedBelow(*dictionary.get()));
+             requireSuccess(dictionary.openIn(drawing.database(), QeDb::kForWrite) == Qeapp::eOk, "the named objects");
+             const Orvel::HostObject<QeDbDictionary> below(addDictionary(*dictionary.get()));
              addXrecords(*below.get());
          }},
         {"100 MB of configuration",
          [](Tests::Drawing& drawing) {
              const std::wstring text(kConfigurationCharacters, L'x');
              const Orvel::CResbufDictionary dictionary(Orvel::kTransformationConfigDictionary, drawing.database());
-             demand(
+             requireSuccess(
                  dictionary.SetResbuf(Orvel::kTransformationConfigKey, Tests::makeChain({{300, text}}).get(), nullptr),
                  "a configuration");
          }},
@@ -96,7 +96,7 @@ const std::vector<Sample>& samples()
 
 struct Command {
     const char* name;
-    std::vector<std::string> arguments; // the arguments before the drawing
+    std::vector<std::string> arguments; // those before the drawing
 };
 
 const std::vector<Command>& commands()
@@ -127,13 +127,13 @@ Cost run(const fs::path& program, const Command& command, const fs::path& drawin
     arguments.push_back(nullptr);
     const pid_t child = ::fork();
     if (child == 0) {
-        demand(std::freopen("/dev/null", "w", stdout) != nullptr, "standard output");
+        requireSuccess(std::freopen("/dev/null", "w", stdout) != nullptr, "standard output");
         ::execv(arguments.front(), arguments.data());
         ::_exit(127);
     }
     int status = 0;
     rusage used{};
-    demand(::wait4(child, &status, 0, &used) == child && status == 0, "a command failed");
+    requireSuccess(::wait4(child, &status, 0, &used) == child && status == 0, "a command failed");
     const auto milliseconds = [](const timeval& time) {
         return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) * 1e-3;
     };
@@ -152,14 +152,14 @@ struct Costs {
     std::vector<double> megabytes;
 };
 
-void makeDrawingsHere(const fs::path& folder)
+void makeDrawingsInThisProcess(const fs::path& folder)
 {
     for (std::size_t index = 0; index < samples().size(); ++index) {
         Tests::Drawing drawing;
         drawing.withGeoData(L"");
         samples()[index].fill(drawing);
         const fs::path file = folder / (std::to_string(index) + ".qedb");
-        demand(Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg).has_value(), "a drawing");
+        requireSuccess(Embedded::saveDrawing(*drawing.database(), file, QeDb::kCurrentDwg).has_value(), "a drawing");
     }
 }
 
@@ -169,7 +169,7 @@ void makeDrawings(const fs::path& folder)
     const pid_t child = ::fork();
     if (child == 0) {
         try {
-            makeDrawingsHere(folder);
+            makeDrawingsInThisProcess(folder);
             ::_exit(0);
         } catch (const std::exception& failure) {
             std::fprintf(stderr, "making a drawing: %s\n", failure.what());
@@ -177,25 +177,25 @@ void makeDrawings(const fs::path& folder)
         }
     }
     int status = 0;
-    demand(::waitpid(child, &status, 0) == child && status == 0, "the drawings cannot be made");
+    requireSuccess(::waitpid(child, &status, 0) == child && status == 0, "the drawings cannot be made");
 }
 
 bool report(const std::vector<std::vector<Costs>>& costs)
 {
-    bool isGood = true;
+    bool allFit = true;
     std::printf("%-42s %-16s %9s %6s %9s\n", "drawing", "command", "ms (cpu)", "times", "more MB");
     for (std::size_t sample = 0; sample < samples().size(); ++sample) {
         for (std::size_t command = 0; command < commands().size(); ++command) {
             const double milliseconds = median(costs[sample][command].milliseconds);
             const double times = milliseconds / median(costs[0][command].milliseconds);
             const double more = median(costs[sample][command].megabytes) - median(costs[0][command].megabytes);
-            const bool fits = times <= kMostTime && more <= kMostMegabytes;
-            isGood = isGood && fits;
+            const bool fits = times <= kMaximumTimes && more <= kMaximumMegabytes;
+            allFit = allFit && fits;
             std::printf("%-42s %-16s %9.1f %6.2f %9.1f%s\n", samples()[sample].name, commands()[command].name,
                         milliseconds, times, more, fits ? "" : "  too much");
         }
     }
-    return isGood;
+    return allFit;
 }
 
 bool check(const fs::path& program, int rounds)

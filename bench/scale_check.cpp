@@ -16,20 +16,21 @@
 namespace Bench {
 namespace {
 
-constexpr double kLeastPlausible = 1.9;
+constexpr double kMinimumPlausibleGrowth = 1.9;
 /// Memory that does not depend on the text: a drawing and its objects, or the connection to the registry's database.
 constexpr double kMemoryApartFromText = 256.0 * 1024;
-/// Shorter times are not compared.
+/// Shorter times are not compareLengths.
 constexpr double kShortestComparable = 100e-6;
 
 struct Plan {
     std::size_t items; // the other length has twice as many
-    int leastRounds;
+    int minimumRounds;
     int maximumRounds; // the number of rounds while the growth looks too large
-    double mostGrowth;
+    double maximumGrowth;
 };
 constexpr Plan kFull{500'000, 1, 6, 2.2};
-/// Texts of these lengths have the size of the processor's caches: one may fit when twice of it does not.
+/// Texts of these lengths are about as large as the processor's caches. One length may fit when twice the length does
+/// not, so a larger growth is allowed.
 constexpr Plan kQuick{20'000, 2, 20, 3.0};
 
 /// The processor time, which does not depend on other processes.
@@ -51,7 +52,7 @@ struct Measurement {
 
 struct Comparison {
     const Operation* operation;
-    double mostGrowth;
+    double maximumGrowth;
     Measurement single;
     Measurement twice;
 
@@ -59,12 +60,12 @@ struct Comparison {
     {
         return std::max(twice.seconds, kShortestComparable) / std::max(single.seconds, kShortestComparable);
     }
-    bool isLinear() const { return growth() <= mostGrowth; }
+    bool isLinear() const { return growth() <= maximumGrowth; }
     /// Whether the measurement must be repeated: the growth is too large, or it is implausibly small. In the latter
     /// case something slowed the shorter runs, which would hide a growth that is not linear.
     bool isDoubtful() const
     {
-        return !isLinear() || (twice.seconds > kShortestComparable && growth() < kLeastPlausible);
+        return !isLinear() || (twice.seconds > kShortestComparable && growth() < kMinimumPlausibleGrowth);
     }
     bool fits() const { return single.fits && twice.fits; }
     bool succeeded() const { return single.succeeded && twice.succeeded; }
@@ -87,7 +88,8 @@ void run(const Operation& operation, ConfigurationScene& scene, Measurement& mea
     measurement.succeeded &= operation.succeeded(scene);
 }
 
-/// Measures one length for every operation of that length or, unless `all`, for operations whose growth is in doubt.
+/// Measures one length for every operation of that length or, unless `isForAll`, for operations whose growth is in
+/// doubt.
 void runAll(std::span<Comparison> comparisons, Measurement Comparison::*length, std::size_t items,
             std::size_t fewerItems, bool isForAll)
 {
@@ -114,16 +116,16 @@ void print(const Comparison& comparison)
                 comparison.fits() ? "ok" : "TOO LARGE", comparison.succeeded() ? "" : "  WRONG RESULT");
 }
 
-std::vector<Comparison> compared(const Plan& plan)
+std::vector<Comparison> compareLengths(const Plan& plan)
 {
     std::vector<Comparison> comparisons;
     std::set<std::size_t> fewerItems;
     for (const Operation& operation : operations()) {
-        comparisons.push_back({&operation, plan.mostGrowth, {}, {}});
+        comparisons.push_back({&operation, plan.maximumGrowth, {}, {}});
         fewerItems.insert(operation.fewerItems);
     }
     for (int round = 0; round < plan.maximumRounds; ++round) {
-        const bool isForAll = round < plan.leastRounds;
+        const bool isForAll = round < plan.minimumRounds;
         if (!isForAll && std::ranges::all_of(comparisons, &Comparison::isLinear))
             break;
         for (const std::size_t fewer : fewerItems) {
@@ -137,7 +139,7 @@ std::vector<Comparison> compared(const Plan& plan)
 
 bool check(const Plan& plan)
 {
-    const std::vector<Comparison> comparisons = compared(plan);
+    const std::vector<Comparison> comparisons = compareLengths(plan);
     std::printf("%-10s %-16s %8s %12s %8s %12s   %s  %s\n", "store", "operation", "items", "time", "items", "time",
                 "growth", "peak/text");
     std::ranges::for_each(comparisons, print);

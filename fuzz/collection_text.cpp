@@ -10,7 +10,7 @@ namespace Fuzz {
 void collectionText(Input input)
 {
     const LeakCheck guard;
-    const std::wstring text = wideTextOf(input);
+    const std::wstring text = decodeText(input);
     const std::vector<Tests::ItemFields> expected = Tests::Reference::readConfiguration(text);
     const Ptr<Tests::ConfigCollection> collection = Tests::newCollection();
     collection->FromXmlString(text.c_str());

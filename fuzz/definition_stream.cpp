@@ -12,7 +12,7 @@ void definitionStream(Input input)
     const LeakCheck guard;
     ByteSource source(input);
     const std::size_t kind = source.below(kDefinitionKinds);
-    const Bytes packed = packedForm(kind, source.rest());
+    const Bytes packed = packStream(kind, source.rest());
     const DefinitionHolder definition = Orvel::DecodeDefinitionBytes(packed.data(), packed.size());
     if (definition)
         requirePackedRoundTrip(*definition.get());

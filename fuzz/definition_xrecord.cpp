@@ -10,13 +10,13 @@
 namespace Fuzz {
 namespace {
 
-const SampleDefinition& anySample(ByteSource& source)
+const SampleDefinition& nextSample(ByteSource& source)
 {
     const std::vector<SampleDefinition>& samples = sampleDefinitions();
     return samples[source.below(samples.size())];
 }
 
-Bytes anyBytes(ByteSource& source)
+Bytes nextChunk(ByteSource& source)
 {
     const Input bytes = source.bytes(source.byte());
     return {bytes.begin(), bytes.end()};
@@ -25,7 +25,7 @@ Bytes anyBytes(ByteSource& source)
 /// The group of a sample. The input chooses the length of its chunks.
 void addGroup(Items& chain, ByteSource& source)
 {
-    const Bytes& packed = anySample(source).packed;
+    const Bytes& packed = nextSample(source).packed;
     const std::size_t longest = source.byte() + std::size_t{1};
     chain.push_back({1002, L"{"});
     for (std::size_t at = 0; at < packed.size(); at += longest)
@@ -43,9 +43,9 @@ void addPart(Items& chain, ByteSource& source)
     case 2:
         return chain.push_back({1002, std::wstring(1, static_cast<wchar_t>(source.byte()))});
     case 3:
-        return chain.push_back({310, anyBytes(source)});
+        return chain.push_back({310, nextChunk(source)});
     case 4:
-        return chain.push_back({310, anySample(source).packed});
+        return chain.push_back({310, nextSample(source).packed});
     case 5:
         return addGroup(chain, source);
     case 6:
@@ -55,7 +55,7 @@ void addPart(Items& chain, ByteSource& source)
     }
 }
 
-Items anyChain(ByteSource& source)
+Items nextChain(ByteSource& source)
 {
     Items chain;
     while (!source.isEmpty())
@@ -69,7 +69,7 @@ Items anyChain(ByteSource& source)
 }
 
 template <class Definition>
-std::optional<std::wstring> foundCode(const Orvel::LibraryObject<Definition>& definition)
+std::optional<std::wstring> readCode(const Orvel::LibraryObject<Definition>& definition)
 {
     const wchar_t* code = nullptr;
     if (!definition || definition->GetCode(code) != Orvel::Library::statusOk)
@@ -77,11 +77,11 @@ std::optional<std::wstring> foundCode(const Orvel::LibraryObject<Definition>& de
     return code;
 }
 
-std::optional<FoundCodes> found(QeDbDatabase* database, const std::wstring& code)
+std::optional<FoundCodes> readWithModule(QeDbDatabase* database, const std::wstring& code)
 {
     Orvel::DefinitionSet definitions;
     const bool isFound = Orvel::ReadCsDefinitionXrecord(database, code.c_str(), definitions);
-    FoundCodes codes{foundCode(definitions.system), foundCode(definitions.datum), foundCode(definitions.ellipsoid)};
+    FoundCodes codes{readCode(definitions.system), readCode(definitions.datum), readCode(definitions.ellipsoid)};
     require(isFound || codes == FoundCodes(), "nothing is handed out where nothing is found");
     return isFound ? std::optional(codes) : std::nullopt;
 }
@@ -92,12 +92,12 @@ void definitionXrecord(Input input)
 {
     const LeakCheck guard;
     ByteSource source(input);
-    const std::wstring code = source.below(16) == 0 ? std::wstring() : anySample(source).code;
-    const Items chain = anyChain(source);
+    const std::wstring code = source.below(16) == 0 ? std::wstring() : nextSample(source).code;
+    const Items chain = nextChain(source);
     Tests::Drawing drawing;
     drawing.withXrecord(chain);
     require(drawing.xrecord() == chain, "the host gives back the chain that it was given");
-    require(found(drawing.database(), code) == referenceDefinitions(chain, code),
+    require(readWithModule(drawing.database(), code) == referenceDefinitions(chain, code),
             "the definitions are those of the second reader");
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path& folderOfChecks()
+const fs::path& temporaryFolder()
 {
     static const Tests::TemporaryFolder folder;
     return folder.path();
@@ -24,11 +24,11 @@ const fs::path& folderOfChecks()
 
 bool canBeRead(const std::string& bytes)
 {
-    const std::unique_ptr<QeDbDatabase> database = loadedDrawing(bytes);
+    const std::unique_ptr<QeDbDatabase> database = loadDrawing(bytes);
     return database != nullptr && Embedded::dumpDrawing(*database).has_value();
 }
 
-void requireChecked(const fs::path& file, bool isReadable)
+void requireFaultsFound(const fs::path& file, bool isReadable)
 {
     const auto faults = Embedded::checkDrawing(file, {});
     require(faults || !faults.error().message.empty(), "an error of check has a message");
@@ -37,7 +37,7 @@ void requireChecked(const fs::path& file, bool isReadable)
 
 void requireSalvagedOrRefused(const fs::path& file)
 {
-    const fs::path out = folderOfChecks() / "out.qedb";
+    const fs::path out = temporaryFolder() / "out.qedb";
     fs::remove(out);
     const auto salvage = Embedded::salvageDrawing(file, out, {});
     require(salvage || !salvage.error().message.empty(), "an error of salvage has a message");
@@ -52,10 +52,10 @@ void drawingCheck(Input input)
     const std::string bytes = drawingWithChanges(source, isStale ? UnconstrainedDrawing::Indexes::stale
                                                                  : UnconstrainedDrawing::Indexes::kept);
     const LeakCheck guard;
-    const fs::path file = folderOfChecks() / "drawing.qedb";
+    const fs::path file = temporaryFolder() / "drawing.qedb";
     std::ofstream(file, std::ios::binary) << bytes;
     Tests::sealFile(file);
-    requireChecked(file, canBeRead(bytes));
+    requireFaultsFound(file, canBeRead(bytes));
     requireSalvagedOrRefused(file);
 }
 

@@ -21,10 +21,10 @@ void changeBytes(std::string& file, std::size_t pageSize, ByteSource& source)
     const std::size_t pages = file.size() / pageSize;
     switch (source.below(4)) {
     case 0: {
-        constexpr std::size_t kMost = 17;
-        const Input bytes = source.bytes(source.below(kMost));
+        constexpr std::size_t kLimit = 17;
+        const Input bytes = source.bytes(source.below(kLimit));
         const std::size_t offset = nextOffset(source, pageSize, pages);
-        file.replace(offset, std::min(bytes.size(), file.size() - offset), viewOf(bytes));
+        file.replace(offset, std::min(bytes.size(), file.size() - offset), asText(bytes));
         file.resize(pages * pageSize);
         break;
     }
@@ -41,26 +41,26 @@ void changeBytes(std::string& file, std::size_t pageSize, ByteSource& source)
     }
 }
 
-std::string changedFile(const std::string& sample, ByteSource& source)
+std::string changeFile(const std::string& sample, ByteSource& source)
 {
-    constexpr int kMostChanges = 16;
+    constexpr int kMaximumChanges = 16;
     std::string file = sample;
     const auto high = static_cast<unsigned char>(file[16]);
     const std::size_t pageSize = std::size_t{high} << 8 | static_cast<unsigned char>(file[17]);
-    for (int change = 0; change < kMostChanges && !source.isEmpty(); ++change)
+    for (int change = 0; change < kMaximumChanges && !source.isEmpty(); ++change)
         changeBytes(file, pageSize, source);
     return file;
 }
 
-std::string fileFrom(ByteSource& source)
+std::string makeFile(ByteSource& source)
 {
     switch (source.below(3)) {
     case 0:
-        return std::string(viewOf(source.rest()));
+        return std::string(asText(source.rest()));
     case 1:
-        return changedFile(sampleDrawing(), source);
+        return changeFile(sampleDrawing(), source);
     default:
-        return changedFile(sampleDrawingOfSmallPages(), source);
+        return changeFile(sampleDrawingOfSmallPages(), source);
     }
 }
 
@@ -73,7 +73,7 @@ void drawingFile(Input input)
     const LeakCheck guard;
     ByteSource source(input);
     requireReadOrRefused(
-        fileFrom(source), [](QeDbDatabase&) {}, Soundness::damagedPages);
+        makeFile(source), [](QeDbDatabase&) {}, Soundness::damagedPages);
 }
 
 } // namespace Fuzz

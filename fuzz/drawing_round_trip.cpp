@@ -10,7 +10,7 @@
 
 namespace Fuzz {
 
-SavedDrawing savedDrawing(QeDbDatabase& database, QeDb::QeDbDwgVersion version)
+SavedDrawing saveDrawing(QeDbDatabase& database, QeDb::QeDbDwgVersion version)
 {
     Embedded::Expected<std::string> bytes = Embedded::saveDrawingToBytes(database, version);
     if (!bytes)
@@ -18,7 +18,7 @@ SavedDrawing savedDrawing(QeDbDatabase& database, QeDb::QeDbDwgVersion version)
     return {.bytes = std::move(*bytes)};
 }
 
-std::unique_ptr<QeDbDatabase> loadedDrawing(const std::string& bytes)
+std::unique_ptr<QeDbDatabase> loadDrawing(const std::string& bytes)
 {
     Embedded::Expected<std::unique_ptr<QeDbDatabase>> database = Embedded::loadDrawingFromBytes(bytes);
     if (database)
@@ -32,17 +32,17 @@ std::unique_ptr<QeDbDatabase> loadedDrawing(const std::string& bytes)
 
 void requireSameWhenLoaded(const QeDbDatabase& saved, const std::string& bytes)
 {
-    constexpr std::size_t kMostRemembered = 10'000;
-    static std::unordered_set<std::string> remembered; // sessions save the same drawings many times
+    constexpr std::size_t kMaximumCached = 10'000;
+    static std::unordered_set<std::string> cached; // sessions save the same drawings many times
     const std::string contents = Tests::drawingContents(saved);
-    if (remembered.contains(contents))
+    if (cached.contains(contents))
         return;
-    const std::unique_ptr<QeDbDatabase> database = loadedDrawing(bytes);
+    const std::unique_ptr<QeDbDatabase> database = loadDrawing(bytes);
     require(database != nullptr, "what was saved can be loaded");
     require(Tests::drawingContents(*database) == contents, "a drawing that was loaded is the one that was saved");
-    if (remembered.size() == kMostRemembered)
-        remembered.clear();
-    remembered.insert(contents);
+    if (cached.size() == kMaximumCached)
+        cached.clear();
+    cached.insert(contents);
 }
 
 namespace {
@@ -60,12 +60,12 @@ void requireReadAgain(const std::string& bytes, const std::string& contents, Sou
 
 void requireReadOrRefused(const std::string& bytes, const std::function<void(QeDbDatabase&)>& act, Soundness soundness)
 {
-    const std::unique_ptr<QeDbDatabase> database = loadedDrawing(bytes);
+    const std::unique_ptr<QeDbDatabase> database = loadDrawing(bytes);
     if (database == nullptr)
         return;
     act(*database);
     const Embedded::Expected<std::string> contents = Embedded::dumpDrawing(*database);
-    const SavedDrawing saved = savedDrawing(*database, database->drawingVersion());
+    const SavedDrawing saved = saveDrawing(*database, database->drawingVersion());
     if (!contents) {
         const Embedded::Error& error = contents.error();
         require(error.status == Qeapp::eFileDamaged && !error.message.empty(),

@@ -15,10 +15,10 @@ struct SavedDrawing {
     std::string message{};
     std::string bytes{};
 };
-SavedDrawing savedDrawing(QeDbDatabase& database, QeDb::QeDbDwgVersion version);
+SavedDrawing saveDrawing(QeDbDatabase& database, QeDb::QeDbDwgVersion version);
 
 /// Null if the file is refused.
-std::unique_ptr<QeDbDatabase> loadedDrawing(const std::string& bytes);
+std::unique_ptr<QeDbDatabase> loadDrawing(const std::string& bytes);
 
 /// Loads the file of a save and compares the drawings.
 void requireSameWhenLoaded(const QeDbDatabase& saved, const std::string& bytes);

@@ -9,15 +9,15 @@
 
 namespace Fuzz {
 
-inline std::string_view viewOf(Input input)
+inline std::string_view asText(Input input)
 {
     return {reinterpret_cast<const char*>(input.data()), input.size()};
 }
 
 /// Converts UTF-8 up to the first NUL.
-inline std::wstring wideTextOf(Input input)
+inline std::wstring decodeText(Input input)
 {
-    return Embedded::wideFromUtf8(viewOf(input).substr(0, viewOf(input).find('\0')));
+    return Embedded::wideFromUtf8(asText(input).substr(0, asText(input).find('\0')));
 }
 
 } // namespace Fuzz

@@ -8,7 +8,7 @@ namespace Fuzz {
 void itemText(Input input)
 {
     const LeakCheck guard;
-    const std::wstring text = wideTextOf(input);
+    const std::wstring text = decodeText(input);
     const Tests::ItemFields before{
         .source = L"s0", .target = L"t0", .name = L"n0", .type = 7, .note = L"o0", .version = L"v"};
     Tests::ItemFields expected = before;

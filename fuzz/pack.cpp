@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kMaximumRepeated = 700; // the length of several packets
 
 /// Takes the bytes as they are, or as pairs of a byte and a repeat count, since a fuzzer rarely makes long runs.
-Bytes unpackedBytes(Input input)
+Bytes makeUnpackedBytes(Input input)
 {
     ByteSource source(input);
     const bool isPairs = source.below(2) == 1;
@@ -29,7 +29,7 @@ Bytes unpackedBytes(Input input)
 
 void pack(Input input)
 {
-    const Bytes bytes = unpackedBytes(input);
+    const Bytes bytes = makeUnpackedBytes(input);
     const Bytes expected = Tests::referencePacked(bytes);
     const std::size_t size = Orvel::PackedSize(bytes.data(), bytes.size());
     require(size == expected.size(), "the size is that of the packed bytes");

@@ -13,7 +13,7 @@ void packedDefinition(Input input)
     const DefinitionHolder definition = Orvel::DecodeDefinitionBytes(input.data(), input.size());
     if (!definition)
         return;
-    require(packedStream(Bytes(input.begin(), input.end())).has_value(),
+    require(unpackStream(Bytes(input.begin(), input.end())).has_value(),
             "a definition is below a class identifier of its own");
     requirePackedRoundTrip(*definition.get());
 }

@@ -19,7 +19,7 @@ constexpr std::array<ClassId, kDefinitionKinds> kClassIds{
 
 constexpr std::array kFirstByte{'\0'};
 
-std::uint32_t checksumOf(Input stream)
+std::uint32_t computeChecksum(Input stream)
 {
     RunningChecksum checksum;
     checksum.add({kFirstByte.data(), kFirstByte.size()});
@@ -29,13 +29,13 @@ std::uint32_t checksumOf(Input stream)
 
 } // namespace
 
-Bytes classIdOf(std::size_t kind)
+Bytes getClassId(std::size_t kind)
 {
     require(kind < kDefinitionKinds, "there is a definition of that kind");
     return {kClassIds[kind].begin(), kClassIds[kind].end()};
 }
 
-std::optional<Bytes> packedStream(const Bytes& packed)
+std::optional<Bytes> unpackStream(const Bytes& packed)
 {
     const std::optional<Bytes> form = Tests::referenceUnpacked(packed);
     if (!form || form->size() <= kClassIdLength)
@@ -46,11 +46,11 @@ std::optional<Bytes> packedStream(const Bytes& packed)
     return isKnown ? std::optional(Bytes(stream, form->end())) : std::nullopt;
 }
 
-Bytes packedForm(std::size_t kind, Input stream)
+Bytes packStream(std::size_t kind, Input stream)
 {
-    Bytes form = classIdOf(kind);
+    Bytes form = getClassId(kind);
     form.insert(form.end(), stream.begin(), stream.end());
-    std::uint32_t checksum = checksumOf(stream);
+    std::uint32_t checksum = computeChecksum(stream);
     for (int count = 0; count < 4; ++count, checksum >>= 8)
         form.push_back(static_cast<unsigned char>(checksum & 0xFF));
     return Tests::referencePacked(form);

@@ -15,10 +15,10 @@ inline constexpr std::size_t kDefinitionKinds = 3;
 inline constexpr std::size_t kClassIdLength = 16;
 
 /// The class identifier of a system, a datum and an ellipsoid.
-Bytes classIdOf(std::size_t kind);
+Bytes getClassId(std::size_t kind);
 /// The bytes of the stream without its first byte; nothing if the packed bytes do not begin with such an identifier.
-std::optional<Bytes> packedStream(const Bytes& packed);
+std::optional<Bytes> unpackStream(const Bytes& packed);
 /// Packs a stream. Adds its first byte, a zero, and its checksum.
-Bytes packedForm(std::size_t kind, Input stream);
+Bytes packStream(std::size_t kind, Input stream);
 
 } // namespace Fuzz

@@ -17,7 +17,7 @@ constexpr int kControl = 1002;
 constexpr int kChunk = 310;
 
 /// The last definition of each kind, collected while reading.
-struct Gathered {
+struct Collected {
     FoundCodes codes;
     int systemKind = 0;
     std::wstring namedDatum;          // by the system
@@ -25,7 +25,7 @@ struct Gathered {
     std::wstring ellipsoidOfDatum{};
 };
 
-std::wstring asked(const auto& query)
+std::wstring getText(const auto& query)
 {
     const wchar_t* text = nullptr;
     Tests::requireOk(query(text));
@@ -33,7 +33,7 @@ std::wstring asked(const auto& query)
 }
 
 /// The codes in a definition.
-struct Facts {
+struct DefinitionCodes {
     enum class Kind { system, datum, ellipsoid };
     Kind kind;
     std::wstring code;
@@ -42,68 +42,71 @@ struct Facts {
     int systemKind = 0;
 };
 
-Facts factsOf(const Library::CoordinateReferenceSystemDefinition& system)
+DefinitionCodes readCodes(const Library::CoordinateReferenceSystemDefinition& system)
 {
-    Facts facts{Facts::Kind::system, asked([&](const wchar_t*& text) { return system.GetCode(text); })};
-    facts.datum = asked([&](const wchar_t*& text) { return system.GetDatumCode(text); });
-    facts.ellipsoid = asked([&](const wchar_t*& text) { return system.GetEllipsoidCode(text); });
-    Tests::requireOk(system.GetKind(facts.systemKind));
-    return facts;
+    DefinitionCodes codes{DefinitionCodes::Kind::system,
+                          getText([&](const wchar_t*& text) { return system.GetCode(text); })};
+    codes.datum = getText([&](const wchar_t*& text) { return system.GetDatumCode(text); });
+    codes.ellipsoid = getText([&](const wchar_t*& text) { return system.GetEllipsoidCode(text); });
+    Tests::requireOk(system.GetKind(codes.systemKind));
+    return codes;
 }
 
-Facts factsOf(const Library::DatumDefinition& datum)
+DefinitionCodes readCodes(const Library::DatumDefinition& datum)
 {
-    Facts facts{Facts::Kind::datum, asked([&](const wchar_t*& text) { return datum.GetCode(text); })};
-    facts.ellipsoid = asked([&](const wchar_t*& text) { return datum.GetEllipsoidCode(text); });
-    return facts;
+    DefinitionCodes codes{DefinitionCodes::Kind::datum,
+                          getText([&](const wchar_t*& text) { return datum.GetCode(text); })};
+    codes.ellipsoid = getText([&](const wchar_t*& text) { return datum.GetEllipsoidCode(text); });
+    return codes;
 }
 
-std::optional<Facts> factsIn(const Bytes& packed)
+std::optional<DefinitionCodes> decodeCodes(const Bytes& packed)
 {
     const DefinitionHolder held = Orvel::DecodeDefinitionBytes(packed.data(), packed.size());
     const Library::DefinitionBase* const definition = held.get();
     if (const auto* const system = dynamic_cast<const Library::CoordinateReferenceSystemDefinition*>(definition))
-        return factsOf(*system);
+        return readCodes(*system);
     if (const auto* const datum = dynamic_cast<const Library::DatumDefinition*>(definition))
-        return factsOf(*datum);
+        return readCodes(*datum);
     if (const auto* const ellipsoid = dynamic_cast<const Library::EllipsoidDefinition*>(definition))
-        return Facts{Facts::Kind::ellipsoid, asked([&](const wchar_t*& text) { return ellipsoid->GetCode(text); })};
+        return DefinitionCodes{DefinitionCodes::Kind::ellipsoid,
+                               getText([&](const wchar_t*& text) { return ellipsoid->GetCode(text); })};
     return std::nullopt;
 }
 
 /// Caches samples: most readable definitions are samples, and reading one takes longer than everything else.
-std::optional<Facts> rememberedFactsIn(const Bytes& packed)
+std::optional<DefinitionCodes> getCachedCodes(const Bytes& packed)
 {
-    static Embedded::MemoCache<Bytes, std::optional<Facts>> remembered;
-    return remembered.getOrCompute(
-        packed, [&packed] { return factsIn(packed); },
-        [](const std::optional<Facts>& facts) { return facts.has_value(); });
+    static Embedded::MemoCache<Bytes, std::optional<DefinitionCodes>> cached;
+    return cached.getOrCompute(
+        packed, [&packed] { return decodeCodes(packed); },
+        [](const std::optional<DefinitionCodes>& codes) { return codes.has_value(); });
 }
 
-void gather(const Bytes& packed, Gathered& gathered)
+void collect(const Bytes& packed, Collected& collected)
 {
-    const std::optional<Facts> facts = packed.empty() ? std::nullopt : rememberedFactsIn(packed);
-    if (!facts)
+    const std::optional<DefinitionCodes> codes = packed.empty() ? std::nullopt : getCachedCodes(packed);
+    if (!codes)
         return;
-    switch (facts->kind) {
-    case Facts::Kind::system:
-        gathered.codes.system = facts->code;
-        gathered.systemKind = facts->systemKind;
-        gathered.namedDatum = facts->datum;
-        gathered.ellipsoidOfSystem = facts->ellipsoid;
+    switch (codes->kind) {
+    case DefinitionCodes::Kind::system:
+        collected.codes.system = codes->code;
+        collected.systemKind = codes->systemKind;
+        collected.namedDatum = codes->datum;
+        collected.ellipsoidOfSystem = codes->ellipsoid;
         break;
-    case Facts::Kind::datum:
-        gathered.codes.datum = facts->code;
-        gathered.ellipsoidOfDatum = facts->ellipsoid;
+    case DefinitionCodes::Kind::datum:
+        collected.codes.datum = codes->code;
+        collected.ellipsoidOfDatum = codes->ellipsoid;
         break;
-    case Facts::Kind::ellipsoid:
-        gathered.codes.ellipsoid = facts->code;
+    case DefinitionCodes::Kind::ellipsoid:
+        collected.codes.ellipsoid = codes->code;
         break;
     }
 }
 
 /// The bytes of the chunks from `at` on. An empty chunk makes them invalid.
-Bytes joinedChunks(const Items& chain, std::size_t at)
+Bytes joinChunks(const Items& chain, std::size_t at)
 {
     Bytes joined;
     for (; at < chain.size() && chain[at].code == kChunk; ++at) {
@@ -116,12 +119,12 @@ Bytes joinedChunks(const Items& chain, std::size_t at)
 }
 
 /// Returns false if a group has no end.
-bool gatherGroups(const Items& chain, std::size_t at, Gathered& gathered)
+bool collectGroups(const Items& chain, std::size_t at, Collected& collected)
 {
     const Item end{kControl, L"}"};
     while (at < chain.size()) {
         if (chain[at].code == kControl)
-            gather(joinedChunks(chain, at + 1), gathered);
+            collect(joinChunks(chain, at + 1), collected);
         while (at < chain.size() && chain[at] != end)
             ++at;
         if (at++ == chain.size())
@@ -130,51 +133,51 @@ bool gatherGroups(const Items& chain, std::size_t at, Gathered& gathered)
     return true;
 }
 
-bool gatherChain(const Items& chain, Gathered& gathered)
+bool collectChain(const Items& chain, Collected& collected)
 {
     const bool hasLayout = !chain.empty() && chain.front().code == kLayout;
     const int layout = hasLayout ? std::get<int>(chain.front().value) : 0;
     if (layout == 1)
-        return gatherGroups(chain, 1, gathered);
+        return collectGroups(chain, 1, collected);
     for (const Item& item : chain) {
         if (item.code == kChunk)
-            gather(std::get<Bytes>(item.value), gathered);
+            collect(std::get<Bytes>(item.value), collected);
     }
     return layout == 0 && !chain.empty();
 }
 
-std::wstring lowered(std::wstring text)
+std::wstring toLowerCase(std::wstring text)
 {
     for (wchar_t& character : text)
         character = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(character)));
     return text;
 }
 
-bool isSame(const std::optional<std::wstring>& one, const std::wstring& other)
+bool isSameCode(const std::optional<std::wstring>& one, const std::wstring& other)
 {
-    return one && !one->empty() && lowered(*one) == lowered(other);
+    return one && !one->empty() && toLowerCase(*one) == toLowerCase(other);
 }
 
-bool belongTogether(const Gathered& gathered, const std::wstring& code)
+bool isConsistent(const Collected& collected, const std::wstring& code)
 {
-    if (!isSame(gathered.codes.system, code))
+    if (!isSameCode(collected.codes.system, code))
         return false;
-    if (gathered.systemKind != Library::kindGeographic && gathered.systemKind != Library::kindProjected)
+    if (collected.systemKind != Library::kindGeographic && collected.systemKind != Library::kindProjected)
         return true;
-    if (gathered.namedDatum.empty())
-        return !gathered.codes.datum && isSame(gathered.codes.ellipsoid, gathered.ellipsoidOfSystem);
-    return isSame(gathered.codes.datum, gathered.namedDatum) &&
-           isSame(gathered.codes.ellipsoid, gathered.ellipsoidOfDatum);
+    if (collected.namedDatum.empty())
+        return !collected.codes.datum && isSameCode(collected.codes.ellipsoid, collected.ellipsoidOfSystem);
+    return isSameCode(collected.codes.datum, collected.namedDatum) &&
+           isSameCode(collected.codes.ellipsoid, collected.ellipsoidOfDatum);
 }
 
 } // namespace
 
 std::optional<FoundCodes> referenceDefinitions(const Items& chain, const std::wstring& code)
 {
-    Gathered gathered;
-    if (!gatherChain(chain, gathered) || !belongTogether(gathered, code))
+    Collected collected;
+    if (!collectChain(chain, collected) || !isConsistent(collected, code))
         return std::nullopt;
-    return gathered.codes;
+    return collected.codes;
 }
 
 } // namespace Fuzz

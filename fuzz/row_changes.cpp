@@ -53,9 +53,9 @@ constexpr std::array<std::string_view, 3> kByteOrderMarks{
 
 std::string someBytes(ByteSource& source)
 {
-    constexpr std::size_t kMost = 17;
-    const std::size_t count = source.below(kMost);
-    return std::string(viewOf(source.bytes(count)));
+    constexpr std::size_t kLimit = 17;
+    const std::size_t count = source.below(kLimit);
+    return std::string(asText(source.bytes(count)));
 }
 
 StoredValue nextNumber(ByteSource& source)
@@ -105,7 +105,7 @@ StoredValue nextValue(ByteSource& source)
     }
 }
 
-RowMoment momentOf(std::string_view column)
+RowMoment chooseMoment(std::string_view column)
 {
     if (column == "checksum")
         return RowMoment::afterAll;
@@ -144,7 +144,7 @@ RowChange nextRowChange(ByteSource& source)
         const auto& columns = drawingTables()[change.table].columns;
         change.column = source.below(columns.size());
         change.value = nextValue(source);
-        change.moment = momentOf(columns[change.column]);
+        change.moment = chooseMoment(columns[change.column]);
     }
     if ((first & kIsLate) != 0)
         change.moment = RowMoment::afterAll;

@@ -9,7 +9,7 @@ namespace {
 
 namespace Library = Orvel::Library;
 
-SampleDefinition sampleOf(const Library::DefinitionBase* definition)
+SampleDefinition packSample(const Library::DefinitionBase* definition)
 {
     SampleDefinition sample;
     const wchar_t* code = nullptr;
@@ -21,16 +21,16 @@ SampleDefinition sampleOf(const Library::DefinitionBase* definition)
 
 void addWithDependents(std::vector<SampleDefinition>& samples, const Tests::SystemHolder& system)
 {
-    samples.push_back(sampleOf(system.get()));
+    samples.push_back(packSample(system.get()));
     Tests::DatumHolder datum;
     if (system->GetDatum(datum.put()) == Library::statusOk)
-        samples.push_back(sampleOf(datum.get()));
+        samples.push_back(packSample(datum.get()));
     Tests::EllipsoidHolder ellipsoid;
     if (Library::CoordinateReferenceSystemUtil::GetEllipsoid(system.get(), ellipsoid.put()) == Library::statusOk)
-        samples.push_back(sampleOf(ellipsoid.get()));
+        samples.push_back(packSample(ellipsoid.get()));
 }
 
-std::vector<SampleDefinition> newSamples()
+std::vector<SampleDefinition> makeSamples()
 {
     std::vector<SampleDefinition> samples;
     for (const wchar_t* const code : {L"EPSG:25832", L"EPSG:4326", L"EPSG:4978", L"EPSG:4047", L"LOCAL:METRE"})
@@ -43,7 +43,7 @@ std::vector<SampleDefinition> newSamples()
 
 const std::vector<SampleDefinition>& sampleDefinitions()
 {
-    static const std::vector<SampleDefinition> samples = newSamples();
+    static const std::vector<SampleDefinition> samples = makeSamples();
     return samples;
 }
 

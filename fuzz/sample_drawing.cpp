@@ -15,7 +15,7 @@ namespace {
 using Tests::Bytes;
 using Tests::Items;
 
-Items everyKindOfValue()
+Items makeEveryKindOfValue()
 {
     const double infinity = std::numeric_limits<double>::infinity();
     const double noNumber = std::numeric_limits<double>::quiet_NaN();
@@ -36,7 +36,7 @@ Items everyKindOfValue()
             {1071, 2147483647}};
 }
 
-void putBelow(QeDbDatabase* database, const wchar_t* key)
+void putIntoDictionary(QeDbDatabase* database, const wchar_t* key)
 {
     Orvel::NamedObjects root;
     require(root.openIn(database, QeDb::kForRead) == Qeapp::eOk, "the sample has named objects");
@@ -47,44 +47,44 @@ void putBelow(QeDbDatabase* database, const wchar_t* key)
     const Orvel::HostObject<QeDbDictionary> inner(new QeDbDictionary);
     require(dictionary->setAt(L"inner", inner.get(), id) == Qeapp::eOk, "a dictionary can be put into it");
     const Orvel::HostObject<QeDbXrecord> xrecord(new QeDbXrecord);
-    require(xrecord->setFromRbChain(Tests::makeChain(everyKindOfValue()).get(), database) == Qeapp::eOk,
+    require(xrecord->setFromRbChain(Tests::makeChain(makeEveryKindOfValue()).get(), database) == Qeapp::eOk,
             "an xrecord takes every kind of value");
     require(inner->setAt(L"values", xrecord.get(), id) == Qeapp::eOk, "an xrecord can be put below it");
     require(xrecord->setXData(Tests::makeChain({{1001, L"OTHER"}, {1000, L"x"}, {1070, 7}}).get()) == Qeapp::eOk,
             "an xrecord takes extended data");
 }
 
-std::string newSample()
+std::string makeSample()
 {
     Tests::Drawing drawing;
     drawing.withLegacyCode(L"EPSG:25832").withRegisteredApplication(L"OTHER");
     drawing.withXrecord({{1071, 1}, {1002, L"{"}, {310, Bytes{1}}, {1002, L"}"}}).withXrecord({}, L"EMPTY");
     drawing.withDictionary(L"A").withGeoData(L"LOCAL_CS[\"Werksnetz\"]");
-    putBelow(drawing.database(), L"A");
+    putIntoDictionary(drawing.database(), L"A");
     return Tests::saveToBytes(*drawing.database());
 }
 
-std::string newSampleOfSmallPages()
+std::string makeSampleOfSmallPages()
 {
     SQLite::Database sample(":memory:", SQLite::OPEN_READWRITE);
     restoreInto(sample, sampleDrawing());
     SQLite::Database small(":memory:", SQLite::OPEN_READWRITE);
     small.exec("PRAGMA page_size = 512");
     small.exec(Tests::dumpAsSql(sample));
-    return bytesOfDatabase(small);
+    return serializeDatabase(small);
 }
 
 } // namespace
 
 const std::string& sampleDrawing()
 {
-    static const std::string bytes = newSample();
+    static const std::string bytes = makeSample();
     return bytes;
 }
 
 const std::string& sampleDrawingOfSmallPages()
 {
-    static const std::string bytes = newSampleOfSmallPages();
+    static const std::string bytes = makeSampleOfSmallPages();
     return bytes;
 }
 

@@ -17,7 +17,7 @@ using DefinitionArray = Orvel::LibraryObject<Orvel::Library::DefinitionBaseArray
 
 /// Takes the input as it is, or converts it from UTF-8, which a fuzzer explores better. Adds the NUL unit that a caller
 /// must provide.
-std::string blockOf(Input input)
+std::string makeBlock(Input input)
 {
     ByteSource source(input);
     const bool isText = source.below(2) == 1;
@@ -33,7 +33,7 @@ std::string blockOf(Input input)
 void serializedBlock(Input input)
 {
     const LeakCheck guard;
-    const std::string block = blockOf(input);
+    const std::string block = makeBlock(input);
     const std::vector<unsigned char> bytes(block.begin(), block.end());
     DefinitionArray definitions;
     const Qeapp::ErrorStatus result =

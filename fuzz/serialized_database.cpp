@@ -20,7 +20,7 @@ void restoreInto(SQLite::Database& database, const std::string& bytes)
     SQLite::Backup(database, original).executeStep(-1);
 }
 
-std::string bytesOfDatabase(SQLite::Database& database)
+std::string serializeDatabase(SQLite::Database& database)
 {
     sqlite3_int64 length = 0;
     const std::unique_ptr<unsigned char, decltype(&sqlite3_free)> bytes(

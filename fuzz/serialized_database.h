@@ -10,6 +10,6 @@ namespace Fuzz {
 /// Replaces the database of the connection, which is in memory.
 void restoreInto(SQLite::Database& database, const std::string& bytes);
 /// Within a transaction, the bytes hold its changes.
-std::string bytesOfDatabase(SQLite::Database& database);
+std::string serializeDatabase(SQLite::Database& database);
 
 } // namespace Fuzz

@@ -15,7 +15,7 @@
 namespace Fuzz {
 
 Session::Session(Input input)
-    : source_(input), document_(Embedded::openDocument(std::make_unique<QeDbDatabase>(anyVersion())))
+    : source_(input), document_(Embedded::openDocument(std::make_unique<QeDbDatabase>(nextVersion())))
 {
     require(Orvel::moduleApplication().load() == Qeapp::eOk, "the module can be loaded");
 }
@@ -72,7 +72,7 @@ void Session::step()
     require(step.holds || left.empty(), "a step holds nothing after it; it holds " + left);
 }
 
-std::wstring Session::anyCode()
+std::wstring Session::nextCode()
 {
     static constexpr std::array kOthers{L"", L"EPSG:1", L"epsg:25832", L"nonsense"};
     const std::vector<SampleDefinition>& samples = sampleDefinitions();
@@ -80,7 +80,7 @@ std::wstring Session::anyCode()
     return choice < samples.size() ? samples[choice].code : kOthers.at(choice - samples.size());
 }
 
-QeDb::QeDbDwgVersion Session::anyVersion()
+QeDb::QeDbDwgVersion Session::nextVersion()
 {
     constexpr int kVersions = QeDb::kCurrentDwg - QeDb::kOldestDwg + 1;
     return static_cast<QeDb::QeDbDwgVersion>(QeDb::kOldestDwg + static_cast<int>(source_.below(kVersions)));

@@ -79,9 +79,9 @@ private:
 
     QeDbDatabase* database() const { return document_->database(); }
     /// The drawing, or null for the working drawing, which is the same one.
-    QeDbDatabase* anyArgument() { return source_.below(2) == 0 ? database() : nullptr; }
-    std::wstring anyCode();
-    QeDb::QeDbDwgVersion anyVersion();
+    QeDbDatabase* nextDatabaseArgument() { return source_.below(2) == 0 ? database() : nullptr; }
+    std::wstring nextCode();
+    QeDb::QeDbDwgVersion nextVersion();
 
     /// Makes the call with the planned failure, if there is one. Sets `hasCallFailed_`. The module reads a form that
     /// cannot be read as absent, so the stored system is only checked when no call has failed.

@@ -99,21 +99,21 @@ void Session::putDefinitionChain()
 
 void Session::putLegacyCode()
 {
-    const std::wstring code = anyCode();
+    const std::wstring code = nextCode();
     static_cast<void>(
         callWithFault([&] { return Orvel::WriteLegacyProjectionCode(database(), code.c_str()); })); // may fail
 }
 
 void Session::putGeoDataText()
 {
-    const std::wstring text = anyCode();
+    const std::wstring text = nextCode();
     static_cast<void>(
         callWithFault([&] { return Orvel::WriteGeoDataCoordinateSystem(database(), text.c_str()); })); // may fail
 }
 
 void Session::save()
 {
-    const QeDb::QeDbDwgVersion version = anyVersion();
+    const QeDb::QeDbDwgVersion version = nextVersion();
     if (saves_ == kMaximumSaves)
         return;
     ++saves_;
@@ -124,7 +124,7 @@ void Session::save()
         return;
     SavedDrawing saved;
     const Qeapp::ErrorStatus result = callWithFault([&] {
-        saved = savedDrawing(*database(), version);
+        saved = saveDrawing(*database(), version);
         return saved.status;
     });
     if (result != Qeapp::eOk)

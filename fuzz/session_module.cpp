@@ -18,7 +18,7 @@ using ArrayHolder = Orvel::LibraryObject<Cs::DefinitionBaseArray>;
 constexpr auto kDrawing = Cs::CsTransformationConfigTargetType::Drawing;
 
 /// Null if the sample is not a system.
-SystemHolder systemOf(const SampleDefinition& sample)
+SystemHolder unpackSystem(const SampleDefinition& sample)
 {
     DefinitionHolder definition = Orvel::DecodeDefinitionBytes(sample.packed.data(), sample.packed.size());
     auto* const system = dynamic_cast<Cs::CoordinateReferenceSystemDefinition*>(definition.get());
@@ -37,7 +37,7 @@ std::optional<std::wstring> configuration()
     return text;
 }
 
-std::wstring elementOf(const std::wstring& source, const std::wstring& target, int type)
+std::wstring makeItem(const std::wstring& source, const std::wstring& target, int type)
 {
     return L"<Item><Version>1.0</Version><SourceCs>" + source + L"</SourceCs><TargetCs>" + target +
            L"</TargetCs><Name>ED50 to WGS 84 (1)</Name><Type>" + std::to_wstring(type) + L"</Type><Note></Note></Item>";
@@ -47,9 +47,9 @@ std::wstring elementOf(const std::wstring& source, const std::wstring& target, i
 
 void Session::assignCode()
 {
-    const std::wstring code = anyCode();
+    const std::wstring code = nextCode();
     const std::optional<std::string> before = contents();
-    QeDbDatabase* const argument = anyArgument();
+    QeDbDatabase* const argument = nextDatabaseArgument();
     const Qeapp::ErrorStatus result = callWithFault([&] { return Cs::SetCoordinateSystem(code.c_str(), argument); });
     if (result == Qeapp::eVetoed)
         return requireUnchanged(before, "an assignment that was vetoed changes nothing");
@@ -61,9 +61,9 @@ void Session::assignDefinition()
 {
     const std::vector<SampleDefinition>& samples = sampleDefinitions();
     const SampleDefinition& sample = samples[source_.below(samples.size())];
-    const SystemHolder system = systemOf(sample);
+    const SystemHolder system = unpackSystem(sample);
     const std::optional<std::string> before = contents();
-    QeDbDatabase* const argument = anyArgument();
+    QeDbDatabase* const argument = nextDatabaseArgument();
     const Qeapp::ErrorStatus result = callWithFault([&] { return Cs::SetCoordinateSystem(system.get(), argument); });
     if (result == Qeapp::eVetoed)
         return requireUnchanged(before, "an assignment that was vetoed changes nothing");
@@ -74,7 +74,7 @@ void Session::assignDefinition()
 void Session::clear()
 {
     const std::optional<std::string> before = contents();
-    QeDbDatabase* const argument = anyArgument();
+    QeDbDatabase* const argument = nextDatabaseArgument();
     const Qeapp::ErrorStatus result = callWithFault([&] { return Cs::ClearCoordinateSystem(argument); });
     if (result != Qeapp::eOk)
         return requireUnchanged(before, "a removal that failed changes nothing");
@@ -86,7 +86,7 @@ void Session::readDefinitions()
     const std::optional<std::string> before = contents();
     ArrayHolder definitions;
     const Qeapp::ErrorStatus result =
-        callWithFault([&] { return Cs::GetCoordinateSystem(definitions.put(), anyArgument()); });
+        callWithFault([&] { return Cs::GetCoordinateSystem(definitions.put(), nextDatabaseArgument()); });
     require(result != Qeapp::eOk || definitions, "an array is handed out on success");
     requireUnchanged(before, "reading changes nothing");
 }
@@ -97,7 +97,7 @@ void Session::readDefinition()
     SystemHolder definition;
     bool isKnown = true;
     const Qeapp::ErrorStatus result =
-        callWithFault([&] { return Cs::GetCoordinateSystem(definition.put(), &isKnown, anyArgument()); });
+        callWithFault([&] { return Cs::GetCoordinateSystem(definition.put(), &isKnown, nextDatabaseArgument()); });
     require(result == Qeapp::eOk || !isKnown, "what cannot be read is not known");
     requireUnchanged(before, "reading changes nothing");
 }
@@ -106,16 +106,17 @@ void Session::readCode()
 {
     const std::optional<std::string> before = contents();
     HostString code;
-    const Qeapp::ErrorStatus result = callWithFault([&] { return Cs::GetCoordinateSystem(code.put(), anyArgument()); });
+    const Qeapp::ErrorStatus result =
+        callWithFault([&] { return Cs::GetCoordinateSystem(code.put(), nextDatabaseArgument()); });
     require(result == Qeapp::eOk || !code, "a code is handed out on success alone");
     requireUnchanged(before, "reading changes nothing");
 }
 
 void Session::applyStorageVersion()
 {
-    const QeDb::QeDbDwgVersion version = anyVersion();
+    const QeDb::QeDbDwgVersion version = nextVersion();
     const std::optional<std::wstring> code = held_ ? std::nullopt : storedCode();
-    QeDbDatabase* const argument = anyArgument();
+    QeDbDatabase* const argument = nextDatabaseArgument();
     const Qeapp::ErrorStatus result =
         callWithFault([&] { return Cs::ApplyCoordinateSystemStorageVersion(argument, version); });
     require(result != Qeapp::eOk || hasCallFailed_ || !code || storedCode() == code,
@@ -124,9 +125,9 @@ void Session::applyStorageVersion()
 
 void Session::serialize()
 {
-    const QeDb::QeDbDwgVersion version = anyVersion();
+    const QeDb::QeDbDwgVersion version = nextVersion();
     const std::vector<SampleDefinition>& samples = sampleDefinitions();
-    const SystemHolder system = systemOf(samples[source_.below(samples.size())]);
+    const SystemHolder system = unpackSystem(samples[source_.below(samples.size())]);
     Orvel::Holder<Orvel::HostBufferPolicy<unsigned char>> bytes;
     int length = 0;
     const Qeapp::ErrorStatus written =
@@ -160,9 +161,9 @@ void Session::setVeto()
 
 void Session::setConfiguration()
 {
-    const std::wstring source = anyCode();
-    const std::wstring target = anyCode();
-    const std::wstring text = elementOf(source, target, static_cast<int>(source_.below(4)));
+    const std::wstring source = nextCode();
+    const std::wstring target = nextCode();
+    const std::wstring text = makeItem(source, target, static_cast<int>(source_.below(4)));
     const std::optional<std::wstring> before = configuration();
     const Qeapp::ErrorStatus result = callWithFault(
         [&] { return Cs::SetCsTransformationConfig(text.c_str(), kDrawing) ? Qeapp::eOk : Qeapp::eInvalidInput; });
@@ -180,8 +181,8 @@ void Session::clearConfiguration()
 
 void Session::findConfigured()
 {
-    const std::wstring source = anyCode();
-    const std::wstring target = anyCode();
+    const std::wstring source = nextCode();
+    const std::wstring target = nextCode();
     const std::optional<std::string> before = contents();
     Orvel::LibraryObject<Cs::TransformationInfo> info;
     static_cast<void>(callWithFault([&] {

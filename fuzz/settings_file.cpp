@@ -26,7 +26,7 @@ const std::filesystem::path& settingsFolder()
 void put(Input input)
 {
     std::ofstream file(settingsFolder() / "TransformationSetting.xml", std::ios::binary);
-    file << viewOf(input);
+    file << asText(input);
     file.close();
     require(file.good(), "the file can be written");
 }
@@ -34,7 +34,7 @@ void put(Input input)
 /// The text up to a control-Z or a NUL, without line ends.
 std::string joinedLines(Input input)
 {
-    const std::string_view whole = viewOf(input).substr(0, viewOf(input).find('\x1A'));
+    const std::string_view whole = asText(input).substr(0, asText(input).find('\x1A'));
     std::string joined;
     for (std::size_t at = 0; at < whole.size(); ++at) {
         if (whole[at] != '\n' && whole.substr(at, 2) != "\r\n")
@@ -69,7 +69,7 @@ std::wstring items(const std::wstring& text)
 /// an incomplete character at the end.
 void requireLines(const std::wstring& text, Input input)
 {
-    constexpr std::size_t kMostTaken = 3;
+    constexpr std::size_t kMaximumLost = 3;
     const std::string joined = joinedLines(input);
     const std::wstring expected = Embedded::wideFromUtf8(joined);
     if (Embedded::isValidUtf8(joined)) {
@@ -78,7 +78,7 @@ void requireLines(const std::wstring& text, Input input)
     }
     const std::wstring kept = withoutReplacements(text);
     const std::wstring valid = withoutReplacements(expected);
-    require(valid.starts_with(kept) && valid.size() <= kept.size() + kMostTaken,
+    require(valid.starts_with(kept) && valid.size() <= kept.size() + kMaximumLost,
             "what is UTF-8 in the lines is in the text");
 }
 

@@ -31,7 +31,7 @@ std::span<const Target> targets()
     return kTargets;
 }
 
-const Target& targetNamed(std::string_view name)
+const Target& findTarget(std::string_view name)
 {
     const auto* const target = std::ranges::find(kTargets, name, &Target::name);
     require(target != kTargets.end(), "there is a target of that name");

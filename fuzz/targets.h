@@ -44,6 +44,6 @@ struct Target {
 
 std::span<const Target> targets();
 /// Ends the process if there is no such target.
-const Target& targetNamed(std::string_view name);
+const Target& findTarget(std::string_view name);
 
 } // namespace Fuzz

@@ -34,7 +34,7 @@ UPDATE sqlite_schema SET sql = replace(replace(replace(replace(sql, 'object UNIQ
 DELETE FROM sqlite_schema WHERE type = 'index')";
 
 /// Selects the one row of a change.
-std::string theRow(const DrawingTable& table)
+std::string selectRow(const DrawingTable& table)
 {
     const std::string name = table.name;
     const std::string key = table.key;
@@ -42,7 +42,7 @@ std::string theRow(const DrawingTable& table)
            " LIMIT 1 OFFSET ?2 % max(1, (SELECT count(*) FROM " + name + ")))";
 }
 
-std::string copyOf(const DrawingTable& table, std::size_t column)
+std::string makeCopySql(const DrawingTable& table, std::size_t column)
 {
     std::string into;
     std::string from;
@@ -51,21 +51,21 @@ std::string copyOf(const DrawingTable& table, std::size_t column)
         from += (each > 0 ? ", " : "") + std::string(each == column ? "?1" : table.columns[each]);
     }
     return "INSERT OR REPLACE INTO " + std::string(table.name) + " (" + into + ") SELECT " + from + " FROM " +
-           table.name + theRow(table);
+           table.name + selectRow(table);
 }
 
-std::string sqlOfChange(RowAction action, const DrawingTable& table, std::size_t column)
+std::string makeSql(RowAction action, const DrawingTable& table, std::size_t column)
 {
     switch (action) {
     case RowAction::set:
         return "UPDATE OR REPLACE " + std::string(table.name) + " SET " + table.columns[column] + " = ?1" +
-               theRow(table);
+               selectRow(table);
     case RowAction::copy:
-        return copyOf(table, column);
+        return makeCopySql(table, column);
     case RowAction::remove:
         break;
     }
-    return "DELETE FROM " + std::string(table.name) + theRow(table);
+    return "DELETE FROM " + std::string(table.name) + selectRow(table);
 }
 
 void bindValue(SQLite::Statement& statement, const Embedded::StoredValue& value)
@@ -106,30 +106,30 @@ void UnconstrainedDrawing::removeConstraints(Indexes indexes)
     database_.exec("PRAGMA writable_schema = ON");
 }
 
-std::string UnconstrainedDrawing::fileWith(const std::vector<RowChange>& changes)
+std::string UnconstrainedDrawing::makeFile(const std::vector<RowChange>& changes)
 {
     database_.exec("BEGIN");
-    make(changes, RowMoment::beforeAll);
+    applyChanges(changes, RowMoment::beforeAll);
     checksums_->computeForDetails();
     checksums_->computeCounts();
-    make(changes, RowMoment::beforeObjects);
+    applyChanges(changes, RowMoment::beforeObjects);
     checksums_->computeForObjects();
-    make(changes, RowMoment::afterAll);
+    applyChanges(changes, RowMoment::afterAll);
     for (SQLite::Statement* const each : {&*forgetSchema_, &*restoreSchema_}) {
         each->reset();
         each->exec();
     }
-    std::string bytes = bytesOfDatabase(database_);
+    std::string bytes = serializeDatabase(database_);
     database_.exec("ROLLBACK");
     return bytes;
 }
 
-void UnconstrainedDrawing::make(const std::vector<RowChange>& changes, RowMoment moment)
+void UnconstrainedDrawing::applyChanges(const std::vector<RowChange>& changes, RowMoment moment)
 {
     for (const RowChange& change : changes) {
         if (change.moment != moment)
             continue;
-        SQLite::Statement& statement = statementOf(change);
+        SQLite::Statement& statement = getStatement(change);
         if (change.action != RowAction::remove)
             bindValue(statement, change.value);
         statement.bind(2, static_cast<std::int64_t>(change.row));
@@ -139,24 +139,24 @@ void UnconstrainedDrawing::make(const std::vector<RowChange>& changes, RowMoment
     }
 }
 
-SQLite::Statement& UnconstrainedDrawing::statementOf(const RowChange& change)
+SQLite::Statement& UnconstrainedDrawing::getStatement(const RowChange& change)
 {
     const auto key = std::tuple(change.action, change.table, change.column);
     if (const auto known = statements_.find(key); known != statements_.end())
         return known->second;
-    const std::string sql = sqlOfChange(change.action, drawingTables()[change.table], change.column);
+    const std::string sql = makeSql(change.action, drawingTables()[change.table], change.column);
     return statements_.try_emplace(key, database_, sql).first->second;
 }
 
 std::string drawingWithChanges(ByteSource& source, UnconstrainedDrawing::Indexes indexes)
 {
-    constexpr std::size_t kMostChanges = 12;
+    constexpr std::size_t kMaximumChanges = 12;
     static UnconstrainedDrawing withIndexes(UnconstrainedDrawing::Indexes::kept);
     static UnconstrainedDrawing withStaleIndexes(UnconstrainedDrawing::Indexes::stale);
     std::vector<RowChange> changes;
-    while (!source.isEmpty() && changes.size() < kMostChanges)
+    while (!source.isEmpty() && changes.size() < kMaximumChanges)
         changes.push_back(nextRowChange(source));
-    return (indexes == UnconstrainedDrawing::Indexes::stale ? withStaleIndexes : withIndexes).fileWith(changes);
+    return (indexes == UnconstrainedDrawing::Indexes::stale ? withStaleIndexes : withIndexes).makeFile(changes);
 }
 
 } // namespace Fuzz

@@ -20,12 +20,12 @@ public:
     explicit UnconstrainedDrawing(Indexes indexes);
 
     /// Applies the changes to the sample drawing and returns the file. Checksums fit unless a change overwrites them.
-    std::string fileWith(const std::vector<RowChange>& changes);
+    std::string makeFile(const std::vector<RowChange>& changes);
 
 private:
     void removeConstraints(Indexes indexes);
-    void make(const std::vector<RowChange>& changes, RowMoment moment);
-    SQLite::Statement& statementOf(const RowChange& change);
+    void applyChanges(const std::vector<RowChange>& changes, RowMoment moment);
+    SQLite::Statement& getStatement(const RowChange& change);
 
     SQLite::Database database_;
     std::map<std::tuple<RowAction, std::size_t, std::size_t>, SQLite::Statement> statements_;

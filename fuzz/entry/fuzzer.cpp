@@ -6,7 +6,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const Fuzz::Target& target = Fuzz::targetNamed(ORVEL_FUZZ_TARGET);
+    static const Fuzz::Target& target = Fuzz::findTarget(ORVEL_FUZZ_TARGET);
     target.run({data, size});
     return 0;
 }

@@ -5,16 +5,15 @@ namespace {
 
 class AssignCommand : public CommandLineTest {
 protected:
+    /// The events of an assignment.
     static Json events(const std::string& code)
     {
-        return Json::array({{{"event", "willChange"}, {"name", code}},
-                            {{"event", "willChange"}, {"name", nullptr}},
-                            {{"event", "changed"}, {"name", nullptr}},
-                            {{"event", "changed"}, {"name", code}}});
+        return Json::array({event("willChange", code), event("willChange", nullptr), event("changed", nullptr),
+                            event("changed", code)});
     }
 };
 
-TEST_F(AssignCommand, AssignsASystemOfTheCatalog)
+TEST_F(AssignCommand, CatalogCode_IsAssigned)
 {
     givenDrawing("plan.qedb");
     EXPECT_EQ(runForJson({"assign", "EPSG:25832", "plan.qedb"}),
@@ -22,13 +21,13 @@ TEST_F(AssignCommand, AssignsASystemOfTheCatalog)
     EXPECT_EQ(runForJson({"show", "plan.qedb"})["code"], "EPSG:25832");
 }
 
-TEST_F(AssignCommand, SaysWhatItDid)
+TEST_F(AssignCommand, Assignment_IsConfirmedInOneLine)
 {
     givenDrawing("plan.qedb");
     expectResult(run({"assign", "EPSG:25832", "plan.qedb"}), 0, "plan.qedb: assigned EPSG:25832\n", "");
 }
 
-TEST_F(AssignCommand, Events_ArePrintedInTheirOrder)
+TEST_F(AssignCommand, EventsOption_PrintsTheEventsInOrder)
 {
     givenDrawing("plan.qedb");
     expectResult(run({"assign", "--events", "EPSG:25832", "plan.qedb"}), 0,
@@ -40,7 +39,7 @@ TEST_F(AssignCommand, Events_ArePrintedInTheirOrder)
                  "");
 }
 
-TEST_F(AssignCommand, QuietWithEvents_PrintsTheEventsAlone)
+TEST_F(AssignCommand, QuietAndEventsOptions_PrintOnlyTheEvents)
 {
     givenDrawing("plan.qedb");
     expectResult(run({"-q", "assign", "--events", "EPSG:4326", "plan.qedb"}), 0,
@@ -51,13 +50,13 @@ TEST_F(AssignCommand, QuietWithEvents_PrintsTheEventsAlone)
                  "");
 }
 
-TEST_F(AssignCommand, AuthorityInAnotherCase_IsTheCatalogsSystem)
+TEST_F(AssignCommand, CodeInAnotherCase_AssignsTheCatalogSystem)
 {
     givenDrawing("plan.qedb");
     EXPECT_EQ(runForJson({"assign", "epsg:25832", "plan.qedb"})["events"], events("EPSG:25832"));
 }
 
-TEST_F(AssignCommand, SameAssignmentAgain_GivesTheSameDrawing)
+TEST_F(AssignCommand, RepeatedAssignment_LeavesTheDrawingUnchanged)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     const std::string before = drawing("plan.qedb");
@@ -65,7 +64,7 @@ TEST_F(AssignCommand, SameAssignmentAgain_GivesTheSameDrawing)
     EXPECT_EQ(drawing("plan.qedb"), before);
 }
 
-TEST_F(AssignCommand, UnknownCode_IsRefusedWithTheNearest)
+TEST_F(AssignCommand, UnknownCode_IsRefusedWithTheNearestCodes)
 {
     givenDrawing("plan.qedb");
     const std::string before = contents("plan.qedb");
@@ -79,7 +78,7 @@ TEST_F(AssignCommand, UnknownCode_IsRefusedWithTheNearest)
     EXPECT_EQ(contents("plan.qedb"), before);
 }
 
-TEST_F(AssignCommand, UnknownCode_GivesTheModulesResultAndStatus)
+TEST_F(AssignCommand, UnknownCode_ReportsTheModulesResultAndStatusInJson)
 {
     givenDrawing("plan.qedb");
     const Json json = runForJson({"assign", "EPSG:2583200", "plan.qedb"}, 1);
@@ -96,13 +95,13 @@ TEST_F(AssignCommand, DeprecatedCode_IsAssignedWithANote)
                  "orvelcs: assign: EPSG:3785: note: deprecated; replaced by EPSG:3857\n");
 }
 
-TEST_F(AssignCommand, DeprecatedCodeWithQuiet_IsAssignedSilently)
+TEST_F(AssignCommand, QuietOption_SuppressesTheNoteAboutADeprecatedCode)
 {
     givenDrawing("plan.qedb");
     expectResult(run({"assign", "--quiet", "EPSG:3785", "plan.qedb"}), 0, "", "");
 }
 
-TEST_F(AssignCommand, Batch_GoesOnAfterAFailure)
+TEST_F(AssignCommand, Batch_ContinuesAfterAFailure)
 {
     givenDrawing("a.qedb");
     given("b.qedb", "not a drawing");
@@ -126,14 +125,14 @@ TEST_F(AssignCommand, DrawingNamedTwice_IsAssignedTwice)
                  "plan.qedb: assigned EPSG:25832\nplan.qedb: assigned EPSG:25832\n", "");
 }
 
-TEST_F(AssignCommand, Dash_IsAFilter)
+TEST_F(AssignCommand, DashAsFile_ReadsStandardInputAndPrintsTheDrawing)
 {
     givenDrawing("empty.qedb");
     givenDrawingWith("plan.qedb", "EPSG:25832");
     expectPrinted(run({"assign", "EPSG:25832", "-"}, contents("empty.qedb")), "plan.qedb");
 }
 
-TEST_F(AssignCommand, DashWithAnOlderDrawing_PrintsTheOlderForms)
+TEST_F(AssignCommand, DashAsFile_PrintsAnOlderDrawingWithTheOlderForms)
 {
     givenDrawing("plan.qedb", 25);
     const std::string empty = contents("plan.qedb");
@@ -141,7 +140,7 @@ TEST_F(AssignCommand, DashWithAnOlderDrawing_PrintsTheOlderForms)
     expectPrinted(run({"assign", "EPSG:25832", "-"}, empty), "plan.qedb");
 }
 
-TEST_F(AssignCommand, DashWithAnUnknownCode_PrintsNothing)
+TEST_F(AssignCommand, DashAsFileWithAnUnknownCode_PrintsNothing)
 {
     givenDrawing("empty.qedb");
     const ProgramResult result = run({"assign", "NO:1", "-"}, contents("empty.qedb"));
@@ -149,7 +148,7 @@ TEST_F(AssignCommand, DashWithAnUnknownCode_PrintsNothing)
     EXPECT_EQ(result.output, "");
 }
 
-TEST_F(AssignCommand, DashBesideOtherResults_IsWrongUsage)
+TEST_F(AssignCommand, DashAsFileWithOtherFilesOrEvents_IsWrongUsage)
 {
     expectWrongUsage(run({"assign", "EPSG:25832", "-", "b.qedb"}),
                      "orvelcs: assign: -: stands for the only drawing, not for one of several");
@@ -171,7 +170,7 @@ TEST_F(AssignCommand, MissingArguments_AreWrongUsage)
     expectWrongUsage(run({"assign", "EPSG:25832"}), "orvelcs: assign: FILE: is required after CODE");
 }
 
-TEST_F(AssignCommand, DrawingOfAnOlderVersion_IsSavedInTheOlderForms)
+TEST_F(AssignCommand, OlderDrawing_IsSavedInTheOlderForms)
 {
     givenDrawing("plan.qedb", 25);
     ASSERT_EQ(run({"assign", "EPSG:25832", "plan.qedb"}).status, 0);
@@ -182,7 +181,7 @@ TEST_F(AssignCommand, DrawingOfAnOlderVersion_IsSavedInTheOlderForms)
     EXPECT_EQ(runForJson({"show", "plan.qedb"})["source"], "legacy");
 }
 
-TEST_F(AssignCommand, Confirmation_SpellsTheCodeAsTheCatalogDoes)
+TEST_F(AssignCommand, CodeInAnotherCase_IsPrintedAsTheCatalogSpellsIt)
 {
     givenDrawing("plan.qedb");
     expectResult(run({"assign", "epsg:25832", "plan.qedb"}), 0, "plan.qedb: assigned EPSG:25832\n", "");

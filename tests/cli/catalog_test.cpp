@@ -5,20 +5,16 @@ namespace {
 
 using CatalogCommand = CommandLineTest;
 
-TEST_F(CatalogCommand, Search_FindsByCode)
+TEST_F(CatalogCommand, SearchForACode_FindsTheSystem)
 {
     EXPECT_EQ(runForJson({"catalog", "search", "EPSG:25832"})[0],
               Json({{"code", "EPSG:25832"}, {"name", "ETRS89 / UTM zone 32N"}, {"kind", 3}, {"deprecated", false}}));
 }
 
-TEST_F(CatalogCommand, Search_FindsByTheWordsOfAName)
+TEST_F(CatalogCommand, SearchForWordsOfAName_FindsTheSystem)
 {
-    for (const std::vector<std::string>& words :
-         {std::vector<std::string>{"ETRS89 / UTM zone 32N"}, {"etrs89", "/", "utm", "zone", "32n"}}) {
-        std::vector<std::string> arguments = {"catalog", "search"};
-        arguments.insert(arguments.end(), words.begin(), words.end());
-        EXPECT_EQ(runForJson(arguments)[0]["code"], "EPSG:25832");
-    }
+    for (const Arguments& words : {Arguments{"ETRS89 / UTM zone 32N"}, Arguments{"etrs89", "/", "utm", "zone", "32n"}})
+        EXPECT_EQ(runForJson(concatenate({"catalog", "search"}, words))[0]["code"], "EPSG:25832");
 }
 
 TEST_F(CatalogCommand, Search_PrintsAlignedColumns)
@@ -30,7 +26,7 @@ TEST_F(CatalogCommand, Search_PrintsAlignedColumns)
                  "");
 }
 
-TEST_F(CatalogCommand, Search_KeepsToOneKind)
+TEST_F(CatalogCommand, SearchWithAKind_FindsOnlySystemsOfThatKind)
 {
     const Json all = runForJson({"catalog", "search", "--kind", "4", "WGS 84"});
     ASSERT_FALSE(all.empty());
@@ -38,7 +34,7 @@ TEST_F(CatalogCommand, Search_KeepsToOneKind)
         EXPECT_EQ(entry["kind"], 4);
 }
 
-TEST_F(CatalogCommand, Search_KeepsToOneAuthority)
+TEST_F(CatalogCommand, SearchWithAnAuthority_FindsOnlyItsSystems)
 {
     const Json all = runForJson({"catalog", "search", "--authority", "esri", "Jordan"});
     ASSERT_FALSE(all.empty());
@@ -46,7 +42,7 @@ TEST_F(CatalogCommand, Search_KeepsToOneAuthority)
         EXPECT_THAT(entry["code"].get<std::string>(), testing::StartsWith("ESRI:"));
 }
 
-TEST_F(CatalogCommand, Search_AnswersDeprecatedSystemsWhenTold)
+TEST_F(CatalogCommand, Search_FindsDeprecatedSystemsOnlyWithTheOption)
 {
     EXPECT_EQ(runForJson({"catalog", "search", "EPSG:3785"}, 3), Json::array());
     const Json all = runForJson({"catalog", "search", "EPSG:3785", "--deprecated"});
@@ -55,13 +51,13 @@ TEST_F(CatalogCommand, Search_AnswersDeprecatedSystemsWhenTold)
     EXPECT_THAT(run({"catalog", "search", "EPSG:3785", "--deprecated"}).output, testing::HasSubstr(" (deprecated)\n"));
 }
 
-TEST_F(CatalogCommand, Search_KeepsToTheLimit)
+TEST_F(CatalogCommand, SearchWithALimit_FindsNoMoreSystems)
 {
     EXPECT_EQ(runForJson({"catalog", "search", "UTM", "--limit", "7"}).size(), 7U);
     EXPECT_GT(runForJson({"catalog", "search", "UTM"}).size(), 100U);
 }
 
-TEST_F(CatalogCommand, Search_WithoutAMatch_IsStatusThree)
+TEST_F(CatalogCommand, SearchWithoutAMatch_ExitsWithStatusThree)
 {
     EXPECT_EQ(runForJson({"catalog", "search", "no such grid anywhere"}, 3), Json::array());
     const ProgramResult result = run({"catalog", "search", "no such grid anywhere"});
@@ -70,7 +66,7 @@ TEST_F(CatalogCommand, Search_WithoutAMatch_IsStatusThree)
     EXPECT_EQ(result.errors, "orvelcs: catalog search: no such grid anywhere: nothing matches\n");
 }
 
-TEST_F(CatalogCommand, Search_MisspeltCode_IsAnsweredWithTheNearest)
+TEST_F(CatalogCommand, SearchForAMisspeltCode_SuggestsTheNearestCodes)
 {
     const ProgramResult result = run({"catalog", "search", "EPGS:25832"});
     EXPECT_EQ(result.status, 3);
@@ -79,14 +75,14 @@ TEST_F(CatalogCommand, Search_MisspeltCode_IsAnsweredWithTheNearest)
     EXPECT_THAT(result.errors, testing::HasSubstr("EPSG:25832"));
 }
 
-TEST_F(CatalogCommand, Search_MisspeltAuthority_IsAnsweredWithTheNearest)
+TEST_F(CatalogCommand, SearchWithAMisspeltAuthority_SuggestsTheNearestAuthority)
 {
     const ProgramResult result = run({"catalog", "search", "--authority", "EPGS", "UTM"});
     expectResult(result, 3, "",
                  "orvelcs: catalog search: EPGS: the catalog has no such authority; the nearest is EPSG\n");
 }
 
-TEST_F(CatalogCommand, Search_WrongNumbers_AreWrongUsage)
+TEST_F(CatalogCommand, SearchWithInvalidArguments_IsWrongUsage)
 {
     expectWrongUsage(run({"catalog", "search", "--kind", "5", "UTM"}),
                      "orvelcs: catalog search: --kind: expected a whole number from 1 to 4, found 5");
@@ -95,7 +91,7 @@ TEST_F(CatalogCommand, Search_WrongNumbers_AreWrongUsage)
     expectWrongUsage(run({"catalog", "search"}), "orvelcs: catalog search: TEXT: is required");
 }
 
-TEST_F(CatalogCommand, Show_TellsTheWholeEntry)
+TEST_F(CatalogCommand, Show_PrintsTheWholeEntry)
 {
     const Json json = runForJson({"catalog", "show", "EPSG:25832"});
     EXPECT_EQ(json["code"], "EPSG:25832");
@@ -112,7 +108,7 @@ TEST_F(CatalogCommand, Show_TellsTheWholeEntry)
     EXPECT_FALSE(json.contains("file"));
 }
 
-TEST_F(CatalogCommand, Show_DeprecatedSystem_NamesItsReplacement)
+TEST_F(CatalogCommand, ShowOfADeprecatedSystem_NamesItsReplacement)
 {
     const Json json = runForJson({"catalog", "show", "EPSG:3785"});
     EXPECT_EQ(json["deprecated"], true);
@@ -121,13 +117,13 @@ TEST_F(CatalogCommand, Show_DeprecatedSystem_NamesItsReplacement)
     EXPECT_THAT(run({"catalog", "show", "EPSG:3785"}).output, testing::HasSubstr("  replaced by  EPSG:3857\n"));
 }
 
-TEST_F(CatalogCommand, Show_Wkt_IsAddedWhenTold)
+TEST_F(CatalogCommand, ShowWithWktOption_AddsTheWkt)
 {
     EXPECT_THAT(runForJson({"catalog", "show", "EPSG:25832", "--wkt"})["wkt"].get<std::string>(),
                 testing::StartsWith("PROJCS[\"ETRS89 / UTM zone 32N\""));
 }
 
-TEST_F(CatalogCommand, Show_UnknownCode_IsStatusThree)
+TEST_F(CatalogCommand, ShowOfAnUnknownCode_ExitsWithStatusThree)
 {
     EXPECT_EQ(runForJson({"catalog", "show", "EPSG:2583200"}, 3), Json(nullptr));
     const ProgramResult result = run({"catalog", "show", "ESPG:25832"});

@@ -15,7 +15,7 @@ protected:
     }
 };
 
-TEST_F(CheckCommand, SoundDrawing_IsToldSo)
+TEST_F(CheckCommand, SoundDrawing_IsReportedAsSound)
 {
     givenDrawingWith("a.qedb", "EPSG:25832");
     expectResult(run({"check", "a.qedb"}), 0, "a.qedb: no fault was found\n", "");
@@ -24,7 +24,7 @@ TEST_F(CheckCommand, SoundDrawing_IsToldSo)
               Json({{"file", "a.qedb"}, {"ok", true}, {"faults", Json::array()}, {"salvage", nullptr}}));
 }
 
-TEST_F(CheckCommand, DamagedDrawing_IsToldWithEachPlaceAndNotChanged)
+TEST_F(CheckCommand, DamagedDrawing_IsReportedWithEachPlaceAndNotChanged)
 {
     givenDamagedDrawing("a.qedb");
     const std::string before = contents("a.qedb");
@@ -41,16 +41,16 @@ TEST_F(CheckCommand, DamagedDrawing_IsToldWithEachPlaceAndNotChanged)
     EXPECT_EQ(contents("a.qedb"), before);
 }
 
-TEST_F(CheckCommand, OtherCommands_FindWhatTheyTouch)
+TEST_F(CheckCommand, OtherCommands_FindOnlyDamageInWhatTheyRead)
 {
     givenDamagedDrawing("a.qedb");
-    const std::string found = "eFileDamaged (51): table fields: the row of 6 is not as it was written\n";
-    expectResult(run({"show", "a.qedb"}), 1, "", "orvelcs: show: a.qedb: " + found);
-    expectResult(run({"convert", "a.qedb", "--to", "29"}), 1, "", "orvelcs: convert: a.qedb: " + found);
+    const std::string fault = "eFileDamaged (51): table fields: the row of 6 is not as it was written\n";
+    expectResult(run({"show", "a.qedb"}), 1, "", "orvelcs: show: a.qedb: " + fault);
+    expectResult(run({"convert", "a.qedb", "--to", "29"}), 1, "", "orvelcs: convert: a.qedb: " + fault);
     expectResult(run({"config", "clear", "-q", "--drawing", "a.qedb"}), 0, "", "");
 }
 
-TEST_F(CheckCommand, WhatIsNoDrawing_IsRefused)
+TEST_F(CheckCommand, FileThatIsNotADrawing_IsRefused)
 {
     given("a.qedb", "no drawing");
     expectResult(run({"check", "a.qedb"}), 1, "",
@@ -58,7 +58,7 @@ TEST_F(CheckCommand, WhatIsNoDrawing_IsRefused)
     EXPECT_EQ(runForJson({"check", "missing.qedb"}, 1)["result"], 50);
 }
 
-TEST_F(CheckCommand, Batch_IsOneAnswerForEach)
+TEST_F(CheckCommand, Batch_ReportsEachDrawing)
 {
     givenDrawing("a.qedb");
     givenDamagedDrawing("b.qedb");
@@ -68,7 +68,7 @@ TEST_F(CheckCommand, Batch_IsOneAnswerForEach)
     EXPECT_EQ(json[1]["ok"], false);
 }
 
-TEST_F(CheckCommand, Salvage_WritesWhatCanBeReadAndListsTheRest)
+TEST_F(CheckCommand, Salvage_SavesReadableObjectsAndListsTheOthers)
 {
     givenDamagedDrawing("a.qedb");
     const std::string before = contents("a.qedb");
@@ -88,7 +88,7 @@ TEST_F(CheckCommand, Salvage_WritesWhatCanBeReadAndListsTheRest)
                                            {"reason", "table fields: the row of 6 is not as it was written"}}})}}));
 }
 
-TEST_F(CheckCommand, SalvageOverAFile_IsRefused)
+TEST_F(CheckCommand, SalvageIntoAnExistingFile_IsRefused)
 {
     givenDamagedDrawing("a.qedb");
     given("b.qedb", "mine");
@@ -97,7 +97,7 @@ TEST_F(CheckCommand, SalvageOverAFile_IsRefused)
     EXPECT_EQ(contents("b.qedb"), "mine");
 }
 
-TEST_F(CheckCommand, WrongUsage)
+TEST_F(CheckCommand, MissingOrConflictingArguments_AreWrongUsage)
 {
     expectWrongUsage(run({"check"}), "orvelcs: check: FILE: is required");
     expectWrongUsage(run({"check", "-"}), "orvelcs: check: -: a drawing is checked in its file");
@@ -106,9 +106,9 @@ TEST_F(CheckCommand, WrongUsage)
     expectWrongUsage(run({"check", "a", "--salvage", "-"}), "orvelcs: check: --salvage: needs the name of a new file");
 }
 
-using DumpCommand = CommandLineTest;
+using DumpCommand = CheckCommand;
 
-TEST_F(DumpCommand, PrintsTheWholeDrawing)
+TEST_F(DumpCommand, Drawing_IsPrintedWhole)
 {
     givenDrawing("a.qedb");
     const std::string text = "drawing version 33\n"
@@ -124,7 +124,7 @@ TEST_F(DumpCommand, PrintsTheWholeDrawing)
     EXPECT_EQ(runForJson({"dump", "a.qedb"}), Json({{"file", "a.qedb"}, {"text", text}}));
 }
 
-TEST_F(DumpCommand, EqualDrawings_GiveEqualTexts)
+TEST_F(DumpCommand, EqualDrawings_HaveEqualDumps)
 {
     givenDrawingWith("a.qedb", "EPSG:25832");
     givenDrawing("b.qedb");
@@ -134,10 +134,9 @@ TEST_F(DumpCommand, EqualDrawings_GiveEqualTexts)
     EXPECT_NE(run({"dump", "a.qedb"}).output, run({"dump", "b.qedb"}).output);
 }
 
-TEST_F(DumpCommand, WhatCannotBeRead_IsToldAndNothingIsPrinted)
+TEST_F(DumpCommand, DamagedDrawing_IsReportedAndNotPrinted)
 {
-    givenDrawingWith("a.qedb", "EPSG:25832");
-    edit("a.qedb", "UPDATE fields SET value = 'nothing' WHERE field = 'coordinate system'");
+    givenDamagedDrawing("a.qedb");
     expectResult(run({"dump", "a.qedb"}), 1, "",
                  "orvelcs: dump: a.qedb: eFileDamaged (51): table fields: the row of 6 is not as it was written\n");
     EXPECT_EQ(runForJson({"dump", "missing.qedb"}, 1)["text"], nullptr);

@@ -3,12 +3,9 @@
 namespace Tests {
 namespace {
 
-class ClearCommand : public CommandLineTest {
-protected:
-    static Json event(const char* event, const Json& name) { return {{"event", event}, {"name", name}}; }
-};
+using ClearCommand = CommandLineTest;
 
-TEST_F(ClearCommand, RemovesTheCoordinateSystem)
+TEST_F(ClearCommand, CoordinateSystem_IsRemoved)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     EXPECT_EQ(runForJson({"clear", "plan.qedb"}),
@@ -19,7 +16,7 @@ TEST_F(ClearCommand, RemovesTheCoordinateSystem)
     EXPECT_EQ(run({"show", "plan.qedb"}).status, 3);
 }
 
-TEST_F(ClearCommand, AsAssignment_IsAnnouncedWithAnEmptyName)
+TEST_F(ClearCommand, AsAssignmentOption_SendsEventsWithAnEmptyName)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     const Json json = runForJson({"clear", "--as-assignment", "plan.qedb"});
@@ -28,7 +25,7 @@ TEST_F(ClearCommand, AsAssignment_IsAnnouncedWithAnEmptyName)
     EXPECT_EQ(run({"show", "plan.qedb"}).status, 3);
 }
 
-TEST_F(ClearCommand, AsAssignment_PrintsTheEmptyNameInQuotes)
+TEST_F(ClearCommand, EmptyNameInEvents_IsPrintedInQuotes)
 {
     givenDrawing("plan.qedb");
     expectResult(run({"clear", "--as-assignment", "--events", "plan.qedb"}), 0,
@@ -40,13 +37,13 @@ TEST_F(ClearCommand, AsAssignment_PrintsTheEmptyNameInQuotes)
                  "");
 }
 
-TEST_F(ClearCommand, DrawingWithoutOne_IsClearedAllTheSame)
+TEST_F(ClearCommand, DrawingWithoutACoordinateSystem_IsClearedSuccessfully)
 {
     givenDrawing("plan.qedb");
     expectResult(run({"clear", "plan.qedb"}), 0, "plan.qedb: cleared\n", "");
 }
 
-TEST_F(ClearCommand, RemovesEveryForm)
+TEST_F(ClearCommand, EveryForm_IsRemoved)
 {
     givenDrawing("plan.qedb");
     ASSERT_EQ(run({"forms", "plan.qedb", "--put", "legacy=EPSG:4326", "xrecord-chain=[]", "geodata=x"}).status, 0);
@@ -57,7 +54,7 @@ TEST_F(ClearCommand, RemovesEveryForm)
     EXPECT_EQ(forms["geoData"]["text"], "");
 }
 
-TEST_F(ClearCommand, Batch_PrintsAnArray)
+TEST_F(ClearCommand, Batch_PrintsAJsonArray)
 {
     givenDrawing("a.qedb");
     const Json json = runForJson({"clear", "missing.qedb", "a.qedb"}, 1);

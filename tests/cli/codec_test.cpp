@@ -5,7 +5,7 @@ namespace {
 
 class CodecCommand : public CommandLineTest {
 protected:
-    /// Packing gives exactly these bytes, and unpacking them gives the input back.
+    /// Expects that packing gives these bytes, and that unpacking them gives the input.
     void expectPacked(const std::string& input, const std::string& packed) const
     {
         expectResult(run({"codec", "pack"}, input), 0, packed, "");
@@ -19,7 +19,7 @@ protected:
     }
 };
 
-TEST_F(CodecCommand, ShortInputIsALiteral)
+TEST_F(CodecCommand, ShortInput_IsPackedAsALiteral)
 {
     expectPacked("a", "\x01"
                       "a");
@@ -27,7 +27,7 @@ TEST_F(CodecCommand, ShortInputIsALiteral)
                        "aa");
 }
 
-TEST_F(CodecCommand, EqualBytesAreARun)
+TEST_F(CodecCommand, EqualBytes_ArePackedAsARun)
 {
     expectPacked("aaa", "\x83"
                         "a");
@@ -35,7 +35,7 @@ TEST_F(CodecCommand, EqualBytesAreARun)
                                         "a");
 }
 
-TEST_F(CodecCommand, EveryByteIsKept)
+TEST_F(CodecCommand, DifferentBytes_ArePackedAsLiterals)
 {
     std::string input;
     for (int byte = 0; byte < 130; ++byte)
@@ -43,18 +43,18 @@ TEST_F(CodecCommand, EveryByteIsKept)
     expectPacked(input, std::string(1, '\0') + input.substr(0, 128) + "\x02" + input.substr(128));
 }
 
-TEST_F(CodecCommand, LineEndsAndNulsAreBytesLikeOthers)
+TEST_F(CodecCommand, LineEndsAndNuls_AreOrdinaryBytes)
 {
     const std::string input("\r\n\0\x1A\n", 5);
     expectPacked(input, "\x05" + input);
 }
 
-TEST_F(CodecCommand, EmptyInputGivesEmptyOutput)
+TEST_F(CodecCommand, EmptyInput_GivesEmptyOutput)
 {
     expectPacked("", "");
 }
 
-TEST_F(CodecCommand, LargeInputComesBack)
+TEST_F(CodecCommand, LargeInput_IsRestoredByUnpacking)
 {
     std::string input;
     for (unsigned index = 0; index < 2'000'000; ++index)
@@ -73,13 +73,13 @@ TEST_F(CodecCommand, InputThatEndsInsideAPacket_IsMalformed)
                                 3));
 }
 
-TEST_F(CodecCommand, Json_IsWrongUsage)
+TEST_F(CodecCommand, JsonOption_IsWrongUsage)
 {
     expectWrongUsage(run({"codec", "pack", "--json"}),
                      "orvelcs: codec pack: --json: has no place here; the output is bytes");
 }
 
-TEST_F(CodecCommand, WithoutADirection_IsWrongUsage)
+TEST_F(CodecCommand, InvalidArguments_AreWrongUsage)
 {
     expectWrongUsage(run({"codec"}), "orvelcs: codec: COMMAND: is required; one of pack, unpack");
     expectWrongUsage(run({"codec", "pak"}), "orvelcs: codec: pak: no such command; the nearest is pack");

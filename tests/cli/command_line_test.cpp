@@ -13,7 +13,7 @@ CommandLineTest::CommandLineTest()
     std::filesystem::create_directory(captures_);
 }
 
-ProgramResult CommandLineTest::run(std::vector<std::string> arguments, const std::string& input) const
+ProgramResult CommandLineTest::run(Arguments arguments, const std::string& input) const
 {
     ProgramRun programRun;
     programRun.arguments = std::move(arguments);
@@ -26,7 +26,7 @@ ProgramResult CommandLineTest::run(const ProgramRun& programRun) const
     return runProgram(programRun, folder_, captures_);
 }
 
-ProgramResult CommandLineTest::runBeside(const std::vector<std::string>& arguments, int number) const
+ProgramResult CommandLineTest::runInParallel(const Arguments& arguments, int number) const
 {
     const std::filesystem::path captures = captures_ / std::to_string(number);
     std::filesystem::create_directory(captures);
@@ -35,14 +35,14 @@ ProgramResult CommandLineTest::runBeside(const std::vector<std::string>& argumen
     return runProgram(programRun, folder_, captures);
 }
 
-ProgramResult CommandLineTest::runWithoutCatalog(std::vector<std::string> arguments) const
+ProgramResult CommandLineTest::runWithoutCatalog(Arguments arguments) const
 {
     ProgramRun programRun;
     programRun.arguments = std::move(arguments);
     return run(withoutCatalog(std::move(programRun), captures_));
 }
 
-Json CommandLineTest::runForJson(std::vector<std::string> arguments, int expectedStatus) const
+Json CommandLineTest::runForJson(Arguments arguments, int expectedStatus) const
 {
     arguments.push_back("--json");
     const ProgramResult result = run(std::move(arguments));
@@ -53,34 +53,46 @@ Json CommandLineTest::runForJson(std::vector<std::string> arguments, int expecte
     return document;
 }
 
+void CommandLineTest::expectPrinted(const ProgramResult& result, const std::string& name) const
+{
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(drawingFromBytes(result.output), drawing(name));
+}
+
 void CommandLineTest::givenDrawing(const std::string& name, int version) const
 {
-    givenOnceMade(name, {{"new", "--quiet", "--drawing-version", std::to_string(version)}});
+    givenDrawingMadeBy({{"new", "--quiet", "--drawing-version", std::to_string(version)}}, name);
 }
 
 void CommandLineTest::givenDrawingWith(const std::string& name, const std::string& code) const
 {
-    givenOnceMade(name, {{"new", "--quiet"}, {"assign", "--quiet", code}});
+    givenDrawingMadeBy({{"new", "--quiet"}, {"assign", "--quiet", code}}, name);
 }
 
-void CommandLineTest::givenOnceMade(const std::string& name, const CommandLines& commands) const
+void CommandLineTest::givenConfiguredDrawing(const std::string& name, const std::string& configuration) const
 {
-    static std::map<CommandLines, std::string> made;
-    const auto known = made.find(commands);
-    if (known != made.end())
+    givenDrawing(name);
+    ASSERT_EQ(run({"forms", name, "--quiet", "--put", "config=" + configuration}).status, 0);
+}
+
+void CommandLineTest::givenDrawingMadeBy(const CommandLines& commands, const std::string& name) const
+{
+    static std::map<CommandLines, std::string> drawings;
+    const auto known = drawings.find(commands);
+    if (known != drawings.end())
         return given(name, known->second);
-    for (std::vector<std::string> arguments : commands) {
-        arguments.push_back(name);
-        const ProgramResult result = run(std::move(arguments));
+    for (const Arguments& arguments : commands) {
+        const ProgramResult result = run(concatenate(arguments, {name}));
         ASSERT_EQ(result.status, 0) << result.errors;
     }
-    made.emplace(commands, contents(name));
+    drawings.emplace(commands, contents(name));
 }
 
-std::vector<std::string> CommandLineTest::files() const
+std::vector<std::string> CommandLineTest::files(const std::string& folder) const
 {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder_))
+    for (const auto& entry : std::filesystem::directory_iterator(path(folder)))
         names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
@@ -94,11 +106,30 @@ void CommandLineTest::edit(const std::string& name, const std::string& sql) cons
     sqlite3_close(database);
 }
 
-void expectResult(const ProgramResult& result, int status, const std::string& output, const std::string& errors)
+Arguments concatenate(Arguments arguments, const Arguments& more)
+{
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return arguments;
+}
+
+Json event(const std::string& name, const Json& code)
+{
+    return {{"event", name}, {"name", code}};
+}
+
+std::string configurationItem(const std::string& source, const std::string& target, const std::string& name, int type,
+                              const std::string& note)
+{
+    return "<Item><Version>1.0</Version><SourceCs>" + source + "</SourceCs><TargetCs>" + target + "</TargetCs><Name>" +
+           name + "</Name><Type>" + std::to_string(type) + "</Type><Note>" + note + "</Note></Item>";
+}
+
+void expectResult(const ProgramResult& result, int status, const std::string& output,
+                  const testing::Matcher<const std::string&>& errors)
 {
     EXPECT_EQ(result.status, status);
     EXPECT_EQ(result.output, output);
-    EXPECT_EQ(result.errors, errors);
+    EXPECT_THAT(result.errors, errors);
 }
 
 void expectWrongUsage(const ProgramResult& result, const std::string& line)

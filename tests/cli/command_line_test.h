@@ -1,8 +1,7 @@
-// The fixture of tests that run the program: a temporary folder, in which it runs, and what it answers.
+// The fixture of tests that run the program in a temporary folder.
 #pragma once
 
 #include <filesystem>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -21,55 +20,68 @@
 namespace Tests {
 
 using Json = nlohmann::ordered_json;
+using Arguments = std::vector<std::string>;
+
+/// The files that the program keeps in the user's folder.
+constexpr const char* kSettingsFile = "TransformationSetting.xml";
+constexpr const char* kLockFile = "orvelcs.lock";
 
 class CommandLineTest : public PlatformTest {
 protected:
     CommandLineTest();
 
-    ProgramResult run(std::vector<std::string> arguments, const std::string& input = "") const;
+    ProgramResult run(Arguments arguments, const std::string& input = "") const;
     ProgramResult run(const ProgramRun& programRun) const;
-    /// For runs at the same time, each with a number of its own.
-    ProgramResult runBeside(const std::vector<std::string>& arguments, int number) const;
-    ProgramResult runWithoutCatalog(std::vector<std::string> arguments) const;
-    /// Runs it with --json; expects the status and answers the document, which must be all that was printed.
-    Json runForJson(std::vector<std::string> arguments, int expectedStatus = 0) const;
+    /// Runs the program while others run. Each of them needs a number of its own.
+    ProgramResult runInParallel(const Arguments& arguments, int number) const;
+    ProgramResult runWithoutCatalog(Arguments arguments) const;
+    /// Runs the program with --json and expects the exit status. Returns the document, which must be the whole output.
+    Json runForJson(Arguments arguments, int expectedStatus = 0) const;
 
-    /// A file of the temporary folder.
+    /// The path of a file in the temporary folder.
     std::filesystem::path path(const std::string& name) const { return folder_ / Embedded::pathFromUtf8(name); }
     std::string contents(const std::string& name) const { return readFile(path(name)); }
     void given(const std::string& name, const std::string& bytes) const { writeFile(path(name), bytes); }
-    /// What a drawing of the temporary folder, or one that was printed, holds.
-    std::string drawing(const std::string& name) const { return drawingIn(contents(name)); }
-    static std::string drawingIn(const std::string& bytes) { return drawingContents(*loadFromBytes(bytes)); }
-    /// The run printed a drawing that is equal to the file's, and nothing else.
-    void expectPrinted(const ProgramResult& result, const std::string& name) const
-    {
-        EXPECT_EQ(result.status, 0);
-        EXPECT_EQ(result.errors, "");
-        EXPECT_EQ(drawingIn(result.output), drawing(name));
-    }
-    /// Runs SQL on a file of the temporary folder, past all checks.
+    /// The contents of a drawing as text, from its file in the temporary folder or from its bytes.
+    std::string drawing(const std::string& name) const { return drawingFromBytes(contents(name)); }
+    static std::string drawingFromBytes(const std::string& bytes) { return drawingContents(*loadFromBytes(bytes)); }
+    /// Expects that the run printed a drawing equal to that of the file, and nothing else.
+    void expectPrinted(const ProgramResult& result, const std::string& name) const;
+    /// Runs SQL on a file of the temporary folder, without the checks of the program.
     void edit(const std::string& name, const std::string& sql) const;
-    /// An empty drawing, of that version.
+    /// Creates an empty drawing.
     void givenDrawing(const std::string& name, int version = 33) const;
+    /// Creates a drawing with a coordinate system of the catalog.
     void givenDrawingWith(const std::string& name, const std::string& code) const;
-    /// The names of all files in the folder, in order.
-    std::vector<std::string> files() const;
+    /// Creates a drawing whose transformation configuration is the text.
+    void givenConfiguredDrawing(const std::string& name, const std::string& configuration) const;
+    /// The names of all files in a folder of the temporary folder, in order.
+    std::vector<std::string> files(const std::string& folder = "") const;
 
 private:
-    using CommandLines = std::vector<std::vector<std::string>>;
-    /// The drawing that the commands make of nothing: the same bytes each time, and so one of an earlier test will do.
-    void givenOnceMade(const std::string& name, const CommandLines& commands) const;
+    using CommandLines = std::vector<Arguments>;
+    /// Creates a drawing by running the commands. They make the same bytes each time, so the bytes are made once.
+    void givenDrawingMadeBy(const CommandLines& commands, const std::string& name) const;
 
     TemporaryFolder root_;
     std::filesystem::path folder_ = root_.path() / "work";
     std::filesystem::path captures_ = root_.path() / "captures";
-    ScopedRegistry registry_{root_, root_.path() / "registry"}; // takes those of the runs with it
+    ScopedRegistry registry_{root_, root_.path() / "registry"}; // also holds the registries of the runs
 };
 
-/// The run ended with the status, printed exactly that, and said nothing else.
-void expectResult(const ProgramResult& result, int status, const std::string& output, const std::string& errors);
-/// A refused command line: status 2, nothing on standard output, this one line on standard error.
+Arguments concatenate(Arguments arguments, const Arguments& more);
+
+/// An event as it is printed in JSON.
+Json event(const std::string& name, const Json& code);
+
+/// An item of a transformation configuration; type 1 is a path and type 2 a transformation.
+std::string configurationItem(const std::string& source, const std::string& target, const std::string& name, int type,
+                              const std::string& note = "");
+
+/// Expects the exit status, exactly that output, and those errors or errors that match.
+void expectResult(const ProgramResult& result, int status, const std::string& output,
+                  const testing::Matcher<const std::string&>& errors);
+/// Expects exit status 2, no output, and this one line of errors.
 void expectWrongUsage(const ProgramResult& result, const std::string& line);
 
 } // namespace Tests

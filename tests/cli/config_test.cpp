@@ -1,4 +1,4 @@
-// config: the stored choice of transformations, in drawings and for the user.
+// The transformation configuration of drawings and of the user.
 #include "command_line_test.h"
 
 namespace Tests {
@@ -6,66 +6,65 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr const char* kItem = "<Item><Version>1.0</Version><SourceCs>EPSG:4275</SourceCs><TargetCs>EPSG:4326</TargetCs>"
-                              "<Name>NTF to WGS 84 (1)</Name><Type>2</Type><Note></Note></Item>";
-constexpr const char* kOther = "<Item><Version>1.0</Version><SourceCs>A</SourceCs><TargetCs>B</TargetCs>"
-                               "<Name>é 測 \xF0\x9F\x8C\x90</Name><Type>1</Type><Note>n</Note></Item>";
-constexpr const char* kSettings = "TransformationSetting.xml";
-const Json kOneEvent = {{{"event", "transformationChanged"}, {"name", nullptr}}};
+const std::string kItem = configurationItem("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", 2);
+const std::string kOther = configurationItem("A", "B", "é 測 \xF0\x9F\x8C\x90", 1, "n");
+const Json kOneEvent = Json::array({event("transformationChanged", nullptr)});
 
 class ConfigCommand : public CommandLineTest {
 protected:
-    /// A run with a user whose files are in the test's folder.
-    std::vector<std::string> asUser(std::vector<std::string> arguments) const
+    /// Adds the options that place the user's files into the temporary folder.
+    Arguments withUserFolder(const Arguments& arguments) const
     {
-        arguments.insert(arguments.end(), {"--user-dir", path("").string(), "--registry", path("registry").string()});
-        return arguments;
+        return concatenate(arguments, {"--user-dir", path("").string(), "--registry", path("registry").string()});
     }
-    ProgramResult runAsUser(std::vector<std::string> arguments, const std::string& input = "") const
+    ProgramResult runAsUser(const Arguments& arguments, const std::string& input = "") const
     {
-        return run(asUser(std::move(arguments)), input);
+        return run(withUserFolder(arguments), input);
     }
-    std::string drawingText(const std::string& name) const { return run({"config", "get", "--drawing", name}).output; }
+    std::string configurationOf(const std::string& drawing) const
+    {
+        return run({"config", "get", "--drawing", drawing}).output;
+    }
 };
 
 TEST_F(ConfigCommand, Set_StoresTheTextInADrawing)
 {
     givenDrawing("a.qedb");
-    given("text", std::string(kItem) + "\n rest");
+    given("text", kItem + "\n rest");
     EXPECT_EQ(runForJson({"config", "set", "text", "--drawing", "a.qedb"}),
               (Json{{"result", true}, {"events", kOneEvent}}));
-    expectResult(run({"config", "get", "--drawing", "a.qedb"}), 0, std::string(kItem) + "\n rest", "");
+    expectResult(run({"config", "get", "--drawing", "a.qedb"}), 0, kItem + "\n rest", "");
 }
 
-TEST_F(ConfigCommand, Set_TakesTheTextFromStandardInput)
+TEST_F(ConfigCommand, SetWithDash_ReadsStandardInput)
 {
     givenDrawing("a.qedb");
     expectResult(run({"config", "set", "-", "--drawing", "a.qedb"}, kItem), 0, "a.qedb: configuration stored\n", "");
-    EXPECT_EQ(drawingText("a.qedb"), kItem);
+    EXPECT_EQ(configurationOf("a.qedb"), kItem);
 }
 
-TEST_F(ConfigCommand, Set_PassesOverAByteOrderMark)
+TEST_F(ConfigCommand, Set_SkipsAByteOrderMark)
 {
     givenDrawing("a.qedb");
-    given("text", std::string("\xEF\xBB\xBF") + kItem);
+    given("text", "\xEF\xBB\xBF" + kItem);
     EXPECT_EQ(run({"config", "set", "text", "--drawing", "a.qedb"}).status, 0);
-    EXPECT_EQ(drawingText("a.qedb"), kItem);
+    EXPECT_EQ(configurationOf("a.qedb"), kItem);
 }
 
-TEST_F(ConfigCommand, Set_WritesTheUsersFileWithALineForEachItem)
+TEST_F(ConfigCommand, SetForTheUser_WritesALineForEachItem)
 {
-    EXPECT_EQ(runAsUser({"config", "set", "-", "--user", "-q"}, std::string(kItem) + kOther).status, 0);
-    EXPECT_EQ(contents(kSettings), std::string(kItem) + "\r\n" + kOther + "\r\n");
-    expectResult(runAsUser({"config", "get", "--user"}), 0, std::string(kItem) + kOther, "");
+    EXPECT_EQ(runAsUser({"config", "set", "-", "--user", "-q"}, kItem + kOther).status, 0);
+    EXPECT_EQ(contents(kSettingsFile), kItem + "\r\n" + kOther + "\r\n");
+    expectResult(runAsUser({"config", "get", "--user"}), 0, kItem + kOther, "");
 }
 
-TEST_F(ConfigCommand, Set_TellsWhatTheUsersFileDoesNotKeep)
+TEST_F(ConfigCommand, SetForTheUser_NotesTextThatIsNotStored)
 {
-    EXPECT_THAT(runAsUser({"config", "set", "-", "--user"}, std::string(kItem) + "\n").errors,
+    EXPECT_THAT(runAsUser({"config", "set", "-", "--user"}, kItem + "\n").errors,
                 HasSubstr("note: what follows the last </Item> is not kept there\n"));
 }
 
-TEST_F(ConfigCommand, Set_RefusesWhatIsNoText)
+TEST_F(ConfigCommand, Set_RefusesBytesThatAreNotText)
 {
     givenDrawing("a.qedb");
     const std::string before = contents("a.qedb");
@@ -76,13 +75,13 @@ TEST_F(ConfigCommand, Set_RefusesWhatIsNoText)
     EXPECT_EQ(contents("a.qedb"), before);
 }
 
-TEST_F(ConfigCommand, Set_MakesTheFolderForTheUser)
+TEST_F(ConfigCommand, SetForTheUser_CreatesTheFolder)
 {
     expectResult(run({"config", "set", "-", "--user", "--user-dir", "new/folder", "-q"}, kItem), 0, "", "");
-    EXPECT_EQ(contents(std::string("new/folder/") + kSettings), std::string(kItem) + "\r\n");
+    EXPECT_EQ(contents(std::string("new/folder/") + kSettingsFile), kItem + "\r\n");
 }
 
-TEST_F(ConfigCommand, Set_WhereTheFolderForTheUserCannotBeMade_NamesIt)
+TEST_F(ConfigCommand, SetForTheUser_NamesAFolderThatCannotBeCreated)
 {
     given("file", "");
     const ProgramResult result = run({"config", "set", "-", "--user", "--user-dir", "file/folder", "--json"}, kItem);
@@ -92,56 +91,54 @@ TEST_F(ConfigCommand, Set_WhereTheFolderForTheUserCannotBeMade_NamesIt)
     EXPECT_EQ(files(), std::vector<std::string>{"file"});
 }
 
-TEST_F(ConfigCommand, Set_LeavesTheSettingsFileAndTheLockFileAlone)
+TEST_F(ConfigCommand, SetForTheUser_CreatesOnlyTheSettingsFileAndTheLockFile)
 {
     ASSERT_EQ(run({"config", "set", "-", "--user", "--user-dir", path("").string()}, kItem).status, 0);
     ASSERT_EQ(run({"config", "set", "-", "--user", "--user-dir", path("").string()}, kOther).status, 0);
-    EXPECT_EQ(files(), (std::vector<std::string>{kSettings, "orvelcs.lock"}));
+    EXPECT_EQ(files(), (std::vector<std::string>{kSettingsFile, kLockFile}));
 }
 
-TEST_F(ConfigCommand, Set_OfATextThatDoesNotComeBackWhole_LeavesTheOldOne)
+TEST_F(ConfigCommand, TextThatCannotBeStoredWhole_LeavesTheOldSettings)
 {
     ASSERT_EQ(runAsUser({"config", "set", "-", "--user"}, kItem).status, 0);
     const ProgramResult result = runAsUser({"config", "set", "-", "--user", "--json"}, "<Item>a\x1A</Item>");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(Json::parse(result.output)["result"], false);
-    EXPECT_THAT(result.errors, HasSubstr(std::string(kSettings) + ": was not written to its end\n"));
-    EXPECT_EQ(contents(kSettings), std::string(kItem) + "\r\n");
+    EXPECT_THAT(result.errors, HasSubstr(std::string(kSettingsFile) + ": was not written to its end\n"));
+    EXPECT_EQ(contents(kSettingsFile), kItem + "\r\n");
 }
 
-TEST_F(ConfigCommand, Set_AfterOneThatWasKilled_RemovesWhatItLeft)
+TEST_F(ConfigCommand, SetAfterAKilledProcess_RemovesItsTemporaryFolder)
 {
     std::filesystem::create_directory(path(".orvelcs-new"));
-    given(std::string(".orvelcs-new/") + kSettings, "<Item>");
+    given(std::string(".orvelcs-new/") + kSettingsFile, "<Item>");
     ASSERT_EQ(runAsUser({"config", "set", "-", "--user"}, kItem).status, 0);
-    EXPECT_EQ(contents(kSettings), std::string(kItem) + "\r\n");
-    EXPECT_EQ(files(), (std::vector<std::string>{kSettings, "orvelcs.lock"}));
+    EXPECT_EQ(contents(kSettingsFile), kItem + "\r\n");
+    EXPECT_EQ(files(), (std::vector<std::string>{kSettingsFile, kLockFile}));
 }
 
-TEST_F(ConfigCommand, SettingsFileThatIsAFolder_IsNamed)
+TEST_F(ConfigCommand, SettingsFileThatIsAFolder_IsRefused)
 {
-    std::filesystem::create_directory(path(kSettings));
+    std::filesystem::create_directory(path(kSettingsFile));
     EXPECT_THAT(runAsUser({"config", "get", "--user"}).errors, HasSubstr("is a folder\n"));
     const ProgramResult result = runAsUser({"config", "set", "-", "--user"}, kItem);
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.errors, HasSubstr("is a folder\n"));
 }
 
-TEST_F(ConfigCommand, SettingsFileThatIsNoText_IsNotTakenForOneAndNotChanged)
+TEST_F(ConfigCommand, SettingsFileThatIsNotText_IsRefusedAndNotChanged)
 {
-    given(kSettings, "\x7F"
-                     "ELF\xFF\xFE");
-    const ProgramResult result = runAsUser({"config", "get", "--user"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors, HasSubstr("is not UTF-8\n"));
+    given(kSettingsFile, "\x7F"
+                         "ELF\xFF\xFE");
+    expectResult(runAsUser({"config", "get", "--user"}), 1, "", HasSubstr("is not UTF-8\n"));
     EXPECT_EQ(runAsUser({"config", "add", "--source", "A", "--target", "B", "--name", "n", "--type", "path", "--user"})
                   .status,
               1);
-    EXPECT_EQ(contents(kSettings), "\x7F"
-                                   "ELF\xFF\xFE");
+    EXPECT_EQ(contents(kSettingsFile), "\x7F"
+                                       "ELF\xFF\xFE");
 }
 
-TEST_F(ConfigCommand, Get_WithoutAConfiguration_IsStatusThree)
+TEST_F(ConfigCommand, GetWithoutAConfiguration_ExitsWithStatusThree)
 {
     givenDrawing("a.qedb");
     expectResult(run({"config", "get", "--drawing", "a.qedb"}), 3, "",
@@ -149,17 +146,17 @@ TEST_F(ConfigCommand, Get_WithoutAConfiguration_IsStatusThree)
     EXPECT_EQ(runForJson({"config", "get", "--drawing", "a.qedb"}, 3), Json(nullptr));
     EXPECT_EQ(runAsUser({"config", "get", "--user"}).status, 3);
     EXPECT_EQ(runAsUser({"config", "get", "--registry-store"}).status, 3);
-    EXPECT_EQ(files(), std::vector<std::string>{"a.qedb"}) << "nothing is made by asking";
+    EXPECT_EQ(files(), std::vector<std::string>{"a.qedb"}) << "reading creates no file";
 }
 
-TEST_F(ConfigCommand, Get_AsJson_IsTheText)
+TEST_F(ConfigCommand, GetAsJson_PrintsTheText)
 {
     givenDrawing("a.qedb");
     ASSERT_EQ(run({"config", "set", "-", "--drawing", "a.qedb"}, kOther).status, 0);
     EXPECT_EQ(runForJson({"config", "get", "--drawing", "a.qedb"}), (Json{{"text", kOther}}));
 }
 
-TEST_F(ConfigCommand, Clear_LeavesTheDrawingAnEmptyText)
+TEST_F(ConfigCommand, ClearOfADrawing_StoresAnEmptyText)
 {
     givenDrawing("a.qedb");
     ASSERT_EQ(run({"config", "set", "-", "--drawing", "a.qedb"}, kItem).status, 0);
@@ -167,20 +164,18 @@ TEST_F(ConfigCommand, Clear_LeavesTheDrawingAnEmptyText)
     expectResult(run({"config", "get", "--drawing", "a.qedb"}), 0, "", "");
 }
 
-TEST_F(ConfigCommand, Clear_OfTheUser_EmptiesTheRegistryAndSaysWhatStays)
+TEST_F(ConfigCommand, ClearForTheUser_EmptiesTheRegistryAndNotesTheSettingsFile)
 {
     ASSERT_EQ(runAsUser({"config", "set", "-", "--user"}, kItem).status, 0);
-    const ProgramResult result = runAsUser({"config", "clear", "--user"});
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.output, "registry store: emptied\n");
-    EXPECT_THAT(result.errors, HasSubstr("note: the settings file stays as it is and is still read\n"));
+    expectResult(runAsUser({"config", "clear", "--user"}), 0, "registry store: emptied\n",
+                 HasSubstr("note: the settings file stays as it is and is still read\n"));
     EXPECT_EQ(runAsUser({"config", "get", "--user"}).output, kItem);
     expectResult(runAsUser({"config", "get", "--registry-store"}), 0, "", "");
 }
 
-TEST_F(ConfigCommand, Items_AreWhatTheModuleReads)
+TEST_F(ConfigCommand, Items_AreParsedAsTheModuleParsesThem)
 {
-    const std::string text = std::string("<Items>") + kItem + kOther + "</Items>";
+    const std::string text = "<Items>" + kItem + kOther + "</Items>";
     const ProgramResult result = run({"config", "items", "--json"}, text);
     ASSERT_EQ(result.status, 0);
     const Json items = Json::parse(result.output);
@@ -201,9 +196,9 @@ TEST_F(ConfigCommand, Items_AreWhatTheModuleReads)
                               {"xml", kOther}}));
 }
 
-TEST_F(ConfigCommand, Items_AreALineEach)
+TEST_F(ConfigCommand, Items_ArePrintedOnALineEach)
 {
-    given("text", std::string(kItem) + "x</Item>" + kOther);
+    given("text", kItem + "x</Item>" + kOther);
     expectResult(run({"config", "items", "text"}), 0,
                  "EPSG:4275 to EPSG:4326: NTF to WGS 84 (1) (transformation)\n"
                  "incomplete:  to : \n"
@@ -212,39 +207,34 @@ TEST_F(ConfigCommand, Items_AreALineEach)
     expectResult(run({"config", "items"}), 0, "", "");
 }
 
-TEST_F(ConfigCommand, Add_PutsAnItemBehindTheOthers)
+TEST_F(ConfigCommand, Add_AppendsTheItemToTheOthers)
 {
     givenDrawing("a.qedb");
-    ASSERT_EQ(run({"config", "set", "-", "--drawing", "a.qedb"}, std::string(kOther) + " end").status, 0);
+    ASSERT_EQ(run({"config", "set", "-", "--drawing", "a.qedb"}, kOther + " end").status, 0);
     expectResult(run({"config", "add", "--source", "EPSG:4275", "--target", "EPSG:4326", "--name", "NTF to WGS 84 (1)",
                       "--type", "transformation", "--drawing", "a.qedb"}),
                  0, "a.qedb: item added\n", "");
-    EXPECT_EQ(drawingText("a.qedb"), std::string(kOther) + kItem + " end");
+    EXPECT_EQ(configurationOf("a.qedb"), kOther + kItem + " end");
 }
 
-TEST_F(ConfigCommand, Add_BeginsAConfiguration)
+TEST_F(ConfigCommand, AddWithoutAConfiguration_CreatesOne)
 {
-    EXPECT_EQ(runForJson(asUser({"config", "add", "--source", "EPSG:4275", "--target", "EPSG:4326", "--name",
-                                 "NTF to WGS 84 (1)", "--type", "transformation", "--user"})),
+    EXPECT_EQ(runForJson(withUserFolder({"config", "add", "--source", "EPSG:4275", "--target", "EPSG:4326", "--name",
+                                         "NTF to WGS 84 (1)", "--type", "transformation", "--user"})),
               (Json{{"result", true}, {"events", kOneEvent}}));
-    EXPECT_EQ(contents(kSettings), std::string(kItem) + "\r\n");
+    EXPECT_EQ(contents(kSettingsFile), kItem + "\r\n");
 }
 
-TEST_F(ConfigCommand, Add_NotesANameThatTheCatalogLacksOrHasTwice)
+TEST_F(ConfigCommand, Add_NotesANameThatTheCatalogLacks)
 {
     givenDrawing("a.qedb");
-    const std::vector<std::string> common = {"config", "add", "--source", "A", "--target", "B", "--drawing", "a.qedb"};
-    auto unknown = common;
-    unknown.insert(unknown.end(), {"--name", "No such thing", "--type", "path"});
-    const ProgramResult result = run(unknown);
+    const ProgramResult result = run({"config", "add", "--source", "A", "--target", "B", "--name", "No such thing",
+                                      "--type", "path", "--drawing", "a.qedb"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.errors, HasSubstr("No such thing: note: the catalog has no path of this name\n"));
-    auto ambiguous = common;
-    ambiguous.insert(ambiguous.end(), {"--name", "Ballpark geographic offset", "--type", "transformation"});
-    EXPECT_EQ(run(ambiguous).status, 0);
 }
 
-TEST_F(ConfigCommand, Add_RefusesAValueThatWouldCutTheItem)
+TEST_F(ConfigCommand, Add_RefusesAValueThatContainsAnEndTag)
 {
     givenDrawing("a.qedb");
     const ProgramResult result = run({"config", "add", "--source", "A", "--target", "B", "--name", "n</Item>", "--type",
@@ -253,7 +243,7 @@ TEST_F(ConfigCommand, Add_RefusesAValueThatWouldCutTheItem)
     EXPECT_EQ(run({"config", "get", "--drawing", "a.qedb"}).status, 3);
 }
 
-TEST_F(ConfigCommand, WrongUsage_IsToldPlainly)
+TEST_F(ConfigCommand, InvalidArguments_AreWrongUsage)
 {
     givenDrawing("a.qedb");
     expectWrongUsage(run({"config", "get"}), "orvelcs: config get: --drawing: or --user is required: whose "
@@ -268,7 +258,7 @@ TEST_F(ConfigCommand, WrongUsage_IsToldPlainly)
     expectWrongUsage(run({"config", "set", "", "--drawing", "a.qedb"}), "orvelcs: config set: TEXTFILE: is empty");
 }
 
-TEST_F(ConfigCommand, StandardInput_IsNotReadTwice)
+TEST_F(ConfigCommand, StandardInputForTwoArguments_IsWrongUsage)
 {
     expectWrongUsage(run({"config", "set", "-", "--drawing", "-"}, kItem),
                      "orvelcs: config set: -: cannot be both the text and the drawing");
@@ -277,7 +267,7 @@ TEST_F(ConfigCommand, StandardInput_IsNotReadTwice)
         "orvelcs: config add: --drawing: a drawing from standard input is read once; name a file");
 }
 
-TEST_F(ConfigCommand, DrawingThatCannotBeLoaded_IsNamed)
+TEST_F(ConfigCommand, MissingDrawing_Fails)
 {
     EXPECT_EQ(run({"config", "get", "--drawing", "missing.qedb"}).status, 1);
     const ProgramResult result = run({"config", "set", "-", "--drawing", "missing.qedb", "--json"}, kItem);

@@ -5,11 +5,11 @@ namespace {
 
 class ConvertCommand : public CommandLineTest {
 protected:
-    static Json converted(const std::string& file, int version)
+    static Json success(const std::string& file, int version)
     {
         return {{"file", file}, {"drawingVersion", version}, {"result", 0}, {"events", Json::array()}};
     }
-    static Json refused(const std::string& file, int result, const std::string& error)
+    static Json failure(const std::string& file, int result, const std::string& error)
     {
         return {{"file", file},
                 {"drawingVersion", nullptr},
@@ -18,7 +18,7 @@ protected:
                 {"error", error}};
     }
 
-    /// A drawing whose system has a name too long to be packed.
+    /// Creates a drawing whose system has a name that is too long to be packed.
     void givenDrawingWithALargeSystem(const std::string& name) const
     {
         std::string systemName;
@@ -41,10 +41,10 @@ protected:
     }
 };
 
-TEST_F(ConvertCommand, OlderVersion_GetsTheOlderForms)
+TEST_F(ConvertCommand, OlderVersion_StoresTheOlderForms)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
-    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29"}), converted("plan.qedb", 29));
+    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29"}), success("plan.qedb", 29));
     const Json forms = runForJson({"forms", "plan.qedb"});
     EXPECT_EQ(forms["drawingVersion"], 29);
     EXPECT_EQ(forms["legacyProjection"], Json({{"code", "EPSG:25832"}}));
@@ -56,12 +56,12 @@ TEST_F(ConvertCommand, OlderVersion_GetsTheOlderForms)
     EXPECT_THAT(forms["geoData"]["text"].get<std::string>(), testing::StartsWith("PROJCS[\"ETRS89 / UTM zone 32N\""));
 }
 
-TEST_F(ConvertCommand, NewerVersion_GetsTheGeoDataTextAlone)
+TEST_F(ConvertCommand, NewerVersion_StoresOnlyTheGeoDataText)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     const Json before = runForJson({"forms", "plan.qedb"});
     ASSERT_EQ(run({"convert", "plan.qedb", "--to", "21"}).status, 0);
-    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "33"}), converted("plan.qedb", 33));
+    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "33"}), success("plan.qedb", 33));
     EXPECT_EQ(runForJson({"forms", "plan.qedb"}), before);
 }
 
@@ -75,7 +75,7 @@ TEST_F(ConvertCommand, ConvertedDrawing_ShowsTheSameSystem)
     EXPECT_EQ(runForJson({"show", "plan.qedb", "--wkt"}), shown);
 }
 
-TEST_F(ConvertCommand, SaysWhatItDid)
+TEST_F(ConvertCommand, Conversion_IsConfirmedInOneLine)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     expectResult(run({"convert", "plan.qedb", "--to", "29"}), 0, "plan.qedb: converted to drawing version 29\n", "");
@@ -84,28 +84,28 @@ TEST_F(ConvertCommand, SaysWhatItDid)
     expectResult(run({"convert", "-q", "plan.qedb", "--to", "33"}), 0, "", "");
 }
 
-TEST_F(ConvertCommand, EmptyDrawing_IsConvertedToo)
+TEST_F(ConvertCommand, EmptyDrawing_IsConverted)
 {
     givenDrawing("plan.qedb");
     givenDrawing("older.qedb", 24);
-    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "33"}), converted("plan.qedb", 33));
-    EXPECT_EQ(runForJson({"convert", "older.qedb", "--to", "24"}), converted("older.qedb", 24));
-    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "24"}), converted("plan.qedb", 24));
+    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "33"}), success("plan.qedb", 33));
+    EXPECT_EQ(runForJson({"convert", "older.qedb", "--to", "24"}), success("older.qedb", 24));
+    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "24"}), success("plan.qedb", 24));
     EXPECT_EQ(runForJson({"show", "plan.qedb"}, 3)["drawingVersion"], 24);
 }
 
-TEST_F(ConvertCommand, Output_LeavesTheDrawingItself)
+TEST_F(ConvertCommand, OutputOption_LeavesTheDrawingUnchanged)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     const std::string before = contents("plan.qedb");
-    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29", "-o", "old.qedb"}), converted("plan.qedb", 29));
+    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29", "-o", "old.qedb"}), success("plan.qedb", 29));
     EXPECT_EQ(contents("plan.qedb"), before);
     ASSERT_EQ(run({"convert", "plan.qedb", "--to", "29"}).status, 0);
     EXPECT_EQ(drawing("old.qedb"), drawing("plan.qedb"));
     EXPECT_EQ(files(), (std::vector<std::string>{"old.qedb", "plan.qedb"}));
 }
 
-TEST_F(ConvertCommand, OutputThatExists_IsReplacedByForceAlone)
+TEST_F(ConvertCommand, ExistingOutput_IsReplacedOnlyWithForce)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     givenDrawing("old.qedb");
@@ -118,7 +118,7 @@ TEST_F(ConvertCommand, OutputThatExists_IsReplacedByForceAlone)
     EXPECT_EQ(files(), (std::vector<std::string>{"old.qedb", "plan.qedb"}));
 }
 
-TEST_F(ConvertCommand, OutputThatIsNoDrawing_IsNotReplaced)
+TEST_F(ConvertCommand, OutputThatIsNotADrawing_IsNotReplaced)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     given("old.qedb", "something else");
@@ -130,7 +130,7 @@ TEST_F(ConvertCommand, OutputThatIsNoDrawing_IsNotReplaced)
     EXPECT_EQ(files(), (std::vector<std::string>{"old.qedb", "plan.qedb"}));
 }
 
-TEST_F(ConvertCommand, OutputOfNoBytes_CountsAsAbsent)
+TEST_F(ConvertCommand, EmptyOutputFile_CountsAsAbsent)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     given("old.qedb", "");
@@ -138,7 +138,7 @@ TEST_F(ConvertCommand, OutputOfNoBytes_CountsAsAbsent)
     EXPECT_EQ(runForJson({"show", "old.qedb"})["code"], "EPSG:25832");
 }
 
-TEST_F(ConvertCommand, OutputThatIsTheDrawing_ReplacesIt)
+TEST_F(ConvertCommand, OutputThatIsTheDrawingItself_ReplacesIt)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     ASSERT_EQ(run({"convert", "plan.qedb", "--to", "29", "-o", "./plan.qedb"}).status, 0);
@@ -146,21 +146,21 @@ TEST_F(ConvertCommand, OutputThatIsTheDrawing_ReplacesIt)
     EXPECT_EQ(files(), std::vector<std::string>{"plan.qedb"});
 }
 
-TEST_F(ConvertCommand, OutputDash_PrintsTheDrawing)
+TEST_F(ConvertCommand, DashAsOutput_PrintsTheDrawing)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     ASSERT_EQ(run({"convert", "plan.qedb", "--to", "29", "-o", "old.qedb"}).status, 0);
     expectPrinted(run({"convert", "plan.qedb", "--to", "29", "-o", "-"}), "old.qedb");
 }
 
-TEST_F(ConvertCommand, Dash_IsAFilter)
+TEST_F(ConvertCommand, DashAsFile_ReadsStandardInputAndPrintsTheDrawing)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     ASSERT_EQ(run({"convert", "plan.qedb", "--to", "29", "-o", "old.qedb"}).status, 0);
     expectPrinted(run({"convert", "-", "--to", "29"}, contents("plan.qedb")), "old.qedb");
 }
 
-TEST_F(ConvertCommand, DashWithAnOutput_WritesTheFile)
+TEST_F(ConvertCommand, DashAsFileWithAnOutput_WritesTheOutput)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     expectResult(run({"convert", "-", "--to", "29", "-o", "old.qedb"}, contents("plan.qedb")), 0,
@@ -168,38 +168,38 @@ TEST_F(ConvertCommand, DashWithAnOutput_WritesTheFile)
     EXPECT_EQ(runForJson({"show", "old.qedb"})["source"], "legacy");
 }
 
-TEST_F(ConvertCommand, EventsAndVetoes_MeetNoNotice)
+TEST_F(ConvertCommand, Conversion_SendsNoEventAndCannotBeVetoed)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     expectResult(run({"convert", "--events", "--veto", "named", "--veto", "removal", "plan.qedb", "--to", "29"}), 0,
                  "plan.qedb: converted to drawing version 29\n", "");
 }
 
-TEST_F(ConvertCommand, SystemThatCannotBeRead_IsRefusedAndTheDrawingKept)
+TEST_F(ConvertCommand, UnreadableSystem_IsRefusedAndTheDrawingUnchanged)
 {
     givenUnreadableDrawing("plan.qedb");
     const std::string before = contents("plan.qedb");
     const std::string error = "eInvalidInput (3): the drawing's contents cannot be converted for drawing version 29 "
                               "(status 3): its coordinate system cannot be read";
     expectResult(run({"convert", "plan.qedb", "--to", "29"}), 1, "", "orvelcs: convert: plan.qedb: " + error + "\n");
-    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29"}, 1), refused("plan.qedb", 3, error));
+    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29"}, 1), failure("plan.qedb", 3, error));
     EXPECT_EQ(contents("plan.qedb"), before);
     EXPECT_EQ(files(), std::vector<std::string>{"plan.qedb"});
 }
 
-TEST_F(ConvertCommand, SystemTooLargeForTheOlderForms_IsRefusedAndTheDrawingKept)
+TEST_F(ConvertCommand, SystemTooLargeForTheOlderForms_IsRefusedAndTheDrawingUnchanged)
 {
     givenDrawingWithALargeSystem("plan.qedb");
     const std::string before = contents("plan.qedb");
     const std::string error = "eInvalidResbuf (7): the drawing's contents cannot be converted for drawing version 29 "
                               "(status 7): WORKS:1 does not fit into the older forms";
     expectResult(run({"convert", "plan.qedb", "--to", "29"}), 1, "", "orvelcs: convert: plan.qedb: " + error + "\n");
-    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29"}, 1), refused("plan.qedb", 7, error));
+    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29"}, 1), failure("plan.qedb", 7, error));
     EXPECT_EQ(contents("plan.qedb"), before);
     EXPECT_EQ(run({"convert", "plan.qedb", "--to", "30"}).status, 0);
 }
 
-TEST_F(ConvertCommand, RefusedConversion_LeavesTheOutputAsItWas)
+TEST_F(ConvertCommand, RefusedConversion_LeavesTheOutputUnchanged)
 {
     givenUnreadableDrawing("plan.qedb");
     given("old.qedb", "something else");
@@ -212,10 +212,8 @@ TEST_F(ConvertCommand, RefusedConversion_LeavesTheOutputAsItWas)
 TEST_F(ConvertCommand, RefusedConversion_PrintsNoDrawing)
 {
     givenUnreadableDrawing("plan.qedb");
-    const ProgramResult result = run({"convert", "plan.qedb", "--to", "29", "-o", "-"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.output, "");
-    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: convert: plan.qedb: eInvalidInput (3): "));
+    expectResult(run({"convert", "plan.qedb", "--to", "29", "-o", "-"}), 1, "",
+                 testing::StartsWith("orvelcs: convert: plan.qedb: eInvalidInput (3): "));
 }
 
 TEST_F(ConvertCommand, OutputThatIsAFolder_IsRefused)
@@ -227,12 +225,12 @@ TEST_F(ConvertCommand, OutputThatIsAFolder_IsRefused)
     expectResult(run({"convert", "plan.qedb", "--to", "29", "-o", "folder"}), 1, "",
                  "orvelcs: convert: folder: " + error + "\n");
     EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29", "-o", "folder"}, 1),
-              refused("plan.qedb", 54, "folder: " + error));
+              failure("plan.qedb", 54, "folder: " + error));
     EXPECT_EQ(contents("plan.qedb"), before);
     EXPECT_EQ(files(), (std::vector<std::string>{"folder", "plan.qedb"}));
 }
 
-TEST_F(ConvertCommand, FileThatIsNoDrawing_IsRefused)
+TEST_F(ConvertCommand, FileThatIsNotADrawing_IsRefused)
 {
     given("plan.qedb", "not a drawing");
     const Json json = runForJson({"convert", "plan.qedb", "--to", "29"}, 1);
@@ -244,7 +242,7 @@ TEST_F(ConvertCommand, FileThatIsNoDrawing_IsRefused)
     EXPECT_EQ(files(), std::vector<std::string>{"plan.qedb"});
 }
 
-TEST_F(ConvertCommand, VersionThatDoesNotExist_IsWrongUsage)
+TEST_F(ConvertCommand, UnknownVersion_IsWrongUsage)
 {
     for (const std::string version : {"20", "34", "-1", "29.5", "new"})
         expectWrongUsage(run({"convert", "plan.qedb", "--to=" + version}),
@@ -261,7 +259,7 @@ TEST_F(ConvertCommand, MissingArguments_AreWrongUsage)
     expectWrongUsage(run({"convert", "a.qedb", "--to", "29", "-o", ""}), "orvelcs: convert: -o: is empty");
 }
 
-TEST_F(ConvertCommand, PrintedDrawingBesideOtherResults_IsWrongUsage)
+TEST_F(ConvertCommand, PrintedDrawingWithJsonOrEvents_IsWrongUsage)
 {
     const std::string line = "orvelcs: convert: -: the drawing itself goes to standard output, where ";
     expectWrongUsage(run({"convert", "-", "--to", "29", "--json"}), line + "--json has no place");

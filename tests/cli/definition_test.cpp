@@ -22,7 +22,7 @@ protected:
         return run({"assign", "--definition", "definition.txt", "--code", code, "plan.qedb"});
     }
 
-    void expectRefusal(const std::string& definition, const std::string& message) const
+    void expectRefused(const std::string& definition, const std::string& message) const
     {
         given("definition.txt", definition);
         givenDrawing("refused.qedb");
@@ -34,7 +34,7 @@ protected:
     }
 };
 
-TEST_F(AssignDefinition, WktIsAssignedUnderTheUsersCode)
+TEST_F(AssignDefinition, Wkt_IsAssignedUnderTheUsersCode)
 {
     expectResult(assign(kWkt), 0, "plan.qedb: assigned MINE:1\n", "");
     const Json json = runForJson({"show", "plan.qedb"});
@@ -45,25 +45,25 @@ TEST_F(AssignDefinition, WktIsAssignedUnderTheUsersCode)
     EXPECT_EQ(json["source"], "geodata");
 }
 
-TEST_F(AssignDefinition, ProjStringIsAssigned)
+TEST_F(AssignDefinition, ProjString_IsAssigned)
 {
     EXPECT_EQ(assign(kProjString).status, 0);
     EXPECT_EQ(runForJson({"show", "plan.qedb"})["kind"], 3);
 }
 
-TEST_F(AssignDefinition, ByteOrderMarkIsSkipped)
+TEST_F(AssignDefinition, ByteOrderMark_IsSkipped)
 {
     expectResult(assign(std::string("\xEF\xBB\xBF") + kWkt), 0, "plan.qedb: assigned MINE:1\n", "");
 }
 
-TEST_F(AssignDefinition, DashReadsStandardInput)
+TEST_F(AssignDefinition, DashAsDefinition_ReadsStandardInput)
 {
     givenDrawing("plan.qedb");
     expectResult(run({"assign", "--definition", "-", "--code", "MINE:1", "plan.qedb"}, kWkt), 0,
                  "plan.qedb: assigned MINE:1\n", "");
 }
 
-TEST_F(AssignDefinition, EventsCarryTheUsersCode)
+TEST_F(AssignDefinition, Events_CarryTheUsersCode)
 {
     given("definition.txt", kWkt);
     givenDrawing("plan.qedb");
@@ -73,69 +73,69 @@ TEST_F(AssignDefinition, EventsCarryTheUsersCode)
     EXPECT_EQ(json["events"][3], Json({{"event", "changed"}, {"name", "MINE:1"}}));
 }
 
-TEST_F(AssignDefinition, TextThatIsNoDefinition_IsRefused)
+TEST_F(AssignDefinition, TextThatIsNotADefinition_IsRefused)
 {
-    expectRefusal("a grid of our own",
+    expectRefused("a grid of our own",
                   "not a coordinate reference system as WKT, PROJJSON or a PROJ string: statusUnreadable (43)");
 }
 
 TEST_F(AssignDefinition, EmptyText_IsRefused)
 {
-    expectRefusal("", "is empty");
-    expectRefusal("\xEF\xBB\xBF \n", "is empty");
+    expectRefused("", "is empty");
+    expectRefused("\xEF\xBB\xBF \n", "is empty");
 }
 
 TEST_F(AssignDefinition, TextThatIsNotUtf8_IsRefused)
 {
-    expectRefusal(std::string(kWkt) + "\xE9", "is not UTF-8");
+    expectRefused(std::string(kWkt) + "\xE9", "is not UTF-8");
 }
 
 TEST_F(AssignDefinition, NulCharacter_IsRefused)
 {
-    expectRefusal(std::string(kWkt) + '\0', "holds a NUL character");
+    expectRefused(std::string(kWkt) + '\0', "holds a NUL character");
 }
 
-TEST_F(AssignDefinition, NulInANameOfPROJJSON_IsRefused)
+TEST_F(AssignDefinition, NulInAPROJJSONName_IsRefused)
 {
-    expectRefusal(R"({"type":"EngineeringCRS","name":"Yard\u0000 2"})",
+    expectRefused(R"({"type":"EngineeringCRS","name":"Yard\u0000 2"})",
                   "a text holds a NUL character (\\u0000): statusUnreadable (43)");
 }
 
-TEST_F(AssignDefinition, MetreWithAFactorOfItsOwn_IsKept)
+TEST_F(AssignDefinition, MetreWithAnotherFactor_IsPreserved)
 {
     std::string wkt = kWkt;
     wkt.replace(wkt.find("UNIT[\"metre\",1]"), 15, "UNIT[\"metre\",0.01]");
     EXPECT_EQ(assign(wkt).status, 0);
-    const auto expectKept = [this](const std::string& drawing) {
+    const auto expectUnit = [this](const std::string& drawing) {
         EXPECT_THAT(runForJson({"show", "--wkt", drawing})["wkt"].get<std::string>(),
                     testing::HasSubstr("UNIT[\"metre\",0.01]"));
     };
-    expectKept("plan.qedb");
-    ASSERT_EQ(run({"convert", "-q", "plan.qedb", "--to", "29", "-o", "old.qedb"}).status, 0); // packed
-    expectKept("old.qedb");
+    expectUnit("plan.qedb");
+    ASSERT_EQ(run({"convert", "-q", "plan.qedb", "--to", "29", "-o", "old.qedb"}).status, 0); // stores the packed form
+    expectUnit("old.qedb");
     ASSERT_EQ(run({"convert", "-q", "old.qedb", "--to", "33", "-o", "new.qedb"}).status, 0);
-    expectKept("new.qedb");
+    expectUnit("new.qedb");
 }
 
 TEST_F(AssignDefinition, UnitThatCannotBeStored_IsRefused)
 {
-    expectRefusal(R"(GEOGCRS["x",DATUM["d",ELLIPSOID["s",6378137,298]],CS[ellipsoidal,2],AXIS["latitude",north],)"
+    expectRefused(R"(GEOGCRS["x",DATUM["d",ELLIPSOID["s",6378137,298]],CS[ellipsoidal,2],AXIS["latitude",north],)"
                   R"(AXIS["longitude",east],ANGLEUNIT["metre",0.01]])",
                   "a unit cannot be stored as the definition has it: statusUnreadable (43)");
 }
 
-TEST_F(AssignDefinition, UnitWithAFactorThatIsNotAboveZero_IsRefused)
+TEST_F(AssignDefinition, UnitFactorThatIsNotPositive_IsRefused)
 {
     for (const std::string factor : {"0", "-1", "1e-400"}) {
         std::string wkt = kWkt;
         wkt.replace(wkt.find("UNIT[\"metre\",1]"), 15, "UNIT[\"metre\"," + factor + "]");
-        expectRefusal(wkt, "a unit has a factor that is not above 0: statusUnreadable (43)");
+        expectRefused(wkt, "a unit has a factor that is not above 0: statusUnreadable (43)");
     }
 }
 
 TEST_F(AssignDefinition, OverlongText_IsRefused)
 {
-    expectRefusal(std::string((std::size_t{1} << 20) + 1, ' '), "longer than 1048576 bytes");
+    expectRefused(std::string((std::size_t{1} << 20) + 1, ' '), "longer than 1048576 bytes");
 }
 
 TEST_F(AssignDefinition, MissingFile_IsRefused)
@@ -152,7 +152,7 @@ TEST_F(AssignDefinition, Folder_IsRefused)
                  "orvelcs: assign: .: is a folder\n");
 }
 
-TEST_F(AssignDefinition, CodeOfTheCatalog_IsRefused)
+TEST_F(AssignDefinition, CatalogCode_IsRefused)
 {
     given("definition.txt", kWkt);
     givenDrawing("plan.qedb");
@@ -164,7 +164,7 @@ TEST_F(AssignDefinition, CodeOfTheCatalog_IsRefused)
     EXPECT_EQ(contents("plan.qedb"), before);
 }
 
-TEST_F(AssignDefinition, CodeThatOlderVersionsTakeForNone_IsRefused)
+TEST_F(AssignDefinition, DotAsCode_IsRefused)
 {
     given("definition.txt", kWkt);
     givenDrawing("plan.qedb");
@@ -176,7 +176,7 @@ TEST_F(AssignDefinition, CodeThatOlderVersionsTakeForNone_IsRefused)
     EXPECT_EQ(contents("plan.qedb"), before);
 }
 
-TEST_F(AssignDefinition, RefusedDefinition_IsInTheJsonOfEachDrawing)
+TEST_F(AssignDefinition, RefusedDefinition_IsReportedInTheJsonOfEachDrawing)
 {
     given("definition.txt", "nonsense");
     const ProgramResult result =
@@ -184,18 +184,18 @@ TEST_F(AssignDefinition, RefusedDefinition_IsInTheJsonOfEachDrawing)
     EXPECT_EQ(result.status, 1);
     const std::string error =
         "not a coordinate reference system as WKT, PROJJSON or a PROJ string: statusUnreadable (43)";
-    const auto drawing = [&](const char* file) {
+    const auto report = [&](const char* file) {
         return Json({{"file", file},
                      {"result", nullptr},
                      {"status", 43},
                      {"events", Json::array()},
                      {"error", "definition.txt: " + error}});
     };
-    EXPECT_EQ(Json::parse(result.output), Json::array({drawing("a.qedb"), drawing("b.qedb")}));
+    EXPECT_EQ(Json::parse(result.output), Json::array({report("a.qedb"), report("b.qedb")}));
     EXPECT_EQ(result.errors, "orvelcs: assign: definition.txt: " + error + "\n");
 }
 
-TEST_F(AssignDefinition, OptionsThatDoNotGoTogether_AreWrongUsage)
+TEST_F(AssignDefinition, ConflictingOptions_AreWrongUsage)
 {
     expectWrongUsage(run({"assign", "--definition", "d.txt", "plan.qedb"}),
                      "orvelcs: assign: --definition: needs --code, the code that the system is to have");

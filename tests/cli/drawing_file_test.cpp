@@ -3,106 +3,106 @@
 namespace Tests {
 namespace {
 
-/// Files that are no drawing: each is refused with a message in one line, and stays as it is.
-class BadDrawing : public CommandLineTest {
+/// A file that is not a valid drawing is refused with a message of one line and is not changed.
+class InvalidDrawing : public CommandLineTest {
 protected:
-    void expectRefusal(int result, const std::string& message) const
+    void expectRefused(int result, const std::string& message) const
     {
-        const Json shown = runForJson({"show", "bad.qedb"}, 1);
+        const Json shown = runForJson({"show", "invalid.qedb"}, 1);
         EXPECT_EQ(shown["result"], result);
         EXPECT_EQ(shown["drawingVersion"], nullptr);
         EXPECT_THAT(shown["error"].get<std::string>(), testing::HasSubstr(message));
-        const ProgramResult assigned = run({"assign", "EPSG:4326", "bad.qedb"});
+        const ProgramResult assigned = run({"assign", "EPSG:4326", "invalid.qedb"});
         EXPECT_EQ(assigned.status, 1);
         EXPECT_EQ(assigned.output, "");
-        EXPECT_EQ(assigned.errors, "orvelcs: assign: bad.qedb: " + shown["error"].get<std::string>() + "\n");
-        EXPECT_EQ(runForJson({"forms", "bad.qedb"}, 1)["result"], result);
+        EXPECT_EQ(assigned.errors, "orvelcs: assign: invalid.qedb: " + shown["error"].get<std::string>() + "\n");
+        EXPECT_EQ(runForJson({"forms", "invalid.qedb"}, 1)["result"], result);
     }
 
-    /// An empty drawing, changed past all checks.
-    void givenEdited(const std::string& sql) const
+    /// Creates an empty drawing and changes it by SQL.
+    void givenDrawingEditedBy(const std::string& sql) const
     {
-        givenDrawing("bad.qedb");
-        edit("bad.qedb", sql);
+        givenDrawing("invalid.qedb");
+        edit("invalid.qedb", sql);
     }
 
-    void expectRefusalOf(const std::string& bytes, int result, const std::string& message) const
+    void expectBytesRefused(const std::string& bytes, int result, const std::string& message) const
     {
-        given("bad.qedb", bytes);
-        expectRefusal(result, message);
-        EXPECT_EQ(contents("bad.qedb"), bytes);
+        given("invalid.qedb", bytes);
+        expectRefused(result, message);
+        EXPECT_EQ(contents("invalid.qedb"), bytes);
     }
 };
 
-TEST_F(BadDrawing, Missing)
+TEST_F(InvalidDrawing, MissingFile_IsRefused)
 {
-    expectRefusal(50, "No such file or directory");
+    expectRefused(50, "No such file or directory");
     EXPECT_TRUE(files().empty());
 }
 
-TEST_F(BadDrawing, Folder)
+TEST_F(InvalidDrawing, Folder_IsRefused)
 {
-    std::filesystem::create_directory(path("bad.qedb"));
-    expectRefusal(51, "is a folder");
+    std::filesystem::create_directory(path("invalid.qedb"));
+    expectRefused(51, "is a folder");
 }
 
-TEST_F(BadDrawing, Empty)
+TEST_F(InvalidDrawing, EmptyFile_IsRefused)
 {
-    expectRefusalOf("", 51, "is empty, not a drawing");
+    expectBytesRefused("", 51, "is empty, not a drawing");
 }
 
-TEST_F(BadDrawing, NoDatabase)
+TEST_F(InvalidDrawing, FileThatIsNotADatabase_IsRefused)
 {
-    expectRefusalOf("a drawing\n", 51, "not a drawing file: it is not an SQLite database");
+    expectBytesRefused("a drawing\n", 51, "not a drawing file: it is not an SQLite database");
 }
 
-TEST_F(BadDrawing, FormerFormat)
+TEST_F(InvalidDrawing, FormerFormat_IsRefused)
 {
-    expectRefusalOf("{\n  \"format\": \"embedded host drawing\",\n  \"formatVersion\": 1,\n", 51,
-                    "is a drawing of format 1, which is not read any more");
+    expectBytesRefused("{\n  \"format\": \"embedded host drawing\",\n  \"formatVersion\": 1,\n", 51,
+                       "is a drawing of format 1, which is not read any more");
 }
 
-TEST_F(BadDrawing, Truncated)
+TEST_F(InvalidDrawing, TruncatedFile_IsRefused)
 {
-    givenDrawing("bad.qedb");
-    const std::string bytes = contents("bad.qedb");
-    expectRefusalOf(bytes.substr(0, bytes.size() / 2), 51, "is damaged: database disk image is malformed");
+    givenDrawing("invalid.qedb");
+    const std::string bytes = contents("invalid.qedb");
+    expectBytesRefused(bytes.substr(0, bytes.size() / 2), 51, "is damaged: database disk image is malformed");
 }
 
-TEST_F(BadDrawing, NewerFormat)
+TEST_F(InvalidDrawing, NewerFormat_IsRefused)
 {
-    givenEdited("PRAGMA user_version = 3");
-    expectRefusal(52, "is of format 3; this version reads format 2");
+    givenDrawingEditedBy("PRAGMA user_version = 3");
+    expectRefused(52, "is of format 3; this version reads format 2");
 }
 
-TEST_F(BadDrawing, DatabaseOfAnotherApplication)
+TEST_F(InvalidDrawing, DatabaseOfAnotherApplication_IsRefused)
 {
-    givenEdited("PRAGMA application_id = 77");
-    expectRefusal(51, "is a database of another application (its application_id is 77)");
+    givenDrawingEditedBy("PRAGMA application_id = 77");
+    expectRefused(51, "is a database of another application (its application_id is 77)");
 }
 
-TEST_F(BadDrawing, MissingTable)
+TEST_F(InvalidDrawing, MissingTable_IsRefused)
 {
-    givenEdited("DROP TABLE resbufs");
-    expectRefusal(51, "resbufs is missing from its schema");
+    givenDrawingEditedBy("DROP TABLE resbufs");
+    expectRefused(51, "resbufs is missing from its schema");
 }
 
-TEST_F(BadDrawing, RowThatWasChangedByHand)
+TEST_F(InvalidDrawing, ChangedRow_IsRefused)
 {
-    givenEdited("UPDATE header SET value = 34 WHERE field = 'drawing version'");
-    expectRefusal(51, "table header: the row of drawing version is not as it was written");
+    givenDrawingEditedBy("UPDATE header SET value = 34 WHERE field = 'drawing version'");
+    expectRefused(51, "table header: the row of drawing version is not as it was written");
 }
 
-TEST_F(BadDrawing, MissingRoot)
+TEST_F(InvalidDrawing, MissingRootObject_IsRefused)
 {
-    givenEdited("DELETE FROM objects WHERE handle = 2");
-    expectRefusal(51, "object 2: is not there");
+    givenDrawingEditedBy("DELETE FROM objects WHERE handle = 2");
+    expectRefused(51, "object 2: is not there");
 }
 
-TEST_F(BadDrawing, OnStandardInput)
+TEST_F(InvalidDrawing, StandardInput_IsRefused)
 {
-    expectResult(run({"show", "-"}, "a drawing\n"), 1, "", run({"show", "-"}, "a drawing\n").errors);
-    EXPECT_THAT(run({"show", "-"}, "a drawing\n").errors, testing::StartsWith("orvelcs: show: -: eFileDamaged (51): "));
+    expectResult(run({"show", "-"}, "a drawing\n"), 1, "",
+                 testing::StartsWith("orvelcs: show: -: eFileDamaged (51): "));
 }
 
 } // namespace

@@ -1,23 +1,21 @@
 #include <sstream>
 
 #include "command_line_test.h"
+#include "embedded/base/hex.h"
 
 namespace Tests {
 namespace {
 
 class EncodeCommand : public CommandLineTest {
 protected:
-    /// The bytes of a block that was written once and must be written the same for ever.
+    /// The bytes of a block that was written once and must stay the same in every version.
     static std::string goldenBlock(const std::string& name)
     {
         std::istringstream lines(
             readFile(std::filesystem::path(ORVEL_SOURCE_DIR) / "tests" / "coordsys" / "golden" / (name + ".hex")));
         std::string bytes;
-        for (std::string line; std::getline(lines, line);) {
-            const std::string digits = line.substr(0, line.find(' '));
-            for (std::size_t at = 0; at < digits.size(); at += 2)
-                bytes.push_back(static_cast<char>(std::stoi(digits.substr(at, 2), nullptr, 16)));
-        }
+        for (std::string line; std::getline(lines, line);)
+            bytes += *Embedded::bytesFromHex(line.substr(0, line.find(' ')));
         return bytes;
     }
 
@@ -28,7 +26,7 @@ protected:
     }
 };
 
-TEST_F(EncodeCommand, WritesTheBytesThatItAlwaysWrote)
+TEST_F(EncodeCommand, EachKindOfSystem_HasTheBytesOfItsGoldenBlock)
 {
     ASSERT_GT(goldenBlock("projected.packed").size(), 100U);
     expectGolden("EPSG:25832", "projected");
@@ -38,13 +36,13 @@ TEST_F(EncodeCommand, WritesTheBytesThatItAlwaysWrote)
     expectGolden("LOCAL:METRE", "local");
 }
 
-TEST_F(EncodeCommand, EveryVersionOfAForm_HasTheSameBytes)
+TEST_F(EncodeCommand, EveryVersionOfAForm_GivesTheSameBytes)
 {
     EXPECT_EQ(run({"encode", "EPSG:4326", "--drawing-version", "21"}).output, goldenBlock("geographic.packed"));
     EXPECT_EQ(run({"encode", "EPSG:4326", "--drawing-version", "33"}).output, goldenBlock("geographic.text"));
 }
 
-TEST_F(EncodeCommand, Output_IsAFileWithTheBytes)
+TEST_F(EncodeCommand, OutputOption_WritesTheBytesIntoAFile)
 {
     given("block", "something else");
     expectResult(run({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "block"}), 0,
@@ -55,20 +53,20 @@ TEST_F(EncodeCommand, Output_IsAFileWithTheBytes)
     EXPECT_EQ(files(), std::vector<std::string>{"block"});
 }
 
-TEST_F(EncodeCommand, Json_TellsTheFileAndTheNumberOfBytes)
+TEST_F(EncodeCommand, Json_HasTheFileAndTheNumberOfBytes)
 {
     EXPECT_EQ(runForJson({"encode", "epsg:4326", "--drawing-version", "33", "-o", "block"}),
               Json({{"file", "block"}, {"bytes", goldenBlock("geographic.text").size()}}));
     EXPECT_EQ(contents("block"), goldenBlock("geographic.text"));
 }
 
-TEST_F(EncodeCommand, OutputDash_IsStandardOutput)
+TEST_F(EncodeCommand, DashAsOutput_WritesToStandardOutput)
 {
     expectResult(run({"encode", "LOCAL:METRE", "--drawing-version", "29", "-o", "-"}), 0, goldenBlock("local.packed"),
                  "");
 }
 
-TEST_F(EncodeCommand, UnknownCode_IsNotFoundButTheNearestAre)
+TEST_F(EncodeCommand, UnknownCode_ExitsWithStatusThreeAndSuggestsTheNearest)
 {
     const ProgramResult result = run({"encode", "EPGS:25832", "--drawing-version", "29", "-o", "block"});
     EXPECT_EQ(result.status, 3);
@@ -79,7 +77,7 @@ TEST_F(EncodeCommand, UnknownCode_IsNotFoundButTheNearestAre)
     EXPECT_TRUE(files().empty());
 }
 
-TEST_F(EncodeCommand, UnknownCodeInJson_HasNoBytes)
+TEST_F(EncodeCommand, UnknownCode_HasNullBytesInJson)
 {
     const Json json = runForJson({"encode", "NO:1", "--drawing-version", "29", "-o", "block"}, 3);
     EXPECT_EQ(json["file"], "block");
@@ -94,13 +92,13 @@ TEST_F(EncodeCommand, OutputThatIsAFolder_IsRefused)
                  "orvelcs: encode: folder: eFileWriteFailed (54): cannot be written: Is a directory\n");
 }
 
-TEST_F(EncodeCommand, JsonWithoutAFile_IsWrongUsage)
+TEST_F(EncodeCommand, JsonWithoutAnOutputFile_IsWrongUsage)
 {
     expectWrongUsage(run({"encode", "EPSG:4326", "--drawing-version", "29", "--json"}),
                      "orvelcs: encode: --json: has no place here; the output is bytes, unless they go into a file");
 }
 
-TEST_F(EncodeCommand, MissingOrWrongArguments_AreWrongUsage)
+TEST_F(EncodeCommand, MissingOrInvalidArguments_AreWrongUsage)
 {
     expectWrongUsage(run({"encode"}), "orvelcs: encode: CODE: is required");
     expectWrongUsage(run({"encode", "EPSG:4326"}), "orvelcs: encode: --drawing-version: is required");

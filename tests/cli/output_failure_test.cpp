@@ -3,86 +3,75 @@
 namespace Tests {
 namespace {
 
-/// Results that cannot be written are a failure of every command.
+struct FailingCommand {
+    const char* test;
+    Arguments arguments;
+    const char* name; // as messages print it
+    std::string input = "";
+};
+
+const FailingCommand kFailingCommands[] = {
+    {"New", {"new", "--force", "new.qedb"}, "new"},
+    {"NewToStandardOutput", {"new", "-"}, "new"},
+    {"Clear", {"clear", "--json", "plan.qedb"}, "clear"},
+    {"Show", {"show", "plan.qedb"}, "show"},
+    {"Forms", {"forms", "plan.qedb"}, "forms"},
+    {"Convert", {"convert", "plan.qedb", "--to", "33"}, "convert"},
+    {"Encode", {"encode", "EPSG:4326", "--drawing-version", "33"}, "encode"},
+    {"CatalogSearch", {"catalog", "search", "UTM"}, "catalog search"},
+    {"CatalogShow", {"catalog", "show", "EPSG:4326"}, "catalog show"},
+    {"Codec", {"codec", "pack"}, "codec pack", std::string(200000, 'x') + "yz"},
+    {"Help", {"--help"}, "command line"},
+    {"Version", {"--version"}, "command line"},
+};
+
 class OutputFailure : public CommandLineTest {
 protected:
-    void expectFailure(const std::vector<std::string>& arguments, const std::string& command,
-                       const std::string& input = "") const
+    void expectFailure(const FailingCommand& command) const
     {
         for (const auto& [target, reason] : unwritableOutputs()) {
             ProgramRun programRun;
-            programRun.arguments = arguments;
-            programRun.input = input;
+            programRun.arguments = command.arguments;
+            programRun.input = command.input;
             programRun.target = target;
             expectResult(run(programRun), 1, "",
-                         "orvelcs: " + command + ": standard output: cannot be written: " + reason + "\n");
+                         std::string("orvelcs: ") + command.name + ": standard output: cannot be written: " + reason +
+                             "\n");
         }
     }
 };
 
-TEST_F(OutputFailure, OfNew)
+class CommandOutputFailure : public OutputFailure, public testing::WithParamInterface<FailingCommand> {};
+
+TEST_P(CommandOutputFailure, UnwritableOutput_IsReported)
 {
-    expectFailure({"new", "--force", "plan.qedb"}, "new");
-    expectFailure({"new", "-"}, "new");
+    givenDrawingWith("plan.qedb", "EPSG:4326");
+    expectFailure(GetParam());
 }
 
-TEST_F(OutputFailure, OfAssign)
+INSTANTIATE_TEST_SUITE_P(Each, CommandOutputFailure, testing::ValuesIn(kFailingCommands),
+                         [](const auto& command) { return std::string(command.param.test); });
+
+TEST_F(OutputFailure, OutputOfDecode_IsReported)
+{
+    expectFailure({"", {"decode"}, "decode", run({"encode", "EPSG:4326", "--drawing-version", "33"}).output});
+}
+
+TEST_F(OutputFailure, AssignmentWithUnwritableOutput_IsSaved)
 {
     givenDrawing("plan.qedb");
-    expectFailure({"assign", "EPSG:4326", "plan.qedb"}, "assign");
+    expectFailure({"", {"assign", "EPSG:4326", "plan.qedb"}, "assign"});
     EXPECT_EQ(runForJson({"show", "plan.qedb"})["code"], "EPSG:4326");
 }
 
-TEST_F(OutputFailure, OfClear)
-{
-    givenDrawing("plan.qedb");
-    expectFailure({"clear", "--json", "plan.qedb"}, "clear");
-}
-
-TEST_F(OutputFailure, OfShow)
+TEST_F(OutputFailure, ConversionToUnwritableOutput_LeavesTheDrawingUnchanged)
 {
     givenDrawingWith("plan.qedb", "EPSG:4326");
-    expectFailure({"show", "plan.qedb"}, "show");
-}
-
-TEST_F(OutputFailure, OfForms)
-{
-    givenDrawing("plan.qedb");
-    expectFailure({"forms", "plan.qedb"}, "forms");
-}
-
-TEST_F(OutputFailure, OfConvert)
-{
-    givenDrawingWith("plan.qedb", "EPSG:4326");
-    expectFailure({"convert", "plan.qedb", "--to", "33"}, "convert");
-    expectFailure({"convert", "plan.qedb", "--to", "29", "-o", "-"}, "convert");
+    expectFailure({"", {"convert", "plan.qedb", "--to", "29", "-o", "-"}, "convert"});
     EXPECT_EQ(runForJson({"show", "plan.qedb"})["drawingVersion"], 33);
 }
 
-TEST_F(OutputFailure, OfEncodeAndDecode)
-{
-    expectFailure({"encode", "EPSG:4326", "--drawing-version", "33"}, "encode");
-    expectFailure({"decode"}, "decode", run({"encode", "EPSG:4326", "--drawing-version", "33"}).output);
-}
-
-TEST_F(OutputFailure, OfTheCatalog)
-{
-    expectFailure({"catalog", "search", "UTM"}, "catalog search");
-    expectFailure({"catalog", "show", "EPSG:4326"}, "catalog show");
-}
-
-TEST_F(OutputFailure, OfTheCodec)
-{
-    expectFailure({"codec", "pack"}, "codec pack", std::string(200000, 'x') + "yz");
-}
-
-TEST_F(OutputFailure, OfHelpAndVersion)
-{
-    expectFailure({"--help"}, "command line");
-    expectFailure({"--version"}, "command line");
-}
-
-TEST_F(OutputFailure, CommandThatPrintsNothing_NeedsNoOutput)
+TEST_F(OutputFailure, CommandThatPrintsNothing_SucceedsWithoutStandardOutput)
 {
     ProgramRun programRun;
     programRun.arguments = {"new", "--quiet", "plan.qedb"};
@@ -91,7 +80,9 @@ TEST_F(OutputFailure, CommandThatPrintsNothing_NeedsNoOutput)
     EXPECT_THAT(drawing("plan.qedb"), testing::StartsWith("drawing version 33\n"));
 }
 
-TEST_F(OutputFailure, OfAnUnavailableCatalog_IsToldAsSuch)
+using UnavailableCatalog = CommandLineTest;
+
+TEST_F(UnavailableCatalog, SearchAndAssignment_ReportTheCatalog)
 {
     givenDrawing("a.qedb");
     const ProgramResult search = runWithoutCatalog({"catalog", "search", "utm"});
@@ -106,11 +97,10 @@ TEST_F(OutputFailure, OfAnUnavailableCatalog_IsToldAsSuch)
     EXPECT_THAT(assign.errors, testing::EndsWith(": statusCatalogUnavailable (46)\n"));
 }
 
-TEST_F(OutputFailure, OfAnUnavailableCatalog_IsNotTakenForAnUnknownAuthorityOrCode)
+TEST_F(UnavailableCatalog, SearchWithAnAuthority_ReportsTheCatalog)
 {
-    const ProgramResult search = runWithoutCatalog({"catalog", "search", "--authority", "EPSG", "utm"});
-    EXPECT_EQ(search.status, 1);
-    EXPECT_THAT(search.errors, testing::HasSubstr("the catalog cannot be read: there is no proj.db in "));
+    expectResult(runWithoutCatalog({"catalog", "search", "--authority", "EPSG", "utm"}), 1, "",
+                 testing::HasSubstr("the catalog cannot be read: there is no proj.db in "));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Runs the real program and takes down everything that it answers.
+// Runs the program and captures its output.
 #pragma once
 
 #include <filesystem>
@@ -8,37 +8,37 @@
 
 namespace Tests {
 
-/// Where the program's standard output goes. No file of Windows is always full.
+/// The program's standard output. Windows has no file that is always full.
 enum class OutputTarget { captured, full, closed, closedPipe };
 
 struct UnwritableOutput {
     OutputTarget target;
-    std::string reason; // that the program gives
+    std::string reason; // as the program reports it
 };
 
-/// Those that the system has.
+/// The outputs that cannot be written on this system.
 std::vector<UnwritableOutput> unwritableOutputs();
 
 struct ProgramRun {
     std::vector<std::string> arguments;
     std::string input;
     OutputTarget target = OutputTarget::captured;
-    std::map<std::string, std::string> environment; // beside what every program needs
+    std::map<std::string, std::string> environment; // added to the variables that every program needs
     std::filesystem::path program = ORVELCS_PROGRAM;
 };
 
 struct ProgramResult {
-    int status = -1; // -1: it did not end by itself
+    int status = -1; // -1 if the program did not end by itself
     std::string output;
     std::string errors;
 };
 
-/// Runs it in `folder` and waits. Captures go into a folder of their own, so that `folder` holds the program's files
-/// alone.
+/// Runs the program in `folder` until it ends. Its output is captured in another folder, so that `folder` has only the
+/// files of the program.
 ProgramResult runProgram(const ProgramRun& run, const std::filesystem::path& folder,
                          const std::filesystem::path& captures);
 
-/// The run with a catalog that cannot be found. What the program needs for it goes into a folder of the test's own.
+/// Changes the run so that the program finds no catalog. A copy of the program is made in the folder if necessary.
 ProgramRun withoutCatalog(ProgramRun run, const std::filesystem::path& folder);
 
 } // namespace Tests

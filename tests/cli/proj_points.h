@@ -1,4 +1,4 @@
-// Points that PROJ carries over by itself, without anything of this project.
+// Transforms points by PROJ, without the code of this project.
 #pragma once
 
 #include <filesystem>
@@ -6,9 +6,9 @@
 
 namespace Tests {
 
-/// A line of three numbers for each of those given, through the operation of that code. Runs, where it runs a program,
-/// in the folder. Throws when PROJ cannot do it.
-std::string carriedOverByProj(const std::string& code, bool isInverse, const std::string& points,
-                              const std::filesystem::path& folder);
+/// Transforms points, which are lines of three numbers, by the operation with that code. A program of PROJ runs in the
+/// folder. Throws if PROJ cannot transform them.
+std::string transformByProj(const std::string& code, bool isInverse, const std::string& points,
+                            const std::filesystem::path& folder);
 
 } // namespace Tests

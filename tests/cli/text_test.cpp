@@ -1,4 +1,4 @@
-// Text of every script in file names, in arguments and in what is printed: it comes out as it went in.
+// File names, arguments and output keep text of every script unchanged.
 #include "command_line_test.h"
 
 namespace Tests {
@@ -6,7 +6,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// With letters of one, two, three and four bytes of UTF-8, and an accent that is a character of its own.
+// These have letters of one, two, three and four bytes of UTF-8, and an accent that is a separate character.
 const std::string kFolder = "Ελλάδα/測量 🗺";
 const std::string kDrawing = kFolder + "/Straße e\u0301 𐍈.qedb";
 const std::string kText = "Größe, Ύψος, 高度, 🗺 and 𠀋";
@@ -14,41 +14,33 @@ const std::string kText = "Größe, Ύψος, 高度, 🗺 and 𠀋";
 class TextOfEveryScript : public CommandLineTest {
 protected:
     TextOfEveryScript() { std::filesystem::create_directories(path(kFolder)); }
-
-    std::vector<std::string> namesInTheFolder() const
-    {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(path(kFolder)))
-            names.push_back(entry.path().filename().string());
-        return names;
-    }
 };
 
-TEST_F(TextOfEveryScript, ControlCharacters_AreSpelledOutOnTheLine)
+TEST_F(TextOfEveryScript, ControlCharacters_AreEscapedInMessages)
 {
     expectResult(run({"catalog", "show", "x\ny\tz\rw\x01"}), 3, "",
                  "orvelcs: catalog show: x\\ny\\tz\\rw\\x01: the catalog has no such code\n");
 }
 
-TEST_F(TextOfEveryScript, InADrawingsName_IsUsedAndTold)
+TEST_F(TextOfEveryScript, DrawingName_IsUsedAndPrinted)
 {
     expectResult(run({"new", kDrawing}), 0, kDrawing + ": new drawing, version 33\n", "");
-    EXPECT_EQ(namesInTheFolder(), std::vector<std::string>{"Straße e\u0301 𐍈.qedb"});
+    EXPECT_EQ(files(kFolder), std::vector<std::string>{"Straße e\u0301 𐍈.qedb"});
     expectResult(run({"assign", "EPSG:25832", kDrawing}), 0, kDrawing + ": assigned EPSG:25832\n", "");
     const Json shown = runForJson({"show", kDrawing});
     EXPECT_EQ(shown["file"], kDrawing);
     EXPECT_EQ(shown["code"], "EPSG:25832");
     EXPECT_THAT(run({"show", kDrawing}).output, testing::StartsWith(kDrawing + "\n"));
-    EXPECT_EQ(namesInTheFolder().size(), 1U);
+    EXPECT_EQ(files(kFolder).size(), 1U);
 }
 
-TEST_F(TextOfEveryScript, InTheNameOfAMissingDrawing_IsTold)
+TEST_F(TextOfEveryScript, NameOfAMissingDrawing_IsPrinted)
 {
     expectResult(run({"show", kDrawing}), 1, "",
                  "orvelcs: show: " + kDrawing + ": eFileNotFound (50): No such file or directory\n");
 }
 
-TEST_F(TextOfEveryScript, InTheNamesOfTwoDrawings_IsUsedByAConversion)
+TEST_F(TextOfEveryScript, NamesOfTwoDrawings_AreUsedByConvert)
 {
     givenDrawingWith(kDrawing, "EPSG:25832");
     const std::string older = kFolder + "/παλιό.qedb";
@@ -57,7 +49,7 @@ TEST_F(TextOfEveryScript, InTheNamesOfTwoDrawings_IsUsedByAConversion)
     EXPECT_EQ(runForJson({"show", older})["drawingVersion"], 29);
 }
 
-TEST_F(TextOfEveryScript, InAUsersCode_IsStoredAndPrinted)
+TEST_F(TextOfEveryScript, UserDefinedCode_IsStoredAndPrinted)
 {
     const std::string code = "ΓΗ:Straße-測量-🗺";
     const std::string definition = kFolder + "/定義.txt";
@@ -70,7 +62,7 @@ TEST_F(TextOfEveryScript, InAUsersCode_IsStoredAndPrinted)
     EXPECT_THAT(contents("a.qedb"), HasSubstr(code));
 }
 
-TEST_F(TextOfEveryScript, InADefinition_IsStoredAndPrinted)
+TEST_F(TextOfEveryScript, DefinitionName_IsStoredAndPrinted)
 {
     const std::string name = "Werksnetz Größe 高度 🗺";
     given("definition.txt", R"(GEOGCS[")" + name + R"(",DATUM["WGS_1984",SPHEROID["WGS 84",6378137,298.257223563]],)" +
@@ -81,24 +73,20 @@ TEST_F(TextOfEveryScript, InADefinition_IsStoredAndPrinted)
     EXPECT_THAT(run({"show", "a.qedb", "--wkt"}).output, HasSubstr(name));
 }
 
-TEST_F(TextOfEveryScript, InAnUnknownCode_IsTold)
+TEST_F(TextOfEveryScript, UnknownCode_IsPrinted)
 {
     givenDrawing("a.qedb");
-    const ProgramResult result = run({"assign", "ΓΗ:🗺", "a.qedb"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors, HasSubstr("ΓΗ:🗺"));
+    expectResult(run({"assign", "ΓΗ:🗺", "a.qedb"}), 1, "", HasSubstr("ΓΗ:🗺"));
 }
 
-TEST_F(TextOfEveryScript, InANoteAndAName_IsStoredInADrawingAndRead)
+TEST_F(TextOfEveryScript, ItemNameAndNote_AreStoredInADrawingAndRead)
 {
     givenDrawing(kDrawing);
     ASSERT_EQ(run({"config", "add", "--source", "ΓΗ:1", "--target", "測:2", "--name", "Straße 🗺", "--type", "path",
                    "--note", kText, "--drawing", kDrawing, "-q"})
                   .status,
               0);
-    const std::string element = "<Item><Version>1.0</Version><SourceCs>ΓΗ:1</SourceCs><TargetCs>測:2</TargetCs>"
-                                "<Name>Straße 🗺</Name><Type>1</Type><Note>" +
-                                kText + "</Note></Item>";
+    const std::string element = configurationItem("ΓΗ:1", "測:2", "Straße 🗺", 1, kText);
     const ProgramResult stored = run({"config", "get", "--drawing", kDrawing});
     expectResult(stored, 0, element, "");
     const ProgramResult items = run({"config", "items", "--json"}, stored.output);
@@ -107,36 +95,34 @@ TEST_F(TextOfEveryScript, InANoteAndAName_IsStoredInADrawingAndRead)
                  "");
 }
 
-TEST_F(TextOfEveryScript, InTheNameOfTheUsersFolder_IsFollowed)
+TEST_F(TextOfEveryScript, UserFolderName_IsUsed)
 {
     const std::string folder = path(kFolder).string();
-    const std::string element = "<Item><Version>1.0</Version><SourceCs>A</SourceCs><TargetCs>B</TargetCs><Name>n</Name>"
-                                "<Type>1</Type><Note>" +
-                                kText + "</Note></Item>";
+    const std::string element = configurationItem("A", "B", "n", 1, kText);
     ASSERT_EQ(
         run({"config", "set", "-", "--user", "--user-dir", folder, "--registry", path("registry").string()}, element)
             .status,
         0);
-    EXPECT_THAT(namesInTheFolder(), testing::UnorderedElementsAre("TransformationSetting.xml", "orvelcs.lock"));
-    EXPECT_EQ(contents(kFolder + "/TransformationSetting.xml"), element + "\r\n");
+    EXPECT_THAT(files(kFolder), testing::ElementsAre(kSettingsFile, kLockFile));
+    EXPECT_EQ(contents(kFolder + "/" + kSettingsFile), element + "\r\n");
     expectResult(run({"config", "get", "--user", "--user-dir", folder}), 0, element, "");
 }
 
-TEST_F(TextOfEveryScript, InTheNameOfAFileOfBytes_IsUsed)
+TEST_F(TextOfEveryScript, BlockFileName_IsUsed)
 {
     const std::string block = kFolder + "/bloc é.bin";
     ASSERT_EQ(run({"encode", "EPSG:4326", "--drawing-version", "33", "-q", "-o", block}).status, 0);
     EXPECT_EQ(runForJson({"decode", block}).at(0)["code"], "EPSG:4326");
 }
 
-TEST_F(TextOfEveryScript, InWrongUsage_IsToldAsItIs)
+TEST_F(TextOfEveryScript, WrongArguments_ArePrintedUnchanged)
 {
     expectWrongUsage(run({"show", kDrawing, "--größe"}), "orvelcs: show: --größe: no such option");
     expectWrongUsage(run({"new", "--drawing-version", "測", "a.qedb"}),
                      "orvelcs: new: --drawing-version: expected a whole number from 21 to 33, found 測");
 }
 
-TEST_F(TextOfEveryScript, InSpacesQuotesAndBackslashes_IsOneArgument)
+TEST_F(TextOfEveryScript, SpacesQuotesAndBackslashes_StayInOneArgument)
 {
     givenDrawing("a.qedb");
     for (const std::string note :

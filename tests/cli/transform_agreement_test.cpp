@@ -1,4 +1,4 @@
-// Points through what a drawing configures, against PROJ itself.
+// Configured transformations agree with PROJ.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -17,29 +17,24 @@ struct Area {
     double fromX, toX, fromY, toY;
 };
 
-struct Comparison {
-    const char* source; // of the operation, as the drawing configures it
+/// An operation as the drawing configures it, and areas in the axes of its source and of its target.
+struct ComparedOperation {
+    const char* test;
+    const char* source;
     const char* target;
     const char* name;
     const char* code;
     int type;
+    Area sourceArea;
+    Area targetArea;
 };
 
-class TransformAgreement : public CommandLineTest {
+class TransformAgreement : public CommandLineTest, public testing::WithParamInterface<ComparedOperation> {
 protected:
     static constexpr int kPoints = 1000;
 
-    void givenConfiguration(const Comparison& one) const
-    {
-        givenDrawing("plan.qedb");
-        const std::string item = std::string("<Item><Version>1.0</Version><SourceCs>") + one.source +
-                                 "</SourceCs><TargetCs>" + one.target + "</TargetCs><Name>" + one.name +
-                                 "</Name><Type>" + std::to_string(one.type) + "</Type><Note></Note></Item>";
-        ASSERT_EQ(run({"forms", "plan.qedb", "--quiet", "--put", "config=" + item}).status, 0);
-    }
-
-    /// Spread over the area without a pattern that a grid of points would have: multiples of two irrational numbers.
-    static std::string pointsOf(const Area& area)
+    /// Points that are spread over the area by multiples of two irrational numbers, without the pattern of a grid.
+    static std::string spreadPoints(const Area& area)
     {
         std::ostringstream text;
         text.precision(12);
@@ -52,7 +47,7 @@ protected:
         return text.str();
     }
 
-    static std::vector<Point> pointsFrom(const std::string& text)
+    static std::vector<Point> parsePoints(const std::string& text)
     {
         std::vector<Point> points;
         std::istringstream lines(text);
@@ -66,22 +61,18 @@ protected:
         return points;
     }
 
-    std::vector<Point> pointsOfOrvelcs(const Comparison& one, bool isInverse, const std::string& points) const
+    std::vector<Point> transformByOrvelcs(const ComparedOperation& operation, bool isInverse,
+                                          const std::string& points) const
     {
-        const ProgramResult result = run({"transform", isInverse ? one.target : one.source,
-                                          isInverse ? one.source : one.target, "--drawing", "plan.qedb"},
+        const ProgramResult result = run({"transform", isInverse ? operation.target : operation.source,
+                                          isInverse ? operation.source : operation.target, "--drawing", "plan.qedb"},
                                          points);
         EXPECT_EQ(result.status, 0);
-        EXPECT_EQ(result.errors, ""); // and so no note that nothing was configured
-        return pointsFrom(result.output);
+        EXPECT_EQ(result.errors, ""); // and so no note that the configuration is missing
+        return parsePoints(result.output);
     }
 
-    std::string carriedOver(const char* code, bool isInverse, const std::string& points) const
-    {
-        return carriedOverByProj(code, isInverse, points, path(""));
-    }
-
-    /// In each axis; fails unless there are as many points of both as were given.
+    /// The largest difference in each axis. Expects as many points in both lists as were given.
     static Point largestDifference(const std::vector<Point>& left, const std::vector<Point>& right)
     {
         EXPECT_EQ(left.size(), static_cast<std::size_t>(kPoints));
@@ -93,48 +84,63 @@ protected:
         return largest;
     }
 
-    void expectAgreement(const Comparison& one, bool isInverse, const Area& area) const
+    void expectAgreement(const ComparedOperation& operation, bool isInverse, const Area& area) const
     {
-        const std::string points = pointsOf(area);
-        const auto ours = pointsOfOrvelcs(one, isInverse, points);
-        const Point largest = largestDifference(ours, pointsFrom(carriedOver(one.code, isInverse, points)));
+        const std::string points = spreadPoints(area);
+        const auto ours = transformByOrvelcs(operation, isInverse, points);
+        const Point largest =
+            largestDifference(ours, parsePoints(transformByProj(operation.code, isInverse, points, path(""))));
         std::ostringstream text;
         text.precision(1);
-        text << std::scientific << one.code << (isInverse ? " in reverse" : "") << ", " << kPoints
+        text << std::scientific << operation.code << (isInverse ? " in reverse" : "") << ", " << kPoints
              << " points: the largest differences from PROJ are " << largest[0] << ", " << largest[1] << " and "
              << largest[2] << " m\n";
         std::cout << text.str();
         EXPECT_LE(largest[0], 1e-9);
         EXPECT_LE(largest[1], 1e-9);
         EXPECT_LE(largest[2], 1e-6);
-        EXPECT_GT(largestDifference(ours, pointsFrom(points))[0], 1e-6); // it has done something
+        EXPECT_GT(largestDifference(ours, parsePoints(points))[0], 1e-6); // the points have changed
     }
 };
 
-constexpr Comparison kNtfParis{"EPSG:4807", "EPSG:4326", "NTF (Paris) to WGS 84 (1)", "EPSG:8094", 1};
-constexpr Comparison kAmersfoort{"EPSG:4289", "EPSG:4230", "Amersfoort to ED50 (1)", "EPSG:4837", 1};
-constexpr Comparison kEd50{"EPSG:4230", "EPSG:4326", "ED50 to WGS 84 (18)", "EPSG:1311", 2};
+constexpr ComparedOperation kOperations[] = {
+    {"PathOfTwoSteps",
+     "EPSG:4807",
+     "EPSG:4326",
+     "NTF (Paris) to WGS 84 (1)",
+     "EPSG:8094",
+     1,
+     {46.7, 56.7, -7.5, 8}, // France in grads from Paris
+     {42, 51, -5, 9}},
+    {"ReversiblePath",
+     "EPSG:4289",
+     "EPSG:4230",
+     "Amersfoort to ED50 (1)",
+     "EPSG:4837",
+     1,
+     {50.7, 53.6, 3.3, 7.3},
+     {50.7, 53.6, 3.3, 7.3}},
+    {"SingleTransformation",
+     "EPSG:4230",
+     "EPSG:4326",
+     "ED50 to WGS 84 (18)",
+     "EPSG:1311",
+     2,
+     {49, 63, -12, 6}, // the North Sea
+     {49, 63, -12, 6}},
+};
 
-TEST_F(TransformAgreement, APathOfTwoSteps_AgreesWithProjInBothDirections)
+TEST_P(TransformAgreement, ConfiguredOperation_AgreesWithProjInBothDirections)
 {
-    givenConfiguration(kNtfParis);
-    expectAgreement(kNtfParis, false, {46.7, 56.7, -7.5, 8}); // grads of France, from Paris
-    expectAgreement(kNtfParis, true, {42, 51, -5, 9});
+    const ComparedOperation& operation = GetParam();
+    givenConfiguredDrawing("plan.qedb",
+                           configurationItem(operation.source, operation.target, operation.name, operation.type));
+    expectAgreement(operation, false, operation.sourceArea);
+    expectAgreement(operation, true, operation.targetArea);
 }
 
-TEST_F(TransformAgreement, AReversiblePath_AgreesWithProjInBothDirections)
-{
-    givenConfiguration(kAmersfoort);
-    expectAgreement(kAmersfoort, false, {50.7, 53.6, 3.3, 7.3});
-    expectAgreement(kAmersfoort, true, {50.7, 53.6, 3.3, 7.3});
-}
-
-TEST_F(TransformAgreement, ASingleTransformation_AgreesWithProjInBothDirections)
-{
-    givenConfiguration(kEd50);
-    expectAgreement(kEd50, true, {49, 63, -12, 6}); // the North Sea
-    expectAgreement(kEd50, false, {49, 63, -12, 6});
-}
+INSTANTIATE_TEST_SUITE_P(Each, TransformAgreement, testing::ValuesIn(kOperations),
+                         [](const auto& operation) { return std::string(operation.param.test); });
 
 } // namespace
 } // namespace Tests

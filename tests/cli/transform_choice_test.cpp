@@ -1,4 +1,4 @@
-// What transform tells of the operations that PROJ chooses.
+// The operations that PROJ chooses for transform, and the notes about them.
 #include "command_line_test.h"
 
 namespace Tests {
@@ -13,21 +13,17 @@ protected:
     static constexpr const char* kCanada = "60 -100\n";
     static constexpr const char* kGulfOfGuinea = "0 0\n";
 
-    /// From NAD27 to NAD83, between which the place decides.
-    ProgramResult shifted(const std::string& points, const std::vector<std::string>& options = {}) const
+    /// The operation from NAD27 to NAD83 depends on the place.
+    ProgramResult nad27ToNad83(const std::string& points, const Arguments& options = {}) const
     {
-        std::vector<std::string> arguments = {"transform", "EPSG:4267", "EPSG:4269"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        return run(std::move(arguments), points);
+        return run(concatenate({"transform", "EPSG:4267", "EPSG:4269"}, options), points);
     }
-    /// From ITRF2014 to GDA2020, which follows its plate.
-    ProgramResult moved(const std::string& points, const std::vector<std::string>& options = {}) const
+    /// The operation from ITRF2014 to GDA2020 depends on time.
+    ProgramResult itrf2014ToGda2020(const std::string& points, const Arguments& options = {}) const
     {
-        std::vector<std::string> arguments = {"transform", "EPSG:9000", "EPSG:7844"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        return run(std::move(arguments), points);
+        return run(concatenate({"transform", "EPSG:9000", "EPSG:7844"}, options), points);
     }
-    static std::vector<std::string> fieldsOf(const std::string& line)
+    static std::vector<std::string> splitAtTabs(const std::string& line)
     {
         std::vector<std::string> fields(1);
         for (const char character : line)
@@ -39,42 +35,43 @@ protected:
     }
 };
 
-TEST_F(TransformChoice, ForEachPoint_IsNotedWithAllThatWereChosenAndHowOften)
+TEST_F(TransformChoice, OperationsChosenForEachPoint_AreNotedWithTheirNumbersOfPoints)
 {
-    const ProgramResult result = shifted(std::string(kKansas) + kCanada + kKansas);
+    const ProgramResult result = nad27ToNad83(std::string(kKansas) + kCanada + kKansas);
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.errors, HasSubstr("orvelcs: transform: EPSG:4267 to EPSG:4269: note: no transformation is "
                                          "configured; PROJ chooses for each point: NAD27 to "));
     EXPECT_THAT(result.errors, HasSubstr(" m (2 points); NAD27 to "));
     EXPECT_THAT(result.errors, HasSubstr(" m (1 point)\n"));
     EXPECT_THAT(result.errors, Not(HasSubstr("ballpark")));
-    EXPECT_THAT(shifted("").errors, HasSubstr("PROJ chooses for each point\n"));
-    EXPECT_EQ(shifted(kKansas, {"-q"}).errors, "");
+    EXPECT_THAT(nad27ToNad83("").errors, HasSubstr("PROJ chooses for each point\n"));
+    EXPECT_EQ(nad27ToNad83(kKansas, {"-q"}).errors, "");
 }
 
-TEST_F(TransformChoice, OneBallparkPointAmongVeryMany_IsToldEvenWhenQuiet)
+TEST_F(TransformChoice, OneBallparkPointAmongMany_IsNotedEvenWhenQuiet)
 {
     std::string points;
     for (int index = 0; index < 5000; ++index)
         points += index == 4321 ? kGulfOfGuinea : kKansas;
-    EXPECT_EQ(shifted(points, {"-q"}).errors,
+    EXPECT_EQ(nad27ToNad83(points, {"-q"}).errors,
               "orvelcs: transform: EPSG:4267 to EPSG:4269: note: 1 of 5000 points went through a ballpark operation, "
               "which takes datums for equal: Ballpark geographic offset from NAD27 to NAD83\n");
 }
 
-TEST_F(TransformChoice, Operations_FollowEachPointAfterTabs)
+TEST_F(TransformChoice, OperationsOption_AppendsTheOperationToEachPoint)
 {
     EXPECT_EQ(run({"transform", "-q", "EPSG:4258", "EPSG:25832", "--operations"}, "0 9\nx\n0 9 1\n").output,
               "500000.000000 0.000000\tEPSG:16032\tUTM zone 32N\n*\n"
               "500000.000000 0.000000 1.000000\tEPSG:16032\tUTM zone 32N\n");
-    const auto fields = fieldsOf(shifted(kGulfOfGuinea, {"--operations"}).output);
+    const auto fields = splitAtTabs(nad27ToNad83(kGulfOfGuinea, {"--operations"}).output);
     EXPECT_EQ(fields, (std::vector<std::string>{"0.0000000000 0.0000000000", "",
                                                 "Ballpark geographic offset from NAD27 to NAD83"}));
 }
 
-TEST_F(TransformChoice, Json_NamesTheOperationsAndHowManyPointsEachHad)
+TEST_F(TransformChoice, Json_ListsTheOperationsWithTheirNumbersOfPoints)
 {
-    const Json document = Json::parse(shifted(std::string(kKansas) + kGulfOfGuinea + kKansas, {"--json", "-q"}).output);
+    const Json document =
+        Json::parse(nad27ToNad83(std::string(kKansas) + kGulfOfGuinea + kKansas, {"--json", "-q"}).output);
     EXPECT_EQ(document["source"], "EPSG:4267");
     EXPECT_EQ(document["target"], "EPSG:4269");
     EXPECT_EQ(document["configured"], false);
@@ -94,9 +91,9 @@ TEST_F(TransformChoice, Json_NamesTheOperationsAndHowManyPointsEachHad)
     EXPECT_EQ(document["epochMissing"], false);
 }
 
-TEST_F(TransformChoice, Json_WithOperations_HasOneInEachElement)
+TEST_F(TransformChoice, JsonWithOperationsOption_HasTheOperationOfEachPoint)
 {
-    const ProgramResult result = shifted(std::string(kGulfOfGuinea) + "x\n", {"--json", "--operations"});
+    const ProgramResult result = nad27ToNad83(std::string(kGulfOfGuinea) + "x\n", {"--json", "--operations"});
     EXPECT_EQ(result.status, 1);
     const Json points = Json::parse(result.output)["points"];
     EXPECT_EQ(points[0]["point"], Json::array({0.0, 0.0}));
@@ -104,41 +101,42 @@ TEST_F(TransformChoice, Json_WithOperations_HasOneInEachElement)
     EXPECT_EQ(points[1], Json({{"point", nullptr}, {"operation", nullptr}}));
 }
 
-TEST_F(TransformChoice, AnEpoch_IsTakenFromTheOptionOrAFourthColumnWhichWins)
+TEST_F(TransformChoice, Epoch_ComesFromTheFourthColumnOrElseFromTheOption)
 {
-    const std::string without = moved("-30 130 1\n").output;
-    const std::string in2030 = moved("-30 130 1\n", {"--epoch", "2030"}).output;
-    EXPECT_EQ(moved("-30 130 1\n", {"--epoch", "2020.0"}).output, without); // the operation's own
+    const std::string without = itrf2014ToGda2020("-30 130 1\n").output;
+    const std::string in2030 = itrf2014ToGda2020("-30 130 1\n", {"--epoch", "2030"}).output;
+    EXPECT_EQ(itrf2014ToGda2020("-30 130 1\n", {"--epoch", "2020.0"}).output,
+              without); // the epoch of the operation itself
     EXPECT_NE(in2030, without);
-    const std::string column = moved("-30 130 1 2030\n", {"--epoch=2040"}).output;
+    const std::string column = itrf2014ToGda2020("-30 130 1 2030\n", {"--epoch=2040"}).output;
     EXPECT_EQ(column, in2030.substr(0, in2030.size() - 1) + " 2030\n");
-    EXPECT_EQ(moved("-30 130 1 2030.25\n").output.substr(column.size() - 5), "2030.25\n");
-    EXPECT_NE(moved("-30 130\n", {"--epoch", "2030"}).output, moved("-30 130\n").output);
+    EXPECT_EQ(itrf2014ToGda2020("-30 130 1 2030.25\n").output.substr(column.size() - 5), "2030.25\n");
+    EXPECT_NE(itrf2014ToGda2020("-30 130\n", {"--epoch", "2030"}).output, itrf2014ToGda2020("-30 130\n").output);
 }
 
-TEST_F(TransformChoice, AnEpochThatIsNeededAndMissing_IsNoted)
+TEST_F(TransformChoice, MissingEpoch_IsNotedIfTheOperationDependsOnTime)
 {
     const std::string note = "note: 1 of 2 points went through an operation that depends on time, and had no epoch; "
                              "give it with --epoch or in a fourth column\n";
-    EXPECT_THAT(moved("-30 130 0 2020\n-30 130 0\n").errors, HasSubstr(note));
-    EXPECT_THAT(moved("-30 130 0\n", {"--epoch", "2020"}).errors, Not(HasSubstr("epoch")));
-    EXPECT_THAT(shifted(kKansas).errors, Not(HasSubstr("epoch")));
-    EXPECT_EQ(Json::parse(moved("-30 130 0\n", {"--json"}).output)["epochMissing"], true);
-    EXPECT_EQ(Json::parse(moved("-30 130 0 2020\n", {"--json"}).output)["epochMissing"], false);
+    EXPECT_THAT(itrf2014ToGda2020("-30 130 0 2020\n-30 130 0\n").errors, HasSubstr(note));
+    EXPECT_THAT(itrf2014ToGda2020("-30 130 0\n", {"--epoch", "2020"}).errors, Not(HasSubstr("epoch")));
+    EXPECT_THAT(nad27ToNad83(kKansas).errors, Not(HasSubstr("epoch")));
+    EXPECT_EQ(Json::parse(itrf2014ToGda2020("-30 130 0\n", {"--json"}).output)["epochMissing"], true);
+    EXPECT_EQ(Json::parse(itrf2014ToGda2020("-30 130 0 2020\n", {"--json"}).output)["epochMissing"], false);
 }
 
-TEST_F(TransformChoice, AnEpochThatIsNoYear_IsRefused)
+TEST_F(TransformChoice, InvalidEpoch_IsRefused)
 {
     for (const std::string epoch : {"20", "1899.9", "2200.1", "2020-05", "nan", "spring"})
-        expectWrongUsage(moved("-30 130\n", {"--epoch", epoch}),
+        expectWrongUsage(itrf2014ToGda2020("-30 130\n", {"--epoch", epoch}),
                          "orvelcs: transform: --epoch: expected a decimal year from 1900 to 2200, found " + epoch);
-    const ProgramResult result = moved("-30 130 1 17\n-30 130 1 1900\n", {"-q"});
+    const ProgramResult result = itrf2014ToGda2020("-30 130 1 17\n-30 130 1 1900\n", {"-q"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output.substr(0, 2), "*\n");
     EXPECT_THAT(result.errors, HasSubstr("line 1: expected a year from 1900 to 2200 in the fourth column, found 17\n"));
 }
 
-TEST_F(TransformChoice, TheNetwork_IsUsedOnlyWhereTheEnvironmentSaysSo)
+TEST_F(TransformChoice, Network_IsUsedOnlyIfTheEnvironmentEnablesIt)
 {
     constexpr const char* kNote = "PROJ may read grids over the network, since PROJ_NETWORK says so";
     ProgramRun programRun;

@@ -1,4 +1,4 @@
-// Grids: used where they are, named where they are not.
+// Installed grids are used, and missing grids are named.
 #include <cstdint>
 #include <cstring>
 
@@ -12,8 +12,8 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-/// The bytes of a grid in the format NTv2, in this machine's order, which PROJ takes under any name: everywhere between
-/// 35° and 45° north, 95° and 105° west, it shifts by 3.6" to the north and 7.2" to the east.
+/// The bytes of an NTv2 grid in this machine's byte order. PROJ reads it under any file name. Between 35° and 45° north
+/// and between 95° and 105° west, the grid shifts every point by 3.6" to the north and 7.2" to the east.
 class ShiftGrid {
 public:
     static std::string bytes()
@@ -22,7 +22,7 @@ public:
         grid.writeFileHeader();
         grid.writeGridHeader();
         for (int node = 0; node < 3 * 3; ++node)
-            for (const float value : {3.6F, -7.2F, 0.0F, 0.0F}) // north, west, and how accurate these are
+            for (const float value : {3.6F, -7.2F, 0.0F, 0.0F}) // north, west and their accuracies
                 grid.write(value);
         grid.text("END", "");
         return grid.bytes_;
@@ -50,7 +50,7 @@ private:
         text("UPDATED", "");
         number("S_LAT", 35 * kSecondsInADegree);
         number("N_LAT", 45 * kSecondsInADegree);
-        number("E_LONG", 95 * kSecondsInADegree); // to the west
+        number("E_LONG", 95 * kSecondsInADegree); // positive to the west
         number("W_LONG", 105 * kSecondsInADegree);
         number("LAT_INC", 5 * kSecondsInADegree);
         number("LONG_INC", 5 * kSecondsInADegree);
@@ -64,24 +64,24 @@ private:
         std::memcpy(raw, &value, sizeof value);
         bytes_.append(raw, sizeof value);
     }
-    void word(std::string text)
+    void padded(std::string text)
     {
         text.resize(8, ' ');
         bytes_ += text;
     }
     void text(const char* key, const char* value)
     {
-        word(key);
-        word(value);
+        padded(key);
+        padded(value);
     }
     void number(const char* key, double value)
     {
-        word(key);
+        padded(key);
         write(value);
     }
     void integer(const char* key, std::int32_t value)
     {
-        word(key);
+        padded(key);
         write(value);
         write(std::int32_t{0});
     }
@@ -89,10 +89,10 @@ private:
     std::string bytes_;
 };
 
-/// PROJ's data are the catalog alone, whatever grids this machine has.
+/// The data folder of PROJ has only the catalog, whatever grids this machine has.
 class TransformGrid : public CommandLineTest {
 protected:
-    static constexpr const char* kGrid = "us_noaa_conus.tif"; // as PROJ names that of EPSG:1241
+    static constexpr const char* kGrid = "us_noaa_conus.tif"; // the grid of EPSG:1241
 
     TransformGrid()
     {
@@ -100,11 +100,10 @@ protected:
         std::filesystem::copy_file(proj_context_get_database_path(PJ_DEFAULT_CTX), path("data/proj.db"));
     }
 
-    ProgramResult shifted(const std::string& points, std::vector<std::string> options = {}) const
+    ProgramResult nad27ToNad83(const std::string& points, const Arguments& options = {}) const
     {
         ProgramRun programRun;
-        programRun.arguments = {"transform", "EPSG:4267", "EPSG:4269"};
-        programRun.arguments.insert(programRun.arguments.end(), options.begin(), options.end());
+        programRun.arguments = concatenate({"transform", "EPSG:4267", "EPSG:4269"}, options);
         programRun.environment["PROJ_DATA"] = path("data").string();
         programRun.environment["PROJ_USER_WRITABLE_DIRECTORY"] = path("downloads").string();
         programRun.input = points;
@@ -112,15 +111,15 @@ protected:
     }
 };
 
-TEST_F(TransformGrid, ThatIsMissing_IsNamedWithTheCommandAndTheFolder)
+TEST_F(TransformGrid, MissingGrid_IsNotedWithTheCommandAndTheFolder)
 {
     const std::string note = std::string("the grid ") + kGrid +
                              " is not installed; it would allow EPSG:1241 NAD27 to NAD83 (1), accuracy 0.15 m; "
                              "projsync --file " +
                              kGrid + " puts it into " + path("downloads").string() + "\n";
-    EXPECT_THAT(shifted("40 -100\n40 -101\n").errors, HasSubstr(note));
-    EXPECT_THAT(shifted("0 0\n").errors, Not(HasSubstr("the grid"))); // it would not help there
-    const Json document = Json::parse(shifted("40 -100\n", {"--json", "-q"}).output);
+    EXPECT_THAT(nad27ToNad83("40 -100\n40 -101\n").errors, HasSubstr(note));
+    EXPECT_THAT(nad27ToNad83("0 0\n").errors, Not(HasSubstr("the grid"))); // the grid does not cover this point
+    const Json document = Json::parse(nad27ToNad83("40 -100\n", {"--json", "-q"}).output);
     EXPECT_EQ(document["missingGrids"], Json::array({{{"name", kGrid},
                                                       {"operation", "NAD27 to NAD83 (1)"},
                                                       {"code", "EPSG:1241"},
@@ -129,25 +128,26 @@ TEST_F(TransformGrid, ThatIsMissing_IsNamedWithTheCommandAndTheFolder)
                                                       {"folder", path("downloads").string()}}}));
 }
 
-TEST_F(TransformGrid, InAFolderOfProjData_IsUsed)
+TEST_F(TransformGrid, GridInProjData_IsUsed)
 {
     given(std::string("data/") + kGrid, ShiftGrid::bytes());
-    const ProgramResult result = shifted("40 -100\n", {"--operations"});
+    const ProgramResult result = nad27ToNad83("40 -100\n", {"--operations"});
     EXPECT_EQ(result.output, "40.0010000000 -99.9980000000\tEPSG:1241\tNAD27 to NAD83 (1)\n");
     EXPECT_THAT(result.errors, Not(HasSubstr("the grid")));
 }
 
-TEST_F(TransformGrid, WhereTheNoteSaysThatItBelongs_IsUsed)
+TEST_F(TransformGrid, GridInTheFolderOfTheNote_IsUsed)
 {
     std::filesystem::create_directories(path("downloads"));
     given(std::string("downloads/") + kGrid, ShiftGrid::bytes());
-    EXPECT_EQ(shifted("40 -100\n").output, "40.0010000000 -99.9980000000\n");
+    EXPECT_EQ(nad27ToNad83("40 -100\n").output, "40.0010000000 -99.9980000000\n");
 }
 
-TEST_F(TransformGrid, WhereTheGridEnds_DatumsAreTakenForEqualAndThatIsTold)
+TEST_F(TransformGrid, PointOutsideTheGrid_UsesABallparkOperationWithANote)
 {
     given(std::string("data/") + kGrid, ShiftGrid::bytes());
-    const ProgramResult result = shifted("40 -100\n30 -100\n", {"-q"}); // both in the operation's area of use
+    const ProgramResult result =
+        nad27ToNad83("40 -100\n30 -100\n", {"-q"}); // both points lie in the operation's area of use
     EXPECT_EQ(result.output, "40.0010000000 -99.9980000000\n30.0000000000 -100.0000000000\n");
     EXPECT_EQ(result.errors,
               "orvelcs: transform: EPSG:4267 to EPSG:4269: note: 1 of 2 points went through a ballpark operation, "

@@ -7,33 +7,28 @@ namespace {
 
 class TransformCommand : public CommandLineTest {
 protected:
-    void givenConfiguredDrawing(const std::string& source, const std::string& target, const std::string& name,
-                                const std::string& type) const
+    void givenConfiguration(const std::string& source, const std::string& target, const std::string& name) const
     {
-        givenDrawing("plan.qedb");
-        const std::string item = "<Item><Version>1.0</Version><SourceCs>" + source + "</SourceCs><TargetCs>" + target +
-                                 "</TargetCs><Name>" + name + "</Name><Type>" + type + "</Type><Note></Note></Item>";
-        ASSERT_EQ(run({"forms", "plan.qedb", "--quiet", "--put", "config=" + item}).status, 0);
+        givenConfiguredDrawing("plan.qedb", configurationItem(source, target, name, 2));
     }
-    ProgramResult configured(const std::string& source, const std::string& target, const std::string& points) const
+    ProgramResult transformWithDrawing(const std::string& source, const std::string& target,
+                                       const std::string& points) const
     {
         return run({"transform", source, target, "--drawing", "plan.qedb"}, points);
     }
-    /// UTM 32N from its own geographic system: no datum comes into it.
-    ProgramResult projected(const std::string& points, std::vector<std::string> options = {}) const
+    /// Transforms from ETRS89 to UTM 32N, which has the same datum.
+    ProgramResult project(const std::string& points, const Arguments& options = {}) const
     {
-        std::vector<std::string> arguments = {"transform", "EPSG:4258", "EPSG:25832", "--quiet"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        return run(std::move(arguments), points);
+        return run(concatenate({"transform", "EPSG:4258", "EPSG:25832", "--quiet"}, options), points);
     }
 };
 
-TEST_F(TransformCommand, EachPointIsALine)
+TEST_F(TransformCommand, EachPoint_IsPrintedOnALine)
 {
-    expectResult(projected("0 9\n0 9 12.5\n"), 0, "500000.000000 0.000000\n500000.000000 0.000000 12.500000\n", "");
+    expectResult(project("0 9\n0 9 12.5\n"), 0, "500000.000000 0.000000\n500000.000000 0.000000 12.500000\n", "");
 }
 
-TEST_F(TransformCommand, AnglesHaveTenDecimals)
+TEST_F(TransformCommand, Angles_HaveTenDecimals)
 {
     expectResult(run({"transform", "-q", "EPSG:25832", "EPSG:4258"}, "500000 0\n"), 0, "0.0000000000 9.0000000000\n",
                  "");
@@ -56,76 +51,76 @@ TEST_F(TransformCommand, Json_IsOneObject)
   "epochMissing": false
 }
 )";
-    expectResult(projected("0 9\nnonsense\n0 9 1\n", {"--json"}), 1,
+    expectResult(project("0 9\nnonsense\n0 9 1\n", {"--json"}), 1,
                  std::string("{\n  \"source\": \"EPSG:4258\",\n  \"target\": \"EPSG:25832\",\n"
                              "  \"configured\": false,\n  \"points\": [\n    [500000.000000, 0.000000],\n    null,\n"
                              "    [500000.000000, 0.000000, 1.000000]\n  ],\n  ") +
                      kTail,
                  "orvelcs: transform: line 2: expected 2 to 4 numbers, found \"nonsense\"\n"
                  "orvelcs: transform: standard input: 1 of 3 points could not be transformed\n");
-    const Json empty = Json::parse(projected("", {"--json"}).output);
+    const Json empty = Json::parse(project("", {"--json"}).output);
     EXPECT_EQ(empty["points"], Json::array());
     EXPECT_EQ(empty["operations"][0]["points"], 0);
 }
 
-TEST_F(TransformCommand, NoPoints_GiveNothing)
+TEST_F(TransformCommand, EmptyInput_PrintsNothing)
 {
-    expectResult(projected(""), 0, "", "");
+    expectResult(project(""), 0, "", "");
 }
 
 TEST_F(TransformCommand, EmptyLinesAndComments_AreSkippedButCounted)
 {
-    const ProgramResult result = projected("# x y\n\n  \t\n0 9\n  # more\nfoo\n");
+    const ProgramResult result = project("# x y\n\n  \t\n0 9\n  # more\nfoo\n");
     EXPECT_EQ(result.output, "500000.000000 0.000000\n*\n");
     EXPECT_THAT(result.errors, testing::HasSubstr("transform: line 6: expected 2 to 4 numbers, found \"foo\""));
     EXPECT_THAT(result.errors, testing::HasSubstr("1 of 2 points could not be transformed"));
 }
 
-TEST_F(TransformCommand, BlanksLineEndsAndAByteOrderMarkDoNotMatter)
+TEST_F(TransformCommand, BlanksLineEndsAndAByteOrderMark_AreIgnored)
 {
-    expectResult(projected("\xEF\xBB\xBF+0\t  9e0 \r\n 0.0 9."), 0, "500000.000000 0.000000\n500000.000000 0.000000\n",
+    expectResult(project("\xEF\xBB\xBF+0\t  9e0 \r\n 0.0 9."), 0, "500000.000000 0.000000\n500000.000000 0.000000\n",
                  "");
 }
 
-TEST_F(TransformCommand, WhatIsNoPoint_IsAnsweredWithAnAsterisk)
+TEST_F(TransformCommand, LineThatIsNotAPoint_PrintsAnAsterisk)
 {
     for (const std::string line : {"0", "0 9 1 2", "0,9", "0 9x", "0 nan", "inf 9", "1e999 9", "0x0 9", "+-0 9",
                                    "0 9 z", "zero nine", "--1 9", "0 9 1 2020 3", "0 9 1 z"}) {
-        const ProgramResult result = projected(line + "\n0 9\n");
+        const ProgramResult result = project(line + "\n0 9\n");
         EXPECT_EQ(result.status, 1) << line;
         EXPECT_EQ(result.output, "*\n500000.000000 0.000000\n") << line;
     }
 }
 
-TEST_F(TransformCommand, ALineWithoutAPoint_IsToldWithWhatItHolds)
+TEST_F(TransformCommand, LineThatIsNotAPoint_IsReportedWithItsContent)
 {
-    const auto toldOf = [this](const std::string& line) {
-        const std::string errors = projected(line + "\n").errors;
+    const auto firstError = [this](const std::string& line) {
+        const std::string errors = project(line + "\n").errors;
         return errors.substr(0, errors.find('\n'));
     };
     const std::string expected = "orvelcs: transform: line 1: expected 2 to 4 numbers, found ";
-    EXPECT_EQ(toldOf("0"), expected + "1");
-    EXPECT_EQ(toldOf("0 9 1 2020 2"), expected + "5");
-    EXPECT_EQ(toldOf("0 nine"), expected + "\"nine\"");
-    EXPECT_EQ(toldOf("0 " + std::string(39, 'x') + "\xC3\xA9"), expected + '"' + std::string(39, 'x') + '"');
+    EXPECT_EQ(firstError("0"), expected + "1");
+    EXPECT_EQ(firstError("0 9 1 2020 2"), expected + "5");
+    EXPECT_EQ(firstError("0 nine"), expected + "\"nine\"");
+    EXPECT_EQ(firstError("0 " + std::string(39, 'x') + "\xC3\xA9"), expected + '"' + std::string(39, 'x') + '"');
 }
 
-TEST_F(TransformCommand, ALineTooLong_IsNoPoint)
+TEST_F(TransformCommand, OverlongLine_IsNotAPoint)
 {
-    const ProgramResult result = projected("0 9" + std::string(5000, ' ') + "\n0 9\n");
+    const ProgramResult result = project("0 9" + std::string(5000, ' ') + "\n0 9\n");
     EXPECT_EQ(result.output, "*\n500000.000000 0.000000\n");
     EXPECT_THAT(result.errors, testing::HasSubstr("line 1: longer than 4096 bytes"));
 }
 
-TEST_F(TransformCommand, APointOutsideOfTheDomain_FailsAlone)
+TEST_F(TransformCommand, PointOutsideTheDomain_DoesNotAffectTheOthers)
 {
-    const ProgramResult result = projected("95 9\n0 9\n");
+    const ProgramResult result = project("95 9\n0 9\n");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "*\n500000.000000 0.000000\n");
     EXPECT_THAT(result.errors, testing::HasSubstr("transform: line 1: "));
 }
 
-TEST_F(TransformCommand, NothingConfigured_IsNotedWithWhatIsUsed)
+TEST_F(TransformCommand, MissingConfiguration_IsNotedWithTheOperationThatIsUsed)
 {
     const ProgramResult result = run({"transform", "EPSG:4807", "EPSG:4326"}, "");
     expectResult(result, 0, "",
@@ -134,7 +129,7 @@ TEST_F(TransformCommand, NothingConfigured_IsNotedWithWhatIsUsed)
     expectResult(run({"transform", "--quiet", "EPSG:4807", "EPSG:4326"}, ""), 0, "", "");
 }
 
-TEST_F(TransformCommand, DatumsTakenForEqual_AreNotedEvenWhenQuiet)
+TEST_F(TransformCommand, BallparkOperation_IsNotedEvenWhenQuiet)
 {
     const std::string line = "orvelcs: transform: EPSG:4230 to EPSG:4283: note: no transformation is configured; PROJ "
                              "uses Ballpark geographic offset from ED50 to GDA94, accuracy unknown; it is a ballpark "
@@ -143,88 +138,83 @@ TEST_F(TransformCommand, DatumsTakenForEqual_AreNotedEvenWhenQuiet)
     expectResult(run({"transform", "EPSG:4230", "EPSG:4283", "-q"}, ""), 0, "", line);
 }
 
-TEST_F(TransformCommand, Configured_IsUsedForwardAndInReverseWithoutANote)
+TEST_F(TransformCommand, ConfiguredTransformation_IsUsedInBothDirectionsWithoutANote)
 {
-    givenConfiguredDrawing("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", "2");
-    const ProgramResult there = configured("EPSG:4275", "EPSG:4326", "48 2\n");
-    expectResult(there, 0, "47.9999346059 1.9992750467\n", "");
-    const ProgramResult back = configured("EPSG:4326", "EPSG:4275", there.output);
-    EXPECT_EQ(back.status, 0);
-    EXPECT_EQ(back.errors, "");
-    EXPECT_EQ(back.output.substr(0, 9), "48.000000");
+    givenConfiguration("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)");
+    const ProgramResult forward = transformWithDrawing("EPSG:4275", "EPSG:4326", "48 2\n");
+    expectResult(forward, 0, "47.9999346059 1.9992750467\n", "");
+    const ProgramResult inverse = transformWithDrawing("EPSG:4326", "EPSG:4275", forward.output);
+    EXPECT_EQ(inverse.status, 0);
+    EXPECT_EQ(inverse.errors, "");
+    EXPECT_EQ(inverse.output.substr(0, 9), "48.000000");
 }
 
-TEST_F(TransformCommand, Configured_IsToldInJsonAndTakesEpochs)
+TEST_F(TransformCommand, ConfiguredTransformation_IsPrintedInJsonAndUsesEpochs)
 {
-    givenConfiguredDrawing("EPSG:9000", "EPSG:7844", "ITRF2014 to GDA2020 (1)", "2");
-    const auto document = [this](const std::string& points, std::vector<std::string> options) {
-        std::vector<std::string> arguments = {"transform", "EPSG:9000", "EPSG:7844",
-                                              "--drawing", "plan.qedb", "--json"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        return Json::parse(run(std::move(arguments), points).output);
+    givenConfiguration("EPSG:9000", "EPSG:7844", "ITRF2014 to GDA2020 (1)");
+    const auto transform = [this](const std::string& points, const Arguments& options) {
+        const Arguments arguments = {"transform", "EPSG:9000", "EPSG:7844", "--drawing", "plan.qedb", "--json"};
+        return Json::parse(run(concatenate(arguments, options), points).output);
     };
-    const Json without = document("-30 130\n", {});
+    const Json without = transform("-30 130\n", {});
     EXPECT_EQ(without["configured"], true);
     EXPECT_EQ(without["operations"][0]["code"], "EPSG:8049");
     EXPECT_EQ(without["operations"][0]["timeDependent"], true);
     EXPECT_EQ(without["operations"][0]["points"], 1);
     EXPECT_EQ(without["missingGrids"], Json::array());
     EXPECT_EQ(without["epochMissing"], true);
-    const Json in2030 = document("-30 130\n", {"--epoch", "2030"});
+    const Json in2030 = transform("-30 130\n", {"--epoch", "2030"});
     EXPECT_EQ(in2030["epochMissing"], false);
     EXPECT_NE(in2030["points"], without["points"]);
-    EXPECT_EQ(document("-30 130\n", {"--epoch", "2020"})["points"], without["points"]);
+    EXPECT_EQ(transform("-30 130\n", {"--epoch", "2020"})["points"], without["points"]);
 }
 
-TEST_F(TransformCommand, Configured_ThatDoesNotFit_IsRefused)
+TEST_F(TransformCommand, ConfiguredTransformationBetweenOtherSystems_IsRefused)
 {
-    givenConfiguredDrawing("EPSG:4230", "EPSG:4326", "NTF to WGS 84 (1)", "2");
-    expectResult(configured("EPSG:4230", "EPSG:4326", "48 2\n"), 1, "",
+    givenConfiguration("EPSG:4230", "EPSG:4326", "NTF to WGS 84 (1)");
+    expectResult(transformWithDrawing("EPSG:4230", "EPSG:4326", "48 2\n"), 1, "",
                  "orvelcs: transform: EPSG:1193: leads from EPSG:4275 (NTF) to EPSG:4326 (WGS 84), and so does not fit "
                  "between EPSG:4230 (ED50) and EPSG:4326 (WGS 84)\n");
 }
 
-TEST_F(TransformCommand, Configured_WithAnUnknownName_IsRefused)
+TEST_F(TransformCommand, UnknownConfiguredName_IsRefused)
 {
-    givenConfiguredDrawing("EPSG:4230", "EPSG:4326", "ED50 to Atlantis (1)", "2");
-    expectResult(configured("EPSG:4230", "EPSG:4326", "48 2\n"), 1, "",
+    givenConfiguration("EPSG:4230", "EPSG:4326", "ED50 to Atlantis (1)");
+    expectResult(transformWithDrawing("EPSG:4230", "EPSG:4326", "48 2\n"), 1, "",
                  "orvelcs: transform: ED50 to Atlantis (1): the catalog has no such transformation\n");
 }
 
-TEST_F(TransformCommand, Configured_WithANameThatSeveralHave_IsRefusedWithThem)
+TEST_F(TransformCommand, AmbiguousConfiguredName_IsRefusedAndNotedByConfigAdd)
 {
     const std::string name = "NKG_ETRF14 to ETRF93@2000.0";
-    givenConfiguredDrawing("EPSG:9069", "EPSG:4258", name, "2");
-    const ProgramResult result = configured("EPSG:9069", "EPSG:4258", "60 10\n");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.output, "");
-    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: transform: " + name + ": "));
-    const auto noted = run({"config", "add", "--source", "A", "--target", "B", "--name", name, "--type",
-                            "transformation", "--drawing", "plan.qedb"});
-    EXPECT_EQ(noted.status, 0);
-    EXPECT_THAT(noted.errors, testing::HasSubstr("several have this name: "));
+    givenConfiguration("EPSG:9069", "EPSG:4258", name);
+    expectResult(transformWithDrawing("EPSG:9069", "EPSG:4258", "60 10\n"), 1, "",
+                 testing::StartsWith("orvelcs: transform: " + name + ": "));
+    expectResult(run({"config", "add", "--source", "A", "--target", "B", "--name", name, "--type", "transformation",
+                      "--drawing", "plan.qedb"}),
+                 0, "plan.qedb: item added\n", testing::HasSubstr("several have this name: "));
 }
 
-TEST_F(TransformCommand, ConfiguredTheOtherWayRound_IsFoundOnlyWhereItMayBeReversed)
+TEST_F(TransformCommand, ReverseOfAConfiguredTransformation_IsFoundOnlyIfReversible)
 {
-    givenConfiguredDrawing("EPSG:4979", "EPSG:3855", "WGS 84 to EGM2008 height (2)", "2");
+    givenConfiguration("EPSG:4979", "EPSG:3855", "WGS 84 to EGM2008 height (2)");
     EXPECT_EQ(run({"transformation", "EPSG:4979", "EPSG:3855", "--drawing", "plan.qedb"}).status, 0);
     EXPECT_EQ(run({"transformation", "EPSG:3855", "EPSG:4979", "--drawing", "plan.qedb"}).status, 3);
     std::filesystem::remove(path("plan.qedb"));
-    givenConfiguredDrawing("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", "2");
+    givenConfiguration("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)");
     EXPECT_EQ(run({"transformation", "EPSG:4326", "EPSG:4275", "--drawing", "plan.qedb"}).status, 0);
 }
 
-TEST_F(TransformCommand, Configured_WithoutItsGrid_IsRefusedWithTheGridsName)
+TEST_F(TransformCommand, ConfiguredTransformationWithoutItsGrid_IsRefusedWithTheGridName)
 {
     const Json list = runForJson({"transformation", "list", "EPSG:4314", "EPSG:4258"});
-    const auto missing = std::find_if(list.begin(), list.end(), [](const Json& one) {
-        return !one["grids"].empty() && one["grids"][0]["available"] == false;
+    const auto missing = std::find_if(list.begin(), list.end(), [](const Json& operation) {
+        return !operation["grids"].empty() && operation["grids"][0]["available"] == false;
     });
     if (missing == list.end())
         GTEST_SKIP() << "every grid is installed";
-    givenConfiguredDrawing("EPSG:4314", "EPSG:4258", (*missing)["code"], "2");
-    const ProgramResult result = configured("EPSG:4314", "EPSG:4258", "52 9\n");
+    givenConfiguration("EPSG:4314", "EPSG:4258", (*missing)["code"]);
+    const ProgramResult result = transformWithDrawing("EPSG:4314", "EPSG:4258", "52 9\n");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");
     EXPECT_THAT(result.errors,
@@ -232,16 +222,14 @@ TEST_F(TransformCommand, Configured_WithoutItsGrid_IsRefusedWithTheGridsName)
                                    ", which is not installed"));
 }
 
-TEST_F(TransformCommand, AMisspeltCode_IsRefusedWithTheNearest)
+TEST_F(TransformCommand, MisspeltCode_IsRefusedWithTheNearestCodes)
 {
-    const ProgramResult result = run({"transform", "EPSG:4326", "EPSG:48078", "--json"}, "48 2\n");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.output, "null\n");
-    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: transform: EPSG:48078: the catalog has no such code; the "
-                                                   "nearest are EPSG:4807"));
+    expectResult(run({"transform", "EPSG:4326", "EPSG:48078", "--json"}, "48 2\n"), 1, "null\n",
+                 testing::StartsWith("orvelcs: transform: EPSG:48078: the catalog has no such code; the "
+                                     "nearest are EPSG:4807"));
 }
 
-TEST_F(TransformCommand, ALocalPlane_IsRefused)
+TEST_F(TransformCommand, LocalPlane_IsRefused)
 {
     expectResult(run({"transform", "LOCAL:METRE", "EPSG:4326"}, "1 2\n"), 1, "",
                  "orvelcs: transform: LOCAL:METRE: is not referenced to the Earth, so nothing leads from or to it\n");
@@ -253,15 +241,13 @@ TEST_F(TransformCommand, PointsAndDrawingOnStandardInput_AreWrongUsage)
                      "orvelcs: transform: --drawing: standard input holds the points");
 }
 
-TEST_F(TransformCommand, AReaderThatGoesAway_EndsIt)
+TEST_F(TransformCommand, ClosedPipe_EndsTheProgram)
 {
     ProgramRun programRun;
     programRun.arguments = {"transform", "--quiet", "EPSG:4258", "EPSG:25832"};
     programRun.input = "0 9\n";
     programRun.target = OutputTarget::closedPipe;
-    const ProgramResult result = run(programRun);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.errors, "orvelcs: transform: standard output: cannot be written: Broken pipe\n");
+    expectResult(run(programRun), 1, "", "orvelcs: transform: standard output: cannot be written: Broken pipe\n");
 }
 
 } // namespace

@@ -5,24 +5,11 @@
 namespace Tests {
 namespace {
 
-class TransformationCommand : public CommandLineTest {
-protected:
-    static std::string item(const std::string& source, const std::string& target, const std::string& name,
-                            const std::string& type)
-    {
-        return "<Item><Version>1.0</Version><SourceCs>" + source + "</SourceCs><TargetCs>" + target +
-               "</TargetCs><Name>" + name + "</Name><Type>" + type + "</Type><Note></Note></Item>";
-    }
-    void givenConfiguredDrawing(const std::string& name, const std::string& items) const
-    {
-        givenDrawing(name);
-        ASSERT_EQ(run({"forms", name, "--quiet", "--put", "config=" + items}).status, 0);
-    }
-};
+using TransformationCommand = CommandLineTest;
 
-TEST_F(TransformationCommand, Configured_IsNamedWithItsKind)
+TEST_F(TransformationCommand, ConfiguredTransformation_IsPrintedWithItsKind)
 {
-    givenConfiguredDrawing("plan.qedb", item("EPSG:4807", "EPSG:4326", "NTF (Paris) to WGS 84 (1)", "1"));
+    givenConfiguredDrawing("plan.qedb", configurationItem("EPSG:4807", "EPSG:4326", "NTF (Paris) to WGS 84 (1)", 1));
     EXPECT_EQ(runForJson({"transformation", "EPSG:4807", "EPSG:4326", "--drawing", "plan.qedb"}),
               Json({{"name", "NTF (Paris) to WGS 84 (1)"}, {"kind", 1}}));
     expectResult(run({"transformation", "epsg:4326", "EPSG:4807", "--drawing", "plan.qedb"}), 0,
@@ -31,33 +18,33 @@ TEST_F(TransformationCommand, Configured_IsNamedWithItsKind)
                  "");
 }
 
-TEST_F(TransformationCommand, Configured_IsReadFromADrawingOnStandardInput)
+TEST_F(TransformationCommand, DashAsDrawing_ReadsTheDrawingFromStandardInput)
 {
-    givenConfiguredDrawing("plan.qedb", item("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", "2"));
+    givenConfiguredDrawing("plan.qedb", configurationItem("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", 2));
     expectResult(run({"transformation", "EPSG:4275", "EPSG:4326", "--drawing", "-"}, contents("plan.qedb")), 0,
                  "  name  NTF to WGS 84 (1)\n"
                  "  kind  transformation\n",
                  "");
 }
 
-TEST_F(TransformationCommand, Configured_LeavesTheDrawingAlone)
+TEST_F(TransformationCommand, LookUp_LeavesTheDrawingUnchanged)
 {
-    givenConfiguredDrawing("plan.qedb", item("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", "2"));
+    givenConfiguredDrawing("plan.qedb", configurationItem("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", 2));
     const std::string before = contents("plan.qedb");
     EXPECT_EQ(run({"transformation", "EPSG:4275", "EPSG:4326", "--drawing", "plan.qedb"}).status, 0);
     EXPECT_EQ(contents("plan.qedb"), before);
     EXPECT_EQ(files(), std::vector<std::string>{"plan.qedb"});
 }
 
-TEST_F(TransformationCommand, NotConfigured_IsNull)
+TEST_F(TransformationCommand, MissingConfiguration_ExitsWithStatusThree)
 {
     EXPECT_EQ(runForJson({"transformation", "EPSG:4275", "EPSG:4326"}, 3), Json(nullptr));
-    givenConfiguredDrawing("plan.qedb", item("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", "2"));
+    givenConfiguredDrawing("plan.qedb", configurationItem("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", 2));
     expectResult(run({"transformation", "EPSG:4230", "EPSG:4326", "--drawing", "plan.qedb"}), 3, "",
                  "orvelcs: transformation: EPSG:4230 to EPSG:4326: no transformation is configured\n");
 }
 
-TEST_F(TransformationCommand, NotConfiguredForAMisspeltCode_NamesTheNearest)
+TEST_F(TransformationCommand, MisspeltCode_IsReportedWithTheNearestCodes)
 {
     const ProgramResult result = run({"transformation", "EPSG:4326", "EPSG:48078"});
     EXPECT_EQ(result.status, 3);
@@ -72,7 +59,7 @@ TEST_F(TransformationCommand, MissingDrawing_Fails)
                  "orvelcs: transformation: none.qedb: eFileNotFound (50): No such file or directory\n");
 }
 
-TEST_F(TransformationCommand, WrongNumbersOfCodes_AreWrongUsage)
+TEST_F(TransformationCommand, InvalidArguments_AreWrongUsage)
 {
     expectWrongUsage(run({"transformation"}), "orvelcs: transformation: SRC: is required");
     expectWrongUsage(run({"transformation", "EPSG:1"}), "orvelcs: transformation: DST: is required");
@@ -86,32 +73,32 @@ TEST_F(TransformationCommand, WrongNumbersOfCodes_AreWrongUsage)
                      "orvelcs: transformation list: --drawing: has no place here; the list is the catalog's");
 }
 
-TEST_F(TransformationCommand, List_TellsWhatTheCatalogSays)
+TEST_F(TransformationCommand, List_HasTheFieldsOfTheCatalog)
 {
     const Json list = runForJson({"transformation", "list", "EPSG:4230", "EPSG:4326"});
     EXPECT_GE(list.size(), 40U);
-    const auto found =
-        std::find_if(list.begin(), list.end(), [](const Json& one) { return one["code"] == "EPSG:1311"; });
-    ASSERT_NE(found, list.end());
-    EXPECT_EQ((*found)["name"], "ED50 to WGS 84 (18)");
-    EXPECT_EQ((*found)["kind"], 2);
-    EXPECT_EQ((*found)["accuracy"], 1.0);
-    EXPECT_THAT((*found)["areaOfUse"].get<std::string>(), testing::StartsWith("Denmark - offshore"));
-    EXPECT_EQ((*found)["direction"], "forward");
-    EXPECT_EQ((*found)["reversible"], true);
-    EXPECT_EQ((*found)["usable"], true);
-    EXPECT_EQ((*found)["grids"], Json::array());
+    const auto operation =
+        std::find_if(list.begin(), list.end(), [](const Json& entry) { return entry["code"] == "EPSG:1311"; });
+    ASSERT_NE(operation, list.end());
+    EXPECT_EQ((*operation)["name"], "ED50 to WGS 84 (18)");
+    EXPECT_EQ((*operation)["kind"], 2);
+    EXPECT_EQ((*operation)["accuracy"], 1.0);
+    EXPECT_THAT((*operation)["areaOfUse"].get<std::string>(), testing::StartsWith("Denmark - offshore"));
+    EXPECT_EQ((*operation)["direction"], "forward");
+    EXPECT_EQ((*operation)["reversible"], true);
+    EXPECT_EQ((*operation)["usable"], true);
+    EXPECT_EQ((*operation)["grids"], Json::array());
 }
 
-TEST_F(TransformationCommand, List_NamesGridsAndWhetherTheyAreHere)
+TEST_F(TransformationCommand, List_NamesGridsAndTheirAvailability)
 {
     std::size_t grids = 0;
-    for (const Json& one : runForJson({"transformation", "list", "EPSG:4326", "EPSG:4230"})) {
-        EXPECT_EQ(one["direction"], "inverse");
-        for (const Json& grid : one["grids"]) {
+    for (const Json& operation : runForJson({"transformation", "list", "EPSG:4326", "EPSG:4230"})) {
+        EXPECT_EQ(operation["direction"], "inverse");
+        for (const Json& grid : operation["grids"]) {
             ++grids;
             EXPECT_FALSE(grid["name"].get<std::string>().empty());
-            EXPECT_EQ(one["usable"], grid["available"]);
+            EXPECT_EQ(operation["usable"], grid["available"]);
         }
     }
     EXPECT_GT(grids, 0U);
@@ -129,32 +116,30 @@ TEST_F(TransformationCommand, List_PrintsAlignedColumns)
                 testing::HasSubstr("EPSG:10084  transformation  1 m  not reversible  WGS 84 to EGM96 height (1)\n"));
 }
 
-TEST_F(TransformationCommand, List_WithoutAny_IsEmpty)
+TEST_F(TransformationCommand, ListWithoutATransformation_IsEmpty)
 {
     expectResult(run({"transformation", "list", "EPSG:2263", "EPSG:2154", "--json"}), 3, "[]\n",
                  "orvelcs: transformation list: EPSG:2263 to EPSG:2154: the catalog has no transformation or path "
                  "between the two\n");
 }
 
-TEST_F(TransformationCommand, List_SaysWhatProjDoesNotImplement)
+TEST_F(TransformationCommand, List_MarksMethodsThatProjDoesNotImplement)
 {
     const Json listed = runForJson({"transformation", "list", "EPSG:7660", "EPSG:7677"});
     ASSERT_EQ(listed.size(), 1U);
-    const bool isUsable = listed[0]["usable"]; // which is PROJ's to say, by its version
+    const bool isUsable = listed[0]["usable"]; // depends on the version of PROJ
     const std::string printed = run({"transformation", "list", "EPSG:7660", "EPSG:7677"}).output;
     EXPECT_EQ(printed.find("PROJ does not implement its method") == std::string::npos, isUsable) << printed;
 }
 
-TEST_F(TransformationCommand, List_OfAMisspeltCode_NamesTheNearest)
+TEST_F(TransformationCommand, ListForAMisspeltCode_SuggestsTheNearestCodes)
 {
-    const ProgramResult result = run({"transformation", "list", "EPSG:48078", "EPSG:4326", "--json"});
-    EXPECT_EQ(result.status, 3);
-    EXPECT_EQ(result.output, "[]\n");
-    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: transformation list: EPSG:48078: the catalog has no such "
-                                                   "code; the nearest are EPSG:4807"));
+    expectResult(run({"transformation", "list", "EPSG:48078", "EPSG:4326", "--json"}), 3, "[]\n",
+                 testing::StartsWith("orvelcs: transformation list: EPSG:48078: the catalog has no such "
+                                     "code; the nearest are EPSG:4807"));
 }
 
-TEST_F(TransformationCommand, List_OfALocalPlane_IsRefused)
+TEST_F(TransformationCommand, ListForALocalPlane_IsRefused)
 {
     expectResult(run({"transformation", "list", "LOCAL:METRE", "EPSG:4326"}), 1, "",
                  "orvelcs: transformation list: LOCAL:METRE: is not referenced to the Earth, so nothing leads from or "

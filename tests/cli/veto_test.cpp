@@ -3,12 +3,9 @@
 namespace Tests {
 namespace {
 
-class Veto : public CommandLineTest {
-protected:
-    static Json event(const char* event, const Json& name) { return {{"event", event}, {"name", name}}; }
-};
+using Veto = CommandLineTest;
 
-TEST_F(Veto, NamedQuestion_RefusesAnAssignment)
+TEST_F(Veto, VetoOfTheName_RefusesAnAssignment)
 {
     givenDrawingWith("plan.qedb", "EPSG:4326");
     const std::string before = contents("plan.qedb");
@@ -23,7 +20,7 @@ TEST_F(Veto, NamedQuestion_RefusesAnAssignment)
     EXPECT_EQ(std::filesystem::last_write_time(path("plan.qedb")), written);
 }
 
-TEST_F(Veto, RemovalQuestion_RefusesAnAssignmentAfterItsNameWasApproved)
+TEST_F(Veto, VetoOfTheRemoval_RefusesAnAssignmentWhoseNameWasAccepted)
 {
     givenDrawingWith("plan.qedb", "EPSG:4326");
     const std::string before = contents("plan.qedb");
@@ -34,7 +31,7 @@ TEST_F(Veto, RemovalQuestion_RefusesAnAssignmentAfterItsNameWasApproved)
     EXPECT_EQ(contents("plan.qedb"), before);
 }
 
-TEST_F(Veto, RemovalQuestion_RefusesClearing)
+TEST_F(Veto, VetoOfTheRemoval_RefusesClearing)
 {
     givenDrawingWith("plan.qedb", "EPSG:4326");
     const std::string before = contents("plan.qedb");
@@ -44,20 +41,20 @@ TEST_F(Veto, RemovalQuestion_RefusesClearing)
     EXPECT_EQ(contents("plan.qedb"), before);
 }
 
-TEST_F(Veto, NamedQuestion_DoesNotStopClearing)
+TEST_F(Veto, VetoOfTheName_DoesNotPreventClearing)
 {
     givenDrawingWith("plan.qedb", "EPSG:4326");
     EXPECT_EQ(runForJson({"clear", "--veto", "named", "plan.qedb"})["result"], 0);
 }
 
-TEST_F(Veto, NamedQuestion_RefusesClearingAsAnAssignmentToo)
+TEST_F(Veto, VetoOfTheName_RefusesClearingAsAnAssignment)
 {
     givenDrawingWith("plan.qedb", "EPSG:4326");
     const Json json = runForJson({"clear", "--as-assignment", "--veto", "named", "plan.qedb"}, 1);
     EXPECT_EQ(json["events"], Json::array({event("willChange", ""), event("vetoed", "")}));
 }
 
-TEST_F(Veto, IsToldInOneLine)
+TEST_F(Veto, Refusal_IsReportedInOneLine)
 {
     givenDrawing("plan.qedb");
     expectResult(run({"assign", "--veto", "named", "--events", "EPSG:25832", "plan.qedb"}), 1,
@@ -65,13 +62,13 @@ TEST_F(Veto, IsToldInOneLine)
                  "orvelcs: assign: plan.qedb: eVetoed (325): a reactor vetoed the change\n");
 }
 
-TEST_F(Veto, MayBeGivenTwice)
+TEST_F(Veto, VetoOption_CanBeGivenTwice)
 {
     givenDrawing("plan.qedb");
     EXPECT_EQ(run({"assign", "--veto", "named", "--veto", "removal", "EPSG:25832", "plan.qedb"}).status, 1);
 }
 
-TEST_F(Veto, OfAnotherKind_IsWrongUsage)
+TEST_F(Veto, UnknownKindOfVeto_IsWrongUsage)
 {
     expectWrongUsage(run({"assign", "--veto", "name", "EPSG:25832", "plan.qedb"}),
                      "orvelcs: assign: --veto: expected named or removal, found name; the nearest is named");

@@ -1,4 +1,4 @@
-// --wait: how long a command waits for another process.
+// The option --wait, the time that a command waits for another process.
 #include "command_line_test.h"
 
 namespace Tests {
@@ -6,7 +6,7 @@ namespace {
 
 using WaitOption = CommandLineTest;
 
-TEST_F(WaitOption, NumberOfSeconds_IsTakenBeforeAndAfterTheCommand)
+TEST_F(WaitOption, NumberOfSeconds_IsAcceptedBeforeAndAfterTheCommand)
 {
     for (const std::string seconds : {"0", "0.25", "10", "86400", "1.", ".5", "86400.0"}) {
         EXPECT_EQ(run({"--wait", seconds, "config", "items"}).status, 0) << seconds;
@@ -14,7 +14,7 @@ TEST_F(WaitOption, NumberOfSeconds_IsTakenBeforeAndAfterTheCommand)
     }
 }
 
-TEST_F(WaitOption, OtherText_IsWrongUsage)
+TEST_F(WaitOption, InvalidNumber_IsWrongUsage)
 {
     for (const std::string text : {"x", "1s", "1,5", "1e3", "0x10", "inf", "nan", "+1", " 1", "1 ", "-1", "-0.5",
                                    "86400.001", "86401", "1.2.3", ".", "99999999999999999999999999999999999999999"}) {
@@ -23,7 +23,7 @@ TEST_F(WaitOption, OtherText_IsWrongUsage)
     }
 }
 
-TEST_F(WaitOption, OtherTextBeforeACommandThatNeverWaits_IsWrongUsageToo)
+TEST_F(WaitOption, InvalidNumberForACommandThatNeverWaits_IsWrongUsage)
 {
     expectWrongUsage(run({"--wait", "soon", "catalog", "show", "EPSG:4326"}),
                      "orvelcs: catalog show: --wait: expected a number of seconds from 0 to 86400, found soon");

@@ -16,9 +16,9 @@ namespace fs = std::filesystem;
 
 using Names = std::set<std::string>;
 
-const fs::path kRoom = fs::path(ORVEL_SOURCE_DIR) / "fuzz";
+const fs::path kFuzzFolder = fs::path(ORVEL_SOURCE_DIR) / "fuzz";
 
-Names targetNames()
+Names listTargets()
 {
     Names names;
     for (const Fuzz::Target& target : Fuzz::targets())
@@ -26,7 +26,7 @@ Names targetNames()
     return names;
 }
 
-Names namesIn(const fs::path& folder)
+Names listNames(const fs::path& folder)
 {
     Names names;
     if (!fs::exists(folder))
@@ -36,7 +36,7 @@ Names namesIn(const fs::path& folder)
     return names;
 }
 
-std::vector<std::uint8_t> bytesOf(const fs::path& file)
+std::vector<std::uint8_t> readBytes(const fs::path& file)
 {
     std::ifstream stream(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
@@ -45,57 +45,52 @@ std::vector<std::uint8_t> bytesOf(const fs::path& file)
 /// Returns the number of inputs.
 std::size_t replay(const Fuzz::Target& target, const fs::path& folder)
 {
-    const Names names = namesIn(folder);
+    const Names names = listNames(folder);
     for (const std::string& name : names) {
         SCOPED_TRACE(name);
-        target.run(bytesOf(folder / name));
+        target.run(readBytes(folder / name));
     }
     return names.size();
 }
 
-std::vector<std::string> listOf(const Names& names)
-{
-    return {names.begin(), names.end()};
-}
-
 class FuzzCorpus : public PlatformTest, public testing::WithParamInterface<std::string> {
 protected:
-    const Fuzz::Target& target = Fuzz::targetNamed(GetParam());
+    const Fuzz::Target& target = Fuzz::findTarget(GetParam());
 };
 
 TEST_P(FuzzCorpus, EverySeedAndEveryPastFinding_KeepsThePromisesOfItsTarget)
 {
-    EXPECT_GT(replay(target, kRoom / "corpus" / GetParam()), 0U) << "a fuzzer needs seeds";
-    const fs::path findings = kRoom / "findings" / GetParam();
+    EXPECT_GT(replay(target, kFuzzFolder / "corpus" / GetParam()), 0U) << "a fuzzer needs seeds";
+    const fs::path findings = kFuzzFolder / "findings" / GetParam();
     if (fs::exists(findings)) {
         EXPECT_GT(replay(target, findings), 0U) << "a folder of findings has some";
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Target, FuzzCorpus, testing::ValuesIn(listOf(targetNames())),
-                         [](const auto& one) { return one.param; });
+INSTANTIATE_TEST_SUITE_P(Target, FuzzCorpus, testing::ValuesIn(listTargets()),
+                         [](const auto& name) { return name.param; });
 
-class FuzzRoom : public PlatformTest {};
+using FuzzFolder = PlatformTest;
 
-TEST_F(FuzzRoom, EveryTarget_HasSeedsAndADictionary)
+TEST_F(FuzzFolder, EveryTarget_HasSeedsAndADictionary)
 {
     Names dictionaries;
-    for (const std::string& name : targetNames())
+    for (const std::string& name : listTargets())
         dictionaries.insert(name + ".dict");
-    EXPECT_EQ(namesIn(kRoom / "corpus"), targetNames());
-    EXPECT_EQ(namesIn(kRoom / "dictionaries"), dictionaries);
+    EXPECT_EQ(listNames(kFuzzFolder / "corpus"), listTargets());
+    EXPECT_EQ(listNames(kFuzzFolder / "dictionaries"), dictionaries);
 }
 
-TEST_F(FuzzRoom, EveryFolderOfFindings_BelongsToATarget)
+TEST_F(FuzzFolder, EveryFolderOfFindings_BelongsToATarget)
 {
-    const Names targets = targetNames();
-    for (const std::string& name : namesIn(kRoom / "findings"))
+    const Names targets = listTargets();
+    for (const std::string& name : listNames(kFuzzFolder / "findings"))
         EXPECT_TRUE(targets.contains(name)) << name;
 }
 
-TEST_F(FuzzRoom, Seeds_StaySmall)
+TEST_F(FuzzFolder, EverySeed_HasAtMost4096Bytes)
 {
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(kRoom / "corpus")) {
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(kFuzzFolder / "corpus")) {
         if (entry.is_regular_file()) {
             EXPECT_LE(entry.file_size(), 4096U) << entry.path();
         }

@@ -1,4 +1,4 @@
-// A foundation library that counts no references and keeps no lists, enough to link the module.
+// A foundation library that counts no references and keeps no lists. It is sufficient to link the module.
 #include "platform/foundation.h"
 
 FqDisposable::~FqDisposable() = default;

@@ -1,5 +1,5 @@
-// A host with nothing behind it, enough to link and to load the module: it has the services that the module relies on,
-// but no drawing and no memory. What cannot be done here answers with a failure, as a host may.
+// A host that is sufficient to link and load the module. It has the services that the module relies on, but no drawing
+// and no memory. All other calls fail, as those of a host may.
 #include "platform/host.h"
 
 #include <cwchar>
@@ -26,7 +26,7 @@ struct QeRxClass {};
 
 bool QeRxObject::isKindOf(const QeRxClass* ancestor) const
 {
-    return ancestor == QeRxDynamicLinker::desc(); // the linker is the only object there is
+    return ancestor == QeRxDynamicLinker::desc(); // the linker is the only object
 }
 
 QeRxClass* QeRxDynamicLinker::desc()
@@ -55,7 +55,7 @@ QeRxDictionary* qerxSysRegistry()
 
 bool qerxRegisterAppMDIAware(void* appHandle)
 {
-    stubRecord().worksWithSeveralDocuments = appHandle;
+    stubRecord().registered = appHandle;
     return true;
 }
 

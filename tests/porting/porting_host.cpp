@@ -1,5 +1,5 @@
-// A host of its own kind: loads a module that was built against the platform beside this file, and takes it through its
-// life. Prints what went wrong; nothing when all is well.
+// A small host. It loads a module that was built against the platform beside this file, initialises it, calls it and
+// unloads it. It prints only what failed.
 #include <dlfcn.h>
 
 #include <cstdio>
@@ -19,14 +19,14 @@ constexpr const char* kAddReactor = "_ZN7Zentara3Gis5Orvel16CoordinateSystem26Ad
 constexpr int kInitialise = 1;
 constexpr int kUnload = 2;
 
-/// Counts what does not hold.
+/// Counts failed expectations.
 class Checks {
 public:
     void expect(bool holds, const char* what)
     {
         if (holds)
             return;
-        std::fprintf(stderr, "not so: %s\n", what);
+        std::fprintf(stderr, "failed: %s\n", what);
         ++failures_;
     }
     [[nodiscard]] int failures() const { return failures_; }
@@ -41,7 +41,7 @@ Function symbol(void* module, const char* name)
     return reinterpret_cast<Function>(dlsym(module, name));
 }
 
-void checkLife(Checks& checks, void* module)
+void checkModule(Checks& checks, void* module)
 {
     const auto version = symbol<decltype(&qerxGetApiVersion)>(module, "qerxGetApiVersion");
     const auto entryPoint = symbol<decltype(&qerxEntryPoint)>(module, "qerxEntryPoint");
@@ -50,12 +50,12 @@ void checkLife(Checks& checks, void* module)
     if (checks.failures() != 0)
         return;
     checks.expect(version() == 0x00180000, "it was built for the host API version 0x00180000");
-    checks.expect(entryPoint(kInitialise, module) == 0, "message 1 is answered with 0");
-    checks.expect(stubRecord().worksWithSeveralDocuments == module, "message 1 declares it fit for several documents");
-    checks.expect(stubRecord().unlocked == module, "message 1 unlocks it");
+    checks.expect(entryPoint(kInitialise, module) == 0, "message 1 returns 0");
+    checks.expect(stubRecord().registered == module, "message 1 registers the module for several documents");
+    checks.expect(stubRecord().unlocked == module, "message 1 unlocks the module");
     checks.expect(stubRecord().reactor != nullptr, "message 1 registers the decomposition reactor");
-    checks.expect(addReactor(nullptr) == Qeapp::eInvalidInput, "no reactor is eInvalidInput");
-    checks.expect(entryPoint(kUnload, module) == 0, "message 2 is answered with 0");
+    checks.expect(addReactor(nullptr) == Qeapp::eInvalidInput, "a null reactor is eInvalidInput");
+    checks.expect(entryPoint(kUnload, module) == 0, "message 2 returns 0");
     checks.expect(stubRecord().reactor == nullptr, "message 2 removes the decomposition reactor");
 }
 
@@ -73,7 +73,7 @@ int main(int count, char** arguments)
         return 1;
     }
     Checks checks;
-    checkLife(checks, module);
+    checkModule(checks, module);
     checks.expect(dlclose(module) == 0, "the module can be unmapped");
     return checks.failures() == 0 ? 0 : 1;
 }

@@ -1,13 +1,13 @@
-// A spatial-reference library with no catalog and no memory, enough to link the module.
+// A spatial-reference library with no catalog and no memory. It is sufficient to link the module.
 #include "platform/spatial_reference.h"
 
 namespace Zentara::Infrastructure::SpatialReference {
 
 namespace {
 
-/// There is no catalog and no memory: nothing comes into being.
+/// Returns no object and the status.
 template <class T>
-Status none(T*& object, Status status)
+Status returnNone(T*& object, Status status)
 {
     object = nullptr;
     return status;
@@ -45,7 +45,7 @@ Status DatumDefinition::SetEllipsoid(const EllipsoidDefinition*)
 
 Status CoordinateReferenceSystemDefinition::Load(const wchar_t*, CoordinateReferenceSystemDefinition*& definition)
 {
-    return none(definition, statusNotFound);
+    return returnNone(definition, statusNotFound);
 }
 Status CoordinateReferenceSystemDefinition::GetKind(int&) const
 {
@@ -61,7 +61,7 @@ Status CoordinateReferenceSystemDefinition::GetEllipsoidCode(const wchar_t*&) co
 }
 Status CoordinateReferenceSystemDefinition::GetDatum(DatumDefinition*& datum) const
 {
-    return none(datum, statusNotFound);
+    return returnNone(datum, statusNotFound);
 }
 Status CoordinateReferenceSystemDefinition::SetDatum(const DatumDefinition*)
 {
@@ -74,7 +74,7 @@ Status CoordinateReferenceSystemDefinition::SetEllipsoid(const EllipsoidDefiniti
 
 Status DefinitionBaseArray::CreateInstance(DefinitionBaseArray*& array)
 {
-    return none(array, statusOutOfMemory);
+    return returnNone(array, statusOutOfMemory);
 }
 int DefinitionBaseArray::GetCount() const
 {
@@ -91,7 +91,7 @@ DefinitionBase* DefinitionBaseArray::Remove(int)
 
 Status DefinitionStream::CreateInstance(DefinitionStream*& stream)
 {
-    return none(stream, statusOutOfMemory);
+    return returnNone(stream, statusOutOfMemory);
 }
 Status DefinitionStream::Add(const DefinitionBase*)
 {
@@ -107,7 +107,7 @@ Status DefinitionStream::Read(const unsigned char*, std::size_t, int, int)
 }
 Status DefinitionStream::GetDefinitions(DefinitionBaseArray*& definitions) const
 {
-    return none(definitions, statusOutOfMemory);
+    return returnNone(definitions, statusOutOfMemory);
 }
 Status DefinitionStream::Serialize_s(const DefinitionBase*, unsigned char*, std::uint64_t, int, int, bool)
 {
@@ -115,7 +115,7 @@ Status DefinitionStream::Serialize_s(const DefinitionBase*, unsigned char*, std:
 }
 Status DefinitionStream::Deserialize_s(DefinitionBaseArray*& definitions, const unsigned char*, std::uint64_t, int, int)
 {
-    return none(definitions, statusFailed);
+    return returnNone(definitions, statusFailed);
 }
 
 Status FormatConverter::DefinitionToWkt_s(const CoordinateReferenceSystemDefinition*, int, wchar_t*, std::size_t)
@@ -126,7 +126,7 @@ Status FormatConverter::DefinitionToWkt_s(const CoordinateReferenceSystemDefinit
 Status CoordinateReferenceSystemOperation::Load(const CoordinateReferenceSystemDefinition*,
                                                 CoordinateReferenceSystemOperation*& operation)
 {
-    return none(operation, statusFailed);
+    return returnNone(operation, statusFailed);
 }
 Status CoordinateReferenceSystemOperation::IsDatumBased(bool&) const
 {
@@ -136,13 +136,13 @@ Status CoordinateReferenceSystemOperation::IsDatumBased(bool&) const
 Status CoordinateReferenceSystemUtil::GetEllipsoid(const CoordinateReferenceSystemDefinition*,
                                                    EllipsoidDefinition*& ellipsoid)
 {
-    return none(ellipsoid, statusNotFound);
+    return returnNone(ellipsoid, statusNotFound);
 }
 
 GeodeticTransformationDefinition::~GeodeticTransformationDefinition() = default;
 Status GeodeticTransformationDefinition::Load(const wchar_t*, GeodeticTransformationDefinition*& definition)
 {
-    return none(definition, statusNotFound);
+    return returnNone(definition, statusNotFound);
 }
 Status GeodeticTransformationDefinition::IsReversible(bool&) const
 {
@@ -152,7 +152,7 @@ Status GeodeticTransformationDefinition::IsReversible(bool&) const
 GeodeticPathDefinition::~GeodeticPathDefinition() = default;
 Status GeodeticPathDefinition::Load(const wchar_t*, GeodeticPathDefinition*& definition)
 {
-    return none(definition, statusNotFound);
+    return returnNone(definition, statusNotFound);
 }
 Status GeodeticPathDefinition::IsReversible(bool&) const
 {
@@ -162,7 +162,7 @@ Status GeodeticPathDefinition::IsReversible(bool&) const
 TransformationInfo::~TransformationInfo() = default;
 Status TransformationInfo::CreateInstance(TransformationInfo*& info)
 {
-    return none(info, statusOutOfMemory);
+    return returnNone(info, statusOutOfMemory);
 }
 Status TransformationInfo::SetName(const wchar_t*)
 {

@@ -1,4 +1,4 @@
-// What the stub host hears from a module, for the program that loads one.
+// What a module has told the stub host, for the program that loads the module.
 #pragma once
 
 #include "platform/host.h"
@@ -6,8 +6,8 @@
 #pragma GCC visibility push(default)
 
 struct StubRecord {
-    void* worksWithSeveralDocuments = nullptr; // the handle that the module declared it for
-    void* unlocked = nullptr;                  // the handle that the module unlocked
+    void* registered = nullptr; // the handle that the module registered
+    void* unlocked = nullptr;   // the handle that the module unlocked
     QeDbDecompositionReactor* reactor = nullptr;
 };
 StubRecord& stubRecord();

@@ -1,4 +1,4 @@
-// Win32 calls with no system behind them, enough to link the module.
+// Win32 calls that always fail. They are sufficient to link the module.
 #include "platform/windows.h"
 
 BOOL DisableThreadLibraryCalls(HMODULE)

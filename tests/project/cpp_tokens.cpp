@@ -57,7 +57,7 @@ private:
         rest_.remove_prefix(std::min(end + 1, rest_.size()));
     }
 
-    /// R"delimiter(…)delimiter", from its quote on.
+    /// Skips R"delimiter(…)delimiter" from its quote.
     void skipRawLiteral()
     {
         const std::string delimiter(rest_.substr(1, rest_.find('(') - 1));
@@ -103,7 +103,7 @@ private:
 
 } // namespace
 
-std::vector<std::string> tokensOf(std::string_view text)
+std::vector<std::string> tokenize(std::string_view text)
 {
     return Tokenizer(text).run();
 }

@@ -54,7 +54,7 @@ private:
         ++position_;
         return token;
     }
-    bool takeIf(const char* token)
+    bool skipIf(const char* token)
     {
         if (look() != token)
             return false;
@@ -83,7 +83,7 @@ private:
             else
                 ++position_;
         }
-        takeIf(";");
+        skipIf(";");
     }
 
     /// Reads tokens up to the first of `{`, `;`, `=` and `(`. Skips attributes.
@@ -147,7 +147,7 @@ private:
     void readAccess()
     {
         scopes_.back().isPublic = take() == "public";
-        takeIf(":");
+        skipIf(":");
     }
 
     void skipTemplateParameters()
@@ -223,7 +223,7 @@ private:
                 else
                     ++position_;
             }
-            takeIf(",");
+            skipIf(",");
         }
     }
 
@@ -250,7 +250,7 @@ private:
         if (look() == "{")
             skipGroup("{", "}");
         else
-            takeIf(";");
+            skipIf(";");
     }
 
     Tokens tokens_;
@@ -261,9 +261,9 @@ private:
 
 } // namespace
 
-Names declaredNames(std::string_view header)
+Names parseDeclaredNames(std::string_view header)
 {
-    return DeclarationReader(tokensOf(header)).run();
+    return DeclarationReader(tokenize(header)).run();
 }
 
 } // namespace Tests

@@ -13,6 +13,6 @@ using Names = std::set<std::string>;
 /// classes' public members: `Namespace::enumerator`, `Class::member`. Leaves out constructors, destructors, operators
 /// and forward declarations. Reads declarations with one declarator, as interfaces have them; it does not read all of
 /// C++.
-Names declaredNames(std::string_view header);
+Names parseDeclaredNames(std::string_view header);
 
 } // namespace Tests

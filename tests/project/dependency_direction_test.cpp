@@ -24,131 +24,131 @@ protected:
             files_.push_back({path, ""});
     }
 
-    /// The number of complaints about a file with one #include of the target, which has its quotes.
-    std::size_t complaintsAbout(const std::string& path, const std::string& target)
+    /// The number of complaints about a file that includes the target, which is given with its quotes or brackets.
+    std::size_t countComplaints(const std::string& path, const std::string& target)
     {
         std::vector<SourceFile> files = files_;
         files.push_back({path, "#include " + target + "\n"});
-        return wrongIncludes(files).size();
+        return findForbiddenIncludes(files).size();
     }
 
 private:
     std::vector<SourceFile> files_;
 };
 
-struct Arrow {
+struct Include {
     const char* from;
     const char* to;
 };
 
-TEST_F(DependencyDirectionTest, EveryIncludeOfTheProject_PointsTheAllowedWay)
+TEST_F(DependencyDirectionTest, EveryIncludeOfTheProject_PointsInTheAllowedDirection)
 {
     const std::vector<SourceFile> files = readProjectSources();
     ASSERT_FALSE(files.empty());
-    EXPECT_EQ(joined(wrongIncludes(files)), "");
+    EXPECT_EQ(joinLines(findForbiddenIncludes(files)), "");
 }
 
-TEST_F(DependencyDirectionTest, EveryRoomThatTheRulesSpeakOf_IsRead)
+TEST_F(DependencyDirectionTest, EveryTopFolderOfTheRules_IsRead)
 {
     std::vector<std::string> unread{"src", "platform", "embedded", "tools", "tests"};
     for (const SourceFile& file : readProjectSources())
-        std::erase(unread, roomOf(file.path));
-    EXPECT_EQ(joined(unread), "");
+        std::erase(unread, topFolder(file.path));
+    EXPECT_EQ(joinLines(unread), "");
 }
 
-TEST_F(DependencyDirectionTest, EverySourceOfTheProduct_LiesInARoom)
+TEST_F(DependencyDirectionTest, EverySourceOfTheProduct_BelongsToARoom)
 {
     std::string outside;
     for (const SourceFile& file : readProjectSources()) {
-        const std::string top = roomOf(file.path);
-        if ((top == "embedded" || top == "tools") && !isInARoom(file.path))
+        const std::string top = topFolder(file.path);
+        if ((top == "embedded" || top == "tools") && !belongsToRoom(file.path))
             outside += file.path + "\n";
     }
     EXPECT_EQ(outside, "");
 }
 
-TEST_F(DependencyDirectionTest, AllowedArrows_RaiseNoComplaint)
+TEST_F(DependencyDirectionTest, AllowedIncludes_CauseNoComplaint)
 {
     for (const auto& [from, to] : {
-             Arrow{"src/coordsys/a.cpp", "<vector>"},
-             Arrow{"src/coordsys/a.cpp", "\"platform/host.h\""},
-             Arrow{"src/coordsys/a.cpp", "\"storage/packing.h\""},
-             Arrow{"src/coordsys/a.cpp", "\"result.h\""},
-             Arrow{"src/frame/a.cpp", "\"coordsys/result.h\""},
-             Arrow{"src/transformation/a.cpp", "\"storage/packing.h\""},
-             Arrow{"platform/a.h", "\"host/object.h\""},
-             Arrow{"platform/host/a.h", "\"object.h\""},
-             Arrow{"platform/host/a.h", "<cstdint>"},
-             Arrow{"embedded/foundation/a.cpp", "<utf8.h>"},
-             Arrow{"embedded/host/database/a.cpp", "\"embedded/base/text.h\""},
-             Arrow{"embedded/host/database/a.cpp", "\"platform/host/object.h\""},
-             Arrow{"embedded/host/database/a.cpp", "<nlohmann/json.hpp>"},
-             Arrow{"embedded/host/drawing_file/a.cpp", "\"embedded/host/database/drawing.h\""},
-             Arrow{"embedded/spatial_reference/operations/a.cpp", "\"embedded/spatial_reference/catalog/catalog.h\""},
-             Arrow{"tools/orvelcs/drawing/a.cpp", "\"orvelcs/cli/output.h\""},
-             Arrow{"tools/orvelcs/commands/a.cpp", "\"embedded/host/database/drawing.h\""},
-             Arrow{"tools/orvelcs/commands/a.cpp", "\"coordsys/orvel_coordinate_system.h\""},
-             Arrow{"tools/orvelcs/commands/codec.cpp", "\"storage/run_length.h\""},
-             Arrow{"tests/coordsys/a.cpp", "\"orvelcs/cli/output.h\""},
+             Include{"src/coordsys/a.cpp", "<vector>"},
+             Include{"src/coordsys/a.cpp", "\"platform/host.h\""},
+             Include{"src/coordsys/a.cpp", "\"storage/packing.h\""},
+             Include{"src/coordsys/a.cpp", "\"result.h\""},
+             Include{"src/frame/a.cpp", "\"coordsys/result.h\""},
+             Include{"src/transformation/a.cpp", "\"storage/packing.h\""},
+             Include{"platform/a.h", "\"host/object.h\""},
+             Include{"platform/host/a.h", "\"object.h\""},
+             Include{"platform/host/a.h", "<cstdint>"},
+             Include{"embedded/foundation/a.cpp", "<utf8.h>"},
+             Include{"embedded/host/database/a.cpp", "\"embedded/base/text.h\""},
+             Include{"embedded/host/database/a.cpp", "\"platform/host/object.h\""},
+             Include{"embedded/host/database/a.cpp", "<nlohmann/json.hpp>"},
+             Include{"embedded/host/drawing_file/a.cpp", "\"embedded/host/database/drawing.h\""},
+             Include{"embedded/spatial_reference/operations/a.cpp", "\"embedded/spatial_reference/catalog/catalog.h\""},
+             Include{"tools/orvelcs/drawing/a.cpp", "\"orvelcs/cli/output.h\""},
+             Include{"tools/orvelcs/commands/a.cpp", "\"embedded/host/database/drawing.h\""},
+             Include{"tools/orvelcs/commands/a.cpp", "\"coordsys/orvel_coordinate_system.h\""},
+             Include{"tools/orvelcs/commands/codec.cpp", "\"storage/run_length.h\""},
+             Include{"tests/coordsys/a.cpp", "\"orvelcs/cli/output.h\""},
          })
-        EXPECT_EQ(complaintsAbout(from, to), 0U) << from << " -> " << to;
+        EXPECT_EQ(countComplaints(from, to), 0U) << from << " -> " << to;
 }
 
-TEST_F(DependencyDirectionTest, WrongArrows_RaiseOneComplaintEach)
+TEST_F(DependencyDirectionTest, ForbiddenIncludes_CauseOneComplaintEach)
 {
     for (const auto& [from, to] : {
-             Arrow{"src/coordsys/a.cpp", "<proj.h>"},
-             Arrow{"src/coordsys/a.cpp", "<nlohmann/json.hpp>"},
-             Arrow{"src/coordsys/a.cpp", "<unistd.h>"},
-             Arrow{"src/coordsys/a.cpp", "<platform/host.h>"},
-             Arrow{"src/coordsys/a.cpp", "\"platform/host/object.h\""},
-             Arrow{"src/coordsys/a.cpp", "\"../../platform/host.h\""},
-             Arrow{"src/coordsys/a.cpp", "\"embedded/host/database/drawing.h\""},
-             Arrow{"src/coordsys/a.cpp", "\"../../embedded/host/database/drawing.h\""},
-             Arrow{"src/coordsys/a.cpp", "\"frame/module.h\""},
-             Arrow{"src/coordsys/a.cpp", "\"nowhere.h\""},
-             Arrow{"src/storage/a.cpp", "\"coordsys/result.h\""},
-             Arrow{"src/storage/a.cpp", "\"../coordsys/result.h\""},
-             Arrow{"src/storage/a.cpp", "\"frame/module.h\""},
-             Arrow{"src/storage/a.cpp", "\"transformation/item.h\""},
-             Arrow{"platform/host/a.h", "<windows.h>"},
-             Arrow{"platform/host/a.h", "\"../../embedded/host/database/drawing.h\""},
-             Arrow{"platform/host/a.h", "\"storage/packing.h\""},
-             Arrow{"embedded/host/database/a.cpp", "\"storage/packing.h\""},
-             Arrow{"embedded/host/database/a.cpp", "\"src/storage/packing.h\""},
-             Arrow{"embedded/host/database/a.cpp", "\"tools/orvelcs/cli/output.h\""},
-             Arrow{"embedded/host/database/a.cpp", "\"embedded/spatial_reference/catalog/catalog.h\""},
-             Arrow{"embedded/spatial_reference/operations/a.cpp", "\"embedded/host/database/drawing.h\""},
-             Arrow{"embedded/host/database/a.cpp", "\"embedded/host/drawing_file/schema.h\""},
-             Arrow{"embedded/base/a.cpp", "\"embedded/diagnostics/faults.h\""},
-             Arrow{"embedded/spatial_reference/catalog/a.cpp", "\"embedded/spatial_reference/operations/chain.h\""},
-             Arrow{"tools/orvelcs/cli/a.cpp", "\"orvelcs/commands/assign.h\""},
-             Arrow{"tools/orvelcs/commands/a.cpp", "\"storage/packing.h\""},
-             Arrow{"tools/orvelcs/commands/a.cpp", "\"storage/run_length.h\""},
-             Arrow{"tools/orvelcs/commands/a.cpp", "\"coordsys/result.h\""},
-             Arrow{"tools/orvelcs/cli/a.cpp", "\"coordsys/orvel_coordinate_system.h\""},
-             Arrow{"embedded/foundation/a.cpp", "\"embedded/host/database/drawing.h\""},
-             Arrow{"embedded/foundation/a.cpp", "\"../host/database/drawing.h\""},
+             Include{"src/coordsys/a.cpp", "<proj.h>"},
+             Include{"src/coordsys/a.cpp", "<nlohmann/json.hpp>"},
+             Include{"src/coordsys/a.cpp", "<unistd.h>"},
+             Include{"src/coordsys/a.cpp", "<platform/host.h>"},
+             Include{"src/coordsys/a.cpp", "\"platform/host/object.h\""},
+             Include{"src/coordsys/a.cpp", "\"../../platform/host.h\""},
+             Include{"src/coordsys/a.cpp", "\"embedded/host/database/drawing.h\""},
+             Include{"src/coordsys/a.cpp", "\"../../embedded/host/database/drawing.h\""},
+             Include{"src/coordsys/a.cpp", "\"frame/module.h\""},
+             Include{"src/coordsys/a.cpp", "\"nowhere.h\""},
+             Include{"src/storage/a.cpp", "\"coordsys/result.h\""},
+             Include{"src/storage/a.cpp", "\"../coordsys/result.h\""},
+             Include{"src/storage/a.cpp", "\"frame/module.h\""},
+             Include{"src/storage/a.cpp", "\"transformation/item.h\""},
+             Include{"platform/host/a.h", "<windows.h>"},
+             Include{"platform/host/a.h", "\"../../embedded/host/database/drawing.h\""},
+             Include{"platform/host/a.h", "\"storage/packing.h\""},
+             Include{"embedded/host/database/a.cpp", "\"storage/packing.h\""},
+             Include{"embedded/host/database/a.cpp", "\"src/storage/packing.h\""},
+             Include{"embedded/host/database/a.cpp", "\"tools/orvelcs/cli/output.h\""},
+             Include{"embedded/host/database/a.cpp", "\"embedded/spatial_reference/catalog/catalog.h\""},
+             Include{"embedded/spatial_reference/operations/a.cpp", "\"embedded/host/database/drawing.h\""},
+             Include{"embedded/host/database/a.cpp", "\"embedded/host/drawing_file/schema.h\""},
+             Include{"embedded/base/a.cpp", "\"embedded/diagnostics/faults.h\""},
+             Include{"embedded/spatial_reference/catalog/a.cpp", "\"embedded/spatial_reference/operations/chain.h\""},
+             Include{"tools/orvelcs/cli/a.cpp", "\"orvelcs/commands/assign.h\""},
+             Include{"tools/orvelcs/commands/a.cpp", "\"storage/packing.h\""},
+             Include{"tools/orvelcs/commands/a.cpp", "\"storage/run_length.h\""},
+             Include{"tools/orvelcs/commands/a.cpp", "\"coordsys/result.h\""},
+             Include{"tools/orvelcs/cli/a.cpp", "\"coordsys/orvel_coordinate_system.h\""},
+             Include{"embedded/foundation/a.cpp", "\"embedded/host/database/drawing.h\""},
+             Include{"embedded/foundation/a.cpp", "\"../host/database/drawing.h\""},
          })
-        EXPECT_EQ(complaintsAbout(from, to), 1U) << from << " -> " << to;
+        EXPECT_EQ(countComplaints(from, to), 1U) << from << " -> " << to;
 }
 
 TEST_F(DependencyDirectionTest, SystemHeaders_AreAllowedInThePlatformsWindowsHeader)
 {
-    EXPECT_EQ(wrongIncludes({{"platform/windows.h", "#include <shlobj.h>\n"}}).size(), 0U);
+    EXPECT_EQ(findForbiddenIncludes({{"platform/windows.h", "#include <shlobj.h>\n"}}).size(), 0U);
 }
 
 TEST_F(DependencyDirectionTest, Complaint_NamesFileLineAndTarget)
 {
     const std::vector<std::string> complaints =
-        wrongIncludes({{"src/frame/a.cpp", "// first\n\n  #  include <proj.h>\n"}});
+        findForbiddenIncludes({{"src/frame/a.cpp", "// first\n\n  #  include <proj.h>\n"}});
     ASSERT_EQ(complaints.size(), 1U);
     EXPECT_EQ(complaints[0].substr(0, 25), "src/frame/a.cpp:3: proj.h");
 }
 
-TEST_F(DependencyDirectionTest, IncludeBehindACommentMark_IsNotRead)
+TEST_F(DependencyDirectionTest, IncludeInAComment_IsIgnored)
 {
-    EXPECT_TRUE(includesOf({"src/frame/a.cpp", "// #include <proj.h>\n"}).empty());
+    EXPECT_TRUE(parseIncludes({"src/frame/a.cpp", "// #include <proj.h>\n"}).empty());
 }
 
 } // namespace

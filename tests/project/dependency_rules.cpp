@@ -17,8 +17,8 @@ using namespace std::string_view_literals;
 using Paths = std::set<std::string>;
 using Objection = std::optional<std::string>;
 
-constexpr std::array kSeam{"platform/foundation.h"sv, "platform/host.h"sv, "platform/spatial_reference.h"sv,
-                           "platform/windows.h"sv};
+constexpr std::array kPlatformHeaders{"platform/foundation.h"sv, "platform/host.h"sv, "platform/spatial_reference.h"sv,
+                                      "platform/windows.h"sv};
 
 /// A room and the rooms whose headers its files may include, besides its own and the platform's.
 struct Room {
@@ -77,12 +77,12 @@ bool isStandardHeader(const std::string& name)
                                [](char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_'; });
 }
 
-/// The file of the repository that the directive includes; empty for any other file.
-std::string resolved(const std::string& includer, const IncludeDirective& include, const Paths& paths)
+/// The file of the repository that the directive includes. Empty if it is no file of the repository.
+std::string resolve(const std::string& includer, const IncludeDirective& include, const Paths& paths)
 {
     const auto folder = std::filesystem::path(includer).parent_path();
     std::vector<std::filesystem::path> candidates{include.target};
-    if (!include.angled)
+    if (!include.isAngled)
         candidates.push_back(folder / include.target);
     for (const char* top : {"src", "tools"})
         candidates.push_back(std::filesystem::path(top) / include.target);
@@ -109,47 +109,47 @@ Objection objectionBetweenRooms(const std::string& from, const std::string& to)
 
 Objection objectionInModule(const IncludeDirective& include, const std::string& target)
 {
-    if (!include.angled && std::ranges::find(kSeam, include.target) != kSeam.end())
+    if (!include.isAngled && std::ranges::find(kPlatformHeaders, include.target) != kPlatformHeaders.end())
         return std::nullopt;
-    if (target.empty() && include.angled && isStandardHeader(include.target))
+    if (target.empty() && include.isAngled && isStandardHeader(include.target))
         return std::nullopt;
-    if (roomOf(target) == "src")
+    if (topFolder(target) == "src")
         return std::nullopt;
     return "the module includes the standard library, itself and the platform's four headers only";
 }
 
 Objection objectionInPlatform(const std::string& includer, const IncludeDirective& include, const std::string& target)
 {
-    if (roomOf(target) == "platform")
+    if (topFolder(target) == "platform")
         return std::nullopt;
-    if (target.empty() && include.angled && (isStandardHeader(include.target) || includer == "platform/windows.h"))
+    if (target.empty() && include.isAngled && (isStandardHeader(include.target) || includer == "platform/windows.h"))
         return std::nullopt;
     return "the platform includes itself and the standard library only";
 }
 
 Objection objectionInEmbedded(const IncludeDirective& include, const std::string& target)
 {
-    const std::string room = roomOf(target);
-    if (room == "platform" || room == "embedded" || (target.empty() && include.angled))
+    const std::string room = topFolder(target);
+    if (room == "platform" || room == "embedded" || (target.empty() && include.isAngled))
         return std::nullopt;
     return "the embedded platform includes the platform, itself and libraries only";
 }
 
-/// The exports of the module, and its run-length codec for the command that packs and unpacks.
+/// The tools may include the exports of the module. The command codec may include its run-length codec.
 Objection objectionInTools(const std::string& includer, const std::string& target)
 {
     const bool isCodec = includer == "tools/orvelcs/commands/codec.cpp" && target == "src/storage/run_length.h";
-    if (roomOf(target) != "src" || target.starts_with("src/coordsys/orvel_") || isCodec)
+    if (topFolder(target) != "src" || target.starts_with("src/coordsys/orvel_") || isCodec)
         return std::nullopt;
     return "the tools include the module's public headers only";
 }
 
-Objection objectionTo(const std::string& includer, const IncludeDirective& include, const Paths& paths)
+Objection findObjection(const std::string& includer, const IncludeDirective& include, const Paths& paths)
 {
-    const std::string target = resolved(includer, include, paths);
+    const std::string target = resolve(includer, include, paths);
     if (Objection objection = objectionBetweenRooms(includer, target))
         return objection;
-    const std::string room = roomOf(includer);
+    const std::string room = topFolder(includer);
     if (room == "src")
         return objectionInModule(include, target);
     if (room == "platform")
@@ -163,17 +163,17 @@ Objection objectionTo(const std::string& includer, const IncludeDirective& inclu
 
 } // namespace
 
-bool isInARoom(const std::string& file)
+bool belongsToRoom(const std::string& file)
 {
     return findRoom(file) != nullptr;
 }
 
-std::vector<IncludeDirective> includesOf(const SourceFile& file)
+std::vector<IncludeDirective> parseIncludes(const SourceFile& file)
 {
     static const std::regex directive(R"(^\s*#\s*include\s*([<"])([^>"]+)[>"].*)");
     std::vector<IncludeDirective> includes;
     std::size_t number = 0;
-    for (const std::string& line : linesOf(file.text)) {
+    for (const std::string& line : splitLines(file.text)) {
         ++number;
         std::smatch match;
         if (std::regex_match(line, match, directive))
@@ -182,16 +182,16 @@ std::vector<IncludeDirective> includesOf(const SourceFile& file)
     return includes;
 }
 
-std::vector<std::string> wrongIncludes(const std::vector<SourceFile>& files)
+std::vector<std::string> findForbiddenIncludes(const std::vector<SourceFile>& files)
 {
     Paths paths;
     for (const SourceFile& file : files)
         paths.insert(file.path);
     std::vector<std::string> complaints;
     for (const SourceFile& file : files)
-        for (const IncludeDirective& include : includesOf(file))
-            if (const Objection objection = objectionTo(file.path, include, paths))
-                complaints.push_back(complaint(file.path, include.line, include.target + ": " + *objection));
+        for (const IncludeDirective& include : parseIncludes(file))
+            if (const Objection objection = findObjection(file.path, include, paths))
+                complaints.push_back(formatComplaint(file.path, include.line, include.target + ": " + *objection));
     return complaints;
 }
 

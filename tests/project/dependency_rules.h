@@ -1,4 +1,4 @@
-// Which way the project's #includes may point.
+// The directions in which the project's sources may include each other.
 #pragma once
 
 #include <cstddef>
@@ -12,13 +12,13 @@ namespace Tests {
 struct IncludeDirective {
     std::size_t line = 0;
     std::string target;
-    bool angled = false; // <target> instead of "target"
+    bool isAngled = false; // <target> instead of "target"
 };
 
-/// Whether the rules know the folder that the file lies in.
-bool isInARoom(const std::string& file);
+/// Whether the table of rooms has the folder of the file.
+bool belongsToRoom(const std::string& file);
 
-std::vector<IncludeDirective> includesOf(const SourceFile& file);
+std::vector<IncludeDirective> parseIncludes(const SourceFile& file);
 
 /// One complaint for each #include that breaks the direction of the dependencies:
 /// - src: the standard library, src itself and the platform's four headers, written "platform/….h";
@@ -26,6 +26,6 @@ std::vector<IncludeDirective> includesOf(const SourceFile& file);
 /// - embedded: platform, embedded and libraries;
 /// - tools, tests and other folders on top may include everything;
 /// - a room of src, embedded or tools: only the rooms that its line in the table of rooms names.
-std::vector<std::string> wrongIncludes(const std::vector<SourceFile>& files);
+std::vector<std::string> findForbiddenIncludes(const std::vector<SourceFile>& files);
 
 } // namespace Tests

@@ -25,54 +25,54 @@ std::vector<SourceFile> readDocumentation()
 }
 
 /// The complaints about a page docs/page.md with the text.
-std::vector<std::string> complaintsAbout(const std::string& text)
+std::vector<std::string> findComplaints(const std::string& text)
 {
-    return brokenLinks(ORVEL_SOURCE_DIR, {"docs/page.md", text});
+    return findBrokenLinks(ORVEL_SOURCE_DIR, {"docs/page.md", text});
 }
 
 TEST_F(DocumentationLinksTest, EveryRelativeLink_LeadsToAFile)
 {
     std::vector<std::string> complaints;
     for (const SourceFile& page : readDocumentation())
-        for (std::string& one : brokenLinks(ORVEL_SOURCE_DIR, page))
+        for (std::string& one : findBrokenLinks(ORVEL_SOURCE_DIR, page))
             complaints.push_back(std::move(one));
-    EXPECT_EQ(joined(complaints), "");
+    EXPECT_EQ(joinLines(complaints), "");
 }
 
-TEST_F(DocumentationLinksTest, TheRepository_HasAFirstPage)
+TEST_F(DocumentationLinksTest, Repository_HasAReadme)
 {
     EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::path(ORVEL_SOURCE_DIR) / "README.md"));
 }
 
 TEST_F(DocumentationLinksTest, LinksImagesAndReferences_AreRead)
 {
-    EXPECT_EQ(linksOf("[a](one.md), ![b](two.png) and [c](<three.md> \"title\").\n[label]: four.md\n"),
+    EXPECT_EQ(findLinks("[a](one.md), ![b](two.png) and [c](<three.md> \"title\").\n[label]: four.md\n"),
               (Targets{"one.md", "two.png", "three.md", "four.md"}));
 }
 
 TEST_F(DocumentationLinksTest, CodeThatLooksLikeALink_IsNotRead)
 {
-    EXPECT_EQ(linksOf("`[](int x)`\n```\n[](int y)\n```\n[a](b.md)\n"), Targets{"b.md"});
+    EXPECT_EQ(findLinks("`[](int x)`\n```\n[](int y)\n```\n[a](b.md)\n"), Targets{"b.md"});
 }
 
-TEST_F(DocumentationLinksTest, LinkToAPresentFile_IsWhole)
+TEST_F(DocumentationLinksTest, LinkToAnExistingFile_IsAccepted)
 {
-    EXPECT_EQ(joined(complaintsAbout("[a](../CMakeLists.txt), [b](../CMakeLists.txt#part) and [c](../src)")), "");
+    EXPECT_EQ(joinLines(findComplaints("[a](../CMakeLists.txt), [b](../CMakeLists.txt#part) and [c](../src)")), "");
 }
 
 TEST_F(DocumentationLinksTest, LinkToAMissingFile_IsBroken)
 {
-    EXPECT_EQ(joined(complaintsAbout("[a](nowhere.md)")), "docs/page.md: nowhere.md leads to no file\n");
+    EXPECT_EQ(joinLines(findComplaints("[a](nowhere.md)")), "docs/page.md: nowhere.md leads to no file\n");
 }
 
 TEST_F(DocumentationLinksTest, LinkOutOfTheRepository_IsBroken)
 {
-    EXPECT_EQ(complaintsAbout("[a](../../x.md) and [b](/etc/passwd)").size(), 2U);
+    EXPECT_EQ(findComplaints("[a](../../x.md) and [b](/etc/passwd)").size(), 2U);
 }
 
-TEST_F(DocumentationLinksTest, LinksToHostsAndWithinThePage_AreNotFollowed)
+TEST_F(DocumentationLinksTest, LinksToOtherHostsAndWithinThePage_AreNotChecked)
 {
-    EXPECT_EQ(joined(complaintsAbout("[a](https://example.org/x) [b](mailto:a@example.org) [c](#part)")), "");
+    EXPECT_EQ(joinLines(findComplaints("[a](https://example.org/x) [b](mailto:a@example.org) [c](#part)")), "");
 }
 
 } // namespace

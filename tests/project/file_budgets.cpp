@@ -8,12 +8,12 @@ constexpr std::size_t kSourceLimit = 400;
 
 } // namespace
 
-std::vector<std::string> filesOverBudget(const std::vector<SourceFile>& files)
+std::vector<std::string> findFilesOverBudget(const std::vector<SourceFile>& files)
 {
     std::vector<std::string> complaints;
     for (const SourceFile& file : files) {
         const std::size_t limit = file.path.ends_with(".h") ? kHeaderLimit : kSourceLimit;
-        const std::size_t lines = linesOf(file.text).size();
+        const std::size_t lines = splitLines(file.text).size();
         if (lines >= limit)
             complaints.push_back(file.path + ": " + std::to_string(lines) + " lines, where fewer than " +
                                  std::to_string(limit) + " are allowed");

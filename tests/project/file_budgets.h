@@ -9,6 +9,6 @@
 namespace Tests {
 
 /// One complaint for each header of 200 lines or more and each .cpp of 400 or more.
-std::vector<std::string> filesOverBudget(const std::vector<SourceFile>& files);
+std::vector<std::string> findFilesOverBudget(const std::vector<SourceFile>& files);
 
 } // namespace Tests

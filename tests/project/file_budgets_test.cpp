@@ -11,7 +11,7 @@ namespace {
 
 using FileBudgetsTest = PlatformTest;
 
-std::string textOfLines(int count)
+std::string makeLines(int count)
 {
     std::string text;
     for (int line = 0; line < count; ++line)
@@ -21,34 +21,24 @@ std::string textOfLines(int count)
 
 TEST_F(FileBudgetsTest, EveryFileOfTheProject_KeepsItsBudget)
 {
-    EXPECT_EQ(joined(filesOverBudget(readProjectSources())), "");
+    EXPECT_EQ(joinLines(findFilesOverBudget(readProjectSources())), "");
 }
 
-TEST_F(FileBudgetsTest, HeaderOf199Lines_IsWithinItsBudget)
+TEST_F(FileBudgetsTest, FileWithFewerLinesThanItsLimit_IsWithinItsBudget)
 {
-    EXPECT_TRUE(filesOverBudget({{"src/a.h", textOfLines(199)}}).empty());
+    EXPECT_EQ(joinLines(findFilesOverBudget({{"src/a.h", makeLines(199)}, {"src/a.cpp", makeLines(399)}})), "");
 }
 
-TEST_F(FileBudgetsTest, HeaderOf200Lines_IsOverItsBudget)
+TEST_F(FileBudgetsTest, FileWithAsManyLinesAsItsLimit_IsOverItsBudget)
 {
-    EXPECT_EQ(joined(filesOverBudget({{"src/a.h", textOfLines(200)}})),
-              "src/a.h: 200 lines, where fewer than 200 are allowed\n");
-}
-
-TEST_F(FileBudgetsTest, SourceOf399Lines_IsWithinItsBudget)
-{
-    EXPECT_TRUE(filesOverBudget({{"src/a.cpp", textOfLines(399)}}).empty());
-}
-
-TEST_F(FileBudgetsTest, SourceOf400Lines_IsOverItsBudget)
-{
-    EXPECT_EQ(joined(filesOverBudget({{"src/a.cpp", textOfLines(400)}})),
+    EXPECT_EQ(joinLines(findFilesOverBudget({{"src/a.h", makeLines(200)}, {"src/a.cpp", makeLines(400)}})),
+              "src/a.h: 200 lines, where fewer than 200 are allowed\n"
               "src/a.cpp: 400 lines, where fewer than 400 are allowed\n");
 }
 
 TEST_F(FileBudgetsTest, LastLineWithoutItsEnd_Counts)
 {
-    EXPECT_EQ(filesOverBudget({{"src/a.h", textOfLines(199) + "x"}}).size(), 1U);
+    EXPECT_EQ(findFilesOverBudget({{"src/a.h", makeLines(199) + "x"}}).size(), 1U);
 }
 
 } // namespace

@@ -7,22 +7,22 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string withoutCode(std::string_view markdown)
+std::string removeCode(std::string_view markdown)
 {
     static const std::regex span(R"(`[^`]*`)");
     std::string text;
-    bool fenced = false;
-    for (const std::string& line : linesOf(markdown)) {
+    bool isInCodeBlock = false;
+    for (const std::string& line : splitLines(markdown)) {
         if (line.find_first_not_of(' ') != std::string::npos &&
             line.substr(line.find_first_not_of(' ')).starts_with("```"))
-            fenced = !fenced;
-        else if (!fenced)
+            isInCodeBlock = !isInCodeBlock;
+        else if (!isInCodeBlock)
             text += std::regex_replace(line, span, "code") + "\n";
     }
     return text;
 }
 
-bool leadsElsewhere(const std::string& target)
+bool isOutsideTheRepository(const std::string& target)
 {
     static const std::regex scheme(R"(^([a-zA-Z][a-zA-Z0-9+.-]*:|#|//).*)");
     return std::regex_match(target, scheme);
@@ -35,22 +35,22 @@ bool isInside(const fs::path& path)
 
 } // namespace
 
-std::vector<std::string> linksOf(std::string_view markdown)
+std::vector<std::string> findLinks(std::string_view markdown)
 {
     // [text](target), [text](<target>), [text](target "title"), and [label]: target at a line's start.
     static const std::regex link(R"(\]\(\s*<?([^)\s>]+)|(?:^|\n)\[[^\]\n]+\]:\s*<?([^\s>]+))");
-    const std::string text = withoutCode(markdown);
+    const std::string text = removeCode(markdown);
     std::vector<std::string> targets;
     for (std::sregex_iterator match(text.begin(), text.end(), link), end; match != end; ++match)
         targets.push_back((*match)[1].matched ? (*match)[1] : (*match)[2]);
     return targets;
 }
 
-std::vector<std::string> brokenLinks(const fs::path& root, const SourceFile& page)
+std::vector<std::string> findBrokenLinks(const fs::path& root, const SourceFile& page)
 {
     std::vector<std::string> complaints;
-    for (const std::string& target : linksOf(page.text)) {
-        if (leadsElsewhere(target))
+    for (const std::string& target : findLinks(page.text)) {
+        if (isOutsideTheRepository(target))
             continue;
         const fs::path file =
             (fs::path(page.path).parent_path() / target.substr(0, target.find('#'))).lexically_normal();

@@ -11,10 +11,10 @@
 namespace Tests {
 
 /// The targets of the page's links and images as written, in order. Links in code are left out.
-std::vector<std::string> linksOf(std::string_view markdown);
+std::vector<std::string> findLinks(std::string_view markdown);
 
 /// One complaint for each link to a missing file or a file outside the root. Links to other hosts and links within the
 /// page are not checked.
-std::vector<std::string> brokenLinks(const std::filesystem::path& root, const SourceFile& page);
+std::vector<std::string> findBrokenLinks(const std::filesystem::path& root, const SourceFile& page);
 
 } // namespace Tests

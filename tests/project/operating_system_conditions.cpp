@@ -23,19 +23,19 @@ bool namesAnOperatingSystem(const std::string& directive)
 
 } // namespace
 
-std::vector<std::size_t> operatingSystemConditions(std::string_view text)
+std::vector<std::size_t> findOperatingSystemConditions(std::string_view text)
 {
-    std::vector<std::size_t> found;
-    const std::vector<std::string> lines = linesOf(text);
+    std::vector<std::size_t> numbers;
+    const std::vector<std::string> lines = splitLines(text);
     for (std::size_t index = 0; index < lines.size(); ++index) {
         const std::size_t number = index + 1;
         std::string directive = lines[index];
         while (directive.ends_with('\\') && index + 1 < lines.size())
             directive.replace(directive.size() - 1, 1, lines[++index]);
         if (isCondition(directive) && namesAnOperatingSystem(directive))
-            found.push_back(number);
+            numbers.push_back(number);
     }
-    return found;
+    return numbers;
 }
 
 } // namespace Tests

@@ -8,6 +8,6 @@
 namespace Tests {
 
 /// The numbers of the lines, from 1, where a condition starts that names an operating system's macro or header.
-std::vector<std::size_t> operatingSystemConditions(std::string_view text);
+std::vector<std::size_t> findOperatingSystemConditions(std::string_view text);
 
 } // namespace Tests

@@ -12,7 +12,7 @@ namespace {
 
 using Tokens = std::vector<std::string>;
 
-constexpr std::string_view kLibrary = "Zentara::Infrastructure::SpatialReference::";
+constexpr std::string_view kLibraryNamespace = "Zentara::Infrastructure::SpatialReference::";
 
 bool isOverride(const Tokens& tokens, std::size_t afterName)
 {
@@ -23,7 +23,7 @@ bool isOverride(const Tokens& tokens, std::size_t afterName)
     return *(end - 1) == "override";
 }
 
-void addTo(Usage& usage, const Tokens& tokens)
+void addUsage(Usage& usage, const Tokens& tokens)
 {
     for (std::size_t index = 0; index < tokens.size(); ++index) {
         if (!isIdentifier(tokens[index]))
@@ -41,13 +41,13 @@ void addTo(Usage& usage, const Tokens& tokens)
 }
 
 /// The A of "A::b"; empty for a name without a scope.
-std::string scopeOf(const std::string& name)
+std::string getScope(const std::string& name)
 {
     const std::size_t end = name.rfind("::");
     return end == std::string::npos ? "" : name.substr(0, end);
 }
 
-std::string lastPartOf(const std::string& name)
+std::string getLastPart(const std::string& name)
 {
     const std::size_t end = name.rfind("::");
     return end == std::string::npos ? name : name.substr(end + 2);
@@ -55,7 +55,7 @@ std::string lastPartOf(const std::string& name)
 
 bool isMember(const std::string& name, const Names& declared)
 {
-    return declared.contains(scopeOf(name));
+    return declared.contains(getScope(name));
 }
 
 bool isUsedAsMember(const std::string& member, const Usage& usage)
@@ -65,36 +65,36 @@ bool isUsedAsMember(const std::string& member, const Usage& usage)
 
 bool isUsedFreely(const std::string& name, const Usage& usage)
 {
-    if (!scopeOf(name).empty())
+    if (!getScope(name).empty())
         return usage.qualified.contains(name);
     return usage.identifiers.contains(name);
 }
 
 } // namespace
 
-Usage usageIn(const std::vector<SourceFile>& sources)
+Usage collectUsage(const std::vector<SourceFile>& sources)
 {
     Usage usage;
     for (const SourceFile& source : sources)
-        addTo(usage, tokensOf(source.text));
+        addUsage(usage, tokenize(source.text));
     return usage;
 }
 
-Names platformNames(std::string_view header)
+Names parsePlatformNames(std::string_view header)
 {
     Names names;
-    for (const std::string& name : declaredNames(header))
-        names.insert(name.starts_with(kLibrary) ? name.substr(kLibrary.size()) : name);
+    for (const std::string& name : parseDeclaredNames(header))
+        names.insert(name.starts_with(kLibraryNamespace) ? name.substr(kLibraryNamespace.size()) : name);
     return names;
 }
 
-Names listedNames(std::string_view markdown, const std::string& header)
+Names parseListedNames(std::string_view markdown, const std::string& header)
 {
     static const std::regex row(R"(^\|([^|]*)\|.*)");
     static const std::regex name(R"(`([^`]+)`)");
     Names names;
     bool isInSection = false;
-    for (const std::string& line : linesOf(markdown)) {
+    for (const std::string& line : splitLines(markdown)) {
         if (line.starts_with("## "))
             isInSection = line.find("`" + header + "`") != std::string::npos;
         std::smatch match;
@@ -110,13 +110,13 @@ Names listedNames(std::string_view markdown, const std::string& header)
 bool isUsed(const std::string& name, const Names& declared, const Usage& usage)
 {
     if (isMember(name, declared))
-        return isUsedAsMember(lastPartOf(name), usage);
+        return isUsedAsMember(getLastPart(name), usage);
     return isUsedFreely(name, usage) || std::ranges::any_of(declared, [&](const std::string& other) {
-               return scopeOf(other) == name && isUsedAsMember(lastPartOf(other), usage);
+               return getScope(other) == name && isUsedAsMember(getLastPart(other), usage);
            });
 }
 
-std::vector<std::string> missing(const Names& names, const Names& others, const std::string& what)
+std::vector<std::string> complainAboutMissing(const Names& names, const Names& others, const std::string& what)
 {
     std::vector<std::string> complaints;
     for (const std::string& name : names)
@@ -125,7 +125,7 @@ std::vector<std::string> missing(const Names& names, const Names& others, const 
     return complaints;
 }
 
-Names usedFreeNames(const Names& declared, const Usage& usage)
+Names findUsedFreeNames(const Names& declared, const Usage& usage)
 {
     Names used;
     for (const std::string& name : declared)
@@ -134,12 +134,12 @@ Names usedFreeNames(const Names& declared, const Usage& usage)
     return used;
 }
 
-Names strangers(const Names& listed, const Usage& usage)
+Names findUnlistedNames(const Names& listed, const Usage& usage)
 {
     static const std::regex prefixed(R"((Qe[A-Z]|Qeapp|Fq[A-Z]|qe(db|rx|ut|app_|Heap|Doc)|kQe)\w*)");
     Names known;
     for (const std::string& name : listed)
-        for (const std::string& part : tokensOf(name))
+        for (const std::string& part : tokenize(name))
             known.insert(part);
     Names found;
     for (const std::string& identifier : usage.identifiers)

@@ -1,5 +1,5 @@
-// The list of what the module needs of its platform (docs/porting.md), the headers that declare just that
-// (tests/porting/platform), and the names that the sources use: three lists of the same names.
+// Compares three lists of names: what the module needs of its platform (docs/porting.md), what the minimal headers
+// declare (tests/porting/platform), and what the sources use.
 #pragma once
 
 #include <set>
@@ -19,25 +19,25 @@ struct Usage {
     Names selected;   // b after ".", "->" or "::"
     Names overridden; // b in "b(…) override"
 };
-Usage usageIn(const std::vector<SourceFile>& sources);
+Usage collectUsage(const std::vector<SourceFile>& sources);
 
 /// The names that a header declares. Names of the spatial-reference library have no namespace.
-Names platformNames(std::string_view header);
+Names parsePlatformNames(std::string_view header);
 
 /// The names in back-ticks in the first column of the tables below the heading of the header.
-Names listedNames(std::string_view markdown, const std::string& header);
+Names parseListedNames(std::string_view markdown, const std::string& header);
 
 /// Whether the sources use a declared name: a member after its object or class, or in an override; a name in a
 /// namespace after the namespace; any other name by itself. A class is used when a member is used.
 bool isUsed(const std::string& name, const Names& declared, const Usage& usage);
 
-/// One complaint for each name that `others` lacks: the name and the given text.
-std::vector<std::string> missing(const Names& names, const Names& others, const std::string& what);
+/// One complaint for each name that `others` lacks, made of the name and the given text.
+std::vector<std::string> complainAboutMissing(const Names& names, const Names& others, const std::string& what);
 
 /// The declared types, calls and constants that the sources use, without members.
-Names usedFreeNames(const Names& declared, const Usage& usage);
+Names findUsedFreeNames(const Names& declared, const Usage& usage);
 
-/// Identifiers with a prefix of the platform that are part of no listed name.
-Names strangers(const Names& listed, const Usage& usage);
+/// The identifiers with a prefix of the platform that are part of no listed name.
+Names findUnlistedNames(const Names& listed, const Usage& usage);
 
 } // namespace Tests

@@ -1,4 +1,4 @@
-// docs/testing.md lists the tests that the Windows edition leaves out.
+// docs/testing.md lists the tests that do not run on Windows.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -11,22 +11,22 @@ namespace {
 
 using PosixTestsPage = PlatformTest;
 
-bool isForPosixAlone(const std::filesystem::path& file)
+bool isTestOfPosixOnly(const std::filesystem::path& file)
 {
     return file.parent_path().filename() == "posix" && file.stem().string().ends_with("_test");
 }
 
-TEST_F(PosixTestsPage, NamesEachTestThatOnlyPosixHas)
+TEST_F(PosixTestsPage, TestingPage_NamesEachTestOfPosixOnly)
 {
     const std::string page = readFile(ORVEL_SOURCE_DIR, "docs/testing.md").text;
     std::vector<std::string> complaints;
     for (const SourceFile& source : readFiles(ORVEL_SOURCE_DIR, {"tests"}, {".cpp"})) {
         const std::filesystem::path file(source.path);
-        if (isForPosixAlone(file) && page.find('`' + file.stem().string() + '`') == std::string::npos &&
+        if (isTestOfPosixOnly(file) && page.find('`' + file.stem().string() + '`') == std::string::npos &&
             page.find('/' + file.stem().string() + '`') == std::string::npos)
             complaints.push_back(source.path + " is not on docs/testing.md");
     }
-    EXPECT_EQ(joined(complaints), "");
+    EXPECT_EQ(joinLines(complaints), "");
 }
 
 } // namespace

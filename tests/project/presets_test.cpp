@@ -15,10 +15,10 @@ using Json = nlohmann::json;
 using PresetNames = std::set<std::string>;
 
 /// The presets that the Makefile uses.
-const PresetNames kNeeded{"dev", "release", "asan", "coverage"};
+const PresetNames kRequiredPresets{"dev", "release", "asan", "coverage"};
 
-/// The names in a list of presets, without hidden presets.
-PresetNames visibleNames(const Json& presets)
+/// The names of the presets that are not hidden.
+PresetNames getVisibleNames(const Json& presets)
 {
     PresetNames names;
     for (const Json& preset : presets)
@@ -27,15 +27,15 @@ PresetNames visibleNames(const Json& presets)
     return names;
 }
 
-PresetNames missingFrom(const Json& presets)
+PresetNames findMissing(const Json& presets)
 {
-    PresetNames missing = kNeeded;
-    for (const std::string& name : visibleNames(presets))
+    PresetNames missing = kRequiredPresets;
+    for (const std::string& name : getVisibleNames(presets))
         missing.erase(name);
     return missing;
 }
 
-Json presetNamed(const Json& presets, const std::string& name)
+Json findPreset(const Json& presets, const std::string& name)
 {
     for (const Json& preset : presets)
         if (preset.at("name") == name)
@@ -45,67 +45,58 @@ Json presetNamed(const Json& presets, const std::string& name)
 
 class PresetsTest : public PlatformTest {
 protected:
-    static Json projectPresets()
+    static Json readProjectPresets()
     {
         std::ifstream file(std::filesystem::path(ORVEL_SOURCE_DIR) / "CMakePresets.json");
         return Json::parse(file);
     }
 };
 
-TEST_F(PresetsTest, ConfigurePresets_HaveThoseThatTheMakefileNeeds)
+TEST_F(PresetsTest, EachKindOfPreset_HasThoseThatTheMakefileNeeds)
 {
-    EXPECT_EQ(missingFrom(projectPresets().at("configurePresets")), PresetNames{});
+    for (const char* kind : {"configurePresets", "buildPresets", "testPresets"})
+        EXPECT_EQ(findMissing(readProjectPresets().at(kind)), PresetNames{}) << kind;
 }
 
-TEST_F(PresetsTest, BuildPresets_HaveThoseThatTheMakefileNeeds)
+TEST_F(PresetsTest, SanitizerPreset_EnablesTheSanitizersOfClang)
 {
-    EXPECT_EQ(missingFrom(projectPresets().at("buildPresets")), PresetNames{});
-}
-
-TEST_F(PresetsTest, TestPresets_HaveThoseThatTheMakefileNeeds)
-{
-    EXPECT_EQ(missingFrom(projectPresets().at("testPresets")), PresetNames{});
-}
-
-TEST_F(PresetsTest, SanitizerPreset_TurnsTheSanitizersOnWithClang)
-{
-    const Json variables = presetNamed(projectPresets().at("configurePresets"), "asan").at("cacheVariables");
+    const Json variables = findPreset(readProjectPresets().at("configurePresets"), "asan").at("cacheVariables");
     EXPECT_EQ(variables.at("ORVEL_SANITIZE"), "ON");
     EXPECT_EQ(variables.at("CMAKE_CXX_COMPILER"), "clang++");
 }
 
-TEST_F(PresetsTest, FuzzPreset_HasTheSanitizersAndLibFuzzersCounters)
+TEST_F(PresetsTest, FuzzPreset_EnablesTheSanitizersAndLibFuzzer)
 {
-    const Json fuzz = presetNamed(projectPresets().at("configurePresets"), "fuzz");
+    const Json fuzz = findPreset(readProjectPresets().at("configurePresets"), "fuzz");
     ASSERT_FALSE(fuzz.is_null());
     EXPECT_EQ(fuzz.at("inherits"), "asan");
     EXPECT_EQ(fuzz.at("cacheVariables").at("ORVEL_FUZZ"), "ON");
 }
 
-TEST_F(PresetsTest, CoveragePreset_HasTheCountersAndNothingOptimisedAway)
+TEST_F(PresetsTest, CoveragePreset_EnablesTheCountersWithoutOptimisation)
 {
-    const Json variables = presetNamed(projectPresets().at("configurePresets"), "coverage").at("cacheVariables");
+    const Json variables = findPreset(readProjectPresets().at("configurePresets"), "coverage").at("cacheVariables");
     EXPECT_EQ(variables.at("ORVEL_COVERAGE"), "ON");
     EXPECT_EQ(variables.at("CMAKE_CXX_FLAGS_DEBUG"), "-O0");
 }
 
 TEST_F(PresetsTest, ReleasePreset_IsOptimised)
 {
-    const Json variables = presetNamed(projectPresets().at("configurePresets"), "release").at("cacheVariables");
+    const Json variables = findPreset(readProjectPresets().at("configurePresets"), "release").at("cacheVariables");
     EXPECT_EQ(variables.at("CMAKE_BUILD_TYPE"), "Release");
 }
 
-TEST_F(PresetsTest, PresetForClangTidy_HasACompileCommandForEachSource)
+TEST_F(PresetsTest, TidyPreset_CompilesEachSourceByItself)
 {
-    const Json tidy = presetNamed(projectPresets().at("configurePresets"), "tidy");
+    const Json tidy = findPreset(readProjectPresets().at("configurePresets"), "tidy");
     ASSERT_FALSE(tidy.is_null());
     EXPECT_EQ(tidy.at("inherits"), "asan");
     EXPECT_EQ(tidy.at("cacheVariables").at("CMAKE_UNITY_BUILD"), "OFF");
 }
 
-TEST_F(PresetsTest, RunWithoutAnyTest_IsAnError)
+TEST_F(PresetsTest, TestPresets_FailWithoutAnyTest)
 {
-    const Json base = presetNamed(projectPresets().at("testPresets"), "base");
+    const Json base = findPreset(readProjectPresets().at("testPresets"), "base");
     EXPECT_EQ(base.at("execution").at("noTestsAction"), "error");
 }
 
@@ -113,7 +104,7 @@ TEST_F(PresetsTest, HiddenPresets_CountAsMissing)
 {
     const Json presets = Json::parse(
         R"([{"name": "dev", "hidden": true}, {"name": "release"}, {"name": "asan"}, {"name": "coverage"}])");
-    EXPECT_EQ(missingFrom(presets), PresetNames{"dev"});
+    EXPECT_EQ(findMissing(presets), PresetNames{"dev"});
 }
 
 } // namespace

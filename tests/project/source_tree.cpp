@@ -37,7 +37,7 @@ std::vector<SourceFile> readProjectSources()
                      {".h", ".cpp"});
 }
 
-std::vector<std::string> linesOf(std::string_view text)
+std::vector<std::string> splitLines(std::string_view text)
 {
     std::vector<std::string> lines;
     while (!text.empty()) {
@@ -48,18 +48,18 @@ std::vector<std::string> linesOf(std::string_view text)
     return lines;
 }
 
-std::string roomOf(std::string_view path)
+std::string topFolder(std::string_view path)
 {
     const std::size_t slash = path.find('/');
     return std::string(slash == std::string_view::npos ? "" : path.substr(0, slash));
 }
 
-std::string complaint(const std::string& path, std::size_t line, const std::string& what)
+std::string formatComplaint(const std::string& path, std::size_t line, const std::string& what)
 {
     return path + ":" + std::to_string(line) + ": " + what;
 }
 
-std::string joined(const std::vector<std::string>& complaints)
+std::string joinLines(const std::vector<std::string>& complaints)
 {
     std::string text;
     for (const std::string& one : complaints)

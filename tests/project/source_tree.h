@@ -24,15 +24,15 @@ std::vector<SourceFile> readFiles(const std::filesystem::path& root, const std::
 /// Every C++ source and header of the project.
 std::vector<SourceFile> readProjectSources();
 
-std::vector<std::string> linesOf(std::string_view text);
+std::vector<std::string> splitLines(std::string_view text);
 
 /// The top folder of the file; empty for a file at the root.
-std::string roomOf(std::string_view path);
+std::string topFolder(std::string_view path);
 
 /// "path:line: what", as compilers write it.
-std::string complaint(const std::string& path, std::size_t line, const std::string& what);
+std::string formatComplaint(const std::string& path, std::size_t line, const std::string& what);
 
 /// One complaint a line, for a failure's message.
-std::string joined(const std::vector<std::string>& complaints);
+std::string joinLines(const std::vector<std::string>& complaints);
 
 } // namespace Tests

@@ -1,13 +1,12 @@
-// What only the command line of this system can hold: bytes that are not UTF-8, very long texts, and names of files
-// that other systems do not have.
+// Arguments that only this system allows: bytes that are not UTF-8, very long texts, and unusual names of files.
 #include "cli/command_line_test.h"
 
 namespace Tests {
 namespace {
 
-using Arguments = CommandLineTest;
+using PosixArguments = CommandLineTest;
 
-TEST_F(Arguments, FileNameThatIsNotUtf8_IsToldOnce)
+TEST_F(PosixArguments, FileNameThatIsNotUtf8_IsPrintedWithAReplacementCharacter)
 {
     const std::string name = "nope\xFF";
     const std::string shown = "nope\xEF\xBF\xBD";
@@ -15,7 +14,7 @@ TEST_F(Arguments, FileNameThatIsNotUtf8_IsToldOnce)
                  "orvelcs: show: " + shown + ": eFileNotFound (50): No such file or directory\n");
 }
 
-TEST_F(Arguments, TextThatIsNotUtf8_IsWrongUsage)
+TEST_F(PosixArguments, TextThatIsNotUtf8_IsWrongUsage)
 {
     givenDrawing("plan.qedb");
     expectWrongUsage(run({"assign", "\xFF", "plan.qedb"}), "orvelcs: assign: CODE: is not UTF-8");
@@ -24,7 +23,7 @@ TEST_F(Arguments, TextThatIsNotUtf8_IsWrongUsage)
                      "orvelcs: forms: --put: the value of geodata is not UTF-8");
 }
 
-TEST_F(Arguments, ChunkBeyondTheLargest_IsRefused)
+TEST_F(PosixArguments, OverlongChunk_IsRefused)
 {
     givenDrawing("plan.qedb");
     const std::string chain = "[{\"code\": 310, \"hex\": \"" + std::string(65536, '0') + "\"}]";
@@ -32,7 +31,7 @@ TEST_F(Arguments, ChunkBeyondTheLargest_IsRefused)
                  "orvelcs: forms: plan.qedb: xrecord-chain: [0]: \"hex\" holds more than 32767 bytes\n");
 }
 
-TEST_F(Arguments, FileNameWithALineEnd_StaysOnOneLine)
+TEST_F(PosixArguments, FileNameWithALineEnd_IsPrintedOnOneLine)
 {
     expectResult(run({"new", "a\nb.qedb"}), 0, "a\\nb.qedb: new drawing, version 33\n", "");
 }

@@ -10,11 +10,11 @@
 namespace Tests {
 namespace {
 
-struct Release {
+struct ProjDeleter {
     void operator()(PJ* object) const { proj_destroy(object); }
     void operator()(PROJ_CRS_INFO** list) const { proj_crs_info_list_destroy(list); }
 };
-using Object = std::unique_ptr<PJ, Release>;
+using Object = std::unique_ptr<PJ, ProjDeleter>;
 
 PJ_CONTEXT* const kContext = PJ_DEFAULT_CTX;
 constexpr double kRadiansInADegree = std::numbers::pi / 180;
@@ -24,22 +24,22 @@ bool isGeographic(PJ_TYPE type)
     return type == PJ_TYPE_GEOGRAPHIC_2D_CRS || type == PJ_TYPE_GEOGRAPHIC_3D_CRS;
 }
 
-bool isOfPoints(PJ_TYPE type)
+bool hasPoints(PJ_TYPE type)
 {
     return isGeographic(type) || type == PJ_TYPE_PROJECTED_CRS || type == PJ_TYPE_GEOCENTRIC_CRS ||
            type == PJ_TYPE_COMPOUND_CRS;
 }
 
-/// Those of the Earth that are in force and say where they are used.
-std::vector<CatalogSystem> systemsOfTheEarth()
+/// The systems of the Earth that are not deprecated and have an area of use.
+std::vector<CatalogSystem> findSystemsOfTheEarth()
 {
     int count = 0;
-    const std::unique_ptr<PROJ_CRS_INFO*, Release> list(
+    const std::unique_ptr<PROJ_CRS_INFO*, ProjDeleter> list(
         proj_get_crs_info_list_from_database(kContext, nullptr, nullptr, &count));
     std::vector<CatalogSystem> systems;
     for (int index = 0; index < count; ++index) {
         const PROJ_CRS_INFO& info = *list.get()[index];
-        if (info.deprecated == 0 && info.bbox_valid != 0 && isOfPoints(info.type) &&
+        if (info.deprecated == 0 && info.bbox_valid != 0 && hasPoints(info.type) &&
             std::string(info.celestial_body_name != nullptr ? info.celestial_body_name : "") == "Earth")
             systems.push_back({std::string(info.auth_name) + ":" + info.code, isGeographic(info.type),
                                info.west_lon_degree, info.south_lat_degree, info.east_lon_degree,
@@ -48,7 +48,7 @@ std::vector<CatalogSystem> systemsOfTheEarth()
     return systems;
 }
 
-Object system(const std::string& code)
+Object createSystem(const std::string& code)
 {
     Object object(proj_create(kContext, code.c_str()));
     if (!object)
@@ -56,13 +56,13 @@ Object system(const std::string& code)
     return object;
 }
 
-Object conversion(const PJ* source, const PJ* target)
+Object createConversion(const PJ* source, const PJ* target)
 {
     return Object(proj_create_crs_to_crs_from_pj(kContext, source, target, nullptr, nullptr));
 }
 
-/// A place in the axes, in the units and from the prime meridian of a geographic system.
-PJ_COORD geographicCoordinate(const PJ* geographic, double longitude, double latitude, double height)
+/// Converts a place to the axes, the units and the prime meridian of a geographic system.
+PJ_COORD toGeographicCoordinate(const PJ* geographic, double longitude, double latitude, double height)
 {
     const Object meridian(proj_get_prime_meridian(kContext, geographic));
     double meridianValue = 0;
@@ -83,26 +83,26 @@ PJ_COORD geographicCoordinate(const PJ* geographic, double longitude, double lat
     return coordinate;
 }
 
-/// Carries places to a system without a change of datum.
-class Placement {
+/// Converts places to a system without a change of datum.
+class PlaceConverter {
 public:
-    explicit Placement(const PJ* system)
+    explicit PlaceConverter(const PJ* system)
     {
         geographic_.reset(proj_crs_get_geodetic_crs(kContext, system));
-        if (proj_get_type(geographic_.get()) == PJ_TYPE_GEOCENTRIC_CRS) { // any datum puts it near enough
-            geographic_ = Tests::system("EPSG:4979");
-            operation_ = conversion(geographic_.get(), Tests::system("EPSG:4978").get());
+        if (proj_get_type(geographic_.get()) == PJ_TYPE_GEOCENTRIC_CRS) { // any datum is accurate enough
+            geographic_ = createSystem("EPSG:4979");
+            operation_ = createConversion(geographic_.get(), createSystem("EPSG:4978").get());
         } else {
-            operation_ = conversion(geographic_.get(), system);
+            operation_ = createConversion(geographic_.get(), system);
         }
     }
-    /// Not finite where the system does not reach.
-    SourcePoint at(double longitude, double latitude, double height) const
+    /// The result is not finite outside the domain of the system.
+    AxisPoint convert(double longitude, double latitude, double height) const
     {
         if (!operation_)
             return {HUGE_VAL, HUGE_VAL, HUGE_VAL};
-        const PJ_COORD point =
-            proj_trans(operation_.get(), PJ_FWD, geographicCoordinate(geographic_.get(), longitude, latitude, height));
+        const PJ_COORD point = proj_trans(operation_.get(), PJ_FWD,
+                                          toGeographicCoordinate(geographic_.get(), longitude, latitude, height));
         return {point.v[0], point.v[1], point.v[2]};
     }
 
@@ -111,13 +111,13 @@ private:
     Object operation_;
 };
 
-Object datumOf(const PJ* system)
+Object getDatum(const PJ* system)
 {
     const Object geodetic(proj_crs_get_geodetic_crs(kContext, system));
     return Object(proj_crs_get_datum_forced(kContext, geodetic.get()));
 }
 
-double degreesInUnitOf(const PJ* system)
+double getDegreesInUnit(const PJ* system)
 {
     if (!isGeographic(proj_get_type(system)))
         return 1;
@@ -133,7 +133,7 @@ bool hasHeight(const PJ* system)
     return type == PJ_TYPE_GEOGRAPHIC_3D_CRS || type == PJ_TYPE_GEOCENTRIC_CRS || type == PJ_TYPE_COMPOUND_CRS;
 }
 
-double widthOf(const CatalogSystem& system)
+double getWidth(const CatalogSystem& system)
 {
     const double width = system.east - system.west;
     return width < 0 ? width + 360 : width;
@@ -141,64 +141,65 @@ double widthOf(const CatalogSystem& system)
 
 } // namespace
 
-bool CatalogSystem::holds(double longitude, double latitude) const
+bool CatalogSystem::contains(double longitude, double latitude) const
 {
     if (latitude < south || latitude > north)
         return false;
     return west <= east ? west <= longitude && longitude <= east : west <= longitude || longitude <= east;
 }
 
-CatalogPairs::CatalogPairs(unsigned seed) : random_(seed), systems_(systemsOfTheEarth())
+CatalogPairs::CatalogPairs(unsigned seed) : random_(seed), systems_(findSystemsOfTheEarth())
 {
-    proj_log_func(kContext, nullptr, [](void*, int, const char*) {}); // it complains of systems that it cannot use
+    proj_log_func(kContext, nullptr, [](void*, int, const char*) {}); // PROJ logs systems that it cannot use
 }
 
-double CatalogPairs::between(double least, double most)
+double CatalogPairs::randomBetween(double least, double most)
 {
     return least + (most - least) * (static_cast<double>(random_()) / static_cast<double>(std::mt19937::max()));
 }
 
-const CatalogSystem& CatalogPairs::anySystem()
+const CatalogSystem& CatalogPairs::randomSystem()
 {
     return systems_[random_() % systems_.size()];
 }
 
-CatalogPairs::Place CatalogPairs::placeIn(const CatalogSystem& system)
+CatalogPairs::Place CatalogPairs::randomPlaceIn(const CatalogSystem& system)
 {
-    const double longitude = system.west + between(0, widthOf(system));
-    return {longitude > 180 ? longitude - 360 : longitude, between(system.south, system.north), between(0, 100)};
+    const double longitude = system.west + randomBetween(0, getWidth(system));
+    return {longitude > 180 ? longitude - 360 : longitude, randomBetween(system.south, system.north),
+            randomBetween(0, 100)};
 }
 
-/// By turns any system that holds the place, a geographic one, and WGS 84, to which there are most often several
-/// operations.
-const CatalogSystem& CatalogPairs::partnerOf(const CatalogSystem& source, const Place& place)
+/// Chooses in turn any system that contains the place, a geographic one, and WGS 84, which most often has several
+/// operations to choose from.
+const CatalogSystem& CatalogPairs::randomTarget(const CatalogSystem& source, const Place& place)
 {
     static const CatalogSystem wgs84{"EPSG:4326", true, -180, -90, 180, 90};
     const unsigned turn = turns_++ % 3;
-    const CatalogSystem* partner = turn == 2 ? &wgs84 : &anySystem();
-    while (partner->code == source.code || !partner->holds(place.longitude, place.latitude) ||
-           (turn == 1 && !partner->isGeographic))
-        partner = &anySystem();
-    return *partner;
+    const CatalogSystem* target = turn == 2 ? &wgs84 : &randomSystem();
+    while (target->code == source.code || !target->contains(place.longitude, place.latitude) ||
+           (turn == 1 && !target->isGeographic))
+        target = &randomSystem();
+    return *target;
 }
 
 CatalogPair CatalogPairs::draw()
 {
     constexpr int kPlaces = 4;
-    const CatalogSystem& source = anySystem();
-    Place place = placeIn(source);
-    const CatalogSystem& target = partnerOf(source, place);
-    const Object sourceObject = system(source.code);
-    const Object targetObject = system(target.code);
-    CatalogPair pair{source.code, target.code, degreesInUnitOf(sourceObject.get()),
-                     degreesInUnitOf(targetObject.get())};
-    pair.hasTwoDatums = !proj_is_equivalent_to(datumOf(sourceObject.get()).get(), datumOf(targetObject.get()).get(),
+    const CatalogSystem& source = randomSystem();
+    Place place = randomPlaceIn(source);
+    const CatalogSystem& target = randomTarget(source, place);
+    const Object sourceObject = createSystem(source.code);
+    const Object targetObject = createSystem(target.code);
+    CatalogPair pair{source.code, target.code, getDegreesInUnit(sourceObject.get()),
+                     getDegreesInUnit(targetObject.get())};
+    pair.hasTwoDatums = !proj_is_equivalent_to(getDatum(sourceObject.get()).get(), getDatum(targetObject.get()).get(),
                                                PJ_COMP_EQUIVALENT);
-    const Placement placement(sourceObject.get());
+    const PlaceConverter converter(sourceObject.get());
     const bool hasHeights = hasHeight(sourceObject.get());
-    for (int count = 0; count < kPlaces; ++count, place = placeIn(source)) {
-        const SourcePoint point = placement.at(place.longitude, place.latitude, hasHeights ? place.height : 0);
-        if (target.holds(place.longitude, place.latitude) && std::isfinite(point[0]) && std::isfinite(point[1]))
+    for (int count = 0; count < kPlaces; ++count, place = randomPlaceIn(source)) {
+        const AxisPoint point = converter.convert(place.longitude, place.latitude, hasHeights ? place.height : 0);
+        if (target.contains(place.longitude, place.latitude) && std::isfinite(point[0]) && std::isfinite(point[1]))
             pair.points.push_back(point);
     }
     return pair.points.empty() ? draw() : pair;

@@ -1,4 +1,4 @@
-// Pairs of systems drawn from PROJ's catalog by lot, with points that lie in both.
+// Random pairs of systems of PROJ's catalog, with points that lie in the areas of use of both.
 #pragma once
 
 #include <array>
@@ -17,24 +17,24 @@ struct CatalogSystem {
     double east = 0;
     double north = 0;
 
-    bool holds(double longitude, double latitude) const;
+    bool contains(double longitude, double latitude) const;
 };
 
-/// In the source's own axes and units.
-using SourcePoint = std::array<double, 3>;
+/// A point in the axes and units of a system.
+using AxisPoint = std::array<double, 3>;
 
 struct CatalogPair {
     std::string source;
     std::string target;
-    double degreesInSourceUnit = 1; // 1 too for a system that is not geographic itself
+    double degreesInSourceUnit = 1; // 1 also if the system is not geographic
     double degreesInTargetUnit = 1;
-    std::vector<SourcePoint> points = {};
+    std::vector<AxisPoint> points = {};
     bool hasTwoDatums = false;
 };
 
 class CatalogPairs {
 public:
-    /// All that it draws follows from the seed.
+    /// The same seed gives the same pairs.
     explicit CatalogPairs(unsigned seed);
 
     CatalogPair draw();
@@ -46,10 +46,10 @@ private:
         double height;
     };
 
-    double between(double least, double most);
-    const CatalogSystem& anySystem();
-    Place placeIn(const CatalogSystem& system);
-    const CatalogSystem& partnerOf(const CatalogSystem& source, const Place& place);
+    double randomBetween(double least, double most);
+    const CatalogSystem& randomSystem();
+    Place randomPlaceIn(const CatalogSystem& system);
+    const CatalogSystem& randomTarget(const CatalogSystem& source, const Place& place);
 
     std::mt19937 random_;
     std::vector<CatalogSystem> systems_;

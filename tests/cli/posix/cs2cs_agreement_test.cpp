@@ -1,4 +1,4 @@
-// Points through what PROJ chooses, against PROJ's own program for that.
+// The operations that PROJ chooses for transform give the same points as PROJ's program cs2cs.
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -18,79 +18,80 @@ namespace Tests {
 namespace {
 
 /// Nothing for a point that was refused.
-using Answers = std::vector<std::optional<SourcePoint>>;
+using Points = std::vector<std::optional<AxisPoint>>;
 using Units = std::vector<Embedded::AxisUnit>;
 
 constexpr double kDegreeInRadians = std::numbers::pi / 180;
 
-std::string textOf(const std::vector<SourcePoint>& points, double horizontalFactor)
+std::string formatPoints(const std::vector<AxisPoint>& points, double horizontalFactor)
 {
     std::ostringstream text;
     text.precision(12);
     text << std::fixed;
-    for (const SourcePoint& point : points)
+    for (const AxisPoint& point : points)
         text << point[0] * horizontalFactor << ' ' << point[1] * horizontalFactor << ' ' << point[2] << '\n';
     return text.str();
 }
 
-/// Three numbers a line; a line of anything else is a refusal.
-Answers answersFrom(const std::string& text)
+/// Reads lines of three numbers. Any other line is a refused point.
+Points parseResults(const std::string& text)
 {
-    Answers answers;
+    Points points;
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {
         std::istringstream words(line);
-        SourcePoint point{};
+        AxisPoint point{};
         words >> point[0] >> point[1] >> point[2];
-        answers.push_back(words.fail() ? std::nullopt : std::optional(point));
+        points.push_back(words.fail() ? std::nullopt : std::optional(point));
     }
-    return answers;
+    return points;
 }
 
-/// What the program does, without the program around it.
-struct LibraryAnswers {
-    Answers answers;
+/// The results of the library that the program uses.
+struct LibraryResult {
+    Points points;
     Units units = Units(3);
     bool hasChoice = false;
 };
 
-LibraryAnswers answersOfLibrary(const CatalogPair& pair)
+LibraryResult transformByLibrary(const CatalogPair& pair)
 {
     const auto made = Embedded::makeTransformer(Embedded::wideFromUtf8(pair.source),
                                                 Embedded::wideFromUtf8(pair.target), std::nullopt);
     Embedded::CoordinateTransformer* const transformer = made ? made->get() : nullptr;
-    LibraryAnswers all;
-    for (const SourcePoint& point : pair.points) {
-        all.answers.emplace_back();
+    LibraryResult result;
+    for (const AxisPoint& point : pair.points) {
+        result.points.emplace_back();
         if (!transformer)
             continue;
-        if (const auto answer = transformer->transform({point[0], point[1], point[2]}); answer.point)
-            all.answers.back() = SourcePoint{answer.point->x, answer.point->y, answer.point->z.value_or(HUGE_VAL)};
+        if (const auto transformed = transformer->transform({point[0], point[1], point[2]}); transformed.point)
+            result.points.back() =
+                AxisPoint{transformed.point->x, transformed.point->y, transformed.point->z.value_or(HUGE_VAL)};
     }
     if (transformer) {
-        all.units = transformer->targetUnits();
-        all.hasChoice = transformer->choosesForEachPoint();
+        result.units = transformer->targetUnits();
+        result.hasChoice = transformer->choosesForEachPoint();
     }
-    return all;
+    return result;
 }
 
-/// It takes and gives degrees for a geographic system, whatever its angles are, but not for one with heights of another
-/// system added.
-Answers answerOfCs2cs(const CatalogPair& pair, const std::filesystem::path& folder)
+/// cs2cs reads and writes degrees for a geographic system in any unit, but not for a compound of it with a vertical
+/// system.
+Points transformByCs2cs(const CatalogPair& pair, const std::filesystem::path& folder)
 {
     ProgramRun programRun;
-    programRun.program = programOfProj("cs2cs");
+    programRun.program = findProjProgram("cs2cs");
     programRun.arguments = {"-f", "%.12f", pair.source, pair.target};
-    programRun.input = textOf(pair.points, pair.degreesInSourceUnit);
-    Answers answers = answersFrom(runProgram(programRun, folder, folder).output);
-    answers.resize(pair.points.size()); // none of them where it ended early
-    return answers;
+    programRun.input = formatPoints(pair.points, pair.degreesInSourceUnit);
+    Points points = parseResults(runProgram(programRun, folder, folder).output);
+    points.resize(pair.points.size()); // points are missing if cs2cs ended early
+    return points;
 }
 
 class Cs2csAgreement : public CommandLineTest {
 protected:
-    static constexpr double kMostDegrees = 1e-7;
-    static constexpr double kMostMetres = 0.01;
+    static constexpr double kMaximumDegrees = 1e-7;
+    static constexpr double kMaximumMetres = 0.01;
 
     struct Counts {
         int pairs = 0;
@@ -102,23 +103,23 @@ protected:
         double largestMetres = 0;
     };
 
-    Answers answersOfProgram(const CatalogPair& pair) const
+    Points transformByProgram(const CatalogPair& pair) const
     {
-        Answers answers =
-            answersFrom(run({"transform", "-q", pair.source, pair.target}, textOf(pair.points, 1)).output);
-        answers.resize(pair.points.size());
-        return answers;
+        Points points =
+            parseResults(run({"transform", "-q", pair.source, pair.target}, formatPoints(pair.points, 1)).output);
+        points.resize(pair.points.size());
+        return points;
     }
-    void count(const CatalogPair& pair, const LibraryAnswers& ours)
+    void count(const CatalogPair& pair, const LibraryResult& ours)
     {
         ++counts_.pairs;
         counts_.points += static_cast<int>(pair.points.size());
         counts_.withTwoDatums += pair.hasTwoDatums ? 1 : 0;
         counts_.withChoice += ours.hasChoice ? 1 : 0;
-        counts_.refusedByBoth += std::ranges::none_of(ours.answers, &std::optional<SourcePoint>::has_value) ? 1 : 0;
+        counts_.refusedByBoth += std::ranges::none_of(ours.points, &std::optional<AxisPoint>::has_value) ? 1 : 0;
     }
 
-    void expectSame(const CatalogPair& pair, const Units& units, const Answers& ours, const Answers& theirs)
+    void expectSame(const CatalogPair& pair, const Units& units, const Points& ours, const Points& theirs)
     {
         ASSERT_EQ(ours.size(), theirs.size()) << pair.source << " to " << pair.target;
         for (std::size_t index = 0; index < ours.size(); ++index) {
@@ -136,54 +137,55 @@ private:
     {
         const double expected = unit.isAngular ? theirs / pair.degreesInTargetUnit : theirs;
         const double difference = std::abs(ours - expected) * unit.toBaseUnit / (unit.isAngular ? kDegreeInRadians : 1);
-        EXPECT_LE(difference, unit.isAngular ? kMostDegrees : kMostMetres)
+        EXPECT_LE(difference, unit.isAngular ? kMaximumDegrees : kMaximumMetres)
             << pair.source << " to " << pair.target << ": " << ours << " and " << expected;
         double& largest = unit.isAngular ? counts_.largestDegrees : counts_.largestMetres;
         largest = std::max(largest, difference);
     }
 };
 
-/// Where the build is slow, a share of the pairs.
+/// A slow build tests a share of the pairs.
 constexpr int kPairs = 400 / ORVEL_CATALOG_STRIDE;
 constexpr bool kAreAll = ORVEL_CATALOG_STRIDE == 1;
 
-unsigned seedOfPairs()
+unsigned readSeed()
 {
-    const char* wish = std::getenv("ORVEL_PAIRS_SEED");
-    return wish != nullptr ? static_cast<unsigned>(std::strtoul(wish, nullptr, 10)) : 1;
+    const char* seed = std::getenv("ORVEL_PAIRS_SEED");
+    return seed != nullptr ? static_cast<unsigned>(std::strtoul(seed, nullptr, 10)) : 1;
 }
 
-std::vector<CatalogPair> drawnPairs()
+std::vector<CatalogPair> drawPairs()
 {
-    CatalogPairs catalog(seedOfPairs());
+    CatalogPairs catalog(readSeed());
     std::vector<CatalogPair> pairs(kPairs);
     std::ranges::generate(pairs, [&] { return catalog.draw(); });
     return pairs;
 }
 
-std::vector<Answers> answersOfCs2cs(const std::vector<CatalogPair>& pairs)
+std::vector<Points> transformAllByCs2cs(const std::vector<CatalogPair>& pairs)
 {
     const TemporaryFolder folder;
-    std::vector<Answers> answers;
+    std::vector<Points> points;
     for (const CatalogPair& pair : pairs)
-        answers.push_back(answerOfCs2cs(pair, folder.path()));
-    return answers;
+        points.push_back(transformByCs2cs(pair, folder.path()));
+    return points;
 }
 
-/// ORVEL_PAIRS_SEED draws others.
-TEST_F(Cs2csAgreement, PairsDrawnFromTheCatalog)
+/// The environment variable ORVEL_PAIRS_SEED chooses other pairs.
+TEST_F(Cs2csAgreement, RandomCatalogPairs_AgreeInTheLibrary)
 {
-    const std::vector<CatalogPair> pairs = drawnPairs();
-    auto waiting = std::async(std::launch::async, [&] { return answersOfCs2cs(pairs); }); // takes as long as ours
-    std::vector<LibraryAnswers> ours;
+    const std::vector<CatalogPair> pairs = drawPairs();
+    auto pending =
+        std::async(std::launch::async, [&] { return transformAllByCs2cs(pairs); }); // takes as long as the library
+    std::vector<LibraryResult> ours;
     for (const CatalogPair& pair : pairs)
-        ours.push_back(answersOfLibrary(pair));
-    const std::vector<Answers> theirs = waiting.get();
+        ours.push_back(transformByLibrary(pair));
+    const std::vector<Points> theirs = pending.get();
     for (std::size_t index = 0; index < pairs.size(); ++index) {
-        expectSame(pairs[index], ours[index].units, ours[index].answers, theirs[index]);
+        expectSame(pairs[index], ours[index].units, ours[index].points, theirs[index]);
         count(pairs[index], ours[index]);
     }
-    std::cout << counts_.pairs << " pairs with " << counts_.points << " points by seed " << seedOfPairs() << ": "
+    std::cout << counts_.pairs << " pairs with " << counts_.points << " points by seed " << readSeed() << ": "
               << counts_.withTwoDatums << " with different datums, " << counts_.withChoice
               << " whose operation depends on the place, " << counts_.refusedByBoth
               << " that both refuse; largest differences " << counts_.largestDegrees << " degrees and "
@@ -196,7 +198,7 @@ TEST_F(Cs2csAgreement, PairsDrawnFromTheCatalog)
     EXPECT_LE(counts_.refusedByBoth, 20);
 }
 
-TEST_F(Cs2csAgreement, TheProgramItself_InAllKindsOfAxesUnitsAndHeights)
+TEST_F(Cs2csAgreement, AxesUnitsAndHeights_AgreeInTheProgram)
 {
     const CatalogPair cases[] = {
         {"EPSG:4301", "EPSG:6668", 1, 1, {{35.68, 139.77, 0}}}, // Tokyo, in Japan
@@ -207,7 +209,7 @@ TEST_F(Cs2csAgreement, TheProgramItself_InAllKindsOfAxesUnitsAndHeights)
         {"EPSG:2263", "EPSG:4326", 1, 1, {{980000, 200000, 0}}},
         {"EPSG:4807", "EPSG:4326", 0.9, 1, {{54, 1, 0}, {50, -5, 0}}}, // grads from Paris
         {"EPSG:4258", "EPSG:4807", 1, 0.9, {{48.6, 3.2, 0}}},
-        {"EPSG:3947", "IGNF:NTFPGRAD.IGN69", 1, 1, {{1500000, 6200000, 20}}}, // the same below heights
+        {"EPSG:3947", "IGNF:NTFPGRAD.IGN69", 1, 1, {{1500000, 6200000, 20}}}, // grads of a system with heights
         {"IGNF:NTFPGRAD.IGN69", "EPSG:4326", 1, 1, {{2, 52, 20}}},
         {"EPSG:4326", "EPSG:2193", 1, 1, {{-41.3, 174.8, 0}}}, // north before east
         {"EPSG:2193", "EPSG:3857", 1, 1, {{5427000, 1749000, 0}}},
@@ -224,19 +226,19 @@ TEST_F(Cs2csAgreement, TheProgramItself_InAllKindsOfAxesUnitsAndHeights)
     };
     const TemporaryFolder folder;
     for (const CatalogPair& pair : cases)
-        expectSame(pair, answersOfLibrary(pair).units, answersOfProgram(pair), answerOfCs2cs(pair, folder.path()));
-    EXPECT_GT(counts_.largestDegrees + counts_.largestMetres, 0); // so something was compared
+        expectSame(pair, transformByLibrary(pair).units, transformByProgram(pair),
+                   transformByCs2cs(pair, folder.path()));
+    EXPECT_GT(counts_.largestDegrees + counts_.largestMetres, 0); // finite points were compared
 }
 
-/// The program prints what the library answers, at places and between systems that nobody chose.
-TEST_F(Cs2csAgreement, TheProgramItself_ForPairsDrawnFromTheCatalog)
+TEST_F(Cs2csAgreement, RandomCatalogPairs_AgreeInTheProgram)
 {
     constexpr std::size_t kShare = 40;
-    const std::vector<CatalogPair> pairs = drawnPairs();
+    const std::vector<CatalogPair> pairs = drawPairs();
     const TemporaryFolder folder;
     for (std::size_t index = 0; index < pairs.size(); index += kShare)
-        expectSame(pairs[index], answersOfLibrary(pairs[index]).units, answersOfProgram(pairs[index]),
-                   answerOfCs2cs(pairs[index], folder.path()));
+        expectSame(pairs[index], transformByLibrary(pairs[index]).units, transformByProgram(pairs[index]),
+                   transformByCs2cs(pairs[index], folder.path()));
 }
 
 } // namespace

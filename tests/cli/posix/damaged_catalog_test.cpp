@@ -1,4 +1,4 @@
-// A catalog that is missing, damaged or cannot be read for want of memory: never taken for one that lacks a code.
+// A catalog that is missing, damaged or unreadable is reported as such, never as a catalog without the code.
 #include <sqlite3.h>
 
 #include <cstdint>
@@ -6,21 +6,22 @@
 #include <memory>
 
 #include "cli/command_line_test.h"
+#include "cli/posix/shell_run.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
 
 namespace Tests {
 namespace {
 
 using testing::HasSubstr;
-using Commands = std::vector<std::vector<std::string>>;
+using Commands = std::vector<Arguments>;
 
 struct CloseDatabase {
     void operator()(sqlite3* database) const { sqlite3_close(database); }
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
 };
 
-/// The pages in which a table and its indexes begin, from 1.
-std::vector<std::int64_t> firstPagesOf(const std::string& file, const std::string& table)
+/// The numbers of the first pages of a table and its indexes, counted from 1.
+std::vector<std::int64_t> findFirstPages(const std::string& file, const std::string& table)
 {
     sqlite3* opened = nullptr;
     EXPECT_EQ(sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
@@ -44,12 +45,12 @@ protected:
     std::filesystem::path folder() const { return path("catalog"); }
     std::string database() const { return (folder() / "proj.db").string(); }
 
-    /// A copy of the catalog in which the first pages of a table hold nothing that SQLite understands.
+    /// Creates a copy of the catalog and overwrites the first pages of a table.
     void givenCatalogWithDamaged(const std::string& table) const
     {
         std::filesystem::copy_file(Embedded::catalogPath(), database());
         constexpr std::int64_t kPageInBytes = 4096;
-        const std::vector<std::int64_t> pages = firstPagesOf(database(), table);
+        const std::vector<std::int64_t> pages = findFirstPages(database(), table);
         ASSERT_FALSE(pages.empty()) << table;
         std::fstream file(database(), std::ios::in | std::ios::out | std::ios::binary);
         for (const std::int64_t page : pages) {
@@ -58,7 +59,7 @@ protected:
         }
         ASSERT_TRUE(file.flush());
     }
-    ProgramResult runThere(std::vector<std::string> arguments, const std::string& input = "48 2\n") const
+    ProgramResult runWithCatalog(Arguments arguments, const std::string& input = "48 2\n") const
     {
         ProgramRun programRun;
         programRun.arguments = std::move(arguments);
@@ -66,8 +67,8 @@ protected:
         programRun.environment["PROJ_DATA"] = folder().string();
         return run(programRun);
     }
-    /// What looks something up in the catalog.
-    static Commands lookUps()
+    /// Commands that look something up in the catalog.
+    static Commands lookUpCommands()
     {
         return {{"catalog", "show", "EPSG:25832"},
                 {"catalog", "show", "EPSG:99999"},
@@ -78,21 +79,21 @@ protected:
                 {"transform", "EPSG:4275", "EPSG:4326"},
                 {"transformation", "list", "EPSG:4275", "EPSG:4326"}};
     }
-    void expectFailures(const Commands& commands, const std::string& cause) const
+    void expectCatalogErrors(const Commands& commands, const std::string& cause) const
     {
         givenDrawing("empty.qedb");
         for (const auto& command : commands) {
-            const ProgramResult result = runThere(command);
+            const ProgramResult result = runWithCatalog(command);
             EXPECT_EQ(result.status, 1) << command[0];
             EXPECT_EQ(result.output, "") << command[0];
             EXPECT_THAT(result.errors, HasSubstr("the catalog cannot be read: ")) << command[0];
             EXPECT_THAT(result.errors, HasSubstr(cause)) << command[0];
         }
     }
-    void expectOwnDefinition(const std::string& cause) const
+    void expectDrawingsOwnDefinition(const std::string& cause) const
     {
         givenDrawingWith("plan.qedb", "EPSG:25832");
-        const ProgramResult result = runThere({"show", "--json", "plan.qedb"});
+        const ProgramResult result = runWithCatalog({"show", "--json", "plan.qedb"});
         EXPECT_EQ(result.status, 0);
         const Json json = Json::parse(result.output);
         EXPECT_EQ(json["code"], "EPSG:25832");
@@ -104,156 +105,147 @@ protected:
                     HasSubstr("plan.qedb: note: this is the drawing's own definition; the catalog cannot "
                               "be read: "));
         EXPECT_THAT(result.errors, HasSubstr(cause));
-        EXPECT_THAT(runThere({"show", "-q", "plan.qedb"}).output, HasSubstr("known to catalog  not asked\n"));
+        EXPECT_THAT(runWithCatalog({"show", "-q", "plan.qedb"}).output, HasSubstr("known to catalog  not asked\n"));
     }
 };
 
-TEST_F(DamagedCatalog, ThatIsMissing_IsAFailureThatNamesTheFolders)
+TEST_F(DamagedCatalog, MissingCatalog_IsReportedWithTheFolders)
 {
-    expectFailures(lookUps(), "there is no proj.db in ");
-    expectFailures(lookUps(), folder().string());
-    expectOwnDefinition("there is no proj.db in ");
+    expectCatalogErrors(lookUpCommands(), "there is no proj.db in ");
+    expectCatalogErrors(lookUpCommands(), folder().string());
+    expectDrawingsOwnDefinition("there is no proj.db in ");
 }
 
-TEST_F(DamagedCatalog, ThatIsNoDatabase_IsAFailureThatNamesTheFile)
+TEST_F(DamagedCatalog, CatalogThatIsNotADatabase_IsReportedWithTheFile)
 {
     given("catalog/proj.db", "nonsense that is no database at all");
-    expectFailures(lookUps(), database() + ": file is not a database");
-    expectOwnDefinition(database());
+    expectCatalogErrors(lookUpCommands(), database() + ": file is not a database");
+    expectDrawingsOwnDefinition(database());
     given("catalog/proj.db", "");
-    expectFailures(lookUps(), database() + ": no such table: metadata");
+    expectCatalogErrors(lookUpCommands(), database() + ": no such table: metadata");
     std::filesystem::remove(database());
     std::filesystem::create_directory(database());
-    expectFailures(lookUps(), database() + ": not a regular file");
+    expectCatalogErrors(lookUpCommands(), database() + ": not a regular file");
 }
 
-TEST_F(DamagedCatalog, OfWhichATableCannotBeRead_IsAFailureThatNamesTheFile)
+TEST_F(DamagedCatalog, UnreadableTable_IsReportedWithTheFile)
 {
     givenCatalogWithDamaged("projected_crs");
-    expectFailures(lookUps(), database());
-    expectOwnDefinition(database() + ": database disk image is malformed");
+    expectCatalogErrors(lookUpCommands(), database());
+    expectDrawingsOwnDefinition(database() + ": database disk image is malformed");
 }
 
-TEST_F(DamagedCatalog, ThatHasACodeWhichPROJCannotRead_IsAFailure)
+TEST_F(DamagedCatalog, CodeThatPROJCannotRead_IsReported)
 {
     givenCatalogWithDamaged("conversion_table");
-    expectFailures({{"catalog", "show", "EPSG:25832"}, {"encode", "EPSG:25832", "--drawing-version", "30", "-o", "b"}},
-                   database() + ": PROJ cannot read EPSG:25832, which is there");
-    expectFailures({{"transformation", "list", "EPSG:4275", "EPSG:4326"}}, database() + ": damaged: ");
-    EXPECT_EQ(runThere({"catalog", "show", "EPSG:99999"}).status, 3); // what is damaged has no part in it
-    EXPECT_EQ(runThere({"catalog", "show", "EPSG:4275"}).status, 0);
+    expectCatalogErrors(
+        {{"catalog", "show", "EPSG:25832"}, {"encode", "EPSG:25832", "--drawing-version", "30", "-o", "b"}},
+        database() + ": PROJ cannot read EPSG:25832, which is there");
+    expectCatalogErrors({{"transformation", "list", "EPSG:4275", "EPSG:4326"}}, database() + ": damaged: ");
+    EXPECT_EQ(runWithCatalog({"catalog", "show", "EPSG:99999"}).status, 3); // the damaged table is not needed
+    EXPECT_EQ(runWithCatalog({"catalog", "show", "EPSG:4275"}).status, 0);
 }
 
-TEST_F(DamagedCatalog, WhoseOtherNamesCannotBeRead_DoesNotEndTheProgram)
+TEST_F(DamagedCatalog, UnreadableAliasNames_AreReported)
 {
     givenCatalogWithDamaged("alias_name");
-    expectFailures({{"transformation", "list", "EPSG:4275", "EPSG:4326"}},
-                   database() + ": database disk image is malformed");
+    expectCatalogErrors({{"transformation", "list", "EPSG:4275", "EPSG:4326"}},
+                        database() + ": database disk image is malformed");
 }
 
-TEST_F(DamagedCatalog, LeavesADrawingThatHasACodeAloneUnreadable)
+TEST_F(DamagedCatalog, DrawingWithOnlyALegacyCode_CannotBeRead)
 {
     givenDrawing("plan.qedb");
     ASSERT_EQ(run({"forms", "plan.qedb", "-q", "--put", "legacy=EPSG:25832"}).status, 0);
-    const ProgramResult result = runThere({"show", "plan.qedb"});
+    const ProgramResult result = runWithCatalog({"show", "plan.qedb"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.errors, HasSubstr("eNotApplicable (2): the stored coordinate system cannot be read: the catalog "
                                          "cannot be read: there is no proj.db in "));
 }
 
-TEST_F(DamagedCatalog, IsNamedWhereADrawingCannotBeConvertedWithoutIt)
+TEST_F(DamagedCatalog, ConversionThatNeedsTheCatalog_ReportsTheCatalog)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     const std::string before = contents("plan.qedb");
-    const ProgramResult result = runThere({"convert", "plan.qedb", "--to", "29"});
+    const ProgramResult result = runWithCatalog({"convert", "plan.qedb", "--to", "29"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.errors, HasSubstr("plan.qedb: eInvalidInput (3): "));
     EXPECT_THAT(result.errors, HasSubstr(": the catalog cannot be read: there is no proj.db in "));
     EXPECT_EQ(contents("plan.qedb"), before);
 }
 
-TEST_F(DamagedCatalog, BetweenTwoPoints_IsAFailureThatKeepsThePointsBefore)
+TEST_F(DamagedCatalog, DamageBetweenTwoPoints_IsReported)
 {
     std::filesystem::copy_file(Embedded::catalogPath(), database());
-    ProgramRun script;
-    script.program = "/bin/sh";
-    script.arguments = {"-c", R"(mkfifo in out
-                                 "$0" transform EPSG:4267 EPSG:4269 <in >out 2>errors &
-                                 exec 3>in 4<out
-                                 echo nonsense >&3
-                                 read -r answer <&4
-                                 dd if=/dev/zero of=catalog/proj.db bs=4096 count=1000 conv=notrunc 2>dd
-                                 echo 40 -100 >&3
-                                 exec 3>&-
-                                 cat <&4 >rest
-                                 wait $!
-                                 echo $?)",
-                        ORVELCS_PROGRAM};
+    ProgramRun script = shellRun(R"(mkfifo in out
+                                    "$0" transform EPSG:4267 EPSG:4269 <in >out 2>errors &
+                                    exec 3>in 4<out
+                                    echo nonsense >&3
+                                    read -r answer <&4
+                                    dd if=/dev/zero of=catalog/proj.db bs=4096 count=1000 conv=notrunc 2>dd
+                                    echo 40 -100 >&3
+                                    exec 3>&-
+                                    cat <&4 >rest
+                                    wait $!
+                                    echo $?)");
     script.environment["PROJ_DATA"] = folder().string();
     EXPECT_EQ(run(script).output, "1\n");
     EXPECT_THAT(contents("rest"), testing::StartsWith("39.9999968834 -100.0004155886\n"));
     EXPECT_THAT(contents("errors"), HasSubstr("the catalog cannot be read: " + database()));
 }
 
-TEST_F(DamagedCatalog, IsNotTakenForOneThatSaysADefinitionIsNotReversible)
+TEST_F(DamagedCatalog, ReverseLookUp_ReportsTheCatalogInsteadOfNoTransformation)
 {
     givenDrawing("plan.qedb");
     ASSERT_EQ(run({"config", "add", "--source", "EPSG:4275", "--target", "EPSG:4326", "--name", "NTF to WGS 84 (1)",
                    "--type", "transformation", "--drawing", "plan.qedb"})
                   .status,
               0);
-    const ProgramResult result = runThere({"transformation", "EPSG:4326", "EPSG:4275", "--drawing", "plan.qedb"});
+    const ProgramResult result = runWithCatalog({"transformation", "EPSG:4326", "EPSG:4275", "--drawing", "plan.qedb"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.errors, HasSubstr("NTF to WGS 84 (1): the catalog cannot be read: there is no proj.db in "));
 }
 
-TEST_F(DamagedCatalog, DoesNotLetADefinitionHaveACodeThatMayBeItsOwn)
+TEST_F(DamagedCatalog, DefinitionWithAPossibleCatalogCode_IsRefused)
 {
     givenDrawing("plan.qedb");
     given("plane.wkt", "LOCAL_CS[\"Plane\",UNIT[\"metre\",1]]");
-    const ProgramResult result = runThere({"assign", "--definition", "plane.wkt", "--code", "EPSG:25832", "plan.qedb"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors, HasSubstr("EPSG:25832: the catalog cannot be read: there is no proj.db in "));
+    expectResult(runWithCatalog({"assign", "--definition", "plane.wkt", "--code", "EPSG:25832", "plan.qedb"}), 1, "",
+                 HasSubstr("EPSG:25832: the catalog cannot be read: there is no proj.db in "));
 }
 
-TEST_F(DamagedCatalog, IsFoundByTheCheckThatReadsItWhole)
+TEST_F(DamagedCatalog, DamagedTable_IsFoundByTheVersionCheck)
 {
     givenCatalogWithDamaged("alias_name");
-    EXPECT_EQ(runThere({"catalog", "show", "EPSG:25832"}).status, 0);
-    const ProgramResult version = runThere({"--version"});
+    EXPECT_EQ(runWithCatalog({"catalog", "show", "EPSG:25832"}).status, 0);
+    const ProgramResult version = runWithCatalog({"--version"});
     EXPECT_EQ(version.status, 0);
-    const ProgramResult checked = runThere({"--version", "--check"});
-    EXPECT_EQ(checked.status, 1);
-    EXPECT_EQ(checked.output, version.output);
-    EXPECT_THAT(checked.errors, testing::StartsWith("orvelcs: command line: catalog: " + database() + ": damaged: "));
-    const Json json = Json::parse(runThere({"--version", "--check", "--json"}).output);
+    expectResult(runWithCatalog({"--version", "--check"}), 1, version.output,
+                 testing::StartsWith("orvelcs: command line: catalog: " + database() + ": damaged: "));
+    const Json json = Json::parse(runWithCatalog({"--version", "--check", "--json"}).output);
     EXPECT_EQ(json["check"]["database"], database());
     EXPECT_THAT(json["check"]["fault"].get<std::string>(), HasSubstr("damaged"));
 }
 
-TEST_F(DamagedCatalog, ThatIsMissing_FailsTheCheck)
+TEST_F(DamagedCatalog, MissingCatalog_FailsTheVersionCheck)
 {
-    const ProgramResult result = runThere({"--version", "--check", "--json"});
+    const ProgramResult result = runWithCatalog({"--version", "--check", "--json"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(Json::parse(result.output)["check"]["database"], nullptr);
     EXPECT_THAT(result.errors, HasSubstr("catalog: there is no proj.db in "));
 }
 
-TEST_F(DamagedCatalog, ForWantOfMemory_IsNoMissingCode)
+TEST_F(DamagedCatalog, LackOfMemory_IsNotReportedAsAMissingCode)
 {
-    const auto runWithin = [this](int kilobytes) {
-        ProgramRun limited;
-        limited.program = "/bin/sh";
-        limited.arguments = {"-c", "ulimit -v " + std::to_string(kilobytes) + "; exec \"$0\" catalog show EPSG:25832",
-                             ORVELCS_PROGRAM};
-        return run(limited);
+    const auto runWithMemory = [this](int kilobytes) {
+        return run(shellRun("ulimit -v " + std::to_string(kilobytes) + "; exec \"$0\" catalog show EPSG:25832"));
     };
-    constexpr int kEnough = 200'000;
-    if (runWithin(kEnough).status != 0)
+    constexpr int kSufficientKilobytes = 200'000;
+    if (runWithMemory(kSufficientKilobytes).status != 0)
         GTEST_SKIP() << "the address sanitizer needs more address space than can be limited";
     int failures = 0;
     for (int kilobytes = 30'000; kilobytes <= 60'000; kilobytes += 1'000) {
-        const ProgramResult result = runWithin(kilobytes);
+        const ProgramResult result = runWithMemory(kilobytes);
         EXPECT_NE(result.status, 3) << kilobytes << ": " << result.errors;
         if (result.status == 1) {
             ++failures;

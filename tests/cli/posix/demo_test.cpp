@@ -3,9 +3,9 @@
 namespace Tests {
 namespace {
 
-class Demonstration : public CommandLineTest {
+class Demo : public CommandLineTest {
 protected:
-    ProgramResult demonstrate(const std::string& programFolder) const
+    ProgramResult runDemo(const std::string& programFolder) const
     {
         ProgramRun script;
         script.program = std::filesystem::path(ORVEL_SOURCE_DIR) / "scripts" / "demo.sh";
@@ -15,9 +15,9 @@ protected:
     }
 };
 
-TEST_F(Demonstration, RunsToItsEndAndLeavesNothingBehind)
+TEST_F(Demo, DemoScript_SucceedsAndLeavesNoFiles)
 {
-    const ProgramResult result = demonstrate(std::filesystem::path(ORVELCS_PROGRAM).parent_path().string());
+    const ProgramResult result = runDemo(std::filesystem::path(ORVELCS_PROGRAM).parent_path().string());
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
     for (const char* line : {"$ orvelcs new plan.qedb\nplan.qedb: new drawing, version 33\n",
@@ -49,9 +49,9 @@ TEST_F(Demonstration, RunsToItsEndAndLeavesNothingBehind)
     EXPECT_TRUE(files().empty());
 }
 
-TEST_F(Demonstration, FolderWithoutTheProgram_IsWrongUsage)
+TEST_F(Demo, FolderWithoutTheProgram_IsWrongUsage)
 {
-    expectResult(demonstrate(path("").string()), 2, "", "usage: demo.sh FOLDER-OF-THE-PROGRAM\n");
+    expectResult(runDemo(path("").string()), 2, "", "usage: demo.sh FOLDER-OF-THE-PROGRAM\n");
 }
 
 } // namespace

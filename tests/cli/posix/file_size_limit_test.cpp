@@ -1,22 +1,19 @@
-// A program whose files may not grow beyond one block. Windows has no such limit.
+// The files of the program may not be larger than one block. Windows has no such limit.
 #include "cli/command_line_test.h"
+#include "cli/posix/shell_run.h"
 
 namespace Tests {
 namespace {
 
 class FileSizeLimit : public CommandLineTest {
 protected:
-    /// The shell sets the limit and becomes the program.
     ProgramResult runLimited(const std::string& arguments, const std::string& input = "") const
     {
-        return run({.arguments = {"-c", "ulimit -f 1; exec \"$0\" " + arguments, ORVELCS_PROGRAM},
-                    .input = input,
-                    .environment = {},
-                    .program = "/bin/sh"});
+        return run(shellRun("ulimit -f 1; exec \"$0\" " + arguments, input));
     }
 };
 
-TEST_F(FileSizeLimit, ForADrawing_LeavesTheOldOneAndNothingElse)
+TEST_F(FileSizeLimit, OverlongDrawing_IsRefusedAndLeavesTheOldOne)
 {
     givenDrawing("a.qedb");
     const std::string before = contents("a.qedb");
@@ -26,12 +23,12 @@ TEST_F(FileSizeLimit, ForADrawing_LeavesTheOldOneAndNothingElse)
     EXPECT_EQ(files(), std::vector<std::string>{"a.qedb"});
 }
 
-TEST_F(FileSizeLimit, ForResults_IsToldAsAnyOtherFailure)
+TEST_F(FileSizeLimit, OverlongOutput_IsReported)
 {
     const ProgramResult show = runLimited("catalog show --json --wkt EPSG:25832");
     EXPECT_EQ(show.status, 1);
     EXPECT_EQ(show.errors, "orvelcs: catalog show: standard output: cannot be written: File too large\n");
-    std::string bytes; // without runs, so that packing does not shorten it
+    std::string bytes; // has no runs, so that packing does not shorten it
     for (int index = 0; index < 2000; ++index)
         bytes.push_back(static_cast<char>(index % 251));
     const ProgramResult pack = runLimited("codec pack", bytes);
@@ -39,7 +36,7 @@ TEST_F(FileSizeLimit, ForResults_IsToldAsAnyOtherFailure)
     EXPECT_EQ(pack.errors, "orvelcs: codec pack: standard output: cannot be written: File too large\n");
 }
 
-TEST_F(FileSizeLimit, ForTheCatalogsTemporaryFile_IsNotTakenForAnEmptyCatalog)
+TEST_F(FileSizeLimit, OverlongTemporaryFileOfTheCatalog_IsReported)
 {
     const ProgramResult search = runLimited("catalog search UTM");
     EXPECT_EQ(search.status, 1);

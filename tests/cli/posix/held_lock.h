@@ -1,4 +1,4 @@
-// The lock of the user's stores, as another process would hold it.
+// Holds the lock of the user's stores, as another process would.
 #pragma once
 
 #include <fcntl.h>

@@ -1,7 +1,8 @@
-// The user's settings file, replaced on a disk that is full, by a process that is killed, and by way of links.
+// The user's settings file is replaced on a full disk, by a killed process, and through links.
 #include <sys/stat.h>
 
 #include "cli/command_line_test.h"
+#include "cli/posix/shell_run.h"
 
 namespace Tests {
 namespace {
@@ -12,93 +13,84 @@ constexpr const char* kOldItem = "<Item>old</Item>";
 constexpr const char* kOldLine = "<Item>old</Item>\r\n";
 constexpr const char* kNewItems = "<Item>new</Item><Item>newer</Item>";
 constexpr const char* kNewLines = "<Item>new</Item>\r\n<Item>newer</Item>\r\n";
-constexpr const char* kFile = "TransformationSetting.xml";
-constexpr int kMostCalls = 30; // more than a change makes
+constexpr int kMaximumCalls = 30; // more than a change makes
 
 class InterruptedSettings : public CommandLineTest {
 protected:
     std::string folder() const { return path("user").string(); }
-    std::string settings() const { return contents(std::string("user/") + kFile); }
-    std::vector<std::string> names() const
-    {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder()))
-            names.push_back(entry.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-    ProgramRun changeTo(const std::string& text) const
+    std::string settings() const { return contents(std::string("user/") + kSettingsFile); }
+    ProgramRun changeRun(const std::string& text) const
     {
         ProgramRun change;
         change.arguments = {"config", "set", "-", "--user", "--quiet", "--wait", "0", "--user-dir", folder()};
         change.input = text;
         return change;
     }
-    ProgramResult changeOnFailingDisk(int call, const std::string& way) const
+    ProgramResult changeOnFailingDisk(int call, const std::string& failure) const
     {
-        ProgramRun change = changeTo(kNewItems);
+        ProgramRun change = changeRun(kNewItems);
         change.environment = {{"LD_PRELOAD", ORVEL_FAILING_DISK},
                               {"ORVEL_DISK_FOLDER", folder()},
                               {"ORVEL_DISK_CALL", std::to_string(call)},
-                              {"ORVEL_DISK_WAY", way}};
+                              {"ORVEL_DISK_WAY", failure}};
         return run(change);
     }
     void givenOldSettings() const
     {
         std::filesystem::remove_all(folder());
-        ASSERT_EQ(run(changeTo(kOldItem)).status, 0);
+        ASSERT_EQ(run(changeRun(kOldItem)).status, 0);
         ASSERT_EQ(settings(), kOldLine);
     }
-    void expectNextChangeIsClean() const
+    void expectNextChangeSucceeds() const
     {
-        expectResult(run(changeTo(kNewItems)), 0, "", "");
+        expectResult(run(changeRun(kNewItems)), 0, "", "");
         EXPECT_EQ(settings(), kNewLines);
-        EXPECT_EQ(names(), (std::vector<std::string>{kFile, "orvelcs.lock"}));
+        EXPECT_EQ(files("user"), (std::vector<std::string>{kSettingsFile, kLockFile}));
     }
     void expectStagedTextIsPrivate() const
     {
         const std::filesystem::path staging = path("user") / ".orvelcs-new";
-        if (std::filesystem::exists(staging / kFile)) {
+        if (std::filesystem::exists(staging / kSettingsFile)) {
             EXPECT_EQ(std::filesystem::status(staging).permissions(), std::filesystem::perms::owner_all);
         }
     }
-    /// Kills the change at each of its calls; answers how many left the old file.
-    int killAtEachCall(const std::string& way) const
+    /// Kills the change at each of its calls and returns how many times the old file remained.
+    int killAtEachCall(const std::string& failure) const
     {
-        int old = 0;
-        for (int call = 0; call < kMostCalls && !HasFailure(); ++call) {
-            SCOPED_TRACE(way + " at call " + std::to_string(call));
+        int oldFiles = 0;
+        for (int call = 0; call < kMaximumCalls && !HasFailure(); ++call) {
+            SCOPED_TRACE(failure + " at call " + std::to_string(call));
             givenOldSettings();
-            const ProgramResult result = changeOnFailingDisk(call, way);
-            if (result.status == 0) { // it makes fewer calls
-                EXPECT_GT(call, 10) << "of the calls that were meant none was seen";
-                return old;
+            const ProgramResult result = changeOnFailingDisk(call, failure);
+            if (result.status == 0) { // the change makes fewer calls
+                EXPECT_GT(call, 10) << "the library has not counted the calls";
+                return oldFiles;
             }
             EXPECT_EQ(result.status, -1) << result.errors;
             EXPECT_THAT(settings(), AnyOf(kOldLine, kNewLines));
             expectStagedTextIsPrivate();
-            old += settings() == kOldLine ? 1 : 0;
-            expectNextChangeIsClean();
+            oldFiles += settings() == kOldLine ? 1 : 0;
+            expectNextChangeSucceeds();
         }
-        ADD_FAILURE() << "a change that makes more than " << kMostCalls << " calls";
-        return old;
+        ADD_FAILURE() << "the change makes more than " << kMaximumCalls << " calls";
+        return oldFiles;
     }
 };
 
-TEST_F(InterruptedSettings, AProcessKilledAtAnyCall_LeavesTheOldOrTheNew)
+TEST_F(InterruptedSettings, ProcessKilledAtAnyCall_LeavesTheOldOrTheNewSettings)
 {
     EXPECT_GT(killAtEachCall("killed"), 5);
 }
 
-TEST_F(InterruptedSettings, AProcessKilledInTheMiddleOfAnyWrite_LeavesTheOldOrTheNew)
+TEST_F(InterruptedSettings, ProcessKilledDuringAnyWrite_LeavesTheOldOrTheNewSettings)
 {
     EXPECT_GT(killAtEachCall("halfway"), 5);
 }
 
-TEST_F(InterruptedSettings, ADiskThatIsFullFromAnyCallOn_LeavesTheOldWithAMessageOrTheNew)
+TEST_F(InterruptedSettings, DiskFullFromAnyCallOn_LeavesTheOldSettingsWithAMessageOrTheNew)
 {
     int failed = 0;
-    for (int call = 0; call < kMostCalls && !HasFailure(); ++call) {
+    for (int call = 0; call < kMaximumCalls && !HasFailure(); ++call) {
         SCOPED_TRACE("full from call " + std::to_string(call) + " on");
         givenOldSettings();
         const ProgramResult result = changeOnFailingDisk(call, "full");
@@ -110,53 +102,53 @@ TEST_F(InterruptedSettings, ADiskThatIsFullFromAnyCallOn_LeavesTheOldWithAMessag
         EXPECT_EQ(result.status, 1);
         EXPECT_EQ(settings(), kOldLine);
         EXPECT_THAT(result.errors, testing::HasSubstr("orvelcs: config set: " + folder()));
-        EXPECT_EQ(names(), (std::vector<std::string>{kFile, "orvelcs.lock"}));
+        EXPECT_EQ(files("user"), (std::vector<std::string>{kSettingsFile, kLockFile}));
     }
     EXPECT_GT(failed, 5);
 }
 
-TEST_F(InterruptedSettings, ALimitOnTheSizeOfFiles_LeavesTheOld)
+TEST_F(InterruptedSettings, FileSizeLimit_LeavesTheOldSettings)
 {
     givenOldSettings();
-    ProgramRun change = changeTo("<Item>" + std::string(2000, 'x') + "</Item>");
-    change.program = "/bin/sh";
-    change.arguments.insert(change.arguments.begin(), {"-c", "ulimit -f 1; exec \"$0\" \"$@\"", ORVELCS_PROGRAM});
-    expectResult(run(change), 1, "",
-                 "orvelcs: config set: " + folder() + "/" + kFile + ": was not written to its end\n");
+    const ProgramRun change = changeRun("<Item>" + std::string(2000, 'x') + "</Item>");
+    ProgramRun limited = shellRun("ulimit -f 1; exec \"$0\" \"$@\"", change.input);
+    limited.arguments = concatenate(limited.arguments, change.arguments);
+    expectResult(run(limited), 1, "",
+                 "orvelcs: config set: " + folder() + "/" + kSettingsFile + ": was not written to its end\n");
     EXPECT_EQ(settings(), kOldLine);
-    EXPECT_EQ(names(), (std::vector<std::string>{kFile, "orvelcs.lock"}));
+    EXPECT_EQ(files("user"), (std::vector<std::string>{kSettingsFile, kLockFile}));
 }
 
-TEST_F(InterruptedSettings, ThroughASymbolicLink_ReplacesWhatItLeadsTo)
+TEST_F(InterruptedSettings, SymbolicLink_IsKeptAndItsTargetReplaced)
 {
     std::filesystem::create_directory(folder());
     std::filesystem::create_directory(path("kept"));
     given("kept/settings", kOldLine);
-    std::filesystem::create_symlink("../kept/settings", path("user") / kFile);
-    ASSERT_EQ(run(changeTo(kNewItems)).status, 0);
-    EXPECT_TRUE(std::filesystem::is_symlink(path("user") / kFile));
+    std::filesystem::create_symlink("../kept/settings", path("user") / kSettingsFile);
+    ASSERT_EQ(run(changeRun(kNewItems)).status, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(path("user") / kSettingsFile));
     EXPECT_EQ(contents("kept/settings"), kNewLines);
 }
 
-TEST_F(InterruptedSettings, KeepTheirPermissions)
+TEST_F(InterruptedSettings, FilePermissions_ArePreserved)
 {
     givenOldSettings();
-    ASSERT_EQ(::chmod((folder() + "/" + kFile).c_str(), 0640), 0);
-    ASSERT_EQ(run(changeTo(kNewItems)).status, 0);
-    struct stat found {};
-    ASSERT_EQ(::stat((folder() + "/" + kFile).c_str(), &found), 0);
-    EXPECT_EQ(found.st_mode & 07777U, 0640U);
+    ASSERT_EQ(::chmod((folder() + "/" + kSettingsFile).c_str(), 0640), 0);
+    ASSERT_EQ(run(changeRun(kNewItems)).status, 0);
+    struct stat information {};
+    ASSERT_EQ(::stat((folder() + "/" + kSettingsFile).c_str(), &information), 0);
+    EXPECT_EQ(information.st_mode & 07777U, 0640U);
 }
 
-TEST_F(InterruptedSettings, InAFolderWithTheLongestName_AreReplaced)
+TEST_F(InterruptedSettings, FolderWithTheLongestName_IsUsed)
 {
     std::string longest = folder();
     while (longest.size() < 259)
         longest += longest.size() % 50 == 0 ? '/' : 'f';
-    ProgramRun change = changeTo(kNewItems);
+    ProgramRun change = changeRun(kNewItems);
     change.arguments.back() = longest;
     expectResult(run(change), 0, "", "");
-    EXPECT_EQ(readFile(longest + "/" + kFile), kNewLines);
+    EXPECT_EQ(readFile(longest + "/" + kSettingsFile), kNewLines);
 }
 
 } // namespace

@@ -62,7 +62,7 @@ private:
     int writingEnd_ = -1;
 };
 
-std::vector<std::string> environmentOf(const ProgramRun& run)
+std::vector<std::string> makeEnvironment(const ProgramRun& run)
 {
     std::map<std::string, std::string> all = {{"LC_ALL", "C"}};
     for (const char* name : {"PATH", "HOME", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LLVM_PROFILE_FILE"})
@@ -129,13 +129,14 @@ ProgramResult runProgram(const ProgramRun& run, const std::filesystem::path& fol
 
     std::vector<std::string> words = {run.program.string()};
     words.insert(words.end(), run.arguments.begin(), run.arguments.end());
-    std::vector<std::string> environment = environmentOf(run);
+    std::vector<std::string> environment = makeEnvironment(run);
     pid_t child = 0;
     SpawnActions::check(::posix_spawn(&child, run.program.c_str(), actions.get(), nullptr, pointersTo(words).data(),
                                       pointersTo(environment).data()));
-    int ended = 0;
-    ::waitpid(child, &ended, 0);
-    return {WIFEXITED(ended) ? WEXITSTATUS(ended) : -1, readFile(captures / "output"), readFile(captures / "errors")};
+    int waitStatus = 0;
+    ::waitpid(child, &waitStatus, 0);
+    return {WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : -1, readFile(captures / "output"),
+            readFile(captures / "errors")};
 }
 
 } // namespace Tests

@@ -5,12 +5,13 @@
 #include "support/temporary_folder.h"
 
 namespace Tests {
-std::string carriedOverByProj(const std::string& code, bool isInverse, const std::string& points,
-                              const std::filesystem::path& folder)
+
+std::string transformByProj(const std::string& code, bool isInverse, const std::string& points,
+                            const std::filesystem::path& folder)
 {
     const TemporaryFolder captures;
     ProgramRun programRun;
-    programRun.program = programOfProj("cct");
+    programRun.program = findProjProgram("cct");
     programRun.arguments = {"-d", "12", "-t", "0"};
     if (isInverse)
         programRun.arguments.emplace_back("-I");

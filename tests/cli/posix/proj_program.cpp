@@ -6,7 +6,7 @@
 
 namespace Tests {
 
-std::filesystem::path programOfProj(const std::string& name)
+std::filesystem::path findProjProgram(const std::string& name)
 {
     std::istringstream folders(std::getenv("PATH") != nullptr ? std::getenv("PATH") : "");
     for (std::string folder; std::getline(folders, folder, ':');)

@@ -6,7 +6,7 @@
 
 namespace Tests {
 
-/// Where it is installed. Throws when it is not.
-std::filesystem::path programOfProj(const std::string& name);
+/// The path of the installed program. Throws if it is not installed.
+std::filesystem::path findProjProgram(const std::string& name);
 
 } // namespace Tests

@@ -1,46 +1,36 @@
-// Runs that a shell sets up.
+// Runs that need a limit or pipes of a shell.
 #include "cli/command_line_test.h"
+#include "cli/posix/shell_run.h"
 
 namespace Tests {
 namespace {
 
-using InAShell = CommandLineTest;
+using ShellScript = CommandLineTest;
 
-// Bytes that would unpack to 64 times their size.
-TEST_F(InAShell, LargeInputToDecode_IsRefusedWithoutBeingUnpacked)
+// These bytes would unpack to 64 times their size.
+TEST_F(ShellScript, LargeInputToDecode_IsRefusedWithoutBeingUnpacked)
 {
-    ProgramRun limited;
-    limited.program = "/bin/sh";
-    limited.arguments = {"-c", "ulimit -t 20; exec \"$0\" decode", ORVELCS_PROGRAM};
-    limited.input = std::string(20'000'000, '\x80');
-    const ProgramResult result = run(limited);
+    const ProgramResult result = run(shellRun("ulimit -t 20; exec \"$0\" decode", std::string(20'000'000, '\x80')));
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");
     EXPECT_TRUE(result.errors.ends_with(", which would end with a NUL\n")) << result.errors;
 }
 
-TEST_F(InAShell, ALineToTransformIsAnsweredBeforeTheNextIsAskedFor)
+TEST_F(ShellScript, EachTransformedPoint_IsPrintedBeforeTheNextIsRead)
 {
-    ProgramRun script;
-    script.program = "/bin/sh";
-    script.arguments = {
-        "-c",
-        "mkfifo points answers\n"
-        "\"$1\" transform -q EPSG:4258 EPSG:25832 <points >answers &\n"
-        "exec 3>points 4<answers\n"
-        "for point in '0 9' '0 9 5'; do echo \"$point\" >&3; read -r answer <&4; echo \"$answer\"; done\n"
-        "exec 3>&-\n"
-        "wait $!\n",
-        "sh", ORVELCS_PROGRAM};
+    const ProgramRun script =
+        shellRun("mkfifo points answers\n"
+                 "\"$0\" transform -q EPSG:4258 EPSG:25832 <points >answers &\n"
+                 "exec 3>points 4<answers\n"
+                 "for point in '0 9' '0 9 5'; do echo \"$point\" >&3; read -r answer <&4; echo \"$answer\"; done\n"
+                 "exec 3>&-\n"
+                 "wait $!\n");
     expectResult(run(script), 0, "500000.000000 0.000000\n500000.000000 0.000000 5.000000\n", "");
 }
 
-TEST_F(InAShell, PointsThatCannotBeRead_LeaveACompleteJsonDocument)
+TEST_F(ShellScript, UnreadablePoints_LeaveACompleteJsonDocument)
 {
-    ProgramRun script;
-    script.program = "/bin/sh";
-    script.arguments = {"-c", "exec \"$1\" transform --json EPSG:4258 EPSG:25832 </", "sh", ORVELCS_PROGRAM};
-    const ProgramResult result = run(script);
+    const ProgramResult result = run(shellRun("exec \"$0\" transform --json EPSG:4258 EPSG:25832 </"));
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(Json::parse(result.output)["points"], Json::array());
     EXPECT_TRUE(result.errors.ends_with("standard input: cannot be read: Is a directory\n")) << result.errors;

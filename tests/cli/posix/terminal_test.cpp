@@ -15,15 +15,15 @@
 namespace Tests {
 namespace {
 
-/// The program with a terminal for all of its streams.
-class OnATerminal : public CommandLineTest {
+/// Runs the program with a terminal as its input, output and error stream.
+class Terminal : public CommandLineTest {
 protected:
-    /// Hears of everything that has appeared so far, and of the terminal's descriptor.
-    using Spectator = std::function<void(const std::string& text, int terminal)>;
+    /// Is called with everything that has appeared so far and the descriptor of the terminal.
+    using Listener = std::function<void(const std::string& text, int terminal)>;
 
-    /// What appears on the terminal, line ends as the terminal makes them.
-    std::string shown(std::vector<std::string> arguments, const char* noColor = nullptr, const char* type = "xterm",
-                      const Spectator& spectator = {})
+    /// Returns what appears on the terminal, with its line ends.
+    std::string runOnTerminal(Arguments arguments, const char* noColor = nullptr, const char* type = "xterm",
+                              const Listener& listener = {})
     {
         arguments.insert(arguments.begin(), ORVELCS_PROGRAM);
         std::vector<char*> words;
@@ -36,18 +36,18 @@ protected:
         if (child == -1)
             throw std::runtime_error("forkpty failed");
         if (child == 0)
-            runIn(folder, words, noColor, type);
-        const std::string text = readToEnd(terminal, spectator);
+            execute(folder, words, noColor, type);
+        const std::string text = readToEnd(terminal, listener);
         ::close(terminal);
-        ::waitpid(child, &ended, 0);
+        ::waitpid(child, &waitStatus, 0);
         return text;
     }
 
-    int ended = 0; // how the last one did, as waitpid tells it
+    int waitStatus = 0; // of the last run, as waitpid sets it
 
 private:
-    [[noreturn]] static void runIn(const std::string& folder, const std::vector<char*>& words, const char* noColor,
-                                   const char* type)
+    [[noreturn]] static void execute(const std::string& folder, const std::vector<char*>& words, const char* noColor,
+                                     const char* type)
     {
         if (::chdir(folder.c_str()) == 0) {
             ::setenv("TERM", type, 1);
@@ -59,169 +59,169 @@ private:
         ::_exit(127);
     }
 
-    static std::string readToEnd(int terminal, const Spectator& spectator)
+    static std::string readToEnd(int terminal, const Listener& listener)
     {
         std::string text;
         std::array<char, 4096> block{};
         for (;;) {
             const ssize_t length = ::read(terminal, block.data(), block.size());
-            if (length <= 0) // a terminal whose program has gone answers with an error
+            if (length <= 0) // reading fails when the program has ended
                 return text;
             text.append(block.data(), static_cast<std::size_t>(length));
-            if (spectator)
-                spectator(text, terminal);
+            if (listener)
+                listener(text, terminal);
         }
     }
 };
 
-TEST_F(OnATerminal, Batch_ShowsItsProgressAndTakesItAway)
+TEST_F(Terminal, Batch_ShowsItsProgressAndRemovesIt)
 {
     givenDrawing("a.qedb");
     givenDrawing("b.qedb");
-    EXPECT_EQ(shown({"clear", "a.qedb", "b.qedb"}), "\r\x1B[K[1/2] a.qedb"
-                                                    "\r\x1B[Ka.qedb: cleared\r\n"
-                                                    "\r\x1B[K[2/2] b.qedb"
-                                                    "\r\x1B[Kb.qedb: cleared\r\n");
+    EXPECT_EQ(runOnTerminal({"clear", "a.qedb", "b.qedb"}), "\r\x1B[K[1/2] a.qedb"
+                                                            "\r\x1B[Ka.qedb: cleared\r\n"
+                                                            "\r\x1B[K[2/2] b.qedb"
+                                                            "\r\x1B[Kb.qedb: cleared\r\n");
 }
 
-TEST_F(OnATerminal, QuietBatch_ShowsNothing)
+TEST_F(Terminal, QuietBatch_ShowsNothing)
 {
     givenDrawing("a.qedb");
     givenDrawing("b.qedb");
-    EXPECT_EQ(shown({"clear", "--quiet", "a.qedb", "b.qedb"}), "");
+    EXPECT_EQ(runOnTerminal({"clear", "--quiet", "a.qedb", "b.qedb"}), "");
 }
 
-TEST_F(OnATerminal, SingleDrawing_HasNoProgress)
+TEST_F(Terminal, SingleDrawing_ShowsNoProgress)
 {
     givenDrawing("a.qedb");
-    EXPECT_EQ(shown({"clear", "a.qedb"}), "a.qedb: cleared\r\n");
+    EXPECT_EQ(runOnTerminal({"clear", "a.qedb"}), "a.qedb: cleared\r\n");
 }
 
-TEST_F(OnATerminal, Heading_IsBold)
+TEST_F(Terminal, Heading_IsBold)
 {
     givenDrawing("a.qedb");
-    EXPECT_THAT(shown({"forms", "a.qedb"}), testing::StartsWith("\x1B[1ma.qedb, drawing version 33\x1B[0m\r\n"));
+    EXPECT_THAT(runOnTerminal({"forms", "a.qedb"}),
+                testing::StartsWith("\x1B[1ma.qedb, drawing version 33\x1B[0m\r\n"));
 }
 
-TEST_F(OnATerminal, Bytes_AreNotPrinted)
+TEST_F(Terminal, BinaryOutput_IsRefused)
 {
     const std::string refusal = "orvelcs: encode: standard output: is a terminal, and the output is bytes; -o writes "
                                 "them into a file\r\n";
-    EXPECT_EQ(shown({"encode", "EPSG:4326", "--drawing-version", "29"}), refusal);
-    EXPECT_EQ(shown({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "-"}), refusal);
-    EXPECT_EQ(shown({"encode", "EPSG:4326", "--drawing-version", "29", "-q", "-o", "block"}), "");
+    EXPECT_EQ(runOnTerminal({"encode", "EPSG:4326", "--drawing-version", "29"}), refusal);
+    EXPECT_EQ(runOnTerminal({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "-"}), refusal);
+    EXPECT_EQ(runOnTerminal({"encode", "EPSG:4326", "--drawing-version", "29", "-q", "-o", "block"}), "");
 }
 
-TEST_F(OnATerminal, NoColor_IsPlain)
+TEST_F(Terminal, NoColor_RemovesTheFormatting)
 {
     givenDrawing("a.qedb");
-    EXPECT_THAT(shown({"forms", "a.qedb", "--no-color"}), testing::StartsWith("a.qedb, drawing version 33\r\n"));
-    EXPECT_THAT(shown({"forms", "a.qedb"}, "1"), testing::StartsWith("a.qedb, drawing version 33\r\n"));
+    EXPECT_THAT(runOnTerminal({"forms", "a.qedb", "--no-color"}),
+                testing::StartsWith("a.qedb, drawing version 33\r\n"));
+    EXPECT_THAT(runOnTerminal({"forms", "a.qedb"}, "1"), testing::StartsWith("a.qedb, drawing version 33\r\n"));
 }
 
-TEST_F(OnATerminal, EmptyNoColor_CountsAsNotSet)
+TEST_F(Terminal, EmptyNoColor_CountsAsNotSet)
 {
     givenDrawing("a.qedb");
-    EXPECT_THAT(shown({"forms", "a.qedb"}, ""), testing::StartsWith("\x1B[1m"));
+    EXPECT_THAT(runOnTerminal({"forms", "a.qedb"}, ""), testing::StartsWith("\x1B[1m"));
 }
 
-TEST_F(OnATerminal, ProgressWithoutEscapeSequences_IsOneLineForEach)
+TEST_F(Terminal, ProgressWithoutEscapeSequences_IsOneLineForEachDrawing)
 {
     givenDrawing("a.qedb");
     givenDrawing("b.qedb");
     const std::string plain = "[1/2] a.qedb\r\na.qedb: cleared\r\n[2/2] b.qedb\r\nb.qedb: cleared\r\n";
-    EXPECT_EQ(shown({"clear", "--no-color", "a.qedb", "b.qedb"}), plain);
-    EXPECT_EQ(shown({"clear", "a.qedb", "b.qedb"}, "1"), plain);
-    EXPECT_EQ(shown({"clear", "a.qedb", "b.qedb"}, nullptr, "dumb"), plain);
+    EXPECT_EQ(runOnTerminal({"clear", "--no-color", "a.qedb", "b.qedb"}), plain);
+    EXPECT_EQ(runOnTerminal({"clear", "a.qedb", "b.qedb"}, "1"), plain);
+    EXPECT_EQ(runOnTerminal({"clear", "a.qedb", "b.qedb"}, nullptr, "dumb"), plain);
 }
 
-TEST_F(OnATerminal, DumbTerminal_IsPlain)
+TEST_F(Terminal, DumbTerminal_HasNoFormatting)
 {
     givenDrawing("a.qedb");
-    EXPECT_THAT(shown({"forms", "a.qedb"}, nullptr, "dumb"), testing::StartsWith("a.qedb, drawing version 33\r\n"));
+    EXPECT_THAT(runOnTerminal({"forms", "a.qedb"}, nullptr, "dumb"),
+                testing::StartsWith("a.qedb, drawing version 33\r\n"));
 }
 
-/// A command that needs what another process holds.
+/// A command that waits for another process.
 struct WaitingCommand {
     const char* name;
-    std::vector<std::string> arguments;
+    Arguments arguments;
     const char* waiting;
     const char* done;
 };
 
 const WaitingCommand kWaitingCommands[] = {
-    {"OfTheUser",
+    {"User",
      {"config", "set", "text", "--user", "--user-dir", "."},
      "waiting for the user's configuration, which another process is changing",
      "./TransformationSetting.xml: configuration stored\r\n"},
-    {"OfADrawing", {"clear", "a.qedb"}, "waiting for a.qedb, which another process is changing", "a.qedb: cleared\r\n"},
+    {"Drawing", {"clear", "a.qedb"}, "waiting for a.qedb, which another process is changing", "a.qedb: cleared\r\n"},
 };
 
-class WaitOnATerminal : public OnATerminal, public testing::WithParamInterface<WaitingCommand> {
+class WaitOnTerminal : public Terminal, public testing::WithParamInterface<WaitingCommand> {
 protected:
-    WaitOnATerminal()
+    WaitOnTerminal()
     {
         given("text", "<Item></Item>");
         givenDrawingWith("a.qedb", "EPSG:25832");
         sqlite3_open(path("a.qedb").string().c_str(), &drawing_);
         EXPECT_EQ(sqlite3_exec(drawing_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
     }
-    ~WaitOnATerminal() override { sqlite3_close(drawing_); }
+    ~WaitOnTerminal() override { sqlite3_close(drawing_); }
 
-    static std::vector<std::string> waitingFor(const std::string& seconds)
+    static Arguments waitingFor(const std::string& seconds)
     {
-        std::vector<std::string> arguments = GetParam().arguments;
-        arguments.insert(arguments.end(), {"--wait", seconds});
-        return arguments;
+        return concatenate(GetParam().arguments, {"--wait", seconds});
     }
-    /// Both locks are released when the waiting is shown.
-    std::string shownUntilReleased(const char* type = "xterm")
+    /// Releases both locks when the message about waiting has appeared.
+    std::string runUntilReleased(const char* type = "xterm")
     {
-        return shown(waitingFor("60"), nullptr, type, [this](const std::string& text, int) {
+        return runOnTerminal(waitingFor("60"), nullptr, type, [this](const std::string& text, int) {
             if (text.find(GetParam().waiting) == std::string::npos)
                 return;
             user_.release();
-            sqlite3_exec(drawing_, "ROLLBACK", nullptr, nullptr, nullptr); // again and again, which changes nothing
+            sqlite3_exec(drawing_, "ROLLBACK", nullptr, nullptr, nullptr); // fails without effect after the first time
         });
     }
 
 private:
-    HeldLock user_{path("orvelcs.lock")};
+    HeldLock user_{path(kLockFile)};
     sqlite3* drawing_ = nullptr;
 };
 
-TEST_P(WaitOnATerminal, IsShownAndTakenAway)
+TEST_P(WaitOnTerminal, WaitMessage_IsShownAndRemoved)
 {
-    EXPECT_EQ(shownUntilReleased(), "\r\x1B[K" + std::string(GetParam().waiting) + "\r\x1B[K" + GetParam().done);
+    EXPECT_EQ(runUntilReleased(), "\r\x1B[K" + std::string(GetParam().waiting) + "\r\x1B[K" + GetParam().done);
 }
 
-TEST_P(WaitOnATerminal, WithoutEscapeSequences_IsOneLine)
+TEST_P(WaitOnTerminal, WaitMessageWithoutEscapeSequences_IsOneLine)
 {
-    EXPECT_EQ(shownUntilReleased("dumb"), GetParam().waiting + std::string("\r\n") + GetParam().done);
+    EXPECT_EQ(runUntilReleased("dumb"), GetParam().waiting + std::string("\r\n") + GetParam().done);
 }
 
-TEST_P(WaitOnATerminal, ThatIsShortOrQuiet_IsNotShown)
+TEST_P(WaitOnTerminal, ShortOrQuietWait_ShowsNoMessage)
 {
-    EXPECT_THAT(shown(waitingFor("0.3")), testing::Not(testing::HasSubstr("waiting")));
-    std::vector<std::string> quiet = waitingFor("0.7");
-    quiet.push_back("--quiet");
-    EXPECT_THAT(shown(quiet), testing::Not(testing::HasSubstr("waiting")));
-    EXPECT_EQ(WEXITSTATUS(ended), 1);
+    EXPECT_THAT(runOnTerminal(waitingFor("0.3")), testing::Not(testing::HasSubstr("waiting")));
+    EXPECT_THAT(runOnTerminal(concatenate(waitingFor("0.7"), {"--quiet"})),
+                testing::Not(testing::HasSubstr("waiting")));
+    EXPECT_EQ(WEXITSTATUS(waitStatus), 1);
 }
 
-TEST_P(WaitOnATerminal, EndsAtOnceWhenInterrupted)
+TEST_P(WaitOnTerminal, Interrupt_EndsTheWait)
 {
     const auto interrupt = [](const std::string& text, int terminal) {
         if (text.ends_with(GetParam().waiting) && ::write(terminal, "\x03", 1) != 1)
-            throw std::runtime_error("the terminal takes nothing");
+            throw std::runtime_error("the terminal cannot be written");
     };
-    EXPECT_THAT(shown(waitingFor("60"), nullptr, "xterm", interrupt),
+    EXPECT_THAT(runOnTerminal(waitingFor("60"), nullptr, "xterm", interrupt),
                 testing::Not(testing::HasSubstr(GetParam().done)));
-    EXPECT_TRUE(WIFSIGNALED(ended));
-    EXPECT_EQ(WTERMSIG(ended), SIGINT);
+    EXPECT_TRUE(WIFSIGNALED(waitStatus));
+    EXPECT_EQ(WTERMSIG(waitStatus), SIGINT);
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, WaitOnATerminal, testing::ValuesIn(kWaitingCommands),
+INSTANTIATE_TEST_SUITE_P(Each, WaitOnTerminal, testing::ValuesIn(kWaitingCommands),
                          [](const auto& command) { return std::string(command.param.name); });
 
 } // namespace

@@ -1,4 +1,4 @@
-// The lock file of the user's stores: who waits for it, for how long, and where it lies.
+// The lock file of the user's stores.
 #include <chrono>
 
 #include "cli/command_line_test.h"
@@ -11,23 +11,21 @@ using testing::HasSubstr;
 
 constexpr const char* kOneItem = "<Item>a</Item>";
 constexpr const char* kOneLine = "<Item>a</Item>\r\n";
-constexpr const char* kSettingsName = "TransformationSetting.xml";
-constexpr const char* kLockName = "orvelcs.lock";
 
 class UserLock : public CommandLineTest {
 protected:
-    ProgramResult runAsUser(std::vector<std::string> arguments) const
+    ProgramResult runAsUser(const Arguments& arguments) const
     {
-        arguments.insert(arguments.end(), {"--user", "--user-dir", path("").string(), "--registry", "registry"});
-        return run(arguments, kOneItem);
+        return run(concatenate(arguments, {"--user", "--user-dir", path("").string(), "--registry", "registry"}),
+                   kOneItem);
     }
-    static std::vector<std::vector<std::string>> changes()
+    static std::vector<Arguments> changes()
     {
         return {{"config", "set", "-"},
                 {"config", "clear"},
                 {"config", "add", "--source", "A", "--target", "B", "--name", "EPSG:1241", "--type", "transformation"}};
     }
-    ProgramResult runWithHome(const std::string& home, std::vector<std::string> arguments) const
+    ProgramResult runWithHome(const std::string& home, Arguments arguments) const
     {
         ProgramRun programRun;
         programRun.arguments = std::move(arguments);
@@ -37,81 +35,78 @@ protected:
     }
 };
 
-TEST_F(UserLock, HeldByAnother_IsNamedWhenTheWaitIsOver)
+TEST_F(UserLock, HeldLock_IsReportedWhenTheWaitIsOver)
 {
-    given(kSettingsName, kOneLine);
-    const HeldLock held(path(kLockName));
-    for (std::vector<std::string> change : changes()) {
-        const std::string command = change[0] + " " + change[1];
-        change.insert(change.end(), {"--wait", "0"});
+    given(kSettingsFile, kOneLine);
+    const HeldLock held(path(kLockFile));
+    for (const Arguments& change : changes())
         expectResult(
-            runAsUser(change), 1, "",
-            "orvelcs: " + command + ": " + path(kLockName).string() +
+            runAsUser(concatenate(change, {"--wait", "0"})), 1, "",
+            "orvelcs: " + change[0] + " " + change[1] + ": " + path(kLockFile).string() +
                 ": another process holds it, after 0 s still; try again, or wait longer with --wait SECONDS\n");
-    }
-    EXPECT_EQ(contents(kSettingsName), kOneLine);
-    EXPECT_EQ(files(), (std::vector<std::string>{kSettingsName, kLockName}));
+    EXPECT_EQ(contents(kSettingsFile), kOneLine);
+    EXPECT_EQ(files(), (std::vector<std::string>{kSettingsFile, kLockFile}));
 }
 
-TEST_F(UserLock, HeldByAnother_IsWaitedForAsLongAsAsked)
+TEST_F(UserLock, WaitOption_SetsTheTimeToWait)
 {
-    const HeldLock held(path(kLockName));
-    const auto began = std::chrono::steady_clock::now();
+    const HeldLock held(path(kLockFile));
+    const auto start = std::chrono::steady_clock::now();
     const ProgramResult result = runAsUser({"config", "set", "-", "--wait", "0.2"});
-    EXPECT_GE(std::chrono::steady_clock::now() - began, std::chrono::milliseconds(200));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200));
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.errors, HasSubstr("after 0.2 s still"));
 }
 
-TEST_F(UserLock, HeldByAnother_InJson_IsADocumentToo)
+TEST_F(UserLock, HeldLock_PrintsAJsonDocument)
 {
-    const HeldLock held(path(kLockName));
+    const HeldLock held(path(kLockFile));
     const ProgramResult result = runAsUser({"config", "set", "-", "--wait", "0", "--json"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(Json::parse(result.output), (Json{{"result", false}, {"events", Json::array()}}));
 }
 
-TEST_F(UserLock, HeldByAnother_KeepsOutNoReaderAndNoDrawing)
+TEST_F(UserLock, HeldLock_DoesNotBlockReadersAndDrawings)
 {
-    given(kSettingsName, kOneLine);
+    given(kSettingsFile, kOneLine);
     givenDrawing("a.qedb");
-    const HeldLock held(path(kLockName));
+    const HeldLock held(path(kLockFile));
     expectResult(runAsUser({"config", "get", "--wait", "0"}), 0, kOneItem, "");
     EXPECT_EQ(run({"transformation", "EPSG:4275", "EPSG:4326", "--user-dir", path("").string(), "--wait", "0"}).status,
               3);
     EXPECT_EQ(run({"config", "set", "-", "--drawing", "a.qedb", "--wait", "0"}, kOneItem).status, 0);
 }
 
-TEST_F(UserLock, ThatCannotBeOpened_IsNamed)
+TEST_F(UserLock, LockFileThatCannotBeOpened_IsReported)
 {
-    std::filesystem::create_directory(path(kLockName));
+    std::filesystem::create_directory(path(kLockFile));
     expectResult(runAsUser({"config", "set", "-"}), 1, "",
-                 "orvelcs: config set: " + path(kLockName).string() + ": cannot be opened: Is a directory\n");
-    std::filesystem::remove(path(kLockName));
-    std::filesystem::create_symlink(path("other"), path(kLockName));
+                 "orvelcs: config set: " + path(kLockFile).string() + ": cannot be opened: Is a directory\n");
+    std::filesystem::remove(path(kLockFile));
+    std::filesystem::create_symlink(path("other"), path(kLockFile));
     EXPECT_THAT(runAsUser({"config", "clear"}).errors, HasSubstr("orvelcs.lock: cannot be opened: "));
-    EXPECT_EQ(files(), std::vector<std::string>{kLockName}) << "a link is not followed";
+    EXPECT_EQ(files(), std::vector<std::string>{kLockFile}) << "a link is not followed";
 }
 
-TEST_F(UserLock, LiesBesideTheFileThatALinkLeadsTo)
+TEST_F(UserLock, LockFile_IsBesideTheTargetOfALink)
 {
     std::filesystem::create_directory(path("kept"));
     given("kept/settings", "");
-    std::filesystem::create_symlink("kept/settings", path(kSettingsName));
-    const HeldLock held(path("kept") / kLockName);
+    std::filesystem::create_symlink("kept/settings", path(kSettingsFile));
+    const HeldLock held(path("kept") / kLockFile);
     EXPECT_EQ(runAsUser({"config", "set", "-", "--wait", "0"}).status, 1);
-    EXPECT_EQ(files(), (std::vector<std::string>{kSettingsName, "kept"}));
+    EXPECT_EQ(files(), (std::vector<std::string>{kSettingsFile, "kept"}));
 }
 
-TEST_F(UserLock, InAHomeWithoutFolders_MakesThem)
+TEST_F(UserLock, MissingFoldersInTheHome_AreCreated)
 {
     const std::string home = path("home").string();
     ASSERT_EQ(runWithHome(home, {"config", "set", "-", "--user", "-q"}).status, 0);
-    EXPECT_EQ(contents(std::string("home/.local/share/Zentara/User Geospatial Coordinate Systems/") + kSettingsName),
+    EXPECT_EQ(contents(std::string("home/.local/share/Zentara/User Geospatial Coordinate Systems/") + kSettingsFile),
               kOneLine);
 }
 
-TEST_F(UserLock, WithoutAHome_HasNoFolder)
+TEST_F(UserLock, MissingHome_IsReported)
 {
     expectResult(runWithHome("", {"config", "set", "-", "--user"}), 1, "",
                  "orvelcs: config set: settings file: there is no folder for it; name one with --user-dir\n");

@@ -1,4 +1,4 @@
-// What only files can be: a device in the place of the user's settings, and a damaged registry.
+// The settings file is a device, or the file of the registry is damaged.
 #include "cli/command_line_test.h"
 
 namespace Tests {
@@ -6,17 +6,16 @@ namespace {
 
 using UserStores = CommandLineTest;
 
-TEST_F(UserStores, SettingsFileThatIsADevice_IsNamed)
+TEST_F(UserStores, SettingsFileThatIsADevice_IsRefused)
 {
-    std::filesystem::create_symlink("/dev/full", path("TransformationSetting.xml"));
+    std::filesystem::create_symlink("/dev/full", path(kSettingsFile));
     const std::string folder = path("").string();
-    const ProgramResult result = run({"config", "set", "-", "--user", "--user-dir", folder}, "<Item></Item>");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors, testing::HasSubstr("is not a regular file\n"));
+    expectResult(run({"config", "set", "-", "--user", "--user-dir", folder}, "<Item></Item>"), 1, "",
+                 testing::HasSubstr("is not a regular file\n"));
     EXPECT_EQ(run({"config", "get", "--user", "--user-dir", folder}).status, 1);
 }
 
-TEST_F(UserStores, RegistryFileThatIsDamaged_IsNamedAndLeftAlone)
+TEST_F(UserStores, DamagedRegistryFile_IsReportedAndNotChanged)
 {
     given("registry", "not a registry\n");
     EXPECT_EQ(run({"config", "get", "--registry-store", "--registry", "registry"}).status, 1);

@@ -1,13 +1,12 @@
-// What only the command line of this system can hold: surrogates without their other half, and file names that no file
-// has.
+// Arguments that only this system allows: unpaired surrogates and invalid names of files.
 #include "cli/command_line_test.h"
 
 namespace Tests {
 namespace {
 
-using Arguments = CommandLineTest;
+using WindowsArguments = CommandLineTest;
 
-TEST_F(Arguments, HalfASurrogatePair_IsWrongUsageWhereverItStands)
+TEST_F(WindowsArguments, HalfASurrogatePair_IsWrongUsageInEveryArgument)
 {
     givenDrawing("plan.qedb");
     const std::string before = contents("plan.qedb");
@@ -19,7 +18,7 @@ TEST_F(Arguments, HalfASurrogatePair_IsWrongUsageWhereverItStands)
     EXPECT_EQ(files(), std::vector<std::string>{"plan.qedb"});
 }
 
-TEST_F(Arguments, FileNameThatNoFileHas_IsRefusedInOneLine)
+TEST_F(WindowsArguments, InvalidFileName_IsRefusedInOneLine)
 {
     expectResult(run({"new", "a\nb.qedb"}), 1, "",
                  "orvelcs: new: a\\nb.qedb: eFileWriteFailed (54): cannot be written: not a valid file name\n");
@@ -28,14 +27,14 @@ TEST_F(Arguments, FileNameThatNoFileHas_IsRefusedInOneLine)
     EXPECT_EQ(files(), std::vector<std::string>());
 }
 
-TEST_F(Arguments, NameOfADevice_IsNoDrawing)
+TEST_F(WindowsArguments, DeviceName_IsNotADrawing)
 {
     expectResult(run({"show", "NUL"}), 1, "", "orvelcs: show: NUL: eFileDamaged (51): is not a regular file\n");
     expectResult(run({"new", "--force", "NUL"}), 1, "",
                  "orvelcs: new: NUL: eFileWriteFailed (54): is not a regular file\n");
 }
 
-TEST_F(Arguments, BackslashesInAFileName_AreFolders)
+TEST_F(WindowsArguments, Backslashes_SeparateFolders)
 {
     std::filesystem::create_directory(path("plans"));
     expectResult(run({"new", "plans\\a.qedb"}), 0, "plans\\a.qedb: new drawing, version 33\n", "");

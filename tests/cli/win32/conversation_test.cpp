@@ -1,20 +1,20 @@
-// A program that is talked to through pipes.
+// The program reads and writes pipes, a line at a time.
 #include "cli/command_line_test.h"
 #include "cli/win32/started_program.h"
 
 namespace Tests {
 namespace {
 
-class Conversation : public CommandLineTest {
+class InteractiveTransform : public CommandLineTest {
 protected:
-    static void say(const Embedded::FileHandle& pipe, const std::string& line)
+    static void writeLine(const Embedded::FileHandle& pipe, const std::string& line)
     {
         DWORD written = 0;
         ASSERT_TRUE(WriteFile(pipe.get(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr));
         ASSERT_EQ(written, line.size());
     }
-    /// Up to the next line end, which it waits for; the program's end ends it too.
-    static std::string lineFrom(const Embedded::FileHandle& pipe)
+    /// Waits for the next line, or for the end of the program.
+    static std::string readLine(const Embedded::FileHandle& pipe)
     {
         std::string line;
         char character = '\0';
@@ -25,7 +25,7 @@ protected:
     }
 };
 
-TEST_F(Conversation, ALineToTransform_IsAnsweredBeforeTheNextIsAskedFor)
+TEST_F(InteractiveTransform, EachTransformedPoint_IsPrintedBeforeTheNextIsRead)
 {
     ProgramRun programRun;
     programRun.arguments = {"transform", "-q", "EPSG:4258", "EPSG:25832"};
@@ -36,12 +36,12 @@ TEST_F(Conversation, ALineToTransform_IsAnsweredBeforeTheNextIsAskedFor)
     points.reading.close();
     answers.writing.close();
 
-    say(points.writing, "0 9\r\n");
-    EXPECT_EQ(lineFrom(answers.reading), "500000.000000 0.000000\n");
-    say(points.writing, "0 9 5\n");
-    EXPECT_EQ(lineFrom(answers.reading), "500000.000000 0.000000 5.000000\n");
+    writeLine(points.writing, "0 9\r\n");
+    EXPECT_EQ(readLine(answers.reading), "500000.000000 0.000000\n");
+    writeLine(points.writing, "0 9 5\n");
+    EXPECT_EQ(readLine(answers.reading), "500000.000000 0.000000 5.000000\n");
     points.writing.close();
-    EXPECT_EQ(lineFrom(answers.reading), "");
+    EXPECT_EQ(readLine(answers.reading), "");
     EXPECT_EQ(program.wait(), 0);
 }
 

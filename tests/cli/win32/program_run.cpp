@@ -10,7 +10,7 @@ namespace {
 
 using Embedded::FileHandle;
 
-/// What the program gets for its standard output, and what keeps it open.
+/// The standard output of a program.
 class OutputHandle {
 public:
     OutputHandle(OutputTarget target, const std::filesystem::path& captures)
@@ -41,7 +41,7 @@ std::vector<UnwritableOutput> unwritableOutputs()
     return {{OutputTarget::closed, "Bad file descriptor"}, {OutputTarget::closedPipe, "Broken pipe"}};
 }
 
-/// There the catalog is the one beside the program.
+// On Windows the program reads the catalog beside it, so the program and its libraries are copied without it.
 ProgramRun withoutCatalog(ProgramRun run, const std::filesystem::path& folder)
 {
     const std::filesystem::path programs = folder / "programs";

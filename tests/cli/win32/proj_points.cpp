@@ -12,7 +12,7 @@ namespace {
 using Context = std::unique_ptr<PJ_CONTEXT, decltype(&proj_context_destroy)>;
 using Operation = std::unique_ptr<PJ, decltype(&proj_destroy)>;
 
-/// The catalog that is beside the program.
+/// Uses the catalog beside the program.
 Context contextWithCatalog()
 {
     Context context(proj_context_create(), proj_context_destroy);
@@ -24,9 +24,9 @@ Context contextWithCatalog()
 
 } // namespace
 
-// Its program for coordinate operations comes with no build of PROJ for this system; the library does the same.
-std::string carriedOverByProj(const std::string& code, bool isInverse, const std::string& points,
-                              const std::filesystem::path& /*folder*/)
+// PROJ for this system has no program for coordinate operations, but the library does the same.
+std::string transformByProj(const std::string& code, bool isInverse, const std::string& points,
+                            const std::filesystem::path& /*folder*/)
 {
     const Context context = contextWithCatalog();
     const std::size_t colon = code.find(':');

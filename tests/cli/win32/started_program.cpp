@@ -11,16 +11,16 @@ namespace {
 using Embedded::FileHandle;
 using Embedded::wideFromUtf8;
 
-void check(bool done, const std::string& call)
+void check(bool succeeded, const std::string& call)
 {
-    if (!done)
+    if (!succeeded)
         throw std::runtime_error(call + ": error " + std::to_string(GetLastError()));
 }
 
-constexpr std::size_t kLongestCommandLine = 32'766; // of this system
-constexpr int kMostStarts = 5;
+constexpr std::size_t kLongestCommandLine = 32'766; // the limit of Windows
+constexpr int kMaximumStarts = 5;
 
-/// UTF-8, but for surrogates without their other half, which stand in the three bytes that UTF-8 has no use for.
+/// Converts UTF-8. Three bytes that would encode a surrogate, which UTF-8 forbids, become that unpaired surrogate.
 std::wstring wideArgument(const std::string& argument)
 {
     std::wstring text;
@@ -36,8 +36,8 @@ std::wstring wideArgument(const std::string& argument)
     return text + wideFromUtf8(std::string_view(argument).substr(begin));
 }
 
-/// In quotation marks, so that the program's start-up code finds this very word. It takes a backslash for what it is,
-/// but for one in a row that ends with a quotation mark.
+/// Quotes a word as the start-up code of programs expects. That code reads backslashes as they are, unless a quotation
+/// mark follows them.
 std::wstring quoted(const std::wstring& word)
 {
     std::wstring text = L"\"";
@@ -51,7 +51,7 @@ std::wstring quoted(const std::wstring& word)
     return text.append(backslashes, L'\\') + L'"';
 }
 
-std::wstring commandLineOf(const ProgramRun& run)
+std::wstring makeCommandLine(const ProgramRun& run)
 {
     std::wstring line = quoted(run.program.wstring());
     for (const std::string& argument : run.arguments)
@@ -61,8 +61,8 @@ std::wstring commandLineOf(const ProgramRun& run)
     return line;
 }
 
-/// NAME=VALUE one after another, each with a NUL behind, and another NUL.
-std::wstring environmentOf(const ProgramRun& run)
+/// A block of NAME=VALUE, each ended by a NUL, with another NUL at the end.
+std::wstring makeEnvironment(const ProgramRun& run)
 {
     std::map<std::wstring, std::wstring> all;
     for (const wchar_t* name : {L"PATH", L"SystemRoot", L"SystemDrive", L"windir", L"ComSpec", L"USERPROFILE",
@@ -78,7 +78,7 @@ std::wstring environmentOf(const ProgramRun& run)
     return block + L'\0';
 }
 
-/// Wine now and then (once in some thousand starts on a busy machine) loses a process before its first instruction.
+/// Once in some thousand starts on a busy machine, Wine loses a process before its first instruction.
 bool isLostByWine(DWORD error)
 {
     return error == ERROR_INTERNAL_ERROR;
@@ -98,16 +98,16 @@ StartedProgram::StartedProgram(const ProgramRun& run, const std::filesystem::pat
     PROCESS_INFORMATION started{};
     const std::filesystem::path program = std::filesystem::path(run.program).make_preferred();
     const auto start = [&] {
-        return CreateProcessW(program.c_str(), commandLineOf(run).data(), nullptr, nullptr, TRUE,
-                              CREATE_UNICODE_ENVIRONMENT, environmentOf(run).data(), folder.c_str(), &startup,
+        return CreateProcessW(program.c_str(), makeCommandLine(run).data(), nullptr, nullptr, TRUE,
+                              CREATE_UNICODE_ENVIRONMENT, makeEnvironment(run).data(), folder.c_str(), &startup,
                               &started) != 0;
     };
     bool isStarted = start();
-    for (int starts = 1; !isStarted && isLostByWine(GetLastError()) && starts < kMostStarts; ++starts)
+    for (int starts = 1; !isStarted && isLostByWine(GetLastError()) && starts < kMaximumStarts; ++starts)
         isStarted = start();
     check(isStarted, "CreateProcessW");
     process_ = FileHandle(started.hProcess);
-    const FileHandle thread(started.hThread); // which nobody asks for
+    const FileHandle thread(started.hThread); // closes the handle
 }
 
 int StartedProgram::wait() const

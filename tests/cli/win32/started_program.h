@@ -1,4 +1,4 @@
-// A program that the test started, with standard streams of the test's choice.
+// Starts a program with the standard streams that a test chooses.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 
 namespace Tests {
 
-/// What a program is given for its streams; a stream without a handle is closed.
+/// The standard streams of a program. A stream without a handle is closed.
 struct ProgramStreams {
     HANDLE input = nullptr;
     HANDLE output = nullptr;
@@ -19,20 +19,20 @@ struct ProgramStreams {
 
 class StartedProgram {
 public:
-    /// Throws when it cannot be started. The streams must be such that a program inherits them.
+    /// Throws if the program cannot be started. The handles of the streams must be inheritable.
     StartedProgram(const ProgramRun& run, const std::filesystem::path& folder, const ProgramStreams& streams);
 
-    /// Its exit status, once it has ended.
+    /// Waits for the end of the program and returns its exit status.
     int wait() const;
 
 private:
     Embedded::FileHandle process_;
 };
 
-/// An open file that a program inherits.
+/// Opens a file with an inheritable handle.
 Embedded::FileHandle openInherited(const std::filesystem::path& file, DWORD access, DWORD disposition);
 
-/// The two ends of a pipe. A program inherits the one that is not the test's own.
+/// The two ends of a pipe. Programs inherit every end that is not the test's own.
 struct Pipe {
     enum class Own { none, reading, writing };
     explicit Pipe(Own own);

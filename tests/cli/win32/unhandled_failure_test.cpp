@@ -1,4 +1,4 @@
-// What nothing catches ends a program that is prepared as orvelcs is with a status of its own.
+// Failures that nothing catches end a program with status 70 if it is prepared as orvelcs is.
 #include "cli/command_line_test.h"
 
 namespace Tests {
@@ -6,7 +6,7 @@ namespace {
 
 class UnhandledFailure : public CommandLineTest, public testing::WithParamInterface<std::string> {};
 
-TEST_P(UnhandledFailure, IsStatusSeventy)
+TEST_P(UnhandledFailure, AnyFailure_ExitsWithStatusSeventy)
 {
     const ProgramResult result =
         run({.arguments = {GetParam()}, .input = {}, .environment = {}, .program = FAILING_PROGRAM});
@@ -15,11 +15,11 @@ TEST_P(UnhandledFailure, IsStatusSeventy)
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, UnhandledFailure, testing::Values("exception", "violation", "overflow", "abort"),
-                         [](const auto& way) { return way.param; });
+                         [](const auto& failure) { return failure.param; });
 
-using EndedProgram = CommandLineTest;
+using PreparedProgram = CommandLineTest;
 
-TEST_F(EndedProgram, HasTheStatusThatItAnswers)
+TEST_F(PreparedProgram, NormalEnd_KeepsItsStatus)
 {
     EXPECT_EQ(run({.arguments = {"properly"}, .input = {}, .environment = {}, .program = FAILING_PROGRAM}).status, 3);
 }

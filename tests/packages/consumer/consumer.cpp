@@ -1,4 +1,4 @@
-// Assigns a coordinate system with a reactor listening, and reads it back, through the public headers alone.
+// Assigns a coordinate system while a reactor is registered, and reads it, using only the public headers.
 #include <cwchar>
 #include <iostream>
 

@@ -1,5 +1,5 @@
-// The least of a CAD host that the module can be built against, with none of the project's own interfaces in it.
-// It declares what docs/porting.md lists, no more; a test compares the two.
+// The smallest CAD host that the module can be built against, without the project's own interfaces. It declares exactly
+// what docs/porting.md lists, and a test compares the two.
 #pragma once
 
 #include <cstddef>

@@ -14,8 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Runs scripts/install-dependencies.sh with stand-ins for the programs that it calls: dpkg-query knows the packages
-/// that the test names, apt-get and sudo record their calls.
+/// Runs scripts/install-dependencies.sh with substitutes for the programs that it calls. dpkg-query reports the
+/// packages that the test names, and apt-get and sudo record their calls.
 class InstallDependenciesTest : public PlatformTest {
 protected:
     InstallDependenciesTest()
@@ -40,14 +40,14 @@ protected:
     }
     void givenNoProgram(const std::string& name) { fs::remove(folder_ / name); }
     void givenUser(int number) { givenProgram("id", "echo " + std::to_string(number)); }
-    /// The packages that dpkg-query knows; none at first.
-    void givenDemoPackagesBut(const std::string& left)
+    /// Makes dpkg-query report these packages as installed. Before the call it reports none.
+    void givenDemoPackagesExcept(const std::string& missing)
     {
         std::ofstream list(folder_ / "installed");
         for (const char* package :
              {"g++", "cmake", "ninja-build", "make", "libproj-dev", "proj-data", "libsqlite3-dev", "libsqlitecpp-dev",
               "libxxhash-dev", "nlohmann-json3-dev", "libcli11-dev", "libfmt-dev", "libutfcpp-dev", "libexpected-dev"})
-            if (package != left)
+            if (package != missing)
                 list << package << "\n";
     }
 
@@ -68,19 +68,19 @@ private:
     fs::path folder_;
 };
 
-TEST_F(InstallDependenciesTest, NothingMissing_CallsNeitherAptGetNorSudo)
+TEST_F(InstallDependenciesTest, CompleteInstallation_CallsNeitherAptGetNorSudo)
 {
     givenUser(1000);
-    givenDemoPackagesBut("");
+    givenDemoPackagesExcept("");
     EXPECT_EQ(run("demo"), 0);
     EXPECT_EQ(aptCalls(), "");
     EXPECT_EQ(sudoCalls(), "");
     EXPECT_EQ(output(), "install-dependencies: everything that 'demo' needs is installed\n");
 }
 
-TEST_F(InstallDependenciesTest, OneMissingPackage_IsAllThatIsInstalled)
+TEST_F(InstallDependenciesTest, OneMissingPackage_IsTheOnlyOneInstalled)
 {
-    givenDemoPackagesBut("libfmt-dev");
+    givenDemoPackagesExcept("libfmt-dev");
     EXPECT_EQ(run("demo"), 0);
     EXPECT_EQ(aptCalls(), "-qq update\n"
                           "-qq --yes --no-install-recommends -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=300 "
@@ -91,17 +91,17 @@ TEST_F(InstallDependenciesTest, OneMissingPackage_IsAllThatIsInstalled)
 TEST_F(InstallDependenciesTest, OrdinaryUser_InstallsThroughSudo)
 {
     givenUser(1000);
-    givenDemoPackagesBut("cmake");
+    givenDemoPackagesExcept("cmake");
     EXPECT_EQ(run("demo"), 0);
-    EXPECT_EQ(linesOf(sudoCalls()).size(), 2U);
-    EXPECT_EQ(linesOf(aptCalls()).size(), 2U);
+    EXPECT_EQ(splitLines(sudoCalls()).size(), 2U);
+    EXPECT_EQ(splitLines(aptCalls()).size(), 2U);
 }
 
-TEST_F(InstallDependenciesTest, OrdinaryUserWithoutSudo_IsToldTheCommand)
+TEST_F(InstallDependenciesTest, OrdinaryUserWithoutSudo_SeesTheCommand)
 {
     givenUser(1000);
     givenNoProgram("sudo");
-    givenDemoPackagesBut("cmake");
+    givenDemoPackagesExcept("cmake");
     EXPECT_EQ(run("demo"), 1);
     EXPECT_EQ(aptCalls(), "");
     EXPECT_EQ(output(), "install-dependencies: missing: cmake\n"
@@ -109,55 +109,55 @@ TEST_F(InstallDependenciesTest, OrdinaryUserWithoutSudo_IsToldTheCommand)
                         "apt-get update && apt-get install --no-install-recommends cmake\n");
 }
 
-TEST_F(InstallDependenciesTest, Check_NamesWhatIsMissingAndInstallsNothing)
+TEST_F(InstallDependenciesTest, CheckOption_NamesMissingPackagesAndInstallsNothing)
 {
-    givenDemoPackagesBut("proj-data");
+    givenDemoPackagesExcept("proj-data");
     EXPECT_EQ(run("--check demo"), 1);
     EXPECT_EQ(aptCalls(), "");
-    EXPECT_EQ(linesOf(output()).at(0), "install-dependencies: missing: proj-data");
+    EXPECT_EQ(splitLines(output()).at(0), "install-dependencies: missing: proj-data");
 }
 
-TEST_F(InstallDependenciesTest, Demo_NeedsNoTestTools)
+TEST_F(InstallDependenciesTest, DemoTarget_NeedsNoTestTools)
 {
     EXPECT_EQ(run("demo"), 0);
     for (const char* tool : {"clang", "gtest", "gmock", "tidy"})
         EXPECT_EQ(aptCalls().find(tool), std::string::npos) << tool;
 }
 
-TEST_F(InstallDependenciesTest, Test_NeedsTheTestToolsToo)
+TEST_F(InstallDependenciesTest, TestTarget_AlsoNeedsTheTestTools)
 {
-    givenDemoPackagesBut("");
+    givenDemoPackagesExcept("");
     EXPECT_EQ(run("test"), 0);
     EXPECT_TRUE(
-        linesOf(aptCalls()).at(1).ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin"));
+        splitLines(aptCalls()).at(1).ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin"));
 }
 
-TEST_F(InstallDependenciesTest, OnlyTheBenchmarks_NeedTheirLibrary)
+TEST_F(InstallDependenciesTest, OnlyTheBenchTarget_NeedsTheBenchmarkLibrary)
 {
-    givenDemoPackagesBut("");
+    givenDemoPackagesExcept("");
     EXPECT_EQ(run("bench"), 0);
-    EXPECT_TRUE(linesOf(aptCalls()).at(1).ends_with("install libbenchmark-dev"));
+    EXPECT_TRUE(splitLines(aptCalls()).at(1).ends_with("install libbenchmark-dev"));
     EXPECT_EQ(run("test"), 0);
-    EXPECT_EQ(linesOf(aptCalls()).at(3).find("benchmark"), std::string::npos);
+    EXPECT_EQ(splitLines(aptCalls()).at(3).find("benchmark"), std::string::npos);
 }
 
-TEST_F(InstallDependenciesTest, Package_NeedsWhatPacksToo)
+TEST_F(InstallDependenciesTest, PackageTarget_AlsoNeedsThePackingTools)
 {
-    givenDemoPackagesBut("");
+    givenDemoPackagesExcept("");
     EXPECT_EQ(run("package"), 0);
-    EXPECT_TRUE(linesOf(aptCalls()).at(1).ends_with(" file zip"));
+    EXPECT_TRUE(splitLines(aptCalls()).at(1).ends_with(" file zip"));
 }
 
-TEST_F(InstallDependenciesTest, FailedInstallation_FailsAndTellsTheCommand)
+TEST_F(InstallDependenciesTest, FailedInstallation_FailsAndPrintsTheCommand)
 {
     givenProgram("apt-get", "exit 100");
-    givenDemoPackagesBut("cmake");
+    givenDemoPackagesExcept("cmake");
     EXPECT_EQ(run("demo"), 1);
-    EXPECT_EQ(linesOf(output()).back(), "install-dependencies: failed; to install by hand, run as root: "
-                                        "apt-get update && apt-get install --no-install-recommends cmake");
+    EXPECT_EQ(splitLines(output()).back(), "install-dependencies: failed; to install by hand, run as root: "
+                                           "apt-get update && apt-get install --no-install-recommends cmake");
 }
 
-TEST_F(InstallDependenciesTest, SystemWithoutAptGet_IsLeftToTheBuild)
+TEST_F(InstallDependenciesTest, SystemWithoutAptGet_SucceedsWithANote)
 {
     givenNoProgram("apt-get");
     EXPECT_EQ(run("demo"), 0);

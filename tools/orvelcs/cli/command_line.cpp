@@ -66,15 +66,15 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
     program_->name("orvelcs");
     setUsage(*program_, {"[OPTIONS] COMMAND ..."});
     program_->add_flag("--json", outputOptions_.json, "print one JSON document");
-    program_->add_flag("-q,--quiet", outputOptions_.quiet, "no notes, confirmations and progress");
-    program_->add_flag("--no-color", outputOptions_.noColor, "no colour on a terminal either");
+    program_->add_flag("-q,--quiet", outputOptions_.quiet, "print no notes, confirmations and progress");
+    program_->add_flag("--no-color", outputOptions_.noColor, "no colour, even on a terminal");
     addUserOptions(*program_, userOptions_);
     addWaitOption(*program_, waitOption_);
     program_->add_flag("--version", version_, "print the versions of the program, of PROJ and of the catalog");
     program_->add_flag("--check", check_, "with --version: read the whole catalog and look for damage");
-    program_->set_help_flag("-h,--help", "print this help, or a command's");
+    program_->set_help_flag("-h,--help", "print this help, or that of a command");
     program_->add_flag(kSeparatorFlag)->group(""); // not for people, and so in no help
-    program_->footer("orvelcs COMMAND --help tells more of a command.\n"
+    program_->footer("orvelcs COMMAND --help describes a command.\n"
                      "Exit status: 0 done, 1 failed or refused, 2 wrong usage, 3 nothing found.");
     program_->require_subcommand(1);
 

@@ -30,7 +30,7 @@ double& secondsToWait()
 void addWaitOption(CLI::App& program, WaitOption& wait)
 {
     wait.option = addArgument(program, "--wait SECONDS", wait.seconds,
-                              "how long to wait for another process; 10 without it, 0 is not at all");
+                              "how long to wait for another process (10); 0 means not at all");
 }
 
 void applyWaitOption(const WaitOption& wait)

@@ -130,13 +130,13 @@ std::vector<Command> declareAssign(CLI::App& program)
                   {"assign [OPTIONS] CODE FILE...", "assign [OPTIONS] --definition TEXTFILE --code CODE FILE..."},
                   "A drawing whose assignment fails or is vetoed is left exactly as it was."});
     addArguments(*app, "CODE FILE...", options->arguments,
-                 "a code of the catalog such as EPSG:25832, and the drawings; with --definition the drawings alone")
+                 "a code of the catalog such as EPSG:25832, and the drawings; with --definition only the drawings")
         ->required();
     options->definitionOption =
         addArgument(*app, "--definition TEXTFILE", options->definitionFile,
                     "a user-defined system as WKT, PROJJSON or a PROJ string in UTF-8; - is standard input");
     options->codeOption = addArgument(*app, "--code CODE", options->code,
-                                      "the code of the user-defined system, not one of the catalog's");
+                                      "a code for the user-defined system that the catalog does not have");
     addChangeOptions(*app, options->change);
     return {{app, [options](Output& output) { return runAssign(*options, output); }}};
 }

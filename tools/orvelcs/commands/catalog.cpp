@@ -185,13 +185,13 @@ Command declareSearch(CLI::App& catalog)
     CLI::App* app = addCommand(catalog, {"search",
                                          "List the systems whose code or name holds every word of the text",
                                          {"catalog search [OPTIONS] TEXT..."},
-                                         "Exit status 3 when nothing matches."});
+                                         "Exit status 3 if nothing matches."});
     addArguments(*app, "TEXT", options->words, "the words, in any order and case")->required();
     addArgument(*app, "--kind N", options->kind,
-                "only 1 not referenced to the Earth, 2 geographic, 3 projected, 4 geocentric");
-    options->authorityOption = addArgument(*app, "--authority A", options->authority, "only this authority's");
-    app->add_flag("--deprecated", options->deprecated, "deprecated systems too");
-    addArgument(*app, "--limit N", options->limit, "so many at most (all)");
+                "only systems of this kind: 1 not referenced to the Earth, 2 geographic, 3 projected, 4 geocentric");
+    options->authorityOption = addArgument(*app, "--authority A", options->authority, "only systems of this authority");
+    app->add_flag("--deprecated", options->deprecated, "also list deprecated systems");
+    addArgument(*app, "--limit N", options->limit, "at most this many systems (all)");
     return {app, [options](Output& output) { return runSearch(*options, output); }};
 }
 
@@ -201,16 +201,16 @@ Command declareCatalogShow(CLI::App& catalog)
     CLI::App* app = addCommand(catalog, {"show",
                                          "Show one system of the catalog",
                                          {"catalog show [OPTIONS] CODE"},
-                                         "Exit status 3 for a code that the catalog does not have."});
+                                         "Exit status 3 if the catalog does not have the code."});
     addArgument(*app, "CODE", options->code, "a code such as EPSG:25832")->required();
-    app->add_flag("--wkt", options->wkt, "the definition as well-known text too");
+    app->add_flag("--wkt", options->wkt, "also print the definition as well-known text");
     return {app, [options](Output& output) { return runCatalogShow(*options, output); }};
 }
 
 std::vector<Command> declareCatalog(CLI::App& program)
 {
     CLI::App* catalog = addCommand(program, {"catalog",
-                                             "Look into the catalog of coordinate reference systems",
+                                             "Search the catalog of coordinate reference systems",
                                              {"catalog search [OPTIONS] TEXT...", "catalog show [OPTIONS] CODE"},
                                              ""});
     catalog->require_subcommand(1);

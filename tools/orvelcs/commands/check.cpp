@@ -116,16 +116,15 @@ std::vector<Command> declareCheck(CLI::App& program)
 {
     auto options = std::make_shared<CheckOptions>();
     CLI::App* app = addCommand(
-        program,
-        {"check",
-         "Read all of drawings and tell what is wrong with them",
-         {"check [OPTIONS] FILE...", "check [OPTIONS] FILE --salvage OUT"},
-         "Exit status 1 where a fault is found. Every flipped bit of a file is one. The other commands find the\n"
-         "damage that they touch. The drawings are never changed."});
+        program, {"check",
+                  "Read drawings completely and report their faults",
+                  {"check [OPTIONS] FILE...", "check [OPTIONS] FILE --salvage OUT"},
+                  "Exit status 1 if a fault is found. Every flipped bit of a file is a fault. The other commands find\n"
+                  "only damage in what they read. The drawings are never changed."});
     addArguments(*app, "FILE", options->files, "the drawings")->required();
-    options->salvageOption =
-        addArgument(*app, "--salvage OUT", options->salvage,
-                    "write what can be read into a new drawing; what has lost its owner is in the dictionary SALVAGED");
+    options->salvageOption = addArgument(
+        *app, "--salvage OUT", options->salvage,
+        "write what can be read into a new drawing; objects without an owner go into the dictionary SALVAGED");
     return {{app, [options](Output& output) { return runCheck(*options, output); }}};
 }
 

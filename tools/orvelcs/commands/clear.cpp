@@ -40,7 +40,7 @@ std::vector<Command> declareClear(CLI::App& program)
                                          "A drawing whose change fails or is vetoed is left exactly as it was."});
     addArguments(*app, "FILE", options->change.files, "the drawings")->required();
     app->add_flag("--as-assignment", options->asAssignment,
-                  "assign no definition, which reactors hear of as an assignment with an empty name");
+                  "assign no definition; reactors are notified of an assignment with an empty name");
     addChangeOptions(*app, options->change);
     return {{app, [options](Output& output) { return runClear(*options, output); }}};
 }

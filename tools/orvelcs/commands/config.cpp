@@ -162,20 +162,21 @@ void addItemOptions(CLI::App& app, ConfigOptions& options)
     addArgument(app, "--target CODE", options.item.target, "the target system")->required();
     addArgument(app, "--name NAME", options.item.name, "the path or transformation")->required();
     addArgument(app, "--type TYPE", options.type, "path or transformation")->required();
-    addArgument(app, "--note TEXT", options.item.note, "a text of one's own");
+    addArgument(app, "--note TEXT", options.item.note, "any text");
     addConfigTarget(app, options.target, false);
 }
 
 std::vector<Command> declareConfig(CLI::App& program)
 {
-    CLI::App* config = addCommand(program, {"config",
-                                            "The configured transformations, of drawings and of the user",
-                                            {"config COMMAND ..."},
-                                            "A drawing's configuration is asked before the user's."});
+    CLI::App* config =
+        addCommand(program, {"config",
+                             "Read and change the configured transformations of drawings and of the user",
+                             {"config COMMAND ..."},
+                             "A drawing's configuration is used before the user's."});
     config->require_subcommand(1);
     return {declare(*config,
                     {"get",
-                     "Print a stored configuration, exactly",
+                     "Print a stored configuration unchanged",
                      {"config get --drawing FILE", "config get --user", "config get --registry-store"},
                      ""},
                     runGet, kNoText,
@@ -190,20 +191,20 @@ std::vector<Command> declareConfig(CLI::App& program)
                     {"clear",
                      "Empty a configuration",
                      {"config clear (--drawing FILE | --user)"},
-                     "For the user that empties the registry's store; the settings file stays as it is."},
+                     "For the user this empties the store in the registry; the settings file is not changed."},
                     runClear, kNotDone,
                     [](CLI::App& app, ConfigOptions& options) { addConfigTarget(app, options.target, false); }),
             declare(*config, {"items", "Show the items of a configuration text", {"config items [TEXTFILE]"}, ""},
                     runItems, kNoText,
                     [](CLI::App& app, ConfigOptions& options) {
                         options.textFile = kStandardStream;
-                        addArgument(app, "TEXTFILE", options.textFile, "the text, UTF-8; standard input without one");
+                        addArgument(app, "TEXTFILE", options.textFile, "the text, UTF-8 (standard input)");
                     }),
             declare(*config,
                     {"add",
                      "Add an item to a configuration",
                      {"config add --source S --target T --name N --type TYPE [--note X] (--drawing FILE | --user)"},
-                     "The name may be the catalog's name or the code; a name that several have needs the code."},
+                     "NAME is a name or a code of the catalog. If several have the name, the code is required."},
                     runAdd, kNotDone, addItemOptions)};
 }
 

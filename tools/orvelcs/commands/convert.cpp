@@ -131,18 +131,18 @@ ExitStatus runConvert(ConvertOptions& options, Output& output)
 std::vector<Command> declareConvert(CLI::App& program)
 {
     auto options = std::make_shared<ConvertOptions>();
-    CLI::App* app =
-        addCommand(program, {"convert",
-                             "Save a drawing in another drawing version",
-                             {"convert [OPTIONS] FILE --to N", "convert [OPTIONS] FILE --to N -o OUT"},
-                             "Below version 30 the coordinate system is stored in the older forms, from 30 on as the\n"
-                             "GeoData text alone. A drawing that cannot be converted is left exactly as it was, and\n"
-                             "so is OUT. The coordinate system stays the same, so reactors hear of nothing."});
+    CLI::App* app = addCommand(
+        program, {"convert",
+                  "Save a drawing in another drawing version",
+                  {"convert [OPTIONS] FILE --to N", "convert [OPTIONS] FILE --to N -o OUT"},
+                  "Below version 30 the coordinate system is stored in the older forms, from 30 on only as\n"
+                  "the GeoData text. If a drawing cannot be converted, the drawing and OUT are left exactly\n"
+                  "as they were. The coordinate system stays the same, so reactors are not notified."});
     addArgument(*app, "FILE", options->file, "the drawing; - is standard input, and the result is printed")->required();
     addArgument(*app, "--to N", options->version, "the drawing version, 21 to 33")->required();
     options->targetOption = addArgument(*app, "-o,--output OUT", options->target,
-                                        "write there, and leave FILE alone; - prints the drawing");
-    app->add_flag("--force", options->force, "overwrite a drawing that exists as OUT");
+                                        "write the drawing to OUT and leave FILE unchanged; - prints the drawing");
+    app->add_flag("--force", options->force, "overwrite OUT if it is a drawing");
     addChangeOptions(*app, options->change);
     return {{app, [options](Output& output) { return runConvert(*options, output); }}};
 }

@@ -121,10 +121,10 @@ std::vector<Command> declareDecode(CLI::App& program)
 {
     auto options = std::make_shared<DecodeOptions>();
     CLI::App* app = addCommand(program, {"decode",
-                                         "List the definitions in bytes that encode wrote, or another program",
+                                         "List the definitions in bytes that encode or another program wrote",
                                          {"decode [OPTIONS] [FILE]"},
                                          "Both forms are read, whichever drawing version they were written for."});
-    addArgument(*app, "FILE", options->file, "the bytes; without it, or for -, standard input");
+    addArgument(*app, "FILE", options->file, "the file of bytes; standard input if it is missing or -");
     return {{app, [options](Output& output) { return runDecode(*options, output); }}};
 }
 

@@ -39,10 +39,10 @@ std::vector<Command> declareDump(CLI::App& program)
     auto options = std::make_shared<DumpOptions>();
     CLI::App* app =
         addCommand(program, {"dump",
-                             "Print everything that a drawing holds, as text",
+                             "Print everything that a drawing holds as text",
                              {"dump [OPTIONS] FILE"},
-                             "Equal drawings give equal texts, and a difference is a line: for drawings under\n"
-                             "version control."});
+                             "Equal drawings give equal texts, and each difference is on a line of its own, so that\n"
+                             "the texts suit version control."});
     addArgument(*app, "FILE", options->file, "the drawing; - is standard input")->required();
     return {{app, [options](Output& output) { return runDump(*options, output); }}};
 }

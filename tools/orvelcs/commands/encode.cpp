@@ -96,10 +96,11 @@ std::vector<Command> declareEncode(CLI::App& program)
          "Write a system of the catalog as the bytes that belong to a drawing version",
          {"encode [OPTIONS] CODE --drawing-version N > FILE", "encode [OPTIONS] CODE --drawing-version N -o FILE"},
          "Below version 30 the bytes are the packed definition, from 30 on its text in UTF-16 little-endian\n"
-         "with a NUL. Exit status 3 for a code that the catalog does not have."});
+         "with a NUL. Exit status 3 if the catalog does not have the code."});
     addArgument(*app, "CODE", options->code, "a code such as EPSG:25832")->required();
     addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33")->required();
-    addArgument(*app, "-o,--output FILE", options->target, "write there, over what exists; - is standard output");
+    addArgument(*app, "-o,--output FILE", options->target,
+                "write the bytes to FILE, which is overwritten; - is standard output");
     return {{app, [options](Output& output) { return runEncode(*options, output); }}};
 }
 

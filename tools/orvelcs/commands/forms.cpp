@@ -1,4 +1,4 @@
-// forms: the stored forms as they lie in a drawing, and writing one of them raw.
+// forms: shows the forms that a drawing stores, or writes them directly.
 #include <memory>
 
 #include <fmt/format.h>
@@ -166,7 +166,7 @@ std::vector<Command> declareForms(CLI::App& program)
     auto options = std::make_shared<FormsOptions>();
     CLI::App* app = addCommand(
         program, {"forms",
-                  "Show the stored forms as they lie in a drawing, or write one raw",
+                  "Show the forms that a drawing stores, or write them directly",
                   {"forms [OPTIONS] FILE", "forms [OPTIONS] FILE --put FORM=VALUE..."},
                   "FORM is one of\n"
                   "  legacy=CODE          the legacy projection record; without CODE it is removed\n"
@@ -175,7 +175,7 @@ std::vector<Command> declareForms(CLI::App& program)
                   "  geodata=TEXT         the GeoData object's text\n"
                   "  config=TEXT          the transformation configuration\n"
                   "A chain is written as [{\"code\": 1071, \"value\": 1}, {\"code\": 310, \"hex\": \"0aff\"}].\n"
-                  "All are written, in the order given, or none."});
+                  "Either all forms are written, in the given order, or none."});
     options->fileArgument = addArgument(*app, "FILE", options->file, "the drawing; - is standard input");
     addArguments(*app, "--put FORM=VALUE...", options->puts, "write these forms");
     return {{app, [options](Output& output) { return runForms(*options, output); }}};

@@ -176,9 +176,9 @@ std::vector<Command> declareShow(CLI::App& program)
     CLI::App* app = addCommand(program, {"show",
                                          "Show the coordinate reference system of drawings",
                                          {"show [OPTIONS] FILE..."},
-                                         "Exit status 3 for a drawing without one."});
+                                         "Exit status 3 if a drawing has no coordinate reference system."});
     addArguments(*app, "FILE", options->files, "the drawings; - is standard input")->required();
-    app->add_flag("--wkt", options->wkt, "the definition as well-known text too");
+    app->add_flag("--wkt", options->wkt, "also print the definition as well-known text");
     return {{app, [options](Output& output) { return runShow(*options, output); }}};
 }
 

@@ -154,19 +154,18 @@ std::vector<Command> declareTransform(CLI::App& program)
         program, {"transform",
                   "Transform points from one system to another",
                   {"transform [OPTIONS] SRC DST < POINTS"},
-                  "A point is a line of x y, x y z or x y z epoch in the order of the system's own axes: a third\n"
-                  "number is always a height, a fourth always the epoch, a decimal year. Empty lines and lines\n"
-                  "that begin with # are skipped. A point that cannot be transformed is answered with *, and\n"
-                  "the exit status is 1 then. Without a configured transformation each point goes through what\n"
-                  "PROJ chooses for it."});
+                  "A point is a line of x y, x y z or x y z epoch in the order of the system's own axes. A third\n"
+                  "number is always a height, and a fourth is always the epoch, a decimal year. Empty lines and\n"
+                  "lines that begin with # are skipped. If a point cannot be transformed, its output line is *\n"
+                  "and the exit status is 1. If no transformation is configured, PROJ chooses one for each point."});
     addArgument(*app, "SRC", options->source, "the code of the points' system")->required();
     addArgument(*app, "DST", options->target, "the code of the system to transform to")->required();
-    options->drawingOption =
-        addArgument(*app, "--drawing FILE", options->drawing, "the drawing whose configuration goes before the user's");
+    options->drawingOption = addArgument(*app, "--drawing FILE", options->drawing,
+                                         "the drawing whose configuration is used before the user's");
     options->epochOption =
         addArgument(*app, "--epoch YEAR", options->epoch, "the epoch of points without a fourth number");
     app->add_flag("--operations", options->withOperations,
-                  "after each point a tab, the code of what it went through, a tab and its name");
+                  "print the code and the name of the operation after each point, separated by tabs");
     return {{app, [options](Output& output) { return runTransform(*options, output); }}};
 }
 

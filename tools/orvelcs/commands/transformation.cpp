@@ -175,18 +175,19 @@ std::vector<Command> declareTransformation(CLI::App& program)
 {
     auto options = std::make_shared<TransformationOptions>();
     CLI::App* app = addCommand(program, {"transformation",
-                                         "Say which transformation is configured between two systems",
+                                         "Print the transformation that is configured between two systems",
                                          {"transformation [OPTIONS] SRC DST", "transformation list SRC DST"},
-                                         "Exit status 3 where none is configured."});
+                                         "Exit status 3 if none is configured."});
     addArgument(*app, "SRC", options->source, "the code of the system to transform from");
     addArgument(*app, "DST", options->target, "the code of the system to transform to");
-    options->drawingOption = addArgument(*app, "--drawing FILE", options->drawing,
-                                         "the drawing whose configuration goes before the user's; - is standard input");
+    options->drawingOption =
+        addArgument(*app, "--drawing FILE", options->drawing,
+                    "the drawing whose configuration is used before the user's; - is standard input");
 
     CLI::App* list = addCommand(*app, {"list",
                                        "List the catalog's transformations and paths between two systems, best first",
                                        {"transformation list SRC DST"},
-                                       "Exit status 3 where there is none."});
+                                       "Exit status 3 if there is none."});
     addArgument(*list, "SRC", options->listSource, "the code of the system to transform from")->required();
     addArgument(*list, "DST", options->listTarget, "the code of the system to transform to")->required();
     return {{app, [options](Output& output) { return runConfigured(*options, output); }},

@@ -87,7 +87,7 @@ void addChangeOptions(CLI::App& command, ChangeOptions& options)
 {
     command.add_flag("--events", options.events, "print every notice that a registered reactor receives");
     addArguments(command, "--veto WHICH", options.vetoes,
-                 "let that reactor answer no to questions with a name (named) or with a null one (removal)")
+                 "let the reactor veto assignments, which have a name (named), or removals (removal)")
         ->allow_extra_args(false);
 }
 

@@ -1,5 +1,6 @@
-// A disk that stops, for a program that loads this library first. Its calls stand in front of the system's. Those that
-// change what is below ORVEL_DISK_FOLDER are counted; with number ORVEL_DISK_CALL happens what ORVEL_DISK_WAY says:
+// Makes the disk fail in a program that loads this library first. Its functions replace those of the system. They count
+// the calls that change something below ORVEL_DISK_FOLDER. At call number ORVEL_DISK_CALL, counted from 0,
+// ORVEL_DISK_WAY says what happens:
 //   killed   the process ends before the call
 //   halfway  the process ends in the middle of a write, before any other call
 //   full     this call and all later ones that need room fail
@@ -22,7 +23,7 @@ namespace {
 enum class Needs { room, nothing };
 
 template <class Function>
-Function* systems(const char* name)
+Function* systemFunction(const char* name)
 {
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
 }
@@ -33,7 +34,7 @@ std::string_view setting(const char* name)
     return value != nullptr ? value : "";
 }
 
-/// A name that is relative is one in the working folder.
+/// A relative path starts in the working folder.
 bool isBelowFolder(const std::string& path)
 {
     std::array<char, PATH_MAX> folder{};
@@ -49,40 +50,40 @@ bool isBelowFolder(int descriptor)
     return ::readlink(link.c_str(), path.data(), path.size() - 1) > 0 && isBelowFolder(std::string(path.data()));
 }
 
-[[noreturn]] void endHere()
+[[noreturn]] void killProcess()
 {
-    static_cast<void>(::kill(::getpid(), SIGKILL)); // which does not return
+    static_cast<void>(::kill(::getpid(), SIGKILL)); // does not return
     ::_exit(1);
 }
 
-bool isItsTurn()
+bool isFailingCall()
 {
     static int calls = 0;
-    const int turn = std::atoi(setting("ORVEL_DISK_CALL").data());
+    const int failingCall = std::atoi(setting("ORVEL_DISK_CALL").data());
     const int call = calls++;
-    return call == turn || (call > turn && setting("ORVEL_DISK_WAY") == "full");
+    return call == failingCall || (call > failingCall && setting("ORVEL_DISK_WAY") == "full");
 }
 
-/// Whether the call is to fail, for want of room. May not return.
+/// Whether the call fails, because the disk is full. Kills the process if the setting says so.
 bool fails(Needs needs)
 {
-    if (!isItsTurn())
+    if (!isFailingCall())
         return false;
     if (setting("ORVEL_DISK_WAY") != "full")
-        endHere();
+        killProcess();
     errno = ENOSPC;
     return needs == Needs::room;
 }
 
-int opened(const char* name, const char* path, int flags, mode_t mode)
+int openFile(const char* name, const char* path, int flags, mode_t mode)
 {
-    auto* const function = systems<int(const char*, int, ...)>(name);
+    auto* const function = systemFunction<int(const char*, int, ...)>(name);
     if ((flags & (O_CREAT | O_TRUNC)) != 0 && isBelowFolder(std::string(path)) && fails(Needs::room))
         return -1;
     return function(path, flags, mode);
 }
 
-mode_t modeOf(int flags, va_list& arguments)
+mode_t readMode(int flags, va_list& arguments)
 {
     return (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
 }
@@ -95,64 +96,64 @@ __attribute__((visibility("default"))) int open(const char* path, int flags, ...
 {
     va_list arguments;
     va_start(arguments, flags);
-    const mode_t mode = modeOf(flags, arguments);
+    const mode_t mode = readMode(flags, arguments);
     va_end(arguments);
-    return opened("open", path, flags, mode);
+    return openFile("open", path, flags, mode);
 }
 
 __attribute__((visibility("default"))) int open64(const char* path, int flags, ...)
 {
     va_list arguments;
     va_start(arguments, flags);
-    const mode_t mode = modeOf(flags, arguments);
+    const mode_t mode = readMode(flags, arguments);
     va_end(arguments);
-    return opened("open64", path, flags, mode);
+    return openFile("open64", path, flags, mode);
 }
 
 __attribute__((visibility("default"))) ssize_t write(int descriptor, const void* bytes, size_t length)
 {
-    static auto* const function = systems<ssize_t(int, const void*, size_t)>("write");
+    static auto* const function = systemFunction<ssize_t(int, const void*, size_t)>("write");
     if (!isBelowFolder(descriptor))
         return function(descriptor, bytes, length);
-    if (isItsTurn()) {
+    if (isFailingCall()) {
         if (setting("ORVEL_DISK_WAY") == "full") {
             errno = ENOSPC;
             return -1;
         }
         if (setting("ORVEL_DISK_WAY") == "halfway")
             static_cast<void>(function(descriptor, bytes, length / 2));
-        endHere();
+        killProcess();
     }
     return function(descriptor, bytes, length);
 }
 
 __attribute__((visibility("default"))) int fsync(int descriptor)
 {
-    static auto* const function = systems<int(int)>("fsync");
+    static auto* const function = systemFunction<int(int)>("fsync");
     return isBelowFolder(descriptor) && fails(Needs::room) ? -1 : function(descriptor);
 }
 
 __attribute__((visibility("default"))) int mkdir(const char* path, mode_t mode) noexcept
 {
-    static auto* const function = systems<int(const char*, mode_t)>("mkdir");
+    static auto* const function = systemFunction<int(const char*, mode_t)>("mkdir");
     return isBelowFolder(std::string(path)) && fails(Needs::room) ? -1 : function(path, mode);
 }
 
 __attribute__((visibility("default"))) int rename(const char* from, const char* to) noexcept
 {
-    static auto* const function = systems<int(const char*, const char*)>("rename");
+    static auto* const function = systemFunction<int(const char*, const char*)>("rename");
     return isBelowFolder(std::string(to)) && fails(Needs::nothing) ? -1 : function(from, to);
 }
 
 __attribute__((visibility("default"))) int unlink(const char* path) noexcept
 {
-    static auto* const function = systems<int(const char*)>("unlink");
+    static auto* const function = systemFunction<int(const char*)>("unlink");
     return isBelowFolder(std::string(path)) && fails(Needs::nothing) ? -1 : function(path);
 }
 
 __attribute__((visibility("default"))) int unlinkat(int folder, const char* path, int flags) noexcept
 {
-    static auto* const function = systems<int(int, const char*, int)>("unlinkat");
+    static auto* const function = systemFunction<int(int, const char*, int)>("unlinkat");
     return isBelowFolder(folder) && fails(Needs::nothing) ? -1 : function(folder, path, flags);
 }
 

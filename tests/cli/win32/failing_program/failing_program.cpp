@@ -1,4 +1,4 @@
-// Ends in a way that nothing catches, prepared as orvelcs is.
+// Fails in a way that nothing catches, after the preparation that orvelcs makes.
 #include <cstdlib>
 #include <stdexcept>
 #include <string_view>
@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Needs more of the stack than there is; volatile, so that no call of it becomes a loop.
+/// Overflows the stack. The variables are volatile so that the compiler does not make a loop of the recursion.
 int descend(volatile int* above)
 {
     volatile int here[1024]{};
@@ -20,16 +20,16 @@ int descend(volatile int* above)
 int main(int argumentCount, char** arguments)
 {
     Orvelcs::prepareForUnhandledFailures();
-    const std::string_view way = argumentCount > 1 ? arguments[1] : "";
-    if (way == "exception")
-        throw std::runtime_error("which nothing catches");
-    if (way == "violation")
+    const std::string_view failure = argumentCount > 1 ? arguments[1] : "";
+    if (failure == "exception")
+        throw std::runtime_error("nothing catches this");
+    if (failure == "violation")
         *static_cast<volatile int*>(nullptr) = 1;
-    if (way == "overflow") {
+    if (failure == "overflow") {
         volatile int top = 0;
         return descend(&top);
     }
-    if (way == "abort")
+    if (failure == "abort")
         std::abort();
     return 3;
 }
