@@ -6,10 +6,10 @@
 #include <string>
 #include <utility>
 
+#include "embedded/base/json/strict_json.h"
 #include "embedded/base/memo_cache.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/projjson/projjson_validation.h"
-#include "embedded/spatial_reference/projjson/strict_json.h"
 
 namespace Embedded {
 namespace {
@@ -99,8 +99,10 @@ Expected<Definitions> readText(std::string_view utf16le)
         return failure(statusEmptyText, "the text is empty");
     if (!isWellFormed(*text))
         return unreadable("the text has an unpaired surrogate");
-    const auto frame = parseStrictJson(utf8FromWide(*text));
-    return frame ? readFrame(*frame) : Expected<Definitions>(unreadable(frame.error().message.c_str()));
+    const auto frame = parseStrictJson(utf8FromWide(*text), kDeepestJson);
+    if (!frame)
+        return failure(statusUnreadable, frame.error().text());
+    return readFrame(*frame);
 }
 
 } // namespace
