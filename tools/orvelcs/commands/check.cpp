@@ -129,7 +129,7 @@ std::vector<Command> declareCheck(CLI::App& program)
     return {{app, [options](Output& output) { return runCheck(*options, output); }}};
 }
 
-const CommandRegistration kCheckCommand("check", declareCheck);
+const CommandRegistration kCheckCommand({HelpGroup::drawings, 7}, declareCheck);
 
 } // namespace
 

@@ -147,7 +147,7 @@ std::vector<Command> declareConvert(CLI::App& program)
     return {{app, [options](Output& output) { return runConvert(*options, output); }}};
 }
 
-const CommandRegistration kConvertCommand("convert", declareConvert);
+const CommandRegistration kConvertCommand({HelpGroup::drawings, 6}, declareConvert);
 
 } // namespace
 

@@ -170,7 +170,7 @@ std::vector<Command> declareTransform(CLI::App& program)
     return {{app, [options](Output& output) { return runTransform(*options, output); }}};
 }
 
-const CommandRegistration kTransformCommand("transform", declareTransform);
+const CommandRegistration kTransformCommand({HelpGroup::transformations, 3}, declareTransform);
 
 } // namespace
 
