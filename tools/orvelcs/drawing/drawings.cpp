@@ -33,11 +33,9 @@ std::string describe(const std::string& file, const Embedded::Error& error)
     const std::string result = resultName(Embedded::hostStatus(error));
     if (error.status == Qeapp::eFileLocked)
         return fmt::format("{}: {}", result, lockedMessage());
-    const std::string text = error.text();
-    std::string_view message = text;
-    if (const std::string prefix = Embedded::displayName(Embedded::pathFromUtf8(file)) + ": ";
-        message.starts_with(prefix))
-        message.remove_prefix(prefix.size());
+    std::string message = error.text();
+    if (const std::string name = Embedded::displayName(Embedded::pathFromUtf8(file)); Embedded::isInFile(name, error))
+        message.erase(0, name.size() + 2); // the colon and the blank behind it
     return message.empty() ? result : fmt::format("{}: {}", result, message);
 }
 
