@@ -119,7 +119,7 @@ Expected<Json> parseStrictJson(std::string_view utf8, std::size_t mostLevels)
 {
     BoundsCheck check(mostLevels);
     if (!Json::sax_parse(utf8, &check))
-        return tl::unexpected<Error>(check.error());
+        return failure(check.error());
     constexpr bool kAllowExceptions = false;
     return Json::parse(utf8, nullptr, kAllowExceptions);
 }

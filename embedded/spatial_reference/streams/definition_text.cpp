@@ -94,7 +94,7 @@ Expected<Definitions> readText(std::string_view utf16le)
         return failure(statusEmptyText, "the text is empty");
     const auto text = decodeUtf16le(utf16le);
     if (!text)
-        return tl::unexpected<Error>(text.error());
+        return failure(text.error());
     if (text->empty())
         return failure(statusEmptyText, "the text is empty");
     if (!isWellFormed(*text))

@@ -63,7 +63,7 @@ Embedded::Expected<void> OpenDrawing::load()
             ? loadFromStandardInput()
             : Embedded::loadDrawing(Embedded::pathFromUtf8(file_), access_, waitFor(file_, output_));
     if (!database)
-        return tl::unexpected<Embedded::Error>(std::move(database).error());
+        return Embedded::failure(std::move(database).error());
     document_ = Embedded::openDocument(std::move(*database));
     return {};
 }
@@ -81,7 +81,7 @@ Embedded::Expected<void> saveDrawing(QeDbDatabase& database, const std::string& 
                                      waitFor(file, output));
     Embedded::Expected<std::string> bytes = Embedded::saveDrawingToBytes(database, version);
     if (!bytes)
-        return tl::unexpected<Embedded::Error>(std::move(bytes).error());
+        return Embedded::failure(std::move(bytes).error());
     output.write(*bytes); // a failure is reported when the program ends
     return {};
 }
