@@ -107,7 +107,7 @@ TEST_F(TransformCommand, ALineWithoutAPoint_IsToldWithWhatItHolds)
     EXPECT_EQ(toldOf("0"), expected + "1");
     EXPECT_EQ(toldOf("0 9 1 2020 2"), expected + "5");
     EXPECT_EQ(toldOf("0 nine"), expected + "\"nine\"");
-    EXPECT_EQ(toldOf("0 " + std::string(39, 'x') + "\xC3\xA9"), expected + '"' + std::string(39, 'x') + '"');
+    EXPECT_EQ(toldOf("0 " + std::string(39, 'x') + "\xC3\xA9"), expected + '"' + std::string(39, 'x') + "…\"");
 }
 
 TEST_F(TransformCommand, ALineTooLong_IsNoPoint)

@@ -48,13 +48,13 @@ tl::unexpected<Error> unreadable(const char* reason)
     return failure(statusUnreadable, reason);
 }
 
-std::optional<DefinitionData> readEntry(const Projjson& entry)
+Expected<DefinitionData> readEntry(const Projjson& entry)
 {
     const auto type = typeOfName(textOf(entry, "type"));
     const auto code = textOf(entry, "code");
     const Projjson* projjson = memberOf(entry, "definition");
     if (!type || code.empty() || !projjson || !isValidProjjson(*type, *projjson))
-        return std::nullopt;
+        return unreadable("a definition lacks a part that its type must have");
     return DefinitionData(*type, std::string(code), *projjson);
 }
 
@@ -72,7 +72,7 @@ Expected<Definitions> readFrame(const Projjson& frame)
     for (const Projjson& entry : *entries) {
         auto definition = readEntry(entry);
         if (!definition)
-            return unreadable("a definition lacks a part that its type must have");
+            return failure(std::move(definition).error());
         definitions.push_back(*std::move(definition));
     }
     return definitions;
