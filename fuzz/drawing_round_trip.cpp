@@ -50,7 +50,7 @@ namespace {
 void requireReadAgain(const std::string& bytes, const std::string& contents, Soundness soundness)
 {
     const auto again = Embedded::loadDrawingFromBytes(bytes);
-    const auto found = again ? Embedded::dumpDrawing(**again) : tl::unexpected<Embedded::Error>(again.error());
+    const auto found = again ? Embedded::dumpDrawing(**again) : Embedded::failure(again.error());
     require(found || soundness == Soundness::damagedPages,
             "what was saved can be loaded; " + (found ? "" : found.error().text()));
     require(!found || *found == contents, "a drawing that was loaded is the one that was saved");

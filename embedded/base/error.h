@@ -27,9 +27,14 @@ struct Error {
 template <class T>
 using Expected = tl::expected<T, Error>;
 
+inline tl::unexpected<Error> failure(Error error)
+{
+    return tl::unexpected<Error>(std::move(error));
+}
+
 inline tl::unexpected<Error> failure(int status, std::string message, std::string place = {})
 {
-    return tl::unexpected<Error>(Error{status, std::move(message), std::move(place)});
+    return failure(Error{status, std::move(message), std::move(place)});
 }
 
 /// Calls `work` and returns its result as an Expected with a value.
@@ -62,7 +67,7 @@ auto catchError(Work&& work) -> Expected<std::invoke_result_t<Work>>
     try {
         return callExpected(std::forward<Work>(work));
     } catch (const ErrorException& exception) {
-        return tl::unexpected<Error>(exception.error());
+        return failure(exception.error());
     }
 }
 

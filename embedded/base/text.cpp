@@ -81,24 +81,18 @@ bool isValidUtf8(std::string_view utf8)
     return utf8::is_valid(utf8.begin(), utf8.end());
 }
 
-std::string_view beginningOfUtf8(std::string_view utf8, std::size_t mostBytes)
-{
-    std::size_t length = std::min(utf8.size(), mostBytes);
-    while (length > 0 && length < utf8.size() && isContinuationByte(utf8[length]))
-        --length;
-    return utf8.substr(0, length);
-}
-
 std::string truncateForMessage(std::string_view utf8)
 {
     constexpr std::size_t kMostBytes = 40;
     const auto isControl = [](char character) {
         return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
     };
-    const std::string_view beginning = beginningOfUtf8(utf8, kMostBytes);
-    std::string shown = utf8FromWide(wideFromUtf8(beginning));
+    std::size_t length = std::min(utf8.size(), kMostBytes);
+    while (length > 0 && length < utf8.size() && isContinuationByte(utf8[length]))
+        --length;
+    std::string shown = utf8FromWide(wideFromUtf8(utf8.substr(0, length)));
     std::replace_if(shown.begin(), shown.end(), isControl, '?');
-    return beginning.size() < utf8.size() ? shown + "…" : shown;
+    return length < utf8.size() ? shown + "…" : shown;
 }
 
 bool isWellFormed(std::wstring_view text)

@@ -2,7 +2,6 @@
 // elsewhere; unpaired surrogates are kept where the target can hold them.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -15,8 +14,6 @@ FQCORE_API std::string utf8FromWide(std::wstring_view text);
 /// Invalid sequences become U+FFFD.
 FQCORE_API std::wstring wideFromUtf8(std::string_view utf8);
 FQCORE_API bool isValidUtf8(std::string_view utf8);
-/// The longest beginning of the text that has at most `mostBytes` and ends between characters.
-FQCORE_API std::string_view beginningOfUtf8(std::string_view utf8, std::size_t mostBytes);
 /// A text as it may stand in a message: at most some forty characters, on one line, valid UTF-8.
 FQCORE_API std::string truncateForMessage(std::string_view utf8);
 /// Whether utf8FromWide keeps all of the text: every surrogate has its partner, and every other wide character is a

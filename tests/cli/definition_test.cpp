@@ -98,7 +98,7 @@ TEST_F(AssignDefinition, NulCharacter_IsRefused)
 TEST_F(AssignDefinition, NulInAPROJJSONName_IsRefused)
 {
     expectRefused(R"({"type":"EngineeringCRS","name":"Yard\u0000 2"})",
-                  "a text holds a NUL character (\\u0000): statusUnreadable (43)");
+                  "name: a text holds a NUL character (\\u0000): statusUnreadable (43)");
 }
 
 TEST_F(AssignDefinition, MetreWithAnotherFactor_IsPreserved)

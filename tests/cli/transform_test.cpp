@@ -102,7 +102,7 @@ TEST_F(TransformCommand, LineThatIsNotAPoint_IsReportedWithItsContent)
     EXPECT_EQ(firstError("0"), expected + "1");
     EXPECT_EQ(firstError("0 9 1 2020 2"), expected + "5");
     EXPECT_EQ(firstError("0 nine"), expected + "\"nine\"");
-    EXPECT_EQ(firstError("0 " + std::string(39, 'x') + "\xC3\xA9"), expected + '"' + std::string(39, 'x') + '"');
+    EXPECT_EQ(firstError("0 " + std::string(39, 'x') + "\xC3\xA9"), expected + '"' + std::string(39, 'x') + "…\"");
 }
 
 TEST_F(TransformCommand, OverlongLine_IsNotAPoint)

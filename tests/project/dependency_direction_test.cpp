@@ -17,8 +17,9 @@ protected:
         for (const char* path :
              {"platform/host.h", "platform/windows.h", "platform/host/object.h", "src/storage/packing.h",
               "src/coordsys/result.h", "src/frame/module.h", "src/transformation/item.h", "embedded/base/text.h",
-              "embedded/host/database/drawing.h", "embedded/spatial_reference/catalog/catalog.h",
-              "tools/orvelcs/cli/output.h", "embedded/host/drawing_file/schema.h", "embedded/diagnostics/faults.h",
+              "embedded/base/json/a.h", "embedded/host/database/drawing.h",
+              "embedded/spatial_reference/catalog/catalog.h", "tools/orvelcs/cli/output.h",
+              "embedded/host/drawing_file/schema.h", "embedded/diagnostics/faults.h",
               "embedded/spatial_reference/operations/chain.h", "tools/orvelcs/commands/assign.h",
               "src/coordsys/orvel_coordinate_system.h", "src/storage/run_length.h"})
             files_.push_back({path, ""});
@@ -85,6 +86,7 @@ TEST_F(DependencyDirectionTest, AllowedIncludes_CauseNoComplaint)
              Include{"embedded/host/database/a.cpp", "<nlohmann/json.hpp>"},
              Include{"embedded/host/drawing_file/a.cpp", "\"embedded/host/database/drawing.h\""},
              Include{"embedded/spatial_reference/operations/a.cpp", "\"embedded/spatial_reference/catalog/catalog.h\""},
+             Include{"tools/orvelcs/drawing/a.cpp", "\"embedded/base/json/a.h\""},
              Include{"tools/orvelcs/drawing/a.cpp", "\"orvelcs/cli/output.h\""},
              Include{"tools/orvelcs/commands/a.cpp", "\"embedded/host/database/drawing.h\""},
              Include{"tools/orvelcs/commands/a.cpp", "\"coordsys/orvel_coordinate_system.h\""},
@@ -120,6 +122,7 @@ TEST_F(DependencyDirectionTest, ForbiddenIncludes_CauseOneComplaintEach)
              Include{"embedded/host/database/a.cpp", "\"embedded/spatial_reference/catalog/catalog.h\""},
              Include{"embedded/spatial_reference/operations/a.cpp", "\"embedded/host/database/drawing.h\""},
              Include{"embedded/host/database/a.cpp", "\"embedded/host/drawing_file/schema.h\""},
+             Include{"embedded/base/a.cpp", "\"embedded/base/json/a.h\""},
              Include{"embedded/base/a.cpp", "\"embedded/diagnostics/faults.h\""},
              Include{"embedded/spatial_reference/catalog/a.cpp", "\"embedded/spatial_reference/operations/chain.h\""},
              Include{"tools/orvelcs/cli/a.cpp", "\"orvelcs/commands/assign.h\""},

@@ -34,6 +34,7 @@ const std::vector<Room>& rooms()
         {"src/transformation/", {"src/storage/", "src/coordsys/"}},
         {"src/frame/", {"src/storage/", "src/coordsys/", "src/transformation/"}},
 
+        {"embedded/base/json/", {"embedded/base/"}},
         {"embedded/base/", {}},
         {"embedded/diagnostics/", {"embedded/base/"}},
         {"embedded/foundation/", {"embedded/base/", "embedded/diagnostics/"}},

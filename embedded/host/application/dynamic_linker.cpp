@@ -74,7 +74,7 @@ Embedded::Expected<void*> DynamicLinker::load(const std::filesystem::path& file)
     if (Module* loaded = findSame(*library))
         return loaded;
     if (Embedded::Expected<void> result = requireModule(*library, file); !result)
-        return tl::unexpected<Embedded::Error>(std::move(result).error());
+        return Embedded::failure(std::move(result).error());
     return start(file, *std::move(library));
 }
 

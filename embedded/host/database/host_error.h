@@ -40,6 +40,12 @@ inline Error inFile(const std::string& file, Error error)
     return error;
 }
 
+/// Whether the error's place is the file, or something in it.
+inline bool isInFile(const std::string& file, const Error& error)
+{
+    return error.place == file || error.place.starts_with(file + ": ");
+}
+
 } // namespace Embedded
 
 namespace QeHost {

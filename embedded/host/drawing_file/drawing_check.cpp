@@ -294,7 +294,7 @@ Expected<DrawingFaults> checkDrawing(const std::filesystem::path& file, const Lo
 {
     Expected<std::unique_ptr<DrawingConnection>> connection = connect(file, DrawingAccess::reading, wait);
     if (!connection)
-        return tl::unexpected<Error>(std::move(connection).error());
+        return failure(std::move(connection).error());
     DrawingFaults faults;
     Checker checker(**connection, faults);
     checker.checkDatabase();

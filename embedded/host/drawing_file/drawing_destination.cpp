@@ -49,7 +49,7 @@ public:
             store_.beginSaving();
             const Expected<SavePlan> plan = QeHost::planSave(database);
             if (!plan)
-                return tl::unexpected<Error>(plan.error());
+                return failure(plan.error());
             writeDrawing(store_.connection(), database, *plan, version);
             store_.commit();
             markSaved(database, *plan);
@@ -67,7 +67,7 @@ Expected<void> writeWhole(DrawingConnection& connection, DrawingStore* store, Da
 {
     const Expected<SavePlan> plan = QeHost::planSave(database);
     if (!plan)
-        return tl::unexpected<Error>(plan.error());
+        return failure(plan.error());
     if (store != nullptr) {
         if (Expected<void> copied = store->copyTo(connection); !copied)
             return copied;
@@ -168,7 +168,7 @@ private:
         Error error = connection.error();
         if (error.status == Qeapp::eFileDamaged || error.status == Qeapp::eFileTooNew)
             error.message += "; only drawings are overwritten";
-        return tl::unexpected<Error>(std::move(error));
+        return failure(std::move(error));
     }
 
     tl::unexpected<Error> exists() const { return failure(Qeapp::eFileExists, "the file exists already", name()); }
@@ -208,7 +208,7 @@ private:
                 return exists();
             const Expected<SavePlan> plan = QeHost::planSave(database);
             if (!plan)
-                return tl::unexpected<Error>(plan.error());
+                return failure(plan.error());
             DrawingSchema::create(connection->database());
             writeDrawing(*connection, database, *plan, version);
             connection->database().exec("COMMIT");

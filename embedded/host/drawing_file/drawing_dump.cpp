@@ -161,7 +161,7 @@ std::string dump(QeHost::DatabaseImp& database)
 Expected<std::string> dumpDrawing(const QeDbDatabase& database)
 {
     if (const Expected<void> loading = loadingResult(database); !loading)
-        return tl::unexpected<Error>(loading.error());
+        return failure(loading.error());
     return catchError([&] { return dump(database.imp()); });
 }
 

@@ -30,10 +30,10 @@ Expected<void> catchDrawingError(const DrawingConnection& connection, const std:
                 result = work();
         });
         if (!done)
-            return tl::unexpected<Error>(inFile(file, drawingError(done.error(), connection.handle())));
+            return failure(inFile(file, drawingError(done.error(), connection.handle())));
         return result;
     } catch (const ErrorException& exception) {
-        return tl::unexpected<Error>(inFile(file, exception.error()));
+        return failure(inFile(file, exception.error()));
     }
 }
 

@@ -96,7 +96,7 @@ Expected<std::string> saveDrawingToBytes(QeDbDatabase& database, QeDb::QeDbDwgVe
     std::string bytes;
     const std::unique_ptr<DrawingDestination> destination = destinationInMemory(storeOf(database), bytes);
     if (Expected<void> result = save(database, version, *destination); !result)
-        return tl::unexpected<Error>(std::move(result).error());
+        return failure(std::move(result).error());
     return bytes;
 }
 

@@ -134,7 +134,7 @@ Expected<std::unique_ptr<DrawingConnection>> connect(const fs::path& file, Drawi
     if (result && access == DrawingAccess::changing)
         result = requireOneName(file);
     if (!result)
-        return tl::unexpected<Error>(inFile(name, std::move(result).error()));
+        return failure(inFile(name, std::move(result).error()));
     // Also for reading: a journal that a killed process has left is rolled back first.
     std::unique_ptr<DrawingConnection> connection;
     const auto connected = catchSqlError(
@@ -143,7 +143,7 @@ Expected<std::unique_ptr<DrawingConnection>> connect(const fs::path& file, Drawi
         return failure(Qeapp::eFileNotFound, "cannot be opened: " + std::generic_category().message(errno), name);
     result = catchDrawingError(*connection, name, [&] { begin(*connection, access); });
     if (!result)
-        return tl::unexpected<Error>(std::move(result).error());
+        return failure(std::move(result).error());
     return connection;
 }
 
@@ -151,7 +151,7 @@ Expected<std::unique_ptr<QeDbDatabase>> openDrawing(const fs::path& file, Drawin
 {
     Expected<std::unique_ptr<DrawingConnection>> connection = connect(file, access, wait);
     if (!connection)
-        return tl::unexpected<Error>(std::move(connection).error());
+        return failure(std::move(connection).error());
     return attachDrawing(std::move(*connection), file, displayName(file), access == DrawingAccess::sharing);
 }
 
@@ -168,7 +168,7 @@ Expected<std::unique_ptr<QeDbDatabase>> openDrawingFromBytes(const std::string& 
                         SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_RESIZEABLE);
     Expected<void> begun = catchDrawingError(*connection, name, [&] { begin(*connection, DrawingAccess::reading); });
     if (!begun)
-        return tl::unexpected<Error>(std::move(begun).error());
+        return failure(std::move(begun).error());
     return attachDrawing(std::move(connection), {}, name, true);
 }
 

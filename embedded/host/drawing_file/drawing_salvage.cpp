@@ -179,7 +179,7 @@ Expected<DrawingHeader> readDamagedHeader(DrawingConnection& connection)
     DrawingHeader header;
     const Expected<void> result = catchDrawingError(connection, {}, [&] { header = readHeader(connection); });
     if (!result)
-        return tl::unexpected<Error>(result.error());
+        return failure(result.error());
     return header;
 }
 
@@ -201,16 +201,16 @@ Expected<Salvage> salvageDrawing(const std::filesystem::path& damaged, const std
 {
     Expected<std::unique_ptr<DrawingConnection>> source = connect(damaged, DrawingAccess::reading, wait);
     if (!source)
-        return tl::unexpected<Error>(std::move(source).error());
+        return failure(std::move(source).error());
     Salvage salvage;
     const Expected<DrawingHeader> header = readDamagedHeader(**source);
     std::map<Handle, SalvagedObject> objects = readSalvagedObjects(**source, salvage);
     QeDbDatabase empty;
     if (Expected<void> saved = saveDrawing(empty, file, QeDb::kCurrentDwg, Overwriting::refused, wait); !saved)
-        return tl::unexpected<Error>(std::move(saved).error());
+        return failure(std::move(saved).error());
     Expected<std::unique_ptr<DrawingConnection>> opened = connect(file, DrawingAccess::changing, wait);
     if (!opened)
-        return tl::unexpected<Error>(std::move(opened).error());
+        return failure(std::move(opened).error());
     DrawingConnection& target = **opened;
     Expected<void> written = catchDrawingError(target, displayName(file), [&] {
         const Handle geoData = findGeoData(objects, header ? header->geoData : 0);
@@ -221,7 +221,7 @@ Expected<Salvage> salvageDrawing(const std::filesystem::path& damaged, const std
         target.database().exec("COMMIT");
     });
     if (!written)
-        return tl::unexpected<Error>(std::move(written).error());
+        return failure(std::move(written).error());
     return salvage;
 }
 

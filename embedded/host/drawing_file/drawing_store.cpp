@@ -167,7 +167,7 @@ std::vector<Handle> DrawingStore::findApplicationUsers(Handle application)
 void DrawingStore::throwDamage(Handle object, const std::string& message)
 {
     const Error error = inFile(file_, {Qeapp::eFileDamaged, message, objectPlace(object)});
-    result_ = tl::unexpected<Error>(error);
+    result_ = failure(error);
     throw ErrorException(error);
 }
 
@@ -175,7 +175,7 @@ Expected<void> DrawingStore::copyTo(DrawingConnection& other)
 {
     const ReadTransaction transaction(*connection_);
     if (Expected<bool> unchanged = catchError([&] { return inReadTransaction([] { return true; }); }); !unchanged)
-        return tl::unexpected<Error>(std::move(unchanged).error());
+        return failure(std::move(unchanged).error());
     if (sqlite3_txn_state(connection_->handle(), "main") == SQLITE_TXN_WRITE) {
         // SQLite does not copy from a connection that holds the lock for writing. It has not written anything yet.
         DrawingConnection reader(sqliteName(path_), SQLite::OPEN_READONLY, LockWait());

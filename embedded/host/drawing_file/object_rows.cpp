@@ -40,9 +40,9 @@ const std::string& requireText(const StoredValue& value)
 
 ResbufValue requireResbuf(const StoredValue& code, const StoredValue& value, const std::string& place)
 {
-    std::optional<ResbufValue> resbuf = resbufFromStored(requireInteger(code), value);
+    Expected<ResbufValue> resbuf = resbufFromStored(requireInteger(code), value);
     if (!resbuf)
-        throwDamage("holds a value that does not fit the group code " + std::to_string(requireInteger(code)), place);
+        throwDamage(resbuf.error().message, place);
     return std::move(*resbuf);
 }
 
@@ -69,9 +69,9 @@ public:
     void text(std::string_view field, std::wstring& text) override
     {
         const StoredRow row = take(field);
-        std::optional<std::wstring> wide = wideFromStored(row[2]);
+        Expected<std::wstring> wide = wideFromStored(row[2]);
         if (!wide)
-            throwDamage(std::string(field) + " is not a text", place());
+            throwDamage(std::string(field) + " " + wide.error().message, place());
         text = std::move(*wide);
     }
 
@@ -268,7 +268,7 @@ Handle requireHandle(const StoredValue& value)
 
 std::wstring requireKey(const StoredValue& value)
 {
-    std::optional<std::wstring> key = wideFromStored(value);
+    Expected<std::wstring> key = wideFromStored(value);
     if (!key || key->empty())
         throwDamage("a key is not a text", "entries");
     return std::move(*key);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "embedded/base/text.h"
+#include "embedded/host/database/host_error.h"
 #include "platform/host/resbuf.h"
 
 namespace Embedded {
@@ -39,28 +40,33 @@ void appendUnit(std::wstring& text, char32_t unit)
     text += static_cast<wchar_t>(0xDC00 + (rest & 0x3FF));
 }
 
-std::optional<std::wstring> wideFromUtf32(std::string_view bytes)
+tl::unexpected<Error> notAText()
+{
+    return failure(Qeapp::eFileDamaged, "is not a text");
+}
+
+Expected<std::wstring> wideFromUtf32(std::string_view bytes)
 {
     if (bytes.size() % sizeof(char32_t) != 0)
-        return std::nullopt;
+        return notAText();
     std::wstring text;
     for (std::size_t at = 0; at < bytes.size(); at += sizeof(char32_t)) {
         char32_t unit = 0;
         for (std::size_t byte = 0; byte < sizeof(char32_t); ++byte)
             unit |= static_cast<char32_t>(static_cast<unsigned char>(bytes[at + byte])) << 8 * byte;
         if (sizeof(wchar_t) < sizeof(char32_t) && unit > kLastCodePoint)
-            return std::nullopt;
+            return notAText();
         appendUnit(text, unit);
     }
     return text;
 }
 
-std::optional<std::wstring> wideFromBlob(std::string_view bytes)
+Expected<std::wstring> wideFromBlob(std::string_view bytes)
 {
     if (bytes.starts_with(kUtf32Mark))
         return wideFromUtf32(bytes.substr(kUtf32Mark.size()));
     if (!bytes.starts_with(kUtf16Mark) || bytes.size() % 2 != 0)
-        return std::nullopt;
+        return notAText();
     return wideFromUtf16le(bytes.substr(kUtf16Mark.size()));
 }
 
@@ -76,14 +82,15 @@ StoredText storedFromWide(std::wstring_view text)
     return {std::string(kUtf32Mark) + utf32From(text), true};
 }
 
-std::optional<std::wstring> wideFromStored(const StoredValue& value)
+Expected<std::wstring> wideFromStored(const StoredValue& value)
 {
     const auto* const stored = std::get_if<StoredText>(&value);
     if (stored == nullptr || (!stored->isBlob && !isValidUtf8(stored->bytes)))
-        return std::nullopt;
-    std::optional<std::wstring> text = stored->isBlob ? wideFromBlob(stored->bytes) : wideFromUtf8(stored->bytes);
-    const bool holdsNul = text && text->find(L'\0') != std::wstring::npos;
-    return holdsNul ? std::nullopt : text;
+        return notAText();
+    Expected<std::wstring> text = stored->isBlob ? wideFromBlob(stored->bytes) : wideFromUtf8(stored->bytes);
+    if (text && text->find(L'\0') != std::wstring::npos)
+        return notAText();
+    return text;
 }
 
 namespace {
@@ -108,40 +115,49 @@ StoredValue storedFromReal(double real)
     return bits;
 }
 
-std::optional<ResbufValue> realFromStored(int code, const StoredValue& value)
+tl::unexpected<Error> doesNotFit(std::int64_t code)
+{
+    return failure(Qeapp::eFileDamaged, "holds a value that does not fit the group code " + std::to_string(code));
+}
+
+Expected<ResbufValue> realFromStored(int code, const StoredValue& value)
 {
     if (const auto* real = std::get_if<double>(&value))
         return ResbufValue{code, *real};
     const auto* stored = std::get_if<StoredText>(&value);
     if (stored == nullptr || !stored->isBlob || stored->bytes.size() != sizeof(double))
-        return std::nullopt;
+        return doesNotFit(code);
     std::uint64_t bits = 0;
     for (std::size_t byte = 0; byte < sizeof bits; ++byte)
         bits |= std::uint64_t{static_cast<unsigned char>(stored->bytes[byte])} << 8 * byte;
     const auto real = std::bit_cast<double>(bits);
-    return isPlain(real) ? std::nullopt : std::optional(ResbufValue{code, real});
+    if (isPlain(real))
+        return doesNotFit(code);
+    return ResbufValue{code, real};
 }
 
 template <class Integer>
-std::optional<ResbufValue> integerFromStored(int code, const StoredValue& value)
+Expected<ResbufValue> integerFromStored(int code, const StoredValue& value)
 {
     const auto* integer = std::get_if<std::int64_t>(&value);
     if (integer == nullptr || !std::in_range<Integer>(*integer))
-        return std::nullopt;
+        return doesNotFit(code);
     return ResbufValue{code, static_cast<std::int32_t>(*integer)};
 }
 
-std::optional<ResbufValue> textFromStored(int code, const StoredValue& value)
+Expected<ResbufValue> textFromStored(int code, const StoredValue& value)
 {
-    std::optional<std::wstring> text = wideFromStored(value);
-    return text ? std::optional(ResbufValue{code, std::move(*text)}) : std::nullopt;
+    Expected<std::wstring> text = wideFromStored(value);
+    if (!text)
+        return doesNotFit(code);
+    return ResbufValue{code, std::move(*text)};
 }
 
-std::optional<ResbufValue> bytesFromStored(int code, const StoredValue& value)
+Expected<ResbufValue> bytesFromStored(int code, const StoredValue& value)
 {
     const auto* stored = std::get_if<StoredText>(&value);
     if (stored == nullptr || !stored->isBlob || stored->bytes.size() > kLongestChunk)
-        return std::nullopt;
+        return doesNotFit(code);
     return ResbufValue{code, Bytes(stored->bytes.begin(), stored->bytes.end())};
 }
 
@@ -158,10 +174,10 @@ StoredValue storedFromResbuf(const ResbufValue& value)
     return std::int64_t{std::get<std::int32_t>(value.value)};
 }
 
-std::optional<ResbufValue> resbufFromStored(std::int64_t code, const StoredValue& value)
+Expected<ResbufValue> resbufFromStored(std::int64_t code, const StoredValue& value)
 {
     if (!std::in_range<short>(code))
-        return std::nullopt;
+        return doesNotFit(code);
     const int groupCode = static_cast<int>(code);
     switch (qeutValueKind(groupCode)) {
     case QeRb::ValueKind::string:
@@ -177,7 +193,7 @@ std::optional<ResbufValue> resbufFromStored(std::int64_t code, const StoredValue
     case QeRb::ValueKind::none:
         break;
     }
-    return std::nullopt;
+    return doesNotFit(code);
 }
 
 } // namespace Embedded

@@ -3,11 +3,11 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 
+#include "embedded/base/error.h"
 #include "embedded/host/database/resbuf_value.h"
 
 namespace Embedded {
@@ -22,11 +22,11 @@ struct StoredText {
 using StoredValue = std::variant<std::monostate, std::int64_t, double, StoredText>;
 
 StoredText storedFromWide(std::wstring_view text);
-/// Nothing for a value that storedFromWide does not make.
-std::optional<std::wstring> wideFromStored(const StoredValue& value);
+/// Returns eFileDamaged for a value that storedFromWide does not make.
+Expected<std::wstring> wideFromStored(const StoredValue& value);
 
 StoredValue storedFromResbuf(const ResbufValue& value);
-/// Nothing for a value that does not fit the group code.
-std::optional<ResbufValue> resbufFromStored(std::int64_t code, const StoredValue& value);
+/// Returns eFileDamaged for a value that does not fit the group code.
+Expected<ResbufValue> resbufFromStored(std::int64_t code, const StoredValue& value);
 
 } // namespace Embedded

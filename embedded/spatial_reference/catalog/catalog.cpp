@@ -142,7 +142,7 @@ Expected<void> checkCatalogFor(std::wstring_view code)
     Error error = explainMissingDefinition(utf8FromWide(code), DefinitionType::coordinateReferenceSystem);
     if (error.status == statusNotFound)
         return {};
-    return tl::unexpected(std::move(error));
+    return failure(std::move(error));
 }
 
 Expected<void> checkCatalog()
@@ -165,13 +165,13 @@ Expected<CatalogEntry> findCatalogEntry(std::wstring_view code)
 {
     const auto loaded = loadFromCatalog(std::wstring(code).c_str(), DefinitionType::coordinateReferenceSystem);
     if (!loaded)
-        return tl::unexpected(loaded.error());
+        return failure(loaded.error());
     const auto resolved = splitCode(loaded->codeUtf8);
     if (resolved->authority == kLocalAuthority)
         return localEntry(loaded->projjson);
     const ProjObject object = catalogObject(*resolved, PJ_CATEGORY_CRS);
     if (!object)
-        return tl::unexpected(explainMissingCode(*resolved, DefinitionType::coordinateReferenceSystem));
+        return failure(explainMissingCode(*resolved, DefinitionType::coordinateReferenceSystem));
     return loadedEntry(*loaded, object.get());
 }
 

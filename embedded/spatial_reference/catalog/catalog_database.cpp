@@ -81,8 +81,8 @@ private:
     tl::unexpected<Error> error(int result) const
     {
         if (result == SQLITE_NOMEM)
-            return tl::unexpected(notEnoughMemory(path_));
-        return tl::unexpected(unavailable(database_ ? sqlite3_errmsg(database_.get()) : sqlite3_errstr(result), path_));
+            return failure(notEnoughMemory(path_));
+        return failure(unavailable(database_ ? sqlite3_errmsg(database_.get()) : sqlite3_errstr(result), path_));
     }
 
     std::string path_;
@@ -159,11 +159,11 @@ Expected<void> checkCatalogIsOpen()
         return {};
     const std::string path = unopenedDatabase();
     if (path.empty())
-        return tl::unexpected(unavailable("there is no proj.db in " + joinedFolders()));
+        return failure(unavailable("there is no proj.db in " + joinedFolders()));
     if (fileKind(pathFromUtf8(path)) != FileKind::regular)
-        return tl::unexpected(unavailable("not a regular file", path));
+        return failure(unavailable("not a regular file", path));
     const auto rows = Database(path).query("SELECT value FROM metadata");
-    return tl::unexpected(rows ? unavailable("PROJ cannot use it", path) : rows.error());
+    return failure(rows ? unavailable("PROJ cannot use it", path) : rows.error());
 }
 
 Error explainMissingCode(const CatalogCode& code, DefinitionType type)
@@ -218,12 +218,12 @@ Expected<void> checkWholeCatalog()
     const Database database(openedDatabase().path()); // nothing of it has been read into memory yet
     const auto rows = database.query("PRAGMA integrity_check(1)");
     if (!rows)
-        return tl::unexpected(rows.error());
+        return failure(rows.error());
     if (rows->size() == 1 && rows->front() == "ok")
         return {};
     const std::string damage = firstDamage(*rows);
-    return tl::unexpected(damage.ends_with(kOutOfMemory) ? notEnoughMemory(database.path())
-                                                         : unavailable("damaged: " + damage, database.path()));
+    return failure(damage.ends_with(kOutOfMemory) ? notEnoughMemory(database.path())
+                                                  : unavailable("damaged: " + damage, database.path()));
 }
 
 CatalogReadCheck::CatalogReadCheck()
@@ -233,14 +233,14 @@ CatalogReadCheck::CatalogReadCheck()
 
 Expected<void> CatalogReadCheck::finish() const
 {
-    const ReadFailure failure = readFailure();
-    if (failure == ReadFailure::none)
+    const ReadFailure kind = readFailure();
+    if (kind == ReadFailure::none)
         return checkCatalogIsOpen();
     if (auto whole = checkWholeCatalog(); !whole)
         return whole;
     const std::string& path = openedDatabase().path();
-    return tl::unexpected(failure == ReadFailure::memory ? notEnoughMemory(path)
-                                                         : unavailable("PROJ cannot read all of it", path));
+    return failure(kind == ReadFailure::memory ? notEnoughMemory(path)
+                                               : unavailable("PROJ cannot read all of it", path));
 }
 
 } // namespace Embedded

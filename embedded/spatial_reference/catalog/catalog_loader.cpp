@@ -71,7 +71,7 @@ Expected<DefinitionData> loadLocalSystem(const CatalogCode& code, DefinitionType
 {
     const Projjson* projjson = findLocalSystem(code.code);
     if (!projjson || type != DefinitionType::coordinateReferenceSystem)
-        return tl::unexpected(notInCatalog());
+        return failure(notInCatalog());
     return DefinitionData(type, code.text(), *projjson);
 }
 
@@ -131,7 +131,7 @@ Expected<DefinitionData> loadFromCatalog(const wchar_t* text, DefinitionType typ
         return loadLocalSystem(*code, type);
     if (auto data = code ? cachedDefinition(*code, type) : std::nullopt)
         return *std::move(data);
-    return tl::unexpected(explainMissingDefinition(utf8, type));
+    return failure(explainMissingDefinition(utf8, type));
 }
 
 Error explainMissingDefinition(std::string_view utf8, DefinitionType type)

@@ -108,9 +108,9 @@ Expected<DefinitionData> loadByCode(const CatalogCode& code, DefinitionType type
 {
     const ProjObject object = catalogObject(code, PJ_CATEGORY_COORDINATE_OPERATION);
     if (!object)
-        return tl::unexpected(explainMissingCode(code, type));
+        return failure(explainMissingCode(code, type));
     if (!isOfType(object.get(), type))
-        return tl::unexpected(notInCatalog());
+        return failure(notInCatalog());
     return operationData(object.get(), type);
 }
 
@@ -118,7 +118,7 @@ Expected<DefinitionData> loadByName(const std::string& name, DefinitionType type
 {
     auto operations = operationsNamed(name, type);
     if (operations.empty())
-        return tl::unexpected(explainMissingName(name));
+        return failure(explainMissingName(name));
     if (operations.size() == 1)
         return std::move(operations.front());
     std::string codes;
@@ -145,7 +145,7 @@ std::vector<DefinitionData> operationsNamed(std::string_view name, DefinitionTyp
 Expected<DefinitionData> loadOperation(const wchar_t* codeOrName, DefinitionType type)
 {
     if (!codeOrName || !*codeOrName)
-        return tl::unexpected(notInCatalog());
+        return failure(notInCatalog());
     const std::string text = utf8FromWide(codeOrName);
     if (const auto code = resolveCode(text)) {
         if (auto loaded = loadByCode(*code, type); loaded || loaded.error().status != statusNotFound)

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "embedded/base/case_folding.h"
+#include "embedded/base/json/strict_json.h"
 #include "embedded/spatial_reference/projjson/canonical_projjson.h"
 #include "embedded/spatial_reference/projjson/projjson_validation.h"
-#include "embedded/spatial_reference/projjson/strict_json.h"
 #include "embedded/spatial_reference/projjson/unit_check.h"
 #include "platform/spatial_reference/status.h"
 
@@ -80,8 +80,8 @@ Expected<Projjson> parseUserText(std::string_view utf8, std::string_view code)
     constexpr const char* kNoSystem = "not a coordinate reference system as WKT, PROJJSON or a PROJ string";
     const std::string text(trimmed(utf8));
     if (looksLikeJson(text)) {
-        if (const auto json = parseStrictJson(text); !json)
-            return unreadable(json.error().message);
+        if (const auto json = parseStrictJson(text, kDeepestJson); !json)
+            return unreadable(json.error().text());
     }
     const ProjObject object = objectFromText(text);
     if (!object || !proj_is_crs(object.get()))

@@ -15,7 +15,7 @@ Expected<PJ_COORD> apply(const PipelineStep& step, PJ_COORD coordinate)
     coordinate = proj_trans(operation, step.direction, coordinate);
     const auto& [x, y, z] = coordinate.xyz;
     if (proj_errno(operation) != 0 || !std::isfinite(x) || !std::isfinite(y) || !std::isfinite(z))
-        return tl::unexpected(transformError(operation));
+        return failure(transformError(operation));
     if (step.keepsHeight)
         coordinate.xyz.z = height;
     return coordinate;
@@ -46,7 +46,7 @@ TransformedPoint Pipeline::transform(const CoordinatePoint& point)
 Expected<CoordinatePoint> Pipeline::transformPoint(const CoordinatePoint& point) const
 {
     if (const auto check = checkPoint(point, sourceNeedsHeight_); !check)
-        return tl::unexpected(check.error());
+        return failure(check.error());
     const bool hasHeight = point.z || targetNeedsHeight_;
     if (heights_ == HeightRule::fail && hasHeight)
         return failure(0, "the heights of the two systems differ, and the operation does not say how");
@@ -54,7 +54,7 @@ Expected<CoordinatePoint> Pipeline::transformPoint(const CoordinatePoint& point)
     for (const PipelineStep& step : steps_) {
         const auto applied = apply(step, coordinate);
         if (!applied)
-            return tl::unexpected(applied.error());
+            return failure(applied.error());
         coordinate = *applied;
     }
     if (heights_ != HeightRule::transform)

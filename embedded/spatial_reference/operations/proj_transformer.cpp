@@ -43,13 +43,13 @@ ProjTransformer::ProjTransformer(SystemParts source, SystemParts target)
 TransformedPoint ProjTransformer::transform(const CoordinatePoint& point)
 {
     if (const auto check = checkPoint(point, source_.isGeocentric()); !check)
-        return {tl::unexpected(check.error())};
+        return {failure(check.error())};
     proj_errno_reset(proj_.get());
     const PJ_COORD coordinate = proj_trans(proj_.get(), PJ_FWD, projCoordinate(point));
     const bool hasHeight = point.z || target_.isGeocentric();
     if (!std::isfinite(coordinate.xyz.x) || !std::isfinite(coordinate.xyz.y) ||
         (hasHeight && !std::isfinite(coordinate.xyz.z)))
-        return {tl::unexpected(transformError(proj_.get()))};
+        return {failure(transformError(proj_.get()))};
     CoordinatePoint result{coordinate.xyz.x, coordinate.xyz.y};
     if (hasHeight)
         result.z = coordinate.xyz.z;

@@ -14,6 +14,9 @@ namespace Embedded {
 
 using Projjson = nlohmann::ordered_json;
 
+/// Definitions that are nested more deeply are refused.
+inline constexpr int kDeepestJson = 32;
+
 /// The member; null when the node is not an object or does not have it.
 const Projjson* memberOf(const Projjson& node, const char* key);
 /// The member's text; empty when the node does not have the member or it is not a text.

@@ -9,7 +9,6 @@
 
 #include "embedded/base/memo_cache.h"
 #include "embedded/spatial_reference/projjson/projjson_validation.h"
-#include "embedded/spatial_reference/projjson/strict_json.h"
 #include "embedded/spatial_reference/streams/byte_coding.h"
 #include "embedded/spatial_reference/streams/vocabulary.h"
 

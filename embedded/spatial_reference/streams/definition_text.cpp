@@ -6,10 +6,10 @@
 #include <string>
 #include <utility>
 
+#include "embedded/base/json/strict_json.h"
 #include "embedded/base/memo_cache.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/projjson/projjson_validation.h"
-#include "embedded/spatial_reference/projjson/strict_json.h"
 
 namespace Embedded {
 namespace {
@@ -48,13 +48,13 @@ tl::unexpected<Error> unreadable(const char* reason)
     return failure(statusUnreadable, reason);
 }
 
-std::optional<DefinitionData> readEntry(const Projjson& entry)
+Expected<DefinitionData> readEntry(const Projjson& entry)
 {
     const auto type = typeOfName(textOf(entry, "type"));
     const auto code = textOf(entry, "code");
     const Projjson* projjson = memberOf(entry, "definition");
     if (!type || code.empty() || !projjson || !isValidProjjson(*type, *projjson))
-        return std::nullopt;
+        return unreadable("a definition lacks a part that its type must have");
     return DefinitionData(*type, std::string(code), *projjson);
 }
 
@@ -72,7 +72,7 @@ Expected<Definitions> readFrame(const Projjson& frame)
     for (const Projjson& entry : *entries) {
         auto definition = readEntry(entry);
         if (!definition)
-            return unreadable("a definition lacks a part that its type must have");
+            return failure(std::move(definition).error());
         definitions.push_back(*std::move(definition));
     }
     return definitions;
@@ -94,13 +94,15 @@ Expected<Definitions> readText(std::string_view utf16le)
         return failure(statusEmptyText, "the text is empty");
     const auto text = decodeUtf16le(utf16le);
     if (!text)
-        return tl::unexpected<Error>(text.error());
+        return failure(text.error());
     if (text->empty())
         return failure(statusEmptyText, "the text is empty");
     if (!isWellFormed(*text))
         return unreadable("the text has an unpaired surrogate");
-    const auto frame = parseStrictJson(utf8FromWide(*text));
-    return frame ? readFrame(*frame) : Expected<Definitions>(unreadable(frame.error().message.c_str()));
+    const auto frame = parseStrictJson(utf8FromWide(*text), kDeepestJson);
+    if (!frame)
+        return failure(statusUnreadable, frame.error().text());
+    return readFrame(*frame);
 }
 
 } // namespace

@@ -23,7 +23,7 @@ protected:
     static Expected<std::string> dump(const Expected<Database>& database)
     {
         if (!database)
-            return tl::unexpected<Embedded::Error>(database.error());
+            return Embedded::failure(database.error());
         return Embedded::dumpDrawing(**database);
     }
     static Result compare(const Expected<Database>& database)

@@ -147,7 +147,7 @@ bool overwrite(const fs::path& folder)
 std::string readDrawing(const fs::path& file)
 {
     const auto database = Embedded::loadDrawing(file, DrawingAccess::reading, noWait());
-    const auto text = database ? Embedded::dumpDrawing(**database) : tl::unexpected<Embedded::Error>(database.error());
+    const auto text = database ? Embedded::dumpDrawing(**database) : Embedded::failure(database.error());
     std::error_code error;
     if (fs::file_size(file, error) == 0 || error)
         return "nothing"; // a journal may have been rolled back

@@ -116,8 +116,8 @@ std::wstring localPlane(const std::wstring& name, const std::wstring& code)
 TEST_F(RefusedText, NulInANameOrCode_IsRefused)
 {
     EXPECT_EQ(nameOf(*fromText(localPlane(L"A", L"1"))), L"A");
-    expectRefused(localPlane(L"A\\u0000B", L"1"), "a text holds a NUL character (\\u0000)");
-    expectRefused(localPlane(L"A", L"1\\u0000"), "a text holds a NUL character (\\u0000)");
+    expectRefused(localPlane(L"A\\u0000B", L"1"), "name: a text holds a NUL character (\\u0000)");
+    expectRefused(localPlane(L"A", L"1\\u0000"), "id.code: a text holds a NUL character (\\u0000)");
 }
 
 TEST_F(RefusedText, NulInAStoredName_IsUnreadable)
@@ -131,11 +131,8 @@ TEST_F(RefusedText, NulInAStoredName_IsUnreadable)
 TEST_F(RefusedText, InvalidJson_IsRefusedWithTheReason)
 {
     expectRefused(L"{\"a\":1,\"a\":2}", "the key \"a\" appears twice");
-    expectRefused(L"{\"a\":}", "not JSON at byte 6");
-    std::wstring deep = L"1";
-    for (int level = 0; level < 40; ++level)
-        deep = L"{\"a\":" + deep + L"}";
-    expectRefused(deep, "nested deeper than 32 levels");
+    const std::wstring deep = L"{\"a\":" + std::wstring(32, L'[') + std::wstring(32, L']') + L"}";
+    expectRefused(deep, "a[0][0][0][0][0][0][0][0][0][0][0][0][0]…: nested deeper than 32 levels");
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "orvelcs/cli/command.h"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -22,16 +21,9 @@ constexpr const char* kEverywhere =
     "--registry FILE, --wait SECONDS, --help";
 constexpr char kMark = '\x1F';
 
-/// The files of commands in the order of the help.
-constexpr std::array kHelpOrder = {"new",     "assign", "clear",  "show",           "forms",
-                                   "convert", "check",  "dump",   "catalog",        "encode",
-                                   "decode",  "codec",  "config", "transformation", "transform"};
-
-using Registrations = std::map<std::string, CommandRegistration::Declare>;
-
-Registrations& registrations()
+std::multimap<HelpPlace, CommandRegistration::Declare>& registrations()
 {
-    static Registrations all;
+    static std::multimap<HelpPlace, CommandRegistration::Declare> all;
     return all;
 }
 
@@ -84,16 +76,16 @@ SplitName splitName(const std::string& name)
 
 } // namespace
 
-CommandRegistration::CommandRegistration(const std::string& name, Declare declare)
+CommandRegistration::CommandRegistration(HelpPlace place, Declare declare)
 {
-    registrations().emplace(name, declare);
+    registrations().emplace(place, declare);
 }
 
 std::vector<Command> declareCommands(CLI::App& program)
 {
     std::vector<Command> commands;
-    for (const char* name : kHelpOrder)
-        std::ranges::move(registrations().at(name)(program), std::back_inserter(commands));
+    for (const auto& [place, declare] : registrations())
+        std::ranges::move(declare(program), std::back_inserter(commands));
     return commands;
 }
 

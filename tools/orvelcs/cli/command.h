@@ -1,6 +1,7 @@
 // A command of the program: where it stands in the command line, and what it does.
 #pragma once
 
+#include <compare>
 #include <functional>
 #include <string>
 #include <vector>
@@ -51,12 +52,22 @@ int integerArgument(const std::string& option, const std::string& text, int leas
 /// The text of an argument; throws Failure for wrong usage when it is empty or not UTF-8.
 std::wstring wideArgument(const std::string& argument, const std::string& text);
 
-/// Makes the commands of one file known to the program: `const CommandRegistration kShowCommand("show", declareShow);`
-/// in that file. The name also stands in a list in command.cpp, which gives the order of the help.
+enum class HelpGroup { drawings, catalog, transformations };
+
+/// Where the help lists a command: after those of the groups before its own, and of lower numbers in its own.
+struct HelpPlace {
+    HelpGroup group;
+    int number;
+
+    auto operator<=>(const HelpPlace&) const = default;
+};
+
+/// Makes the commands of one file known to the program by a constant in that file:
+/// `const CommandRegistration kShowCommand({HelpGroup::drawings, 4}, declareShow);`
 class CommandRegistration {
 public:
     using Declare = std::vector<Command> (*)(CLI::App& program);
-    CommandRegistration(const std::string& name, Declare declare);
+    CommandRegistration(HelpPlace place, Declare declare);
 };
 
 /// Adds every registered command to the program.

@@ -141,7 +141,7 @@ std::vector<Command> declareAssign(CLI::App& program)
     return {{app, [options](Output& output) { return runAssign(*options, output); }}};
 }
 
-const CommandRegistration kAssignCommand("assign", declareAssign);
+const CommandRegistration kAssignCommand({HelpGroup::drawings, 2}, declareAssign);
 
 } // namespace
 

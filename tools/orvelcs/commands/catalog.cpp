@@ -217,7 +217,7 @@ std::vector<Command> declareCatalog(CLI::App& program)
     return {declareSearch(*catalog), declareCatalogShow(*catalog)};
 }
 
-const CommandRegistration kCatalogCommand("catalog", declareCatalog);
+const CommandRegistration kCatalogCommand({HelpGroup::catalog, 1}, declareCatalog);
 
 } // namespace
 

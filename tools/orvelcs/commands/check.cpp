@@ -63,7 +63,7 @@ Embedded::Expected<void> salvage(const std::string& file, const CheckOptions& op
     Embedded::Expected<Embedded::Salvage> salvaged = Embedded::salvageDrawing(
         Embedded::pathFromUtf8(file), Embedded::pathFromUtf8(options.salvage), waitFor(file, output));
     if (!salvaged)
-        return tl::unexpected<Embedded::Error>(std::move(salvaged).error());
+        return Embedded::failure(std::move(salvaged).error());
     json["salvage"] = salvageAsJson(options.salvage, *salvaged);
     if (!output.json())
         printSalvage(options.salvage, *salvaged, output);
@@ -128,7 +128,7 @@ std::vector<Command> declareCheck(CLI::App& program)
     return {{app, [options](Output& output) { return runCheck(*options, output); }}};
 }
 
-const CommandRegistration kCheckCommand("check", declareCheck);
+const CommandRegistration kCheckCommand({HelpGroup::drawings, 7}, declareCheck);
 
 } // namespace
 

@@ -45,7 +45,7 @@ std::vector<Command> declareClear(CLI::App& program)
     return {{app, [options](Output& output) { return runClear(*options, output); }}};
 }
 
-const CommandRegistration kClearCommand("clear", declareClear);
+const CommandRegistration kClearCommand({HelpGroup::drawings, 3}, declareClear);
 
 } // namespace
 

@@ -53,7 +53,7 @@ std::vector<Command> declareCodec(CLI::App& program)
                              {Orvel::UnpackedSize, Orvel::UnpackRuns, "is malformed: it ends inside a packet"})};
 }
 
-const CommandRegistration kCodecCommand("codec", declareCodec);
+const CommandRegistration kCodecCommand({HelpGroup::catalog, 4}, declareCodec);
 
 } // namespace
 

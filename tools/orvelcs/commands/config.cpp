@@ -208,7 +208,7 @@ std::vector<Command> declareConfig(CLI::App& program)
                     runAdd, kNotDone, addItemOptions)};
 }
 
-const CommandRegistration kConfigCommand("config", declareConfig);
+const CommandRegistration kConfigCommand({HelpGroup::transformations, 1}, declareConfig);
 
 } // namespace
 

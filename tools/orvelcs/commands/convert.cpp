@@ -63,7 +63,7 @@ std::string describeConversionFailure(QeDbDatabase* database, Qeapp::ErrorStatus
 void failSave(ConvertReport& report, const ConvertOptions& options, OpenDrawing& drawing, const Embedded::Error& error)
 {
     const std::string& target = options.change.files.front();
-    const bool isOfTarget = error.text().starts_with(Embedded::displayName(Embedded::pathFromUtf8(target)) + ": ");
+    const bool isOfTarget = Embedded::isInFile(Embedded::displayName(Embedded::pathFromUtf8(target)), error);
     const std::string& subject = isOfTarget ? target : options.file;
     std::string message = error.status == Qeapp::eFileExists ? kExists : describe(subject, error);
     if (!isOfTarget)
@@ -147,7 +147,7 @@ std::vector<Command> declareConvert(CLI::App& program)
     return {{app, [options](Output& output) { return runConvert(*options, output); }}};
 }
 
-const CommandRegistration kConvertCommand("convert", declareConvert);
+const CommandRegistration kConvertCommand({HelpGroup::drawings, 6}, declareConvert);
 
 } // namespace
 

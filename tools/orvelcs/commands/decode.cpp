@@ -128,7 +128,7 @@ std::vector<Command> declareDecode(CLI::App& program)
     return {{app, [options](Output& output) { return runDecode(*options, output); }}};
 }
 
-const CommandRegistration kDecodeCommand("decode", declareDecode);
+const CommandRegistration kDecodeCommand({HelpGroup::catalog, 3}, declareDecode);
 
 } // namespace
 

@@ -47,7 +47,7 @@ std::vector<Command> declareDump(CLI::App& program)
     return {{app, [options](Output& output) { return runDump(*options, output); }}};
 }
 
-const CommandRegistration kDumpCommand("dump", declareDump);
+const CommandRegistration kDumpCommand({HelpGroup::drawings, 8}, declareDump);
 
 } // namespace
 

@@ -104,7 +104,7 @@ std::vector<Command> declareEncode(CLI::App& program)
     return {{app, [options](Output& output) { return runEncode(*options, output); }}};
 }
 
-const CommandRegistration kEncodeCommand("encode", declareEncode);
+const CommandRegistration kEncodeCommand({HelpGroup::catalog, 2}, declareEncode);
 
 } // namespace
 

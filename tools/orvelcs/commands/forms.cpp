@@ -181,7 +181,7 @@ std::vector<Command> declareForms(CLI::App& program)
     return {{app, [options](Output& output) { return runForms(*options, output); }}};
 }
 
-const CommandRegistration kFormsCommand("forms", declareForms);
+const CommandRegistration kFormsCommand({HelpGroup::drawings, 5}, declareForms);
 
 } // namespace
 

@@ -67,7 +67,7 @@ std::vector<Command> declareNew(CLI::App& program)
     return {{app, [options](Output& output) { return runNew(*options, output); }}};
 }
 
-const CommandRegistration kNewCommand("new", declareNew);
+const CommandRegistration kNewCommand({HelpGroup::drawings, 1}, declareNew);
 
 } // namespace
 

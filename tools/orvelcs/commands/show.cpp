@@ -182,7 +182,7 @@ std::vector<Command> declareShow(CLI::App& program)
     return {{app, [options](Output& output) { return runShow(*options, output); }}};
 }
 
-const CommandRegistration kShowCommand("show", declareShow);
+const CommandRegistration kShowCommand({HelpGroup::drawings, 4}, declareShow);
 
 } // namespace
 

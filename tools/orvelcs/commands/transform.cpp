@@ -50,9 +50,9 @@ PointResult transformLine(const LineReader& reader, PointTask& task)
 {
     if (reader.isTooLong())
         return failedPoint(fmt::format("longer than {} bytes", LineReader::kLongestLineInBytes));
-    std::optional<Embedded::CoordinatePoint> point = parsePoint(reader.line());
+    Embedded::Expected<Embedded::CoordinatePoint> point = parsePoint(reader.line());
     if (!point)
-        return failedPoint(describeLineWithoutPoint(reader.line()));
+        return failedPoint(point.error().message);
     if (point->epoch && !isEpoch(*point->epoch))
         return failedPoint(fmt::format("expected a year from {} to {} in the fourth column, found {}", kEarliestEpoch,
                                        kLatestEpoch, *point->epoch));
@@ -169,7 +169,7 @@ std::vector<Command> declareTransform(CLI::App& program)
     return {{app, [options](Output& output) { return runTransform(*options, output); }}};
 }
 
-const CommandRegistration kTransformCommand("transform", declareTransform);
+const CommandRegistration kTransformCommand({HelpGroup::transformations, 3}, declareTransform);
 
 } // namespace
 

@@ -194,7 +194,7 @@ std::vector<Command> declareTransformation(CLI::App& program)
             {list, [options](Output& output) { return runList(*options, output); }}};
 }
 
-const CommandRegistration kTransformationCommand("transformation", declareTransformation);
+const CommandRegistration kTransformationCommand({HelpGroup::transformations, 2}, declareTransformation);
 
 } // namespace
 

@@ -114,13 +114,13 @@ ConfigChange writeConfig(const ConfigTarget& target, const ConfigEdit& edit, Out
             target.drawing, [&](const StoredConfig& stored) { text = edit(stored); }, call, output);
     text = edit(readSettingsFile);
     ConfigChange change;
-    const auto error = replaceSettingsFile(text, [&] {
+    const auto replaced = replaceSettingsFile(text, [&] {
         change = callModule(call, ConfigTargetType::User);
         return change.result;
     });
-    if (error) {
+    if (!replaced) {
         change.result = false;
-        change.error = error;
+        change.error = replaced.error().message;
     }
     return change;
 }

@@ -33,11 +33,9 @@ std::string describe(const std::string& file, const Embedded::Error& error)
     const std::string result = resultName(Embedded::hostStatus(error));
     if (error.status == Qeapp::eFileLocked)
         return fmt::format("{}: {}", result, lockedMessage());
-    const std::string text = error.text();
-    std::string_view message = text;
-    if (const std::string prefix = Embedded::displayName(Embedded::pathFromUtf8(file)) + ": ";
-        message.starts_with(prefix))
-        message.remove_prefix(prefix.size());
+    std::string message = error.text();
+    if (const std::string name = Embedded::displayName(Embedded::pathFromUtf8(file)); Embedded::isInFile(name, error))
+        message.erase(0, name.size() + 2); // the colon and the blank behind it
     return message.empty() ? result : fmt::format("{}: {}", result, message);
 }
 
@@ -65,7 +63,7 @@ Embedded::Expected<void> OpenDrawing::load()
             ? loadFromStandardInput()
             : Embedded::loadDrawing(Embedded::pathFromUtf8(file_), access_, waitFor(file_, output_));
     if (!database)
-        return tl::unexpected<Embedded::Error>(std::move(database).error());
+        return Embedded::failure(std::move(database).error());
     document_ = Embedded::openDocument(std::move(*database));
     return {};
 }
@@ -83,7 +81,7 @@ Embedded::Expected<void> saveDrawing(QeDbDatabase& database, const std::string& 
                                      waitFor(file, output));
     Embedded::Expected<std::string> bytes = Embedded::saveDrawingToBytes(database, version);
     if (!bytes)
-        return tl::unexpected<Embedded::Error>(std::move(bytes).error());
+        return Embedded::failure(std::move(bytes).error());
     output.write(*bytes); // a failure is reported when the program ends
     return {};
 }

@@ -4,11 +4,11 @@
 #include <cstring>
 #include <limits>
 #include <new>
-#include <set>
 
 #include <fmt/format.h>
 
 #include "embedded/base/hex.h"
+#include "embedded/base/json/strict_json.h"
 #include "orvelcs/cli/failure.h"
 
 namespace Orvelcs {
@@ -53,8 +53,6 @@ void setString(resbuf& buffer, const Json& value, const Place& place)
     if (!value.is_string())
         throw place.failure("\"value\" must be a string");
     const std::wstring text = Embedded::wideFromUtf8(value.get_ref<const std::string&>());
-    if (text.find(L'\0') != std::wstring::npos)
-        throw place.failure("\"value\" holds a NUL character");
     const std::size_t length = (text.size() + 1) * sizeof(wchar_t);
     auto* copy = static_cast<wchar_t*>(qeapp_malloc(length));
     if (copy == nullptr)
@@ -141,52 +139,6 @@ ResbufList resbufFromJson(const Json& element, const Place& place)
     return buffer;
 }
 
-/// Follows the parsing of a chain: which of its objects is being read, and which keys that has had.
-class ChainProgress {
-public:
-    explicit ChainProgress(const std::string& subject) : place_{subject, 0} {}
-    const Place& place() const { return place_; }
-
-    void follow(int depth, Json::parse_event_t event, const Json& parsed)
-    {
-        constexpr int kObject = 1;
-        constexpr int kKey = 2;
-        if (depth == kObject && event == Json::parse_event_t::object_start)
-            keys_.clear();
-        else if (depth == kObject && event != Json::parse_event_t::array_start && event != Json::parse_event_t::key)
-            ++place_.index;
-        else if (depth == kKey && event == Json::parse_event_t::key && !keys_.insert(parsed.get<std::string>()).second)
-            throw place_.failure(
-                fmt::format("{} appears twice", parsed.dump(-1, ' ', false, Json::error_handler_t::replace)));
-    }
-
-private:
-    Place place_;
-    std::set<std::string> keys_;
-};
-
-// The library's messages begin with its own name and number in brackets.
-std::string parserMessage(const Json::exception& error)
-{
-    const std::string message = error.what();
-    return message.substr(message.find("] ") + 2);
-}
-
-Json parsed(const std::string& subject, std::string_view text)
-{
-    ChainProgress progress(subject);
-    try {
-        return Json::parse(text, [&](int depth, Json::parse_event_t event, const Json& value) {
-            progress.follow(depth, event, value);
-            return true;
-        });
-    } catch (const Json::parse_error& error) {
-        throw Failure(subject, "not JSON: " + parserMessage(error));
-    } catch (const Json::exception& error) { // a number beyond all bounds, which is not a parse error there
-        throw progress.place().failure(parserMessage(error));
-    }
-}
-
 } // namespace
 
 Json resbufsAsJson(const resbuf* chain)
@@ -203,13 +155,16 @@ Json resbufsAsJson(const resbuf* chain)
 
 ResbufList resbufsFromJson(const std::string& subject, std::string_view text)
 {
-    const Json document = parsed(subject, text);
-    if (!document.is_array())
+    constexpr std::size_t kMostLevels = 2;
+    const auto document = Embedded::parseStrictJson(text, kMostLevels);
+    if (!document)
+        throw Failure(subject, document.error().text());
+    if (!document->is_array())
         throw Failure(subject, R"(must be a JSON array of objects with "code" and "value" or "hex")");
     ResbufList chain;
     resbuf* last = nullptr;
-    for (std::size_t index = 0; index < document.size(); ++index) {
-        ResbufList next = resbufFromJson(document[index], {subject, index});
+    for (std::size_t index = 0; index < document->size(); ++index) {
+        ResbufList next = resbufFromJson((*document)[index], {subject, index});
         resbuf* added = next.release();
         if (last == nullptr)
             chain.reset(added);

@@ -19,30 +19,23 @@
 namespace Orvelcs {
 namespace {
 
-/// Why the module must not open the file, which links are followed to: a pipe waits for its writer, and a device may
-/// have no end. Nothing for a regular file, and where there is none.
-std::optional<std::string> describePlaceFault(const std::filesystem::path& file)
+/// Throws Failure for what the module must not open, behind all links: a pipe waits for its writer, and a device may
+/// have no end.
+void checkPlace(const std::filesystem::path& file)
 {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(file, error);
     switch (status.type()) {
     case std::filesystem::file_type::regular:
     case std::filesystem::file_type::not_found:
-        return std::nullopt;
+        return;
     case std::filesystem::file_type::directory:
-        return "is a folder";
+        throw Failure(file.string(), "is a folder");
     case std::filesystem::file_type::none:
-        return "cannot be looked up: " + error.message();
+        throw Failure(file.string(), "cannot be looked up: " + error.message());
     default:
-        return "is not a regular file";
+        throw Failure(file.string(), "is not a regular file");
     }
-}
-
-/// Throws Failure for what must not be opened.
-void checkPlace(const std::filesystem::path& file)
-{
-    if (const auto fault = describePlaceFault(file))
-        throw Failure(file.string(), *fault);
 }
 
 /// What the module reads back once it has written the text: the items without their line feeds.
@@ -112,7 +105,7 @@ std::optional<std::wstring> readSettingsFile()
     return text;
 }
 
-std::optional<std::string> replaceSettingsFile(const std::wstring& text, const std::function<bool()>& write)
+Embedded::Expected<void> replaceSettingsFile(const std::wstring& text, const std::function<bool()>& write)
 {
     const std::filesystem::path file = settingsFile();
     checkPlace(file);
@@ -120,13 +113,12 @@ std::optional<std::string> replaceSettingsFile(const std::wstring& text, const s
     {
         const StagingFolder staging(settingsFolder(file));
         if (!write())
-            return "cannot be written";
+            return Embedded::failure(0, "cannot be written", file.string());
         if (readSettingsFile() != storedText(text))
-            return "was not written to its end";
+            return Embedded::failure(0, "was not written to its end", file.string());
         bytes = readWhole(settingsFile().string());
     }
-    const auto replaced = Embedded::replaceFile(file, bytes);
-    return replaced ? std::nullopt : std::optional(replaced.error().message);
+    return Embedded::replaceFile(file, bytes);
 }
 
 } // namespace Orvelcs

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "embedded/base/error.h"
+
 namespace Orvelcs {
 
 /// The path at which the module looks for the file; empty when there is no folder for it.
@@ -19,9 +21,9 @@ std::filesystem::path settingsFolder(const std::filesystem::path& file);
 /// cannot be read.
 std::optional<std::wstring> readSettingsFile();
 
-/// Replaces the file by what the module writes for `text` when `write` calls it: whole, or not at all. Returns what
-/// went wrong, or nothing. The caller holds the lock of the user's stores. Throws Failure for a file that is a folder,
-/// a device or a pipe, and when nothing can be written beside it.
-std::optional<std::string> replaceSettingsFile(const std::wstring& text, const std::function<bool()>& write);
+/// Replaces the file by what the module writes for `text` when `write` calls it: whole, or not at all. The Error has
+/// the file as its place. The caller holds the lock of the user's stores. Throws Failure for a file that is a folder, a
+/// device or a pipe, and when nothing can be written beside it.
+Embedded::Expected<void> replaceSettingsFile(const std::wstring& text, const std::function<bool()>& write);
 
 } // namespace Orvelcs

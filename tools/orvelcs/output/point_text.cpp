@@ -58,19 +58,20 @@ bool isBlankOrComment(std::string_view line)
     return begin == std::string_view::npos || line[begin] == '#';
 }
 
-std::optional<Embedded::CoordinatePoint> parsePoint(std::string_view line)
+Embedded::Expected<Embedded::CoordinatePoint> parsePoint(std::string_view line)
 {
     constexpr std::size_t kFewest = 2;
     constexpr std::size_t kMost = 4;
+    constexpr std::string_view kExpected = "expected 2 to 4 numbers, found ";
     std::vector<double> numbers;
     for (const std::string_view word : splitWords(line)) {
         const std::optional<double> number = parseNumber(word);
-        if (!number || numbers.size() == kMost)
-            return std::nullopt;
+        if (!number)
+            return Embedded::failure(0, fmt::format("{}\"{}\"", kExpected, Embedded::truncateForMessage(word)));
         numbers.push_back(*number);
     }
-    if (numbers.size() < kFewest)
-        return std::nullopt;
+    if (numbers.size() < kFewest || numbers.size() > kMost)
+        return Embedded::failure(0, fmt::format("{}{}", kExpected, numbers.size()));
     Embedded::CoordinatePoint point{numbers[0], numbers[1]};
     if (numbers.size() > kFewest)
         point.z = numbers[2];
@@ -88,17 +89,6 @@ std::optional<double> parseEpoch(std::string_view text)
 {
     const std::optional<double> year = parseNumber(text);
     return year && isEpoch(*year) ? year : std::nullopt;
-}
-
-std::string describeLineWithoutPoint(std::string_view line)
-{
-    constexpr std::string_view kExpected = "expected 2 to 4 numbers, found ";
-    constexpr std::size_t kMostBytesOfWord = 40;
-    const std::vector<std::string_view> words = splitWords(line);
-    const auto other = std::ranges::find_if_not(words, [](auto word) { return parseNumber(word).has_value(); });
-    if (other == words.end())
-        return fmt::format("{}{}", kExpected, words.size());
-    return fmt::format("{}\"{}\"", kExpected, Embedded::beginningOfUtf8(*other, kMostBytesOfWord));
 }
 
 std::vector<int> decimalsFor(const std::vector<Embedded::AxisUnit>& axes)

@@ -13,11 +13,9 @@ namespace Orvelcs {
 /// Whether a line is empty or a comment after "#".
 bool isBlankOrComment(std::string_view line);
 
-/// Reads "x y", "x y z" or "x y z epoch", separated by blanks and tabs; nothing for anything else and for numbers that
-/// are not finite.
-std::optional<Embedded::CoordinatePoint> parsePoint(std::string_view line);
-/// The message for a line without a point: "expected 2 to 4 numbers, found 5".
-std::string describeLineWithoutPoint(std::string_view line);
+/// Reads "x y", "x y z" or "x y z epoch", separated by blanks and tabs. The Error says what else was found, such as a
+/// number that is not finite: "expected 2 to 4 numbers, found 5".
+Embedded::Expected<Embedded::CoordinatePoint> parsePoint(std::string_view line);
 
 /// The years that can be an epoch.
 inline constexpr int kEarliestEpoch = 1900;
