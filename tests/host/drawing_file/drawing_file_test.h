@@ -76,7 +76,7 @@ protected:
     {
         Database database;
         EXPECT_EQ(outcome(load(path, database)), "0");
-        return contentsOf(*database);
+        return drawingContents(*database);
     }
     std::string fileContents() const { return contentsOfFile(file); }
 

@@ -62,7 +62,7 @@ protected:
     }
     static void setData(QeDbObjectId id)
     {
-        EXPECT_EQ(open(id)->setXData(chainOf({{1001, L"APP"}, {1000, L"data"}}).get()), Qeapp::eOk);
+        EXPECT_EQ(open(id)->setXData(makeChain({{1001, L"APP"}, {1000, L"data"}}).get()), Qeapp::eOk);
     }
     QeDbObjectId outerId() { return findEntry(root, L"outer"); }
     static void erase(QeDbObjectId id, bool erasing = true) { EXPECT_EQ(open(id)->erase(erasing), Qeapp::eOk); }

@@ -30,7 +30,7 @@ protected:
     /// Changes every value and ends before the commit, so that the journal stays.
     void leaveAJournal() const
     {
-        answerOfChild([this] {
+        runInChildProcess([this] {
             DrawingSql sql(file);
             sql.run("PRAGMA cache_size = 1; BEGIN; UPDATE resbufs SET value = zeroblob(300000)");
             ::_exit(0); // without a rollback
