@@ -8,7 +8,7 @@
 
 #include "transformation/config_text.h"
 #include "transformation/item_text.h"
-#include "transformation/registry_value.h"
+#include "transformation/registry_strings.h"
 
 namespace Orvel {
 namespace {

@@ -7,7 +7,7 @@
 #include "support/file_text.h"
 #include "sweep/drawing_contents.h"
 #include "transformation/registry_settings.h"
-#include "transformation/registry_value.h"
+#include "transformation/registry_strings.h"
 
 namespace Tests {
 namespace {

@@ -6,7 +6,7 @@
 #include "storage/documented_example.h"
 #include "transformation/drawing_config.h"
 #include "transformation/registry_settings.h"
-#include "transformation/registry_value.h"
+#include "transformation/registry_strings.h"
 #include "transformation/user_settings_file.h"
 #include "transformation_test.h"
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "transformation/registry_settings.h"
-#include "transformation/registry_value.h"
+#include "transformation/registry_strings.h"
 #include "transformation/transformation_test.h"
 
 namespace Tests {

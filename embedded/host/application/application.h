@@ -54,7 +54,7 @@ private:
 
 /// The host's dynamic linker: maps the shared library, checks its entry points and API version, sends it message 1
 /// and returns its handle.
-/// A module that is loaded already is answered with the same handle and no second message.
+/// For a module that is already loaded, returns the same handle and sends no second message.
 /// eModuleNotFound when it cannot be mapped; eModuleRefused without an entry point or for another API version.
 QEHOST_API Expected<void*> loadModule(const std::filesystem::path& file);
 /// Sends message 2 and unmaps the module. eInvalidInput for a handle that is not loaded; eModuleRefused for a module

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "transformation/registry_settings_test.h"
-#include "transformation/registry_value.h"
+#include "transformation/registry_strings.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <vector>
 
 #include "platform/windows.h"
-#include "transformation/registry_value.h"
+#include "transformation/registry_strings.h"
 #include "transformation/transformation_test.h"
 
 namespace Tests {

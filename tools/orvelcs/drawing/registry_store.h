@@ -1,5 +1,5 @@
 // The registry's store of the user's transformation configuration (docs/formats/transformation-stores.md). The module
-// empties it and has no function that reads it.
+// empties it and exports no function that reads it.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-#include "transformation/registry_value.h"
+#include "transformation/registry_strings.h"
 
 #include <algorithm>
 #include <array>

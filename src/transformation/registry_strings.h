@@ -1,4 +1,4 @@
-// Texts in the registry. Each call opens and closes a key handle of its own.
+// Sets, reads, lists and deletes string values of a registry key. Each call opens and closes a handle of its own.
 #pragma once
 
 #include <string>
