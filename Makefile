@@ -89,7 +89,7 @@ bench: ## Install what is missing, then measure what transformation configuratio
 bench-peers: ## Install what is missing, then measure this project beside well-known programs and libraries, in one run
 	@scripts/install-dependencies.sh bench-peers
 	@echo "Configuring build/release, with the peers"
-	@cmake --preset release
+	@sources=$$(scripts/peer-sources.sh) && cmake --preset release -DORVEL_PUGIXML_SOURCE="$$sources"
 	@echo "Building the comparison into build/release/bin"
 	@cmake --build build/release --target orvel_bench_peers orvelcs OrvelCoordsysCore
 	@echo "Comparing"

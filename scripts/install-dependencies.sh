@@ -10,7 +10,7 @@ coverage_packages="$test_packages gcovr"
 valgrind_packages="$test_packages valgrind"
 mutate_packages="$test_packages git python3 python3-clang"
 bench_packages="$demo_packages libbenchmark-dev"
-bench_peers_packages="$demo_packages libtiff-dev proj-bin"
+bench_peers_packages="$demo_packages libtiff-dev proj-bin dpkg-dev"
 # The compiler and tools of scripts/windows-libraries.sh, and Wine.
 windows_packages="$demo_packages g++-mingw-w64-x86-64-posix dpkg-dev tcl sqlite3 libsqlite3-0 googletest wine wine64"
 package_packages="$windows_packages file zip"

@@ -4,6 +4,8 @@
 //     orvel_bench_peers [--rounds N] [WORK…]
 //
 // With a WORK only comparisons whose name contains one of them run.
+#include <malloc.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
@@ -65,6 +67,7 @@ bool run(const Options& options)
 {
     std::vector<Comparison> comparisons;
     addCodecComparisons(comparisons);
+    addConfigurationComparisons(comparisons);
     std::erase_if(comparisons, [&](const Comparison& comparison) { return !isWanted(comparison, options); });
     return printTable(comparisons, measure(comparisons, options.rounds));
 }
@@ -74,6 +77,9 @@ bool run(const Options& options)
 
 int main(int count, char** arguments)
 {
+    // As in a program that handles one text, a block from 128 KiB on comes from the system each time.
+    mallopt(M_MMAP_THRESHOLD, 128 << 10);
+    mallopt(M_TRIM_THRESHOLD, 128 << 10);
     try {
         return Bench::run(Bench::parseOptions(count, arguments)) ? 0 : 1;
     } catch (const std::exception& failure) {
