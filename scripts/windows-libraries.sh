@@ -22,6 +22,7 @@ say() {
 # What the folder was made of: other versions or another recipe make it anew.
 recipe() {
     cksum <"$root/scripts/windows-libraries.sh"
+    cksum <"$root/scripts/fetch-debian-sources.sh"
     cksum <"$root/cmake/mingw-w64.cmake"
     dpkg-query --show libproj-dev libsqlite3-0 libsqlitecpp-dev googletest g++-mingw-w64-x86-64-posix
 }
