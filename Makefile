@@ -11,7 +11,7 @@ ROOMS := $(wildcard src platform embedded tools tests fuzz bench examples)
 CXX_FILES = find $(ROOMS) -type f \( -name '*.h' -o -name '*.cpp' \) -print0
 CXX_SOURCES = find $(ROOMS) -type f -name '*.cpp' -print0
 
-.PHONY: build demo test windows test-windows package format format-check tidy coverage bench fuzz torture valgrind mutate clean help $(PRESETS:%=check-%)
+.PHONY: build demo test windows test-windows package format format-check tidy coverage bench bench-peers fuzz torture valgrind mutate clean help $(PRESETS:%=check-%)
 
 build: build/release/build.ninja ## Build the programs, optimised, into build/release/bin
 	@echo "Building the programs into build/release/bin"
@@ -85,6 +85,15 @@ bench: ## Install what is missing, then measure what transformation configuratio
 	@build/release/bin/orvel_scale_check
 	@echo "Running the benchmarks"
 	@build/release/bin/orvel_bench
+
+bench-peers: ## Install what is missing, then measure this project beside well-known programs and libraries, in one run
+	@scripts/install-dependencies.sh bench-peers
+	@echo "Configuring build/release, with the peers"
+	@sources=$$(scripts/peer-sources.sh) && cmake --preset release -DORVEL_PUGIXML_SOURCE="$$sources"
+	@echo "Building the comparison into build/release/bin"
+	@cmake --build build/release --target orvel_bench_peers orvelcs OrvelCoordsysCore
+	@echo "Comparing"
+	@build/release/bin/orvel_bench_peers
 
 fuzz: ## Install what is missing, then fuzz each target for FUZZ_SECONDS, 60 unless set
 	@scripts/install-dependencies.sh fuzz

@@ -10,12 +10,13 @@ coverage_packages="$test_packages gcovr"
 valgrind_packages="$test_packages valgrind"
 mutate_packages="$test_packages git python3 python3-clang"
 bench_packages="$demo_packages libbenchmark-dev"
+bench_peers_packages="$demo_packages libtiff-dev proj-bin dpkg-dev"
 # The compiler and tools of scripts/windows-libraries.sh, and Wine.
 windows_packages="$demo_packages g++-mingw-w64-x86-64-posix dpkg-dev tcl sqlite3 libsqlite3-0 googletest wine wine64"
 package_packages="$windows_packages file zip"
 
 usage() {
-    echo "usage: $0 [--check] demo|test|lint|coverage|valgrind|mutate|fuzz|bench|windows|package" >&2
+    echo "usage: $0 [--check] demo|test|lint|coverage|valgrind|mutate|fuzz|bench|bench-peers|windows|package" >&2
     exit 2
 }
 
@@ -57,6 +58,7 @@ case $target in
     mutate) packages=$mutate_packages ;;
     fuzz) packages=$test_packages ;;
     bench) packages=$bench_packages ;;
+    bench-peers) packages=$bench_peers_packages ;;
     windows) packages=$windows_packages ;;
     package) packages=$package_packages ;;
     *) usage ;;

@@ -22,36 +22,9 @@ say() {
 # What the folder was made of: other versions or another recipe make it anew.
 recipe() {
     cksum <"$root/scripts/windows-libraries.sh"
+    cksum <"$root/scripts/fetch-debian-sources.sh"
     cksum <"$root/cmake/mingw-w64.cmake"
     dpkg-query --show libproj-dev libsqlite3-0 libsqlitecpp-dev googletest g++-mingw-w64-x86-64-posix
-}
-
-# The sources come by the machine's own package lists, asked for sources instead. Nothing of the machine's state is
-# touched, so that no privileges are needed.
-make_source_lists() {
-    mkdir -p apt/parts apt/lists/partial apt/cache/archives/partial
-    for list in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
-        if [ -f "$list" ]; then
-            sed -n 's/^deb /deb-src /p' "$list" >"apt/parts/$(basename "$list" .list).list"
-        fi
-    done
-    for list in /etc/apt/sources.list.d/*.sources; do
-        if [ -f "$list" ]; then
-            sed 's/^Types:.*/Types: deb-src/' "$list" >"apt/parts/$(basename "$list")"
-        fi
-    done
-}
-
-apt_get() {
-    apt-get -qq -o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$PWD/apt/parts" \
-        -o Dir::State::lists="$PWD/apt/lists" -o Dir::Cache="$PWD/apt/cache" \
-        -o APT::Sandbox::User="$(id -un)" "$@"
-}
-
-fetch_sources() {
-    make_source_lists
-    apt_get update
-    apt_get source proj sqlite3 sqlitecpp
 }
 
 build_sqlite() {
@@ -101,7 +74,7 @@ link_headers() {
 
 build_all() {
     mkdir -p "$prefix/lib" "$prefix/include"
-    fetch_sources
+    "$root/scripts/fetch-debian-sources.sh" proj sqlite3 sqlitecpp
     build_sqlite
     build_sqlitecpp
     build_proj

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -66,7 +65,7 @@ public:
     ssize_t read(char* output, std::size_t size);
     ssize_t write(std::string_view bytes);
     bool close() { return descriptor_.close(); }
-    std::array<char, kBufferInBytes>& streamBuffer() { return streamBuffer_; }
+    char* streamBuffer() { return streamBuffer_.get(); }
 
 private:
     bool isLineFeedNext() const;
@@ -77,8 +76,8 @@ private:
     FileDescriptor descriptor_;
     bool isBinary_;
     bool isAtEnd_ = false; // a control-Z ended the text
-    std::array<char, kBufferInBytes> streamBuffer_{};
-    std::array<char, 2 * kBufferInBytes> translated_{};
+    std::unique_ptr<char[]> streamBuffer_ = std::make_unique_for_overwrite<char[]>(kBufferInBytes);
+    std::string translated_;
 };
 
 /// Reads the next byte without consuming it. Only a regular file allows that.
@@ -151,13 +150,15 @@ ssize_t OpenFile::write(std::string_view bytes)
     while (!bytes.empty()) {
         const std::string_view part = bytes.substr(0, kBufferInBytes);
         bytes.remove_prefix(part.size());
-        char* end = translated_.data();
-        for (const char byte : part) {
-            if (byte == '\n')
-                *end++ = '\r';
-            *end++ = byte;
+        translated_.clear();
+        for (std::size_t at = 0; at < part.size();) {
+            const std::size_t end = std::min(part.find('\n', at), part.size());
+            translated_ += part.substr(at, end - at);
+            if (end < part.size())
+                translated_ += "\r\n";
+            at = end + 1;
         }
-        if (!writeAll({translated_.data(), static_cast<std::size_t>(end - translated_.data())}))
+        if (!writeAll(translated_))
             return -1;
     }
     return whole;
@@ -219,8 +220,7 @@ std::FILE* openStream(std::unique_ptr<OpenFile> file, const Mode& mode)
     std::FILE* const stream = ::fopencookie(file.get(), mode.flags == O_RDONLY ? "r" : "w", calls);
     if (stream == nullptr)
         return nullptr;
-    auto& buffer = file.release()->streamBuffer();
-    if (std::setvbuf(stream, buffer.data(), _IOFBF, buffer.size()) != 0)
+    if (std::setvbuf(stream, file.release()->streamBuffer(), _IOFBF, kBufferInBytes) != 0)
         errno = 0; // the stream then uses its own buffer, which is only slower
     return stream;
 }

@@ -32,19 +32,6 @@ std::vector<unsigned char> writeStream(const Library::DefinitionBase* definition
     return {buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(length)};
 }
 
-// PackedSize and PackRuns read their input alike, and so do UnpackedSize and UnpackRuns. Their lengths are compared
-// nevertheless, because the stored bytes outlive the process.
-
-/// Empty when the bytes cannot be packed.
-std::vector<unsigned char> pack(const std::vector<unsigned char>& unpacked)
-{
-    std::vector<unsigned char> packed(PackedSize(unpacked.data(), unpacked.size()));
-    const std::size_t written = PackRuns(unpacked.data(), unpacked.size(), packed.data(), packed.size());
-    if (written != packed.size())
-        return {};
-    return packed;
-}
-
 /// Empty when the bytes cannot be unpacked.
 std::vector<unsigned char> unpack(const unsigned char* bytes, std::size_t length)
 {
@@ -81,8 +68,8 @@ bool EncodeDefinitionBytes(const Library::DefinitionBase* definition, std::vecto
         return false;
     std::vector<unsigned char> form(classId->begin(), classId->end());
     form.insert(form.end(), stream.begin() + 1, stream.end()); // the first byte is zero and is not stored
-    bytes = pack(form);
-    return !bytes.empty();
+    bytes = Pack(form.data(), form.size());
+    return true;
 }
 
 LibraryObject<Library::DefinitionBase> DecodeDefinitionBytes(const unsigned char* bytes, std::size_t length)

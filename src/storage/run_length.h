@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <vector>
 
 namespace Orvel {
 
@@ -14,6 +15,9 @@ namespace Orvel {
                                    std::size_t capacity);
 /// The length that PackRuns returns when `capacity` is large enough.
 [[nodiscard]] std::size_t PackedSize(const unsigned char* input, std::size_t length);
+
+/// The packed bytes, in one pass over the input. Empty for empty input.
+[[nodiscard]] std::vector<unsigned char> Pack(const unsigned char* input, std::size_t length);
 
 /// Unpacks into `output` and returns the unpacked length in bytes. 0 for empty input, for input that ends inside a
 /// packet and when `capacity` is too small.

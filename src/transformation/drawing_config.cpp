@@ -21,14 +21,20 @@ ResbufChain readFirstEntry(const CResbufDictionary& dictionary)
 
 } // namespace
 
+ResbufChain drawingTransformationConfig()
+{
+    ResbufChain chain = readFirstEntry(CResbufDictionary(kTransformationConfigDictionary, nullptr));
+    if (chain && chain->restype != QeRb::kText)
+        chain.reset();
+    return chain;
+}
+
 bool ReadDrawingTransformationConfig(wchar_t*& text)
 {
     text = sharedEmptyText();
-    const ResbufChain chain = readFirstEntry(CResbufDictionary(kTransformationConfigDictionary, nullptr));
-    if (!chain || chain->restype != QeRb::kText)
-        return false;
+    const ResbufChain chain = drawingTransformationConfig();
     HostString copy;
-    if (qeutNewString(chain->resval.rstring, copy.put()) != Qeapp::eOk)
+    if (!chain || qeutNewString(chain->resval.rstring, copy.put()) != Qeapp::eOk)
         return false;
     text = copy.release();
     return true;

@@ -30,6 +30,10 @@ struct ItemText {
     std::optional<int> type; // has a value only when every field has one
 };
 
+/// Removes the next chunk from `remaining` and sets the item to what parseItemText gives for it. False, and `remaining`
+/// unchanged, when there is none.
+[[nodiscard]] bool takeItem(std::wstring_view& remaining, ItemText& item);
+
 /// No field has a value unless the text is one "<Item>…</Item>". Blanks around it are ignored.
 [[nodiscard]] ItemText parseItemText(std::wstring_view text);
 

@@ -47,11 +47,18 @@ const Target* findTarget(CsTransformationConfigTargetType type)
     return entry != kTargets.end() ? entry : nullptr;
 }
 
-/// Null when the configuration cannot be read, and when it has no item for the two codes.
-TransformationInfo* findIn(Reader read, const wchar_t* sourceCs, const wchar_t* targetCs)
+/// Searches the text that the host hands out, without another copy. Null without an item for the two codes.
+TransformationInfo* findInDrawing(const wchar_t* sourceCs, const wchar_t* targetCs)
+{
+    const ResbufChain chain = drawingTransformationConfig();
+    return chain ? FindConfiguredTransformation(sourceCs, targetCs, chain->resval.rstring).release() : nullptr;
+}
+
+/// Null when the settings file cannot be read, and when it has no item for the two codes.
+TransformationInfo* findInSettingsFile(const wchar_t* sourceCs, const wchar_t* targetCs)
 {
     wchar_t* text = nullptr;
-    if (!read(text))
+    if (!ReadUserTransformationSettings(text))
         return nullptr;
     const HostString owned(text);
     return FindConfiguredTransformation(sourceCs, targetCs, text).release();
@@ -85,8 +92,8 @@ TransformationInfo* GetCsConfiguredTransformationInfo(const wchar_t* sourceCs, c
 {
     if (sourceCs == nullptr || targetCs == nullptr || _wcsicmp(sourceCs, targetCs) == 0)
         return nullptr;
-    TransformationInfo* const info = findIn(ReadDrawingTransformationConfig, sourceCs, targetCs);
-    return info != nullptr ? info : findIn(ReadUserTransformationSettings, sourceCs, targetCs);
+    TransformationInfo* const info = findInDrawing(sourceCs, targetCs);
+    return info != nullptr ? info : findInSettingsFile(sourceCs, targetCs);
 }
 
 } // namespace Zentara::Gis::Orvel::CoordinateSystem

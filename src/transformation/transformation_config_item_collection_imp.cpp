@@ -97,9 +97,9 @@ void OrvelTransformationConfigItemCollectionImp::FromXmlString(const wchar_t* te
     const auto former = referenceItems(items_); // keeps them alive, because the text may be a field of one of them
     items_->Clear();
     std::wstring_view remaining = text != nullptr ? text : L"";
-    while (const auto chunk = takeItemChunk(remaining)) {
+    for (ItemText fields; takeItem(remaining, fields);) {
         const Ptr<OrvelTransformationConfigItemImp> item(new OrvelTransformationConfigItemImp);
-        item->fromXmlText(*chunk);
+        item->setFields(fields);
         items_->Add(item.get());
     }
 }

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <new>
 
-#include "transformation/item_text.h"
 #include "transformation/transformation_config_item_imp.h"
 
 using namespace Orvel;
@@ -11,16 +10,17 @@ using namespace Orvel;
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 namespace {
 
-void appendElement(std::wstring& text, const wchar_t* tag, const std::wstring& value)
+void appendElement(std::wstring& text, const wchar_t* tag, std::wstring_view value)
 {
     text.append(L"<").append(tag).append(L">").append(value).append(L"</").append(tag).append(L">");
 }
 
 /// A field that the text lacks keeps its value.
-void setField(std::wstring& field, const std::optional<std::wstring_view>& value)
+template <class Text>
+void setField(Text& field, const std::optional<std::wstring_view>& value)
 {
     if (value)
-        field = *value;
+        field.assign(*value);
 }
 
 } // namespace
@@ -50,12 +50,14 @@ void OrvelTransformationConfigItemImp::Dispose()
 
 std::wstring OrvelTransformationConfigItemImp::ToXmlString()
 {
-    if (sourceCs_.empty() || targetCs_.empty() || name_.empty() || type_ == 0)
+    const std::wstring_view sourceCs = sourceCs_.c_str();
+    const std::wstring_view targetCs = targetCs_.c_str();
+    if (sourceCs.empty() || targetCs.empty() || name_.empty() || type_ == 0)
         return {};
     std::wstring text = L"<Item>";
     appendElement(text, L"Version", version_);
-    appendElement(text, L"SourceCs", sourceCs_);
-    appendElement(text, L"TargetCs", targetCs_);
+    appendElement(text, L"SourceCs", sourceCs);
+    appendElement(text, L"TargetCs", targetCs);
     appendElement(text, L"Name", name_);
     const auto type = static_cast<std::int16_t>(type_); // the number is written from its low 16 bits
     appendElement(text, L"Type", std::to_wstring(type));
@@ -66,19 +68,19 @@ std::wstring OrvelTransformationConfigItemImp::ToXmlString()
 
 void OrvelTransformationConfigItemImp::FromXmlString(const wchar_t* text)
 {
-    // Reads a copy, because the text may be one of the fields that it replaces.
-    if (text != nullptr)
-        fromXmlText(std::wstring(text));
+    if (text == nullptr)
+        return;
+    const std::wstring copy(text); // the text may be one of the fields that it replaces
+    setFields(parseItemText(copy));
 }
 
-void OrvelTransformationConfigItemImp::fromXmlText(std::wstring_view text)
+void OrvelTransformationConfigItemImp::setFields(const ItemText& fields)
 {
-    const ItemText item = parseItemText(text);
-    setField(sourceCs_, item.sourceCs);
-    setField(targetCs_, item.targetCs);
-    setField(name_, item.name);
-    setField(note_, item.note);
-    type_ = item.type.value_or(type_);
+    setField(sourceCs_, fields.sourceCs);
+    setField(targetCs_, fields.targetCs);
+    setField(name_, fields.name);
+    setField(note_, fields.note);
+    type_ = fields.type.value_or(type_);
 }
 
 } // namespace Zentara::Gis::Orvel::CoordinateSystem

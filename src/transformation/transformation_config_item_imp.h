@@ -2,9 +2,10 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "coordsys/orvel_transformation_config_item.h"
+#include "transformation/item_text.h"
+#include "transformation/short_text.h"
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 
@@ -13,9 +14,9 @@ public:
     OrvelTransformationConfigItemImp() = default;
 
     void Dispose() override;
-    void SetSourceCs(const wchar_t* code) override { sourceCs_ = code; }
+    void SetSourceCs(const wchar_t* code) override { sourceCs_.assign(code); }
     const wchar_t* GetSourceCs() override { return sourceCs_.c_str(); }
-    void SetTargetCs(const wchar_t* code) override { targetCs_ = code; }
+    void SetTargetCs(const wchar_t* code) override { targetCs_.assign(code); }
     const wchar_t* GetTargetCs() override { return targetCs_.c_str(); }
     void SetName(const wchar_t* name) override { name_ = name; }
     const wchar_t* GetName() override { return name_.c_str(); }
@@ -27,18 +28,18 @@ public:
     const wchar_t* GetVersion() override { return version_.c_str(); }
     std::wstring ToXmlString() override;
     void FromXmlString(const wchar_t* text) override;
-    /// The same for a part of a longer text, which must not be one of the item's own fields.
-    void fromXmlText(std::wstring_view text);
+    /// Takes over the fields that have a value. They must not be parts of the item's own fields.
+    void setFields(const ::Orvel::ItemText& fields);
 
 protected:
     ~OrvelTransformationConfigItemImp() override;
 
 private:
-    std::wstring sourceCs_;
-    std::wstring targetCs_;
+    ::Orvel::ShortText sourceCs_;
+    ::Orvel::ShortText targetCs_;
     std::wstring name_;
     std::wstring note_;
-    std::wstring version_ = L"1.0";
+    std::wstring version_{L'1', L'.', L'0'};
     int type_ = 0;
 };
 

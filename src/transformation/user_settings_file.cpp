@@ -1,11 +1,15 @@
 #include "transformation/user_settings_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <new>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/windows.h"
 #include "transformation/config_text.h"
@@ -18,6 +22,7 @@ constexpr const wchar_t* kFolderVariable = L"VORLEN_USER_DICTIONARY_PATH";
 constexpr const wchar_t* kSubfolders = L"\\Zentara\\User Geospatial Coordinate Systems";
 constexpr const wchar_t* kFileName = L"\\TransformationSetting.xml";
 
+constexpr std::size_t kBlockInBytes = 65536;
 constexpr int kUpToItsNul = -1; // the length of a text that ends with its NUL
 
 using FolderText = std::array<wchar_t, 260>; // the length of the system's folder paths
@@ -47,33 +52,78 @@ std::wstring userFolder()
     return folder.data() + std::wstring(kSubfolders);
 }
 
+/// Bytes that grow in place: realloc moves the pages of long ones, where std::string would copy them into new memory,
+/// which is most of the time of reading a long file.
+class GrowingText {
+public:
+    /// Room for so many bytes after the end.
+    char* room(std::size_t bytes)
+    {
+        if (capacity_ - length_ < bytes) {
+            capacity_ = std::max(capacity_ * 2, length_ + bytes);
+            char* const grown = static_cast<char*>(std::realloc(bytes_.get(), capacity_));
+            if (grown == nullptr)
+                throw std::bad_alloc();
+            static_cast<void>(bytes_.release()); // realloc has released it
+            bytes_.reset(grown);
+        }
+        return bytes_.get() + length_;
+    }
+    void append(std::size_t bytes) { length_ += bytes; }
+    const char* c_str()
+    {
+        *room(1) = '\0';
+        return bytes_.get();
+    }
+
+private:
+    struct BytesPolicy {
+        using Handle = char*;
+        static void dispose(char* bytes) { std::free(bytes); }
+    };
+    Holder<BytesPolicy> bytes_;
+    std::size_t length_ = 0;
+    std::size_t capacity_ = 0;
+};
+
+/// Moves the lines together and returns their length.
+std::size_t removeLineEnds(char* text, std::size_t length)
+{
+    char* end = text;
+    for (std::string_view rest(text, length); !rest.empty();) {
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        end = std::copy(line.begin(), line.end(), end);
+        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    }
+    return static_cast<std::size_t>(end - text);
+}
+
 /// The file's lines joined without their ends. No value without a file and after a read error.
-std::optional<std::string> readLines()
+std::optional<GrowingText> readLines()
 {
     const TextFile file = openSettings(L"rt");
     if (!file)
         return std::nullopt;
-    std::string joined;
-    std::array<char, 65536> block{};
-    while (const std::size_t read = std::fread(block.data(), 1, block.size(), file.get())) {
-        for (std::string_view part(block.data(), read); !part.empty();) {
-            const std::size_t end = part.find('\n');
-            joined.append(part.substr(0, end));
-            part.remove_prefix(end == std::string_view::npos ? part.size() : end + 1);
-        }
+    GrowingText text;
+    for (;;) {
+        char* const block = text.room(kBlockInBytes);
+        const std::size_t read = std::fread(block, 1, kBlockInBytes, file.get());
+        if (read == 0)
+            break;
+        text.append(removeLineEnds(block, read));
     }
-    return std::ferror(file.get()) == 0 ? std::optional(std::move(joined)) : std::nullopt;
+    return std::ferror(file.get()) == 0 ? std::optional(std::move(text)) : std::nullopt;
 }
 
 /// The buffer is zero and has one character more than the conversion asks for: where an incomplete sequence ends the
 /// text, not every system writes the terminator.
-HostString decodeUtf8(const std::string& utf8)
+HostString decodeUtf8(const char* utf8)
 {
-    const int characters = MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), kUpToItsNul, nullptr, 0);
+    const int characters = MultiByteToWideChar(CP_UTF8, 0, utf8, kUpToItsNul, nullptr, 0);
     if (characters <= 0)
         return {};
     HostString text = newConfigText(static_cast<std::size_t>(characters) + 1);
-    if (text && MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), kUpToItsNul, text.get(), characters) != characters)
+    if (text && MultiByteToWideChar(CP_UTF8, 0, utf8, kUpToItsNul, text.get(), characters) != characters)
         text.reset();
     return text;
 }
@@ -115,11 +165,10 @@ std::wstring GetUserTransformationSettingsPath()
 bool ReadUserTransformationSettings(wchar_t*& text)
 {
     text = sharedEmptyText();
-    std::optional<std::string> lines = readLines();
+    std::optional<GrowingText> lines = readLines();
     if (!lines)
         return false;
-    lines->shrink_to_fit(); // releases up to half of its memory before the wide text needs more
-    HostString wide = decodeUtf8(*lines);
+    HostString wide = decodeUtf8(lines->c_str());
     if (!wide)
         return false;
     text = wide.release();
