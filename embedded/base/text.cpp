@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "embedded/base/ascii_run.h"
 #include "embedded/base/surrogates.h"
 
 namespace Embedded {
@@ -58,7 +59,8 @@ bool isContinuationByte(char byte)
 
 std::string utf8FromWide(std::wstring_view text)
 {
-    std::string utf8;
+    const std::wstring_view ascii = takeAscii(text);
+    std::string utf8(ascii.begin(), ascii.end());
     while (!text.empty()) {
         const char32_t codePoint = takeCodePoint(text);
         utf8::append(isScalarValue(codePoint) ? codePoint : kReplacement, std::back_inserter(utf8));
@@ -68,9 +70,10 @@ std::string utf8FromWide(std::wstring_view text)
 
 std::wstring wideFromUtf8(std::string_view utf8)
 {
+    const std::string_view ascii = takeAscii(utf8);
+    std::wstring text(ascii.begin(), ascii.end());
     std::string valid;
     utf8::replace_invalid(utf8.begin(), utf8.end(), std::back_inserter(valid), kReplacement);
-    std::wstring text;
     for (auto position = valid.cbegin(); position != valid.cend();)
         appendWide(text, utf8::next(position, valid.cend()));
     return text;
@@ -78,6 +81,7 @@ std::wstring wideFromUtf8(std::string_view utf8)
 
 bool isValidUtf8(std::string_view utf8)
 {
+    takeAscii(utf8);
     return utf8::is_valid(utf8.begin(), utf8.end());
 }
 
@@ -97,6 +101,7 @@ std::string truncateForMessage(std::string_view utf8)
 
 bool isWellFormed(std::wstring_view text)
 {
+    takeAscii(text);
     while (!text.empty()) {
         if (!isScalarValue(takeCodePoint(text)))
             return false;
@@ -107,6 +112,7 @@ bool isWellFormed(std::wstring_view text)
 std::string utf16leFromWide(std::wstring_view text)
 {
     std::string bytes;
+    bytes.reserve(text.size() * 2);
     while (!text.empty()) {
         const char32_t codePoint = takeCodePoint(text);
         if (codePoint > 0x10FFFF) {
@@ -125,6 +131,7 @@ std::wstring wideFromUtf16le(std::string_view bytes)
 {
     const std::size_t units = bytes.size() / 2;
     std::wstring text;
+    text.reserve(units);
     for (std::size_t index = 0; index < units; ++index) {
         const char32_t unit = unitAt(bytes, index);
         const bool isPair = isHighSurrogate(unit) && index + 1 < units && isLowSurrogate(unitAt(bytes, index + 1));

@@ -1,14 +1,12 @@
 // The UTF-8 code page, the only one that the stand-in supports.
 #include <algorithm>
 #include <climits>
-#include <cstdint>
 #include <cstring>
 #include <cwchar>
-#include <limits>
 #include <optional>
 #include <string_view>
-#include <type_traits>
 
+#include "embedded/base/ascii_run.h"
 #include "embedded/base/surrogates.h"
 #include "embedded/diagnostics/fault_injection.h"
 #include "platform/windows.h"
@@ -54,28 +52,6 @@ private:
     std::size_t count_ = 0;
 };
 
-/// Removes the ASCII characters at the front, which most of a configuration is made of, and returns them. Looks at a
-/// word of them together: that halves the time of reading a settings file.
-template <class Character>
-std::basic_string_view<Character> takeAscii(std::basic_string_view<Character>& text)
-{
-    using Unsigned = std::make_unsigned_t<Character>;
-    constexpr std::uint64_t mostOfUnit = std::numeric_limits<Unsigned>::max();
-    constexpr std::uint64_t beyondAscii = ~std::uint64_t{0} / mostOfUnit * (mostOfUnit - 0x7F); // in each unit
-    constexpr std::size_t unitsInWord = sizeof beyondAscii / sizeof(Character);
-    std::size_t length = 0;
-    for (std::uint64_t word = 0; length + unitsInWord <= text.size(); length += unitsInWord) {
-        std::memcpy(&word, text.data() + length, sizeof word);
-        if ((word & beyondAscii) != 0)
-            break;
-    }
-    while (length < text.size() && static_cast<Unsigned>(text[length]) < 0x80)
-        ++length;
-    const auto ascii = text.substr(0, length);
-    text.remove_prefix(length);
-    return ascii;
-}
-
 /// The first byte of a sequence: how many bytes follow it, and the bounds of the next byte. The bounds exclude overlong
 /// forms, surrogates and numbers beyond the last code point.
 struct LeadByte {
@@ -120,7 +96,7 @@ char32_t takeSequence(std::string_view& bytes)
 void decode(std::string_view bytes, Output<wchar_t>& output)
 {
     while (true) {
-        output.put(takeAscii(bytes));
+        output.put(Embedded::takeAscii(bytes));
         if (bytes.empty())
             return;
         const char32_t codePoint = takeSequence(bytes);
@@ -195,7 +171,7 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int len
     Output<char> bytes(output, outputLength);
     std::wstring_view rest(text, length < 0 ? std::wcslen(text) + 1 : static_cast<std::size_t>(length));
     while (!rest.empty()) {
-        bytes.put(takeAscii(rest));
+        bytes.put(Embedded::takeAscii(rest));
         if (!rest.empty())
             encode(takeCodePoint(rest), bytes);
     }

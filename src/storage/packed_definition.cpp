@@ -13,23 +13,24 @@ namespace {
 
 constexpr std::size_t kLargestStream = 1024;
 constexpr std::size_t kClassIdLength = std::tuple_size_v<ClassIdBytes>;
+constexpr std::size_t kBeforeStream = kClassIdLength - 1; // bytes of the packed form before its stream
 constexpr int kWriteFlags = 0;
 constexpr int kReadFlags = 1;
 
-/// Writes the definition into a stream of the library. Empty on failure, and when the stream is longer than the buffer.
-std::vector<unsigned char> writeStream(const Library::DefinitionBase* definition)
+/// Writes the definition as a stream of the library into the zeroed buffer. Returns the stream's length: 0 on failure,
+/// and when the stream is longer than the buffer.
+std::size_t writeStream(const Library::DefinitionBase* definition, unsigned char* buffer)
 {
     LibraryObject<Library::DefinitionStream> stream;
     if (Library::DefinitionStream::CreateInstance(stream.put()) != Library::statusOk || !stream)
-        return {};
+        return 0;
     if (stream->Add(definition) != Library::statusOk)
-        return {};
-    std::array<unsigned char, kLargestStream> buffer{};
-    std::size_t length = buffer.size();
-    if (stream->Write(buffer.data(), length, Library::formatBinary, kWriteFlags) != Library::statusOk ||
-        length > buffer.size())
-        return {};
-    return {buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(length)};
+        return 0;
+    std::size_t length = kLargestStream;
+    if (stream->Write(buffer, length, Library::formatBinary, kWriteFlags) != Library::statusOk ||
+        length > kLargestStream)
+        return 0;
+    return length;
 }
 
 /// Empty when the bytes cannot be unpacked.
@@ -63,12 +64,13 @@ bool EncodeDefinitionBytes(const Library::DefinitionBase* definition, std::vecto
     const auto classId = DefinitionKindClsid(definition);
     if (!classId)
         return false;
-    const std::vector<unsigned char> stream = writeStream(definition);
-    if (stream.empty())
+    // The stream's first byte is zero and is not stored: the identifier's last byte takes its place.
+    std::array<unsigned char, kBeforeStream + kLargestStream> form{};
+    const std::size_t length = writeStream(definition, form.data() + kBeforeStream);
+    if (length == 0)
         return false;
-    std::vector<unsigned char> form(classId->begin(), classId->end());
-    form.insert(form.end(), stream.begin() + 1, stream.end()); // the first byte is zero and is not stored
-    bytes = Pack(form.data(), form.size());
+    std::copy(classId->begin(), classId->end(), form.begin());
+    bytes = Pack(form.data(), kBeforeStream + length);
     return true;
 }
 
@@ -83,8 +85,8 @@ LibraryObject<Library::DefinitionBase> DecodeDefinitionBytes(const unsigned char
     std::copy_n(form.begin(), kClassIdLength, classId.begin());
     if (!isDefinitionKindClsid(classId))
         return {};
-    form[kClassIdLength - 1] = 0; // replaces the identifier's last byte by the stream's first, which is not stored
-    return readStream(form.data() + kClassIdLength - 1, form.size() - kClassIdLength + 1);
+    form[kBeforeStream] = 0; // replaces the identifier's last byte by the stream's first, which is not stored
+    return readStream(form.data() + kBeforeStream, form.size() - kBeforeStream);
 }
 
 } // namespace Orvel
