@@ -9,6 +9,7 @@ namespace Orvel {
 namespace {
 
 constexpr std::size_t kLongestPacket = 128;
+constexpr std::size_t kHalfPacket = kLongestPacket / 2;
 constexpr unsigned char kRunFlag = 0x80;
 constexpr unsigned char kCountMask = 0x7F;
 
@@ -68,22 +69,17 @@ Packet packetWithHeader(unsigned char header)
     return {.isRun = (header & kRunFlag) != 0, .count = counted == 0 ? kLongestPacket : counted};
 }
 
-/// Copies the bytes of a longest packet. Two halves, because compilers make moves of 64 bytes and a slow loop of 128.
-void copyLongest(const unsigned char* source, unsigned char* target)
-{
-    std::memcpy(target, source, kLongestPacket / 2);
-    std::memcpy(target + kLongestPacket / 2, source + kLongestPacket / 2, kLongestPacket / 2);
-}
-
 /// Copies as much as the longest packet has where both sides have room for it: that takes no call, and no branch that
-/// depends on the count.
+/// depends on the count. It does so in halves, of which compilers make moves; of the whole they make a slow loop.
 void copyLiteral(const unsigned char* source, std::size_t count, std::size_t available, unsigned char* target,
                  std::size_t room)
 {
-    if (std::min(available, room) < kLongestPacket)
+    if (std::min(available, room) < kLongestPacket) {
         std::copy_n(source, count, target);
-    else
-        copyLongest(source, target);
+    } else {
+        std::memcpy(target, source, kHalfPacket);
+        std::memcpy(target + kHalfPacket, source + kHalfPacket, kHalfPacket);
+    }
 }
 
 /// Fills as much as the longest packet has where there is room for it.
@@ -92,8 +88,8 @@ void fillRun(unsigned char byte, std::size_t count, unsigned char* target, std::
     if (room < kLongestPacket) {
         std::fill_n(target, count, byte);
     } else {
-        std::memset(target, byte, kLongestPacket / 2);
-        std::memset(target + kLongestPacket / 2, byte, kLongestPacket / 2);
+        std::memset(target, byte, kHalfPacket);
+        std::memset(target + kHalfPacket, byte, kHalfPacket);
     }
 }
 

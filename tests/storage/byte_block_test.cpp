@@ -13,7 +13,7 @@ constexpr std::size_t kLongest = 16;
 
 using Block = std::array<unsigned char, kLongest>;
 
-/// Two blocks whose bytes are equal at about every second place, or differ in one bit.
+/// Two blocks whose bytes are equal at about every second place. Elsewhere they differ in one bit or in several.
 std::pair<Block, Block> similarBlocks(std::mt19937& random)
 {
     std::pair<Block, Block> blocks;
@@ -21,7 +21,7 @@ std::pair<Block, Block> similarBlocks(std::mt19937& random)
         blocks.first[index] = static_cast<unsigned char>(random());
         blocks.second[index] = blocks.first[index];
         if (random() % 2 == 0)
-            blocks.second[index] ^= static_cast<unsigned char>(1U << random() % 8);
+            blocks.second[index] ^= static_cast<unsigned char>(random() % 2 == 0 ? 1U << random() % 8 : random());
     }
     return blocks;
 }
