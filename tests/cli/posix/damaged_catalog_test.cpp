@@ -195,6 +195,30 @@ TEST_F(DamagedCatalog, BetweenTwoPoints_IsAFailureThatKeepsThePointsBefore)
     EXPECT_THAT(contents("errors"), HasSubstr("the catalog cannot be read: " + database()));
 }
 
+TEST_F(DamagedCatalog, AtTheFirstOfSeveralPoints_SaysNothingOfTheOthers)
+{
+    std::filesystem::copy_file(Embedded::catalogPath(), database());
+    ProgramRun script;
+    script.program = "/bin/sh";
+    script.arguments = {"-c", R"(mkfifo in out
+                                 "$0" transform EPSG:4267 EPSG:4269 <in >out 2>errors &
+                                 exec 3>in 4<out
+                                 echo nonsense >&3
+                                 read -r answer <&4
+                                 dd if=/dev/zero of=catalog/proj.db bs=4096 count=1000 conv=notrunc 2>dd
+                                 printf '40 -100\n60 -100\n0 0\n' >&3
+                                 exec 3>&-
+                                 cat <&4 >rest
+                                 wait $!
+                                 echo $?)",
+                        ORVELCS_PROGRAM};
+    script.environment["PROJ_DATA"] = folder().string();
+    EXPECT_EQ(run(script).output, "1\n");
+    EXPECT_EQ(contents("rest"), "39.9999968834 -100.0004155886\n");
+    EXPECT_THAT(contents("errors"), HasSubstr("the catalog cannot be read: " + database()));
+    EXPECT_THAT(contents("errors"), HasSubstr("(1 point)\n"));
+}
+
 TEST_F(DamagedCatalog, IsNotTakenForOneThatSaysADefinitionIsNotReversible)
 {
     givenDrawing("plan.qedb");

@@ -35,6 +35,25 @@ TEST_F(InAShell, ALineToTransformIsAnsweredBeforeTheNextIsAskedFor)
     expectResult(run(script), 0, "500000.000000 0.000000\n500000.000000 0.000000 5.000000\n", "");
 }
 
+TEST_F(InAShell, AFailingPoint_IsToldBehindItsAnswerWhereOutputAndErrorsAreOne)
+{
+    std::string points;
+    std::string answers;
+    for (int index = 0; index < 1000; ++index) {
+        const bool fails = index % 500 == 300;
+        points += fails ? (index < 500 ? "95 9\n" : "x\n") : "0 9\n";
+        answers += fails ? "*\n" : "500000.000000 0.000000\n";
+        if (index == 300)
+            answers += "orvelcs: transform: line 301: Invalid coordinate\n";
+    }
+    ProgramRun script;
+    script.program = "/bin/sh";
+    script.arguments = {"-c", "exec \"$1\" transform -q EPSG:4258 EPSG:25832 2>&1", "sh", ORVELCS_PROGRAM};
+    script.input = points;
+    expectResult(run(script), 1,
+                 answers + "orvelcs: transform: standard input: 2 of 1000 points could not be transformed\n", "");
+}
+
 TEST_F(InAShell, PointsThatCannotBeRead_LeaveACompleteJsonDocument)
 {
     ProgramRun script;

@@ -1,7 +1,6 @@
 #include "orvelcs/output/point_printer.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/output/point_text.h"
@@ -29,34 +28,53 @@ PointPrinter::PointPrinter(const std::vector<Embedded::AxisUnit>& axes, bool wit
         output_.write(fmt::format("{{{},\n  \"points\": [", formatMembers(head)));
 }
 
-void PointPrinter::print(const std::optional<Embedded::CoordinatePoint>& point, const Embedded::UsedOperation* used)
+void PointPrinter::print(const Embedded::CoordinatePoint* point, const Embedded::UsedOperation* used)
 {
-    if (output_.json()) {
-        const Json operation = used != nullptr ? operationAsJson(*used) : Json(nullptr);
-        const std::string text =
-            withOperations_ ? fmt::format(R"({{"point": {}, "operation": {}}})", element(point), operation.dump())
-                            : element(point);
-        output_.write(fmt::format("{}\n    {}", isFirst_ ? "" : ",", text));
-        isFirst_ = false;
-    } else if (!point) {
-        output_.line("*");
-    } else {
-        const std::string numbers = fmt::format("{}", fmt::join(formatNumbers(*point, decimals_), " "));
-        output_.line(withOperations_ && used != nullptr
-                         ? fmt::format("{}\t{}\t{}", numbers, oneLine(used->code), oneLine(used->name))
-                         : numbers);
+    text_.clear();
+    if (output_.json())
+        appendElement(point, used);
+    else
+        appendLine(point, used);
+    output_.write(text_);
+}
+
+void PointPrinter::appendLine(const Embedded::CoordinatePoint* point, const Embedded::UsedOperation* used)
+{
+    if (point == nullptr)
+        text_ += '*';
+    else
+        appendNumbers(*point, decimals_, " ", text_);
+    if (withOperations_ && used != nullptr)
+        text_ += fmt::format("\t{}\t{}", oneLine(used->code), oneLine(used->name));
+    text_ += '\n';
+}
+
+void PointPrinter::appendElement(const Embedded::CoordinatePoint* point, const Embedded::UsedOperation* used)
+{
+    text_ += isFirst_ ? "\n    " : ",\n    ";
+    isFirst_ = false;
+    if (!withOperations_)
+        return appendArray(point);
+    text_ += R"({"point": )";
+    appendArray(point);
+    text_ += fmt::format(R"(, "operation": {}}})", (used != nullptr ? operationAsJson(*used) : Json(nullptr)).dump());
+}
+
+void PointPrinter::appendArray(const Embedded::CoordinatePoint* point)
+{
+    if (point == nullptr) {
+        text_ += "null";
+        return;
     }
+    text_ += '[';
+    appendNumbers(*point, decimals_, ", ", text_);
+    text_ += ']';
 }
 
 void PointPrinter::finish(const Json& tail)
 {
     if (output_.json())
         output_.write(fmt::format("{}],{}\n}}\n", isFirst_ ? "" : "\n  ", formatMembers(tail)));
-}
-
-std::string PointPrinter::element(const std::optional<Embedded::CoordinatePoint>& point) const
-{
-    return point ? fmt::format("[{}]", fmt::join(formatNumbers(*point, decimals_), ", ")) : "null";
 }
 
 Json operationAsJson(const Embedded::UsedOperation& operation)
