@@ -8,5 +8,6 @@
 namespace Bench {
 
 void addCodecComparisons(std::vector<Comparison>& comparisons);
+void addTransformComparisons(std::vector<Comparison>& comparisons);
 
 } // namespace Bench
