@@ -108,14 +108,10 @@ private:
         const auto& [point, operation] = result;
         ++count_;
         summary_.count(result, given.epoch.has_value());
-        if (!point) {
-            printer_.print(nullptr, nullptr);
-            if (++failures_ == 1)
-                output_.error(fmt::format("line {}", number), point.error().message);
-            return;
-        }
-        printer_.print(&*point, &task_.transformer->operations()[operation]);
-        if (task_.lookForMissingGrids)
+        printer_.print(result);
+        if (!point && ++failures_ == 1)
+            output_.error(fmt::format("line {}", number), point.error().message);
+        if (point && task_.lookForMissingGrids)
             lookForMissingGrids(given, operation);
     }
 
@@ -183,7 +179,7 @@ ExitStatus runTransform(const TransformOptions& options, Output& output)
                                          [&] { return makeTask(options, output); });
     TransformSummary summary(options.source + " to " + options.target, task.isConfigured, *task.transformer);
     summary.noteBefore(output);
-    PointPrinter printer(task.transformer->targetUnits(), options.withOperations,
+    PointPrinter printer(*task.transformer, options.withOperations,
                          {{"source", options.source}, {"target", options.target}, {"configured", task.isConfigured}},
                          output);
     const auto finish = [&] {

@@ -20,55 +20,70 @@ std::string formatMembers(const Json& object)
 
 } // namespace
 
-PointPrinter::PointPrinter(const std::vector<Embedded::AxisUnit>& axes, bool withOperations, const Json& head,
+PointPrinter::PointPrinter(const Embedded::CoordinateTransformer& transformer, bool withOperations, const Json& head,
                            Output& output)
-    : decimals_(decimalsFor(axes)), withOperations_(withOperations), output_(output)
+    : transformer_(transformer),
+      decimals_(decimalsFor(transformer.targetUnits())),
+      withOperations_(withOperations),
+      output_(output)
 {
     if (output_.json())
         output_.write(fmt::format("{{{},\n  \"points\": [", formatMembers(head)));
 }
 
-void PointPrinter::print(const Embedded::CoordinatePoint* point, const Embedded::UsedOperation* used)
+void PointPrinter::print(const Embedded::TransformedPoint& result)
 {
     text_.clear();
     if (output_.json())
-        appendElement(point, used);
+        appendElement(result);
     else
-        appendLine(point, used);
+        appendLine(result);
     output_.write(text_);
 }
 
-void PointPrinter::appendLine(const Embedded::CoordinatePoint* point, const Embedded::UsedOperation* used)
+void PointPrinter::appendLine(const Embedded::TransformedPoint& result)
 {
-    if (point == nullptr)
+    if (!result.point)
         text_ += '*';
     else
-        appendNumbers(*point, decimals_, " ", text_);
-    if (withOperations_ && used != nullptr)
-        text_ += fmt::format("\t{}\t{}", oneLine(used->code), oneLine(used->name));
+        appendNumbers(*result.point, decimals_, " ", text_);
+    if (withOperations_ && result.point)
+        text_ += operationText(result.operation);
     text_ += '\n';
 }
 
-void PointPrinter::appendElement(const Embedded::CoordinatePoint* point, const Embedded::UsedOperation* used)
+void PointPrinter::appendElement(const Embedded::TransformedPoint& result)
 {
     text_ += isFirst_ ? "\n    " : ",\n    ";
     isFirst_ = false;
     if (!withOperations_)
-        return appendArray(point);
+        return appendArray(result);
     text_ += R"({"point": )";
-    appendArray(point);
-    text_ += fmt::format(R"(, "operation": {}}})", (used != nullptr ? operationAsJson(*used) : Json(nullptr)).dump());
+    appendArray(result);
+    text_ += R"(, "operation": )";
+    text_ += result.point ? operationText(result.operation) : "null";
+    text_ += '}';
 }
 
-void PointPrinter::appendArray(const Embedded::CoordinatePoint* point)
+void PointPrinter::appendArray(const Embedded::TransformedPoint& result)
 {
-    if (point == nullptr) {
+    if (!result.point) {
         text_ += "null";
         return;
     }
     text_ += '[';
-    appendNumbers(*point, decimals_, ", ", text_);
+    appendNumbers(*result.point, decimals_, ", ", text_);
     text_ += ']';
+}
+
+const std::string& PointPrinter::operationText(std::size_t operation)
+{
+    while (operationTexts_.size() <= operation) {
+        const Embedded::UsedOperation& used = transformer_.operations()[operationTexts_.size()];
+        operationTexts_.push_back(output_.json() ? operationAsJson(used).dump()
+                                                 : fmt::format("\t{}\t{}", oneLine(used.code), oneLine(used.name)));
+    }
+    return operationTexts_[operation];
 }
 
 void PointPrinter::finish(const Json& tail)
