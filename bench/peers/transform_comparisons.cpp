@@ -46,7 +46,7 @@ private:
     {
         if (!exists(path("points")))
             prepare();
-        words.insert(words.begin(), {"/bin/sh", "-c", "exec \"$@\" < \"$0\"", path("points").string()});
+        words.insert(words.begin(), {"/bin/sh", "-c", R"(exec "$@" < "$0")", path("points").string()});
         runProcess(words, path(results));
     }
 

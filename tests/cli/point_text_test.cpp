@@ -61,7 +61,7 @@ TEST(PointText, RandomNumbersOfAnySize_AreAsTheCLibraryPrintsThem)
     std::uniform_real_distribution<double> metres(0, 1e7);
     for (int time = 0; time < 2'000; ++time) {
         expectAsPrinted(metres(random));
-        const double anyBits = std::bit_cast<double>(random());
+        const auto anyBits = std::bit_cast<double>(random());
         if (std::isfinite(anyBits))
             expectAsPrinted(anyBits);
     }

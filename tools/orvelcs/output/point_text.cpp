@@ -59,21 +59,24 @@ void appendExactly(double number, int decimals, std::string& text)
     text += shown;
 }
 
-/// The nearest whole number of the last decimal's units, without the sign. Nothing where a double might miss it: the
-/// product is off by 2^-9 at most, so that the nearest number is certain unless another is nearly as near.
+/// The nearest whole number of the last decimal's units, without the sign. Nothing in the middle between two, where a
+/// double might miss it: the product is off by 2^-9 at most.
 std::optional<std::uint64_t> nearestUnits(double number, std::size_t decimals)
 {
     constexpr std::array kPowersOfTen{1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12};
     constexpr double kLargest = 0x1p45;
-    constexpr double kCertain = 0.49;
+    constexpr double kMiddle = 0.5;
+    constexpr double kUncertain = 0.01;
     if (decimals >= kPowersOfTen.size())
         return std::nullopt;
     const double product = std::abs(number) * kPowersOfTen[decimals];
     if (!(product < kLargest))
         return std::nullopt;
-    const auto units = static_cast<std::uint64_t>(product + 0.5);
-    const bool isCertain = std::abs(product - static_cast<double>(units)) < kCertain;
-    return isCertain ? std::optional(units) : std::nullopt;
+    const auto below = static_cast<std::uint64_t>(product);
+    const double fraction = product - static_cast<double>(below);
+    if (std::abs(fraction - kMiddle) < kUncertain)
+        return std::nullopt;
+    return fraction < kMiddle ? below : below + 1;
 }
 
 /// As appendExactly, whose way takes a transformation of points 1.2 times as long.
