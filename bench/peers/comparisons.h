@@ -9,5 +9,6 @@ namespace Bench {
 
 void addCodecComparisons(std::vector<Comparison>& comparisons);
 void addConfigurationComparisons(std::vector<Comparison>& comparisons);
+void addTransformComparisons(std::vector<Comparison>& comparisons);
 
 } // namespace Bench

@@ -68,6 +68,7 @@ bool run(const Options& options)
     std::vector<Comparison> comparisons;
     addCodecComparisons(comparisons);
     addConfigurationComparisons(comparisons);
+    addTransformComparisons(comparisons);
     std::erase_if(comparisons, [&](const Comparison& comparison) { return !isWanted(comparison, options); });
     return printTable(comparisons, measure(comparisons, options.rounds));
 }

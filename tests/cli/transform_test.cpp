@@ -112,6 +112,21 @@ TEST_F(TransformCommand, OverlongLine_IsNotAPoint)
     EXPECT_THAT(result.errors, testing::HasSubstr("line 1: longer than 4096 bytes"));
 }
 
+// The program reads 64 KB at once.
+TEST_F(TransformCommand, LinesAcrossTheBordersOfBlocks_AreReadWhole)
+{
+    constexpr std::size_t kBlock = std::size_t{64} * 1024;
+    const std::string lines = "0 9\n0 9z\r\n1e999 9\n0 9 5\r\n";
+    for (std::size_t before = kBlock - lines.size(); before <= kBlock + 1; before += 3) {
+        std::string comments;
+        while (comments.size() < before)
+            comments += std::string(std::min<std::size_t>(before - comments.size(), 1000) - 1, '#') + "\n";
+        const ProgramResult result = project(comments + lines);
+        EXPECT_EQ(result.output, "500000.000000 0.000000\n*\n*\n500000.000000 0.000000 5.000000\n") << before;
+        EXPECT_THAT(result.errors, testing::HasSubstr("line 68: expected 2 to 4 numbers, found \"9z\"\n")) << before;
+    }
+}
+
 TEST_F(TransformCommand, PointOutsideTheDomain_DoesNotAffectTheOthers)
 {
     const ProgramResult result = project("95 9\n0 9\n");

@@ -108,11 +108,14 @@ Objection objectionBetweenRooms(const std::string& from, const std::string& to)
     return std::string(user->folder) + " must not know " + std::string(used->folder);
 }
 
+/// The compilers' own header of SSE2 instructions. The module can be built without it.
+constexpr std::string_view kVectorHeader = "emmintrin.h";
+
 Objection objectionInModule(const IncludeDirective& include, const std::string& target)
 {
     if (!include.isAngled && std::ranges::find(kPlatformHeaders, include.target) != kPlatformHeaders.end())
         return std::nullopt;
-    if (target.empty() && include.isAngled && isStandardHeader(include.target))
+    if (target.empty() && include.isAngled && (isStandardHeader(include.target) || include.target == kVectorHeader))
         return std::nullopt;
     if (topFolder(target) == "src")
         return std::nullopt;

@@ -12,6 +12,15 @@ CoordinateTransformer::CoordinateTransformer(std::vector<AxisUnit> targetUnits) 
 
 CoordinateTransformer::~CoordinateTransformer() = default;
 
+std::vector<TransformedPoint> CoordinateTransformer::transformAll(std::span<const CoordinatePoint> points)
+{
+    std::vector<TransformedPoint> results;
+    results.reserve(points.size());
+    for (const CoordinatePoint& point : points)
+        results.push_back(transform(point));
+    return results;
+}
+
 Expected<std::unique_ptr<CoordinateTransformer>> makeTransformer(std::wstring_view sourceCode,
                                                                  std::wstring_view targetCode,
                                                                  const std::optional<ConfiguredOperation>& configured)

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -59,6 +60,8 @@ public:
     /// needs all three coordinates. An operation that depends on time uses its own reference epoch for a point without
     /// an epoch.
     [[nodiscard]] virtual TransformedPoint transform(const CoordinatePoint& point) = 0;
+    /// Transforms the points in their order, each as transform() does.
+    [[nodiscard]] virtual std::vector<TransformedPoint> transformAll(std::span<const CoordinatePoint> points);
     /// Adds to missingGrids() the grids whose absence made PROJ use operations()[operation] for the point. The first
     /// call takes as long as makeTransformer. The Error says why the catalog cannot be read.
     [[nodiscard]] virtual Expected<void> findMissingGrids(const CoordinatePoint& point, std::size_t operation) = 0;

@@ -27,6 +27,21 @@ ProjObject chooseWithProj(const SystemParts& source, const SystemParts& target)
     return proj;
 }
 
+/// PROJ gives it back.
+constexpr PJ_COORD kNoCoordinate = {{HUGE_VAL, HUGE_VAL, HUGE_VAL, HUGE_VAL}};
+
+void transformArray(PJ* operation, std::vector<PJ_COORD>& coordinates)
+{
+    if (coordinates.empty())
+        return;
+    constexpr std::size_t kStride = sizeof(PJ_COORD);
+    const std::size_t count = coordinates.size();
+    auto& [x, y, z, time] = coordinates.front().v;
+    // The number of points that it returns is that of all, also when some fail.
+    static_cast<void>(proj_trans_generic(operation, PJ_FWD, &x, kStride, count, &y, kStride, count, &z, kStride, count,
+                                         &time, kStride, count));
+}
+
 } // namespace
 
 ProjTransformer::ProjTransformer(SystemParts source, SystemParts target)
@@ -46,14 +61,39 @@ TransformedPoint ProjTransformer::transform(const CoordinatePoint& point)
         return {failure(check.error())};
     proj_errno_reset(proj_.get());
     const PJ_COORD coordinate = proj_trans(proj_.get(), PJ_FWD, projCoordinate(point));
-    const bool hasHeight = point.z || target_.isGeocentric();
-    if (!std::isfinite(coordinate.xyz.x) || !std::isfinite(coordinate.xyz.y) ||
-        (hasHeight && !std::isfinite(coordinate.xyz.z)))
+    const auto result = finitePoint(coordinate, point.z.has_value());
+    if (!result)
         return {failure(transformError(proj_.get()))};
-    CoordinatePoint result{coordinate.xyz.x, coordinate.xyz.y};
-    if (hasHeight)
-        result.z = coordinate.xyz.z;
-    return {result, lastUsedOperation()};
+    return {*result, lastUsedOperation()};
+}
+
+// PROJ tells what it used for the last point alone, and of an array not why a point failed.
+std::vector<TransformedPoint> ProjTransformer::transformAll(std::span<const CoordinatePoint> points)
+{
+    if (choosesForEachPoint_)
+        return CoordinateTransformer::transformAll(points);
+    std::vector<PJ_COORD> coordinates;
+    coordinates.reserve(points.size());
+    for (const CoordinatePoint& point : points)
+        coordinates.push_back(checkPoint(point, source_.isGeocentric()) ? projCoordinate(point) : kNoCoordinate);
+    transformArray(proj_.get(), coordinates);
+    std::vector<TransformedPoint> results;
+    results.reserve(points.size());
+    for (std::size_t index = 0; index < points.size(); ++index) {
+        const CoordinatePoint& point = points[index];
+        const auto result = finitePoint(coordinates[index], point.z.has_value());
+        results.push_back(result ? TransformedPoint{*result} : transform(point));
+    }
+    return results;
+}
+
+std::optional<CoordinatePoint> ProjTransformer::finitePoint(const PJ_COORD& coordinate, bool givenHeight) const
+{
+    const auto& [x, y, z] = coordinate.xyz;
+    const bool hasHeight = givenHeight || target_.isGeocentric();
+    if (!std::isfinite(x) || !std::isfinite(y) || (hasHeight && !std::isfinite(z)))
+        return std::nullopt;
+    return CoordinatePoint{x, y, hasHeight ? std::optional(z) : std::nullopt};
 }
 
 std::size_t ProjTransformer::lastUsedOperation()

@@ -17,6 +17,7 @@ public:
     ProjTransformer(SystemParts source, SystemParts target);
 
     [[nodiscard]] TransformedPoint transform(const CoordinatePoint& point) override;
+    [[nodiscard]] std::vector<TransformedPoint> transformAll(std::span<const CoordinatePoint> points) override;
     [[nodiscard]] Expected<void> findMissingGrids(const CoordinatePoint& point, std::size_t operation) override;
     bool choosesForEachPoint() const override { return choosesForEachPoint_; }
 
@@ -28,6 +29,7 @@ private:
         std::string definition;
     };
 
+    std::optional<CoordinatePoint> finitePoint(const PJ_COORD& coordinate, bool givenHeight) const;
     void collectMissingGrids(const CoordinatePoint& point, const UsedOperation& used);
     std::size_t lastUsedOperation();
     bool isLastUsed(std::size_t operation, const PJ_PROJ_INFO& info) const;

@@ -194,6 +194,28 @@ TEST_F(DamagedCatalog, DamageBetweenTwoPoints_IsReported)
     EXPECT_THAT(contents("errors"), HasSubstr("the catalog cannot be read: " + database()));
 }
 
+TEST_F(DamagedCatalog, FoundAtTheFirstOfSeveralPoints_EndsTheRunWithoutTheOthers)
+{
+    std::filesystem::copy_file(Embedded::catalogPath(), database());
+    ProgramRun script = shellRun(R"(mkfifo in out
+                                 "$0" transform EPSG:4267 EPSG:4269 <in >out 2>errors &
+                                 exec 3>in 4<out
+                                 echo nonsense >&3
+                                 read -r answer <&4
+                                 dd if=/dev/zero of=catalog/proj.db bs=4096 count=1000 conv=notrunc 2>dd
+                                 printf '40 -100\n60 -100\n0 0\n' >&3
+                                 exec 3>&-
+                                 cat <&4 >rest
+                                 wait $!
+                                 echo $?)",
+                        ORVELCS_PROGRAM};
+    script.environment["PROJ_DATA"] = folder().string();
+    EXPECT_EQ(run(script).output, "1\n");
+    EXPECT_EQ(contents("rest"), "39.9999968834 -100.0004155886\n");
+    EXPECT_THAT(contents("errors"), HasSubstr("the catalog cannot be read: " + database()));
+    EXPECT_THAT(contents("errors"), HasSubstr("(1 point)\n"));
+}
+
 TEST_F(DamagedCatalog, ReverseLookUp_ReportsTheCatalogInsteadOfNoTransformation)
 {
     givenDrawing("plan.qedb");

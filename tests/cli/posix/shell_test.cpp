@@ -28,6 +28,23 @@ TEST_F(ShellScript, EachTransformedPoint_IsPrintedBeforeTheNextIsRead)
     expectResult(run(script), 0, "500000.000000 0.000000\n500000.000000 0.000000 5.000000\n", "");
 }
 
+TEST_F(ShellScript, ErrorOfAPoint_FollowsItsResultWhereOutputAndErrorsGoToOneFile)
+{
+    std::string points;
+    std::string results;
+    for (int index = 0; index < 1000; ++index) {
+        const bool fails = index % 500 == 300;
+        points += fails ? (index < 500 ? "95 9\n" : "x\n") : "0 9\n";
+        results += fails ? "*\n" : "500000.000000 0.000000\n";
+        if (index == 300)
+            results += "orvelcs: transform: line 301: Invalid coordinate\n";
+    }
+    ProgramRun script = shellRun("exec \"$0\" transform -q EPSG:4258 EPSG:25832 2>&1");
+    script.input = points;
+    expectResult(run(script), 1,
+                 results + "orvelcs: transform: standard input: 2 of 1000 points could not be transformed\n", "");
+}
+
 TEST_F(ShellScript, UnreadablePoints_LeaveACompleteJsonDocument)
 {
     const ProgramResult result = run(shellRun("exec \"$0\" transform --json EPSG:4258 EPSG:25832 </"));

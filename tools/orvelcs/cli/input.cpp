@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <system_error>
 
 #include <fmt/format.h>
@@ -18,7 +19,6 @@ namespace Orvelcs {
 namespace {
 
 constexpr const char* kStandardInput = "standard input";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 struct CloseFile {
     void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); } // it was only read
@@ -72,25 +72,12 @@ std::wstring readText(const std::string& file, std::size_t limitInBytes)
     return Embedded::wideFromUtf8(std::string_view(bytes).substr(hasMark ? kByteOrderMark.size() : 0));
 }
 
-bool LineReader::next()
+std::size_t readAvailable(char* bytes, std::size_t length)
 {
-    line_.clear();
-    isTooLong_ = false;
-    errno = 0;
-    int character = std::getc(stdin);
-    const bool isEnd = character == EOF;
-    for (; character != EOF && character != '\n'; character = std::getc(stdin)) {
-        isTooLong_ = isTooLong_ || line_.size() == kLongestLineInBytes;
-        if (!isTooLong_)
-            line_.push_back(static_cast<char>(character));
-    }
-    if (std::ferror(stdin) != 0)
+    const std::optional<std::size_t> count = readStandardInput(bytes, length);
+    if (!count)
         throw Failure(kStandardInput, "cannot be read: " + describeError(errno));
-    if (isEnd)
-        return false;
-    if (++number_ == 1 && line_.starts_with(kByteOrderMark))
-        line_.erase(0, kByteOrderMark.size());
-    return true;
+    return *count;
 }
 
 } // namespace Orvelcs

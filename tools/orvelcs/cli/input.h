@@ -3,11 +3,15 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace Orvelcs {
 
 /// The name that stands for standard input or output where a file is expected.
 inline constexpr const char* kStandardStream = "-";
+
+/// May stand before a text in UTF-8.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// Reads the file to its end; for "-", standard input. Throws Failure when it cannot be read or is longer than
 /// `limitInBytes` (0: no limit).
@@ -17,25 +21,8 @@ std::string readWhole(const std::string& file, std::size_t limitInBytes = 0);
 /// text that is not UTF-8 or holds a NUL.
 std::wstring readText(const std::string& file, std::size_t limitInBytes = 0);
 
-/// Reads standard input line by line and holds no more than one line.
-class LineReader {
-public:
-    /// A longer line is read to its end, but only so much of it is kept.
-    static constexpr std::size_t kLongestLineInBytes = 4096;
-
-    /// False at the end. Throws Failure when standard input cannot be read.
-    [[nodiscard]] bool next();
-
-    /// The line without its end. The first is also without a byte-order mark.
-    const std::string& line() const { return line_; }
-    bool isTooLong() const { return isTooLong_; }
-    /// From 1.
-    std::size_t number() const { return number_; }
-
-private:
-    std::string line_;
-    bool isTooLong_ = false;
-    std::size_t number_ = 0;
-};
+/// Reads what standard input has so far, `length` bytes at most, and waits only while it has none. Returns 0 at the
+/// end. Throws Failure when it cannot be read.
+std::size_t readAvailable(char* bytes, std::size_t length);
 
 } // namespace Orvelcs

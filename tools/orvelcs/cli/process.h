@@ -1,6 +1,7 @@
 // Calls of the operating system: streams, terminal, environment.
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -17,6 +18,10 @@ void prepareStandardStreams();
 
 /// The errno of the last call on a stream.
 int streamError();
+
+/// Reads from standard input, past the buffer of `stdin`, what is there: `length` bytes at most. Waits only while there
+/// is nothing. Returns 0 at the end, and nothing with the reason in errno when it cannot be read.
+std::optional<std::size_t> readStandardInput(char* bytes, std::size_t length);
 
 bool isTerminal(std::FILE* stream);
 /// Whether it is a terminal that understands escape sequences.

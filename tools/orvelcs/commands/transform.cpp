@@ -1,6 +1,7 @@
 // transform: points from standard input, from one system to another.
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -9,6 +10,7 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/input.h"
+#include "orvelcs/cli/line_reader.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/configured_transformation.h"
 #include "orvelcs/output/point_printer.h"
@@ -36,66 +38,113 @@ struct PointTask {
     bool lookForMissingGrids = false; // which is slow
 };
 
-struct PointResult {
-    Embedded::CoordinatePoint given;
-    Embedded::TransformedPoint transformed;
-};
-
-PointResult failedPoint(const std::string& message)
-{
-    return {{}, {Embedded::failure(0, message)}};
-}
-
-PointResult transformLine(const LineReader& reader, PointTask& task)
+Embedded::Expected<Embedded::CoordinatePoint> parseLine(const LineReader& reader)
 {
     if (reader.isTooLong())
-        return failedPoint(fmt::format("longer than {} bytes", LineReader::kLongestLineInBytes));
+        return Embedded::failure(0, fmt::format("longer than {} bytes", LineReader::kLongestLineInBytes));
     Embedded::Expected<Embedded::CoordinatePoint> point = parsePoint(reader.line());
     if (!point)
-        return failedPoint(point.error().message);
+        return point;
     if (point->epoch && !isEpoch(*point->epoch))
-        return failedPoint(fmt::format("expected a year from {} to {} in the fourth column, found {}", kEarliestEpoch,
-                                       kLatestEpoch, *point->epoch));
-    const std::optional<double> ownEpoch = point->epoch;
-    if (!ownEpoch)
-        point->epoch = task.epoch;
-    PointResult result{*point, task.transformer->transform(*point)};
-    if (result.transformed.point)
-        result.transformed.point->epoch = ownEpoch;
-    return result;
+        return Embedded::failure(0, fmt::format("expected a year from {} to {} in the fourth column, found {}",
+                                                kEarliestEpoch, kLatestEpoch, *point->epoch));
+    return *point;
 }
 
-/// Throws Failure where the catalog cannot be asked.
-void lookForMissingGrids(PointTask& task, const PointResult& result)
-{
-    if (const auto found = task.transformer->findMissingGrids(result.given, result.transformed.operation); !found)
-        throw operationFailure(found.error(), ExitStatus::failed);
-}
-
-/// Prints each line's result at once, so that both ends of a pipe can work at the same time.
-ExitStatus transformLines(PointTask& task, PointPrinter& printer, TransformSummary& summary, Output& output)
-{
-    LineReader reader;
-    std::size_t points = 0;
-    std::size_t failures = 0;
-    while (output.flush() && reader.next()) {
-        if (isBlankOrComment(reader.line()))
-            continue;
-        ++points;
-        const PointResult result = transformLine(reader, task);
-        const auto& [point, operation] = result.transformed;
-        summary.count(result.transformed, result.given.epoch.has_value());
-        printer.print(point ? std::optional(*point) : std::nullopt,
-                      point ? &task.transformer->operations()[operation] : nullptr);
-        if (!point && ++failures == 1)
-            output.error(fmt::format("line {}", reader.number()), point.error().message);
-        if (point && task.lookForMissingGrids)
-            lookForMissingGrids(task, result);
+/// Transforms the points of lines in blocks, and prints a result for each line in their order.
+class PointLines {
+public:
+    PointLines(PointTask& task, PointPrinter& printer, TransformSummary& summary, Output& output)
+        : task_(task), printer_(printer), summary_(summary), output_(output)
+    {
     }
-    if (failures == 0)
-        return ExitStatus::done;
-    output.error("standard input", fmt::format("{} of {} points could not be transformed", failures, points));
-    return ExitStatus::failed;
+
+    void add(const LineReader& reader)
+    {
+        constexpr std::size_t kMostPoints = 128; // more take as long for each
+        const auto point = parseLine(reader);
+        if (!point) {
+            finishBlock();
+            return report(reader.number(), {}, {Embedded::failure(point.error())});
+        }
+        lines_.push_back({reader.number(), point->epoch});
+        points_.push_back(*point);
+        if (!point->epoch)
+            points_.back().epoch = task_.epoch;
+        if (points_.size() == kMostPoints)
+            finishBlock();
+    }
+
+    /// Transforms and prints the points that were added.
+    void finishBlock()
+    {
+        std::vector<Embedded::TransformedPoint> results = task_.transformer->transformAll(points_);
+        for (std::size_t index = 0; index < results.size(); ++index) {
+            if (results[index].point)
+                results[index].point->epoch = lines_[index].epoch;
+            report(lines_[index].number, points_[index], results[index]);
+        }
+        lines_.clear();
+        points_.clear();
+    }
+
+    /// Reports how many points failed.
+    ExitStatus finish()
+    {
+        if (failures_ == 0)
+            return ExitStatus::done;
+        output_.error("standard input", fmt::format("{} of {} points could not be transformed", failures_, count_));
+        return ExitStatus::failed;
+    }
+
+private:
+    struct Line {
+        std::size_t number;
+        std::optional<double> epoch; // of its own
+    };
+
+    void report(std::size_t number, const Embedded::CoordinatePoint& given, const Embedded::TransformedPoint& result)
+    {
+        const auto& [point, operation] = result;
+        ++count_;
+        summary_.count(result, given.epoch.has_value());
+        printer_.print(result);
+        if (!point && ++failures_ == 1)
+            output_.error(fmt::format("line {}", number), point.error().message);
+        if (point && task_.lookForMissingGrids)
+            lookForMissingGrids(given, operation);
+    }
+
+    /// Throws Failure where the catalog cannot be asked.
+    void lookForMissingGrids(const Embedded::CoordinatePoint& given, std::size_t operation)
+    {
+        if (const auto found = task_.transformer->findMissingGrids(given, operation); !found)
+            throw operationFailure(found.error(), ExitStatus::failed);
+    }
+
+    PointTask& task_;
+    PointPrinter& printer_;
+    TransformSummary& summary_;
+    Output& output_;
+    std::vector<Line> lines_;
+    std::vector<Embedded::CoordinatePoint> points_; // of the lines
+    std::size_t count_ = 0;
+    std::size_t failures_ = 0;
+};
+
+/// Prints the results of all lines that are there before it waits for others, so that both ends of a pipe can work at
+/// the same time.
+ExitStatus transformLines(PointLines lines, Output& output)
+{
+    LineReader reader(readAvailable);
+    while (output.flush() && reader.readBlock()) {
+        while (reader.nextLine()) {
+            if (!isBlankOrComment(reader.line()))
+                lines.add(reader);
+        }
+        lines.finishBlock();
+    }
+    return lines.finish();
 }
 
 std::optional<double> epochOption(const TransformOptions& options)
@@ -130,7 +179,7 @@ ExitStatus runTransform(const TransformOptions& options, Output& output)
                                          [&] { return makeTask(options, output); });
     TransformSummary summary(options.source + " to " + options.target, task.isConfigured, *task.transformer);
     summary.noteBefore(output);
-    PointPrinter printer(task.transformer->targetUnits(), options.withOperations,
+    PointPrinter printer(*task.transformer, options.withOperations,
                          {{"source", options.source}, {"target", options.target}, {"configured", task.isConfigured}},
                          output);
     const auto finish = [&] {
@@ -138,7 +187,7 @@ ExitStatus runTransform(const TransformOptions& options, Output& output)
         summary.noteAfter(output);
     };
     try {
-        const ExitStatus status = transformLines(task, printer, summary, output);
+        const ExitStatus status = transformLines(PointLines(task, printer, summary, output), output);
         finish();
         return status;
     } catch (...) { // the JSON document is completed in any case

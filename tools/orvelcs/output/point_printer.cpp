@@ -1,7 +1,6 @@
 #include "orvelcs/output/point_printer.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/output/point_text.h"
@@ -21,42 +20,76 @@ std::string formatMembers(const Json& object)
 
 } // namespace
 
-PointPrinter::PointPrinter(const std::vector<Embedded::AxisUnit>& axes, bool withOperations, const Json& head,
+PointPrinter::PointPrinter(const Embedded::CoordinateTransformer& transformer, bool withOperations, const Json& head,
                            Output& output)
-    : decimals_(decimalsFor(axes)), withOperations_(withOperations), output_(output)
+    : transformer_(transformer),
+      decimals_(decimalsFor(transformer.targetUnits())),
+      withOperations_(withOperations),
+      output_(output)
 {
     if (output_.json())
         output_.write(fmt::format("{{{},\n  \"points\": [", formatMembers(head)));
 }
 
-void PointPrinter::print(const std::optional<Embedded::CoordinatePoint>& point, const Embedded::UsedOperation* used)
+void PointPrinter::print(const Embedded::TransformedPoint& result)
 {
-    if (output_.json()) {
-        const Json operation = used != nullptr ? operationAsJson(*used) : Json(nullptr);
-        const std::string text =
-            withOperations_ ? fmt::format(R"({{"point": {}, "operation": {}}})", element(point), operation.dump())
-                            : element(point);
-        output_.write(fmt::format("{}\n    {}", isFirst_ ? "" : ",", text));
-        isFirst_ = false;
-    } else if (!point) {
-        output_.line("*");
-    } else {
-        const std::string numbers = fmt::format("{}", fmt::join(formatNumbers(*point, decimals_), " "));
-        output_.line(withOperations_ && used != nullptr
-                         ? fmt::format("{}\t{}\t{}", numbers, oneLine(used->code), oneLine(used->name))
-                         : numbers);
+    text_.clear();
+    if (output_.json())
+        appendElement(result);
+    else
+        appendLine(result);
+    output_.write(text_);
+}
+
+void PointPrinter::appendLine(const Embedded::TransformedPoint& result)
+{
+    if (!result.point)
+        text_ += '*';
+    else
+        appendNumbers(*result.point, decimals_, " ", text_);
+    if (withOperations_ && result.point)
+        text_ += operationText(result.operation);
+    text_ += '\n';
+}
+
+void PointPrinter::appendElement(const Embedded::TransformedPoint& result)
+{
+    text_ += isFirst_ ? "\n    " : ",\n    ";
+    isFirst_ = false;
+    if (!withOperations_)
+        return appendArray(result);
+    text_ += R"({"point": )";
+    appendArray(result);
+    text_ += R"(, "operation": )";
+    text_ += result.point ? operationText(result.operation) : "null";
+    text_ += '}';
+}
+
+void PointPrinter::appendArray(const Embedded::TransformedPoint& result)
+{
+    if (!result.point) {
+        text_ += "null";
+        return;
     }
+    text_ += '[';
+    appendNumbers(*result.point, decimals_, ", ", text_);
+    text_ += ']';
+}
+
+const std::string& PointPrinter::operationText(std::size_t operation)
+{
+    while (operationTexts_.size() <= operation) {
+        const Embedded::UsedOperation& used = transformer_.operations()[operationTexts_.size()];
+        operationTexts_.push_back(output_.json() ? operationAsJson(used).dump()
+                                                 : fmt::format("\t{}\t{}", oneLine(used.code), oneLine(used.name)));
+    }
+    return operationTexts_[operation];
 }
 
 void PointPrinter::finish(const Json& tail)
 {
     if (output_.json())
         output_.write(fmt::format("{}],{}\n}}\n", isFirst_ ? "" : "\n  ", formatMembers(tail)));
-}
-
-std::string PointPrinter::element(const std::optional<Embedded::CoordinatePoint>& point) const
-{
-    return point ? fmt::format("[{}]", fmt::join(formatNumbers(*point, decimals_), ", ")) : "null";
 }
 
 Json operationAsJson(const Embedded::UsedOperation& operation)

@@ -1,7 +1,7 @@
 // Prints transformed points one by one: a line each, or one JSON object in pieces.
 #pragma once
 
-#include <optional>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -12,22 +12,29 @@ namespace Orvelcs {
 
 class PointPrinter {
 public:
-    /// Begins the JSON object with the members of `head`.
-    PointPrinter(const std::vector<Embedded::AxisUnit>& axes, bool withOperations, const Json& head, Output& output);
+    /// Begins the JSON object with the members of `head`. The transformer must outlive the printer.
+    PointPrinter(const Embedded::CoordinateTransformer& transformer, bool withOperations, const Json& head,
+                 Output& output);
 
-    /// `used` is null for a point that cannot be transformed.
-    void print(const std::optional<Embedded::CoordinatePoint>& point, const Embedded::UsedOperation* used);
+    /// `result` is of the transformer.
+    void print(const Embedded::TransformedPoint& result);
 
     /// Ends the JSON object with the members of `tail`.
     void finish(const Json& tail);
 
 private:
-    std::string element(const std::optional<Embedded::CoordinatePoint>& point) const;
+    void appendLine(const Embedded::TransformedPoint& result);
+    void appendElement(const Embedded::TransformedPoint& result);
+    void appendArray(const Embedded::TransformedPoint& result);
+    const std::string& operationText(std::size_t operation);
 
+    const Embedded::CoordinateTransformer& transformer_;
     std::vector<int> decimals_;
     bool withOperations_;
     Output& output_;
     bool isFirst_ = true;
+    std::string text_;                        // of one point; kept for its memory
+    std::vector<std::string> operationTexts_; // of the transformer's operations; they are the same for all points
 };
 
 /// The operation as an element of a JSON document.

@@ -1,7 +1,12 @@
 #include "orvelcs/output/point_text.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <iterator>
+#include <limits>
 #include <numbers>
 
 #include <fmt/format.h>
@@ -12,17 +17,15 @@
 namespace Orvelcs {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r";
+constexpr auto isBlank = [](char character) { return character == ' ' || character == '\t' || character == '\r'; };
 
-std::vector<std::string_view> splitWords(std::string_view line)
+/// Takes the first word off the line; empty when none is left.
+std::string_view takeWord(std::string_view& line)
 {
-    std::vector<std::string_view> words;
-    for (std::size_t begin = line.find_first_not_of(kBlanks); begin != std::string_view::npos;) {
-        const std::size_t end = std::min(line.find_first_of(kBlanks, begin), line.size());
-        words.push_back(line.substr(begin, end - begin));
-        begin = line.find_first_not_of(kBlanks, end);
-    }
-    return words;
+    const char* const begin = std::find_if_not(line.data(), line.data() + line.size(), isBlank);
+    const char* const end = std::find_if(begin, line.data() + line.size(), isBlank);
+    line.remove_prefix(static_cast<std::size_t>(end - line.data()));
+    return {begin, static_cast<std::size_t>(end - begin)};
 }
 
 std::optional<double> parseNumber(std::string_view word)
@@ -42,20 +45,67 @@ int decimalsForAxis(const Embedded::AxisUnit& axis)
     return std::max(0, static_cast<int>(std::ceil(std::log10(axis.toBaseUnit / finest) - kRounding)));
 }
 
-std::string numberText(double number, int decimals)
+/// Correctly rounded, and without the sign of a zero.
+void appendExactly(double number, int decimals, std::string& text)
 {
-    std::string text = fmt::format("{:.{}f}", number, decimals);
-    if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos)
-        text.erase(0, 1);
-    return text;
+    constexpr std::size_t kMostDigits = std::numeric_limits<double>::max_exponent10 + 1;
+    constexpr std::size_t kMostDecimals = 64;                  // of the largest unit there is
+    std::array<char, kMostDigits + kMostDecimals + 2> bytes{}; // with a sign and a point
+    const char* const end =
+        std::to_chars(bytes.data(), bytes.data() + bytes.size(), number, std::chars_format::fixed, decimals).ptr;
+    std::string_view shown(bytes.data(), static_cast<std::size_t>(end - bytes.data()));
+    if (shown.starts_with('-') && shown.find_first_not_of("-0.") == std::string_view::npos)
+        shown.remove_prefix(1);
+    text += shown;
+}
+
+/// The nearest whole number of the last decimal's units, without the sign. Nothing in the middle between two, where a
+/// double might miss it: the product is off by 2^-9 at most.
+std::optional<std::uint64_t> nearestUnits(double number, std::size_t decimals)
+{
+    constexpr std::array kPowersOfTen{1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12};
+    constexpr double kLargest = 0x1p45;
+    constexpr double kMiddle = 0.5;
+    constexpr double kUncertain = 0.01;
+    if (decimals >= kPowersOfTen.size())
+        return std::nullopt;
+    const double product = std::abs(number) * kPowersOfTen[decimals];
+    if (!(product < kLargest))
+        return std::nullopt;
+    const auto below = static_cast<std::uint64_t>(product);
+    const double fraction = product - static_cast<double>(below);
+    if (std::abs(fraction - kMiddle) < kUncertain)
+        return std::nullopt;
+    return fraction < kMiddle ? below : below + 1;
+}
+
+/// As appendExactly, whose way takes a transformation of points 1.2 times as long.
+void appendNumber(double number, int decimals, std::string& text)
+{
+    const auto places = static_cast<std::size_t>(decimals);
+    const std::optional<std::uint64_t> units = nearestUnits(number, places);
+    if (!units)
+        return appendExactly(number, decimals, text);
+    std::array<char, 32> bytes{}; // filled from its end
+    char* const end = bytes.data() + bytes.size();
+    char* first = end;
+    std::uint64_t rest = *units;
+    for (std::size_t place = 0; place <= places || rest != 0; ++place, rest /= 10) {
+        if (place == places && places != 0)
+            *--first = '.';
+        *--first = static_cast<char>('0' + rest % 10);
+    }
+    if (number < 0 && *units != 0)
+        *--first = '-';
+    text.append(first, end);
 }
 
 } // namespace
 
 bool isBlankOrComment(std::string_view line)
 {
-    const std::size_t begin = line.find_first_not_of(kBlanks);
-    return begin == std::string_view::npos || line[begin] == '#';
+    const auto begin = std::ranges::find_if_not(line, isBlank);
+    return begin == line.end() || *begin == '#';
 }
 
 Embedded::Expected<Embedded::CoordinatePoint> parsePoint(std::string_view line)
@@ -63,19 +113,21 @@ Embedded::Expected<Embedded::CoordinatePoint> parsePoint(std::string_view line)
     constexpr std::size_t kFewest = 2;
     constexpr std::size_t kMost = 4;
     constexpr std::string_view kExpected = "expected 2 to 4 numbers, found ";
-    std::vector<double> numbers;
-    for (const std::string_view word : splitWords(line)) {
+    std::array<double, kMost> numbers{};
+    std::size_t count = 0;
+    for (std::string_view word = takeWord(line); !word.empty(); word = takeWord(line), ++count) {
         const std::optional<double> number = parseNumber(word);
         if (!number)
             return Embedded::failure(0, fmt::format("{}\"{}\"", kExpected, Embedded::truncateForMessage(word)));
-        numbers.push_back(*number);
+        if (count < kMost)
+            numbers[count] = *number;
     }
-    if (numbers.size() < kFewest || numbers.size() > kMost)
-        return Embedded::failure(0, fmt::format("{}{}", kExpected, numbers.size()));
+    if (count < kFewest || count > kMost)
+        return Embedded::failure(0, fmt::format("{}{}", kExpected, count));
     Embedded::CoordinatePoint point{numbers[0], numbers[1]};
-    if (numbers.size() > kFewest)
+    if (count > kFewest)
         point.z = numbers[2];
-    if (numbers.size() == kMost)
+    if (count == kMost)
         point.epoch = numbers[3];
     return point;
 }
@@ -100,14 +152,18 @@ std::vector<int> decimalsFor(const std::vector<Embedded::AxisUnit>& axes)
     return decimals;
 }
 
-std::vector<std::string> formatNumbers(const Embedded::CoordinatePoint& point, const std::vector<int>& decimals)
+void appendNumbers(const Embedded::CoordinatePoint& point, const std::vector<int>& decimals, std::string_view separator,
+                   std::string& text)
 {
-    std::vector<std::string> numbers = {numberText(point.x, decimals[0]), numberText(point.y, decimals[1])};
-    if (point.z)
-        numbers.push_back(numberText(*point.z, decimals[2]));
-    if (point.z && point.epoch)
-        numbers.push_back(fmt::format("{}", *point.epoch));
-    return numbers;
+    appendNumber(point.x, decimals[0], text);
+    text += separator;
+    appendNumber(point.y, decimals[1], text);
+    if (!point.z)
+        return;
+    text += separator;
+    appendNumber(*point.z, decimals[2], text);
+    if (point.epoch)
+        fmt::format_to(std::back_inserter(text), "{}{}", separator, *point.epoch);
 }
 
 } // namespace Orvelcs

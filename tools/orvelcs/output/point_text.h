@@ -28,7 +28,9 @@ std::optional<double> parseEpoch(std::string_view text);
 /// metres.
 std::vector<int> decimalsFor(const std::vector<Embedded::AxisUnit>& axes);
 
-/// The coordinates with these decimals and, behind three of them, the epoch as it was given. They are JSON numbers too.
-std::vector<std::string> formatNumbers(const Embedded::CoordinatePoint& point, const std::vector<int>& decimals);
+/// Appends the coordinates with these decimals and, behind three of them, the epoch as it was given. They are JSON
+/// numbers too.
+void appendNumbers(const Embedded::CoordinatePoint& point, const std::vector<int>& decimals, std::string_view separator,
+                   std::string& text);
 
 } // namespace Orvelcs

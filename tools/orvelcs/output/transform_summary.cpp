@@ -87,6 +87,12 @@ void TransformSummary::count(const Embedded::TransformedPoint& result, bool hasE
     withoutEpoch_ += !hasEpoch && transformer_.operations()[result.operation].isTimeDependent ? 1U : 0U;
 }
 
+/// A block of points that a failure cuts short may have used more.
+std::size_t TransformSummary::countedOperations() const
+{
+    return transformer_.choosesForEachPoint() ? points_.size() : transformer_.operations().size();
+}
+
 std::size_t TransformSummary::pointsThrough(std::size_t operation) const
 {
     return operation < points_.size() ? points_[operation] : 0;
@@ -119,7 +125,7 @@ void TransformSummary::noteAfter(Output& output) const
 void TransformSummary::noteChoices(Output& output) const
 {
     std::vector<std::string> choices;
-    for (std::size_t index = 0; index < transformer_.operations().size(); ++index)
+    for (std::size_t index = 0; index < countedOperations(); ++index)
         choices.push_back(
             fmt::format("{} ({})", operationLabel(transformer_.operations()[index]), pointsText(pointsThrough(index))));
     output.note(systems_, fmt::format("no transformation is configured; PROJ chooses for each point{}{}",
@@ -130,7 +136,7 @@ void TransformSummary::noteBallparks(Output& output) const
 {
     std::vector<std::string> names;
     std::size_t points = 0;
-    for (std::size_t index = 0; index < transformer_.operations().size(); ++index) {
+    for (std::size_t index = 0; index < countedOperations(); ++index) {
         const Embedded::UsedOperation& operation = transformer_.operations()[index];
         if (!operation.isBallpark)
             continue;
@@ -173,7 +179,7 @@ void TransformSummary::noteMissingEpochs(Output& output) const
 Json TransformSummary::asJson() const
 {
     Json operations = Json::array();
-    for (std::size_t index = 0; index < transformer_.operations().size(); ++index) {
+    for (std::size_t index = 0; index < countedOperations(); ++index) {
         operations.push_back(operationAsJson(transformer_.operations()[index]));
         operations.back()["points"] = pointsThrough(index);
     }

@@ -24,6 +24,7 @@ public:
     Json asJson() const;
 
 private:
+    std::size_t countedOperations() const;
     std::size_t pointsThrough(std::size_t operation) const;
     void noteChoices(Output& output) const;
     void noteBallparks(Output& output) const;

@@ -7,6 +7,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "embedded/base/posix/file_descriptor.h"
+
 namespace Orvelcs {
 namespace {
 
@@ -37,6 +39,12 @@ void prepareStandardStreams()
 int streamError()
 {
     return errno;
+}
+
+std::optional<std::size_t> readStandardInput(char* bytes, std::size_t length)
+{
+    const ssize_t count = Embedded::retried([&] { return ::read(STDIN_FILENO, bytes, length); });
+    return count >= 0 ? std::optional(static_cast<std::size_t>(count)) : std::nullopt;
 }
 
 bool isTerminal(std::FILE* stream)

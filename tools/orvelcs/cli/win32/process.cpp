@@ -77,6 +77,12 @@ int streamError()
     return errno == EINVAL && _doserrno == ERROR_NO_DATA ? EPIPE : errno;
 }
 
+std::optional<std::size_t> readStandardInput(char* bytes, std::size_t length)
+{
+    const int count = _read(_fileno(stdin), bytes, static_cast<unsigned int>(length));
+    return count >= 0 ? std::optional(static_cast<std::size_t>(count)) : std::nullopt;
+}
+
 bool isTerminal(std::FILE* stream)
 {
     return consoleMode(stream).has_value();
