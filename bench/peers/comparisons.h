@@ -8,5 +8,7 @@
 namespace Bench {
 
 void addCodecComparisons(std::vector<Comparison>& comparisons);
+void addCommandComparisons(std::vector<Comparison>& comparisons);
+void addLibraryComparisons(std::vector<Comparison>& comparisons);
 
 } // namespace Bench

@@ -65,6 +65,8 @@ bool run(const Options& options)
 {
     std::vector<Comparison> comparisons;
     addCodecComparisons(comparisons);
+    addCommandComparisons(comparisons);
+    addLibraryComparisons(comparisons);
     std::erase_if(comparisons, [&](const Comparison& comparison) { return !isWanted(comparison, options); });
     return printTable(comparisons, measure(comparisons, options.rounds));
 }
