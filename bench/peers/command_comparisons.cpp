@@ -1,5 +1,6 @@
 // Commands that ask the catalog, beside PROJ's own program for it.
 #include <memory>
+#include <utility>
 
 #include "peers/comparisons.h"
 #include "peers/process.h"
@@ -49,10 +50,11 @@ void addCommandComparisons(std::vector<Comparison>& comparisons)
                            [folder, show] { runProcess(show); }, run({"projinfo", "-o", "PROJJSON", "EPSG:25832"})});
     comparisons.push_back(
         command({"orvelcs catalog search", 1, {"catalog", "search", "UTM zone 32N"}, {"projinfo", "--list-crs"}}));
-    comparisons.push_back(command({"orvelcs transformation list",
-                                   0.8,
-                                   {"transformation", "list", "EPSG:4314", "EPSG:4258"},
-                                   {"projinfo", "-s", "EPSG:4314", "-t", "EPSG:4258"}}));
+    for (const auto& [source, target] : {std::pair("EPSG:4230", "EPSG:4326"), std::pair("EPSG:4314", "EPSG:4258")})
+        comparisons.push_back(command({std::string("orvelcs transformation list ") + source + " " + target,
+                                       0.8,
+                                       {"transformation", "list", source, target},
+                                       {"projinfo", "-s", source, "-t", target}}));
     constexpr int kNothingFound = 3;
     comparisons.push_back({"orvelcs catalog show of a misspelt code", "orvelcs show", 0.67,
                            run(withProgram({"catalog", "show", "EPSG:25823"}), kNothingFound),

@@ -67,8 +67,9 @@ std::vector<std::string> readAuthorities()
 
 PJ_CONTEXT* projContext()
 {
-    static const std::unique_ptr<PJ_CONTEXT, ProjRelease> context(silentContext());
-    return context.get();
+    // It is never destroyed: the system takes the memory back at once, where PROJ frees it piece by piece (2 ms of 24).
+    static PJ_CONTEXT* const context = silentContext();
+    return context;
 }
 
 std::vector<std::string> catalogFolders()
