@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <type_traits>
 
 #include "embedded/base/surrogates.h"
 
@@ -54,10 +55,36 @@ bool isContinuationByte(char byte)
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
+template <class Character>
+bool hasOnlyAscii(std::basic_string_view<Character> text)
+{
+    return std::ranges::all_of(
+        text, [](Character character) { return static_cast<std::make_unsigned_t<Character>>(character) < 0x80; });
+}
+
+std::string narrowedAscii(std::wstring_view text)
+{
+    std::string ascii(text.size(), '\0');
+    std::ranges::transform(text, ascii.begin(), [](wchar_t character) { return static_cast<char>(character); });
+    return ascii;
+}
+
 } // namespace
+
+bool isAscii(std::string_view text)
+{
+    return hasOnlyAscii(text);
+}
+
+bool isAscii(std::wstring_view text)
+{
+    return hasOnlyAscii(text);
+}
 
 std::string utf8FromWide(std::wstring_view text)
 {
+    if (isAscii(text))
+        return narrowedAscii(text);
     std::string utf8;
     while (!text.empty()) {
         const char32_t codePoint = takeCodePoint(text);
@@ -68,6 +95,8 @@ std::string utf8FromWide(std::wstring_view text)
 
 std::wstring wideFromUtf8(std::string_view utf8)
 {
+    if (isAscii(utf8))
+        return {utf8.begin(), utf8.end()};
     std::string valid;
     utf8::replace_invalid(utf8.begin(), utf8.end(), std::back_inserter(valid), kReplacement);
     std::wstring text;
@@ -131,6 +160,7 @@ std::wstring wideFromUtf16le(std::string_view bytes)
 {
     const std::size_t units = bytes.size() / 2;
     std::wstring text;
+    text.reserve(units);
     for (std::size_t index = 0; index < units; ++index) {
         const char32_t unit = unitAt(bytes, index);
         const bool isPair = isHighSurrogate(unit) && index + 1 < units && isLowSurrogate(unitAt(bytes, index + 1));

@@ -64,7 +64,7 @@ Expected<CatalogEntry> findCatalogEntry(std::wstring_view code)
         return tl::unexpected(loaded.error());
     const auto resolved = splitCode(loaded->codeUtf8);
     if (resolved->authority == kLocalAuthority)
-        return localEntry(loaded->projjson);
+        return localEntry(loaded->projjson());
     const ProjObject object = catalogObject(*resolved, PJ_CATEGORY_CRS);
     if (!object)
         return tl::unexpected(explainMissingCode(*resolved, DefinitionType::coordinateReferenceSystem));

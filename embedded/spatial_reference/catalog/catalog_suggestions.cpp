@@ -51,11 +51,6 @@ bool isComparable(std::wstring_view text, std::wstring_view code)
 
 using CharacterCounts = std::array<int, 128>;
 
-bool isAscii(std::string_view text)
-{
-    return std::ranges::all_of(text, [](char character) { return static_cast<unsigned char>(character) < 128; });
-}
-
 void count(std::string_view text, int number, CharacterCounts& counts)
 {
     for (const char character : text)

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "embedded/base/case_folding.h"
+#include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_connection.h"
 #include "embedded/spatial_reference/catalog/catalog_database.h"
 #include "embedded/spatial_reference/operations/operation_error.h"
@@ -14,11 +15,6 @@ namespace {
 bool isLetter(char character)
 {
     return character >= 'a' && character <= 'z';
-}
-
-bool isPlain(std::string_view name)
-{
-    return std::ranges::all_of(name, [](char character) { return static_cast<unsigned char>(character) < 128; });
 }
 
 /// Digits are left out because PROJ takes 1983 and 83 for the same. PROJ calls the datum of an ensemble by the name of
@@ -46,14 +42,14 @@ DatumNames::DatumNames(const PJ* datum)
                                        {code->authority, code->code});
     requireReadable(names.map([](const auto&) {}));
     names->emplace_back(proj_get_name(datum));
-    knowsAll_ = std::ranges::all_of(*names, isPlain);
+    knowsAll_ = std::ranges::all_of(*names, [](const std::string& name) { return isAscii(name); });
     for (const std::string& name : *names)
         letters_.insert(lettersOf(name));
 }
 
 bool DatumNames::mayInclude(std::string_view name) const
 {
-    return !knowsAll_ || !isPlain(name) || letters_.contains(lettersOf(name));
+    return !knowsAll_ || !isAscii(name) || letters_.contains(lettersOf(name));
 }
 
 } // namespace Embedded

@@ -1,32 +1,23 @@
 #include "embedded/spatial_reference/projjson/strict_json.h"
 
-#include <set>
 #include <string>
 #include <utility>
-#include <vector>
 
+#include "embedded/spatial_reference/projjson/json_builder.h"
 #include "platform/spatial_reference/status.h"
 
 namespace Embedded {
 namespace {
 
-/// Stops the parser at the first thing that is out of bounds, before a value is built.
-class BoundsCheck final : public nlohmann::json_sax<Projjson> {
+/// Stops the parser at the first thing that is out of bounds.
+class StrictBuilder final : public JsonBuilder {
 public:
-    bool null() override { return true; }
-    bool boolean(bool) override { return true; }
-    bool number_integer(number_integer_t) override { return true; }
-    bool number_unsigned(number_unsigned_t) override { return true; }
-    bool number_float(number_float_t, const string_t&) override { return true; }
-    bool string(string_t& text) override { return hasNoNul(text); }
-    bool binary(binary_t&) override { return false; }
-    bool start_object(std::size_t) override { return enter(); }
-    bool end_object() override { return leave(); }
-    bool start_array(std::size_t) override { return enter(); }
-    bool end_array() override { return leave(); }
+    bool string(string_t& text) override { return hasNoNul(text) && JsonBuilder::string(text); }
+    bool start_object(std::size_t count) override { return mayEnter() && JsonBuilder::start_object(count); }
+    bool start_array(std::size_t count) override { return mayEnter() && JsonBuilder::start_array(count); }
     bool key(string_t& name) override
     {
-        return hasNoNul(name) && (keys_.back().insert(name).second || refuse("the key \"" + name + "\" appears twice"));
+        return hasNoNul(name) && (addMember(name) || refuse("the key \"" + name + "\" appears twice"));
     }
     bool parse_error(std::size_t position, const std::string&, const nlohmann::detail::exception&) override
     {
@@ -46,18 +37,11 @@ private:
     {
         return text.find('\0') == string_t::npos || refuse("a text holds a NUL character (\\u0000)");
     }
-    bool enter()
+    bool mayEnter()
     {
-        keys_.emplace_back();
-        return keys_.size() <= kDeepestJson || refuse("nested deeper than " + std::to_string(kDeepestJson) + " levels");
-    }
-    bool leave()
-    {
-        keys_.pop_back();
-        return true;
+        return levels() < kDeepestJson || refuse("nested deeper than " + std::to_string(kDeepestJson) + " levels");
     }
 
-    std::vector<std::set<std::string>> keys_;
     std::string error_;
 };
 
@@ -65,11 +49,10 @@ private:
 
 Expected<Projjson> parseStrictJson(std::string_view utf8)
 {
-    BoundsCheck check;
-    if (!Projjson::sax_parse(utf8, &check))
-        return failure(Zentara::Infrastructure::SpatialReference::statusUnreadable, check.error());
-    constexpr bool kAllowExceptions = false;
-    return Projjson::parse(utf8, nullptr, kAllowExceptions);
+    StrictBuilder builder;
+    if (!Projjson::sax_parse(utf8, &builder))
+        return failure(Zentara::Infrastructure::SpatialReference::statusUnreadable, builder.error());
+    return builder.take();
 }
 
 } // namespace Embedded
