@@ -20,8 +20,8 @@ struct ListedCode {
 
     std::wstring text() const;
 };
-/// Calls `read` with every system of the list, which takes a fifth of the time of catalogEntries. May pass a code
-/// twice. Leaves out the systems of PROJ's database when it cannot be read.
+/// Calls `read` with every system of the list, without making an entry of each. May pass a code twice. Leaves out the
+/// systems of PROJ's database when it cannot be read.
 void forEachListedCode(const std::function<void(const ListedCode&)>& read);
 
 /// The entry of a code of the list, which is spelled as there.

@@ -67,7 +67,8 @@ std::vector<std::string> readAuthorities()
 
 PJ_CONTEXT* projContext()
 {
-    // It is never destroyed: the system takes the memory back at once, where PROJ frees it piece by piece (2 ms of 24).
+    // It is never destroyed: the system takes the memory back at once, where freeing it piece by piece was 7 % of a
+    // short command's time.
     static PJ_CONTEXT* const context = silentContext();
     return context;
 }
