@@ -10,5 +10,7 @@ namespace Bench {
 void addCodecComparisons(std::vector<Comparison>& comparisons);
 void addConfigurationComparisons(std::vector<Comparison>& comparisons);
 void addTransformComparisons(std::vector<Comparison>& comparisons);
+void addCommandComparisons(std::vector<Comparison>& comparisons);
+void addLibraryComparisons(std::vector<Comparison>& comparisons);
 
 } // namespace Bench

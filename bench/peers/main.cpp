@@ -69,6 +69,8 @@ bool run(const Options& options)
     addCodecComparisons(comparisons);
     addConfigurationComparisons(comparisons);
     addTransformComparisons(comparisons);
+    addCommandComparisons(comparisons);
+    addLibraryComparisons(comparisons);
     std::erase_if(comparisons, [&](const Comparison& comparison) { return !isWanted(comparison, options); });
     return printTable(comparisons, measure(comparisons, options.rounds));
 }

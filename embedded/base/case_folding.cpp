@@ -48,6 +48,16 @@ bool isEqualInLowerAscii(std::basic_string_view<Character> left, std::basic_stri
 
 } // namespace
 
+std::string toUpperAscii(std::string_view text)
+{
+    std::string result(text);
+    for (char& character : result) {
+        if (character >= 'a' && character <= 'z')
+            character = static_cast<char>(character - ('a' - 'A'));
+    }
+    return result;
+}
+
 std::string toLowerAscii(std::string_view text)
 {
     return lowerAsciiText(text);

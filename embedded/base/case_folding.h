@@ -16,6 +16,9 @@ constexpr Character toLowerAscii(Character character)
     return character >= 'A' && character <= 'Z' ? static_cast<Character>(character + ('a' - 'A')) : character;
 }
 
+/// Only the letters a to z have an upper-case form here.
+FQCORE_API std::string toUpperAscii(std::string_view text);
+
 FQCORE_API std::string toLowerAscii(std::string_view text);
 FQCORE_API std::wstring toLowerAscii(std::wstring_view text);
 FQCORE_API bool equalsIgnoringAsciiCase(std::string_view left, std::string_view right);

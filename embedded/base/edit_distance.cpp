@@ -1,7 +1,6 @@
 #include "embedded/base/edit_distance.h"
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 namespace Embedded {
@@ -15,7 +14,8 @@ std::size_t distanceBetween(Text left, Text right, EditCosts costs)
     for (std::size_t column = 0; column <= right.size(); ++column)
         current[column] = column * costs.edit;
     for (std::size_t row = 1; row <= left.size(); ++row) {
-        beforeLast = std::exchange(last, current);
+        beforeLast.swap(last);
+        last.swap(current); // what the row before the last one held is overwritten
         current[0] = row * costs.edit;
         for (std::size_t column = 1; column <= right.size(); ++column) {
             const std::size_t replacement = left[row - 1] == right[column - 1] ? 0 : costs.edit;

@@ -57,6 +57,18 @@ bool isContinuationByte(char byte)
 
 } // namespace
 
+bool isAscii(std::string_view text)
+{
+    takeAscii(text);
+    return text.empty();
+}
+
+bool isAscii(std::wstring_view text)
+{
+    takeAscii(text);
+    return text.empty();
+}
+
 std::string utf8FromWide(std::wstring_view text)
 {
     const std::wstring_view ascii = takeAscii(text);

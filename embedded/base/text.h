@@ -9,6 +9,10 @@
 
 namespace Embedded {
 
+/// Whether every character is one of ASCII, which is the same in every encoding here.
+FQCORE_API bool isAscii(std::string_view text);
+FQCORE_API bool isAscii(std::wstring_view text);
+
 /// Unpaired surrogates and numbers that are no code point become U+FFFD.
 FQCORE_API std::string utf8FromWide(std::wstring_view text);
 /// Invalid sequences become U+FFFD.

@@ -11,12 +11,19 @@ namespace {
 using Embedded::equalsIgnoringAsciiCase;
 using Embedded::toLowerAscii;
 using Embedded::toLowerCase;
+using Embedded::toUpperAscii;
 
 TEST(CaseFolding, ToLowerAscii_ChangesOnlyAToZ)
 {
     EXPECT_EQ(toLowerAscii("@AZ[`az{09"), "@az[`az{09");
     EXPECT_EQ(toLowerAscii(L"EPSG:Ä\x0130"), L"epsg:Ä\x0130");
     EXPECT_EQ(toLowerAscii("\xC3\x84"), "\xC3\x84");
+}
+
+TEST(CaseFolding, ToUpperAscii_ChangesOnlyAToZ)
+{
+    EXPECT_EQ(toUpperAscii("@AZ[`az{09"), "@AZ[`AZ{09");
+    EXPECT_EQ(toUpperAscii("\xC3\xA4"), "\xC3\xA4");
 }
 
 TEST(CaseFolding, EqualsIgnoringAsciiCase_IgnoresOnlyAToZ)

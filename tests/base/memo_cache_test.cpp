@@ -32,14 +32,41 @@ TEST(MemoCache, CachedValue_IsReturned)
     EXPECT_EQ(cached<std::string>(numbers, "two"), std::nullopt);
 }
 
-TEST(MemoCache, FullCache_IsClearedForTheNextValue)
+TEST(MemoCache, FullCache_DropsTheValueThatWasUsedLongestAgo)
 {
     Embedded::MemoCache<int, std::optional<int>> numbers;
-    constexpr int kMore = 65;
-    for (int number = 0; number < kMore; ++number)
+    constexpr int kMost = numbers.kMaxEntries;
+    for (int number = 0; number < kMost; ++number)
         store(numbers, number, number);
-    EXPECT_EQ(cached(numbers, 0), std::nullopt);
-    EXPECT_NE(cached(numbers, kMore - 1), std::nullopt);
+    EXPECT_EQ(cached(numbers, 0), 0); // is the most recently used one now
+    store(numbers, kMost, kMost);
+    EXPECT_EQ(cached(numbers, 1), std::nullopt);
+    for (const int number : {0, 2, kMost - 1, kMost})
+        EXPECT_EQ(cached(numbers, number), number);
+}
+
+TEST(MemoCache, Cache_CountsHitsAndMisses)
+{
+    Embedded::MemoCache<std::string, std::optional<int>> numbers;
+    EXPECT_EQ(numbers.hits() + numbers.misses(), 0U);
+    store<std::string>(numbers, "one", 1);
+    EXPECT_EQ(numbers.misses(), 1U);
+    EXPECT_EQ(cached<std::string>(numbers, "one"), 1);
+    EXPECT_EQ(cached<std::string>(numbers, "one"), 1);
+    EXPECT_EQ(cached<std::string>(numbers, "two"), std::nullopt);
+    EXPECT_EQ(numbers.hits(), 2U);
+    EXPECT_EQ(numbers.misses(), 2U);
+}
+
+TEST(MemoCache, MoreKeysThanFitInTurns_AreComputedEachTime)
+{
+    Embedded::MemoCache<int, std::optional<int>> numbers;
+    constexpr int kKeys = numbers.kMaxEntries + 1;
+    for (int turn = 0; turn < 3; ++turn) {
+        for (int key = 0; key < kKeys; ++key)
+            store(numbers, key, key);
+    }
+    EXPECT_EQ(numbers.hits(), 0U);
 }
 
 TEST(MemoCache, TooLongKey_IsNotCached)

@@ -1,10 +1,10 @@
 #include "embedded/base/json/strict_json.h"
 
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "embedded/base/json/json_builder.h"
 #include "embedded/base/text.h"
 
 namespace Embedded {
@@ -24,29 +24,31 @@ std::string parserReason(std::string_view message)
     return ": " + std::string(reason.substr(0, reason.find("; last read: ")));
 }
 
-/// Stops the parser at the first thing that is out of bounds, before a value is built.
-class BoundsCheck final : public nlohmann::json_sax<Json> {
+/// Stops the parser at the first thing that is out of bounds.
+class StrictBuilder final : public JsonBuilder {
 public:
-    explicit BoundsCheck(std::size_t mostLevels) : mostLevels_(mostLevels) {}
+    explicit StrictBuilder(std::size_t mostLevels) : mostLevels_(mostLevels) {}
 
-    bool null() override { return endValue(); }
-    bool boolean(bool) override { return endValue(); }
-    bool number_integer(number_integer_t) override { return endValue(); }
-    bool number_unsigned(number_unsigned_t) override { return endValue(); }
-    bool number_float(number_float_t, const string_t&) override { return endValue(); }
-    bool string(string_t& text) override { return hasNoNul(text) && endValue(); }
-    bool binary(binary_t&) override { return false; }
-    bool start_object(std::size_t) override { return enter(false); }
-    bool end_object() override { return leave(); }
-    bool start_array(std::size_t) override { return enter(true); }
-    bool end_array() override { return leave(); }
+    bool null() override { return JsonBuilder::null() && endValue(); }
+    bool boolean(bool value) override { return JsonBuilder::boolean(value) && endValue(); }
+    bool number_integer(number_integer_t value) override { return JsonBuilder::number_integer(value) && endValue(); }
+    bool number_unsigned(number_unsigned_t value) override { return JsonBuilder::number_unsigned(value) && endValue(); }
+    bool number_float(number_float_t value, const string_t& text) override
+    {
+        return JsonBuilder::number_float(value, text) && endValue();
+    }
+    bool string(string_t& text) override { return hasNoNul(text) && JsonBuilder::string(text) && endValue(); }
+    bool start_object(std::size_t count) override { return enter(false) && JsonBuilder::start_object(count); }
+    bool end_object() override { return JsonBuilder::end_object() && leave(); }
+    bool start_array(std::size_t count) override { return enter(true) && JsonBuilder::start_array(count); }
+    bool end_array() override { return JsonBuilder::end_array() && leave(); }
     bool key(string_t& name) override
     {
         Level& object = levels_.back();
         object.key.clear();
         if (!hasNoNul(name))
             return false;
-        if (!object.keys.insert(name).second)
+        if (!addMember(name))
             return refuse("the key \"" + truncateForMessage(name) + "\" appears twice");
         object.key = name;
         return true;
@@ -65,7 +67,6 @@ private:
         bool isArray;
         std::size_t index = 0; // of the element that is being read
         std::string key{};     // of the member that is being read
-        std::set<std::string> keys{};
     };
 
     bool refuse(std::string message)
@@ -117,11 +118,10 @@ private:
 
 Expected<Json> parseStrictJson(std::string_view utf8, std::size_t mostLevels)
 {
-    BoundsCheck check(mostLevels);
-    if (!Json::sax_parse(utf8, &check))
-        return failure(check.error());
-    constexpr bool kAllowExceptions = false;
-    return Json::parse(utf8, nullptr, kAllowExceptions);
+    StrictBuilder builder(mostLevels);
+    if (!Json::sax_parse(utf8, &builder))
+        return failure(builder.error());
+    return builder.take();
 }
 
 } // namespace Embedded

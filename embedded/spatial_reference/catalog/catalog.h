@@ -18,14 +18,13 @@ struct CatalogEntry {
     Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemKind kind =
         Zentara::Infrastructure::SpatialReference::kindNotEarthReferenced;
     bool deprecated = false;
-    std::wstring areaOfUse;
+    std::wstring areaOfUse; // of findCatalogEntry; empty in the list, except for local systems
 };
 
 /// Every system that can be loaded, each once, including deprecated ones and excluding vertical ones. The list is read
 /// on first use. It holds only the local systems, which are not of PROJ's database, when checkCatalogList fails.
 ZSR_API const std::vector<CatalogEntry>& catalogEntries();
-/// Whether PROJ has listed the systems of its database. It cannot when it has none open, cannot read it, or has no room
-/// for the temporary file that it needs.
+/// Whether the systems of PROJ's database could be listed.
 ZSR_API Expected<void> checkCatalogList();
 
 /// The entry of a system by its code. The Error has statusNotFound when the catalog can be read and does not have the

@@ -16,6 +16,9 @@ namespace Embedded {
 /// Whether PROJ has its database open.
 Expected<void> checkCatalogIsOpen();
 
+/// Whether the database has anything of an authority that is spelled so. False when it cannot be read.
+bool hasAuthority(const std::string& authority);
+
 /// Why PROJ gives no object for the code, whose authority is spelled as in the catalog. statusNotFound when the
 /// database lacks the code as well, and for an operation that the database has, since PROJ cannot make all of them.
 Error explainMissingCode(const CatalogCode& code, DefinitionType type);

@@ -93,6 +93,15 @@ std::optional<DefinitionData> cachedDefinition(const CatalogCode& code, Definiti
         [](const Definition& read) { return read.has_value(); });
 }
 
+/// The definition under the authority in capitals, as the catalog spells its own; nothing when PROJ has none there.
+/// Asks for the one object, where the list of all authorities makes SQLite walk through every table (750 reads of the
+/// file).
+std::optional<DefinitionData> definitionInCapitals(CatalogCode code, DefinitionType type)
+{
+    code.authority = toUpperAscii(code.authority);
+    return cachedDefinition(code, type);
+}
+
 } // namespace
 
 std::optional<CatalogCode> resolveCode(std::string_view utf8)
@@ -102,6 +111,10 @@ std::optional<CatalogCode> resolveCode(std::string_view utf8)
         return std::nullopt;
     if (equalsIgnoringAsciiCase(code->authority, kLocalAuthority)) {
         code->authority = kLocalAuthority;
+        return code;
+    }
+    if (std::string capitals = toUpperAscii(code->authority); hasAuthority(capitals)) {
+        code->authority = std::move(capitals);
         return code;
     }
     const auto& authorities = catalogAuthorities();
@@ -126,6 +139,10 @@ ProjObject operationWithInstalledGrids(const CatalogCode& code)
 Expected<DefinitionData> loadFromCatalog(const wchar_t* text, DefinitionType type)
 {
     const std::string utf8 = text ? utf8FromWide(text) : std::string();
+    if (const auto given = splitCode(utf8); given && !equalsIgnoringAsciiCase(given->authority, kLocalAuthority)) {
+        if (auto data = definitionInCapitals(*given, type))
+            return *std::move(data);
+    }
     const auto code = resolveCode(utf8);
     if (code && code->authority == kLocalAuthority)
         return loadLocalSystem(*code, type);

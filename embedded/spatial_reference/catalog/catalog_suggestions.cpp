@@ -1,9 +1,16 @@
 #include "embedded/spatial_reference/catalog/catalog_suggestions.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <string>
 #include <tuple>
+#include <utility>
 
+#include "embedded/base/case_folding.h"
 #include "embedded/base/edit_distance.h"
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog_list.h"
 #include "embedded/spatial_reference/catalog/catalog_order.h"
 #include "embedded/spatial_reference/catalog/catalog_search.h"
 
@@ -17,7 +24,7 @@ struct Suggestion {
     std::size_t distance;
     bool deprecated;
     CatalogOrder order;
-    const CatalogEntry* entry;
+    std::wstring code;
 };
 
 /// One or two slips. A code that is further away is not a misspelling.
@@ -42,6 +49,74 @@ bool isComparable(std::wstring_view text, std::wstring_view code)
     return text.size() <= code.size() + 3 && code.size() <= text.size() + 6;
 }
 
+using CharacterCounts = std::array<int, 128>;
+
+void count(std::string_view text, int number, CharacterCounts& counts)
+{
+    for (const char character : text)
+        counts[static_cast<unsigned char>(toLowerAscii(character))] += number;
+}
+
+/// How many characters one of the texts has and the other lacks, blanks apart. No fewer have to be edited, since a swap
+/// changes none.
+std::size_t fewestEdits(CharacterCounts counts, const ListedCode& listed)
+{
+    count(listed.authority, -1, counts);
+    count(":", -1, counts);
+    count(listed.code, -1, counts);
+    counts[' '] = 0;
+    std::size_t missing = 0;
+    std::size_t added = 0;
+    for (const int number : counts)
+        (number > 0 ? missing : added) += static_cast<std::size_t>(std::abs(number));
+    return std::max(missing, added);
+}
+
+/// Collects the codes that are near to a text.
+class NearCodes {
+public:
+    explicit NearCodes(std::wstring text)
+        : text_(std::move(text)), utf8_(utf8FromWide(text_)), largest_(largestDistance(numberOf(text_)))
+    {
+        if (isAscii(utf8_))
+            count(utf8_, 1, counts_);
+    }
+
+    void compare(const ListedCode& listed)
+    {
+        if (!mayBeNear(listed))
+            return;
+        std::wstring code = listed.text();
+        if (!isComparable(text_, code))
+            return;
+        const std::size_t cost = distance(text_, searchForm(code));
+        if (cost <= kCosts.edit + largest_)
+            near_.push_back({cost, listed.deprecated, catalogOrder(code), std::move(code)});
+    }
+
+    /// The best come first.
+    std::vector<Suggestion> sorted()
+    {
+        std::ranges::sort(near_, {}, [](const Suggestion& s) { return std::tie(s.distance, s.deprecated, s.order); });
+        return std::move(near_);
+    }
+
+private:
+    /// Spares most codes the table of distances.
+    bool mayBeNear(const ListedCode& listed) const
+    {
+        if (!isAscii(utf8_) || !isAscii(listed.authority) || !isAscii(listed.code))
+            return true;
+        return utf8_.ends_with(toLowerAscii(listed.code)) || fewestEdits(counts_, listed) * kCosts.edit <= largest_;
+    }
+
+    std::wstring text_;
+    std::string utf8_;
+    std::size_t largest_;
+    CharacterCounts counts_{};
+    std::vector<Suggestion> near_;
+};
+
 std::vector<CatalogEntry> suggestNames(std::wstring_view text, std::size_t limit)
 {
     return searchCatalog({.text = std::wstring(text), .limit = limit});
@@ -54,19 +129,14 @@ std::vector<CatalogEntry> suggestCodes(std::wstring_view code, std::size_t limit
     const std::wstring text = searchForm(code);
     if (text.empty() || limit == 0)
         return {};
-    std::vector<Suggestion> near;
-    for (const CatalogEntry& entry : catalogEntries()) {
-        if (!isComparable(text, entry.code))
-            continue;
-        const std::size_t cost = distance(text, searchForm(entry.code));
-        if (cost <= kCosts.edit + largestDistance(numberOf(text)))
-            near.push_back({cost, entry.deprecated, catalogOrder(entry.code), &entry});
-    }
-    std::ranges::sort(near, {}, [](const Suggestion& s) { return std::tie(s.distance, s.deprecated, s.order); });
+    NearCodes near(text);
+    forEachListedCode([&near](const ListedCode& listed) { near.compare(listed); });
     std::vector<CatalogEntry> entries;
-    near.resize(std::min(near.size(), limit));
-    for (const Suggestion& suggestion : near)
-        entries.push_back(*suggestion.entry);
+    for (const Suggestion& suggestion : near.sorted()) {
+        const bool isRepeated = std::ranges::find(entries, suggestion.code, &CatalogEntry::code) != entries.end();
+        if (entries.size() < limit && !isRepeated)
+            entries.push_back(listedEntry(suggestion.code));
+    }
     return entries.empty() ? suggestNames(code, limit) : entries;
 }
 

@@ -62,7 +62,7 @@ Status EllipsoidDefinition::GetSemiMajorAxisInMetres(double& value) const
 {
     if (const auto failure = injectedStatus("EllipsoidDefinition::GetSemiMajorAxisInMetres"))
         return *failure;
-    value = Embedded::semiMajorAxisInMetres(data().projjson);
+    value = Embedded::semiMajorAxisInMetres(data().projjson());
     return statusOk;
 }
 
@@ -70,7 +70,7 @@ Status EllipsoidDefinition::GetInverseFlattening(double& value) const
 {
     if (const auto failure = injectedStatus("EllipsoidDefinition::GetInverseFlattening"))
         return *failure;
-    value = Embedded::inverseFlattening(data().projjson);
+    value = Embedded::inverseFlattening(data().projjson());
     return statusOk;
 }
 

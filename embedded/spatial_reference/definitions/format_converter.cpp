@@ -79,7 +79,7 @@ Status FormatConverter::DefinitionToWkt_s(const CoordinateReferenceSystemDefinit
     if (flavor != wktFlavorDefault)
         return statusUnsupported;
     return Embedded::catchJsonErrors(statusFailed,
-                                     [&] { return writeWkt(definition->data().projjson, buffer, bufferCharacters); });
+                                     [&] { return writeWkt(definition->data().projjson(), buffer, bufferCharacters); });
 }
 
 } // namespace Zentara::Infrastructure::SpatialReference

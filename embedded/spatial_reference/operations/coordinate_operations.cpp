@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog_database.h"
 #include "embedded/spatial_reference/catalog/catalog_loader.h"
 #include "embedded/spatial_reference/catalog/catalog_operations.h"
 #include "embedded/spatial_reference/catalog/catalog_order.h"
@@ -113,6 +114,7 @@ std::vector<CatalogOperation> listOperations(const SystemParts& source, const Sy
 {
     const SystemPair pair(source, target);
     const Ranks ranks = ranksBetween(source, target);
+    const CatalogReadCheck check;
     std::vector<CatalogOperation> operations;
     for (const IndexedOperation& indexed : indexedOperations()) {
         const auto direction = pair.direction(indexed);
@@ -121,6 +123,7 @@ std::vector<CatalogOperation> listOperations(const SystemParts& source, const Sy
         if (auto operation = catalogOperation(indexed, *direction))
             operations.push_back(std::move(*operation));
     }
+    requireReadable(check.finish());
     return sorted(std::move(operations), ranks);
 }
 

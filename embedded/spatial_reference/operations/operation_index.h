@@ -23,7 +23,7 @@ struct IndexedOperation {
     OperationEnd target;
 };
 
-/// The operations by authority and code. They are read on first use, which takes some tenths of a second. PROJ itself
+/// The operations, which are read on first use. PROJ itself
 /// finds operations only by their exact systems, and leaves out those that it would not choose.
 const std::vector<IndexedOperation>& indexedOperations();
 

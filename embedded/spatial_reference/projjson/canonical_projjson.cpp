@@ -6,36 +6,39 @@
 #include <numbers>
 #include <string>
 
+#include "embedded/base/json/json_builder.h"
 #include "embedded/base/parse_number.h"
+#include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
 namespace {
 
-constexpr std::array kUsageKeys{"$schema",         "scope",           "area",   "bbox", "usages",
-                                "vertical_extent", "temporal_extent", "remarks"};
+constexpr std::array<std::string_view, 8> kUsageKeys{"$schema",         "scope",           "area",   "bbox", "usages",
+                                                     "vertical_extent", "temporal_extent", "remarks"};
 
-/// Erases them at every level, since a base system may have remarks of its own.
-void eraseUsage(Projjson& node)
-{
-    if (node.is_object()) {
-        for (const char* key : kUsageKeys)
-            node.erase(key);
+/// Leaves them out at every level, since a base system may have remarks of its own.
+class BuilderWithoutUsage final : public JsonBuilder {
+public:
+    bool key(string_t& name) override
+    {
+        if (isLeftOut())
+            return true;
+        if (std::ranges::find(kUsageKeys, std::string_view(name)) != kUsageKeys.end())
+            leaveNextOut();
+        else
+            addMember(name);
+        return true;
     }
-    if (node.is_structured()) {
-        for (Projjson& child : node)
-            eraseUsage(child);
-    }
-}
+};
 
 Projjson exportProjjson(const PJ* object)
 {
     const char* const options[] = {"MULTILINE=NO", nullptr};
     const char* text = proj_as_projjson(projContext(), object, options);
-    Projjson projjson = text ? Projjson::parse(text, nullptr, false) : Projjson();
-    if (!projjson.is_object())
-        return Projjson::object();
-    eraseUsage(projjson);
-    return projjson;
+    BuilderWithoutUsage builder;
+    const bool isRead = text && Projjson::sax_parse(text, &builder);
+    Projjson projjson = isRead ? builder.take() : Projjson();
+    return projjson.is_object() ? projjson : Projjson::object();
 }
 
 /// Codes are numbers where they look like one, as in PROJ's own PROJJSON.
@@ -179,9 +182,9 @@ void restoreLength(Projjson& length, double metres)
         restoreDigits(length["unit"]["conversion_factor"], exactFactor(metres, length["value"].get<double>()));
 }
 
-Projjson ellipsoidProjjson(const PJ* ellipsoid)
+/// The node is an ellipsoid as PROJ writes it, alone or as part of a datum.
+void completeEllipsoid(const PJ* ellipsoid, Projjson& projjson)
 {
-    Projjson projjson = exportProjjson(ellipsoid);
     double major = 0;
     double minor = 0;
     int isMinorComputed = 0;
@@ -196,17 +199,23 @@ Projjson ellipsoidProjjson(const PJ* ellipsoid)
             restoreDigits(projjson["inverse_flattening"], inverse);
     }
     setIdentifier(ellipsoid, projjson);
+}
+
+Projjson ellipsoidProjjson(const PJ* ellipsoid)
+{
+    Projjson projjson = exportProjjson(ellipsoid);
+    completeEllipsoid(ellipsoid, projjson);
     return projjson;
 }
 
-bool isGreenwich(const Projjson& meridian)
+bool isGreenwich(const PJ* meridian)
 {
-    return textOf(meridian, "name") == "Greenwich" && codeOf(meridian) == "EPSG:8901";
+    return std::string_view(proj_get_name(meridian)) == "Greenwich" && codeOfObject(meridian) == "EPSG:8901";
 }
 
-Projjson meridianProjjson(const PJ* meridian)
+/// The node is a meridian as PROJ writes it, alone or as part of a datum.
+void completeMeridian(const PJ* meridian, Projjson& projjson)
 {
-    Projjson projjson = exportProjjson(meridian);
     double longitude = 0;
     double factor = 0;
     Projjson& place = projjson["longitude"];
@@ -218,47 +227,65 @@ Projjson meridianProjjson(const PJ* meridian)
             completeUnit(place["unit"], factor, nullptr, nullptr);
         }
     }
-    projjson.erase("type");
     setIdentifier(meridian, projjson);
-    return projjson;
 }
 
-/// A datum without a meridian has that of Greenwich.
-void completeMeridian(const PJ* datum, Projjson& node)
+/// A datum without a meridian has that of Greenwich, which PROJ also leaves out under another code.
+void completeMeridianOf(const PJ* meridian, Projjson& datum)
 {
-    const ProjObject meridian(proj_get_prime_meridian(projContext(), datum));
-    if (!meridian)
+    if (isGreenwich(meridian)) {
+        datum.erase("prime_meridian");
         return;
-    Projjson projjson = meridianProjjson(meridian.get());
-    if (!isGreenwich(projjson))
-        node["prime_meridian"] = std::move(projjson);
+    }
+    Projjson& node = datum["prime_meridian"];
+    if (node.is_null())
+        node = exportProjjson(meridian);
+    node.erase("type");
+    completeMeridian(meridian, node);
+}
+
+/// The node is a datum as PROJ writes it, alone or as part of a system. What it says of its ellipsoid and its meridian
+/// is what PROJ writes of these alone, apart from their identifiers.
+void completeDatum(const PJ* datum, Projjson& node)
+{
+    if (const ProjObject ellipsoid{proj_get_ellipsoid(projContext(), datum)})
+        completeEllipsoid(ellipsoid.get(), node["ellipsoid"]);
+    const ProjObject meridian(proj_get_prime_meridian(projContext(), datum));
+    setIdentifier(datum, node);
+    if (meridian)
+        completeMeridianOf(meridian.get(), node);
 }
 
 Projjson datumProjjson(const PJ* datum)
 {
     Projjson projjson = exportProjjson(datum);
-    if (const ProjObject ellipsoid{proj_get_ellipsoid(projContext(), datum)}) {
-        projjson["ellipsoid"] = ellipsoidProjjson(ellipsoid.get());
-        projjson["ellipsoid"].erase("type");
-        completeMeridian(datum, projjson);
-    }
-    setIdentifier(datum, projjson);
+    completeDatum(datum, projjson);
     return projjson;
 }
 
-/// Replaces an ensemble by its datum, under the code of the ensemble.
-void completeDatum(const PJ* system, Projjson& node)
+/// The datum of an ensemble, under the code of the ensemble.
+Projjson datumOfEnsemble(const PJ* datum, const Projjson& ensemble)
+{
+    Projjson projjson = datumProjjson(datum);
+    if (!hasIdentifier(projjson) && ensemble.contains("id"))
+        projjson["id"] = ensemble["id"];
+    return projjson;
+}
+
+/// Completes the datum, and puts the datum of an ensemble in the place of the ensemble.
+void completeDatumOf(const PJ* system, Projjson& node)
 {
     const ProjObject datum(proj_crs_get_datum_forced(projContext(), system));
     if (!datum)
         return;
-    Projjson projjson = datumProjjson(datum.get());
+    if (const auto own = node.find("datum"); own != node.end())
+        completeDatum(datum.get(), *own);
+    if (!node.contains("datum_ensemble"))
+        return;
     Projjson completed = Projjson::object();
     for (auto& [key, value] : node.items()) {
         const bool isEnsemble = key == "datum_ensemble";
-        if (isEnsemble && !hasIdentifier(projjson) && value.contains("id"))
-            projjson["id"] = value["id"];
-        completed[isEnsemble ? "datum" : key] = isEnsemble || key == "datum" ? projjson : value;
+        completed[isEnsemble ? "datum" : key] = isEnsemble ? datumOfEnsemble(datum.get(), value) : std::move(value);
     }
     node = std::move(completed);
 }
@@ -295,13 +322,23 @@ void completeSystem(const PJ* system, Projjson& node)
     completeOperation(system, node);
     completeAxes(system, node);
     if (node.contains("datum") || node.contains("datum_ensemble"))
-        completeDatum(system, node);
+        completeDatumOf(system, node);
+}
+
+bool isUnitWithIdentifier(const Projjson& node)
+{
+    return node.is_object() && node.contains("conversion_factor") && node.contains("id");
+}
+
+bool hasUnitWithIdentifier(const Projjson& node)
+{
+    return isUnitWithIdentifier(node) || (node.is_structured() && std::ranges::any_of(node, hasUnitWithIdentifier));
 }
 
 /// Copies the members of a unit's "id" into the unit itself, where PROJ reads the identifier.
 void exposeUnitIdentifiers(Projjson& node)
 {
-    if (node.is_object() && node.contains("conversion_factor") && node.contains("id")) {
+    if (isUnitWithIdentifier(node)) {
         const Projjson id = node["id"];
         node.update(id);
     }
@@ -327,6 +364,8 @@ Projjson canonicalProjjson(const PJ* object)
 
 ProjObject projObjectFrom(const Projjson& projjson)
 {
+    if (!hasUnitWithIdentifier(projjson))
+        return ProjObject(proj_create(projContext(), projjson.dump().c_str()));
     Projjson readable = projjson;
     exposeUnitIdentifiers(readable);
     return ProjObject(proj_create(projContext(), readable.dump().c_str()));

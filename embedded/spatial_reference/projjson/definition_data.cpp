@@ -14,23 +14,23 @@ using Embedded::wideFromUtf8;
 DefinitionData::DefinitionData(DefinitionType definitionType, std::string definitionCode, Projjson definitionProjjson)
     : type(definitionType),
       codeUtf8(std::move(definitionCode)),
-      projjson(std::move(definitionProjjson)),
-      code(wideFromUtf8(codeUtf8))
+      code(wideFromUtf8(codeUtf8)),
+      projjson_(std::make_shared<const Projjson>(std::move(definitionProjjson)))
 {
     derive();
 }
 
 void DefinitionData::setProjjson(Projjson changed)
 {
-    projjson = std::move(changed);
+    projjson_ = std::make_shared<const Projjson>(std::move(changed));
     derive();
 }
 
 void DefinitionData::derive()
 {
-    name = wideFromUtf8(Embedded::nameOf(projjson));
+    name = wideFromUtf8(Embedded::nameOf(projjson()));
     if (type == DefinitionType::coordinateReferenceSystem)
-        kind = Embedded::systemKind(projjson);
+        kind = Embedded::systemKind(projjson());
     const Projjson* datum = datumNode();
     datumCode = datum ? wideFromUtf8(Embedded::codeOf(*datum)) : std::wstring();
     const Projjson* ellipsoid = ellipsoidNode();
@@ -41,17 +41,17 @@ const Projjson* DefinitionData::datumNode() const
 {
     if (type != DefinitionType::coordinateReferenceSystem || kind == kindNotEarthReferenced)
         return nullptr;
-    const Projjson* datum = Embedded::memberOf(Embedded::geodeticSystem(projjson), "datum");
+    const Projjson* datum = Embedded::memberOf(Embedded::geodeticSystem(projjson()), "datum");
     return datum && !Embedded::isUnspecifiedDatum(*datum) ? datum : nullptr;
 }
 
 const Projjson* DefinitionData::ellipsoidNode() const
 {
     if (type == DefinitionType::datum)
-        return Embedded::memberOf(projjson, "ellipsoid");
+        return Embedded::memberOf(projjson(), "ellipsoid");
     if (type != DefinitionType::coordinateReferenceSystem)
         return nullptr;
-    const Projjson* datum = Embedded::memberOf(Embedded::geodeticSystem(projjson), "datum");
+    const Projjson* datum = Embedded::memberOf(Embedded::geodeticSystem(projjson()), "datum");
     return datum ? Embedded::memberOf(*datum, "ellipsoid") : nullptr;
 }
 
@@ -96,25 +96,25 @@ std::optional<DefinitionData> ellipsoidData(const DefinitionData& definition)
 
 bool setEllipsoid(DefinitionData& definition, const DefinitionData& ellipsoid)
 {
-    Projjson changed = definition.projjson;
+    Projjson changed = definition.projjson();
     const bool isDatum = definition.type == DefinitionType::datum;
     const Projjson* datum = isDatum ? &changed : memberOf(geodeticSystem(changed), "datum");
     if (!datum || !memberOf(*datum, "ellipsoid"))
         return false;
     Projjson& place = isDatum ? changed : geodeticSystem(changed)["datum"];
-    place["ellipsoid"] = withoutType(ellipsoid.projjson);
+    place["ellipsoid"] = withoutType(ellipsoid.projjson());
     definition.setProjjson(std::move(changed));
     return true;
 }
 
 bool setDatum(DefinitionData& definition, const DefinitionData& datum)
 {
-    Projjson changed = definition.projjson;
+    Projjson changed = definition.projjson();
     Projjson& system = geodeticSystem(changed);
     const Projjson* present = memberOf(system, "datum");
     if (!present || !memberOf(*present, "ellipsoid"))
         return false;
-    system["datum"] = datum.projjson;
+    system["datum"] = datum.projjson();
     definition.setProjjson(std::move(changed));
     return true;
 }

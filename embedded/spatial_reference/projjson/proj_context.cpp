@@ -67,8 +67,10 @@ std::vector<std::string> readAuthorities()
 
 PJ_CONTEXT* projContext()
 {
-    static const std::unique_ptr<PJ_CONTEXT, ProjRelease> context(silentContext());
-    return context.get();
+    // It is never destroyed: the system takes the memory back at once, where freeing it piece by piece was 7 % of a
+    // short command's time.
+    static PJ_CONTEXT* const context = silentContext();
+    return context;
 }
 
 std::vector<std::string> catalogFolders()

@@ -333,8 +333,8 @@ DefinitionData readDefinition(ByteReader& bytes)
 void writeDefinition(ByteWriter& bytes, const DefinitionData& definition)
 {
     bytes.byte(static_cast<unsigned>(definition.type));
-    bytes.text(definition.codeUtf8 == codeOf(definition.projjson) ? std::string() : definition.codeUtf8);
-    ValueWriter(bytes).value(definition.projjson);
+    bytes.text(definition.codeUtf8 == codeOf(definition.projjson()) ? std::string() : definition.codeUtf8);
+    ValueWriter(bytes).value(definition.projjson());
 }
 
 /// The bytes before the checksum. Throws ErrorException when they do not have that checksum.

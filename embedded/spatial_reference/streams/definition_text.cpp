@@ -40,7 +40,8 @@ std::optional<DefinitionType> typeOfName(std::string_view name)
 
 Projjson entryOf(const DefinitionData& definition)
 {
-    return {{"type", nameOfType(definition.type)}, {"code", definition.codeUtf8}, {"definition", definition.projjson}};
+    return {
+        {"type", nameOfType(definition.type)}, {"code", definition.codeUtf8}, {"definition", definition.projjson()}};
 }
 
 tl::unexpected<Error> unreadable(const char* reason)
@@ -48,17 +49,32 @@ tl::unexpected<Error> unreadable(const char* reason)
     return failure(statusUnreadable, reason);
 }
 
-Expected<DefinitionData> readEntry(const Projjson& entry)
+/// Whether it is the datum or the ellipsoid of a definition that was read before, which PROJ has made an object of.
+bool isPartOf(const Definitions& definitions, DefinitionType type, const Projjson& projjson)
+{
+    return std::ranges::any_of(definitions, [&](const DefinitionData& definition) {
+        const auto part = type == DefinitionType::datum ? datumData(definition) : ellipsoidData(definition);
+        return part && part->type == type && part->projjson() == projjson;
+    });
+}
+
+bool isValid(const Definitions& before, DefinitionType type, const Projjson& projjson)
+{
+    return isPartOf(before, type, projjson) ? hasRequiredParts(type, projjson) : isValidProjjson(type, projjson);
+}
+
+/// Moves the PROJJSON out of the entry.
+Expected<DefinitionData> readEntry(const Definitions& before, Projjson& entry)
 {
     const auto type = typeOfName(textOf(entry, "type"));
     const auto code = textOf(entry, "code");
-    const Projjson* projjson = memberOf(entry, "definition");
-    if (!type || code.empty() || !projjson || !isValidProjjson(*type, *projjson))
+    const auto projjson = entry.is_object() ? entry.find("definition") : entry.end();
+    if (!type || code.empty() || projjson == entry.end() || !isValid(before, *type, *projjson))
         return unreadable("a definition lacks a part that its type must have");
-    return DefinitionData(*type, std::string(code), *projjson);
+    return DefinitionData(*type, std::string(code), std::move(*projjson));
 }
 
-Expected<Definitions> readFrame(const Projjson& frame)
+Expected<Definitions> readFrame(Projjson frame)
 {
     const Projjson* version = memberOf(frame, kVersionKey);
     if (!version || !version->is_number_unsigned() || *version == 0)
@@ -69,8 +85,8 @@ Expected<Definitions> readFrame(const Projjson& frame)
     if (!entries || !entries->is_array() || entries->empty())
         return unreadable("the text has no definitions");
     Definitions definitions;
-    for (const Projjson& entry : *entries) {
-        auto definition = readEntry(entry);
+    for (Projjson& entry : frame[kDefinitionsKey]) {
+        auto definition = readEntry(definitions, entry);
         if (!definition)
             return failure(std::move(definition).error());
         definitions.push_back(*std::move(definition));
@@ -99,10 +115,10 @@ Expected<Definitions> readText(std::string_view utf16le)
         return failure(statusEmptyText, "the text is empty");
     if (!isWellFormed(*text))
         return unreadable("the text has an unpaired surrogate");
-    const auto frame = parseStrictJson(utf8FromWide(*text), kDeepestJson);
+    auto frame = parseStrictJson(utf8FromWide(*text), kDeepestJson);
     if (!frame)
         return failure(statusUnreadable, frame.error().text());
-    return readFrame(*frame);
+    return readFrame(*std::move(frame));
 }
 
 } // namespace

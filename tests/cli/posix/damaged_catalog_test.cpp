@@ -207,8 +207,7 @@ TEST_F(DamagedCatalog, FoundAtTheFirstOfSeveralPoints_EndsTheRunWithoutTheOthers
                                  exec 3>&-
                                  cat <&4 >rest
                                  wait $!
-                                 echo $?)",
-                        ORVELCS_PROGRAM};
+                                 echo $?)");
     script.environment["PROJ_DATA"] = folder().string();
     EXPECT_EQ(run(script).output, "1\n");
     EXPECT_EQ(contents("rest"), "39.9999968834 -100.0004155886\n");

@@ -1,0 +1,53 @@
+// A catalog of the user's own, which PROJ reads with its own one.
+#include <sqlite3.h>
+
+#include "cli/command_line_test.h"
+#include "embedded/spatial_reference/catalog/catalog.h"
+
+namespace Tests {
+namespace {
+
+using testing::HasSubstr;
+
+class UserCatalog : public CommandLineTest {
+protected:
+    /// A catalog that has one projected system and nothing else.
+    void SetUp() override
+    {
+        CommandLineTest::SetUp();
+        sqlite3* database = nullptr;
+        ASSERT_EQ(sqlite3_open(path("mine.db").string().c_str(), &database), SQLITE_OK);
+        const std::string sql = "ATTACH '" + Embedded::catalogPath() +
+                                "' AS proj; CREATE TABLE projected_crs AS SELECT * FROM proj.projected_crs WHERE "
+                                "auth_name = 'EPSG' AND code = 25832; "
+                                "UPDATE projected_crs SET auth_name = 'MINE', code = 'GRID', name = 'Grid of mine';";
+        EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(database);
+    }
+
+    ProgramResult runWithIt(std::vector<std::string> arguments) const
+    {
+        ProgramRun programRun;
+        programRun.arguments = std::move(arguments);
+        programRun.environment["PROJ_AUX_DB"] = path("mine.db").string();
+        return run(programRun);
+    }
+};
+
+TEST_F(UserCatalog, IsSearchedWithTheOther)
+{
+    expectResult(runWithIt({"catalog", "search", "mine", "grid"}), 0, "MINE:GRID  projected  Grid of mine\n", "");
+    EXPECT_EQ(runWithIt({"catalog", "search", "--authority", "mine", "grid"}).status, 0);
+    EXPECT_EQ(runWithIt({"catalog", "search", "EPSG:25832"}).status, 0);
+    EXPECT_EQ(run({"catalog", "search", "grid of mine"}).status, 3);
+}
+
+TEST_F(UserCatalog, HasItsCodesAmongTheNearest)
+{
+    const ProgramResult result = runWithIt({"catalog", "show", "MINE:GRIT"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.errors, HasSubstr("the catalog has no such code; the nearest is MINE:GRID\n"));
+}
+
+} // namespace
+} // namespace Tests
