@@ -1,6 +1,7 @@
 #include "peers/process.h"
 
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -9,30 +10,39 @@
 namespace Bench {
 namespace {
 
-constexpr int kNotStarted = 127;
+/// Where a program's output goes. Its errors are not kept.
+class Redirection {
+public:
+    explicit Redirection(const char* output)
+    {
+        posix_spawn_file_actions_init(&actions_);
+        posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, output, O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        posix_spawn_file_actions_addopen(&actions_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    }
+    Redirection(const Redirection&) = delete;
+    Redirection& operator=(const Redirection&) = delete;
+    ~Redirection() { posix_spawn_file_actions_destroy(&actions_); }
 
-[[noreturn]] void becomeProgram(std::vector<char*> arguments, const char* output)
-{
-    const int results = open(output, O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    const int messages = open("/dev/null", O_WRONLY);
-    if (dup2(results, STDOUT_FILENO) >= 0 && dup2(messages, STDERR_FILENO) >= 0)
-        execvp(arguments.front(), arguments.data());
-    _exit(kNotStarted);
-}
+    const posix_spawn_file_actions_t* get() const { return &actions_; }
+
+private:
+    posix_spawn_file_actions_t actions_{};
+};
 
 } // namespace
 
+// The memory of this process is not copied for the new one, which would count for it.
 void runProcess(const std::vector<std::string>& words, const std::filesystem::path& output, int status)
 {
     std::vector<char*> arguments;
     for (const std::string& word : words)
         arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
-    const pid_t child = fork();
-    if (child == 0)
-        becomeProgram(std::move(arguments), output.c_str());
+    const Redirection redirection(output.c_str());
+    pid_t child = 0;
     int result = 0;
-    if (child < 0 || waitpid(child, &result, 0) != child || !WIFEXITED(result) || WEXITSTATUS(result) != status)
+    if (posix_spawnp(&child, arguments.front(), redirection.get(), nullptr, arguments.data(), environ) != 0 ||
+        waitpid(child, &result, 0) != child || !WIFEXITED(result) || WEXITSTATUS(result) != status)
         throw std::runtime_error(words.front() + " did not end with status " + std::to_string(status));
 }
 

@@ -22,7 +22,7 @@ constexpr const wchar_t* kFolderVariable = L"VORLEN_USER_DICTIONARY_PATH";
 constexpr const wchar_t* kSubfolders = L"\\Zentara\\User Geospatial Coordinate Systems";
 constexpr const wchar_t* kFileName = L"\\TransformationSetting.xml";
 
-constexpr std::size_t kBlockInBytes = 65536;
+constexpr std::size_t kBlockInBytes = 1U << 18;
 constexpr int kUpToItsNul = -1; // the length of a text that ends with its NUL
 
 using FolderText = std::array<wchar_t, 260>; // the length of the system's folder paths
