@@ -8,11 +8,14 @@ folder=${XDG_CACHE_HOME:-$HOME/.cache}/orvel-coordsys-core/peers
 mkdir -p "$folder"
 exec 9>"$folder/lock"
 flock 9
-if ! ls -d "$folder"/pugixml-*/src >/dev/null 2>&1; then
-    (cd "$folder" && "$root/scripts/fetch-debian-sources.sh" pugixml) >"$folder/fetch.log" 2>&1 || {
+if [ ! -d "$folder/pugixml" ]; then
+    work=$(mktemp -d)
+    trap 'rm -rf "$work"' EXIT
+    (cd "$work" && "$root/scripts/fetch-debian-sources.sh" pugixml) >"$folder/fetch.log" 2>&1 || {
         tail -n 5 "$folder/fetch.log" >&2
         echo "peer-sources: failed; the whole of what was said is in $folder/fetch.log" >&2
         exit 1
     }
+    mv "$work"/pugixml-[0-9]*/ "$folder/pugixml"
 fi
-ls -d "$folder"/pugixml-*/src
+echo "$folder/pugixml/src"

@@ -32,7 +32,9 @@ Options parseOptions(int count, char** arguments)
         const std::string_view argument = arguments[index];
         if (argument == "--rounds" && index + 1 < count) {
             const std::string_view number = arguments[++index];
-            std::from_chars(number.data(), number.data() + number.size(), options.rounds);
+            const auto end = std::from_chars(number.data(), number.data() + number.size(), options.rounds).ptr;
+            demand(end == number.data() + number.size() && options.rounds > 0,
+                   "--rounds: expected a whole number above 0");
         } else {
             options.works.push_back(argument);
         }
@@ -72,6 +74,7 @@ bool run(const Options& options)
     addCommandComparisons(comparisons);
     addLibraryComparisons(comparisons);
     std::erase_if(comparisons, [&](const Comparison& comparison) { return !isWanted(comparison, options); });
+    demand(!comparisons.empty(), "no work has such a name");
     return printTable(comparisons, measure(comparisons, options.rounds));
 }
 

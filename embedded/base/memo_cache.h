@@ -15,7 +15,7 @@ public:
     static constexpr std::size_t kMaxKeyLength = std::size_t{16} * 1024;
 
     /// Returns the cached value of the key, or what `compute` returns. Keeps that value if `isLasting` accepts it and
-    /// the key has at most kMaxKeyLength characters, which every definition fits. A full cache drops the value that was
+    /// the key has at most kMaxKeyLength characters. A full cache drops the value that was
     /// used longest ago.
     template <class Lookup, class Compute, class IsLasting>
     Value getOrCompute(const Lookup& key, const Compute& compute, const IsLasting& isLasting)

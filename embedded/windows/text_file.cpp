@@ -55,6 +55,7 @@ class OpenFile {
 public:
     OpenFile(FileDescriptor descriptor, bool isBinary) : descriptor_(std::move(descriptor)), isBinary_(isBinary)
     {
+        translated_.reserve(2 * kBufferInBytes); // it must not grow below the C library, which throws nothing on
         ResourceCounters::add(ResourceKind::textFile);
     }
     OpenFile(const OpenFile&) = delete;
@@ -107,7 +108,7 @@ std::size_t OpenFile::withoutCarriageReturns(char* bytes, std::size_t size) cons
         const auto* const found =
             static_cast<const char*>(std::memchr(from, '\r', static_cast<std::size_t>(end - from)));
         const char* const stop = found != nullptr ? found : end;
-        kept = std::copy(from, stop, kept);
+        kept = std::char_traits<char>::move(kept, from, static_cast<std::size_t>(stop - from)) + (stop - from);
         from = stop;
         if (from == end)
             break;

@@ -1,6 +1,5 @@
 #include "transformation/configured_transformation.h"
 
-#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,21 +10,21 @@
 namespace Orvel {
 namespace {
 
-bool isDigit(wchar_t character)
+/// A digit has no case.
+bool endInDifferentDigits(std::wstring_view left, std::wstring_view right)
 {
-    return character >= L'0' && character <= L'9';
+    constexpr std::wstring_view kDigits = L"0123456789";
+    return left.back() != right.back() && kDigits.find(left.back()) != std::wstring_view::npos;
 }
 
-/// Ignores case. Most codes differ in a digit near their end, and a digit has no case: looking there first takes a
-/// fifth of the time of comparing each character in lower case.
+/// Ignores case. Most codes are the same or end in another digit, so that few are compared in lower case, which takes
+/// five times as long.
 bool isSameCode(std::wstring_view left, std::wstring_view right)
 {
-    if (left.size() != right.size())
-        return false;
-    const auto [one, other] = std::mismatch(left.rbegin(), left.rend(), right.rbegin());
-    if (one == left.rend())
+    if (left == right)
         return true;
-    return !isDigit(*one) && !isDigit(*other) && _wcsnicmp(left.data(), right.data(), left.size()) == 0;
+    return left.size() == right.size() && !endInDifferentDigits(left, right) &&
+           _wcsnicmp(left.data(), right.data(), left.size()) == 0;
 }
 
 bool matches(const ItemText& item, std::wstring_view source, std::wstring_view target)

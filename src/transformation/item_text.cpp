@@ -74,37 +74,6 @@ std::wstring_view takeValue(std::wstring_view& rest)
     return value;
 }
 
-/// Reads an item as the module writes it, in one walk from tag to tag, which takes a twentieth of the time of searching
-/// for each tag. False, and `remaining` unchanged, for any other text.
-bool takeWrittenItem(std::wstring_view& remaining, ItemText& item)
-{
-    std::wstring_view rest = remaining;
-    while (!rest.empty() && kBlanks.find(rest.front()) != std::wstring_view::npos)
-        rest.remove_prefix(1);
-    if (!skip(rest, L"<Item><Version>"))
-        return false;
-    takeValue(rest);
-    if (!skip(rest, L"</Version><SourceCs>"))
-        return false;
-    item.sourceCs = takeValue(rest);
-    if (!skip(rest, L"</SourceCs><TargetCs>"))
-        return false;
-    item.targetCs = takeValue(rest);
-    if (!skip(rest, L"</TargetCs><Name>"))
-        return false;
-    item.name = takeValue(rest);
-    if (!skip(rest, L"</Name><Type>"))
-        return false;
-    item.type = parseType(takeValue(rest));
-    if (!skip(rest, L"</Type><Note>"))
-        return false;
-    item.note = takeValue(rest);
-    if (!skip(rest, L"</Note></Item>"))
-        return false;
-    remaining = rest;
-    return true;
-}
-
 } // namespace
 
 std::optional<std::wstring_view> takeItemChunk(std::wstring_view& remaining)
@@ -137,6 +106,35 @@ int ExtractElementText(std::wstring_view text, std::wstring_view tag, std::wstri
         return -1;
     value = text.substr(start + openingLength, span - openingLength);
     return 0;
+}
+
+bool takeWrittenItem(std::wstring_view& remaining, ItemText& item)
+{
+    std::wstring_view rest = remaining;
+    while (!rest.empty() && kBlanks.find(rest.front()) != std::wstring_view::npos)
+        rest.remove_prefix(1);
+    if (!skip(rest, L"<Item><Version>"))
+        return false;
+    takeValue(rest);
+    if (!skip(rest, L"</Version><SourceCs>"))
+        return false;
+    item.sourceCs = takeValue(rest);
+    if (!skip(rest, L"</SourceCs><TargetCs>"))
+        return false;
+    item.targetCs = takeValue(rest);
+    if (!skip(rest, L"</TargetCs><Name>"))
+        return false;
+    item.name = takeValue(rest);
+    if (!skip(rest, L"</Name><Type>"))
+        return false;
+    item.type = parseType(takeValue(rest));
+    if (!skip(rest, L"</Type><Note>"))
+        return false;
+    item.note = takeValue(rest);
+    if (!skip(rest, L"</Note></Item>"))
+        return false;
+    remaining = rest;
+    return true;
 }
 
 bool takeItem(std::wstring_view& remaining, ItemText& item)

@@ -1,7 +1,6 @@
 // The text of a code.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
@@ -19,7 +18,8 @@ public:
             long_ = text;
             return;
         }
-        *std::copy(text.begin(), text.end(), short_.begin()) = L'\0';
+        std::char_traits<wchar_t>::move(short_.data(), text.data(), text.size());
+        short_[text.size()] = L'\0';
         long_.clear();
     }
 

@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
 #include <new>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <vector>
 
 #include "platform/windows.h"
 #include "transformation/config_text.h"
@@ -52,67 +51,37 @@ std::wstring userFolder()
     return folder.data() + std::wstring(kSubfolders);
 }
 
-/// Bytes that grow in place: realloc moves the pages of long ones, where std::string would copy them into new memory,
-/// which is most of the time of reading a long file.
-class GrowingText {
-public:
-    /// Room for so many bytes after the end.
-    char* room(std::size_t bytes)
-    {
-        if (capacity_ - length_ < bytes) {
-            capacity_ = std::max(capacity_ * 2, length_ + bytes);
-            char* const grown = static_cast<char*>(std::realloc(bytes_.get(), capacity_));
-            if (grown == nullptr)
-                throw std::bad_alloc();
-            static_cast<void>(bytes_.release()); // realloc has released it
-            bytes_.reset(grown);
-        }
-        return bytes_.get() + length_;
-    }
-    void append(std::size_t bytes) { length_ += bytes; }
-    const char* c_str()
-    {
-        *room(1) = '\0';
-        return bytes_.get();
-    }
-
-private:
-    struct BytesPolicy {
-        using Handle = char*;
-        static void dispose(char* bytes) { std::free(bytes); }
-    };
-    Holder<BytesPolicy> bytes_;
-    std::size_t length_ = 0;
-    std::size_t capacity_ = 0;
-};
-
-/// Moves the lines together and returns their length.
-std::size_t removeLineEnds(char* text, std::size_t length)
+/// Appends the text without the ends of its lines.
+void appendLines(std::string& joined, std::string_view text)
 {
-    char* end = text;
-    for (std::string_view rest(text, length); !rest.empty();) {
-        const std::string_view line = rest.substr(0, rest.find('\n'));
-        end = std::copy(line.begin(), line.end(), end);
-        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        joined.append(line);
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
     }
-    return static_cast<std::size_t>(end - text);
 }
 
-/// The file's lines joined without their ends. No value without a file and after a read error.
-std::optional<GrowingText> readLines()
+/// The file's lines joined without their ends. No value without a file and after a read error. The blocks are joined
+/// when all are read: one text that grew would be copied as often as it doubles.
+std::optional<std::string> readLines()
 {
     const TextFile file = openSettings(L"rt");
     if (!file)
         return std::nullopt;
-    GrowingText text;
-    for (;;) {
-        char* const block = text.room(kBlockInBytes);
-        const std::size_t read = std::fread(block, 1, kBlockInBytes, file.get());
-        if (read == 0)
-            break;
-        text.append(removeLineEnds(block, read));
-    }
-    return std::ferror(file.get()) == 0 ? std::optional(std::move(text)) : std::nullopt;
+    std::vector<std::string> blocks;
+    std::size_t length = 0;
+    do {
+        std::string& block = blocks.emplace_back(kBlockInBytes, '\0');
+        block.resize(std::fread(block.data(), 1, kBlockInBytes, file.get()));
+        length += block.size();
+    } while (!blocks.back().empty());
+    if (std::ferror(file.get()) != 0)
+        return std::nullopt;
+    std::string joined;
+    joined.reserve(length);
+    for (const std::string& block : blocks)
+        appendLines(joined, block);
+    return joined;
 }
 
 /// The buffer is zero and has one character more than the conversion asks for: where an incomplete sequence ends the
@@ -165,7 +134,7 @@ std::wstring GetUserTransformationSettingsPath()
 bool ReadUserTransformationSettings(wchar_t*& text)
 {
     text = sharedEmptyText();
-    std::optional<GrowingText> lines = readLines();
+    const std::optional<std::string> lines = readLines();
     if (!lines)
         return false;
     HostString wide = decodeUtf8(lines->c_str());

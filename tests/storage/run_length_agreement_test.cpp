@@ -6,6 +6,7 @@
 
 #include "storage/byte_patterns.h"
 #include "storage/reference_run_length.h"
+#include "storage/run_length.h"
 #include "storage/run_length_calls.h"
 
 namespace Tests {
@@ -58,6 +59,16 @@ public:
 private:
     std::mt19937 engine_;
 };
+
+TEST(RunLengthAgreement, PackingIntoNewMemory_GivesTheSameBytes)
+{
+    Inputs inputs(kSeed + 4);
+    constexpr std::size_t kLongest = 40000; // the literals of more than 256 packets
+    for (int round = 0; round < 300; ++round) {
+        const Bytes input = round % 2 == 0 ? inputs.noise(kLongest) : inputs.next();
+        ASSERT_TRUE(Orvel::Pack(input.data(), input.size()) == referencePacked(input)) << "round " << round;
+    }
+}
 
 TEST(RunLengthAgreement, PackedBytesAndSizesAgreeAndUnpackToTheInput)
 {

@@ -21,6 +21,15 @@ std::string attachedName(std::size_t number)
     return "user" + std::to_string(number);
 }
 
+/// The name of a table or column between quotes.
+std::string quoted(const std::string& name)
+{
+    std::string text = "\"";
+    for (const char character : name)
+        text.append(character == '"' ? 2 : 1, character);
+    return text + '"';
+}
+
 std::vector<std::string> userDatabases()
 {
     const char* paths = std::getenv("PROJ_AUX_DB"); // PROJ reads it itself
@@ -92,14 +101,14 @@ void CatalogConnection::uniteTables(const std::string& name, std::size_t databas
     std::string columns;
     for (const std::string& column :
          query("SELECT name FROM pragma_table_info(?1, 'main')", {name}).value_or(std::vector<std::string>()))
-        columns += (columns.empty() ? "\"" : ", \"") + column + "\"";
-    std::string rows = "SELECT " + columns + " FROM main.\"" + name + "\"";
+        columns += (columns.empty() ? "" : ", ") + quoted(column);
+    std::string rows = "SELECT " + columns + " FROM main." + quoted(name);
     for (std::size_t number = 1; number <= databases; ++number) {
-        const std::string table = attachedName(number) + ".\"" + name + "\"";
+        const std::string table = attachedName(number) + "." + quoted(name);
         if (canSelect(table, columns))
             rows += " UNION ALL SELECT " + columns + " FROM " + table;
     }
-    static_cast<void>(query("CREATE TEMP VIEW \"" + name + "\" AS " + rows)); // without it the table itself is read
+    static_cast<void>(query("CREATE TEMP VIEW " + quoted(name) + " AS " + rows)); // without it the table itself is read
 }
 
 auto CatalogConnection::prepare(const std::string& sql, const std::vector<std::string>& values) const

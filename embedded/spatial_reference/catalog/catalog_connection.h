@@ -37,8 +37,8 @@ public:
     const std::string& path() const { return path_; }
     bool isOpen() const;
 
-    /// Adds databases of the user's own to it, as PROJ does: every table and view has the rows of all of them. A
-    /// database that cannot be opened is left out.
+    /// Adds databases of the user's own to it: every table and view has the rows of all of them. One that cannot be
+    /// opened is left out here; PROJ then refuses the whole catalog.
     void addDatabases(const std::vector<std::string>& paths);
 
     /// Calls `read` with each row. The values are those of ?1, ?2 and so on.

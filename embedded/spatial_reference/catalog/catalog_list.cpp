@@ -20,6 +20,7 @@ constexpr const char* kListedSystems =
     "UNION ALL SELECT compound.auth_name, compound.code, compound.deprecated, compound.name, "
     "coalesce(geodetic.type, 'projected') FROM compound_crs compound "
     "LEFT JOIN geodetic_crs geodetic ON geodetic.auth_name = horiz_crs_auth_name AND geodetic.code = horiz_crs_code";
+/// The same systems without what is slow to read.
 constexpr const char* kListedCodes = "SELECT auth_name, code, deprecated FROM geodetic_crs "
                                      "UNION ALL SELECT auth_name, code, deprecated FROM projected_crs "
                                      "UNION ALL SELECT auth_name, code, deprecated FROM compound_crs";
@@ -106,15 +107,15 @@ void forEachListedCode(const std::function<void(const ListedCode&)>& read)
         read({kLocalAuthority, textOf(projjson["id"], "code"), false});
 }
 
-CatalogEntry listedEntry(std::wstring_view code)
+std::optional<CatalogEntry> listedEntry(std::wstring_view code)
 {
     const auto parts = splitCode(utf8FromWide(code)).value_or(CatalogCode());
     if (const Projjson* local = parts.authority == kLocalAuthority ? findLocalSystem(parts.code) : nullptr)
         return localEntry(*local);
-    CatalogEntry entry;
+    std::optional<CatalogEntry> entry;
     const std::string sql = std::string("SELECT * FROM (") + kListedSystems + ") WHERE auth_name = ?1 AND code = ?2";
     static_cast<void>(readRows(sql, {parts.authority, parts.code}, [&entry](const CatalogRow& row) {
-        if (entry.code.empty())
+        if (!entry)
             entry = entryIn(row);
     }));
     return entry;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,11 +21,12 @@ struct ListedCode {
 
     std::wstring text() const;
 };
+
 /// Calls `read` with every system of the list, without making an entry of each. May pass a code twice. Leaves out the
 /// systems of PROJ's database when it cannot be read.
 void forEachListedCode(const std::function<void(const ListedCode&)>& read);
 
 /// The entry of a code of the list, which is spelled as there.
-CatalogEntry listedEntry(std::wstring_view code);
+std::optional<CatalogEntry> listedEntry(std::wstring_view code);
 
 } // namespace Embedded

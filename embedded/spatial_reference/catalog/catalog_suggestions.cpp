@@ -134,10 +134,15 @@ std::vector<CatalogEntry> suggestCodes(std::wstring_view code, std::size_t limit
     std::vector<CatalogEntry> entries;
     for (const Suggestion& suggestion : near.sorted()) {
         const bool isRepeated = std::ranges::find(entries, suggestion.code, &CatalogEntry::code) != entries.end();
-        if (entries.size() < limit && !isRepeated)
-            entries.push_back(listedEntry(suggestion.code));
+        if (entries.size() == limit || isRepeated)
+            continue;
+        if (std::optional<CatalogEntry> entry = listedEntry(suggestion.code))
+            entries.push_back(*std::move(entry));
     }
-    return entries.empty() ? suggestNames(code, limit) : entries;
+    if (entries.empty())
+        entries = suggestNames(code, limit);
+    std::erase_if(entries, [code](const CatalogEntry& entry) { return entry.code == code; }); // it cannot be loaded
+    return entries;
 }
 
 } // namespace Embedded

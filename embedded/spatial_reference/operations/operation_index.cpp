@@ -1,6 +1,9 @@
 #include "embedded/spatial_reference/operations/operation_index.h"
 
 #include <map>
+#include <optional>
+#include <set>
+#include <string>
 
 #include "embedded/spatial_reference/catalog/catalog_connection.h"
 #include "embedded/spatial_reference/catalog/catalog_database.h"
@@ -53,11 +56,10 @@ std::string endsQuery()
            "ends.auth_name) "
            "AND projected.code = coalesce(compound.horiz_crs_code, ends.code) "
            "LEFT JOIN geodetic_crs geodetic ON geodetic.auth_name = "
-           "coalesce(projected.geodetic_crs_auth_name, compound.horiz_crs_auth_name, ends.auth_name) AND geodetic.code "
-           "= "
-           "coalesce(projected.geodetic_crs_code, compound.horiz_crs_code, ends.code) "
-           "LEFT JOIN geodetic_datum datum ON datum.auth_name = geodetic.datum_auth_name AND datum.code = "
-           "geodetic.datum_code";
+           "coalesce(projected.geodetic_crs_auth_name, compound.horiz_crs_auth_name, ends.auth_name) "
+           "AND geodetic.code = coalesce(projected.geodetic_crs_code, compound.horiz_crs_code, ends.code) "
+           "LEFT JOIN geodetic_datum datum ON datum.auth_name = geodetic.datum_auth_name "
+           "AND datum.code = geodetic.datum_code";
 }
 
 std::string codeAt(const CatalogRow& row, int column)
@@ -87,13 +89,16 @@ private:
         constexpr int kDatum = 2;
         constexpr int kDatumName = 4;
         constexpr int kVertical = 5;
-        OperationEnd& end = ends_[codeAt(row, kSystem)];
+        const std::optional<CatalogCode> system = splitCode(codeAt(row, kSystem));
+        const auto [place, isNew] = ends_.try_emplace(codeAt(row, kSystem));
+        if (!system || !isNew)
+            return;
+        OperationEnd& end = place->second;
         end = {.datum = codeAt(row, kDatum), .vertical = codeAt(row, kVertical)};
         if (end.datum.empty() && end.vertical.empty())
-            end = endOfObject(*splitCode(codeAt(row, kSystem)));
+            end = endOfObject(*system);
         else if (!end.datum.empty())
-            index_.datums.try_emplace(
-                end.datum, IndexedDatum{*splitCode(codeAt(row, kSystem)), std::string(row.text(kDatumName))});
+            index_.datums.try_emplace(end.datum, IndexedDatum{*system, std::string(row.text(kDatumName))});
     }
 
     /// The end that is a system without a datum of its own in the tables, but with a text as its definition.
@@ -112,6 +117,7 @@ private:
 
     void readOperation(const CatalogRow& row)
     {
+        constexpr int kOperation = 0;
         constexpr int kTable = 2;
         constexpr int kSource = 3;
         constexpr int kTarget = 5;
@@ -122,14 +128,15 @@ private:
         if (target.datum.empty())
             target.datum = source.datum;
         const bool isPath = row.text(kTable) == "concatenated_operation";
-        if (!source.datum.empty())
-            index_.operations.push_back({*splitCode(codeAt(row, 0)),
-                                         isPath ? DefinitionType::path : DefinitionType::transformation,
+        const std::optional<CatalogCode> operation = splitCode(codeAt(row, kOperation));
+        if (operation && !source.datum.empty() && seen_.insert(operation->text()).second)
+            index_.operations.push_back({*operation, isPath ? DefinitionType::path : DefinitionType::transformation,
                                          std::move(source), std::move(target)});
     }
 
     Index index_;
     std::map<std::string, OperationEnd> ends_;
+    std::set<std::string> seen_; // a database of the user's own may repeat operations
 };
 
 const Index& operationIndex()

@@ -23,8 +23,8 @@ struct IndexedOperation {
     OperationEnd target;
 };
 
-/// The operations, which are read on first use. PROJ itself
-/// finds operations only by their exact systems, and leaves out those that it would not choose.
+/// The operations, which are read on first use. PROJ itself finds operations only by their exact systems, and leaves
+/// out those that it would not choose.
 const std::vector<IndexedOperation>& indexedOperations();
 
 /// The codes under which the index has the datum.

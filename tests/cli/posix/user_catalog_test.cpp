@@ -15,13 +15,19 @@ protected:
     void SetUp() override
     {
         CommandLineTest::SetUp();
+        execute(
+            "CREATE TABLE projected_crs AS SELECT * FROM proj.projected_crs WHERE auth_name = 'EPSG' AND code = 25832; "
+            "UPDATE projected_crs SET auth_name = 'MINE', code = 'GRID', name = 'Grid of mine';");
+    }
+
+    /// Runs SQL in the user's catalog. "proj" is PROJ's.
+    void execute(const std::string& sql) const
+    {
         sqlite3* database = nullptr;
         ASSERT_EQ(sqlite3_open(path("mine.db").string().c_str(), &database), SQLITE_OK);
-        const std::string sql = "ATTACH '" + Embedded::catalogPath() +
-                                "' AS proj; CREATE TABLE projected_crs AS SELECT * FROM proj.projected_crs WHERE "
-                                "auth_name = 'EPSG' AND code = 25832; "
-                                "UPDATE projected_crs SET auth_name = 'MINE', code = 'GRID', name = 'Grid of mine';";
-        EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+        const std::string whole = "ATTACH '" + Embedded::catalogPath() + "' AS proj; " + sql;
+        EXPECT_EQ(sqlite3_exec(database, whole.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(database);
         sqlite3_close(database);
     }
 
@@ -47,6 +53,30 @@ TEST_F(UserCatalog, HasItsCodesAmongTheNearest)
     const ProgramResult result = runWithIt({"catalog", "show", "MINE:GRIT"});
     EXPECT_EQ(result.status, 3);
     EXPECT_THAT(result.errors, HasSubstr("the catalog has no such code; the nearest is MINE:GRID\n"));
+}
+
+TEST_F(UserCatalog, OperationOfBothCatalogs_IsListedOnce)
+{
+    execute("CREATE TABLE helmert_transformation AS SELECT * FROM proj.helmert_transformation WHERE auth_name = 'EPSG' "
+            "AND code = 1777;");
+    const Arguments list{"transformation", "list", "EPSG:4314", "EPSG:4326"};
+    EXPECT_EQ(runWithIt(list).output, run(list).output);
+}
+
+TEST_F(UserCatalog, OperationWithoutASystemOrCode_IsLeftOut)
+{
+    execute("CREATE TABLE other_transformation AS SELECT * FROM proj.other_transformation LIMIT 2; "
+            "UPDATE other_transformation SET source_crs_auth_name = NULL, source_crs_code = NULL WHERE rowid = 1; "
+            "UPDATE other_transformation SET auth_name = 'MINE', code = '' WHERE rowid = 2;");
+    const Arguments list{"transformation", "list", "EPSG:4314", "EPSG:4326"};
+    EXPECT_EQ(runWithIt(list).output, run(list).output);
+}
+
+TEST_F(UserCatalog, SystemThatOnlyTheListHas_IsNotSuggestedForItself)
+{
+    const ProgramResult result = runWithIt({"catalog", "show", "MINE:GRID"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.errors, testing::Not(HasSubstr("the nearest is MINE:GRID")));
 }
 
 } // namespace
