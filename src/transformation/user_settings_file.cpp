@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <limits>
+#include <memory>
 #include <new>
 #include <optional>
 #include <string>
@@ -21,7 +22,7 @@ constexpr const wchar_t* kFolderVariable = L"VORLEN_USER_DICTIONARY_PATH";
 constexpr const wchar_t* kSubfolders = L"\\Zentara\\User Geospatial Coordinate Systems";
 constexpr const wchar_t* kFileName = L"\\TransformationSetting.xml";
 
-constexpr std::size_t kBlockInBytes = 1U << 18;
+constexpr std::size_t kBlockInBytes = 65536;
 constexpr int kUpToItsNul = -1; // the length of a text that ends with its NUL
 
 using FolderText = std::array<wchar_t, 260>; // the length of the system's folder paths
@@ -61,26 +62,28 @@ void appendLines(std::string& joined, std::string_view text)
     }
 }
 
-/// The file's lines joined without their ends. No value without a file and after a read error. The blocks are joined
-/// when all are read: one text that grew would be copied as often as it doubles.
+/// The file's lines joined without their ends. No value without a file and after a read error. The parts are joined when
+/// all are read: one text that grew would be copied as often as it doubles.
 std::optional<std::string> readLines()
 {
     const TextFile file = openSettings(L"rt");
     if (!file)
         return std::nullopt;
-    std::vector<std::string> blocks;
+    const auto block = std::make_unique_for_overwrite<char[]>(kBlockInBytes);
+    std::vector<std::string> parts;
     std::size_t length = 0;
-    do {
-        std::string& block = blocks.emplace_back(kBlockInBytes, '\0');
-        block.resize(std::fread(block.data(), 1, kBlockInBytes, file.get()));
-        length += block.size();
-    } while (!blocks.back().empty());
+    while (const std::size_t read = std::fread(block.get(), 1, kBlockInBytes, file.get())) {
+        std::string& part = parts.emplace_back();
+        part.reserve(read);
+        appendLines(part, {block.get(), read});
+        length += part.size();
+    }
     if (std::ferror(file.get()) != 0)
         return std::nullopt;
     std::string joined;
     joined.reserve(length);
-    for (const std::string& block : blocks)
-        appendLines(joined, block);
+    for (const std::string& part : parts)
+        joined += part;
     return joined;
 }
 
