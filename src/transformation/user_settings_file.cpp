@@ -62,8 +62,8 @@ void appendLines(std::string& joined, std::string_view text)
     }
 }
 
-/// The file's lines joined without their ends. No value without a file and after a read error. The parts are joined when
-/// all are read: one text that grew would be copied as often as it doubles.
+/// The file's lines joined without their ends. No value without a file and after a read error. The parts are joined
+/// when all are read: one text that grew would be copied as often as it doubles.
 std::optional<std::string> readLines()
 {
     const TextFile file = openSettings(L"rt");

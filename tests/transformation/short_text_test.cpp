@@ -34,6 +34,17 @@ TEST(ShortText, ItsOwnText_CanBeAssigned)
     }
 }
 
+TEST(ShortText, EveryEndOfItsOwnText_CanBeAssigned)
+{
+    const std::wstring whole = L"abcdefghijklmno";
+    for (std::size_t start = 0; start <= whole.size(); ++start) {
+        Orvel::ShortText text;
+        text.assign(whole);
+        text.assign(std::wstring_view(text.c_str()).substr(start));
+        EXPECT_EQ(text.c_str(), whole.substr(start));
+    }
+}
+
 TEST(ShortText, Copy_HasATextOfItsOwn)
 {
     for (const std::size_t length : std::vector<std::size_t>{15, 16}) {

@@ -84,6 +84,21 @@ TEST_F(WrittenItem, EveryChangeOfOneCharacter_IsReadAsTheSearchesReadIt)
     }
 }
 
+TEST_F(WrittenItem, WithoutOneOfItsTagPairs_IsReadAsTheSearchesReadIt)
+{
+    constexpr std::wstring_view kTagPairs[] = {L"<Item><Version>",   L"</Version><SourceCs>", L"</SourceCs><TargetCs>",
+                                               L"</TargetCs><Name>", L"</Name><Type>",        L"</Type><Note>",
+                                               L"</Note></Item>"};
+    for (const std::wstring_view missing : kTagPairs) {
+        for (const std::wstring_view value : {L"", L"1"}) {
+            std::wstring text;
+            for (const std::wstring_view tags : kTagPairs)
+                text.append(tags == missing ? L"" : tags).append(tags == missing || tags == kTagPairs[6] ? L"" : value);
+            expectAgreement(text + std::wstring(kItem));
+        }
+    }
+}
+
 TEST_F(WrittenItem, ElementsInAnotherOrderTwiceOrNested_AreReadAsTheSearchesReadThem)
 {
     constexpr std::wstring_view kParts[] = {L"<Version>1</Version>",
