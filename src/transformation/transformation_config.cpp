@@ -51,7 +51,9 @@ const Target* findTarget(CsTransformationConfigTargetType type)
 TransformationInfo* findInDrawing(const wchar_t* sourceCs, const wchar_t* targetCs)
 {
     const ResbufChain chain = drawingTransformationConfig();
-    return chain ? FindConfiguredTransformation(sourceCs, targetCs, chain->resval.rstring).release() : nullptr;
+    if (!chain)
+        return nullptr;
+    return FindConfiguredTransformation(sourceCs, targetCs, chain->resval.rstring).release();
 }
 
 /// Null when the settings file cannot be read, and when it has no item for the two codes.
