@@ -109,7 +109,8 @@ void decode(std::string_view bytes, Output<wchar_t>& output)
     }
 }
 
-/// Removes the first code point, which may be a pair of surrogates, and returns it.
+/// Removes the first code point, which may be a pair of surrogates, and returns it. Joins a pair also where wide
+/// characters are code points, as the system's call joins every pair.
 char32_t takeCodePoint(std::wstring_view& text)
 {
     const auto first = static_cast<char32_t>(text.front());
