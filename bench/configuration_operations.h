@@ -16,7 +16,7 @@ struct Operation {
     const char* name;
     /// Divides the number of items, for operations that make a system call for each item.
     std::size_t fewerItems;
-    /// Whether the caller holds the whole configuration text in memory while the step runs.
+    /// True when the caller holds the whole configuration text in memory while the operation runs.
     bool takesText;
     Step prepare;   // runs once; does nothing after an operation on the same store
     Step renew;     // runs before each run

@@ -3,20 +3,18 @@
 // the commands alternate between the drawings, and their medians are compared.
 //
 //     orvel_drawing_scale [ROUNDS]
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "embedded/host/drawing_file/drawing_file.h"
+#include "measurement.h"
 #include "storage/host_holders.h"
 #include "storage/resbuf_dictionary.h"
 #include "support/drawing.h"
@@ -33,12 +31,6 @@ constexpr std::size_t kConfigurationCharacters = 100'000'000;
 constexpr double kMaximumTimes = 1.2;
 constexpr double kMaximumMegabytes = 10;
 constexpr int kRounds = 15;
-
-void requireSuccess(bool succeeded, const char* what)
-{
-    if (!succeeded)
-        throw std::runtime_error(what);
-}
 
 void addXrecords(QeDbDictionary& dictionary)
 {
@@ -134,16 +126,7 @@ Cost run(const fs::path& program, const Command& command, const fs::path& drawin
     int status = 0;
     rusage used{};
     requireSuccess(::wait4(child, &status, 0, &used) == child && status == 0, "a command failed");
-    const auto milliseconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) * 1e-3;
-    };
-    return {milliseconds(used.ru_utime) + milliseconds(used.ru_stime), static_cast<double>(used.ru_maxrss) / 1024};
-}
-
-double median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values[values.size() / 2];
+    return {processorSeconds(used) * 1e3, static_cast<double>(used.ru_maxrss) / 1024};
 }
 
 /// The figures of one command on one sample.

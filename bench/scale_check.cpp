@@ -61,7 +61,7 @@ struct Comparison {
         return std::max(twice.seconds, kShortestComparable) / std::max(single.seconds, kShortestComparable);
     }
     bool isLinear() const { return growth() <= maximumGrowth; }
-    /// Whether the measurement must be repeated: the growth is too large, or it is implausibly small. In the latter
+    /// Returns whether the measurement must be repeated: its growth is too large or implausibly small. In the latter
     /// case something slowed the shorter runs, which would hide a growth that is not linear.
     bool isDoubtful() const
     {

@@ -4,6 +4,7 @@
 #include <random>
 #include <string>
 
+#include "measurement.h"
 #include "peers/comparisons.h"
 #include "peers/packbits.h"
 #include "storage/library_holder.h"
@@ -21,7 +22,8 @@ constexpr unsigned kSeed = 1;
 Bytes unpacked(const Bytes& packed)
 {
     Bytes bytes(Orvel::UnpackedSize(packed.data(), packed.size()));
-    demand(Orvel::UnpackRuns(packed.data(), packed.size(), bytes.data(), bytes.size()) == bytes.size(), "unpacking");
+    requireSuccess(Orvel::UnpackRuns(packed.data(), packed.size(), bytes.data(), bytes.size()) == bytes.size(),
+                   "unpacking");
     return bytes;
 }
 
@@ -46,9 +48,10 @@ Bytes unpackedForm(const std::wstring& text)
 {
     using Definition = Orvel::Library::CoordinateReferenceSystemDefinition;
     Orvel::LibraryObject<Definition> definition;
-    demand(Definition::CreateFromText(text.c_str(), L"USER:1", definition.put()) == Orvel::Library::statusOk, "a grid");
+    requireSuccess(Definition::CreateFromText(text.c_str(), L"USER:1", definition.put()) == Orvel::Library::statusOk,
+                   "a grid");
     Bytes packed;
-    demand(Orvel::EncodeDefinitionBytes(definition.get(), packed), "packing a grid");
+    requireSuccess(Orvel::EncodeDefinitionBytes(definition.get(), packed), "packing a grid");
     return unpacked(packed);
 }
 
@@ -62,7 +65,7 @@ Bytes definitions()
         const Bytes form = unpackedForm(userDefinedGrid(number, kShort + kDefinition - 1 - shortForm));
         rows.insert(rows.end(), form.begin(), form.end());
     }
-    demand(rows.size() == kDefinition * kDefinitions, "definitions of the length");
+    requireSuccess(rows.size() == kDefinition * kDefinitions, "definitions of the length");
     return rows;
 }
 
@@ -128,9 +131,9 @@ Comparison packing(const std::string& work, double goal, const std::shared_ptr<R
             .ours =
                 [rows] {
                     for (std::size_t at = 0; at < rows->unpacked.size(); at += rows->rowLength)
-                        demand(Orvel::PackRuns(rows->row(at), rows->rowLength, rows->output.data(),
-                                               rows->output.size()) != 0,
-                               "packing");
+                        requireSuccess(Orvel::PackRuns(rows->row(at), rows->rowLength, rows->output.data(),
+                                                       rows->output.size()) != 0,
+                                       "packing");
                 },
             .theirs = [rows] { rows->peer.pack(); }};
 }
@@ -143,7 +146,7 @@ Comparison allocating(const std::string& work, double goal, const std::shared_pt
             .ours =
                 [rows] {
                     for (std::size_t at = 0; at < rows->unpacked.size(); at += rows->rowLength)
-                        demand(!Orvel::Pack(rows->row(at), rows->rowLength).empty(), "packing");
+                        requireSuccess(!Orvel::Pack(rows->row(at), rows->rowLength).empty(), "packing");
                 },
             .theirs = [rows] { rows->peer.pack(); }};
 }
@@ -156,9 +159,9 @@ Comparison unpacking(const std::string& work, double goal, const std::shared_ptr
             .ours =
                 [rows] {
                     for (const Bytes& packed : rows->packed)
-                        demand(Orvel::UnpackRuns(packed.data(), packed.size(), rows->output.data(),
-                                                 rows->output.size()) == rows->rowLength,
-                               "unpacking");
+                        requireSuccess(Orvel::UnpackRuns(packed.data(), packed.size(), rows->output.data(),
+                                                         rows->output.size()) == rows->rowLength,
+                                       "unpacking");
                 },
             .theirs = [rows] { rows->peer.unpack(); }};
 }

@@ -1,14 +1,12 @@
 #include "peers/comparison.h"
 
-#include <sys/resource.h>
-
 #include <algorithm>
-#include <cmath>
 #include <ctime>
 #include <numeric>
 #include <random>
-#include <stdexcept>
 #include <utility>
+
+#include "measurement.h"
 
 namespace Bench {
 namespace {
@@ -16,27 +14,22 @@ namespace {
 constexpr double kShortestTurn = 0.02; // seconds; what takes less is repeated
 constexpr unsigned kOrderSeed = 20261122;
 
-double seconds(const timeval& time)
-{
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
-}
-
-double processorSeconds()
+/// Returns the processor time of this process and of its children that have ended.
+double processorSecondsSoFar()
 {
     timespec own{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &own);
     rusage children{};
     getrusage(RUSAGE_CHILDREN, &children);
-    return static_cast<double>(own.tv_sec) + static_cast<double>(own.tv_nsec) * 1e-9 + seconds(children.ru_utime) +
-           seconds(children.ru_stime);
+    return static_cast<double>(own.tv_sec) + static_cast<double>(own.tv_nsec) * 1e-9 + processorSeconds(children);
 }
 
 double timeRepeated(const std::function<void()>& work, int times)
 {
-    const double start = processorSeconds();
+    const double start = processorSecondsSoFar();
     for (int time = 0; time < times; ++time)
         work();
-    return (processorSeconds() - start) / times;
+    return (processorSecondsSoFar() - start) / times;
 }
 
 /// How often the work is done in one turn.
@@ -47,12 +40,6 @@ int repetitions(const std::function<void()>& work)
     for (double once = timeRepeated(work, 1); once * times < kShortestTurn; once = timeRepeated(work, times))
         times = std::max(times * 2, static_cast<int>(std::min(kShortestTurn / once, 1e6)));
     return times;
-}
-
-double median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values[values.size() / 2];
 }
 
 struct Side {
@@ -75,12 +62,6 @@ Measured summary(const Pair& pair)
 }
 
 } // namespace
-
-void demand(bool done, const char* what)
-{
-    if (!done)
-        throw std::runtime_error(what);
-}
 
 std::vector<Measured> measure(const std::vector<Comparison>& comparisons, int rounds)
 {

@@ -7,7 +7,8 @@
 
 namespace Bench {
 
-/// One piece of work that both do. Each function does the whole of it once and throws std::runtime_error when it fails.
+/// A piece of work that this project and a peer both do. Each function does all of the work once, and throws
+/// std::runtime_error when it fails.
 struct Comparison {
     std::string work;
     std::string peer;
@@ -15,9 +16,6 @@ struct Comparison {
     std::function<void()> ours;
     std::function<void()> theirs;
 };
-
-/// Throws std::runtime_error unless it is done.
-void demand(bool done, const char* what);
 
 /// The processor time of both sides in one run, kernel and finished child processes included.
 struct Measured {

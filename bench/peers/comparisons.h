@@ -1,4 +1,4 @@
-// What is compared with a peer, by the part of the system that it measures.
+// The functions that add the comparisons, one for each part of the system.
 #pragma once
 
 #include <vector>

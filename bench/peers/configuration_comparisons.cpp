@@ -12,6 +12,7 @@
 
 #include "configuration_text.h"
 #include "coordsys/orvel_transformation_config_item_collection.h"
+#include "measurement.h"
 #include "peers/comparisons.h"
 #include "storage/host_holders.h"
 #include "support/scoped_variable.h"
@@ -36,9 +37,9 @@ using SharedConfiguration = std::shared_ptr<const Configuration>;
 pugi::xml_document parsed(const Configuration& configuration)
 {
     pugi::xml_document document;
-    demand(document.load_buffer(configuration.text.data(), configuration.text.size() * sizeof(wchar_t),
-                                pugi::parse_default, pugi::encoding_wchar),
-           "pugixml does not parse a configuration");
+    requireSuccess(document.load_buffer(configuration.text.data(), configuration.text.size() * sizeof(wchar_t),
+                                        pugi::parse_default, pugi::encoding_wchar),
+                   "pugixml does not parse a configuration");
     return document;
 }
 
@@ -48,18 +49,19 @@ void findWithPeer(const Configuration& configuration)
     for (const pugi::xml_node item : document.children(L"Item")) {
         if (configuration.last.source == item.child_value(L"SourceCs") &&
             configuration.last.target == item.child_value(L"TargetCs")) {
-            demand(std::wcscmp(item.child_value(L"Name"), nameAt(configuration.items - 1)) == 0, "another item");
+            requireSuccess(std::wcscmp(item.child_value(L"Name"), nameAt(configuration.items - 1)) == 0,
+                           "another item");
             return;
         }
     }
-    demand(false, "pugixml finds no item");
+    requireSuccess(false, "pugixml finds no item");
 }
 
 void find(const Configuration& configuration)
 {
     const auto info = Orvel::FindConfiguredTransformation(
         configuration.last.source.c_str(), configuration.last.target.c_str(), configuration.text.c_str());
-    demand(info && std::wcscmp(info->GetName(), nameAt(configuration.items - 1)) == 0, "finding an item");
+    requireSuccess(info && std::wcscmp(info->GetName(), nameAt(configuration.items - 1)) == 0, "finding an item");
 }
 
 void parse(const Configuration& configuration)
@@ -67,7 +69,7 @@ void parse(const Configuration& configuration)
     const Ptr<Cs::OrvelTransformationConfigItemCollection> collection(
         Cs::OrvelTransformationConfigItemCollection::CreateInstance());
     collection->FromXmlString(configuration.text.c_str());
-    demand(static_cast<std::size_t>(collection->GetCount()) == configuration.items, "parsing a collection");
+    requireSuccess(static_cast<std::size_t>(collection->GetCount()) == configuration.items, "parsing a collection");
 }
 
 Comparison finding(const std::string& count, double goal, const SharedConfiguration& configuration)
@@ -96,11 +98,14 @@ public:
     void read() const
     {
         wchar_t* text = nullptr;
-        demand(Orvel::ReadUserTransformationSettings(text), "reading the settings file");
+        requireSuccess(Orvel::ReadUserTransformationSettings(text), "reading the settings file");
         const Orvel::HostString owned(text);
     }
 
-    void write() const { demand(Orvel::WriteUserTransformationSettings(text_.c_str()), "writing the settings file"); }
+    void write() const
+    {
+        requireSuccess(Orvel::WriteUserTransformationSettings(text_.c_str()), "writing the settings file");
+    }
 
     /// Like the module, into memory of its own.
     void readWithPeer() const
@@ -126,7 +131,7 @@ public:
             (file << rest.substr(0, line) << "\r\n").flush();
             rest.remove_prefix(line);
         }
-        demand(file.good(), "writing the peer's file");
+        requireSuccess(file.good(), "writing the peer's file");
     }
 
 private:
@@ -137,8 +142,8 @@ private:
         iconv_t converter = iconv_open(to, from);
         auto* source = static_cast<char*>(input);
         auto* target = static_cast<char*>(output);
-        demand(iconv(converter, &source, &inputLength, &target, &outputLength) == 0 && inputLength == 0,
-               "iconv does not convert");
+        requireSuccess(iconv(converter, &source, &inputLength, &target, &outputLength) == 0 && inputLength == 0,
+                       "iconv does not convert");
         iconv_close(converter);
         return outputLength;
     }

@@ -7,6 +7,7 @@
 #include "embedded/base/text.h"
 #include "embedded/host/application/application.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
+#include "measurement.h"
 #include "peers/comparisons.h"
 #include "storage/definition_code.h"
 #include "storage/library_holder.h"
@@ -42,14 +43,15 @@ struct Systems {
 SystemHolder loaded(const std::wstring& code)
 {
     SystemHolder system;
-    demand(System::Load(code.c_str(), system.put()) == Library::statusOk, "loading a system");
+    requireSuccess(System::Load(code.c_str(), system.put()) == Library::statusOk, "loading a system");
     return system;
 }
 
 void add(Systems& systems, const std::wstring& code)
 {
     std::wstring text;
-    demand(Orvel::SerializeToWideText(text, loaded(code).get(), true) == Library::statusOk, "writing a definition");
+    requireSuccess(Orvel::SerializeToWideText(text, loaded(code).get(), true) == Library::statusOk,
+                   "writing a definition");
     const std::string codeUtf8 = Embedded::utf8FromWide(code);
     const ObjectHolder object(proj_create(systems.context.get(), codeUtf8.c_str()));
     systems.codes.push_back(code);
@@ -70,7 +72,7 @@ std::shared_ptr<Systems> projectedSystems()
         if (isWanted && number++ % kEvery == 0 && systems->codes.size() < kSystems)
             add(*systems, entry.code);
     }
-    demand(systems->codes.size() == kSystems, "enough systems");
+    requireSuccess(systems->codes.size() == kSystems, "enough systems");
     return systems;
 }
 
@@ -88,7 +90,8 @@ Comparison loading(const std::shared_ptr<Systems>& systems)
                 [systems] {
                     for (const std::string& code : systems->codesUtf8) {
                         const ObjectHolder object(proj_create(systems->context.get(), code.c_str()));
-                        demand(proj_as_projjson(systems->context.get(), object.get(), kOneLine) != nullptr, "PROJJSON");
+                        requireSuccess(proj_as_projjson(systems->context.get(), object.get(), kOneLine) != nullptr,
+                                       "PROJJSON");
                     }
                 }};
 }
@@ -96,9 +99,9 @@ Comparison loading(const std::shared_ptr<Systems>& systems)
 ArrayHolder deserialized(const std::vector<unsigned char>& text)
 {
     ArrayHolder array;
-    demand(Library::DefinitionStream::Deserialize_s(array.put(), text.data(), text.size(), Library::formatAutomatic,
-                                                    -1) == Library::statusOk,
-           "reading a definition");
+    requireSuccess(Library::DefinitionStream::Deserialize_s(array.put(), text.data(), text.size(),
+                                                            Library::formatAutomatic, -1) == Library::statusOk,
+                   "reading a definition");
     return array;
 }
 
@@ -115,7 +118,8 @@ Comparison deserializing(const std::shared_ptr<Systems>& systems)
             .theirs =
                 [systems] {
                     for (const std::string& projjson : systems->projjson)
-                        demand(ObjectHolder(proj_create(systems->context.get(), projjson.c_str())) != nullptr, "parse");
+                        requireSuccess(ObjectHolder(proj_create(systems->context.get(), projjson.c_str())) != nullptr,
+                                       "parse");
                 }};
 }
 
@@ -123,11 +127,12 @@ Comparison deserializing(const std::shared_ptr<Systems>& systems)
 struct AssignedDrawing {
     AssignedDrawing() : document(Embedded::openDocument(std::make_unique<QeDbDatabase>()))
     {
-        demand(Zentara::Gis::Orvel::CoordinateSystem::SetCoordinateSystem(L"EPSG:25832", document->database(),
-                                                                          nullptr) == Qeapp::eOk,
-               "assigning");
+        requireSuccess(Zentara::Gis::Orvel::CoordinateSystem::SetCoordinateSystem(L"EPSG:25832", document->database(),
+                                                                                  nullptr) == Qeapp::eOk,
+                       "assigning");
         std::wstring wide;
-        demand(Orvel::SerializeToWideText(wide, loaded(L"EPSG:25832").get(), true) == Library::statusOk, "writing");
+        requireSuccess(Orvel::SerializeToWideText(wide, loaded(L"EPSG:25832").get(), true) == Library::statusOk,
+                       "writing");
         text = Orvel::encodeUtf16le(wide.c_str());
     }
     AssignedDrawing(const AssignedDrawing&) = delete;
@@ -155,10 +160,10 @@ Comparison reading()
                 [drawing] {
                     SystemHolder system;
                     bool isKnown = false;
-                    demand(Zentara::Gis::Orvel::CoordinateSystem::GetCoordinateSystem(
-                               system.put(), &isKnown, drawing->document->database()) == Qeapp::eOk &&
-                               isKnown,
-                           "reading");
+                    requireSuccess(Zentara::Gis::Orvel::CoordinateSystem::GetCoordinateSystem(
+                                       system.put(), &isKnown, drawing->document->database()) == Qeapp::eOk &&
+                                       isKnown,
+                                   "reading");
                 },
             .theirs = [drawing] { readByLibrary(*drawing); }};
 }

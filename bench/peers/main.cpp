@@ -3,7 +3,7 @@
 //
 //     orvel_bench_peers [--rounds N] [WORK…]
 //
-// With a WORK only comparisons whose name contains one of them run.
+// If a WORK is given, only the comparisons whose names contain one of the given texts run.
 #include <malloc.h>
 
 #include <algorithm>
@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "measurement.h"
 #include "peers/comparisons.h"
 
 namespace Bench {
@@ -33,8 +34,8 @@ Options parseOptions(int count, char** arguments)
         if (argument == "--rounds" && index + 1 < count) {
             const std::string_view number = arguments[++index];
             const auto end = std::from_chars(number.data(), number.data() + number.size(), options.rounds).ptr;
-            demand(end == number.data() + number.size() && options.rounds > 0,
-                   "--rounds: expected a whole number above 0");
+            requireSuccess(end == number.data() + number.size() && options.rounds > 0,
+                           "--rounds: expected a whole number above 0");
         } else {
             options.works.push_back(argument);
         }
@@ -74,7 +75,7 @@ bool run(const Options& options)
     addCommandComparisons(comparisons);
     addLibraryComparisons(comparisons);
     std::erase_if(comparisons, [&](const Comparison& comparison) { return !isWanted(comparison, options); });
-    demand(!comparisons.empty(), "no work has such a name");
+    requireSuccess(!comparisons.empty(), "no work has such a name");
     return printTable(comparisons, measure(comparisons, options.rounds));
 }
 

@@ -1,4 +1,5 @@
 #include "peers/packbits.h"
+#include "measurement.h"
 
 #include <algorithm>
 #include <cstring>
@@ -83,7 +84,7 @@ PackBits::PackBits(const Bytes& rows, std::size_t rowLength, std::size_t rowsPer
     reader_ = open(read_, "r");
     describe(writer_.get());
     unpack();
-    demand(unpacked_ == rows_, "libtiff does not unpack what it packed");
+    requireSuccess(unpacked_ == rows_, "libtiff does not unpack what it packed");
 }
 
 void PackBits::pack()
@@ -95,26 +96,26 @@ void PackBits::packInto(TIFF* image) const
 {
     std::uint32_t strip = 0;
     for (std::size_t at = 0; at < rows_.size(); at += stripLength_)
-        demand(TIFFWriteEncodedStrip(image, strip++,
-                                     const_cast<unsigned char*>(rows_.data() + at), // it only reads them
-                                     static_cast<tmsize_t>(stripLength_)) > 0,
-               "libtiff packs nothing");
+        requireSuccess(TIFFWriteEncodedStrip(image, strip++,
+                                             const_cast<unsigned char*>(rows_.data() + at), // it only reads them
+                                             static_cast<tmsize_t>(stripLength_)) > 0,
+                       "libtiff packs nothing");
 }
 
 void PackBits::unpack()
 {
     std::uint32_t strip = 0;
     for (std::size_t at = 0; at < rows_.size(); at += stripLength_)
-        demand(TIFFReadEncodedStrip(reader_.get(), strip++, unpacked_.data() + at,
-                                    static_cast<tmsize_t>(stripLength_)) > 0,
-               "libtiff unpacks nothing");
+        requireSuccess(TIFFReadEncodedStrip(reader_.get(), strip++, unpacked_.data() + at,
+                                            static_cast<tmsize_t>(stripLength_)) > 0,
+                       "libtiff unpacks nothing");
 }
 
 PackBits::Image PackBits::open(MemoryFile& file, const char* mode) const
 {
     Image image(TIFFClientOpen("memory", mode, &file, readFile, writeFile, seekFile, closeFile, sizeOfFile, mapFile,
                                unmapFile));
-    demand(image != nullptr, "libtiff opens no file in memory");
+    requireSuccess(image != nullptr, "libtiff opens no file in memory");
     return image;
 }
 

@@ -10,7 +10,7 @@
 namespace Bench {
 namespace {
 
-/// Where a program's output goes. Its errors are not kept.
+/// Sends a program's standard output to a file, and discards its standard error.
 class Redirection {
 public:
     explicit Redirection(const char* output)

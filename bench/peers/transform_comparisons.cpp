@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "measurement.h"
 #include "peers/comparisons.h"
 #include "peers/process.h"
 #include "support/temporary_folder.h"
@@ -57,7 +58,7 @@ private:
         runTheirs();
         std::string theirs = contentsOf(path("theirs"));
         std::ranges::replace(theirs, '\t', ' ');
-        demand(!theirs.empty() && contentsOf(path("ours")) == theirs, "the same results as cs2cs");
+        requireSuccess(!theirs.empty() && contentsOf(path("ours")) == theirs, "the same results as cs2cs");
     }
 
     void writePoints() const
@@ -72,7 +73,7 @@ private:
             std::snprintf(line, sizeof line, "%.8f %.8f %.3f\n", latitude(random), longitude(random), height(random));
             stream << line;
         }
-        demand(stream.flush().good(), "writing points");
+        requireSuccess(stream.flush().good(), "writing points");
     }
 
     Area area_;

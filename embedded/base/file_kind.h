@@ -1,4 +1,4 @@
-// Whether a name belongs to a regular file, a folder, or something else such as a pipe.
+// Finds out whether a name belongs to a regular file, a folder, or something else such as a pipe.
 #pragma once
 
 #include <filesystem>

@@ -23,7 +23,8 @@ public:
 
     /// Null when the library does not export the name.
     void* symbol(const char* name) const;
-    /// Whether both were opened from the same library. The system maps a library only once and returns the same handle.
+    /// Returns whether both are the same library. The system maps a library only once and returns the same handle each
+    /// time.
     bool isSameAs(const SharedLibrary& other) const { return handle_ == other.handle_; }
 
 private:

@@ -3,6 +3,11 @@
 
 namespace Embedded {
 
+/// Replaces what is not a code point.
+inline constexpr char32_t kReplacementCharacter = 0xFFFD;
+/// A wide character is a UTF-16 unit on Windows and a code point elsewhere.
+inline constexpr bool kWideIsUtf16 = sizeof(wchar_t) == 2;
+
 constexpr bool isHighSurrogate(char32_t unit)
 {
     return unit >= 0xD800 && unit <= 0xDBFF;
@@ -13,7 +18,7 @@ constexpr bool isLowSurrogate(char32_t unit)
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-/// Whether the number is a Unicode scalar value: a code point up to U+10FFFF that is not a surrogate.
+/// Returns whether the number is a Unicode scalar value: a code point up to U+10FFFF that is not a surrogate.
 constexpr bool isScalarValue(char32_t number)
 {
     return number <= 0x10FFFF && !isHighSurrogate(number) && !isLowSurrogate(number);

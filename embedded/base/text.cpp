@@ -11,9 +11,6 @@
 namespace Embedded {
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
-constexpr bool kWideIsUtf16 = sizeof(wchar_t) == 2;
-
 /// Removes the first code point or unpaired surrogate from the text and returns it.
 char32_t takeCodePoint(std::wstring_view& text)
 {
@@ -63,19 +60,13 @@ bool isAscii(std::string_view text)
     return text.empty();
 }
 
-bool isAscii(std::wstring_view text)
-{
-    takeAscii(text);
-    return text.empty();
-}
-
 std::string utf8FromWide(std::wstring_view text)
 {
     const std::wstring_view ascii = takeAscii(text);
     std::string utf8(ascii.begin(), ascii.end());
     while (!text.empty()) {
         const char32_t codePoint = takeCodePoint(text);
-        utf8::append(isScalarValue(codePoint) ? codePoint : kReplacement, std::back_inserter(utf8));
+        utf8::append(isScalarValue(codePoint) ? codePoint : kReplacementCharacter, std::back_inserter(utf8));
     }
     return utf8;
 }
@@ -85,7 +76,7 @@ std::wstring wideFromUtf8(std::string_view utf8)
     const std::string_view ascii = takeAscii(utf8);
     std::wstring text(ascii.begin(), ascii.end());
     std::string valid;
-    utf8::replace_invalid(utf8.begin(), utf8.end(), std::back_inserter(valid), kReplacement);
+    utf8::replace_invalid(utf8.begin(), utf8.end(), std::back_inserter(valid), kReplacementCharacter);
     for (auto position = valid.cbegin(); position != valid.cend();)
         appendWide(text, utf8::next(position, valid.cend()));
     return text;
@@ -128,7 +119,7 @@ std::string utf16leFromWide(std::wstring_view text)
     while (!text.empty()) {
         const char32_t codePoint = takeCodePoint(text);
         if (codePoint > 0x10FFFF) {
-            appendUtf16le(bytes, kReplacement);
+            appendUtf16le(bytes, kReplacementCharacter);
         } else if (codePoint > 0xFFFF) {
             appendUtf16le(bytes, highSurrogate(codePoint));
             appendUtf16le(bytes, lowSurrogate(codePoint));

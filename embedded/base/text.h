@@ -9,9 +9,8 @@
 
 namespace Embedded {
 
-/// Whether every character is one of ASCII, which is the same in every encoding here.
+/// Returns whether the text has only ASCII characters.
 FQCORE_API bool isAscii(std::string_view text);
-FQCORE_API bool isAscii(std::wstring_view text);
 
 /// Unpaired surrogates and numbers that are no code point become U+FFFD.
 FQCORE_API std::string utf8FromWide(std::wstring_view text);
@@ -20,8 +19,8 @@ FQCORE_API std::wstring wideFromUtf8(std::string_view utf8);
 FQCORE_API bool isValidUtf8(std::string_view utf8);
 /// A text as it may stand in a message: at most some forty characters, on one line, valid UTF-8.
 FQCORE_API std::string truncateForMessage(std::string_view utf8);
-/// Whether utf8FromWide keeps all of the text: every surrogate has its partner, and every other wide character is a
-/// code point.
+/// Returns whether utf8FromWide loses nothing of the text: each surrogate has its partner, and every other wide
+/// character is a code point.
 FQCORE_API bool isWellFormed(std::wstring_view text);
 
 /// Two bytes for each unit, the low byte first; no NUL is added.

@@ -15,7 +15,7 @@ struct State {
     std::vector<std::string> seen;
     std::function<void(std::string_view)> observer;
 
-    /// Whether the plan makes the current call fail. The call is counted in `matches` already.
+    /// Returns whether the plan makes the current call fail. `matches` already counts that call.
     bool mustFail() const
     {
         if (matches == plan.occurrence || (plan.second != 0 && matches == plan.second))

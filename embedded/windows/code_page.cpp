@@ -15,9 +15,6 @@ namespace {
 
 using Embedded::FaultInjection;
 
-constexpr char32_t kReplacement = 0xFFFD;
-constexpr bool kWideIsUtf16 = sizeof(wchar_t) == 2;
-
 /// Counts units and stores those for which the buffer has room. A copy of the whole text would be too long.
 template <class Unit>
 class Output {
@@ -81,12 +78,12 @@ char32_t takeSequence(std::string_view& bytes)
     const std::optional<LeadByte> lead = leadByte(static_cast<unsigned char>(bytes.front()));
     bytes.remove_prefix(1);
     if (!lead)
-        return kReplacement;
+        return Embedded::kReplacementCharacter;
     char32_t codePoint = lead->bits;
     for (int index = 0; index < lead->following; ++index) {
         const auto byte = static_cast<unsigned char>(bytes.empty() ? '\0' : bytes.front());
         if (byte < (index == 0 ? lead->least : 0x80) || byte > (index == 0 ? lead->most : 0xBF))
-            return kReplacement;
+            return Embedded::kReplacementCharacter;
         codePoint = codePoint << 6 | (byte & 0x3FU);
         bytes.remove_prefix(1);
     }
@@ -100,7 +97,7 @@ void decode(std::string_view bytes, Output<wchar_t>& output)
         if (bytes.empty())
             return;
         const char32_t codePoint = takeSequence(bytes);
-        if (kWideIsUtf16 && codePoint > 0xFFFF) {
+        if (Embedded::kWideIsUtf16 && codePoint > 0xFFFF) {
             output.put(Embedded::highSurrogate(codePoint));
             output.put(Embedded::lowSurrogate(codePoint));
         } else {
@@ -120,7 +117,7 @@ char32_t takeCodePoint(std::wstring_view& text)
         text.remove_prefix(1);
         return Embedded::codePointFromSurrogates(first, second);
     }
-    return Embedded::isScalarValue(first) ? first : kReplacement;
+    return Embedded::isScalarValue(first) ? first : Embedded::kReplacementCharacter;
 }
 
 /// Writes a code point beyond ASCII.
@@ -140,7 +137,7 @@ void encode(char32_t codePoint, Output<char>& output)
     output.put(0x80 | (codePoint & 0x3F));
 }
 
-/// Whether the stand-in supports the arguments.
+/// Returns whether the stand-in supports the arguments.
 bool isSupported(UINT codePage, DWORD flags, const void* text, int length, const void* output, int outputLength)
 {
     return codePage == CP_UTF8 && flags == 0 && text != nullptr && length != 0 && outputLength >= 0 &&

@@ -13,7 +13,7 @@
 namespace Embedded {
 namespace {
 
-/// Whether the user has no permission to read the file in use, or to create it when it is missing.
+/// Returns whether the user has no permission to read the file in use, or to create it when it is missing.
 bool isForbidden()
 {
     const std::filesystem::path file = registryFile();

@@ -17,9 +17,9 @@ public:
 
     SQLite::Database& database() { return database_; }
     bool isUsableFor(const std::filesystem::path& file) const;
-    /// Whether this process inherited the connection from its parent by a fork.
+    /// Returns whether this process inherited the connection from its parent by a fork.
     bool isInherited() const;
-    /// Whether the file was deleted or replaced after it was opened.
+    /// Returns whether the file was deleted or replaced after it was opened.
     bool isStale() const;
     /// Grows with each change of the file by any process. Requires a transaction.
     unsigned version() const;

@@ -28,8 +28,8 @@ public:
     virtual int AddRef() = 0;
     /// Releases a reference. The release of the last one disposes the object.
     virtual int Release() = 0;
-    /// Whether the release of the last reference disposes the object, as it does by default. With the flag off the code
-    /// that made the object destroys it.
+    /// Returns whether the release of the last reference disposes the object, as it does by default. With the flag off
+    /// the code that made the object destroys it.
     virtual void SetRefCountFlag(bool disposesItself) = 0;
 
 protected:

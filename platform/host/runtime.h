@@ -13,7 +13,7 @@ public:
 
     const wchar_t* name() const { return name_; }
     const QeRxClass* parent() const { return parent_; }
-    /// Whether this class is `ancestor` or derives from it. False for null.
+    /// Returns whether this class is `ancestor` or derives from it. False for null.
     bool isDerivedFrom(const QeRxClass* ancestor) const;
 
 private:

@@ -13,7 +13,7 @@ public:
     /// On success `operation` is new and the caller owns it. Otherwise it is null.
     static Status Load(const CoordinateReferenceSystemDefinition* definition,
                        CoordinateReferenceSystemOperation*& operation);
-    /// Whether the system has a datum of its own. False for a system that has only an ellipsoid.
+    /// Returns whether the system has a datum of its own. False for a system that has only an ellipsoid.
     Status IsDatumBased(bool& answer) const;
 
 protected:

@@ -12,7 +12,7 @@ public:
     /// Loads by `AUTHORITY:CODE` or by exact name. Returns statusNotFound, or statusAmbiguous for a name that several
     /// transformations have.
     static Status Load(const wchar_t* codeOrName, GeodeticTransformationDefinition*& definition);
-    /// Whether the method may be applied in reverse.
+    /// Returns whether the method may be applied in reverse.
     Status IsReversible(bool& answer) const;
 
 protected:
@@ -24,7 +24,7 @@ class ZSR_API GeodeticPathDefinition final : public DefinitionBase {
 public:
     explicit GeodeticPathDefinition(DefinitionData* data);
     static Status Load(const wchar_t* codeOrName, GeodeticPathDefinition*& definition);
-    /// Whether each of its transformations is reversible.
+    /// Returns whether each of its transformations is reversible.
     Status IsReversible(bool& answer) const;
 
 protected:

@@ -16,7 +16,7 @@ using ClassIdBytes = std::array<unsigned char, 16>;
 std::optional<ClassIdBytes>
 DefinitionKindClsid(const Zentara::Infrastructure::SpatialReference::DefinitionBase* definition);
 
-/// Whether the bytes are the identifier of one of the three kinds.
+/// Returns whether the bytes are the identifier of one of the three kinds.
 bool isDefinitionKindClsid(const ClassIdBytes& bytes);
 
 } // namespace Orvel

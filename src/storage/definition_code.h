@@ -9,7 +9,7 @@ namespace Orvel {
 [[nodiscard]] const wchar_t*
 definitionCode(const Zentara::Infrastructure::SpatialReference::DefinitionBase* definition);
 
-/// Whether the text is null or empty.
+/// Returns whether the text is null or empty.
 [[nodiscard]] bool isBlank(const wchar_t* text);
 
 } // namespace Orvel

@@ -16,9 +16,9 @@ struct DefinitionSet {
     void take(LibraryObject<Library::DefinitionBase> definition);
 };
 
-/// Whether the definitions belong together and to the code: the system has the code and, where it is geographic or
-/// projected, the datum and the ellipsoid have the codes that it names. The comparison ignores case. A query that fails
-/// makes the set invalid.
+/// Returns whether the definitions belong together and to the code: the system has the code and, where it is geographic
+/// or projected, the datum and the ellipsoid have the codes that it names. The comparison ignores case. A query that
+/// fails makes the set invalid.
 [[nodiscard]] bool ValidateCsDefinitionSet(const wchar_t* code,
                                            const Library::CoordinateReferenceSystemDefinition* system,
                                            const Library::DatumDefinition* datum,

@@ -14,8 +14,8 @@ inline constexpr const wchar_t* kLegacyProjectionApplication = L"KTN_PROJECTION"
 /// The code. Empty when the drawing has none or it cannot be read.
 std::wstring ReadLegacyProjectionCode(QeDbDatabase* database);
 
-/// Whether the record can hold the code. False for null, for an empty text, and for ".", which readers treat as no
-/// code.
+/// Returns whether the record can hold the code. False for null, for an empty text, and for ".", which readers treat as
+/// no code.
 [[nodiscard]] bool isLegacyProjectionCode(const wchar_t* code);
 
 /// Stores the code, and registers the application where it is not registered. A null or empty code removes the record.

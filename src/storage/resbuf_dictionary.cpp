@@ -42,8 +42,8 @@ Qeapp::ErrorStatus openExisting(const NamedObjects& parent, const std::wstring& 
     return dictionary.open(id, mode);
 }
 
-/// Whether the result means that there is no such dictionary: no entry, an erased one, or one of another class. Any
-/// other failure, such as an entry that somebody has open, does not mean that.
+/// Returns whether the result means that there is no such dictionary: no entry, an erased one, or one of another class.
+/// Any other failure, such as an entry that somebody has open, does not mean that.
 bool isMissing(Qeapp::ErrorStatus result)
 {
     return result == Qeapp::eKeyNotFound || result == Qeapp::eObjectErased || result == Qeapp::eNotThatKindOfClass;

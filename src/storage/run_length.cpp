@@ -26,7 +26,7 @@ struct Packet {
     }
 };
 
-/// Whether a run of three or more begins here.
+/// Returns whether a run of three or more begins here.
 bool isRun(const unsigned char* position, const unsigned char* end)
 {
     return end - position >= 3 && position[0] == position[1] && position[1] == position[2];

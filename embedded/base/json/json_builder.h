@@ -23,15 +23,26 @@ public:
     {
         // A list of members that grows copies the keys that it has.
         constexpr std::size_t kUsualMembers = 8;
-        if (!enter(nlohmann::ordered_json::object()))
-            return false;
+        enter(nlohmann::ordered_json::object());
         if (leftOut_ == 0)
             open_.back()->get_ref<nlohmann::ordered_json::object_t&>().reserve(kUsualMembers);
         return true;
     }
-    bool end_object() override { return leave(); }
-    bool start_array(std::size_t /*count*/) override { return enter(nlohmann::ordered_json::array()); }
-    bool end_array() override { return leave(); }
+    bool end_object() override
+    {
+        leave();
+        return true;
+    }
+    bool start_array(std::size_t /*count*/) override
+    {
+        enter(nlohmann::ordered_json::array());
+        return true;
+    }
+    bool end_array() override
+    {
+        leave();
+        return true;
+    }
     bool key(string_t& name) override
     {
         if (leftOut_ == 0)
@@ -77,24 +88,22 @@ private:
             leftOut_ = 0;
         return true;
     }
-    bool enter(nlohmann::ordered_json empty)
+    void enter(nlohmann::ordered_json empty)
     {
         if (leftOut_ > 0) {
             ++leftOut_;
-            return true;
+            return;
         }
         nlohmann::ordered_json& opened = place();
         opened = std::move(empty);
         open_.push_back(&opened);
-        return true;
     }
-    bool leave()
+    void leave()
     {
         if (leftOut_ == 0)
             open_.pop_back();
         else if (--leftOut_ == 1)
             leftOut_ = 0;
-        return true;
     }
 
     nlohmann::ordered_json root_;

@@ -51,7 +51,7 @@ bool isTemporaryName(std::string_view name)
     return dash != std::string_view::npos && isNumber(name.substr(0, dash)) && isNumber(name.substr(dash + 1));
 }
 
-/// Whether the name still belongs to the open file: another process may have removed or replaced it.
+/// Returns whether the name still belongs to the open file: another process may have removed or replaced it.
 bool isNameOf(const fs::path& name, int descriptor)
 {
     struct stat named {};

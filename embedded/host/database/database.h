@@ -51,7 +51,7 @@ struct QeDbDatabaseImp {
     {
         return &record == namedObjects || &record == regAppTable || &record == blockTable;
     }
-    /// Whether the object is a root or the model space, which cannot be erased.
+    /// Returns whether the object is a root or the model space, which cannot be erased.
     bool isIndispensable(const QeDbObjectRecord& record) const;
     /// The drawing's live GeoData object, or null.
     QeDbObjectRecord* geoData() const;

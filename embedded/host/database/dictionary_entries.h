@@ -32,7 +32,7 @@ public:
 
     /// From now on the entries that are not known are read from the file that the dictionary was loaded from.
     void loadOnDemandFrom(ObjectRecord& dictionary) { dictionary_ = &dictionary; }
-    /// Whether all entries are known.
+    /// Returns whether all entries are known.
     bool isComplete() const { return dictionary_ == nullptr; }
     /// Reads every entry that is still only in the file. A save is about to remove them there.
     void loadAll();

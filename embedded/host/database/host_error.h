@@ -40,7 +40,7 @@ inline Error inFile(const std::string& file, Error error)
     return error;
 }
 
-/// Whether the error's place is the file, or something in it.
+/// Returns whether the error is about the file or about something in the file.
 inline bool isInFile(const std::string& file, const Error& error)
 {
     return error.place == file || error.place.starts_with(file + ": ");

@@ -42,7 +42,7 @@ namespace QeHost {
 using DatabaseImp = QeDbDatabaseImp;
 using ObjectImp = QeDbObjectImp;
 
-/// Whether the record's object exists and is not erased. False for null.
+/// Returns whether the record's object exists and is not erased. False for null.
 bool isLive(const ObjectRecord* record);
 
 /// Must be called when an id is destroyed.

@@ -14,14 +14,14 @@ struct ObjectClass {
 
     /// Null for a class whose objects are roots.
     const QeRxClass* ownerClass() const { return owner != nullptr ? owner() : nullptr; }
-    /// Whether an object of the other class can own an object of this class.
+    /// Returns whether an object of the other class can own an object of this class.
     bool canBeOwnedBy(const QeRxClass& other) const { return owner != nullptr && other.isDerivedFrom(owner()); }
 };
 
 /// Null for a class that no drawing can hold.
 const ObjectClass* findClass(std::wstring_view name);
 
-/// Whether objects of the class can own the object.
+/// Returns whether objects of the class can own the object.
 bool canBelongTo(const QeDbObject& object, const QeRxClass* ownersClass);
 
 } // namespace QeHost

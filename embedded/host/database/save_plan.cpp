@@ -10,7 +10,7 @@
 namespace QeHost {
 namespace {
 
-/// Whether the object is live, and so is everything that owns it, up to a root.
+/// Returns whether the object is live, and so is everything that owns it, up to a root.
 bool isInDrawing(const DatabaseImp& database, const ObjectRecord& record)
 {
     const ObjectRecord* each = &record;

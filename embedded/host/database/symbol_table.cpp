@@ -27,7 +27,7 @@ ObjectRecord* findRecord(const ObjectRecord& table, std::wstring_view name)
 
 namespace {
 
-/// Whether the record may not get the name because its table has it already.
+/// Returns whether the record may not get the name because its table has it already.
 bool isNameUsedByOther(const ObjectRecord& record, std::wstring_view name)
 {
     const ObjectRecord* table = record.object->imp().state->owner;

@@ -25,7 +25,7 @@ struct SymbolRecordState final : ObjectState {
 /// The table's live record of that name, or null. Ignores case.
 ObjectRecord* findRecord(const ObjectRecord& table, std::wstring_view name);
 const std::wstring& recordName(const ObjectRecord& record);
-/// Whether the record's table has another live record of its name.
+/// Returns whether the record's table has another live record of its name.
 bool hasNamesake(const ObjectRecord& record);
 
 } // namespace QeHost

@@ -15,7 +15,7 @@ struct XrecordState final : ObjectState {
     void visit(FieldVisitor& visitor) override { visitor.values(values); }
 };
 
-/// Whether the caller names another drawing than the one that the record is in.
+/// Returns whether the caller names another drawing than the one that the record is in.
 bool isForeign(const QeDbObject& record, const QeDbDatabase* database)
 {
     return database != nullptr && record.database() != nullptr && record.database() != database;

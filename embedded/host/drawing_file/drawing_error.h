@@ -12,7 +12,7 @@ namespace Embedded {
 /// What an Error of catchSqlError means for a drawing file. The place is empty. `connection` may be null.
 Error drawingError(const Error& failure, sqlite3* connection);
 
-/// Whether the file begins as SQLite databases do.
+/// Returns whether the file begins as SQLite databases do.
 bool isDatabase(sqlite3* connection);
 
 /// Runs `work` on the connection's file and returns what stopped it: an exception of SQLiteCpp or an ErrorException,

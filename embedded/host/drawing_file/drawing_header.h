@@ -16,7 +16,7 @@ struct DrawingHeader {
     Handle modelSpace = 0;
     Handle geoData = 0;
 
-    /// Whether the object has no owner and is listed by none.
+    /// Returns whether the object is one of the roots, which have no owner.
     bool isRoot(Handle object) const { return object == namedObjects || object == regAppTable || object == blockTable; }
 };
 

@@ -50,7 +50,7 @@ public:
     }
 
 private:
-    /// Whether the object may lie below the owner.
+    /// Returns whether the object may lie below the owner.
     bool fits(const SalvagedObject& object, Handle owner) const
     {
         const auto found = objects_.find(owner);

@@ -22,7 +22,7 @@ void leaveRoomForSeals(sqlite3* connection);
 /// Seals the pages of a database in memory.
 void sealPages(std::string& database);
 
-/// Whether the pages of the connection's database have seals: only the sealing VFS makes them.
+/// Returns whether the pages of the connection's database have seals: only the sealing VFS makes them.
 bool hasSeals(sqlite3* connection);
 
 /// The numbers of the pages whose seal does not match. Page 0 stands for a file of a wrong size. The connection must be

@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "embedded/base/surrogates.h"
 #include "embedded/base/text.h"
 #include "embedded/host/database/host_error.h"
 #include "platform/host/resbuf.h"
@@ -31,13 +32,12 @@ std::string utf32From(std::wstring_view text)
 
 void appendUnit(std::wstring& text, char32_t unit)
 {
-    if (sizeof(wchar_t) >= sizeof(char32_t) || unit < kFirstSupplementary) {
+    if (!kWideIsUtf16 || unit < kFirstSupplementary) {
         text += static_cast<wchar_t>(unit);
         return;
     }
-    const char32_t rest = unit - kFirstSupplementary;
-    text += static_cast<wchar_t>(0xD800 + (rest >> 10));
-    text += static_cast<wchar_t>(0xDC00 + (rest & 0x3FF));
+    text += static_cast<wchar_t>(highSurrogate(unit));
+    text += static_cast<wchar_t>(lowSurrogate(unit));
 }
 
 tl::unexpected<Error> notAText()

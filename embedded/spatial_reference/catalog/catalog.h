@@ -24,13 +24,14 @@ struct CatalogEntry {
 /// Every system that can be loaded, each once, including deprecated ones and excluding vertical ones. The list is read
 /// on first use. It holds only the local systems, which are not of PROJ's database, when checkCatalogList fails.
 ZSR_API const std::vector<CatalogEntry>& catalogEntries();
-/// Whether the systems of PROJ's database could be listed.
+/// Checks whether the systems of PROJ's database could be listed.
 ZSR_API Expected<void> checkCatalogList();
 
 /// The entry of a system by its code. The Error has statusNotFound when the catalog can be read and does not have the
 /// system, otherwise statusCatalogUnavailable or statusOutOfMemory.
 ZSR_API Expected<CatalogEntry> findCatalogEntry(std::wstring_view code);
-/// Whether the catalog can be read to look for the code, which may be missing. The Error is that of findCatalogEntry.
+/// Checks whether the catalog can be read to look for the code, which may be missing. The Error is that of
+/// findCatalogEntry.
 ZSR_API Expected<void> checkCatalogFor(std::wstring_view code);
 /// Reads PROJ's database whole. The Error says why it cannot be opened, or what the first damage is.
 ZSR_API Expected<void> checkCatalog();

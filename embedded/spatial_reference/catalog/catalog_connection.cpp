@@ -42,6 +42,11 @@ std::vector<std::string> userDatabases()
 
 } // namespace
 
+Error notEnoughMemory(std::string path)
+{
+    return {statusOutOfMemory, "not enough memory to read it", std::move(path)};
+}
+
 std::string_view CatalogRow::text(int column) const
 {
     const unsigned char* text = sqlite3_column_text(statement_, column);
@@ -155,7 +160,7 @@ Expected<std::vector<std::string>> CatalogConnection::query(const std::string& s
 tl::unexpected<Error> CatalogConnection::error(int result) const
 {
     if (result == SQLITE_NOMEM)
-        return failure(statusOutOfMemory, "not enough memory to read it", path_);
+        return failure(notEnoughMemory(path_));
     return failure(statusCatalogUnavailable, database_ ? sqlite3_errmsg(database_.get()) : sqlite3_errstr(result),
                    path_);
 }

@@ -28,6 +28,9 @@ private:
     sqlite3_stmt* statement_;
 };
 
+/// Returns the Error of a database that memory is too short to read.
+Error notEnoughMemory(std::string path);
+
 /// A database file that is open for reading. Every Error has statusCatalogUnavailable or statusOutOfMemory, and the
 /// path of the file as its place.
 class CatalogConnection {

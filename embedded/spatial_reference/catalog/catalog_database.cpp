@@ -19,11 +19,6 @@ Error unavailable(std::string message, std::string path = {})
     return {statusCatalogUnavailable, std::move(message), std::move(path)};
 }
 
-Error notEnoughMemory(std::string path)
-{
-    return {statusOutOfMemory, "not enough memory to read it", std::move(path)};
-}
-
 /// The path of the first proj.db in the folders that PROJ searches. Called when PROJ has opened none; empty when no
 /// folder holds one.
 std::string unopenedCatalog()

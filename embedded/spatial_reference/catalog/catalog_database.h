@@ -13,10 +13,10 @@ namespace Embedded {
 // Every Error has statusNotFound, statusCatalogUnavailable or statusOutOfMemory. Its place is the path of the database;
 // it is empty for a definition that is not found and when there is no database.
 
-/// Whether PROJ has its database open.
+/// Checks whether PROJ has its database open.
 Expected<void> checkCatalogIsOpen();
 
-/// Whether the database has anything of an authority that is spelled so. False when it cannot be read.
+/// Returns whether the database has anything under the authority in this spelling. False when it cannot be read.
 bool hasAuthority(const std::string& authority);
 
 /// Why PROJ gives no object for the code, whose authority is spelled as in the catalog. statusNotFound when the
@@ -29,8 +29,8 @@ Error explainMissingAuthority();
 /// The Error of a definition that a readable catalog does not have.
 Error notInCatalog();
 
-/// Whether the table of alternative names can be read. PROJ ends the process when it compares two objects and cannot
-/// read that table.
+/// Checks whether the table of alternative names can be read. PROJ ends the process when it compares two objects and
+/// cannot read that table.
 Expected<void> checkAliases();
 
 /// Reads the whole database and compares its indexes with its tables. The Error is about the first damage. This takes
@@ -43,7 +43,7 @@ class CatalogReadCheck {
 public:
     /// Begins the check; call before the query.
     CatalogReadCheck();
-    /// Whether the answers since then are complete.
+    /// Checks whether the answers since then are complete.
     Expected<void> finish() const;
 };
 

@@ -40,8 +40,8 @@ bool isOfThisLibrary(const DefinitionData& data)
     }
 }
 
-/// Whether the code can be the catalog's own spelling. The database compares codes that look like numbers as numbers,
-/// so it would find EPSG:4326 for " 4326" and "04326".
+/// Returns whether the code can be the catalog's own spelling. The database compares codes that look like numbers as
+/// numbers, so it would find EPSG:4326 for " 4326" and "04326".
 bool isSpelledOut(std::string_view code)
 {
     constexpr std::string_view kDigits = "0123456789";
@@ -60,7 +60,7 @@ ProjObject readObject(const CatalogCode& code, PJ_CATEGORY category, GridNames g
                                                 gridNames == GridNames::ofInstalledFiles, nullptr));
 }
 
-/// Whether PROJ has an object of that code, which is not a definition of this library.
+/// Returns whether PROJ has an object of that code, which is not a definition of this library.
 bool isForeignObject(const CatalogCode& code, DefinitionType type)
 {
     const ProjObject object = catalogObject(code, projCategory(type));

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -79,7 +80,7 @@ public:
         : text_(std::move(text)), utf8_(utf8FromWide(text_)), largest_(largestDistance(numberOf(text_)))
     {
         if (isAscii(utf8_))
-            count(utf8_, 1, counts_);
+            count(utf8_, 1, counts_.emplace());
     }
 
     void compare(const ListedCode& listed)
@@ -105,15 +106,15 @@ private:
     /// Spares most codes the table of distances.
     bool mayBeNear(const ListedCode& listed) const
     {
-        if (!isAscii(utf8_) || !isAscii(listed.authority) || !isAscii(listed.code))
+        if (!counts_ || !isAscii(listed.authority) || !isAscii(listed.code))
             return true;
-        return utf8_.ends_with(toLowerAscii(listed.code)) || fewestEdits(counts_, listed) * kCosts.edit <= largest_;
+        return utf8_.ends_with(toLowerAscii(listed.code)) || fewestEdits(*counts_, listed) * kCosts.edit <= largest_;
     }
 
     std::wstring text_;
     std::string utf8_;
     std::size_t largest_;
-    CharacterCounts counts_{};
+    std::optional<CharacterCounts> counts_; // of a text that is ASCII
     std::vector<Suggestion> near_;
 };
 
@@ -133,9 +134,10 @@ std::vector<CatalogEntry> suggestCodes(std::wstring_view code, std::size_t limit
     forEachListedCode([&near](const ListedCode& listed) { near.compare(listed); });
     std::vector<CatalogEntry> entries;
     for (const Suggestion& suggestion : near.sorted()) {
-        const bool isRepeated = std::ranges::find(entries, suggestion.code, &CatalogEntry::code) != entries.end();
-        if (entries.size() == limit || isRepeated)
-            continue;
+        if (entries.size() == limit)
+            break;
+        if (std::ranges::find(entries, suggestion.code, &CatalogEntry::code) != entries.end())
+            continue; // a list may have it twice
         if (std::optional<CatalogEntry> entry = listedEntry(suggestion.code))
             entries.push_back(*std::move(entry));
     }

@@ -13,7 +13,7 @@ namespace Embedded {
 /// the text stays only when it is `code`. The Error has statusUnreadable and says what is wrong with the text.
 Expected<Projjson> parseUserText(std::string_view utf8, std::string_view code);
 
-/// Whether parseUserText reads the text, under whatever code.
+/// Checks whether parseUserText reads the text, under whatever code.
 ZSR_API Expected<void> checkUserText(std::string_view utf8);
 
 } // namespace Embedded

@@ -41,8 +41,8 @@ public:
         return std::nullopt;
     }
 
-    /// Whether the operation connects the datum with itself and leaves heights alone. Such an operation is of use only
-    /// between exactly its systems.
+    /// Returns whether the operation connects the datum with itself and leaves heights alone. Such an operation is of
+    /// use only between exactly its systems.
     bool isWithinDatum(const IndexedOperation& operation) const
     {
         return sourceDatums_.contains(operation.source.datum) && sourceDatums_.contains(operation.target.datum) &&

@@ -13,7 +13,7 @@
 
 namespace Embedded {
 
-/// Whether an operation is applied as it is defined, or from its target to its source.
+/// The direction in which an operation is applied: as it is defined, or from its target to its source.
 enum class OperationDirection { forward, inverse };
 
 /// A file that an operation reads.
@@ -36,7 +36,8 @@ struct CatalogOperation {
     bool isImplemented = true; // whether PROJ knows the method in this direction; true where a grid is missing
     std::vector<OperationGrid> grids;
 
-    /// Whether it can transform coordinates here: it has this direction, its method and all of its grids.
+    /// Returns whether the operation can transform coordinates here: it has this direction, its method and all of its
+    /// grids.
     ZSR_API bool isUsable() const;
 };
 

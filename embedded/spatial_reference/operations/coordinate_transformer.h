@@ -66,7 +66,7 @@ public:
     /// call takes as long as makeTransformer. The Error says why the catalog cannot be read.
     [[nodiscard]] virtual Expected<void> findMissingGrids(const CoordinatePoint& point, std::size_t operation) = 0;
 
-    /// Whether PROJ has several operations for the two systems and chooses one of them for each point.
+    /// Returns whether PROJ has several operations for the two systems and chooses one of them for each point.
     virtual bool choosesForEachPoint() const = 0;
     /// The operations that were used so far, in the order of their first use. Without a choice this is one operation
     /// from the start.
@@ -105,7 +105,7 @@ ZSR_API Expected<std::unique_ptr<CoordinateTransformer>>
 makeTransformer(std::wstring_view sourceCode, std::wstring_view targetCode,
                 const std::optional<ConfiguredOperation>& configured);
 
-/// Whether PROJ reads grids over the network. It does only if the environment variable PROJ_NETWORK says so.
+/// Returns whether PROJ reads grids over the network. It does only if the environment variable PROJ_NETWORK says so.
 ZSR_API bool isGridNetworkEnabled();
 /// The folder into which PROJ's programs download grids, as a path in UTF-8.
 ZSR_API std::string gridFolder();

@@ -13,12 +13,12 @@ namespace Embedded {
 std::vector<OperationGrid> usedGrids(const PJ* operation);
 /// Nothing when the catalog states no accuracy. Conversions are exact.
 std::optional<double> accuracyInMetres(const PJ* operation);
-/// Whether PROJ implements its method and all of its grids are installed.
+/// Returns whether PROJ implements the operation's method and all of its grids are installed.
 bool isInstantiable(const PJ* operation);
-/// Whether it is instantiable and its method has that direction.
+/// Returns whether the operation is instantiable and its method has that direction.
 bool isApplicable(PJ* operation, OperationDirection direction);
 bool isBallpark(const PJ* operation);
-/// Whether its result depends on the epoch of a point.
+/// Returns whether the operation's result depends on the epoch of a point.
 bool isTimeDependent(PJ* operation);
 UsedOperation describeOperation(PJ* operation);
 /// The operation itself, or the steps of a concatenated one.

@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "embedded/spatial_reference/catalog/catalog_connection.h"
 #include "embedded/spatial_reference/catalog/catalog_database.h"
@@ -89,8 +90,9 @@ private:
         constexpr int kDatum = 2;
         constexpr int kDatumName = 4;
         constexpr int kVertical = 5;
-        const std::optional<CatalogCode> system = splitCode(codeAt(row, kSystem));
-        const auto [place, isNew] = ends_.try_emplace(codeAt(row, kSystem));
+        const std::string code = codeAt(row, kSystem);
+        const std::optional<CatalogCode> system = splitCode(code);
+        const auto [place, isNew] = ends_.try_emplace(code);
         if (!system || !isNew)
             return;
         OperationEnd& end = place->second;
@@ -128,8 +130,9 @@ private:
         if (target.datum.empty())
             target.datum = source.datum;
         const bool isPath = row.text(kTable) == "concatenated_operation";
-        const std::optional<CatalogCode> operation = splitCode(codeAt(row, kOperation));
-        if (operation && !source.datum.empty() && seen_.insert(operation->text()).second)
+        std::string code = codeAt(row, kOperation);
+        const std::optional<CatalogCode> operation = splitCode(code);
+        if (operation && !source.datum.empty() && seen_.insert(std::move(code)).second)
             index_.operations.push_back({*operation, isPath ? DefinitionType::path : DefinitionType::transformation,
                                          std::move(source), std::move(target)});
     }

@@ -30,8 +30,8 @@ const std::vector<IndexedOperation>& indexedOperations();
 /// The codes under which the index has the datum.
 std::set<std::string> indexedDatumCodes(const PJ* datum);
 
-/// Whether an operation with these height systems at its ends suits systems with those height systems. An operation
-/// that leaves heights alone always does.
+/// Returns whether an operation with these height systems at its ends suits systems with those height systems. An
+/// operation that leaves heights alone always does.
 bool heightsMatch(const std::string& operationSource, const std::string& operationTarget,
                   const std::string& systemSource, const std::string& systemTarget);
 

@@ -6,7 +6,7 @@
 
 namespace Embedded {
 
-/// Whether the point can be transformed at all.
+/// Checks whether the point can be transformed at all.
 Expected<void> checkPoint(const CoordinatePoint& point, bool isGeocentric);
 
 /// A point without a height has height 0 in PROJ, one without an epoch no epoch.

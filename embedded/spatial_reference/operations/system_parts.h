@@ -18,7 +18,7 @@ struct SystemParts {
 
     bool isHorizontal() const { return horizontal != nullptr; }
     bool isGeocentric() const { return horizontal && proj_get_type(horizontal.get()) == PJ_TYPE_GEOCENTRIC_CRS; }
-    /// Whether the coordinates have an ellipsoidal height.
+    /// Returns whether the coordinates have an ellipsoidal height.
     bool hasEllipsoidalHeight() const;
 };
 
@@ -32,8 +32,8 @@ std::vector<AxisUnit> axisUnits(const SystemParts& system);
 /// The code and the name, such as "EPSG:4275 (NTF)".
 std::string describeObject(const PJ* object);
 
-/// Whether the datums are the same, even if they have codes of different authorities. Throws ErrorException when the
-/// catalog cannot be read.
+/// Returns whether the datums are the same, even if they have codes of different authorities. Throws ErrorException
+/// when the catalog cannot be read.
 bool isSameDatum(const PJ* left, const PJ* right);
 
 } // namespace Embedded

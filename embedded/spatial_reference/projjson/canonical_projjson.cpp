@@ -21,12 +21,9 @@ class BuilderWithoutUsage final : public JsonBuilder {
 public:
     bool key(string_t& name) override
     {
-        if (isLeftOut())
-            return true;
-        if (std::ranges::find(kUsageKeys, std::string_view(name)) != kUsageKeys.end())
-            leaveNextOut();
-        else
-            addMember(name);
+        if (isLeftOut() || std::ranges::find(kUsageKeys, std::string_view(name)) == kUsageKeys.end())
+            return JsonBuilder::key(name);
+        leaveNextOut();
         return true;
     }
 };
@@ -58,7 +55,7 @@ void setIdentifier(const PJ* object, Projjson& node)
         node["id"] = identifier(authority, code);
 }
 
-/// Whether the numbers are equal in the fifteen digits of PROJJSON.
+/// Returns whether the numbers are equal in the fifteen digits of PROJJSON.
 bool isRounded(double number, double exact)
 {
     return std::abs(number - exact) <= 1e-13 * std::abs(exact);

@@ -24,7 +24,7 @@ PJ_CONTEXT* projContext();
 /// Where PROJ looks for its database and for grids, in order.
 std::vector<std::string> catalogFolders();
 
-/// Whether PROJ has found and opened its database.
+/// Returns whether PROJ has found and opened its database.
 bool isCatalogAvailable();
 
 /// What kept PROJ from reading its database. PROJ's lists are then shorter, or empty.

@@ -41,7 +41,7 @@ bool hasIdentifier(const Projjson& node);
 /// The node's name. A bound system has the name of its source.
 std::string nameOf(const Projjson& node);
 
-/// Whether the datum only stands for its ellipsoid. A system with such a datum counts as one without a datum.
+/// Returns whether the datum only stands for its ellipsoid. A system with such a datum counts as one without a datum.
 bool isUnspecifiedDatum(const Projjson& datum);
 
 double semiMajorAxisInMetres(const Projjson& ellipsoid);

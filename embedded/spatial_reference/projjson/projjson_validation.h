@@ -1,4 +1,4 @@
-// Whether PROJJSON from outside has what the queries rely on.
+// Checks whether PROJJSON from outside has what the queries rely on.
 #pragma once
 
 #include "embedded/spatial_reference/projjson/definition_data.h"
@@ -10,11 +10,12 @@ namespace Embedded {
 /// for the frame of a definition text.
 inline constexpr int kDeepestProjjson = 24;
 
-/// Whether it is a system of a known kind, a datum or an ellipsoid with the parts that the queries read.
+/// Returns whether the PROJJSON is a system of a known kind, a datum or an ellipsoid with the parts that the queries
+/// read.
 bool hasRequiredParts(DefinitionType type, const Projjson& projjson);
 
-/// Whether it has the required parts and PROJ makes an object of the type from it, so that it can be queried and
-/// converted.
+/// Returns whether the PROJJSON has the required parts and PROJ makes an object of the type from it, so that it can be
+/// queried and converted.
 bool isValidProjjson(DefinitionType type, const Projjson& projjson);
 
 } // namespace Embedded

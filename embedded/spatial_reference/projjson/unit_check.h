@@ -1,4 +1,4 @@
-// Whether the units of a definition can be stored.
+// Checks whether the units of a definition can be stored.
 #pragma once
 
 #include "embedded/base/error.h"

@@ -49,7 +49,8 @@ tl::unexpected<Error> unreadable(const char* reason)
     return failure(statusUnreadable, reason);
 }
 
-/// Whether it is the datum or the ellipsoid of a definition that was read before, which PROJ has made an object of.
+/// Returns whether the PROJJSON is the datum or the ellipsoid of an earlier definition, of which PROJ has made an
+/// object.
 bool isPartOf(const Definitions& definitions, DefinitionType type, const Projjson& projjson)
 {
     return std::ranges::any_of(definitions, [&](const DefinitionData& definition) {

@@ -45,6 +45,28 @@ protected:
     std::filesystem::path folder() const { return path("catalog"); }
     std::string database() const { return (folder() / "proj.db").string(); }
 
+    /// Transforms a line that is not a point, damages the catalog, and then gives the program these points, for printf.
+    /// The program's later output is in the file "rest", its errors are in "errors". Returns its exit status and a line
+    /// feed.
+    std::string transformBeforeAndAfterDamage(const std::string& points) const
+    {
+        std::filesystem::copy_file(Embedded::catalogPath(), database());
+        ProgramRun script = shellRun(R"(mkfifo in out
+                                        "$0" transform EPSG:4267 EPSG:4269 <in >out 2>errors &
+                                        exec 3>in 4<out
+                                        echo nonsense >&3
+                                        read -r answer <&4
+                                        dd if=/dev/zero of=catalog/proj.db bs=4096 count=1000 conv=notrunc 2>dd
+                                        printf ')" +
+                                     points + R"(' >&3
+                                        exec 3>&-
+                                        cat <&4 >rest
+                                        wait $!
+                                        echo $?)");
+        script.environment["PROJ_DATA"] = folder().string();
+        return run(script).output;
+    }
+
     /// Creates a copy of the catalog and overwrites the first pages of a table.
     void givenCatalogWithDamaged(const std::string& table) const
     {
@@ -176,40 +198,14 @@ TEST_F(DamagedCatalog, ConversionThatNeedsTheCatalog_ReportsTheCatalog)
 
 TEST_F(DamagedCatalog, DamageBetweenTwoPoints_IsReported)
 {
-    std::filesystem::copy_file(Embedded::catalogPath(), database());
-    ProgramRun script = shellRun(R"(mkfifo in out
-                                    "$0" transform EPSG:4267 EPSG:4269 <in >out 2>errors &
-                                    exec 3>in 4<out
-                                    echo nonsense >&3
-                                    read -r answer <&4
-                                    dd if=/dev/zero of=catalog/proj.db bs=4096 count=1000 conv=notrunc 2>dd
-                                    echo 40 -100 >&3
-                                    exec 3>&-
-                                    cat <&4 >rest
-                                    wait $!
-                                    echo $?)");
-    script.environment["PROJ_DATA"] = folder().string();
-    EXPECT_EQ(run(script).output, "1\n");
+    EXPECT_EQ(transformBeforeAndAfterDamage("40 -100\\n"), "1\n");
     EXPECT_THAT(contents("rest"), testing::StartsWith("39.9999968834 -100.0004155886\n"));
     EXPECT_THAT(contents("errors"), HasSubstr("the catalog cannot be read: " + database()));
 }
 
 TEST_F(DamagedCatalog, FoundAtTheFirstOfSeveralPoints_EndsTheRunWithoutTheOthers)
 {
-    std::filesystem::copy_file(Embedded::catalogPath(), database());
-    ProgramRun script = shellRun(R"(mkfifo in out
-                                 "$0" transform EPSG:4267 EPSG:4269 <in >out 2>errors &
-                                 exec 3>in 4<out
-                                 echo nonsense >&3
-                                 read -r answer <&4
-                                 dd if=/dev/zero of=catalog/proj.db bs=4096 count=1000 conv=notrunc 2>dd
-                                 printf '40 -100\n60 -100\n0 0\n' >&3
-                                 exec 3>&-
-                                 cat <&4 >rest
-                                 wait $!
-                                 echo $?)");
-    script.environment["PROJ_DATA"] = folder().string();
-    EXPECT_EQ(run(script).output, "1\n");
+    EXPECT_EQ(transformBeforeAndAfterDamage("40 -100\\n60 -100\\n0 0\\n"), "1\n");
     EXPECT_EQ(contents("rest"), "39.9999968834 -100.0004155886\n");
     EXPECT_THAT(contents("errors"), HasSubstr("the catalog cannot be read: " + database()));
     EXPECT_THAT(contents("errors"), HasSubstr("(1 point)\n"));

@@ -24,7 +24,7 @@ int streamError();
 std::optional<std::size_t> readStandardInput(char* bytes, std::size_t length);
 
 bool isTerminal(std::FILE* stream);
-/// Whether it is a terminal that understands escape sequences.
+/// Returns whether it is a terminal that understands escape sequences.
 bool supportsEscapes(std::FILE* stream);
 
 /// Returns null when the file cannot be opened, with the reason in errno.

@@ -48,7 +48,7 @@ Embedded::Expected<Embedded::CoordinatePoint> parseLine(const LineReader& reader
     if (point->epoch && !isEpoch(*point->epoch))
         return Embedded::failure(0, fmt::format("expected a year from {} to {} in the fourth column, found {}",
                                                 kEarliestEpoch, kLatestEpoch, *point->epoch));
-    return *point;
+    return point;
 }
 
 /// Transforms the points of lines in blocks, and prints a result for each line in their order.

@@ -28,7 +28,7 @@ Failure noSuchCode(const std::wstring& code);
 /// proj.db in /usr/share/proj: statusCatalogUnavailable (46)".
 std::string describeLoadFailure(const std::wstring& code, Zentara::Infrastructure::SpatialReference::Status status);
 
-/// Whether the catalog was asked and does not have the code.
+/// Returns whether the catalog was asked and does not have the code.
 bool catalogLacks(const std::wstring& code);
 
 /// The catalog's entry; nothing when the catalog was asked and does not have the code. Throws Failure when it could not

@@ -43,8 +43,8 @@ struct ConfigItemText {
 std::wstring makeElement(const ConfigItemText& item);
 /// The status of loading a path (kind 1) or a transformation by its name or code.
 Zentara::Infrastructure::SpatialReference::Status operationStatus(const std::wstring& name, int kind);
-/// Whether the status says that the catalog has the name, lacks it or has it several times, and not that reading
-/// failed.
+/// Returns whether the status says that the catalog has the name, lacks it or has it several times, and not that
+/// reading failed.
 bool catalogWasRead(Zentara::Infrastructure::SpatialReference::Status status);
 /// "the catalog cannot be read: ...", with the cause, for a status of a reading that failed.
 std::string describeCatalogFailure(Zentara::Infrastructure::SpatialReference::Status status);

@@ -43,8 +43,8 @@ std::optional<LegacyProjection> readLegacyProjection(const QeDbDictionary& named
     return legacy;
 }
 
-/// Whether the bytes are a definition's text in UTF-16, which begins with an ASCII character. The packed form has the
-/// first byte of a class identifier there, which is not zero.
+/// Returns whether the bytes are a definition's text in UTF-16, which begins with an ASCII character. The packed form
+/// has the first byte of a class identifier there, which is not zero.
 bool isText(const std::string& bytes)
 {
     return bytes.size() > 1 && bytes[1] == '\0';

@@ -55,7 +55,7 @@ StoredForms readStoredForms(QeDbDatabase* database);
 /// The code of the legacy projection record, which the module reads in place of the GeoData object; empty when the
 /// drawing has none. Throws Failure when the host cannot open what is there.
 std::wstring readLegacyCode(QeDbDatabase* database);
-/// Whether the legacy projection record can hold the code: readers take "." for none.
+/// Returns whether the legacy projection record can hold the code: readers take "." for none.
 bool isLegacyCode(const std::wstring& code);
 
 } // namespace Orvelcs

@@ -10,7 +10,7 @@
 
 namespace Orvelcs {
 
-/// Whether a line is empty or a comment after "#".
+/// Returns whether a line is empty or a comment after "#".
 bool isBlankOrComment(std::string_view line);
 
 /// Reads "x y", "x y z" or "x y z epoch", separated by blanks and tabs. The Error says what else was found, such as a

@@ -45,7 +45,7 @@ void endAfterAbort(int /*signal*/)
     endProcess();
 }
 
-/// Whether the stream is a console, and how it is set. Other devices count as terminals for the C runtime.
+/// Returns whether the stream is a console, and how it is set. Other devices count as terminals for the C runtime.
 std::optional<DWORD> consoleMode(std::FILE* stream)
 {
     DWORD mode = 0;
