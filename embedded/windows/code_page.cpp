@@ -9,7 +9,7 @@
 #include "embedded/base/ascii_run.h"
 #include "embedded/base/surrogates.h"
 #include "embedded/diagnostics/fault_injection.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 namespace {
 

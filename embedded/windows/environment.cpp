@@ -5,7 +5,7 @@
 
 #include "embedded/base/text.h"
 #include "embedded/diagnostics/fault_injection.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 errno_t _wgetenv_s(std::size_t* required, wchar_t* buffer, std::size_t characters, const wchar_t* name)
 {

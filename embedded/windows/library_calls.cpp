@@ -1,5 +1,5 @@
 #include "embedded/diagnostics/fault_injection.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 // There are no thread notices off Windows, so there is nothing to disable.
 BOOL DisableThreadLibraryCalls(HMODULE module)

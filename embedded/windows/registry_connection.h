@@ -7,7 +7,7 @@
 #include <filesystem>
 
 #include "embedded/base/sqlite.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 namespace Embedded {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 struct RegistryKeyHandle {
     std::wstring path; // empty: the current user's root

@@ -4,7 +4,7 @@
 #include "embedded/windows/registry_handle.h"
 #include "embedded/windows/registry_name.h"
 #include "embedded/windows/registry_transaction.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 namespace Embedded {
 

@@ -6,7 +6,7 @@
 #include "embedded/base/text.h"
 #include "embedded/diagnostics/fault_injection.h"
 #include "embedded/windows/user_folder.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 namespace {
 

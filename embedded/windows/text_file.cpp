@@ -16,7 +16,7 @@
 #include "embedded/base/text.h"
 #include "embedded/diagnostics/fault_injection.h"
 #include "embedded/diagnostics/resource_counters.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 namespace {
 

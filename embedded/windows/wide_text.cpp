@@ -1,7 +1,7 @@
 #include <limits>
 
 #include "embedded/base/case_folding.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 int _wcsicmp(const wchar_t* left, const wchar_t* right)
 {

@@ -1,4 +1,4 @@
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 /// The system calls it for each library. The module has no data for each thread and needs no thread notices.
 extern "C" BOOL WINAPI DllMain(HMODULE module, DWORD reason, void* /*reserved*/)

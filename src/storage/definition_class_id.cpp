@@ -7,7 +7,7 @@
 #include <string_view>
 #include <type_traits>
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "storage/holder.h"
 #include "storage/library_holder.h"
 

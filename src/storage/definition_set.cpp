@@ -3,7 +3,7 @@
 #include <cwchar>
 #include <utility>
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "storage/definition_code.h"
 
 namespace Orvel {

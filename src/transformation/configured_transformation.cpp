@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "transformation/item_text.h"
 
 namespace Orvel {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 namespace Orvel {
 

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "coordsys/coordinate_system_reactors.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "storage/host_holders.h"
 #include "transformation/configured_transformation.h"
 #include "transformation/drawing_config.h"

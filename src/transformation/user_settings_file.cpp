@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "transformation/config_text.h"
 #include "transformation/item_text.h"
 

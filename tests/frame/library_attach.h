@@ -1,7 +1,7 @@
 // The entry point that the system calls for each library. No header declares it.
 #pragma once
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 extern "C" BOOL WINAPI DllMain(HMODULE module, DWORD reason, void* reserved);
 

@@ -15,7 +15,7 @@ protected:
     DependencyDirectionTest()
     {
         for (const char* path :
-             {"platform/host.h", "platform/windows.h", "platform/host/object.h", "src/storage/packing.h",
+             {"platform/host.h", "platform/win32.h", "platform/host/object.h", "src/storage/packing.h",
               "src/coordsys/result.h", "src/frame/module.h", "src/transformation/item.h", "embedded/base/text.h",
               "embedded/base/json/a.h", "embedded/host/database/drawing.h",
               "embedded/spatial_reference/catalog/catalog.h", "tools/orvelcs/cli/output.h",
@@ -138,7 +138,7 @@ TEST_F(DependencyDirectionTest, ForbiddenIncludes_CauseOneComplaintEach)
 
 TEST_F(DependencyDirectionTest, SystemHeaders_AreAllowedInThePlatformsWindowsHeader)
 {
-    EXPECT_EQ(findForbiddenIncludes({{"platform/windows.h", "#include <shlobj.h>\n"}}).size(), 0U);
+    EXPECT_EQ(findForbiddenIncludes({{"platform/win32.h", "#include <shlobj.h>\n"}}).size(), 0U);
 }
 
 TEST_F(DependencyDirectionTest, Complaint_NamesFileLineAndTarget)

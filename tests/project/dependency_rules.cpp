@@ -18,7 +18,7 @@ using Paths = std::set<std::string>;
 using Objection = std::optional<std::string>;
 
 constexpr std::array kPlatformHeaders{"platform/foundation.h"sv, "platform/host.h"sv, "platform/spatial_reference.h"sv,
-                                      "platform/windows.h"sv};
+                                      "platform/win32.h"sv};
 
 /// A room and the rooms whose headers its files may include, besides its own and the platform's.
 struct Room {
@@ -126,7 +126,7 @@ Objection objectionInPlatform(const std::string& includer, const IncludeDirectiv
 {
     if (topFolder(target) == "platform")
         return std::nullopt;
-    if (target.empty() && include.isAngled && (isStandardHeader(include.target) || includer == "platform/windows.h"))
+    if (target.empty() && include.isAngled && (isStandardHeader(include.target) || includer == "platform/win32.h"))
         return std::nullopt;
     return "the platform includes itself and the standard library only";
 }

@@ -22,7 +22,7 @@ std::vector<IncludeDirective> parseIncludes(const SourceFile& file);
 
 /// One complaint for each #include that breaks the direction of the dependencies:
 /// - src: the standard library, src itself and the platform's four headers, written "platform/….h";
-/// - platform: the standard library and itself; other system headers in windows.h alone;
+/// - platform: the standard library and itself; other system headers in win32.h alone;
 /// - embedded: platform, embedded and libraries;
 /// - tools, tests and other folders on top may include everything;
 /// - a room of src, embedded or tools: only the rooms that its line in the table of rooms names.

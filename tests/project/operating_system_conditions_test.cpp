@@ -30,7 +30,7 @@ TEST_F(OperatingSystemConditionsTest, ConditionsOfThePlatform_AreFound)
 {
     std::size_t conditions = 0;
     for (const SourceFile& file : readProjectSources())
-        if (file.path == "platform/windows.h")
+        if (file.path == "platform/win32.h")
             conditions += findOperatingSystemConditions(file.text).size();
     EXPECT_GT(conditions, 0U);
 }

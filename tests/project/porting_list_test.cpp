@@ -10,7 +10,7 @@
 namespace Tests {
 namespace {
 
-const std::vector<std::string> kHeaders{"host.h", "spatial_reference.h", "foundation.h", "windows.h"};
+const std::vector<std::string> kHeaders{"host.h", "spatial_reference.h", "foundation.h", "win32.h"};
 
 /// The module's own names with a prefix of the platform: the host looks for them in the module.
 const Names kModuleNames{"qerxEntryPoint", "qerxGetApiVersion"};

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 namespace Tests {
 

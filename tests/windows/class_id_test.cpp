@@ -2,7 +2,7 @@
 #include <string>
 
 #include "embedded/diagnostics/fault_injection.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/platform_test.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "embedded/diagnostics/fault_injection.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/platform_test.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "embedded/diagnostics/fault_injection.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/platform_test.h"
 #include "support/scoped_variable.h"
 

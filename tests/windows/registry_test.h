@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "embedded/windows/registry_file.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/platform_test.h"
 #include "support/scoped_registry.h"
 #include "support/temporary_folder.h"

@@ -3,7 +3,7 @@
 
 #include "embedded/base/path.h"
 #include "embedded/diagnostics/fault_injection.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/local_application_data.h"
 #include "support/platform_test.h"
 #include "support/scoped_registry.h"

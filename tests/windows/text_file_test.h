@@ -8,7 +8,7 @@
 #include <string>
 
 #include "embedded/base/text.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/file_text.h"
 #include "support/platform_test.h"
 #include "support/temporary_folder.h"

@@ -1,4 +1,4 @@
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/platform_test.h"
 
 namespace {

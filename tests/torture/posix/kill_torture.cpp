@@ -19,7 +19,7 @@
 
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "embedded/windows/registry_file.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/drawing.h"
 #include "support/temporary_folder.h"
 

@@ -1,7 +1,7 @@
 // Data that only the registry of Windows can hold. There a text may end within a character.
 #include <vector>
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "transformation/registry_strings.h"
 #include "transformation/transformation_test.h"
 

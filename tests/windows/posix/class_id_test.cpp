@@ -1,7 +1,7 @@
 // Behaviour of the stand-in where Windows promises nothing.
 #include <cstring>
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/platform_test.h"
 
 namespace {

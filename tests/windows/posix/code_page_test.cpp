@@ -1,7 +1,7 @@
 // Behaviour of the stand-in where Windows promises nothing, or where Wine differs from Windows.
 #include <string>
 
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/platform_test.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include "embedded/base/text.h"
 #include "embedded/diagnostics/fault_injection.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/platform_test.h"
 #include "support/scoped_variable.h"
 #include "support/temporary_folder.h"

@@ -5,7 +5,7 @@
 #include "embedded/windows/registry_file.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/drawing/holders.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 namespace Orvelcs {
 namespace {

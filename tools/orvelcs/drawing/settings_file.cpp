@@ -14,7 +14,7 @@
 #include "orvelcs/cli/user_options.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/staging_folder.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 namespace Orvelcs {
 namespace {

@@ -7,7 +7,7 @@
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/wait.h"
 #include "orvelcs/drawing/settings_file.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 namespace Orvelcs {
 namespace {

@@ -4,7 +4,7 @@
 #include <tuple>
 
 #include "embedded/diagnostics/resource_counters.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/win32/calls/fallible_call.h"
 
 namespace Tests {

@@ -7,7 +7,7 @@
 #include <cstdio>
 
 #include "embedded/diagnostics/resource_counters.h"
-#include "platform/windows.h"
+#include "platform/win32.h"
 #include "support/win32/calls/fallible_call.h"
 
 extern "C" {

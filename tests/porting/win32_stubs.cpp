@@ -1,5 +1,5 @@
 // Win32 calls that always fail. They are sufficient to link the module.
-#include "platform/windows.h"
+#include "platform/win32.h"
 
 BOOL DisableThreadLibraryCalls(HMODULE)
 {
