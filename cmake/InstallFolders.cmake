@@ -12,5 +12,8 @@ else()
     set(ORVEL_DOCUMENT_FOLDER share/doc/orvel-coordsys-core)
 endif()
 set(ORVEL_CONFIG_FOLDER lib/cmake/OrvelCoordsysCore)
-# The libraries find each other wherever the prefix is moved to.
+# The libraries find each other wherever the prefix is moved to. Built files have the search path of installed ones: a path
+# that is to be replaced gets an empty name at its end, which stands for the current folder.
 set(CMAKE_INSTALL_RPATH "$ORIGIN")
+set(CMAKE_INSTALL_RPATH_USE_LINK_PATH ON)
+set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)

@@ -97,6 +97,7 @@ public:
 
     void read() const
     {
+        const Tests::ScopedVariable variable = folderVariable();
         wchar_t* text = nullptr;
         requireSuccess(Orvel::ReadUserTransformationSettings(text), "reading the settings file");
         const Orvel::HostString owned(text);
@@ -104,6 +105,7 @@ public:
 
     void write() const
     {
+        const Tests::ScopedVariable variable = folderVariable();
         requireSuccess(Orvel::WriteUserTransformationSettings(text_.c_str()), "writing the settings file");
     }
 
@@ -135,6 +137,12 @@ public:
     }
 
 private:
+    /// Programs that other comparisons start must not see the file: they would read it.
+    Tests::ScopedVariable folderVariable() const
+    {
+        return Tests::ScopedVariable("VORLEN_USER_DICTIONARY_PATH", folder_.path().string());
+    }
+
     /// The room that is left in the output.
     static std::size_t convert(const char* to, const char* from, void* input, std::size_t inputLength, void* output,
                                std::size_t outputLength)
@@ -149,7 +157,6 @@ private:
     }
 
     Tests::TemporaryFolder folder_;
-    Tests::ScopedVariable variable_{"VORLEN_USER_DICTIONARY_PATH", folder_.path().string()};
     std::wstring text_;
 };
 

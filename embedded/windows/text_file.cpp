@@ -65,6 +65,8 @@ public:
     /// Both return what the system's calls return: a count, 0 at the end of the file, -1 with errno.
     ssize_t read(char* output, std::size_t size);
     ssize_t write(std::string_view bytes);
+    /// Positions count the bytes of the file, those of line ends included. Returns -1 with errno if it cannot seek.
+    off_t seek(off_t offset, int origin);
     bool close() { return descriptor_.close(); }
     char* streamBuffer() { return streamBuffer_.get(); }
 
@@ -132,6 +134,14 @@ ssize_t OpenFile::read(char* output, std::size_t size)
     return 0;
 }
 
+off_t OpenFile::seek(off_t offset, int origin)
+{
+    const off_t position = ::lseek(descriptor_.get(), offset, origin);
+    if (position >= 0)
+        isAtEnd_ = false;
+    return position;
+}
+
 bool OpenFile::writeAll(std::string_view bytes)
 {
     while (!bytes.empty()) {
@@ -184,6 +194,13 @@ ssize_t writeTo(void* file, const char* bytes, std::size_t size)
     return std::max<ssize_t>(0, static_cast<OpenFile*>(file)->write({bytes, size}));
 }
 
+/// Returns 0 and the new position, or -1, as a stream expects.
+int seekIn(void* file, off64_t* position, int origin)
+{
+    *position = static_cast<OpenFile*>(file)->seek(*position, origin);
+    return *position >= 0 ? 0 : -1;
+}
+
 /// Closes the file even if it returns a failure.
 int closeFile(void* file)
 {
@@ -217,7 +234,7 @@ FileDescriptor openFile(const std::string& path, const Mode& mode)
 
 std::FILE* openStream(std::unique_ptr<OpenFile> file, const Mode& mode)
 {
-    const cookie_io_functions_t calls{.read = readFrom, .write = writeTo, .seek = nullptr, .close = closeFile};
+    const cookie_io_functions_t calls{.read = readFrom, .write = writeTo, .seek = seekIn, .close = closeFile};
     std::FILE* const stream = ::fopencookie(file.get(), mode.flags == O_RDONLY ? "r" : "w", calls);
     if (stream == nullptr)
         return nullptr;

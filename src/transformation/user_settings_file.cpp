@@ -9,7 +9,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/win32.h"
 #include "transformation/config_text.h"
@@ -62,28 +61,29 @@ void appendLines(std::string& joined, std::string_view text)
     }
 }
 
-/// The file's lines joined without their ends. No value without a file and after a read error. The parts are joined
-/// when all are read: one text that grew would be copied as often as it doubles.
+/// The length of the file, which its text does not exceed. 0 if the stream cannot tell: the text then grows while it is
+/// read.
+std::size_t expectedLength(std::FILE* file)
+{
+    ignore(std::fseek(file, 0, SEEK_END));
+    const long end = std::ftell(file);
+    std::rewind(file);
+    return end > 0 ? static_cast<std::size_t>(end) : 0;
+}
+
+/// The file's lines joined without their ends. No value without a file and after a read error.
 std::optional<std::string> readLines()
 {
     const TextFile file = openSettings(L"rt");
     if (!file)
         return std::nullopt;
     const auto block = std::make_unique_for_overwrite<char[]>(kBlockInBytes);
-    std::vector<std::string> parts;
-    std::size_t length = 0;
-    while (const std::size_t read = std::fread(block.get(), 1, kBlockInBytes, file.get())) {
-        std::string& part = parts.emplace_back();
-        part.reserve(read);
-        appendLines(part, {block.get(), read});
-        length += part.size();
-    }
+    std::string joined;
+    joined.reserve(expectedLength(file.get()));
+    while (const std::size_t read = std::fread(block.get(), 1, kBlockInBytes, file.get()))
+        appendLines(joined, {block.get(), read});
     if (std::ferror(file.get()) != 0)
         return std::nullopt;
-    std::string joined;
-    joined.reserve(length);
-    for (const std::string& part : parts)
-        joined += part;
     return joined;
 }
 
@@ -100,25 +100,24 @@ HostString decodeUtf8(const char* utf8)
     return text;
 }
 
-/// No value when the text cannot be converted.
-std::optional<std::string> encodeUtf8(std::wstring_view chunk)
+/// Puts the chunk in UTF-8 and a line end in `line`, whose memory serves all lines. False if the chunk cannot be
+/// converted.
+[[nodiscard]] bool encodeLine(std::wstring_view chunk, std::string& line)
 {
     if (chunk.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
-        return std::nullopt;
+        return false;
     const int characters = static_cast<int>(chunk.size());
     const int bytes = WideCharToMultiByte(CP_UTF8, 0, chunk.data(), characters, nullptr, 0, nullptr, nullptr);
     if (bytes <= 0)
-        return std::nullopt;
-    std::string utf8(static_cast<std::size_t>(bytes), '\0');
-    if (WideCharToMultiByte(CP_UTF8, 0, chunk.data(), characters, utf8.data(), bytes, nullptr, nullptr) != bytes)
-        return std::nullopt;
-    return utf8;
+        return false;
+    line.resize(static_cast<std::size_t>(bytes) + 1);
+    line.back() = '\n';
+    return WideCharToMultiByte(CP_UTF8, 0, chunk.data(), characters, line.data(), bytes, nullptr, nullptr) == bytes;
 }
 
 /// False when the line could not be written whole.
-[[nodiscard]] bool writeLine(std::FILE* file, std::string line)
+[[nodiscard]] bool writeLine(std::FILE* file, const std::string& line)
 {
-    line += '\n';
     return std::fwrite(line.data(), 1, line.size(), file) == line.size() && std::fflush(file) == 0;
 }
 
@@ -153,13 +152,13 @@ bool WriteUserTransformationSettings(const wchar_t* text)
     if (!file)
         return false;
     std::wstring_view remaining = text;
+    std::string line;
     bool isWritten = true; // after a line that cannot be written no other is; only conversions decide the result
     while (const std::optional<std::wstring_view> chunk = takeItemChunk(remaining)) {
-        std::optional<std::string> line = encodeUtf8(*chunk);
-        if (!line)
+        if (!encodeLine(*chunk, line))
             return false;
         if (isWritten)
-            isWritten = writeLine(file.get(), *std::move(line));
+            isWritten = writeLine(file.get(), line);
     }
     return true;
 }

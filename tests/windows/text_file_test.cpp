@@ -97,6 +97,34 @@ TEST_F(TextFile, Lines_AreReadOneByOne)
     EXPECT_EQ(std::fclose(stream), 0);
 }
 
+TEST_F(TextFile, PositionOfTheEnd_IsTheLengthOfTheFile)
+{
+    for (const std::string& text :
+         {std::string("a\r\nb\r\n"), std::string("a\x1A\r\n"), std::string(70'000, 'x'), std::string()}) {
+        writeFile(file, text);
+        std::FILE* const stream = open(L"rt");
+        ASSERT_NE(stream, nullptr);
+        EXPECT_EQ(std::fseek(stream, 0, SEEK_END), 0);
+        EXPECT_EQ(std::ftell(stream), static_cast<long>(text.size()));
+        EXPECT_EQ(std::fclose(stream), 0);
+    }
+}
+
+TEST_F(TextFile, RewoundStream_ReadsFromTheBeginning)
+{
+    writeFile(file, "a\r\nb\x1A"
+                    "c");
+    std::FILE* const stream = open(L"rt");
+    ASSERT_NE(stream, nullptr);
+    for (int time = 0; time < 3; ++time) {
+        char text[16]{};
+        EXPECT_EQ(std::fread(text, 1, sizeof text, stream), 3);
+        EXPECT_STREQ(text, "a\nb");
+        std::rewind(stream);
+    }
+    EXPECT_EQ(std::fclose(stream), 0);
+}
+
 TEST_F(TextFile, FlushedText_IsOnDisk)
 {
     std::FILE* const stream = open(L"w");

@@ -16,6 +16,14 @@ TEST_F(ShellScript, LargeInputToDecode_IsRefusedWithoutBeingUnpacked)
     EXPECT_TRUE(result.errors.ends_with(", which would end with a NUL\n")) << result.errors;
 }
 
+TEST_F(ShellScript, LibraryInTheCurrentFolder_IsNotLoaded)
+{
+    const ProgramResult result =
+        run(shellRun("for name in libc.so.6 libstdc++.so.6 libqehost.so OrvelCoordsysCore.so; do echo x >$name; done; "
+                     "exec \"$0\" --version"));
+    EXPECT_EQ(result.status, 0) << result.errors;
+}
+
 TEST_F(ShellScript, EachTransformedPoint_IsPrintedBeforeTheNextIsRead)
 {
     const ProgramRun script =
