@@ -1,6 +1,7 @@
 #include "storage/serialized_text.h"
 
 #include <array>
+#include <vector>
 
 #include "storage/utf16le.h"
 
@@ -10,6 +11,15 @@ namespace {
 constexpr std::size_t kLargestTextInBytes = 65536;
 constexpr std::size_t kNulLengthInBytes = 2;
 constexpr int kNewestSchema = -1;
+
+Library::Status deserialize(LibraryObject<Library::DefinitionBaseArray>& definitions, const unsigned char* text,
+                            std::size_t lengthWithNul)
+{
+    if (lengthWithNul == kNulLengthInBytes)
+        return Library::statusEmptyText;
+    return Library::DefinitionStream::Deserialize_s(definitions.put(), text, lengthWithNul, Library::formatAutomatic,
+                                                    kNewestSchema);
+}
 
 } // namespace
 
@@ -26,7 +36,10 @@ Library::Status SerializeToWideText(std::wstring& text, const Library::Definitio
 
 Library::Status DeserializeWideText(LibraryObject<Library::DefinitionBaseArray>& definitions, const wchar_t* text)
 {
-    return deserializeUtf16leText(definitions, text != nullptr ? encodeUtf16le(text).data() : nullptr);
+    if (text == nullptr)
+        return Library::statusNullText;
+    const std::vector<unsigned char> bytes = encodeUtf16le(text);
+    return deserialize(definitions, bytes.data(), bytes.size());
 }
 
 Library::Status deserializeUtf16leText(LibraryObject<Library::DefinitionBaseArray>& definitions,
@@ -34,11 +47,7 @@ Library::Status deserializeUtf16leText(LibraryObject<Library::DefinitionBaseArra
 {
     if (text == nullptr)
         return Library::statusNullText;
-    const std::size_t length = utf16leLength(text);
-    if (length == 0)
-        return Library::statusEmptyText;
-    return Library::DefinitionStream::Deserialize_s(definitions.put(), text, length + kNulLengthInBytes,
-                                                    Library::formatAutomatic, kNewestSchema);
+    return deserialize(definitions, text, utf16leLength(text) + kNulLengthInBytes);
 }
 
 } // namespace Orvel

@@ -9,6 +9,7 @@ constexpr char32_t kReplacement = 0xFFFD;
 constexpr char32_t kHighSurrogate = 0xD800;
 constexpr char32_t kLowSurrogate = 0xDC00;
 constexpr char32_t kSurrogateBits = 0x3FF;
+constexpr std::size_t kBlock = 16; // characters that are encoded at once, which compilers do in vectors
 constexpr std::size_t kMostUnits = sizeof(wchar_t) > 2 ? 2 : 1; // of a wide character
 
 unsigned char* putUnit(unsigned char* end, char32_t unit)
@@ -28,6 +29,22 @@ unsigned char* putWideCharacter(unsigned char* end, char32_t character)
     const char32_t offset = character - kFirstSupplementary;
     end = putUnit(end, kHighSurrogate + (offset >> 10 & kSurrogateBits));
     return putUnit(end, kLowSurrogate + (offset & kSurrogateBits));
+}
+
+/// Returns whether each of the characters is one unit.
+bool areUnits(const wchar_t* characters)
+{
+    char32_t all = 0;
+    for (std::size_t index = 0; index < kBlock; ++index)
+        all |= static_cast<char32_t>(characters[index]);
+    return all < kFirstSupplementary;
+}
+
+unsigned char* putUnits(unsigned char* end, const wchar_t* characters)
+{
+    for (std::size_t index = 0; index < kBlock; ++index)
+        end = putUnit(end, static_cast<char32_t>(characters[index]));
+    return end;
 }
 
 constexpr bool isHigh(char32_t unit)
@@ -59,6 +76,8 @@ std::vector<unsigned char> encodeUtf16le(std::wstring_view text)
 {
     std::vector<unsigned char> bytes((text.size() * kMostUnits + 1) * 2);
     unsigned char* end = bytes.data();
+    for (; text.size() >= kBlock && areUnits(text.data()); text.remove_prefix(kBlock))
+        end = putUnits(end, text.data());
     for (const wchar_t character : text)
         end = putWideCharacter(end, static_cast<char32_t>(character));
     end = putUnit(end, U'\0');

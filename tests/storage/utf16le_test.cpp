@@ -37,6 +37,28 @@ TEST(Utf16le, SupplementaryCharacterIsAPairOfSurrogates)
     EXPECT_EQ(encodeUtf16le(L"\U0010FFFF"), (Bytes{0xFF, 0xDB, 0xFF, 0xDF, 0, 0}));
 }
 
+// Characters are encoded in blocks as long as each is one unit.
+TEST(Utf16le, SupplementaryCharacterAtAnyPlaceOfATextOfAnyLengthIsAPair)
+{
+    for (std::size_t length = 0; length <= 50; ++length) {
+        for (std::size_t at = 0; at <= length; ++at) {
+            SCOPED_TRACE(std::to_string(at) + " of " + std::to_string(length));
+            std::wstring text;
+            Bytes bytes;
+            for (std::size_t index = 0; index < length; ++index) {
+                text += static_cast<wchar_t>(0xFF00 - index * 0xF1);
+                bytes.push_back(static_cast<unsigned char>((0xFF00 - index * 0xF1) & 0xFF));
+                bytes.push_back(static_cast<unsigned char>((0xFF00 - index * 0xF1) >> 8));
+            }
+            const Bytes pair{0x3C, 0xD8, 0x0D, 0xDF};
+            text.insert(at, L"\U0001F30D");
+            bytes.insert(bytes.begin() + static_cast<std::ptrdiff_t>(at * 2), pair.begin(), pair.end());
+            bytes.insert(bytes.end(), {0, 0});
+            EXPECT_EQ(encodeUtf16le(text), bytes);
+        }
+    }
+}
+
 TEST(Utf16le, LastCharacterOfOneUnitIsOneUnit)
 {
     EXPECT_EQ(encodeUtf16le(L"\xFFFF"), (Bytes{0xFF, 0xFF, 0, 0}));
