@@ -17,7 +17,7 @@ using Targets = std::vector<std::string>;
 std::vector<SourceFile> readDocumentation()
 {
     std::vector<SourceFile> pages = readFiles(ORVEL_SOURCE_DIR, {"docs"}, {".md"});
-    for (SourceFile& page : readFiles(ORVEL_SOURCE_DIR, {"fuzz", "scripts", "tests"}, {".md"}))
+    for (SourceFile& page : readFiles(ORVEL_SOURCE_DIR, {"examples", "fuzz", "scripts", "tests"}, {".md"}))
         pages.push_back(std::move(page));
     for (const char* page : {"README.md", "CHANGELOG.md", "CONTRIBUTING.md"})
         pages.push_back(readFile(ORVEL_SOURCE_DIR, page));
