@@ -7,9 +7,9 @@ namespace Cs = Zentara::Gis::Orvel::CoordinateSystem;
 int main()
 {
     Cs::OrvelCoordinateSystemReactor reactor;
-    const Ptr<Cs::OrvelTransformationConfigItem> item(Cs::OrvelTransformationConfigItem::CreateInstance());
-    const bool works = item.get() != nullptr && Cs::AddCoordinateSystemReactor(&reactor) == Qeapp::eOk &&
+    const bool works = Cs::AddCoordinateSystemReactor(&reactor) == Qeapp::eOk &&
                        Cs::AddCoordinateSystemReactor(&reactor) == Qeapp::eInvalidInput &&
-                       Cs::RemoveCoordinateSystemReactor(&reactor) == Qeapp::eOk;
+                       Cs::RemoveCoordinateSystemReactor(&reactor) == Qeapp::eOk &&
+                       Cs::GetCsConfiguredTransformationInfo(L"A", nullptr) == nullptr;
     return works ? 0 : 1;
 }
