@@ -148,6 +148,16 @@ Objection objectionInTools(const std::string& includer, const std::string& targe
     return "the tools include the module's public headers only";
 }
 
+/// What docs/clients.md says of a client's sources holds for the examples.
+Objection objectionInClient(const IncludeDirective& include, const std::string& target)
+{
+    if (target.starts_with("src/coordsys/orvel_") || topFolder(target) == "examples" ||
+        std::ranges::find(kPlatformHeaders, target) != kPlatformHeaders.end() ||
+        (target.empty() && include.isAngled && isStandardHeader(include.target)))
+        return std::nullopt;
+    return "a client includes the module's public headers, the platform's four and the standard library only";
+}
+
 Objection findObjection(const std::string& includer, const IncludeDirective& include, const Paths& paths)
 {
     const std::string target = resolve(includer, include, paths);
@@ -162,6 +172,8 @@ Objection findObjection(const std::string& includer, const IncludeDirective& inc
         return objectionInEmbedded(include, target);
     if (room == "tools")
         return objectionInTools(includer, target);
+    if (includer.starts_with("examples/client/"))
+        return objectionInClient(include, target);
     return std::nullopt;
 }
 

@@ -17,7 +17,7 @@ using Targets = std::vector<std::string>;
 std::vector<SourceFile> readDocumentation()
 {
     std::vector<SourceFile> pages = readFiles(ORVEL_SOURCE_DIR, {"docs"}, {".md"});
-    for (SourceFile& page : readFiles(ORVEL_SOURCE_DIR, {"fuzz", "scripts", "tests"}, {".md"}))
+    for (SourceFile& page : readFiles(ORVEL_SOURCE_DIR, {"examples", "fuzz", "scripts", "tests"}, {".md"}))
         pages.push_back(std::move(page));
     for (const char* page : {"README.md", "CHANGELOG.md", "CONTRIBUTING.md"})
         pages.push_back(readFile(ORVEL_SOURCE_DIR, page));
@@ -30,7 +30,7 @@ std::vector<std::string> findComplaints(const std::string& text)
     return findBrokenLinks(ORVEL_SOURCE_DIR, {"docs/page.md", text});
 }
 
-TEST_F(DocumentationLinksTest, EveryRelativeLink_LeadsToAFile)
+TEST_F(DocumentationLinksTest, EveryRelativeLink_LeadsToAFileAndToAHeading)
 {
     std::vector<std::string> complaints;
     for (const SourceFile& page : readDocumentation())
@@ -70,9 +70,22 @@ TEST_F(DocumentationLinksTest, LinkOutOfTheRepository_IsBroken)
     EXPECT_EQ(findComplaints("[a](../../x.md) and [b](/etc/passwd)").size(), 2U);
 }
 
-TEST_F(DocumentationLinksTest, LinksToOtherHostsAndWithinThePage_AreNotChecked)
+TEST_F(DocumentationLinksTest, LinkToAHeading_IsAccepted)
 {
-    EXPECT_EQ(joinLines(findComplaints("[a](https://example.org/x) [b](mailto:a@example.org) [c](#part)")), "");
+    EXPECT_EQ(joinLines(findComplaints("[a](#what-is-it-the-c-1)\n\n## What is `it`: the C++ 1?\n")), "");
+    EXPECT_EQ(joinLines(findComplaints("[a](testing.md#the-sweep)")), "");
+}
+
+TEST_F(DocumentationLinksTest, LinkToAMissingHeading_IsBroken)
+{
+    EXPECT_EQ(joinLines(findComplaints("[a](#part)\n```\n# Part\n```\n")), "docs/page.md: #part leads to no heading\n");
+    EXPECT_EQ(joinLines(findComplaints("[a](testing.md#nowhere)")),
+              "docs/page.md: testing.md#nowhere leads to no heading\n");
+}
+
+TEST_F(DocumentationLinksTest, LinksToOtherHosts_AreNotChecked)
+{
+    EXPECT_EQ(joinLines(findComplaints("[a](https://example.org/x) [b](mailto:a@example.org)")), "");
 }
 
 } // namespace
