@@ -14,11 +14,11 @@ using OperatingSystemConditionsTest = PlatformTest;
 
 constexpr const char* kExportHeader = "src/coordsys/orvel_export.h";
 
-TEST_F(OperatingSystemConditionsTest, Project_HasConditionsOnlyInThePlatformAndTheExportHeader)
+TEST_F(OperatingSystemConditionsTest, Project_HasConditionsOnlyInPlatformsAndTheExportHeader)
 {
     std::vector<std::string> complaints;
     for (const SourceFile& file : readProjectSources()) {
-        if (topFolder(file.path) == "platform" || file.path == kExportHeader)
+        if (belongsToPlatform(file.path) || file.path == kExportHeader)
             continue;
         for (const std::size_t line : findOperatingSystemConditions(file.text))
             complaints.push_back(formatComplaint(file.path, line, "a condition on the operating system"));
