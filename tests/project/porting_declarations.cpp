@@ -296,11 +296,19 @@ private:
         std::smatch match;
         if (std::regex_match(text, match, alias))
             addNamed(text, match[1]);
-        else if (std::regex_match(text, match, forward) && !comment_.empty())
-            addNamed(text, match[1]);
-        else if (!std::regex_match(text, forward) && !std::regex_match(text, ignored))
+        else if (std::regex_match(text, match, forward))
+            addForward(text, match[1]);
+        else if (!std::regex_match(text, ignored))
             addFunctionOrVariable(text);
         comment_.clear();
+    }
+
+    void addForward(const std::string& text, const std::string& name)
+    {
+        const std::size_t before = declarations_.size();
+        addNamed(text, name);
+        if (declarations_.size() > before)
+            declarations_.back().isForward = true;
     }
 
     void addFunctionOrVariable(const std::string& text)

@@ -23,12 +23,13 @@ struct Declaration {
     std::string comment; // the text after three slashes, on one line; empty without one
     std::string section; // the last comment of one line between empty lines outside of all scopes, a heading
     bool isFunction = false;
-    Signature signature; // of a function
+    bool isForward = false; // of a type
+    Signature signature;    // of a function
 };
 
 /// Reads the declarations in order: types, functions, constants, enumerators, macros, and the members of classes that
-/// are not private. Names of the spatial-reference library have no namespace. Leaves out forward declarations without a
-/// comment and deleted functions. Reads declarations with one declarator; it does not read all of C++.
+/// are not private. Names of the spatial-reference library have no namespace. Leaves out deleted functions. Reads
+/// declarations with one declarator; it does not read all of C++.
 std::vector<Declaration> parseDeclarations(std::string_view header);
 
 /// Whether it is a constructor, a destructor or an operator, which a compiler may declare by itself.

@@ -40,13 +40,12 @@ TEST_F(PortingDeclarationsTest, Names_HaveTheirScopesWithoutTheLibrarysNamespace
                      "R::text", "R::value", "Alias", "call", "kKey"}));
 }
 
-TEST_F(PortingDeclarationsTest, PrivateMembersDeletedFunctionsAndForwardDeclarations_AreLeftOut)
+TEST_F(PortingDeclarationsTest, PrivateMembersAndDeletedFunctions_AreLeftOut)
 {
-    EXPECT_EQ(namesIn("class Forward;\n/// Known.\nclass Documented;\n"
-                      "class C final : public B {\n    int hidden();\npublic:\n    C(const C&) = delete;\n    C();\n"
+    EXPECT_EQ(namesIn("class C final : public B {\n    int hidden();\npublic:\n    C(const C&) = delete;\n    C();\n"
                       "    int shown() { return 1; }\nprotected:\n    ~C() override;\nprivate:\n    int data_{1};\n};\n"
                       "static_assert(true);\nint last();\n"),
-              (Texts{"Documented", "C", "C::C", "C::shown", "C::~C", "last"}));
+              (Texts{"C", "C::C", "C::shown", "C::~C", "last"}));
 }
 
 TEST_F(PortingDeclarationsTest, AliasesOfNamespacesFriendsAndUsings_DeclareNothing)
@@ -54,6 +53,12 @@ TEST_F(PortingDeclarationsTest, AliasesOfNamespacesFriendsAndUsings_DeclareNothi
     EXPECT_EQ(namesIn("namespace N = M::O;\nusing P::q;\nstruct E* call();\n"
                       "class C { friend bool operator==(C, C) = default; friend class D; };\n"),
               (Texts{"call", "C"}));
+}
+
+TEST_F(PortingDeclarationsTest, ForwardDeclaration_IsNoted)
+{
+    EXPECT_TRUE(onlyOneIn("class C;").isForward);
+    EXPECT_FALSE(onlyOneIn("class C {};").isForward);
 }
 
 TEST_F(PortingDeclarationsTest, Enumerators_AreQualifiedByTheirNamespaceOrEnumerationClass)

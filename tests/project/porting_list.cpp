@@ -140,7 +140,7 @@ Names collectNames(const std::vector<Declaration>& declarations)
 {
     Names names;
     for (const Declaration& declaration : declarations)
-        if (!isSpecialMember(declaration))
+        if (!isSpecialMember(declaration) && !(declaration.isForward && declaration.comment.empty()))
             names.insert(declaration.name);
     return names;
 }

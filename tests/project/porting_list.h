@@ -26,7 +26,8 @@ Usage collectUsage(const std::vector<SourceFile>& sources);
 /// Whether the comment says that the module does not use the name, which is there for others.
 bool isForOthers(const Declaration& declaration);
 
-/// The names of the declarations, without constructors, destructors and operators.
+/// The names of the declarations, without constructors, destructors, operators, and forward declarations without a
+/// comment.
 Names collectNames(const std::vector<Declaration>& declarations);
 
 /// One complaint for each declaration with a comment that the platform lacks, and for each function that it has with

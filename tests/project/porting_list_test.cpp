@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -50,6 +51,12 @@ std::vector<std::string> findExactPlatforms()
         if (file.path.ends_with("/host.h") && !file.path.starts_with(kLoosePlatform))
             folders.push_back(file.path.substr(0, file.path.rfind('/')));
     return folders;
+}
+
+bool isTypeOrMacro(const Declaration& declaration)
+{
+    static const std::regex beginning(R"(^(#define|class|struct|using|enum)\b.*)");
+    return !declaration.isFunction && std::regex_match(declaration.text, beginning);
 }
 
 /// The names without their scopes.
@@ -127,12 +134,14 @@ TEST_F(PortingListTest, EveryListedDeclaration_SuitsThePlatformsWrittenByHand)
     }
 }
 
-TEST_F(PortingListTest, PlatformWrittenByHand_DeclaresNothingThatIsNotListed)
+TEST_F(PortingListTest, PlatformWrittenByHand_DeclaresNoMemberCallOrNumberThatIsNotListed)
 {
     // A class may declare the members of its bases again.
     const Names listed = collectLastParts(listed_);
     for (const std::string& folder : findExactPlatforms()) {
-        const Names declared = collectLastParts(collectNames(readDeclarations(folder)));
+        std::vector<Declaration> declarations = readDeclarations(folder);
+        std::erase_if(declarations, isTypeOrMacro); // which help to declare what is listed
+        const Names declared = collectLastParts(collectNames(declarations));
         EXPECT_EQ(joinLines(complainAboutMissing(declared, listed, "not listed")), "") << folder;
     }
 }
@@ -211,9 +220,10 @@ TEST_F(PortingListReaderTest, Platform_MayHaveOverloadsDefaultsBasesAndFreeResul
     EXPECT_EQ(compare("int f();\n/// No source of the module names it.\nenum E { };", ""), "");
 }
 
-TEST_F(PortingListReaderTest, CollectedNames_ExcludeSpecialMembers)
+TEST_F(PortingListReaderTest, CollectedNames_ExcludeSpecialMembersAndForwardDeclarations)
 {
-    EXPECT_EQ(collectNames(parseDeclarations("struct C { C(); ~C(); int m(); };")), (Names{"C", "C::m"}));
+    EXPECT_EQ(collectNames(parseDeclarations("class D;\n/// Known.\nclass E;\nstruct C { C(); ~C(); int m(); };")),
+              (Names{"C", "C::m", "E"}));
 }
 
 TEST_F(PortingListReaderTest, MissingNames_CauseOneComplaintEach)
