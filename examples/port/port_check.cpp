@@ -1958,6 +1958,15 @@ void checkFormatsOfUserDefinedSystem()
     checkFormats(userDefinedSystem());
 }
 
+/// Whether a save in version 29 writes the legacy form, as it does when the module's reactor is registered.
+bool savesLegacyForm()
+{
+    const Drawing drawing;
+    needAssigned(drawing, loadSystem(projectedCode()).get());
+    need(PortCheck::prepareForSave(drawing.database(), kLegacyFormat), "the hook prepareForSave fails for version 29");
+    return readStored(drawing).legacyRecord != kNone;
+}
+
 /// Ends every save with a failure.
 class FailingReactor final : public QeDbDecompositionReactor {
 public:
@@ -1994,6 +2003,7 @@ private:
 
 void checkFailedSave()
 {
+    static_cast<void>(savesLegacyForm()); // or it would not be the reactor that makes the save fail
     const Drawing drawing;
     needAssigned(drawing, loadSystem(projectedCode()).get());
     const Stored before = readStored(drawing);
@@ -2003,15 +2013,6 @@ void checkFailedSave()
     expect(!saved, "the save succeeds though a reactor answered and recorded a failure");
     const std::string changed = difference(before, readStored(drawing));
     expect(changed.empty(), "the failed save is not undone: " + changed);
-}
-
-/// Whether a save in version 29 writes the legacy form, as it does when the module's reactor is registered.
-bool savesLegacyForm()
-{
-    const Drawing drawing;
-    needAssigned(drawing, loadSystem(projectedCode()).get());
-    need(PortCheck::prepareForSave(drawing.database(), kLegacyFormat), "the hook prepareForSave fails for version 29");
-    return readStored(drawing).legacyRecord != kNone;
 }
 
 void checkRemovedReactor()
