@@ -2261,7 +2261,7 @@ void failEachCall(const Scenario& scenario)
     std::size_t call = 1;
     while (call < kMostCalls && runWithFailure(scenario, call))
         ++call;
-    expect(call > 1, "the hook callsMade counts no call");
+    need(call > 1, "the platform has no call here that can be made to fail");
     expect(call < kMostCalls, "the hook callsMade counts no end of calls");
 }
 
