@@ -1,9 +1,12 @@
 // port_check: tells an engineer who ports the module to a product what holds already and what does not.
 //
 // It calls the product through its four headers and the module through its exports, and nothing else. Each row of the
-// tables `kHostChecks` to `kFailingCallChecks` is one promise of docs/porting.md and the check of it; the program
-// prints a line for each. The rows are in the order in which a port is best mended: the first that fails may be the
-// reason for later ones.
+// tables `kHostChecks` to `kFailingCallChecks` is a check of one promise of docs/porting.md; the program prints a line
+// for each. The rows are in the order in which a port is best mended: the first that fails may be the reason for later
+// ones.
+//
+// Set the environment variable VORLEN_USER_DICTIONARY_PATH to an empty folder before: without it, and while the user's
+// registry holds a configuration, the checks of the user's settings are not tried, so that nobody's are lost.
 //
 // The exit status is 0 when nothing fails, 1 when something fails, and 2 when the checks could not begin.
 
