@@ -1705,18 +1705,39 @@ struct FreeRegistry {
     }
 };
 
-constexpr const char* kNoValues = "there is no value: RegSetValueExW is a stub, or RegEnumValueW names none";
+/// Without a value there is nothing to check, unless RegQueryValueExW finds one that RegEnumValueW does not name.
+void needNames(const std::vector<std::wstring>& names, const RegistryKey& reader)
+{
+    DWORD length = 0;
+    const bool isThere =
+        RegQueryValueExW(reader.get(), L"Item1", nullptr, nullptr, nullptr, &length) == ERROR_SUCCESS && length != 0;
+    expect(!names.empty() || !isThere, "RegEnumValueW does not name a value that RegQueryValueExW finds");
+    need(!names.empty(), "there is no value: RegSetValueExW is a stub, or RegEnumValueW names none");
+}
+
+/// Deletes the values that a check set, at the end of the scope.
+struct DeletedValues {
+    const RegistryKey& writer;
+
+    explicit DeletedValues(const FreeRegistry& registry) : writer(registry.writer) {}
+    DeletedValues(const DeletedValues&) = delete;
+    DeletedValues& operator=(const DeletedValues&) = delete;
+    ~DeletedValues()
+    {
+        static_cast<void>(RegDeleteValueW(writer.get(), L"Item1"));
+        static_cast<void>(RegDeleteValueW(writer.get(), L"Item2"));
+    }
+};
 
 void checkNamesOfValues()
 {
     const FreeRegistry registry;
+    const DeletedValues atLast(registry);
     setValue(registry.writer, L"Item1");
     setValue(registry.writer, L"Item2");
     std::vector<std::wstring> names = valueNames(registry.reader);
-    static_cast<void>(RegDeleteValueW(registry.writer.get(), L"Item1"));
-    static_cast<void>(RegDeleteValueW(registry.writer.get(), L"Item2"));
+    needNames(names, registry.reader);
     std::sort(names.begin(), names.end());
-    need(!names.empty(), kNoValues);
     expect(names == std::vector<std::wstring>{L"Item1", L"Item2"},
            "RegEnumValueW does not name the values Item1 and Item2 once each");
 }
@@ -1724,8 +1745,9 @@ void checkNamesOfValues()
 void checkDeletingValue()
 {
     const FreeRegistry registry;
+    const DeletedValues atLast(registry);
     setValue(registry.writer, L"Item1");
-    need(!valueNames(registry.reader).empty(), kNoValues);
+    needNames(valueNames(registry.reader), registry.reader);
     expect(RegDeleteValueW(registry.writer.get(), L"Item1") == ERROR_SUCCESS,
            "RegDeleteValueW does not answer success");
     expect(valueNames(registry.reader).empty(), "RegEnumValueW names a value that RegDeleteValueW deleted");
@@ -2203,6 +2225,7 @@ void checkUserConfiguration()
 void checkClearingRegistry()
 {
     const FreeRegistry registry;
+    const DeletedValues atLast(registry);
     setValue(registry.writer, L"Item1");
     setValue(registry.writer, L"Item2");
     expect(Cs::ClearCsTransformationConfig(kOfUser), "ClearCsTransformationConfig of the user answers false: see "
@@ -2417,13 +2440,13 @@ void checkFailingUserConfiguration()
 void checkFailingRegistry()
 {
     const FreeRegistry registry;
+    const DeletedValues atLast(registry);
     // A name that cannot be read counts as an empty one, so that true may be answered with a value left.
     failEachCall({[&](const Drawing& /*drawing*/) { setValue(registry.writer, L"Item1"); },
                   [](const Drawing& /*drawing*/) { return Cs::ClearCsTransformationConfig(kOfUser); },
                   [](const Drawing& drawing, const Stored& before, bool /*succeeded*/) {
                       return changeComplaint(drawing, before);
                   }});
-    static_cast<void>(Cs::ClearCsTransformationConfig(kOfUser));
 }
 
 /// Returns whether a call was made to fail and the module can be unloaded all the same.
