@@ -12,6 +12,9 @@ bool isHeaderToCopy(const std::string& path)
     return belongsToPlatform(path) && topFolder(path) != "platform" && path.ends_with(".h");
 }
 
+/// A product builds it as one source; it is a table of checks.
+constexpr std::string_view kUnlimitedSource = "examples/port/port_check.cpp";
+
 } // namespace
 
 std::vector<std::string> findFilesOverBudget(const std::vector<SourceFile>& files)
@@ -22,7 +25,7 @@ std::vector<std::string> findFilesOverBudget(const std::vector<SourceFile>& file
             continue;
         const std::size_t limit = file.path.ends_with(".h") ? kHeaderLimit : kSourceLimit;
         const std::size_t lines = splitLines(file.text).size();
-        if (lines >= limit)
+        if (lines >= limit && file.path != kUnlimitedSource)
             complaints.push_back(file.path + ": " + std::to_string(lines) + " lines, where fewer than " +
                                  std::to_string(limit) + " are allowed");
     }
