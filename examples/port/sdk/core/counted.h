@@ -1,7 +1,6 @@
 #pragma once
 
 #include <atomic>
-#include <utility>
 
 // Objects that several parties hold. They count their holders themselves.
 namespace Core {
@@ -31,36 +30,6 @@ private:
     virtual void vanish() { delete this; }
 
     std::atomic<unsigned> m_holders = 1;
-};
-
-/// Takes over one hold of an object and drops it at its end.
-template <class T>
-class Held {
-public:
-    Held() = default;
-    explicit Held(T* object) : m_object(object) {}
-    Held(Held&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
-    Held(const Held& other) : m_object(other.m_object)
-    {
-        if (m_object)
-            m_object->retain();
-    }
-    Held& operator=(Held other) noexcept
-    {
-        std::swap(m_object, other.m_object);
-        return *this;
-    }
-    ~Held()
-    {
-        if (m_object)
-            m_object->drop();
-    }
-
-    T* get() const { return m_object; }
-    T* operator->() const { return m_object; }
-
-private:
-    T* m_object = nullptr;
 };
 
 } // namespace Core

@@ -1,27 +1,53 @@
 #include "trial.h"
 
+#include <map>
+
 namespace Core {
 namespace {
 
 std::size_t callToFail = 0;
-std::size_t calls = 0;
+Trial present;
+
+std::map<std::string, int>& alive()
+{
+    static std::map<std::string, int> counts;
+    return counts;
+}
 
 } // namespace
 
 void failCall(std::size_t n)
 {
     callToFail = n;
-    calls = 0;
+    present = {};
 }
 
-std::size_t countedCalls()
+Trial trial()
 {
-    return calls;
+    return present;
 }
 
-bool failsNow()
+bool failsNow(std::source_location call)
 {
-    return ++calls == callToFail;
+    if (++present.calls != callToFail)
+        return false;
+    present.failed = call.function_name();
+    return true;
+}
+
+void Living::count(const char* kind, int change)
+{
+    alive()[kind] += change;
+}
+
+std::string Living::list()
+{
+    std::string text;
+    for (const auto& [kind, count] : alive()) {
+        if (count != 0)
+            text += (text.empty() ? "" : ", ") + kind + ": " + std::to_string(count);
+    }
+    return text;
 }
 
 } // namespace Core

@@ -34,7 +34,7 @@ using Bytes = std::vector<std::uint8_t>;
 /// A value with a tag that says what it is for.
 struct Value {
     std::int16_t tag = 0;
-    std::variant<std::int32_t, double, Text, Bytes> content;
+    std::variant<std::int32_t, Text, Bytes> content;
 };
 using Values = std::vector<Value>;
 
