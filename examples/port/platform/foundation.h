@@ -15,9 +15,9 @@
 /// come first in the classes that the module hands to its clients.
 class FqDisposable {
 public:
-    /// Adds a reference (F2). The module does not call it: `Ptr` and the module's clients do.
+    /// Adds a reference (F2). `Ptr` and clients of the module call it. No source of the module names it.
     virtual int AddRef() = 0;
-    /// Gives a reference back (F2). `Ptr` calls it.
+    /// Gives a reference back (F2). `Ptr` and clients of the module call it. No source of the module names it.
     virtual int Release() = 0;
 
 protected:

@@ -63,29 +63,29 @@ Qeapp::ErrorStatus qeutNewString(const wchar_t* source, wchar_t*& copy);
 Qeapp::ErrorStatus qeutNewBuffer(unsigned char*& buffer, std::size_t lengthInBytes);
 /// Releases a string of `qeutNewString`, or a text in a buffer of `qeutNewBuffer` (H34).
 void qeutDelBuffer(wchar_t*& text);
-/// The same for bytes. The module does not call it: its callers release with it what `SerializeCoordinateSystem`
-/// returns.
+/// The same for bytes: callers of the module release with it what `SerializeCoordinateSystem` returns. No source of the
+/// module names it.
 void qeutDelBuffer(unsigned char*& buffer);
 /// Memory that a resbuf can own (H35). Null on failure.
 void* qeapp_malloc(std::size_t lengthInBytes);
 
 namespace QeRb {
 /// The group codes, `int` constants or enumerators of an unscoped enumeration: each is compared with a `short`, and
-/// passed through variable arguments as an `int`.
+/// passed through variable arguments as an `int`. No source of the module names it.
 enum GroupCode : int {
-    /// A text of any length (H24).
+    /// A text of any length (H24), 300 in a drawing.
     kText = 300,
-    /// A run of bytes.
+    /// A run of bytes, 310 in a drawing.
     kBinaryChunk = 310,
-    /// A text in extended data.
+    /// A text in extended data, 1000 in a drawing.
     kXdataString = 1000,
-    /// The name of a registered application, in extended data.
+    /// The name of a registered application, in extended data, 1001 in a drawing.
     kXdataAppName = 1001,
-    /// The text "{" or "}". Xrecords hold it too.
+    /// The text "{" or "}", 1002 in a drawing. Xrecords hold it too.
     kXdataControl = 1002,
-    /// A 32-bit integer. Xrecords hold it too.
+    /// A 32-bit integer, 1071 in a drawing. Xrecords hold it too.
     kXdataInteger32 = 1071,
-    /// Ends the arguments of `qeutBuildList`. The number is the product's own.
+    /// Ends the arguments of `qeutBuildList`.
     kListEnd = 5000
 };
 } // namespace QeRb
@@ -106,11 +106,11 @@ struct resbuf {
     short restype;
     /// The value, a union with the members below. The group code selects the member.
     union {
-        /// For 1071.
+        /// For `kXdataInteger32`.
         std::int32_t rlong;
-        /// For 300, 1000, 1001 and 1002: a text from `qeapp_malloc`. The resbuf owns it.
+        /// For `kText` and the other codes of texts: a text from `qeapp_malloc`. The resbuf owns it.
         wchar_t* rstring;
-        /// For 310.
+        /// For `kBinaryChunk`.
         QeBinaryChunk rbinary;
     } resval;
 };
@@ -125,7 +125,8 @@ void qeutRelRb(resbuf* chain);
 // Runtime
 
 namespace QeRx {
-/// The messages to `qerxEntryPoint` and its answer, `int` constants or enumerators of unscoped enumerations.
+/// The messages to `qerxEntryPoint` and its answer, `int` constants or enumerators of unscoped enumerations. No source
+/// of the module names it.
 enum EntryPointCode : int {
     /// The answer of the entry point.
     kRetOK = 0,
@@ -136,7 +137,7 @@ enum EntryPointCode : int {
 };
 } // namespace QeRx
 
-/// A class descriptor. The module passes pointers to it on.
+/// A class descriptor. The module passes pointers to it on. No source of the module names it.
 class QeRxClass;
 
 /// The base of what the system registry holds.
@@ -169,7 +170,7 @@ public:
     QeRxObject* at(const wchar_t* key) const;
 };
 
-/// The key of the dynamic linker in the system registry, a wide text.
+/// The key of the dynamic linker in the system registry, a wide text of the host's own.
 inline constexpr const wchar_t* kQeRxDynamicLinkerKey = L"DynamicLinker";
 
 /// The system registry, never null.
@@ -412,7 +413,7 @@ const QeDbSymbolUtilitiesServices* qedbSymUtil();
 
 // Databases and application
 
-/// A transaction. The module compares the pointer with null.
+/// A transaction. The module compares the pointer with null. No source of the module names it.
 class QeDbTransaction;
 
 /// The transactions of one drawing (H29).
@@ -465,7 +466,7 @@ public:
 QeDbHostApplicationServices* qedbHostApplicationServices();
 
 namespace QeAp {
-/// The modes of a lock.
+/// The modes of a lock. No source of the module names it.
 enum DocLockMode : int {
     /// For write.
     kWrite = 4

@@ -42,7 +42,8 @@ enum Status : std::uint16_t {
     statusTrialFailure = 103
 };
 
-/// The kinds of systems, `int` constants or enumerators of an unscoped enumeration. Other numbers occur.
+/// The kinds of systems, `int` constants or enumerators of an unscoped enumeration. Other numbers occur. No source of
+/// the module names it.
 enum CoordinateReferenceSystemKind : int {
     /// Stored without datum and ellipsoid.
     kindNotEarthReferenced = 1,
@@ -52,7 +53,7 @@ enum CoordinateReferenceSystemKind : int {
     kindProjected = 3
 };
 
-/// The forms of a serialized definition, of the library's own type.
+/// The forms of a serialized definition, of the library's own type. No source of the module names it.
 enum SerializationFormat : int {
     /// For `Deserialize_s`: the library finds the form of the text out.
     formatAutomatic = 0,
@@ -62,7 +63,7 @@ enum SerializationFormat : int {
     formatText = 4
 };
 
-/// The flavors of well-known text, of the library's own type.
+/// The flavors of well-known text, of the library's own type. No source of the module names it.
 enum WktFlavor : int {
     /// The flavor that the module asks for.
     wktFlavorDefault = 0
@@ -265,7 +266,7 @@ private:
 };
 
 /// The kinds of a `TransformationInfo`, `int` constants or enumerators of an unscoped enumeration. 2 is a
-/// transformation.
+/// transformation. No source of the module names it.
 enum TransformationKind : int {
     /// Neither. The number is fixed.
     transformationNone = 0,

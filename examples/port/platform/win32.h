@@ -55,19 +55,19 @@ struct CLSID {
 
 /// The calling convention, or nothing.
 #define WINAPI
-/// The truth of `BOOL`.
+/// The truth of `BOOL`. The number is fixed.
 inline constexpr BOOL TRUE = 1;
-/// The untruth of `BOOL`.
+/// The untruth of `BOOL`. The number is fixed.
 inline constexpr BOOL FALSE = 0;
 /// The reason of `DllMain` after loading.
 inline constexpr DWORD DLL_PROCESS_ATTACH = 1;
-/// Success of the calls with class identifiers.
+/// Success of the calls with class identifiers. The number is fixed.
 inline constexpr int S_OK = 0;
-/// Success of a registry call.
+/// Success of a registry call. The number is fixed.
 inline constexpr int ERROR_SUCCESS = 0;
 /// The end of an enumeration (W9).
 inline constexpr int ERROR_NO_MORE_ITEMS = 259;
-/// The code page UTF-8.
+/// The code page UTF-8. The number is fixed.
 inline constexpr unsigned int CP_UTF8 = 65001;
 /// The user's folder for the data of applications that stays on the machine.
 inline constexpr int CSIDL_LOCAL_APPDATA = 28;
