@@ -284,8 +284,8 @@ public:
     /// One of 0, 1 and 2.
     Status SetKind(int kind);
 
-    const wchar_t* name() const { return m_name.c_str(); }
-    int kind() const { return m_kind; }
+    const wchar_t* GetName() const { return m_name.c_str(); }
+    int GetKind() const { return m_kind; }
 
 private:
     std::wstring m_name;
