@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <source_location>
 #include <string>
 
 // The product's own test mode: it counts what is alive, and makes a call fail on demand.
@@ -17,8 +16,8 @@ struct Trial {
 };
 Trial trial();
 
-/// Asked by every call of the product that can fail: whether it is to fail now.
-bool failsNow(std::source_location call = std::source_location::current());
+/// Asked by every call of the product that can fail: whether it is to fail now. The name is the caller's.
+bool failsNow(const char* call = __builtin_FUNCTION());
 
 /// Counts one thing of a kind as alive, for as long as it lives itself.
 class Living {

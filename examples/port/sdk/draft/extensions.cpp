@@ -1,5 +1,7 @@
 #include "extensions.h"
 
+#include "../core/trial.h"
+
 #ifdef _WIN32
 #include <windows.h>
 #else
@@ -62,6 +64,8 @@ Extensions& Extensions::get()
 Outcome Extensions::load(const std::filesystem::path& path, Number& number)
 {
     number = 0;
+    if (Core::failsNow())
+        return Outcome::trialFailure;
     void* const library = openLibrary(path);
     if (!library)
         return Outcome::noRecord;
