@@ -1,10 +1,15 @@
 #include "project/file_budgets.h"
 
+#include <string_view>
+
 namespace Tests {
 namespace {
 
 constexpr std::size_t kHeaderLimit = 200;
 constexpr std::size_t kSourceLimit = 400;
+
+/// The headers of the porting kit are four files for an engineer to copy, with a comment for each declaration.
+constexpr std::string_view kKitHeaders = "examples/port/platform/";
 
 } // namespace
 
@@ -12,6 +17,8 @@ std::vector<std::string> findFilesOverBudget(const std::vector<SourceFile>& file
 {
     std::vector<std::string> complaints;
     for (const SourceFile& file : files) {
+        if (file.path.starts_with(kKitHeaders) && file.path.ends_with(".h"))
+            continue;
         const std::size_t limit = file.path.ends_with(".h") ? kHeaderLimit : kSourceLimit;
         const std::size_t lines = splitLines(file.text).size();
         if (lines >= limit)
