@@ -11,11 +11,11 @@
 namespace Draft {
 namespace {
 
-constexpr unsigned int interfaceVersion = 0x00180000;
+constexpr int interfaceVersion = 0x00180000;
 constexpr int started = 1;
 constexpr int stopping = 2;
 
-using Version = unsigned int (*)();
+using Version = int (*)();
 using Message = int (*)(int message, void* extension);
 
 #ifdef _WIN32
