@@ -90,7 +90,27 @@ bool mayHaveAnyResult(const Declaration& declaration)
     return std::regex_search(declaration.comment, left);
 }
 
-/// Whether calls of the one declaration are calls of the other.
+/// The type of a class's field. Empty for anything else.
+std::string getFieldType(const Declaration& declaration)
+{
+    Tokens tokens = tokenize(declaration.text);
+    const auto name = std::ranges::find(tokens, getLastPart(declaration.name));
+    if (getScope(declaration.name).empty() || name == tokens.end() || tokens.front() == "enum")
+        return {};
+    std::string type;
+    for (auto token = tokens.begin(); token != name; ++token)
+        type += *token + " ";
+    return type;
+}
+
+/// A member whose type is declared elsewhere has none.
+bool hasSameFieldType(const Declaration& asked, const Declaration& other)
+{
+    const std::string otherType = getFieldType(other);
+    return otherType.empty() || getFieldType(asked) == otherType;
+}
+
+/// Whether uses of the one declaration are uses of the other.
 bool suits(const Declaration& asked, const Declaration& other)
 {
     const Signature& needed = asked.signature;
@@ -98,12 +118,12 @@ bool suits(const Declaration& asked, const Declaration& other)
     if (asked.isFunction != other.isFunction)
         return false;
     if (!asked.isFunction)
-        return true;
+        return hasSameFieldType(asked, other);
     const std::size_t count = needed.parameters.size();
     return given.required <= count && given.parameters.size() >= count &&
            std::equal(needed.parameters.begin(), needed.parameters.end(), given.parameters.begin(),
                       [](const auto& left, const auto& right) { return toCommonType(left) == toCommonType(right); }) &&
-           (given.isConst || !needed.isConst) &&
+           given.isConst == needed.isConst &&
            (mayHaveAnyResult(asked) || toCommonType(needed.result) == toCommonType(given.result));
 }
 

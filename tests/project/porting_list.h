@@ -30,9 +30,9 @@ bool isForOthers(const Declaration& declaration);
 /// comment.
 Names collectNames(const std::vector<Declaration>& declarations);
 
-/// One complaint for each declaration with a comment that the platform lacks, and for each function that it has with
-/// other types. A platform's function may have more parameters with defaults, be const, and be a member of a base; a
-/// result that the comment leaves to the product may be of any type.
+/// One complaint for each declaration with a comment that the platform lacks, and for each function or field that it
+/// has with other types. A platform's function may have more parameters with defaults, be const, and be a member of a
+/// base; a result that the comment leaves to the product may be of any type.
 std::vector<std::string> compareWithPlatform(const std::vector<Declaration>& asked,
                                              const std::vector<Declaration>& platform);
 

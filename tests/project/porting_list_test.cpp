@@ -206,6 +206,8 @@ TEST_F(PortingListReaderTest, Platform_LacksADeclarationOrHasOtherTypes)
               "f: expected int f(int a), found int f(char b)\n");
     EXPECT_EQ(compare("/// Calls.\nint f(int a);", "bool f(int b);"),
               "f: expected int f(int a), found bool f(int b)\n");
+    EXPECT_EQ(compare("struct C {\n/// A field.\nshort s; };", "struct C { int s; };"),
+              "C::s: expected short s, found int s\n");
     EXPECT_EQ(compare("struct C {\n/// Calls.\nint f() const; };", "struct C { int f(); };"),
               "C::f: expected int f() const, found int f()\n");
 }
@@ -215,7 +217,7 @@ TEST_F(PortingListReaderTest, Platform_MayHaveOverloadsDefaultsBasesAndFreeResul
     EXPECT_EQ(compare("/// Calls.\nint f(int a);", "int f(); int f(int, bool = true);"), "");
     EXPECT_EQ(compare("/// Calls.\nint f(int a);", "int f(int, bool);"),
               "f: expected int f(int a), found int f(int, bool)\n");
-    EXPECT_EQ(compare("struct C {\n/// Calls.\nint f(); };", "struct B { int f() const; };"), "");
+    EXPECT_EQ(compare("struct C {\n/// Calls.\nint f(); };", "struct B { int f(); };"), "");
     EXPECT_EQ(compare("/// The result is not looked at.\nint f();", "void f();"), "");
     EXPECT_EQ(compare("int f();\n/// No source of the module names it.\nenum E { };", ""), "");
 }
