@@ -6,13 +6,14 @@
 // reason for later ones.
 //
 // The exit status is 0 when nothing fails, 1 when something fails, and 2 when the checks could not begin.
-#include "port_check.h"
 
+// The standard library comes first: a product's headers may define macros such as min and max.
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <filesystem>
@@ -29,13 +30,15 @@
 #include <utility>
 #include <vector>
 
-#include "coordsys/orvel_coordinate_system.h"
-#include "coordsys/orvel_transformation_config.h"
-// In angle brackets, so that they are those that the build points at and not any that lie beside this file.
+// In angle brackets, so that the platform is the one that the build points at and not any that lies beside this file.
 #include <platform/foundation.h>
 #include <platform/host.h>
 #include <platform/spatial_reference.h>
 #include <platform/win32.h>
+
+#include "coordsys/orvel_coordinate_system.h"
+#include "coordsys/orvel_transformation_config.h"
+#include "port_check.h"
 
 extern "C" int qerxGetApiVersion();
 
@@ -77,6 +80,13 @@ void need(bool condition, const std::string& what)
 {
     if (!condition)
         throw NotTried{what};
+}
+
+/// For calls that a product may give any result or none.
+template <class Call>
+void ignoreResult(const Call& call)
+{
+    static_cast<void>(call());
 }
 
 std::string number(long long value)
@@ -186,22 +196,22 @@ void closeOrDelete(T* object)
 template <class T>
 void destroy(T* object)
 {
-    Library::Object::Destroy(object);
+    ignoreResult([&] { return Library::Object::Destroy(object); });
 }
 
 void releaseText(wchar_t* text)
 {
-    qeutDelBuffer(text);
+    ignoreResult([&] { return qeutDelBuffer(text); });
 }
 
 void releaseBytes(unsigned char* bytes)
 {
-    qeutDelBuffer(bytes);
+    ignoreResult([&] { return qeutDelBuffer(bytes); });
 }
 
 void releaseChain(resbuf* chain)
 {
-    qeutRelRb(chain);
+    ignoreResult([&] { return qeutRelRb(chain); });
 }
 
 template <class T>
@@ -372,8 +382,6 @@ struct Stored {
     std::wstring definitionRecord; // the definition xrecord
     std::wstring geoData;
     std::wstring configuration;
-
-    friend bool operator==(const Stored&, const Stored&) = default;
 };
 
 Stored readStored(const Drawing& drawing)
@@ -693,8 +701,13 @@ void checkOpeningAsClass()
     const Drawing drawing;
     QeDbObjectId id;
     putXrecord(namedObjects(drawing, QeDb::kForWrite), drawing, kTestKey, L"text", id);
+    QeDbXrecord* record = nullptr;
+    Qeapp::ErrorStatus result = qedbOpenObject(record, id, QeDb::kForRead);
+    expectOk(result, "qedbOpenObject of an xrecord");
+    expect(record != nullptr, "qedbOpenObject succeeds and gives null");
+    static_cast<void>(record->close());
     QeDbDictionary* other = nullptr;
-    const Qeapp::ErrorStatus result = qedbOpenObject(other, id, QeDb::kForRead);
+    result = qedbOpenObject(other, id, QeDb::kForRead);
     expect(result == Qeapp::eNotThatKindOfClass, answer("qedbOpenObject of an xrecord as a dictionary", result) +
                                                      ", which is not Qeapp::eNotThatKindOfClass");
     expect(other == nullptr, "qedbOpenObject fails and leaves a pointer that is not null");
@@ -970,7 +983,7 @@ void checkReleasingText()
 {
     wchar_t* text = nullptr;
     needOk(qeutNewString(L"text", text), "qeutNewString");
-    qeutDelBuffer(text);
+    ignoreResult([&] { return qeutDelBuffer(text); });
     expect(text == nullptr, "qeutDelBuffer does not set the pointer to null");
 }
 
@@ -1047,7 +1060,7 @@ void checkKinds()
 }
 
 /// The definition xrecord is read only where the codes of system, datum and ellipsoid belong together.
-void expectConsistent(const MadeSystem& system)
+void expectConsistent(const MadeSystem& system, bool hasDatum)
 {
     const wchar_t* datumCode = nullptr;
     const wchar_t* ellipsoidCode = nullptr;
@@ -1059,6 +1072,8 @@ void expectConsistent(const MadeSystem& system)
     expect(codeOf(ellipsoid.get()) == orEmpty(ellipsoidCode), "CoordinateReferenceSystemUtil::GetEllipsoid gives " +
                                                                   printable(codeOf(ellipsoid.get())) +
                                                                   ", and GetEllipsoidCode " + printable(ellipsoidCode));
+    expect(!hasDatum || !orEmpty(datumCode).empty(),
+           "CoordinateReferenceSystemDefinition::GetDatumCode gives no code for a system with a datum");
     if (orEmpty(datumCode).empty())
         return;
     Made<Library::DatumDefinition> datum;
@@ -1066,6 +1081,7 @@ void expectConsistent(const MadeSystem& system)
     expect(codeOf(datum.get()) == datumCode, "CoordinateReferenceSystemDefinition::GetDatum gives " +
                                                  printable(codeOf(datum.get())) + ", and GetDatumCode " +
                                                  printable(datumCode));
+    ellipsoidCode = nullptr;
     expectOk(datum->GetEllipsoidCode(ellipsoidCode), "DatumDefinition::GetEllipsoidCode");
     expect(codeOf(ellipsoid.get()) == orEmpty(ellipsoidCode),
            "DatumDefinition::GetEllipsoidCode gives " + printable(ellipsoidCode) + ", and the system's ellipsoid is " +
@@ -1074,9 +1090,9 @@ void expectConsistent(const MadeSystem& system)
 
 void checkDatumAndEllipsoid()
 {
-    expectConsistent(loadSystem(projectedCode()));
-    expectConsistent(loadSystem(geographicCode()));
-    expectConsistent(userDefinedSystem());
+    expectConsistent(loadSystem(projectedCode()), true);
+    expectConsistent(loadSystem(geographicCode()), true);
+    expectConsistent(userDefinedSystem(), false);
 }
 
 void checkDatumBased()
@@ -1120,24 +1136,45 @@ void checkTexts()
     expect(orEmpty(code) == before, "the text of DefinitionBase::GetCode changes when other texts are asked for");
 }
 
+Made<Library::DatumDefinition> datumOf(const MadeSystem& system)
+{
+    Made<Library::DatumDefinition> datum;
+    needOk(system->GetDatum(datum.put()), "CoordinateReferenceSystemDefinition::GetDatum");
+    need(static_cast<bool>(datum), "CoordinateReferenceSystemDefinition::GetDatum gives null");
+    return datum;
+}
+
+Made<Library::EllipsoidDefinition> ellipsoidOf(const MadeSystem& system)
+{
+    Made<Library::EllipsoidDefinition> ellipsoid;
+    needOk(Library::CoordinateReferenceSystemUtil::GetEllipsoid(system.get(), ellipsoid.put()),
+           "CoordinateReferenceSystemUtil::GetEllipsoid");
+    need(static_cast<bool>(ellipsoid), "CoordinateReferenceSystemUtil::GetEllipsoid gives null");
+    return ellipsoid;
+}
+
 void checkSettingParts()
 {
     const MadeSystem system = loadSystem(projectedCode());
     const MadeSystem other = loadSystem(geographicCode());
-    Made<Library::DatumDefinition> datum;
-    needOk(other->GetDatum(datum.put()), "CoordinateReferenceSystemDefinition::GetDatum");
-    Made<Library::EllipsoidDefinition> ellipsoid;
-    needOk(Library::CoordinateReferenceSystemUtil::GetEllipsoid(other.get(), ellipsoid.put()),
-           "CoordinateReferenceSystemUtil::GetEllipsoid");
-    const std::wstring code = codeOf(datum.get());
-    expectOk(datum->SetEllipsoid(ellipsoid.get()), "DatumDefinition::SetEllipsoid");
-    expectOk(system->SetDatum(datum.get()), "CoordinateReferenceSystemDefinition::SetDatum");
-    datum.reset();
+    Made<Library::DatumDefinition> datum = datumOf(other);
+    Made<Library::EllipsoidDefinition> ellipsoid = ellipsoidOf(system);
+    const std::wstring ellipsoidCode = codeOf(ellipsoid.get());
+    const std::wstring datumCode = codeOf(datum.get());
+    need(datumCode != codeOf(datumOf(system).get()) && ellipsoidCode != codeOf(ellipsoidOf(other).get()),
+         "the hook systems names a projected and a geographic system of the same datum or ellipsoid; name others");
+    static_cast<void>(datum->SetEllipsoid(ellipsoid.get()));
     ellipsoid.reset();
     const wchar_t* found = nullptr;
+    needOk(datum->GetEllipsoidCode(found), "DatumDefinition::GetEllipsoidCode");
+    expect(orEmpty(found) == ellipsoidCode, "DatumDefinition::SetEllipsoid leaves the ellipsoid " + printable(found) +
+                                                " in the place of " + printable(ellipsoidCode));
+    static_cast<void>(system->SetDatum(datum.get()));
+    datum.reset();
+    found = nullptr;
     needOk(system->GetDatumCode(found), "CoordinateReferenceSystemDefinition::GetDatumCode");
-    expect(orEmpty(found) == code, "CoordinateReferenceSystemDefinition::SetDatum leaves the datum " +
-                                       printable(found) + " in the place of " + printable(code));
+    expect(orEmpty(found) == datumCode, "CoordinateReferenceSystemDefinition::SetDatum leaves the datum " +
+                                            printable(found) + " in the place of " + printable(datumCode));
 }
 
 constexpr std::size_t kStreamBytes = 1024;
@@ -1267,33 +1304,66 @@ void checkWkt()
     expect(text.front() != L'\0', "FormatConverter::DefinitionToWkt_s succeeds and writes no text");
 }
 
-bool isReversible(const wchar_t* name)
+template <class Definition>
+bool isReversible(const wchar_t* name, const std::string& type)
 {
-    Made<Library::GeodeticTransformationDefinition> definition;
-    static_cast<void>(Library::GeodeticTransformationDefinition::Load(name, definition.put()));
-    expect(static_cast<bool>(definition),
-           "GeodeticTransformationDefinition::Load of " + printable(name) + " gives null");
+    Made<Definition> definition;
+    static_cast<void>(Definition::Load(name, definition.put()));
+    expect(static_cast<bool>(definition), type + "::Load of " + printable(name) + " gives null");
     bool reversible = false;
-    expectOk(definition->IsReversible(reversible), "GeodeticTransformationDefinition::IsReversible");
+    expectOk(definition->IsReversible(reversible), (type + "::IsReversible").c_str());
     return reversible;
 }
 
-void checkReversibility()
+template <class Definition>
+void expectUnknown(const char* call)
 {
-    need(systems().reversibleTransformation != nullptr || systems().irreversibleTransformation != nullptr,
-         "the hook systems names no geodetic transformation");
-    if (systems().reversibleTransformation != nullptr)
-        expect(isReversible(systems().reversibleTransformation),
-               "GeodeticTransformationDefinition::IsReversible is false for the reversible one");
-    if (systems().irreversibleTransformation != nullptr)
-        expect(!isReversible(systems().irreversibleTransformation),
-               "GeodeticTransformationDefinition::IsReversible is true for the one that is not reversible");
-    Made<Library::GeodeticTransformationDefinition> transformation;
-    static_cast<void>(Library::GeodeticTransformationDefinition::Load(L"PORT_CHECK", transformation.put()));
-    expect(!transformation, "GeodeticTransformationDefinition::Load gives a definition of an unknown name");
-    Made<Library::GeodeticPathDefinition> path;
-    static_cast<void>(Library::GeodeticPathDefinition::Load(L"PORT_CHECK", path.put()));
-    expect(!path, "GeodeticPathDefinition::Load gives a definition of an unknown name");
+    Made<Definition> definition;
+    static_cast<void>(Definition::Load(L"PORT_CHECK", definition.put()));
+    expect(!definition, std::string(call) + " gives a definition of an unknown name");
+}
+
+void checkTransformations()
+{
+    using Definition = Library::GeodeticTransformationDefinition;
+    expectUnknown<Definition>("GeodeticTransformationDefinition::Load");
+    const wchar_t* const reversible = systems().reversibleTransformation;
+    const wchar_t* const irreversible = systems().irreversibleTransformation;
+    need(reversible != nullptr || irreversible != nullptr, "the hook systems names no geodetic transformation");
+    expect(reversible == nullptr || isReversible<Definition>(reversible, "GeodeticTransformationDefinition"),
+           "GeodeticTransformationDefinition::IsReversible is false for " + printable(reversible));
+    expect(irreversible == nullptr || !isReversible<Definition>(irreversible, "GeodeticTransformationDefinition"),
+           "GeodeticTransformationDefinition::IsReversible is true for " + printable(irreversible));
+}
+
+void checkPaths()
+{
+    using Definition = Library::GeodeticPathDefinition;
+    expectUnknown<Definition>("GeodeticPathDefinition::Load");
+    const wchar_t* const reversible = systems().reversiblePath;
+    need(reversible != nullptr, "the hook systems names no geodetic path");
+    expect(isReversible<Definition>(reversible, "GeodeticPathDefinition"),
+           "GeodeticPathDefinition::IsReversible is false for " + printable(reversible));
+}
+
+/// The name, where the product's class has a call of this name; otherwise what it is given.
+template <class Info>
+std::wstring nameOf(const Info& info, const std::wstring& otherwise)
+{
+    if constexpr (requires { std::wstring(info.GetName()); })
+        return orEmpty(info.GetName());
+    else
+        return otherwise;
+}
+
+/// The same of the kind.
+template <class Info>
+int kindOf(const Info& info, int otherwise)
+{
+    if constexpr (requires { static_cast<int>(info.GetKind()); })
+        return static_cast<int>(info.GetKind());
+    else
+        return otherwise;
 }
 
 void checkTransformationInfo()
@@ -1302,8 +1372,11 @@ void checkTransformationInfo()
     expectOk(Library::TransformationInfo::CreateInstance(info.put()), "TransformationInfo::CreateInstance");
     expect(static_cast<bool>(info), "TransformationInfo::CreateInstance succeeds and gives null");
     expectOk(info->SetName(L"name"), "TransformationInfo::SetName");
-    for (const int kind : {0, 1, 2})
+    expect(nameOf(*info.get(), L"name") == L"name", "TransformationInfo::SetName does not keep the name");
+    for (const int kind : {2, 1, 0}) {
         expectOk(info->SetKind(kind), "TransformationInfo::SetKind");
+        expect(kindOf(*info.get(), kind) == kind, "TransformationInfo::SetKind does not keep the kind");
+    }
 }
 
 // Checks of the foundation library, with the module's own items and collections.
@@ -1391,7 +1464,7 @@ void checkReleasingItems()
             const Ptr<ProbeCollection> collection(new ProbeCollection);
             static_cast<void>(collection->Add(&probe));
             if (clear) {
-                collection->Clear();
+                ignoreResult([&] { return collection->Clear(); });
                 expect(collection->GetCount() == 0, call + " leaves an item in the collection");
             }
         }
@@ -1406,13 +1479,12 @@ void checkPtr()
     Probe probe;
     static_cast<void>(probe.AddRef());
     {
-        const Ptr<Probe> first(&probe);
-        const Ptr<Probe> second(first);
-        expect(second.get() == &probe, "Ptr::get of a copy gives another object");
+        const Ptr<Probe> pointer(&probe);
+        expect(pointer.get() == &probe, "Ptr::get gives another object");
     }
-    expect(!probe.isDisposed, "a Ptr and its copy release more references than they have");
+    expect(!probe.isDisposed, "a Ptr releases more than its one reference");
     static_cast<void>(probe.Release());
-    expect(probe.isDisposed, "a Ptr does not release its reference at its end");
+    expect(probe.isDisposed, "a Ptr adds a reference to the one that it takes over, or does not release it at its end");
 }
 
 // Checks of the system's calls.
@@ -1430,7 +1502,7 @@ void checkClassIdentifiers()
     wchar_t* made = nullptr;
     expect(StringFromCLSID(identifier, &made) == S_OK && made != nullptr, "StringFromCLSID gives no text");
     const std::wstring copy = made;
-    CoTaskMemFree(made);
+    ignoreResult([&] { return CoTaskMemFree(made); });
     expect(copy == text, "StringFromCLSID gives " + printable(copy) + " in the place of " + printable(text));
     expect(CLSIDFromString(L"no identifier", &identifier) != S_OK, "CLSIDFromString of another text answers S_OK");
 }
@@ -1468,6 +1540,8 @@ void checkEnvironment()
     std::size_t required = 0;
     const auto unset = _wgetenv_s(&required, value.data(), value.size(), L"PORT_CHECK_NO_SUCH_VARIABLE");
     expect(unset != 0 || value[0] == L'\0', "_wgetenv_s gives a value for a variable that is not set");
+    expect(std::getenv("VORLEN_USER_DICTIONARY_PATH") == nullptr || !settingsFolder().empty(),
+           "_wgetenv_s gives no value for VORLEN_USER_DICTIONARY_PATH, which is set");
     const std::wstring folder = needSettingsFolder();
     const auto tooLong = _wgetenv_s(&required, value.data(), 2, kSettingsFolderVariable);
     expect(tooLong != 0 || value[0] == L'\0',
@@ -1628,6 +1702,8 @@ struct FreeRegistry {
     }
 };
 
+constexpr const char* kNoValues = "there is no value: RegSetValueExW is a stub, or RegEnumValueW names none";
+
 void checkNamesOfValues()
 {
     const FreeRegistry registry;
@@ -1637,6 +1713,7 @@ void checkNamesOfValues()
     static_cast<void>(RegDeleteValueW(registry.writer.get(), L"Item1"));
     static_cast<void>(RegDeleteValueW(registry.writer.get(), L"Item2"));
     std::sort(names.begin(), names.end());
+    need(!names.empty(), kNoValues);
     expect(names == std::vector<std::wstring>{L"Item1", L"Item2"},
            "RegEnumValueW does not name the values Item1 and Item2 once each");
 }
@@ -1645,6 +1722,7 @@ void checkDeletingValue()
 {
     const FreeRegistry registry;
     setValue(registry.writer, L"Item1");
+    need(!valueNames(registry.reader).empty(), kNoValues);
     expect(RegDeleteValueW(registry.writer.get(), L"Item1") == ERROR_SUCCESS,
            "RegDeleteValueW does not answer success");
     expect(valueNames(registry.reader).empty(), "RegEnumValueW names a value that RegDeleteValueW deleted");
@@ -1727,6 +1805,8 @@ void checkWorkingDrawing()
 
 void checkBlocks()
 {
+    HostBytes probe;
+    need(qeutNewBuffer(probe.put(), 1) == Qeapp::eOk && probe, "qeutNewBuffer gives no buffer");
     for (const QeDb::QeDbDwgVersion version : {kLegacyFormat, kNewestFormat}) {
         HostBytes bytes;
         int length = -1;
@@ -1878,13 +1958,22 @@ void checkFormatsOfUserDefinedSystem()
     checkFormats(userDefinedSystem());
 }
 
+/// Whether a save in version 29 writes the legacy form, as it does when the module's reactor is registered.
+bool savesLegacyForm()
+{
+    const Drawing drawing;
+    needAssigned(drawing, loadSystem(projectedCode()).get());
+    need(PortCheck::prepareForSave(drawing.database(), kLegacyFormat), "the hook prepareForSave fails for version 29");
+    return readStored(drawing).legacyRecord != kNone;
+}
+
 /// Ends every save with a failure.
 class FailingReactor final : public QeDbDecompositionReactor {
 public:
     FailingReactor() : manager_(qedbGetDecompositionManager())
     {
         need(manager_ != nullptr, "qedbGetDecompositionManager gives null");
-        static_cast<void>(manager_->addReactor(this));
+        ignoreResult([&] { return manager_->addReactor(this); });
     }
     FailingReactor(const FailingReactor&) = delete;
     FailingReactor& operator=(const FailingReactor&) = delete;
@@ -1914,6 +2003,7 @@ private:
 
 void checkFailedSave()
 {
+    static_cast<void>(savesLegacyForm()); // or it would not be the reactor that makes the save fail
     const Drawing drawing;
     needAssigned(drawing, loadSystem(projectedCode()).get());
     const Stored before = readStored(drawing);
@@ -1923,15 +2013,6 @@ void checkFailedSave()
     expect(!saved, "the save succeeds though a reactor answered and recorded a failure");
     const std::string changed = difference(before, readStored(drawing));
     expect(changed.empty(), "the failed save is not undone: " + changed);
-}
-
-/// Whether a save in version 29 writes the legacy form, as it does when the module's reactor is registered.
-bool savesLegacyForm()
-{
-    const Drawing drawing;
-    needAssigned(drawing, loadSystem(projectedCode()).get());
-    static_cast<void>(PortCheck::prepareForSave(drawing.database(), kLegacyFormat));
-    return readStored(drawing).legacyRecord != kNone;
 }
 
 void checkRemovedReactor()
@@ -1956,8 +2037,17 @@ void checkLoadingModule()
                               "qedbGetDecompositionManager and QeDbDecompositionManager::addReactor");
 }
 
+/// Loads the module again at the end of the scope, for the checks that follow.
+struct LoadedAgain {
+    LoadedAgain() = default;
+    LoadedAgain(const LoadedAgain&) = delete;
+    LoadedAgain& operator=(const LoadedAgain&) = delete;
+    ~LoadedAgain() { static_cast<void>(PortCheck::loadModule()); }
+};
+
 void checkUnloadingModule()
 {
+    const LoadedAgain atLast;
     need(PortCheck::loadModule(), "the product offers no hook loadModule");
     need(PortCheck::unloadModule(), "the hook unloadModule answers false: it is not offered, or the module is locked "
                                     "(see QeRxDynamicLinker::unlockApplication)");
@@ -1973,9 +2063,14 @@ void checkUnloadingModule()
 constexpr auto kInDrawing = Cs::CsTransformationConfigTargetType::Drawing;
 constexpr auto kOfUser = Cs::CsTransformationConfigTargetType::User;
 
-std::wstring itemText(const std::wstring& source, const std::wstring& target, const std::wstring& name)
+constexpr int kPath = 1;
+constexpr int kTransformation = 2;
+
+std::wstring itemText(const wchar_t* source, const wchar_t* target, const wchar_t* name, int type = kTransformation)
 {
-    return newItem(source.c_str(), target.c_str(), name.c_str())->ToXmlString();
+    const Ptr<Item> item = newItem(source, target, name);
+    item->SetType(type);
+    return item->ToXmlString();
 }
 
 /// The configuration of the target; "none" where it has none.
@@ -1988,28 +2083,25 @@ std::wstring configuration(Cs::CsTransformationConfigTargetType target)
     return orEmpty(text);
 }
 
-/// The name, where the product's class has a call of this name. "found" without one, empty for null.
-template <class Info>
-std::wstring foundName(const Info* info)
-{
-    if (info == nullptr)
-        return L"";
-    if constexpr (requires { std::wstring(info->GetName()); })
-        return info->GetName();
-    else
-        return L"found";
-}
-
-std::wstring findTransformation(const wchar_t* source, const wchar_t* target)
+/// Fails unless the item of that name and type is found; an empty name stands for none.
+void expectFound(const wchar_t* source, const wchar_t* target, const std::wstring& name, int type)
 {
     const Made<Library::TransformationInfo> info(Cs::GetCsConfiguredTransformationInfo(source, target));
-    return foundName(info.get());
+    expect(static_cast<bool>(info) == !name.empty(), std::string("GetCsConfiguredTransformationInfo finds ") +
+                                                         (info ? "what it should not" : "nothing") + " from " +
+                                                         printable(source) + " to " + printable(target));
+    if (!info)
+        return;
+    const std::wstring found = nameOf(*info.get(), name);
+    expect(found == name,
+           "GetCsConfiguredTransformationInfo finds " + printable(found) + " in the place of " + printable(name));
+    expect(kindOf(*info.get(), type) == type,
+           "GetCsConfiguredTransformationInfo finds another kind than " + number(type));
 }
 
-void expectFound(const std::wstring& found, const std::wstring& name)
+void expectNotFound(const wchar_t* source, const wchar_t* target)
 {
-    expect(found == name || found == L"found",
-           "GetCsConfiguredTransformationInfo finds " + printable(found) + " in the place of " + printable(name));
+    expectFound(source, target, L"", 0);
 }
 
 void checkDrawingConfiguration()
@@ -2035,31 +2127,32 @@ void checkFindingConfiguration()
     const Drawing drawing;
     need(Cs::SetCsTransformationConfig(itemText(L"Port:1", L"Port:2", L"first").c_str(), kInDrawing),
          "SetCsTransformationConfig of the drawing answers false");
-    expectFound(findTransformation(L"Port:1", L"Port:2"), L"first");
-    expectFound(findTransformation(L"PORT:1", L"port:2"), L"first");
-    expect(findTransformation(L"Port:1", L"Port:3").empty(),
-           "GetCsConfiguredTransformationInfo finds what is not there");
-    expect(findTransformation(L"Port:1", L"PORT:1").empty(),
-           "GetCsConfiguredTransformationInfo finds a transformation from a system to itself: see _wcsicmp");
+    expectFound(L"Port:1", L"Port:2", L"first", kTransformation);
+    expectFound(L"PORT:1", L"port:2", L"first", kTransformation);
+    expectNotFound(L"Port:1", L"Port:3");
+    expectNotFound(L"Port:1", L"PORT:1"); // _wcsicmp tells that they are the same
 }
 
 void checkReversedConfiguration()
 {
-    const wchar_t* const reversible = systems().reversibleTransformation;
-    const wchar_t* const irreversible = systems().irreversibleTransformation;
-    need(reversible != nullptr || irreversible != nullptr, "the hook systems names no geodetic transformation");
+    const PortCheck::Systems& known = systems();
+    need(known.reversibleTransformation != nullptr || known.irreversibleTransformation != nullptr,
+         "the hook systems names no geodetic transformation");
     const Drawing drawing;
     std::wstring text;
-    if (reversible != nullptr)
-        text += itemText(L"Port:1", L"Port:2", reversible);
-    if (irreversible != nullptr)
-        text += itemText(L"Port:3", L"Port:4", irreversible);
+    if (known.reversibleTransformation != nullptr)
+        text += itemText(L"Port:1", L"Port:2", known.reversibleTransformation);
+    if (known.irreversibleTransformation != nullptr)
+        text += itemText(L"Port:3", L"Port:4", known.irreversibleTransformation);
+    if (known.reversiblePath != nullptr)
+        text += itemText(L"Port:5", L"Port:6", known.reversiblePath, kPath);
     need(Cs::SetCsTransformationConfig(text.c_str(), kInDrawing),
          "SetCsTransformationConfig of the drawing answers false");
-    if (reversible != nullptr)
-        expectFound(findTransformation(L"Port:2", L"Port:1"), reversible);
-    expect(findTransformation(L"Port:4", L"Port:3").empty(),
-           "GetCsConfiguredTransformationInfo reverses a transformation that is not reversible");
+    if (known.reversibleTransformation != nullptr)
+        expectFound(L"Port:2", L"Port:1", known.reversibleTransformation, kTransformation);
+    expectNotFound(L"Port:4", L"Port:3");
+    if (known.reversiblePath != nullptr)
+        expectFound(L"Port:6", L"Port:5", known.reversiblePath, kPath);
 }
 
 void checkClearingConfiguration()
@@ -2068,10 +2161,9 @@ void checkClearingConfiguration()
     need(Cs::SetCsTransformationConfig(itemText(L"Port:1", L"Port:2", L"first").c_str(), kInDrawing),
          "SetCsTransformationConfig of the drawing answers false");
     expect(Cs::ClearCsTransformationConfig(kInDrawing), "ClearCsTransformationConfig of the drawing answers false");
-    expect(configuration(kInDrawing).empty(),
-           "ClearCsTransformationConfig leaves " + printable(configuration(kInDrawing)) + " in the drawing");
-    expect(findTransformation(L"Port:1", L"Port:2").empty(),
-           "GetCsConfiguredTransformationInfo finds what ClearCsTransformationConfig cleared");
+    const std::wstring left = configuration(kInDrawing);
+    expect(left.empty(), "ClearCsTransformationConfig leaves " + printable(left) + " in the drawing");
+    expectNotFound(L"Port:1", L"Port:2");
 }
 
 /// The folder that the user's configuration is in, with no configuration that somebody needs.
@@ -2102,7 +2194,7 @@ void checkUserConfiguration()
     const std::wstring found = configuration(kOfUser);
     expect(found == text, "GetCsTransformationConfig of the user gives " + printable(found));
     const Drawing drawing; // which has none of its own
-    expectFound(findTransformation(L"port:3", L"port:4"), L"second");
+    expectFound(L"port:3", L"port:4", L"second", kTransformation);
 }
 
 void checkClearingRegistry()
@@ -2169,7 +2261,7 @@ void failEachCall(const Scenario& scenario)
     std::size_t call = 1;
     while (call < kMostCalls && runWithFailure(scenario, call))
         ++call;
-    expect(call > 1, "the hook callsMade counts no call");
+    need(call > 1, "the platform has no call here that can be made to fail");
     expect(call < kMostCalls, "the hook callsMade counts no end of calls");
 }
 
@@ -2296,7 +2388,10 @@ void checkFailingSearch()
                       need(Cs::SetCsTransformationConfig(itemText(L"Port:1", L"Port:2", L"first").c_str(), kInDrawing),
                            "SetCsTransformationConfig of the drawing answers false");
                   },
-                  [](const Drawing& /*drawing*/) { return !findTransformation(L"Port:1", L"Port:2").empty(); },
+                  [](const Drawing& /*drawing*/) {
+                      expectFound(L"Port:1", L"Port:2", L"first", kTransformation);
+                      return true;
+                  },
                   [](const Drawing& drawing, const Stored& before, bool /*succeeded*/) {
                       return changeComplaint(drawing, before);
                   }});
@@ -2342,6 +2437,7 @@ bool loadWithFailure(std::size_t call)
 
 void checkFailingLoad()
 {
+    const LoadedAgain atLast;
     need(PortCheck::loadModule(), "the product offers no hook loadModule");
     need(PortCheck::failCall(0), "the product offers no hook failCall");
     need(PortCheck::unloadModule(), "the product offers no hook unloadModule");
@@ -2472,7 +2568,6 @@ constexpr Check kLibraryChecks[] = {
      "A definition that was loaded by a code, or read from what was written, has that code but for the case of its "
      "letters.",
      checkCode},
-    {"classes", "S5", "`dynamic_cast` in the module tells systems, datums and ellipsoids apart.", checkClasses},
     {"kinds", "S6",
      "A geographic or projected system names its ellipsoid, and its datum when it is datum-based; the datum and the "
      "ellipsoid that are made of it have these codes, and the datum names the same ellipsoid.",
@@ -2506,13 +2601,16 @@ constexpr Check kLibraryChecks[] = {
      "`Deserialize_s` of what `Serialize_s` wrote gives a system of the same code, also for a user-defined one that "
      "the catalog does not have.",
      checkReadingText},
+    {"classes", "S5", "`dynamic_cast` in the module tells systems, datums and ellipsoids apart.", checkClasses},
     {"well-known text", "S13",
      "`DefinitionToWkt_s` writes well-known text with its NUL and gives 0 or 41, or fails when there is no such text "
      "or no room for it.",
      checkWkt},
-    {"transformations in reverse", "S14",
+    {"transformations", "S14",
      "A transformation or a path is loaded by its name, and says whether it may be applied in reverse.",
-     checkReversibility},
+     checkTransformations},
+    {"paths", "S14", "A transformation or a path is loaded by its name, and says whether it may be applied in reverse.",
+     checkPaths},
     {"what a transformation is", "S15", "A `TransformationInfo` keeps the name and the kind that it was given.",
      checkTransformationInfo},
 };
@@ -2560,12 +2658,12 @@ constexpr Check kSystemChecks[] = {
      "`RegCreateKeyExW` opens a key, and makes it and those above it when they are missing; `RegOpenKeyExW` opens it "
      "afterwards.",
      checkRegistryKeys},
+    {"deleting registry values", "W10", "`RegDeleteValueW` deletes the value of that name.", checkDeletingValue},
     {"names of registry values", "W8", "`RegEnumValueW` gives each value's name once, with its NUL.",
      checkNamesOfValues},
     {"the end of registry values", "W9",
      "`RegEnumValueW` gives `ERROR_NO_MORE_ITEMS` for every index without a value; the module asks until it gets that.",
      checkRegistryValues},
-    {"deleting registry values", "W10", "`RegDeleteValueW` deletes the value of that name.", checkDeletingValue},
 };
 
 // The module in the product.

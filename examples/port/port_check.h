@@ -28,7 +28,7 @@ bool prepareForSave(QeDbDatabase* drawing, QeDb::QeDbDwgVersion version);
 /// library spells them.
 struct Systems {
     const wchar_t* projected = nullptr;  // the code of a projected system of the catalog that has a datum
-    const wchar_t* geographic = nullptr; // the code of a geographic system of the catalog that has a datum
+    const wchar_t* geographic = nullptr; // the code of a geographic one that has another datum and another ellipsoid
     // A system that is not in the catalog: its code, and the text that DefinitionStream::Serialize_s writes for it with
     // its dependents.
     const wchar_t* userDefinedCode = nullptr;
@@ -36,6 +36,7 @@ struct Systems {
     // The names of two geodetic transformations, one that may be applied inversely and one that may not. Null: none.
     const wchar_t* reversibleTransformation = nullptr;
     const wchar_t* irreversibleTransformation = nullptr;
+    const wchar_t* reversiblePath = nullptr; // the name of a geodetic path that may be applied inversely. Null: none.
 };
 Systems systems();
 

@@ -130,11 +130,12 @@ Systems systems()
 {
     static const std::wstring text = userDefinedText();
     return {.projected = L"EPSG:25832",
-            .geographic = L"EPSG:4258",
+            .geographic = L"EPSG:4326",
             .userDefinedCode = kUserDefinedCode,
             .userDefinedText = text.c_str(),
             .reversibleTransformation = L"EPSG:1763",
-            .irreversibleTransformation = L"EPSG:3859"};
+            .irreversibleTransformation = L"EPSG:3859",
+            .reversiblePath = L"EPSG:4837"};
 }
 
 bool loadModule()

@@ -1,11 +1,19 @@
 # Runs PROGRAM in the empty FOLDER with ORVEL_WRONG_PORT=WRONG. It must end with STATUS and print, in its output or its
-# errors, what matches each line of EXPRESSIONS.
+# errors, what matches each line of EXPRESSIONS. A program for Windows runs in Wine, in WINE_PREFIX, with paths on DRIVE.
 file(REMOVE_RECURSE "${FOLDER}")
 file(MAKE_DIRECTORY "${FOLDER}/settings")
 set(ENV{ORVEL_WRONG_PORT} "${WRONG}")
-set(ENV{VORLEN_USER_DICTIONARY_PATH} "${FOLDER}/settings")
+set(ENV{VORLEN_USER_DICTIONARY_PATH} "${DRIVE}${FOLDER}/settings")
 set(ENV{XDG_CONFIG_HOME} "${FOLDER}/registry") # where the stand-in for the registry is
-execute_process(COMMAND "${PROGRAM}" WORKING_DIRECTORY "${FOLDER}" RESULT_VARIABLE status
+set(emulator "")
+if(WINE_PREFIX)
+    set(emulator wine)
+    set(ENV{WINEPREFIX} "${WINE_PREFIX}")
+    set(ENV{WINEDEBUG} -all)
+    set(ENV{DISPLAY} "")
+    set(ENV{LC_ALL} C.UTF-8)
+endif()
+execute_process(COMMAND ${emulator} "${PROGRAM}" WORKING_DIRECTORY "${FOLDER}" RESULT_VARIABLE status
     OUTPUT_VARIABLE output ERROR_VARIABLE errors)
 file(REMOVE_RECURSE "${FOLDER}")
 if(NOT status STREQUAL STATUS)
