@@ -42,7 +42,8 @@ Systems systems()
                                L"datum|MINE|A datum of my own|MINE.ELLIPSOID\n"
                                L"ellipsoid|MINE.ELLIPSOID|An ellipsoid of my own|6378000.5|300",
             .reversibleTransformation = L"ED50 to WGS 84, mean",
-            .irreversibleTransformation = L"ED50 to ETRS89, grid"};
+            .irreversibleTransformation = L"ED50 to ETRS89, grid",
+            .reversiblePath = L"ED50 to ETRS89 by WGS 84"};
 }
 
 bool loadModule()
