@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/win32.h"
+#include "storage/ignore_result.h"
 #include "transformation/config_text.h"
 #include "transformation/item_text.h"
 
@@ -29,7 +30,10 @@ using FolderText = std::array<wchar_t, 260>; // the length of the system's folde
 
 struct TextFilePolicy {
     using Handle = std::FILE*;
-    static void dispose(std::FILE* file) { ignore(std::fclose(file)); }
+    static void dispose(std::FILE* file)
+    {
+        ignoreResult([=] { return std::fclose(file); });
+    }
 };
 using TextFile = Holder<TextFilePolicy>;
 
@@ -58,7 +62,7 @@ void appendLines(std::string& joined, std::string_view text)
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find('\n'));
         joined.append(line);
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        text.remove_prefix((std::min)(line.size() + 1, text.size()));
     }
 }
 
@@ -103,7 +107,7 @@ HostString decodeUtf8(const char* utf8)
 /// No value when the text cannot be converted.
 std::optional<std::string> encodeUtf8(std::wstring_view chunk)
 {
-    if (chunk.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+    if (chunk.size() > static_cast<std::size_t>((std::numeric_limits<int>::max)()))
         return std::nullopt;
     const int characters = static_cast<int>(chunk.size());
     const int bytes = WideCharToMultiByte(CP_UTF8, 0, chunk.data(), characters, nullptr, 0, nullptr, nullptr);

@@ -170,14 +170,13 @@ private:
 
     bool readAccess()
     {
-        for (const char* access : {"public:", "protected:", "private:"}) {
-            if (!rest_.starts_with(access))
-                continue;
-            scopes_.back().isVisible = !rest_.starts_with("private");
-            rest_.remove_prefix(std::string_view(access).size());
-            return true;
-        }
-        return false;
+        static const std::regex access(R"((public|protected|private)\s*:)");
+        std::match_results<std::string_view::const_iterator> match;
+        if (!std::regex_search(rest_.begin(), rest_.end(), match, access, std::regex_constants::match_continuous))
+            return false;
+        scopes_.back().isVisible = match[1] != "private";
+        rest_.remove_prefix(static_cast<std::size_t>(match.length()));
+        return true;
     }
 
     /// Takes the text up to the end of a statement, without comments. The character that ends it stays.

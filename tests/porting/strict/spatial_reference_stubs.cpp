@@ -97,11 +97,11 @@ Status DefinitionStream::Add(const DefinitionBase*)
 {
     return statusOutOfMemory;
 }
-Status DefinitionStream::Write(unsigned char*, std::size_t&, int, int) const
+Status DefinitionStream::Write(unsigned char*, std::size_t&, SerializationFormat, int) const
 {
     return statusFailed;
 }
-Status DefinitionStream::Read(const unsigned char*, std::size_t, int, int)
+Status DefinitionStream::Read(const unsigned char*, std::size_t, SerializationFormat, int)
 {
     return statusFailed;
 }
@@ -109,16 +109,18 @@ Status DefinitionStream::GetDefinitions(DefinitionBaseArray*& definitions) const
 {
     return returnNone(definitions, statusOutOfMemory);
 }
-Status DefinitionStream::Serialize_s(const DefinitionBase*, unsigned char*, std::uint64_t, int, int, bool)
+Status DefinitionStream::Serialize_s(const DefinitionBase*, unsigned char*, std::uint64_t, SerializationFormat, int,
+                                     bool)
 {
     return statusFailed;
 }
-Status DefinitionStream::Deserialize_s(DefinitionBaseArray*& definitions, const unsigned char*, std::uint64_t, int, int)
+Status DefinitionStream::Deserialize_s(DefinitionBaseArray*& definitions, const unsigned char*, std::uint64_t,
+                                       SerializationFormat, int)
 {
     return returnNone(definitions, statusFailed);
 }
 
-Status FormatConverter::DefinitionToWkt_s(const CoordinateReferenceSystemDefinition*, int, wchar_t*, std::size_t)
+Status FormatConverter::DefinitionToWkt_s(const CoordinateReferenceSystemDefinition*, WktFlavor, wchar_t*, std::size_t)
 {
     return statusFailed;
 }

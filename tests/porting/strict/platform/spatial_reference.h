@@ -1,21 +1,27 @@
-// The smallest spatial-reference library that the module can be built against, without the project's own interfaces. It
-// declares exactly what docs/porting.md lists, and a test compares the two.
+// The strictest spatial-reference library that the module can be built against: it declares what docs/porting.md lists
+// and nothing more. Results must not be discarded, enumerations are scoped where they may be, and only Object::Destroy
+// destroys.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
+#if !defined(_WIN32)
 #pragma GCC visibility push(default)
+#endif
 
 namespace Zentara::Infrastructure::SpatialReference {
 
-enum
-    [[nodiscard]] Status : int{statusOk = 0,      statusCheckFailed = 10, statusNotFound = 35,  statusInexact = 41,
-                               statusFailed = 52, statusNullText = 54,    statusEmptyText = 55, statusOutOfMemory = 57};
+enum class [[nodiscard]] Status : unsigned char{statusOk = 0,         statusCheckFailed = 10, statusNotFound = 35,
+                                                statusInexact = 41,   statusFailed = 52,      statusNullText = 54,
+                                                statusEmptyText = 55, statusOutOfMemory = 57};
+using enum Status;
 
-enum : int { kindNotEarthReferenced = 1, kindGeographic = 2, kindProjected = 3 };
-enum : int { formatAutomatic = 0, formatBinary = 2, formatText = 4 };
-enum : int { wktFlavorDefault = 0 };
+enum CoordinateReferenceSystemKind : int { kindNotEarthReferenced = 1, kindGeographic = 2, kindProjected = 3 };
+enum class SerializationFormat : unsigned char { formatAutomatic, formatBinary, formatText };
+using enum SerializationFormat;
+enum class WktFlavor : unsigned char { wktFlavorDefault };
+using enum WktFlavor;
 
 class Object {
 public:
@@ -66,9 +72,9 @@ protected:
 class DefinitionBaseArray final : public Object {
 public:
     static Status CreateInstance(DefinitionBaseArray*&);
-    int GetCount() const;
+    [[nodiscard]] int GetCount() const;
     Status Add(DefinitionBase*);
-    DefinitionBase* Remove(int);
+    [[nodiscard]] DefinitionBase* Remove(int);
 
 protected:
     ~DefinitionBaseArray() override;
@@ -78,11 +84,11 @@ class DefinitionStream final : public Object {
 public:
     static Status CreateInstance(DefinitionStream*&);
     Status Add(const DefinitionBase*);
-    Status Write(unsigned char*, std::size_t&, int, int) const;
-    Status Read(const unsigned char*, std::size_t, int, int);
+    Status Write(unsigned char*, std::size_t&, SerializationFormat, int) const;
+    Status Read(const unsigned char*, std::size_t, SerializationFormat, int);
     Status GetDefinitions(DefinitionBaseArray*&) const;
-    static Status Serialize_s(const DefinitionBase*, unsigned char*, std::uint64_t, int, int, bool);
-    static Status Deserialize_s(DefinitionBaseArray*&, const unsigned char*, std::uint64_t, int, int);
+    static Status Serialize_s(const DefinitionBase*, unsigned char*, std::uint64_t, SerializationFormat, int, bool);
+    static Status Deserialize_s(DefinitionBaseArray*&, const unsigned char*, std::uint64_t, SerializationFormat, int);
 
 protected:
     ~DefinitionStream() override;
@@ -90,7 +96,7 @@ protected:
 
 class FormatConverter {
 public:
-    static Status DefinitionToWkt_s(const CoordinateReferenceSystemDefinition*, int, wchar_t*, std::size_t);
+    static Status DefinitionToWkt_s(const CoordinateReferenceSystemDefinition*, WktFlavor, wchar_t*, std::size_t);
 };
 
 class CoordinateReferenceSystemOperation final : public Object {
@@ -107,7 +113,7 @@ public:
     static Status GetEllipsoid(const CoordinateReferenceSystemDefinition*, EllipsoidDefinition*&);
 };
 
-enum : int { transformationNone = 0, transformationPath = 1 };
+enum TransformationKind : int { transformationNone = 0, transformationPath = 1 };
 
 class GeodeticTransformationDefinition final : public DefinitionBase {
 public:
@@ -139,4 +145,6 @@ protected:
 
 } // namespace Zentara::Infrastructure::SpatialReference
 
+#if !defined(_WIN32)
 #pragma GCC visibility pop
+#endif

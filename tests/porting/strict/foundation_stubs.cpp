@@ -4,6 +4,17 @@
 FqDisposable::~FqDisposable() = default;
 FqGuardDisposable::~FqGuardDisposable() = default;
 FqDisposableCollection::~FqDisposableCollection() = default;
+FqGuardDisposable::FqGuardDisposable() = default;
+FqDisposableCollection::FqDisposableCollection() = default;
+
+int FqGuardDisposable::AddRef()
+{
+    return 1;
+}
+int FqGuardDisposable::Release()
+{
+    return 1;
+}
 
 void FqDisposableCollection::Dispose()
 {

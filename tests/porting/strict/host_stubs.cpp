@@ -22,7 +22,7 @@ StubRecord& stubRecord()
 
 // The runtime.
 
-struct QeRxClass {};
+class QeRxClass {};
 
 bool QeRxObject::isKindOf(const QeRxClass* ancestor) const
 {
@@ -68,12 +68,6 @@ Qeapp::ErrorStatus QeDbSaveErrorRecorder::recordError(Qeapp::ErrorStatus code)
 Qeapp::ErrorStatus QeDbSaveErrorMessageRecorder::recordError(Qeapp::ErrorStatus code, const wchar_t*)
 {
     return code;
-}
-
-Qeapp::ErrorStatus QeDbDecompositionReactor::decomposeForSave(QeDbDatabase*, QeDb::QeDbDwgVersion,
-                                                              QeDbSaveErrorRecorder*, QeDbSaveErrorMessageRecorder*)
-{
-    return Qeapp::eOk;
 }
 
 Qeapp::ErrorStatus QeDbDecompositionManager::addReactor(QeDbDecompositionReactor* reactor)
@@ -133,6 +127,10 @@ void qeutDelBuffer(wchar_t*& text)
 {
     text = nullptr;
 }
+void qeutDelBuffer(unsigned char*& buffer)
+{
+    buffer = nullptr;
+}
 void* qeapp_malloc(std::size_t)
 {
     return nullptr;
@@ -142,7 +140,7 @@ void* qeapp_malloc(std::size_t)
 
 bool QeDbObjectId::isNull() const
 {
-    return stub_ == nullptr;
+    return record_ == nullptr;
 }
 
 QeDbObjectId QeDbObject::objectId() const
@@ -244,7 +242,7 @@ Qeapp::ErrorStatus QeDbSymbolUtilitiesServices::blockModelSpaceId(QeDbDatabase*,
 }
 const QeDbSymbolUtilitiesServices* qedbSymUtil()
 {
-    static const QeDbSymbolUtilitiesServices services{};
+    static const QeDbSymbolUtilitiesServices services;
     return &services;
 }
 
@@ -313,7 +311,7 @@ bool QeDbDictionary::has(const wchar_t*) const
 {
     return false;
 }
-unsigned QeDbDictionary::numEntries() const
+std::uint32_t QeDbDictionary::numEntries() const
 {
     return 0;
 }
@@ -335,7 +333,7 @@ QeApDocument* QeApDocManager::curDocument() const
 {
     return nullptr;
 }
-Qeapp::ErrorStatus QeApDocManager::lockDocument(QeApDocument*, int, const wchar_t*, const wchar_t*, bool)
+Qeapp::ErrorStatus QeApDocManager::lockDocument(QeApDocument*, QeAp::DocLockMode, const wchar_t*, const wchar_t*, bool)
 {
     return eInvalidInput;
 }
