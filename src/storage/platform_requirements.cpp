@@ -25,9 +25,8 @@ constexpr auto areDistinct = [](auto... values) {
     return std::adjacent_find(numbers.begin(), numbers.end()) == numbers.end();
 };
 
-/// Whether a constant passes through `...` as an int.
-template <class Constant>
-constexpr bool kPassesAsInt = std::is_same_v<decltype(+Constant()), int>;
+/// Whether each constant passes through `...` as an int.
+constexpr auto passAsInt = [](auto... values) { return (std::is_same_v<decltype(+values), int> && ...); };
 
 template <class Class>
 constexpr bool kIsMadeAndDeleted = requires(Class* object)
@@ -71,8 +70,7 @@ static_assert(areDistinct(QeDb::kForRead, QeDb::kForWrite, QeDb::kForNotify),
 static_assert(areDistinct(QeRb::kText, QeRb::kBinaryChunk, QeRb::kXdataString, QeRb::kXdataAppName, QeRb::kXdataControl,
                           QeRb::kXdataInteger32, QeRb::kListEnd),
               "host.h: the group codes of QeRb and kListEnd must differ");
-static_assert(kPassesAsInt<decltype(QeRb::kText)> && kPassesAsInt<decltype(QeRb::kXdataString)> &&
-                  kPassesAsInt<decltype(QeRb::kXdataAppName)> && kPassesAsInt<decltype(QeRb::kListEnd)>,
+static_assert(passAsInt(QeRb::kText, QeRb::kXdataString, QeRb::kXdataAppName, QeRb::kListEnd),
               "host.h: the group codes of QeRb must be int constants or enumerators of an unscoped enumeration, since "
               "qeutBuildList takes them as variable arguments of the type int");
 static_assert(std::is_integral_v<decltype(resbuf::restype)> && std::is_signed_v<decltype(resbuf::restype)> &&
@@ -163,7 +161,7 @@ static_assert(kIsUnsigned<DWORD, 4>, "win32.h: DWORD must be an unsigned integer
 static_assert(kIsUnsigned<BYTE, 1>, "win32.h: BYTE must be an unsigned integer of 8 bits");
 static_assert(std::is_pointer_v<HKEY> && std::is_pointer_v<HMODULE>, "win32.h: HKEY and HMODULE must be pointer types");
 static_assert(sizeof(CLSID) == 16 && kIsUnsigned<decltype(CLSID::Data1), 4> && kIsUnsigned<decltype(CLSID::Data2), 2> &&
-                  kIsUnsigned<decltype(CLSID::Data3), 2> && sizeof(CLSID::Data4) == 8,
+                  std::is_same_v<decltype(CLSID::Data3), decltype(CLSID::Data2)> && sizeof(CLSID::Data4) == 8,
               "win32.h: CLSID must have 16 bytes: unsigned integers of 32, 16 and 16 bits and an array of eight bytes");
 static_assert(numberValue(S_OK) == 0 && numberValue(ERROR_SUCCESS) == 0, "win32.h: S_OK and ERROR_SUCCESS must be 0");
 static_assert(areDistinct(ERROR_SUCCESS, ERROR_NO_MORE_ITEMS), "win32.h: ERROR_NO_MORE_ITEMS must not be a success");
