@@ -6,7 +6,7 @@
 namespace Survey {
 namespace {
 
-std::string quoted(const std::string& name)
+std::string inQuotes(const std::string& name)
 {
     std::string text = "\"";
     for (const char character : name)
@@ -18,8 +18,8 @@ std::string geographicPart(const System& system, const Ellipsoid& ellipsoid, con
 {
     const std::string datumName = datum ? datum->name : "Not specified";
     const std::string name = system.kind == SystemKind::geographic ? system.name : datumName;
-    return "GEOGCS[" + quoted(name) + ",DATUM[" + quoted(datumName) + ",SPHEROID[" + quoted(ellipsoid.name) + "," +
-           toDecimal(ellipsoid.semiMajorAxis) + "," + toDecimal(ellipsoid.inverseFlattening) +
+    return "GEOGCS[" + inQuotes(name) + ",DATUM[" + inQuotes(datumName) + ",SPHEROID[" + inQuotes(ellipsoid.name) +
+           "," + toDecimal(ellipsoid.semiMajorAxis) + "," + toDecimal(ellipsoid.inverseFlattening) +
            "]],PRIMEM[\"Greenwich\",0],UNIT[\"degree\",0.0174532925199433]]";
 }
 
@@ -28,11 +28,11 @@ std::string projectionPart(const std::string& projection)
     std::istringstream parts(projection);
     std::string part;
     parts >> part;
-    std::string text = "PROJECTION[" + quoted(part) + "]";
+    std::string text = "PROJECTION[" + inQuotes(part) + "]";
     while (parts >> part) {
         const std::size_t equals = part.find('=');
         if (equals != std::string::npos)
-            text += ",PARAMETER[" + quoted(part.substr(0, equals)) + "," + part.substr(equals + 1) + "]";
+            text += ",PARAMETER[" + inQuotes(part.substr(0, equals)) + "," + part.substr(equals + 1) + "]";
     }
     return text;
 }
@@ -42,7 +42,7 @@ std::string projectionPart(const std::string& projection)
 Answer writeWellKnownText(const System& system, std::string& text)
 {
     if (system.kind == SystemKind::local) {
-        text = "LOCAL_CS[" + quoted(system.name) + ",LOCAL_DATUM[\"Local\",32767],UNIT[\"metre\",1]," +
+        text = "LOCAL_CS[" + inQuotes(system.name) + ",LOCAL_DATUM[\"Local\",32767],UNIT[\"metre\",1]," +
                "AXIS[\"X\",EAST],AXIS[\"Y\",NORTH]]";
         return Answer::ok;
     }
@@ -52,7 +52,7 @@ Answer writeWellKnownText(const System& system, std::string& text)
     const auto datum = datumUnder(system);
     text = geographicPart(system, *ellipsoid, datum);
     if (system.kind == SystemKind::projected)
-        text = "PROJCS[" + quoted(system.name) + "," + text + "," + projectionPart(system.projection) +
+        text = "PROJCS[" + inQuotes(system.name) + "," + text + "," + projectionPart(system.projection) +
                ",UNIT[\"metre\",1]]";
     return datum ? Answer::ok : Answer::lossy;
 }
