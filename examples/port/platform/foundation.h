@@ -2,6 +2,11 @@
 // and fill it. A comment with three slashes says what the module expects; F1, F2 … are promises of docs/porting.md.
 #pragma once
 
+#include "core/counted.h"
+#include "core/trial.h"
+
+#include <vector>
+
 #if !defined(_WIN32)
 #pragma GCC visibility push(default)
 #endif
@@ -17,14 +22,14 @@ public:
 
 protected:
     /// Virtual; protected or public. The module's classes override it.
-    virtual ~FqDisposable();
+    virtual ~FqDisposable() = default;
     /// Destroys the object; protected or public. The module's classes override it.
     virtual void Dispose() = 0;
 };
 
 /// An object with a count of its own (F1). The module's classes derive from it and make it with the default
 /// constructor.
-class FqGuardDisposable : public FqDisposable {
+class FqGuardDisposable : public FqDisposable, private Core::Counted {
 public:
     int AddRef() override;
     int Release() override;
@@ -33,6 +38,11 @@ protected:
     /// The count is 1.
     FqGuardDisposable();
     ~FqGuardDisposable() override;
+
+private:
+    void vanish() override;
+
+    Core::Living m_living{"disposables"};
 };
 
 /// A list that holds references. The module derives a class from it that adds nothing and makes it with plain `new`, so
@@ -54,6 +64,9 @@ protected:
     /// Releases every item (F5).
     ~FqDisposableCollection() override;
     void Dispose() override;
+
+private:
+    std::vector<FqDisposable*> m_items;
 };
 
 /// Owns one reference (F6).
@@ -61,15 +74,27 @@ template <class T>
 class Ptr {
 public:
     /// Takes over a reference, and adds none.
-    explicit Ptr(T* object);
+    explicit Ptr(T* object) : m_object(object) {}
     /// It can be copied or moved, as an element of a `std::vector`. A copy adds a reference.
-    Ptr(const Ptr& other);
+    Ptr(const Ptr& other) : m_object(other.m_object)
+    {
+        if (m_object)
+            m_object->AddRef();
+    }
+    Ptr& operator=(const Ptr&) = delete;
     /// Gives the reference back with `Release`.
-    ~Ptr();
+    ~Ptr()
+    {
+        if (m_object)
+            m_object->Release();
+    }
     /// The object, or null.
-    T* get() const;
+    T* get() const { return m_object; }
     /// The object.
-    T* operator->() const;
+    T* operator->() const { return m_object; }
+
+private:
+    T* m_object;
 };
 
 #if !defined(_WIN32)

@@ -7,6 +7,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <new>
+#include <string>
+
+#include "core/trial.h"
+#include "draft/session.h"
 
 #if !defined(_WIN32)
 #pragma GCC visibility push(default)
@@ -17,31 +23,31 @@
 namespace Qeapp {
 /// The result of a host call, returned by value and compared with `==` and `!=`. It may be an enumeration of any width,
 /// scoped or not, or an alias of one: the values below are names in `Qeapp` of its type.
-enum ErrorStatus : int {
+enum ErrorStatus : std::uint16_t {
     /// Success. The number is fixed.
     eOk = 0,
     /// Made by the module. The number is fixed.
     eNotApplicable = 2,
     /// Made by the module.
-    eInvalidInput = 3,
+    eInvalidInput = std::uint16_t(Draft::Outcome::badArgument),
     /// Made by the module.
-    eOutOfMemory = 6,
+    eOutOfMemory = std::uint16_t(Draft::Outcome::outOfMemory),
     /// Made by the module.
-    eInvalidResbuf = 7,
+    eInvalidResbuf = std::uint16_t(Draft::Outcome::badValue),
     /// Made by the module.
-    eNoTransaction = 8,
+    eNoTransaction = std::uint16_t(Draft::Outcome::noStep),
     /// Made by the module.
-    eNoObject = 15,
+    eNoObject = std::uint16_t(Draft::Outcome::noRecord),
     /// The drawing has no GeoData object (H26).
-    eNullObjectId = 16,
+    eNullObjectId = std::uint16_t(Draft::Outcome::emptyLink),
     /// The object is erased (H13).
-    eObjectErased = 17,
+    eObjectErased = std::uint16_t(Draft::Outcome::erased),
     /// The key is not in the dictionary (H15, H18), or the drawing has no GeoData object (H26).
-    eKeyNotFound = 22,
+    eKeyNotFound = std::uint16_t(Draft::Outcome::unknownName),
     /// The object is of another class (H13).
-    eNotThatKindOfClass = 26,
+    eNotThatKindOfClass = std::uint16_t(Draft::Outcome::otherKind),
     /// Made by the module. No export reaches it: a stub will do.
-    eInvalidDrawingVersion = 37,
+    eInvalidDrawingVersion = std::uint16_t(Draft::Outcome::badEdition),
     /// Made by the module. The number is fixed.
     eNoDatabase = 124,
     /// Made by the module. The number is fixed.
@@ -139,11 +145,18 @@ class QeRxObject {
 public:
     /// Whether the object's class is the given one or derives from it.
     bool isKindOf(const QeRxClass* ancestor) const;
+
+protected:
+    explicit QeRxObject(const QeRxClass* ownClass) : m_class(ownClass) {}
+
+private:
+    const QeRxClass* m_class;
 };
 
 /// Loads and unloads modules. A `static_cast` from `QeRxObject` must lead to it, so the base is not virtual.
 class QeRxDynamicLinker : public QeRxObject {
 public:
+    QeRxDynamicLinker() : QeRxObject(desc()) {}
     /// The descriptor of this class.
     static QeRxClass* desc();
     /// Lets the module of the handle be unloaded on demand. The result is not looked at.
@@ -194,9 +207,14 @@ enum QeDbDwgVersion : int {
 class QeDbObjectId {
 public:
     /// Makes a null id.
-    QeDbObjectId();
+    QeDbObjectId() = default;
+    explicit QeDbObjectId(Draft::Link link) : m_link(link) {}
     /// Whether it identifies nothing.
-    bool isNull() const;
+    bool isNull() const { return m_link == Draft::Link(); }
+    Draft::Link link() const { return m_link; }
+
+private:
+    Draft::Link m_link;
 };
 
 /// Hears of the changes of one object. The module passes pointers to it on. No export reaches it: a stub will do.
@@ -220,17 +238,50 @@ public:
     resbuf* xData(const wchar_t* application) const;
     /// Replaces the extended data of an application (H23).
     Qeapp::ErrorStatus setXData(const resbuf* chain);
+
+    QeDbObject(const QeDbObject&) = delete;
+    QeDbObject& operator=(const QeDbObject&) = delete;
+    virtual ~QeDbObject() = default;
+    Qeapp::ErrorStatus open(Draft::Link link, QeDb::OpenMode mode);
+
+protected:
+    explicit QeDbObject(Draft::Kind kind);
+
+    // The record as it is now: that of the drawing, or the one of an object that is not in a drawing yet.
+    Draft::Record record() const;
+    Draft::Outcome setRecord(Draft::Record record);
+    Draft::Drawing* drawing() const;
+    Draft::Link link() const { return m_link; }
+    // Notes where an object was added; it is open for writing now.
+    static void noteAdded(QeDbObject& object, Draft::Link link, QeDbObjectId& id);
+    static Draft::Record recordOf(const QeDbObject& object) { return object.record(); }
+
+private:
+    Draft::Link m_link;
+    Draft::Purpose m_purpose = Draft::Purpose::writing;
+    Draft::Record m_new;
+    Core::Living m_living{"objects"};
 };
 
 /// Opens an object as its class, which is one of those below (H9, H13).
 template <class T>
-Qeapp::ErrorStatus qedbOpenObject(T*& object, QeDbObjectId id, QeDb::OpenMode mode);
+Qeapp::ErrorStatus qedbOpenObject(T*& object, QeDbObjectId id, QeDb::OpenMode mode)
+{
+    object = nullptr;
+    std::unique_ptr<T> opened(new (std::nothrow) T());
+    if (!opened)
+        return Qeapp::eOutOfMemory;
+    const Qeapp::ErrorStatus result = opened->open(id.link(), mode);
+    if (result == Qeapp::eOk)
+        object = opened.release();
+    return result;
+}
 
 /// Walks the entries of a dictionary (H19).
 class QeDbDictionaryIterator {
 public:
     /// The module deletes the iterator.
-    virtual ~QeDbDictionaryIterator();
+    virtual ~QeDbDictionaryIterator() = default;
     /// Whether there are no more entries. No export reaches it: a stub will do.
     bool done() const;
     /// Goes to the next entry. The result is not looked at. No export reaches it: a stub will do.
@@ -239,6 +290,13 @@ public:
     const wchar_t* name() const;
     /// The object of the entry. When there is no entry, an id that cannot be opened.
     QeDbObjectId objectId() const;
+
+    explicit QeDbDictionaryIterator(const Draft::Entries& entries);
+
+private:
+    std::vector<std::pair<std::wstring, Draft::Link>> m_entries;
+    std::size_t m_at = 0;
+    Core::Living m_living{"iterators"};
 };
 
 /// Named objects of a drawing.
@@ -247,7 +305,7 @@ public:
     /// Made with `new (std::nothrow)`.
     QeDbDictionary();
     /// The module deletes a dictionary that it could not add.
-    ~QeDbDictionary();
+    ~QeDbDictionary() override = default;
     /// The id of the object under the key (H15).
     Qeapp::ErrorStatus getAt(const wchar_t* key, QeDbObjectId& id) const;
     /// Adds a new object in place of what is under the key (H16, H17).
@@ -272,22 +330,27 @@ public:
     /// Made with `new (std::nothrow)`.
     QeDbXrecord();
     /// The module deletes an xrecord that it could not add.
-    ~QeDbXrecord();
+    ~QeDbXrecord() override = default;
     /// Copies the chain into the record, which is not in a drawing yet (H20).
     Qeapp::ErrorStatus setFromRbChain(const resbuf* chain, QeDbDatabase* database);
     /// A copy of the chain, for the module to release (H20). Null on failure.
     Qeapp::ErrorStatus rbChain(resbuf*& chain, QeDbDatabase* database) const;
+
+    Draft::Values values() const { return record().values; }
 };
 
 /// Looks at the resbufs of an open xrecord without copying them (H21).
 class QeDbXrecordIterator {
 public:
     /// Stands at the first resbuf.
-    explicit QeDbXrecordIterator(const QeDbXrecord* record);
+    explicit QeDbXrecordIterator(const QeDbXrecord* record) : m_values(record->values()) {}
     /// Whether there is none.
-    bool done() const;
+    bool done() const { return m_values.empty(); }
     /// The group code.
-    short curResType() const;
+    short curResType() const { return m_values.front().tag; }
+
+private:
+    Draft::Values m_values;
 };
 
 /// The entry of a registered application.
@@ -296,7 +359,7 @@ public:
     /// Made with `new (std::nothrow)`.
     QeDbRegAppTableRecord();
     /// The module deletes a record that it could not add.
-    ~QeDbRegAppTableRecord();
+    ~QeDbRegAppTableRecord() override = default;
     /// Names the application.
     Qeapp::ErrorStatus setName(const wchar_t* name);
 };
@@ -305,11 +368,13 @@ public:
 class QeDbRegAppTable : public QeDbObject {
 public:
     /// Must be public: the module's holder names it, though a table is always in a drawing.
-    ~QeDbRegAppTable();
+    ~QeDbRegAppTable() override = default;
     /// Whether the application is registered.
     bool has(const wchar_t* name) const;
     /// Adds a new record to a table that is open for write (H17, H25).
     Qeapp::ErrorStatus add(QeDbObjectId& id, QeDbRegAppTableRecord* record);
+
+    QeDbRegAppTable();
 };
 
 /// The object that holds a drawing's coordinate system.
@@ -318,7 +383,7 @@ public:
     /// Made with plain `new`.
     QeDbGeoData();
     /// The module deletes an object that it could not add.
-    ~QeDbGeoData();
+    ~QeDbGeoData() override = default;
     /// The object's own text, never null. The module copies it before it closes the object.
     const wchar_t* coordinateSystem() const;
     /// Copies the text (H28).
@@ -327,6 +392,10 @@ public:
     Qeapp::ErrorStatus setBlockTableRecordId(QeDbObjectId id);
     /// Adds the object to the drawing of its block (H17, H27).
     Qeapp::ErrorStatus postToDb(QeDbObjectId& id);
+
+private:
+    Draft::Link m_block;
+    mutable std::wstring m_text;
 };
 
 /// The id of the drawing's GeoData object (H26).
@@ -356,6 +425,11 @@ public:
     Qeapp::ErrorStatus endTransaction();
     /// Ends the innermost transaction and undoes its work (H29). The result is not looked at.
     Qeapp::ErrorStatus abortTransaction();
+
+    explicit QeDbTransactionManager(Draft::Drawing& drawing) : m_drawing(drawing) {}
+
+private:
+    Draft::Drawing& m_drawing;
 };
 
 /// A drawing.
@@ -366,7 +440,16 @@ public:
     /// Opens the table of registered applications (H9).
     Qeapp::ErrorStatus getRegAppTable(QeDbRegAppTable*& table, QeDb::OpenMode mode);
     /// Never null. It stays the drawing's.
-    QeDbTransactionManager* transactionManager() const;
+    QeDbTransactionManager* transactionManager() const { return &m_transactions; }
+
+    explicit QeDbDatabase(Draft::Drawing& drawing) : m_drawing(drawing), m_transactions(drawing) {}
+    // The one that goes with a drawing, or null for none. The drawing keeps it.
+    static QeDbDatabase* of(Draft::Drawing* drawing);
+    Draft::Drawing& drawing() const { return m_drawing; }
+
+private:
+    Draft::Drawing& m_drawing;
+    mutable QeDbTransactionManager m_transactions;
 };
 
 /// The services of the application.
@@ -415,6 +498,11 @@ class QeDbSaveErrorRecorder {
 public:
     /// The result becomes the reactor's answer.
     Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code);
+
+    explicit QeDbSaveErrorRecorder(Draft::SaveLog& log) : m_log(log) {}
+
+private:
+    Draft::SaveLog& m_log;
 };
 
 /// Records why a save failed, with a text. The module uses it where there is no recorder of the first kind.
@@ -422,6 +510,11 @@ class QeDbSaveErrorMessageRecorder {
 public:
     /// The result becomes the reactor's answer. The message is empty.
     Qeapp::ErrorStatus recordError(Qeapp::ErrorStatus code, const wchar_t* message);
+
+    explicit QeDbSaveErrorMessageRecorder(Draft::SaveLog& log) : m_log(log) {}
+
+private:
+    Draft::SaveLog& m_log;
 };
 
 /// A class to derive from. The module makes one object and deletes it as its own class, so the destructor may be

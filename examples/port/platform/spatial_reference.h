@@ -4,6 +4,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/trial.h"
+#include "survey/definitions.h"
 
 #if !defined(_WIN32)
 #pragma GCC visibility push(default)
@@ -14,7 +20,7 @@ namespace Zentara::Infrastructure::SpatialReference {
 /// The result of a library call, returned by value and compared with `==` and `!=`. It may be an enumeration of any
 /// width, scoped or not, or an alias of one: the values below are names in this namespace of its type. Callers of the
 /// module see the numbers.
-enum Status : int {
+enum Status : std::uint16_t {
     /// Success. The number is fixed.
     statusOk = 0,
     /// Made by the module. The number is fixed.
@@ -30,7 +36,10 @@ enum Status : int {
     /// Made by the module. The number is fixed.
     statusEmptyText = 55,
     /// Memory is short. The number is fixed.
-    statusOutOfMemory = 57
+    statusOutOfMemory = 57,
+    statusBadText = 101,
+    statusNoRoom = 102,
+    statusTrialFailure = 103
 };
 
 /// The kinds of systems, `int` constants or enumerators of an unscoped enumeration. Other numbers occur. No source of
@@ -70,7 +79,10 @@ public:
 
 protected:
     Object() = default;
-    virtual ~Object();
+    virtual ~Object() = default;
+
+private:
+    Core::Living m_living{"survey objects"};
 };
 
 /// The base of the definitions, polymorphic (S5).
@@ -78,10 +90,29 @@ class DefinitionBase : public Object {
 public:
     /// The code (S4).
     Status GetCode(const wchar_t*& code) const;
+
+    // A new definition with the value, a system, a datum or an ellipsoid.
+    static DefinitionBase* make(const Survey::Definition& value);
+    // Nothing for a transformation or a path.
+    virtual std::optional<Survey::Definition> value() const { return std::nullopt; }
+
+protected:
+    explicit DefinitionBase(const std::string& code);
+
+private:
+    std::wstring m_code;
 };
 
 /// An ellipsoid.
-class EllipsoidDefinition final : public DefinitionBase {};
+class EllipsoidDefinition final : public DefinitionBase {
+public:
+    explicit EllipsoidDefinition(Survey::Ellipsoid ellipsoid);
+    std::optional<Survey::Definition> value() const override { return m_ellipsoid; }
+    const Survey::Ellipsoid& ellipsoid() const { return m_ellipsoid; }
+
+private:
+    Survey::Ellipsoid m_ellipsoid;
+};
 
 /// A datum.
 class DatumDefinition final : public DefinitionBase {
@@ -90,6 +121,14 @@ public:
     Status GetEllipsoidCode(const wchar_t*& code) const;
     /// Copies the ellipsoid into the datum. The result is not looked at.
     Status SetEllipsoid(const EllipsoidDefinition* ellipsoid);
+
+    explicit DatumDefinition(Survey::Datum datum);
+    std::optional<Survey::Definition> value() const override { return m_datum; }
+    const Survey::Datum& datum() const { return m_datum; }
+
+private:
+    Survey::Datum m_datum;
+    std::wstring m_ellipsoidCode;
 };
 
 /// A coordinate reference system.
@@ -109,6 +148,17 @@ public:
     Status SetDatum(const DatumDefinition* datum);
     /// Copies the ellipsoid into a system without a datum. The result is not looked at.
     Status SetEllipsoid(const EllipsoidDefinition* ellipsoid);
+
+    explicit CoordinateReferenceSystemDefinition(Survey::System system);
+    std::optional<Survey::Definition> value() const override { return m_system; }
+    const Survey::System& system() const { return m_system; }
+
+private:
+    void copyCodes();
+
+    Survey::System m_system;
+    std::wstring m_datumCode;
+    std::wstring m_ellipsoidCode;
 };
 
 /// Owns definitions (S8).
@@ -117,11 +167,18 @@ public:
     /// Makes an empty array (S1).
     static Status CreateInstance(DefinitionBaseArray*& array);
     /// The number of definitions.
-    int GetCount() const;
+    int GetCount() const { return static_cast<int>(m_definitions.size()); }
     /// Adds a definition (S8).
     Status Add(DefinitionBase* definition);
     /// Takes the definition at the index out (S8). Null out of range.
     DefinitionBase* Remove(int index);
+
+    // Makes an array of new definitions with the values.
+    static DefinitionBaseArray* make(const Survey::Definitions& values);
+    ~DefinitionBaseArray() override;
+
+private:
+    std::vector<DefinitionBase*> m_definitions;
 };
 
 /// Definitions as bytes and as text.
@@ -146,6 +203,9 @@ public:
     /// Reads such a text into a new array (S1, S12). The length includes the text's NUL, and `schemaVersion` is -1.
     static Status Deserialize_s(DefinitionBaseArray*& definitions, const unsigned char* bytes,
                                 std::uint64_t lengthInBytes, SerializationFormat format, int schemaVersion);
+
+private:
+    Survey::Definitions m_definitions;
 };
 
 /// A class of static functions.
@@ -164,6 +224,10 @@ public:
                        CoordinateReferenceSystemOperation*& operation);
     /// Whether the system has a datum of its own (S6).
     Status IsDatumBased(bool& answer) const;
+
+private:
+    explicit CoordinateReferenceSystemOperation(bool isDatumBased) : m_isDatumBased(isDatumBased) {}
+    bool m_isDatumBased;
 };
 
 /// A class of static functions.
@@ -180,6 +244,11 @@ public:
     static Status Load(const wchar_t* name, GeodeticTransformationDefinition*& definition);
     /// Whether it may be applied in reverse (S14).
     Status IsReversible(bool& answer) const;
+
+    explicit GeodeticTransformationDefinition(const Survey::Shift& shift);
+
+private:
+    bool m_isReversible;
 };
 
 /// Steps between two datums, one after the other.
@@ -189,6 +258,11 @@ public:
     static Status Load(const wchar_t* name, GeodeticPathDefinition*& definition);
     /// Whether it may be applied in reverse (S14).
     Status IsReversible(bool& answer) const;
+
+    explicit GeodeticPathDefinition(const Survey::Shift& shift);
+
+private:
+    bool m_isReversible;
 };
 
 /// The kinds of a `TransformationInfo`, `int` constants or enumerators of an unscoped enumeration. 2 is a
@@ -209,6 +283,13 @@ public:
     Status SetName(const wchar_t* name);
     /// One of 0, 1 and 2.
     Status SetKind(int kind);
+
+    const wchar_t* GetName() const { return m_name.c_str(); }
+    int GetKind() const { return m_kind; }
+
+private:
+    std::wstring m_name;
+    int m_kind = transformationNone;
 };
 
 } // namespace Zentara::Infrastructure::SpatialReference
