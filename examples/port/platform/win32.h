@@ -101,7 +101,8 @@ int _wcsnicmp(const wchar_t* left, const wchar_t* right, std::size_t characters)
 int _wgetenv_s(std::size_t* required, wchar_t* buffer, std::size_t characters, const wchar_t* name);
 /// Copies the path of a folder into a buffer of 260 characters (W4). `owner` is null and `create` is `FALSE`.
 BOOL SHGetSpecialFolderPathW(void* owner, wchar_t* path, int folder, BOOL create);
-/// Opens a file for the functions of the standard library (W5). Null on failure.
+/// Opens a file for the functions of the standard library (W5), `fseek` among them unless it is a pipe. Null on
+/// failure.
 std::FILE* _wfsopen(const wchar_t* path, const wchar_t* mode, int sharing);
 /// Converts text to wide text (W6). `flags` is 0.
 int MultiByteToWideChar(unsigned int codePage, DWORD flags, const char* text, int length, wchar_t* output,
