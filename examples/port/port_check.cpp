@@ -2327,6 +2327,48 @@ void checkFailingAssignment()
                   }});
 }
 
+/// Assigns the geographic code in the place of the projected one, with a reactor.
+Qeapp::ErrorStatus assignWithReactor(const Drawing& drawing, bool vetoes, Notices& notices)
+{
+    notices.clear();
+    Recorder reactor(notices, L"A");
+    reactor.vetoes = vetoes;
+    const std::wstring code = geographicCode();
+    return Cs::SetCoordinateSystem(code.c_str(), drawing.database());
+}
+
+void checkFailingVeto()
+{
+    Notices notices;
+    failEachCall({assignProjected,
+                  [&](const Drawing& drawing) { return assignWithReactor(drawing, true, notices) == Qeapp::eVetoed; },
+                  [](const Drawing& drawing, const Stored& before, bool /*succeeded*/) {
+                      return changeComplaint(drawing, before);
+                  }});
+}
+
+/// "A asked" and the like, without the code: it is empty where the definition's code cannot be read.
+std::wstring eventOf(const std::wstring& notice)
+{
+    return notice.substr(0, notice.find(L' ', notice.find(L' ') + 1));
+}
+
+void checkFailingNotices()
+{
+    const Notices expected{L"A asked", L"A asked", L"A changed", L"A changed"};
+    Notices notices;
+    failEachCall({assignProjected,
+                  [&](const Drawing& drawing) { return assignWithReactor(drawing, false, notices) == Qeapp::eOk; },
+                  [&](const Drawing& /*drawing*/, const Stored& /*before*/, bool succeeded) -> std::string {
+                      std::ranges::transform(notices, notices.begin(), eventOf);
+                      const bool inOrder = notices.size() <= expected.size() &&
+                                           std::equal(notices.begin(), notices.end(), expected.begin());
+                      if (!inOrder)
+                          return "the notices are out of order: the last one is " + printable(notices.back());
+                      return !succeeded || notices.size() == expected.size() ? "" : "a notice is missing";
+                  }});
+}
+
 void checkFailingReading()
 {
     const std::wstring code = projectedCode();
@@ -2471,6 +2513,30 @@ void checkFailingLoad()
     while (loadWithFailure(call))
         ++call;
     expect(PortCheck::loadModule(), "the module cannot be loaded again");
+}
+
+/// Returns whether a call was made to fail while the module was unloaded.
+bool unloadWithFailure(std::size_t call)
+{
+    static_cast<void>(PortCheck::failCall(call));
+    static_cast<void>(PortCheck::unloadModule());
+    const PortCheck::Calls calls = PortCheck::callsMade();
+    static_cast<void>(PortCheck::failCall(0));
+    expect(PortCheck::loadModule(), "the module cannot be loaded again after " + calls.failed + " failed");
+    return call <= calls.made;
+}
+
+void checkFailingUnload()
+{
+    const LoadedAgain atLast;
+    need(PortCheck::loadModule(), "the product offers no hook loadModule");
+    need(PortCheck::failCall(0), "the product offers no hook failCall");
+    need(PortCheck::unloadModule(), "the product offers no hook unloadModule");
+    need(PortCheck::loadModule(), "the product offers no hook loadModule");
+    std::size_t call = 1;
+    while (unloadWithFailure(call))
+        ++call;
+    need(call > 1, "the platform has no call here that can be made to fail");
 }
 
 void cannotBeSeen()
@@ -2783,6 +2849,8 @@ constexpr Check kModuleChecks[] = {
 // Each call failing in turn.
 constexpr Check kFailingCallChecks[] = {
     {"assigning, each call failing", "H8", "A host call that fails has changed nothing.", checkFailingAssignment},
+    {"a veto, each call failing", "H8", "A host call that fails has changed nothing.", checkFailingVeto},
+    {"notices, each call failing", "H8", "A host call that fails has changed nothing.", checkFailingNotices},
     {"reading, each call failing", "H8", "A host call that fails has changed nothing.", checkFailingReading},
     {"clearing, each call failing", "H8", "A host call that fails has changed nothing.", checkFailingClearing},
     {"saving, each call failing", "H8", "A host call that fails has changed nothing.", checkFailingSave},
@@ -2794,6 +2862,7 @@ constexpr Check kFailingCallChecks[] = {
      checkFailingUserConfiguration},
     {"clearing the user's configuration, each call failing", "H8", "A host call that fails has changed nothing.",
      checkFailingRegistry},
+    {"unloading, each call failing", "H8", "A host call that fails has changed nothing.", checkFailingUnload},
     {"loading, each call failing", "H8", "A host call that fails has changed nothing.", checkFailingLoad},
 };
 
