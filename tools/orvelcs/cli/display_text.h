@@ -6,7 +6,7 @@
 
 namespace Orvelcs {
 
-/// Escapes control characters (\n, \t, \x1B) and replaces invalid sequences by U+FFFD.
+/// Escapes control characters (\n, \t, \x1B) and bytes that are not UTF-8 (\xFF).
 std::string oneLine(std::string_view utf8);
 std::string oneLine(std::wstring_view text);
 
