@@ -209,6 +209,27 @@ TEST_P(WaitOnTerminal, ShortOrQuietWait_ShowsNoMessage)
     EXPECT_EQ(WEXITSTATUS(waitStatus), 1);
 }
 
+TEST_F(Terminal, InterruptInABatch_EndsTheWaitForADrawingAndIsReported)
+{
+    givenDrawing("a.qedb");
+    givenDrawing("b.qedb");
+    sqlite3* held = nullptr;
+    sqlite3_open(path("b.qedb").string().c_str(), &held);
+    EXPECT_EQ(sqlite3_exec(held, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    const auto interrupt = [](const std::string& text, int terminal) {
+        if (text.ends_with("waiting for b.qedb, which another process is changing") &&
+            ::write(terminal, "\x03", 1) != 1)
+            throw std::runtime_error("the terminal cannot be written");
+    };
+    const std::string text =
+        runOnTerminal({"clear", "a.qedb", "b.qedb", "b.qedb", "--wait", "60"}, nullptr, "xterm", interrupt);
+    sqlite3_close(held);
+    EXPECT_THAT(text, testing::HasSubstr("b.qedb: eFileLocked (55): another process holds it\r\n"));
+    EXPECT_THAT(text, testing::EndsWith("orvelcs: clear: interrupted: after 2 of 3 drawings, 1 of which failed; 1 not "
+                                        "opened\r\n"));
+    EXPECT_EQ(WEXITSTATUS(waitStatus), 130);
+}
+
 TEST_P(WaitOnTerminal, Interrupt_EndsTheWait)
 {
     const auto interrupt = [](const std::string& text, int terminal) {

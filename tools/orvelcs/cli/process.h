@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "orvelcs/cli/exit_status.h"
+
 namespace Orvelcs {
 
 /// Makes an exception that nothing catches, and a fault of the processor, end the program with status 70 on Windows:
@@ -18,6 +20,12 @@ void prepareStandardStreams();
 
 /// The errno of the last call on a stream.
 int streamError();
+
+/// The text as one argument for this system's shell: in quotes where it needs them.
+std::string quotedArgument(const std::string& text);
+
+/// The number of the exit status. On Windows, where a closed pipe sends no signal, readerGone is a failure like others.
+int systemExitStatus(ExitStatus status);
 
 /// Reads from standard input, past the buffer of `stdin`, what is there: `length` bytes at most. Waits only while there
 /// is nothing. Returns 0 at the end, and nothing with the reason in errno when it cannot be read.

@@ -41,6 +41,22 @@ int streamError()
     return errno;
 }
 
+std::string quotedArgument(const std::string& text)
+{
+    constexpr const char* kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+=:,./@%";
+    if (!text.empty() && text.find_first_not_of(kPlain) == std::string::npos)
+        return text;
+    std::string quoted = "'";
+    for (const char character : text)
+        character == '\'' ? quoted.append("'\\''") : quoted.append(1, character);
+    return quoted + "'";
+}
+
+int systemExitStatus(ExitStatus status)
+{
+    return static_cast<int>(status);
+}
+
 std::optional<std::size_t> readStandardInput(char* bytes, std::size_t length)
 {
     const ssize_t count = Embedded::retried([&] { return ::read(STDIN_FILENO, bytes, length); });

@@ -77,6 +77,18 @@ int streamError()
     return errno == EINVAL && _doserrno == ERROR_NO_DATA ? EPIPE : errno;
 }
 
+// No name of a file has a quote in it.
+std::string quotedArgument(const std::string& text)
+{
+    const bool needsQuotes = text.empty() || text.find_first_of(" \t&()[]{}^=;!'+,`~@") != std::string::npos;
+    return needsQuotes ? '"' + text + '"' : text;
+}
+
+int systemExitStatus(ExitStatus status)
+{
+    return static_cast<int>(status == ExitStatus::readerGone ? ExitStatus::failed : status);
+}
+
 std::optional<std::size_t> readStandardInput(char* bytes, std::size_t length)
 {
     const int count = _read(_fileno(stdin), bytes, static_cast<unsigned int>(length));
