@@ -23,7 +23,7 @@ protected:
 
     /// Returns what appears on the terminal, with its line ends.
     std::string runOnTerminal(Arguments arguments, const char* noColor = nullptr, const char* type = "xterm",
-                              const Listener& listener = {})
+                              const Listener& listener = {}, const winsize* size = nullptr)
     {
         arguments.insert(arguments.begin(), ORVELCS_PROGRAM);
         std::vector<char*> words;
@@ -32,7 +32,7 @@ protected:
         words.push_back(nullptr);
         const std::string folder = path("").string();
         int terminal = -1;
-        const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+        const pid_t child = ::forkpty(&terminal, nullptr, nullptr, size);
         if (child == -1)
             throw std::runtime_error("forkpty failed");
         if (child == 0)
@@ -82,6 +82,14 @@ TEST_F(Terminal, Batch_ShowsItsProgressAndRemovesIt)
                                                             "\r\x1B[Ka.qedb: cleared\r\n"
                                                             "\r\x1B[K[2/2] b.qedb"
                                                             "\r\x1B[Kb.qedb: cleared\r\n");
+}
+
+TEST_F(Terminal, ProgressOfALongName_IsCutToTheWidthOfTheTerminal)
+{
+    const std::string name = "folder-of-a-project/" + std::string(30, 'x') + ".qedb";
+    const winsize size{.ws_row = 24, .ws_col = 40, .ws_xpixel = 0, .ws_ypixel = 0};
+    EXPECT_THAT(runOnTerminal({"show", name, name}, nullptr, "xterm", {}, &size),
+                testing::StartsWith("\r\x1B[K[1/2] folder-of-a-project/xxxxxxxxxxxx…\r\x1B[K"));
 }
 
 TEST_F(Terminal, QuietBatch_ShowsNothing)

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -97,7 +98,12 @@ void Output::showProgress(const std::string& text) const
     if (options_.quiet || !isTerminal(stderr))
         return;
     progressIsShown_ = escapes_ && supportsEscapes(stderr);
-    writeToStandardError(progressIsShown_ ? "\r\x1B[K" + text : text + "\n");
+    if (!progressIsShown_)
+        return writeToStandardError(text + "\n");
+    // A line that goes on in the next one could not be removed. The last column stays free, since some terminals go on
+    // to the next line when it is written.
+    const std::optional<std::size_t> width = terminalWidth(stderr);
+    writeToStandardError("\r\x1B[K" + (width ? truncated(text, *width - 1) : text));
 }
 
 bool Output::flush()

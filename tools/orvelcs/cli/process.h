@@ -35,6 +35,9 @@ bool isTerminal(std::FILE* stream);
 /// Returns whether it is a terminal that understands escape sequences.
 bool supportsEscapes(std::FILE* stream);
 
+/// The number of columns of a terminal; nothing where it is none, or does not know it.
+std::optional<std::size_t> terminalWidth(std::FILE* stream);
+
 /// Returns null when the file cannot be opened, with the reason in errno.
 std::FILE* openForReading(const std::string& file);
 

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include "embedded/base/posix/file_descriptor.h"
@@ -71,6 +72,14 @@ bool isTerminal(std::FILE* stream)
 bool supportsEscapes(std::FILE* stream)
 {
     return isTerminal(stream);
+}
+
+std::optional<std::size_t> terminalWidth(std::FILE* stream)
+{
+    winsize size{};
+    if (::ioctl(::fileno(stream), TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
+        return std::nullopt;
+    return size.ws_col;
 }
 
 std::FILE* openForReading(const std::string& file)

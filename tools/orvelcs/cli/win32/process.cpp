@@ -105,6 +105,15 @@ bool supportsEscapes(std::FILE* stream)
     return (consoleMode(stream).value_or(0) & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
+std::optional<std::size_t> terminalWidth(std::FILE* stream)
+{
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    const auto console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+    if (GetConsoleScreenBufferInfo(console, &info) == 0 || info.srWindow.Right < info.srWindow.Left)
+        return std::nullopt;
+    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
+}
+
 std::FILE* openForReading(const std::string& file)
 {
     const std::filesystem::path path = Embedded::pathFromUtf8(file);
