@@ -208,6 +208,13 @@ TEST_F(SwappedArguments, CodeBehindSeveralFiles_IsFound)
                 testing::EndsWith("did you mean orvelcs assign EPSG:25832 a.qedb b.qedb c.qedb ...\n"));
 }
 
+TEST_F(SwappedArguments, ListBesideSwappedArguments_StaysInTheCommand)
+{
+    given("list", "b.qedb\n");
+    EXPECT_THAT(run({"assign", "a.qedb", "EPSG:25832", "--files-from", "list"}).errors,
+                testing::EndsWith("did you mean orvelcs assign EPSG:25832 --files-from list a.qedb\n"));
+}
+
 TEST_F(SwappedArguments, NameWithABlank_IsQuoted)
 {
     const std::string errors = run({"assign", "my plan.qedb", "EPSG:25832"}).errors;

@@ -72,12 +72,14 @@ void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)
 }
 
 /// "orvelcs assign EPSG:25832 plan.qedb"
-std::string correctedCommand(const std::string& code, const std::vector<std::string>& arguments)
+std::string correctedCommand(const std::string& code, const AssignOptions& options)
 {
     constexpr std::size_t kMostFiles = 3;
     std::string command = "orvelcs assign " + quotedArgument(code);
+    if (options.change.files.hasList())
+        command += " --files-from " + quotedArgument(options.change.files.list);
     std::size_t count = 0;
-    for (const std::string& argument : arguments) {
+    for (const std::string& argument : options.arguments) {
         if (argument == code)
             continue;
         if (count++ == kMostFiles)
@@ -108,7 +110,7 @@ void checkCode(const AssignOptions& options, const std::wstring& code)
     if (status == Library::statusNotFound)
         if (const auto swapped = findSwappedCode(word, options.change.files.names))
             throw wrongUsage(word, fmt::format("stands where the code {} belongs; did you mean {}", *swapped,
-                                               correctedCommand(*swapped, options.arguments)));
+                                               correctedCommand(*swapped, options)));
     throw Failure(Embedded::utf8FromWide(code),
                   fmt::format("{}: {}", resultName(Qeapp::eInvalidInput), describeUnusableCode(code, status)),
                   ExitStatus::failed, Library::statusFailed); // it reports no status of its own for a code
