@@ -74,7 +74,8 @@ void prepareStandardStreams()
 // The C runtime reports a pipe without a reader as a wrong argument.
 int streamError()
 {
-    return errno == EINVAL && _doserrno == ERROR_NO_DATA ? EPIPE : errno;
+    const bool hasNoReader = _doserrno == ERROR_NO_DATA || _doserrno == ERROR_PIPE_NOT_CONNECTED;
+    return errno == EINVAL && hasNoReader ? EPIPE : errno;
 }
 
 // No name of a file has a quote in it.
