@@ -7,11 +7,14 @@
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/input.h"
+#include "orvelcs/cli/process.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/change.h"
 #include "orvelcs/drawing/definition_file.h"
 #include "orvelcs/drawing/holders.h"
 #include "orvelcs/drawing/stored_forms.h"
+#include "orvelcs/drawing/swapped_arguments.h"
+#include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
 
@@ -39,7 +42,8 @@ std::string doneText(const std::wstring& code)
 // Splits the positional arguments into the code and the files.
 std::wstring splitArguments(AssignOptions& options)
 {
-    options.change.files = options.arguments;
+    std::vector<std::string>& names = options.change.files.names;
+    names = options.arguments;
     if (options.isUserDefined()) {
         if (options.codeOption->count() == 0)
             throw wrongUsage("--definition", "needs --code, the code that the system is to have");
@@ -47,11 +51,13 @@ std::wstring splitArguments(AssignOptions& options)
     }
     if (options.codeOption->count() > 0)
         throw wrongUsage("--code", "goes with --definition only");
+    if (options.arguments.empty())
+        throw wrongUsage("CODE", "is required");
     if (options.arguments.front().empty())
         throw wrongUsage("CODE", "is empty; to remove a coordinate system use clear");
-    if (options.arguments.size() < 2)
+    if (options.arguments.size() < 2 && !options.change.files.hasList())
         throw wrongUsage("FILE", "is required after CODE");
-    options.change.files.erase(options.change.files.begin());
+    names.erase(names.begin());
     return wideArgument("CODE", options.arguments.front());
 }
 
@@ -65,6 +71,51 @@ void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)
                                      : "deprecated; replaced by " + Embedded::utf8FromWide(replacements.front()));
 }
 
+/// "orvelcs assign EPSG:25832 plan.qedb"
+std::string correctedCommand(const std::string& code, const AssignOptions& options)
+{
+    constexpr std::size_t kMostFiles = 3;
+    std::string command = "orvelcs assign " + quotedArgument(code);
+    if (options.change.files.hasList())
+        command += " --files-from " + quotedArgument(options.change.files.list);
+    std::size_t count = 0;
+    for (const std::string& argument : options.arguments) {
+        if (argument == code)
+            continue;
+        if (count++ == kMostFiles)
+            return command + " ...";
+        command += " " + quotedArgument(argument);
+    }
+    return command;
+}
+
+std::string describeUnusableCode(const std::wstring& code, Library::Status status)
+{
+    if (status != Library::statusNotFound)
+        return describeLoadFailure(code, status);
+    const std::string text = Embedded::utf8FromWide(code);
+    const std::string file = fileInPlaceOfCodeClause(text);
+    return fmt::format("the catalog has no {}{}", text, file.empty() ? nearestCodesClause(code) : file);
+}
+
+/// Throws Failure for a code that cannot be assigned to any drawing: with the result that the module would return for
+/// each of them, or for wrong usage when the code and a file are swapped.
+void checkCode(const AssignOptions& options, const std::wstring& code)
+{
+    LibraryObject<Library::CoordinateReferenceSystemDefinition> definition;
+    const Library::Status status = Library::CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
+    if (status == Library::statusOk)
+        return;
+    const std::string& word = options.arguments.front();
+    if (status == Library::statusNotFound)
+        if (const auto swapped = findSwappedCode(word, options.change.files.names))
+            throw wrongUsage(word, fmt::format("stands where the code {} belongs; did you mean {}", *swapped,
+                                               correctedCommand(*swapped, options)));
+    throw Failure(Embedded::utf8FromWide(code),
+                  fmt::format("{}: {}", resultName(Qeapp::eInvalidInput), describeUnusableCode(code, status)),
+                  ExitStatus::failed, Library::statusFailed); // it reports no status of its own for a code
+}
+
 ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& code, Output& output)
 {
     const Embedded::Expected<Embedded::CatalogEntry> entry = Embedded::findCatalogEntry(code);
@@ -75,27 +126,23 @@ ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& c
         return CoordinateSystem::SetCoordinateSystem(code.c_str(), database, &status);
     };
     change.done = doneText(entry ? entry->code : code); // as the catalog spells it
-    change.reason = [&](Qeapp::ErrorStatus) {
-        LibraryObject<Library::CoordinateReferenceSystemDefinition> definition;
-        const Library::Status status =
-            Library::CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
-        if (status == Library::statusOk)
-            return std::string("the coordinate system could not be assigned");
-        if (status != Library::statusNotFound)
-            return describeLoadFailure(code, status);
-        return fmt::format("the catalog has no {}{}", Embedded::utf8FromWide(code), nearestCodesClause(code));
-    };
+    change.reason = [](Qeapp::ErrorStatus) { return std::string("the coordinate system could not be assigned"); };
     return changeDrawings(options.change, change, output);
 }
 
-ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& code, Output& output)
+DefinedSystem readDefinition(const AssignOptions& options, const std::wstring& code)
 {
     if (catalogEntry(code))
         throw Failure(Embedded::utf8FromWide(code),
                       "is the code of a system of the catalog; a definition needs a code of its own");
     if (!isLegacyCode(code))
         throw Failure("--code", "expected a code, found \".\", which readers of older drawing versions take for none");
-    const DefinedSystem system = systemFromTextFile(options.definitionFile, code);
+    return systemFromTextFile(options.definitionFile, code);
+}
+
+ExitStatus assignDefinition(const AssignOptions& options, const DefinedSystem& system, const std::wstring& code,
+                            Output& output)
+{
     Change change;
     change.apply = [&](QeDbDatabase* database, Library::Status& status) {
         return CoordinateSystem::SetCoordinateSystem(system.get(), database, &status);
@@ -105,20 +152,37 @@ ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& co
     return changeDrawings(options.change, change, output);
 }
 
+/// Reads the list, and throws Failure for a standard stream that is two things at once.
+void readFiles(AssignOptions& options, const Output& output)
+{
+    DrawingFiles& files = options.change.files;
+    const bool readsDefinition = options.isUserDefined() && options.definitionFile == kStandardStream;
+    if (readsDefinition && files.list == kStandardStream)
+        throw wrongUsage(kStandardStream, "standard input cannot be both the definition and the list");
+    readFileList(files);
+    checkChangeOptions(options.change, output);
+    if (readsDefinition && !files.isBatch() && files.names.front() == kStandardStream)
+        throw wrongUsage(kStandardStream, "standard input cannot be both the definition and the drawing");
+}
+
+/// Finds the system once, before the first drawing is opened.
 ExitStatus runAssign(AssignOptions& options, Output& output)
 {
     const std::wstring code = splitArguments(options);
-    checkChangeOptions(options.change, output);
-    if (!options.isUserDefined())
-        return assignFromCatalog(options, code, output);
-    if (options.definitionFile == kStandardStream && options.change.files.front() == kStandardStream)
-        throw wrongUsage(kStandardStream, "standard input cannot be both the definition and the drawing");
+    readFiles(options, output);
+    DefinedSystem system;
     try {
-        return assignDefinition(options, code, output);
+        if (options.isUserDefined())
+            system = readDefinition(options, code);
+        else
+            checkCode(options, code);
     } catch (const Failure& failure) {
-        printUnchanged(options.change.files, failure, output);
+        const auto result = options.isUserDefined() ? std::nullopt : std::optional<int>(Qeapp::eInvalidInput);
+        printUnchanged(options.change.files, failure, result, output);
         throw;
     }
+    return options.isUserDefined() ? assignDefinition(options, system, code, output)
+                                   : assignFromCatalog(options, code, output);
 }
 
 std::vector<Command> declareAssign(CLI::App& program)
@@ -130,8 +194,8 @@ std::vector<Command> declareAssign(CLI::App& program)
                   {"assign [OPTIONS] CODE FILE...", "assign [OPTIONS] --definition TEXTFILE --code CODE FILE..."},
                   "A drawing whose assignment fails or is vetoed is left exactly as it was."});
     addArguments(*app, "CODE FILE...", options->arguments,
-                 "a code of the catalog such as EPSG:25832, and the drawings; with --definition only the drawings")
-        ->required();
+                 "a code of the catalog such as EPSG:25832, and the drawings; with --definition only the drawings");
+    addFileListOptions(*app, options->change.files);
     options->definitionOption =
         addArgument(*app, "--definition TEXTFILE", options->definitionFile,
                     "a user-defined system as WKT, PROJJSON or a PROJ string in UTF-8; - is standard input");

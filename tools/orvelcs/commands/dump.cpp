@@ -3,6 +3,7 @@
 
 #include "embedded/host/drawing_file/drawing_dump.h"
 #include "orvelcs/cli/command.h"
+#include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/drawings.h"
 
 namespace Orvelcs {

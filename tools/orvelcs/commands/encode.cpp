@@ -14,6 +14,7 @@
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/holders.h"
+#include "orvelcs/drawing/swapped_arguments.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -68,11 +69,22 @@ void checkTarget(const EncodeOptions& options, const Output& output)
         throw wrongUsage("standard output", "is a terminal, and the output is bytes; -o writes them into a file");
 }
 
+/// Throws Failure for wrong usage when the code and the file are swapped.
+void checkForSwap(const EncodeOptions& options, const std::wstring& code)
+{
+    if (options.isPrinted() || !findSwappedCode(options.code, {options.target}) || !catalogLacks(code))
+        return;
+    throw wrongUsage(options.code, fmt::format("stands where the code {0} belongs; did you mean orvelcs encode {0} "
+                                               "--drawing-version {1} -o {2}",
+                                               options.target, options.version, quotedArgument(options.code)));
+}
+
 ExitStatus runEncode(const EncodeOptions& options, Output& output)
 {
     const int version = integerArgument("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     const std::wstring code = wideArgument("CODE", options.code);
     checkTarget(options, output);
+    checkForSwap(options, code);
     const auto document = [&](const Failure& failure) {
         Json json = encodedAsJson(options, std::nullopt);
         json["error"] = failure.text();

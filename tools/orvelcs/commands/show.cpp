@@ -9,6 +9,7 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure.h"
+#include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/holders.h"
 #include "orvelcs/drawing/stored_forms.h"
@@ -22,7 +23,7 @@ namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
 namespace {
 
 struct ShowOptions {
-    std::vector<std::string> files;
+    DrawingFiles files;
     bool wkt = false;
 };
 
@@ -155,9 +156,10 @@ void print(const ShowReport& report, Output& output)
     lines.print(output);
 }
 
-ExitStatus runShow(const ShowOptions& options, Output& output)
+ExitStatus runShow(ShowOptions& options, Output& output)
 {
-    checkFileNames(options.files, false, output);
+    readFileList(options.files);
+    checkFileNames(options.files.names, false, output);
     return forEachDrawing(options.files, output, [&](const std::string& file) {
         const ShowReport report = readDrawing(file, options.wkt, output);
         if (!output.json())
@@ -177,7 +179,8 @@ std::vector<Command> declareShow(CLI::App& program)
                                          "Show the coordinate reference system of drawings",
                                          {"show [OPTIONS] FILE..."},
                                          "Exit status 3 if a drawing has no coordinate reference system."});
-    addArguments(*app, "FILE", options->files, "the drawings; - is standard input")->required();
+    addArguments(*app, "FILE", options->files.names, "the drawings; - is standard input");
+    addFileListOptions(*app, options->files);
     app->add_flag("--wkt", options->wkt, "also print the definition as well-known text");
     return {{app, [options](Output& output) { return runShow(*options, output); }}};
 }

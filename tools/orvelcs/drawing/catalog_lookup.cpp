@@ -9,6 +9,7 @@
 #include "embedded/spatial_reference/catalog/catalog_suggestions.h"
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "orvelcs/cli/suggestion.h"
+#include "orvelcs/drawing/swapped_arguments.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -53,7 +54,9 @@ void checkAuthority(const std::wstring& authority)
 
 Failure noSuchCode(const std::wstring& code)
 {
-    return Failure(Embedded::utf8FromWide(code), "the catalog has no such code" + nearestCodesClause(code),
+    const std::string text = Embedded::utf8FromWide(code);
+    const std::string file = fileInPlaceOfCodeClause(text);
+    return Failure(text, "the catalog has no such code" + (file.empty() ? nearestCodesClause(code) : file),
                    ExitStatus::nothingFound);
 }
 
