@@ -194,9 +194,14 @@ TEST_F(TransformCommand, ConfiguredTransformationBetweenOtherSystems_IsRefused)
 
 TEST_F(TransformCommand, UnknownConfiguredName_IsRefused)
 {
-    givenConfiguration("EPSG:4230", "EPSG:4326", "ED50 to Atlantis (1)");
+    givenConfiguration("EPSG:4230", "EPSG:4326", "Atlantis to Lemuria");
     expectResult(transformWithDrawing("EPSG:4230", "EPSG:4326", "48 2\n"), 1, "",
-                 "orvelcs: transform: ED50 to Atlantis (1): the catalog has no such transformation\n");
+                 "orvelcs: transform: Atlantis to Lemuria: the catalog has no such transformation\n");
+    std::filesystem::remove(path("plan.qedb"));
+    givenConfiguration("EPSG:4230", "EPSG:4326", "ED50 to WSG 84 (1)");
+    expectResult(transformWithDrawing("EPSG:4230", "EPSG:4326", "48 2\n"), 1, "",
+                 testing::HasSubstr("the catalog has no such transformation; the nearest are EPSG:1133 (ED50 to WGS 84 "
+                                    "(1)), "));
 }
 
 TEST_F(TransformCommand, AmbiguousConfiguredName_IsRefusedAndNotedByConfigAdd)
