@@ -204,14 +204,14 @@ TEST_F(TransformCommand, UnknownConfiguredName_IsRefused)
                                     "(1)), "));
 }
 
-TEST_F(TransformCommand, AmbiguousConfiguredName_IsRefusedAndNotedByConfigAdd)
+TEST_F(TransformCommand, AmbiguousConfiguredName_IsRefusedAndNotedByForcedConfigAdd)
 {
     const std::string name = "NKG_ETRF14 to ETRF93@2000.0";
     givenConfiguration("EPSG:9069", "EPSG:4258", name);
     expectResult(transformWithDrawing("EPSG:9069", "EPSG:4258", "60 10\n"), 1, "",
                  testing::StartsWith("orvelcs: transform: " + name + ": "));
     expectResult(run({"config", "add", "--source", "A", "--target", "B", "--name", name, "--type", "transformation",
-                      "--drawing", "plan.qedb"}),
+                      "--force", "--drawing", "plan.qedb"}),
                  0, "plan.qedb: item added\n", testing::HasSubstr("several have this name: "));
 }
 
