@@ -24,6 +24,11 @@ TEST_F(CatalogAreasOfUse, AreThoseOfProj)
         withSeveral += (*areas)[index].size() > 1;
         if ((*areas)[index].size() < 2 && index % kStep != 0)
             continue;
+        const auto alone = Embedded::areasOfUse({all[index]});
+        ASSERT_TRUE(alone);
+        ASSERT_EQ(alone->front().size(), (*areas)[index].size());
+        for (std::size_t area = 0; area < alone->front().size(); ++area)
+            EXPECT_EQ(alone->front()[area]->name, (*areas)[index][area]->name);
         const auto entry = Embedded::findCatalogEntry(all[index].code);
         ASSERT_TRUE(entry);
         const std::wstring name = (*areas)[index].empty() ? L"" : (*areas)[index].front()->name;
