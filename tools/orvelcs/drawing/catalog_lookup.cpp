@@ -4,10 +4,14 @@
 #include <set>
 #include <vector>
 
+#include <fmt/format.h>
+
 #include "embedded/base/case_folding.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_suggestions.h"
+#include "embedded/spatial_reference/catalog/operation_names.h"
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
+#include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/suggestion.h"
 #include "orvelcs/drawing/swapped_arguments.h"
 #include "orvelcs/output/result_names.h"
@@ -34,13 +38,33 @@ std::vector<std::string> authorities()
 
 } // namespace
 
+std::string describeEntry(const Embedded::CatalogEntry& entry)
+{
+    return fmt::format("{} ({})", oneLine(entry.code), oneLine(entry.name));
+}
+
 std::string nearestCodesClause(const std::wstring& code)
 {
     constexpr std::size_t kMost = 5;
-    std::vector<std::string> codes;
+    std::vector<std::string> systems;
     for (const Embedded::CatalogEntry& entry : Embedded::suggestCodes(code, kMost))
-        codes.push_back(Embedded::utf8FromWide(entry.code));
-    return nearestClause(codes);
+        systems.push_back(describeEntry(entry));
+    return nearestClause(systems);
+}
+
+std::string nearestOperationsClause(const std::wstring& name, Library::TransformationKind kind)
+{
+    constexpr std::size_t kMost = 5;
+    std::vector<std::string> operations;
+    for (const Embedded::OperationCandidate& operation : Embedded::suggestOperations(name, kind, kMost))
+        operations.push_back(fmt::format("{} ({})", oneLine(operation.code), oneLine(operation.name)));
+    return nearestClause(operations);
+}
+
+std::string nearestOperationsClause(const std::wstring& name)
+{
+    const std::string transformations = nearestOperationsClause(name, Library::transformationSingle);
+    return transformations.empty() ? nearestOperationsClause(name, Library::transformationPath) : transformations;
 }
 
 void checkAuthority(const std::wstring& authority)
@@ -95,7 +119,10 @@ CatalogSystemDefinition systemFromCatalog(const std::wstring& code)
 
 Failure operationFailure(const Embedded::Error& error, ExitStatus unknownCode)
 {
-    if (Embedded::operationErrorOf(error) != Embedded::OperationError::unknownSystem)
+    const Embedded::OperationError kind = Embedded::operationErrorOf(error);
+    if (kind == Embedded::OperationError::unknownOperation)
+        return Failure(error.place, error.message + nearestOperationsClause(Embedded::wideFromUtf8(error.place)));
+    if (kind != Embedded::OperationError::unknownSystem)
         return Failure(error.place, error.message);
     return Failure(error.place, error.message + nearestCodesClause(Embedded::wideFromUtf8(error.place)), unknownCode);
 }
