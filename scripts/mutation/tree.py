@@ -12,8 +12,8 @@ from finder import Finder
 from place import Place
 from schemata import Rewriter, place_at
 
-COPIED = ("CMakeLists.txt", "CHANGELOG.md", "README.md", "bench", "cmake", "docs", "embedded", "fuzz", "platform",
-          "scripts", "src", "tests", "tools")
+COPIED = ("CMakeLists.txt", "CHANGELOG.md", "README.md", "bench", "cmake", "docs", "embedded", "examples", "fuzz",
+          "platform", "scripts", "src", "tests", "tools")
 OPTIONS = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_CXX_FLAGS_RELEASE=-O1", "-DCMAKE_CXX_FLAGS=-w",
            "-DCMAKE_CXX_COMPILER=g++", "-DCMAKE_UNITY_BUILD=ON", "-DCMAKE_UNITY_BUILD_BATCH_SIZE=12")
 COMPLAINT = re.compile(r"^(?:In file included from )?(\S+):(\d+):(\d+):(?: error:|   required from)", re.MULTILINE)

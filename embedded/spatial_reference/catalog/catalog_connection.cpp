@@ -15,6 +15,9 @@ namespace {
 
 using namespace Zentara::Infrastructure::SpatialReference;
 
+/// On Windows each reader locks the file against the others for a moment, while it takes its own lock.
+constexpr int kLongestWaitInMilliseconds = 5000;
+
 /// The name under which SQLite has a database of the user's own, from 1.
 std::string attachedName(std::size_t number)
 {
@@ -79,6 +82,8 @@ CatalogConnection::CatalogConnection(std::string path) : path_(std::move(path))
     sqlite3* opened = nullptr;
     openResult_ = sqlite3_open_v2(path_.c_str(), &opened, SQLITE_OPEN_READONLY, nullptr);
     database_.reset(opened);
+    if (opened != nullptr)
+        sqlite3_busy_timeout(opened, kLongestWaitInMilliseconds);
 }
 
 bool CatalogConnection::isOpen() const
