@@ -82,7 +82,10 @@ TEST_F(EncodeCommand, UnknownCode_HasNullBytesInJson)
     const Json json = runForJson({"encode", "NO:1", "--drawing-version", "29", "-o", "block"}, 3);
     EXPECT_EQ(json["file"], "block");
     EXPECT_EQ(json["bytes"], nullptr);
-    EXPECT_THAT(json["error"].get<std::string>(), testing::StartsWith("NO:1: the catalog has no such code"));
+    EXPECT_EQ(json["error"]["what"], "NO:1");
+    EXPECT_EQ(json["error"]["code"], 35);
+    EXPECT_EQ(json["error"]["name"], "statusNotFound");
+    EXPECT_THAT(json["error"]["message"].get<std::string>(), testing::StartsWith("the catalog has no such code"));
 }
 
 TEST_F(EncodeCommand, OutputThatIsAFolder_IsRefused)
@@ -94,8 +97,9 @@ TEST_F(EncodeCommand, OutputThatIsAFolder_IsRefused)
 
 TEST_F(EncodeCommand, JsonWithoutAnOutputFile_IsWrongUsage)
 {
-    expectWrongUsage(run({"encode", "EPSG:4326", "--drawing-version", "29", "--json"}),
-                     "orvelcs: encode: --json: has no place here; the output is bytes, unless they go into a file");
+    expectWrongUsageAsJson(
+        run({"encode", "EPSG:4326", "--drawing-version", "29", "--json"}),
+        "orvelcs: encode: --json: has no place here; the output is bytes, unless they go into a file");
 }
 
 TEST_F(EncodeCommand, MissingOrInvalidArguments_AreWrongUsage)

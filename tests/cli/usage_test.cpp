@@ -195,11 +195,6 @@ TEST_F(CommandLineUsage, MissingFile_IsWrongUsage)
         expectWrongUsage(run({command}), "orvelcs: " + command + ": FILE: is required");
 }
 
-TEST_F(CommandLineUsage, WrongUsageWithJson_PrintsNothingOnStandardOutput)
-{
-    expectWrongUsage(run({"--json", "shwo"}), "orvelcs: command line: shwo: no such command; the nearest is show");
-}
-
 TEST_F(CommandLineUsage, ArgumentsAfterTwoDashes_AreNotOptions)
 {
     givenDrawing("a.qedb");

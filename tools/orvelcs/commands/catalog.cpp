@@ -91,7 +91,7 @@ std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
 ExitStatus runSearch(const SearchOptions& options, Output& output)
 {
     const Embedded::CatalogQuery query = makeQuery(options);
-    return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
+    return withFailureDocument(Json::array(), output, [&] {
         const std::vector<Embedded::CatalogEntry> entries = search(query);
         if (output.json())
             output.document(asJson(entries));
@@ -169,7 +169,7 @@ void print(const CatalogSystem& found, Output& output)
 ExitStatus runCatalogShow(const CatalogShowOptions& options, Output& output)
 {
     const std::wstring code = wideArgument("CODE", options.code);
-    return withFailureDocument(nullptr, DocumentedFailures::all, output, [&] {
+    return withFailureDocument(nullptr, output, [&] {
         const CatalogSystem found = load(code, options.wkt);
         if (output.json())
             output.document(asJson(found, options.wkt));

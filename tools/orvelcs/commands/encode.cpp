@@ -38,8 +38,10 @@ std::string encodeSystem(const std::wstring& code, QeDb::QeDbDwgVersion version)
     const Qeapp::ErrorStatus result =
         CoordinateSystem::SerializeCoordinateSystem(system.get(), bytes.put(), length, version);
     if (result != Qeapp::eOk)
-        throw Failure(Embedded::utf8FromWide(code), fmt::format("{}: has no form for drawing version {}",
-                                                                resultName(result), static_cast<int>(version)));
+        throw Failure(
+            Embedded::utf8FromWide(code),
+            fmt::format("{}: has no form for drawing version {}", resultName(result), static_cast<int>(version)),
+            ExitStatus::failed, resultCode(result));
     return {reinterpret_cast<const char*>(bytes.get()), static_cast<std::size_t>(length)};
 }
 
@@ -50,7 +52,8 @@ void writeBlock(const EncodeOptions& options, const std::string& block, Output& 
     const std::filesystem::path target = Embedded::pathFromUtf8(options.target);
     if (const auto written = Embedded::replaceFile(target, block); !written)
         throw Failure(options.target,
-                      fmt::format("{}: {}", resultName(Qeapp::eFileWriteFailed), written.error().message));
+                      fmt::format("{}: {}", resultName(Qeapp::eFileWriteFailed), written.error().message),
+                      ExitStatus::failed, resultCode(Qeapp::eFileWriteFailed));
     output.confirm(options.target,
                    fmt::format("{} for drawing version {}, {} bytes", options.code, options.version, block.size()));
 }
@@ -73,12 +76,7 @@ ExitStatus runEncode(const EncodeOptions& options, Output& output)
     const int version = integerArgument("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     const std::wstring code = wideArgument("CODE", options.code);
     checkTarget(options, output);
-    const auto document = [&](const Failure& failure) {
-        Json json = encodedAsJson(options, std::nullopt);
-        json["error"] = failure.text();
-        return json;
-    };
-    return withFailureDocument(document, DocumentedFailures::all, output, [&] {
+    return withFailureDocument(encodedAsJson(options, std::nullopt), output, [&] {
         const std::string block = encodeSystem(code, static_cast<QeDb::QeDbDwgVersion>(version));
         writeBlock(options, block, output);
         if (output.json())

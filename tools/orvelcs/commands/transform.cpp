@@ -175,8 +175,7 @@ PointTask makeTask(const TransformOptions& options, const Output& output)
 
 ExitStatus runTransform(const TransformOptions& options, Output& output)
 {
-    PointTask task = withFailureDocument(nullptr, DocumentedFailures::allButWrongUsage, output,
-                                         [&] { return makeTask(options, output); });
+    PointTask task = withFailureDocument(nullptr, output, [&] { return makeTask(options, output); });
     TransformSummary summary(options.source + " to " + options.target, task.isConfigured, *task.transformer);
     summary.noteBefore(output);
     PointPrinter printer(*task.transformer, options.withOperations,

@@ -66,8 +66,7 @@ ExitStatus runConfigured(const TransformationOptions& options, Output& output)
     for (const auto& [name, value] : {std::pair("SRC", &options.source), std::pair("DST", &options.target)})
         if (value->empty())
             throw wrongUsage(name, "is required");
-    return withFailureDocument(nullptr, DocumentedFailures::all, output,
-                               [&] { return reportConfigured(options, output); });
+    return withFailureDocument(nullptr, output, [&] { return reportConfigured(options, output); });
 }
 
 const char* directionName(Embedded::OperationDirection direction)
@@ -157,7 +156,7 @@ void refuseForeignArguments(const TransformationOptions& options)
 ExitStatus runList(const TransformationOptions& options, Output& output)
 {
     refuseForeignArguments(options);
-    return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
+    return withFailureDocument(Json::array(), output, [&] {
         const auto operations = findOperations(options);
         if (!output.json()) {
             print(operations, output);

@@ -54,7 +54,7 @@ void checkAuthority(const std::wstring& authority)
 Failure noSuchCode(const std::wstring& code)
 {
     return Failure(Embedded::utf8FromWide(code), "the catalog has no such code" + nearestCodesClause(code),
-                   ExitStatus::nothingFound);
+                   ExitStatus::nothingFound, resultCode(Library::statusNotFound));
 }
 
 std::string describeLoadFailure(const std::wstring& code, Library::Status status)
@@ -76,7 +76,8 @@ std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code)
     const Library::Status status = systemStatus(code);
     if (status == Library::statusNotFound)
         return std::nullopt;
-    throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status));
+    throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status), ExitStatus::failed,
+                  resultCode(status));
 }
 
 CatalogSystemDefinition systemFromCatalog(const std::wstring& code)
@@ -86,7 +87,8 @@ CatalogSystemDefinition systemFromCatalog(const std::wstring& code)
     if (status == Library::statusNotFound)
         throw noSuchCode(code);
     if (status != Library::statusOk || !system)
-        throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status));
+        throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status), ExitStatus::failed,
+                      resultCode(status));
     return system;
 }
 

@@ -132,7 +132,7 @@ void printUnchanged(const std::vector<std::string>& files, const Failure& failur
 {
     if (!output.json())
         return;
-    const int status = failure.code().value_or(Library::statusOk);
+    const int status = failure.code() ? failure.code()->number : Library::statusOk;
     const auto unchanged = [&](const std::string& file) {
         return DrawingOutcome{ExitStatus::failed, asJson({file, std::nullopt, status, {}, failure.text()})};
     };

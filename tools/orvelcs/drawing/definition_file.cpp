@@ -33,7 +33,7 @@ DefinedSystem systemFromTextFile(const std::string& file, const std::wstring& co
     const Library::Status status =
         Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), system.put());
     if (status != Library::statusOk || !system)
-        throw Failure(file, describeDefinitionFailure(status, text), ExitStatus::failed, status);
+        throw Failure(file, describeDefinitionFailure(status, text), ExitStatus::failed, resultCode(status));
     return system;
 }
 
