@@ -42,9 +42,25 @@ TEST_F(EncodeCommand, EveryVersionOfAForm_GivesTheSameBytes)
     EXPECT_EQ(run({"encode", "EPSG:4326", "--drawing-version", "33"}).output, goldenBlock("geographic.text"));
 }
 
-TEST_F(EncodeCommand, OutputOption_WritesTheBytesIntoAFile)
+TEST_F(EncodeCommand, FileThatExists_IsNotOverwritten)
 {
     given("block", "something else");
+    expectResult(run({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "block"}), 1, "",
+                 "orvelcs: encode: block: exists; --force overwrites it\n");
+    EXPECT_EQ(contents("block"), "something else");
+    EXPECT_EQ(files(), std::vector<std::string>{"block"});
+}
+
+TEST_F(EncodeCommand, ForceOption_OverwritesTheFile)
+{
+    given("block", "something else");
+    ASSERT_EQ(run({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "block", "--force"}).status, 0);
+    EXPECT_EQ(contents("block"), goldenBlock("geographic.packed"));
+    EXPECT_EQ(files(), std::vector<std::string>{"block"});
+}
+
+TEST_F(EncodeCommand, OutputOption_WritesTheBytesIntoAFile)
+{
     expectResult(run({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "block"}), 0,
                  "block: EPSG:4326 for drawing version 29, " + std::to_string(goldenBlock("geographic.packed").size()) +
                      " bytes\n",
@@ -104,11 +120,11 @@ TEST_F(EncodeCommand, JsonWithoutAnOutputFile_IsWrongUsage)
 
 TEST_F(EncodeCommand, MissingOrInvalidArguments_AreWrongUsage)
 {
-    expectWrongUsage(run({"encode"}), "orvelcs: encode: CODE: is required");
+    expectWrongUsage(run({"encode"}), "orvelcs: encode: SYSTEM: is required");
     expectWrongUsage(run({"encode", "EPSG:4326"}), "orvelcs: encode: --drawing-version: is required");
     expectWrongUsage(run({"encode", "EPSG:4326", "--drawing-version", "34"}),
                      "orvelcs: encode: --drawing-version: expected a whole number from 21 to 33, found 34");
-    expectWrongUsage(run({"encode", "", "--drawing-version", "29"}), "orvelcs: encode: CODE: is empty");
+    expectWrongUsage(run({"encode", "", "--drawing-version", "29"}), "orvelcs: encode: SYSTEM: is empty");
 }
 
 } // namespace

@@ -23,12 +23,12 @@ TEST_F(JsonFailure, EachKindOfWrongUsage_IsADocumentBesideTheLine)
         {{}, "command line: COMMAND: "},
         {{"show"}, "show: FILE: is required"},
         {{"show", "--kinds"}, "show: --kinds: no such option"},
-        {{"assign", "EPSG:4326"}, "assign: FILE: is required after CODE"},
+        {{"assign", "EPSG:4326"}, "assign: FILE: is required after SYSTEM"},
         {{"convert", "a.qedb", "--to="}, "convert: --to: needs a value"},
         {{"convert", "a.qedb", "--to", "99"}, "convert: --to: expected a whole number"},
         {{"transform", "EPSG:4326"}, "transform: DST: is required"},
         {{"config", "get"}, "config get: --drawing: "},
-        {{"catalog", "show", ""}, "catalog show: CODE: is empty"},
+        {{"catalog", "show", ""}, "catalog show: SYSTEM: is empty"},
         {{"forms", "--put", "legacy=A"}, "forms: FILE: is required"},
         {{"--user-dir", std::string(300, 'x'), "show", "a.qedb"}, "show: --user-dir: is longer"}};
     for (const auto& [arguments, line] : cases) {

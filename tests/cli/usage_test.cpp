@@ -296,7 +296,7 @@ TEST_F(CommandLineUsage, OverlongCommand_IsRefusedWithoutASuggestion)
 TEST_F(CommandLineUsage, EmptyCodeOrText_IsWrongUsage)
 {
     expectWrongUsage(run({"catalog", "search", ""}), "orvelcs: catalog search: TEXT: is empty");
-    expectWrongUsage(run({"catalog", "show", ""}), "orvelcs: catalog show: CODE: is empty");
+    expectWrongUsage(run({"catalog", "show", ""}), "orvelcs: catalog show: SYSTEM: is empty");
 }
 
 TEST_F(CommandLineUsage, CommandOptionBeforeTheCommand_IsRefusedWithItsPlace)

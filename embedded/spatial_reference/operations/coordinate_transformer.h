@@ -104,6 +104,11 @@ private:
 ZSR_API Expected<std::unique_ptr<CoordinateTransformer>>
 makeTransformer(std::wstring_view sourceCode, std::wstring_view targetCode,
                 const std::optional<ConfiguredOperation>& configured);
+/// The same between two definitions, which the catalog need not have.
+ZSR_API Expected<std::unique_ptr<CoordinateTransformer>>
+makeTransformer(const Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition& source,
+                const Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition& target,
+                const std::optional<ConfiguredOperation>& configured);
 
 /// Returns whether PROJ reads grids over the network. It does only if the environment variable PROJ_NETWORK says so.
 ZSR_API bool isGridNetworkEnabled();

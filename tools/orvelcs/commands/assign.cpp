@@ -9,9 +9,8 @@
 #include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/change.h"
-#include "orvelcs/drawing/definition_file.h"
 #include "orvelcs/drawing/holders.h"
-#include "orvelcs/drawing/stored_forms.h"
+#include "orvelcs/drawing/system_argument.h"
 
 namespace Orvelcs {
 
@@ -21,7 +20,7 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 namespace {
 
 struct AssignOptions {
-    std::vector<std::string> arguments; // CODE FILE…, or FILE… with a definition
+    std::vector<std::string> arguments; // SYSTEM FILE…, or FILE… with a definition
     std::string definitionFile;
     std::string code;
     CLI::Option* definitionOption = nullptr;
@@ -29,6 +28,13 @@ struct AssignOptions {
     ChangeOptions change;
 
     bool isUserDefined() const { return definitionOption->count() > 0; }
+    /// @FILE, also for --definition; nothing for a code of the catalog.
+    std::string systemFile() const
+    {
+        if (isUserDefined())
+            return "@" + definitionFile;
+        return namesFile(arguments.front()) ? arguments.front() : std::string();
+    }
 };
 
 std::string doneText(const std::wstring& code)
@@ -36,23 +42,23 @@ std::string doneText(const std::wstring& code)
     return "assigned " + Embedded::utf8FromWide(code);
 }
 
-// Splits the positional arguments into the code and the files.
+// Splits the positional arguments into the system and the files. Returns the code of the catalog, or nothing.
 std::wstring splitArguments(AssignOptions& options)
 {
     options.change.files = options.arguments;
     if (options.isUserDefined()) {
         if (options.codeOption->count() == 0)
             throw wrongUsage("--definition", "needs --code, the code that the system is to have");
-        return wideArgument("--code", options.code);
+        return {};
     }
-    if (options.codeOption->count() > 0)
-        throw wrongUsage("--code", "goes with --definition only");
+    if (options.codeOption->count() > 0 && !namesFile(options.arguments.front()))
+        throw wrongUsage("--code", "goes with the system of a text only: @TEXTFILE or --definition");
     if (options.arguments.front().empty())
-        throw wrongUsage("CODE", "is empty; to remove a coordinate system use clear");
+        throw wrongUsage("SYSTEM", "is empty; to remove a coordinate system use clear");
     if (options.arguments.size() < 2)
-        throw wrongUsage("FILE", "is required after CODE");
+        throw wrongUsage("FILE", "is required after SYSTEM");
     options.change.files.erase(options.change.files.begin());
-    return wideArgument("CODE", options.arguments.front());
+    return namesFile(options.arguments.front()) ? std::wstring() : wideArgument("SYSTEM", options.arguments.front());
 }
 
 void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)
@@ -83,24 +89,20 @@ ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& c
             return std::string("the coordinate system could not be assigned");
         if (status != Library::statusNotFound)
             return describeLoadFailure(code, status);
-        return fmt::format("the catalog has no {}{}", Embedded::utf8FromWide(code), nearestCodesClause(code));
+        return describeMissingCode(code);
     };
     return changeDrawings(options.change, change, output);
 }
 
-ExitStatus assignDefinition(const AssignOptions& options, const std::wstring& code, Output& output)
+ExitStatus assignSystem(const AssignOptions& options, Output& output)
 {
-    if (catalogEntry(code))
-        throw Failure(Embedded::utf8FromWide(code),
-                      "is the code of a system of the catalog; a definition needs a code of its own");
-    if (!isLegacyCode(code))
-        throw Failure("--code", "expected a code, found \".\", which readers of older drawing versions take for none");
-    const DefinedSystem system = systemFromTextFile(options.definitionFile, code);
+    const NamedSystem system =
+        readSystemToStore("SYSTEM", options.systemFile(), *options.codeOption, options.code, output);
     Change change;
     change.apply = [&](QeDbDatabase* database, Library::Status& status) {
-        return CoordinateSystem::SetCoordinateSystem(system.get(), database, &status);
+        return CoordinateSystem::SetCoordinateSystem(system.definition.get(), database, &status);
     };
-    change.done = doneText(code);
+    change.done = doneText(system.code);
     change.reason = [](Qeapp::ErrorStatus) { return std::string("the coordinate system could not be assigned"); };
     return changeDrawings(options.change, change, output);
 }
@@ -109,14 +111,16 @@ ExitStatus runAssign(AssignOptions& options, Output& output)
 {
     const std::wstring code = splitArguments(options);
     checkChangeOptions(options.change, output);
-    if (!options.isUserDefined())
+    const std::string file = options.systemFile();
+    if (file.empty())
         return assignFromCatalog(options, code, output);
-    if (options.definitionFile == kStandardStream && options.change.files.front() == kStandardStream)
+    if (namesStandardInput(file) && options.change.files.front() == kStandardStream)
         throw wrongUsage(kStandardStream, "standard input cannot be both the definition and the drawing");
     try {
-        return assignDefinition(options, code, output);
+        return assignSystem(options, output);
     } catch (const Failure& failure) {
-        printUnchanged(options.change.files, failure, output);
+        if (failure.status() != ExitStatus::wrongUsage)
+            printUnchanged(options.change.files, failure, output);
         throw;
     }
 }
@@ -127,16 +131,18 @@ std::vector<Command> declareAssign(CLI::App& program)
     CLI::App* app = addCommand(
         program, {"assign",
                   "Assign a coordinate reference system to drawings",
-                  {"assign [OPTIONS] CODE FILE...", "assign [OPTIONS] --definition TEXTFILE --code CODE FILE..."},
-                  "A drawing whose assignment fails or is vetoed is left exactly as it was."});
-    addArguments(*app, "CODE FILE...", options->arguments,
-                 "a code of the catalog such as EPSG:25832, and the drawings; with --definition only the drawings")
+                  {"assign [OPTIONS] SYSTEM FILE...", "assign [OPTIONS] @TEXTFILE --code CODE FILE...",
+                   "assign [OPTIONS] --definition TEXTFILE --code CODE FILE..."},
+                  std::string(kSystemHelp) +
+                      "\nThe system of a text is user-defined and needs --code; that of a drawing keeps its code.\n"
+                      "A drawing whose assignment fails or is vetoed is left exactly as it was."});
+    addArguments(*app, "SYSTEM FILE...", options->arguments,
+                 "the system, and the drawings; with --definition only the drawings")
         ->required();
-    options->definitionOption =
-        addArgument(*app, "--definition TEXTFILE", options->definitionFile,
-                    "a user-defined system as WKT, PROJJSON or a PROJ string in UTF-8; - is standard input");
+    options->definitionOption = addArgument(*app, "--definition TEXTFILE", options->definitionFile,
+                                            "the same as @TEXTFILE; - is standard input");
     options->codeOption = addArgument(*app, "--code CODE", options->code,
-                                      "a code for the user-defined system that the catalog does not have");
+                                      "the code of the user-defined system of a text, which the catalog does not have");
     addChangeOptions(*app, options->change);
     return {{app, [options](Output& output) { return runAssign(*options, output); }}};
 }

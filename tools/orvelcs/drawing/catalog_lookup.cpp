@@ -7,6 +7,7 @@
 #include "embedded/base/case_folding.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_suggestions.h"
+#include "embedded/spatial_reference/catalog/vertical_systems.h"
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "orvelcs/cli/suggestion.h"
 #include "orvelcs/output/result_names.h"
@@ -16,6 +17,8 @@ namespace Orvelcs {
 namespace Library = Zentara::Infrastructure::SpatialReference;
 
 namespace {
+
+constexpr const char* kVertical = "a vertical system, which a drawing cannot have";
 
 Library::Status systemStatus(const std::wstring& code)
 {
@@ -51,9 +54,18 @@ void checkAuthority(const std::wstring& authority)
                       ExitStatus::nothingFound);
 }
 
+std::string describeMissingCode(const std::wstring& code)
+{
+    const std::string name = Embedded::utf8FromWide(code);
+    return Embedded::isVerticalSystem(code) ? name + " is " + kVertical
+                                            : "the catalog has no " + name + nearestCodesClause(code);
+}
+
 Failure noSuchCode(const std::wstring& code)
 {
-    return Failure(Embedded::utf8FromWide(code), "the catalog has no such code" + nearestCodesClause(code),
+    return Failure(Embedded::utf8FromWide(code),
+                   Embedded::isVerticalSystem(code) ? std::string("is ") + kVertical
+                                                    : "the catalog has no such code" + nearestCodesClause(code),
                    ExitStatus::nothingFound, resultCode(Library::statusNotFound));
 }
 
@@ -96,7 +108,10 @@ Failure operationFailure(const Embedded::Error& error, ExitStatus unknownCode)
 {
     if (Embedded::operationErrorOf(error) != Embedded::OperationError::unknownSystem)
         return Failure(error.place, error.message);
-    return Failure(error.place, error.message + nearestCodesClause(Embedded::wideFromUtf8(error.place)), unknownCode);
+    const std::wstring code = Embedded::wideFromUtf8(error.place);
+    if (Embedded::isVerticalSystem(code))
+        return Failure(error.place, std::string("is ") + kVertical, unknownCode);
+    return Failure(error.place, error.message + nearestCodesClause(code), unknownCode);
 }
 
 } // namespace Orvelcs
