@@ -21,10 +21,11 @@ struct FormatOption {
 
 /// What the help says below the options of a command with --format.
 inline constexpr const char* kFormatHelp =
-    "FORMAT is wkt2, wkt1 (as GDAL writes it), esri, projjson or proj. The definition is printed alone, on one\n"
-    "line. What a format cannot say is refused: wkt1 has no three-dimensional systems, and a proj string has\n"
-    "names for few datums (WGS84, NAD83, NAD27 and some more). The order of axes is part of wkt2, wkt1 and\n"
-    "projjson; in esri and proj an easting or a longitude always comes first.";
+    "FORMAT is wkt2, wkt1 (as GDAL writes it), esri, projjson or proj. The definition is printed\n"
+    "alone, on one line. What a format cannot say is refused: wkt1 has no three-dimensional\n"
+    "systems, and a proj string has names for few datums (WGS84, NAD83, NAD27 and some more).\n"
+    "The order of axes is part of wkt2, wkt1 and projjson; in esri and proj an easting or a\n"
+    "longitude always comes first.";
 
 /// Adds --format.
 void addFormatOption(CLI::App& command, FormatOption& option);
