@@ -2,7 +2,7 @@
 if(ORVEL_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-        add_compile_options("-fsanitize-ignorelist=${CMAKE_SOURCE_DIR}/cmake/UndefinedBehaviourElsewhere.txt")
+        add_compile_options("-fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/UndefinedBehaviourElsewhere.txt")
     endif()
     add_link_options(-fsanitize=address,undefined)
 endif()

@@ -1,4 +1,4 @@
-// Finds out whether a name belongs to a regular file, a folder, or something else such as a pipe.
+// Finds out whether a name belongs to a regular file, a folder, or something else, such as a pipe.
 #pragma once
 
 #include <filesystem>
@@ -8,10 +8,13 @@
 
 namespace Embedded {
 
-enum class FileKind { regular, folder, other };
+enum class FileKind { regular, folder, pipe, device, other };
 
 /// Follows links. Opens nothing, since opening a pipe would wait for its writer. Returns the system's reason where
 /// there is nothing with this name.
 [[nodiscard]] FQCORE_API Expected<FileKind> fileKind(const std::filesystem::path& file);
+
+/// The message for what cannot be read as a file: "is a pipe, not a regular file".
+[[nodiscard]] FQCORE_API const char* notRegularMessage(FileKind kind);
 
 } // namespace Embedded

@@ -13,7 +13,7 @@ bool LockWait::pause(int attempt)
     if (attempt == 0)
         start_ = now;
     const auto waited = std::chrono::duration_cast<milliseconds>(now - start_);
-    if (waited >= longest)
+    if (waited >= longest || (isCancelled && isCancelled()))
         return false;
     if (onPause)
         onPause(waited);

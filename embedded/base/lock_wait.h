@@ -8,12 +8,14 @@
 
 namespace Embedded {
 
-/// How long to wait, and whom to tell.
+/// How long to wait, whom to tell, and whom to ask.
 class FQCORE_API LockWait {
 public:
     std::chrono::milliseconds longest{10000};
     /// Called before each pause; may be empty.
     std::function<void(std::chrono::milliseconds waited)> onPause;
+    /// Asked before each pause; ends the wait as if the time were over. May be empty.
+    std::function<bool()> isCancelled;
 
     /// Pauses between two attempts to get the lock. `attempt` counts from 0, which starts a new wait. Returns false
     /// when the time is over.

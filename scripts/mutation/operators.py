@@ -73,10 +73,11 @@ class Operators(Walk):
         if not all(kind in INTEGERS or kind == TypeKind.ENUM for kind in kinds):
             return False
         right = self.inner(right)
-        if right.kind == Kind.DECL_REF_EXPR and right.referenced.kind == Kind.ENUM_CONSTANT_DECL:
-            values = [each.enum_value for each in right.referenced.semantic_parent.get_children()
+        target = right.referenced if right.kind == Kind.DECL_REF_EXPR else None
+        if target is not None and target.kind == Kind.ENUM_CONSTANT_DECL:
+            values = [each.enum_value for each in target.semantic_parent.get_children()
                       if each.kind == Kind.ENUM_CONSTANT_DECL]
-            return min(values) < right.referenced.enum_value < max(values)
+            return min(values) < target.enum_value < max(values)
         text = self.text_of(right)
         is_zero = re.fullmatch(rb"[a-zA-Z]*(?:0|'\\0')", text) is not None
         return not (is_zero and kinds[0] in UNSIGNED) and not text.endswith(b"npos")

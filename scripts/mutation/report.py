@@ -49,8 +49,18 @@ class Report:
 
     def is_known(self, mutant: int) -> bool:
         file, _, text, change, source = self.described[mutant]
-        line = source.split(" //")[0].rstrip()
-        return (file, text, change) in self.known or (file, line, change) in self.known
+        return (file, text, change) in self.known or (file, self.code_of(source), change) in self.known
+
+    def stale(self) -> list[str]:
+        """The lines of equivalent.txt on these files that describe none of their mutants."""
+        names = {each.name for each in self.files}
+        described = {(file, words, change) for file, _, text, change, source in self.described.values()
+                     for words in (text, self.code_of(source))}
+        return [" | ".join(entry) for entry in self.known if entry[0] in names and entry not in described]
+
+    @staticmethod
+    def code_of(source: str) -> str:
+        return source.split(" //")[0].rstrip()
 
     def results(self) -> list[dict]:
         keys = ("file", "line", "text", "change", "source")

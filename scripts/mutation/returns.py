@@ -11,6 +11,8 @@ from walk import INTEGERS, Walk
 
 class Returns(Walk):
     def at_return_stmt(self, cursor):
+        if self.ignored:
+            return
         value = next(cursor.get_children(), None)
         if value is None or (self.result is not None and self.result.kind == TypeKind.LVALUEREFERENCE):
             return

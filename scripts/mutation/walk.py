@@ -26,6 +26,7 @@ class Walk:
         self.left_out = 0  # changes of constants, whose values the compiler needs
         self.constant = False
         self.result = None  # the type that the enclosing function returns
+        self.ignored = False  # nobody looks at what the enclosing function returns
         self.seen: set = set()
 
     def find(self, unit) -> "Walk":
@@ -35,13 +36,15 @@ class Walk:
         return self
 
     def visit(self, cursor):
-        before = (self.constant, self.result)
+        before = (self.constant, self.result, self.ignored)
         if cursor.kind in CONSTANT:
             self.constant = True
         if cursor.kind in FUNCTIONS:
             self.result = cursor.result_type
         if cursor.kind == Kind.LAMBDA_EXPR:
             self.result = None
+        if cursor.kind == Kind.CALL_EXPR and cursor.spelling == "ignoreResult":
+            self.ignored = True
         look = getattr(self, "at_" + cursor.kind.name.lower(), None)
         skipped = look(cursor) if look else None
         constant = self.constant
@@ -49,7 +52,7 @@ class Walk:
             if skipped is None or child not in skipped:
                 self.constant = constant or self.is_constant_part(cursor, child)
                 self.visit(child)
-        self.constant, self.result = before
+        self.constant, self.result, self.ignored = before
 
     def is_constant_part(self, cursor, child) -> bool:
         """Whether the child is an argument of a variable's type, or its value before the program runs."""

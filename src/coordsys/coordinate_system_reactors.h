@@ -1,7 +1,7 @@
 // Notices of changes to the registered reactors, in the order of their registration.
 #pragma once
 
-class QeDbDatabase;
+#include "platform/host.h"
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "coordsys/orvel_export.h"
-
-class QeDbDatabase;
+#include "platform/host.h"
 
 namespace Zentara::Gis::Orvel::CoordinateSystem {
 

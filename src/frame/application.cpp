@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "frame/decomposition_reactor.h"
+#include "storage/ignore_result.h"
 
 namespace {
 
@@ -28,7 +29,8 @@ Qeapp::ErrorStatus COrvelCoordsysCoreApp::load()
     if (manager == nullptr)
         return Qeapp::eNotApplicable;
     decompositionReactor = std::make_unique<OrvelCoordsysCoreDecompositionReactor>();
-    static_cast<void>(manager->addReactor(decompositionReactor.get())); // the host refuses no new reactor
+    // The host refuses no new reactor.
+    Orvel::ignoreResult([=] { return manager->addReactor(decompositionReactor.get()); });
     DecompositionReactorRegistered = true;
     return Qeapp::eOk;
 }
@@ -42,7 +44,7 @@ Qeapp::ErrorStatus COrvelCoordsysCoreApp::unload()
         return Qeapp::eNotApplicable;
     // The reactor is deleted whatever the manager returns. Where the call throws, the host may still have the reactor,
     // so it stays alive and registered until the next unload.
-    static_cast<void>(manager->removeReactor(decompositionReactor.get()));
+    Orvel::ignoreResult([=] { return manager->removeReactor(decompositionReactor.get()); });
     decompositionReactor.reset();
     DecompositionReactorRegistered = false;
     return Qeapp::eOk;

@@ -2,6 +2,7 @@
 
 #include "frame/application.h"
 #include "platform/host.h"
+#include "storage/ignore_result.h"
 
 namespace {
 
@@ -17,8 +18,8 @@ QeRxDynamicLinker* dynamicLinker()
 
 void initialise(void* appHandle)
 {
-    qerxRegisterAppMDIAware(appHandle);
-    dynamicLinker()->unlockApplication(appHandle);
+    Orvel::ignoreResult([=] { return qerxRegisterAppMDIAware(appHandle); });
+    Orvel::ignoreResult([=] { return dynamicLinker()->unlockApplication(appHandle); });
     static_cast<void>(
         Orvel::moduleApplication().load()); // a host without decomposition can use the module all the same
 }

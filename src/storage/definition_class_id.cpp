@@ -9,6 +9,7 @@
 
 #include "platform/win32.h"
 #include "storage/holder.h"
+#include "storage/ignore_result.h"
 #include "storage/library_holder.h"
 
 namespace Orvel {
@@ -20,7 +21,10 @@ constexpr std::wstring_view kEllipsoid = L"{B4E01DB4-0D13-11D2-9DE2-080009ACE18E
 
 struct ComTextPolicy {
     using Handle = wchar_t*;
-    static void dispose(wchar_t* text) { CoTaskMemFree(text); }
+    static void dispose(wchar_t* text)
+    {
+        ignoreResult([=] { return CoTaskMemFree(text); });
+    }
 };
 
 std::wstring_view classIdText(const Library::DefinitionBase* definition)

@@ -47,7 +47,7 @@ ResbufChain chunkResbuf(std::span<const unsigned char> bytes)
 bool appendChunks(ResbufChainBuilder& group, std::span<const unsigned char> bytes)
 {
     while (!bytes.empty()) {
-        const std::size_t length = std::min(bytes.size(), kLargestChunk);
+        const std::size_t length = (std::min)(bytes.size(), kLargestChunk);
         if (!group.append(chunkResbuf(bytes.first(length))))
             return false;
         bytes = bytes.subspan(length);

@@ -5,6 +5,7 @@
 
 #include "platform/win32.h"
 #include "storage/definition_code.h"
+#include "storage/ignore_result.h"
 
 namespace Orvel {
 namespace {
@@ -45,11 +46,6 @@ const wchar_t* expectedEllipsoidCode(const Library::CoordinateReferenceSystemDef
     return sameCode(definitionCode(datum), datumCode) ? ellipsoidCode(datum) : nullptr;
 }
 
-/// Ignores a link that fails: the system stays as it was stored, which is complete.
-void ignoreLink(Library::Status /*status*/)
-{
-}
-
 } // namespace
 
 void DefinitionSet::take(LibraryObject<Library::DefinitionBase> definition)
@@ -75,6 +71,7 @@ bool ValidateCsDefinitionSet(const wchar_t* code, const Library::CoordinateRefer
     return sameCode(definitionCode(ellipsoid), expectedEllipsoidCode(system, datum));
 }
 
+/// After a link that fails the system stays as it was stored, which is complete.
 void linkDefinitionSet(DefinitionSet& set)
 {
     const wchar_t* const datumCode = queryDatumCode(*set.system.get());
@@ -82,14 +79,14 @@ void linkDefinitionSet(DefinitionSet& set)
         return;
     if (*datumCode == L'\0') {
         if (set.ellipsoid)
-            ignoreLink(set.system->SetEllipsoid(set.ellipsoid.get()));
+            ignoreResult([&] { return set.system->SetEllipsoid(set.ellipsoid.get()); });
         return;
     }
     if (!set.datum)
         return;
     if (set.ellipsoid)
-        ignoreLink(set.datum->SetEllipsoid(set.ellipsoid.get()));
-    ignoreLink(set.system->SetDatum(set.datum.get()));
+        ignoreResult([&] { return set.datum->SetEllipsoid(set.ellipsoid.get()); });
+    ignoreResult([&] { return set.system->SetDatum(set.datum.get()); });
 }
 
 } // namespace Orvel

@@ -5,14 +5,8 @@
 
 namespace Orvel {
 
-/// Ignores the result of a release. At the end of a scope nothing can be done about a failure.
-template <class Result>
-void ignore(Result /*result*/)
-{
-}
-
 /// Owns a pointer for the length of a scope. A policy names the pointer type (`Handle`) and releases the object
-/// (`dispose`, which does not throw).
+/// (`dispose`, which does not throw). Nothing can be done about a release that fails, so its result is ignored.
 template <class Policy>
 class Holder {
 public:

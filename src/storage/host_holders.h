@@ -3,6 +3,7 @@
 
 #include "platform/host.h"
 #include "storage/holder.h"
+#include "storage/ignore_result.h"
 
 namespace Orvel {
 
@@ -15,7 +16,7 @@ struct HostObjectPolicy {
         if (object->objectId().isNull())
             delete object;
         else
-            ignore(object->close());
+            ignoreResult([=] { return object->close(); });
     }
 };
 
@@ -50,7 +51,10 @@ public:
 
 struct ResbufPolicy {
     using Handle = resbuf*;
-    static void dispose(resbuf* chain) { qeutRelRb(chain); }
+    static void dispose(resbuf* chain)
+    {
+        ignoreResult([=] { return qeutRelRb(chain); });
+    }
 };
 using ResbufChain = Holder<ResbufPolicy>;
 
@@ -58,7 +62,10 @@ using ResbufChain = Holder<ResbufPolicy>;
 template <class Element>
 struct HostBufferPolicy {
     using Handle = Element*;
-    static void dispose(Element* buffer) { qeutDelBuffer(buffer); }
+    static void dispose(Element* buffer)
+    {
+        ignoreResult([&] { return qeutDelBuffer(buffer); });
+    }
 };
 using HostString = Holder<HostBufferPolicy<wchar_t>>;
 
@@ -74,7 +81,7 @@ public:
     ~Transaction()
     {
         if (started())
-            ignore(manager_->abortTransaction());
+            ignoreResult([&] { return manager_->abortTransaction(); });
     }
 
     [[nodiscard]] bool started() const { return manager_ != nullptr; }
@@ -99,7 +106,7 @@ public:
     ~DocumentLock()
     {
         if (document_ != nullptr)
-            ignore(manager_->unlockDocument(document_));
+            ignoreResult([&] { return manager_->unlockDocument(document_); });
     }
 
     explicit operator bool() const { return document_ != nullptr; }

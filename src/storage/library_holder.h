@@ -4,6 +4,7 @@
 #include "platform/host.h"
 #include "platform/spatial_reference.h"
 #include "storage/holder.h"
+#include "storage/ignore_result.h"
 
 namespace Orvel {
 
@@ -12,7 +13,10 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 template <class T>
 struct LibraryObjectPolicy {
     using Handle = T*;
-    static void dispose(T* object) { Library::Object::Destroy(object); }
+    static void dispose(T* object)
+    {
+        ignoreResult([=] { return Library::Object::Destroy(object); });
+    }
 };
 template <class T>
 using LibraryObject = Holder<LibraryObjectPolicy<T>>;

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "storage/definition_class_id.h"
+#include "storage/ignore_result.h"
 #include "storage/run_length.h"
 
 namespace Orvel {
@@ -49,7 +50,8 @@ LibraryObject<Library::DefinitionBase> readStream(const unsigned char* streamByt
     LibraryObject<Library::DefinitionStream> stream;
     if (Library::DefinitionStream::CreateInstance(stream.put()) != Library::statusOk || !stream)
         return {};
-    static_cast<void>(stream->Read(streamBytes, length, Library::formatBinary, kReadFlags)); // the definitions decide
+    // The definitions decide.
+    ignoreResult([&] { return stream->Read(streamBytes, length, Library::formatBinary, kReadFlags); });
     LibraryObject<Library::DefinitionBaseArray> definitions;
     if (stream->GetDefinitions(definitions.put()) != Library::statusOk || !definitions || definitions->GetCount() != 1)
         return {};

@@ -10,6 +10,7 @@
 
 #include "storage/database_argument.h"
 #include "storage/host_holders.h"
+#include "storage/ignore_result.h"
 
 namespace Orvel {
 namespace {
@@ -82,7 +83,7 @@ bool storeXrecord(QeDbDictionary& dictionary, const wchar_t* key, const resbuf* 
     if (dictionary.setAt(key, xrecord.get(), id) != Qeapp::eOk)
         return false;
     if (reactor != nullptr)
-        xrecord->addReactor(reactor);
+        ignoreResult([&] { return xrecord->addReactor(reactor); });
     return true;
 }
 
@@ -101,7 +102,7 @@ bool appendEntries(const Dictionary& dictionary, std::vector<QeDbObjectId>& entr
 void formatUniqueKey(std::wstring& prefix, int number)
 {
     const std::wstring digits = std::to_wstring(number);
-    prefix.resize(std::min(prefix.size(), kUniqueKeyCapacity - 1 - digits.size()));
+    prefix.resize((std::min)(prefix.size(), kUniqueKeyCapacity - 1 - digits.size()));
     const std::wstring key = prefix + digits;
     key.copy(uniqueKey.data(), key.size());
     uniqueKey[key.size()] = L'\0';
@@ -116,7 +117,7 @@ CResbufDictionaryIterator::~CResbufDictionaryIterator()
 
 void CResbufDictionaryIterator::Next()
 {
-    static_cast<void>(inner_->next()); // Done returns the same
+    ignoreResult([&] { return inner_->next(); }); // Done returns the same
 }
 
 bool CResbufDictionaryIterator::Done()
@@ -230,7 +231,7 @@ const wchar_t* CResbufDictionary::MakeUniqueKey(const wchar_t* prefix) const
 {
     std::wstring used(prefix);
     const wchar_t* unused = nullptr;
-    for (int number = 0; unused == nullptr && number < std::numeric_limits<int>::max(); ++number) {
+    for (int number = 0; unused == nullptr && number < (std::numeric_limits<int>::max)(); ++number) {
         formatUniqueKey(used, number);
         if (!HasKey(uniqueKey.data()))
             unused = uniqueKey.data();

@@ -37,7 +37,7 @@ bool isRun(const unsigned char* position, const unsigned char* end)
 std::size_t literalLength(const unsigned char* position, const unsigned char* end)
 {
     const auto available = static_cast<std::size_t>(end - position);
-    const std::size_t longest = std::min(available, kLongestPacket);
+    const std::size_t longest = (std::min)(available, kLongestPacket);
     std::size_t count = 0;
     // A byte that equals the next two begins a run. A block of bytes is searched for one in about the time that one
     // byte would take: 13 times as fast over definitions, 24 times over random bytes.
@@ -47,7 +47,7 @@ std::size_t literalLength(const unsigned char* position, const unsigned char* en
         const auto third = ByteBlock::load(position + count + 2);
         const auto runs = ByteBlock::equalBytes(first, second) & ByteBlock::equalBytes(second, third);
         if (runs != 0)
-            return std::min(count + ByteBlock::firstByte(runs), longest);
+            return (std::min)(count + ByteBlock::firstByte(runs), longest);
     }
     while (count < longest && !isRun(position + count, end))
         ++count;
@@ -74,7 +74,7 @@ Packet packetWithHeader(unsigned char header)
 void copyLiteral(const unsigned char* source, std::size_t count, std::size_t available, unsigned char* target,
                  std::size_t room)
 {
-    if (std::min(available, room) < kLongestPacket) {
+    if ((std::min)(available, room) < kLongestPacket) {
         std::copy_n(source, count, target);
     } else {
         std::memcpy(target, source, kHalfPacket);
@@ -97,7 +97,7 @@ void fillRun(unsigned char byte, std::size_t count, unsigned char* target, std::
 
 std::size_t RunLength(const unsigned char* position, const unsigned char* end)
 {
-    const auto longest = std::min(static_cast<std::size_t>(end - position), kLongestPacket);
+    const auto longest = (std::min)(static_cast<std::size_t>(end - position), kLongestPacket);
     const auto repeated = ByteBlock::repeat(*position);
     std::size_t count = 0;
     for (; count + ByteBlock::kBytes <= longest; count += ByteBlock::kBytes) {

@@ -61,8 +61,8 @@ char32_t unitAt(const unsigned char* bytes)
     return static_cast<char32_t>(bytes[0] | bytes[1] << 8);
 }
 
-/// The character of a pair, where wide characters are code points.
-wchar_t joined(char32_t high, char32_t low)
+/// The character of a pair, where wide characters are code points. Elsewhere nothing calls it.
+[[maybe_unused]] wchar_t joined(char32_t high, char32_t low)
 {
     return static_cast<wchar_t>(kFirstSupplementary + ((high & kSurrogateBits) << 10) + (low & kSurrogateBits));
 }

@@ -1,5 +1,7 @@
 #include "transformation/config_text.h"
 
+#include "storage/ignore_result.h"
+
 namespace Orvel {
 
 wchar_t* sharedEmptyText()
@@ -11,8 +13,8 @@ wchar_t* sharedEmptyText()
 HostString newConfigText(std::size_t characters)
 {
     unsigned char* buffer = nullptr;
-    static_cast<void>(
-        qeutNewBuffer(buffer, characters * sizeof(wchar_t))); // the pointer stays null when memory is short
+    // The pointer stays null when memory is short.
+    ignoreResult([&] { return qeutNewBuffer(buffer, characters * sizeof(wchar_t)); });
     return HostString(reinterpret_cast<wchar_t*>(buffer));
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/win32.h"
+#include "storage/ignore_result.h"
 #include "transformation/item_text.h"
 
 namespace Orvel {
@@ -47,7 +48,8 @@ template <class Definition>
 bool isReversible(const std::wstring& name)
 {
     LibraryObject<Definition> definition;
-    static_cast<void>(Definition::Load(name.c_str(), definition.put())); // only the definition matters
+    // Only the definition matters.
+    ignoreResult([&] { return Definition::Load(name.c_str(), definition.put()); });
     bool reversible = false;
     return definition && definition->IsReversible(reversible) == Library::statusOk && reversible;
 }

@@ -4,13 +4,17 @@
 #include <array>
 
 #include "storage/holder.h"
+#include "storage/ignore_result.h"
 
 namespace Orvel {
 namespace {
 
 struct RegistryKeyPolicy {
     using Handle = HKEY;
-    static void dispose(HKEY key) { ignore(RegCloseKey(key)); }
+    static void dispose(HKEY key)
+    {
+        ignoreResult([=] { return RegCloseKey(key); });
+    }
 };
 using RegistryKey = Holder<RegistryKeyPolicy>;
 

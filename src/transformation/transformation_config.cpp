@@ -1,6 +1,5 @@
 #include "coordsys/orvel_transformation_config.h"
 
-#include <algorithm>
 #include <array>
 
 #include "coordsys/coordinate_system_reactors.h"
@@ -43,8 +42,11 @@ constexpr std::array kTargets{
 /// Null for an unknown target.
 const Target* findTarget(CsTransformationConfigTargetType type)
 {
-    const auto* const entry = std::ranges::find(kTargets, type, &Target::type);
-    return entry != kTargets.end() ? entry : nullptr;
+    for (const Target& target : kTargets) {
+        if (target.type == type)
+            return &target;
+    }
+    return nullptr;
 }
 
 /// Searches the text that the host hands out, without another copy. Null without an item for the two codes.

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "storage/ignore_result.h"
 #include "transformation/item_text.h"
 #include "transformation/transformation_config_item_collection_imp.h"
 #include "transformation/transformation_config_item_imp.h"
@@ -50,7 +51,7 @@ OrvelTransformationConfigItemCollectionImp::OrvelTransformationConfigItemCollect
 
 OrvelTransformationConfigItemCollectionImp::~OrvelTransformationConfigItemCollectionImp()
 {
-    items_->Clear();
+    ignoreResult([&] { return items_->Clear(); });
 }
 
 void OrvelTransformationConfigItemCollectionImp::Dispose()
@@ -60,12 +61,12 @@ void OrvelTransformationConfigItemCollectionImp::Dispose()
 
 void OrvelTransformationConfigItemCollectionImp::Add(OrvelTransformationConfigItem* item)
 {
-    items_->Add(item);
+    ignoreResult([&] { return items_->Add(item); });
 }
 
 void OrvelTransformationConfigItemCollectionImp::Clear()
 {
-    items_->Clear();
+    ignoreResult([&] { return items_->Clear(); });
 }
 
 int OrvelTransformationConfigItemCollectionImp::GetCount()
@@ -95,12 +96,12 @@ std::wstring OrvelTransformationConfigItemCollectionImp::ToXmlString()
 void OrvelTransformationConfigItemCollectionImp::FromXmlString(const wchar_t* text)
 {
     const auto former = referenceItems(items_); // keeps them alive, because the text may be a field of one of them
-    items_->Clear();
+    ignoreResult([&] { return items_->Clear(); });
     std::wstring_view remaining = text != nullptr ? text : L"";
     for (ItemText fields; takeItem(remaining, fields);) {
         const Ptr<OrvelTransformationConfigItemImp> item(new OrvelTransformationConfigItemImp);
         item->setFields(fields);
-        items_->Add(item.get());
+        ignoreResult([&] { return items_->Add(item.get()); });
     }
 }
 

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "platform/win32.h"
+#include "storage/ignore_result.h"
 #include "transformation/config_text.h"
 #include "transformation/item_text.h"
 
@@ -28,7 +29,10 @@ using FolderText = std::array<wchar_t, 260>; // the length of the system's folde
 
 struct TextFilePolicy {
     using Handle = std::FILE*;
-    static void dispose(std::FILE* file) { ignore(std::fclose(file)); }
+    static void dispose(std::FILE* file)
+    {
+        ignoreResult([=] { return std::fclose(file); });
+    }
 };
 using TextFile = Holder<TextFilePolicy>;
 
@@ -57,7 +61,7 @@ void appendLines(std::string& joined, std::string_view text)
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find('\n'));
         joined.append(line);
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        text.remove_prefix((std::min)(line.size() + 1, text.size()));
     }
 }
 
@@ -65,7 +69,7 @@ void appendLines(std::string& joined, std::string_view text)
 /// read.
 std::size_t expectedLength(std::FILE* file)
 {
-    ignore(std::fseek(file, 0, SEEK_END));
+    ignoreResult([&] { return std::fseek(file, 0, SEEK_END); });
     const long end = std::ftell(file);
     std::rewind(file);
     return end > 0 ? static_cast<std::size_t>(end) : 0;
@@ -104,7 +108,7 @@ HostString decodeUtf8(const char* utf8)
 /// converted.
 [[nodiscard]] bool encodeLine(std::wstring_view chunk, std::string& line)
 {
-    if (chunk.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+    if (chunk.size() > static_cast<std::size_t>((std::numeric_limits<int>::max)()))
         return false;
     const int characters = static_cast<int>(chunk.size());
     const int bytes = WideCharToMultiByte(CP_UTF8, 0, chunk.data(), characters, nullptr, 0, nullptr, nullptr);

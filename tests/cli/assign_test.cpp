@@ -72,7 +72,7 @@ TEST_F(AssignCommand, UnknownCode_IsRefusedWithTheNearestCodes)
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");
     EXPECT_THAT(result.errors,
-                testing::StartsWith("orvelcs: assign: plan.qedb: eInvalidInput (3): the catalog has no EPGS:25832; "
+                testing::StartsWith("orvelcs: assign: EPGS:25832: eInvalidInput (3): the catalog has no EPGS:25832; "
                                     "the nearest "));
     EXPECT_THAT(result.errors, testing::HasSubstr("EPSG:25832"));
     EXPECT_EQ(contents("plan.qedb"), before);

@@ -8,7 +8,13 @@ using CatalogCommand = CommandLineTest;
 TEST_F(CatalogCommand, SearchForACode_FindsTheSystem)
 {
     EXPECT_EQ(runForJson({"catalog", "search", "EPSG:25832"})[0],
-              Json({{"code", "EPSG:25832"}, {"name", "ETRS89 / UTM zone 32N"}, {"kind", 3}, {"deprecated", false}}));
+              Json({{"code", "EPSG:25832"},
+                    {"name", "ETRS89 / UTM zone 32N"},
+                    {"kind", 3},
+                    {"deprecated", false},
+                    {"areaOfUse",
+                     {{"name", runForJson({"catalog", "show", "EPSG:25832"})["areaOfUse"]},
+                      {"bounds", {6.0, 38.76, 12.01, 84.33}}}}}));
 }
 
 TEST_F(CatalogCommand, SearchForWordsOfAName_FindsTheSystem)
@@ -20,9 +26,12 @@ TEST_F(CatalogCommand, SearchForWordsOfAName_FindsTheSystem)
 TEST_F(CatalogCommand, Search_PrintsAlignedColumns)
 {
     expectResult(run({"catalog", "search", "LOCAL:"}), 0,
-                 "LOCAL:FOOT            not referenced to the Earth  Local plane (foot)\n"
-                 "LOCAL:METRE           not referenced to the Earth  Local plane (metre)\n"
-                 "LOCAL:US-SURVEY-FOOT  not referenced to the Earth  Local plane (US survey foot)\n",
+                 "LOCAL:FOOT            not referenced to the Earth  Local plane (foot)            Anywhere: a site's "
+                 "own plane\n"
+                 "LOCAL:METRE           not referenced to the Earth  Local plane (metre)           Anywhere: a site's "
+                 "own plane\n"
+                 "LOCAL:US-SURVEY-FOOT  not referenced to the Earth  Local plane (US survey foot)  Anywhere: a site's "
+                 "own plane\n",
                  "");
 }
 
@@ -48,7 +57,8 @@ TEST_F(CatalogCommand, Search_FindsDeprecatedSystemsOnlyWithTheOption)
     const Json all = runForJson({"catalog", "search", "EPSG:3785", "--deprecated"});
     EXPECT_EQ(all[0]["code"], "EPSG:3785");
     EXPECT_EQ(all[0]["deprecated"], true);
-    EXPECT_THAT(run({"catalog", "search", "EPSG:3785", "--deprecated"}).output, testing::HasSubstr(" (deprecated)\n"));
+    EXPECT_THAT(run({"catalog", "search", "EPSG:3785", "--deprecated"}).output,
+                testing::HasSubstr(" (deprecated)  World"));
 }
 
 TEST_F(CatalogCommand, SearchWithALimit_FindsNoMoreSystems)

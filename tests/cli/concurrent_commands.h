@@ -22,7 +22,7 @@ protected:
     static Arguments addition(const std::string& source, const Arguments& store)
     {
         return concatenate({"config", "add", "--source", source, "--target", "T", "--name", "EPSG:1241", "--type",
-                            "transformation", "-q", "--wait", "120"},
+                            "transformation", "--force", "-q", "--wait", "120"},
                            store);
     }
 

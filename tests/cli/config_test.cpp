@@ -7,7 +7,8 @@ namespace {
 using testing::HasSubstr;
 
 const std::string kItem = configurationItem("EPSG:4275", "EPSG:4326", "NTF to WGS 84 (1)", 2);
-const std::string kOther = configurationItem("A", "B", "é 測 \xF0\x9F\x8C\x90", 1, "n");
+/// The catalog has nothing of it.
+const std::string kUnknown = configurationItem("A", "B", "é 測 \xF0\x9F\x8C\x90", 1, "n");
 const Json kOneEvent = Json::array({event("transformationChanged", nullptr)});
 
 class ConfigCommand : public CommandLineTest {
@@ -53,9 +54,9 @@ TEST_F(ConfigCommand, Set_SkipsAByteOrderMark)
 
 TEST_F(ConfigCommand, SetForTheUser_WritesALineForEachItem)
 {
-    EXPECT_EQ(runAsUser({"config", "set", "-", "--user", "-q"}, kItem + kOther).status, 0);
-    EXPECT_EQ(contents(kSettingsFile), kItem + "\r\n" + kOther + "\r\n");
-    expectResult(runAsUser({"config", "get", "--user"}), 0, kItem + kOther, "");
+    EXPECT_EQ(runAsUser({"config", "set", "--force", "-", "--user", "-q"}, kItem + kUnknown).status, 0);
+    EXPECT_EQ(contents(kSettingsFile), kItem + "\r\n" + kUnknown + "\r\n");
+    expectResult(runAsUser({"config", "get", "--user"}), 0, kItem + kUnknown, "");
 }
 
 TEST_F(ConfigCommand, SetForTheUser_NotesTextThatIsNotStored)
@@ -94,7 +95,7 @@ TEST_F(ConfigCommand, SetForTheUser_NamesAFolderThatCannotBeCreated)
 TEST_F(ConfigCommand, SetForTheUser_CreatesOnlyTheSettingsFileAndTheLockFile)
 {
     ASSERT_EQ(run({"config", "set", "-", "--user", "--user-dir", path("").string()}, kItem).status, 0);
-    ASSERT_EQ(run({"config", "set", "-", "--user", "--user-dir", path("").string()}, kOther).status, 0);
+    ASSERT_EQ(run({"config", "set", "--force", "-", "--user", "--user-dir", path("").string()}, kUnknown).status, 0);
     EXPECT_EQ(files(), (std::vector<std::string>{kSettingsFile, kLockFile}));
 }
 
@@ -152,8 +153,8 @@ TEST_F(ConfigCommand, GetWithoutAConfiguration_ExitsWithStatusThree)
 TEST_F(ConfigCommand, GetAsJson_PrintsTheText)
 {
     givenDrawing("a.qedb");
-    ASSERT_EQ(run({"config", "set", "-", "--drawing", "a.qedb"}, kOther).status, 0);
-    EXPECT_EQ(runForJson({"config", "get", "--drawing", "a.qedb"}), (Json{{"text", kOther}}));
+    ASSERT_EQ(run({"config", "set", "--force", "-", "--drawing", "a.qedb"}, kUnknown).status, 0);
+    EXPECT_EQ(runForJson({"config", "get", "--drawing", "a.qedb"}), (Json{{"text", kUnknown}}));
 }
 
 TEST_F(ConfigCommand, ClearOfADrawing_StoresAnEmptyText)
@@ -175,7 +176,7 @@ TEST_F(ConfigCommand, ClearForTheUser_EmptiesTheRegistryAndNotesTheSettingsFile)
 
 TEST_F(ConfigCommand, Items_AreParsedAsTheModuleParsesThem)
 {
-    const std::string text = "<Items>" + kItem + kOther + "</Items>";
+    const std::string text = "<Items>" + kItem + kUnknown + "</Items>";
     const ProgramResult result = run({"config", "items", "--json"}, text);
     ASSERT_EQ(result.status, 0);
     const Json items = Json::parse(result.output);
@@ -193,12 +194,12 @@ TEST_F(ConfigCommand, Items_AreParsedAsTheModuleParsesThem)
                               {"type", 1},
                               {"note", "n"},
                               {"version", "1.0"},
-                              {"xml", kOther}}));
+                              {"xml", kUnknown}}));
 }
 
 TEST_F(ConfigCommand, Items_ArePrintedOnALineEach)
 {
-    given("text", kItem + "x</Item>" + kOther);
+    given("text", kItem + "x</Item>" + kUnknown);
     expectResult(run({"config", "items", "text"}), 0,
                  "EPSG:4275 to EPSG:4326: NTF to WGS 84 (1) (transformation)\n"
                  "incomplete:  to : \n"
@@ -210,11 +211,11 @@ TEST_F(ConfigCommand, Items_ArePrintedOnALineEach)
 TEST_F(ConfigCommand, Add_AppendsTheItemToTheOthers)
 {
     givenDrawing("a.qedb");
-    ASSERT_EQ(run({"config", "set", "-", "--drawing", "a.qedb"}, kOther + " end").status, 0);
+    ASSERT_EQ(run({"config", "set", "--force", "-", "--drawing", "a.qedb"}, kUnknown + " end").status, 0);
     expectResult(run({"config", "add", "--source", "EPSG:4275", "--target", "EPSG:4326", "--name", "NTF to WGS 84 (1)",
                       "--type", "transformation", "--drawing", "a.qedb"}),
                  0, "a.qedb: item added\n", "");
-    EXPECT_EQ(configurationOf("a.qedb"), kOther + kItem + " end");
+    EXPECT_EQ(configurationOf("a.qedb"), kUnknown + kItem + " end");
 }
 
 TEST_F(ConfigCommand, AddWithoutAConfiguration_CreatesOne)
@@ -225,11 +226,11 @@ TEST_F(ConfigCommand, AddWithoutAConfiguration_CreatesOne)
     EXPECT_EQ(contents(kSettingsFile), kItem + "\r\n");
 }
 
-TEST_F(ConfigCommand, Add_NotesANameThatTheCatalogLacks)
+TEST_F(ConfigCommand, ForcedAdd_NotesANameThatTheCatalogLacks)
 {
     givenDrawing("a.qedb");
     const ProgramResult result = run({"config", "add", "--source", "A", "--target", "B", "--name", "No such thing",
-                                      "--type", "path", "--drawing", "a.qedb"});
+                                      "--type", "path", "--force", "--drawing", "a.qedb"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.errors, HasSubstr("No such thing: note: the catalog has no path of this name\n"));
 }

@@ -27,17 +27,22 @@ const FailingCommand kFailingCommands[] = {
 
 class OutputFailure : public CommandLineTest {
 protected:
+    ProgramResult runInto(OutputTarget target, const FailingCommand& command) const
+    {
+        ProgramRun programRun;
+        programRun.arguments = command.arguments;
+        programRun.input = command.input;
+        programRun.target = target;
+        return run(programRun);
+    }
+    /// Expects a message for what cannot be written, and a silent end where nobody reads.
     void expectFailure(const FailingCommand& command) const
     {
-        for (const auto& [target, reason] : unwritableOutputs()) {
-            ProgramRun programRun;
-            programRun.arguments = command.arguments;
-            programRun.input = command.input;
-            programRun.target = target;
-            expectResult(run(programRun), 1, "",
+        for (const auto& [target, reason] : unwritableOutputs())
+            expectResult(runInto(target, command), 1, "",
                          std::string("orvelcs: ") + command.name + ": standard output: cannot be written: " + reason +
                              "\n");
-        }
+        expectResult(runInto(OutputTarget::closedPipe, command), kClosedPipeStatus, "", "");
     }
 };
 
@@ -62,6 +67,16 @@ TEST_F(OutputFailure, AssignmentWithUnwritableOutput_IsSaved)
     givenDrawing("plan.qedb");
     expectFailure({"", {"assign", "EPSG:4326", "plan.qedb"}, "assign"});
     EXPECT_EQ(runForJson({"show", "plan.qedb"})["code"], "EPSG:4326");
+}
+
+TEST_F(OutputFailure, ClosedPipe_EndsABatchAfterTheDrawingInHand)
+{
+    givenDrawing("a.qedb");
+    givenDrawing("b.qedb");
+    const FailingCommand command = {"", {"assign", "EPSG:4326", "a.qedb", "b.qedb"}, "assign"};
+    expectResult(runInto(OutputTarget::closedPipe, command), kClosedPipeStatus, "", "");
+    EXPECT_EQ(runForJson({"show", "a.qedb"})["code"], "EPSG:4326");
+    EXPECT_EQ(runForJson({"show", "b.qedb"}, 3)["code"], nullptr);
 }
 
 TEST_F(OutputFailure, ConversionToUnwritableOutput_LeavesTheDrawingUnchanged)
@@ -92,8 +107,9 @@ TEST_F(UnavailableCatalog, SearchAndAssignment_ReportTheCatalog)
         testing::StartsWith("orvelcs: catalog search: utm: the catalog cannot be read: there is no proj.db in "));
     const ProgramResult assign = runWithoutCatalog({"assign", "EPSG:4326", "a.qedb"});
     EXPECT_EQ(assign.status, 1);
-    EXPECT_THAT(assign.errors, testing::StartsWith("orvelcs: assign: a.qedb: eInvalidInput (3): the catalog cannot be "
-                                                   "read: there is no proj.db in "));
+    EXPECT_THAT(assign.errors,
+                testing::StartsWith("orvelcs: assign: EPSG:4326: eInvalidInput (3): the catalog cannot be "
+                                    "read: there is no proj.db in "));
     EXPECT_THAT(assign.errors, testing::EndsWith(": statusCatalogUnavailable (46)\n"));
 }
 

@@ -16,8 +16,11 @@ struct UnwritableOutput {
     std::string reason; // as the program reports it
 };
 
-/// The outputs that cannot be written on this system.
+/// The outputs that cannot be written on this system, and are reported.
 std::vector<UnwritableOutput> unwritableOutputs();
+
+/// The exit status of a program whose output goes into a closed pipe, which is not reported.
+extern const int kClosedPipeStatus;
 
 struct ProgramRun {
     std::vector<std::string> arguments;

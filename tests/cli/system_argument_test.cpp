@@ -78,6 +78,57 @@ TEST_F(SystemArgument, DashAfterTheSign_IsStandardInput)
                      "orvelcs: transformation list: @-: standard input cannot be both systems");
 }
 
+TEST_F(SystemArgument, SystemOfABatch_IsReadOnce)
+{
+    for (const std::string drawing : {"a.qedb", "b.qedb", "c.qedb"})
+        givenDrawing(drawing);
+    given("list", "b.qedb\nc.qedb\n");
+    expectResult(run({"assign", "@-", "--code", "WORKS:1", "a.qedb", "--files-from", "list"}, kWorksWkt), 0,
+                 "a.qedb: assigned WORKS:1\nb.qedb: assigned WORKS:1\nc.qedb: assigned WORKS:1\n", "");
+    expectWrongUsage(run({"assign", "@-", "--code", "WORKS:1", "--files-from", "-"}, "a.qedb\n"),
+                     "orvelcs: assign: -: standard input cannot be both the definition and the list");
+}
+
+TEST_F(SystemArgument, SystemThatCannotBeRead_IsOneMessageBeforeTheFirstDrawing)
+{
+    given("list", "a.qedb\nb.qedb\n");
+    const std::string error = "missing.wkt: cannot be opened: No such file or directory";
+    const ProgramResult result = run({"assign", "@missing.wkt", "--code", "WORKS:1", "--files-from", "list", "--json"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "orvelcs: assign: " + error + "\n");
+    Json expected = {
+        {"file", "a.qedb"}, {"result", nullptr}, {"status", 0}, {"events", Json::array()}, {"error", error}};
+    Json document = Json::array({expected});
+    expected["file"] = "b.qedb";
+    document.push_back(expected);
+    EXPECT_EQ(Json::parse(result.output), document);
+}
+
+TEST_F(SystemArgument, DrawingsOfAList_AreShownInAFormat)
+{
+    givenDrawingWith("a.qedb", "EPSG:4326");
+    givenDrawingWith("b.qedb", "EPSG:4326");
+    given("list", "a.qedb\nb.qedb\n");
+    const std::string line = run({"show", "--format", "proj", "a.qedb"}).output;
+    EXPECT_NE(line, "");
+    expectResult(run({"show", "--format", "proj", "--files-from", "list"}), 0, line + line, "");
+}
+
+TEST_F(SystemArgument, FileInPlaceOfACode_IsNamedByTransformation)
+{
+    givenDrawing("plan.qedb");
+    EXPECT_EQ(run({"transformation", "plan.qedb", "EPSG:4326"}).errors,
+              "orvelcs: transformation: plan.qedb to EPSG:4326: no transformation is configured; the catalog has no "
+              "plan.qedb; it is a file, where a code is expected\n");
+}
+
+TEST_F(SystemArgument, DrawingEncodedIntoAFileNamedLikeACode_IsNotTakenForSwapped)
+{
+    givenDrawing("plan.qedb");
+    expectResult(run({"encode", "@plan.qedb", "--drawing-version", "29", "-o", "EPSG:25832"}), 3, "",
+                 "orvelcs: encode: plan.qedb: has no coordinate system\n");
+}
+
 TEST_F(SystemArgument, DrawingOfACatalogSystem_TransformsAsItsCodeDoes)
 {
     givenDrawingWith("site.qedb", "EPSG:25832");

@@ -83,7 +83,7 @@ TEST_F(TextOfEveryScript, ItemNameAndNote_AreStoredInADrawingAndRead)
 {
     givenDrawing(kDrawing);
     ASSERT_EQ(run({"config", "add", "--source", "ΓΗ:1", "--target", "測:2", "--name", "Straße 🗺", "--type", "path",
-                   "--note", kText, "--drawing", kDrawing, "-q"})
+                   "--note", kText, "--drawing", kDrawing, "-q", "--force"})
                   .status,
               0);
     const std::string element = configurationItem("ΓΗ:1", "測:2", "Straße 🗺", 1, kText);
@@ -100,7 +100,8 @@ TEST_F(TextOfEveryScript, UserFolderName_IsUsed)
     const std::string folder = path(kFolder).string();
     const std::string element = configurationItem("A", "B", "n", 1, kText);
     ASSERT_EQ(
-        run({"config", "set", "-", "--user", "--user-dir", folder, "--registry", path("registry").string()}, element)
+        run({"config", "set", "-", "--force", "--user", "--user-dir", folder, "--registry", path("registry").string()},
+            element)
             .status,
         0);
     EXPECT_THAT(files(kFolder), testing::ElementsAre(kSettingsFile, kLockFile));
@@ -129,7 +130,7 @@ TEST_F(TextOfEveryScript, SpacesQuotesAndBackslashes_StayInOneArgument)
          {"two words", "\"quoted\"", "ends with \\", "\\\"", "a\\\\\"b c\\\\", "\ttab", "%PATH%", "^&|<>", "'", "*"}) {
         ASSERT_EQ(run({"config", "set", "-", "--drawing", "a.qedb"}, "").status, 0);
         ASSERT_EQ(run({"config", "add", "--source", "A", "--target", "B", "--name", "n", "--type", "path", "-q",
-                       "--note", note, "--drawing", "a.qedb"})
+                       "--force", "--note", note, "--drawing", "a.qedb"})
                       .status,
                   0)
             << note;

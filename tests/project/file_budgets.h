@@ -8,7 +8,8 @@
 
 namespace Tests {
 
-/// One complaint for each header of 200 lines or more and each .cpp of 400 or more.
+/// One complaint for each header of 200 lines or more and each .cpp of 400 or more. Headers of a platform that a
+/// product copies may have any length.
 std::vector<std::string> findFilesOverBudget(const std::vector<SourceFile>& files);
 
 } // namespace Tests

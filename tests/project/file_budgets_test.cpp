@@ -29,6 +29,15 @@ TEST_F(FileBudgetsTest, FileWithFewerLinesThanItsLimit_IsWithinItsBudget)
     EXPECT_EQ(joinLines(findFilesOverBudget({{"src/a.h", makeLines(199)}, {"src/a.cpp", makeLines(399)}})), "");
 }
 
+TEST_F(FileBudgetsTest, HeaderOfAPlatformToCopy_HasNoBudget)
+{
+    EXPECT_EQ(joinLines(findFilesOverBudget({{"examples/port/platform/host.h", makeLines(500)},
+                                             {"tests/porting/strict/platform/host.h", makeLines(500)}})),
+              "");
+    EXPECT_EQ(findFilesOverBudget({{"platform/host/a.h", makeLines(500)}, {"src/platform/a.h", makeLines(500)}}).size(),
+              2U);
+}
+
 TEST_F(FileBudgetsTest, FileWithAsManyLinesAsItsLimit_IsOverItsBudget)
 {
     EXPECT_EQ(joinLines(findFilesOverBudget({{"src/a.h", makeLines(200)}, {"src/a.cpp", makeLines(400)}})),

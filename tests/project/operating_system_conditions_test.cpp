@@ -12,13 +12,14 @@ namespace {
 
 using OperatingSystemConditionsTest = PlatformTest;
 
+constexpr const char* kSdk = "examples/port/sdk/"; // below a platform, as an operating system is
 constexpr const char* kExportHeader = "src/coordsys/orvel_export.h";
 
-TEST_F(OperatingSystemConditionsTest, Project_HasConditionsOnlyInThePlatformAndTheExportHeader)
+TEST_F(OperatingSystemConditionsTest, Project_HasConditionsOnlyInPlatformsAndTheExportHeader)
 {
     std::vector<std::string> complaints;
     for (const SourceFile& file : readProjectSources()) {
-        if (topFolder(file.path) == "platform" || file.path == kExportHeader)
+        if (belongsToPlatform(file.path) || file.path.starts_with(kSdk) || file.path == kExportHeader)
             continue;
         for (const std::size_t line : findOperatingSystemConditions(file.text))
             complaints.push_back(formatComplaint(file.path, line, "a condition on the operating system"));

@@ -2,17 +2,15 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 #include <regex>
 
 #include "project/cpp_tokens.h"
-#include "project/declared_names.h"
 
 namespace Tests {
 namespace {
 
 using Tokens = std::vector<std::string>;
-
-constexpr std::string_view kLibraryNamespace = "Zentara::Infrastructure::SpatialReference::";
 
 bool isOverride(const Tokens& tokens, std::size_t afterName)
 {
@@ -70,6 +68,79 @@ bool isUsedFreely(const std::string& name, const Usage& usage)
     return usage.identifiers.contains(name);
 }
 
+/// Types that a product has of its own where the module passes constants or compares numbers.
+std::string toCommonType(const std::string& type)
+{
+    static const std::map<std::string, std::string> common{{"SerializationFormat", "int"},
+                                                           {"WktFlavor", "int"},
+                                                           {"QeAp::DocLockMode", "int"},
+                                                           {"HRESULT", "int"},
+                                                           {"LSTATUS", "int"},
+                                                           {"errno_t", "int"},
+                                                           {"UINT", "unsigned"},
+                                                           {"REGSAM", "DWORD"},
+                                                           {"HWND", "void*"}};
+    const auto found = common.find(type);
+    return found != common.end() ? found->second : type;
+}
+
+bool mayHaveAnyResult(const Declaration& declaration)
+{
+    static const std::regex left("The result is not looked at|of any integer type");
+    return std::regex_search(declaration.comment, left);
+}
+
+/// The type of a class's field. Empty for anything else.
+std::string getFieldType(const Declaration& declaration)
+{
+    Tokens tokens = tokenize(declaration.text);
+    const auto name = std::ranges::find(tokens, getLastPart(declaration.name));
+    if (getScope(declaration.name).empty() || name == tokens.end() || tokens.front() == "enum")
+        return {};
+    std::string type;
+    for (auto token = tokens.begin(); token != name; ++token)
+        type += *token + " ";
+    return type;
+}
+
+/// A member whose type is declared elsewhere has none.
+bool hasSameFieldType(const Declaration& asked, const Declaration& other)
+{
+    const std::string otherType = getFieldType(other);
+    return otherType.empty() || getFieldType(asked) == otherType;
+}
+
+/// Whether uses of the one declaration are uses of the other.
+bool suits(const Declaration& asked, const Declaration& other)
+{
+    const Signature& needed = asked.signature;
+    const Signature& given = other.signature;
+    if (asked.isFunction != other.isFunction)
+        return false;
+    if (!asked.isFunction)
+        return hasSameFieldType(asked, other);
+    const std::size_t count = needed.parameters.size();
+    return given.required <= count && given.parameters.size() >= count &&
+           std::equal(needed.parameters.begin(), needed.parameters.end(), given.parameters.begin(),
+                      [](const auto& left, const auto& right) { return toCommonType(left) == toCommonType(right); }) &&
+           given.isConst == needed.isConst &&
+           (mayHaveAnyResult(asked) || toCommonType(needed.result) == toCommonType(given.result));
+}
+
+/// The declarations of that name. Without one those of the last part, for the member of a base.
+std::vector<Declaration> findByName(const std::vector<Declaration>& declarations, const std::string& name)
+{
+    std::vector<Declaration> found;
+    for (const Declaration& declaration : declarations)
+        if (declaration.name == name)
+            found.push_back(declaration);
+    if (found.empty())
+        for (const Declaration& declaration : declarations)
+            if (getLastPart(declaration.name) == getLastPart(name))
+                found.push_back(declaration);
+    return found;
+}
+
 } // namespace
 
 Usage collectUsage(const std::vector<SourceFile>& sources)
@@ -80,31 +151,35 @@ Usage collectUsage(const std::vector<SourceFile>& sources)
     return usage;
 }
 
-Names parsePlatformNames(std::string_view header)
+bool isForOthers(const Declaration& declaration)
+{
+    return declaration.comment.find("No source of the module names it") != std::string::npos;
+}
+
+Names collectNames(const std::vector<Declaration>& declarations)
 {
     Names names;
-    for (const std::string& name : parseDeclaredNames(header))
-        names.insert(name.starts_with(kLibraryNamespace) ? name.substr(kLibraryNamespace.size()) : name);
+    for (const Declaration& declaration : declarations)
+        if (!isSpecialMember(declaration) && !(declaration.isForward && declaration.comment.empty()))
+            names.insert(declaration.name);
     return names;
 }
 
-Names parseListedNames(std::string_view markdown, const std::string& header)
+std::vector<std::string> compareWithPlatform(const std::vector<Declaration>& asked,
+                                             const std::vector<Declaration>& platform)
 {
-    static const std::regex row(R"(^\|([^|]*)\|.*)");
-    static const std::regex name(R"(`([^`]+)`)");
-    Names names;
-    bool isInSection = false;
-    for (const std::string& line : splitLines(markdown)) {
-        if (line.starts_with("## "))
-            isInSection = line.find("`" + header + "`") != std::string::npos;
-        std::smatch match;
-        if (!isInSection || !std::regex_match(line, match, row))
+    std::vector<std::string> complaints;
+    for (const Declaration& declaration : asked) {
+        if (declaration.comment.empty() || isSpecialMember(declaration) || isForOthers(declaration))
             continue;
-        const std::string cell = match[1];
-        for (std::sregex_iterator found(cell.begin(), cell.end(), name), end; found != end; ++found)
-            names.insert((*found)[1]);
+        const std::vector<Declaration> candidates = findByName(platform, declaration.name);
+        if (candidates.empty())
+            complaints.push_back(declaration.name + ": not declared");
+        else if (std::ranges::none_of(candidates, [&](const Declaration& each) { return suits(declaration, each); }))
+            complaints.push_back(declaration.name + ": expected " + declaration.text + ", found " +
+                                 candidates.front().text);
     }
-    return names;
+    return complaints;
 }
 
 bool isUsed(const std::string& name, const Names& declared, const Usage& usage)

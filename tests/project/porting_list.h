@@ -1,5 +1,5 @@
-// Compares three lists of names: what the module needs of its platform (docs/porting.md), what the minimal headers
-// declare (tests/porting/platform), and what the sources use.
+// Compares what the kit's headers ask of a platform (examples/port/platform) with what the sources of the module use
+// and with the declarations of other platforms.
 #pragma once
 
 #include <set>
@@ -7,10 +7,12 @@
 #include <string_view>
 #include <vector>
 
-#include "project/declared_names.h"
+#include "project/porting_declarations.h"
 #include "project/source_tree.h"
 
 namespace Tests {
+
+using Names = std::set<std::string>;
 
 /// The names in the sources of the module, by their context.
 struct Usage {
@@ -21,11 +23,18 @@ struct Usage {
 };
 Usage collectUsage(const std::vector<SourceFile>& sources);
 
-/// The names that a header declares. Names of the spatial-reference library have no namespace.
-Names parsePlatformNames(std::string_view header);
+/// Whether the comment says that the module does not use the name, which is there for others.
+bool isForOthers(const Declaration& declaration);
 
-/// The names in back-ticks in the first column of the tables below the heading of the header.
-Names parseListedNames(std::string_view markdown, const std::string& header);
+/// The names of the declarations, without constructors, destructors, operators, and forward declarations without a
+/// comment.
+Names collectNames(const std::vector<Declaration>& declarations);
+
+/// One complaint for each declaration with a comment that the platform lacks, and for each function or field that it
+/// has with other types. A platform's function may have more parameters with defaults, be const, and be a member of a
+/// base; a result that the comment leaves to the product may be of any type.
+std::vector<std::string> compareWithPlatform(const std::vector<Declaration>& asked,
+                                             const std::vector<Declaration>& platform);
 
 /// Whether the sources use a declared name: a member after its object or class, or in an override; a name in a
 /// namespace after the namespace; any other name by itself. A class is used when a member is used.

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/platform_test.h"
@@ -10,40 +12,67 @@
 namespace Tests {
 namespace {
 
-const std::vector<std::string> kHeaders{"host.h", "spatial_reference.h", "foundation.h", "win32.h"};
-
 /// The module's own names with a prefix of the platform: the host looks for them in the module.
 const Names kModuleNames{"qerxEntryPoint", "qerxGetApiVersion"};
 
-void addAll(Names& names, const Names& more)
+/// The platform that gives the module aliases, wrappers and macros: only the compiler can tell what its names are.
+constexpr std::string_view kLoosePlatform = "tests/porting/loose/";
+
+/// The declarations of all headers below a folder.
+std::vector<Declaration> readDeclarations(const std::string& folder)
 {
-    names.insert(more.begin(), more.end());
+    std::vector<Declaration> declarations;
+    for (const SourceFile& file : readFiles(ORVEL_SOURCE_DIR, {folder}, {".h"})) {
+        if (file.path == "platform/export.h")
+            continue;
+        const std::vector<Declaration> more = parseDeclarations(file.text);
+        declarations.insert(declarations.end(), more.begin(), more.end());
+    }
+    return declarations;
 }
 
-/// The three lists of the repository.
+/// What the four headers of the kit ask for, which has comments there.
+std::vector<Declaration> readKit()
+{
+    std::vector<Declaration> kit;
+    for (const char* header : {"host.h", "spatial_reference.h", "foundation.h", "win32.h"})
+        for (Declaration& declaration :
+             parseDeclarations(readFile(ORVEL_SOURCE_DIR, std::string("examples/port/platform/") + header).text))
+            if (!declaration.comment.empty())
+                kit.push_back(std::move(declaration));
+    return kit;
+}
+
+/// The folders of the platforms that are written by hand for the tests and declare what is listed as it is listed.
+std::vector<std::string> findExactPlatforms()
+{
+    std::vector<std::string> folders;
+    for (const SourceFile& file : readFiles(ORVEL_SOURCE_DIR, {"tests/porting"}, {".h"}))
+        if (file.path.ends_with("/host.h") && !file.path.starts_with(kLoosePlatform))
+            folders.push_back(file.path.substr(0, file.path.rfind('/')));
+    return folders;
+}
+
+bool isTypeOrMacro(const Declaration& declaration)
+{
+    static const std::regex beginning(R"(^(#define|class|struct|using|enum)\b.*)");
+    return !declaration.isFunction && std::regex_match(declaration.text, beginning);
+}
+
+/// The names without their scopes.
+Names collectLastParts(const Names& names)
+{
+    Names parts;
+    for (const std::string& name : names)
+        parts.insert(name.substr(name.rfind(':') + 1));
+    return parts;
+}
+
 class PortingListTest : public PlatformTest {
 protected:
-    PortingListTest()
-    {
-        for (const std::string& header : kHeaders) {
-            addAll(listed_, parseListedNames(page_, header));
-            addAll(declared_, declaredNamesOfHeader(header));
-        }
-        for (const SourceFile& file : readFiles(ORVEL_SOURCE_DIR, {"platform"}, {".h"}))
-            if (file.path != "platform/export.h")
-                addAll(interface_, parsePlatformNames(file.text));
-    }
-
-    static Names declaredNamesOfHeader(const std::string& header)
-    {
-        return parsePlatformNames(readFile(ORVEL_SOURCE_DIR, "tests/porting/platform/" + header).text);
-    }
-
-    const std::string page_ = readFile(ORVEL_SOURCE_DIR, "docs/porting.md").text;
+    const std::vector<Declaration> kit_ = readKit();
+    const Names listed_ = collectNames(kit_);
     const Usage usage_ = collectUsage(readFiles(ORVEL_SOURCE_DIR, {"src"}, {".h", ".cpp"}));
-    Names listed_;
-    Names declared_;
-    Names interface_; // of the project's own platform
 };
 
 class PortingListReaderTest : public PlatformTest {};
@@ -53,32 +82,26 @@ Usage parseUsage(const std::string& source)
     return collectUsage({{"src/a.cpp", source}});
 }
 
-TEST_F(PortingListTest, ListOfEachHeader_MatchesTheMinimalHeader)
+std::string compare(const std::string& asked, const std::string& platform)
 {
-    for (const std::string& header : kHeaders) {
-        const Names listed = parseListedNames(page_, header);
-        EXPECT_EQ(
-            joinLines(complainAboutMissing(declaredNamesOfHeader(header), listed, "not in the list of " + header)), "");
-        EXPECT_EQ(joinLines(complainAboutMissing(listed, declaredNamesOfHeader(header),
-                                                 "listed for " + header + ", which does not declare it")),
-                  "");
-    }
+    return joinLines(compareWithPlatform(parseDeclarations(asked), parseDeclarations(platform)));
 }
 
-TEST_F(PortingListTest, EveryListedName_IsUsedByTheSources)
+TEST_F(PortingListTest, EveryListedName_IsUsedByTheSourcesOrIsForOthers)
 {
     ASSERT_FALSE(listed_.empty());
     Names unused;
-    for (const std::string& name : listed_)
-        if (!isUsed(name, listed_, usage_))
-            unused.insert(name);
+    for (const Declaration& declaration : kit_)
+        if (!isSpecialMember(declaration) && !isForOthers(declaration) && !isUsed(declaration.name, listed_, usage_))
+            unused.insert(declaration.name);
     EXPECT_EQ(joinLines(complainAboutMissing(unused, {}, "listed, and used by no source")), "");
 }
 
 TEST_F(PortingListTest, EveryPlatformNameThatTheSourcesUse_IsListed)
 {
-    ASSERT_FALSE(interface_.empty());
-    EXPECT_EQ(joinLines(complainAboutMissing(findUsedFreeNames(interface_, usage_), listed_, "used, and not listed")),
+    const Names interface = collectNames(readDeclarations("platform"));
+    ASSERT_FALSE(interface.empty());
+    EXPECT_EQ(joinLines(complainAboutMissing(findUsedFreeNames(interface, usage_), listed_, "used, and not listed")),
               "");
 }
 
@@ -95,39 +118,45 @@ TEST_F(PortingListTest, TheModulesOwnNames_AreInTheSourcesAndNotListed)
               "");
 }
 
-TEST_F(PortingListTest, EveryMinimalDeclaration_ExistsInThePlatform)
+TEST_F(PortingListTest, EveryListedDeclaration_SuitsTheProjectsOwnPlatform)
 {
-    Names parts;
-    for (const std::string& name : interface_)
-        parts.insert(name.substr(name.rfind(':') + 1));
-    Names missingParts;
-    for (const std::string& name : declared_)
-        if (!parts.contains(name.substr(name.rfind(':') + 1)))
-            missingParts.insert(name);
-    missingParts.erase("QeRxDynamicLinker::desc"); // declared by a macro there
-    EXPECT_EQ(joinLines(complainAboutMissing(missingParts, {}, "unknown to the project's own platform")), "");
+    std::vector<Declaration> listed = kit_;
+    // A macro declares it there.
+    std::erase_if(listed, [](const Declaration& each) { return each.name == "QeRxDynamicLinker::desc"; });
+    EXPECT_EQ(joinLines(compareWithPlatform(listed, readDeclarations("platform"))), "");
 }
 
-TEST_F(PortingListReaderTest, ListedNames_AreInTheFirstColumnBelowTheHeading)
+TEST_F(PortingListTest, EveryListedDeclaration_SuitsThePlatformsWrittenByHand)
 {
-    const std::string page = "## `a.h`: things\n"
-                             "Text with `notThis`.\n"
-                             "| name | what |\n|---|---|\n"
-                             "| `first`, `C::second` | gives `notThat` |\n"
-                             "### More\n"
-                             "| `third` | |\n"
-                             "## `b.h`\n"
-                             "| `other` | |\n";
-    EXPECT_EQ(parseListedNames(page, "a.h"), (Names{"first", "C::second", "third"}));
-    EXPECT_EQ(parseListedNames(page, "b.h"), Names{"other"});
-    EXPECT_EQ(parseListedNames(page, "c.h"), Names{});
+    ASSERT_FALSE(findExactPlatforms().empty());
+    for (const std::string& folder : findExactPlatforms()) {
+        EXPECT_EQ(joinLines(compareWithPlatform(kit_, readDeclarations(folder))), "") << folder;
+    }
 }
 
-TEST_F(PortingListReaderTest, NamesOfTheLibrary_HaveNoNamespace)
+TEST_F(PortingListTest, PlatformWrittenByHand_DeclaresNoMemberCallOrNumberThatIsNotListed)
 {
-    EXPECT_EQ(parsePlatformNames("namespace Zentara::Infrastructure::SpatialReference { enum Status { statusOk }; }\n"
-                                 "namespace Qeapp { enum { eOk }; }"),
-              (Names{"Status", "statusOk", "Qeapp::eOk"}));
+    // A class may declare the members of its bases again.
+    const Names listed = collectLastParts(listed_);
+    for (const std::string& folder : findExactPlatforms()) {
+        std::vector<Declaration> declarations = readDeclarations(folder);
+        std::erase_if(declarations, isTypeOrMacro); // which help to declare what is listed
+        const Names declared = collectLastParts(collectNames(declarations));
+        EXPECT_EQ(joinLines(complainAboutMissing(declared, listed, "not listed")), "") << folder;
+    }
+}
+
+TEST_F(PortingListTest, EveryListedName_OccursInTheLoosePlatform)
+{
+    const std::vector<SourceFile> headers = readFiles(ORVEL_SOURCE_DIR, {std::string(kLoosePlatform)}, {".h"});
+    const Usage loose = collectUsage(headers);
+    std::vector<Declaration> needed = kit_;
+    std::erase_if(needed, isForOthers);
+    if (!headers.empty()) {
+        EXPECT_EQ(joinLines(complainAboutMissing(collectLastParts(collectNames(needed)), loose.identifiers,
+                                                 "listed, and not in the loose platform")),
+                  "");
+    }
 }
 
 TEST_F(PortingListReaderTest, Member_IsUsedAfterAnObjectAPointerOrItsClass)
@@ -167,6 +196,36 @@ TEST_F(PortingListReaderTest, UnlistedNames_HaveAPlatformPrefixAndAreInNoListedN
     const std::string source = "QeDbThing t; qedbCall(); Qeapp::eOk; qeutCall(); FqObject o; quite(); Query q; kQeKey;";
     EXPECT_EQ(findUnlistedNames({"QeDbThing", "Qeapp::eOk"}, parseUsage(source)),
               (Names{"FqObject", "kQeKey", "qedbCall", "qeutCall"}));
+}
+
+TEST_F(PortingListReaderTest, Platform_LacksADeclarationOrHasOtherTypes)
+{
+    EXPECT_EQ(compare("/// Calls.\nint f(int a);", "int f(int b);"), "");
+    EXPECT_EQ(compare("/// Calls.\nint f(int a);", "int g(int b);"), "f: not declared\n");
+    EXPECT_EQ(compare("/// Calls.\nint f(int a);", "int f(char b);"),
+              "f: expected int f(int a), found int f(char b)\n");
+    EXPECT_EQ(compare("/// Calls.\nint f(int a);", "bool f(int b);"),
+              "f: expected int f(int a), found bool f(int b)\n");
+    EXPECT_EQ(compare("struct C {\n/// A field.\nshort s; };", "struct C { int s; };"),
+              "C::s: expected short s, found int s\n");
+    EXPECT_EQ(compare("struct C {\n/// Calls.\nint f() const; };", "struct C { int f(); };"),
+              "C::f: expected int f() const, found int f()\n");
+}
+
+TEST_F(PortingListReaderTest, Platform_MayHaveOverloadsDefaultsBasesAndFreeResults)
+{
+    EXPECT_EQ(compare("/// Calls.\nint f(int a);", "int f(); int f(int, bool = true);"), "");
+    EXPECT_EQ(compare("/// Calls.\nint f(int a);", "int f(int, bool);"),
+              "f: expected int f(int a), found int f(int, bool)\n");
+    EXPECT_EQ(compare("struct C {\n/// Calls.\nint f(); };", "struct B { int f(); };"), "");
+    EXPECT_EQ(compare("/// The result is not looked at.\nint f();", "void f();"), "");
+    EXPECT_EQ(compare("int f();\n/// No source of the module names it.\nenum E { };", ""), "");
+}
+
+TEST_F(PortingListReaderTest, CollectedNames_ExcludeSpecialMembersAndForwardDeclarations)
+{
+    EXPECT_EQ(collectNames(parseDeclarations("class D;\n/// Known.\nclass E;\nstruct C { C(); ~C(); int m(); };")),
+              (Names{"C", "C::m", "E"}));
 }
 
 TEST_F(PortingListReaderTest, MissingNames_CauseOneComplaintEach)

@@ -54,6 +54,12 @@ std::string topFolder(std::string_view path)
     return std::string(slash == std::string_view::npos ? "" : path.substr(0, slash));
 }
 
+bool belongsToPlatform(std::string_view path)
+{
+    const bool hasPlatforms = path.starts_with("examples/port/") || path.starts_with("tests/porting/");
+    return topFolder(path) == "platform" || (hasPlatforms && path.find("/platform/") != std::string_view::npos);
+}
+
 std::string formatComplaint(const std::string& path, std::size_t line, const std::string& what)
 {
     return path + ":" + std::to_string(line) + ": " + what;

@@ -29,6 +29,9 @@ std::vector<std::string> splitLines(std::string_view text);
 /// The top folder of the file; empty for a file at the root.
 std::string topFolder(std::string_view path);
 
+/// Whether the file belongs to a platform: the project's own, one that a product copies, or one of the tests.
+bool belongsToPlatform(std::string_view path);
+
 /// "path:line: what", as compilers write it.
 std::string formatComplaint(const std::string& path, std::size_t line, const std::string& what);
 

@@ -15,7 +15,17 @@ Expected<FileKind> fileKind(const std::filesystem::path& file)
     }
     if (fs::is_regular_file(status))
         return FileKind::regular;
-    return fs::is_directory(status) ? FileKind::folder : FileKind::other;
+    switch (status.type()) {
+    case fs::file_type::directory:
+        return FileKind::folder;
+    case fs::file_type::fifo:
+        return FileKind::pipe;
+    case fs::file_type::character:
+    case fs::file_type::block:
+        return FileKind::device;
+    default:
+        return FileKind::other;
+    }
 }
 
 } // namespace Embedded

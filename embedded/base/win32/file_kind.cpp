@@ -10,8 +10,10 @@ namespace Embedded {
 Expected<FileKind> fileKind(const std::filesystem::path& file)
 {
     const std::filesystem::path name = systemPath(file);
-    if (name.wstring().starts_with(LR"(\\.\)")) // a device or a pipe, such as NUL and COM1
-        return FileKind::other;
+    if (name.wstring().starts_with(LR"(\\.\pipe\)"))
+        return FileKind::pipe;
+    if (name.wstring().starts_with(LR"(\\.\)")) // such as NUL and COM1
+        return FileKind::device;
     const DWORD attributes = GetFileAttributesW(name.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         const std::error_code error = lastSystemError();

@@ -116,15 +116,9 @@ Expected<void> requireRegularFile(const fs::path& file)
     Expected<FileKind> kind = fileKind(file);
     if (!kind)
         return failure(Qeapp::eFileNotFound, std::move(kind.error().message));
-    switch (*kind) {
-    case FileKind::regular:
+    if (*kind == FileKind::regular)
         return {};
-    case FileKind::folder:
-        return failure(Qeapp::eFileDamaged, "is a folder");
-    case FileKind::other:
-        break;
-    }
-    return failure(Qeapp::eFileDamaged, "is not a regular file");
+    return failure(Qeapp::eFileDamaged, notRegularMessage(*kind));
 }
 
 Expected<std::unique_ptr<DrawingConnection>> connect(const fs::path& file, DrawingAccess access, const LockWait& wait)

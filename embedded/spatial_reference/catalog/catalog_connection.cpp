@@ -59,6 +59,11 @@ bool CatalogRow::isTrue(int column) const
     return sqlite3_column_int(statement_, column) != 0;
 }
 
+double CatalogRow::number(int column) const
+{
+    return sqlite3_column_double(statement_, column);
+}
+
 void CatalogConnection::Release::operator()(sqlite3* database) const
 {
     sqlite3_close(database);

@@ -23,6 +23,7 @@ public:
     /// The value as UTF-8; empty for NULL.
     std::string_view text(int column) const;
     bool isTrue(int column) const;
+    double number(int column) const;
 
 private:
     sqlite3_stmt* statement_;

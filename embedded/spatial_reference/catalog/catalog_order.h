@@ -6,10 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "platform/export.h"
+
 namespace Embedded {
 
 /// The text in lower case, without blanks at its ends.
-std::wstring searchForm(std::wstring_view text);
+ZSR_API std::wstring searchForm(std::wstring_view text);
 
 /// The parts before and after the first colon. A code without a colon has no authority.
 std::wstring_view authorityOf(std::wstring_view code);

@@ -1,38 +1,43 @@
 #include "embedded/spatial_reference/catalog/catalog_search.h"
 
 #include <algorithm>
-#include <sstream>
 #include <tuple>
 
 #include "embedded/spatial_reference/catalog/catalog_order.h"
+#include "embedded/spatial_reference/catalog/catalog_words.h"
+#include "embedded/spatial_reference/catalog/code_notations.h"
 
 namespace Embedded {
 namespace {
 
 /// How well an entry matches the text, the best first.
-enum class Match { exactCode, exactName, nameBegins, rest };
+enum class Match { exactCode, exactName, wholeWords, beginningsOfWords, rest };
 
 struct Hit {
     Match match;
+    bool deprecated;
     CatalogOrder order;
     const CatalogEntry* entry;
 };
 
-std::vector<std::wstring> splitWords(const std::wstring& text)
+Match rankOf(WordMatch worst)
 {
-    std::wistringstream stream(text);
-    std::vector<std::wstring> words;
-    for (std::wstring word; stream >> word;)
-        words.push_back(word);
-    return words;
+    switch (worst) {
+    case WordMatch::whole:
+        return Match::wholeWords;
+    case WordMatch::beginning:
+        return Match::beginningsOfWords;
+    default:
+        return Match::rest;
+    }
 }
 
 class Matcher {
 public:
     explicit Matcher(const CatalogQuery& query)
         : query_(query),
-          text_(searchForm(query.text)),
-          words_(splitWords(text_)),
+          text_(searchForm(codeFromNotation(searchForm(query.text)))),
+          words_(splitAtBlanks(text_)),
           authority_(searchForm(query.authority))
     {
     }
@@ -43,10 +48,12 @@ public:
             return std::nullopt;
         const std::wstring code = searchForm(entry.code);
         const std::wstring name = searchForm(entry.name);
-        const bool all = std::ranges::all_of(words_, [&](const std::wstring& word) {
-            return code.find(word) != std::wstring::npos || name.find(word) != std::wstring::npos;
-        });
-        return all ? std::optional(rank(code, name)) : std::nullopt;
+        const WordMatch worst = worstMatch(code, name);
+        if (worst == WordMatch::none || (query_.ignoresInside && worst == WordMatch::inside))
+            return std::nullopt;
+        if (text_ == code || text_ == numberOf(code))
+            return Match::exactCode;
+        return text_ == name ? Match::exactName : rankOf(worst);
     }
 
 private:
@@ -56,14 +63,15 @@ private:
                (authority_.empty() || searchForm(authorityOf(entry.code)) == authority_);
     }
 
-    /// The number alone counts as the whole code.
-    Match rank(const std::wstring& code, const std::wstring& name) const
+    WordMatch worstMatch(const std::wstring& code, const std::wstring& name) const
     {
-        if (text_ == code || text_ == numberOf(code))
-            return Match::exactCode;
-        if (text_ == name)
-            return Match::exactName;
-        return name.starts_with(text_) ? Match::nameBegins : Match::rest;
+        WordMatch worst = WordMatch::whole;
+        for (const std::wstring& word : words_) {
+            worst = std::max(worst, std::min(matchWord(code, word), matchWord(name, word)));
+            if (worst == WordMatch::none)
+                break;
+        }
+        return worst;
     }
 
     const CatalogQuery& query_;
@@ -80,9 +88,9 @@ std::vector<CatalogEntry> searchCatalog(const CatalogQuery& query)
     std::vector<Hit> hits;
     for (const CatalogEntry& entry : catalogEntries()) {
         if (const auto match = matcher.match(entry))
-            hits.push_back({*match, catalogOrder(entry.code), &entry});
+            hits.push_back({*match, entry.deprecated, catalogOrder(entry.code), &entry});
     }
-    std::ranges::stable_sort(hits, {}, [](const Hit& hit) { return std::tie(hit.match, hit.order); });
+    std::ranges::stable_sort(hits, {}, [](const Hit& hit) { return std::tie(hit.match, hit.deprecated, hit.order); });
     if (query.limit != 0 && hits.size() > query.limit)
         hits.resize(query.limit);
     std::vector<CatalogEntry> entries;

@@ -10,15 +10,17 @@
 namespace Embedded {
 
 struct CatalogQuery {
-    std::wstring text; // every word must occur in the code or the name, ignoring case
+    std::wstring text; // every word must occur in the code or the name, ignoring case; a code in any notation
     std::optional<Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemKind> kind{}; // any when empty
     std::wstring authority{};                                                                       // any when empty
     bool includesDeprecated = false;
-    std::size_t limit = 0; // 0: all
+    bool ignoresInside = false; // whether a word that occurs only inside another counts as none
+    std::size_t limit = 0;      // 0: all
 };
 
-/// An exact code comes first, then an exact name, then names that begin with the text, then the rest; each by authority
-/// and number.
+/// An exact code comes first, then an exact name, then what has every word of the text as a whole word, then what has
+/// them at the beginning of words, then the rest. Within each of these systems in use precede deprecated ones, and
+/// authority and number decide the rest. A number alone is the exact code of every authority.
 ZSR_API std::vector<CatalogEntry> searchCatalog(const CatalogQuery& query);
 
 } // namespace Embedded

@@ -14,6 +14,8 @@
 #include "embedded/spatial_reference/catalog/catalog_list.h"
 #include "embedded/spatial_reference/catalog/catalog_order.h"
 #include "embedded/spatial_reference/catalog/catalog_search.h"
+#include "embedded/spatial_reference/catalog/catalog_words.h"
+#include "embedded/spatial_reference/catalog/code_notations.h"
 
 namespace Embedded {
 namespace {
@@ -118,16 +120,30 @@ private:
     std::vector<Suggestion> near_;
 };
 
+/// The systems whose names have the words of the text, or its words when slips in them are mended.
 std::vector<CatalogEntry> suggestNames(std::wstring_view text, std::size_t limit)
 {
-    return searchCatalog({.text = std::wstring(text), .limit = limit});
+    auto entries = searchCatalog({.text = std::wstring(text), .ignoresInside = true, .limit = limit});
+    if (!entries.empty())
+        return entries;
+    WordCorrection correction;
+    for (const CatalogEntry& entry : catalogEntries())
+        if (!entry.deprecated)
+            correction.learn(entry.name);
+    for (const std::wstring& corrected : correction.correct(text, limit)) {
+        for (CatalogEntry& entry : searchCatalog({.text = corrected, .ignoresInside = true, .limit = limit})) {
+            if (entries.size() < limit && std::ranges::find(entries, entry.code, &CatalogEntry::code) == entries.end())
+                entries.push_back(std::move(entry));
+        }
+    }
+    return entries;
 }
 
 } // namespace
 
 std::vector<CatalogEntry> suggestCodes(std::wstring_view code, std::size_t limit)
 {
-    const std::wstring text = searchForm(code);
+    const std::wstring text = searchForm(codeFromNotation(searchForm(code)));
     if (text.empty() || limit == 0)
         return {};
     NearCodes near(text);
@@ -142,7 +158,7 @@ std::vector<CatalogEntry> suggestCodes(std::wstring_view code, std::size_t limit
             entries.push_back(*std::move(entry));
     }
     if (entries.empty())
-        entries = suggestNames(code, limit);
+        entries = suggestNames(text, limit);
     std::erase_if(entries, [code](const CatalogEntry& entry) { return entry.code == code; }); // it cannot be loaded
     return entries;
 }

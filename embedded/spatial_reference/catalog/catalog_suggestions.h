@@ -10,7 +10,8 @@
 namespace Embedded {
 
 /// The nearest codes of the catalog, the best first, at most `limit`: the authority may be missing or misspelt, digits
-/// may be swapped or wrong. Entries whose names hold the text when no code is near.
+/// may be swapped or wrong. When no code is near, the entries in use whose names have every word of the text, or nearly
+/// so.
 ZSR_API std::vector<CatalogEntry> suggestCodes(std::wstring_view code, std::size_t limit);
 
 } // namespace Embedded

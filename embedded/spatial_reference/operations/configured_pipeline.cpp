@@ -122,11 +122,16 @@ std::string describeMethod(const PJ* operation)
     return std::string("its method ") + name;
 }
 
+void checkDirection(const LoadedOperation& operation, OperationDirection direction)
+{
+    if (direction == OperationDirection::inverse && !operation.data.reversible)
+        throwOperationError(OperationError::notReversible, operation.data.code,
+                            describeEnds(operation) + " and is not reversible");
+}
+
 void checkUsable(const LoadedOperation& operation, OperationDirection direction)
 {
     const std::wstring& code = operation.data.code;
-    if (direction == OperationDirection::inverse && !operation.data.reversible)
-        throwOperationError(OperationError::notReversible, code, describeEnds(operation) + " and is not reversible");
     for (const OperationGrid& grid : usedGrids(operation.object.get())) {
         if (!grid.isInstalled)
             throwOperationError(OperationError::missingGrid, code,
@@ -161,6 +166,7 @@ std::unique_ptr<Pipeline> configuredPipeline(const SystemParts& source, const Sy
 {
     LoadedOperation operation = loadOperationWithEnds(configured);
     Fit fit = bestFit(operation, source, target);
+    checkDirection(operation, fit.direction);
     checkUsable(operation, fit.direction);
     const bool isForward = fit.direction == OperationDirection::forward;
     const SystemParts& entry = isForward ? operation.source : operation.target;
@@ -176,6 +182,12 @@ std::unique_ptr<Pipeline> configuredPipeline(const SystemParts& source, const Sy
     pipeline->append(std::move(operation.object), isForward ? PJ_FWD : PJ_INV, false);
     pipeline->append(std::move(fit.after.operation), PJ_FWD, !exit.vertical.empty());
     return pipeline;
+}
+
+void checkFit(const SystemParts& source, const SystemParts& target, const ConfiguredOperation& configured)
+{
+    const LoadedOperation operation = loadOperationWithEnds(configured);
+    checkDirection(operation, bestFit(operation, source, target).direction);
 }
 
 } // namespace Embedded

@@ -11,4 +11,8 @@ namespace Embedded {
 std::unique_ptr<Pipeline> configuredPipeline(const SystemParts& source, const SystemParts& target,
                                              const ConfiguredOperation& configured);
 
+/// Throws ErrorException for an operation that cannot be used between the systems wherever it is tried. A grid that is
+/// not installed is no reason.
+void checkFit(const SystemParts& source, const SystemParts& target, const ConfiguredOperation& configured);
+
 } // namespace Embedded

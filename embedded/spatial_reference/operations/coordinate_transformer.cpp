@@ -55,6 +55,15 @@ Expected<std::unique_ptr<CoordinateTransformer>> makeTransformer(const Coordinat
     });
 }
 
+Expected<void> checkConfiguredOperation(std::wstring_view sourceCode, std::wstring_view targetCode,
+                                        const ConfiguredOperation& configured)
+{
+    return catchError([&] {
+        const SystemParts source = loadSystemParts(sourceCode);
+        checkFit(source, loadSystemParts(targetCode), configured);
+    });
+}
+
 bool isGridNetworkEnabled()
 {
     return proj_context_is_network_enabled(projContext()) != 0;

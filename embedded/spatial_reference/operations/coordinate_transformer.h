@@ -110,6 +110,11 @@ makeTransformer(const Zentara::Infrastructure::SpatialReference::CoordinateRefer
                 const Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition& target,
                 const std::optional<ConfiguredOperation>& configured);
 
+/// Checks whether makeTransformer would use the configured operation between the systems if all grids were installed
+/// and PROJ had all methods. The Error has the status of an OperationError.
+ZSR_API Expected<void> checkConfiguredOperation(std::wstring_view sourceCode, std::wstring_view targetCode,
+                                                const ConfiguredOperation& configured);
+
 /// Returns whether PROJ reads grids over the network. It does only if the environment variable PROJ_NETWORK says so.
 ZSR_API bool isGridNetworkEnabled();
 /// The folder into which PROJ's programs download grids, as a path in UTF-8.

@@ -22,7 +22,7 @@ TEST_F(Demo, DemoScript_SucceedsAndLeavesNoFiles)
     EXPECT_EQ(result.errors, "");
     for (const char* line : {"$ orvelcs new plan.qedb\nplan.qedb: new drawing, version 33\n",
                              "$ orvelcs catalog search ETRS89 ",
-                             "\nEPSG:25832  projected  ETRS89 / UTM zone 32N\n",
+                             "\nEPSG:25832  projected  ETRS89 / UTM zone 32N",
                              "$ orvelcs assign EPSG:25832 plan.qedb\nplan.qedb: assigned EPSG:25832\n",
                              "\n  legacy projection: none\n",
                              "\n    owned by model space\n",

@@ -40,7 +40,7 @@ TEST_F(FileSizeLimit, CatalogSearch_NeedsNoTemporaryFile)
 {
     const ProgramResult search = runLimited("catalog search --limit 1 EPSG:25832");
     EXPECT_EQ(search.status, 0);
-    EXPECT_EQ(search.output, "EPSG:25832  projected  ETRS89 / UTM zone 32N\n");
+    EXPECT_THAT(search.output, testing::StartsWith("EPSG:25832  projected  ETRS89 / UTM zone 32N  Europe "));
     EXPECT_EQ(search.errors, "");
 }
 

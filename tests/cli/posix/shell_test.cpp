@@ -53,6 +53,21 @@ TEST_F(ShellScript, ErrorOfAPoint_FollowsItsResultWhereOutputAndErrorsGoToOneFil
                  results + "orvelcs: transform: standard input: 2 of 1000 points could not be transformed\n", "");
 }
 
+// The output is longer than what a pipe holds, so that the program cannot end before the reader.
+TEST_F(ShellScript, ReaderThatGoesAway_EndsABatchSilently)
+{
+    givenDrawingWith("a.qedb", "EPSG:25832");
+    std::string list;
+    for (int index = 0; index < 500; ++index)
+        list += "a.qedb\n";
+    given("list", list);
+    for (const std::string option : {"", " --json"}) {
+        const ProgramRun script = shellRun("mkfifo pipe; \"$0\" show --wkt --files-from list" + option +
+                                           " >pipe & head -n 1 pipe; wait $!; echo $?; rm pipe");
+        expectResult(run(script), 0, option.empty() ? "a.qedb\n141\n" : "[\n141\n", "");
+    }
+}
+
 TEST_F(ShellScript, UnreadablePoints_LeaveACompleteJsonDocument)
 {
     const ProgramResult result = run(shellRun("exec \"$0\" transform --json EPSG:4258 EPSG:25832 </"));

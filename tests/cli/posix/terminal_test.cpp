@@ -23,7 +23,7 @@ protected:
 
     /// Returns what appears on the terminal, with its line ends.
     std::string runOnTerminal(Arguments arguments, const char* noColor = nullptr, const char* type = "xterm",
-                              const Listener& listener = {})
+                              const Listener& listener = {}, const winsize* size = nullptr)
     {
         arguments.insert(arguments.begin(), ORVELCS_PROGRAM);
         std::vector<char*> words;
@@ -32,7 +32,7 @@ protected:
         words.push_back(nullptr);
         const std::string folder = path("").string();
         int terminal = -1;
-        const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+        const pid_t child = ::forkpty(&terminal, nullptr, nullptr, size);
         if (child == -1)
             throw std::runtime_error("forkpty failed");
         if (child == 0)
@@ -82,6 +82,14 @@ TEST_F(Terminal, Batch_ShowsItsProgressAndRemovesIt)
                                                             "\r\x1B[Ka.qedb: cleared\r\n"
                                                             "\r\x1B[K[2/2] b.qedb"
                                                             "\r\x1B[Kb.qedb: cleared\r\n");
+}
+
+TEST_F(Terminal, ProgressOfALongName_IsCutToTheWidthOfTheTerminal)
+{
+    const std::string name = "folder-of-a-project/" + std::string(30, 'x') + ".qedb";
+    const winsize size{.ws_row = 24, .ws_col = 40, .ws_xpixel = 0, .ws_ypixel = 0};
+    EXPECT_THAT(runOnTerminal({"show", name, name}, nullptr, "xterm", {}, &size),
+                testing::StartsWith("\r\x1B[K[1/2] folder-of-a-project/xxxxxxxxxxxx…\r\x1B[K"));
 }
 
 TEST_F(Terminal, QuietBatch_ShowsNothing)
@@ -207,6 +215,27 @@ TEST_P(WaitOnTerminal, ShortOrQuietWait_ShowsNoMessage)
     EXPECT_THAT(runOnTerminal(concatenate(waitingFor("0.7"), {"--quiet"})),
                 testing::Not(testing::HasSubstr("waiting")));
     EXPECT_EQ(WEXITSTATUS(waitStatus), 1);
+}
+
+TEST_F(Terminal, InterruptInABatch_EndsTheWaitForADrawingAndIsReported)
+{
+    givenDrawing("a.qedb");
+    givenDrawing("b.qedb");
+    sqlite3* held = nullptr;
+    sqlite3_open(path("b.qedb").string().c_str(), &held);
+    EXPECT_EQ(sqlite3_exec(held, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    const auto interrupt = [](const std::string& text, int terminal) {
+        if (text.ends_with("waiting for b.qedb, which another process is changing") &&
+            ::write(terminal, "\x03", 1) != 1)
+            throw std::runtime_error("the terminal cannot be written");
+    };
+    const std::string text =
+        runOnTerminal({"clear", "a.qedb", "b.qedb", "b.qedb", "--wait", "60"}, nullptr, "xterm", interrupt);
+    sqlite3_close(held);
+    EXPECT_THAT(text, testing::HasSubstr("b.qedb: eFileLocked (55): another process holds it\r\n"));
+    EXPECT_THAT(text, testing::EndsWith("orvelcs: clear: interrupted: after 2 of 3 drawings, 1 of which failed; 1 not "
+                                        "opened\r\n"));
+    EXPECT_EQ(WEXITSTATUS(waitStatus), 130);
 }
 
 TEST_P(WaitOnTerminal, Interrupt_EndsTheWait)

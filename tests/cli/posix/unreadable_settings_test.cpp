@@ -26,7 +26,7 @@ protected:
             {"transformation", "EPSG:4275", "EPSG:4326"},
             {"config", "get", "--user"},
             {"config", "set", "-", "--user"},
-            {"config", "add", "--source", "A", "--target", "B", "--name", "n", "--type", "path", "--user"}};
+            {"config", "add", "--source", "A", "--target", "B", "--name", "n", "--type", "path", "--force", "--user"}};
         for (Arguments& command : commands)
             command = concatenate(command, {"--json", "--user-dir", userFolder()});
         return commands;

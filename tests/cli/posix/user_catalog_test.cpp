@@ -42,7 +42,8 @@ protected:
 
 TEST_F(UserCatalog, IsSearchedWithTheOther)
 {
-    expectResult(runWithIt({"catalog", "search", "mine", "grid"}), 0, "MINE:GRID  projected  Grid of mine\n", "");
+    expectResult(runWithIt({"catalog", "search", "mine", "grid"}), 0,
+                 "MINE:GRID  projected  Grid of mine  area of use unknown\n", "");
     EXPECT_EQ(runWithIt({"catalog", "search", "--authority", "mine", "grid"}).status, 0);
     EXPECT_EQ(runWithIt({"catalog", "search", "EPSG:25832"}).status, 0);
     EXPECT_EQ(run({"catalog", "search", "grid of mine"}).status, 3);
@@ -52,7 +53,7 @@ TEST_F(UserCatalog, HasItsCodesAmongTheNearest)
 {
     const ProgramResult result = runWithIt({"catalog", "show", "MINE:GRIT"});
     EXPECT_EQ(result.status, 3);
-    EXPECT_THAT(result.errors, HasSubstr("the catalog has no such code; the nearest is MINE:GRID\n"));
+    EXPECT_THAT(result.errors, HasSubstr("the catalog has no such code; the nearest is MINE:GRID (Grid of mine)\n"));
 }
 
 TEST_F(UserCatalog, OperationOfBothCatalogs_IsListedOnce)

@@ -23,7 +23,8 @@ protected:
     {
         return {{"config", "set", "-"},
                 {"config", "clear"},
-                {"config", "add", "--source", "A", "--target", "B", "--name", "EPSG:1241", "--type", "transformation"}};
+                {"config", "add", "--source", "A", "--target", "B", "--name", "EPSG:1241", "--type", "transformation",
+                 "--force"}};
     }
     ProgramResult runWithHome(const std::string& home, Arguments arguments) const
     {

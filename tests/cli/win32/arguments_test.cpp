@@ -29,9 +29,10 @@ TEST_F(WindowsArguments, InvalidFileName_IsRefusedInOneLine)
 
 TEST_F(WindowsArguments, DeviceName_IsNotADrawing)
 {
-    expectResult(run({"show", "NUL"}), 1, "", "orvelcs: show: NUL: eFileDamaged (51): is not a regular file\n");
+    expectResult(run({"show", "NUL"}), 1, "",
+                 "orvelcs: show: NUL: eFileDamaged (51): is a device, not a regular file\n");
     expectResult(run({"new", "--force", "NUL"}), 1, "",
-                 "orvelcs: new: NUL: eFileWriteFailed (54): is not a regular file\n");
+                 "orvelcs: new: NUL: eFileWriteFailed (54): is a device, not a regular file\n");
 }
 
 TEST_F(WindowsArguments, Backslashes_SeparateFolders)

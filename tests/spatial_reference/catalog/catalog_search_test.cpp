@@ -91,7 +91,7 @@ TEST_F(CatalogSearch, AnExactCodeComesFirst)
     EXPECT_EQ(codes(searchCatalog(query(L" \tEPSG:25832 ", 1))), Codes{L"EPSG:25832"});
 }
 
-TEST_F(CatalogSearch, AnExactNameComesBeforeNamesThatBeginWithIt)
+TEST_F(CatalogSearch, AnExactNameComesBeforeNamesWithItsWords)
 {
     const auto results = searchCatalog(query(L"WGS 84"));
     ASSERT_GT(results.size(), 10U);

@@ -75,7 +75,8 @@ CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate
     program_->set_help_flag("-h,--help", "print this help, or that of a command");
     program_->add_flag(kSeparatorFlag)->group(""); // not for people, and so in no help
     program_->footer("orvelcs COMMAND --help describes a command.\n"
-                     "Exit status: 0 done, 1 failed or refused, 2 wrong usage, 3 nothing found.");
+                     "Exit status: 0 done, 1 failed or refused, 2 wrong usage, 3 nothing found,\n"
+                     "130 interrupted.");
     program_->require_subcommand(1);
 
     commands_ = declareCommands(*program_);

@@ -1,6 +1,7 @@
 #include "orvelcs/cli/display_text.h"
 
 #include <fmt/format.h>
+#include <utf8.h>
 
 #include "embedded/base/text.h"
 
@@ -39,7 +40,25 @@ std::string oneLine(std::wstring_view text)
 
 std::string oneLine(std::string_view utf8)
 {
-    return oneLine(Embedded::wideFromUtf8(utf8));
+    std::string line;
+    while (!utf8.empty()) {
+        const auto valid = static_cast<std::size_t>(utf8::find_invalid(utf8.begin(), utf8.end()) - utf8.begin());
+        line += oneLine(Embedded::wideFromUtf8(utf8.substr(0, valid)));
+        utf8.remove_prefix(valid);
+        if (utf8.empty())
+            break;
+        line += fmt::format("\\x{:02X}", static_cast<unsigned char>(utf8.front()));
+        utf8.remove_prefix(1);
+    }
+    return line;
+}
+
+std::string truncated(const std::string& utf8, std::size_t mostCharacters)
+{
+    const std::wstring text = Embedded::wideFromUtf8(utf8);
+    if (text.size() <= mostCharacters)
+        return utf8;
+    return mostCharacters == 0 ? "" : Embedded::utf8FromWide(text.substr(0, mostCharacters - 1)) + "…";
 }
 
 } // namespace Orvelcs

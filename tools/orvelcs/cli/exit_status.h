@@ -9,7 +9,9 @@ enum class ExitStatus : int {
     done = 0,
     failed = 1, // the operation failed or was refused
     wrongUsage = 2,
-    nothingFound = 3 // where something was looked for
+    nothingFound = 3,  // where something was looked for
+    interrupted = 130, // by Ctrl-C or the system
+    readerGone = 141   // of standard output; 1 on Windows
 };
 
 /// The status of a batch in which both occur. A failure is worse than something that was not found.

@@ -23,4 +23,11 @@ Json jsonValue(const std::optional<Value>& value)
     return value ? Json(*value) : Json(nullptr);
 }
 
+/// The text without a final newline. Bytes that are not UTF-8 become U+FFFD.
+inline std::string printedJson(const Json& json)
+{
+    constexpr int kIndentation = 2;
+    return json.dump(kIndentation, ' ', false, Json::error_handler_t::replace);
+}
+
 } // namespace Orvelcs

@@ -1,7 +1,9 @@
 #include "orvelcs/cli/output.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -57,8 +59,7 @@ void Output::heading(std::string_view utf8)
 
 void Output::document(const Json& json)
 {
-    constexpr int kIndentation = 2;
-    write(json.dump(kIndentation, ' ', false, Json::error_handler_t::replace) + "\n");
+    write(printedJson(json) + "\n");
 }
 
 void Output::confirm(std::string_view subject, std::string_view message)
@@ -83,10 +84,9 @@ void Output::importantNote(std::string_view subject, std::string_view message)
     diagnose(subject, fmt::format("note: {}", message));
 }
 
-void Output::progress(std::size_t position, std::size_t total, std::string_view subject)
+void Output::progress(std::string_view position, std::string_view subject) const
 {
-    if (total > 1)
-        showProgress(fmt::format("[{}/{}] {}", position, total, oneLine(subject)));
+    showProgress(fmt::format("{} {}", position, oneLine(subject)));
 }
 
 void Output::showWaiting(std::string_view what) const
@@ -99,7 +99,12 @@ void Output::showProgress(const std::string& text) const
     if (options_.quiet || !isTerminal(stderr))
         return;
     progressIsShown_ = escapes_ && supportsEscapes(stderr);
-    writeToStandardError(progressIsShown_ ? "\r\x1B[K" + text : text + "\n");
+    if (!progressIsShown_)
+        return writeToStandardError(text + "\n");
+    // A line that goes on in the next one could not be removed. The last column stays free, since some terminals go on
+    // to the next line when it is written.
+    const std::optional<std::size_t> width = terminalWidth(stderr);
+    writeToStandardError("\r\x1B[K" + (width ? truncated(text, *width - 1) : text));
 }
 
 bool Output::flush()
@@ -109,11 +114,18 @@ bool Output::flush()
     return writeError_ == 0;
 }
 
+bool Output::readerIsGone() const
+{
+    return writeError_ == EPIPE;
+}
+
 ExitStatus Output::finish(ExitStatus status)
 {
     hideProgress();
     if (flush())
         return status;
+    if (readerIsGone())
+        return ExitStatus::readerGone;
     error("standard output", "cannot be written: " + std::generic_category().message(writeError_));
     return worse(status, ExitStatus::failed);
 }

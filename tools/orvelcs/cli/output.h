@@ -1,7 +1,6 @@
 // Where results, diagnostics and progress go.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -40,6 +39,8 @@ public:
     void document(const Json& json);
     /// Writes out what is buffered. Returns false when standard output cannot be written.
     [[nodiscard]] bool flush();
+    /// Returns whether a write failed because nobody reads standard output any more.
+    bool readerIsGone() const;
     /// Prints that something was done, unless JSON or --quiet is wanted.
     void confirm(std::string_view subject, std::string_view message);
 
@@ -49,13 +50,14 @@ public:
     /// Prints a note with --quiet too.
     void importantNote(std::string_view subject, std::string_view message);
     /// Shows the position in a batch, on a terminal and without --quiet.
-    void progress(std::size_t position, std::size_t total, std::string_view subject);
+    void progress(std::string_view position, std::string_view subject) const;
     /// Shows that the command waits for another process, on a terminal and without --quiet.
     void showWaiting(std::string_view what) const;
     /// Removes the line of progress or of waiting. All further output does so too.
     void hideProgress() const;
 
-    /// Writes out what is buffered. Returns `status`, or a worse one when the results could not be written.
+    /// Writes out what is buffered. Returns `status`, or a worse one when the results could not be written. A reader
+    /// that went away is no message.
     [[nodiscard]] ExitStatus finish(ExitStatus status);
 
 private:

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "orvelcs/cli/exit_status.h"
+
 namespace Orvelcs {
 
 /// Makes an exception that nothing catches, and a fault of the processor, end the program with status 70 on Windows:
@@ -19,6 +21,12 @@ void prepareStandardStreams();
 /// The errno of the last call on a stream.
 int streamError();
 
+/// The text as one argument for this system's shell: in quotes where it needs them.
+std::string quotedArgument(const std::string& text);
+
+/// The number of the exit status. On Windows, where a closed pipe sends no signal, readerGone is a failure like others.
+int systemExitStatus(ExitStatus status);
+
 /// Reads from standard input, past the buffer of `stdin`, what is there: `length` bytes at most. Waits only while there
 /// is nothing. Returns 0 at the end, and nothing with the reason in errno when it cannot be read.
 std::optional<std::size_t> readStandardInput(char* bytes, std::size_t length);
@@ -26,6 +34,9 @@ std::optional<std::size_t> readStandardInput(char* bytes, std::size_t length);
 bool isTerminal(std::FILE* stream);
 /// Returns whether it is a terminal that understands escape sequences.
 bool supportsEscapes(std::FILE* stream);
+
+/// The number of columns of a terminal; nothing where it is none, or does not know it.
+std::optional<std::size_t> terminalWidth(std::FILE* stream);
 
 /// Returns null when the file cannot be opened, with the reason in errno.
 std::FILE* openForReading(const std::string& file);

@@ -10,6 +10,7 @@
 #include "embedded/base/parse_number.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/interruption.h"
 
 namespace Orvelcs {
 namespace {
@@ -54,11 +55,14 @@ Embedded::LockWait waitFor(const std::string& what, const Output& output)
         else if (!std::exchange(isShown, true))
             output.showWaiting(what);
     };
+    wait.isCancelled = isInterrupted;
     return wait;
 }
 
 std::string lockedMessage()
 {
+    if (isInterrupted())
+        return "another process holds it";
     return fmt::format("another process holds it, after {} s still; try again, or wait longer with --wait SECONDS",
                        secondsToWait());
 }

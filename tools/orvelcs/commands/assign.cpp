@@ -7,10 +7,13 @@
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/input.h"
+#include "orvelcs/cli/process.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/change.h"
 #include "orvelcs/drawing/holders.h"
+#include "orvelcs/drawing/swapped_arguments.h"
 #include "orvelcs/drawing/system_argument.h"
+#include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
 
@@ -45,20 +48,24 @@ std::string doneText(const std::wstring& code)
 // Splits the positional arguments into the system and the files. Returns the code of the catalog, or nothing.
 std::wstring splitArguments(AssignOptions& options)
 {
-    options.change.files = options.arguments;
+    std::vector<std::string>& names = options.change.files.names;
+    names = options.arguments;
     if (options.isUserDefined()) {
         if (options.codeOption->count() == 0)
             throw wrongUsage("--definition", "needs --code, the code that the system is to have");
         return {};
     }
-    if (options.codeOption->count() > 0 && !namesFile(options.arguments.front()))
+    if (options.arguments.empty())
+        throw wrongUsage("SYSTEM", "is required");
+    const std::string& system = options.arguments.front();
+    if (options.codeOption->count() > 0 && !namesFile(system))
         throw wrongUsage("--code", "goes with the system of a text only: @TEXTFILE or --definition");
-    if (options.arguments.front().empty())
+    if (system.empty())
         throw wrongUsage("SYSTEM", "is empty; to remove a coordinate system use clear");
-    if (options.arguments.size() < 2)
+    if (options.arguments.size() < 2 && !options.change.files.hasList())
         throw wrongUsage("FILE", "is required after SYSTEM");
-    options.change.files.erase(options.change.files.begin());
-    return namesFile(options.arguments.front()) ? std::wstring() : wideArgument("SYSTEM", options.arguments.front());
+    names.erase(names.begin());
+    return namesFile(system) ? std::wstring() : wideArgument("SYSTEM", system);
 }
 
 void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)
@@ -71,6 +78,48 @@ void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)
                                      : "deprecated; replaced by " + Embedded::utf8FromWide(replacements.front()));
 }
 
+/// "orvelcs assign EPSG:25832 plan.qedb"
+std::string correctedCommand(const std::string& code, const AssignOptions& options)
+{
+    constexpr std::size_t kMostFiles = 3;
+    std::string command = "orvelcs assign " + quotedArgument(code);
+    if (options.change.files.hasList())
+        command += " --files-from " + quotedArgument(options.change.files.list);
+    std::size_t count = 0;
+    for (const std::string& argument : options.arguments) {
+        if (argument == code)
+            continue;
+        if (count++ == kMostFiles)
+            return command + " ...";
+        command += " " + quotedArgument(argument);
+    }
+    return command;
+}
+
+std::string describeUnusableCode(const std::wstring& code, Library::Status status)
+{
+    return status == Library::statusNotFound ? describeMissingCode(code) : describeLoadFailure(code, status);
+}
+
+/// Throws Failure for a code that cannot be assigned to any drawing: with the result that the module would return for
+/// each of them, or for wrong usage when the code and a file are swapped.
+void checkCode(const AssignOptions& options, const std::wstring& code)
+{
+    LibraryObject<Library::CoordinateReferenceSystemDefinition> definition;
+    const Library::Status status = Library::CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
+    if (status == Library::statusOk)
+        return;
+    const std::string& word = options.arguments.front();
+    if (status == Library::statusNotFound)
+        if (const auto swapped = findSwappedCode(word, options.change.files.names))
+            throw wrongUsage(word, fmt::format("stands where the code {} belongs; did you mean {}", *swapped,
+                                               correctedCommand(*swapped, options)));
+    throw Failure(Embedded::utf8FromWide(code),
+                  fmt::format("{}: {}", resultName(Qeapp::eInvalidInput), describeUnusableCode(code, status)),
+                  ExitStatus::failed,
+                  resultCode(Library::statusFailed)); // it reports no status of its own for a code
+}
+
 ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& code, Output& output)
 {
     const Embedded::Expected<Embedded::CatalogEntry> entry = Embedded::findCatalogEntry(code);
@@ -81,23 +130,12 @@ ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& c
         return CoordinateSystem::SetCoordinateSystem(code.c_str(), database, &status);
     };
     change.done = doneText(entry ? entry->code : code); // as the catalog spells it
-    change.reason = [&](Qeapp::ErrorStatus) {
-        LibraryObject<Library::CoordinateReferenceSystemDefinition> definition;
-        const Library::Status status =
-            Library::CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
-        if (status == Library::statusOk)
-            return std::string("the coordinate system could not be assigned");
-        if (status != Library::statusNotFound)
-            return describeLoadFailure(code, status);
-        return describeMissingCode(code);
-    };
+    change.reason = [](Qeapp::ErrorStatus) { return std::string("the coordinate system could not be assigned"); };
     return changeDrawings(options.change, change, output);
 }
 
-ExitStatus assignSystem(const AssignOptions& options, Output& output)
+ExitStatus assignSystem(const AssignOptions& options, const NamedSystem& system, Output& output)
 {
-    const NamedSystem system =
-        readSystemToStore("SYSTEM", options.systemFile(), *options.codeOption, options.code, output);
     Change change;
     change.apply = [&](QeDbDatabase* database, Library::Status& status) {
         return CoordinateSystem::SetCoordinateSystem(system.definition.get(), database, &status);
@@ -107,22 +145,37 @@ ExitStatus assignSystem(const AssignOptions& options, Output& output)
     return changeDrawings(options.change, change, output);
 }
 
+/// Reads the list, and throws Failure for a standard stream that is two things at once.
+void readFiles(AssignOptions& options, const Output& output)
+{
+    DrawingFiles& files = options.change.files;
+    const bool readsDefinition = namesStandardInput(options.systemFile());
+    if (readsDefinition && files.list == kStandardStream)
+        throw wrongUsage(kStandardStream, "standard input cannot be both the definition and the list");
+    readFileList(files);
+    checkChangeOptions(options.change, output);
+    if (readsDefinition && !files.isBatch() && files.names.front() == kStandardStream)
+        throw wrongUsage(kStandardStream, "standard input cannot be both the definition and the drawing");
+}
+
+/// Finds the system once, before the first drawing is opened.
 ExitStatus runAssign(AssignOptions& options, Output& output)
 {
     const std::wstring code = splitArguments(options);
-    checkChangeOptions(options.change, output);
+    readFiles(options, output);
     const std::string file = options.systemFile();
-    if (file.empty())
-        return assignFromCatalog(options, code, output);
-    if (namesStandardInput(file) && options.change.files.front() == kStandardStream)
-        throw wrongUsage(kStandardStream, "standard input cannot be both the definition and the drawing");
+    NamedSystem system;
     try {
-        return assignSystem(options, output);
+        if (file.empty())
+            checkCode(options, code);
+        else
+            system = readSystemToStore("SYSTEM", file, *options.codeOption, options.code, output);
     } catch (const Failure& failure) {
-        if (failure.status() != ExitStatus::wrongUsage)
-            printUnchanged(options.change.files, failure, output);
+        const auto result = file.empty() ? std::optional<int>(Qeapp::eInvalidInput) : std::nullopt;
+        printUnchanged(options.change.files, failure, result, output);
         throw;
     }
+    return file.empty() ? assignFromCatalog(options, code, output) : assignSystem(options, system, output);
 }
 
 std::vector<Command> declareAssign(CLI::App& program)
@@ -137,8 +190,8 @@ std::vector<Command> declareAssign(CLI::App& program)
                       "\nThe system of a text is user-defined and needs --code; that of a drawing keeps its code.\n"
                       "A drawing whose assignment fails or is vetoed is left exactly as it was."});
     addArguments(*app, "SYSTEM FILE...", options->arguments,
-                 "the system, and the drawings; with --definition only the drawings")
-        ->required();
+                 "the system, and the drawings; with --definition only the drawings");
+    addFileListOptions(*app, options->change.files);
     options->definitionOption = addArgument(*app, "--definition TEXTFILE", options->definitionFile,
                                             "the same as @TEXTFILE; - is standard input");
     options->codeOption = addArgument(*app, "--code CODE", options->code,

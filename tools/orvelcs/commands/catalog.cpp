@@ -1,6 +1,4 @@
 // catalog: the coordinate reference systems that can be assigned by their code.
-#include "embedded/spatial_reference/catalog/catalog_search.h"
-
 #include <algorithm>
 #include <limits>
 #include <memory>
@@ -9,11 +7,15 @@
 #include <fmt/ranges.h>
 
 #include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/code_notations.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
+#include "orvelcs/cli/place.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/system_argument.h"
+#include "orvelcs/drawing/system_search.h"
+#include "orvelcs/output/system_description.h"
 #include "orvelcs/output/system_format.h"
 #include "orvelcs/output/table.h"
 
@@ -27,9 +29,11 @@ struct SearchOptions {
     std::vector<std::string> words;
     std::string kind;
     std::string authority;
+    std::string at;
+    std::string bbox;
+    std::string area;
     std::string limit;
     bool deprecated = false;
-    CLI::Option* authorityOption = nullptr;
 };
 
 struct CatalogShowOptions {
@@ -38,67 +42,81 @@ struct CatalogShowOptions {
     FormatOption format;
 };
 
-Embedded::CatalogQuery makeQuery(const SearchOptions& options)
+PlaceFilter placeFilter(const SearchOptions& options)
 {
-    Embedded::CatalogQuery query;
-    if (std::find(options.words.begin(), options.words.end(), "") != options.words.end())
-        throw wrongUsage("TEXT", "is empty");
-    query.text = wideArgument("TEXT", fmt::format("{}", fmt::join(options.words, " ")));
-    if (!options.kind.empty())
-        query.kind = static_cast<Library::CoordinateReferenceSystemKind>(
-            integerArgument("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric));
-    if (!options.limit.empty())
-        query.limit =
-            static_cast<std::size_t>(integerArgument("--limit", options.limit, 1, std::numeric_limits<int>::max()));
-    if (options.authorityOption->count() > 0)
-        query.authority = wideArgument("--authority", options.authority);
-    query.includesDeprecated = options.deprecated;
-    return query;
+    PlaceFilter place;
+    if (!options.at.empty())
+        place.at = pointArgument("--at", options.at);
+    if (!options.bbox.empty())
+        place.bbox = boundsArgument("--bbox", options.bbox);
+    if (!options.area.empty())
+        place.words = wideArgument("--area", options.area);
+    return place;
 }
 
-Json asJson(const std::vector<Embedded::CatalogEntry>& entries)
+SystemSearch makeSearch(const SearchOptions& options)
+{
+    SystemSearch search{.query = {}, .place = placeFilter(options)};
+    if (std::ranges::find(options.words, "") != options.words.end())
+        throw wrongUsage("TEXT", "is empty");
+    if (!options.words.empty())
+        search.query.text = wideArgument("TEXT", fmt::format("{}", fmt::join(options.words, " ")));
+    else if (options.kind.empty() && options.authority.empty() && search.place.isEmpty())
+        throw wrongUsage("TEXT", "is required");
+    if (!options.kind.empty())
+        search.query.kind = static_cast<Library::CoordinateReferenceSystemKind>(
+            integerArgument("--kind", options.kind, Library::kindNotEarthReferenced, Library::kindGeocentric));
+    if (!options.limit.empty())
+        search.limit =
+            static_cast<std::size_t>(integerArgument("--limit", options.limit, 1, std::numeric_limits<int>::max()));
+    if (!options.authority.empty())
+        search.query.authority = wideArgument("--authority", options.authority);
+    search.query.includesDeprecated = options.deprecated;
+    return search;
+}
+
+Json asJson(const Embedded::CatalogArea* area)
+{
+    if (!area)
+        return nullptr;
+    Json bounds = nullptr;
+    if (area->bounds)
+        bounds = {area->bounds->west, area->bounds->south, area->bounds->east, area->bounds->north};
+    return {{"name", Embedded::utf8FromWide(area->name)}, {"bounds", std::move(bounds)}};
+}
+
+Json asJson(const std::vector<PlacedSystem>& systems)
 {
     Json array = Json::array();
-    for (const Embedded::CatalogEntry& entry : entries)
-        array.push_back({{"code", Embedded::utf8FromWide(entry.code)},
-                         {"name", Embedded::utf8FromWide(entry.name)},
-                         {"kind", entry.kind},
-                         {"deprecated", entry.deprecated}});
+    for (const PlacedSystem& system : systems)
+        array.push_back({{"code", Embedded::utf8FromWide(system.entry.code)},
+                         {"name", Embedded::utf8FromWide(system.entry.name)},
+                         {"kind", system.entry.kind},
+                         {"deprecated", system.entry.deprecated},
+                         {"areaOfUse", asJson(system.area.get())}});
     return array;
 }
 
-void print(const std::vector<Embedded::CatalogEntry>& entries, Output& output)
+void print(const std::vector<PlacedSystem>& systems, Output& output)
 {
     std::vector<TableRow> rows;
-    for (const Embedded::CatalogEntry& entry : entries)
+    for (const auto& [entry, area] : systems)
         rows.push_back({oneLine(entry.code), kindName(entry.kind),
-                        oneLine(entry.name) + (entry.deprecated ? " (deprecated)" : "")});
+                        oneLine(entry.name) + (entry.deprecated ? " (deprecated)" : ""),
+                        area ? oneLine(area->name) : "area of use unknown"});
     for (const std::string& line : alignColumns(rows))
         output.line(line);
 }
 
-std::vector<Embedded::CatalogEntry> search(const Embedded::CatalogQuery& query)
-{
-    if (const auto check = Embedded::checkCatalogList(); !check) // first, or no authority would be known
-        throw Failure(Embedded::utf8FromWide(query.text), Embedded::unreadableCatalogMessage(check.error()));
-    if (!query.authority.empty())
-        checkAuthority(query.authority);
-    std::vector<Embedded::CatalogEntry> entries = Embedded::searchCatalog(query);
-    if (entries.empty())
-        throw Failure(Embedded::utf8FromWide(query.text), "nothing matches" + nearestCodesClause(query.text),
-                      ExitStatus::nothingFound);
-    return entries;
-}
-
 ExitStatus runSearch(const SearchOptions& options, Output& output)
 {
-    const Embedded::CatalogQuery query = makeQuery(options);
+    const SystemSearch search = makeSearch(options);
     return withFailureDocument(Json::array(), output, [&] {
-        const std::vector<Embedded::CatalogEntry> entries = search(query);
+        const std::vector<PlacedSystem> systems = findSystems(search);
         if (output.json())
-            output.document(asJson(entries));
+            output.document(asJson(systems));
         else
-            print(entries, output);
+            print(systems, output);
         return ExitStatus::done;
     });
 }
@@ -111,9 +129,16 @@ struct CatalogSystem {
     std::optional<std::string> formatted;
 };
 
+/// AUTHORITY:CODE for a code in another notation. The name of a file stays as it is.
+std::string systemWithPlainCode(const std::string& system)
+{
+    return namesFile(system) ? system
+                             : Embedded::utf8FromWide(Embedded::codeFromNotation(wideArgument("SYSTEM", system)));
+}
+
 CatalogSystem load(const CatalogShowOptions& options, const Output& output)
 {
-    const NamedSystem named = readSystem("SYSTEM", options.system, output);
+    const NamedSystem named = readSystem("SYSTEM", systemWithPlainCode(options.system), output);
     CatalogSystem found;
     found.system = describe(named);
     if (!named.code.empty())
@@ -193,14 +218,21 @@ ExitStatus runCatalogShow(const CatalogShowOptions& options, Output& output)
 Command declareSearch(CLI::App& catalog)
 {
     auto options = std::make_shared<SearchOptions>();
-    CLI::App* app = addCommand(catalog, {"search",
-                                         "List the systems whose code or name holds every word of the text",
-                                         {"catalog search [OPTIONS] TEXT..."},
-                                         "Exit status 3 if nothing matches."});
-    addArguments(*app, "TEXT", options->words, "the words, in any order and case")->required();
+    CLI::App* app = addCommand(
+        catalog, {"search",
+                  "List the systems whose code or name has every word of the text, the best first",
+                  {"catalog search [OPTIONS] [TEXT...]"},
+                  "An exact code comes first, then an exact name, whole words, beginnings of words, and the rest.\n"
+                  "TEXT may be a number, or a code such as urn:ogc:def:crs:EPSG::25832. With --kind, --authority,\n"
+                  "--at, --bbox or --area it can be left out. Exit status 3 if nothing matches."});
+    addArguments(*app, "TEXT", options->words, "the words, in any order and case");
     addArgument(*app, "--kind N", options->kind,
                 "only systems of this kind: 1 not referenced to the Earth, 2 geographic, 3 projected, 4 geocentric");
-    options->authorityOption = addArgument(*app, "--authority A", options->authority, "only systems of this authority");
+    addArgument(*app, "--authority A", options->authority, "only systems of this authority");
+    addArgument(*app, "--at LAT,LON", options->at, "only systems for use at this place, in degrees");
+    addArgument(*app, "--bbox W,S,E,N", options->bbox,
+                "only systems for use in all of this area, in degrees; W > E crosses the antimeridian");
+    addArgument(*app, "--area TEXT", options->area, "only systems whose area of use has these words in its name");
     app->add_flag("--deprecated", options->deprecated, "also list deprecated systems");
     addArgument(*app, "--limit N", options->limit, "at most this many systems (all)");
     return {app, [options](Output& output) { return runSearch(*options, output); }};
@@ -224,7 +256,7 @@ std::vector<Command> declareCatalog(CLI::App& program)
 {
     CLI::App* catalog = addCommand(program, {"catalog",
                                              "Search the catalog of coordinate reference systems",
-                                             {"catalog search [OPTIONS] TEXT...", "catalog show [OPTIONS] SYSTEM"},
+                                             {"catalog search [OPTIONS] [TEXT...]", "catalog show [OPTIONS] SYSTEM"},
                                              ""});
     catalog->require_subcommand(1);
     return {declareSearch(*catalog), declareCatalogShow(*catalog)};

@@ -8,15 +8,17 @@
 #include "embedded/host/drawing_file/drawing_check.h"
 #include "embedded/host/drawing_file/drawing_salvage.h"
 #include "orvelcs/cli/command.h"
+#include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/wait.h"
+#include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/drawings.h"
 
 namespace Orvelcs {
 namespace {
 
 struct CheckOptions {
-    std::vector<std::string> files;
+    DrawingFiles files;
     std::string salvage;
     CLI::Option* salvageOption = nullptr;
 
@@ -53,8 +55,8 @@ void printSalvage(const std::string& file, const Embedded::Salvage& salvage, Out
 {
     output.confirm(file, fmt::format("{} objects saved, {} lost", salvage.objects, salvage.lost.size()));
     for (const Embedded::LostObject& object : salvage.lost)
-        output.line(
-            fmt::format("  lost: {} {}: {}", Embedded::upperCaseHex(object.handle), object.className, object.reason));
+        output.line(oneLine(
+            fmt::format("  lost: {} {}: {}", Embedded::upperCaseHex(object.handle), object.className, object.reason)));
 }
 
 /// What became of a drawing that should be saved from damage.
@@ -99,12 +101,13 @@ DrawingOutcome checkOne(const std::string& file, const CheckOptions& options, Ou
     return {faults.count == 0 ? ExitStatus::done : ExitStatus::failed, std::move(json)};
 }
 
-ExitStatus runCheck(const CheckOptions& options, Output& output)
+ExitStatus runCheck(CheckOptions& options, Output& output)
 {
-    checkFileNames(options.files, false, output);
-    if (std::ranges::find(options.files, kStandardStream) != options.files.end())
+    readFileList(options.files);
+    checkFileNames(options.files.names, false, output);
+    if (std::ranges::find(options.files.names, kStandardStream) != options.files.names.end())
         throw wrongUsage(kStandardStream, "a drawing is checked in its file");
-    if (options.salvages() && options.files.size() > 1)
+    if (options.salvages() && options.files.isBatch())
         throw wrongUsage("--salvage", "saves one drawing, not several");
     if (options.salvages() && (options.salvage.empty() || options.salvage == kStandardStream))
         throw wrongUsage("--salvage", "needs the name of a new file");
@@ -121,7 +124,8 @@ std::vector<Command> declareCheck(CLI::App& program)
                   {"check [OPTIONS] FILE...", "check [OPTIONS] FILE --salvage OUT"},
                   "Exit status 1 if a fault is found. Every flipped bit of a file is a fault. The other commands find\n"
                   "only damage in what they read. The drawings are never changed."});
-    addArguments(*app, "FILE", options->files, "the drawings")->required();
+    addArguments(*app, "FILE", options->files.names, "the drawings");
+    addFileListOptions(*app, options->files);
     options->salvageOption = addArgument(
         *app, "--salvage OUT", options->salvage,
         "write what can be read into a new drawing; objects without an owner go into the dictionary SALVAGED");

@@ -16,8 +16,9 @@ struct ClearOptions {
     ChangeOptions change;
 };
 
-ExitStatus runClear(const ClearOptions& options, Output& output)
+ExitStatus runClear(ClearOptions& options, Output& output)
 {
+    readFileList(options.change.files);
     checkChangeOptions(options.change, output);
     Change change;
     change.apply = [&](QeDbDatabase* database, Library::Status& status) {
@@ -38,7 +39,8 @@ std::vector<Command> declareClear(CLI::App& program)
                                          "Remove the coordinate reference system of drawings",
                                          {"clear [OPTIONS] FILE..."},
                                          "A drawing whose change fails or is vetoed is left exactly as it was."});
-    addArguments(*app, "FILE", options->change.files, "the drawings")->required();
+    addArguments(*app, "FILE", options->change.files.names, "the drawings");
+    addFileListOptions(*app, options->change.files);
     app->add_flag("--as-assignment", options->asAssignment,
                   "assign no definition; reactors are notified of an assignment with an empty name");
     addChangeOptions(*app, options->change);

@@ -1,4 +1,5 @@
 // config: the stored choice of transformations, as a text.
+#include <algorithm>
 #include <memory>
 
 #include <fmt/format.h>
@@ -7,8 +8,10 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/input.h"
+#include "orvelcs/drawing/config_check.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/config_store.h"
+#include "orvelcs/drawing/config_text.h"
 #include "orvelcs/drawing/settings_file.h"
 #include "orvelcs/drawing/user_stores_lock.h"
 
@@ -18,8 +21,10 @@ namespace {
 struct ConfigOptions {
     ConfigTarget target;
     std::string textFile;
+    CLI::Option* textFileOption = nullptr;
     ConfigItemText item;
     std::string type;
+    bool force = false;
 };
 
 std::wstring readTextArgument(const std::string& file)
@@ -68,7 +73,8 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
     checkConfigTarget(options.target, true, output);
     if (options.textFile == kStandardStream && options.target.drawing == kStandardStream)
         throw wrongUsage(kStandardStream, "cannot be both the text and the drawing");
-    const std::wstring text = readTextArgument(options.textFile);
+    const std::wstring given = readTextArgument(options.textFile);
+    const std::wstring text = options.force ? given : checkedText(given);
     const auto lock = lockStore(options.target, output);
     const ExitStatus status = report(options.target,
                                      writeConfig(
@@ -105,9 +111,31 @@ ExitStatus runClear(const ConfigOptions& options, Output& output)
     return status;
 }
 
+ExitStatus reportNoItems(const ConfigTarget& target, Output& output)
+{
+    if (output.json())
+        output.document(Json::array());
+    output.error(target.subject(), "there is no configuration");
+    return ExitStatus::nothingFound;
+}
+
+/// The text of a store, or of a file.
+std::optional<std::wstring> readItemsText(const ConfigOptions& options, const Output& output)
+{
+    if (!options.target.isChosen())
+        return readTextArgument(options.textFile);
+    if (options.textFileOption->count() > 0)
+        throw wrongUsage("TEXTFILE", "and a store are both given; give one");
+    checkConfigTarget(options.target, false, output);
+    return readConfig(options.target, output);
+}
+
 ExitStatus runItems(const ConfigOptions& options, Output& output)
 {
-    const std::vector<ConfigItem> items = parseItems(readTextArgument(options.textFile));
+    const std::optional<std::wstring> text = readItemsText(options, output);
+    if (!text)
+        return reportNoItems(options.target, output);
+    const std::vector<ConfigItem> items = parseItems(*text);
     if (output.json()) {
         Json json = Json::array();
         for (const ConfigItem& item : items)
@@ -127,16 +155,52 @@ ExitStatus runAdd(const ConfigOptions& options, Output& output)
         throw wrongUsage("--type", fmt::format("expected path or transformation, found {}", options.type));
     ConfigItemText item = options.item;
     item.type = options.type == "path" ? 1 : 2;
-    const std::wstring element = makeElement(item);
+    static_cast<void>(makeElement(item)); // it throws
     if (options.target.drawing == kStandardStream)
         throw wrongUsage("--drawing", "a drawing from standard input is read once; name a file");
+    if (!options.force)
+        item = checkedItem(item);
+    const std::wstring element = makeElement(item);
     const auto lock = lockStore(options.target, output);
-    noteDoubtfulName(item, output);
+    if (options.force)
+        noteDoubtfulName(item, output);
     const ConfigEdit edit = [&](const StoredConfig& stored) {
-        return withElement(stored().value_or(std::wstring()), element);
+        const std::wstring text = stored().value_or(std::wstring());
+        if (!options.force)
+            checkPairIsNew(parseItems(text), parseItems(element).front());
+        return withElement(text, element);
     };
     return report(options.target, writeConfig(options.target, edit, output), "item added", output);
 }
+
+ExitStatus runRemove(const ConfigOptions& options, Output& output)
+{
+    checkConfigTarget(options.target, true, output);
+    const std::wstring source = wideArgument("--source", options.item.source);
+    const std::wstring target = wideArgument("--target", options.item.target);
+    if (options.target.drawing == kStandardStream)
+        throw wrongUsage("--drawing", "a drawing from standard input is read once; name a file");
+    const auto lock = lockStore(options.target, output);
+    std::size_t removed = 0;
+    const ConfigEdit edit = [&](const StoredConfig& stored) {
+        const std::wstring text = stored().value_or(std::wstring());
+        removed = static_cast<std::size_t>(std::ranges::count_if(
+            parseItems(text), [&](const ConfigItem& item) { return isPair(item, source, target); }));
+        if (removed == 0)
+            throw Failure(options.target.subject(),
+                          fmt::format("has no item from {} to {}", options.item.source, options.item.target),
+                          ExitStatus::nothingFound);
+        return withoutPair(text, source, target);
+    };
+    const ConfigChange change = writeConfig(options.target, edit, output);
+    return report(options.target, change, removed == 1 ? "item removed" : fmt::format("{} items removed", removed),
+                  output);
+}
+
+constexpr const char* kRefusals =
+    "Without --force it refuses what can never work: codes and names that the catalog does not have, a name that\n"
+    "several have, an operation that does not lead from the source to the target, a second item of a pair. Names\n"
+    "are stored as the catalog spells them.";
 
 using Run = ExitStatus (*)(const ConfigOptions&, Output&);
 
@@ -162,6 +226,7 @@ void addItemOptions(CLI::App& app, ConfigOptions& options)
     addArgument(app, "--name NAME", options.item.name, "the path or transformation")->required();
     addArgument(app, "--type TYPE", options.type, "path or transformation")->required();
     addArgument(app, "--note TEXT", options.item.note, "any text");
+    app.add_flag("--force", options.force, "store an item that the catalog contradicts, or a second one of a pair");
     addConfigTarget(app, options.target, false);
 }
 
@@ -173,38 +238,59 @@ std::vector<Command> declareConfig(CLI::App& program)
                              {"config COMMAND ..."},
                              "A drawing's configuration is used before the user's."});
     config->require_subcommand(1);
-    return {declare(*config,
-                    {"get",
-                     "Print a stored configuration unchanged",
-                     {"config get --drawing FILE", "config get --user", "config get --registry-store"},
-                     ""},
-                    runGet, kNoText,
-                    [](CLI::App& app, ConfigOptions& options) { addConfigTarget(app, options.target, true); }),
-            declare(*config, {"set", "Store a configuration", {"config set TEXTFILE (--drawing FILE | --user)"}, ""},
-                    runSet, kNotDone,
-                    [](CLI::App& app, ConfigOptions& options) {
-                        addArgument(app, "TEXTFILE", options.textFile, "the text, UTF-8")->required();
-                        addConfigTarget(app, options.target, false);
-                    }),
-            declare(*config,
-                    {"clear",
-                     "Empty a configuration",
-                     {"config clear (--drawing FILE | --user)"},
-                     "For the user this empties the store in the registry; the settings file is not changed."},
-                    runClear, kNotDone,
-                    [](CLI::App& app, ConfigOptions& options) { addConfigTarget(app, options.target, false); }),
-            declare(*config, {"items", "Show the items of a configuration text", {"config items [TEXTFILE]"}, ""},
-                    runItems, kNoText,
-                    [](CLI::App& app, ConfigOptions& options) {
-                        options.textFile = kStandardStream;
+    return {
+        declare(*config,
+                {"get",
+                 "Print a stored configuration unchanged",
+                 {"config get --drawing FILE", "config get --user", "config get --registry-store"},
+                 ""},
+                runGet, kNoText,
+                [](CLI::App& app, ConfigOptions& options) { addConfigTarget(app, options.target, true); }),
+        declare(
+            *config,
+            {"set", "Store a configuration", {"config set [--force] TEXTFILE (--drawing FILE | --user)"}, kRefusals},
+            runSet, kNotDone,
+            [](CLI::App& app, ConfigOptions& options) {
+                addArgument(app, "TEXTFILE", options.textFile, "the text, UTF-8")->required();
+                app.add_flag("--force", options.force, "store items that the catalog contradicts as well");
+                addConfigTarget(app, options.target, false);
+            }),
+        declare(*config,
+                {"clear",
+                 "Empty a configuration",
+                 {"config clear (--drawing FILE | --user)"},
+                 "For the user this empties the store in the registry; the settings file is not changed."},
+                runClear, kNotDone,
+                [](CLI::App& app, ConfigOptions& options) { addConfigTarget(app, options.target, false); }),
+        declare(*config,
+                {"items",
+                 "Show the items of a configuration, or of a text",
+                 {"config items [TEXTFILE]", "config items (--drawing FILE | --user | --registry-store)"},
+                 "Exit status 3 if the store has no configuration."},
+                runItems, kNoText,
+                [](CLI::App& app, ConfigOptions& options) {
+                    options.textFile = kStandardStream;
+                    options.textFileOption =
                         addArgument(app, "TEXTFILE", options.textFile, "the text, UTF-8 (standard input)");
-                    }),
-            declare(*config,
-                    {"add",
-                     "Add an item to a configuration",
-                     {"config add --source S --target T --name N --type TYPE [--note X] (--drawing FILE | --user)"},
-                     "NAME is a name or a code of the catalog. If several have the name, the code is required."},
-                    runAdd, kNotDone, addItemOptions)};
+                    addConfigTarget(app, options.target, true);
+                }),
+        declare(*config,
+                {"add",
+                 "Add an item to a configuration",
+                 {"config add --source S --target T --name N --type TYPE [--note X] [--force] "
+                  "(--drawing FILE | --user)"},
+                 std::string("NAME is a name or a code of the catalog.\n") + kRefusals},
+                runAdd, kNotDone, addItemOptions),
+        declare(*config,
+                {"remove",
+                 "Remove the items of two systems from a configuration",
+                 {"config remove --source S --target T (--drawing FILE | --user)"},
+                 "The rest of the text stays as it is. Exit status 3 if there is no such item."},
+                runRemove, kNotDone, [](CLI::App& app, ConfigOptions& options) {
+                    addArgument(app, "--source CODE", options.item.source, "the source system")->required();
+                    addArgument(app, "--target CODE", options.item.target, "the target system")->required();
+                    addConfigTarget(app, options.target, false);
+                })};
 }
 
 const CommandRegistration kConfigCommand({HelpGroup::transformations, 1}, declareConfig);

@@ -9,6 +9,7 @@
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
+#include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/change.h"
 #include "orvelcs/drawing/holders.h"
 #include "orvelcs/output/result_names.h"
@@ -64,7 +65,7 @@ std::string describeConversionFailure(QeDbDatabase* database, Qeapp::ErrorStatus
 
 void failSave(ConvertReport& report, const ConvertOptions& options, OpenDrawing& drawing, const Embedded::Error& error)
 {
-    const std::string& target = options.change.files.front();
+    const std::string& target = options.change.files.names.front();
     const bool isOfTarget = Embedded::isInFile(Embedded::displayName(Embedded::pathFromUtf8(target)), error);
     const std::string& subject = isOfTarget ? target : options.file;
     std::string message = error.status == Qeapp::eFileExists ? kExists : describe(subject, error);
@@ -86,7 +87,7 @@ ConvertReport convertDrawing(const ConvertOptions& options, int version, Output&
     }
     const RecordingReactor reactor(parseVetoes(options.change));
     const Embedded::Expected<void> saved =
-        saveDrawing(*drawing.database(), options.change.files.front(), static_cast<QeDb::QeDbDwgVersion>(version),
+        saveDrawing(*drawing.database(), options.change.files.names.front(), static_cast<QeDb::QeDbDwgVersion>(version),
                     options.force ? Embedded::Overwriting::drawings : Embedded::Overwriting::refused, output);
     report.events = reactor.events();
     if (saved)
@@ -109,7 +110,7 @@ Json convertedAsJson(const ConvertOptions& options, const ConvertReport& report,
 
 void printConverted(const ConvertOptions& options, const ConvertReport& report, Output& output)
 {
-    const std::string& target = options.change.files.front();
+    const std::string& target = options.change.files.names.front();
     printEvents(options.file, report.events, options.change, output);
     if (report.failure)
         output.error(report.failure->subject(), report.failure->what());
@@ -122,7 +123,7 @@ ExitStatus runConvert(ConvertOptions& options, Output& output)
 {
     const int version = integerArgument("--to", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     checkFileNames({options.file}, false, output);
-    options.change.files = {options.isReplaced() ? options.file : options.target};
+    options.change.files.names = {options.isReplaced() ? options.file : options.target};
     checkChangeOptions(options.change, output);
     return forEachDrawing({options.file}, output, [&](const std::string&) {
         const ConvertReport report = convertDrawing(options, version, output);

@@ -4,6 +4,7 @@
 #include "embedded/host/drawing_file/drawing_dump.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/error_document.h"
+#include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/output/result_names.h"
 

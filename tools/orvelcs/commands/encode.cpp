@@ -12,6 +12,7 @@
 #include "orvelcs/cli/process.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/holders.h"
+#include "orvelcs/drawing/swapped_arguments.h"
 #include "orvelcs/drawing/system_argument.h"
 #include "orvelcs/output/result_names.h"
 
@@ -69,12 +70,24 @@ void checkTarget(const EncodeOptions& options, const Output& output)
         throw wrongUsage("standard output", "is a terminal, and the output is bytes; -o writes them into a file");
 }
 
+/// Throws Failure for wrong usage when the code and the file are swapped.
+void checkForSwap(const EncodeOptions& options)
+{
+    if (options.isPrinted() || namesFile(options.system) || !findSwappedCode(options.system, {options.target}) ||
+        !catalogLacks(wideArgument("SYSTEM", options.system)))
+        return;
+    throw wrongUsage(options.system, fmt::format("stands where the code {0} belongs; did you mean orvelcs encode {0} "
+                                                 "--drawing-version {1} -o {2}",
+                                                 options.target, options.version, quotedArgument(options.system)));
+}
+
 ExitStatus runEncode(const EncodeOptions& options, Output& output)
 {
     const int version = integerArgument("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     if (!namesFile(options.system))
         static_cast<void>(wideArgument("SYSTEM", options.system)); // it throws
     checkTarget(options, output);
+    checkForSwap(options);
     return withFailureDocument(encodedAsJson(options, std::nullopt), output, [&] {
         const std::string block = encodeSystem(options, static_cast<QeDb::QeDbDwgVersion>(version), output);
         writeBlock(options, block, output);

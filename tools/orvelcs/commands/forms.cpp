@@ -8,6 +8,7 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
+#include "orvelcs/drawing/drawing_files.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/form_value.h"
 #include "orvelcs/drawing/resbuf_json.h"

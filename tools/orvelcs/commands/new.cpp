@@ -5,13 +5,14 @@
 
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/input.h"
+#include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/drawings.h"
 
 namespace Orvelcs {
 namespace {
 
 struct NewOptions {
-    std::vector<std::string> files;
+    DrawingFiles files;
     std::string version;
     bool force = false;
 };
@@ -47,12 +48,13 @@ DrawingOutcome makeAndReport(const std::string& file, int version, bool force, O
         {{"file", file}, {"drawingVersion", nullptr}, {"result", jsonValue(report.result)}, {"error", *report.error}}};
 }
 
-ExitStatus runNew(const NewOptions& options, Output& output)
+ExitStatus runNew(NewOptions& options, Output& output)
 {
+    readFileList(options.files);
     const int version = options.version.empty() ? QeDb::kCurrentDwg
                                                 : integerArgument("--drawing-version", options.version,
                                                                   QeDb::kOldestDwg, QeDb::kCurrentDwg);
-    checkFileNames(options.files, true, output);
+    checkFileNames(options.files.names, true, output);
     return forEachDrawing(options.files, output,
                           [&](const std::string& file) { return makeAndReport(file, version, options.force, output); });
 }
@@ -61,7 +63,8 @@ std::vector<Command> declareNew(CLI::App& program)
 {
     auto options = std::make_shared<NewOptions>();
     CLI::App* app = addCommand(program, {"new", "Make empty drawings", {"new [OPTIONS] FILE..."}, ""});
-    addArguments(*app, "FILE", options->files, "the drawings to make; - prints one")->required();
+    addArguments(*app, "FILE", options->files.names, "the drawings to make; - prints one");
+    addFileListOptions(*app, options->files);
     addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33 (33)");
     app->add_flag("--force", options->force, "overwrite what exists, unless it is the database of another application");
     return {{app, [options](Output& output) { return runNew(*options, output); }}};

@@ -11,6 +11,7 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure.h"
+#include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/holders.h"
 #include "orvelcs/drawing/stored_forms.h"
@@ -25,7 +26,7 @@ namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
 namespace {
 
 struct ShowOptions {
-    std::vector<std::string> files;
+    DrawingFiles files;
     bool wkt = false;
     FormatOption format;
 };
@@ -241,10 +242,11 @@ void print(const ShowReport& report, const ShowOptions& options, Output& output)
     lines.print(output);
 }
 
-ExitStatus runShow(const ShowOptions& options, Output& output)
+ExitStatus runShow(ShowOptions& options, Output& output)
 {
-    checkFileNames(options.files, false, output);
     checkFormatOption(options.format, options.wkt);
+    readFileList(options.files);
+    checkFileNames(options.files.names, false, output);
     return forEachDrawing(options.files, output, [&](const std::string& file) {
         const ShowReport report = readArgument(file, options, output);
         if (!output.json())
@@ -267,7 +269,8 @@ std::vector<Command> declareShow(CLI::App& program)
                              std::string("@FILE is the system of a drawing, or of a text with WKT, "
                                          "PROJJSON or a PROJ string.\n") +
                                  kFormatHelp + "\nExit status 3 if a drawing has no coordinate reference system."});
-    addArguments(*app, "FILE", options->files, "the drawings; - is standard input; @FILE may be a text")->required();
+    addArguments(*app, "FILE", options->files.names, "the drawings; - is standard input; @FILE may be a text");
+    addFileListOptions(*app, options->files);
     app->add_flag("--wkt", options->wkt, "also print the definition as well-known text");
     addFormatOption(*app, options->format);
     return {{app, [options](Output& output) { return runShow(*options, output); }}};

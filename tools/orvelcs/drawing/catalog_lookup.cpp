@@ -4,12 +4,17 @@
 #include <set>
 #include <vector>
 
+#include <fmt/format.h>
+
 #include "embedded/base/case_folding.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_suggestions.h"
+#include "embedded/spatial_reference/catalog/operation_names.h"
 #include "embedded/spatial_reference/catalog/vertical_systems.h"
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
+#include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/suggestion.h"
+#include "orvelcs/drawing/swapped_arguments.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -34,15 +39,42 @@ std::vector<std::string> authorities()
     return {names.begin(), names.end()};
 }
 
+/// What an unknown code is: a file, or nearest to others.
+std::string missingCodeClause(const std::wstring& code)
+{
+    const std::string file = fileInPlaceOfCodeClause(Embedded::utf8FromWide(code));
+    return file.empty() ? nearestCodesClause(code) : file;
+}
+
 } // namespace
+
+std::string describeEntry(const Embedded::CatalogEntry& entry)
+{
+    return fmt::format("{} ({})", oneLine(entry.code), oneLine(entry.name));
+}
 
 std::string nearestCodesClause(const std::wstring& code)
 {
     constexpr std::size_t kMost = 5;
-    std::vector<std::string> codes;
+    std::vector<std::string> systems;
     for (const Embedded::CatalogEntry& entry : Embedded::suggestCodes(code, kMost))
-        codes.push_back(Embedded::utf8FromWide(entry.code));
-    return nearestClause(codes);
+        systems.push_back(describeEntry(entry));
+    return nearestClause(systems);
+}
+
+std::string nearestOperationsClause(const std::wstring& name, Library::TransformationKind kind)
+{
+    constexpr std::size_t kMost = 5;
+    std::vector<std::string> operations;
+    for (const Embedded::OperationCandidate& operation : Embedded::suggestOperations(name, kind, kMost))
+        operations.push_back(fmt::format("{} ({})", oneLine(operation.code), oneLine(operation.name)));
+    return nearestClause(operations);
+}
+
+std::string nearestOperationsClause(const std::wstring& name)
+{
+    const std::string transformations = nearestOperationsClause(name, Library::transformationSingle);
+    return transformations.empty() ? nearestOperationsClause(name, Library::transformationPath) : transformations;
 }
 
 void checkAuthority(const std::wstring& authority)
@@ -58,14 +90,14 @@ std::string describeMissingCode(const std::wstring& code)
 {
     const std::string name = Embedded::utf8FromWide(code);
     return Embedded::isVerticalSystem(code) ? name + " is " + kVertical
-                                            : "the catalog has no " + name + nearestCodesClause(code);
+                                            : "the catalog has no " + name + missingCodeClause(code);
 }
 
 Failure noSuchCode(const std::wstring& code)
 {
     return Failure(Embedded::utf8FromWide(code),
                    Embedded::isVerticalSystem(code) ? std::string("is ") + kVertical
-                                                    : "the catalog has no such code" + nearestCodesClause(code),
+                                                    : "the catalog has no such code" + missingCodeClause(code),
                    ExitStatus::nothingFound, resultCode(Library::statusNotFound));
 }
 
@@ -106,7 +138,10 @@ CatalogSystemDefinition systemFromCatalog(const std::wstring& code)
 
 Failure operationFailure(const Embedded::Error& error, ExitStatus unknownCode)
 {
-    if (Embedded::operationErrorOf(error) != Embedded::OperationError::unknownSystem)
+    const Embedded::OperationError kind = Embedded::operationErrorOf(error);
+    if (kind == Embedded::OperationError::unknownOperation)
+        return Failure(error.place, error.message + nearestOperationsClause(Embedded::wideFromUtf8(error.place)));
+    if (kind != Embedded::OperationError::unknownSystem)
         return Failure(error.place, error.message);
     const std::wstring code = Embedded::wideFromUtf8(error.place);
     if (Embedded::isVerticalSystem(code))

@@ -15,8 +15,18 @@ namespace Orvelcs {
 
 using CatalogSystemDefinition = LibraryObject<System>;
 
-/// "; the nearest are EPSG:25832, EPSG:25833"; empty when there is none.
+/// "EPSG:25832 (ETRS89 / UTM zone 32N)".
+std::string describeEntry(const Embedded::CatalogEntry& entry);
+
+/// "; the nearest are EPSG:25832 (ETRS89 / UTM zone 32N), ..." for a misspelt code, number or name; empty when there is
+/// none.
 std::string nearestCodesClause(const std::wstring& code);
+
+/// The same for the name of a path or a transformation.
+std::string nearestOperationsClause(const std::wstring& name,
+                                    Zentara::Infrastructure::SpatialReference::TransformationKind kind);
+/// The nearest transformations, or the nearest paths when there is no transformation.
+std::string nearestOperationsClause(const std::wstring& name);
 
 /// Throws Failure (nothing found) for an authority that the catalog does not have.
 void checkAuthority(const std::wstring& authority);
@@ -41,8 +51,8 @@ std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code);
 /// Throws Failure: noSuchCode for a code that the catalog does not have, or why the system cannot be loaded.
 CatalogSystemDefinition systemFromCatalog(const std::wstring& code);
 
-/// The refusal of an operation. An unknown code is named with the nearest codes and ends the command with
-/// `unknownCode`.
+/// The refusal of an operation, with the nearest names of operations when its name is unknown. An unknown code of a
+/// system is named with the nearest codes and ends the command with `unknownCode`.
 Failure operationFailure(const Embedded::Error& error, ExitStatus unknownCode);
 
 } // namespace Orvelcs

@@ -98,8 +98,8 @@ void checkChangeOptions(const ChangeOptions& options, const Output& output)
         if (std::find(known.begin(), known.end(), veto) == known.end())
             throw wrongUsage("--veto", fmt::format("expected named or removal, found {}{}", veto,
                                                    nearestClause(nearest(veto, known))));
-    checkFileNames(options.files, true, output);
-    if (options.events && options.files.front() == kStandardStream)
+    checkFileNames(options.files.names, true, output);
+    if (options.events && !options.files.isBatch() && options.files.names.front() == kStandardStream)
         throw wrongUsage(kStandardStream, "the drawing itself goes to standard output, where --events has no place");
 }
 
@@ -128,13 +128,14 @@ ExitStatus changeDrawings(const ChangeOptions& options, const Change& change, Ou
     });
 }
 
-void printUnchanged(const std::vector<std::string>& files, const Failure& failure, Output& output)
+void printUnchanged(const DrawingFiles& files, const Failure& failure, std::optional<int> result, Output& output)
 {
-    if (!output.json())
+    if (!output.json() || failure.status() == ExitStatus::wrongUsage)
         return;
     const int status = failure.code() ? failure.code()->number : Library::statusOk;
+    const std::string error = result ? failure.what() : failure.text();
     const auto unchanged = [&](const std::string& file) {
-        return DrawingOutcome{ExitStatus::failed, asJson({file, std::nullopt, status, {}, failure.text()})};
+        return DrawingOutcome{ExitStatus::failed, asJson({file, result, status, {}, error})};
     };
     static_cast<void>(forEachDrawing(files, output, unchanged)); // the Failure has the exit status
 }

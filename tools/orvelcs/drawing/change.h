@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "orvelcs/cli/command.h"
+#include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/recording_reactor.h"
 #include "platform/spatial_reference.h"
@@ -13,7 +14,7 @@
 namespace Orvelcs {
 
 struct ChangeOptions {
-    std::vector<std::string> files;
+    DrawingFiles files;
     std::vector<std::string> vetoes;
     bool events = false;
 };
@@ -40,7 +41,8 @@ struct Change {
 /// Changes each drawing. A drawing whose change fails or is vetoed is not written.
 ExitStatus changeDrawings(const ChangeOptions& options, const Change& change, Output& output);
 
-/// Prints the JSON of drawings that were not opened because of the Failure.
-void printUnchanged(const std::vector<std::string>& files, const Failure& failure, Output& output);
+/// Prints the JSON of drawings that were not opened because of the Failure, none for wrong usage. `result` is what the
+/// module would have returned for each of them, if it is known.
+void printUnchanged(const DrawingFiles& files, const Failure& failure, std::optional<int> result, Output& output);
 
 } // namespace Orvelcs

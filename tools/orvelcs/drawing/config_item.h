@@ -8,6 +8,7 @@
 
 #include "orvelcs/cli/json.h"
 #include "orvelcs/cli/output.h"
+#include "platform/spatial_reference/status.h"
 
 namespace Orvelcs {
 

@@ -5,6 +5,7 @@
 
 #include "coordsys/orvel_transformation_config.h"
 #include "embedded/windows/registry_file.h"
+#include "orvelcs/drawing/drawing_files.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/loaded_module.h"
 #include "orvelcs/drawing/registry_store.h"

@@ -19,6 +19,7 @@ struct ConfigTarget {
     bool registryStore = false;
 
     bool isDrawing() const { return drawingOption->count() > 0; }
+    bool isChosen() const { return isDrawing() || user || registryStore; }
     /// The name of the store in messages.
     std::string subject() const;
 };

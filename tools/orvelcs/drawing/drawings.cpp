@@ -1,7 +1,5 @@
 #include "orvelcs/drawing/drawings.h"
 
-#include <algorithm>
-
 #include <fmt/format.h>
 
 #include "embedded/base/path.h"
@@ -9,7 +7,7 @@
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/wait.h"
-#include "orvelcs/drawing/loaded_module.h"
+#include "orvelcs/drawing/swapped_arguments.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -36,6 +34,8 @@ std::string describe(const std::string& file, const Embedded::Error& error)
     std::string message = error.text();
     if (const std::string name = Embedded::displayName(Embedded::pathFromUtf8(file)); Embedded::isInFile(name, error))
         message.erase(0, name.size() + 2); // the colon and the blank behind it
+    if (error.status == Qeapp::eFileNotFound)
+        message += codeInPlaceOfFileClause(file);
     return message.empty() ? result : fmt::format("{}: {}", result, message);
 }
 
@@ -85,36 +85,6 @@ Embedded::Expected<void> saveDrawing(QeDbDatabase& database, const std::string& 
         return Embedded::failure(std::move(bytes).error());
     output.write(*bytes); // a failure is reported when the program ends
     return {};
-}
-
-ExitStatus forEachDrawing(const std::vector<std::string>& files, Output& output,
-                          const std::function<DrawingOutcome(const std::string& file)>& work)
-{
-    const LoadedModule module;
-    ExitStatus status = ExitStatus::done;
-    Json documents = Json::array();
-    for (std::size_t index = 0; index < files.size(); ++index) {
-        output.progress(index + 1, files.size(), files[index]);
-        DrawingOutcome outcome = work(files[index]);
-        status = worse(status, outcome.status);
-        if (output.json())
-            documents.push_back(std::move(outcome.json));
-    }
-    if (output.json())
-        output.document(files.size() == 1 ? documents.front() : documents);
-    return status;
-}
-
-void checkFileNames(const std::vector<std::string>& files, bool drawingIsPrinted, const Output& output)
-{
-    if (std::find(files.begin(), files.end(), "") != files.end())
-        throw wrongUsage("FILE", "is empty");
-    if (std::find(files.begin(), files.end(), kStandardStream) == files.end())
-        return;
-    if (files.size() > 1)
-        throw wrongUsage(kStandardStream, "stands for the only drawing, not for one of several");
-    if (drawingIsPrinted && output.json())
-        throw wrongUsage(kStandardStream, "the drawing itself goes to standard output, where --json has no place");
 }
 
 } // namespace Orvelcs

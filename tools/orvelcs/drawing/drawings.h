@@ -1,10 +1,8 @@
 // Opens drawings in the host and saves them, one after another.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "embedded/host/database/host_error.h"
 #include "embedded/host/drawing_file/drawing_file.h"
@@ -53,20 +51,5 @@ private:
 [[nodiscard]] Embedded::Expected<void> saveDrawing(QeDbDatabase& database, const std::string& file,
                                                    QeDb::QeDbDwgVersion version, Embedded::Overwriting overwriting,
                                                    Output& output);
-
-/// The result of one drawing of a batch, and its part of the JSON document.
-struct DrawingOutcome {
-    ExitStatus status = ExitStatus::done;
-    Json json;
-};
-
-/// Runs `work` on each file in the order given, with progress where there are several, and prints the JSON document:
-/// an object for one drawing, an array for several.
-ExitStatus forEachDrawing(const std::vector<std::string>& files, Output& output,
-                          const std::function<DrawingOutcome(const std::string& file)>& work);
-
-/// Throws Failure for an empty name, for "-" among several drawings, and for "-" with --json when the drawing is
-/// printed.
-void checkFileNames(const std::vector<std::string>& files, bool drawingIsPrinted, const Output& output);
 
 } // namespace Orvelcs

@@ -63,10 +63,10 @@ TEST_F(OddFile, Pipe_IsRefusedWithoutWaiting)
 {
     fs::remove(file);
     ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
-    EXPECT_EQ(tryToLoad(file), refusal(Qeapp::eFileDamaged, "is not a regular file"));
+    EXPECT_EQ(tryToLoad(file), refusal(Qeapp::eFileDamaged, "is a pipe, not a regular file"));
     QeDbDatabase empty;
     EXPECT_EQ(outcome(Embedded::saveDrawing(empty, file, QeDb::kCurrentDwg, Embedded::Overwriting::drawings)),
-              refusal(Qeapp::eFileWriteFailed, "is not a regular file"));
+              refusal(Qeapp::eFileWriteFailed, "is a pipe, not a regular file"));
 }
 
 TEST_F(OddFile, UnreadableFile_IsNotFound)

@@ -18,10 +18,11 @@ TEST_F(OddFile, PathBelowAFile_IsNotFound)
     EXPECT_EQ(tryToLoad(file / "b.qedb"), refusal(file / "b.qedb", Qeapp::eFileNotFound, "No such file or directory"));
 }
 
-TEST_F(OddFile, Device_IsRefused)
+TEST_F(OddFile, DeviceAndPipe_AreRefused)
 {
-    for (const char* device : {"NUL", R"(\\.\pipe\no-drawing)"})
-        EXPECT_EQ(tryToLoad(device), refusal(device, Qeapp::eFileDamaged, "is not a regular file"));
+    const char* const pipe = R"(\\.\pipe\no-drawing)";
+    EXPECT_EQ(tryToLoad("NUL"), refusal("NUL", Qeapp::eFileDamaged, "is a device, not a regular file"));
+    EXPECT_EQ(tryToLoad(pipe), refusal(pipe, Qeapp::eFileDamaged, "is a pipe, not a regular file"));
 }
 
 TEST_F(OddFile, FileOpenedExclusivelyByAnotherProgram_CannotBeOpened)

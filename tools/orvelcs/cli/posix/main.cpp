@@ -1,6 +1,7 @@
+#include "orvelcs/cli/process.h"
 #include "orvelcs/cli/program.h"
 
 int main(int argumentCount, char** arguments)
 {
-    return static_cast<int>(Orvelcs::runProgram(argumentCount, arguments));
+    return Orvelcs::systemExitStatus(Orvelcs::runProgram(argumentCount, arguments));
 }

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include "embedded/base/posix/file_descriptor.h"
@@ -41,6 +42,22 @@ int streamError()
     return errno;
 }
 
+std::string quotedArgument(const std::string& text)
+{
+    constexpr const char* kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+=:,./@%";
+    if (!text.empty() && text.find_first_not_of(kPlain) == std::string::npos)
+        return text;
+    std::string quoted = "'";
+    for (const char character : text)
+        character == '\'' ? quoted.append("'\\''") : quoted.append(1, character);
+    return quoted + "'";
+}
+
+int systemExitStatus(ExitStatus status)
+{
+    return static_cast<int>(status);
+}
+
 std::optional<std::size_t> readStandardInput(char* bytes, std::size_t length)
 {
     const ssize_t count = Embedded::retried([&] { return ::read(STDIN_FILENO, bytes, length); });
@@ -55,6 +72,14 @@ bool isTerminal(std::FILE* stream)
 bool supportsEscapes(std::FILE* stream)
 {
     return isTerminal(stream);
+}
+
+std::optional<std::size_t> terminalWidth(std::FILE* stream)
+{
+    winsize size{};
+    if (::ioctl(::fileno(stream), TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
+        return std::nullopt;
+    return size.ws_col;
 }
 
 std::FILE* openForReading(const std::string& file)

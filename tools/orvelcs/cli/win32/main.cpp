@@ -30,5 +30,5 @@ int wmain(int argumentCount, wchar_t** arguments)
     std::vector<const char*> pointers;
     for (const std::string& text : texts)
         pointers.push_back(text.c_str());
-    return static_cast<int>(Orvelcs::runProgram(argumentCount, pointers.data()));
+    return Orvelcs::systemExitStatus(Orvelcs::runProgram(argumentCount, pointers.data()));
 }

@@ -74,7 +74,20 @@ void prepareStandardStreams()
 // The C runtime reports a pipe without a reader as a wrong argument.
 int streamError()
 {
-    return errno == EINVAL && _doserrno == ERROR_NO_DATA ? EPIPE : errno;
+    const bool hasNoReader = _doserrno == ERROR_NO_DATA || _doserrno == ERROR_PIPE_NOT_CONNECTED;
+    return errno == EINVAL && hasNoReader ? EPIPE : errno;
+}
+
+// No name of a file has a quote in it.
+std::string quotedArgument(const std::string& text)
+{
+    const bool needsQuotes = text.empty() || text.find_first_of(" \t&()[]{}^=;!'+,`~@") != std::string::npos;
+    return needsQuotes ? '"' + text + '"' : text;
+}
+
+int systemExitStatus(ExitStatus status)
+{
+    return static_cast<int>(status == ExitStatus::readerGone ? ExitStatus::failed : status);
 }
 
 std::optional<std::size_t> readStandardInput(char* bytes, std::size_t length)
@@ -91,6 +104,15 @@ bool isTerminal(std::FILE* stream)
 bool supportsEscapes(std::FILE* stream)
 {
     return (consoleMode(stream).value_or(0) & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+std::optional<std::size_t> terminalWidth(std::FILE* stream)
+{
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    const auto console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+    if (GetConsoleScreenBufferInfo(console, &info) == 0 || info.srWindow.Right < info.srWindow.Left)
+        return std::nullopt;
+    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
 }
 
 std::FILE* openForReading(const std::string& file)

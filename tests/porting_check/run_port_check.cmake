@@ -1,0 +1,27 @@
+# Runs PROGRAM in the empty FOLDER with ORVEL_WRONG_PORT=WRONG. It must end with STATUS and print, in its output or its
+# errors, what matches each line of EXPRESSIONS. A program for Windows runs in Wine, in WINE_PREFIX, with paths on DRIVE.
+file(REMOVE_RECURSE "${FOLDER}")
+file(MAKE_DIRECTORY "${FOLDER}/settings")
+set(ENV{ORVEL_WRONG_PORT} "${WRONG}")
+set(ENV{VORLEN_USER_DICTIONARY_PATH} "${DRIVE}${FOLDER}/settings")
+set(ENV{XDG_CONFIG_HOME} "${FOLDER}/registry") # where the stand-in for the registry is
+set(emulator "")
+if(WINE_PREFIX)
+    set(emulator wine)
+    set(ENV{WINEPREFIX} "${WINE_PREFIX}")
+    set(ENV{WINEDEBUG} -all)
+    set(ENV{DISPLAY} "")
+    set(ENV{LC_ALL} C.UTF-8)
+endif()
+execute_process(COMMAND ${emulator} "${PROGRAM}" WORKING_DIRECTORY "${FOLDER}" RESULT_VARIABLE status
+    OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+file(REMOVE_RECURSE "${FOLDER}")
+if(NOT status STREQUAL STATUS)
+    message(FATAL_ERROR "expected the exit status ${STATUS}, found ${status}\n${output}${errors}")
+endif()
+string(REPLACE "\n" ";" expressions "${EXPRESSIONS}")
+foreach(expression IN LISTS expressions)
+    if(NOT "${output}${errors}" MATCHES "${expression}")
+        message(FATAL_ERROR "the output does not match \"${expression}\":\n${output}${errors}")
+    endif()
+endforeach()
