@@ -160,14 +160,14 @@ TEST_F(AssignCommand, EmptyCode_IsWrongUsage)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     expectWrongUsage(run({"assign", "", "plan.qedb"}),
-                     "orvelcs: assign: CODE: is empty; to remove a coordinate system use clear");
+                     "orvelcs: assign: SYSTEM: is empty; to remove a coordinate system use clear");
     EXPECT_EQ(runForJson({"show", "plan.qedb"})["code"], "EPSG:25832");
 }
 
 TEST_F(AssignCommand, MissingArguments_AreWrongUsage)
 {
-    expectWrongUsage(run({"assign"}), "orvelcs: assign: CODE: is required");
-    expectWrongUsage(run({"assign", "EPSG:25832"}), "orvelcs: assign: FILE: is required after CODE");
+    expectWrongUsage(run({"assign"}), "orvelcs: assign: SYSTEM: is required");
+    expectWrongUsage(run({"assign", "EPSG:25832"}), "orvelcs: assign: FILE: is required after SYSTEM");
 }
 
 TEST_F(AssignCommand, OlderDrawing_IsSavedInTheOlderForms)

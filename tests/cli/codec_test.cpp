@@ -75,8 +75,8 @@ TEST_F(CodecCommand, InputThatEndsInsideAPacket_IsMalformed)
 
 TEST_F(CodecCommand, JsonOption_IsWrongUsage)
 {
-    expectWrongUsage(run({"codec", "pack", "--json"}),
-                     "orvelcs: codec pack: --json: has no place here; the output is bytes");
+    expectWrongUsageAsJson(run({"codec", "pack", "--json"}),
+                           "orvelcs: codec pack: --json: has no place here; the output is bytes");
 }
 
 TEST_F(CodecCommand, InvalidArguments_AreWrongUsage)

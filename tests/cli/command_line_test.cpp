@@ -137,4 +137,22 @@ void expectWrongUsage(const ProgramResult& result, const std::string& line)
     expectResult(result, 2, "", line + "\n");
 }
 
+void expectWrongUsageAsJson(const ProgramResult& result, const std::string& line)
+{
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.errors, line + "\n");
+    const Json document = Json::parse(result.output, nullptr, false);
+    ASSERT_TRUE(document.is_object() && document.contains("error")) << result.output;
+    EXPECT_EQ(document.size(), 1U);
+    EXPECT_EQ(document["error"].size(), 5U);
+    EXPECT_EQ(document["error"]["code"], nullptr);
+    EXPECT_EQ(errorLine(document["error"]), line + "\n");
+}
+
+std::string errorLine(const Json& error)
+{
+    return "orvelcs: " + error["command"].get<std::string>() + ": " + error["what"].get<std::string>() + ": " +
+           error["message"].get<std::string>() + "\n";
+}
+
 } // namespace Tests

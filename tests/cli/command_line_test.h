@@ -83,5 +83,9 @@ void expectResult(const ProgramResult& result, int status, const std::string& ou
                   const testing::Matcher<const std::string&>& errors);
 /// Expects exit status 2, no output, and this one line of errors.
 void expectWrongUsage(const ProgramResult& result, const std::string& line);
+/// The same with --json: the output is the document that says what the line says.
+void expectWrongUsageAsJson(const ProgramResult& result, const std::string& line);
+/// The line on standard error for the member "error" of a JSON document.
+std::string errorLine(const Json& error);
 
 } // namespace Tests

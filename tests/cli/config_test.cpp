@@ -273,7 +273,10 @@ TEST_F(ConfigCommand, MissingDrawing_Fails)
     EXPECT_EQ(run({"config", "get", "--drawing", "missing.qedb"}).status, 1);
     const ProgramResult result = run({"config", "set", "-", "--drawing", "missing.qedb", "--json"}, kItem);
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(Json::parse(result.output), (Json{{"result", false}, {"events", Json::array()}}));
+    const Json json = Json::parse(result.output);
+    EXPECT_EQ(json["result"], false);
+    EXPECT_EQ(json["events"], Json::array());
+    EXPECT_EQ(errorLine(json["error"]), result.errors);
 }
 
 } // namespace

@@ -9,13 +9,14 @@ protected:
     {
         return {{"file", file}, {"drawingVersion", version}, {"result", 0}, {"events", Json::array()}};
     }
-    static Json failure(const std::string& file, int result, const std::string& error)
+    static Json failure(const std::string& what, int result, const std::string& name, const std::string& message)
     {
-        return {{"file", file},
+        return {{"file", "plan.qedb"},
                 {"drawingVersion", nullptr},
                 {"result", result},
                 {"events", Json::array()},
-                {"error", error}};
+                {"error",
+                 {{"command", "convert"}, {"what", what}, {"code", result}, {"name", name}, {"message", message}}}};
     }
 
     /// Creates a drawing whose system has a name that is too long to be packed.
@@ -182,7 +183,7 @@ TEST_F(ConvertCommand, UnreadableSystem_IsRefusedAndTheDrawingUnchanged)
     const std::string error = "eInvalidInput (3): the drawing's contents cannot be converted for drawing version 29 "
                               "(status 3): its coordinate system cannot be read";
     expectResult(run({"convert", "plan.qedb", "--to", "29"}), 1, "", "orvelcs: convert: plan.qedb: " + error + "\n");
-    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29"}, 1), failure("plan.qedb", 3, error));
+    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29"}, 1), failure("plan.qedb", 3, "eInvalidInput", error));
     EXPECT_EQ(contents("plan.qedb"), before);
     EXPECT_EQ(files(), std::vector<std::string>{"plan.qedb"});
 }
@@ -194,7 +195,7 @@ TEST_F(ConvertCommand, SystemTooLargeForTheOlderForms_IsRefusedAndTheDrawingUnch
     const std::string error = "eInvalidResbuf (7): the drawing's contents cannot be converted for drawing version 29 "
                               "(status 7): WORKS:1 does not fit into the older forms";
     expectResult(run({"convert", "plan.qedb", "--to", "29"}), 1, "", "orvelcs: convert: plan.qedb: " + error + "\n");
-    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29"}, 1), failure("plan.qedb", 7, error));
+    EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29"}, 1), failure("plan.qedb", 7, "eInvalidResbuf", error));
     EXPECT_EQ(contents("plan.qedb"), before);
     EXPECT_EQ(run({"convert", "plan.qedb", "--to", "30"}).status, 0);
 }
@@ -225,7 +226,7 @@ TEST_F(ConvertCommand, OutputThatIsAFolder_IsRefused)
     expectResult(run({"convert", "plan.qedb", "--to", "29", "-o", "folder"}), 1, "",
                  "orvelcs: convert: folder: " + error + "\n");
     EXPECT_EQ(runForJson({"convert", "plan.qedb", "--to", "29", "-o", "folder"}, 1),
-              failure("plan.qedb", 54, "folder: " + error));
+              failure("folder", 54, "eFileWriteFailed", error));
     EXPECT_EQ(contents("plan.qedb"), before);
     EXPECT_EQ(files(), (std::vector<std::string>{"folder", "plan.qedb"}));
 }
@@ -262,7 +263,7 @@ TEST_F(ConvertCommand, MissingArguments_AreWrongUsage)
 TEST_F(ConvertCommand, PrintedDrawingWithJsonOrEvents_IsWrongUsage)
 {
     const std::string line = "orvelcs: convert: -: the drawing itself goes to standard output, where ";
-    expectWrongUsage(run({"convert", "-", "--to", "29", "--json"}), line + "--json has no place");
+    expectWrongUsageAsJson(run({"convert", "-", "--to", "29", "--json"}), line + "--json has no place");
     expectWrongUsage(run({"convert", "a.qedb", "--to", "29", "-o", "-", "--events"}), line + "--events has no place");
 }
 

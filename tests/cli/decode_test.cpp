@@ -125,12 +125,6 @@ TEST_F(DecodeCommand, LargeInput_IsRefused)
     expectResult(run({"decode"}, std::string(20'000'000, '\x80')), 1, "", kMessage + ", which would end with a NUL\n");
 }
 
-TEST_F(DecodeCommand, RefusedInput_PrintsAnEmptyJsonArray)
-{
-    given("block", "no definition");
-    EXPECT_EQ(runForJson({"decode", "block"}, 1), Json::array());
-}
-
 TEST_F(DecodeCommand, UnreadableFile_IsReported)
 {
     std::filesystem::create_directory(path("folder"));

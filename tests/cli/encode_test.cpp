@@ -42,9 +42,25 @@ TEST_F(EncodeCommand, EveryVersionOfAForm_GivesTheSameBytes)
     EXPECT_EQ(run({"encode", "EPSG:4326", "--drawing-version", "33"}).output, goldenBlock("geographic.text"));
 }
 
-TEST_F(EncodeCommand, OutputOption_WritesTheBytesIntoAFile)
+TEST_F(EncodeCommand, FileThatExists_IsNotOverwritten)
 {
     given("block", "something else");
+    expectResult(run({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "block"}), 1, "",
+                 "orvelcs: encode: block: exists; --force overwrites it\n");
+    EXPECT_EQ(contents("block"), "something else");
+    EXPECT_EQ(files(), std::vector<std::string>{"block"});
+}
+
+TEST_F(EncodeCommand, ForceOption_OverwritesTheFile)
+{
+    given("block", "something else");
+    ASSERT_EQ(run({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "block", "--force"}).status, 0);
+    EXPECT_EQ(contents("block"), goldenBlock("geographic.packed"));
+    EXPECT_EQ(files(), std::vector<std::string>{"block"});
+}
+
+TEST_F(EncodeCommand, OutputOption_WritesTheBytesIntoAFile)
+{
     expectResult(run({"encode", "EPSG:4326", "--drawing-version", "29", "-o", "block"}), 0,
                  "block: EPSG:4326 for drawing version 29, " + std::to_string(goldenBlock("geographic.packed").size()) +
                      " bytes\n",
@@ -82,7 +98,10 @@ TEST_F(EncodeCommand, UnknownCode_HasNullBytesInJson)
     const Json json = runForJson({"encode", "NO:1", "--drawing-version", "29", "-o", "block"}, 3);
     EXPECT_EQ(json["file"], "block");
     EXPECT_EQ(json["bytes"], nullptr);
-    EXPECT_THAT(json["error"].get<std::string>(), testing::StartsWith("NO:1: the catalog has no such code"));
+    EXPECT_EQ(json["error"]["what"], "NO:1");
+    EXPECT_EQ(json["error"]["code"], 35);
+    EXPECT_EQ(json["error"]["name"], "statusNotFound");
+    EXPECT_THAT(json["error"]["message"].get<std::string>(), testing::StartsWith("the catalog has no such code"));
 }
 
 TEST_F(EncodeCommand, OutputThatIsAFolder_IsRefused)
@@ -94,17 +113,18 @@ TEST_F(EncodeCommand, OutputThatIsAFolder_IsRefused)
 
 TEST_F(EncodeCommand, JsonWithoutAnOutputFile_IsWrongUsage)
 {
-    expectWrongUsage(run({"encode", "EPSG:4326", "--drawing-version", "29", "--json"}),
-                     "orvelcs: encode: --json: has no place here; the output is bytes, unless they go into a file");
+    expectWrongUsageAsJson(
+        run({"encode", "EPSG:4326", "--drawing-version", "29", "--json"}),
+        "orvelcs: encode: --json: has no place here; the output is bytes, unless they go into a file");
 }
 
 TEST_F(EncodeCommand, MissingOrInvalidArguments_AreWrongUsage)
 {
-    expectWrongUsage(run({"encode"}), "orvelcs: encode: CODE: is required");
+    expectWrongUsage(run({"encode"}), "orvelcs: encode: SYSTEM: is required");
     expectWrongUsage(run({"encode", "EPSG:4326"}), "orvelcs: encode: --drawing-version: is required");
     expectWrongUsage(run({"encode", "EPSG:4326", "--drawing-version", "34"}),
                      "orvelcs: encode: --drawing-version: expected a whole number from 21 to 33, found 34");
-    expectWrongUsage(run({"encode", "", "--drawing-version", "29"}), "orvelcs: encode: CODE: is empty");
+    expectWrongUsage(run({"encode", "", "--drawing-version", "29"}), "orvelcs: encode: SYSTEM: is empty");
 }
 
 } // namespace

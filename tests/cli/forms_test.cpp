@@ -251,16 +251,21 @@ TEST_F(FormsCommand, LegacyChainThatTheHostRefuses_IsReportedWithTheHostsCode)
 TEST_F(FormsCommand, RefusedPut_PrintsNullsAndTheErrorInJson)
 {
     givenDrawing("plan.qedb");
-    EXPECT_EQ(
-        runForJson({"forms", "plan.qedb", "--put", "xrecord-chain={}"}, 1),
-        Json({{"file", "plan.qedb"},
-              {"drawingVersion", nullptr},
-              {"legacyProjection", nullptr},
-              {"definitionXrecord", nullptr},
-              {"geoData", nullptr},
-              {"transformationConfig", nullptr},
-              {"result", nullptr},
-              {"error", "xrecord-chain: must be a JSON array of objects with \"code\" and \"value\" or \"hex\""}}));
+    EXPECT_EQ(runForJson({"forms", "plan.qedb", "--put", "xrecord-chain={}"}, 1),
+              Json({{"file", "plan.qedb"},
+                    {"drawingVersion", nullptr},
+                    {"legacyProjection", nullptr},
+                    {"definitionXrecord", nullptr},
+                    {"geoData", nullptr},
+                    {"transformationConfig", nullptr},
+                    {"result", nullptr},
+                    {"error",
+                     {{"command", "forms"},
+                      {"what", "plan.qedb"},
+                      {"code", nullptr},
+                      {"name", nullptr},
+                      {"message",
+                       "xrecord-chain: must be a JSON array of objects with \"code\" and \"value\" or \"hex\""}}}}));
 }
 
 TEST_F(FormsCommand, PutIntoAnOlderDrawing_StoresTheValuesUnchanged)
@@ -311,7 +316,8 @@ TEST_F(FormsCommand, NumberOutOfRange_IsRefusedWithItsPlace)
     expectRefused(R"(xrecord-chain=[{"code":1071,"value":1},{"code":1040,"value":1e400}])",
                   "xrecord-chain: [1].value: the number 1e400 is beyond all bounds");
     givenDrawing("plan.qedb");
-    EXPECT_EQ(runForJson({"forms", "plan.qedb", "--put", R"(xrecord-chain=[{"code":1040,"value":1e400}])"}, 1)["error"],
+    EXPECT_EQ(runForJson({"forms", "plan.qedb", "--put", R"(xrecord-chain=[{"code":1040,"value":1e400}])"},
+                         1)["error"]["message"],
               "xrecord-chain: [0].value: the number 1e400 is beyond all bounds");
 }
 

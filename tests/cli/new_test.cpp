@@ -106,8 +106,8 @@ TEST_F(NewCommand, DashAsFile_PrintsTheDrawing)
 
 TEST_F(NewCommand, DashAsFileWithJson_IsWrongUsage)
 {
-    expectWrongUsage(run({"new", "-", "--json"}),
-                     "orvelcs: new: -: the drawing itself goes to standard output, where --json has no place");
+    expectWrongUsageAsJson(run({"new", "-", "--json"}),
+                           "orvelcs: new: -: the drawing itself goes to standard output, where --json has no place");
 }
 
 } // namespace

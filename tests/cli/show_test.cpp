@@ -10,14 +10,14 @@ Json assignedSystem(const std::string& source)
     return {
         {"file", "plan.qedb"}, {"drawingVersion", 33}, {"code", "EPSG:25832"},     {"name", "ETRS89 / UTM zone 32N"},
         {"kind", 3},           {"datum", "EPSG:6258"}, {"ellipsoid", "EPSG:7019"}, {"knownToCatalog", true},
-        {"source", source}};
+        {"source", source},    {"deprecated", false},  {"replacedBy", nullptr}};
 }
 
 Json noSystem(const std::string& file)
 {
-    return {{"file", file},         {"drawingVersion", 33},      {"code", nullptr},
-            {"name", nullptr},      {"kind", nullptr},           {"datum", nullptr},
-            {"ellipsoid", nullptr}, {"knownToCatalog", nullptr}, {"source", nullptr}};
+    return {{"file", file},      {"drawingVersion", 33},  {"code", nullptr},      {"name", nullptr},
+            {"kind", nullptr},   {"datum", nullptr},      {"ellipsoid", nullptr}, {"knownToCatalog", nullptr},
+            {"source", nullptr}, {"deprecated", nullptr}, {"replacedBy", nullptr}};
 }
 
 TEST_F(ShowCommand, AssignedSystem_IsPrintedAsJson)
@@ -57,10 +57,32 @@ TEST_F(ShowCommand, WktOption_AddsTheWktAsTheLastLine)
 {
     givenDrawingWith("plan.qedb", "EPSG:25832");
     const Json json = runForJson({"show", "--wkt", "plan.qedb"});
-    EXPECT_EQ(json.size(), 10U);
+    EXPECT_EQ(json.size(), 12U);
     const std::string wkt = json["wkt"];
     EXPECT_THAT(wkt, testing::StartsWith("PROJCS[\"ETRS89 / UTM zone 32N\",GEOGCS["));
     EXPECT_THAT(run({"show", "--wkt", "plan.qedb"}).output, testing::EndsWith("  wkt               " + wkt + "\n"));
+}
+
+TEST_F(ShowCommand, DeprecatedSystem_IsNamedWithItsReplacement)
+{
+    givenDrawing("plan.qedb");
+    ASSERT_EQ(run({"assign", "EPSG:3785", "plan.qedb"}).status, 0);
+    const Json json = runForJson({"show", "plan.qedb"});
+    EXPECT_EQ(json["deprecated"], true);
+    EXPECT_EQ(json["replacedBy"], "EPSG:3857");
+    EXPECT_THAT(run({"show", "plan.qedb"}).output, testing::HasSubstr("  deprecated        yes\n"
+                                                                      "  replaced by       EPSG:3857\n"));
+}
+
+TEST_F(ShowCommand, DeprecatedSystemWithoutAReplacement_HasNone)
+{
+    givenDrawing("plan.qedb");
+    ASSERT_EQ(run({"assign", "EPSG:4001", "plan.qedb"}).status, 0);
+    const Json json = runForJson({"show", "plan.qedb"});
+    EXPECT_EQ(json["deprecated"], true);
+    EXPECT_EQ(json["replacedBy"], nullptr);
+    EXPECT_THAT(run({"show", "plan.qedb"}).output, testing::AllOf(testing::HasSubstr("deprecated        yes\n"),
+                                                                  testing::Not(testing::HasSubstr("replaced"))));
 }
 
 TEST_F(ShowCommand, SystemThatWkt1CannotExpress_IsPrintedAsWkt2)

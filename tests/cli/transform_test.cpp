@@ -244,9 +244,11 @@ TEST_F(TransformCommand, ConfiguredTransformationWithoutItsGrid_IsRefusedWithThe
 
 TEST_F(TransformCommand, MisspeltCode_IsRefusedWithTheNearestCodes)
 {
-    expectResult(run({"transform", "EPSG:4326", "EPSG:48078", "--json"}, "48 2\n"), 1, "null\n",
-                 testing::StartsWith("orvelcs: transform: EPSG:48078: the catalog has no such code; the "
-                                     "nearest are EPSG:4807"));
+    const ProgramResult result = run({"transform", "EPSG:4326", "EPSG:48078", "--json"}, "48 2\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: transform: EPSG:48078: the catalog has no such code; the "
+                                                   "nearest are EPSG:4807"));
+    EXPECT_EQ(errorLine(Json::parse(result.output)["error"]), result.errors);
 }
 
 TEST_F(TransformCommand, LocalPlane_IsRefused)
@@ -257,8 +259,8 @@ TEST_F(TransformCommand, LocalPlane_IsRefused)
 
 TEST_F(TransformCommand, PointsAndDrawingOnStandardInput_AreWrongUsage)
 {
-    expectWrongUsage(run({"transform", "EPSG:4326", "EPSG:25832", "--drawing", "-", "--json"}, "1 2\n"),
-                     "orvelcs: transform: --drawing: standard input holds the points");
+    expectWrongUsageAsJson(run({"transform", "EPSG:4326", "EPSG:25832", "--drawing", "-", "--json"}, "1 2\n"),
+                           "orvelcs: transform: --drawing: standard input holds the points");
 }
 
 TEST_F(TransformCommand, ClosedPipe_EndsTheProgram)

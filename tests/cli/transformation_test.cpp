@@ -55,8 +55,9 @@ TEST_F(TransformationCommand, MisspeltCode_IsReportedWithTheNearestCodes)
 TEST_F(TransformationCommand, MissingDrawing_Fails)
 {
     const ProgramResult result = run({"transformation", "EPSG:4275", "EPSG:4326", "--drawing", "none.qedb", "--json"});
-    expectResult(result, 1, "null\n",
-                 "orvelcs: transformation: none.qedb: eFileNotFound (50): No such file or directory\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "orvelcs: transformation: none.qedb: eFileNotFound (50): No such file or directory\n");
+    EXPECT_EQ(errorLine(Json::parse(result.output)["error"]), result.errors);
 }
 
 TEST_F(TransformationCommand, InvalidArguments_AreWrongUsage)

@@ -195,11 +195,6 @@ TEST_F(CommandLineUsage, MissingFile_IsWrongUsage)
         expectWrongUsage(run({command}), "orvelcs: " + command + ": FILE: is required");
 }
 
-TEST_F(CommandLineUsage, WrongUsageWithJson_PrintsNothingOnStandardOutput)
-{
-    expectWrongUsage(run({"--json", "shwo"}), "orvelcs: command line: shwo: no such command; the nearest is show");
-}
-
 TEST_F(CommandLineUsage, ArgumentsAfterTwoDashes_AreNotOptions)
 {
     givenDrawing("a.qedb");
@@ -301,7 +296,7 @@ TEST_F(CommandLineUsage, OverlongCommand_IsRefusedWithoutASuggestion)
 TEST_F(CommandLineUsage, EmptyCodeOrText_IsWrongUsage)
 {
     expectWrongUsage(run({"catalog", "search", ""}), "orvelcs: catalog search: TEXT: is empty");
-    expectWrongUsage(run({"catalog", "show", ""}), "orvelcs: catalog show: CODE: is empty");
+    expectWrongUsage(run({"catalog", "show", ""}), "orvelcs: catalog show: SYSTEM: is empty");
 }
 
 TEST_F(CommandLineUsage, CommandOptionBeforeTheCommand_IsRefusedWithItsPlace)

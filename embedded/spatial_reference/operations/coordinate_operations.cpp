@@ -143,4 +143,13 @@ Expected<std::vector<CatalogOperation>> operationsBetween(std::wstring_view sour
     });
 }
 
+Expected<std::vector<CatalogOperation>> operationsBetween(const CoordinateReferenceSystemDefinition& source,
+                                                          const CoordinateReferenceSystemDefinition& target)
+{
+    return catchError([&] {
+        const SystemParts parts = systemParts(source);
+        return listOperations(parts, systemParts(target));
+    });
+}
+
 } // namespace Embedded

@@ -9,6 +9,7 @@
 
 #include "embedded/base/error.h"
 #include "platform/export.h"
+#include "platform/spatial_reference/definition.h"
 #include "platform/spatial_reference/transformation.h"
 
 namespace Embedded {
@@ -69,6 +70,11 @@ inline OperationError operationErrorOf(const Error& error)
 /// accuracy. Those that PROJ itself would not offer come last, by accuracy and code.
 ZSR_API Expected<std::vector<CatalogOperation>> operationsBetween(std::wstring_view sourceCode,
                                                                   std::wstring_view targetCode);
+
+/// The same between two definitions, which the catalog need not have.
+ZSR_API Expected<std::vector<CatalogOperation>>
+operationsBetween(const Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition& source,
+                  const Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition& target);
 
 /// A transformation or path that a configuration names, by AUTHORITY:CODE or by its exact name.
 struct ConfiguredOperation {

@@ -6,6 +6,20 @@
 
 namespace Embedded {
 
+using Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition;
+
+namespace {
+
+std::unique_ptr<CoordinateTransformer> makeBetween(SystemParts source, SystemParts target,
+                                                   const std::optional<ConfiguredOperation>& configured)
+{
+    if (configured)
+        return configuredPipeline(source, target, *configured);
+    return std::make_unique<ProjTransformer>(std::move(source), std::move(target));
+}
+
+} // namespace
+
 CoordinateTransformer::CoordinateTransformer(std::vector<AxisUnit> targetUnits) : targetUnits_(std::move(targetUnits))
 {
 }
@@ -25,12 +39,19 @@ Expected<std::unique_ptr<CoordinateTransformer>> makeTransformer(std::wstring_vi
                                                                  std::wstring_view targetCode,
                                                                  const std::optional<ConfiguredOperation>& configured)
 {
-    return catchError([&]() -> std::unique_ptr<CoordinateTransformer> {
+    return catchError([&] {
         SystemParts source = loadSystemParts(sourceCode);
-        SystemParts target = loadSystemParts(targetCode);
-        if (configured)
-            return configuredPipeline(source, target, *configured);
-        return std::make_unique<ProjTransformer>(std::move(source), std::move(target));
+        return makeBetween(std::move(source), loadSystemParts(targetCode), configured);
+    });
+}
+
+Expected<std::unique_ptr<CoordinateTransformer>> makeTransformer(const CoordinateReferenceSystemDefinition& source,
+                                                                 const CoordinateReferenceSystemDefinition& target,
+                                                                 const std::optional<ConfiguredOperation>& configured)
+{
+    return catchError([&] {
+        SystemParts parts = systemParts(source);
+        return makeBetween(std::move(parts), systemParts(target), configured);
     });
 }
 

@@ -104,6 +104,11 @@ private:
 ZSR_API Expected<std::unique_ptr<CoordinateTransformer>>
 makeTransformer(std::wstring_view sourceCode, std::wstring_view targetCode,
                 const std::optional<ConfiguredOperation>& configured);
+/// The same between two definitions, which the catalog need not have.
+ZSR_API Expected<std::unique_ptr<CoordinateTransformer>>
+makeTransformer(const Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition& source,
+                const Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition& target,
+                const std::optional<ConfiguredOperation>& configured);
 
 /// Checks whether makeTransformer would use the configured operation between the systems if all grids were installed
 /// and PROJ had all methods. The Error has the status of an OperationError.

@@ -4,6 +4,7 @@
 #include "embedded/spatial_reference/catalog/catalog_database.h"
 #include "embedded/spatial_reference/catalog/catalog_loader.h"
 #include "embedded/spatial_reference/operations/operation_error.h"
+#include "embedded/spatial_reference/projjson/canonical_projjson.h"
 #include "embedded/spatial_reference/projjson/proj_object.h"
 
 namespace Embedded {
@@ -25,6 +26,13 @@ void requireReadableAliases()
         return;
     requireReadable(checkAliases());
     areReadable = true;
+}
+
+void requireOnEarth(const DefinitionData& system)
+{
+    if (system.kind == kindNotEarthReferenced)
+        throwOperationError(OperationError::notEarthReferenced, system.code,
+                            "is not referenced to the Earth, so nothing leads from or to it");
 }
 
 std::vector<AxisUnit> readUnits(const PJ* system)
@@ -81,10 +89,21 @@ SystemParts loadSystemParts(std::wstring_view code)
         throwOperationError(OperationError::unknownSystem, subject, "the catalog has no such code");
     if (!loaded)
         throwOperationError(OperationError::catalogUnavailable, subject, unreadableCatalogMessage(loaded.error()));
-    if (loaded->kind == kindNotEarthReferenced)
-        throwOperationError(OperationError::notEarthReferenced, loaded->code,
-                            "is not referenced to the Earth, so nothing leads from or to it");
+    requireOnEarth(*loaded);
     return splitSystem(catalogObject(*splitCode(loaded->codeUtf8), PJ_CATEGORY_CRS));
+}
+
+SystemParts systemParts(const CoordinateReferenceSystemDefinition& system)
+{
+    const DefinitionData& data = system.data();
+    requireOnEarth(data);
+    const auto known = loadFromCatalog(data.code.c_str(), DefinitionType::coordinateReferenceSystem);
+    if (known && known->projjson() == data.projjson())
+        return loadSystemParts(data.code);
+    ProjObject object = projObjectFrom(data.projjson());
+    if (!object)
+        throwOperationError(OperationError::unknownSystem, data.code, "PROJ cannot make the system of its definition");
+    return splitSystem(std::move(object));
 }
 
 std::vector<AxisUnit> axisUnits(const SystemParts& system)

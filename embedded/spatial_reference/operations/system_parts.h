@@ -26,6 +26,10 @@ SystemParts splitSystem(ProjObject system);
 /// The parts of a system of the catalog. Throws ErrorException for one that is unknown or not referenced to the Earth.
 SystemParts loadSystemParts(std::wstring_view code);
 
+/// The parts of any system. One that the catalog has in the same way is that of the catalog, which also has an area of
+/// use. Throws ErrorException for one that is not referenced to the Earth.
+SystemParts systemParts(const Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition& system);
+
 /// The units of the three axes. The third one is the metre when the system has no height.
 std::vector<AxisUnit> axisUnits(const SystemParts& system);
 

@@ -4,12 +4,14 @@
 #include <sstream>
 #include <string_view>
 
+#include "embedded/spatial_reference/projjson/proj_message.h"
 #include "embedded/spatial_reference/projjson/shipped_catalog.h"
 
 namespace Embedded {
 namespace {
 
 ReadFailure lastReadFailure = ReadFailure::none;
+std::string lastMessage;
 
 /// Watches PROJ's messages, which are the only sign of some failures. They are not printed.
 void watchMessage(void* /*data*/, int /*level*/, const char* message)
@@ -20,6 +22,8 @@ void watchMessage(void* /*data*/, int /*level*/, const char* message)
         lastReadFailure = ReadFailure::memory;
     else if (contains("SQLite error") && lastReadFailure == ReadFailure::none)
         lastReadFailure = ReadFailure::database;
+    else
+        lastMessage = text;
 }
 
 /// Lets PROJ search the folder of the shipped catalog first: its database must fit the library, whatever other programs
@@ -98,6 +102,22 @@ ReadFailure readFailure()
 void forgetReadFailure()
 {
     lastReadFailure = ReadFailure::none;
+}
+
+std::string lastProjMessage()
+{
+    // "proj_create: Error 1027 (Invalid value for an argument): utm: Invalid value for zone"
+    std::string_view text = lastMessage;
+    if (const auto function = text.find(": "); text.starts_with("proj_") && function != std::string_view::npos)
+        text.remove_prefix(function + 2);
+    if (const auto number = text.find("): "); text.starts_with("Error ") && number != std::string_view::npos)
+        text.remove_prefix(number + 3);
+    return std::string(text);
+}
+
+void forgetProjMessage()
+{
+    lastMessage.clear();
 }
 
 const std::vector<std::string>& catalogAuthorities()

@@ -19,8 +19,8 @@ TEST_F(PosixArguments, FileNameThatIsNotUtf8_IsPrintedEscaped)
 TEST_F(PosixArguments, TextThatIsNotUtf8_IsWrongUsage)
 {
     givenDrawing("plan.qedb");
-    expectWrongUsage(run({"assign", "\xFF", "plan.qedb"}), "orvelcs: assign: CODE: is not UTF-8");
-    expectWrongUsage(run({"encode", "\xFF", "--drawing-version", "29"}), "orvelcs: encode: CODE: is not UTF-8");
+    expectWrongUsage(run({"assign", "\xFF", "plan.qedb"}), "orvelcs: assign: SYSTEM: is not UTF-8");
+    expectWrongUsage(run({"encode", "\xFF", "--drawing-version", "29"}), "orvelcs: encode: SYSTEM: is not UTF-8");
     expectWrongUsage(run({"forms", "plan.qedb", "--put", "geodata=\xFF"}),
                      "orvelcs: forms: --put: the value of geodata is not UTF-8");
 }

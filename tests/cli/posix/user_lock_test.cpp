@@ -64,7 +64,10 @@ TEST_F(UserLock, HeldLock_PrintsAJsonDocument)
     const HeldLock held(path(kLockFile));
     const ProgramResult result = runAsUser({"config", "set", "-", "--wait", "0", "--json"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(Json::parse(result.output), (Json{{"result", false}, {"events", Json::array()}}));
+    const Json json = Json::parse(result.output);
+    EXPECT_EQ(json["result"], false);
+    EXPECT_EQ(json["events"], Json::array());
+    EXPECT_EQ(errorLine(json["error"]), result.errors);
 }
 
 TEST_F(UserLock, HeldLock_DoesNotBlockReadersAndDrawings)

@@ -86,6 +86,8 @@ Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
 {
     Invocation invocation;
     const std::vector<std::string> given(arguments + std::min(argumentCount, 1), arguments + argumentCount);
+    // The parser sets the flag after it has read all arguments, and the answer to wrong usage depends on the flag.
+    outputOptions_.json = holdsOption(given, "--json");
     if (const std::optional<MisusedOption> misused = misusedOption(*program_, given)) {
         invocation.command = commandName(misused->command);
         invocation.failure = wrongUsage(misused->option, misused->message);

@@ -10,26 +10,32 @@
 
 namespace Orvelcs {
 
+/// A result of the host or of the spatial-reference library, such as eVetoed (325).
+struct ResultCode {
+    int number = 0;
+    std::string name;
+};
+
 /// Says what a command failed at, and why. The program prints it as one line on standard error.
 class Failure : public std::runtime_error {
 public:
     /// `code` is the result of the host or of the spatial-reference library, where one of them was asked.
     Failure(std::string subject, const std::string& message, ExitStatus status = ExitStatus::failed,
-            std::optional<int> code = std::nullopt)
-        : std::runtime_error(message), subject_(std::move(subject)), status_(status), code_(code)
+            std::optional<ResultCode> code = std::nullopt)
+        : std::runtime_error(message), subject_(std::move(subject)), status_(status), code_(std::move(code))
     {
     }
 
     const std::string& subject() const { return subject_; }
     ExitStatus status() const { return status_; }
-    std::optional<int> code() const { return code_; }
+    const std::optional<ResultCode>& code() const { return code_; }
     /// The message after its subject.
     std::string text() const { return subject_ + ": " + what(); }
 
 private:
     std::string subject_;
     ExitStatus status_;
-    std::optional<int> code_;
+    std::optional<ResultCode> code_;
 };
 
 inline Failure wrongUsage(std::string subject, const std::string& message)

@@ -1,36 +1,24 @@
 // The JSON document of a command that ends early.
 #pragma once
 
-#include <concepts>
-
-#include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/output.h"
 
 namespace Orvelcs {
 
-enum class DocumentedFailures { all, allButWrongUsage };
-
-/// Returns what the work returns. When the work throws a Failure, prints `document(failure)` where JSON is wanted and
-/// throws the Failure on.
-template <class Document, class Work>
-requires std::invocable<Document, const Failure&>
-auto withFailureDocument(const Document& document, DocumentedFailures documented, Output& output, const Work& work)
+/// Returns what the work returns. When the work throws a Failure other than wrong usage, prints
+/// `failureDocument(document, …)` where JSON is wanted and throws the Failure on. The program itself prints the error
+/// document of a command that has printed nothing.
+template <class Work>
+auto withFailureDocument(const Json& document, Output& output, const Work& work)
 {
     try {
         return work();
     } catch (const Failure& failure) {
-        const bool isDocumented = documented == DocumentedFailures::all || failure.status() != ExitStatus::wrongUsage;
-        if (output.json() && isDocumented)
-            output.document(document(failure));
+        if (output.json() && failure.status() != ExitStatus::wrongUsage)
+            output.document(failureDocument(document, output.command(), failure));
         throw;
     }
-}
-
-/// The same with one document for every Failure.
-template <class Work>
-auto withFailureDocument(const Json& document, DocumentedFailures documented, Output& output, const Work& work)
-{
-    return withFailureDocument([&](const Failure&) { return document; }, documented, output, work);
 }
 
 } // namespace Orvelcs

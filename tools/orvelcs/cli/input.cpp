@@ -63,13 +63,17 @@ std::string readWhole(const std::string& file, std::size_t limitInBytes)
 std::wstring readText(const std::string& file, std::size_t limitInBytes)
 {
     const std::string bytes = readWhole(file, limitInBytes);
-    const std::string subject = file == kStandardStream ? kStandardInput : file;
+    return decodeText(file == kStandardStream ? kStandardInput : file, bytes);
+}
+
+std::wstring decodeText(const std::string& subject, std::string_view bytes)
+{
     if (!Embedded::isValidUtf8(bytes))
         throw Failure(subject, "is not UTF-8");
-    if (bytes.find('\0') != std::string::npos)
+    if (bytes.find('\0') != std::string_view::npos)
         throw Failure(subject, "holds a NUL character");
     const bool hasMark = bytes.starts_with(kByteOrderMark);
-    return Embedded::wideFromUtf8(std::string_view(bytes).substr(hasMark ? kByteOrderMark.size() : 0));
+    return Embedded::wideFromUtf8(bytes.substr(hasMark ? kByteOrderMark.size() : 0));
 }
 
 std::size_t readAvailable(char* bytes, std::size_t length)

@@ -21,6 +21,9 @@ std::string readWhole(const std::string& file, std::size_t limitInBytes = 0);
 /// text that is not UTF-8 or holds a NUL.
 std::wstring readText(const std::string& file, std::size_t limitInBytes = 0);
 
+/// The bytes as such a text. Throws Failure about `subject`.
+std::wstring decodeText(const std::string& subject, std::string_view bytes);
+
 /// Reads what standard input has so far, `length` bytes at most, and waits only while it has none. Returns 0 at the
 /// end. Throws Failure when it cannot be read.
 std::size_t readAvailable(char* bytes, std::size_t length);

@@ -1,5 +1,6 @@
 #include "orvelcs/cli/option_values.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace Orvelcs {
@@ -46,6 +47,12 @@ const char* describeMisuse(const CLI::Option& option, const std::string& word, c
 bool looksLikeOption(const std::string& word)
 {
     return word.size() > 1 && word.front() == '-';
+}
+
+bool holdsOption(const std::vector<std::string>& words, const std::string& option)
+{
+    const auto end = std::ranges::find(words, kSeparator);
+    return std::find(words.begin(), end, option) != end;
 }
 
 std::optional<MisusedOption> misusedOption(const CLI::App& program, const std::vector<std::string>& words)

@@ -12,6 +12,9 @@ namespace Orvelcs {
 /// "-" alone is a stream and not an option.
 bool looksLikeOption(const std::string& word);
 
+/// Whether the word stands before "--".
+bool holdsOption(const std::vector<std::string>& words, const std::string& option);
+
 /// An option with a value that it cannot have, or without one that it needs.
 struct MisusedOption {
     const CLI::App* command = nullptr; // to which the option belongs

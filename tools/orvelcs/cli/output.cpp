@@ -42,6 +42,7 @@ Output::Output(std::string command, const OutputOptions& options)
 void Output::write(std::string_view bytes)
 {
     hideProgress();
+    hasResult_ = true;
     if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) < bytes.size() && writeError_ == 0)
         writeError_ = streamError();
 }

@@ -23,9 +23,12 @@ public:
     Output& operator=(const Output&) = delete;
     ~Output() { hideProgress(); }
 
+    const std::string& command() const { return command_; }
     bool json() const { return options_.json; }
     bool isQuiet() const { return options_.quiet; }
 
+    /// Whether a result was written, or a part of one.
+    bool hasResult() const { return hasResult_; }
     /// Writes the bytes as they are.
     void write(std::string_view bytes);
     /// Writes a line of a result.
@@ -66,6 +69,7 @@ private:
     bool escapes_; // whether escape sequences are wanted on a terminal
     bool bold_;
     mutable bool progressIsShown_ = false; // about the terminal, not about the output
+    bool hasResult_ = false;
     int writeError_ = 0;
 };
 

@@ -6,6 +6,7 @@
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/command_line.h"
 #include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/process.h"
 
@@ -75,19 +76,26 @@ ExitStatus execute(const CommandLine& commandLine, const Invocation& invocation,
     throw *invocation.failure;
 }
 
+/// The document of a command that has printed one already says what failed.
+ExitStatus report(const Failure& failure, Output& output)
+{
+    if (output.json() && !output.hasResult())
+        output.document(errorDocument(output.command(), failure));
+    output.error(failure.subject(), failure.what());
+    return failure.status();
+}
+
 ExitStatus executeAndReport(const CommandLine& commandLine, const Invocation& invocation, Output& output)
 {
     try {
         return execute(commandLine, invocation, output);
     } catch (const Failure& failure) {
-        output.error(failure.subject(), failure.what());
-        return failure.status();
+        return report(failure, output);
     } catch (const std::bad_alloc&) {
-        output.error("memory", "not enough memory");
+        return report(Failure("memory", "not enough memory"), output);
     } catch (const std::exception& exception) {
-        output.error("unexpected failure", exception.what());
+        return report(Failure("unexpected failure", exception.what()), output);
     }
-    return ExitStatus::failed;
 }
 
 } // namespace

@@ -10,10 +10,9 @@
 #include "orvelcs/cli/process.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/change.h"
-#include "orvelcs/drawing/definition_file.h"
 #include "orvelcs/drawing/holders.h"
-#include "orvelcs/drawing/stored_forms.h"
 #include "orvelcs/drawing/swapped_arguments.h"
+#include "orvelcs/drawing/system_argument.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -24,7 +23,7 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 namespace {
 
 struct AssignOptions {
-    std::vector<std::string> arguments; // CODE FILE…, or FILE… with a definition
+    std::vector<std::string> arguments; // SYSTEM FILE…, or FILE… with a definition
     std::string definitionFile;
     std::string code;
     CLI::Option* definitionOption = nullptr;
@@ -32,6 +31,13 @@ struct AssignOptions {
     ChangeOptions change;
 
     bool isUserDefined() const { return definitionOption->count() > 0; }
+    /// @FILE, also for --definition; nothing for a code of the catalog.
+    std::string systemFile() const
+    {
+        if (isUserDefined())
+            return "@" + definitionFile;
+        return namesFile(arguments.front()) ? arguments.front() : std::string();
+    }
 };
 
 std::string doneText(const std::wstring& code)
@@ -39,7 +45,7 @@ std::string doneText(const std::wstring& code)
     return "assigned " + Embedded::utf8FromWide(code);
 }
 
-// Splits the positional arguments into the code and the files.
+// Splits the positional arguments into the system and the files. Returns the code of the catalog, or nothing.
 std::wstring splitArguments(AssignOptions& options)
 {
     std::vector<std::string>& names = options.change.files.names;
@@ -47,18 +53,19 @@ std::wstring splitArguments(AssignOptions& options)
     if (options.isUserDefined()) {
         if (options.codeOption->count() == 0)
             throw wrongUsage("--definition", "needs --code, the code that the system is to have");
-        return wideArgument("--code", options.code);
+        return {};
     }
-    if (options.codeOption->count() > 0)
-        throw wrongUsage("--code", "goes with --definition only");
     if (options.arguments.empty())
-        throw wrongUsage("CODE", "is required");
-    if (options.arguments.front().empty())
-        throw wrongUsage("CODE", "is empty; to remove a coordinate system use clear");
+        throw wrongUsage("SYSTEM", "is required");
+    const std::string& system = options.arguments.front();
+    if (options.codeOption->count() > 0 && !namesFile(system))
+        throw wrongUsage("--code", "goes with the system of a text only: @TEXTFILE or --definition");
+    if (system.empty())
+        throw wrongUsage("SYSTEM", "is empty; to remove a coordinate system use clear");
     if (options.arguments.size() < 2 && !options.change.files.hasList())
-        throw wrongUsage("FILE", "is required after CODE");
+        throw wrongUsage("FILE", "is required after SYSTEM");
     names.erase(names.begin());
-    return wideArgument("CODE", options.arguments.front());
+    return namesFile(system) ? std::wstring() : wideArgument("SYSTEM", system);
 }
 
 void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)
@@ -91,11 +98,7 @@ std::string correctedCommand(const std::string& code, const AssignOptions& optio
 
 std::string describeUnusableCode(const std::wstring& code, Library::Status status)
 {
-    if (status != Library::statusNotFound)
-        return describeLoadFailure(code, status);
-    const std::string text = Embedded::utf8FromWide(code);
-    const std::string file = fileInPlaceOfCodeClause(text);
-    return fmt::format("the catalog has no {}{}", text, file.empty() ? nearestCodesClause(code) : file);
+    return status == Library::statusNotFound ? describeMissingCode(code) : describeLoadFailure(code, status);
 }
 
 /// Throws Failure for a code that cannot be assigned to any drawing: with the result that the module would return for
@@ -113,7 +116,8 @@ void checkCode(const AssignOptions& options, const std::wstring& code)
                                                correctedCommand(*swapped, options)));
     throw Failure(Embedded::utf8FromWide(code),
                   fmt::format("{}: {}", resultName(Qeapp::eInvalidInput), describeUnusableCode(code, status)),
-                  ExitStatus::failed, Library::statusFailed); // it reports no status of its own for a code
+                  ExitStatus::failed,
+                  resultCode(Library::statusFailed)); // it reports no status of its own for a code
 }
 
 ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& code, Output& output)
@@ -130,24 +134,13 @@ ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& c
     return changeDrawings(options.change, change, output);
 }
 
-DefinedSystem readDefinition(const AssignOptions& options, const std::wstring& code)
-{
-    if (catalogEntry(code))
-        throw Failure(Embedded::utf8FromWide(code),
-                      "is the code of a system of the catalog; a definition needs a code of its own");
-    if (!isLegacyCode(code))
-        throw Failure("--code", "expected a code, found \".\", which readers of older drawing versions take for none");
-    return systemFromTextFile(options.definitionFile, code);
-}
-
-ExitStatus assignDefinition(const AssignOptions& options, const DefinedSystem& system, const std::wstring& code,
-                            Output& output)
+ExitStatus assignSystem(const AssignOptions& options, const NamedSystem& system, Output& output)
 {
     Change change;
     change.apply = [&](QeDbDatabase* database, Library::Status& status) {
-        return CoordinateSystem::SetCoordinateSystem(system.get(), database, &status);
+        return CoordinateSystem::SetCoordinateSystem(system.definition.get(), database, &status);
     };
-    change.done = doneText(code);
+    change.done = doneText(system.code);
     change.reason = [](Qeapp::ErrorStatus) { return std::string("the coordinate system could not be assigned"); };
     return changeDrawings(options.change, change, output);
 }
@@ -156,7 +149,7 @@ ExitStatus assignDefinition(const AssignOptions& options, const DefinedSystem& s
 void readFiles(AssignOptions& options, const Output& output)
 {
     DrawingFiles& files = options.change.files;
-    const bool readsDefinition = options.isUserDefined() && options.definitionFile == kStandardStream;
+    const bool readsDefinition = namesStandardInput(options.systemFile());
     if (readsDefinition && files.list == kStandardStream)
         throw wrongUsage(kStandardStream, "standard input cannot be both the definition and the list");
     readFileList(files);
@@ -170,19 +163,19 @@ ExitStatus runAssign(AssignOptions& options, Output& output)
 {
     const std::wstring code = splitArguments(options);
     readFiles(options, output);
-    DefinedSystem system;
+    const std::string file = options.systemFile();
+    NamedSystem system;
     try {
-        if (options.isUserDefined())
-            system = readDefinition(options, code);
-        else
+        if (file.empty())
             checkCode(options, code);
+        else
+            system = readSystemToStore("SYSTEM", file, *options.codeOption, options.code, output);
     } catch (const Failure& failure) {
-        const auto result = options.isUserDefined() ? std::nullopt : std::optional<int>(Qeapp::eInvalidInput);
+        const auto result = file.empty() ? std::optional<int>(Qeapp::eInvalidInput) : std::nullopt;
         printUnchanged(options.change.files, failure, result, output);
         throw;
     }
-    return options.isUserDefined() ? assignDefinition(options, system, code, output)
-                                   : assignFromCatalog(options, code, output);
+    return file.empty() ? assignFromCatalog(options, code, output) : assignSystem(options, system, output);
 }
 
 std::vector<Command> declareAssign(CLI::App& program)
@@ -191,16 +184,18 @@ std::vector<Command> declareAssign(CLI::App& program)
     CLI::App* app = addCommand(
         program, {"assign",
                   "Assign a coordinate reference system to drawings",
-                  {"assign [OPTIONS] CODE FILE...", "assign [OPTIONS] --definition TEXTFILE --code CODE FILE..."},
-                  "A drawing whose assignment fails or is vetoed is left exactly as it was."});
-    addArguments(*app, "CODE FILE...", options->arguments,
-                 "a code of the catalog such as EPSG:25832, and the drawings; with --definition only the drawings");
+                  {"assign [OPTIONS] SYSTEM FILE...", "assign [OPTIONS] @TEXTFILE --code CODE FILE...",
+                   "assign [OPTIONS] --definition TEXTFILE --code CODE FILE..."},
+                  std::string(kSystemHelp) +
+                      "\nThe system of a text is user-defined and needs --code; that of a drawing keeps its code.\n"
+                      "A drawing whose assignment fails or is vetoed is left exactly as it was."});
+    addArguments(*app, "SYSTEM FILE...", options->arguments,
+                 "the system, and the drawings; with --definition only the drawings");
     addFileListOptions(*app, options->change.files);
-    options->definitionOption =
-        addArgument(*app, "--definition TEXTFILE", options->definitionFile,
-                    "a user-defined system as WKT, PROJJSON or a PROJ string in UTF-8; - is standard input");
+    options->definitionOption = addArgument(*app, "--definition TEXTFILE", options->definitionFile,
+                                            "the same as @TEXTFILE; - is standard input");
     options->codeOption = addArgument(*app, "--code CODE", options->code,
-                                      "a code for the user-defined system that the catalog does not have");
+                                      "the code of the user-defined system of a text, which the catalog does not have");
     addChangeOptions(*app, options->change);
     return {{app, [options](Output& output) { return runAssign(*options, output); }}};
 }

@@ -13,8 +13,10 @@
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/place.h"
 #include "orvelcs/drawing/catalog_lookup.h"
+#include "orvelcs/drawing/system_argument.h"
 #include "orvelcs/drawing/system_search.h"
 #include "orvelcs/output/system_description.h"
+#include "orvelcs/output/system_format.h"
 #include "orvelcs/output/table.h"
 
 namespace Orvelcs {
@@ -35,8 +37,9 @@ struct SearchOptions {
 };
 
 struct CatalogShowOptions {
-    std::string code;
+    std::string system;
     bool wkt = false;
+    FormatOption format;
 };
 
 PlaceFilter placeFilter(const SearchOptions& options)
@@ -108,7 +111,7 @@ void print(const std::vector<PlacedSystem>& systems, Output& output)
 ExitStatus runSearch(const SearchOptions& options, Output& output)
 {
     const SystemSearch search = makeSearch(options);
-    return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
+    return withFailureDocument(Json::array(), output, [&] {
         const std::vector<PlacedSystem> systems = findSystems(search);
         if (output.json())
             output.document(asJson(systems));
@@ -118,33 +121,45 @@ ExitStatus runSearch(const SearchOptions& options, Output& output)
     });
 }
 
-/// A system of the catalog with what the catalog says beside its definition.
+/// A system with what the catalog says beside its definition.
 struct CatalogSystem {
     SystemDescription system;
-    Embedded::CatalogEntry entry;
+    std::optional<Embedded::CatalogEntry> entry; // nothing for a system of one's own
     std::vector<std::wstring> replacements;
+    std::optional<std::string> formatted;
 };
 
-CatalogSystem load(const std::wstring& code, bool wantsWkt)
+/// AUTHORITY:CODE for a code in another notation. The name of a file stays as it is.
+std::string systemWithPlainCode(const std::string& system)
 {
-    const CatalogSystemDefinition system = systemFromCatalog(code);
-    const std::optional<Embedded::CatalogEntry> entry = catalogEntry(code);
-    if (!entry) // the catalog was removed after the system was loaded
-        throw noSuchCode(code);
-    CatalogSystem found{describe(*system.get()), *entry, {}};
-    if (wantsWkt)
-        found.system.wkt = writeWkt(*system.get());
-    if (entry->deprecated)
-        found.replacements = Embedded::replacementCodes(entry->code);
+    return namesFile(system) ? system
+                             : Embedded::utf8FromWide(Embedded::codeFromNotation(wideArgument("SYSTEM", system)));
+}
+
+CatalogSystem load(const CatalogShowOptions& options, const Output& output)
+{
+    const NamedSystem named = readSystem("SYSTEM", systemWithPlainCode(options.system), output);
+    CatalogSystem found;
+    found.system = describe(named);
+    if (!named.code.empty())
+        found.entry = catalogEntry(named.code);
+    if (!found.entry && named.source == SystemSource::catalog) // the catalog was removed after the system was loaded
+        throw noSuchCode(named.code);
+    if (options.wkt)
+        found.system.wkt = writeWkt(*named.definition);
+    if (options.format.isGiven())
+        found.formatted = writeInFormat(*named.definition, options.format, options.system);
+    if (found.entry && found.entry->deprecated)
+        found.replacements = Embedded::replacementCodes(found.entry->code);
     return found;
 }
 
 std::optional<std::wstring> optionalArea(const CatalogSystem& found)
 {
-    return found.entry.areaOfUse.empty() ? std::nullopt : std::optional(found.entry.areaOfUse);
+    return !found.entry || found.entry->areaOfUse.empty() ? std::nullopt : std::optional(found.entry->areaOfUse);
 }
 
-Json asJson(const CatalogSystem& found, bool wantsWkt)
+Json asJson(const CatalogSystem& found, const CatalogShowOptions& options)
 {
     Json replacements = Json::array();
     for (const std::wstring& code : found.replacements)
@@ -155,23 +170,27 @@ Json asJson(const CatalogSystem& found, bool wantsWkt)
                  {"kind", jsonValue(found.system.kind)},
                  {"datum", jsonText(found.system.datum)},
                  {"ellipsoid", jsonText(found.system.ellipsoid)},
-                 {"knownToCatalog", true},
+                 {"knownToCatalog", found.entry.has_value()},
                  {"source", nullptr}};
-    if (wantsWkt)
+    if (options.wkt)
         json["wkt"] = jsonText(found.system.wkt);
-    json["deprecated"] = found.entry.deprecated;
+    addFormatted(json, options.format, found.formatted);
+    json["deprecated"] = found.entry ? Json(found.entry->deprecated) : Json(nullptr);
     json["replacedBy"] = replacements.empty() ? Json(nullptr) : replacements.front();
     json["replacements"] = replacements;
     json["areaOfUse"] = jsonText(optionalArea(found));
     return json;
 }
 
-void print(const CatalogSystem& found, Output& output)
+void print(const CatalogSystem& found, const CatalogShowOptions& options, Output& output)
 {
-    output.heading(oneLine(found.entry.code));
+    if (found.formatted)
+        return output.line(*found.formatted);
+    output.heading(found.entry ? oneLine(found.entry->code) : oneLine(options.system));
     LabelledLines lines;
     lines.add(found.system);
-    lines.add("deprecated", found.entry.deprecated ? "yes" : "no");
+    if (found.entry)
+        lines.add("deprecated", found.entry->deprecated ? "yes" : "no");
     if (!found.replacements.empty()) {
         std::wstring codes;
         for (const std::wstring& code : found.replacements)
@@ -185,13 +204,13 @@ void print(const CatalogSystem& found, Output& output)
 
 ExitStatus runCatalogShow(const CatalogShowOptions& options, Output& output)
 {
-    const std::wstring code = Embedded::codeFromNotation(wideArgument("CODE", options.code));
-    return withFailureDocument(nullptr, DocumentedFailures::all, output, [&] {
-        const CatalogSystem found = load(code, options.wkt);
+    checkFormatOption(options.format, options.wkt);
+    return withFailureDocument(nullptr, output, [&] {
+        const CatalogSystem found = load(options, output);
         if (output.json())
-            output.document(asJson(found, options.wkt));
+            output.document(asJson(found, options));
         else
-            print(found, output);
+            print(found, options, output);
         return ExitStatus::done;
     });
 }
@@ -223,11 +242,13 @@ Command declareCatalogShow(CLI::App& catalog)
 {
     auto options = std::make_shared<CatalogShowOptions>();
     CLI::App* app = addCommand(catalog, {"show",
-                                         "Show one system of the catalog",
-                                         {"catalog show [OPTIONS] CODE"},
-                                         "Exit status 3 if the catalog does not have the code."});
-    addArgument(*app, "CODE", options->code, "a code such as EPSG:25832")->required();
+                                         "Show one system and what the catalog says of it",
+                                         {"catalog show [OPTIONS] SYSTEM"},
+                                         std::string(kSystemHelp) + "\n" + kFormatHelp +
+                                             "\nExit status 3 if the catalog does not have the code."});
+    addArgument(*app, "SYSTEM", options->system, "the system")->required();
     app->add_flag("--wkt", options->wkt, "also print the definition as well-known text");
+    addFormatOption(*app, options->format);
     return {app, [options](Output& output) { return runCatalogShow(*options, output); }};
 }
 
@@ -235,7 +256,7 @@ std::vector<Command> declareCatalog(CLI::App& program)
 {
     CLI::App* catalog = addCommand(program, {"catalog",
                                              "Search the catalog of coordinate reference systems",
-                                             {"catalog search [OPTIONS] [TEXT...]", "catalog show [OPTIONS] CODE"},
+                                             {"catalog search [OPTIONS] [TEXT...]", "catalog show [OPTIONS] SYSTEM"},
                                              ""});
     catalog->require_subcommand(1);
     return {declareSearch(*catalog), declareCatalogShow(*catalog)};

@@ -45,7 +45,7 @@ ExitStatus report(const ConfigTarget& target, const ConfigChange& change, const 
     if (output.json()) {
         Json json = {{"result", change.result}, {"events", eventsAsJson(change.events)}};
         if (change.error)
-            json["error"] = *change.error;
+            json["error"] = errorAsJson(output.command(), target.subject(), std::nullopt, *change.error);
         output.document(json);
     }
     if (change.error)
@@ -215,8 +215,7 @@ Command declare(CLI::App& config, const CommandText& text, Run run, const Json& 
     CLI::App* app = addCommand(config, text);
     addOptions(*app, *options);
     return {app, [options, run, &failed](Output& output) {
-                return withFailureDocument(failed, DocumentedFailures::allButWrongUsage, output,
-                                           [&] { return run(*options, output); });
+                return withFailureDocument(failed, output, [&] { return run(*options, output); });
             }};
 }
 

@@ -7,10 +7,12 @@
 #include "embedded/base/path.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/change.h"
 #include "orvelcs/drawing/holders.h"
+#include "orvelcs/output/result_names.h"
 #include "orvelcs/output/system_description.h"
 
 namespace Orvelcs {
@@ -70,7 +72,7 @@ void failSave(ConvertReport& report, const ConvertOptions& options, OpenDrawing&
     if (!isOfTarget)
         message += describeConversionFailure(drawing.database(), Embedded::hostStatus(error));
     report.result = error.status;
-    report.failure = Failure(subject, message);
+    report.failure = Failure(subject, message, ExitStatus::failed, resultCode(Embedded::hostStatus(error)));
 }
 
 ConvertReport convertDrawing(const ConvertOptions& options, int version, Output& output)
@@ -79,7 +81,8 @@ ConvertReport convertDrawing(const ConvertOptions& options, int version, Output&
     OpenDrawing drawing(options.file, options.access(), output);
     if (const Embedded::Expected<void> loaded = drawing.load(); !loaded) {
         report.result = loaded.error().status;
-        report.failure = Failure(options.file, describe(options.file, loaded.error()));
+        report.failure = Failure(options.file, describe(options.file, loaded.error()), ExitStatus::failed,
+                                 resultCode(Embedded::hostStatus(loaded)));
         return report;
     }
     const RecordingReactor reactor(parseVetoes(options.change));
@@ -94,14 +97,14 @@ ConvertReport convertDrawing(const ConvertOptions& options, int version, Output&
     return report;
 }
 
-Json convertedAsJson(const ConvertOptions& options, const ConvertReport& report)
+Json convertedAsJson(const ConvertOptions& options, const ConvertReport& report, const Output& output)
 {
     Json json = {{"file", options.file},
                  {"drawingVersion", jsonValue(report.version)},
                  {"result", report.result},
                  {"events", eventsAsJson(report.events)}};
     if (report.failure)
-        json["error"] = report.failure->subject() == options.file ? report.failure->what() : report.failure->text();
+        json["error"] = errorAsJson(output.command(), *report.failure);
     return json;
 }
 
@@ -125,7 +128,8 @@ ExitStatus runConvert(ConvertOptions& options, Output& output)
     return forEachDrawing({options.file}, output, [&](const std::string&) {
         const ConvertReport report = convertDrawing(options, version, output);
         printConverted(options, report, output);
-        return DrawingOutcome{report.failure ? ExitStatus::failed : ExitStatus::done, convertedAsJson(options, report)};
+        return DrawingOutcome{report.failure ? ExitStatus::failed : ExitStatus::done,
+                              convertedAsJson(options, report, output)};
     });
 }
 

@@ -80,8 +80,10 @@ std::vector<DecodedDefinition> decodeBlock(std::string block, const std::string&
     const Qeapp::ErrorStatus result = CoordinateSystem::DeserializeCoordinateSystem(
         array.put(), reinterpret_cast<const unsigned char*>(block.data()), length);
     if (result != Qeapp::eOk)
-        throw Failure(subject, fmt::format("{}: holds no definition, neither packed nor as text{}", resultName(result),
-                                           hasEnd ? "" : ", which would end with a NUL"));
+        throw Failure(subject,
+                      fmt::format("{}: holds no definition, neither packed nor as text{}", resultName(result),
+                                  hasEnd ? "" : ", which would end with a NUL"),
+                      ExitStatus::failed, resultCode(result));
     return definitionsIn(*array.get());
 }
 
@@ -107,7 +109,7 @@ void printDecoded(const std::vector<DecodedDefinition>& definitions, Output& out
 ExitStatus runDecode(const DecodeOptions& options, Output& output)
 {
     const std::string subject = options.file == kStandardStream ? "standard input" : options.file;
-    return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
+    return withFailureDocument(Json::array(), output, [&] {
         const std::vector<DecodedDefinition> definitions = decodeBlock(readWhole(options.file), subject);
         if (output.json())
             output.document(decodedAsJson(definitions));

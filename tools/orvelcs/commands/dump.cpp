@@ -3,8 +3,10 @@
 
 #include "embedded/host/drawing_file/drawing_dump.h"
 #include "orvelcs/cli/command.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/drawings.h"
+#include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
 namespace {
@@ -25,7 +27,7 @@ ExitStatus runDump(const DumpOptions& options, Output& output)
             const std::string error = describe(file, text.error());
             output.error(file, error);
             json["result"] = text.error().status;
-            json["error"] = error;
+            json["error"] = errorAsJson(output.command(), file, resultCode(Embedded::hostStatus(text)), error);
             return DrawingOutcome{ExitStatus::failed, std::move(json)};
         }
         if (!output.json())

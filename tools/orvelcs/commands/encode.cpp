@@ -4,17 +4,16 @@
 #include <fmt/format.h>
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "embedded/base/path.h"
-#include "embedded/base/staged_file.h"
 #include "embedded/base/text.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/failure_document.h"
 #include "orvelcs/cli/input.h"
+#include "orvelcs/cli/output_file.h"
 #include "orvelcs/cli/process.h"
-#include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/holders.h"
 #include "orvelcs/drawing/swapped_arguments.h"
+#include "orvelcs/drawing/system_argument.h"
 #include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
@@ -24,23 +23,28 @@ namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
 namespace {
 
 struct EncodeOptions {
+    std::string system;
     std::string code;
+    CLI::Option* codeOption = nullptr;
     std::string version;
     std::string target = kStandardStream;
+    bool force = false;
 
     bool isPrinted() const { return target == kStandardStream; }
 };
 
-std::string encodeSystem(const std::wstring& code, QeDb::QeDbDwgVersion version)
+std::string encodeSystem(const EncodeOptions& options, QeDb::QeDbDwgVersion version, Output& output)
 {
-    const CatalogSystemDefinition system = systemFromCatalog(code);
+    const NamedSystem system = readSystemToStore("SYSTEM", options.system, *options.codeOption, options.code, output);
     HostBytes bytes;
     int length = 0;
     const Qeapp::ErrorStatus result =
-        CoordinateSystem::SerializeCoordinateSystem(system.get(), bytes.put(), length, version);
+        CoordinateSystem::SerializeCoordinateSystem(system.definition.get(), bytes.put(), length, version);
     if (result != Qeapp::eOk)
-        throw Failure(Embedded::utf8FromWide(code), fmt::format("{}: has no form for drawing version {}",
-                                                                resultName(result), static_cast<int>(version)));
+        throw Failure(
+            options.system,
+            fmt::format("{}: has no form for drawing version {}", resultName(result), static_cast<int>(version)),
+            ExitStatus::failed, resultCode(result));
     return {reinterpret_cast<const char*>(bytes.get()), static_cast<std::size_t>(length)};
 }
 
@@ -48,12 +52,9 @@ void writeBlock(const EncodeOptions& options, const std::string& block, Output& 
 {
     if (options.isPrinted())
         return output.write(block);
-    const std::filesystem::path target = Embedded::pathFromUtf8(options.target);
-    if (const auto written = Embedded::replaceFile(target, block); !written)
-        throw Failure(options.target,
-                      fmt::format("{}: {}", resultName(Qeapp::eFileWriteFailed), written.error().message));
+    writeOutputFile(options.target, block, options.force ? OverwritingFiles::allowed : OverwritingFiles::refused);
     output.confirm(options.target,
-                   fmt::format("{} for drawing version {}, {} bytes", options.code, options.version, block.size()));
+                   fmt::format("{} for drawing version {}, {} bytes", options.system, options.version, block.size()));
 }
 
 Json encodedAsJson(const EncodeOptions& options, const std::optional<std::size_t>& bytes)
@@ -70,28 +71,25 @@ void checkTarget(const EncodeOptions& options, const Output& output)
 }
 
 /// Throws Failure for wrong usage when the code and the file are swapped.
-void checkForSwap(const EncodeOptions& options, const std::wstring& code)
+void checkForSwap(const EncodeOptions& options)
 {
-    if (options.isPrinted() || !findSwappedCode(options.code, {options.target}) || !catalogLacks(code))
+    if (options.isPrinted() || namesFile(options.system) || !findSwappedCode(options.system, {options.target}) ||
+        !catalogLacks(wideArgument("SYSTEM", options.system)))
         return;
-    throw wrongUsage(options.code, fmt::format("stands where the code {0} belongs; did you mean orvelcs encode {0} "
-                                               "--drawing-version {1} -o {2}",
-                                               options.target, options.version, quotedArgument(options.code)));
+    throw wrongUsage(options.system, fmt::format("stands where the code {0} belongs; did you mean orvelcs encode {0} "
+                                                 "--drawing-version {1} -o {2}",
+                                                 options.target, options.version, quotedArgument(options.system)));
 }
 
 ExitStatus runEncode(const EncodeOptions& options, Output& output)
 {
     const int version = integerArgument("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
-    const std::wstring code = wideArgument("CODE", options.code);
+    if (!namesFile(options.system))
+        static_cast<void>(wideArgument("SYSTEM", options.system)); // it throws
     checkTarget(options, output);
-    checkForSwap(options, code);
-    const auto document = [&](const Failure& failure) {
-        Json json = encodedAsJson(options, std::nullopt);
-        json["error"] = failure.text();
-        return json;
-    };
-    return withFailureDocument(document, DocumentedFailures::all, output, [&] {
-        const std::string block = encodeSystem(code, static_cast<QeDb::QeDbDwgVersion>(version));
+    checkForSwap(options);
+    return withFailureDocument(encodedAsJson(options, std::nullopt), output, [&] {
+        const std::string block = encodeSystem(options, static_cast<QeDb::QeDbDwgVersion>(version), output);
         writeBlock(options, block, output);
         if (output.json())
             output.document(encodedAsJson(options, block.size()));
@@ -105,14 +103,19 @@ std::vector<Command> declareEncode(CLI::App& program)
     CLI::App* app = addCommand(
         program,
         {"encode",
-         "Write a system of the catalog as the bytes that belong to a drawing version",
-         {"encode [OPTIONS] CODE --drawing-version N > FILE", "encode [OPTIONS] CODE --drawing-version N -o FILE"},
-         "Below version 30 the bytes are the packed definition, from 30 on its text in UTF-16 little-endian\n"
-         "with a NUL. Exit status 3 if the catalog does not have the code."});
-    addArgument(*app, "CODE", options->code, "a code such as EPSG:25832")->required();
+         "Write a system as the bytes that belong to a drawing version",
+         {"encode [OPTIONS] SYSTEM --drawing-version N > FILE", "encode [OPTIONS] SYSTEM --drawing-version N -o FILE"},
+         std::string(kSystemHelp) +
+             "\nThe system of a text needs --code.\n"
+             "Below version 30 the bytes are the packed definition, from 30 on its text in UTF-16 little-endian\n"
+             "with a NUL. Exit status 3 if the catalog does not have the code."});
+    addArgument(*app, "SYSTEM", options->system, "the system")->required();
+    options->codeOption = addArgument(*app, "--code CODE", options->code,
+                                      "the code of the user-defined system of a text, which the catalog does not have");
     addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33")->required();
     addArgument(*app, "-o,--output FILE", options->target,
-                "write the bytes to FILE, which is overwritten; - is standard output");
+                "write the bytes to FILE, which must not exist; - is standard output");
+    app->add_flag("--force", options->force, "overwrite FILE, completely or not at all");
     return {{app, [options](Output& output) { return runEncode(*options, output); }}};
 }
 

@@ -6,7 +6,7 @@
 #include "embedded/base/text.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
-#include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/drawing_files.h"
 #include "orvelcs/drawing/drawings.h"
@@ -52,16 +52,16 @@ Json asJson(const std::string& file, int version, const StoredForms& forms)
     return json;
 }
 
-Json failureAsJson(const std::string& file, const std::optional<int>& result, const std::string& error)
+Json failureAsJson(const Failure& failure, const Output& output)
 {
-    return {{"file", file},
+    return {{"file", failure.subject()},
             {"drawingVersion", nullptr},
             {"legacyProjection", nullptr},
             {"definitionXrecord", nullptr},
             {"geoData", nullptr},
             {"transformationConfig", nullptr},
-            {"result", jsonValue(result)},
-            {"error", error}};
+            {"result", failure.code() ? Json(failure.code()->number) : Json(nullptr)},
+            {"error", errorAsJson(output.command(), failure)}};
 }
 
 std::string textOrNone(const std::optional<std::wstring>& text)
@@ -127,11 +127,17 @@ void showForms(const FormsOptions& options, const std::vector<FormValue>& values
         print(options.file, drawing.version(), forms, output);
 }
 
-ExitStatus fail(const FormsOptions& options, const std::optional<int>& result, const std::string& error, Output& output)
+/// The subject of what is reported is the drawing.
+Failure failureOfDrawing(const std::string& file, const Failure& failure)
+{
+    return failure.subject() == file ? failure : Failure(file, failure.text(), ExitStatus::failed, failure.code());
+}
+
+ExitStatus fail(const Failure& failure, Output& output)
 {
     if (output.json())
-        output.document(failureAsJson(options.file, result, error));
-    output.error(options.file, error);
+        output.document(failureAsJson(failure, output));
+    output.error(failure.subject(), failure.what());
     return ExitStatus::failed;
 }
 
@@ -157,8 +163,7 @@ ExitStatus runForms(FormsOptions& options, Output& output)
         showForms(options, values, output);
         return ExitStatus::done;
     } catch (const Failure& failure) {
-        const bool isOfFile = failure.code().has_value();
-        return fail(options, failure.code(), isOfFile ? failure.what() : failure.text(), output);
+        return fail(failureOfDrawing(options.file, failure), output);
     }
 }
 

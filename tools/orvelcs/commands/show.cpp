@@ -4,6 +4,8 @@
 #include <fmt/format.h>
 
 #include "coordsys/orvel_coordinate_system.h"
+#include "embedded/base/file_kind.h"
+#include "embedded/base/path.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/command.h"
@@ -13,8 +15,9 @@
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/holders.h"
 #include "orvelcs/drawing/stored_forms.h"
+#include "orvelcs/drawing/system_argument.h"
 #include "orvelcs/output/result_names.h"
-#include "orvelcs/output/system_description.h"
+#include "orvelcs/output/system_format.h"
 
 namespace Orvelcs {
 
@@ -25,6 +28,7 @@ namespace {
 struct ShowOptions {
     DrawingFiles files;
     bool wkt = false;
+    FormatOption format;
 };
 
 struct ShowReport {
@@ -32,7 +36,10 @@ struct ShowReport {
     std::optional<int> drawingVersion;
     SystemDescription system;
     std::optional<bool> knownToCatalog;
+    std::optional<bool> deprecated; // of a system that the catalog knows
+    std::vector<std::wstring> replacements;
     std::optional<std::string> source;
+    std::optional<std::string> formatted;
     ExitStatus status = ExitStatus::done;
     std::optional<int> result;        // of what failed
     std::optional<std::string> error; // of a drawing without a system, too
@@ -76,7 +83,30 @@ std::string describeUnreadable(Qeapp::ErrorStatus result, const std::wstring& le
     return check ? message : message + ": " + Embedded::unreadableCatalogMessage(check.error());
 }
 
-void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
+/// What the catalog says of a system that it knows.
+void addDeprecation(ShowReport& report)
+{
+    const auto entry = report.knownToCatalog.value_or(false) && report.system.code
+                           ? Embedded::findCatalogEntry(*report.system.code)
+                           : Embedded::failure(0, {});
+    if (!entry)
+        return;
+    report.deprecated = entry->deprecated;
+    if (entry->deprecated)
+        report.replacements = Embedded::replacementCodes(entry->code);
+}
+
+/// Adds what the options ask for.
+void addDefinition(ShowReport& report, const System& system, const ShowOptions& options)
+{
+    addDeprecation(report);
+    if (options.wkt)
+        report.system.wkt = writeWkt(system);
+    if (options.format.isGiven())
+        report.formatted = writeInFormat(system, options.format, report.file);
+}
+
+void readStored(ShowReport& report, QeDbDatabase* database, const ShowOptions& options)
 {
     SystemHolder system;
     const Qeapp::ErrorStatus result = askModule(system, report.knownToCatalog, database);
@@ -97,11 +127,34 @@ void readSystem(ShowReport& report, QeDbDatabase* database, bool wantsWkt)
     report.system = describe(*system.get());
     if (!report.knownToCatalog)
         report.note = "this is the drawing's own definition; " + describeCatalogFault(report.system.code.value_or(L""));
-    if (wantsWkt)
-        report.system.wkt = writeWkt(*system.get());
+    addDefinition(report, *system.get(), options);
 }
 
-ShowReport readDrawing(const std::string& file, bool wantsWkt, const Output& output)
+/// Returns whether the argument is @FILE and not the name of a drawing that begins so.
+bool namesSystem(const std::string& argument)
+{
+    return namesFile(argument) && !Embedded::fileKind(Embedded::pathFromUtf8(argument));
+}
+
+ShowReport readNamed(const std::string& argument, const ShowOptions& options, const Output& output)
+{
+    ShowReport report;
+    report.file = argument;
+    try {
+        const NamedSystem named = readSystem("FILE", argument, output);
+        report.system = describe(named);
+        report.knownToCatalog = !named.code.empty() && catalogEntry(named.code).has_value();
+        addDefinition(report, *named.definition, options);
+    } catch (const Failure& failure) {
+        report.status = failure.status();
+        report.error = failure.subject() == argument ? failure.what() : failure.text();
+        if (failure.code())
+            report.result = failure.code()->number;
+    }
+    return report;
+}
+
+ShowReport readDrawing(const std::string& file, const ShowOptions& options, const Output& output)
 {
     ShowReport report;
     report.file = file;
@@ -112,17 +165,30 @@ ShowReport readDrawing(const std::string& file, bool wantsWkt, const Output& out
     }
     report.drawingVersion = drawing.version();
     try {
-        readSystem(report, drawing.database(), wantsWkt);
+        readStored(report, drawing.database(), options);
         if (const Embedded::Expected<void> loading = drawing.loadingResult(); !loading)
             fail(report, Embedded::hostStatus(loading), describe(file, loading.error()));
     } catch (const Failure& failure) {
         report.status = failure.status();
-        report.error = failure.text();
+        report.error = failure.subject() == file ? failure.what() : failure.text();
     }
     return report;
 }
 
-Json asJson(const ShowReport& report, bool wantsWkt)
+ShowReport readArgument(const std::string& argument, const ShowOptions& options, const Output& output)
+{
+    if (!namesSystem(argument))
+        return readDrawing(argument, options, output);
+    const std::string file = argument.substr(1);
+    return isDrawingFile(file) ? readDrawing(file, options, output) : readNamed(argument, options, output);
+}
+
+Json replacementAsJson(const ShowReport& report)
+{
+    return report.replacements.empty() ? Json(nullptr) : Json(Embedded::utf8FromWide(report.replacements.front()));
+}
+
+Json asJson(const ShowReport& report, const ShowOptions& options)
 {
     Json json = {{"file", report.file},
                  {"drawingVersion", jsonValue(report.drawingVersion)},
@@ -133,8 +199,11 @@ Json asJson(const ShowReport& report, bool wantsWkt)
                  {"ellipsoid", jsonText(report.system.ellipsoid)},
                  {"knownToCatalog", jsonValue(report.knownToCatalog)},
                  {"source", jsonValue(report.source)}};
-    if (wantsWkt)
+    json["deprecated"] = jsonValue(report.deprecated);
+    json["replacedBy"] = replacementAsJson(report);
+    if (options.wkt)
         json["wkt"] = jsonText(report.system.wkt);
+    addFormatted(json, options.format, report.formatted);
     if (report.status == ExitStatus::failed) {
         json["result"] = jsonValue(report.result);
         json["error"] = jsonValue(report.error);
@@ -142,46 +211,68 @@ Json asJson(const ShowReport& report, bool wantsWkt)
     return json;
 }
 
-void print(const ShowReport& report, Output& output)
+void printDeprecation(const ShowReport& report, LabelledLines& lines)
 {
-    if (!report.system.kind)
+    if (!report.deprecated.value_or(false))
+        return;
+    lines.add("deprecated", "yes");
+    std::wstring codes;
+    for (const std::wstring& code : report.replacements)
+        codes += (codes.empty() ? L"" : L", ") + code;
+    if (!codes.empty())
+        lines.add("replaced by", codes);
+}
+
+void print(const ShowReport& report, const ShowOptions& options, Output& output)
+{
+    if (report.formatted)
+        return output.line(*report.formatted);
+    if (!report.system.kind || options.format.isGiven())
         return;
     output.heading(oneLine(report.file));
     LabelledLines lines;
-    lines.add("drawing version", std::to_string(report.drawingVersion.value_or(0)));
+    if (report.drawingVersion)
+        lines.add("drawing version", std::to_string(*report.drawingVersion));
     lines.add(report.system);
     lines.add("known to catalog", !report.knownToCatalog ? "not asked" : *report.knownToCatalog ? "yes" : "no");
-    lines.add("source", report.source.value_or(""));
+    printDeprecation(report, lines);
+    if (report.source)
+        lines.add("source", *report.source);
     lines.add("wkt", report.system.wkt);
     lines.print(output);
 }
 
 ExitStatus runShow(ShowOptions& options, Output& output)
 {
+    checkFormatOption(options.format, options.wkt);
     readFileList(options.files);
     checkFileNames(options.files.names, false, output);
     return forEachDrawing(options.files, output, [&](const std::string& file) {
-        const ShowReport report = readDrawing(file, options.wkt, output);
+        const ShowReport report = readArgument(file, options, output);
         if (!output.json())
-            print(report, output);
+            print(report, options, output);
         if (report.note)
             output.note(file, *report.note);
         if (report.error)
             output.error(file, *report.error);
-        return DrawingOutcome{report.status, asJson(report, options.wkt)};
+        return DrawingOutcome{report.status, asJson(report, options)};
     });
 }
 
 std::vector<Command> declareShow(CLI::App& program)
 {
     auto options = std::make_shared<ShowOptions>();
-    CLI::App* app = addCommand(program, {"show",
-                                         "Show the coordinate reference system of drawings",
-                                         {"show [OPTIONS] FILE..."},
-                                         "Exit status 3 if a drawing has no coordinate reference system."});
-    addArguments(*app, "FILE", options->files.names, "the drawings; - is standard input");
+    CLI::App* app =
+        addCommand(program, {"show",
+                             "Show the coordinate reference system of drawings",
+                             {"show [OPTIONS] FILE..."},
+                             std::string("@FILE is the system of a drawing, or of a text with WKT, "
+                                         "PROJJSON or a PROJ string.\n") +
+                                 kFormatHelp + "\nExit status 3 if a drawing has no coordinate reference system."});
+    addArguments(*app, "FILE", options->files.names, "the drawings; - is standard input; @FILE may be a text");
     addFileListOptions(*app, options->files);
     app->add_flag("--wkt", options->wkt, "also print the definition as well-known text");
+    addFormatOption(*app, options->format);
     return {{app, [options](Output& output) { return runShow(*options, output); }}};
 }
 

@@ -12,7 +12,7 @@
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/line_reader.h"
 #include "orvelcs/drawing/catalog_lookup.h"
-#include "orvelcs/drawing/configured_transformation.h"
+#include "orvelcs/drawing/system_pair.h"
 #include "orvelcs/output/point_printer.h"
 #include "orvelcs/output/point_text.h"
 #include "orvelcs/output/transform_summary.h"
@@ -160,14 +160,15 @@ std::optional<double> epochOption(const TransformOptions& options)
 
 PointTask makeTask(const TransformOptions& options, const Output& output)
 {
-    const std::wstring source = wideArgument("SRC", options.source);
-    const std::wstring target = wideArgument("DST", options.target);
+    if (namesStandardInput(options.source) || namesStandardInput(options.target))
+        throw wrongUsage("@-", "standard input holds the points");
     const std::optional<double> epoch = epochOption(options);
     const auto drawing = options.drawingOption->count() > 0 ? std::optional(options.drawing) : std::nullopt;
     if (drawing == kStandardStream)
         throw wrongUsage("--drawing", "standard input holds the points");
-    const auto configured = configuredTransformation(source, target, drawing, output);
-    auto transformer = Embedded::makeTransformer(source, target, configured);
+    const SystemPair pair = readPair(options.source, options.target, output, ExitStatus::failed);
+    const auto configured = configuredBetween(pair, drawing, output);
+    auto transformer = transformerBetween(pair, configured);
     if (!transformer)
         throw operationFailure(transformer.error(), ExitStatus::failed);
     return {*std::move(transformer), configured.has_value(), epoch, output.json() || !output.isQuiet()};
@@ -175,8 +176,7 @@ PointTask makeTask(const TransformOptions& options, const Output& output)
 
 ExitStatus runTransform(const TransformOptions& options, Output& output)
 {
-    PointTask task = withFailureDocument(nullptr, DocumentedFailures::allButWrongUsage, output,
-                                         [&] { return makeTask(options, output); });
+    PointTask task = withFailureDocument(nullptr, output, [&] { return makeTask(options, output); });
     TransformSummary summary(options.source + " to " + options.target, task.isConfigured, *task.transformer);
     summary.noteBefore(output);
     PointPrinter printer(*task.transformer, options.withOperations,
@@ -200,15 +200,17 @@ std::vector<Command> declareTransform(CLI::App& program)
 {
     auto options = std::make_shared<TransformOptions>();
     CLI::App* app = addCommand(
-        program, {"transform",
-                  "Transform points from one system to another",
-                  {"transform [OPTIONS] SRC DST < POINTS"},
-                  "A point is a line of x y, x y z or x y z epoch in the order of the system's own axes. A third\n"
-                  "number is always a height, and a fourth is always the epoch, a decimal year. Empty lines and\n"
-                  "lines that begin with # are skipped. If a point cannot be transformed, its output line is *\n"
-                  "and the exit status is 1. If no transformation is configured, PROJ chooses one for each point."});
-    addArgument(*app, "SRC", options->source, "the code of the points' system")->required();
-    addArgument(*app, "DST", options->target, "the code of the system to transform to")->required();
+        program,
+        {"transform",
+         "Transform points from one system to another",
+         {"transform [OPTIONS] SRC DST < POINTS"},
+         std::string(kSystemHelp) +
+             "\nA point is a line of x y, x y z or x y z epoch in the order of the system's own axes. A third\n"
+             "number is always a height, and a fourth is always the epoch, a decimal year. Empty lines and\n"
+             "lines that begin with # are skipped. If a point cannot be transformed, its output line is *\n"
+             "and the exit status is 1. If no transformation is configured, PROJ chooses one for each point."});
+    addArgument(*app, "SRC", options->source, "the points' SYSTEM")->required();
+    addArgument(*app, "DST", options->target, "the SYSTEM to transform to")->required();
     options->drawingOption = addArgument(*app, "--drawing FILE", options->drawing,
                                          "the drawing whose configuration is used before the user's");
     options->epochOption =

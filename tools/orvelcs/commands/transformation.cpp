@@ -8,9 +8,10 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure_document.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/config_item.h"
-#include "orvelcs/drawing/configured_transformation.h"
+#include "orvelcs/drawing/system_pair.h"
 #include "orvelcs/output/system_description.h"
 #include "orvelcs/output/table.h"
 
@@ -27,13 +28,24 @@ struct TransformationOptions {
     std::string listTarget;
 };
 
-std::string unknownCodesClause(const std::vector<std::wstring>& codes)
+std::string unknownCodesClause(const SystemPair& pair)
 {
+    if (pair.definitions) // which the catalog need not have
+        return "";
     std::string clause;
-    for (const std::wstring& code : codes)
+    for (const std::wstring& code : {pair.sourceCode, pair.targetCode})
         if (catalogLacks(code))
-            clause += fmt::format("; the catalog has no {}{}", Embedded::utf8FromWide(code), nearestCodesClause(code));
+            clause += "; " + describeMissingCode(code);
     return clause;
+}
+
+/// A configuration names systems by their codes.
+void requireCodes(const TransformationOptions& options, const SystemPair& pair)
+{
+    for (const auto& [system, code] :
+         {std::pair(options.source, pair.sourceCode), std::pair(options.target, pair.targetCode)})
+        if (code.empty())
+            throw Failure(system, "has no code, and a configuration names systems by their codes");
 }
 
 void print(const Embedded::ConfiguredOperation& configured, Output& output)
@@ -46,14 +58,15 @@ void print(const Embedded::ConfiguredOperation& configured, Output& output)
 
 ExitStatus reportConfigured(const TransformationOptions& options, Output& output)
 {
-    const std::wstring source = wideArgument("SRC", options.source);
-    const std::wstring target = wideArgument("DST", options.target);
     const auto drawing = options.drawingOption->count() > 0 ? std::optional(options.drawing) : std::nullopt;
-    const auto configured = configuredTransformation(source, target, drawing, output);
+    if (drawing == kStandardStream && (namesStandardInput(options.source) || namesStandardInput(options.target)))
+        throw wrongUsage("--drawing", "standard input holds a system");
+    const SystemPair pair = readPair(options.source, options.target, output, ExitStatus::nothingFound);
+    requireCodes(options, pair);
+    const auto configured = configuredBetween(pair, drawing, output);
     if (!configured)
         throw Failure(options.source + " to " + options.target,
-                      "no transformation is configured" + unknownCodesClause({source, target}),
-                      ExitStatus::nothingFound);
+                      "no transformation is configured" + unknownCodesClause(pair), ExitStatus::nothingFound);
     if (output.json())
         output.document({{"name", Embedded::utf8FromWide(configured->codeOrName)}, {"kind", configured->kind}});
     else
@@ -66,8 +79,7 @@ ExitStatus runConfigured(const TransformationOptions& options, Output& output)
     for (const auto& [name, value] : {std::pair("SRC", &options.source), std::pair("DST", &options.target)})
         if (value->empty())
             throw wrongUsage(name, "is required");
-    return withFailureDocument(nullptr, DocumentedFailures::all, output,
-                               [&] { return reportConfigured(options, output); });
+    return withFailureDocument(nullptr, output, [&] { return reportConfigured(options, output); });
 }
 
 const char* directionName(Embedded::OperationDirection direction)
@@ -133,11 +145,10 @@ void print(const std::vector<Embedded::CatalogOperation>& operations, Output& ou
     }
 }
 
-std::vector<Embedded::CatalogOperation> findOperations(const TransformationOptions& options)
+std::vector<Embedded::CatalogOperation> findOperations(const TransformationOptions& options, const Output& output)
 {
-    const std::wstring source = wideArgument("SRC", options.listSource);
-    const std::wstring target = wideArgument("DST", options.listTarget);
-    auto operations = Embedded::operationsBetween(source, target);
+    const SystemPair pair = readPair(options.listSource, options.listTarget, output, ExitStatus::nothingFound);
+    auto operations = operationsBetween(pair);
     if (!operations)
         throw operationFailure(operations.error(), ExitStatus::nothingFound);
     if (operations->empty())
@@ -157,8 +168,8 @@ void refuseForeignArguments(const TransformationOptions& options)
 ExitStatus runList(const TransformationOptions& options, Output& output)
 {
     refuseForeignArguments(options);
-    return withFailureDocument(Json::array(), DocumentedFailures::all, output, [&] {
-        const auto operations = findOperations(options);
+    return withFailureDocument(Json::array(), output, [&] {
+        const auto operations = findOperations(options, output);
         if (!output.json()) {
             print(operations, output);
             return ExitStatus::done;
@@ -177,9 +188,9 @@ std::vector<Command> declareTransformation(CLI::App& program)
     CLI::App* app = addCommand(program, {"transformation",
                                          "Print the transformation that is configured between two systems",
                                          {"transformation [OPTIONS] SRC DST", "transformation list SRC DST"},
-                                         "Exit status 3 if none is configured."});
-    addArgument(*app, "SRC", options->source, "the code of the system to transform from");
-    addArgument(*app, "DST", options->target, "the code of the system to transform to");
+                                         std::string(kSystemHelp) + "\nExit status 3 if none is configured."});
+    addArgument(*app, "SRC", options->source, "the SYSTEM to transform from");
+    addArgument(*app, "DST", options->target, "the SYSTEM to transform to");
     options->drawingOption =
         addArgument(*app, "--drawing FILE", options->drawing,
                     "the drawing whose configuration is used before the user's; - is standard input");
@@ -187,9 +198,9 @@ std::vector<Command> declareTransformation(CLI::App& program)
     CLI::App* list = addCommand(*app, {"list",
                                        "List the catalog's transformations and paths between two systems, best first",
                                        {"transformation list SRC DST"},
-                                       "Exit status 3 if there is none."});
-    addArgument(*list, "SRC", options->listSource, "the code of the system to transform from")->required();
-    addArgument(*list, "DST", options->listTarget, "the code of the system to transform to")->required();
+                                       std::string(kSystemHelp) + "\nExit status 3 if there is none."});
+    addArgument(*list, "SRC", options->listSource, "the SYSTEM to transform from")->required();
+    addArgument(*list, "DST", options->listTarget, "the SYSTEM to transform to")->required();
     return {{app, [options](Output& output) { return runConfigured(*options, output); }},
             {list, [options](Output& output) { return runList(*options, output); }}};
 }

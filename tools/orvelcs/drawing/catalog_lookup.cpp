@@ -10,6 +10,7 @@
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_suggestions.h"
 #include "embedded/spatial_reference/catalog/operation_names.h"
+#include "embedded/spatial_reference/catalog/vertical_systems.h"
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/suggestion.h"
@@ -21,6 +22,8 @@ namespace Orvelcs {
 namespace Library = Zentara::Infrastructure::SpatialReference;
 
 namespace {
+
+constexpr const char* kVertical = "a vertical system, which a drawing cannot have";
 
 Library::Status systemStatus(const std::wstring& code)
 {
@@ -34,6 +37,13 @@ std::vector<std::string> authorities()
     for (const Embedded::CatalogEntry& entry : Embedded::catalogEntries())
         names.insert(Embedded::utf8FromWide(entry.code.substr(0, entry.code.find(L':'))));
     return {names.begin(), names.end()};
+}
+
+/// What an unknown code is: a file, or nearest to others.
+std::string missingCodeClause(const std::wstring& code)
+{
+    const std::string file = fileInPlaceOfCodeClause(Embedded::utf8FromWide(code));
+    return file.empty() ? nearestCodesClause(code) : file;
 }
 
 } // namespace
@@ -76,12 +86,19 @@ void checkAuthority(const std::wstring& authority)
                       ExitStatus::nothingFound);
 }
 
+std::string describeMissingCode(const std::wstring& code)
+{
+    const std::string name = Embedded::utf8FromWide(code);
+    return Embedded::isVerticalSystem(code) ? name + " is " + kVertical
+                                            : "the catalog has no " + name + missingCodeClause(code);
+}
+
 Failure noSuchCode(const std::wstring& code)
 {
-    const std::string text = Embedded::utf8FromWide(code);
-    const std::string file = fileInPlaceOfCodeClause(text);
-    return Failure(text, "the catalog has no such code" + (file.empty() ? nearestCodesClause(code) : file),
-                   ExitStatus::nothingFound);
+    return Failure(Embedded::utf8FromWide(code),
+                   Embedded::isVerticalSystem(code) ? std::string("is ") + kVertical
+                                                    : "the catalog has no such code" + missingCodeClause(code),
+                   ExitStatus::nothingFound, resultCode(Library::statusNotFound));
 }
 
 std::string describeLoadFailure(const std::wstring& code, Library::Status status)
@@ -103,7 +120,8 @@ std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code)
     const Library::Status status = systemStatus(code);
     if (status == Library::statusNotFound)
         return std::nullopt;
-    throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status));
+    throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status), ExitStatus::failed,
+                  resultCode(status));
 }
 
 CatalogSystemDefinition systemFromCatalog(const std::wstring& code)
@@ -113,7 +131,8 @@ CatalogSystemDefinition systemFromCatalog(const std::wstring& code)
     if (status == Library::statusNotFound)
         throw noSuchCode(code);
     if (status != Library::statusOk || !system)
-        throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status));
+        throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status), ExitStatus::failed,
+                      resultCode(status));
     return system;
 }
 
@@ -124,7 +143,10 @@ Failure operationFailure(const Embedded::Error& error, ExitStatus unknownCode)
         return Failure(error.place, error.message + nearestOperationsClause(Embedded::wideFromUtf8(error.place)));
     if (kind != Embedded::OperationError::unknownSystem)
         return Failure(error.place, error.message);
-    return Failure(error.place, error.message + nearestCodesClause(Embedded::wideFromUtf8(error.place)), unknownCode);
+    const std::wstring code = Embedded::wideFromUtf8(error.place);
+    if (Embedded::isVerticalSystem(code))
+        return Failure(error.place, std::string("is ") + kVertical, unknownCode);
+    return Failure(error.place, error.message + nearestCodesClause(code), unknownCode);
 }
 
 } // namespace Orvelcs

@@ -31,7 +31,10 @@ std::string nearestOperationsClause(const std::wstring& name);
 /// Throws Failure (nothing found) for an authority that the catalog does not have.
 void checkAuthority(const std::wstring& authority);
 
-/// Nothing found, with the nearest codes that exist.
+/// "the catalog has no EPSG:2583; the nearest are …", or that it is the code of a vertical system.
+std::string describeMissingCode(const std::wstring& code);
+
+/// Nothing found, with the nearest codes that exist; or that it is the code of a vertical system.
 Failure noSuchCode(const std::wstring& code);
 
 /// Why a load ended with a status other than statusOk and statusNotFound: "the catalog cannot be read: there is no

@@ -132,7 +132,7 @@ void printUnchanged(const DrawingFiles& files, const Failure& failure, std::opti
 {
     if (!output.json() || failure.status() == ExitStatus::wrongUsage)
         return;
-    const int status = failure.code().value_or(Library::statusOk);
+    const int status = failure.code() ? failure.code()->number : Library::statusOk;
     const std::string error = result ? failure.what() : failure.text();
     const auto unchanged = [&](const std::string& file) {
         return DrawingOutcome{ExitStatus::failed, asJson({file, result, status, {}, error})};

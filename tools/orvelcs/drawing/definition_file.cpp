@@ -15,26 +15,50 @@ namespace {
 
 constexpr std::size_t kLongestDefinitionInBytes = std::size_t{1} << 20;
 
-std::string describeDefinitionFailure(Library::Status status, const std::wstring& text)
+Failure definitionFailure(const std::string& subject, Library::Status status, const std::wstring& text)
 {
-    if (const auto check = Embedded::checkUserText(Embedded::utf8FromWide(text)); !check)
-        return check.error().message + ": " + statusName(status);
-    return "the definition cannot be used: " + statusName(status);
+    const auto check = Embedded::checkUserText(Embedded::utf8FromWide(text));
+    const std::string reason = check ? "the definition cannot be used" : check.error().message;
+    return Failure(subject, fmt::format("{}: {}", reason, statusName(status)), ExitStatus::failed, resultCode(status));
+}
+
+std::wstring requireText(const std::string& subject, std::wstring text)
+{
+    if (text.find_first_not_of(L" \t\r\n") == std::wstring::npos)
+        throw Failure(subject, "is empty");
+    return text;
 }
 
 } // namespace
 
-DefinedSystem systemFromTextFile(const std::string& file, const std::wstring& code)
+std::wstring readDefinitionText(const std::string& file)
 {
-    const std::wstring text = readText(file, kLongestDefinitionInBytes);
-    if (text.find_first_not_of(L" \t\r\n") == std::wstring::npos)
-        throw Failure(file, "is empty");
+    return requireText(file, readText(file, kLongestDefinitionInBytes));
+}
+
+std::wstring definitionTextFrom(const std::string& subject, const std::string& bytes)
+{
+    if (bytes.size() > kLongestDefinitionInBytes)
+        throw Failure(subject, fmt::format("longer than {} bytes", kLongestDefinitionInBytes));
+    return requireText(subject, decodeText(subject, bytes));
+}
+
+DefinedSystem systemFromText(const std::string& subject, const std::wstring& text, const std::wstring& code)
+{
     DefinedSystem system;
     const Library::Status status =
         Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), system.put());
     if (status != Library::statusOk || !system)
-        throw Failure(file, describeDefinitionFailure(status, text), ExitStatus::failed, status);
+        throw definitionFailure(subject, status, text);
     return system;
+}
+
+std::wstring identifierInText(const std::string& subject, const std::wstring& text)
+{
+    const auto code = Embedded::userTextCode(Embedded::utf8FromWide(text));
+    if (!code)
+        throw definitionFailure(subject, Library::statusUnreadable, text);
+    return Embedded::wideFromUtf8(*code);
 }
 
 } // namespace Orvelcs

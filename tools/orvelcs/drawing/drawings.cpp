@@ -42,7 +42,8 @@ std::string describe(const std::string& file, const Embedded::Error& error)
 void require(const std::string& file, const Embedded::Expected<void>& result)
 {
     if (!result)
-        throw Failure(file, describe(file, result.error()), ExitStatus::failed, result.error().status);
+        throw Failure(file, describe(file, result.error()), ExitStatus::failed,
+                      resultCode(Embedded::hostStatus(result)));
 }
 
 OpenDrawing::OpenDrawing(std::string file, Embedded::DrawingAccess access, const Output& output)

@@ -8,6 +8,7 @@
 #include "embedded/host/drawing_file/drawing_file.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/output.h"
+#include "orvelcs/cli/output_file.h"
 #include "platform/host.h"
 
 namespace Orvelcs {
@@ -17,9 +18,6 @@ std::string describe(const std::string& file, const Embedded::Error& error);
 
 /// Throws Failure with the host's status for an Error.
 void require(const std::string& file, const Embedded::Expected<void>& result);
-
-/// The message for a file that must not be overwritten.
-inline constexpr const char* kExists = "exists; --force overwrites it";
 
 /// A drawing that is the host's current document for the length of a scope. "-" is standard input, and standard output
 /// when it is saved.

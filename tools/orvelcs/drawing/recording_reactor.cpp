@@ -14,7 +14,7 @@ RecordingReactor::RecordingReactor(Vetoes vetoes) : vetoes_(vetoes)
 {
     const Qeapp::ErrorStatus result = CoordinateSystem::AddCoordinateSystemReactor(this);
     if (result != Qeapp::eOk)
-        throw Failure("reactor", "cannot be registered: " + resultName(result));
+        throw Failure("reactor", "cannot be registered: " + resultName(result), ExitStatus::failed, resultCode(result));
 }
 
 RecordingReactor::~RecordingReactor()

@@ -15,7 +15,7 @@ namespace {
 void requireRead(Qeapp::ErrorStatus result, const char* subject)
 {
     if (result != Qeapp::eOk)
-        throw Failure(subject, resultName(result));
+        throw Failure(subject, resultName(result), ExitStatus::failed, resultCode(result));
 }
 
 bool isString(const resbuf* buffer)

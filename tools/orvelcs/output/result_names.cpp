@@ -11,17 +11,22 @@ struct Name {
 };
 
 template <std::size_t Count>
-std::string nameAndNumber(const Name (&names)[Count], int number, const char* otherwise)
+ResultCode findName(const Name (&names)[Count], int number, const char* otherwise)
 {
     for (const Name& name : names)
         if (name.number == number)
-            return fmt::format("{} ({})", name.text, number);
-    return fmt::format("{} ({})", otherwise, number);
+            return {number, name.text};
+    return {number, otherwise};
+}
+
+std::string nameAndNumber(const ResultCode& code)
+{
+    return fmt::format("{} ({})", code.name, code.number);
 }
 
 } // namespace
 
-std::string resultName(Qeapp::ErrorStatus result)
+ResultCode resultCode(Qeapp::ErrorStatus result)
 {
     static constexpr Name kNames[] = {{Qeapp::eOk, "eOk"},
                                       {Qeapp::eNotImplemented, "eNotImplemented"},
@@ -63,10 +68,10 @@ std::string resultName(Qeapp::ErrorStatus result)
                                       {Qeapp::eModuleRefused, "eModuleRefused"},
                                       {Qeapp::eNoDatabase, "eNoDatabase"},
                                       {Qeapp::eVetoed, "eVetoed"}};
-    return nameAndNumber(kNames, result, "result");
+    return findName(kNames, result, "result");
 }
 
-std::string statusName(Zentara::Infrastructure::SpatialReference::Status status)
+ResultCode resultCode(Zentara::Infrastructure::SpatialReference::Status status)
 {
     namespace Library = Zentara::Infrastructure::SpatialReference;
     static constexpr Name kNames[] = {{Library::statusOk, "statusOk"},
@@ -83,7 +88,17 @@ std::string statusName(Zentara::Infrastructure::SpatialReference::Status status)
                                       {Library::statusNullText, "statusNullText"},
                                       {Library::statusEmptyText, "statusEmptyText"},
                                       {Library::statusOutOfMemory, "statusOutOfMemory"}};
-    return nameAndNumber(kNames, status, "status");
+    return findName(kNames, status, "status");
+}
+
+std::string resultName(Qeapp::ErrorStatus result)
+{
+    return nameAndNumber(resultCode(result));
+}
+
+std::string statusName(Zentara::Infrastructure::SpatialReference::Status status)
+{
+    return nameAndNumber(resultCode(status));
 }
 
 } // namespace Orvelcs

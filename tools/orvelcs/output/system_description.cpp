@@ -44,7 +44,7 @@ std::wstring writeWkt(const System& system)
     if (status != Library::statusOk && status != Library::statusInexact) {
         const std::optional<std::wstring> code = definitionText(system, &System::GetCode);
         throw Failure(code ? Embedded::utf8FromWide(*code) : "the system",
-                      "cannot be written as WKT: " + statusName(status));
+                      "cannot be written as WKT: " + statusName(status), ExitStatus::failed, resultCode(status));
     }
     buffer.resize(buffer.find(L'\0'));
     return buffer;

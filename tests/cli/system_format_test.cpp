@@ -1,0 +1,155 @@
+// --format: definitions for other programs.
+#include <proj.h>
+
+#include <memory>
+
+#include "command_line_test.h"
+
+namespace Tests {
+namespace {
+
+struct DestroyProj {
+    void operator()(PJ* object) const { proj_destroy(object); }
+    void operator()(PJ_CONTEXT* context) const { proj_context_destroy(context); }
+};
+using ProjPointer = std::unique_ptr<PJ, DestroyProj>;
+
+constexpr const char* kAllFormats[] = {"wkt2", "wkt1", "esri", "projjson", "proj"};
+
+class SystemFormat : public CommandLineTest {
+protected:
+    ProjPointer read(const std::string& text) const { return ProjPointer(proj_create(context_.get(), text.c_str())); }
+
+    /// Whether PROJ takes the two for the same, with the longitude or the easting first in both unless order counts.
+    bool isSame(const std::string& code, const std::string& text, bool orderCounts) const
+    {
+        ProjPointer left = read(code);
+        ProjPointer right = read(text);
+        if (!left || !right)
+            return false;
+        if (!orderCounts) {
+            left.reset(proj_normalize_for_visualization(context_.get(), left.get()));
+            right.reset(proj_normalize_for_visualization(context_.get(), right.get()));
+        }
+        return proj_is_equivalent_to_with_ctx(context_.get(), left.get(), right.get(), PJ_COMP_EQUIVALENT) != 0;
+    }
+
+private:
+    std::unique_ptr<PJ_CONTEXT, DestroyProj> context_{proj_context_create()};
+};
+
+TEST_F(SystemFormat, EachFormat_IsTheDefinitionAloneOnOneLine)
+{
+    givenDrawingWith("plan.qedb", "EPSG:26915");
+    const std::pair<const char*, const char*> begins[] = {{"wkt2", "PROJCRS[\"NAD83 / UTM zone 15N\",BASEGEOGCRS["},
+                                                          {"wkt1", "PROJCS[\"NAD83 / UTM zone 15N\",GEOGCS["},
+                                                          {"esri", "PROJCS[\"NAD_1983_UTM_Zone_15N\",GEOGCS["},
+                                                          {"projjson", "{\"$schema\":"},
+                                                          {"proj", "+proj=utm +zone=15 +datum=NAD83 "}};
+    for (const auto& [format, begin] : begins) {
+        SCOPED_TRACE(format);
+        const ProgramResult shown = run({"show", "plan.qedb", "--format", format});
+        expectResult(run({"catalog", "show", "EPSG:26915", "--format", format}), 0, shown.output, "");
+        EXPECT_EQ(shown.status, 0);
+        EXPECT_THAT(shown.output, testing::StartsWith(begin));
+        EXPECT_EQ(std::count(shown.output.begin(), shown.output.end(), '\n'), 1);
+    }
+}
+
+TEST_F(SystemFormat, WhatIsWritten_IsTheSameSystemForProj)
+{
+    for (const std::string code : {"EPSG:4326", "EPSG:25832", "EPSG:31467", "EPSG:2193", "EPSG:4979", "EPSG:4978",
+                                   "EPSG:7415", "EPSG:27572", "EPSG:5514", "EPSG:2263", "ESRI:102003", "EPSG:3857"}) {
+        for (const std::string format : kAllFormats) {
+            SCOPED_TRACE(code + " " + format);
+            const ProgramResult result = run({"catalog", "show", code, "--format", format});
+            const bool orderCounts = format != "esri" && format != "proj";
+            if (result.status == 0)
+                EXPECT_TRUE(isSame(code, result.output, orderCounts)) << result.output;
+            else
+                EXPECT_THAT(result.errors, testing::HasSubstr(" cannot say "));
+        }
+    }
+}
+
+TEST_F(SystemFormat, Wkt2AndProjjson_SayEverySystem)
+{
+    for (const std::string code : {"EPSG:4979", "EPSG:4978", "EPSG:7415", "EPSG:31467", "LOCAL:METRE"})
+        for (const std::string format : {"wkt2", "projjson"})
+            EXPECT_EQ(run({"catalog", "show", code, "--format", format}).status, 0) << code << " " << format;
+}
+
+TEST_F(SystemFormat, Wkt1_KeepsANorthingBeforeAnEasting)
+{
+    EXPECT_TRUE(isSame("EPSG:31467", run({"catalog", "show", "EPSG:31467", "--format", "wkt1"}).output, true));
+}
+
+TEST_F(SystemFormat, WhatAFormatCannotSay_IsRefusedByName)
+{
+    const auto expectRefusal = [&](const std::string& code, const std::string& format, const std::string& message) {
+        expectResult(run({"catalog", "show", code, "--format", format}), 1, "",
+                     "orvelcs: catalog show: " + code + ": " + message +
+                         "; wkt2 and projjson say more: statusUnsupported (44)\n");
+    };
+    expectRefusal("EPSG:25832", "proj",
+                  "a PROJ string cannot say its datum European Terrestrial Reference System 1989");
+    expectRefusal("EPSG:7415", "proj", "a PROJ string cannot say its heights");
+    expectRefusal("EPSG:4979", "proj", "a PROJ string cannot say its heights");
+    expectRefusal("EPSG:4979", "wkt1", "WKT 1 cannot say it (WKT1 does not support Geographic 3D CRS.)");
+    expectRefusal("EPSG:4978", "esri", "ESRI WKT cannot say it (Geocentric CRS not supported in WKT1_ESRI)");
+}
+
+TEST_F(SystemFormat, RefusalInJson_HasTheErrorOfTheLibrary)
+{
+    const Json document = runForJson({"catalog", "show", "EPSG:25832", "--format", "proj"}, 1);
+    EXPECT_EQ(document["error"]["code"], 44);
+    EXPECT_EQ(document["error"]["name"], "statusUnsupported");
+}
+
+TEST_F(SystemFormat, Json_HasTheFormatAndTheDefinition)
+{
+    givenDrawingWith("plan.qedb", "EPSG:26915");
+    const Json json = runForJson({"show", "plan.qedb", "--format", "proj"});
+    EXPECT_EQ(json["code"], "EPSG:26915");
+    EXPECT_EQ(json["format"], "proj");
+    EXPECT_EQ(json["definition"].get<std::string>() + "\n", run({"show", "plan.qedb", "--format", "proj"}).output);
+    EXPECT_EQ(runForJson({"catalog", "show", "EPSG:26915", "--format", "proj"})["definition"], json["definition"]);
+}
+
+TEST_F(SystemFormat, BatchPrintsALineForEachDrawing_AndFailsForWhatCannotBeSaid)
+{
+    givenDrawingWith("a.qedb", "EPSG:26915");
+    givenDrawingWith("b.qedb", "EPSG:25832");
+    givenDrawing("c.qedb");
+    const ProgramResult result = run({"show", "a.qedb", "b.qedb", "c.qedb", "--format", "proj"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, run({"show", "a.qedb", "--format", "proj"}).output);
+    EXPECT_THAT(result.errors, testing::AllOf(testing::HasSubstr("b.qedb: a PROJ string cannot say its datum"),
+                                              testing::HasSubstr("c.qedb: has no coordinate system")));
+}
+
+TEST_F(SystemFormat, UserDefinedSystem_KeepsItsDefinition)
+{
+    const std::string text =
+        "+proj=tmerc +lat_0=0 +lon_0=9 +k=1 +x_0=5 +y_0=7 +datum=WGS84 +units=m +no_defs +type=crs";
+    given("works.txt", text);
+    givenDrawing("plan.qedb");
+    ASSERT_EQ(run({"assign", "@works.txt", "--code", "WORKS:1", "plan.qedb"}).status, 0);
+    for (const std::string format : kAllFormats) {
+        SCOPED_TRACE(format);
+        EXPECT_TRUE(isSame(text, run({"show", "plan.qedb", "--format", format}).output, true));
+    }
+}
+
+TEST_F(SystemFormat, WrongFormats_AreWrongUsage)
+{
+    expectWrongUsage(
+        run({"show", "plan.qedb", "--format", "wkt3"}),
+        "orvelcs: show: --format: expected one of wkt2, wkt1, esri, projjson, proj, found wkt3; the nearest "
+        "are wkt2, wkt1");
+    expectWrongUsage(run({"catalog", "show", "EPSG:4326", "--format", "wkt2", "--wkt"}),
+                     "orvelcs: catalog show: --wkt: has no place beside --format, which prints the definition alone");
+}
+
+} // namespace
+} // namespace Tests

@@ -1,0 +1,172 @@
+#include "orvelcs/drawing/system_argument.h"
+
+#include <array>
+#include <cstdio>
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "coordsys/orvel_coordinate_system.h"
+#include "embedded/base/file_kind.h"
+#include "embedded/base/path.h"
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/definitions/system_text.h"
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/input.h"
+#include "orvelcs/cli/process.h"
+#include "orvelcs/cli/wait.h"
+#include "orvelcs/drawing/definition_file.h"
+#include "orvelcs/drawing/drawings.h"
+#include "orvelcs/drawing/loaded_module.h"
+#include "orvelcs/drawing/stored_forms.h"
+#include "orvelcs/output/result_names.h"
+
+namespace Orvelcs {
+
+namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
+
+namespace {
+
+constexpr char kFileMark = '@';
+constexpr std::string_view kDrawingBegins("SQLite format 3\0", 16);
+constexpr std::size_t kLongestFileInBytes = std::size_t{1} << 30; // of one that is read whole
+constexpr const char* kInput = "standard input";
+
+using Drawing = Embedded::Expected<std::unique_ptr<QeDbDatabase>>;
+
+NamedSystem systemOfDrawing(const std::string& subject, const Drawing& drawing)
+{
+    if (!drawing)
+        throw Failure(subject, describe(subject, drawing.error()), ExitStatus::failed,
+                      resultCode(Embedded::hostStatus(drawing)));
+    const LoadedModule module;
+    NamedSystem system;
+    system.source = SystemSource::drawing;
+    const Qeapp::ErrorStatus result =
+        CoordinateSystem::GetCoordinateSystem(system.definition.put(), nullptr, drawing->get());
+    require(subject, Embedded::loadingResult(**drawing));
+    if (result != Qeapp::eOk)
+        throw Failure(subject, resultName(result) + ": the stored coordinate system cannot be read", ExitStatus::failed,
+                      resultCode(result));
+    if (!system.definition)
+        throw Failure(subject, "has no coordinate system", ExitStatus::nothingFound);
+    system.code = definitionText(*system.definition, &System::GetCode).value_or(L"");
+    return system;
+}
+
+/// Returns whether the catalog has a system under the code that is not this one.
+bool belongsToAnother(const std::wstring& code, const System& system)
+{
+    CatalogSystemDefinition known;
+    return System::Load(code.c_str(), known.put()) == Zentara::Infrastructure::SpatialReference::statusOk &&
+           !Embedded::isEquivalent(*known, system);
+}
+
+/// A definition must have a code. The file's name stands for one that nobody gave.
+NamedSystem systemOfText(const std::string& subject, const std::wstring& text, const std::wstring& code)
+{
+    NamedSystem system;
+    system.source = SystemSource::text;
+    system.code = code.empty() ? identifierInText(subject, text) : code;
+    if (!system.code.empty())
+        system.definition = systemFromText(subject, text, system.code);
+    if (system.definition && !belongsToAnother(system.code, *system.definition))
+        return system;
+    system.code.clear();
+    system.definition = systemFromText(subject, text, Embedded::wideFromUtf8(kFileMark + subject));
+    return system;
+}
+
+NamedSystem systemOfFile(const std::string& file, const Output& output, const std::wstring& codeOfText)
+{
+    if (file != kStandardStream && isDrawingFile(file))
+        return systemOfDrawing(file, Embedded::loadDrawing(Embedded::pathFromUtf8(file),
+                                                           Embedded::DrawingAccess::reading, waitFor(file, output)));
+    const std::string subject = file == kStandardStream ? kInput : file;
+    const std::string bytes = readWhole(file, kLongestFileInBytes);
+    if (bytes.starts_with(kDrawingBegins))
+        return systemOfDrawing(subject, Embedded::loadDrawingFromBytes(bytes));
+    return systemOfText(subject, definitionTextFrom(subject, bytes), codeOfText);
+}
+
+NamedSystem systemOfCode(const std::wstring& code, ExitStatus unknownCode)
+{
+    try {
+        NamedSystem system;
+        system.definition = systemFromCatalog(code);
+        system.code = definitionText(*system.definition, &System::GetCode).value_or(code);
+        return system;
+    } catch (const Failure& failure) {
+        if (failure.status() != ExitStatus::nothingFound)
+            throw;
+        throw Failure(failure.subject(), failure.what(), unknownCode, failure.code());
+    }
+}
+
+} // namespace
+
+bool isDrawingFile(const std::string& file)
+{
+    const auto kind = Embedded::fileKind(Embedded::pathFromUtf8(file));
+    if (!kind || *kind != Embedded::FileKind::regular)
+        return false;
+    const auto close = [](std::FILE* stream) { static_cast<void>(std::fclose(stream)); };
+    const std::unique_ptr<std::FILE, decltype(close)> stream(openForReading(file), close);
+    std::array<char, kDrawingBegins.size()> begin{};
+    return stream && std::fread(begin.data(), 1, begin.size(), stream.get()) == begin.size() &&
+           std::string_view(begin.data(), begin.size()) == kDrawingBegins;
+}
+
+bool namesFile(const std::string& system)
+{
+    return system.starts_with(kFileMark);
+}
+
+bool namesStandardInput(const std::string& system)
+{
+    return namesFile(system) && system.substr(1) == kStandardStream;
+}
+
+NamedSystem readSystem(const std::string& argument, const std::string& system, const Output& output,
+                       ExitStatus unknownCode, const std::wstring& codeOfText)
+{
+    if (!namesFile(system))
+        return systemOfCode(wideArgument(argument, system), unknownCode);
+    if (system.size() == 1)
+        throw wrongUsage(argument, "expected the name of a file after @");
+    return systemOfFile(system.substr(1), output, codeOfText);
+}
+
+NamedSystem readSystemToStore(const std::string& argument, const std::string& system, const CLI::Option& codeOption,
+                              const std::string& code, const Output& output)
+{
+    const bool hasCode = codeOption.count() > 0;
+    const std::wstring codeOfText = hasCode ? wideArgument("--code", code) : std::wstring();
+    if (hasCode)
+        checkUserCode(codeOfText);
+    NamedSystem read = readSystem(argument, system, output, ExitStatus::nothingFound, codeOfText);
+    if (read.source == SystemSource::text && !hasCode)
+        throw wrongUsage(system, "is a text, whose system needs --code, the code that it is to have");
+    if (read.source != SystemSource::text && hasCode)
+        throw wrongUsage("--code", "goes with the system of a text only; this one has a code");
+    return read;
+}
+
+SystemDescription describe(const NamedSystem& system)
+{
+    SystemDescription description = describe(*system.definition);
+    if (system.code.empty())
+        description.code = std::nullopt;
+    return description;
+}
+
+void checkUserCode(const std::wstring& code)
+{
+    if (catalogEntry(code))
+        throw Failure(Embedded::utf8FromWide(code),
+                      "is the code of a system of the catalog; a definition needs a code of its own");
+    if (!isLegacyCode(code))
+        throw Failure("--code", "expected a code, found \".\", which readers of older drawing versions take for none");
+}
+
+} // namespace Orvelcs

@@ -1,0 +1,39 @@
+// --format: a coordinate reference system printed alone, for other programs.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <CLI/App.hpp>
+
+#include "embedded/spatial_reference/definitions/system_text.h"
+#include "orvelcs/cli/json.h"
+#include "orvelcs/output/system_description.h"
+
+namespace Orvelcs {
+
+struct FormatOption {
+    std::string name;
+    CLI::Option* option = nullptr;
+
+    bool isGiven() const { return option->count() > 0; }
+};
+
+/// What the help says below the options of a command with --format.
+inline constexpr const char* kFormatHelp =
+    "FORMAT is wkt2, wkt1 (as GDAL writes it), esri, projjson or proj. The definition is printed\n"
+    "alone, on one line. What a format cannot say is refused: wkt1 has no three-dimensional\n"
+    "systems, and a proj string has names for few datums (WGS84, NAD83, NAD27 and some more).\n"
+    "The order of axes is part of wkt2, wkt1 and projjson; in esri and proj an easting or a\n"
+    "longitude always comes first.";
+
+/// Adds --format.
+void addFormatOption(CLI::App& command, FormatOption& option);
+/// Throws Failure for wrong usage: an unknown format, or one together with --wkt.
+void checkFormatOption(const FormatOption& option, bool wantsWkt);
+/// The system in the format that was given. Throws Failure about `subject` when the format cannot say it.
+std::string writeInFormat(const System& system, const FormatOption& option, const std::string& subject);
+/// Adds the format and what was written in it; null where there is none.
+void addFormatted(Json& json, const FormatOption& option, const std::optional<std::string>& definition);
+
+} // namespace Orvelcs
