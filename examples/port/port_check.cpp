@@ -543,6 +543,26 @@ void expectAssigned(const Drawing& drawing, const std::wstring& code)
     expect(found == code, "GetCoordinateSystem reads " + printable(found) + " in the place of " + printable(code));
 }
 
+// The module.
+
+/// The module calls the dynamic linker without a look. Without one, loading it would end the program.
+std::string faultOfDynamicLinker()
+{
+    if (qerxSysRegistry() == nullptr)
+        return "qerxSysRegistry gives null";
+    const QeRxObject* const linker = qerxSysRegistry()->at(kQeRxDynamicLinkerKey);
+    if (linker == nullptr)
+        return "QeRxDictionary::at gives null for kQeRxDynamicLinkerKey";
+    return linker->isKindOf(QeRxDynamicLinker::desc())
+               ? ""
+               : "QeRxObject::isKindOf says that what is under kQeRxDynamicLinkerKey is no QeRxDynamicLinker";
+}
+
+bool loadModule()
+{
+    return faultOfDynamicLinker().empty() && PortCheck::loadModule();
+}
+
 // Checks of the host.
 
 void checkWorkingDatabase()
@@ -2051,13 +2071,15 @@ void checkRemovedReactor()
 
 void checkVersionOfLoader()
 {
-    need(PortCheck::loadModule(), "the product offers no hook loadModule");
+    need(loadModule(), "the product offers no hook loadModule");
     expect(qerxGetApiVersion() == 0x00180000, "qerxGetApiVersion answers another number than 0x00180000");
 }
 
 void checkLoadingModule()
 {
-    need(PortCheck::loadModule(), "the product offers no hook loadModule");
+    const std::string fault = faultOfDynamicLinker();
+    expect(fault.empty(), fault + ", so that the module would end the program when it is loaded");
+    need(loadModule(), "the product offers no hook loadModule");
     expect(savesLegacyForm(), "a save in version 29 does not reach the module: see the message 1 to qerxEntryPoint, "
                               "qedbGetDecompositionManager and QeDbDecompositionManager::addReactor");
 }
@@ -2067,17 +2089,17 @@ struct LoadedAgain {
     LoadedAgain() = default;
     LoadedAgain(const LoadedAgain&) = delete;
     LoadedAgain& operator=(const LoadedAgain&) = delete;
-    ~LoadedAgain() { static_cast<void>(PortCheck::loadModule()); }
+    ~LoadedAgain() { static_cast<void>(loadModule()); }
 };
 
 void checkUnloadingModule()
 {
     const LoadedAgain atLast;
-    need(PortCheck::loadModule(), "the product offers no hook loadModule");
+    need(loadModule(), "the product offers no hook loadModule");
     need(PortCheck::unloadModule(), "the hook unloadModule answers false: it is not offered, or the module is locked "
                                     "(see QeRxDynamicLinker::unlockApplication)");
     const bool reached = savesLegacyForm();
-    expect(PortCheck::loadModule(), "the module cannot be loaded again");
+    expect(loadModule(), "the module cannot be loaded again");
     expect(!reached, "a save reaches the module after the message 2 to qerxEntryPoint: see "
                      "QeDbDecompositionManager::removeReactor");
     expect(savesLegacyForm(), "a save does not reach the module after it was loaded again");
@@ -2506,13 +2528,13 @@ bool loadWithFailure(std::size_t call)
 void checkFailingLoad()
 {
     const LoadedAgain atLast;
-    need(PortCheck::loadModule(), "the product offers no hook loadModule");
+    need(loadModule(), "the product offers no hook loadModule");
     need(PortCheck::failCall(0), "the product offers no hook failCall");
     need(PortCheck::unloadModule(), "the product offers no hook unloadModule");
     std::size_t call = 1;
     while (loadWithFailure(call))
         ++call;
-    expect(PortCheck::loadModule(), "the module cannot be loaded again");
+    expect(loadModule(), "the module cannot be loaded again");
 }
 
 /// Returns whether a call was made to fail while the module was unloaded.
@@ -2529,10 +2551,10 @@ bool unloadWithFailure(std::size_t call)
 void checkFailingUnload()
 {
     const LoadedAgain atLast;
-    need(PortCheck::loadModule(), "the product offers no hook loadModule");
+    need(loadModule(), "the product offers no hook loadModule");
     need(PortCheck::failCall(0), "the product offers no hook failCall");
     need(PortCheck::unloadModule(), "the product offers no hook unloadModule");
-    need(PortCheck::loadModule(), "the product offers no hook loadModule");
+    need(loadModule(), "the product offers no hook loadModule");
     std::size_t call = 1;
     while (unloadWithFailure(call))
         ++call;
@@ -2933,7 +2955,7 @@ void runAll(const char* title, std::span<const Check> checks, Summary& summary)
 std::string obstacle()
 {
     try {
-        static_cast<void>(PortCheck::loadModule());
+        static_cast<void>(loadModule());
         const Drawing drawing;
         return "";
     } catch (const NotTried& notTried) {

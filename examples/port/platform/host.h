@@ -166,7 +166,8 @@ public:
 /// The type of the system registry.
 class QeRxDictionary {
 public:
-    /// The object under the key, or null. It stays the registry's.
+    /// The object under the key, which stays the registry's. Never null for `kQeRxDynamicLinkerKey`: the module calls
+    /// what is there without a look. No other key is asked for.
     QeRxObject* at(const wchar_t* key) const;
 };
 
