@@ -971,6 +971,74 @@ void checkAborting()
            "QeDbTransactionManager::abortTransaction does not undo what came before an inner transaction");
 }
 
+constexpr const wchar_t* kRemovedKey = L"PORT_CHECK_REMOVED";
+
+void putGeoDataText(const Opened<QeDbGeoData>& geoData, const wchar_t* text)
+{
+    need(static_cast<bool>(geoData), "qedbOpenObject does not open the GeoData object to write");
+    needOk(geoData->setCoordinateSystem(text), "QeDbGeoData::setCoordinateSystem");
+}
+
+/// What the transaction of the check changes and removes.
+void putFirstState(const Drawing& drawing, QeDbObjectId& geoDataId)
+{
+    QeDbObjectId id;
+    registerApplication(drawing, kTestApplication);
+    const Opened<QeDbDictionary> dictionary = namedObjects(drawing, QeDb::kForWrite);
+    putXrecord(dictionary, drawing, kRemovedKey, L"first", id);
+    putXrecord(dictionary, drawing, kTestKey, L"first", id);
+    needOk(dictionary->setXData(extendedData(L"first").get()), "QeDbObject::setXData");
+    putGeoDataText(postGeoData(drawing, geoDataId), L"first");
+}
+
+void changeFirstState(const Drawing& drawing, const QeDbObjectId& geoDataId)
+{
+    QeDbObjectId id;
+    const Opened<QeDbDictionary> dictionary = namedObjects(drawing, QeDb::kForWrite);
+    needOk(dictionary->remove(kRemovedKey, id), "QeDbDictionary::remove");
+    putXrecord(dictionary, drawing, kTestKey, L"second", id);
+    needOk(dictionary->setXData(extendedData(L"second").get()), "QeDbObject::setXData");
+    putGeoDataText(openAs<QeDbGeoData>(geoDataId, QeDb::kForWrite), L"second");
+}
+
+void checkAbortingChanges()
+{
+    const Drawing drawing;
+    QeDbTransactionManager& manager = transactions(drawing);
+    QeDbObjectId geoDataId;
+    putFirstState(drawing, geoDataId);
+    need(manager.startTransaction() != nullptr, "QeDbTransactionManager::startTransaction gives null");
+    changeFirstState(drawing, geoDataId);
+    static_cast<void>(manager.abortTransaction());
+    const Opened<QeDbDictionary> dictionary = namedObjects(drawing, QeDb::kForRead);
+    expect(hasKey(dictionary, kRemovedKey),
+           "QeDbTransactionManager::abortTransaction does not undo QeDbDictionary::remove");
+    QeDbObjectId id;
+    expectOk(dictionary->getAt(kTestKey, id), "QeDbDictionary::getAt of what was replaced before abortTransaction");
+    expect(describeXrecord(drawing, id) == L"300 first\n",
+           "QeDbTransactionManager::abortTransaction does not undo QeDbDictionary::setAt under a key that was there");
+    expect(describeChain(Chain(dictionary->xData(kTestApplication)).get()) ==
+               describeChain(extendedData(L"first").get()),
+           "QeDbTransactionManager::abortTransaction does not undo QeDbObject::setXData");
+    expect(geoDataText(drawing) == L"first",
+           "QeDbTransactionManager::abortTransaction does not undo QeDbGeoData::setCoordinateSystem");
+}
+
+void checkAbortingAdditions()
+{
+    const Drawing drawing;
+    QeDbTransactionManager& manager = transactions(drawing);
+    need(manager.startTransaction() != nullptr, "QeDbTransactionManager::startTransaction gives null");
+    QeDbObjectId id;
+    static_cast<void>(postGeoData(drawing, id));
+    registerApplication(drawing, kTestApplication);
+    static_cast<void>(manager.abortTransaction());
+    expect(geoDataText(drawing) == kNone,
+           "QeDbTransactionManager::abortTransaction does not undo QeDbGeoData::postToDb");
+    expect(!registeredApplications(drawing, QeDb::kForRead)->has(kTestApplication),
+           "QeDbTransactionManager::abortTransaction does not undo QeDbRegAppTable::add");
+}
+
 void checkCommitting()
 {
     const Drawing drawing;
@@ -2651,6 +2719,14 @@ constexpr Check kHostChecks[] = {
      "`abortTransaction` undoes all that was changed, added and removed in the drawing since the transaction began, "
      "and transactions nest.",
      checkAborting},
+    {"undoing changes", "H29",
+     "`abortTransaction` undoes all that was changed, added and removed in the drawing since the transaction began, "
+     "and transactions nest.",
+     checkAbortingChanges},
+    {"undoing a GeoData object and an application", "H29",
+     "`abortTransaction` undoes all that was changed, added and removed in the drawing since the transaction began, "
+     "and transactions nest.",
+     checkAbortingAdditions},
     {"ending transactions", "H30",
      "`endTransaction` keeps the transaction's work; when it fails the transaction is still active.", checkCommitting},
     {"host strings", "H32", "`qeutNewString` gives a copy of the text.", checkHostString},
