@@ -1323,10 +1323,11 @@ std::size_t lengthWithNul(const std::vector<unsigned char>& bytes)
     return 0;
 }
 
-std::vector<unsigned char> serialize(const System* system)
+std::vector<unsigned char> serialize(const System* system, bool includeDependents = true)
 {
     std::vector<unsigned char> bytes(kTextBytes, 0xFF);
-    expectOk(Library::DefinitionStream::Serialize_s(system, bytes.data(), bytes.size(), Library::formatText, -1, true),
+    expectOk(Library::DefinitionStream::Serialize_s(system, bytes.data(), bytes.size(), Library::formatText, -1,
+                                                    includeDependents),
              "DefinitionStream::Serialize_s");
     bytes.resize(lengthWithNul(bytes));
     return bytes;
@@ -1344,20 +1345,27 @@ void checkWritingText()
         "the second bytes of DefinitionStream::Serialize_s are mostly not zero: its text is not UTF-16 little-endian");
 }
 
+/// The module writes the GeoData text with dependents, and in SerializeCoordinateSystem without.
+void expectReadable(const MadeSystem& system, bool includeDependents)
+{
+    const std::vector<unsigned char> bytes = serialize(system.get(), includeDependents);
+    const std::string call = "DefinitionStream::Deserialize_s of " + printable(codeOf(system.get())) +
+                             (includeDependents ? " with dependents" : " without dependents");
+    MadeArray array;
+    expectOk(
+        Library::DefinitionStream::Deserialize_s(array.put(), bytes.data(), bytes.size(), Library::formatAutomatic, -1),
+        call.c_str());
+    expect(array && (!includeDependents || array->GetCount() > 1),
+           call + " does not give " + (array ? "the datum and the ellipsoid beside the system" : "an array"));
+    const std::wstring code = codeOf(takeSystem(array).get());
+    expect(code == codeOf(system.get()), call + " gives " + printable(code));
+}
+
 void checkReadingText()
 {
-    for (const bool userDefined : {false, true}) {
-        const MadeSystem system = userDefined ? userDefinedSystem() : loadSystem(projectedCode());
-        const std::vector<unsigned char> bytes = serialize(system.get());
-        MadeArray array;
-        expectOk(Library::DefinitionStream::Deserialize_s(array.put(), bytes.data(), bytes.size(),
-                                                          Library::formatAutomatic, -1),
-                 "DefinitionStream::Deserialize_s");
-        expect(array && array->GetCount() > 1,
-               "DefinitionStream::Deserialize_s does not give the datum and the ellipsoid beside the system");
-        const std::wstring code = codeOf(takeSystem(array).get());
-        expect(code == codeOf(system.get()), "DefinitionStream::Deserialize_s gives " + printable(code) +
-                                                 " in the place of " + printable(codeOf(system.get())));
+    for (const bool includeDependents : {true, false}) {
+        expectReadable(loadSystem(projectedCode()), includeDependents);
+        expectReadable(userDefinedSystem(), includeDependents);
     }
 }
 
@@ -1923,12 +1931,18 @@ void checkBlocks()
     for (const QeDb::QeDbDwgVersion version : {kLegacyFormat, kNewestFormat}) {
         HostBytes bytes;
         int length = -1;
+        const bool isLegacy = version == kLegacyFormat;
+        const std::string suffix =
+            isLegacy ? " in version 29 (see DefinitionStream::Write and Read)"
+                     : " in version 33 (see DefinitionStream::Serialize_s without dependents and Deserialize_s)";
         expectOk(Cs::SerializeCoordinateSystem(userDefinedSystem().get(), bytes.put(), length, version),
-                 "SerializeCoordinateSystem");
+                 ("SerializeCoordinateSystem" + suffix).c_str());
         MadeArray array;
-        expectOk(Cs::DeserializeCoordinateSystem(array.put(), bytes.get(), length), "DeserializeCoordinateSystem");
-        expect(codeOf(takeSystem(array).get()) == userDefinedCode(),
-               "DeserializeCoordinateSystem does not give the system that SerializeCoordinateSystem was given");
+        expectOk(Cs::DeserializeCoordinateSystem(array.put(), bytes.get(), length),
+                 ("DeserializeCoordinateSystem" + suffix).c_str());
+        const std::wstring code = codeOf(takeSystem(array).get());
+        expect(code == userDefinedCode(), "DeserializeCoordinateSystem" + suffix + " gives " + printable(code) +
+                                              " in the place of " + printable(userDefinedCode()));
     }
 }
 
@@ -2788,8 +2802,8 @@ constexpr Check kLibraryChecks[] = {
      "more than 65,536 bytes; with dependents the datum and the ellipsoid are in it.",
      checkWritingText},
     {"reading text", "S12",
-     "`Deserialize_s` of what `Serialize_s` wrote gives a system of the same code, also for a user-defined one that "
-     "the catalog does not have.",
+     "`Deserialize_s` of what `Serialize_s` wrote, with dependents or without, gives a system of the same code, also "
+     "for a user-defined one that the catalog does not have.",
      checkReadingText},
     {"classes", "S5", "`dynamic_cast` in the module tells systems, datums and ellipsoids apart.", checkClasses},
     {"well-known text", "S13",
@@ -2883,8 +2897,8 @@ constexpr Check kModuleChecks[] = {
      checkWorkingDrawing},
     {"reading the code", "H32", "`qeutNewString` gives a copy of the text.", checkReadingCode},
     {"reading the definition", "S12",
-     "`Deserialize_s` of what `Serialize_s` wrote gives a system of the same code, also for a user-defined one that "
-     "the catalog does not have.",
+     "`Deserialize_s` of what `Serialize_s` wrote, with dependents or without, gives a system of the same code, also "
+     "for a user-defined one that the catalog does not have.",
      checkReadingDefinition},
     {"reading all definitions", "S11",
      "`Serialize_s` writes UTF-16 little-endian text with its NUL, on every operating system, and fails when that has "
