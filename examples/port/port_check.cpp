@@ -1702,12 +1702,16 @@ void checkCodePage()
     expect(MultiByteToWideChar(CP_UTF8, 0, utf8, -1, wide.data(), 3) == 3 &&
                std::wstring_view(wide.data()) == L"\u00E9!",
            "MultiByteToWideChar gives other characters");
+    expect(MultiByteToWideChar(CP_UTF8, 0, utf8, -1, wide.data(), 2) == 0,
+           "MultiByteToWideChar with an output that is too short does not give 0");
     std::array<char, 8> bytes{};
     expect(WideCharToMultiByte(CP_UTF8, 0, wide.data(), 2, nullptr, 0, nullptr, nullptr) == 3,
            "WideCharToMultiByte without an output does not give the number of bytes");
     expect(WideCharToMultiByte(CP_UTF8, 0, wide.data(), 2, bytes.data(), 3, nullptr, nullptr) == 3 &&
                std::string_view(bytes.data()) == utf8,
            "WideCharToMultiByte gives other bytes");
+    expect(WideCharToMultiByte(CP_UTF8, 0, wide.data(), 2, bytes.data(), 2, nullptr, nullptr) == 0,
+           "WideCharToMultiByte with an output that is too short does not give 0");
     expect(MultiByteToWideChar(CP_UTF8, 0, "\xFF", -1, wide.data(), 2) == 2 && wide[0] == L'\uFFFD',
            "MultiByteToWideChar does not give U+FFFD for what is not UTF-8");
 }
@@ -2855,8 +2859,9 @@ constexpr Check kSystemChecks[] = {
      "and with `rt` they are read with LF.",
      checkTextFiles},
     {"UTF-8", "W6",
-     "The conversions between UTF-8 and wide text give the length that is needed when there is no room, 0 on failure, "
-     "and U+FFFD for what is not UTF-8; a length of -1 is the text with its NUL.",
+     "The conversions between UTF-8 and wide text give the length that is needed for an output of 0 characters, 0 for "
+     "one that is too short and on other failures, and U+FFFD for what is not UTF-8; a length of -1 is the text with "
+     "its NUL.",
      checkCodePage},
     {"registry keys", "W7",
      "`RegCreateKeyExW` opens a key, and makes it and those above it when they are missing; `RegOpenKeyExW` opens it "
