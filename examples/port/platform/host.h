@@ -235,7 +235,8 @@ public:
     Qeapp::ErrorStatus close();
     /// Changes an open for reading to one for writing (H11).
     Qeapp::ErrorStatus upgradeOpen();
-    /// A copy of the extended data of an application, or null (H22).
+    /// A copy of the extended data of an application, for the module to release, or null where there are none (H22).
+    /// Null on failure too: the module then takes the data for absent.
     resbuf* xData(const wchar_t* application) const;
     /// Replaces the extended data of an application (H23).
     Qeapp::ErrorStatus setXData(const resbuf* chain);
