@@ -2673,9 +2673,13 @@ constexpr Check kHostChecks[] = {
      checkWorkingDatabase},
     {"locking the document", "H31",
      "The current document can be locked for writing, until the matching `unlockDocument`.", checkDocumentLock},
-    {"opening", "H9", "A call that opens an object gives it open for the module to close, or fails and gives null.",
+    {"opening", "H9",
+     "A call that opens an object gives it open for the module to close, or fails and gives null; two opens of one "
+     "object may give one pointer or two, and the module closes each open.",
      checkOpening},
-    {"closing", "H9", "A call that opens an object gives it open for the module to close, or fails and gives null.",
+    {"closing", "H9",
+     "A call that opens an object gives it open for the module to close, or fails and gives null; two opens of one "
+     "object may give one pointer or two, and the module closes each open.",
      checkClosing},
     {"reading and writing", "H10",
      "An object may be open for reading several times at once, and for writing only alone.", checkOpenModes},
@@ -2690,15 +2694,16 @@ constexpr Check kHostChecks[] = {
      "An object that was added is the drawing's, has an id, and is open for writing until the module closes it; an "
      "object that could not be added is still the module's and its id is null.",
      checkAdding},
-    {"adding under a key that is there", "H16", "`QeDbDictionary::setAt` replaces what was under the key.",
-     checkReplacing},
+    {"adding under a key that is there", "H16",
+     "`QeDbDictionary::setAt` replaces what was under the key, and may erase it.", checkReplacing},
     {"opening as a class", "H13",
      "`qedbOpenObject` fails with `eNotThatKindOfClass` for an object of another class, and with `eObjectErased` for "
      "an erased object.",
      checkOpeningAsClass},
     {"ids", "H14", "An object's id stays valid as long as its drawing is open.", checkIds},
     {"removing a key", "H18",
-     "`QeDbDictionary::remove` takes the entry out, and fails with `eKeyNotFound` for a key that is not there.",
+     "`QeDbDictionary::remove` takes the entry out and may erase its object, and fails with `eKeyNotFound` for a key "
+     "that is not there.",
      checkRemoving},
     {"iterating", "H19",
      "A dictionary's iterator stands at the first entry when it is made, and works after the dictionary is closed.",
@@ -2953,8 +2958,8 @@ constexpr Check kModuleChecks[] = {
     {"finding a transformation in reverse", "S14",
      "A transformation or a path is loaded by its name, and says whether it may be applied in reverse.",
      checkReversedConfiguration},
-    {"clearing the drawing's configuration", "H16", "`QeDbDictionary::setAt` replaces what was under the key.",
-     checkClearingConfiguration},
+    {"clearing the drawing's configuration", "H16",
+     "`QeDbDictionary::setAt` replaces what was under the key, and may erase it.", checkClearingConfiguration},
     {"the user's configuration", "W5",
      "`_wfsopen` opens a path with backslashes; with `wt` it makes or empties the file and lines end with CR LF in it, "
      "and with `rt` they are read with LF.",

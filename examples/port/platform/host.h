@@ -301,10 +301,12 @@ private:
     Core::Living m_living{"iterators"};
 };
 
-/// Named objects of a drawing.
+/// Named objects of a drawing. Keys may differ by the case of letters or not: the module spells each of its keys in one
+/// way.
 class QeDbDictionary : public QeDbObject {
 public:
-    /// Made with `new (std::nothrow)`.
+    /// Made with `new (std::nothrow)`. It may throw, or the class's `operator new` may give null. A class with an
+    /// `operator new` of its own has the `operator delete` that matches.
     QeDbDictionary();
     /// The module deletes a dictionary that it could not add.
     ~QeDbDictionary() override = default;
@@ -329,7 +331,8 @@ public:
 /// An object that holds one resbuf chain.
 class QeDbXrecord : public QeDbObject {
 public:
-    /// Made with `new (std::nothrow)`.
+    /// Made with `new (std::nothrow)`. It may throw, or the class's `operator new` may give null. A class with an
+    /// `operator new` of its own has the `operator delete` that matches.
     QeDbXrecord();
     /// The module deletes an xrecord that it could not add.
     ~QeDbXrecord() override = default;
@@ -358,7 +361,8 @@ private:
 /// The entry of a registered application.
 class QeDbRegAppTableRecord : public QeDbObject {
 public:
-    /// Made with `new (std::nothrow)`.
+    /// Made with `new (std::nothrow)`. It may throw, or the class's `operator new` may give null. A class with an
+    /// `operator new` of its own has the `operator delete` that matches.
     QeDbRegAppTableRecord();
     /// The module deletes a record that it could not add.
     ~QeDbRegAppTableRecord() override = default;
@@ -382,7 +386,8 @@ public:
 /// The object that holds a drawing's coordinate system.
 class QeDbGeoData : public QeDbObject {
 public:
-    /// Made with plain `new`.
+    /// Made with plain `new`. It may throw. A class with an `operator new` of its own, which must not give null, has
+    /// the `operator delete` that matches.
     QeDbGeoData();
     /// The module deletes an object that it could not add.
     ~QeDbGeoData() override = default;
