@@ -18,6 +18,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <cwctype>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -450,6 +451,14 @@ const wchar_t* userDefinedCode()
     return systems().userDefinedCode;
 }
 
+/// Whether the codes are equal but for the case of their letters (S4).
+bool isSameCode(std::wstring_view left, std::wstring_view right)
+{
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](wchar_t one, wchar_t other) {
+        return std::towlower(static_cast<std::wint_t>(one)) == std::towlower(static_cast<std::wint_t>(other));
+    });
+}
+
 std::wstring codeOf(const Library::DefinitionBase* definition)
 {
     const wchar_t* code = nullptr;
@@ -540,7 +549,8 @@ std::wstring assignedCode(const Drawing& drawing)
 void expectAssigned(const Drawing& drawing, const std::wstring& code)
 {
     const std::wstring found = assignedCode(drawing);
-    expect(found == code, "GetCoordinateSystem reads " + printable(found) + " in the place of " + printable(code));
+    expect(isSameCode(found, code),
+           "GetCoordinateSystem reads " + printable(found) + " in the place of " + printable(code));
 }
 
 // The module.
@@ -1132,7 +1142,7 @@ void checkUnknownCode()
 void checkCode()
 {
     const std::wstring code = codeOf(loadSystem(projectedCode()).get());
-    expect(code == projectedCode(),
+    expect(isSameCode(code, projectedCode()),
            "DefinitionBase::GetCode gives " + printable(code) + " in the place of " + printable(projectedCode()));
 }
 
@@ -1160,21 +1170,21 @@ void expectConsistent(const MadeSystem& system, bool hasDatum)
     Made<Library::EllipsoidDefinition> ellipsoid;
     expectOk(Library::CoordinateReferenceSystemUtil::GetEllipsoid(system.get(), ellipsoid.put()),
              "CoordinateReferenceSystemUtil::GetEllipsoid");
-    expect(codeOf(ellipsoid.get()) == orEmpty(ellipsoidCode), "CoordinateReferenceSystemUtil::GetEllipsoid gives " +
-                                                                  printable(codeOf(ellipsoid.get())) +
-                                                                  ", and GetEllipsoidCode " + printable(ellipsoidCode));
+    expect(isSameCode(codeOf(ellipsoid.get()), orEmpty(ellipsoidCode)),
+           "CoordinateReferenceSystemUtil::GetEllipsoid gives " + printable(codeOf(ellipsoid.get())) +
+               ", and GetEllipsoidCode " + printable(ellipsoidCode));
     expect(!hasDatum || !orEmpty(datumCode).empty(),
            "CoordinateReferenceSystemDefinition::GetDatumCode gives no code for a system with a datum");
     if (orEmpty(datumCode).empty())
         return;
     Made<Library::DatumDefinition> datum;
     expectOk(system->GetDatum(datum.put()), "CoordinateReferenceSystemDefinition::GetDatum");
-    expect(codeOf(datum.get()) == datumCode, "CoordinateReferenceSystemDefinition::GetDatum gives " +
-                                                 printable(codeOf(datum.get())) + ", and GetDatumCode " +
-                                                 printable(datumCode));
+    expect(isSameCode(codeOf(datum.get()), datumCode), "CoordinateReferenceSystemDefinition::GetDatum gives " +
+                                                           printable(codeOf(datum.get())) + ", and GetDatumCode " +
+                                                           printable(datumCode));
     ellipsoidCode = nullptr;
     expectOk(datum->GetEllipsoidCode(ellipsoidCode), "DatumDefinition::GetEllipsoidCode");
-    expect(codeOf(ellipsoid.get()) == orEmpty(ellipsoidCode),
+    expect(isSameCode(codeOf(ellipsoid.get()), orEmpty(ellipsoidCode)),
            "DatumDefinition::GetEllipsoidCode gives " + printable(ellipsoidCode) + ", and the system's ellipsoid is " +
                printable(codeOf(ellipsoid.get())));
 }
@@ -1218,13 +1228,22 @@ void checkArray()
 void checkTexts()
 {
     const MadeSystem system = loadSystem(projectedCode());
+    const MadeSystem other = loadSystem(geographicCode());
     const wchar_t* code = nullptr;
-    needOk(system->GetCode(code), "DefinitionBase::GetCode");
-    const std::wstring before = orEmpty(code);
-    const std::wstring other = codeOf(loadSystem(geographicCode()).get());
     const wchar_t* datumCode = nullptr;
+    const wchar_t* ellipsoidCode = nullptr;
+    needOk(system->GetCode(code), "DefinitionBase::GetCode");
+    const std::wstring codeBefore = orEmpty(code);
     needOk(system->GetDatumCode(datumCode), "CoordinateReferenceSystemDefinition::GetDatumCode");
-    expect(orEmpty(code) == before, "the text of DefinitionBase::GetCode changes when other texts are asked for");
+    const std::wstring datumBefore = orEmpty(datumCode);
+    needOk(system->GetEllipsoidCode(ellipsoidCode), "CoordinateReferenceSystemDefinition::GetEllipsoidCode");
+    const wchar_t* text = nullptr;
+    static_cast<void>(other->GetCode(text));
+    static_cast<void>(other->GetDatumCode(text));
+    static_cast<void>(other->GetEllipsoidCode(text));
+    expect(orEmpty(code) == codeBefore, "the text of DefinitionBase::GetCode changes when other texts are asked for");
+    expect(orEmpty(datumCode) == datumBefore, "the text of CoordinateReferenceSystemDefinition::GetDatumCode changes "
+                                              "when other texts are asked for");
 }
 
 Made<Library::DatumDefinition> datumOf(const MadeSystem& system)
@@ -1252,20 +1271,22 @@ void checkSettingParts()
     Made<Library::EllipsoidDefinition> ellipsoid = ellipsoidOf(system);
     const std::wstring ellipsoidCode = codeOf(ellipsoid.get());
     const std::wstring datumCode = codeOf(datum.get());
-    need(datumCode != codeOf(datumOf(system).get()) && ellipsoidCode != codeOf(ellipsoidOf(other).get()),
+    need(!isSameCode(datumCode, codeOf(datumOf(system).get())) &&
+             !isSameCode(ellipsoidCode, codeOf(ellipsoidOf(other).get())),
          "the hook systems names a projected and a geographic system of the same datum or ellipsoid; name others");
     static_cast<void>(datum->SetEllipsoid(ellipsoid.get()));
     ellipsoid.reset();
     const wchar_t* found = nullptr;
     needOk(datum->GetEllipsoidCode(found), "DatumDefinition::GetEllipsoidCode");
-    expect(orEmpty(found) == ellipsoidCode, "DatumDefinition::SetEllipsoid leaves the ellipsoid " + printable(found) +
-                                                " in the place of " + printable(ellipsoidCode));
+    expect(isSameCode(orEmpty(found), ellipsoidCode), "DatumDefinition::SetEllipsoid leaves the ellipsoid " +
+                                                          printable(found) + " in the place of " +
+                                                          printable(ellipsoidCode));
     static_cast<void>(system->SetDatum(datum.get()));
     datum.reset();
     found = nullptr;
     needOk(system->GetDatumCode(found), "CoordinateReferenceSystemDefinition::GetDatumCode");
-    expect(orEmpty(found) == datumCode, "CoordinateReferenceSystemDefinition::SetDatum leaves the datum " +
-                                            printable(found) + " in the place of " + printable(datumCode));
+    expect(isSameCode(orEmpty(found), datumCode), "CoordinateReferenceSystemDefinition::SetDatum leaves the datum " +
+                                                      printable(found) + " in the place of " + printable(datumCode));
 }
 
 constexpr std::size_t kStreamBytes = 1024;
@@ -1307,7 +1328,7 @@ void checkReadingStream()
     expectOk(stream->GetDefinitions(array.put()), "DefinitionStream::GetDefinitions");
     expect(array && array->GetCount() == 1, "DefinitionStream::Read does not read the one definition that was written");
     const std::wstring code = codeOf(takeSystem(array).get());
-    expect(code == userDefinedCode(),
+    expect(isSameCode(code, userDefinedCode()),
            "DefinitionStream::Read reads " + printable(code) + " in the place of " + printable(userDefinedCode()));
 }
 
@@ -1358,7 +1379,7 @@ void expectReadable(const MadeSystem& system, bool includeDependents)
     expect(array && (!includeDependents || array->GetCount() > 1),
            call + " does not give " + (array ? "the datum and the ellipsoid beside the system" : "an array"));
     const std::wstring code = codeOf(takeSystem(array).get());
-    expect(code == codeOf(system.get()), call + " gives " + printable(code));
+    expect(isSameCode(code, codeOf(system.get())), call + " gives " + printable(code));
 }
 
 void checkReadingText()
@@ -1729,8 +1750,10 @@ std::wstring registryPath()
 {
     const QeDbHostApplicationServices* const services = qedbHostApplicationServices();
     need(services != nullptr, "qedbHostApplicationServices gives null");
-    return orEmpty(services->getUserRegistryProductRootKey()) +
-           L"\\Applications\\OrvelCoordinateSystem\\Transformation";
+    const std::wstring root = orEmpty(services->getUserRegistryProductRootKey());
+    expect(root.empty() || root.back() != L'\\', "QeDbHostApplicationServices::getUserRegistryProductRootKey gives " +
+                                                     printable(root) + ", which ends in a backslash");
+    return root + L"\\Applications\\OrvelCoordinateSystem\\Transformation";
 }
 
 RegistryKey makeKey(const std::wstring& path)
@@ -1886,7 +1909,8 @@ void checkReadingCode()
     needAssigned(drawing, loadSystem(projectedCode()).get());
     HostText code;
     expectOk(Cs::GetCoordinateSystem(code.put(), drawing.database()), "GetCoordinateSystem (code)");
-    expect(orEmpty(code.get()) == projectedCode(), "GetCoordinateSystem (code) gives " + printable(code.get()));
+    expect(isSameCode(orEmpty(code.get()), projectedCode()),
+           "GetCoordinateSystem (code) gives " + printable(code.get()));
 }
 
 void checkReadingDefinition()
@@ -1900,7 +1924,7 @@ void checkReadingDefinition()
         Library::Status status = Library::statusFailed;
         expectOk(Cs::GetCoordinateSystem(found.put(), &known, drawing.database(), &status),
                  "GetCoordinateSystem (definition)");
-        expect(codeOf(found.get()) == codeOf(system.get()),
+        expect(isSameCode(codeOf(found.get()), codeOf(system.get())),
                "GetCoordinateSystem (definition) gives " + printable(codeOf(found.get())));
         expect(known == inCatalog, inCatalog ? "the catalog does not know a system that it loaded"
                                              : "the catalog knows the user-defined system");
@@ -1917,7 +1941,8 @@ void checkReadingArray()
     expectOk(Cs::GetCoordinateSystem(array.put(), drawing.database()), "GetCoordinateSystem (array)");
     expect(array && array->GetCount() == 3,
            "GetCoordinateSystem (array) does not give the system, its datum and its ellipsoid");
-    expect(codeOf(takeSystem(array).get()) == projectedCode(), "GetCoordinateSystem (array) gives another system");
+    expect(isSameCode(codeOf(takeSystem(array).get()), projectedCode()),
+           "GetCoordinateSystem (array) gives another system");
 }
 
 void checkWorkingDrawing()
@@ -1945,8 +1970,9 @@ void checkBlocks()
         expectOk(Cs::DeserializeCoordinateSystem(array.put(), bytes.get(), length),
                  ("DeserializeCoordinateSystem" + suffix).c_str());
         const std::wstring code = codeOf(takeSystem(array).get());
-        expect(code == userDefinedCode(), "DeserializeCoordinateSystem" + suffix + " gives " + printable(code) +
-                                              " in the place of " + printable(userDefinedCode()));
+        expect(isSameCode(code, userDefinedCode()), "DeserializeCoordinateSystem" + suffix + " gives " +
+                                                        printable(code) + " in the place of " +
+                                                        printable(userDefinedCode()));
     }
 }
 
@@ -1990,13 +2016,14 @@ using Notices = std::vector<std::wstring>;
 void expectNotices(const Notices& found, const Notices& expected)
 {
     std::size_t index = 0;
-    while (index < found.size() && index < expected.size() && found[index] == expected[index])
+    while (index < found.size() && index < expected.size() && isSameCode(found[index], expected[index]))
         ++index;
     const auto shown = [index](const Notices& notices) {
         return index < notices.size() ? printable(notices[index]) : std::string("none");
     };
-    expect(found == expected, "notice " + number(static_cast<long long>(index) + 1) + " is " + shown(found) +
-                                  ", expected " + shown(expected));
+    expect(index == found.size() && index == expected.size(), "notice " + number(static_cast<long long>(index) + 1) +
+                                                                  " is " + shown(found) + ", expected " +
+                                                                  shown(expected));
 }
 
 void checkVeto()
@@ -2246,7 +2273,7 @@ void checkDrawingConfiguration()
     const std::wstring text = itemText(L"A:1", L"A:2", L"first") + itemText(L"A:3", L"A:4", L"second");
     expect(Cs::SetCsTransformationConfig(text.c_str(), kInDrawing),
            "SetCsTransformationConfig of the drawing answers false: see QeApDocManager::lockDocument, "
-           "QeDbObject::upgradeOpen and QeDbDictionary::setAt");
+           "QeDbObject::upgradeOpen, QeDbDictionary::getAt and setAt");
     expect(configuration(kInDrawing) == text,
            "GetCsTransformationConfig gives " + printable(configuration(kInDrawing)));
     expect(Cs::SetCsTransformationConfig(itemText(L"A:5", L"A:6", L"n").c_str(), kInDrawing) &&
@@ -2417,7 +2444,7 @@ std::string changeComplaint(const Drawing& drawing, const Stored& before)
 std::string codeComplaint(const Drawing& drawing, const std::wstring& code)
 {
     const std::wstring found = assignedCode(drawing);
-    return found == code ? "" : "success is answered, and GetCoordinateSystem reads " + printable(found);
+    return isSameCode(found, code) ? "" : "success is answered, and GetCoordinateSystem reads " + printable(found);
 }
 
 void checkFailingAssignment()
@@ -2490,7 +2517,7 @@ void checkFailingReading()
                           Cs::GetCoordinateSystem(system.put(), nullptr, drawing.database());
                       const Qeapp::ErrorStatus third = Cs::GetCoordinateSystem(array.put(), drawing.database());
                       return first == Qeapp::eOk && second == Qeapp::eOk && third == Qeapp::eOk &&
-                             orEmpty(text.get()) == code && codeOf(system.get()) == code;
+                             isSameCode(orEmpty(text.get()), code) && isSameCode(codeOf(system.get()), code);
                   },
                   [](const Drawing& drawing, const Stored& before, bool /*succeeded*/) {
                       return changeComplaint(drawing, before);

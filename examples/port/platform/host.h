@@ -301,8 +301,8 @@ private:
     Core::Living m_living{"iterators"};
 };
 
-/// Named objects of a drawing. Keys may differ by the case of letters or not: the module spells each of its keys in one
-/// way.
+/// Named objects of a drawing. Whether the case of letters tells two keys apart is the product's: the module always
+/// spells a key in the same way.
 class QeDbDictionary : public QeDbObject {
 public:
     /// Made with `new (std::nothrow)`. It may throw, or the class's `operator new` may give null. A class with an
