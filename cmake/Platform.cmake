@@ -31,6 +31,12 @@ endforeach()
 foreach(folder IN LISTS ORVEL_PLATFORM_INCLUDE_DIRS)
     check_platform_folder(ORVEL_PLATFORM_INCLUDE_DIRS "${folder}")
 endforeach()
+foreach(library IN LISTS ORVEL_PLATFORM_LIBRARIES)
+    # A product that takes this project into its own may make its libraries later.
+    if(PROJECT_IS_TOP_LEVEL AND IS_ABSOLUTE "${library}" AND NOT EXISTS "${library}")
+        message(FATAL_ERROR "ORVEL_PLATFORM_LIBRARIES names a library that does not exist: \"${library}\"")
+    endif()
+endforeach()
 if(ORVEL_PLATFORM_TARGET AND NOT TARGET "${ORVEL_PLATFORM_TARGET}")
     message(FATAL_ERROR "ORVEL_PLATFORM_TARGET names a target that does not exist: \"${ORVEL_PLATFORM_TARGET}\". "
         "Define it in the product's CMakeLists.txt before add_subdirectory takes this project in")

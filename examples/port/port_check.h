@@ -47,7 +47,9 @@ bool loadModule();
 bool unloadModule();
 
 /// Optional. From now on counts the calls of the platform that can fail, and makes the one of that number fail, counted
-/// from 1, and no other; 0 makes none fail.
+/// from 1, and no other; 0 makes none fail. Calls of the host, of the library and of the system count that return a
+/// status, a bool or a pointer that may be null, as does `operator new` of the host's objects; those that give
+/// something back do not, such as close, abortTransaction and Object::Destroy (docs/porting.md, "Exceptions").
 bool failCall(std::size_t number);
 /// How many calls were made since then, and the name of the one that was made to fail.
 struct Calls {

@@ -28,6 +28,24 @@ constexpr auto areDistinct = [](auto... values) {
 /// Whether each constant passes through `...` as an int.
 constexpr auto passAsInt = [](auto... values) { return (std::is_same_v<decltype(+values), int> && ...); };
 
+/// Whether each constant is compared with an int without a cast.
+constexpr auto convertToInt = [](auto... values) { return (std::is_convertible_v<decltype(values), int> && ...); };
+
+template <class Reactor>
+using Decompose = Qeapp::ErrorStatus (Reactor::*)(QeDbDatabase*, QeDb::QeDbDwgVersion, QeDbSaveErrorRecorder*,
+                                                  QeDbSaveErrorMessageRecorder*);
+
+/// A protected function cannot be looked at from here; the compiler then says where the module overrides it.
+template <class Reactor>
+constexpr bool kDecomposesAsListed = !requires
+{
+    &Reactor::decomposeForSave;
+}
+|| requires
+{
+    static_cast<Decompose<Reactor>>(&Reactor::decomposeForSave);
+};
+
 template <class Class>
 constexpr bool kIsMadeAndDeleted = requires(Class* object)
 {
@@ -70,6 +88,10 @@ static_assert(areDistinct(QeDb::kForRead, QeDb::kForWrite, QeDb::kForNotify),
 static_assert(areDistinct(QeRb::kText, QeRb::kBinaryChunk, QeRb::kXdataString, QeRb::kXdataAppName, QeRb::kXdataControl,
                           QeRb::kXdataInteger32, QeRb::kListEnd),
               "host.h: the group codes of QeRb and kListEnd must differ");
+static_assert(convertToInt(QeRb::kText, QeRb::kBinaryChunk, QeRb::kXdataString, QeRb::kXdataAppName,
+                           QeRb::kXdataControl, QeRb::kXdataInteger32, QeRb::kListEnd),
+              "host.h: the group codes of QeRb must convert to int, since they are compared with resbuf::restype. Make "
+              "them int constants or enumerators of an unscoped enumeration");
 static_assert(passAsInt(QeRb::kText, QeRb::kXdataString, QeRb::kXdataAppName, QeRb::kListEnd),
               "host.h: the group codes of QeRb must be int constants or enumerators of an unscoped enumeration, since "
               "qeutBuildList takes them as variable arguments of the type int");
@@ -112,6 +134,11 @@ static_assert(std::is_base_of_v<QeRxObject, QeRxDynamicLinker>,
               "host.h: QeRxDynamicLinker must be derived from QeRxObject, to which a static_cast leads back");
 static_assert(std::is_polymorphic_v<QeDbDecompositionReactor>,
               "host.h: QeDbDecompositionReactor::decomposeForSave must be virtual");
+static_assert(
+    kDecomposesAsListed<QeDbDecompositionReactor>,
+    "host.h: QeDbDecompositionReactor::decomposeForSave must return Qeapp::ErrorStatus and have the parameters "
+    "QeDbDatabase*, QeDb::QeDbDwgVersion, QeDbSaveErrorRecorder* and QeDbSaveErrorMessageRecorder*, since the "
+    "module overrides it. Where the product's differs, derive a class with this function from the product's");
 
 // The spatial-reference library
 
@@ -125,6 +152,12 @@ static_assert(
     "product's statuses into it");
 static_assert(areDistinct(Spatial::kindNotEarthReferenced, Spatial::kindGeographic, Spatial::kindProjected),
               "spatial_reference.h: the three kinds of systems must differ");
+static_assert(convertToInt(Spatial::kindNotEarthReferenced, Spatial::kindGeographic, Spatial::kindProjected),
+              "spatial_reference.h: the three kinds of systems must convert to int, since they are compared with what "
+              "GetKind gives. Make them int constants or enumerators of an unscoped enumeration");
+static_assert(convertToInt(Spatial::transformationNone, Spatial::transformationPath),
+              "spatial_reference.h: transformationNone and transformationPath must convert to int, as the other kinds "
+              "do");
 static_assert(numberValue(Spatial::transformationNone) == 0 && numberValue(Spatial::transformationPath) == 1,
               "spatial_reference.h: transformationNone must be 0 and transformationPath 1, as in the stored "
               "configurations. Where the product has other numbers, convert them in TransformationInfo::SetKind");

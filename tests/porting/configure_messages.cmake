@@ -7,7 +7,7 @@ function(expect_configure result message)
     execute_process(
         COMMAND "${CMAKE_COMMAND}" -S "${SOURCE}" -B "${BINARY}/build" -G "${GENERATOR}"
             "-DCMAKE_MAKE_PROGRAM=${MAKE_PROGRAM}" "-DCMAKE_CXX_COMPILER=${COMPILER}"
-            -UORVEL_PLATFORM_INCLUDE_DIRS -UORVEL_PLATFORM_TARGET ${ARGN}
+            -UORVEL_PLATFORM_INCLUDE_DIRS -UORVEL_PLATFORM_LIBRARIES -UORVEL_PLATFORM_TARGET ${ARGN}
         WORKING_DIRECTORY "${SOURCE}"
         RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
     string(REGEX REPLACE "[ \n]+" " " output "${output}")
@@ -36,6 +36,8 @@ foreach(missing IN ITEMS host.h spatial_reference.h foundation.h win32.h)
 endforeach()
 expect_configure(fails "ORVEL_PLATFORM_INCLUDE_DIRS names a folder that does not exist: \"/nowhere\""
     "-DORVEL_PLATFORM_DIR=${strict}" -DORVEL_PLATFORM_INCLUDE_DIRS=/nowhere)
+expect_configure(fails "ORVEL_PLATFORM_LIBRARIES names a library that does not exist: \"/nowhere/host.so\""
+    "-DORVEL_PLATFORM_DIR=${strict}" -DORVEL_PLATFORM_LIBRARIES=/nowhere/host.so)
 expect_configure(fails "ORVEL_PLATFORM_TARGET names a target that does not exist: \"sdk\""
     "-DORVEL_PLATFORM_DIR=${strict}" -DORVEL_PLATFORM_TARGET=sdk)
 expect_configure(succeeds "Build files have been written"

@@ -36,6 +36,16 @@ endif()
 expect_message(host.h "eVetoed = 325" "eVetoed = 3250" "host.h: the module's clients rely on the numbers of Qeapp::eOk")
 expect_message(host.h "eKeyNotFound = 22" "eKeyNotFound = 15" "host.h: no two results of Qeapp may have the same number")
 expect_message(host.h "std::int32_t rlong" "std::int64_t rlong" "host.h: rlong in resbuf::resval")
+expect_message(host.h "    virtual Qeapp::ErrorStatus decomposeForSave(QeDbDatabase* database, QeDb::QeDbDwgVersion version,\n"
+    "public:\n    virtual Qeapp::ErrorStatus decomposeForSave(QeDbDatabase* database,\n"
+    "host.h: QeDbDecompositionReactor::decomposeForSave must return Qeapp::ErrorStatus and have the parameters")
+expect_message(host.h "enum GroupCode : int {\n    kText = 300,\n"
+    "enum class Text { kText = 300 };\nusing enum Text;\nenum GroupCode : int {\n"
+    "host.h: the group codes of QeRb must convert to int")
+set(kinds "kindNotEarthReferenced = 1, kindGeographic = 2, kindProjected = 3")
+expect_message(spatial_reference.h "enum CoordinateReferenceSystemKind : int { ${kinds} };"
+    "enum class CoordinateReferenceSystemKind { ${kinds} };\nusing enum CoordinateReferenceSystemKind;"
+    "spatial_reference.h: the three kinds of systems must convert to int")
 expect_message(spatial_reference.h "statusNotFound = 35" "statusNotFound = 36"
     "spatial_reference.h: the module's clients rely on the numbers of Status")
 expect_message(foundation.h "virtual ~FqDisposable" "~FqDisposable"

@@ -166,7 +166,8 @@ public:
 /// The type of the system registry.
 class QeRxDictionary {
 public:
-    /// The object under the key, or null. It stays the registry's.
+    /// The object under the key, which stays the registry's. Never null for `kQeRxDynamicLinkerKey`: the module calls
+    /// what is there without a look. No other key is asked for.
     QeRxObject* at(const wchar_t* key) const;
 };
 
@@ -234,7 +235,8 @@ public:
     Qeapp::ErrorStatus close();
     /// Changes an open for reading to one for writing (H11).
     Qeapp::ErrorStatus upgradeOpen();
-    /// A copy of the extended data of an application, or null (H22).
+    /// A copy of the extended data of an application, for the module to release, or null where there are none (H22).
+    /// Null on failure too: the module then takes the data for absent.
     resbuf* xData(const wchar_t* application) const;
     /// Replaces the extended data of an application (H23).
     Qeapp::ErrorStatus setXData(const resbuf* chain);
@@ -299,10 +301,12 @@ private:
     Core::Living m_living{"iterators"};
 };
 
-/// Named objects of a drawing.
+/// Named objects of a drawing. Whether the case of letters tells two keys apart is the product's: the module always
+/// spells a key in the same way.
 class QeDbDictionary : public QeDbObject {
 public:
-    /// Made with `new (std::nothrow)`.
+    /// Made with `new (std::nothrow)`. It may throw, or the class's `operator new` may give null. A class with an
+    /// `operator new` of its own has the `operator delete` that matches.
     QeDbDictionary();
     /// The module deletes a dictionary that it could not add.
     ~QeDbDictionary() override = default;
@@ -327,7 +331,8 @@ public:
 /// An object that holds one resbuf chain.
 class QeDbXrecord : public QeDbObject {
 public:
-    /// Made with `new (std::nothrow)`.
+    /// Made with `new (std::nothrow)`. It may throw, or the class's `operator new` may give null. A class with an
+    /// `operator new` of its own has the `operator delete` that matches.
     QeDbXrecord();
     /// The module deletes an xrecord that it could not add.
     ~QeDbXrecord() override = default;
@@ -356,7 +361,8 @@ private:
 /// The entry of a registered application.
 class QeDbRegAppTableRecord : public QeDbObject {
 public:
-    /// Made with `new (std::nothrow)`.
+    /// Made with `new (std::nothrow)`. It may throw, or the class's `operator new` may give null. A class with an
+    /// `operator new` of its own has the `operator delete` that matches.
     QeDbRegAppTableRecord();
     /// The module deletes a record that it could not add.
     ~QeDbRegAppTableRecord() override = default;
@@ -380,7 +386,8 @@ public:
 /// The object that holds a drawing's coordinate system.
 class QeDbGeoData : public QeDbObject {
 public:
-    /// Made with plain `new`.
+    /// Made with plain `new`. It may throw. A class with an `operator new` of its own, which must not give null, has
+    /// the `operator delete` that matches.
     QeDbGeoData();
     /// The module deletes an object that it could not add.
     ~QeDbGeoData() override = default;

@@ -197,6 +197,7 @@ public:
     /// Makes an array of copies of what the stream holds (S1).
     Status GetDefinitions(DefinitionBaseArray*& definitions) const;
     /// Writes a definition as text (S11). The buffer has 65,536 bytes, and `schemaVersion` is -1, the newest.
+    /// `includeDependents` is true for the GeoData text and false for `SerializeCoordinateSystem`.
     static Status Serialize_s(const DefinitionBase* definition, unsigned char* buffer,
                               std::uint64_t bufferLengthInBytes, SerializationFormat format, int schemaVersion,
                               bool includeDependents);

@@ -97,17 +97,21 @@ void CoTaskMemFree(void* memory);
 int _wcsicmp(const wchar_t* left, const wchar_t* right);
 /// The same for so many characters at most. The texts need not have a NUL.
 int _wcsnicmp(const wchar_t* left, const wchar_t* right, std::size_t characters);
-/// Copies an environment variable into the buffer (W3).
+/// Copies an environment variable into the buffer (W3). The buffer has 260 characters, the NUL included. `required` is
+/// not null, and what it is set to is not looked at.
 int _wgetenv_s(std::size_t* required, wchar_t* buffer, std::size_t characters, const wchar_t* name);
 /// Copies the path of a folder into a buffer of 260 characters (W4). `owner` is null and `create` is `FALSE`.
 BOOL SHGetSpecialFolderPathW(void* owner, wchar_t* path, int folder, BOOL create);
-/// Opens a file for the functions of the standard library (W5), `fseek` among them unless it is a pipe. Null on
+/// Opens a file for the functions of the standard library (W5). `mode` is `wt` or `rt`, and `sharing` is `_SH_DENYNO`.
+/// A file that is read is positioned with `fseek` and `rewind` too, and may fail to: its length is only a hint. Null on
 /// failure.
 std::FILE* _wfsopen(const wchar_t* path, const wchar_t* mode, int sharing);
-/// Converts text to wide text (W6). `flags` is 0.
+/// Converts text to wide text (W6). `flags` is 0. The module asks for the length first, with a null output of 0
+/// characters.
 int MultiByteToWideChar(unsigned int codePage, DWORD flags, const char* text, int length, wchar_t* output,
                         int characters);
-/// Converts wide text to text (W6). `flags` is 0, and the last two arguments are null.
+/// Converts wide text to text (W6). `flags` is 0, and the last two arguments are null. The length is asked for in the
+/// same way.
 int WideCharToMultiByte(unsigned int codePage, DWORD flags, const wchar_t* text, int length, char* output, int bytes,
                         const char* defaultCharacter, BOOL* usedDefault);
 /// Opens a key, and makes it where it is missing (W7). `reserved` is 0; the class, `security` and `disposition` are
@@ -122,7 +126,9 @@ int RegCloseKey(HKEY key);
 int RegSetValueExW(HKEY key, const wchar_t* name, DWORD reserved, DWORD type, const BYTE* data, DWORD lengthInBytes);
 /// Gives a value, or its length where `data` is null. No export reaches it: a stub will do.
 int RegQueryValueExW(HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* lengthInBytes);
-/// Gives the name of a value (W8, W9). The buffer has 2,048 characters; the arguments after `nameLength` are null.
+/// Gives the name of a value (W8, W9). `nameLength` is the buffer's length before, 2,048 characters with the NUL; what
+/// it is set to is not looked at. The arguments after it are null. After any other failure than `ERROR_NO_MORE_ITEMS`
+/// the module takes what is in the buffer up to its NUL for a name, and goes on.
 int RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD* reserved, DWORD* type, BYTE* data,
                   DWORD* lengthInBytes);
 /// Deletes a value (W10).

@@ -1,8 +1,7 @@
 // Stand-ins for the Win32 calls with folders and files, on other systems.
 #include "win32.h"
 
-#include "core/text.h"
-#include "core/trial.h"
+#include "win32_needs.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -55,8 +54,8 @@ int closeLines(void* cookie)
 
 int _wgetenv_s(std::size_t* required, wchar_t* buffer, std::size_t characters, const wchar_t* name)
 {
-    const char* const value = std::getenv(Core::toUtf8(std::wstring_view(name)).c_str());
-    const std::wstring text = value ? Core::toWide(std::string_view(value)) : std::wstring();
+    const char* const value = std::getenv(Win32::toUtf8(name).c_str());
+    const std::wstring text = value ? Win32::toWide(value) : std::wstring();
     *required = value ? text.size() + 1 : 0;
     if (characters == 0)
         return *required == 0 ? 0 : 34;
@@ -69,9 +68,8 @@ int _wgetenv_s(std::size_t* required, wchar_t* buffer, std::size_t characters, c
 
 BOOL SHGetSpecialFolderPathW(void*, wchar_t* path, int folder, BOOL)
 {
-    const char* const data = std::getenv("IMAGINARY_USER_FOLDER");
-    const std::wstring text = data ? Core::toWide(std::string_view(data)) : std::wstring();
-    if (folder != CSIDL_LOCAL_APPDATA || text.empty() || text.size() >= pathRoom || Core::failsNow())
+    const std::wstring text = Win32::userFolder();
+    if (folder != CSIDL_LOCAL_APPDATA || text.empty() || text.size() >= pathRoom || Win32::failsNow())
         return FALSE;
     path[text.copy(path, text.size())] = L'\0';
     return TRUE;
@@ -79,9 +77,9 @@ BOOL SHGetSpecialFolderPathW(void*, wchar_t* path, int folder, BOOL)
 
 std::FILE* _wfsopen(const wchar_t* path, const wchar_t* mode, int)
 {
-    if (Core::failsNow())
+    if (Win32::failsNow())
         return nullptr;
-    std::string name = Core::toUtf8(std::wstring_view(path));
+    std::string name = Win32::toUtf8(path);
     std::replace(name.begin(), name.end(), '\\', '/');
     const bool isRead = std::wcscmp(mode, L"rt") == 0;
     std::FILE* const file = std::fopen(name.c_str(), isRead ? "rb" : "wb");

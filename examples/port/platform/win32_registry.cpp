@@ -1,7 +1,7 @@
 // A stand-in for the registry, on other systems: keys and their values in memory.
 #include "win32.h"
 
-#include "core/trial.h"
+#include "win32_needs.h"
 
 #include <algorithm>
 #include <cwctype>
@@ -67,27 +67,27 @@ const HKEY HKEY_CURRENT_USER = &currentUser;
 int RegCreateKeyExW(HKEY key, const wchar_t* subKey, DWORD, wchar_t*, DWORD, DWORD, void*, HKEY* result, DWORD*)
 {
     *result = nullptr;
-    if (Core::failsNow())
+    if (Win32::failsNow())
         return outOfOrder;
     const std::wstring path = pathBelow(key, subKey);
     for (std::size_t end = path.find(L'\\', key->path.size()); end != std::wstring::npos;
          end = path.find(L'\\', end + 1))
         keys()[path.substr(0, end + 1)];
     *result = new RegistryKeyHandle{path};
-    Core::Living::count("registry keys", 1);
+    Win32::countRegistryKeys(1);
     return ERROR_SUCCESS;
 }
 
 int RegOpenKeyExW(HKEY key, const wchar_t* subKey, DWORD, DWORD, HKEY* result)
 {
     *result = nullptr;
-    if (Core::failsNow())
+    if (Win32::failsNow())
         return outOfOrder;
     const std::wstring path = pathBelow(key, subKey);
     if (!path.empty() && keys().count(path) == 0)
         return noSuchThing;
     *result = new RegistryKeyHandle{path};
-    Core::Living::count("registry keys", 1);
+    Win32::countRegistryKeys(1);
     return ERROR_SUCCESS;
 }
 
@@ -96,13 +96,13 @@ int RegCloseKey(HKEY key)
     if (key == HKEY_CURRENT_USER)
         return ERROR_SUCCESS;
     delete key;
-    Core::Living::count("registry keys", -1);
+    Win32::countRegistryKeys(-1);
     return ERROR_SUCCESS;
 }
 
 int RegSetValueExW(HKEY key, const wchar_t* name, DWORD, DWORD type, const BYTE* data, DWORD lengthInBytes)
 {
-    if (Core::failsNow())
+    if (Win32::failsNow())
         return outOfOrder;
     auto value = findValue(key, name);
     if (value == keys()[key->path].end())
@@ -114,7 +114,7 @@ int RegSetValueExW(HKEY key, const wchar_t* name, DWORD, DWORD type, const BYTE*
 
 int RegQueryValueExW(HKEY key, const wchar_t* name, DWORD*, DWORD* type, BYTE* data, DWORD* lengthInBytes)
 {
-    if (Core::failsNow())
+    if (Win32::failsNow())
         return outOfOrder;
     const auto value = findValue(key, name);
     if (value == keys()[key->path].end())
@@ -134,7 +134,7 @@ int RegQueryValueExW(HKEY key, const wchar_t* name, DWORD*, DWORD* type, BYTE* d
 
 int RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD*, DWORD*, BYTE*, DWORD*)
 {
-    if (Core::failsNow())
+    if (Win32::failsNow())
         return outOfOrder;
     const std::vector<Value>& values = keys()[key->path];
     if (index >= values.size())
@@ -149,7 +149,7 @@ int RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD
 
 int RegDeleteValueW(HKEY key, const wchar_t* name)
 {
-    if (Core::failsNow())
+    if (Win32::failsNow())
         return outOfOrder;
     const auto value = findValue(key, name);
     if (value == keys()[key->path].end())

@@ -1,7 +1,7 @@
 // Stand-ins for the Win32 calls with texts, on other systems.
 #include "win32.h"
 
-#include "core/text.h"
+#include "win32_needs.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -108,7 +108,7 @@ int MultiByteToWideChar(unsigned int codePage, DWORD, const char* text, int leng
     if (codePage != CP_UTF8 || !text || length == 0)
         return 0;
     const std::size_t bytes = length < 0 ? std::strlen(text) + 1 : static_cast<std::size_t>(length);
-    return copyOut(Core::toWide(std::string_view(text, bytes)), output, characters);
+    return copyOut(Win32::toWide(std::string_view(text, bytes)), output, characters);
 }
 
 int WideCharToMultiByte(unsigned int codePage, DWORD, const wchar_t* text, int length, char* output, int bytes,
@@ -117,5 +117,5 @@ int WideCharToMultiByte(unsigned int codePage, DWORD, const wchar_t* text, int l
     if (codePage != CP_UTF8 || !text || length == 0)
         return 0;
     const std::size_t characters = length < 0 ? std::wcslen(text) + 1 : static_cast<std::size_t>(length);
-    return copyOut(Core::toUtf8(std::wstring_view(text, characters)), output, bytes);
+    return copyOut(Win32::toUtf8(std::wstring_view(text, characters)), output, bytes);
 }
