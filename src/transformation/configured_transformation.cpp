@@ -11,20 +11,17 @@
 namespace Orvel {
 namespace {
 
-/// A digit has no case.
-bool endInDifferentDigits(std::wstring_view left, std::wstring_view right)
+/// Returns whether the last characters tell that the texts differ: up to the digits no character has a case.
+bool endDifferently(std::wstring_view left, std::wstring_view right)
 {
-    return left.back() != right.back() && left.back() >= L'0' && left.back() <= L'9';
+    return !left.empty() && left.back() != right.back() && left.back() <= L'9';
 }
 
-/// Ignores case. Most codes differ in length or end in another digit, so that few are compared as a whole, and fewer in
-/// lower case, which takes five times as long.
+/// Ignores case. Most codes differ in length or end in another digit, so that few are compared as a whole.
 bool isSameCode(std::wstring_view left, std::wstring_view right)
 {
-    if (left.empty() || left.size() != right.size())
-        return left.empty() && right.empty();
-    return !endInDifferentDigits(left, right) &&
-           (left == right || _wcsnicmp(left.data(), right.data(), left.size()) == 0);
+    return left.size() == right.size() && !endDifferently(left, right) &&
+           _wcsnicmp(left.data(), right.data(), left.size()) == 0;
 }
 
 bool matches(const ItemText& item, std::wstring_view source, std::wstring_view target)

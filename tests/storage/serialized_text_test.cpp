@@ -93,6 +93,12 @@ TEST_F(SerializedText, NullTextReturns54)
     EXPECT_FALSE(definitions);
 }
 
+TEST_F(SerializedText, NullBytesReturn54)
+{
+    EXPECT_EQ(Orvel::deserializeUtf16leText(definitions, nullptr), Library::statusNullText);
+    EXPECT_FALSE(definitions);
+}
+
 TEST_F(SerializedText, EmptyTextReturns55)
 {
     const auto calls = recordFallibleCalls([&] { EXPECT_EQ(DeserializeWideText(definitions, L""), 55); });

@@ -59,6 +59,18 @@ TEST(Utf16le, SupplementaryCharacterAtAnyPlaceOfATextOfAnyLengthIsAPair)
     }
 }
 
+TEST(Utf16le, TextOfTheFirstSupplementaryCharacterAloneIsPairs)
+{
+    std::wstring text;
+    Bytes bytes;
+    for (int index = 0; index < 40; ++index) {
+        text += L"\U00010000";
+        bytes.insert(bytes.end(), {0x00, 0xD8, 0x00, 0xDC});
+    }
+    bytes.insert(bytes.end(), {0, 0});
+    EXPECT_EQ(encodeUtf16le(text), bytes);
+}
+
 TEST(Utf16le, LastCharacterOfOneUnitIsOneUnit)
 {
     EXPECT_EQ(encodeUtf16le(L"\xFFFF"), (Bytes{0xFF, 0xFF, 0, 0}));

@@ -53,6 +53,17 @@ TEST_F(WrittenItem, IsReadInOneWalk)
     }
 }
 
+TEST_F(WrittenItem, ItemWithAnyCharacterChanged_IsReadAsBySearching)
+{
+    for (std::size_t at = 0; at < kItem.size(); ++at) {
+        for (const wchar_t character : {L'x', L'<', L' ', L'\0', static_cast<wchar_t>(kItem[at] | 0x4E00)}) {
+            std::wstring changed(kItem);
+            changed[at] = character;
+            expectAgreement(changed + std::wstring(kItem));
+        }
+    }
+}
+
 TEST_F(WrittenItem, EmptyValues_AreRead)
 {
     std::wstring_view remaining = L"<Item><Version></Version><SourceCs></SourceCs><TargetCs></TargetCs><Name></Name>"
