@@ -1,4 +1,4 @@
-// What every measurement needs: success, the processor time of processes, and medians.
+// Helpers of all measurements: a check for success, the processor time of processes, and the median.
 #pragma once
 
 #include <sys/resource.h>

@@ -8,6 +8,13 @@
 
 namespace Embedded {
 
+/// Returns whether the character is one of 0 to 9.
+template <class Character>
+constexpr bool isDigit(Character character)
+{
+    return character >= '0' && character <= '9';
+}
+
 /// Accepts decimal digits, with a minus sign in front if the type is signed. Returns nothing for any other text, and
 /// for a number that the type cannot hold.
 template <class Integer>

@@ -3,7 +3,7 @@
 
 namespace Embedded {
 
-/// Replaces what is not a code point.
+/// Stands in a text for each character that could not be read.
 inline constexpr char32_t kReplacementCharacter = 0xFFFD;
 /// A wide character is a UTF-16 unit on Windows and a code point elsewhere.
 inline constexpr bool kWideIsUtf16 = sizeof(wchar_t) == 2;

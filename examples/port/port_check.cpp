@@ -2843,8 +2843,9 @@ constexpr Check kLibraryChecks[] = {
      checkReadingText},
     {"classes", "S5", "`dynamic_cast` in the module tells systems, datums and ellipsoids apart.", checkClasses},
     {"well-known text", "S13",
-     "`DefinitionToWkt_s` writes well-known text with its NUL and gives 0 or 41, or fails when there is no such text "
-     "or no room for it.",
+     "`DefinitionToWkt_s` writes well-known text with its NUL and returns 0 or 41. It fails where the definition has "
+     "no "
+     "such text, and where the buffer is too small.",
      checkWkt},
     {"transformations", "S14",
      "A transformation or a path is loaded by its name, and says whether it may be applied in reverse.",
@@ -2891,9 +2892,11 @@ constexpr Check kSystemChecks[] = {
      "and with `rt` they are read with LF.",
      checkTextFiles},
     {"UTF-8", "W6",
-     "The conversions between UTF-8 and wide text give the length that is needed for an output of 0 characters, 0 for "
-     "one that is too short and on other failures, and U+FFFD for what is not UTF-8; a length of -1 is the text with "
-     "its NUL.",
+     "The conversions between UTF-8 and wide text return the length needed when the output has 0 characters, and 0 "
+     "when "
+     "the output is too short or the call fails otherwise. Bytes that are not UTF-8 become U+FFFD. A length of -1 "
+     "means "
+     "the text with its NUL.",
      checkCodePage},
     {"registry keys", "W7",
      "`RegCreateKeyExW` opens a key, and makes it and those above it when they are missing; `RegOpenKeyExW` opens it "

@@ -2,6 +2,8 @@
 
 #include <system_error>
 
+#include "embedded/host/drawing_file/drawing_file.h"
+
 namespace Embedded {
 namespace {
 
@@ -65,8 +67,7 @@ Error inputOutputError(const Error& failure, sqlite3* connection)
 
 bool isDatabase(sqlite3* connection)
 {
-    return (connection != nullptr ? beginningOfFile(connection) : std::string())
-        .starts_with(std::string_view("SQLite format 3\0", 16));
+    return (connection != nullptr ? beginningOfFile(connection) : std::string()).starts_with(kDatabaseBeginning);
 }
 
 Error drawingError(const Error& failure, sqlite3* connection)

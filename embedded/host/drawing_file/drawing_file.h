@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "embedded/base/error.h"
 #include "embedded/base/lock_wait.h"
@@ -11,6 +12,9 @@
 #include "platform/host/database.h"
 
 namespace Embedded {
+
+/// The bytes that every SQLite database begins with, and so every drawing file.
+inline constexpr std::string_view kDatabaseBeginning("SQLite format 3", 16); // the NUL belongs to it
 
 enum class DrawingAccess {
     reading,  // sees the file as it is now until the drawing is closed; others may read and change the file

@@ -9,6 +9,7 @@
 #include "embedded/base/path.h"
 #include "embedded/host/database/handle.h"
 #include "embedded/host/drawing_file/drawing_error.h"
+#include "embedded/host/drawing_file/drawing_file.h"
 #include "embedded/host/drawing_file/drawing_schema.h"
 #include "embedded/host/drawing_file/drawing_store.h"
 #include "platform/host/symbol_table.h"
@@ -26,10 +27,9 @@ std::int64_t pragma(SQLite::Database& database, const char* sql)
 /// The log would be a second file beside the drawing, and readers would need memory that they share with writers.
 void requireNoWriteAheadLog(const DrawingConnection& connection)
 {
-    constexpr std::string_view kDatabase("SQLite format 3", 16); // the NUL belongs to it
-    constexpr std::string_view kRollback("\1\1", 2);             // to be written, and to be read
+    constexpr std::string_view kRollback("\1\1", 2); // to be written, and to be read
     const std::string beginning = beginningOfFile(connection.handle());
-    if (beginning.starts_with(kDatabase) && beginning.substr(18, 2) != kRollback)
+    if (beginning.starts_with(kDatabaseBeginning) && beginning.substr(18, 2) != kRollback)
         throwDamage("is in SQLite's write-ahead mode, which drawing files are never in");
 }
 

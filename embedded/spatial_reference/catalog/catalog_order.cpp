@@ -4,24 +4,14 @@
 #include <limits>
 
 #include "embedded/base/case_folding.h"
+#include "embedded/base/parse_number.h"
+#include "embedded/base/trim.h"
 
 namespace Embedded {
-namespace {
-
-bool isDigit(wchar_t character)
-{
-    return character >= L'0' && character <= L'9';
-}
-
-} // namespace
 
 std::wstring searchForm(std::wstring_view text)
 {
-    constexpr std::wstring_view kBlanks = L" \t\r\n\v\f\u00A0";
-    const auto first = text.find_first_not_of(kBlanks);
-    if (first == std::wstring_view::npos)
-        return {};
-    return toLowerCase(text.substr(first, text.find_last_not_of(kBlanks) - first + 1));
+    return toLowerCase(trim(text, L" \t\r\n\v\f\u00A0"));
 }
 
 std::wstring_view authorityOf(std::wstring_view code)
@@ -39,7 +29,7 @@ std::wstring_view numberOf(std::wstring_view code)
 CatalogOrder catalogOrder(std::wstring_view code)
 {
     const auto number = numberOf(code);
-    const bool isNumber = !number.empty() && number.size() <= 18 && std::ranges::all_of(number, isDigit);
+    const bool isNumber = !number.empty() && number.size() <= 18 && std::ranges::all_of(number, isDigit<wchar_t>);
     return {.authority = std::wstring(authorityOf(code)),
             .number = isNumber ? std::stoull(std::wstring(number)) : std::numeric_limits<std::uint64_t>::max(),
             .code = std::wstring(number)};

@@ -4,21 +4,17 @@
 #include <sstream>
 
 #include "embedded/base/edit_distance.h"
+#include "embedded/base/parse_number.h"
 #include "embedded/spatial_reference/catalog/catalog_order.h"
 
 namespace Embedded {
 namespace {
 
-bool isDecimalDigit(wchar_t character)
-{
-    return character >= L'0' && character <= L'9';
-}
-
 /// Of texts in lower case. Beyond ASCII only the signs of Latin 1, such as that of degrees, are not letters.
 bool isWordCharacter(wchar_t character)
 {
     constexpr wchar_t kFirstLetterOfLatin1 = 0xC0;
-    return isDecimalDigit(character) || (character >= L'a' && character <= L'z') || character >= kFirstLetterOfLatin1;
+    return isDigit(character) || (character >= L'a' && character <= L'z') || character >= kFirstLetterOfLatin1;
 }
 
 bool isBoundary(wchar_t left, wchar_t right)
@@ -90,7 +86,7 @@ std::vector<std::wstring> WordCorrection::nearest(std::wstring_view word) const
 {
     constexpr std::size_t kShortest = 3; // anything may be meant by fewer characters
     constexpr std::size_t kLongest = 64; // nothing that long is misspelt
-    if (word.size() < kShortest || word.size() > kLongest || std::ranges::all_of(word, isDecimalDigit))
+    if (word.size() < kShortest || word.size() > kLongest || std::ranges::all_of(word, isDigit<wchar_t>))
         return {};
     std::size_t best = largestWordDistance(word);
     std::vector<std::wstring> near;

@@ -32,12 +32,4 @@ bool GeographicBounds::contains(const GeographicBounds& other) const
     return extent >= kCircle || eastwardDistance(west, other.west) + longitudinalExtent(other) <= extent + kTolerance;
 }
 
-bool GeographicBounds::intersects(const GeographicBounds& other) const
-{
-    if (other.south > north || other.north < south)
-        return false;
-    return eastwardDistance(west, other.west) <= longitudinalExtent(*this) + kTolerance ||
-           eastwardDistance(other.west, west) <= longitudinalExtent(other) + kTolerance;
-}
-
 } // namespace Embedded

@@ -12,9 +12,8 @@ struct GeographicBounds {
     double east = 0;
     double north = 0;
 
-    /// Both count the edges, and 180 degrees west as 180 degrees east.
+    /// The edges count, and 180 degrees west is 180 degrees east.
     ZSR_API bool contains(const GeographicBounds& other) const;
-    ZSR_API bool intersects(const GeographicBounds& other) const;
 };
 
 } // namespace Embedded

@@ -7,6 +7,9 @@
 
 namespace Embedded {
 
+/// What messages say of such a system.
+inline constexpr const char* kVerticalSystem = "a vertical system, which a drawing cannot have";
+
 /// Returns whether PROJ's database has a vertical system with the code.
 ZSR_API bool isVerticalSystem(std::wstring_view code);
 

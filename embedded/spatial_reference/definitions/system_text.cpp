@@ -5,7 +5,7 @@
 
 #include "embedded/spatial_reference/projjson/canonical_projjson.h"
 #include "embedded/spatial_reference/projjson/definition_data.h"
-#include "embedded/spatial_reference/projjson/proj_message.h"
+#include "embedded/spatial_reference/projjson/proj_context.h"
 #include "embedded/spatial_reference/projjson/proj_object.h"
 #include "platform/spatial_reference/status.h"
 

@@ -4,6 +4,8 @@
 #include <cctype>
 #include <vector>
 
+#include "embedded/base/case_folding.h"
+
 namespace Embedded {
 namespace {
 
@@ -43,18 +45,11 @@ std::optional<std::size_t> endOfQuoted(std::string_view text, std::size_t begin)
     return std::nullopt;
 }
 
-std::string lowerCase(std::string_view text)
-{
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), [](unsigned char character) { return std::tolower(character); });
-    return lower;
-}
-
 /// Where the word stands alone and outside quotation marks. Nothing unless it does so exactly once.
 std::optional<std::size_t> findOnce(std::string_view text, std::string_view word)
 {
-    const std::string lowerText = lowerCase(text);
-    const std::string lowerWord = lowerCase(word);
+    const std::string lowerText = toLowerAscii(text);
+    const std::string lowerWord = toLowerAscii(word);
     std::optional<std::size_t> found;
     for (std::size_t at = 0; at < lowerText.size(); ++at) {
         if (lowerText[at] == '"') {

@@ -6,9 +6,11 @@
 #include "embedded/base/case_folding.h"
 #include "embedded/base/json/strict_json.h"
 #include "embedded/base/parse_number.h"
+#include "embedded/base/trim.h"
+#include "embedded/spatial_reference/catalog/vertical_systems.h"
 #include "embedded/spatial_reference/definitions/text_fault.h"
 #include "embedded/spatial_reference/projjson/canonical_projjson.h"
-#include "embedded/spatial_reference/projjson/proj_message.h"
+#include "embedded/spatial_reference/projjson/proj_context.h"
 #include "embedded/spatial_reference/projjson/projjson_validation.h"
 #include "embedded/spatial_reference/projjson/unit_check.h"
 #include "platform/spatial_reference/status.h"
@@ -21,21 +23,17 @@ constexpr const char* kNoSystem = "not a coordinate reference system as WKT, PRO
 std::string_view trimmed(std::string_view text)
 {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    constexpr std::string_view kBlanks = " \t\r\n\v\f";
     if (text.starts_with(kByteOrderMark))
         text.remove_prefix(kByteOrderMark.size());
-    const auto first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    return trim(text, " \t\r\n\v\f");
 }
 
 /// WKT begins with a keyword and an opening bracket. A name or a code has no bracket.
 bool looksLikeWkt(std::string_view text)
 {
     const auto isKeyword = [](char character) {
-        return (toLowerAscii(character) >= 'a' && toLowerAscii(character) <= 'z') ||
-               (character >= '0' && character <= '9') || character == '_';
+        return (toLowerAscii(character) >= 'a' && toLowerAscii(character) <= 'z') || isDigit(character) ||
+               character == '_';
     };
     const auto end = std::ranges::find_if_not(text, isKeyword);
     const auto bracket = text.find_first_not_of(" \t\r\n", static_cast<std::size_t>(end - text.begin()));
@@ -145,7 +143,7 @@ std::string describeForeign(const PJ* object)
 {
     switch (proj_get_type(object)) {
     case PJ_TYPE_VERTICAL_CRS:
-        return "a vertical system, which a drawing cannot have";
+        return kVerticalSystem;
     case PJ_TYPE_TEMPORAL_CRS:
         return "a temporal system, which a drawing cannot have";
     case PJ_TYPE_ELLIPSOID:

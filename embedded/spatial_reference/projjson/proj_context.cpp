@@ -4,7 +4,6 @@
 #include <sstream>
 #include <string_view>
 
-#include "embedded/spatial_reference/projjson/proj_message.h"
 #include "embedded/spatial_reference/projjson/shipped_catalog.h"
 
 namespace Embedded {

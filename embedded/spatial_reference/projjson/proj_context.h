@@ -33,6 +33,11 @@ enum class ReadFailure { none, database, memory };
 ReadFailure readFailure();
 void forgetReadFailure();
 
+/// The last error that PROJ reported since forgetProjMessage, without the function and the number before it; empty when
+/// there was none.
+std::string lastProjMessage();
+void forgetProjMessage();
+
 /// The authorities of the database, as it spells them.
 const std::vector<std::string>& catalogAuthorities();
 

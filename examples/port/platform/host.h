@@ -290,7 +290,7 @@ public:
     bool next();
     /// The key of the entry, the iterator's own. No export reaches it: a stub will do.
     const wchar_t* name() const;
-    /// The object of the entry. When there is no entry, an id that cannot be opened.
+    /// The object of the entry, or an id that cannot be opened where there is no entry.
     QeDbObjectId objectId() const;
 
     explicit QeDbDictionaryIterator(const Draft::Entries& entries);
@@ -512,7 +512,7 @@ private:
     Draft::SaveLog& m_log;
 };
 
-/// Records why a save failed, with a text. The module uses it where there is no recorder of the first kind.
+/// Records why a save failed, with a text. The module uses it where the host gives no `QeDbSaveErrorRecorder`.
 class QeDbSaveErrorMessageRecorder {
 public:
     /// The result becomes the reactor's answer. The message is empty.

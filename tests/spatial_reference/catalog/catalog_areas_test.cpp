@@ -55,35 +55,29 @@ struct BoundsCase {
     GeographicBounds area;
     GeographicBounds other;
     bool contains;
-    bool intersects;
 };
 
-TEST(GeographicBoundsTest, ContainAndIntersectAcrossTheAntimeridian)
+TEST(GeographicBoundsTest, ContainAcrossTheAntimeridian)
 {
     const GeographicBounds fiji{.west = 176, .south = -20, .east = -178, .north = -12};
     const GeographicBounds world{.west = -180, .south = -90, .east = 180, .north = 90};
     const std::vector<BoundsCase> cases{
-        {fiji, fiji, true, true},
-        {fiji, {.west = 180, .south = -15, .east = 180, .north = -15}, true, true},
-        {fiji, {.west = -180, .south = -15, .east = -180, .north = -15}, true, true},
-        {fiji, {.west = -178, .south = -15, .east = -178, .north = -15}, true, true},
-        {fiji, {.west = -177, .south = -15, .east = -177, .north = -15}, false, false},
-        {fiji, {.west = 170, .south = -15, .east = 177, .north = -14}, false, true},
-        {fiji, {.west = -179, .south = -15, .east = 179, .north = -14}, false, true},
-        {fiji, {.west = 177, .south = -11, .east = 178, .north = -10}, false, false},
-        {fiji, {.west = 177, .south = -13, .east = 178, .north = -10}, false, true},
-        {fiji, world, false, true},
-        {world, fiji, true, true},
-        {world, world, true, true},
-        {{.west = 0.1, .south = 0, .east = 0.3, .north = 1},
-         {.west = 0.2, .south = 0, .east = 0.3, .north = 1},
-         true,
-         true},
+        {fiji, fiji, true},
+        {fiji, {.west = 180, .south = -15, .east = 180, .north = -15}, true},
+        {fiji, {.west = -180, .south = -15, .east = -180, .north = -15}, true},
+        {fiji, {.west = -178, .south = -15, .east = -178, .north = -15}, true},
+        {fiji, {.west = -177, .south = -15, .east = -177, .north = -15}, false},
+        {fiji, {.west = 170, .south = -15, .east = 177, .north = -14}, false},
+        {fiji, {.west = -179, .south = -15, .east = 179, .north = -14}, false},
+        {fiji, {.west = 177, .south = -11, .east = 178, .north = -10}, false},
+        {fiji, {.west = 177, .south = -13, .east = 178, .north = -10}, false},
+        {fiji, world, false},
+        {world, fiji, true},
+        {world, world, true},
+        {{.west = 0.1, .south = 0, .east = 0.3, .north = 1}, {.west = 0.2, .south = 0, .east = 0.3, .north = 1}, true},
     };
     for (const BoundsCase& tested : cases) {
         EXPECT_EQ(tested.area.contains(tested.other), tested.contains) << tested.other.west << ' ' << tested.other.east;
-        EXPECT_EQ(tested.area.intersects(tested.other), tested.intersects)
-            << tested.other.west << ' ' << tested.other.east;
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/json.h"
+#include "orvelcs/cli/output.h"
 
 namespace Orvelcs {
 
@@ -20,5 +21,20 @@ Json errorDocument(std::string_view command, const Failure& failure);
 /// The document of a command that has a result document for failures, too. An object gets the member "error". Any other
 /// is printed where nothing was found, and replaced by {"error": …} where something failed.
 Json failureDocument(Json result, std::string_view command, const Failure& failure);
+
+/// Returns what the work returns. When the work throws a Failure other than wrong usage, prints
+/// `failureDocument(document, …)` where JSON is wanted and throws the Failure on. The program itself prints the error
+/// document of a command that has printed nothing.
+template <class Work>
+auto withFailureDocument(const Json& document, Output& output, const Work& work)
+{
+    try {
+        return work();
+    } catch (const Failure& failure) {
+        if (output.json() && failure.status() != ExitStatus::wrongUsage)
+            output.document(failureDocument(document, output.command(), failure));
+        throw;
+    }
+}
 
 } // namespace Orvelcs

@@ -14,6 +14,9 @@ namespace Orvelcs {
 struct ResultCode {
     int number = 0;
     std::string name;
+
+    /// "eVetoed (325)".
+    std::string text() const { return name + " (" + std::to_string(number) + ")"; }
 };
 
 /// Says what a command failed at, and why. The program prints it as one line on standard error.

@@ -48,6 +48,11 @@ std::string readToEnd(std::FILE* stream, const std::string& name, std::size_t li
 
 } // namespace
 
+std::string inputName(const std::string& file)
+{
+    return file == kStandardStream ? kStandardInput : file;
+}
+
 std::string readWhole(const std::string& file, std::size_t limitInBytes)
 {
     if (file == kStandardStream)
@@ -63,7 +68,7 @@ std::string readWhole(const std::string& file, std::size_t limitInBytes)
 std::wstring readText(const std::string& file, std::size_t limitInBytes)
 {
     const std::string bytes = readWhole(file, limitInBytes);
-    return decodeText(file == kStandardStream ? kStandardInput : file, bytes);
+    return decodeText(inputName(file), bytes);
 }
 
 std::wstring decodeText(const std::string& subject, std::string_view bytes)

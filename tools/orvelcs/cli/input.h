@@ -13,6 +13,9 @@ inline constexpr const char* kStandardStream = "-";
 /// May stand before a text in UTF-8.
 inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
+/// How messages name the file: "standard input" for "-".
+std::string inputName(const std::string& file);
+
 /// Reads the file to its end; for "-", standard input. Throws Failure when it cannot be read or is longer than
 /// `limitInBytes` (0: no limit).
 std::string readWhole(const std::string& file, std::size_t limitInBytes = 0);

@@ -1,7 +1,5 @@
 #include "orvelcs/cli/output_file.h"
 
-#include <fmt/format.h>
-
 #include "embedded/base/file_kind.h"
 #include "embedded/base/path.h"
 #include "embedded/base/staged_file.h"
@@ -14,7 +12,7 @@ namespace {
 Failure writeFailure(const std::string& file, const Embedded::Error& error)
 {
     const ResultCode code{Qeapp::eFileWriteFailed, "eFileWriteFailed"};
-    return Failure(file, fmt::format("{} ({}): {}", code.name, code.number, error.message), ExitStatus::failed, code);
+    return Failure(file, code.text() + ": " + error.message, ExitStatus::failed, code);
 }
 
 /// Returns false where something has the name already.

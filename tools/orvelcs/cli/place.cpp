@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "embedded/base/parse_number.h"
+#include "embedded/base/trim.h"
 #include "orvelcs/cli/failure.h"
 
 namespace Orvelcs {
@@ -15,13 +16,6 @@ namespace {
 
 constexpr double kPole = 90;
 constexpr double kAntimeridian = 180;
-
-std::string_view withoutBlanks(std::string_view text)
-{
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(' ') + 1 - first);
-}
 
 /// Throws unless the text is that many numbers with commas between them.
 std::vector<double> numbersArgument(const std::string& option, const std::string& text, const std::string& form,
@@ -32,7 +26,7 @@ std::vector<double> numbersArgument(const std::string& option, const std::string
     for (bool isLast = false; !isLast;) {
         const std::size_t comma = rest.find(',');
         isLast = comma == std::string_view::npos;
-        const std::optional<double> number = Embedded::parseReal(withoutBlanks(rest.substr(0, comma)));
+        const std::optional<double> number = Embedded::parseReal(Embedded::trim(rest.substr(0, comma), " "));
         if (!number || !std::isfinite(*number))
             throw wrongUsage(option, fmt::format("expected {} in degrees, found {}", form, text));
         numbers.push_back(*number);

@@ -1,5 +1,7 @@
 // assign: a catalog's or a user's coordinate reference system for drawings.
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -39,11 +41,6 @@ struct AssignOptions {
         return namesFile(arguments.front()) ? arguments.front() : std::string();
     }
 };
-
-std::string doneText(const std::wstring& code)
-{
-    return "assigned " + Embedded::utf8FromWide(code);
-}
 
 // Splits the positional arguments into the system and the files. Returns the code of the catalog, or nothing.
 std::wstring splitArguments(AssignOptions& options)
@@ -105,7 +102,7 @@ std::string describeUnusableCode(const std::wstring& code, Library::Status statu
 /// each of them, or for wrong usage when the code and a file are swapped.
 void checkCode(const AssignOptions& options, const std::wstring& code)
 {
-    LibraryObject<Library::CoordinateReferenceSystemDefinition> definition;
+    SystemHolder definition;
     const Library::Status status = Library::CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
     if (status == Library::statusOk)
         return;
@@ -120,29 +117,34 @@ void checkCode(const AssignOptions& options, const std::wstring& code)
                   resultCode(Library::statusFailed)); // it reports no status of its own for a code
 }
 
+ExitStatus assign(const AssignOptions& options, const std::wstring& code,
+                  std::function<Qeapp::ErrorStatus(QeDbDatabase*, Library::Status&)> apply, Output& output)
+{
+    Change change;
+    change.apply = std::move(apply);
+    change.done = "assigned " + Embedded::utf8FromWide(code);
+    change.reason = [](Qeapp::ErrorStatus) { return std::string("the coordinate system could not be assigned"); };
+    return changeDrawings(options.change, change, output);
+}
+
 ExitStatus assignFromCatalog(const AssignOptions& options, const std::wstring& code, Output& output)
 {
     const Embedded::Expected<Embedded::CatalogEntry> entry = Embedded::findCatalogEntry(code);
     if (entry)
         noteDeprecation(*entry, output);
-    Change change;
-    change.apply = [&](QeDbDatabase* database, Library::Status& status) {
+    const std::wstring& spelledCode = entry ? entry->code : code; // as the catalog spells it
+    const auto apply = [&](QeDbDatabase* database, Library::Status& status) {
         return CoordinateSystem::SetCoordinateSystem(code.c_str(), database, &status);
     };
-    change.done = doneText(entry ? entry->code : code); // as the catalog spells it
-    change.reason = [](Qeapp::ErrorStatus) { return std::string("the coordinate system could not be assigned"); };
-    return changeDrawings(options.change, change, output);
+    return assign(options, spelledCode, apply, output);
 }
 
 ExitStatus assignSystem(const AssignOptions& options, const NamedSystem& system, Output& output)
 {
-    Change change;
-    change.apply = [&](QeDbDatabase* database, Library::Status& status) {
+    const auto apply = [&](QeDbDatabase* database, Library::Status& status) {
         return CoordinateSystem::SetCoordinateSystem(system.definition.get(), database, &status);
     };
-    change.done = doneText(system.code);
-    change.reason = [](Qeapp::ErrorStatus) { return std::string("the coordinate system could not be assigned"); };
-    return changeDrawings(options.change, change, output);
+    return assign(options, system.code, apply, output);
 }
 
 /// Reads the list, and throws Failure for a standard stream that is two things at once.

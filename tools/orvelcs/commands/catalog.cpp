@@ -10,7 +10,7 @@
 #include "embedded/spatial_reference/catalog/code_notations.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
-#include "orvelcs/cli/failure_document.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/place.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/system_argument.h"
@@ -176,7 +176,7 @@ Json asJson(const CatalogSystem& found, const CatalogShowOptions& options)
         json["wkt"] = jsonText(found.system.wkt);
     addFormatted(json, options.format, found.formatted);
     json["deprecated"] = found.entry ? Json(found.entry->deprecated) : Json(nullptr);
-    json["replacedBy"] = replacements.empty() ? Json(nullptr) : replacements.front();
+    json["replacedBy"] = firstReplacement(found.replacements);
     json["replacements"] = replacements;
     json["areaOfUse"] = jsonText(optionalArea(found));
     return json;
@@ -191,12 +191,7 @@ void print(const CatalogSystem& found, const CatalogShowOptions& options, Output
     lines.add(found.system);
     if (found.entry)
         lines.add("deprecated", found.entry->deprecated ? "yes" : "no");
-    if (!found.replacements.empty()) {
-        std::wstring codes;
-        for (const std::wstring& code : found.replacements)
-            codes += (codes.empty() ? L"" : L", ") + code;
-        lines.add("replaced by", codes);
-    }
+    lines.add("replaced by", replacementsText(found.replacements));
     lines.add("area of use", optionalArea(found));
     lines.add("wkt", found.system.wkt);
     lines.print(output);

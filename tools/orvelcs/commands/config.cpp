@@ -6,7 +6,7 @@
 
 #include "embedded/base/text.h"
 #include "orvelcs/cli/display_text.h"
-#include "orvelcs/cli/failure_document.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/config_check.h"
 #include "orvelcs/drawing/config_item.h"

@@ -47,7 +47,7 @@ struct ConvertReport {
 // changed the drawing.
 std::string describeConversionFailure(QeDbDatabase* database, Qeapp::ErrorStatus failure)
 {
-    LibraryObject<System> system;
+    SystemHolder system;
     if (CoordinateSystem::GetCoordinateSystem(system.put(), nullptr, database) != Qeapp::eOk)
         return ": its coordinate system cannot be read";
     if (!system)

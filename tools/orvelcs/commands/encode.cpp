@@ -6,7 +6,7 @@
 #include "coordsys/orvel_coordinate_system.h"
 #include "embedded/base/text.h"
 #include "orvelcs/cli/command.h"
-#include "orvelcs/cli/failure_document.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/output_file.h"
 #include "orvelcs/cli/process.h"

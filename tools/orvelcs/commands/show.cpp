@@ -53,8 +53,6 @@ void fail(ShowReport& report, Qeapp::ErrorStatus result, const std::string& mess
     report.error = message;
 }
 
-using SystemHolder = LibraryObject<System>;
-
 /// Reads the drawing's own definition where the module cannot ask the catalog whether it has the system.
 Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToCatalog, QeDbDatabase* database)
 {
@@ -183,11 +181,6 @@ ShowReport readArgument(const std::string& argument, const ShowOptions& options,
     return isDrawingFile(file) ? readDrawing(file, options, output) : readNamed(argument, options, output);
 }
 
-Json replacementAsJson(const ShowReport& report)
-{
-    return report.replacements.empty() ? Json(nullptr) : Json(Embedded::utf8FromWide(report.replacements.front()));
-}
-
 Json asJson(const ShowReport& report, const ShowOptions& options)
 {
     Json json = {{"file", report.file},
@@ -200,7 +193,7 @@ Json asJson(const ShowReport& report, const ShowOptions& options)
                  {"knownToCatalog", jsonValue(report.knownToCatalog)},
                  {"source", jsonValue(report.source)}};
     json["deprecated"] = jsonValue(report.deprecated);
-    json["replacedBy"] = replacementAsJson(report);
+    json["replacedBy"] = firstReplacement(report.replacements);
     if (options.wkt)
         json["wkt"] = jsonText(report.system.wkt);
     addFormatted(json, options.format, report.formatted);
@@ -216,11 +209,7 @@ void printDeprecation(const ShowReport& report, LabelledLines& lines)
     if (!report.deprecated.value_or(false))
         return;
     lines.add("deprecated", "yes");
-    std::wstring codes;
-    for (const std::wstring& code : report.replacements)
-        codes += (codes.empty() ? L"" : L", ") + code;
-    if (!codes.empty())
-        lines.add("replaced by", codes);
+    lines.add("replaced by", replacementsText(report.replacements));
 }
 
 void print(const ShowReport& report, const ShowOptions& options, Output& output)

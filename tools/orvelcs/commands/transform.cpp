@@ -8,7 +8,7 @@
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/operations/coordinate_transformer.h"
 #include "orvelcs/cli/command.h"
-#include "orvelcs/cli/failure_document.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/line_reader.h"
 #include "orvelcs/drawing/catalog_lookup.h"

@@ -7,7 +7,7 @@
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
-#include "orvelcs/cli/failure_document.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/config_item.h"

@@ -23,11 +23,9 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 
 namespace {
 
-constexpr const char* kVertical = "a vertical system, which a drawing cannot have";
-
 Library::Status systemStatus(const std::wstring& code)
 {
-    CatalogSystemDefinition system;
+    SystemHolder system;
     return System::Load(code.c_str(), system.put());
 }
 
@@ -37,6 +35,12 @@ std::vector<std::string> authorities()
     for (const Embedded::CatalogEntry& entry : Embedded::catalogEntries())
         names.insert(Embedded::utf8FromWide(entry.code.substr(0, entry.code.find(L':'))));
     return {names.begin(), names.end()};
+}
+
+/// "EPSG:25832 (ETRS89 / UTM zone 32N)", of a system or of an operation.
+std::string codeAndName(const std::wstring& code, const std::wstring& name)
+{
+    return fmt::format("{} ({})", oneLine(code), oneLine(name));
 }
 
 /// What an unknown code is: a file, or nearest to others.
@@ -50,7 +54,7 @@ std::string missingCodeClause(const std::wstring& code)
 
 std::string describeEntry(const Embedded::CatalogEntry& entry)
 {
-    return fmt::format("{} ({})", oneLine(entry.code), oneLine(entry.name));
+    return codeAndName(entry.code, entry.name);
 }
 
 std::string nearestCodesClause(const std::wstring& code)
@@ -67,7 +71,7 @@ std::string nearestOperationsClause(const std::wstring& name, Library::Transform
     constexpr std::size_t kMost = 5;
     std::vector<std::string> operations;
     for (const Embedded::OperationCandidate& operation : Embedded::suggestOperations(name, kind, kMost))
-        operations.push_back(fmt::format("{} ({})", oneLine(operation.code), oneLine(operation.name)));
+        operations.push_back(codeAndName(operation.code, operation.name));
     return nearestClause(operations);
 }
 
@@ -89,16 +93,16 @@ void checkAuthority(const std::wstring& authority)
 std::string describeMissingCode(const std::wstring& code)
 {
     const std::string name = Embedded::utf8FromWide(code);
-    return Embedded::isVerticalSystem(code) ? name + " is " + kVertical
+    return Embedded::isVerticalSystem(code) ? name + " is " + Embedded::kVerticalSystem
                                             : "the catalog has no " + name + missingCodeClause(code);
 }
 
-Failure noSuchCode(const std::wstring& code)
+Failure noSuchCode(const std::wstring& code, ExitStatus status)
 {
     return Failure(Embedded::utf8FromWide(code),
-                   Embedded::isVerticalSystem(code) ? std::string("is ") + kVertical
+                   Embedded::isVerticalSystem(code) ? std::string("is ") + Embedded::kVerticalSystem
                                                     : "the catalog has no such code" + missingCodeClause(code),
-                   ExitStatus::nothingFound, resultCode(Library::statusNotFound));
+                   status, resultCode(Library::statusNotFound));
 }
 
 std::string describeLoadFailure(const std::wstring& code, Library::Status status)
@@ -124,12 +128,12 @@ std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code)
                   resultCode(status));
 }
 
-CatalogSystemDefinition systemFromCatalog(const std::wstring& code)
+SystemHolder systemFromCatalog(const std::wstring& code, ExitStatus unknownCode)
 {
-    CatalogSystemDefinition system;
+    SystemHolder system;
     const Library::Status status = System::Load(code.c_str(), system.put());
     if (status == Library::statusNotFound)
-        throw noSuchCode(code);
+        throw noSuchCode(code, unknownCode);
     if (status != Library::statusOk || !system)
         throw Failure(Embedded::utf8FromWide(code), describeLoadFailure(code, status), ExitStatus::failed,
                       resultCode(status));
@@ -145,7 +149,7 @@ Failure operationFailure(const Embedded::Error& error, ExitStatus unknownCode)
         return Failure(error.place, error.message);
     const std::wstring code = Embedded::wideFromUtf8(error.place);
     if (Embedded::isVerticalSystem(code))
-        return Failure(error.place, std::string("is ") + kVertical, unknownCode);
+        return Failure(error.place, std::string("is ") + Embedded::kVerticalSystem, unknownCode);
     return Failure(error.place, error.message + nearestCodesClause(code), unknownCode);
 }
 

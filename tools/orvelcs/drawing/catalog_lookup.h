@@ -13,8 +13,6 @@
 
 namespace Orvelcs {
 
-using CatalogSystemDefinition = LibraryObject<System>;
-
 /// "EPSG:25832 (ETRS89 / UTM zone 32N)".
 std::string describeEntry(const Embedded::CatalogEntry& entry);
 
@@ -34,8 +32,8 @@ void checkAuthority(const std::wstring& authority);
 /// "the catalog has no EPSG:2583; the nearest are …", or that it is the code of a vertical system.
 std::string describeMissingCode(const std::wstring& code);
 
-/// Nothing found, with the nearest codes that exist; or that it is the code of a vertical system.
-Failure noSuchCode(const std::wstring& code);
+/// The Failure of an unknown code, with the nearest codes that exist; or that it is the code of a vertical system.
+Failure noSuchCode(const std::wstring& code, ExitStatus status = ExitStatus::nothingFound);
 
 /// Why a load ended with a status other than statusOk and statusNotFound: "the catalog cannot be read: there is no
 /// proj.db in /usr/share/proj: statusCatalogUnavailable (46)".
@@ -48,8 +46,8 @@ bool catalogLacks(const std::wstring& code);
 /// be asked.
 std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code);
 
-/// Throws Failure: noSuchCode for a code that the catalog does not have, or why the system cannot be loaded.
-CatalogSystemDefinition systemFromCatalog(const std::wstring& code);
+/// Throws Failure: noSuchCode, with the status `unknownCode`, or why the system cannot be loaded.
+SystemHolder systemFromCatalog(const std::wstring& code, ExitStatus unknownCode = ExitStatus::nothingFound);
 
 /// The refusal of an operation, with the nearest names of operations when its name is unknown. An unknown code of a
 /// system is named with the nearest codes and ends the command with `unknownCode`.

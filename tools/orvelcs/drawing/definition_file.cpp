@@ -22,30 +22,21 @@ Failure definitionFailure(const std::string& subject, Library::Status status, co
     return Failure(subject, fmt::format("{}: {}", reason, statusName(status)), ExitStatus::failed, resultCode(status));
 }
 
-std::wstring requireText(const std::string& subject, std::wstring text)
-{
-    if (text.find_first_not_of(L" \t\r\n") == std::wstring::npos)
-        throw Failure(subject, "is empty");
-    return text;
-}
-
 } // namespace
-
-std::wstring readDefinitionText(const std::string& file)
-{
-    return requireText(file, readText(file, kLongestDefinitionInBytes));
-}
 
 std::wstring definitionTextFrom(const std::string& subject, const std::string& bytes)
 {
     if (bytes.size() > kLongestDefinitionInBytes)
         throw Failure(subject, fmt::format("longer than {} bytes", kLongestDefinitionInBytes));
-    return requireText(subject, decodeText(subject, bytes));
+    std::wstring text = decodeText(subject, bytes);
+    if (text.find_first_not_of(L" \t\r\n") == std::wstring::npos)
+        throw Failure(subject, "is empty");
+    return text;
 }
 
-DefinedSystem systemFromText(const std::string& subject, const std::wstring& text, const std::wstring& code)
+SystemHolder systemFromText(const std::string& subject, const std::wstring& text, const std::wstring& code)
 {
-    DefinedSystem system;
+    SystemHolder system;
     const Library::Status status =
         Library::CoordinateReferenceSystemDefinition::CreateFromText(text.c_str(), code.c_str(), system.put());
     if (status != Library::statusOk || !system)

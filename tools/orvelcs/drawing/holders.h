@@ -57,6 +57,7 @@ struct DestroyLibraryObject {
 };
 template <class T>
 using LibraryObject = Holder<T, DestroyLibraryObject>;
+using SystemHolder = LibraryObject<Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition>;
 
 struct ReleaseResbufs {
     void operator()(resbuf* chain) const { qeutRelRb(chain); }

@@ -28,9 +28,7 @@ namespace CoordinateSystem = Zentara::Gis::Orvel::CoordinateSystem;
 namespace {
 
 constexpr char kFileMark = '@';
-constexpr std::string_view kDrawingBegins("SQLite format 3\0", 16);
 constexpr std::size_t kLongestFileInBytes = std::size_t{1} << 30; // of one that is read whole
-constexpr const char* kInput = "standard input";
 
 using Drawing = Embedded::Expected<std::unique_ptr<QeDbDatabase>>;
 
@@ -57,7 +55,7 @@ NamedSystem systemOfDrawing(const std::string& subject, const Drawing& drawing)
 /// Returns whether the catalog has a system under the code that is not this one.
 bool belongsToAnother(const std::wstring& code, const System& system)
 {
-    CatalogSystemDefinition known;
+    SystemHolder known;
     return System::Load(code.c_str(), known.put()) == Zentara::Infrastructure::SpatialReference::statusOk &&
            !Embedded::isEquivalent(*known, system);
 }
@@ -82,25 +80,19 @@ NamedSystem systemOfFile(const std::string& file, const Output& output, const st
     if (file != kStandardStream && isDrawingFile(file))
         return systemOfDrawing(file, Embedded::loadDrawing(Embedded::pathFromUtf8(file),
                                                            Embedded::DrawingAccess::reading, waitFor(file, output)));
-    const std::string subject = file == kStandardStream ? kInput : file;
+    const std::string subject = inputName(file);
     const std::string bytes = readWhole(file, kLongestFileInBytes);
-    if (bytes.starts_with(kDrawingBegins))
+    if (bytes.starts_with(Embedded::kDatabaseBeginning))
         return systemOfDrawing(subject, Embedded::loadDrawingFromBytes(bytes));
     return systemOfText(subject, definitionTextFrom(subject, bytes), codeOfText);
 }
 
 NamedSystem systemOfCode(const std::wstring& code, ExitStatus unknownCode)
 {
-    try {
-        NamedSystem system;
-        system.definition = systemFromCatalog(code);
-        system.code = definitionText(*system.definition, &System::GetCode).value_or(code);
-        return system;
-    } catch (const Failure& failure) {
-        if (failure.status() != ExitStatus::nothingFound)
-            throw;
-        throw Failure(failure.subject(), failure.what(), unknownCode, failure.code());
-    }
+    NamedSystem system;
+    system.definition = systemFromCatalog(code, unknownCode);
+    system.code = definitionText(*system.definition, &System::GetCode).value_or(code);
+    return system;
 }
 
 } // namespace
@@ -112,9 +104,9 @@ bool isDrawingFile(const std::string& file)
         return false;
     const auto close = [](std::FILE* stream) { static_cast<void>(std::fclose(stream)); };
     const std::unique_ptr<std::FILE, decltype(close)> stream(openForReading(file), close);
-    std::array<char, kDrawingBegins.size()> begin{};
+    std::array<char, Embedded::kDatabaseBeginning.size()> begin{};
     return stream && std::fread(begin.data(), 1, begin.size(), stream.get()) == begin.size() &&
-           std::string_view(begin.data(), begin.size()) == kDrawingBegins;
+           std::string_view(begin.data(), begin.size()) == Embedded::kDatabaseBeginning;
 }
 
 bool namesFile(const std::string& system)

@@ -19,7 +19,7 @@ inline constexpr const char* kSystemHelp =
 enum class SystemSource { catalog, drawing, text };
 
 struct NamedSystem {
-    LibraryObject<System> definition;
+    SystemHolder definition;
     SystemSource source = SystemSource::catalog;
     std::wstring code; // empty for a text that gives its system no identifier
 };

@@ -1,7 +1,5 @@
 #include "orvelcs/output/result_names.h"
 
-#include <fmt/format.h>
-
 namespace Orvelcs {
 namespace {
 
@@ -17,11 +15,6 @@ ResultCode findName(const Name (&names)[Count], int number, const char* otherwis
         if (name.number == number)
             return {number, name.text};
     return {number, otherwise};
-}
-
-std::string nameAndNumber(const ResultCode& code)
-{
-    return fmt::format("{} ({})", code.name, code.number);
 }
 
 } // namespace
@@ -93,12 +86,12 @@ ResultCode resultCode(Zentara::Infrastructure::SpatialReference::Status status)
 
 std::string resultName(Qeapp::ErrorStatus result)
 {
-    return nameAndNumber(resultCode(result));
+    return resultCode(result).text();
 }
 
 std::string statusName(Zentara::Infrastructure::SpatialReference::Status status)
 {
-    return nameAndNumber(resultCode(status));
+    return resultCode(status).text();
 }
 
 } // namespace Orvelcs

@@ -50,6 +50,19 @@ std::wstring writeWkt(const System& system)
     return buffer;
 }
 
+std::optional<std::wstring> replacementsText(const std::vector<std::wstring>& codes)
+{
+    std::optional<std::wstring> text;
+    for (const std::wstring& code : codes)
+        text = text ? *text + L", " + code : code;
+    return text;
+}
+
+Json firstReplacement(const std::vector<std::wstring>& codes)
+{
+    return codes.empty() ? Json(nullptr) : Json(Embedded::utf8FromWide(codes.front()));
+}
+
 std::string kindName(int kind)
 {
     switch (kind) {

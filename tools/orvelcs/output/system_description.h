@@ -48,6 +48,11 @@ SystemDescription describe(const System& system);
 /// The system as WKT of the default flavor; WKT 2 where WKT 1 cannot express it. Throws Failure when neither can.
 std::wstring writeWkt(const System& system);
 
+/// The codes of the systems that replace a deprecated one, in one text; nothing when there is none.
+std::optional<std::wstring> replacementsText(const std::vector<std::wstring>& codes);
+/// The first of them; null when there is none.
+Json firstReplacement(const std::vector<std::wstring>& codes);
+
 /// "projected" for 3.
 std::string kindName(int kind);
 
