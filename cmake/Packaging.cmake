@@ -67,5 +67,8 @@ if(NOT WIN32)
     # The packages of the libraries that the files are linked with, found where the libraries of this one are.
     set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
     set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
+    if(ORVEL_PROJ_LIBRARY) # is not linked; Debian's package of libNAME.so.N is libNAMEN
+        string(REPLACE ".so." "" CPACK_DEBIAN_PACKAGE_DEPENDS "${ORVEL_PROJ_LIBRARY}")
+    endif()
 endif()
 include(CPack)

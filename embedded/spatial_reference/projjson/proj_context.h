@@ -1,16 +1,15 @@
 // The one PROJ context of the process, and holders for PROJ's objects.
 #pragma once
 
-#include <proj.h>
-
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "embedded/spatial_reference/projjson/proj_functions.h"
+
 namespace Embedded {
 
 struct ProjRelease {
-    void operator()(PJ_CONTEXT* context) const { proj_context_destroy(context); }
     void operator()(PJ* object) const { proj_destroy(object); }
     void operator()(PJ_OBJ_LIST* list) const { proj_list_destroy(list); }
 };
