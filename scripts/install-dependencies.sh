@@ -14,9 +14,10 @@ bench_peers_packages="$demo_packages libtiff-dev proj-bin dpkg-dev"
 # The compiler and tools of scripts/windows-libraries.sh, and Wine.
 windows_packages="$demo_packages g++-mingw-w64-x86-64-posix dpkg-dev tcl sqlite3 libsqlite3-0 googletest wine wine64"
 package_packages="$windows_packages file zip"
+docs_packages='make doxygen python3'
 
 usage() {
-    echo "usage: $0 [--check] demo|test|lint|coverage|valgrind|mutate|fuzz|bench|bench-peers|windows|package" >&2
+    echo "usage: $0 [--check] demo|test|lint|coverage|valgrind|mutate|fuzz|bench|bench-peers|windows|package|docs" >&2
     exit 2
 }
 
@@ -61,6 +62,7 @@ case $target in
     bench-peers) packages=$bench_peers_packages ;;
     windows) packages=$windows_packages ;;
     package) packages=$package_packages ;;
+    docs) packages=$docs_packages ;;
     *) usage ;;
 esac
 
