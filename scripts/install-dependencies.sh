@@ -1,11 +1,11 @@
 #!/bin/sh
-# Installs the Debian or Ubuntu packages that a target of the Makefile needs, or with --check only names them.
+# Installs the Debian packages that a target of the Makefile needs, or with --check only names them.
 # If nothing is missing, it changes nothing and needs no privileges.
 set -eu
 
 demo_packages='g++ cmake ninja-build make libproj-dev proj-data libsqlite3-dev libsqlitecpp-dev libxxhash-dev nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev libexpected-dev'
 test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq"
-lint_packages="$test_packages clang-format clang-tidy"
+lint_packages="$test_packages clang-format clang-tidy python3 python3-yaml"
 coverage_packages="$test_packages gcovr"
 valgrind_packages="$test_packages valgrind"
 mutate_packages="$test_packages git python3 python3-clang"
