@@ -11,7 +11,7 @@ ROOMS := $(wildcard src platform embedded tools tests fuzz bench examples)
 CXX_FILES = find $(ROOMS) -type f \( -name '*.h' -o -name '*.cpp' \) -print0
 CXX_SOURCES = find $(ROOMS) -type f -name '*.cpp' -print0
 
-.PHONY: build demo test windows test-windows package format format-check tidy coverage bench bench-peers fuzz torture valgrind mutate clean help $(PRESETS:%=check-%)
+.PHONY: build demo test windows test-windows package docs format format-check tidy coverage bench bench-peers fuzz torture valgrind mutate clean help $(PRESETS:%=check-%)
 
 build: build/release/build.ninja ## Build the programs, optimised, into build/release/bin
 	@echo "Building the programs into build/release/bin"
@@ -46,6 +46,11 @@ package: ## Install what is missing, build for Linux and for Windows, and pack b
 	@$(MAKE) build
 	@$(MAKE) windows
 	@scripts/make-packages.sh build/packages build/windows build/release
+
+docs: ## Install what is missing, then make the documentation as a site in build/docs and check its links
+	@scripts/install-dependencies.sh docs
+	@echo "Making the site"
+	@scripts/docs/make_site.py build/docs
 
 $(PRESETS:%=check-%): check-%: build/%/tests/CTestTestfile.cmake
 	@echo "Building everything into build/$*"

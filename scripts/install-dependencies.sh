@@ -1,11 +1,11 @@
 #!/bin/sh
-# Installs the Debian or Ubuntu packages that a target of the Makefile needs, or with --check only names them.
+# Installs the Debian packages that a target of the Makefile needs, or with --check only names them.
 # If nothing is missing, it changes nothing and needs no privileges.
 set -eu
 
 demo_packages='g++ cmake ninja-build make libproj-dev proj-data libsqlite3-dev libsqlitecpp-dev libxxhash-dev nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev libexpected-dev'
 test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq"
-lint_packages="$test_packages clang-format clang-tidy"
+lint_packages="$test_packages clang-format clang-tidy python3 python3-yaml"
 coverage_packages="$test_packages gcovr"
 valgrind_packages="$test_packages valgrind"
 mutate_packages="$test_packages git python3 python3-clang"
@@ -14,9 +14,10 @@ bench_peers_packages="$demo_packages libtiff-dev proj-bin dpkg-dev"
 # The compiler and tools of scripts/windows-libraries.sh, and Wine.
 windows_packages="$demo_packages g++-mingw-w64-x86-64-posix dpkg-dev tcl sqlite3 libsqlite3-0 googletest wine wine64"
 package_packages="$windows_packages file zip"
+docs_packages='make doxygen python3'
 
 usage() {
-    echo "usage: $0 [--check] demo|test|lint|coverage|valgrind|mutate|fuzz|bench|bench-peers|windows|package" >&2
+    echo "usage: $0 [--check] demo|test|lint|coverage|valgrind|mutate|fuzz|bench|bench-peers|windows|package|docs" >&2
     exit 2
 }
 
@@ -61,6 +62,7 @@ case $target in
     bench-peers) packages=$bench_peers_packages ;;
     windows) packages=$windows_packages ;;
     package) packages=$package_packages ;;
+    docs) packages=$docs_packages ;;
     *) usage ;;
 esac
 

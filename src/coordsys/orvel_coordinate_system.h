@@ -80,7 +80,8 @@ ORVEL_API Qeapp::ErrorStatus SetCoordinateSystem(const wchar_t* code, QeDbDataba
 ORVEL_API Qeapp::ErrorStatus ClearCoordinateSystem(QeDbDatabase* db);
 
 /// Serializes a definition into a block of bytes in the form of a drawing version: packed bytes below version 30, and
-/// from 30 on the library's text as UTF-16 little-endian with its NUL. The bytes are the same on every system.
+/// from 30 on the library's text as UTF-16 little-endian with its NUL. The bytes are the same on every system
+/// (docs/formats/serialized-block.md).
 /// On eOk `bytes` is a host buffer of `length` bytes that the caller releases with qeutDelBuffer; on failure `bytes` is
 /// null and `length` is -1.
 /// Returns eOk; eInvalidInput for a null definition (the out-parameters and `status` are unchanged) and for one that
@@ -101,7 +102,7 @@ ORVEL_API Qeapp::ErrorStatus DeserializeCoordinateSystem(DefinitionBaseArray*& d
 
 /// Rewrites the stored coordinate system of the drawing in the forms of a drawing version: below version 30 the legacy
 /// projection record, the definition xrecord and WKT in the GeoData object; from 30 on only the text in the GeoData
-/// object. No reactor is notified, because the coordinate system stays the same.
+/// object. docs/formats has a page for each. No reactor is notified, because the coordinate system stays the same.
 /// On failure `status` has no meaning: it becomes 52 or is unchanged, depending on the step that fails.
 /// Returns eOk, also for a drawing without a coordinate system; eNoDatabase; eInvalidDrawingVersion for a version
 /// without forms, of which there is none today; the results of GetCoordinateSystem (definition) when the reading fails,

@@ -18,6 +18,7 @@ namespace Zentara::Gis::Orvel::CoordinateSystem {
 class ORVEL_API OrvelCoordinateSystemReactor {
 public:
     OrvelCoordinateSystemReactor();
+    /// A copy is another reactor, which is not registered.
     OrvelCoordinateSystemReactor(const OrvelCoordinateSystemReactor& other);
     /// Copies nothing.
     OrvelCoordinateSystemReactor& operator=(const OrvelCoordinateSystemReactor& other);

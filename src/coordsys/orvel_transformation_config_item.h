@@ -20,23 +20,29 @@ public:
     /// Deletes the object, whatever its count.
     void Dispose() override;
 
-    /// The code of the source coordinate system.
+    /// Sets the code of the source coordinate system.
     virtual void SetSourceCs(const wchar_t* code) = 0;
+    /// Returns the code of the source coordinate system.
     virtual const wchar_t* GetSourceCs() = 0;
-    /// The code of the target coordinate system.
+    /// Sets the code of the target coordinate system.
     virtual void SetTargetCs(const wchar_t* code) = 0;
+    /// Returns the code of the target coordinate system.
     virtual const wchar_t* GetTargetCs() = 0;
-    /// The name of the geodetic path or transformation definition.
+    /// Sets the name of the geodetic path or transformation definition.
     virtual void SetName(const wchar_t* name) = 0;
+    /// Returns the name of the geodetic path or transformation definition.
     virtual const wchar_t* GetName() = 0;
-    /// 1 for a geodetic path, 2 for a geodetic transformation, 0 for neither. Any value is stored.
+    /// Sets the type: 1 for a geodetic path, 2 for a geodetic transformation, 0 for neither. Any value is stored.
     virtual void SetType(int type) = 0;
+    /// Returns the type.
     virtual int GetType() = 0;
-    /// A free text of the user.
+    /// Sets a free text of the user.
     virtual void SetNote(const wchar_t* note) = 0;
+    /// Returns the user's text.
     virtual const wchar_t* GetNote() = 0;
-    /// Written into the item's text and never read from one.
+    /// Sets the version, which is written into the item's text and never read from one.
     virtual void SetVersion(const wchar_t* version) = 0;
+    /// Returns the version.
     virtual const wchar_t* GetVersion() = 0;
 
     /// The item's element of a configuration text (docs/formats/transformation-configuration.md), on one line, without

@@ -21,6 +21,7 @@ public:
     virtual void Add(OrvelTransformationConfigItem* item) = 0;
     /// Releases every item.
     virtual void Clear() = 0;
+    /// Returns the number of items.
     virtual int GetCount() = 0;
     /// The item, with a reference added that the caller releases. Null out of range.
     virtual FqDisposable* GetItem(int index) = 0;

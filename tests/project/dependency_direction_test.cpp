@@ -14,14 +14,14 @@ class DependencyDirectionTest : public PlatformTest {
 protected:
     DependencyDirectionTest()
     {
-        for (const char* path :
-             {"platform/host.h", "platform/win32.h", "platform/host/object.h", "src/storage/packing.h",
-              "src/coordsys/result.h", "src/frame/module.h", "src/transformation/item.h", "embedded/base/text.h",
-              "embedded/base/json/a.h", "embedded/host/database/drawing.h",
-              "embedded/spatial_reference/catalog/catalog.h", "tools/orvelcs/cli/output.h",
-              "embedded/host/drawing_file/schema.h", "embedded/diagnostics/faults.h",
-              "embedded/spatial_reference/operations/chain.h", "tools/orvelcs/commands/assign.h",
-              "src/coordsys/orvel_coordinate_system.h", "src/storage/run_length.h", "examples/client/client.h"})
+        for (const char* path : {"platform/host.h", "platform/win32.h", "platform/host/object.h",
+                                 "src/storage/packing.h", "src/coordsys/result.h", "src/frame/module.h",
+                                 "src/transformation/item.h", "embedded/base/text.h", "embedded/base/json/a.h",
+                                 "embedded/host/database/drawing.h", "embedded/spatial_reference/catalog/catalog.h",
+                                 "tools/orvelcs/cli/output.h", "embedded/host/drawing_file/schema.h",
+                                 "embedded/diagnostics/faults.h", "embedded/spatial_reference/operations/chain.h",
+                                 "tools/orvelcs/commands/assign.h", "src/coordsys/orvel_coordinate_system.h",
+                                 "src/storage/run_length.h", "embedded/host/application/application.h"})
             files_.push_back({path, ""});
     }
 
@@ -92,10 +92,10 @@ TEST_F(DependencyDirectionTest, AllowedIncludes_CauseNoComplaint)
              Include{"tools/orvelcs/commands/a.cpp", "\"coordsys/orvel_coordinate_system.h\""},
              Include{"tools/orvelcs/commands/codec.cpp", "\"storage/run_length.h\""},
              Include{"tests/coordsys/a.cpp", "\"orvelcs/cli/output.h\""},
-             Include{"examples/client/a.cpp", "<vector>"},
-             Include{"examples/client/a.cpp", "\"client.h\""},
-             Include{"examples/client/a.cpp", "\"coordsys/orvel_coordinate_system.h\""},
-             Include{"examples/client/a.cpp", "\"platform/host.h\""},
+             Include{"examples/a.cpp", "<vector>"},
+             Include{"examples/a.cpp", "\"embedded/host/application/application.h\""},
+             Include{"examples/a.cpp", "\"coordsys/orvel_coordinate_system.h\""},
+             Include{"examples/a.cpp", "\"platform/host.h\""},
          })
         EXPECT_EQ(countComplaints(from, to), 0U) << from << " -> " << to;
 }
@@ -136,10 +136,10 @@ TEST_F(DependencyDirectionTest, ForbiddenIncludes_CauseOneComplaintEach)
              Include{"tools/orvelcs/cli/a.cpp", "\"coordsys/orvel_coordinate_system.h\""},
              Include{"embedded/foundation/a.cpp", "\"embedded/host/database/drawing.h\""},
              Include{"embedded/foundation/a.cpp", "\"../host/database/drawing.h\""},
-             Include{"examples/client/a.cpp", "<proj.h>"},
-             Include{"examples/client/a.cpp", "\"coordsys/result.h\""},
-             Include{"examples/client/a.cpp", "\"platform/host/object.h\""},
-             Include{"examples/client/a.cpp", "\"embedded/base/text.h\""},
+             Include{"examples/a.cpp", "<proj.h>"},
+             Include{"examples/a.cpp", "\"coordsys/result.h\""},
+             Include{"examples/a.cpp", "\"platform/host/object.h\""},
+             Include{"examples/a.cpp", "\"embedded/base/text.h\""},
          })
         EXPECT_EQ(countComplaints(from, to), 1U) << from << " -> " << to;
 }

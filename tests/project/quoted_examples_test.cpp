@@ -25,7 +25,7 @@ struct Quote {
 
 std::vector<Quote> collectQuotes(const std::string& page)
 {
-    static const std::regex link(R"(.*\]\(\.\./(examples/[^)]+\.cpp)\).*)");
+    static const std::regex link(R"(.*\]\((?:\.\./)?(examples/[^)]+\.cpp)\).*)");
     std::vector<Quote> quotes;
     std::optional<Quote> open;
     std::string example;
@@ -46,19 +46,56 @@ std::vector<Quote> collectQuotes(const std::string& page)
     return quotes;
 }
 
-TEST_F(QuotedExamples, ClientsPage_QuotesEachExampleOfAClientWholeAndNothingElse)
+/// The examples that a page quotes, after a comparison with the files.
+std::vector<std::string> compareQuotes(const std::string& page)
 {
-    std::vector<std::string> examples;
-    for (const SourceFile& file : readFiles(ORVEL_SOURCE_DIR, {"examples/client"}, {".cpp"}))
-        examples.push_back(file.path);
-    ASSERT_FALSE(examples.empty());
     std::vector<std::string> quoted;
-    for (const Quote& quote : collectQuotes(readFile(ORVEL_SOURCE_DIR, "docs/clients.md").text)) {
+    for (const Quote& quote : collectQuotes(readFile(ORVEL_SOURCE_DIR, page).text)) {
         EXPECT_EQ(quote.code, readFile(ORVEL_SOURCE_DIR, quote.example).text) << quote.example;
         quoted.push_back(quote.example);
     }
     std::ranges::sort(quoted);
-    EXPECT_EQ(quoted, examples);
+    return quoted;
+}
+
+bool callsTheModule(const SourceFile& example)
+{
+    return example.text.find("#include \"coordsys/") != std::string::npos;
+}
+
+std::vector<SourceFile> readExamples()
+{
+    std::vector<SourceFile> examples = readFiles(ORVEL_SOURCE_DIR, {"examples"}, {".cpp"});
+    std::erase_if(examples, [](const SourceFile& file) { return file.path.starts_with("examples/port/"); });
+    return examples;
+}
+
+TEST_F(QuotedExamples, ClientsPage_QuotesEachExampleOfAClientWholeAndNothingElse)
+{
+    std::vector<std::string> examples;
+    for (const SourceFile& file : readExamples())
+        if (callsTheModule(file))
+            examples.push_back(file.path);
+    ASSERT_FALSE(examples.empty());
+    EXPECT_EQ(compareQuotes("docs/clients.md"), examples);
+}
+
+TEST_F(QuotedExamples, Readme_QuotesTheFirstExample)
+{
+    EXPECT_EQ(compareQuotes("README.md"), std::vector<std::string>{"examples/assign.cpp"});
+}
+
+TEST_F(QuotedExamples, Example_BeginsWithWhatItShowsAndHowToRunIt_AndIsListed)
+{
+    const std::string list = readFile(ORVEL_SOURCE_DIR, "examples/README.md").text;
+    for (const SourceFile& file : readExamples()) {
+        const std::string name = file.path.substr(file.path.find('/') + 1);
+        const std::string program = "build/release/bin/example_" + name.substr(0, name.find('.'));
+        const std::size_t includes = file.text.find("#include");
+        EXPECT_LT(file.text.find(program), includes) << file.path << " does not begin with how to run " << program;
+        EXPECT_TRUE(file.text.starts_with("// ")) << file.path;
+        EXPECT_NE(list.find("](" + name + ")"), std::string::npos) << file.path << " is not on the list";
+    }
 }
 
 TEST_F(QuotedExamples, Block_BelongsToTheLinkAboveIt)
