@@ -88,15 +88,45 @@ TEST_F(SystemFormat, WhatAFormatCannotSay_IsRefusedByName)
 {
     const auto expectRefusal = [&](const std::string& code, const std::string& format, const std::string& message) {
         expectResult(run({"catalog", "show", code, "--format", format}), 1, "",
-                     "orvelcs: catalog show: " + code + ": " + message +
-                         "; wkt2 and projjson say more: statusUnsupported (44)\n");
+                     "orvelcs: catalog show: " + code + ": " + message + ": statusUnsupported (44)\n");
     };
     expectRefusal("EPSG:25832", "proj",
-                  "a PROJ string cannot say its datum European Terrestrial Reference System 1989");
-    expectRefusal("EPSG:7415", "proj", "a PROJ string cannot say its heights");
-    expectRefusal("EPSG:4979", "proj", "a PROJ string cannot say its heights");
-    expectRefusal("EPSG:4979", "wkt1", "WKT 1 cannot say it (WKT1 does not support Geographic 3D CRS.)");
-    expectRefusal("EPSG:4978", "esri", "ESRI WKT cannot say it (Geocentric CRS not supported in WKT1_ESRI)");
+                  "a PROJ string cannot say its datum European Terrestrial Reference System 1989; wkt2, wkt1, esri, "
+                  "projjson can");
+    expectRefusal("EPSG:7415", "proj", "a PROJ string cannot say its heights; wkt2, wkt1, esri, projjson can");
+    expectRefusal("EPSG:4979", "proj", "a PROJ string cannot say its heights; wkt2, esri, projjson can");
+    expectRefusal("EPSG:4979", "wkt1",
+                  "WKT 1 cannot say its heights (WKT1 does not support Geographic 3D CRS.); wkt2, esri, projjson can");
+    expectRefusal("EPSG:4978", "esri",
+                  "ESRI WKT cannot say a geocentric system (Geocentric CRS not supported in WKT1_ESRI); wkt2, wkt1, "
+                  "projjson, proj can");
+}
+
+constexpr const char* kAxesInDegrees =
+    "CS[ellipsoidal,2],AXIS[\"latitude\",north],AXIS[\"longitude\",east],ANGLEUNIT[\"degree\",0.0174532925199433]";
+constexpr const char* kEllipsoid = "ELLIPSOID[\"WGS 84\",6378137,298.257223563]";
+
+TEST_F(SystemFormat, PartsThatProjDoesNotCompare_AreRefusedByName)
+{
+    const auto datum = [](const std::string& frame, const std::string& identifier) {
+        return "GEOGCRS[\"Works\",DYNAMIC[" + frame + "],DATUM[\"Works\"," + kEllipsoid + identifier + "]," +
+               kAxesInDegrees + "]";
+    };
+    const std::string heights =
+        "COMPOUNDCRS[\"Works\",GEOGCRS[\"WGS 84\",DATUM[\"World Geodetic System 1984\"," + std::string(kEllipsoid) +
+        "]," + kAxesInDegrees +
+        "],VERTCRS[\"Works height\",VDATUM[\"Works\"],CS[vertical,1],AXIS[\"height\",up],LENGTHUNIT[\"metre\",1],"
+        "GEOIDMODEL[\"Works geoid\"]]]";
+    given("epoch.wkt", datum("FRAMEEPOCH[2010]", ""));
+    given("model.wkt", datum("FRAMEEPOCH[2010],MODEL[\"Plates\"]", ",ID[\"WORKS\",1]"));
+    given("named.wkt", datum("FRAMEEPOCH[2010]", ",ID[\"WORKS\",1]"));
+    given("heights.wkt", heights);
+    const auto error = [&](const char* file) { return run({"show", file, "--format", "wkt1"}).errors; };
+    EXPECT_THAT(error("@epoch.wkt"),
+                testing::HasSubstr("WKT 1 cannot say the reference epoch of its datum Works; wkt2, projjson can"));
+    EXPECT_THAT(error("@model.wkt"), testing::HasSubstr("WKT 1 cannot say the deformation model of its datum Works"));
+    EXPECT_EQ(error("@named.wkt"), ""); // the identifier stands for the datum's epoch
+    EXPECT_THAT(error("@heights.wkt"), testing::HasSubstr("WKT 1 cannot say its geoid model; wkt2, projjson can"));
 }
 
 TEST_F(SystemFormat, RefusalInJson_HasTheErrorOfTheLibrary)
