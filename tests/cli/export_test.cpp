@@ -267,6 +267,8 @@ TEST_F(Export, GeoPackage_NamesAnOrganizationOnlyForWhatTheCatalogHas)
     givenDrawing("own.qedb");
     ASSERT_EQ(run({"assign", "@changed.wkt", "--code", "WORKS:7", "own.qedb"}).status, 0);
     EXPECT_THAT(system("ESRI:102003"), ElementsAre("100000|ESRI|102003"));
+    EXPECT_THAT(query("plan.gpkg", "SELECT definition, definition_12_063 FROM gpkg_spatial_ref_sys WHERE srs_id = 1e5"),
+                ElementsAre(testing::AllOf(StartsWith("PROJCS["), HasSubstr("|PROJCRS["))));
     EXPECT_THAT(system("IGNF:NTFPGRAD"), ElementsAre("100000|NONE|100000"));
     EXPECT_THAT(system("own.qedb"), ElementsAre("100000|NONE|100000"));
     EXPECT_THAT(system("@changed.wkt"), ElementsAre("100000|NONE|100000"));

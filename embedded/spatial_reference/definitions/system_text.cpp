@@ -81,28 +81,31 @@ ProjObject withUsualAxes(const PJ* system)
     return ProjObject(proj_normalize_for_visualization(projContext(), system));
 }
 
+/// The system without ESRI's prefix of names of datums; null where the name has none. PROJ compares the names, and
+/// removes the prefix itself from those that its database has.
+ProjObject withoutDatumPrefix(const PJ* system)
+{
+    constexpr std::string_view kPrefix = "D_";
+    Projjson projjson = canonicalProjjson(system);
+    Projjson& geodetic = geodeticSystem(projjson);
+    const Projjson* const datum = memberOf(geodetic, "datum");
+    if (!datum || !textOf(*datum, "name").starts_with(kPrefix))
+        return nullptr;
+    geodetic["datum"]["name"] = textOf(*datum, "name").substr(kPrefix.size());
+    return projObjectFrom(projjson);
+}
+
 bool saysTheSame(const PJ* system, const PJ* written, SystemTextFormat format)
 {
     if (isEquivalent(system, written))
         return true;
-    return !hasOrderOfAxes(format) && isEquivalent(withUsualAxes(system).get(), withUsualAxes(written).get());
-}
-
-/// The system that PROJ reads from the text. ESRI's names of datums begin with D_, which PROJ removes from those that
-/// its database has. Removes it from others, too, since PROJ compares the names of datums.
-ProjObject readBack(const std::string& text, SystemTextFormat format)
-{
-    constexpr std::string_view kDatumPrefix = "D_";
-    ProjObject system(proj_create(projContext(), text.c_str()));
-    if (!system || format != SystemTextFormat::esri)
-        return system;
-    Projjson projjson = canonicalProjjson(system.get());
-    Projjson& geodetic = geodeticSystem(projjson);
-    const Projjson* const datum = memberOf(geodetic, "datum");
-    if (datum == nullptr || !textOf(*datum, "name").starts_with(kDatumPrefix))
-        return system;
-    geodetic["datum"]["name"] = textOf(*datum, "name").substr(kDatumPrefix.size());
-    return projObjectFrom(projjson);
+    if (hasOrderOfAxes(format))
+        return false;
+    const ProjObject usual = withUsualAxes(system);
+    if (isEquivalent(usual.get(), withUsualAxes(written).get()))
+        return true;
+    const ProjObject unprefixed = format == SystemTextFormat::esri ? withoutDatumPrefix(written) : nullptr;
+    return unprefixed && isEquivalent(usual.get(), withUsualAxes(unprefixed.get()).get());
 }
 
 ProjObject geodeticPart(const PJ* system)
@@ -202,7 +205,7 @@ Expected<std::string> writeSystemText(const CoordinateReferenceSystemDefinition&
         return failure(statusFailed, "PROJ cannot make the system of its definition");
     forgetProjMessage();
     OptionalText text = write(system.get(), format);
-    const ProjObject written = text ? readBack(*text, format) : ProjObject();
+    const ProjObject written(text ? proj_create(projContext(), text->c_str()) : nullptr);
     if (!written)
         return refuse(format, describeUnwritable(system.get(), projjson), lastProjMessage());
     if (!saysTheSame(system.get(), written.get(), format))

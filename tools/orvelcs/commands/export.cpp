@@ -25,6 +25,7 @@ namespace {
 
 constexpr const char* kGeoPackageName = "gpkg";
 constexpr const char* kGeoPackageEnding = ".gpkg";
+constexpr const char* kOrganizationThatProgramsKnow = "EPSG"; // and whose codes they look up
 
 struct ExportOptions {
     std::string file;
@@ -67,7 +68,7 @@ ExportFormat chooseFormat(const ExportOptions& options, const Output& output)
     if (!options.isPrinted()) {
         if (options.format.isGiven())
             throw wrongUsage("--format", "goes with -o - only; the ending of the file's name chooses the format");
-        const std::string ending = Embedded::pathFromUtf8(options.target).extension().string();
+        const std::string ending = Embedded::displayName(Embedded::pathFromUtf8(options.target).extension());
         return findFormat(Embedded::toLowerAscii(ending), FormatNotation::ending, options.target);
     }
     if (output.json())
@@ -86,26 +87,34 @@ std::optional<int> numberInCatalog(const NamedSystem& system)
     return *number;
 }
 
+/// How a GeoPackage names the system, without its definition.
+GeoPackageSystem nameForGeoPackage(const NamedSystem& system)
+{
+    GeoPackageSystem named;
+    named.id = kGeoPackageOwnSystem;
+    named.codeOfOrganization = kGeoPackageOwnSystem;
+    named.name = Embedded::utf8FromWide(definitionText(*system.definition, &System::GetName).value_or(L"unnamed"));
+    if (const std::optional<int> number = numberInCatalog(system)) {
+        named.organization = Embedded::utf8FromWide(system.code.substr(0, system.code.find(L':')));
+        named.codeOfOrganization = *number;
+        if (named.organization == kOrganizationThatProgramsKnow)
+            named.id = *number;
+    }
+    return named;
+}
+
+/// WKT 2 needs an extension of the standard, so it is left out where the code says all. WKT 1 does not: it leaves out
+/// the order of axes of a projected system's base.
 std::string exportGeoPackage(const NamedSystem& system, const std::string& subject)
 {
-    GeoPackageSystem described;
-    described.id = kGeoPackageOwnSystem;
-    described.codeOfOrganization = kGeoPackageOwnSystem;
-    described.name = Embedded::utf8FromWide(definitionText(*system.definition, &System::GetName).value_or(L"unnamed"));
-    if (const std::optional<int> number = numberInCatalog(system)) {
-        described.organization = Embedded::utf8FromWide(system.code.substr(0, system.code.find(L':')));
-        described.codeOfOrganization = *number;
-        if (described.organization == "EPSG")
-            described.id = *number;
-    }
-    if (auto wkt1 = Embedded::writeSystemText(*system.definition, Embedded::SystemTextFormat::wkt1)) {
-        described.wkt1 = *std::move(wkt1);
-    } else {
-        auto wkt2 = Embedded::writeSystemText(*system.definition, Embedded::SystemTextFormat::wkt2);
-        if (!wkt2)
-            throw formatFailure(*system.definition, wkt2.error(), FormatNotation::ending, subject);
-        described.wkt2 = *std::move(wkt2);
-    }
+    GeoPackageSystem described = nameForGeoPackage(system);
+    auto wkt1 = Embedded::writeSystemText(*system.definition, Embedded::SystemTextFormat::wkt1);
+    auto wkt2 = Embedded::writeSystemText(*system.definition, Embedded::SystemTextFormat::wkt2);
+    if (!wkt1 && !wkt2)
+        throw formatFailure(*system.definition, wkt2.error(), FormatNotation::ending, subject);
+    described.wkt1 = std::move(wkt1).value_or("");
+    if (!wkt1 || described.organization != kOrganizationThatProgramsKnow)
+        described.wkt2 = std::move(wkt2).value_or("");
     return writeGeoPackage(described, subject);
 }
 
@@ -170,7 +179,8 @@ std::vector<Command> declareExport(CLI::App& program)
          "FILE may also be a code of the catalog, or @FILE: a text with WKT, PROJJSON or a PROJ string.\n"
          "The ending of NAME chooses the format: .prj is ESRI WKT, the sidecar of shapefiles and images;\n"
          ".wkt is WKT 2 of 2019; .json is PROJJSON; .gpkg is a GeoPackage with the empty layer \"drawing\"\n"
-         "in that system (WKT 1, or WKT 2 where WKT 1 cannot say it). What a format cannot say is refused,\n"
+         "in that system (WKT 1; also WKT 2 where an EPSG code and WKT 1 do not say all). What a format cannot say is "
+         "refused,\n"
          "and no file is written. In .prj and .gpkg an easting or a longitude always comes first.\n"
          "Exit status 3 if the drawing has no coordinate reference system."});
     addArgument(*app, "FILE", options->file, "the drawing; - is standard input")->required();

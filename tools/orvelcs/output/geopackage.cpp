@@ -57,7 +57,7 @@ INSERT INTO gpkg_spatial_ref_sys VALUES
      'longitude/latitude coordinates in decimal degrees on the WGS 84 spheroid');
 )sql";
 
-/// The extension for systems that WKT 1 cannot say: WKT 2 in a column of its own, and the epoch of coordinates.
+/// The extension for WKT 2, in a column of its own, and the epoch of coordinates.
 constexpr const char* kWkt2Extension = R"sql(
 ALTER TABLE gpkg_spatial_ref_sys ADD COLUMN definition_12_063 TEXT NOT NULL DEFAULT 'undefined';
 ALTER TABLE gpkg_spatial_ref_sys ADD COLUMN epoch DOUBLE;
@@ -102,7 +102,7 @@ void insertSystem(SQLite::Database& database, const GeoPackageSystem& system)
     row.bind(4, system.codeOfOrganization);
     row.bind(5, system.wkt1.empty() ? "undefined" : system.wkt1);
     row.exec();
-    if (!system.wkt1.empty())
+    if (system.wkt2.empty())
         return;
     SQLite::Statement text(database, "UPDATE gpkg_spatial_ref_sys SET definition_12_063 = ?1 WHERE srs_id = ?2");
     text.bind(1, system.wkt2);
@@ -140,7 +140,7 @@ std::string writeGeoPackage(const GeoPackageSystem& system, const std::string& s
     const Embedded::Expected<std::string> bytes = Embedded::catchSqlError([&] {
         SQLite::Database database(":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
         database.exec(kGeoPackageTables);
-        if (system.wkt1.empty())
+        if (!system.wkt2.empty())
             database.exec(kWkt2Extension);
         insertSystem(database, system);
         insertLayer(database, system.id);

@@ -12,7 +12,7 @@ struct GeoPackageSystem {
     std::string organization = "NONE"; // that defines the system
     int codeOfOrganization = 0;
     std::string wkt1; // empty where WKT 1 cannot say the system
-    std::string wkt2; // needed where `wkt1` is empty
+    std::string wkt2; // which is an extension of the standard; empty for a file without it
 };
 
 /// The number of WGS 84, of longitudes and latitudes, in every GeoPackage.
