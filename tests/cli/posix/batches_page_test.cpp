@@ -1,9 +1,9 @@
 // The examples of docs/batches.md, as they stand there.
 #include <algorithm>
-#include <cstdlib>
 #include <sstream>
 
 #include "cli/command_line_test.h"
+#include "cli/posix/page_examples.h"
 
 namespace Tests {
 namespace {
@@ -31,40 +31,13 @@ protected:
         given("names", list);
     }
 
-    /// The blocks of shell commands below a heading of the page.
-    static std::vector<std::string> examples(const std::string& heading)
-    {
-        std::istringstream page(readFile(std::filesystem::path(ORVEL_SOURCE_DIR) / "docs" / "batches.md"));
-        std::vector<std::string> blocks;
-        bool isBelow = false;
-        bool isCode = false;
-        for (std::string line; std::getline(page, line);) {
-            if (!isCode && line.starts_with("## "))
-                isBelow = line == "## " + heading;
-            else if (!isCode && line == "```sh") {
-                isCode = true;
-                blocks.emplace_back();
-            } else if (isCode && line == "```") {
-                isCode = false;
-                if (!isBelow)
-                    blocks.pop_back();
-            } else if (isCode)
-                blocks.back() += line + "\n";
-        }
-        return blocks;
-    }
+    static std::vector<std::string> examples(const std::string& heading) { return pageExamples("batches.md", heading); }
 
-    /// Runs the commands with the program in the search path.
     ProgramResult runExample(const std::string& script, const std::string& task = "") const
     {
-        const char* const folders = std::getenv("PATH");
-        ProgramRun shell;
-        shell.program = "/bin/sh";
-        shell.arguments = {"-c", script};
-        shell.environment = {{"PATH", std::filesystem::path(ORVELCS_PROGRAM).parent_path().string() + ":" +
-                                          (folders != nullptr ? folders : "/usr/bin:/bin")},
-                             {"HOME", path("").string()},
-                             {"SLURM_ARRAY_TASK_ID", task}};
+        ProgramRun shell = exampleRun(script);
+        shell.environment["HOME"] = path("").string();
+        shell.environment["SLURM_ARRAY_TASK_ID"] = task;
         return run(shell);
     }
     bool isInstalled(const std::string& program) const { return runExample("command -v " + program).status == 0; }
