@@ -202,6 +202,29 @@ TEST_F(Export, WhatAFormatCannotSay_IsRefusedByName_WithTheFormatsThatCan)
     EXPECT_EQ(run({"export", "@rotated.txt", "-o", "plan.json"}).status, 0);
 }
 
+TEST_F(Export, EpochOfCoordinates_IsRefused)
+{
+    std::string system = run({"catalog", "show", "EPSG:9000", "--format", "wkt2"}).output;
+    system.pop_back(); // the newline
+    given("epoch.wkt", "COORDINATEMETADATA[" + system + ",EPOCH[2020.5]]");
+    for (const std::string file : {"plan.prj", "plan.wkt", "plan.json", "plan.gpkg"}) {
+        expectResult(run({"export", "@epoch.wkt", "-o", file}), 1, "", StartsWith("orvelcs: export: epoch.wkt: "));
+        EXPECT_FALSE(std::filesystem::exists(path(file)));
+    }
+}
+
+TEST_F(Export, WithoutACatalog_DrawingIsExportedAsItIsStored)
+{
+    givenDrawingWith("plan.qedb", "EPSG:25832");
+    const std::string wkt2 = run({"show", "plan.qedb", "--format", "wkt2"}).output;
+    expectResult(runWithoutCatalog({"export", "plan.qedb", "-o", "-"}), 0, wkt2, "");
+    EXPECT_EQ(runWithoutCatalog({"export", "plan.qedb", "-o", "plan.gpkg"}).status, 0);
+    EXPECT_THAT(query("plan.gpkg", "SELECT definition_12_063 || x'0a' FROM gpkg_spatial_ref_sys WHERE srs_id = 100000"),
+                ElementsAre(wkt2));
+    expectResult(runWithoutCatalog({"export", "plan.qedb", "-o", "plan.prj"}), 1, "",
+                 HasSubstr("; the catalog cannot be read: there is no proj.db in "));
+}
+
 TEST_F(Export, DatumOfTheUsersOwn_IsWrittenAsEsriSpellsIt)
 {
     given("works.txt", "+proj=tmerc +lat_0=0 +lon_0=9 +k=1 +x_0=5 +y_0=7 +ellps=bessel +units=m +type=crs");

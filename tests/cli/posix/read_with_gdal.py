@@ -1,14 +1,16 @@
 # Prints, for each file that standard input names, the coordinate system that GDAL reads from it: PROJJSON on one line,
-# or "error: " and the reason.
+# or "error: " and the reason. A GeoPackage must also conform to its standard.
 import sys
 
 from osgeo import gdal, osr
+from osgeo_utils.samples import validate_gpkg
 
 gdal.UseExceptions()
 osr.UseExceptions()
 
 
 def system_of_layer(name):
+    validate_gpkg.check(name, extra_checks=True, warning_as_error=True)
     data = gdal.OpenEx(name, gdal.OF_VECTOR)
     if data.GetLayerCount() != 1 or data.GetLayer(0).GetFeatureCount() != 0:
         raise RuntimeError("expected one layer without features")

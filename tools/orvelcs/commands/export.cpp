@@ -179,9 +179,9 @@ std::vector<Command> declareExport(CLI::App& program)
          "FILE may also be a code of the catalog, or @FILE: a text with WKT, PROJJSON or a PROJ string.\n"
          "The ending of NAME chooses the format: .prj is ESRI WKT, the sidecar of shapefiles and images;\n"
          ".wkt is WKT 2 of 2019; .json is PROJJSON; .gpkg is a GeoPackage with the empty layer \"drawing\"\n"
-         "in that system (WKT 1; also WKT 2 where an EPSG code and WKT 1 do not say all). What a format cannot say is "
-         "refused,\n"
-         "and no file is written. In .prj and .gpkg an easting or a longitude always comes first.\n"
+         "in that system (as WKT 1, and as WKT 2 where an EPSG code and WKT 1 do not say all).\n"
+         "What a format cannot say is refused, and no file is written. In .prj and in the features of\n"
+         ".gpkg an easting or a longitude always comes first.\n"
          "Exit status 3 if the drawing has no coordinate reference system."});
     addArgument(*app, "FILE", options->file, "the drawing; - is standard input")->required();
     addArgument(*app, "-o,--output NAME", options->target,

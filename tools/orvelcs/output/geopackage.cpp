@@ -2,6 +2,9 @@
 
 #include <memory>
 #include <new>
+#include <vector>
+
+#include <fmt/format.h>
 
 #include "embedded/base/sqlite.h"
 #include "orvelcs/cli/failure.h"
@@ -9,7 +12,7 @@
 namespace Orvelcs {
 namespace {
 
-/// The tables of GeoPackage 1.3. 0x47504B47 is "GPKG".
+/// The tables of GeoPackage 1.3, with a place for the columns of the extension. 0x47504B47 is "GPKG".
 constexpr const char* kGeoPackageTables = R"sql(
 PRAGMA application_id = 0x47504B47;
 PRAGMA user_version = 10300;
@@ -19,14 +22,14 @@ CREATE TABLE gpkg_spatial_ref_sys (
     organization TEXT NOT NULL,
     organization_coordsys_id INTEGER NOT NULL,
     definition TEXT NOT NULL,
-    description TEXT
+    description TEXT{}
 );
 CREATE TABLE gpkg_contents (
     table_name TEXT NOT NULL PRIMARY KEY,
     data_type TEXT NOT NULL,
     identifier TEXT UNIQUE,
     description TEXT DEFAULT '',
-    last_change DATETIME NOT NULL DEFAULT (strftime('%Y-%m-%dT%H:%M:%fZ', 'now')),
+    last_change DATETIME NOT NULL DEFAULT (strftime('%Y-%m-%dT%H:%M:%fZ','now')),
     min_x DOUBLE,
     min_y DOUBLE,
     max_x DOUBLE,
@@ -46,27 +49,11 @@ CREATE TABLE gpkg_geometry_columns (
     CONSTRAINT fk_gc_tn FOREIGN KEY (table_name) REFERENCES gpkg_contents(table_name),
     CONSTRAINT fk_gc_srs FOREIGN KEY (srs_id) REFERENCES gpkg_spatial_ref_sys(srs_id)
 );
-INSERT INTO gpkg_spatial_ref_sys VALUES
-    ('Undefined Cartesian SRS', -1, 'NONE', -1, 'undefined', 'undefined Cartesian coordinate reference system'),
-    ('Undefined geographic SRS', 0, 'NONE', 0, 'undefined', 'undefined geographic coordinate reference system'),
-    ('WGS 84 geodetic', 4326, 'EPSG', 4326,
-     'GEOGCS["WGS 84",DATUM["WGS_1984",SPHEROID["WGS 84",6378137,298.257223563,AUTHORITY["EPSG","7030"]],'
-     || 'AUTHORITY["EPSG","6326"]],PRIMEM["Greenwich",0,AUTHORITY["EPSG","8901"]],'
-     || 'UNIT["degree",0.0174532925199433,AUTHORITY["EPSG","9122"]],AXIS["Latitude",NORTH],AXIS["Longitude",EAST],'
-     || 'AUTHORITY["EPSG","4326"]]',
-     'longitude/latitude coordinates in decimal degrees on the WGS 84 spheroid');
 )sql";
 
-/// The extension for WKT 2, in a column of its own, and the epoch of coordinates.
+/// The extension for WKT 2, in a column of its own, and for the epoch of coordinates, which stays empty.
+constexpr const char* kWkt2Columns = ", definition_12_063 TEXT NOT NULL, epoch DOUBLE";
 constexpr const char* kWkt2Extension = R"sql(
-ALTER TABLE gpkg_spatial_ref_sys ADD COLUMN definition_12_063 TEXT NOT NULL DEFAULT 'undefined';
-ALTER TABLE gpkg_spatial_ref_sys ADD COLUMN epoch DOUBLE;
-UPDATE gpkg_spatial_ref_sys SET definition_12_063 =
-    'GEOGCRS["WGS 84",DATUM["World Geodetic System 1984",ELLIPSOID["WGS 84",6378137,298.257223563,'
-    || 'LENGTHUNIT["metre",1]]],PRIMEM["Greenwich",0,ANGLEUNIT["degree",0.0174532925199433]],CS[ellipsoidal,2],'
-    || 'AXIS["geodetic latitude (Lat)",north,ORDER[1],ANGLEUNIT["degree",0.0174532925199433]],'
-    || 'AXIS["geodetic longitude (Lon)",east,ORDER[2],ANGLEUNIT["degree",0.0174532925199433]],ID["EPSG",4326]]'
-    WHERE srs_id = 4326;
 CREATE TABLE gpkg_extensions (
     table_name TEXT,
     column_name TEXT,
@@ -82,6 +69,23 @@ INSERT INTO gpkg_extensions VALUES
      'http://www.geopackage.org/spec/#extension_crs_wkt', 'read-write');
 )sql";
 
+/// The systems of every GeoPackage.
+std::vector<GeoPackageSystem> obligatorySystems()
+{
+    return {
+        {-1, "Undefined Cartesian SRS", "NONE", -1, "", ""},
+        {0, "Undefined geographic SRS", "NONE", 0, "", ""},
+        {kGeoPackageWgs84, "WGS 84 geodetic", "EPSG", 4326,
+         R"(GEOGCS["WGS 84",DATUM["WGS_1984",SPHEROID["WGS 84",6378137,298.257223563,AUTHORITY["EPSG","7030"]],)"
+         R"(AUTHORITY["EPSG","6326"]],PRIMEM["Greenwich",0,AUTHORITY["EPSG","8901"]],)"
+         R"(UNIT["degree",0.0174532925199433,AUTHORITY["EPSG","9122"]],AXIS["Latitude",NORTH],AXIS["Longitude",EAST],)"
+         R"(AUTHORITY["EPSG","4326"]])",
+         R"(GEOGCRS["WGS 84",DATUM["World Geodetic System 1984",ELLIPSOID["WGS 84",6378137,298.257223563,)"
+         R"(LENGTHUNIT["metre",1]]],PRIMEM["Greenwich",0,ANGLEUNIT["degree",0.0174532925199433]],CS[ellipsoidal,2],)"
+         R"(AXIS["latitude",north,ORDER[1],ANGLEUNIT["degree",0.0174532925199433]],)"
+         R"(AXIS["longitude",east,ORDER[2],ANGLEUNIT["degree",0.0174532925199433]],ID["EPSG",4326]])"}};
+}
+
 /// The one layer, without features. It may have heights, but no measures.
 constexpr const char* kLayer = R"sql(
 CREATE TABLE drawing (
@@ -90,24 +94,31 @@ CREATE TABLE drawing (
 );
 )sql";
 
-void insertSystem(SQLite::Database& database, const GeoPackageSystem& system)
+std::string orUndefined(const std::string& definition)
 {
-    if (system.id == kGeoPackageWgs84)
-        return; // is in every GeoPackage
-    SQLite::Statement row(database, "INSERT INTO gpkg_spatial_ref_sys (srs_name, srs_id, organization, "
-                                    "organization_coordsys_id, definition) VALUES (?1, ?2, ?3, ?4, ?5)");
+    return definition.empty() ? "undefined" : definition;
+}
+
+void insertSystem(SQLite::Database& database, const GeoPackageSystem& system, bool hasWkt2)
+{
+    SQLite::Statement row(database, fmt::format("INSERT INTO gpkg_spatial_ref_sys VALUES (?, ?, ?, ?, ?, NULL{})",
+                                                hasWkt2 ? ", ?, NULL" : ""));
     row.bind(1, system.name);
     row.bind(2, system.id);
     row.bind(3, system.organization);
     row.bind(4, system.codeOfOrganization);
-    row.bind(5, system.wkt1.empty() ? "undefined" : system.wkt1);
+    row.bind(5, orUndefined(system.wkt1));
+    if (hasWkt2)
+        row.bind(6, orUndefined(system.wkt2));
     row.exec();
-    if (system.wkt2.empty())
-        return;
-    SQLite::Statement text(database, "UPDATE gpkg_spatial_ref_sys SET definition_12_063 = ?1 WHERE srs_id = ?2");
-    text.bind(1, system.wkt2);
-    text.bind(2, system.id);
-    text.exec();
+}
+
+void insertSystems(SQLite::Database& database, const GeoPackageSystem& system, bool hasWkt2)
+{
+    for (const GeoPackageSystem& obligatory : obligatorySystems())
+        insertSystem(database, obligatory, hasWkt2);
+    if (system.id != kGeoPackageWgs84)
+        insertSystem(database, system, hasWkt2);
 }
 
 void insertLayer(SQLite::Database& database, int systemId)
@@ -139,10 +150,11 @@ std::string writeGeoPackage(const GeoPackageSystem& system, const std::string& s
 {
     const Embedded::Expected<std::string> bytes = Embedded::catchSqlError([&] {
         SQLite::Database database(":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-        database.exec(kGeoPackageTables);
-        if (!system.wkt2.empty())
+        const bool hasWkt2 = !system.wkt2.empty();
+        database.exec(fmt::format(kGeoPackageTables, hasWkt2 ? kWkt2Columns : ""));
+        if (hasWkt2)
             database.exec(kWkt2Extension);
-        insertSystem(database, system);
+        insertSystems(database, system, hasWkt2);
         insertLayer(database, system.id);
         return bytesOf(database);
     });

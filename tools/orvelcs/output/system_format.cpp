@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/suggestion.h"
 #include "orvelcs/output/result_names.h"
@@ -76,7 +77,11 @@ Failure formatFailure(const System& system, const Embedded::Error& error, Format
                       const std::string& subject)
 {
     const auto status = static_cast<Zentara::Infrastructure::SpatialReference::Status>(error.status);
-    return Failure(subject, error.message + otherFormatsClause(system, notation) + ": " + statusName(status),
+    std::string message = error.message;
+    // Without the catalog PROJ does not know what ESRI calls a datum.
+    if (const auto check = Embedded::checkCatalogFor(definitionText(system, &System::GetCode).value_or(L"")); !check)
+        message += "; " + Embedded::unreadableCatalogMessage(check.error());
+    return Failure(subject, message + otherFormatsClause(system, notation) + ": " + statusName(status),
                    ExitStatus::failed, resultCode(status));
 }
 
