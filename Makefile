@@ -116,6 +116,8 @@ torture: build/release/build.ninja ## Run what is too long for every test, for m
 	@ORVEL_ROUNDS=100000 ORVEL_REACTORS=100000 build/release/bin/memory_tests
 	@echo "Running processes that change the user's configuration, or one drawing, at once"
 	@ORVEL_ROUNDS=200 build/release/bin/cli_tests --gtest_filter='Concurrent*:MixedCommands.*'
+	@echo "Running GDAL over the exported files of 300 systems"
+	@ORVEL_EXPORTED_SYSTEMS=300 build/release/bin/cli_tests --gtest_filter='ExportedSystems.*'
 
 valgrind: ## Install what is missing, then run the test programs under valgrind
 	@scripts/install-dependencies.sh valgrind

@@ -17,6 +17,7 @@ const FailingCommand kFailingCommands[] = {
     {"Show", {"show", "plan.qedb"}, "show"},
     {"Forms", {"forms", "plan.qedb"}, "forms"},
     {"Convert", {"convert", "plan.qedb", "--to", "33"}, "convert"},
+    {"Export", {"export", "plan.qedb", "-o", "-"}, "export"},
     {"Encode", {"encode", "EPSG:4326", "--drawing-version", "33"}, "encode"},
     {"CatalogSearch", {"catalog", "search", "UTM"}, "catalog search"},
     {"CatalogShow", {"catalog", "show", "EPSG:4326"}, "catalog show"},

@@ -1,5 +1,6 @@
 #include "project/command_blocks.h"
 
+#include <filesystem>
 #include <regex>
 #include <span>
 
@@ -119,6 +120,15 @@ std::vector<CommandBlock> findCommandBlocks(const SourceFile& page)
         }
     }
     return blocks;
+}
+
+std::vector<std::string> commandsBelow(const std::string& page, const std::string& heading)
+{
+    std::vector<std::string> texts;
+    for (CommandBlock& block : findCommandBlocks(readFile(std::filesystem::path(ORVEL_SOURCE_DIR), page)))
+        if (block.heading == heading)
+            texts.push_back(std::move(block.text));
+    return texts;
 }
 
 std::vector<std::string> findHiddenCommands(const SourceFile& page)

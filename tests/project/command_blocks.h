@@ -38,6 +38,9 @@ std::vector<SourceFile> readPagesWithCommands();
 
 std::vector<CommandBlock> findCommandBlocks(const SourceFile& page);
 
+/// The texts of the blocks right below a heading of a page.
+std::vector<std::string> commandsBelow(const std::string& page, const std::string& heading);
+
 /// One complaint for each line of the page that looks like a command in a block of another language or an indented one.
 std::vector<std::string> findHiddenCommands(const SourceFile& page);
 

@@ -17,6 +17,9 @@ using Zentara::Infrastructure::SpatialReference::statusFailed;
 using Zentara::Infrastructure::SpatialReference::statusUnsupported;
 using OptionalText = std::optional<std::string>;
 
+constexpr const char* kHeights = "its heights";
+constexpr const char* kTransformation = "its transformation to another system";
+
 OptionalText optionalText(const char* text)
 {
     return text ? OptionalText(text) : std::nullopt;
@@ -78,11 +81,31 @@ ProjObject withUsualAxes(const PJ* system)
     return ProjObject(proj_normalize_for_visualization(projContext(), system));
 }
 
+/// The system without ESRI's prefix of names of datums; null where the name has none. PROJ compares the names, and
+/// removes the prefix itself from those that its database has.
+ProjObject withoutDatumPrefix(const PJ* system)
+{
+    constexpr std::string_view kPrefix = "D_";
+    Projjson projjson = canonicalProjjson(system);
+    Projjson& geodetic = geodeticSystem(projjson);
+    const Projjson* const datum = memberOf(geodetic, "datum");
+    if (!datum || !textOf(*datum, "name").starts_with(kPrefix))
+        return nullptr;
+    geodetic["datum"]["name"] = textOf(*datum, "name").substr(kPrefix.size());
+    return projObjectFrom(projjson);
+}
+
 bool saysTheSame(const PJ* system, const PJ* written, SystemTextFormat format)
 {
     if (isEquivalent(system, written))
         return true;
-    return !hasOrderOfAxes(format) && isEquivalent(withUsualAxes(system).get(), withUsualAxes(written).get());
+    if (hasOrderOfAxes(format))
+        return false;
+    const ProjObject usual = withUsualAxes(system);
+    if (isEquivalent(usual.get(), withUsualAxes(written).get()))
+        return true;
+    const ProjObject unprefixed = format == SystemTextFormat::esri ? withoutDatumPrefix(written) : nullptr;
+    return unprefixed && isEquivalent(usual.get(), withUsualAxes(unprefixed.get()).get());
 }
 
 ProjObject geodeticPart(const PJ* system)
@@ -108,20 +131,35 @@ std::string nameOfObject(const PJ* object)
     return name ? name : "";
 }
 
+/// Why a system has no text at all in a format.
+std::string describeUnwritable(const PJ* system, const Projjson& projjson)
+{
+    if (systemType(projjson).starts_with("Derived"))
+        return "a derived system";
+    switch (proj_get_type(system)) {
+    case PJ_TYPE_GEOCENTRIC_CRS:
+        return "a geocentric system";
+    case PJ_TYPE_BOUND_CRS:
+        return kTransformation;
+    case PJ_TYPE_ENGINEERING_CRS:
+        return "a system that is not referenced to the Earth";
+    default:
+        return countAxes(system) > 2 ? kHeights : "it";
+    }
+}
+
 /// What got lost between the system and what was written of it.
 std::string describeLoss(const PJ* system, const PJ* written)
 {
-    if (!written)
-        return "it";
+    if (proj_get_type(system) == PJ_TYPE_BOUND_CRS && proj_get_type(written) != PJ_TYPE_BOUND_CRS)
+        return kTransformation;
     if (proj_get_type(system) == PJ_TYPE_COMPOUND_CRS && proj_get_type(written) != PJ_TYPE_COMPOUND_CRS)
-        return "its heights";
+        return kHeights;
     const ProjObject datum = datumPart(system);
     if (datum && !isEquivalent(datum.get(), datumPart(written).get()))
         return "its datum " + nameOfObject(datum.get());
-    if (proj_get_type(system) == PJ_TYPE_BOUND_CRS)
-        return "its transformation to another system";
     if (countAxes(system) != countAxes(written))
-        return "its heights";
+        return kHeights;
     const ProjObject conversion(proj_crs_get_coordoperation(projContext(), system));
     const ProjObject writtenConversion(proj_crs_get_coordoperation(projContext(), written));
     if (conversion && !isEquivalent(conversion.get(), writtenConversion.get()))
@@ -129,28 +167,51 @@ std::string describeLoss(const PJ* system, const PJ* written)
     return "its axes, units or prime meridian";
 }
 
+bool isRich(SystemTextFormat format)
+{
+    return format == SystemTextFormat::wkt2 || format == SystemTextFormat::projjson;
+}
+
+/// A part for which only the rich formats have words; empty without one. PROJ does not compare these parts. The epoch
+/// of a datum with an identifier is what the identifier stands for.
+std::string findRichPart(const Projjson& node)
+{
+    if (memberOf(node, "geoid_model") || memberOf(node, "geoid_models"))
+        return "its geoid model";
+    if (memberOf(node, "deformation_models"))
+        return "the deformation model of its datum " + nameOf(node);
+    if (memberOf(node, "frame_reference_epoch") && !hasIdentifier(node))
+        return "the reference epoch of its datum " + nameOf(node);
+    std::string part;
+    for (auto child = node.begin(); part.empty() && child != node.end(); ++child)
+        if (child->is_structured())
+            part = findRichPart(*child);
+    return part;
+}
+
 tl::unexpected<Error> refuse(SystemTextFormat format, const std::string& what, const std::string& reason)
 {
-    const bool isRichest = format == SystemTextFormat::wkt2 || format == SystemTextFormat::projjson;
     return failure(statusUnsupported, std::string(formatName(format)) + " cannot say " + what +
-                                          (reason.empty() ? "" : " (" + reason + ")") +
-                                          (isRichest ? "" : "; wkt2 and projjson say more"));
+                                          (reason.empty() ? "" : " (" + reason + ")"));
 }
 
 } // namespace
 
 Expected<std::string> writeSystemText(const CoordinateReferenceSystemDefinition& definition, SystemTextFormat format)
 {
-    const ProjObject system = projObjectFrom(definition.data().projjson());
+    const Projjson& projjson = definition.data().projjson();
+    const ProjObject system = projObjectFrom(projjson);
     if (!system)
         return failure(statusFailed, "PROJ cannot make the system of its definition");
     forgetProjMessage();
     OptionalText text = write(system.get(), format);
-    if (!text)
-        return refuse(format, "it", lastProjMessage());
-    const ProjObject written(proj_create(projContext(), text->c_str()));
+    const ProjObject written(text ? proj_create(projContext(), text->c_str()) : nullptr);
+    if (!written)
+        return refuse(format, describeUnwritable(system.get(), projjson), lastProjMessage());
     if (!saysTheSame(system.get(), written.get(), format))
         return refuse(format, describeLoss(system.get(), written.get()), "");
+    if (const std::string part = isRich(format) ? "" : findRichPart(projjson); !part.empty())
+        return refuse(format, part, "");
     return *std::move(text);
 }
 

@@ -31,18 +31,11 @@ protected:
         given("names", list);
     }
 
-    /// The blocks of shell commands below a heading of the page.
     static std::vector<std::string> examples(const std::string& heading)
     {
-        std::vector<std::string> blocks;
-        for (CommandBlock& block :
-             findCommandBlocks(readFile(std::filesystem::path(ORVEL_SOURCE_DIR), "docs/batches.md")))
-            if (block.heading == heading)
-                blocks.push_back(std::move(block.text));
-        return blocks;
+        return commandsBelow("docs/batches.md", heading);
     }
 
-    /// Runs the commands with the program in the search path.
     ProgramResult runExample(const std::string& script, const std::string& task = "") const
     {
         ProgramRun shell = pageShell(script, path(""));

@@ -10,7 +10,7 @@
 
 #include "cli/command_line_test.h"
 #include "cli/posix/catalog_pairs.h"
-#include "cli/posix/proj_program.h"
+#include "cli/posix/installed_program.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/operations/coordinate_transformer.h"
 

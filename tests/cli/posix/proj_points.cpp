@@ -1,6 +1,6 @@
 #include "cli/proj_points.h"
 
-#include "cli/posix/proj_program.h"
+#include "cli/posix/installed_program.h"
 #include "cli/program_run.h"
 #include "support/temporary_folder.h"
 

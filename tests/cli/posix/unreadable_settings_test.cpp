@@ -1,8 +1,8 @@
 // A settings file that cannot be read is refused, never treated as missing.
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include "cli/command_line_test.h"
+#include "cli/posix/unprivileged_run.h"
 
 namespace Tests {
 namespace {
@@ -44,18 +44,12 @@ protected:
         for (const Arguments& command : commands())
             expectRefusal(command, reason);
     }
-    /// Runs the program without the privilege of root to ignore the permissions of files.
     ProgramResult runWithoutPrivileges(const Arguments& arguments) const
     {
         ProgramRun programRun;
         programRun.arguments = arguments;
         programRun.input = "48 2\n";
-        if (::geteuid() == 0) {
-            programRun.program = "/usr/bin/setpriv";
-            programRun.arguments =
-                concatenate({"--bounding-set=-dac_override,-dac_read_search", ORVELCS_PROGRAM}, arguments);
-        }
-        return run(programRun);
+        return run(withoutPrivileges(programRun));
     }
 };
 

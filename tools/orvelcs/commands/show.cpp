@@ -4,8 +4,6 @@
 #include <fmt/format.h>
 
 #include "coordsys/orvel_coordinate_system.h"
-#include "embedded/base/file_kind.h"
-#include "embedded/base/path.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/command.h"
@@ -128,12 +126,6 @@ void readStored(ShowReport& report, QeDbDatabase* database, const ShowOptions& o
     addDefinition(report, *system.get(), options);
 }
 
-/// Returns whether the argument is @FILE and not the name of a drawing that begins so.
-bool namesSystem(const std::string& argument)
-{
-    return namesFile(argument) && !Embedded::fileKind(Embedded::pathFromUtf8(argument));
-}
-
 ShowReport readNamed(const std::string& argument, const ShowOptions& options, const Output& output)
 {
     ShowReport report;
@@ -175,7 +167,7 @@ ShowReport readDrawing(const std::string& file, const ShowOptions& options, cons
 
 ShowReport readArgument(const std::string& argument, const ShowOptions& options, const Output& output)
 {
-    if (!namesSystem(argument))
+    if (!namesSystemOnly(argument))
         return readDrawing(argument, options, output);
     const std::string file = argument.substr(1);
     return isDrawingFile(file) ? readDrawing(file, options, output) : readNamed(argument, options, output);

@@ -11,6 +11,7 @@
 #include "embedded/spatial_reference/catalog/catalog_suggestions.h"
 #include "embedded/spatial_reference/catalog/operation_names.h"
 #include "embedded/spatial_reference/catalog/vertical_systems.h"
+#include "embedded/spatial_reference/definitions/system_text.h"
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/suggestion.h"
@@ -115,6 +116,14 @@ std::string describeLoadFailure(const std::wstring& code, Library::Status status
 bool catalogLacks(const std::wstring& code)
 {
     return systemStatus(code) == Library::statusNotFound;
+}
+
+std::optional<bool> catalogAgrees(const std::wstring& code, const System& system)
+{
+    SystemHolder known;
+    if (System::Load(code.c_str(), known.put()) != Library::statusOk)
+        return std::nullopt;
+    return Embedded::isEquivalent(*known, system);
 }
 
 std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code)

@@ -42,6 +42,10 @@ std::string describeLoadFailure(const std::wstring& code, Zentara::Infrastructur
 /// Returns whether the catalog was asked and does not have the code.
 bool catalogLacks(const std::wstring& code);
 
+/// Returns whether the catalog's system of the code is equivalent to this one; nothing when no system of the code can
+/// be loaded.
+std::optional<bool> catalogAgrees(const std::wstring& code, const System& system);
+
 /// The catalog's entry; nothing when the catalog was asked and does not have the code. Throws Failure when it could not
 /// be asked.
 std::optional<Embedded::CatalogEntry> catalogEntry(const std::wstring& code);

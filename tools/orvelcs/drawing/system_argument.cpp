@@ -10,7 +10,6 @@
 #include "embedded/base/file_kind.h"
 #include "embedded/base/path.h"
 #include "embedded/base/text.h"
-#include "embedded/spatial_reference/definitions/system_text.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/process.h"
@@ -52,14 +51,6 @@ NamedSystem systemOfDrawing(const std::string& subject, const Drawing& drawing)
     return system;
 }
 
-/// Returns whether the catalog has a system under the code that is not this one.
-bool belongsToAnother(const std::wstring& code, const System& system)
-{
-    SystemHolder known;
-    return System::Load(code.c_str(), known.put()) == Zentara::Infrastructure::SpatialReference::statusOk &&
-           !Embedded::isEquivalent(*known, system);
-}
-
 /// A definition must have a code. The file's name stands for one that nobody gave.
 NamedSystem systemOfText(const std::string& subject, const std::wstring& text, const std::wstring& code)
 {
@@ -68,18 +59,23 @@ NamedSystem systemOfText(const std::string& subject, const std::wstring& text, c
     system.code = code.empty() ? identifierInText(subject, text) : code;
     if (!system.code.empty())
         system.definition = systemFromText(subject, text, system.code);
-    if (system.definition && !belongsToAnother(system.code, *system.definition))
+    if (system.definition && catalogAgrees(system.code, *system.definition).value_or(true))
         return system;
     system.code.clear();
     system.definition = systemFromText(subject, text, Embedded::wideFromUtf8(kFileMark + subject));
     return system;
 }
 
+NamedSystem systemOfDrawingFile(const std::string& file, const Output& output)
+{
+    return systemOfDrawing(file, Embedded::loadDrawing(Embedded::pathFromUtf8(file), Embedded::DrawingAccess::reading,
+                                                       waitFor(file, output)));
+}
+
 NamedSystem systemOfFile(const std::string& file, const Output& output, const std::wstring& codeOfText)
 {
     if (file != kStandardStream && isDrawingFile(file))
-        return systemOfDrawing(file, Embedded::loadDrawing(Embedded::pathFromUtf8(file),
-                                                           Embedded::DrawingAccess::reading, waitFor(file, output)));
+        return systemOfDrawingFile(file, output);
     const std::string subject = inputName(file);
     const std::string bytes = readWhole(file, kLongestFileInBytes);
     if (bytes.starts_with(Embedded::kDatabaseBeginning))
@@ -93,6 +89,15 @@ NamedSystem systemOfCode(const std::wstring& code, ExitStatus unknownCode)
     system.definition = systemFromCatalog(code, unknownCode);
     system.code = definitionText(*system.definition, &System::GetCode).value_or(code);
     return system;
+}
+
+/// "EPSG:1" where no file has that name. "C:plan.qedb" begins with a drive.
+bool looksLikeCode(const std::string& argument)
+{
+    constexpr std::size_t kShortestAuthority = 2;
+    const std::size_t colon = argument.find(':');
+    return colon != std::string::npos && colon >= kShortestAuthority &&
+           argument.find_first_of("/\\") == std::string::npos && !Embedded::fileKind(Embedded::pathFromUtf8(argument));
 }
 
 } // namespace
@@ -114,6 +119,11 @@ bool namesFile(const std::string& system)
     return system.starts_with(kFileMark);
 }
 
+bool namesSystemOnly(const std::string& argument)
+{
+    return namesFile(argument) && !Embedded::fileKind(Embedded::pathFromUtf8(argument));
+}
+
 bool namesStandardInput(const std::string& system)
 {
     return namesFile(system) && system.substr(1) == kStandardStream;
@@ -127,6 +137,15 @@ NamedSystem readSystem(const std::string& argument, const std::string& system, c
     if (system.size() == 1)
         throw wrongUsage(argument, "expected the name of a file after @");
     return systemOfFile(system.substr(1), output, codeOfText);
+}
+
+NamedSystem readDrawingOrSystem(const std::string& argument, const std::string& system, const Output& output)
+{
+    if (namesSystemOnly(system) || looksLikeCode(system))
+        return readSystem(argument, system, output);
+    if (system != kStandardStream)
+        return systemOfDrawingFile(system, output);
+    return systemOfDrawing(inputName(system), Embedded::loadDrawingFromBytes(readWhole(system, kLongestFileInBytes)));
 }
 
 NamedSystem readSystemToStore(const std::string& argument, const std::string& system, const CLI::Option& codeOption,

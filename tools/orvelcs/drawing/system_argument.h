@@ -26,6 +26,8 @@ struct NamedSystem {
 
 /// Returns whether the SYSTEM is @FILE.
 bool namesFile(const std::string& system);
+/// Returns whether the argument is @FILE and not the name of a drawing that begins so.
+bool namesSystemOnly(const std::string& argument);
 /// Returns whether it is standard input.
 bool namesStandardInput(const std::string& system);
 
@@ -37,6 +39,10 @@ bool isDrawingFile(const std::string& file);
 /// that the catalog does not have, and nothing found for a drawing without a system.
 NamedSystem readSystem(const std::string& argument, const std::string& system, const Output& output,
                        ExitStatus unknownCode = ExitStatus::nothingFound, const std::wstring& codeOfText = {});
+
+/// The same for an argument that is first of all the name of a drawing, and a code or @FILE where no file has that
+/// name.
+NamedSystem readDrawingOrSystem(const std::string& argument, const std::string& system, const Output& output);
 
 /// The same for a system that is stored, whose text needs `--code`. No other system may have one. Throws Failure for
 /// wrong usage, and for a code that is the catalog's.

@@ -1,16 +1,27 @@
-// --format: a coordinate reference system printed alone, for other programs.
+// A coordinate reference system as text for other programs: what --format prints alone, and what sidecar files hold.
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 
 #include <CLI/App.hpp>
 
 #include "embedded/spatial_reference/definitions/system_text.h"
+#include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/json.h"
 #include "orvelcs/output/system_description.h"
 
 namespace Orvelcs {
+
+struct TextFormat {
+    const char* name;
+    Embedded::SystemTextFormat format;
+    const char* ending; // of the sidecar files in which programs expect it; null without one
+};
+
+/// Every format, in the order in which the help lists them.
+std::span<const TextFormat> textFormats();
 
 struct FormatOption {
     std::string name;
@@ -35,5 +46,12 @@ void checkFormatOption(const FormatOption& option, bool wantsWkt);
 std::string writeInFormat(const System& system, const FormatOption& option, const std::string& subject);
 /// Adds the format and what was written in it; null where there is none.
 void addFormatted(Json& json, const FormatOption& option, const std::optional<std::string>& definition);
+
+/// How a message names a format: "wkt2", or ".wkt" where the user chose among files.
+enum class FormatNotation { name, ending };
+
+/// The Failure about `subject` for a format that cannot say the system: what it lacks, and the formats that can say it.
+Failure formatFailure(const System& system, const Embedded::Error& error, FormatNotation notation,
+                      const std::string& subject);
 
 } // namespace Orvelcs
