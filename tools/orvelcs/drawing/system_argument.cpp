@@ -35,8 +35,7 @@ using Drawing = Embedded::Expected<std::unique_ptr<QeDbDatabase>>;
 NamedSystem systemOfDrawing(const std::string& subject, const Drawing& drawing)
 {
     if (!drawing)
-        throw Failure(subject, describe(subject, drawing.error()), ExitStatus::failed,
-                      resultCode(Embedded::hostStatus(drawing)));
+        throw drawingFailure(subject, drawing.error());
     const LoadedModule module;
     NamedSystem system;
     system.source = SystemSource::drawing;
