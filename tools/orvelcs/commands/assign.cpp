@@ -62,7 +62,7 @@ std::wstring splitArguments(AssignOptions& options)
     if (options.arguments.size() < 2 && !options.change.files.hasList())
         throw wrongUsage("FILE", "is required after SYSTEM");
     names.erase(names.begin());
-    return namesFile(system) ? std::wstring() : wideArgument("SYSTEM", system);
+    return namesFile(system) ? std::wstring() : codeArgument("SYSTEM", system);
 }
 
 void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)

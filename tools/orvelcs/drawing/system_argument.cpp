@@ -10,6 +10,7 @@
 #include "embedded/base/file_kind.h"
 #include "embedded/base/path.h"
 #include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/code_notations.h"
 #include "embedded/spatial_reference/definitions/system_text.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/input.h"
@@ -122,7 +123,7 @@ NamedSystem readSystem(const std::string& argument, const std::string& system, c
                        ExitStatus unknownCode, const std::wstring& codeOfText)
 {
     if (!namesFile(system))
-        return systemOfCode(wideArgument(argument, system), unknownCode);
+        return systemOfCode(codeArgument(argument, system), unknownCode);
     if (system.size() == 1)
         throw wrongUsage(argument, "expected the name of a file after @");
     return systemOfFile(system.substr(1), output, codeOfText);
@@ -153,7 +154,7 @@ SystemDescription describe(const NamedSystem& system)
 
 void checkUserCode(const std::wstring& code)
 {
-    if (catalogEntry(code))
+    if (catalogEntry(Embedded::plainCode(code)))
         throw Failure(Embedded::utf8FromWide(code),
                       "is the code of a system of the catalog; a definition needs a code of its own");
     if (!isLegacyCode(code))
