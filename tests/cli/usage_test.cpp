@@ -57,7 +57,7 @@ TEST_F(CommandLineUsage, Help_ListsTheCommandsInTheirOrder_AndTheExitStatuses)
         EXPECT_THAT(listedCommands(result.output),
                     testing::ElementsAre("new", "assign", "clear", "show", "forms", "convert", "check", "dump",
                                          "catalog", "encode", "decode", "codec", "config", "transformation",
-                                         "transform"));
+                                         "transform", "schema"));
     }
 }
 
@@ -142,7 +142,7 @@ TEST_F(CommandLineUsage, NoCommand_IsWrongUsage)
     expectWrongUsage(
         run(Arguments{}),
         "orvelcs: command line: COMMAND: is required; one of new, assign, clear, show, forms, convert, check, dump, "
-        "catalog, encode, decode, codec, config, transformation, transform");
+        "catalog, encode, decode, codec, config, transformation, transform, schema");
 }
 
 TEST_F(CommandLineUsage, MisspeltCommand_IsRefusedWithTheNearest)
@@ -157,8 +157,8 @@ TEST_F(CommandLineUsage, UnknownCommand_IsRefusedWithTheListOfCommands)
 {
     expectWrongUsage(
         run({"refurbish"}),
-        "orvelcs: command line: refurbish: no such command; there are new, assign, "
-        "clear, show, forms, convert, check, dump, catalog, encode, decode, codec, config, transformation, transform");
+        "orvelcs: command line: refurbish: no such command; there are new, assign, clear, show, forms, convert, check, "
+        "dump, catalog, encode, decode, codec, config, transformation, transform, schema");
 }
 
 TEST_F(CommandLineUsage, MisspeltOption_IsRefusedWithTheNearest)
