@@ -111,7 +111,7 @@ ExitStatus runSearch(const SearchOptions& options, Output& output)
 {
     const SystemSearch search = makeSearch(options);
     return withFailureDocument(Json::array(), output, [&] {
-        const std::vector<PlacedSystem> systems = findSystems(search);
+        const std::vector<PlacedSystem> systems = findSystems(search, output);
         if (output.json())
             output.document(asJson(systems));
         else

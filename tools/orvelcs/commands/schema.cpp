@@ -7,7 +7,7 @@
 #include <fmt/ranges.h>
 
 #include "orvelcs/cli/command.h"
-#include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/suggestion.h"
 #include "orvelcs/output/schemas.h"
 
