@@ -85,7 +85,8 @@ TEST_F(AssignCommand, UnknownCode_ReportsTheModulesResultAndStatusInJson)
     EXPECT_EQ(json["result"], 3);
     EXPECT_EQ(json["status"], 52);
     EXPECT_EQ(json["events"], Json::array());
-    EXPECT_THAT(json["error"].get<std::string>(), testing::StartsWith("eInvalidInput (3): "));
+    EXPECT_EQ(json["error"]["name"], "eInvalidInput");
+    EXPECT_THAT(json["error"]["message"].get<std::string>(), testing::StartsWith("eInvalidInput (3): "));
 }
 
 TEST_F(AssignCommand, DeprecatedCode_IsAssignedWithANote)

@@ -146,7 +146,11 @@ TEST_F(Batch, UnknownCode_IsTheErrorOfEachDrawingInJson)
     EXPECT_EQ(json[1]["result"], 3);
     EXPECT_EQ(json[1]["status"], 52);
     EXPECT_EQ(json[1]["events"], Json::array());
-    EXPECT_THAT(json[1]["error"].get<std::string>(), StartsWith("eInvalidInput (3): the catalog has no EPGS:25832; "));
+    const Json& error = json[1]["error"];
+    EXPECT_EQ(error["what"], "EPGS:25832");
+    EXPECT_EQ(error["code"], 3);
+    EXPECT_EQ(error["name"], "eInvalidInput");
+    EXPECT_THAT(error["message"].get<std::string>(), StartsWith("eInvalidInput (3): the catalog has no EPGS:25832; "));
 }
 
 TEST_F(Batch, StatusOfABatch_IsThatOfAFailureBeforeThatOfNothingFound)
@@ -164,10 +168,16 @@ TEST_F(Batch, EachElementOfTheJson_IsAResultOrHasAnError)
     givenDrawingWith("a.qedb", "EPSG:25832");
     given("damaged.qedb", "no drawing");
     for (const std::string command : {"show", "clear", "check", "new"}) {
-        const Json json = runForJson({command, "damaged.qedb", "folder/a.qedb"}, 1);
+        const ProgramResult result = run({"--json", command, "damaged.qedb", "folder/a.qedb"});
+        EXPECT_EQ(result.status, 1);
+        const Json json = Json::parse(result.output);
         ASSERT_EQ(json.size(), 2U) << command;
-        for (const Json& element : json)
-            EXPECT_TRUE(element.contains("file") && element.contains("error")) << command << element;
+        std::string lines;
+        for (const Json& element : json) {
+            EXPECT_EQ(element["file"], element["error"]["what"]);
+            lines += errorLine(element["error"]);
+        }
+        EXPECT_EQ(result.errors, lines);
     }
     const Json json = runForJson({"show", "a.qedb", "damaged.qedb"}, 1);
     EXPECT_EQ(json[0]["code"], "EPSG:25832");

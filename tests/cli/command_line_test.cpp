@@ -149,6 +149,12 @@ void expectWrongUsageAsJson(const ProgramResult& result, const std::string& line
     EXPECT_EQ(errorLine(document["error"]), line + "\n");
 }
 
+Json errorMember(const std::string& command, const std::string& what, const Json& code, const Json& name,
+                 const std::string& message)
+{
+    return {{"command", command}, {"what", what}, {"code", code}, {"name", name}, {"message", message}};
+}
+
 std::string errorLine(const Json& error)
 {
     return "orvelcs: " + error["command"].get<std::string>() + ": " + error["what"].get<std::string>() + ": " +

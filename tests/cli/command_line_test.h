@@ -85,6 +85,9 @@ void expectResult(const ProgramResult& result, int status, const std::string& ou
 void expectWrongUsage(const ProgramResult& result, const std::string& line);
 /// The same with --json: the output is the document that says what the line says.
 void expectWrongUsageAsJson(const ProgramResult& result, const std::string& line);
+/// The member "error" of a JSON document. `name` is null where `code` is.
+Json errorMember(const std::string& command, const std::string& what, const Json& code, const Json& name,
+                 const std::string& message);
 /// The line on standard error for the member "error" of a JSON document.
 std::string errorLine(const Json& error);
 

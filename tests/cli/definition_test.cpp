@@ -182,17 +182,14 @@ TEST_F(AssignDefinition, RefusedDefinition_IsReportedInTheJsonOfEachDrawing)
     const ProgramResult result =
         run({"--json", "assign", "--definition", "definition.txt", "--code", "MINE:1", "a.qedb", "b.qedb"});
     EXPECT_EQ(result.status, 1);
-    const std::string error =
-        "not a coordinate reference system as WKT, PROJJSON or a PROJ string: statusUnreadable (43)";
+    const Json error =
+        errorMember("assign", "definition.txt", 43, "statusUnreadable",
+                    "not a coordinate reference system as WKT, PROJJSON or a PROJ string: statusUnreadable (43)");
     const auto report = [&](const char* file) {
-        return Json({{"file", file},
-                     {"result", nullptr},
-                     {"status", 43},
-                     {"events", Json::array()},
-                     {"error", "definition.txt: " + error}});
+        return Json({{"file", file}, {"result", nullptr}, {"status", 43}, {"events", Json::array()}, {"error", error}});
     };
     EXPECT_EQ(Json::parse(result.output), Json::array({report("a.qedb"), report("b.qedb")}));
-    EXPECT_EQ(result.errors, "orvelcs: assign: definition.txt: " + error + "\n");
+    EXPECT_EQ(result.errors, errorLine(error));
 }
 
 TEST_F(AssignDefinition, ConflictingOptions_AreWrongUsage)
@@ -211,7 +208,7 @@ TEST_F(AssignDefinition, MissingFile_IsNamedInTheJson)
 {
     givenDrawing("plan.qedb");
     EXPECT_EQ(runForJson({"assign", "--definition", "nope", "--code", "X:1", "plan.qedb"}, 1)["error"],
-              "nope: cannot be opened: No such file or directory");
+              errorMember("assign", "nope", nullptr, nullptr, "cannot be opened: No such file or directory"));
 }
 
 } // namespace

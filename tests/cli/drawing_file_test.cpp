@@ -11,11 +11,12 @@ protected:
         const Json shown = runForJson({"show", "invalid.qedb"}, 1);
         EXPECT_EQ(shown["result"], result);
         EXPECT_EQ(shown["drawingVersion"], nullptr);
-        EXPECT_THAT(shown["error"].get<std::string>(), testing::HasSubstr(message));
+        EXPECT_THAT(shown["error"]["message"].get<std::string>(), testing::HasSubstr(message));
         const ProgramResult assigned = run({"assign", "EPSG:4326", "invalid.qedb"});
         EXPECT_EQ(assigned.status, 1);
         EXPECT_EQ(assigned.output, "");
-        EXPECT_EQ(assigned.errors, "orvelcs: assign: invalid.qedb: " + shown["error"].get<std::string>() + "\n");
+        EXPECT_EQ(assigned.errors,
+                  "orvelcs: assign: invalid.qedb: " + shown["error"]["message"].get<std::string>() + "\n");
         EXPECT_EQ(runForJson({"forms", "invalid.qedb"}, 1)["result"], result);
     }
 

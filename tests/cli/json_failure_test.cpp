@@ -44,6 +44,19 @@ TEST_F(JsonFailure, OptionBehindTheSeparator_AsksForNoDocument)
     expectWrongUsage(run({"encode", "--", "--json"}), "orvelcs: encode: --drawing-version: is required");
 }
 
+// Help is for people. What programs ask for is wrong usage, or has a document.
+TEST_F(JsonFailure, Help_IsTheSameText)
+{
+    for (const Arguments& help : {Arguments{"--help"}, Arguments{"show", "--help"}})
+        expectResult(run(concatenate({"--json"}, help)), 0, run(help).output, "");
+}
+
+TEST_F(JsonFailure, Version_IsOneDocument)
+{
+    EXPECT_TRUE(runForJson({"--version"}).is_object());
+    EXPECT_EQ(runForJson({"show", "--version"}), runForJson({"--version"}));
+}
+
 TEST_F(JsonFailure, WithoutTheOption_NothingIsPrinted)
 {
     EXPECT_EQ(run({"shwo"}).output, "");

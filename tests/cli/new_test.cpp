@@ -55,10 +55,12 @@ TEST_F(NewCommand, ExistingFile_IsNotOverwritten)
 TEST_F(NewCommand, ExistingFile_DoesNotStopABatch)
 {
     given("b.qedb", "another file");
-    EXPECT_EQ(runForJson({"new", "a.qedb", "b.qedb", "c.qedb"}, 1), Json::parse(R"([
+    Json expected = Json::parse(R"([
         {"file": "a.qedb", "drawingVersion": 33},
-        {"file": "b.qedb", "drawingVersion": null, "result": null, "error": "exists; --force overwrites it"},
-        {"file": "c.qedb", "drawingVersion": 33}])"));
+        {"file": "b.qedb", "drawingVersion": null, "result": null},
+        {"file": "c.qedb", "drawingVersion": 33}])");
+    expected[1]["error"] = errorMember("new", "b.qedb", nullptr, nullptr, "exists; --force overwrites it");
+    EXPECT_EQ(runForJson({"new", "a.qedb", "b.qedb", "c.qedb"}, 1), expected);
     EXPECT_EQ(contents("b.qedb"), "another file");
 }
 
@@ -75,7 +77,9 @@ TEST_F(NewCommand, MissingFolder_IsReportedWithTheHostsCode)
     const Json json = runForJson({"new", "missing/plan.qedb"}, 1);
     EXPECT_EQ(json["drawingVersion"], nullptr);
     EXPECT_EQ(json["result"], 54);
-    EXPECT_THAT(json["error"].get<std::string>(), testing::StartsWith("eFileWriteFailed (54): "));
+    EXPECT_EQ(json["error"]["code"], 54);
+    EXPECT_EQ(json["error"]["name"], "eFileWriteFailed");
+    EXPECT_THAT(json["error"]["message"].get<std::string>(), testing::StartsWith("eFileWriteFailed (54): "));
 }
 
 TEST_F(NewCommand, NameBeginningWithADash_IsAcceptedAfterTwoDashes)

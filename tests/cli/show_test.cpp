@@ -146,7 +146,8 @@ TEST_F(ShowCommand, UnknownLegacyCode_Fails)
     Json expected = noSystem("plan.qedb");
     expected["source"] = "legacy";
     expected["result"] = 2;
-    expected["error"] = "eNotApplicable (2): the stored coordinate system cannot be read";
+    expected["error"] = errorMember("show", "plan.qedb", 2, "eNotApplicable",
+                                    "eNotApplicable (2): the stored coordinate system cannot be read");
     EXPECT_EQ(runForJson({"show", "plan.qedb"}, 1), expected);
 }
 

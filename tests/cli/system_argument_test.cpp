@@ -92,10 +92,11 @@ TEST_F(SystemArgument, SystemOfABatch_IsReadOnce)
 TEST_F(SystemArgument, SystemThatCannotBeRead_IsOneMessageBeforeTheFirstDrawing)
 {
     given("list", "a.qedb\nb.qedb\n");
-    const std::string error = "missing.wkt: cannot be opened: No such file or directory";
     const ProgramResult result = run({"assign", "@missing.wkt", "--code", "WORKS:1", "--files-from", "list", "--json"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.errors, "orvelcs: assign: " + error + "\n");
+    const Json error =
+        errorMember("assign", "missing.wkt", nullptr, nullptr, "cannot be opened: No such file or directory");
+    EXPECT_EQ(result.errors, errorLine(error));
     Json expected = {
         {"file", "a.qedb"}, {"result", nullptr}, {"status", 0}, {"events", Json::array()}, {"error", error}};
     Json document = Json::array({expected});

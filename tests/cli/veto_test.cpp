@@ -15,7 +15,8 @@ TEST_F(Veto, VetoOfTheName_RefusesAnAssignment)
                     {"result", 325},
                     {"status", 0},
                     {"events", {event("willChange", "EPSG:25832"), event("vetoed", "EPSG:25832")}},
-                    {"error", "eVetoed (325): a reactor vetoed the change"}}));
+                    {"error", errorMember("assign", "plan.qedb", 325, "eVetoed",
+                                          "eVetoed (325): a reactor vetoed the change")}}));
     EXPECT_EQ(contents("plan.qedb"), before);
     EXPECT_EQ(std::filesystem::last_write_time(path("plan.qedb")), written);
 }

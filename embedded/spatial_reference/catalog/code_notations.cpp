@@ -1,9 +1,14 @@
 #include "embedded/spatial_reference/catalog/code_notations.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
+#include <set>
 
 #include "embedded/base/case_folding.h"
+#include "embedded/base/parse_number.h"
+#include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/catalog_list.h"
 
 namespace Embedded {
 namespace {
@@ -29,6 +34,20 @@ std::optional<std::wstring> codeIn(std::wstring_view parts, wchar_t separator)
     return std::wstring(parts.substr(0, first)) + L':' + std::wstring(parts.substr(last + 1));
 }
 
+std::wstring codeWithNumber(std::wstring_view number)
+{
+    const std::string wanted = utf8FromWide(number);
+    std::set<std::wstring> codes;
+    forEachListedCode([&](const ListedCode& listed) {
+        if (listed.code == wanted)
+            codes.insert(listed.text());
+    });
+    const std::wstring ofEpsg = L"EPSG:" + std::wstring(number);
+    if (codes.contains(ofEpsg))
+        return ofEpsg;
+    return codes.size() == 1 ? *codes.begin() : std::wstring(number);
+}
+
 } // namespace
 
 std::wstring codeFromNotation(std::wstring_view text)
@@ -40,6 +59,12 @@ std::wstring codeFromNotation(std::wstring_view text)
             return *std::move(code);
     }
     return std::wstring(text);
+}
+
+std::wstring plainCode(std::wstring_view text)
+{
+    const bool isNumber = !text.empty() && std::ranges::all_of(text, isDigit<wchar_t>);
+    return isNumber ? codeWithNumber(text) : codeFromNotation(text);
 }
 
 } // namespace Embedded

@@ -12,4 +12,8 @@ namespace Embedded {
 /// whose version is left out; any other text unchanged.
 ZSR_API std::wstring codeFromNotation(std::wstring_view text);
 
+/// The same, and for a number alone the code of the system that has it: that of EPSG before any other, or the only one.
+/// A number that no system has, or several authorities other than EPSG, stays as it is.
+ZSR_API std::wstring plainCode(std::wstring_view text);
+
 } // namespace Embedded

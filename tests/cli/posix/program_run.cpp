@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "cli/posix/json_documents.h"
 #include "support/file_text.h"
 
 namespace Tests {
@@ -135,8 +136,11 @@ ProgramResult runProgram(const ProgramRun& run, const std::filesystem::path& fol
                                       pointersTo(environment).data()));
     int waitStatus = 0;
     ::waitpid(child, &waitStatus, 0);
-    return {WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : -1, readFile(captures / "output"),
-            readFile(captures / "errors")};
+    const ProgramResult result{WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : -1, readFile(captures / "output"),
+                               readFile(captures / "errors")};
+    if (run.program == ORVELCS_PROGRAM)
+        recordDocument(run.arguments, result.output);
+    return result;
 }
 
 } // namespace Tests

@@ -1,4 +1,6 @@
 // Runs that need a limit or pipes of a shell.
+#include <algorithm>
+
 #include "cli/command_line_test.h"
 #include "cli/posix/shell_run.h"
 
@@ -14,6 +16,23 @@ TEST_F(ShellScript, LargeInputToDecode_IsRefusedWithoutBeingUnpacked)
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");
     EXPECT_TRUE(result.errors.ends_with(", which would end with a NUL\n")) << result.errors;
+}
+
+// The limit is on processor time, so that other programs on the machine make no difference.
+TEST_F(ShellScript, UnknownCodeOverThousandsOfDrawings_IsOneMessageInLessThanASecond)
+{
+    constexpr int kSeconds = ORVEL_CATALOG_STRIDE == 1 ? 1 : 20; // sanitizers and valgrind take many times as long
+    std::string list;
+    for (int index = 0; index < 3000; ++index)
+        list += std::to_string(index) + ".qedb\n";
+    given("list", list);
+    for (const std::string option : {"", " --json"}) {
+        const ProgramResult result = run(shellRun("ulimit -t " + std::to_string(kSeconds) +
+                                                  "; exec \"$0\" assign EPGS:25832 --files-from list" + option));
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.errors, testing::StartsWith("orvelcs: assign: EPGS:25832: eInvalidInput (3): "));
+        EXPECT_EQ(std::ranges::count(result.errors, '\n'), 1);
+    }
 }
 
 TEST_F(ShellScript, LibraryInTheCurrentFolder_IsNotLoaded)

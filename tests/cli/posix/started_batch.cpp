@@ -9,6 +9,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "cli/posix/json_documents.h"
+
 namespace Tests {
 namespace {
 
@@ -32,6 +34,7 @@ constexpr int kSmallestPipe = 4096;
 StartedBatch::StartedBatch(std::vector<std::string> arguments, const std::filesystem::path& folder,
                            const std::filesystem::path& errors)
 {
+    arguments_ = arguments;
     arguments.insert(arguments.begin(), ORVELCS_PROGRAM);
     std::vector<char*> words;
     for (std::string& argument : arguments)
@@ -104,6 +107,7 @@ int StartedBatch::finish()
     int waitStatus = 0;
     ::waitpid(child_, &waitStatus, 0);
     child_ = -1;
+    recordDocument(arguments_, output_);
     return waitStatus;
 }
 

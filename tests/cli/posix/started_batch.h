@@ -35,6 +35,7 @@ private:
     /// Returns false at the end of the output.
     bool readMore();
 
+    std::vector<std::string> arguments_;
     pid_t child_ = -1;
     int descriptor_ = -1;
     std::string output_;

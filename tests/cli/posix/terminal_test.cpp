@@ -11,6 +11,7 @@
 
 #include "cli/command_line_test.h"
 #include "cli/posix/held_lock.h"
+#include "support/scoped_variable.h"
 
 namespace Tests {
 namespace {
@@ -90,6 +91,32 @@ TEST_F(Terminal, ProgressOfALongName_IsCutToTheWidthOfTheTerminal)
     const winsize size{.ws_row = 24, .ws_col = 40, .ws_xpixel = 0, .ws_ypixel = 0};
     EXPECT_THAT(runOnTerminal({"show", name, name}, nullptr, "xterm", {}, &size),
                 testing::StartsWith("\r\x1B[K[1/2] folder-of-a-project/xxxxxxxxxxxx…\r\x1B[K"));
+}
+
+TEST_F(Terminal, SearchThatTakesLong_IsShownAndRemoved)
+{
+    // Reading so many rows takes longer than half a second.
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path("slow.db").string().c_str(), &database), SQLITE_OK);
+    EXPECT_EQ(
+        sqlite3_exec(database,
+                     "CREATE VIEW usage AS WITH RECURSIVE number(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM number "
+                     "LIMIT 4000000) SELECT n AS auth_name, n AS code, '-' || n AS object_table_name, "
+                     "n AS object_auth_name, n AS object_code, n AS extent_auth_name, n AS extent_code, "
+                     "n AS scope_auth_name, n AS scope_code FROM number",
+                     nullptr, nullptr, nullptr),
+        SQLITE_OK)
+        << sqlite3_errmsg(database);
+    sqlite3_close(database);
+    const ScopedVariable catalogs("PROJ_AUX_DB", path("slow.db").string());
+    const Arguments search = {"catalog", "search", "--kind", "1"};
+    const std::string systems = run(search).output;
+    EXPECT_THAT(runOnTerminal(search), testing::MatchesRegex("(\r\x1B\\[K\\[[0-9.]+ s\\] searching the catalog)+"
+                                                             "\r\x1B\\[K[^\x1B]*"));
+    ProgramRun slow;
+    slow.arguments = search;
+    slow.environment["PROJ_AUX_DB"] = path("slow.db").string();
+    expectResult(run(slow), 0, systems, "");
 }
 
 TEST_F(Terminal, QuietBatch_ShowsNothing)

@@ -56,6 +56,17 @@ TEST_F(UserCatalog, HasItsCodesAmongTheNearest)
     EXPECT_THAT(result.errors, HasSubstr("the catalog has no such code; the nearest is MINE:GRID (Grid of mine)\n"));
 }
 
+TEST_F(UserCatalog, NumberOfSeveralAuthoritiesWithoutEpsg_IsNoCode)
+{
+    execute("UPDATE projected_crs SET code = '77777777'; "
+            "INSERT INTO projected_crs SELECT * FROM projected_crs; "
+            "UPDATE projected_crs SET auth_name = 'YOURS' WHERE rowid = 2;");
+    const ProgramResult result = runWithIt({"catalog", "show", "77777777"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.errors, "orvelcs: catalog show: 77777777: the catalog has no such code; the nearest are "
+                             "MINE:77777777 (Grid of mine), YOURS:77777777 (Grid of mine)\n");
+}
+
 TEST_F(UserCatalog, OperationOfBothCatalogs_IsListedOnce)
 {
     execute("CREATE TABLE helmert_transformation AS SELECT * FROM proj.helmert_transformation WHERE auth_name = 'EPSG' "

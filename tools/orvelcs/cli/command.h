@@ -52,7 +52,7 @@ int integerArgument(const std::string& option, const std::string& text, int leas
 /// The text of an argument; throws Failure for wrong usage when it is empty or not UTF-8.
 std::wstring wideArgument(const std::string& argument, const std::string& text);
 
-enum class HelpGroup { drawings, catalog, transformations };
+enum class HelpGroup { drawings, catalog, transformations, program };
 
 /// Where the help lists a command: after those of the groups before its own, and of lower numbers in its own.
 struct HelpPlace {

@@ -1,5 +1,7 @@
 #include "orvelcs/cli/display_text.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 #include <utf8.h>
 
@@ -32,6 +34,8 @@ std::wstring escaped(wchar_t character)
 
 std::string oneLine(std::wstring_view text)
 {
+    if (std::ranges::none_of(text, isControl)) // as nearly always
+        return Embedded::utf8FromWide(text);
     std::wstring line;
     for (const wchar_t character : text)
         isControl(character) ? line.append(escaped(character)) : line.append(1, character);

@@ -62,7 +62,7 @@ std::wstring splitArguments(AssignOptions& options)
     if (options.arguments.size() < 2 && !options.change.files.hasList())
         throw wrongUsage("FILE", "is required after SYSTEM");
     names.erase(names.begin());
-    return namesFile(system) ? std::wstring() : wideArgument("SYSTEM", system);
+    return namesFile(system) ? std::wstring() : codeArgument("SYSTEM", system);
 }
 
 void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)
@@ -113,8 +113,7 @@ void checkCode(const AssignOptions& options, const std::wstring& code)
                                                correctedCommand(*swapped, options)));
     throw Failure(Embedded::utf8FromWide(code),
                   fmt::format("{}: {}", resultName(Qeapp::eInvalidInput), describeUnusableCode(code, status)),
-                  ExitStatus::failed,
-                  resultCode(Library::statusFailed)); // it reports no status of its own for a code
+                  ExitStatus::failed, resultCode(Qeapp::eInvalidInput));
 }
 
 ExitStatus assign(const AssignOptions& options, const std::wstring& code,
@@ -160,6 +159,14 @@ void readFiles(AssignOptions& options, const Output& output)
         throw wrongUsage(kStandardStream, "standard input cannot be both the definition and the drawing");
 }
 
+/// For a code of the catalog the module has no status but statusFailed. It is not asked about the system of a file.
+UnchangedResult resultOfRefusal(const std::string& systemFile, const Failure& failure)
+{
+    if (systemFile.empty())
+        return {Qeapp::eInvalidInput, Library::statusFailed};
+    return {std::nullopt, failure.code() ? failure.code()->number : static_cast<int>(Library::statusOk)};
+}
+
 /// Finds the system once, before the first drawing is opened.
 ExitStatus runAssign(AssignOptions& options, Output& output)
 {
@@ -173,8 +180,7 @@ ExitStatus runAssign(AssignOptions& options, Output& output)
         else
             system = readSystemToStore("SYSTEM", file, *options.codeOption, options.code, output);
     } catch (const Failure& failure) {
-        const auto result = file.empty() ? std::optional<int>(Qeapp::eInvalidInput) : std::nullopt;
-        printUnchanged(options.change.files, failure, result, output);
+        printUnchanged(options.change.files, failure, resultOfRefusal(file, failure), output);
         throw;
     }
     return file.empty() ? assignFromCatalog(options, code, output) : assignSystem(options, system, output);

@@ -7,7 +7,6 @@
 #include <fmt/ranges.h>
 
 #include "embedded/base/text.h"
-#include "embedded/spatial_reference/catalog/code_notations.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/error_document.h"
@@ -112,7 +111,7 @@ ExitStatus runSearch(const SearchOptions& options, Output& output)
 {
     const SystemSearch search = makeSearch(options);
     return withFailureDocument(Json::array(), output, [&] {
-        const std::vector<PlacedSystem> systems = findSystems(search);
+        const std::vector<PlacedSystem> systems = findSystems(search, output);
         if (output.json())
             output.document(asJson(systems));
         else
@@ -129,16 +128,9 @@ struct CatalogSystem {
     std::optional<std::string> formatted;
 };
 
-/// AUTHORITY:CODE for a code in another notation. The name of a file stays as it is.
-std::string systemWithPlainCode(const std::string& system)
-{
-    return namesFile(system) ? system
-                             : Embedded::utf8FromWide(Embedded::codeFromNotation(wideArgument("SYSTEM", system)));
-}
-
 CatalogSystem load(const CatalogShowOptions& options, const Output& output)
 {
-    const NamedSystem named = readSystem("SYSTEM", systemWithPlainCode(options.system), output);
+    const NamedSystem named = readSystem("SYSTEM", options.system, output);
     CatalogSystem found;
     found.system = describe(named);
     if (!named.code.empty())

@@ -9,6 +9,7 @@
 #include "embedded/host/drawing_file/drawing_salvage.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/wait.h"
 #include "orvelcs/drawing/batch.h"
@@ -74,10 +75,10 @@ Embedded::Expected<void> salvage(const std::string& file, const CheckOptions& op
 
 DrawingOutcome fail(const std::string& file, const Embedded::Error& error, Json json, Output& output)
 {
-    const std::string description = describe(file, error);
-    output.error(file, description);
+    const Failure failure = drawingFailure(file, error);
+    output.error(file, failure.what());
     json["result"] = error.status;
-    json["error"] = description;
+    json["error"] = errorAsJson(output.command(), failure);
     return {ExitStatus::failed, std::move(json)};
 }
 

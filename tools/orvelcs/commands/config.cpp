@@ -8,6 +8,7 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
+#include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/config_check.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/config_store.h"
@@ -154,6 +155,8 @@ ExitStatus runAdd(const ConfigOptions& options, Output& output)
     if (options.type != "path" && options.type != "transformation")
         throw wrongUsage("--type", fmt::format("expected path or transformation, found {}", options.type));
     ConfigItemText item = options.item;
+    item.source = Embedded::utf8FromWide(codeArgument("--source", item.source));
+    item.target = Embedded::utf8FromWide(codeArgument("--target", item.target));
     item.type = options.type == "path" ? 1 : 2;
     static_cast<void>(makeElement(item)); // it throws
     if (options.target.drawing == kStandardStream)
@@ -173,24 +176,36 @@ ExitStatus runAdd(const ConfigOptions& options, Output& output)
     return report(options.target, writeConfig(options.target, edit, output), "item added", output);
 }
 
+/// Returns how many items were removed from the text.
+std::size_t removePair(std::wstring& text, const std::wstring& source, const std::wstring& target)
+{
+    const auto removed = static_cast<std::size_t>(
+        std::ranges::count_if(parseItems(text), [&](const ConfigItem& item) { return isPair(item, source, target); }));
+    if (removed > 0)
+        text = withoutPair(text, source, target);
+    return removed;
+}
+
 ExitStatus runRemove(const ConfigOptions& options, Output& output)
 {
     checkConfigTarget(options.target, true, output);
-    const std::wstring source = wideArgument("--source", options.item.source);
-    const std::wstring target = wideArgument("--target", options.item.target);
+    const std::wstring source = codeArgument("--source", options.item.source);
+    const std::wstring target = codeArgument("--target", options.item.target);
     if (options.target.drawing == kStandardStream)
         throw wrongUsage("--drawing", "a drawing from standard input is read once; name a file");
     const auto lock = lockStore(options.target, output);
     std::size_t removed = 0;
     const ConfigEdit edit = [&](const StoredConfig& stored) {
-        const std::wstring text = stored().value_or(std::wstring());
-        removed = static_cast<std::size_t>(std::ranges::count_if(
-            parseItems(text), [&](const ConfigItem& item) { return isPair(item, source, target); }));
+        std::wstring text = stored().value_or(std::wstring());
+        removed = removePair(text, source, target);
+        if (removed == 0) // an item may have been stored with the codes as they are written here
+            removed = removePair(text, Embedded::wideFromUtf8(options.item.source),
+                                 Embedded::wideFromUtf8(options.item.target));
         if (removed == 0)
             throw Failure(options.target.subject(),
                           fmt::format("has no item from {} to {}", options.item.source, options.item.target),
                           ExitStatus::nothingFound);
-        return withoutPair(text, source, target);
+        return text;
     };
     const ConfigChange change = writeConfig(options.target, edit, output);
     return report(options.target, change, removed == 1 ? "item removed" : fmt::format("{} items removed", removed),

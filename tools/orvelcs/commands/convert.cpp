@@ -81,8 +81,7 @@ ConvertReport convertDrawing(const ConvertOptions& options, int version, Output&
     OpenDrawing drawing(options.file, options.access(), output);
     if (const Embedded::Expected<void> loaded = drawing.load(); !loaded) {
         report.result = loaded.error().status;
-        report.failure = Failure(options.file, describe(options.file, loaded.error()), ExitStatus::failed,
-                                 resultCode(Embedded::hostStatus(loaded)));
+        report.failure = drawingFailure(options.file, loaded.error());
         return report;
     }
     const RecordingReactor reactor(parseVetoes(options.change));

@@ -6,7 +6,6 @@
 #include "orvelcs/cli/error_document.h"
 #include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/drawings.h"
-#include "orvelcs/output/result_names.h"
 
 namespace Orvelcs {
 namespace {
@@ -24,10 +23,10 @@ ExitStatus runDump(const DumpOptions& options, Output& output)
         Embedded::Expected<std::string> text =
             drawing.load().and_then([&] { return Embedded::dumpDrawing(*drawing.database()); });
         if (!text) {
-            const std::string error = describe(file, text.error());
-            output.error(file, error);
+            const Failure failure = drawingFailure(file, text.error());
+            output.error(file, failure.what());
             json["result"] = text.error().status;
-            json["error"] = errorAsJson(output.command(), file, resultCode(Embedded::hostStatus(text)), error);
+            json["error"] = errorAsJson(output.command(), failure);
             return DrawingOutcome{ExitStatus::failed, std::move(json)};
         }
         if (!output.json())

@@ -74,7 +74,7 @@ void checkTarget(const EncodeOptions& options, const Output& output)
 void checkForSwap(const EncodeOptions& options)
 {
     if (options.isPrinted() || namesFile(options.system) || !findSwappedCode(options.system, {options.target}) ||
-        !catalogLacks(wideArgument("SYSTEM", options.system)))
+        !catalogLacks(codeArgument("SYSTEM", options.system)))
         return;
     throw wrongUsage(options.system, fmt::format("stands where the code {0} belongs; did you mean orvelcs encode {0} "
                                                  "--drawing-version {1} -o {2}",

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "orvelcs/cli/command.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/drawings.h"
@@ -18,8 +19,8 @@ struct NewOptions {
 };
 
 struct NewReport {
-    std::optional<int> result;        // none for a file that exists
-    std::optional<std::string> error; // none where it was made
+    std::optional<int> result;      // none for a file that exists
+    std::optional<Failure> failure; // none where it was made
 };
 
 NewReport makeDrawing(const std::string& file, int version, bool force, Output& output)
@@ -30,22 +31,24 @@ NewReport makeDrawing(const std::string& file, int version, bool force, Output& 
     if (saved)
         return {Qeapp::eOk, {}};
     if (saved.error().status == Qeapp::eFileExists)
-        return {std::nullopt, kExists};
-    return {saved.error().status, describe(file, saved.error())};
+        return {std::nullopt, Failure(file, kExists)};
+    return {saved.error().status, drawingFailure(file, saved.error())};
 }
 
 DrawingOutcome makeAndReport(const std::string& file, int version, bool force, Output& output)
 {
     const NewReport report = makeDrawing(file, version, force, output);
-    if (!report.error) {
+    if (!report.failure) {
         if (file != kStandardStream)
             output.confirm(file, fmt::format("new drawing, version {}", version));
         return {ExitStatus::done, {{"file", file}, {"drawingVersion", version}}};
     }
-    output.error(file, *report.error);
-    return {
-        ExitStatus::failed,
-        {{"file", file}, {"drawingVersion", nullptr}, {"result", jsonValue(report.result)}, {"error", *report.error}}};
+    output.error(file, report.failure->what());
+    return {ExitStatus::failed,
+            {{"file", file},
+             {"drawingVersion", nullptr},
+             {"result", jsonValue(report.result)},
+             {"error", errorAsJson(output.command(), *report.failure)}}};
 }
 
 ExitStatus runNew(NewOptions& options, Output& output)

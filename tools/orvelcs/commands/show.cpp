@@ -8,6 +8,7 @@
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/drawing/batch.h"
 #include "orvelcs/drawing/drawings.h"
@@ -38,18 +39,11 @@ struct ShowReport {
     std::vector<std::wstring> replacements;
     std::optional<std::string> source;
     std::optional<std::string> formatted;
-    ExitStatus status = ExitStatus::done;
-    std::optional<int> result;        // of what failed
-    std::optional<std::string> error; // of a drawing without a system, too
+    std::optional<Failure> failure; // of a drawing without a system, too
     std::optional<std::string> note;
-};
 
-void fail(ShowReport& report, Qeapp::ErrorStatus result, const std::string& message)
-{
-    report.status = ExitStatus::failed;
-    report.result = result;
-    report.error = message;
-}
+    ExitStatus status() const { return failure ? failure->status() : ExitStatus::done; }
+};
 
 /// Reads the drawing's own definition where the module cannot ask the catalog whether it has the system.
 Qeapp::ErrorStatus askModule(SystemHolder& system, std::optional<bool>& knownToCatalog, QeDbDatabase* database)
@@ -110,12 +104,12 @@ void readStored(ShowReport& report, QeDbDatabase* database, const ShowOptions& o
     if (!legacyCode.empty())
         report.source = "legacy";
     if (result != Qeapp::eOk) {
-        fail(report, result, describeUnreadable(result, legacyCode));
+        report.failure =
+            Failure(report.file, describeUnreadable(result, legacyCode), ExitStatus::failed, resultCode(result));
         return;
     }
     if (!system) {
-        report.status = ExitStatus::nothingFound;
-        report.error = "has no coordinate system";
+        report.failure = Failure(report.file, "has no coordinate system", ExitStatus::nothingFound);
         return;
     }
     if (!report.source)
@@ -124,6 +118,13 @@ void readStored(ShowReport& report, QeDbDatabase* database, const ShowOptions& o
     if (!report.knownToCatalog)
         report.note = "this is the drawing's own definition; " + describeCatalogFault(report.system.code.value_or(L""));
     addDefinition(report, *system.get(), options);
+}
+
+/// The subject of what is reported is the argument.
+Failure failureOfArgument(const std::string& argument, const Failure& failure)
+{
+    return failure.subject() == argument ? failure
+                                         : Failure(argument, failure.text(), failure.status(), failure.code());
 }
 
 ShowReport readNamed(const std::string& argument, const ShowOptions& options, const Output& output)
@@ -136,10 +137,7 @@ ShowReport readNamed(const std::string& argument, const ShowOptions& options, co
         report.knownToCatalog = !named.code.empty() && catalogEntry(named.code).has_value();
         addDefinition(report, *named.definition, options);
     } catch (const Failure& failure) {
-        report.status = failure.status();
-        report.error = failure.subject() == argument ? failure.what() : failure.text();
-        if (failure.code())
-            report.result = failure.code()->number;
+        report.failure = failureOfArgument(argument, failure);
     }
     return report;
 }
@@ -150,17 +148,16 @@ ShowReport readDrawing(const std::string& file, const ShowOptions& options, cons
     report.file = file;
     OpenDrawing drawing(file, Embedded::DrawingAccess::reading, output);
     if (const Embedded::Expected<void> loaded = drawing.load(); !loaded) {
-        fail(report, Embedded::hostStatus(loaded), describe(file, loaded.error()));
+        report.failure = drawingFailure(file, loaded.error());
         return report;
     }
     report.drawingVersion = drawing.version();
     try {
         readStored(report, drawing.database(), options);
         if (const Embedded::Expected<void> loading = drawing.loadingResult(); !loading)
-            fail(report, Embedded::hostStatus(loading), describe(file, loading.error()));
+            report.failure = drawingFailure(file, loading.error());
     } catch (const Failure& failure) {
-        report.status = failure.status();
-        report.error = failure.subject() == file ? failure.what() : failure.text();
+        report.failure = failureOfArgument(file, failure);
     }
     return report;
 }
@@ -173,7 +170,7 @@ ShowReport readArgument(const std::string& argument, const ShowOptions& options,
     return isDrawingFile(file) ? readDrawing(file, options, output) : readNamed(argument, options, output);
 }
 
-Json asJson(const ShowReport& report, const ShowOptions& options)
+Json asJson(const ShowReport& report, const ShowOptions& options, const Output& output)
 {
     Json json = {{"file", report.file},
                  {"drawingVersion", jsonValue(report.drawingVersion)},
@@ -189,9 +186,10 @@ Json asJson(const ShowReport& report, const ShowOptions& options)
     if (options.wkt)
         json["wkt"] = jsonText(report.system.wkt);
     addFormatted(json, options.format, report.formatted);
-    if (report.status == ExitStatus::failed) {
-        json["result"] = jsonValue(report.result);
-        json["error"] = jsonValue(report.error);
+    if (report.status() == ExitStatus::failed) {
+        const Json error = errorAsJson(output.command(), *report.failure);
+        json["result"] = error["code"];
+        json["error"] = error;
     }
     return json;
 }
@@ -234,9 +232,9 @@ ExitStatus runShow(ShowOptions& options, Output& output)
             print(report, options, output);
         if (report.note)
             output.note(file, *report.note);
-        if (report.error)
-            output.error(file, *report.error);
-        return DrawingOutcome{report.status, asJson(report, options)};
+        if (report.failure)
+            output.error(file, report.failure->what());
+        return DrawingOutcome{report.status(), asJson(report, options, output)};
     });
 }
 

@@ -9,10 +9,12 @@
 #include "embedded/base/case_folding.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_suggestions.h"
+#include "embedded/spatial_reference/catalog/code_notations.h"
 #include "embedded/spatial_reference/catalog/operation_names.h"
 #include "embedded/spatial_reference/catalog/vertical_systems.h"
 #include "embedded/spatial_reference/definitions/system_text.h"
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
+#include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/suggestion.h"
 #include "orvelcs/drawing/swapped_arguments.h"
@@ -52,6 +54,11 @@ std::string missingCodeClause(const std::wstring& code)
 }
 
 } // namespace
+
+std::wstring codeArgument(const std::string& argument, const std::string& text)
+{
+    return Embedded::plainCode(wideArgument(argument, text));
+}
 
 std::string describeEntry(const Embedded::CatalogEntry& entry)
 {

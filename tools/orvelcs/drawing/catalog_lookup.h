@@ -13,6 +13,10 @@
 
 namespace Orvelcs {
 
+/// The code of a system that an argument gives as AUTHORITY:CODE, as a name such as urn:ogc:def:crs:EPSG::25832, or as
+/// a number alone. Throws Failure for wrong usage when it is empty or not UTF-8.
+std::wstring codeArgument(const std::string& argument, const std::string& text);
+
 /// "EPSG:25832 (ETRS89 / UTM zone 32N)".
 std::string describeEntry(const Embedded::CatalogEntry& entry);
 

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/suggestion.h"
@@ -22,20 +23,20 @@ struct ChangeReport {
     std::optional<int> result = 0;
     int status = Library::statusOk;
     std::vector<Event> events;
-    std::optional<std::string> error; // none where it was done
+    std::optional<Failure> failure; // none where it was done
 };
 
 void fail(ChangeReport& report, const Embedded::Error& error)
 {
     report.result = error.status;
-    report.error = describe(report.file, error);
+    report.failure = drawingFailure(report.file, error);
 }
 
 void fail(ChangeReport& report, Qeapp::ErrorStatus result, const Change& change)
 {
     report.result = result;
     const std::string reason = result == Qeapp::eVetoed ? "a reactor vetoed the change" : change.reason(result);
-    report.error = fmt::format("{}: {}", resultName(result), reason);
+    report.failure = Failure(report.file, resultName(result) + ": " + reason, ExitStatus::failed, resultCode(result));
 }
 
 ChangeReport changeOne(const std::string& file, const ChangeOptions& options, const Change& change, Output& output)
@@ -61,22 +62,22 @@ ChangeReport changeOne(const std::string& file, const ChangeOptions& options, co
     return report;
 }
 
-Json asJson(const ChangeReport& report)
+Json asJson(const ChangeReport& report, const Output& output)
 {
     Json json = {{"file", report.file},
                  {"result", jsonValue(report.result)},
                  {"status", report.status},
                  {"events", eventsAsJson(report.events)}};
-    if (report.error)
-        json["error"] = *report.error;
+    if (report.failure)
+        json["error"] = errorAsJson(output.command(), *report.failure);
     return json;
 }
 
 void print(const ChangeReport& report, const ChangeOptions& options, const Change& change, Output& output)
 {
     printEvents(report.file, report.events, options, output);
-    if (report.error)
-        output.error(report.file, *report.error);
+    if (report.failure)
+        output.error(report.file, report.failure->what());
     else if (report.file != kStandardStream)
         output.confirm(report.file, change.done);
 }
@@ -124,18 +125,16 @@ ExitStatus changeDrawings(const ChangeOptions& options, const Change& change, Ou
     return forEachDrawing(options.files, output, [&](const std::string& file) {
         const ChangeReport report = changeOne(file, options, change, output);
         print(report, options, change, output);
-        return DrawingOutcome{!report.error ? ExitStatus::done : ExitStatus::failed, asJson(report)};
+        return DrawingOutcome{!report.failure ? ExitStatus::done : ExitStatus::failed, asJson(report, output)};
     });
 }
 
-void printUnchanged(const DrawingFiles& files, const Failure& failure, std::optional<int> result, Output& output)
+void printUnchanged(const DrawingFiles& files, const Failure& failure, const UnchangedResult& result, Output& output)
 {
     if (!output.json() || failure.status() == ExitStatus::wrongUsage)
         return;
-    const int status = failure.code() ? failure.code()->number : Library::statusOk;
-    const std::string error = result ? failure.what() : failure.text();
     const auto unchanged = [&](const std::string& file) {
-        return DrawingOutcome{ExitStatus::failed, asJson({file, result, status, {}, error})};
+        return DrawingOutcome{ExitStatus::failed, asJson({file, result.result, result.status, {}, failure}, output)};
     };
     static_cast<void>(forEachDrawing(files, output, unchanged)); // the Failure has the exit status
 }

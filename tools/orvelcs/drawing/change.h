@@ -41,8 +41,12 @@ struct Change {
 /// Changes each drawing. A drawing whose change fails or is vetoed is not written.
 ExitStatus changeDrawings(const ChangeOptions& options, const Change& change, Output& output);
 
-/// Prints the JSON of drawings that were not opened because of the Failure, none for wrong usage. `result` is what the
-/// module would have returned for each of them, if it is known.
-void printUnchanged(const DrawingFiles& files, const Failure& failure, std::optional<int> result, Output& output);
+/// What the module would have returned for a drawing that was not opened.
+struct UnchangedResult {
+    std::optional<int> result;
+    int status;
+};
+/// Prints the JSON of drawings that were not opened because of the Failure, none for wrong usage.
+void printUnchanged(const DrawingFiles& files, const Failure& failure, const UnchangedResult& result, Output& output);
 
 } // namespace Orvelcs

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/code_notations.h"
 #include "embedded/spatial_reference/catalog/operation_names.h"
 #include "embedded/spatial_reference/operations/coordinate_transformer.h"
 #include "orvelcs/cli/display_text.h"
@@ -27,8 +28,9 @@ Failure refusal(const std::wstring& subject, const std::string& message)
     return Failure(Embedded::utf8FromWide(subject), message + kWayOut);
 }
 
-std::wstring checkedCode(const std::wstring& code)
+std::wstring checkedCode(const std::wstring& given)
 {
+    const std::wstring code = Embedded::plainCode(given);
     const auto entry = Embedded::findCatalogEntry(code);
     if (entry)
         return entry->code;

@@ -39,11 +39,15 @@ std::string describe(const std::string& file, const Embedded::Error& error)
     return message.empty() ? result : fmt::format("{}: {}", result, message);
 }
 
+Failure drawingFailure(const std::string& file, const Embedded::Error& error)
+{
+    return Failure(file, describe(file, error), ExitStatus::failed, resultCode(Embedded::hostStatus(error)));
+}
+
 void require(const std::string& file, const Embedded::Expected<void>& result)
 {
     if (!result)
-        throw Failure(file, describe(file, result.error()), ExitStatus::failed,
-                      resultCode(Embedded::hostStatus(result)));
+        throw drawingFailure(file, result.error());
 }
 
 OpenDrawing::OpenDrawing(std::string file, Embedded::DrawingAccess access, const Output& output)

@@ -16,7 +16,9 @@ namespace Orvelcs {
 /// "eFileDamaged (51): objects[3].owner: …". The file's name, which stands before it in messages, is left out.
 std::string describe(const std::string& file, const Embedded::Error& error);
 
-/// Throws Failure with the host's status for an Error.
+/// What the host's Error is as a Failure of the drawing.
+Failure drawingFailure(const std::string& file, const Embedded::Error& error);
+/// Throws that Failure for an Error.
 void require(const std::string& file, const Embedded::Expected<void>& result);
 
 /// A drawing that is the host's current document for the length of a scope. "-" is standard input, and standard output

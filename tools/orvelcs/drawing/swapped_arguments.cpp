@@ -5,6 +5,7 @@
 #include "embedded/base/path.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
+#include "embedded/spatial_reference/catalog/code_notations.h"
 
 namespace Orvelcs {
 namespace {
@@ -16,8 +17,10 @@ bool exists(const std::string& name)
 
 bool isCatalogCode(const std::string& word)
 {
-    return word.find(':') != std::string::npos && Embedded::isValidUtf8(word) &&
-           Embedded::findCatalogEntry(Embedded::wideFromUtf8(word)).has_value();
+    if (!Embedded::isValidUtf8(word))
+        return false;
+    const std::wstring code = Embedded::plainCode(Embedded::wideFromUtf8(word));
+    return code.find(L':') != std::wstring::npos && Embedded::findCatalogEntry(code).has_value();
 }
 
 bool looksLikeFile(const std::string& word)

@@ -10,6 +10,8 @@
 #include "embedded/base/file_kind.h"
 #include "embedded/base/path.h"
 #include "embedded/base/text.h"
+#include "embedded/spatial_reference/catalog/code_notations.h"
+#include "embedded/spatial_reference/definitions/system_text.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/process.h"
@@ -34,8 +36,7 @@ using Drawing = Embedded::Expected<std::unique_ptr<QeDbDatabase>>;
 NamedSystem systemOfDrawing(const std::string& subject, const Drawing& drawing)
 {
     if (!drawing)
-        throw Failure(subject, describe(subject, drawing.error()), ExitStatus::failed,
-                      resultCode(Embedded::hostStatus(drawing)));
+        throw drawingFailure(subject, drawing.error());
     const LoadedModule module;
     NamedSystem system;
     system.source = SystemSource::drawing;
@@ -133,7 +134,7 @@ NamedSystem readSystem(const std::string& argument, const std::string& system, c
                        ExitStatus unknownCode, const std::wstring& codeOfText)
 {
     if (!namesFile(system))
-        return systemOfCode(wideArgument(argument, system), unknownCode);
+        return systemOfCode(codeArgument(argument, system), unknownCode);
     if (system.size() == 1)
         throw wrongUsage(argument, "expected the name of a file after @");
     return systemOfFile(system.substr(1), output, codeOfText);
@@ -173,7 +174,7 @@ SystemDescription describe(const NamedSystem& system)
 
 void checkUserCode(const std::wstring& code)
 {
-    if (catalogEntry(code))
+    if (catalogEntry(Embedded::plainCode(code)))
         throw Failure(Embedded::utf8FromWide(code),
                       "is the code of a system of the catalog; a definition needs a code of its own");
     if (!isLegacyCode(code))

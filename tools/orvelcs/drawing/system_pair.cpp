@@ -1,6 +1,5 @@
 #include "orvelcs/drawing/system_pair.h"
 
-#include "orvelcs/cli/command.h"
 #include "orvelcs/drawing/configured_transformation.h"
 
 namespace Orvelcs {
@@ -8,7 +7,7 @@ namespace Orvelcs {
 SystemPair readPair(const std::string& source, const std::string& target, const Output& output, ExitStatus unknownCode)
 {
     if (!namesFile(source) && !namesFile(target))
-        return {wideArgument("SRC", source), wideArgument("DST", target)};
+        return {codeArgument("SRC", source), codeArgument("DST", target)};
     if (namesStandardInput(source) && namesStandardInput(target))
         throw wrongUsage("@-", "standard input cannot be both systems");
     NamedSystem from = readSystem("SRC", source, output, unknownCode);

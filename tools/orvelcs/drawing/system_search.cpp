@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "embedded/base/text.h"
+#include "orvelcs/cli/delayed_progress.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 
@@ -31,8 +32,9 @@ Failure nothingMatches(const SystemSearch& search)
 
 } // namespace
 
-std::vector<PlacedSystem> findSystems(const SystemSearch& search)
+std::vector<PlacedSystem> findSystems(const SystemSearch& search, const Output& output)
 {
+    const DelayedProgress progress(output, "searching the catalog");
     if (const auto check = Embedded::checkCatalogList(); !check) // first, or no authority would be known
         throw Failure(subjectOf(search), Embedded::unreadableCatalogMessage(check.error()));
     if (!search.query.authority.empty())

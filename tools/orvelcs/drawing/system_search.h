@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "embedded/spatial_reference/catalog/catalog_search.h"
+#include "orvelcs/cli/output.h"
 #include "orvelcs/drawing/place_filter.h"
 
 namespace Orvelcs {
@@ -16,7 +17,8 @@ struct SystemSearch {
     std::size_t limit = std::numeric_limits<std::size_t>::max();
 };
 
-/// The systems, the best first. Throws Failure when there is none, with those that may be meant.
-std::vector<PlacedSystem> findSystems(const SystemSearch& search);
+/// The systems, the best first. Throws Failure when there is none, with those that may be meant. A search that takes
+/// long is shown on a terminal.
+std::vector<PlacedSystem> findSystems(const SystemSearch& search, const Output& output);
 
 } // namespace Orvelcs
