@@ -23,7 +23,7 @@ std::string formatMembers(const Json& object)
 PointPrinter::PointPrinter(const Embedded::CoordinateTransformer& transformer, bool withOperations, const Json& head,
                            Output& output)
     : transformer_(transformer),
-      decimals_(decimalsFor(transformer.targetUnits())),
+      decimals_(decimalsFor(transformer.targetAxes().units)),
       withOperations_(withOperations),
       output_(output)
 {
