@@ -5,6 +5,7 @@
 #include <functional>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <pty.h>
@@ -204,6 +205,24 @@ TEST_F(Terminal, PointsThatTakeLong_AreCountedWhileTheResultsGoIntoAFile)
                                            "xterm", stopWhenShown, &size);
     EXPECT_THAT(text, testing::ContainsRegex("\r.\\[K[1-9][0-9]* points points\r.\\[K"));
     EXPECT_THAT(text, testing::EndsWith(" points transformed\r\n"));
+}
+
+TEST_F(Terminal, InterruptWhileResultsGoIntoAFile_LeavesNothing)
+{
+    EndlessPoints points(path("points"));
+    bool isInterrupted = false;
+    const auto interrupt = [&](const std::string& text, int terminal) {
+        if (text.find(" points points") != std::string::npos && !std::exchange(isInterrupted, true) &&
+            ::write(terminal, "\x03", 1) != 1)
+            throw std::runtime_error("the terminal cannot be written");
+    };
+    const std::string text =
+        runOnTerminal({"transform", "EPSG:4258", "EPSG:25832", "points", "-o", "results"}, nullptr, "xterm", interrupt);
+    EXPECT_THAT(text,
+                testing::ContainsRegex("orvelcs: transform: interrupted: after [1-9][0-9]* points; results is not "
+                                       "written\r\n"));
+    EXPECT_EQ(WEXITSTATUS(waitStatus), 130);
+    EXPECT_EQ(files(), std::vector<std::string>{"points"});
 }
 
 TEST_F(Terminal, ResultsOnTheTerminal_HaveNoProgressAmongThem)

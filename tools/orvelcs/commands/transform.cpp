@@ -11,6 +11,7 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
+#include "orvelcs/cli/interruption.h"
 #include "orvelcs/cli/line_reader.h"
 #include "orvelcs/cli/output_file.h"
 #include "orvelcs/cli/process.h"
@@ -149,7 +150,7 @@ void transformLines(PointLines& lines, const InputStream& input, PointProgress p
         bytesRead += count;
         return count;
     });
-    while (output.flush() && reader.readBlock()) {
+    while (!isInterrupted() && output.flush() && reader.readBlock()) {
         while (reader.nextLine())
             lines.add(reader);
         lines.finishBlock();
@@ -183,8 +184,16 @@ public:
 
     ExitStatus run(const InputStream& input)
     {
+        std::optional<DeferredInterruption> interruption; // so that nothing is left beside the file
+        if (file_ != nullptr && !options_.readsStandardInput())
+            interruption.emplace();
         PointLines lines(task_, printer_, summary_, failures_);
         transformLines(lines, input, PointProgress(options_, input, output_), output_);
+        if (interruption && isInterrupted()) {
+            output_.error("interrupted",
+                          fmt::format("after {} points; {} is not written", lines.count(), file_->name()));
+            return ExitStatus::interrupted;
+        }
         if (file_ != nullptr)
             file_->complete();
         failures_.finish(inputName(options_.input), lines.count());
