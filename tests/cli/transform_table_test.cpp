@@ -10,9 +10,6 @@ using testing::Not;
 /// 0° north and 9° east are easting 500000 and northing 0 in UTM zone 32N.
 class TransformTable : public CommandLineTest {
 protected:
-    static constexpr const char* kEasting = "500000.000000";
-    static constexpr const char* kNorthing = "0.000000";
-
     ProgramResult project(const std::string& table, const Arguments& options) const
     {
         return run(concatenate({"transform", "EPSG:4258", "EPSG:25832", "--quiet"}, options), table);
