@@ -40,7 +40,7 @@ private:
 
 /// The file that is replaced when this name is written to: the name itself, or where its links lead. Refuses a file
 /// that may not be written to, anything but a regular file and, on Windows, a link that leads to nothing.
-[[nodiscard]] Expected<std::filesystem::path> replaceableFile(const std::filesystem::path& file);
+[[nodiscard]] FQCORE_API Expected<std::filesystem::path> replaceableFile(const std::filesystem::path& file);
 
 /// Writes the bytes to a StagedFile and replaces the file with it, so that the file holds either its old content or all
 /// of the new one. Keeps the file's permissions. Refuses what `replaceableFile` refuses.

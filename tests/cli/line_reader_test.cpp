@@ -75,14 +75,14 @@ TEST(LineReader, AByteOrderMark_IsRemovedFromTheFirstLineAlone)
 
 TEST(LineReader, OnlyTheBeginningOfALineThatIsTooLong_IsKept)
 {
-    constexpr std::size_t kMost = LineReader::kLongestLineInBytes;
+    constexpr std::size_t kMost = 4096;
     const std::string longest(kMost, 'x');
     for (const std::size_t block : {std::size_t{1}, std::size_t{1000}, kMost, kMost + 1, LineReader::kBlockInBytes}) {
         for (const std::size_t length :
              {kMost + 1, 2 * kMost, LineReader::kBlockInBytes, 3 * LineReader::kBlockInBytes}) {
             const std::string text = longest + "\n" + std::string(length, 'x') + "\n0 9\n" + std::string(length, 'x');
             EXPECT_EQ(
-                linesThrough(LineReader(portions(text, text.size()), block)),
+                linesThrough(LineReader(portions(text, text.size()), block, kMost)),
                 (std::vector<Line>{{longest, false, 1}, {longest, true, 2}, {"0 9", false, 3}, {longest, true, 4}}))
                 << length << " bytes in blocks of " << block;
         }

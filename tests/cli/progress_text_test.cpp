@@ -33,5 +33,23 @@ TEST(ProgressText, TimeLeft_IsRoundedUp)
     EXPECT_EQ(progressText(11, 40011, milliseconds(2000)), "[11/40011] 5.0/s, 2 h 13 min left");
 }
 
+TEST(ProgressText, PointsOfAStreamOfUnknownLength_AreCounted)
+{
+    EXPECT_EQ(progressText(1200, Orvelcs::StreamPosition{5000, 0}, milliseconds(1999)), "1200 points");
+    EXPECT_EQ(progressText(1200, Orvelcs::StreamPosition{5000, 0}, milliseconds(2000)), "1200 points, 600/s");
+}
+
+TEST(ProgressText, PointsOfAFile_HaveTheShareThatWasReadAndTheTimeLeft)
+{
+    EXPECT_EQ(progressText(0, Orvelcs::StreamPosition{0, 1000}, milliseconds(9000)), "[0 %] 0 points, 0.0/min");
+    EXPECT_EQ(progressText(1200, Orvelcs::StreamPosition{459, 1000}, milliseconds(500)), "[45 %] 1200 points");
+    EXPECT_EQ(progressText(1200, Orvelcs::StreamPosition{250, 1000}, milliseconds(20000)),
+              "[25 %] 1200 points, 60/s, 1 min 0 s left");
+    EXPECT_EQ(progressText(1200, Orvelcs::StreamPosition{1000, 1000}, milliseconds(3000)),
+              "[100 %] 1200 points, 400/s, 0 s left");
+    EXPECT_EQ(progressText(1200, Orvelcs::StreamPosition{1001, 1000}, milliseconds(3000)),
+              "1200 points, 400/s"); // grew
+}
+
 } // namespace
 } // namespace Tests

@@ -133,7 +133,7 @@ TEST_F(TransformChoice, InvalidEpoch_IsRefused)
     const ProgramResult result = itrf2014ToGda2020("-30 130 1 17\n-30 130 1 1900\n", {"-q"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output.substr(0, 2), "*\n");
-    EXPECT_THAT(result.errors, HasSubstr("line 1: expected a year from 1900 to 2200 in the fourth column, found 17\n"));
+    EXPECT_THAT(result.errors, HasSubstr("line 1: expected a year from 1900 to 2200 as the epoch, found 17\n"));
 }
 
 TEST_F(TransformChoice, Network_IsUsedOnlyIfTheEnvironmentEnablesIt)

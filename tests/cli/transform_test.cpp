@@ -48,12 +48,20 @@ TEST_F(TransformCommand, Json_IsOneObject)
   ],
   "missingGrids": [],
   "network": false,
-  "epochMissing": false
+  "epochMissing": false,
+  "failed": 1,
+  "failures": [
+    {
+      "line": 2,
+      "message": "expected 2 to 4 numbers, found \"nonsense\""
+    }
+  ]
 }
 )";
     expectResult(project("0 9\nnonsense\n0 9 1\n", {"--json"}), 1,
                  std::string("{\n  \"source\": \"EPSG:4258\",\n  \"target\": \"EPSG:25832\",\n"
-                             "  \"configured\": false,\n  \"points\": [\n    [500000.000000, 0.000000],\n    null,\n"
+                             "  \"configured\": false,\n  \"output\": null,\n  \"points\": [\n    [500000.000000, "
+                             "0.000000],\n    null,\n"
                              "    [500000.000000, 0.000000, 1.000000]\n  ],\n  ") +
                      kTail,
                  "orvelcs: transform: line 2: expected 2 to 4 numbers, found \"nonsense\"\n"
@@ -68,10 +76,10 @@ TEST_F(TransformCommand, EmptyInput_PrintsNothing)
     expectResult(project(""), 0, "", "");
 }
 
-TEST_F(TransformCommand, EmptyLinesAndComments_AreSkippedButCounted)
+TEST_F(TransformCommand, EmptyLinesAndComments_StayInTheirPlaces)
 {
-    const ProgramResult result = project("# x y\n\n  \t\n0 9\n  # more\nfoo\n");
-    EXPECT_EQ(result.output, "500000.000000 0.000000\n*\n");
+    const ProgramResult result = project("# x y\r\n\n  \t\n0 9\n  # \xFF more\nfoo\n");
+    EXPECT_EQ(result.output, "# x y\n\n  \t\n500000.000000 0.000000\n  # \xFF more\n*\n");
     EXPECT_THAT(result.errors, testing::HasSubstr("transform: line 6: expected 2 to 4 numbers, found \"foo\""));
     EXPECT_THAT(result.errors, testing::HasSubstr("1 of 2 points could not be transformed"));
 }
@@ -107,9 +115,12 @@ TEST_F(TransformCommand, LineThatIsNotAPoint_IsReportedWithItsContent)
 
 TEST_F(TransformCommand, OverlongLine_IsNotAPoint)
 {
-    const ProgramResult result = project("0 9" + std::string(5000, ' ') + "\n0 9\n");
-    EXPECT_EQ(result.output, "*\n500000.000000 0.000000\n");
-    EXPECT_THAT(result.errors, testing::HasSubstr("line 1: longer than 4096 bytes"));
+    constexpr std::size_t kMost = std::size_t{1} << 20;
+    const std::string longest = "0 9" + std::string(kMost - 3, ' ');
+    const ProgramResult result = project(longest + " \n" + longest + "\n#" + longest + "\n");
+    EXPECT_EQ(result.output, "*\n500000.000000 0.000000\n*\n");
+    EXPECT_THAT(result.errors, testing::HasSubstr("line 1: longer than 1048576 bytes"));
+    EXPECT_THAT(result.errors, testing::HasSubstr("line 3: longer than 1048576 bytes"));
 }
 
 // The program reads 64 KB at once.
@@ -122,7 +133,8 @@ TEST_F(TransformCommand, LinesAcrossTheBordersOfBlocks_AreReadWhole)
         while (comments.size() < before)
             comments += std::string(std::min<std::size_t>(before - comments.size(), 1000) - 1, '#') + "\n";
         const ProgramResult result = project(comments + lines);
-        EXPECT_EQ(result.output, "500000.000000 0.000000\n*\n*\n500000.000000 0.000000 5.000000\n") << before;
+        EXPECT_EQ(result.output, comments + "500000.000000 0.000000\n*\n*\n500000.000000 0.000000 5.000000\n")
+            << before;
         EXPECT_THAT(result.errors, testing::HasSubstr("line 68: expected 2 to 4 numbers, found \"9z\"\n")) << before;
     }
 }

@@ -20,7 +20,11 @@ std::unique_ptr<CoordinateTransformer> makeBetween(SystemParts source, SystemPar
 
 } // namespace
 
-CoordinateTransformer::CoordinateTransformer(std::vector<AxisUnit> targetUnits) : targetUnits_(std::move(targetUnits))
+CoordinateTransformer::CoordinateTransformer(const SystemParts& source, const SystemParts& target)
+    : sourceAxes_(systemAxes(source)),
+      targetAxes_(systemAxes(target)),
+      needsHeight_(source.isGeocentric()),
+      addsHeight_(target.isGeocentric())
 {
 }
 

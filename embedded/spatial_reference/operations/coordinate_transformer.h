@@ -44,11 +44,24 @@ struct MissingGrid {
     UsedOperation operation; // that needs it
 };
 
-/// The unit of an axis, in radians or metres.
+/// Where the coordinates of an axis grow; other for a height and for an axis that points to a meridian.
+enum class AxisDirection { north, south, east, west, other };
+
+/// The unit of an axis, in radians or metres, and its direction.
 struct AxisUnit {
     bool isAngular = false;
     double toBaseUnit = 1;
+    AxisDirection direction = AxisDirection::other;
 };
+
+struct SystemAxes {
+    std::vector<AxisUnit> units; // of three axes; the third one is the metre when the system has no height
+    /// Whether the first two are exchanged where longitudes stand before latitudes and eastings before northings. PROJ
+    /// knows.
+    bool isNorthingFirst = false;
+};
+
+struct SystemParts;
 
 class ZSR_API CoordinateTransformer {
 public:
@@ -73,17 +86,23 @@ public:
     const std::vector<UsedOperation>& operations() const { return operations_; }
     /// The grids that findMissingGrids has added so far, each once.
     const std::vector<MissingGrid>& missingGrids() const { return missingGrids_; }
-    /// The units of the target's three axes. The third one is the metre when the target has no height.
-    const std::vector<AxisUnit>& targetUnits() const { return targetUnits_; }
+    const SystemAxes& sourceAxes() const { return sourceAxes_; }
+    const SystemAxes& targetAxes() const { return targetAxes_; }
+    /// Returns whether the points need a height, and whether the results have one in any case.
+    bool needsHeight() const { return needsHeight_; }
+    bool addsHeight() const { return addsHeight_; }
 
 protected:
-    explicit CoordinateTransformer(std::vector<AxisUnit> targetUnits);
+    CoordinateTransformer(const SystemParts& source, const SystemParts& target);
 
     std::vector<UsedOperation> operations_;
     std::vector<MissingGrid> missingGrids_;
 
 private:
-    std::vector<AxisUnit> targetUnits_;
+    SystemAxes sourceAxes_;
+    SystemAxes targetAxes_;
+    bool needsHeight_;
+    bool addsHeight_;
 };
 
 /// A transformer between two systems.

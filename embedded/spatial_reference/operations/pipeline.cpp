@@ -24,10 +24,7 @@ Expected<PJ_COORD> apply(const PipelineStep& step, PJ_COORD coordinate)
 } // namespace
 
 Pipeline::Pipeline(const SystemParts& source, const SystemParts& target, UsedOperation used, HeightRule heights)
-    : CoordinateTransformer(axisUnits(target)),
-      heights_(heights),
-      sourceNeedsHeight_(source.isGeocentric()),
-      targetNeedsHeight_(target.isGeocentric())
+    : CoordinateTransformer(source, target), heights_(heights)
 {
     operations_.push_back(std::move(used));
 }
@@ -45,9 +42,9 @@ TransformedPoint Pipeline::transform(const CoordinatePoint& point)
 
 Expected<CoordinatePoint> Pipeline::transformPoint(const CoordinatePoint& point) const
 {
-    if (const auto check = checkPoint(point, sourceNeedsHeight_); !check)
+    if (const auto check = checkPoint(point, needsHeight()); !check)
         return failure(check.error());
-    const bool hasHeight = point.z || targetNeedsHeight_;
+    const bool hasHeight = point.z || addsHeight();
     if (heights_ == HeightRule::fail && hasHeight)
         return failure(0, "the heights of the two systems differ, and the operation does not say how");
     PJ_COORD coordinate = projCoordinate(point);

@@ -41,8 +41,6 @@ private:
 
     std::vector<PipelineStep> steps_;
     HeightRule heights_;
-    bool sourceNeedsHeight_;
-    bool targetNeedsHeight_;
 };
 
 } // namespace Embedded

@@ -3,6 +3,28 @@
 #include <cmath>
 
 namespace Embedded {
+namespace {
+
+/// Null for what PROJ says well enough, and for what its later versions may say.
+const char* describeInPlainWords(int error)
+{
+    switch (error) {
+    case PROJ_ERR_COORD_TRANSFM_INVALID_COORD:
+        return "not a place on the Earth, such as a latitude beyond 90 degrees";
+    case PROJ_ERR_COORD_TRANSFM_OUTSIDE_PROJECTION_DOMAIN:
+        return "outside of the area where the projection can be calculated";
+    case PROJ_ERR_COORD_TRANSFM_NO_OPERATION:
+        return "no operation is made for this place";
+    case PROJ_ERR_COORD_TRANSFM_OUTSIDE_GRID:
+        return "outside of the grid";
+    case PROJ_ERR_COORD_TRANSFM_GRID_AT_NODATA:
+        return "in a part of the grid that has no values";
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
 
 Expected<void> checkPoint(const CoordinatePoint& point, bool isGeocentric)
 {
@@ -24,6 +46,8 @@ PJ_COORD projCoordinate(const CoordinatePoint& point)
 Error transformError(const PJ* operation)
 {
     const int error = proj_errno(operation);
+    if (const char* message = describeInPlainWords(error))
+        return {error, message, {}};
     if (error != 0)
         return {error, proj_context_errno_string(projContext(), error), {}};
     return {0, "outside of what the operation is defined for", {}};

@@ -45,7 +45,7 @@ void transformArray(PJ* operation, std::vector<PJ_COORD>& coordinates)
 } // namespace
 
 ProjTransformer::ProjTransformer(SystemParts source, SystemParts target)
-    : CoordinateTransformer(axisUnits(target)),
+    : CoordinateTransformer(source, target),
       source_(std::move(source)),
       target_(std::move(target)),
       proj_(chooseWithProj(source_, target_)),
@@ -57,7 +57,7 @@ ProjTransformer::ProjTransformer(SystemParts source, SystemParts target)
 
 TransformedPoint ProjTransformer::transform(const CoordinatePoint& point)
 {
-    if (const auto check = checkPoint(point, source_.isGeocentric()); !check)
+    if (const auto check = checkPoint(point, needsHeight()); !check)
         return {failure(check.error())};
     proj_errno_reset(proj_.get());
     const PJ_COORD coordinate = proj_trans(proj_.get(), PJ_FWD, projCoordinate(point));
@@ -75,7 +75,7 @@ std::vector<TransformedPoint> ProjTransformer::transformAll(std::span<const Coor
     std::vector<PJ_COORD> coordinates;
     coordinates.reserve(points.size());
     for (const CoordinatePoint& point : points)
-        coordinates.push_back(checkPoint(point, source_.isGeocentric()) ? projCoordinate(point) : kNoCoordinate);
+        coordinates.push_back(checkPoint(point, needsHeight()) ? projCoordinate(point) : kNoCoordinate);
     transformArray(proj_.get(), coordinates);
     std::vector<TransformedPoint> results;
     results.reserve(points.size());
@@ -90,7 +90,7 @@ std::vector<TransformedPoint> ProjTransformer::transformAll(std::span<const Coor
 std::optional<CoordinatePoint> ProjTransformer::finitePoint(const PJ_COORD& coordinate, bool givenHeight) const
 {
     const auto& [x, y, z] = coordinate.xyz;
-    const bool hasHeight = givenHeight || target_.isGeocentric();
+    const bool hasHeight = givenHeight || addsHeight();
     if (!std::isfinite(x) || !std::isfinite(y) || (hasHeight && !std::isfinite(z)))
         return std::nullopt;
     return CoordinatePoint{x, y, hasHeight ? std::optional(z) : std::nullopt};

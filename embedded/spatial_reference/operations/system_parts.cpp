@@ -1,5 +1,10 @@
 #include "embedded/spatial_reference/operations/system_parts.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_database.h"
 #include "embedded/spatial_reference/catalog/catalog_loader.h"
@@ -35,6 +40,17 @@ void requireOnEarth(const DefinitionData& system)
                             "is not referenced to the Earth, so nothing leads from or to it");
 }
 
+AxisDirection axisDirection(const char* name)
+{
+    constexpr std::array<std::pair<std::string_view, AxisDirection>, 4> kDirections{{{"north", AxisDirection::north},
+                                                                                     {"south", AxisDirection::south},
+                                                                                     {"east", AxisDirection::east},
+                                                                                     {"west", AxisDirection::west}}};
+    const auto found =
+        std::ranges::find(kDirections, std::string_view(name), [](const auto& entry) { return entry.first; });
+    return found != kDirections.end() ? found->second : AxisDirection::other;
+}
+
 std::vector<AxisUnit> readUnits(const PJ* system)
 {
     std::vector<AxisUnit> units;
@@ -45,12 +61,37 @@ std::vector<AxisUnit> readUnits(const PJ* system)
     const int count = proj_cs_get_axis_count(projContext(), axes.get());
     for (int index = 0; index < count; ++index) {
         AxisUnit unit;
+        const char* direction = "";
         unit.isAngular = isEllipsoidal && index < 2;
-        if (proj_cs_get_axis_info(projContext(), axes.get(), index, nullptr, nullptr, nullptr, &unit.toBaseUnit,
-                                  nullptr, nullptr, nullptr))
-            units.push_back(unit);
+        if (!proj_cs_get_axis_info(projContext(), axes.get(), index, nullptr, nullptr, &direction, &unit.toBaseUnit,
+                                   nullptr, nullptr, nullptr))
+            continue;
+        unit.direction = axisDirection(direction);
+        units.push_back(unit);
     }
     return units;
+}
+
+/// The name, abbreviation and direction of the first axis, which together are different from those of the second.
+std::string describeFirstAxis(const PJ* system)
+{
+    const ProjObject axes(system ? proj_crs_get_coordinate_system(projContext(), system) : nullptr);
+    const char* name = nullptr;
+    const char* abbreviation = nullptr;
+    const char* direction = nullptr;
+    if (!axes || !proj_cs_get_axis_info(projContext(), axes.get(), 0, &name, &abbreviation, &direction, nullptr,
+                                        nullptr, nullptr, nullptr))
+        return {};
+    return std::string(name) + "," + abbreviation + "," + direction;
+}
+
+/// Asks PROJ, which has exceptions such as the systems of the poles.
+bool isNorthingFirst(const PJ* horizontal)
+{
+    if (!horizontal)
+        return false;
+    const ProjObject displayed(proj_normalize_for_visualization(projContext(), horizontal));
+    return displayed && describeFirstAxis(displayed.get()) != describeFirstAxis(horizontal);
 }
 
 } // namespace
@@ -106,17 +147,17 @@ SystemParts systemParts(const CoordinateReferenceSystemDefinition& system)
     return splitSystem(std::move(object));
 }
 
-std::vector<AxisUnit> axisUnits(const SystemParts& system)
+SystemAxes systemAxes(const SystemParts& system)
 {
-    std::vector<AxisUnit> units = readUnits(system.horizontal.get());
+    SystemAxes axes{readUnits(system.horizontal.get()), isNorthingFirst(system.horizontal.get())};
     if (const auto code = splitCode(system.vertical)) {
         const ProjObject vertical = catalogObject(*code, PJ_CATEGORY_CRS);
         for (const AxisUnit& unit : vertical ? readUnits(vertical.get()) : std::vector<AxisUnit>())
-            units.push_back(unit);
+            axes.units.push_back(unit);
     }
     constexpr std::size_t kAxes = 3;
-    units.resize(kAxes);
-    return units;
+    axes.units.resize(kAxes);
+    return axes;
 }
 
 std::string describeObject(const PJ* object)

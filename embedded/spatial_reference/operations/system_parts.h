@@ -30,8 +30,7 @@ SystemParts loadSystemParts(std::wstring_view code);
 /// use. Throws ErrorException for one that is not referenced to the Earth.
 SystemParts systemParts(const Zentara::Infrastructure::SpatialReference::CoordinateReferenceSystemDefinition& system);
 
-/// The units of the three axes. The third one is the metre when the system has no height.
-std::vector<AxisUnit> axisUnits(const SystemParts& system);
+SystemAxes systemAxes(const SystemParts& system);
 
 /// The code and the name, such as "EPSG:4275 (NTF)".
 std::string describeObject(const PJ* object);

@@ -69,7 +69,7 @@ LibraryResult transformByLibrary(const CatalogPair& pair)
                 AxisPoint{transformed.point->x, transformed.point->y, transformed.point->z.value_or(HUGE_VAL)};
     }
     if (transformer) {
-        result.units = transformer->targetUnits();
+        result.units = transformer->targetAxes().units;
         result.hasChoice = transformer->choosesForEachPoint();
     }
     return result;

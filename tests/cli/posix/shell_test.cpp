@@ -64,7 +64,9 @@ TEST_F(ShellScript, ErrorOfAPoint_FollowsItsResultWhereOutputAndErrorsGoToOneFil
         points += fails ? (index < 500 ? "95 9\n" : "x\n") : "0 9\n";
         results += fails ? "*\n" : "500000.000000 0.000000\n";
         if (index == 300)
-            results += "orvelcs: transform: line 301: Invalid coordinate\n";
+            results += "orvelcs: transform: line 301: not a place on the Earth, such as a latitude beyond 90 degrees\n";
+        if (index == 800)
+            results += "orvelcs: transform: line 801: expected 2 to 4 numbers, found \"x\"\n";
     }
     ProgramRun script = shellRun("exec \"$0\" transform -q EPSG:4258 EPSG:25832 2>&1");
     script.input = points;

@@ -1,11 +1,16 @@
 #include <array>
+#include <atomic>
 #include <csignal>
+#include <fstream>
 #include <functional>
 #include <stdexcept>
+#include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <pty.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -177,6 +182,80 @@ TEST_F(Terminal, DumbTerminal_HasNoFormatting)
     givenDrawing("a.qedb");
     EXPECT_THAT(runOnTerminal({"forms", "a.qedb"}, nullptr, "dumb"),
                 testing::StartsWith("a.qedb, drawing version 33\r\n"));
+}
+
+/// Points that another thread writes into a pipe until it is told to stop.
+class EndlessPoints {
+public:
+    explicit EndlessPoints(std::filesystem::path pipe) : pipe_(std::move(pipe))
+    {
+        if (::mkfifo(pipe_.c_str(), 0600) != 0)
+            throw std::runtime_error("mkfifo failed");
+        writer_ = std::thread([this] { write(); });
+    }
+    ~EndlessPoints()
+    {
+        stop();
+        const int reader = ::open(pipe_.c_str(), O_RDONLY | O_NONBLOCK); // in case that the program never read it
+        writer_.join();
+        ::close(reader);
+    }
+
+    void stop() { isStopped_ = true; }
+
+private:
+    void write() const
+    {
+        sigset_t brokenPipe;
+        ::sigemptyset(&brokenPipe);
+        ::sigaddset(&brokenPipe, SIGPIPE);
+        ::pthread_sigmask(SIG_BLOCK, &brokenPipe, nullptr); // so that writing fails if the program has ended
+        std::ofstream stream(pipe_);                        // waits for the program
+        while (!isStopped_ && stream)
+            stream << "0 9\n";
+    }
+
+    std::filesystem::path pipe_;
+    std::atomic<bool> isStopped_ = false;
+    std::thread writer_;
+};
+
+TEST_F(Terminal, PointsThatTakeLong_AreCountedWhileTheResultsGoIntoAFile)
+{
+    const winsize size{.ws_row = 24, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
+    EndlessPoints points(path("points"));
+    const auto stopWhenShown = [&](const std::string& text, int) {
+        if (text.find(" points points") != std::string::npos)
+            points.stop();
+    };
+    const std::string text = runOnTerminal({"transform", "EPSG:4258", "EPSG:25832", "points", "-o", "results"}, nullptr,
+                                           "xterm", stopWhenShown, &size);
+    EXPECT_THAT(text, testing::ContainsRegex("\r.\\[K[1-9][0-9]* points points\r.\\[K"));
+    EXPECT_THAT(text, testing::EndsWith(" points transformed\r\n"));
+}
+
+TEST_F(Terminal, InterruptWhileResultsGoIntoAFile_LeavesNothing)
+{
+    EndlessPoints points(path("points"));
+    bool isInterrupted = false;
+    const auto interrupt = [&](const std::string& text, int terminal) {
+        if (text.find(" points points") != std::string::npos && !std::exchange(isInterrupted, true) &&
+            ::write(terminal, "\x03", 1) != 1)
+            throw std::runtime_error("the terminal cannot be written");
+    };
+    const std::string text =
+        runOnTerminal({"transform", "EPSG:4258", "EPSG:25832", "points", "-o", "results"}, nullptr, "xterm", interrupt);
+    EXPECT_THAT(text,
+                testing::ContainsRegex("orvelcs: transform: interrupted: after [1-9][0-9]* points; results is not "
+                                       "written\r\n"));
+    EXPECT_EQ(WEXITSTATUS(waitStatus), 130);
+    EXPECT_EQ(files(), std::vector<std::string>{"points"});
+}
+
+TEST_F(Terminal, ResultsOnTheTerminal_HaveNoProgressAmongThem)
+{
+    given("points", "0 9\n");
+    EXPECT_EQ(runOnTerminal({"transform", "-q", "EPSG:4258", "EPSG:25832", "points"}), "500000.000000 0.000000\r\n");
 }
 
 /// A command that waits for another process.

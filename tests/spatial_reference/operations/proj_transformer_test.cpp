@@ -162,12 +162,43 @@ TEST_F(ProjChoice, NonFinitePoint_Fails)
 TEST_F(ProjChoice, Units_AreThoseOfTheTargetsAxes)
 {
     const auto degrees = transformer(L"EPSG:25832", L"EPSG:4326");
-    EXPECT_TRUE(degrees->targetUnits().at(0).isAngular);
-    EXPECT_NEAR(degrees->targetUnits().at(1).toBaseUnit, 0.017453292519943295, 1e-15);
-    EXPECT_FALSE(degrees->targetUnits().at(2).isAngular);
+    EXPECT_TRUE(degrees->targetAxes().units.at(0).isAngular);
+    EXPECT_NEAR(degrees->targetAxes().units.at(1).toBaseUnit, 0.017453292519943295, 1e-15);
+    EXPECT_FALSE(degrees->targetAxes().units.at(2).isAngular);
     const auto feet = transformer(L"EPSG:4269", L"EPSG:2263");
-    EXPECT_FALSE(feet->targetUnits().at(0).isAngular);
-    EXPECT_NEAR(feet->targetUnits().at(0).toBaseUnit, 0.3048006096012192, 1e-15);
+    EXPECT_FALSE(feet->targetAxes().units.at(0).isAngular);
+    EXPECT_NEAR(feet->targetAxes().units.at(0).toBaseUnit, 0.3048006096012192, 1e-15);
+}
+
+TEST_F(ProjChoice, Axes_HaveDirectionsAndTheOrderForDisplay)
+{
+    using Embedded::AxisDirection;
+    const auto expectAxes = [this](const wchar_t* code, AxisDirection first, AxisDirection second,
+                                   bool isNorthingFirst) {
+        const auto made = transformer(code, L"EPSG:4326");
+        const Embedded::SystemAxes& axes = made->sourceAxes();
+        EXPECT_EQ(axes.units.at(0).direction, first) << Embedded::utf8FromWide(code);
+        EXPECT_EQ(axes.units.at(1).direction, second) << Embedded::utf8FromWide(code);
+        EXPECT_EQ(axes.isNorthingFirst, isNorthingFirst) << Embedded::utf8FromWide(code);
+    };
+    expectAxes(L"EPSG:4326", AxisDirection::north, AxisDirection::east, true);
+    expectAxes(L"OGC:CRS84", AxisDirection::east, AxisDirection::north, false);
+    expectAxes(L"EPSG:25832", AxisDirection::east, AxisDirection::north, false);
+    expectAxes(L"EPSG:2193", AxisDirection::north, AxisDirection::east, true);
+    expectAxes(L"EPSG:2053", AxisDirection::west, AxisDirection::south, false);
+    expectAxes(L"EPSG:32661", AxisDirection::south, AxisDirection::south, true); // from the pole, along two meridians
+    expectAxes(L"EPSG:3413", AxisDirection::south, AxisDirection::south, false);
+    expectAxes(L"EPSG:4978", AxisDirection::other, AxisDirection::other, false);
+    expectAxes(L"EPSG:9707", AxisDirection::north, AxisDirection::east, true); // with heights of another system
+}
+
+TEST_F(ProjChoice, PointThatFails_SaysWhyInPlainWords)
+{
+    const auto chosen = transformer(L"EPSG:4258", L"EPSG:25832");
+    EXPECT_EQ(chosen->transform({95, 9}).point.error().message,
+              "not a place on the Earth, such as a latitude beyond 90 degrees");
+    EXPECT_EQ(chosen->transform({0, 99}).point.error().message,
+              "outside of the area where the projection can be calculated");
 }
 
 TEST_F(ProjChoice, UnknownSystemAndLocalPlane_AreRefused)

@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <system_error>
@@ -29,18 +30,37 @@ std::string describeError(int error)
     return std::generic_category().message(error);
 }
 
+using InputFile = std::unique_ptr<std::FILE, CloseFile>;
+
+/// A pipe is opened as well.
+InputFile openFile(const std::string& file)
+{
+    if (Embedded::fileKind(Embedded::pathFromUtf8(file)) == Embedded::FileKind::folder)
+        throw Failure(file, "is a folder");
+    InputFile stream(openForReading(file));
+    if (!stream)
+        throw Failure(file, "cannot be opened: " + describeError(errno));
+    return stream;
+}
+
+std::size_t readPiece(std::FILE* stream, const std::string& name, char* bytes, std::size_t length)
+{
+    errno = 0;
+    const std::size_t count = std::fread(bytes, 1, length, stream);
+    if (std::ferror(stream) != 0)
+        throw Failure(name, "cannot be read: " + describeError(errno));
+    return count;
+}
+
 std::string readToEnd(std::FILE* stream, const std::string& name, std::size_t limitInBytes)
 {
     std::string bytes;
     std::array<char, std::size_t{64} * 1024> block{};
     for (;;) {
-        errno = 0;
-        const std::size_t length = std::fread(block.data(), 1, block.size(), stream);
+        const std::size_t length = readPiece(stream, name, block.data(), block.size());
         bytes.append(block.data(), length);
         if (limitInBytes != 0 && bytes.size() > limitInBytes)
             throw Failure(name, fmt::format("longer than {} bytes", limitInBytes));
-        if (std::ferror(stream) != 0)
-            throw Failure(name, "cannot be read: " + describeError(errno));
         if (length < block.size() && std::feof(stream) != 0)
             return bytes;
     }
@@ -57,12 +77,7 @@ std::string readWhole(const std::string& file, std::size_t limitInBytes)
 {
     if (file == kStandardStream)
         return readToEnd(stdin, kStandardInput, limitInBytes);
-    if (Embedded::fileKind(Embedded::pathFromUtf8(file)) == Embedded::FileKind::folder)
-        throw Failure(file, "is a folder");
-    const std::unique_ptr<std::FILE, CloseFile> stream(openForReading(file));
-    if (!stream)
-        throw Failure(file, "cannot be opened: " + describeError(errno));
-    return readToEnd(stream.get(), file, limitInBytes);
+    return readToEnd(openFile(file).get(), file, limitInBytes);
 }
 
 std::wstring readText(const std::string& file, std::size_t limitInBytes)
@@ -79,6 +94,17 @@ std::wstring decodeText(const std::string& subject, std::string_view bytes)
         throw Failure(subject, "holds a NUL character");
     const bool hasMark = bytes.starts_with(kByteOrderMark);
     return Embedded::wideFromUtf8(bytes.substr(hasMark ? kByteOrderMark.size() : 0));
+}
+
+InputStream openInput(const std::string& file)
+{
+    if (file == kStandardStream)
+        return {readAvailable, std::nullopt};
+    std::error_code isNoFile;
+    const std::uintmax_t size = std::filesystem::file_size(Embedded::pathFromUtf8(file), isNoFile);
+    const std::shared_ptr<std::FILE> stream = openFile(file);
+    return {[stream, file](char* bytes, std::size_t length) { return readPiece(stream.get(), file, bytes, length); },
+            isNoFile ? std::nullopt : std::optional(size)};
 }
 
 std::size_t readAvailable(char* bytes, std::size_t length)

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,6 +29,17 @@ std::wstring readText(const std::string& file, std::size_t limitInBytes = 0);
 
 /// The bytes as such a text. Throws Failure about `subject`.
 std::wstring decodeText(const std::string& subject, std::string_view bytes);
+
+/// A stream of bytes that is read piece by piece.
+struct InputStream {
+    /// Reads `length` bytes at most. Returns how many, 0 at the end alone. Throws Failure when the stream cannot be
+    /// read.
+    std::function<std::size_t(char* bytes, std::size_t length)> read;
+    std::optional<std::uintmax_t> sizeInBytes; // of a regular file
+};
+
+/// Opens the file; "-" is standard input. Throws Failure when it cannot be opened.
+InputStream openInput(const std::string& file);
 
 /// Reads what standard input has so far, `length` bytes at most, and waits only while it has none. Returns 0 at the
 /// end. Throws Failure when it cannot be read.

@@ -8,8 +8,8 @@
 
 namespace Orvelcs {
 
-LineReader::LineReader(Source source, std::size_t blockInBytes)
-    : source_(std::move(source)), bytes_(kLongestLineInBytes + 1 + blockInBytes)
+LineReader::LineReader(Source source, std::size_t blockInBytes, std::size_t longestInBytes)
+    : source_(std::move(source)), longestInBytes_(longestInBytes), bytes_(longestInBytes + 1 + blockInBytes)
 {
 }
 
@@ -17,9 +17,9 @@ bool LineReader::readBlock()
 {
     if (isAtEnd_)
         return false;
-    const std::size_t kept = std::min(end_ - begin_, kLongestLineInBytes + 1); // enough to tell that it is too long
+    const std::size_t kept = std::min(end_ - begin_, longestInBytes_ + 1); // enough to tell that it is too long
     std::memmove(bytes_.data(), bytes_.data() + begin_, kept);
-    const std::size_t count = source_(bytes_.data() + kept, bytes_.size() - (kLongestLineInBytes + 1));
+    const std::size_t count = source_(bytes_.data() + kept, bytes_.size() - (longestInBytes_ + 1));
     begin_ = 0;
     end_ = kept + count;
     isAtEnd_ = count == 0;
@@ -44,10 +44,12 @@ bool LineReader::nextLine()
 
 void LineReader::setLine(std::string_view whole)
 {
-    isTooLong_ = whole.size() > kLongestLineInBytes;
-    line_ = whole.substr(0, kLongestLineInBytes);
-    if (++number_ == 1 && line_.starts_with(kByteOrderMark))
-        line_.remove_prefix(kByteOrderMark.size());
+    isTooLong_ = whole.size() > longestInBytes_;
+    line_ = whole.substr(0, longestInBytes_);
+    if (++number_ > 1 || !line_.starts_with(kByteOrderMark))
+        return;
+    hadByteOrderMark_ = true;
+    line_.remove_prefix(kByteOrderMark.size());
 }
 
 } // namespace Orvelcs

@@ -35,13 +35,15 @@ Output::Output(std::string command, const OutputOptions& options)
     : command_(std::move(command)),
       options_(options),
       escapes_(wantsEscapes(options)),
+      printsOnTerminal_(isTerminal(stdout)),
       bold_(escapes_ && supportsEscapes(stdout))
 {
 }
 
 void Output::write(std::string_view bytes)
 {
-    hideProgress();
+    if (printsOnTerminal_) // where the line of progress would be in the way
+        hideProgress();
     hasResult_ = true;
     if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) < bytes.size() && writeError_ == 0)
         writeError_ = streamError();

@@ -67,6 +67,7 @@ private:
     std::string command_;
     OutputOptions options_;
     bool escapes_; // whether escape sequences are wanted on a terminal
+    bool printsOnTerminal_;
     bool bold_;
     mutable bool progressIsShown_ = false; // about the terminal, not about the output
     bool hasResult_ = false;

@@ -1,46 +1,79 @@
 #include "orvelcs/cli/output_file.h"
 
+#include <utility>
+
 #include "embedded/base/file_kind.h"
 #include "embedded/base/path.h"
-#include "embedded/base/staged_file.h"
 #include "orvelcs/cli/failure.h"
 #include "platform/host/error_status.h"
 
 namespace Orvelcs {
 namespace {
 
-Failure writeFailure(const std::string& file, const Embedded::Error& error)
+template <class Value>
+Value requireWritten(const std::string& file, Embedded::Expected<Value> result)
 {
     const ResultCode code{Qeapp::eFileWriteFailed, "eFileWriteFailed"};
-    return Failure(file, code.text() + ": " + error.message, ExitStatus::failed, code);
+    if (!result)
+        throw Failure(file, code.text() + ": " + result.error().message, ExitStatus::failed, code);
+    if constexpr (!std::is_void_v<Value>)
+        return *std::move(result);
 }
 
-/// Returns false where something has the name already.
-Embedded::Expected<bool> writeNewFile(const std::filesystem::path& path, std::string_view bytes)
+/// Something that is no regular file is replaced too, which is refused with the reason.
+bool isReplaced(const std::string& file, OverwritingFiles overwriting)
 {
-    Embedded::Expected<Embedded::StagedFile> staged = Embedded::StagedFile::create(path);
-    if (!staged)
-        return Embedded::failure(std::move(staged).error());
-    return staged->write(bytes).and_then([&] { return staged->publish(); });
+    const auto kind = Embedded::fileKind(Embedded::pathFromUtf8(file));
+    if (overwriting == OverwritingFiles::allowed || (kind && *kind != Embedded::FileKind::regular))
+        return true;
+    if (kind)
+        throw Failure(file, kExists);
+    return false;
+}
+
+Embedded::StagedFile makeStagedFile(const std::string& file, bool isReplaced)
+{
+    std::filesystem::path target = Embedded::pathFromUtf8(file);
+    if (isReplaced)
+        target = requireWritten(file, Embedded::replaceableFile(target));
+    return requireWritten(file, Embedded::StagedFile::create(target));
 }
 
 } // namespace
 
+OutputFile::OutputFile(std::string name, OverwritingFiles overwriting)
+    : name_(std::move(name)), replaces_(isReplaced(name_, overwriting)), staged_(makeStagedFile(name_, replaces_))
+{
+}
+
+void OutputFile::write(std::string_view bytes)
+{
+    constexpr std::size_t kBufferInBytes = std::size_t{64} * 1024;
+    buffer_ += bytes;
+    if (buffer_.size() >= kBufferInBytes)
+        writeBuffer();
+}
+
+void OutputFile::writeBuffer()
+{
+    requireWritten(name_, staged_.write(buffer_));
+    buffer_.clear();
+}
+
+void OutputFile::complete()
+{
+    writeBuffer();
+    if (replaces_)
+        requireWritten(name_, staged_.replaceTarget());
+    else if (!requireWritten(name_, staged_.publish()))
+        throw Failure(name_, kExists);
+}
+
 void writeOutputFile(const std::string& file, std::string_view bytes, OverwritingFiles overwriting)
 {
-    const std::filesystem::path path = Embedded::pathFromUtf8(file);
-    const auto kind = Embedded::fileKind(path);
-    const bool isNoFile = kind && *kind != Embedded::FileKind::regular; // which replacing refuses with its reason
-    if (overwriting == OverwritingFiles::allowed || isNoFile) {
-        if (const auto replaced = Embedded::replaceFile(path, bytes); !replaced)
-            throw writeFailure(file, replaced.error());
-        return;
-    }
-    const Embedded::Expected<bool> isNew = writeNewFile(path, bytes);
-    if (!isNew)
-        throw writeFailure(file, isNew.error());
-    if (!*isNew)
-        throw Failure(file, kExists);
+    OutputFile output(file, overwriting);
+    output.write(bytes);
+    output.complete();
 }
 
 } // namespace Orvelcs

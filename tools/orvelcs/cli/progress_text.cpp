@@ -40,4 +40,17 @@ std::string progressText(std::size_t position, std::size_t total, std::chrono::m
     return fmt::format("{} {}, {} left", text, rateText(perSecond), durationText(left / perSecond));
 }
 
+std::string progressText(std::size_t points, const StreamPosition& position, std::chrono::milliseconds elapsed)
+{
+    const bool hasEnd = position.bytesInAll > 0 && position.bytes <= position.bytesInAll;
+    const double share = hasEnd ? static_cast<double>(position.bytes) / static_cast<double>(position.bytesInAll) : 0;
+    std::string text = hasEnd ? fmt::format("[{:.0f} %] ", std::floor(share * 100)) : "";
+    text += fmt::format("{} points", points);
+    if (elapsed < kUntilRateIsKnown)
+        return text;
+    const double seconds = std::chrono::duration<double>(elapsed).count();
+    text += ", " + rateText(static_cast<double>(points) / seconds);
+    return share > 0 ? fmt::format("{}, {} left", text, durationText(seconds / share - seconds)) : text;
+}
+
 } // namespace Orvelcs

@@ -8,14 +8,22 @@
 #include <iterator>
 #include <limits>
 #include <numbers>
+#include <tuple>
+#include <utility>
 
 #include <fmt/format.h>
 
 #include "embedded/base/parse_number.h"
 #include "embedded/base/text.h"
+#include "orvelcs/output/angle_text.h"
 
 namespace Orvelcs {
 namespace {
+
+using Embedded::AxisDirection;
+
+constexpr std::size_t kFewestNumbers = 2;
+constexpr std::size_t kMostNumbers = std::tuple_size_v<LineAxes>;
 
 constexpr auto isBlank = [](char character) { return character == ' ' || character == '\t' || character == '\r'; };
 
@@ -34,6 +42,27 @@ std::optional<double> parseNumber(std::string_view word)
         word.remove_prefix(1);
     const std::optional<double> number = Embedded::parseReal(word);
     return number && std::isfinite(*number) ? number : std::nullopt;
+}
+
+bool looksLikeAngle(std::string_view text)
+{
+    return text.find_first_of("dD:'\"") != std::string_view::npos || text.find("\u00B0") != std::string_view::npos;
+}
+
+Embedded::Expected<double> parseAngleOnAxis(std::string_view text, const Embedded::AxisUnit& axis,
+                                            std::string_view expected)
+{
+    const auto refusal = [&](std::string_view wanted) {
+        return Embedded::failure(0,
+                                 fmt::format("expected {}, found \"{}\"", wanted, Embedded::truncateForMessage(text)));
+    };
+    const std::optional<Angle> angle = parseAngle(text);
+    if (!angle)
+        return refusal(looksLikeAngle(text) ? "an angle such as 52d30'15.5\"N or 52:30:15.5" : expected);
+    if (const std::optional<double> value = angleOnAxis(*angle, axis))
+        return *value;
+    const bool isLatitude = axis.direction == AxisDirection::north || axis.direction == AxisDirection::south;
+    return refusal(isLatitude ? "a latitude (N or S)" : "a longitude (E or W)");
 }
 
 int decimalsForAxis(const Embedded::AxisUnit& axis)
@@ -79,7 +108,81 @@ std::optional<std::uint64_t> nearestUnits(double number, std::size_t decimals)
     return fraction < kMiddle ? below : below + 1;
 }
 
-/// As appendExactly, whose way takes a transformation of points 1.2 times as long.
+} // namespace
+
+LineAxes lineAxes(const Embedded::SystemAxes& system, bool isLongitudeFirst)
+{
+    LineAxes axes{};
+    std::ranges::copy(system.units, axes.begin());
+    if (isLongitudeFirst && system.isNorthingFirst)
+        std::swap(axes[0], axes[1]);
+    return axes;
+}
+
+bool isBlankOrComment(std::string_view line)
+{
+    const auto begin = std::ranges::find_if_not(line, isBlank);
+    return begin == line.end() || *begin == '#';
+}
+
+Embedded::Expected<double> parseCoordinate(std::string_view text, const Embedded::AxisUnit& axis,
+                                           std::string_view expected)
+{
+    if (const std::optional<double> number = parseNumber(text))
+        return *number;
+    if (axis.isAngular)
+        return parseAngleOnAxis(text, axis, expected);
+    return Embedded::failure(0, fmt::format("expected {}, found \"{}\"", expected, Embedded::truncateForMessage(text)));
+}
+
+Embedded::Expected<void> checkEpoch(const Embedded::CoordinatePoint& point)
+{
+    if (!point.epoch || isEpoch(*point.epoch))
+        return {};
+    return Embedded::failure(0, fmt::format("expected a year from {} to {} as the epoch, found {}", kEarliestEpoch,
+                                            kLatestEpoch, *point.epoch));
+}
+
+Embedded::Expected<Embedded::CoordinatePoint> parsePoint(std::string_view line, const LineAxes& axes)
+{
+    constexpr std::string_view kExpected = "2 to 4 numbers";
+    std::array<double, kMostNumbers> numbers{};
+    std::size_t count = 0;
+    for (std::string_view word = takeWord(line); !word.empty(); word = takeWord(line), ++count) {
+        std::optional<double> number = parseNumber(word);
+        if (!number) {
+            const auto other = parseCoordinate(word, axes[std::min(count, axes.size() - 1)], kExpected);
+            if (!other)
+                return Embedded::failure(other.error());
+            number = *other;
+        }
+        if (count < kMostNumbers)
+            numbers[count] = *number;
+    }
+    if (count < kFewestNumbers || count > kMostNumbers)
+        return Embedded::failure(0, fmt::format("expected {}, found {}", kExpected, count));
+    Embedded::CoordinatePoint point{numbers[0], numbers[1]};
+    if (count > kFewestNumbers)
+        point.z = numbers[2];
+    if (count == kMostNumbers)
+        point.epoch = numbers[3];
+    if (const auto check = checkEpoch(point); !check)
+        return Embedded::failure(check.error());
+    return point;
+}
+
+bool isEpoch(double year)
+{
+    return year >= kEarliestEpoch && year <= kLatestEpoch;
+}
+
+std::optional<double> parseEpoch(std::string_view text)
+{
+    const std::optional<double> year = parseNumber(text);
+    return year && isEpoch(*year) ? year : std::nullopt;
+}
+
+// appendExactly alone would make a transformation of points take 1.2 times as long.
 void appendNumber(double number, int decimals, std::string& text)
 {
     const auto places = static_cast<std::size_t>(decimals);
@@ -100,50 +203,7 @@ void appendNumber(double number, int decimals, std::string& text)
     text.append(first, end);
 }
 
-} // namespace
-
-bool isBlankOrComment(std::string_view line)
-{
-    const auto begin = std::ranges::find_if_not(line, isBlank);
-    return begin == line.end() || *begin == '#';
-}
-
-Embedded::Expected<Embedded::CoordinatePoint> parsePoint(std::string_view line)
-{
-    constexpr std::size_t kFewest = 2;
-    constexpr std::size_t kMost = 4;
-    constexpr std::string_view kExpected = "expected 2 to 4 numbers, found ";
-    std::array<double, kMost> numbers{};
-    std::size_t count = 0;
-    for (std::string_view word = takeWord(line); !word.empty(); word = takeWord(line), ++count) {
-        const std::optional<double> number = parseNumber(word);
-        if (!number)
-            return Embedded::failure(0, fmt::format("{}\"{}\"", kExpected, Embedded::truncateForMessage(word)));
-        if (count < kMost)
-            numbers[count] = *number;
-    }
-    if (count < kFewest || count > kMost)
-        return Embedded::failure(0, fmt::format("{}{}", kExpected, count));
-    Embedded::CoordinatePoint point{numbers[0], numbers[1]};
-    if (count > kFewest)
-        point.z = numbers[2];
-    if (count == kMost)
-        point.epoch = numbers[3];
-    return point;
-}
-
-bool isEpoch(double year)
-{
-    return year >= kEarliestEpoch && year <= kLatestEpoch;
-}
-
-std::optional<double> parseEpoch(std::string_view text)
-{
-    const std::optional<double> year = parseNumber(text);
-    return year && isEpoch(*year) ? year : std::nullopt;
-}
-
-std::vector<int> decimalsFor(const std::vector<Embedded::AxisUnit>& axes)
+std::vector<int> decimalsFor(const LineAxes& axes)
 {
     std::vector<int> decimals;
     decimals.reserve(axes.size());
