@@ -4,8 +4,6 @@
 #include <map>
 #include <utility>
 
-#include <geodesic.h>
-
 #include "embedded/spatial_reference/operations/configured_pipeline.h"
 #include "embedded/spatial_reference/operations/geographic_system.h"
 #include "embedded/spatial_reference/operations/operation_error.h"

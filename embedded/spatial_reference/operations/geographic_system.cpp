@@ -2,9 +2,9 @@
 
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <string_view>
 
+#include "embedded/base/degrees.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_connection.h"
 #include "embedded/spatial_reference/catalog/catalog_database.h"
@@ -14,8 +14,6 @@
 
 namespace Embedded {
 namespace {
-
-constexpr double kDegreesInARadian = 180 / std::numbers::pi;
 
 [[noreturn]] void throwWithoutPosition(const SystemParts& system)
 {
@@ -54,7 +52,7 @@ double primeMeridianInDegrees(const PJ* system)
     double unit = 0;
     if (!meridian || !proj_prime_meridian_get_parameters(projContext(), meridian.get(), &longitude, &unit, nullptr))
         return 0;
-    return longitude * unit * kDegreesInARadian;
+    return longitude * unit * kDegreesPerRadian;
 }
 
 EllipsoidShape readEllipsoid(const PJ* system)
@@ -91,7 +89,7 @@ void GeographicSystem::readAxes()
             throwWithoutPosition(parts_);
         const std::string_view name = direction;
         const bool isNegative = name == "south" || name == "west";
-        axes_[index] = {name == "north" || name == "south", (isNegative ? -1 : 1) * unit * kDegreesInARadian};
+        axes_[index] = {name == "north" || name == "south", (isNegative ? -1 : 1) * unit * kDegreesPerRadian};
     }
 }
 

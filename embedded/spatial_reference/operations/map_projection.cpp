@@ -3,13 +3,12 @@
 #include <cmath>
 #include <limits>
 
+#include "embedded/base/degrees.h"
 #include "embedded/spatial_reference/projjson/proj_context.h"
 #include "platform/spatial_reference/status.h"
 
 namespace Embedded {
 namespace {
-
-constexpr double kDegreesInARadian = 57.295779513082320877;
 
 MapPoint scaled(const MapPoint& point, double factor)
 {
@@ -56,7 +55,7 @@ void MapProjection::project(std::span<MapPoint> points) const
     if (points.empty())
         return;
     for (MapPoint& point : points)
-        point = scaled(point, 1 / kDegreesInARadian);
+        point = scaled(point, kRadiansPerDegree);
     projectArray(implementation_->projection.get(), PJ_FWD, points);
 }
 
@@ -66,7 +65,7 @@ void MapProjection::unproject(std::span<MapPoint> points) const
         return;
     projectArray(implementation_->projection.get(), PJ_INV, points);
     for (MapPoint& point : points)
-        point = scaled(point, kDegreesInARadian);
+        point = scaled(point, kDegreesPerRadian);
 }
 
 } // namespace Embedded
