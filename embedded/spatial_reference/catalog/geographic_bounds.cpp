@@ -1,5 +1,6 @@
 #include "embedded/spatial_reference/catalog/geographic_bounds.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace Embedded {
@@ -22,7 +23,53 @@ double eastwardDistance(double from, double to)
     return distance > kCircle - kTolerance ? 0 : distance;
 }
 
+double normalizedLongitude(double longitude)
+{
+    return std::remainder(longitude, kCircle);
+}
+
+/// The part of `left` from the western edge of `right` on, without its latitudes; nothing where that edge lies outside.
+std::optional<GeographicBounds> commonLongitudesFrom(const GeographicBounds& left, const GeographicBounds& right)
+{
+    const double leftExtent = longitudinalExtent(left);
+    const double offset = eastwardDistance(left.west, right.west);
+    if (offset > leftExtent + kTolerance)
+        return std::nullopt;
+    const double extent = std::min(std::max(leftExtent - offset, 0.0), longitudinalExtent(right));
+    const double east = right.west + extent;
+    return GeographicBounds{
+        .west = right.west, .south = 0, .east = east > kCircle / 2 ? east - kCircle : east, .north = 0};
+}
+
+std::optional<GeographicBounds> commonLongitudes(const GeographicBounds& left, const GeographicBounds& right)
+{
+    if (longitudinalExtent(left) >= kCircle)
+        return right;
+    if (longitudinalExtent(right) >= kCircle)
+        return left;
+    const auto first = commonLongitudesFrom(left, right);
+    const auto second = commonLongitudesFrom(right, left);
+    if (!first || !second)
+        return first ? first : second;
+    return longitudinalExtent(*first) >= longitudinalExtent(*second) ? first : second;
+}
+
 } // namespace
+
+GeographicPoint GeographicBounds::middle() const
+{
+    return {.latitude = (south + north) / 2, .longitude = normalizedLongitude(west + longitudinalExtent(*this) / 2)};
+}
+
+std::optional<GeographicBounds> commonBounds(const GeographicBounds& left, const GeographicBounds& right)
+{
+    auto common = commonLongitudes(left, right);
+    if (!common)
+        return std::nullopt;
+    common->south = std::max(left.south, right.south);
+    common->north = std::min(left.north, right.north);
+    return common->south <= common->north ? common : std::nullopt;
+}
 
 bool GeographicBounds::contains(const GeographicBounds& other) const
 {

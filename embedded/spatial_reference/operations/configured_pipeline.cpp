@@ -134,9 +134,7 @@ void checkUsable(const LoadedOperation& operation, OperationDirection direction)
     const std::wstring& code = operation.data.code;
     for (const OperationGrid& grid : usedGrids(operation.object.get())) {
         if (!grid.isInstalled)
-            throwOperationError(OperationError::missingGrid, code,
-                                "needs the grid " + utf8FromWide(grid.name) + ", which is not installed" +
-                                    (grid.url.empty() ? "" : "; download it from " + utf8FromWide(grid.url)));
+            throwOperationError(OperationError::missingGrid, code, describeMissingGrid(grid));
     }
     if (!isApplicable(operation.object.get(), direction))
         throwOperationError(OperationError::notImplemented, code,

@@ -13,6 +13,7 @@
 #include "embedded/spatial_reference/operations/operation_error.h"
 #include "embedded/spatial_reference/operations/operation_facts.h"
 #include "embedded/spatial_reference/operations/operation_index.h"
+#include "embedded/spatial_reference/operations/operation_list.h"
 #include "embedded/spatial_reference/operations/operation_search.h"
 #include "embedded/spatial_reference/projjson/proj_object.h"
 
@@ -69,15 +70,14 @@ std::optional<CatalogOperation> catalogOperation(const IndexedOperation& indexed
     const ProjObject object = operationWithInstalledGrids(indexed.code);
     if (!loaded || !object)
         return std::nullopt;
-    const auto area = areaOfUse(object.get());
     CatalogOperation operation{.code = loaded->code,
                                .name = loaded->name,
                                .kind = indexed.type == DefinitionType::path ? transformationPath : transformationSingle,
                                .accuracyInMetres = accuracyInMetres(object.get()),
-                               .areaOfUse = area ? wideFromUtf8(area->name) : std::wstring(),
                                .direction = direction,
                                .isReversible = loaded->reversible,
                                .grids = usedGrids(object.get())};
+    setArea(operation, object.get());
     const bool hasAllGrids = std::ranges::all_of(operation.grids, &OperationGrid::isInstalled);
     operation.isImplemented = !hasAllGrids || isApplicable(object.get(), direction);
     return operation;
@@ -110,6 +110,8 @@ std::vector<CatalogOperation> sorted(std::vector<CatalogOperation> operations, c
     return operations;
 }
 
+} // namespace
+
 std::vector<CatalogOperation> listOperations(const SystemParts& source, const SystemParts& target)
 {
     const SystemPair pair(source, target);
@@ -126,8 +128,6 @@ std::vector<CatalogOperation> listOperations(const SystemParts& source, const Sy
     requireReadable(check.finish());
     return sorted(std::move(operations), ranks);
 }
-
-} // namespace
 
 bool CatalogOperation::isUsable() const
 {

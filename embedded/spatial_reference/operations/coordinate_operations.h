@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "embedded/base/error.h"
+#include "embedded/spatial_reference/catalog/geographic_bounds.h"
 #include "platform/export.h"
 #include "platform/spatial_reference/definition.h"
 #include "platform/spatial_reference/transformation.h"
@@ -21,21 +22,24 @@ enum class OperationDirection { forward, inverse };
 struct OperationGrid {
     std::wstring name;
     bool isInstalled = false;
-    std::wstring url; // empty where none is known
+    std::wstring url;     // empty where none is known
+    std::wstring package; // of PROJ's, that has it; empty where none is known
 };
 
 /// A transformation or path of the catalog, as it is used between two systems.
 struct CatalogOperation {
-    std::wstring code; // AUTHORITY:CODE
+    std::wstring code{}; // AUTHORITY:CODE; empty for a composition of PROJ's own
     std::wstring name;
     Zentara::Infrastructure::SpatialReference::TransformationKind kind =
         Zentara::Infrastructure::SpatialReference::transformationSingle;
     std::optional<double> accuracyInMetres;
-    std::wstring areaOfUse;
+    std::wstring areaOfUse{};
+    std::optional<GeographicBounds> bounds{}; // of the area of use
     OperationDirection direction = OperationDirection::forward;
     bool isReversible = false;
     bool isImplemented = true; // whether PROJ knows the method in this direction; true where a grid is missing
     std::vector<OperationGrid> grids;
+    bool isBallpark = false; // whether it treats different datums as equal, as none of the catalog's does
 
     /// Returns whether the operation can transform coordinates here: it has this direction, its method and all of its
     /// grids.

@@ -25,13 +25,21 @@ std::vector<OperationGrid> usedGrids(const PJ* operation)
     const int count = proj_coordoperation_get_grid_used_count(projContext(), operation);
     for (int index = 0; index < count; ++index) {
         const char* name = nullptr;
+        const char* package = nullptr;
         const char* url = nullptr;
         int isInstalled = 0;
-        if (proj_coordoperation_get_grid_used(projContext(), operation, index, &name, nullptr, nullptr, &url, nullptr,
+        if (proj_coordoperation_get_grid_used(projContext(), operation, index, &name, nullptr, &package, &url, nullptr,
                                               nullptr, &isInstalled))
-            grids.push_back({wideFromUtf8(name ? name : ""), isInstalled != 0, wideFromUtf8(url ? url : "")});
+            grids.push_back({wideFromUtf8(name ? name : ""), isInstalled != 0, wideFromUtf8(url ? url : ""),
+                             wideFromUtf8(package ? package : "")});
     }
     return grids;
+}
+
+std::string describeMissingGrid(const OperationGrid& grid)
+{
+    return "needs the grid " + utf8FromWide(grid.name) + ", which is not installed" +
+           (grid.url.empty() ? "" : "; download it from " + utf8FromWide(grid.url));
 }
 
 std::optional<double> accuracyInMetres(const PJ* operation)
@@ -67,6 +75,15 @@ bool isTimeDependent(PJ* operation)
     const std::string_view definition = proj_pj_info(operation).definition;
     return definition.find("t_epoch=") != std::string_view::npos ||
            definition.find("proj=defmodel") != std::string_view::npos;
+}
+
+void setArea(CatalogOperation& operation, const PJ* object)
+{
+    const auto area = areaOfUse(object);
+    if (!area)
+        return;
+    operation.areaOfUse = wideFromUtf8(area->name);
+    operation.bounds = {.west = area->west, .south = area->south, .east = area->east, .north = area->north};
 }
 
 UsedOperation describeOperation(PJ* operation)

@@ -40,6 +40,19 @@ TransformedPoint Pipeline::transform(const CoordinatePoint& point)
     return {transformPoint(point)};
 }
 
+void Pipeline::transformCoordinates(std::vector<PJ_COORD>& coordinates) const
+{
+    std::vector<double> heights;
+    for (const PipelineStep& step : steps_) {
+        heights.clear();
+        for (const PJ_COORD& coordinate : coordinates)
+            heights.push_back(coordinate.xyz.z);
+        transformArray(step.operation.get(), step.direction, coordinates);
+        for (std::size_t index = 0; step.keepsHeight && index < coordinates.size(); ++index)
+            coordinates[index].xyz.z = heights[index];
+    }
+}
+
 Expected<CoordinatePoint> Pipeline::transformPoint(const CoordinatePoint& point) const
 {
     if (const auto check = checkPoint(point, needsHeight()); !check)

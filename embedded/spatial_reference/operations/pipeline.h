@@ -29,6 +29,8 @@ public:
     void append(ProjObject operation, PJ_DIRECTION direction, bool keepsHeight);
 
     [[nodiscard]] TransformedPoint transform(const CoordinatePoint& point) override;
+    /// Transforms coordinates with heights in place, whatever the rule for heights; PROJ's errors become HUGE_VAL.
+    void transformCoordinates(std::vector<PJ_COORD>& coordinates) const;
     /// Does nothing: a configured operation has its grids.
     [[nodiscard]] Expected<void> findMissingGrids(const CoordinatePoint& /*point*/, std::size_t /*operation*/) override
     {

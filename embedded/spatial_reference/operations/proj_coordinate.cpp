@@ -43,6 +43,18 @@ PJ_COORD projCoordinate(const CoordinatePoint& point)
     return proj_coord(point.x, point.y, point.z.value_or(0), point.epoch.value_or(kNoEpoch));
 }
 
+void transformArray(PJ* operation, PJ_DIRECTION direction, std::vector<PJ_COORD>& coordinates)
+{
+    if (coordinates.empty())
+        return;
+    constexpr std::size_t kStride = sizeof(PJ_COORD);
+    const std::size_t count = coordinates.size();
+    auto& [x, y, z, time] = coordinates.front().v;
+    // The number of points that it returns is that of all, also when some fail.
+    static_cast<void>(proj_trans_generic(operation, direction, &x, kStride, count, &y, kStride, count, &z, kStride,
+                                         count, &time, kStride, count));
+}
+
 Error transformError(const PJ* operation)
 {
     const int error = proj_errno(operation);

@@ -30,18 +30,6 @@ ProjObject chooseWithProj(const SystemParts& source, const SystemParts& target)
 /// PROJ gives it back.
 constexpr PJ_COORD kNoCoordinate = {{HUGE_VAL, HUGE_VAL, HUGE_VAL, HUGE_VAL}};
 
-void transformArray(PJ* operation, std::vector<PJ_COORD>& coordinates)
-{
-    if (coordinates.empty())
-        return;
-    constexpr std::size_t kStride = sizeof(PJ_COORD);
-    const std::size_t count = coordinates.size();
-    auto& [x, y, z, time] = coordinates.front().v;
-    // The number of points that it returns is that of all, also when some fail.
-    static_cast<void>(proj_trans_generic(operation, PJ_FWD, &x, kStride, count, &y, kStride, count, &z, kStride, count,
-                                         &time, kStride, count));
-}
-
 } // namespace
 
 ProjTransformer::ProjTransformer(SystemParts source, SystemParts target)
@@ -76,7 +64,7 @@ std::vector<TransformedPoint> ProjTransformer::transformAll(std::span<const Coor
     coordinates.reserve(points.size());
     for (const CoordinatePoint& point : points)
         coordinates.push_back(checkPoint(point, needsHeight()) ? projCoordinate(point) : kNoCoordinate);
-    transformArray(proj_.get(), coordinates);
+    transformArray(proj_.get(), PJ_FWD, coordinates);
     std::vector<TransformedPoint> results;
     results.reserve(points.size());
     for (std::size_t index = 0; index < points.size(); ++index) {

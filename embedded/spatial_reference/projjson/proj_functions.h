@@ -2,9 +2,11 @@
 //
 // Linking PROJ brings some forty libraries, which take longer to load than most commands take to run. Half of the
 // commands of a program on this platform need none of it. So where PROJ is a shared library, it is loaded by the first
-// call. The functions below hide those of <proj.h> in this namespace; a call that is missing here does not link.
+// call. The functions below hide those of <proj.h> and <geodesic.h> in this namespace; a call that is missing here does
+// not link.
 #pragma once
 
+#include <geodesic.h>
 #include <proj.h>
 
 #ifdef ORVEL_PROJ_LIBRARY
@@ -42,6 +44,8 @@ private:
 
 #define ORVEL_PROJ_FUNCTION(name) inline const ProjFunction<decltype(::name)> name(#name)
 
+ORVEL_PROJ_FUNCTION(geod_init);
+ORVEL_PROJ_FUNCTION(geod_inverse);
 ORVEL_PROJ_FUNCTION(proj_as_proj_string);
 ORVEL_PROJ_FUNCTION(proj_as_projjson);
 ORVEL_PROJ_FUNCTION(proj_as_wkt);

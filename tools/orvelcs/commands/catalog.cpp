@@ -14,6 +14,7 @@
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/system_argument.h"
 #include "orvelcs/drawing/system_search.h"
+#include "orvelcs/output/operation_description.h"
 #include "orvelcs/output/system_description.h"
 #include "orvelcs/output/system_format.h"
 #include "orvelcs/output/table.h"
@@ -78,10 +79,7 @@ Json asJson(const Embedded::CatalogArea* area)
 {
     if (!area)
         return nullptr;
-    Json bounds = nullptr;
-    if (area->bounds)
-        bounds = {area->bounds->west, area->bounds->south, area->bounds->east, area->bounds->north};
-    return {{"name", Embedded::utf8FromWide(area->name)}, {"bounds", std::move(bounds)}};
+    return {{"name", Embedded::utf8FromWide(area->name)}, {"bounds", boundsAsJson(area->bounds)}};
 }
 
 Json asJson(const std::vector<PlacedSystem>& systems)

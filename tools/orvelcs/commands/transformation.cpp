@@ -12,6 +12,7 @@
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/system_pair.h"
+#include "orvelcs/output/operation_description.h"
 #include "orvelcs/output/system_description.h"
 #include "orvelcs/output/table.h"
 
@@ -82,53 +83,11 @@ ExitStatus runConfigured(const TransformationOptions& options, Output& output)
     return withFailureDocument(nullptr, output, [&] { return reportConfigured(options, output); });
 }
 
-const char* directionName(Embedded::OperationDirection direction)
-{
-    return direction == Embedded::OperationDirection::forward ? "forward" : "inverse";
-}
-
-Json asJson(const Embedded::CatalogOperation& operation)
-{
-    Json grids = Json::array();
-    for (const Embedded::OperationGrid& grid : operation.grids)
-        grids.push_back({{"name", Embedded::utf8FromWide(grid.name)},
-                         {"available", grid.isInstalled},
-                         {"url", grid.url.empty() ? Json(nullptr) : Json(Embedded::utf8FromWide(grid.url))}});
-    return {
-        {"code", Embedded::utf8FromWide(operation.code)},
-        {"name", Embedded::utf8FromWide(operation.name)},
-        {"kind", operation.kind},
-        {"accuracy", jsonValue(operation.accuracyInMetres)},
-        {"areaOfUse", operation.areaOfUse.empty() ? Json(nullptr) : Json(Embedded::utf8FromWide(operation.areaOfUse))},
-        {"direction", directionName(operation.direction)},
-        {"reversible", operation.isReversible},
-        {"usable", operation.isUsable()},
-        {"grids", std::move(grids)}};
-}
-
-std::string accuracyText(const Embedded::CatalogOperation& operation)
-{
-    return operation.accuracyInMetres ? fmt::format("{} m", *operation.accuracyInMetres) : "accuracy unknown";
-}
-
 std::string directionText(const Embedded::CatalogOperation& operation)
 {
     if (operation.direction == Embedded::OperationDirection::forward)
         return "forward";
     return operation.isReversible ? "in reverse" : "not reversible";
-}
-
-void printDetails(const Embedded::CatalogOperation& operation, Output& output)
-{
-    constexpr const char* kIndentation = "    ";
-    if (!operation.areaOfUse.empty())
-        output.line(kIndentation + oneLine(operation.areaOfUse));
-    for (const Embedded::OperationGrid& grid : operation.grids)
-        output.line(fmt::format("{}grid {}: {}{}", kIndentation, oneLine(grid.name),
-                                grid.isInstalled ? "installed" : "not installed",
-                                grid.isInstalled || grid.url.empty() ? "" : ", " + oneLine(grid.url)));
-    if (!operation.isImplemented)
-        output.line(fmt::format("{}PROJ does not implement its method", kIndentation));
 }
 
 void print(const std::vector<Embedded::CatalogOperation>& operations, Output& output)
@@ -141,7 +100,9 @@ void print(const std::vector<Embedded::CatalogOperation>& operations, Output& ou
     const std::vector<std::string> lines = alignColumns(rows, kAccuracyColumn);
     for (std::size_t index = 0; index < operations.size(); ++index) {
         output.heading(lines[index]);
-        printDetails(operations[index], output);
+        printAreaAndGrids(operations[index], output);
+        if (!operations[index].isImplemented)
+            printDetail("PROJ does not implement its method", output);
     }
 }
 
@@ -176,7 +137,7 @@ ExitStatus runList(const TransformationOptions& options, Output& output)
         }
         Json array = Json::array();
         for (const Embedded::CatalogOperation& operation : operations)
-            array.push_back(asJson(operation));
+            array.push_back(catalogOperationAsJson(operation));
         output.document(array);
         return ExitStatus::done;
     });

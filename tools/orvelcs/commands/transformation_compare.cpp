@@ -1,0 +1,188 @@
+// transformation compare: what the choice between the transformations of two systems costs.
+#include <algorithm>
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "embedded/base/text.h"
+#include "orvelcs/cli/command.h"
+#include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/error_document.h"
+#include "orvelcs/drawing/candidate_choice.h"
+#include "orvelcs/drawing/candidate_description.h"
+#include "orvelcs/drawing/config_item.h"
+#include "orvelcs/drawing/place_options.h"
+#include "orvelcs/drawing/transformation_comparison.h"
+#include "orvelcs/output/operation_description.h"
+#include "orvelcs/output/table.h"
+
+namespace Orvelcs {
+namespace {
+
+struct CompareOptions {
+    std::string source;
+    std::string target;
+    std::vector<std::string> between;
+    PlaceOptions place;
+};
+
+/// The comparison with the candidates that are to be shown.
+struct ShownComparison {
+    SystemPair pair;
+    TransformationComparison comparison;
+    std::vector<Candidate> candidates;
+
+    std::string subject(const CompareOptions& options) const { return options.source + " to " + options.target; }
+};
+
+Json placeAsJson(const ComparedPlace& place)
+{
+    Json areas = Json::array();
+    for (const Embedded::GeographicBounds& part : place.parts)
+        areas.push_back(boundsAsJson(part));
+    return areas;
+}
+
+Json asJson(const ShownComparison& shown)
+{
+    const auto code = [](const std::wstring& text) { return text.empty() ? Json(nullptr) : jsonText(text); };
+    const TransformationComparison& comparison = shown.comparison;
+    Json candidates = Json::array();
+    for (const Candidate& candidate : shown.candidates)
+        candidates.push_back(candidateAsJson(candidate));
+    return {{"source", code(shown.pair.sourceCode)},
+            {"target", code(shown.pair.targetCode)},
+            {"commonArea", boundsAsJson(comparison.commonArea())},
+            {"place", placeAsJson(comparison.place())},
+            {"point", pointAsJson(comparison.point())},
+            {"reference", comparison.reference() ? Json(comparison.reference()->number) : Json(nullptr)},
+            {"candidates", std::move(candidates)}};
+}
+
+std::string kindText(const Candidate& candidate)
+{
+    if (candidate.operation.isBallpark)
+        return "ballpark";
+    return candidate.hasCode() ? transformationKindName(candidate.operation.kind) : "composed by PROJ";
+}
+
+std::string distanceText(const Candidate& candidate)
+{
+    return candidate.distance ? fmt::format("{:.3f} m", *candidate.distance) : "-";
+}
+
+void printReason(const Candidate& candidate, Output& output)
+{
+    if (candidate.isUsable && !candidate.reason.empty())
+        printDetail(candidate.reason, output);
+    else if (!candidate.isUsable)
+        printDetail("cannot be used: " + oneLine(candidate.reason), output);
+    if (!candidate.hasCode())
+        printDetail("not in the catalog, so no configuration can name it", output);
+}
+
+void print(const ShownComparison& shown, Output& output)
+{
+    constexpr std::size_t kDistanceColumn = 1;
+    const TransformationComparison& comparison = shown.comparison;
+    output.line(fmt::format("at {:.6g}, {:.6g}, distances from {}", comparison.point().latitude,
+                            comparison.point().longitude,
+                            comparison.reference() ? std::to_string(comparison.reference()->number) : "none"));
+    std::vector<TableRow> rows;
+    for (const Candidate& candidate : shown.candidates)
+        rows.push_back({std::to_string(candidate.number), distanceText(candidate), accuracyText(candidate.operation),
+                        coverageText(candidate.coverage), kindText(candidate),
+                        candidate.hasCode() ? oneLine(candidate.operation.code) : "-",
+                        oneLine(candidate.operation.name)});
+    const std::vector<std::string> lines = alignColumns(rows, kDistanceColumn);
+    for (std::size_t index = 0; index < lines.size(); ++index) {
+        output.heading(lines[index]);
+        printAreaAndGrids(shown.candidates[index].operation, output);
+        printReason(shown.candidates[index], output);
+    }
+}
+
+/// The two that --between names, the first of which is the reference, or all.
+std::vector<Candidate> shownCandidates(const CompareOptions& options, TransformationComparison& comparison)
+{
+    if (options.between.empty())
+        return comparison.candidates();
+    const Candidate& first = chooseCandidate("--between", options.between[0], comparison);
+    const Candidate& second = chooseCandidate("--between", options.between[1], comparison);
+    if (&first == &second)
+        throw wrongUsage("--between", describeCandidate(first) + " is both; a comparison needs two");
+    comparison.measureFrom(first);
+    return {first, second};
+}
+
+ShownComparison compare(const CompareOptions& options, const Output& output)
+{
+    const ComparedPlace place = readPlace(options.place, output);
+    SystemPair pair = readPair(options.source, options.target, output, ExitStatus::nothingFound);
+    TransformationComparison comparison(pair, place);
+    std::vector<Candidate> candidates = shownCandidates(options, comparison);
+    return {std::move(pair), std::move(comparison), std::move(candidates)};
+}
+
+/// Says what the rows do not say, or only in many words.
+void note(const ShownComparison& shown, const std::string& subject, Output& output)
+{
+    const Candidate* const reference = shown.comparison.reference();
+    if (shown.comparison.leavesHeightsOut())
+        output.note(subject, "heights are left out; distances are horizontal");
+    if (shown.comparison.candidates().size() == 1)
+        output.note(subject, "there is one candidate only, so there is nothing to compare it with");
+    if (!reference)
+        output.importantNote(subject, "no candidate gives a position at the point, so there are no distances");
+    else if (reference->operation.isBallpark)
+        output.importantNote(subject,
+                             "the best that can be used there is a ballpark one, which takes datums for equal");
+}
+
+ExitStatus run(const CompareOptions& options, Output& output)
+{
+    const ShownComparison shown = compare(options, output);
+    if (output.json())
+        output.document(asJson(shown));
+    else
+        print(shown, output);
+    note(shown, shown.subject(options), output);
+    const bool isCovered = std::ranges::any_of(shown.comparison.candidates(), [](const Candidate& candidate) {
+        return !candidate.operation.isBallpark && candidate.coverage != Coverage::none;
+    });
+    if (isCovered || shown.comparison.candidates().size() == 1)
+        return ExitStatus::done;
+    output.error(shown.subject(options), "the place lies outside of the area of use of every candidate");
+    return ExitStatus::nothingFound;
+}
+
+constexpr const char* kDetails =
+    "Lists every transformation and path that the catalog has between the two, as transformation list does, and what\n"
+    "PROJ composes itself, which has no code and which no configuration can name. Each has its accuracy, its area of\n"
+    "use, its grids, and how many metres its result lies from that of the best one that can be used at the point: the\n"
+    "length of the geodesic on the ellipsoid of DST. Heights are left out.\n";
+
+std::vector<Command> declareCompare(CLI::App& program)
+{
+    auto options = std::make_shared<CompareOptions>();
+    CLI::App* app = addCommand(
+        *program.get_subcommand("transformation"),
+        {"compare",
+         "Compare the transformations and paths between two systems at a place, best first",
+         {"transformation compare SRC DST [--between A B]\n" + std::string(kPlaceUsage)},
+         kDetails + std::string(kPlaceHelp) + "\n" + kSystemHelp +
+             "\nExit status 3 if there is no candidate, and if the place lies outside of the areas of all."});
+    addArgument(*app, "SRC", options->source, "the SYSTEM to transform from")->required();
+    addArgument(*app, "DST", options->target, "the SYSTEM to transform to")->required();
+    addArguments(*app, "--between A B", options->between,
+                 "compare these two only, by code, name or number in the list; distances are from A")
+        ->expected(2);
+    addPlaceOptions(*app, options->place);
+    return {{app, [options](Output& output) { return run(*options, output); }}};
+}
+
+const CommandRegistration kCompareCommand({HelpGroup::transformations, 4}, declareCompare);
+
+} // namespace
+
+} // namespace Orvelcs

@@ -1,0 +1,90 @@
+#include "orvelcs/output/map/area_labels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <string>
+
+#include "orvelcs/output/text_width.h"
+
+namespace Orvelcs {
+namespace {
+
+/// Points of the page all over what is seen of the area, those near its middle first.
+std::vector<MapPoint> pointsIn(const GeographicBounds& bounds, const MapView& view)
+{
+    constexpr int kSteps = 24; // an even number, so that the middle is one of the points
+    std::vector<MapPoint> points;
+    for (int row = 1; row < kSteps; ++row)
+        for (int column = 1; column < kSteps; ++column) {
+            const double latitude = bounds.south + (bounds.north - bounds.south) * row / kSteps;
+            const double longitude = bounds.west + longitudinalSpan(bounds) * column / kSteps;
+            if (const auto point = view.at(latitude, longitude))
+                points.push_back(*point);
+        }
+    if (points.empty())
+        return {view.frame().middle()};
+    const auto add = [](const MapPoint& sum, const MapPoint& point) {
+        return MapPoint{sum.x + point.x, sum.y + point.y};
+    };
+    const MapPoint sum = std::accumulate(points.begin(), points.end(), MapPoint{}, add);
+    const auto count = static_cast<double>(points.size());
+    std::ranges::stable_sort(points, {}, [&](const MapPoint& point) {
+        // Rounded, so that the order does not depend on how a machine rounds.
+        return std::round(std::hypot(point.x - sum.x / count, point.y - sum.y / count));
+    });
+    return points;
+}
+
+double sizeOf(const PlaneRectangle& bounds)
+{
+    return std::max(0.0, bounds.width()) * std::max(0.0, bounds.height());
+}
+
+} // namespace
+
+double numberFontSize(std::size_t areaCount)
+{
+    constexpr std::size_t kFew = 30;
+    constexpr std::size_t kMany = 100;
+    return areaCount <= kFew ? 12 : areaCount <= kMany ? 10 : 8.5;
+}
+
+PageBox numberBox(int number, double fontSize)
+{
+    constexpr double kPadding = 0.35; // on either side, as a share of the font's size
+    constexpr double kHeight = 1.35;
+    const double width = textWidth(std::to_string(number), fontSize) + 2 * kPadding * fontSize;
+    return {0, 0, width, fontSize * kHeight};
+}
+
+std::vector<AreaLabel> labelAreas(const std::vector<MappedArea>& areas, const MapView& view,
+                                  const std::vector<PageBox>& obstacles)
+{
+    constexpr double kTiny = 4;
+    const double fontSize = numberFontSize(areas.size());
+    std::vector<AreaLabel> labels(areas.size());
+    std::vector<WantedLabel> wanted(areas.size());
+    std::vector<double> sizes(areas.size());
+    for (std::size_t index = 0; index < areas.size(); ++index) {
+        const PageBox box = numberBox(areas[index].number, fontSize);
+        wanted[index] = {pointsIn(areas[index].bounds, view), box.width, box.height};
+        labels[index].anchor = wanted[index].points.front();
+        const PlaneRectangle seen = boundsOf(wanted[index].points);
+        labels[index].isTiny = seen.width() < kTiny && seen.height() < kTiny;
+        sizes[index] = std::round(sizeOf(seen));
+    }
+    // A small area has fewer places for its number.
+    std::vector<std::size_t> order(areas.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::ranges::stable_sort(order, {}, [&](std::size_t index) { return sizes[index]; });
+    std::vector<WantedLabel> ordered;
+    for (const std::size_t index : order)
+        ordered.push_back(wanted[index]);
+    const std::vector<PlacedLabel> placed = placeLabels(ordered, view.frame(), obstacles);
+    for (std::size_t index = 0; index < order.size(); ++index)
+        labels[order[index]].label = placed[index];
+    return labels;
+}
+
+} // namespace Orvelcs
