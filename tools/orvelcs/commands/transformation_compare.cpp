@@ -35,12 +35,13 @@ struct ShownComparison {
     std::string subject(const CompareOptions& options) const { return options.source + " to " + options.target; }
 };
 
+/// Either the area or the number of points.
 Json placeAsJson(const ComparedPlace& place)
 {
-    Json areas = Json::array();
-    for (const Embedded::GeographicBounds& part : place.parts)
-        areas.push_back(boundsAsJson(part));
-    return areas;
+    const Embedded::GeographicBounds& first = place.parts.front();
+    const bool isPoint = first.west == first.east && first.south == first.north;
+    return {{"area", isPoint ? Json(nullptr) : boundsAsJson(first)},
+            {"points", isPoint ? Json(place.parts.size()) : Json(nullptr)}};
 }
 
 Json asJson(const ShownComparison& shown)
@@ -71,11 +72,13 @@ std::string distanceText(const Candidate& candidate)
     return candidate.distance ? fmt::format("{:.3f} m", *candidate.distance) : "-";
 }
 
-void printReason(const Candidate& candidate, Output& output)
+/// Prints what the lines of area and grids do not say.
+void printRemarks(const Candidate& candidate, Output& output)
 {
+    const bool lacksGrid = !std::ranges::all_of(candidate.operation.grids, &Embedded::OperationGrid::isInstalled);
     if (candidate.isUsable && !candidate.reason.empty())
-        printDetail(candidate.reason, output);
-    else if (!candidate.isUsable)
+        printDetail(oneLine(candidate.reason), output);
+    else if (!candidate.isUsable && !lacksGrid)
         printDetail("cannot be used: " + oneLine(candidate.reason), output);
     if (!candidate.hasCode())
         printDetail("not in the catalog, so no configuration can name it", output);
@@ -98,7 +101,7 @@ void print(const ShownComparison& shown, Output& output)
     for (std::size_t index = 0; index < lines.size(); ++index) {
         output.heading(lines[index]);
         printAreaAndGrids(shown.candidates[index].operation, output);
-        printReason(shown.candidates[index], output);
+        printRemarks(shown.candidates[index], output);
     }
 }
 
@@ -160,7 +163,14 @@ constexpr const char* kDetails =
     "Lists every transformation and path that the catalog has between the two, as transformation list does, and what\n"
     "PROJ composes itself, which has no code and which no configuration can name. Each has its accuracy, its area of\n"
     "use, its grids, and how many metres its result lies from that of the best one that can be used at the point: the\n"
-    "length of the geodesic on the ellipsoid of DST. Heights are left out.\n";
+    "length of the geodesic on the ellipsoid of DST. Heights are left out.\n"
+    "--json prints source, target, commonArea, place, point, reference and candidates. Points are [latitude, "
+    "longitude]\n"
+    "and areas [west, south, east, north]; reference is the number of the candidate from which distances are "
+    "measured.\n"
+    "A candidate has what transformation list prints and its number, covers (all, part, none; null where its area is "
+    "not\n"
+    "known), reason (why it cannot be used or gives no position), ballpark, storable and distance.\n";
 
 std::vector<Command> declareCompare(CLI::App& program)
 {
@@ -169,7 +179,7 @@ std::vector<Command> declareCompare(CLI::App& program)
         *program.get_subcommand("transformation"),
         {"compare",
          "Compare the transformations and paths between two systems at a place, best first",
-         {"transformation compare SRC DST [--between A B]\n" + std::string(kPlaceUsage)},
+         {"transformation compare SRC DST [--between A B] " + std::string(kPlaceUsage)},
          kDetails + std::string(kPlaceHelp) + "\n" + kSystemHelp +
              "\nExit status 3 if there is no candidate, and if the place lies outside of the areas of all."});
     addArgument(*app, "SRC", options->source, "the SYSTEM to transform from")->required();

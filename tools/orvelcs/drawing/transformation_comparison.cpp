@@ -193,15 +193,17 @@ void TransformationComparison::measureFrom(const Candidate& reference)
         candidates_[index].distance = std::isfinite(distances[index]) ? std::optional(distances[index]) : std::nullopt;
 }
 
-std::vector<double> TransformationComparison::distances(const Candidate& from, const Candidate& to,
-                                                        std::span<const Point> points)
+std::vector<Point> TransformationComparison::positions(const Candidate& candidate, std::span<const Point> points)
 {
-    const auto fromPositions = operations_->positions(from.index, points);
-    const auto toPositions = operations_->positions(to.index, points);
-    for (const auto* positions : {&fromPositions, &toPositions})
-        if (!*positions)
-            throw Failure(positions->error().place, positions->error().message);
-    return operations_->distances(*fromPositions, *toPositions);
+    auto positions = operations_->positions(candidate.index, points);
+    if (!positions)
+        throw Failure(positions.error().place, positions.error().message);
+    return *std::move(positions);
+}
+
+std::vector<double> TransformationComparison::distances(std::span<const Point> from, std::span<const Point> to) const
+{
+    return operations_->distances(from, to);
 }
 
 } // namespace Orvelcs
