@@ -10,6 +10,8 @@
 namespace Orvelcs {
 namespace {
 
+constexpr double kTiny = 4; // in units of the page
+
 /// Points of the page all over what is seen of the area, those near its middle first.
 std::vector<MapPoint> pointsIn(const GeographicBounds& bounds, const MapView& view)
 {
@@ -59,20 +61,24 @@ PageBox numberBox(int number, double fontSize)
 }
 
 std::vector<AreaLabel> labelAreas(const std::vector<MappedArea>& areas, const MapView& view,
-                                  const std::vector<PageBox>& obstacles)
+                                  std::vector<PageBox> obstacles)
 {
-    constexpr double kTiny = 4;
     const double fontSize = numberFontSize(areas.size());
     std::vector<AreaLabel> labels(areas.size());
-    std::vector<WantedLabel> wanted(areas.size());
-    std::vector<double> sizes(areas.size());
+    std::vector<WantedLabel> wanted;
+    std::vector<double> sizes;
     for (std::size_t index = 0; index < areas.size(); ++index) {
+        const std::vector<MapPoint> points = pointsIn(areas[index].bounds, view);
+        const PlaneRectangle seen = boundsOf(points);
         const PageBox box = numberBox(areas[index].number, fontSize);
-        wanted[index] = {pointsIn(areas[index].bounds, view), box.width, box.height};
-        labels[index].anchor = wanted[index].points.front();
-        const PlaneRectangle seen = boundsOf(wanted[index].points);
+        labels[index].anchor = points.front();
         labels[index].isTiny = seen.width() < kTiny && seen.height() < kTiny;
-        sizes[index] = std::round(sizeOf(seen));
+        // The number would hide an area that is smaller, and so do those of others.
+        const bool isHidden = seen.width() < box.width && seen.height() < box.height;
+        if (isHidden)
+            obstacles.push_back({points.front().x - kTiny / 2, points.front().y - kTiny / 2, kTiny, kTiny});
+        wanted.push_back({points.front(), isHidden ? std::vector<MapPoint>() : points, box.width, box.height});
+        sizes.push_back(std::round(sizeOf(seen)));
     }
     // A small area has fewer places for its number.
     std::vector<std::size_t> order(areas.size());
@@ -80,8 +86,8 @@ std::vector<AreaLabel> labelAreas(const std::vector<MappedArea>& areas, const Ma
     std::ranges::stable_sort(order, {}, [&](std::size_t index) { return sizes[index]; });
     std::vector<WantedLabel> ordered;
     for (const std::size_t index : order)
-        ordered.push_back(wanted[index]);
-    const std::vector<PlacedLabel> placed = placeLabels(ordered, view.frame(), obstacles);
+        ordered.push_back(std::move(wanted[index]));
+    const std::vector<PlacedLabel> placed = placeLabels(ordered, view.frame(), std::move(obstacles));
     for (std::size_t index = 0; index < order.size(); ++index)
         labels[order[index]].label = placed[index];
     return labels;
