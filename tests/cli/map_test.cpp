@@ -201,6 +201,25 @@ TEST_F(MapCommand, DefinitionOfOnesOwn_IsListed)
     expectNumbers(contents("map.svg"), 1);
 }
 
+TEST_F(MapCommand, ListOfDrawings_IsDrawnBesideTheSystems)
+{
+    givenDrawingWith("one.qedb", "EPSG:25832");
+    givenDrawingWith("two.qedb", "EPSG:2193");
+    ProgramRun listed;
+    listed.arguments = {"--json", "map", "EPSG:3413", "--files-from", "-", "-o", "map.svg"};
+    listed.input = "one.qedb\ntwo.qedb\n";
+    const ProgramResult result = run(listed);
+    ASSERT_EQ(result.status, 0) << result.errors;
+    const Json systems = Json::parse(result.output)["systems"];
+    ASSERT_EQ(systems.size(), 3U);
+    EXPECT_EQ(systems[0]["file"], nullptr);
+    EXPECT_EQ(systems[1]["file"], "one.qedb");
+    EXPECT_EQ(systems[2]["file"], "two.qedb");
+    expectNumbers(contents("map.svg"), 3);
+    expectResult(run({"map", "--files-from", "-", "-o", "none.svg"}), 3, "", "orvelcs: map: -: names no drawing\n");
+    EXPECT_EQ(files(), (std::vector<std::string>{"map.svg", "one.qedb", "two.qedb"}));
+}
+
 TEST_F(MapCommand, FileThatExists_IsNotOverwritten)
 {
     given("map.svg", "something else");
@@ -237,11 +256,13 @@ TEST_F(MapCommand, WrongUsage_SaysWhatIsExpected)
     expectWrongUsage(run({"map", "EPSG:25832", "-o", "map.html"}),
                      "orvelcs: map: --output: expected a name that ends with .svg, found map.html");
     expectWrongUsage(run({"map", "@-", "@-", "-o", "map.svg"}),
-                     "orvelcs: map: SYSTEM: standard input holds one system; @- stands twice");
+                     "orvelcs: map: SYSTEM: standard input is named twice, and can be read once");
+    expectWrongUsage(run({"map", "@-", "--files-from", "-", "-o", "map.svg"}),
+                     "orvelcs: map: SYSTEM: standard input is named twice, and can be read once");
+    expectWrongUsage(run({"map", "-o", "map.svg"}), "orvelcs: map: SYSTEM: is required");
     expectWrongUsage(run(concatenate({"map", "-o", "map.svg"}, Arguments(201, "EPSG:25832"))),
                      "orvelcs: map: SYSTEM: expected at most 200 systems on one map, found 201");
     EXPECT_EQ(run({"map", "EPSG:25832"}).status, 2);
-    EXPECT_EQ(run({"map", "-o", "map.svg"}).status, 2);
     EXPECT_EQ(run({"--json", "map", "EPSG:25832", "-o", "-"}).status, 2);
     EXPECT_EQ(files(), std::vector<std::string>{});
 }
