@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "orvelcs/cli/failure.h"
+#include "orvelcs/output/map/area_labels.h"
 #include "orvelcs/output/map/coastlines.h"
 #include "orvelcs/output/map/graticule.h"
 #include "orvelcs/output/map/label_placement.h"
@@ -40,6 +41,33 @@ TEST(CommonExtent, IsTheSmallestAreaThatHoldsAll)
     expectBounds(commonExtent({{-125, 24, -66, 49}, {-180, -90, 180, 90}}), {-180, -90, 180, 90});
     expectBounds(commonExtent({{-180, 0, -60, 1}, {-60, 0, 60, 1}, {60, 0, 180, 1}}), {-180, 0, 180, 1});
     expectBounds(commonExtent({}), Orvelcs::kWholeEarth);
+}
+
+TEST(ContainsPlace, KnowsAreasAcrossTheAntimeridian)
+{
+    const GeographicBounds fiji{176.81, -20.81, -178.15, -12.42};
+    for (const double longitude : {176.81, 178.0, 180.0, -180.0, 181.0, -179.0, -178.15})
+        EXPECT_TRUE(Orvelcs::containsPlace(fiji, -17, longitude)) << longitude;
+    for (const double longitude : {176.0, -178.0, 0.0, 183.0})
+        EXPECT_FALSE(Orvelcs::containsPlace(fiji, -17, longitude)) << longitude;
+    EXPECT_FALSE(Orvelcs::containsPlace(fiji, -21, 178));
+    EXPECT_TRUE(Orvelcs::containsPlace(Orvelcs::kWholeEarth, 90, 180));
+}
+
+TEST(AreaLabels, NumberOfAnArea_LiesWhereNoOtherAreaIs)
+{
+    std::vector<Orvelcs::MappedSystem> systems(2);
+    systems[0].bounds = {0, 40, 20, 50};
+    systems[1].bounds = {6, 43, 14, 47};
+    Orvelcs::numberAreas(systems);
+    const MapView view({0, 40, 20, 50}, kPartsRoom);
+    const auto labels = Orvelcs::labelAreas(Orvelcs::areasOf(systems), view, {});
+    ASSERT_EQ(labels.size(), 2U);
+    const auto outer = view.placeAtPoint(labels[0].label.box.middle());
+    const auto inner = view.placeAtPoint(labels[1].label.box.middle());
+    EXPECT_TRUE(Orvelcs::containsPlace(*systems[0].bounds, outer->y, outer->x));
+    EXPECT_FALSE(Orvelcs::containsPlace(*systems[1].bounds, outer->y, outer->x));
+    EXPECT_TRUE(Orvelcs::containsPlace(*systems[1].bounds, inner->y, inner->x));
 }
 
 TEST(Coastlines, RingsLieOnTheEarthAndCoastsLeaveOutTheCuts)

@@ -12,30 +12,48 @@ namespace {
 
 constexpr double kTiny = 4; // in units of the page
 
-/// Points of the page all over what is seen of the area, those near its middle first.
-std::vector<MapPoint> pointsIn(const GeographicBounds& bounds, const MapView& view)
+/// A point of the page for the middle of a number.
+struct NumberPoint {
+    MapPoint point;
+    int otherAreas = 0;  // in which it lies, too
+    double distance = 0; // from the middle of the area
+};
+
+int countOthers(const std::vector<MappedArea>& areas, const MappedArea& area, double latitude, double longitude)
+{
+    return static_cast<int>(std::ranges::count_if(areas, [&](const MappedArea& other) {
+        return other.number != area.number && containsPlace(other.bounds, latitude, longitude);
+    }));
+}
+
+/// Points of the page all over what is seen of the area: those in the fewest other areas first, then those near its
+/// middle.
+std::vector<MapPoint> pointsIn(const MappedArea& area, const std::vector<MappedArea>& areas, const MapView& view)
 {
     constexpr int kSteps = 24; // an even number, so that the middle is one of the points
-    std::vector<MapPoint> points;
+    const GeographicBounds& bounds = area.bounds;
+    std::vector<NumberPoint> points;
+    MapPoint sum;
     for (int row = 1; row < kSteps; ++row)
         for (int column = 1; column < kSteps; ++column) {
             const double latitude = bounds.south + (bounds.north - bounds.south) * row / kSteps;
             const double longitude = bounds.west + longitudinalSpan(bounds) * column / kSteps;
-            if (const auto point = view.at(latitude, longitude))
-                points.push_back(*point);
+            if (const auto point = view.at(latitude, longitude)) {
+                points.push_back({*point, countOthers(areas, area, latitude, longitude)});
+                sum = {sum.x + point->x, sum.y + point->y};
+            }
         }
     if (points.empty())
         return {view.frame().middle()};
-    const auto add = [](const MapPoint& sum, const MapPoint& point) {
-        return MapPoint{sum.x + point.x, sum.y + point.y};
-    };
-    const MapPoint sum = std::accumulate(points.begin(), points.end(), MapPoint{}, add);
     const auto count = static_cast<double>(points.size());
-    std::ranges::stable_sort(points, {}, [&](const MapPoint& point) {
-        // Rounded, so that the order does not depend on how a machine rounds.
-        return std::round(std::hypot(point.x - sum.x / count, point.y - sum.y / count));
-    });
-    return points;
+    for (NumberPoint& candidate : points) // rounded, so that the order does not depend on how a machine rounds
+        candidate.distance =
+            std::round(std::hypot(candidate.point.x - sum.x / count, candidate.point.y - sum.y / count));
+    std::ranges::stable_sort(
+        points, {}, [](const NumberPoint& candidate) { return std::pair(candidate.otherAreas, candidate.distance); });
+    std::vector<MapPoint> sorted;
+    std::ranges::transform(points, std::back_inserter(sorted), &NumberPoint::point);
+    return sorted;
 }
 
 double sizeOf(const PlaneRectangle& bounds)
@@ -68,7 +86,7 @@ std::vector<AreaLabel> labelAreas(const std::vector<MappedArea>& areas, const Ma
     std::vector<WantedLabel> wanted;
     std::vector<double> sizes;
     for (std::size_t index = 0; index < areas.size(); ++index) {
-        const std::vector<MapPoint> points = pointsIn(areas[index].bounds, view);
+        const std::vector<MapPoint> points = pointsIn(areas[index], areas, view);
         const PlaneRectangle seen = boundsOf(points);
         const PageBox box = numberBox(areas[index].number, fontSize);
         labels[index].anchor = points.front();
