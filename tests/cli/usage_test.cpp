@@ -31,15 +31,19 @@ const std::vector<Arguments> kCommands = {{"new"},
                                           {"config", "clear"},
                                           {"config", "items"},
                                           {"config", "add"},
+                                          {"config", "remove"},
                                           {"transformation"},
                                           {"transformation", "list"},
-                                          {"transform"}};
+                                          {"transform"},
+                                          {"help"},
+                                          {"commands"}};
 
 /// The names below "Commands:" in the help, each on a line of its own.
 std::vector<std::string> listedCommands(const std::string& help)
 {
     static const std::regex kName("\n  ([a-z]+) ");
-    const std::string list = help.substr(std::min(help.find("\nCommands:"), help.size()));
+    const std::size_t start = std::min(help.find("\nCommands:"), help.size());
+    const std::string list = help.substr(start, help.find("\nOptions:", start) - start);
     const std::sregex_iterator first(list.begin(), list.end(), kName);
     std::vector<std::string> names;
     std::transform(first, {}, std::back_inserter(names), [](const std::smatch& name) { return name[1]; });
@@ -57,7 +61,7 @@ TEST_F(CommandLineUsage, Help_ListsTheCommandsInTheirOrder_AndTheExitStatuses)
         EXPECT_THAT(listedCommands(result.output),
                     testing::ElementsAre("new", "assign", "clear", "show", "forms", "convert", "check", "dump",
                                          "catalog", "encode", "decode", "codec", "config", "transformation",
-                                         "transform"));
+                                         "transform", "help", "commands"));
     }
 }
 
@@ -142,7 +146,7 @@ TEST_F(CommandLineUsage, NoCommand_IsWrongUsage)
     expectWrongUsage(
         run(Arguments{}),
         "orvelcs: command line: COMMAND: is required; one of new, assign, clear, show, forms, convert, check, dump, "
-        "catalog, encode, decode, codec, config, transformation, transform");
+        "catalog, encode, decode, codec, config, transformation, transform, help, commands");
 }
 
 TEST_F(CommandLineUsage, MisspeltCommand_IsRefusedWithTheNearest)
@@ -158,7 +162,8 @@ TEST_F(CommandLineUsage, UnknownCommand_IsRefusedWithTheListOfCommands)
     expectWrongUsage(
         run({"refurbish"}),
         "orvelcs: command line: refurbish: no such command; there are new, assign, "
-        "clear, show, forms, convert, check, dump, catalog, encode, decode, codec, config, transformation, transform");
+        "clear, show, forms, convert, check, dump, catalog, encode, decode, codec, config, transformation, transform, "
+        "help, commands");
 }
 
 TEST_F(CommandLineUsage, MisspeltOption_IsRefusedWithTheNearest)

@@ -8,6 +8,7 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/help_text.h"
 #include "orvelcs/cli/process.h"
 
 namespace Orvelcs {
@@ -66,7 +67,7 @@ ExitStatus execute(const CommandLine& commandLine, const Invocation& invocation,
         applyWaitOption(commandLine.waitOption());
         return commandLine.run(output);
     case Invocation::Kind::help:
-        output.write(invocation.help);
+        output.write(helpText(*invocation.helpOf, Output::helpColumns()));
         return ExitStatus::done;
     case Invocation::Kind::version:
         return reportVersion(invocation.checksCatalog, output);

@@ -104,8 +104,7 @@ void print(const std::vector<PlacedSystem>& systems, Output& output)
         rows.push_back({oneLine(entry.code), kindName(entry.kind),
                         oneLine(entry.name) + (entry.deprecated ? " (deprecated)" : ""),
                         area ? oneLine(area->name) : "area of use unknown"});
-    for (const std::string& line : alignColumns(rows))
-        output.line(line);
+    printTable(rows, output);
 }
 
 ExitStatus runSearch(const SearchOptions& options, Output& output)

@@ -102,8 +102,7 @@ void printDecoded(const std::vector<DecodedDefinition>& definitions, Output& out
     for (const DecodedDefinition& definition : definitions)
         rows.push_back(
             {definition.type, oneLine(definition.code.value_or(L"-")), oneLine(definition.name.value_or(L"-"))});
-    for (const std::string& line : alignColumns(rows))
-        output.line(line);
+    printTable(rows, output);
 }
 
 ExitStatus runDecode(const DecodeOptions& options, Output& output)

@@ -7,6 +7,7 @@
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/display_width.h"
 #include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/catalog_lookup.h"
@@ -121,8 +122,9 @@ std::string directionText(const Embedded::CatalogOperation& operation)
 void printDetails(const Embedded::CatalogOperation& operation, Output& output)
 {
     constexpr const char* kIndentation = "    ";
+    const std::string area = kIndentation + oneLine(operation.areaOfUse);
     if (!operation.areaOfUse.empty())
-        output.line(kIndentation + oneLine(operation.areaOfUse));
+        output.line(truncated(area, Output::tableColumns().value_or(area.size())));
     for (const Embedded::OperationGrid& grid : operation.grids)
         output.line(fmt::format("{}grid {}: {}{}", kIndentation, oneLine(grid.name),
                                 grid.isInstalled ? "installed" : "not installed",
@@ -138,7 +140,7 @@ void print(const std::vector<Embedded::CatalogOperation>& operations, Output& ou
     for (const Embedded::CatalogOperation& operation : operations)
         rows.push_back({oneLine(operation.code), transformationKindName(operation.kind), accuracyText(operation),
                         directionText(operation), oneLine(operation.name)});
-    const std::vector<std::string> lines = alignColumns(rows, kAccuracyColumn);
+    const std::vector<std::string> lines = alignColumns(rows, Output::tableColumns(), kAccuracyColumn);
     for (std::size_t index = 0; index < operations.size(); ++index) {
         output.heading(lines[index]);
         printDetails(operations[index], output);
