@@ -144,6 +144,22 @@ TEST_F(Help, CommandsAsJson_DescribeArgumentsOptionsAndExitStatuses)
     }
 }
 
+TEST_F(Help, OldNames_StillWorkAndAreShownNowhere)
+{
+    givenDrawing("a.qedb");
+    EXPECT_EQ(run({"convert", "a.qedb", "--to", "29", "--quiet"}).status, 0);
+    given("zone.txt", "+proj=utm +zone=32 +type=crs");
+    EXPECT_EQ(run({"assign", "--definition", "zone.txt", "--code", "OWN:1", "a.qedb"}).status, 0);
+    EXPECT_EQ(runForJson({"show", "a.qedb"})["code"], "OWN:1");
+    for (const Arguments& arguments : {Arguments{"commands", "--json"}, Arguments{"commands", "--man"},
+                                       Arguments{"help", "convert"}, Arguments{"help", "assign"}}) {
+        const std::string text = run(arguments).output;
+        EXPECT_THAT(text, testing::Not(HasSubstr("--to")));
+        EXPECT_THAT(text, testing::Not(HasSubstr("--definition")));
+    }
+    expectWrongUsage(run({"convert", "a.qedb", "--too", "29"}), "orvelcs: convert: --too: no such option");
+}
+
 TEST_F(Help, FormsOfTheTable_ExcludeEachOther)
 {
     expectWrongUsage(run({"commands", "--man", "--markdown"}),

@@ -143,7 +143,8 @@ TEST_F(Terminal, Table_IsCutToTheWidthOfTheTerminal_AndJsonIsNot)
     const auto onTerminal = [&](const Arguments& arguments) {
         return runOnTerminal(arguments, nullptr, "xterm", {}, &size);
     };
-    EXPECT_EQ(onTerminal({"catalog", "search", "EPSG:25832"}), "EPSG:25832  projected  ETRS89 / UT…  Europe betwe…\r\n");
+    EXPECT_EQ(onTerminal({"catalog", "search", "EPSG:25832"}),
+              "EPSG:25832  projected  ETRS89 / UT…  Europe betwe…\r\n");
     EXPECT_THAT(onTerminal({"catalog", "search", "EPSG:25832", "--json"}),
                 testing::HasSubstr("\"ETRS89 / UTM zone 32N\""));
 }

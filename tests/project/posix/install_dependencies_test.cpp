@@ -128,9 +128,10 @@ TEST_F(InstallDependenciesTest, TestTarget_AlsoNeedsTheTestTools)
 {
     givenDemoPackagesExcept("");
     EXPECT_EQ(run("test"), 0);
-    EXPECT_TRUE(splitLines(aptCalls())
-                    .at(1)
-                    .ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq"));
+    EXPECT_TRUE(
+        splitLines(aptCalls())
+            .at(1)
+            .ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq mandoc zsh fish"));
 }
 
 TEST_F(InstallDependenciesTest, OnlyTheBenchTarget_NeedsTheBenchmarkLibrary)

@@ -172,7 +172,9 @@ Json asJson(const CommandEntry& command, const std::vector<OptionEntry>& globalO
 std::string OptionEntry::label() const
 {
     const std::string joined = fmt::format("{}", fmt::join(names, ", "));
-    return value.empty() ? joined : joined + " " + value;
+    if (value.empty())
+        return isRepeated ? joined + "..." : joined;
+    return joined + " " + value;
 }
 
 CommandEntry describeCommand(const CLI::App& command)

@@ -23,7 +23,7 @@ struct OptionEntry {
     bool isRepeated = false;
     bool isGlobal = false; // an option of every command
 
-    /// "-o, --output FILE".
+    /// "-o, --output FILE", "SYSTEM", "FILE...".
     std::string label() const;
 };
 

@@ -54,7 +54,7 @@ std::vector<Command> declareCommandsCommand(CLI::App& program)
                   {{"List all commands", "orvelcs commands"},
                    {"Print the names of all options of a command",
                     "orvelcs commands --json | jq -r '.[] | select(.name == \"show\") | .options[].names[]'"},
-                   {"Read the manual page", "orvelcs commands --man | man -l -"}}});
+                   {"Save the manual page", "orvelcs commands --man > orvelcs.1"}}});
     app->add_flag("--man", options->man, "print the manual page");
     app->add_flag("--markdown", options->markdown, "print the page on the command line in Markdown");
     return {{app, [options, &program](Output& output) { return runCommands(*options, program, output); }}};

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <sstream>
+#include <string_view>
 
 #include <fmt/format.h>
 #include <utf8.h>
@@ -11,6 +12,8 @@
 
 namespace Orvelcs {
 namespace {
+
+constexpr std::string_view kParagraph = ".PP\n";
 
 std::string roffCharacter(char32_t character)
 {
@@ -144,8 +147,11 @@ std::string manualPage(const CommandTable& table)
                        roffUsage(table.program) + ".SH OPTIONS\n" + roffOptions(table.globalOptions) + ".SH COMMANDS\n";
     for (const CommandEntry& command : table.commands)
         page += roffCommand(command);
-    for (const HelpTopic& topic : helpTopics())
-        page += ".SH " + quotedRoff(topic.title) + "\n" + roffBlocks(topic.text);
+    for (const HelpTopic& topic : helpTopics()) {
+        const std::string text = roffBlocks(topic.text);
+        const std::size_t start = text.starts_with(kParagraph) ? kParagraph.size() : 0; // a heading begins one itself
+        page += ".SH " + quotedRoff(topic.title) + "\n" + text.substr(start);
+    }
     return page;
 }
 
