@@ -98,8 +98,9 @@ TEST_F(CommandLineUsage, Version_NamesTheProgramProjAndTheCatalog)
     const ProgramResult result = run({"--version"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
-    const std::regex versions("orvelcs [0-9.]+\nPROJ [0-9.]+\nEPSG v[0-9.]+\n");
+    const std::regex versions("orvelcs [0-9.]+\nPROJ [0-9.]+\ndata folder: .+\nEPSG v[0-9.]+\n([A-Z_0-9]+ .+\n)+");
     EXPECT_TRUE(std::regex_match(result.output, versions)) << result.output;
+    EXPECT_EQ(run({"-V"}).output, result.output);
 }
 
 TEST_F(CommandLineUsage, VersionWithACommand_NeedsNoArguments)
@@ -110,9 +111,14 @@ TEST_F(CommandLineUsage, VersionWithACommand_NeedsNoArguments)
 TEST_F(CommandLineUsage, VersionAsJson_IsAnObject)
 {
     const Json json = runForJson({"--version"});
-    EXPECT_EQ(json.size(), 3U);
-    EXPECT_THAT(json["proj"].get<std::string>(), testing::StartsWith("PROJ "));
-    EXPECT_THAT(json["catalog"].get<std::string>(), testing::StartsWith("EPSG v"));
+    EXPECT_EQ(json.size(), 4U);
+    EXPECT_EQ(run({"-V"}).output.find("orvelcs " + json["orvelcs"].get<std::string>() + "\nPROJ " +
+                                      json["proj"].get<std::string>() + "\n"),
+              0U);
+    EXPECT_TRUE(std::filesystem::exists(Embedded::pathFromUtf8(json["dataFolder"].get<std::string>()) / "proj.db"));
+    EXPECT_THAT(json["catalog"]["EPSG"].get<std::string>(), testing::StartsWith("v"));
+    EXPECT_TRUE(json["catalog"]["ESRI"].is_string());
+    EXPECT_EQ(json["catalog"]["OGC"], nullptr);
 }
 
 TEST_F(CommandLineUsage, VersionWithCheck_ChecksTheWholeCatalog)
