@@ -44,7 +44,7 @@ std::vector<std::string> linesBeyond(const std::string& text, std::size_t column
     std::istringstream stream(text);
     for (std::string line; std::getline(stream, line);) {
         const std::size_t start = std::min(line.find_first_not_of(' '), line.size());
-        const bool isExample = line.starts_with("      orvelcs ") || line.find(" | orvelcs ") != std::string::npos;
+        const bool isExample = line.starts_with("      ") && line.find("orvelcs ") != std::string::npos;
         const bool isLiteral = line.starts_with("  ") && start == 2;
         if (countCharacters(line) > columns && !isExample && !isLiteral && line.find(' ', start) != std::string::npos)
             lines.push_back(line);

@@ -36,7 +36,8 @@ const std::vector<Arguments> kCommands = {{"new"},
                                           {"transformation", "list"},
                                           {"transform"},
                                           {"help"},
-                                          {"commands"}};
+                                          {"commands"},
+                                          {"completion"}};
 
 /// The names below "Commands:" in the help, each on a line of its own.
 std::vector<std::string> listedCommands(const std::string& help)
@@ -61,7 +62,7 @@ TEST_F(CommandLineUsage, Help_ListsTheCommandsInTheirOrder_AndTheExitStatuses)
         EXPECT_THAT(listedCommands(result.output),
                     testing::ElementsAre("new", "assign", "clear", "show", "forms", "convert", "check", "dump",
                                          "catalog", "encode", "decode", "codec", "config", "transformation",
-                                         "transform", "help", "commands"));
+                                         "transform", "help", "commands", "completion"));
     }
 }
 
@@ -152,7 +153,7 @@ TEST_F(CommandLineUsage, NoCommand_IsWrongUsage)
     expectWrongUsage(
         run(Arguments{}),
         "orvelcs: command line: COMMAND: is required; one of new, assign, clear, show, forms, convert, check, dump, "
-        "catalog, encode, decode, codec, config, transformation, transform, help, commands");
+        "catalog, encode, decode, codec, config, transformation, transform, help, commands, completion");
 }
 
 TEST_F(CommandLineUsage, MisspeltCommand_IsRefusedWithTheNearest)
@@ -169,7 +170,7 @@ TEST_F(CommandLineUsage, UnknownCommand_IsRefusedWithTheListOfCommands)
         run({"refurbish"}),
         "orvelcs: command line: refurbish: no such command; there are new, assign, "
         "clear, show, forms, convert, check, dump, catalog, encode, decode, codec, config, transformation, transform, "
-        "help, commands");
+        "help, commands, completion");
 }
 
 TEST_F(CommandLineUsage, MisspeltOption_IsRefusedWithTheNearest)
