@@ -1,6 +1,7 @@
 // Help, the table of commands, and colour where the output is no terminal.
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <sstream>
 
 #include "command_line_test.h"
@@ -142,6 +143,19 @@ TEST_F(Help, CommandsAsJson_DescribeArgumentsOptionsAndExitStatuses)
             EXPECT_EQ(option["type"] == "flag", option["value"].is_null()) << name << option["names"];
         }
     }
+}
+
+/// The completion scripts depend on it, too.
+TEST_F(Help, EachOption_TakesTheSameValueInEveryCommand)
+{
+    std::map<std::string, Json> values;
+    for (const Json& command : runForJson({"commands"}))
+        for (const Json& option : command["options"])
+            for (const Json& name : option["names"]) {
+                const auto known = values.emplace(name.get<std::string>(), option["value"]).first;
+                EXPECT_EQ(known->second, option["value"]) << name << " of " << command["name"];
+            }
+    EXPECT_GE(values.size(), 40U);
 }
 
 TEST_F(Help, OldNames_StillWorkAndAreShownNowhere)

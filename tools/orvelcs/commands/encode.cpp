@@ -104,7 +104,7 @@ std::vector<Command> declareEncode(CLI::App& program)
         program,
         {"encode",
          "Write a system as the bytes that belong to a drawing version",
-         {"encode [OPTIONS] SYSTEM --drawing-version N > FILE", "encode [OPTIONS] SYSTEM --drawing-version N -o FILE"},
+         {"encode [OPTIONS] SYSTEM --drawing-version N > FILE", "encode [OPTIONS] SYSTEM --drawing-version N -o OUT"},
          std::string(kSystemHelp) + " The system of a text needs --code.\n\n"
                                     "Below version 30 the bytes are the packed definition, from 30 on its text in "
                                     "UTF-16 little-endian with a NUL. "
@@ -119,8 +119,8 @@ std::vector<Command> declareEncode(CLI::App& program)
     options->codeOption = addArgument(*app, "--code CODE", options->code,
                                       "the code of the user-defined system of a text, which the catalog does not have");
     addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33")->required();
-    addArgument(*app, "-o,--output FILE", options->target, "write the bytes to FILE; - is standard output");
-    app->add_flag("--force", options->force, "overwrite FILE");
+    addArgument(*app, "-o,--output OUT", options->target, "write the bytes to OUT; - is standard output");
+    app->add_flag("--force", options->force, "overwrite OUT");
     return {{app, [options](Output& output) { return runEncode(*options, output); }}};
 }
 

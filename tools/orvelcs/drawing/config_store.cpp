@@ -75,8 +75,7 @@ std::string ConfigTarget::subject() const
 
 void addConfigTarget(CLI::App& command, ConfigTarget& target, bool withRegistryStore)
 {
-    target.drawingOption =
-        addArgument(command, "--drawing FILE", target.drawing, "the drawing's configuration; - is standard input");
+    target.drawingOption = addArgument(command, "--drawing FILE", target.drawing, "the drawing's configuration");
     command.add_flag("--user", target.user, "the user's configuration, in the settings file");
     if (withRegistryStore)
         command.add_flag("--registry-store", target.registryStore, "the user's configuration in the registry");
