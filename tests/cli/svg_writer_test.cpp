@@ -63,12 +63,12 @@ TEST(WrapText, BreaksAtBlanksAndCutsWhatDoesNotFit)
 {
     using Lines = std::vector<std::string>;
     const double width = Orvelcs::textWidth("aaaaaaaa", 10) + 0.1;
-    EXPECT_EQ(Orvelcs::wrapText("", 10, width, 3), Lines{});
-    EXPECT_EQ(Orvelcs::wrapText("aaa aaa", 10, width, 3), (Lines{"aaa aaa"}));
-    EXPECT_EQ(Orvelcs::wrapText("aaa aaa aaa", 10, width, 3), (Lines{"aaa aaa", "aaa"}));
-    EXPECT_EQ(Orvelcs::wrapText("aaaaaaaaaaa", 10, width, 3), (Lines{"aaaaaaaa", "aaa"}));
-    EXPECT_EQ(Orvelcs::wrapText("aaa aaaaaaaa aaa", 10, width, 2), (Lines{"aaa", "aaaaaa\u2026"}));
-    EXPECT_EQ(Orvelcs::wrapText("aaaaaaaa", 10, width, 1), (Lines{"aaaaaaaa"}));
+    EXPECT_EQ(Orvelcs::fitIntoLines("", 10, width, 3), Lines{});
+    EXPECT_EQ(Orvelcs::fitIntoLines("aaa aaa", 10, width, 3), (Lines{"aaa aaa"}));
+    EXPECT_EQ(Orvelcs::fitIntoLines("aaa aaa aaa", 10, width, 3), (Lines{"aaa aaa", "aaa"}));
+    EXPECT_EQ(Orvelcs::fitIntoLines("aaaaaaaaaaa", 10, width, 3), (Lines{"aaaaaaaa", "aaa"}));
+    EXPECT_EQ(Orvelcs::fitIntoLines("aaa aaaaaaaa aaa", 10, width, 2), (Lines{"aaa", "aaaaaa\u2026"}));
+    EXPECT_EQ(Orvelcs::fitIntoLines("aaaaaaaa", 10, width, 1), (Lines{"aaaaaaaa"}));
 }
 
 } // namespace

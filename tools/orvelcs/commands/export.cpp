@@ -176,19 +176,22 @@ std::vector<Command> declareExport(CLI::App& program)
         {"export",
          "Write the coordinate reference system of a drawing as a file for other programs",
          {"export [OPTIONS] FILE -o NAME.prj|.wkt|.json|.gpkg", "export [OPTIONS] FILE -o - [--format FORMAT]"},
-         "FILE may also be a code of the catalog, or @FILE: a text with WKT, PROJJSON or a PROJ string.\n"
+         "FILE may also be a code of the catalog, or @FILE: a text with WKT, PROJJSON or a PROJ string.\n\n"
          "The ending of NAME chooses the format: .prj is ESRI WKT, the sidecar of shapefiles and images;\n"
          ".wkt is WKT 2 of 2019; .json is PROJJSON; .gpkg is a GeoPackage with the empty layer \"drawing\"\n"
-         "in that system (as WKT 1, and as WKT 2 where an EPSG code and WKT 1 do not say all).\n"
+         "in that system (as WKT 1, and as WKT 2 where an EPSG code and WKT 1 do not say all).\n\n"
          "What a format cannot say is refused, and no file is written. In .prj and in the features of\n"
-         ".gpkg an easting or a longitude always comes first.\n"
-         "Exit status 3 if the drawing has no coordinate reference system."});
+         ".gpkg an easting or a longitude always comes first.",
+         {{"Write the sidecar of a shapefile", "orvelcs export plan.qedb -o plan.prj"},
+          {"Make a GeoPackage with an empty layer in the drawing's system", "orvelcs export plan.qedb -o plan.gpkg"},
+          {"Export what has no system", "orvelcs export other.qedb -o other.wkt", ExitStatus::nothingFound}},
+         {{ExitStatus::nothingFound, "the drawing has no coordinate reference system"}}});
     addArgument(*app, "FILE", options->file, "the drawing; - is standard input")->required();
     addArgument(*app, "-o,--output NAME", options->target,
                 "write to NAME, which must not exist; - prints the definition as text")
         ->required();
-    options->format.option =
-        addArgument(*app, "--format FORMAT", options->format.name, "for -o -: wkt2 (unless told), esri or projjson");
+    options->format.option = addArgument(*app, "--format FORMAT", options->format.name, "the format for -o -",
+                                         {.choices = {"wkt2", "esri", "projjson"}, .defaultValue = "wkt2"});
     app->add_flag("--force", options->force, "overwrite NAME, completely or not at all");
     return {{app, [options](Output& output) { return runExport(*options, output); }}};
 }

@@ -109,14 +109,16 @@ std::vector<Command> declareMap(CLI::App& program)
                   "Draw where on Earth systems and drawings are",
                   {"map [OPTIONS] SYSTEM... -o NAME.svg"},
                   std::string(kSystemHelp) +
-                      "\nThe map shows the areas of use of up to 200 systems, on the part of the world that\n"
+                      "\n\nThe map shows the areas of use of up to 200 systems, on the part of the world that\n"
                       "holds them all. Each area has a number, which the list below the map explains. Systems\n"
                       "with equal areas share a number, and deprecated ones are marked. A system without an area\n"
-                      "of use, such as a definition of one's own, is in the list only, without a number.\n"
+                      "of use, such as a definition of one's own, is in the list only, without a number.\n\n"
                       "The projection follows the part of the world: Equal Earth for all of it, an equal-area\n"
                       "azimuthal one for a pole or a continent, a cone for a country. The picture needs nothing\n"
-                      "else to be shown, suits light and dark surroundings, and has the same bytes each time.\n"
-                      "Exit status 3 if the catalog does not have a code, or a drawing has no system."});
+                      "else to be shown, suits light and dark surroundings, and has the same bytes each time.",
+                  {{"Draw where two systems are for use", "orvelcs map EPSG:25832 EPSG:2193 -o systems.svg"},
+                   {"Draw where drawings are", "orvelcs map @plan.qedb @site.qedb -o drawings.svg"}},
+                  {{ExitStatus::nothingFound, "the catalog does not have a code, or a drawing has no system"}}});
     addArguments(*app, "SYSTEM", options->systems.names, "the systems");
     addFileListOptions(*app, options->systems);
     addArgument(*app, "-o,--output NAME.svg", options->output, "the picture to write; - is standard output")

@@ -81,7 +81,9 @@ std::vector<Command> declareSchema(CLI::App& program)
                   {"schema [OPTIONS]", "schema [OPTIONS] COMMAND..."},
                   "Without COMMAND it lists what has a schema: commands such as catalog search, version for\n"
                   "--version, and error for what a command prints that failed and has nothing else to print.\n"
-                  "A schema is complete in itself and is of JSON Schema 2020-12."});
+                  "A schema is complete in itself and is of JSON Schema 2020-12.",
+                  {{"List what has a schema", "orvelcs schema"},
+                   {"Print the schema of what show prints", "orvelcs schema show"}}});
     addArguments(*app, "COMMAND", options->command, "the command, such as show or catalog search");
     return {{app, [options](Output& output) { return runSchema(*options, output); }}};
 }

@@ -253,31 +253,69 @@ ExitStatus runTransform(const TransformOptions& options, Output& output)
     }
 }
 
-constexpr const char* kDetails =
-    "\nA point is a line of x y, x y z or x y z epoch in the order of the system's own axes. A third\n"
-    "number is always a height, and a fourth is always the epoch, a decimal year. Output line n is\n"
-    "input line n: empty lines and lines that begin with # are printed as they are. If a point cannot\n"
-    "be transformed, * is printed for it, and the exit status is 1; standard error has the numbers of\n"
-    "the first 20 such lines with the reasons, and a count. If no transformation is configured, PROJ\n"
-    "chooses one for each point.\n"
+const std::string kTransformDetails =
+    std::string(kSystemHelp) +
+    "\n\nA point is a line of x y, x y z or x y z epoch in the order and the units of the system's own axes, with a "
+    "decimal point whatever the locale. A third number is always a height, and a fourth always the epoch at which the "
+    "coordinates hold, a decimal year from 1900 to 2200. Results have ten decimals for degrees, six for metres, and in "
+    "other units as many as give the same accuracy. If the input has an epoch, the output repeats it at the end. All "
+    "lines that are there are answered before the next is waited for.\n\n"
+    "Output line n is input line n: empty lines and lines that begin with # are printed as they are. If a point cannot "
+    "be transformed, * is printed for it, null in JSON, and the exit status is 1; standard error has the numbers of "
+    "the "
+    "first 20 such lines with the reasons, and a count. A line may have 1048576 bytes.\n\n"
+    "In a geographic system 52d30'15.5\"N, 52°30'15.5\", 52:30:15.5 and N52.5 are angles, too. N, S, E and W must "
+    "belong to the axis, and exclude a sign. The output is decimal.\n\n"
+    "--lonlat reads and prints longitude before latitude in geographic systems and easting before northing in "
+    "projected ones, whatever the order of the system's axes; PROJ knows this order for displays. Units, signs, "
+    "heights "
+    "and geocentric coordinates stay as they are.\n\n"
+    "--columns and --delimiter read tables: results take the places of the coordinates, all else is carried through as "
+    "it is, and * stands in each coordinate of a point that failed. COLUMNS are X,Y or X,Y,Z or X,Y,Z,EPOCH "
+    "(X,Y,,EPOCH without heights), numbers from 1 or names in the header. The header is the first line that is neither "
+    "empty nor a comment, if a column is named or with --header. With a delimiter columns may be in quotes, and lines "
+    "may end within them (RFC 4180); without one, blanks and tabs separate columns. Without --columns every column is "
+    "a "
+    "coordinate. Tables keep \\r\\n and a byte-order mark.\n\n"
+    "With --operations the two columns follow tabs, or the delimiter; the code is empty for an operation that PROJ "
+    "composed of several. With --json and -o the lines go into OUT, and standard output has the JSON without "
+    "points.\n\n"
+    "A configured transformation is used in the direction that fits, and no other is used instead. It is refused if it "
+    "does not connect the two systems, would have to be reversed and is not reversible, needs a grid that is not "
+    "installed, or has a method that PROJ does not implement. From the given systems to its own systems only "
+    "projection, axes, units and the prime meridian change.\n\n"
+    "Without a configuration PROJ chooses an operation for each point, including its height, as its program cs2cs "
+    "does. If the two systems have one operation, a note names it and its accuracy before the first point is "
+    "printed. If they have several, a note after the last point names all that were chosen, with their numbers of "
+    "points. An operation whose grids are not installed is never chosen. If a point lies in the area of such an "
+    "operation that is more accurate, a note names its grids and the command that puts each where PROJ looks for it. "
+    "After five such notes only the number of the other grids is printed; --json names them all. If no operation "
+    "covers a point, PROJ treats the two datums as equal if it has such a ballpark operation between the two "
+    "systems. Otherwise it uses an operation outside its area, where the accuracy does not hold. A ballpark "
+    "operation is reported even with --quiet and even for a single point.\n"
     "\n"
-    "In a geographic system 52d30'15.5\"N, 52°30'15.5\", 52:30:15.5 and N52.5 are angles, too. N, S, E\n"
-    "and W must belong to the axis, and exclude a sign. The output is decimal.\n"
+    "Some operations depend on time, such as those between a system that moves with its plate and one that does not. "
+    "For a point without an epoch they use their own reference epoch, and a note says so. Grids are read over the "
+    "network only if the environment variable PROJ_NETWORK is ON, regardless of PROJ's own settings file, and a note "
+    "says so.\n"
     "\n"
-    "--lonlat reads and prints longitude before latitude in geographic systems and easting before\n"
-    "northing in projected ones, whatever the order of the system's axes; PROJ knows this order for\n"
-    "displays. Units, signs, heights and geocentric coordinates stay as they are.\n"
+    "The transformed point has a height if the given point has one, and always in a geocentric system. Without a "
+    "configured operation it is the height that PROJ computes. With one, a height is kept if the systems have the "
+    "same heights or one has none. It is transformed if both have ellipsoidal heights or if the operation transforms "
+    "heights. A point with a height fails if the heights of the systems differ and the operation does not transform "
+    "them.\n"
     "\n"
-    "--columns and --delimiter read tables: results take the places of the coordinates, all else is\n"
-    "carried through as it is, and * stands in each coordinate of a point that failed. COLUMNS are\n"
-    "X,Y or X,Y,Z or X,Y,Z,EPOCH (X,Y,,EPOCH without heights), numbers from 1 or names in the header.\n"
-    "The header is the first line that is neither empty nor a comment, if a column is named or with\n"
-    "--header. With a delimiter columns may be in quotes, and lines may end within them (RFC 4180);\n"
-    "without one, blanks and tabs separate columns. Without --columns every column is a coordinate.\n"
-    "A line may have 1048576 bytes. Every output line has an end; tables keep \\r\\n and a byte-order mark.\n"
-    "\n"
-    "With --operations the two columns follow tabs, or the delimiter. With --json and -o the lines go\n"
-    "into OUT, and standard output has the JSON without points.";
+    "In JSON the output is one object, which is written while points are read and is complete even if the points "
+    "cannot be read to their end:\n"
+    "  source, target, configured  The systems, and whether a transformation is configured.\n"
+    "  points  An array with [x, y], [x, y, z] or [x, y, z, epoch] for each point. With --operations each element is "
+    "an object with point and operation.\n"
+    "  operations  Those that were used, each with code (null for one that PROJ composed of several), name, accuracy "
+    "in metres, ballpark, timeDependent and the number of its points.\n"
+    "  missingGrids  Each with its name, the operation that lacks it with code and accuracy, the command (null if "
+    "PROJ offers no download) and the folder where it belongs.\n"
+    "  network  Whether grids may be read over the network.\n"
+    "  epochMissing  Whether a point needed an epoch and had none.";
 
 void addTableOptions(CLI::App& app, TransformOptions& options)
 {
@@ -289,10 +327,18 @@ void addTableOptions(CLI::App& app, TransformOptions& options)
 std::vector<Command> declareTransform(CLI::App& program)
 {
     auto options = std::make_shared<TransformOptions>();
-    CLI::App* app = addCommand(program, {"transform",
-                                         "Transform points from one system to another",
-                                         {"transform [OPTIONS] SRC DST [FILE]"},
-                                         std::string(kSystemHelp) + kDetails});
+    CLI::App* app = addCommand(
+        program,
+        {"transform",
+         "Transform points from one system to another",
+         {"transform [OPTIONS] SRC DST [FILE]"},
+         kTransformDetails,
+         {{"Transform a point", "echo 48.85 2.35 | orvelcs transform EPSG:4326 EPSG:27572"},
+          {"Transform the points of a file, and print the operation of each",
+           "orvelcs transform --operations EPSG:4326 EPSG:25832 points.txt"},
+          {"Transform two columns of a table, and keep the others",
+           "orvelcs transform EPSG:4326 EPSG:25832 points.csv -o metres.csv --delimiter , --columns lat,lon"},
+          {"Transform from the system of a drawing", "echo 500000 5500000 | orvelcs transform @site.qedb EPSG:4326"}}});
     addArgument(*app, "SRC", options->source, "the points' SYSTEM")->required();
     addArgument(*app, "DST", options->target, "the SYSTEM to transform to")->required();
     addArgument(*app, "FILE", options->input, "the points; - is standard input, as without FILE");

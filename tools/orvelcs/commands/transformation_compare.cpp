@@ -180,8 +180,12 @@ std::vector<Command> declareCompare(CLI::App& program)
         {"compare",
          "Compare the transformations and paths between two systems at a place, best first",
          {"transformation compare SRC DST [--between A B] " + std::string(kPlaceUsage)},
-         kDetails + std::string(kPlaceHelp) + "\n" + kSystemHelp +
-             "\nExit status 3 if there is no candidate, and if the place lies outside of the areas of all."});
+         kDetails + std::string(kPlaceHelp) + "\n\n" + kSystemHelp,
+         {{"Compare the candidates for France",
+           "orvelcs transformation compare EPSG:4230 EPSG:4258 --area-of EPSG:2154"},
+          {"Compare two at a point", "orvelcs transformation compare EPSG:4230 EPSG:4326 --between EPSG:1133 EPSG:1134 "
+                                     "--at 50,9"}},
+         {{ExitStatus::nothingFound, "there is no candidate, or the place lies outside of the areas of all"}}});
     addArgument(*app, "SRC", options->source, "the SYSTEM to transform from")->required();
     addArgument(*app, "DST", options->target, "the SYSTEM to transform to")->required();
     addArguments(*app, "--between A B", options->between,

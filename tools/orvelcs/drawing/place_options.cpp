@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "embedded/base/degrees.h"
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/operations/candidate_operations.h"
 #include "orvelcs/cli/command.h"
@@ -29,7 +30,10 @@ Failure badLine(const std::string& file, std::size_t number, const std::string& 
 
 Bounds parsePlace(const std::string& file, std::size_t number, std::string_view line)
 {
-    const auto point = parsePoint(line);
+    using enum Embedded::AxisDirection;
+    static const LineAxes axes{{{.isAngular = true, .toBaseUnit = Embedded::kRadiansPerDegree, .direction = north},
+                                {.isAngular = true, .toBaseUnit = Embedded::kRadiansPerDegree, .direction = east}}};
+    const auto point = parsePoint(line, axes);
     if (!point)
         throw badLine(file, number, "expected a latitude and a longitude; " + point.error().message);
     if (point->z)

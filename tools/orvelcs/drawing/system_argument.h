@@ -12,10 +12,11 @@
 namespace Orvelcs {
 
 /// The help of an argument that is a SYSTEM.
-inline constexpr const char* kSystemHelp =
-    "SYSTEM is a code of the catalog such as EPSG:25832, or @FILE: the system of a drawing, or a\n"
-    "text with WKT, PROJJSON or a PROJ string. @- is standard input. A code may also be written as\n"
-    "25832, which is EPSG's if EPSG has it, or as urn:ogc:def:crs:EPSG::25832.";
+inline constexpr const char* kSystemHelp = "SYSTEM is a code of the catalog such as EPSG:25832, or @FILE: the system "
+                                           "of a drawing, or a text with WKT, PROJJSON "
+                                           "or a PROJ string. @- is standard input. A code may also be written as "
+                                           "25832, which is EPSG's if EPSG has it, or as "
+                                           "urn:ogc:def:crs:EPSG::25832.";
 
 enum class SystemSource { catalog, drawing, text };
 

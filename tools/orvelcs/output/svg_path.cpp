@@ -6,7 +6,7 @@
 namespace Orvelcs {
 namespace {
 
-constexpr int kParts = 10;
+constexpr int kPartsOfPoint = 10;
 
 struct Tenths {
     int x;
@@ -17,14 +17,15 @@ struct Tenths {
 
 Tenths inTenths(const MapPoint& point)
 {
-    return {static_cast<int>(std::lround(point.x * kParts)), static_cast<int>(std::lround(point.y * kParts))};
+    return {static_cast<int>(std::lround(point.x * kPartsOfPoint)),
+            static_cast<int>(std::lround(point.y * kPartsOfPoint))};
 }
 
 /// "-1.5", "2", "-.3".
 void append(std::string& path, int tenths)
 {
-    const int whole = std::abs(tenths) / kParts;
-    const int part = std::abs(tenths) % kParts;
+    const int whole = std::abs(tenths) / kPartsOfPoint;
+    const int part = std::abs(tenths) % kPartsOfPoint;
     if (tenths < 0)
         path += '-';
     if (whole != 0 || part == 0)

@@ -68,7 +68,7 @@ double textWidth(std::string_view utf8, double fontSize)
     return widthOf(Embedded::wideFromUtf8(utf8), fontSize);
 }
 
-std::vector<std::string> wrapText(std::string_view utf8, double fontSize, double width, std::size_t mostLines)
+std::vector<std::string> fitIntoLines(std::string_view utf8, double fontSize, double width, std::size_t mostLines)
 {
     const std::wstring text = Embedded::wideFromUtf8(utf8);
     std::wstring_view rest = text;

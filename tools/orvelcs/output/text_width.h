@@ -15,6 +15,6 @@ double textWidth(std::string_view utf8, double fontSize);
 
 /// The text in lines of at most that width, broken at blanks, or inside words that are longer. What does not fit into
 /// `mostLines` ends with "…".
-std::vector<std::string> wrapText(std::string_view utf8, double fontSize, double width, std::size_t mostLines);
+std::vector<std::string> fitIntoLines(std::string_view utf8, double fontSize, double width, std::size_t mostLines);
 
 } // namespace Orvelcs

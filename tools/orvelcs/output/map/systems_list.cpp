@@ -33,7 +33,7 @@ struct Entry {
 
 std::vector<std::string> wrapBold(const std::string& text, double width, std::size_t mostLines)
 {
-    return wrapText(text, kListFontSize * kBoldFactor, width, mostLines);
+    return fitIntoLines(text, kListFontSize * kBoldFactor, width, mostLines);
 }
 
 void addSystem(Entry& entry, const MappedSystem& system, double width)
@@ -47,7 +47,7 @@ void addSystem(Entry& entry, const MappedSystem& system, double width)
     if (system.deprecated)
         text += " (deprecated)";
     bool isFirst = true;
-    for (const std::string& line : wrapText(text, kListFontSize, width, kMostLines)) {
+    for (const std::string& line : fitIntoLines(text, kListFontSize, width, kMostLines)) {
         const bool hasCode = isFirst && !code.empty() && line.starts_with(code);
         entry.lines.push_back(hasCode ? EntryLine{code, line.substr(code.size()), false} : EntryLine{"", line, false});
         isFirst = false;
@@ -56,7 +56,7 @@ void addSystem(Entry& entry, const MappedSystem& system, double width)
 
 void addMuted(Entry& entry, const std::string& text, double width, std::size_t mostLines)
 {
-    for (const std::string& line : wrapText(text, kListFontSize, width, mostLines))
+    for (const std::string& line : fitIntoLines(text, kListFontSize, width, mostLines))
         entry.lines.push_back({"", line, true});
 }
 
