@@ -130,7 +130,8 @@ TEST_F(InstallDependenciesTest, TestTarget_AlsoNeedsTheTestTools)
     EXPECT_EQ(run("test"), 0);
     EXPECT_TRUE(splitLines(aptCalls())
                     .at(1)
-                    .ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq"));
+                    .ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq "
+                               "pkg-config file dpkg-dev"));
 }
 
 TEST_F(InstallDependenciesTest, OnlyTheBenchTarget_NeedsTheBenchmarkLibrary)

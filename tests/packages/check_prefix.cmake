@@ -1,0 +1,45 @@
+# Checks the installed copy below PREFIX: the program works, and clients are built through CMake and through pkg-config
+# against nothing else, and work. Included by the scripts that make the copy; WORK is an empty folder.
+foreach(variable IN ITEMS CXXFLAGS LDFLAGS LD_LIBRARY_PATH CMAKE_PREFIX_PATH PROJ_DATA PROJ_LIB)
+    unset(ENV{${variable}})
+endforeach()
+
+expect_no_build_paths("${PREFIX}")
+set(documents "${PREFIX}/share/doc/orvel-coordsys-core")
+foreach(file IN ITEMS "${documents}/README.md" "${documents}/licences/README.md" "${documents}/docs/clients.md")
+    if(NOT EXISTS "${file}")
+        message(FATAL_ERROR "expected the document ${file}, found none")
+    endif()
+endforeach()
+
+set(drawing "${WORK}/plan.qedb")
+run("${PREFIX}/bin/orvelcs" new "${drawing}")
+run("${PREFIX}/bin/orvelcs" assign EPSG:25832 "${drawing}")
+run("${PREFIX}/bin/orvelcs" show "${drawing}")
+if(NOT output MATCHES "ETRS89 / UTM zone 32N")
+    message(FATAL_ERROR "expected show to name the drawing's system, found: ${output}")
+endif()
+
+set(consumer "${CMAKE_CURRENT_LIST_DIR}/consumer")
+run("${CMAKE_COMMAND}" -S "${consumer}" -B "${WORK}/by_cmake" -G "${GENERATOR}" "-DCMAKE_MAKE_PROGRAM=${MAKE_PROGRAM}"
+    "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_PREFIX_PATH=${PREFIX}")
+run("${CMAKE_COMMAND}" --build "${WORK}/by_cmake")
+run("${WORK}/by_cmake/consumer")
+
+read_pkg_config("${PREFIX}")
+run("${COMPILER}" -std=c++20 "${consumer}/consumer.cpp" -o "${WORK}/by_pkg_config" ${pc_flags})
+run("${WORK}/by_pkg_config")
+
+# Both ask for the module by the interface's version, and the host's plain name leads to the same file.
+foreach(client IN ITEMS "${WORK}/by_cmake/consumer" "${WORK}/by_pkg_config")
+    run("${READELF}" -d "${client}")
+    if(NOT output MATCHES "NEEDED[^\n]*\\[OrvelCoordsysCore\\.so\\.${INTERFACE_VERSION}\\]")
+        message(FATAL_ERROR "expected ${client} to need OrvelCoordsysCore.so.${INTERFACE_VERSION}, found: ${output}")
+    endif()
+endforeach()
+
+# A host that loads the module by that name, and then a client.
+file(GLOB module "${PREFIX}/lib/*/orvel-coordsys-core/OrvelCoordsysCore.so")
+run("${COMPILER}" -std=c++20 -fPIC -shared "${CMAKE_CURRENT_LIST_DIR}/loaded/client.cpp" -o "${WORK}/client.so" ${pc_flags})
+run("${COMPILER}" -std=c++20 "${CMAKE_CURRENT_LIST_DIR}/loaded/host.cpp" -o "${WORK}/host" ${pc_flags} -ldl)
+run("${WORK}/host" "${module}" "${WORK}/client.so")
