@@ -6,7 +6,7 @@ string(REPLACE "](src/" "](${headers}/" first_page "${first_page}")
 file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/package/first_page.md" CONTENT "${first_page}" @ONLY)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS README.md)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/package/first_page.md" DESTINATION "${ORVEL_DOCUMENT_FOLDER}" RENAME README.md)
-install(FILES CHANGELOG.md DESTINATION "${ORVEL_DOCUMENT_FOLDER}")
+install(FILES CHANGELOG.md CONTRIBUTING.md DESTINATION "${ORVEL_DOCUMENT_FOLDER}")
 install(DIRECTORY docs DESTINATION "${ORVEL_DOCUMENT_FOLDER}")
 
 # The terms of what is compiled in, by the packages that it came from. What is a package of its own on the user's machine

@@ -14,5 +14,8 @@ foreach(name IN ITEMS libc6 libstdc++6 ${LOADED_PACKAGES})
 endforeach()
 run(dpkg-deb --extract "${package}" "${WORK}/unpacked")
 set(PREFIX "${WORK}/unpacked/usr")
+# As where /lib leads to /usr/lib: the CMake package is found there, and there is no /include.
+file(CREATE_LINK usr/lib "${WORK}/unpacked/lib" SYMBOLIC)
+set(CMAKE_PREFIX "${WORK}/unpacked")
 include("${CMAKE_CURRENT_LIST_DIR}/check_prefix.cmake")
 file(REMOVE_RECURSE "${WORK}")

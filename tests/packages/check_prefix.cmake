@@ -1,14 +1,20 @@
 # Checks the installed copy below PREFIX: the program works, and clients are built through CMake and through pkg-config
-# against nothing else, and work. Included by the scripts that make the copy; WORK is an empty folder.
+# against nothing else, and work. Included by the scripts that make the copy. WORK is a
+# folder for what is made here, and CMake looks for packages below CMAKE_PREFIX.
 foreach(variable IN ITEMS CXXFLAGS LDFLAGS LD_LIBRARY_PATH CMAKE_PREFIX_PATH PROJ_DATA PROJ_LIB)
     unset(ENV{${variable}})
 endforeach()
 
 expect_no_build_paths("${PREFIX}")
 set(documents "${PREFIX}/share/doc/orvel-coordsys-core")
-foreach(file IN ITEMS "${documents}/README.md" "${documents}/licences/README.md" "${documents}/docs/clients.md")
-    if(NOT EXISTS "${file}")
-        message(FATAL_ERROR "expected the document ${file}, found none")
+file(READ "${documents}/README.md" first_page)
+string(REPLACE "](" "link(" first_page "${first_page}") # a list's items may have no brackets
+string(REGEX MATCHALL "link\\([^)#:]+[)#]" links "${first_page}") # a link with a colon leads elsewhere
+list(TRANSFORM links REPLACE "^link.(.*)[)#]$" "\\1")
+list(REMOVE_DUPLICATES links)
+foreach(file IN ITEMS ${links} licences/README.md)
+    if(NOT EXISTS "${documents}/${file}")
+        message(FATAL_ERROR "expected ${documents}/${file}, to which the first page leads, found none")
     endif()
 endforeach()
 
@@ -22,7 +28,7 @@ endif()
 
 set(consumer "${CMAKE_CURRENT_LIST_DIR}/consumer")
 run("${CMAKE_COMMAND}" -S "${consumer}" -B "${WORK}/by_cmake" -G "${GENERATOR}" "-DCMAKE_MAKE_PROGRAM=${MAKE_PROGRAM}"
-    "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_PREFIX_PATH=${PREFIX}")
+    "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_PREFIX_PATH=${CMAKE_PREFIX}")
 run("${CMAKE_COMMAND}" --build "${WORK}/by_cmake")
 run("${WORK}/by_cmake/consumer")
 
