@@ -79,7 +79,7 @@ PROJCS["Works grid",
   UNIT["metre",1]]
 WKT
 demand 0 cat works.wkt
-demand 0 orvelcs assign --definition works.wkt --code WORKS:1 plan.qedb
+demand 0 orvelcs assign @works.wkt --code WORKS:1 plan.qedb
 demand 0 orvelcs show plan.qedb
 
 step "The catalog does not know it"
@@ -87,7 +87,7 @@ demand 3 orvelcs catalog show WORKS:1
 
 step "Save it for an older reader, and see its three forms: a code, the packed definition, well-known text"
 demand 0 orvelcs assign EPSG:25832 plan.qedb
-demand 0 orvelcs convert plan.qedb --to 29 -o older.qedb
+demand 0 orvelcs convert plan.qedb --drawing-version 29 -o older.qedb
 demand 0 orvelcs forms older.qedb
 
 step "What is in such packed bytes"
@@ -97,7 +97,7 @@ demand 0 orvelcs decode packed.bin
 
 step "The older drawing says the same, and becomes a new one again"
 demand 0 orvelcs show older.qedb
-demand 0 orvelcs convert older.qedb --to 33
+demand 0 orvelcs convert older.qedb --drawing-version 33
 demand 0 orvelcs forms older.qedb
 
 step "Between two systems there are many transformations, metres apart"

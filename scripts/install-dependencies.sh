@@ -4,7 +4,7 @@
 set -eu
 
 demo_packages='g++ cmake ninja-build make libproj-dev proj-data libsqlite3-dev libsqlitecpp-dev libxxhash-dev nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev libexpected-dev'
-test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq pkg-config file dpkg-dev"
+test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq mandoc zsh fish pkg-config file dpkg-dev"
 lint_packages="$test_packages clang-format clang-tidy"
 coverage_packages="$test_packages gcovr"
 valgrind_packages="$test_packages valgrind"

@@ -247,13 +247,14 @@ TEST_F(ConvertCommand, UnknownVersion_IsWrongUsage)
 {
     for (const std::string version : {"20", "34", "-1", "29.5", "new"})
         expectWrongUsage(run({"convert", "plan.qedb", "--to=" + version}),
-                         "orvelcs: convert: --to: expected a whole number from 21 to 33, found " + version);
+                         "orvelcs: convert: --drawing-version: expected a whole number from 21 to 33, found " +
+                             version);
 }
 
 TEST_F(ConvertCommand, MissingArguments_AreWrongUsage)
 {
     expectWrongUsage(run({"convert"}), "orvelcs: convert: FILE: is required");
-    expectWrongUsage(run({"convert", "plan.qedb"}), "orvelcs: convert: --to: is required");
+    expectWrongUsage(run({"convert", "plan.qedb"}), "orvelcs: convert: --drawing-version: is required");
     expectWrongUsage(run({"convert", "a.qedb", "b.qedb", "--to", "29"}),
                      "orvelcs: convert: b.qedb: one argument too many");
     expectWrongUsage(run({"convert", "", "--to", "29"}), "orvelcs: convert: FILE: is empty");

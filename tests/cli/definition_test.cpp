@@ -200,7 +200,7 @@ TEST_F(AssignDefinition, ConflictingOptions_AreWrongUsage)
     expectWrongUsage(run({"assign", "--definition", "d.txt", "plan.qedb"}),
                      "orvelcs: assign: --definition: needs --code, the code that the system is to have");
     expectWrongUsage(run({"assign", "--code", "MINE:1", "EPSG:4326", "plan.qedb"}),
-                     "orvelcs: assign: --code: goes with the system of a text only: @TEXTFILE or --definition");
+                     "orvelcs: assign: --code: goes with the system of a text only: @TEXTFILE");
     expectWrongUsage(run({"assign", "--definition", "d.txt", "--code", "", "plan.qedb"}),
                      "orvelcs: assign: --code: is empty");
     expectWrongUsage(run({"assign", "--definition", "-", "--code", "MINE:1", "-"}),

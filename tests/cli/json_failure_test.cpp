@@ -25,7 +25,7 @@ TEST_F(JsonFailure, EachKindOfWrongUsage_IsADocumentBesideTheLine)
         {{"show", "--kinds"}, "show: --kinds: no such option"},
         {{"assign", "EPSG:4326"}, "assign: FILE: is required after SYSTEM"},
         {{"convert", "a.qedb", "--to="}, "convert: --to: needs a value"},
-        {{"convert", "a.qedb", "--to", "99"}, "convert: --to: expected a whole number"},
+        {{"convert", "a.qedb", "--to", "99"}, "convert: --drawing-version: expected a whole number"},
         {{"transform", "EPSG:4326"}, "transform: DST: is required"},
         {{"config", "get"}, "config get: --drawing: "},
         {{"catalog", "show", ""}, "catalog show: SYSTEM: is empty"},

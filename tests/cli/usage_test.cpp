@@ -31,15 +31,20 @@ const std::vector<Arguments> kCommands = {{"new"},
                                           {"config", "clear"},
                                           {"config", "items"},
                                           {"config", "add"},
+                                          {"config", "remove"},
                                           {"transformation"},
                                           {"transformation", "list"},
-                                          {"transform"}};
+                                          {"transform"},
+                                          {"help"},
+                                          {"commands"},
+                                          {"completion"}};
 
 /// The names below "Commands:" in the help, each on a line of its own.
 std::vector<std::string> listedCommands(const std::string& help)
 {
     static const std::regex kName("\n  ([a-z]+) ");
-    const std::string list = help.substr(std::min(help.find("\nCommands:"), help.size()));
+    const std::size_t start = std::min(help.find("\nCommands:"), help.size());
+    const std::string list = help.substr(start, help.find("\nOptions:", start) - start);
     const std::sregex_iterator first(list.begin(), list.end(), kName);
     std::vector<std::string> names;
     std::transform(first, {}, std::back_inserter(names), [](const std::smatch& name) { return name[1]; });
@@ -57,7 +62,7 @@ TEST_F(CommandLineUsage, Help_ListsTheCommandsInTheirOrder_AndTheExitStatuses)
         EXPECT_THAT(listedCommands(result.output),
                     testing::ElementsAre("new", "assign", "clear", "show", "forms", "convert", "check", "dump",
                                          "catalog", "encode", "decode", "codec", "config", "transformation",
-                                         "transform"));
+                                         "transform", "help", "commands", "completion"));
     }
 }
 
@@ -94,8 +99,9 @@ TEST_F(CommandLineUsage, Version_NamesTheProgramProjAndTheCatalog)
     const ProgramResult result = run({"--version"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
-    const std::regex versions("orvelcs [0-9.]+\nPROJ [0-9.]+\nEPSG v[0-9.]+\n");
+    const std::regex versions("orvelcs [0-9.]+\nPROJ [0-9.]+\ndata folder: .+\nEPSG v[0-9.]+\n([A-Z_0-9]+ .+\n)+");
     EXPECT_TRUE(std::regex_match(result.output, versions)) << result.output;
+    EXPECT_EQ(run({"-V"}).output, result.output);
 }
 
 TEST_F(CommandLineUsage, VersionWithACommand_NeedsNoArguments)
@@ -106,9 +112,14 @@ TEST_F(CommandLineUsage, VersionWithACommand_NeedsNoArguments)
 TEST_F(CommandLineUsage, VersionAsJson_IsAnObject)
 {
     const Json json = runForJson({"--version"});
-    EXPECT_EQ(json.size(), 3U);
-    EXPECT_THAT(json["proj"].get<std::string>(), testing::StartsWith("PROJ "));
-    EXPECT_THAT(json["catalog"].get<std::string>(), testing::StartsWith("EPSG v"));
+    EXPECT_EQ(json.size(), 4U);
+    EXPECT_EQ(run({"-V"}).output.find("orvelcs " + json["orvelcs"].get<std::string>() + "\nPROJ " +
+                                      json["proj"].get<std::string>() + "\n"),
+              0U);
+    EXPECT_TRUE(std::filesystem::exists(Embedded::pathFromUtf8(json["dataFolder"].get<std::string>()) / "proj.db"));
+    EXPECT_THAT(json["catalog"]["EPSG"].get<std::string>(), testing::StartsWith("v"));
+    EXPECT_TRUE(json["catalog"]["ESRI"].is_string());
+    EXPECT_EQ(json["catalog"]["OGC"], nullptr);
 }
 
 TEST_F(CommandLineUsage, VersionWithCheck_ChecksTheWholeCatalog)
@@ -142,7 +153,7 @@ TEST_F(CommandLineUsage, NoCommand_IsWrongUsage)
     expectWrongUsage(
         run(Arguments{}),
         "orvelcs: command line: COMMAND: is required; one of new, assign, clear, show, forms, convert, check, dump, "
-        "catalog, encode, decode, codec, config, transformation, transform");
+        "catalog, encode, decode, codec, config, transformation, transform, help, commands, completion");
 }
 
 TEST_F(CommandLineUsage, MisspeltCommand_IsRefusedWithTheNearest)
@@ -158,7 +169,8 @@ TEST_F(CommandLineUsage, UnknownCommand_IsRefusedWithTheListOfCommands)
     expectWrongUsage(
         run({"refurbish"}),
         "orvelcs: command line: refurbish: no such command; there are new, assign, "
-        "clear, show, forms, convert, check, dump, catalog, encode, decode, codec, config, transformation, transform");
+        "clear, show, forms, convert, check, dump, catalog, encode, decode, codec, config, transformation, transform, "
+        "help, commands, completion");
 }
 
 TEST_F(CommandLineUsage, MisspeltOption_IsRefusedWithTheNearest)

@@ -1,5 +1,7 @@
 #include "embedded/spatial_reference/catalog/catalog.h"
 
+#include <algorithm>
+
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_database.h"
 #include "embedded/spatial_reference/catalog/catalog_list.h"
@@ -29,6 +31,12 @@ CatalogEntry loadedEntry(const DefinitionData& data, const PJ* object)
             .kind = data.kind.value_or(kindNotEarthReferenced),
             .deprecated = proj_is_deprecated(object) != 0,
             .areaOfUse = area ? wideFromUtf8(area->name) : std::wstring()};
+}
+
+std::optional<std::string> versionOf(const std::string& authority)
+{
+    const char* version = proj_context_get_database_metadata(projContext(), (authority + ".VERSION").c_str());
+    return version != nullptr ? std::optional<std::string>(version) : std::nullopt;
 }
 
 } // namespace
@@ -102,8 +110,18 @@ std::string projVersion()
 
 std::string catalogVersion()
 {
-    const char* version = proj_context_get_database_metadata(projContext(), "EPSG.VERSION");
-    return std::string("EPSG ") + (version ? version : "unavailable");
+    return "EPSG " + versionOf("EPSG").value_or("unavailable");
+}
+
+std::vector<AuthorityVersion> catalogVersions()
+{
+    std::vector<AuthorityVersion> versions;
+    const PROJ_STRING_LIST authorities = proj_get_authorities_from_database(projContext());
+    for (char** authority = authorities; authority != nullptr && *authority != nullptr; ++authority)
+        versions.push_back({*authority, versionOf(*authority)});
+    proj_string_list_destroy(authorities);
+    std::ranges::stable_partition(versions, [](const AuthorityVersion& entry) { return entry.version.has_value(); });
+    return versions;
 }
 
 } // namespace Embedded

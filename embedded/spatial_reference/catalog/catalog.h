@@ -1,6 +1,7 @@
 // The catalog as a list, for programs in which a user looks for a system. The module does not need it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,5 +55,13 @@ ZSR_API std::string catalogPath();
 /// The versions in use, such as "PROJ 9.1.1" and "EPSG v10.076".
 ZSR_API std::string projVersion();
 ZSR_API std::string catalogVersion();
+
+/// The version of an authority's part of PROJ's database.
+struct AuthorityVersion {
+    std::string authority;
+    std::optional<std::string> version; // the database has none for some
+};
+/// Every authority of PROJ's database, those with a version first. Empty when it cannot be read.
+ZSR_API std::vector<AuthorityVersion> catalogVersions();
 
 } // namespace Embedded

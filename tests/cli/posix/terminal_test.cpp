@@ -129,6 +129,33 @@ TEST_F(Terminal, NoColor_RemovesTheFormatting)
     EXPECT_THAT(runOnTerminal({"forms", "a.qedb"}, "1"), testing::StartsWith("a.qedb, drawing version 33\r\n"));
 }
 
+TEST_F(Terminal, Color_IsAutomaticUnlessAnOptionSaysOtherwise)
+{
+    givenDrawing("a.qedb");
+    EXPECT_THAT(runOnTerminal({"forms", "a.qedb", "--color", "never"}), testing::StartsWith("a.qedb"));
+    EXPECT_THAT(runOnTerminal({"forms", "a.qedb", "--color", "auto"}, "1"), testing::StartsWith("a.qedb"));
+    EXPECT_THAT(runOnTerminal({"forms", "a.qedb", "--color", "always"}, "1"), testing::StartsWith("\x1B[1m"));
+}
+
+TEST_F(Terminal, Table_IsCutToTheWidthOfTheTerminal_AndJsonIsNot)
+{
+    const winsize size{.ws_row = 24, .ws_col = 50, .ws_xpixel = 0, .ws_ypixel = 0};
+    const auto onTerminal = [&](const Arguments& arguments) {
+        return runOnTerminal(arguments, nullptr, "xterm", {}, &size);
+    };
+    EXPECT_EQ(onTerminal({"catalog", "search", "EPSG:25832"}),
+              "EPSG:25832  projected  ETRS89 / UT…  Europe betwe…\r\n");
+    EXPECT_THAT(onTerminal({"catalog", "search", "EPSG:25832", "--json"}),
+                testing::HasSubstr("\"ETRS89 / UTM zone 32N\""));
+}
+
+TEST_F(Terminal, Help_FitsTheWidthOfTheTerminal)
+{
+    const winsize size{.ws_row = 24, .ws_col = 40, .ws_xpixel = 0, .ws_ypixel = 0};
+    EXPECT_THAT(runOnTerminal({"help"}, nullptr, "xterm", {}, &size),
+                testing::HasSubstr("\r\nExit status: 0 done, 1 failed or\r\nrefused, 2"));
+}
+
 TEST_F(Terminal, EmptyNoColor_CountsAsNotSet)
 {
     givenDrawing("a.qedb");

@@ -128,10 +128,11 @@ TEST_F(InstallDependenciesTest, TestTarget_AlsoNeedsTheTestTools)
 {
     givenDemoPackagesExcept("");
     EXPECT_EQ(run("test"), 0);
-    EXPECT_TRUE(splitLines(aptCalls())
-                    .at(1)
-                    .ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq "
-                               "pkg-config file dpkg-dev"));
+    EXPECT_TRUE(
+        splitLines(aptCalls())
+            .at(1)
+            .ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq mandoc zsh fish "
+                       "pkg-config file dpkg-dev"));
 }
 
 TEST_F(InstallDependenciesTest, OnlyTheBenchTarget_NeedsTheBenchmarkLibrary)

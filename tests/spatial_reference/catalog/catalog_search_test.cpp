@@ -177,6 +177,9 @@ TEST_F(CatalogSearch, VersionsOfProjAndTheCatalogAreKnown)
 {
     EXPECT_TRUE(projVersion().starts_with("PROJ 9"));
     EXPECT_TRUE(catalogVersion().starts_with("EPSG v1"));
+    const std::vector<Embedded::AuthorityVersion> versions = Embedded::catalogVersions();
+    ASSERT_GE(versions.size(), 5U);
+    EXPECT_EQ(versions.front().authority + " " + versions.front().version.value_or(""), catalogVersion());
 }
 
 } // namespace

@@ -15,10 +15,6 @@
 namespace Orvelcs {
 namespace {
 
-constexpr std::size_t kHelpColumn = 30;
-constexpr const char* kEverywhere =
-    "Options of every command, before or after it: --json, -q/--quiet, --no-color, --user-dir DIR,\n"
-    "--registry FILE, --wait SECONDS, --help";
 constexpr char kMark = '\x1F';
 
 std::multimap<HelpPlace, CommandRegistration::Declare>& registrations()
@@ -27,34 +23,14 @@ std::multimap<HelpPlace, CommandRegistration::Declare>& registrations()
     return all;
 }
 
-class HelpText : public CLI::Formatter {
-public:
-    explicit HelpText(std::vector<std::string> usage) : usage_(std::move(usage)) { column_width(kHelpColumn); }
-
-    std::string make_usage(const CLI::App*, std::string) const override
-    {
-        std::string text = "\n";
-        for (const std::string& form : usage_)
-            text += fmt::format("{} orvelcs {}\n", text.size() == 1 ? "Usage:" : "      ", form);
-        return text;
-    }
-
-    std::string make_option_opts(const CLI::Option* option) const override
-    {
-        return option->get_type_name().empty() ? std::string() : " " + option->get_type_name();
-    }
-
-private:
-    std::vector<std::string> usage_;
-};
-
 bool needsMark(const std::string& argument)
 {
     return argument.starts_with(kMark) || (argument.starts_with('[') && argument.ends_with(']'));
 }
 
-CLI::Option* finish(CLI::Option* option, const std::string& valueName)
+CLI::Option* finish(CLI::Option* option, const std::string& valueName, const ValueText& valueText)
 {
+    textOf(*option) = valueText;
     return option->type_name(valueName)->transform(CLI::Validator(
         [](std::string& argument) {
             argument = removeMark(argument);
@@ -68,10 +44,13 @@ struct SplitName {
     std::string value;
 };
 
-SplitName splitName(const std::string& name)
+SplitName splitName(const std::string& name, const ValueText& valueText)
 {
     const std::size_t space = name.find(' ');
-    return space == std::string::npos ? SplitName{name, ""} : SplitName{name.substr(0, space), name.substr(space + 1)};
+    SplitName split{name.substr(0, space), space == std::string::npos ? "" : name.substr(space + 1)};
+    for (const std::string& oldName : valueText.oldNames)
+        split.option += "," + oldName;
+    return split;
 }
 
 } // namespace
@@ -89,32 +68,26 @@ std::vector<Command> declareCommands(CLI::App& program)
     return commands;
 }
 
-void setUsage(CLI::App& app, const std::vector<std::string>& usage)
-{
-    app.formatter(std::make_shared<HelpText>(usage));
-}
-
 CLI::App* addCommand(CLI::App& parent, const CommandText& text)
 {
     CLI::App* command = parent.add_subcommand(text.name, text.description);
-    setUsage(*command, text.usage);
-    command->group("Commands");
-    command->footer(text.details + (text.details.empty() ? "" : "\n") + kEverywhere);
+    textOf(*command) = text;
     command->fallthrough();
     return command;
 }
 
-CLI::Option* addArgument(CLI::App& command, const std::string& name, std::string& value, const std::string& description)
+CLI::Option* addArgument(CLI::App& command, const std::string& name, std::string& value, const std::string& description,
+                         const ValueText& valueText)
 {
-    const SplitName split = splitName(name);
-    return finish(command.add_option(split.option, value, description), split.value);
+    const SplitName split = splitName(name, valueText);
+    return finish(command.add_option(split.option, value, description), split.value, valueText);
 }
 
 CLI::Option* addArguments(CLI::App& command, const std::string& name, std::vector<std::string>& values,
-                          const std::string& description)
+                          const std::string& description, const ValueText& valueText)
 {
-    const SplitName split = splitName(name);
-    return finish(command.add_option(split.option, values, description), split.value);
+    const SplitName split = splitName(name, valueText);
+    return finish(command.add_option(split.option, values, description), split.value, valueText);
 }
 
 std::vector<std::string> markArguments(const std::vector<std::string>& arguments)

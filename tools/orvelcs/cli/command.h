@@ -10,6 +10,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include "orvelcs/cli/command_text.h"
 #include "orvelcs/cli/output.h"
 
 namespace Orvelcs {
@@ -19,25 +20,14 @@ struct Command {
     std::function<ExitStatus(Output&)> run;
 };
 
-/// What a command is called, does and expects.
-struct CommandText {
-    std::string name;
-    std::string description;
-    std::vector<std::string> usage; // without the program's name, one for each form
-    std::string details;            // below the options
-};
-
-/// Sets the lines of the help that show how the program or the command is called.
-void setUsage(CLI::App& app, const std::vector<std::string>& usage);
-
 /// Adds a command to the program, or to the command that it is a part of.
 CLI::App* addCommand(CLI::App& parent, const CommandText& text);
 
 /// Adds an option or a positional argument. "--kind N" is the option --kind, whose value the help calls N.
-CLI::Option* addArgument(CLI::App& command, const std::string& name, std::string& value,
-                         const std::string& description);
+CLI::Option* addArgument(CLI::App& command, const std::string& name, std::string& value, const std::string& description,
+                         const ValueText& valueText = {});
 CLI::Option* addArguments(CLI::App& command, const std::string& name, std::vector<std::string>& values,
-                          const std::string& description);
+                          const std::string& description, const ValueText& valueText = {});
 
 /// Marks the arguments that the parser would change: it splits "[a,b]" in two, and reads an option behind "--" where a
 /// positional argument has come before. The flag kSeparatorFlag replaces the "--". addArgument and addArguments remove
@@ -52,7 +42,7 @@ int integerArgument(const std::string& option, const std::string& text, int leas
 /// The text of an argument; throws Failure for wrong usage when it is empty or not UTF-8.
 std::wstring wideArgument(const std::string& argument, const std::string& text);
 
-enum class HelpGroup { drawings, catalog, transformations };
+enum class HelpGroup { drawings, catalog, transformations, program };
 
 /// Where the help lists a command: after those of the groups before its own, and of lower numbers in its own.
 struct HelpPlace {

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "orvelcs/cli/help_topics.h"
 #include "orvelcs/cli/option_values.h"
 #include "orvelcs/cli/suggestion.h"
 
@@ -40,12 +41,30 @@ std::string commandName(const CLI::App* command)
 
 bool isRepeated(const CLI::Option& option)
 {
-    return option.get_items_expected_max() == 1 && option.count() > 1;
+    return option.get_multi_option_policy() != CLI::MultiOptionPolicy::TakeLast &&
+           option.get_items_expected_max() == 1 && option.count() > 1;
+}
+
+/// Returns whether the name may be named to a user who has misspelt it.
+bool isKnown(const CLI::Option& option, const std::string& name)
+{
+    return !option.get_group().empty() &&
+           std::ranges::find(textOf(option).oldNames, name) == textOf(option).oldNames.end();
 }
 
 bool isMissing(const CLI::Option& option)
 {
     return option.get_required() && option.count() == 0;
+}
+
+ColorUse parseColorUse(const std::string& word)
+{
+    const std::vector<std::pair<std::string, ColorUse>> words = {
+        {"auto", ColorUse::automatic}, {"always", ColorUse::always}, {"never", ColorUse::never}};
+    for (const auto& [name, use] : words)
+        if (word == name)
+            return use;
+    throw wrongUsage("--color", fmt::format("expected auto, always or never, found {}", word));
 }
 
 /// The first option of the command, or of one that it is a part of, to which the condition applies; null without any.
@@ -64,22 +83,43 @@ const CLI::Option* findOption(const CLI::App* command, const Condition& conditio
 CommandLine::CommandLine() : program_(std::make_unique<CLI::App>("The coordinate reference systems of drawings."))
 {
     program_->name("orvelcs");
-    setUsage(*program_, {"[OPTIONS] COMMAND ..."});
+    textOf(*program_).usage = {"[OPTIONS] COMMAND ..."};
+    textOf(*program_).details =
+        "orvelcs help COMMAND describes a command, and orvelcs help TOPIC what concerns several. The topics are " +
+        helpTopicNames() + ".";
+    textOf(*program_).exitStatuses = {{ExitStatus::nothingFound, "nothing found"},
+                                      {ExitStatus::interrupted, "interrupted"}};
+    addGlobalOptions();
+    program_->require_subcommand(1);
+    commands_ = declareCommands(*program_);
+}
+
+void CommandLine::addGlobalOptions()
+{
     program_->add_flag("--json", outputOptions_.json, "print one JSON document");
     program_->add_flag("-q,--quiet", outputOptions_.quiet, "print no notes, confirmations and progress");
-    program_->add_flag("--no-color", outputOptions_.noColor, "no colour, even on a terminal");
+    colorOption_ = addArgument(*program_, "--color WHEN", color_, "use colour and escape sequences",
+                               {.choices = {"auto", "always", "never"}, .defaultValue = "auto"})
+                       ->take_last();
+    noColorOption_ = program_->add_flag("--no-color", noColor_, "the same as --color never");
     addUserOptions(*program_, userOptions_);
     addWaitOption(*program_, waitOption_);
-    program_->add_flag("--version", version_, "print the versions of the program, of PROJ and of the catalog");
+    program_->add_flag("-V,--version", version_, "print the versions of the program, of PROJ and of the catalog");
     program_->add_flag("--check", check_, "with --version: read the whole catalog and look for damage");
     program_->set_help_flag("-h,--help", "print this help, or that of a command");
     program_->add_flag(kSeparatorFlag)->group(""); // not for people, and so in no help
-    program_->footer("orvelcs COMMAND --help describes a command.\n"
-                     "Exit status: 0 done, 1 failed or refused, 2 wrong usage, 3 nothing found,\n"
-                     "130 interrupted.");
-    program_->require_subcommand(1);
+}
 
-    commands_ = declareCommands(*program_);
+void CommandLine::applyColorOptions()
+{
+    const std::vector<CLI::Option*>& given = program_->parse_order();
+    const auto last = std::find_if(given.rbegin(), given.rend(), [&](const CLI::Option* option) {
+        return option == colorOption_ || option == noColorOption_;
+    });
+    if (colorOption_->count() > 0)
+        outputOptions_.color = parseColorUse(color_);
+    if (last != given.rend() && *last == noColorOption_)
+        outputOptions_.color = ColorUse::never;
 }
 
 Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
@@ -97,6 +137,7 @@ Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
     std::ranges::reverse(words); // the parser wants them from the back
     try {
         program_->parse(std::move(words));
+        applyColorOptions();
         if (version_)
             invocation.kind = Invocation::Kind::version;
         else if (check_)
@@ -105,7 +146,9 @@ Invocation CommandLine::parse(int argumentCount, const char* const* arguments)
             invocation.kind = Invocation::Kind::command;
     } catch (const CLI::CallForHelp&) {
         invocation.kind = Invocation::Kind::help;
-        invocation.help = program_->help();
+        invocation.helpOf = selected();
+    } catch (const Failure& failure) {
+        invocation.failure = failure;
     } catch (const CLI::ParseError& error) {
         if (version_)
             invocation.kind = Invocation::Kind::version;
@@ -175,7 +218,7 @@ std::vector<std::string> CommandLine::knownOptions() const
     for (const CLI::App* app = selected(); app != nullptr; app = app->get_parent())
         for (const CLI::Option* option : app->get_options())
             for (const std::string& name : option->get_lnames())
-                if (!option->get_group().empty() && std::find(names.begin(), names.end(), "--" + name) == names.end())
+                if (isKnown(*option, "--" + name) && std::ranges::find(names, "--" + name) == names.end())
                     names.push_back("--" + name);
     return names;
 }

@@ -17,10 +17,10 @@ namespace Orvelcs {
 struct Invocation {
     enum class Kind { command, help, version, wrongUsage };
     Kind kind = Kind::wrongUsage;
-    std::string command;            // "assign", "catalog search"; "command line" when it names none
-    std::string help;               // for help
-    bool checksCatalog = false;     // for version
-    std::optional<Failure> failure; // for wrong usage
+    std::string command;              // "assign", "catalog search"; "command line" when it names none
+    const CLI::App* helpOf = nullptr; // for help: the command, or the program
+    bool checksCatalog = false;       // for version
+    std::optional<Failure> failure;   // for wrong usage
 };
 
 class CommandLine {
@@ -37,6 +37,9 @@ public:
     ExitStatus run(Output& output) const;
 
 private:
+    void addGlobalOptions();
+    /// Sets what --color and --no-color say. Throws Failure for another word.
+    void applyColorOptions();
     Failure describeRefusal(const CLI::ParseError& error) const;
     Failure unknownArgument(const std::string& argument) const;
     Failure unknownOption(const std::string& name) const;
@@ -48,6 +51,10 @@ private:
     OutputOptions outputOptions_;
     UserOptions userOptions_;
     WaitOption waitOption_;
+    std::string color_;
+    CLI::Option* colorOption_ = nullptr;
+    bool noColor_ = false; // color_ may come after it
+    CLI::Option* noColorOption_ = nullptr;
     bool version_ = false;
     bool check_ = false;
 };

@@ -53,12 +53,4 @@ std::string oneLine(std::string_view utf8)
     return line;
 }
 
-std::string truncated(const std::string& utf8, std::size_t mostCharacters)
-{
-    const std::wstring text = Embedded::wideFromUtf8(utf8);
-    if (text.size() <= mostCharacters)
-        return utf8;
-    return mostCharacters == 0 ? "" : Embedded::utf8FromWide(text.substr(0, mostCharacters - 1)) + "…";
-}
-
 } // namespace Orvelcs

@@ -1,7 +1,6 @@
 // Text for a terminal: valid UTF-8 on one line, whatever a file name or a drawing holds.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -10,8 +9,5 @@ namespace Orvelcs {
 /// Escapes control characters (\n, \t, \x1B) and bytes that are not UTF-8 (\xFF).
 std::string oneLine(std::string_view utf8);
 std::string oneLine(std::wstring_view text);
-
-/// The text, cut to so many characters if it is longer, with "…" as the last one.
-std::string truncated(const std::string& utf8, std::size_t mostCharacters);
 
 } // namespace Orvelcs

@@ -1,5 +1,6 @@
 #include "orvelcs/cli/output.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -9,19 +10,29 @@
 
 #include <fmt/format.h>
 
+#include "embedded/base/parse_number.h"
 #include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/display_width.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/process.h"
 
 namespace Orvelcs {
 namespace {
 
-bool wantsEscapes(const OutputOptions& options)
+bool wantsEscapes(ColorUse color)
 {
+    if (color != ColorUse::automatic)
+        return color == ColorUse::always;
     const char* noColor = std::getenv("NO_COLOR");
     const char* terminal = std::getenv("TERM");
-    return !options.noColor && (noColor == nullptr || *noColor == '\0') &&
-           (terminal == nullptr || std::string_view(terminal) != "dumb");
+    return (noColor == nullptr || *noColor == '\0') && (terminal == nullptr || std::string_view(terminal) != "dumb");
+}
+
+/// The environment variable COLUMNS, or what the terminal says of itself; nothing where neither does.
+std::optional<std::size_t> outputColumns()
+{
+    const auto columns = Embedded::parseInteger<std::size_t>(variable("COLUMNS").value_or(""));
+    return columns.value_or(0) > 0 ? columns : terminalWidth(stdout);
 }
 
 void writeToStandardError(std::string_view text)
@@ -34,8 +45,8 @@ void writeToStandardError(std::string_view text)
 Output::Output(std::string command, const OutputOptions& options)
     : command_(std::move(command)),
       options_(options),
-      escapes_(wantsEscapes(options)),
-      bold_(escapes_ && supportsEscapes(stdout))
+      escapes_(wantsEscapes(options.color)),
+      bold_(options.color == ColorUse::always || (escapes_ && supportsEscapes(stdout)))
 {
 }
 
@@ -55,6 +66,18 @@ void Output::line(std::string_view utf8)
 void Output::heading(std::string_view utf8)
 {
     line(bold_ ? fmt::format("\x1B[1m{}\x1B[0m", utf8) : std::string(utf8));
+}
+
+std::optional<std::size_t> Output::tableColumns()
+{
+    return isTerminal(stdout) ? std::optional(helpColumns()) : std::nullopt;
+}
+
+std::size_t Output::helpColumns()
+{
+    constexpr std::size_t kUsual = 80;
+    constexpr std::size_t kLeast = 20;
+    return std::max(outputColumns().value_or(kUsual), kLeast);
 }
 
 void Output::document(const Json& json)

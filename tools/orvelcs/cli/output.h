@@ -1,6 +1,8 @@
 // Where results, diagnostics and progress go.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,10 +11,12 @@
 
 namespace Orvelcs {
 
+enum class ColorUse { automatic, always, never };
+
 struct OutputOptions {
     bool json = false;
     bool quiet = false;
-    bool noColor = false;
+    ColorUse color = ColorUse::automatic;
 };
 
 /// Results go to standard output, everything else to standard error. Subjects and messages may hold any bytes.
@@ -35,6 +39,10 @@ public:
     void line(std::string_view utf8);
     /// Writes a line that is bold on a terminal.
     void heading(std::string_view utf8);
+    /// The columns that a line of a table may take; nothing where lines are never cut, as in a pipe.
+    static std::optional<std::size_t> tableColumns();
+    /// The columns of the help: those of the terminal, or 80.
+    static std::size_t helpColumns();
     /// Writes the one JSON document.
     void document(const Json& json);
     /// Writes out what is buffered. Returns false when standard output cannot be written.

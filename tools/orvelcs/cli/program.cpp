@@ -2,16 +2,21 @@
 
 #include <exception>
 #include <new>
+#include <string_view>
 
+#include "embedded/base/path.h"
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/cli/command_line.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/failure.h"
+#include "orvelcs/cli/help_text.h"
 #include "orvelcs/cli/process.h"
 
 namespace Orvelcs {
 namespace {
+
+constexpr std::string_view kProjName = "PROJ "; // before the number of its version
 
 struct CatalogCheck {
     std::string path;
@@ -29,19 +34,38 @@ CatalogCheck checkCatalog()
     return {Embedded::catalogPath(), check ? std::nullopt : std::optional(check.error().text())};
 }
 
+/// The folder of PROJ's database; nothing when it has none open.
+std::optional<std::string> dataFolder()
+{
+    const std::string path = Embedded::catalogPath();
+    if (path.empty())
+        return std::nullopt;
+    return Embedded::displayName(Embedded::pathFromUtf8(path).parent_path());
+}
+
+Json versionAsJson(const std::optional<CatalogCheck>& check)
+{
+    Json catalog = Json::object();
+    for (const Embedded::AuthorityVersion& entry : Embedded::catalogVersions())
+        catalog[entry.authority] = jsonValue(entry.version);
+    Json json = {{"orvelcs", ORVELCS_VERSION},
+                 {"proj", Embedded::projVersion().substr(kProjName.size())},
+                 {"dataFolder", jsonValue(dataFolder())},
+                 {"catalog", std::move(catalog)}};
+    if (check)
+        json["check"] = asJson(*check);
+    return json;
+}
+
 void printVersion(const std::optional<CatalogCheck>& check, Output& output)
 {
-    if (output.json()) {
-        Json json = {
-            {"version", ORVELCS_VERSION}, {"proj", Embedded::projVersion()}, {"catalog", Embedded::catalogVersion()}};
-        if (check)
-            json["check"] = asJson(*check);
-        output.document(json);
-        return;
-    }
+    if (output.json())
+        return output.document(versionAsJson(check));
     output.line(std::string("orvelcs ") + ORVELCS_VERSION);
     output.line(Embedded::projVersion());
-    output.line(Embedded::catalogVersion());
+    output.line("data folder: " + oneLine(dataFolder().value_or("none")));
+    for (const Embedded::AuthorityVersion& entry : Embedded::catalogVersions())
+        output.line(oneLine(entry.authority + " " + entry.version.value_or("without a version")));
     if (check && !check->fault)
         output.line(oneLine(check->path) + ": no damage found");
 }
@@ -66,7 +90,7 @@ ExitStatus execute(const CommandLine& commandLine, const Invocation& invocation,
         applyWaitOption(commandLine.waitOption());
         return commandLine.run(output);
     case Invocation::Kind::help:
-        output.write(invocation.help);
+        output.write(helpText(*invocation.helpOf, Output::helpColumns()));
         return ExitStatus::done;
     case Invocation::Kind::version:
         return reportVersion(invocation.checksCatalog, output);

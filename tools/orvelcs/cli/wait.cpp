@@ -31,7 +31,7 @@ double& secondsToWait()
 void addWaitOption(CLI::App& program, WaitOption& wait)
 {
     wait.option = addArgument(program, "--wait SECONDS", wait.seconds,
-                              "how long to wait for another process (10); 0 means not at all");
+                              "how long to wait for another process; 0 means not at all", {.defaultValue = "10"});
 }
 
 void applyWaitOption(const WaitOption& wait)

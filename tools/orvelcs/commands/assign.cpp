@@ -25,7 +25,9 @@ namespace Library = Zentara::Infrastructure::SpatialReference;
 namespace {
 
 struct AssignOptions {
-    std::vector<std::string> arguments; // SYSTEM FILE…, or FILE… with a definition
+    std::string system;
+    CLI::Option* systemArgument = nullptr;
+    std::vector<std::string> givenFiles; // without those of the list
     std::string definitionFile;
     std::string code;
     CLI::Option* definitionOption = nullptr;
@@ -38,31 +40,36 @@ struct AssignOptions {
     {
         if (isUserDefined())
             return "@" + definitionFile;
-        return namesFile(arguments.front()) ? arguments.front() : std::string();
+        return namesFile(system) ? system : std::string();
     }
 };
 
-// Splits the positional arguments into the system and the files. Returns the code of the catalog, or nothing.
-std::wstring splitArguments(AssignOptions& options)
+/// With --definition the first of the positional arguments is a drawing.
+void takeSystemAsDrawing(AssignOptions& options)
 {
     std::vector<std::string>& names = options.change.files.names;
-    names = options.arguments;
+    if (options.codeOption->count() == 0)
+        throw wrongUsage("--definition", "needs --code, the code that the system is to have");
+    if (options.systemArgument->count() > 0)
+        names.insert(names.begin(), options.system);
+}
+
+/// Returns the code of the catalog, or nothing where the system is that of a file.
+std::wstring checkSystem(AssignOptions& options)
+{
     if (options.isUserDefined()) {
-        if (options.codeOption->count() == 0)
-            throw wrongUsage("--definition", "needs --code, the code that the system is to have");
+        takeSystemAsDrawing(options);
         return {};
     }
-    if (options.arguments.empty())
+    if (options.systemArgument->count() == 0)
         throw wrongUsage("SYSTEM", "is required");
-    const std::string& system = options.arguments.front();
-    if (options.codeOption->count() > 0 && !namesFile(system))
-        throw wrongUsage("--code", "goes with the system of a text only: @TEXTFILE or --definition");
-    if (system.empty())
+    if (options.codeOption->count() > 0 && !namesFile(options.system))
+        throw wrongUsage("--code", "goes with the system of a text only: @TEXTFILE");
+    if (options.system.empty())
         throw wrongUsage("SYSTEM", "is empty; to remove a coordinate system use clear");
-    if (options.arguments.size() < 2 && !options.change.files.hasList())
+    if (options.change.files.names.empty() && !options.change.files.hasList())
         throw wrongUsage("FILE", "is required after SYSTEM");
-    names.erase(names.begin());
-    return namesFile(system) ? std::wstring() : wideArgument("SYSTEM", system);
+    return namesFile(options.system) ? std::wstring() : wideArgument("SYSTEM", options.system);
 }
 
 void noteDeprecation(const Embedded::CatalogEntry& entry, Output& output)
@@ -83,7 +90,9 @@ std::string correctedCommand(const std::string& code, const AssignOptions& optio
     if (options.change.files.hasList())
         command += " --files-from " + quotedArgument(options.change.files.list);
     std::size_t count = 0;
-    for (const std::string& argument : options.arguments) {
+    std::vector<std::string> arguments = options.givenFiles;
+    arguments.insert(arguments.begin(), options.system);
+    for (const std::string& argument : arguments) {
         if (argument == code)
             continue;
         if (count++ == kMostFiles)
@@ -106,7 +115,7 @@ void checkCode(const AssignOptions& options, const std::wstring& code)
     const Library::Status status = Library::CoordinateReferenceSystemDefinition::Load(code.c_str(), definition.put());
     if (status == Library::statusOk)
         return;
-    const std::string& word = options.arguments.front();
+    const std::string& word = options.system;
     if (status == Library::statusNotFound)
         if (const auto swapped = findSwappedCode(word, options.change.files.names))
             throw wrongUsage(word, fmt::format("stands where the code {} belongs; did you mean {}", *swapped,
@@ -151,6 +160,7 @@ ExitStatus assignSystem(const AssignOptions& options, const NamedSystem& system,
 void readFiles(AssignOptions& options, const Output& output)
 {
     DrawingFiles& files = options.change.files;
+    options.givenFiles = files.names;
     const bool readsDefinition = namesStandardInput(options.systemFile());
     if (readsDefinition && files.list == kStandardStream)
         throw wrongUsage(kStandardStream, "standard input cannot be both the definition and the list");
@@ -163,7 +173,7 @@ void readFiles(AssignOptions& options, const Output& output)
 /// Finds the system once, before the first drawing is opened.
 ExitStatus runAssign(AssignOptions& options, Output& output)
 {
-    const std::wstring code = splitArguments(options);
+    const std::wstring code = checkSystem(options);
     readFiles(options, output);
     const std::string file = options.systemFile();
     NamedSystem system;
@@ -180,22 +190,46 @@ ExitStatus runAssign(AssignOptions& options, Output& output)
     return file.empty() ? assignFromCatalog(options, code, output) : assignSystem(options, system, output);
 }
 
+const std::string kAssignDetails =
+    std::string(kSystemHelp) +
+    " The system of a text is user-defined and needs --code; that of a drawing keeps its code.\n\n"
+    "A drawing whose assignment fails or is vetoed is left exactly as it was; the other drawings are changed. A "
+    "deprecated "
+    "code is assigned with a note. For a misspelt code, or a misspelt word of a name, the message names the nearest "
+    "systems "
+    "that exist. If the code and a drawing are given in each other's place, that is wrong usage, and the message has "
+    "the "
+    "right command.\n\n"
+    "In a text, a unit keeps its name and its factor, even if the usual factor of that unit differs. A definition "
+    "whose "
+    "units cannot be stored in this way is refused, and so is one with a NUL character in a name or code.\n\n"
+    "In the notices that --events prints, the name is the code of the system, \"\" for an assignment of no definition, "
+    "and "
+    "null for a removal. In JSON result is the result of the host, status what the module reported of the "
+    "spatial-reference library, and events every notice. For a definition that cannot be read result is null, because "
+    "no "
+    "drawing was opened; status says why the library refused the text and is 0 if the file could not be read; and "
+    "error "
+    "names the definition file.";
+
 std::vector<Command> declareAssign(CLI::App& program)
 {
     auto options = std::make_shared<AssignOptions>();
-    CLI::App* app = addCommand(
-        program, {"assign",
-                  "Assign a coordinate reference system to drawings",
-                  {"assign [OPTIONS] SYSTEM FILE...", "assign [OPTIONS] @TEXTFILE --code CODE FILE...",
-                   "assign [OPTIONS] --definition TEXTFILE --code CODE FILE..."},
-                  std::string(kSystemHelp) +
-                      "\nThe system of a text is user-defined and needs --code; that of a drawing keeps its code.\n"
-                      "A drawing whose assignment fails or is vetoed is left exactly as it was."});
-    addArguments(*app, "SYSTEM FILE...", options->arguments,
-                 "the system, and the drawings; with --definition only the drawings");
+    CLI::App* app =
+        addCommand(program, {"assign",
+                             "Assign a coordinate reference system to drawings",
+                             {"assign [OPTIONS] SYSTEM FILE...", "assign [OPTIONS] @TEXTFILE --code CODE FILE..."},
+                             kAssignDetails,
+                             {{"Assign a system of the catalog", "orvelcs assign EPSG:25832 plan.qedb"},
+                              {"Assign a system of one's own", "orvelcs assign @works.wkt --code WORKS:1 plan.qedb"},
+                              {"Assign the system of another drawing", "orvelcs assign @site.qedb plan.qedb"},
+                              {"Assign a system to all drawings below a folder",
+                               "find plans -name '*.qedb' -print0 | orvelcs assign EPSG:25832 --files-from - -0"}}});
+    options->systemArgument = addArgument(*app, "SYSTEM", options->system, "the system");
+    addArguments(*app, "FILE", options->change.files.names, "the drawings; - is standard input");
     addFileListOptions(*app, options->change.files);
-    options->definitionOption = addArgument(*app, "--definition TEXTFILE", options->definitionFile,
-                                            "the same as @TEXTFILE; - is standard input");
+    options->definitionOption =
+        addArgument(*app, "--definition TEXTFILE", options->definitionFile, "", {.oldNames = {"--definition"}});
     options->codeOption = addArgument(*app, "--code CODE", options->code,
                                       "the code of the user-defined system of a text, which the catalog does not have");
     addChangeOptions(*app, options->change);

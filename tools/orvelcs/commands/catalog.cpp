@@ -104,8 +104,7 @@ void print(const std::vector<PlacedSystem>& systems, Output& output)
         rows.push_back({oneLine(entry.code), kindName(entry.kind),
                         oneLine(entry.name) + (entry.deprecated ? " (deprecated)" : ""),
                         area ? oneLine(area->name) : "area of use unknown"});
-    for (const std::string& line : alignColumns(rows))
-        output.line(line);
+    printTable(rows, output);
 }
 
 ExitStatus runSearch(const SearchOptions& options, Output& output)
@@ -210,6 +209,24 @@ ExitStatus runCatalogShow(const CatalogShowOptions& options, Output& output)
     });
 }
 
+constexpr const char* kSearchDetails =
+    "Each system is listed with its kind, its name and its area of use. An exact code comes first, then an exact name, "
+    "then "
+    "systems that have all words as whole words, then those that have them at the beginning of words, then the rest. "
+    "Among "
+    "equals, systems in use come before deprecated ones.\n\n"
+    "A number alone is the code of every authority that has it, and a code may also be written as "
+    "urn:ogc:def:crs:EPSG::25832 or http://www.opengis.net/def/crs/EPSG/0/25832. With --kind, --authority, --at, "
+    "--bbox or "
+    "--area the text can be left out. If nothing matches, the message names the systems that are meant if words of the "
+    "text "
+    "are misspelt.\n\n"
+    "In JSON areaOfUse has the area's name and its bounds, an array of west, south, east and north in degrees, in "
+    "which west "
+    "is greater than east where the area crosses the antimeridian. It is null if the catalog does not say where a "
+    "system is "
+    "used.";
+
 Command declareSearch(CLI::App& catalog)
 {
     auto options = std::make_shared<SearchOptions>();
@@ -217,42 +234,56 @@ Command declareSearch(CLI::App& catalog)
         catalog, {"search",
                   "List the systems whose code or name has every word of the text, the best first",
                   {"catalog search [OPTIONS] [TEXT...]"},
-                  "An exact code comes first, then an exact name, whole words, beginnings of words, and the rest.\n"
-                  "TEXT may be a number, or a code such as urn:ogc:def:crs:EPSG::25832. With --kind, --authority,\n"
-                  "--at, --bbox or --area it can be left out. Exit status 3 if nothing matches."});
+                  kSearchDetails,
+                  {{"Find a system by words of its name", "orvelcs catalog search ETRS89 UTM 32N"},
+                   {"List the projected systems for use in Berlin", "orvelcs catalog search --at 52.5,13.4 --kind 3"},
+                   {"List five systems of an area", "orvelcs catalog search --area Iceland --limit 5"},
+                   {"Look for what is not there", "orvelcs catalog search xyzzy", ExitStatus::nothingFound}},
+                  {{ExitStatus::nothingFound, "nothing matches"}}});
     addArguments(*app, "TEXT", options->words, "the words, in any order and case");
-    addArgument(*app, "--kind N", options->kind,
-                "only systems of this kind: 1 not referenced to the Earth, 2 geographic, 3 projected, 4 geocentric");
-    addArgument(*app, "--authority A", options->authority, "only systems of this authority");
-    addArgument(*app, "--at LAT,LON", options->at, "only systems for use at this place, in degrees");
+    addArgument(
+        *app, "--kind N", options->kind, "only systems of this kind",
+        {.choices = {
+             {"1", "not referenced to the Earth"}, {"2", "geographic"}, {"3", "projected"}, {"4", "geocentric"}}});
+    addArgument(*app, "--authority AUTHORITY", options->authority, "only systems of this authority");
+    addArgument(*app, "--at LAT,LON", options->at,
+                "only systems whose area of use contains this place, in degrees north and east");
     addArgument(*app, "--bbox W,S,E,N", options->bbox,
-                "only systems for use in all of this area, in degrees; W > E crosses the antimeridian");
-    addArgument(*app, "--area TEXT", options->area, "only systems whose area of use has these words in its name");
+                "only systems whose area of use contains all of this area, in degrees; W > E crosses the antimeridian");
+    addArgument(*app, "--area TEXT", options->area,
+                "only systems whose area of use has every word of this text in its name, or a word that begins so");
     app->add_flag("--deprecated", options->deprecated, "also list deprecated systems");
-    addArgument(*app, "--limit N", options->limit, "at most this many systems (all)");
+    addArgument(*app, "--limit N", options->limit, "at most this many systems", {.defaultValue = "all"});
     return {app, [options](Output& output) { return runSearch(*options, output); }};
 }
 
 Command declareCatalogShow(CLI::App& catalog)
 {
     auto options = std::make_shared<CatalogShowOptions>();
-    CLI::App* app = addCommand(catalog, {"show",
-                                         "Show one system and what the catalog says of it",
-                                         {"catalog show [OPTIONS] SYSTEM"},
-                                         std::string(kSystemHelp) + "\n" + kFormatHelp +
-                                             "\nExit status 3 if the catalog does not have the code."});
+    CLI::App* app = addCommand(
+        catalog, {"show",
+                  "Show one system and what the catalog says of it",
+                  {"catalog show [OPTIONS] SYSTEM"},
+                  std::string(kSystemHelp) +
+                      " A code may also be written in the other ways that catalog search reads.\n\n" + kFormatHelp +
+                      "\n\nIn JSON replacedBy is the code that replaces a deprecated system best, and replacements are "
+                      "all of them.",
+                  {{"Show a system", "orvelcs catalog show EPSG:25832"},
+                   {"Print its definition for other programs", "orvelcs catalog show EPSG:25832 --format projjson"}},
+                  {{ExitStatus::nothingFound, "the catalog does not have the code"}}});
     addArgument(*app, "SYSTEM", options->system, "the system")->required();
-    app->add_flag("--wkt", options->wkt, "also print the definition as well-known text");
+    app->add_flag("--wkt", options->wkt, "also print the definition as WKT 1, or as WKT 2 if WKT 1 cannot express it");
     addFormatOption(*app, options->format);
     return {app, [options](Output& output) { return runCatalogShow(*options, output); }};
 }
 
 std::vector<Command> declareCatalog(CLI::App& program)
 {
-    CLI::App* catalog = addCommand(program, {"catalog",
-                                             "Search the catalog of coordinate reference systems",
-                                             {"catalog search [OPTIONS] [TEXT...]", "catalog show [OPTIONS] SYSTEM"},
-                                             ""});
+    CLI::App* catalog =
+        addCommand(program, {"catalog",
+                             "Search the catalog of coordinate reference systems",
+                             {"catalog search [OPTIONS] [TEXT...]", "catalog show [OPTIONS] SYSTEM"},
+                             "The catalog is PROJ's database, with the systems of several authorities."});
     catalog->require_subcommand(1);
     return {declareSearch(*catalog), declareCatalogShow(*catalog)};
 }

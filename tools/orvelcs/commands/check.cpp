@@ -119,16 +119,26 @@ std::vector<Command> declareCheck(CLI::App& program)
 {
     auto options = std::make_shared<CheckOptions>();
     CLI::App* app = addCommand(
-        program, {"check",
-                  "Read drawings completely and report their faults",
-                  {"check [OPTIONS] FILE...", "check [OPTIONS] FILE --salvage OUT"},
-                  "Exit status 1 if a fault is found. Every flipped bit of a file is a fault. The other commands find\n"
-                  "only damage in what they read. The drawings are never changed."});
+        program,
+        {"check",
+         "Read drawings completely and report their faults",
+         {"check [OPTIONS] FILE...", "check [OPTIONS] FILE --salvage OUT"},
+         "Each drawing is read page by page, row by row and object by object, and each fault is reported with its "
+         "place. "
+         "Every flipped bit of a file is found, while the other commands find only damage in what they read. The exit "
+         "status "
+         "is 1 if a fault is found. The drawings are never changed.\n\n"
+         "--salvage writes every object that can be read into a new drawing and lists the objects that are lost. "
+         "Dictionaries and xrecords without an owner are put into the dictionary SALVAGED of the named objects, by "
+         "their "
+         "handles. In JSON faults is an array of objects with place and message.",
+         {{"Check a drawing", "orvelcs check plan.qedb"},
+          {"Save what can be read of a damaged drawing", "orvelcs check damaged.qedb --salvage saved.qedb",
+           ExitStatus::failed}}});
     addArguments(*app, "FILE", options->files.names, "the drawings");
     addFileListOptions(*app, options->files);
-    options->salvageOption = addArgument(
-        *app, "--salvage OUT", options->salvage,
-        "write what can be read into a new drawing; objects without an owner go into the dictionary SALVAGED");
+    options->salvageOption =
+        addArgument(*app, "--salvage OUT", options->salvage, "write what can be read into a new drawing");
     return {{app, [options](Output& output) { return runCheck(*options, output); }}};
 }
 

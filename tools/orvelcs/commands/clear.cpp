@@ -35,14 +35,22 @@ ExitStatus runClear(ClearOptions& options, Output& output)
 std::vector<Command> declareClear(CLI::App& program)
 {
     auto options = std::make_shared<ClearOptions>();
-    CLI::App* app = addCommand(program, {"clear",
-                                         "Remove the coordinate reference system of drawings",
-                                         {"clear [OPTIONS] FILE..."},
-                                         "A drawing whose change fails or is vetoed is left exactly as it was."});
+    CLI::App* app = addCommand(
+        program,
+        {"clear",
+         "Remove the coordinate reference system of drawings",
+         {"clear [OPTIONS] FILE..."},
+         "The system is removed in all its stored forms. Clearing a drawing without a system succeeds. A drawing "
+         "whose change fails or is vetoed is left exactly as it was.\n\n"
+         "With --as-assignment the resulting drawing is the same, but reactors are also notified of an assignment "
+         "with an empty name, before and after the removal. --events, --veto and the JSON document are those of "
+         "assign.",
+         {{"Remove the system of a drawing", "orvelcs clear plan.qedb"},
+          {"Look at the notices, and change nothing", "orvelcs clear --events --veto removal plan.qedb",
+           ExitStatus::failed}}});
     addArguments(*app, "FILE", options->change.files.names, "the drawings");
     addFileListOptions(*app, options->change.files);
-    app->add_flag("--as-assignment", options->asAssignment,
-                  "assign no definition; reactors are notified of an assignment with an empty name");
+    app->add_flag("--as-assignment", options->asAssignment, "assign no definition instead");
     addChangeOptions(*app, options->change);
     return {{app, [options](Output& output) { return runClear(*options, output); }}};
 }

@@ -33,10 +33,14 @@ ExitStatus runCodec(const Direction& direction, Output& output)
     return ExitStatus::done;
 }
 
+constexpr const char* kCodecDetails = "The size is limited only by memory. Empty input gives empty output. Malformed "
+                                      "input is refused, and nothing is written.";
+
 Command declareDirection(CLI::App& codec, const std::string& name, const std::string& description,
-                         const Direction& direction)
+                         const CommandExample& example, const Direction& direction)
 {
-    CLI::App* app = addCommand(codec, {name, description, {"codec " + name + " < INPUT > OUTPUT"}, ""});
+    CLI::App* app =
+        addCommand(codec, {name, description, {"codec " + name + " < INPUT > OUTPUT"}, kCodecDetails, {example}});
     return {app, [direction](Output& output) { return runCodec(direction, output); }};
 }
 
@@ -48,8 +52,10 @@ std::vector<Command> declareCodec(CLI::App& program)
                                            ""});
     codec->require_subcommand(1);
     return {declareDirection(*codec, "pack", "Pack standard input",
+                             {"Pack a file", "orvelcs codec pack < block > packed"},
                              {Orvel::PackedSize, Orvel::PackRuns, "cannot be packed"}),
             declareDirection(*codec, "unpack", "Unpack standard input",
+                             {"Pack and unpack a file", "orvelcs codec pack < block | orvelcs codec unpack > unpacked"},
                              {Orvel::UnpackedSize, Orvel::UnpackRuns, "is malformed: it ends inside a packet"})};
 }
 

@@ -198,9 +198,45 @@ ExitStatus runRemove(const ConfigOptions& options, Output& output)
 }
 
 constexpr const char* kRefusals =
-    "Without --force it refuses what can never work: codes and names that the catalog does not have, a name that\n"
-    "several have, an operation that does not lead from the source to the target, a second item of a pair. Names\n"
-    "are stored as the catalog spells them.";
+    "What can never work is refused, and the message says why: a code or a name that the catalog does not have, a name "
+    "that "
+    "several operations have, an operation that does not lead from the source to the target, in reverse if it is "
+    "reversible, and a second item of the same source and target, which the module would never use. A grid that is not "
+    "installed is no reason. With --force it is stored all the same, without a look at the catalog.";
+
+constexpr const char* kGetDetails =
+    "The text is the drawing's, that of the user's settings file, or the one in the user's part of the registry. For "
+    "an "
+    "empty configuration nothing is printed and the exit status is 0. In JSON it is the member text, or null.\n\n"
+    "A settings file is refused if it is a folder, a pipe or a device, if it may not be read, or if it is not UTF-8. "
+    "This "
+    "holds for every command that reads the user's configuration.";
+
+const std::string kSetDetails =
+    "The text replaces the configuration. A drawing stores it unchanged. The settings file has a line for each item, "
+    "and "
+    "text after the last </Item> is not stored. " +
+    std::string(kRefusals) +
+    "\n\nThe module writes the settings file into the folder .orvelcs-new beside the old one. The new file is read for "
+    "comparison and then replaces the old one, either completely or not at all. A symbolic link still points to the "
+    "file, "
+    "and the file keeps its permissions. Other hard links keep the old text. In JSON result says whether the text is "
+    "stored "
+    "and events every notice that a registered reactor received.";
+
+constexpr const char* kClearDetails = "For the user this empties the store in the registry. The settings file is not "
+                                      "changed and is still read, and a note "
+                                      "says so. To empty that file, set an empty text.";
+
+constexpr const char* kConfigDetails =
+    "A drawing's configuration is used before the user's.\n\n"
+    "For the user, config set, config add, config remove and config clear lock the file orvelcs.lock before they read "
+    "and "
+    "release it after they have written, so that no item is lost that another process adds. The lock file is in the "
+    "folder "
+    "of the settings file, or in the folder of the file that a link of that name points to. A missing folder is "
+    "created. The "
+    "lock file remains after the command, but the system releases the lock when the process ends in any way.";
 
 using Run = ExitStatus (*)(const ConfigOptions&, Output&);
 
@@ -224,7 +260,7 @@ void addItemOptions(CLI::App& app, ConfigOptions& options)
     addArgument(app, "--source CODE", options.item.source, "the source system")->required();
     addArgument(app, "--target CODE", options.item.target, "the target system")->required();
     addArgument(app, "--name NAME", options.item.name, "the path or transformation")->required();
-    addArgument(app, "--type TYPE", options.type, "path or transformation")->required();
+    addArgument(app, "--type TYPE", options.type, "what NAME is", {.choices = {"path", "transformation"}})->required();
     addArgument(app, "--note TEXT", options.item.note, "any text");
     app.add_flag("--force", options.force, "store an item that the catalog contradicts, or a second one of a pair");
     addConfigTarget(app, options.target, false);
@@ -236,56 +272,85 @@ std::vector<Command> declareConfig(CLI::App& program)
         addCommand(program, {"config",
                              "Read and change the configured transformations of drawings and of the user",
                              {"config COMMAND ..."},
-                             "A drawing's configuration is used before the user's."});
+                             kConfigDetails});
     config->require_subcommand(1);
     return {
         declare(*config,
                 {"get",
                  "Print a stored configuration unchanged",
-                 {"config get --drawing FILE", "config get --user", "config get --registry-store"},
-                 ""},
+                 {"config get (--drawing FILE | --user | --registry-store)"},
+                 kGetDetails,
+                 {{"Save the configuration of a drawing", "orvelcs config get --drawing configured.qedb > saved.xml"},
+                  {"Print the user's configuration", "orvelcs config get --user", ExitStatus::nothingFound}},
+                 {{ExitStatus::nothingFound, "there is no configuration"}}},
                 runGet, kNoText,
                 [](CLI::App& app, ConfigOptions& options) { addConfigTarget(app, options.target, true); }),
-        declare(
-            *config,
-            {"set", "Store a configuration", {"config set [--force] TEXTFILE (--drawing FILE | --user)"}, kRefusals},
-            runSet, kNotDone,
-            [](CLI::App& app, ConfigOptions& options) {
-                addArgument(app, "TEXTFILE", options.textFile, "the text, UTF-8")->required();
-                app.add_flag("--force", options.force, "store items that the catalog contradicts as well");
-                addConfigTarget(app, options.target, false);
-            }),
+        declare(*config,
+                {"set",
+                 "Store a configuration",
+                 {"config set [--force] TEXTFILE (--drawing FILE | --user)"},
+                 kSetDetails,
+                 {{"Copy the configuration of a drawing to the user",
+                   "orvelcs config get --drawing configured.qedb | orvelcs config set - --user"}}},
+                runSet, kNotDone,
+                [](CLI::App& app, ConfigOptions& options) {
+                    addArgument(app, "TEXTFILE", options.textFile,
+                                "the text, UTF-8 with or without a byte-order mark; - is standard input")
+                        ->required();
+                    app.add_flag("--force", options.force, "store items that the catalog contradicts as well");
+                    addConfigTarget(app, options.target, false);
+                }),
         declare(*config,
                 {"clear",
                  "Empty a configuration",
                  {"config clear (--drawing FILE | --user)"},
-                 "For the user this empties the store in the registry; the settings file is not changed."},
+                 kClearDetails,
+                 {{"Empty the configuration of a drawing", "orvelcs config clear --drawing configured.qedb"}}},
                 runClear, kNotDone,
                 [](CLI::App& app, ConfigOptions& options) { addConfigTarget(app, options.target, false); }),
         declare(*config,
                 {"items",
                  "Show the items of a configuration, or of a text",
                  {"config items [TEXTFILE]", "config items (--drawing FILE | --user | --registry-store)"},
-                 "Exit status 3 if the store has no configuration."},
+                 "The items are shown as the module reads them, one for each </Item>. An item that could not be read "
+                 "completely is shown as incomplete, and in JSON its xml is empty.",
+                 {{"Show what a drawing has configured", "orvelcs config items --drawing configured.qedb"},
+                  {"Show the items of a text", "orvelcs config items settings.xml"}},
+                 {{ExitStatus::nothingFound, "the store has no configuration"}}},
                 runItems, kNoText,
                 [](CLI::App& app, ConfigOptions& options) {
                     options.textFile = kStandardStream;
-                    options.textFileOption =
-                        addArgument(app, "TEXTFILE", options.textFile, "the text, UTF-8 (standard input)");
+                    options.textFileOption = addArgument(app, "TEXTFILE", options.textFile,
+                                                         "the text, UTF-8; - is standard input", {.defaultValue = "-"});
                     addConfigTarget(app, options.target, true);
                 }),
-        declare(*config,
-                {"add",
-                 "Add an item to a configuration",
-                 {"config add --source S --target T --name N --type TYPE [--note X] [--force] "
-                  "(--drawing FILE | --user)"},
-                 std::string("NAME is a name or a code of the catalog.\n") + kRefusals},
-                runAdd, kNotDone, addItemOptions),
+        declare(
+            *config,
+            {"add",
+             "Add an item to a configuration",
+             {"config add --source CODE --target CODE --name NAME --type TYPE [--note TEXT] [--force] "
+              "(--drawing FILE | --user)"},
+             std::string("NAME is the name or the code of a path or transformation of the catalog. Codes and names are "
+                         "matched ignoring case, and stored as the catalog spells them.\n\n") +
+                 kRefusals + " A note says then if the catalog does not have the name, or has it several times.",
+             {{"Choose a transformation for a drawing",
+               "orvelcs config add --source EPSG:4230 --target EPSG:4326 --name \"ED50 to WGS 84 (1)\" "
+               "--type transformation --drawing plan.qedb"},
+              {"Add a second one for the same systems, which is refused",
+               "orvelcs config add --source EPSG:4230 --target EPSG:4326 --name EPSG:1134 --type transformation "
+               "--drawing configured.qedb",
+               ExitStatus::failed}}},
+            runAdd, kNotDone, addItemOptions),
         declare(*config,
                 {"remove",
                  "Remove the items of two systems from a configuration",
-                 {"config remove --source S --target T (--drawing FILE | --user)"},
-                 "The rest of the text stays as it is. Exit status 3 if there is no such item."},
+                 {"config remove --source CODE --target CODE (--drawing FILE | --user)"},
+                 "Every item of the two systems is removed, ignoring case. The rest of the text stays as it is. "
+                 "Without such "
+                 "an item nothing is changed.",
+                 {{"Remove a choice from a drawing",
+                   "orvelcs config remove --source EPSG:4230 --target EPSG:4326 --drawing configured.qedb"}},
+                 {{ExitStatus::nothingFound, "there is no such item"}}},
                 runRemove, kNotDone, [](CLI::App& app, ConfigOptions& options) {
                     addArgument(app, "--source CODE", options.item.source, "the source system")->required();
                     addArgument(app, "--target CODE", options.item.target, "the target system")->required();

@@ -121,7 +121,7 @@ void printConverted(const ConvertOptions& options, const ConvertReport& report, 
 
 ExitStatus runConvert(ConvertOptions& options, Output& output)
 {
-    const int version = integerArgument("--to", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
+    const int version = integerArgument("--drawing-version", options.version, QeDb::kOldestDwg, QeDb::kCurrentDwg);
     checkFileNames({options.file}, false, output);
     options.change.files.names = {options.isReplaced() ? options.file : options.target};
     checkChangeOptions(options.change, output);
@@ -133,18 +133,33 @@ ExitStatus runConvert(ConvertOptions& options, Output& output)
     });
 }
 
+constexpr const char* kConvertDetails =
+    "The drawing is saved as the host saves it: the module turns what it keeps in the drawing into the forms of that "
+    "version. Below version 30 these are the legacy projection record, the definition xrecord and well-known text in "
+    "the "
+    "GeoData object; from 30 on it is only the GeoData text.\n\n"
+    "A drawing whose coordinate system cannot be read, or does not fit into the older forms, is refused; the drawing "
+    "and OUT "
+    "are left exactly as they were. With --force OUT is overwritten completely or not at all, and a file that is no "
+    "drawing "
+    "is not overwritten. A drawing from standard input is printed, unless -o is given.\n\n"
+    "The coordinate system stays the same and no reactor is notified, so events is empty in JSON. drawingVersion is "
+    "the "
+    "version that was written, or null if nothing was written.";
+
 std::vector<Command> declareConvert(CLI::App& program)
 {
     auto options = std::make_shared<ConvertOptions>();
     CLI::App* app = addCommand(
         program, {"convert",
                   "Save a drawing in another drawing version",
-                  {"convert [OPTIONS] FILE --to N", "convert [OPTIONS] FILE --to N -o OUT"},
-                  "Below version 30 the coordinate system is stored in the older forms, from 30 on only as\n"
-                  "the GeoData text. If a drawing cannot be converted, the drawing and OUT are left exactly\n"
-                  "as they were. The coordinate system stays the same, so reactors are not notified."});
-    addArgument(*app, "FILE", options->file, "the drawing; - is standard input, and the result is printed")->required();
-    addArgument(*app, "--to N", options->version, "the drawing version, 21 to 33")->required();
+                  {"convert [OPTIONS] FILE --drawing-version N", "convert [OPTIONS] FILE --drawing-version N -o OUT"},
+                  kConvertDetails,
+                  {{"Write a copy for older programs", "orvelcs convert plan.qedb --drawing-version 29 -o old.qedb"},
+                   {"Convert a drawing in its place", "orvelcs convert plan.qedb --drawing-version 27"}}});
+    addArgument(*app, "FILE", options->file, "the drawing; - is standard input")->required();
+    addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33", {.oldNames = {"--to"}})
+        ->required();
     options->targetOption = addArgument(*app, "-o,--output OUT", options->target,
                                         "write the drawing to OUT and leave FILE unchanged; - prints the drawing");
     app->add_flag("--force", options->force, "overwrite OUT if it is a drawing");

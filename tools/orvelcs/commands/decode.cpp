@@ -102,8 +102,7 @@ void printDecoded(const std::vector<DecodedDefinition>& definitions, Output& out
     for (const DecodedDefinition& definition : definitions)
         rows.push_back(
             {definition.type, oneLine(definition.code.value_or(L"-")), oneLine(definition.name.value_or(L"-"))});
-    for (const std::string& line : alignColumns(rows))
-        output.line(line);
+    printTable(rows, output);
 }
 
 ExitStatus runDecode(const DecodeOptions& options, Output& output)
@@ -122,11 +121,16 @@ ExitStatus runDecode(const DecodeOptions& options, Output& output)
 std::vector<Command> declareDecode(CLI::App& program)
 {
     auto options = std::make_shared<DecodeOptions>();
-    CLI::App* app = addCommand(program, {"decode",
-                                         "List the definitions in bytes that encode or another program wrote",
-                                         {"decode [OPTIONS] [FILE]"},
-                                         "Both forms are read, whichever drawing version they were written for."});
-    addArgument(*app, "FILE", options->file, "the file of bytes; standard input if it is missing or -");
+    CLI::App* app = addCommand(
+        program,
+        {"decode",
+         "List the definitions in bytes that encode or another program wrote",
+         {"decode [OPTIONS] [FILE]"},
+         "Both forms are read, whichever drawing version they were written for. Each definition has a line with its "
+         "type, code and name. Bytes after the NUL of a text are ignored. A text without a NUL is truncated and is "
+         "refused, and so is input without a definition. The size is limited only by memory.",
+         {{"List the definitions in a file", "orvelcs decode block"}}});
+    addArgument(*app, "FILE", options->file, "the file of bytes; - is standard input", {.defaultValue = "-"});
     return {{app, [options](Output& output) { return runDecode(*options, output); }}};
 }
 

@@ -40,12 +40,15 @@ ExitStatus runDump(const DumpOptions& options, Output& output)
 std::vector<Command> declareDump(CLI::App& program)
 {
     auto options = std::make_shared<DumpOptions>();
-    CLI::App* app =
-        addCommand(program, {"dump",
-                             "Print everything that a drawing holds as text",
-                             {"dump [OPTIONS] FILE"},
-                             "Equal drawings give equal texts, and each difference is on a line of its own, so that\n"
-                             "the texts suit version control."});
+    CLI::App* app = addCommand(
+        program,
+        {"dump",
+         "Print everything that a drawing holds as text",
+         {"dump [OPTIONS] FILE"},
+         "The text has object after object. Equal drawings give equal texts, and each difference is on a line of "
+         "its own, so that the texts suit version control.",
+         {{"Print a drawing as text", "orvelcs dump plan.qedb"},
+          {"Save the text of a drawing", "orvelcs dump plan.qedb > plan.txt"}}});
     addArgument(*app, "FILE", options->file, "the drawing; - is standard input")->required();
     return {{app, [options](Output& output) { return runDump(*options, output); }}};
 }

@@ -105,17 +105,22 @@ std::vector<Command> declareEncode(CLI::App& program)
         {"encode",
          "Write a system as the bytes that belong to a drawing version",
          {"encode [OPTIONS] SYSTEM --drawing-version N > FILE", "encode [OPTIONS] SYSTEM --drawing-version N -o FILE"},
-         std::string(kSystemHelp) +
-             "\nThe system of a text needs --code.\n"
-             "Below version 30 the bytes are the packed definition, from 30 on its text in UTF-16 little-endian\n"
-             "with a NUL. Exit status 3 if the catalog does not have the code."});
+         std::string(kSystemHelp) + " The system of a text needs --code.\n\n"
+                                    "Below version 30 the bytes are the packed definition, from 30 on its text in "
+                                    "UTF-16 little-endian with a NUL. "
+                                    "They go to standard output, which must not be a terminal, or into a file, "
+                                    "completely or not at all. A file "
+                                    "that exists is refused without --force. In JSON, for which they must go into a "
+                                    "file, bytes is their number.",
+         {{"Write a definition and list it again", "orvelcs encode EPSG:25832 --drawing-version 29 | orvelcs decode"},
+          {"Write a definition into a file", "orvelcs encode EPSG:25832 --drawing-version 33 -o block.bin"}},
+         {{ExitStatus::nothingFound, "the catalog does not have the code"}}});
     addArgument(*app, "SYSTEM", options->system, "the system")->required();
     options->codeOption = addArgument(*app, "--code CODE", options->code,
                                       "the code of the user-defined system of a text, which the catalog does not have");
     addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33")->required();
-    addArgument(*app, "-o,--output FILE", options->target,
-                "write the bytes to FILE, which must not exist; - is standard output");
-    app->add_flag("--force", options->force, "overwrite FILE, completely or not at all");
+    addArgument(*app, "-o,--output FILE", options->target, "write the bytes to FILE; - is standard output");
+    app->add_flag("--force", options->force, "overwrite FILE");
     return {{app, [options](Output& output) { return runEncode(*options, output); }}};
 }
 

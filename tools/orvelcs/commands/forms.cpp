@@ -167,6 +167,31 @@ ExitStatus runForms(FormsOptions& options, Output& output)
     }
 }
 
+constexpr const char* kFormsDetails =
+    "The forms are shown without the module: the legacy projection record, the definition xrecord with the definitions "
+    "that "
+    "can be unpacked from it, the GeoData text and the transformation configuration. A definition xrecord whose layout "
+    "the "
+    "module does not know, or whose last group is not closed, is noted as not readable by the module. An unpaired "
+    "surrogate "
+    "of a text is shown as U+FFFD.\n\n"
+    "--put writes the forms in the given order, either all or none, and prints all forms of the drawing. FORM=VALUE is "
+    "one "
+    "of these:\n"
+    "  legacy=CODE  The legacy projection record. Without CODE it is removed.\n"
+    "  legacy-chain=JSON  The same from a chain, with or without the application name that begins it. Without JSON it "
+    "is "
+    "removed.\n"
+    "  xrecord-chain=JSON  The definition xrecord. Without JSON it is removed; an empty array stores an empty one.\n"
+    "  geodata=TEXT  The GeoData text. The object is made in model space when it is missing, unless the text is "
+    "empty.\n"
+    "  config=TEXT  The transformation configuration, which may be empty.\n"
+    "\n"
+    "A chain is a JSON array of objects with code, the group code, and value, a string or a number, or hex, the bytes "
+    "of a "
+    "binary chunk:\n\n"
+    "  [{\"code\": 1071, \"value\": 1}, {\"code\": 310, \"hex\": \"0aff\"}]";
+
 std::vector<Command> declareForms(CLI::App& program)
 {
     auto options = std::make_shared<FormsOptions>();
@@ -174,14 +199,10 @@ std::vector<Command> declareForms(CLI::App& program)
         program, {"forms",
                   "Show the forms that a drawing stores, or write them directly",
                   {"forms [OPTIONS] FILE", "forms [OPTIONS] FILE --put FORM=VALUE..."},
-                  "FORM is one of\n"
-                  "  legacy=CODE          the legacy projection record; without CODE it is removed\n"
-                  "  legacy-chain=JSON    the same from a chain; without JSON it is removed\n"
-                  "  xrecord-chain=JSON   the definition xrecord; without JSON it is removed\n"
-                  "  geodata=TEXT         the GeoData object's text\n"
-                  "  config=TEXT          the transformation configuration\n"
-                  "A chain is written as [{\"code\": 1071, \"value\": 1}, {\"code\": 310, \"hex\": \"0aff\"}].\n"
-                  "Either all forms are written, in the given order, or none."});
+                  kFormsDetails,
+                  {{"Show the forms of a drawing", "orvelcs forms plan.qedb"},
+                   {"Write the legacy code of a drawing", "orvelcs forms plan.qedb --put legacy=EPSG:25832"},
+                   {"Remove the legacy code and write a text", "orvelcs forms plan.qedb --put legacy= geodata=text"}}});
     options->fileArgument = addArgument(*app, "FILE", options->file, "the drawing; - is standard input");
     addArguments(*app, "--put FORM=VALUE...", options->puts, "write these forms");
     return {{app, [options](Output& output) { return runForms(*options, output); }}};

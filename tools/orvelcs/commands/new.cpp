@@ -62,10 +62,18 @@ ExitStatus runNew(NewOptions& options, Output& output)
 std::vector<Command> declareNew(CLI::App& program)
 {
     auto options = std::make_shared<NewOptions>();
-    CLI::App* app = addCommand(program, {"new", "Make empty drawings", {"new [OPTIONS] FILE..."}, ""});
+    CLI::App* app = addCommand(
+        program, {"new",
+                  "Make empty drawings",
+                  {"new [OPTIONS] FILE..."},
+                  "A file that exists is refused. With --force the file holds either what it held before or the "
+                  "whole new drawing at every moment.",
+                  {{"Make a drawing", "orvelcs new new.qedb"},
+                   {"Make two drawings that older programs read", "orvelcs new --drawing-version 27 a.qedb b.qedb"},
+                   {"Make a drawing in a pipe", "orvelcs new - | orvelcs assign EPSG:25832 - | orvelcs show -"}}});
     addArguments(*app, "FILE", options->files.names, "the drawings to make; - prints one");
     addFileListOptions(*app, options->files);
-    addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33 (33)");
+    addArgument(*app, "--drawing-version N", options->version, "the drawing version, 21 to 33", {.defaultValue = "33"});
     app->add_flag("--force", options->force, "overwrite what exists, unless it is the database of another application");
     return {{app, [options](Output& output) { return runNew(*options, output); }}};
 }

@@ -248,19 +248,36 @@ ExitStatus runShow(ShowOptions& options, Output& output)
     });
 }
 
+const std::string kShowDetails =
+    std::string("The system is shown as the module reads it. @FILE is the system of a drawing, or of a text with WKT, "
+                "PROJJSON or a PROJ string. For a deprecated system the codes that replace it are shown.\n\n") +
+    kFormatHelp +
+    "\n\nIn JSON source is legacy for a drawing with a legacy code, which the definition record or the catalog "
+    "completes, "
+    "and otherwise geodata. deprecated says whether the catalog has deprecated the system, and replacedBy is the code "
+    "that "
+    "replaces it best; both are null for a system that the catalog does not have.\n\n"
+    "If the catalog cannot be read, the definition that the drawing stores is shown, and a note gives the reason. "
+    "knownToCatalog is null then.";
+
 std::vector<Command> declareShow(CLI::App& program)
 {
     auto options = std::make_shared<ShowOptions>();
-    CLI::App* app =
-        addCommand(program, {"show",
-                             "Show the coordinate reference system of drawings",
-                             {"show [OPTIONS] FILE..."},
-                             std::string("@FILE is the system of a drawing, or of a text with WKT, "
-                                         "PROJJSON or a PROJ string.\n") +
-                                 kFormatHelp + "\nExit status 3 if a drawing has no coordinate reference system."});
+    CLI::App* app = addCommand(
+        program,
+        {"show",
+         "Show the coordinate reference system of drawings",
+         {"show [OPTIONS] FILE..."},
+         kShowDetails,
+         {{"Show the system of a drawing", "orvelcs show plan.qedb"},
+          {"Show another program the system of a drawing", "projinfo \"$(orvelcs show plan.qedb --format wkt2)\""},
+          {"Print the code of every drawing in a folder",
+           "orvelcs --json show plans/*.qedb | jq -r '.[] | [.file, .code] | @tsv'"},
+          {"Look at a drawing without a system", "orvelcs show other.qedb", ExitStatus::nothingFound}},
+         {{ExitStatus::nothingFound, "a drawing has no coordinate reference system"}}});
     addArguments(*app, "FILE", options->files.names, "the drawings; - is standard input; @FILE may be a text");
     addFileListOptions(*app, options->files);
-    app->add_flag("--wkt", options->wkt, "also print the definition as well-known text");
+    app->add_flag("--wkt", options->wkt, "also print the definition as WKT 1, or as WKT 2 if WKT 1 cannot express it");
     addFormatOption(*app, options->format);
     return {{app, [options](Output& output) { return runShow(*options, output); }}};
 }

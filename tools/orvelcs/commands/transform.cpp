@@ -196,6 +196,70 @@ ExitStatus runTransform(const TransformOptions& options, Output& output)
     }
 }
 
+const std::string kTransformDetails =
+    std::string(kSystemHelp) +
+    "\n\nEach line of standard input is a point, x y, x y z or x y z epoch, in the order and the units of the system's "
+    "own "
+    "axes, as numbers with a decimal point whatever the locale. A third number is always a height, and a fourth always "
+    "the "
+    "epoch at which the coordinates hold, a decimal year from 1900 to 2200. For each point a line in the axes and "
+    "units of "
+    "the other system is printed at once: with ten decimals for degrees, six for metres, and in other units as many as "
+    "give "
+    "the same accuracy. If the input has an epoch, the output line repeats it at the end.\n\n"
+    "If a line is not a point or its point cannot be transformed, its output line is *, or null in JSON. A message "
+    "names "
+    "the first such line by its number, another one at the end counts them all, and the exit status is 1. Empty lines "
+    "and "
+    "lines that begin with # are skipped. A line has at most 4,096 bytes.\n\n"
+    "A configured transformation is used in the direction that fits, and no other is used instead. It is refused if it "
+    "does "
+    "not connect the two systems, would have to be reversed and is not reversible, needs a grid that is not installed, "
+    "or "
+    "has a method that PROJ does not implement. From the given systems to its own systems only projection, axes, units "
+    "and "
+    "the prime meridian change.\n\n"
+    "Without a configuration PROJ chooses an operation for each point, including its height, as its program cs2cs "
+    "does. If "
+    "the two systems have one operation, a note names it and its accuracy before the first point is printed. If they "
+    "have "
+    "several, a note after the last point names all that were chosen, with their numbers of points. An operation whose "
+    "grids are not installed is never chosen. If a point lies in the area of such an operation that is more accurate, "
+    "a "
+    "note names its grids and the command that puts each where PROJ looks for it. After five such notes only the "
+    "number of "
+    "the other grids is printed; --json names them all. If no operation covers a point, PROJ treats the two datums as "
+    "equal "
+    "if it has such a ballpark operation between the two systems. Otherwise it uses an operation outside its area, "
+    "where "
+    "the accuracy does not hold. A ballpark operation is reported even with --quiet and even for a single point.\n\n"
+    "Some operations depend on time, such as those between a system that moves with its plate and one that does not. "
+    "For a "
+    "point without an epoch they use their own reference epoch, and a note says so. Grids are read over the network "
+    "only if "
+    "the environment variable PROJ_NETWORK is ON, regardless of PROJ's own settings file, and a note says so.\n\n"
+    "The transformed point has a height if the given point has one, and always in a geocentric system. Without a "
+    "configured "
+    "operation it is the height that PROJ computes. With one, a height is kept if the systems have the same heights or "
+    "one "
+    "has none. It is transformed if both have ellipsoidal heights or if the operation transforms heights. A point with "
+    "a "
+    "height fails if the heights of the systems differ and the operation does not transform them.\n\n"
+    "In JSON the output is one object, which is written while points are read and is complete even if the points "
+    "cannot be "
+    "read to their end:\n"
+    "  source, target, configured  The systems, and whether a transformation is configured.\n"
+    "  points  An array with [x, y], [x, y, z] or [x, y, z, epoch] for each point. With --operations each element is "
+    "an "
+    "object with point and operation.\n"
+    "  operations  Those that were used, each with code (null for one that PROJ composed of several), name, accuracy "
+    "in "
+    "metres, ballpark, timeDependent and the number of its points.\n"
+    "  missingGrids  Each with its name, the operation that lacks it with code and accuracy, the command (null if PROJ "
+    "offers no download) and the folder where it belongs.\n"
+    "  network  Whether grids may be read over the network.\n"
+    "  epochMissing  Whether a point needed an epoch and had none.";
+
 std::vector<Command> declareTransform(CLI::App& program)
 {
     auto options = std::make_shared<TransformOptions>();
@@ -204,19 +268,21 @@ std::vector<Command> declareTransform(CLI::App& program)
         {"transform",
          "Transform points from one system to another",
          {"transform [OPTIONS] SRC DST < POINTS"},
-         std::string(kSystemHelp) +
-             "\nA point is a line of x y, x y z or x y z epoch in the order of the system's own axes. A third\n"
-             "number is always a height, and a fourth is always the epoch, a decimal year. Empty lines and\n"
-             "lines that begin with # are skipped. If a point cannot be transformed, its output line is *\n"
-             "and the exit status is 1. If no transformation is configured, PROJ chooses one for each point."});
+         kTransformDetails,
+         {{"Transform a point", "echo 48.85 2.35 | orvelcs transform EPSG:4326 EPSG:27572"},
+          {"Transform the points of a file, and print the operation of each",
+           "orvelcs transform --operations EPSG:4326 EPSG:25832 < points.txt"},
+          {"Transform from the system of a drawing", "echo 500000 5500000 | orvelcs transform @site.qedb EPSG:4326"}}});
     addArgument(*app, "SRC", options->source, "the points' SYSTEM")->required();
     addArgument(*app, "DST", options->target, "the SYSTEM to transform to")->required();
     options->drawingOption = addArgument(*app, "--drawing FILE", options->drawing,
                                          "the drawing whose configuration is used before the user's");
     options->epochOption =
         addArgument(*app, "--epoch YEAR", options->epoch, "the epoch of points without a fourth number");
-    app->add_flag("--operations", options->withOperations,
-                  "print the code and the name of the operation after each point, separated by tabs");
+    app->add_flag(
+        "--operations", options->withOperations,
+        "print the code and the name of the operation after each point, separated by tabs; the code is empty for "
+        "one that PROJ composed of several");
     return {{app, [options](Output& output) { return runTransform(*options, output); }}};
 }
 

@@ -7,6 +7,7 @@
 #include "embedded/spatial_reference/operations/coordinate_operations.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
+#include "orvelcs/cli/display_width.h"
 #include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/catalog_lookup.h"
@@ -121,8 +122,9 @@ std::string directionText(const Embedded::CatalogOperation& operation)
 void printDetails(const Embedded::CatalogOperation& operation, Output& output)
 {
     constexpr const char* kIndentation = "    ";
+    const std::string area = kIndentation + oneLine(operation.areaOfUse);
     if (!operation.areaOfUse.empty())
-        output.line(kIndentation + oneLine(operation.areaOfUse));
+        output.line(truncated(area, Output::tableColumns().value_or(area.size())));
     for (const Embedded::OperationGrid& grid : operation.grids)
         output.line(fmt::format("{}grid {}: {}{}", kIndentation, oneLine(grid.name),
                                 grid.isInstalled ? "installed" : "not installed",
@@ -138,7 +140,7 @@ void print(const std::vector<Embedded::CatalogOperation>& operations, Output& ou
     for (const Embedded::CatalogOperation& operation : operations)
         rows.push_back({oneLine(operation.code), transformationKindName(operation.kind), accuracyText(operation),
                         directionText(operation), oneLine(operation.name)});
-    const std::vector<std::string> lines = alignColumns(rows, kAccuracyColumn);
+    const std::vector<std::string> lines = alignColumns(rows, Output::tableColumns(), kAccuracyColumn);
     for (std::size_t index = 0; index < operations.size(); ++index) {
         output.heading(lines[index]);
         printDetails(operations[index], output);
@@ -182,13 +184,41 @@ ExitStatus runList(const TransformationOptions& options, Output& output)
     });
 }
 
+const std::string kListDetails =
+    std::string(kSystemHelp) +
+    "\n\nThe list has the operations between the datums of the two systems, in either direction, and between their "
+    "heights "
+    "if the systems have heights. Each has its code, kind, accuracy, direction, name and area of use, and its grids "
+    "with a "
+    "remark whether they are installed. Projected and compound systems have those of the geodetic systems below them. "
+    "Deprecated ones are left out, and so are operations that PROJ composes by itself, which have no code for a "
+    "configuration.\n\n"
+    "Operations that can be used here come before those that cannot, because a grid is missing, PROJ does not "
+    "implement the "
+    "method, or they have the opposite direction and are not reversible. Among these, those with a larger area of use "
+    "come "
+    "first, then those with a better accuracy, as PROJ orders them. Those that PROJ would not offer come last, by "
+    "accuracy "
+    "and code.";
+
 std::vector<Command> declareTransformation(CLI::App& program)
 {
     auto options = std::make_shared<TransformationOptions>();
-    CLI::App* app = addCommand(program, {"transformation",
-                                         "Print the transformation that is configured between two systems",
-                                         {"transformation [OPTIONS] SRC DST", "transformation list SRC DST"},
-                                         std::string(kSystemHelp) + "\nExit status 3 if none is configured."});
+    CLI::App* app = addCommand(
+        program,
+        {"transformation",
+         "Print the transformation that is configured between two systems",
+         {"transformation [OPTIONS] SRC DST", "transformation list SRC DST"},
+         std::string(kSystemHelp) +
+             "\n\nThe geodetic path or transformation is printed as the module finds it: first in the drawing's "
+             "configuration, then in the user's. An item of the opposite direction is also found if its definition can "
+             "be "
+             "used in reverse. In JSON kind is 1 for a path, 2 for a transformation and 0 for neither.",
+         {{"Print what a drawing has configured",
+           "orvelcs transformation EPSG:4230 EPSG:4326 --drawing configured.qedb"},
+          {"Print what is configured for the user", "orvelcs transformation EPSG:4230 EPSG:4326",
+           ExitStatus::nothingFound}},
+         {{ExitStatus::nothingFound, "none is configured"}}});
     addArgument(*app, "SRC", options->source, "the SYSTEM to transform from");
     addArgument(*app, "DST", options->target, "the SYSTEM to transform to");
     options->drawingOption =
@@ -198,7 +228,10 @@ std::vector<Command> declareTransformation(CLI::App& program)
     CLI::App* list = addCommand(*app, {"list",
                                        "List the catalog's transformations and paths between two systems, best first",
                                        {"transformation list SRC DST"},
-                                       std::string(kSystemHelp) + "\nExit status 3 if there is none."});
+                                       kListDetails,
+                                       {{"List what could be configured between two systems",
+                                         "orvelcs transformation list EPSG:4230 EPSG:4326"}},
+                                       {{ExitStatus::nothingFound, "there is none"}}});
     addArgument(*list, "SRC", options->listSource, "the SYSTEM to transform from")->required();
     addArgument(*list, "DST", options->listTarget, "the SYSTEM to transform to")->required();
     return {{app, [options](Output& output) { return runConfigured(*options, output); }},

@@ -85,9 +85,10 @@ void print(const ChangeReport& report, const ChangeOptions& options, const Chang
 
 void addChangeOptions(CLI::App& command, ChangeOptions& options)
 {
-    command.add_flag("--events", options.events, "print every notice that a registered reactor receives");
-    addArguments(command, "--veto WHICH", options.vetoes,
-                 "let the reactor veto assignments, which have a name (named), or removals (removal)")
+    command.add_flag("--events", options.events, "print each notice that a registered reactor receives, in order");
+    addArguments(
+        command, "--veto WHICH", options.vetoes, "let the reactor veto one or both of these changes",
+        {.choices = {{"named", "assignments, which have a name"}, {"removal", "removals, whose name is null"}}})
         ->allow_extra_args(false);
 }
 

@@ -75,7 +75,8 @@ std::string ConfigTarget::subject() const
 
 void addConfigTarget(CLI::App& command, ConfigTarget& target, bool withRegistryStore)
 {
-    target.drawingOption = addArgument(command, "--drawing FILE", target.drawing, "the drawing's configuration");
+    target.drawingOption =
+        addArgument(command, "--drawing FILE", target.drawing, "the drawing's configuration; - is standard input");
     command.add_flag("--user", target.user, "the user's configuration, in the settings file");
     if (withRegistryStore)
         command.add_flag("--registry-store", target.registryStore, "the user's configuration in the registry");

@@ -21,6 +21,7 @@ bool hasStandardStream(const std::vector<std::string>& names)
 
 void addFileListOptions(CLI::App& command, DrawingFiles& files)
 {
+    textOf(command).exitStatuses.push_back({ExitStatus::interrupted, "interrupted"});
     files.listOption = addArgument(command, "--files-from LIST", files.list,
                                    "also take the drawings that LIST names, one a line; - is standard input");
     command.add_flag("-0,--null", files.nulEndsNames, "the names in LIST end with NUL, as find -print0 writes them");

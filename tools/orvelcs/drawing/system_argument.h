@@ -12,9 +12,9 @@
 namespace Orvelcs {
 
 /// The help of an argument that is a SYSTEM.
-inline constexpr const char* kSystemHelp =
-    "SYSTEM is a code of the catalog such as EPSG:25832, or @FILE: the system of a drawing, or a\n"
-    "text with WKT, PROJJSON or a PROJ string. @- is standard input.";
+inline constexpr const char* kSystemHelp = "SYSTEM is a code of the catalog such as EPSG:25832, or @FILE: the system "
+                                           "of a drawing, or a text with WKT, PROJJSON "
+                                           "or a PROJ string. @- is standard input.";
 
 enum class SystemSource { catalog, drawing, text };
 

@@ -102,7 +102,7 @@ void LabelledLines::add(const SystemDescription& description)
 
 void LabelledLines::print(Output& output) const
 {
-    for (const std::string& line : alignColumns(lines_))
+    for (const std::string& line : alignColumns(lines_, std::nullopt))
         output.line("  " + line);
 }
 

@@ -39,8 +39,13 @@ Format parseFormat(const std::string& name)
 
 void addFormatOption(CLI::App& command, FormatOption& option)
 {
-    option.option = addArgument(command, "--format FORMAT", option.name,
-                                "print only the definition: wkt2, wkt1, esri, projjson or proj");
+    option.option =
+        addArgument(command, "--format FORMAT", option.name, "print only the definition, for other programs",
+                    {.choices = {{"wkt2", "ISO 19162:2019"},
+                                 {"wkt1", "as GDAL writes it"},
+                                 {"esri", "WKT 1 as ESRI writes it"},
+                                 "projjson",
+                                 {"proj", "a PROJ string"}}});
 }
 
 void checkFormatOption(const FormatOption& option, bool wantsWkt)
