@@ -17,5 +17,7 @@ set(PREFIX "${WORK}/unpacked/usr")
 # As where /lib leads to /usr/lib: the CMake package is found there, and there is no /include.
 file(CREATE_LINK usr/lib "${WORK}/unpacked/lib" SYMBOLIC)
 set(CMAKE_PREFIX "${WORK}/unpacked")
+set(ZSH_FOLDER vendor-completions)
+set(MAN_PAGE orvelcs.1.gz)
 include("${CMAKE_CURRENT_LIST_DIR}/check_prefix.cmake")
 file(REMOVE_RECURSE "${WORK}")

@@ -1,6 +1,7 @@
 # Checks the installed copy below PREFIX: the program works, and clients are built through CMake and through pkg-config
 # against nothing else, and work. Included by the scripts that make the copy. WORK is a
-# folder for what is made here, and CMake looks for packages below CMAKE_PREFIX.
+# folder for what is made here, and CMake looks for packages below CMAKE_PREFIX. Debian has a folder of its own for zsh,
+# ZSH_FOLDER, and compresses the MAN_PAGE.
 foreach(variable IN ITEMS CXXFLAGS LDFLAGS LD_LIBRARY_PATH CMAKE_PREFIX_PATH PROJ_DATA PROJ_LIB)
     unset(ENV{${variable}})
 endforeach()
@@ -24,6 +25,22 @@ run("${PREFIX}/bin/orvelcs" assign EPSG:25832 "${drawing}")
 run("${PREFIX}/bin/orvelcs" show "${drawing}")
 if(NOT output MATCHES "ETRS89 / UTM zone 32N")
     message(FATAL_ERROR "expected show to name the drawing's system, found: ${output}")
+endif()
+
+# What the program prints for each shell lies where that shell looks for it.
+foreach(shell_and_file IN ITEMS bash:bash-completion/completions/orvelcs zsh:zsh/${ZSH_FOLDER}/_orvelcs
+        fish:fish/vendor_completions.d/orvelcs.fish)
+    string(REGEX MATCH "^(.*):(.*)$" shell_and_file "${shell_and_file}")
+    set(script "${PREFIX}/share/${CMAKE_MATCH_2}")
+    run("${PREFIX}/bin/orvelcs" completion ${CMAKE_MATCH_1})
+    file(READ "${script}" installed)
+    if(installed STREQUAL "" OR NOT installed STREQUAL output)
+        message(FATAL_ERROR "expected ${script} to be what orvelcs completion prints, found another text")
+    endif()
+endforeach()
+run(zcat -f "${PREFIX}/share/man/man1/${MAN_PAGE}")
+if(NOT output MATCHES "\n\\.TH ORVELCS 1")
+    message(FATAL_ERROR "expected a manual page, found: ${output}")
 endif()
 
 set(consumer "${CMAKE_CURRENT_LIST_DIR}/consumer")
