@@ -1,7 +1,7 @@
 # Checks the installed copy below PREFIX: the program works, and clients are built through CMake and through pkg-config
-# against nothing else, and work. Included by the scripts that make the copy. WORK is a
-# folder for what is made here, and CMake looks for packages below CMAKE_PREFIX. Debian has a folder of its own for zsh,
-# ZSH_FOLDER, and compresses the MAN_PAGE.
+# against nothing else, and work. Included by the scripts that make the copy. WORK is a folder for what is made here, and
+# CMake looks for packages below CMAKE_PREFIX. Debian has a folder of its own for zsh, ZSH_FOLDER, and compresses the
+# MAN_PAGE.
 foreach(variable IN ITEMS CXXFLAGS LDFLAGS LD_LIBRARY_PATH CMAKE_PREFIX_PATH PROJ_DATA PROJ_LIB)
     unset(ENV{${variable}})
 endforeach()
@@ -53,7 +53,7 @@ read_pkg_config("${PREFIX}")
 run("${COMPILER}" -std=c++20 "${consumer}/consumer.cpp" -o "${WORK}/by_pkg_config" ${pc_flags})
 run("${WORK}/by_pkg_config")
 
-# Both ask for the module by the interface's version, and the host's plain name leads to the same file.
+# Both ask the system for the module by the interface's version.
 foreach(client IN ITEMS "${WORK}/by_cmake/consumer" "${WORK}/by_pkg_config")
     run("${READELF}" -d "${client}")
     if(NOT output MATCHES "NEEDED[^\n]*\\[OrvelCoordsysCore\\.so\\.${INTERFACE_VERSION}\\]")
@@ -61,8 +61,8 @@ foreach(client IN ITEMS "${WORK}/by_cmake/consumer" "${WORK}/by_pkg_config")
     endif()
 endforeach()
 
-# A host that loads the module by that name, and then a client.
+# A host that loads the module by its plain name, and then a client.
 file(GLOB module "${PREFIX}/lib/*/orvel-coordsys-core/OrvelCoordsysCore.so")
 run("${COMPILER}" -std=c++20 -fPIC -shared "${CMAKE_CURRENT_LIST_DIR}/loaded/client.cpp" -o "${WORK}/client.so" ${pc_flags})
-run("${COMPILER}" -std=c++20 "${CMAKE_CURRENT_LIST_DIR}/loaded/host.cpp" -o "${WORK}/host" ${pc_flags} -ldl)
+run("${COMPILER}" -std=c++20 "${CMAKE_CURRENT_LIST_DIR}/loaded/host.cpp" -o "${WORK}/host" -Wl,--as-needed ${pc_flags} -ldl)
 run("${WORK}/host" "${module}" "${WORK}/client.so")

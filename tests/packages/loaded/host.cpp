@@ -20,6 +20,10 @@ constexpr const char* kClear = "_ZN7Zentara3Gis5Orvel16CoordinateSystem21ClearCo
 
 int main(int count, char** arguments)
 {
+    if (count == 3 && dlopen(arguments[1], RTLD_NOW | RTLD_NOLOAD) != nullptr) {
+        std::cerr << "expected a host that is not linked with the module, found the module loaded already\n";
+        return 2;
+    }
     void* const module = count == 3 ? dlopen(arguments[1], RTLD_NOW | RTLD_LOCAL) : nullptr;
     void* const client = module != nullptr ? dlopen(arguments[2], RTLD_NOW | RTLD_LOCAL) : nullptr;
     if (client == nullptr) {
