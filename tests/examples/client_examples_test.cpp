@@ -93,31 +93,5 @@ TEST_F(ClientExamples, LinkedClient_KeepsItsReactorWhenTheHostUnloadsTheModule)
     EXPECT_TRUE(allowEverything());
 }
 
-/// Counts the changes that it hears of.
-class ChangeCounter : public Cs::OrvelCoordinateSystemReactor {
-public:
-    int changes = 0;
-
-private:
-    void CoordinateSystemChanged(QeDbDatabase*, const wchar_t*) override { ++changes; }
-};
-
-/// The host loads the file by its plain name. The client asks the system for the name with the interface's version.
-TEST_F(ClientExamples, LinkedClient_RegistersItsReactorsWithTheModuleThatTheHostHasLoaded)
-{
-    const Embedded::Expected<void*> handle = Embedded::loadModule(ORVEL_MODULE_FILE);
-    ASSERT_TRUE(handle) << handle.error().text();
-    const auto clearThroughTheHostsModule =
-        reinterpret_cast<decltype(&Cs::ClearCoordinateSystem)>(Embedded::moduleSymbol(
-            *handle, "_ZN7Zentara3Gis5Orvel16CoordinateSystem21ClearCoordinateSystemEP12QeDbDatabase"));
-    ASSERT_NE(clearThroughTheHostsModule, nullptr);
-    ChangeCounter counter;
-    ASSERT_EQ(Cs::AddCoordinateSystemReactor(&counter), Qeapp::eOk);
-    EXPECT_EQ(clearThroughTheHostsModule(drawing.database()), Qeapp::eOk);
-    EXPECT_EQ(counter.changes, 1);
-    EXPECT_EQ(Cs::RemoveCoordinateSystemReactor(&counter), Qeapp::eOk);
-    EXPECT_EQ(Embedded::unloadModule(*handle), Qeapp::eOk);
-}
-
 } // namespace
 } // namespace Tests
