@@ -1,21 +1,4 @@
 # What `make package` packs besides the rooms' own files, and into what.
-include(CMakePackageConfigHelpers)
-
-set(platform_libraries fqcore qehost zsr)
-if(NOT WIN32)
-    list(APPEND platform_libraries win32posix)
-endif()
-list(JOIN platform_libraries " " platform_libraries)
-configure_package_config_file(cmake/packages/OrvelCoordsysCoreConfig.cmake.in
-    "${CMAKE_CURRENT_BINARY_DIR}/package/OrvelCoordsysCoreConfig.cmake"
-    INSTALL_DESTINATION "${ORVEL_CONFIG_FOLDER}" PATH_VARS ORVEL_HEADER_FOLDER ORVEL_LIBRARY_FOLDER
-    NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
-write_basic_package_version_file("${CMAKE_CURRENT_BINARY_DIR}/package/OrvelCoordsysCoreConfigVersion.cmake"
-    COMPATIBILITY SameMinorVersion)
-install(FILES "${CMAKE_CURRENT_BINARY_DIR}/package/OrvelCoordsysCoreConfig.cmake"
-    "${CMAKE_CURRENT_BINARY_DIR}/package/OrvelCoordsysCoreConfigVersion.cmake"
-    DESTINATION "${ORVEL_CONFIG_FOLDER}")
-
 # The first page leads to the headers, which lie elsewhere there.
 file(RELATIVE_PATH headers "/${ORVEL_DOCUMENT_FOLDER}" "/${ORVEL_HEADER_FOLDER}")
 file(READ README.md first_page)
@@ -40,8 +23,9 @@ set(licence_list "")
 foreach(entry IN LISTS compiled_in)
     string(REGEX MATCH "^(.*):(.*)$" entry "${entry}")
     set(terms "/usr/share/doc/${CMAKE_MATCH_2}/copyright")
-    if(NOT EXISTS "${terms}")
+    if(NOT EXISTS "${terms}") # as on systems other than Debian
         message(STATUS "A package made here would lack the terms of ${CMAKE_MATCH_1}: there is no ${terms}")
+        continue()
     endif()
     string(APPEND licence_list "- ${CMAKE_MATCH_1}: [${CMAKE_MATCH_2}.txt](${CMAKE_MATCH_2}.txt)\n")
     install(FILES "${terms}" DESTINATION "${ORVEL_DOCUMENT_FOLDER}/licences" RENAME "${CMAKE_MATCH_2}.txt")
@@ -56,10 +40,12 @@ set(CPACK_PACKAGE_FILE_NAME "${CPACK_PACKAGE_NAME}-${PROJECT_VERSION}-${system}-
 set(CPACK_PACKAGE_VENDOR "The OrvelCoordsysCore developers")
 set(CPACK_PACKAGE_CONTACT "The OrvelCoordsysCore developers")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "geodetic coordinate systems of drawings")
-set(CPACK_PACKAGE_DESCRIPTION "A module that a CAD host loads to put drawings on the Earth, an embedded host for it, and
-orvelcs, a command line that assigns coordinate systems to drawings.")
+set(CPACK_PACKAGE_DESCRIPTION "A module that a CAD host loads to put drawings on the Earth, an embedded
+host for it, and orvelcs, a command line that assigns coordinate systems to
+drawings.")
 set(CPACK_STRIP_FILES ON)
-set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_SOURCE_DIR}/cmake/packages/settle_files.cmake")
+list(APPEND CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_SOURCE_DIR}/cmake/packages/debian_files.cmake"
+    "${CMAKE_CURRENT_SOURCE_DIR}/cmake/packages/settle_files.cmake")
 set(CPACK_EXTERNAL_ENABLE_STAGING ON)
 set(CPACK_EXTERNAL_PACKAGE_SCRIPT "${CMAKE_CURRENT_SOURCE_DIR}/cmake/packages/pack_archive.cmake")
 if(NOT WIN32)

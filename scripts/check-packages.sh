@@ -90,6 +90,18 @@ build_consumer() { # NAME PREFIX OPTIONS…
     quietly "$work/consumer.log" cmake --build "$work/consumer-$name"
 }
 
+build_by_pkg_config() { # NAME PREFIX COMPILER OPTIONS…
+    program=$work/pkg-config-$1
+    PKG_CONFIG_PATH=$(dirname "$(find "$2/lib" -name orvel-coordsys-core.pc)")
+    export PKG_CONFIG_PATH
+    shift 2
+    # The flags are quoted for a shell, as the folder's name may have spaces.
+    eval "set -- \"\$@\" $(pkg-config --cflags --libs orvel-coordsys-core)"
+    compiler=$1
+    shift
+    quietly "$work/consumer.log" "$compiler" -std=c++20 "$root/tests/packages/consumer/consumer.cpp" -o "$program" "$@"
+}
+
 check_linux_tree() { # NAME PREFIX
     for file in "$2"/bin/orvelcs "$2"/lib/*/orvel-coordsys-core/*.so; do
         case $(ldd "$file") in *'not found'*) ldd "$file" >&2 && fail "$file misses libraries" ;; esac
@@ -98,7 +110,9 @@ check_linux_tree() { # NAME PREFIX
     do_main_job "$work/drawings-$1" "$2/bin/orvelcs"
     build_consumer "$1" "$2"
     quietly "$work/consumer.log" "$work/consumer-$1/consumer"
-    say "$1: works where it was unpacked, and so does a program built against it"
+    build_by_pkg_config "$1" "$2" g++
+    quietly "$work/consumer.log" "$work/pkg-config-$1"
+    say "$1: works where it was unpacked, and so do programs built against it through CMake and pkg-config"
 }
 
 check_debian_package() {
@@ -109,6 +123,14 @@ check_debian_package() {
         case $depends in *"$library"*) ;; *) fail "the package does not depend on $library: $depends" ;; esac
     done
     say "Depends: $depends"
+    # The project has no address for mail (docs/packages.md).
+    if command -v lintian >/dev/null; then
+        quietly "$work/lintian.log" lintian --fail-on error \
+            --suppress-tags malformed-contact,bogus-mail-host-in-debian-changelog "$deb"
+        say "deb: lintian finds no error"
+    else
+        say "deb: not looked at by lintian, which is not installed"
+    fi
     check_linux_tree deb "$work/debian/usr"
 }
 
@@ -134,10 +156,12 @@ check_windows() {
     do_main_job "$work/drawings-zip" wine "$prefix/bin/orvelcs.exe"
     build_consumer zip "$prefix" -DCMAKE_SYSTEM_NAME=Windows \
         -DCMAKE_CXX_COMPILER=x86_64-w64-mingw32-g++-posix
-    cp "$work/consumer-zip/consumer.exe" "$prefix/bin"
+    build_by_pkg_config zip.exe "$prefix" x86_64-w64-mingw32-g++-posix -static
+    cp "$work/consumer-zip/consumer.exe" "$work/pkg-config-zip.exe" "$prefix/bin"
     quietly "$work/consumer.log" wine "$prefix/bin/consumer.exe"
+    quietly "$work/consumer.log" wine "$prefix/bin/pkg-config-zip.exe"
     wineserver -k
-    say "zip: works where it was unpacked, and so does a program built against it"
+    say "zip: works where it was unpacked, and so do programs built against it through CMake and pkg-config"
 }
 
 check_archive

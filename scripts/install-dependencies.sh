@@ -4,7 +4,7 @@
 set -eu
 
 demo_packages='g++ cmake ninja-build make libproj-dev proj-data libsqlite3-dev libsqlitecpp-dev libxxhash-dev nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev libexpected-dev'
-test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin gdal-bin python3-gdal parallel jq python3-jsonschema mandoc zsh fish"
+test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin gdal-bin python3-gdal parallel jq python3-jsonschema mandoc zsh fish pkg-config file dpkg-dev"
 lint_packages="$test_packages clang-format clang-tidy python3 python3-yaml"
 coverage_packages="$test_packages gcovr"
 valgrind_packages="$test_packages valgrind"
@@ -13,7 +13,7 @@ bench_packages="$demo_packages libbenchmark-dev"
 bench_peers_packages="$demo_packages libtiff-dev proj-bin dpkg-dev"
 # The compiler and tools of scripts/windows-libraries.sh, and Wine.
 windows_packages="$demo_packages g++-mingw-w64-x86-64-posix dpkg-dev tcl sqlite3 libsqlite3-0 googletest wine wine64"
-package_packages="$windows_packages file zip"
+package_packages="$windows_packages pkg-config file zip"
 docs_packages='make doxygen python3'
 
 usage() {

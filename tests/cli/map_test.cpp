@@ -83,7 +83,8 @@ TEST_F(MapCommand, WritesAPictureOfASystem)
     EXPECT_THAT(svg, HasSubstr("<title id=\"title\">EPSG:25832 ETRS89 / UTM zone 32N</title>"));
     EXPECT_THAT(svg, HasSubstr("Number 1: EPSG:25832 ETRS89 / UTM zone 32N; Europe between 6\u00B0E and 12\u00B0E"));
     const Json version = runForJson({"--version"});
-    EXPECT_THAT(svg, HasSubstr(version["proj"].get<std::string>() + ", " + version["catalog"].get<std::string>()));
+    EXPECT_THAT(svg, HasSubstr(version["proj"].get<std::string>() + ", " + "EPSG " +
+                               version["catalog"]["EPSG"].get<std::string>()));
     expectNumbers(svg, 1);
     EXPECT_EQ(files(), std::vector<std::string>{"utm.svg"});
 }

@@ -33,6 +33,7 @@ protected:
         given("settings.xml", item);
         given("works.wkt", kWorks);
         given("points.txt", "# latitude longitude\n52.5 13.4\n48.85 2.35 35\n");
+        given("points.csv", "lat,lon,name\n52.5,13.4,Berlin\n");
         given("block", block_);
     }
 

@@ -131,7 +131,7 @@ TEST_F(InstallDependenciesTest, TestTarget_AlsoNeedsTheTestTools)
     EXPECT_TRUE(splitLines(aptCalls())
                     .at(1)
                     .ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin gdal-bin "
-                               "python3-gdal parallel jq python3-jsonschema mandoc zsh fish"));
+                               "python3-gdal parallel jq python3-jsonschema mandoc zsh fish pkg-config file dpkg-dev"));
 }
 
 TEST_F(InstallDependenciesTest, OnlyTheBenchTarget_NeedsTheBenchmarkLibrary)

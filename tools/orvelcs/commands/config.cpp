@@ -8,14 +8,11 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/drawing/best_item.h"
-#include "orvelcs/drawing/candidate_description.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/drawing/config_check.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/config_store.h"
 #include "orvelcs/drawing/config_text.h"
-#include "orvelcs/drawing/place_options.h"
 #include "orvelcs/drawing/settings_file.h"
 #include "orvelcs/drawing/user_stores_lock.h"
 
@@ -27,10 +24,7 @@ struct ConfigOptions {
     std::string textFile;
     CLI::Option* textFileOption = nullptr;
     ConfigItemText item;
-    std::string type;
     bool force = false;
-    bool best = false;
-    PlaceOptions place;
 };
 
 std::wstring readTextArgument(const std::string& file)
@@ -38,30 +32,6 @@ std::wstring readTextArgument(const std::string& file)
     if (file.empty())
         throw wrongUsage("TEXTFILE", "is empty");
     return readText(file);
-}
-
-/// The lock for reading and changing a store of the user's. A drawing needs none.
-std::unique_ptr<LockFile> lockStore(const ConfigTarget& target, const Output& output)
-{
-    return target.isDrawing() ? nullptr : lockUserStores(output);
-}
-
-/// `more` holds further members of the JSON.
-ExitStatus report(const ConfigTarget& target, const ConfigChange& change, const std::string& done, Output& output,
-                  const Json& more = Json::object())
-{
-    if (output.json()) {
-        Json json = {{"result", change.result}, {"events", eventsAsJson(change.events)}};
-        json.update(more);
-        if (change.error)
-            json["error"] = errorAsJson(output.command(), target.subject(), std::nullopt, *change.error);
-        output.document(json);
-    }
-    if (change.error)
-        output.error(target.subject(), *change.error);
-    else if (target.drawing != kStandardStream)
-        output.confirm(target.subject(), done);
-    return change.error ? ExitStatus::failed : ExitStatus::done;
 }
 
 ExitStatus runGet(const ConfigOptions& options, Output& output)
@@ -84,11 +54,11 @@ ExitStatus runSet(const ConfigOptions& options, Output& output)
         throw wrongUsage(kStandardStream, "cannot be both the text and the drawing");
     const std::wstring given = readTextArgument(options.textFile);
     const std::wstring text = options.force ? given : checkedText(given);
-    const auto lock = lockStore(options.target, output);
-    const ExitStatus status = report(options.target,
-                                     writeConfig(
-                                         options.target, [&](const StoredConfig&) { return text; }, output),
-                                     "configuration stored", output);
+    const auto lock = lockConfig(options.target, output);
+    const ExitStatus status = reportConfigChange(options.target,
+                                                 writeConfig(
+                                                     options.target, [&](const StoredConfig&) { return text; }, output),
+                                                 "configuration stored", output);
     if (status == ExitStatus::done && options.target.user && endOfLastItem(text) < text.size())
         output.note(options.target.subject(), "what follows the last </Item> is not kept there");
     return status;
@@ -108,13 +78,13 @@ void noteSettingsFile(const ConfigTarget& target, Output& output)
 ExitStatus runClear(const ConfigOptions& options, Output& output)
 {
     checkConfigTarget(options.target, true, output);
-    const auto lock = lockStore(options.target, output);
+    const auto lock = lockConfig(options.target, output);
     const ConfigChange change = clearConfig(options.target, output);
     if (options.target.isDrawing())
-        return report(options.target, change, "configuration cleared", output);
+        return reportConfigChange(options.target, change, "configuration cleared", output);
     ConfigTarget registry = options.target;
     registry.registryStore = true;
-    const ExitStatus status = report(registry, change, "emptied", output);
+    const ExitStatus status = reportConfigChange(registry, change, "emptied", output);
     if (!change.error)
         noteSettingsFile(options.target, output);
     return status;
@@ -157,59 +127,6 @@ ExitStatus runItems(const ConfigOptions& options, Output& output)
     return ExitStatus::done;
 }
 
-/// An item that is to be added, with further members of the JSON.
-struct GivenItem {
-    ConfigItemText item;
-    Json more = Json::object();
-};
-
-/// The item of --name and --type.
-GivenItem namedItem(const ConfigOptions& options)
-{
-    for (const auto& [option, value] : {std::pair("--name", &options.item.name), std::pair("--type", &options.type)})
-        if (value->empty())
-            throw wrongUsage(option, "is required without --best");
-    if (options.place.areGiven())
-        throw wrongUsage("--at, --bbox, --points, --area-of", "go with --best only");
-    if (options.type != "path" && options.type != "transformation")
-        throw wrongUsage("--type", fmt::format("expected path or transformation, found {}", options.type));
-    GivenItem given{options.item};
-    given.item.type = options.type == "path" ? 1 : 2;
-    static_cast<void>(makeElement(given.item)); // it throws
-    return given;
-}
-
-GivenItem bestGivenItem(const ConfigOptions& options, Output& output)
-{
-    if (!options.item.name.empty() || !options.type.empty())
-        throw wrongUsage("--best", "chooses the name and the type; leave out --name and --type");
-    const BestItem best = bestItem(options.item, readPlace(options.place, output), output);
-    return {best.item, {{"best", candidateAsJson(best.candidate)}}};
-}
-
-ExitStatus runAdd(const ConfigOptions& arguments, Output& output)
-{
-    checkConfigTarget(arguments.target, true, output);
-    ConfigOptions options = arguments;
-    for (auto [option, code] : {std::pair("--source", &options.item.source), {"--target", &options.item.target}})
-        *code = Embedded::utf8FromWide(codeArgument(option, *code));
-    if (options.target.drawing == kStandardStream)
-        throw wrongUsage("--drawing", "a drawing from standard input is read once; name a file");
-    const auto [given, more] = options.best ? bestGivenItem(options, output) : namedItem(options);
-    const ConfigItemText item = options.force ? given : checkedItem(given);
-    const std::wstring element = makeElement(item);
-    const auto lock = lockStore(options.target, output);
-    if (options.force)
-        noteDoubtfulName(item, output);
-    const ConfigEdit edit = [&](const StoredConfig& stored) {
-        const std::wstring text = stored().value_or(std::wstring());
-        if (!options.force)
-            checkPairIsNew(parseItems(text), parseItems(element).front());
-        return withElement(text, element);
-    };
-    return report(options.target, writeConfig(options.target, edit, output), "item added", output, more);
-}
-
 /// Returns how many items were removed from the text.
 std::size_t removePair(std::wstring& text, const std::wstring& source, const std::wstring& target)
 {
@@ -227,7 +144,7 @@ ExitStatus runRemove(const ConfigOptions& options, Output& output)
     const std::wstring target = codeArgument("--target", options.item.target);
     if (options.target.drawing == kStandardStream)
         throw wrongUsage("--drawing", "a drawing from standard input is read once; name a file");
-    const auto lock = lockStore(options.target, output);
+    const auto lock = lockConfig(options.target, output);
     std::size_t removed = 0;
     const ConfigEdit edit = [&](const StoredConfig& stored) {
         std::wstring text = stored().value_or(std::wstring());
@@ -242,16 +159,9 @@ ExitStatus runRemove(const ConfigOptions& options, Output& output)
         return text;
     };
     const ConfigChange change = writeConfig(options.target, edit, output);
-    return report(options.target, change, removed == 1 ? "item removed" : fmt::format("{} items removed", removed),
-                  output);
+    return reportConfigChange(options.target, change,
+                              removed == 1 ? "item removed" : fmt::format("{} items removed", removed), output);
 }
-
-constexpr const char* kRefusals =
-    "What can never work is refused, and the message says why: a code or a name that the catalog does not have, a name "
-    "that "
-    "several operations have, an operation that does not lead from the source to the target, in reverse if it is "
-    "reversible, and a second item of the same source and target, which the module would never use. A grid that is not "
-    "installed is no reason. With --force it is stored all the same, without a look at the catalog.";
 
 constexpr const char* kGetDetails =
     "The text is the drawing's, that of the user's settings file, or the one in the user's part of the registry. For "
@@ -265,7 +175,7 @@ const std::string kSetDetails =
     "The text replaces the configuration. A drawing stores it unchanged. The settings file has a line for each item, "
     "and "
     "text after the last </Item> is not stored. " +
-    std::string(kRefusals) +
+    std::string(kItemRefusals) +
     "\n\nThe module writes the settings file into the folder .orvelcs-new beside the old one. The new file is read for "
     "comparison and then replaces the old one, either completely or not at all. A symbolic link still points to the "
     "file, "
@@ -291,7 +201,6 @@ using Run = ExitStatus (*)(const ConfigOptions&, Output&);
 
 /// The JSON of a command that ends early.
 const Json kNoText = nullptr;
-const Json kNotDone = {{"result", false}, {"events", Json::array()}};
 
 Command declare(CLI::App& config, const CommandText& text, Run run, const Json& failed,
                 const std::function<void(CLI::App&, ConfigOptions&)>& addOptions)
@@ -302,19 +211,6 @@ Command declare(CLI::App& config, const CommandText& text, Run run, const Json& 
     return {app, [options, run, &failed](Output& output) {
                 return withFailureDocument(failed, output, [&] { return run(*options, output); });
             }};
-}
-
-void addItemOptions(CLI::App& app, ConfigOptions& options)
-{
-    addArgument(app, "--source CODE", options.item.source, "the source system")->required();
-    addArgument(app, "--target CODE", options.item.target, "the target system")->required();
-    addArgument(app, "--name NAME", options.item.name, "the path or transformation");
-    addArgument(app, "--type TYPE", options.type, "what NAME is", {.choices = {"path", "transformation"}});
-    app.add_flag("--best", options.best, "add the best candidate of transformation compare that can be stored");
-    addPlaceOptions(app, options.place);
-    addArgument(app, "--note TEXT", options.item.note, "any text");
-    app.add_flag("--force", options.force, "store an item that the catalog contradicts, or a second one of a pair");
-    addConfigTarget(app, options.target, false);
 }
 
 std::vector<Command> declareConfig(CLI::App& program)
@@ -343,7 +239,7 @@ std::vector<Command> declareConfig(CLI::App& program)
                  kSetDetails,
                  {{"Copy the configuration of a drawing to the user",
                    "orvelcs config get --drawing configured.qedb | orvelcs config set - --user"}}},
-                runSet, kNotDone,
+                runSet, kConfigNotChanged,
                 [](CLI::App& app, ConfigOptions& options) {
                     addArgument(app, "TEXTFILE", options.textFile,
                                 "the text, UTF-8 with or without a byte-order mark; - is standard input")
@@ -357,7 +253,7 @@ std::vector<Command> declareConfig(CLI::App& program)
                  {"config clear (--drawing FILE | --user)"},
                  kClearDetails,
                  {{"Empty the configuration of a drawing", "orvelcs config clear --drawing configured.qedb"}}},
-                runClear, kNotDone,
+                runClear, kConfigNotChanged,
                 [](CLI::App& app, ConfigOptions& options) { addConfigTarget(app, options.target, false); }),
         declare(*config,
                 {"items",
@@ -375,33 +271,6 @@ std::vector<Command> declareConfig(CLI::App& program)
                                                          "the text, UTF-8; - is standard input", {.defaultValue = "-"});
                     addConfigTarget(app, options.target, true);
                 }),
-        declare(
-            *config,
-            {"add",
-             "Add an item to a configuration",
-             {"config add --source CODE --target CODE --name NAME --type TYPE [--note TEXT] [--force] "
-              "(--drawing FILE | --user)",
-              std::string("config add --best --source CODE --target CODE [--note TEXT] [--force] "
-                          "(--drawing FILE | --user) ") +
-                  kPlaceUsage},
-             std::string("NAME is the name or the code of a path or transformation of the catalog. Codes and names are "
-                         "matched ignoring case, and stored as the catalog spells them.\n\n") +
-                 kRefusals +
-                 " A note says then if the catalog does not have the name, or has it several times.\n\n"
-                 "--best adds the first candidate of the ranking that the catalog has, that can be used here, and "
-                 "whose "
-                 "area of use does not lie outside of the place. Notes say what was skipped, and why.\n\n" +
-                 kPlaceHelp,
-             {{"Choose a transformation for a drawing",
-               "orvelcs config add --source EPSG:4230 --target EPSG:4326 --name \"ED50 to WGS 84 (1)\" "
-               "--type transformation --drawing plan.qedb"},
-              {"Choose the best one for France", "orvelcs config add --best --source EPSG:4230 --target EPSG:4258 "
-                                                 "--area-of EPSG:2154 --drawing plan.qedb"},
-              {"Add a second one for the same systems, which is refused",
-               "orvelcs config add --source EPSG:4230 --target EPSG:4326 --name EPSG:1134 --type transformation "
-               "--drawing configured.qedb",
-               ExitStatus::failed}}},
-            runAdd, kNotDone, addItemOptions),
         declare(*config,
                 {"remove",
                  "Remove the items of two systems from a configuration",
@@ -412,7 +281,7 @@ std::vector<Command> declareConfig(CLI::App& program)
                  {{"Remove a choice from a drawing",
                    "orvelcs config remove --source EPSG:4230 --target EPSG:4326 --drawing configured.qedb"}},
                  {{ExitStatus::nothingFound, "there is no such item"}}},
-                runRemove, kNotDone, [](CLI::App& app, ConfigOptions& options) {
+                runRemove, kConfigNotChanged, [](CLI::App& app, ConfigOptions& options) {
                     addArgument(app, "--source CODE", options.item.source, "the source system")->required();
                     addArgument(app, "--target CODE", options.item.target, "the target system")->required();
                     addConfigTarget(app, options.target, false);

@@ -175,9 +175,9 @@ std::vector<Command> declareExport(CLI::App& program)
         program,
         {"export",
          "Write the coordinate reference system of a drawing as a file for other programs",
-         {"export [OPTIONS] FILE -o NAME.prj|.wkt|.json|.gpkg", "export [OPTIONS] FILE -o - [--format FORMAT]"},
+         {"export [OPTIONS] FILE -o OUT.prj|.wkt|.json|.gpkg", "export [OPTIONS] FILE -o - [--format FORMAT]"},
          "FILE may also be a code of the catalog, or @FILE: a text with WKT, PROJJSON or a PROJ string.\n\n"
-         "The ending of NAME chooses the format: .prj is ESRI WKT, the sidecar of shapefiles and images;\n"
+         "The ending of OUT chooses the format: .prj is ESRI WKT, the sidecar of shapefiles and images;\n"
          ".wkt is WKT 2 of 2019; .json is PROJJSON; .gpkg is a GeoPackage with the empty layer \"drawing\"\n"
          "in that system (as WKT 1, and as WKT 2 where an EPSG code and WKT 1 do not say all).\n\n"
          "What a format cannot say is refused, and no file is written. In .prj and in the features of\n"
@@ -187,12 +187,12 @@ std::vector<Command> declareExport(CLI::App& program)
           {"Export what has no system", "orvelcs export other.qedb -o other.wkt", ExitStatus::nothingFound}},
          {{ExitStatus::nothingFound, "the drawing has no coordinate reference system"}}});
     addArgument(*app, "FILE", options->file, "the drawing; - is standard input")->required();
-    addArgument(*app, "-o,--output NAME", options->target,
-                "write to NAME, which must not exist; - prints the definition as text")
+    addArgument(*app, "-o,--output OUT", options->target,
+                "write to OUT, which must not exist; - prints the definition as text")
         ->required();
     options->format.option = addArgument(*app, "--format FORMAT", options->format.name, "the format for -o -",
                                          {.choices = {"wkt2", "esri", "projjson"}, .defaultValue = "wkt2"});
-    app->add_flag("--force", options->force, "overwrite NAME, completely or not at all");
+    app->add_flag("--force", options->force, "overwrite OUT, completely or not at all");
     return {{app, [options](Output& output) { return runExport(*options, output); }}};
 }
 

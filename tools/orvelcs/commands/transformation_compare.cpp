@@ -97,7 +97,7 @@ void print(const ShownComparison& shown, Output& output)
                         coverageText(candidate.coverage), kindText(candidate),
                         candidate.hasCode() ? oneLine(candidate.operation.code) : "-",
                         oneLine(candidate.operation.name)});
-    const std::vector<std::string> lines = alignColumns(rows, kDistanceColumn);
+    const std::vector<std::string> lines = alignColumns(rows, Output::tableColumns(), kDistanceColumn);
     for (std::size_t index = 0; index < lines.size(); ++index) {
         output.heading(lines[index]);
         printAreaAndGrids(shown.candidates[index].operation, output);

@@ -5,6 +5,8 @@
 
 #include "coordsys/orvel_transformation_config.h"
 #include "embedded/windows/registry_file.h"
+#include "orvelcs/cli/error_document.h"
+#include "orvelcs/cli/input.h"
 #include "orvelcs/drawing/drawing_files.h"
 #include "orvelcs/drawing/drawings.h"
 #include "orvelcs/drawing/loaded_module.h"
@@ -139,6 +141,28 @@ ConfigChange clearConfig(const ConfigTarget& target, Output& output)
         change.error = checked ? "the registry's store could not be emptied" : checked.error().text();
     }
     return change;
+}
+
+std::unique_ptr<LockFile> lockConfig(const ConfigTarget& target, const Output& output)
+{
+    return target.isDrawing() ? nullptr : lockUserStores(output);
+}
+
+ExitStatus reportConfigChange(const ConfigTarget& target, const ConfigChange& change, const std::string& done,
+                              Output& output, const Json& more)
+{
+    if (output.json()) {
+        Json json = {{"result", change.result}, {"events", eventsAsJson(change.events)}};
+        json.update(more);
+        if (change.error)
+            json["error"] = errorAsJson(output.command(), target.subject(), std::nullopt, *change.error);
+        output.document(json);
+    }
+    if (change.error)
+        output.error(target.subject(), *change.error);
+    else if (target.drawing != kStandardStream)
+        output.confirm(target.subject(), done);
+    return change.error ? ExitStatus::failed : ExitStatus::done;
 }
 
 } // namespace Orvelcs

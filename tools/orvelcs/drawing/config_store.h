@@ -2,12 +2,14 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "orvelcs/cli/command.h"
 #include "orvelcs/drawing/recording_reactor.h"
+#include "orvelcs/drawing/user_stores_lock.h"
 
 namespace Orvelcs {
 
@@ -53,5 +55,14 @@ using ConfigEdit = std::function<std::wstring(const StoredConfig& stored)>;
 ConfigChange writeConfig(const ConfigTarget& target, const ConfigEdit& edit, Output& output);
 /// The module's clearing: the drawing's text becomes empty; for the user the registry's store does.
 ConfigChange clearConfig(const ConfigTarget& target, Output& output);
+
+/// The lock for reading and changing a store of the user's. A drawing needs none.
+std::unique_ptr<LockFile> lockConfig(const ConfigTarget& target, const Output& output);
+
+/// The JSON of a change that was not begun.
+inline const Json kConfigNotChanged = {{"result", false}, {"events", Json::array()}};
+/// Prints what became of a change. `done` is for people, and `more` holds further members of the JSON.
+ExitStatus reportConfigChange(const ConfigTarget& target, const ConfigChange& change, const std::string& done,
+                              Output& output, const Json& more = Json::object());
 
 } // namespace Orvelcs
