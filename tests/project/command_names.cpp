@@ -9,28 +9,28 @@
 namespace Tests {
 namespace {
 
-using Names = std::set<std::string>;
+using FoundNames = std::set<std::string>;
 
 /// The first group of each match.
-Names collectNames(const std::string& text, const char* pattern)
+FoundNames collectNames(const std::string& text, const char* pattern)
 {
     const std::regex expression(pattern);
-    Names names;
+    FoundNames names;
     for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end; ++match)
         names.insert((*match)[1]);
     return names;
 }
 
-Names readTargets()
+FoundNames readTargets()
 {
     const std::string makefile = readFile(ORVEL_SOURCE_DIR, "Makefile").text;
-    Names targets = collectNames(makefile, R"((?:^|\n)([a-z-]+):)");
-    const Names checks{"check-dev", "check-release", "check-asan", "check-coverage", "check-windows"};
+    FoundNames targets = collectNames(makefile, R"((?:^|\n)([a-z-]+):)");
+    const FoundNames checks{"check-dev", "check-release", "check-asan", "check-coverage", "check-windows"};
     targets.insert(checks.begin(), checks.end()); // made of a pattern
     return targets;
 }
 
-Names readPresets()
+FoundNames readPresets()
 {
     return collectNames(readFile(ORVEL_SOURCE_DIR, "CMakePresets.json").text, R"re("name": "([a-z-]+)")re");
 }
@@ -39,8 +39,8 @@ Names readPresets()
 
 std::vector<std::string> findUnknownNames(const std::string& commands)
 {
-    static const Names targets = readTargets();
-    static const Names presets = readPresets();
+    static const FoundNames targets = readTargets();
+    static const FoundNames presets = readPresets();
     std::vector<std::string> unknown;
     for (const std::string& name : collectNames(commands, R"((?:^|[\n;&|] *)make +([a-z-]+))"))
         if (!targets.contains(name))

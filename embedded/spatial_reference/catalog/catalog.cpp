@@ -116,11 +116,10 @@ std::string catalogVersion()
 std::vector<AuthorityVersion> catalogVersions()
 {
     std::vector<AuthorityVersion> versions;
-    const PROJ_STRING_LIST authorities = proj_get_authorities_from_database(projContext());
-    for (char** authority = authorities; authority != nullptr && *authority != nullptr; ++authority)
-        versions.push_back({*authority, versionOf(*authority)});
-    proj_string_list_destroy(authorities);
-    std::ranges::stable_partition(versions, [](const AuthorityVersion& entry) { return entry.version.has_value(); });
+    for (const std::string& authority : catalogAuthorities())
+        versions.push_back({authority, versionOf(authority.c_str())});
+    std::stable_partition(versions.begin(), versions.end(),
+                          [](const AuthorityVersion& entry) { return entry.version.has_value(); });
     return versions;
 }
 

@@ -88,15 +88,15 @@ void GeographicSystem::readAxes()
                                             &direction, &unit, nullptr, nullptr, nullptr))
             throwWithoutPosition(parts_);
         const std::string_view name = direction;
-        const bool isNegative = name == "south" || name == "west";
-        axes_[index] = {name == "north" || name == "south", (isNegative ? -1 : 1) * unit * kDegreesPerRadian};
+        const bool pointsBack = name == "south" || name == "west";
+        axes_[index] = {name == "north" || name == "south", (pointsBack ? -1 : 1) * unit * kDegreesPerRadian};
     }
 }
 
 PJ_COORD GeographicSystem::coordinate(const GeographicPoint& point) const
 {
-    constexpr double kCircle = 360;
-    const double longitude = std::remainder(point.longitude - primeMeridianInDegrees_, kCircle);
+    constexpr double kFullCircle = 360;
+    const double longitude = std::remainder(point.longitude - primeMeridianInDegrees_, kFullCircle);
     const auto value = [&](const Axis& axis) { return (axis.isLatitude ? point.latitude : longitude) / axis.degrees; };
     return proj_coord(value(axes_[0]), value(axes_[1]), 0, HUGE_VAL); // which is no epoch in PROJ
 }

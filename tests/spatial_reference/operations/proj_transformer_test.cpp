@@ -173,8 +173,7 @@ TEST_F(ProjChoice, Units_AreThoseOfTheTargetsAxes)
 TEST_F(ProjChoice, Axes_HaveDirectionsAndTheOrderForDisplay)
 {
     using Embedded::AxisDirection;
-    const auto expectAxes = [this](const wchar_t* code, AxisDirection first, AxisDirection second,
-                                   bool isNorthingFirst) {
+    const auto expectAxes = [](const wchar_t* code, AxisDirection first, AxisDirection second, bool isNorthingFirst) {
         const auto made = transformer(code, L"EPSG:4326");
         const Embedded::SystemAxes& axes = made->sourceAxes();
         EXPECT_EQ(axes.units.at(0).direction, first) << Embedded::utf8FromWide(code);

@@ -123,7 +123,7 @@ double MapDrawing::drawScaleBar(SvgWriter& svg, const MapPoint& point) const
         return 0;
     constexpr double kThickness = 4;
     constexpr double kFontSize = 10;
-    constexpr double kGap = 6;
+    constexpr double kBarGap = 6;
     svg.open("g", {{"class", "scale-bar"}});
     for (const double half : {0.0, 0.5})
         svg.element("rect", {{"class", half == 0 ? "scale" : "scale hollow"},
@@ -132,10 +132,10 @@ double MapDrawing::drawScaleBar(SvgWriter& svg, const MapPoint& point) const
                              {"width", bar->length / 2},
                              {"height", kThickness}});
     svg.text("text",
-             {{"class", "text"}, {"x", point.x + bar->length + kGap}, {"y", point.y + 1}, {"font-size", kFontSize}},
+             {{"class", "text"}, {"x", point.x + bar->length + kBarGap}, {"y", point.y + 1}, {"font-size", kFontSize}},
              bar->text);
     svg.close();
-    return bar->length + kGap + textWidth(bar->text, kFontSize);
+    return bar->length + kBarGap + textWidth(bar->text, kFontSize);
 }
 
 std::vector<PageBox> MapDrawing::degreesOnMap() const
