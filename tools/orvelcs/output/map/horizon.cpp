@@ -56,8 +56,8 @@ PlaneLine Horizon::moveOnto(const PlaneLine& ring) const
 
 MapPoint Horizon::crossing(const MapPoint& inside, const MapPoint& outside) const
 {
-    const double near = angleBetween(centre_, inside);
-    const double share = (angle_ - near) / (angleBetween(centre_, outside) - near);
+    const double insideAngle = angleBetween(centre_, inside);
+    const double share = (angle_ - insideAngle) / (angleBetween(centre_, outside) - insideAngle);
     return {inside.x + (outside.x - inside.x) * share, inside.y + (outside.y - inside.y) * share};
 }
 

@@ -40,10 +40,10 @@ int poleOf(const GeographicBounds& extent)
 {
     const double span = longitudinalSpan(extent);
     for (const int pole : {1, -1}) {
-        const double near = pole > 0 ? extent.north : -extent.south;
-        const double far = pole > 0 ? extent.south : -extent.north;
-        const bool isCap = span >= kCircle && near >= kNearlyPole && far >= 0;
-        if (isCap || (span >= kPolarSpan && far >= kPolarLatitude))
+        const double nearest = pole > 0 ? extent.north : -extent.south;
+        const double farthest = pole > 0 ? extent.south : -extent.north;
+        const bool isCap = span >= kCircle && nearest >= kNearlyPole && farthest >= 0;
+        if (isCap || (span >= kPolarSpan && farthest >= kPolarLatitude))
             return pole;
     }
     return 0;
