@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "embedded/spatial_reference/operations/operation_facts.h"
 #include "embedded/spatial_reference/operations/operation_search.h"
@@ -71,9 +74,13 @@ ProjObject horizontalDatumOf(const PJ* system)
 
 std::optional<DatumPreservingConversion> datumPreservingConversion(const PJ* from, const PJ* to)
 {
-    const std::string code = codeOfObject(from);
-    if (!code.empty() && code == codeOfObject(to))
+    static std::set<std::pair<std::string, std::string>> withoutConversion; // codes of systems of different datums
+    const std::pair codes(codeOfObject(from), codeOfObject(to));
+    const bool haveCodes = !codes.first.empty() && !codes.second.empty();
+    if (haveCodes && codes.first == codes.second)
         return DatumPreservingConversion{};
+    if (withoutConversion.contains(codes))
+        return std::nullopt;
     const bool isOneDatum = isSameDatum(horizontalDatumOf(from).get(), horizontalDatumOf(to).get());
     for (ProjObject& operation : searchOperations(from, to, OperationSearch::directOnly)) {
         const auto steps = operationSteps(operation.get());
@@ -82,6 +89,8 @@ std::optional<DatumPreservingConversion> datumPreservingConversion(const PJ* fro
                                                  return isLongitudeRotation(step.get());
                                              })};
     }
+    if (haveCodes)
+        withoutConversion.insert(codes); // the search takes 10 ms where there are many operations
     return std::nullopt;
 }
 

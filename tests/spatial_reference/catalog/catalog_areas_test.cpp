@@ -1,6 +1,7 @@
 #include "embedded/spatial_reference/catalog/catalog_areas.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "spatial_reference/spatial_reference_test.h"
@@ -79,6 +80,60 @@ TEST(GeographicBoundsTest, ContainAcrossTheAntimeridian)
     for (const BoundsCase& tested : cases) {
         EXPECT_EQ(tested.area.contains(tested.other), tested.contains) << tested.other.west << ' ' << tested.other.east;
     }
+}
+
+struct CommonCase {
+    GeographicBounds left;
+    GeographicBounds right;
+    std::optional<GeographicBounds> common;
+};
+
+TEST(GeographicBoundsTest, CommonPart_IsTheWiderOneOfTwo_AndMayCrossTheAntimeridian)
+{
+    const GeographicBounds fiji{.west = 176, .south = -20, .east = -178, .north = -12};
+    const GeographicBounds world{.west = -180, .south = -90, .east = 180, .north = 90};
+    const GeographicBounds pole{.west = -180, .south = 60, .east = 180, .north = 90};
+    const GeographicBounds europe{.west = -16, .south = 25, .east = 48, .north = 84};
+    const GeographicBounds allButEurope{.west = 40, .south = 0, .east = -10, .north = 90};
+    const std::vector<CommonCase> cases{
+        {fiji, fiji, fiji},
+        {fiji, world, fiji},
+        {pole, europe, GeographicBounds{.west = -16, .south = 60, .east = 48, .north = 84}},
+        {pole, pole, pole},
+        {fiji,
+         {.west = 170, .south = -15, .east = 178, .north = 0},
+         GeographicBounds{.west = 176, .south = -15, .east = 178, .north = -12}},
+        {fiji,
+         {.west = -179, .south = -15, .east = 0, .north = 0},
+         GeographicBounds{.west = -179, .south = -15, .east = -178, .north = -12}},
+        {europe, allButEurope, GeographicBounds{.west = 40, .south = 25, .east = 48, .north = 84}}, // not 6 degrees
+        {europe, fiji, std::nullopt},
+        {fiji, pole, std::nullopt},
+    };
+    for (const CommonCase& tested : cases)
+        for (const auto& common : {commonBounds(tested.left, tested.right), commonBounds(tested.right, tested.left)}) {
+            SCOPED_TRACE(tested.right.west);
+            ASSERT_EQ(common.has_value(), tested.common.has_value());
+            if (!common)
+                continue;
+            EXPECT_EQ(common->west, tested.common->west);
+            EXPECT_EQ(common->east, tested.common->east);
+            EXPECT_EQ(common->south, tested.common->south);
+            EXPECT_EQ(common->north, tested.common->north);
+        }
+}
+
+TEST(GeographicBoundsTest, Middle_MayLieBeyondTheAntimeridian)
+{
+    const auto middle = GeographicBounds{.west = 176, .south = -20, .east = -170, .north = -12}.middle();
+    EXPECT_EQ(middle.latitude, -16);
+    EXPECT_EQ(middle.longitude, -177);
+    const auto ofPole = GeographicBounds{.west = -180, .south = 60, .east = 180, .north = 90}.middle();
+    EXPECT_EQ(ofPole.latitude, 75);
+    EXPECT_EQ(ofPole.longitude, 0);
+    const auto ofPoint = GeographicBounds{.west = 2.35, .south = 48.85, .east = 2.35, .north = 48.85}.middle();
+    EXPECT_EQ(ofPoint.latitude, 48.85);
+    EXPECT_EQ(ofPoint.longitude, 2.35);
 }
 
 } // namespace

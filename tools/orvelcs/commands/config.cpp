@@ -8,10 +8,13 @@
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/error_document.h"
 #include "orvelcs/cli/input.h"
+#include "orvelcs/drawing/best_item.h"
+#include "orvelcs/drawing/candidate_description.h"
 #include "orvelcs/drawing/config_check.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/config_store.h"
 #include "orvelcs/drawing/config_text.h"
+#include "orvelcs/drawing/place_options.h"
 #include "orvelcs/drawing/settings_file.h"
 #include "orvelcs/drawing/user_stores_lock.h"
 
@@ -25,6 +28,8 @@ struct ConfigOptions {
     ConfigItemText item;
     std::string type;
     bool force = false;
+    bool best = false;
+    PlaceOptions place;
 };
 
 std::wstring readTextArgument(const std::string& file)
@@ -40,10 +45,13 @@ std::unique_ptr<LockFile> lockStore(const ConfigTarget& target, const Output& ou
     return target.isDrawing() ? nullptr : lockUserStores(output);
 }
 
-ExitStatus report(const ConfigTarget& target, const ConfigChange& change, const std::string& done, Output& output)
+/// `more` holds further members of the JSON.
+ExitStatus report(const ConfigTarget& target, const ConfigChange& change, const std::string& done, Output& output,
+                  const Json& more = Json::object())
 {
     if (output.json()) {
         Json json = {{"result", change.result}, {"events", eventsAsJson(change.events)}};
+        json.update(more);
         if (change.error)
             json["error"] = errorAsJson(output.command(), target.subject(), std::nullopt, *change.error);
         output.document(json);
@@ -148,18 +156,43 @@ ExitStatus runItems(const ConfigOptions& options, Output& output)
     return ExitStatus::done;
 }
 
+/// An item that is to be added, with further members of the JSON.
+struct GivenItem {
+    ConfigItemText item;
+    Json more = Json::object();
+};
+
+/// The item of --name and --type.
+GivenItem namedItem(const ConfigOptions& options)
+{
+    for (const auto& [option, value] : {std::pair("--name", &options.item.name), std::pair("--type", &options.type)})
+        if (value->empty())
+            throw wrongUsage(option, "is required without --best");
+    if (options.place.areGiven())
+        throw wrongUsage("--at, --bbox, --points, --area-of", "go with --best only");
+    if (options.type != "path" && options.type != "transformation")
+        throw wrongUsage("--type", fmt::format("expected path or transformation, found {}", options.type));
+    GivenItem given{options.item};
+    given.item.type = options.type == "path" ? 1 : 2;
+    static_cast<void>(makeElement(given.item)); // it throws
+    return given;
+}
+
+GivenItem bestGivenItem(const ConfigOptions& options, Output& output)
+{
+    if (!options.item.name.empty() || !options.type.empty())
+        throw wrongUsage("--best", "chooses the name and the type; leave out --name and --type");
+    const BestItem best = bestItem(options.item, readPlace(options.place, output), output);
+    return {best.item, {{"best", candidateAsJson(best.candidate)}}};
+}
+
 ExitStatus runAdd(const ConfigOptions& options, Output& output)
 {
     checkConfigTarget(options.target, true, output);
-    if (options.type != "path" && options.type != "transformation")
-        throw wrongUsage("--type", fmt::format("expected path or transformation, found {}", options.type));
-    ConfigItemText item = options.item;
-    item.type = options.type == "path" ? 1 : 2;
-    static_cast<void>(makeElement(item)); // it throws
     if (options.target.drawing == kStandardStream)
         throw wrongUsage("--drawing", "a drawing from standard input is read once; name a file");
-    if (!options.force)
-        item = checkedItem(item);
+    const auto [given, more] = options.best ? bestGivenItem(options, output) : namedItem(options);
+    const ConfigItemText item = options.force ? given : checkedItem(given);
     const std::wstring element = makeElement(item);
     const auto lock = lockStore(options.target, output);
     if (options.force)
@@ -170,7 +203,7 @@ ExitStatus runAdd(const ConfigOptions& options, Output& output)
             checkPairIsNew(parseItems(text), parseItems(element).front());
         return withElement(text, element);
     };
-    return report(options.target, writeConfig(options.target, edit, output), "item added", output);
+    return report(options.target, writeConfig(options.target, edit, output), "item added", output, more);
 }
 
 ExitStatus runRemove(const ConfigOptions& options, Output& output)
@@ -223,8 +256,10 @@ void addItemOptions(CLI::App& app, ConfigOptions& options)
 {
     addArgument(app, "--source CODE", options.item.source, "the source system")->required();
     addArgument(app, "--target CODE", options.item.target, "the target system")->required();
-    addArgument(app, "--name NAME", options.item.name, "the path or transformation")->required();
-    addArgument(app, "--type TYPE", options.type, "path or transformation")->required();
+    addArgument(app, "--name NAME", options.item.name, "the path or transformation");
+    addArgument(app, "--type TYPE", options.type, "path or transformation");
+    app.add_flag("--best", options.best, "add the best candidate of transformation compare that can be stored");
+    addPlaceOptions(app, options.place);
     addArgument(app, "--note TEXT", options.item.note, "any text");
     app.add_flag("--force", options.force, "store an item that the catalog contradicts, or a second one of a pair");
     addConfigTarget(app, options.target, false);
@@ -274,13 +309,19 @@ std::vector<Command> declareConfig(CLI::App& program)
                         addArgument(app, "TEXTFILE", options.textFile, "the text, UTF-8 (standard input)");
                     addConfigTarget(app, options.target, true);
                 }),
-        declare(*config,
-                {"add",
-                 "Add an item to a configuration",
-                 {"config add --source S --target T --name N --type TYPE [--note X] [--force] "
-                  "(--drawing FILE | --user)"},
-                 std::string("NAME is a name or a code of the catalog.\n") + kRefusals},
-                runAdd, kNotDone, addItemOptions),
+        declare(
+            *config,
+            {"add",
+             "Add an item to a configuration",
+             {"config add --source S --target T --name N --type TYPE [--note X] [--force] "
+              "(--drawing FILE | --user)",
+              std::string("config add --best --source S --target T [--note X] [--force] (--drawing FILE | --user)\n") +
+                  kPlaceUsage},
+             std::string("NAME is a name or a code of the catalog.\n") + kRefusals +
+                 "\n--best adds the first candidate of the ranking that the catalog has, that can be used here, and\n"
+                 "whose area of use does not lie outside of the place. Notes say what was skipped, and why.\n" +
+                 kPlaceHelp},
+            runAdd, kNotDone, addItemOptions),
         declare(*config,
                 {"remove",
                  "Remove the items of two systems from a configuration",

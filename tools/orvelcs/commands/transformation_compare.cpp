@@ -35,7 +35,7 @@ struct ShownComparison {
     std::string subject(const CompareOptions& options) const { return options.source + " to " + options.target; }
 };
 
-Json placeAsJson(const ComparedPlace& place)
+Json areasAsJson(const ComparedPlace& place)
 {
     Json areas = Json::array();
     for (const Embedded::GeographicBounds& part : place.parts)
@@ -53,7 +53,7 @@ Json asJson(const ShownComparison& shown)
     return {{"source", code(shown.pair.sourceCode)},
             {"target", code(shown.pair.targetCode)},
             {"commonArea", boundsAsJson(comparison.commonArea())},
-            {"place", placeAsJson(comparison.place())},
+            {"place", {{"areas", areasAsJson(comparison.place())}}},
             {"point", pointAsJson(comparison.point())},
             {"reference", comparison.reference() ? Json(comparison.reference()->number) : Json(nullptr)},
             {"candidates", std::move(candidates)}};
@@ -71,11 +71,13 @@ std::string distanceText(const Candidate& candidate)
     return candidate.distance ? fmt::format("{:.3f} m", *candidate.distance) : "-";
 }
 
-void printReason(const Candidate& candidate, Output& output)
+/// Prints what the lines of area and grids do not say.
+void printRemarks(const Candidate& candidate, Output& output)
 {
+    const bool lacksGrid = !std::ranges::all_of(candidate.operation.grids, &Embedded::OperationGrid::isInstalled);
     if (candidate.isUsable && !candidate.reason.empty())
-        printDetail(candidate.reason, output);
-    else if (!candidate.isUsable)
+        printDetail(oneLine(candidate.reason), output);
+    else if (!candidate.isUsable && !lacksGrid)
         printDetail("cannot be used: " + oneLine(candidate.reason), output);
     if (!candidate.hasCode())
         printDetail("not in the catalog, so no configuration can name it", output);
@@ -98,7 +100,7 @@ void print(const ShownComparison& shown, Output& output)
     for (std::size_t index = 0; index < lines.size(); ++index) {
         output.heading(lines[index]);
         printAreaAndGrids(shown.candidates[index].operation, output);
-        printReason(shown.candidates[index], output);
+        printRemarks(shown.candidates[index], output);
     }
 }
 
@@ -160,7 +162,14 @@ constexpr const char* kDetails =
     "Lists every transformation and path that the catalog has between the two, as transformation list does, and what\n"
     "PROJ composes itself, which has no code and which no configuration can name. Each has its accuracy, its area of\n"
     "use, its grids, and how many metres its result lies from that of the best one that can be used at the point: the\n"
-    "length of the geodesic on the ellipsoid of DST. Heights are left out.\n";
+    "length of the geodesic on the ellipsoid of DST. Heights are left out.\n"
+    "--json prints source, target, commonArea, place, point, reference and candidates. Points are [latitude, "
+    "longitude]\n"
+    "and areas [west, south, east, north]; reference is the number of the candidate from which distances are "
+    "measured.\n"
+    "A candidate has what transformation list prints and its number, covers (all, part, none; null where its area is "
+    "not\n"
+    "known), reason (why it cannot be used or gives no position), ballpark, storable and distance.\n";
 
 std::vector<Command> declareCompare(CLI::App& program)
 {
