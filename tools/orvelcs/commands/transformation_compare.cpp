@@ -8,11 +8,14 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/error_document.h"
+#include "orvelcs/cli/picture_file.h"
 #include "orvelcs/drawing/candidate_choice.h"
 #include "orvelcs/drawing/candidate_description.h"
+#include "orvelcs/drawing/comparison_picture.h"
 #include "orvelcs/drawing/config_item.h"
 #include "orvelcs/drawing/place_options.h"
 #include "orvelcs/drawing/transformation_comparison.h"
+#include "orvelcs/output/map/comparison_map.h"
 #include "orvelcs/output/operation_description.h"
 #include "orvelcs/output/table.h"
 
@@ -24,6 +27,7 @@ struct CompareOptions {
     std::string target;
     std::vector<std::string> between;
     PlaceOptions place;
+    PictureFile picture;
 };
 
 /// The comparison with the candidates that are to be shown.
@@ -141,20 +145,46 @@ void note(const ShownComparison& shown, const std::string& subject, Output& outp
                              "the best that can be used there is a ballpark one, which takes datums for equal");
 }
 
-ExitStatus run(const CompareOptions& options, Output& output)
+bool isCovered(const TransformationComparison& comparison)
 {
-    const ShownComparison shown = compare(options, output);
-    if (output.json())
-        output.document(asJson(shown));
-    else
-        print(shown, output);
-    note(shown, shown.subject(options), output);
-    const bool isCovered = std::ranges::any_of(shown.comparison.candidates(), [](const Candidate& candidate) {
+    return std::ranges::any_of(comparison.candidates(), [](const Candidate& candidate) {
         return !candidate.operation.isBallpark && candidate.coverage != Coverage::none;
     });
-    if (isCovered || shown.comparison.candidates().size() == 1)
+}
+
+/// Draws the two that --between names, or the best two.
+std::string drawPicture(const CompareOptions& options, ShownComparison& shown)
+{
+    PicturedPair pair = picturePair(shown.pair, shown.comparison);
+    const std::vector<Candidate> two = options.between.empty() ? bestTwo(shown.comparison) : shown.candidates;
+    return drawComparisonMap(pictureComparison(std::move(pair), shown.comparison, two[0], two[1]));
+}
+
+void printResult(const CompareOptions& options, const ShownComparison& shown, Output& output)
+{
+    if (output.json()) {
+        Json document = asJson(shown);
+        if (options.picture.isWanted())
+            document["output"] = options.picture.name;
+        output.document(document);
+    } else if (!options.picture.isStandardOutput()) {
+        print(shown, output);
+    }
+}
+
+ExitStatus run(const CompareOptions& options, Output& output)
+{
+    checkPictureFile(options.picture, output);
+    ShownComparison shown = compare(options, output);
+    const std::string subject = shown.subject(options);
+    const bool hasPlace = isCovered(shown.comparison) || shown.comparison.candidates().size() == 1;
+    if (options.picture.isWanted() && hasPlace)
+        writePicture(options.picture, drawPicture(options, shown), output);
+    printResult(options, shown, output);
+    note(shown, subject, output);
+    if (hasPlace)
         return ExitStatus::done;
-    output.error(shown.subject(options), "the place lies outside of the area of use of every candidate");
+    output.error(subject, "the place lies outside of the area of use of every candidate");
     return ExitStatus::nothingFound;
 }
 
@@ -187,6 +217,7 @@ std::vector<Command> declareCompare(CLI::App& program)
                  "compare these two only, by code, name or number in the list; distances are from A")
         ->expected(2);
     addPlaceOptions(*app, options->place);
+    addPictureOptions(*app, options->picture);
     return {{app, [options](Output& output) { return run(*options, output); }}};
 }
 

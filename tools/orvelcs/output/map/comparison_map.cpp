@@ -1,0 +1,120 @@
+#include "orvelcs/output/map/comparison_map.h"
+
+#include <cmath>
+
+#include <fmt/format.h>
+
+#include "embedded/spatial_reference/catalog/catalog.h"
+#include "orvelcs/output/map/comparison_layers.h"
+#include "orvelcs/output/map/comparison_legend.h"
+
+namespace Orvelcs {
+namespace {
+
+constexpr double kSheetWidth = 1000;
+constexpr double kSheetMargin = 32;
+constexpr double kNoteFontSize = 10;
+
+std::string comparisonTitle(const PicturedPair& pair)
+{
+    return pair.source + " to " + pair.target;
+}
+
+std::string shortName(const PicturedCandidate& candidate)
+{
+    return candidate.code.empty() ? candidate.name : candidate.code;
+}
+
+/// What a screen reader reads in place of the picture.
+std::string comparisonDescription(const PicturedComparison& comparison, const DistanceScale& scale)
+{
+    const auto describe = [](const PicturedCandidate& candidate) {
+        return fmt::format("{} {}, accuracy {}, area of use: {}", candidate.codeText(), candidate.name,
+                           candidate.accuracy, candidate.area.empty() ? "not known" : candidate.area);
+    };
+    return fmt::format("A map of how far apart two transformations put a point: {}. A: {}. B: {}. At {}: {}.",
+                       rangeText(comparison.grid, scale), describe(comparison.first), describe(comparison.second),
+                       pointText(comparison.pair.point),
+                       comparison.distanceAtPoint ? distanceInMetres(*comparison.distanceAtPoint) : "no distance");
+}
+
+ShownOnMap drawDistanceMap(SvgWriter& svg, const MapDrawing& map, const PicturedComparison& comparison,
+                           const DistanceScale& scale)
+{
+    ShownOnMap shown;
+    ComparisonLayers layers(map, svg);
+    map.drawSea(svg);
+    map.drawLand(svg);
+    layers.drawBands(comparison.grid, scale);
+    svg.open("g", {{"class", "over-graticule"}});
+    map.drawGraticule(svg);
+    svg.close();
+    layers.drawCoast();
+    layers.drawContours(comparison.grid, scale);
+    shown.firstArea = layers.drawArea(comparison.first, 'A');
+    shown.secondArea = layers.drawArea(comparison.second, 'B');
+    const auto& metres = comparison.distanceAtPoint;
+    shown.point = layers.drawPoint(comparison.pair.point, metres ? distanceInMetres(*metres) : "no distance");
+    layers.drawContourLabels(scale);
+    map.drawFrame(svg);
+    map.drawDegrees(svg);
+    return shown;
+}
+
+void drawNote(SvgWriter& svg, const std::string& text, const MapPoint& point, const char* anchor)
+{
+    svg.text(
+        "text",
+        {{"class", "muted"}, {"x", point.x}, {"y", point.y}, {"font-size", kNoteFontSize}, {"text-anchor", anchor}},
+        text);
+}
+
+void drawHeading(SvgWriter& svg, const PicturedComparison& comparison)
+{
+    constexpr double kTitleBaseline = 44;
+    constexpr double kTitleSize = 20;
+    constexpr double kSubtitleBaseline = 64;
+    constexpr double kSubtitleSize = 12;
+    svg.text("text", {{"class", "text bold"}, {"x", kSheetMargin}, {"y", kTitleBaseline}, {"font-size", kTitleSize}},
+             comparisonTitle(comparison.pair));
+    svg.text("text", {{"class", "muted"}, {"x", kSheetMargin}, {"y", kSubtitleBaseline}, {"font-size", kSubtitleSize}},
+             fmt::format("How far apart A, {}, and B, {}, put a point", shortName(comparison.first),
+                         shortName(comparison.second)));
+}
+
+} // namespace
+
+std::string drawComparisonMap(const PicturedComparison& comparison)
+{
+    constexpr double kLeft = 40; // of the map, for degrees
+    constexpr double kRight = 14;
+    constexpr double kTop = 84;
+    constexpr double kMostHeight = 720;
+    constexpr double kBelowMap = 40; // to the scale bar
+    constexpr double kAboveLegend = 26;
+    const double width = kSheetWidth - 2 * kSheetMargin;
+    const DistanceScale scale = makeDistanceScale(comparison.grid.metres);
+    const MapDrawing map(comparison.pair.extent, {kSheetMargin + kLeft, kTop, width - kLeft - kRight, kMostHeight});
+    const double notes = map.view().frame().bottom() + kBelowMap;
+    SvgWriter picture;
+    const ShownOnMap shown = drawDistanceMap(picture, map, comparison, scale);
+    SvgWriter legend;
+    const double legendTop = notes + kAboveLegend;
+    const double footer =
+        legendTop + drawComparisonLegend(legend, comparison, scale, shown, {kSheetMargin, legendTop, width, 0});
+
+    SvgWriter svg;
+    openSvg(svg, kSheetWidth, std::ceil(footer + kSheetMargin), comparisonTitle(comparison.pair),
+            comparisonDescription(comparison, scale), comparisonStyle());
+    svg.element("rect", {{"class", "page"}, {"width", "100%"}, {"height", "100%"}});
+    drawHeading(svg, comparison);
+    svg.append(picture);
+    map.drawScaleBar(svg, {map.view().frame().x, notes});
+    drawNote(svg, map.describe(), {map.view().frame().right(), notes}, "end");
+    svg.append(legend);
+    drawNote(svg, Embedded::projVersion() + ", " + Embedded::catalogVersion(), {kSheetMargin, footer}, "start");
+    svg.close();
+    return svg.result();
+}
+
+} // namespace Orvelcs
