@@ -26,6 +26,7 @@ demo: ## Install what is missing, build the programs and show them at work
 test: ## Install what is missing, then run every test with clang++ and sanitizers, and again with g++ optimised
 	@scripts/install-dependencies.sh test
 	@$(MAKE) check-asan
+	@scripts/browser-test-packages.sh build/browser
 	@$(MAKE) check-release
 
 windows: ## Install what is missing and cross-build the programs for Windows into build/windows/bin

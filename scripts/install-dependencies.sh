@@ -5,6 +5,9 @@ set -eu
 
 demo_packages='g++ cmake ninja-build make libproj-dev proj-data libsqlite3-dev libsqlitecpp-dev libxxhash-dev nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev libexpected-dev'
 test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq"
+# A browser and what drives it. Node.js from elsewhere brings its own npm, with which Debian's does not agree.
+test_packages="$test_packages chromium"
+command -v npm >/dev/null || test_packages="$test_packages nodejs npm"
 lint_packages="$test_packages clang-format clang-tidy"
 coverage_packages="$test_packages gcovr"
 valgrind_packages="$test_packages valgrind"

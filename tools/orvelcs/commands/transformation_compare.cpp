@@ -13,6 +13,7 @@
 #include "orvelcs/drawing/candidate_description.h"
 #include "orvelcs/drawing/comparison_picture.h"
 #include "orvelcs/drawing/config_item.h"
+#include "orvelcs/drawing/fitted_comparison_page.h"
 #include "orvelcs/drawing/place_options.h"
 #include "orvelcs/drawing/transformation_comparison.h"
 #include "orvelcs/output/map/comparison_map.h"
@@ -152,11 +153,13 @@ bool isCovered(const TransformationComparison& comparison)
     });
 }
 
-/// Draws the two that --between names, or the best two.
+/// Of the two that --between names, or of the best two.
 std::string drawPicture(const CompareOptions& options, ShownComparison& shown)
 {
     PicturedPair pair = picturePair(shown.pair, shown.comparison);
     const std::vector<Candidate> two = options.between.empty() ? bestTwo(shown.comparison) : shown.candidates;
+    if (options.picture.format() == PictureFormat::html)
+        return fitComparisonPage(pair, shown.comparison, pageCandidates(shown.comparison, two));
     return drawComparisonMap(pictureComparison(std::move(pair), shown.comparison, two[0], two[1]));
 }
 

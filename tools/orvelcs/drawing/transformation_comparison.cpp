@@ -193,15 +193,31 @@ void TransformationComparison::measureFrom(const Candidate& reference)
         candidates_[index].distance = std::isfinite(distances[index]) ? std::optional(distances[index]) : std::nullopt;
 }
 
+std::vector<Point> TransformationComparison::positions(const Candidate& candidate, std::span<const Point> points)
+{
+    auto positions = operations_->positions(candidate.index, points);
+    if (!positions)
+        throw Failure(positions.error().place, positions.error().message);
+    return *std::move(positions);
+}
+
 std::vector<double> TransformationComparison::distances(const Candidate& from, const Candidate& to,
                                                         std::span<const Point> points)
 {
-    const auto fromPositions = operations_->positions(from.index, points);
-    const auto toPositions = operations_->positions(to.index, points);
-    for (const auto* positions : {&fromPositions, &toPositions})
-        if (!*positions)
-            throw Failure(positions->error().place, positions->error().message);
-    return operations_->distances(*fromPositions, *toPositions);
+    return operations_->distances(positions(from, points), positions(to, points));
+}
+
+std::vector<std::vector<double>> TransformationComparison::distancesBetweenAll(std::span<const Candidate> candidates,
+                                                                               std::span<const Point> points)
+{
+    std::vector<std::vector<Point>> all;
+    for (const Candidate& candidate : candidates)
+        all.push_back(positions(candidate, points));
+    std::vector<std::vector<double>> distances;
+    for (std::size_t from = 0; from < all.size(); ++from)
+        for (std::size_t to = from + 1; to < all.size(); ++to)
+            distances.push_back(operations_->distances(all[from], all[to]));
+    return distances;
 }
 
 } // namespace Orvelcs

@@ -65,8 +65,13 @@ public:
     /// The distances between two usable candidates at many points; not a number where one of them gives no position.
     std::vector<double> distances(const Candidate& from, const Candidate& to,
                                   std::span<const Embedded::GeographicPoint> points);
+    /// The same between each two of several: the first and the second, the first and the third, and so on.
+    std::vector<std::vector<double>> distancesBetweenAll(std::span<const Candidate> candidates,
+                                                         std::span<const Embedded::GeographicPoint> points);
 
 private:
+    std::vector<Embedded::GeographicPoint> positions(const Candidate& candidate,
+                                                     std::span<const Embedded::GeographicPoint> points);
     void completePlace();
     void rank();
     void findReference();

@@ -23,7 +23,6 @@ constexpr const char* kComparisonRules = R"(.bold{font-weight:bold}
 .over-graticule .graticule{stroke:#fff;stroke-width:.6;stroke-opacity:.5}
 .contour{fill:none;stroke:#fff;stroke-width:.7;stroke-opacity:.75;stroke-linejoin:round}
 .value{fill:#14181c;stroke:#fff;stroke-width:3;stroke-linejoin:round;paint-order:stroke}
-.outline .fill{fill:none}
 .outline .edge{fill:none;stroke-linejoin:round}
 .outline.halo .edge{stroke:#fff;stroke-width:4.4;stroke-opacity:.85}
 .outline.A .edge{stroke:#c2123f;stroke-width:2.2}
@@ -49,6 +48,15 @@ double lengthOf(const PlaneLine& line)
 PageBox boxAround(const MapPoint& middle, double width, double height)
 {
     return {middle.x - width / 2, middle.y - height / 2, width, height};
+}
+
+void drawOutline(SvgWriter& svg, const std::vector<PlaneLine>& outline, std::string_view cssClass)
+{
+    if (outline.empty())
+        return;
+    svg.open("g", {{"class", fmt::format("outline {}", cssClass)}});
+    svg.element("path", {{"class", "edge"}, {"d", svgPath(outline, PathEnd::open)}});
+    svg.close();
 }
 
 } // namespace
@@ -172,20 +180,19 @@ void ComparisonLayers::drawContourLabel(const ContourLine& contour, const std::s
     }
 }
 
-bool ComparisonLayers::drawArea(const PicturedCandidate& candidate, char letter)
+ShownAreas ComparisonLayers::drawAreas(const PicturedCandidate& first, const PicturedCandidate& second)
 {
-    if (!candidate.bounds)
-        return false;
-    const std::vector<PlaneLine> outline = map_.view().outline(*candidate.bounds);
-    if (outline.empty())
-        return false;
-    for (const char* const cssClass : {"halo", letter == 'A' ? "A" : "B"}) {
-        svg_.open("g", {{"class", fmt::format("outline {}", cssClass)}});
-        svg_.element("path", {{"class", "edge"}, {"d", svgPath(outline, PathEnd::open)}});
-        svg_.close();
-    }
-    drawLetter(outline, letter);
-    return true;
+    const auto outlineOf = [&](const PicturedCandidate& candidate) {
+        return candidate.bounds ? map_.view().outline(*candidate.bounds) : std::vector<PlaneLine>();
+    };
+    const std::vector<PlaneLine> outlines[] = {outlineOf(first), outlineOf(second)};
+    for (const std::vector<PlaneLine>& outline : outlines)
+        drawOutline(svg_, outline, "halo");
+    drawOutline(svg_, outlines[0], "A");
+    drawOutline(svg_, outlines[1], "B");
+    drawLetter(outlines[0], 'A');
+    drawLetter(outlines[1], 'B');
+    return {!outlines[0].empty(), !outlines[1].empty()};
 }
 
 /// On the outline, as near to a corner of the map as there is room; A and B have corners of their own.

@@ -13,6 +13,12 @@ namespace Orvelcs {
 /// The rules of the classes that the layers and the legend use. Colours of data are the same in the dark.
 std::string comparisonStyle();
 
+/// Whether anything of the outlines is seen.
+struct ShownAreas {
+    bool first = false;
+    bool second = false;
+};
+
 /// Draws the layers and finds free places for their labels.
 class ComparisonLayers {
 public:
@@ -26,8 +32,8 @@ public:
     void drawContours(const DistanceGrid& grid, const DistanceScale& scale);
     /// The numbers of the contours, where they have room; after everything else that has labels.
     void drawContourLabels(const DistanceScale& scale);
-    /// The outline of a candidate's area. Returns false when nothing of it is seen.
-    bool drawArea(const PicturedCandidate& candidate, char letter);
+    /// The outlines of the areas of A and B.
+    ShownAreas drawAreas(const PicturedCandidate& first, const PicturedCandidate& second);
     /// Returns false when the point is not on the map.
     bool drawPoint(const Embedded::GeographicPoint& point, const std::string& label);
 

@@ -5,7 +5,6 @@
 
 #include <fmt/format.h>
 
-#include "orvelcs/output/map/comparison_layers.h"
 #include "orvelcs/output/svg_path.h"
 #include "orvelcs/output/text_width.h"
 
@@ -170,8 +169,8 @@ double drawComparisonLegend(SvgWriter& svg, const PicturedComparison& comparison
     svg.open("g", {{"class", "legend"}});
     double top = room.y + drawScale(svg, scale, room);
     const double width = (room.width - kLegendColumnGap) / 2;
-    const double first = drawCandidate(svg, comparison.first, 'A', shown.firstArea, {room.x, top, width, 0});
-    const double second = drawCandidate(svg, comparison.second, 'B', shown.secondArea,
+    const double first = drawCandidate(svg, comparison.first, 'A', shown.areas.first, {room.x, top, width, 0});
+    const double second = drawCandidate(svg, comparison.second, 'B', shown.areas.second,
                                         {room.x + width + kLegendColumnGap, top, width, 0});
     top += std::max(first, second);
     const double baseline = top + kLegendLine;

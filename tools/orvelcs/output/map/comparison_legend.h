@@ -1,6 +1,7 @@
 // The legend below a map of distances.
 #pragma once
 
+#include "orvelcs/output/map/comparison_layers.h"
 #include "orvelcs/output/map/distance_scale.h"
 #include "orvelcs/output/map/map_view.h"
 #include "orvelcs/output/map/pictured_comparison.h"
@@ -10,8 +11,7 @@ namespace Orvelcs {
 
 /// What of the comparison the map shows.
 struct ShownOnMap {
-    bool firstArea = false;
-    bool secondArea = false;
+    ShownAreas areas;
     bool point = false;
 };
 

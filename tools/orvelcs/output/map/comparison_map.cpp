@@ -45,14 +45,14 @@ ShownOnMap drawDistanceMap(SvgWriter& svg, const MapDrawing& map, const Pictured
     ComparisonLayers layers(map, svg);
     map.drawSea(svg);
     map.drawLand(svg);
+    map.drawGraticule(svg);
     layers.drawBands(comparison.grid, scale);
     svg.open("g", {{"class", "over-graticule"}});
     map.drawGraticule(svg);
     svg.close();
     layers.drawCoast();
     layers.drawContours(comparison.grid, scale);
-    shown.firstArea = layers.drawArea(comparison.first, 'A');
-    shown.secondArea = layers.drawArea(comparison.second, 'B');
+    shown.areas = layers.drawAreas(comparison.first, comparison.second);
     const auto& metres = comparison.distanceAtPoint;
     shown.point = layers.drawPoint(comparison.pair.point, metres ? distanceInMetres(*metres) : "no distance");
     layers.drawContourLabels(scale);
@@ -71,11 +71,11 @@ void drawNote(SvgWriter& svg, const std::string& text, const MapPoint& point, co
 
 void drawHeading(SvgWriter& svg, const PicturedComparison& comparison)
 {
-    constexpr double kTitleBaseline = 44;
+    constexpr double kHeadingBaseline = 44;
     constexpr double kTitleSize = 20;
     constexpr double kSubtitleBaseline = 64;
     constexpr double kSubtitleSize = 12;
-    svg.text("text", {{"class", "text bold"}, {"x", kSheetMargin}, {"y", kTitleBaseline}, {"font-size", kTitleSize}},
+    svg.text("text", {{"class", "text bold"}, {"x", kSheetMargin}, {"y", kHeadingBaseline}, {"font-size", kTitleSize}},
              comparisonTitle(comparison.pair));
     svg.text("text", {{"class", "muted"}, {"x", kSheetMargin}, {"y", kSubtitleBaseline}, {"font-size", kSubtitleSize}},
              fmt::format("How far apart A, {}, and B, {}, put a point", shortName(comparison.first),

@@ -18,11 +18,11 @@ constexpr Colour kCividis[] = {{0xFF, 0xEA, 0x46}, {0xE4, 0xCF, 0x5B}, {0xC4, 0x
 
 constexpr double kMillimetre = 0.001;
 
-/// The smallest of 1, 2 and 5 times a power of ten from the number up.
+/// The smallest of 1, 2, 2.5 and 5 times a power of ten from the number up.
 double roundedUp(double number)
 {
     const double power = std::pow(10, std::floor(std::log10(number)));
-    for (const double factor : {1, 2, 5})
+    for (const double factor : {1.0, 2.0, 2.5, 5.0})
         if (factor * power >= number * (1 - 1e-9))
             return factor * power;
     return 10 * power;
@@ -40,9 +40,10 @@ double endOfSteps(const std::vector<double>& sorted)
 
 void addSteps(DistanceScale& scale, double least, double end)
 {
-    constexpr double kBands = 8;
+    constexpr double kBands = 9;
     const double step = std::max(roundedUp((end - least) / kBands), kMillimetre);
-    scale.digits = std::max(0, static_cast<int>(-std::floor(std::log10(step) + 1e-9)));
+    while (scale.digits < 3 && std::abs(std::remainder(step * std::pow(10, scale.digits), 1)) > 1e-6)
+        ++scale.digits;
     for (double count = std::floor(least / step + 1e-9); scale.bounds.empty() || scale.bounds.back() < end; ++count)
         scale.bounds.push_back(count * step);
 }
