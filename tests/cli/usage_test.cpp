@@ -57,7 +57,7 @@ TEST_F(CommandLineUsage, Help_ListsTheCommandsInTheirOrder_AndTheExitStatuses)
         EXPECT_THAT(result.output, testing::HasSubstr("Exit status: 0 done, 1 failed"));
         EXPECT_THAT(listedCommands(result.output),
                     testing::ElementsAre("new", "assign", "clear", "show", "forms", "convert", "check", "dump",
-                                         "catalog", "encode", "decode", "codec", "config", "transformation",
+                                         "catalog", "encode", "decode", "codec", "map", "config", "transformation",
                                          "transform"));
     }
 }
@@ -144,7 +144,7 @@ TEST_F(CommandLineUsage, NoCommand_IsWrongUsage)
     expectWrongUsage(
         run(Arguments{}),
         "orvelcs: command line: COMMAND: is required; one of new, assign, clear, show, forms, convert, check, dump, "
-        "catalog, encode, decode, codec, config, transformation, transform");
+        "catalog, encode, decode, codec, map, config, transformation, transform");
 }
 
 TEST_F(CommandLineUsage, MisspeltCommand_IsRefusedWithTheNearest)
@@ -157,10 +157,9 @@ TEST_F(CommandLineUsage, MisspeltCommand_IsRefusedWithTheNearest)
 
 TEST_F(CommandLineUsage, UnknownCommand_IsRefusedWithTheListOfCommands)
 {
-    expectWrongUsage(
-        run({"refurbish"}),
-        "orvelcs: command line: refurbish: no such command; there are new, assign, "
-        "clear, show, forms, convert, check, dump, catalog, encode, decode, codec, config, transformation, transform");
+    expectWrongUsage(run({"refurbish"}), "orvelcs: command line: refurbish: no such command; there are new, assign, "
+                                         "clear, show, forms, convert, check, dump, catalog, encode, decode, codec, "
+                                         "map, config, transformation, transform");
 }
 
 TEST_F(CommandLineUsage, MisspeltOption_IsRefusedWithTheNearest)

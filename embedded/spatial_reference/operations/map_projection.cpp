@@ -29,6 +29,8 @@ void projectArray(PJ* projection, PJ_DIRECTION direction, std::span<MapPoint> po
 } // namespace
 
 struct MapProjection::Implementation {
+    explicit Implementation(ProjObject made) : projection(std::move(made)) {}
+
     ProjObject projection;
 };
 

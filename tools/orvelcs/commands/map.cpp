@@ -8,6 +8,7 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/input.h"
 #include "orvelcs/cli/output_file.h"
+#include "orvelcs/drawing/drawing_files.h"
 #include "orvelcs/drawing/mapped_systems.h"
 #include "orvelcs/drawing/system_argument.h"
 #include "orvelcs/output/map/systems_map.h"
@@ -18,18 +19,13 @@ namespace {
 constexpr std::size_t kMostSystems = 200;
 
 struct MapOptions {
-    std::vector<std::string> systems;
+    DrawingFiles systems; // on the command line as SYSTEM, and drawings in a list
     std::string output;
     bool force = false;
 };
 
-void checkMapOptions(const MapOptions& options, const Output& output)
+void checkOutputOption(const MapOptions& options, const Output& output)
 {
-    if (std::ranges::count_if(options.systems, namesStandardInput) > 1)
-        throw wrongUsage("SYSTEM", "standard input holds one system; @- stands twice");
-    if (options.systems.size() > kMostSystems)
-        throw wrongUsage("SYSTEM", fmt::format("expected at most {} systems on one map, found {}", kMostSystems,
-                                               options.systems.size()));
     if (options.output == kStandardStream) {
         if (output.json())
             throw wrongUsage("--output", "the picture itself goes to standard output, where --json has no place");
@@ -37,6 +33,26 @@ void checkMapOptions(const MapOptions& options, const Output& output)
     }
     if (!Embedded::toLowerAscii(options.output).ends_with(".svg"))
         throw wrongUsage("--output", "expected a name that ends with .svg, found " + options.output);
+}
+
+/// The systems on the command line, and those of the drawings in the list.
+std::vector<std::string> wantedSystems(DrawingFiles files)
+{
+    const std::size_t given = files.names.size();
+    if (given == 0 && !files.hasList())
+        throw wrongUsage("SYSTEM", "is required");
+    const bool listIsInput = files.hasList() && files.list == kStandardStream;
+    if (std::ranges::count_if(files.names, namesStandardInput) + (listIsInput ? 1 : 0) > 1)
+        throw wrongUsage("SYSTEM", "standard input is named twice, and can be read once");
+    readFileList(files);
+    for (std::size_t index = given; index < files.names.size(); ++index)
+        files.names[index].insert(0, "@");
+    if (files.names.size() > kMostSystems)
+        throw wrongUsage("SYSTEM", fmt::format("expected at most {} systems on one map, found {}", kMostSystems,
+                                               files.names.size()));
+    if (files.names.empty())
+        throw Failure(files.list, "names no drawing", ExitStatus::nothingFound);
+    return files.names;
 }
 
 Json asJson(const MappedSystem& system)
@@ -50,31 +66,37 @@ Json asJson(const MappedSystem& system)
         {"file", jsonValue(system.file)}};
 }
 
-void noteSystemsWithoutArea(const MapOptions& options, const std::vector<MappedSystem>& systems, Output& output)
+void noteSystemsWithoutArea(const std::vector<std::string>& names, const std::vector<MappedSystem>& systems,
+                            Output& output)
 {
     for (std::size_t index = 0; index < systems.size(); ++index)
         if (!systems[index].bounds)
-            output.note(options.systems[index], "has no area of use that could be drawn; it is in the list only");
+            output.note(names[index], "has no area of use that could be drawn; it is in the list only");
+}
+
+void writePicture(const MapOptions& options, const std::vector<MappedSystem>& systems, Output& output)
+{
+    const std::string picture = drawSystemsMap(systems);
+    if (options.output == kStandardStream)
+        return output.write(picture);
+    writeOutputFile(options.output, picture, options.force ? OverwritingFiles::allowed : OverwritingFiles::refused);
+    if (!output.json())
+        output.confirm(options.output,
+                       fmt::format("a map of {} {}", systems.size(), systems.size() == 1 ? "system" : "systems"));
 }
 
 ExitStatus runMap(const MapOptions& options, Output& output)
 {
-    checkMapOptions(options, output);
-    const std::vector<MappedSystem> systems = readMappedSystems(options.systems, output);
-    const std::string picture = drawSystemsMap(systems);
-    if (options.output == kStandardStream)
-        output.write(picture);
-    else
-        writeOutputFile(options.output, picture, options.force ? OverwritingFiles::allowed : OverwritingFiles::refused);
-    noteSystemsWithoutArea(options, systems, output);
+    checkOutputOption(options, output);
+    const std::vector<std::string> names = wantedSystems(options.systems);
+    const std::vector<MappedSystem> systems = readMappedSystems(names, output);
+    writePicture(options, systems, output);
+    noteSystemsWithoutArea(names, systems, output);
     if (output.json()) {
         Json list = Json::array();
         for (const MappedSystem& system : systems)
             list.push_back(asJson(system));
         output.document({{"output", options.output}, {"systems", std::move(list)}});
-    } else if (options.output != kStandardStream) {
-        output.confirm(options.output,
-                       systems.size() == 1 ? "a map of 1 system" : fmt::format("a map of {} systems", systems.size()));
     }
     return ExitStatus::done;
 }
@@ -83,16 +105,20 @@ std::vector<Command> declareMap(CLI::App& program)
 {
     auto options = std::make_shared<MapOptions>();
     CLI::App* app = addCommand(
-        program,
-        {"map",
-         "Draw where on Earth systems and drawings are",
-         {"map [OPTIONS] SYSTEM... -o NAME.svg"},
-         std::string(kSystemHelp) +
-             "\nThe map shows the areas of use of up to 200 systems, on the part of the world that holds them\n"
-             "all. Each area has a number, which the list below the map explains. Systems with equal areas share\n"
-             "a number, deprecated ones are marked, and one without an area of use is in the list only.\n"
-             "Exit status 3 if the catalog does not have a code, or a drawing has no system."});
-    addArguments(*app, "SYSTEM", options->systems, "the systems")->required();
+        program, {"map",
+                  "Draw where on Earth systems and drawings are",
+                  {"map [OPTIONS] SYSTEM... -o NAME.svg"},
+                  std::string(kSystemHelp) +
+                      "\nThe map shows the areas of use of up to 200 systems, on the part of the world that\n"
+                      "holds them all. Each area has a number, which the list below the map explains. Systems\n"
+                      "with equal areas share a number, and deprecated ones are marked. A system without an area\n"
+                      "of use, such as a definition of one's own, is in the list only, without a number.\n"
+                      "The projection follows the part of the world: Equal Earth for all of it, an equal-area\n"
+                      "azimuthal one for a pole or a continent, a cone for a country. The picture needs nothing\n"
+                      "else to be shown, suits light and dark surroundings, and has the same bytes each time.\n"
+                      "Exit status 3 if the catalog does not have a code, or a drawing has no system."});
+    addArguments(*app, "SYSTEM", options->systems.names, "the systems");
+    addFileListOptions(*app, options->systems);
     addArgument(*app, "-o,--output NAME.svg", options->output, "the picture to write; - is standard output")
         ->required();
     app->add_flag("--force", options->force, "overwrite a file that exists");

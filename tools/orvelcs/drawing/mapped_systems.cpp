@@ -3,11 +3,8 @@
 #include <algorithm>
 #include <map>
 
-#include <nlohmann/json.hpp>
-
 #include "embedded/base/text.h"
 #include "embedded/spatial_reference/catalog/catalog_areas.h"
-#include "embedded/spatial_reference/definitions/system_text.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/drawing/catalog_lookup.h"
@@ -16,7 +13,8 @@
 namespace Orvelcs {
 namespace {
 
-/// A system, and its entry where the catalog has it.
+/// A system, and its entry where the catalog has it. A definition of one's own has no area of use: it is stored
+/// without.
 struct ReadSystem {
     MappedSystem system;
     std::optional<Embedded::CatalogEntry> entry;
@@ -25,24 +23,6 @@ struct ReadSystem {
 std::string textOf(const std::optional<std::wstring>& text)
 {
     return oneLine(text.value_or(L""));
-}
-
-/// The area of use that a definition of one's own may name.
-void readOwnArea(const System& definition, MappedSystem& system)
-{
-    const auto text = Embedded::writeSystemText(definition, Embedded::SystemTextFormat::projjson);
-    const nlohmann::json json = text ? nlohmann::json::parse(*text, nullptr, false) : nlohmann::json();
-    if (!json.is_object())
-        return;
-    if (json.contains("area"))
-        system.areaName = oneLine(json["area"].get<std::string>());
-    if (json.contains("bbox")) {
-        const auto& box = json["bbox"];
-        system.bounds = {.west = box["west_longitude"],
-                         .south = box["south_latitude"],
-                         .east = box["east_longitude"],
-                         .north = box["north_latitude"]};
-    }
 }
 
 ReadSystem readFileSystem(const std::string& argument, const Output& output)
@@ -56,8 +36,6 @@ ReadSystem readFileSystem(const std::string& argument, const Output& output)
     read.system.name = textOf(description.name);
     if (!named.code.empty())
         read.entry = catalogEntry(named.code);
-    if (!read.entry)
-        readOwnArea(*named.definition, read.system);
     return read;
 }
 

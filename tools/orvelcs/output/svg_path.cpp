@@ -3,8 +3,6 @@
 #include <cmath>
 #include <cstdlib>
 
-#include <fmt/format.h>
-
 namespace Orvelcs {
 namespace {
 
@@ -22,11 +20,17 @@ Tenths inTenths(const MapPoint& point)
     return {static_cast<int>(std::lround(point.x * kParts)), static_cast<int>(std::lround(point.y * kParts))};
 }
 
+/// "-1.5", "2", "-.3".
 void append(std::string& path, int tenths)
 {
-    fmt::format_to(std::back_inserter(path), "{}{}", tenths < 0 ? "-" : "", std::abs(tenths) / kParts);
-    if (tenths % kParts != 0)
-        fmt::format_to(std::back_inserter(path), ".{}", std::abs(tenths) % kParts);
+    const int whole = std::abs(tenths) / kParts;
+    const int part = std::abs(tenths) % kParts;
+    if (tenths < 0)
+        path += '-';
+    if (whole != 0 || part == 0)
+        path += std::to_string(whole);
+    if (part != 0)
+        path.append(".").append(std::to_string(part));
 }
 
 void append(std::string& path, char command, const Tenths& tenths)

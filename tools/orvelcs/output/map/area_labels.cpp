@@ -10,30 +10,50 @@
 namespace Orvelcs {
 namespace {
 
-/// Points of the page all over what is seen of the area, those near its middle first.
-std::vector<MapPoint> pointsIn(const GeographicBounds& bounds, const MapView& view)
+constexpr double kTiny = 4; // in units of the page
+
+/// A point of the page for the middle of a number.
+struct NumberPoint {
+    MapPoint point;
+    int otherAreas = 0;  // in which it lies, too
+    double distance = 0; // from the middle of the area
+};
+
+int countOthers(const std::vector<MappedArea>& areas, const MappedArea& area, double latitude, double longitude)
+{
+    return static_cast<int>(std::ranges::count_if(areas, [&](const MappedArea& other) {
+        return other.number != area.number && containsPlace(other.bounds, latitude, longitude);
+    }));
+}
+
+/// Points of the page all over what is seen of the area: those in the fewest other areas first, then those near its
+/// middle.
+std::vector<MapPoint> pointsIn(const MappedArea& area, const std::vector<MappedArea>& areas, const MapView& view)
 {
     constexpr int kSteps = 24; // an even number, so that the middle is one of the points
-    std::vector<MapPoint> points;
+    const GeographicBounds& bounds = area.bounds;
+    std::vector<NumberPoint> points;
+    MapPoint sum;
     for (int row = 1; row < kSteps; ++row)
         for (int column = 1; column < kSteps; ++column) {
             const double latitude = bounds.south + (bounds.north - bounds.south) * row / kSteps;
             const double longitude = bounds.west + longitudinalSpan(bounds) * column / kSteps;
-            if (const auto point = view.at(latitude, longitude))
-                points.push_back(*point);
+            if (const auto point = view.at(latitude, longitude)) {
+                points.push_back({*point, countOthers(areas, area, latitude, longitude)});
+                sum = {sum.x + point->x, sum.y + point->y};
+            }
         }
     if (points.empty())
         return {view.frame().middle()};
-    const auto add = [](const MapPoint& sum, const MapPoint& point) {
-        return MapPoint{sum.x + point.x, sum.y + point.y};
-    };
-    const MapPoint sum = std::accumulate(points.begin(), points.end(), MapPoint{}, add);
     const auto count = static_cast<double>(points.size());
-    std::ranges::stable_sort(points, {}, [&](const MapPoint& point) {
-        // Rounded, so that the order does not depend on how a machine rounds.
-        return std::round(std::hypot(point.x - sum.x / count, point.y - sum.y / count));
-    });
-    return points;
+    for (NumberPoint& candidate : points) // rounded, so that the order does not depend on how a machine rounds
+        candidate.distance =
+            std::round(std::hypot(candidate.point.x - sum.x / count, candidate.point.y - sum.y / count));
+    std::ranges::stable_sort(
+        points, {}, [](const NumberPoint& candidate) { return std::pair(candidate.otherAreas, candidate.distance); });
+    std::vector<MapPoint> sorted;
+    std::ranges::transform(points, std::back_inserter(sorted), &NumberPoint::point);
+    return sorted;
 }
 
 double sizeOf(const PlaneRectangle& bounds)
@@ -59,20 +79,24 @@ PageBox numberBox(int number, double fontSize)
 }
 
 std::vector<AreaLabel> labelAreas(const std::vector<MappedArea>& areas, const MapView& view,
-                                  const std::vector<PageBox>& obstacles)
+                                  std::vector<PageBox> obstacles)
 {
-    constexpr double kTiny = 4;
     const double fontSize = numberFontSize(areas.size());
     std::vector<AreaLabel> labels(areas.size());
-    std::vector<WantedLabel> wanted(areas.size());
-    std::vector<double> sizes(areas.size());
+    std::vector<WantedLabel> wanted;
+    std::vector<double> sizes;
     for (std::size_t index = 0; index < areas.size(); ++index) {
+        const std::vector<MapPoint> points = pointsIn(areas[index], areas, view);
+        const PlaneRectangle seen = boundsOf(points);
         const PageBox box = numberBox(areas[index].number, fontSize);
-        wanted[index] = {pointsIn(areas[index].bounds, view), box.width, box.height};
-        labels[index].anchor = wanted[index].points.front();
-        const PlaneRectangle seen = boundsOf(wanted[index].points);
+        labels[index].anchor = points.front();
         labels[index].isTiny = seen.width() < kTiny && seen.height() < kTiny;
-        sizes[index] = std::round(sizeOf(seen));
+        // The number would hide an area that is smaller, and so do those of others.
+        const bool isHidden = seen.width() < box.width && seen.height() < box.height;
+        if (isHidden)
+            obstacles.push_back({points.front().x - kTiny / 2, points.front().y - kTiny / 2, kTiny, kTiny});
+        wanted.push_back({points.front(), isHidden ? std::vector<MapPoint>() : points, box.width, box.height});
+        sizes.push_back(std::round(sizeOf(seen)));
     }
     // A small area has fewer places for its number.
     std::vector<std::size_t> order(areas.size());
@@ -80,8 +104,8 @@ std::vector<AreaLabel> labelAreas(const std::vector<MappedArea>& areas, const Ma
     std::ranges::stable_sort(order, {}, [&](std::size_t index) { return sizes[index]; });
     std::vector<WantedLabel> ordered;
     for (const std::size_t index : order)
-        ordered.push_back(wanted[index]);
-    const std::vector<PlacedLabel> placed = placeLabels(ordered, view.frame(), obstacles);
+        ordered.push_back(std::move(wanted[index]));
+    const std::vector<PlacedLabel> placed = placeLabels(ordered, view.frame(), std::move(obstacles));
     for (std::size_t index = 0; index < order.size(); ++index)
         labels[order[index]].label = placed[index];
     return labels;

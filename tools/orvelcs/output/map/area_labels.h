@@ -21,6 +21,6 @@ struct AreaLabel {
 
 /// Places a number for each area, in their order.
 std::vector<AreaLabel> labelAreas(const std::vector<MappedArea>& areas, const MapView& view,
-                                  const std::vector<PageBox>& obstacles);
+                                  std::vector<PageBox> obstacles);
 
 } // namespace Orvelcs

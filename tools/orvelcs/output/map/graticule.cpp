@@ -119,8 +119,9 @@ private:
     std::pair<double, double> meridianEnds(double longitude, double parallelStep) const
     {
         constexpr double kQuarter = 90;
+        constexpr double kWidestGap = 10; // around the pole
         const bool isWhole = view_.projection().showsWorld || std::abs(std::remainder(longitude, kQuarter)) < 1e-9;
-        const double limit = isWhole ? kPole : kPole - parallelStep;
+        const double limit = isWhole ? kPole : kPole - std::min(parallelStep, kWidestGap);
         return {std::max(window_.bottom, -limit), std::min(window_.top, limit)};
     }
 

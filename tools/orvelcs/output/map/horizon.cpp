@@ -24,6 +24,14 @@ void Horizon::appendArc(double from, double to, PlaneLine& ring) const
         ring.push_back(placeAt(centre_, from + turn * step / (steps + 1), angle_));
 }
 
+PlaneLine Horizon::circle() const
+{
+    PlaneLine ring;
+    for (double azimuth = -kHalfCircle; azimuth < kHalfCircle; ++azimuth)
+        ring.push_back(placeAt(centre_, azimuth, angle_));
+    return ring;
+}
+
 PlaneLine Horizon::moveOnto(const PlaneLine& ring) const
 {
     PlaneLine moved;

@@ -17,6 +17,8 @@ public:
     /// The ring with what lies past the horizon moved onto it, in the same direction from the centre. That fills what
     /// the ring fills in front of the horizon, unless the place opposite to the centre lies inside the ring.
     PlaneLine moveOnto(const PlaneLine& ring) const;
+    /// All of the horizon, as a ring.
+    PlaneLine circle() const;
     /// The parts of the line in front of the horizon.
     std::vector<PlaneLine> cut(const PlaneLine& line) const;
 

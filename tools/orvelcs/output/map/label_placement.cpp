@@ -26,7 +26,7 @@ public:
         for (const MapPoint& point : label.points)
             if (isFree(boxAround(point, label)))
                 return take(boxAround(point, label), false);
-        const auto beside = freeBoxAround(label.points.front(), label);
+        const auto beside = freeBoxAround(label.anchor, label);
         if (!beside)
             throw Failure("map", "has no room for so many numbers; give fewer systems");
         return take(*beside, true);

@@ -7,17 +7,17 @@
 
 namespace Orvelcs {
 
-/// A label that is wanted. The points are its possible middles, the best first: where the label says what it is about
-/// without a line that leads there.
+/// A label that is wanted.
 struct WantedLabel {
-    std::vector<MapPoint> points;
+    MapPoint anchor;              // what it is about
+    std::vector<MapPoint> points; // where its middle may be without a line that leads to the anchor, the best first
     double width = 0;
     double height = 0;
 };
 
 struct PlacedLabel {
     PageBox box;
-    bool needsLeader = false; // from the first of its points, near which there was no room
+    bool needsLeader = false; // it lies beside its anchor, on none of its points
 };
 
 /// Places the labels in the order given, inside the frame and away from the obstacles and from each other. Throws

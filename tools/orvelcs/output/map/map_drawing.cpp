@@ -105,13 +105,7 @@ void MapDrawing::drawDegrees(SvgWriter& svg) const
 
 void MapDrawing::drawFrame(SvgWriter& svg) const
 {
-    const PageBox& frame = view_.frame();
-    if (view_.projection().showsWorld || view_.showsDisc())
-        svg.element("path", {{"class", "frame"}, {"d", svgPath(view_.disc(), PathEnd::closed)}});
-    else
-        svg.element(
-            "rect",
-            {{"class", "frame"}, {"x", frame.x}, {"y", frame.y}, {"width", frame.width}, {"height", frame.height}});
+    svg.element("path", {{"class", "frame"}, {"d", svgPath({view_.edge()}, PathEnd::closed)}});
 }
 
 void MapDrawing::drawBox(SvgWriter& svg, const GeographicBounds& bounds, std::string_view cssClass) const

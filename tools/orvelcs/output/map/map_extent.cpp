@@ -39,6 +39,14 @@ double longitudinalSpan(const GeographicBounds& bounds)
     return std::min(span < 0 ? span + kCircle : span, kCircle);
 }
 
+bool containsPlace(const GeographicBounds& bounds, double latitude, double longitude)
+{
+    if (latitude < bounds.south || latitude > bounds.north)
+        return false;
+    const double eastward = std::fmod(longitude - bounds.west, kCircle);
+    return (eastward < 0 ? eastward + kCircle : eastward) <= longitudinalSpan(bounds);
+}
+
 MapPoint middleOf(const GeographicBounds& bounds)
 {
     return {wrapLongitude(bounds.west + longitudinalSpan(bounds) / 2, 0), (bounds.south + bounds.north) / 2};

@@ -16,6 +16,9 @@ inline constexpr GeographicBounds kWholeEarth{.west = -180, .south = -90, .east 
 /// How many degrees of longitude the area takes, from 0 to 360.
 double longitudinalSpan(const GeographicBounds& bounds);
 
+/// Returns whether the place lies in the area. The longitude may be beyond 180 degrees.
+bool containsPlace(const GeographicBounds& bounds, double latitude, double longitude);
+
 /// The middle of the area, as a longitude from -180 to 180 and a latitude.
 MapPoint middleOf(const GeographicBounds& bounds);
 

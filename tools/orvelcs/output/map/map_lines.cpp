@@ -162,6 +162,20 @@ std::vector<PlaneLine> MapView::outline(const GeographicBounds& bounds) const
     return seen;
 }
 
+PlaneLine MapView::edge() const
+{
+    if (choice_.showsWorld)
+        return disc().front();
+    if (!showsDisc_)
+        return {{frame_.x, frame_.y},
+                {frame_.right(), frame_.y},
+                {frame_.right(), frame_.bottom()},
+                {frame_.x, frame_.bottom()}};
+    PlaneLine circle = horizon_->circle();
+    toPage(circle);
+    return circle;
+}
+
 std::vector<PlaneLine> MapView::disc() const
 {
     return areas({{window_.left, window_.bottom},

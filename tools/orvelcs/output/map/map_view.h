@@ -53,8 +53,10 @@ public:
     std::vector<PlaneLine> outline(const GeographicBounds& bounds) const;
     /// Returns whether the map is a disc of the Earth within its frame.
     bool showsDisc() const { return showsDisc_; }
-    /// All of the Earth that the map can show.
+    /// All of the Earth that the map can show, as an area.
     std::vector<PlaneLine> disc() const;
+    /// The edge of the map, which is closed: of the Earth where the map shows its outline, else of the frame.
+    PlaneLine edge() const;
 
     /// How many metres a unit of the page is at a point of the frame, horizontally; nothing outside of the map.
     std::optional<double> metresInAUnitAt(const MapPoint& point) const;

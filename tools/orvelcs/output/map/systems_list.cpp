@@ -47,7 +47,7 @@ void addSystem(Entry& entry, const MappedSystem& system, double width)
     if (system.deprecated)
         text += " (deprecated)";
     bool isFirst = true;
-    for (const std::string& line : wrapBold(text, width, kMostLines)) {
+    for (const std::string& line : wrapText(text, kListFontSize, width, kMostLines)) {
         const bool hasCode = isFirst && !code.empty() && line.starts_with(code);
         entry.lines.push_back(hasCode ? EntryLine{code, line.substr(code.size()), false} : EntryLine{"", line, false});
         isFirst = false;
