@@ -17,7 +17,7 @@ TEST_F(TransformationCompare, EachCandidate_HasTheFieldsOfTheListAndThoseOfTheCo
     EXPECT_EQ(comparison["source"], "EPSG:4230");
     EXPECT_EQ(comparison["target"], "EPSG:4326");
     EXPECT_EQ(comparison["point"], Json({46, 2}));
-    EXPECT_EQ(comparison["place"]["areas"], Json::array({{2, 46, 2, 46}}));
+    EXPECT_EQ(comparison["place"], Json({{"area", nullptr}, {"points", 1}}));
     EXPECT_EQ(comparison["reference"], 1);
     Json ofFrance = candidate(comparison, "EPSG:1275");
     ASSERT_FALSE(ofFrance.is_null());
@@ -104,6 +104,7 @@ TEST_F(TransformationCompare, CandidateThatLacksAGrid_StandsAboveWithWhatBringsI
     EXPECT_EQ(lacking["distance"], Json(nullptr));
     EXPECT_EQ(lacking["grids"][0]["name"], kGrid);
     EXPECT_EQ(lacking["grids"][0]["available"], false);
+    EXPECT_EQ(lacking["grids"][0]["file"], Json(nullptr));
     const std::string url = lacking["grids"][0]["url"];
     EXPECT_THAT(url, EndsWith(std::string("/") + kGrid));
     EXPECT_EQ(lacking["reason"],
@@ -120,6 +121,9 @@ TEST_F(TransformationCompare, InstalledGrid_GivesTheDistanceThatItShifts)
     givenGrid("data");
     const Json comparison = compareForJson("EPSG:4267", "EPSG:4269", {"--at", "40,-100"});
     EXPECT_EQ(comparison["reference"], 1);
+    const Json grid = candidate(comparison, "EPSG:1241")["grids"][0];
+    EXPECT_EQ(grid["available"], true);
+    EXPECT_EQ(std::filesystem::path(grid["file"].get<std::string>()).filename(), kGrid);
     EXPECT_EQ(candidate(comparison, "EPSG:1241")["distance"], 0);
     for (const Json& candidate : comparison["candidates"]) {
         if (candidate["ballpark"]) { // 0.001 degrees to the north and 0.002 to the east, on GRS 1980
@@ -176,9 +180,9 @@ TEST_F(TransformationCompare, Between_ChoosesTwoByCodeNameOrNumber)
 
 TEST_F(TransformationCompare, PointsAsThePlace_CountEachOfThem)
 {
-    given("points.txt", "\xEF\xBB\xBF# two towns\n48.85 2.35\r\n\n  43.6\t1.44  \n");
+    given("points.txt", "\xEF\xBB\xBF# two towns\n48.85 2.35\r\n\n  43.6\t1.44  # the second\n");
     const Json covered = compareForJson("EPSG:4230", "EPSG:4326", {"--points", "points.txt"});
-    EXPECT_EQ(covered["place"]["areas"], Json::array({{2.35, 48.85, 2.35, 48.85}, {1.44, 43.6, 1.44, 43.6}}));
+    EXPECT_EQ(covered["place"], Json({{"area", nullptr}, {"points", 2}}));
     EXPECT_EQ(candidate(covered, "EPSG:1275")["covers"], "all");
     EXPECT_EQ(candidate(covered, "EPSG:1784")["covers"], "none"); // Türkiye
     given("points.txt", "48.85 2.35\n39 33\n");
@@ -192,7 +196,7 @@ TEST_F(TransformationCompare, PointsAsThePlace_CountEachOfThem)
 TEST_F(TransformationCompare, AreaOfASystemAsThePlace_IsThatOfACodeOrADrawing)
 {
     const Json byCode = compareForJson("EPSG:4230", "EPSG:4326", {"--area-of", "EPSG:2154"});
-    EXPECT_EQ(byCode["place"]["areas"], Json::array({{-9.86, 41.15, 10.38, 51.56}}));
+    EXPECT_EQ(byCode["place"], Json({{"area", {-9.86, 41.15, 10.38, 51.56}}, {"points", nullptr}}));
     EXPECT_EQ(byCode["candidates"][0]["code"], "EPSG:1275");
     givenDrawingWith("plan.qedb", "EPSG:2154");
     EXPECT_EQ(compareForJson("EPSG:4230", "EPSG:4326", {"--area-of", "@plan.qedb"}), byCode);

@@ -24,6 +24,7 @@ struct OperationGrid {
     bool isInstalled = false;
     std::wstring url;     // empty where none is known
     std::wstring package; // of PROJ's, that has it; empty where none is known
+    std::wstring file;    // under which it is installed, often with an older name; empty where it is not
 };
 
 /// A transformation or path of the catalog, as it is used between two systems.

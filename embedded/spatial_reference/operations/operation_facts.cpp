@@ -21,17 +21,18 @@ ProjObject catalogOperationWithin(const PJ* operation)
 
 std::vector<OperationGrid> usedGrids(const PJ* operation)
 {
+    const auto text = [](const char* utf8) { return wideFromUtf8(utf8 ? utf8 : ""); };
     std::vector<OperationGrid> grids;
     const int count = proj_coordoperation_get_grid_used_count(projContext(), operation);
     for (int index = 0; index < count; ++index) {
         const char* name = nullptr;
+        const char* file = nullptr;
         const char* package = nullptr;
         const char* url = nullptr;
         int isInstalled = 0;
-        if (proj_coordoperation_get_grid_used(projContext(), operation, index, &name, nullptr, &package, &url, nullptr,
+        if (proj_coordoperation_get_grid_used(projContext(), operation, index, &name, &file, &package, &url, nullptr,
                                               nullptr, &isInstalled))
-            grids.push_back({wideFromUtf8(name ? name : ""), isInstalled != 0, wideFromUtf8(url ? url : ""),
-                             wideFromUtf8(package ? package : "")});
+            grids.push_back({text(name), isInstalled != 0, text(url), text(package), text(file)});
     }
     return grids;
 }

@@ -315,7 +315,7 @@ std::vector<Command> declareConfig(CLI::App& program)
              "Add an item to a configuration",
              {"config add --source S --target T --name N --type TYPE [--note X] [--force] "
               "(--drawing FILE | --user)",
-              std::string("config add --best --source S --target T [--note X] [--force] (--drawing FILE | --user)\n") +
+              std::string("config add --best --source S --target T [--note X] [--force] (--drawing FILE | --user) ") +
                   kPlaceUsage},
              std::string("NAME is a name or a code of the catalog.\n") + kRefusals +
                  "\n--best adds the first candidate of the ranking that the catalog has, that can be used here, and\n"

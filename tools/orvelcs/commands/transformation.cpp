@@ -146,10 +146,11 @@ ExitStatus runList(const TransformationOptions& options, Output& output)
 std::vector<Command> declareTransformation(CLI::App& program)
 {
     auto options = std::make_shared<TransformationOptions>();
-    CLI::App* app = addCommand(program, {"transformation",
-                                         "Print the transformation that is configured between two systems",
-                                         {"transformation [OPTIONS] SRC DST", "transformation list SRC DST"},
-                                         std::string(kSystemHelp) + "\nExit status 3 if none is configured."});
+    CLI::App* app = addCommand(
+        program, {"transformation",
+                  "Print the transformation that is configured between two systems",
+                  {"transformation [OPTIONS] SRC DST", "transformation list SRC DST", "transformation compare SRC DST"},
+                  std::string(kSystemHelp) + "\nExit status 3 if none is configured."});
     addArgument(*app, "SRC", options->source, "the SYSTEM to transform from");
     addArgument(*app, "DST", options->target, "the SYSTEM to transform to");
     options->drawingOption =

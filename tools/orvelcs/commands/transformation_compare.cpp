@@ -40,12 +40,13 @@ struct ShownComparison {
     std::string subject(const CompareOptions& options) const { return options.source + " to " + options.target; }
 };
 
-Json areasAsJson(const ComparedPlace& place)
+/// Either the area or the number of points.
+Json placeAsJson(const ComparedPlace& place)
 {
-    Json areas = Json::array();
-    for (const Embedded::GeographicBounds& part : place.parts)
-        areas.push_back(boundsAsJson(part));
-    return areas;
+    const Embedded::GeographicBounds& first = place.parts.front();
+    const bool isPoint = first.west == first.east && first.south == first.north;
+    return {{"area", isPoint ? Json(nullptr) : boundsAsJson(first)},
+            {"points", isPoint ? Json(place.parts.size()) : Json(nullptr)}};
 }
 
 Json asJson(const ShownComparison& shown)
@@ -58,7 +59,7 @@ Json asJson(const ShownComparison& shown)
     return {{"source", code(shown.pair.sourceCode)},
             {"target", code(shown.pair.targetCode)},
             {"commonArea", boundsAsJson(comparison.commonArea())},
-            {"place", {{"areas", areasAsJson(comparison.place())}}},
+            {"place", placeAsJson(comparison.place())},
             {"point", pointAsJson(comparison.point())},
             {"reference", comparison.reference() ? Json(comparison.reference()->number) : Json(nullptr)},
             {"candidates", std::move(candidates)}};
@@ -211,7 +212,7 @@ std::vector<Command> declareCompare(CLI::App& program)
         *program.get_subcommand("transformation"),
         {"compare",
          "Compare the transformations and paths between two systems at a place, best first",
-         {"transformation compare SRC DST [--between A B]\n" + std::string(kPlaceUsage)},
+         {"transformation compare SRC DST [--between A B] " + std::string(kPlaceUsage)},
          kDetails + std::string(kPlaceHelp) + "\n" + kSystemHelp +
              "\nExit status 3 if there is no candidate, and if the place lies outside of the areas of all."});
     addArgument(*app, "SRC", options->source, "the SYSTEM to transform from")->required();

@@ -82,7 +82,7 @@ PicturedCandidate pictureCandidate(const Candidate& candidate)
     return {.number = candidate.number,
             .code = oneLine(operation.code),
             .name = oneLine(operation.name),
-            .accuracy = accuracyText(operation),
+            .accuracy = operation.accuracyInMetres ? accuracyText(operation) : "unknown",
             .area = oneLine(operation.areaOfUse),
             .bounds = operation.bounds};
 }
@@ -96,8 +96,11 @@ PicturedComparison pictureComparison(PicturedPair pair, TransformationComparison
                                 .distanceAtPoint = std::nullopt,
                                 .grid = {.nodes = {}, .metres = {}}};
     pictured.grid.nodes = makeNodeGrid(pictured.pair.extent, kMostNodes);
-    pictured.grid.metres = comparison.distances(first, second, pictured.grid.nodes.points());
-    const double atPoint = comparison.distances(first, second, std::span(&comparison.point(), 1)).front();
+    const auto distances = [&](std::span<const Embedded::GeographicPoint> points) {
+        return comparison.distances(comparison.positions(first, points), comparison.positions(second, points));
+    };
+    pictured.grid.metres = distances(pictured.grid.nodes.points());
+    const double atPoint = distances(std::span(&comparison.point(), 1)).front();
     if (std::isfinite(atPoint))
         pictured.distanceAtPoint = atPoint;
     return pictured;

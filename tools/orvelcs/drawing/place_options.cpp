@@ -1,5 +1,6 @@
 #include "orvelcs/drawing/place_options.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <string_view>
@@ -48,7 +49,7 @@ std::vector<Bounds> readPlaces(const std::string& file)
     std::size_t number = 0;
     for (std::string_view rest = text; !rest.empty();) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());
-        const std::string_view line = rest.substr(0, end);
+        const std::string_view line = rest.substr(0, std::min(end, rest.find('#')));
         rest.remove_prefix(std::min(end + 1, rest.size()));
         ++number;
         if (!isBlankOrComment(line))

@@ -201,23 +201,9 @@ std::vector<Point> TransformationComparison::positions(const Candidate& candidat
     return *std::move(positions);
 }
 
-std::vector<double> TransformationComparison::distances(const Candidate& from, const Candidate& to,
-                                                        std::span<const Point> points)
+std::vector<double> TransformationComparison::distances(std::span<const Point> from, std::span<const Point> to) const
 {
-    return operations_->distances(positions(from, points), positions(to, points));
-}
-
-std::vector<std::vector<double>> TransformationComparison::distancesBetweenAll(std::span<const Candidate> candidates,
-                                                                               std::span<const Point> points)
-{
-    std::vector<std::vector<Point>> all;
-    for (const Candidate& candidate : candidates)
-        all.push_back(positions(candidate, points));
-    std::vector<std::vector<double>> distances;
-    for (std::size_t from = 0; from < all.size(); ++from)
-        for (std::size_t to = from + 1; to < all.size(); ++to)
-            distances.push_back(operations_->distances(all[from], all[to]));
-    return distances;
+    return operations_->distances(from, to);
 }
 
 } // namespace Orvelcs

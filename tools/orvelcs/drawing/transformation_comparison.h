@@ -62,16 +62,15 @@ public:
     const Embedded::GeographicPoint& point() const { return *place_.at; }
     bool leavesHeightsOut() const { return operations_->leavesHeightsOut(); }
 
-    /// The distances between two usable candidates at many points; not a number where one of them gives no position.
-    std::vector<double> distances(const Candidate& from, const Candidate& to,
-                                  std::span<const Embedded::GeographicPoint> points);
-    /// The same between each two of several: the first and the second, the first and the third, and so on.
-    std::vector<std::vector<double>> distancesBetweenAll(std::span<const Candidate> candidates,
-                                                         std::span<const Embedded::GeographicPoint> points);
-
-private:
+    /// Where a candidate puts the points, on the datum of the target; not a number where it gives no position. Throws
+    /// Failure for a candidate that cannot be used.
     std::vector<Embedded::GeographicPoint> positions(const Candidate& candidate,
                                                      std::span<const Embedded::GeographicPoint> points);
+    /// The distances between such positions, one by one; not a number where one of the two is not.
+    std::vector<double> distances(std::span<const Embedded::GeographicPoint> from,
+                                  std::span<const Embedded::GeographicPoint> to) const;
+
+private:
     void completePlace();
     void rank();
     void findReference();

@@ -19,9 +19,19 @@ Json gridsAsJson(const Embedded::CatalogOperation& operation)
     for (const Embedded::OperationGrid& grid : operation.grids)
         grids.push_back({{"name", Embedded::utf8FromWide(grid.name)},
                          {"available", grid.isInstalled},
+                         {"file", nullIfEmpty(grid.file)},
                          {"package", nullIfEmpty(grid.package)},
                          {"url", nullIfEmpty(grid.url)}});
     return grids;
+}
+
+std::string gridText(const Embedded::OperationGrid& grid)
+{
+    const std::string name = "grid " + oneLine(grid.name);
+    if (grid.isInstalled)
+        return name + ": installed" + (grid.file.empty() ? "" : " as " + oneLine(grid.file));
+    return name + ": not installed" + (grid.package.empty() ? "" : ", in " + oneLine(grid.package)) +
+           (grid.url.empty() ? "" : ", " + oneLine(grid.url));
 }
 
 } // namespace
@@ -56,10 +66,7 @@ void printAreaAndGrids(const Embedded::CatalogOperation& operation, Output& outp
     if (!operation.areaOfUse.empty())
         printDetail(oneLine(operation.areaOfUse), output);
     for (const Embedded::OperationGrid& grid : operation.grids)
-        printDetail(fmt::format("grid {}: {}{}{}", oneLine(grid.name), grid.isInstalled ? "installed" : "not installed",
-                                grid.isInstalled || grid.package.empty() ? "" : ", in " + oneLine(grid.package),
-                                grid.isInstalled || grid.url.empty() ? "" : ", " + oneLine(grid.url)),
-                    output);
+        printDetail(gridText(grid), output);
 }
 
 void printDetail(const std::string& text, Output& output)
