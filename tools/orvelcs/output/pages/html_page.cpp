@@ -14,8 +14,8 @@ std::string scriptSource(const PageAsset& script)
     constexpr int kHexadecimal = 16;
     std::string digest;
     for (std::size_t index = 0; index < script.sha256.size(); index += kDigitsOfAByte)
-        digest +=
-            static_cast<char>(std::stoi(std::string(script.sha256.substr(index, kDigitsOfAByte)), nullptr, kHexadecimal));
+        digest += static_cast<char>(
+            std::stoi(std::string(script.sha256.substr(index, kDigitsOfAByte)), nullptr, kHexadecimal));
     return "'sha256-" + encodeBase64(digest) + "'";
 }
 
