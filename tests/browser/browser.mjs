@@ -36,9 +36,20 @@ export async function stop() {
     rmSync(folder, {recursive: true, force: true});
 }
 
+/// Calls the function with the page in every size of the window, in light and in dark.
+export async function inEveryWindow(page, check) {
+    for (const colorScheme of ["light", "dark"]) {
+        await page.emulateMedia({colorScheme});
+        for (const size of windowSizes) {
+            await page.setViewportSize(size);
+            await check(size, colorScheme);
+        }
+    }
+}
+
 /// Opens a file of the folder. Whatever the page logs as an error or loads besides itself fails the test at `close`.
-export async function open(name, viewport = windowSizes[2], colorScheme = "light") {
-    const context = await browser.newContext({viewport, colorScheme});
+export async function open(name) {
+    const context = await browser.newContext({viewport: windowSizes[2]});
     const page = await context.newPage();
     const faults = [];
     const url = pathToFileURL(join(folder, name)).href;
@@ -62,12 +73,12 @@ export function boxes(page, selector) {
 
 export function assertApart(all) {
     const tolerance = 0.5; // of boxes, which are larger than the letters in them
-    for (const [index, box] of all.entries())
-        for (const other of all.slice(index + 1)) {
-            const meets = box.left < other.right - tolerance && other.left < box.right - tolerance &&
-                box.top < other.bottom - tolerance && other.top < box.bottom - tolerance;
-            assert.ok(!meets, `"${box.text}" ${JSON.stringify(box)} covers "${other.text}" ${JSON.stringify(other)}`);
-        }
+    const meets = (box, other) => box.left < other.right - tolerance && other.left < box.right - tolerance &&
+        box.top < other.bottom - tolerance && other.top < box.bottom - tolerance;
+    for (const [index, box] of all.entries()) {
+        const covered = all.slice(index + 1).find(other => meets(box, other));
+        assert.ok(!covered, `"${box.text}" covers "${covered?.text}": ${JSON.stringify([box, covered])}`);
+    }
 }
 
 export async function assertInside(page, all, selector) {
@@ -75,4 +86,10 @@ export async function assertInside(page, all, selector) {
     for (const box of all)
         assert.ok(box.left >= outer.left - 1 && box.right <= outer.right + 1 && box.top >= outer.top - 1 && box.bottom <= outer.bottom + 1,
                   `"${box.text}" ${JSON.stringify(box)} leaves ${selector} ${JSON.stringify(outer)}`);
+}
+
+/// The page scrolls in no direction but down.
+export async function assertFits(page) {
+    const [needed, width] = await page.evaluate(() => [document.documentElement.scrollWidth, innerWidth]);
+    assert.ok(needed <= width, `the page needs a width of ${needed} in a window of ${width}`);
 }
