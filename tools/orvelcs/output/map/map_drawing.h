@@ -20,8 +20,8 @@ std::string darkRules(std::string_view rules);
 
 class MapDrawing {
 public:
-    /// Chooses the projection, the frame and the scale of the coastlines by the extent; see MapView. Around the frame
-    /// the room needs 40 units on the left and 20 on the other sides for the labels of the graticule.
+    /// Chooses the projection, the frame and the scale of the coastlines by the extent; see MapView. The labels of the
+    /// graticule stand outside of the frame: they need 40 units beside the room, and 20 above and below it.
     MapDrawing(const GeographicBounds& extent, const PageBox& room);
 
     const MapView& view() const { return view_; }

@@ -71,12 +71,10 @@ std::size_t areaLines(std::size_t areaCount)
 Entry entryOf(const MappedArea& area, double width, std::size_t mostLines)
 {
     Entry entry{.area = &area, .lines = {}};
-    std::set<std::string> names;
+    std::set<std::string> names; // mostly one, since the bounds are equal
     for (const MappedSystem* system : area.systems) {
         addSystem(entry, *system, width);
-        const bool isLast = system == area.systems.back();
-        // Areas with the same bounds mostly have the same name, too.
-        if (system->areaName && (isLast || (names.empty() && area.systems.front()->areaName != system->areaName)))
+        if (system->areaName)
             names.insert(*system->areaName);
     }
     for (const std::string& name : names)
