@@ -5,9 +5,9 @@ set -eu
 
 demo_packages='g++ cmake ninja-build make libproj-dev proj-data libsqlite3-dev libsqlitecpp-dev libxxhash-dev nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev libexpected-dev'
 test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin parallel jq"
-# A browser and what drives it. Node.js from elsewhere brings its own npm, with which Debian's does not agree.
-test_packages="$test_packages chromium"
-command -v npm >/dev/null || test_packages="$test_packages nodejs npm"
+# Node.js from elsewhere brings its own npm, with which Debian's does not agree.
+browser_packages=chromium
+command -v npm >/dev/null || browser_packages="$browser_packages nodejs npm"
 lint_packages="$test_packages clang-format clang-tidy"
 coverage_packages="$test_packages gcovr"
 valgrind_packages="$test_packages valgrind"
@@ -54,7 +54,7 @@ fi
 target=$1
 case $target in
     demo) packages=$demo_packages ;;
-    test) packages=$test_packages ;;
+    test) packages="$test_packages $browser_packages" ;;
     lint) packages=$lint_packages ;;
     coverage) packages=$coverage_packages ;;
     valgrind) packages=$valgrind_packages ;;

@@ -203,7 +203,14 @@ constexpr const char* kDetails =
     "measured.\n"
     "A candidate has what transformation list prints and its number, covers (all, part, none; null where its area is "
     "not\n"
-    "known), reason (why it cannot be used or gives no position), ballpark, storable and distance.\n";
+    "known), reason (why it cannot be used or gives no position), ballpark, storable and distance.\n"
+    "-o draws a map of the distances between the two candidates of --between, or the best two that can be used, over\n"
+    "the common area of use, or the part of it that --bbox or --area-of gives: as colours with contours, with the "
+    "areas\n"
+    "of both, the point, and the versions of PROJ and its catalog. Places where one of them gives no position stay\n"
+    "blank. The picture needs nothing else to be shown and has the same bytes each time. NAME.html is a page in one\n"
+    "file that shows the distance between any two of the ten best at the node of a grid nearest to the pointer, or\n"
+    "where the arrow keys lead. --json adds output, the name of the file.\n";
 
 std::vector<Command> declareCompare(CLI::App& program)
 {
@@ -212,7 +219,7 @@ std::vector<Command> declareCompare(CLI::App& program)
         *program.get_subcommand("transformation"),
         {"compare",
          "Compare the transformations and paths between two systems at a place, best first",
-         {"transformation compare SRC DST [--between A B] " + std::string(kPlaceUsage)},
+         {"transformation compare SRC DST [--between A B] [-o NAME.svg|NAME.html] " + std::string(kPlaceUsage)},
          kDetails + std::string(kPlaceHelp) + "\n" + kSystemHelp +
              "\nExit status 3 if there is no candidate, and if the place lies outside of the areas of all."});
     addArgument(*app, "SRC", options->source, "the SYSTEM to transform from")->required();

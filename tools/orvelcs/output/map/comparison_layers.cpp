@@ -63,7 +63,7 @@ void drawOutline(SvgWriter& svg, const std::vector<PlaneLine>& outline, std::str
 
 std::string comparisonStyle()
 {
-    return mapStyle() + kComparisonRules;
+    return mapStyle() + kComparisonRules + darkRules(".over-graticule .graticule{stroke-opacity:.2}\n");
 }
 
 void drawPointSign(SvgWriter& svg, const MapPoint& point)

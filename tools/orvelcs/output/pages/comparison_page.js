@@ -5,7 +5,6 @@ const data = JSON.parse(document.getElementById("data").textContent);
 const columns = data.longitudes.length;
 const rows = data.latitudes.length;
 const kMissing = -1; // of a distance, and of a node that is not on the map
-const kSvg = "http://www.w3.org/2000/svg";
 
 const byId = id => document.getElementById(id);
 const svg = document.querySelector("#map svg");
@@ -122,7 +121,7 @@ function drawBands() {
                 paths[band] += runPath(row, from, column);
         }
     byId("bands").replaceChildren(...paths.map((path, band) => {
-        const element = document.createElementNS(kSvg, "path");
+        const element = document.createElementNS(svg.namespaceURI, "path");
         element.setAttribute("fill", state.pair.colours[band]);
         element.setAttribute("d", path);
         return element;
