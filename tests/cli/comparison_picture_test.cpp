@@ -92,6 +92,14 @@ TEST_F(ComparisonPicture, PlacesWithoutADistance_AreLeftBlankAndInTheLegend)
                 HasSubstr(">No distance: nowhere do both A and B give a position<"));
 }
 
+TEST_F(ComparisonPicture, BetterOnesThatLackAGrid_AreNamed)
+{
+    const Arguments place = {"--at", "40,-100"};
+    for (const char* name : {"lacking.svg", "lacking.html"})
+        EXPECT_THAT(picture("EPSG:4267", "EPSG:4326", name, place),
+                    AllOf(HasSubstr("Better, but cannot be used here:"), HasSubstr("EPSG:8613")));
+}
+
 TEST_F(ComparisonPicture, AreasAcrossTheAntimeridianAndAroundAPole_AreDrawn)
 {
     EXPECT_THAT(picture("EPSG:4720", "EPSG:4326", "fiji.svg"), HasSubstr("180\u00B0"));
@@ -110,7 +118,8 @@ TEST_F(ComparisonPicture, FewerThanTwoCandidates_LeaveNoPicture)
     const std::string prefix = "orvelcs: transformation compare: --output: a picture compares two candidates that can "
                                "be used, and there is ";
     expectNoPicture("EPSG:25832", "EPSG:25833", {}, 3, prefix + "only one\n");
-    expectNoPicture("EPSG:4275", "EPSG:4258", {}, 3, prefix + "only one\n"); // the other lacks its grid
+    expectNoPicture("EPSG:4275", "EPSG:4258", {}, 3,
+                    StartsWith(prefix + "only one; EPSG:15959 (ETRS89 to NTF (3)) needs the grid fr_ign_ntf_r93.tif"));
     expectNoPicture("ESRI:104903", "EPSG:4326", {}, 3, HasSubstr("nothing leads from one to the other"));
     expectNoPicture("EPSG:4275", "EPSG:4258", {"--between", "1", "2"}, 1, HasSubstr("fr_ign_ntf_r93.tif"));
 }

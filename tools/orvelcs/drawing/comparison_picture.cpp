@@ -7,6 +7,7 @@
 #include "embedded/base/text.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/failure.h"
+#include "orvelcs/drawing/candidate_description.h"
 #include "orvelcs/drawing/catalog_lookup.h"
 #include "orvelcs/output/operation_description.h"
 
@@ -49,6 +50,18 @@ GeographicBounds shownArea(const TransformationComparison& comparison)
     return *shown;
 }
 
+/// Those that stand above the best one that can be used.
+std::vector<PicturedCandidate> lackingCandidates(const TransformationComparison& comparison)
+{
+    std::vector<PicturedCandidate> lacking;
+    for (const Candidate& candidate : comparison.candidates()) {
+        if (candidate.isUsable)
+            break;
+        lacking.push_back(pictureCandidate(candidate));
+    }
+    return lacking;
+}
+
 } // namespace
 
 std::vector<Candidate> bestTwo(const TransformationComparison& comparison)
@@ -57,11 +70,14 @@ std::vector<Candidate> bestTwo(const TransformationComparison& comparison)
     for (const Candidate& candidate : comparison.candidates())
         if (candidate.isUsable && best.size() < 2)
             best.push_back(candidate);
-    if (best.size() < 2)
+    if (best.size() < 2) {
+        const Candidate& first = comparison.candidates().front();
         throw Failure("--output",
-                      fmt::format("a picture compares two candidates that can be used, and there is {}",
-                                  best.empty() ? "none" : "only one"),
+                      fmt::format("a picture compares two candidates that can be used, and there is {}{}",
+                                  best.empty() ? "none" : "only one",
+                                  first.isUsable ? "" : "; " + describeCandidate(first) + " " + first.reason),
                       ExitStatus::nothingFound);
+    }
     return best;
 }
 
@@ -73,7 +89,8 @@ PicturedPair picturePair(const SystemPair& pair, const TransformationComparison&
             .target = systemTitle(pair.targetCode, target),
             .extent = shownArea(comparison),
             .point = comparison.point(),
-            .leavesHeightsOut = comparison.leavesHeightsOut()};
+            .leavesHeightsOut = comparison.leavesHeightsOut(),
+            .lacking = lackingCandidates(comparison)};
 }
 
 PicturedCandidate pictureCandidate(const Candidate& candidate)
@@ -84,7 +101,8 @@ PicturedCandidate pictureCandidate(const Candidate& candidate)
             .name = oneLine(operation.name),
             .accuracy = operation.accuracyInMetres ? accuracyText(operation) : "unknown",
             .area = oneLine(operation.areaOfUse),
-            .bounds = operation.bounds};
+            .bounds = operation.bounds,
+            .reason = candidate.isUsable ? "" : oneLine(candidate.reason)};
 }
 
 PicturedComparison pictureComparison(PicturedPair pair, TransformationComparison& comparison, const Candidate& first,

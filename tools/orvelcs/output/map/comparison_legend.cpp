@@ -132,6 +132,17 @@ double drawCandidate(SvgWriter& svg, const PicturedCandidate& candidate, char le
     return baseline - room.y;
 }
 
+/// What would be better and cannot be used; the first of them.
+std::string lackingText(const std::vector<PicturedCandidate>& lacking)
+{
+    const PicturedCandidate& best = lacking.front();
+    std::string text = fmt::format("Better, but cannot be used here: {} {}, accuracy {}, {}.", best.codeText(),
+                                   best.name, best.accuracy, best.reason);
+    if (lacking.size() > 1)
+        text += fmt::format(" And {} more.", lacking.size() - 1);
+    return text;
+}
+
 std::string pointLine(const PicturedComparison& comparison, bool isShown)
 {
     return fmt::format("At {}{}: {}", pointText(comparison.pair.point), isShown ? "" : ", outside of this map",
@@ -179,8 +190,13 @@ double drawComparisonLegend(SvgWriter& svg, const PicturedComparison& comparison
     if (comparison.pair.leavesHeightsOut)
         drawLine(svg, "Heights are left out; distances are horizontal.", "muted",
                  {room.x + width + kLegendColumnGap + kLineSample + 12, baseline});
+    double bottom = top + kPointLine + kSignRadius;
+    if (!comparison.pair.lacking.empty())
+        bottom = drawWrapped(svg, lackingText(comparison.pair.lacking), "muted", {room.x, bottom + kLegendFontSize / 2},
+                             room.width) +
+                 kLegendFontSize / 2;
     svg.close();
-    return top + kPointLine - room.y + kSignRadius;
+    return bottom - room.y;
 }
 
 } // namespace Orvelcs

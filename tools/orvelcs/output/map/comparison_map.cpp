@@ -7,6 +7,7 @@
 #include "embedded/spatial_reference/catalog/catalog.h"
 #include "orvelcs/output/map/comparison_layers.h"
 #include "orvelcs/output/map/comparison_legend.h"
+#include "orvelcs/output/text_width.h"
 
 namespace Orvelcs {
 namespace {
@@ -69,17 +70,32 @@ void drawNote(SvgWriter& svg, const std::string& text, const MapPoint& point, co
         text);
 }
 
-void drawHeading(SvgWriter& svg, const PicturedComparison& comparison)
+/// Draws lines of at most the sheet's width. Returns the baseline below them.
+double drawHeadingLines(SvgWriter& svg, const std::string& text, const char* cssClass, double fontSize, double baseline)
 {
-    constexpr double kHeadingBaseline = 44;
-    constexpr double kTitleSize = 20;
-    constexpr double kSubtitleBaseline = 64;
+    constexpr std::size_t kMostLines = 3;
+    constexpr double kBoldWidth = 1.13;
+    constexpr double kSpacing = 1.25;
+    for (const std::string& line : wrapText(text, fontSize * kBoldWidth, kSheetWidth - 2 * kSheetMargin, kMostLines)) {
+        svg.text("text", {{"class", cssClass}, {"x", kSheetMargin}, {"y", baseline}, {"font-size", fontSize}}, line);
+        baseline += fontSize * kSpacing;
+    }
+    return baseline;
+}
+
+/// Returns the lower edge.
+double drawHeading(SvgWriter& svg, const PicturedComparison& comparison)
+{
+    constexpr double kFirstBaseline = 44;
+    constexpr double kHeadingSize = 20;
     constexpr double kSubtitleSize = 12;
-    svg.text("text", {{"class", "text bold"}, {"x", kSheetMargin}, {"y", kHeadingBaseline}, {"font-size", kTitleSize}},
-             comparisonTitle(comparison.pair));
-    svg.text("text", {{"class", "muted"}, {"x", kSheetMargin}, {"y", kSubtitleBaseline}, {"font-size", kSubtitleSize}},
-             fmt::format("How far apart A, {}, and B, {}, put a point", shortName(comparison.first),
-                         shortName(comparison.second)));
+    constexpr double kCloser = 5; // a subtitle to its title
+    const double below =
+        drawHeadingLines(svg, comparisonTitle(comparison.pair), "text bold", kHeadingSize, kFirstBaseline);
+    return drawHeadingLines(svg,
+                            fmt::format("How far apart A, {}, and B, {}, put a point", shortName(comparison.first),
+                                        shortName(comparison.second)),
+                            "muted", kSubtitleSize, below - kCloser);
 }
 
 } // namespace
@@ -88,13 +104,15 @@ std::string drawComparisonMap(const PicturedComparison& comparison)
 {
     constexpr double kLeft = 40; // of the map, for degrees
     constexpr double kRight = 14;
-    constexpr double kTop = 84;
+    constexpr double kBelowHeading = 5;
     constexpr double kMostHeight = 720;
     constexpr double kBelowMap = 40; // to the scale bar
     constexpr double kAboveLegend = 26;
     const double width = kSheetWidth - 2 * kSheetMargin;
     const DistanceScale scale = makeDistanceScale(comparison.grid.metres);
-    const MapDrawing map(comparison.pair.extent, {kSheetMargin + kLeft, kTop, width - kLeft - kRight, kMostHeight});
+    SvgWriter heading;
+    const double top = drawHeading(heading, comparison) + kBelowHeading;
+    const MapDrawing map(comparison.pair.extent, {kSheetMargin + kLeft, top, width - kLeft - kRight, kMostHeight});
     const double notes = map.view().frame().bottom() + kBelowMap;
     SvgWriter picture;
     const ShownOnMap shown = drawDistanceMap(picture, map, comparison, scale);
@@ -107,7 +125,7 @@ std::string drawComparisonMap(const PicturedComparison& comparison)
     openSvg(svg, kSheetWidth, std::ceil(footer + kSheetMargin), comparisonTitle(comparison.pair),
             comparisonDescription(comparison, scale), comparisonStyle());
     svg.element("rect", {{"class", "page"}, {"width", "100%"}, {"height", "100%"}});
-    drawHeading(svg, comparison);
+    svg.append(heading);
     svg.append(picture);
     map.drawScaleBar(svg, {map.view().frame().x, notes});
     drawNote(svg, map.describe(), {map.view().frame().right(), notes}, "end");

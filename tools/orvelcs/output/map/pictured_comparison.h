@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "orvelcs/output/map/distance_grid.h"
 
@@ -15,6 +16,7 @@ struct PicturedCandidate {
     std::string accuracy; // "1 m", or that it is unknown
     std::string area;     // of use; empty where it is not known
     std::optional<GeographicBounds> bounds;
+    std::string reason; // why it cannot be used; empty where it can
 
     /// "EPSG:1612", or what stands in the place of a code.
     std::string codeText() const { return code.empty() ? "no code" : code; }
@@ -27,6 +29,7 @@ struct PicturedPair {
     GeographicBounds extent;
     Embedded::GeographicPoint point;
     bool leavesHeightsOut = false;
+    std::vector<PicturedCandidate> lacking; // those that lack a grid and are better than the best that can be used
 };
 
 struct PicturedComparison {

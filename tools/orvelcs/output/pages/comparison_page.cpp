@@ -190,6 +190,20 @@ void writeCandidateRow(SvgWriter& html, const PicturedCandidate& candidate, std:
     html.close();
 }
 
+/// What would be better than all candidates and cannot be used.
+void writeLacking(SvgWriter& html, const std::vector<PicturedCandidate>& lacking)
+{
+    if (lacking.empty())
+        return;
+    html.text("p", {}, "Better, but cannot be used here:");
+    html.open("ul", {{"id", "lacking"}});
+    for (const PicturedCandidate& candidate : lacking)
+        html.text("li", {},
+                  fmt::format("{} {}, accuracy {}: {}", candidate.codeText(), candidate.name, candidate.accuracy,
+                              candidate.reason));
+    html.close();
+}
+
 void writeCandidates(SvgWriter& html, const std::vector<PicturedCandidate>& candidates)
 {
     html.open("section", {{"aria-labelledby", "candidates-heading"}});
@@ -228,10 +242,10 @@ void writeDistances(SvgWriter& html)
 
 std::string writeComparisonPage(const ComparedCandidates& compared)
 {
-    constexpr double kLeft = 44; // of the map, for degrees
+    constexpr double kBeside = 46; // the map, for degrees
     constexpr double kAround = 20;
     constexpr double kMostHeight = 760;
-    const MapDrawing map(compared.pair.extent, {kLeft, kAround, kPageMapWidth - kLeft - kAround - 10, kMostHeight});
+    const MapDrawing map(compared.pair.extent, {kBeside, kAround, kPageMapWidth - 2 * kBeside, kMostHeight});
     HtmlPage page{.title = compared.pair.source + " to " + compared.pair.target,
                   .style = comparisonStyle(),
                   .body = {},
@@ -245,6 +259,7 @@ std::string writeComparisonPage(const ComparedCandidates& compared)
                        : "How far apart two transformations put a point, along the ground.");
     writeMapPart(page.body, map, compared);
     writeCandidates(page.body, compared.candidates);
+    writeLacking(page.body, compared.pair.lacking);
     writeDistances(page.body);
     page.body.text("p", {{"class", "muted"}},
                    map.describe() + " " + Embedded::projVersion() + ", " + Embedded::catalogVersion());

@@ -94,12 +94,11 @@ void writeList(SvgWriter& html, const std::vector<MappedSystem>& systems, const 
 
 std::string writeSystemsPage(const std::vector<MappedSystem>& systems)
 {
-    constexpr double kLeft = 44; // of the map, for degrees
+    constexpr double kBeside = 46; // the map, for degrees
     constexpr double kAround = 20;
     constexpr double kMostHeight = 760;
     const std::vector<MappedArea> areas = areasOf(systems);
-    const MapDrawing map(systemsMapExtent(areas),
-                         {kLeft, kAround, kSystemsMapWidth - kLeft - kAround - 10, kMostHeight});
+    const MapDrawing map(systemsMapExtent(areas), {kBeside, kAround, kSystemsMapWidth - 2 * kBeside, kMostHeight});
     HtmlPage page{.title = systemsMapTitle(systems),
                   .style = systemsMapStyle(),
                   .body = {},
