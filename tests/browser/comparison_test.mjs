@@ -41,15 +41,19 @@ async function assertEqualToCommand(page) {
 }
 
 test("PictureOfAComparison_HasLabelsInsideThatDoNotMeet", async () => {
-    orvelcs(...compare, "-o", "picture.svg");
-    const {page, close} = await open("picture.svg");
-    await inEveryWindow(page, async () => {
-        const labels = await boxes(page, "text");
-        assert.ok(labels.length > 20);
-        assertApart(labels);
-        await assertInside(page, labels, "svg");
-    });
-    await close();
+    const acrossTheAntimeridian = ["EPSG:4720", "EPSG:4326"];
+    const aroundThePole = ["EPSG:3413", "EPSG:4269"];
+    for (const systems of [[source, target], acrossTheAntimeridian, aroundThePole]) {
+        orvelcs("--quiet", "transformation", "compare", ...systems, "--force", "-o", "picture.svg");
+        const {page, close} = await open("picture.svg");
+        await inEveryWindow(page, async () => {
+            const labels = await boxes(page, "text");
+            assert.ok(labels.length > 20);
+            assertApart(labels);
+            await assertInside(page, labels, "svg");
+        });
+        await close();
+    }
 });
 
 test("PictureOfAComparison_HasTheColourOfTheLegendAtThePoint", async () => {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace Orvelcs {
 namespace {
@@ -81,7 +82,7 @@ private:
         if (crossings.empty())
             return;
         if (!isInside(sides[crossings.front()].from))
-            std::ranges::rotate(crossings, crossings.begin() + 1);
+            std::rotate(crossings.begin(), crossings.begin() + 1, crossings.end());
         const double middle =
             (value(sides[0].from) + value(sides[1].from) + value(sides[2].from) + value(sides[3].from)) / 4;
         const bool joins = middle >= level_; // the two opposite corners of a saddle
