@@ -40,18 +40,25 @@ async function assertEqualToCommand(page) {
     assert.equal(swatch, `rgb(${rgb.join(", ")})`, `the colour at ${latitude}, ${longitude}`);
 }
 
+async function assertReadable(page) {
+    const labels = await boxes(page, "text");
+    assert.ok(labels.length > 20);
+    assertApart(labels);
+    await assertInside(page, labels, "svg");
+}
+
 test("PictureOfAComparison_HasLabelsInsideThatDoNotMeet", async () => {
-    const acrossTheAntimeridian = ["EPSG:4720", "EPSG:4326"];
-    const aroundThePole = ["EPSG:3413", "EPSG:4269"];
-    for (const systems of [[source, target], acrossTheAntimeridian, aroundThePole]) {
-        orvelcs("--quiet", "transformation", "compare", ...systems, "--force", "-o", "picture.svg");
-        const {page, close} = await open("picture.svg");
-        await inEveryWindow(page, async () => {
-            const labels = await boxes(page, "text");
-            assert.ok(labels.length > 20);
-            assertApart(labels);
-            await assertInside(page, labels, "svg");
-        });
+    orvelcs(...compare, "-o", "picture.svg");
+    const {page, close} = await open("picture.svg");
+    await inEveryWindow(page, () => assertReadable(page));
+    await close();
+});
+
+test("PictureAcrossTheAntimeridianOrAroundAPole_HasLabelsInsideThatDoNotMeet", async () => {
+    for (const systems of [["EPSG:4720", "EPSG:4326"], ["EPSG:3413", "EPSG:4269"]]) {
+        orvelcs("--quiet", "transformation", "compare", ...systems, "--force", "-o", "elsewhere.svg");
+        const {page, close} = await open("elsewhere.svg");
+        await assertReadable(page);
         await close();
     }
 });
