@@ -38,7 +38,7 @@ std::vector<Candidate> pageCandidates(const TransformationComparison& comparison
 std::string fitComparisonPage(const PicturedPair& pair, TransformationComparison& comparison,
                               const std::vector<Candidate>& candidates)
 {
-    constexpr std::size_t kMostPageNodes = 24'000;
+    constexpr std::size_t kMostPageNodes = 16'000;
     ComparedCandidates compared{.pair = pair, .candidates = {}, .nodes = {}, .metres = {}};
     std::ranges::transform(candidates, std::back_inserter(compared.candidates), pictureCandidate);
     std::string page;
