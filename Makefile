@@ -11,7 +11,7 @@ ROOMS := $(wildcard src platform embedded tools tests fuzz bench examples)
 CXX_FILES = find $(ROOMS) -type f \( -name '*.h' -o -name '*.cpp' \) -print0
 CXX_SOURCES = find $(ROOMS) -type f -name '*.cpp' -print0
 
-.PHONY: build demo test windows test-windows package docs format format-check tidy coverage bench bench-peers fuzz torture valgrind mutate clean help $(PRESETS:%=check-%)
+.PHONY: build demo test windows test-windows package docs pictures format format-check tidy coverage bench bench-peers fuzz torture valgrind mutate clean help $(PRESETS:%=check-%)
 
 build: build/release/build.ninja ## Build the programs, optimised, into build/release/bin
 	@echo "Building the programs into build/release/bin"
@@ -26,6 +26,7 @@ demo: ## Install what is missing, build the programs and show them at work
 test: ## Install what is missing, then run every test with clang++ and sanitizers, and again with g++ optimised
 	@scripts/install-dependencies.sh test
 	@$(MAKE) check-asan
+	@scripts/browser-test-packages.sh build/browser
 	@$(MAKE) check-release
 
 windows: ## Install what is missing and cross-build the programs for Windows into build/windows/bin
@@ -130,6 +131,9 @@ valgrind: ## Install what is missing, then run the test programs under valgrind
 mutate: ## Install what is missing, then tell which changes of FILES, SINCE=REVISION or ALL=1 no test notices
 	@scripts/install-dependencies.sh mutate
 	@scripts/mutate $(if $(ALL),--all,$(if $(SINCE),--since $(SINCE),$(FILES)))
+
+pictures: build ## Draw the pictures of the documentation anew, into docs/pictures
+	@scripts/pictures.sh build/release/bin/orvelcs
 
 clean: ## Remove everything that was built
 	@echo "Removing build"

@@ -7,6 +7,7 @@ if [ $# -ne 1 ] || [ ! -x "$1/orvelcs" ]; then
     exit 2
 fi
 PATH="$(cd "$1" && pwd):$PATH"
+pictures=$(cd "$(dirname "$0")/.." && pwd)/build/demo
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 trap 'exit 1' HUP INT TERM
@@ -102,6 +103,12 @@ demand 0 orvelcs forms older.qedb
 
 step "Between two systems there are many transformations, metres apart"
 demand 0 sh -c 'orvelcs transformation list EPSG:4230 EPSG:4326 | grep "^EPSG" | head -n 5'
+
+step "How far apart they lie, on a map that stays when the demonstration is over"
+demand 0 sh -c 'orvelcs transformation compare EPSG:4230 EPSG:4326 --between EPSG:1133 EPSG:1311 -o ed50.svg | grep "^[0-9]"'
+mkdir -p "$pictures"
+cp ed50.svg "$pictures/ed50-to-wgs84.svg"
+echo "The picture is $pictures/ed50-to-wgs84.svg"
 
 step "Configure one in the drawing, and another one for the user"
 mkdir user

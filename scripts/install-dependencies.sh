@@ -5,6 +5,9 @@ set -eu
 
 demo_packages='g++ cmake ninja-build make libproj-dev proj-data libsqlite3-dev libsqlitecpp-dev libxxhash-dev nlohmann-json3-dev libcli11-dev libfmt-dev libutfcpp-dev libexpected-dev'
 test_packages="$demo_packages libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin gdal-bin python3-gdal parallel jq python3-jsonschema mandoc zsh fish pkg-config file dpkg-dev"
+# Node.js from elsewhere brings its own npm, with which Debian's does not agree.
+browser_packages=chromium
+command -v npm >/dev/null || browser_packages="$browser_packages nodejs npm"
 lint_packages="$test_packages clang-format clang-tidy python3 python3-yaml"
 coverage_packages="$test_packages gcovr"
 valgrind_packages="$test_packages valgrind"
@@ -52,7 +55,7 @@ fi
 target=$1
 case $target in
     demo) packages=$demo_packages ;;
-    test) packages=$test_packages ;;
+    test) packages="$test_packages $browser_packages" ;;
     lint) packages=$lint_packages ;;
     coverage) packages=$coverage_packages ;;
     valgrind) packages=$valgrind_packages ;;

@@ -131,7 +131,16 @@ TEST_F(InstallDependenciesTest, TestTarget_AlsoNeedsTheTestTools)
     EXPECT_TRUE(splitLines(aptCalls())
                     .at(1)
                     .ends_with("install libgtest-dev libgmock-dev clang libclang-rt-dev proj-bin gdal-bin "
-                               "python3-gdal parallel jq python3-jsonschema mandoc zsh fish pkg-config file dpkg-dev"));
+                               "python3-gdal parallel jq python3-jsonschema mandoc zsh fish pkg-config file dpkg-dev "
+                               "chromium nodejs npm"));
+}
+
+TEST_F(InstallDependenciesTest, NpmThatIsThere_StaysWithItsNodeJs)
+{
+    givenDemoPackagesExcept("");
+    givenProgram("npm", "");
+    EXPECT_EQ(run("test"), 0);
+    EXPECT_TRUE(splitLines(aptCalls()).at(1).ends_with(" chromium"));
 }
 
 TEST_F(InstallDependenciesTest, OnlyTheBenchTarget_NeedsTheBenchmarkLibrary)

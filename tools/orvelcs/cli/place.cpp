@@ -14,7 +14,7 @@
 namespace Orvelcs {
 namespace {
 
-constexpr double kPole = 90;
+constexpr double kPoleLatitude = 90;
 constexpr double kAntimeridian = 180;
 
 /// Throws unless the text is that many numbers with commas between them.
@@ -39,7 +39,7 @@ std::vector<double> numbersArgument(const std::string& option, const std::string
 
 void checkLatitude(const std::string& option, double latitude, const std::string& form)
 {
-    if (std::abs(latitude) > kPole)
+    if (std::abs(latitude) > kPoleLatitude)
         throw wrongUsage(option,
                          fmt::format("a latitude is from -90 to 90, found {}; the order is {}", latitude, form));
 }

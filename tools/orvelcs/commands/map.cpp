@@ -4,14 +4,14 @@
 
 #include <fmt/format.h>
 
-#include "embedded/base/case_folding.h"
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/input.h"
-#include "orvelcs/cli/output_file.h"
+#include "orvelcs/cli/picture_file.h"
 #include "orvelcs/drawing/drawing_files.h"
 #include "orvelcs/drawing/mapped_systems.h"
 #include "orvelcs/drawing/system_argument.h"
 #include "orvelcs/output/map/systems_map.h"
+#include "orvelcs/output/pages/systems_page.h"
 
 namespace Orvelcs {
 namespace {
@@ -20,20 +20,8 @@ constexpr std::size_t kMostSystems = 200;
 
 struct MapOptions {
     DrawingFiles systems; // on the command line as SYSTEM, and drawings in a list
-    std::string output;
-    bool force = false;
+    PictureFile picture;
 };
-
-void checkOutputOption(const MapOptions& options, const Output& output)
-{
-    if (options.output == kStandardStream) {
-        if (output.json())
-            throw wrongUsage("--output", "the picture itself goes to standard output, where --json has no place");
-        return;
-    }
-    if (!Embedded::toLowerAscii(options.output).ends_with(".svg"))
-        throw wrongUsage("--output", "expected a name that ends with .svg, found " + options.output);
-}
 
 /// The systems on the command line, and those of the drawings in the list.
 std::vector<std::string> wantedSystems(DrawingFiles files)
@@ -74,29 +62,27 @@ void noteSystemsWithoutArea(const std::vector<std::string>& names, const std::ve
             output.note(names[index], "has no area of use that could be drawn; it is in the list only");
 }
 
-void writePicture(const MapOptions& options, const std::vector<MappedSystem>& systems, Output& output)
+void writeMap(const PictureFile& file, const std::vector<MappedSystem>& systems, Output& output)
 {
-    const std::string picture = drawSystemsMap(systems);
-    if (options.output == kStandardStream)
-        return output.write(picture);
-    writeOutputFile(options.output, picture, options.force ? OverwritingFiles::allowed : OverwritingFiles::refused);
-    if (!output.json())
-        output.confirm(options.output,
+    const bool isPage = file.format() == PictureFormat::html;
+    writePicture(file, isPage ? writeSystemsPage(systems) : drawSystemsMap(systems), output);
+    if (!output.json() && !file.isStandardOutput())
+        output.confirm(file.name,
                        fmt::format("a map of {} {}", systems.size(), systems.size() == 1 ? "system" : "systems"));
 }
 
 ExitStatus runMap(const MapOptions& options, Output& output)
 {
-    checkOutputOption(options, output);
+    checkPictureFile(options.picture, output);
     const std::vector<std::string> names = wantedSystems(options.systems);
     const std::vector<MappedSystem> systems = readMappedSystems(names, output);
-    writePicture(options, systems, output);
+    writeMap(options.picture, systems, output);
     noteSystemsWithoutArea(names, systems, output);
     if (output.json()) {
         Json list = Json::array();
         for (const MappedSystem& system : systems)
             list.push_back(asJson(system));
-        output.document({{"output", options.output}, {"systems", std::move(list)}});
+        output.document({{"output", options.picture.name}, {"systems", std::move(list)}});
     }
     return ExitStatus::done;
 }
@@ -107,7 +93,7 @@ std::vector<Command> declareMap(CLI::App& program)
     CLI::App* app = addCommand(
         program, {"map",
                   "Draw where on Earth systems and drawings are",
-                  {"map [OPTIONS] SYSTEM... -o NAME.svg"},
+                  {"map [OPTIONS] SYSTEM... -o OUT.svg|OUT.html"},
                   std::string(kSystemHelp) +
                       "\n\nThe map shows the areas of use of up to 200 systems, on the part of the world that\n"
                       "holds them all. Each area has a number, which the list below the map explains. Systems\n"
@@ -115,15 +101,14 @@ std::vector<Command> declareMap(CLI::App& program)
                       "of use, such as a definition of one's own, is in the list only, without a number.\n\n"
                       "The projection follows the part of the world: Equal Earth for all of it, an equal-area\n"
                       "azimuthal one for a pole or a continent, a cone for a country. The picture needs nothing\n"
-                      "else to be shown, suits light and dark surroundings, and has the same bytes each time.",
+                      "else to be shown, suits light and dark surroundings, and has the same bytes each time. In\n"
+                      "OUT.html, a page in one file, the numbers lead to the entries of the list and back.",
                   {{"Draw where two systems are for use", "orvelcs map EPSG:25832 EPSG:2193 -o systems.svg"},
-                   {"Draw where drawings are", "orvelcs map @plan.qedb @site.qedb -o drawings.svg"}},
+                   {"Draw where drawings are", "orvelcs map @plan.qedb @site.qedb -o drawings.html"}},
                   {{ExitStatus::nothingFound, "the catalog does not have a code, or a drawing has no system"}}});
     addArguments(*app, "SYSTEM", options->systems.names, "the systems");
     addFileListOptions(*app, options->systems);
-    addArgument(*app, "-o,--output NAME.svg", options->output, "the picture to write; - is standard output")
-        ->required();
-    app->add_flag("--force", options->force, "overwrite a file that exists");
+    addPictureOptions(*app, options->picture)->required();
     return {{app, [options](Output& output) { return runMap(*options, output); }}};
 }
 

@@ -8,11 +8,15 @@
 #include "orvelcs/cli/command.h"
 #include "orvelcs/cli/display_text.h"
 #include "orvelcs/cli/error_document.h"
+#include "orvelcs/cli/picture_file.h"
 #include "orvelcs/drawing/candidate_choice.h"
 #include "orvelcs/drawing/candidate_description.h"
+#include "orvelcs/drawing/comparison_picture.h"
 #include "orvelcs/drawing/config_item.h"
+#include "orvelcs/drawing/fitted_comparison_page.h"
 #include "orvelcs/drawing/place_options.h"
 #include "orvelcs/drawing/transformation_comparison.h"
+#include "orvelcs/output/map/comparison_map.h"
 #include "orvelcs/output/operation_description.h"
 #include "orvelcs/output/table.h"
 
@@ -24,6 +28,7 @@ struct CompareOptions {
     std::string target;
     std::vector<std::string> between;
     PlaceOptions place;
+    PictureFile picture;
 };
 
 /// The comparison with the candidates that are to be shown.
@@ -142,20 +147,48 @@ void note(const ShownComparison& shown, const std::string& subject, Output& outp
                              "the best that can be used there is a ballpark one, which takes datums for equal");
 }
 
-ExitStatus run(const CompareOptions& options, Output& output)
+bool isCovered(const TransformationComparison& comparison)
 {
-    const ShownComparison shown = compare(options, output);
-    if (output.json())
-        output.document(asJson(shown));
-    else
-        print(shown, output);
-    note(shown, shown.subject(options), output);
-    const bool isCovered = std::ranges::any_of(shown.comparison.candidates(), [](const Candidate& candidate) {
+    return std::ranges::any_of(comparison.candidates(), [](const Candidate& candidate) {
         return !candidate.operation.isBallpark && candidate.coverage != Coverage::none;
     });
-    if (isCovered || shown.comparison.candidates().size() == 1)
+}
+
+/// Of the two that --between names, or of the best two.
+std::string drawPicture(const CompareOptions& options, ShownComparison& shown)
+{
+    PicturedPair pair = picturePair(shown.pair, shown.comparison);
+    const std::vector<Candidate> two = options.between.empty() ? bestTwo(shown.comparison) : shown.candidates;
+    if (options.picture.format() == PictureFormat::html)
+        return fitComparisonPage(pair, shown.comparison, pageCandidates(shown.comparison, two));
+    return drawComparisonMap(pictureComparison(std::move(pair), shown.comparison, two[0], two[1]));
+}
+
+void printResult(const CompareOptions& options, const ShownComparison& shown, Output& output)
+{
+    if (output.json()) {
+        Json document = asJson(shown);
+        if (options.picture.isWanted())
+            document["output"] = options.picture.name;
+        output.document(document);
+    } else if (!options.picture.isStandardOutput()) {
+        print(shown, output);
+    }
+}
+
+ExitStatus run(const CompareOptions& options, Output& output)
+{
+    checkPictureFile(options.picture, output);
+    ShownComparison shown = compare(options, output);
+    const std::string subject = shown.subject(options);
+    const bool hasPlace = isCovered(shown.comparison) || shown.comparison.candidates().size() == 1;
+    if (options.picture.isWanted() && hasPlace)
+        writePicture(options.picture, drawPicture(options, shown), output);
+    printResult(options, shown, output);
+    note(shown, subject, output);
+    if (hasPlace)
         return ExitStatus::done;
-    output.error(shown.subject(options), "the place lies outside of the area of use of every candidate");
+    output.error(subject, "the place lies outside of the area of use of every candidate");
     return ExitStatus::nothingFound;
 }
 
@@ -170,7 +203,14 @@ constexpr const char* kDetails =
     "measured.\n"
     "A candidate has what transformation list prints and its number, covers (all, part, none; null where its area is "
     "not\n"
-    "known), reason (why it cannot be used or gives no position), ballpark, storable and distance.\n";
+    "known), reason (why it cannot be used or gives no position), ballpark, storable and distance.\n"
+    "-o draws a map of the distances between the two candidates of --between, or the best two that can be used, over\n"
+    "the common area of use, or the part of it that --bbox or --area-of gives: as colours with contours, with the "
+    "areas\n"
+    "of both, the point, and the versions of PROJ and its catalog. Places where one of them gives no position stay\n"
+    "blank. The picture needs nothing else to be shown and has the same bytes each time. OUT.html is a page in one\n"
+    "file that shows the distance between any two of the ten best at the node of a grid nearest to the pointer, or\n"
+    "where the arrow keys lead. --json adds output, the name of the file.\n";
 
 std::vector<Command> declareCompare(CLI::App& program)
 {
@@ -179,12 +219,13 @@ std::vector<Command> declareCompare(CLI::App& program)
         *program.get_subcommand("transformation"),
         {"compare",
          "Compare the transformations and paths between two systems at a place, best first",
-         {"transformation compare SRC DST [--between A B] " + std::string(kPlaceUsage)},
+         {"transformation compare SRC DST [--between A B] [-o OUT.svg|OUT.html] " + std::string(kPlaceUsage)},
          kDetails + std::string(kPlaceHelp) + "\n\n" + kSystemHelp,
          {{"Compare the candidates for France",
            "orvelcs transformation compare EPSG:4230 EPSG:4258 --area-of EPSG:2154"},
           {"Compare two at a point", "orvelcs transformation compare EPSG:4230 EPSG:4326 --between EPSG:1133 EPSG:1134 "
-                                     "--at 50,9"}},
+                                     "--at 50,9"},
+          {"Draw how far apart the two best are", "orvelcs transformation compare EPSG:4230 EPSG:4326 -o ed50.svg"}},
          {{ExitStatus::nothingFound, "there is no candidate, or the place lies outside of the areas of all"}}});
     addArgument(*app, "SRC", options->source, "the SYSTEM to transform from")->required();
     addArgument(*app, "DST", options->target, "the SYSTEM to transform to")->required();
@@ -192,6 +233,7 @@ std::vector<Command> declareCompare(CLI::App& program)
                  "compare these two only, by code, name or number in the list; distances are from A")
         ->expected(2);
     addPlaceOptions(*app, options->place);
+    addPictureOptions(*app, options->picture);
     return {{app, [options](Output& output) { return run(*options, output); }}};
 }
 

@@ -138,11 +138,11 @@ void TransformationComparison::completePlace()
     const auto& target = operations_->targetArea();
     commonArea_ = source && target ? Embedded::commonBounds(*source, *target) : source ? source : target;
     if (place_.parts.empty() && !place_.at) {
-        constexpr const char* kWayOut = "; --at, --bbox, --points or --area-of says which place matters";
+        constexpr const char* kPlaceClause = "; --at, --bbox, --points or --area-of says which place matters";
         if (!source && !target)
-            throw wrongUsage(subject_, std::string("no area of use is known") + kWayOut);
+            throw wrongUsage(subject_, std::string("no area of use is known") + kPlaceClause);
         if (!commonArea_)
-            throw Failure(subject_, std::string("the areas of use have nothing in common") + kWayOut,
+            throw Failure(subject_, std::string("the areas of use have nothing in common") + kPlaceClause,
                           ExitStatus::nothingFound);
         place_.at = commonArea_->middle();
     }

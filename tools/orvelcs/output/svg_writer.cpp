@@ -22,8 +22,8 @@ bool isXmlCharacter(wchar_t character)
 
 std::string svgNumber(double number)
 {
-    constexpr double kDecimalParts = 100;
-    const double rounded = std::round(number * kDecimalParts) / kDecimalParts;
+    constexpr double kHundredths = 100;
+    const double rounded = std::round(number * kHundredths) / kHundredths;
     std::string text = fmt::format("{:.2f}", rounded == 0 ? 0.0 : rounded);
     text.erase(text.find_last_not_of('0') + 1);
     if (text.ends_with('.'))

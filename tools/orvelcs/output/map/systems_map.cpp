@@ -41,20 +41,6 @@ std::string colourRules(const char* const (&colours)[Count])
     return rules;
 }
 
-std::string styleSheet()
-{
-    return mapStyle() + kAreaRules + colourRules(kLightColours) +
-           darkRules(".area .fill{fill-opacity:.22}\n.area .number{fill:#12171d}\n" + colourRules(kDarkColours));
-}
-
-std::string titleOf(const std::vector<MappedSystem>& systems)
-{
-    const MappedSystem& first = systems.front();
-    if (systems.size() > 1)
-        return fmt::format("Areas of use of {} coordinate reference systems", systems.size());
-    return first.file ? *first.file : first.code ? *first.code + " " + first.name : first.name;
-}
-
 /// What a screen reader reads in place of the picture.
 std::string descriptionOf(const std::vector<MappedSystem>& systems)
 {
@@ -65,14 +51,6 @@ std::string descriptionOf(const std::vector<MappedSystem>& systems)
             system.file ? *system.file + ", " : "", system.code ? *system.code + " " : "", system.name,
             system.deprecated ? " (deprecated)" : "", system.areaName.value_or("no area of use is known"));
     return text;
-}
-
-GeographicBounds extentOf(const std::vector<MappedArea>& areas)
-{
-    std::vector<GeographicBounds> bounds;
-    for (const MappedArea& area : areas)
-        bounds.push_back(area.bounds);
-    return commonExtent(bounds);
 }
 
 void drawLeader(SvgWriter& svg, const AreaLabel& label)
@@ -87,13 +65,42 @@ void drawDot(SvgWriter& svg, const MapPoint& point)
     svg.element("circle", {{"class", "dot"}, {"cx", point.x}, {"cy", point.y}, {"r", kRadius}});
 }
 
-void drawAreas(SvgWriter& svg, const MapDrawing& map, const std::vector<MappedArea>& areas)
+std::string namesOf(const MappedArea& area)
+{
+    std::string names;
+    for (const MappedSystem* system : area.systems)
+        names += (names.empty() ? "" : ", ") + (system->file ? *system->file : system->code.value_or(system->name));
+    return names;
+}
+
+/// Opens the element of a number, which `close` ends.
+void openNumber(SvgWriter& svg, const MappedArea& area, AreaNumbers numbers)
+{
+    if (numbers == AreaNumbers::plain)
+        return svg.open("g", {{"class", areaClass(area)}});
+    svg.open("a", {{"class", areaClass(area)},
+                   {"id", fmt::format("area-{}", area.number)},
+                   {"href", fmt::format("#system-{}", area.number)},
+                   {"data-number", std::to_string(area.number)},
+                   {"aria-label", fmt::format("Number {}: {}", area.number, namesOf(area))}});
+}
+
+void drawArea(SvgWriter& svg, const MapDrawing& map, const MappedArea& area, AreaNumbers numbers)
+{
+    if (numbers == AreaNumbers::plain)
+        return map.drawBox(svg, area.bounds, areaClass(area));
+    svg.open("g", {{"data-number", std::to_string(area.number)}});
+    map.drawBox(svg, area.bounds, areaClass(area));
+    svg.close();
+}
+
+void drawAreas(SvgWriter& svg, const MapDrawing& map, const std::vector<MappedArea>& areas, AreaNumbers numbers)
 {
     const std::vector<AreaLabel> labels = labelAreas(areas, map.view(), map.degreesOnMap());
     constexpr std::size_t kMany = 40;
     svg.open("g", {{"class", areas.size() > kMany ? "areas crowded" : "areas"}});
     for (const MappedArea& area : areas)
-        map.drawBox(svg, area.bounds, areaClass(area));
+        drawArea(svg, map, area, numbers);
     svg.close();
     svg.open("g", {{"class", "leaders"}});
     for (std::size_t index = 0; index < areas.size(); ++index) {
@@ -109,22 +116,11 @@ void drawAreas(SvgWriter& svg, const MapDrawing& map, const std::vector<MappedAr
     svg.close();
     svg.open("g", {{"class", "numbers"}});
     for (std::size_t index = 0; index < areas.size(); ++index) {
-        svg.open("g", {{"class", areaClass(areas[index])}});
+        openNumber(svg, areas[index], numbers);
         drawNumber(svg, areas[index].number, labels[index].label.box, numberFontSize(areas.size()), true);
         svg.close();
     }
     svg.close();
-}
-
-void drawMap(SvgWriter& svg, const MapDrawing& map, const std::vector<MappedArea>& areas)
-{
-    map.drawSea(svg);
-    map.drawLand(svg);
-    map.drawGraticule(svg);
-    map.drawCoast(svg);
-    drawAreas(svg, map, areas);
-    map.drawFrame(svg);
-    map.drawDegrees(svg);
 }
 
 void drawCaption(SvgWriter& svg, const std::string& text, const MapPoint& point, double fontSize, const char* cssClass,
@@ -137,6 +133,39 @@ void drawCaption(SvgWriter& svg, const std::string& text, const MapPoint& point,
 
 } // namespace
 
+std::string systemsMapStyle()
+{
+    return mapStyle() + kAreaRules + colourRules(kLightColours) +
+           darkRules(".area .fill{fill-opacity:.22}\n.area .number{fill:#12171d}\n" + colourRules(kDarkColours));
+}
+
+std::string systemsMapTitle(const std::vector<MappedSystem>& systems)
+{
+    const MappedSystem& first = systems.front();
+    if (systems.size() > 1)
+        return fmt::format("Areas of use of {} coordinate reference systems", systems.size());
+    return first.file ? *first.file : first.code ? *first.code + " " + first.name : first.name;
+}
+
+GeographicBounds systemsMapExtent(const std::vector<MappedArea>& areas)
+{
+    std::vector<GeographicBounds> bounds;
+    for (const MappedArea& area : areas)
+        bounds.push_back(area.bounds);
+    return commonExtent(bounds);
+}
+
+void drawMappedAreas(SvgWriter& svg, const MapDrawing& map, const std::vector<MappedArea>& areas, AreaNumbers numbers)
+{
+    map.drawSea(svg);
+    map.drawLand(svg);
+    map.drawGraticule(svg);
+    map.drawCoast(svg);
+    drawAreas(svg, map, areas, numbers);
+    map.drawFrame(svg);
+    map.drawDegrees(svg);
+}
+
 std::string drawSystemsMap(const std::vector<MappedSystem>& systems)
 {
     constexpr double kDegreesWidth = 40; // left of the map
@@ -147,8 +176,9 @@ std::string drawSystemsMap(const std::vector<MappedSystem>& systems)
     constexpr double kAboveList = 24;
     constexpr double kBelowList = 14;
     const std::vector<MappedArea> areas = areasOf(systems);
-    const MapDrawing map(extentOf(areas), {kPageMargin + kDegreesWidth, kMapTop,
-                                           kPageWidth - 2 * kPageMargin - kDegreesWidth - kDegreesRight, kMostHeight});
+    const MapDrawing map(systemsMapExtent(areas),
+                         {kPageMargin + kDegreesWidth, kMapTop,
+                          kPageWidth - 2 * kPageMargin - kDegreesWidth - kDegreesRight, kMostHeight});
     const double notes = map.view().frame().bottom() + kBelowMap;
     SvgWriter list;
     const double listTop = notes + kAboveList;
@@ -156,10 +186,11 @@ std::string drawSystemsMap(const std::vector<MappedSystem>& systems)
     const double footer = listTop + listHeight + kBelowList;
 
     SvgWriter svg;
-    openSvg(svg, kPageWidth, std::ceil(footer + kPageMargin), titleOf(systems), descriptionOf(systems), styleSheet());
+    openSvg(svg, kPageWidth, std::ceil(footer + kPageMargin), systemsMapTitle(systems), descriptionOf(systems),
+            systemsMapStyle());
     svg.element("rect", {{"class", "page"}, {"width", "100%"}, {"height", "100%"}});
-    drawCaption(svg, titleOf(systems), {kPageMargin, kTitleBaseline}, kTitleFontSize, "text bold", "start");
-    drawMap(svg, map, areas);
+    drawCaption(svg, systemsMapTitle(systems), {kPageMargin, kTitleBaseline}, kTitleFontSize, "text bold", "start");
+    drawMappedAreas(svg, map, areas, AreaNumbers::plain);
     map.drawScaleBar(svg, {map.view().frame().x, notes});
     drawCaption(svg, map.describe(), {map.view().frame().right(), notes}, kSmallFontSize, "muted", "end");
     svg.append(list);

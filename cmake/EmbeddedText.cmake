@@ -1,0 +1,17 @@
+# `embed_texts(TARGET HEADER TYPE SYMBOL FILE...)`: compiles texts into the target. Each SYMBOL, which HEADER declares, is
+# a constant of TYPE with the text of its FILE and the text's SHA-256 in hexadecimal digits.
+function(embed_texts target header type)
+    set(definitions "")
+    while(ARGN)
+        list(POP_FRONT ARGN symbol file)
+        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${file}")
+        file(READ "${CMAKE_CURRENT_SOURCE_DIR}/${file}" text)
+        string(REPLACE "\r\n" "\n" text "${text}")
+        string(SHA256 digest "${text}")
+        string(APPEND definitions "const ${type} ${symbol}{R\"_text_(${text})_text_\", \"${digest}\"};\n")
+    endwhile()
+    set(source "${CMAKE_CURRENT_BINARY_DIR}/embedded_texts.cpp")
+    file(CONFIGURE OUTPUT "${source}" CONTENT "#include \"@header@\"\n\nnamespace Orvelcs {\n\n@definitions@\n} // namespace Orvelcs\n" @ONLY)
+    target_sources(${target} PRIVATE "${source}")
+    set_source_files_properties("${source}" PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
