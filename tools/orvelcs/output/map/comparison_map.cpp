@@ -76,7 +76,8 @@ double drawHeadingLines(SvgWriter& svg, const std::string& text, const char* css
     constexpr std::size_t kMostLines = 3;
     constexpr double kBoldWidth = 1.13;
     constexpr double kSpacing = 1.25;
-    for (const std::string& line : fitIntoLines(text, fontSize * kBoldWidth, kSheetWidth - 2 * kSheetMargin, kMostLines)) {
+    for (const std::string& line :
+         fitIntoLines(text, fontSize * kBoldWidth, kSheetWidth - 2 * kSheetMargin, kMostLines)) {
         svg.text("text", {{"class", cssClass}, {"x", kSheetMargin}, {"y", baseline}, {"font-size", fontSize}}, line);
         baseline += fontSize * kSpacing;
     }
