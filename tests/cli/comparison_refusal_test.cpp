@@ -18,9 +18,10 @@ TEST_F(ComparisonRefusal, BetweenOfAnUnknownCandidate_NamesTheNearest)
     expectResult(between("ED50 to WGS 84 (222)"), 3, "",
                  StartsWith("orvelcs: transformation compare: --between: no candidate is called ED50 to WGS 84 (222); "
                             "the nearest are ED50 to WGS 84"));
-    expectResult(between("99"), 3, "",
-                 testing::MatchesRegex("orvelcs: transformation compare: --between: there is no candidate 99; the "
-                                       "numbers are from 1 to [0-9]+\n"));
+    expectResult(
+        between("99"), 3, "",
+        StartsWith("orvelcs: transformation compare: --between: there is no candidate 99; the numbers are from "
+                   "1 to "));
     expectWrongUsage(between("epsg:1275"),
                      "orvelcs: transformation compare: --between: EPSG:1275 (ED50 to WGS 84 (17)) "
                      "is both; a comparison needs two");

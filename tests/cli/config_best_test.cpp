@@ -75,8 +75,9 @@ TEST_F(ConfigAddBest, NothingThatCanBeStored_ChangesNothing)
     const ProgramResult outside = addBest("EPSG:4230", "EPSG:4326", {"--at", "-40,175"});
     EXPECT_EQ(outside.status, 3);
     EXPECT_THAT(outside.errors, HasSubstr("its area of use lies outside of the place\n"));
-    EXPECT_THAT(outside.errors, testing::ContainsRegex("EPSG:4230 to EPSG:4326: none of the [0-9]+ that lead from one "
-                                                       "to the other can be stored for the place\n"));
+    EXPECT_THAT(outside.errors, testing::AllOf(HasSubstr("EPSG:4230 to EPSG:4326: none of the "),
+                                               HasSubstr(" that lead from one to the other can be stored for the "
+                                                         "place\n")));
     const ProgramResult ballpark = addBest("EPSG:4267", "EPSG:4269", {"--at", "40,-100", "--json"});
     EXPECT_EQ(ballpark.status, 3);
     EXPECT_THAT(ballpark.errors,

@@ -182,7 +182,7 @@ public:
         summary_.noteBefore(output);
     }
 
-    ExitStatus run(const InputStream& input)
+    ExitStatus run(InputStream input)
     {
         std::optional<DeferredInterruption> interruption; // so that nothing is left beside the file
         if (file_ != nullptr && !options_.readsStandardInput())
@@ -194,6 +194,7 @@ public:
                           fmt::format("after {} points; {} is not written", lines.count(), file_->name()));
             return ExitStatus::interrupted;
         }
+        input.read = nullptr; // closes it: Windows does not replace a file that is open
         if (file_ != nullptr)
             file_->complete();
         failures_.finish(inputName(options_.input), lines.count());
@@ -240,11 +241,11 @@ private:
 ExitStatus runTransform(const TransformOptions& options, Output& output)
 {
     PointTask task = withFailureDocument(nullptr, output, [&] { return makeTask(options, output); });
-    const InputStream input = openInput(options.input);
+    InputStream input = openInput(options.input);
     const std::unique_ptr<OutputFile> file = makeOutputFile(options);
     TransformRun run(options, std::move(task), file.get(), output);
     try {
-        const ExitStatus status = run.run(input);
+        const ExitStatus status = run.run(std::move(input));
         run.finish();
         return status;
     } catch (...) { // the JSON document is completed in any case
