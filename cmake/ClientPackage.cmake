@@ -37,7 +37,7 @@ set(folder "${PROJECT_BINARY_DIR}/package")
 set(config "${folder}/OrvelCoordsysCoreConfig.cmake")
 configure_file(cmake/packages/OrvelCoordsysCoreConfig.cmake.in "${config}" @ONLY)
 set(config_version "${folder}/OrvelCoordsysCoreConfigVersion.cmake")
-write_basic_package_version_file("${config_version}" COMPATIBILITY ${ORVEL_COMPATIBLE_VERSIONS})
+write_basic_package_version_file("${config_version}" COMPATIBILITY SameMajorVersion)
 install(FILES "${config}" "${config_version}" DESTINATION "${ORVEL_CONFIG_FOLDER}")
 
 cmake_path(SET pc_folder NORMALIZE "lib/${CMAKE_LIBRARY_ARCHITECTURE}/pkgconfig")

@@ -17,7 +17,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 # The navigation: a title and its pages. The README is the front page.
 ORDER = {
     "Using it": ["docs/tour.md", "docs/cli.md", "docs/schema/README.md", "docs/batches.md", "docs/exchange.md", "docs/maps.md",
-                 "docs/packages.md", "CHANGELOG.md"],
+                 "docs/packages.md", "docs/stability.md", "CHANGELOG.md"],
     "Building on it": ["docs/clients.md", "examples/README.md", "docs/results.md", "docs/ownership.md", "docs/porting.md",
                        "examples/port/README.md", "docs/name-space.md"],
     "Knowing it": ["docs/architecture.md", "docs/embedded-host.md", "docs/windows.md", "docs/benchmarks.md"],

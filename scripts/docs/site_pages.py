@@ -1,12 +1,13 @@
 """Pages and headers as Doxygen is to read them."""
 
+import collections
 import html
 import os
 import re
 
 BLOCK = re.compile(r"(^ *```[^`\n]*\n.*?^ *```$)", re.MULTILINE | re.DOTALL)
 HEADING = re.compile(r"^(#+) +(.*\S)$", re.MULTILINE)
-LINK = re.compile(r"(`[^`]+`)|\[((?:[^\[\]`]|`[^`]*`)*)\]\(([^)\s]+)\)")
+LINK = re.compile(r"(`[^`]+`)|\[((?:[^\[\]`]|`[^`]*`)*)\]\(([^)\s]+)\)|@(?=\w)")
 SCHEME = re.compile(r"[a-z][a-z0-9+.-]*:", re.IGNORECASE)
 
 
@@ -18,6 +19,7 @@ def anchor_of(heading):
 class Pages:
     def __init__(self, root, names):
         self._root = root
+        self._anchors = collections.Counter()
         self._texts = {name: (root / name).read_text() for name in names}
 
     def has(self, name):
@@ -39,14 +41,26 @@ class Pages:
 
     def _prepare_text(self, name, text):
         text = HEADING.sub(lambda match: self._heading(name, match), text)
-        return LINK.sub(lambda match: prepare_span(match[1]) if match[1] else self._link(name, match[2], match[3]), text)
+        return LINK.sub(lambda match: self._prepare_match(name, match), text)
+
+    def _prepare_match(self, name, match):
+        if match[0] == "@":
+            return "\\@"  # which begins no command of Doxygen's
+        return prepare_span(match[1]) if match[1] else self._link(name, match[2], match[3])
 
     def _heading(self, name, match):
         is_title = match[1] == "#"
         if is_title and name == "README.md":
             return match[0]
-        identifier = self.identifier(name) if is_title else self._heading_identifier(name, anchor_of(match[2]))
+        identifier = self.identifier(name) if is_title else self._heading_identifier(name, self._new_anchor(name, match[2]))
         return f"{match[0]} {{#{identifier}}}"
+
+    def _new_anchor(self, name, heading):
+        """A heading that a page has for the second time gets a number behind its anchor."""
+        anchor = anchor_of(heading)
+        count = self._anchors[name, anchor]
+        self._anchors[name, anchor] += 1
+        return f"{anchor}-{count}" if count else anchor
 
     def _heading_identifier(self, name, anchor):
         return f"{self.identifier(name)}_{anchor}"

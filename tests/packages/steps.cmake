@@ -10,11 +10,11 @@ macro(run)
     endif()
 endmacro()
 
-# Leaves the pkg-config file's flags for a client in `pc_flags`, and fails unless it is there in version 0.1 or newer.
+# Leaves the pkg-config file's flags for a client in `pc_flags`, and fails unless it is there in version 1.0 or newer.
 macro(read_pkg_config prefix)
     file(GLOB pc_folder "${prefix}/lib/*/pkgconfig" "${prefix}/lib/pkgconfig")
     set(ENV{PKG_CONFIG_PATH} "${pc_folder}")
-    run("${PKG_CONFIG}" --print-errors --exists "orvel-coordsys-core >= 0.1")
+    run("${PKG_CONFIG}" --print-errors --exists "orvel-coordsys-core >= 1.0")
     run("${PKG_CONFIG}" --cflags --libs orvel-coordsys-core)
     separate_arguments(pc_flags UNIX_COMMAND "${output}")
 endmacro()
