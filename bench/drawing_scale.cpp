@@ -96,7 +96,7 @@ const std::vector<Command>& commands()
     static const std::vector<Command> all = {
         {"show", {"show"}},
         {"assign", {"assign", "-q", "EPSG:31467"}},
-        {"convert --to 29", {"convert", "-q", "--to", "29"}},
+        {"convert to 29", {"convert", "-q", "--drawing-version", "29"}},
         {"forms", {"forms"}},
         {"clear", {"clear", "-q"}},
     };
@@ -199,7 +199,7 @@ bool check(const fs::path& program, int rounds)
             }
         }
         for (std::size_t sample = 0; sample < samples().size(); ++sample) {
-            run(program, {"", {"convert", "-q", "--to", "33"}}, folder.path() / (std::to_string(sample) + ".qedb"));
+            run(program, {"", {"convert", "-q", "--drawing-version", "33"}}, folder.path() / (std::to_string(sample) + ".qedb"));
             run(program, assign, folder.path() / (std::to_string(sample) + ".qedb"));
         }
     }
