@@ -9,7 +9,7 @@ namespace Orvelcs {
 namespace {
 
 constexpr std::size_t kIndent = 2;
-constexpr std::size_t kGap = 2; // between a term and its meaning
+constexpr std::size_t kTermGap = 2; // between a term and its meaning
 
 TextBlock parseIndentedLine(const std::string& line)
 {
@@ -68,9 +68,9 @@ std::string wrapText(const std::string& text, std::size_t width, std::size_t ind
 std::string layOutTerm(const std::string& term, const std::string& meaning, std::size_t width, std::size_t termColumns)
 {
     const std::size_t taken = kIndent + displayWidth(term);
-    const std::size_t start = kIndent + termColumns + kGap;
+    const std::size_t start = kIndent + termColumns + kTermGap;
     std::string line = std::string(kIndent, ' ') + term;
-    if (taken + kGap > start)
+    if (taken + kTermGap > start)
         line += "\n" + std::string(start, ' ');
     else
         line += std::string(start - taken, ' ');
