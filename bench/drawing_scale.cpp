@@ -199,7 +199,8 @@ bool check(const fs::path& program, int rounds)
             }
         }
         for (std::size_t sample = 0; sample < samples().size(); ++sample) {
-            run(program, {"", {"convert", "-q", "--drawing-version", "33"}}, folder.path() / (std::to_string(sample) + ".qedb"));
+            run(program, {"", {"convert", "-q", "--drawing-version", "33"}},
+                folder.path() / (std::to_string(sample) + ".qedb"));
             run(program, assign, folder.path() / (std::to_string(sample) + ".qedb"));
         }
     }
