@@ -152,7 +152,7 @@ TEST(ScaleBar, IsThereWhereTheScaleIsNearlyEven)
     const auto from = switzerland.placeAtPoint(middle);
     const auto to = switzerland.placeAtPoint({middle.x + bar->length, middle.y});
     const double metres =
-        Orvelcs::angleBetween(*from, *to) * Orvelcs::kRadiansInADegree * Orvelcs::kEarthRadiusInMetres;
+        Orvelcs::angleBetween(*from, *to) * Embedded::kRadiansPerDegree * Orvelcs::kEarthRadiusInMetres;
     EXPECT_NEAR(metres, 200'000, 2'000);
     EXPECT_FALSE(Orvelcs::makeScaleBar(MapView({-180, -90, 180, 90}, kPartsRoom)).has_value());
     EXPECT_FALSE(Orvelcs::makeScaleBar(MapView({-180, 0, 180, 90}, kPartsRoom)).has_value());

@@ -126,7 +126,7 @@ TEST(MapView, ShowsAllOfTheExtent)
     for (const Extent& extent : extents()) {
         SCOPED_TRACE(extent.name);
         const MapView view(extent.bounds, kRoom);
-        const double span = Orvelcs::longitudinalSpan(extent.bounds);
+        const double span = extent.bounds.longitudinalExtent();
         for (int step = 0; step <= 20; ++step)
             for (const double latitude : {extent.bounds.south, extent.bounds.north})
                 EXPECT_TRUE(view.sees(latitude, extent.bounds.west + span * step / 20)) << latitude << " " << step;

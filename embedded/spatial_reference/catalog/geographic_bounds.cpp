@@ -9,11 +9,6 @@ namespace {
 constexpr double kCircle = 360;
 constexpr double kTolerance = 1e-9; // of differences of degrees: a tenth of a millimetre
 
-double longitudinalExtent(const GeographicBounds& bounds)
-{
-    return bounds.east - bounds.west + (bounds.east < bounds.west ? kCircle : 0);
-}
-
 /// How far the meridian lies east of the other, from 0 to 360 degrees.
 double eastwardDistance(double from, double to)
 {
@@ -31,11 +26,11 @@ double normalizedLongitude(double longitude)
 /// The part of `left` from the western edge of `right` on, without its latitudes; nothing where that edge lies outside.
 std::optional<GeographicBounds> commonLongitudesFrom(const GeographicBounds& left, const GeographicBounds& right)
 {
-    const double leftExtent = longitudinalExtent(left);
+    const double leftExtent = left.longitudinalExtent();
     const double offset = eastwardDistance(left.west, right.west);
     if (offset > leftExtent + kTolerance)
         return std::nullopt;
-    const double extent = std::min(std::max(leftExtent - offset, 0.0), longitudinalExtent(right));
+    const double extent = std::min(std::max(leftExtent - offset, 0.0), right.longitudinalExtent());
     const double east = right.west + extent;
     return GeographicBounds{
         .west = right.west, .south = 0, .east = east > kCircle / 2 ? east - kCircle : east, .north = 0};
@@ -43,22 +38,27 @@ std::optional<GeographicBounds> commonLongitudesFrom(const GeographicBounds& lef
 
 std::optional<GeographicBounds> commonLongitudes(const GeographicBounds& left, const GeographicBounds& right)
 {
-    if (longitudinalExtent(left) >= kCircle)
+    if (left.longitudinalExtent() >= kCircle)
         return right;
-    if (longitudinalExtent(right) >= kCircle)
+    if (right.longitudinalExtent() >= kCircle)
         return left;
     const auto first = commonLongitudesFrom(left, right);
     const auto second = commonLongitudesFrom(right, left);
     if (!first || !second)
         return first ? first : second;
-    return longitudinalExtent(*first) >= longitudinalExtent(*second) ? first : second;
+    return first->longitudinalExtent() >= second->longitudinalExtent() ? first : second;
 }
 
 } // namespace
 
+double GeographicBounds::longitudinalExtent() const
+{
+    return std::min(east - west + (east < west ? kCircle : 0), kCircle);
+}
+
 GeographicPoint GeographicBounds::middle() const
 {
-    return {.latitude = (south + north) / 2, .longitude = normalizedLongitude(west + longitudinalExtent(*this) / 2)};
+    return {.latitude = (south + north) / 2, .longitude = normalizedLongitude(west + longitudinalExtent() / 2)};
 }
 
 std::optional<GeographicBounds> commonBounds(const GeographicBounds& left, const GeographicBounds& right)
@@ -75,8 +75,8 @@ bool GeographicBounds::contains(const GeographicBounds& other) const
 {
     if (other.south < south || other.north > north)
         return false;
-    const double extent = longitudinalExtent(*this);
-    return extent >= kCircle || eastwardDistance(west, other.west) + longitudinalExtent(other) <= extent + kTolerance;
+    const double extent = longitudinalExtent();
+    return extent >= kCircle || eastwardDistance(west, other.west) + other.longitudinalExtent() <= extent + kTolerance;
 }
 
 } // namespace Embedded

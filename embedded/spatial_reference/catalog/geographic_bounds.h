@@ -22,6 +22,8 @@ struct GeographicBounds {
 
     /// The edges count, and 180 degrees west is 180 degrees east.
     ZSR_API bool contains(const GeographicBounds& other) const;
+    /// How many degrees of longitude the area takes, from 0 to 360.
+    ZSR_API double longitudinalExtent() const;
     /// The middle, whose longitude is from -180 to 180.
     ZSR_API GeographicPoint middle() const;
 };

@@ -7,7 +7,7 @@
 
 namespace Embedded {
 
-/// What messages say of such a system.
+/// The words for such a system in messages.
 inline constexpr const char* kVerticalSystem = "a vertical system, which a drawing cannot have";
 
 /// Returns whether PROJ's database has a vertical system with the code.

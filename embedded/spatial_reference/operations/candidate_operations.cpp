@@ -33,8 +33,7 @@ CatalogOperation ownComposition(PJ* object)
                                .grids = usedGrids(object),
                                .isBallpark = isBallpark(object)};
     setArea(operation, object);
-    const bool hasAllGrids = std::ranges::all_of(operation.grids, &OperationGrid::isInstalled);
-    operation.isImplemented = !hasAllGrids || isInstantiable(object);
+    operation.isImplemented = !operation.hasAllGrids() || isInstantiable(object);
     return operation;
 }
 

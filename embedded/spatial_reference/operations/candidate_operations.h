@@ -31,8 +31,9 @@ public:
     /// Returns whether the source or the target has a height system, which plays no part in the positions.
     bool leavesHeightsOut() const { return leavesHeightsOut_; }
 
-    /// Where operations()[operation] puts the points, on the datum of the target; not a number where it gives no
-    /// position. The Error, with the status of an OperationError, says why the operation cannot be used.
+    /// Transforms the points by the operation of that index, onto the datum of the target. A point that it cannot
+    /// transform becomes not a number. The Error, with the status of an OperationError, says why the operation cannot
+    /// be used.
     [[nodiscard]] virtual Expected<std::vector<GeographicPoint>> positions(std::size_t operation,
                                                                            std::span<const GeographicPoint> points) = 0;
     /// The lengths in metres of the geodesics between positions on the target's ellipsoid. Not a number where one of

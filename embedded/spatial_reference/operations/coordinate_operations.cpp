@@ -78,8 +78,7 @@ std::optional<CatalogOperation> catalogOperation(const IndexedOperation& indexed
                                .isReversible = loaded->reversible,
                                .grids = usedGrids(object.get())};
     setArea(operation, object.get());
-    const bool hasAllGrids = std::ranges::all_of(operation.grids, &OperationGrid::isInstalled);
-    operation.isImplemented = !hasAllGrids || isApplicable(object.get(), direction);
+    operation.isImplemented = !operation.hasAllGrids() || isApplicable(object.get(), direction);
     return operation;
 }
 
@@ -129,10 +128,14 @@ std::vector<CatalogOperation> listOperations(const SystemParts& source, const Sy
     return sorted(std::move(operations), ranks);
 }
 
+bool CatalogOperation::hasAllGrids() const
+{
+    return std::ranges::all_of(grids, &OperationGrid::isInstalled);
+}
+
 bool CatalogOperation::isUsable() const
 {
-    return isImplemented && (direction == OperationDirection::forward || isReversible) &&
-           std::ranges::all_of(grids, &OperationGrid::isInstalled);
+    return isImplemented && (direction == OperationDirection::forward || isReversible) && hasAllGrids();
 }
 
 Expected<std::vector<CatalogOperation>> operationsBetween(std::wstring_view sourceCode, std::wstring_view targetCode)

@@ -42,6 +42,7 @@ struct CatalogOperation {
     std::vector<OperationGrid> grids;
     bool isBallpark = false; // whether it treats different datums as equal, as none of the catalog's does
 
+    ZSR_API bool hasAllGrids() const;
     /// Returns whether the operation can transform coordinates here: it has this direction, its method and all of its
     /// grids.
     ZSR_API bool isUsable() const;

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 #include <string>
 
+#include "embedded/base/degrees.h"
 #include "embedded/base/json/json_builder.h"
 #include "embedded/base/parse_number.h"
 #include "embedded/spatial_reference/projjson/proj_object.h"
@@ -75,7 +75,7 @@ struct NamedUnit {
     double factor;
 };
 constexpr NamedUnit kMetre{"metre", "LinearUnit", 1.0};
-constexpr NamedUnit kDegree{"degree", "AngularUnit", std::numbers::pi / 180};
+constexpr NamedUnit kDegree{"degree", "AngularUnit", kRadiansPerDegree};
 constexpr NamedUnit kUnity{"unity", "ScaleUnit", 1.0};
 
 Projjson spelledOut(const NamedUnit& unit, double factor)

@@ -290,7 +290,7 @@ public:
     bool next();
     /// The key of the entry, the iterator's own. No export reaches it: a stub will do.
     const wchar_t* name() const;
-    /// The object of the entry, or an id that cannot be opened where there is no entry.
+    /// Returns the id of the entry's object. If there is no entry, the id cannot be opened.
     QeDbObjectId objectId() const;
 
     explicit QeDbDictionaryIterator(const Draft::Entries& entries);

@@ -66,7 +66,7 @@ TEST_F(ExchangePage, EmptyLayer_TakesFeatures)
 
 TEST_F(ExchangePage, OptionsOfOtherPrograms_TakeTheDefinition)
 {
-    const std::vector<std::string> outputs = runExamples("Without a file");
+    const std::vector<std::string> outputs = runExamples("As an option of another program");
     ASSERT_EQ(outputs.size(), 2U);
     EXPECT_THAT(outputs[0], HasSubstr("PROJCRS[\"ETRS89 / UTM zone 32N\""));
     EXPECT_THAT(outputs[1], AllOf(HasSubstr("Feature Count: 1\n"), HasSubstr("PROJCRS[\"ETRS89 / UTM zone 32N\"")));
@@ -75,7 +75,7 @@ TEST_F(ExchangePage, OptionsOfOtherPrograms_TakeTheDefinition)
 TEST_F(ExchangePage, SystemOfAnotherProgram_GoesIntoADrawing)
 {
     givenDrawing("copy.qedb");
-    runExamples("Without a file"); // makes plan.gpkg
+    runExamples("As an option of another program"); // makes plan.gpkg
     runExamples("Back into a drawing");
     EXPECT_TRUE(isSameSystem(kSystem, run({"show", "copy.qedb", "--format", "wkt2"}).output));
 }

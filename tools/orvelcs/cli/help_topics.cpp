@@ -27,16 +27,13 @@ constexpr const char* kOptions =
     "  -q, --quiet  Leaves out notes, confirmations such as \"assigned EPSG:25832\", and progress. Results and errors "
     "are still printed.\n"
     "  --color WHEN  auto uses colour on a terminal, unless NO_COLOR or TERM say otherwise. never shows progress "
-    "without "
-    "escape sequences, too. The last of --color and --no-color counts.\n"
+    "without escape sequences, too. The last of --color and --no-color counts.\n"
     "  --user-dir DIR  The folder of the user's settings file in this run, of 259 characters at most. Commands that "
     "change the user's configuration create it if it does not exist. Without this option the environment names the "
     "folder, or else it is in the user's local application data.\n"
     "  --registry FILE  The file that stands for the user's registry on systems without a registry. Without this "
-    "option "
-    "it is orvel/registry.db in the user's configuration folder. On Windows it names a key, which stands for the "
-    "user's "
-    "registry in this run.\n"
+    "option it is orvel/registry.db in the user's configuration folder. On Windows it names a key, which stands for "
+    "the user's registry in this run.\n"
     "  --wait SECONDS  A number from 0 to 86400, which may have decimals. On a terminal a line shows that the command "
     "waits. When the time is over the command fails and names what the other process has locked.\n"
     "  --check  With --version. The exit status is 1 for a database that is damaged or missing. In JSON the member "
@@ -65,20 +62,16 @@ constexpr const char* kSystems =
     "system is named as such; a drawing cannot have one.";
 
 constexpr const char* kBatches =
-    "Commands that take several drawings take one after another. A drawing that fails does not end the batch. A system "
-    "is looked up before the first drawing is opened, and an unknown one is one message. On a terminal a line shows "
-    "the "
-    "position, and after two seconds also the rate and the time that is left.\n\n"
-    "  --files-from LIST  Also takes the drawings that this file names, one a line, after those of the command line. - "
-    "is standard input. Blank lines are skipped. If there is no name at all, nothing is done, and the exit status is "
-    "0. "
-    "With a list the JSON document is always an array.\n"
+    "Commands that take several drawings take one after another. A drawing that fails does not end the batch. A "
+    "system is looked up before the first drawing is opened, and an unknown one is one message. On a terminal a line "
+    "shows the position, and after two seconds also the rate and the time that is left.\n\n"
+    "  --files-from LIST  Also takes the drawings that this file names, one a line, after those of the command line. "
+    "- is standard input. Blank lines are skipped. An empty list is no error: the command does nothing and ends with "
+    "status 0. With a list the JSON document is always an array.\n"
     "  -0, --null  The names in the list end with NUL, as find writes them with -print0.\n\n"
     "An interruption (Ctrl-C, or the signal SIGTERM) lets the drawing in hand be finished. Then a message says how "
-    "many "
-    "drawings were done, the JSON array is closed, and the exit status is 130. A second one ends the program at once. "
-    "If "
-    "nobody reads standard output any more, the batch ends silently after the drawing in hand is saved.";
+    "many drawings were done, the JSON array is closed, and the exit status is 130. A second one ends the program at "
+    "once. If nobody reads standard output any more, the batch ends silently after the drawing in hand is saved.";
 
 constexpr const char* kEnvironment =
     "  NO_COLOR  If it is set and not empty, no colour is used, and progress is shown without escape sequences.\n"
@@ -89,10 +82,9 @@ constexpr const char* kEnvironment =
 
 constexpr const char* kExitStatus =
     "  0  Done.\n"
-    "  1  The operation failed or was refused, or the results could not be written. This includes failed look-ups: the "
-    "catalog is missing or damaged, a settings file cannot be read, or there is not enough memory. The message gives "
-    "the "
-    "cause and the file or folders.\n"
+    "  1  The operation failed or was refused, or the results could not be written. This includes failed look-ups: "
+    "the catalog is missing or damaged, a settings file cannot be read, or there is not enough memory. The message "
+    "gives the cause and the file or folders.\n"
     "  2  Wrong usage; nothing was done.\n"
     "  3  Nothing was found: no coordinate system in the drawing, no match in the catalog, or no transformation.\n"
     "  130  A batch was interrupted.\n"

@@ -200,23 +200,16 @@ const std::string kAssignDetails =
     std::string(kSystemHelp) +
     " The system of a text is user-defined and needs --code; that of a drawing keeps its code.\n\n"
     "A drawing whose assignment fails or is vetoed is left exactly as it was; the other drawings are changed. A "
-    "deprecated "
-    "code is assigned with a note. For a misspelt code, or a misspelt word of a name, the message names the nearest "
-    "systems "
-    "that exist. If the code and a drawing are given in each other's place, that is wrong usage, and the message has "
-    "the "
-    "right command.\n\n"
+    "deprecated code is assigned with a note. For a misspelt code, or a misspelt word of a name, the message names "
+    "the nearest systems that exist. If the code and a drawing are given in each other's place, that is wrong usage, "
+    "and the message has the right command.\n\n"
     "In a text, a unit keeps its name and its factor, even if the usual factor of that unit differs. A definition "
-    "whose "
-    "units cannot be stored in this way is refused, and so is one with a NUL character in a name or code.\n\n"
-    "In the notices that --events prints, the name is the code of the system, \"\" for an assignment of no definition, "
-    "and "
-    "null for a removal. In JSON result is the result of the host, status what the module reported of the "
-    "spatial-reference library, and events every notice. For a definition that cannot be read result is null, because "
-    "no "
-    "drawing was opened; status says why the library refused the text and is 0 if the file could not be read; and "
-    "error "
-    "names the definition file.";
+    "whose units cannot be stored in this way is refused, and so is one with a NUL character in a name or code.\n\n"
+    "In the notices that --events prints, the name is the code of the system, \"\" for an assignment of no "
+    "definition, and null for a removal. In JSON result is the result of the host, status what the module reported of "
+    "the spatial-reference library, and events every notice. For a definition that cannot be read result is null, "
+    "because no drawing was opened; status says why the library refused the text and is 0 if the file could not be "
+    "read; and error names the definition file.";
 
 std::vector<Command> declareAssign(CLI::App& program)
 {

@@ -200,22 +200,16 @@ ExitStatus runCatalogShow(const CatalogShowOptions& options, Output& output)
 }
 
 constexpr const char* kSearchDetails =
-    "Each system is listed with its kind, its name and its area of use. An exact code comes first, then an exact name, "
-    "then "
-    "systems that have all words as whole words, then those that have them at the beginning of words, then the rest. "
-    "Among "
-    "equals, systems in use come before deprecated ones.\n\n"
+    "Each system is listed with its kind, its name and its area of use. An exact code comes first, then an exact "
+    "name, then systems that have all words as whole words, then those that have them at the beginning of words, then "
+    "the rest. Among equals, systems in use come before deprecated ones.\n\n"
     "A number alone is the code of every authority that has it, and a code may also be written as "
     "urn:ogc:def:crs:EPSG::25832 or http://www.opengis.net/def/crs/EPSG/0/25832. With --kind, --authority, --at, "
-    "--bbox or "
-    "--area the text can be left out. If nothing matches, the message names the systems that are meant if words of the "
-    "text "
-    "are misspelt.\n\n"
+    "--bbox or --area the text can be left out. If nothing matches, the message names the systems that are meant if "
+    "words of the text are misspelt.\n\n"
     "In JSON areaOfUse has the area's name and its bounds, an array of west, south, east and north in degrees, in "
-    "which west "
-    "is greater than east where the area crosses the antimeridian. It is null if the catalog does not say where a "
-    "system is "
-    "used.";
+    "which west is greater than east where the area crosses the antimeridian. It is null if the catalog does not say "
+    "where a system is used.";
 
 Command declareSearch(CLI::App& catalog)
 {
@@ -228,7 +222,8 @@ Command declareSearch(CLI::App& catalog)
                   {{"Find a system by words of its name", "orvelcs catalog search ETRS89 UTM 32N"},
                    {"List the projected systems for use in Berlin", "orvelcs catalog search --at 52.5,13.4 --kind 3"},
                    {"List five systems of an area", "orvelcs catalog search --area Iceland --limit 5"},
-                   {"Look for what is not there", "orvelcs catalog search xyzzy", ExitStatus::nothingFound}},
+                   {"Search for a name that the catalog does not have", "orvelcs catalog search xyzzy",
+                    ExitStatus::nothingFound}},
                   {{ExitStatus::nothingFound, "nothing matches"}}});
     addArguments(*app, "TEXT", options->words, "the words, in any order and case");
     addArgument(

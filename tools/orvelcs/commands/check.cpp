@@ -125,14 +125,11 @@ std::vector<Command> declareCheck(CLI::App& program)
          "Read drawings completely and report their faults",
          {"check [OPTIONS] FILE...", "check [OPTIONS] FILE --salvage OUT"},
          "Each drawing is read page by page, row by row and object by object, and each fault is reported with its "
-         "place. "
-         "Every flipped bit of a file is found, while the other commands find only damage in what they read. The exit "
-         "status "
-         "is 1 if a fault is found. The drawings are never changed.\n\n"
+         "place. Every flipped bit of a file is found, while the other commands find only damage in what they read. "
+         "The exit status is 1 if a fault is found. The drawings are never changed.\n\n"
          "--salvage writes every object that can be read into a new drawing and lists the objects that are lost. "
          "Dictionaries and xrecords without an owner are put into the dictionary SALVAGED of the named objects, by "
-         "their "
-         "handles. In JSON faults is an array of objects with place and message.",
+         "their handles. In JSON faults is an array of objects with place and message.",
          {{"Check a drawing", "orvelcs check plan.qedb"},
           {"Save what can be read of a damaged drawing", "orvelcs check damaged.qedb --salvage saved.qedb",
            ExitStatus::failed}}});

@@ -165,23 +165,19 @@ ExitStatus runRemove(const ConfigOptions& options, Output& output)
 
 constexpr const char* kGetDetails =
     "The text is the drawing's, that of the user's settings file, or the one in the user's part of the registry. For "
-    "an "
-    "empty configuration nothing is printed and the exit status is 0. In JSON it is the member text, or null.\n\n"
+    "an empty configuration nothing is printed and the exit status is 0. In JSON it is the member text, or null.\n\n"
     "A settings file is refused if it is a folder, a pipe or a device, if it may not be read, or if it is not UTF-8. "
-    "This "
-    "holds for every command that reads the user's configuration.";
+    "This holds for every command that reads the user's configuration.";
 
 const std::string kSetDetails =
     "The text replaces the configuration. A drawing stores it unchanged. The settings file has a line for each item, "
-    "and "
-    "text after the last </Item> is not stored. " +
+    "and text after the last </Item> is not stored. " +
     std::string(kItemRefusals) +
-    "\n\nThe module writes the settings file into the folder .orvelcs-new beside the old one. The new file is read for "
+    "\n\n"
+    "The module writes the settings file into the folder .orvelcs-new beside the old one. The new file is read for "
     "comparison and then replaces the old one, either completely or not at all. A symbolic link still points to the "
-    "file, "
-    "and the file keeps its permissions. Other hard links keep the old text. In JSON result says whether the text is "
-    "stored "
-    "and events every notice that a registered reactor received.";
+    "file, and the file keeps its permissions. Other hard links keep the old text. In JSON result says whether the "
+    "text is stored and events every notice that a registered reactor received.";
 
 constexpr const char* kClearDetails = "For the user this empties the store in the registry. The settings file is not "
                                       "changed and is still read, and a note "
@@ -190,12 +186,10 @@ constexpr const char* kClearDetails = "For the user this empties the store in th
 constexpr const char* kConfigDetails =
     "A drawing's configuration is used before the user's.\n\n"
     "For the user, config set, config add, config remove and config clear lock the file orvelcs.lock before they read "
-    "and "
-    "release it after they have written, so that no item is lost that another process adds. The lock file is in the "
-    "folder "
-    "of the settings file, or in the folder of the file that a link of that name points to. A missing folder is "
-    "created. The "
-    "lock file remains after the command, but the system releases the lock when the process ends in any way.";
+    "and release it after they have written, so that no item is lost that another process adds. The lock file is in "
+    "the folder of the settings file, or in the folder of the file that a link of that name points to. A missing "
+    "folder is created. The lock file remains after the command, but the system releases the lock when the process "
+    "ends in any way.";
 
 using Run = ExitStatus (*)(const ConfigOptions&, Output&);
 
@@ -276,8 +270,7 @@ std::vector<Command> declareConfig(CLI::App& program)
                  "Remove the items of two systems from a configuration",
                  {"config remove --source CODE --target CODE (--drawing FILE | --user)"},
                  "Every item of the two systems is removed, ignoring case. The rest of the text stays as it is. "
-                 "Without such "
-                 "an item nothing is changed.",
+                 "Without such an item nothing is changed.",
                  {{"Remove a choice from a drawing",
                    "orvelcs config remove --source EPSG:4230 --target EPSG:4326 --drawing configured.qedb"}},
                  {{ExitStatus::nothingFound, "there is no such item"}}},

@@ -109,8 +109,7 @@ CommandText textOfAdd()
                 kItemRefusals +
                 " A note says then if the catalog does not have the name, or has it several times.\n\n"
                 "--best adds the first candidate of the ranking that the catalog has, that can be used here, and "
-                "whose "
-                "area of use does not lie outside of the place. Notes say what was skipped, and why.\n\n" +
+                "whose area of use does not lie outside of the place. Notes say what was skipped, and why.\n\n" +
                 kPlaceHelp,
             {{"Choose a transformation for a drawing",
               "orvelcs config add --source EPSG:4230 --target EPSG:4326 --name \"ED50 to WGS 84 (1)\" "

@@ -135,16 +135,12 @@ ExitStatus runConvert(ConvertOptions& options, Output& output)
 constexpr const char* kConvertDetails =
     "The drawing is saved as the host saves it: the module turns what it keeps in the drawing into the forms of that "
     "version. Below version 30 these are the legacy projection record, the definition xrecord and well-known text in "
-    "the "
-    "GeoData object; from 30 on it is only the GeoData text.\n\n"
+    "the GeoData object; from 30 on it is only the GeoData text.\n\n"
     "A drawing whose coordinate system cannot be read, or does not fit into the older forms, is refused; the drawing "
-    "and OUT "
-    "are left exactly as they were. With --force OUT is overwritten completely or not at all, and a file that is no "
-    "drawing "
-    "is not overwritten. A drawing from standard input is printed, unless -o is given.\n\n"
+    "and OUT stay unchanged. With --force an existing drawing OUT is replaced, completely or not at all; a file of "
+    "another kind is never replaced. A drawing from standard input is printed, unless -o is given.\n\n"
     "The coordinate system stays the same and no reactor is notified, so events is empty in JSON. drawingVersion is "
-    "the "
-    "version that was written, or null if nothing was written.";
+    "the version that was written, or null if nothing was written.";
 
 std::vector<Command> declareConvert(CLI::App& program)
 {

@@ -168,28 +168,21 @@ ExitStatus runForms(FormsOptions& options, Output& output)
 }
 
 constexpr const char* kFormsDetails =
-    "The forms are shown without the module: the legacy projection record, the definition xrecord with the definitions "
-    "that "
-    "can be unpacked from it, the GeoData text and the transformation configuration. A definition xrecord whose layout "
-    "the "
-    "module does not know, or whose last group is not closed, is noted as not readable by the module. An unpaired "
-    "surrogate "
-    "of a text is shown as U+FFFD.\n\n"
-    "--put writes the forms in the given order, either all or none, and prints all forms of the drawing. FORM=VALUE is "
-    "one "
-    "of these:\n"
+    "The forms are shown without the module: the legacy projection record, the definition xrecord with the "
+    "definitions that can be unpacked from it, the GeoData text and the transformation configuration. A definition "
+    "xrecord whose layout the module does not know, or whose last group is not closed, is noted as not readable by "
+    "the module. An unpaired surrogate of a text is shown as U+FFFD.\n\n"
+    "--put writes the forms in the given order, either all or none, and prints all forms of the drawing. FORM=VALUE "
+    "is one of these:\n"
     "  legacy=CODE  The legacy projection record. Without CODE it is removed.\n"
     "  legacy-chain=JSON  The same from a chain, with or without the application name that begins it. Without JSON it "
-    "is "
-    "removed.\n"
+    "is removed.\n"
     "  xrecord-chain=JSON  The definition xrecord. Without JSON it is removed; an empty array stores an empty one.\n"
     "  geodata=TEXT  The GeoData text. The object is made in model space when it is missing, unless the text is "
     "empty.\n"
-    "  config=TEXT  The transformation configuration, which may be empty.\n"
-    "\n"
+    "  config=TEXT  The transformation configuration, which may be empty.\n\n"
     "A chain is a JSON array of objects with code, the group code, and value, a string or a number, or hex, the bytes "
-    "of a "
-    "binary chunk:\n\n"
+    "of a binary chunk:\n\n"
     "  [{\"code\": 1071, \"value\": 1}, {\"code\": 310, \"hex\": \"0aff\"}]";
 
 std::vector<Command> declareForms(CLI::App& program)

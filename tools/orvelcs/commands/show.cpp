@@ -242,11 +242,10 @@ const std::string kShowDetails =
     std::string("The system is shown as the module reads it. @FILE is the system of a drawing, or of a text with WKT, "
                 "PROJJSON or a PROJ string. For a deprecated system the codes that replace it are shown.\n\n") +
     kFormatHelp +
-    "\n\nIn JSON source is legacy for a drawing with a legacy code, which the definition record or the catalog "
-    "completes, "
+    "\n\n"
+    "In JSON source is legacy for a drawing with a legacy code, which the definition record or the catalog completes, "
     "and otherwise geodata. deprecated says whether the catalog has deprecated the system, and replacedBy is the code "
-    "that "
-    "replaces it best; both are null for a system that the catalog does not have.\n\n"
+    "that replaces it best; both are null for a system that the catalog does not have.\n\n"
     "If the catalog cannot be read, the definition that the drawing stores is shown, and a note gives the reason. "
     "knownToCatalog is null then.";
 

@@ -146,20 +146,16 @@ ExitStatus runList(const TransformationOptions& options, Output& output)
 
 const std::string kListDetails =
     std::string(kSystemHelp) +
-    "\n\nThe list has the operations between the datums of the two systems, in either direction, and between their "
-    "heights "
-    "if the systems have heights. Each has its code, kind, accuracy, direction, name and area of use, and its grids "
-    "with a "
-    "remark whether they are installed. Projected and compound systems have those of the geodetic systems below them. "
-    "Deprecated ones are left out, and so are operations that PROJ composes by itself, which have no code for a "
-    "configuration.\n\n"
+    "\n\n"
+    "The list has the operations between the datums of the two systems, in either direction, and between their "
+    "heights if the systems have heights. Each has its code, kind, accuracy, direction, name and area of use, and its "
+    "grids with a remark whether they are installed. Projected and compound systems have those of the geodetic "
+    "systems below them. Deprecated ones are left out, and so are operations that PROJ composes by itself, which have "
+    "no code for a configuration.\n\n"
     "Operations that can be used here come before those that cannot, because a grid is missing, PROJ does not "
-    "implement the "
-    "method, or they have the opposite direction and are not reversible. Among these, those with a larger area of use "
-    "come "
-    "first, then those with a better accuracy, as PROJ orders them. Those that PROJ would not offer come last, by "
-    "accuracy "
-    "and code.";
+    "implement the method, or they have the opposite direction and are not reversible. Among these, those with a "
+    "larger area of use come first, then those with a better accuracy, as PROJ orders them. Those that PROJ would not "
+    "offer come last, by accuracy and code.";
 
 std::vector<Command> declareTransformation(CLI::App& program)
 {

@@ -80,10 +80,9 @@ std::string distanceText(const Candidate& candidate)
 /// Prints what the lines of area and grids do not say.
 void printRemarks(const Candidate& candidate, Output& output)
 {
-    const bool lacksGrid = !std::ranges::all_of(candidate.operation.grids, &Embedded::OperationGrid::isInstalled);
     if (candidate.isUsable && !candidate.reason.empty())
         printDetail(oneLine(candidate.reason), output);
-    else if (!candidate.isUsable && !lacksGrid)
+    else if (!candidate.isUsable && candidate.operation.hasAllGrids())
         printDetail("cannot be used: " + oneLine(candidate.reason), output);
     if (!candidate.hasCode())
         printDetail("not in the catalog, so no configuration can name it", output);
@@ -226,7 +225,8 @@ std::vector<Command> declareCompare(CLI::App& program)
           {"Compare two at a point", "orvelcs transformation compare EPSG:4230 EPSG:4326 --between EPSG:1133 EPSG:1134 "
                                      "--at 50,9"},
           {"Draw how far apart the two best are", "orvelcs transformation compare EPSG:4230 EPSG:4326 -o ed50.svg"}},
-         {{ExitStatus::nothingFound, "there is no candidate, or the place lies outside of the areas of all"}}});
+         {{ExitStatus::nothingFound,
+           "there is no candidate, or the place lies outside the area of use of every candidate"}}});
     addArgument(*app, "SRC", options->source, "the SYSTEM to transform from")->required();
     addArgument(*app, "DST", options->target, "the SYSTEM to transform to")->required();
     addArguments(*app, "--between A B", options->between,

@@ -10,11 +10,10 @@ namespace Orvelcs {
 
 /// What is refused, for the help of commands.
 inline constexpr const char* kItemRefusals =
-    "What can never work is refused, and the message says why: a code or a name that the catalog does not have, a name "
-    "that "
-    "several operations have, an operation that does not lead from the source to the target, in reverse if it is "
-    "reversible, and a second item of the same source and target, which the module would never use. A grid that is not "
-    "installed is no reason. With --force it is stored all the same, without a look at the catalog.";
+    "What can never work is refused, and the message says why: a code or a name that the catalog does not have, a "
+    "name that several operations have, an operation that does not lead from the source to the target, in reverse if "
+    "it is reversible, and a second item of the same source and target, which the module would never use. A grid that "
+    "is not installed does not matter. With --force the item is stored without being checked against the catalog.";
 
 /// The item with its codes and its name as the catalog spells them. Throws Failure, with the way out, for a code or a
 /// name that the catalog does not have, for a name that it has several times, and for an operation that does not lead

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <tuple>
 #include <utility>
 
 #include "embedded/base/case_folding.h"
+#include "embedded/base/degrees.h"
 #include "embedded/base/text.h"
 #include "orvelcs/cli/failure.h"
 #include "orvelcs/drawing/catalog_lookup.h"
@@ -61,10 +61,10 @@ struct Direction3D {
 
 Direction3D directionOf(const Point& point)
 {
-    constexpr double kRadian = std::numbers::pi / 180;
-    const double fromAxis = std::cos(point.latitude * kRadian);
-    return {fromAxis * std::cos(point.longitude * kRadian), fromAxis * std::sin(point.longitude * kRadian),
-            std::sin(point.latitude * kRadian)};
+    const double fromAxis = std::cos(point.latitude * Embedded::kRadiansPerDegree);
+    return {fromAxis * std::cos(point.longitude * Embedded::kRadiansPerDegree),
+            fromAxis * std::sin(point.longitude * Embedded::kRadiansPerDegree),
+            std::sin(point.latitude * Embedded::kRadiansPerDegree)};
 }
 
 /// The middle of an area; of several the middle that lies nearest to the middle of them all.
@@ -112,9 +112,8 @@ RankGroup groupOf(const Candidate& candidate)
 auto rankOf(const Candidate& candidate)
 {
     const Embedded::CatalogOperation& operation = candidate.operation;
-    const bool lacksGrid = !std::ranges::all_of(operation.grids, &Embedded::OperationGrid::isInstalled);
-    return std::tuple(groupOf(candidate), !candidate.isUsable && !lacksGrid, !operation.accuracyInMetres.has_value(),
-                      operation.accuracyInMetres.value_or(0), candidate.index);
+    return std::tuple(groupOf(candidate), !candidate.isUsable && operation.hasAllGrids(),
+                      !operation.accuracyInMetres.has_value(), operation.accuracyInMetres.value_or(0), candidate.index);
 }
 
 bool isPosition(const Point& point)

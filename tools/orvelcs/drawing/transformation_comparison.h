@@ -62,8 +62,8 @@ public:
     const Embedded::GeographicPoint& point() const { return *place_.at; }
     bool leavesHeightsOut() const { return operations_->leavesHeightsOut(); }
 
-    /// Where a candidate puts the points, on the datum of the target; not a number where it gives no position. Throws
-    /// Failure for a candidate that cannot be used.
+    /// Transforms the points by a candidate, onto the datum of the target. A point that it cannot transform becomes not
+    /// a number. Throws Failure for a candidate that cannot be used.
     std::vector<Embedded::GeographicPoint> positions(const Candidate& candidate,
                                                      std::span<const Embedded::GeographicPoint> points);
     /// The distances between such positions, one by one; not a number where one of the two is not.

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 
+#include "embedded/base/degrees.h"
 #include "embedded/base/parse_number.h"
 
 namespace Orvelcs {
@@ -144,13 +144,12 @@ std::optional<Angle> parseAngle(std::string_view text)
 
 std::optional<double> angleOnAxis(const Angle& angle, const Embedded::AxisUnit& axis)
 {
-    constexpr double kDegreeInRadians = std::numbers::pi / 180;
     constexpr double kRounding = 1e-12;
     const bool hasHemisphere = angle.hemisphere != AxisDirection::other;
     const bool isOpposite = hasHemisphere && angle.hemisphere == opposite(axis.direction);
     if (hasHemisphere && !isOpposite && angle.hemisphere != axis.direction)
         return std::nullopt;
-    const double degreesInUnit = axis.toBaseUnit / kDegreeInRadians;
+    const double degreesInUnit = axis.toBaseUnit / Embedded::kRadiansPerDegree;
     const bool isInDegrees = std::abs(degreesInUnit - 1) < kRounding;
     const double value = isInDegrees ? angle.degrees : angle.degrees / degreesInUnit;
     return isOpposite ? -value : value;

@@ -89,7 +89,7 @@ std::string roffBlocks(const std::string& source)
     std::string text;
     for (const TextBlock& block : parseTextBlocks(source)) {
         if (block.kind == TextBlock::Kind::paragraph)
-            text += ".PP\n" + sentences(block.text);
+            text += std::string(kParagraph) + sentences(block.text);
         else
             text += block.kind == TextBlock::Kind::item ? roffItem(block.term, block.text) : roffLiteral(block.text);
     }
@@ -116,7 +116,7 @@ std::string roffExamples(const CommandEntry& command)
 {
     std::string text;
     for (const CommandExample& example : command.examples)
-        text += ".PP\n" + sentences(example.purpose + ":") + roffLiteral("$ " + example.command);
+        text += std::string(kParagraph) + sentences(example.purpose + ":") + roffLiteral("$ " + example.command);
     return text;
 }
 

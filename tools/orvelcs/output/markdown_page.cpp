@@ -78,9 +78,9 @@ std::string markdownExitStatuses(const CommandEntry& command)
     std::string text;
     for (const ExitMeaning& meaning : command.exitStatuses)
         if (meaning.status == ExitStatus::nothingFound || meaning.status == ExitStatus::interrupted)
-            text += fmt::format("{}{} {}", text.empty() ? "\nExit status: " : ", ", static_cast<int>(meaning.status),
+            text += fmt::format("\nThe exit status is {} if {}.\n", static_cast<int>(meaning.status),
                                 markdown(meaning.meaning));
-    return text.empty() ? text : text + ".\n";
+    return text;
 }
 
 std::string markdownExamples(const CommandEntry& command)

@@ -7,12 +7,12 @@
 #include <cstdint>
 #include <iterator>
 #include <limits>
-#include <numbers>
 #include <tuple>
 #include <utility>
 
 #include <fmt/format.h>
 
+#include "embedded/base/degrees.h"
 #include "embedded/base/parse_number.h"
 #include "embedded/base/text.h"
 #include "orvelcs/output/angle_text.h"
@@ -68,7 +68,7 @@ Embedded::Expected<double> parseAngleOnAxis(std::string_view text, const Embedde
 int decimalsForAxis(const Embedded::AxisUnit& axis)
 {
     constexpr double kFinestLengthInMetres = 1e-6;
-    constexpr double kFinestAngleInRadians = 1e-10 * std::numbers::pi / 180;
+    constexpr double kFinestAngleInRadians = 1e-10 * Embedded::kRadiansPerDegree;
     constexpr double kRounding = 1e-6; // a unit's factor is not exact to the last digit
     const double finest = axis.isAngular ? kFinestAngleInRadians : kFinestLengthInMetres;
     return std::max(0, static_cast<int>(std::ceil(std::log10(axis.toBaseUnit / finest) - kRounding)));

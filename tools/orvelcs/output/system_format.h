@@ -33,11 +33,10 @@ struct FormatOption {
 /// What the help says below the options of a command with --format.
 inline constexpr const char* kFormatHelp =
     "With --format the definition is printed alone, on one line for each system. What is printed is the same system "
-    "when "
-    "PROJ reads it back; names and identifiers may differ. A format that cannot say the whole system is refused with "
-    "what it cannot say: wkt1 and esri lack some kinds of systems, and a proj string has names for few datums, such as "
-    "WGS84, NAD83 and NAD27. The order of axes is a part of wkt2, wkt1 and projjson; in the other two an easting or a "
-    "longitude comes first. In JSON the members are format and definition.";
+    "when PROJ reads it back; names and identifiers may differ. A format that cannot say the whole system is refused "
+    "with what it cannot say: wkt1 and esri lack some kinds of systems, and a proj string has names for few datums, "
+    "such as WGS84, NAD83 and NAD27. The order of axes is a part of wkt2, wkt1 and projjson; in the other two an "
+    "easting or a longitude comes first. In JSON the members are format and definition.";
 
 /// Adds --format.
 void addFormatOption(CLI::App& command, FormatOption& option);

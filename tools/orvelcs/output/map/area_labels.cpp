@@ -37,7 +37,7 @@ std::vector<MapPoint> pointsIn(const MappedArea& area, const std::vector<MappedA
     for (int row = 1; row < kSteps; ++row)
         for (int column = 1; column < kSteps; ++column) {
             const double latitude = bounds.south + (bounds.north - bounds.south) * row / kSteps;
-            const double longitude = bounds.west + longitudinalSpan(bounds) * column / kSteps;
+            const double longitude = bounds.west + bounds.longitudinalExtent() * column / kSteps;
             if (const auto point = view.at(latitude, longitude)) {
                 points.push_back({*point, countOthers(areas, area, latitude, longitude)});
                 sum = {sum.x + point->x, sum.y + point->y};

@@ -50,6 +50,19 @@ PageBox boxAround(const MapPoint& middle, double width, double height)
     return {middle.x - width / 2, middle.y - height / 2, width, height};
 }
 
+void drawCentredText(SvgWriter& svg, const char* cssClass, const MapPoint& middle, double fontSize,
+                     const std::string& text)
+{
+    constexpr double kBaseline = 0.36; // below the middle, as a share of the font's size
+    svg.text("text",
+             {{"class", cssClass},
+              {"x", middle.x},
+              {"y", middle.y + fontSize * kBaseline},
+              {"text-anchor", "middle"},
+              {"font-size", fontSize}},
+             text);
+}
+
 void drawOutline(SvgWriter& svg, const std::vector<PlaneLine>& outline, std::string_view cssClass)
 {
     if (outline.empty())
@@ -82,7 +95,6 @@ void drawPointSign(SvgWriter& svg, const MapPoint& point)
 void drawLetterBox(SvgWriter& svg, char letter, const MapPoint& middle)
 {
     constexpr double kFontSize = 11;
-    constexpr double kBaseline = 0.36; // below the middle
     const PageBox box = boxAround(middle, kLetterSize, kLetterSize);
     svg.element("rect", {{"class", fmt::format("letter {}", letter)},
                          {"x", box.x},
@@ -90,13 +102,7 @@ void drawLetterBox(SvgWriter& svg, char letter, const MapPoint& middle)
                          {"width", box.width},
                          {"height", box.height},
                          {"rx", 3.0}});
-    svg.text("text",
-             {{"class", "letter-text"},
-              {"x", middle.x},
-              {"y", middle.y + kFontSize * kBaseline},
-              {"text-anchor", "middle"},
-              {"font-size", kFontSize}},
-             std::string(1, letter));
+    drawCentredText(svg, "letter-text", middle, kFontSize, std::string(1, letter));
 }
 
 bool ComparisonLayers::isFree(const PageBox& box) const
@@ -105,13 +111,26 @@ bool ComparisonLayers::isFree(const PageBox& box) const
            std::ranges::none_of(taken_, [&](const PageBox& other) { return other.meets(box); });
 }
 
+bool ComparisonLayers::take(const PageBox& box)
+{
+    if (!isFree(box))
+        return false;
+    taken_.push_back(box);
+    return true;
+}
+
 void ComparisonLayers::drawBands(const DistanceGrid& grid, const DistanceScale& scale)
 {
     svg_.open("g", {{"class", "bands"}});
     for (std::size_t band = 0; band < scale.bandCount(); ++band) {
         std::vector<PlaneLine> seen;
-        for (const PlaneLine& ring : traceContour(grid, scale.bounds[band]).rings)
+        const Contour contour = traceContour(grid, scale.bounds[band]);
+        for (const PlaneLine& ring : contour.rings)
             std::ranges::move(map_.view().areas(ring), std::back_inserter(seen));
+        if (band > 0)
+            for (const PlaneLine& line : contour.lines)
+                for (PlaneLine& part : map_.view().lines(line))
+                    contours_.push_back({band, std::move(part)});
         svg_.element("path", {{"fill", scale.colour(band)},
                               {"fill-rule", "evenodd"},
                               {"data-band", static_cast<double>(band)},
@@ -129,16 +148,11 @@ void ComparisonLayers::drawCoast()
     }
 }
 
-void ComparisonLayers::drawContours(const DistanceGrid& grid, const DistanceScale& scale)
+void ComparisonLayers::drawContours()
 {
-    std::vector<PlaneLine> all;
-    for (std::size_t bound = 1; bound < scale.bandCount(); ++bound)
-        for (const PlaneLine& line : traceContour(grid, scale.bounds[bound]).lines)
-            for (PlaneLine& seen : map_.view().lines(line)) {
-                all.push_back(seen);
-                contours_.push_back({bound, std::move(seen)});
-            }
-    svg_.element("path", {{"class", "contour"}, {"d", svgPath(all, PathEnd::open)}});
+    std::vector<PlaneLine> lines;
+    std::ranges::transform(contours_, std::back_inserter(lines), &ContourLine::line);
+    svg_.element("path", {{"class", "contour"}, {"d", svgPath(lines, PathEnd::open)}});
 }
 
 void ComparisonLayers::drawContourLabels(const DistanceScale& scale)
@@ -156,8 +170,7 @@ void ComparisonLayers::drawContourLabels(const DistanceScale& scale)
 void ComparisonLayers::drawContourLabel(const ContourLine& contour, const std::string& text)
 {
     constexpr double kGap = 4;
-    constexpr double kBaseline = 0.36;
-    const double width = textWidth(text, kContourFontSize);
+    const double width = textWidth(text, kContourFontSize) + 2 * kGap;
     const std::size_t count = contour.line.size();
     for (std::size_t step = 0; step < count; ++step) {
         const std::size_t offset = (step + 1) / 2;
@@ -166,16 +179,9 @@ void ComparisonLayers::drawContourLabel(const ContourLine& contour, const std::s
         if (index >= count)
             continue;
         const MapPoint& point = contour.line[index];
-        if (!isFree(boxAround(point, width + 2 * kGap, kContourFontSize + 2 * kGap)))
+        if (!take(boxAround(point, width, kContourFontSize + 2 * kGap)))
             continue;
-        taken_.push_back(boxAround(point, width + 2 * kGap, kContourFontSize + 2 * kGap));
-        svg_.text("text",
-                  {{"class", "value"},
-                   {"x", point.x},
-                   {"y", point.y + kContourFontSize * kBaseline},
-                   {"text-anchor", "middle"},
-                   {"font-size", kContourFontSize}},
-                  text);
+        drawCentredText(svg_, "value", point, kContourFontSize, text);
         return;
     }
 }
@@ -219,7 +225,6 @@ bool ComparisonLayers::drawPoint(const Embedded::GeographicPoint& point, const s
     if (!place)
         return false;
     constexpr double kAway = 13;
-    constexpr double kBaseline = 0.36;
     constexpr double kReach = kPointRadius + 4;
     const double width = textWidth(label, kPointFontSize);
     taken_.push_back(boxAround(*place, 2 * kReach, 2 * kReach));
@@ -228,17 +233,9 @@ bool ComparisonLayers::drawPoint(const Embedded::GeographicPoint& point, const s
          {MapPoint{place->x + kAway + width / 2, place->y}, MapPoint{place->x - kAway - width / 2, place->y},
           MapPoint{place->x, place->y - kAway - kPointFontSize / 2},
           MapPoint{place->x, place->y + kAway + kPointFontSize / 2}}) {
-        const PageBox box = boxAround(middle, width + 4, kPointFontSize + 4);
-        if (!isFree(box))
+        if (!take(boxAround(middle, width + 4, kPointFontSize + 4)))
             continue;
-        taken_.push_back(box);
-        svg_.text("text",
-                  {{"class", "value bold"},
-                   {"x", middle.x},
-                   {"y", middle.y + kPointFontSize * kBaseline},
-                   {"text-anchor", "middle"},
-                   {"font-size", kPointFontSize}},
-                  label);
+        drawCentredText(svg_, "value bold", middle, kPointFontSize, label);
         break;
     }
     return true;

@@ -24,12 +24,13 @@ class ComparisonLayers {
 public:
     ComparisonLayers(const MapDrawing& map, SvgWriter& svg) : map_(map), svg_(svg), taken_(map.degreesOnMap()) {}
 
-    /// The bands of the scale, each in its colour, the larger distances above the smaller ones.
+    /// The bands of the scale, each in its colour, the larger distances above the smaller ones. Keeps the lines between
+    /// them.
     void drawBands(const DistanceGrid& grid, const DistanceScale& scale);
     /// The coast, which is seen on light and on dark colours.
     void drawCoast();
     /// The lines between the bands.
-    void drawContours(const DistanceGrid& grid, const DistanceScale& scale);
+    void drawContours();
     /// The numbers of the contours, where they have room; after everything else that has labels.
     void drawContourLabels(const DistanceScale& scale);
     /// The outlines of the areas of A and B.
@@ -44,6 +45,8 @@ private:
     };
 
     bool isFree(const PageBox& box) const;
+    /// Takes the box for a label if it is free. Returns whether it was.
+    bool take(const PageBox& box);
     void drawLetter(const std::vector<PlaneLine>& outline, char letter);
     void drawContourLabel(const ContourLine& contour, const std::string& text);
 

@@ -52,7 +52,7 @@ ShownOnMap drawDistanceMap(SvgWriter& svg, const MapDrawing& map, const Pictured
     map.drawGraticule(svg);
     svg.close();
     layers.drawCoast();
-    layers.drawContours(comparison.grid, scale);
+    layers.drawContours();
     shown.areas = layers.drawAreas(comparison.first, comparison.second);
     const auto& metres = comparison.distanceAtPoint;
     shown.point = layers.drawPoint(comparison.pair.point, metres ? distanceInMetres(*metres) : "no distance");

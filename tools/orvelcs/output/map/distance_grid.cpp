@@ -38,7 +38,7 @@ std::vector<double> roundDegrees(double from, double to, double parts)
 double partsOfMeridians(double partsOfParallels, double latitude)
 {
     constexpr double kLeast = 0.1; // near a pole
-    const double wanted = partsOfParallels / std::max(kLeast, std::cos(latitude * kRadiansInADegree));
+    const double wanted = partsOfParallels / std::max(kLeast, std::cos(latitude * Embedded::kRadiansPerDegree));
     const auto above = std::ranges::upper_bound(kRoundParts, wanted);
     return above == std::begin(kRoundParts) ? *above : *(above - 1);
 }
@@ -58,7 +58,7 @@ std::vector<Embedded::GeographicPoint> NodeGrid::points() const
 NodeGrid makeNodeGrid(const GeographicBounds& area, std::size_t mostNodes)
 {
     NodeGrid grid;
-    const double east = area.west + longitudinalSpan(area);
+    const double east = area.west + area.longitudinalExtent();
     for (const double parts : kRoundParts) {
         grid.latitudes = roundDegrees(area.south, area.north, parts);
         grid.longitudes = roundDegrees(area.west, east, partsOfMeridians(parts, middleOf(area).y));

@@ -33,23 +33,18 @@ Arc commonArc(std::vector<Arc> arcs)
 
 } // namespace
 
-double longitudinalSpan(const GeographicBounds& bounds)
-{
-    const double span = bounds.east - bounds.west;
-    return std::min(span < 0 ? span + kCircle : span, kCircle);
-}
-
 bool containsPlace(const GeographicBounds& bounds, double latitude, double longitude)
 {
     if (latitude < bounds.south || latitude > bounds.north)
         return false;
     const double eastward = std::fmod(longitude - bounds.west, kCircle);
-    return (eastward < 0 ? eastward + kCircle : eastward) <= longitudinalSpan(bounds);
+    return (eastward < 0 ? eastward + kCircle : eastward) <= bounds.longitudinalExtent();
 }
 
 MapPoint middleOf(const GeographicBounds& bounds)
 {
-    return {wrapLongitude(bounds.west + longitudinalSpan(bounds) / 2, 0), (bounds.south + bounds.north) / 2};
+    const Embedded::GeographicPoint middle = bounds.middle();
+    return {middle.longitude, middle.latitude};
 }
 
 GeographicBounds commonExtent(const std::vector<GeographicBounds>& areas)
@@ -60,7 +55,7 @@ GeographicBounds commonExtent(const std::vector<GeographicBounds>& areas)
     GeographicBounds common = areas.front();
     for (const GeographicBounds& area : areas) {
         const double west = wrapLongitude(area.west, 0);
-        arcs.push_back({west, west + longitudinalSpan(area)});
+        arcs.push_back({west, west + area.longitudinalExtent()});
         common.south = std::min(common.south, area.south);
         common.north = std::max(common.north, area.north);
     }
@@ -77,7 +72,7 @@ GeographicBounds commonExtent(const std::vector<GeographicBounds>& areas)
 
 PlaneLine ringOf(const GeographicBounds& bounds)
 {
-    const double east = bounds.west + longitudinalSpan(bounds);
+    const double east = bounds.west + bounds.longitudinalExtent();
     return {{bounds.west, bounds.south}, {east, bounds.south}, {east, bounds.north}, {bounds.west, bounds.north}};
 }
 

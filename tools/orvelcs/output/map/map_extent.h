@@ -13,9 +13,6 @@ using Embedded::GeographicBounds;
 /// All of the Earth.
 inline constexpr GeographicBounds kWholeEarth{.west = -180, .south = -90, .east = 180, .north = 90};
 
-/// How many degrees of longitude the area takes, from 0 to 360.
-double longitudinalSpan(const GeographicBounds& bounds);
-
 /// Returns whether the place lies in the area. The longitude may be beyond 180 degrees.
 bool containsPlace(const GeographicBounds& bounds, double latitude, double longitude);
 

@@ -74,7 +74,7 @@ PlaneRectangle rectangleOf(const PageBox& box)
 
 bool isAllAround(const GeographicBounds& bounds)
 {
-    return longitudinalSpan(bounds) >= kCircle;
+    return bounds.longitudinalExtent() >= kCircle;
 }
 
 } // namespace

@@ -100,7 +100,8 @@ void MapView::findHorizon()
         for (const double y : {metres_.bottom, metres_.top})
             farthest = std::max(farthest, std::hypot(x, y));
     const double half = std::min(1.0, farthest / (2 * kEarthRadiusInMetres));
-    horizon_.emplace(choice_.centre, std::min(2 * std::asin(half) / kRadiansInADegree + 1, kHalfCircle - kBeyond));
+    horizon_.emplace(choice_.centre,
+                     std::min(2 * std::asin(half) / Embedded::kRadiansPerDegree + 1, kHalfCircle - kBeyond));
 }
 
 /// Longitudes and latitudes of points all over the frame.
@@ -171,7 +172,7 @@ std::optional<double> MapView::metresInAUnitAt(const MapPoint& point) const
     const auto east = placeAtPoint({point.x + kHalfBase, point.y});
     if (!west || !east)
         return std::nullopt;
-    return angleBetween(*west, *east) * kRadiansInADegree * kEarthRadiusInMetres / (2 * kHalfBase);
+    return angleBetween(*west, *east) * Embedded::kRadiansPerDegree * kEarthRadiusInMetres / (2 * kHalfBase);
 }
 
 void MapView::toPage(PlaneLine& places) const

@@ -26,7 +26,7 @@ double radiusAround(const MapPoint& centre, const GeographicBounds& extent)
     double radius = 0;
     for (int step = 0; step <= kSteps; ++step) {
         const double share = static_cast<double>(step) / kSteps;
-        const double longitude = extent.west + longitudinalSpan(extent) * share;
+        const double longitude = extent.west + extent.longitudinalExtent() * share;
         const double latitude = extent.south + (extent.north - extent.south) * share;
         for (const MapPoint& place :
              {MapPoint{longitude, extent.south}, MapPoint{longitude, extent.north}, MapPoint{extent.west, latitude}})
@@ -38,7 +38,7 @@ double radiusAround(const MapPoint& centre, const GeographicBounds& extent)
 /// Of the pole that the extent lies around: 1 for the north, -1 for the south, 0 for none.
 int poleOf(const GeographicBounds& extent)
 {
-    const double span = longitudinalSpan(extent);
+    const double span = extent.longitudinalExtent();
     for (const int pole : {1, -1}) {
         const double nearest = pole > 0 ? extent.north : -extent.south;
         const double farthest = pole > 0 ? extent.south : -extent.north;
@@ -100,7 +100,7 @@ ProjectionChoice chooseProjection(const GeographicBounds& extent)
     choice.radius = radiusAround(choice.centre, extent);
     if (pole != 0)
         useAzimuthal(choice);
-    else if (longitudinalSpan(extent) >= kHalfCircle || choice.radius > kWorldRadius)
+    else if (extent.longitudinalExtent() >= kHalfCircle || choice.radius > kWorldRadius)
         useWorld(choice);
     else if (choice.radius <= kConicRadius && fitsCone(extent))
         useCone(choice, extent);

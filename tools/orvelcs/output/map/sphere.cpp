@@ -15,7 +15,7 @@ struct Trigonometry {
 
 Trigonometry ofDegrees(double degrees)
 {
-    return {std::sin(degrees * kRadiansInADegree), std::cos(degrees * kRadiansInADegree)};
+    return {std::sin(degrees * Embedded::kRadiansPerDegree), std::cos(degrees * Embedded::kRadiansPerDegree)};
 }
 
 } // namespace
@@ -32,7 +32,7 @@ double angleBetween(const MapPoint& from, const MapPoint& to)
     const double longitudes = ofDegrees((to.x - from.x) / 2).sine;
     const double square =
         latitudes * latitudes + ofDegrees(from.y).cosine * ofDegrees(to.y).cosine * longitudes * longitudes;
-    return 2 * std::asin(std::min(1.0, std::sqrt(square))) / kRadiansInADegree;
+    return 2 * std::asin(std::min(1.0, std::sqrt(square))) / Embedded::kRadiansPerDegree;
 }
 
 double azimuthBetween(const MapPoint& from, const MapPoint& to)
@@ -41,7 +41,7 @@ double azimuthBetween(const MapPoint& from, const MapPoint& to)
     const Trigonometry end = ofDegrees(to.y);
     const Trigonometry turn = ofDegrees(to.x - from.x);
     return std::atan2(turn.sine * end.cosine, start.cosine * end.sine - start.sine * end.cosine * turn.cosine) /
-           kRadiansInADegree;
+           Embedded::kRadiansPerDegree;
 }
 
 MapPoint placeAt(const MapPoint& from, double azimuth, double angle)
@@ -53,8 +53,8 @@ MapPoint placeAt(const MapPoint& from, double azimuth, double angle)
     const double onMeridian = distance.cosine * start.cosine - distance.sine * direction.cosine * start.sine;
     const double eastward = distance.sine * direction.sine;
     const double northward = distance.cosine * start.sine + distance.sine * direction.cosine * start.cosine;
-    return {from.x + std::atan2(eastward, onMeridian) / kRadiansInADegree,
-            std::asin(std::clamp(northward, -1.0, 1.0)) / kRadiansInADegree};
+    return {from.x + std::atan2(eastward, onMeridian) / Embedded::kRadiansPerDegree,
+            std::asin(std::clamp(northward, -1.0, 1.0)) / Embedded::kRadiansPerDegree};
 }
 
 } // namespace Orvelcs

@@ -1,6 +1,7 @@
 // Angles between places on a sphere, in degrees. A place is its longitude and its latitude.
 #pragma once
 
+#include "embedded/base/degrees.h"
 #include "embedded/spatial_reference/operations/map_projection.h"
 
 namespace Orvelcs {
@@ -10,7 +11,6 @@ inline constexpr double kHalfCircle = 180;
 inline constexpr double kPole = 90;
 /// Of the sphere that maps are drawn of.
 inline constexpr double kEarthRadiusInMetres = 6371008.8;
-inline constexpr double kRadiansInADegree = 0.017453292519943295769;
 
 /// The same meridian at most 180 degrees from `centre`.
 double wrapLongitude(double longitude, double centre);
